@@ -1,0 +1,108 @@
+// Stand-in for the host's file classes. Covers CFile and CStdioFile with their open flags, text lines and exceptions; leaves out share modes, which are not enforced.
+#pragma once
+
+#include "cstring.h"
+#include "windowstypes.h"
+
+#include <cstdio>
+#include <memory>
+
+// What a file operation throws, by pointer; the catcher calls Delete.
+class CFileException {
+public:
+    enum Cause {
+        none,
+        genericException,
+        fileNotFound,
+        badPath,
+        accessDenied = 5,
+        diskFull = 13,
+        endOfFile = 14
+    };
+
+    CFileException(int cause, CString fileName)
+        : m_cause(cause)
+        , m_strFileName(std::move(fileName)) {}
+    void Delete() { delete this; }
+
+    int m_cause;
+    CString m_strFileName;
+};
+
+// A file by wide name, in bytes. Paths are mapped (systempath.h). Closed by the destructor.
+class CFile {
+public:
+    enum OpenFlags : UINT {
+        modeRead = 0x0,
+        modeWrite = 0x1,
+        modeReadWrite = 0x2,
+        shareCompat = 0x0,
+        shareExclusive = 0x10,
+        shareDenyWrite = 0x20,
+        shareDenyRead = 0x30,
+        shareDenyNone = 0x40,
+        modeNoInherit = 0x80,
+        modeCreate = 0x1000,
+        modeNoTruncate = 0x2000,
+        typeText = 0x4000,
+        typeBinary = 0x8000,
+    };
+    enum SeekPosition { begin = 0, current = 1, end = 2 };
+
+    CFile();
+    // Throws CFileException* when the file cannot be opened.
+    CFile(const wchar_t* path, UINT flags);
+    virtual ~CFile();
+    CFile(const CFile&) = delete;
+    CFile& operator=(const CFile&) = delete;
+
+    // FALSE when it cannot be opened; *error, when given, then says why. With modeCreate an old file is
+    // emptied, unless modeNoTruncate keeps its content; without modeCreate the file has to be there.
+    virtual BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr);
+    virtual void Close();
+    // How many bytes were read; fewer than count only at the end of the file.
+    virtual UINT Read(void* buffer, UINT count);
+    // Throws CFileException* (diskFull) when not all can be written.
+    virtual void Write(const void* buffer, UINT count);
+    virtual void Flush();
+    ULONGLONG Seek(LONGLONG offset, UINT from);
+    void SeekToBegin() { Seek(0, begin); }
+    ULONGLONG SeekToEnd() { return Seek(0, end); }
+    ULONGLONG GetPosition() const;
+    ULONGLONG GetLength() const;
+    bool IsOpen() const { return stream_ != nullptr; }
+    // The path as it was given, and its last part.
+    CString GetFilePath() const { return path_; }
+    CString GetFileName() const;
+
+    static void Remove(const wchar_t* path);
+
+protected:
+    std::FILE* stream() const { return stream_.get(); }
+
+private:
+    struct CloseStream {
+        void operator()(std::FILE* stream) const { std::fclose(stream); }
+    };
+    std::unique_ptr<std::FILE, CloseStream> stream_;
+    CString path_;
+};
+
+// A file of lines in the ANSI code page. In text mode (no typeBinary) a line feed is written as carriage
+// return and line feed, and read back as a line feed.
+class CStdioFile : public CFile {
+public:
+    CStdioFile() = default;
+    CStdioFile(const wchar_t* path, UINT flags);
+
+    BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr) override;
+    // One line without its end. FALSE, with an empty text, at the end of the file.
+    BOOL ReadString(CString& line);
+    // Writes the text as it stands: characters up to U+00FF as the byte of that number, others through the
+    // ANSI code page, with '?' for what has no place in it. Text that was turned into code-page bytes before
+    // goes through unchanged.
+    void WriteString(const wchar_t* text);
+
+private:
+    bool textMode_ = true;
+};

@@ -1,0 +1,105 @@
+// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names; leaves out windows and GDI.
+#pragma once
+
+#include "tchar.h"
+#include "windowstypes.h"
+#include "winreg.h"
+
+// --- Message boxes
+// --------------------------------------------------------------------------------------------------
+
+inline constexpr UINT MB_OK = 0x0;
+inline constexpr UINT MB_OKCANCEL = 0x1;
+inline constexpr UINT MB_ABORTRETRYIGNORE = 0x2;
+inline constexpr UINT MB_YESNOCANCEL = 0x3;
+inline constexpr UINT MB_YESNO = 0x4;
+inline constexpr UINT MB_RETRYCANCEL = 0x5;
+inline constexpr UINT MB_TYPEMASK = 0xF;
+inline constexpr UINT MB_ICONHAND = 0x10;
+inline constexpr UINT MB_ICONSTOP = MB_ICONHAND;
+inline constexpr UINT MB_ICONERROR = MB_ICONHAND;
+inline constexpr UINT MB_ICONQUESTION = 0x20;
+inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
+inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
+inline constexpr UINT MB_ICONINFORMATION = 0x40;
+inline constexpr UINT MB_ICONMASK = 0xF0;
+inline constexpr UINT MB_DEFBUTTON1 = 0x0;
+inline constexpr UINT MB_DEFBUTTON2 = 0x100;
+inline constexpr UINT MB_DEFBUTTON3 = 0x200;
+inline constexpr UINT MB_DEFMASK = 0xF00;
+
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+inline constexpr int IDABORT = 3;
+inline constexpr int IDRETRY = 4;
+inline constexpr int IDIGNORE = 5;
+inline constexpr int IDYES = 6;
+inline constexpr int IDNO = 7;
+
+// Asks the port of the current host. Returns the id of the button taken. A null text or caption counts as
+// empty; the owner is not looked at.
+int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
+
+// --- Debug output and clock
+// -----------------------------------------------------------------------------------------
+
+// Gives the text to the port of the current host. A null text does nothing.
+void OutputDebugStringW(const wchar_t* text);
+
+using __time64_t = std::int64_t;
+// Seconds since 1970-01-01 00:00 UTC by the port's clock; also stored in *time when that is not null.
+__time64_t _time64(__time64_t* time);
+// Milliseconds of the port's monotonic clock, modulo 2^32.
+DWORD GetTickCount();
+
+// --- Last error
+// -----------------------------------------------------------------------------------------------------
+
+// One number a thread, set by the functions that say so.
+DWORD GetLastError();
+void SetLastError(DWORD error);
+
+// --- Files
+// ----------------------------------------------------------------------------------------------------------
+// Every path goes through hostkit::mapPath: both separators are taken, a drive letter is mapped by the port.
+// Names are compared as the file system below compares them.
+
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;
+inline constexpr DWORD FILE_ATTRIBUTE_SYSTEM = 0x4;
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFFu;
+
+struct SECURITY_ATTRIBUTES;
+
+// Makes one level. TRUE when it was made; FALSE with ERROR_ALREADY_EXISTS for anything of that name,
+// ERROR_PATH_NOT_FOUND for a missing parent, ERROR_ACCESS_DENIED otherwise. The security attributes are not
+// looked at.
+BOOL CreateDirectoryW(const wchar_t* path, SECURITY_ATTRIBUTES* attributes);
+// Removes an empty directory: ERROR_DIR_NOT_EMPTY, ERROR_DIRECTORY (it is a file), ERROR_FILE_NOT_FOUND
+// otherwise.
+BOOL RemoveDirectoryW(const wchar_t* path);
+// FILE_ATTRIBUTE bits, or INVALID_FILE_ATTRIBUTES with ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND. A file
+// that the caller may not write is read-only; a name that begins with a point is hidden; a plain file is an
+// archive file.
+DWORD GetFileAttributesW(const wchar_t* path);
+// Removes a file, not a directory (ERROR_ACCESS_DENIED).
+BOOL DeleteFileW(const wchar_t* path);
+// Renames; fails with ERROR_ALREADY_EXISTS where the new name stands.
+BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
+BOOL SetCurrentDirectoryW(const wchar_t* path);
+// Writes the current directory, with '/' as it stands in the file system. Returns the characters without the
+// terminator, or the size needed with it when the buffer is too small, or 0 on failure.
+DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer);
+
+// --- Modules
+// --------------------------------------------------------------------------------------------------------
+
+// Loads a shared object of exactly this file name, found by path or by the system's search. Null with
+// ERROR_MOD_NOT_FOUND when it is not there, which is what every library of another platform is.
+HMODULE LoadLibraryW(const wchar_t* file);
+// Null with ERROR_PROC_NOT_FOUND when the module has no such symbol, or the module is null.
+FARPROC GetProcAddress(HMODULE module, const char* name);
+BOOL FreeLibrary(HMODULE module);
