@@ -1,0 +1,3 @@
+#include "vexotools.h"
+
+extern "C" const wchar_t* getModulePromptsProjectName() { return L"VEXOTOOLS"; }
