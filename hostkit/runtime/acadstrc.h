@@ -1,5 +1,4 @@
-// Stand-in for the host's statuses. Covers the values that contracts fix and those the kit itself returns;
-// leaves out the rest of the enumeration.
+// Stand-in for the host's statuses. Covers the values that contracts fix and those the kit itself returns; leaves out the rest of the enumeration.
 #pragma once
 
 /// One line a status: name and number. Numbers below are those that callers compare with or store; where no

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcArray. Covers the growing array with its own lengths and growth; leaves out the
-// allocator parameter.
+// Stand-in for the host's AcArray. Covers the growing array with its own lengths and growth; leaves out the allocator parameter.
 #pragma once
 
 #include <algorithm>

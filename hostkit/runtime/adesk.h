@@ -1,5 +1,4 @@
-// Stand-in for the host's basic types. Covers the fixed-width integers and the truth value; leaves out the
-// rest.
+// Stand-in for the host's basic types. Covers the fixed-width integers and the truth value; leaves out the rest.
 #pragma once
 
 #include <cstddef>

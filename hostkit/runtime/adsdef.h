@@ -1,5 +1,4 @@
-// Stand-in for the host's record list. Covers resbuf, its making and freeing; leaves out binary chunks' own
-// allocator.
+// Stand-in for the host's record list. Covers resbuf, its making and freeing; leaves out binary chunks' own allocator.
 #pragma once
 
 #include "adesk.h"

@@ -1,5 +1,4 @@
-// Kit: comparison of names without regard to case. Covers all letters, accented ones too, the same in every
-// locale of the process.
+// Stand-in for the host's comparison of names without regard to case. Covers all letters, accented ones too, in every locale; leaves out mappings that change the length.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,4 @@
-// Stand-in for the host's colours. Covers index, true and by-layer/by-block colours and the index palette;
-// leaves out colour books' look-up.
+// Stand-in for the host's colours. Covers index, true and by-layer/by-block colours and the index palette; leaves out colour books' look-up.
 #pragma once
 
 #include "acadstrc.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's object handle. Covers the 64-bit value and its hexadecimal text; leaves out nothing
-// callers use.
+// Stand-in for the host's object handle. Covers the 64-bit value and its hexadecimal text; leaves out nothing callers use.
 #pragma once
 
 #include "adesk.h"

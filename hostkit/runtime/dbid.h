@@ -1,5 +1,4 @@
-// Stand-in for the host's object ids. Covers identity, handle, database and state of an object by its id;
-// leaves out redirection by external references.
+// Stand-in for the host's object ids. Covers identity, handle, database and state of an object by its id; leaves out redirection by external references.
 #pragma once
 
 #include "adesk.h"

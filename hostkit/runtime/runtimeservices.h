@@ -1,5 +1,4 @@
-// Kit: the run-time part of a host. Covers its system registry, module loader and product key, and which host
-// is the current one.
+// Stand-in for the host's run-time part. Covers its system registry, module loader and product key, and which host is current; leaves out demand loading.
 #pragma once
 
 #include "rxdict.h"

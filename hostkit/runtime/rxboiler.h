@@ -1,5 +1,4 @@
-// Stand-in for the host's class macros. Covers declaration and definition of run-time classes with and
-// without a drawing name; leaves out versioned proxies.
+// Stand-in for the host's class macros. Covers declaration and definition of run-time classes with and without a drawing name; leaves out versioned proxies.
 #pragma once
 
 #include "rxclass.h"

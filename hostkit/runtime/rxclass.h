@@ -1,5 +1,4 @@
-// Stand-in for the host's run-time classes. Covers names, ancestry, creation and protocol extensions; leaves
-// out class versions and proxies' class records.
+// Stand-in for the host's run-time classes. Covers names, ancestry, creation and protocol extensions; leaves out class versions and proxies' class records.
 #pragma once
 
 #include "rxobject.h"

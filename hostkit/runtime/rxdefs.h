@@ -1,5 +1,4 @@
-// Stand-in for the host's module messages. Covers the messages that a loaded module hears and its answers;
-// leaves out those of the host's other module kinds.
+// Stand-in for the host's module messages. Covers the messages that a loaded module hears and its answers; leaves out those of the host's other module kinds.
 #pragma once
 
 class AcRx {

@@ -1,5 +1,4 @@
-// Stand-in for the host's run-time dictionaries. Covers named entries, the class dictionary and the system
-// registry; leaves out ordered and case-sensitive variants.
+// Stand-in for the host's run-time dictionaries. Covers named entries, the class dictionary and the system registry; leaves out ordered and case-sensitive variants.
 #pragma once
 
 #include "casefold.h"

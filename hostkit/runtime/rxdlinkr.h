@@ -1,5 +1,4 @@
-// Stand-in for the host's module loader. Covers loading, unloading, locking and the several-documents mark of
-// shared objects; leaves out demand loading and search paths.
+// Stand-in for the host's module loader. Covers loading, unloading, locking and the several-documents mark of shared objects; leaves out demand loading and search paths.
 #pragma once
 
 #include "rxdefs.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's run-time object. Covers class identity, casts, protocol look-up, clone and
-// copyFrom; leaves out reference counting.
+// Stand-in for the host's run-time object. Covers class identity, casts, protocol look-up, clone and copyFrom; leaves out reference counting.
 #pragma once
 
 #include "acadstrc.h"

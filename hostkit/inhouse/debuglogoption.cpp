@@ -1,0 +1,3 @@
+#include "debuglogoption.h"
+
+int DebugLogOption = 0;

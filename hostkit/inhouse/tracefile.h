@@ -1,0 +1,37 @@
+// Stand-in for the host's timeline of traced calls. Covers a file in the trace-event JSON form that a profiler opens; leaves out sampling.
+#pragma once
+
+#include <string>
+
+namespace hostkit {
+
+/// Whether calls are being traced now. Read at every call, written by TraceFile only.
+extern bool traceActive;
+
+/// The start of a call on this thread; the result goes to traceEnd. Safe on any thread.
+unsigned traceBegin(const wchar_t* name);
+/// Ignored when the trace that gave the token has ended.
+void traceEnd(unsigned token);
+
+/// Traces from its construction to its end. One at a time: a second one while the first lives stays closed.
+/// The file is an array of trace events, one a line: "B" and "E" for the start and end of a call, in
+/// microseconds since tracing began, with the process and a number for the thread. Calls that are still
+/// running at the end are closed there, so that the file always nests.
+class TraceFile {
+public:
+    /// `path` is in the file system's own bytes. isOpen() tells whether the file could be made.
+    explicit TraceFile(const std::string& path);
+    ~TraceFile();
+    TraceFile(const TraceFile&) = delete;
+    TraceFile& operator=(const TraceFile&) = delete;
+
+    bool isOpen() const { return m_open; }
+    /// False when some of it could not be written (a full disk, say). Closes the file; the destructor then
+    /// has nothing left to do.
+    bool close();
+
+private:
+    bool m_open = false;
+};
+
+} // namespace hostkit
