@@ -25,6 +25,8 @@ public:
     void write(std::string_view bytes);
     // True when the new content stands. On false the old file is as it was and the temporary file is gone.
     [[nodiscard]] bool commit();
+    // The system's number for the failure (errno), 0 for none.
+    int error() const { return error_; }
     // The system's text for the failure, in the bytes it comes in; empty when there is none.
     std::string errorText() const;
 

@@ -128,7 +128,9 @@ public:
 
     friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
     friend bool operator==(const CString& a, const wchar_t* b) { return a.Compare(b) == 0; }
-    friend std::strong_ordering operator<=>(const CString& a, const CString& b) { return a.Compare(b) <=> 0; }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) {
+        return a.text_ <=> b.text_;
+    }
     friend std::strong_ordering operator<=>(const CString& a, const wchar_t* b) { return a.Compare(b) <=> 0; }
 
 private:

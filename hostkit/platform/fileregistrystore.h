@@ -3,7 +3,9 @@
 
 #include "registrystore.h"
 
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -42,26 +44,28 @@ private:
         dev_t device = 0;
         ino_t inode = 0;
         off_t size = 0;
-        timespec modified{};
-        bool operator==(const Stamp& other) const;
+        std::int64_t modified = 0; // nanoseconds
+        bool operator==(const Stamp&) const = default;
+    };
+    enum class State {
+        good,       // the tree is what the file says
+        damaged,    // the file holds lines that could not be read
+        unreadable, // the file is there and its content could not be had
     };
 
     Stamp stampOfFile() const;
-    bool load();
-    bool loadAndRepair();
+    void load();
     bool keepAside();
-    LONG save();
+    LONG save(const RegistryTree& tree);
     void clearOldTemporaries() const;
     void tell(const std::wstring& text);
-    void tellOnce(const std::wstring& text);
+    std::wstring name() const;
 
     std::string path_;
     ProblemSink problems_;
-    RegistryTree tree_;
+    std::unique_ptr<RegistryTree> tree_;
     Stamp stamp_;
-    bool loaded_ = false;
-    bool damaged_ = false;    // the file holds what could not be read
-    bool unreadable_ = false; // the file is there and could not be opened
+    State state_ = State::good;
     std::wstring lastTold_;
 };
 

@@ -1,0 +1,42 @@
+#include "afxdllx.h"
+
+namespace {
+
+CDynLinkLibrary* newest = nullptr;
+
+} // namespace
+
+BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE module) {
+    if (!module) return FALSE;
+    if (state.bInitialized) return TRUE;
+    state.bInitialized = TRUE;
+    state.hModule = module;
+    state.hResource = module;
+    return TRUE;
+}
+
+void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL all) {
+    if (!state.bInitialized) return;
+    for (CDynLinkLibrary* at = newest; at;) {
+        CDynLinkLibrary* const next = at->next();
+        if (all || at->m_hModule == state.hModule) delete at;
+        at = next;
+    }
+    state = {};
+}
+
+CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL system)
+    : m_hModule(state.hModule)
+    , m_hResource(state.hResource)
+    , m_bSystem(system)
+    , next_(newest) {
+    newest = this;
+}
+
+CDynLinkLibrary::~CDynLinkLibrary() {
+    if (newest == this) newest = next_;
+    for (CDynLinkLibrary* at = newest; at; at = at->next_)
+        if (at->next_ == this) at->next_ = next_;
+}
+
+CDynLinkLibrary* CDynLinkLibrary::first() { return newest; }
