@@ -1,0 +1,55 @@
+// Stand-in for the host's drawing output. Covers the text exchange format from R12 to 2018; leaves out the binary form.
+#pragma once
+
+#include "acadstrc.h"
+#include "drawingversion.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class AcDbDatabase;
+
+namespace hostkit {
+
+struct WriteOptions {
+    /// Nothing keeps the form that the drawing was read in; a drawing that was never read is written as 2013.
+    std::optional<DrawingVersion> version;
+    /// Writes every object from its fields, as if it had been changed. For tests of the fields.
+    bool everythingFromFields = false;
+    /// A failure also goes to the current port's reportProblem.
+    bool tellPort = true;
+};
+
+/// The outcome of one writing.
+struct WriteReport {
+    Acad::ErrorStatus status = Acad::eOk;
+    std::wstring message;           ///< "file: reason" after a failure
+    std::size_t byteCount = 0;      ///< of the drawing written
+    std::size_t recordsCopied = 0;  ///< untouched since reading: their bytes went over as they were
+    std::size_t recordsWritten = 0; ///< from their fields
+    std::size_t groupsFromFields = 0;
+    std::size_t groupsKept = 0; ///< of changed records: groups that their class does not know
+};
+
+/// Writes the drawing in one step: under the file's name stands either what stood there before or the whole
+/// new drawing. No object may be open for write (eWasOpenForWrite).
+///
+/// An object that was not changed since it was read is copied byte by byte. A changed one is written from its
+/// fields; groups that its class does not know stay beside the group that they followed, and a value that is
+/// equal to the one in the file keeps its spelling. The file's line ends, code page and form are kept.
+///
+/// With options.version other than the form the drawing was read in, everything is written from fields; a
+/// drawing that holds records which are only known as bytes is refused with eNotApplicable and a message that
+/// names the first of them.
+///
+/// Statuses besides these: eFileAccessErr (cannot be written; the old file is as it was), eOutOfMemory.
+Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view file,
+                               const WriteOptions& options = {}, WriteReport* report = nullptr);
+
+/// The same into memory. `bytes` is only changed by a success.
+Acad::ErrorStatus writeDrawingToMemory(const AcDbDatabase& database, std::string& bytes,
+                                       const WriteOptions& options = {}, WriteReport* report = nullptr);
+
+} // namespace hostkit
