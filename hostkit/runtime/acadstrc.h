@@ -90,7 +90,9 @@
     X(eModuleLoadFailed, 341)                                                                                \
     X(eModuleEntryMissing, 342)                                                                              \
     X(eModuleAttachFailed, 343)                                                                              \
-    X(eModuleLocked, 344)
+    X(eModuleLocked, 344)                                                                                    \
+    X(eUnknownCommand, 345)                                                                                  \
+    X(eCommandFailed, 346)
 
 class Acad {
 public:

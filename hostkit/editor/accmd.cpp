@@ -1,0 +1,100 @@
+#include "accmd.h"
+
+#include "casefold.h"
+
+#include <algorithm>
+#include <cwchar>
+
+struct AcEdCommandStack::Group {
+    std::wstring name;
+    std::vector<std::unique_ptr<AcEdCommand>> commands;
+};
+
+namespace {
+
+bool isName(const wchar_t* text) { return text && *text && std::wcspbrk(text, L" \t\r\n\"") == nullptr; }
+
+} // namespace
+
+AcEdCommandStack::AcEdCommandStack() = default;
+AcEdCommandStack::~AcEdCommandStack() = default;
+
+std::vector<std::unique_ptr<AcEdCommandStack::Group>>::iterator AcEdCommandStack::find(const wchar_t* group) {
+    if (!group) return m_groups.end();
+    return std::find_if(m_groups.begin(), m_groups.end(),
+                        [group](const auto& each) { return hostkit::equalFolded(each->name, group); });
+}
+
+Acad::ErrorStatus AcEdCommandStack::addCommand(const wchar_t* group, const wchar_t* globalName,
+                                               const wchar_t* localName, Adesk::Int32 flags,
+                                               AcRxFunctionPtr function) {
+    if (!localName || !*localName) localName = globalName;
+    if (!group || !*group || !isName(globalName) || !isName(localName) || !function)
+        return Acad::eInvalidInput;
+    auto place = find(group);
+    if (place == m_groups.end()) {
+        m_groups.insert(m_groups.begin(), std::make_unique<Group>(Group{group, {}}));
+        place = m_groups.begin();
+    }
+    for (const auto& each : (*place)->commands)
+        if (hostkit::equalFolded(each->globalName(), globalName) ||
+            hostkit::equalFolded(each->localName(), localName))
+            return Acad::eDuplicateKey;
+    (*place)->commands.push_back(
+        std::make_unique<AcEdCommand>(group, globalName, localName, flags, function));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcEdCommandStack::removeCmd(const wchar_t* group, const wchar_t* globalName) {
+    const auto place = find(group);
+    if (place == m_groups.end() || !globalName) return Acad::eKeyNotFound;
+    const auto removed = std::erase_if((*place)->commands, [globalName](const auto& each) {
+        return hostkit::equalFolded(each->globalName(), globalName);
+    });
+    return removed ? Acad::eOk : Acad::eKeyNotFound;
+}
+
+Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
+    const auto place = find(group);
+    if (place == m_groups.end()) return Acad::eKeyNotFound;
+    m_groups.erase(place);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcEdCommandStack::popGroupToTop(const wchar_t* group) {
+    const auto place = find(group);
+    if (place == m_groups.end()) return Acad::eKeyNotFound;
+    std::rotate(m_groups.begin(), place, place + 1);
+    return Acad::eOk;
+}
+
+AcEdCommand* AcEdCommandStack::lookupGlobalCmd(const wchar_t* name) const {
+    if (!name) return nullptr;
+    for (const auto& group : m_groups)
+        for (const auto& command : group->commands)
+            if (hostkit::equalFolded(command->globalName(), name)) return command.get();
+    return nullptr;
+}
+
+AcEdCommand* AcEdCommandStack::lookupLocalCmd(const wchar_t* name) const {
+    if (!name) return nullptr;
+    for (const auto& group : m_groups)
+        for (const auto& command : group->commands)
+            if (hostkit::equalFolded(command->localName(), name)) return command.get();
+    return nullptr;
+}
+
+AcEdCommand* AcEdCommandStack::lookupTyped(const wchar_t* name) const {
+    if (!name) return nullptr;
+    bool globalOnly = false;
+    for (; *name == L'_' || *name == L'.' || *name == L'\''; ++name) globalOnly |= *name == L'_';
+    AcEdCommand* command = globalOnly ? nullptr : lookupLocalCmd(name);
+    return command ? command : lookupGlobalCmd(name);
+}
+
+std::vector<const AcEdCommand*> AcEdCommandStack::commands() const {
+    std::vector<const AcEdCommand*> all;
+    for (const auto& group : m_groups)
+        for (const auto& command : group->commands) all.push_back(command.get());
+    return all;
+}

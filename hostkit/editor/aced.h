@@ -1,0 +1,62 @@
+// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, environment, alerts and the main window; leaves out selection and system variables.
+#pragma once
+
+#include "accmd.h"
+#include "acutads.h"
+#include "adsdef.h"
+#include "windowstypes.h"
+
+// --- What a command reads
+// -------------------------------------------------------------------------------------
+//
+// A command's answers are the words of the line that called it, in order; behind the last one a person is
+// asked, if there is one, and a line of a script answers Enter. Results: RTNORM, RTNONE (Enter), RTCAN (the
+// user breaks off), RTREJ (an answer of a script that is no value of the wanted kind; a person is asked
+// again), RTERROR (no command runs, a null result, or nobody is there to answer any more). Nothing is set
+// unless the result is RTNORM.
+
+/// Bits of acedInitGet: Enter is no answer; zero is none; a negative number is none.
+constexpr int RSG_NONULL = 1;
+constexpr int RSG_NOZERO = 2;
+constexpr int RSG_NONEG = 4;
+
+/// Holds for the next reading call alone. The keywords are separated by blanks; the capital letters of each
+/// (or all of it, where it has none) are the least that must be typed: "Text CSV Json" is answered by "t",
+/// "TEX" or "csv".
+int acedInitGet(int flags, const wchar_t* keywords);
+/// A text. With cronly 0 it is one word; else all that is left of the line. Enter gives RTNORM and the empty
+/// text.
+int acedGetString(int cronly, const wchar_t* prompt, CString& result);
+/// The same into a buffer of that many characters with the terminator; a longer text is RTREJ. Without a size
+/// the buffer has the 133 characters of old.
+int acedGetString(int cronly, const wchar_t* prompt, wchar_t* result, std::size_t bufferLength = 133);
+/// A whole number in 32 bits, or RTKWORD when a keyword of acedInitGet was given (acedGetInput tells which).
+int acedGetInt(const wchar_t* prompt, int* result);
+/// A finite number, or RTKWORD.
+int acedGetReal(const wchar_t* prompt, ads_real* result);
+/// "x,y" or "x,y,z" in drawing units; "@" in front is relative to the base point, where one is given. Or
+/// RTKWORD.
+int acedGetPoint(const ads_real* basePoint, const wchar_t* prompt, ads_point result);
+/// A keyword of acedInitGet as it was written there, however it was typed.
+int acedGetKword(const wchar_t* prompt, CString& result);
+int acedGetKword(const wchar_t* prompt, wchar_t* result, std::size_t bufferLength = 133);
+/// The keyword behind the last RTKWORD; RTERROR when there is none.
+int acedGetInput(CString& result);
+
+/// True when the user wants the running command to stop (Ctrl-C); commands that work long look now and then.
+bool acedUsrBrk();
+
+// --- The host around the command
+// --------------------------------------------------------------------------------
+
+/// The host's environment variables. RTNORM, or RTERROR with value untouched when there is none of that name.
+/// The buffer has the given number of characters; a longer value is RTERROR.
+int acedGetEnv(const wchar_t* name, wchar_t* value, std::size_t bufferLength = 512);
+int acedGetEnv(const wchar_t* name, CString& value);
+/// For this session. RTERROR for an empty name.
+int acedSetEnv(const wchar_t* name, const wchar_t* value);
+
+/// A box with one button over the host's main window.
+int acedAlert(const wchar_t* text);
+/// The host's main window; null when there is no host. It has a handle and nothing to look at.
+HWND adsw_acadMainWnd();

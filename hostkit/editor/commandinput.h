@@ -1,0 +1,54 @@
+// Kit: what a command reads. Covers the words of its line, quotes, and asking the user for more; leaves out
+// picking.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hostkit {
+
+/// Where a command's answers come from when the words of its line are used up.
+enum class MoreInput {
+    none, ///< a line that stands by itself, of a script or a pipe: every further answer is Enter
+    ask,  ///< a person sits there: the port asks
+};
+
+/// One answer to a question of a command.
+struct Answer {
+    enum class Kind { word, enter, cancelled, end };
+    Kind kind = Kind::end;
+    std::wstring text{};
+};
+
+/// The line that a running command reads from, word by word. Words stand between blanks and tabs; a word in
+/// quotation marks may hold blanks, and a quotation mark written twice within it stands for one. A mark that
+/// is never closed closes at the end of the line.
+class CommandInput {
+public:
+    CommandInput(std::wstring_view line, MoreInput more)
+        : m_line(line)
+        , m_more(more) {}
+
+    /// The next word, else what MoreInput says. wholeLine takes all that is left of the line as one answer,
+    /// for texts with blanks, unless it begins with a quotation mark.
+    Answer next(std::wstring_view prompt, bool wholeLine);
+    /// The same without asking: the next word, or nothing left.
+    bool nextWord(std::wstring& word, bool wholeLine = false);
+    /// What is left of the line, without the blanks in front.
+    std::wstring_view rest() const;
+    MoreInput more() const { return m_more; }
+
+private:
+    void skipBlanks();
+
+    std::wstring m_line;
+    std::size_t m_position = 0;
+    MoreInput m_more;
+    int m_enters = 0; // answered since the line was used up
+};
+
+/// A word as it has to be written in a line to be read back as one.
+std::wstring quotedWord(std::wstring_view word);
+
+} // namespace hostkit
