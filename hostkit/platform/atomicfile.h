@@ -7,31 +7,31 @@
 
 namespace hostkit {
 
-// Writes a file so that at every moment, crash included, either the old content or the whole new one stands
-// under its name. The bytes go to a hidden temporary file in the same directory; commit() flushes them to the
-// disk and renames. An object that is not committed leaves nothing behind. A symbolic link is followed: the
-// file that it names is replaced.
+/// Writes a file so that at every moment, crash included, either the old content or the whole new one stands
+/// under its name. The bytes go to a hidden temporary file in the same directory; commit() flushes them to
+/// the disk and renames. An object that is not committed leaves nothing behind. A symbolic link is followed:
+/// the file that it names is replaced.
 class AtomicFile {
 public:
-    // path in the bytes of the file system (mapPath).
+    /// path in the bytes of the file system (mapPath).
     explicit AtomicFile(std::string path);
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
 
-    // False when the temporary file could not be made or an earlier write failed; errorText() says why.
+    /// False when the temporary file could not be made or an earlier write failed; errorText() says why.
     bool isGood() const { return error_ == 0; }
-    // Buffered. Does nothing after a failure, which commit() then tells.
+    /// Buffered. Does nothing after a failure, which commit() then tells.
     void write(std::string_view bytes);
-    // True when the new content stands. On false the old file is as it was and the temporary file is gone.
+    /// True when the new content stands. On false the old file is as it was and the temporary file is gone.
     [[nodiscard]] bool commit();
-    // The system's number for the failure (errno), 0 for none.
+    /// The system's number for the failure (errno), 0 for none.
     int error() const { return error_; }
-    // The system's text for the failure, in the bytes it comes in; empty when there is none.
+    /// The system's text for the failure, in the bytes it comes in; empty when there is none.
     std::string errorText() const;
 
-    // The start of the names of temporary files for this path; who holds the right to write it may clear old
-    // ones.
+    /// The start of the names of temporary files for this path; who holds the right to write it may clear old
+    /// ones.
     static std::string temporaryPrefix(std::string_view fileName);
 
 private:
@@ -47,11 +47,11 @@ private:
     int error_ = 0;
 };
 
-// Reads a whole file. False, with content untouched and errno set, when it cannot be read or is larger than
-// limit bytes.
+/// Reads a whole file. False, with content untouched and errno set, when it cannot be read or is larger than
+/// limit bytes.
 [[nodiscard]] bool readWholeFile(const std::string& path, std::string& content, std::size_t limit = SIZE_MAX);
 
-// Makes the directory and its parents. True when it stands.
+/// Makes the directory and its parents. True when it stands.
 bool makeDirectories(const std::string& path);
 
 } // namespace hostkit

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <memory>
 
-// What a file operation throws, by pointer; the catcher calls Delete.
+/// What a file operation throws, by pointer; the catcher calls Delete.
 class CFileException {
 public:
     enum Cause {
@@ -29,7 +29,7 @@ public:
     CString m_strFileName;
 };
 
-// A file by wide name, in bytes. Paths are mapped (systempath.h). Closed by the destructor.
+/// A file by wide name, in bytes. Paths are mapped (systempath.h). Closed by the destructor.
 class CFile {
 public:
     enum OpenFlags : UINT {
@@ -50,19 +50,19 @@ public:
     enum SeekPosition { begin = 0, current = 1, end = 2 };
 
     CFile();
-    // Throws CFileException* when the file cannot be opened.
+    /// Throws CFileException* when the file cannot be opened.
     CFile(const wchar_t* path, UINT flags);
     virtual ~CFile();
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
 
-    // FALSE when it cannot be opened; *error, when given, then says why. With modeCreate an old file is
-    // emptied, unless modeNoTruncate keeps its content; without modeCreate the file has to be there.
+    /// FALSE when it cannot be opened; *error, when given, then says why. With modeCreate an old file is
+    /// emptied, unless modeNoTruncate keeps its content; without modeCreate the file has to be there.
     virtual BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr);
     virtual void Close();
-    // How many bytes were read; fewer than count only at the end of the file.
+    /// How many bytes were read; fewer than count only at the end of the file.
     virtual UINT Read(void* buffer, UINT count);
-    // Throws CFileException* (diskFull) when not all can be written.
+    /// Throws CFileException* (diskFull) when not all can be written.
     virtual void Write(const void* buffer, UINT count);
     virtual void Flush();
     ULONGLONG Seek(LONGLONG offset, UINT from);
@@ -71,7 +71,7 @@ public:
     ULONGLONG GetPosition() const;
     ULONGLONG GetLength() const;
     bool IsOpen() const { return stream_ != nullptr; }
-    // The path as it was given, and its last part.
+    /// The path as it was given, and its last part.
     CString GetFilePath() const { return path_; }
     CString GetFileName() const;
 
@@ -88,19 +88,19 @@ private:
     CString path_;
 };
 
-// A file of lines in the ANSI code page. In text mode (no typeBinary) a line feed is written as carriage
-// return and line feed, and read back as a line feed.
+/// A file of lines in the ANSI code page. In text mode (no typeBinary) a line feed is written as carriage
+/// return and line feed, and read back as a line feed.
 class CStdioFile : public CFile {
 public:
     CStdioFile() = default;
     CStdioFile(const wchar_t* path, UINT flags);
 
     BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr) override;
-    // One line without its end. FALSE, with an empty text, at the end of the file.
+    /// One line without its end. FALSE, with an empty text, at the end of the file.
     BOOL ReadString(CString& line);
-    // Writes the text as it stands: characters up to U+00FF as the byte of that number, others through the
-    // ANSI code page, with '?' for what has no place in it. Text that was turned into code-page bytes before
-    // goes through unchanged.
+    /// Writes the text as it stands: characters up to U+00FF as the byte of that number, others through the
+    /// ANSI code page, with '?' for what has no place in it. Text that was turned into code-page bytes before
+    /// goes through unchanged.
     void WriteString(const wchar_t* text);
 
 private:

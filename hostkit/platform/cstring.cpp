@@ -17,8 +17,7 @@ int positionOrMinusOne(std::size_t position) {
 
 } // namespace
 
-// --- Construction
-// ---------------------------------------------------------------------------------------------------
+// --- Construction ------------------------------------------------------------------------------------------
 
 CString::CString(const wchar_t* text)
     : text_(viewOf(text)) {}
@@ -71,8 +70,7 @@ void CString::Append(const wchar_t* text, int length) {
     if (text) text_.append(text, atLeastZero(length));
 }
 
-// --- Pieces
-// ---------------------------------------------------------------------------------------------------------
+// --- Pieces ------------------------------------------------------------------------------------------------
 
 CString CString::Left(int count) const {
     return CString(std::wstring_view(text_).substr(0, atLeastZero(count)));
@@ -113,8 +111,7 @@ CString CString::Tokenize(const wchar_t* set, int& start) const {
     return CString(std::wstring_view(text_).substr(from, to - from));
 }
 
-// --- Search
-// ---------------------------------------------------------------------------------------------------------
+// --- Search ------------------------------------------------------------------------------------------------
 
 int CString::Find(const wchar_t* text, int start) const {
     if (!text || start < 0 || start > GetLength()) return -1;
@@ -132,8 +129,7 @@ int CString::FindOneOf(const wchar_t* set) const {
     return positionOrMinusOne(text_.find_first_of(viewOf(set)));
 }
 
-// --- Editing
-// --------------------------------------------------------------------------------------------------------
+// --- Editing -----------------------------------------------------------------------------------------------
 
 int CString::Replace(const wchar_t* oldText, const wchar_t* newText) {
     const std::wstring from(viewOf(oldText));
@@ -229,8 +225,7 @@ CString& CString::MakeReverse() {
     return *this;
 }
 
-// --- Comparison, formatting, buffers
-// --------------------------------------------------------------------------------
+// --- Comparison, formatting, buffers -----------------------------------------------------------------------
 
 int CString::Compare(const wchar_t* other) const {
     const int order = std::wstring_view(text_).compare(viewOf(other));

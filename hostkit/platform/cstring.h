@@ -11,17 +11,17 @@
 #include <string_view>
 #include <utility>
 
-// Wide text by value. Positions and lengths are counted in characters; a position outside the text is
-// answered, never followed: characters there read as 0, pieces come out shorter or empty. A null pointer
-// given as text is the empty text. Case folds accented letters, the same in every locale. Narrow text is in
-// the ANSI code page (Windows-1252).
+/// Wide text by value. Positions and lengths are counted in characters; a position outside the text is
+/// answered, never followed: characters there read as 0, pieces come out shorter or empty. A null pointer
+/// given as text is the empty text. Case folds accented letters, the same in every locale. Narrow text is in
+/// the ANSI code page (Windows-1252).
 class CString {
 public:
     CString() noexcept = default;
     CString(const CString&) = default;
     CString(CString&&) noexcept = default;
     CString(const wchar_t* text);
-    // The first length characters of text, which has that many.
+    /// The first length characters of text, which has that many.
     CString(const wchar_t* text, int length);
     CString(wchar_t character, int repeat);
     explicit CString(wchar_t character)
@@ -43,7 +43,7 @@ public:
     bool IsEmpty() const { return text_.empty(); }
     void Empty() { text_.clear(); }
     wchar_t GetAt(int index) const;
-    // Does nothing outside the text.
+    /// Does nothing outside the text.
     void SetAt(int index, wchar_t character);
     template <std::integral Index>
     wchar_t operator[](Index index) const {
@@ -64,24 +64,24 @@ public:
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
     CString Right(int count) const;
-    // The longest start made only of (only without) characters of the set.
+    /// The longest start made only of (only without) characters of the set.
     CString SpanIncluding(const wchar_t* set) const;
     CString SpanExcluding(const wchar_t* set) const;
-    // The next piece between characters of the set from start on; start moves behind it, or becomes -1 with
-    // an empty result when there is none left.
+    /// The next piece between characters of the set from start on; start moves behind it, or becomes -1 with
+    /// an empty result when there is none left.
     CString Tokenize(const wchar_t* set, int& start) const;
 
-    // The position, or -1. An empty text is found at start.
+    /// The position, or -1. An empty text is found at start.
     int Find(const wchar_t* text, int start = 0) const;
     int Find(wchar_t character, int start = 0) const;
     int ReverseFind(wchar_t character) const;
     int FindOneOf(const wchar_t* set) const;
 
-    // How many were replaced (removed). An empty old text replaces nothing.
+    /// How many were replaced (removed). An empty old text replaces nothing.
     int Replace(const wchar_t* oldText, const wchar_t* newText);
     int Replace(wchar_t oldCharacter, wchar_t newCharacter);
     int Remove(wchar_t character);
-    // The new length. An index beyond the end inserts at the end.
+    /// The new length. An index beyond the end inserts at the end.
     int Insert(int index, const wchar_t* text);
     int Insert(int index, wchar_t character);
     int Delete(int index, int count = 1);
@@ -100,12 +100,12 @@ public:
     CString& MakeLower();
     CString& MakeReverse();
 
-    // By character codes; negative, 0, positive.
+    /// By character codes; negative, 0, positive.
     int Compare(const wchar_t* other) const;
     int CompareNoCase(const wchar_t* other) const;
 
-    // See hostkit::formatText for the conversions. A CString is given to %s as it stands. The text itself may
-    // be among the arguments.
+    /// See hostkit::formatText for the conversions. A CString is given to %s as it stands. The text itself
+    /// may be among the arguments.
     template <class... Arguments>
     void Format(const wchar_t* format, const Arguments&... arguments) {
         const hostkit::FormatArgument list[] = {argumentOf(arguments)..., hostkit::FormatArgument()};
@@ -118,9 +118,9 @@ public:
     }
     void FormatV(const wchar_t* format, va_list arguments);
 
-    // A buffer of at least minimumLength characters and a terminator, holding the text. Until ReleaseBuffer
-    // the text is used through the buffer alone. ReleaseBuffer sets the length, by the terminator when it is
-    // negative.
+    /// A buffer of at least minimumLength characters and a terminator, holding the text. Until ReleaseBuffer
+    /// the text is used through the buffer alone. ReleaseBuffer sets the length, by the terminator when it is
+    /// negative.
     wchar_t* GetBuffer(int minimumLength = 0);
     wchar_t* GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);

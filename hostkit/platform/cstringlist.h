@@ -5,7 +5,7 @@
 
 #include <vector>
 
-// An array of texts that grows. An index outside is answered with the empty text and changes nothing.
+/// An array of texts that grows. An index outside is answered with the empty text and changes nothing.
 class CStringArray {
 public:
     int GetSize() const { return static_cast<int>(items_.size()); }
@@ -16,7 +16,7 @@ public:
     const CString& operator[](int index) const { return GetAt(index); }
     void SetAt(int index, const CString& text);
     void SetAtGrow(int index, const CString& text);
-    // The index of the new element.
+    /// The index of the new element.
     int Add(const CString& text);
     void InsertAt(int index, const CString& text);
     void RemoveAt(int index, int count = 1);
@@ -30,11 +30,11 @@ private:
     CString outside_;
 };
 
-// A place in a list; null is no place.
+/// A place in a list; null is no place.
 using POSITION = void*;
 
-// A list of texts, walked by positions: `for (POSITION at = list.GetHeadPosition(); at;) list.GetNext(at)`. A
-// position stays good until its element is removed.
+/// A list of texts, walked by positions: `for (POSITION at = list.GetHeadPosition(); at;) list.GetNext(at)`.
+/// A position stays good until its element is removed.
 class CStringList {
 public:
     CStringList() = default;
@@ -45,7 +45,7 @@ public:
     int GetCount() const { return count_; }
     int GetSize() const { return count_; }
     bool IsEmpty() const { return count_ == 0; }
-    // The list is not empty.
+    /// The list is not empty.
     const CString& GetHead() const { return head_->text; }
     const CString& GetTail() const { return tail_->text; }
     POSITION AddHead(const CString& text);
@@ -64,7 +64,7 @@ public:
     void RemoveAt(POSITION position);
     POSITION InsertBefore(POSITION position, const CString& text);
     POSITION InsertAfter(POSITION position, const CString& text);
-    // From the place after startAfter, or the head; null when the text is not there.
+    /// From the place after startAfter, or the head; null when the text is not there.
     POSITION Find(const CString& text, POSITION startAfter = nullptr) const;
     POSITION FindIndex(int index) const;
 

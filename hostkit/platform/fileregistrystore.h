@@ -12,30 +12,30 @@
 
 namespace hostkit {
 
-// A registry in a text file (the form is told in registrytext.h). Every change is written before it is
-// answered: under a lock shared by all processes (the file's name with ".lock"), the file is read again, the
-// one change made, and the whole replaced in one step. A crash leaves the old state or the new one, and no
-// process undoes another's change.
-//
-// A damaged file is told to the problem sink, line by line. It is kept aside, whole, as NAME.damaged-1 (-2,
-// ...), and the readable rest goes on under the old name. Where it cannot be kept aside the rest is used and
-// every change refused.
+/// A registry in a text file (the form is told in registrytext.h). Every change is written before it is
+/// answered: under a lock shared by all processes (the file's name with ".lock"), the file is read again, the
+/// one change made, and the whole replaced in one step. A crash leaves the old state or the new one, and no
+/// process undoes another's change.
+///
+/// A damaged file is told to the problem sink, line by line. It is kept aside, whole, as NAME.damaged-1 (-2,
+/// ...), and the readable rest goes on under the old name. Where it cannot be kept aside the rest is used and
+/// every change refused.
 class FileRegistryStore final : public RegistryStore {
 public:
     using ProblemSink = std::function<void(const std::wstring&)>;
 
-    // path in the bytes of the file system. The file and its directory are made at the first change.
+    /// path in the bytes of the file system. The file and its directory are made at the first change.
     FileRegistryStore(std::string path, ProblemSink problems);
     ~FileRegistryStore() override;
 
     const RegistryTree& read() override;
-    // Besides the reasons of a tree: ERROR_ACCESS_DENIED or ERROR_WRITE_FAULT when the file cannot be
-    // replaced (told to the sink once), ERROR_LOCK_VIOLATION when another process holds the lock for more
-    // than ten seconds.
+    /// Besides the reasons of a tree: ERROR_ACCESS_DENIED or ERROR_WRITE_FAULT when the file cannot be
+    /// replaced (told to the sink once), ERROR_LOCK_VIOLATION when another process holds the lock for more
+    /// than ten seconds.
     LONG apply(const RegistryChange& change) override;
 
     const std::string& path() const { return path_; }
-    // $XDG_CONFIG_HOME/vexotools/registry.txt, or the same below $HOME/.config; nothing without either.
+    /// $XDG_CONFIG_HOME/vexotools/registry.txt, or the same below $HOME/.config; nothing without either.
     static std::optional<std::string> defaultPath();
 
 private:
@@ -69,8 +69,8 @@ private:
     std::wstring lastTold_;
 };
 
-// The registry of the user who runs the process: the file at the default path, or, where there is no home
-// directory to hold it, one in memory, which the sink is told.
+/// The registry of the user who runs the process: the file at the default path, or, where there is no home
+/// directory to hold it, one in memory, which the sink is told.
 std::unique_ptr<RegistryStore> openUserRegistry(const FileRegistryStore::ProblemSink& problems);
 
 } // namespace hostkit

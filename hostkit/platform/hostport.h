@@ -11,12 +11,12 @@ namespace hostkit {
 
 class RegistryStore;
 
-// How a request for a line of input ended.
+/// How a request for a line of input ended.
 enum class Input { line, cancelled, end };
 
-// The one way out of the kit and the library. A console, a test or a server derives from it; what it does not
-// override keeps the headless behaviour told at each function. One port belongs to one host and is used on
-// the host's thread.
+/// The one way out of the kit and the library. A console, a test or a server derives from it; what it does
+/// not override keeps the headless behaviour told at each function. One port belongs to one host and is used
+/// on the host's thread.
 class HostPort {
 public:
     HostPort();
@@ -24,44 +24,44 @@ public:
     HostPort(const HostPort&) = delete;
     HostPort& operator=(const HostPort&) = delete;
 
-    // Text for the command line, as it stands: no line end is added. Headless: dropped.
+    /// Text for the command line, as it stands: no line end is added. Headless: dropped.
     virtual void print(std::wstring_view text);
-    // Shows the prompt and waits for one line, without its line end. The line is only set for Input::line.
-    // Headless: Input::end.
+    /// Shows the prompt and waits for one line, without its line end. The line is only set for Input::line.
+    /// Headless: Input::end.
     virtual Input readLine(std::wstring_view prompt, std::wstring& line);
 
-    // The meter in the status bar: a start with its bounds, any number of positions, a stop. Headless:
-    // dropped.
+    /// The meter in the status bar: a start with its bounds, any number of positions, a stop. Headless:
+    /// dropped.
     virtual void meterStart(std::wstring_view caption, int minimum, int maximum);
     virtual void meterStep(int position);
     virtual void meterStop();
 
-    // A modal box; flags and result are those of MessageBoxW. Headless: the default button of the flags.
+    /// A modal box; flags and result are those of MessageBoxW. Headless: the default button of the flags.
     virtual int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags);
 
-    // What only a developer should see. Headless: dropped.
+    /// What only a developer should see. Headless: dropped.
     virtual void debugOutput(std::wstring_view text);
-    // A fault in a file or a setting that someone gave us, one line with file, line and reason. Headless:
-    // standard error.
+    /// A fault in a file or a setting that someone gave us, one line with file, line and reason. Headless:
+    /// standard error.
     virtual void reportProblem(std::wstring_view text);
 
-    // Seconds since 1970-01-01 00:00 UTC.
+    /// Seconds since 1970-01-01 00:00 UTC.
     virtual std::int64_t now() const;
-    // Nanoseconds of a clock that never goes back, from any start.
+    /// Nanoseconds of a clock that never goes back, from any start.
     virtual std::int64_t monotonicNanoseconds() const;
 
-    // The host's environment variables. False, with value untouched, where there is none of that name.
-    // Headless: what was set on this port, else the environment of the process, which setEnvironment never
-    // changes.
+    /// The host's environment variables. False, with value untouched, where there is none of that name.
+    /// Headless: what was set on this port, else the environment of the process, which setEnvironment never
+    /// changes.
     virtual bool getEnvironment(std::wstring_view name, std::wstring& value) const;
     virtual void setEnvironment(std::wstring_view name, std::wstring_view value);
 
-    // The registry of this host. Headless: an empty one in memory, until setRegistry gives another.
+    /// The registry of this host. Headless: an empty one in memory, until setRegistry gives another.
     virtual RegistryStore& registry();
     void setRegistry(std::unique_ptr<RegistryStore> store);
 
-    // The directory that stands for a drive letter, in the bytes of the file system, without closing
-    // separator. Headless: empty, so that a letter is dropped and "C:\data" is "/data".
+    /// The directory that stands for a drive letter, in the bytes of the file system, without closing
+    /// separator. Headless: empty, so that a letter is dropped and "C:\data" is "/data".
     virtual std::string driveRoot(wchar_t letter) const;
 
 private:
@@ -69,11 +69,11 @@ private:
     std::map<std::wstring, std::wstring, std::less<>> environment_;
 };
 
-// The port in use; never null. Where none was set, a headless one that lives as long as the process.
+/// The port in use; never null. Where none was set, a headless one that lives as long as the process.
 HostPort* currentPort();
 
-// Makes a port the current one for the scope's life and restores the one before it. The port outlives the
-// scope.
+/// Makes a port the current one for the scope's life and restores the one before it. The port outlives the
+/// scope.
 class ScopedPort {
 public:
     explicit ScopedPort(HostPort& port);
@@ -85,8 +85,8 @@ private:
     HostPort* previous_;
 };
 
-// The button that a person gets by pressing Enter: the one that the MB_DEFBUTTON flag names among those of
-// the type.
+/// The button that a person gets by pressing Enter: the one that the MB_DEFBUTTON flag names among those of
+/// the type.
 [[nodiscard]] int defaultButton(unsigned flags);
 
 } // namespace hostkit

@@ -10,8 +10,7 @@ namespace hostkit {
 
 namespace {
 
-// --- Values as bytes
-// ------------------------------------------------------------------------------------------------
+// --- Values as bytes ---------------------------------------------------------------------------------------
 
 std::string bytesOfText(std::wstring_view text) {
     std::string bytes((text.size() + 1) * sizeof(wchar_t), '\0');
@@ -44,8 +43,7 @@ int hexadecimalDigit(wchar_t character) {
     return -1;
 }
 
-// --- Reading
-// --------------------------------------------------------------------------------------------------------
+// --- Reading -----------------------------------------------------------------------------------------------
 
 // One line, read from its start. Every take tells whether it found what it wanted; the line behind it is
 // rest.
@@ -222,8 +220,7 @@ private:
     std::vector<RegistryTextProblem> problems_;
 };
 
-// --- Writing
-// --------------------------------------------------------------------------------------------------------
+// --- Writing -----------------------------------------------------------------------------------------------
 
 void appendHexadecimal(std::string& out, std::uint64_t number, int digits) {
     for (int i = digits - 1; i >= 0; --i) out += "0123456789abcdef"[number >> (4 * i) & 15];

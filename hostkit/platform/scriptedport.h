@@ -8,8 +8,8 @@
 
 namespace hostkit {
 
-// A port that keeps what it is given and answers from lists. Its registry is in memory, its environment its
-// own alone.
+/// A port that keeps what it is given and answers from lists. Its registry is in memory, its environment its
+/// own alone.
 class ScriptedPort : public HostPort {
 public:
     struct Box {
@@ -25,7 +25,7 @@ public:
         bool stopped;
     };
 
-    // What was shown, in order.
+    /// What was shown, in order.
     std::wstring printed;
     std::vector<std::wstring> prompts;
     std::vector<Box> boxes;
@@ -33,16 +33,16 @@ public:
     std::vector<std::wstring> debug;
     std::vector<std::wstring> problems;
 
-    // What is answered: lines until none is left, then Input::end; buttons until none is left, then the
-    // default button.
+    /// What is answered: lines until none is left, then Input::end; buttons until none is left, then the
+    /// default button.
     std::deque<std::wstring> lines;
     std::deque<int> buttons;
 
-    // The clock stands still until the test moves it. 2024-02-29 12:34:56 UTC.
+    /// The clock stands still until the test moves it. 2024-02-29 12:34:56 UTC.
     std::int64_t time = 1709210096;
     std::int64_t nanoseconds = 0;
 
-    // Roots of drives by upper-case letter; a letter without an entry is dropped.
+    /// Roots of drives by upper-case letter; a letter without an entry is dropped.
     std::map<wchar_t, std::string> drives;
 
     void print(std::wstring_view text) override;

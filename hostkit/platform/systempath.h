@@ -6,16 +6,18 @@
 
 namespace hostkit {
 
-// The path in the bytes of the file system. '\' and '/' both separate. "X:\rest" becomes the current port's
-// root of drive X followed by "/rest", and "X:rest" the root, a '/' and rest when that drive has a root, else
-// rest alone, relative to the current directory. What stands behind a NUL is cut off, as the system would.
+/// The path in the bytes of the file system. '\' and '/' both separate. "X:\rest" becomes the current port's
+/// root of drive X followed by "/rest", and "X:rest" the root, a '/' and rest when that drive has a root,
+/// else rest alone, relative to the current directory. What stands behind a NUL is cut off, as the system
+/// would.
 std::string mapPath(std::wstring_view path);
 
-// A name of the file system as wide text. Bytes that are not UTF-8, and a '\' within a name, become the
-// reserved characters U+DC00 + byte, which mapPath turns back, so that every name of a listing can be opened.
+/// A name of the file system as wide text. Bytes that are not UTF-8, and a '\' within a name, become the
+/// reserved characters U+DC00 + byte, which mapPath turns back, so that every name of a listing can be
+/// opened.
 std::wstring pathFromSystem(std::string_view path);
 
-// The part behind the last separator (either one).
+/// The part behind the last separator (either one).
 std::wstring_view fileNameOfPath(std::wstring_view path);
 
 } // namespace hostkit

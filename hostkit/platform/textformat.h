@@ -10,8 +10,8 @@
 
 namespace hostkit {
 
-// One argument of a formatted text with the type that its caller gave it, so that a wrong conversion never
-// reads what is not there.
+/// One argument of a formatted text with the type that its caller gave it, so that a wrong conversion never
+/// reads what is not there.
 struct FormatArgument {
     enum class Kind : unsigned char { none, integer, real, wide, narrow, pointer };
 
@@ -52,19 +52,19 @@ struct FormatArgument {
     };
 };
 
-// Fills the format's conversions from the arguments and returns the text, of any length, the same in every
-// locale.
-//   %s %ls %ws      wide text          %S %hs          narrow text in the ANSI code page
-//   %c %lc %wc      wide character     %C %hc          narrow character
-//   %d %i %u %x %X %o                  32 bits; prefixes h, hh, I32 (16, 8, 32 bits) and l, ll, I64, I, j, z,
-//   t (64 bits) %f %F %e %E %g %G %a %A            double, exponents of at least two digits %p 16 upper-case
-//   hexadecimal digits
-//   %%              a per cent sign
-// A width or precision may be '*'. A null text is written "(null)". A conversion that is none is written
-// without its per cent sign. An argument that is missing, or that its conversion cannot show (a number as
-// text), is written "?".
+/// Fills the format's conversions from the arguments and returns the text, of any length, the same in every
+/// locale.
+///   %s %ls %ws      wide text          %S %hs          narrow text in the ANSI code page
+///   %c %lc %wc      wide character     %C %hc          narrow character
+///   %d %i %u %x %X %o                  32 bits; prefixes h, hh, I32 (16, 8, 32 bits) and l, ll, I64, I, j,
+///   z, t (64 bits) %f %F %e %E %g %G %a %A            double, exponents of at least two digits %p 16
+///   upper-case hexadecimal digits
+///   %%              a per cent sign
+/// A width or precision may be '*'. A null text is written "(null)". A conversion that is none is written
+/// without its per cent sign. An argument that is missing, or that its conversion cannot show (a number as
+/// text), is written "?".
 std::wstring formatText(const wchar_t* format, const FormatArgument* arguments, std::size_t count);
-// The same from a variable argument list; here the caller answers for the types (a `long` for %ld).
+/// The same from a variable argument list; here the caller answers for the types (a `long` for %ld).
 std::wstring formatText(const wchar_t* format, va_list arguments);
 
 } // namespace hostkit

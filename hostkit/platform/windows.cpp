@@ -52,8 +52,7 @@ LONG errorOfMissing(const std::string& path, int systemError) {
 
 } // namespace
 
-// --- The port
-// -------------------------------------------------------------------------------------------------------
+// --- The port ----------------------------------------------------------------------------------------------
 
 int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
     return hostkit::currentPort()->messageBox(viewOf(text), viewOf(caption), flags);
@@ -76,8 +75,7 @@ DWORD GetTickCount() {
 DWORD GetLastError() { return lastError; }
 void SetLastError(DWORD error) { lastError = error; }
 
-// --- Files
-// ----------------------------------------------------------------------------------------------------------
+// --- Files -------------------------------------------------------------------------------------------------
 
 BOOL CreateDirectoryW(const wchar_t* path, SECURITY_ATTRIBUTES*) {
     const std::string name = hostkit::mapPath(viewOf(path));
@@ -139,8 +137,7 @@ DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer) {
     return length;
 }
 
-// --- Modules
-// --------------------------------------------------------------------------------------------------------
+// --- Modules -----------------------------------------------------------------------------------------------
 
 HMODULE LoadLibraryW(const wchar_t* file) {
     const std::string name = hostkit::mapPath(viewOf(file));

@@ -5,8 +5,7 @@
 #include "windowstypes.h"
 #include "winreg.h"
 
-// --- Message boxes
-// --------------------------------------------------------------------------------------------------
+// --- Message boxes -----------------------------------------------------------------------------------------
 
 inline constexpr UINT MB_OK = 0x0;
 inline constexpr UINT MB_OKCANCEL = 0x1;
@@ -36,33 +35,30 @@ inline constexpr int IDIGNORE = 5;
 inline constexpr int IDYES = 6;
 inline constexpr int IDNO = 7;
 
-// Asks the port of the current host. Returns the id of the button taken. A null text or caption counts as
-// empty; the owner is not looked at.
+/// Asks the port of the current host. Returns the id of the button taken. A null text or caption counts as
+/// empty; the owner is not looked at.
 int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
 
-// --- Debug output and clock
-// -----------------------------------------------------------------------------------------
+// --- Debug output and clock --------------------------------------------------------------------------------
 
-// Gives the text to the port of the current host. A null text does nothing.
+/// Gives the text to the port of the current host. A null text does nothing.
 void OutputDebugStringW(const wchar_t* text);
 
 using __time64_t = std::int64_t;
-// Seconds since 1970-01-01 00:00 UTC by the port's clock; also stored in *time when that is not null.
+/// Seconds since 1970-01-01 00:00 UTC by the port's clock; also stored in *time when that is not null.
 __time64_t _time64(__time64_t* time);
-// Milliseconds of the port's monotonic clock, modulo 2^32.
+/// Milliseconds of the port's monotonic clock, modulo 2^32.
 DWORD GetTickCount();
 
-// --- Last error
-// -----------------------------------------------------------------------------------------------------
+// --- Last error --------------------------------------------------------------------------------------------
 
-// One number a thread, set by the functions that say so.
+/// One number a thread, set by the functions that say so.
 DWORD GetLastError();
 void SetLastError(DWORD error);
 
-// --- Files
-// ----------------------------------------------------------------------------------------------------------
-// Every path goes through hostkit::mapPath: both separators are taken, a drive letter is mapped by the port.
-// Names are compared as the file system below compares them.
+// --- Files -------------------------------------------------------------------------------------------------
+/// Every path goes through hostkit::mapPath: both separators are taken, a drive letter is mapped by the port.
+/// Names are compared as the file system below compares them.
 
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
 inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;
@@ -74,32 +70,31 @@ inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFFu;
 
 struct SECURITY_ATTRIBUTES;
 
-// Makes one level. TRUE when it was made; FALSE with ERROR_ALREADY_EXISTS for anything of that name,
-// ERROR_PATH_NOT_FOUND for a missing parent, ERROR_ACCESS_DENIED otherwise. The security attributes are not
-// looked at.
+/// Makes one level. TRUE when it was made; FALSE with ERROR_ALREADY_EXISTS for anything of that name,
+/// ERROR_PATH_NOT_FOUND for a missing parent, ERROR_ACCESS_DENIED otherwise. The security attributes are not
+/// looked at.
 BOOL CreateDirectoryW(const wchar_t* path, SECURITY_ATTRIBUTES* attributes);
-// Removes an empty directory: ERROR_DIR_NOT_EMPTY, ERROR_DIRECTORY (it is a file), ERROR_FILE_NOT_FOUND
-// otherwise.
+/// Removes an empty directory: ERROR_DIR_NOT_EMPTY, ERROR_DIRECTORY (it is a file), ERROR_FILE_NOT_FOUND
+/// otherwise.
 BOOL RemoveDirectoryW(const wchar_t* path);
-// FILE_ATTRIBUTE bits, or INVALID_FILE_ATTRIBUTES with ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND. A file
-// that the caller may not write is read-only; a name that begins with a point is hidden; a plain file is an
-// archive file.
+/// FILE_ATTRIBUTE bits, or INVALID_FILE_ATTRIBUTES with ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND. A file
+/// that the caller may not write is read-only; a name that begins with a point is hidden; a plain file is an
+/// archive file.
 DWORD GetFileAttributesW(const wchar_t* path);
-// Removes a file, not a directory (ERROR_ACCESS_DENIED).
+/// Removes a file, not a directory (ERROR_ACCESS_DENIED).
 BOOL DeleteFileW(const wchar_t* path);
-// Renames; fails with ERROR_ALREADY_EXISTS where the new name stands.
+/// Renames; fails with ERROR_ALREADY_EXISTS where the new name stands.
 BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
 BOOL SetCurrentDirectoryW(const wchar_t* path);
-// Writes the current directory, with '/' as it stands in the file system. Returns the characters without the
-// terminator, or the size needed with it when the buffer is too small, or 0 on failure.
+/// Writes the current directory, with '/' as it stands in the file system. Returns the characters without the
+/// terminator, or the size needed with it when the buffer is too small, or 0 on failure.
 DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer);
 
-// --- Modules
-// --------------------------------------------------------------------------------------------------------
+// --- Modules -----------------------------------------------------------------------------------------------
 
-// Loads a shared object of exactly this file name, found by path or by the system's search. Null with
-// ERROR_MOD_NOT_FOUND when it is not there, which is what every library of another platform is.
+/// Loads a shared object of exactly this file name, found by path or by the system's search. Null with
+/// ERROR_MOD_NOT_FOUND when it is not there, which is what every library of another platform is.
 HMODULE LoadLibraryW(const wchar_t* file);
-// Null with ERROR_PROC_NOT_FOUND when the module has no such symbol, or the module is null.
+/// Null with ERROR_PROC_NOT_FOUND when the module has no such symbol, or the module is null.
 FARPROC GetProcAddress(HMODULE module, const char* name);
 BOOL FreeLibrary(HMODULE module);

@@ -8,7 +8,7 @@
 #define APIENTRY
 #define CALLBACK
 
-// Types that the platform holds in 16 or 32 bits keep that width here, where `long` has 64 bits.
+/// Types that the platform holds in 16 or 32 bits keep that width here, where `long` has 64 bits.
 using BOOL = int;
 using BYTE = unsigned char;
 using WORD = std::uint16_t;
@@ -47,7 +47,7 @@ using LPCVOID = const void*;
 using ACCESS_MASK = DWORD;
 using REGSAM = ACCESS_MASK;
 
-// Handles are opaque pointers of distinct types, so that one kind is never taken for another.
+/// Handles are opaque pointers of distinct types, so that one kind is never taken for another.
 using HANDLE = void*;
 using HWND = struct HWND__*;
 using HKEY = struct HKEY__*;
