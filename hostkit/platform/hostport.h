@@ -30,6 +30,10 @@ public:
     /// Headless: Input::end.
     virtual Input readLine(std::wstring_view prompt, std::wstring& line);
 
+    /// True once a person has asked for an end (Ctrl-C); long work looks at it between its steps and stops
+    /// cleanly. Headless: never.
+    virtual bool interruptRequested() const;
+
     /// The meter in the status bar: a start with its bounds, any number of positions, a stop. Headless:
     /// dropped.
     virtual void meterStart(std::wstring_view caption, int minimum, int maximum);
