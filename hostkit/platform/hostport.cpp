@@ -24,6 +24,7 @@ void HostPort::print(std::wstring_view) {}
 Input HostPort::readLine(std::wstring_view, std::wstring&) { return Input::end; }
 
 bool HostPort::interruptRequested() const { return false; }
+
 void HostPort::meterStart(std::wstring_view, int, int) {}
 void HostPort::meterStep(int) {}
 void HostPort::meterStop() {}

@@ -1,0 +1,101 @@
+#include "consoleport.h"
+
+#include "consoletext.h"
+#include "interrupt.h"
+#include "textencoding.h"
+
+#include <cerrno>
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t outputHeld = 64 * 1024;
+// A line longer than this is no command; what is read so far is taken as the line.
+constexpr std::size_t longestLine = 1024 * 1024;
+
+// Texts of a drawing may hold control characters, which a terminal would obey.
+wchar_t shownCharacter(wchar_t character) {
+    const bool isControl = character < L' ' || (character >= 0x7F && character < 0xA0);
+    const bool isLayout = character == L'\n' || character == L'\t' || character == L'\r';
+    return isControl && !isLayout ? L'\uFFFD' : character;
+}
+
+std::string shownBytes(std::wstring_view text) {
+    std::string bytes;
+    for (const wchar_t character : text) hostkit::appendUtf8(bytes, shownCharacter(character));
+    return bytes;
+}
+
+// All of it, or as much as the other end takes; a closed pipe ends the program by its signal.
+void writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+} // namespace
+
+ConsolePort::~ConsolePort() { flush(); }
+
+void ConsolePort::print(std::wstring_view text) {
+    m_output += shownBytes(text);
+    if (m_output.size() >= outputHeld) flush();
+}
+
+void ConsolePort::flush() {
+    writeAll(STDOUT_FILENO, m_output);
+    m_output.clear();
+}
+
+bool ConsolePort::isInteractive() { return isatty(STDIN_FILENO) == 1; }
+
+bool ConsolePort::interruptRequested() const { return interrupt::isRequested(); }
+
+bool ConsolePort::fillInput() {
+    for (;;) {
+        if (interrupt::isRequested()) return false;
+        pollfd watched[2] = {{STDIN_FILENO, POLLIN, 0}, {interrupt::descriptor(), POLLIN, 0}};
+        const int ready = poll(watched, 2, -1);
+        if (ready < 0 && errno != EINTR) return false;
+        if (ready <= 0 || watched[1].revents) continue;
+        char buffer[4096];
+        const ssize_t count = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        m_input.append(buffer, static_cast<std::size_t>(count));
+        return true;
+    }
+}
+
+hostkit::Input ConsolePort::readLine(std::wstring_view prompt, std::wstring& line) {
+    if (isInteractive()) print(prompt);
+    flush();
+    std::size_t searched = 0;
+    while (m_input.find('\n', searched) == std::string::npos && m_input.size() < longestLine && !m_isAtEnd) {
+        searched = m_input.size();
+        if (fillInput()) continue;
+        if (interrupt::isRequested()) return hostkit::Input::cancelled;
+        m_isAtEnd = true;
+    }
+    if (m_input.empty()) return hostkit::Input::end;
+    const std::size_t end = m_input.find('\n');
+    std::string bytes = m_input.substr(0, end);
+    m_input.erase(0, end == std::string::npos ? end : end + 1);
+    if (!bytes.empty() && bytes.back() == '\r') bytes.pop_back();
+    line = wideFromArgument(bytes);
+    return hostkit::Input::line;
+}
+
+int ConsolePort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
+    reportProblem(caption.empty() ? std::wstring(text) : std::wstring(caption) + L": " + std::wstring(text));
+    return hostkit::defaultButton(flags);
+}
+
+void ConsolePort::reportProblem(std::wstring_view text) {
+    flush();
+    writeAll(STDERR_FILENO, shownBytes(text) + '\n');
+}

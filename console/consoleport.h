@@ -1,0 +1,32 @@
+#pragma once
+
+#include "hostport.h"
+
+#include <string>
+
+/// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes go to
+/// standard error, all as UTF-8 whatever the locale. A box is answered by its default button, since nobody may be
+/// there.
+class ConsolePort final : public hostkit::HostPort {
+public:
+    ~ConsolePort() override;
+
+    void print(std::wstring_view text) override;
+    /// Input::cancelled when Ctrl-C came; Input::end when the input is at its end or closed.
+    hostkit::Input readLine(std::wstring_view prompt, std::wstring& line) override;
+    int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
+    void reportProblem(std::wstring_view text) override;
+    bool interruptRequested() const override;
+
+    /// Sends on what was printed and is still held.
+    void flush();
+    /// True when a person types the input.
+    static bool isInteractive();
+
+private:
+    bool fillInput();
+
+    std::string m_output;
+    std::string m_input;
+    bool m_isAtEnd = false;
+};

@@ -1,0 +1,40 @@
+#include "interrupt.h"
+
+#include "exitcodes.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace interrupt {
+namespace {
+
+volatile std::sig_atomic_t g_requested = 0;
+int g_pipe[2] = {-1, -1};
+
+void onSignal(int) {
+    if (g_requested) _exit(exitcode::interrupted);
+    g_requested = 1;
+    const int earlier = errno;
+    if (g_pipe[1] >= 0 && write(g_pipe[1], "!", 1) < 0) {
+        // The flag alone is enough for all but a waiting prompt, which the signal itself wakes.
+    }
+    errno = earlier;
+}
+
+} // namespace
+
+void install() {
+    if (g_pipe[0] < 0 && pipe2(g_pipe, O_CLOEXEC | O_NONBLOCK) != 0) g_pipe[0] = g_pipe[1] = -1;
+    struct sigaction action {};
+    action.sa_handler = onSignal;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isRequested() { return g_requested != 0; }
+int descriptor() { return g_pipe[0]; }
+
+} // namespace interrupt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the command line asks for. Files are wide texts that mapPath turns back into the very bytes given.
+struct Options {
+    std::wstring drawing;
+    bool isNewDrawing = false;
+    std::vector<std::wstring> modules;
+    std::optional<std::wstring> script;
+    std::vector<std::wstring> commands;
+    std::optional<std::wstring> output;
+    bool mayOverwrite = false;
+    std::optional<std::wstring> registry;
+    std::optional<std::wstring> library;
+    std::optional<std::wstring> trace;
+    std::optional<std::wstring> installRoot;
+    unsigned language = 0x40C; ///< the platform's identifier of French (France)
+    bool isQuiet = false;
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+    bool wantsCommandList = false;
+};
+
+/// The options, or a sentence that says what is wrong with them.
+struct ParsedOptions {
+    Options options{};
+    std::wstring problem{};
+};
+
+/// Options stand in any order; a value follows its option as the next argument or behind "="; behind "--" all is a
+/// file name. Files are taken as the file system's bytes; commands as UTF-8, or as Windows-1252 where they are not.
+ParsedOptions parseOptions(const std::vector<std::string>& arguments);
+
+/// The text of --help, with the table of exit codes.
+std::wstring helpText();

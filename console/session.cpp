@@ -1,0 +1,227 @@
+#include "session.h"
+
+#include "builtincommands.h"
+#include "consoleport.h"
+#include "consolestate.h"
+#include "exitcodes.h"
+#include "fileregistrystore.h"
+#include "host.h"
+#include "installation.h"
+#include "interrupt.h"
+#include "librarylocation.h"
+#include "script.h"
+#include "systempath.h"
+#include "textencoding.h"
+#include "tracefile.h"
+
+#include <functional>
+#include <optional>
+#include <sys/stat.h>
+
+namespace {
+
+ConsoleState* g_state = nullptr;
+
+std::wstring statusName(Acad::ErrorStatus status) { return acadErrorStatusText(status); }
+
+class Session {
+public:
+    explicit Session(const Options& options)
+        : m_options(options) {
+        g_state = &m_state;
+    }
+    ~Session() { g_state = nullptr; }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    int run();
+
+private:
+    void openRegistry();
+    int runInHost(hostkit::Host& host);
+    int install();
+    int loadModule(hostkit::Host& host, const std::wstring& file);
+    int openDrawing(hostkit::Host& host);
+    int runCommands(hostkit::Host& host);
+    int runLines(hostkit::Host& host, const std::wstring& source, const std::vector<ScriptLine>& lines);
+    int runPrompt(hostkit::Host& host);
+    bool runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
+                 hostkit::MoreInput more);
+    int save(hostkit::Host& host);
+    int fail(int code, const std::wstring& problem);
+    void tell(const std::wstring& text);
+
+    const Options& m_options;
+    ConsolePort m_port;
+    ConsoleState m_state;
+};
+
+int Session::fail(int code, const std::wstring& problem) {
+    m_port.reportProblem(L"vexohost: " + problem);
+    return code;
+}
+
+void Session::tell(const std::wstring& text) {
+    if (!m_options.isQuiet) m_port.print(text);
+}
+
+void Session::openRegistry() {
+    const auto problems = [this](const std::wstring& text) { m_port.reportProblem(text); };
+    std::wstring file = m_options.registry.value_or(L"");
+    if (file.empty()) m_port.getEnvironment(L"VEXO_REGISTRY", file);
+    m_port.setRegistry(file.empty() ? hostkit::openUserRegistry(problems)
+                                    : std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
+}
+
+int Session::run() {
+    openRegistry();
+    std::optional<hostkit::TraceFile> trace;
+    if (m_options.trace) {
+        trace.emplace(hostkit::mapPath(*m_options.trace));
+        if (!trace->isOpen())
+            return fail(exitcode::notWritten, *m_options.trace + L": the timeline cannot be written");
+    }
+    int code = exitcode::ok;
+    {
+        hostkit::Host host(m_port);
+        code = runInHost(host);
+        if (interrupt::isRequested()) code = fail(exitcode::interrupted, L"stopped; nothing was saved");
+    }
+    m_port.flush();
+    if (trace && !trace->close())
+        return fail(exitcode::notWritten, *m_options.trace + L": the timeline could not be written");
+    return code;
+}
+
+int Session::runInHost(hostkit::Host& host) {
+    if (m_options.installRoot) return install();
+    registerBuiltinCommands(host.commands());
+    if (const int code = loadModule(host, m_options.library.value_or(libraryLocation()))) return code;
+    if (m_options.wantsCommandList && m_options.drawing.empty()) {
+        for (const std::wstring& module : m_options.modules)
+            if (const int code = loadModule(host, module)) return code;
+        return runLine(host, L"", L"COMMANDS", hostkit::MoreInput::none) ? exitcode::ok : exitcode::commandFailed;
+    }
+    if (const int code = openDrawing(host)) return code;
+    for (const std::wstring& module : m_options.modules) {
+        if (interrupt::isRequested()) return exitcode::interrupted;
+        if (const int code = loadModule(host, module)) return code;
+    }
+    if (const int code = runCommands(host)) return code;
+    if (interrupt::isRequested()) return exitcode::interrupted;
+    return m_options.output ? save(host) : exitcode::ok;
+}
+
+int Session::install() {
+    std::wstring problem;
+    if (!writeInstallation(*m_options.installRoot, m_options.language, problem))
+        return fail(exitcode::notWritten, problem);
+    tell(L"Installed in " + *m_options.installRoot + L"\n");
+    return exitcode::ok;
+}
+
+int Session::loadModule(hostkit::Host& host, const std::wstring& file) {
+    const Acad::ErrorStatus status = host.runtime().linker().loadModule(file.c_str());
+    if (status == Acad::eOk) return exitcode::ok;
+    return fail(exitcode::moduleNotLoaded, host.runtime().linker().lastProblem() + L" (" + statusName(status) + L")");
+}
+
+int Session::openDrawing(hostkit::Host& host) {
+    const Acad::ErrorStatus status =
+        m_options.isNewDrawing ? host.newDocument() : host.openDocument(m_options.drawing);
+    // The reader has told file, line and reason already.
+    if (status != Acad::eOk)
+        return fail(exitcode::drawingUnreadable,
+                    m_options.drawing + L": the drawing cannot be read (" + statusName(status) + L")");
+    m_state.drawing = m_options.drawing;
+    return exitcode::ok;
+}
+
+int Session::runCommands(hostkit::Host& host) {
+    if (m_options.wantsCommandList) return runLines(host, L"--list-commands", {{0, L"COMMANDS"}});
+    if (m_options.script) {
+        std::wstring reason;
+        const auto lines = readScript(*m_options.script, reason);
+        if (!lines) return fail(exitcode::scriptUnreadable, *m_options.script + L": " + reason);
+        return runLines(host, *m_options.script, *lines);
+    }
+    if (m_options.commands.empty()) return runPrompt(host);
+    std::vector<ScriptLine> lines;
+    for (const std::wstring& command : m_options.commands) lines.push_back({0, command});
+    return runLines(host, L"--command", lines);
+}
+
+int Session::runLines(hostkit::Host& host, const std::wstring& source, const std::vector<ScriptLine>& lines) {
+    for (const ScriptLine& line : lines) {
+        const std::wstring where = line.number ? source + L":" + std::to_wstring(line.number) : source;
+        if (!runLine(host, where, line.text, hostkit::MoreInput::none)) return exitcode::commandFailed;
+        if (interrupt::isRequested()) return exitcode::interrupted;
+        if (m_state.wantsToQuit) break;
+    }
+    return exitcode::ok;
+}
+
+// A person who types goes on after a mistake; a pipe stops at it, as a script does.
+int Session::runPrompt(hostkit::Host& host) {
+    const bool isInteractive = ConsolePort::isInteractive();
+    if (isInteractive) tell(L"Type HELP for the commands, QUIT to leave.\n");
+    for (std::size_t number = 1; !m_state.wantsToQuit; ++number) {
+        std::wstring line;
+        const hostkit::Input input = m_port.readLine(L"Command: ", line);
+        if (input == hostkit::Input::cancelled) return exitcode::interrupted;
+        if (input == hostkit::Input::end) break;
+        const std::vector<ScriptLine> lines = parseScript(hostkit::utf8FromWide(line));
+        if (lines.empty()) continue;
+        if (isInteractive) {
+            runLine(host, L"", line, hostkit::MoreInput::ask);
+        } else if (!runLine(host, L"standard input:" + std::to_wstring(number), line, hostkit::MoreInput::none)) {
+            return exitcode::commandFailed;
+        }
+        if (interrupt::isRequested()) return exitcode::interrupted;
+    }
+    return exitcode::ok;
+}
+
+bool Session::runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
+                      hostkit::MoreInput more) {
+    const hostkit::CommandResult result = host.run(line, more);
+    m_port.flush();
+    if (result.status == Acad::eOk || interrupt::isRequested()) return result.status == Acad::eOk;
+    hostkit::CommandInput words(line, hostkit::MoreInput::none);
+    std::wstring name;
+    words.nextWord(name);
+    const std::wstring reason = result.reason.empty() ? L"the command failed" : result.reason;
+    fail(exitcode::commandFailed, (where.empty() ? L"" : where + L": ") + name + L": " + reason + L" (" +
+                                      statusName(result.status) + L")");
+    return false;
+}
+
+int Session::save(hostkit::Host& host) {
+    AcApDocument* document = host.documents().curDocument();
+    if (!document) return fail(exitcode::notWritten, *m_options.output + L": no drawing is open");
+    if (!m_options.mayOverwrite && isSameFile(*m_options.output, m_state.drawing))
+        return fail(exitcode::notWritten,
+                    *m_options.output + L": this is the drawing that was opened; --overwrite replaces it");
+    const Acad::ErrorStatus status = host.saveDocument(*document, *m_options.output);
+    if (status != Acad::eOk)
+        return fail(exitcode::notWritten,
+                    *m_options.output + L": the drawing could not be saved (" + statusName(status) + L")");
+    tell(L"Saved " + *m_options.output + L"\n");
+    return exitcode::ok;
+}
+
+} // namespace
+
+ConsoleState& consoleState() { return *g_state; }
+
+bool isSameFile(const std::wstring& first, const std::wstring& second) {
+    struct stat one {};
+    struct stat other {};
+    return stat(hostkit::mapPath(first).c_str(), &one) == 0 && stat(hostkit::mapPath(second).c_str(), &other) == 0 &&
+           one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+int runSession(const Options& options) {
+    Session session(options);
+    return session.run();
+}

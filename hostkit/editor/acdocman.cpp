@@ -1,0 +1,90 @@
+#include "acdocman.h"
+
+#include "dbhostapp.h"
+#include "dbmain.h"
+
+#include <algorithm>
+
+AcApDocument::AcApDocument(std::unique_ptr<AcDbDatabase> database, std::wstring fileName)
+    : m_database(std::move(database))
+    , m_fileName(std::move(fileName)) {}
+
+AcApDocument::~AcApDocument() = default;
+
+AcAp::DocLockMode AcApDocument::lockMode() const {
+    // In the order of their strength; a protected automatic write bears the bit of the automatic one.
+    for (const auto mode :
+         {AcAp::kXWrite, AcAp::kWrite, AcAp::kProtectedAutoWrite, AcAp::kAutoWrite, AcAp::kRead})
+        if (std::find(m_locks.begin(), m_locks.end(), mode) != m_locks.end()) return mode;
+    return AcAp::kNotLocked;
+}
+
+AcApDocManager::AcApDocManager() = default;
+AcApDocManager::~AcApDocManager() { closeAll(); }
+
+bool AcApDocManager::has(const AcApDocument* document) const {
+    return std::any_of(m_documents.begin(), m_documents.end(),
+                       [document](const auto& each) { return each.get() == document; });
+}
+
+AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
+    for (const auto& each : m_documents)
+        if (database && each->database() == database) return each.get();
+    return nullptr;
+}
+
+AcApDocument* AcApDocManager::documentAt(int index) const {
+    return index >= 0 && index < documentCount() ? m_documents[static_cast<std::size_t>(index)].get()
+                                                 : nullptr;
+}
+
+void AcApDocManager::makeCurrent(AcApDocument* document) {
+    m_current = document;
+    if (AcDbHostApplicationServices* services = acdbHostApplicationServices())
+        services->setWorkingDatabase(document ? document->database() : nullptr);
+}
+
+Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* document) {
+    if (!document) return Acad::eNoDocument;
+    if (!has(document)) return Acad::eNotFromThisDocument;
+    makeCurrent(document);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::DocLockMode mode) {
+    if (!document || !has(document)) return Acad::eNoDocument;
+    if (mode == AcAp::kNone || mode == AcAp::kNotLocked) return Acad::eInvalidInput;
+    document->m_locks.push_back(mode);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document) {
+    if (!document || !has(document)) return Acad::eNoDocument;
+    if (document->m_locks.empty()) return Acad::eLockViolation;
+    document->m_locks.pop_back();
+    return Acad::eOk;
+}
+
+AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcDbDatabase> database, std::wstring fileName) {
+    m_documents.push_back(std::make_unique<AcApDocument>(std::move(database), std::move(fileName)));
+    makeCurrent(m_documents.back().get());
+    return m_current;
+}
+
+Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* document) {
+    const auto place = std::find_if(m_documents.begin(), m_documents.end(),
+                                    [document](const auto& each) { return each.get() == document; });
+    if (place == m_documents.end()) return Acad::eNoDocument;
+    if (document->lockMode() != AcAp::kNotLocked) return Acad::eLockViolation;
+    // The working database changes before the drawing goes, so that nobody finds one that is half gone.
+    const std::unique_ptr<AcApDocument> closing = std::move(*place);
+    m_documents.erase(place);
+    if (m_current == document) makeCurrent(m_documents.empty() ? nullptr : m_documents.back().get());
+    return Acad::eOk;
+}
+
+void AcApDocManager::closeAll() {
+    if (m_current) makeCurrent(nullptr);
+    const auto closing = std::move(m_documents);
+    m_documents.clear();
+}

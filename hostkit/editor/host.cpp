@@ -1,0 +1,141 @@
+#include "host.h"
+
+#include "aced.h"
+#include "dbhostapp.h"
+#include "dbmain.h"
+#include "drawingreader.h"
+#include "drawingwriter.h"
+#include "textencoding.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <optional>
+
+namespace hostkit {
+namespace {
+
+Host* g_current = nullptr;
+
+CommandResult resultOfException() {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return {Acad::eOutOfMemory, L"there is not enough memory"};
+    } catch (const std::exception& fault) {
+        return {Acad::eCommandFailed, wideFromUtf8(fault.what())};
+    } catch (...) {
+        return {Acad::eCommandFailed, L"the command threw what is no exception"};
+    }
+}
+
+} // namespace
+
+struct Host::Parts {
+    explicit Parts(HostPort& hostPort)
+        : port(hostPort)
+        , portScope(hostPort)
+        , runtime(std::make_unique<RuntimeServices>())
+        , runtimeScope(*runtime)
+        , databaseScope(databaseServices) {}
+
+    HostPort& port;
+    ScopedPort portScope;
+    AcEdCommandStack commands;
+    std::unique_ptr<RuntimeServices> runtime;
+    ScopedRuntimeServices runtimeScope;
+    AcDbHostApplicationServices databaseServices;
+    ScopedDatabaseServices databaseScope;
+    AcApDocManager documents;
+    std::vector<RunningCommand*> running;
+    Host* earlier = nullptr;
+};
+
+Host::Host(HostPort& port)
+    : m_parts(std::make_unique<Parts>(port)) {
+    m_parts->runtime->systemRegistry().atPut(L"ACAD_REGISTERED_COMMANDS", &m_parts->commands);
+    m_parts->earlier = g_current;
+    g_current = this;
+}
+
+Host::~Host() {
+    // Objects of a module's classes go before the code of the classes does; a module that leaves finds its host.
+    m_parts->documents.closeAll();
+    m_parts->runtime.reset();
+    g_current = m_parts->earlier;
+}
+
+Host* Host::current() { return g_current; }
+HostPort& Host::port() { return m_parts->port; }
+RuntimeServices& Host::runtime() { return *m_parts->runtime; }
+AcEdCommandStack& Host::commands() { return m_parts->commands; }
+AcApDocManager& Host::documents() { return m_parts->documents; }
+
+Acad::ErrorStatus Host::openDocument(std::wstring_view file) {
+    ReadReport report;
+    std::unique_ptr<AcDbDatabase> database = openDrawing(file, &report);
+    if (!database) return report.status == Acad::eOk ? Acad::eOutOfMemory : report.status;
+    m_parts->documents.adopt(std::move(database), std::wstring(file));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus Host::newDocument() {
+    m_parts->documents.adopt(std::make_unique<AcDbDatabase>(true, false), L"");
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view file) {
+    return writeDrawing(*document.database(), file);
+}
+
+CommandResult Host::run(std::wstring_view line, MoreInput more) {
+    CommandInput input(line, more);
+    std::wstring name;
+    if (!input.nextWord(name)) return {};
+    const AcEdCommand* command = m_parts->commands.lookupTyped(name.c_str());
+    if (!command) return {Acad::eUnknownCommand, L"there is no command \"" + name + L"\""};
+
+    // The command may take itself out of the stack, so nothing of it is used once it runs.
+    const AcRxFunctionPtr function = command->functionAddr();
+    RunningCommand running{command->globalName(), std::move(input)};
+    AcApDocument* document = m_parts->documents.curDocument();
+    const bool isLocked = m_parts->documents.lockDocument(document) == Acad::eOk;
+    m_parts->running.push_back(&running);
+    try {
+        function();
+    } catch (...) {
+        const CommandResult thrown = resultOfException();
+        if (running.result.status == Acad::eOk) running.result = thrown;
+    }
+    m_parts->running.pop_back();
+    if (isLocked) m_parts->documents.unlockDocument(document);
+    return running.result;
+}
+
+RunningCommand* Host::runningCommand() {
+    return m_parts->running.empty() ? nullptr : m_parts->running.back();
+}
+
+std::vector<std::wstring> Host::runningNames() const {
+    std::vector<std::wstring> names;
+    for (const RunningCommand* each : m_parts->running) names.push_back(each->globalName);
+    return names;
+}
+
+void failCommand(Acad::ErrorStatus status, std::wstring_view reason) {
+    RunningCommand* command = g_current ? g_current->runningCommand() : nullptr;
+    if (!command || command->result.status != Acad::eOk) return;
+    command->result = {status, std::wstring(reason)};
+}
+
+} // namespace hostkit
+
+AcEdCommandStack* acedCommandStackOfHost() {
+    hostkit::Host* host = hostkit::Host::current();
+    return host ? &host->commands() : nullptr;
+}
+
+AcApDocManager* acDocManagerPtr() {
+    hostkit::Host* host = hostkit::Host::current();
+    return host ? &host->documents() : nullptr;
+}
