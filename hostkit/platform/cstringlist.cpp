@@ -3,7 +3,8 @@
 #include <algorithm>
 
 const CString& CStringArray::GetAt(int index) const {
-    return index >= 0 && index < GetSize() ? items_[static_cast<std::size_t>(index)] : outside_;
+    static const CString empty;
+    return index >= 0 && index < GetSize() ? items_[static_cast<std::size_t>(index)] : empty;
 }
 
 CString& CStringArray::operator[](int index) {

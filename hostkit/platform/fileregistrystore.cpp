@@ -6,6 +6,7 @@
 #include "textencoding.h"
 #include "winreg.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -87,7 +88,7 @@ FileRegistryStore::~FileRegistryStore() = default;
 
 std::wstring FileRegistryStore::name() const { return pathFromSystem(path_); }
 
-// A problem is told when it arises, not again at each access while it lasts.
+// A fault that lasts is not told again at each access.
 void FileRegistryStore::tell(const std::wstring& text) {
     if (text == lastTold_) return;
     lastTold_ = text;
@@ -102,6 +103,14 @@ FileRegistryStore::Stamp FileRegistryStore::stampOfFile() const {
     return {true, status.st_dev, status.st_ino, status.st_size, modified};
 }
 
+void FileRegistryStore::tellAll(const std::vector<RegistryTextProblem>& problems) {
+    const std::size_t told = std::min(problems.size(), mostProblemsTold);
+    for (std::size_t i = 0; i < told; ++i)
+        tell(name() + L":" + std::to_wstring(problems[i].line) + L": " + problems[i].reason);
+    if (told < problems.size())
+        tell(name() + L": " + std::to_wstring(problems.size() - told) + L" more lines cannot be read");
+}
+
 const RegistryTree& FileRegistryStore::read() {
     if (stampOfFile() != stamp_) load();
     return *tree_;
@@ -110,6 +119,7 @@ const RegistryTree& FileRegistryStore::read() {
 void FileRegistryStore::load() {
     const Stamp stamp =
         stampOfFile(); // taken before the content, so that a change in between is seen next time
+    const bool isNews = stamp != stamp_;
     auto tree = std::make_unique<RegistryTree>();
     std::string content;
     state_ = State::good;
@@ -117,16 +127,12 @@ void FileRegistryStore::load() {
         const int error = errno;
         if (error != ENOENT && error != ENOTDIR) {
             state_ = State::unreadable;
-            tell(name() + L": the registry cannot be read: " + systemText(error));
+            if (isNews) tell(name() + L": the registry cannot be read: " + systemText(error));
         }
     }
     const std::vector<RegistryTextProblem> problems = readRegistryText(content, *tree);
     if (!problems.empty()) state_ = State::damaged;
-    const std::size_t told = problems.size() > mostProblemsTold ? mostProblemsTold : problems.size();
-    for (std::size_t i = 0; i < told; ++i)
-        tell(name() + L":" + std::to_wstring(problems[i].line) + L": " + problems[i].reason);
-    if (told < problems.size())
-        tell(name() + L": " + std::to_wstring(problems.size() - told) + L" more lines cannot be read");
+    if (isNews) tellAll(problems);
     tree_ = std::move(tree);
     stamp_ = stamp;
 }

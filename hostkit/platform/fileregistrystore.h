@@ -2,6 +2,7 @@
 #pragma once
 
 #include "registrystore.h"
+#include "registrytext.h"
 
 #include <cstdint>
 #include <functional>
@@ -17,9 +18,9 @@ namespace hostkit {
 /// one change made, and the whole replaced in one step. A crash leaves the old state or the new one, and no
 /// process undoes another's change.
 ///
-/// A damaged file is told to the problem sink, line by line. It is kept aside, whole, as NAME.damaged-1 (-2,
-/// ...), and the readable rest goes on under the old name. Where it cannot be kept aside the rest is used and
-/// every change refused.
+/// A damaged file is told to the problem sink once, line by line, and what can be read of it is used. Reading
+/// changes nothing; at the first change the file is kept aside, whole, as NAME.damaged-1 (-2, ...), and the
+/// readable rest goes on under the old name. Where it cannot be kept aside every change is refused.
 class FileRegistryStore final : public RegistryStore {
 public:
     using ProblemSink = std::function<void(const std::wstring&)>;
@@ -59,6 +60,7 @@ private:
     LONG save(const RegistryTree& tree);
     void clearOldTemporaries() const;
     void tell(const std::wstring& text);
+    void tellAll(const std::vector<RegistryTextProblem>& problems);
     std::wstring name() const;
 
     std::string path_;

@@ -1,0 +1,195 @@
+#include "afx.h"
+#include "atomicfile.h"
+#include "systempath.h"
+#include "temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace hostkit;
+
+CString wide(const std::string& path) { return CString(std::wstring_view(pathFromSystem(path))); }
+
+TEST(Files, AnswerWithTheReason) {
+    const TemporaryFolder folder;
+    const CString base = wide(folder.path().string());
+    folder.write("file.txt", "x");
+    const auto failure = [](BOOL result) { return result ? 0 : static_cast<LONG>(GetLastError()); };
+
+    EXPECT_EQ(failure(CreateDirectoryW(base + L"\\Été", nullptr)), 0);
+    EXPECT_EQ(failure(CreateDirectoryW(base + L"\\Été", nullptr)), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(failure(CreateDirectoryW(base + L"\\file.txt", nullptr)), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(failure(CreateDirectoryW(base + L"\\no\\deep", nullptr)), ERROR_PATH_NOT_FOUND);
+    EXPECT_NE(failure(CreateDirectoryW(nullptr, nullptr)), 0);
+
+    EXPECT_EQ(GetFileAttributesW(base + L"\\Été"), FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(GetFileAttributesW(base + L"/file.txt"), FILE_ATTRIBUTE_ARCHIVE);
+    EXPECT_EQ(GetFileAttributesW(base + L"\\none"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(GetFileAttributesW(base + L"\\none\\x"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
+
+    EXPECT_EQ(failure(MoveFileW(base + L"\\file.txt", base + L"\\Été\\b")), 0);
+    folder.write("a", "");
+    EXPECT_EQ(failure(MoveFileW(base + L"\\a", base + L"\\Été\\b")), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\Été")), ERROR_DIR_NOT_EMPTY);
+    EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\a")), ERROR_DIRECTORY);
+    EXPECT_EQ(failure(DeleteFileW(base + L"\\Été\\b")), 0);
+    EXPECT_EQ(failure(DeleteFileW(base + L"\\Été\\b")), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\Été")), 0);
+}
+
+TEST(Files, FinderWalksAndMatches) {
+    const TemporaryFolder folder;
+    for (const char* name : {"b.ORStyle", "A.orstyle", "c.txt", ".hidden", "bad\xFFname.txt"})
+        folder.write(name, "12345");
+    std::filesystem::create_directory(folder / "sub");
+    const CString base = wide(folder.path().string());
+
+    const auto names = [&](const wchar_t* pattern) {
+        CFileFind finder;
+        std::wstring all;
+        for (BOOL more = finder.FindFile(base + L"\\" + pattern); more;) {
+            more = finder.FindNextFile();
+            if (!finder.IsDots()) all += finder.GetFileName() + L"|";
+        }
+        return all;
+    };
+    EXPECT_EQ(names(L"*.orstyle"), L"A.orstyle|b.ORStyle|");
+    EXPECT_EQ(names(L"?.*"), L"A.orstyle|b.ORStyle|c.txt|");
+    EXPECT_EQ(names(L"*.*"), names(L"*"));
+    EXPECT_EQ(names(L"none*"), L"");
+    EXPECT_EQ(names(L""), L"");
+
+    CFileFind finder;
+    EXPECT_FALSE(finder.IsDirectory()); // nothing found yet
+    ASSERT_TRUE(finder.FindFile(base + L"\\sub"));
+    EXPECT_FALSE(finder.IsDirectory()); // and not gone to yet
+    EXPECT_FALSE(finder.FindNextFile());
+    EXPECT_TRUE(finder.IsDirectory());
+    EXPECT_TRUE(finder.MatchesMask(FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN));
+    EXPECT_EQ(finder.GetFilePath(), base + L"\\sub");
+    EXPECT_FALSE(finder.FindNextFile());
+    EXPECT_FALSE(finder.FindFile(base + L"\\none"));
+    ASSERT_TRUE(finder.FindFile(base + L"\\bad*"));
+    finder.FindNextFile();
+    EXPECT_EQ(finder.GetLength(), 5u);
+    EXPECT_TRUE(DeleteFileW(finder.GetFilePath())); // a name that is no text can still be used
+}
+
+TEST(Files, StdioLinesAreInTheAnsiCodePage) {
+    const TemporaryFolder folder;
+    const CString path = wide(folder / "é.ORStyle");
+    {
+        CStdioFile file(path, CFile::modeCreate | CFile::modeWrite | CFile::shareDenyWrite);
+        file.WriteString(L"[Été]\n");
+        file.WriteString(L"€ 文 \x80\n\nlast");
+    }
+    EXPECT_EQ(folder.read("\xC3\xA9.ORStyle"), "[\xC9t\xE9]\r\n\x80 ? \x80\r\n\r\nlast");
+    CStdioFile file;
+    ASSERT_TRUE(file.Open(path, CFile::modeRead | CFile::shareDenyNone));
+    EXPECT_EQ(file.GetFileName(), L"é.ORStyle");
+    EXPECT_EQ(file.GetLength(), 20u);
+    CString line;
+    std::wstring lines;
+    while (file.ReadString(line)) lines += line + L"|";
+    EXPECT_EQ(lines, L"[Été]|€ ? €||last|");
+    EXPECT_TRUE(line.IsEmpty());
+
+    CFileException reason(CFileException::none, {});
+    EXPECT_FALSE(file.Open(wide(folder / "none"), CFile::modeRead, &reason));
+    EXPECT_EQ(reason.m_cause, CFileException::fileNotFound);
+    EXPECT_FALSE(file.Open(wide(folder.path().string()), CFile::modeRead, &reason));
+    EXPECT_EQ(reason.m_cause, CFileException::accessDenied);
+    try {
+        CStdioFile missing(wide(folder / "none/x"), CFile::modeCreate | CFile::modeWrite);
+        FAIL();
+    } catch (CFileException* error) {
+        EXPECT_EQ(error->m_cause, CFileException::fileNotFound);
+        error->Delete();
+    }
+}
+
+TEST(Files, BinaryFilesAreReadBackAndKeptByNoTruncate) {
+    const TemporaryFolder folder;
+    const CString path = wide(folder / "x");
+    {
+        CFile file(path, CFile::modeCreate | CFile::modeReadWrite);
+        file.Write("0123\n", 5);
+        file.Seek(1, CFile::begin);
+        char bytes[9];
+        EXPECT_EQ(file.Read(bytes, 9), 4u);
+        EXPECT_EQ(file.GetPosition(), 5u);
+    }
+    {
+        CFile file(path, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite);
+        file.SeekToEnd();
+        file.Write("+", 1);
+    }
+    EXPECT_EQ(folder.read("x"), "0123\n+");
+}
+
+TEST(AtomicFile, ReplacesWholeOrNotAtAll) {
+    const TemporaryFolder folder;
+    folder.write("drawing", "old");
+    chmod((folder / "drawing").c_str(), 0640);
+    symlink("drawing", (folder / "link").c_str());
+    {
+        AtomicFile dropped(folder / "drawing");
+        dropped.write("half");
+    }
+    EXPECT_EQ(folder.read("drawing"), "old");
+    EXPECT_EQ(folder.count(), 2u);
+
+    AtomicFile file(folder / "link");
+    const std::string large(3'000'000, 'x');
+    file.write("new");
+    file.write(large);
+    EXPECT_EQ(folder.read("drawing"), "old");
+    ASSERT_TRUE(file.commit()) << file.errorText();
+    EXPECT_EQ(folder.read("drawing"), "new" + large);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    struct stat status;
+    ASSERT_EQ(stat((folder / "drawing").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777u, 0640u);
+    EXPECT_EQ(folder.count(), 2u);
+
+    std::filesystem::create_directory(folder / "sub");
+    for (const std::string& place :
+         {folder / "none/x", folder / "sub", std::string("/dev/null"), std::string()}) {
+        AtomicFile refused(place);
+        refused.write("x");
+        EXPECT_FALSE(refused.commit()) << place;
+        EXPECT_FALSE(refused.errorText().empty()) << place;
+    }
+    EXPECT_EQ(folder.count(), 3u);
+}
+
+TEST(AtomicFile, AFullDiskLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    folder.write("drawing", "old");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const rlimit small{4096, 4096};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &small);
+        AtomicFile file(folder / "drawing");
+        file.write(std::string(100000, 'x'));
+        _exit(file.commit() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.read("drawing"), "old");
+    EXPECT_EQ(folder.count(), 1u);
+}
+
+} // namespace
