@@ -1,0 +1,44 @@
+#include "drawingrecord.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+namespace {
+
+constexpr int applicationNameCode = 1001;
+constexpr int subclassMarkCode = 100;
+
+void addGroup(const RawGroup& group, const GroupScanner& scanner, DrawingRecord& record) {
+    record.groups.push_back(
+        {group.value, group.start, scanner.position(), static_cast<short>(group.code), false});
+}
+
+} // namespace
+
+const RecordGroup* DrawingRecord::find(int code) const {
+    const auto end = groups.begin() + static_cast<std::ptrdiff_t>(extendedDataBegin);
+    const auto found =
+        std::find_if(groups.begin(), end, [code](const RecordGroup& group) { return group.code == code; });
+    return found == end ? nullptr : &*found;
+}
+
+ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecord& record) {
+    record.groups.clear();
+    record.extendedDataBegin = 0;
+    record.hasMarks = false;
+    addGroup(first, scanner, record);
+    RawGroup group;
+    ScanResult result = scanner.next(group);
+    for (; result == ScanResult::kGroup && group.code != 0; result = scanner.next(group)) {
+        if (group.code == subclassMarkCode && record.extendedDataBegin == 0) record.hasMarks = true;
+        if (group.code == applicationNameCode && record.extendedDataBegin == 0)
+            record.extendedDataBegin = record.groups.size();
+        addGroup(group, scanner, record);
+    }
+    if (result == ScanResult::kGroup) scanner.returnTo(group);
+    if (record.extendedDataBegin == 0) record.extendedDataBegin = record.groups.size();
+    return result;
+}
+
+} // namespace hostkit

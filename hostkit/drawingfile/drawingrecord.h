@@ -1,0 +1,41 @@
+// Stand-in for the host's drawing record. Covers one record's groups with its parts: head, class data and extended data; leaves out what the groups mean.
+#pragma once
+
+#include "groupscanner.h"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace hostkit {
+
+/// One group of a record, and whether a class has taken it for a field of its own.
+struct RecordGroup {
+    std::string_view value;
+    const char* start = nullptr; ///< of the line with the code
+    const char* end = nullptr;   ///< behind the value's line end
+    short code = 0;
+    bool isTaken = false;
+
+    std::string_view bytes() const { return {start, static_cast<std::size_t>(end - start)}; }
+};
+
+/// A record from its "0" group to the next one. `groups` has the "0" group first.
+struct DrawingRecord {
+    std::vector<RecordGroup> groups;
+    std::size_t extendedDataBegin = 0; ///< index of the first extended data group; groups.size() without
+    bool hasMarks = false;             ///< there is a subclass mark
+
+    std::string_view name() const { return withoutBlanks(groups.front().value); }
+    const char* begin() const { return groups.front().start; }
+    const char* end() const { return groups.back().end; }
+    std::string_view bytes() const { return {begin(), static_cast<std::size_t>(end() - begin())}; }
+    /// The value of the first group of that code before the extended data; null where there is none.
+    const RecordGroup* find(int code) const;
+};
+
+/// Reads the record that begins with `first`, a "0" group that the scanner has just given, and leaves the
+/// scanner before the next "0" group or at the fault. The record's storage is used again.
+ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecord& record);
+
+} // namespace hostkit
