@@ -75,8 +75,8 @@ public:
 
     // Writing. What fails is told by filerStatus.
 
-    /// The group written next holds the value that a reader takes where the group is missing. A drawing's filer
-    /// writes it only where it stood in the object's record before; other filers write it like any.
+    /// The group written next holds the value that a reader takes where the group is missing. A drawing's
+    /// filer writes it only where it stood in the object's record before; other filers write it like any.
     virtual void markDefault() {}
     virtual void writeText(short code, std::wstring_view text);
     virtual void writeReal(short code, double value);

@@ -1,0 +1,63 @@
+// Stand-in for the host's AcDbCircle. Covers the full circle; leaves out grips.
+#pragma once
+
+#include "dbcurve.h"
+
+/// A full circle, counter-clockwise about its normal, from and to the point on the x axis of the normal's
+/// arbitrary-axis system.
+class AcDbCircle : public AcDbCurve {
+    ACRX_DECLARE_MEMBERS(AcDbCircle)
+
+public:
+    AcDbCircle() = default;
+    AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
+    AcDbCircle(const AcDbCircle&) = default;
+
+    AcGePoint3d center() const { return m_center; }
+    double radius() const { return m_radius; }
+    double thickness() const { return m_thickness; }
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+    Acad::ErrorStatus setRadius(double radius);
+    Acad::ErrorStatus setThickness(double thickness);
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+
+    Adesk::Boolean isClosed() const override;
+    Adesk::Boolean isPeriodic() const override;
+    Acad::ErrorStatus getStartParam(double& parameter) const override;
+    Acad::ErrorStatus getEndParam(double& parameter) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
+    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
+    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
+    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
+    using AcDbCurve::getFirstDeriv;
+    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
+    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
+    using AcDbCurve::getClosestPointTo;
+    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
+                                        Adesk::Boolean extend = Adesk::kFalse) const override;
+    Acad::ErrorStatus getArea(double& area) const override;
+    using AcDbCurve::getSplitCurves;
+    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
+                                     AcDbVoidPtrArray& curves) const override;
+    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                        AcDbCurve*& projected) const override;
+    Acad::ErrorStatus reverseCurve() override;
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    void getEcs(AcGeMatrix3d& matrix) const override;
+    bool isPlanar() const override { return true; }
+    AcRxObject* clone() const override { return new AcDbCircle(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    AcGePoint3d m_center;
+    double m_radius = 0.0;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+};

@@ -1,0 +1,80 @@
+// Stand-in for the host's AcDbCurve. Covers parameters, points, derivatives, lengths, closest points, splitting and
+// projection; leaves out offsets and extension.
+#pragma once
+
+#include "dbent.h"
+
+class AcGeCurve3d;
+
+/// A curve of the drawing. Parameters: of a line 0 to its length; of arcs, circles and ellipses the angle in
+/// radians; of polylines the vertex index, with the fraction of the segment's length (of its sweep for an
+/// arc); of splines the knot value; of rays and xlines the distance from the base point.
+///
+/// Out arguments stay as they were on failure. Points that are asked for must lie on the curve within the
+/// point tolerance; else eInvalidInput. eDegenerateGeometry: a curve without extent where the question needs
+/// one.
+class AcDbCurve : public AcDbEntity {
+    ACRX_DECLARE_MEMBERS(AcDbCurve)
+
+public:
+    AcDbCurve() = default;
+    AcDbCurve(const AcDbCurve&) = default;
+
+    virtual Adesk::Boolean isClosed() const = 0;
+    virtual Adesk::Boolean isPeriodic() const = 0;
+
+    virtual Acad::ErrorStatus getStartParam(double& parameter) const = 0;
+    virtual Acad::ErrorStatus getEndParam(double& parameter) const = 0;
+    virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const = 0;
+    virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const = 0;
+
+    virtual Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const = 0;
+    virtual Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const = 0;
+    virtual Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const = 0;
+    virtual Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const = 0;
+    virtual Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& distance) const;
+    virtual Acad::ErrorStatus getPointAtDist(double distance, AcGePoint3d& point) const;
+
+    virtual Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const = 0;
+    virtual Acad::ErrorStatus getFirstDeriv(const AcGePoint3d& point, AcGeVector3d& derivative) const;
+    virtual Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const;
+
+    /// The nearest point of the curve; with `extend` of the curve prolonged as its kind is (a line's line, an
+    /// arc's circle).
+    virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
+                                                Adesk::Boolean extend = Adesk::kFalse) const = 0;
+    /// Nearest when looked at along the direction.
+    virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
+                                                AcGePoint3d& closest,
+                                                Adesk::Boolean extend = Adesk::kFalse) const;
+
+    /// Without sign; an open curve is closed by its chord. eNotApplicable for what is not planar or has no
+    /// area.
+    virtual Acad::ErrorStatus getArea(double& area) const;
+
+    /// Appends the pieces between the parameters, in the order of the curve, as new curves that belong to the
+    /// caller. A closed curve at two parameters gives the piece from the lower to the higher first, then the
+    /// one across the start; the end parameter of a closed curve is its start. eInvalidInput: no parameters,
+    /// one outside the curve, or all at the curve's ends.
+    virtual Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
+                                             AcDbVoidPtrArray& curves) const;
+    virtual Acad::ErrorStatus getSplitCurves(const AcGePoint3dArray& points, AcDbVoidPtrArray& curves) const;
+
+    /// The curve cast on to the plane along the direction, as a new curve that belongs to the caller.
+    virtual Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                                AcDbCurve*& projected) const;
+    virtual Acad::ErrorStatus getOrthoProjectedCurve(const AcGePlane& plane, AcDbCurve*& projected) const;
+
+    /// The same points with the opposite sense.
+    virtual Acad::ErrorStatus reverseCurve();
+    /// The curve as a geometry curve that belongs to the caller. eNotApplicable for what has several pieces.
+    virtual Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const;
+
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type, AcGePoint3dArray& points,
+                                    Adesk::IntPtr thisMarker = 0,
+                                    Adesk::IntPtr otherMarker = 0) const override;
+    Acad::ErrorStatus intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                    const AcGePlane& projectionPlane, AcGePoint3dArray& points,
+                                    Adesk::IntPtr thisMarker = 0,
+                                    Adesk::IntPtr otherMarker = 0) const override;
+};

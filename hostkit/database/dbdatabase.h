@@ -1,0 +1,165 @@
+// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header
+// variables and the source bytes; leaves out undo, transactions, external references and wblock.
+#pragma once
+
+#include "dbmaindefs.h"
+#include "dbobject.h"
+
+#include "acadstrc.h"
+#include "dbcolor.h"
+#include "dbid.h"
+#include "gepnt3d.h"
+
+#include <memory>
+#include <string>
+
+class AcDbBlockTable;
+class AcDbDictionary;
+class AcDbDimStyleTable;
+class AcDbLayerTable;
+class AcDbLinetypeTable;
+class AcDbRegAppTable;
+class AcDbSymbolTable;
+class AcDbTextStyleTable;
+class AcDbUCSTable;
+class AcDbViewTable;
+class AcDbViewportTable;
+namespace hostkit {
+class HeaderVariables;
+struct DatabaseContents;
+struct DrawingSource;
+} // namespace hostkit
+
+/// A drawing: it owns its objects, gives them ids and handles, and frees them when it goes. It may be used by
+/// one thread at a time.
+class AcDbDatabase : public AcRxObject {
+    ACRX_DECLARE_MEMBERS(AcDbDatabase)
+
+public:
+    /// With buildDefaultDrawing what every drawing has: the nine tables with their standing records, both
+    /// spaces with their layouts, the root dictionary. Without, nothing: a reader fills it.
+    explicit AcDbDatabase(bool buildDefaultDrawing = true, bool noDocument = false);
+    ~AcDbDatabase() override;
+    AcDbDatabase(const AcDbDatabase&) = delete;
+    AcDbDatabase& operator=(const AcDbDatabase&) = delete;
+
+    // Objects.
+
+    /// Takes an object that has no place in a table, a block or a dictionary of this drawing. The object is
+    /// open for write afterwards. eAlreadyInDb, eNullObjectPointer.
+    Acad::ErrorStatus addAcDbObject(AcDbObject* object);
+    Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object);
+    /// The id of a handle. eUnknownHandle unless createIfNotFound, which reserves an id without an object;
+    /// eNullHandle.
+    Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, const AcDbHandle& handle,
+                                      Adesk::UInt32 xRefId = 0);
+    /// The next handle that will be given; above every one in use.
+    AcDbHandle handseed() const;
+    /// Never lowered below what is in use.
+    Acad::ErrorStatus setHandseed(const AcDbHandle& handle);
+    /// Resident objects, erased ones included.
+    Adesk::Int32 approxNumObjects() const;
+    /// Objects that are open in any way; what a test looks at when it ends.
+    int numOpenObjects() const;
+
+    // Tables and dictionaries.
+
+    AcDbObjectId blockTableId() const;
+    AcDbObjectId layerTableId() const;
+    AcDbObjectId textStyleTableId() const;
+    AcDbObjectId linetypeTableId() const;
+    AcDbObjectId viewTableId() const;
+    AcDbObjectId UCSTableId() const;
+    AcDbObjectId viewportTableId() const;
+    AcDbObjectId regAppTableId() const;
+    AcDbObjectId dimStyleTableId() const;
+    AcDbObjectId namedObjectsDictionaryId() const;
+    AcDbObjectId layoutDictionaryId() const;
+    AcDbObjectId groupDictionaryId() const;
+
+    /// Opens the table for the caller to close.
+    Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbViewTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbUCSTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbViewportTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbRegAppTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbDimStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getLinetypeTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary,
+                                                AcDb::OpenMode mode = AcDb::kForRead);
+
+    // Records that every drawing has; null ids in a drawing that lacks them.
+
+    AcDbObjectId byLayerLinetype() const;
+    AcDbObjectId byBlockLinetype() const;
+    AcDbObjectId continuousLinetype() const;
+    AcDbObjectId layerZero() const;
+    AcDbObjectId modelSpaceId() const;
+    AcDbObjectId paperSpaceId() const;
+    AcDbObjectId textStyleStandard() const;
+    AcDbObjectId dimStyleStandard() const;
+    /// The space that new entities go into: by the header's TILEMODE model space, else paper space.
+    AcDbObjectId currentSpaceId() const;
+
+    // Header variables, by the meaning that other members give them; the whole store is header().
+
+    AcDbObjectId clayer() const;
+    /// eInvalidInput: no layer of this drawing.
+    Acad::ErrorStatus setClayer(AcDbObjectId layer);
+    AcDbObjectId celtype() const;
+    Acad::ErrorStatus setCeltype(AcDbObjectId linetype);
+    AcDbObjectId textstyle() const;
+    Acad::ErrorStatus setTextstyle(AcDbObjectId style);
+    AcDbObjectId dimstyle() const;
+    Acad::ErrorStatus setDimstyle(AcDbObjectId style);
+    AcCmColor cecolor() const;
+    Acad::ErrorStatus setCecolor(const AcCmColor& color);
+    AcDb::LineWeight celweight() const;
+    double celtscale() const;
+    double ltscale() const;
+    double textsize() const;
+    /// The unit of lengths by its number in the header, 0 for none (INSUNITS).
+    Adesk::Int16 insunits() const;
+    Acad::ErrorStatus setInsunits(Adesk::Int16 unit);
+    Adesk::Int16 measurement() const;
+    Adesk::Int16 lunits() const;
+    Adesk::Int16 luprec() const;
+    Adesk::Int16 aunits() const;
+    Adesk::Int16 auprec() const;
+    double angbase() const;
+    bool angdir() const;
+    bool tilemode() const;
+    AcGePoint3d extmin() const;
+    AcGePoint3d extmax() const;
+    AcGePoint3d limmin() const;
+    AcGePoint3d limmax() const;
+    AcGePoint3d insbase() const;
+    hostkit::HeaderVariables& header();
+    const hostkit::HeaderVariables& header() const;
+
+    // Origin.
+
+    /// The file the drawing was read from; eNoDocument's text is empty for a new drawing. The text lives with
+    /// the drawing.
+    Acad::ErrorStatus getFilename(const wchar_t*& name) const;
+    const wchar_t* originalFileName() const;
+    AcDb::AcDbDwgVersion originalFileVersion() const;
+    /// The bytes that the drawing was read from; null for a new one.
+    std::shared_ptr<const hostkit::DrawingSource> source() const;
+
+private:
+    friend class hostkit::DatabaseAccess;
+    friend class AcDbObject;
+    template <typename Table>
+    Acad::ErrorStatus openTable(Table*& table, AcDbObjectId id, AcDb::OpenMode mode);
+
+    std::unique_ptr<hostkit::DatabaseContents> m_contents;
+};

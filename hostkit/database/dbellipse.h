@@ -1,0 +1,80 @@
+// Stand-in for the host's AcDbEllipse. Covers the ellipse and its arcs in space; leaves out grips.
+#pragma once
+
+#include "dbcurve.h"
+
+/// An ellipse or an arc of one, in world coordinates. Parameters are the ellipse's own angle: the point at t
+/// is center + cos t * major + sin t * minor, minor being normal x major * ratio.
+class AcDbEllipse : public AcDbCurve {
+    ACRX_DECLARE_MEMBERS(AcDbEllipse)
+
+public:
+    AcDbEllipse() = default;
+    AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& majorAxis,
+                double radiusRatio, double startAngle = 0.0, double endAngle = 6.28318530717958647692);
+    AcDbEllipse(const AcDbEllipse&) = default;
+
+    AcGePoint3d center() const { return m_center; }
+    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d majorAxis() const { return m_majorAxis; }
+    AcGeVector3d minorAxis() const;
+    double radiusRatio() const { return m_radiusRatio; }
+    double majorRadius() const;
+    double minorRadius() const;
+    /// Angles from the major axis as seen, not the parameters.
+    double startAngle() const;
+    double endAngle() const;
+    double startParam() const { return m_startParam; }
+    double endParam() const { return m_endParam; }
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+    /// eInvalidInput, and no change: a zero axis or normal, axes that are not perpendicular, a ratio outside
+    /// (0, 1].
+    Acad::ErrorStatus set(const AcGePoint3d& center, const AcGeVector3d& normal,
+                          const AcGeVector3d& majorAxis, double radiusRatio, double startAngle = 0.0,
+                          double endAngle = 6.28318530717958647692);
+    Acad::ErrorStatus setRadiusRatio(double ratio);
+    Acad::ErrorStatus setStartAngle(double angle);
+    Acad::ErrorStatus setEndAngle(double angle);
+    Acad::ErrorStatus setStartParam(double parameter);
+    Acad::ErrorStatus setEndParam(double parameter);
+
+    Adesk::Boolean isClosed() const override;
+    Adesk::Boolean isPeriodic() const override;
+    Acad::ErrorStatus getStartParam(double& parameter) const override;
+    Acad::ErrorStatus getEndParam(double& parameter) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
+    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
+    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
+    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
+    using AcDbCurve::getFirstDeriv;
+    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
+    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
+    using AcDbCurve::getClosestPointTo;
+    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
+                                        Adesk::Boolean extend = Adesk::kFalse) const override;
+    Acad::ErrorStatus getArea(double& area) const override;
+    using AcDbCurve::getSplitCurves;
+    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
+                                     AcDbVoidPtrArray& curves) const override;
+    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                        AcDbCurve*& projected) const override;
+    Acad::ErrorStatus reverseCurve() override;
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    bool isPlanar() const override { return true; }
+    AcRxObject* clone() const override { return new AcDbEllipse(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    AcGePoint3d m_center;
+    AcGeVector3d m_majorAxis{1.0, 0.0, 0.0};
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_radiusRatio = 1.0;
+    double m_startParam = 0.0;
+    double m_endParam = 6.28318530717958647692;
+};

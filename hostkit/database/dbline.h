@@ -1,0 +1,64 @@
+// Stand-in for the host's AcDbLine. Covers the segment in space; leaves out grips.
+#pragma once
+
+#include "dbcurve.h"
+
+/// A straight segment in world coordinates.
+class AcDbLine : public AcDbCurve {
+    ACRX_DECLARE_MEMBERS(AcDbLine)
+
+public:
+    AcDbLine() = default;
+    AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end)
+        : m_start(start)
+        , m_end(end) {}
+    AcDbLine(const AcDbLine&) = default;
+
+    AcGePoint3d startPoint() const { return m_start; }
+    AcGePoint3d endPoint() const { return m_end; }
+    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
+    Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    /// The direction of the thickness; made a unit vector. eInvalidInput for a zero one.
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+
+    Adesk::Boolean isClosed() const override;
+    Adesk::Boolean isPeriodic() const override;
+    Acad::ErrorStatus getStartParam(double& parameter) const override;
+    Acad::ErrorStatus getEndParam(double& parameter) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
+    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
+    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
+    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
+    using AcDbCurve::getFirstDeriv;
+    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
+    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
+    using AcDbCurve::getClosestPointTo;
+    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
+                                        Adesk::Boolean extend = Adesk::kFalse) const override;
+    Acad::ErrorStatus getArea(double& area) const override;
+    using AcDbCurve::getSplitCurves;
+    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
+                                     AcDbVoidPtrArray& curves) const override;
+    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                        AcDbCurve*& projected) const override;
+    Acad::ErrorStatus reverseCurve() override;
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    bool isPlanar() const override { return true; }
+    AcRxObject* clone() const override { return new AcDbLine(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    AcGePoint3d m_start;
+    AcGePoint3d m_end;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+};

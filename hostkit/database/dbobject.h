@@ -1,0 +1,160 @@
+// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary,
+// persistent reactors and filing; leaves out undo, deep clone, proxies and long transactions.
+#pragma once
+
+#include "dbfiler.h"
+#include "dbmaindefs.h"
+#include "dbsource.h"
+
+#include "dbid.h"
+#include "rxboiler.h"
+
+#include <memory>
+
+struct resbuf;
+class AcDbDatabase;
+namespace hostkit {
+class DatabaseAccess;
+class ExtendedData;
+struct ObjectExtras;
+} // namespace hostkit
+
+/// What a drawing holds. An object is made by its class' constructor and belongs to its maker until a
+/// container takes it; from then on it belongs to the drawing, has an id, and is used between open and close.
+/// An object of no drawing (non-resident: null id) needs no opening and may always be written.
+///
+/// Every member that changes the object calls assertWriteEnabled before the first change and refuses with its
+/// status.
+class AcDbObject : public AcRxObject {
+    ACRX_DECLARE_MEMBERS(AcDbObject)
+
+public:
+    AcDbObject();
+    ~AcDbObject() override;
+    /// A copy is non-resident: it has the values and the extended data, but no id, owner, extension
+    /// dictionary or reactors.
+    AcDbObject(const AcDbObject& other);
+    AcDbObject& operator=(const AcDbObject&) = delete;
+
+    AcDbObjectId objectId() const { return m_id; }
+    AcDbObjectId id() const { return m_id; }
+    AcDbObjectId ownerId() const { return m_ownerId; }
+    /// A container calls this as it takes the object in; ids of another drawing are refused with
+    /// eInvalidInput.
+    virtual Acad::ErrorStatus setOwnerId(AcDbObjectId owner);
+    AcDbDatabase* database() const { return m_id.database(); }
+    void getAcDbHandle(AcDbHandle& handle) const { handle = m_id.handle(); }
+    AcDbHandle handle() const { return m_id.handle(); }
+
+    // Open state; docs/open-modes.md tables every state and request.
+
+    /// Ends one open: the notify one first, then the write one, then one reader. eNotInDatabase for a
+    /// non-resident object, eInvalidOpenState when nothing is open. After the last close the pointer is not
+    /// to be used.
+    Acad::ErrorStatus close();
+    /// From one reader to writing.
+    Acad::ErrorStatus upgradeOpen();
+    /// From writing to one reader.
+    Acad::ErrorStatus downgradeOpen();
+    /// Closes as if it had not been opened. A new object is erased; one that was changed in this open is
+    /// refused with eNotImplementedYet and stays open.
+    Acad::ErrorStatus cancel();
+    /// An erased object can be restored with false. eWasErased / eWasNotErased when it is so already,
+    /// eCannotBeErasedByCaller for what every drawing needs.
+    Acad::ErrorStatus erase(Adesk::Boolean erasing = Adesk::kTrue);
+
+    bool isReadEnabled() const { return m_id.isNull() || m_id.stub()->readers > 0 || isWriteEnabled(); }
+    bool isWriteEnabled() const {
+        return m_id.isNull() || (m_id.stub()->openMode & hostkit::kOpenForWrite) != 0;
+    }
+    bool isNotifyEnabled() const {
+        return !m_id.isNull() && (m_id.stub()->openMode & hostkit::kOpenForNotify) != 0;
+    }
+    /// The next close is the last: no more than one open is left.
+    bool isReallyClosing() const;
+    Adesk::Boolean isErased() const { return m_id.isErased(); }
+    /// Changed since it was opened.
+    Adesk::Boolean isModified() const { return (m_flags & kModified) != 0; }
+    /// Came into the drawing during the present open.
+    Adesk::Boolean isNewObject() const { return (m_flags & kNew) != 0; }
+    bool isAProxy() const { return false; }
+
+    /// eOk, or eNotOpenForRead.
+    Acad::ErrorStatus assertReadEnabled() const {
+        return isReadEnabled() || isNotifyEnabled() ? Acad::eOk : Acad::eNotOpenForRead;
+    }
+    /// eOk, and the object counts as changed; or eNotOpenForWrite, and the caller must change nothing.
+    Acad::ErrorStatus assertWriteEnabled(Adesk::Boolean autoUndo = Adesk::kTrue,
+                                         Adesk::Boolean recordModified = Adesk::kTrue);
+
+    // Extended data, extension dictionary, reactors.
+
+    /// The records of one application, or of all with null, as a list that belongs to the caller (acutRelRb):
+    /// 1001 with the application's name first. Null when there are none.
+    resbuf* xData(const wchar_t* applicationName = nullptr) const;
+    /// Replaces the records of each application that the list names; an application's name alone removes its
+    /// records. Values are cut to the widths of the drawing. eInvalidResBuf: a list that does not begin with
+    /// 1001 or has other codes than 1000 to 1071. eRegappIdNotFound: an application that the object's drawing
+    /// has not registered. eXdataSizeExceeded: more than 16,383 bytes. The old records stay on failure.
+    Acad::ErrorStatus setXData(const resbuf* list);
+    bool hasXData() const;
+    /// The compact block, or null; for filers.
+    const hostkit::ExtendedData* extendedData() const;
+    /// Replaces the whole block, unchecked but for its form; for filers.
+    Acad::ErrorStatus setExtendedData(hostkit::ExtendedData&& data);
+
+    /// Null when there is none or it was erased.
+    AcDbObjectId extensionDictionary() const;
+    /// eOk also when there is one. eNoDatabase for a non-resident object.
+    Acad::ErrorStatus createExtensionDictionary();
+    /// Erases an empty one. eContainerNotEmpty, eKeyNotFound.
+    Acad::ErrorStatus releaseExtensionDictionary();
+
+    /// Ids of objects that hear of this one; kept and filed, each once.
+    Acad::ErrorStatus addPersistentReactor(AcDbObjectId id);
+    Acad::ErrorStatus removePersistentReactor(AcDbObjectId id);
+    bool hasPersistentReactor(AcDbObjectId id) const;
+    AcDbObjectIdArray persistentReactors() const;
+
+    /// A non-resident copy that belongs to the caller; null for classes without.
+    AcRxObject* clone() const override;
+
+    // Filing. See AcDbDxfFiler for the order of calls.
+
+    /// Whole record: own fields, then extended data.
+    virtual Acad::ErrorStatus dxfIn(AcDbDxfFiler* filer);
+    virtual Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer) const;
+    virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
+    virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
+    /// The binary forms are eNotImplementedYet where a class does not have its own.
+    virtual Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer);
+    virtual Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const;
+    /// The record's name in a drawing; its class' by default.
+    virtual const wchar_t* dxfName() const;
+
+    /// Where the object's record stands in the drawing's source bytes; empty for a new object.
+    hostkit::SourceSpan sourceSpan() const { return m_source.span(); }
+    /// Changed since the drawing was read, or new: its record must be written from the fields.
+    bool differsFromSource() const { return m_source.isModified() || m_source.span().isEmpty(); }
+
+protected:
+    /// Called by erase before the state changes; a failing status refuses it.
+    virtual Acad::ErrorStatus subErase(Adesk::Boolean erasing);
+    /// Called by the last close after changes.
+    virtual Acad::ErrorStatus subClose();
+
+    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2, kHasExtras = 4, kCannotErase = 8 };
+
+private:
+    friend class hostkit::DatabaseAccess;
+    friend class AcDbDatabase;
+    hostkit::ObjectExtras& extras();
+
+    AcDbObjectId m_id;
+    AcDbObjectId m_ownerId;
+    hostkit::PackedSource m_source;
+    std::unique_ptr<hostkit::ObjectExtras> m_extras;
+
+protected:
+    Adesk::UInt8 m_flags = 0;
+};

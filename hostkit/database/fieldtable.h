@@ -1,0 +1,245 @@
+// Stand-in for the host's field tables. Covers one table of groups a class, shared by reading and writing; leaves out groups that repeat.
+#pragma once
+
+#include "dbfiler.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <type_traits>
+
+namespace hostkit {
+
+/// One group of a class: its code, and how its value gets into an object and out of it.
+template <class T>
+struct GroupField {
+    short code = 0;
+    bool hasStandard = false; ///< a reader takes `standard` where the group is missing
+    double standard = 0.0;
+    /// False when the value has no place in the object: the group is then kept as one that the class does not
+    /// know.
+    bool (*read)(T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) = nullptr;
+    void (*write)(const T& object, const GroupField& field, AcDbDxfFiler& filer) = nullptr;
+};
+
+double radiansFromDegrees(double degrees);
+/// The shortest decimal degrees that come back to the same radians, so that 30 degrees stay "30.0".
+double degreesFromRadians(double radians);
+/// The normal that most entities have, for which their own coordinates are those of the world.
+bool isWorldNormal(const AcGeVector3d& normal);
+AcGePoint3d worldFromOwn(const AcGePoint3d& point, const AcGeVector3d& normal);
+AcGePoint3d ownFromWorld(const AcGePoint3d& point, const AcGeVector3d& normal);
+
+template <auto Member>
+struct MemberOf;
+template <class T, class V, V T::*Member>
+struct MemberOf<Member> {
+    using Class = T;
+    using Value = V;
+};
+template <auto Member>
+using ClassOf = typename MemberOf<Member>::Class;
+template <auto Member>
+using ValueOf = typename MemberOf<Member>::Value;
+
+// The kinds of fields. Those with a `standard` are optional in a file.
+
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> realField(short code) {
+    using T = ClassOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                object.*Member = group.real;
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                if (field.hasStandard && object.*Member == field.standard) filer.markDefault();
+                filer.writeReal(field.code, object.*Member);
+            }};
+}
+
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> realField(short code, double standard) {
+    GroupField<ClassOf<Member>> field = realField<Member>(code);
+    field.hasStandard = true;
+    field.standard = standard;
+    return field;
+}
+
+/// Degrees in the file, radians in the object.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> angleField(short code) {
+    using T = ClassOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                object.*Member = radiansFromDegrees(group.real);
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                if (field.hasStandard && object.*Member == field.standard) filer.markDefault();
+                filer.writeReal(field.code, degreesFromRadians(object.*Member));
+            }};
+}
+
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> angleField(short code, double standard) {
+    GroupField<ClassOf<Member>> field = angleField<Member>(code);
+    field.hasStandard = true;
+    field.standard = standard;
+    return field;
+}
+
+/// Integers, truth values and enumerations. A value that the member cannot hold is not taken.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> integerField(short code) {
+    using T = ClassOf<Member>;
+    using V = ValueOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                const V value = static_cast<V>(group.integer);
+                if (static_cast<Adesk::Int64>(value) != group.integer) return false;
+                object.*Member = value;
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                const auto value = static_cast<Adesk::Int64>(object.*Member);
+                if (field.hasStandard && static_cast<double>(value) == field.standard) filer.markDefault();
+                filer.writeInteger(field.code, value);
+            }};
+}
+
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> integerField(short code, int standard) {
+    GroupField<ClassOf<Member>> field = integerField<Member>(code);
+    field.hasStandard = true;
+    field.standard = standard;
+    return field;
+}
+
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> textField(short code) {
+    using T = ClassOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                object.*Member = group.text;
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                if (field.hasStandard && (object.*Member).empty()) filer.markDefault();
+                filer.writeText(field.code, object.*Member);
+            }};
+}
+
+/// Missing in a file where it is empty.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> optionalTextField(short code) {
+    GroupField<ClassOf<Member>> field = textField<Member>(code);
+    field.hasStandard = true;
+    return field;
+}
+
+/// Points and vectors of space or plane.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> pointField(short code) {
+    using T = ClassOf<Member>;
+    using V = ValueOf<Member>;
+    constexpr bool isSpatial = requires(V value) { value.z; };
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                if constexpr (isSpatial)
+                    object.*Member = V(group.point[0], group.point[1], group.point[2]);
+                else
+                    object.*Member = V(group.point[0], group.point[1]);
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                const V& value = object.*Member;
+                bool isStandard = value.x == field.standard && value.y == field.standard;
+                if constexpr (isSpatial) isStandard = isStandard && value.z == field.standard;
+                if (field.hasStandard && isStandard) filer.markDefault();
+                filer.writePoint(field.code, &value.x, isSpatial ? 3 : 2);
+            }};
+}
+
+/// Missing in a file where all its coordinates are `standard`.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> pointField(short code, double standard) {
+    GroupField<ClassOf<Member>> field = pointField<Member>(code);
+    field.hasStandard = true;
+    field.standard = standard;
+    return field;
+}
+
+/// The normal of an entity: missing where it is that of the world. A zero one is not taken.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> normalField(short code = 210) {
+    using T = ClassOf<Member>;
+    return {code, true, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
+                const AcGeVector3d normal(group.point[0], group.point[1], group.point[2]);
+                const double length = normal.length();
+                if (!(length > 0.0)) return false;
+                constexpr double unitRounding = 1e-12; // a filed unit vector is kept to the bit
+                object.*Member = std::abs(length - 1.0) <= unitRounding ? normal : normal / length;
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                if (isWorldNormal(object.*Member)) filer.markDefault();
+                filer.writePoint(field.code, &(object.*Member).x, 3);
+            }};
+}
+
+/// An id, filed as the handle of its object; a null id is missing.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> idField(short code) {
+    using T = ClassOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
+                object.*Member = filer.objectIdOf(group);
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                if ((object.*Member).isNull()) filer.markDefault();
+                filer.writeItem(field.code, object.*Member);
+            }};
+}
+
+/// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,
+/// and is rejected where that gives false; so is a second group of a code in the table.
+template <class T, std::size_t count, class Other>
+Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], T& object,
+                             Other&& other) {
+    static_assert(count <= 64);
+    Adesk::UInt64 seen = 0;
+    std::size_t expected = 0;
+    AcDbDxfGroup group;
+    for (;;) {
+        const Acad::ErrorStatus status = filer.readItem(group);
+        if (status == Acad::eEndOfObject) return Acad::eOk;
+        if (status != Acad::eOk) return status;
+        std::size_t tried = 0;
+        std::size_t place = expected;
+        for (; tried < count && fields[place].code != group.code; ++tried)
+            place = place + 1 == count ? 0 : place + 1;
+        if (tried == count) {
+            if (!other(group)) filer.rejectItem();
+            continue;
+        }
+        expected = place + 1 == count ? 0 : place + 1;
+        const Adesk::UInt64 bit = Adesk::UInt64(1) << place;
+        if ((seen & bit) != 0 || !fields[place].read(object, group, filer)) filer.rejectItem();
+        seen |= bit;
+    }
+}
+
+template <class T, std::size_t count>
+Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], T& object) {
+    return readFields(filer, fields, object, [](const AcDbDxfGroup&) { return false; });
+}
+
+template <class T, std::size_t count>
+void writeFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], const T& object) {
+    for (const GroupField<T>& field : fields) field.write(object, field, filer);
+}
+
+} // namespace hostkit
