@@ -78,6 +78,9 @@ public:
     /// The group written next holds the value that a reader takes where the group is missing. A drawing's
     /// filer writes it only where it stood in the object's record before; other filers write it like any.
     virtual void markDefault() {}
+    /// The group written next belongs into a new record, and into one that had it; an older record of the object
+    /// that did without it stays without.
+    virtual void markOptional() {}
     virtual void writeText(short code, std::wstring_view text);
     virtual void writeReal(short code, double value);
     /// The code is that of x; y and z follow with code + 10 and + 20.
