@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dbcurve.h"
+#include "entitycoordinates.h"
 
 /// A circular arc, always counter-clockwise about its normal from the start to the end angle. Angles are in
 /// radians from the x axis of the normal's arbitrary-axis system, kept in [0, 2 pi); the end parameter lies
@@ -16,7 +17,7 @@ public:
             double endAngle);
     AcDbArc(const AcDbArc&) = default;
 
-    AcGePoint3d center() const { return m_center; }
+    AcGePoint3d center() const { return hostkit::toWorld(m_normal, m_ecsCenter); }
     double radius() const { return m_radius; }
     double startAngle() const { return m_startAngle; }
     double endAngle() const { return m_endAngle; }
@@ -31,6 +32,7 @@ public:
     Acad::ErrorStatus setStartAngle(double angle);
     Acad::ErrorStatus setEndAngle(double angle);
     Acad::ErrorStatus setThickness(double thickness);
+    /// The centre keeps its place in the world.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
     Adesk::Boolean isClosed() const override;
@@ -67,7 +69,8 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
-    AcGePoint3d m_center;
+    struct Filing;           ///< the groups of a drawing file
+    AcGePoint3d m_ecsCenter; ///< in the coordinates of the normal, as a drawing file has it
     double m_radius = 0.0;
     double m_startAngle = 0.0;
     double m_endAngle = 0.0;

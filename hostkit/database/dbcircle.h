@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dbcurve.h"
+#include "entitycoordinates.h"
 
 /// A full circle, counter-clockwise about its normal, from and to the point on the x axis of the normal's
 /// arbitrary-axis system.
@@ -13,13 +14,14 @@ public:
     AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
     AcDbCircle(const AcDbCircle&) = default;
 
-    AcGePoint3d center() const { return m_center; }
+    AcGePoint3d center() const { return hostkit::toWorld(m_normal, m_ecsCenter); }
     double radius() const { return m_radius; }
     double thickness() const { return m_thickness; }
     AcGeVector3d normal() const { return m_normal; }
     Acad::ErrorStatus setCenter(const AcGePoint3d& center);
     Acad::ErrorStatus setRadius(double radius);
     Acad::ErrorStatus setThickness(double thickness);
+    /// The centre keeps its place in the world.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
     Adesk::Boolean isClosed() const override;
@@ -56,7 +58,8 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
-    AcGePoint3d m_center;
+    struct Filing;           ///< the groups of a drawing file
+    AcGePoint3d m_ecsCenter; ///< in the coordinates of the normal, as a drawing file has it
     double m_radius = 0.0;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_thickness = 0.0;

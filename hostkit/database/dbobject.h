@@ -15,7 +15,7 @@ struct resbuf;
 class AcDbDatabase;
 namespace hostkit {
 class DatabaseAccess;
-class ExtendedData;
+class GroupBlock;
 struct ObjectExtras;
 } // namespace hostkit
 
@@ -99,9 +99,9 @@ public:
     Acad::ErrorStatus setXData(const resbuf* list);
     bool hasXData() const;
     /// The compact block, or null; for filers.
-    const hostkit::ExtendedData* extendedData() const;
+    const hostkit::GroupBlock* extendedData() const;
     /// Replaces the whole block, unchecked but for its form; for filers.
-    Acad::ErrorStatus setExtendedData(hostkit::ExtendedData&& data);
+    Acad::ErrorStatus setExtendedData(hostkit::GroupBlock&& data);
 
     /// Null when there is none or it was erased.
     AcDbObjectId extensionDictionary() const;

@@ -1,0 +1,55 @@
+// Kit: a drawing's header variables. Covers an ordered store by name with typed values; leaves out their
+// meaning.
+#pragma once
+
+#include "groupblock.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace hostkit {
+
+/// Variables by name without the leading $, in the order of their file. Names are compared exactly: they are
+/// capital letters.
+class HeaderVariables {
+public:
+    struct Variable {
+        std::wstring name;
+        GroupBlock groups;
+        bool modified = false; ///< set since the drawing was read
+    };
+
+    const std::vector<Variable>& all() const { return m_variables; }
+    const Variable* find(std::wstring_view name) const;
+    /// Replaces or appends, without the mark "modified": what a reader calls. The variable takes further
+    /// groups.
+    Variable& put(std::wstring_view name);
+
+    // The first group of the variable, or the value given, when it is missing or of another kind.
+
+    double real(std::wstring_view name, double otherwise = 0.0) const;
+    Adesk::Int64 integer(std::wstring_view name, Adesk::Int64 otherwise = 0) const;
+    std::wstring text(std::wstring_view name, std::wstring_view otherwise = L"") const;
+    Adesk::UInt64 handle(std::wstring_view name) const;
+    AcDbDxfGroup point(std::wstring_view name) const;
+
+    // Replace the variable by one group and mark it as modified. A variable that is there keeps its code, if
+    // the code is of the same kind.
+
+    void setReal(std::wstring_view name, double value, short code = 40);
+    void setInteger(std::wstring_view name, Adesk::Int64 value, short code = 70);
+    void setText(std::wstring_view name, std::wstring_view value, short code = 2);
+    void setHandle(std::wstring_view name, Adesk::UInt64 value, short code = 5);
+    void setPoint(std::wstring_view name, const double* coordinates, int dimension, short code = 10);
+
+private:
+    bool first(std::wstring_view name, AcDb::GroupKind kind, AcDbDxfGroup& group, std::wstring& text) const;
+    Variable& change(std::wstring_view name, AcDb::GroupKind kind, short& code);
+
+    std::vector<Variable> m_variables;
+    std::unordered_map<std::wstring, std::size_t> m_index;
+};
+
+} // namespace hostkit
