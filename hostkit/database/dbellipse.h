@@ -71,6 +71,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    struct Filing; ///< the groups of a drawing file
     AcGePoint3d m_center;
     AcGeVector3d m_majorAxis{1.0, 0.0, 0.0};
     AcGeVector3d m_normal{0.0, 0.0, 1.0};

@@ -101,6 +101,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    struct Filing; ///< the groups of a drawing file
     friend class hostkit::DatabaseAccess;
     bool m_invisible = false;
     Adesk::Int16 m_lineWeight = AcDb::kLnWtByLayer;

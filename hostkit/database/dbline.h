@@ -57,6 +57,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    struct Filing; ///< the groups of a drawing file
     AcGePoint3d m_start;
     AcGePoint3d m_end;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};

@@ -107,6 +107,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    struct Filing; ///< the groups of a drawing file
     bool m_closed = false;
     bool m_plinegen = false;
     std::vector<AcGePoint2d> m_points;

@@ -74,6 +74,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    struct Filing; ///< the groups of a drawing file
     AcGeNurbCurve3d nurbCurve() const;
 
     Adesk::Int16 m_degree = 3;

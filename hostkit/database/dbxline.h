@@ -52,6 +52,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    struct Filing; ///< the groups of a drawing file
     AcGePoint3d m_basePoint;
     AcGeVector3d m_unitDirection{1.0, 0.0, 0.0};
 };

@@ -22,6 +22,9 @@ struct GroupField {
     void (*write)(const T& object, const GroupField& field, AcDbDxfFiler& filer) = nullptr;
 };
 
+/// A vector whose length is as near to 1 as this counts as a unit vector: files hold 16 digits at best.
+constexpr double unitRounding = 1e-12;
+
 double radiansFromDegrees(double degrees);
 /// The shortest decimal degrees that come back to the same radians, so that 30 degrees stay "30.0".
 double degreesFromRadians(double radians);
@@ -170,23 +173,31 @@ constexpr GroupField<ClassOf<Member>> pointField(short code, double standard) {
     return field;
 }
 
-/// The normal of an entity: missing where it is that of the world. A zero one is not taken.
+/// A vector that the object holds with length 1. A zero one is not taken; a filed unit vector is kept to the
+/// bit.
 template <auto Member>
-constexpr GroupField<ClassOf<Member>> normalField(short code = 210) {
+constexpr GroupField<ClassOf<Member>> directionField(short code) {
     using T = ClassOf<Member>;
-    return {code, true, 0.0,
+    return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
-                const AcGeVector3d normal(group.point[0], group.point[1], group.point[2]);
-                const double length = normal.length();
+                const AcGeVector3d direction(group.point[0], group.point[1], group.point[2]);
+                const double length = direction.length();
                 if (!(length > 0.0)) return false;
-                constexpr double unitRounding = 1e-12; // a filed unit vector is kept to the bit
-                object.*Member = std::abs(length - 1.0) <= unitRounding ? normal : normal / length;
+                object.*Member = std::abs(length - 1.0) <= unitRounding ? direction : direction / length;
                 return true;
             },
             [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
-                if (isWorldNormal(object.*Member)) filer.markDefault();
+                if (field.hasStandard && isWorldNormal(object.*Member)) filer.markDefault();
                 filer.writePoint(field.code, &(object.*Member).x, 3);
             }};
+}
+
+/// The normal of an entity: missing where it is that of the world.
+template <auto Member>
+constexpr GroupField<ClassOf<Member>> normalField(short code = 210) {
+    GroupField<ClassOf<Member>> field = directionField<Member>(code);
+    field.hasStandard = true;
+    return field;
 }
 
 /// An id, filed as the handle of its object; a null id is missing.
