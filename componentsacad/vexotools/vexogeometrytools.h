@@ -1,0 +1,263 @@
+#pragma once
+
+#include "acadstrc.h"
+#include "acarray.h"
+#include "gearc3d.h"
+#include "gelnsg3d.h"
+#include "gepnt2d.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+
+class AcDb2dPolyline;
+class AcDbArc;
+class AcDbCurve;
+class AcDbEntity;
+class AcDbPolyline;
+class AcGeCurve2d;
+class AcGeCurve3d;
+class AcGePlane;
+
+/// Contours with arcs: measures, conversions and the arithmetic under them. Lengths are drawing units, angles
+/// radians.
+///
+/// A contour is a closed or open chain of straight and circular segments in a plane, held in one of three
+/// forms:
+/// 1. AcDbPolyline, with the host's bulge: tan(included angle / 4), positive for a counter-clockwise arc.
+/// 2. A point array and a scalar bulge per segment. A closed contour repeats its first point: V vertices are
+/// V+1 points
+///    and V bulges. An open one has V points and V-1 bulges.
+/// 3. A point array and a bulge vector per point. It is closed by itself and repeats nothing. The vector runs
+/// from the
+///    chord's middle to the arc's apex (the point half-way along the arc).
+///
+/// The word bulge alone means the arc's height: the distance from the chord's middle to the apex, positive
+/// when the apex lies to the left of the chord seen against the normal (on the side of normal x (p2 - p1)).
+/// The run from p1 to p2 is then clockwise; the sign is the opposite of the host's bulge. A bulge is an arc
+/// when its square is above 1e-20.
+///
+/// Arrays, objects and curves that a caller owns are listed in docs/ownership.md. Coordinates and bulges that
+/// are NaN give NaN or the neutral value, never a fault. Functions read no state and may run on any thread.
+namespace VEXOGeometryTools {
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Bulge and arc arithmetic (vexogeometrytools_arcs.cpp)
+// ---------------------------------------------------------------------------------------------------------------------
+
+/// First index whose element lies within 0.001 of `value` ((value - element)^2 <= 1e-06); -1 if there is
+/// none.
+int findValueInDoubleArray(AcArray<double>& values, double value);
+
+/// Removes every point within 0.001 of an earlier one that stays. All pairs count, not only neighbours: a
+/// contour that passes twice through a point loses the second passage. With bulge vectors, points go only
+/// when the vectors too are within 0.001; an empty bulge array means points alone. Arrays of different
+/// lengths stay as they are. Linear in the number of points, but for many equal points with different bulges.
+void ClearDooblons(AcArray<AcGePoint3d>& points, AcArray<AcGeVector3d>& bulges);
+
+/// a + (b - a) / 2.
+AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b);
+/// The arc's apex; the chord's middle when the chord has no length or runs along the normal.
+AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b, double bulge, AcGeVector3d normal);
+/// The arc's point half-way between its ends. False, and `middle` untouched, when the arc's own ends are not
+/// on it.
+bool getMiddleOfArc(AcGeCircArc3d arc, AcGePoint3d& middle);
+
+/// Bulge of the arc from start to end through onArc, from the inscribed angle. 0 when the points are
+/// collinear, that is when the angle at onArc is within 1e-10 of pi. onArc on the chord's line outside the
+/// chord, or at an end, has no arc: the value is then of the order of 1e16 chords.
+double getBulgeFrom3Points(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal);
+/// Bulge of an AcDbArc run from its start to its end; 0 for another curve, null or a failing read. The sign
+/// is always taken against +Z, also for an arc with another normal; callers rely on that.
+double getBulgeFromCurve(AcDbCurve* curve);
+/// Bulge of a kit arc; 0 for null. An arc out of the XY plane always comes out positive.
+double getBulgeFromGeArc(AcGeCircArc3d* arc);
+/// From the chord's middle to the apex; zero for null.
+AcGeVector3d getBulgeVecFromGeArc(AcGeCircArc3d* arc);
+/// Bulge of the part of an arc in the XY plane from its start to newPoint or, with keepEndPart, from newPoint
+/// to its end. 0 for |bulge| below 1e-10. The arc's apex serves as the part's third point and must lie on the
+/// kept part; this is not checked.
+double getNewBulge(const AcGePoint3d& start, const AcGePoint3d& end, const double& bulge,
+                   const AcGePoint3d& newPoint, bool keepEndPart);
+/// The same of a kit arc, about the arc's own normal.
+double getNewBulge(const AcGeCircArc3d& arc, const AcGePoint3d& newPoint, bool keepEndPart);
+
+/// Centre of the arc with this bulge: one radius from the apex towards the chord. A bulge of 0 has no centre
+/// and gives NaN; the caller asks first.
+AcGePoint3d getCenterFromArc(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal);
+/// |c^2 / (8 bulge) + bulge / 2| for the chord c (intersecting chords). Never negative; infinite for a bulge
+/// of 0, NaN when the chord is 0 too.
+double getRadiusFromBulge(AcGePoint3d start, AcGePoint3d end, double bulge);
+
+/// Sets centre, radius and angles of `arc`, the angles measured about `normal` from the world's x axis. The
+/// host's arc runs counter-clockwise, so that for a positive bulge it goes from end to start. The arc's own
+/// normal is not set: the caller gives it when it is not +Z. Status 154, and the arc unchanged, for a bulge
+/// of nearly 0.
+Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal,
+                                  AcDbArc& arc);
+/// The same of the arc through three points; 154 when they are collinear.
+Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal,
+                                  AcDbArc& arc);
+/// Length along the arc; the chord for a bulge of nearly 0.
+double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal);
+double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal);
+
+/// The host's bulge, tan(included angle / 4), in the XY plane; 0 for a bulge of nearly 0.
+double getAcadBulgeFromArc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge);
+/// 2 asin(chord / (2 radius)); NaN for a chord longer than the diameter.
+double chordToAngle(double chord, double radius);
+/// 2 radius sin(angle / 2).
+double angleToChord(double angle, double radius);
+
+/// Moves each point along its ray from the centre on to the arc and sorts the points by their parameter on
+/// it. A point at the centre is dropped. A point whose line through the centre does not meet the arc exactly
+/// twice, or whose own side is not met, stays in place and sorts as parameter 0.
+void getPointsOnCircle(AcGeCircArc3d arc, AcArray<AcGePoint3d>& points);
+/// Points where the tangents from `from` touch the circle: the first lies on the ray turned counter-clockwise
+/// from the direction to the centre, seen from +Z, the second clockwise. The turn is always about +Z. False,
+/// and both untouched, unless `from` is definitely farther from the centre than the radius.
+bool getArcTangents(AcGeCircArc3d arc, AcGePoint3d from, AcGePoint3d& tangent1, AcGePoint3d& tangent2);
+/// Lengths along the first arc's circle from its start to the second arc's start and from its end to the
+/// second's end, seen from the first's centre about +Z; negative where the second arc begins before the
+/// first, or ends before it.
+void getArcDifferences(AcGeCircArc3d first, AcGeCircArc3d second, double& startDifference,
+                       double& endDifference);
+
+/// Straightens the segment that starts at a light polyline's last vertex. False for another curve or null. A
+/// polyline without vertices gives true: the host's status is not looked at.
+bool setLastBulgeToZero(AcDbCurve* curve);
+/// Adds 2 pi to a negative angle, or takes 2 pi off an angle above 2 pi, once only: -7 stays negative. Within
+/// 1e-10 of 0 or 2 pi the result is exactly 0.
+double GetNormalizedAngle(const double& angle);
+/// `value` rounded to the decimals of `step`: (int)log10(1 / step) of them. Rounded, whatever the name says:
+/// the text form decides the last digit. A step above 1 leaves no decimals; a step that is 0, negative or NaN
+/// leaves the value as it is.
+double truncateDecimals(double value, double step);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Measures and orientation (vexogeometrytools_measures.cpp). Seen along +Z; areas take an arc as its chord.
+// ---------------------------------------------------------------------------------------------------------------------
+
+/// Sum of x[i] y[i+1] - x[i+1] y[i] around the polygon, halved: positive for a counter-clockwise run. The
+/// closing segment is always included, so that a repeated first point changes nothing. 0 for an empty array.
+/// The coordinates are taken as they are: the error grows with their square (about n * 1e-16 * X * Y).
+double getSignedArea(AcArray<AcGePoint2d> points);
+double getSignedArea(AcArray<AcGePoint3d> points);
+/// The signed area without its sign.
+double getArea(AcArray<AcGePoint2d> points);
+double getArea(AcArray<AcGePoint3d> points);
+/// The same with a status: 3, and `surface` untouched, for an empty array.
+Acad::ErrorStatus calculateSurface(const AcArray<AcGePoint3d>& points, double& surface);
+
+/// Average of the vertices, of the arcs' apexes and, per arc, of a shift along its axis by a dimensionless
+/// ratio (three times the height of the circular segment's centroid over the bulge). It is not the area's
+/// centroid, and the shift is a length of that many drawing units; callers expect this very value. The origin
+/// for arrays of different lengths or empty ones. An arc without a chord adds nothing.
+AcGePoint3d GetGravityCenter(AcArray<AcGePoint3d> points, AcArray<AcGeVector3d> bulges);
+
+/// 1 when the polygon through vertices and apexes has a negative sum (twice its area below -1e-10), else 0.
+/// Despite the name 1 is a run that a viewer at +Z sees as clockwise; callers compare with it as it is. 0 for
+/// arrays of different lengths.
+int IsCCW(const AcArray<AcGePoint3d>& points, const AcArray<AcGeVector3d>& bulges);
+
+/// Is the sum of a contour's turns below -1e-10, seen from +Z. The closing segment counts for open curves
+/// too. An arc counts as its two half chords. False for null and for a curve that ConvertToPolyline does not
+/// take. True here and 1 from IsCCW name the same sense.
+bool isContourClockWise(AcDbCurve* curve);
+
+/// Unit normal of the plane through the first point, the first one that differs from it and the first one,
+/// from index 2 on, off the line through these; its sense is that of their run. Zero when there is no such
+/// plane.
+AcGeVector3d getNormalFromPoints(const AcArray<AcGePoint3d>& points);
+/// Moves each point along `direction`, of any length but zero, on to the plane. Fewer than 3 points, and
+/// points whose line does not meet the plane, stay as they are.
+void MakePlanarPolygon(AcArray<AcGePoint3d>& points, const AcGePlane& plane, const AcGeVector3d& direction);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Conversion and tessellation (vexogeometrytools_conversion.cpp, vexogeometrytools_chaining.cpp)
+// ---------------------------------------------------------------------------------------------------------------------
+
+/// A new polyline, owned by the caller, of the same shape as a light or 2d polyline, line, circle or arc;
+/// null for any other class and for null. Elevation is not kept. A circle becomes two half circles. The
+/// normal is kept, and vertices are in its axes; a line's polyline is seen along +Z. Control vertices of a
+/// spline-fit 2d polyline, which are not on the curve, are left out.
+AcDbPolyline* ConvertToPolyline(const AcDbEntity* entity);
+/// Appends vertices for the ends in `points`, each segment's bulge from its point in `middles`, mapped to the
+/// plane through the origin with this normal. The signed arc height goes into the vertex's bulge field as it
+/// is, not turned into the host's bulge: callers read it back the same way. The first failing host call ends
+/// the work with its status. Status 3, and nothing changed, unless there is one point more than middles.
+Acad::ErrorStatus ConvertPointsToPolyline(AcArray<AcGePoint3d> points, AcArray<AcGePoint3d> middles,
+                                          AcGeVector3d normal, AcDbPolyline& polyline);
+/// Appends the vertices with bulges and widths, sets the elevation, and closes the target if the source is
+/// closed. Status 3 for a null target or source.
+Acad::ErrorStatus convert2DbPolyline(AcDb2dPolyline* source, AcDbPolyline* target);
+/// Form 1 to form 2: points in the world, bulges as arc heights (-0.5 * host bulge * chord). Both arrays are
+/// emptied first. Status 3, and both untouched, for null.
+Acad::ErrorStatus convertPolyline(AcDbPolyline* polyline, AcArray<AcGePoint3d>& points,
+                                  AcArray<double>& bulges);
+/// Makes the target's vertices (with bulges and widths), closed state and normal those of the source.
+/// Elevation and thickness are not copied. Null, or one object as both, changes nothing.
+void copyAcDbPolyline(const AcDbPolyline* source, AcDbPolyline* target);
+/// The segment that starts at vertex `index`, in the world, as `line` or, with isArc set, as `arc`. False for
+/// null, an index out of range and segments without length; isArc is false then.
+bool getSegmentFromPolyline(AcDbPolyline* polyline, int index, AcGeLineSeg3d& line, AcGeCircArc3d& arc,
+                            bool& isArc);
+
+/// A closed contour's points with its arcs sampled, and per arc its own samples. As many bulges as points:
+/// the last one belongs to the closing segment. Both outputs are emptied first; status 3, and both untouched,
+/// for different lengths. |tolerance| below 1e-10 gives the points as they are. An arc with bulge b gets
+/// (int)(pi / step) + 1 samples, ends included, for step = 2 acos((|b| - tolerance) / |b|): the arc height
+/// stands where a radius would, callers count on these numbers. At most 1,000,000 samples an arc; a tolerance
+/// that gives no step (negative, NaN) gives the two ends. A straight segment adds its start, unless an arc
+/// has just ended there. Arcs in a row repeat the point between them. An arc too flat to be told from its
+/// chord is a straight segment.
+Acad::ErrorStatus getTessellatedPoly(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
+                                     AcArray<AcGePoint3d>& tessellated,
+                                     AcArray<AcArray<AcGePoint3d>>& arcSamples, double tolerance,
+                                     AcGeVector3d normal);
+/// The same of an open contour (form 2) with a fixed number of samples per arc, at most 1,000,000. Missing
+/// bulges count as 0. A straight segment adds its start unless that equals the last point added; the last
+/// point is added unless an arc ends the contour on it. Status 0 always.
+Acad::ErrorStatus getTessellatedPoly(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
+                                     AcArray<AcGePoint3d>& tessellated,
+                                     AcArray<AcArray<AcGePoint3d>>& arcSamples, int samplesPerArc,
+                                     AcGeVector3d normal);
+
+/// A new AcDbArc or AcDbLine, owned by the caller, of a circular arc or a bounded straight curve; else null.
+AcDbCurve* TransformGe2Db(AcGeCurve3d* curve);
+/// The same in the XY plane. An arc gives the full circle, as an AcDbArc over one turn; its angles are
+/// dropped.
+AcDbCurve* TransformGe2Db(AcGeCurve2d* curve);
+/// A new AcGeLineSeg3d or AcGeCircArc3d, owned by the caller, of an AcDbLine or AcDbArc; else null.
+AcGeCurve3d* TransformDb2Ge(AcDbCurve* curve);
+
+/// Merges collinear AcGeLineSeg3d that touch at an end, within tolerance * 0.001, until none is left; the
+/// array holds owned AcGeCurve3d pointers, nulls allowed. The merged segment takes the place and the sense of
+/// the earlier one; the old ones are deleted. A segment whose far end coincides with the touching ends ends
+/// the search for its partner. Arcs, and collinear segments with a gap, stay. Near linear when few segments
+/// share an end.
+void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance);
+/// A new polyline, owned by the caller: first, then second from the end that first ends on; null when either
+/// does not convert. When the curves' ends or their starts coincide (1e-06), second is walked backward.
+/// `close` closes the result. Vertices equal to their neighbour are dropped, and second's last one when it
+/// equals first's start.
+AcDbCurve* concatenateCurves(AcDbCurve* first, AcDbCurve* second, bool close);
+/// Chains AcDbCurve pointers in any order, beginning with curve 0 and going on each time with the first
+/// unused curve that has an end within 1e-10 of the chain's end. Owned by the caller; null for an empty array
+/// or a null first curve. The chain is closed when every curve found its place. Curves that never touch stay
+/// out, with no report. A chain of several curves lies at elevation 0, so that curves elsewhere join curve 0
+/// but not each other. A lone curve comes back as its clone. Near linear when few curves share an end.
+AcDbCurve* createPolyLineFromCurves(AcArray<void*> curves);
+/// Deletes every open AcDbCurve whose ends and centre (zero but for arcs, circles and ellipses) coincide
+/// within 1e-05 with those of an earlier one, seen along viewDir, and takes it out of the array. What lies
+/// between the ends is not looked at. Closed curves, and curves that cannot be projected, stay. Near linear
+/// when few curves share an end.
+void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
+
+/// Drops the points of a closed polygon at which the direction does not change, the first point as the last
+/// one looked at; reversals stay. False, and no change, for fewer than 3 points. Points that all coincide
+/// leave none.
+bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
+/// Keeps the first and the last point, exchanged when the last lies to the left (by more than 1e-10) of the
+/// first. An empty array stays empty; a single point becomes both.
+void filterArray(AcArray<AcGePoint3d>& points);
+
+} // namespace VEXOGeometryTools

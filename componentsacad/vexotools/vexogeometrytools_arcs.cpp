@@ -1,0 +1,341 @@
+#include "vexogeometrytools.h"
+#include "vexogeometrytools_internal.h"
+
+#include "pointgrid.h"
+
+#include "cvxlogentry.h"
+#include "dbarc.h"
+#include "dbpolyline.h"
+#include "geline3d.h"
+
+#include <charconv>
+#include <numbers>
+
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+/// Square of the distance within which two numbers of an array are the same value.
+constexpr double kSameValueSquared = 1e-06;
+/// Points of a contour closer than this are one point for ClearDooblons.
+constexpr double kSamePlace = 0.001;
+/// How close to pi the angle between an arc's height and the chord's left must be to count as opposite.
+constexpr double kOppositeAngle = 1e-06;
+
+/// More decimals change nothing: the longest fraction of a double has fewer.
+constexpr int kMostDecimals = 1100;
+
+/// The point half-way between an arc's own ends, by their parameters.
+AcGePoint3d apexOf(const AcGeCircArc3d& arc) {
+    const double first = arc.paramOf(arc.startPoint(), AcGeContext::gTol);
+    const double last = arc.paramOf(arc.endPoint(), AcGeContext::gTol);
+    return arc.evalPoint((first + last) / 2);
+}
+
+AcGePoint3d middleOf(const AcGePoint3d& a, const AcGePoint3d& b) { return a + (b - a) / 2; }
+
+/// Where the ray from the centre through `point` meets the arc; false when the line does not meet it twice or
+/// meets it on the other side only.
+bool snapToArc(const AcGeCircArc3d& arc, const AcGeVector3d& fromCenter, AcGePoint3d& snapped) {
+    AcGeLine3d line;
+    line.set(arc.center(), fromCenter);
+    int count = 0;
+    AcGePoint3d meetings[2];
+    arc.intersectWith(line, count, meetings[0], meetings[1], AcGeContext::gTol);
+    if (count != 2) return false;
+    for (const AcGePoint3d& meeting : meetings) {
+        if (!(meeting - arc.center()).isCodirectionalTo(line.direction(), AcGeContext::gTol)) continue;
+        snapped = meeting;
+        return true;
+    }
+    return false;
+}
+
+/// Signed length along a circle for an angle given about +Z and, where that is beyond `span`, taken about -Z
+/// instead.
+double signedArcLength(const AcGeVector3d& from, const AcGeVector3d& to, double span, double radius) {
+    const double angle = from.angleTo(to, AcGeVector3d::kZAxis);
+    const bool beyond = span <= angle + std::abs(angle) * VEXOGeometryTools::kComparisonTolerance +
+                                    VEXOGeometryTools::kComparisonTolerance;
+    return beyond ? -from.angleTo(to, -AcGeVector3d::kZAxis) * radius : angle * radius;
+}
+
+} // namespace
+
+namespace VEXOGeometryTools {
+
+int findValueInDoubleArray(AcArray<double>& values, double value) {
+    CVxLogEntry entry(L"VEXOGeometryTools::findValueInDoubleArray");
+    for (int i = 0; i < values.length(); ++i) {
+        const double difference = value - values[i];
+        if (difference * difference <= kSameValueSquared) return i;
+    }
+    return -1;
+}
+
+// Of the plain loops over all pairs only this remains: an element stays when no earlier one that stays equals
+// it.
+void ClearDooblons(AcArray<AcGePoint3d>& points, AcArray<AcGeVector3d>& bulges) {
+    CVxLogEntry entry(L"VEXOGeometryTools::ClearDooblons");
+    const bool withBulges = !bulges.isEmpty();
+    if (withBulges && bulges.length() != points.length()) return;
+    const AcGeTol tolerance = toleranceOf(kSamePlace);
+    PointGrid grid(tolerance.equalPoint(), points.asArrayPtr(), points.length());
+    int kept = 0;
+    for (int j = 0; j < points.length(); ++j) {
+        const bool repeated = grid.anyNear(points[j], [&](int i) {
+            return points[i].isEqualTo(points[j], tolerance) &&
+                   (!withBulges || bulges[i].isEqualTo(bulges[j], tolerance));
+        });
+        if (repeated) continue;
+        points[kept] = points[j];
+        if (withBulges) bulges[kept] = bulges[j];
+        grid.add(points[kept], kept);
+        ++kept;
+    }
+    points.setLogicalLength(kept);
+    if (withBulges) bulges.setLogicalLength(kept);
+}
+
+AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getMiddleOf");
+    return middleOf(a, b);
+}
+
+AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b, double bulge, AcGeVector3d normal) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getMiddleOf");
+    const AcGeVector3d right = (b - a).crossProduct(normal).normal(AcGeContext::gTol);
+    return a + (b - a) / 2 - bulge * right;
+}
+
+bool getMiddleOfArc(AcGeCircArc3d arc, AcGePoint3d& middle) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getMiddleOfArc");
+    const AcGePoint3d start = arc.startPoint();
+    const AcGePoint3d end = arc.endPoint();
+    double param = 0.0;
+    if (!arc.isOn(start, param, AcGeContext::gTol) || !arc.isOn(end, param, AcGeContext::gTol)) return false;
+    const double first = arc.paramOf(start, AcGeContext::gTol);
+    const double last = arc.paramOf(end, AcGeContext::gTol);
+    middle = arc.evalPoint((first + last) * 0.5);
+    return true;
+}
+
+double getBulgeFrom3Points(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getBulgeFrom3Points");
+    const AcGeTol tolerance;
+    const double alpha = (start - onArc).angleTo(end - onArc);
+    double bulge = 0.0;
+    if (std::abs(alpha - kPi) > tolerance.equalPoint())
+        bulge = ((end - start).length() / 2) * std::tan(kPi / 2 - alpha / 2);
+    if ((onArc - start).dotProduct(normal.crossProduct(end - start)) < 0) bulge = -bulge;
+    return bulge;
+}
+
+double getBulgeFromCurve(AcDbCurve* curve) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getBulgeFromCurve");
+    const AcDbArc* arc = AcDbArc::cast(curve);
+    if (!arc) return 0.0;
+    AcGePoint3d start;
+    AcGePoint3d end;
+    AcGePoint3d apex;
+    double startParam = 0.0;
+    double endParam = 0.0;
+    if (arc->getStartPoint(start) != Acad::eOk) return 0.0;
+    if (arc->getEndPoint(end) != Acad::eOk) return 0.0;
+    if (arc->getStartParam(startParam) != Acad::eOk) return 0.0;
+    if (arc->getEndParam(endParam) != Acad::eOk) return 0.0;
+    if (arc->getPointAtParam((startParam + endParam) * 0.5, apex) != Acad::eOk) return 0.0;
+    const AcGeVector3d height = apex - middleOf(start, end);
+    const double size = height.length();
+    return height.crossProduct(end - start).dotProduct(AcGeVector3d::kZAxis) >= 0 ? -size : size;
+}
+
+double getBulgeFromGeArc(AcGeCircArc3d* arc) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getBulgeFromGeArc");
+    if (!arc) return 0.0;
+    const AcGePoint3d start = arc->startPoint();
+    const AcGePoint3d end = arc->endPoint();
+    const AcGeVector3d height = apexOf(*arc) - middleOf(start, end);
+    const AcGeVector3d left = AcGeVector3d::kZAxis.crossProduct(end - start);
+    const double size = height.length();
+    return std::abs(height.angleTo(left) - kPi) < kOppositeAngle ? -size : size;
+}
+
+AcGeVector3d getBulgeVecFromGeArc(AcGeCircArc3d* arc) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getBulgeVecFromGeArc");
+    if (!arc) return AcGeVector3d::kIdentity;
+    return apexOf(*arc) - middleOf(arc->startPoint(), arc->endPoint());
+}
+
+double getNewBulge(const AcGePoint3d& start, const AcGePoint3d& end, const double& bulge,
+                   const AcGePoint3d& newPoint, bool keepEndPart) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getNewBulge");
+    const AcGeTol tolerance;
+    if (std::abs(bulge) < tolerance.equalPoint()) return 0.0;
+    const AcGeVector3d left = (end - start).perpVector().normal(AcGeContext::gTol);
+    const AcGePoint3d apex = middleOf(start, end) + bulge * left;
+    return keepEndPart ? getBulgeFrom3Points(newPoint, end, apex, AcGeVector3d::kZAxis)
+                       : getBulgeFrom3Points(start, newPoint, apex, AcGeVector3d::kZAxis);
+}
+
+double getNewBulge(const AcGeCircArc3d& arc, const AcGePoint3d& newPoint, bool keepEndPart) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getNewBulge");
+    const AcGePoint3d apex = apexOf(arc);
+    return keepEndPart ? getBulgeFrom3Points(newPoint, arc.endPoint(), apex, arc.normal())
+                       : getBulgeFrom3Points(arc.startPoint(), newPoint, apex, arc.normal());
+}
+
+AcGePoint3d getCenterFromArc(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getCenterFromArc");
+    const AcGePoint3d middle = getMiddleOf(start, end);
+    const AcGePoint3d apex = getMiddleOf(start, end, bulge, normal);
+    const double radius = getRadiusFromBulge(start, end, bulge);
+    return apex + radius * (middle - apex).normal(AcGeContext::gTol);
+}
+
+double getRadiusFromBulge(AcGePoint3d start, AcGePoint3d end, double bulge) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getRadiusFromBulge");
+    const double chord = start.distanceTo(end);
+    return std::abs(chord * chord / (bulge * 8) + bulge / 2);
+}
+
+Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal,
+                                  AcDbArc& arc) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getArcFromCurve");
+    if (!isArcBulge(bulge)) return Acad::eNoArcFromInput;
+    const bool negative = bulge < -kComparisonTolerance;
+    const AcGePoint3d center = getCenterFromArc(start, end, bulge, normal);
+    const double toStart = AcGeVector3d::kXAxis.angleTo(start - center, normal);
+    const double toEnd = AcGeVector3d::kXAxis.angleTo(end - center, normal);
+    arc.setCenter(center);
+    arc.setRadius(center.distanceTo(start));
+    arc.setStartAngle(negative ? toStart : toEnd);
+    arc.setEndAngle(negative ? toEnd : toStart);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal,
+                                  AcDbArc& arc) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getArcFromCurve");
+    return getArcFromCurve(start, end, getBulgeFrom3Points(start, end, onArc, normal), normal, arc);
+}
+
+double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getLengthFromCurve");
+    AcDbArc arc;
+    if (getArcFromCurve(start, end, bulge, normal, arc) != Acad::eOk) return (end - start).length();
+    const double startAngle = arc.startAngle();
+    double endAngle = arc.endAngle();
+    if (isDefinitelyLess(endAngle, startAngle)) endAngle += kTwoPi;
+    return (endAngle - startAngle) * arc.radius();
+}
+
+double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getLengthFromCurve");
+    return getLengthFromCurve(start, end, getBulgeFrom3Points(start, end, onArc, normal), normal);
+}
+
+double getAcadBulgeFromArc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getAcadBulgeFromArc");
+    if (!isArcBulge(bulge)) return 0.0;
+    const AcGeVector3d direction = (end - start).normal(AcGeContext::gTol);
+    const AcGePoint3d apex = middleOf(start, end) + bulge * AcGeVector3d::kZAxis.crossProduct(direction);
+    const AcGeCircArc3d arc(start, apex, end);
+    const double hostBulge = std::tan((arc.endAng() - arc.startAng()) / 4);
+    return bulge > kComparisonTolerance ? -hostBulge : hostBulge;
+}
+
+double chordToAngle(double chord, double radius) {
+    CVxLogEntry entry(L"VEXOGeometryTools::chordToAngle");
+    return 2 * std::asin(chord / (2 * radius));
+}
+
+double angleToChord(double angle, double radius) {
+    CVxLogEntry entry(L"VEXOGeometryTools::angleToChord");
+    return 2 * radius * std::sin(angle / 2);
+}
+
+void getPointsOnCircle(AcGeCircArc3d arc, AcArray<AcGePoint3d>& points) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getPointsOnCircle");
+    AcArray<double> params;
+    params.setLogicalLength(points.length());
+    for (int i = 0; i < points.length(); ++i) {
+        const AcGeVector3d fromCenter = points[i] - arc.center();
+        if (fromCenter.isZeroLength(AcGeContext::gTol)) {
+            points.removeAt(i);
+            params.removeAt(i);
+            --i;
+            continue;
+        }
+        if (snapToArc(arc, fromCenter, points[i])) params[i] = arc.paramOf(points[i], AcGeContext::gTol);
+    }
+    for (int i = 0; i < points.length() - 1; ++i) {
+        for (int j = i + 1; j < points.length(); ++j) {
+            if (!isDefinitelyLess(params[j], params[i])) continue;
+            points.swap(i, j);
+            params.swap(i, j);
+        }
+    }
+}
+
+bool getArcTangents(AcGeCircArc3d arc, AcGePoint3d from, AcGePoint3d& tangent1, AcGePoint3d& tangent2) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getArcTangents");
+    const double radius = arc.radius();
+    const double distance = from.distanceTo(arc.center());
+    if (!isDefinitelyLess(radius, distance)) return false;
+    const double angle = std::asin(radius / distance);
+    AcGeVector3d first = arc.center() - from;
+    AcGeVector3d second = first;
+    first.rotateBy(angle, AcGeVector3d::kZAxis);
+    second.rotateBy(angle, -AcGeVector3d::kZAxis);
+    AcGePoint3d onArc;
+    tangent1 = AcGeLine3d(from, first).closestPointTo(arc, onArc, AcGeContext::gTol);
+    tangent2 = AcGeLine3d(from, second).closestPointTo(arc, onArc, AcGeContext::gTol);
+    return true;
+}
+
+void getArcDifferences(AcGeCircArc3d first, AcGeCircArc3d second, double& startDifference,
+                       double& endDifference) {
+    CVxLogEntry entry(L"VEXOGeometryTools::getArcDifferences");
+    const AcGePoint3d center = first.center();
+    const AcGeVector3d start1 = first.startPoint() - center;
+    const AcGeVector3d end1 = first.endPoint() - center;
+    const double span = start1.angleTo(end1, AcGeVector3d::kZAxis);
+    startDifference = signedArcLength(start1, second.startPoint() - center, span, first.radius());
+    endDifference = signedArcLength(end1, second.endPoint() - center, kTwoPi - span, first.radius());
+}
+
+bool setLastBulgeToZero(AcDbCurve* curve) {
+    CVxLogEntry entry(L"VEXOGeometryTools::setLastBulgeToZero");
+    AcDbPolyline* polyline = AcDbPolyline::cast(curve);
+    if (!polyline) return false;
+    (void)polyline->setBulgeAt(polyline->numVerts() - 1, 0.0);
+    return true;
+}
+
+double GetNormalizedAngle(const double& angle) {
+    CVxLogEntry entry(L"VEXOGeometryTools::GetNormalizedAngle");
+    const AcGeTol tolerance;
+    double folded = angle;
+    if (folded < 0)
+        folded += kTwoPi;
+    else if (folded > kTwoPi)
+        folded -= kTwoPi;
+    const bool atZero = std::abs(folded) <= tolerance.equalPoint();
+    const bool atFullTurn = std::abs(folded - kTwoPi) <= tolerance.equalPoint();
+    return atZero || atFullTurn ? 0.0 : folded;
+}
+
+double truncateDecimals(double value, double step) {
+    CVxLogEntry entry(L"VEXOGeometryTools::truncateDecimals");
+    const double wanted = std::log10(1 / step);
+    if (!(wanted < kMostDecimals) || !std::isfinite(value)) return value;
+    const int decimals = wanted > 0 ? static_cast<int>(wanted) : 0;
+    char text[1500];
+    const auto written = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
+    double result = value;
+    if (written.ec == std::errc()) std::from_chars(text, written.ptr, result);
+    return result;
+}
+
+} // namespace VEXOGeometryTools
