@@ -30,6 +30,7 @@ public:
     ~FileRegistryStore() override;
 
     const RegistryTree& read() override;
+    bool isLasting() const override { return true; }
     /// Besides the reasons of a tree: ERROR_ACCESS_DENIED or ERROR_WRITE_FAULT when the file cannot be
     /// replaced (told to the sink once), ERROR_LOCK_VIOLATION when another process holds the lock for more
     /// than ten seconds.

@@ -40,6 +40,9 @@ public:
     /// refused before.
     virtual LONG apply(const RegistryChange& change) = 0;
 
+    /// True where changes are still there for the next process.
+    virtual bool isLasting() const = 0;
+
     /// A read-only hive refuses every change with ERROR_ACCESS_DENIED, as a machine hive does to an ordinary
     /// user.
     void setReadOnly(RegistryHive hive, bool readOnly);
@@ -66,6 +69,7 @@ private:
 class MemoryRegistryStore final : public RegistryStore {
 public:
     const RegistryTree& read() override { return tree_; }
+    bool isLasting() const override { return false; }
     LONG apply(const RegistryChange& change) override { return applyToTree(tree_, change); }
 
 private:
