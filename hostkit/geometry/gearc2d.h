@@ -111,6 +111,8 @@ public:
     AcGeBoundBlock2d orthoBoundBlock() const override;
     void getSamplePoints(double fromParam, double toParam, double tolerance, AcGePoint2dArray& points,
                          AcGeDoubleArray& params) const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override { return std::max(m_center.largestCoordinate(), m_radius); }
 
 private:
     AcGePoint2d m_center;

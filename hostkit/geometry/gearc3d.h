@@ -104,6 +104,8 @@ public:
     AcGeBoundBlock3d orthoBoundBlock() const override;
     void getSamplePoints(double fromParam, double toParam, double tolerance, AcGePoint3dArray& points,
                          AcGeDoubleArray& params) const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override { return std::max(m_center.largestCoordinate(), m_radius); }
 
 private:
     AcGePoint3d m_center;

@@ -94,4 +94,11 @@ public:
     /// Two new curves, owned by the caller, before and after the parameter. Both null when the parameter is
     /// at or beyond an end.
     virtual void getSplitCurves(double param, AcGeCurve2d*& before, AcGeCurve2d*& after) const;
+
+    /// Parameters, ascending, that cut a bounded curve into pieces that are smooth and turn by less than a
+    /// right angle each; what the numeric methods start from. Empty for an unbounded curve.
+    virtual void getSmoothPieces(AcGeDoubleArray& params) const;
+    /// The largest number that enters the curve's points: coordinates of the centre, the radius. The
+    /// allowance of point tests on the curve grows with it. 0 where the points themselves tell it.
+    virtual double coordinateMagnitude() const { return 0.0; }
 };

@@ -52,6 +52,10 @@ public:
     Adesk::Boolean area(double startParam, double endParam, double& value,
                         const AcGeTol& tol = AcGeContext::gTol) const override;
     AcGeBoundBlock2d orthoBoundBlock() const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override {
+        return std::max(m_center.largestCoordinate(), m_majorRadius);
+    }
 
 private:
     AcGePoint2d m_center;

@@ -53,6 +53,10 @@ public:
     Adesk::Boolean area(double startParam, double endParam, double& value,
                         const AcGeTol& tol = AcGeContext::gTol) const override;
     AcGeBoundBlock3d orthoBoundBlock() const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override {
+        return std::max(m_center.largestCoordinate(), m_majorRadius);
+    }
 
 private:
     AcGePoint3d m_center;

@@ -18,8 +18,10 @@ public:
     AcGeVector2d direction() const;
     /// The base point of a line, the start of a ray or segment.
     AcGePoint2d pointOnLine() const { return m_origin; }
+    /// The point's derivative by the parameter: a unit vector on lines and rays, end less start on segments.
+    AcGeVector2d paramStep() const { return m_step; }
     void getLine(AcGeLine2d& line) const;
-    /// The line through `point` at a right angle to this one, turned left.
+    /// The line through `point` whose direction is this one turned left by a right angle.
     void getPerpLine(const AcGePoint2d& point, AcGeLine2d& line) const;
 
     /// Directions along one line in either sense. Between two segments also true when the angle is below what

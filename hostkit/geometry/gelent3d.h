@@ -18,6 +18,8 @@ public:
     AcGeVector3d direction() const;
     /// The base point of a line, the start of a ray or segment.
     AcGePoint3d pointOnLine() const { return m_origin; }
+    /// The point's derivative by the parameter: a unit vector on lines and rays, end less start on segments.
+    AcGeVector3d paramStep() const { return m_step; }
     void getLine(AcGeLine3d& line) const;
     /// The plane through the point of the unbounded line at `point`'s foot, perpendicular to the line.
     void getPerpPlane(const AcGePoint3d& point, AcGePlane& plane) const;

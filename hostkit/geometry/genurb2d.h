@@ -65,6 +65,8 @@ public:
     Adesk::Boolean isLinear(AcGeLine2d& line, const AcGeTol& tol = AcGeContext::gTol) const override;
     /// Found from the points where a coordinate is extreme.
     AcGeBoundBlock2d orthoBoundBlock() const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override;
 
 private:
     void clear();

@@ -66,6 +66,8 @@ public:
     Adesk::Boolean isPlanar(AcGePlane& plane, const AcGeTol& tol = AcGeContext::gTol) const override;
     /// Found from the points where a coordinate is extreme.
     AcGeBoundBlock3d orthoBoundBlock() const override;
+    void getSmoothPieces(AcGeDoubleArray& params) const override;
+    double coordinateMagnitude() const override;
 
 private:
     void clear();

@@ -1,0 +1,152 @@
+#include "arcmeetings.hpp"
+
+#include "curvekernel.hpp"
+
+#include <utility>
+
+namespace AcGeKernel {
+namespace {
+
+double allowanceOf(const AcGeCircArc2d& arc, const AcGePoint2d& point, const AcGeTol& tol) {
+    return AcGe::pointAllowance(tol, std::max(arc.coordinateMagnitude(), point.largestCoordinate()));
+}
+
+void addOnce(ArcMeetings& meetings, const AcGePoint2d& point, double allowance) {
+    for (int i = 0; i < meetings.pointCount; ++i)
+        if (meetings.points[i].distanceTo(point) <= allowance) return;
+    meetings.points[meetings.pointCount++] = point;
+}
+
+template <class CurveA>
+void addSettled(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d candidate,
+                const AcGeTol& tol) {
+    if (settleOnBoth(a, b, candidate, tol)) addOnce(meetings, candidate, allowanceOf(b, candidate, tol));
+}
+
+// The degenerate arc is a point.
+template <class Curve>
+ArcMeetings meetPoint(const Curve& curve, const AcGePoint2d& point, const AcGeTol& tol) {
+    ArcMeetings meetings;
+    if (curve.isOn(point, tol)) meetings.points[meetings.pointCount++] = point;
+    return meetings;
+}
+
+bool isSmall(const AcGeCircArc2d& arc, const AcGeTol& tol) {
+    return arc.radius() <= AcGe::pointAllowance(tol, arc.center().largestCoordinate());
+}
+
+// Twice the area of a triangle by its sides, stable for needles (Kahan, "Miscalculating area and angles of a
+// needle-like triangle"); 0 when the sides do not close.
+double twiceArea(double a, double b, double c) {
+    if (a < b) std::swap(a, b);
+    if (b < c) std::swap(b, c);
+    if (a < b) std::swap(a, b);
+    const double product = (a + (b + c)) * (c - (a - b)) * (c + (a - b)) * (a + (b - c));
+    return product > 0.0 ? std::sqrt(product) / 2.0 : 0.0;
+}
+
+double angleAt(const AcGeCircArc2d& arc, const AcGePoint2d& point) {
+    return unclampedAngle(arc.startAng(), arc.endAng(), arc.paramOf(point, AcGeContext::gTol));
+}
+
+// Runs and touches of two arcs of one circle. `first` carries the parameters; the second's range is carried
+// over to it by the angle of its start (its end, when it runs the other way) and its sweep.
+ArcMeetings meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol) {
+    ArcMeetings meetings;
+    const bool sameSense = first.isClockWise() == second.isClockWise();
+    const double sweep = second.endAng() - second.startAng();
+    const double from =
+        angleFrom(first.startAng(), angleAt(first, sameSense ? second.startPoint() : second.endPoint()));
+    const auto onSecond = [&](double angle) {
+        return sameSense ? second.startAng() + (angle - from) : second.endAng() - (angle - from);
+    };
+    const auto addRun = [&](double lo, double hi) {
+        ArcMeetings::Run& run = meetings.runs[meetings.runCount++];
+        run.onFirst.set(lo, hi);
+        const double a = onSecond(lo), b = onSecond(hi);
+        run.onSecond.set(std::min(a, b), std::max(a, b));
+    };
+    const double allowed = allowanceOf(first, second.center(), tol);
+    // A full circle has the other arc whole, whatever lies at its seam.
+    if (isFullTurn(second.startAng(), second.endAng())) {
+        addRun(first.startAng(), first.endAng());
+        return meetings;
+    }
+    if (isFullTurn(first.startAng(), first.endAng())) {
+        addRun(from, from + sweep);
+        return meetings;
+    }
+    for (double turn : {-AcGe::kTwoPi, 0.0}) {
+        const double lo = std::max(from + turn, first.startAng()),
+                     hi = std::min(from + turn + sweep, first.endAng());
+        const double size = (hi - lo) * first.radius();
+        if (size > allowed) {
+            // A range a whole turn before is the same arc: the second's parameters are counted from there.
+            addRun(lo - turn, hi - turn);
+            meetings.runs[meetings.runCount - 1].onFirst.set(lo, hi);
+        } else if (size >= -allowed) {
+            addOnce(meetings, first.evalPoint(lo), allowed);
+        }
+    }
+    return meetings;
+}
+
+void orderAlong(const AcGeCircArc2d& arc, ArcMeetings& meetings) {
+    if (meetings.pointCount == 2 && angleAt(arc, meetings.points[1]) < angleAt(arc, meetings.points[0]))
+        std::swap(meetings.points[0], meetings.points[1]);
+}
+
+} // namespace
+
+ArcMeetings meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, const AcGeTol& tol) {
+    if (isSmall(arc, tol)) return meetPoint(line, arc.center(), tol);
+    const AcGeVector2d direction = line.direction();
+    if (line.paramStep().length() <= tol.equalPoint()) return meetPoint(arc, line.pointOnLine(), tol);
+    ArcMeetings meetings;
+    const AcGeVector2d offset = line.pointOnLine() - arc.center();
+    const AcGeVector2d foot = offset - direction * offset.dotProduct(direction);
+    const double height = std::abs(offset.crossProduct(direction)), radius = arc.radius();
+    const double allowed = allowanceOf(arc, line.pointOnLine(), tol);
+    if (height > radius + allowed) return meetings;
+    if (height >= radius - allowed) {
+        addSettled(meetings, line, arc, arc.center() + foot, tol);
+        return meetings;
+    }
+    const double half = std::sqrt((radius - height) * (radius + height));
+    for (double along : {-half, half})
+        addSettled(meetings, line, arc, arc.center() + (foot + direction * along), tol);
+    return meetings;
+}
+
+ArcMeetings meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol) {
+    if (isSmall(first, tol)) return meetPoint(second, first.center(), tol);
+    if (isSmall(second, tol)) return meetPoint(first, second.center(), tol);
+    ArcMeetings meetings;
+    const AcGeVector2d between = second.center() - first.center();
+    const double distance = between.length(), r1 = first.radius(), r2 = second.radius();
+    const double allowed =
+        std::max(allowanceOf(first, second.center(), tol), allowanceOf(second, first.center(), tol));
+    if (distance <= allowed && std::abs(r1 - r2) <= allowed) return meetOnOneCircle(first, second, tol);
+    if (distance > r1 + r2 + allowed || distance < std::abs(r1 - r2) - allowed || !(distance > 0.0))
+        return meetings;
+    const AcGeVector2d unit = between / distance;
+    const bool touchOutside = distance >= r1 + r2 - allowed,
+               touchInside = distance <= std::abs(r1 - r2) + allowed;
+    if (touchOutside || touchInside) {
+        // The touching point is counted from the smaller circle, whose radius carries fewer digits away.
+        const bool fromFirst = r1 <= r2;
+        const double sign = touchOutside ? (fromFirst ? 1.0 : -1.0) : (fromFirst ? -1.0 : 1.0);
+        const AcGePoint2d center = fromFirst ? first.center() : second.center();
+        addSettled(meetings, first, second, center + unit * (sign * std::min(r1, r2)), tol);
+        return meetings;
+    }
+    const double along = (distance + (r1 - r2) * ((r1 + r2) / distance)) / 2.0;
+    const double half = twiceArea(distance, r1, r2) / distance;
+    for (double across : {-half, half})
+        addSettled(meetings, first, second, first.center() + (unit * along + unit.perpVector() * across),
+                   tol);
+    orderAlong(first, meetings);
+    return meetings;
+}
+
+} // namespace AcGeKernel
