@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dbfiler.h"
+#include "entitycoordinates.h"
 
 #include <cstddef>
 #include <span>
@@ -28,10 +29,6 @@ constexpr double unitRounding = 1e-12;
 double radiansFromDegrees(double degrees);
 /// The shortest decimal degrees that come back to the same radians, so that 30 degrees stay "30.0".
 double degreesFromRadians(double radians);
-/// The normal that most entities have, for which their own coordinates are those of the world.
-bool isWorldNormal(const AcGeVector3d& normal);
-AcGePoint3d worldFromOwn(const AcGePoint3d& point, const AcGeVector3d& normal);
-AcGePoint3d ownFromWorld(const AcGePoint3d& point, const AcGeVector3d& normal);
 
 template <auto Member>
 struct MemberOf;
@@ -187,7 +184,7 @@ constexpr GroupField<ClassOf<Member>> directionField(short code) {
                 return true;
             },
             [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
-                if (field.hasStandard && isWorldNormal(object.*Member)) filer.markDefault();
+                if (field.hasStandard && isZAxis(object.*Member)) filer.markDefault();
                 filer.writePoint(field.code, &(object.*Member).x, 3);
             }};
 }

@@ -1,7 +1,5 @@
 #include "fieldtable.h"
 
-#include "gemat3d.h"
-
 #include <charconv>
 #include <cmath>
 #include <numbers>
@@ -21,27 +19,6 @@ double degreesFromRadians(double radians) {
         if (radiansFromDegrees(rounded) == radians) return rounded;
     }
     return degrees;
-}
-
-bool isWorldNormal(const AcGeVector3d& normal) {
-    return normal.x == 0.0 && normal.y == 0.0 && normal.z == 1.0;
-}
-
-AcGePoint3d worldFromOwn(const AcGePoint3d& point, const AcGeVector3d& normal) {
-    if (isWorldNormal(normal)) return point;
-    AcGeVector3d xAxis;
-    AcGeVector3d yAxis;
-    AcGe::arbitraryAxes(normal, xAxis, yAxis);
-    return AcGePoint3d::kOrigin + xAxis * point.x + yAxis * point.y + normal * point.z;
-}
-
-AcGePoint3d ownFromWorld(const AcGePoint3d& point, const AcGeVector3d& normal) {
-    if (isWorldNormal(normal)) return point;
-    AcGeVector3d xAxis;
-    AcGeVector3d yAxis;
-    AcGe::arbitraryAxes(normal, xAxis, yAxis);
-    const AcGeVector3d offset = point.asVector();
-    return {offset.dotProduct(xAxis), offset.dotProduct(yAxis), offset.dotProduct(normal)};
 }
 
 } // namespace hostkit
