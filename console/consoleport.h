@@ -4,9 +4,9 @@
 
 #include <string>
 
-/// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes go to
-/// standard error, all as UTF-8 whatever the locale. A box is answered by its default button, since nobody may be
-/// there.
+/// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes
+/// go to standard error, all as UTF-8 whatever the locale. A box is answered by its default button, since
+/// nobody may be there.
 class ConsolePort final : public hostkit::HostPort {
 public:
     ~ConsolePort() override;

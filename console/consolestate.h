@@ -6,7 +6,7 @@ class ConsolePort;
 
 /// What the console's own commands share with the session that runs them.
 struct ConsoleState {
-    std::wstring drawing;      ///< the file that was opened; empty for a new drawing
+    std::wstring drawing; ///< the file that was opened; empty for a new drawing
     bool wantsToQuit = false;
 };
 

@@ -14,8 +14,8 @@ struct Range {
 };
 
 // The blocks that terminals show two columns wide.
-constexpr Range wideRanges[] = {{0x1100, 0x115F}, {0x2E80, 0x303E}, {0x3041, 0xA4CF},   {0xAC00, 0xD7A3},
-                                {0xF900, 0xFAFF}, {0xFE30, 0xFE6F}, {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},
+constexpr Range wideRanges[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},  {0xAC00, 0xD7A3},
+                                {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},  {0xFFE0, 0xFFE6},
                                 {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
 // The blocks of marks that stand over the character before them.
 constexpr Range combiningRanges[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
@@ -69,7 +69,8 @@ std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std
         line.erase(line.find_last_not_of(L' ') + 1);
         text += line + L'\n';
         if (&row != &rows.front()) continue;
-        for (std::size_t i = 0; i < widths.size(); ++i) text += (i ? L"  " : L"") + std::wstring(widths[i], L'-');
+        for (std::size_t i = 0; i < widths.size(); ++i)
+            text += (i ? L"  " : L"") + std::wstring(widths[i], L'-');
         text += L'\n';
     }
     return text;

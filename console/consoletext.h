@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-/// Text from outside (an argument, a script): UTF-8, or Windows-1252 where the bytes are not UTF-8. A byte order mark
-/// in front is dropped.
+/// Text from outside (an argument, a script): UTF-8, or Windows-1252 where the bytes are not UTF-8. A byte
+/// order mark in front is dropped.
 std::wstring wideFromArgument(std::string_view bytes);
 
 /// Columns that a terminal gives the text: two for wide East Asian characters, none for combining marks.
@@ -13,10 +13,10 @@ std::size_t columnsOf(std::wstring_view text);
 std::wstring padRight(std::wstring_view text, std::size_t columns);
 std::wstring padLeft(std::wstring_view text, std::size_t columns);
 
-/// A table whose columns are as wide as their longest cell, two blanks apart. The first row is the heading and is
-/// underlined. Columns whose letter in `alignment` is 'r' stand right, others left.
+/// A table whose columns are as wide as their longest cell, two blanks apart. The first row is the heading
+/// and is underlined. Columns whose letter in `alignment` is 'r' stand right, others left.
 std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);
 
-/// The shortest text that reads back to the same double, without an exponent where that is short; "nan" and "inf" as
-/// they are.
+/// The shortest text that reads back to the same double, without an exponent where that is short; "nan" and
+/// "inf" as they are.
 std::wstring numberText(double value);

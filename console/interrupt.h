@@ -1,7 +1,7 @@
 #pragma once
 
-/// Ctrl-C (SIGINT) and the end request of the system (SIGTERM). The first one only raises a flag, which commands and
-/// the prompt look at; the second ends the program at once.
+/// Ctrl-C (SIGINT) and the end request of the system (SIGTERM). The first one only raises a flag, which
+/// commands and the prompt look at; the second ends the program at once.
 namespace interrupt {
 
 /// Takes the signals over for the life of the process.

@@ -24,7 +24,8 @@ constexpr Description descriptions[] = {
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
     {"--overwrite", Wants::nothing, L"", L"let --output replace the drawing that was opened"},
     {"--new", Wants::nothing, L"", L"begin with an empty drawing"},
-    {"--registry", Wants::file, L"FILE", L"keep settings in this file (else in VEXO_REGISTRY, else the user's own)"},
+    {"--registry", Wants::file, L"FILE",
+     L"keep settings in this file (else in VEXO_REGISTRY, else the user's own)"},
     {"--library", Wants::file, L"FILE", L"the library to load, if not the one installed with this program"},
     {"--trace", Wants::file, L"FILE", L"write a timeline of the library's calls (trace-event JSON)"},
     {"--install", Wants::file, L"DIR", L"write an installation's settings and make its folders, then end"},
@@ -54,13 +55,20 @@ void setFlag(Options& options, std::string_view name) {
 }
 
 void setFile(Options& options, std::string_view name, std::wstring file) {
-    if (name == "--module") options.modules.push_back(std::move(file));
-    else if (name == "--script") options.script = std::move(file);
-    else if (name == "--output") options.output = std::move(file);
-    else if (name == "--registry") options.registry = std::move(file);
-    else if (name == "--library") options.library = std::move(file);
-    else if (name == "--trace") options.trace = std::move(file);
-    else if (name == "--install") options.installRoot = std::move(file);
+    if (name == "--module")
+        options.modules.push_back(std::move(file));
+    else if (name == "--script")
+        options.script = std::move(file);
+    else if (name == "--output")
+        options.output = std::move(file);
+    else if (name == "--registry")
+        options.registry = std::move(file);
+    else if (name == "--library")
+        options.library = std::move(file);
+    else if (name == "--trace")
+        options.trace = std::move(file);
+    else if (name == "--install")
+        options.installRoot = std::move(file);
 }
 
 bool setNumber(Options& options, std::string_view value) {
@@ -109,8 +117,10 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
         if (!areFilesOnly && argument == "--") {
             areFilesOnly = true;
         } else if (areFilesOnly || argument.empty() || argument[0] != '-' || argument == "-") {
-            if (argument.empty()) parsed.problem = L"an empty file name is given";
-            else if (!options.drawing.empty()) parsed.problem = L"more than one drawing is named";
+            if (argument.empty())
+                parsed.problem = L"an empty file name is given";
+            else if (!options.drawing.empty())
+                parsed.problem = L"more than one drawing is named";
             options.drawing = hostkit::pathFromSystem(argument);
         } else {
             const std::size_t equals = argument.find('=');
@@ -121,7 +131,8 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
             }
             const std::string behind = equals == std::string::npos ? "" : argument.substr(equals + 1);
             const std::string* value = equals == std::string::npos ? nullptr : &behind;
-            if (!value && option->wants != Wants::nothing && i + 1 < arguments.size()) value = &arguments[++i];
+            if (!value && option->wants != Wants::nothing && i + 1 < arguments.size())
+                value = &arguments[++i];
             parsed.problem = applyOption(options, *option, value);
         }
     }
@@ -130,12 +141,13 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
 }
 
 std::wstring helpText() {
-    std::wstring text = L"Usage: vexohost [options] DRAWING.dxf [--module FILE]... [--script FILE | --command LINE]...\n"
-                        L"\n"
-                        L"Opens a drawing without a CAD program, loads application modules, runs commands and, with\n"
-                        L"--output, saves the result. Without --script and --command it reads commands from its input.\n"
-                        L"\n"
-                        L"Options:\n";
+    std::wstring text =
+        L"Usage: vexohost [options] DRAWING.dxf [--module FILE]... [--script FILE | --command LINE]...\n"
+        L"\n"
+        L"Opens a drawing without a CAD program, loads application modules, runs commands and, with\n"
+        L"--output, saves the result. Without --script and --command it reads commands from its input.\n"
+        L"\n"
+        L"Options:\n";
     for (const Description& each : descriptions) {
         std::wstring name = wideFromArgument(each.name);
         if (each.wants != Wants::nothing) name += std::wstring(L" ") + each.value;

@@ -30,8 +30,9 @@ struct ParsedOptions {
     std::wstring problem{};
 };
 
-/// Options stand in any order; a value follows its option as the next argument or behind "="; behind "--" all is a
-/// file name. Files are taken as the file system's bytes; commands as UTF-8, or as Windows-1252 where they are not.
+/// Options stand in any order; a value follows its option as the next argument or behind "="; behind "--" all
+/// is a file name. Files are taken as the file system's bytes; commands as UTF-8, or as Windows-1252 where
+/// they are not.
 ParsedOptions parseOptions(const std::vector<std::string>& arguments);
 
 /// The text of --help, with the table of exit codes.

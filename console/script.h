@@ -11,8 +11,8 @@ struct ScriptLine {
     std::wstring text;
 };
 
-/// A script holds one command a line, with its answers behind it. Empty lines and lines that begin with ';' count for
-/// nothing. Any line ends are taken; text as told at wideFromArgument.
+/// A script holds one command a line, with its answers behind it. Empty lines and lines that begin with ';'
+/// count for nothing. Any line ends are taken; text as told at wideFromArgument.
 std::vector<ScriptLine> parseScript(std::string_view bytes);
 
 /// The commands of a script file; nothing, with the reason set, when it cannot be read or holds a NUL byte.

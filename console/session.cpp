@@ -69,8 +69,9 @@ void Session::openRegistry() {
     const auto problems = [this](const std::wstring& text) { m_port.reportProblem(text); };
     std::wstring file = m_options.registry.value_or(L"");
     if (file.empty()) m_port.getEnvironment(L"VEXO_REGISTRY", file);
-    m_port.setRegistry(file.empty() ? hostkit::openUserRegistry(problems)
-                                    : std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
+    m_port.setRegistry(file.empty()
+                           ? hostkit::openUserRegistry(problems)
+                           : std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
 }
 
 int Session::run() {
@@ -100,7 +101,8 @@ int Session::runInHost(hostkit::Host& host) {
     if (m_options.wantsCommandList && m_options.drawing.empty()) {
         for (const std::wstring& module : m_options.modules)
             if (const int code = loadModule(host, module)) return code;
-        return runLine(host, L"", L"COMMANDS", hostkit::MoreInput::none) ? exitcode::ok : exitcode::commandFailed;
+        return runLine(host, L"", L"COMMANDS", hostkit::MoreInput::none) ? exitcode::ok
+                                                                         : exitcode::commandFailed;
     }
     if (const int code = openDrawing(host)) return code;
     for (const std::wstring& module : m_options.modules) {
@@ -123,7 +125,8 @@ int Session::install() {
 int Session::loadModule(hostkit::Host& host, const std::wstring& file) {
     const Acad::ErrorStatus status = host.runtime().linker().loadModule(file.c_str());
     if (status == Acad::eOk) return exitcode::ok;
-    return fail(exitcode::moduleNotLoaded, host.runtime().linker().lastProblem() + L" (" + statusName(status) + L")");
+    return fail(exitcode::moduleNotLoaded,
+                host.runtime().linker().lastProblem() + L" (" + statusName(status) + L")");
 }
 
 int Session::openDrawing(hostkit::Host& host) {
@@ -174,7 +177,8 @@ int Session::runPrompt(hostkit::Host& host) {
         if (lines.empty()) continue;
         if (isInteractive) {
             runLine(host, L"", line, hostkit::MoreInput::ask);
-        } else if (!runLine(host, L"standard input:" + std::to_wstring(number), line, hostkit::MoreInput::none)) {
+        } else if (!runLine(host, L"standard input:" + std::to_wstring(number), line,
+                            hostkit::MoreInput::none)) {
             return exitcode::commandFailed;
         }
         if (interrupt::isRequested()) return exitcode::interrupted;
@@ -217,8 +221,9 @@ ConsoleState& consoleState() { return *g_state; }
 bool isSameFile(const std::wstring& first, const std::wstring& second) {
     struct stat one {};
     struct stat other {};
-    return stat(hostkit::mapPath(first).c_str(), &one) == 0 && stat(hostkit::mapPath(second).c_str(), &other) == 0 &&
-           one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+    return stat(hostkit::mapPath(first).c_str(), &one) == 0 &&
+           stat(hostkit::mapPath(second).c_str(), &other) == 0 && one.st_dev == other.st_dev &&
+           one.st_ino == other.st_ino;
 }
 
 int runSession(const Options& options) {

@@ -1,6 +1,6 @@
 #include "acdocman.h"
 
-#include "dbhostapp.h"
+#include "dbapserv.h"
 #include "dbmain.h"
 
 #include <algorithm>

@@ -99,7 +99,8 @@ int refuse(const RunningCommand& command, const std::wstring& answer, const wcha
     return RTREJ;
 }
 
-// The frame of every reading call. `parse` gives RTNORM, or RTREJ for an answer that is not of the wanted kind.
+// The frame of every reading call. `parse` gives RTNORM, or RTREJ for an answer that is not of the wanted
+// kind.
 template <class Parse>
 int readAnswer(const wchar_t* prompt, bool wholeLine, const wchar_t* wanted, Parse parse) {
     RunningCommand* command = runningCommand();

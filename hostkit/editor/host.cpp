@@ -1,7 +1,7 @@
 #include "host.h"
 
 #include "aced.h"
-#include "dbhostapp.h"
+#include "dbapserv.h"
 #include "dbmain.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
@@ -59,7 +59,8 @@ Host::Host(HostPort& port)
 }
 
 Host::~Host() {
-    // Objects of a module's classes go before the code of the classes does; a module that leaves finds its host.
+    // Objects of a module's classes go before the code of the classes does; a module that leaves finds its
+    // host.
     m_parts->documents.closeAll();
     m_parts->runtime.reset();
     g_current = m_parts->earlier;

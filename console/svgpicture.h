@@ -1,0 +1,82 @@
+#pragma once
+
+#include "picturesink.h"
+
+#include <string>
+
+/// The box around all that was drawn, seen from above. Coordinates that are no numbers, or beyond what a
+/// drawing can mean, count for nothing.
+class PictureExtents final : public PictureSink {
+public:
+    bool isEmpty() const { return m_minX > m_maxX; }
+    double minX() const { return m_minX; }
+    double minY() const { return m_minY; }
+    double maxX() const { return m_maxX; }
+    double maxY() const { return m_maxY; }
+
+    void stroke(const PicturePath& path, const StrokeStyle& style) override;
+    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override;
+    void text(const PlacedText& text) override;
+    void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
+    void endlessLine(const AcGePoint3d&, const AcGeVector3d&, bool, const StrokeStyle&) override {}
+    void beginClip(const PicturePath&) override {}
+    void endClip() override {}
+    double scale() const override { return 0.0; }
+
+private:
+    void add(double x, double y, double margin = 0.0);
+
+    double m_minX = 1.0;
+    double m_minY = 1.0;
+    double m_maxX = 0.0;
+    double m_maxY = 0.0;
+};
+
+/// The paper: a size in millimetres, and the box of the drawing that is fitted on it inside the margin.
+struct PictureFrame {
+    double width = 0.0;
+    double height = 0.0;
+    double scale = 1.0;   ///< millimetres for a drawing unit
+    double originX = 0.0; ///< drawing coordinates of the paper's lower left corner
+    double originY = 0.0;
+
+    /// The page of at most that size which fits the extents' shape, or exactly that size with the drawing in
+    /// its middle. Extents without width or height get a page all the same.
+    static PictureFrame fitted(const PictureExtents& extents, double width, double height, bool isExactSize);
+};
+
+/// The picture as an SVG document in UTF-8: black on white paper, y upwards turned down, in millimetres.
+class SvgPicture final : public PictureSink {
+public:
+    SvgPicture(const PictureFrame& frame, const std::wstring& title);
+
+    void stroke(const PicturePath& path, const StrokeStyle& style) override;
+    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override;
+    void text(const PlacedText& text) override;
+    void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
+    void endlessLine(const AcGePoint3d& point, const AcGeVector3d& direction, bool isBothWays,
+                     const StrokeStyle& style) override;
+    void beginClip(const PicturePath& path) override;
+    void endClip() override;
+    double scale() const override { return m_frame.scale; }
+
+    /// The whole document; nothing can be drawn after it.
+    std::string finish();
+
+private:
+    double pageX(double x) const { return (x - m_frame.originX) * m_frame.scale; }
+    double pageY(double y) const { return m_frame.height - (y - m_frame.originY) * m_frame.scale; }
+    void appendNumber(double value);
+    void appendPoint(const AcGePoint3d& point);
+    bool appendPath(const PicturePath& path);
+    void appendRun(const TextRun& run, double size, double& rise);
+    void openGroup(const std::string& attributes);
+    void closeGroup();
+    std::string strokeAttributes(const StrokeStyle& style) const;
+
+    PictureFrame m_frame;
+    std::string m_body;
+    std::string m_group; ///< attributes of the open group of paths; empty when none is open
+    int m_clips = 0;
+    int m_openClips = 0;
+};

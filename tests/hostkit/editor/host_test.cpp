@@ -1,0 +1,320 @@
+#include "host.h"
+
+#include "aced.h"
+#include "dbapserv.h"
+#include "dbmain.h"
+#include "rxprodkey.h"
+#include "scriptedport.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace {
+
+using hostkit::CommandResult;
+using hostkit::Host;
+using hostkit::MoreInput;
+
+// Commands are plain functions; each test puts its body here.
+std::function<void()> body;
+void runBody() {
+    const auto running = body; // which may put another in its place
+    running();
+}
+
+class HostTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(host.commands().addCommand(L"TEST", L"GO", L"va", ACRX_CMD_MODAL, runBody), Acad::eOk);
+    }
+    void TearDown() override { body = nullptr; }
+
+    CommandResult run(const wchar_t* line, std::function<void()> what, MoreInput more = MoreInput::none) {
+        body = std::move(what);
+        return host.run(line, more);
+    }
+
+    hostkit::ScriptedPort port;
+    Host host{port};
+};
+
+TEST_F(HostTest, IsTheCurrentOneForItsLifeAndHostsNest) {
+    EXPECT_EQ(Host::current(), &host);
+    EXPECT_EQ(hostkit::currentPort(), &port);
+    EXPECT_EQ(acedRegCmds, &host.commands());
+    EXPECT_EQ(acDocManagerPtr(), &host.documents());
+    EXPECT_EQ(acrxSysRegistry()->at(L"acad_registered_commands"), &host.commands());
+    EXPECT_NE(adsw_acadMainWnd(), nullptr);
+    {
+        hostkit::ScriptedPort innerPort;
+        Host inner(innerPort);
+        EXPECT_EQ(Host::current(), &inner);
+        EXPECT_EQ(acedRegCmds->lookupGlobalCmd(L"GO"), nullptr);
+        acutPrintf(L"inside %s %d", CString(L"text"), 7);
+        EXPECT_EQ(innerPort.printed, L"inside text 7");
+    }
+    EXPECT_EQ(Host::current(), &host);
+    EXPECT_EQ(acrxSysRegistry(), &host.runtime().systemRegistry());
+    EXPECT_TRUE(port.printed.empty());
+}
+
+TEST(HostLife, NothingIsCurrentWithoutAHost) {
+    {
+        hostkit::ScriptedPort port;
+        Host host(port);
+        ASSERT_EQ(host.newDocument(), Acad::eOk);
+    }
+    EXPECT_EQ(Host::current(), nullptr);
+    EXPECT_EQ(acedRegCmds, nullptr);
+    EXPECT_EQ(acDocManagerPtr(), nullptr);
+    EXPECT_EQ(acrxSysRegistry(), nullptr);
+    EXPECT_EQ(adsw_acadMainWnd(), nullptr);
+    CString text(L"kept");
+    EXPECT_EQ(acedGetString(0, L"", text), RTERROR);
+    EXPECT_EQ(text, L"kept");
+}
+
+TEST_F(HostTest, ALineNamesItsCommandAndResultsComeBack) {
+    EXPECT_EQ(run(L"", [] { FAIL(); }).status, Acad::eOk);
+    EXPECT_EQ(run(L"  \t", [] { FAIL(); }).status, Acad::eOk);
+    EXPECT_EQ(run(L"NOSUCH 1", [] { FAIL(); }).status, Acad::eUnknownCommand);
+    int calls = 0;
+    EXPECT_EQ(run(L" Va ", [&] { ++calls; }).status, Acad::eOk);
+    EXPECT_EQ(run(L"\"GO\"", [&] { ++calls; }).status, Acad::eOk);
+    EXPECT_EQ(calls, 2);
+
+    const CommandResult failed = run(L"GO", [] {
+        hostkit::failCommand(Acad::eKeyNotFound, L"no such layer");
+        hostkit::failCommand(Acad::eOutOfDisk, L"a later one counts for nothing");
+    });
+    EXPECT_EQ(failed.status, Acad::eKeyNotFound);
+    EXPECT_EQ(failed.reason, L"no such layer");
+    EXPECT_EQ(run(L"GO", [] {}).status, Acad::eOk) << "a failure is forgotten with its run";
+
+    EXPECT_EQ(run(L"GO", [] { throw std::bad_alloc(); }).status, Acad::eOutOfMemory);
+    const CommandResult thrown = run(L"GO", [] { throw std::runtime_error("broken pipe"); });
+    EXPECT_EQ(thrown.status, Acad::eCommandFailed);
+    EXPECT_EQ(thrown.reason, L"broken pipe");
+    EXPECT_TRUE(host.runningNames().empty());
+}
+
+TEST_F(HostTest, CommandsNestAndMayTakeThemselvesAway) {
+    std::vector<std::wstring> seen;
+    run(L"GO outer", [&] {
+        CString word;
+        acedGetString(0, nullptr, word);
+        body = [&] {
+            seen = host.runningNames();
+            CString inner;
+            acedGetString(0, nullptr, inner);
+            EXPECT_EQ(inner, L"inner");
+            hostkit::failCommand(Acad::eInvalidInput, L"inner only");
+            acedRegCmds->removeGroup(L"TEST");
+        };
+        EXPECT_EQ(host.run(L"go inner").status, Acad::eInvalidInput);
+    });
+    EXPECT_EQ(seen, (std::vector<std::wstring>{L"GO", L"GO"}));
+    EXPECT_EQ(host.run(L"GO").status, Acad::eUnknownCommand);
+}
+
+TEST_F(HostTest, WordsOfTheLineAreTheAnswers) {
+    run(L"GO plain \"with blanks\" \"a \"\"b\"\"\" \"\" -12 2.5e1 \"the rest, as one\" open end  ", [] {
+        CString text;
+        const wchar_t* const words[] = {L"plain", L"with blanks", L"a \"b\"", L""};
+        for (const wchar_t* wanted : words) {
+            EXPECT_EQ(acedGetString(0, L"?", text), RTNORM);
+            EXPECT_STREQ(text.GetString(), wanted);
+        }
+        int whole = 0;
+        EXPECT_EQ(acedGetInt(L"?", &whole), RTNORM);
+        EXPECT_EQ(whole, -12);
+        double real = 0.0;
+        EXPECT_EQ(acedGetReal(L"?", &real), RTNORM);
+        EXPECT_EQ(real, 25.0);
+        EXPECT_EQ(acedGetString(1, L"?", text), RTNORM);
+        EXPECT_STREQ(text.GetString(), L"the rest, as one");
+        EXPECT_EQ(acedGetString(1, L"?", text), RTNORM);
+        EXPECT_STREQ(text.GetString(), L"open end");
+        EXPECT_EQ(acedGetString(0, L"?", text), RTNORM) << "a line that is used up answers Enter";
+        EXPECT_TRUE(text.IsEmpty());
+        EXPECT_EQ(acedGetInt(L"?", &whole), RTNONE);
+        EXPECT_EQ(whole, -12);
+    });
+    EXPECT_TRUE(port.prompts.empty()) << "nobody is asked in a script";
+}
+
+TEST_F(HostTest, AnswersOfTheWrongKindAreRefused) {
+    struct {
+        const wchar_t* line;
+        int flags;
+        int wanted;
+    } const integers[] = {{L"GO 7", 0, RTNORM},         {L"GO 7.5", 0, RTREJ},
+                          {L"GO seven", 0, RTREJ},      {L"GO 2147483647", 0, RTNORM},
+                          {L"GO 2147483648", 0, RTREJ}, {L"GO 99999999999999999999", 0, RTREJ},
+                          {L"GO 0", RSG_NOZERO, RTREJ}, {L"GO -1", RSG_NONEG, RTREJ},
+                          {L"GO", RSG_NONULL, RTREJ},   {L"GO", 0, RTNONE}};
+    for (const auto& each : integers)
+        run(each.line, [&] {
+            int value = 42;
+            acedInitGet(each.flags, nullptr);
+            EXPECT_EQ(acedGetInt(L"?", &value), each.wanted) << each.line;
+            if (each.wanted != RTNORM) EXPECT_EQ(value, 42) << each.line;
+        });
+
+    const ads_point base = {10.0, 20.0, 30.0};
+    struct {
+        const wchar_t* text;
+        const ads_real* base;
+        int wanted;
+        double x, y, z;
+    } const points[] = {{L"1,2", nullptr, RTNORM, 1, 2, 0},    {L"1,2,3", nullptr, RTNORM, 1, 2, 3},
+                        {L"@1,2", base, RTNORM, 11, 22, 30},   {L"-.5,1e3", nullptr, RTNORM, -0.5, 1000, 0},
+                        {L"@1,2", nullptr, RTREJ, 0, 0, 0},    {L"1", nullptr, RTREJ, 0, 0, 0},
+                        {L"1,2,3,4", nullptr, RTREJ, 0, 0, 0}, {L"1,,3", nullptr, RTREJ, 0, 0, 0},
+                        {L"nan,1", nullptr, RTREJ, 0, 0, 0},   {L"1,2x", nullptr, RTREJ, 0, 0, 0}};
+    for (const auto& each : points)
+        run((std::wstring(L"GO ") + each.text).c_str(), [&] {
+            ads_point point = {7.0, 7.0, 7.0};
+            EXPECT_EQ(acedGetPoint(each.base, L"?", point), each.wanted) << each.text;
+            if (each.wanted != RTNORM) return;
+            EXPECT_DOUBLE_EQ(point[0], each.x);
+            EXPECT_DOUBLE_EQ(point[1], each.y);
+            EXPECT_DOUBLE_EQ(point[2], each.z);
+        });
+}
+
+TEST_F(HostTest, KeywordsAreKnownByTheirCapitals) {
+    struct {
+        const wchar_t* typed;
+        const wchar_t* wanted; // null: refused
+    } const cases[] = {{L"t", L"Text"},      {L"TEX", L"Text"}, {L"texts", nullptr}, {L"c", nullptr},
+                       {L"csv", L"CSV"},     {L"_cSv", L"CSV"}, {L"J", L"Json"},     {L"plai", nullptr},
+                       {L"plain", L"plain"}, {L"_", nullptr},   {L"x", nullptr}};
+    for (const auto& each : cases)
+        run((std::wstring(L"GO ") + each.typed).c_str(), [&] {
+            CString keyword(L"kept");
+            acedInitGet(0, L"Text CSV Json plain");
+            const int result = acedGetKword(L"?", keyword);
+            EXPECT_EQ(result, each.wanted ? RTNORM : RTREJ) << each.typed;
+            EXPECT_STREQ(keyword.GetString(), each.wanted ? each.wanted : L"kept");
+        });
+    run(L"GO Json 5 t", [] {
+        int value = 0;
+        CString keyword;
+        acedInitGet(0, L"Text Json");
+        EXPECT_EQ(acedGetInt(L"?", &value), RTKWORD);
+        EXPECT_EQ(acedGetInput(keyword), RTNORM);
+        EXPECT_EQ(keyword, L"Json");
+        EXPECT_EQ(acedGetInt(L"?", &value), RTNORM);
+        EXPECT_EQ(acedGetInput(keyword), RTERROR) << "a number is no keyword";
+        EXPECT_EQ(acedGetInt(L"?", &value), RTREJ) << "keywords hold for one call";
+    });
+}
+
+TEST_F(HostTest, APersonIsAskedUntilTheAnswerFits) {
+    port.lines = {L"many", L"12 first", L""};
+    run(
+        L"GO",
+        [] {
+            int value = 0;
+            CString text;
+            EXPECT_EQ(acedGetInt(L"How many: ", &value), RTNORM);
+            EXPECT_EQ(value, 12);
+            EXPECT_EQ(acedGetString(0, L"Name: ", text), RTNORM);
+            EXPECT_EQ(text, L"first");
+            EXPECT_EQ(acedGetInt(L"More: ", &value), RTNONE);
+            EXPECT_EQ(acedGetInt(L"Gone: ", &value), RTERROR);
+        },
+        MoreInput::ask);
+    EXPECT_EQ(port.prompts, (std::vector<std::wstring>{L"How many: ", L"How many: ", L"More: ", L"Gone: "}));
+}
+
+TEST_F(HostTest, ACommandThatNeverStopsAskingComesToAnEnd) {
+    run(L"GO", [] {
+        CString text;
+        int asked = 0;
+        while (acedGetString(0, L"?", text) == RTNORM) ASSERT_LT(++asked, 100000);
+    });
+}
+
+TEST_F(HostTest, BuffersAreNeverOverrun) {
+    const std::wstring longWord(200, L'x');
+    run((L"GO " + longWord + L" 1234 1234").c_str(), [] {
+        wchar_t buffer[5] = L"kept";
+        EXPECT_EQ(acedGetString(0, L"?", buffer, 5), RTREJ);
+        EXPECT_STREQ(buffer, L"kept");
+        EXPECT_EQ(acedGetString(0, L"?", buffer, 5), RTNORM);
+        EXPECT_STREQ(buffer, L"1234");
+        EXPECT_EQ(acedGetString(0, L"?", buffer, 4), RTREJ);
+        EXPECT_EQ(acedGetString(0, L"?", nullptr, 4), RTERROR);
+    });
+    wchar_t value[8] = L"kept";
+    EXPECT_EQ(acedSetEnv(L"VEXO_TEST", L"12345678"), RTNORM);
+    EXPECT_EQ(acedGetEnv(L"VEXO_TEST", value, 8), RTERROR);
+    EXPECT_EQ(acedGetEnv(L"VEXO_NONE", value, 8), RTERROR);
+    EXPECT_STREQ(value, L"kept");
+    EXPECT_EQ(acedSetEnv(L"VEXO_TEST", L"1234567"), RTNORM);
+    EXPECT_EQ(acedGetEnv(L"VEXO_TEST", value, 8), RTNORM);
+    EXPECT_STREQ(value, L"1234567");
+    EXPECT_EQ(acedSetEnv(L"", L"1"), RTERROR);
+}
+
+TEST_F(HostTest, DocumentsFollowEachOtherAndSetTheWorkingDrawing) {
+    EXPECT_EQ(host.documents().curDocument(), nullptr);
+    ASSERT_EQ(host.newDocument(), Acad::eOk);
+    AcApDocument* one = host.documents().curDocument();
+    ASSERT_EQ(host.newDocument(), Acad::eOk);
+    AcApDocument* two = acDocManager->mdiActiveDocument();
+    ASSERT_NE(one, two);
+    AcDbHostApplicationServices* services = acdbHostApplicationServices();
+    EXPECT_EQ(services->workingDatabase(), two->database());
+    EXPECT_EQ(host.documents().document(one->database()), one);
+    EXPECT_EQ(host.documents().document(nullptr), nullptr);
+    EXPECT_EQ(host.documents().activateDocument(one), Acad::eOk);
+    EXPECT_EQ(services->workingDatabase(), one->database());
+    EXPECT_EQ(host.documents().activateDocument(nullptr), Acad::eNoDocument);
+
+    EXPECT_EQ(host.documents().lockDocument(one, AcAp::kRead), Acad::eOk);
+    EXPECT_EQ(host.documents().closeDocument(one), Acad::eLockViolation);
+    EXPECT_EQ(host.documents().unlockDocument(one), Acad::eOk);
+    EXPECT_EQ(host.documents().closeDocument(one), Acad::eOk);
+    EXPECT_EQ(services->workingDatabase(), two->database());
+    EXPECT_EQ(host.documents().closeDocument(two), Acad::eOk);
+    EXPECT_EQ(services->workingDatabase(), nullptr);
+    EXPECT_EQ(host.documents().documentCount(), 0);
+
+    hostkit::ScriptedPort otherPort;
+    Host other(otherPort);
+    ASSERT_EQ(other.newDocument(), Acad::eOk);
+    EXPECT_EQ(host.documents().activateDocument(other.documents().curDocument()), Acad::eNotFromThisDocument);
+}
+
+TEST_F(HostTest, LocksCountAndACommandHoldsOne) {
+    ASSERT_EQ(host.newDocument(), Acad::eOk);
+    AcApDocument* document = host.documents().curDocument();
+    EXPECT_EQ(document->lockMode(), AcAp::kNotLocked);
+    EXPECT_EQ(host.documents().unlockDocument(document), Acad::eLockViolation);
+    EXPECT_EQ(host.documents().lockDocument(nullptr), Acad::eNoDocument);
+    EXPECT_EQ(host.documents().lockDocument(document, AcAp::kNone), Acad::eInvalidInput);
+    run(L"GO", [&] {
+        EXPECT_EQ(document->lockMode(), AcAp::kWrite);
+        EXPECT_EQ(host.documents().lockDocument(document, AcAp::kRead), Acad::eOk);
+        EXPECT_EQ(document->lockMode(), AcAp::kWrite) << "the strongest counts";
+        EXPECT_EQ(host.documents().lockDocument(document, AcAp::kXWrite), Acad::eOk);
+        EXPECT_EQ(document->lockMode(), AcAp::kXWrite);
+        EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
+        EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
+        EXPECT_EQ(document->lockMode(), AcAp::kWrite);
+    });
+    EXPECT_EQ(document->lockMode(), AcAp::kNotLocked);
+}
+
+TEST_F(HostTest, AFileThatIsNoDrawingOpensNothing) {
+    EXPECT_NE(host.openDocument(L"/nonexistent/drawing.dxf"), Acad::eOk);
+    EXPECT_EQ(host.documents().documentCount(), 0);
+    ASSERT_EQ(port.problems.size(), 1u);
+    EXPECT_NE(port.problems[0].find(L"/nonexistent/drawing.dxf"), std::wstring::npos);
+}
+
+} // namespace
