@@ -195,7 +195,7 @@ bool RecordMerge::stepNewOrder(std::size_t& oldPlace, Part oldPart, std::size_t&
     const std::size_t ahead = distanceInOld(oldPlace, oldPart.end, group.code);
     const std::size_t wait = distanceInNew(newPlace, newPart.end, item.code);
     const bool isPaired = oldCount(group.code) == newCount(group.code);
-    if (group.presence != Presence::kAlways && !isPaired && (ahead == nowhere || wait <= ahead)) {
+    if (group.presence != Presence::kAlways && !isPaired && (ahead == nowhere || wait != nowhere)) {
         ++newPlace;
         return true;
     }
