@@ -13,7 +13,7 @@ namespace hostkit {
 
 namespace {
 
-constexpr std::size_t bufferSize = 256 * 1024;
+constexpr std::size_t bufferSize = std::size_t{256} * 1024;
 
 std::string directoryOf(const std::string& path) {
     const std::size_t separator = path.rfind('/');
@@ -33,7 +33,7 @@ std::string followLinks(std::string path) {
         const ssize_t length = readlink(path.c_str(), target, sizeof target);
         if (length <= 0) break;
         const std::string next(target, static_cast<std::size_t>(length));
-        path = next[0] == '/' ? next : directoryOf(path) + '/' + next;
+        path = next[0] == '/' ? next : directoryOf(path).append(1, '/').append(next);
     }
     return path;
 }
@@ -140,7 +140,7 @@ bool readWholeFile(const std::string& path, std::string& content, std::size_t li
     std::string bytes;
     int error = 0;
     for (std::size_t used = 0;;) {
-        if (used == bytes.size()) bytes.resize(used == 0 ? 64 * 1024 : used * 2);
+        if (used == bytes.size()) bytes.resize(used == 0 ? std::size_t{64} * 1024 : used * 2);
         const ssize_t count = read(descriptor, bytes.data() + used, bytes.size() - used);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) error = errno;

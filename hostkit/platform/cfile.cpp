@@ -152,8 +152,9 @@ void CStdioFile::WriteString(const wchar_t* text) {
     std::string bytes;
     for (const wchar_t character : std::wstring_view(text ? text : L"")) {
         if (textMode_ && character == L'\n') bytes += '\r';
-        const unsigned code = static_cast<unsigned>(character);
-        bytes += static_cast<char>(code < 0x100 ? code : hostkit::ansiFromWide(character).value_or('?'));
+        const char32_t code = static_cast<char32_t>(character);
+        bytes += static_cast<char>(code < 0x100 ? static_cast<unsigned char>(code)
+                                                : hostkit::ansiFromWide(character).value_or('?'));
     }
     Write(bytes.data(), static_cast<UINT>(bytes.size()));
 }

@@ -19,9 +19,9 @@ void CStringArray::SetAt(int index, const CString& text) {
 
 void CStringArray::SetAtGrow(int index, const CString& text) {
     if (index < 0) return;
-    const CString copy(text); // text may be an element that moves
+    CString copy(text); // text may be an element that moves
     if (index >= GetSize()) SetSize(index + 1);
-    items_[static_cast<std::size_t>(index)] = copy;
+    items_[static_cast<std::size_t>(index)] = std::move(copy);
 }
 
 int CStringArray::Add(const CString& text) {
@@ -96,7 +96,14 @@ CString CStringList::RemoveTail() {
 }
 
 void CStringList::RemoveAll() {
-    while (head_) RemoveAt(head_);
+    for (Node* node = head_; node;) {
+        Node* const next = node->next;
+        delete node;
+        node = next;
+    }
+    head_ = nullptr;
+    tail_ = nullptr;
+    count_ = 0;
 }
 
 CString& CStringList::GetNext(POSITION& position) {

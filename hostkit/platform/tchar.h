@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cwchar>
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are given.
+
 #define _T(text) L##text
 #define _TEXT(text) L##text
 
@@ -51,3 +53,5 @@ void _wsplitpath(const wchar_t* path, wchar_t* drive, wchar_t* directory, wchar_
 /// for _MAX_PATH and is cut there.
 void _wmakepath(wchar_t* path, const wchar_t* drive, const wchar_t* directory, const wchar_t* name,
                 const wchar_t* extension);
+
+// NOLINTEND(bugprone-reserved-identifier)

@@ -51,7 +51,7 @@ std::wstring wideFromAnsi(std::string_view bytes) {
 }
 
 std::optional<unsigned char> ansiFromWide(wchar_t character) {
-    const unsigned code = static_cast<unsigned>(character);
+    const char32_t code = static_cast<char32_t>(character);
     if (code < 0x80 || (code >= 0xA0 && code < 0x100)) return static_cast<unsigned char>(code);
     for (unsigned i = 0; i < 32; ++i)
         if (ansiUpper[i] == character) return static_cast<unsigned char>(0x80 + i);

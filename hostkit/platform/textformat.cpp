@@ -82,6 +82,7 @@ bool isNarrowText(const Conversion& conversion) {
     return capital && conversion.length != Length::bits64 && conversion.length != Length::wide;
 }
 
+// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the constructor copies the list, which is not seen.
 class VariableArguments final : public ArgumentSource {
 public:
     explicit VariableArguments(va_list arguments) { va_copy(arguments_, arguments); }
@@ -103,6 +104,8 @@ public:
 private:
     va_list arguments_;
 };
+
+// NOLINTEND(clang-analyzer-valist.Uninitialized)
 
 class Formatter {
 public:

@@ -44,9 +44,11 @@ int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT fl
 /// Gives the text to the port of the current host. A null text does nothing.
 void OutputDebugStringW(const wchar_t* text);
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are given.
 using __time64_t = std::int64_t;
 /// Seconds since 1970-01-01 00:00 UTC by the port's clock; also stored in *time when that is not null.
 __time64_t _time64(__time64_t* time);
+// NOLINTEND(bugprone-reserved-identifier)
 /// Milliseconds of the port's monotonic clock, modulo 2^32.
 DWORD GetTickCount();
 

@@ -49,14 +49,14 @@ using REGSAM = ACCESS_MASK;
 
 /// Handles are opaque pointers of distinct types, so that one kind is never taken for another.
 using HANDLE = void*;
-using HWND = struct HWND__*;
-using HKEY = struct HKEY__*;
-using HINSTANCE = struct HINSTANCE__*;
+using HWND = struct HostWindow*;
+using HKEY = struct HostRegistryKey*;
+using HINSTANCE = struct HostModule*;
 using HMODULE = HINSTANCE;
-using HICON = struct HICON__*;
+using HICON = struct HostIcon*;
 using HCURSOR = HICON;
-using HDC = struct HDC__*;
-using HMENU = struct HMENU__*;
+using HDC = struct HostDeviceContext*;
+using HMENU = struct HostMenu*;
 using FARPROC = std::intptr_t (*)();
 
 inline constexpr BOOL FALSE = 0;

@@ -55,13 +55,13 @@ LONG giveValue(const RegistryValue& value, DWORD* type, BYTE* data, DWORD* size)
     if (size) *size = needed;
     if (!data) return ERROR_SUCCESS;
     if (room < needed) return ERROR_MORE_DATA;
-    if (needed > 0) std::memcpy(data, value.bytes.data(), needed);
+    value.bytes.copy(reinterpret_cast<char*>(data), needed);
     return ERROR_SUCCESS;
 }
 
 LONG giveName(const std::wstring& from, wchar_t* name, DWORD* nameLength) {
     if (*nameLength <= from.size()) return ERROR_MORE_DATA;
-    std::memcpy(name, from.c_str(), (from.size() + 1) * sizeof(wchar_t));
+    name[from.copy(name, from.size())] = L'\0';
     *nameLength = static_cast<DWORD>(from.size());
     return ERROR_SUCCESS;
 }
