@@ -78,8 +78,8 @@ public:
     /// The group written next holds the value that a reader takes where the group is missing. A drawing's
     /// filer writes it only where it stood in the object's record before; other filers write it like any.
     virtual void markDefault() {}
-    /// The group written next belongs into a new record, and into one that had it; an older record of the object
-    /// that did without it stays without.
+    /// The group written next belongs into a new record, and into one that had it; an older record of the
+    /// object that did without it stays without.
     virtual void markOptional() {}
     virtual void writeText(short code, std::wstring_view text);
     virtual void writeReal(short code, double value);
@@ -91,6 +91,9 @@ public:
     virtual void writeBinary(short code, const void* bytes, std::size_t size);
     /// Code 100. Writes nothing in a form without subclass marks.
     virtual void writeSubclassMark(const wchar_t* name);
+
+    /// A group as it was read, by its kind.
+    void writeGroup(const AcDbDxfGroup& group);
 
     void writeItem(short code, const wchar_t* text) { writeText(code, text ? std::wstring_view(text) : L""); }
     void writeItem(short code, std::wstring_view text) { writeText(code, text); }

@@ -1,0 +1,104 @@
+// Kit: the inside of a drawing, for who reads and writes it whole. Covers adding without opening, spans,
+// owners and handles; leaves out all checks of open state.
+#pragma once
+
+#include "dbblocktablerecord.h"
+#include "dbdatabase.h"
+#include "dbdictionary.h"
+#include "dbent.h"
+#include "dbobject.h"
+#include "dbsymboltable.h"
+#include "subentitylist.h"
+
+#include <memory>
+
+namespace hostkit {
+
+enum class TableKind : unsigned char {
+    kBlock,
+    kLayer,
+    kTextStyle,
+    kLinetype,
+    kView,
+    kUcs,
+    kViewport,
+    kRegApp,
+    kDimStyle
+};
+constexpr int tableCount = 9;
+
+/// Nothing here opens, closes or marks as changed what it touches, and nothing asks whether it may.
+class DatabaseAccess {
+public:
+    /// The drawing takes a non-resident object under that handle (0: the next free one). It is not open.
+    /// Null, and the object stays the caller's, when the handle has an object already.
+    static AcDbObjectId add(AcDbDatabase& database, AcDbObject* object, AcDbHandleValue handle,
+                            AcDbObjectId owner);
+    /// The id of a handle, without an object if none has come yet. Null for handle 0.
+    static AcDbObjectId reserve(AcDbDatabase& database, AcDbHandleValue handle);
+    /// The id of a handle, or null.
+    static AcDbObjectId find(const AcDbDatabase& database, AcDbHandleValue handle);
+    /// The object behind an id, open or not.
+    static AcDbObject* object(AcDbObjectId id) { return id.stub() ? id.stub()->object : nullptr; }
+    template <typename T>
+    static T* objectOf(AcDbObjectId id) {
+        return T::cast(object(id));
+    }
+    /// Calls f(AcDbObject&) for every object in the order in which their ids were made, erased ones too.
+    template <typename F>
+    static void forEachObject(const AcDbDatabase& database, F&& f) {
+        for (std::size_t i = 0, count = stubCount(database); i < count; ++i)
+            if (AcDbObject* found = stubAt(database, i)->object) f(*found);
+    }
+    static std::size_t stubCount(const AcDbDatabase& database);
+    static AcDbStub* stubAt(const AcDbDatabase& database, std::size_t index);
+
+    static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.m_ownerId = owner; }
+    static void setSource(AcDbObject& object, SourceSpan span) { object.m_source = PackedSource(span); }
+    /// What a reader calls when an object has its fields: as if never touched.
+    static void markUnchanged(AcDbObject& object) {
+        object.m_flags &= static_cast<Adesk::UInt8>(~(AcDbObject::kModified | AcDbObject::kNew));
+        object.m_source.setModified(false);
+    }
+    static void markChanged(AcDbObject& object) { object.m_source.setModified(true); }
+    static void setExtendedData(AcDbObject& object, GroupBlock&& data);
+    static void setExtensionDictionary(AcDbObject& object, AcDbObjectId id);
+    static void setPersistentReactors(AcDbObject& object, std::vector<AcDbObjectId>&& ids);
+    static const std::vector<AcDbObjectId>& persistentReactors(const AcDbObject& object);
+    /// As the record has it, erased or not.
+    static AcDbObjectId extensionDictionary(const AcDbObject& object);
+
+    static void setLayer(AcDbEntity& entity, AcDbObjectId layer) { entity.m_layerId = layer; }
+    static void setLinetype(AcDbEntity& entity, AcDbObjectId linetype) { entity.m_linetypeId = linetype; }
+
+    /// The entity is in the drawing and has the block as its owner.
+    static void appendToBlock(AcDbBlockTableRecord& block, AcDbObjectId entity) {
+        block.m_entities.push_back(entity);
+    }
+    static void setBlockRecords(AcDbBlockTableRecord& block, AcDbObjectId begin, AcDbObjectId end) {
+        block.m_beginId = begin;
+        block.m_endId = end;
+    }
+    /// The parts of an entity that has some; null for others.
+    static SubentityList* parts(AcDbEntity& entity);
+
+    static void setRecordName(AcDbSymbolTableRecord& record, std::wstring_view name) { record.m_name = name; }
+    /// The record is in the drawing and has its name. A second one of a name is a record too, but is not
+    /// found by it.
+    static void enterRecord(AcDbSymbolTable& table, AcDbSymbolTableRecord& record) { table.enter(record); }
+    /// An entry whose object may come later.
+    static void putEntry(AcDbDictionary& dictionary, std::wstring_view name, AcDbObjectId id) {
+        dictionary.put(name, id);
+    }
+
+    static AcDbObjectId table(const AcDbDatabase& database, TableKind kind);
+    static void setTable(AcDbDatabase& database, TableKind kind, AcDbObjectId id);
+    static void setNamedObjectsDictionary(AcDbDatabase& database, AcDbObjectId id);
+    static void setSource(AcDbDatabase& database, std::shared_ptr<const DrawingSource> source,
+                          std::wstring_view file);
+    /// Adds what every drawing has and this one lacks: tables, standing records, spaces, dictionaries,
+    /// layouts.
+    static void completeDrawing(AcDbDatabase& database);
+};
+
+} // namespace hostkit

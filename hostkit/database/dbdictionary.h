@@ -1,0 +1,122 @@
+// Stand-in for the host's AcDbDictionary. Covers named entries, their order, "*" names and iterators; leaves out
+// filtering by xref.
+#pragma once
+
+#include "dbobject.h"
+#include "dbopen.h"
+
+#include "casefold.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+class AcDbDictionaryIterator;
+
+/// Objects by name, in the order in which they came. Names are compared without regard to case; an entry
+/// whose object is erased counts as absent, and comes back with it unless the name was taken meanwhile.
+class AcDbDictionary : public AcDbObject {
+    ACRX_DECLARE_MEMBERS(AcDbDictionary)
+
+public:
+    AcDbDictionary() = default;
+    AcDbDictionary(const AcDbDictionary&) = delete;
+
+    /// eKeyNotFound; the id stays as it was.
+    Acad::ErrorStatus getAt(const wchar_t* name, AcDbObjectId& id) const;
+    /// Opens the entry for the caller: eKeyNotFound, or the statuses of an open.
+    Acad::ErrorStatus getAt(const wchar_t* name, AcDbObject*& object, AcDb::OpenMode mode) const;
+    template <typename T>
+    Acad::ErrorStatus getAt(const wchar_t* name, T*& object, AcDb::OpenMode mode) const {
+        object = nullptr;
+        AcDbObjectId id;
+        const Acad::ErrorStatus status = getAt(name, id);
+        return status == Acad::eOk ? acdbOpenObject(object, id, mode) : status;
+    }
+    bool has(const wchar_t* name) const;
+    bool has(AcDbObjectId id) const;
+    /// The name of an entry: a copy from acutNewString; eKeyNotFound.
+    Acad::ErrorStatus nameAt(AcDbObjectId id, wchar_t*& name) const;
+    Adesk::UInt32 numEntries() const;
+
+    /// Makes the object an entry. A new object enters the drawing and stays open for write; one that is in
+    /// the drawing already stays as it is. What had the name before is erased, if it is this dictionary's
+    /// own, with the status of the erase. "*" (or a name that begins with it) makes a name of its own, "*A1"
+    /// and on. eInvalidKey for an empty name or one with | or characters below the space; eNullObjectPointer;
+    /// eNoDatabase for a dictionary of no drawing.
+    Acad::ErrorStatus setAt(const wchar_t* name, AcDbObject* object, AcDbObjectId& id);
+    /// Takes the entry out; the object stays in the drawing, without an owner, if it was this dictionary's
+    /// own.
+    Acad::ErrorStatus remove(const wchar_t* name);
+    Acad::ErrorStatus remove(const wchar_t* name, AcDbObjectId& id);
+    Acad::ErrorStatus remove(AcDbObjectId id);
+    /// eKeyNotFound, eDuplicateKey.
+    Acad::ErrorStatus setName(const wchar_t* oldName, const wchar_t* newName);
+
+    /// The caller deletes the iterator.
+    AcDbDictionaryIterator* newIterator() const;
+
+    bool isTreatElementsAsHard() const { return m_treatElementsAsHard; }
+    Acad::ErrorStatus setTreatElementsAsHard(bool hard);
+    AcDb::DuplicateRecordCloning mergeStyle() const {
+        return static_cast<AcDb::DuplicateRecordCloning>(m_mergeStyle);
+    }
+    Acad::ErrorStatus setMergeStyle(AcDb::DuplicateRecordCloning style);
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    /// The root stays. What a hard owner holds is erased with it.
+    Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
+
+private:
+    friend class hostkit::DatabaseAccess;
+    friend class AcDbDictionaryIterator;
+    struct Filing;
+    struct Entry {
+        std::wstring name;
+        AcDbObjectId id; ///< null: taken out
+    };
+    const Entry* find(std::wstring_view name) const;
+    Entry* find(std::wstring_view name) {
+        return const_cast<Entry*>(static_cast<const AcDbDictionary*>(this)->find(name));
+    }
+    std::wstring freeName() const;
+    /// Replaces an entry of that name, whatever it holds.
+    void put(std::wstring_view name, AcDbObjectId id);
+
+    std::vector<Entry> m_entries;
+    std::unordered_map<std::wstring, std::size_t, hostkit::FoldedHash, hostkit::FoldedEqual> m_index;
+    bool m_treatElementsAsHard = false;
+    Adesk::Int16 m_mergeStyle = AcDb::kDrcIgnore;
+    mutable Adesk::UInt32 m_lastNumber = 0; ///< of the "*" names
+};
+
+/// Walks a dictionary's entries, erased ones left out. Entries may be added, replaced and taken out during
+/// the walk; the dictionary must live.
+class AcDbDictionaryIterator {
+public:
+    explicit AcDbDictionaryIterator(const AcDbDictionary& dictionary)
+        : m_dictionary(dictionary) {
+        skip();
+    }
+    virtual ~AcDbDictionaryIterator() = default;
+
+    bool done() const { return m_index >= m_dictionary.m_entries.size(); }
+    /// False when no further entry follows.
+    bool next();
+    /// Empty, null, eInvalidIndex when done.
+    const wchar_t* name() const;
+    AcDbObjectId objectId() const;
+    Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead) const;
+    /// False, and no move, for an object that is no entry.
+    bool setPosition(AcDbObjectId id);
+
+private:
+    void skip();
+
+    const AcDbDictionary& m_dictionary;
+    std::size_t m_index = 0;
+};

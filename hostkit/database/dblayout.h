@@ -1,0 +1,36 @@
+// Stand-in for the host's AcDbLayout. Covers the name, the block and the order of a sheet; plot settings are kept as
+// the drawing has them, leaving out plotting.
+#pragma once
+
+#include "dbobject.h"
+#include "groupblock.h"
+
+#include <string>
+
+/// A sheet: one for each space.
+class AcDbLayout : public AcDbObject {
+    ACRX_DECLARE_MEMBERS(AcDbLayout)
+
+public:
+    AcDbLayout() = default;
+    AcDbLayout(const AcDbLayout&) = default;
+
+    const std::wstring& getLayoutName() const { return m_name; }
+    Acad::ErrorStatus setLayoutName(const wchar_t* name);
+    AcDbObjectId getBlockTableRecordId() const { return m_blockId; }
+    Acad::ErrorStatus setBlockTableRecordId(AcDbObjectId id);
+    int getTabOrder() const { return m_tabOrder; }
+    Acad::ErrorStatus setTabOrder(int order);
+
+    AcRxObject* clone() const override { return new AcDbLayout(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    struct Filing;
+    std::wstring m_name;
+    AcDbObjectId m_blockId;
+    Adesk::Int16 m_tabOrder = 0;
+    hostkit::GroupBlock m_plotSettings; ///< groups of the plot settings, as read
+    hostkit::GroupBlock m_rest;         ///< other groups of the layout, as read
+};

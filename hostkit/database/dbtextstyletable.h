@@ -1,0 +1,19 @@
+// Stand-in for the host's text style table. Covers records by name with their own type; leaves out nothing callers ask for.
+#pragma once
+
+#include "dbsymboltable.h"
+#include "dbtextstyletablerecord.h"
+
+using AcDbTextStyleTableIterator = hostkit::SymbolTableIteratorOf<AcDbTextStyleTableRecord>;
+
+class AcDbTextStyleTable
+    : public hostkit::SymbolTableOf<AcDbTextStyleTableRecord, AcDbTextStyleTableIterator> {
+    ACRX_DECLARE_MEMBERS(AcDbTextStyleTable)
+
+public:
+    AcDbTextStyleTable() = default;
+    AcDbTextStyleTable(const AcDbTextStyleTable&) = delete;
+
+protected:
+    bool allowsDuplicateNames() const override { return true; } // shape files' styles have no name
+};

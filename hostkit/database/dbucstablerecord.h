@@ -1,0 +1,26 @@
+// Stand-in for the host's AcDbUCSTableRecord. Covers the name; the rest is kept as the drawing has it, leaving out its meaning.
+#pragma once
+
+#include "dbsymboltablerecord.h"
+#include "groupblock.h"
+
+class AcDbUCSTableRecord : public AcDbSymbolTableRecord {
+    ACRX_DECLARE_MEMBERS(AcDbUCSTableRecord)
+
+public:
+    AcDbUCSTableRecord() = default;
+    AcDbUCSTableRecord(const AcDbUCSTableRecord&) = default;
+
+    /// All groups beyond the name and the flags, in order.
+    const hostkit::GroupBlock& groups() const { return m_groups; }
+    Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
+
+    AcRxObject* clone() const override { return new AcDbUCSTableRecord(*this); }
+
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    struct Filing;
+    hostkit::GroupBlock m_groups;
+};

@@ -1,0 +1,48 @@
+// Stand-in for the host's references by name. Covers symbol records as fields name them in a drawing file; leaves out references by handle.
+#pragma once
+
+#include "dbaccess.h"
+#include "dbfiler.h"
+#include "fieldtable.h"
+
+#include <string_view>
+
+namespace hostkit {
+
+/// The record of that name in the filer's drawing; null when there is none.
+AcDbObjectId symbolId(const AcDbDxfFiler& filer, TableKind kind, std::wstring_view name);
+/// The record's name, or the other text for a null or erased one. Good until the record changes.
+std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise);
+
+/// A reference by name. Where the record is missing the group is not taken, so that a drawing that names what
+/// it lacks stays as it is; a null id is not filed.
+template <auto Member, TableKind kind>
+constexpr GroupField<ClassOf<Member>> nameField(short code) {
+    using T = ClassOf<Member>;
+    return {code, false, 0.0,
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
+                const AcDbObjectId id = symbolId(filer, kind, group.text);
+                if (id.isNull()) return false;
+                object.*Member = id;
+                return true;
+            },
+            [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
+                const std::wstring_view name = symbolName(object.*Member, L"");
+                if (!name.empty()) filer.writeText(field.code, name);
+            }};
+}
+
+/// As above; missing in a new record, and taken by a reader, where it is the record that stands for none.
+template <auto Member, TableKind kind>
+constexpr GroupField<ClassOf<Member>> standardNameField(short code) {
+    using T = ClassOf<Member>;
+    GroupField<T> field = nameField<Member, kind>(code);
+    field.write = [](const T& object, const GroupField<T>& own, AcDbDxfFiler& filer) {
+        const std::wstring_view name = symbolName(object.*Member, L"STANDARD");
+        if (equalFolded(name, L"STANDARD")) filer.markDefault();
+        filer.writeText(own.code, name);
+    };
+    return field;
+}
+
+} // namespace hostkit
