@@ -1,0 +1,79 @@
+// Stand-in for the host's AcDbBlockReference. Covers the insertion of a block with its attributes; leaves out dynamic
+// blocks and clipping.
+#pragma once
+
+#include "dbent.h"
+#include "dbobjectiterator.h"
+#include "gescl3d.h"
+#include "subentitylist.h"
+
+/// A block put at a place, scaled and turned.
+class AcDbBlockReference : public AcDbEntity {
+    ACRX_DECLARE_MEMBERS(AcDbBlockReference)
+
+public:
+    AcDbBlockReference() = default;
+    AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block)
+        : m_ecsPosition(position)
+        , m_blockId(block) {}
+    AcDbBlockReference(const AcDbBlockReference&) = default;
+
+    AcDbObjectId blockTableRecord() const { return m_blockId; }
+    /// eNotThatKindOfClass for what is no block record; eCyclicReference for a block that holds the
+    /// reference.
+    Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block);
+    AcGePoint3d position() const;
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    AcGeScale3d scaleFactors() const { return m_scale; }
+    /// eInvalidInput for a factor of 0 or one that is no number.
+    Acad::ErrorStatus setScaleFactors(const AcGeScale3d& factors);
+    double rotation() const { return m_rotation; }
+    Acad::ErrorStatus setRotation(double angle);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    /// From the block's coordinates to the world's, base point and all.
+    AcGeMatrix3d blockTransform() const;
+    /// Takes position, scales, rotation and normal from a matrix; eCannotScaleNonUniformly for one that
+    /// skews.
+    Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& matrix);
+
+    /// The attribute becomes the reference's; with a reference that is in a drawing it enters it and is open
+    /// for write afterwards.
+    Acad::ErrorStatus appendAttribute(AcDbObjectId& id, class AcDbAttribute* attribute);
+    Acad::ErrorStatus appendAttribute(class AcDbAttribute* attribute);
+    Acad::ErrorStatus openAttribute(class AcDbAttribute*& attribute, AcDbObjectId id, AcDb::OpenMode mode,
+                                    bool openErased = false) const;
+    /// The caller deletes the iterator.
+    AcDbObjectIterator* attributeIterator() const;
+    const hostkit::SubentityList& attributes() const { return m_attributes; }
+
+    /// The entities of the block as seen, as copies; a block that is scaled unequally gives
+    /// eCannotScaleNonUniformly for parts that cannot follow, and no parts at all.
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
+    const wchar_t* dxfName() const override { return L"INSERT"; }
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    void getEcs(AcGeMatrix3d& matrix) const override;
+    AcRxObject* clone() const override { return new AcDbBlockReference(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
+    /// The boxes of the block's entities, blocks in blocks to a depth of 64.
+    void addBlockExtents(AcDbExtents& extents, const AcGeMatrix3d& matrix, int depth) const;
+    /// The offset of row and column in the block's own axes.
+    virtual int copyCount() const { return 1; }
+    virtual AcGeMatrix3d copyTransform(int) const { return blockTransform(); }
+
+protected:
+    struct Filing;
+    AcGePoint3d m_ecsPosition;
+    AcGeScale3d m_scale{1.0, 1.0, 1.0};
+    double m_rotation = 0.0;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    AcDbObjectId m_blockId;
+    hostkit::SubentityList m_attributes;
+    friend class hostkit::DatabaseAccess;
+};

@@ -1,0 +1,37 @@
+// Stand-in for the host's AcDbMInsertBlock. Covers the insertion in rows and columns; leaves out nothing.
+#pragma once
+
+#include "dbblockreference.h"
+
+/// A block put in rows and columns, along the axes of the rotated reference.
+class AcDbMInsertBlock : public AcDbBlockReference {
+    ACRX_DECLARE_MEMBERS(AcDbMInsertBlock)
+
+public:
+    AcDbMInsertBlock() = default;
+    AcDbMInsertBlock(const AcDbMInsertBlock&) = default;
+
+    Adesk::UInt16 columns() const { return static_cast<Adesk::UInt16>(m_columns); }
+    Adesk::UInt16 rows() const { return static_cast<Adesk::UInt16>(m_rows); }
+    /// eInvalidInput for 0 and above 32767.
+    Acad::ErrorStatus setColumns(Adesk::UInt16 columns);
+    Acad::ErrorStatus setRows(Adesk::UInt16 rows);
+    double columnSpacing() const { return m_columnSpacing; }
+    Acad::ErrorStatus setColumnSpacing(double spacing);
+    double rowSpacing() const { return m_rowSpacing; }
+    Acad::ErrorStatus setRowSpacing(double spacing);
+    AcRxObject* clone() const override { return new AcDbMInsertBlock(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    int copyCount() const override { return m_columns * m_rows; }
+    AcGeMatrix3d copyTransform(int index) const override;
+
+private:
+    struct Filing;
+    Adesk::Int16 m_columns = 1;
+    Adesk::Int16 m_rows = 1;
+    double m_columnSpacing = 0.0;
+    double m_rowSpacing = 0.0;
+};

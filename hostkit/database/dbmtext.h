@@ -1,0 +1,92 @@
+// Stand-in for the host's AcDbMText. Covers contents, box and attachment; leaves out layout of lines by font metrics.
+#pragma once
+
+#include "dbent.h"
+
+#include <string>
+
+/// A paragraph of text in a box. Contents have the format's own codes in them (\\P for a new line).
+///
+/// The box of a paragraph is reckoned without its font: 0.6 of the height for each character, lines 5/3 of
+/// the height apart, lines broken at the box's width.
+class AcDbMText : public AcDbEntity {
+    ACRX_DECLARE_MEMBERS(AcDbMText)
+
+public:
+    enum AttachmentPoint {
+        kTopLeft = 1,
+        kTopCenter,
+        kTopRight,
+        kMiddleLeft,
+        kMiddleCenter,
+        kMiddleRight,
+        kBottomLeft,
+        kBottomCenter,
+        kBottomRight
+    };
+    enum FlowDirection { kLtoR = 1, kTtoB = 3, kByStyle = 5 };
+
+    AcDbMText() = default;
+    AcDbMText(const AcDbMText&) = default;
+
+    AcGePoint3d location() const { return m_location; }
+    Acad::ErrorStatus setLocation(const AcGePoint3d& location);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    /// The x direction of the text, a unit vector in the world.
+    AcGeVector3d direction() const;
+    /// eInvalidInput for a zero one.
+    Acad::ErrorStatus setDirection(const AcGeVector3d& direction);
+    /// Of the direction from the x axis of the normal's system.
+    double rotation() const;
+    Acad::ErrorStatus setRotation(double angle);
+    /// Of the box; 0 for none.
+    double width() const { return m_width; }
+    Acad::ErrorStatus setWidth(double width);
+    double height() const { return m_boxHeight; }
+    double textHeight() const { return m_textHeight; }
+    Acad::ErrorStatus setTextHeight(double height);
+    AttachmentPoint attachment() const { return static_cast<AttachmentPoint>(m_attachment); }
+    Acad::ErrorStatus setAttachment(AttachmentPoint attachment);
+    FlowDirection flowDirection() const { return static_cast<FlowDirection>(m_flowDirection); }
+    Acad::ErrorStatus setFlowDirection(FlowDirection direction);
+    /// A copy from acutNewString for the caller.
+    wchar_t* contents() const;
+    const std::wstring& rawContents() const { return m_contents; }
+    /// The lines as they would be seen: format codes taken out, \\P and \\n as line ends, %% codes resolved.
+    std::wstring plainText() const;
+    Acad::ErrorStatus setContents(const wchar_t* contents);
+    AcDbObjectId textStyle() const { return m_styleId; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    double lineSpacingFactor() const { return m_lineSpacingFactor; }
+    Acad::ErrorStatus setLineSpacingFactor(double factor);
+    double actualWidth() const;
+    double actualHeight() const;
+    /// A text for each line.
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    void getEcs(AcGeMatrix3d& matrix) const override;
+    bool isPlanar() const override { return true; }
+    AcRxObject* clone() const override { return new AcDbMText(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+private:
+    struct Filing;
+    Adesk::Int16 m_attachment = kTopLeft;
+    Adesk::Int16 m_flowDirection = kLtoR;
+    Adesk::Int16 m_lineSpacingStyle = 1;
+    bool m_hasDirection = false; ///< the direction is given; else the rotation
+    AcGePoint3d m_location;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    AcGeVector3d m_direction{1.0, 0.0, 0.0};
+    double m_rotation = 0.0;
+    double m_textHeight = 0.0;
+    double m_width = 0.0;
+    double m_boxHeight = 0.0;
+    double m_lineSpacingFactor = 1.0;
+    AcDbObjectId m_styleId;
+    std::wstring m_contents;
+};

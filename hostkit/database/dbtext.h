@@ -1,0 +1,84 @@
+// Stand-in for the host's AcDbText. Covers one line of text with its alignment; leaves out exact font metrics.
+#pragma once
+
+#include "dbent.h"
+
+#include <string>
+
+/// One line of text. Angles are in radians.
+///
+/// The box of a text is reckoned without its font: 0.6 of the height for each character, times the width
+/// factor, with
+/// %% codes counted as the characters they stand for. Aligned and fitted texts run between their two points.
+class AcDbText : public AcDbEntity {
+    ACRX_DECLARE_MEMBERS(AcDbText)
+
+public:
+    AcDbText() = default;
+    AcDbText(const AcGePoint3d& position, const wchar_t* text, AcDbObjectId style = AcDbObjectId::kNull,
+             double height = 0.0, double rotation = 0.0);
+    AcDbText(const AcDbText&) = default;
+
+    /// The left end of the base line.
+    AcGePoint3d position() const;
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    /// What the text is aligned at; used unless it is left and on the base line.
+    AcGePoint3d alignmentPoint() const;
+    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+    bool isDefaultAlignment() const { return m_horizontalMode == 0 && m_verticalMode == 0; }
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    double oblique() const { return m_oblique; }
+    Acad::ErrorStatus setOblique(double angle);
+    double rotation() const { return m_rotation; }
+    Acad::ErrorStatus setRotation(double angle);
+    double height() const { return m_height; }
+    /// eInvalidInput unless above 0.
+    Acad::ErrorStatus setHeight(double height);
+    double widthFactor() const { return m_widthFactor; }
+    Acad::ErrorStatus setWidthFactor(double factor);
+    /// A copy from acutNewString for the caller.
+    wchar_t* textString() const;
+    const std::wstring& text() const { return m_text; }
+    /// Up to 256 characters in older drawing forms; longer ones are kept. eInvalidInput for null.
+    Acad::ErrorStatus setTextString(const wchar_t* text);
+    AcDbObjectId textStyle() const { return m_styleId; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    bool isMirroredInX() const { return (m_generationFlags & 2) != 0; }
+    bool isMirroredInY() const { return (m_generationFlags & 4) != 0; }
+    Acad::ErrorStatus mirrorInX(bool mirrored);
+    Acad::ErrorStatus mirrorInY(bool mirrored);
+    AcDb::TextHorzMode horizontalMode() const { return static_cast<AcDb::TextHorzMode>(m_horizontalMode); }
+    AcDb::TextVertMode verticalMode() const { return static_cast<AcDb::TextVertMode>(m_verticalMode); }
+    Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+    Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+    /// By the rule of the class.
+    double estimatedWidth() const;
+
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    void getEcs(AcGeMatrix3d& matrix) const override;
+    bool isPlanar() const override { return true; }
+    AcRxObject* clone() const override { return new AcDbText(*this); }
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    struct Filing;
+    Adesk::Int16 m_generationFlags = 0;
+    Adesk::Int16 m_horizontalMode = 0;
+    Adesk::Int16 m_verticalMode = 0;
+    AcGePoint3d m_ecsPosition;
+    AcGePoint3d m_ecsAlignment;
+    bool m_hasAlignment = false; ///< the file had the alignment point, or it was set
+    double m_height = 0.0;
+    double m_rotation = 0.0;
+    double m_widthFactor = 1.0;
+    double m_oblique = 0.0;
+    double m_thickness = 0.0;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    AcDbObjectId m_styleId;
+    std::wstring m_text;
+};
