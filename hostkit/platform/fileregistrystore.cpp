@@ -141,7 +141,11 @@ bool FileRegistryStore::keepAside() {
     for (int number = 1; number < 10000; ++number) {
         const std::string aside = path_ + ".damaged-" + std::to_string(number);
         struct stat status;
-        if (lstat(aside.c_str(), &status) == 0) continue;
+        if (lstat(aside.c_str(), &status) == 0) {
+            // Kept by an earlier change that could not be written in the end.
+            if (status.st_dev == stamp_.device && status.st_ino == stamp_.inode) return true;
+            continue;
+        }
         // A second name for the same file: at no moment is there neither. Some file systems have no second
         // names.
         if (link(path_.c_str(), aside.c_str()) != 0) {
