@@ -21,7 +21,7 @@ namespace hostkit {
 namespace {
 
 constexpr std::size_t largestFile = 256u << 20;
-constexpr int lockAttempts = 1000; // ten seconds
+constexpr int lockAttempts = 3000; // thirty seconds
 constexpr useconds_t lockPause = 10'000;
 constexpr std::size_t mostProblemsTold = 20;
 

@@ -33,7 +33,7 @@ public:
     bool isLasting() const override { return true; }
     /// Besides the reasons of a tree: ERROR_ACCESS_DENIED or ERROR_WRITE_FAULT when the file cannot be
     /// replaced (told to the sink once), ERROR_LOCK_VIOLATION when another process holds the lock for more
-    /// than ten seconds.
+    /// than thirty seconds.
     LONG apply(const RegistryChange& change) override;
 
     const std::string& path() const { return path_; }
