@@ -1,6 +1,11 @@
 #include "curvesupport.h"
 
-#include "dbcurve.h"
+#include "dbarc.h"
+#include "dbcircle.h"
+#include "dbellipse.h"
+#include "dbline.h"
+
+#include "geell3d.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,52 +14,49 @@ namespace hostkit {
 
 namespace {
 
-/// Sorted, each once; empty when one lies outside.
-std::vector<double> orderedCuts(const AcGeDoubleArray& cuts, double start, double end, bool closed,
-                                double tolerance) {
-    std::vector<double> ordered;
-    ordered.reserve(static_cast<std::size_t>(cuts.length()));
-    for (double cut : cuts) {
-        if (!bringIntoRange(cut, start, end, tolerance)) return {};
-        if (closed && end - cut <= tolerance) cut = start;
-        if (cut - start <= tolerance) cut = start;
-        ordered.push_back(cut);
-    }
-    std::sort(ordered.begin(), ordered.end());
-    const auto last = std::unique(ordered.begin(), ordered.end(), [tolerance](double before, double after) {
-        return after - before <= tolerance;
-    });
-    ordered.erase(last, ordered.end());
-    return ordered;
+/// An ellipse seen from its edge runs to and fro on its one axis that is left.
+AcDbCurve* lineOf(const AcGeEllipArc3d& ellipse) {
+    AcGeInterval range;
+    ellipse.getInterval(range);
+    const bool majorLeft = ellipse.majorRadius() >= ellipse.minorRadius();
+    const AcGeVector3d axis = majorLeft ? ellipse.majorAxis() : ellipse.minorAxis();
+    double least = 0.0;
+    double most = 0.0;
+    bool hasAny = false;
+    const auto take = [&](double parameter) {
+        const double along = (ellipse.evalPoint(parameter) - ellipse.center()).dotProduct(axis);
+        least = hasAny ? std::min(least, along) : along;
+        most = hasAny ? std::max(most, along) : along;
+        hasAny = true;
+    };
+    take(range.lowerBound());
+    take(range.upperBound());
+    const double first = majorLeft ? 0.0 : AcGe::kPi / 2.0;
+    for (double turn = std::ceil((range.lowerBound() - first) / AcGe::kPi);
+         first + turn * AcGe::kPi < range.upperBound(); ++turn)
+        take(first + turn * AcGe::kPi);
+    return new AcDbLine(ellipse.center() + axis * least, ellipse.center() + axis * most);
+}
+
+AcDbCurve* roundCurveOf(const AcGeEllipArc3d& ellipse) {
+    const AcGeVector3d normal = ellipse.normal();
+    if (ellipse.isClosed()) return new AcDbCircle(ellipse.center(), normal, ellipse.majorRadius());
+    AcGeVector3d xAxis;
+    AcGeVector3d yAxis;
+    AcGe::arbitraryAxes(normal, xAxis, yAxis);
+    const AcGeVector3d reference = ellipse.majorAxis();
+    const double shift = std::atan2(reference.dotProduct(yAxis), reference.dotProduct(xAxis));
+    return new AcDbArc(ellipse.center(), normal, ellipse.majorRadius(), ellipse.startAng() + shift,
+                       ellipse.endAng() + shift);
 }
 
 } // namespace
 
-std::vector<ParameterSpan> spansBetween(const AcGeDoubleArray& cuts, double start, double end, bool closed,
-                                        double tolerance) {
-    const std::vector<double> ordered = orderedCuts(cuts, start, end, closed, tolerance);
-    std::vector<ParameterSpan> spans;
-    if (ordered.empty()) return spans;
-    if (closed) {
-        if (ordered.size() == 1 && ordered.front() == start) return spans;
-        for (std::size_t i = 0; i + 1 < ordered.size(); ++i) spans.push_back({ordered[i], ordered[i + 1]});
-        spans.push_back({ordered.back(), ordered.front() == start ? end : ordered.front() + (end - start)});
-        return spans;
-    }
-    double from = start;
-    for (const double cut : ordered) {
-        if (cut == start || end - cut <= tolerance) continue;
-        spans.push_back({from, cut});
-        from = cut;
-    }
-    if (!spans.empty()) spans.push_back({from, end});
-    return spans;
-}
-
-bool bringIntoRange(double& parameter, double start, double end, double tolerance) {
-    if (!(parameter >= start - tolerance && parameter <= end + tolerance)) return false;
-    parameter = std::clamp(parameter, start, end);
-    return true;
+double angleWithinTurn(double angle) {
+    if (angle >= 0.0 && angle < AcGe::kTwoPi) return angle;
+    const double rest = std::fmod(angle, AcGe::kTwoPi);
+    const double positive = rest < 0.0 ? rest + AcGe::kTwoPi : rest;
+    return positive < AcGe::kTwoPi ? positive : 0.0;
 }
 
 bool canProject(const AcGePlane& plane, const AcGeVector3d& direction) {
@@ -63,14 +65,33 @@ bool canProject(const AcGePlane& plane, const AcGeVector3d& direction) {
     return std::abs(direction.dotProduct(plane.normal())) > AcGeContext::gTol.equalVector() * size;
 }
 
-Acad::ErrorStatus parametersOf(const AcDbCurve& curve, const AcGePoint3dArray& points,
-                               AcGeDoubleArray& parameters) {
-    for (const AcGePoint3d& point : points) {
-        double parameter = 0.0;
-        const Acad::ErrorStatus status = curve.getParamAtPoint(point, parameter);
-        if (status != Acad::eOk) return status;
-        parameters.append(parameter);
-    }
+AcDbCurve* drawingCurveOf(const AcGeEllipArc3d& ellipse) {
+    const double allowance = pointAllowance(ellipse.center());
+    const double larger = std::max(ellipse.majorRadius(), ellipse.minorRadius());
+    const double smaller = std::min(ellipse.majorRadius(), ellipse.minorRadius());
+    if (!(larger > allowance)) return nullptr;
+    if (smaller <= allowance) return lineOf(ellipse);
+    if (larger - smaller <= allowance) return roundCurveOf(ellipse);
+    const bool swapped = ellipse.minorRadius() > ellipse.majorRadius();
+    const double quarter = swapped ? AcGe::kPi / 2.0 : 0.0;
+    const AcGeVector3d major = (swapped ? ellipse.minorAxis() : ellipse.majorAxis()) * larger;
+    AcDbEllipse* result = new AcDbEllipse(ellipse.center(), ellipse.normal(), major, smaller / larger);
+    if (ellipse.isClosed()) return result;
+    const double start = angleWithinTurn(ellipse.startAng() - quarter);
+    (void)result->setEndParam(start + (ellipse.endAng() - ellipse.startAng()));
+    (void)result->setStartParam(start);
+    return result;
+}
+
+Acad::ErrorStatus projectEllipse(const AcDbCurve& source, const AcGeEllipArc3d& ellipse,
+                                 const AcGePlane& plane, const AcGeVector3d& direction,
+                                 AcDbCurve*& projected) {
+    if (!canProject(plane, direction)) return Acad::eInvalidInput;
+    AcGeEllipArc3d image(ellipse);
+    image.transformBy(AcGeMatrix3d::projection(plane, direction));
+    AcDbCurve* made = drawingCurveOf(image);
+    if (!made) return Acad::eDegenerateGeometry;
+    projected = withPropertiesOf(source, made);
     return Acad::eOk;
 }
 

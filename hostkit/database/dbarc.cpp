@@ -1,0 +1,124 @@
+#include "dbarc.h"
+
+#include "curvegeometry.h"
+#include "curvesupport.h"
+
+#include <cmath>
+
+HOSTKIT_KIT_CLASS(AcDbArc, AcDbCurve, L"ARC")
+
+AcDbArc::AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle)
+    : m_ecsCenter(center)
+    , m_radius(radius)
+    , m_startAngle(hostkit::angleWithinTurn(startAngle))
+    , m_endAngle(hostkit::angleWithinTurn(endAngle)) {}
+
+AcDbArc::AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
+                 double endAngle)
+    : AcDbArc(center, radius, startAngle, endAngle) {
+    if (normal.isZeroLength()) return;
+    m_normal = normal.normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, center);
+}
+
+double AcDbArc::totalAngle() const {
+    const double sweep = m_endAngle - m_startAngle;
+    return sweep > 0.0 ? sweep : sweep + AcGe::kTwoPi;
+}
+
+Acad::ErrorStatus AcDbArc::setCenter(const AcGePoint3d& center) {
+    if (!hostkit::isFinite(center)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_ecsCenter = hostkit::toEntity(m_normal, center);
+    return status;
+}
+
+Acad::ErrorStatus AcDbArc::setRadius(double radius) {
+    if (!(radius >= 0.0) || std::isinf(radius)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_radius = radius;
+    return status;
+}
+
+Acad::ErrorStatus AcDbArc::setStartAngle(double angle) {
+    if (!std::isfinite(angle)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_startAngle = hostkit::angleWithinTurn(angle);
+    return status;
+}
+
+Acad::ErrorStatus AcDbArc::setEndAngle(double angle) {
+    if (!std::isfinite(angle)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_endAngle = hostkit::angleWithinTurn(angle);
+    return status;
+}
+
+Acad::ErrorStatus AcDbArc::setThickness(double thickness) {
+    if (!std::isfinite(thickness)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_thickness = thickness;
+    return status;
+}
+
+Acad::ErrorStatus AcDbArc::setNormal(const AcGeVector3d& normal) {
+    if (!hostkit::isFinite(normal) || normal.isZeroLength()) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const AcGePoint3d place = center();
+    m_normal = normal.normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, place);
+    return Acad::eOk;
+}
+
+bool AcDbArc::geometry(hostkit::CurveGeometry& geometry) const {
+    if (!(m_radius > 0.0)) return false;
+    AcGeCircArc3d arc(center(), m_normal, m_radius);
+    arc.setAngles(m_startAngle, m_startAngle + totalAngle());
+    geometry.set(arc);
+    return true;
+}
+
+AcDbCurve* AcDbArc::piece(double from, double to) const {
+    AcDbArc* result = new AcDbArc(*this);
+    result->m_startAngle = hostkit::angleWithinTurn(from);
+    result->m_endAngle = hostkit::angleWithinTurn(to);
+    return result;
+}
+
+Acad::ErrorStatus AcDbArc::getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                             AcDbCurve*& projected) const {
+    hostkit::CurveGeometry own;
+    if (!geometry(own)) return Acad::eDegenerateGeometry;
+    return hostkit::projectEllipse(*this, AcGeEllipArc3d(*own.arc()), plane, direction, projected);
+}
+
+Acad::ErrorStatus AcDbArc::reverseCurve() {
+    return Acad::eNotApplicable; // an arc always runs counter-clockwise about its normal
+}
+
+Acad::ErrorStatus AcDbArc::transformBy(const AcGeMatrix3d& matrix) {
+    double scale = 1.0;
+    if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
+    if (!hostkit::isUniform(matrix, scale)) return Acad::eCannotScaleNonUniformly;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const AcGePoint3d place = matrix * center();
+    const AcGeVector3d xAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kXAxis);
+    m_normal = (matrix * m_normal).normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, place);
+    m_radius *= scale;
+    m_thickness *= scale;
+    // The angles count from where the x axis went; a mirror makes them run the other way, which changes the
+    // ends.
+    const AcGeVector3d local = hostkit::toEntity(m_normal, xAxis);
+    const double shift = std::atan2(local.y, local.x);
+    const bool mirrored = matrix.det() < 0.0;
+    const double start = mirrored ? shift - m_endAngle : shift + m_startAngle;
+    const double end = mirrored ? shift - m_startAngle : shift + m_endAngle;
+    m_startAngle = hostkit::angleWithinTurn(start);
+    m_endAngle = hostkit::angleWithinTurn(end);
+    return Acad::eOk;
+}
+
+void AcDbArc::getEcs(AcGeMatrix3d& matrix) const { matrix = hostkit::arbitraryAxisSystem(m_normal); }

@@ -1,0 +1,87 @@
+#include "dbcircle.h"
+
+#include "curvegeometry.h"
+#include "curvesupport.h"
+#include "dbarc.h"
+
+#include <cmath>
+
+HOSTKIT_KIT_CLASS(AcDbCircle, AcDbCurve, L"CIRCLE")
+
+AcDbCircle::AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
+    : m_ecsCenter(center)
+    , m_radius(radius) {
+    if (normal.isZeroLength()) return;
+    m_normal = normal.normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, center);
+}
+
+Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& center) {
+    if (!hostkit::isFinite(center)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_ecsCenter = hostkit::toEntity(m_normal, center);
+    return status;
+}
+
+Acad::ErrorStatus AcDbCircle::setRadius(double radius) {
+    if (!(radius >= 0.0) || std::isinf(radius)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_radius = radius;
+    return status;
+}
+
+Acad::ErrorStatus AcDbCircle::setThickness(double thickness) {
+    if (!std::isfinite(thickness)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_thickness = thickness;
+    return status;
+}
+
+Acad::ErrorStatus AcDbCircle::setNormal(const AcGeVector3d& normal) {
+    if (!hostkit::isFinite(normal) || normal.isZeroLength()) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const AcGePoint3d place = center();
+    m_normal = normal.normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, place);
+    return Acad::eOk;
+}
+
+bool AcDbCircle::geometry(hostkit::CurveGeometry& geometry) const {
+    if (!(m_radius > 0.0)) return false;
+    geometry.set(AcGeCircArc3d(center(), m_normal, m_radius));
+    return true;
+}
+
+AcDbCurve* AcDbCircle::piece(double from, double to) const {
+    AcDbArc* result = new AcDbArc(center(), m_normal, m_radius, from, to);
+    (void)result->setThickness(m_thickness);
+    return result;
+}
+
+Acad::ErrorStatus AcDbCircle::getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                                AcDbCurve*& projected) const {
+    hostkit::CurveGeometry own;
+    if (!geometry(own)) return Acad::eDegenerateGeometry;
+    return hostkit::projectEllipse(*this, AcGeEllipArc3d(*own.arc()), plane, direction, projected);
+}
+
+Acad::ErrorStatus AcDbCircle::reverseCurve() {
+    return Acad::eNotApplicable; // a circle always runs counter-clockwise about its normal
+}
+
+Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
+    double scale = 1.0;
+    if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
+    if (!hostkit::isUniform(matrix, scale)) return Acad::eCannotScaleNonUniformly;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const AcGePoint3d place = matrix * center();
+    m_normal = (matrix * m_normal).normal();
+    m_ecsCenter = hostkit::toEntity(m_normal, place);
+    m_radius *= scale;
+    m_thickness *= scale;
+    return Acad::eOk;
+}
+
+void AcDbCircle::getEcs(AcGeMatrix3d& matrix) const { matrix = hostkit::arbitraryAxisSystem(m_normal); }
