@@ -3,6 +3,7 @@
 
 #include "dbfiler.h"
 #include "entitycoordinates.h"
+#include "groupblock.h"
 
 #include <cstddef>
 #include <span>
@@ -42,11 +43,11 @@ using ClassOf = typename MemberOf<Member>::Class;
 template <auto Member>
 using ValueOf = typename MemberOf<Member>::Value;
 
-// The kinds of fields. Those with a `standard` are optional in a file.
+// The kinds of fields. Those with a `standard` are optional in a file. T is the class of the table, where the
+// member is one of its base class.
 
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> realField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> realField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
                 object.*Member = group.real;
@@ -58,18 +59,17 @@ constexpr GroupField<ClassOf<Member>> realField(short code) {
             }};
 }
 
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> realField(short code, double standard) {
-    GroupField<ClassOf<Member>> field = realField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> realField(short code, double standard) {
+    GroupField<T> field = realField<Member, T>(code);
     field.hasStandard = true;
     field.standard = standard;
     return field;
 }
 
 /// Degrees in the file, radians in the object.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> angleField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> angleField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
                 object.*Member = radiansFromDegrees(group.real);
@@ -81,18 +81,17 @@ constexpr GroupField<ClassOf<Member>> angleField(short code) {
             }};
 }
 
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> angleField(short code, double standard) {
-    GroupField<ClassOf<Member>> field = angleField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> angleField(short code, double standard) {
+    GroupField<T> field = angleField<Member, T>(code);
     field.hasStandard = true;
     field.standard = standard;
     return field;
 }
 
 /// Integers, truth values and enumerations. A value that the member cannot hold is not taken.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> integerField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> integerField(short code) {
     using V = ValueOf<Member>;
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
@@ -108,17 +107,16 @@ constexpr GroupField<ClassOf<Member>> integerField(short code) {
             }};
 }
 
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> integerField(short code, int standard) {
-    GroupField<ClassOf<Member>> field = integerField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> integerField(short code, int standard) {
+    GroupField<T> field = integerField<Member, T>(code);
     field.hasStandard = true;
     field.standard = standard;
     return field;
 }
 
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> textField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> textField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
                 object.*Member = group.text;
@@ -131,17 +129,16 @@ constexpr GroupField<ClassOf<Member>> textField(short code) {
 }
 
 /// Missing in a file where it is empty.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> optionalTextField(short code) {
-    GroupField<ClassOf<Member>> field = textField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> optionalTextField(short code) {
+    GroupField<T> field = textField<Member, T>(code);
     field.hasStandard = true;
     return field;
 }
 
 /// Points and vectors of space or plane.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> pointField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> pointField(short code) {
     using V = ValueOf<Member>;
     constexpr bool isSpatial = requires(V value) { value.z; };
     return {code, false, 0.0,
@@ -162,9 +159,9 @@ constexpr GroupField<ClassOf<Member>> pointField(short code) {
 }
 
 /// Missing in a file where all its coordinates are `standard`.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> pointField(short code, double standard) {
-    GroupField<ClassOf<Member>> field = pointField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> pointField(short code, double standard) {
+    GroupField<T> field = pointField<Member, T>(code);
     field.hasStandard = true;
     field.standard = standard;
     return field;
@@ -172,9 +169,8 @@ constexpr GroupField<ClassOf<Member>> pointField(short code, double standard) {
 
 /// A vector that the object holds with length 1. A zero one is not taken; a filed unit vector is kept to the
 /// bit.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> directionField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> directionField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
                 const AcGeVector3d direction(group.point[0], group.point[1], group.point[2]);
@@ -190,17 +186,16 @@ constexpr GroupField<ClassOf<Member>> directionField(short code) {
 }
 
 /// The normal of an entity: missing where it is that of the world.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> normalField(short code = 210) {
-    GroupField<ClassOf<Member>> field = directionField<Member>(code);
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> normalField(short code = 210) {
+    GroupField<T> field = directionField<Member, T>(code);
     field.hasStandard = true;
     return field;
 }
 
 /// An id, filed as the handle of its object; a null id is missing.
-template <auto Member>
-constexpr GroupField<ClassOf<Member>> idField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, class T = ClassOf<Member>>
+constexpr GroupField<T> idField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
                 object.*Member = filer.objectIdOf(group);
@@ -211,6 +206,11 @@ constexpr GroupField<ClassOf<Member>> idField(short code) {
                 filer.writeItem(field.code, object.*Member);
             }};
 }
+
+/// Whether a GroupBlock gives the value back as it stands: an integer that fits the width of its code,
+/// hexadecimal digits in pairs.
+bool isStorable(const AcDbDxfGroup& group);
+void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block);
 
 /// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,
 /// and is rejected where that gives false; so is a second group of a code in the table.

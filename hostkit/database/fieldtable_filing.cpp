@@ -21,4 +21,32 @@ double degreesFromRadians(double radians) {
     return degrees;
 }
 
+bool isStorable(const AcDbDxfGroup& group) {
+    const auto fits = [&group](int bits) {
+        return group.integer >= -(Adesk::Int64(1) << (bits - 1)) && group.integer < Adesk::Int64(1)
+                                                                                        << (bits - 1);
+    };
+    switch (group.kind) {
+    case AcDb::GroupKind::kInt16:
+        return fits(16);
+    case AcDb::GroupKind::kInt32:
+        return fits(32);
+    case AcDb::GroupKind::kBool:
+        return group.integer == 0 || group.integer == 1;
+    case AcDb::GroupKind::kPoint:
+        return group.dimension > 1;
+    case AcDb::GroupKind::kBinary:
+        return group.text.size() % 2 == 0 &&
+               group.text.find_first_not_of(L"0123456789ABCDEFabcdef") == std::wstring_view::npos;
+    default:
+        return true;
+    }
+}
+
+void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block) {
+    GroupWalker walker(block);
+    AcDbDxfGroup group;
+    while (walker.next(group)) filer.writeGroup(group);
+}
+
 } // namespace hostkit

@@ -16,9 +16,8 @@ std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise);
 
 /// A reference by name. Where the record is missing the group is not taken, so that a drawing that names what
 /// it lacks stays as it is; a null id is not filed.
-template <auto Member, TableKind kind>
-constexpr GroupField<ClassOf<Member>> nameField(short code) {
-    using T = ClassOf<Member>;
+template <auto Member, TableKind kind, class T = ClassOf<Member>>
+constexpr GroupField<T> nameField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
                 const AcDbObjectId id = symbolId(filer, kind, group.text);
@@ -33,10 +32,9 @@ constexpr GroupField<ClassOf<Member>> nameField(short code) {
 }
 
 /// As above; missing in a new record, and taken by a reader, where it is the record that stands for none.
-template <auto Member, TableKind kind>
-constexpr GroupField<ClassOf<Member>> standardNameField(short code) {
-    using T = ClassOf<Member>;
-    GroupField<T> field = nameField<Member, kind>(code);
+template <auto Member, TableKind kind, class T = ClassOf<Member>>
+constexpr GroupField<T> standardNameField(short code) {
+    GroupField<T> field = nameField<Member, kind, T>(code);
     field.write = [](const T& object, const GroupField<T>& own, AcDbDxfFiler& filer) {
         const std::wstring_view name = symbolName(object.*Member, L"STANDARD");
         if (equalFolded(name, L"STANDARD")) filer.markDefault();

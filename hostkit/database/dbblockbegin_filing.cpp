@@ -1,0 +1,76 @@
+#include "dbblockbegin.h"
+
+#include "dbaccess.h"
+#include "fieldtable.h"
+
+using namespace hostkit;
+
+struct AcDbBlockBegin::Filing {
+    using Block = AcDbBlockTableRecord;
+    static constexpr short nameCode = 2;
+    static constexpr short secondNameCode = 3;
+    static constexpr short flagsCode = 70;
+    static constexpr short originCode = 10;
+    static constexpr short pathCode = 1;
+    static constexpr short commentsCode = 4;
+
+    static bool readGroup(Block& block, const AcDbDxfGroup& group) {
+        switch (group.code) {
+        case nameCode:
+        case secondNameCode:
+            return true; // the block's record has the name
+        case flagsCode:
+            block.m_dxfFlags = static_cast<Adesk::Int16>(group.integer);
+            return block.m_dxfFlags == group.integer;
+        case originCode:
+            block.m_origin.set(group.point[0], group.point[1], group.point[2]);
+            return true;
+        case pathCode:
+            block.m_pathName = group.text;
+            return true;
+        case commentsCode:
+            block.m_comments = group.text;
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    static void write(const Block& block, AcDbDxfFiler& filer) {
+        filer.writeText(nameCode, block.name());
+        filer.writeInteger(flagsCode, block.m_dxfFlags);
+        filer.writeItem(originCode, block.m_origin);
+        filer.markOptional();
+        filer.writeText(secondNameCode, block.name());
+        if (block.m_pathName.empty()) filer.markOptional();
+        filer.writeText(pathCode, block.m_pathName);
+        if (block.m_comments.empty()) filer.markDefault();
+        filer.writeText(commentsCode, block.m_comments);
+    }
+};
+
+// Without an owner the groups are read all the same, and belong to no block.
+Acad::ErrorStatus AcDbBlockBegin::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbBlockBegin")) return status;
+    AcDbBlockTableRecord nobody;
+    auto* const owner = DatabaseAccess::objectOf<AcDbBlockTableRecord>(ownerId());
+    AcDbBlockTableRecord& block = owner ? *owner : nobody;
+    AcDbDxfGroup group;
+    for (;;) {
+        const Acad::ErrorStatus read = filer->readItem(group);
+        if (read == Acad::eEndOfObject) return Acad::eOk;
+        if (read != Acad::eOk) return read;
+        if (!Filing::readGroup(block, group)) filer->rejectItem();
+    }
+}
+
+Acad::ErrorStatus AcDbBlockBegin::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(ownerId());
+    if (!block) return Acad::eNotInDatabase;
+    filer->writeSubclassMark(L"AcDbBlockBegin");
+    Filing::write(*block, *filer);
+    return filer->filerStatus();
+}

@@ -1,0 +1,13 @@
+#include "dbblockend.h"
+
+Acad::ErrorStatus AcDbBlockEnd::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
+    if (status == Acad::eOk && !filer->isR12Form()) (void)filer->atSubclassData(L"AcDbBlockEnd");
+    return status;
+}
+
+Acad::ErrorStatus AcDbBlockEnd::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
+    if (status == Acad::eOk) filer->writeSubclassMark(L"AcDbBlockEnd");
+    return status;
+}

@@ -1,0 +1,18 @@
+#include "dbfiler.h"
+
+void AcDbDxfFiler::writeGroup(const AcDbDxfGroup& group) {
+    switch (group.kind) {
+    case AcDb::GroupKind::kText:
+        return writeText(group.code, group.text);
+    case AcDb::GroupKind::kReal:
+        return writeReal(group.code, group.real);
+    case AcDb::GroupKind::kPoint:
+        return writePoint(group.code, group.point, group.dimension);
+    case AcDb::GroupKind::kHandle:
+        return writeHandle(group.code, group.handle());
+    case AcDb::GroupKind::kBinary:
+        return writeText(group.code, group.text); // its hexadecimal text
+    default:
+        return writeInteger(group.code, group.integer);
+    }
+}

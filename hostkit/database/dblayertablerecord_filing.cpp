@@ -1,0 +1,79 @@
+#include "dblayertablerecord.h"
+
+#include "symbolnames.h"
+
+#include <cstdlib>
+
+using namespace hostkit;
+
+struct AcDbLayerTableRecord::Filing {
+    static constexpr GroupField<AcDbLayerTableRecord> groups[] = {
+        textField<&AcDbLayerTableRecord::m_name, AcDbLayerTableRecord>(2),
+        nameField<&AcDbLayerTableRecord::m_linetypeId, TableKind::kLinetype>(6),
+        integerField<&AcDbLayerTableRecord::m_plottable>(290, 1),
+        integerField<&AcDbLayerTableRecord::m_lineWeight>(370, AcDb::kLnWtByLwDefault),
+        idField<&AcDbLayerTableRecord::m_plotStyleId>(390),
+    };
+    static constexpr short flagsCode = 70;
+    static constexpr short colorCode = 62;
+    static constexpr short trueColorCode = 420;
+    static constexpr Adesk::Int16 frozenFlag = 1;
+    static constexpr Adesk::Int16 frozenInNewViewportsFlag = 2;
+    static constexpr Adesk::Int16 lockedFlag = 4;
+
+    static bool readGroup(AcDbLayerTableRecord& layer, const AcDbDxfGroup& group) {
+        switch (group.code) {
+        case flagsCode:
+            layer.m_dxfFlags = static_cast<Adesk::Int16>(group.integer);
+            layer.m_frozen = (group.integer & frozenFlag) != 0;
+            layer.m_frozenInNewViewports = (group.integer & frozenInNewViewportsFlag) != 0;
+            layer.m_locked = (group.integer & lockedFlag) != 0;
+            return layer.m_dxfFlags == group.integer;
+        case colorCode: // below zero for a layer that is off
+            layer.m_off = group.integer < 0;
+            if (layer.m_color.isByColor()) return true;
+            return layer.m_color.setColorIndex(
+                       static_cast<Adesk::UInt16>(std::llabs(group.integer) & 0xFFFF)) == Acad::eOk;
+        case trueColorCode:
+            layer.m_color.setRGB(static_cast<Adesk::UInt8>(group.integer >> 16 & 0xFF),
+                                 static_cast<Adesk::UInt8>(group.integer >> 8 & 0xFF),
+                                 static_cast<Adesk::UInt8>(group.integer & 0xFF));
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    static Adesk::Int64 flagsOf(const AcDbLayerTableRecord& layer) {
+        constexpr Adesk::Int16 known = frozenFlag | frozenInNewViewportsFlag | lockedFlag;
+        return (layer.m_dxfFlags & ~known) | (layer.m_frozen ? frozenFlag : 0) |
+               (layer.m_frozenInNewViewports ? frozenInNewViewportsFlag : 0) |
+               (layer.m_locked ? lockedFlag : 0);
+    }
+};
+
+Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbLayerTableRecord")) return status;
+    return readFields(*filer, Filing::groups, *this,
+                      [this](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group); });
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(L"AcDbLayerTableRecord");
+    const auto& [name, linetype, plottable, weight, plotStyle] = Filing::groups;
+    name.write(*this, name, *filer);
+    filer->writeInteger(Filing::flagsCode, Filing::flagsOf(*this));
+    const Adesk::Int64 index = m_color.colorIndex();
+    filer->writeInteger(Filing::colorCode, m_off ? -index : index);
+    if (m_color.isByColor() && filer->dwgVersion() >= AcDb::kDHL_1018)
+        filer->writeInteger(Filing::trueColorCode, m_color.rgb());
+    const std::wstring_view linetypeName = symbolName(m_linetypeId, L"CONTINUOUS");
+    if (m_linetypeId.isNull()) filer->markOptional();
+    filer->writeText(linetype.code, linetypeName);
+    if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
+    for (const auto* field : {&plottable, &weight, &plotStyle}) field->write(*this, *field, *filer);
+    return filer->filerStatus();
+}

@@ -1,0 +1,57 @@
+#include "dblinetypetablerecord.h"
+
+#include "fieldtable.h"
+
+using namespace hostkit;
+
+struct AcDbLinetypeTableRecord::Filing {
+    using Linetype = AcDbLinetypeTableRecord;
+    static constexpr GroupField<Linetype> groups[] = {
+        textField<&Linetype::m_name, Linetype>(2), integerField<&Linetype::m_dxfFlags, Linetype>(70),
+        textField<&Linetype::m_comments>(3),       integerField<&Linetype::m_alignment>(72),
+        realField<&Linetype::m_patternLength>(40),
+    };
+    static constexpr short dashCountCode = 73;
+    static constexpr short dashCode = 49;
+    static constexpr short shapeKindCode = 74;
+
+    // What follows a dash belongs to it.
+    static bool readGroup(Linetype& linetype, const AcDbDxfGroup& group) {
+        if (group.code == dashCountCode) return true;
+        if (group.code == dashCode) {
+            linetype.m_dashes.push_back({group.real, {}});
+            return true;
+        }
+        if (linetype.m_dashes.empty() || !isStorable(group)) return false;
+        linetype.m_dashes.back().shape.append(group);
+        return true;
+    }
+
+    static void writeDash(const Dash& dash, AcDbDxfFiler& filer) {
+        filer.writeReal(dashCode, dash.length);
+        if (!dash.shape.isEmpty()) return writeBlock(filer, dash.shape);
+        if (filer.isR12Form()) return;
+        filer.markOptional();
+        filer.writeInteger(shapeKindCode, 0);
+    }
+};
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbLinetypeTableRecord")) return status;
+    m_dashes.clear();
+    return readFields(*filer, Filing::groups, *this,
+                      [this](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group); });
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(L"AcDbLinetypeTableRecord");
+    const auto& [name, flags, comments, alignment, length] = Filing::groups;
+    for (const auto* field : {&name, &flags, &comments, &alignment}) field->write(*this, *field, *filer);
+    filer->writeInteger(Filing::dashCountCode, numDashes());
+    length.write(*this, length, *filer);
+    for (const Dash& dash : m_dashes) Filing::writeDash(dash, *filer);
+    return filer->filerStatus();
+}

@@ -1,0 +1,8 @@
+#include "dbplhldr.h"
+
+// A placeholder's record has no groups of its own.
+Acad::ErrorStatus AcDbPlaceHolder::dxfInFields(AcDbDxfFiler* filer) { return AcDbObject::dxfInFields(filer); }
+
+Acad::ErrorStatus AcDbPlaceHolder::dxfOutFields(AcDbDxfFiler* filer) const {
+    return AcDbObject::dxfOutFields(filer);
+}

@@ -1,0 +1,8 @@
+#include "dbsequenceend.h"
+
+// Nothing beyond what every entity has.
+Acad::ErrorStatus AcDbSequenceEnd::dxfInFields(AcDbDxfFiler* filer) { return AcDbEntity::dxfInFields(filer); }
+
+Acad::ErrorStatus AcDbSequenceEnd::dxfOutFields(AcDbDxfFiler* filer) const {
+    return AcDbEntity::dxfOutFields(filer);
+}

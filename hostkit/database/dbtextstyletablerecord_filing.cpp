@@ -1,0 +1,48 @@
+#include "dbtextstyletablerecord.h"
+
+#include "fieldtable.h"
+
+using namespace hostkit;
+
+struct AcDbTextStyleTableRecord::Filing {
+    using Style = AcDbTextStyleTableRecord;
+    static constexpr GroupField<Style> groups[] = {
+        textField<&Style::m_name, Style>(2),
+        realField<&Style::m_textSize>(40),
+        realField<&Style::m_xScale>(41),
+        angleField<&Style::m_obliquingAngle>(50),
+        integerField<&Style::m_generationFlags>(71),
+        realField<&Style::m_priorSize>(42),
+        textField<&Style::m_fileName>(3),
+        textField<&Style::m_bigFontFileName>(4),
+    };
+    static constexpr short flagsCode = 70;
+    static constexpr Adesk::Int16 shapeFlag = 1;
+    static constexpr Adesk::Int16 verticalFlag = 4;
+};
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbTextStyleTableRecord")) return status;
+    return readFields(*filer, Filing::groups, *this, [this](const AcDbDxfGroup& group) {
+        if (group.code != Filing::flagsCode) return false;
+        m_dxfFlags = static_cast<Adesk::Int16>(group.integer);
+        m_isShapeFile = (group.integer & Filing::shapeFlag) != 0;
+        m_isVertical = (group.integer & Filing::verticalFlag) != 0;
+        return m_dxfFlags == group.integer;
+    });
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(L"AcDbTextStyleTableRecord");
+    const auto& [name, size, scale, angle, generation, priorSize, file, bigFont] = Filing::groups;
+    name.write(*this, name, *filer);
+    filer->writeInteger(Filing::flagsCode, (m_dxfFlags & ~(Filing::shapeFlag | Filing::verticalFlag)) |
+                                               (m_isShapeFile ? Filing::shapeFlag : 0) |
+                                               (m_isVertical ? Filing::verticalFlag : 0));
+    for (const auto* field : {&size, &scale, &angle, &generation, &priorSize, &file, &bigFont})
+        field->write(*this, *field, *filer);
+    return filer->filerStatus();
+}
