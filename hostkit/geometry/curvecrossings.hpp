@@ -186,15 +186,21 @@ private:
             return m_first.evalPoint(s1).distanceTo(m_second.evalPoint(t1));
         };
         for (Meeting& known : m_points) {
-            // Near a touching point the curves stay together for a while: one point stands for the stretch.
-            const Point between = m_first.evalPoint((known.param1 + s) / 2.0);
-            const bool together = known.point.isEqualTo(a, m_tol) ||
-                                  m_second.evalPoint((known.param2 + t) / 2.0).isEqualTo(between, m_tol);
-            if (!together) continue;
+            if (!known.point.isEqualTo(a, m_tol) && !stayTogether(known, s)) continue;
             if (gapAt(s, t) < gapAt(known.param1, known.param2)) known = {a, s, t};
             return;
         }
         m_points.push_back({a, s, t});
+    }
+
+    // Near a touching point the curves stay together for a while: one point stands for the stretch. Looked at
+    // in places that no regular pattern of crossings shares.
+    bool stayTogether(const Meeting& known, double s) const {
+        for (double part : {0.29, 0.5, 0.83}) {
+            const Point between = m_first.evalPoint(known.param1 + (s - known.param1) * part);
+            if (!m_second.isOn(between, m_tol)) return false;
+        }
+        return true;
     }
 
     const Curve& m_first;

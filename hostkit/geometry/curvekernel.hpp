@@ -78,7 +78,8 @@ inline double unclampedAngle(double start, double end, double angle) {
 
 /// Ends and inner cuts of an angular range in pieces of at most an eighth of a turn.
 inline void angularPieces(double start, double end, AcGeDoubleArray& params) {
-    const int count = std::max(1, static_cast<int>(std::ceil((end - start) / (AcGe::kPi / 4.0))));
+    const double turns = (end - start) / (AcGe::kPi / 4.0);
+    const int count = turns >= 1.0 && std::isfinite(turns) ? static_cast<int>(std::ceil(turns)) : 1;
     params.removeAll();
     for (int i = 0; i < count; ++i) params.append(start + (end - start) * i / count);
     params.append(end);
@@ -161,7 +162,8 @@ Value integrate(const Function& f, double lo, double hi, const Value& whole, dou
     constexpr double relativeError = 1e-13;
     const double middle = (lo + hi) / 2.0;
     const Value left = gauss(f, lo, middle), right = gauss(f, middle, hi);
-    if (depth == 0 || magnitudeOf(left + right - whole) <= relativeError * scale) return left + right;
+    const double change = magnitudeOf(left + right - whole);
+    if (depth == 0 || !std::isfinite(change) || change <= relativeError * scale) return left + right;
     return integrate(f, lo, middle, left, scale, depth - 1) +
            integrate(f, middle, hi, right, scale, depth - 1);
 }
@@ -267,7 +269,7 @@ void sampleBetween(const typename T::Curve& curve, double lo, double hi, double 
     const typename T::Vector chord = end - start;
     const double chordSquared = chord.lengthSqrd();
     bool flat = true;
-    for (int i = 1; i < 4 && flat; ++i) {
+    for (int i = 1; i < 4 && flat && std::isfinite(chordSquared); ++i) {
         const typename T::Vector offset = curve.evalPoint(lo + (hi - lo) * i / 4.0) - start;
         const double along =
             chordSquared > 0.0 ? std::clamp(offset.dotProduct(chord) / chordSquared, 0.0, 1.0) : 0.0;
@@ -330,7 +332,8 @@ inline int chordCount(double sweep, double radius, double tolerance) {
     // The height r * (1 - cos(step / 2)) as 2 r sin^2(step / 4) keeps its digits for small steps.
     const double ratio = std::min(std::sqrt(allowed / (2.0 * radius)), 1.0);
     const double step = std::min(4.0 * std::asin(ratio), AcGe::kPi / 4.0);
-    return std::max(1, static_cast<int>(std::min(std::ceil(sweep / step), maximumCount)));
+    const double count = std::ceil(sweep / step);
+    return count >= 1.0 ? static_cast<int>(std::min(count, maximumCount)) : 1;
 }
 
 } // namespace AcGeKernel

@@ -57,7 +57,7 @@ AcGeCircArc2d::AcGeCircArc2d(const AcGePoint2d& start, const AcGePoint2d& onArc,
         std::max({start.largestCoordinate(), onArc.largestCoordinate(), end.largestCoordinate()});
     const double allowed = AcGe::pointAllowance(AcGeContext::gTol, magnitude);
     if (!(chord > allowed) || !(std::abs(across) > allowed * chord)) return;
-    const AcGeVector2d toCenter = (b * a.lengthSqrd() - a * b.lengthSqrd()).perpVector() / (2.0 * across);
+    const AcGeVector2d toCenter = (a * b.lengthSqrd() - b * a.lengthSqrd()).perpVector() / (2.0 * across);
     m_center = start + toCenter;
     m_radius = toCenter.length();
     m_refVec = -toCenter / m_radius;

@@ -58,7 +58,7 @@ AcGeCircArc3d::AcGeCircArc3d(const AcGePoint3d& start, const AcGePoint3d& onArc,
     if (!(chord > allowed) || !(size > allowed * chord)) return;
     m_normal = across / size;
     const AcGeVector3d toCenter =
-        m_normal.crossProduct(b * a.lengthSqrd() - a * b.lengthSqrd()) / (2.0 * size);
+        m_normal.crossProduct(a * b.lengthSqrd() - b * a.lengthSqrd()) / (2.0 * size);
     m_center = start + toCenter;
     m_radius = toCenter.length();
     m_refVec = -toCenter / m_radius;

@@ -102,6 +102,7 @@ public:
     Adesk::Boolean area(double startParam, double endParam, double& value,
                         const AcGeTol& tol = AcGeContext::gTol) const override;
     AcGeBoundBlock3d orthoBoundBlock() const override;
+    /// At least one chord an eighth of a turn, and never more than a million.
     void getSamplePoints(double fromParam, double toParam, double tolerance, AcGePoint3dArray& points,
                          AcGeDoubleArray& params) const override;
     void getSmoothPieces(AcGeDoubleArray& params) const override;

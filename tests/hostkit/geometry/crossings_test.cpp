@@ -1,0 +1,552 @@
+#include "gearc2d.h"
+#include "gearc3d.h"
+#include "gecint2d.h"
+#include "gecint3d.h"
+#include "geell3d.h"
+#include "geline2d.h"
+#include "geline3d.h"
+#include "gelnsg2d.h"
+#include "gelnsg3d.h"
+#include "genurb3d.h"
+#include "geplane.h"
+#include "geray2d.h"
+#include "geray3d.h"
+#include "placements.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+using placements::inUlps;
+
+AcGeLineSeg3d segment(double x1, double y1, double x2, double y2) {
+    return {AcGePoint3d(x1, y1, 0), AcGePoint3d(x2, y2, 0)};
+}
+
+TEST(LinearCrossings, AreToldOnceAndEndsCount) {
+    struct Case {
+        const char* what;
+        AcGeLineSeg3d a, b;
+        bool meet;
+        AcGePoint3d at;
+    };
+    const Case cases[] = {
+        {"cross", segment(0, 0, 4, 4), segment(0, 4, 4, 0), true, {2, 2, 0}},
+        {"end on the other", segment(0, 0, 4, 0), segment(2, 0, 2, 5), true, {2, 0, 0}},
+        {"common vertex", segment(0, 0, 4, 0), segment(4, 0, 5, 5), true, {4, 0, 0}},
+        {"short of each other", segment(0, 0, 4, 0), segment(2, 1e-9, 2, 5), false, {}},
+        {"short within the tolerance", segment(0, 0, 4, 0), segment(2, 5e-11, 2, 5), true, {2, 0, 0}},
+        {"flat meeting at a vertex within the tolerance",
+         segment(0, 0, 4, 0),
+         segment(4, 5e-11, 8, 4e-5),
+         true,
+         {4, 0, 0}},
+        {"parallel", segment(0, 0, 4, 0), segment(0, 1, 4, 1), false, {}},
+        {"run together", segment(0, 0, 4, 0), segment(2, 0, 9, 0), false, {}},
+        {"collinear, end to end", segment(0, 0, 4, 0), segment(9, 0, 4, 0), true, {4, 0, 0}},
+        {"collinear, apart", segment(0, 0, 4, 0), segment(5, 0, 9, 0), false, {}},
+        {"a point on the other", segment(1, 0, 1, 0), segment(0, 0, 4, 0), true, {1, 0, 0}},
+        {"a point off the other", segment(1, 1, 1, 1), segment(0, 0, 4, 0), false, {}},
+        {"equal points", segment(1, 1, 1, 1), segment(1, 1, 1, 1), true, {1, 1, 0}},
+        {"past each other in space",
+         {AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)},
+         {AcGePoint3d(0, 4, 1), AcGePoint3d(4, 0, 1)},
+         false,
+         {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        for (int order = 0; order < 8; ++order) {
+            AcGeLineSeg3d a = c.a, b = c.b;
+            if (order & 1) a.reverseParam();
+            if (order & 2) b.reverseParam();
+            if (order & 4) std::swap(a, b);
+            AcGePoint3d point(7, 7, 7);
+            EXPECT_EQ(c.meet, a.intersectWith(b, point)) << order;
+            EXPECT_TRUE(point.isEqualTo(c.meet ? c.at : AcGePoint3d(7, 7, 7)))
+                << order << ": " << point.x << "," << point.y;
+            const AcGeLineSeg2d flatA({a.startPoint().x, a.startPoint().y},
+                                      AcGePoint2d(a.endPoint().x, a.endPoint().y));
+            const AcGeLineSeg2d flatB({b.startPoint().x, b.startPoint().y},
+                                      AcGePoint2d(b.endPoint().x, b.endPoint().y));
+            AcGePoint2d flat;
+            if (c.a.startPoint().z == c.b.startPoint().z) {
+                EXPECT_EQ(c.meet, flatA.intersectWith(flatB, flat)) << order;
+            }
+        }
+    }
+}
+
+TEST(LinearCrossings, OverlapGivesTheCommonRun) {
+    const AcGeLine3d line(AcGePoint3d(9, 0, 0), AcGeVector3d(-2, 0, 0));
+    const AcGeRay3d ray(AcGePoint3d(3, 0, 0), AcGeVector3d(1, 0, 0)),
+        back(AcGePoint3d(5, 0, 0), AcGeVector3d(-1, 0, 0));
+    const AcGeLineSeg3d first = segment(0, 0, 4, 0), second = segment(9, 0, 2, 0);
+    struct Case {
+        const AcGeLinearEnt3d &a, &b;
+        AcGe::EntityId type;
+        AcGePoint3d from, to;
+    };
+    for (const Case& c : {Case{first, second, AcGe::kLineSeg3d, {2, 0, 0}, {4, 0, 0}},
+                          Case{second, first, AcGe::kLineSeg3d, {4, 0, 0}, {2, 0, 0}},
+                          Case{first, line, AcGe::kLineSeg3d, {0, 0, 0}, {4, 0, 0}},
+                          Case{ray, back, AcGe::kLineSeg3d, {3, 0, 0}, {5, 0, 0}},
+                          Case{line, ray, AcGe::kRay3d, {3, 0, 0}, {4, 0, 0}},
+                          Case{line, line, AcGe::kLine3d, {9, 0, 0}, {0, 0, 0}}}) {
+        AcGeLinearEnt3d* common = nullptr;
+        ASSERT_TRUE(c.a.overlap(c.b, common));
+        const std::unique_ptr<AcGeLinearEnt3d> owned(common);
+        EXPECT_EQ(c.type, common->type());
+        EXPECT_TRUE(common->pointOnLine().isEqualTo(c.from));
+        EXPECT_TRUE(common->isOn(c.to));
+        EXPECT_TRUE(common->direction().isParallelTo(c.a.direction()));
+    }
+    AcGeLinearEnt3d* none = nullptr;
+    EXPECT_FALSE(first.overlap(segment(4, 0, 7, 0), none));
+    EXPECT_FALSE(first.overlap(segment(0, 1, 7, 1), none));
+    EXPECT_EQ(nullptr, none);
+}
+
+TEST(LinearCrossings, CollinearityHoldsFarOutAndForNeighbours) {
+    placements::Random random(31);
+    for (const AcGeMatrix3d& m : placements::ofSpace())
+        for (int i = 0; i < 200; ++i) {
+            const AcGePoint3d a = random.point(20.0), c = random.point(20.0),
+                              b = a + (c - a) * random.between(0.1, 0.9);
+            const AcGeLineSeg3d first(m * a, m * b), second(m * b, m * c),
+                off(m * (b + (c - a).perpVector() * 0.01), m * c);
+            EXPECT_TRUE(first.isColinearTo(second) && second.isColinearTo(first));
+            EXPECT_TRUE(first.isParallelTo(second));
+            EXPECT_FALSE(first.isColinearTo(off));
+        }
+    const AcGeLineSeg3d point(AcGePoint3d(1, 0, 0), AcGePoint3d(1, 0, 0));
+    EXPECT_FALSE(point.isColinearTo(segment(0, 0, 4, 0)));
+    EXPECT_FALSE(point.isParallelTo(segment(0, 0, 4, 0)));
+}
+
+TEST(LinearCrossings, RandomCrossingsAreExactAnywhere) {
+    placements::Random random(37);
+    double worst = 0.0;
+    for (const AcGeMatrix3d& m : placements::ofSpace())
+        for (int i = 0; i < 500; ++i) {
+            const AcGePoint3d at = random.point(10.0);
+            const AcGeVector3d u = random.vector(10.0), v = random.vector(10.0);
+            if (u.normal().crossProduct(v.normal()).length() < 0.2) continue;
+            const AcGeLineSeg3d a(m * (at - u * random.between(0.01, 1)),
+                                  m * (at + u * random.between(0.01, 1)));
+            const AcGeLineSeg3d b(m * (at - v * random.between(0.01, 1)),
+                                  m * (at + v * random.between(0.01, 1)));
+            AcGePoint3d point;
+            ASSERT_TRUE(a.intersectWith(b, point));
+            worst = std::max({worst, inUlps(a.closestPointTo(point), point, point.largestCoordinate()),
+                              inUlps(b.closestPointTo(point), point, point.largestCoordinate())});
+        }
+    RecordProperty("worstUlps", std::to_string(worst));
+    EXPECT_LE(worst, 8.0);
+}
+
+TEST(LinearCrossings, ProjectedCrossingsLieAboveEachOther) {
+    const AcGeLineSeg3d low = segment(0, 0, 4, 4), high({0, 4, 3}, AcGePoint3d(4, 0, 5));
+    AcGePoint3d onLow, onHigh;
+    ASSERT_TRUE(low.projIntersectWith(high, AcGeVector3d(0, 0, -2), onLow, onHigh));
+    EXPECT_TRUE(onLow.isEqualTo({2, 2, 0}) && onHigh.isEqualTo({2, 2, 4}));
+    EXPECT_FALSE(low.projIntersectWith(high, AcGeVector3d(1, 1, 0), onLow, onHigh));
+    EXPECT_FALSE(segment(0, 0, 1, 1).projIntersectWith(high, AcGeVector3d::kZAxis, onLow, onHigh));
+    EXPECT_TRUE(high.projClosestPointTo({3, 3, -9}, AcGeVector3d::kZAxis).isEqualTo({2, 2, 4}));
+    const AcGeCircArc3d upright(AcGePoint3d(0, 0, 7), AcGeVector3d(0, 1, 1), 2.0);
+    const AcGePoint3d seen = upright.projClosestPointTo({9, 0, 0}, AcGeVector3d::kZAxis);
+    EXPECT_TRUE(seen.isEqualTo({2, 0, 7}));
+    int count = 0;
+    AcGePoint3d arc1, arc2, line1, line2;
+    ASSERT_TRUE(upright.projIntersectWith(segment(-5, 0, 5, 0), AcGeVector3d::kZAxis, count, arc1, arc2,
+                                          line1, line2));
+    EXPECT_EQ(2, count);
+    EXPECT_TRUE(arc1.isEqualTo({-2, 0, 7}) && line1.isEqualTo({-2, 0, 0}) && arc2.isEqualTo({2, 0, 7}));
+}
+
+struct ArcCase {
+    const char* what;
+    std::vector<AcGePoint2d> expected;
+};
+
+/// Runs a pair of flat curves through the plane and through space in every placement, in both orders.
+template <class Curve2d, class Curve3d>
+void expectMeetings(const ArcCase& c, const Curve2d& flatOther, const Curve3d& other,
+                    const AcGeCircArc2d& flatArc, const AcGeCircArc3d& arc) {
+    SCOPED_TRACE(c.what);
+    int count = -1;
+    AcGePoint2d flat[2] = {{7, 7}, {7, 7}};
+    EXPECT_EQ(!c.expected.empty(), flatArc.intersectWith(flatOther, count, flat[0], flat[1]));
+    ASSERT_EQ(static_cast<int>(c.expected.size()), count);
+    const auto isExpected = [&](double x, double y) {
+        for (const AcGePoint2d& e : c.expected)
+            if (e.distanceTo({x, y}) < 1e-8) return true;
+        return false;
+    };
+    for (int i = 0; i < count; ++i)
+        EXPECT_TRUE(isExpected(flat[i].x, flat[i].y)) << flat[i].x << "," << flat[i].y;
+    int where = 0;
+    for (const AcGeMatrix3d& m : placements::ofSpace()) {
+        // The scaled placement takes what is within the tolerance out of it.
+        if (where++ == 2 && std::string(c.what).find("tolerance") != std::string::npos) continue;
+        Curve3d movedOther = other;
+        AcGeCircArc3d movedArc = arc;
+        movedOther.transformBy(m);
+        movedArc.transformBy(m);
+        AcGePoint3d p[2] = {{7, 7, 7}, {7, 7, 7}};
+        movedArc.intersectWith(movedOther, count, p[0], p[1]);
+        ASSERT_EQ(static_cast<int>(c.expected.size()), count) << "placement " << where - 1;
+        for (int i = 0; i < count; ++i) {
+            const AcGePoint3d back = m.inverse() * p[i];
+            EXPECT_TRUE(isExpected(back.x, back.y)) << back.x << "," << back.y << "," << back.z;
+            EXPECT_TRUE(movedOther.isOn(p[i]) && movedArc.isOn(p[i]));
+        }
+        if (count == 0) {
+            EXPECT_EQ(7.0, p[0].x);
+        }
+    }
+}
+
+AcGeCircArc3d lifted(const AcGeCircArc2d& arc) {
+    const AcGeVector3d normal(0, 0, arc.isClockWise() ? -1 : 1);
+    return {AcGePoint3d(arc.center().x, arc.center().y, 0),
+            normal,
+            AcGeVector3d(arc.refVec().x, arc.refVec().y, 0),
+            arc.radius(),
+            arc.startAng(),
+            arc.endAng()};
+}
+
+TEST(LineAndArc, TouchCrossAndMiss) {
+    const AcGeCircArc2d circle({1, 1}, 2.0), upper({1, 1}, 2.0, 0.0, AcGe::kPi),
+        mirrored({1, 1}, 2.0, AcGe::kPi, AcGe::kTwoPi, {1, 0}, true);
+    const AcGeCircArc2d none({0, 0}, {1, 0}, {2, 0});
+    struct Case {
+        ArcCase c;
+        AcGeCircArc2d arc;
+        AcGePoint2d from, to;
+    };
+    const double r = std::sqrt(3.0);
+    const Case cases[] = {
+        {{"through", {{-1, 1}, {3, 1}}}, circle, {-5, 1}, {5, 1}},
+        {{"from inside", {{3, 1}}}, circle, {1, 1}, {5, 1}},
+        {{"inside", {}}, circle, {0.5, 1}, {1.5, 1}},
+        {{"touching", {{1, 3}}}, circle, {-5, 3}, {5, 3}},
+        {{"touching with its end", {{1, 3}}}, circle, {1, 3}, {5, 3}},
+        {{"touching within the tolerance", {{1, 3}}}, circle, {-5, 3 + 5e-11}, {5, 3 + 5e-11}},
+        {{"beside", {}}, circle, {-5, 3.001}, {5, 3.001}},
+        {{"starts on it", {{3, 1}}}, circle, {3, 1}, {9, 1}},
+        {{"chord between its own points", {{3, 1}, {1, 3}}}, circle, {3, 1}, {1, 3}},
+        {{"upper half, through both ends", {{-1, 1}, {3, 1}}}, upper, {-5, 1}, {5, 1}},
+        {{"upper half, below", {}}, upper, {-5, 0.5}, {5, 0.5}},
+        {{"upper half, upright", {{2, 1 + r}}}, upper, {2, -9}, {2, 9}},
+        {{"clockwise angles name the same half", {{2, 1 + r}}}, mirrored, {2, -9}, {2, 9}},
+        {{"a point on it", {{3, 1}}}, circle, {3, 1}, {3, 1}},
+        {{"the degenerate arc on the line", {{0, 0}}}, none, {-1, 0}, {5, 0}},
+        {{"the degenerate arc off the line", {}}, none, {-1, 1}, {5, 1}},
+    };
+    for (const Case& k : cases)
+        for (bool reversed : {false, true}) {
+            AcGeLineSeg2d line(k.from, k.to);
+            AcGeCircArc2d arc = k.arc;
+            if (reversed) {
+                line.reverseParam();
+                arc.reverseParam();
+            }
+            const AcGeLineSeg3d lifted3(AcGePoint3d(line.startPoint().x, line.startPoint().y, 0),
+                                        AcGePoint3d(line.endPoint().x, line.endPoint().y, 0));
+            expectMeetings(k.c, line, lifted3, arc, lifted(arc));
+        }
+}
+
+TEST(ArcAndArc, TouchCrossAndRunTogether) {
+    const double pi = AcGe::kPi;
+    const auto arc = [](double x, double y, double r, double from, double to) {
+        return AcGeCircArc2d({x, y}, r, from, to);
+    };
+    struct Case {
+        ArcCase c;
+        AcGeCircArc2d a, b;
+    };
+    const Case cases[] = {
+        {{"two crossings", {{1, 2}, {1, -2}}}, {{0, 0}, std::sqrt(5.0)}, {{2, 0}, std::sqrt(5.0)}},
+        {{"touching outside", {{2, 0}}}, {{0, 0}, 2.0}, {{5, 0}, 3.0}},
+        {{"touching inside", {{2, 0}}}, {{0, 0}, 2.0}, {{-3, 0}, 5.0}},
+        {{"within the tolerance of touching", {{2, 0}}}, {{0, 0}, 2.0}, {{5 + 5e-11, 0}, 3.0}},
+        {{"apart", {}}, {{0, 0}, 2.0}, {{5.01, 0}, 3.0}},
+        {{"one in the other", {}}, {{0, 0}, 2.0}, {{0.5, 0}, 5.0}},
+        {{"same centre", {}}, {{0, 0}, 2.0}, {{0, 0}, 3.0}},
+        {{"one of two", {{1, 2}}}, arc(0, 0, std::sqrt(5.0), 0, pi), arc(2, 0, std::sqrt(5.0), 0, pi)},
+        {{"common end only", {{2, 0}}}, arc(0, 0, 2, -1, 0), arc(4, 0, 2, pi, 4)},
+        {{"one circle, overlapping", {{0, 2}, {-2, 0}}},
+         arc(0, 0, 2, 0, pi),
+         arc(0, 0, 2, pi / 2, 3 * pi / 2)},
+        {{"one circle, end to end", {{-2, 0}}}, arc(0, 0, 2, 0, pi), arc(0, 0, 2, pi, 5)},
+        {{"two halves", {{2, 0}, {-2, 0}}}, arc(0, 0, 2, 0, pi), arc(0, 0, 2, pi, 2 * pi)},
+        {{"one circle, apart", {}}, arc(0, 0, 2, 0, 1), arc(0, 0, 2, 2, 3)},
+        {{"arc of a circle", {{0, 2}, {-2, 0}}}, {{0, 0}, 2.0}, arc(0, 0, 2, pi / 2, pi)},
+        {{"across the seam", {{0, -2}, {0, 2}}}, {{0, 0}, 2.0}, arc(0, 0, 2, -pi / 2, pi / 2)},
+        {{"the same circle", {{2, 0}}}, {{0, 0}, 2.0}, {{0, 0}, 2.0}},
+        {{"the same arc", {{2, 0}, {0, 2}}}, arc(0, 0, 2, 0, pi / 2), arc(0, 0, 2, 0, pi / 2)},
+    };
+    for (const Case& k : cases) {
+        AcGeCircArc2d reversed = k.b;
+        reversed.reverseParam();
+        expectMeetings(k.c, k.b, lifted(k.b), k.a, lifted(k.a));
+        expectMeetings(k.c, reversed, lifted(reversed), k.a, lifted(k.a));
+        // The circle that is met as a whole tells its own start; the other order is then a different point.
+        if (std::string(k.c.what) != "the same circle")
+            expectMeetings(k.c, k.a, lifted(k.a), k.b, lifted(k.b));
+    }
+}
+
+TEST(ArcAndArc, RandomCrossingsAreExactAnywhere) {
+    placements::Random random(41);
+    double worst = 0.0, worstAcross = 0.0;
+    int lines = 0, arcs = 0, across = 0;
+    for (const AcGeMatrix3d& m : placements::ofSpace())
+        for (int i = 0; i < 400; ++i) {
+            // Two circles and a line through one point, each with a random direction there.
+            const AcGePoint3d at = random.point(10.0);
+            const bool samePlane = i % 2;
+            const AcGeVector3d n1 = random.vector(1.0).normal(),
+                               n2 = samePlane ? n1 : random.vector(1.0).normal();
+            const AcGeVector3d to1 = random.vector(5.0).orthoProject(n1),
+                               to2 = random.vector(5.0).orthoProject(n2);
+            const AcGeVector3d tangent1 = n1.crossProduct(to1.normal()),
+                               tangent2 = n2.crossProduct(to2.normal());
+            // Grazing meetings magnify what rounding does to the curves themselves.
+            if (samePlane
+                    ? tangent1.crossProduct(tangent2).length() < 0.3
+                    : std::min(std::abs(tangent1.dotProduct(n2)), std::abs(tangent2.dotProduct(n1))) < 0.3)
+                continue;
+            AcGeCircArc3d first(at + to1, n1, to1.length()),
+                second(at + to2, n2, -to2, to2.length(), -1.0, 1.0);
+            const AcGeVector3d along = to1.normal() + tangent1 * random.between(-1, 1);
+            AcGeLineSeg3d line(at - along * 0.5, at + along * 0.25);
+            first.transformBy(m);
+            second.transformBy(m);
+            line.transformBy(m);
+            const auto check = [&](const AcGeCurve3d& other, int count, const AcGePoint3d(&p)[2],
+                                   double& worstHere) {
+                double nearest = 1e300;
+                for (int k = 0; k < count; ++k) {
+                    const double magnitude = std::max(
+                        {first.coordinateMagnitude(), other.coordinateMagnitude(), p[k].largestCoordinate()});
+                    worstHere = std::max({worstHere, inUlps(first.closestPointTo(p[k]), p[k], magnitude),
+                                          inUlps(other.closestPointTo(p[k]), p[k], magnitude)});
+                    nearest = std::min(nearest, p[k].distanceTo(m * at));
+                }
+                EXPECT_LE(nearest, 100.0 * AcGe::ulpOf((m * at).largestCoordinate() + 10.0));
+            };
+            AcGePoint3d p[2];
+            int count = 0;
+            first.intersectWith(line, count, p[0], p[1]);
+            check(line, count, p, worst);
+            ++lines;
+            first.intersectWith(second, count, p[0], p[1]);
+            if (samePlane) {
+                check(second, count, p, worst);
+                ++arcs;
+            } else if (count > 0) {
+                // Circles in different planes meet only as well as their rounded centres let them.
+                check(second, count, p, worstAcross);
+                ++across;
+            }
+        }
+    EXPECT_GT(lines, 500);
+    EXPECT_GT(arcs, 300);
+    EXPECT_GT(across, 300);
+    RecordProperty("worstUlps", std::to_string(worst));
+    RecordProperty("worstUlpsAcrossPlanes", std::to_string(worstAcross));
+    EXPECT_LE(worst, 8.0);
+    EXPECT_LE(worstAcross, 24.0);
+}
+
+TEST(ArcAndArc, PlanesAndPiercingLines) {
+    const AcGeCircArc3d circle(AcGePoint3d(1, 0, 0), AcGeVector3d::kZAxis, 2.0);
+    int count = 0;
+    AcGePoint3d p1, p2;
+    EXPECT_TRUE(circle.intersectWith(AcGePlane(AcGePoint3d(1, 0, 0), AcGeVector3d::kXAxis), count, p1, p2));
+    EXPECT_EQ(2, count);
+    EXPECT_TRUE(circle.intersectWith(AcGePlane(AcGePoint3d(3, 0, 0), AcGeVector3d::kXAxis), count, p1, p2));
+    EXPECT_EQ(1, count);
+    EXPECT_FALSE(circle.intersectWith(AcGePlane(AcGePoint3d(), AcGeVector3d::kZAxis), count, p1, p2));
+    const AcGeLineSeg3d pierce({3, 0, -1}, AcGePoint3d(3, 0, 1)), inside({1, 0, -1}, AcGePoint3d(1, 0, 1)),
+        above({3, 0, 0.5}, AcGePoint3d(3, 0, 1));
+    EXPECT_TRUE(circle.intersectWith(pierce, count, p1, p2));
+    EXPECT_EQ(1, count);
+    EXPECT_FALSE(circle.intersectWith(inside, count, p1, p2));
+    EXPECT_FALSE(circle.intersectWith(above, count, p1, p2));
+    EXPECT_EQ(0, count);
+    // Linked rings that pass through each other's planes without meeting, and rings that touch in one point
+    // across planes.
+    EXPECT_FALSE(
+        circle.intersectWith(AcGeCircArc3d(AcGePoint3d(3, 0, 0), AcGeVector3d::kYAxis, 1.0), count, p1, p2));
+    EXPECT_TRUE(
+        circle.intersectWith(AcGeCircArc3d(AcGePoint3d(3, 0, 1), AcGeVector3d::kYAxis, 1.0), count, p1, p2));
+    EXPECT_EQ(1, count);
+    EXPECT_TRUE(p1.isEqualTo({3, 0, 0}));
+}
+
+TEST(CurvePairs, NearestPointsOfTwoCurves) {
+    struct Case {
+        const AcGeCurve3d *a, *b;
+        double distance;
+    };
+    const AcGeLineSeg3d low = segment(0, 0, 4, 0), high({2, -3, 5}, AcGePoint3d(2, 3, 5)),
+                        aside({7, 4, 0}, AcGePoint3d(9, 9, 0));
+    const AcGeLine3d above(AcGePoint3d(0, 10, 0), AcGeVector3d(1, 0, 0)),
+        tangent(AcGePoint3d(-3, 2, 0), AcGeVector3d(1, 0, 0));
+    const AcGeCircArc3d circle(AcGePoint3d(), AcGeVector3d::kZAxis, 2.0),
+        far(AcGePoint3d(10, 0, 0), AcGeVector3d::kZAxis, 3.0);
+    const AcGeEllipArc3d ellipse(AcGePoint3d(0, 20, 0), AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, 6.0, 4.0);
+    for (const Case& c : {Case{&low, &high, 5.0}, Case{&low, &aside, 5.0}, Case{&above, &circle, 8.0},
+                          Case{&circle, &far, 5.0}, Case{&tangent, &circle, 0.0}, Case{&above, &ellipse, 6.0},
+                          Case{&circle, &ellipse, 14.0}}) {
+        AcGePoint3d onB, onA;
+        const AcGePoint3d a = c.a->closestPointTo(*c.b, onB), b = c.b->closestPointTo(*c.a, onA);
+        EXPECT_NEAR(c.distance, a.distanceTo(onB), 1e-13);
+        EXPECT_NEAR(c.distance, b.distanceTo(onA), 1e-13);
+        EXPECT_TRUE(c.a->isOn(a) && c.b->isOn(onB) && c.b->isOn(b) && c.a->isOn(onA));
+    }
+    AcGePoint3d onCircle;
+    EXPECT_TRUE(tangent.closestPointTo(circle, onCircle).isEqualTo({0, 2, 0}));
+    EXPECT_TRUE(above.closestPointTo(circle, onCircle).isEqualTo({0, 10, 0}));
+    EXPECT_TRUE(onCircle.isEqualTo({0, 2, 0}));
+}
+
+TEST(CurvePairs, TangentPointsFromOutsideFarOut) {
+    for (double out : {0.0, 1.0e6}) {
+        const AcGePoint3d center(out, -out, 0), from(out + 13.0, -out, 0);
+        const AcGeCircArc3d circle(center, AcGeVector3d::kZAxis, 5.0);
+        AcGeVector3d direction = center - from;
+        direction.rotateBy(std::asin(5.0 / 13.0), AcGeVector3d::kZAxis);
+        AcGePoint3d onCircle;
+        const AcGePoint3d touch = AcGeLine3d(from, direction).closestPointTo(circle, onCircle);
+        EXPECT_NEAR(12.0, touch.distanceTo(from), 1e-9);
+        EXPECT_TRUE(circle.isOn(touch));
+    }
+}
+
+TEST(CurvePairs, AllMeetingsWithRunsAndParams) {
+    const AcGeCircArc3d c1(AcGePoint3d(), AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, 2.0, 0.0, 5.0);
+    const AcGeCircArc3d c2(AcGePoint3d(), -AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, 2.0,
+                           -AcGe::kTwoPi - 1.0, -4.0);
+    const AcGeCurveCurveInt3d both(c1, c2);
+    ASSERT_EQ(2, both.overlapCount());
+    EXPECT_EQ(4, both.numIntPoints());
+    for (int i = 0; i < 2; ++i) {
+        AcGeInterval r1, r2;
+        both.getOverlapRanges(i, r1, r2);
+        EXPECT_NEAR(r1.length(), r2.length(), 1e-14);
+        EXPECT_TRUE(c1.evalPoint(r1.lowerBound()).isEqualTo(c2.evalPoint(r2.upperBound())));
+        EXPECT_TRUE(c1.evalPoint(r1.upperBound()).isEqualTo(c2.evalPoint(r2.lowerBound())));
+    }
+    const AcGeCurveCurveInt3d lines(segment(0, 0, 4, 0), segment(6, 0, 1, 0));
+    ASSERT_EQ(1, lines.overlapCount());
+    EXPECT_TRUE(lines.intPoint(0).isEqualTo({1, 0, 0}) && lines.intPoint(1).isEqualTo({4, 0, 0}));
+    EXPECT_EQ(
+        0, AcGeCurveCurveInt2d(AcGeLine2d({0, 0}, AcGeVector2d(1, 0)), AcGeLine2d({0, 1}, AcGeVector2d(1, 0)))
+               .numIntPoints());
+}
+
+TEST(CurvePairs, GridCurvesAgreeInEveryOrderAndMissNoEnd) {
+    // Coordinates on a coarse grid: vertices on curves, tangencies, common centres and common runs are all
+    // frequent.
+    placements::Random random(53);
+    const auto gridPoint = [&] {
+        return AcGePoint2d(std::floor(random.between(0, 5)), std::floor(random.between(0, 5)));
+    };
+    const auto gridCurve = [&]() -> std::unique_ptr<AcGeCurve2d> {
+        const AcGePoint2d a = gridPoint(), b = gridPoint(), c = gridPoint();
+        const double kind = random.between(0, 5), radius = 1.0 + std::floor(random.between(0, 2));
+        const double quarter = std::floor(random.between(0, 4)) * AcGe::kPi / 2.0, sweep = AcGe::kPi / 2.0;
+        if (kind < 1.0) return std::make_unique<AcGeLineSeg2d>(a, b);
+        if (kind < 2.0) return std::make_unique<AcGeLineSeg2d>(a, AcGePoint2d(b.x, a.y));
+        if (kind < 3.0) return std::make_unique<AcGeCircArc2d>(a, b, c);
+        if (kind < 3.5) return std::make_unique<AcGeCircArc2d>(a, radius);
+        if (kind < 4.0) return std::make_unique<AcGeCircArc2d>(a, b, random.between(0, 1) < 0.5 ? 1.0 : -1.0);
+        return std::make_unique<AcGeCircArc2d>(AcGePoint2d(2, std::floor(random.between(1, 3))), radius,
+                                               quarter, quarter + sweep * std::floor(random.between(1, 4)));
+    };
+    int meetings = 0, runs = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const auto a = gridCurve(), b = gridCurve();
+        const double out = i % 2 ? 1.0e6 : 0.0;
+        a->translateBy({out, -out});
+        b->translateBy({out, -out});
+        const AcGeCurveCurveInt2d found(*a, *b);
+        SCOPED_TRACE("case " + std::to_string(i));
+        for (int k = 0; k < found.numIntPoints(); ++k) {
+            EXPECT_TRUE(a->isOn(found.intPoint(k)) && b->isOn(found.intPoint(k)));
+            for (int l = 0; l < k; ++l) EXPECT_FALSE(found.intPoint(k).isEqualTo(found.intPoint(l)));
+        }
+        const auto isTold = [&](const AcGePoint2d& point) {
+            for (int k = 0; k < found.numIntPoints(); ++k)
+                if (found.intPoint(k).distanceTo(point) < 1e-4) return true;
+            // On a run the seam of a full circle is a point like any other.
+            return found.overlapCount() > 0 && (a->isClosed() || b->isClosed());
+        };
+        AcGePoint2d start, end;
+        for (const auto& [from, to] : {std::pair(&a, &b), std::pair(&b, &a)}) {
+            (*from)->hasStartPoint(start);
+            (*from)->hasEndPoint(end);
+            if ((*to)->isOn(start)) {
+                EXPECT_TRUE(isTold(start));
+            }
+            if ((*to)->isOn(end)) {
+                EXPECT_TRUE(isTold(end));
+            }
+        }
+        a->reverseParam();
+        const AcGeCurveCurveInt2d swapped(*b, *a);
+        EXPECT_EQ(found.overlapCount(), swapped.overlapCount());
+        if (found.overlapCount() == 0) {
+            EXPECT_EQ(found.numIntPoints(), swapped.numIntPoints());
+        }
+        meetings += found.numIntPoints();
+        runs += found.overlapCount();
+    }
+    EXPECT_GT(meetings, 10000);
+    EXPECT_GT(runs, 200);
+}
+
+TEST(CurvePairs, EllipsesAndSplinesMeetLinesArcsAndEachOther) {
+    const AcGeEllipArc3d wide(AcGePoint3d(), AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, 4.0, 1.0);
+    const AcGeEllipArc3d tall(AcGePoint3d(), AcGeVector3d::kYAxis, AcGeVector3d::kXAxis, 4.0, 1.0);
+    const AcGeLine3d axis(AcGePoint3d(100, 0, 0), AcGeVector3d(-1, 0, 0)),
+        touching(AcGePoint3d(-50, 1, 0), AcGeVector3d(1, 0, 0));
+    const AcGeCircArc3d circle(AcGePoint3d(), AcGeVector3d::kZAxis, 2.0),
+        miss(AcGePoint3d(), AcGeVector3d::kZAxis, 0.9);
+    AcGePoint3dArray fit;
+    for (int i = 0; i <= 20; ++i) fit.append(AcGePoint3d(i * 0.5, std::sin(i * 0.5 * AcGe::kPi), 0));
+    const AcGeNurbCurve3d wave(fit, AcGeVector3d(), AcGeVector3d());
+    struct Case {
+        const char* what;
+        const AcGeCurve3d *a, *b;
+        int count;
+    };
+    const AcGeLine3d middle(AcGePoint3d(0.1, 0.3, 0), AcGeVector3d(1, 0, 0));
+    for (const Case& c : {Case{"ellipses", &wide, &tall, 4}, Case{"axis", &axis, &wide, 2},
+                          Case{"touching", &touching, &wide, 1}, Case{"circle", &wide, &circle, 4},
+                          Case{"miss", &wide, &miss, 0}, Case{"wave", &middle, &wave, 10},
+                          Case{"wave and ellipse", &wave, &wide, 9}}) {
+        SCOPED_TRACE(c.what);
+        const AcGeCurveCurveInt3d meetings(*c.a, *c.b), swapped(*c.b, *c.a);
+        EXPECT_EQ(c.count, swapped.numIntPoints());
+        ASSERT_EQ(c.count, meetings.numIntPoints());
+        double before = -1e300;
+        for (int i = 0; i < c.count; ++i) {
+            double p1 = 0.0, p2 = 0.0;
+            meetings.getIntParams(i, p1, p2);
+            EXPECT_LT(before, p1);
+            before = p1;
+            EXPECT_TRUE(c.a->evalPoint(p1).isEqualTo(c.b->evalPoint(p2)));
+        }
+    }
+}
+
+} // namespace
