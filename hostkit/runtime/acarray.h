@@ -146,7 +146,7 @@ public:
         if (capacity == m_capacity) return *this;
         T* data = capacity > 0 ? new T[static_cast<std::size_t>(capacity)] : nullptr;
         m_length = std::min(m_length, capacity);
-        std::move(m_data, m_data + m_length, data);
+        if (m_length > 0) std::move(m_data, m_data + m_length, data);
         delete[] m_data;
         m_data = data;
         m_capacity = capacity;
