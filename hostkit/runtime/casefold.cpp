@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cwctype>
 #include <locale.h>
 
@@ -37,7 +38,7 @@ const FoldTable& foldTable() {
 
 wchar_t foldCase(wchar_t character) {
     const FoldTable& table = foldTable();
-    const auto code = static_cast<std::size_t>(character);
+    const auto code = static_cast<std::uint32_t>(character);
     return code < tableSize ? table.lower[code] : table.compute(character);
 }
 
@@ -61,7 +62,7 @@ int compareFolded(std::wstring_view left, std::wstring_view right) {
 
 std::size_t FoldedHash::operator()(std::wstring_view text) const {
     std::size_t hash = 1469598103934665603ull; // FNV-1a, offset and prime
-    for (const wchar_t c : text) hash = (hash ^ static_cast<std::size_t>(foldCase(c))) * 1099511628211ull;
+    for (const wchar_t c : text) hash = (hash ^ static_cast<std::uint32_t>(foldCase(c))) * 1099511628211ull;
     return hash;
 }
 

@@ -16,7 +16,8 @@ Adesk::UInt32 hueEntry(int index) {
     constexpr std::array<int, 5> levels{255, 165, 127, 76, 38};
     const int value = levels[static_cast<std::size_t>((index % 10) / 2)];
     const bool half = index % 2;
-    const double hue = (index / 10 - 1) * 15.0 / 60.0;
+    const int hueStep = index / 10 - 1;
+    const double hue = hueStep * 15.0 / 60.0;
     std::array<int, 3> channels{};
     for (int i = 0; i < 3; ++i) {
         const double distance = std::fabs(std::fmod(hue + 6.0 - 2.0 * i, 6.0));
