@@ -144,9 +144,12 @@ public:
     /// Room for that many elements; fewer than the present length cuts the array.
     AcArray& setPhysicalLength(int capacity) {
         if (capacity == m_capacity) return *this;
-        T* data = capacity > 0 ? new T[static_cast<std::size_t>(capacity)] : nullptr;
+        T* data = nullptr;
         m_length = std::min(m_length, capacity);
-        if (m_length > 0) std::move(m_data, m_data + m_length, data);
+        if (capacity > 0) {
+            data = new T[static_cast<std::size_t>(capacity)];
+            std::move(m_data, m_data + m_length, data);
+        }
         delete[] m_data;
         m_data = data;
         m_capacity = capacity;
