@@ -48,7 +48,8 @@ private:
 inline constexpr double kParameterTolerance = 1e-12;
 
 inline bool isSameParameter(double a, double b) {
-    return std::abs(a - b) <= kParameterTolerance * std::max({1.0, std::abs(a), std::abs(b)});
+    return std::isfinite(a - b) &&
+           std::abs(a - b) <= kParameterTolerance * std::max({1.0, std::abs(a), std::abs(b)});
 }
 
 } // namespace hostkit

@@ -1,5 +1,5 @@
-// Kit: where curves of the drawing meet. Covers all curve classes, in space and as seen on a plane; leaves out
-// faces and edges of solids.
+// Kit: where curves of the drawing meet. Covers all curve classes, in space and as seen on a plane; leaves
+// out faces and edges of solids.
 #pragma once
 
 #include "acadstrc.h"
@@ -13,8 +13,8 @@ class AcDbCurve;
 
 namespace hostkit {
 
-/// A curve taken apart for intersection: straight and circular pieces are held as two points and a bulge and become
-/// geometry curves only when a pair of pieces comes near each other.
+/// A curve taken apart for intersection: straight and circular pieces are held as two points and a bulge and
+/// become geometry curves only when a pair of pieces comes near each other.
 class CurvePieces {
 public:
     struct Piece {
@@ -31,8 +31,8 @@ public:
     /// `shift` is added to the curve's own drawing parameters.
     void add(const CurveGeometry& geometry, double shift);
     /// A segment of a polyline in the plane with this normal, over one unit of the parameter.
-    void addSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge, const AcGeVector3d& normal,
-                    double firstParameter);
+    void addSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
+                    const AcGeVector3d& normal, double firstParameter);
     void setClosed(bool closed) { m_closed = closed; }
     /// The parameter at which a closed curve comes back to its start.
     void setRange(double start, double end) {
@@ -60,15 +60,17 @@ private:
     double m_end = 0.0;
 };
 
-/// The arc of a polyline's segment: from start to end, counter-clockwise about its own normal, which is `normal` for a
-/// positive bulge. False for a segment that is straight: its height is within the point test's allowance.
+/// The arc of a polyline's segment: from start to end, counter-clockwise about its own normal, which is
+/// `normal` for a positive bulge. False for a segment that is straight: its height is within the point test's
+/// allowance.
 bool arcOfSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge, const AcGeVector3d& normal,
                   AcGeCircArc3d& arc);
 /// Does a segment with this chord and bulge rise above its chord by more than points at `magnitude` can tell.
 bool isArcSegment(double chord, double bulge, double magnitude);
 
-/// Appends the meetings in the order of the first curve's parameter; see AcDbEntity::intersectWith. Far fewer than all
-/// pairs of pieces are looked at: boxes are swept along the axis on which the first curve is longest.
+/// Appends the meetings in the order of the first curve's parameter; see AcDbEntity::intersectWith. Far fewer
+/// than all pairs of pieces are looked at: boxes are swept along the axis on which the first curve is
+/// longest.
 Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& second, AcDb::Intersect type,
                                   AcArray<AcGePoint3d>& points);
 

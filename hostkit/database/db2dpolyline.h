@@ -2,13 +2,13 @@
 #pragma once
 
 #include "db2dvertex.h"
-#include "dbcurve.h"
 #include "dbobjectiterator.h"
+#include "polylinecurve.h"
 #include "subentitylist.h"
 
 /// An old-style polyline in one plane. Its curve is made by the vertices that are not control points of a
 /// frame.
-class AcDb2dPolyline : public AcDbCurve {
+class AcDb2dPolyline : public hostkit::PolylineCurve {
     ACRX_DECLARE_MEMBERS(AcDb2dPolyline)
 
 public:
@@ -49,31 +49,8 @@ public:
     const hostkit::SubentityList& vertices() const { return m_vertices; }
 
     Adesk::Boolean isClosed() const override;
-    Adesk::Boolean isPeriodic() const override;
-    Acad::ErrorStatus getStartParam(double& parameter) const override;
-    Acad::ErrorStatus getEndParam(double& parameter) const override;
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
-    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
-    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
-    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
-    using AcDbCurve::getFirstDeriv;
-    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
-    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
-    using AcDbCurve::getClosestPointTo;
-    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                        Adesk::Boolean extend = Adesk::kFalse) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
-    using AcDbCurve::getSplitCurves;
-    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
-                                     AcDbVoidPtrArray& curves) const override;
-    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
-                                        AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
-
-    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
@@ -82,6 +59,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    AcDbCurve* piece(double from, double to) const override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
 private:

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "db3dvertex.h"
-#include "dbcurve.h"
 #include "dbobjectiterator.h"
+#include "polylinecurve.h"
 #include "subentitylist.h"
 
 /// Straight segments in space. Its curve is made by the vertices that are not control points of a frame.
-class AcDb3dPolyline : public AcDbCurve {
+class AcDb3dPolyline : public hostkit::PolylineCurve {
     ACRX_DECLARE_MEMBERS(AcDb3dPolyline)
 
 public:
@@ -39,37 +39,15 @@ public:
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
     Adesk::Boolean isClosed() const override;
-    Adesk::Boolean isPeriodic() const override;
-    Acad::ErrorStatus getStartParam(double& parameter) const override;
-    Acad::ErrorStatus getEndParam(double& parameter) const override;
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
-    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
-    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
-    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
-    using AcDbCurve::getFirstDeriv;
-    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
-    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
-    using AcDbCurve::getClosestPointTo;
-    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                        Adesk::Boolean extend = Adesk::kFalse) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
-    using AcDbCurve::getSplitCurves;
-    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
-                                     AcDbVoidPtrArray& curves) const override;
-    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
-                                        AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
-
-    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDb3dPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    AcDbCurve* piece(double from, double to) const override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
 private:

@@ -15,12 +15,13 @@ namespace {
 
 constexpr double kTwoPi = AcGe::kTwoPi;
 
-/// Brings a parameter that lies outside by rounding, or by whole turns of a circle's or ellipse's angle, into the
-/// interval. False for one that is outside all the same.
+/// Brings a parameter that lies outside by rounding, or by whole turns of a circle's or ellipse's angle, into
+/// the interval. False for one that is outside all the same.
 bool bringInside(const CurveGeometry& geometry, double& parameter) {
     const AcGeInterval interval = geometry.interval();
     const double slack = hostkit::kParameterTolerance * std::max(1.0, std::abs(parameter));
-    const bool isAngle = geometry.curve().isKindOf(AcGe::kCircArc3d) || geometry.curve().isKindOf(AcGe::kEllipArc3d);
+    const bool isAngle =
+        geometry.curve().isKindOf(AcGe::kCircArc3d) || geometry.curve().isKindOf(AcGe::kEllipArc3d);
     if (isAngle && !interval.contains(parameter, slack) && std::isfinite(parameter)) {
         const double turns = std::ceil((interval.lowerBound() - slack - parameter) / kTwoPi);
         parameter += turns * kTwoPi;
@@ -233,7 +234,8 @@ Acad::ErrorStatus AcDbCurve::cutParameters(const AcGeDoubleArray& parameters, Ac
     return closed || cuts.length() > 2 ? Acad::eOk : Acad::eInvalidInput;
 }
 
-Acad::ErrorStatus AcDbCurve::getSplitCurves(const AcGeDoubleArray& parameters, AcDbVoidPtrArray& curves) const {
+Acad::ErrorStatus AcDbCurve::getSplitCurves(const AcGeDoubleArray& parameters,
+                                            AcDbVoidPtrArray& curves) const {
     AcGeDoubleArray cuts;
     const Acad::ErrorStatus status = cutParameters(parameters, cuts);
     if (status != Acad::eOk) return status;

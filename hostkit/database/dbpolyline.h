@@ -2,11 +2,11 @@
 // identifiers and grips.
 #pragma once
 
-#include "dbcurve.h"
 #include "gearc2d.h"
 #include "gearc3d.h"
 #include "gelnsg2d.h"
 #include "gelnsg3d.h"
+#include "polylinecurve.h"
 
 #include <utility>
 #include <vector>
@@ -16,7 +16,7 @@
 /// vertex, positive when it turns counter-clockwise about the normal. A closed polyline has a last segment
 /// back to vertex 0. Memory: 16 bytes a vertex, and 8 more for bulges and 16 more for widths where any vertex
 /// has one.
-class AcDbPolyline : public AcDbCurve {
+class AcDbPolyline : public hostkit::PolylineCurve {
     ACRX_DECLARE_MEMBERS(AcDbPolyline)
 
 public:
@@ -74,37 +74,17 @@ public:
     void setPlinegen(bool plinegen);
 
     Adesk::Boolean isClosed() const override;
-    Adesk::Boolean isPeriodic() const override;
-    Acad::ErrorStatus getStartParam(double& parameter) const override;
-    Acad::ErrorStatus getEndParam(double& parameter) const override;
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getPointAtParam(double parameter, AcGePoint3d& point) const override;
-    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& parameter) const override;
-    Acad::ErrorStatus getDistAtParam(double parameter, double& distance) const override;
-    Acad::ErrorStatus getParamAtDist(double distance, double& parameter) const override;
-    using AcDbCurve::getFirstDeriv;
-    Acad::ErrorStatus getFirstDeriv(double parameter, AcGeVector3d& derivative) const override;
-    Acad::ErrorStatus getSecondDeriv(double parameter, AcGeVector3d& derivative) const override;
-    using AcDbCurve::getClosestPointTo;
-    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                        Adesk::Boolean extend = Adesk::kFalse) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
-    using AcDbCurve::getSplitCurves;
-    Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
-                                     AcDbVoidPtrArray& curves) const override;
-    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
-                                        AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const override;
-
-    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    AcDbCurve* piece(double from, double to) const override;
 
 private:
     struct Filing; ///< the groups of a drawing file

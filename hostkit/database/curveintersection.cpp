@@ -1,0 +1,409 @@
+#include "curveintersection.h"
+
+#include "dbcurve.h"
+
+#include "gebndblock3d.h"
+#include "gecint3d.h"
+#include "geplane.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace hostkit {
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+struct Meeting {
+    double parameter; ///< on the first curve
+    AcGePoint3d point;
+};
+
+/// A stretch that both curves have in common. One across the start of a closed curve runs from the higher
+/// parameter to the lower.
+struct Run {
+    Meeting from;
+    Meeting to;
+};
+
+/// A straight curve that runs along an arc's tangent at one point.
+struct Touch {
+    Meeting meeting;
+    AcGeVector3d toCenter;
+};
+
+double allowanceOf(const CurvePieces::Piece& piece) {
+    double magnitude = 0.0;
+    for (unsigned int axis = 0; axis < 3; ++axis)
+        for (const double side : {piece.minimum[axis], piece.maximum[axis]})
+            if (std::isfinite(side)) magnitude = std::max(magnitude, std::abs(side));
+    return AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+}
+
+bool areApart(const CurvePieces::Piece& a, const CurvePieces::Piece& b) {
+    const double allowed = allowanceOf(a) + allowanceOf(b);
+    for (unsigned int axis = 0; axis < 3; ++axis)
+        if (a.minimum[axis] > b.maximum[axis] + allowed || b.minimum[axis] > a.maximum[axis] + allowed)
+            return true;
+    return false;
+}
+
+/// A box that the unbounded line of a straight curve passes at a distance.
+bool passesBy(const AcGeLinearEnt3d& line, const CurvePieces::Piece& piece) {
+    const AcGeVector3d diagonal = piece.maximum - piece.minimum;
+    const double radius = diagonal.length() * 0.5;
+    if (!std::isfinite(radius)) return false;
+    const AcGeVector3d direction = line.direction();
+    const AcGeVector3d toMiddle = piece.minimum + diagonal * 0.5 - line.pointOnLine();
+    const double off = toMiddle.crossProduct(direction).length();
+    const double reach = radius + 2.0 * AcGe::pointAllowance(AcGeContext::gTol, toMiddle.length() + radius);
+    return !direction.isZeroLength() && off > reach * (1.0 + 1e-9);
+}
+
+/// Finds and gathers the meetings of two curves, piece by piece.
+class Intersector {
+public:
+    Intersector(const CurvePieces& first, const CurvePieces& second)
+        : m_first(first)
+        , m_second(second) {}
+
+    void meetAll();
+    void giveTo(AcArray<AcGePoint3d>& points);
+
+private:
+    void sweep(unsigned int axis);
+    void meetPair(std::size_t i, std::size_t j);
+    bool isTouch(const CurveGeometry& a, const CurveGeometry& b, Meeting& meeting,
+                 AcGeVector3d& toCenter) const;
+    void settleTouches();
+    void joinRuns();
+    void joinAcrossStart();
+    bool liesWithinRun(const Meeting& meeting) const;
+    std::vector<Meeting> withoutRepeats(std::vector<Meeting> meetings) const;
+
+    const CurvePieces& m_first;
+    const CurvePieces& m_second;
+    std::vector<Meeting> m_meetings;
+    std::vector<Run> m_runs;
+    std::vector<Touch> m_touches;
+    // The first curve's piece in work as a geometry curve; pairs come grouped by it where it is met often.
+    CurveGeometry m_curve1;
+    std::size_t m_curve1Index = static_cast<std::size_t>(-1);
+};
+
+unsigned int longestAxis(const CurvePieces& pieces) {
+    AcGePoint3d low(kInfinity, kInfinity, kInfinity);
+    AcGePoint3d high(-kInfinity, -kInfinity, -kInfinity);
+    for (std::size_t i = 0; i < pieces.count(); ++i)
+        for (unsigned int axis = 0; axis < 3; ++axis) {
+            low[axis] = std::min(low[axis], pieces.at(i).minimum[axis]);
+            high[axis] = std::max(high[axis], pieces.at(i).maximum[axis]);
+        }
+    return (high - low).largestElement();
+}
+
+void Intersector::meetAll() {
+    constexpr std::size_t fewPairs = 64;
+    const CurvePieces& longer = m_first.count() >= m_second.count() ? m_first : m_second;
+    if (m_first.count() * m_second.count() > fewPairs)
+        sweep(longestAxis(longer));
+    else
+        for (std::size_t i = 0; i < m_first.count(); ++i)
+            for (std::size_t j = 0; j < m_second.count(); ++j)
+                if (!areApart(m_first.at(i), m_second.at(j))) meetPair(i, j);
+}
+
+void Intersector::sweep(unsigned int axis) {
+    struct Entry {
+        double from;
+        double to;
+        std::size_t index;
+        bool isFirst;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(m_first.count() + m_second.count());
+    const auto take = [&](const CurvePieces& pieces, bool isFirst) {
+        for (std::size_t i = 0; i < pieces.count(); ++i) {
+            const double allowed = allowanceOf(pieces.at(i));
+            entries.push_back(
+                {pieces.at(i).minimum[axis] - allowed, pieces.at(i).maximum[axis] + allowed, i, isFirst});
+        }
+    };
+    take(m_first, true);
+    take(m_second, false);
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.from < b.from; });
+    std::vector<const Entry*> active[2];
+    for (const Entry& entry : entries) {
+        std::vector<const Entry*>& others = active[entry.isFirst ? 1 : 0];
+        std::erase_if(others, [&](const Entry* other) { return other->to < entry.from; });
+        for (const Entry* other : others) {
+            const std::size_t i = entry.isFirst ? entry.index : other->index;
+            const std::size_t j = entry.isFirst ? other->index : entry.index;
+            if (!areApart(m_first.at(i), m_second.at(j))) meetPair(i, j);
+        }
+        active[entry.isFirst ? 0 : 1].push_back(&entry);
+    }
+}
+
+bool Intersector::isTouch(const CurveGeometry& a, const CurveGeometry& b, Meeting& meeting,
+                          AcGeVector3d& toCenter) const {
+    const AcGeLinearEnt3d* line = a.straight() ? a.straight() : b.straight();
+    const AcGeCircArc3d* arc = a.arc() ? a.arc() : b.arc();
+    if (!line || !arc) return false;
+    const AcGeVector3d direction = line->direction();
+    const AcGeVector3d offset = line->pointOnLine() - arc->center();
+    const AcGeVector3d toLine = offset - direction * offset.dotProduct(direction);
+    const double magnitude = std::max({arc->coordinateMagnitude(), meeting.point.largestCoordinate()});
+    const double allowed = 2.0 * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    toCenter = -toLine;
+    const bool inPlane = std::abs(direction.dotProduct(arc->normal())) <= AcGeContext::gTol.equalVector();
+    return inPlane && toLine.length() >= arc->radius() - allowed;
+}
+
+void Intersector::meetPair(std::size_t i, std::size_t j) {
+    if (m_curve1Index != i) {
+        m_curve1 = m_first.curveOf(i);
+        m_curve1Index = i;
+    }
+    if (const AcGeLinearEnt3d* line = m_curve1.straight(); line && passesBy(*line, m_second.at(j))) return;
+    const CurveGeometry curve2 = m_second.curveOf(j);
+    if (const AcGeLinearEnt3d* line = curve2.straight(); line && passesBy(*line, m_first.at(i))) return;
+    const AcGeCurveCurveInt3d found(m_curve1.curve(), curve2.curve());
+    const auto meetingAt = [&](double param1, const AcGePoint3d& point) {
+        return Meeting{m_first.drawingParameter(i, m_curve1, param1), point};
+    };
+    for (int k = 0; k < found.numIntPoints(); ++k) {
+        double param1 = 0.0;
+        double param2 = 0.0;
+        found.getIntParams(k, param1, param2);
+        Meeting meeting = meetingAt(param1, found.intPoint(k));
+        AcGeVector3d toCenter;
+        if (isTouch(m_curve1, curve2, meeting, toCenter))
+            m_touches.push_back({meeting, toCenter});
+        else
+            m_meetings.push_back(meeting);
+    }
+    for (int k = 0; k < found.overlapCount(); ++k) {
+        AcGeInterval on1;
+        AcGeInterval on2;
+        found.getOverlapRanges(k, on1, on2);
+        if (!on1.isBounded() || !on2.isBounded()) continue;
+        const AcGePoint3d start = m_curve1.curve().evalPoint(on1.lowerBound());
+        const AcGePoint3d end = m_curve1.curve().evalPoint(on1.upperBound());
+        Run run{meetingAt(on1.lowerBound(), start), meetingAt(on1.upperBound(), end)};
+        if (run.to.parameter < run.from.parameter) std::swap(run.from, run.to);
+        m_runs.push_back(run);
+    }
+}
+
+// Touching is no crossing: it counts only at an end of an open curve, or where the curve goes over from an
+// arc on one side of the straight curve to an arc on the other.
+void Intersector::settleTouches() {
+    for (std::size_t i = 0; i < m_touches.size(); ++i) {
+        const Touch& touch = m_touches[i];
+        bool counts = m_first.isEnd(touch.meeting.point) || m_second.isEnd(touch.meeting.point);
+        for (std::size_t j = 0; j < m_touches.size() && !counts; ++j)
+            counts = m_touches[j].meeting.point.isEqualTo(touch.meeting.point) &&
+                     m_touches[j].toCenter.dotProduct(touch.toCenter) < 0.0;
+        if (counts) m_meetings.push_back(touch.meeting);
+    }
+}
+
+// Neighbouring runs are one when they go on from each other: the point between them is no end.
+void Intersector::joinRuns() {
+    std::sort(m_runs.begin(), m_runs.end(),
+              [](const Run& a, const Run& b) { return a.from.parameter < b.from.parameter; });
+    std::vector<Run> joined;
+    for (const Run& run : m_runs) {
+        const bool goesOn = !joined.empty() && (run.from.parameter < joined.back().to.parameter ||
+                                                run.from.point.isEqualTo(joined.back().to.point));
+        if (!goesOn)
+            joined.push_back(run);
+        else if (run.to.parameter > joined.back().to.parameter)
+            joined.back().to = run.to;
+    }
+    m_runs = std::move(joined);
+    joinAcrossStart();
+}
+
+void Intersector::joinAcrossStart() {
+    if (!m_first.isClosed() || m_runs.empty()) return;
+    const bool fromStart = isSameParameter(m_runs.front().from.parameter, m_first.startParameter());
+    const bool toEnd = isSameParameter(m_runs.back().to.parameter, m_first.endParameter());
+    if (!fromStart || !toEnd || m_runs.size() == 1) return;
+    m_runs.back().to = m_runs.front().to;
+    m_runs.erase(m_runs.begin());
+}
+
+bool Intersector::liesWithinRun(const Meeting& meeting) const {
+    return std::any_of(m_runs.begin(), m_runs.end(), [&](const Run& run) {
+        const double t = meeting.parameter;
+        const double low = run.from.parameter;
+        const double high = run.to.parameter;
+        return low <= high ? low <= t && t <= high : t >= low || t <= high;
+    });
+}
+
+std::vector<Meeting> Intersector::withoutRepeats(std::vector<Meeting> meetings) const {
+    std::sort(meetings.begin(), meetings.end(),
+              [](const Meeting& a, const Meeting& b) { return a.point.x < b.point.x; });
+    std::vector<Meeting> kept;
+    std::size_t firstNear = 0;
+    for (const Meeting& meeting : meetings) {
+        const double allowed = AcGe::pointAllowance(AcGeContext::gTol, meeting.point.largestCoordinate());
+        while (firstNear < kept.size() && kept[firstNear].point.x < meeting.point.x - 2.0 * allowed)
+            ++firstNear;
+        bool repeated = false;
+        for (std::size_t k = firstNear; k < kept.size() && !repeated; ++k) {
+            repeated = kept[k].point.isEqualTo(meeting.point);
+            if (repeated && meeting.parameter < kept[k].parameter) kept[k].parameter = meeting.parameter;
+        }
+        if (!repeated) kept.push_back(meeting);
+    }
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const Meeting& a, const Meeting& b) { return a.parameter < b.parameter; });
+    return kept;
+}
+
+void Intersector::giveTo(AcArray<AcGePoint3d>& points) {
+    settleTouches();
+    joinRuns();
+    std::vector<Meeting> meetings;
+    for (const Meeting& meeting : m_meetings)
+        if (!liesWithinRun(meeting)) meetings.push_back(meeting);
+    for (const Run& run : m_runs) {
+        meetings.push_back(run.from);
+        meetings.push_back(run.to);
+    }
+    for (const Meeting& meeting : withoutRepeats(std::move(meetings))) points.append(meeting.point);
+}
+
+} // namespace
+
+bool isArcSegment(double chord, double bulge, double magnitude) {
+    return std::abs(bulge) * chord * 0.5 > AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+}
+
+bool arcOfSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge, const AcGeVector3d& normal,
+                  AcGeCircArc3d& arc) {
+    const AcGeVector3d chord = end - start;
+    const double length = chord.length();
+    const double magnitude = std::max(start.largestCoordinate(), end.largestCoordinate());
+    if (!std::isfinite(bulge) || !isArcSegment(length, bulge, magnitude)) return false;
+    const AcGeVector3d toCenter =
+        chord * 0.5 + normal.crossProduct(chord) * ((1.0 - bulge * bulge) / (4.0 * bulge));
+    arc.set(start + toCenter, bulge > 0.0 ? normal : -normal, -toCenter, toCenter.length(), 0.0,
+            4.0 * std::atan(std::abs(bulge)));
+    return true;
+}
+
+void CurvePieces::add(const CurveGeometry& geometry, double shift) {
+    Piece piece{{-kInfinity, -kInfinity, -kInfinity},
+                {kInfinity, kInfinity, kInfinity},
+                shift,
+                static_cast<int>(m_geometries.size()),
+                {},
+                {},
+                0.0};
+    AcGeInterval interval;
+    geometry.curve().getInterval(interval);
+    if (interval.isBounded()) {
+        geometry.curve().orthoBoundBlock().getMinMaxPoints(piece.minimum, piece.maximum);
+        piece.start = geometry.curve().evalPoint(interval.lowerBound());
+        piece.end = geometry.curve().evalPoint(interval.upperBound());
+        setRange(geometry.toDrawing(interval.lowerBound()), geometry.toDrawing(interval.upperBound()));
+    } else if (interval.isBoundedBelow()) {
+        piece.start = piece.end = geometry.curve().evalPoint(interval.lowerBound());
+    }
+    m_geometries.push_back(geometry);
+    m_pieces.push_back(piece);
+}
+
+void CurvePieces::addSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
+                             const AcGeVector3d& normal, double firstParameter) {
+    m_normal = normal;
+    Piece piece{start, end, firstParameter, -1, start, end, bulge};
+    const AcGePoint3d middle = start + (end - start) * 0.5;
+    const double reach = start.distanceTo(end) * 0.5 * std::max(1.0, std::abs(bulge));
+    for (unsigned int axis = 0; axis < 3; ++axis) {
+        piece.minimum[axis] = bulge == 0.0 ? std::min(start[axis], end[axis]) : middle[axis] - reach;
+        piece.maximum[axis] = bulge == 0.0 ? std::max(start[axis], end[axis]) : middle[axis] + reach;
+    }
+    m_pieces.push_back(piece);
+}
+
+CurveGeometry CurvePieces::curveOf(std::size_t index) const {
+    const Piece& piece = m_pieces[index];
+    if (piece.geometry >= 0) return m_geometries[static_cast<std::size_t>(piece.geometry)];
+    CurveGeometry result;
+    AcGeCircArc3d arc;
+    if (piece.bulge != 0.0 && arcOfSegment(piece.start, piece.end, piece.bulge, m_normal, arc))
+        result.set(arc, 1.0 / arc.endAng());
+    else
+        result.set(AcGeLineSeg3d(piece.start, piece.end));
+    return result;
+}
+
+double CurvePieces::drawingParameter(std::size_t index, const CurveGeometry& curve,
+                                     double ownParameter) const {
+    return m_pieces[index].firstParameter + curve.toDrawing(ownParameter);
+}
+
+bool CurvePieces::isEnd(const AcGePoint3d& point) const {
+    if (m_closed || m_pieces.empty()) return false;
+    const auto bounded = [](const Piece& piece) {
+        return std::isfinite(piece.minimum.x) && std::isfinite(piece.maximum.x);
+    };
+    const Piece& first = m_pieces.front();
+    const Piece& last = m_pieces.back();
+    return (bounded(first) && first.start.isEqualTo(point)) || (bounded(last) && last.end.isEqualTo(point));
+}
+
+Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& second, AcDb::Intersect type,
+                                  AcArray<AcGePoint3d>& points) {
+    CurvePieces pieces1;
+    CurvePieces pieces2;
+    const bool extendFirst = type == AcDb::kExtendThis || type == AcDb::kExtendBoth;
+    const bool extendSecond = type == AcDb::kExtendArg || type == AcDb::kExtendBoth;
+    if (!first.pieces(pieces1, extendFirst) || !second.pieces(pieces2, extendSecond))
+        return Acad::eDegenerateGeometry;
+    Intersector intersector(pieces1, pieces2);
+    intersector.meetAll();
+    intersector.giveTo(points);
+    return Acad::eOk;
+}
+
+} // namespace hostkit
+
+Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                           AcGePoint3dArray& points, Adesk::IntPtr, Adesk::IntPtr) const {
+    const AcDbCurve* curve = AcDbCurve::cast(other);
+    if (!curve) return other ? Acad::eNotApplicable : Acad::eInvalidInput;
+    return hostkit::intersectCurves(*this, *curve, type, points);
+}
+
+Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* other, AcDb::Intersect type,
+                                           const AcGePlane& projectionPlane, AcGePoint3dArray& points,
+                                           Adesk::IntPtr, Adesk::IntPtr) const {
+    const AcDbCurve* curve = AcDbCurve::cast(other);
+    if (!curve) return other ? Acad::eNotApplicable : Acad::eInvalidInput;
+    AcDbCurve* flat = nullptr;
+    Acad::ErrorStatus status = getOrthoProjectedCurve(projectionPlane, flat);
+    const std::unique_ptr<AcDbCurve> flatFirst(flat);
+    if (status != Acad::eOk) return status;
+    flat = nullptr;
+    status = curve->getOrthoProjectedCurve(projectionPlane, flat);
+    const std::unique_ptr<AcDbCurve> flatSecond(flat);
+    if (status != Acad::eOk) return status;
+    AcGePoint3dArray flatPoints;
+    status = hostkit::intersectCurves(*flatFirst, *flatSecond, type, flatPoints);
+    if (status != Acad::eOk) return status;
+    const bool extend = type == AcDb::kExtendThis || type == AcDb::kExtendBoth;
+    for (const AcGePoint3d& point : flatPoints) {
+        AcGePoint3d onThis = point;
+        (void)getClosestPointTo(point, projectionPlane.normal(), onThis, extend);
+        points.append(onThis);
+    }
+    return Acad::eOk;
+}

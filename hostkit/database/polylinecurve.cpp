@@ -1,0 +1,154 @@
+#include "polylinecurve.h"
+
+#include "curveintersection.h"
+#include "curvesupport.h"
+#include "dbpolyline.h"
+#include "entitycoordinates.h"
+
+namespace hostkit {
+
+namespace {
+
+/// How far lengths may differ, relative, and directions be from a right angle, for arcs to stay circular.
+constexpr double kShapeTolerance = 1e-10;
+
+} // namespace
+
+Acad::ErrorStatus movePlane(const AcGeVector3d& normal, double elevation, const AcGeMatrix3d& matrix,
+                            bool hasArcs, PlaneMove& move) {
+    if (!isInvertible(matrix)) return Acad::eInvalidInput;
+    const AcGeMatrix3d toOldWorld = isZAxis(normal) ? AcGeMatrix3d() : arbitraryAxisSystem(normal);
+    const AcGeMatrix3d toNewWorld = matrix * toOldWorld;
+    const AcGeVector3d x = toNewWorld * AcGeVector3d::kXAxis;
+    const AcGeVector3d y = toNewWorld * AcGeVector3d::kYAxis;
+    const double scale = x.length();
+    const bool keepsAngles = std::abs(scale - y.length()) <= kShapeTolerance * scale &&
+                             std::abs(x.dotProduct(y)) <= kShapeTolerance * scale * scale;
+    if (hasArcs && !keepsAngles) return Acad::eCannotScaleNonUniformly;
+    move.normal = x.crossProduct(y).normal();
+    move.map = isZAxis(move.normal) ? toNewWorld : arbitraryAxisSystem(move.normal).transpose() * toNewWorld;
+    move.elevation = (move.map * AcGePoint3d(0.0, 0.0, elevation)).z;
+    move.scale = scale;
+    move.heightScale = (toNewWorld * AcGeVector3d::kZAxis).dotProduct(move.normal);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus PolylineCurve::getStartParam(double& parameter) const {
+    VertexBuffer buffer;
+    if (shape(buffer).segmentCount() == 0) return Acad::eDegenerateGeometry;
+    parameter = 0.0;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus PolylineCurve::getEndParam(double& parameter) const {
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    if (own.segmentCount() == 0) return Acad::eDegenerateGeometry;
+    parameter = own.endParameter();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus PolylineCurve::getStartPoint(AcGePoint3d& point) const {
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    if (own.vertexCount() == 0) return Acad::eDegenerateGeometry;
+    point = own.worldVertex(0);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus PolylineCurve::getEndPoint(AcGePoint3d& point) const {
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    if (own.vertexCount() == 0) return Acad::eDegenerateGeometry;
+    point = own.worldVertex(isClosed() ? 0 : own.vertexCount() - 1);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus PolylineCurve::getPointAtParam(double parameter, AcGePoint3d& point) const {
+    VertexBuffer buffer;
+    return shape(buffer).pointAt(parameter, point);
+}
+
+Acad::ErrorStatus PolylineCurve::getParamAtPoint(const AcGePoint3d& point, double& parameter) const {
+    VertexBuffer buffer;
+    return shape(buffer).parameterAt(point, parameter);
+}
+
+Acad::ErrorStatus PolylineCurve::getDistAtParam(double parameter, double& distance) const {
+    VertexBuffer buffer;
+    return shape(buffer).distanceAt(parameter, distance);
+}
+
+Acad::ErrorStatus PolylineCurve::getParamAtDist(double distance, double& parameter) const {
+    VertexBuffer buffer;
+    return shape(buffer).parameterAtDistance(distance, parameter);
+}
+
+Acad::ErrorStatus PolylineCurve::getFirstDeriv(double parameter, AcGeVector3d& derivative) const {
+    VertexBuffer buffer;
+    return shape(buffer).derivative(parameter, 1, derivative);
+}
+
+Acad::ErrorStatus PolylineCurve::getSecondDeriv(double parameter, AcGeVector3d& derivative) const {
+    VertexBuffer buffer;
+    return shape(buffer).derivative(parameter, 2, derivative);
+}
+
+Acad::ErrorStatus PolylineCurve::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
+                                                   Adesk::Boolean extend) const {
+    VertexBuffer buffer;
+    return shape(buffer).closestPoint(given, extend, closest);
+}
+
+Acad::ErrorStatus PolylineCurve::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
+                                                   AcGePoint3d& closest, Adesk::Boolean) const {
+    VertexBuffer buffer;
+    return shape(buffer).closestPointAlong(given, direction, closest);
+}
+
+Acad::ErrorStatus PolylineCurve::getArea(double& area) const {
+    VertexBuffer buffer;
+    return shape(buffer).area(area);
+}
+
+Acad::ErrorStatus PolylineCurve::getGeomExtents(AcDbExtents& extents) const {
+    VertexBuffer buffer;
+    return shape(buffer).extents(extents);
+}
+
+bool PolylineCurve::pieces(CurvePieces& pieces, bool extend) const {
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    own.addPieces(pieces, extend);
+    return own.segmentCount() > 0;
+}
+
+Acad::ErrorStatus PolylineCurve::getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
+                                                   AcDbCurve*& projected) const {
+    if (!canProject(plane, direction)) return Acad::eInvalidInput;
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    if (own.segmentCount() == 0) return Acad::eDegenerateGeometry;
+    const AcGeVector3d normal = plane.normal();
+    auto shadow = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(own.vertexCount()));
+    (void)shadow->setNormal(normal);
+    (void)shadow->setElevation(toEntity(normal, plane.pointOnPlane()).z);
+    for (std::size_t i = 0; i < own.vertexCount(); ++i) {
+        AcGeCircArc3d arc;
+        double bulge = 0.0;
+        if (i < own.segmentCount() && own.arcSegment(i, arc)) {
+            const double facing = arc.normal().dotProduct(normal);
+            const bool staysCircular = arc.normal().isParallelTo(normal) && direction.isParallelTo(normal);
+            if (!staysCircular) return Acad::eNotApplicable;
+            bulge = std::copysign(own.bulge(i), facing);
+        }
+        const AcGePoint3d local = toEntity(normal, own.worldVertex(i).project(plane, direction));
+        (void)shadow->addVertexAt(static_cast<unsigned int>(i), AcGePoint2d(local.x, local.y), bulge);
+    }
+    shadow->setClosed(isClosed());
+    (void)shadow->setPropertiesFrom(this);
+    projected = shadow.release();
+    return Acad::eOk;
+}
+
+} // namespace hostkit
