@@ -23,6 +23,33 @@ void addSettled(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, 
     if (settleOnBoth(a, b, candidate, tol)) addOnce(meetings, candidate, allowanceOf(b, candidate, tol));
 }
 
+// Where two curves touch, they stay within the tolerance of each other for a stretch. An end of one that lies
+// in it on the other is the point that callers know: contours have their vertices there.
+template <class CurveA>
+AcGePoint2d endInStretch(const CurveA& a, const AcGeCircArc2d& b, const AcGePoint2d& touch, double stretch,
+                         const AcGeTol& tol) {
+    AcGePoint2d best = touch, end;
+    double nearest = stretch;
+    const auto consider = [&](bool isThere, const AcGeCurve2d& other) {
+        if (!isThere || !(end.distanceTo(touch) <= nearest) || !other.isOn(end, tol)) return;
+        nearest = end.distanceTo(touch);
+        best = end;
+    };
+    consider(a.hasStartPoint(end), b);
+    consider(a.hasEndPoint(end), b);
+    if (isFullTurn(b.startAng(), b.endAng())) return best;
+    consider(b.hasStartPoint(end), a);
+    consider(b.hasEndPoint(end), a);
+    return best;
+}
+
+template <class CurveA>
+void addTouch(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d touch,
+              double stretch, const AcGeTol& tol) {
+    if (!settleOnBoth(a, b, touch, tol)) return;
+    meetings.points[meetings.pointCount++] = endInStretch(a, b, touch, stretch, tol);
+}
+
 // The degenerate arc is a point.
 template <class Curve>
 ArcMeetings meetPoint(const Curve& curve, const AcGePoint2d& point, const AcGeTol& tol) {
@@ -109,7 +136,8 @@ ArcMeetings meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, c
     const double allowed = allowanceOf(arc, line.pointOnLine(), tol);
     if (height > radius + allowed) return meetings;
     if (height >= radius - allowed) {
-        addSettled(meetings, line, arc, arc.center() + foot, tol);
+        // Within this of the foot the line is no farther from the circle than twice the allowance.
+        addTouch(meetings, line, arc, arc.center() + foot, 2.0 * std::sqrt(radius * allowed), tol);
         return meetings;
     }
     const double half = std::sqrt((radius - height) * (radius + height));
@@ -137,7 +165,11 @@ ArcMeetings meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, 
         const bool fromFirst = r1 <= r2;
         const double sign = touchOutside ? (fromFirst ? 1.0 : -1.0) : (fromFirst ? -1.0 : 1.0);
         const AcGePoint2d center = fromFirst ? first.center() : second.center();
-        addSettled(meetings, first, second, center + unit * (sign * std::min(r1, r2)), tol);
+        // The circles part as a line and a circle of their difference in curvature do.
+        const double smaller = std::min(r1, r2), apart = touchOutside ? r1 + r2 : std::abs(r1 - r2);
+        const double stretch =
+            apart > 0.0 ? 2.0 * std::sqrt(smaller * (std::max(r1, r2) / apart) * allowed) : smaller;
+        addTouch(meetings, first, second, center + unit * (sign * smaller), std::min(stretch, smaller), tol);
         return meetings;
     }
     const double along = (distance + (r1 - r2) * ((r1 + r2) / distance)) / 2.0;

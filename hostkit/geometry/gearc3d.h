@@ -58,8 +58,9 @@ public:
                            const AcGeTol& tol = AcGeContext::gTol) const;
 
     /// Points in common with a straight curve, in the order in which the line runs. A line that comes within
-    /// the point allowance of touching the circle gives one point. `count` is 0 to 2; points beyond it stay
-    /// untouched.
+    /// the point allowance of touching the circle gives one point: the foot of the centre, or an end of either
+    /// curve that lies on the other within the stretch that they share. `count` is 0 to 2; points beyond it
+    /// stay untouched.
     Adesk::Boolean intersectWith(const AcGeLinearEnt3d& line, int& count, AcGePoint3d& p1, AcGePoint3d& p2,
                                  const AcGeTol& tol = AcGeContext::gTol) const;
     /// Points in common with another arc, in the order in which this arc runs. Arcs of one circle that run

@@ -125,7 +125,7 @@ template <class Node>
 void insertKnot(int degree, std::vector<double>& knots, std::vector<Node>& nodes, double knot) {
     const auto count = static_cast<int>(nodes.size());
     int at = degree;
-    while (at + 1 < count && knots[static_cast<std::size_t>(at + 1)] <= knot) ++at;
+    while (at + 1 < count && knots[static_cast<std::size_t>(at) + 1] <= knot) ++at;
     std::vector<Node> result(nodes.size() + 1);
     for (int i = 0; i <= count; ++i) {
         const auto k = static_cast<std::size_t>(i);
@@ -152,6 +152,7 @@ void trimSpline(int degree, AcGeKnotVector& knots, typename T::PointArray& point
     const typename T::Point origin = points[0];
     std::vector<double> values(knots.knots().begin(), knots.knots().end());
     std::vector<Node> nodes;
+    nodes.reserve(static_cast<std::size_t>(points.length()));
     for (int i = 0; i < points.length(); ++i) nodes.push_back(spline.node(i, origin));
     for (double end : {lo, hi}) {
         auto missing = degree - std::count(values.begin(), values.end(), end);

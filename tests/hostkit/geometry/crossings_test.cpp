@@ -302,6 +302,33 @@ TEST(ArcAndArc, TouchCrossAndRunTogether) {
     }
 }
 
+TEST(ArcAndArc, NearlyTangentNeighboursMeetAtTheirVertex) {
+    // A fillet drawn with a few digits only: the line leaves the arc's end at a small angle. What they have
+    // in common is the vertex, not the foot of the centre beside it.
+    for (double out : {0.0, 1.0e6})
+        for (double angle : {0.0, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-3})
+            for (double side : {-1.0, 1.0})
+                for (double sense : {-1.0, 1.0}) {
+                    const AcGePoint2d vertex(out + 100.0, out), center(out, out);
+                    AcGeVector2d along = AcGeVector2d::kYAxis * sense;
+                    along.rotateBy(angle * side);
+                    const AcGeLineSeg2d line(vertex, vertex + along * 50.0);
+                    const AcGeCircArc2d arc(center, 100.0, sense < 0 ? 0.0 : -1.0, sense < 0 ? 1.0 : 0.0);
+                    const AcGeCircArc2d next(vertex, vertex + along.perpVector() * 30.0 + along * 30.0,
+                                             vertex + along.perpVector() * 60.0);
+                    int count = 0;
+                    AcGePoint2d p1, p2;
+                    SCOPED_TRACE(std::to_string(angle) + " " + std::to_string(side) + " " +
+                                 std::to_string(sense));
+                    ASSERT_TRUE(arc.intersectWith(line, count, p1, p2));
+                    EXPECT_EQ(1, count);
+                    EXPECT_TRUE(p1.isEqualTo(vertex)) << p1.x - vertex.x << "," << p1.y - vertex.y;
+                    ASSERT_TRUE(arc.intersectWith(next, count, p1, p2));
+                    EXPECT_EQ(1, count);
+                    EXPECT_TRUE(p1.isEqualTo(vertex)) << p1.x - vertex.x << "," << p1.y - vertex.y;
+                }
+}
+
 TEST(ArcAndArc, RandomCrossingsAreExactAnywhere) {
     placements::Random random(41);
     double worst = 0.0, worstAcross = 0.0;
