@@ -66,6 +66,9 @@ protected:
     /// The offset of row and column in the block's own axes.
     virtual int copyCount() const { return 1; }
     virtual AcGeMatrix3d copyTransform(int) const { return blockTransform(); }
+    /// The groups of rows and columns, for the class that has some.
+    virtual bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer);
+    virtual void writeArrayGroups(AcDbDxfFiler& filer) const;
 
 protected:
     struct Filing;

@@ -21,12 +21,12 @@ public:
     double rowSpacing() const { return m_rowSpacing; }
     Acad::ErrorStatus setRowSpacing(double spacing);
     AcRxObject* clone() const override { return new AcDbMInsertBlock(*this); }
-    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
-    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
     int copyCount() const override { return m_columns * m_rows; }
     AcGeMatrix3d copyTransform(int index) const override;
+    bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer) override;
+    void writeArrayGroups(AcDbDxfFiler& filer) const override;
 
 private:
     struct Filing;

@@ -92,14 +92,14 @@ void RecordMerge::run() {
     mergePart(olds.front(), news.front());
     std::size_t next = 1;
     for (std::size_t place = 1; place < olds.size(); ++place) {
+        const bool isExtendedData = m_oldItems[olds[place].begin].first >= m_original.extendedDataBegin;
         std::size_t match = next;
         while (match < news.size() && !isSamePart(olds[place], news[match])) ++match;
-        if (match == news.size()) {
-            mergePart(olds[place], {0, 0});
-            continue;
-        }
-        for (; next < match; ++next) emitNewPart(news[next]);
-        mergePart(olds[place], news[next++]);
+        const bool isMatched = match < news.size();
+        // Nothing may follow the extended data.
+        if (isMatched || isExtendedData)
+            for (; next < match; ++next) emitNewPart(news[next]);
+        mergePart(olds[place], isMatched ? news[next++] : Part{0, 0});
     }
     for (; next < news.size(); ++next) emitNewPart(news[next]);
 }

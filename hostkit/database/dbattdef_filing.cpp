@@ -1,0 +1,44 @@
+#include "dbattdef.h"
+
+#include "fieldtable.h"
+
+using namespace hostkit;
+
+struct AcDbAttributeDefinition::Filing {
+    static constexpr short versionOrLockCode = 280;
+    static constexpr GroupField<AcDbAttributeDefinition> groups[] = {
+        textField<&AcDbAttributeDefinition::m_prompt>(3),
+        textField<&AcDbAttributeDefinition::m_tag>(2),
+        integerField<&AcDbAttributeDefinition::m_attributeFlags>(70),
+        integerField<&AcDbAttributeDefinition::m_fieldLength>(73, 0),
+        integerField<&AcDbAttributeDefinition::m_verticalMode, AcDbAttributeDefinition>(74, 0),
+    };
+};
+
+// From 2010 on the code of the lock stands twice: the first, before the tag, is a version and always 0.
+Acad::ErrorStatus AcDbAttributeDefinition::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbText::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbAttributeDefinition")) return status;
+    m_tag.clear();
+    const bool hasVersion = filer->dwgVersion() >= AcDb::kDHL_1024;
+    return readFields(*filer, Filing::groups, *this, [&](const AcDbDxfGroup& group) {
+        if (group.code != Filing::versionOrLockCode) return false;
+        if (hasVersion && m_tag.empty()) return group.integer == 0;
+        m_lockPosition = group.integer == 1;
+        return group.integer == 0 || group.integer == 1;
+    });
+}
+
+Acad::ErrorStatus AcDbAttributeDefinition::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbText::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(L"AcDbAttributeDefinition");
+    if (filer->dwgVersion() >= AcDb::kDHL_1024) {
+        filer->markOptional();
+        filer->writeInteger(Filing::versionOrLockCode, 0);
+    }
+    writeFields(*filer, Filing::groups, *this);
+    if (!m_lockPosition) filer->markDefault();
+    filer->writeInteger(Filing::versionOrLockCode, m_lockPosition);
+    return filer->filerStatus();
+}
