@@ -1,0 +1,34 @@
+// Kit: the setters of an entity's plain fields. Covers the check for numbers, the check for being open and
+// the assignment; leaves out rules of one field.
+#pragma once
+
+#include "assignfield.h"
+#include "entitycoordinates.h"
+
+#include <cmath>
+
+namespace hostkit {
+
+inline bool isFinite(double value) { return std::isfinite(value); }
+
+/// For coordinates, lengths and angles: eInvalidInput for what is no number.
+template <typename Field>
+Acad::ErrorStatus setFiniteField(AcDbObject& object, Field& field, const Field& value) {
+    return assignIf(isFinite(value), object, field, value);
+}
+
+/// eInvalidInput unless above 0.
+inline Acad::ErrorStatus setPositiveField(AcDbObject& object, double& field, double value) {
+    return assignIf(std::isfinite(value) && value > 0.0, object, field, value);
+}
+
+/// Sets or clears bits of a field of flags.
+template <typename Field>
+Acad::ErrorStatus setFlag(AcDbObject& object, Field& flags, int bits, bool on) {
+    return assignField(object, flags, static_cast<Field>(on ? flags | bits : flags & ~bits));
+}
+
+/// A direction that a normal can be made of.
+inline bool isDirection(const AcGeVector3d& vector) { return isFinite(vector) && !vector.isZeroLength(); }
+
+} // namespace hostkit
