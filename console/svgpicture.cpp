@@ -9,8 +9,10 @@
 
 namespace {
 
-constexpr double margin = 10.0;         // millimetres of paper around the drawing
-constexpr double thinnestLine = 0.13;   // millimetres
+constexpr double margin = 10.0;       // millimetres of paper around the drawing
+constexpr double thinnestLine = 0.13; // millimetres
+constexpr double heaviestLine =
+    0.5; // millimetres; the page is smaller than the sheet that weights are meant for
 constexpr double dotRadius = 0.35;      // millimetres
 constexpr double shortestPattern = 0.6; // a dash pattern shorter than this on paper reads as a grey line
 constexpr double largestCoordinate = 1e15;
@@ -189,7 +191,8 @@ void SvgPicture::closeGroup() {
 }
 
 std::string SvgPicture::strokeAttributes(const StrokeStyle& style) const {
-    const double width = std::max({thinnestLine, style.lineweight, style.width * m_frame.scale});
+    const double width =
+        std::max({thinnestLine, std::min(style.lineweight, heaviestLine), style.width * m_frame.scale});
     std::string text = "fill=\"none\" stroke=\"" + colorText(style.rgb) + "\" stroke-width=\"";
     appendDecimal(text, width, 3);
     // A wide polyline ends at its end points; a thin line may show its round end.

@@ -1,0 +1,191 @@
+#include "builtincommands.h"
+
+#include "acdocman.h"
+#include "aced.h"
+#include "atomicfile.h"
+#include "casefold.h"
+#include "consolestate.h"
+#include "consoletext.h"
+#include "dbdatabase.h"
+#include "dblayertable.h"
+#include "dblinetypetablerecord.h"
+#include "dbobjptr.h"
+#include "drawinglisting.h"
+#include "host.h"
+#include "plotcommand.h"
+#include "runtimeservices.h"
+#include "systempath.h"
+#include "textencoding.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace {
+
+using Row = std::vector<std::wstring>;
+
+struct Builtin {
+    const wchar_t* name;
+    AcRxFunctionPtr function;
+    const wchar_t* arguments;
+    const wchar_t* help;
+};
+
+AcApDocument* currentDocument() {
+    AcApDocument* document = acDocManagerPtr()->curDocument();
+    if (!document) hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
+    return document;
+}
+
+void printTable(const std::vector<Row>& rows, std::string_view alignment) {
+    hostkit::printToCommandLine(formatTable(rows, alignment));
+}
+
+bool writeTextFile(const std::wstring& file, const std::string& bytes) {
+    hostkit::AtomicFile target(hostkit::mapPath(file));
+    target.write(bytes);
+    if (target.commit()) return true;
+    hostkit::failCommand(Acad::eFileAccessErr, file + L": " + hostkit::wideFromUtf8(target.errorText()));
+    return false;
+}
+
+void quit() { consoleState().wantsToQuit = true; }
+
+void modules() {
+    for (const std::wstring& name : hostkit::Host::current()->runtime().linker().moduleNames())
+        acutPrintf(L"%s\n", name.c_str());
+}
+
+void commands() {
+    std::vector<Row> rows = {{L"Group", L"Command", L"Local name"}};
+    for (const AcEdCommand* command : acedRegCmds->commands()) {
+        const bool hasLocalName = !hostkit::equalFolded(command->localName(), command->globalName());
+        rows.push_back(
+            {command->commandGroup(), command->globalName(), hasLocalName ? command->localName() : L""});
+    }
+    printTable(rows, "lll");
+}
+
+std::wstring colorName(const AcCmEntityColor& color) {
+    if (color.isByACI()) return std::to_wstring(color.colorIndex());
+    const std::uint32_t rgb = color.rgb();
+    return std::to_wstring(rgb >> 16 & 0xFF) + L"," + std::to_wstring(rgb >> 8 & 0xFF) + L"," +
+           std::to_wstring(rgb & 0xFF);
+}
+
+std::wstring layerState(const AcDbLayerTableRecord& layer) {
+    std::wstring state = layer.isOff() ? L"off" : L"on";
+    if (layer.isFrozen()) state += L" frozen";
+    if (layer.isLocked()) state += L" locked";
+    if (!layer.isPlottable()) state += L" unplotted";
+    return state;
+}
+
+void layers() {
+    AcApDocument* document = currentDocument();
+    if (!document) return;
+    const AcDbSymbolTablePointer<AcDbLayerTable> table(document->database(), AcDb::kForRead);
+    if (!table.object()) return hostkit::failCommand(table.openStatus(), L"the layers cannot be read");
+    std::map<std::wstring, std::size_t, hostkit::FoldedLess> counts;
+    for (const hostkit::ListedEntity& entity : hostkit::listDrawing(*document->database()).entities)
+        ++counts[entity.layer];
+    std::vector<Row> rows = {{L"Layer", L"Entities", L"Colour", L"Linetype", L"State"}};
+    AcDbLayerTableIterator* opened = nullptr;
+    table->newIterator(opened);
+    for (const std::unique_ptr<AcDbLayerTableIterator> iterator(opened); !iterator->done();
+         iterator->step()) {
+        AcDbObjectId id;
+        iterator->getRecordId(id);
+        const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
+        if (!layer.object()) continue;
+        const AcDbObjectPointer<AcDbLinetypeTableRecord> linetype(layer->linetypeObjectId(), AcDb::kForRead);
+        rows.push_back({layer->name(), std::to_wstring(counts[layer->name()]), colorName(layer->color()),
+                        linetype.object() ? linetype->name() : L"Continuous", layerState(*layer.object())});
+    }
+    printTable(rows, "lrrll");
+}
+
+void printListing(const hostkit::DrawingListing& listing) {
+    std::vector<Row> rows = {{L"Type", L"Layer", L"Handle", L"Space", L"Vertices", L"Name or text"}};
+    for (const hostkit::ListedEntity& entity : listing.entities) {
+        if (acedUsrBrk()) return;
+        std::wstring text = entity.name.empty() ? entity.text : entity.name;
+        std::replace_if(
+            text.begin(), text.end(), [](wchar_t character) { return character < L' '; }, L' ');
+        constexpr std::size_t longest = 60;
+        if (text.size() > longest) text = text.substr(0, longest - 3) + L"...";
+        rows.push_back({entity.type, entity.layer, entity.handle, entity.space,
+                        std::to_wstring(entity.vertices.size()), std::move(text)});
+    }
+    printTable(rows, "llllrl");
+    acutPrintf(L"%d entities, %s\n", static_cast<int>(listing.entities.size()), listing.version.c_str());
+}
+
+void list() {
+    AcApDocument* document = currentDocument();
+    if (!document) return;
+    CString form(L"Table");
+    acedInitGet(0, L"Table Json");
+    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
+    if (answer == RTREJ) return hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
+    if (answer != RTNORM && answer != RTNONE) return;
+    const hostkit::DrawingListing listing = hostkit::listDrawing(*document->database());
+    if (form == L"Table") return printListing(listing);
+    CString file;
+    if (acedGetString(0, L"File <command line>: ", file) != RTNORM) return;
+    const std::string json = hostkit::listingAsJson(listing);
+    if (file.IsEmpty())
+        hostkit::printToCommandLine(hostkit::wideFromUtf8(json) + L"\n");
+    else
+        writeTextFile(file.GetString(), json + "\n");
+}
+
+void saveAs() {
+    AcApDocument* document = currentDocument();
+    CString file;
+    CString word;
+    if (!document || acedGetString(0, L"File: ", file) != RTNORM) return;
+    if (file.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
+    acedInitGet(0, L"OVERWRITE");
+    const bool mayOverwrite =
+        acedGetKword(L"Overwrite the opened drawing? [OVERWRITE] <no>: ", word) == RTNORM;
+    if (!mayOverwrite && isSameFile(file.GetString(), consoleState().drawing))
+        return hostkit::failCommand(
+            Acad::eFileAccessErr, std::wstring(file.GetString()) +
+                                      L" is the drawing that was opened; SAVEAS FILE OVERWRITE replaces it");
+    const Acad::ErrorStatus status = hostkit::Host::current()->saveDocument(*document, file.GetString());
+    if (status != Acad::eOk)
+        hostkit::failCommand(status, std::wstring(file.GetString()) + L": the drawing could not be saved");
+}
+
+void help();
+
+constexpr Builtin builtins[] = {
+    {L"HELP", help, L"", L"this list"},
+    {L"LIST", list, L"[TABLE | JSON [FILE]]", L"all entities of the drawing"},
+    {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
+    {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT]", L"a picture of the drawing; the page in millimetres"},
+    {L"SAVEAS", saveAs, L"FILE [OVERWRITE]", L"saves the drawing; the opened file only with OVERWRITE"},
+    {L"MODULES", modules, L"", L"the loaded modules in the order of loading"},
+    {L"COMMANDS", commands, L"", L"all commands with their groups, those of modules too"},
+    {L"QUIT", quit, L"", L"ends the program; nothing is saved but by --output"},
+};
+
+void help() {
+    std::vector<Row> rows = {{L"Command", L"Answers", L"What it does"}};
+    for (const Builtin& each : builtins) rows.push_back({each.name, each.arguments, each.help});
+    printTable(rows, "lll");
+    std::wstring others;
+    for (const AcEdCommand* command : acedRegCmds->commands())
+        if (!hostkit::equalFolded(command->commandGroup(), L"CONSOLE"))
+            others += std::wstring(others.empty() ? L"" : L", ") + command->localName();
+    if (!others.empty()) acutPrintf(L"Commands of modules: %s\n", others.c_str());
+}
+
+} // namespace
+
+void registerBuiltinCommands(AcEdCommandStack& stack) {
+    for (const Builtin& each : builtins)
+        stack.addCommand(L"CONSOLE", each.name, each.name, ACRX_CMD_MODAL, each.function);
+}

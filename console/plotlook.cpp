@@ -1,0 +1,87 @@
+#include "plotlook.h"
+
+#include "casefold.h"
+#include "dbdatabase.h"
+#include "dbent.h"
+#include "dblayertablerecord.h"
+#include "dblinetypetablerecord.h"
+#include "dbobjptr.h"
+
+namespace {
+
+constexpr std::uint32_t white = 0xFFFFFF;
+// The layer on which dimensions keep their definition points; it is never plotted.
+constexpr const wchar_t* definitionPoints = L"Defpoints";
+
+} // namespace
+
+LookTable::LookTable(AcDbDatabase& database)
+    : m_database(database)
+    , m_linetypeScale(database.ltscale()) {
+    if (!(m_linetypeScale > 0.0)) m_linetypeScale = 1.0;
+}
+
+std::uint32_t LookTable::paperColor(const AcCmEntityColor& color) {
+    if (!color.isByColor() && !color.isByACI()) return 0;
+    const std::uint32_t rgb = color.rgb() & white;
+    return rgb == white ? 0 : rgb;
+}
+
+const LookTable::Layer& LookTable::layerOf(AcDbObjectId id) {
+    const auto [place, isNew] = m_layers.try_emplace(id);
+    if (!isNew) return place->second;
+    Layer& layer = place->second;
+    const AcDbObjectPointer<AcDbLayerTableRecord> record(id, AcDb::kForRead);
+    if (!record.object()) return layer;
+    layer.isFrozen = record->isFrozen();
+    layer.isHidden = record->isFrozen() || record->isOff() || !record->isPlottable() ||
+                     hostkit::equalFolded(record->name(), definitionPoints);
+    layer.rgb = paperColor(record->color());
+    layer.linetype = record->linetypeObjectId();
+    layer.lineweight = record->lineWeight();
+    return layer;
+}
+
+bool LookTable::isHidden(AcDbObjectId layer) { return layerOf(layer).isHidden; }
+bool LookTable::isFrozen(AcDbObjectId layer) { return layerOf(layer).isFrozen; }
+
+const std::vector<double>& LookTable::dashesOf(AcDbObjectId linetype) {
+    const auto [place, isNew] = m_linetypes.try_emplace(linetype);
+    if (!isNew) return place->second;
+    const AcDbObjectPointer<AcDbLinetypeTableRecord> record(linetype, AcDb::kForRead);
+    for (int i = 0; record.object() && i < record->numDashes(); ++i)
+        place->second.push_back(record->dashLengthAt(i));
+    return place->second;
+}
+
+Look LookTable::lookOf(const AcDbEntity& entity, const Look* around) {
+    Look look;
+    look.layer = entity.layerId();
+    if (around && look.layer == m_database.layerZero()) look.layer = around->layer;
+    const Layer& layer = layerOf(look.layer);
+
+    const AcCmEntityColor color = entity.entityColor();
+    if (color.isByLayer())
+        look.rgb = layer.rgb;
+    else if (color.isByBlock())
+        look.rgb = around ? around->rgb : 0;
+    else
+        look.rgb = paperColor(color);
+
+    AcDbObjectId linetype = entity.linetypeId();
+    if (linetype == m_database.byBlockLinetype() && !linetype.isNull()) {
+        if (around) look.dashes = around->dashes;
+    } else {
+        if (linetype.isNull() || linetype == m_database.byLayerLinetype()) linetype = layer.linetype;
+        if (!linetype.isNull()) look.dashes = dashesOf(linetype);
+        for (double& dash : look.dashes) dash *= m_linetypeScale * entity.linetypeScale();
+    }
+
+    int weight = entity.lineWeight();
+    if (weight == AcDb::kLnWtByLayer) weight = layer.lineweight;
+    if (weight == AcDb::kLnWtByBlock)
+        look.lineweight = around ? around->lineweight : 0.0;
+    else
+        look.lineweight = weight > 0 ? weight / 100.0 : 0.0;
+    return look;
+}
