@@ -147,8 +147,8 @@ public:
 
     // Origin.
 
-    /// The file the drawing was read from; eNoDocument's text is empty for a new drawing. The text lives with
-    /// the drawing.
+    /// The file that the drawing was read from; eFileNotFound, and an empty text, for a new one. The text
+    /// lives with the drawing.
     Acad::ErrorStatus getFilename(const wchar_t*& name) const;
     const wchar_t* originalFileName() const;
     AcDb::AcDbDwgVersion originalFileVersion() const;
@@ -160,6 +160,9 @@ private:
     friend class AcDbObject;
     template <typename Table>
     Acad::ErrorStatus openTable(Table*& table, AcDbObjectId id, AcDb::OpenMode mode);
+    Acad::ErrorStatus setCurrent(const wchar_t* variable, short code, AcDbObjectId table,
+                                 AcDbObjectId record);
+    Adesk::Int16 smallInteger(const wchar_t* variable, Adesk::Int16 otherwise) const;
 
     std::unique_ptr<hostkit::DatabaseContents> m_contents;
 };

@@ -68,7 +68,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
-    /// The root stays. What a hard owner holds is erased with it.
+    /// The root stays. What the dictionary owns is erased with it.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
 private:
@@ -80,10 +80,10 @@ private:
         AcDbObjectId id; ///< null: taken out
     };
     const Entry* find(std::wstring_view name) const;
-    Entry* find(std::wstring_view name) {
-        return const_cast<Entry*>(static_cast<const AcDbDictionary*>(this)->find(name));
-    }
-    std::wstring freeName() const;
+    const Entry* find(AcDbObjectId id) const;
+    std::wstring freeName();
+    Acad::ErrorStatus eraseOwned(AcDbObjectId id);
+    Acad::ErrorStatus takeOut(const Entry* entry);
     /// Replaces an entry of that name, whatever it holds.
     void put(std::wstring_view name, AcDbObjectId id);
 
@@ -91,7 +91,7 @@ private:
     std::unordered_map<std::wstring, std::size_t, hostkit::FoldedHash, hostkit::FoldedEqual> m_index;
     bool m_treatElementsAsHard = false;
     Adesk::Int16 m_mergeStyle = AcDb::kDrcIgnore;
-    mutable Adesk::UInt32 m_lastNumber = 0; ///< of the "*" names
+    Adesk::UInt32 m_lastNumber = 0; ///< of the "*" names
 };
 
 /// Walks a dictionary's entries, erased ones left out. Entries may be added, replaced and taken out during

@@ -12,4 +12,7 @@ class AcDbDimStyleTable : public hostkit::SymbolTableOf<AcDbDimStyleTableRecord,
 public:
     AcDbDimStyleTable() = default;
     AcDbDimStyleTable(const AcDbDimStyleTable&) = delete;
+
+protected:
+    const wchar_t* currentVariable() const override { return L"DIMSTYLE"; }
 };

@@ -12,4 +12,7 @@ class AcDbLayerTable : public hostkit::SymbolTableOf<AcDbLayerTableRecord, AcDbL
 public:
     AcDbLayerTable() = default;
     AcDbLayerTable(const AcDbLayerTable&) = delete;
+
+protected:
+    const wchar_t* currentVariable() const override { return L"CLAYER"; }
 };

@@ -12,4 +12,7 @@ class AcDbLinetypeTable : public hostkit::SymbolTableOf<AcDbLinetypeTableRecord,
 public:
     AcDbLinetypeTable() = default;
     AcDbLinetypeTable(const AcDbLinetypeTable&) = delete;
+
+protected:
+    const wchar_t* currentVariable() const override { return L"CELTYPE"; }
 };

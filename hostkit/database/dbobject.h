@@ -59,8 +59,9 @@ public:
     /// Closes as if it had not been opened. A new object is erased; one that was changed in this open is
     /// refused with eNotImplementedYet and stays open.
     Acad::ErrorStatus cancel();
-    /// An erased object can be restored with false. eWasErased / eWasNotErased when it is so already,
-    /// eCannotBeErasedByCaller for what every drawing needs.
+    /// What the object owns is erased and restored with it. An erased object can be restored with false.
+    /// eWasErased / eWasNotErased when it is so already, eCannotBeErasedByCaller for what every drawing
+    /// needs.
     Acad::ErrorStatus erase(Adesk::Boolean erasing = Adesk::kTrue);
 
     bool isReadEnabled() const { return m_id.isNull() || m_id.stub()->readers > 0 || isWriteEnabled(); }
@@ -143,7 +144,7 @@ protected:
     /// Called by the last close after changes.
     virtual Acad::ErrorStatus subClose();
 
-    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2, kHasExtras = 4, kCannotErase = 8 };
+    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2 };
 
 private:
     friend class hostkit::DatabaseAccess;

@@ -57,6 +57,9 @@ protected:
     virtual bool allowsDuplicateNames() const { return false; }
     /// The last word on a new record's name (numbers of unnamed blocks).
     virtual void completeName(AcDbSymbolTableRecord&) {}
+    /// The header variable that names a record of this table; null where none does. It follows a new name.
+    virtual const wchar_t* currentVariable() const { return nullptr; }
+    /// Tables stay.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
     bool isNameFree(std::wstring_view name, AcDbObjectId except) const;
 

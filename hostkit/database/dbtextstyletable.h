@@ -16,4 +16,5 @@ public:
 
 protected:
     bool allowsDuplicateNames() const override { return true; } // shape files' styles have no name
+    const wchar_t* currentVariable() const override { return L"TEXTSTYLE"; }
 };

@@ -15,8 +15,7 @@ public:
     /// A list that belongs to the caller (acutRelRb); null for an empty record. Handles come as text.
     Acad::ErrorStatus rbChain(resbuf** list, AcDbDatabase* database = nullptr) const;
     /// Replaces the groups. eInvalidDxfCode for a code outside 1 to 369 (0, 5 and 105 have no place here),
-    /// eInvalidResBuf for types that are no group codes. The old ones stay on failure. Null empties the
-    /// record.
+    /// eInvalidResBuf for types that are no group codes. The old ones stay on failure.
     Acad::ErrorStatus setFromRbChain(const resbuf& list, AcDbDatabase* database = nullptr);
     Acad::ErrorStatus appendRbChain(const resbuf& list, AcDbDatabase* database = nullptr);
     const hostkit::GroupBlock& groups() const { return m_groups; }
@@ -33,6 +32,8 @@ public:
 
 private:
     struct Filing;
+    static Acad::ErrorStatus pack(const resbuf& list, hostkit::GroupBlock& groups);
+
     hostkit::GroupBlock m_groups;
     Adesk::Int16 m_mergeStyle = AcDb::kDrcIgnore;
 };

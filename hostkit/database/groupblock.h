@@ -39,6 +39,8 @@ public:
     void appendHandle(short code, Adesk::UInt64 handle);
     void appendBinary(short code, const void* bytes, std::size_t size);
     void appendAll(const GroupBlock& other);
+    /// A binary given as hexadecimal digits; other characters count as 0, an odd last digit is dropped.
+    void appendHexadecimal(short code, std::wstring_view digits);
     /// The part of another block between two of its walker's positions.
     void appendPart(const GroupBlock& other, std::size_t from, std::size_t to);
     /// A record as the lists have it; texts of handle codes are taken as hexadecimal. eInvalidResBuf for a
@@ -61,8 +63,9 @@ private:
 /// Walks a block from its start. The block must outlive it and stay as it is meanwhile.
 class GroupWalker {
 public:
-    explicit GroupWalker(const GroupBlock& block)
-        : m_block(block) {}
+    explicit GroupWalker(const GroupBlock& block, std::size_t from = 0)
+        : m_block(block)
+        , m_position(from) {}
     /// The next group; false at the end. The group's text lives until the next call.
     bool next(AcDbDxfGroup& group);
     /// Where the next group begins.
@@ -71,9 +74,13 @@ public:
 private:
     template <typename T>
     T take();
+    std::size_t takeLength();
+    void takeText();
+    void takeBinary();
+    void takeHandle(AcDbDxfGroup& group);
 
     const GroupBlock& m_block;
-    std::size_t m_position = 0;
+    std::size_t m_position;
     std::wstring m_text;
 };
 

@@ -4,6 +4,9 @@
 
 #include "groupblock.h"
 
+#include "gepnt3d.h"
+
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,7 +36,7 @@ public:
     Adesk::Int64 integer(std::wstring_view name, Adesk::Int64 otherwise = 0) const;
     std::wstring text(std::wstring_view name, std::wstring_view otherwise = L"") const;
     Adesk::UInt64 handle(std::wstring_view name) const;
-    AcDbDxfGroup point(std::wstring_view name) const;
+    AcGePoint3d point(std::wstring_view name) const;
 
     // Replace the variable by one group and mark it as modified. A variable that is there keeps its code, if
     // the code is of the same kind.
@@ -49,7 +52,11 @@ private:
     Variable& change(std::wstring_view name, AcDb::GroupKind kind, short& code);
 
     std::vector<Variable> m_variables;
-    std::unordered_map<std::wstring, std::size_t> m_index;
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::wstring_view name) const { return std::hash<std::wstring_view>()(name); }
+    };
+    std::unordered_map<std::wstring, std::size_t, NameHash, std::equal_to<>> m_index;
 };
 
 } // namespace hostkit

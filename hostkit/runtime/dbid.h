@@ -27,7 +27,7 @@ struct AcDbStub {
 namespace hostkit {
 
 enum OpenState : Adesk::UInt8 { kOpenForWrite = 1, kOpenForNotify = 2 };
-enum StubFlag : Adesk::UInt8 { kStubErased = 1 };
+enum StubFlag : Adesk::UInt8 { kStubErased = 1, kStubErasedWithOwner = 2 };
 
 constexpr std::size_t stubChunkSize = 64 * 1024;
 

@@ -1,0 +1,103 @@
+#include "dbaccess.h"
+
+#include "databasecontents.h"
+#include "db2dpolyline.h"
+#include "db3dpolyline.h"
+#include "dbblockreference.h"
+#include "dbopaque.h"
+#include "objectextras.h"
+
+namespace hostkit {
+
+AcDbObjectId DatabaseAccess::add(AcDbDatabase& database, AcDbObject* object, AcDbHandleValue handle,
+                                 AcDbObjectId owner) {
+    if (!object || !object->m_id.isNull()) return {};
+    DatabaseContents& contents = *database.m_contents;
+    AcDbStub* stub = handle ? contents.handles.find(handle) : nullptr;
+    if (stub && stub->object) return {};
+    if (!stub) stub = contents.makeStub(handle);
+    stub->object = object;
+    object->m_id = AcDbObjectId(stub);
+    object->m_ownerId = owner;
+    return object->m_id;
+}
+
+AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner) {
+    const AcDbObjectId id = add(database, object, 0, owner);
+    if (id.isNull()) return id;
+    id.stub()->openMode = kOpenForWrite;
+    object->m_flags |= AcDbObject::kNew | AcDbObject::kModified;
+    object->m_source.setModified();
+    if (AcDbEntity* entity = AcDbEntity::cast(object))
+        if (SubentityList* list = parts(*entity)) list->enterDrawing(*entity);
+    return id;
+}
+
+AcDbObjectId DatabaseAccess::reserve(AcDbDatabase& database, AcDbHandleValue handle) {
+    if (handle == 0) return {};
+    DatabaseContents& contents = *database.m_contents;
+    AcDbStub* stub = contents.handles.find(handle);
+    return AcDbObjectId(stub ? stub : contents.makeStub(handle));
+}
+
+AcDbObjectId DatabaseAccess::find(const AcDbDatabase& database, AcDbHandleValue handle) {
+    return AcDbObjectId(handle ? database.m_contents->handles.find(handle) : nullptr);
+}
+
+std::size_t DatabaseAccess::stubCount(const AcDbDatabase& database) {
+    return database.m_contents->stubs.count();
+}
+
+AcDbStub* DatabaseAccess::stubAt(const AcDbDatabase& database, std::size_t index) {
+    return database.m_contents->stubs.at(index);
+}
+
+void DatabaseAccess::setExtendedData(AcDbObject& object, GroupBlock&& data) {
+    object.extras().extendedData = std::move(data);
+    object.m_extras->extendedData.shrinkToFit();
+}
+
+void DatabaseAccess::setExtensionDictionary(AcDbObject& object, AcDbObjectId id) {
+    if (object.m_extras || !id.isNull()) object.extras().extensionDictionary = id;
+}
+
+void DatabaseAccess::setPersistentReactors(AcDbObject& object, std::vector<AcDbObjectId>&& ids) {
+    if (object.m_extras || !ids.empty()) object.extras().persistentReactors = std::move(ids);
+}
+
+const std::vector<AcDbObjectId>& DatabaseAccess::persistentReactors(const AcDbObject& object) {
+    static const std::vector<AcDbObjectId> none;
+    return object.m_extras ? object.m_extras->persistentReactors : none;
+}
+
+AcDbObjectId DatabaseAccess::extensionDictionary(const AcDbObject& object) {
+    return object.m_extras ? object.m_extras->extensionDictionary : AcDbObjectId();
+}
+
+SubentityList* DatabaseAccess::parts(AcDbEntity& entity) {
+    if (auto* reference = AcDbBlockReference::cast(&entity)) return &reference->m_attributes;
+    if (auto* polyline = AcDb2dPolyline::cast(&entity)) return &polyline->m_vertices;
+    if (auto* polyline = AcDb3dPolyline::cast(&entity)) return &polyline->m_vertices;
+    if (auto* opaque = AcDbOpaqueEntity::cast(&entity)) return &opaque->m_parts;
+    return nullptr;
+}
+
+AcDbObjectId DatabaseAccess::table(const AcDbDatabase& database, TableKind kind) {
+    return database.m_contents->tables[static_cast<std::size_t>(kind)];
+}
+
+void DatabaseAccess::setTable(AcDbDatabase& database, TableKind kind, AcDbObjectId id) {
+    database.m_contents->tables[static_cast<std::size_t>(kind)] = id;
+}
+
+void DatabaseAccess::setNamedObjectsDictionary(AcDbDatabase& database, AcDbObjectId id) {
+    database.m_contents->namedObjectsDictionary = id;
+}
+
+void DatabaseAccess::setSource(AcDbDatabase& database, std::shared_ptr<const DrawingSource> source,
+                               std::wstring_view file) {
+    database.m_contents->source = std::move(source);
+    database.m_contents->fileName = file;
+}
+
+} // namespace hostkit

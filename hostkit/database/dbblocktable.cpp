@@ -1,0 +1,17 @@
+#include "dbblocktable.h"
+
+#include "dbaccess.h"
+
+HOSTKIT_KIT_CLASS(AcDbBlockTable, AcDbSymbolTable, L"TABLE")
+
+// "*U" and the like: a star and one letter ask for the next free number.
+void AcDbBlockTable::completeName(AcDbSymbolTableRecord& record) {
+    const std::wstring stem = record.name();
+    if (stem.size() != 2 || stem[0] != L'*') return;
+    for (std::size_t number = numRecords();; ++number) {
+        const std::wstring name = stem + std::to_wstring(number);
+        if (!find(name).isNull()) continue;
+        hostkit::DatabaseAccess::setRecordName(record, name);
+        return;
+    }
+}

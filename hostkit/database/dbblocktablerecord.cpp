@@ -1,0 +1,147 @@
+#include "dbblocktablerecord.h"
+
+#include "dbaccess.h"
+#include "dbattdef.h"
+#include "dbdatabase.h"
+#include "ownederasure.h"
+
+#include "casefold.h"
+
+#include <algorithm>
+
+HOSTKIT_KIT_CLASS(AcDbBlockTableRecord, AcDbSymbolTableRecord, L"BLOCK_RECORD")
+
+using hostkit::DatabaseAccess;
+
+AcDbBlockTableRecord::AcDbBlockTableRecord(const AcDbBlockTableRecord& other)
+    : AcDbSymbolTableRecord(other)
+    , m_origin(other.m_origin)
+    , m_comments(other.m_comments)
+    , m_pathName(other.m_pathName)
+    , m_insertUnits(other.m_insertUnits)
+    , m_explodability(other.m_explodability)
+    , m_scalability(other.m_scalability) {}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
+    if (!entity) return Acad::eNullEntityPointer;
+    if (!database()) return Acad::eNoDatabase;
+    if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
+    // The block's own record does not list its entities, so it stands in the drawing as before.
+    const Acad::ErrorStatus status = assertWriteEnabled(true, false);
+    if (status != Acad::eOk) return status;
+    m_flags |= kModified;
+    if (entity->layerId().isNull()) DatabaseAccess::setLayer(*entity, database()->clayer());
+    id = DatabaseAccess::addOpen(*database(), entity, objectId());
+    m_entities.push_back(id);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
+    AcDbObjectId id;
+    return appendAcDbEntity(id, entity);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning,
+                                                    bool skipDeleted) const {
+    iterator = new AcDbBlockTableRecordIterator(*this, atBeginning, skipDeleted);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_origin = origin;
+    return status;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setComments(const wchar_t* text) {
+    if (!text) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_comments = text;
+    return status;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setLayoutId(AcDbObjectId id) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_layoutId = id;
+    return status;
+}
+
+namespace {
+bool startsWith(std::wstring_view name, std::wstring_view start) {
+    return name.size() >= start.size() && hostkit::equalFolded(name.substr(0, start.size()), start);
+}
+constexpr std::wstring_view modelSpace = L"*Model_Space";
+constexpr std::wstring_view paperSpace = L"*Paper_Space";
+} // namespace
+
+bool AcDbBlockTableRecord::isLayout() const {
+    return startsWith(m_name, modelSpace) || startsWith(m_name, paperSpace);
+}
+
+bool AcDbBlockTableRecord::isAnonymous() const { return !m_name.empty() && m_name[0] == L'*' && !isLayout(); }
+
+bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
+    return std::any_of(m_entities.begin(), m_entities.end(), [](AcDbObjectId id) {
+        const AcDbObject* object = DatabaseAccess::object(id);
+        return object && !id.isErased() && object->isKindOf(AcDbAttributeDefinition::desc());
+    });
+}
+
+bool AcDbBlockTableRecord::allowsName(std::wstring_view name) const {
+    return isValidName(name) || (name.size() > 1 && name[0] == L'*' && isValidName(name.substr(1)));
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::subErase(Adesk::Boolean erasing) {
+    const bool hasSheet = isLayout() && m_layoutId.isResident() && !m_layoutId.isErased();
+    if (erasing &&
+        (hasSheet || hostkit::equalFolded(m_name, modelSpace) || hostkit::equalFolded(m_name, paperSpace)))
+        return Acad::eCannotBeErasedByCaller;
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::subErase(erasing);
+    if (status != Acad::eOk) return status;
+    for (const AcDbObjectId id : m_entities) hostkit::eraseWithOwner(id, erasing);
+    hostkit::eraseWithOwner(m_beginId, erasing);
+    hostkit::eraseWithOwner(m_endId, erasing);
+    return Acad::eOk;
+}
+
+// The iterator. An index before the first wraps to the largest number and counts as done.
+
+void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
+    m_index = atBeginning ? 0 : m_block.entities().size() - 1;
+    if (skipDeleted) skipErased(atBeginning);
+}
+
+void AcDbBlockTableRecordIterator::step(bool forward, bool skipDeleted) {
+    if (done()) return;
+    m_index += forward ? 1 : static_cast<std::size_t>(-1);
+    if (skipDeleted) skipErased(forward);
+}
+
+void AcDbBlockTableRecordIterator::skipErased(bool forward) {
+    while (!done() && m_block.entities()[m_index].isErased())
+        m_index += forward ? 1 : static_cast<std::size_t>(-1);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& id) const {
+    if (done()) return Acad::eInvalidIndex;
+    id = m_block.entities()[m_index];
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& entity, AcDb::OpenMode mode,
+                                                          bool openErased) const {
+    if (done()) return Acad::eInvalidIndex;
+    return acdbOpenAcDbEntity(entity, m_block.entities()[m_index], mode, openErased);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId id) {
+    const auto& entities = m_block.entities();
+    const auto found = std::find(entities.begin(), entities.end(), id);
+    if (found == entities.end()) return Acad::eKeyNotFound;
+    m_index = static_cast<std::size_t>(found - entities.begin());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(const AcDbEntity* entity) {
+    return entity ? seek(entity->objectId()) : Acad::eNullEntityPointer;
+}

@@ -1,0 +1,221 @@
+#include "dbdictionary.h"
+
+#include "assignfield.h"
+#include "dbaccess.h"
+#include "dbdatabase.h"
+#include "ownederasure.h"
+
+#include "adsdef.h"
+
+#include <algorithm>
+
+HOSTKIT_KIT_CLASS(AcDbDictionary, AcDbObject, L"DICTIONARY")
+
+using hostkit::DatabaseAccess;
+
+namespace {
+
+bool isValidKey(std::wstring_view name) {
+    if (name.empty()) return false;
+    return std::none_of(name.begin(), name.end(), [](wchar_t c) { return c < L' ' || c == L'|'; });
+}
+
+} // namespace
+
+const AcDbDictionary::Entry* AcDbDictionary::find(std::wstring_view name) const {
+    const auto found = m_index.find(name);
+    if (found == m_index.end()) return nullptr;
+    const Entry& entry = m_entries[found->second];
+    return entry.id.isErased() ? nullptr : &entry;
+}
+
+Acad::ErrorStatus AcDbDictionary::getAt(const wchar_t* name, AcDbObjectId& id) const {
+    const Entry* entry = name ? find(name) : nullptr;
+    if (!entry) return Acad::eKeyNotFound;
+    id = entry->id;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::getAt(const wchar_t* name, AcDbObject*& object, AcDb::OpenMode mode) const {
+    object = nullptr;
+    AcDbObjectId id;
+    const Acad::ErrorStatus status = getAt(name, id);
+    return status == Acad::eOk ? acdbOpenAcDbObject(object, id, mode) : status;
+}
+
+bool AcDbDictionary::has(const wchar_t* name) const { return name && find(name); }
+
+const AcDbDictionary::Entry* AcDbDictionary::find(AcDbObjectId id) const {
+    if (id.isNull() || id.isErased()) return nullptr;
+    const auto found =
+        std::find_if(m_entries.begin(), m_entries.end(), [id](const Entry& entry) { return entry.id == id; });
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+bool AcDbDictionary::has(AcDbObjectId id) const { return find(id) != nullptr; }
+
+Acad::ErrorStatus AcDbDictionary::nameAt(AcDbObjectId id, wchar_t*& name) const {
+    const Entry* entry = find(id);
+    if (!entry) return Acad::eKeyNotFound;
+    name = acutNewString(entry->name.c_str());
+    return Acad::eOk;
+}
+
+Adesk::UInt32 AcDbDictionary::numEntries() const {
+    return static_cast<Adesk::UInt32>(
+        std::count_if(m_entries.begin(), m_entries.end(),
+                      [](const Entry& entry) { return !entry.id.isNull() && !entry.id.isErased(); }));
+}
+
+void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
+    const auto [place, isNew] = m_index.try_emplace(std::wstring(name), m_entries.size());
+    if (isNew)
+        m_entries.push_back({std::wstring(name), id});
+    else
+        m_entries[place->second] = {std::wstring(name), id};
+}
+
+std::wstring AcDbDictionary::freeName() {
+    std::wstring name;
+    do name = L"*A" + std::to_wstring(++m_lastNumber);
+    while (find(name));
+    return name;
+}
+
+Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object, AcDbObjectId& id) {
+    if (!object) return Acad::eNullObjectPointer;
+    if (!name || !isValidKey(name)) return Acad::eInvalidKey;
+    if (!database()) return Acad::eNoDatabase;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (object->database() && object->database() != database()) return Acad::eInvalidInput;
+    const std::wstring key = name[0] == L'*' ? freeName() : name;
+    const Entry* old = find(key);
+    if (old && old->id != object->objectId()) {
+        const Acad::ErrorStatus status = eraseOwned(old->id);
+        if (status != Acad::eOk) return status;
+    }
+    assertWriteEnabled();
+    if (object->objectId().isNull())
+        DatabaseAccess::addOpen(*database(), object, objectId());
+    else if (object->ownerId().isNull() && object->isWriteEnabled())
+        object->setOwnerId(objectId());
+    id = object->objectId();
+    put(key, id);
+    return Acad::eOk;
+}
+
+// What another container owns only loses its name here.
+Acad::ErrorStatus AcDbDictionary::eraseOwned(AcDbObjectId id) {
+    const AcDbObject* owned = DatabaseAccess::object(id);
+    if (!owned || owned->ownerId() != objectId()) return Acad::eOk;
+    AcDbObject* object = nullptr;
+    Acad::ErrorStatus status = acdbOpenAcDbObject(object, id, AcDb::kForWrite);
+    if (status != Acad::eOk) return status;
+    status = object->erase();
+    object->close();
+    return status;
+}
+
+Acad::ErrorStatus AcDbDictionary::takeOut(const Entry* entry) {
+    if (!entry) return Acad::eKeyNotFound;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    AcDbObject* object = DatabaseAccess::object(entry->id);
+    if (object && object->ownerId() == objectId()) {
+        DatabaseAccess::setOwner(*object, AcDbObjectId());
+        DatabaseAccess::markChanged(*object);
+    }
+    const auto place = m_index.find(entry->name);
+    m_entries[place->second] = Entry();
+    m_index.erase(place);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(const wchar_t* name, AcDbObjectId& id) {
+    const Entry* entry = name ? find(name) : nullptr;
+    const AcDbObjectId found = entry ? entry->id : AcDbObjectId();
+    const Acad::ErrorStatus status = takeOut(entry);
+    if (status == Acad::eOk) id = found;
+    return status;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(const wchar_t* name) {
+    AcDbObjectId id;
+    return remove(name, id);
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId id) { return takeOut(find(id)); }
+
+Acad::ErrorStatus AcDbDictionary::setName(const wchar_t* oldName, const wchar_t* newName) {
+    const Entry* entry = oldName ? find(oldName) : nullptr;
+    if (!entry) return Acad::eKeyNotFound;
+    if (!newName || !isValidKey(newName)) return Acad::eInvalidKey;
+    const Entry* holder = find(newName);
+    if (holder && holder != entry) return Acad::eDuplicateKey;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    if (const auto erased = m_index.find(std::wstring_view(newName)); erased != m_index.end() && !holder) {
+        m_entries[erased->second] = Entry();
+        m_index.erase(erased);
+    }
+    const std::size_t place = static_cast<std::size_t>(entry - m_entries.data());
+    m_index.erase(m_index.find(entry->name));
+    m_entries[place].name = newName;
+    m_index.emplace(newName, place);
+    return Acad::eOk;
+}
+
+AcDbDictionaryIterator* AcDbDictionary::newIterator() const { return new AcDbDictionaryIterator(*this); }
+
+Acad::ErrorStatus AcDbDictionary::setTreatElementsAsHard(bool hard) {
+    return hostkit::assignField(*this, m_treatElementsAsHard, hard);
+}
+
+Acad::ErrorStatus AcDbDictionary::setMergeStyle(AcDb::DuplicateRecordCloning style) {
+    return hostkit::assignIf(style >= AcDb::kDrcNotApplicable && style <= AcDb::kDrcUnmangleName, *this,
+                             m_mergeStyle, static_cast<Adesk::Int16>(style));
+}
+
+Acad::ErrorStatus AcDbDictionary::subErase(Adesk::Boolean erasing) {
+    if (erasing && database()->namedObjectsDictionaryId() == objectId()) return Acad::eCannotBeErasedByCaller;
+    for (const Entry& entry : m_entries) {
+        const AcDbObject* object = DatabaseAccess::object(entry.id);
+        if (object && object->ownerId() == objectId()) hostkit::eraseWithOwner(entry.id, erasing);
+    }
+    return Acad::eOk;
+}
+
+// The iterator.
+
+void AcDbDictionaryIterator::skip() {
+    const auto isAbsent = [](AcDbObjectId id) { return id.isNull() || id.isErased(); };
+    while (!done() && isAbsent(m_dictionary.m_entries[m_index].id)) ++m_index;
+}
+
+bool AcDbDictionaryIterator::next() {
+    if (done()) return false;
+    ++m_index;
+    skip();
+    return !done();
+}
+
+const wchar_t* AcDbDictionaryIterator::name() const {
+    return done() ? L"" : m_dictionary.m_entries[m_index].name.c_str();
+}
+
+AcDbObjectId AcDbDictionaryIterator::objectId() const {
+    return done() ? AcDbObjectId() : m_dictionary.m_entries[m_index].id;
+}
+
+Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::OpenMode mode) const {
+    if (!done()) return acdbOpenAcDbObject(object, objectId(), mode);
+    object = nullptr;
+    return Acad::eInvalidIndex;
+}
+
+bool AcDbDictionaryIterator::setPosition(AcDbObjectId id) {
+    const AcDbDictionary::Entry* entry = m_dictionary.find(id);
+    if (!entry) return false;
+    m_index = static_cast<std::size_t>(entry - m_dictionary.m_entries.data());
+    return true;
+}

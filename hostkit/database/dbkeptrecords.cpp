@@ -1,0 +1,42 @@
+#include "dbdimstyletablerecord.h"
+#include "dbregapptablerecord.h"
+#include "dbucstablerecord.h"
+#include "dbviewporttablerecord.h"
+#include "dbviewtablerecord.h"
+
+#include "assignfield.h"
+
+#include "casefold.h"
+
+// The records whose groups are kept without a meaning of their own.
+
+HOSTKIT_KIT_CLASS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, L"DIMSTYLE")
+HOSTKIT_KIT_CLASS(AcDbViewTableRecord, AcDbSymbolTableRecord, L"VIEW")
+HOSTKIT_KIT_CLASS(AcDbUCSTableRecord, AcDbSymbolTableRecord, L"UCS")
+HOSTKIT_KIT_CLASS(AcDbViewportTableRecord, AcDbSymbolTableRecord, L"VPORT")
+HOSTKIT_KIT_CLASS(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::setGroups(hostkit::GroupBlock groups) {
+    return hostkit::assignField(*this, m_groups, std::move(groups));
+}
+
+Acad::ErrorStatus AcDbViewTableRecord::setGroups(hostkit::GroupBlock groups) {
+    return hostkit::assignField(*this, m_groups, std::move(groups));
+}
+
+Acad::ErrorStatus AcDbUCSTableRecord::setGroups(hostkit::GroupBlock groups) {
+    return hostkit::assignField(*this, m_groups, std::move(groups));
+}
+
+Acad::ErrorStatus AcDbViewportTableRecord::setGroups(hostkit::GroupBlock groups) {
+    return hostkit::assignField(*this, m_groups, std::move(groups));
+}
+
+bool AcDbViewportTableRecord::allowsName(std::wstring_view name) const {
+    return isValidName(name) || hostkit::equalFolded(name, L"*Active");
+}
+
+Acad::ErrorStatus AcDbRegAppTableRecord::subErase(Adesk::Boolean erasing) {
+    if (erasing && hostkit::equalFolded(m_name, L"ACAD")) return Acad::eCannotBeErasedByCaller;
+    return AcDbSymbolTableRecord::subErase(erasing);
+}

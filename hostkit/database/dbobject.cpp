@@ -1,0 +1,304 @@
+#include "dbobject.h"
+
+#include "dbdatabase.h"
+#include "dbdictionary.h"
+#include "dbopen.h"
+#include "dbsymboltable.h"
+#include "objectextras.h"
+#include "ownederasure.h"
+
+#include "acarray.h"
+
+#include <algorithm>
+
+HOSTKIT_KIT_ABSTRACT_CLASS(AcDbObject, AcRxObject)
+
+AcDbObject::AcDbObject() = default;
+AcDbObject::~AcDbObject() = default;
+
+AcDbObject::AcDbObject(const AcDbObject& other)
+    : AcRxObject(other) {
+    if (other.hasXData()) extras().extendedData = other.m_extras->extendedData;
+}
+
+hostkit::ObjectExtras& AcDbObject::extras() {
+    if (!m_extras) m_extras = std::make_unique<hostkit::ObjectExtras>();
+    return *m_extras;
+}
+
+const wchar_t* AcDbObject::dxfName() const {
+    const wchar_t* name = isA()->dxfName();
+    return name ? name : L"";
+}
+
+Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
+    if (!m_id.isNull() && !owner.isNull() && owner.database() != database()) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_ownerId = owner;
+    return status;
+}
+
+// Open state.
+
+Acad::ErrorStatus AcDbObject::assertWriteEnabled(Adesk::Boolean, Adesk::Boolean recordModified) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (recordModified && !m_id.isNull()) {
+        m_flags |= kModified;
+        m_source.setModified();
+    }
+    return Acad::eOk;
+}
+
+bool AcDbObject::isReallyClosing() const {
+    if (m_id.isNull()) return true;
+    const AcDbStub& stub = *m_id.stub();
+    return stub.readers + ((stub.openMode & hostkit::kOpenForWrite) ? 1 : 0) +
+               ((stub.openMode & hostkit::kOpenForNotify) ? 1 : 0) <=
+           1;
+}
+
+Acad::ErrorStatus AcDbObject::close() {
+    if (m_id.isNull()) return Acad::eNotInDatabase;
+    AcDbStub& stub = *m_id.stub();
+    if (stub.openMode == 0 && stub.readers > 0) {
+        --stub.readers;
+        return Acad::eOk;
+    }
+    if (stub.openMode == 0) return Acad::eInvalidOpenState;
+    if (stub.openMode & hostkit::kOpenForNotify) {
+        stub.openMode &= static_cast<Adesk::UInt8>(~hostkit::kOpenForNotify);
+        return Acad::eOk;
+    }
+    const Acad::ErrorStatus status = (m_flags & kModified) ? subClose() : Acad::eOk;
+    stub.openMode = 0;
+    m_flags &= static_cast<Adesk::UInt8>(~(kModified | kNew));
+    return status;
+}
+
+Acad::ErrorStatus AcDbObject::upgradeOpen() {
+    if (m_id.isNull()) return Acad::eNotInDatabase;
+    AcDbStub& stub = *m_id.stub();
+    if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
+    if (stub.openMode & hostkit::kOpenForWrite) return Acad::eWasOpenForWrite;
+    if (stub.readers == 0) return Acad::eNotOpenForRead;
+    if (stub.readers > 1) return Acad::eWasOpenForRead;
+    stub.readers = 0;
+    stub.openMode = hostkit::kOpenForWrite;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeOpen() {
+    if (m_id.isNull()) return Acad::eNotInDatabase;
+    AcDbStub& stub = *m_id.stub();
+    if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
+    if (!(stub.openMode & hostkit::kOpenForWrite)) return Acad::eNotOpenForWrite;
+    const Acad::ErrorStatus status = close();
+    stub.readers = 1;
+    return status;
+}
+
+Acad::ErrorStatus AcDbObject::cancel() {
+    if (m_id.isNull()) return Acad::eNotInDatabase;
+    if (isNewObject()) {
+        const Acad::ErrorStatus status = isErased() ? Acad::eOk : erase();
+        return status == Acad::eOk ? close() : status;
+    }
+    return isModified() ? Acad::eNotImplementedYet : close();
+}
+
+Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
+    if (m_id.isNull()) return Acad::eNotInDatabase;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (isErased() == erasing) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
+    Acad::ErrorStatus status = subErase(erasing);
+    if (status == Acad::eOk) status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    AcDbStub& stub = *m_id.stub();
+    stub.flags ^= hostkit::kStubErased;
+    if (m_extras) hostkit::eraseWithOwner(m_extras->extensionDictionary, erasing);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) { return Acad::eOk; }
+Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }
+AcRxObject* AcDbObject::clone() const { return nullptr; }
+Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler*) { return Acad::eNotImplementedYet; }
+Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler*) const { return Acad::eNotImplementedYet; }
+
+// Extended data.
+
+namespace {
+
+constexpr short applicationCode = 1001;
+constexpr short firstCode = 1000;
+constexpr short lastCode = 1071;
+
+/// One application's part of a block.
+struct ApplicationPart {
+    std::wstring name;
+    std::size_t from = 0;
+    std::size_t afterName = 0;
+    std::size_t to = 0;
+    bool isEmpty() const { return afterName == to; }
+};
+
+std::vector<ApplicationPart> partsOf(const hostkit::GroupBlock& block) {
+    std::vector<ApplicationPart> parts;
+    hostkit::GroupWalker walker(block);
+    AcDbDxfGroup group;
+    for (std::size_t start = 0; walker.next(group); start = walker.position()) {
+        if (group.code == applicationCode)
+            parts.push_back({std::wstring(group.text), start, walker.position(), walker.position()});
+        else if (!parts.empty())
+            parts.back().to = walker.position();
+    }
+    return parts;
+}
+
+const ApplicationPart* partNamed(const std::vector<ApplicationPart>& parts, std::wstring_view name) {
+    const auto found = std::find_if(parts.begin(), parts.end(), [&](const ApplicationPart& part) {
+        return hostkit::equalFolded(part.name, name);
+    });
+    return found == parts.end() ? nullptr : &*found;
+}
+
+Acad::ErrorStatus packList(const resbuf* list, hostkit::GroupBlock& block) {
+    if (!list || list->restype != applicationCode) return Acad::eInvalidResBuf;
+    for (; list; list = list->rbnext) {
+        if (list->restype < firstCode || list->restype > lastCode) return Acad::eInvalidResBuf;
+        const Acad::ErrorStatus status = block.appendRecord(*list);
+        if (status != Acad::eOk) return status;
+    }
+    return Acad::eOk;
+}
+
+bool isRegistered(const AcDbDatabase& database, std::wstring_view application) {
+    const auto* table = AcDbSymbolTable::cast(
+        database.regAppTableId().isNull() ? nullptr : database.regAppTableId().stub()->object);
+    return table && !table->find(application).isNull();
+}
+
+// The old block with the parts of the new one in the place of those of the same name, further ones at the
+// end.
+hostkit::GroupBlock merged(const hostkit::GroupBlock& before, const hostkit::GroupBlock& now) {
+    const std::vector<ApplicationPart> oldParts = partsOf(before);
+    const std::vector<ApplicationPart> newParts = partsOf(now);
+    hostkit::GroupBlock result;
+    const auto take = [&](const ApplicationPart& part) {
+        if (!part.isEmpty()) result.appendPart(now, part.from, part.to);
+    };
+    for (const ApplicationPart& old : oldParts) {
+        if (const ApplicationPart* replacement = partNamed(newParts, old.name))
+            take(*replacement);
+        else
+            result.appendPart(before, old.from, old.to);
+    }
+    for (const ApplicationPart& part : newParts)
+        if (!partNamed(oldParts, part.name)) take(part);
+    return result;
+}
+
+} // namespace
+
+bool AcDbObject::hasXData() const { return m_extras && !m_extras->extendedData.isEmpty(); }
+
+const hostkit::GroupBlock* AcDbObject::extendedData() const {
+    return hasXData() ? &m_extras->extendedData : nullptr;
+}
+
+resbuf* AcDbObject::xData(const wchar_t* applicationName) const {
+    if (!hasXData()) return nullptr;
+    const hostkit::GroupBlock& block = m_extras->extendedData;
+    if (!applicationName) return block.toList();
+    const std::vector<ApplicationPart> parts = partsOf(block);
+    const ApplicationPart* part = partNamed(parts, applicationName);
+    return part ? block.toList(part->from, part->to) : nullptr;
+}
+
+Acad::ErrorStatus AcDbObject::setXData(const resbuf* list) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    hostkit::GroupBlock given;
+    const Acad::ErrorStatus status = packList(list, given);
+    if (status != Acad::eOk) return status;
+    const std::vector<ApplicationPart> parts = partsOf(given);
+    for (const ApplicationPart& part : parts) {
+        if (partNamed(parts, part.name) != &part) return Acad::eInvalidResBuf;
+        if (database() && !part.isEmpty() && !isRegistered(*database(), part.name))
+            return Acad::eRegappIdNotFound;
+    }
+    static const hostkit::GroupBlock none;
+    hostkit::GroupBlock result = merged(hasXData() ? m_extras->extendedData : none, given);
+    if (result.size() > hostkit::GroupBlock::maxExtendedDataSize) return Acad::eXdataSizeExceeded;
+    return setExtendedData(std::move(result));
+}
+
+Acad::ErrorStatus AcDbObject::setExtendedData(hostkit::GroupBlock&& data) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk || (data.isEmpty() && !m_extras)) return status;
+    extras().extendedData = std::move(data);
+    m_extras->extendedData.shrinkToFit();
+    return Acad::eOk;
+}
+
+// Extension dictionary and reactors.
+
+AcDbObjectId AcDbObject::extensionDictionary() const {
+    if (!m_extras || m_extras->extensionDictionary.isErased()) return {};
+    return m_extras->extensionDictionary;
+}
+
+Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
+    if (!database()) return Acad::eNoDatabase;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!extensionDictionary().isNull()) return Acad::eOk;
+    auto dictionary = std::make_unique<AcDbDictionary>();
+    dictionary->setTreatElementsAsHard(true);
+    Acad::ErrorStatus status = database()->addAcDbObject(dictionary.get());
+    if (status != Acad::eOk) return status;
+    AcDbDictionary* added = dictionary.release();
+    added->setOwnerId(m_id);
+    assertWriteEnabled();
+    extras().extensionDictionary = added->objectId();
+    return added->close();
+}
+
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    const AcDbObjectId id = extensionDictionary();
+    if (id.isNull()) return Acad::eKeyNotFound;
+    AcDbDictionary* dictionary = nullptr;
+    Acad::ErrorStatus status = acdbOpenObject(dictionary, id, AcDb::kForWrite);
+    if (status != Acad::eOk) return status;
+    status = dictionary->numEntries() > 0 ? Acad::eContainerNotEmpty : dictionary->erase();
+    dictionary->close();
+    if (status != Acad::eOk) return status;
+    m_extras->extensionDictionary.setNull();
+    return assertWriteEnabled();
+}
+
+Acad::ErrorStatus AcDbObject::addPersistentReactor(AcDbObjectId id) {
+    if (id.isNull()) return Acad::eNullObjectId;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk && !hasPersistentReactor(id)) extras().persistentReactors.push_back(id);
+    return status;
+}
+
+Acad::ErrorStatus AcDbObject::removePersistentReactor(AcDbObjectId id) {
+    if (!hasPersistentReactor(id)) return Acad::eKeyNotFound;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) std::erase(m_extras->persistentReactors, id);
+    return status;
+}
+
+bool AcDbObject::hasPersistentReactor(AcDbObjectId id) const {
+    if (!m_extras) return false;
+    const auto& ids = m_extras->persistentReactors;
+    return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
+AcDbObjectIdArray AcDbObject::persistentReactors() const {
+    AcDbObjectIdArray ids;
+    if (!m_extras) return ids;
+    for (const AcDbObjectId id : m_extras->persistentReactors) ids.append(id);
+    return ids;
+}

@@ -1,0 +1,54 @@
+#include "dbopen.h"
+
+#include "dbent.h"
+#include "dbobject.h"
+
+AcRxClass* AcDbObjectId::objectClass() const {
+    return m_stub && m_stub->object ? m_stub->object->isA() : nullptr;
+}
+
+namespace {
+
+Acad::ErrorStatus refusal(const AcDbStub& stub, AcDb::OpenMode mode) {
+    if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
+    if (mode == AcDb::kForNotify) return Acad::eOk;
+    if (stub.openMode & hostkit::kOpenForWrite) return Acad::eWasOpenForWrite;
+    if (mode == AcDb::kForWrite) return stub.readers > 0 ? Acad::eWasOpenForRead : Acad::eOk;
+    return stub.readers >= hostkit::maxReaders ? Acad::eAtMaxReaders : Acad::eOk;
+}
+
+void enterState(AcDbStub& stub, AcDb::OpenMode mode) {
+    if (mode == AcDb::kForRead)
+        ++stub.readers;
+    else
+        stub.openMode |= mode == AcDb::kForWrite ? hostkit::kOpenForWrite : hostkit::kOpenForNotify;
+}
+
+} // namespace
+
+Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, const AcRxClass* wanted,
+                                 AcDb::OpenMode mode, bool openErased) {
+    object = nullptr;
+    AcDbStub* stub = id.stub();
+    if (!stub) return Acad::eNullObjectId;
+    if (!stub->object) return Acad::ePermanentlyErased;
+    if ((stub->flags & hostkit::kStubErased) && !openErased) return Acad::eWasErased;
+    if (mode != AcDb::kForRead && mode != AcDb::kForWrite && mode != AcDb::kForNotify)
+        return Acad::eInvalidInput;
+    if (wanted && !stub->object->isKindOf(wanted)) return Acad::eNotThatKindOfClass;
+    const Acad::ErrorStatus status = refusal(*stub, mode);
+    if (status != Acad::eOk) return status;
+    enterState(*stub, mode);
+    object = stub->object;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+    return acdbOpenObject(object, id, nullptr, mode, openErased);
+}
+
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+    return acdbOpenObject(entity, id, mode, openErased);
+}

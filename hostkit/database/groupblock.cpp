@@ -1,0 +1,351 @@
+#include "groupblock.h"
+
+#include "dbhandle.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+using AcDb::GroupKind;
+
+namespace hostkit {
+namespace {
+
+constexpr std::size_t longLengthMark = 0xFFFF;
+constexpr wchar_t replacementCharacter = 0xFFFD;
+
+std::u16string toUtf16(std::wstring_view text) {
+    std::u16string units;
+    units.reserve(text.size());
+    for (const wchar_t character : text) {
+        const auto code = static_cast<std::uint32_t>(character);
+        if (code < 0x10000) {
+            units.push_back(static_cast<char16_t>(code));
+        } else if (code < 0x110000) {
+            units.push_back(static_cast<char16_t>(0xD7C0 + (code >> 10)));
+            units.push_back(static_cast<char16_t>(0xDC00 + (code & 0x3FF)));
+        } else {
+            units.push_back(static_cast<char16_t>(replacementCharacter));
+        }
+    }
+    return units;
+}
+
+bool isHigh(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
+bool isLow(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+
+void fromUtf16(const unsigned char* bytes, std::size_t units, std::wstring& text) {
+    text.clear();
+    text.reserve(units);
+    char16_t high = 0;
+    for (std::size_t i = 0; i < units; ++i) {
+        char16_t unit;
+        std::memcpy(&unit, bytes + 2 * i, 2);
+        if (isLow(unit) && isHigh(high)) {
+            text.back() = static_cast<wchar_t>(0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+            high = 0;
+            continue;
+        }
+        text.push_back(static_cast<wchar_t>(unit));
+        high = unit;
+    }
+}
+
+char hexDigit(unsigned value) { return "0123456789ABCDEF"[value & 15]; }
+
+} // namespace
+
+template <typename T>
+void GroupBlock::put(T value) {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(&value);
+    m_bytes.insert(m_bytes.end(), bytes, bytes + sizeof(T));
+}
+
+namespace {
+void putLength(std::vector<unsigned char>& bytes, std::size_t length) {
+    const auto small = static_cast<std::uint16_t>(std::min(length, longLengthMark));
+    const auto* first = reinterpret_cast<const unsigned char*>(&small);
+    bytes.insert(bytes.end(), first, first + sizeof small);
+    if (small != longLengthMark) return;
+    const auto whole = static_cast<std::uint32_t>(length);
+    first = reinterpret_cast<const unsigned char*>(&whole);
+    bytes.insert(bytes.end(), first, first + sizeof whole);
+}
+} // namespace
+
+void GroupBlock::appendText(short code, std::wstring_view text) {
+    put(code);
+    const std::u16string units = toUtf16(text);
+    putLength(m_bytes, units.size());
+    const auto* bytes = reinterpret_cast<const unsigned char*>(units.data());
+    m_bytes.insert(m_bytes.end(), bytes, bytes + 2 * units.size());
+}
+
+void GroupBlock::appendReal(short code, double value) {
+    put(code);
+    put(value);
+}
+
+void GroupBlock::appendPoint(short code, const double* coordinates, int dimension) {
+    put(code);
+    put(static_cast<unsigned char>(dimension));
+    for (int i = 0; i < dimension; ++i) put(coordinates[i]);
+}
+
+void GroupBlock::appendInteger(short code, Adesk::Int64 value) {
+    put(code);
+    switch (AcDb::groupKind(code)) {
+    case GroupKind::kInt64:
+        return put(value);
+    case GroupKind::kInt32:
+        return put(static_cast<Adesk::Int32>(value));
+    case GroupKind::kBool:
+        return put(static_cast<unsigned char>(value != 0));
+    default:
+        return put(static_cast<Adesk::Int16>(value));
+    }
+}
+
+void GroupBlock::appendHandle(short code, Adesk::UInt64 handle) {
+    put(code);
+    put(handle);
+}
+
+void GroupBlock::appendBinary(short code, const void* bytes, std::size_t size) {
+    put(code);
+    putLength(m_bytes, size);
+    const auto* first = static_cast<const unsigned char*>(bytes);
+    if (size) m_bytes.insert(m_bytes.end(), first, first + size);
+}
+
+void GroupBlock::append(const AcDbDxfGroup& group) {
+    switch (group.kind) {
+    case GroupKind::kText:
+        return appendText(group.code, group.text);
+    case GroupKind::kPoint:
+        return appendPoint(group.code, group.point, group.dimension == 2 ? 2 : 3);
+    case GroupKind::kReal:
+        return appendReal(group.code, group.real);
+    case GroupKind::kHandle:
+        return appendHandle(group.code, group.handle());
+    case GroupKind::kBinary:
+        return appendHexadecimal(group.code, group.text);
+    default:
+        return appendInteger(group.code, group.integer);
+    }
+}
+
+void GroupBlock::appendHexadecimal(short code, std::wstring_view digits) {
+    std::vector<unsigned char> bytes;
+    bytes.reserve(digits.size() / 2);
+    const auto value = [](wchar_t c) -> unsigned {
+        if (c >= L'0' && c <= L'9') return static_cast<unsigned>(c - L'0');
+        if (c >= L'a' && c <= L'f') return static_cast<unsigned>(c - L'a' + 10);
+        if (c >= L'A' && c <= L'F') return static_cast<unsigned>(c - L'A' + 10);
+        return 0;
+    };
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
+        bytes.push_back(static_cast<unsigned char>(value(digits[i]) << 4 | value(digits[i + 1])));
+    appendBinary(code, bytes.data(), bytes.size());
+}
+
+void GroupBlock::appendAll(const GroupBlock& other) { appendPart(other, 0, other.size()); }
+
+void GroupBlock::appendPart(const GroupBlock& other, std::size_t from, std::size_t to) {
+    const std::vector<unsigned char> part(other.m_bytes.begin() + static_cast<std::ptrdiff_t>(from),
+                                          other.m_bytes.begin() + static_cast<std::ptrdiff_t>(to));
+    m_bytes.insert(m_bytes.end(), part.begin(), part.end());
+}
+
+Acad::ErrorStatus GroupBlock::appendRecord(const resbuf& record) {
+    const short code = record.restype;
+    if (code < 0) return Acad::eInvalidDxfCode;
+    if (code >= RTNONE) return Acad::eInvalidResBuf;
+    const ads_u_val& value = record.resval;
+    switch (AcDb::groupKind(code)) {
+    case GroupKind::kText:
+        appendText(code, value.rstring ? value.rstring : L"");
+        break;
+    case GroupKind::kHandle:
+        appendHandle(code, value.rstring ? AcDbHandle(value.rstring).value() : 0);
+        break;
+    case GroupKind::kPoint:
+        appendPoint(code, value.rpoint);
+        break;
+    case GroupKind::kReal:
+        appendReal(code, value.rreal);
+        break;
+    case GroupKind::kInt64:
+        appendInteger(code, value.mnInt64);
+        break;
+    case GroupKind::kInt32:
+        appendInteger(code, value.rlong);
+        break;
+    case GroupKind::kBinary:
+        if (value.rbinary.clen < 0 || (value.rbinary.clen > 0 && !value.rbinary.buf))
+            return Acad::eInvalidResBuf;
+        appendBinary(code, value.rbinary.buf, static_cast<std::size_t>(value.rbinary.clen));
+        break;
+    default:
+        appendInteger(code, value.rint);
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus GroupBlock::appendList(const resbuf* list) {
+    const std::size_t before = m_bytes.size();
+    for (; list; list = list->rbnext) {
+        const Acad::ErrorStatus status = appendRecord(*list);
+        if (status == Acad::eOk) continue;
+        m_bytes.resize(before);
+        return status;
+    }
+    return Acad::eOk;
+}
+
+namespace {
+
+void setHandleText(resbuf& record, Adesk::UInt64 handle) {
+    wchar_t buffer[17];
+    AcDbHandle(handle).getIntoAsciiBuffer(buffer);
+    record.resval.rstring = acutNewString(buffer);
+}
+
+void setBinary(resbuf& record, std::wstring_view hexadecimal) {
+    const std::size_t size = std::min<std::size_t>(hexadecimal.size() / 2, std::numeric_limits<short>::max());
+    record.resval.rbinary.clen = static_cast<short>(size);
+    record.resval.rbinary.buf = static_cast<char*>(std::malloc(size ? size : 1));
+    const auto value = [](wchar_t c) { return static_cast<unsigned>(c <= L'9' ? c - L'0' : c - L'A' + 10); };
+    for (std::size_t i = 0; record.resval.rbinary.buf && i < size; ++i)
+        record.resval.rbinary.buf[i] =
+            static_cast<char>(value(hexadecimal[2 * i]) << 4 | value(hexadecimal[2 * i + 1]));
+}
+
+resbuf* toRecord(const AcDbDxfGroup& group) {
+    resbuf* record = acutNewRb(group.code);
+    if (!record) return nullptr;
+    ads_u_val& value = record->resval;
+    switch (group.kind) {
+    case GroupKind::kText:
+        value.rstring = acutNewString(std::wstring(group.text).c_str());
+        break;
+    case GroupKind::kHandle:
+        setHandleText(*record, group.handle());
+        break;
+    case GroupKind::kPoint:
+        std::copy_n(group.point, 3, value.rpoint);
+        break;
+    case GroupKind::kReal:
+        value.rreal = group.real;
+        break;
+    case GroupKind::kInt64:
+        value.mnInt64 = group.integer;
+        break;
+    case GroupKind::kInt32:
+        value.rlong = static_cast<Adesk::Int32>(group.integer);
+        break;
+    case GroupKind::kBinary:
+        setBinary(*record, group.text);
+        break;
+    default:
+        value.rint = static_cast<short>(group.integer);
+    }
+    return record;
+}
+
+} // namespace
+
+resbuf* GroupBlock::toList(std::size_t from, std::size_t to) const {
+    resbuf* head = nullptr;
+    resbuf** tail = &head;
+    GroupWalker walker(*this, from);
+    AcDbDxfGroup group;
+    while (walker.position() < to && walker.next(group)) {
+        resbuf* record = toRecord(group);
+        if (!record) break;
+        *tail = record;
+        tail = &record->rbnext;
+    }
+    return head;
+}
+
+template <typename T>
+T GroupWalker::take() {
+    T value{};
+    std::memcpy(&value, m_block.m_bytes.data() + m_position, sizeof(T));
+    m_position += sizeof(T);
+    return value;
+}
+
+std::size_t GroupWalker::takeLength() {
+    const std::size_t length = take<std::uint16_t>();
+    return length == longLengthMark ? take<std::uint32_t>() : length;
+}
+
+void GroupWalker::takeText() {
+    const std::size_t units = takeLength();
+    fromUtf16(m_block.m_bytes.data() + m_position, units, m_text);
+    m_position += 2 * units;
+}
+
+void GroupWalker::takeBinary() {
+    const std::size_t size = takeLength();
+    m_text.clear();
+    m_text.reserve(2 * size);
+    for (std::size_t i = 0; i < size; ++i) {
+        const unsigned byte = m_block.m_bytes[m_position + i];
+        m_text.push_back(static_cast<wchar_t>(hexDigit(byte >> 4)));
+        m_text.push_back(static_cast<wchar_t>(hexDigit(byte)));
+    }
+    m_position += size;
+}
+
+void GroupWalker::takeHandle(AcDbDxfGroup& group) {
+    const auto handle = take<Adesk::UInt64>();
+    wchar_t buffer[17];
+    AcDbHandle(handle).getIntoAsciiBuffer(buffer);
+    m_text = buffer;
+    group.integer = static_cast<Adesk::Int64>(handle);
+}
+
+bool GroupWalker::next(AcDbDxfGroup& group) {
+    if (m_position >= m_block.size()) return false;
+    group = AcDbDxfGroup();
+    group.code = take<short>();
+    group.kind = AcDb::groupKind(group.code);
+    switch (group.kind) {
+    case GroupKind::kText:
+        takeText();
+        group.text = m_text;
+        break;
+    case GroupKind::kBinary:
+        takeBinary();
+        group.text = m_text;
+        break;
+    case GroupKind::kHandle:
+        takeHandle(group);
+        group.text = m_text;
+        break;
+    case GroupKind::kPoint:
+        group.dimension = take<unsigned char>();
+        for (int i = 0; i < group.dimension; ++i) group.point[i] = take<double>();
+        break;
+    case GroupKind::kReal:
+        group.real = take<double>();
+        break;
+    case GroupKind::kInt64:
+        group.integer = take<Adesk::Int64>();
+        break;
+    case GroupKind::kInt32:
+        group.integer = take<Adesk::Int32>();
+        break;
+    case GroupKind::kBool:
+        group.integer = take<unsigned char>();
+        break;
+    default:
+        group.integer = take<Adesk::Int16>();
+    }
+    return true;
+}
+
+} // namespace hostkit

@@ -1,0 +1,73 @@
+#include "subentitylist.h"
+
+#include "dbaccess.h"
+#include "dbent.h"
+#include "ownederasure.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+SubentityList::~SubentityList() = default;
+
+SubentityList::SubentityList(const SubentityList& other) {
+    m_parts.reserve(other.count());
+    for (std::size_t i = 0; i < other.count(); ++i) {
+        const AcDbEntity* part = other.isErasedAt(i) ? nullptr : other.at(i);
+        if (AcDbEntity* copy = part ? AcDbEntity::cast(part->clone()) : nullptr) m_parts.emplace_back(copy);
+    }
+}
+
+AcDbEntity* SubentityList::at(std::size_t index) const {
+    return m_isResident ? DatabaseAccess::objectOf<AcDbEntity>(m_ids[index]) : m_parts[index].get();
+}
+
+std::size_t SubentityList::find(AcDbObjectId id) const {
+    const auto found = std::find(m_ids.begin(), m_ids.end(), id);
+    return found == m_ids.end() ? count() : static_cast<std::size_t>(found - m_ids.begin());
+}
+
+Acad::ErrorStatus SubentityList::insert(AcDbEntity& owner, std::size_t index, AcDbEntity* part,
+                                        AcDbObjectId& id) {
+    if (!part) return Acad::eNullObjectPointer;
+    if (!part->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (index > count()) return Acad::eInvalidIndex;
+    const Acad::ErrorStatus status = owner.assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const auto place = static_cast<std::ptrdiff_t>(index);
+    if (owner.database()) {
+        m_isResident = true;
+        id = DatabaseAccess::addOpen(*owner.database(), part, owner.objectId());
+        m_ids.insert(m_ids.begin() + place, id);
+    } else {
+        id.setNull();
+        m_parts.emplace(m_parts.begin() + place, part);
+    }
+    return Acad::eOk;
+}
+
+void SubentityList::clearOwned() { m_parts.clear(); }
+
+void SubentityList::enterDrawing(AcDbEntity& owner) {
+    m_isResident = true;
+    m_ids.reserve(m_ids.size() + m_parts.size());
+    for (std::unique_ptr<AcDbEntity>& part : m_parts) {
+        AcDbEntity* entering = part.release();
+        if (entering->layerId().isNull()) DatabaseAccess::setLayer(*entering, owner.layerId());
+        m_ids.push_back(DatabaseAccess::addOpen(*owner.database(), entering, owner.objectId()));
+        entering->close();
+    }
+    m_parts.clear();
+    m_parts.shrink_to_fit();
+}
+
+void SubentityList::appendResident(AcDbObjectId id) {
+    m_isResident = true;
+    m_ids.push_back(id);
+}
+
+void SubentityList::eraseAll(bool erasing) {
+    for (const AcDbObjectId id : m_ids) eraseWithOwner(id, erasing);
+}
+
+} // namespace hostkit
