@@ -242,11 +242,13 @@ Acad::ErrorStatus AcDbCurve::getSplitCurves(const AcGeDoubleArray& parameters,
     AcDbVoidPtrArray parts;
     for (int i = 0; i + 1 < cuts.length(); ++i) {
         AcDbCurve* part = piece(cuts[i], cuts[i + 1]);
-        if (!part) continue;
+        if (!part) {
+            for (void* made : parts) delete static_cast<AcDbCurve*>(made);
+            return Acad::eNotApplicable;
+        }
         (void)part->setPropertiesFrom(this);
         parts.append(part);
     }
-    if (parts.isEmpty()) return Acad::eNotApplicable;
     curves.append(parts);
     return Acad::eOk;
 }

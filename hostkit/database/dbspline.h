@@ -57,6 +57,9 @@ protected:
 private:
     struct Filing; ///< the groups of a drawing file
     AcGeNurbCurve3d nurbCurve() const;
+    /// Takes degree, knots, points and weights of the curve.
+    void take(const AcGeNurbCurve3d& curve);
+    void dropFitData();
 
     Adesk::Int16 m_degree = 3;
     bool m_rational = false;

@@ -1,0 +1,140 @@
+#include "db3dpolyline.h"
+
+#include "dbline.h"
+#include "dbopen.h"
+#include "entitycoordinates.h"
+#include "writablevertices.h"
+
+HOSTKIT_KIT_CLASS(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
+
+namespace {
+
+constexpr Adesk::Int16 kClosedFlag = 1;
+constexpr Adesk::Int16 kSplineFlag = 4;
+
+const AcDb3dPolylineVertex* curveVertex(const hostkit::SubentityList& vertices, std::size_t index) {
+    const AcDb3dPolylineVertex* vertex =
+        vertices.isErasedAt(index) ? nullptr : AcDb3dPolylineVertex::cast(vertices.at(index));
+    return vertex && vertex->vertexType() != AcDb::k3dControlVertex ? vertex : nullptr;
+}
+
+} // namespace
+
+AcDb3dPolyline::AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& points, Adesk::Boolean closed) {
+    if (closed) m_dxfFlags |= kClosedFlag;
+    if (type != AcDb::k3dSimplePoly) {
+        m_dxfFlags |= kSplineFlag;
+        m_curveType = type == AcDb::k3dQuadSplinePoly ? 5 : 6;
+    }
+    for (const AcGePoint3d& point : points) (void)appendVertex(new AcDb3dPolylineVertex(point));
+}
+
+AcDb::Poly3dType AcDb3dPolyline::polyType() const {
+    if ((m_dxfFlags & kSplineFlag) == 0) return AcDb::k3dSimplePoly;
+    return m_curveType == 5 ? AcDb::k3dQuadSplinePoly : AcDb::k3dCubicSplinePoly;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::makeClosed() {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_dxfFlags |= kClosedFlag;
+    return status;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::makeOpen() {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) m_dxfFlags &= ~kClosedFlag;
+    return status;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDb3dPolylineVertex* vertex) {
+    AcDbObjectId id;
+    return appendVertex(id, vertex);
+}
+
+Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex) {
+    return m_vertices.append(*this, vertex, id);
+}
+
+Acad::ErrorStatus AcDb3dPolyline::insertVertexAt(AcDbObjectId& id, AcDbObjectId after,
+                                                 AcDb3dPolylineVertex* vertex) {
+    const std::size_t place = after.isNull() ? 0 : m_vertices.find(after) + 1;
+    return m_vertices.insert(*this, place, vertex, id);
+}
+
+Acad::ErrorStatus AcDb3dPolyline::insertVertexAt(const AcDb3dPolylineVertex* after,
+                                                 AcDb3dPolylineVertex* vertex) {
+    std::size_t place = 0;
+    if (after) {
+        while (place < m_vertices.count() && m_vertices.at(place) != after) ++place;
+        ++place;
+    }
+    AcDbObjectId id;
+    return m_vertices.insert(*this, place, vertex, id);
+}
+
+Acad::ErrorStatus AcDb3dPolyline::openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id,
+                                             AcDb::OpenMode mode, bool openErased) const {
+    if (m_vertices.find(id) >= m_vertices.count()) return Acad::eInvalidInput;
+    return acdbOpenObject(vertex, id, mode, openErased);
+}
+
+AcDbObjectIterator* AcDb3dPolyline::vertexIterator() const { return new AcDbObjectIterator(m_vertices); }
+
+Adesk::Boolean AcDb3dPolyline::isClosed() const { return (m_dxfFlags & kClosedFlag) != 0; }
+
+hostkit::PolylineShape AcDb3dPolyline::shape(hostkit::VertexBuffer& buffer) const {
+    buffer.points3d.reserve(m_vertices.count());
+    for (std::size_t i = 0; i < m_vertices.count(); ++i)
+        if (const AcDb3dPolylineVertex* vertex = curveVertex(m_vertices, i))
+            buffer.points3d.push_back(vertex->position());
+    return {buffer.points3d.data(), buffer.points3d.size(), isClosed()};
+}
+
+AcDbCurve* AcDb3dPolyline::piece(double from, double to) const {
+    hostkit::VertexBuffer buffer;
+    auto* result = new AcDb3dPolyline;
+    for (const hostkit::PartVertex& vertex : shape(buffer).part(from, to))
+        (void)result->appendVertex(new AcDb3dPolylineVertex(vertex.point));
+    return result;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::explode(AcDbVoidPtrArray& parts) const {
+    hostkit::VertexBuffer buffer;
+    const hostkit::PolylineShape own = shape(buffer);
+    for (std::size_t i = 0; i < own.segmentCount(); ++i) {
+        auto* side = new AcDbLine(own.worldVertex(i), own.worldVertex(i + 1 < own.vertexCount() ? i + 1 : 0));
+        (void)side->setPropertiesFrom(this);
+        parts.append(side);
+    }
+    return own.segmentCount() > 0 ? Acad::eOk : Acad::eDegenerateGeometry;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::reverseCurve() {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const hostkit::WritableVertices<AcDb3dPolylineVertex> vertices(m_vertices);
+    if (vertices.status() != Acad::eOk) return vertices.status();
+    const std::size_t count = vertices.all().size();
+    for (std::size_t i = 0; i < count / 2; ++i) {
+        const AcGePoint3d place = vertices.all()[i]->position();
+        (void)vertices.all()[i]->setPosition(vertices.all()[count - 1 - i]->position());
+        (void)vertices.all()[count - 1 - i]->setPosition(place);
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::transformBy(const AcGeMatrix3d& matrix) {
+    if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const hostkit::WritableVertices<AcDb3dPolylineVertex> vertices(m_vertices);
+    if (vertices.status() != Acad::eOk) return vertices.status();
+    for (AcDb3dPolylineVertex* vertex : vertices.all())
+        (void)vertex->setPosition(matrix * vertex->position());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::subErase(Adesk::Boolean erasing) {
+    m_vertices.eraseAll(erasing);
+    return Acad::eOk;
+}

@@ -1,0 +1,44 @@
+// Kit: all vertices of an old-style polyline at once, for writing. Covers those in a drawing and out of one;
+// leaves out control points' meaning.
+#pragma once
+
+#include "dbopen.h"
+#include "subentitylist.h"
+
+namespace hostkit {
+
+/// Opens every vertex of a polyline in a drawing for writing, all or none, and closes them again; hands out
+/// the vertices of a non-resident one as they are.
+template <typename Vertex>
+class WritableVertices {
+public:
+    explicit WritableVertices(const SubentityList& vertices) {
+        for (std::size_t i = 0; i < vertices.count() && m_status == Acad::eOk; ++i) {
+            if (vertices.isErasedAt(i)) continue;
+            Vertex* vertex = nullptr;
+            if (!vertices.isResident())
+                vertex = Vertex::cast(vertices.at(i));
+            else
+                m_status = acdbOpenObject(vertex, vertices.idAt(i), AcDb::kForWrite);
+            if (m_status != Acad::eOk || !vertex) continue;
+            m_vertices.push_back(vertex);
+            m_mustClose = vertices.isResident();
+        }
+    }
+    ~WritableVertices() {
+        for (Vertex* vertex : m_vertices)
+            if (m_mustClose) vertex->close();
+    }
+    WritableVertices(const WritableVertices&) = delete;
+    WritableVertices& operator=(const WritableVertices&) = delete;
+
+    Acad::ErrorStatus status() const { return m_status; }
+    const std::vector<Vertex*>& all() const { return m_vertices; }
+
+private:
+    Acad::ErrorStatus m_status = Acad::eOk;
+    bool m_mustClose = false;
+    std::vector<Vertex*> m_vertices;
+};
+
+} // namespace hostkit
