@@ -1,0 +1,176 @@
+#include "dbent.h"
+
+#include "assignfield.h"
+#include "dbaccess.h"
+#include "dbapserv.h"
+#include "dblayertable.h"
+#include "dblinetypetable.h"
+#include "lineweights.h"
+
+#include "adsdef.h"
+
+#include <cmath>
+
+HOSTKIT_KIT_ABSTRACT_CLASS(AcDbEntity, AcDbObject)
+
+using hostkit::assignField;
+using hostkit::DatabaseAccess;
+
+AcDbEntity::AcDbEntity() = default;
+
+AcDbObjectId AcDbEntity::blockId() const {
+    // A vertex or attribute stands where the entity that owns it stands.
+    constexpr int deepest = 4;
+    AcDbObjectId owner = ownerId();
+    for (int depth = 0; depth < deepest; ++depth) {
+        const AcDbObject* object = DatabaseAccess::object(owner);
+        if (!object) return {};
+        if (object->isKindOf(AcDbBlockTableRecord::desc())) return owner;
+        owner = object->ownerId();
+    }
+    return {};
+}
+
+// The look.
+
+Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool, AcDbDatabase*) {
+    return assignField(*this, m_color, color.entityColor());
+}
+
+Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
+    AcCmEntityColor color;
+    const Acad::ErrorStatus status = color.setColorIndex(index);
+    return status == Acad::eOk ? assignField(*this, m_color, color) : status;
+}
+
+namespace {
+
+wchar_t* recordName(AcDbObjectId id) {
+    const auto* record = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(id);
+    return record ? acutNewString(record->name().c_str()) : nullptr;
+}
+
+template <typename Record>
+bool isRecord(AcDbObjectId id) {
+    return DatabaseAccess::objectOf<Record>(id) != nullptr;
+}
+
+AcDbDatabase* drawingOf(const AcDbEntity& entity) {
+    return hostkit::orWorkingDatabase(entity.database());
+}
+
+} // namespace
+
+wchar_t* AcDbEntity::layer() const { return recordName(m_layerId); }
+
+Acad::ErrorStatus AcDbEntity::setLayer(const wchar_t* name, bool doSubents) {
+    if (!name) return Acad::eInvalidInput;
+    const AcDbDatabase* drawing = drawingOf(*this);
+    if (!drawing) return Acad::eNoDatabase;
+    const auto* table = DatabaseAccess::objectOf<AcDbLayerTable>(drawing->layerTableId());
+    const AcDbObjectId id = table ? table->find(name) : AcDbObjectId();
+    return id.isNull() ? Acad::eKeyNotFound : setLayer(id, doSubents);
+}
+
+Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId id, bool doSubents, bool) {
+    if (!isRecord<AcDbLayerTableRecord>(id)) return Acad::eNotThatKindOfClass;
+    const Acad::ErrorStatus status = assignField(*this, m_layerId, id);
+    if (status == Acad::eOk && doSubents)
+        forEachOwnedPart([id](AcDbEntity& part) { part.m_layerId = id; });
+    return status;
+}
+
+wchar_t* AcDbEntity::linetype() const {
+    return m_linetypeId.isNull() ? acutNewString(L"ByLayer") : recordName(m_linetypeId);
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetype(const wchar_t* name, bool doSubents) {
+    if (!name) return Acad::eInvalidInput;
+    const AcDbDatabase* drawing = drawingOf(*this);
+    if (!drawing) return Acad::eNoDatabase;
+    const auto* table = DatabaseAccess::objectOf<AcDbLinetypeTable>(drawing->linetypeTableId());
+    const AcDbObjectId id = table ? table->find(name) : AcDbObjectId();
+    return id.isNull() ? Acad::eKeyNotFound : setLinetype(id, doSubents);
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId id, bool) {
+    if (!isRecord<AcDbLinetypeTableRecord>(id)) return Acad::eNotThatKindOfClass;
+    return assignField(*this, m_linetypeId, id);
+}
+
+Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool) {
+    return hostkit::assignIf(std::isfinite(scale) && scale > 0.0, *this, m_linetypeScale, scale);
+}
+
+Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool) {
+    return hostkit::assignIf(hostkit::isLineWeight(weight), *this, m_lineWeight,
+                             static_cast<Adesk::Int16>(weight));
+}
+
+Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool) {
+    return assignField(*this, m_invisible, visibility == AcDb::kInvisible);
+}
+
+void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
+    const AcDbDatabase* drawing = hostkit::orWorkingDatabase(database ? database : this->database());
+    if (!drawing || assertWriteEnabled() != Acad::eOk) return;
+    m_layerId = drawing->clayer();
+    m_linetypeId = drawing->celtype();
+    m_color = drawing->cecolor().entityColor();
+    m_lineWeight = static_cast<Adesk::Int16>(drawing->celweight());
+    m_linetypeScale = drawing->celtscale();
+}
+
+Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other, bool) {
+    if (!other) return Acad::eNullEntityPointer;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    m_invisible = other->m_invisible;
+    m_lineWeight = other->m_lineWeight;
+    m_color = other->m_color;
+    m_layerId = other->m_layerId;
+    m_linetypeId = other->m_linetypeId;
+    m_linetypeScale = other->m_linetypeScale;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::recordGraphicsModified(Adesk::Boolean modified) {
+    return modified ? assertWriteEnabled() : Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::draw() { return Acad::eOk; }
+
+template <typename F>
+void AcDbEntity::forEachOwnedPart(F&& f) {
+    hostkit::SubentityList* parts = DatabaseAccess::parts(*this);
+    if (!parts || parts->isResident()) return;
+    for (std::size_t i = 0; i < parts->count(); ++i) f(*parts->at(i));
+}
+
+// The geometry, where a kind does not say otherwise.
+
+Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }
+Acad::ErrorStatus AcDbEntity::explode(AcDbVoidPtrArray&) const { return Acad::eNotApplicable; }
+void AcDbEntity::getEcs(AcGeMatrix3d& matrix) const { matrix.setToIdentity(); }
+
+Acad::ErrorStatus AcDbEntity::getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const {
+    AcDbEntity* moved = cast(clone());
+    if (!moved) return Acad::eNotApplicable;
+    const Acad::ErrorStatus status = moved->transformBy(matrix);
+    if (status == Acad::eOk)
+        copy = moved;
+    else
+        delete moved;
+    return status;
+}
+
+Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity*, AcDb::Intersect, AcGePoint3dArray&,
+                                            Adesk::IntPtr, Adesk::IntPtr) const {
+    return Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity*, AcDb::Intersect, const AcGePlane&,
+                                            AcGePoint3dArray&, Adesk::IntPtr, Adesk::IntPtr) const {
+    return Acad::eNotApplicable;
+}
