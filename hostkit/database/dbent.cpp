@@ -31,16 +31,43 @@ AcDbObjectId AcDbEntity::blockId() const {
     return {};
 }
 
-// The look.
+namespace {
 
-Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool, AcDbDatabase*) {
-    return assignField(*this, m_color, color.entityColor());
+/// Hands a property on to what the entity owns; parts that are open elsewhere keep theirs.
+template <typename Setter>
+void handOn(AcDbEntity& owner, Setter&& setter) {
+    const hostkit::SubentityList* parts = DatabaseAccess::parts(owner);
+    for (std::size_t i = 0; parts && i < parts->count(); ++i) {
+        AcDbEntity* part = parts->isResident() ? nullptr : parts->at(i);
+        if (parts->isResident() && acdbOpenAcDbEntity(part, parts->idAt(i), AcDb::kForWrite) != Acad::eOk)
+            continue;
+        setter(*part);
+        if (parts->isResident()) part->close();
+    }
 }
 
-Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
+/// Sets a field, then the parts' by the same setter.
+template <typename Field, typename Value, typename Setter>
+Acad::ErrorStatus assignAll(AcDbEntity& entity, Field& field, const Value& value, bool doSubents,
+                            Setter&& setter) {
+    const Acad::ErrorStatus status = assignField(entity, field, value);
+    if (status == Acad::eOk && doSubents) handOn(entity, setter);
+    return status;
+}
+
+} // namespace
+
+// The look.
+
+Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color, bool doSubents, AcDbDatabase*) {
+    return assignAll(*this, m_color, color.entityColor(), doSubents,
+                     [&](AcDbEntity& part) { part.setColor(color, false); });
+}
+
+Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool doSubents) {
     AcCmEntityColor color;
     const Acad::ErrorStatus status = color.setColorIndex(index);
-    return status == Acad::eOk ? assignField(*this, m_color, color) : status;
+    return status == Acad::eOk ? setColor(color, doSubents) : status;
 }
 
 namespace {
@@ -55,9 +82,7 @@ bool isRecord(AcDbObjectId id) {
     return DatabaseAccess::objectOf<Record>(id) != nullptr;
 }
 
-AcDbDatabase* drawingOf(const AcDbEntity& entity) {
-    return hostkit::orWorkingDatabase(entity.database());
-}
+AcDbDatabase* drawingOf(const AcDbEntity& entity) { return hostkit::orWorkingDatabase(entity.database()); }
 
 } // namespace
 
@@ -74,10 +99,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(const wchar_t* name, bool doSubents) {
 
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId id, bool doSubents, bool) {
     if (!isRecord<AcDbLayerTableRecord>(id)) return Acad::eNotThatKindOfClass;
-    const Acad::ErrorStatus status = assignField(*this, m_layerId, id);
-    if (status == Acad::eOk && doSubents)
-        forEachOwnedPart([id](AcDbEntity& part) { part.m_layerId = id; });
-    return status;
+    return assignAll(*this, m_layerId, id, doSubents, [id](AcDbEntity& part) { part.setLayer(id, false); });
 }
 
 wchar_t* AcDbEntity::linetype() const {
@@ -93,22 +115,27 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const wchar_t* name, bool doSubents) {
     return id.isNull() ? Acad::eKeyNotFound : setLinetype(id, doSubents);
 }
 
-Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId id, bool) {
+Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId id, bool doSubents) {
     if (!isRecord<AcDbLinetypeTableRecord>(id)) return Acad::eNotThatKindOfClass;
-    return assignField(*this, m_linetypeId, id);
+    return assignAll(*this, m_linetypeId, id, doSubents,
+                     [id](AcDbEntity& part) { part.setLinetype(id, false); });
 }
 
-Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool) {
-    return hostkit::assignIf(std::isfinite(scale) && scale > 0.0, *this, m_linetypeScale, scale);
+Acad::ErrorStatus AcDbEntity::setLinetypeScale(double scale, bool doSubents) {
+    if (!std::isfinite(scale) || scale <= 0.0) return Acad::eInvalidInput;
+    return assignAll(*this, m_linetypeScale, scale, doSubents,
+                     [scale](AcDbEntity& part) { part.setLinetypeScale(scale, false); });
 }
 
-Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool) {
-    return hostkit::assignIf(hostkit::isLineWeight(weight), *this, m_lineWeight,
-                             static_cast<Adesk::Int16>(weight));
+Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSubents) {
+    if (!hostkit::isLineWeight(weight)) return Acad::eInvalidInput;
+    return assignAll(*this, m_lineWeight, static_cast<Adesk::Int16>(weight), doSubents,
+                     [weight](AcDbEntity& part) { part.setLineWeight(weight, false); });
 }
 
-Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool) {
-    return assignField(*this, m_invisible, visibility == AcDb::kInvisible);
+Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
+    return assignAll(*this, m_invisible, visibility == AcDb::kInvisible, doSubents,
+                     [visibility](AcDbEntity& part) { part.setVisibility(visibility, false); });
 }
 
 void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
@@ -121,7 +148,7 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
     m_linetypeScale = drawing->celtscale();
 }
 
-Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other, bool) {
+Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other, bool doSubents) {
     if (!other) return Acad::eNullEntityPointer;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
@@ -131,6 +158,7 @@ Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* other, bool) {
     m_layerId = other->m_layerId;
     m_linetypeId = other->m_linetypeId;
     m_linetypeScale = other->m_linetypeScale;
+    if (doSubents) handOn(*this, [other](AcDbEntity& part) { part.setPropertiesFrom(other, false); });
     return Acad::eOk;
 }
 
@@ -139,13 +167,6 @@ Acad::ErrorStatus AcDbEntity::recordGraphicsModified(Adesk::Boolean modified) {
 }
 
 Acad::ErrorStatus AcDbEntity::draw() { return Acad::eOk; }
-
-template <typename F>
-void AcDbEntity::forEachOwnedPart(F&& f) {
-    hostkit::SubentityList* parts = DatabaseAccess::parts(*this);
-    if (!parts || parts->isResident()) return;
-    for (std::size_t i = 0; i < parts->count(); ++i) f(*parts->at(i));
-}
 
 // The geometry, where a kind does not say otherwise.
 

@@ -27,6 +27,9 @@ public:
     /// The block record that the entity stands in; null for a non-resident one.
     AcDbObjectId blockId() const;
 
+    // The look. With `doSubents` vertices and attributes that the entity owns follow; those that are open
+    // elsewhere keep theirs.
+
     AcCmColor color() const { return m_color; }
     AcCmEntityColor entityColor() const { return m_color; }
     Adesk::UInt16 colorIndex() const { return m_color.colorIndex(); }
