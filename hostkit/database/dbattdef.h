@@ -4,7 +4,8 @@
 
 #include "dbtext.h"
 
-/// What an insertion of its block asks for; its text is the value where none is given.
+/// What an insertion of its block asks for; its text is the value where none is given. What is seen of the
+/// definition itself is its tag.
 class AcDbAttributeDefinition : public AcDbText {
     ACRX_DECLARE_MEMBERS(AcDbAttributeDefinition)
 
@@ -33,6 +34,9 @@ public:
     AcRxObject* clone() const override { return new AcDbAttributeDefinition(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    const std::wstring& shownText() const override { return m_tag; }
 
 private:
     struct Filing;

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "dbent.h"
+#include "gevec2d.h"
 
 #include <string>
+#include <vector>
 
 /// A paragraph of text in a box. Contents have the format's own codes in them (\\P for a new line).
 ///
@@ -32,6 +34,7 @@ public:
     AcGePoint3d location() const { return m_location; }
     Acad::ErrorStatus setLocation(const AcGePoint3d& location);
     AcGeVector3d normal() const { return m_normal; }
+    /// The direction is turned into the plane of the new normal; the location stays.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     /// The x direction of the text, a unit vector in the world.
     AcGeVector3d direction() const;
@@ -42,9 +45,11 @@ public:
     Acad::ErrorStatus setRotation(double angle);
     /// Of the box; 0 for none.
     double width() const { return m_width; }
+    /// eInvalidInput below 0.
     Acad::ErrorStatus setWidth(double width);
     double height() const { return m_boxHeight; }
     double textHeight() const { return m_textHeight; }
+    /// eInvalidInput unless above 0.
     Acad::ErrorStatus setTextHeight(double height);
     AttachmentPoint attachment() const { return static_cast<AttachmentPoint>(m_attachment); }
     Acad::ErrorStatus setAttachment(AttachmentPoint attachment);
@@ -57,15 +62,23 @@ public:
     std::wstring plainText() const;
     Acad::ErrorStatus setContents(const wchar_t* contents);
     AcDbObjectId textStyle() const { return m_styleId; }
+    /// Null is the standing style. eNotThatKindOfClass.
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
     double lineSpacingFactor() const { return m_lineSpacingFactor; }
+    /// eInvalidInput outside 0.25 to 4.
     Acad::ErrorStatus setLineSpacingFactor(double factor);
+    /// Of the widest line, and from the top of the first line to the base of the last one. 0 without a
+    /// letter.
     double actualWidth() const;
     double actualHeight() const;
-    /// A text for each line.
+    /// A text for each line that has a letter.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
+    /// eInvalidExtents for a paragraph of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// eCannotScaleNonUniformly for a matrix that stretches the text's plane unequally: letters cannot
+    /// follow. A mirrored paragraph is the same one seen from behind, so that its letters are where their
+    /// images are.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
@@ -74,6 +87,12 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 private:
+    /// The lines as they stand in the box, broken at its width.
+    std::vector<std::wstring> lines() const;
+    /// The left top corner of a block of that size, along and across the direction from the location.
+    AcGeVector2d topLeft(double width, double height) const;
+    double lineWidth(const std::wstring& line) const;
+
     struct Filing;
     Adesk::Int16 m_attachment = kTopLeft;
     Adesk::Int16 m_flowDirection = kLtoR;

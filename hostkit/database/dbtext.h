@@ -5,11 +5,18 @@
 
 #include <string>
 
+namespace hostkit {
+class FlatMotion;
+}
+
 /// One line of text. Angles are in radians.
 ///
-/// The box of a text is reckoned without its font: 0.6 of the height for each character, times the width
-/// factor, with
-/// %% codes counted as the characters they stand for. Aligned and fitted texts run between their two points.
+/// The box of a text is reckoned without its font: from the base line up by the height, and along it 0.6 of
+/// the height for each character, times the width factor, with %% codes counted as the characters they stand
+/// for. Aligned and fitted texts run between their two points.
+///
+/// Other alignments hang on the alignment point. When a setter changes such a text its position follows, by
+/// the same reckoning; a text that is only read keeps the position of its file.
 class AcDbText : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbText)
 
@@ -19,18 +26,21 @@ public:
              double height = 0.0, double rotation = 0.0);
     AcDbText(const AcDbText&) = default;
 
-    /// The left end of the base line.
+    /// The left end of the base line. Of an aligned text it is kept in step with the alignment point.
     AcGePoint3d position() const;
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
-    /// What the text is aligned at; used unless it is left and on the base line.
+    /// What the text is aligned at; used unless it is left and on the base line. A text that leaves the
+    /// default alignment without having such a point takes its position for one.
     AcGePoint3d alignmentPoint() const;
     Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
     bool isDefaultAlignment() const { return m_horizontalMode == 0 && m_verticalMode == 0; }
     AcGeVector3d normal() const { return m_normal; }
+    /// Position and alignment point stay where they are in the world.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     double thickness() const { return m_thickness; }
     Acad::ErrorStatus setThickness(double thickness);
     double oblique() const { return m_oblique; }
+    /// eInvalidInput beyond 85 degrees either way.
     Acad::ErrorStatus setOblique(double angle);
     double rotation() const { return m_rotation; }
     Acad::ErrorStatus setRotation(double angle);
@@ -38,6 +48,7 @@ public:
     /// eInvalidInput unless above 0.
     Acad::ErrorStatus setHeight(double height);
     double widthFactor() const { return m_widthFactor; }
+    /// eInvalidInput unless above 0.
     Acad::ErrorStatus setWidthFactor(double factor);
     /// A copy from acutNewString for the caller.
     wchar_t* textString() const;
@@ -45,6 +56,7 @@ public:
     /// Up to 256 characters in older drawing forms; longer ones are kept. eInvalidInput for null.
     Acad::ErrorStatus setTextString(const wchar_t* text);
     AcDbObjectId textStyle() const { return m_styleId; }
+    /// Null is the standing style. eNotThatKindOfClass.
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
     bool isMirroredInX() const { return (m_generationFlags & 2) != 0; }
     bool isMirroredInY() const { return (m_generationFlags & 4) != 0; }
@@ -57,7 +69,10 @@ public:
     /// By the rule of the class.
     double estimatedWidth() const;
 
+    /// eInvalidExtents for a text of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// Any matrix that is not singular: width factor and oblique angle take what is not uniform, and a mirror
+    /// turns isMirroredInX round, so that the letters are where their images are.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
@@ -66,6 +81,9 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    /// The letters that the box is reckoned for.
+    virtual const std::wstring& shownText() const { return m_text; }
+
     struct Filing;
     Adesk::Int16 m_generationFlags = 0;
     Adesk::Int16 m_horizontalMode = 0;
@@ -81,4 +99,14 @@ protected:
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     AcDbObjectId m_styleId;
     std::wstring m_text;
+
+private:
+    bool isBetweenPoints() const {
+        return m_horizontalMode == AcDb::kTextAlign || m_horizontalMode == AcDb::kTextFit;
+    }
+    template <typename Field, typename Value>
+    Acad::ErrorStatus setAndAlign(bool isAcceptable, Field& field, const Value& value);
+    Acad::ErrorStatus setMode(bool isAcceptable, Adesk::Int16& mode, int value);
+    void alignPosition();
+    void moveLetters(const hostkit::FlatMotion& motion);
 };

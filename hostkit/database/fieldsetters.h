@@ -1,5 +1,5 @@
-// Kit: the setters of an entity's plain fields. Covers the check for numbers, the check for being open and
-// the assignment; leaves out rules of one field.
+// Kit: the setters of an entity's plain fields. Covers numbers, positive numbers, flags and ids; leaves out
+// rules of one field.
 #pragma once
 
 #include "assignfield.h"
@@ -26,6 +26,16 @@ inline Acad::ErrorStatus setPositiveField(AcDbObject& object, double& field, dou
 template <typename Field>
 Acad::ErrorStatus setFlag(AcDbObject& object, Field& flags, int bits, bool on) {
     return assignField(object, flags, static_cast<Field>(on ? flags | bits : flags & ~bits));
+}
+
+/// The id of a record that the object uses, or null. eNotThatKindOfClass: an object of another class;
+/// eInvalidInput: one of another drawing.
+template <typename Record>
+Acad::ErrorStatus setRecordField(AcDbObject& object, AcDbObjectId& field, AcDbObjectId id) {
+    const AcRxClass* found = id.objectClass();
+    if (!id.isNull() && !(found && found->isDerivedFrom(Record::desc()))) return Acad::eNotThatKindOfClass;
+    if (!id.isNull() && object.database() && id.database() != object.database()) return Acad::eInvalidInput;
+    return assignField(object, field, id);
 }
 
 /// A direction that a normal can be made of.
