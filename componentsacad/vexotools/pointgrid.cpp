@@ -5,8 +5,9 @@
 namespace {
 
 constexpr double kFarCoordinate = 1e11;
-/// Twice the allowance covers the rounding of the query's own bounds, which is an eighth of it at most.
-constexpr double kReachPerAllowance = 2.0;
+/// Covers the rounding of the query's own bounds, and a query just above a power of two, whose allowance is
+/// twice as wide.
+constexpr double kReachPerAllowance = 4.0;
 constexpr double kCellPerReach = 4.0;
 constexpr double kSmallestReach = 1e-290;
 

@@ -1,0 +1,383 @@
+#include "vexogeometrytools.h"
+#include "vexogeometrytools_internal.h"
+
+#include "pointgrid.h"
+
+#include "cvxlogentry.h"
+#include "dbarc.h"
+#include "dbcircle.h"
+#include "dbellipse.h"
+#include "dbpolyline.h"
+#include "geplane.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// Ends and vertices closer than this are one where curves are joined.
+constexpr double kJoinTolerance = 1e-06;
+/// How close a curve's end must be to the chain's end to be the next one.
+constexpr double kChainTolerance = 1e-10;
+/// Ends and centres closer than this coincide in a view.
+constexpr double kCoincidence = 1e-05;
+/// The tolerance of ConcatenateLineSegments is a thousandth of what its caller gives.
+constexpr double kToleranceShare = 0.001;
+
+// ---- joining two polylines ----
+
+struct ChainVertex {
+    AcGePoint2d point;
+    double bulge;
+};
+
+/// The vertices in the order of the walk, each with the bulge of the segment that leaves it, in the axes of
+/// `normal`.
+std::vector<ChainVertex> verticesInWalk(const AcDbPolyline& polyline, bool backward,
+                                        const AcGeVector3d& normal) {
+    std::vector<ChainVertex> walk;
+    const unsigned int count = polyline.numVerts();
+    walk.reserve(count);
+    const bool sameAxes = polyline.normal().isCodirectionalTo(normal, AcGeContext::gTol);
+    const bool mirrored = !sameAxes && polyline.normal().dotProduct(normal) < 0.0;
+    const AcGePlane plane(AcGePoint3d::kOrigin, normal);
+    for (unsigned int k = 0; k < count; ++k) {
+        const unsigned int i = backward ? count - 1 - k : k;
+        ChainVertex vertex{{}, 0.0};
+        (void)polyline.getPointAt(i, vertex.point);
+        if (!sameAxes) {
+            AcGePoint3d world;
+            (void)polyline.getPointAt(i, world);
+            vertex.point = world.convert2d(plane);
+        }
+        if (!backward) (void)polyline.getBulgeAt(i, vertex.bulge);
+        if (backward && i > 0 && polyline.getBulgeAt(i - 1, vertex.bulge) == Acad::eOk)
+            vertex.bulge = -vertex.bulge;
+        if (mirrored) vertex.bulge = -vertex.bulge;
+        walk.push_back(vertex);
+    }
+    return walk;
+}
+
+void appendChainVertex(AcDbPolyline& result, const ChainVertex& vertex) {
+    (void)result.addVertexAt(result.numVerts(), vertex.point, vertex.bulge, -1.0, -1.0);
+}
+
+bool areEndsEqual(const AcDbCurve& first, const AcDbCurve& second, bool atStart, const AcGeTol& tolerance) {
+    AcGePoint3d a;
+    AcGePoint3d b;
+    const bool readable = atStart
+                              ? first.getStartPoint(a) == Acad::eOk && second.getStartPoint(b) == Acad::eOk
+                              : first.getEndPoint(a) == Acad::eOk && second.getEndPoint(b) == Acad::eOk;
+    return readable && a.isEqualTo(b, tolerance);
+}
+
+/// Adds the vertices of second behind those of result.
+void joinPolylines(AcDbPolyline& result, const AcDbPolyline& second, bool close) {
+    const AcGeTol tolerance = VEXOGeometryTools::pointToleranceOf(kJoinTolerance);
+    const bool backward =
+        areEndsEqual(result, second, false, tolerance) || areEndsEqual(result, second, true, tolerance);
+    const std::vector<ChainVertex> walk = verticesInWalk(second, backward, result.normal());
+    for (std::size_t k = 0; k < walk.size(); ++k) {
+        AcGePoint2d place;
+        if (k + 1 == walk.size()) {
+            const bool closesUp =
+                result.getPointAt(0, place) == Acad::eOk && walk[k].point.isEqualTo(place, tolerance);
+            if (!closesUp) appendChainVertex(result, walk[k]);
+            break;
+        }
+        if (walk[k].point.isEqualTo(walk[k + 1].point, tolerance)) continue;
+        const unsigned int count = result.numVerts();
+        const bool isAtEnd = count > 0 && result.getPointAt(count - 1, place) == Acad::eOk &&
+                             walk[k].point.isEqualTo(place, tolerance);
+        if (isAtEnd)
+            (void)result.setBulgeAt(count - 1, walk[k].bulge);
+        else
+            appendChainVertex(result, walk[k]);
+    }
+    if (close) result.setClosed(Adesk::kTrue);
+}
+
+// ---- ends of many curves ----
+
+struct CurveEnds {
+    bool known = false;
+    AcGePoint3d start;
+    AcGePoint3d end;
+};
+
+CurveEnds endsOf(const AcDbCurve* curve) {
+    CurveEnds ends;
+    ends.known =
+        curve && curve->getStartPoint(ends.start) == Acad::eOk && curve->getEndPoint(ends.end) == Acad::eOk;
+    return ends;
+}
+
+/// The ends of curves or segments by place. candidates() gives the numbers of all that may have an end at a
+/// point, in the order of the plain loop, each once; the caller puts the loop's own question to them.
+class EndIndex {
+public:
+    EndIndex(const std::vector<CurveEnds>& ends, double tolerance)
+        : m_points(pointsOf(ends))
+        , m_grid(tolerance, m_points.data(), static_cast<int>(m_points.size())) {
+        for (std::size_t i = 0; i < ends.size(); ++i) {
+            if (!ends[i].known) continue;
+            m_grid.add(ends[i].start, static_cast<int>(i));
+            m_grid.add(ends[i].end, static_cast<int>(i));
+        }
+    }
+    template <typename Filter>
+    const std::vector<int>& candidates(std::initializer_list<AcGePoint3d> places, Filter&& isOpen) {
+        m_found.clear();
+        for (const AcGePoint3d& place : places)
+            m_grid.anyNear(place, [&](int number) {
+                if (isOpen(number)) m_found.push_back(number);
+                return false;
+            });
+        std::sort(m_found.begin(), m_found.end());
+        m_found.erase(std::unique(m_found.begin(), m_found.end()), m_found.end());
+        return m_found;
+    }
+
+private:
+    static std::vector<AcGePoint3d> pointsOf(const std::vector<CurveEnds>& ends) {
+        std::vector<AcGePoint3d> points;
+        points.reserve(ends.size() * 2);
+        for (const CurveEnds& both : ends) {
+            if (!both.known) continue;
+            points.push_back(both.start);
+            points.push_back(both.end);
+        }
+        return points;
+    }
+
+    std::vector<AcGePoint3d> m_points;
+    PointGrid m_grid;
+    std::vector<int> m_found;
+};
+
+// ---- collinear segments ----
+
+AcGeLineSeg3d* segmentAt(const AcArray<void*>& segments, int index) {
+    auto* curve = static_cast<AcGeCurve3d*>(segments[index]);
+    return curve && curve->isKindOf(AcGe::kLineSeg3d) ? static_cast<AcGeLineSeg3d*>(curve) : nullptr;
+}
+
+enum class MergeResult { kNoCommonEnd, kRefused, kMerged };
+
+/// Tries the four pairs of ends; the merged segment runs as `first` does.
+MergeResult mergeSegments(const AcGeLineSeg3d& first, const AcGeLineSeg3d& second, const AcGeTol& tolerance,
+                          AcGeLineSeg3d& merged) {
+    struct EndPair {
+        bool secondAtEnd;
+        bool firstAtEnd;
+    };
+    constexpr EndPair order[] = {{true, false}, {true, true}, {false, false}, {false, true}};
+    for (const EndPair pair : order) {
+        const AcGePoint3d touching2 = pair.secondAtEnd ? second.endPoint() : second.startPoint();
+        const AcGePoint3d touching1 = pair.firstAtEnd ? first.endPoint() : first.startPoint();
+        if (!touching2.isEqualTo(touching1, tolerance)) continue;
+        const AcGePoint3d far2 = pair.secondAtEnd ? second.startPoint() : second.endPoint();
+        const AcGePoint3d far1 = pair.firstAtEnd ? first.startPoint() : first.endPoint();
+        const AcGeLineSeg3d touch(touching2, touching1);
+        if (touch.isOn(far2, tolerance) || touch.isOn(far1, tolerance)) return MergeResult::kRefused;
+        if (pair.firstAtEnd)
+            merged.set(far1, far2);
+        else
+            merged.set(far2, far1);
+        return MergeResult::kMerged;
+    }
+    return MergeResult::kNoCommonEnd;
+}
+
+// ---- coincidence in a view ----
+
+/// What RemoveDuplicates compares of a projected curve.
+struct Footprint {
+    CurveEnds ends;
+    AcGePoint3d center;
+    bool isOpen = false;
+};
+
+AcGePoint3d centerOf(const AcDbCurve& curve) {
+    if (const auto* arc = AcDbArc::cast(&curve)) return arc->center();
+    if (const auto* circle = AcDbCircle::cast(&curve)) return circle->center();
+    if (const auto* ellipse = AcDbEllipse::cast(&curve)) return ellipse->center();
+    return AcGePoint3d::kOrigin;
+}
+
+Footprint footprintOf(const AcDbCurve* curve, const AcGePlane& plane, const AcGeVector3d& viewDir) {
+    Footprint footprint;
+    AcDbCurve* projected = nullptr;
+    if (!curve || curve->getProjectedCurve(plane, viewDir, projected) != Acad::eOk) return footprint;
+    const std::unique_ptr<AcDbCurve> owner(projected);
+    footprint.ends = endsOf(projected);
+    footprint.center = centerOf(*projected);
+    footprint.isOpen =
+        footprint.ends.known && !footprint.ends.start.isEqualTo(footprint.ends.end, AcGeContext::gTol);
+    return footprint;
+}
+
+bool coincide(const Footprint& a, const Footprint& b, const AcGeTol& tolerance) {
+    if (!a.center.isEqualTo(b.center, tolerance)) return false;
+    return (a.ends.start.isEqualTo(b.ends.start, tolerance) && a.ends.end.isEqualTo(b.ends.end, tolerance)) ||
+           (a.ends.start.isEqualTo(b.ends.end, tolerance) && a.ends.end.isEqualTo(b.ends.start, tolerance));
+}
+
+// ---- the chain of createPolyLineFromCurves ----
+
+/// A clone of the first curve that turns into a polyline with the first curve joined to it, and grows from
+/// then on: the same vertices as if every step converted and copied the chain, at the cost of the new ones.
+class GrowingChain {
+public:
+    explicit GrowingChain(const AcDbCurve& first)
+        : m_chain(AcDbCurve::cast(first.clone())) {}
+
+    bool end(AcGePoint3d& point) const { return m_chain && m_chain->getEndPoint(point) == Acad::eOk; }
+    bool add(const AcDbCurve& curve, bool close) {
+        if (!m_polyline) {
+            std::unique_ptr<AcDbPolyline> converted(VEXOGeometryTools::ConvertToPolyline(m_chain.get()));
+            if (!converted) return false;
+            const std::unique_ptr<AcDbPolyline> second(VEXOGeometryTools::ConvertToPolyline(&curve));
+            if (!second) return false;
+            joinPolylines(*converted, *second, close);
+            m_polyline = converted.get();
+            m_chain = std::move(converted);
+            return true;
+        }
+        const std::unique_ptr<AcDbPolyline> second(VEXOGeometryTools::ConvertToPolyline(&curve));
+        if (!second) return false;
+        joinPolylines(*m_polyline, *second, close);
+        return true;
+    }
+    AcDbCurve* release() { return m_chain.release(); }
+
+private:
+    std::unique_ptr<AcDbCurve> m_chain;
+    AcDbPolyline* m_polyline = nullptr; ///< the chain, once it is a polyline made here
+};
+
+} // namespace
+
+namespace VEXOGeometryTools {
+
+void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) {
+    CVxLogEntry entry(L"VEXOGeometryTools::ConcatenateLineSegments");
+    const AcGeTol local = toleranceOf(tolerance * kToleranceShare);
+    const int length = segments.length();
+    std::vector<CurveEnds> ends(static_cast<std::size_t>(length));
+    for (int i = 0; i < length; ++i)
+        if (const AcGeLineSeg3d* segment = segmentAt(segments, i))
+            ends[static_cast<std::size_t>(i)] = {true, segment->startPoint(), segment->endPoint()};
+    EndIndex index(ends, local.equalPoint());
+    std::vector<char> gone(static_cast<std::size_t>(length), 0);
+    for (int i = 0; i < length; ++i) {
+        bool again = !gone[static_cast<std::size_t>(i)];
+        while (again) {
+            again = false;
+            const AcGeLineSeg3d* first = segmentAt(segments, i);
+            if (!first) break;
+            const auto isLater = [&](int j) { return j > i && !gone[static_cast<std::size_t>(j)]; };
+            for (const int j : index.candidates({first->startPoint(), first->endPoint()}, isLater)) {
+                const AcGeLineSeg3d* second = segmentAt(segments, j);
+                AcGeLineSeg3d merged;
+                if (!first->isColinearTo(*second, AcGeContext::gTol)) continue;
+                const MergeResult result = mergeSegments(*first, *second, local, merged);
+                if (result == MergeResult::kNoCommonEnd) continue;
+                if (result == MergeResult::kMerged) {
+                    segments[i] = static_cast<AcGeCurve3d*>(merged.copy());
+                    gone[static_cast<std::size_t>(j)] = 1;
+                    delete first;
+                    delete second;
+                    again = true;
+                }
+                break;
+            }
+        }
+    }
+    int kept = 0;
+    for (int i = 0; i < length; ++i)
+        if (!gone[static_cast<std::size_t>(i)]) segments[kept++] = segments[i];
+    segments.setLogicalLength(kept);
+}
+
+AcDbCurve* concatenateCurves(AcDbCurve* first, AcDbCurve* second, bool close) {
+    CVxLogEntry entry(L"VEXOGeometryTools::concatenateCurves");
+    std::unique_ptr<AcDbPolyline> result(ConvertToPolyline(first));
+    const std::unique_ptr<AcDbPolyline> other(ConvertToPolyline(second));
+    if (!result || !other) return nullptr;
+    joinPolylines(*result, *other, close);
+    return result.release();
+}
+
+AcDbCurve* createPolyLineFromCurves(AcArray<void*> curves) {
+    CVxLogEntry entry(L"VEXOGeometryTools::createPolyLineFromCurves");
+    if (curves.isEmpty() || !curves[0]) return nullptr;
+    const AcGeTol tolerance = pointToleranceOf(kChainTolerance);
+    const int length = curves.length();
+    std::vector<CurveEnds> ends;
+    ends.reserve(static_cast<std::size_t>(length));
+    for (void* curve : curves) ends.push_back(endsOf(static_cast<const AcDbCurve*>(curve)));
+    EndIndex index(ends, tolerance.equalPoint());
+    std::vector<char> used(static_cast<std::size_t>(length), 0);
+    used[0] = 1;
+    int usedCount = 1;
+    GrowingChain chain(*static_cast<const AcDbCurve*>(curves[0]));
+    bool grew = true;
+    AcGePoint3d chainEnd;
+    while (grew && chain.end(chainEnd)) {
+        grew = false;
+        const auto isUnused = [&](int i) { return !used[static_cast<std::size_t>(i)]; };
+        for (const int i : index.candidates({chainEnd}, isUnused)) {
+            const CurveEnds& candidate = ends[static_cast<std::size_t>(i)];
+            if (!chainEnd.isEqualTo(candidate.start, tolerance) &&
+                !chainEnd.isEqualTo(candidate.end, tolerance))
+                continue;
+            if (!chain.add(*static_cast<const AcDbCurve*>(curves[i]), usedCount + 1 == length)) continue;
+            used[static_cast<std::size_t>(i)] = 1;
+            ++usedCount;
+            grew = true;
+            break;
+        }
+    }
+    return chain.release();
+}
+
+void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir) {
+    CVxLogEntry entry(L"VEXOGeometryTools::RemoveDuplicates");
+    const AcGeTol tolerance = pointToleranceOf(kCoincidence);
+    const AcGePlane plane(AcGePoint3d::kOrigin, viewDir);
+    std::vector<Footprint> footprints;
+    std::vector<AcGePoint3d> places;
+    for (void* curve : curves) {
+        footprints.push_back(footprintOf(static_cast<const AcDbCurve*>(curve), plane, viewDir));
+        places.push_back(footprints.back().ends.start);
+        places.push_back(footprints.back().ends.end);
+    }
+    PointGrid keptEnds(tolerance.equalPoint(), places.data(), static_cast<int>(places.size()));
+    int kept = 0;
+    for (int j = 0; j < curves.length(); ++j) {
+        const Footprint& footprint = footprints[static_cast<std::size_t>(j)];
+        AcDbCurve* curve = static_cast<AcDbCurve*>(curves[j]);
+        AcDbCurve* twin = nullptr;
+        const bool repeated = footprint.isOpen && keptEnds.anyNear(footprint.ends.start, [&](int i) {
+            twin = static_cast<AcDbCurve*>(curves[i]);
+            return coincide(footprints[static_cast<std::size_t>(i)], footprint, tolerance);
+        });
+        if (repeated) {
+            if (twin != curve) delete curve; // one object that is listed twice loses its second entry only
+            continue;
+        }
+        footprints[static_cast<std::size_t>(kept)] = footprint;
+        curves[kept] = curve;
+        if (footprint.isOpen) {
+            keptEnds.add(footprint.ends.start, kept);
+            keptEnds.add(footprint.ends.end, kept);
+        }
+        ++kept;
+    }
+    curves.setLogicalLength(kept);
+}
+
+} // namespace VEXOGeometryTools
