@@ -44,6 +44,8 @@ public:
 
     /// The owner has got its id: its parts get theirs. They are closed afterwards.
     void enterDrawing(AcDbEntity& owner);
+    /// The owner was read into a drawing: the parts that follow are reached by id.
+    void becomeResident() { m_isResident = true; }
     /// A reader adds a part that the drawing has already.
     void appendResident(AcDbObjectId id);
     /// Erases or restores all parts with their owner; busy ones are passed over.

@@ -29,9 +29,10 @@ enum class ScanResult : unsigned char {
 /// end are accepted. Never allocates; the groups refer to the bytes, which must outlive them.
 class GroupScanner {
 public:
-    explicit GroupScanner(std::string_view bytes)
+    /// From an offset on, where a group begins.
+    explicit GroupScanner(std::string_view bytes, std::size_t offset = 0)
         : m_begin(bytes.data())
-        , m_position(bytes.data())
+        , m_position(bytes.data() + offset)
         , m_end(bytes.data() + bytes.size()) {}
 
     ScanResult next(RawGroup& group);

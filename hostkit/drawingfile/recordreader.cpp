@@ -9,6 +9,7 @@ namespace hostkit {
 namespace {
 
 constexpr short subclassMarkCode = 100;
+constexpr short dimStyleTextCode = 5; // R12 has the name of a block there
 
 bool equalsAscii(std::string_view bytes, const wchar_t* text) {
     std::size_t place = 0;
@@ -48,6 +49,11 @@ RecordReader::RecordReader(AcDbDatabase* database, const DrawingText& text, Draw
     : m_database(database)
     , m_text(text)
     , m_version(filerVersion(version)) {}
+
+void RecordReader::setForm(const DrawingText& text, DrawingVersion version) {
+    m_text = text;
+    m_version = filerVersion(version);
+}
 
 void RecordReader::begin(DrawingRecord& record) {
     resetFilerStatus();
@@ -140,6 +146,12 @@ Acad::ErrorStatus RecordReader::valueOf(const RecordGroup* group, const RecordGr
         return readInteger(*group, item);
     case AcDb::GroupKind::kHandle: {
         const std::optional<std::uint64_t> handle = handleFromText(group->value);
+        if (!handle && group->code == dimStyleTextCode) {
+            item.kind = AcDb::GroupKind::kText;
+            m_text.decode(group->value, m_value);
+            item.text = m_value;
+            return Acad::eOk;
+        }
         if (!handle) return Acad::eInvalidDxfCode;
         m_text.decode(withoutBlanks(group->value), m_value);
         item.integer = static_cast<Adesk::Int64>(*handle);

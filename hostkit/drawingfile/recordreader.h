@@ -19,6 +19,8 @@ class RecordReader final : public AcDbDxfFiler {
 public:
     RecordReader(AcDbDatabase* database, const DrawingText& text, DrawingVersion version);
 
+    void setForm(const DrawingText& text, DrawingVersion version);
+
     /// The record must outlive the reading. Its handle, owner and application groups (the head) are expected
     /// to be marked as taken already.
     void begin(DrawingRecord& record);

@@ -1,0 +1,113 @@
+// Stand-in for the host's drawing input at work. Covers one reading with its state; leaves out what callers see, which is drawingreader.h.
+#pragma once
+
+#include "drawingreader.h"
+#include "drawingrecord.h"
+#include "groupscanner.h"
+#include "recordhead.h"
+#include "recordreader.h"
+
+#include "dbaccess.h"
+#include "dbsource.h"
+#include "headervariables.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace hostkit {
+
+/// The groups of a record that its object does not read through its class: extended data. Marks them as
+/// taken; false, and nothing taken, where a value is damaged.
+bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& data);
+/// A new object for a record of a block or a space; the kinds that the kit has no class for are opaque.
+std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record);
+/// The same for a part that the owner holds (vertices, attributes).
+std::unique_ptr<AcDbEntity> makePart(const DrawingRecord& record, const AcDbEntity& owner);
+/// A new object for a record outside of blocks and tables.
+std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record);
+/// A new record of a table.
+std::unique_ptr<AcDbSymbolTableRecord> makeTableRecord(TableKind kind);
+std::unique_ptr<AcDbSymbolTable> makeTable(TableKind kind);
+/// By the name of a table in a file ("LAYER", "BLOCK_RECORD").
+std::optional<TableKind> tableKindOf(std::string_view name);
+std::string_view tableName(TableKind kind);
+/// An object of the class of the one that was read, for finding out which groups of its record the class
+/// takes.
+std::unique_ptr<AcDbObject> makeBlank(const AcDbObject& object, const DrawingRecord& record);
+
+/// One reading. All members that can meet a fatal problem give false then, with the problem in the report.
+class DrawingReading {
+public:
+    DrawingReading(AcDbDatabase& database, std::shared_ptr<DrawingSource> source, ReadReport& report,
+                   const ReadOptions& options);
+    bool run();
+
+private:
+    bool checkForm();
+    void findVersion();
+    bool readSections();
+    bool readSection(const RawGroup& opening);
+    bool readUnknownSection(const RawGroup& opening);
+    bool readHeader();
+    bool addHeaderGroup(const RawGroup& group);
+
+    bool readTables(const RawGroup& opening);
+    bool readTable(std::size_t offset);
+    bool readTableHead(TableKind kind);
+    bool readTableRecord(TableKind kind);
+    AcDbSymbolTable& tableOf(TableKind kind);
+    AcDbSymbolTableRecord& impliedRecord(TableKind kind, std::wstring_view name);
+
+    bool readBlocks(const RawGroup& opening);
+    void addBlocksByName();
+    bool readBlock();
+    AcDbBlockTableRecord& blockNamed(std::wstring_view name);
+    bool readEntities(const RawGroup& opening);
+    bool takeEntity(AcDbBlockTableRecord& block);
+    bool takePart();
+    void closeContainer();
+    AcDbBlockTableRecord& spaceOf(const DrawingRecord& record);
+    void giveLayer(AcDbEntity& entity);
+
+    bool readObjects(const RawGroup& opening);
+    bool finish();
+    bool checkBlockCycles();
+
+    /// Reads head and fields of the present record. Where the fields are damaged, an opaque object comes back
+    /// that keeps the record as it stands.
+    std::unique_ptr<AcDbObject> withFields(std::unique_ptr<AcDbObject> object);
+    /// Adds what was read to the drawing, with extended data and place. Null after a fatal problem.
+    AcDbObject* addRead(std::unique_ptr<AcDbObject> object, AcDbObjectId owner);
+    std::wstring faultInRecord() const;
+    bool readFieldsInto(AcDbObject& object);
+    AcDbObjectId add(AcDbObject* object, std::uint64_t handle, AcDbObjectId owner);
+    void attachHead(AcDbObject& object);
+    void attachExtendedData(AcDbObject& object);
+    void makeRoomForHandles();
+
+    bool next(RawGroup& group);
+    bool nextRecord(const RawGroup& first);
+    bool fail(Acad::ErrorStatus status, const char* place, std::wstring reason);
+    void warn(const char* place, std::wstring reason);
+    void tell(const char* place, std::wstring reason, bool isFatal);
+    std::wstring shown(std::string_view value) const;
+
+    AcDbDatabase& m_database;
+    std::shared_ptr<DrawingSource> m_source;
+    ReadReport& m_report;
+    const ReadOptions& m_options;
+    GroupScanner m_scanner;
+    DrawingVersion m_version = DrawingVersion::kR12;
+    RecordReader m_filer;
+    DrawingRecord m_record;
+    RecordHead m_head;
+    HeaderVariables::Variable* m_variable = nullptr;
+    AcDbEntity* m_container = nullptr; // whose parts may follow
+    AcDbBlockTableRecord* m_modelSpace = nullptr;
+    AcDbBlockTableRecord* m_paperSpace = nullptr;
+    bool m_handlesAreCounted = false;
+    bool m_hasRoot = false;
+};
+
+} // namespace hostkit

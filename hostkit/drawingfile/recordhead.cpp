@@ -1,0 +1,106 @@
+#include "recordhead.h"
+
+namespace hostkit {
+
+namespace {
+
+constexpr short handleCode = 5;
+constexpr short dimStyleHandleCode = 105;
+constexpr short ownerCode = 330;
+constexpr short applicationGroupCode = 102;
+constexpr short subclassMarkCode = 100;
+constexpr short hardOwnerCode = 360;
+
+class HeadReader {
+public:
+    HeadReader(DrawingRecord& record, RecordHead& head)
+        : m_record(record)
+        , m_head(head)
+        , m_end(record.extendedDataBegin) {}
+
+    // Where nothing marks the end of the head, it ends at the first group that cannot belong to it.
+    void run(bool ownersAreThere) {
+        const short ownCode = handleCodeOf(m_record.name());
+        for (std::size_t place = 1; place < m_end;) {
+            RecordGroup& group = m_record.groups[place];
+            if (group.code == subclassMarkCode) return;
+            if (group.code == applicationGroupCode)
+                place = readApplicationGroup(place);
+            else if (group.code == ownCode && m_head.handle == 0)
+                takeHandle(m_record.groups[place++], m_head.handle);
+            else if (group.code == ownerCode && ownersAreThere)
+                takeHandle(m_record.groups[place++], m_head.owner);
+            else if (!m_record.hasMarks && m_head.handle != 0)
+                return;
+            else
+                ++place;
+        }
+    }
+
+private:
+    void takeHandle(RecordGroup& group, std::uint64_t& handle) {
+        const std::optional<std::uint64_t> value = handleFromText(group.value);
+        if (!value && !m_head.faulty) m_head.faulty = &group;
+        handle = value.value_or(0);
+        group.isTaken = true;
+    }
+
+    // The place behind the group's closing brace, or behind its opening one where it is never closed.
+    std::size_t readApplicationGroup(std::size_t begin) {
+        const std::string_view name = withoutBlanks(m_record.groups[begin].value);
+        std::size_t depth = 1;
+        std::size_t end = begin + 1;
+        bool isFlat = true;
+        for (; end < m_end && depth > 0 && m_record.groups[end].code != subclassMarkCode; ++end) {
+            if (m_record.groups[end].code != applicationGroupCode) continue;
+            const bool opens = withoutBlanks(m_record.groups[end].value).substr(0, 1) == "{";
+            isFlat = isFlat && !opens;
+            depth = opens ? depth + 1 : depth - 1;
+        }
+        if (depth > 0) return begin + 1;
+        if (isFlat && name == "{ACAD_REACTORS") takeReactors(begin, end);
+        if (isFlat && name == "{ACAD_XDICTIONARY") takeExtensionDictionary(begin, end);
+        return end;
+    }
+
+    void takeReactors(std::size_t begin, std::size_t end) {
+        for (std::size_t place = begin; place < end; ++place) {
+            RecordGroup& group = m_record.groups[place];
+            if (group.code != ownerCode && group.code != applicationGroupCode) continue;
+            group.isTaken = true;
+            if (group.code == applicationGroupCode) continue;
+            std::uint64_t handle = 0;
+            takeHandle(group, handle);
+            m_head.reactors.push_back(handle);
+        }
+    }
+
+    void takeExtensionDictionary(std::size_t begin, std::size_t end) {
+        for (std::size_t place = begin; place < end; ++place) {
+            RecordGroup& group = m_record.groups[place];
+            if (group.code == hardOwnerCode)
+                takeHandle(group, m_head.extensionDictionary);
+            else if (group.code == applicationGroupCode)
+                group.isTaken = true;
+        }
+    }
+
+    DrawingRecord& m_record;
+    RecordHead& m_head;
+    std::size_t m_end;
+};
+
+} // namespace
+
+short handleCodeOf(std::string_view recordName) {
+    return recordName == "DIMSTYLE" ? dimStyleHandleCode : handleCode;
+}
+
+void readHead(DrawingRecord& record, DrawingVersion version, RecordHead& head) {
+    head.handle = head.owner = head.extensionDictionary = 0;
+    head.reactors.clear();
+    head.faulty = nullptr;
+    HeadReader(record, head).run(hasSubclassMarkers(version));
+}
+
+} // namespace hostkit
