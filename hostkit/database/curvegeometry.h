@@ -25,7 +25,10 @@ public:
         return std::visit([](const auto& held) -> const AcGeCurve3d& { return held; }, m_curve);
     }
     double scale() const { return m_scale; }
-    double toOwn(double drawingParameter) const { return drawingParameter / m_scale; }
+    /// A segment without length has the scale 0 and the one parameter 0.
+    double toOwn(double drawingParameter) const {
+        return m_scale != 0.0 ? drawingParameter / m_scale : drawingParameter;
+    }
     double toDrawing(double ownParameter) const { return ownParameter * m_scale; }
     AcGeInterval interval() const {
         AcGeInterval own;

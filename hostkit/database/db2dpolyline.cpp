@@ -199,6 +199,7 @@ Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& matrix) {
         const AcGePoint3d place = vertex->position();
         const AcGePoint3d moved = move.map * AcGePoint3d(place.x, place.y, m_elevation);
         (void)vertex->setPosition(AcGePoint3d(moved.x, moved.y, move.elevation));
+        if (move.isMirror) (void)vertex->setBulge(-vertex->bulge());
         (void)vertex->setStartWidth(vertex->startWidth() * move.scale);
         (void)vertex->setEndWidth(vertex->endWidth() * move.scale);
     }

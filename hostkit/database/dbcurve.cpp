@@ -113,7 +113,16 @@ Acad::ErrorStatus AcDbCurve::getParamAtPoint(const AcGePoint3d& point, double& p
     if (!geometry(own)) return Acad::eDegenerateGeometry;
     double found = 0.0;
     if (!own.curve().isOn(point, found)) return Acad::eInvalidInput;
-    parameter = own.interval().clamp(own.toDrawing(found));
+    const AcGeInterval interval = own.interval();
+    parameter = interval.clamp(own.toDrawing(found));
+    // A point that is an end to the allowance has the end's parameter, so that a cut there leaves no sliver.
+    for (const double end : {interval.lowerBound(), interval.upperBound()}) {
+        if (!std::isfinite(end) || !own.curve().evalPoint(own.toOwn(end)).isEqualTo(point)) continue;
+        const double apart = own.curve().length(own.toOwn(end), own.toOwn(parameter));
+        if (apart > AcGe::pointAllowance(AcGeContext::gTol, point.largestCoordinate())) continue;
+        parameter = own.curve().isClosed() ? interval.lowerBound() : end;
+        break;
+    }
     return Acad::eOk;
 }
 
@@ -159,6 +168,7 @@ Acad::ErrorStatus AcDbCurve::getFirstDeriv(double parameter, AcGeVector3d& deriv
     CurveGeometry own;
     if (!geometry(own)) return Acad::eDegenerateGeometry;
     if (!bringInside(own, parameter)) return Acad::eInvalidInput;
+    if (own.scale() == 0.0) return Acad::eDegenerateGeometry;
     AcGeVector3dArray derivatives;
     (void)own.curve().evalPoint(own.toOwn(parameter), 1, derivatives);
     derivative = derivatives[0] / own.scale();
@@ -175,6 +185,7 @@ Acad::ErrorStatus AcDbCurve::getSecondDeriv(double parameter, AcGeVector3d& deri
     CurveGeometry own;
     if (!geometry(own)) return Acad::eDegenerateGeometry;
     if (!bringInside(own, parameter)) return Acad::eInvalidInput;
+    if (own.scale() == 0.0) return Acad::eDegenerateGeometry;
     AcGeVector3dArray derivatives;
     (void)own.curve().evalPoint(own.toOwn(parameter), 2, derivatives);
     derivative = derivatives[1] / (own.scale() * own.scale());

@@ -58,8 +58,8 @@ public:
 
     /// Appends the pieces between the parameters, in the order of the curve, as new curves that belong to the
     /// caller. A closed curve at two parameters gives the piece from the lower to the higher first, then the
-    /// one across the start; the end parameter of a closed curve is its start. eInvalidInput: no parameters,
-    /// one outside the curve, or all at the curve's ends.
+    /// one across the start; the end parameter of a closed curve is its start; one parameter opens it there.
+    /// eInvalidInput: no parameters, one outside the curve, or all at the ends of an open curve.
     virtual Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& parameters,
                                              AcDbVoidPtrArray& curves) const;
     virtual Acad::ErrorStatus getSplitCurves(const AcGePoint3dArray& points, AcDbVoidPtrArray& curves) const;

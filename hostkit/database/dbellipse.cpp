@@ -30,8 +30,8 @@ AcDbEllipse::AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& normal, 
     , m_majorAxis(majorAxis)
     , m_normal(normal.isZeroLength() ? AcGeVector3d::kZAxis : normal.normal())
     , m_radiusRatio(radiusRatio)
-    , m_startParam(startAngle)
-    , m_endParam(endAngle) {}
+    , m_startParam(parameterOfSeen(startAngle, radiusRatio))
+    , m_endParam(parameterOfSeen(endAngle, radiusRatio)) {}
 
 AcGeVector3d AcDbEllipse::minorAxis() const { return m_normal.crossProduct(m_majorAxis) * m_radiusRatio; }
 double AcDbEllipse::majorRadius() const { return m_majorAxis.length(); }

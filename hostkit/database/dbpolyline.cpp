@@ -285,6 +285,8 @@ Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& matrix) {
         start *= move.scale;
         end *= move.scale;
     }
+    if (move.isMirror)
+        for (double& bulge : m_bulges) bulge = -bulge;
     m_constantWidth *= move.scale;
     m_thickness *= move.heightScale;
     m_normal = move.normal;

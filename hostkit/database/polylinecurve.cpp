@@ -25,11 +25,15 @@ Acad::ErrorStatus movePlane(const AcGeVector3d& normal, double elevation, const 
     const bool keepsAngles = std::abs(scale - y.length()) <= kShapeTolerance * scale &&
                              std::abs(x.dotProduct(y)) <= kShapeTolerance * scale * scale;
     if (hasArcs && !keepsAngles) return Acad::eCannotScaleNonUniformly;
-    move.normal = x.crossProduct(y).normal();
+    const AcGeVector3d across = x.crossProduct(y);
+    const AcGeVector3d moved = toNewWorld * AcGeVector3d::kZAxis;
+    move.isMirror = across.dotProduct(moved) < 0.0;
+    // Plain division: a small drawing scaled down has short vectors that are directions all the same.
+    move.normal = across / (move.isMirror ? -across.length() : across.length());
     move.map = isZAxis(move.normal) ? toNewWorld : arbitraryAxisSystem(move.normal).transpose() * toNewWorld;
     move.elevation = (move.map * AcGePoint3d(0.0, 0.0, elevation)).z;
     move.scale = scale;
-    move.heightScale = (toNewWorld * AcGeVector3d::kZAxis).dotProduct(move.normal);
+    move.heightScale = moved.dotProduct(move.normal);
     return Acad::eOk;
 }
 
@@ -123,6 +127,19 @@ bool PolylineCurve::pieces(CurvePieces& pieces, bool extend) const {
     return own.segmentCount() > 0;
 }
 
+namespace {
+
+/// Where an arc turns back when it is seen along a direction of its plane: its points with a tangent along
+/// the view, in the arc's order.
+void addTurningPoints(const AcGeCircArc3d& arc, const AcGeVector3d& view, AcGePoint3dArray& points) {
+    const AcGeVector3d side = arc.normal().crossProduct(arc.refVec());
+    const double first = std::atan2(-view.dotProduct(arc.refVec()), view.dotProduct(side));
+    for (double angle = first - AcGe::kPi; angle < arc.endAng(); angle += AcGe::kPi)
+        if (angle > arc.startAng()) points.append(arc.evalPoint(angle));
+}
+
+} // namespace
+
 Acad::ErrorStatus PolylineCurve::getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                                    AcDbCurve*& projected) const {
     if (!canProject(plane, direction)) return Acad::eInvalidInput;
@@ -133,18 +150,32 @@ Acad::ErrorStatus PolylineCurve::getProjectedCurve(const AcGePlane& plane, const
     auto shadow = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(own.vertexCount()));
     (void)shadow->setNormal(normal);
     (void)shadow->setElevation(toEntity(normal, plane.pointOnPlane()).z);
+    bool hasExtent = false;
+    const auto add = [&](const AcGePoint3d& point, double bulge) {
+        const AcGePoint3d local = toEntity(normal, point.project(plane, direction));
+        const AcGePoint2d place(local.x, local.y);
+        (void)shadow->addVertexAt(shadow->numVerts(), place, bulge);
+        AcGePoint2d first;
+        (void)shadow->getPointAt(0, first);
+        hasExtent = hasExtent || !place.isEqualTo(first);
+    };
     for (std::size_t i = 0; i < own.vertexCount(); ++i) {
         AcGeCircArc3d arc;
-        double bulge = 0.0;
-        if (i < own.segmentCount() && own.arcSegment(i, arc)) {
-            const double facing = arc.normal().dotProduct(normal);
-            const bool staysCircular = arc.normal().isParallelTo(normal) && direction.isParallelTo(normal);
-            if (!staysCircular) return Acad::eNotApplicable;
-            bulge = std::copysign(own.bulge(i), facing);
+        if (i >= own.segmentCount() || !own.arcSegment(i, arc)) {
+            add(own.worldVertex(i), 0.0);
+            continue;
         }
-        const AcGePoint3d local = toEntity(normal, own.worldVertex(i).project(plane, direction));
-        (void)shadow->addVertexAt(static_cast<unsigned int>(i), AcGePoint2d(local.x, local.y), bulge);
+        const bool fromEdge =
+            std::abs(arc.normal().dotProduct(direction.normal())) <= AcGeContext::gTol.equalVector();
+        if (!fromEdge && !arc.normal().isParallelTo(normal)) return Acad::eNotApplicable;
+        // The arc runs counter-clockwise about its own normal.
+        const double facing = arc.normal().dotProduct(normal);
+        add(own.worldVertex(i), fromEdge ? 0.0 : std::copysign(own.bulge(i), facing));
+        AcGePoint3dArray turning;
+        if (fromEdge) addTurningPoints(arc, direction, turning);
+        for (const AcGePoint3d& point : turning) add(point, 0.0);
     }
+    if (!hasExtent) return Acad::eDegenerateGeometry;
     shadow->setClosed(isClosed());
     (void)shadow->setPropertiesFrom(this);
     projected = shadow.release();

@@ -22,10 +22,11 @@ struct PlaneMove {
     double elevation;
     double scale;       ///< of lengths in the plane
     double heightScale; ///< along the normal
+    bool isMirror;      ///< bulges change their sign
 };
-/// eInvalidInput: the matrix is singular or holds what is no number. eCannotScaleNonUniformly: it does not
-/// keep angles in the plane, and `hasArcs` needs that. Bulges stay as they are: the new normal is turned with
-/// the plane's sense.
+/// The new normal shows to the side to which the matrix moves the old one. eInvalidInput: the matrix is
+/// singular or holds what is no number. eCannotScaleNonUniformly: it does not keep angles in the plane, and
+/// `hasArcs` needs that.
 Acad::ErrorStatus movePlane(const AcGeVector3d& normal, double elevation, const AcGeMatrix3d& matrix,
                             bool hasArcs, PlaneMove& move);
 
@@ -56,8 +57,9 @@ public:
     Acad::ErrorStatus getArea(double& area) const override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     bool pieces(CurvePieces& pieces, bool extend) const override;
-    /// A light polyline in the plane; a chain in space gives one too. eNotApplicable for arcs that the view
-    /// would make elliptic.
+    /// A light polyline in the plane; a chain in space gives one too. An arc that is seen from its edge
+    /// becomes its straight run, to and fro. eNotApplicable for arcs that the view would make elliptic;
+    /// eDegenerateGeometry when all falls into one point.
     Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                         AcDbCurve*& projected) const override;
 

@@ -35,6 +35,11 @@ AcGePoint3d pointOn(const AcGePoint3d& start, const AcGePoint3d& end, double bul
     return start + turned(chord, (fraction - 1.0) * half) * (std::sin(fraction * half) / std::sin(half));
 }
 
+double radiusOf(double chord, double bulge) {
+    const double size = std::abs(bulge);
+    return chord * (1.0 / size + size) / 4.0;
+}
+
 double clampFraction(double fraction) { return fraction >= 0.0 ? std::min(fraction, 1.0) : 0.0; }
 
 double closestOnLine(const AcGePoint3d& start, const AcGePoint3d& end, const AcGePoint3d& point) {
@@ -44,17 +49,18 @@ double closestOnLine(const AcGePoint3d& start, const AcGePoint3d& end, const AcG
 }
 
 /// Fraction of the arc's point nearest to a point, both in the chain's plane; the nearer end where the
-/// point's direction from the centre lies outside the sweep.
+/// point's direction from the centre lies outside the sweep. Worked in differences from the start along the
+/// tangent and the radius there, since a flat arc's centre is too far away to count angles from.
 double closestOnArc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
                     const AcGePoint3d& point) {
-    const AcGeVector3d chord = end - start;
-    const AcGeVector3d left(-chord.y, chord.x, 0.0);
-    const AcGePoint3d center = start + chord * 0.5 + left * ((1.0 - bulge * bulge) / (4.0 * bulge));
     const double sweep = 4.0 * std::atan(bulge);
-    const AcGeVector3d from = start - center;
-    const AcGeVector3d to = point - center;
-    double angle = std::atan2(from.x * to.y - from.y * to.x, from.x * to.x + from.y * to.y);
-    if (sweep < 0.0) angle = -angle;
+    const AcGeVector3d chord = end - start;
+    const double length = chord.length();
+    const AcGeVector3d tangent = turned(chord / length, -sweep / 2.0);
+    const AcGeVector3d offset = point - start;
+    const double along = offset.x * tangent.x + offset.y * tangent.y;
+    const double across = std::copysign(1.0, bulge) * (tangent.x * offset.y - tangent.y * offset.x);
+    double angle = std::atan2(along, radiusOf(length, bulge) - across);
     const double whole = std::abs(sweep);
     const double beyond = (AcGe::kTwoPi - whole) / 2.0;
     if (angle < -beyond) angle += AcGe::kTwoPi;
@@ -67,6 +73,16 @@ double closestOn(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
     if (bulge != 0.0 && isArcSegment(start.distanceTo(end), bulge, magnitude))
         return closestOnArc(start, end, bulge, point);
     return closestOnLine(start, end, point);
+}
+
+/// How far points of the segment may be off it: what the point test allows at its coordinates, on an arc at
+/// its radius too, since whoever computes points by way of the centre cannot do better.
+double allowanceOn(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    double magnitude = std::max(start.largestCoordinate(), end.largestCoordinate());
+    const double chord = start.distanceTo(end);
+    if (bulge != 0.0 && isArcSegment(chord, bulge, magnitude))
+        magnitude = std::max(magnitude, radiusOf(chord, bulge));
+    return AcGe::pointAllowance(AcGeContext::gTol, magnitude);
 }
 
 /// A segment lies within this distance of its chord's middle.
@@ -133,14 +149,20 @@ Acad::ErrorStatus PolylineShape::parameterAt(const AcGePoint3d& point, double& p
     const AcGePoint3d local = toLocal(point);
     for (std::size_t i = 0; i < segmentCount(); ++i) {
         const Ends ends = segment(i);
-        const double magnitude = std::max(ends.start.largestCoordinate(), ends.end.largestCoordinate());
-        const double reach = reachOf(ends.start, ends.end, ends.bulge) * (1.0 + 1e-12) +
-                             2.0 * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+        const double allowed = allowanceOn(ends.start, ends.end, ends.bulge);
+        const double reach = reachOf(ends.start, ends.end, ends.bulge) * (1.0 + 1e-12) + 2.0 * allowed;
         const AcGePoint3d middle = ends.start + (ends.end - ends.start) * 0.5;
         if (!(local.distanceSqrdTo(middle) <= reach * reach)) continue;
         const double fraction = closestOn(ends.start, ends.end, ends.bulge, local);
-        if (!pointOn(ends.start, ends.end, ends.bulge, fraction).isEqualTo(local)) continue;
-        parameter = static_cast<double>(i) + fraction;
+        if (!(pointOn(ends.start, ends.end, ends.bulge, fraction).distanceTo(local) <= allowed)) continue;
+        // Vertices have whole numbers, so that cuts there leave no slivers; a closed chain's seam has 0.
+        const std::size_t next = m_closed && i + 1 == m_count ? 0 : i + 1;
+        if (local.isEqualTo(ends.start))
+            parameter = static_cast<double>(i);
+        else if (local.isEqualTo(ends.end))
+            parameter = static_cast<double>(next);
+        else
+            parameter = static_cast<double>(i) + fraction;
         return Acad::eOk;
     }
     return Acad::eInvalidInput;
