@@ -1,0 +1,63 @@
+// A module as tests need one: commands that answer, fail, wait for Ctrl-C and change the drawing.
+#include "acdocman.h"
+#include "aced.h"
+#include "dbblocktablerecord.h"
+#include "dbdatabase.h"
+#include "dbline.h"
+#include "dbobjptr.h"
+#include "host.h"
+#include "rxdlinkr.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+void greet() {
+    CString name;
+    int times = 1;
+    if (acedGetString(0, L"Name: ", name) != RTNORM) return;
+    acedGetInt(L"Times: ", &times);
+    for (int i = 0; i < times; ++i) acutPrintf(L"Hello %s\n", name);
+}
+
+void fail() { hostkit::failCommand(Acad::eKeyNotFound, L"nothing is found"); }
+
+void addLine() {
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(
+        acDocManagerPtr()->curDocument()->database()->modelSpaceId(), AcDb::kForWrite);
+    auto* line = new AcDbLine(AcGePoint3d(1, 2, 3), AcGePoint3d(4, 5, 6));
+    line->setDatabaseDefaults();
+    if (space->appendAcDbEntity(line) == Acad::eOk) line->close();
+}
+
+void wait() {
+    acutPrintf(L"waiting\n");
+    // Output is held until a command ends or asks: ask for nothing, so that the test hears of it.
+    hostkit::currentPort()->reportProblem(L"waiting");
+    while (!acedUsrBrk()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+}
+
+// Ignores the break, as a command that is busy elsewhere does.
+void hang() {
+    hostkit::currentPort()->reportProblem(L"waiting");
+    for (;;) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+}
+
+} // namespace
+
+extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet) {
+    if (message == AcRx::kInitAppMsg) {
+        acrxDynamicLinker->unlockApplication(packet);
+        acedRegCmds->addCommand(L"HELPFUL", L"GREET", L"SALUER", 0, greet);
+        acedRegCmds->addCommand(L"HELPFUL", L"FAIL", L"", 0, fail);
+        acedRegCmds->addCommand(L"HELPFUL", L"ADDLINE", L"", 0, addLine);
+        acedRegCmds->addCommand(L"HELPFUL", L"WAIT", L"", 0, wait);
+        acedRegCmds->addCommand(L"HELPFUL", L"HANG", L"", 0, hang);
+    }
+    if (message == AcRx::kUnloadAppMsg) {
+        acedRegCmds->removeGroup(L"HELPFUL");
+        hostkit::currentPort()->reportProblem(L"helpful has left");
+    }
+    return AcRx::kRetOK;
+}

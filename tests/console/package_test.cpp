@@ -1,0 +1,47 @@
+// A customer's module outside the tree: the installed package is found, the module built, loaded and run.
+#include "runprogram.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Package, ATenLineModuleBuildsAgainstTheInstalledLibrary) {
+    const TemporaryFolder folder;
+    const std::string prefix = folder.file("prefix");
+    const ProgramResult install = runProgram({"cmake", "--install", VEXO_BINARY_DIR, "--prefix", prefix});
+    ASSERT_EQ(install.code, 0) << install.problems;
+
+    folder.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\n"
+                                   "project(area LANGUAGES CXX)\n"
+                                   "find_package(VEXOTools10 10.1 REQUIRED)\n"
+                                   "vexo_application_module(area area.cpp)\n");
+    folder.write(
+        "area.cpp",
+        "#include \"aced.h\"\n"
+        "#include \"rxdefs.h\"\n"
+        "#include \"vexogeometrytools.h\"\n"
+        "static void area() {\n"
+        "    AcArray<AcGePoint2d> corners;\n"
+        "    for (int i = 0; i < 4; ++i) corners.append(AcGePoint2d(i / 2 * 3, (i + 1) / 2 % 2 * 2));\n"
+        "    acutPrintf(L\"area %g\\n\", VEXOGeometryTools::getSignedArea(corners));\n"
+        "}\n"
+        "extern \"C\" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void*) {\n"
+        "    if (message == AcRx::kInitAppMsg) acedRegCmds->addCommand(L\"AREA\", L\"AREA\", L\"AREA\", 0, "
+        "area);\n"
+        "    return AcRx::kRetOK;\n"
+        "}\n");
+    const ProgramResult configure = runProgram({"cmake", "-S", folder.file("."), "-B", folder.file("build"),
+                                                "-DCMAKE_PREFIX_PATH=" + prefix,
+                                                std::string("-DCMAKE_CXX_FLAGS=") + VEXO_SANITIZER_FLAGS});
+    ASSERT_EQ(configure.code, 0) << configure.output << configure.problems;
+    const ProgramResult build = runProgram({"cmake", "--build", folder.file("build")});
+    ASSERT_EQ(build.code, 0) << build.output << build.problems;
+
+    const ProgramResult run =
+        runProgram({prefix + "/bin/vexohost", "--new", "--registry", folder.file("registry.txt"), "--module",
+                    folder.file("build/area.so"), "--command", "AREA"});
+    EXPECT_EQ(run.code, 0) << run.problems;
+    EXPECT_EQ(run.output, "area -6\n");
+}
+
+} // namespace
