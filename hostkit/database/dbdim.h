@@ -7,7 +7,8 @@
 
 #include <string>
 
-/// A dimension of any type. What is seen of it stands in the block that the drawing keeps for it.
+/// A dimension of any type. What is seen of it stands in the block that the drawing keeps for it; transformBy
+/// drops that block, which shows the dimension where it was. The box is that of the points.
 class AcDbDimension : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbDimension)
 
@@ -29,9 +30,9 @@ public:
     AcDbDimension(const AcDbDimension&) = default;
 
     Type dimensionType() const { return static_cast<Type>(m_type & 15); }
-    /// Group code 10 to 16 of the point, in world coordinates but for 11 and 12, which are in those of the
-    /// normal. By type: 10 the dimension line or the far end, 13 and 14 the measured points, 15 the centre or
-    /// a point on the arc, 16 the arc's place. Zero for another code.
+    /// Group code 10 to 16 of the point, in world coordinates but for 11, 12 and 16, which are in those of
+    /// the normal. By type: 10 the dimension line or the far end, 13 and 14 the measured points, 15 the
+    /// centre or a point on the arc, 16 the arc's place. Zero for another code.
     AcGePoint3d pointOf(int code) const;
     /// eInvalidInput for another code.
     Acad::ErrorStatus setPointOf(int code, const AcGePoint3d& point);

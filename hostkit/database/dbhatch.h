@@ -80,8 +80,8 @@ public:
     Acad::ErrorStatus removeLoopAt(int index);
     /// The entities that an associative hatch follows.
     AcDbObjectIdArray getAssocObjIds() const;
-    /// Without sign and by the loops' nesting (even-odd): what is filled. eNotApplicable for loops that are
-    /// not closed.
+    /// What is filled, by the loops' nesting and the style; loops must not cross or touch. eNotApplicable for
+    /// loops that are not closed.
     Acad::ErrorStatus getArea(double& area) const;
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
@@ -94,6 +94,8 @@ public:
 
 private:
     struct Filing;
+    Acad::ErrorStatus appendLoop(hostkit::HatchLoop&& loop);
+
     bool m_solidFill = false;
     bool m_associative = false;
     bool m_patternDouble = false;

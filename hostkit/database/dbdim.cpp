@@ -1,0 +1,154 @@
+#include "dbdim.h"
+
+#include "fieldsetters.h"
+#include "flatmotion.h"
+
+#include "dbblocktablerecord.h"
+#include "dbdimstyletablerecord.h"
+
+#include "adsdef.h"
+
+#include <cmath>
+
+HOSTKIT_KIT_CLASS(AcDbDimension, AcDbEntity, L"DIMENSION")
+
+namespace {
+
+constexpr int firstPointCode = 10;
+constexpr int lastPointCode = 16;
+constexpr int textPointCode = 11;
+constexpr int clonePointCode = 12;
+
+bool isPointCode(int code) { return code >= firstPointCode && code <= lastPointCode; }
+
+constexpr int arcPointCode = 16;
+
+/// These points are filed in the coordinates of the normal.
+constexpr int ownCoordinateCodes[] = {textPointCode, clonePointCode, arcPointCode};
+bool isOwnCoordinate(int code) {
+    return code == textPointCode || code == clonePointCode || code == arcPointCode;
+}
+
+} // namespace
+
+AcGePoint3d AcDbDimension::pointOf(int code) const {
+    return isPointCode(code) ? m_points[code - firstPointCode] : AcGePoint3d();
+}
+
+Acad::ErrorStatus AcDbDimension::setPointOf(int code, const AcGePoint3d& point) {
+    if (!isPointCode(code) || !hostkit::isFinite(point)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    m_points[code - firstPointCode] = point;
+    m_hasPoint = static_cast<Adesk::UInt8>(m_hasPoint | 1 << (code - firstPointCode));
+    // What was measured before is not the points' any more.
+    m_hasMeasurement = m_hasMeasurement && (code == textPointCode || code == clonePointCode);
+    return Acad::eOk;
+}
+
+AcGePoint3d AcDbDimension::textPosition() const { return hostkit::toWorld(m_normal, pointOf(textPointCode)); }
+
+Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
+    const Acad::ErrorStatus status = setPointOf(textPointCode, hostkit::toEntity(m_normal, position));
+    constexpr int userPosition = 128;
+    if (status == Acad::eOk) m_type = static_cast<Adesk::Int16>(m_type | userPosition);
+    return status;
+}
+
+wchar_t* AcDbDimension::dimensionText() const { return acutNewString(m_text.c_str()); }
+
+Acad::ErrorStatus AcDbDimension::setDimensionText(const wchar_t* text) {
+    return hostkit::assignIf(text != nullptr, *this, m_text, text ? text : L"");
+}
+
+Acad::ErrorStatus AcDbDimension::setRotation(double angle) {
+    return hostkit::setFiniteField(*this, m_rotation, angle);
+}
+
+Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
+    if (!hostkit::isDirection(normal)) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    const AcGeVector3d unit = normal.normal();
+    for (const int code : ownCoordinateCodes) {
+        AcGePoint3d& point = m_points[code - firstPointCode];
+        point = hostkit::toEntity(unit, hostkit::toWorld(m_normal, point));
+    }
+    m_normal = unit;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimensionStyle(AcDbObjectId style) {
+    const AcRxClass* kind = style.objectClass();
+    if (!kind || !kind->isDerivedFrom(AcDbDimStyleTableRecord::desc())) return Acad::eNotThatKindOfClass;
+    return hostkit::assignField(*this, m_styleId, style);
+}
+
+Acad::ErrorStatus AcDbDimension::setDimBlockId(AcDbObjectId block) {
+    const AcRxClass* kind = block.objectClass();
+    if (!block.isNull() && (!kind || !kind->isDerivedFrom(AcDbBlockTableRecord::desc())))
+        return Acad::eNotThatKindOfClass;
+    return hostkit::assignField(*this, m_blockId, block);
+}
+
+Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
+    if (m_hasMeasurement) {
+        value = m_measurement;
+        return Acad::eOk;
+    }
+    const AcGeVector3d between = pointOf(14) - pointOf(13);
+    switch (dimensionType()) {
+    case kRotated: {
+        const AcGeVector3d direction =
+            hostkit::toWorld(m_normal, AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0.0));
+        value = std::abs(between.dotProduct(direction));
+        return Acad::eOk;
+    }
+    case kAligned:
+        value = between.length();
+        return Acad::eOk;
+    case kRadial:
+    case kDiametric:
+        value = pointOf(10).distanceTo(pointOf(15));
+        return Acad::eOk;
+    default:
+        return Acad::eNotApplicable;
+    }
+}
+
+// The block that shows the dimension is not looked into: the box is that of the points which it measures.
+Acad::ErrorStatus AcDbDimension::getGeomExtents(AcDbExtents& extents) const {
+    AcDbExtents box;
+    for (int code = firstPointCode; code <= lastPointCode; ++code) {
+        if (!(m_hasPoint & 1 << (code - firstPointCode)) || code == clonePointCode) continue;
+        box.addPoint(isOwnCoordinate(code) ? hostkit::toWorld(m_normal, pointOf(code)) : pointOf(code));
+    }
+    if (box.isEmpty()) return Acad::eInvalidExtents;
+    extents = box;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::transformBy(const AcGeMatrix3d& matrix) {
+    if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
+    const hostkit::FlatMotion motion(matrix, m_normal);
+    if (!motion.keepsShape()) return Acad::eCannotScaleNonUniformly;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    for (int code = firstPointCode; code <= lastPointCode; ++code) {
+        AcGePoint3d& point = m_points[code - firstPointCode];
+        point = isOwnCoordinate(code) ? motion.point(point) : matrix * point;
+    }
+    if (!motion.isShift()) {
+        m_rotation = motion.angle(m_rotation);
+        m_horizontalRotation = -motion.angle(-m_horizontalRotation);
+    }
+    m_leaderLength *= motion.scale();
+    m_normal = motion.normal();
+    const bool measuresLength = dimensionType() != kTwoLineAngular && dimensionType() != kThreePointAngular;
+    if (measuresLength) m_measurement *= motion.scale();
+    // The drawing's block shows the dimension where it was.
+    m_blockId.setNull();
+    return Acad::eOk;
+}
+
+void AcDbDimension::getEcs(AcGeMatrix3d& matrix) const { matrix = hostkit::arbitraryAxisSystem(m_normal); }

@@ -1,0 +1,218 @@
+#include "hatchcurves.h"
+
+#include "gearc2d.h"
+#include "gebndblock2d.h"
+#include "geell2d.h"
+#include "geintrvl.h"
+#include "gelnsg2d.h"
+#include "genurb2d.h"
+
+#include <cmath>
+#include <limits>
+
+namespace hostkit {
+namespace {
+
+// Both angles lie in one quarter turn, so their difference says how much to add without losing whole turns.
+double shiftedWithinQuarter(double angle, double yScale) {
+    const double sine = std::sin(angle);
+    const double cosine = std::cos(angle);
+    return angle + (std::atan2(sine * yScale, cosine) - std::atan2(sine, cosine));
+}
+
+AcGePoint2dArray arrayOf(const std::vector<AcGePoint2d>& points) {
+    AcGePoint2dArray array(static_cast<int>(points.size()));
+    for (const AcGePoint2d& point : points) array.append(point);
+    return array;
+}
+
+AcGeDoubleArray arrayOf(const std::vector<double>& values) {
+    AcGeDoubleArray array(static_cast<int>(values.size()));
+    for (const double value : values) array.append(value);
+    return array;
+}
+
+std::unique_ptr<AcGeCurve2d> splineOf(const HatchEdge& edge) {
+    const std::size_t points = edge.controlPoints.size();
+    if (points == 0 && edge.fitPoints.size() > 1)
+        return std::make_unique<AcGeNurbCurve2d>(arrayOf(edge.fitPoints), edge.startTangent, edge.endTangent);
+    const bool fits = edge.degree > 0 && points > static_cast<std::size_t>(edge.degree) &&
+                      edge.knots.size() == points + static_cast<std::size_t>(edge.degree) + 1 &&
+                      (!edge.isRational || edge.weights.size() == points);
+    if (!fits) return nullptr;
+    const AcGeKnotVector knots(arrayOf(edge.knots));
+    auto curve = edge.isRational
+                     ? std::make_unique<AcGeNurbCurve2d>(edge.degree, knots, arrayOf(edge.controlPoints),
+                                                         arrayOf(edge.weights), edge.isPeriodic)
+                     : std::make_unique<AcGeNurbCurve2d>(edge.degree, knots, arrayOf(edge.controlPoints),
+                                                         edge.isPeriodic);
+    if (curve->isEmpty()) return nullptr;
+    return curve;
+}
+
+std::unique_ptr<AcGeCurve2d> ellipseOf(const HatchEdge& edge) {
+    const double radius = edge.majorAxis.length();
+    AcGeVector2d minor = edge.majorAxis.perpVector();
+    if (!edge.isCounterClockwise) minor.negate();
+    return std::make_unique<AcGeEllipArc2d>(edge.center, edge.majorAxis, minor, radius, radius * edge.ratio,
+                                            ellipseParameter(edge.startAngle, edge.ratio),
+                                            ellipseParameter(edge.endAngle, edge.ratio));
+}
+
+void appendSegment(LoopCurves& curves, const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
+    if (start.x == end.x && start.y == end.y) return;
+    if (bulge == 0.0)
+        curves.push_back(std::make_unique<AcGeLineSeg2d>(start, end));
+    else
+        curves.push_back(std::make_unique<AcGeCircArc2d>(start, end, bulge));
+}
+
+void setArc(const AcGeCircArc2d& arc, HatchEdge& edge) {
+    const double reference = std::atan2(arc.refVec().y, arc.refVec().x);
+    const double offset = arc.isClockWise() ? -reference : reference;
+    edge.kind = HatchEdge::kCircArc;
+    edge.center = arc.center();
+    edge.radius = arc.radius();
+    edge.isCounterClockwise = !arc.isClockWise();
+    edge.startAngle = arc.startAng() + offset;
+    edge.endAngle = arc.endAng() + offset;
+}
+
+// The format wants the longer axis as the major one; turning to the other shifts the parameter by a quarter
+// turn.
+void setEllipse(const AcGeEllipArc2d& arc, HatchEdge& edge) {
+    const bool isSwapped = arc.minorRadius() > arc.majorRadius();
+    const double shift = isSwapped ? -AcGe::kPi / 2.0 : 0.0;
+    const double longer = isSwapped ? arc.minorRadius() : arc.majorRadius();
+    const double shorter = isSwapped ? arc.majorRadius() : arc.minorRadius();
+    edge.kind = HatchEdge::kEllipArc;
+    edge.center = arc.center();
+    edge.majorAxis = (isSwapped ? arc.minorAxis() : arc.majorAxis()) * longer;
+    edge.ratio = longer > 0.0 ? shorter / longer : 1.0;
+    edge.isCounterClockwise = !arc.isClockWise();
+    edge.startAngle = ellipseAngle(arc.startAng() + shift, edge.ratio);
+    edge.endAngle = ellipseAngle(arc.endAng() + shift, edge.ratio);
+}
+
+void setSpline(const AcGeNurbCurve2d& curve, HatchEdge& edge) {
+    edge.kind = HatchEdge::kSpline;
+    edge.degree = static_cast<short>(curve.degree());
+    edge.isRational = curve.isRational();
+    double period = 0.0;
+    edge.isPeriodic = curve.isPeriodic(period);
+    for (int i = 0; i < curve.numKnots(); ++i) edge.knots.push_back(curve.knotAt(i));
+    for (int i = 0; i < curve.numControlPoints(); ++i) {
+        edge.controlPoints.push_back(curve.controlPointAt(i));
+        if (edge.isRational) edge.weights.push_back(curve.weightAt(i));
+    }
+}
+
+bool crossesRayFrom(const AcGePoint2d& point, const AcGePoint2d& start, const AcGePoint2d& end) {
+    if ((start.y > point.y) == (end.y > point.y)) return false;
+    return point.x < start.x + (end.x - start.x) * (point.y - start.y) / (end.y - start.y);
+}
+
+} // namespace
+
+double ellipseParameter(double angle, double radiusRatio) {
+    return radiusRatio > 0.0 ? shiftedWithinQuarter(angle, 1.0 / radiusRatio) : angle;
+}
+
+double ellipseAngle(double parameter, double radiusRatio) {
+    return shiftedWithinQuarter(parameter, radiusRatio);
+}
+
+std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge) {
+    switch (edge.kind) {
+    case HatchEdge::kLine:
+        return std::make_unique<AcGeLineSeg2d>(edge.start, edge.end);
+    case HatchEdge::kCircArc:
+        return std::make_unique<AcGeCircArc2d>(edge.center, edge.radius, edge.startAngle, edge.endAngle,
+                                               AcGeVector2d::kXAxis, !edge.isCounterClockwise);
+    case HatchEdge::kEllipArc:
+        return ellipseOf(edge);
+    case HatchEdge::kSpline:
+        return splineOf(edge);
+    }
+    return nullptr;
+}
+
+LoopCurves curvesOf(const HatchLoop& loop) {
+    LoopCurves curves;
+    for (const HatchEdge& edge : loop.edges)
+        if (auto curve = curveOf(edge)) curves.push_back(std::move(curve));
+    const std::size_t count = loop.vertices.size();
+    const std::size_t segments = count < 2 ? 0 : loop.isClosed ? count : count - 1;
+    for (std::size_t i = 0; i < segments; ++i)
+        appendSegment(curves, loop.vertices[i], loop.vertices[(i + 1) % count],
+                      loop.hasBulges ? loop.bulges[i] : 0.0);
+    return curves;
+}
+
+bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge) {
+    HatchEdge made;
+    switch (curve.type()) {
+    case AcGe::kLineSeg2d:
+        made.start = static_cast<const AcGeLineSeg2d&>(curve).startPoint();
+        made.end = static_cast<const AcGeLineSeg2d&>(curve).endPoint();
+        break;
+    case AcGe::kCircArc2d:
+        setArc(static_cast<const AcGeCircArc2d&>(curve), made);
+        break;
+    case AcGe::kEllipArc2d:
+        setEllipse(static_cast<const AcGeEllipArc2d&>(curve), made);
+        break;
+    case AcGe::kNurbCurve2d:
+        setSpline(static_cast<const AcGeNurbCurve2d&>(curve), made);
+        break;
+    default:
+        return false;
+    }
+    edge = std::move(made);
+    return true;
+}
+
+double signedArea(const LoopCurves& curves) {
+    if (curves.empty()) return 0.0;
+    AcGeInterval interval;
+    AcGePoint2d origin, start, end;
+    curves.front()->getInterval(interval, origin, end);
+    double sum = 0.0;
+    for (const auto& curve : curves) {
+        curve->getInterval(interval, start, end);
+        double beyondChord = 0.0;
+        curve->area(interval.lowerBound(), interval.upperBound(), beyondChord);
+        sum += (start - origin).crossProduct(end - origin) / 2.0 + beyondChord;
+    }
+    return sum;
+}
+
+bool isInside(const LoopCurves& curves, const AcGePoint2d& point, double tolerance) {
+    bool inside = false;
+    AcGeInterval interval;
+    AcGePoint2dArray points;
+    AcGeDoubleArray parameters;
+    for (const auto& curve : curves) {
+        curve->getInterval(interval);
+        curve->getSamplePoints(interval.lowerBound(), interval.upperBound(), tolerance, points, parameters);
+        for (int i = 0; i + 1 < points.length(); ++i)
+            if (crossesRayFrom(point, points[i], points[i + 1])) inside = !inside;
+    }
+    return inside;
+}
+
+double reachAlong(const LoopCurves& curves, const AcGeVector2d& direction) {
+    const double length = direction.length();
+    double reach = -std::numeric_limits<double>::infinity();
+    if (length == 0.0) return curves.empty() ? reach : 0.0;
+    AcGeMatrix2d turn;
+    turn.setToRotation(-std::atan2(direction.y, direction.x));
+    for (const auto& curve : curves) {
+        const std::unique_ptr<AcGeCurve2d> turned(curve->copy());
+        turned->transformBy(turn);
+        reach = std::max(reach, turned->orthoBoundBlock().maxPoint().x * length);
+    }
+    return reach;
+}
+
+} // namespace hostkit
