@@ -30,29 +30,43 @@ public:
     double rotation() const { return m_rotation; }
     Acad::ErrorStatus setRotation(double angle);
     AcGeVector3d normal() const { return m_normal; }
+    /// The position stays where it is in the world.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     /// From the block's coordinates to the world's, base point and all.
     AcGeMatrix3d blockTransform() const;
     /// Takes position, scales, rotation and normal from a matrix; eCannotScaleNonUniformly for one that
-    /// skews.
+    /// skews, eInvalidInput for a singular one. Scales keep the signs that they had, but that of x turns
+    /// round where the matrix mirrors.
     Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& matrix);
 
     /// The attribute becomes the reference's; with a reference that is in a drawing it enters it and is open
     /// for write afterwards.
     Acad::ErrorStatus appendAttribute(AcDbObjectId& id, class AcDbAttribute* attribute);
     Acad::ErrorStatus appendAttribute(class AcDbAttribute* attribute);
+    /// eKeyNotFound: the attribute is not this reference's.
     Acad::ErrorStatus openAttribute(class AcDbAttribute*& attribute, AcDbObjectId id, AcDb::OpenMode mode,
                                     bool openErased = false) const;
     /// The caller deletes the iterator.
     AcDbObjectIterator* attributeIterator() const;
     const hostkit::SubentityList& attributes() const { return m_attributes; }
 
-    /// The entities of the block as seen, as copies; a block that is scaled unequally gives
-    /// eCannotScaleNonUniformly for parts that cannot follow, and no parts at all.
+    /// From the first to the last column of copies, and row; zero for a single one.
+    virtual void getCopySpread(AcGeVector3d& columns, AcGeVector3d& rows) const {
+        columns = rows = AcGeVector3d::kIdentity;
+    }
+
+    /// The entities of the block as seen, as copies, and the visible attributes as texts; a block that is
+    /// scaled unequally gives eCannotScaleNonUniformly for parts that cannot follow, and no parts at all.
+    /// eNullObjectId for a reference without a block.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
     const wchar_t* dxfName() const override { return L"INSERT"; }
 
+    /// Of what is shown: the block's entities wherever it is turned to, blocks in blocks, and the visible
+    /// attributes; definitions of attributes count when they are constant. hostkit::BlockExtents tells what
+    /// becomes of blocks that hold themselves and of very deep and very large ones.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// The attributes move along. eCannotScaleNonUniformly for a matrix that skews the block's axes. Nothing
+    /// moves when an attribute cannot be opened for write, and the status is that of opening it.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     AcRxObject* clone() const override { return new AcDbBlockReference(*this); }
@@ -61,17 +75,17 @@ public:
 
 protected:
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
-    /// The boxes of the block's entities, blocks in blocks to a depth of 64.
-    void addBlockExtents(AcDbExtents& extents, const AcGeMatrix3d& matrix, int depth) const;
-    /// The offset of row and column in the block's own axes.
+    /// How often the block is shown, and where each time, from the first on.
     virtual int copyCount() const { return 1; }
     virtual AcGeMatrix3d copyTransform(int) const { return blockTransform(); }
     /// The groups of rows and columns, for the class that has some.
     virtual bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer);
     virtual void writeArrayGroups(AcDbDxfFiler& filer) const;
 
-protected:
     struct Filing;
+    struct Placement;
+    void place(const Placement& placement, const AcGePoint3d& position);
+
     AcGePoint3d m_ecsPosition;
     AcGeScale3d m_scale{1.0, 1.0, 1.0};
     double m_rotation = 0.0;

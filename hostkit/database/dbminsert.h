@@ -3,7 +3,10 @@
 
 #include "dbblockreference.h"
 
-/// A block put in rows and columns, along the axes of the rotated reference.
+#include <algorithm>
+
+/// A block put in rows and columns, along the axes of the rotated reference; the scale factors do not scale
+/// the spacings.
 class AcDbMInsertBlock : public AcDbBlockReference {
     ACRX_DECLARE_MEMBERS(AcDbMInsertBlock)
 
@@ -20,15 +23,22 @@ public:
     Acad::ErrorStatus setColumnSpacing(double spacing);
     double rowSpacing() const { return m_rowSpacing; }
     Acad::ErrorStatus setRowSpacing(double spacing);
+    void getCopySpread(AcGeVector3d& columns, AcGeVector3d& rows) const override;
+    /// The spacings follow, along the axes that the reference has afterwards.
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDbMInsertBlock(*this); }
 
 protected:
-    int copyCount() const override { return m_columns * m_rows; }
+    /// A file may say 0 for 1.
+    int copyCount() const override { return std::max<int>(1, m_columns) * std::max<int>(1, m_rows); }
     AcGeMatrix3d copyTransform(int index) const override;
     bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer) override;
     void writeArrayGroups(AcDbDxfFiler& filer) const override;
 
 private:
+    AcGeVector3d columnAxis() const;
+    AcGeVector3d rowAxis() const;
+
     struct Filing;
     Adesk::Int16 m_columns = 1;
     Adesk::Int16 m_rows = 1;
