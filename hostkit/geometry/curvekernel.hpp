@@ -43,8 +43,10 @@ inline double magnitudeOf(const AcGeVector3d& value) { return value.length(); }
 
 /// An angle brought into [from, from + 2*pi) by whole turns.
 inline double angleFrom(double from, double angle) {
+    // What 2*pi lacks as a double: a point on a large circle would feel it.
+    constexpr double twoPiRest = 2.4492935982947064e-16;
     const double turns = std::ceil((from - angle) / AcGe::kTwoPi);
-    const double brought = angle + turns * AcGe::kTwoPi;
+    const double brought = (angle + turns * twoPiRest) + turns * AcGe::kTwoPi;
     return brought < from + AcGe::kTwoPi ? std::max(brought, from) : from;
 }
 
@@ -309,6 +311,37 @@ void sampleWithin(const typename T::Curve& curve, double fromParam, double toPar
         params.reverse();
     }
 }
+
+/// The corner of a triangle where its two shorter sides meet, to work from in differences: products of short
+/// sides lose the fewest digits. With p and q the sides from there, taken round the triangle in its own
+/// sense, the circumcentre c has 2 c . p = p . p and 2 c . q = q . q.
+template <class Point, class Vector>
+struct Corner {
+    Corner(const Point& a, const Point& b, const Point& c) {
+        const double ab = a.distanceSqrdTo(b), bc = b.distanceSqrdTo(c), ca = c.distanceSqrdTo(a);
+        if (bc >= ab && bc >= ca)
+            set(c, a, b);
+        else if (ca >= ab)
+            set(a, b, c);
+        else
+            set(b, c, a);
+    }
+    /// What, turned left and divided by twice p x q, leads from the corner to the circumcentre.
+    Vector squareDifference() const {
+        return toNext * toPrevious.lengthSqrd() - toPrevious * toNext.lengthSqrd();
+    }
+
+    Point at;
+    Vector toNext;
+    Vector toPrevious;
+
+private:
+    void set(const Point& previous, const Point& corner, const Point& next) {
+        at = corner;
+        toNext = next - corner;
+        toPrevious = previous - corner;
+    }
+};
 
 /// Area between an arc of the unit circle and its chord: (t - sin t) / 2, by its series where the difference
 /// would cancel.

@@ -49,20 +49,19 @@ AcGeCircArc2d::AcGeCircArc2d(const AcGePoint2d& start, const AcGePoint2d& onArc,
     , m_radius(0.0)
     , m_startAngle(0.0)
     , m_endAngle(0.0) {
-    // Worked in differences from the start: the centre c of 0, a and b has 2 c . a = a . a and 2 c . b = b .
-    // b.
-    const AcGeVector2d a = onArc - start, b = end - start;
-    const double across = a.crossProduct(b), chord = b.length();
     const double magnitude =
         std::max({start.largestCoordinate(), onArc.largestCoordinate(), end.largestCoordinate()});
     const double allowed = AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    const double chord = start.distanceTo(end);
+    const AcGeKernel::Corner<AcGePoint2d, AcGeVector2d> corner(start, onArc, end);
+    const double across = corner.toNext.crossProduct(corner.toPrevious);
     if (!(chord > allowed) || !(std::abs(across) > allowed * chord)) return;
-    const AcGeVector2d toCenter = (a * b.lengthSqrd() - b * a.lengthSqrd()).perpVector() / (2.0 * across);
-    m_center = start + toCenter;
-    m_radius = toCenter.length();
-    m_refVec = -toCenter / m_radius;
+    m_center = corner.at + corner.squareDifference().perpVector() / (2.0 * across);
+    // Counted from the centre as it came out rounded, so that its rounding is not felt twice.
+    const AcGeVector2d toStart = start - m_center, toEnd = end - m_center;
+    m_radius = (toStart.length() + toEnd.length()) / 2.0;
+    m_refVec = toStart / toStart.length();
     m_clockWise = across > 0.0 ? Adesk::kFalse : Adesk::kTrue;
-    const AcGeVector2d toEnd = b - toCenter;
     m_endAngle = AcGeKernel::angleFrom(
         0.0, std::atan2(toEnd.dotProduct(quarterOn(m_refVec, m_clockWise)), toEnd.dotProduct(m_refVec)));
 }

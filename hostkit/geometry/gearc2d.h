@@ -24,6 +24,9 @@ public:
     /// collinear, the middle one no farther from the chord's line than the global point test allows, or that
     /// coincide, give the degenerate arc: radius 0 at the start point, both angles 0, reference +X,
     /// counter-clockwise.
+    /// From 0.3 to 5.5 radians, with the middle point well inside, all three points are met within 8 units in
+    /// the last place of the largest of coordinates, centre and radius; ends that nearly meet let the middle
+    /// point drift by a few more.
     AcGeCircArc2d(const AcGePoint2d& start, const AcGePoint2d& onArc, const AcGePoint2d& end);
     /// The arc between two points with a polyline's bulge, the tangent of a quarter of the included angle,
     /// positive for a counter-clockwise run. With bulgeIsHeight the number is the arc's height over the
@@ -75,9 +78,9 @@ public:
                            const AcGeTol& tol = AcGeContext::gTol) const;
 
     /// Points in common with a straight curve, in the order in which the line runs. A line that comes within
-    /// the point allowance of touching the circle gives one point: the foot of the centre, or an end of either
-    /// curve that lies on the other within the stretch that they share. `count` is 0 to 2; points beyond it
-    /// stay untouched.
+    /// the point allowance of touching the circle gives one point: the foot of the centre, or an end of
+    /// either curve that lies on the other within the stretch that they share. `count` is 0 to 2; points
+    /// beyond it stay untouched.
     Adesk::Boolean intersectWith(const AcGeLinearEnt2d& line, int& count, AcGePoint2d& p1, AcGePoint2d& p2,
                                  const AcGeTol& tol = AcGeContext::gTol) const;
     /// Points in common with another arc, in the order in which this arc runs. Arcs of one circle that run

@@ -48,21 +48,21 @@ AcGeCircArc3d::AcGeCircArc3d(const AcGePoint3d& start, const AcGePoint3d& onArc,
     , m_radius(0.0)
     , m_startAngle(0.0)
     , m_endAngle(0.0) {
-    // Worked in differences from the start: the centre c of 0, a and b has 2 c . a = a . a and 2 c . b = b .
-    // b.
-    const AcGeVector3d a = onArc - start, b = end - start, across = a.crossProduct(b);
-    const double size = across.length(), chord = b.length();
     const double magnitude =
         std::max({start.largestCoordinate(), onArc.largestCoordinate(), end.largestCoordinate()});
     const double allowed = AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    const double chord = start.distanceTo(end);
+    const AcGeKernel::Corner<AcGePoint3d, AcGeVector3d> corner(start, onArc, end);
+    const AcGeVector3d across = corner.toNext.crossProduct(corner.toPrevious);
+    const double size = across.length();
     if (!(chord > allowed) || !(size > allowed * chord)) return;
     m_normal = across / size;
-    const AcGeVector3d toCenter =
-        m_normal.crossProduct(a * b.lengthSqrd() - b * a.lengthSqrd()) / (2.0 * size);
-    m_center = start + toCenter;
-    m_radius = toCenter.length();
-    m_refVec = -toCenter / m_radius;
-    const AcGeVector3d toEnd = b - toCenter;
+    m_center = corner.at + m_normal.crossProduct(corner.squareDifference()) / (2.0 * size);
+    // Counted from the centre as it came out rounded, so that its rounding is not felt twice.
+    const AcGeVector3d toStart = start - m_center, toEnd = end - m_center;
+    m_radius = (toStart.length() + toEnd.length()) / 2.0;
+    m_refVec = toStart.orthoProject(m_normal);
+    m_refVec /= m_refVec.length();
     m_endAngle = AcGeKernel::angleFrom(
         0.0, std::atan2(toEnd.dotProduct(m_normal.crossProduct(m_refVec)), toEnd.dotProduct(m_refVec)));
 }

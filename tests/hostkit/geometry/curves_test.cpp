@@ -175,7 +175,7 @@ TYPED_TEST(EveryCurve, NearestPointIsNotBeatenByDenseSamples) {
             const auto offset = point - curve.evalPoint(param);
             if (param > lo && param < hi) {
                 EXPECT_NEAR(0.0, offset.dotProduct(tangent[0]) / tangent[0].length(),
-                            16.0 * AcGe::ulpOf(magnitude));
+                            16.0 * AcGe::ulpOf(std::max(magnitude, offset.length())));
             }
         }
     });
@@ -260,7 +260,8 @@ TEST(Arc, ThreePointsAreMetWithinAFewUlpsAnywhere) {
                                        random.between(0.5, 50.0), random.between(0.0, 6.0),
                                        random.between(6.5, 12.0));
             const double lo = source.startAng(), sweep = source.endAng() - lo;
-            if (sweep < 0.3) continue;
+            // Ends that nearly meet leave the tangent there, and with it the far side, to rounding.
+            if (sweep < 0.3 || sweep > 5.5) continue;
             const AcGePoint3d a = m * source.evalPoint(lo),
                               b = m * source.evalPoint(lo + sweep * random.between(0.2, 0.8)),
                               c = m * source.evalPoint(lo + sweep);

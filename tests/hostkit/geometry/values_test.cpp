@@ -199,7 +199,10 @@ TEST(Plane, MeetsLinesAndPlanesFarOut) {
             if (std::abs(plane.normal().dotProduct(line.direction())) > 0.1) {
                 ASSERT_TRUE(line.intersectWith(plane, point));
                 const double off = std::max(plane.distanceTo(point), line.distanceTo(point));
-                worst = std::max(worst, placements::inUlps(off, point.largestCoordinate()));
+                const double magnitude =
+                    std::max({point.largestCoordinate(), plane.pointOnPlane().largestCoordinate(),
+                              line.pointOnLine().largestCoordinate()});
+                worst = std::max(worst, placements::inUlps(off, magnitude));
             }
             ASSERT_TRUE(plane.intersectWith(other, common));
             EXPECT_TRUE(plane.isOn(common.pointOnLine()) && other.isOn(common.pointOnLine()));
