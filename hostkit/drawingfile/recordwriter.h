@@ -48,7 +48,7 @@ public:
     std::size_t groupsKept() const { return m_groupsKept; }
 
     /// The group written next stands only in records that are new, or that had it.
-    void markOptional() { m_presence = FieldGroup::Presence::kOnlyInNewRecords; }
+    void markOptional() override { m_presence = FieldGroup::Presence::kOnlyInNewRecords; }
 
     AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
     AcDbDatabase* database() const override { return m_database; }

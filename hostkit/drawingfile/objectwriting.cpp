@@ -1,0 +1,129 @@
+#include "objectwriting.h"
+
+#include "drawingreading.h"
+#include "fieldtable.h"
+
+namespace hostkit {
+
+namespace {
+
+constexpr short ownerCode = 330;
+constexpr short applicationGroupCode = 102;
+constexpr short hardOwnerCode = 360;
+constexpr short commentCode = 999;
+
+} // namespace
+
+const SubentityList* partsOf(const AcDbObject& object) {
+    auto* const entity = AcDbEntity::cast(&object);
+    return entity ? DatabaseAccess::parts(*entity) : nullptr;
+}
+
+bool isActiveSpace(const AcDbBlockTableRecord& block) {
+    return equalFolded(block.name(), L"*Model_Space") || equalFolded(block.name(), L"*Paper_Space");
+}
+
+ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style)
+    : m_style(style)
+    , m_reader(const_cast<AcDbDatabase*>(&database), style.text, style.version)
+    , m_writer(const_cast<AcDbDatabase*>(&database), style)
+    , m_nextHandle(database.handseed().value()) {}
+
+// The class reads the old record into a blank object: what it takes there is what it will write.
+void ObjectWriting::markKnownGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
+    GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
+    RawGroup first;
+    (void)scanner.next(first);
+    (void)scanRecord(scanner, first, m_original);
+    m_original.groups.front().isTaken = true;
+    readHead(m_original, m_style.version, m_head);
+    // An entity's owner is where it stands in the file; some writers have other ideas of the handle there.
+    if (object.isKindOf(AcDbEntity::desc()) && m_head.owner != object.ownerId().handle().value())
+        for (RecordGroup& group : m_original.groups)
+            if (group.code == ownerCode && handleFromText(group.value) == m_head.owner) group.isTaken = false;
+    const std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
+    m_reader.begin(m_original);
+    if (blank) (void)blank->dxfInFields(&m_reader);
+    GroupBlock data;
+    (void)readExtendedData(m_original, m_reader, data);
+}
+
+bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
+    markKnownGroups(object, sourceBytes, span);
+    for (const RecordGroup& group : m_original.groups)
+        if (!group.isTaken && group.code != commentCode) return false;
+    return true;
+}
+
+bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span,
+                                std::string& bytes) {
+    markKnownGroups(object, sourceBytes, span);
+    return writeRecord(object, object.handle().value(), object.ownerId(), true, bytes);
+}
+
+bool ObjectWriting::writeNew(const AcDbObject& object, std::string& bytes) {
+    return writeRecord(object, object.handle().value(), object.ownerId(), false, bytes);
+}
+
+bool ObjectWriting::writeNewUnder(const AcDbObject& fields, std::uint64_t handle, AcDbObjectId owner,
+                                  std::string& bytes) {
+    return writeRecord(fields, handle, owner, false, bytes);
+}
+
+bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner,
+                                bool hasOriginal, std::string& bytes) {
+    m_writer.begin();
+    writeHead(object, handle, owner, hasOriginal);
+    Acad::ErrorStatus status = object.dxfOutFields(&m_writer);
+    if (status == Acad::eOk && object.extendedData()) writeBlock(m_writer, *object.extendedData());
+    if (status == Acad::eOk) status = m_writer.filerStatus();
+    if (status != Acad::eOk) {
+        wchar_t text[17] = {};
+        (void)AcDbHandle(handle).getIntoAsciiBuffer(text);
+        m_status = status;
+        m_message = std::wstring(object.dxfName()) + L" " + text + L" cannot be written";
+        if (!m_writer.errorMessage().empty()) m_message += L": " + m_writer.errorMessage();
+        return false;
+    }
+    m_writer.finish(hasOriginal ? &m_original : nullptr, bytes);
+    ++m_recordsWritten;
+    return true;
+}
+
+void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner,
+                              bool hasOriginal) {
+    const std::wstring_view name = object.dxfName() ? object.dxfName() : L"";
+    m_writer.writeText(0, name);
+    m_writer.markOptional();
+    m_writer.writeHandle(name == L"DIMSTYLE" ? 105 : 5, handle);
+    if (m_writer.isR12Form()) return;
+    // The two groups keep the order that they had.
+    const RecordGroup* const first = hasOriginal ? m_original.find(applicationGroupCode) : nullptr;
+    const bool reactorsFirst = first && withoutBlanks(first->value) == "{ACAD_REACTORS";
+    if (reactorsFirst) writeReactors(object);
+    writeExtensionDictionary(object);
+    if (!reactorsFirst) writeReactors(object);
+    m_writer.markOptional();
+    m_writer.writeItem(ownerCode, owner);
+}
+
+void ObjectWriting::writeReactors(const AcDbObject& object) {
+    bool isOpen = false;
+    for (const AcDbObjectId reactor : DatabaseAccess::persistentReactors(object)) {
+        if (reactor.isNull() || reactor.isErased()) continue;
+        if (!isOpen) m_writer.writeText(applicationGroupCode, L"{ACAD_REACTORS");
+        isOpen = true;
+        m_writer.writeItem(ownerCode, reactor);
+    }
+    if (isOpen) m_writer.writeText(applicationGroupCode, L"}");
+}
+
+void ObjectWriting::writeExtensionDictionary(const AcDbObject& object) {
+    const AcDbObjectId dictionary = DatabaseAccess::extensionDictionary(object);
+    if (dictionary.isNull() || dictionary.isErased()) return;
+    m_writer.writeText(applicationGroupCode, L"{ACAD_XDICTIONARY");
+    m_writer.writeItem(hardOwnerCode, dictionary);
+    m_writer.writeText(applicationGroupCode, L"}");
+}
+
+} // namespace hostkit

@@ -1,0 +1,70 @@
+// Stand-in for the host's record output. Covers one object's whole record, new or merged with the one that was read; leaves out where it stands in the file.
+#pragma once
+
+#include "drawingrecord.h"
+#include "groupformat.h"
+#include "recordhead.h"
+#include "recordreader.h"
+#include "recordwriter.h"
+
+#include "dbaccess.h"
+#include "dbsource.h"
+
+#include <optional>
+#include <string>
+
+namespace hostkit {
+
+/// Writes the records of one drawing.
+class ObjectWriting {
+public:
+    ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style);
+
+    const DrawingStyle& style() const { return m_style; }
+    /// The object's record from its fields, merged with the record at that span of the source bytes. False,
+    /// with the status and message to be asked for, where a value cannot be written.
+    bool writeMerged(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span,
+                     std::string& bytes);
+    bool writeNew(const AcDbObject& object, std::string& bytes);
+    /// A record that no object stands for: BLOCK and ENDBLK of a new block have their groups through
+    /// `fields`.
+    bool writeNewUnder(const AcDbObject& fields, std::uint64_t handle, AcDbObjectId owner,
+                       std::string& bytes);
+
+    /// Whether every group of the record is known to the object's class.
+    bool knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
+
+    /// A handle that no object has, for records that have no object.
+    std::uint64_t newHandle() { return m_nextHandle++; }
+    std::uint64_t nextHandle() const { return m_nextHandle; }
+
+    Acad::ErrorStatus status() const { return m_status; }
+    const std::wstring& message() const { return m_message; }
+    std::size_t recordsWritten() const { return m_recordsWritten; }
+    const RecordWriter& writer() const { return m_writer; }
+
+private:
+    void markKnownGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
+    void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
+    void writeReactors(const AcDbObject& object);
+    void writeExtensionDictionary(const AcDbObject& object);
+    bool writeRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal,
+                     std::string& bytes);
+
+    DrawingStyle m_style;
+    RecordReader m_reader;
+    RecordWriter m_writer;
+    DrawingRecord m_original;
+    RecordHead m_head;
+    std::uint64_t m_nextHandle;
+    Acad::ErrorStatus m_status = Acad::eOk;
+    std::wstring m_message;
+    std::size_t m_recordsWritten = 0;
+};
+
+/// The parts of an entity in the file's order, erased ones left out; then their end where there is one.
+const SubentityList* partsOf(const AcDbObject& object);
+/// Model space and the active paper space, whose entities stand in a section of their own.
+bool isActiveSpace(const AcDbBlockTableRecord& block);
+
+} // namespace hostkit
