@@ -1,5 +1,7 @@
 #include "groupformat.h"
 
+#include "groupblock.h"
+
 #include <charconv>
 
 namespace hostkit {
@@ -65,6 +67,31 @@ void appendHandle(int code, std::uint64_t handle, const DrawingStyle& style, std
     appendCode(code, style, bytes);
     appendHandle(handle, bytes);
     bytes += style.newline;
+}
+
+void appendBlock(const GroupBlock& block, const DrawingStyle& style, std::string& bytes) {
+    GroupWalker walker(block);
+    AcDbDxfGroup group;
+    while (walker.next(group)) {
+        switch (group.kind) {
+        case AcDb::GroupKind::kPoint:
+            for (int axis = 0; axis < group.dimension; ++axis)
+                appendReal(group.code + axis * 10, group.point[axis], style, bytes);
+            break;
+        case AcDb::GroupKind::kReal:
+            appendReal(group.code, group.real, style, bytes);
+            break;
+        case AcDb::GroupKind::kHandle:
+            appendHandle(group.code, group.handle(), style, bytes);
+            break;
+        case AcDb::GroupKind::kText:
+        case AcDb::GroupKind::kBinary:
+            appendText(group.code, group.text, style, bytes);
+            break;
+        default:
+            appendInteger(group.code, group.integer, style, bytes);
+        }
+    }
 }
 
 } // namespace hostkit

@@ -30,6 +30,9 @@ void appendText(int code, std::wstring_view value, const DrawingStyle& style, st
 void appendReal(int code, double value, const DrawingStyle& style, std::string& bytes);
 void appendInteger(int code, std::int64_t value, const DrawingStyle& style, std::string& bytes);
 void appendHandle(int code, std::uint64_t handle, const DrawingStyle& style, std::string& bytes);
+class GroupBlock;
+/// All groups of a block.
+void appendBlock(const GroupBlock& block, const DrawingStyle& style, std::string& bytes);
 void appendCode(int code, const DrawingStyle& style, std::string& bytes);
 
 } // namespace hostkit

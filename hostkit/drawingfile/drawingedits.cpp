@@ -1,0 +1,367 @@
+#include "drawingedits.h"
+
+#include "drawingreading.h"
+
+#include "dbblockbegin.h"
+#include "dbblockend.h"
+#include "dbblockreference.h"
+#include "dbsequenceend.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace hostkit {
+
+namespace {
+
+constexpr int nameCode = 2;
+constexpr int tableCountCode = 70;
+
+std::string nameInRecord(std::string_view bytes, SourceSpan span) {
+    GroupScanner scanner(bytes.substr(0, span.offset + span.length), span.offset);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup)
+        if (group.code == nameCode) return std::string(group.value);
+    return {};
+}
+
+} // namespace
+
+void ByteEdits::replace(std::size_t begin, std::size_t end, std::string_view text) {
+    m_edits.push_back({begin, end, m_text.size(), m_text.size() + text.size()});
+    m_text += text;
+}
+
+// Of two replacements that overlap the one that begins first counts.
+std::string ByteEdits::apply() {
+    std::stable_sort(m_edits.begin(), m_edits.end(), [](const Edit& left, const Edit& right) {
+        return left.begin != right.begin ? left.begin < right.begin
+                                         : left.end == left.begin && right.end != right.begin;
+    });
+    std::string result;
+    result.reserve(m_bytes.size() + m_text.size());
+    std::size_t copied = 0;
+    for (const Edit& edit : m_edits) {
+        if (edit.begin < copied) continue;
+        result += m_bytes.substr(copied, edit.begin - copied);
+        result.append(m_text, edit.textBegin, edit.textEnd - edit.textBegin);
+        copied = edit.end;
+    }
+    result += m_bytes.substr(copied);
+    return result;
+}
+
+DrawingEdits::DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
+                           bool everythingFromFields)
+    : m_database(database)
+    , m_source(source)
+    , m_objects(objects)
+    , m_everything(everythingFromFields)
+    , m_edits(source.bytes) {}
+
+bool DrawingEdits::fail(Acad::ErrorStatus status, std::wstring message) {
+    m_status = status;
+    m_message = std::move(message);
+    return false;
+}
+
+bool DrawingEdits::run(std::string& bytes) {
+    m_structure = mapDrawing(m_source.bytes);
+    m_namesChanged = findRenamedRecords();
+    bool isGood = true;
+    DatabaseAccess::forEachObject(m_database,
+                                  [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
+    if (!isGood || !addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
+    editHeader();
+    bytes = m_edits.isEmpty() ? m_source.bytes : m_edits.apply();
+    return true;
+}
+
+// Others refer to these records by name: when one has gone or has a new name, so have they to be written
+// anew.
+bool DrawingEdits::findRenamedRecords() {
+    const DrawingText& text = m_objects.style().text;
+    bool isFound = false;
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        const auto* const record = AcDbSymbolTableRecord::cast(&object);
+        if (!record || isFound || record->sourceSpan().isEmpty()) return;
+        if (!record->isErased() && !record->differsFromSource()) return;
+        isFound = record->isErased() ||
+                  text.decode(nameInRecord(m_source.bytes, record->sourceSpan())) != record->name();
+    });
+    return isFound;
+}
+
+bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
+    if (m_everything || object.differsFromSource()) return true;
+    if (m_namesChanged &&
+        (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
+        return true;
+    // The opening record of a block files the block's own fields.
+    if (!object.isKindOf(AcDbBlockBegin::desc())) return false;
+    const AcDbObject* const block = DatabaseAccess::object(object.ownerId());
+    return block && (block->differsFromSource() && !block->sourceSpan().isEmpty());
+}
+
+bool DrawingEdits::editObject(const AcDbObject& object) {
+    const SourceSpan span = object.sourceSpan();
+    if (span.isEmpty()) return true;
+    if (object.isErased()) {
+        removeRecord(object);
+        return true;
+    }
+    const AcDbObjectId owner = object.ownerId();
+    const bool goesWithOwner = object.isKindOf(AcDbSequenceEnd::desc()) ||
+                               object.isKindOf(AcDbBlockBegin::desc()) ||
+                               object.isKindOf(AcDbBlockEnd::desc());
+    if (goesWithOwner && owner.isErased()) {
+        removeRecord(object);
+        return true;
+    }
+    if (object.isKindOf(AcDbSymbolTable::desc()) || !mustBeWritten(object)) {
+        ++m_recordsCopied;
+        return true;
+    }
+    m_text.clear();
+    if (!m_objects.writeMerged(object, m_source.bytes, span, m_text)) return failWriting();
+    m_edits.replace(span.offset, span.offset + span.length, m_text);
+    return true;
+}
+
+void DrawingEdits::removeRecord(const AcDbObject& object) {
+    const SourceSpan span = object.sourceSpan();
+    m_edits.replace(span.offset, span.offset + span.length, {});
+}
+
+std::size_t DrawingEdits::sectionEnd(std::string_view name) const {
+    const NamedSpan* const section = m_structure.section(name);
+    return section ? section->closing : 0;
+}
+
+// Where the drawing lacks the section it is made, before the one named or at the end.
+void DrawingEdits::insertIntoSection(std::string_view section, std::string_view before,
+                                     std::string_view text) {
+    if (text.empty()) return;
+    if (const std::size_t end = sectionEnd(section)) return m_edits.insert(end, text);
+    const NamedSpan* const next = m_structure.section(before);
+    std::string whole;
+    appendSectionStart(section, m_objects.style(), whole);
+    whole += text;
+    appendGroup(0, "ENDSEC", m_objects.style(), whole);
+    m_edits.insert(next ? next->begin : m_structure.endMark, whole);
+}
+
+bool DrawingEdits::addTableRecords() {
+    for (int index = 0; index < tableCount; ++index) {
+        const auto kind = static_cast<TableKind>(index);
+        const auto* const table = static_cast<const AcDbSymbolTable*>(
+            DatabaseAccess::object(DatabaseAccess::table(m_database, kind)));
+        if (!table) continue;
+        const bool isWithoutRecords =
+            kind == TableKind::kBlock && !hasSubclassMarkers(m_objects.style().version);
+        if (isWithoutRecords) continue;
+        const bool isGood =
+            table->sourceSpan().isEmpty() ? addNewTable(kind, *table) : updateTable(kind, *table);
+        if (!isGood) return false;
+    }
+    return true;
+}
+
+// A table that the file lacks comes into it with its first own record; others that the reader gave it come
+// along.
+bool DrawingEdits::addNewTable(TableKind kind, const AcDbSymbolTable& table) {
+    const bool hasNewRecord =
+        std::any_of(table.records().begin(), table.records().end(), [](AcDbObjectId id) {
+            const AcDbObject* const record = DatabaseAccess::object(id);
+            return record && !record->isErased() && isNewRecord(*record);
+        });
+    if (!hasNewRecord) return true;
+    m_text.clear();
+    if (!writeNewTable(kind, table, m_objects, m_text)) return failWriting();
+    insertIntoSection("TABLES", "BLOCKS", m_text);
+    return true;
+}
+
+bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
+    const NamedSpan* const span = m_structure.table(tableName(kind));
+    m_text.clear();
+    bool isChanged = false;
+    std::size_t count = 0;
+    for (const AcDbObjectId id : table.records()) {
+        const AcDbObject* const record = DatabaseAccess::object(id);
+        if (!record) continue;
+        const bool isInFile = !record->sourceSpan().isEmpty();
+        if (record->isErased())
+            isChanged = isChanged || isInFile;
+        else if (isInFile)
+            ++count;
+        if (record->isErased() || isInFile || !isNewRecord(*record)) continue;
+        if (!m_objects.writeNew(*record, m_text)) return failWriting();
+        isChanged = true;
+        ++count;
+    }
+    if (!isChanged || !span) return true;
+    m_edits.insert(span->closing, m_text);
+    const SourceSpan head = table.sourceSpan();
+    GroupScanner scanner(std::string_view(m_source.bytes).substr(0, head.offset + head.length), head.offset);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        if (group.code != tableCountCode) continue;
+        m_text.clear();
+        appendInteger(tableCountCode, static_cast<std::int64_t>(count), m_objects.style(), m_text);
+        m_edits.replace(scanner.offsetOf(group.start), scanner.offset(), m_text);
+        break;
+    }
+    return true;
+}
+
+bool DrawingEdits::addBlocks() {
+    const AcDbObject* const table =
+        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
+    if (!table) return true;
+    std::string blocks;
+    std::string entities;
+    for (const AcDbObjectId id : static_cast<const AcDbSymbolTable*>(table)->records()) {
+        const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
+        if (!block || block->isErased() || !isNewRecord(*block)) continue;
+        entities.clear();
+        for (const AcDbObjectId entityId : block->entities()) {
+            const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(entityId);
+            if (entity && !entity->isErased() && !writeNewEntity(*entity, m_objects, entities))
+                return failWriting();
+        }
+        if (!writeNewBlock(*block, entities, m_objects, blocks)) return failWriting();
+    }
+    insertIntoSection("BLOCKS", "ENTITIES", blocks);
+    return true;
+}
+
+bool DrawingEdits::addEntities() {
+    const AcDbObject* const table =
+        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
+    if (!table) return true;
+    for (const AcDbObjectId id : static_cast<const AcDbSymbolTable*>(table)->records()) {
+        const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
+        if (block && !block->isErased() && !isNewRecord(*block) && !addEntitiesOf(*block)) return false;
+    }
+    return true;
+}
+
+bool DrawingEdits::addEntitiesOf(const AcDbBlockTableRecord& block) {
+    std::string added;
+    for (const AcDbObjectId id : block.entities()) {
+        const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
+        if (!entity || entity->isErased()) continue;
+        if (!entity->sourceSpan().isEmpty()) {
+            if (!addParts(*entity)) return false;
+        } else if (isNewRecord(*entity) && !writeNewEntity(*entity, m_objects, added)) {
+            return failWriting();
+        }
+    }
+    if (added.empty()) return true;
+    if (isActiveSpace(block)) {
+        insertIntoSection("ENTITIES", "OBJECTS", added);
+        return true;
+    }
+    const AcDbObject* const end = DatabaseAccess::object(block.blockEndId());
+    if (!end || end->sourceSpan().isEmpty())
+        return fail(Acad::eInvalidInput, L"the block " + block.name() + L" has no place in the file");
+    m_edits.insert(end->sourceSpan().offset, added);
+    return true;
+}
+
+// New parts of an entity that the file has: before the part or the end that follows them, or behind the last
+// one.
+bool DrawingEdits::addParts(const AcDbEntity& owner) {
+    const SubentityList* const parts = partsOf(owner);
+    if (!parts) return true;
+    std::size_t last = owner.sourceSpan().offset + owner.sourceSpan().length;
+    std::string pending;
+    for (std::size_t place = 0; place < parts->count(); ++place) {
+        const AcDbObject* const part = DatabaseAccess::object(parts->idAt(place));
+        if (!part) continue;
+        const SourceSpan span = part->sourceSpan();
+        if (!span.isEmpty()) {
+            if (!pending.empty()) m_edits.insert(span.offset, pending);
+            pending.clear();
+            last = span.offset + span.length;
+        } else if (!part->isErased() && !m_objects.writeNew(*part, pending)) {
+            return failWriting();
+        }
+    }
+    if (pending.empty()) return true;
+    const AcDbObject* const end = DatabaseAccess::object(parts->sequenceEnd());
+    if (!end || end->sourceSpan().isEmpty()) {
+        AcDbSequenceEnd own;
+        (void)own.setPropertiesFrom(&owner);
+        if (!m_objects.writeNewUnder(own, m_objects.newHandle(), owner.objectId(), pending))
+            return failWriting();
+        m_edits.insert(last, pending);
+        // The reference itself says from now on that attributes follow.
+        if (owner.differsFromSource() || m_everything) return true;
+        m_text.clear();
+        if (!m_objects.writeMerged(owner, m_source.bytes, owner.sourceSpan(), m_text)) return failWriting();
+        m_edits.replace(owner.sourceSpan().offset, owner.sourceSpan().offset + owner.sourceSpan().length,
+                        m_text);
+        return true;
+    }
+    m_edits.insert(end->sourceSpan().offset, pending);
+    return true;
+}
+
+bool DrawingEdits::addObjects() {
+    std::string added;
+    const AcDbObject* unholdable = nullptr;
+    bool isGood = true;
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (!isGood || unholdable || object.isErased() || !isNewRecord(object) || !isListedObject(object))
+            return;
+        if (!hasSubclassMarkers(m_objects.style().version))
+            unholdable = &object;
+        else
+            isGood = m_objects.writeNew(object, added);
+    });
+    if (!isGood) return failWriting();
+    if (unholdable)
+        return fail(Acad::eNotApplicable, L"a drawing of the R12 form cannot hold a " +
+                                              std::wstring(unholdable->dxfName()) +
+                                              L"; save it in a later form");
+    insertIntoSection("OBJECTS", "THUMBNAILIMAGE", added);
+    return true;
+}
+
+void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view groups) {
+    if (const NamedSpan* const variable = m_structure.headerVariable(name)) {
+        // The name's own group stays as it is.
+        GroupScanner scanner(m_source.bytes, variable->begin);
+        RawGroup group;
+        (void)scanner.next(group);
+        return m_edits.replace(scanner.offset(), variable->end, groups);
+    }
+    std::string whole;
+    appendGroup(9, name, m_objects.style(), whole);
+    whole += groups;
+    insertIntoSection("HEADER", m_structure.sections.empty() ? "" : m_structure.sections.front().name, whole);
+}
+
+void DrawingEdits::editHeader() {
+    const HeaderVariables& header = m_database.header();
+    for (const HeaderVariables::Variable& variable : header.all()) {
+        if (!variable.modified || variable.name == L"HANDSEED") continue;
+        std::string name = "$";
+        m_objects.style().text.encode(variable.name, name);
+        m_text.clear();
+        appendBlock(variable.groups, m_objects.style(), m_text);
+        setHeaderVariable(name, m_text);
+    }
+    // Only a save that changes anything looks after the next handle.
+    const std::uint64_t seed = m_objects.nextHandle();
+    if (m_edits.isEmpty() || !m_structure.headerVariable("$HANDSEED") || header.handle(L"HANDSEED") >= seed)
+        return;
+    m_text.clear();
+    appendHandle(5, seed, m_objects.style(), m_text);
+    setHeaderVariable("$HANDSEED", m_text);
+}
+
+} // namespace hostkit

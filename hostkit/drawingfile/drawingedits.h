@@ -1,0 +1,99 @@
+// Stand-in for the host's incremental save. Covers a drawing that was read and changed: its bytes with the changed records replaced; leaves out other forms of the format.
+#pragma once
+
+#include "drawingstructure.h"
+#include "objectwriting.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace hostkit {
+
+/// Replacements and insertions in the bytes of a drawing, in any order; at one place in the order in which
+/// they came.
+class ByteEdits {
+public:
+    explicit ByteEdits(std::string_view bytes)
+        : m_bytes(bytes) {}
+
+    void replace(std::size_t begin, std::size_t end, std::string_view text);
+    void insert(std::size_t place, std::string_view text) { replace(place, place, text); }
+    bool isEmpty() const { return m_edits.empty(); }
+    std::string apply();
+
+private:
+    struct Edit {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        std::size_t textBegin = 0;
+        std::size_t textEnd = 0;
+    };
+    std::string_view m_bytes;
+    std::vector<Edit> m_edits;
+    std::string m_text;
+};
+
+/// One save of a drawing in the form that it was read in. What was not changed keeps its bytes; new records
+/// go to the end of their table, block, section or sequence.
+class DrawingEdits {
+public:
+    DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
+                 bool everythingFromFields);
+    /// False, with status and message, where something cannot be written; `bytes` is then as it was.
+    bool run(std::string& bytes);
+
+    Acad::ErrorStatus status() const { return m_status; }
+    const std::wstring& message() const { return m_message; }
+    std::size_t recordsCopied() const { return m_recordsCopied; }
+
+private:
+    bool editObject(const AcDbObject& object);
+    bool mustBeWritten(const AcDbObject& object) const;
+    void removeRecord(const AcDbObject& object);
+    bool findRenamedRecords();
+
+    bool addTableRecords();
+    bool addNewTable(TableKind kind, const AcDbSymbolTable& table);
+    bool updateTable(TableKind kind, const AcDbSymbolTable& table);
+    bool addBlocks();
+    bool addEntities();
+    bool addEntitiesOf(const AcDbBlockTableRecord& block);
+    bool addParts(const AcDbEntity& owner);
+    bool addObjects();
+    void editHeader();
+    void setHeaderVariable(std::string_view name, std::string_view groups);
+
+    std::size_t sectionEnd(std::string_view name) const;
+    void insertIntoSection(std::string_view section, std::string_view before, std::string_view text);
+    bool fail(Acad::ErrorStatus status, std::wstring message);
+    bool failWriting() { return fail(m_objects.status(), m_objects.message()); }
+
+    const AcDbDatabase& m_database;
+    const DrawingSource& m_source;
+    ObjectWriting& m_objects;
+    bool m_everything;
+    bool m_namesChanged = false;
+    DrawingStructure m_structure;
+    ByteEdits m_edits;
+    std::string m_text; // of the record at work
+    Acad::ErrorStatus m_status = Acad::eOk;
+    std::wstring m_message;
+    std::size_t m_recordsCopied = 0;
+};
+
+/// The entity's record, then those of its parts and their end, all new.
+bool writeNewEntity(const AcDbEntity& entity, ObjectWriting& objects, std::string& bytes);
+/// BLOCK, what `entities` holds already, and ENDBLK.
+bool writeNewBlock(const AcDbBlockTableRecord& block, std::string_view entities, ObjectWriting& objects,
+                   std::string& bytes);
+/// TABLE, the records that are not erased, ENDTAB.
+bool writeNewTable(TableKind kind, const AcDbSymbolTable& table, ObjectWriting& objects, std::string& bytes);
+/// Whether the object was made or changed since the drawing was read, or was never in a file.
+bool isNewRecord(const AcDbObject& object);
+/// An object that has no record by itself where others are listed: it is in no table, block or sequence.
+bool isListedObject(const AcDbObject& object);
+void appendSectionStart(std::string_view name, const DrawingStyle& style, std::string& bytes);
+
+} // namespace hostkit

@@ -1,0 +1,99 @@
+// Records that no file had before.
+
+#include "drawingedits.h"
+#include "drawingreading.h"
+
+#include "dbblockbegin.h"
+#include "dbblockend.h"
+#include "dbblockreference.h"
+#include "dbopaque.h"
+#include "dbsequenceend.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+namespace {
+
+constexpr int nameCode = 2;
+
+// A sequence ends with a record of its own; where the drawing has no object for it, one is made for the file.
+bool writeSequenceEnd(const AcDbEntity& owner, const SubentityList& parts, ObjectWriting& objects,
+                      std::string& bytes) {
+    if (const AcDbObject* const end = DatabaseAccess::object(parts.sequenceEnd()))
+        return objects.writeNew(*end, bytes);
+    AcDbSequenceEnd end;
+    (void)end.setPropertiesFrom(&owner);
+    return objects.writeNewUnder(end, objects.newHandle(), owner.objectId(), bytes);
+}
+
+} // namespace
+
+bool isNewRecord(const AcDbObject& object) {
+    return object.sourceSpan().isEmpty() && object.differsFromSource();
+}
+
+bool isListedObject(const AcDbObject& object) {
+    return !object.isKindOf(AcDbEntity::desc()) && !object.isKindOf(AcDbSymbolTable::desc()) &&
+           !object.isKindOf(AcDbSymbolTableRecord::desc());
+}
+
+void appendSectionStart(std::string_view name, const DrawingStyle& style, std::string& bytes) {
+    appendGroup(0, "SECTION", style, bytes);
+    appendGroup(nameCode, name, style, bytes);
+}
+
+bool writeNewEntity(const AcDbEntity& entity, ObjectWriting& objects, std::string& bytes) {
+    if (!objects.writeNew(entity, bytes)) return false;
+    const SubentityList* const parts = partsOf(entity);
+    if (!parts) return true;
+    bool hasParts = false;
+    for (std::size_t place = 0; place < parts->count(); ++place) {
+        const AcDbObject* const part = DatabaseAccess::object(parts->idAt(place));
+        if (!part || part->isErased()) continue;
+        hasParts = true;
+        if (!objects.writeNew(*part, bytes)) return false;
+    }
+    const bool needsEnd = hasParts || !entity.isKindOf(AcDbBlockReference::desc());
+    return !needsEnd || writeSequenceEnd(entity, *parts, objects, bytes);
+}
+
+bool writeNewBlock(const AcDbBlockTableRecord& block, std::string_view entities, ObjectWriting& objects,
+                   std::string& bytes) {
+    AcDbBlockBegin ownBegin;
+    AcDbBlockEnd ownEnd;
+    DatabaseAccess::setOwner(ownBegin, block.objectId());
+    const AcDbObject* const begin = DatabaseAccess::object(block.blockBeginId());
+    const AcDbObject* const end = DatabaseAccess::object(block.blockEndId());
+    const bool isBegun = begin
+                             ? objects.writeNew(*begin, bytes)
+                             : objects.writeNewUnder(ownBegin, objects.newHandle(), block.objectId(), bytes);
+    if (!isBegun) return false;
+    bytes += entities;
+    return end ? objects.writeNew(*end, bytes)
+               : objects.writeNewUnder(ownEnd, objects.newHandle(), block.objectId(), bytes);
+}
+
+bool writeNewTable(TableKind kind, const AcDbSymbolTable& table, ObjectWriting& objects, std::string& bytes) {
+    std::string head;
+    if (!objects.writeNew(table, head)) return false;
+    // A table's record begins with its kind and its name.
+    const DrawingStyle& style = objects.style();
+    const std::size_t firstLine = head.find('\n') + 1;
+    head.erase(0, head.find('\n', firstLine) + 1);
+    appendGroup(0, "TABLE", style, bytes);
+    appendGroup(nameCode, tableName(kind), style, bytes);
+    bytes += head;
+    if (kind == TableKind::kDimStyle && style.version >= DrawingVersion::k2000) {
+        appendGroup(100, "AcDbDimStyleTable", style, bytes);
+        appendInteger(71, 0, style, bytes);
+    }
+    for (const AcDbObjectId id : table.records()) {
+        const AcDbObject* const record = DatabaseAccess::object(id);
+        if (record && !record->isErased() && !objects.writeNew(*record, bytes)) return false;
+    }
+    appendGroup(0, "ENDTAB", style, bytes);
+    return true;
+}
+
+} // namespace hostkit
