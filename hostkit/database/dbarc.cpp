@@ -103,21 +103,20 @@ Acad::ErrorStatus AcDbArc::transformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isUniform(matrix, scale)) return Acad::eCannotScaleNonUniformly;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    // The sense stays: a mirror turns the normal away from where the old one goes.
     const AcGePoint3d place = matrix * center();
     const AcGeVector3d xAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kXAxis);
-    m_normal = (matrix * m_normal).normal();
+    const AcGeVector3d yAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kYAxis);
+    const AcGeVector3d moved = matrix * m_normal;
+    m_normal = xAxis.crossProduct(yAxis);
+    m_normal /= m_normal.length();
     m_ecsCenter = hostkit::toEntity(m_normal, place);
     m_radius *= scale;
-    m_thickness *= scale;
-    // The angles count from where the x axis went; a mirror makes them run the other way, which changes the
-    // ends.
+    m_thickness *= moved.dotProduct(m_normal);
     const AcGeVector3d local = hostkit::toEntity(m_normal, xAxis);
     const double shift = std::atan2(local.y, local.x);
-    const bool mirrored = matrix.det() < 0.0;
-    const double start = mirrored ? shift - m_endAngle : shift + m_startAngle;
-    const double end = mirrored ? shift - m_startAngle : shift + m_endAngle;
-    m_startAngle = hostkit::angleWithinTurn(start);
-    m_endAngle = hostkit::angleWithinTurn(end);
+    m_startAngle = hostkit::angleWithinTurn(m_startAngle + shift);
+    m_endAngle = hostkit::angleWithinTurn(m_endAngle + shift);
     return Acad::eOk;
 }
 

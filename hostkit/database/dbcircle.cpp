@@ -76,11 +76,16 @@ Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isUniform(matrix, scale)) return Acad::eCannotScaleNonUniformly;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    // The sense stays: a mirror turns the normal away from where the old one goes.
     const AcGePoint3d place = matrix * center();
-    m_normal = (matrix * m_normal).normal();
+    const AcGeVector3d xAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kXAxis);
+    const AcGeVector3d yAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kYAxis);
+    const AcGeVector3d moved = matrix * m_normal;
+    m_normal = xAxis.crossProduct(yAxis);
+    m_normal /= m_normal.length();
     m_ecsCenter = hostkit::toEntity(m_normal, place);
     m_radius *= scale;
-    m_thickness *= scale;
+    m_thickness *= moved.dotProduct(m_normal);
     return Acad::eOk;
 }
 
