@@ -288,8 +288,8 @@ void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) 
                 if (result == MergeResult::kMerged) {
                     segments[i] = static_cast<AcGeCurve3d*>(merged.copy());
                     gone[static_cast<std::size_t>(j)] = 1;
+                    if (second != first) delete second;
                     delete first;
-                    delete second;
                     again = true;
                 }
                 break;

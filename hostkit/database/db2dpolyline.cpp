@@ -173,10 +173,11 @@ Acad::ErrorStatus AcDb2dPolyline::reverseCurve() {
         old.push_back({vertex->position(), vertex->bulge(), vertex->startWidth(), vertex->endWidth()});
     const std::size_t count = old.size();
     for (std::size_t i = 0; i < count; ++i) {
-        // The segment from vertex k is the one from vertex count-2-k now; the closing one stays the last.
-        const Values& segment = old[i + 1 < count ? count - 2 - i : count - 1];
+        // A closed polyline keeps its first vertex, and its closing segment becomes the first one.
+        const std::size_t place = !isClosed() ? count - 1 - i : i == 0 ? 0 : count - i;
+        const Values& segment = old[isClosed() ? count - 1 - i : i + 1 < count ? count - 2 - i : count - 1];
         AcDb2dVertex& vertex = *vertices.all()[i];
-        (void)vertex.setPosition(old[count - 1 - i].position);
+        (void)vertex.setPosition(old[place].position);
         (void)vertex.setBulge(-segment.bulge);
         (void)vertex.setStartWidth(segment.endWidth);
         (void)vertex.setEndWidth(segment.startWidth);

@@ -114,11 +114,12 @@ Acad::ErrorStatus AcDb3dPolyline::reverseCurve() {
     if (status != Acad::eOk) return status;
     const hostkit::WritableVertices<AcDb3dPolylineVertex> vertices(m_vertices);
     if (vertices.status() != Acad::eOk) return vertices.status();
-    const std::size_t count = vertices.all().size();
-    for (std::size_t i = 0; i < count / 2; ++i) {
-        const AcGePoint3d place = vertices.all()[i]->position();
-        (void)vertices.all()[i]->setPosition(vertices.all()[count - 1 - i]->position());
-        (void)vertices.all()[count - 1 - i]->setPosition(place);
+    // A closed polyline keeps its first vertex.
+    std::size_t low = isClosed() ? 1 : 0;
+    for (std::size_t high = vertices.all().size(); low + 1 < high--; ++low) {
+        const AcGePoint3d place = vertices.all()[low]->position();
+        (void)vertices.all()[low]->setPosition(vertices.all()[high]->position());
+        (void)vertices.all()[high]->setPosition(place);
     }
     return Acad::eOk;
 }

@@ -259,14 +259,17 @@ AcDbCurve* AcDbPolyline::piece(double from, double to) const {
 Acad::ErrorStatus AcDbPolyline::reverseCurve() {
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    // The segment from vertex i becomes the one from vertex n-2-i; the closing one stays the last.
-    std::reverse(m_points.begin(), m_points.end());
+    // A closed polyline keeps its first vertex, and its closing segment becomes the first one; an open one
+    // has no segment behind its last vertex, whose bulge stays where it is.
+    const std::ptrdiff_t fixedPoints = m_closed && !m_points.empty() ? 1 : 0;
+    const std::ptrdiff_t fixedSegments = m_closed ? 0 : 1;
+    std::reverse(m_points.begin() + fixedPoints, m_points.end());
     if (!m_bulges.empty()) {
-        std::reverse(m_bulges.begin(), m_bulges.end() - 1);
+        std::reverse(m_bulges.begin(), m_bulges.end() - fixedSegments);
         for (double& bulge : m_bulges) bulge = -bulge;
     }
     if (!m_widths.empty()) {
-        std::reverse(m_widths.begin(), m_widths.end() - 1);
+        std::reverse(m_widths.begin(), m_widths.end() - fixedSegments);
         for (auto& [start, end] : m_widths) std::swap(start, end);
     }
     return Acad::eOk;
