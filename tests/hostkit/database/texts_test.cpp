@@ -1,0 +1,338 @@
+#include "dbattdef.h"
+#include "dbattribute.h"
+#include "dbmtext.h"
+#include "dbtext.h"
+#include "entitymotions.h"
+
+#include "adsdef.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using motions::boxOf;
+using motions::isNear;
+
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+
+/// Five letters of height 10: 30 wide.
+AcDbText fiveLetters() { return AcDbText({100.0, 50.0, 7.0}, L"ab%%d%%%z", AcDbObjectId(), 10.0); }
+
+std::wstring taken(wchar_t* text) {
+    const std::wstring copy = text;
+    acutDelString(text);
+    return copy;
+}
+
+TEST(Texts, CodesCountAsTheLettersThatAreSeen) {
+    struct Case {
+        const wchar_t* text;
+        int letters;
+    };
+    for (const Case& c : {Case{L"", 0},
+                          {L"abc", 3},
+                          {L"%%c12", 3},
+                          {L"%%D%%p%%C", 3},
+                          {L"%%%", 1},
+                          {L"%%utitle%%u", 5},
+                          {L"%%065%%66", 2},
+                          {L"%%007", 0},
+                          {L"50%", 3},
+                          {L"%%", 2},
+                          {L"%%x", 3},
+                          {L"\\U+00E9t", 2},
+                          {L"\\U+00Ex", 7}}) {
+        const AcDbText text({}, c.text, AcDbObjectId(), 5.0);
+        EXPECT_DOUBLE_EQ(text.estimatedWidth(), 3.0 * c.letters)
+            << std::string(c.text, c.text + wcslen(c.text));
+    }
+}
+
+TEST(Texts, BoxByAlignmentAndGeneration) {
+    struct Case {
+        AcDb::TextHorzMode horizontal;
+        AcDb::TextVertMode vertical;
+        bool backward, upsideDown;
+        double left, bottom; // from the alignment point
+    };
+    const Case cases[] = {{AcDb::kTextLeft, AcDb::kTextBase, false, false, 0.0, 0.0},
+                          {AcDb::kTextLeft, AcDb::kTextBase, true, false, -30.0, 0.0},
+                          {AcDb::kTextLeft, AcDb::kTextBase, true, true, -30.0, -10.0},
+                          {AcDb::kTextCenter, AcDb::kTextBase, false, false, -15.0, 0.0},
+                          {AcDb::kTextRight, AcDb::kTextBottom, false, false, -30.0, 0.0},
+                          {AcDb::kTextRight, AcDb::kTextTop, true, false, 0.0, -10.0},
+                          {AcDb::kTextMid, AcDb::kTextBase, false, true, -15.0, -5.0},
+                          {AcDb::kTextLeft, AcDb::kTextVertMid, false, false, 0.0, -5.0},
+                          {AcDb::kTextCenter, AcDb::kTextTop, false, true, -15.0, 0.0}};
+    for (const Case& c : cases) {
+        AcDbText text = fiveLetters();
+        const AcGePoint3d anchor = text.position();
+        text.setHorizontalMode(c.horizontal);
+        text.setVerticalMode(c.vertical);
+        text.mirrorInX(c.backward);
+        text.mirrorInY(c.upsideDown);
+        const AcGePoint3d low = anchor + AcGeVector3d(c.left, c.bottom, 0.0);
+        EXPECT_TRUE(isNear(boxOf(text), AcDbExtents(low, low + AcGeVector3d(30.0, 10.0, 0.0))))
+            << c.horizontal << " " << c.vertical << " " << c.backward << c.upsideDown;
+    }
+}
+
+TEST(Texts, BoxOfSlantedFittedAndEmptyTexts) {
+    AcDbText slanted = fiveLetters();
+    ASSERT_EQ(slanted.setOblique(std::atan(0.5)), Acad::eOk);
+    ASSERT_EQ(slanted.setWidthFactor(2.0), Acad::eOk);
+    EXPECT_TRUE(isNear(boxOf(slanted), AcDbExtents({100.0, 50.0, 7.0}, {165.0, 60.0, 7.0})));
+
+    AcDbText fitted = fiveLetters();
+    ASSERT_EQ(fitted.setHorizontalMode(AcDb::kTextFit), Acad::eOk);
+    ASSERT_EQ(fitted.setAlignmentPoint({100.0, 90.0, 7.0}), Acad::eOk);
+    EXPECT_TRUE(isNear(boxOf(fitted), AcDbExtents({90.0, 50.0, 7.0}, {100.0, 90.0, 7.0})));
+
+    AcDbText empty({1.0, 2.0, 3.0}, L"%%u%%u", AcDbObjectId(), 4.0);
+    AcDbExtents kept({0.0, 0.0, 0.0}, {1.0, 1.0, 1.0});
+    EXPECT_EQ(empty.getGeomExtents(kept), Acad::eInvalidExtents);
+    EXPECT_TRUE(isNear(kept, AcDbExtents({0.0, 0.0, 0.0}, {1.0, 1.0, 1.0})));
+}
+
+TEST(Texts, PositionFollowsTheAlignmentPoint) {
+    AcDbText text = fiveLetters();
+    ASSERT_EQ(text.setHorizontalMode(AcDb::kTextRight), Acad::eOk);
+    EXPECT_TRUE(isNear(text.alignmentPoint(), {100.0, 50.0, 7.0}));
+    EXPECT_TRUE(isNear(text.position(), {70.0, 50.0, 7.0}));
+    ASSERT_EQ(text.setRotation(AcGe::kPi / 2.0), Acad::eOk);
+    EXPECT_TRUE(isNear(text.position(), {100.0, 20.0, 7.0}));
+    ASSERT_EQ(text.setTextString(L"ab"), Acad::eOk);
+    EXPECT_TRUE(isNear(text.position(), {100.0, 38.0, 7.0}));
+    ASSERT_EQ(text.setNormal({0.0, 0.0, -2.0}), Acad::eOk);
+    EXPECT_TRUE(isNear(text.alignmentPoint(), {100.0, 50.0, 7.0}));
+}
+
+/// A text in its own plane is at these corners; whatever moves the text must move its box by the corners.
+TEST(Texts, LettersAreWhereTheirImagesAre) {
+    motions::Random random(20);
+    for (const AcDb::TextHorzMode mode :
+         {AcDb::kTextLeft, AcDb::kTextCenter, AcDb::kTextMid, AcDb::kTextAlign}) {
+        for (const motions::Motion& first : motions::all()) {
+            for (const motions::Motion& second : motions::all()) {
+                AcDbText text({5.0, 3.0, 2.0}, L"four", AcDbObjectId(), random.between(1.0, 8.0));
+                text.setHorizontalMode(mode);
+                if (mode == AcDb::kTextAlign) text.setAlignmentPoint({25.0, 3.0, 2.0});
+                const AcDbExtents flat = boxOf(text);
+                const AcGePoint3d low = flat.minPoint(), high = flat.maxPoint();
+                ASSERT_EQ(text.transformBy(first.matrix), Acad::eOk);
+                ASSERT_EQ(text.transformBy(second.matrix), Acad::eOk);
+                const AcDbExtents wanted = boxOf({low, {high.x, low.y, low.z}, {low.x, high.y, low.z}, high},
+                                                 second.matrix * first.matrix);
+                EXPECT_TRUE(isNear(boxOf(text), wanted)) << first.name << ", " << second.name << ", " << mode;
+            }
+        }
+    }
+}
+
+TEST(Texts, TransformThereAndBackRestoresTheFields) {
+    for (const motions::Motion& motion : motions::all()) {
+        AcDbText text = fiveLetters();
+        text.setRotation(0.4);
+        text.setWidthFactor(0.8);
+        text.setOblique(0.2);
+        text.setThickness(3.0);
+        text.mirrorInY(true);
+        const AcDbText before = text;
+        ASSERT_EQ(text.transformBy(motion.matrix), Acad::eOk);
+        ASSERT_EQ(text.transformBy(motion.matrix.inverse()), Acad::eOk);
+        EXPECT_TRUE(isNear(text.position(), before.position())) << motion.name;
+        EXPECT_NEAR(std::remainder(text.rotation() - 0.4, AcGe::kTwoPi), 0.0, 1e-12) << motion.name;
+        EXPECT_NEAR(text.height(), 10.0, 1e-11) << motion.name;
+        EXPECT_NEAR(text.widthFactor(), 0.8, 1e-12) << motion.name;
+        EXPECT_NEAR(text.oblique(), 0.2, 1e-12) << motion.name;
+        EXPECT_NEAR(text.thickness(), 3.0, 1e-11) << motion.name;
+        EXPECT_FALSE(text.isMirroredInX()) << motion.name;
+        EXPECT_TRUE(text.isMirroredInY()) << motion.name;
+    }
+}
+
+TEST(Texts, MirrorTurnsTheLettersRoundAndKeepsTheSideOfTheNormal) {
+    AcDbText text = fiveLetters();
+    ASSERT_EQ(text.transformBy(motions::stretch(-1.0, 1.0, 1.0)), Acad::eOk);
+    EXPECT_TRUE(text.isMirroredInX());
+    EXPECT_NEAR(text.rotation(), 0.0, 1e-12);
+    EXPECT_EQ(text.normal(), AcGeVector3d::kZAxis);
+    EXPECT_EQ(text.transformBy(motions::stretch(1.0, 0.0, 1.0)), Acad::eInvalidInput);
+    EXPECT_EQ(text.height(), 10.0);
+}
+
+TEST(Texts, SettersRefuseWhatATextCannotHave) {
+    AcDbText text = fiveLetters();
+    const AcGePoint3d nowhere(kNoNumber, 0.0, 0.0);
+    EXPECT_EQ(text.setPosition(nowhere), Acad::eInvalidInput);
+    EXPECT_EQ(text.setAlignmentPoint(nowhere), Acad::eInvalidInput);
+    EXPECT_EQ(text.setNormal({0.0, 0.0, 0.0}), Acad::eInvalidInput);
+    for (const double bad : {0.0, -1.0, kNoNumber}) {
+        EXPECT_EQ(text.setHeight(bad), Acad::eInvalidInput);
+        EXPECT_EQ(text.setWidthFactor(bad), Acad::eInvalidInput);
+    }
+    EXPECT_EQ(text.setRotation(HUGE_VAL), Acad::eInvalidInput);
+    EXPECT_EQ(text.setOblique(1.5), Acad::eInvalidInput);
+    EXPECT_EQ(text.setTextString(nullptr), Acad::eInvalidInput);
+    EXPECT_EQ(text.setHorizontalMode(static_cast<AcDb::TextHorzMode>(6)), Acad::eInvalidInput);
+    EXPECT_EQ(text.setVerticalMode(static_cast<AcDb::TextVertMode>(-1)), Acad::eInvalidInput);
+    EXPECT_TRUE(text.isDefaultAlignment());
+    EXPECT_TRUE(isNear(boxOf(text), boxOf(fiveLetters())));
+    EXPECT_EQ(text.text(), fiveLetters().text());
+}
+
+TEST(Paragraphs, PlainTextHasNoCodes) {
+    struct Case {
+        const wchar_t* contents;
+        const wchar_t* plain;
+    };
+    const Case cases[] = {{L"one\\Ptwo\nthree", L"one\ntwo\nthree"},
+                          {L"{\\fArial|b1|i0;bold} {\\H2.5x;\\C1;high}", L"bold high"},
+                          {L"\\A1;\\pi1,l2;a\\~b\\\\c\\{d\\}", L"a\u00A0b\\c{d}"},
+                          {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", L"1/2 +0.1 -0.2 3/4"},
+                          {L"\\Lunder\\l %%c12 \\U+00B2", L"under \u230012 \u00B2"},
+                          {L"^Itab^J^ ^M", L"\ttab\n^"},
+                          {L"\\H2.5 never closed", L""},
+                          {L"lone \\", L"lone \\"},
+                          {L"\\S1/2", L"1/2"},
+                          {L"\\q", L"\\q"},
+                          {L"", L""}};
+    for (const Case& c : cases) {
+        AcDbMText text;
+        ASSERT_EQ(text.setContents(c.contents), Acad::eOk);
+        EXPECT_EQ(text.plainText(), c.plain);
+        EXPECT_EQ(taken(text.contents()), c.contents);
+    }
+}
+
+AcDbMText twoLines() {
+    AcDbMText text;
+    text.setLocation({10.0, 20.0, 3.0});
+    text.setTextHeight(3.0);
+    text.setContents(L"ten of themX\\Pabcde"); // 12 and 5 letters: 21.6 wide, 3 + 5 high
+    return text;
+}
+
+TEST(Paragraphs, BoxHangsOnTheAttachmentPoint) {
+    for (int place = AcDbMText::kTopLeft; place <= AcDbMText::kBottomRight; ++place) {
+        AcDbMText text = twoLines();
+        ASSERT_EQ(text.setAttachment(static_cast<AcDbMText::AttachmentPoint>(place)), Acad::eOk);
+        const int column = (place - 1) % 3, row = (place - 1) / 3;
+        const AcGePoint3d low(10.0 - 21.6 * column / 2.0, 12.0 + 8.0 * row / 2.0, 3.0);
+        EXPECT_TRUE(isNear(boxOf(text), AcDbExtents(low, low + AcGeVector3d(21.6, 8.0, 0.0)))) << place;
+    }
+    AcDbMText turned = twoLines();
+    ASSERT_EQ(turned.setRotation(AcGe::kPi / 2.0), Acad::eOk);
+    EXPECT_TRUE(isNear(boxOf(turned), AcDbExtents({10.0, 20.0, 3.0}, {18.0, 41.6, 3.0})));
+    AcDbMText blank = twoLines();
+    ASSERT_EQ(blank.setContents(L"\\P\\P"), Acad::eOk);
+    AcDbExtents box;
+    EXPECT_EQ(blank.getGeomExtents(box), Acad::eInvalidExtents);
+    EXPECT_EQ(blank.actualHeight(), 0.0);
+}
+
+TEST(Paragraphs, LinesBreakAtTheBox) {
+    struct Case {
+        double width;
+        std::vector<std::wstring> lines;
+    };
+    const Case cases[] = {
+        {0.0, {L"ten of themX", L"abcde"}},         {21.7, {L"ten of themX", L"abcde"}},
+        {21.5, {L"ten of", L"themX", L"abcde"}},    {9.1, {L"ten", L"of", L"themX", L"abcde"}},
+        {0.1, {L"ten", L"of", L"themX", L"abcde"}}, {1e300, {L"ten of themX", L"abcde"}}};
+    for (const Case& c : cases) {
+        AcDbMText text = twoLines();
+        ASSERT_EQ(text.setWidth(c.width), Acad::eOk);
+        AcDbVoidPtrArray parts;
+        ASSERT_EQ(text.explode(parts), Acad::eOk);
+        std::vector<std::wstring> lines;
+        AcDbExtents together;
+        for (void* part : parts) {
+            const std::unique_ptr<AcDbText> line(static_cast<AcDbText*>(part));
+            lines.push_back(line->text());
+            together.addExt(boxOf(*line));
+        }
+        EXPECT_EQ(lines, c.lines) << c.width;
+        EXPECT_TRUE(isNear(together, boxOf(text))) << c.width;
+    }
+}
+
+TEST(Paragraphs, MoveWithTheirPlaneAndComeBack) {
+    for (const motions::Motion& motion : motions::all()) {
+        AcDbMText text = twoLines();
+        ASSERT_EQ(text.setRotation(0.3), Acad::eOk);
+        text.setWidth(9.1);
+        const AcGeVector3d x(std::cos(0.3), std::sin(0.3), 0.0), y(-x.y, x.x, 0.0);
+        const double width = text.actualWidth(), height = text.actualHeight();
+        const AcGePoint3d corner = text.location();
+        const Acad::ErrorStatus status = text.transformBy(motion.matrix);
+        ASSERT_EQ(status, motion.keepsShape ? Acad::eOk : Acad::eCannotScaleNonUniformly) << motion.name;
+        const AcGeMatrix3d matrix = motion.keepsShape ? motion.matrix : AcGeMatrix3d();
+        const AcDbExtents wanted =
+            boxOf({corner, corner + x * width, corner - y * height, corner + x * width - y * height}, matrix);
+        EXPECT_TRUE(isNear(boxOf(text), wanted)) << motion.name;
+        ASSERT_EQ(text.transformBy(matrix.inverse()), Acad::eOk);
+        EXPECT_NEAR(std::remainder(text.rotation() - 0.3, AcGe::kTwoPi), 0.0, 1e-12) << motion.name;
+        EXPECT_NEAR(text.textHeight(), 3.0, 1e-12);
+        EXPECT_TRUE(text.normal().isEqualTo(AcGeVector3d::kZAxis)) << motion.name;
+    }
+}
+
+TEST(Paragraphs, DirectionAndRotationAreTwoWordsForOneThing) {
+    AcDbMText text = twoLines();
+    ASSERT_EQ(text.setDirection({0.0, 5.0, 0.0}), Acad::eOk);
+    EXPECT_NEAR(text.rotation(), AcGe::kPi / 2.0, 1e-15);
+    ASSERT_EQ(text.setRotation(AcGe::kPi), Acad::eOk);
+    EXPECT_TRUE(text.direction().isEqualTo({-1.0, 0.0, 0.0}));
+    ASSERT_EQ(text.setDirection({0.0, 0.0, 1.0}), Acad::eOk);
+    ASSERT_EQ(text.setNormal({0.0, 0.0, 1.0}), Acad::eOk);
+    EXPECT_NEAR(text.direction().dotProduct(text.normal()), 0.0, 1e-15);
+    EXPECT_EQ(text.setDirection({0.0, 0.0, 0.0}), Acad::eInvalidInput);
+    EXPECT_EQ(text.setAttachment(static_cast<AcDbMText::AttachmentPoint>(0)), Acad::eInvalidInput);
+    EXPECT_EQ(text.setFlowDirection(static_cast<AcDbMText::FlowDirection>(2)), Acad::eInvalidInput);
+    EXPECT_EQ(text.setWidth(-1.0), Acad::eInvalidInput);
+    EXPECT_EQ(text.setTextHeight(0.0), Acad::eInvalidInput);
+    EXPECT_EQ(text.setLineSpacingFactor(0.2), Acad::eInvalidInput);
+    EXPECT_EQ(text.setContents(nullptr), Acad::eInvalidInput);
+}
+
+template <typename Attribute>
+void checkTagAndFlags() {
+    Attribute attribute;
+    for (const wchar_t* bad : {static_cast<const wchar_t*>(nullptr), L"", L"TWO WORDS", L"TAB\t"})
+        EXPECT_EQ(attribute.setTag(bad), Acad::eInvalidInput);
+    ASSERT_EQ(attribute.setTag(L"MARK"), Acad::eOk);
+    EXPECT_EQ(attribute.setTag(L"A B"), Acad::eInvalidInput);
+    EXPECT_EQ(taken(attribute.tag()), L"MARK");
+    EXPECT_EQ(attribute.setPreset(true), Acad::eOk);
+    EXPECT_EQ(attribute.setInvisible(true), Acad::eOk);
+    EXPECT_EQ(attribute.setPreset(false), Acad::eOk);
+    EXPECT_EQ(attribute.setVerifiable(true), Acad::eOk);
+    const std::unique_ptr<Attribute> copy = motions::copyOf(attribute);
+    EXPECT_TRUE(copy->isInvisible() && copy->isVerifiable());
+    EXPECT_FALSE(copy->isPreset() || copy->isConstant());
+    EXPECT_EQ(copy->tagName(), L"MARK");
+}
+
+TEST(Attributes, TagsAndFlags) {
+    checkTagAndFlags<AcDbAttribute>();
+    checkTagAndFlags<AcDbAttributeDefinition>();
+}
+
+TEST(Attributes, ADefinitionIsAsWideAsItsTag) {
+    AcDbAttributeDefinition definition;
+    definition.setTag(L"NUMBER");
+    definition.setTextString(L"1");
+    definition.setHeight(10.0);
+    EXPECT_NEAR(definition.estimatedWidth(), 36.0, 1e-12);
+    AcDbAttribute attribute;
+    attribute.setTag(L"NUMBER");
+    attribute.setTextString(L"1");
+    attribute.setHeight(10.0);
+    EXPECT_NEAR(attribute.estimatedWidth(), 6.0, 1e-12);
+}
+
+} // namespace
