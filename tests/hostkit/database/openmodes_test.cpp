@@ -1,0 +1,235 @@
+#include "dbline.h"
+#include "dbobjptr.h"
+#include "dbpoint.h"
+#include "dbsymtb.h"
+
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string narrow(const wchar_t* text) { return {text, text + std::wcslen(text)}; }
+std::string nameOf(Acad::ErrorStatus status) { return narrow(acadErrorStatusText(status)); }
+
+std::vector<std::string> cellsOf(const std::string& row) {
+    std::vector<std::string> cells;
+    std::istringstream stream(row.substr(1));
+    for (std::string cell; std::getline(stream, cell, '|');) {
+        const auto first = cell.find_first_not_of(' ');
+        const auto last = cell.find_last_not_of(' ');
+        cells.push_back(first == std::string::npos ? "" : cell.substr(first, last - first + 1));
+    }
+    return cells;
+}
+
+/// The rows of the documented table, its heading first.
+std::vector<std::vector<std::string>> documentedTable() {
+    std::ifstream file(VEXO_SOURCE_DIR "/docs/open-modes.md");
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with("|") && !line.starts_with("|--")) rows.push_back(cellsOf(line));
+    return rows;
+}
+
+/// A drawing with one line, brought into a state by the table's name for it.
+struct Subject {
+    AcDbDatabase database;
+    AcDbObjectId id;
+
+    explicit Subject(const std::string& state) {
+        AcDbBlockTableRecord* space = nullptr;
+        EXPECT_EQ(Acad::eOk, acdbOpenObject(space, database.modelSpaceId(), AcDb::kForWrite));
+        auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+        EXPECT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
+        space->close();
+        if (state == "erased") line->erase();
+        line->close();
+        if (state.starts_with("read"))
+            open(AcDb::kForRead, state == "read 2" ? 2 : state == "read 256" ? 256 : 1);
+        if (state.starts_with("write")) open(AcDb::kForWrite);
+        if (state.ends_with("notify")) open(AcDb::kForNotify);
+        EXPECT_EQ(state, this->state());
+    }
+    void open(AcDb::OpenMode mode, int times = 1) {
+        AcDbObject* object = nullptr;
+        while (times-- > 0) EXPECT_EQ(Acad::eOk, acdbOpenAcDbObject(object, id, mode));
+    }
+    AcDbObject& object() const { return *id.stub()->object; }
+    std::string state() const {
+        const AcDbStub& stub = *id.stub();
+        std::string name;
+        if (stub.openMode & hostkit::kOpenForWrite) name = "write";
+        if (stub.readers > 0) name = stub.readers == 1 ? "read" : "read " + std::to_string(stub.readers);
+        if (stub.openMode & hostkit::kOpenForNotify) name += name.empty() ? "notify" : "+notify";
+        if (name.empty()) name = id.isErased() ? "erased" : "closed";
+        return name;
+    }
+};
+
+using Request = std::function<Acad::ErrorStatus(Subject&)>;
+
+Request opening(AcDb::OpenMode mode, bool openErased) {
+    return [=](Subject& subject) {
+        AcDbObject* object = nullptr;
+        const Acad::ErrorStatus status = acdbOpenAcDbObject(object, subject.id, mode, openErased);
+        EXPECT_EQ(status == Acad::eOk, object != nullptr);
+        return status;
+    };
+}
+
+const std::map<std::string, Request>& requests() {
+    static const std::map<std::string, Request> all = {
+        {"open for read", opening(AcDb::kForRead, false)},
+        {"open for write", opening(AcDb::kForWrite, false)},
+        {"open for notify", opening(AcDb::kForNotify, false)},
+        {"open erased for read", opening(AcDb::kForRead, true)},
+        {"open erased for write", opening(AcDb::kForWrite, true)},
+        {"open as another class",
+         [](Subject& subject) {
+             AcDbPoint* point = nullptr;
+             return acdbOpenObject(point, subject.id, AcDb::kForRead);
+         }},
+        {"upgradeOpen", [](Subject& subject) { return subject.object().upgradeOpen(); }},
+        {"downgradeOpen", [](Subject& subject) { return subject.object().downgradeOpen(); }},
+        {"close", [](Subject& subject) { return subject.object().close(); }},
+        {"cancel", [](Subject& subject) { return subject.object().cancel(); }},
+        {"look", [](Subject& subject) { return subject.object().assertReadEnabled(); }},
+        {"change",
+         [](Subject& subject) {
+             return AcDbLine::cast(&subject.object())->setEndPoint({5, 5, 5});
+         }},
+        {"erase", [](Subject& subject) { return subject.object().erase(); }}};
+    return all;
+}
+
+TEST(OpenModes, EveryStateAndRequestIsAsDocumented) {
+    const auto table = documentedTable();
+    ASSERT_EQ(requests().size() + 1, table.size());
+    const std::vector<std::string>& states = table[0];
+    for (std::size_t row = 1; row < table.size(); ++row) {
+        const auto request = requests().find(table[row][0]);
+        ASSERT_NE(requests().end(), request) << table[row][0];
+        ASSERT_EQ(states.size(), table[row].size()) << table[row][0];
+        for (std::size_t column = 1; column < states.size(); ++column) {
+            SCOPED_TRACE(table[row][0] + " when " + states[column]);
+            const std::string& cell = table[row][column];
+            const auto colon = cell.find(": ");
+            Subject subject(states[column]);
+            const std::string status = nameOf(request->second(subject));
+            EXPECT_EQ(cell.substr(0, colon), status);
+            if (colon != std::string::npos) {
+                EXPECT_EQ(cell.substr(colon + 2), subject.state());
+            } else if (status != "eOk") {
+                EXPECT_EQ(states[column], subject.state());
+            }
+        }
+    }
+}
+
+TEST(OpenModes, RefusedChangesChangeNothing) {
+    Subject subject("read");
+    AcDbLine& line = *AcDbLine::cast(&subject.object());
+    EXPECT_EQ(Acad::eNotOpenForWrite, line.setEndPoint({9, 9, 9}));
+    EXPECT_EQ(Acad::eNotOpenForWrite, line.setColorIndex(3));
+    EXPECT_EQ(Acad::eNotOpenForWrite, line.setLinetypeScale(2.0));
+    EXPECT_EQ(Acad::eNotOpenForWrite, line.erase());
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), line.endPoint());
+    EXPECT_TRUE(line.color().isByLayer());
+    EXPECT_EQ(1.0, line.linetypeScale());
+    EXPECT_FALSE(line.isModified());
+}
+
+TEST(OpenModes, ModifiedAndNewLastUntilTheClose) {
+    AcDbDatabase database;
+    AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
+    auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+    EXPECT_FALSE(line->isNewObject());
+    AcDbObjectId id;
+    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
+    EXPECT_TRUE(line->isNewObject());
+    EXPECT_TRUE(line->isWriteEnabled());
+    line->close();
+    AcDbObjectPointer<AcDbLine> again(id, AcDb::kForWrite);
+    ASSERT_EQ(Acad::eOk, again.openStatus());
+    EXPECT_FALSE(again->isNewObject());
+    EXPECT_FALSE(again->isModified());
+    EXPECT_EQ(Acad::eOk, again->setStartPoint({1, 1, 1}));
+    EXPECT_TRUE(again->isModified());
+    EXPECT_EQ(Acad::eNotImplementedYet, again->cancel());
+    EXPECT_TRUE(again->isWriteEnabled());
+}
+
+TEST(OpenModes, ACancelledNewObjectIsErased) {
+    AcDbDatabase database;
+    AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
+    auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+    AcDbObjectId id;
+    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
+    EXPECT_EQ(Acad::eOk, line->cancel());
+    EXPECT_TRUE(id.isErased());
+}
+
+TEST(OpenModes, AnyNumberOfOpensUnwindsByIsReallyClosing) {
+    for (const char* state : {"read", "read 2", "read 256", "write", "write+notify", "read+notify"}) {
+        SCOPED_TRACE(state);
+        Subject subject(state);
+        int closes = 0;
+        while (!subject.object().isReallyClosing() && closes < 1000) {
+            EXPECT_EQ(Acad::eOk, subject.object().close());
+            ++closes;
+        }
+        EXPECT_EQ(Acad::eOk, subject.object().close());
+        EXPECT_EQ("closed", subject.state());
+        EXPECT_EQ(0, subject.database.numOpenObjects());
+    }
+}
+
+TEST(OpenModes, IdsWithoutAnObject) {
+    AcDbDatabase database;
+    AcDbPoint point;
+    AcDbObject* object = &point;
+    EXPECT_EQ(Acad::eNullObjectId, acdbOpenAcDbObject(object, AcDbObjectId(), AcDb::kForRead));
+    EXPECT_EQ(nullptr, object);
+    AcDbObjectId reserved;
+    ASSERT_EQ(Acad::eOk, database.getAcDbObjectId(reserved, true, AcDbHandle(0xABCDEF)));
+    EXPECT_EQ(Acad::ePermanentlyErased, acdbOpenAcDbObject(object, reserved, AcDb::kForWrite, true));
+}
+
+TEST(OpenModes, ObjectsOfNoDrawingNeedNoOpening) {
+    AcDbLine line({0, 0, 0}, {1, 0, 0});
+    EXPECT_TRUE(line.isReadEnabled() && line.isWriteEnabled() && line.isReallyClosing());
+    EXPECT_EQ(Acad::eOk, line.setEndPoint({2, 0, 0}));
+    for (const Acad::ErrorStatus status :
+         {line.close(), line.cancel(), line.upgradeOpen(), line.downgradeOpen(), line.erase()})
+        EXPECT_EQ(Acad::eNotInDatabase, status);
+}
+
+TEST(OpenModes, PointersOpenForAScope) {
+    AcDbDatabase database;
+    {
+        AcDbObjectPointer<AcDbLayerTableRecord> layer(database.layerZero(), AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, layer.openStatus());
+        AcDbObjectPointer<AcDbLayerTableRecord> second(database.layerZero(), AcDb::kForRead);
+        EXPECT_EQ(Acad::eWasOpenForWrite, second.openStatus());
+        EXPECT_EQ(nullptr, second.object());
+        AcDbObjectPointer<AcDbLine> wrong(database.layerZero(), AcDb::kForRead);
+        EXPECT_EQ(Acad::eNotThatKindOfClass, wrong.openStatus());
+        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+        ASSERT_EQ(Acad::eOk, table.openStatus());
+        EXPECT_TRUE(table->has(L"0"));
+        EXPECT_TRUE(layer->isWriteEnabled());
+        EXPECT_EQ(2, database.numOpenObjects());
+    }
+    EXPECT_EQ(0, database.numOpenObjects());
+    AcDbObjectPointer<AcDbPoint> fresh;
+    EXPECT_EQ(Acad::eNullObjectPointer, fresh.openStatus());
+    EXPECT_EQ(Acad::eOk, fresh.create());
+    EXPECT_TRUE(fresh->objectId().isNull());
+}
+
+} // namespace

@@ -1,0 +1,355 @@
+// Symbol tables, dictionaries and their iterators.
+
+#include "dbdict.h"
+#include "dbdictdflt.h"
+#include "dbobjptr.h"
+#include "dbpoint.h"
+#include "dbsymtb.h"
+#include "dbxrecrd.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <set>
+
+namespace {
+
+class Tables : public testing::Test {
+protected:
+    void TearDown() override { EXPECT_EQ(0, database.numOpenObjects()); }
+
+    AcDbObjectId addLayer(const wchar_t* name, Acad::ErrorStatus expected = Acad::eOk) {
+        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
+        auto layer = std::make_unique<AcDbLayerTableRecord>();
+        EXPECT_EQ(Acad::eOk, layer->setName(name));
+        AcDbObjectId id;
+        const Acad::ErrorStatus status = table->add(id, layer.get());
+        EXPECT_EQ(expected, status);
+        if (status != Acad::eOk) return id;
+        EXPECT_EQ(Acad::eOk, layer.release()->close());
+        return id;
+    }
+    std::vector<std::wstring> layerNames(bool forward = true, bool skipErased = true) {
+        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+        AcDbLayerTableIterator* made = nullptr;
+        EXPECT_EQ(Acad::eOk, table->newIterator(made, forward, skipErased));
+        const std::unique_ptr<AcDbLayerTableIterator> iterator(made);
+        std::vector<std::wstring> names;
+        for (; !iterator->done(); iterator->step(forward, skipErased)) {
+            AcDbLayerTableRecord* record = nullptr;
+            EXPECT_EQ(Acad::eOk, iterator->getRecord(record, AcDb::kForRead, !skipErased));
+            names.push_back(record->name());
+            record->close();
+        }
+        return names;
+    }
+    Acad::ErrorStatus erase(AcDbObjectId id, bool erasing = true) {
+        AcDbObject* object = nullptr;
+        EXPECT_EQ(Acad::eOk, acdbOpenAcDbObject(object, id, AcDb::kForWrite, true));
+        const Acad::ErrorStatus status = object->erase(erasing);
+        object->close();
+        return status;
+    }
+
+    AcDbDatabase database;
+};
+
+TEST_F(Tables, NamesAreFoldedAndUnique) {
+    const AcDbObjectId walls = addLayer(L"Wände");
+    addLayer(L"WÄNDE", Acad::eDuplicateKey);
+    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+    AcDbObjectId id = database.layerZero();
+    EXPECT_EQ(Acad::eOk, table->getAt(L"wäNDe", id));
+    EXPECT_EQ(walls, id);
+    EXPECT_EQ(Acad::eKeyNotFound, table->getAt(L"Waende", id));
+    EXPECT_EQ(walls, id) << "the argument stays on failure";
+    EXPECT_EQ(Acad::eInvalidInput, table->getAt(nullptr, id));
+    EXPECT_TRUE(table->has(L"WÄNDE") && table->has(walls));
+    EXPECT_FALSE(table->has(L"") || table->has(database.continuousLinetype()) || table->has(nullptr));
+}
+
+TEST_F(Tables, InvalidNamesAreRefused) {
+    AcDbLayerTableRecord layer;
+    for (const wchar_t* name : {L"", L"a<b", L"a>b", L"a/b", L"a\\b", L"a\"b", L"a:b", L"a;b", L"a?b", L"a*b",
+                                L"a|b", L"a,b", L"a=b", L"a`b", L"a\nb", L"*U"})
+        EXPECT_EQ(Acad::eInvalidSymbolTableName, layer.setName(name))
+            << std::string(name, name + wcslen(name));
+    EXPECT_EQ(Acad::eInvalidSymbolTableName, layer.setName(nullptr));
+    EXPECT_EQ(Acad::eInvalidSymbolTableName, layer.setName(std::wstring(256, L'x').c_str()));
+    EXPECT_EQ(Acad::eOk, layer.setName(std::wstring(255, L'x').c_str()));
+    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
+    AcDbLayerTableRecord nameless;
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eInvalidSymbolTableName, table->add(id, &nameless));
+    AcDbLinetypeTableRecord other;
+    other.setName(L"other");
+    EXPECT_EQ(Acad::eNotThatKindOfClass, table->add(id, &other));
+    EXPECT_EQ(Acad::eNullObjectPointer, table->add(id, nullptr));
+    EXPECT_TRUE(id.isNull() && nameless.objectId().isNull() && other.objectId().isNull());
+    AcDbLayerTable loose;
+    EXPECT_EQ(Acad::eNoDatabase, loose.add(&nameless));
+}
+
+TEST_F(Tables, ErasedRecordsFreeTheirNamesAndComeBackIfTheyCan) {
+    const AcDbObjectId first = addLayer(L"Axis");
+    ASSERT_EQ(Acad::eOk, erase(first));
+    {
+        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+        AcDbObjectId id;
+        EXPECT_EQ(Acad::eWasErased, table->getAt(L"Axis", id));
+        EXPECT_EQ(Acad::eOk, table->getAt(L"Axis", id, true));
+        EXPECT_FALSE(table->has(L"Axis"));
+        AcDbLayerTableRecord* record = nullptr;
+        EXPECT_EQ(Acad::eWasErased, table->getAt(L"Axis", record, AcDb::kForRead));
+        EXPECT_EQ(nullptr, record);
+    }
+    const AcDbObjectId second = addLayer(L"AXIS");
+    EXPECT_EQ(Acad::eDuplicateKey, erase(first, false));
+    EXPECT_EQ((std::vector<std::wstring>{L"0", L"AXIS"}), layerNames());
+    EXPECT_EQ((std::vector<std::wstring>{L"AXIS", L"Axis", L"0"}), layerNames(false, false));
+    ASSERT_EQ(Acad::eOk, erase(second));
+    EXPECT_EQ(Acad::eOk, erase(first, false));
+    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+    EXPECT_EQ(first, table->find(L"axis"));
+}
+
+TEST_F(Tables, RenamingKeepsTheTableInStep) {
+    const AcDbObjectId first = addLayer(L"One");
+    addLayer(L"Two");
+    AcDbObjectPointer<AcDbLayerTableRecord> record(first, AcDb::kForWrite);
+    EXPECT_EQ(Acad::eDuplicateKey, record->setName(L"TWO"));
+    EXPECT_EQ(L"One", record->name());
+    EXPECT_EQ(Acad::eOk, record->setName(L"ONE")) << "another case of its own name";
+    EXPECT_EQ(Acad::eOk, record->setName(L"Three"));
+    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+    EXPECT_TRUE(table->find(L"one").isNull());
+    EXPECT_EQ(first, table->find(L"three"));
+}
+
+TEST_F(Tables, StandingRecordsCannotBeErased) {
+    for (const AcDbObjectId id :
+         {database.layerZero(), database.byLayerLinetype(), database.byBlockLinetype(),
+          database.continuousLinetype(), database.modelSpaceId(), database.paperSpaceId(),
+          database.layerTableId(), database.blockTableId(), database.namedObjectsDictionaryId()})
+        EXPECT_EQ(Acad::eCannotBeErasedByCaller, erase(id));
+}
+
+TEST_F(Tables, UnnamedBlocksGetNumbers) {
+    AcDbSymbolTablePointer<AcDbBlockTable> table(&database, AcDb::kForWrite);
+    std::set<std::wstring> names;
+    for (int i = 0; i < 3; ++i) {
+        auto* block = new AcDbBlockTableRecord;
+        EXPECT_EQ(Acad::eOk, block->setName(L"*U"));
+        ASSERT_EQ(Acad::eOk, table->add(block));
+        EXPECT_TRUE(block->isAnonymous());
+        EXPECT_FALSE(block->isLayout());
+        names.insert(block->name());
+        block->close();
+    }
+    EXPECT_EQ(3u, names.size());
+    EXPECT_FALSE(names.contains(L"*U"));
+}
+
+TEST_F(Tables, ErasingABlockErasesItsEntities) {
+    AcDbObjectId entity, blockId;
+    {
+        AcDbSymbolTablePointer<AcDbBlockTable> table(&database, AcDb::kForWrite);
+        auto* block = new AcDbBlockTableRecord;
+        block->setName(L"Stair");
+        ASSERT_EQ(Acad::eOk, table->add(blockId, block));
+        auto* point = new AcDbPoint;
+        ASSERT_EQ(Acad::eOk, block->appendAcDbEntity(entity, point));
+        point->close();
+        block->close();
+    }
+    EXPECT_EQ(Acad::eOk, erase(blockId));
+    EXPECT_TRUE(entity.isErased());
+    EXPECT_EQ(Acad::eOk, erase(blockId, false));
+    EXPECT_FALSE(entity.isErased());
+}
+
+class Dictionaries : public Tables {
+protected:
+    AcDbObjectId addEntry(const wchar_t* name, AcDbObject* object = nullptr) {
+        AcDbDictionary* root = nullptr;
+        EXPECT_EQ(Acad::eOk, database.getNamedObjectsDictionary(root, AcDb::kForWrite));
+        AcDbObject* added = object ? object : new AcDbXrecord;
+        AcDbObjectId id;
+        EXPECT_EQ(Acad::eOk, root->setAt(name, added, id));
+        EXPECT_TRUE(added->isWriteEnabled());
+        EXPECT_EQ(root->objectId(), added->ownerId());
+        added->close();
+        root->close();
+        return id;
+    }
+    std::vector<std::wstring> entryNames() {
+        AcDbDictionary* root = nullptr;
+        EXPECT_EQ(Acad::eOk, database.getNamedObjectsDictionary(root));
+        const std::unique_ptr<AcDbDictionaryIterator> iterator(root->newIterator());
+        std::vector<std::wstring> names;
+        for (bool more = !iterator->done(); more; more = iterator->next()) names.push_back(iterator->name());
+        EXPECT_TRUE(iterator->done() && iterator->objectId().isNull());
+        EXPECT_EQ(names.size(), root->numEntries());
+        root->close();
+        return names;
+    }
+};
+
+TEST_F(Dictionaries, EntriesByName) {
+    const AcDbObjectId entry = addEntry(L"VEXO_SERVICES");
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForRead);
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eOk, root->getAt(L"vexo_services", id));
+    EXPECT_EQ(entry, id);
+    EXPECT_EQ(Acad::eKeyNotFound, root->getAt(L"other", id));
+    EXPECT_EQ(Acad::eKeyNotFound, root->getAt(nullptr, id));
+    EXPECT_EQ(entry, id);
+    AcDbXrecord* record = nullptr;
+    EXPECT_EQ(Acad::eOk, root->getAt(L"VEXO_SERVICES", record, AcDb::kForWrite));
+    AcDbObject* object = nullptr;
+    EXPECT_EQ(83, root->getAt(L"VEXO_SERVICES", object, AcDb::kForRead)) << "an entry that another holds";
+    EXPECT_EQ(22, root->getAt(L"other", object, AcDb::kForRead));
+    record->close();
+    AcDbDictionary* wrong = nullptr;
+    EXPECT_EQ(46, root->getAt(L"VEXO_SERVICES", wrong, AcDb::kForRead));
+    EXPECT_EQ(nullptr, wrong);
+    wchar_t* name = nullptr;
+    EXPECT_EQ(Acad::eOk, root->nameAt(entry, name));
+    EXPECT_STREQ(L"VEXO_SERVICES", name);
+    acutDelString(name);
+    AcDbXrecord refused;
+    EXPECT_EQ(Acad::eNotOpenForWrite, root->setAt(L"x", &refused, id));
+    EXPECT_EQ(Acad::eNotOpenForWrite, root->remove(L"VEXO_SERVICES"));
+}
+
+TEST_F(Dictionaries, ReplacingErasesWhatWasThere) {
+    const AcDbObjectId first = addEntry(L"Entry");
+    const AcDbObjectId second = addEntry(L"ENTRY");
+    EXPECT_TRUE(first.isErased());
+    EXPECT_EQ((std::vector<std::wstring>{L"ACAD_GROUP", L"ACAD_LAYOUT", L"ENTRY"}), entryNames());
+    AcDbObjectPointer<AcDbObject> busy(second, AcDb::kForRead);
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForWrite);
+    AcDbXrecord refused;
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eWasOpenForRead, root->setAt(L"Entry", &refused, id));
+    EXPECT_TRUE(id.isNull() && refused.objectId().isNull());
+    EXPECT_EQ(Acad::eOk, root->getAt(L"entry", id));
+    EXPECT_EQ(second, id);
+}
+
+TEST_F(Dictionaries, ErasedEntriesCountAsAbsentAndComeBack) {
+    const AcDbObjectId entry = addEntry(L"Entry");
+    ASSERT_EQ(Acad::eOk, erase(entry));
+    EXPECT_EQ((std::vector<std::wstring>{L"ACAD_GROUP", L"ACAD_LAYOUT"}), entryNames());
+    ASSERT_EQ(Acad::eOk, erase(entry, false));
+    EXPECT_EQ(3u, entryNames().size());
+    ASSERT_EQ(Acad::eOk, erase(entry));
+    const AcDbObjectId other = addEntry(L"Entry");
+    ASSERT_EQ(Acad::eOk, erase(entry, false));
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForRead);
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eOk, root->getAt(L"Entry", id));
+    EXPECT_EQ(other, id) << "the name was taken meanwhile";
+}
+
+TEST_F(Dictionaries, StarNamesAreUniqueAndInvalidOnesRefused) {
+    addEntry(L"*A1");
+    addEntry(L"*");
+    addEntry(L"*");
+    const auto names = entryNames();
+    EXPECT_EQ(names.size(), std::set<std::wstring>(names.begin(), names.end()).size());
+    for (const std::wstring& name : names) EXPECT_NE(L"*", name);
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForWrite);
+    AcDbXrecord refused;
+    AcDbObjectId id;
+    for (const wchar_t* name : {L"", L"a|b", L"a\tb"})
+        EXPECT_EQ(Acad::eInvalidKey, root->setAt(name, &refused, id));
+    EXPECT_EQ(Acad::eInvalidKey, root->setAt(nullptr, &refused, id));
+    EXPECT_EQ(Acad::eNullObjectPointer, root->setAt(L"x", nullptr, id));
+    AcDbDictionary loose;
+    EXPECT_EQ(Acad::eNoDatabase, loose.setAt(L"x", &refused, id));
+}
+
+TEST_F(Dictionaries, RemoveRenameAndWalkMeanwhile) {
+    const AcDbObjectId one = addEntry(L"one");
+    addEntry(L"two");
+    addEntry(L"three");
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForWrite);
+    const std::unique_ptr<AcDbDictionaryIterator> iterator(root->newIterator());
+    ASSERT_TRUE(iterator->setPosition(one));
+    AcDbObjectId removed;
+    EXPECT_EQ(Acad::eOk, root->remove(L"TWO", removed));
+    EXPECT_FALSE(removed.isNull() || removed.isErased());
+    EXPECT_TRUE(iterator->next());
+    EXPECT_STREQ(L"three", iterator->name());
+    EXPECT_EQ(Acad::eDuplicateKey, root->setName(L"three", L"ONE"));
+    EXPECT_EQ(Acad::eOk, root->setName(L"three", L"two"));
+    EXPECT_STREQ(L"two", iterator->name());
+    EXPECT_EQ(Acad::eKeyNotFound, root->setName(L"three", L"x"));
+    EXPECT_EQ(Acad::eKeyNotFound, root->remove(L"three"));
+    EXPECT_EQ(Acad::eOk, root->remove(one));
+    EXPECT_FALSE(root->has(one) || root->has(L"one"));
+    EXPECT_FALSE(iterator->setPosition(one));
+    EXPECT_FALSE(iterator->next());
+}
+
+TEST_F(Dictionaries, NestedOnesAreErasedAndRestoredWhole) {
+    const AcDbObjectId outer = addEntry(L"outer", new AcDbDictionary);
+    AcDbObjectId inner;
+    {
+        AcDbObjectPointer<AcDbDictionary> dictionary(outer, AcDb::kForWrite);
+        auto* record = new AcDbXrecord;
+        ASSERT_EQ(Acad::eOk, dictionary->setAt(L"record", record, inner));
+        record->close();
+    }
+    EXPECT_EQ(Acad::eOk, erase(outer));
+    EXPECT_TRUE(inner.isErased());
+    EXPECT_EQ(Acad::eOk, erase(outer, false));
+    EXPECT_FALSE(inner.isErased());
+}
+
+TEST_F(Dictionaries, ExtensionDictionariesGoWithTheirObject) {
+    const AcDbObjectId layer = addLayer(L"Slab");
+    AcDbObjectId extension;
+    {
+        AcDbObjectPointer<AcDbLayerTableRecord> record(layer, AcDb::kForWrite);
+        EXPECT_TRUE(record->extensionDictionary().isNull());
+        EXPECT_EQ(Acad::eKeyNotFound, record->releaseExtensionDictionary());
+        ASSERT_EQ(Acad::eOk, record->createExtensionDictionary());
+        extension = record->extensionDictionary();
+        EXPECT_EQ(Acad::eOk, record->createExtensionDictionary());
+        EXPECT_EQ(extension, record->extensionDictionary()) << "one is enough";
+        AcDbObjectPointer<AcDbDictionary> dictionary(extension, AcDb::kForWrite);
+        EXPECT_EQ(layer, dictionary->ownerId());
+        AcDbObjectId id;
+        auto* entry = new AcDbXrecord;
+        ASSERT_EQ(Acad::eOk, dictionary->setAt(L"entry", entry, id));
+        entry->close();
+        dictionary.close();
+        EXPECT_EQ(Acad::eContainerNotEmpty, record->releaseExtensionDictionary());
+    }
+    ASSERT_EQ(Acad::eOk, erase(layer));
+    EXPECT_TRUE(extension.isErased());
+    ASSERT_EQ(Acad::eOk, erase(layer, false));
+    EXPECT_FALSE(extension.isErased());
+    AcDbLayerTableRecord loose;
+    EXPECT_EQ(Acad::eNoDatabase, loose.createExtensionDictionary());
+}
+
+TEST_F(Dictionaries, TheDefaultStandsForMissingNames) {
+    auto* dictionary = new AcDbDictionaryWithDefault;
+    const AcDbObjectId id = addEntry(L"styles", dictionary);
+    AcDbObjectPointer<AcDbDictionaryWithDefault> writing(id, AcDb::kForWrite);
+    AcDbObjectId found = id;
+    EXPECT_EQ(Acad::eKeyNotFound, writing->getAtOrDefault(L"any", found));
+    EXPECT_EQ(id, found);
+    auto* normal = new AcDbXrecord;
+    AcDbObjectId normalId;
+    ASSERT_EQ(Acad::eOk, writing->setAt(L"Normal", normal, normalId));
+    normal->close();
+    ASSERT_EQ(Acad::eOk, writing->setDefaultId(normalId));
+    EXPECT_EQ(Acad::eOk, writing->getAtOrDefault(L"any", found));
+    EXPECT_EQ(normalId, found);
+    EXPECT_EQ(Acad::eKeyNotFound, writing->getAt(L"any", found));
+}
+
+} // namespace
