@@ -21,6 +21,7 @@
 #include "dbxline.h"
 #include "linepattern.h"
 #include "plotcurves.h"
+#include "plotdimension.h"
 #include "plothatch.h"
 #include "plotlook.h"
 #include "plottext.h"
@@ -45,7 +46,8 @@ class DrawingPlotter {
 public:
     DrawingPlotter(AcDbDatabase& database, PictureSink& sink)
         : m_sink(sink)
-        , m_looks(database) {}
+        , m_looks(database)
+        , m_dimensionText(dimensionTextOf(database)) {}
 
     void drawBlock(AcDbObjectId block, const Surroundings& around);
     PlotReport report;
@@ -65,6 +67,7 @@ private:
 
     PictureSink& m_sink;
     LookTable m_looks;
+    DimensionText m_dimensionText;
     std::size_t m_visited = 0;
 };
 
@@ -248,23 +251,32 @@ void DrawingPlotter::drawReference(const AcDbBlockReference& reference, const Lo
                 step = axes * AcGeVector3d(column * array->columnSpacing(), row * array->rowSpacing(), 0.0);
             inside.toWorld = around.toWorld * AcGeMatrix3d::translation(step) * reference.blockTransform();
             drawBlock(reference.blockTableRecord(), inside);
+            Surroundings place = around;
+            place.toWorld.postMultBy(AcGeMatrix3d::translation(step));
+            drawAttributes(reference, place);
         }
-    drawAttributes(reference, around);
 }
 
 // The block that a drawing keeps for a dimension stands where it is seen, whatever the dimension's points
-// are.
+// are. Drawings of other programs may have none: then its points tell enough for the common kinds.
 void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& look,
                                    const Surroundings& around) {
-    if (dimension.dimBlockId().isNull()) {
+    if (!dimension.dimBlockId().isNull()) {
+        Surroundings inside = around;
+        inside.look = &look;
+        inside.depth = around.depth + 1;
+        return drawBlock(dimension.dimBlockId(), inside);
+    }
+    PicturePath lines;
+    PlacedText text;
+    if (!plainDimension(dimension, m_dimensionText, look.rgb, lines, text)) {
         --report.drawn;
         ++report.notDrawn[L"DIMENSION without a block"];
         return;
     }
-    Surroundings inside = around;
-    inside.look = &look;
-    inside.depth = around.depth + 1;
-    drawBlock(dimension.dimBlockId(), inside);
+    lines.transformBy(around.toWorld);
+    m_sink.stroke(lines, strokeOf(Look{look.layer, look.rgb, {}, 0.0}, around.toWorld));
+    drawText(std::move(text), around);
 }
 
 // Model space, or the first space of another sheet that holds something where model space is empty.

@@ -58,6 +58,21 @@ void appendDecimal(std::string& bytes, double value, int decimals) {
     bytes += number == "-0" ? "0" : number;
 }
 
+// A line or a text in a light colour cannot be read on white: its luminance (ITU-R BT.709, linear light) is
+// brought down to a limit, its hue stays.
+constexpr double brightestLuminance = 0.4;
+
+std::uint32_t readable(std::uint32_t rgb) {
+    const auto linear = [rgb](int shift) { return std::pow((rgb >> shift & 0xFF) / 255.0, 2.2); };
+    const double luminance = 0.2126 * linear(16) + 0.7152 * linear(8) + 0.0722 * linear(0);
+    if (luminance <= brightestLuminance) return rgb;
+    const double factor = std::pow(brightestLuminance / luminance, 1.0 / 2.2);
+    std::uint32_t darkened = 0;
+    for (const int shift : {16, 8, 0})
+        darkened |= static_cast<std::uint32_t>(std::lround((rgb >> shift & 0xFF) * factor)) << shift;
+    return darkened;
+}
+
 std::string colorText(std::uint32_t rgb) {
     char text[8];
     std::snprintf(text, sizeof text, "#%06x", rgb & 0xFFFFFF);
@@ -193,7 +208,7 @@ void SvgPicture::closeGroup() {
 std::string SvgPicture::strokeAttributes(const StrokeStyle& style) const {
     const double width =
         std::max({thinnestLine, std::min(style.lineweight, heaviestLine), style.width * m_frame.scale});
-    std::string text = "fill=\"none\" stroke=\"" + colorText(style.rgb) + "\" stroke-width=\"";
+    std::string text = "fill=\"none\" stroke=\"" + colorText(readable(style.rgb)) + "\" stroke-width=\"";
     appendDecimal(text, width, 3);
     // A wide polyline ends at its end points; a thin line may show its round end.
     text += style.width > 0.0 ? "\" stroke-linejoin=\"miter\""
@@ -234,7 +249,7 @@ void SvgPicture::fill(const PicturePath& path, std::uint32_t rgb, double opacity
 
 void SvgPicture::dot(const AcGePoint3d& point, std::uint32_t rgb) {
     if (!isUsable(point.x, point.y)) return;
-    openGroup("fill=\"" + colorText(rgb) + "\" stroke=\"none\"");
+    openGroup("fill=\"" + colorText(readable(rgb)) + "\" stroke=\"none\"");
     m_body += "<circle cx=\"";
     appendNumber(pageX(point.x));
     m_body += "\" cy=\"";
@@ -281,7 +296,7 @@ void SvgPicture::endClip() {
 }
 
 void SvgPicture::appendRun(const TextRun& run, double size, double& rise) {
-    m_body += "<tspan fill=\"" + colorText(run.rgb) + '"';
+    m_body += "<tspan fill=\"" + colorText(readable(run.rgb)) + '"';
     if (run.heightFactor != 1.0) {
         m_body += " font-size=\"";
         appendNumber(size * run.heightFactor);

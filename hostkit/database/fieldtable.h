@@ -212,6 +212,9 @@ constexpr GroupField<T> idField(short code) {
 bool isStorable(const AcDbDxfGroup& group);
 void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block);
 
+/// Marks the groups from there to the record's end as those of another object, whose codes have their own meaning.
+constexpr short embeddedObjectCode = 101;
+
 /// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,
 /// and is rejected where that gives false; so is a second group of a code in the table.
 template <class T, std::size_t count, class Other>
@@ -220,11 +223,17 @@ Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[
     static_assert(count <= 64);
     Adesk::UInt64 seen = 0;
     std::size_t expected = 0;
+    bool isEmbedded = false;
     AcDbDxfGroup group;
     for (;;) {
         const Acad::ErrorStatus status = filer.readItem(group);
         if (status == Acad::eEndOfObject) return Acad::eOk;
         if (status != Acad::eOk) return status;
+        isEmbedded |= group.code == embeddedObjectCode;
+        if (isEmbedded) {
+            filer.rejectItem();
+            continue;
+        }
         std::size_t tried = 0;
         std::size_t place = expected;
         for (; tried < count && fields[place].code != group.code; ++tried)
