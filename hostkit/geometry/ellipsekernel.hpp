@@ -1,8 +1,10 @@
 // What the ellipses of the plane and of space share. Internal to the geometry kit.
 #pragma once
 
+#include "curvekernel.hpp"
 #include "gegbl.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -22,6 +24,16 @@ double principalAxes(Vector& a, Vector& b) {
     a = major;
     b = minor;
     return angle;
+}
+
+/// The angular pieces, cut on the axes too: in its own quadrant a point has one foot, however flat the
+/// ellipse is, so that no nearest point is missed between two cuts.
+inline void ellipsePieces(double start, double end, AcGeDoubleArray& params) {
+    angularPieces(start, end, params);
+    constexpr double quarter = AcGe::kPi / 2.0;
+    for (double axis = std::ceil(start / quarter); axis * quarter < end; ++axis)
+        if (axis * quarter > start) params.append(axis * quarter);
+    std::sort(params.begin(), params.end());
 }
 
 template <class Ellipse>

@@ -126,5 +126,5 @@ AcGeBoundBlock2d AcGeEllipArc2d::orthoBoundBlock() const {
 }
 
 void AcGeEllipArc2d::getSmoothPieces(AcGeDoubleArray& params) const {
-    AcGeKernel::angularPieces(m_startAngle, m_endAngle, params);
+    AcGeKernel::ellipsePieces(m_startAngle, m_endAngle, params);
 }

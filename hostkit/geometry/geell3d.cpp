@@ -132,5 +132,5 @@ AcGeBoundBlock3d AcGeEllipArc3d::orthoBoundBlock() const {
 }
 
 void AcGeEllipArc3d::getSmoothPieces(AcGeDoubleArray& params) const {
-    AcGeKernel::angularPieces(m_startAngle, m_endAngle, params);
+    AcGeKernel::ellipsePieces(m_startAngle, m_endAngle, params);
 }
