@@ -17,6 +17,11 @@ struct Motion {
     std::string name;
     AcGeMatrix3d matrix;
     bool keepsShape;
+    /// How far out the motion takes things.
+    double reach() const {
+        const AcGeVector3d way = matrix.translation();
+        return std::max({std::abs(way.x), std::abs(way.y), std::abs(way.z)});
+    }
 };
 
 inline AcGeMatrix3d stretch(double x, double y, double z) {
@@ -71,21 +76,23 @@ private:
     std::mt19937 m_engine;
 };
 
-/// Differences that 1e-12 of the coordinates explain are rounding.
-inline double allowanceFor(const AcGePoint3d& point) {
-    return 1e-12 * std::max(1.0, point.largestCoordinate()) * 10.0;
-}
+/// What rounding may add up to, as a part of the largest coordinate on the way.
+constexpr double kRounding = 1e-14;
 
-inline testing::AssertionResult isNear(const AcGePoint3d& found, const AcGePoint3d& wanted) {
-    if (found.distanceTo(wanted) <= allowanceFor(wanted)) return testing::AssertionSuccess();
+/// Equal but for rounding; `reach` is how far out the point has been, where that is farther than it is now.
+inline testing::AssertionResult isNear(const AcGePoint3d& found, const AcGePoint3d& wanted,
+                                       double reach = 1.0) {
+    const double allowance = kRounding * std::max({100.0, reach, wanted.largestCoordinate()});
+    if (found.distanceTo(wanted) <= allowance) return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << "(" << found.x << ", " << found.y << ", " << found.z << ") instead of (" << wanted.x << ", "
            << wanted.y << ", " << wanted.z << ")";
 }
 
-inline testing::AssertionResult isNear(const AcDbExtents& found, const AcDbExtents& wanted) {
-    const testing::AssertionResult low = isNear(found.minPoint(), wanted.minPoint());
-    return low ? isNear(found.maxPoint(), wanted.maxPoint()) << " (highest corner)" : low;
+inline testing::AssertionResult isNear(const AcDbExtents& found, const AcDbExtents& wanted,
+                                       double reach = 1.0) {
+    const testing::AssertionResult low = isNear(found.minPoint(), wanted.minPoint(), reach);
+    return low ? isNear(found.maxPoint(), wanted.maxPoint(), reach) << " (highest corner)" : low;
 }
 
 /// The box, or an empty one for an entity that says that it has none.

@@ -1,0 +1,395 @@
+#include "dbaccess.h"
+#include "dbattdef.h"
+#include "dbattribute.h"
+#include "dbblocktable.h"
+#include "dbcircle.h"
+#include "dbline.h"
+#include "dbmain.h"
+#include "dbminsert.h"
+#include "dbobjptr.h"
+#include "dbsolid.h"
+#include "entitymotions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using motions::boxOf;
+using motions::isNear;
+
+class Insertions : public testing::Test {
+protected:
+    AcDbObjectId addBlock(const wchar_t* name, const AcGePoint3d& origin = {}) {
+        AcDbBlockTable* table = nullptr;
+        EXPECT_EQ(m_drawing.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+        AcDbBlockTableRecord* block = new AcDbBlockTableRecord;
+        EXPECT_EQ(block->setName(name), Acad::eOk);
+        EXPECT_EQ(block->setOrigin(origin), Acad::eOk);
+        AcDbObjectId id;
+        EXPECT_EQ(table->add(id, block), Acad::eOk);
+        block->close();
+        table->close();
+        return id;
+    }
+
+    /// The entity is the block's afterwards, and closed.
+    AcDbObjectId addTo(AcDbObjectId blockId, AcDbEntity* entity) {
+        AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
+        AcDbObjectId id;
+        EXPECT_EQ(block->appendAcDbEntity(id, entity), Acad::eOk);
+        entity->close();
+        return id;
+    }
+
+    /// A block with a flag: lines and a solid that no symmetry maps on themselves.
+    AcDbObjectId addFlag(const wchar_t* name, const AcGePoint3d& origin = {}) {
+        const AcDbObjectId block = addBlock(name, origin);
+        addTo(block, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 9.0, 1.0}));
+        addTo(block, new AcDbLine({-1.0, 0.0, 0.0}, {2.0, 0.5, -2.0}));
+        addTo(block, new AcDbSolid({0.0, 9.0, 0.0}, {5.0, 8.0, 0.0}, {0.0, 6.0, 0.0}, {3.0, 5.0, 0.0}));
+        return block;
+    }
+
+    /// What is seen of an entity, down to what cannot be taken apart.
+    void addParts(const AcDbEntity& entity, AcDbExtents& box) {
+        const auto* reference = AcDbBlockReference::cast(&entity);
+        if (!reference) return box.addExt(boxOf(entity));
+        AcDbVoidPtrArray parts;
+        ASSERT_EQ(reference->explode(parts), Acad::eOk);
+        for (void* part : parts) {
+            const std::unique_ptr<AcDbEntity> owned(static_cast<AcDbEntity*>(part));
+            addParts(*owned, box);
+        }
+    }
+    AcDbExtents boxOfParts(const AcDbEntity& entity) {
+        AcDbExtents box;
+        addParts(entity, box);
+        return box;
+    }
+
+    void TearDown() override { EXPECT_EQ(m_drawing.numOpenObjects(), 0); }
+
+    AcDbDatabase m_drawing;
+};
+
+void scatter(AcDbBlockReference& reference, motions::Random& random, bool unequal) {
+    const double x = random.between(0.2, 3.0) * random.sign();
+    ASSERT_EQ(reference.setNormal(random.direction()), Acad::eOk);
+    ASSERT_EQ(reference.setPosition(random.point(50.0)), Acad::eOk);
+    ASSERT_EQ(reference.setRotation(random.between(-7.0, 7.0)), Acad::eOk);
+    const double y = unequal ? random.between(0.2, 3.0) : std::abs(x);
+    const double z = unequal ? random.between(0.2, 3.0) : std::abs(x);
+    ASSERT_EQ(reference.setScaleFactors({x, y * random.sign(), z * random.sign()}), Acad::eOk);
+}
+
+testing::AssertionResult isNear(const AcGeMatrix3d& found, const AcGeMatrix3d& wanted, double reach = 1.0) {
+    for (const AcGePoint3d& probe :
+         {AcGePoint3d(), AcGePoint3d(1, 0, 0), AcGePoint3d(0, 1, 0), AcGePoint3d(0, 0, 1)}) {
+        const testing::AssertionResult result = motions::isNear(found * probe, wanted * probe, reach);
+        if (!result) return result;
+    }
+    return testing::AssertionSuccess();
+}
+
+TEST_F(Insertions, PlaceIsPositionScalesRotationAndNormal) {
+    const AcDbObjectId block = addFlag(L"FLAG", {2.0, 3.0, 4.0});
+    AcDbBlockReference reference({10.0, 20.0, 30.0}, block);
+    EXPECT_TRUE(isNear(reference.blockTransform(), AcGeMatrix3d::translation({8.0, 17.0, 26.0})));
+    ASSERT_EQ(reference.setScaleFactors({2.0, -1.0, 1.0}), Acad::eOk);
+    ASSERT_EQ(reference.setRotation(AcGe::kPi / 2.0), Acad::eOk);
+    EXPECT_TRUE(isNear(reference.blockTransform() * AcGePoint3d(3.0, 5.0, 4.0), {12.0, 22.0, 30.0}));
+    ASSERT_EQ(reference.setNormal({0.0, 0.0, -1.0}), Acad::eOk);
+    EXPECT_TRUE(isNear(reference.position(), {10.0, 20.0, 30.0}));
+    EXPECT_TRUE(isNear(reference.blockTransform() * AcGePoint3d(3.0, 5.0, 5.0), {8.0, 22.0, 29.0}));
+}
+
+TEST_F(Insertions, TransformIsTheProductAndComesBack) {
+    const AcDbObjectId block = addFlag(L"FLAG", {2.0, 3.0, 4.0});
+    motions::Random random(4);
+    for (int round = 0; round < 20; ++round) {
+        for (const motions::Motion& motion : motions::all()) {
+            AcDbBlockReference reference({}, block);
+            scatter(reference, random, round % 2 == 0);
+            const AcGeMatrix3d before = reference.blockTransform();
+            const AcGeScale3d scales = reference.scaleFactors();
+            const double rotation = reference.rotation();
+            const Acad::ErrorStatus status = reference.transformBy(motion.matrix);
+            ASSERT_EQ(status, motion.keepsShape ? Acad::eOk : Acad::eCannotScaleNonUniformly) << motion.name;
+            const AcGeMatrix3d matrix = motion.keepsShape ? motion.matrix : AcGeMatrix3d();
+            EXPECT_TRUE(isNear(reference.blockTransform(), matrix * before)) << motion.name;
+            ASSERT_EQ(reference.transformBy(matrix.inverse()), Acad::eOk);
+            EXPECT_TRUE(isNear(reference.blockTransform(), before, motion.reach())) << motion.name;
+            EXPECT_NEAR(reference.scaleFactors().sx, scales.sx, 1e-11) << motion.name;
+            EXPECT_NEAR(reference.scaleFactors().sz, scales.sz, 1e-11) << motion.name;
+            EXPECT_NEAR(std::remainder(reference.rotation() - rotation, AcGe::kTwoPi), 0.0, 1e-11)
+                << motion.name;
+        }
+    }
+}
+
+TEST_F(Insertions, StretchAlongTheAxesIsTakenUpAndSkewIsRefused) {
+    const AcDbObjectId block = addFlag(L"FLAG");
+    AcDbBlockReference reference({1.0, 2.0, 3.0}, block);
+    ASSERT_EQ(reference.transformBy(motions::stretch(-2.0, 3.0, 0.5)), Acad::eOk);
+    EXPECT_TRUE(reference.scaleFactors().isEqualTo({-2.0, 3.0, 0.5}));
+    EXPECT_EQ(reference.rotation(), 0.0);
+    EXPECT_TRUE(isNear(reference.position(), {-2.0, 6.0, 1.5}));
+
+    const AcGeMatrix3d before = reference.blockTransform();
+    const AcGeMatrix3d turnAfterStretch =
+        motions::stretch(1.0, 2.0, 1.0) * AcGeMatrix3d::rotation(0.5, {0, 0, 1});
+    EXPECT_EQ(reference.transformBy(turnAfterStretch), Acad::eCannotScaleNonUniformly);
+    EXPECT_EQ(reference.setBlockTransform(turnAfterStretch), Acad::eCannotScaleNonUniformly);
+    EXPECT_EQ(reference.setBlockTransform(motions::stretch(1.0, 0.0, 1.0)), Acad::eInvalidInput);
+    EXPECT_TRUE(isNear(reference.blockTransform(), before));
+    ASSERT_EQ(reference.setBlockTransform(AcGeMatrix3d::translation({5.0, 0.0, 0.0})), Acad::eOk);
+    EXPECT_TRUE(isNear(reference.blockTransform(), AcGeMatrix3d::translation({5.0, 0.0, 0.0})));
+}
+
+TEST_F(Insertions, BoxOfElevatedMirroredAndTurnedBlocks) {
+    const AcDbObjectId block = addBlock(L"BAR", {1.0, 0.0, 0.0});
+    addTo(block, new AcDbLine({1.0, 0.0, 0.0}, {4.0, 1.0, 2.0}));
+    struct Case {
+        const char* name;
+        AcGeScale3d scale;
+        double rotation;
+        AcGeVector3d normal;
+        AcDbExtents box;
+    };
+    const AcGeVector3d up(0.0, 0.0, 1.0);
+    const double quarter = AcGe::kPi / 2.0;
+    const Case cases[] = {{"elevated", {1, 1, 1}, 0.0, up, {{10, 20, 30}, {13, 21, 32}}},
+                          {"mirrored", {-1, 1, 1}, 0.0, up, {{7, 20, 30}, {10, 21, 32}}},
+                          {"stretched and turned", {2, 3, 1}, quarter, up, {{7, 20, 30}, {10, 26, 32}}},
+                          {"seen from below", {1, 1, 1}, 0.0, -up, {{7, 20, 28}, {10, 21, 30}}},
+                          {"upright", {1, 1, 1}, 0.0, {0, -1, 0}, {{10, 18, 30}, {13, 20, 31}}},
+                          {"eighth of a turn",
+                           {1, 1, 1},
+                           quarter / 2.0,
+                           up,
+                           {{10, 20, 30}, {10 + std::sqrt(2.0), 20 + 2.0 * std::sqrt(2.0), 32}}}};
+    for (const Case& c : cases) {
+        AcDbBlockReference reference({10.0, 20.0, 30.0}, block);
+        reference.setNormal(c.normal);
+        reference.setRotation(c.rotation);
+        reference.setScaleFactors(c.scale);
+        EXPECT_TRUE(isNear(boxOf(reference), c.box)) << c.name;
+    }
+    AcDbBlockReference ofNothing({}, addBlock(L"NOTHING"));
+    AcDbExtents kept({0, 0, 0}, {1, 1, 1});
+    EXPECT_EQ(ofNothing.getGeomExtents(kept), Acad::eInvalidExtents);
+    EXPECT_TRUE(isNear(kept, AcDbExtents({0, 0, 0}, {1, 1, 1})));
+    EXPECT_EQ(AcDbBlockReference().getGeomExtents(kept), Acad::eInvalidExtents);
+}
+
+TEST_F(Insertions, BoxIsThatOfThePartsHoweverDeep) {
+    motions::Random random(11);
+    for (int round = 0; round < 30; ++round) {
+        const std::wstring number = std::to_wstring(round);
+        AcDbObjectId inner = addFlag((L"FLAG" + number).c_str(), random.point(5.0));
+        for (int level = 0; level < 3; ++level) {
+            const AcDbObjectId outer =
+                addBlock((L"LEVEL" + number + L"-" + std::to_wstring(level)).c_str(), random.point(5.0));
+            for (int copy = 0; copy < 2; ++copy) {
+                AcDbBlockReference* reference = new AcDbBlockReference({}, inner);
+                scatter(*reference, random, false);
+                addTo(outer, reference);
+            }
+            addTo(outer, new AcDbLine(random.point(20.0), random.point(20.0)));
+            inner = outer;
+        }
+        AcDbBlockReference whole({}, inner);
+        scatter(whole, random, false);
+        EXPECT_TRUE(isNear(boxOf(whole), boxOfParts(whole))) << round;
+    }
+}
+
+TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
+    motions::Random random(6);
+    const AcDbObjectId block = addFlag(L"FLAG", {1.0, 1.0, 1.0});
+    for (const motions::Motion& motion : motions::all()) {
+        AcDbMInsertBlock array;
+        ASSERT_EQ(array.setBlockTableRecord(block), Acad::eOk);
+        scatter(array, random, false);
+        ASSERT_EQ(array.setColumns(4), Acad::eOk);
+        ASSERT_EQ(array.setRows(3), Acad::eOk);
+        ASSERT_EQ(array.setColumnSpacing(17.0), Acad::eOk);
+        ASSERT_EQ(array.setRowSpacing(-25.0), Acad::eOk);
+        EXPECT_TRUE(isNear(boxOf(array), boxOfParts(array)));
+        AcDbVoidPtrArray before;
+        ASSERT_EQ(array.explode(before), Acad::eOk);
+        EXPECT_EQ(before.length(), 36);
+        AcDbExtents moved;
+        for (void* part : before) {
+            const std::unique_ptr<AcDbEntity> owned(static_cast<AcDbEntity*>(part));
+            ASSERT_EQ(owned->transformBy(motion.matrix), Acad::eOk);
+            moved.addExt(boxOf(*owned));
+        }
+        if (!motion.keepsShape) continue;
+        ASSERT_EQ(array.transformBy(motion.matrix), Acad::eOk) << motion.name;
+        EXPECT_TRUE(isNear(boxOf(array), moved)) << motion.name;
+    }
+    AcDbMInsertBlock huge;
+    ASSERT_EQ(huge.setBlockTableRecord(block), Acad::eOk);
+    ASSERT_EQ(huge.setColumns(32767), Acad::eOk);
+    ASSERT_EQ(huge.setRows(32767), Acad::eOk);
+    ASSERT_EQ(huge.setColumnSpacing(1.0), Acad::eOk);
+    ASSERT_EQ(huge.setRowSpacing(2.0), Acad::eOk);
+    EXPECT_TRUE(isNear(boxOf(huge), AcDbExtents({-2.0, -1.0, -3.0}, {32770.0, 65540.0, 0.0})));
+    EXPECT_EQ(huge.setColumns(0), Acad::eInvalidInput);
+    EXPECT_EQ(huge.setRows(32768), Acad::eInvalidInput);
+}
+
+TEST_F(Insertions, BlocksThatHoldThemselvesEnd) {
+    const AcDbObjectId outer = addFlag(L"OUTER");
+    const AcDbObjectId inner = addBlock(L"INNER");
+    addTo(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
+    AcDbBlockReference* down = new AcDbBlockReference({100.0, 0.0, 0.0}, inner);
+    addTo(outer, down);
+    // The class refuses such a block, but a file may have one.
+    addTo(inner, new AcDbBlockReference({0.0, 100.0, 0.0}, outer));
+    AcDbBlockReference whole({}, outer);
+    whole.setRotation(0.0);
+    EXPECT_TRUE(isNear(boxOf(whole), AcDbExtents({-1.0, 0.0, -2.0}, {100.0, 9.0, 5.0})));
+    whole.setRotation(1.0);
+    AcDbExtents box;
+    EXPECT_EQ(whole.getGeomExtents(box), Acad::eOk);
+}
+
+TEST_F(Insertions, ABlockCannotBePutIntoItself) {
+    const AcDbObjectId outer = addBlock(L"OUTER");
+    const AcDbObjectId middle = addBlock(L"MIDDLE");
+    const AcDbObjectId inner = addFlag(L"INNER");
+    addTo(outer, new AcDbBlockReference({}, middle));
+    const AcDbObjectId inMiddle = addTo(middle, new AcDbBlockReference({}, inner));
+    AcDbObjectPointer<AcDbBlockReference> reference(inMiddle, AcDb::kForWrite);
+    EXPECT_EQ(reference->setBlockTableRecord(outer), Acad::eCyclicReference);
+    EXPECT_EQ(reference->setBlockTableRecord(middle), Acad::eCyclicReference);
+    EXPECT_EQ(reference->setBlockTableRecord(AcDbObjectId()), Acad::eNullObjectId);
+    EXPECT_EQ(reference->setBlockTableRecord(m_drawing.layerZero()), Acad::eNotThatKindOfClass);
+    EXPECT_EQ(reference->blockTableRecord(), inner);
+    AcDbDatabase other;
+    EXPECT_EQ(reference->setBlockTableRecord(other.modelSpaceId()), Acad::eInvalidInput);
+    EXPECT_EQ(reference->setBlockTableRecord(addFlag(L"ANOTHER")), Acad::eOk);
+}
+
+/// Each level shows the one below it twice: 2^40 flags, all turned.
+TEST_F(Insertions, BlocksThatMultiplyAreReckonedInTime) {
+    AcDbObjectId inner = addFlag(L"FLAG");
+    const double far = 100.0;
+    for (int level = 0; level < 40; ++level) {
+        const AcDbObjectId outer = addBlock((L"LEVEL" + std::to_wstring(level)).c_str());
+        for (const double side : {-1.0, 1.0}) {
+            AcDbBlockReference* reference = new AcDbBlockReference({side * far, 0.0, 0.0}, inner);
+            reference->setRotation(side * 0.1);
+            reference->setScaleFactors(AcGeScale3d(0.4));
+            addTo(outer, reference);
+        }
+        inner = outer;
+    }
+    AcDbBlockReference whole({}, inner);
+    whole.setRotation(0.3);
+    AcDbExtents box;
+    ASSERT_EQ(whole.getGeomExtents(box), Acad::eOk);
+    EXPECT_LT(box.minPoint().x, -far);
+    EXPECT_GT(box.maxPoint().x, far);
+    EXPECT_LT(box.maxPoint().x, 4.0 * far);
+}
+
+AcDbAttribute* newAttribute(const wchar_t* tag, const AcGePoint3d& position) {
+    AcDbAttribute* attribute = new AcDbAttribute;
+    attribute->setTag(tag);
+    attribute->setTextString(L"value");
+    attribute->setHeight(2.0);
+    attribute->setPosition(position);
+    return attribute;
+}
+
+TEST_F(Insertions, AttributesBelongToTheReference) {
+    const AcDbObjectId block = addFlag(L"FLAG");
+    AcDbAttributeDefinition* definition = new AcDbAttributeDefinition;
+    definition->setTag(L"FAR");
+    definition->setHeight(1.0);
+    definition->setPosition({1000.0, 0.0, 0.0});
+    addTo(block, definition);
+    AcDbBlockReference free({}, block);
+    const AcDbExtents bare = boxOf(free);
+    EXPECT_LT(bare.maxPoint().x, 100.0) << "a definition that asks for a value is not seen";
+
+    ASSERT_EQ(free.appendAttribute(newAttribute(L"SEEN", {50.0, 0.0, 0.0})), Acad::eOk);
+    AcDbAttribute* hidden = newAttribute(L"HIDDEN", {500.0, 0.0, 0.0});
+    hidden->setInvisible(true);
+    ASSERT_EQ(free.appendAttribute(hidden), Acad::eOk);
+    EXPECT_EQ(free.appendAttribute(nullptr), Acad::eNullObjectPointer);
+    EXPECT_NEAR(boxOf(free).maxPoint().x, 56.0, 1e-9);
+    EXPECT_TRUE(isNear(boxOf(free), boxOfParts(free)));
+
+    ASSERT_EQ(free.transformBy(AcGeMatrix3d::translation({7.0, 0.0, 0.0})), Acad::eOk);
+    EXPECT_NEAR(boxOf(free).maxPoint().x, 63.0, 1e-9);
+    const std::unique_ptr<AcDbBlockReference> copy = motions::copyOf(free);
+    ASSERT_EQ(free.transformBy(motions::stretch(-1.0, 1.0, 1.0)), Acad::eOk);
+    EXPECT_NEAR(boxOf(*copy).maxPoint().x, 63.0, 1e-9) << "a copy has attributes of its own";
+    EXPECT_NEAR(boxOf(free).minPoint().x, -63.0, 1e-9);
+    const std::unique_ptr<AcDbObjectIterator> walk(copy->attributeIterator());
+    int count = 0;
+    for (; !walk->done(); walk->step()) count += AcDbAttribute::cast(walk->entity()) != nullptr;
+    EXPECT_EQ(count, 2);
+}
+
+TEST_F(Insertions, ResidentAttributesMoveTogetherOrNotAtAll) {
+    AcDbBlockReference* made = new AcDbBlockReference({}, addFlag(L"FLAG"));
+    ASSERT_EQ(made->appendAttribute(newAttribute(L"FIRST", {1.0, 0.0, 0.0})), Acad::eOk);
+    const AcDbObjectId id = addTo(m_drawing.modelSpaceId(), made);
+    AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForWrite);
+    AcDbObjectId second;
+    AcDbAttribute* attribute = newAttribute(L"SECOND", {2.0, 0.0, 0.0});
+    ASSERT_EQ(reference->appendAttribute(second, attribute), Acad::eOk);
+    EXPECT_EQ(attribute->ownerId(), id);
+
+    const AcGeMatrix3d step = AcGeMatrix3d::translation({10.0, 0.0, 0.0});
+    EXPECT_EQ(reference->transformBy(step), Acad::eWasOpenForWrite);
+    EXPECT_TRUE(isNear(reference->position(), AcGePoint3d()));
+    const AcDbObjectId first = reference->attributes().idAt(0);
+    AcDbAttribute* looked = nullptr;
+    ASSERT_EQ(reference->openAttribute(looked, first, AcDb::kForRead), Acad::eOk);
+    EXPECT_TRUE(isNear(looked->position(), {1.0, 0.0, 0.0}));
+    looked->close();
+    EXPECT_EQ(reference->openAttribute(looked, id, AcDb::kForRead), Acad::eKeyNotFound);
+
+    ASSERT_EQ(attribute->erase(), Acad::eOk);
+    attribute->close();
+    ASSERT_EQ(reference->transformBy(step), Acad::eOk);
+    ASSERT_EQ(reference->openAttribute(looked, first, AcDb::kForRead), Acad::eOk);
+    EXPECT_TRUE(isNear(looked->position(), {11.0, 0.0, 0.0}));
+    looked->close();
+    EXPECT_EQ(reference->openAttribute(looked, second, AcDb::kForRead), Acad::eWasErased);
+    ASSERT_EQ(reference->erase(), Acad::eOk);
+    EXPECT_TRUE(first.isErased());
+    ASSERT_EQ(reference->erase(false), Acad::eOk);
+    EXPECT_FALSE(first.isErased());
+    EXPECT_TRUE(second.isErased()) << "it was erased by itself";
+}
+
+TEST_F(Insertions, WhatCannotFollowIsNotTakenApart) {
+    const AcDbObjectId block = addFlag(L"FLAG");
+    addTo(block, new AcDbCircle({0.0, 0.0, 0.0}, AcGeVector3d::kZAxis, 4.0));
+    AcDbBlockReference reference({}, block);
+    ASSERT_EQ(reference.setScaleFactors({2.0, 1.0, 1.0}), Acad::eOk);
+    AcDbVoidPtrArray parts;
+    EXPECT_EQ(reference.explode(parts), Acad::eCannotScaleNonUniformly);
+    EXPECT_TRUE(parts.isEmpty());
+    EXPECT_EQ(AcDbBlockReference().explode(parts), Acad::eNullObjectId);
+    EXPECT_NEAR(boxOf(reference).minPoint().x, -8.0, 1e-12) << "the box stretches all the same";
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const AcGeScale3d& bad : {AcGeScale3d(0.0, 1.0, 1.0), AcGeScale3d(1.0, 1.0, nan)})
+        EXPECT_EQ(reference.setScaleFactors(bad), Acad::eInvalidInput);
+    EXPECT_EQ(reference.setPosition({nan, 0.0, 0.0}), Acad::eInvalidInput);
+    EXPECT_EQ(reference.setRotation(nan), Acad::eInvalidInput);
+    EXPECT_EQ(reference.setNormal({0.0, 0.0, 0.0}), Acad::eInvalidInput);
+    EXPECT_TRUE(reference.scaleFactors().isEqualTo({2.0, 1.0, 1.0}));
+}
+
+} // namespace
