@@ -1,5 +1,6 @@
 #include "tracefile.h"
 
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <map>
@@ -23,6 +24,8 @@ struct ThreadTrack {
 // Everything about the running trace; guarded by the mutex, since geometry may be called on any thread.
 struct Trace {
     std::FILE* file = nullptr;
+    std::string buffer;
+    std::string processAndThread; // the same in every event up to the thread's number
     Clock::time_point start;
     unsigned generation = 0;
     bool first = true;
@@ -39,22 +42,49 @@ ThreadTrack& track() {
     return it->second;
 }
 
-// Names of calls are plain identifiers; a character outside them, or one that JSON would read, becomes '?'.
-std::string narrowName(const wchar_t* name) {
-    std::string text;
-    for (; *name; ++name)
-        text +=
-            *name >= L' ' && *name < 127 && *name != L'"' && *name != L'\\' ? static_cast<char>(*name) : '?';
-    return text;
+constexpr std::size_t bufferSize = 1 << 16;
+
+void flush() {
+    if (std::fwrite(g_trace.buffer.data(), 1, g_trace.buffer.size(), g_trace.file) != g_trace.buffer.size())
+        g_trace.intact = false;
+    g_trace.buffer.clear();
 }
 
-void write(const char* phase, const std::string& name, int thread) {
-    const auto since = std::chrono::duration<double, std::micro>(Clock::now() - g_trace.start).count();
-    const int written = std::fprintf(
-        g_trace.file, "%s{\"name\":\"%s\",\"ph\":\"%s\",\"ts\":%.3f,\"pid\":%d,\"tid\":%d}",
-        g_trace.first ? "[\n" : ",\n", name.c_str(), phase, since, static_cast<int>(getpid()), thread);
+void putNumber(long long value) {
+    char digits[24];
+    g_trace.buffer.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+// Names of calls are plain identifiers; a character outside them, or one that JSON would read, becomes '?'.
+void putName(const wchar_t* name) {
+    for (; *name; ++name) {
+        const bool isPlain = *name >= L' ' && *name < 127 && *name != L'"' && *name != L'\\';
+        g_trace.buffer += isPlain ? static_cast<char>(*name) : '?';
+    }
+}
+
+void putMicroseconds(long long nanoseconds) {
+    putNumber(nanoseconds / 1000);
+    const auto rest = static_cast<int>(nanoseconds % 1000);
+    g_trace.buffer += '.';
+    for (const int digit : {rest / 100, rest / 10 % 10, rest % 10})
+        g_trace.buffer += static_cast<char>('0' + digit);
+}
+
+void write(char phase, const wchar_t* name, int thread) {
+    const auto since =
+        std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - g_trace.start).count();
+    std::string& text = g_trace.buffer;
+    text += g_trace.first ? "[\n{\"name\":\"" : ",\n{\"name\":\"";
+    putName(name);
+    (text += "\",\"ph\":\"") += phase;
+    text += "\",\"ts\":";
+    putMicroseconds(since);
+    text += g_trace.processAndThread;
+    putNumber(thread);
+    text += '}';
     g_trace.first = false;
-    if (written < 0) g_trace.intact = false;
+    if (text.size() >= bufferSize) flush();
 }
 
 } // namespace
@@ -64,7 +94,7 @@ unsigned traceBegin(const wchar_t* name) {
     if (!g_trace.file) return 0;
     ThreadTrack& own = track();
     ++own.depth;
-    write("B", narrowName(name), own.number);
+    write('B', name, own.number);
     return g_trace.generation;
 }
 
@@ -73,7 +103,7 @@ void traceEnd(unsigned token) {
     if (!g_trace.file || token != g_trace.generation) return;
     ThreadTrack& own = track();
     --own.depth;
-    write("E", "", own.number);
+    write('E', L"", own.number);
 }
 
 TraceFile::TraceFile(const std::string& path) {
@@ -86,6 +116,7 @@ TraceFile::TraceFile(const std::string& path) {
     g_trace.file = file;
     g_trace.start = Clock::now();
     g_trace.generation = generation;
+    g_trace.processAndThread = ",\"pid\":" + std::to_string(getpid()) + ",\"tid\":";
     traceActive = true;
     m_open = true;
 }
@@ -98,9 +129,10 @@ bool TraceFile::close() {
     const std::lock_guard lock(g_mutex);
     traceActive = false;
     for (auto& [id, own] : g_trace.threads)
-        for (; own.depth > 0; --own.depth) write("E", "", own.number);
+        for (; own.depth > 0; --own.depth) write('E', L"", own.number);
+    g_trace.buffer += g_trace.first ? "[\n]\n" : "\n]\n";
+    flush();
     bool intact = g_trace.intact;
-    intact = std::fputs(g_trace.first ? "[\n]\n" : "\n]\n", g_trace.file) >= 0 && intact;
     intact = std::fclose(g_trace.file) == 0 && intact;
     g_trace.file = nullptr;
     g_trace.threads.clear();
