@@ -26,6 +26,7 @@
 #include "plotlook.h"
 #include "plottext.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -33,6 +34,7 @@ namespace {
 // Blocks within blocks may stand for any number of entities; a picture ends at these.
 constexpr int deepestNesting = 50;
 constexpr std::size_t mostEntities = 2'000'000;
+constexpr double largestNumbers = 2.5;     // millimetres, of a dimension's number
 constexpr std::size_t breakInterval = 256; // entities between looks for a break of the user
 
 // Where entities are drawn: in a space, or in a block reference that looks like `look`.
@@ -269,7 +271,11 @@ void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& l
     }
     PicturePath lines;
     PlacedText text;
-    if (!plainDimension(dimension, m_dimensionText, look.rgb, lines, text)) {
+    // Such drawings often leave the height of the numbers out; they are no larger than can be read well on
+    // paper.
+    DimensionText form = m_dimensionText;
+    form.height = m_sink.scale() > 0.0 ? std::min(form.height, largestNumbers / m_sink.scale()) : 0.0;
+    if (!plainDimension(dimension, form, look.rgb, lines, text)) {
         --report.drawn;
         ++report.notDrawn[L"DIMENSION without a block"];
         return;

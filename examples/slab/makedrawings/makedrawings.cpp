@@ -42,7 +42,9 @@ void drawTitleBlock(Sheet& sheet, double right, double bottom, const std::wstrin
 AcDbObjectId makeBubble(Sheet& sheet) {
     const AcDbObjectId bubble = sheet.beginBlock(L"BULLE_AXE");
     sheet.useLayer(L"0");
+    sheet.useLinetype(L"Continuous");
     sheet.circle(0, 0, 450);
+    sheet.useLinetype(L"ByLayer");
     sheet.attributeDefinition(L"AXE", L"Nom de l'axe", 400);
     sheet.endBlock();
     return bubble;
@@ -93,14 +95,14 @@ void drawFloorOpenings(Sheet& sheet) {
     sheet.circle(15500, 2800, 450);
     sheet.oldContour(roundedCorners(2000, 6500, 600, 2400, 300));
     sheet.rectangle(20000, -300, 1500, 900);
-    sheet.circle(24000, 4500, 600);
+    sheet.circle(24000, 6700, 600);
     sheet.useLayer(L"TEXTES");
     sheet.text(8800, 5350, 250, L"T1 260x500", AcDb::kTextCenter);
     sheet.text(14200, 9000, 250, L"T2 200x200 r20", AcDb::kTextCenter);
     sheet.text(16100, 2700, 250, L"T3 %%c900");
     sheet.text(1800, 7700, 250, L"T4 60x240", AcDb::kTextCenter, AcDb::kTextBase, pi / 2);
     sheet.text(20750, 800, 250, L"T5 150x90", AcDb::kTextCenter);
-    sheet.text(23250, 4400, 250, L"T6 %%c1200", AcDb::kTextRight);
+    sheet.text(23250, 6600, 250, L"T6 %%c1200", AcDb::kTextRight);
 }
 
 void makeFloor(const std::string& file) {
@@ -142,8 +144,7 @@ void makeFloor(const std::string& file) {
         L"{\\LL\u00E9gende}\\PContour de coffrage : vert\\PTr\u00E9mies : rouge\\PPoteaux 40x40 : bleu");
     sheet.useLayer(L"CARTOUCHE");
     sheet.rectangle(-6500, -8500, 34500, 26500);
-    drawTitleBlock(sheet, 27500, -8000, L"PLANCHER HAUT DU REZ-DE-CHAUSS\u00C9E\\PPlan de coffrage",
-                   L"D1-01");
+    drawTitleBlock(sheet, 27500, -8000, L"PLANCHER HAUT DU REZ\\PPlan de coffrage", L"D1-01");
     sheet.save(file);
 }
 
@@ -244,7 +245,7 @@ void makeBalconies(const std::string& file) {
     sheet.useLayer(L"COFFRAGE");
     sheet.insert(bay, 0, 0);
     sheet.insert(bay, 9600, 0, 1.0, 1.0, 0.0, 2800.0);
-    sheet.insert(bay, 19200 + 9600, 6000, -1.0, 1.0, pi);
+    sheet.insert(bay, 28800, 0, -1.0);
     sheet.contour({{0, 6000},
                    {28800, 6000},
                    {28800, 9000, quarterBulge},

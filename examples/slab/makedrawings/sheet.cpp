@@ -40,6 +40,7 @@ void check(Acad::ErrorStatus status, const char* what) {
 Sheet::Sheet()
     : m_database(std::make_unique<AcDbDatabase>(true, true)) {
     m_layer = m_database->layerZero();
+    m_linetype = m_database->byLayerLinetype();
     m_block = m_database->modelSpaceId();
     check(m_database->setInsunits(millimetres), "the unit");
     m_database->header().setInteger(L"LUPREC", 2);
@@ -83,6 +84,11 @@ void Sheet::useLayer(const wchar_t* name) {
     check(table->getAt(name, m_layer), "a layer's name");
 }
 
+void Sheet::useLinetype(const wchar_t* name) {
+    const AcDbSymbolTablePointer<AcDbLinetypeTable> table(m_database.get(), AcDb::kForRead);
+    check(table->getAt(name, m_linetype), "a linetype's name");
+}
+
 AcDbObjectId Sheet::beginBlock(const wchar_t* name) {
     const AcDbSymbolTablePointer<AcDbBlockTable> table(m_database.get(), AcDb::kForWrite);
     auto* record = new AcDbBlockTableRecord;
@@ -98,6 +104,7 @@ AcDbObjectId Sheet::add(AcDbEntity* entity) {
     std::unique_ptr<AcDbEntity> owned(entity);
     entity->setDatabaseDefaults(m_database.get());
     check(entity->setLayer(m_layer), "an entity's layer");
+    check(entity->setLinetype(m_linetype), "an entity's linetype");
     const AcDbObjectPointer<AcDbBlockTableRecord> block(m_block, AcDb::kForWrite);
     AcDbObjectId id;
     check(block->appendAcDbEntity(id, entity), "an entity");

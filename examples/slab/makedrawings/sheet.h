@@ -29,6 +29,8 @@ public:
                   int lineweight = -3);
     /// What is drawn from now on stands on this layer.
     void useLayer(const wchar_t* name);
+    /// What is drawn from now on has this linetype.
+    void useLinetype(const wchar_t* name);
     /// A new block; what is drawn until endBlock goes into it.
     AcDbObjectId beginBlock(const wchar_t* name);
     void endBlock();
@@ -70,6 +72,7 @@ private:
 
     std::unique_ptr<AcDbDatabase> m_database;
     AcDbObjectId m_layer;
+    AcDbObjectId m_linetype;
     AcDbObjectId m_block;
 };
 
