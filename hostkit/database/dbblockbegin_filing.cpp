@@ -36,12 +36,19 @@ struct AcDbBlockBegin::Filing {
         }
     }
 
+    /// R12 has other names for the spaces.
+    static std::wstring_view filedName(const Block& block, const AcDbDxfFiler& filer) {
+        if (!filer.isR12Form()) return block.name();
+        if (equalFolded(block.name(), L"*Model_Space")) return L"$MODEL_SPACE";
+        return equalFolded(block.name(), L"*Paper_Space") ? std::wstring_view(L"$PAPER_SPACE") : block.name();
+    }
+
     static void write(const Block& block, AcDbDxfFiler& filer) {
-        filer.writeText(nameCode, block.name());
+        filer.writeText(nameCode, filedName(block, filer));
         filer.writeInteger(flagsCode, block.m_dxfFlags);
         filer.writeItem(originCode, block.m_origin);
         filer.markOptional();
-        filer.writeText(secondNameCode, block.name());
+        filer.writeText(secondNameCode, filedName(block, filer));
         if (block.m_pathName.empty()) filer.markOptional();
         filer.writeText(pathCode, block.m_pathName);
         if (block.m_comments.empty()) filer.markDefault();

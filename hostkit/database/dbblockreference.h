@@ -78,6 +78,8 @@ protected:
     /// How often the block is shown, and where each time, from the first on.
     virtual int copyCount() const { return 1; }
     virtual AcGeMatrix3d copyTransform(int) const { return blockTransform(); }
+    /// The class' mark in a drawing file.
+    virtual const wchar_t* subclassMark() const { return L"AcDbBlockReference"; }
     /// The groups of rows and columns, for the class that has some.
     virtual bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer);
     virtual void writeArrayGroups(AcDbDxfFiler& filer) const;

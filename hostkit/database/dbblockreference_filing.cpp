@@ -62,7 +62,7 @@ Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
 Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbBlockReference");
+    filer->writeSubclassMark(subclassMark());
     const auto& [block, position, rotation, normal] = Filing::groups;
     const bool hasAttributes = Filing::hasAttributes(*this);
     if (!hasAttributes) filer->markDefault();

@@ -28,6 +28,8 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {
         }
         if ((group.code != Filing::softCode && group.code != Filing::hardCode) || !hasName) return false;
         hasName = false;
+        // R13 and R14 tell hard ownership by the code alone.
+        if (group.code == Filing::hardCode) m_treatElementsAsHard = true;
         put(name, filer->objectIdOf(group));
         return true;
     });
@@ -38,6 +40,7 @@ Acad::ErrorStatus AcDbDictionary::dxfOutFields(AcDbDxfFiler* filer) const {
     if (status != Acad::eOk) return status;
     filer->writeSubclassMark(L"AcDbDictionary");
     const auto& [hard, style] = Filing::groups;
+    if (m_treatElementsAsHard) filer->markOptional();
     hard.write(*this, hard, *filer);
     if (m_mergeStyle == AcDb::kDrcIgnore) filer->markOptional();
     style.write(*this, style, *filer);

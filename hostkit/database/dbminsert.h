@@ -32,6 +32,7 @@ protected:
     /// A file may say 0 for 1.
     int copyCount() const override { return std::max<int>(1, m_columns) * std::max<int>(1, m_rows); }
     AcGeMatrix3d copyTransform(int index) const override;
+    const wchar_t* subclassMark() const override { return L"AcDbMInsertBlock"; }
     bool readArrayGroup(const AcDbDxfGroup& group, AcDbDxfFiler& filer) override;
     void writeArrayGroups(AcDbDxfFiler& filer) const override;
 

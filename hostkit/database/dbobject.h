@@ -135,6 +135,8 @@ public:
 
     /// Where the object's record stands in the drawing's source bytes; empty for a new object.
     hostkit::SourceSpan sourceSpan() const { return m_source.span(); }
+    /// Changed, or made, since the drawing was read; not so for what a reader gave to a drawing that lacked it.
+    bool isChangedSinceRead() const { return m_source.isModified(); }
     /// Changed since the drawing was read, or new: its record must be written from the fields.
     bool differsFromSource() const { return m_source.isModified() || m_source.span().isEmpty(); }
 

@@ -69,6 +69,7 @@ bool DrawingEdits::fail(Acad::ErrorStatus status, std::wstring message) {
 bool DrawingEdits::run(std::string& bytes) {
     m_structure = mapDrawing(m_source.bytes);
     m_namesChanged = findRenamedRecords();
+    m_standingComesAlong = needsStandingObjects();
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database,
                                   [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
@@ -95,6 +96,7 @@ bool DrawingEdits::findRenamedRecords() {
 
 bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
     if (m_everything || object.differsFromSource()) return true;
+    if (m_standingComesAlong && object.objectId() == m_database.namedObjectsDictionaryId()) return true;
     if (m_namesChanged &&
         (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
         return true;
@@ -124,7 +126,7 @@ bool DrawingEdits::editObject(const AcDbObject& object) {
         return true;
     }
     m_text.clear();
-    if (!m_objects.writeMerged(object, m_source.bytes, span, m_text)) return failWriting();
+    if (!m_objects.writeMerged(object, m_source.bytes, span, !m_everything, m_text)) return failWriting();
     m_edits.replace(span.offset, span.offset + span.length, m_text);
     return true;
 }
@@ -301,7 +303,8 @@ bool DrawingEdits::addParts(const AcDbEntity& owner) {
         // The reference itself says from now on that attributes follow.
         if (owner.differsFromSource() || m_everything) return true;
         m_text.clear();
-        if (!m_objects.writeMerged(owner, m_source.bytes, owner.sourceSpan(), m_text)) return failWriting();
+        if (!m_objects.writeMerged(owner, m_source.bytes, owner.sourceSpan(), !m_everything, m_text))
+            return failWriting();
         m_edits.replace(owner.sourceSpan().offset, owner.sourceSpan().offset + owner.sourceSpan().length,
                         m_text);
         return true;
@@ -310,14 +313,34 @@ bool DrawingEdits::addParts(const AcDbEntity& owner) {
     return true;
 }
 
+// What the drawing lacked and was given comes into the file with the records that name it: the root has an
+// entry for the layouts, and a space's record the handle of its own.
+bool DrawingEdits::needsStandingObjects() const {
+    if (!hasSubclassMarkers(m_objects.style().version)) return false;
+    const AcDbObject* const root = DatabaseAccess::object(m_database.namedObjectsDictionaryId());
+    if (m_everything || (root && root->isChangedSinceRead())) return true;
+    const AcDbObject* const table =
+        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
+    if (!table) return false;
+    const auto& records = static_cast<const AcDbSymbolTable*>(table)->records();
+    return std::any_of(records.begin(), records.end(), [](AcDbObjectId id) {
+        const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
+        const AcDbObject* const layout = block ? DatabaseAccess::object(block->getLayoutId()) : nullptr;
+        return layout && block->isChangedSinceRead() && layout->sourceSpan().isEmpty();
+    });
+}
+
 bool DrawingEdits::addObjects() {
     std::string added;
+    const bool isR12 = !hasSubclassMarkers(m_objects.style().version);
     const AcDbObject* unholdable = nullptr;
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        if (!isGood || unholdable || object.isErased() || !isNewRecord(object) || !isListedObject(object))
+        if (!isGood || unholdable || object.isErased() || !isListedObject(object) ||
+            !object.sourceSpan().isEmpty())
             return;
-        if (!hasSubclassMarkers(m_objects.style().version))
+        if (!m_standingComesAlong && !isNewRecord(object)) return;
+        if (isR12)
             unholdable = &object;
         else
             isGood = m_objects.writeNew(object, added);
@@ -355,10 +378,8 @@ void DrawingEdits::editHeader() {
         appendBlock(variable.groups, m_objects.style(), m_text);
         setHeaderVariable(name, m_text);
     }
-    // Only a save that changes anything looks after the next handle.
-    const std::uint64_t seed = m_objects.nextHandle();
-    if (m_edits.isEmpty() || !m_structure.headerVariable("$HANDSEED") || header.handle(L"HANDSEED") >= seed)
-        return;
+    const std::uint64_t seed = m_objects.aboveNewRecords();
+    if (!m_structure.headerVariable("$HANDSEED") || header.handle(L"HANDSEED") >= seed) return;
     m_text.clear();
     appendHandle(5, seed, m_objects.style(), m_text);
     setHeaderVariable("$HANDSEED", m_text);

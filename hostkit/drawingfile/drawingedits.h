@@ -53,6 +53,7 @@ private:
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);
     bool findRenamedRecords();
+    bool needsStandingObjects() const;
 
     bool addTableRecords();
     bool addNewTable(TableKind kind, const AcDbSymbolTable& table);
@@ -75,6 +76,7 @@ private:
     ObjectWriting& m_objects;
     bool m_everything;
     bool m_namesChanged = false;
+    bool m_standingComesAlong = false;
     DrawingStructure m_structure;
     ByteEdits m_edits;
     std::string m_text; // of the record at work

@@ -53,6 +53,7 @@ private:
     bool addHeaderGroup(const RawGroup& group);
 
     bool readTables(const RawGroup& opening);
+    void addStandingLinetypes();
     bool readTable(std::size_t offset);
     bool readTableHead(TableKind kind);
     bool readTableRecord(TableKind kind);

@@ -49,6 +49,7 @@ void DrawingReading::addBlocksByName() {
 }
 
 bool DrawingReading::readBlocks(const RawGroup& opening) {
+    addStandingLinetypes();
     addBlocksByName();
     RawGroup group;
     for (;;) {
@@ -91,6 +92,7 @@ bool DrawingReading::readBlock() {
 }
 
 bool DrawingReading::readEntities(const RawGroup& opening) {
+    addStandingLinetypes();
     m_modelSpace = &blockNamed(modelSpaceName);
     m_paperSpace = &blockNamed(paperSpaceName);
     RawGroup group;

@@ -30,7 +30,7 @@ bool writeSequenceEnd(const AcDbEntity& owner, const SubentityList& parts, Objec
 } // namespace
 
 bool isNewRecord(const AcDbObject& object) {
-    return object.sourceSpan().isEmpty() && object.differsFromSource();
+    return object.sourceSpan().isEmpty() && object.isChangedSinceRead();
 }
 
 bool isListedObject(const AcDbObject& object) {

@@ -1,7 +1,10 @@
 #include "objectwriting.h"
 
+#include "dbblockbegin.h"
 #include "drawingreading.h"
 #include "fieldtable.h"
+
+#include <algorithm>
 
 namespace hostkit {
 
@@ -30,34 +33,49 @@ ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& s
     , m_nextHandle(database.handseed().value()) {}
 
 // The class reads the old record into a blank object: what it takes there is what it will write.
-void ObjectWriting::markKnownGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
+std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
+                                                           std::string_view sourceBytes, SourceSpan span) {
     GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
     RawGroup first;
     (void)scanner.next(first);
     (void)scanRecord(scanner, first, m_original);
     m_original.groups.front().isTaken = true;
     readHead(m_original, m_style.version, m_head);
-    // An entity's owner is where it stands in the file; some writers have other ideas of the handle there.
-    if (object.isKindOf(AcDbEntity::desc()) && m_head.owner != object.ownerId().handle().value())
+    // The owner of an entity or a table's record is where it stands in the file; some writers put other
+    // handles there.
+    if ((object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())) &&
+        m_head.owner != object.ownerId().handle().value())
         for (RecordGroup& group : m_original.groups)
             if (group.code == ownerCode && handleFromText(group.value) == m_head.owner) group.isTaken = false;
-    const std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
+    std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
     m_reader.begin(m_original);
     if (blank) (void)blank->dxfInFields(&m_reader);
     GroupBlock data;
     (void)readExtendedData(m_original, m_reader, data);
+    return blank;
 }
 
 bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
-    markKnownGroups(object, sourceBytes, span);
+    (void)markKnownGroups(object, sourceBytes, span);
     for (const RecordGroup& group : m_original.groups)
         if (!group.isTaken && group.code != commentCode) return false;
     return true;
 }
 
+// What the old record says, filed again: groups in which the object does not differ from it were not changed.
+// The opening record of a block files what its owner has, not what it has read.
+void ObjectWriting::gatherFieldsAsRead(const AcDbObject& object, AcDbObject& blank) {
+    if (blank.isKindOf(AcDbBlockBegin::desc())) return;
+    DatabaseAccess::setOwner(blank, object.ownerId());
+    m_writer.begin();
+    if (blank.dxfOutFields(&m_writer) == Acad::eOk) m_writer.rememberFields();
+}
+
 bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span,
-                                std::string& bytes) {
-    markKnownGroups(object, sourceBytes, span);
+                                bool keepsSpelling, std::string& bytes) {
+    const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, sourceBytes, span);
+    m_writer.forgetFields();
+    if (keepsSpelling && blank) gatherFieldsAsRead(object, *blank);
     return writeRecord(object, object.handle().value(), object.ownerId(), true, bytes);
 }
 
@@ -74,7 +92,12 @@ bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, 
                                 bool hasOriginal, std::string& bytes) {
     m_writer.begin();
     writeHead(object, handle, owner, hasOriginal);
+    const std::size_t firstField = m_writer.fieldCount();
     Acad::ErrorStatus status = object.dxfOutFields(&m_writer);
+    if (hasOriginal)
+        m_writer.compareWithRemembered(firstField);
+    else
+        m_aboveNewRecords = std::max(m_aboveNewRecords, handle + 1);
     if (status == Acad::eOk && object.extendedData()) writeBlock(m_writer, *object.extendedData());
     if (status == Acad::eOk) status = m_writer.filerStatus();
     if (status != Acad::eOk) {

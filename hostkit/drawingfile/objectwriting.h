@@ -10,7 +10,7 @@
 #include "dbaccess.h"
 #include "dbsource.h"
 
-#include <optional>
+#include <memory>
 #include <string>
 
 namespace hostkit {
@@ -23,8 +23,10 @@ public:
     const DrawingStyle& style() const { return m_style; }
     /// The object's record from its fields, merged with the record at that span of the source bytes. False,
     /// with the status and message to be asked for, where a value cannot be written.
+    /// With keepsSpelling a value that the object has still as it was read keeps its spelling even where the
+    /// field holds it in another unit or system, so that writing it again would round it.
     bool writeMerged(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span,
-                     std::string& bytes);
+                     bool keepsSpelling, std::string& bytes);
     bool writeNew(const AcDbObject& object, std::string& bytes);
     /// A record that no object stands for: BLOCK and ENDBLK of a new block have their groups through
     /// `fields`.
@@ -36,7 +38,10 @@ public:
 
     /// A handle that no object has, for records that have no object.
     std::uint64_t newHandle() { return m_nextHandle++; }
+    /// Above every handle that the drawing has or that newHandle gave.
     std::uint64_t nextHandle() const { return m_nextHandle; }
+    /// Above every handle of a new record; 0 where none was written.
+    std::uint64_t aboveNewRecords() const { return m_aboveNewRecords; }
 
     Acad::ErrorStatus status() const { return m_status; }
     const std::wstring& message() const { return m_message; }
@@ -44,7 +49,9 @@ public:
     const RecordWriter& writer() const { return m_writer; }
 
 private:
-    void markKnownGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
+    std::unique_ptr<AcDbObject> markKnownGroups(const AcDbObject& object, std::string_view sourceBytes,
+                                                SourceSpan span);
+    void gatherFieldsAsRead(const AcDbObject& object, AcDbObject& blank);
     void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeReactors(const AcDbObject& object);
     void writeExtensionDictionary(const AcDbObject& object);
@@ -57,6 +64,7 @@ private:
     DrawingRecord m_original;
     RecordHead m_head;
     std::uint64_t m_nextHandle;
+    std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;
     std::wstring m_message;
     std::size_t m_recordsWritten = 0;

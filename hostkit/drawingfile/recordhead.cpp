@@ -58,9 +58,18 @@ private:
             depth = opens ? depth + 1 : depth - 1;
         }
         if (depth > 0) return begin + 1;
-        if (isFlat && name == "{ACAD_REACTORS") takeReactors(begin, end);
+        if (isFlat && name == "{ACAD_REACTORS" && hasReactors(begin, end)) takeReactors(begin, end);
         if (isFlat && name == "{ACAD_XDICTIONARY") takeExtensionDictionary(begin, end);
         return end;
+    }
+
+    // A group of null handles says nothing and stays as it is.
+    bool hasReactors(std::size_t begin, std::size_t end) const {
+        for (std::size_t place = begin; place < end; ++place) {
+            const RecordGroup& group = m_record.groups[place];
+            if (group.code == ownerCode && handleFromText(group.value).value_or(0) != 0) return true;
+        }
+        return false;
     }
 
     void takeReactors(std::size_t begin, std::size_t end) {

@@ -219,7 +219,7 @@ void RecordMerge::emitNew(std::size_t place) {
 
 void RecordMerge::emitMatched(const OldItem& item, std::size_t place) {
     ++m_groupsFromFields;
-    if (!hasEqualValue(item, m_fields[place])) {
+    if (!m_fields[place].isAsRead && !hasEqualValue(item, m_fields[place])) {
         m_writer.format(m_fields[place], m_bytes);
         return;
     }
@@ -247,6 +247,7 @@ bool RecordMerge::hasEqualValue(const OldItem& item, const FieldGroup& group) co
     case AcDb::GroupKind::kReal:
         return realFromText(old->value) == group.real;
     case AcDb::GroupKind::kHandle:
+        if (group.integer == 0 && withoutBlanks(old->value).empty()) return true;
         return handleFromText(old->value) == static_cast<std::uint64_t>(group.integer);
     case AcDb::GroupKind::kPoint: {
         // A missing z is zero; a plane point's record may have a z of its own, which stays.

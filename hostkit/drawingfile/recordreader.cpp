@@ -145,7 +145,9 @@ Acad::ErrorStatus RecordReader::valueOf(const RecordGroup* group, const RecordGr
     case AcDb::GroupKind::kBool:
         return readInteger(*group, item);
     case AcDb::GroupKind::kHandle: {
-        const std::optional<std::uint64_t> handle = handleFromText(group->value);
+        // Some writers leave the value of a null handle empty.
+        const bool isEmpty = withoutBlanks(group->value).empty() && group->code != dimStyleTextCode;
+        const std::optional<std::uint64_t> handle = isEmpty ? 0 : handleFromText(group->value);
         if (!handle && group->code == dimStyleTextCode) {
             item.kind = AcDb::GroupKind::kText;
             m_text.decode(group->value, m_value);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace hostkit {
 
@@ -25,6 +26,28 @@ void RecordWriter::begin() {
     m_groups.clear();
     m_arena.clear();
     m_presence = FieldGroup::Presence::kAlways;
+}
+
+void RecordWriter::rememberFields() {
+    m_remembered.swap(m_groups);
+    m_rememberedArena.swap(m_arena);
+}
+
+void RecordWriter::compareWithRemembered(std::size_t first) {
+    const auto sameCode = [](const FieldGroup& left, const FieldGroup& right) {
+        return left.code == right.code;
+    };
+    if (!std::equal(m_groups.begin() + static_cast<std::ptrdiff_t>(first), m_groups.end(),
+                    m_remembered.begin(), m_remembered.end(), sameCode))
+        return;
+    for (std::size_t place = 0; place < m_remembered.size(); ++place) {
+        const FieldGroup& old = m_remembered[place];
+        FieldGroup& group = m_groups[first + place];
+        const std::string_view oldText =
+            std::string_view(m_rememberedArena).substr(old.textBegin, old.textEnd - old.textBegin);
+        group.isAsRead =
+            std::memcmp(old.point, group.point, sizeof old.point) == 0 && oldText == textOf(group);
+    }
 }
 
 FieldGroup& RecordWriter::add(short code, AcDb::GroupKind kind) {

@@ -18,6 +18,7 @@ struct FieldGroup {
     short code = 0;
     AcDb::GroupKind kind = AcDb::GroupKind::kText;
     Presence presence = Presence::kAlways;
+    bool isAsRead = false; ///< the old record, read and filed again, gives this value too
     unsigned char dimension = 0;
     union {
         double point[3] = {0.0, 0.0, 0.0};
@@ -43,6 +44,13 @@ public:
     void begin();
     /// Appends the record. `original` may be null.
     void finish(const DrawingRecord* original, std::string& bytes);
+
+    /// Keeps what was gathered since begin(), for compareWithRemembered.
+    void rememberFields();
+    void forgetFields() { m_remembered.clear(); }
+    std::size_t fieldCount() const { return m_groups.size(); }
+    /// Marks the groups from `first` on that are as remembered, where both are the same groups.
+    void compareWithRemembered(std::size_t first);
 
     std::size_t groupsFromFields() const { return m_groupsFromFields; }
     std::size_t groupsKept() const { return m_groupsKept; }
@@ -75,6 +83,8 @@ private:
     DrawingStyle m_style;
     std::vector<FieldGroup> m_groups;
     std::string m_arena;
+    std::vector<FieldGroup> m_remembered;
+    std::string m_rememberedArena;
     FieldGroup::Presence m_presence = FieldGroup::Presence::kAlways;
     std::size_t m_groupsFromFields = 0;
     std::size_t m_groupsKept = 0;

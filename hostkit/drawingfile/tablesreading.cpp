@@ -41,10 +41,22 @@ bool DrawingReading::readTables(const RawGroup& opening) {
         return rank(left.first) < rank(right.first);
     });
     const std::size_t behind = m_scanner.offset();
-    for (const auto& [name, offset] : tables)
+    bool hasStanding = false;
+    for (const auto& [name, offset] : tables) {
+        const bool namesOthers =
+            std::find(namedByOthers.begin(), namedByOthers.end(), name) == namedByOthers.end();
+        if (namesOthers && !hasStanding) addStandingLinetypes();
+        hasStanding = hasStanding || namesOthers;
         if (!readTable(offset)) return false;
+    }
     m_scanner = GroupScanner(m_source->bytes, behind);
     return true;
+}
+
+// R12 names them without having records of them.
+void DrawingReading::addStandingLinetypes() {
+    for (const std::wstring_view name : {L"ByBlock", L"ByLayer", L"Continuous"})
+        (void)impliedRecord(TableKind::kLinetype, name);
 }
 
 bool DrawingReading::readTable(std::size_t offset) {
