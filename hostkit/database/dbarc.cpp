@@ -94,7 +94,18 @@ Acad::ErrorStatus AcDbArc::getProjectedCurve(const AcGePlane& plane, const AcGeV
 }
 
 Acad::ErrorStatus AcDbArc::reverseCurve() {
-    return Acad::eNotApplicable; // an arc always runs counter-clockwise about its normal
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    // An arc always runs counter-clockwise about its normal, so that it is the normal which turns; the x axis
+    // of its system turns with it.
+    const AcGePoint3d place = center();
+    m_normal = -m_normal;
+    m_ecsCenter = hostkit::toEntity(m_normal, place);
+    const double start = m_startAngle;
+    m_startAngle = hostkit::angleWithinTurn(AcGe::kPi - m_endAngle);
+    m_endAngle = hostkit::angleWithinTurn(AcGe::kPi - start);
+    m_thickness = -m_thickness;
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbArc::transformBy(const AcGeMatrix3d& matrix) {

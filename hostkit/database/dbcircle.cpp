@@ -67,7 +67,9 @@ Acad::ErrorStatus AcDbCircle::getProjectedCurve(const AcGePlane& plane, const Ac
 }
 
 Acad::ErrorStatus AcDbCircle::reverseCurve() {
-    return Acad::eNotApplicable; // a circle always runs counter-clockwise about its normal
+    const Acad::ErrorStatus status = setNormal(-m_normal); // it runs counter-clockwise about its normal
+    if (status == Acad::eOk) m_thickness = -m_thickness;
+    return status;
 }
 
 Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
