@@ -1,0 +1,260 @@
+// The contour tools on small, ordinary and large input.
+#include "vexogeometrytools.h"
+
+#include "dbline.h"
+#include "dbpolyline.h"
+#include "dbxline.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <vector>
+
+using namespace VEXOGeometryTools;
+
+namespace {
+
+const AcGePoint3d kStart(3.0, 1.0, 0.0);
+const AcGePoint3d kEnd(7.0, 2.0, 0.0);
+const AcGePoint3d kOnArc(5.0, 3.5, 0.0);
+const AcGeVector3d kNormal = AcGeVector3d::kZAxis;
+constexpr double kBulge = 0.8;
+
+/// A round contour, every third side an arc.
+std::unique_ptr<AcDbPolyline> contourOf(int count) {
+    auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
+    for (int i = 0; i < count; ++i) {
+        const double angle = AcGe::kTwoPi * i / count;
+        const double radius = i % 2 ? 1000.0 : 990.0;
+        polyline->addVertexAt(static_cast<unsigned int>(i),
+                              {radius * std::cos(angle), radius * std::sin(angle)}, i % 3 ? 0.0 : 0.2);
+    }
+    polyline->setClosed(Adesk::kTrue);
+    return polyline;
+}
+
+AcArray<AcGePoint3d> pointsOf(int count) {
+    AcArray<AcGePoint3d> points;
+    AcArray<double> bulges;
+    convertPolyline(contourOf(count).get(), points, bulges);
+    return points;
+}
+
+void shuffle(AcArray<void*>& items) {
+    std::mt19937 random(7);
+    std::shuffle(items.begin(), items.end(), random);
+}
+
+void sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(100)->Arg(1000)->Arg(10000)->Complexity();
+}
+void largeSizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond)->Complexity();
+}
+
+// ---- arc arithmetic ----
+
+void BulgeFrom3Points(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(getBulgeFrom3Points(kStart, kEnd, kOnArc, kNormal));
+}
+BENCHMARK(BulgeFrom3Points);
+
+void CenterFromArc(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(getCenterFromArc(kStart, kEnd, kBulge, kNormal));
+}
+BENCHMARK(CenterFromArc);
+
+void RadiusFromBulge(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(getRadiusFromBulge(kStart, kEnd, kBulge));
+}
+BENCHMARK(RadiusFromBulge);
+
+void HostBulgeFromArc(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(getAcadBulgeFromArc(kStart, kEnd, kBulge));
+}
+BENCHMARK(HostBulgeFromArc);
+
+void LengthFromBulge(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(getLengthFromCurve(kStart, kEnd, kBulge, kNormal));
+}
+BENCHMARK(LengthFromBulge);
+
+// ---- linear tools ----
+
+void SignedArea(benchmark::State& state) {
+    const AcArray<AcGePoint3d> points = pointsOf(static_cast<int>(state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(getSignedArea(points));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(SignedArea)->Apply(sizes);
+
+/// The host's bulge to the library's.
+void PolylineToArrays(benchmark::State& state) {
+    const auto polyline = contourOf(static_cast<int>(state.range(0)));
+    AcArray<AcGePoint3d> points;
+    AcArray<double> bulges;
+    for (auto _ : state) {
+        convertPolyline(polyline.get(), points, bulges);
+        benchmark::DoNotOptimize(points.asArrayPtr());
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(PolylineToArrays)->Apply(sizes);
+
+void CopyPolyline(benchmark::State& state) {
+    const auto polyline = contourOf(static_cast<int>(state.range(0)));
+    for (auto _ : state) delete ConvertToPolyline(polyline.get());
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(CopyPolyline)->Apply(sizes);
+
+void ContourSense(benchmark::State& state) {
+    const auto polyline = contourOf(static_cast<int>(state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(isContourClockWise(polyline.get()));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ContourSense)->Apply(sizes);
+
+void Tessellate(benchmark::State& state) {
+    const auto polyline = contourOf(static_cast<int>(state.range(0)));
+    AcArray<AcGePoint3d> points;
+    AcArray<double> bulges;
+    convertPolyline(polyline.get(), points, bulges);
+    AcArray<AcGePoint3d> out;
+    AcArray<AcArray<AcGePoint3d>> samples;
+    for (auto _ : state) getTessellatedPoly(points, bulges, out, samples, 8, kNormal);
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(Tessellate)->Apply(sizes);
+
+// ---- tools with an index ----
+
+void ClearRepeatedPoints(benchmark::State& state) {
+    const AcArray<AcGePoint3d> contour = pointsOf(static_cast<int>(state.range(0)));
+    AcArray<AcGeVector3d> none;
+    for (auto _ : state) {
+        AcArray<AcGePoint3d> points(contour);
+        ClearDooblons(points, none);
+        benchmark::DoNotOptimize(points.asArrayPtr());
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ClearRepeatedPoints)->Apply(largeSizes);
+
+/// Shuffled halves of lines on a grid: every line comes together again.
+void ConcatenateSegments(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        AcArray<void*> segments;
+        for (int i = 0; i < count / 2; ++i) {
+            const double x = i % 1000;
+            const double y = i / 1000;
+            for (const double half : {0.0, 0.4})
+                segments.append(static_cast<AcGeCurve3d*>(
+                    new AcGeLineSeg3d(AcGePoint3d(x + half, y, 0), AcGePoint3d(x + half + 0.4, y, 0))));
+        }
+        shuffle(segments);
+        state.ResumeTiming();
+        ConcatenateLineSegments(segments, 0.01);
+        state.PauseTiming();
+        if (segments.length() != count / 2) state.SkipWithError("segments did not come together");
+        for (void* segment : segments) delete static_cast<AcGeCurve3d*>(segment);
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ConcatenateSegments)->Apply(largeSizes);
+
+AcArray<void*> shuffledSides(int count) {
+    AcGeDoubleArray cuts;
+    for (int i = 0; i < count; ++i) cuts.append(i);
+    AcArray<void*> sides;
+    (void)contourOf(count)->getSplitCurves(cuts, sides);
+    shuffle(sides);
+    return sides;
+}
+
+void ChainCurves(benchmark::State& state) {
+    const AcArray<void*> sides = shuffledSides(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        AcDbCurve* chain = createPolyLineFromCurves(sides);
+        if (!chain->isClosed()) state.SkipWithError("the chain did not close");
+        delete chain;
+    }
+    for (void* side : sides) delete static_cast<AcDbCurve*>(side);
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ChainCurves)->Apply(largeSizes);
+
+void RemoveDuplicateLines(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    const AcArray<AcGePoint3d> points = pointsOf(count / 2);
+    for (auto _ : state) {
+        state.PauseTiming();
+        AcArray<void*> lines;
+        for (int i = 0; i + 1 < points.length(); ++i) {
+            lines.append(static_cast<AcDbCurve*>(new AcDbLine(points[i], points[i + 1])));
+            lines.append(static_cast<AcDbCurve*>(new AcDbLine(points[i + 1], points[i])));
+        }
+        shuffle(lines);
+        state.ResumeTiming();
+        RemoveDuplicates(lines, kNormal);
+        state.PauseTiming();
+        if (lines.length() != points.length() - 1) state.SkipWithError("duplicates stayed");
+        for (void* line : lines) delete static_cast<AcDbCurve*>(line);
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(RemoveDuplicateLines)->Apply(largeSizes);
+
+// ---- the drawing's curves under them ----
+
+void IntersectTwoContours(benchmark::State& state) {
+    const auto first = contourOf(static_cast<int>(state.range(0)));
+    const auto second = contourOf(static_cast<int>(state.range(0)));
+    second->transformBy(AcGeMatrix3d::translation(AcGeVector3d(500, 0, 0)));
+    for (auto _ : state) {
+        AcGePoint3dArray points;
+        first->intersectWith(second.get(), AcDb::kOnBothOperands, points);
+        if (points.isEmpty()) state.SkipWithError("no crossings");
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(IntersectTwoContours)->Apply(largeSizes);
+
+void IntersectContourWithLine(benchmark::State& state) {
+    const auto contour = contourOf(static_cast<int>(state.range(0)));
+    AcDbXline line;
+    line.setUnitDir(AcGeVector3d(1, 3, 0));
+    for (auto _ : state) {
+        AcGePoint3dArray points;
+        contour->intersectWith(&line, AcDb::kOnBothOperands, points);
+        if (points.length() != 2) state.SkipWithError("not two crossings");
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(IntersectContourWithLine)->Apply(largeSizes);
+
+void ParameterAtPoint(benchmark::State& state) {
+    const auto contour = contourOf(static_cast<int>(state.range(0)));
+    AcGePoint3d point;
+    contour->getPointAtParam(static_cast<double>(state.range(0)) - 0.3, point);
+    double parameter = 0.0;
+    for (auto _ : state) benchmark::DoNotOptimize(contour->getParamAtPoint(point, parameter));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ParameterAtPoint)->Apply(sizes);
+
+void ClosestPoint(benchmark::State& state) {
+    const auto contour = contourOf(static_cast<int>(state.range(0)));
+    AcGePoint3d closest;
+    for (auto _ : state) benchmark::DoNotOptimize(contour->getClosestPointTo(AcGePoint3d(1, 2, 0), closest));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ClosestPoint)->Apply(sizes);
+
+} // namespace
