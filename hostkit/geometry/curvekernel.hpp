@@ -50,14 +50,13 @@ inline double angleFrom(double from, double angle) {
     return brought < from + AcGe::kTwoPi ? std::max(brought, from) : from;
 }
 
-/// The angles that setAngles makes of what it is given.
+/// The angles that setAngles makes of what it is given. The sum of an angle and a turn is rounded, so that
+/// full turns come out a little longer or shorter than one; both are full.
 inline void normalizeAngles(double start, double& end) {
-    if (!(end > start)) end = angleFrom(start, end);
-    if (!(end > start)) end = start + AcGe::kTwoPi;
-    if (end - start > AcGe::kTwoPi) {
-        end = angleFrom(start, end);
-        if (!(end > start)) end = start + AcGe::kTwoPi;
-    }
+    if (end > start && end - start <= AcGe::kTwoPi) return;
+    const double slack = AcGe::kPointUlps * AcGe::ulpOf(std::max(std::abs(start), std::abs(end)));
+    end = angleFrom(start, end);
+    if (!(end - start > slack && end - start < AcGe::kTwoPi)) end = start + AcGe::kTwoPi;
 }
 
 inline bool isFullTurn(double start, double end) {

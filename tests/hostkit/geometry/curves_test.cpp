@@ -341,6 +341,14 @@ TEST(Arc, AnglesAreBroughtIntoOneTurn) {
         EXPECT_EQ(c.start, arc.startAng());
         EXPECT_NEAR(c.sweep, arc.endAng() - arc.startAng(), 1e-13) << c.start << ".." << c.end;
     }
+    // A start plus whole turns is rounded, to either side of a turn.
+    for (double start = -7.0; start < 7.0; start += 0.1) {
+        for (int turns = -3; turns <= 3; ++turns) {
+            AcGeEllipArc2d arc;
+            arc.setAngles(start, start + turns * AcGe::kTwoPi);
+            EXPECT_NEAR(AcGe::kTwoPi, arc.endAng() - arc.startAng(), 1e-14) << start << " and " << turns;
+        }
+    }
     AcGeCircArc3d circle;
     double period = 0.0;
     EXPECT_TRUE(circle.isClosed() && circle.isPeriodic(period));
