@@ -50,13 +50,27 @@ std::unique_ptr<AcGeCurve2d> splineOf(const HatchEdge& edge) {
     return curve;
 }
 
+/// A turned full circle has angles that rounding may leave a little more than a turn apart; more than a turn
+/// would be taken as the rest. Equal angles are the full circle.
+double endWithinTurn(double start, double end) {
+    constexpr double fullTurnTolerance = 1e-10;
+    return std::abs(end - start - AcGe::kTwoPi) <= fullTurnTolerance ? start : end;
+}
+
+std::unique_ptr<AcGeCurve2d> circleOf(const HatchEdge& edge) {
+    return std::make_unique<AcGeCircArc2d>(edge.center, edge.radius, edge.startAngle,
+                                           endWithinTurn(edge.startAngle, edge.endAngle),
+                                           AcGeVector2d::kXAxis, !edge.isCounterClockwise);
+}
+
 std::unique_ptr<AcGeCurve2d> ellipseOf(const HatchEdge& edge) {
     const double radius = edge.majorAxis.length();
     AcGeVector2d minor = edge.majorAxis.perpVector();
     if (!edge.isCounterClockwise) minor.negate();
+    const double start = ellipseParameter(edge.startAngle, edge.ratio);
+    const double end = ellipseParameter(edge.endAngle, edge.ratio);
     return std::make_unique<AcGeEllipArc2d>(edge.center, edge.majorAxis, minor, radius, radius * edge.ratio,
-                                            ellipseParameter(edge.startAngle, edge.ratio),
-                                            ellipseParameter(edge.endAngle, edge.ratio));
+                                            start, endWithinTurn(start, end));
 }
 
 void appendSegment(LoopCurves& curves, const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
@@ -127,8 +141,7 @@ std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge) {
     case HatchEdge::kLine:
         return std::make_unique<AcGeLineSeg2d>(edge.start, edge.end);
     case HatchEdge::kCircArc:
-        return std::make_unique<AcGeCircArc2d>(edge.center, edge.radius, edge.startAngle, edge.endAngle,
-                                               AcGeVector2d::kXAxis, !edge.isCounterClockwise);
+        return circleOf(edge);
     case HatchEdge::kEllipArc:
         return ellipseOf(edge);
     case HatchEdge::kSpline:
@@ -205,6 +218,15 @@ double reachAlong(const LoopCurves& curves, const AcGeVector2d& direction) {
     const double length = direction.length();
     double reach = -std::numeric_limits<double>::infinity();
     if (length == 0.0) return curves.empty() ? reach : 0.0;
+    if (direction.x == 0.0 || direction.y == 0.0) { // turning would cost digits
+        for (const auto& curve : curves) {
+            const AcGeBoundBlock2d block = curve->orthoBoundBlock();
+            const AcGePoint2d corner(direction.x > 0.0 ? block.maxPoint().x : block.minPoint().x,
+                                     direction.y > 0.0 ? block.maxPoint().y : block.minPoint().y);
+            reach = std::max(reach, corner.asVector().dotProduct(direction));
+        }
+        return reach;
+    }
     AcGeMatrix2d turn;
     turn.setToRotation(-std::atan2(direction.y, direction.x));
     for (const auto& curve : curves) {
