@@ -26,9 +26,9 @@ struct ListedEntity {
     std::wstring layer;
     std::wstring handle; ///< hexadecimal
     std::wstring space;  ///< the name of the block record: "*Model_Space", "*Paper_Space", or a block's name
-    /// x, y, z and bulge. Ends of a line; vertices of polylines, solids and faces; control points of a
-    /// spline; the centre, insertion point or location of others; empty for kinds that are known only as
-    /// bytes.
+    /// x, y, z and bulge. Ends of a line; vertices of polylines; corners of solids, traces and faces; control
+    /// points of a spline, or its fit points where it has no others; the centre, insertion point or location
+    /// of others; empty for kinds that are known only as bytes.
     std::vector<std::array<double, 4>> vertices;
     std::wstring text;     ///< of text, paragraphs, attributes and dimensions, as filed
     std::wstring name;     ///< of an inserted block, an attribute's tag, a hatch's pattern
@@ -42,8 +42,7 @@ struct DrawingListing {
 };
 
 /// All entities that are not erased: model space, the paper spaces, then the other blocks, each in drawing
-/// order, attributes behind their insert. Opens and closes each for read; one that cannot be opened is left
-/// out.
+/// order, attributes behind their insert. Looks at the objects as they stand, open or not.
 DrawingListing listDrawing(const AcDbDatabase& database);
 
 /// As UTF-8 text in the form told in docs/drawing-files.md. Numbers are the shortest that read back to the

@@ -21,19 +21,10 @@ Acad::ErrorStatus finishReport(WriteReport& report, Acad::ErrorStatus status, st
     return status;
 }
 
-DrawingVersion versionOf(AcDb::AcDbDwgVersion version) {
-    for (const DrawingVersion candidate :
-         {DrawingVersion::kR12, DrawingVersion::kR13, DrawingVersion::kR14, DrawingVersion::k2000,
-          DrawingVersion::k2004, DrawingVersion::k2007, DrawingVersion::k2010, DrawingVersion::k2013,
-          DrawingVersion::k2018})
-        if (filerVersion(candidate) == version) return candidate;
-    return DrawingVersion::k2013;
-}
-
 DrawingStyle styleOf(const DrawingSource* source, const WriteOptions& options) {
     DrawingStyle style;
     if (source) {
-        style.version = versionOf(source->version);
+        style.version = versionOfFiler(source->version);
         style.text = DrawingText(static_cast<CodePage>(source->codePage));
         style.newline = source->endsLinesWithCrLf ? "\r\n" : "\n";
     }

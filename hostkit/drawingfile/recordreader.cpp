@@ -45,6 +45,15 @@ AcDb::AcDbDwgVersion filerVersion(DrawingVersion version) {
     return AcDb::kDHL_Unknown;
 }
 
+DrawingVersion versionOfFiler(AcDb::AcDbDwgVersion version) {
+    for (const DrawingVersion candidate :
+         {DrawingVersion::kR12, DrawingVersion::kR13, DrawingVersion::kR14, DrawingVersion::k2000,
+          DrawingVersion::k2004, DrawingVersion::k2007, DrawingVersion::k2010, DrawingVersion::k2013,
+          DrawingVersion::k2018})
+        if (filerVersion(candidate) == version) return candidate;
+    return DrawingVersion::k2013;
+}
+
 RecordReader::RecordReader(AcDbDatabase* database, const DrawingText& text, DrawingVersion version)
     : m_database(database)
     , m_text(text)

@@ -11,6 +11,8 @@
 namespace hostkit {
 
 AcDb::AcDbDwgVersion filerVersion(DrawingVersion version);
+/// The reverse; 2013 for a version that is none of a drawing file.
+DrawingVersion versionOfFiler(AcDb::AcDbDwgVersion version);
 
 /// Hands the groups of one record to its class. Groups that were read and not rejected are marked as taken in
 /// the record. Where the record has no subclass marks (R12, and careless writers of later forms) each class
