@@ -69,8 +69,8 @@ bool arcOfSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge
 bool isArcSegment(double chord, double bulge, double magnitude);
 
 /// Appends the meetings in the order of the first curve's parameter; see AcDbEntity::intersectWith. Far fewer
-/// than all pairs of pieces are looked at: boxes are swept along the axis on which the first curve is
-/// longest.
+/// than all pairs of pieces are looked at: a tree of boxes over the second curve's pieces
+/// leads to them.
 Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& second, AcDb::Intersect type,
                                   AcArray<AcGePoint3d>& points);
 
