@@ -6,7 +6,9 @@
 #include "casefold.h"
 #include "consolestate.h"
 #include "consoletext.h"
+#include "dbblocktable.h"
 #include "dbdatabase.h"
+#include "dbent.h"
 #include "dblayertable.h"
 #include "dblinetypetablerecord.h"
 #include "dbobjptr.h"
@@ -18,8 +20,8 @@
 #include "textencoding.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
+#include <unordered_map>
 
 namespace {
 
@@ -82,14 +84,28 @@ std::wstring layerState(const AcDbLayerTableRecord& layer) {
     return state;
 }
 
+// Of all spaces and blocks.
+std::unordered_map<AcDbObjectId, std::size_t> entitiesByLayer(AcDbDatabase& database) {
+    std::unordered_map<AcDbObjectId, std::size_t> counts;
+    const AcDbSymbolTablePointer<AcDbBlockTable> blocks(&database, AcDb::kForRead);
+    if (!blocks.object()) return counts;
+    for (const AcDbObjectId id : blocks->records()) {
+        const AcDbObjectPointer<AcDbBlockTableRecord> block(id, AcDb::kForRead);
+        if (!block.object()) continue;
+        for (const AcDbObjectId each : block->entities()) {
+            const AcDbObjectPointer<AcDbEntity> entity(each, AcDb::kForRead);
+            if (entity.object()) ++counts[entity->layerId()];
+        }
+    }
+    return counts;
+}
+
 void layers() {
     AcApDocument* document = currentDocument();
     if (!document) return;
     const AcDbSymbolTablePointer<AcDbLayerTable> table(document->database(), AcDb::kForRead);
     if (!table.object()) return hostkit::failCommand(table.openStatus(), L"the layers cannot be read");
-    std::map<std::wstring, std::size_t, hostkit::FoldedLess> counts;
-    for (const hostkit::ListedEntity& entity : hostkit::listDrawing(*document->database()).entities)
-        ++counts[entity.layer];
+    auto counts = entitiesByLayer(*document->database());
     std::vector<Row> rows = {{L"Layer", L"Entities", L"Colour", L"Linetype", L"State"}};
     AcDbLayerTableIterator* opened = nullptr;
     table->newIterator(opened);
@@ -100,7 +116,7 @@ void layers() {
         const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
         if (!layer.object()) continue;
         const AcDbObjectPointer<AcDbLinetypeTableRecord> linetype(layer->linetypeObjectId(), AcDb::kForRead);
-        rows.push_back({layer->name(), std::to_wstring(counts[layer->name()]), colorName(layer->color()),
+        rows.push_back({layer->name(), std::to_wstring(counts[id]), colorName(layer->color()),
                         linetype.object() ? linetype->name() : L"Continuous", layerState(*layer.object())});
     }
     printTable(rows, "lrrll");

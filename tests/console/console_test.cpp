@@ -27,12 +27,12 @@ protected:
     ProgramResult run(std::vector<std::string> arguments, const std::string& input = "",
                       std::map<std::string, std::string> environment = {}) {
         arguments.insert(arguments.begin(), program);
-        environment.emplace("VEXO_REGISTRY", folder.file("registry.txt"));
+        environment.emplace("VEXO_REGISTRY", folder / "registry.txt");
         return runProgram(arguments, input, environment);
     }
 
     TemporaryFolder folder;
-    std::string drawing = folder.write("small.dxf", smallDrawing);
+    std::string drawing = writtenFile(folder, "small.dxf", smallDrawing);
     std::string helpful = modules + "helpful.so";
 };
 
@@ -49,8 +49,8 @@ TEST_F(ConsoleTest, HelpVersionAndCommandsNeedNoDrawing) {
 }
 
 TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
-    const std::string cut = folder.write("cut.dxf", smallDrawing.substr(0, smallDrawing.size() / 2));
-    const std::string script = folder.write("bad.scr", "; first\nLAYERS\n\nNOSUCH 1 2\nLAYERS\n");
+    const std::string cut = writtenFile(folder, "cut.dxf", smallDrawing.substr(0, smallDrawing.size() / 2));
+    const std::string script = writtenFile(folder, "bad.scr", "; first\nLAYERS\n\nNOSUCH 1 2\nLAYERS\n");
     struct {
         std::vector<std::string> arguments;
         int code;
@@ -58,9 +58,9 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
     } const cases[] = {
         {{}, exitcode::usage, {"no drawing"}},
         {{drawing, "--nonsense"}, exitcode::usage, {"--nonsense", "--help"}},
-        {{folder.file("none.dxf")}, exitcode::drawingUnreadable, {"none.dxf", "eFileNotFound"}},
+        {{folder / "none.dxf"}, exitcode::drawingUnreadable, {"none.dxf", "eFileNotFound"}},
         {{cut}, exitcode::drawingUnreadable, {"cut.dxf:", "cannot be read"}},
-        {{folder.file("")}, exitcode::drawingUnreadable, {}},
+        {{folder / ""}, exitcode::drawingUnreadable, {}},
         {{drawing, "--module", "none.so"}, exitcode::moduleNotLoaded, {"none.so", "eModuleNotFound"}},
         {{drawing, "--module", drawing}, exitcode::moduleNotLoaded, {"small.dxf", "eModuleLoadFailed"}},
         {{drawing, "--module", modules + "noentry.so"},
@@ -74,17 +74,17 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
          {"noattach.so", "DllMain"}},
         {{drawing, "--library", "none.so"}, exitcode::moduleNotLoaded, {"none.so"}},
         {{drawing, "--script", script}, exitcode::commandFailed, {"bad.scr:4: NOSUCH", "eUnknownCommand"}},
-        {{drawing, "--script", folder.file("none.scr")}, exitcode::scriptUnreadable, {"none.scr"}},
+        {{drawing, "--script", folder / "none.scr"}, exitcode::scriptUnreadable, {"none.scr"}},
         {{drawing, "--module", helpful, "--command", "FAIL"},
          exitcode::commandFailed,
          {"--command: FAIL: nothing is found (eKeyNotFound)"}},
-        {{drawing, "--command", "QUIT", "--output", folder.file("no/such/folder/x.dxf")},
+        {{drawing, "--command", "QUIT", "--output", folder / "no/such/folder/x.dxf"},
          exitcode::notWritten,
          {"x.dxf"}},
-        {{drawing, "--command", "QUIT", "--trace", folder.file("no/trace.json")},
+        {{drawing, "--command", "QUIT", "--trace", folder / "no/trace.json"},
          exitcode::notWritten,
          {"trace.json"}},
-        {{drawing, "--command", "PLOT " + folder.file("no/x.svg")},
+        {{drawing, "--command", "PLOT " + (folder / "no/x.svg")},
          exitcode::commandFailed,
          {"x.svg", "eFileAccessErr"}},
         {{drawing, "--command", "PLOT x.svg 1 1"}, exitcode::commandFailed, {"PLOT", "20 to 5000"}},
@@ -103,8 +103,9 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
 }
 
 TEST_F(ConsoleTest, CommandsRunInOrderAndStopAtAFailure) {
-    const std::string script = folder.write(
-        "all.scr", "; a comment\r\nGREET \"J. Doe\" 2\r\n\r\n  saluer World\r\nFAIL\r\nGREET never\r\n");
+    const std::string script =
+        writtenFile(folder, "all.scr",
+                    "; a comment\r\nGREET \"J. Doe\" 2\r\n\r\n  saluer World\r\nFAIL\r\nGREET never\r\n");
     const ProgramResult result = run({drawing, "--module", helpful, "--script", script});
     EXPECT_EQ(result.code, exitcode::commandFailed);
     EXPECT_EQ(result.output, "Hello J. Doe\nHello J. Doe\nHello World\n");
@@ -124,11 +125,11 @@ TEST_F(ConsoleTest, ModulesAreLoadedOnceInOrderAfterTheLibrary) {
         run({"--new", "--module", helpful, "--module", helpful, "--command", "MODULES"});
     EXPECT_EQ(result.output, "VEXOTools10.so\nhelpful.so\n") << result.problems;
     // The library has left its settings behind at its first load.
-    EXPECT_TRUE(has(readFile(folder.file("registry.txt")), "OrderDescClrIdxNotOrdered"));
+    EXPECT_TRUE(has(readFile(folder / "registry.txt"), "OrderDescClrIdxNotOrdered"));
 }
 
 TEST_F(ConsoleTest, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
-    const std::string output = folder.file("out.dxf");
+    const std::string output = folder / "out.dxf";
     EXPECT_EQ(
         run({drawing, "--module", helpful, "--command", "ADDLINE", "--command", "FAIL", "--output", output})
             .code,
@@ -141,7 +142,7 @@ TEST_F(ConsoleTest, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
     EXPECT_TRUE(has(listing.output, "\"LINE\"")) << listing.output;
     EXPECT_EQ(readFile(drawing), smallDrawing);
 
-    const std::string link = folder.file("link.dxf");
+    const std::string link = folder / "link.dxf";
     ASSERT_EQ(symlink(drawing.c_str(), link.c_str()), 0);
     for (const std::string& same : {drawing, link}) {
         const ProgramResult refused =
@@ -158,9 +159,9 @@ TEST_F(ConsoleTest, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
 }
 
 TEST_F(ConsoleTest, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
-    const std::string output = folder.file("out.dxf");
+    const std::string output = folder / "out.dxf";
     for (const int number : {SIGINT, SIGTERM}) {
-        RunningProgram waiting({program, drawing, "--module", helpful, "--registry", folder.file("r.txt"),
+        RunningProgram waiting({program, drawing, "--module", helpful, "--registry", folder / "r.txt",
                                 "--command", "WAIT", "--command", "GREET never", "--output", output},
                                "");
         ASSERT_TRUE(waiting.waitForProblem("waiting"));
@@ -172,7 +173,7 @@ TEST_F(ConsoleTest, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
         EXPECT_NE(access(output.c_str(), F_OK), 0);
     }
     RunningProgram hanging(
-        {program, drawing, "--module", helpful, "--registry", folder.file("r.txt"), "--command", "HANG"}, "");
+        {program, drawing, "--module", helpful, "--registry", folder / "r.txt", "--command", "HANG"}, "");
     ASSERT_TRUE(hanging.waitForProblem("waiting"));
     hanging.sendSignal(SIGINT);
     hanging.sendSignal(SIGINT); // may be merged with the first one while that is on its way
@@ -182,7 +183,7 @@ TEST_F(ConsoleTest, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
 }
 
 TEST_F(ConsoleTest, RunsWithoutHomeAndInAnyLocale) {
-    const std::string named = folder.write("d\xC3\xA9j\xC3\xA0 vu.dxf", smallDrawing);
+    const std::string named = writtenFile(folder, "d\xC3\xA9j\xC3\xA0 vu.dxf", smallDrawing);
     const std::map<std::string, std::string> bare = {
         {"HOME", ""}, {"XDG_CONFIG_HOME", ""}, {"LC_ALL", "C"}, {"LANG", ""}, {"VEXO_REGISTRY", ""}};
     const ProgramResult result =
@@ -191,7 +192,7 @@ TEST_F(ConsoleTest, RunsWithoutHomeAndInAnyLocale) {
     EXPECT_EQ(result.output, "Hello \xC3\xA9t\xC3\xA9\n") << "text is UTF-8 in every locale";
     EXPECT_EQ(run({named, "--module", helpful, "--command", "GREET \xE9t\xE9"}, "", bare).output,
               "Hello \xC3\xA9t\xC3\xA9\n");
-    EXPECT_TRUE(has(run({folder.file("\xE9.dxf")}, "", bare).problems, "cannot be read"));
+    EXPECT_TRUE(has(run({folder / "\xE9.dxf"}, "", bare).problems, "cannot be read"));
 }
 
 TEST_F(ConsoleTest, ControlCharactersNeverReachATerminal) {
@@ -203,16 +204,17 @@ TEST_F(ConsoleTest, ManyAtATimeShareOneRegistry) {
     std::vector<std::unique_ptr<RunningProgram>> programs;
     for (int i = 0; i < 8; ++i)
         programs.push_back(std::make_unique<RunningProgram>(
-            std::vector<std::string>{program, drawing, "--registry", folder.file("shared.txt"), "--command",
-                                     "LAYERS", "--output", folder.file("out" + std::to_string(i) + ".dxf")},
+            std::vector<std::string>{program, drawing, "--registry", folder / "shared.txt", "--command",
+                                     "LAYERS", "--output", (folder / "out" + std::to_string(i) + ".dxf")},
             ""));
     for (auto& each : programs) EXPECT_EQ(each->finish().code, exitcode::ok);
-    EXPECT_TRUE(has(readFile(folder.file("shared.txt")), "OrderDescClrIdxCurrentOrder"));
-    EXPECT_EQ(readFile(folder.file("out0.dxf")), readFile(folder.file("out7.dxf")));
+    EXPECT_TRUE(has(readFile(folder / "shared.txt"), "OrderDescClrIdxCurrentOrder"));
+    EXPECT_EQ(readFile(folder / "out0.dxf"), readFile(folder / "out7.dxf"));
 }
 
 TEST_F(ConsoleTest, ADamagedRegistryIsToldAndKeptAside) {
-    const std::string damaged = folder.write("damaged.txt", "[HKEY_CURRENT_USER\\A]\nthis is no value\n");
+    const std::string damaged =
+        writtenFile(folder, "damaged.txt", "[HKEY_CURRENT_USER\\A]\nthis is no value\n");
     const ProgramResult result = run({drawing, "--registry", damaged, "--command", "LAYERS"});
     EXPECT_EQ(result.code, exitcode::ok);
     EXPECT_TRUE(has(result.problems, "damaged.txt:")) << result.problems;
@@ -220,7 +222,7 @@ TEST_F(ConsoleTest, ADamagedRegistryIsToldAndKeptAside) {
 }
 
 TEST_F(ConsoleTest, TheTraceIsATimelineOfNestedCalls) {
-    const std::string trace = folder.file("trace.json");
+    const std::string trace = folder / "trace.json";
     const ProgramResult result = run({floorDrawing, "--module", VEXO_BINARY_DIR "/lib/slab.so", "--command",
                                       "CONTOURS", "--trace", trace});
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
@@ -237,7 +239,7 @@ TEST_F(ConsoleTest, TheTraceIsATimelineOfNestedCalls) {
 }
 
 TEST_F(ConsoleTest, QuietSilencesTheConsoleAlone) {
-    const std::string output = folder.file("out.dxf");
+    const std::string output = folder / "out.dxf";
     EXPECT_TRUE(has(run({drawing, "--command", "LAYERS", "--output", output}).output, "Saved"));
     const ProgramResult quiet = run({drawing, "--quiet", "--command", "LAYERS", "--output", output});
     EXPECT_FALSE(has(quiet.output, "Saved"));
@@ -245,19 +247,19 @@ TEST_F(ConsoleTest, QuietSilencesTheConsoleAlone) {
 }
 
 TEST_F(ConsoleTest, AnInstallationGivesThePathToolsSomethingToSay) {
-    const std::string root = folder.file("install");
+    const std::string root = folder / "install";
     const ProgramResult result = run({"--install", root, "--language", "1036"});
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
     struct stat found {};
     EXPECT_EQ(stat((root + "/Support/Styles").c_str(), &found), 0);
-    EXPECT_TRUE(has(readFile(folder.file("registry.txt")), "PATHDATA"));
+    EXPECT_TRUE(has(readFile(folder / "registry.txt"), "PATHDATA"));
 }
 
 TEST_F(ConsoleTest, ListingsAreJson) {
     const ProgramResult result = run({floorDrawing, "--command", "LIST JSON"});
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
     EXPECT_TRUE(isJson(result.output));
-    const std::string file = folder.file("list.json");
+    const std::string file = folder / "list.json";
     EXPECT_EQ(run({floorDrawing, "--command", "LIST JSON " + file}).code, exitcode::ok);
     EXPECT_EQ(readFile(file), result.output);
     EXPECT_TRUE(has(run({drawing, "--command", "LIST"}).output, "POLYLINE"));

@@ -84,9 +84,9 @@ private:
 class ContoursTest : public ::testing::Test {
 protected:
     std::string contours(const std::string& drawing, const std::string& form) {
-        const std::string file = folder.write("drawing.dxf", drawing);
+        const std::string file = writtenFile(folder, "drawing.dxf", drawing);
         const ProgramResult result =
-            runProgram({VEXO_BINARY_DIR "/bin/vexohost", file, "--registry", folder.file("registry.txt"),
+            runProgram({VEXO_BINARY_DIR "/bin/vexohost", file, "--registry", folder / "registry.txt",
                         "--module", VEXO_BINARY_DIR "/lib/slab.so", "--command", "CONTOURS " + form});
         EXPECT_EQ(result.code, 0) << result.problems;
         return result.output;
@@ -214,7 +214,7 @@ TEST_F(ContoursTest, TextAndCsvTellTheSameWithTheUnit) {
     EXPECT_NE(text.find("Total"), std::string::npos);
     const std::string csv = contours(drawing, "CSV");
     EXPECT_NE(csv.find("\n\"A,\"\"B\"\"\","), std::string::npos) << csv;
-    const std::string file = folder.file("report with blanks.csv");
+    const std::string file = folder / "report with blanks.csv";
     contours(drawing, "CSV " + file);
     EXPECT_EQ(readFile(file), csv);
 }

@@ -7,7 +7,7 @@ namespace {
 
 TEST(Package, ATenLineModuleBuildsAgainstTheInstalledLibrary) {
     const TemporaryFolder folder;
-    const std::string prefix = folder.file("prefix");
+    const std::string prefix = folder / "prefix";
     const ProgramResult install = runProgram({"cmake", "--install", VEXO_BINARY_DIR, "--prefix", prefix});
     ASSERT_EQ(install.code, 0) << install.problems;
 
@@ -30,16 +30,16 @@ TEST(Package, ATenLineModuleBuildsAgainstTheInstalledLibrary) {
         "area);\n"
         "    return AcRx::kRetOK;\n"
         "}\n");
-    const ProgramResult configure = runProgram({"cmake", "-S", folder.file("."), "-B", folder.file("build"),
-                                                "-DCMAKE_PREFIX_PATH=" + prefix,
-                                                std::string("-DCMAKE_CXX_FLAGS=") + VEXO_SANITIZER_FLAGS});
+    const ProgramResult configure =
+        runProgram({"cmake", "-S", folder / ".", "-B", folder / "build", "-DCMAKE_PREFIX_PATH=" + prefix,
+                    std::string("-DCMAKE_CXX_FLAGS=") + VEXO_SANITIZER_FLAGS});
     ASSERT_EQ(configure.code, 0) << configure.output << configure.problems;
-    const ProgramResult build = runProgram({"cmake", "--build", folder.file("build")});
+    const ProgramResult build = runProgram({"cmake", "--build", folder / "build"});
     ASSERT_EQ(build.code, 0) << build.output << build.problems;
 
     const ProgramResult run =
-        runProgram({prefix + "/bin/vexohost", "--new", "--registry", folder.file("registry.txt"), "--module",
-                    folder.file("build/area.so"), "--command", "AREA"});
+        runProgram({prefix + "/bin/vexohost", "--new", "--registry", folder / "registry.txt", "--module",
+                    (folder / "build/area.so"), "--command", "AREA"});
     EXPECT_EQ(run.code, 0) << run.problems;
     EXPECT_EQ(run.output, "area -6\n");
 }

@@ -12,20 +12,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "vexo-console-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-    m_path = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-}
-
-std::string TemporaryFolder::write(const std::string& name, const std::string& content) const {
-    std::ofstream(file(name), std::ios::binary) << content;
-    return file(name);
+std::string writtenFile(const TemporaryFolder& folder, const std::string& name, const std::string& content) {
+    folder.write(name, content);
+    return folder / name;
 }
 
 std::string readFile(const std::string& path) {

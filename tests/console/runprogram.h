@@ -1,27 +1,14 @@
 #pragma once
 
-#include <filesystem>
+#include "temporaryfolder.h"
+
 #include <map>
 #include <string>
 #include <sys/types.h>
 #include <vector>
 
-/// A folder of a test's own, gone at its end.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    std::string file(const std::string& name) const { return (m_path / name).string(); }
-    /// Writes a file and gives its path.
-    std::string write(const std::string& name, const std::string& content) const;
-
-private:
-    std::filesystem::path m_path;
-};
-
+/// Writes a file into the folder and gives its path.
+std::string writtenFile(const TemporaryFolder& folder, const std::string& name, const std::string& content);
 std::string readFile(const std::string& path);
 
 struct ProgramResult {
