@@ -145,12 +145,17 @@ struct ApplicationPart {
 std::vector<ApplicationPart> partsOf(const hostkit::GroupBlock& block) {
     std::vector<ApplicationPart> parts;
     hostkit::GroupWalker walker(block);
-    AcDbDxfGroup group;
-    for (std::size_t start = 0; walker.next(group); start = walker.position()) {
-        if (group.code == applicationCode)
-            parts.push_back({std::wstring(group.text), start, walker.position(), walker.position()});
-        else if (!parts.empty())
-            parts.back().to = walker.position();
+    short code = 0;
+    while (walker.peek(code)) {
+        const std::size_t start = walker.position();
+        if (code != applicationCode) {
+            walker.skip();
+            if (!parts.empty()) parts.back().to = walker.position();
+            continue;
+        }
+        AcDbDxfGroup group;
+        walker.next(group);
+        parts.push_back({std::wstring(group.text), start, walker.position(), walker.position()});
     }
     return parts;
 }

@@ -227,7 +227,7 @@ resbuf* toRecord(const AcDbDxfGroup& group) {
     ads_u_val& value = record->resval;
     switch (group.kind) {
     case GroupKind::kText:
-        value.rstring = acutNewString(std::wstring(group.text).c_str());
+        value.rstring = acutNewString(group.text.data()); // the walker's text has its end mark
         break;
     case GroupKind::kHandle:
         setHandleText(*record, group.handle());
@@ -306,6 +306,39 @@ void GroupWalker::takeHandle(AcDbDxfGroup& group) {
     AcDbHandle(handle).getIntoAsciiBuffer(buffer);
     m_text = buffer;
     group.integer = static_cast<Adesk::Int64>(handle);
+}
+
+bool GroupWalker::peek(short& code) const {
+    if (m_position >= m_block.size()) return false;
+    std::memcpy(&code, m_block.m_bytes.data() + m_position, sizeof code);
+    return true;
+}
+
+void GroupWalker::skip() {
+    switch (AcDb::groupKind(take<short>())) {
+    case GroupKind::kText:
+        skipBytes(2 * takeLength());
+        break;
+    case GroupKind::kBinary:
+        skipBytes(takeLength());
+        break;
+    case GroupKind::kPoint:
+        skipBytes(take<unsigned char>() * sizeof(double));
+        break;
+    case GroupKind::kHandle:
+    case GroupKind::kReal:
+    case GroupKind::kInt64:
+        skipBytes(sizeof(double));
+        break;
+    case GroupKind::kInt32:
+        skipBytes(sizeof(Adesk::Int32));
+        break;
+    case GroupKind::kBool:
+        skipBytes(1);
+        break;
+    default:
+        skipBytes(sizeof(Adesk::Int16));
+    }
 }
 
 bool GroupWalker::next(AcDbDxfGroup& group) {

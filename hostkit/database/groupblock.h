@@ -68,6 +68,10 @@ public:
         , m_position(from) {}
     /// The next group; false at the end. The group's text lives until the next call.
     bool next(AcDbDxfGroup& group);
+    /// The next group's code, without reading its value; false at the end.
+    bool peek(short& code) const;
+    /// Passes over the next group, which there is.
+    void skip();
     /// Where the next group begins.
     std::size_t position() const { return m_position; }
 
@@ -75,6 +79,7 @@ private:
     template <typename T>
     T take();
     std::size_t takeLength();
+    void skipBytes(std::size_t count) { m_position += count; }
     void takeText();
     void takeBinary();
     void takeHandle(AcDbDxfGroup& group);
