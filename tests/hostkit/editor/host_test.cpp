@@ -159,7 +159,9 @@ TEST_F(HostTest, AnswersOfTheWrongKindAreRefused) {
             int value = 42;
             acedInitGet(each.flags, nullptr);
             EXPECT_EQ(acedGetInt(L"?", &value), each.wanted) << each.line;
-            if (each.wanted != RTNORM) EXPECT_EQ(value, 42) << each.line;
+            if (each.wanted != RTNORM) {
+                EXPECT_EQ(value, 42) << each.line;
+            }
         });
 
     const ads_point base = {10.0, 20.0, 30.0};

@@ -1,0 +1,220 @@
+// What of a drawing comes into its picture, and how it looks there.
+#include "plotdrawing.h"
+
+#include "dbdatabase.h"
+#include "drawingreader.h"
+#include "scriptedport.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+// Keeps what is drawn instead of drawing it; at scale 0, where only extents are wanted, nothing.
+class RecordingSink final : public PictureSink {
+public:
+    struct Stroke {
+        PicturePath path;
+        StrokeStyle style;
+    };
+    void stroke(const PicturePath& path, const StrokeStyle& style) override {
+        if (pageScale > 0.0) strokes.push_back({path, style});
+    }
+    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override {
+        fills.push_back({path, {}});
+        fills.back().style.rgb = rgb;
+        opacities.push_back(opacity);
+    }
+    void text(const PlacedText& text) override { texts.push_back(text); }
+    void dot(const AcGePoint3d& point, std::uint32_t) override { dots.push_back(point); }
+    void endlessLine(const AcGePoint3d&, const AcGeVector3d&, bool isBothWays, const StrokeStyle&) override {
+        endless.push_back(isBothWays);
+    }
+    void beginClip(const PicturePath&) override { ++clips; }
+    void endClip() override {}
+    double scale() const override { return pageScale; }
+
+    double pageScale = 1.0;
+    std::vector<Stroke> strokes;
+    std::vector<Stroke> fills;
+    std::vector<double> opacities;
+    std::vector<PlacedText> texts;
+    std::vector<AcGePoint3d> dots;
+    std::vector<bool> endless;
+    int clips = 0;
+};
+
+std::string layer(const std::string& name, int color, int flags = 0,
+                  const std::string& linetype = "CONTINUOUS") {
+    return "0\nLAYER\n2\n" + name + "\n70\n" + std::to_string(flags) + "\n62\n" + std::to_string(color) +
+           "\n6\n" + linetype + "\n";
+}
+
+std::string line(const std::string& layerName, double x, const std::string& more = "") {
+    return "0\nLINE\n8\n" + layerName + "\n" + more + "10\n" + std::to_string(x) + "\n20\n0.0\n11\n" +
+           std::to_string(x) + "\n21\n1.0\n";
+}
+
+std::string insert(const std::string& block, const std::string& more) {
+    return "0\nINSERT\n8\nREF\n" + more + "2\n" + block + "\n10\n0.0\n20\n0.0\n";
+}
+
+class PlotTest : public ::testing::Test {
+protected:
+    void draw(const std::string& blocks, const std::string& entities) {
+        const std::string drawing = "0\nSECTION\n2\nTABLES\n"
+                                    "0\nTABLE\n2\nLTYPE\n70\n1\n0\nLTYPE\n2\nDASHED\n70\n0\n3\n\n72\n65\n73\n"
+                                    "2\n40\n3.0\n49\n2.0\n49\n-1.0\n0\nENDTAB\n"
+                                    "0\nTABLE\n2\nLAYER\n70\n5\n" +
+                                    layer("0", 7) + layer("RED", 1) + layer("REF", 3, 0, "DASHED") +
+                                    layer("FROZEN", 2, 1) + layer("OFF", -2) + layer("DEFPOINTS", 7) +
+                                    "0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nBLOCKS\n" + blocks +
+                                    "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + entities + "0\nENDSEC\n0\nEOF\n";
+        const auto database = hostkit::openDrawingFromMemory(drawing, L"test.dxf");
+        ASSERT_NE(database, nullptr) << "the test's drawing is broken";
+        report = plotDrawing(*database, sink);
+        EXPECT_EQ(database->numOpenObjects(), 0);
+    }
+    static std::string block(const std::string& name, const std::string& entities) {
+        return "0\nBLOCK\n8\n0\n2\n" + name + "\n70\n0\n10\n0.0\n20\n0.0\n" + entities + "0\nENDBLK\n8\n0\n";
+    }
+    // Colours of the strokes, by the x of their begin.
+    std::map<double, std::uint32_t> colors() const {
+        std::map<double, std::uint32_t> found;
+        for (const auto& each : sink.strokes) found[each.path.points().front().x] = each.style.rgb;
+        return found;
+    }
+
+    hostkit::ScriptedPort port;
+    hostkit::ScopedPort usePort{port};
+    RecordingSink sink;
+    PlotReport report;
+};
+
+TEST_F(PlotTest, HiddenThingsStayOut) {
+    draw("", line("RED", 1) + line("FROZEN", 2) + line("OFF", 3) + line("DEFPOINTS", 4) +
+                 line("RED", 5, "60\n1\n") + line("NOWHERE", 6));
+    const auto found = colors();
+    EXPECT_EQ(found.size(), 2u);
+    EXPECT_TRUE(found.contains(1) && found.contains(6));
+}
+
+TEST_F(PlotTest, ColoursComeFromTheLayerTheBlockOrTheEntity) {
+    const std::string body = line("0", 1) + line("0", 2, "62\n0\n") + line("RED", 3) +
+                             line("RED", 4, "62\n5\n") + line("RED", 5, "62\n7\n") +
+                             line("RED", 6, "62\n0\n");
+    draw(block("B", body), insert("B", "62\n4\n"));
+    const std::map<double, std::uint32_t> wanted = {{1, 0x00FF00}, // layer 0: the reference's layer
+                                                    {2, 0x00FFFF}, // by block: the reference's colour
+                                                    {3, 0xFF0000}, {4, 0x0000FF},
+                                                    {5, 0x000000}, // white is black on paper
+                                                    {6, 0x00FFFF}};
+    EXPECT_EQ(colors(), wanted);
+}
+
+TEST_F(PlotTest, AReferenceOnAHiddenLayerHidesWhatStandsOnLayerZero) {
+    const std::string body = line("0", 1) + line("RED", 2);
+    const std::string off = "0\nINSERT\n8\nOFF\n2\nB\n10\n0.0\n20\n0.0\n";
+    draw(block("B", body), off);
+    EXPECT_EQ(colors().size(), 1u);
+    EXPECT_TRUE(colors().contains(2)) << "off: what stands on other layers is seen";
+    sink = RecordingSink();
+    draw(block("B", body), "0\nINSERT\n8\nFROZEN\n2\nB\n10\n0.0\n20\n0.0\n");
+    EXPECT_TRUE(sink.strokes.empty()) << "frozen: all of it is hidden";
+}
+
+TEST_F(PlotTest, LinetypesScaleWithTheBlock) {
+    draw(block("B", line("0", 1) + line("RED", 2, "6\nDASHED\n48\n0.5\n")),
+         insert("B", "41\n10.0\n42\n10.0\n43\n10.0\n"));
+    ASSERT_EQ(sink.strokes.size(), 2u);
+    EXPECT_EQ(sink.strokes[0].style.dashes, (std::vector<double>{20, 10}));
+    EXPECT_EQ(sink.strokes[1].style.dashes, (std::vector<double>{10, 5}));
+}
+
+TEST_F(PlotTest, ArraysRepeatTheirAttributesToo) {
+    const std::string attributes =
+        "66\n1\n70\n3\n71\n2\n44\n10.0\n45\n20.0\n"
+        "0\nATTRIB\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nshown\n2\nTAG\n70\n0\n"
+        "0\nATTRIB\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nhidden\n2\nTAG2\n70\n1\n0\nSEQEND\n8\n0\n";
+    draw(block("B",
+               line("RED", 0) + "0\nATTDEF\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nx\n3\ny\n2\nTAG\n70\n0\n"),
+         insert("B", "") + attributes);
+    EXPECT_EQ(sink.strokes.size(), 6u);
+    ASSERT_EQ(sink.texts.size(), 6u);
+    const auto highest =
+        std::max_element(sink.texts.begin(), sink.texts.end(), [](const auto& a, const auto& b) {
+            return a.origin.x + a.origin.y < b.origin.x + b.origin.y;
+        });
+    EXPECT_DOUBLE_EQ(highest->origin.x, 20.0);
+    EXPECT_DOUBLE_EQ(highest->origin.y, 20.0);
+    EXPECT_EQ(highest->runs[0].text, L"shown");
+}
+
+TEST_F(PlotTest, EveryKindHasItsForm) {
+    draw("", "0\nPOINT\n8\nRED\n10\n7.0\n20\n8.0\n"
+             "0\nSOLID\n8\nRED\n10\n0.0\n20\n0.0\n11\n1.0\n21\n0.0\n12\n0.0\n22\n1.0\n13\n1.0\n23\n1.0\n"
+             "0\nXLINE\n8\nRED\n100\nAcDbXline\n10\n0.0\n20\n0.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n"
+             "0\nCIRCLE\n8\nRED\n10\n0.0\n20\n0.0\n40\n2.0\n210\n0.0\n220\n0.0\n230\n-1.0\n"
+             "0\nTEXT\n8\nRED\n10\n0.0\n20\n0.0\n40\n2.0\n1\nabc\n50\n90.0\n72\n2\n11\n10.0\n21\n20.0\n"
+             "0\nMTEXT\n8\nRED\n100\nAcDbMText\n10\n5.0\n20\n5.0\n30\n0.0\n40\n1.0\n71\n9\n1\none\\Ptwo\n"
+             "0\nWIPEOUT\n8\nRED\n");
+    EXPECT_EQ(sink.dots.size(), 1u);
+    ASSERT_EQ(sink.fills.size(), 1u);
+    // Around the figure, not crosswise.
+    const auto& corners = sink.fills[0].path.points();
+    EXPECT_DOUBLE_EQ(corners[2].x, 1.0);
+    EXPECT_DOUBLE_EQ(corners[2].y, 1.0);
+    EXPECT_EQ(sink.endless, std::vector<bool>{true});
+    EXPECT_EQ(sink.strokes.size(), 1u);
+    ASSERT_EQ(sink.texts.size(), 3u);
+    EXPECT_EQ(sink.texts[0].anchor, PlacedText::Anchor::end);
+    EXPECT_DOUBLE_EQ(sink.texts[0].origin.x, 10.0);
+    EXPECT_NEAR(sink.texts[0].along.y, 2.0, 1e-12);
+    EXPECT_NEAR(sink.texts[2].origin.y, 5.0, 1e-12) << "the last line stands on the lower right point";
+    EXPECT_GT(sink.texts[1].origin.y, 6.0);
+    EXPECT_EQ(report.notDrawn, (std::map<std::wstring, std::size_t>{{L"WIPEOUT", 1}}));
+    EXPECT_EQ(report.drawn, 6u);
+}
+
+std::string hatch(const std::string& pattern) {
+    return "0\nHATCH\n8\nRED\n100\nAcDbHatch\n10\n0.0\n20\n0.0\n30\n0.0\n210\n0.0\n220\n0.0\n230\n1."
+           "0\n2\nP\n" +
+           pattern +
+           "71\n0\n91\n1\n92\n2\n72\n0\n73\n1\n93\n4\n10\n0.0\n20\n0.0\n10\n10.0\n20\n0.0\n10\n10.0\n20\n10."
+           "0\n10\n0.0\n20\n"
+           "10.0\n97\n0\n75\n0\n76\n1\n";
+}
+
+TEST_F(PlotTest, HatchesAreFilledLinedOrToned) {
+    const std::string lines =
+        "52\n0.0\n41\n1.0\n77\n0\n78\n1\n53\n0.0\n43\n0.0\n44\n0.0\n45\n0.0\n46\n1.0\n79\n0\n98\n0\n";
+    draw("", hatch("70\n1\n") + "98\n0\n");
+    EXPECT_EQ(sink.opacities, std::vector<double>{1.0});
+    sink = RecordingSink();
+    draw("", hatch("70\n0\n") + lines);
+    EXPECT_EQ(sink.clips, 1);
+    EXPECT_EQ(sink.strokes.size(), 11u);
+    sink = RecordingSink();
+    sink.pageScale = 0.1; // the lines are a tenth of a millimetre apart on paper
+    draw("", hatch("70\n0\n") + lines);
+    EXPECT_EQ(sink.clips, 0);
+    ASSERT_EQ(sink.opacities.size(), 1u);
+    EXPECT_LT(sink.opacities[0], 1.0);
+}
+
+TEST_F(PlotTest, BlocksThatMultiplyWithoutEndAreCut) {
+    std::string blocks = block("B0", line("RED", 1));
+    for (int i = 1; i <= 9; ++i) {
+        std::string body;
+        for (int k = 0; k < 10; ++k) body += insert("B" + std::to_string(i - 1), "");
+        blocks += block("B" + std::to_string(i), body);
+    }
+    sink.pageScale = 0.0;
+    draw(blocks, insert("B9", ""));
+    EXPECT_TRUE(report.isCut);
+    EXPECT_LE(report.drawn, 2'000'000u);
+}
+
+} // namespace
