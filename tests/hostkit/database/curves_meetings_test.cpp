@@ -129,3 +129,57 @@ TEST(CurveMeetings, InSpaceAreOnlyWhereTheCurvesReallyMeet) {
     ASSERT_EQ(raised->setElevation(1e-3), Acad::eOk);
     EXPECT_EQ(meetings(*raised, flat).length(), 0);
 }
+
+// A flat arc's centre lies far away; its meetings must be good enough to be found on the contour again.
+TEST(CurveMeetings, WithFlatArcsAreFoundOnBothCurves) {
+    for (const double bulge : {1e-2, 1e-4, 1e-6, -1e-8, 1e-9}) {
+        SCOPED_TRACE(bulge);
+        const auto slab = polyline({{0, 0, bulge}, {10, 0}, {10, 4, -bulge}, {0, 4}}, true);
+        AcDbXline cut;
+        ASSERT_EQ(cut.setBasePoint({3.3, 0, 0}), Acad::eOk);
+        ASSERT_EQ(cut.setUnitDir({0.1, 1, 0}), Acad::eOk);
+        const AcGePoint3dArray points = meetings(*slab, cut);
+        ASSERT_EQ(points.length(), 2);
+        for (const AcGePoint3d& point : points) {
+            double parameter = NAN;
+            EXPECT_EQ(slab->getParamAtPoint(point, parameter), Acad::eOk);
+        }
+        // The height of the arc over its chord, by the chord's parts: h ~ 2 b x (c - x) / c. Meetings are
+        // computed by way of the centre and have the digits that the radius leaves.
+        const double digits = AcGe::pointAllowance(AcGeContext::gTol, 2.5 / std::abs(bulge));
+        const double x = points[0].x;
+        EXPECT_NEAR(points[0].y, -2.0 * bulge * x * (10.0 - x) / 10.0, 5.0 * bulge * bulge + digits);
+        Pieces halves;
+        ASSERT_EQ(slab->getSplitCurves(points, halves.array), Acad::eOk);
+        EXPECT_EQ(halves.count(), 2);
+    }
+}
+
+// Pieces beside each other in a long stack are met without looking at all pairs; the answer is that of each
+// pair by itself.
+TEST(CurveMeetings, OfStackedLinesAreThoseOfEachStep) {
+    constexpr int count = 400;
+    std::vector<Vertex> left;
+    std::vector<Vertex> right;
+    for (int i = 0; i < count; ++i) {
+        const double far = i % 4 == 0 || i % 4 == 3 ? 0.0 : 100.0;
+        left.push_back({far, i / 2 * 1.0});
+        right.push_back({far - 0.5, i / 2 + 0.25});
+    }
+    const auto first = polyline(left, false);
+    const auto second = polyline(right, false);
+    const AcGePoint3dArray points = meetings(*first, *second);
+    // Each connecting side crosses one long side of the other: at 100 the second one's long side ends short
+    // of the first one's connection, at 0 it runs past.
+    int expected = 0;
+    for (int i = 0; i + 1 < count; ++i)
+        for (int j = 0; j + 1 < count; ++j) {
+            const auto one =
+                polyline({left[static_cast<std::size_t>(i)], left[static_cast<std::size_t>(i) + 1]}, false);
+            const auto other =
+                polyline({right[static_cast<std::size_t>(j)], right[static_cast<std::size_t>(j) + 1]}, false);
+            expected += std::abs(i - j) < 8 ? meetings(*one, *other).length() : 0;
+        }
+    EXPECT_GT(expected, 100);
+    EXPECT_EQ(points.length(), expected);
+}
