@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -27,7 +28,7 @@ std::unique_ptr<AcDbPolyline> contourOf(int count) {
     auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
     for (int i = 0; i < count; ++i) {
         const double angle = AcGe::kTwoPi * i / count;
-        const double radius = i % 2 ? 1000.0 : 990.0;
+        const double radius = i % 2 ? 1000.0 : 999.99;
         polyline->addVertexAt(static_cast<unsigned int>(i),
                               {radius * std::cos(angle), radius * std::sin(angle)}, i % 3 ? 0.0 : 0.2);
     }
@@ -42,9 +43,12 @@ AcArray<AcGePoint3d> pointsOf(int count) {
     return points;
 }
 
-void shuffle(AcArray<void*>& items) {
+std::vector<int> shuffledNumbers(int count) {
+    std::vector<int> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
     std::mt19937 random(7);
-    std::shuffle(items.begin(), items.end(), random);
+    std::shuffle(numbers.begin(), numbers.end(), random);
+    return numbers;
 }
 
 void sizes(benchmark::internal::Benchmark* benchmark) {
@@ -143,20 +147,17 @@ void ClearRepeatedPoints(benchmark::State& state) {
 }
 BENCHMARK(ClearRepeatedPoints)->Apply(largeSizes);
 
-/// Shuffled halves of lines on a grid: every line comes together again.
+/// Halves of lines on a grid in any order: every line comes together again.
 void ConcatenateSegments(benchmark::State& state) {
     const int count = static_cast<int>(state.range(0));
+    const std::vector<int> order = shuffledNumbers(count);
     for (auto _ : state) {
         state.PauseTiming();
         AcArray<void*> segments;
-        for (int i = 0; i < count / 2; ++i) {
-            const double x = i % 1000;
-            const double y = i / 1000;
-            for (const double half : {0.0, 0.4})
-                segments.append(static_cast<AcGeCurve3d*>(
-                    new AcGeLineSeg3d(AcGePoint3d(x + half, y, 0), AcGePoint3d(x + half + 0.4, y, 0))));
+        for (const int number : order) {
+            const AcGePoint3d start(number / 2 % 1000 + (number % 2 ? 0.4 : 0.0), number / 2 / 1000, 0);
+            segments.append(static_cast<AcGeCurve3d*>(new AcGeLineSeg3d(start, AcGeVector3d(0.4, 0, 0))));
         }
-        shuffle(segments);
         state.ResumeTiming();
         ConcatenateLineSegments(segments, 0.01);
         state.PauseTiming();
@@ -168,12 +169,21 @@ void ConcatenateSegments(benchmark::State& state) {
 }
 BENCHMARK(ConcatenateSegments)->Apply(largeSizes);
 
+/// The sides of a closed contour as curves of their own, in any order.
 AcArray<void*> shuffledSides(int count) {
-    AcGeDoubleArray cuts;
-    for (int i = 0; i < count; ++i) cuts.append(i);
+    const auto contour = contourOf(count);
     AcArray<void*> sides;
-    (void)contourOf(count)->getSplitCurves(cuts, sides);
-    shuffle(sides);
+    for (const int number : shuffledNumbers(count)) {
+        auto* side = new AcDbPolyline(2);
+        AcGePoint2d point;
+        double bulge = 0.0;
+        contour->getPointAt(static_cast<unsigned int>(number), point);
+        contour->getBulgeAt(static_cast<unsigned int>(number), bulge);
+        side->addVertexAt(0, point, bulge);
+        contour->getPointAt(static_cast<unsigned int>((number + 1) % count), point);
+        side->addVertexAt(1, point);
+        sides.append(static_cast<AcDbCurve*>(side));
+    }
     return sides;
 }
 
@@ -192,14 +202,16 @@ BENCHMARK(ChainCurves)->Apply(largeSizes);
 void RemoveDuplicateLines(benchmark::State& state) {
     const int count = static_cast<int>(state.range(0));
     const AcArray<AcGePoint3d> points = pointsOf(count / 2);
+    const std::vector<int> order = shuffledNumbers(count);
     for (auto _ : state) {
         state.PauseTiming();
         AcArray<void*> lines;
-        for (int i = 0; i + 1 < points.length(); ++i) {
-            lines.append(static_cast<AcDbCurve*>(new AcDbLine(points[i], points[i + 1])));
-            lines.append(static_cast<AcDbCurve*>(new AcDbLine(points[i + 1], points[i])));
+        for (const int number : order) {
+            const AcGePoint3d& start = points[number / 2];
+            const AcGePoint3d& end = points[number / 2 + 1];
+            lines.append(
+                static_cast<AcDbCurve*>(number % 2 ? new AcDbLine(start, end) : new AcDbLine(end, start)));
         }
-        shuffle(lines);
         state.ResumeTiming();
         RemoveDuplicates(lines, kNormal);
         state.PauseTiming();

@@ -13,9 +13,11 @@
 /// a tolerance that is itself beyond it, stand in one list that every query visits.
 class PointGrid {
 public:
-    /// For points like the sample: the cells' size follows their largest coordinate. Points added later may
-    /// not lie farther out, but for those beyond 1e11.
-    PointGrid(double tolerance, const AcGePoint3d* sample, int count);
+    /// For about `count` points with coordinates up to `largestCoordinate`, as ordinaryCoordinate gives it:
+    /// the cells' size follows both. Points added later may not lie farther out, but for those beyond 1e11.
+    PointGrid(double tolerance, double largestCoordinate, int count);
+    /// The point's largest coordinate without its sign; 0 for one beyond 1e11 and for what is no number.
+    static double ordinaryCoordinate(const AcGePoint3d& point);
 
     void add(const AcGePoint3d& point, int number);
 

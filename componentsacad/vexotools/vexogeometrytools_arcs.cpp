@@ -80,7 +80,9 @@ void ClearDooblons(AcArray<AcGePoint3d>& points, AcArray<AcGeVector3d>& bulges) 
     const bool withBulges = !bulges.isEmpty();
     if (withBulges && bulges.length() != points.length()) return;
     const AcGeTol tolerance = toleranceOf(kSamePlace);
-    PointGrid grid(tolerance.equalPoint(), points.asArrayPtr(), points.length());
+    double largest = 0.0;
+    for (const AcGePoint3d& point : points) largest = std::max(largest, PointGrid::ordinaryCoordinate(point));
+    PointGrid grid(tolerance.equalPoint(), largest, points.length());
     int kept = 0;
     for (int j = 0; j < points.length(); ++j) {
         const bool repeated = grid.anyNear(points[j], [&](int i) {

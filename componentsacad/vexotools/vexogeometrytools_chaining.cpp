@@ -107,6 +107,11 @@ struct CurveEnds {
     AcGePoint3d end;
 };
 
+double largestOf(const CurveEnds& ends) {
+    if (!ends.known) return 0.0;
+    return std::max(PointGrid::ordinaryCoordinate(ends.start), PointGrid::ordinaryCoordinate(ends.end));
+}
+
 CurveEnds endsOf(const AcDbCurve* curve) {
     CurveEnds ends;
     ends.known =
@@ -119,8 +124,7 @@ CurveEnds endsOf(const AcDbCurve* curve) {
 class EndIndex {
 public:
     EndIndex(const std::vector<CurveEnds>& ends, double tolerance)
-        : m_points(pointsOf(ends))
-        , m_grid(tolerance, m_points.data(), static_cast<int>(m_points.size())) {
+        : m_grid(tolerance, largestCoordinate(ends), static_cast<int>(ends.size() * 2)) {
         for (std::size_t i = 0; i < ends.size(); ++i) {
             if (!ends[i].known) continue;
             m_grid.add(ends[i].start, static_cast<int>(i));
@@ -141,18 +145,12 @@ public:
     }
 
 private:
-    static std::vector<AcGePoint3d> pointsOf(const std::vector<CurveEnds>& ends) {
-        std::vector<AcGePoint3d> points;
-        points.reserve(ends.size() * 2);
-        for (const CurveEnds& both : ends) {
-            if (!both.known) continue;
-            points.push_back(both.start);
-            points.push_back(both.end);
-        }
-        return points;
+    static double largestCoordinate(const std::vector<CurveEnds>& ends) {
+        double largest = 0.0;
+        for (const CurveEnds& both : ends) largest = std::max(largest, largestOf(both));
+        return largest;
     }
 
-    std::vector<AcGePoint3d> m_points;
     PointGrid m_grid;
     std::vector<int> m_found;
 };
@@ -349,13 +347,13 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir) {
     const AcGeTol tolerance = pointToleranceOf(kCoincidence);
     const AcGePlane plane(AcGePoint3d::kOrigin, viewDir);
     std::vector<Footprint> footprints;
-    std::vector<AcGePoint3d> places;
+    footprints.reserve(static_cast<std::size_t>(curves.length()));
+    double largest = 0.0;
     for (void* curve : curves) {
         footprints.push_back(footprintOf(static_cast<const AcDbCurve*>(curve), plane, viewDir));
-        places.push_back(footprints.back().ends.start);
-        places.push_back(footprints.back().ends.end);
+        largest = std::max(largest, largestOf(footprints.back().ends));
     }
-    PointGrid keptEnds(tolerance.equalPoint(), places.data(), static_cast<int>(places.size()));
+    PointGrid keptEnds(tolerance.equalPoint(), largest, curves.length() * 2);
     int kept = 0;
     for (int j = 0; j < curves.length(); ++j) {
         const Footprint& footprint = footprints[static_cast<std::size_t>(j)];
