@@ -77,6 +77,10 @@ bool CompleteWriting::run(std::string& bytes) {
     if (!checkContents()) return false;
     const DrawingStyle& style = m_objects.style();
     std::string body;
+    const auto source = m_database.source();
+    constexpr std::size_t typicalRecord = 320;
+    body.reserve(source ? source->bytes.size() + source->bytes.size() / 4
+                        : static_cast<std::size_t>(m_database.approxNumObjects()) * typicalRecord);
     if (!isR12()) {
         appendSectionStart("CLASSES", style, body);
         appendGroup(0, "ENDSEC", style, body);
@@ -86,7 +90,8 @@ bool CompleteWriting::run(std::string& bytes) {
     appendGroup(0, "EOF", style, body);
     std::string header;
     writeHeader(header); // last, when all handles are given
-    bytes = header + body;
+    bytes = std::move(body);
+    bytes.insert(0, header);
     return true;
 }
 

@@ -66,6 +66,20 @@ bool DrawingEdits::fail(Acad::ErrorStatus status, std::wstring message) {
     return false;
 }
 
+bool DrawingEdits::isNeeded() const {
+    if (m_everything) return true;
+    const auto& variables = m_database.header().all();
+    if (std::any_of(variables.begin(), variables.end(),
+                    [](const auto& variable) { return variable.modified; }))
+        return true;
+    bool isChanged = false;
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        const bool wasErased = object.isErased() && !object.sourceSpan().isEmpty();
+        isChanged = isChanged || object.isChangedSinceRead() || wasErased;
+    });
+    return isChanged;
+}
+
 bool DrawingEdits::run(std::string& bytes) {
     m_structure = mapDrawing(m_source.bytes);
     m_namesChanged = findRenamedRecords();
@@ -75,7 +89,7 @@ bool DrawingEdits::run(std::string& bytes) {
                                   [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
     if (!isGood || !addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
     editHeader();
-    bytes = m_edits.isEmpty() ? m_source.bytes : m_edits.apply();
+    bytes = m_edits.apply();
     return true;
 }
 

@@ -41,6 +41,8 @@ class DrawingEdits {
 public:
     DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
                  bool everythingFromFields);
+    /// Whether anything was changed; else the source bytes are the drawing.
+    bool isNeeded() const;
     /// False, with status and message, where something cannot be written; `bytes` is then as it was.
     bool run(std::string& bytes);
 

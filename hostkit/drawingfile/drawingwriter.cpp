@@ -47,44 +47,59 @@ bool isOpenForWrite(const AcDbDatabase& database) {
     return false;
 }
 
-bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, std::string& bytes,
+// What is to be written: the bytes that the drawing was read from, or new ones.
+struct Output {
+    std::shared_ptr<const DrawingSource> source;
+    std::string written;
+    bool isSource = false;
+    std::string_view bytes() const {
+        return isSource ? std::string_view(source->bytes) : std::string_view(written);
+    }
+};
+
+template <class Writing>
+bool runWriting(Writing& writing, Output& output, WriteReport& report) {
+    const bool isGood = writing.run(output.written);
+    report.status = writing.status();
+    report.message = writing.message();
+    return isGood;
+}
+
+bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Output& output,
                 WriteReport& report) {
-    const auto source = database.source();
-    const DrawingStyle style = styleOf(source.get(), options);
+    output.source = database.source();
+    const DrawingStyle style = styleOf(output.source.get(), options);
     ObjectWriting objects(database, style);
-    const bool keepsForm = source && filerVersion(style.version) == source->version;
-    bool isGood = false;
-    if (keepsForm) {
-        DrawingEdits edits(database, *source, objects, options.everythingFromFields);
-        isGood = edits.run(bytes);
-        report.status = edits.status();
-        report.message = edits.message();
+    bool isGood = true;
+    if (output.source && filerVersion(style.version) == output.source->version) {
+        DrawingEdits edits(database, *output.source, objects, options.everythingFromFields);
+        output.isSource = !edits.isNeeded();
+        if (!output.isSource) isGood = runWriting(edits, output, report);
         report.recordsCopied = edits.recordsCopied();
     } else {
         CompleteWriting writing(database, objects);
-        isGood = writing.run(bytes);
-        report.status = writing.status();
-        report.message = writing.message();
+        isGood = runWriting(writing, output, report);
     }
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();
     report.groupsKept = objects.writer().groupsKept();
+    report.byteCount = isGood ? output.bytes().size() : 0;
     return isGood;
 }
 
+// `take` receives the bytes of a drawing that could be written; what it gives is the status of the whole.
+template <class Take>
 Acad::ErrorStatus writeAll(const AcDbDatabase& database, const WriteOptions& options, std::wstring_view name,
-                           std::string& bytes, WriteReport& report) {
+                           WriteReport& report, Take&& take) {
     const std::wstring prefix = name.empty() ? std::wstring() : std::wstring(name) + L": ";
     if (isOpenForWrite(database))
         return finishReport(report, Acad::eWasOpenForWrite,
                             prefix + L"an object of the drawing is open for write", options);
     try {
-        std::string written;
-        if (!writeBytes(database, options, written, report))
+        Output output;
+        if (!writeBytes(database, options, output, report))
             return finishReport(report, report.status, prefix + report.message, options);
-        bytes.swap(written);
-        report.byteCount = bytes.size();
-        return report.status = Acad::eOk;
+        return report.status = take(output);
     } catch (const std::bad_alloc&) {
         return finishReport(report, Acad::eOutOfMemory, prefix + L"there is not enough memory", options);
     }
@@ -97,7 +112,13 @@ Acad::ErrorStatus writeDrawingToMemory(const AcDbDatabase& database, std::string
     WriteReport own;
     WriteReport& result = report ? *report : own;
     result = {};
-    return writeAll(database, options, {}, bytes, result);
+    return writeAll(database, options, {}, result, [&](Output& output) {
+        if (output.isSource)
+            bytes = output.source->bytes;
+        else
+            bytes.swap(output.written);
+        return Acad::eOk;
+    });
 }
 
 Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view file,
@@ -105,15 +126,14 @@ Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view f
     WriteReport own;
     WriteReport& result = report ? *report : own;
     result = {};
-    std::string bytes;
-    const Acad::ErrorStatus status = writeAll(database, options, file, bytes, result);
-    if (status != Acad::eOk) return status;
-    AtomicFile output(mapPath(file));
-    output.write(bytes);
-    if (output.commit()) return Acad::eOk;
-    const std::string reason = output.errorText();
-    return finishReport(result, Acad::eFileAccessErr,
-                        std::wstring(file) + L": " + std::wstring(reason.begin(), reason.end()), options);
+    return writeAll(database, options, file, result, [&](Output& output) {
+        AtomicFile target(mapPath(file));
+        target.write(output.bytes());
+        if (target.commit()) return Acad::eOk;
+        const std::string reason = target.errorText();
+        return finishReport(result, Acad::eFileAccessErr,
+                            std::wstring(file) + L": " + std::wstring(reason.begin(), reason.end()), options);
+    });
 }
 
 } // namespace hostkit
