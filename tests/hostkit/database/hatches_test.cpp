@@ -5,6 +5,7 @@
 #include "geell2d.h"
 #include "gelnsg2d.h"
 #include "genurb2d.h"
+#include "hatchcurves.h"
 
 #include <gtest/gtest.h>
 
@@ -176,6 +177,20 @@ TEST(Hatches, RefuseLoopsThatAreNone) {
     EXPECT_EQ(edges.length(), 1);
     ASSERT_EQ(hatch.removeLoopAt(0), Acad::eOk);
     EXPECT_EQ(hatch.loopTypeAt(0), AcDbHatch::kExternal);
+}
+
+TEST(Hatches, SplinesWhoseCountsDoNotFitAreLeftOut) {
+    hostkit::HatchEdge edge;
+    edge.kind = hostkit::HatchEdge::kSpline;
+    edge.degree = 3;
+    edge.controlPoints.resize(4);
+    edge.knots = {0, 0, 0, 1, 1, 1};
+    EXPECT_EQ(hostkit::curveOf(edge), nullptr);
+    edge.knots = {0, 0, 0, 0, 1, 1, 1, 1};
+    edge.isRational = true;
+    EXPECT_EQ(hostkit::curveOf(edge), nullptr);
+    edge.degree = -1;
+    EXPECT_EQ(hostkit::curveOf(edge), nullptr);
 }
 
 TEST(Hatches, AreaByNestingAndStyle) {
