@@ -232,6 +232,16 @@ TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
         ASSERT_EQ(array.transformBy(motion.matrix), Acad::eOk) << motion.name;
         EXPECT_TRUE(isNear(boxOf(array), moved)) << motion.name;
     }
+    const AcDbObjectId holder = addBlock(L"HOLDER");
+    auto* nested = new AcDbMInsertBlock;
+    ASSERT_EQ(nested->setBlockTableRecord(block), Acad::eOk);
+    ASSERT_EQ(nested->setRows(5), Acad::eOk);
+    ASSERT_EQ(nested->setRowSpacing(30.0), Acad::eOk);
+    addTo(holder, nested);
+    AcDbBlockReference turned({}, holder);
+    scatter(turned, random, false);
+    EXPECT_TRUE(isNear(boxOf(turned), boxOfParts(turned)));
+
     AcDbMInsertBlock huge;
     ASSERT_EQ(huge.setBlockTableRecord(block), Acad::eOk);
     ASSERT_EQ(huge.setColumns(32767), Acad::eOk);
