@@ -32,9 +32,11 @@ AcDbCurve* lineOf(const AcGeEllipArc3d& ellipse) {
     take(range.lowerBound());
     take(range.upperBound());
     const double first = majorLeft ? 0.0 : AcGe::kPi / 2.0;
-    for (double turn = std::ceil((range.lowerBound() - first) / AcGe::kPi);
-         first + turn * AcGe::kPi < range.upperBound(); ++turn)
-        take(first + turn * AcGe::kPi);
+    const double turns = std::ceil((range.lowerBound() - first) / AcGe::kPi);
+    for (int i = 0; i < 3; ++i) {
+        const double extreme = first + (turns + i) * AcGe::kPi;
+        if (extreme < range.upperBound()) take(extreme);
+    }
     return new AcDbLine(ellipse.center() + axis * least, ellipse.center() + axis * most);
 }
 

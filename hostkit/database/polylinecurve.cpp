@@ -134,8 +134,10 @@ namespace {
 void addTurningPoints(const AcGeCircArc3d& arc, const AcGeVector3d& view, AcGePoint3dArray& points) {
     const AcGeVector3d side = arc.normal().crossProduct(arc.refVec());
     const double first = std::atan2(-view.dotProduct(arc.refVec()), view.dotProduct(side));
-    for (double angle = first - AcGe::kPi; angle < arc.endAng(); angle += AcGe::kPi)
-        if (angle > arc.startAng()) points.append(arc.evalPoint(angle));
+    for (const double halfTurns : {-1.0, 0.0, 1.0, 2.0}) {
+        const double angle = first + halfTurns * AcGe::kPi;
+        if (angle > arc.startAng() && angle < arc.endAng()) points.append(arc.evalPoint(angle));
+    }
 }
 
 } // namespace

@@ -31,8 +31,11 @@ double principalAxes(Vector& a, Vector& b) {
 inline void ellipsePieces(double start, double end, AcGeDoubleArray& params) {
     angularPieces(start, end, params);
     constexpr double quarter = AcGe::kPi / 2.0;
-    for (double axis = std::ceil(start / quarter); axis * quarter < end; ++axis)
-        if (axis * quarter > start) params.append(axis * quarter);
+    const double quarters = std::ceil(start / quarter);
+    for (int i = 0; i <= 4; ++i) {
+        const double axis = (quarters + i) * quarter;
+        if (axis > start && axis < end) params.append(axis);
+    }
     std::sort(params.begin(), params.end());
 }
 
