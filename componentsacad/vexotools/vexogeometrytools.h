@@ -226,7 +226,8 @@ AcDbCurve* TransformGe2Db(AcGeCurve3d* curve);
 /// The same in the XY plane. An arc gives the full circle, as an AcDbArc over one turn; its angles are
 /// dropped.
 AcDbCurve* TransformGe2Db(AcGeCurve2d* curve);
-/// A new AcGeLineSeg3d or AcGeCircArc3d, owned by the caller, of an AcDbLine or AcDbArc; else null.
+/// A new AcGeLineSeg3d or AcGeCircArc3d, owned by the caller, of an AcDbLine or AcDbArc; else null. The
+/// arc goes through its start, middle and end: one over a full turn has no such three points and comes out with radius 0.
 AcGeCurve3d* TransformDb2Ge(AcDbCurve* curve);
 
 /// Merges collinear AcGeLineSeg3d that touch at an end, within tolerance * 0.001, until none is left; the

@@ -41,7 +41,6 @@ std::vector<ChainVertex> verticesInWalk(const AcDbPolyline& polyline, bool backw
     walk.reserve(count);
     const bool sameAxes = polyline.normal().isCodirectionalTo(normal, AcGeContext::gTol);
     const bool mirrored = !sameAxes && polyline.normal().dotProduct(normal) < 0.0;
-    const AcGePlane plane(AcGePoint3d::kOrigin, normal);
     for (unsigned int k = 0; k < count; ++k) {
         const unsigned int i = backward ? count - 1 - k : k;
         ChainVertex vertex{{}, 0.0};
@@ -49,7 +48,7 @@ std::vector<ChainVertex> verticesInWalk(const AcDbPolyline& polyline, bool backw
         if (!sameAxes) {
             AcGePoint3d world;
             (void)polyline.getPointAt(i, world);
-            vertex.point = world.convert2d(plane);
+            vertex.point = world.convert2d(AcGePlane(AcGePoint3d::kOrigin, normal));
         }
         if (!backward) (void)polyline.getBulgeAt(i, vertex.bulge);
         if (backward && i > 0 && polyline.getBulgeAt(i - 1, vertex.bulge) == Acad::eOk)

@@ -37,24 +37,19 @@ struct SegmentDirections {
 };
 
 SegmentDirections directionsOf(const AcDbPolyline& polyline, unsigned int index, const AcGeTol& tolerance) {
-    SegmentDirections result;
     const AcDbPolyline::SegType type = polyline.segType(index);
-    AcGeLineSeg3d line;
-    AcGeCircArc3d arc;
-    if (type == AcDbPolyline::kLine && polyline.getLineSegAt(index, line) == Acad::eOk) {
-        result.leaving = line.endPoint() - line.startPoint();
-        result.arriving = result.leaving;
-        result.known = true;
-    } else if (type == AcDbPolyline::kArc && polyline.getArcSegAt(index, arc) == Acad::eOk) {
-        const AcGePoint3d start = arc.startPoint();
-        const AcGePoint3d end = arc.endPoint();
-        const AcGePoint3d apex =
-            arc.evalPoint((arc.paramOf(start, tolerance) + arc.paramOf(end, tolerance)) / 2);
-        result.leaving = apex - start;
-        result.arriving = end - apex;
-        result.known = true;
+    if (type == AcDbPolyline::kLine) {
+        AcGeLineSeg3d line;
+        if (polyline.getLineSegAt(index, line) != Acad::eOk) return {};
+        const AcGeVector3d direction = line.endPoint() - line.startPoint();
+        return {true, direction, direction};
     }
-    return result;
+    AcGeCircArc3d arc;
+    if (type != AcDbPolyline::kArc || polyline.getArcSegAt(index, arc) != Acad::eOk) return {};
+    const AcGePoint3d start = arc.startPoint();
+    const AcGePoint3d end = arc.endPoint();
+    const AcGePoint3d apex = arc.evalPoint((arc.paramOf(start, tolerance) + arc.paramOf(end, tolerance)) / 2);
+    return {true, apex - start, end - apex};
 }
 
 /// The turn from one direction to the next, -pi to pi, positive to the left seen from +Z.

@@ -28,7 +28,11 @@ bool giveMeetings(const SpaceArcMeetings& meetings, const AcGeCircArc3d& arc, in
 } // namespace
 
 AcGeCircArc3d::AcGeCircArc3d()
-    : AcGeCircArc3d(AcGePoint3d::kOrigin, AcGeVector3d::kZAxis, 1.0) {}
+    : m_normal(AcGeVector3d::kZAxis)
+    , m_refVec(AcGeVector3d::kXAxis)
+    , m_radius(1.0)
+    , m_startAngle(0.0)
+    , m_endAngle(AcGe::kTwoPi) {}
 
 AcGeCircArc3d::AcGeCircArc3d(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
     : AcGeCircArc3d(center, normal, AcGeVector3d::kIdentity, radius, 0.0, AcGe::kTwoPi) {}

@@ -349,7 +349,8 @@ TEST(Conversion, KitCurvesAndDrawingCurvesChangePlaces) {
     EXPECT_EQ(TransformGe2Db(static_cast<AcGeCurve3d*>(nullptr)), nullptr);
     EXPECT_EQ(TransformGe2Db(static_cast<AcGeCurve2d*>(nullptr)), nullptr);
     EXPECT_EQ(TransformDb2Ge(nullptr), nullptr);
-    EXPECT_EQ(TransformDb2Ge(circle.get()) == nullptr, false);
+    AcDbCircle drawnCircle;
+    EXPECT_EQ(TransformDb2Ge(&drawnCircle), nullptr);
 }
 
 TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {

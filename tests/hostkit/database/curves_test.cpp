@@ -170,7 +170,7 @@ TEST(Curves, PointsParametersAndDistancesAgree) {
 
 TEST(Curves, LengthIsThatOfManyChordsAndScalesWithTheCurve) {
     forEachPlacedCurve([](const AcDbCurve& curve, const AcDbCurve& source, const AcGeMatrix3d& matrix) {
-        constexpr int pieces = 18000;
+        constexpr int pieces = 1800;
         const std::vector<double> parameters = parametersOf(source);
         double chords = 0.0;
         AcGePoint3d last = pointAt(source, parameters.front());
@@ -180,7 +180,7 @@ TEST(Curves, LengthIsThatOfManyChordsAndScalesWithTheCurve) {
             chords += next.distanceTo(last);
             last = next;
         }
-        EXPECT_NEAR(wholeLength(source), chords, 1e-5);
+        EXPECT_NEAR(wholeLength(source), chords, 1e-4);
         EXPECT_NEAR(wholeLength(curve), wholeLength(source) * matrix.scale(), 1e-6);
     });
 }
@@ -256,14 +256,14 @@ TEST(Curves, ExtentsHoldThePointsAndNoMore) {
         ASSERT_EQ(curve.getGeomExtents(extents), Acad::eOk);
         AcDbExtents sampled;
         const std::vector<double> ends = parametersOf(curve);
-        for (int i = 0; i <= 6000; ++i)
-            sampled.addPoint(pointAt(curve, ends.front() + (ends.back() - ends.front()) * i / 6000.0));
+        for (int i = 0; i <= 1200; ++i)
+            sampled.addPoint(pointAt(curve, ends.front() + (ends.back() - ends.front()) * i / 1200.0));
         for (unsigned int axis = 0; axis < 3; ++axis) {
             const double slack = 1e-9 + 64 * AcGe::ulpOf(extents.maxPoint().largestCoordinate());
             EXPECT_LE(extents.minPoint()[axis], sampled.minPoint()[axis] + slack);
             EXPECT_GE(extents.maxPoint()[axis], sampled.maxPoint()[axis] - slack);
-            EXPECT_NEAR(extents.minPoint()[axis], sampled.minPoint()[axis], 1e-4);
-            EXPECT_NEAR(extents.maxPoint()[axis], sampled.maxPoint()[axis], 1e-4);
+            EXPECT_NEAR(extents.minPoint()[axis], sampled.minPoint()[axis], 1e-3);
+            EXPECT_NEAR(extents.maxPoint()[axis], sampled.maxPoint()[axis], 1e-3);
         }
     });
 }
