@@ -1,4 +1,4 @@
-// Kit: the form that nearly every setter has. Covers one field; leaves out checks of the value.
+// Stand-in for the host's plain setters. Covers one field; leaves out checks of the value.
 #pragma once
 
 #include "dbobject.h"
@@ -7,8 +7,8 @@
 
 namespace hostkit {
 
-/// Sets the field if the object may be written, and marks the object as changed; else the status says why and nothing
-/// changes.
+/// Sets the field if the object may be written, and marks the object as changed; else the status says why and
+/// nothing changes.
 template <typename Field, typename Value>
 Acad::ErrorStatus assignField(AcDbObject& object, Field& field, Value&& value) {
     const Acad::ErrorStatus status = object.assertWriteEnabled();

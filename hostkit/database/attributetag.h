@@ -1,4 +1,4 @@
-// Kit: the tags of attributes. Covers the rule for them; leaves out the attributes.
+// Stand-in for the host's attribute tags. Covers the rule for them; leaves out the attributes.
 #pragma once
 
 #include <cwctype>

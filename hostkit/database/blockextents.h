@@ -1,5 +1,4 @@
-// Kit: the box of inserted blocks. Covers blocks in blocks, rows and columns, attributes and blocks that hold
-// themselves; leaves out clipping.
+// Stand-in for the host's boxes of inserted blocks. Covers blocks in blocks, rows and columns, attributes and blocks that hold themselves; leaves out clipping.
 #pragma once
 
 #include "dbextents.h"

@@ -1,5 +1,4 @@
-// Kit: which of many boxes a box meets. Covers boxes in an order in which neighbours lie near each other;
-// leaves out changes after building.
+// Stand-in for the host's spatial index. Covers boxes in an order in which neighbours lie near each other; leaves out changes after building.
 #pragma once
 
 #include <cstddef>

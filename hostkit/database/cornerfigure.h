@@ -1,4 +1,4 @@
-// Kit: the flat figures of four corners. Covers what solids and traces do alike; leaves out their classes.
+// Stand-in for the host's flat figures of four corners. Covers what solids and traces do alike; leaves out their classes.
 #pragma once
 
 #include "dbent.h"

@@ -1,5 +1,4 @@
-// Kit: the geometry curve behind a curve of the drawing. Covers lines, rays, segments, arcs, ellipses and
-// splines without a heap object for all but splines; leaves out curves of several pieces.
+// Stand-in for the host's geometry curves behind drawing curves. Covers lines, rays, segments, arcs, ellipses and splines without a heap object for all but splines; leaves out curves of several pieces.
 #pragma once
 
 #include "gearc3d.h"

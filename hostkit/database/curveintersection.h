@@ -1,5 +1,4 @@
-// Kit: where curves of the drawing meet. Covers all curve classes, in space and as seen on a plane; leaves
-// out faces and edges of solids.
+// Stand-in for the host's meetings of drawing curves. Covers all curve classes, in space and as seen on a plane; leaves out faces and edges of solids.
 #pragma once
 
 #include "acadstrc.h"
@@ -71,6 +70,7 @@ bool isArcSegment(double chord, double bulge, double magnitude);
 /// Appends the meetings in the order of the first curve's parameter; see AcDbEntity::intersectWith. Far fewer
 /// than all pairs of pieces are looked at: a tree of boxes over the second curve's pieces
 /// leads to them.
+/// Points on arcs are computed by way of the centre and have the digits that the radius leaves.
 Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& second, AcDb::Intersect type,
                                   AcArray<AcGePoint3d>& points);
 

@@ -1,5 +1,4 @@
-// Kit: what the drawing curves share. Covers angles within a turn, checks of projections and curves made of
-// geometry; leaves out the geometry of any one curve.
+// Stand-in for the host's common parts of drawing curves. Covers angles within a turn, checks of projections and curves made of geometry; leaves out the geometry of any one curve.
 #pragma once
 
 #include "dbcurve.h"

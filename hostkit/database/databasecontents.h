@@ -1,5 +1,4 @@
-// Kit: what a drawing holds inside. Covers stubs, handles, tables, header and source; leaves out the operations on
-// them, which are AcDbDatabase's and DatabaseAccess'.
+// Stand-in for the host's inside of a drawing. Covers stubs, handles, tables, header and source; leaves out the operations on them, which are AcDbDatabase's and DatabaseAccess'.
 #pragma once
 
 #include "dbaccess.h"

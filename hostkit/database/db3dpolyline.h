@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDb3dPolyline. Covers straight segments in space with vertices of their own; leaves out
-// fitting.
+// Stand-in for the host's AcDb3dPolyline. Covers straight segments in space with vertices of their own; leaves out fitting.
 #pragma once
 
 #include "db3dvertex.h"

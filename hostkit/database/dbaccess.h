@@ -1,5 +1,4 @@
-// Kit: the inside of a drawing, for who reads and writes it whole. Covers adding without opening, spans,
-// owners and handles; leaves out all checks of open state.
+// Stand-in for the host's way into a drawing for readers and writers. Covers adding without opening, spans, owners and handles; leaves out all checks of open state.
 #pragma once
 
 #include "dbblocktablerecord.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's application services. Covers the working database; leaves out progress, fonts, file search
-// and passwords.
+// Stand-in for the host's application services. Covers the working database; leaves out progress, fonts, file search and passwords.
 #pragma once
 
 class AcDbDatabase;

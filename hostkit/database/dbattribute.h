@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbAttribute. Covers tag, value and kind; leaves out several lines, which stay in the
-// drawing as they are.
+// Stand-in for the host's AcDbAttribute. Covers tag, value and kind; leaves out several lines, which stay in the drawing as they are.
 #pragma once
 
 #include "dbtext.h"

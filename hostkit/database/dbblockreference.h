@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbBlockReference. Covers the insertion of a block with its attributes; leaves out dynamic
-// blocks and clipping.
+// Stand-in for the host's AcDbBlockReference. Covers the insertion of a block with its attributes; leaves out dynamic blocks and clipping.
 #pragma once
 
 #include "dbent.h"

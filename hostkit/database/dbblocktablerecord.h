@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbBlockTableRecord. Covers its entities, base point, kind and layout; leaves out external
-// references' loading and the reverse look-up of insertions.
+// Stand-in for the host's AcDbBlockTableRecord. Covers its entities, base point, kind and layout; leaves out external references' loading and the reverse look-up of insertions.
 #pragma once
 
 #include "dbent.h"

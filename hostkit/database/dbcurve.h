@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbCurve. Covers parameters, points, derivatives, lengths, closest points, splitting and
-// projection; leaves out offsets and extension.
+// Stand-in for the host's AcDbCurve. Covers parameters, points, derivatives, lengths, closest points, splitting and projection; leaves out offsets and extension.
 #pragma once
 
 #include "dbent.h"
@@ -69,8 +68,8 @@ public:
                                                 AcDbCurve*& projected) const;
     virtual Acad::ErrorStatus getOrthoProjectedCurve(const AcGePlane& plane, AcDbCurve*& projected) const;
 
-    /// The same points with the opposite sense: arcs and circles turn their normal; a closed polyline keeps its
-    /// first vertex. eNotApplicable for rays.
+    /// The same points with the opposite sense: arcs and circles turn their normal; a closed polyline keeps
+    /// its first vertex. eNotApplicable for rays.
     virtual Acad::ErrorStatus reverseCurve();
     /// The curve as a geometry curve that belongs to the caller. eNotApplicable for what has several pieces.
     virtual Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve) const;

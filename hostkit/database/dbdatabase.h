@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header
-// variables and the source bytes; leaves out undo, transactions, external references and wblock.
+// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header variables and the source bytes; leaves out undo, transactions, external references and wblock.
 #pragma once
 
 #include "dbmaindefs.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbDictionary. Covers named entries, their order, "*" names and iterators; leaves out
-// filtering by xref.
+// Stand-in for the host's AcDbDictionary. Covers named entries, their order, "*" names and iterators; leaves out filtering by xref.
 #pragma once
 
 #include "dbobject.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's dimensions. Covers all types by their points, text and measurement; leaves out making the
-// block that shows one.
+// Stand-in for the host's dimensions. Covers all types by their points, text and measurement; leaves out making the block that shows one.
 #pragma once
 
 #include "dbent.h"

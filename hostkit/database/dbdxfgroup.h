@@ -1,5 +1,4 @@
-// Kit: one group of a text drawing, as filers hand it out. Covers every kind of value; leaves out how it
-// stood in the file.
+// Stand-in for the host's groups of a text drawing, as filers hand them out. Covers every kind of value; leaves out how it stood in the file.
 #pragma once
 
 #include "adesk.h"

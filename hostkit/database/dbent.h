@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbEntity. Covers the common properties, extents, transforms and intersections; leaves out
-// grips, snap points, subentities, plot styles and materials.
+// Stand-in for the host's AcDbEntity. Covers the common properties, extents, transforms and intersections; leaves out grips, snap points, subentities, plot styles and materials.
 #pragma once
 
 #include "dbextents.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's entities header. Covers lines, arcs, circles, points, texts, insertions, old polylines,
-// solids, traces, faces and attributes; leaves out meshes.
+// Stand-in for the host's entities header. Covers lines, arcs, circles, points, texts, insertions, old polylines, solids, traces, faces and attributes; leaves out meshes.
 #pragma once
 
 #include "db2dpolyline.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's filers. Covers the text filer's groups, the binary filer's items and their errors;
-// leaves out progress, seeking and the filers of deep clone.
+// Stand-in for the host's filers. Covers the text filer's groups, the binary filer's items and their errors; leaves out progress, seeking and the filers of deep clone.
 #pragma once
 
 #include "dbdxfgroup.h"

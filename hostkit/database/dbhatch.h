@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbHatch. Covers loops, patterns, fill and the kept gradient; leaves out evaluating pattern
-// lines and following its sources.
+// Stand-in for the host's AcDbHatch. Covers loops, patterns, fill and the kept gradient; leaves out evaluating pattern lines and following its sources.
 #pragma once
 
 #include "dbent.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbLayerTableRecord. Covers visibility, lock, colour, linetype, weight and plotting; leaves out plot styles and
-// viewport overrides.
+// Stand-in for the host's AcDbLayerTableRecord. Covers visibility, lock, colour, linetype, weight and plotting; leaves out plot styles and viewport overrides.
 #pragma once
 
 #include "dbsymboltablerecord.h"

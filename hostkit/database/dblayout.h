@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbLayout. Covers the name, the block and the order of a sheet; plot settings are kept as
-// the drawing has them, leaving out plotting.
+// Stand-in for the host's AcDbLayout. Covers the name, the block and the order of a sheet; plot settings are kept as the drawing has them; leaves out plotting.
 #pragma once
 
 #include "dbobject.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbLinetypeTableRecord. Covers the description and the dashes with their shapes and texts as kept; leaves
-// out drawing them.
+// Stand-in for the host's AcDbLinetypeTableRecord. Covers the description and the dashes with their shapes and texts as kept; leaves out drawing them.
 #pragma once
 
 #include "dbsymboltablerecord.h"

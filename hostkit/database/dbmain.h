@@ -1,5 +1,4 @@
-// Stand-in for the host's main database header. Covers objects, entities, extents, opening and the drawing; leaves out
-// the concrete kinds, which have headers of their own.
+// Stand-in for the host's main database header. Covers objects, entities, extents, opening and the drawing; leaves out the concrete kinds, which have headers of their own.
 #pragma once
 
 #include "dbdatabase.h"

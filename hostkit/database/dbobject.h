@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary,
-// persistent reactors and filing; leaves out undo, deep clone, proxies and long transactions.
+// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary, persistent reactors and filing; leaves out undo, deep clone, proxies and long transactions.
 #pragma once
 
 #include "dbfiler.h"
@@ -135,7 +134,8 @@ public:
 
     /// Where the object's record stands in the drawing's source bytes; empty for a new object.
     hostkit::SourceSpan sourceSpan() const { return m_source.span(); }
-    /// Changed, or made, since the drawing was read; not so for what a reader gave to a drawing that lacked it.
+    /// Changed, or made, since the drawing was read; not so for what a reader gave to a drawing that lacked
+    /// it.
     bool isChangedSinceRead() const { return m_source.isModified(); }
     /// Changed since the drawing was read, or new: its record must be written from the fields.
     bool differsFromSource() const { return m_source.isModified() || m_source.span().isEmpty(); }

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbObjectIterator. Covers the parts of an entity (vertices, attributes); leaves out
-// rollback.
+// Stand-in for the host's AcDbObjectIterator. Covers the parts of an entity (vertices, attributes); leaves out rollback.
 #pragma once
 
 #include "subentitylist.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's object pointers. Covers opening for a scope, with the class checked in the open; leaves out
-// the forms that take an object which is already open.
+// Stand-in for the host's object pointers. Covers opening for a scope, with the class checked in the open; leaves out the forms that take an object which is already open.
 #pragma once
 
 #include "dbdatabase.h"

@@ -1,4 +1,4 @@
-// Kit: records of kinds that the kit has no class for. Covers keeping them whole; leaves out their meaning.
+// Stand-in for the host's records of kinds that have no class here. Covers keeping them whole; leaves out their meaning.
 #pragma once
 
 #include "dbent.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's open functions. Covers opening by id with and without a class check; leaves out opening by
-// name.
+// Stand-in for the host's open functions. Covers opening by id with and without a class check; leaves out opening by name.
 #pragma once
 
 #include "dbmaindefs.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's light polyline. Covers vertices with bulges and widths in one plane; leaves out vertex
-// identifiers and grips.
+// Stand-in for the host's light polyline. Covers vertices with bulges and widths in one plane; leaves out vertex identifiers and grips.
 #pragma once
 
 #include "gearc2d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbSequenceEnd. Covers the record that closes vertices or attributes in a drawing file;
-// leaves out nothing.
+// Stand-in for the host's AcDbSequenceEnd. Covers the record that closes vertices or attributes in a drawing file; leaves out nothing.
 #pragma once
 
 #include "dbent.h"

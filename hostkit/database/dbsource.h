@@ -1,5 +1,4 @@
-// Kit: where an object's record stands in the file that its drawing was read from. Covers the packed span and
-// the bytes themselves; leaves out reading them.
+// Stand-in for the host's memory of where an object's record stood in its file. Covers the packed span and the bytes themselves; leaves out reading them.
 #pragma once
 
 #include "dbmaindefs.h"

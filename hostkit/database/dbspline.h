@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbSpline. Covers the B-spline by control points, knots and weights, and its kept fit
-// points; leaves out fitting.
+// Stand-in for the host's AcDbSpline. Covers the B-spline by control points, knots and weights, and its kept fit points; leaves out fitting.
 #pragma once
 
 #include "dbcurve.h"

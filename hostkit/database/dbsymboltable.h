@@ -1,5 +1,4 @@
-// Stand-in for the host's symbol tables. Covers records by name, their order and iterators; leaves out dependent
-// (external) records.
+// Stand-in for the host's symbol tables. Covers records by name, their order and iterators; leaves out dependent (external) records.
 #pragma once
 
 #include "dbopen.h"

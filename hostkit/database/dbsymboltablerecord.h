@@ -1,5 +1,4 @@
-// Stand-in for the host's symbol table record. Covers the name and its rules; leaves out dependence on external
-// drawings.
+// Stand-in for the host's symbol table record. Covers the name and its rules; leaves out dependence on external drawings.
 #pragma once
 
 #include "dbobject.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's symbol table header. Covers all nine tables with their records and iterators; leaves out
-// the abstract viewport records.
+// Stand-in for the host's symbol table header. Covers all nine tables with their records and iterators; leaves out the abstract viewport records.
 #pragma once
 
 #include "dbblocktable.h"

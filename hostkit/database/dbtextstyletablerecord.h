@@ -1,5 +1,4 @@
-// Stand-in for the host's AcDbTextStyleTableRecord. Covers fonts, size and slant; leaves out typeface details, which stay in the
-// drawing as they are.
+// Stand-in for the host's AcDbTextStyleTableRecord. Covers fonts, size and slant; leaves out typeface details, which stay in the drawing as they are.
 #pragma once
 
 #include "dbsymboltablerecord.h"

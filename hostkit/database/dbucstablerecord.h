@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbUCSTableRecord. Covers the name; the rest is kept as the drawing has it, leaving out its meaning.
+// Stand-in for the host's AcDbUCSTableRecord. Covers the name; the rest is kept as the drawing has it; leaves out its meaning.
 #pragma once
 
 #include "dbsymboltablerecord.h"

@@ -1,5 +1,4 @@
-// Kit: the coordinate system of an entity's normal. Covers the arbitrary-axis rule and points to and from it;
-// leaves out anything else.
+// Stand-in for the host's coordinate systems of normals. Covers the arbitrary-axis rule and points to and from it; leaves out anything else.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,5 +1,4 @@
-// Kit: the setters of an entity's plain fields. Covers numbers, positive numbers, flags and ids; leaves out
-// rules of one field.
+// Stand-in for the host's setters of an entity's plain fields. Covers numbers, positive numbers, flags and ids; leaves out rules of one field.
 #pragma once
 
 #include "assignfield.h"

@@ -212,7 +212,8 @@ constexpr GroupField<T> idField(short code) {
 bool isStorable(const AcDbDxfGroup& group);
 void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block);
 
-/// Marks the groups from there to the record's end as those of another object, whose codes have their own meaning.
+/// Marks the groups from there to the record's end as those of another object, whose codes have their own
+/// meaning.
 constexpr short embeddedObjectCode = 101;
 
 /// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,

@@ -1,5 +1,4 @@
-// Kit: what a matrix does to a flat thing. Covers the new normal, points, vectors and angles in its plane,
-// and the height over it; leaves out what the things themselves are.
+// Stand-in for the host's transforms of flat things. Covers the new normal, points, vectors and angles in its plane, and the height over it; leaves out what the things themselves are.
 #pragma once
 
 #include "gemat3d.h"

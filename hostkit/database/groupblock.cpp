@@ -18,7 +18,7 @@ std::u16string toUtf16(std::wstring_view text) {
     std::u16string units;
     units.reserve(text.size());
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(character);
+        const auto code = static_cast<char32_t>(character);
         if (code < 0x10000) {
             units.push_back(static_cast<char16_t>(code));
         } else if (code < 0x110000) {

@@ -1,5 +1,4 @@
-// Kit: group codes with values, packed. Covers appending, walking and record lists; leaves out looking values
-// up.
+// Stand-in for the host's packed group lists. Covers appending, walking and record lists; leaves out looking values up.
 #pragma once
 
 #include "dbdxfgroup.h"

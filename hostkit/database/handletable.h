@@ -1,4 +1,4 @@
-// Kit: stubs by handle. Covers a flat table that grows; leaves out removal, since ids stay as long as their drawing.
+// Stand-in for the host's look-up of stubs by handle. Covers a flat table that grows; leaves out removal, since ids stay as long as their drawing.
 #pragma once
 
 #include "dbid.h"
@@ -8,8 +8,8 @@
 
 namespace hostkit {
 
-/// Open addressing over stub pointers, at most three quarters full. Eight handles that follow one another share a cache
-/// line, as drawings number their objects.
+/// Open addressing over stub pointers, at most three quarters full. Eight handles that follow one another
+/// share a cache line, as drawings number their objects.
 class HandleTable {
 public:
     AcDbStub* find(Adesk::UInt64 handle) const {

@@ -1,5 +1,4 @@
-// Kit: hatch loops as curves. Covers both ways between a loop's edges and geometry curves, boxes and areas;
-// leaves out patterns.
+// Stand-in for the host's hatch loops as curves. Covers both ways between a loop's edges and geometry curves, boxes and areas; leaves out patterns.
 #pragma once
 
 #include "gecurv2d.h"

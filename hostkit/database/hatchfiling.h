@@ -29,7 +29,7 @@ public:
         : m_filer(filer) {}
 
     /// The group of that code must come next.
-    bool need(short code) { return m_filer.readExpected(code, m_group); }
+    bool need(short code);
     /// The group of that code is taken where it comes next; else nothing is.
     bool take(short code);
     bool needReal(short code, double& value);

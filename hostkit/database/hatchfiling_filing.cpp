@@ -78,6 +78,12 @@ void writePolyline(AcDbDxfFiler& filer, const HatchLoop& loop) {
 
 } // namespace
 
+bool GroupSequence::need(short code) {
+    if (m_filer.readExpected(code, m_group)) return true;
+    m_filer.setError(Acad::eBadDxfSequence, L"group %d is missing", static_cast<int>(code));
+    return false;
+}
+
 bool GroupSequence::take(short code) {
     if (m_filer.readItem(m_group) != Acad::eOk) return false;
     if (m_group.code == code) return true;

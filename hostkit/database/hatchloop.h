@@ -1,5 +1,4 @@
-// Kit: a boundary loop of a hatch. Covers polylines with bulges and the four kinds of edges; leaves out
-// evaluation.
+// Stand-in for the host's boundary loops of hatches. Covers polylines with bulges and the four kinds of edges; leaves out evaluation.
 #pragma once
 
 #include "dbid.h"

@@ -1,5 +1,4 @@
-// Kit: a drawing's header variables. Covers an ordered store by name with typed values; leaves out their
-// meaning.
+// Stand-in for the host's header variables. Covers an ordered store by name with typed values; leaves out their meaning.
 #pragma once
 
 #include "groupblock.h"

@@ -1,4 +1,4 @@
-// Kit: which line weights there are. Covers the check; leaves out their drawing.
+// Stand-in for the host's line weights. Covers the check; leaves out their drawing.
 #pragma once
 
 #include "dbmaindefs.h"

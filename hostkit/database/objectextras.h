@@ -1,5 +1,4 @@
-// Kit: what few objects have. Covers extended data, extension dictionary and persistent reactors; leaves out what every
-// object has.
+// Stand-in for the host's rare parts of objects. Covers extended data, extension dictionary and persistent reactors; leaves out what every object has.
 #pragma once
 
 #include "groupblock.h"

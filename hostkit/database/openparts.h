@@ -1,5 +1,4 @@
-// Kit: changing the parts of an entity together. Covers opening all of them and moving them; leaves out which
-// they are.
+// Stand-in for the host's changes to all parts of an entity. Covers opening all of them and moving them; leaves out which they are.
 #pragma once
 
 #include "dbent.h"

@@ -1,12 +1,12 @@
-// Kit: erasing what an erased object owns. Covers single objects; leaves out finding them.
+// Stand-in for the host's erasure of what an erased object owns. Covers single objects; leaves out finding them.
 #pragma once
 
 #include "dbid.h"
 
 namespace hostkit {
 
-/// Erases an object because its owner is, or restores one that was erased that way; one that was erased by itself stays
-/// erased. An object that is open somewhere, an erased one and a null id are passed over.
+/// Erases an object because its owner is, or restores one that was erased that way; one that was erased by
+/// itself stays erased. An object that is open somewhere, an erased one and a null id are passed over.
 void eraseWithOwner(AcDbObjectId id, bool erasing);
 
 } // namespace hostkit

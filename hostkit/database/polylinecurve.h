@@ -1,5 +1,4 @@
-// Kit: the questions that light, 2d and 3d polylines answer alike. Covers the curve interface over their
-// shape; leaves out what depends on how vertices are stored.
+// Stand-in for the host's common answers of light, 2d and 3d polylines. Covers the curve interface over their shape; leaves out what depends on how vertices are stored.
 #pragma once
 
 #include "dbcurve.h"

@@ -1,5 +1,4 @@
-// Kit: where the stubs of a drawing stand. Covers making them and walking them in order; leaves out giving them back
-// before the drawing goes.
+// Stand-in for the host's stubs of a drawing. Covers making them and walking them in order; leaves out giving them back before the drawing goes.
 #pragma once
 
 #include "dbid.h"
@@ -12,8 +11,7 @@ namespace hostkit {
 /// Chunks of stubs, each aligned to its size and headed by the drawing.
 class StubPool {
 public:
-    static constexpr std::size_t stubsPerChunk =
-        (stubChunkSize - sizeof(StubChunkHeader)) / sizeof(AcDbStub);
+    static constexpr std::size_t stubsPerChunk = (stubChunkSize - sizeof(StubChunkHeader)) / sizeof(AcDbStub);
 
     explicit StubPool(AcDbDatabase* database)
         : m_database(database) {}

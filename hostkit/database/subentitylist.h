@@ -1,5 +1,4 @@
-// Kit: the entities that one entity owns. Covers vertices, attributes and the end of their sequence, in a
-// drawing and out of one; leaves out the meaning of either.
+// Stand-in for the host's entities that one entity owns. Covers vertices, attributes and the end of their sequence, in a drawing and out of one; leaves out the meaning of either.
 #pragma once
 
 #include "acadstrc.h"

@@ -1,5 +1,4 @@
-// Kit: the codes within texts. Covers the characters that are seen, line by line, and the size that texts are
-// reckoned with; leaves out heights, faces and colours within a text.
+// Stand-in for the host's codes within texts. Covers the characters that are seen, line by line, and the size that texts are reckoned with; leaves out heights, faces and colours within a text.
 #pragma once
 
 #include <string>

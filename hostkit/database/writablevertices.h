@@ -1,5 +1,4 @@
-// Kit: all vertices of an old-style polyline at once, for writing. Covers those in a drawing and out of one;
-// leaves out control points' meaning.
+// Stand-in for the host's writing of all vertices of an old-style polyline. Covers those in a drawing and out of one; leaves out control points' meaning.
 #pragma once
 
 #include "dbopen.h"

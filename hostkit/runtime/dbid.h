@@ -29,7 +29,7 @@ namespace hostkit {
 enum OpenState : Adesk::UInt8 { kOpenForWrite = 1, kOpenForNotify = 2 };
 enum StubFlag : Adesk::UInt8 { kStubErased = 1, kStubErasedWithOwner = 2 };
 
-constexpr std::size_t stubChunkSize = 64 * 1024;
+constexpr std::size_t stubChunkSize = std::size_t{64} * 1024;
 
 struct StubChunkHeader {
     AcDbDatabase* database;
