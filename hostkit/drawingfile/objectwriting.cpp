@@ -28,9 +28,16 @@ bool isActiveSpace(const AcDbBlockTableRecord& block) {
 
 ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style)
     : m_style(style)
+    , m_sourceVersion(style.version)
     , m_reader(const_cast<AcDbDatabase*>(&database), style.text, style.version)
     , m_writer(const_cast<AcDbDatabase*>(&database), style)
-    , m_nextHandle(database.handseed().value()) {}
+    , m_nextHandle(database.handseed().value()) {
+    // The records that were read have the form of their file, whatever form is written.
+    const auto source = database.source();
+    if (!source) return;
+    m_sourceVersion = versionOfFiler(source->version);
+    m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)), m_sourceVersion);
+}
 
 // The class reads the old record into a blank object: what it takes there is what it will write.
 std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
@@ -40,7 +47,7 @@ std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& obj
     (void)scanner.next(first);
     (void)scanRecord(scanner, first, m_original);
     m_original.groups.front().isTaken = true;
-    readHead(m_original, m_style.version, m_head);
+    readHead(m_original, m_sourceVersion, m_head);
     // The owner of an entity or a table's record is where it stands in the file; some writers put other
     // handles there.
     if ((object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())) &&

@@ -59,6 +59,7 @@ private:
                      std::string& bytes);
 
     DrawingStyle m_style;
+    DrawingVersion m_sourceVersion;
     RecordReader m_reader;
     RecordWriter m_writer;
     DrawingRecord m_original;

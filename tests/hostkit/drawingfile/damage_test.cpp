@@ -1,0 +1,261 @@
+#include "dbsource.h"
+#include "drawingreader.h"
+#include "drawingwriter.h"
+#include "sampledrawing.h"
+#include "scriptedport.h"
+
+#include "dbaccess.h"
+#include "dbblocktablerecord.h"
+#include "dbopaque.h"
+
+#include <gtest/gtest.h>
+
+#include <dirent.h>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+using namespace hostkit;
+using namespace drawingtest;
+
+namespace {
+
+std::string group(int code, const std::string& value) { return std::to_string(code) + "\n" + value + "\n"; }
+std::string section(const std::string& name, const std::string& content) {
+    return group(0, "SECTION") + group(2, name) + content + group(0, "ENDSEC");
+}
+std::string entities(const std::string& content) { return section("ENTITIES", content) + group(0, "EOF"); }
+std::string line(const std::string& extra = {}) {
+    return group(0, "LINE") + group(8, "0") + group(10, "1.0") + group(20, "2.0") + group(11, "3.0") +
+           group(21, "4.0") + extra;
+}
+std::string header(const std::string& version) {
+    return section("HEADER", group(9, "$ACADVER") + group(1, version));
+}
+std::string insert(const std::string& name) {
+    return group(0, "INSERT") + group(8, "0") + group(2, name) + group(10, "0") + group(20, "0");
+}
+std::string block(const std::string& name, const std::string& content) {
+    return group(0, "BLOCK") + group(8, "0") + group(2, name) + group(70, "0") + group(10, "0") +
+           group(20, "0") + content + group(0, "ENDBLK");
+}
+
+struct Reading {
+    ReadReport report;
+    std::unique_ptr<AcDbDatabase> database;
+
+    explicit Reading(const std::string& bytes) {
+        ReadOptions options;
+        options.tellPort = false;
+        database = openDrawingFromMemory(bytes, L"test.dxf", &report, options);
+    }
+};
+
+} // namespace
+
+TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
+    const std::string hundredThousandBraces = [] {
+        std::string braces;
+        for (int depth = 0; depth < 100000; ++depth) braces += group(102, "{DEEP");
+        return braces;
+    }();
+    const struct {
+        const char* name;
+        std::string bytes;
+        Acad::ErrorStatus status;
+        std::size_t line;
+    } cases[] = {
+        {"empty", "", Acad::eEndOfFile, 1},
+        {"blank", "\n \n", Acad::eEndOfFile, 1},
+        {"other text", "<html>\n<body>\n", Acad::eBadDxfSequence, 1},
+        {"binary form", std::string("XXXXXXX Binary DXF\r\n\x1a\0", 22), Acad::eNotApplicable, 0},
+        {"own form", std::string("AC1027\0\0\0", 9), Acad::eNotApplicable, 0},
+        {"no end mark", section("ENTITIES", line()), Acad::eEndOfFile, 19},
+        {"cut in a section", group(0, "SECTION") + group(2, "ENTITIES") + line(), Acad::eEndOfFile, 17},
+        {"cut in a record", group(0, "SECTION") + group(2, "ENTITIES") + group(0, "LINE") + "10\n",
+         Acad::eEndOfFile, 7},
+        {"code is no number", group(0, "SECTION") + group(2, "ENTITIES") + "x\ny\n", Acad::eBadDxfSequence,
+         5},
+        {"missing value shifts the pairs", entities("0\nLINE\n8\n10\n1.0\n"), Acad::eBadDxfSequence, 9},
+        {"record outside", line() + group(0, "EOF"), Acad::eBadDxfSequence, 1},
+        {"section in a section", group(0, "SECTION") + group(2, "ENTITIES") + entities(line()),
+         Acad::eBadDxfSequence, 1},
+        {"section without name", group(0, "SECTION") + group(0, "LINE"), Acad::eBadDxfSequence, 3},
+        {"block not closed", section("BLOCKS", group(0, "BLOCK") + group(2, "A")) + entities(""),
+         Acad::eBadDxfSequence, 9},
+        {"block twice", section("BLOCKS", block("A", "") + block("a", "")) + entities(""),
+         Acad::eDuplicateKey, 19},
+        {"block in itself",
+         section("BLOCKS", block("A", insert("B")) + block("B", insert("A"))) + entities(""),
+         Acad::eCyclicReference, 0},
+        {"handle twice", entities(line(group(5, "1A")) + line(group(5, "1a"))), Acad::eHandleInUse, 19},
+        {"header without a name", section("HEADER", group(40, "1.0")) + entities(""), Acad::eBadDxfSequence,
+         5},
+        {"endless braces and no end",
+         group(0, "SECTION") + group(2, "OBJECTS") + group(0, "XRECORD") + hundredThousandBraces,
+         Acad::eEndOfFile, 200007},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.name);
+        const Reading reading(one.bytes);
+        EXPECT_FALSE(reading.database);
+        EXPECT_EQ(reading.report.status, one.status) << acadErrorStatusText(reading.report.status);
+        ASSERT_FALSE(reading.report.problems.empty());
+        EXPECT_TRUE(reading.report.problems.back().isFatal);
+        EXPECT_EQ(reading.report.problems.back().line, one.line);
+        const std::wstring place =
+            one.line ? L"test.dxf:" + std::to_wstring(one.line) + L": " : L"test.dxf: ";
+        EXPECT_EQ(reading.report.fatalMessage().substr(0, place.size()), place);
+    }
+}
+
+// A bad value spoils one record, not the drawing: the record stays as it stands, also through a save.
+TEST(Damage, aDamagedRecordIsKeptAndTold) {
+    const std::string polyline = group(0, "LWPOLYLINE") + group(8, "0") + group(90, "2147483648") +
+                                 group(70, "1") + group(10, "0") + group(20, "0") + group(10, "5") +
+                                 group(20, "5");
+    const std::string hatch = group(0, "HATCH") + group(8, "0") + group(2, "SOLID") + group(70, "1") +
+                              group(71, "0") + group(91, "2147483647") + group(92, "2") + group(72, "0") +
+                              group(73, "1") + group(93, "2147483647") + group(10, "0") + group(20, "0");
+    const struct {
+        const char* name;
+        std::string record;
+        bool isKeptAsOpaque;
+    } cases[] = {
+        {"no number", line(group(39, "thick")), true},
+        {"not finite", line(group(39, "nan")), true},
+        {"too large", line(group(39, "1e999")), true},
+        {"counts that lie", polyline, false},
+        {"hatch counts that lie", hatch, true},
+        {"spline without its knots",
+         group(0, "SPLINE") + group(8, "0") + group(70, "8") + group(71, "3") + group(10, "0") +
+             group(20, "0") + group(30, "0"),
+         true},
+        {"bad handle", line(group(5, "XYZ")), false},
+        {"bad extended data", line(group(1001, "APP") + group(1040, "x")), false},
+        {"vertex of nothing", group(0, "VERTEX") + group(8, "0") + group(10, "0") + group(20, "0"), true},
+        {"unknown kind", group(0, "WIDGET") + group(8, "0") + group(90, "1"), true},
+        {"colour that is none", line(group(62, "70000")), false},
+        {"layer that is none", line(group(8, "Nowhere")), false},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.name);
+        const std::string bytes = header("AC1015") + entities(one.record + line());
+        const Reading reading(bytes);
+        ASSERT_TRUE(reading.database);
+        EXPECT_EQ(reading.report.entityCount, 2u);
+        const auto* const space =
+            DatabaseAccess::objectOf<AcDbBlockTableRecord>(reading.database->modelSpaceId());
+        ASSERT_EQ(space->entities().size(), 2u);
+        EXPECT_EQ(space->entities()[0].objectClass() == AcDbOpaqueEntity::desc(), one.isKeptAsOpaque);
+        EXPECT_EQ(reading.database->numOpenObjects(), 0);
+        std::string saved;
+        WriteOptions options;
+        options.everythingFromFields = true;
+        ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
+        for (const char* value : {"thick", "nan", "1e999", "WIDGET", "Nowhere", "VERTEX"})
+            EXPECT_EQ(saved.find(value) == std::string::npos, bytes.find(value) == std::string::npos)
+                << value;
+    }
+}
+
+TEST(Damage, longLinesAndDeepNestingAreNothingSpecial) {
+    const std::string longText(10 * 1024 * 1024, 'x');
+    std::string blocks;
+    const int depth = 20000;
+    for (int level = 0; level < depth; ++level)
+        blocks += block("B" + std::to_string(level),
+                        level + 1 < depth ? insert("B" + std::to_string(level + 1)) : line());
+    std::string braces;
+    for (int level = 0; level < 10000; ++level) braces += group(102, "{DEEP");
+    for (int level = 0; level < 10000; ++level) braces += group(102, "}");
+    const std::string bytes =
+        header("AC1015") + section("BLOCKS", blocks) +
+        section("ENTITIES", group(0, "TEXT") + group(5, "A1") + braces + group(330, "1F") +
+                                group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbText") +
+                                group(1, longText) + group(10, "0") + group(20, "0") + group(40, "1")) +
+        group(0, "EOF");
+    const Reading reading(bytes);
+    ASSERT_TRUE(reading.database);
+    std::string saved;
+    WriteOptions options;
+    options.everythingFromFields = true;
+    ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
+    EXPECT_NE(saved.find(longText), std::string::npos);
+    EXPECT_NE(saved.find(braces), std::string::npos);
+}
+
+// Every cut and every flipped byte of a sound drawing gives a drawing or a status, and never leaves an object
+// open.
+TEST(Damage, anyCutAndAnyByteIsSurvived) {
+    std::string sound;
+    ASSERT_EQ(writeDrawingToMemory(*sampleDrawing(), sound), Acad::eOk);
+    std::mt19937 random(5);
+    const auto survive = [](const std::string& bytes) {
+        const Reading reading(bytes);
+        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr);
+        if (reading.database) EXPECT_EQ(reading.database->numOpenObjects(), 0);
+        return reading.database != nullptr;
+    };
+    EXPECT_TRUE(survive(sound));
+    const std::size_t endMark = sound.rfind("EOF");
+    for (int round = 0; round < 150; ++round) EXPECT_FALSE(survive(sound.substr(0, random() % endMark)));
+    for (int round = 0; round < 300; ++round) {
+        std::string damaged = sound;
+        damaged[random() % damaged.size()] = static_cast<char>(random());
+        survive(damaged);
+    }
+    for (int round = 0; round < 150; ++round) {
+        std::string damaged = sound;
+        damaged.erase(random() % damaged.size(), random() % 200);
+        survive(damaged);
+    }
+}
+
+TEST(Damage, problemsGoToThePort) {
+    ScriptedPort port;
+    const ScopedPort scope(port);
+    EXPECT_FALSE(openDrawing(L"/nowhere/at/all.dxf"));
+    EXPECT_FALSE(openDrawing(L"/"));
+    EXPECT_FALSE(openDrawingFromMemory("x\n", L"memory.dxf"));
+    AcDbDatabase used(true, true);
+    EXPECT_EQ(readDrawingFromMemory(used, entities(""), L"memory.dxf"), Acad::eInvalidInput);
+    ReadReport report;
+    EXPECT_FALSE(openDrawing(L"/nowhere/at/all.dxf", &report));
+    EXPECT_EQ(report.status, Acad::eFileNotFound);
+    EXPECT_FALSE(openDrawing(L"/", &report));
+    EXPECT_EQ(report.status, Acad::eFileAccessErr);
+    ReadOptions options;
+    options.problemLimit = 3;
+    std::string bad;
+    for (int count = 0; count < 10; ++count) bad += line(group(39, "x"));
+    EXPECT_TRUE(openDrawingFromMemory(header("AC1015") + entities(bad), L"memory.dxf", &report, options));
+    EXPECT_EQ(report.problems.size(), 3u);
+    EXPECT_EQ(report.problemCount, 10u);
+}
+
+// What the fuzzer starts from, and what it has found.
+TEST(Damage, theCorpusIsSurvived) {
+    const std::string folder = VEXO_SOURCE_DIR "/fuzz/corpus/drawing";
+    DIR* const directory = opendir(folder.c_str());
+    ASSERT_TRUE(directory) << folder;
+    std::size_t count = 0;
+    while (const dirent* const entry = readdir(directory)) {
+        if (entry->d_name[0] == '.') continue;
+        std::ifstream file(folder + "/" + entry->d_name, std::ios::binary);
+        std::stringstream bytes;
+        bytes << file.rdbuf();
+        const Reading reading(bytes.str());
+        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr) << entry->d_name;
+        ++count;
+        if (!reading.database) continue;
+        std::string saved;
+        WriteOptions options;
+        options.everythingFromFields = true;
+        options.tellPort = false;
+        if (writeDrawingToMemory(*reading.database, saved, options) == Acad::eOk)
+            EXPECT_TRUE(Reading(saved).database) << entry->d_name;
+    }
+    closedir(directory);
+    EXPECT_GE(count, 5u);
+}
