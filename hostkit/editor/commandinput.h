@@ -1,5 +1,4 @@
-// Kit: what a command reads. Covers the words of its line, quotes, and asking the user for more; leaves out
-// picking.
+// Stand-in for the host's command input. Covers the words of a command's line, quotes, and asking the user for more; leaves out picking.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
-// Kit: one host. Covers putting the layers' parts together, opening and saving documents, and running
-// commands; leaves out system variables.
+// Stand-in for the host's application. Covers putting the layers' parts together, opening and saving documents, and running commands; leaves out system variables.
 #pragma once
 
 #include "acadstrc.h"
