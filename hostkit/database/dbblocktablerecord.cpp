@@ -30,7 +30,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     const Acad::ErrorStatus status = assertWriteEnabled(true, false);
     if (status != Acad::eOk) return status;
     m_flags |= kModified;
-    if (entity->layerId().isNull()) DatabaseAccess::setLayer(*entity, database()->clayer());
+    if (entity->layerId().database() != database()) DatabaseAccess::setLayer(*entity, database()->clayer());
+    if (entity->linetypeId().database() != database()) DatabaseAccess::setLinetype(*entity, AcDbObjectId());
     id = DatabaseAccess::addOpen(*database(), entity, objectId());
     m_entities.push_back(id);
     return Acad::eOk;

@@ -17,7 +17,8 @@ public:
     /// A copy has no entities.
     AcDbBlockTableRecord(const AcDbBlockTableRecord& other);
 
-    /// The block takes the entity, which stays open for write until the caller closes it. eAlreadyInDb,
+    /// The block takes the entity, which stays open for write until the caller closes it. Without a layer of
+    /// this drawing it gets the current one, without a linetype of it the layer's. eAlreadyInDb,
     /// eNullEntityPointer, eNotOpenForWrite, eNoDatabase for a block of no drawing; the entity then stays the
     /// caller's.
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);

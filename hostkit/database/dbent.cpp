@@ -99,6 +99,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(const wchar_t* name, bool doSubents) {
 
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId id, bool doSubents, bool) {
     if (!isRecord<AcDbLayerTableRecord>(id)) return Acad::eNotThatKindOfClass;
+    if (database() && id.database() != database()) return Acad::eInvalidInput;
     return assignAll(*this, m_layerId, id, doSubents, [id](AcDbEntity& part) { part.setLayer(id, false); });
 }
 
@@ -117,6 +118,7 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const wchar_t* name, bool doSubents) {
 
 Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId id, bool doSubents) {
     if (!isRecord<AcDbLinetypeTableRecord>(id)) return Acad::eNotThatKindOfClass;
+    if (database() && id.database() != database()) return Acad::eInvalidInput;
     return assignAll(*this, m_linetypeId, id, doSubents,
                      [id](AcDbEntity& part) { part.setLinetype(id, false); });
 }

@@ -42,7 +42,7 @@ public:
     wchar_t* layer() const;
     /// eKeyNotFound: no such layer; eNoDatabase: neither the entity nor the host has a drawing.
     Acad::ErrorStatus setLayer(const wchar_t* name, bool doSubents = true);
-    /// eNotThatKindOfClass: the id is not a layer's.
+    /// eNotThatKindOfClass: the id is not a layer's; eInvalidInput: of another drawing.
     Acad::ErrorStatus setLayer(AcDbObjectId id, bool doSubents = true, bool allowHiddenLayer = false);
 
     AcDbObjectId linetypeId() const { return m_linetypeId; }

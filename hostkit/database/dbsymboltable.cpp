@@ -41,7 +41,7 @@ bool AcDbSymbolTable::has(AcDbObjectId id) const {
 }
 
 bool AcDbSymbolTable::isNameFree(std::wstring_view name, AcDbObjectId except) const {
-    if (allowsDuplicateNames()) return true;
+    if (name.empty() || allowsDuplicateNames()) return true; // the styles of shape files have no name
     const AcDbObjectId holder = find(name);
     return holder.isNull() || holder == except;
 }

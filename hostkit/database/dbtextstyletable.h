@@ -15,6 +15,5 @@ public:
     AcDbTextStyleTable(const AcDbTextStyleTable&) = delete;
 
 protected:
-    bool allowsDuplicateNames() const override { return true; } // shape files' styles have no name
     const wchar_t* currentVariable() const override { return L"TEXTSTYLE"; }
 };

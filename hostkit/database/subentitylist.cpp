@@ -53,7 +53,10 @@ void SubentityList::enterDrawing(AcDbEntity& owner) {
     m_ids.reserve(m_ids.size() + m_parts.size());
     for (std::unique_ptr<AcDbEntity>& part : m_parts) {
         AcDbEntity* entering = part.release();
-        if (entering->layerId().isNull()) DatabaseAccess::setLayer(*entering, owner.layerId());
+        if (entering->layerId().database() != owner.database())
+            DatabaseAccess::setLayer(*entering, owner.layerId());
+        if (entering->linetypeId().database() != owner.database())
+            DatabaseAccess::setLinetype(*entering, owner.linetypeId());
         m_ids.push_back(DatabaseAccess::addOpen(*owner.database(), entering, owner.objectId()));
         entering->close();
     }

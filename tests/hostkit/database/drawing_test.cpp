@@ -160,6 +160,20 @@ TEST(Drawing, BlocksTakeEntitiesAndRefuseOthers) {
     EXPECT_EQ(Acad::eNotOpenForWrite, reading->setOrigin({1, 2, 3}));
 }
 
+TEST(Drawing, EntitiesLeaveTheLooksOfAnotherDrawingBehind) {
+    AcDbDatabase from, to;
+    auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+    line->setDatabaseDefaults(&from);
+    EXPECT_EQ(Acad::eOk, line->setLinetype(from.continuousLinetype()));
+    const AcDbObjectId id = appendToModelSpace(to, line);
+    EXPECT_EQ(to.layerZero(), line->layerId());
+    EXPECT_TRUE(line->linetypeId().isNull());
+    AcDbObjectPointer<AcDbLine> writing(id, AcDb::kForWrite);
+    EXPECT_EQ(Acad::eInvalidInput, writing->setLayer(from.layerZero()));
+    EXPECT_EQ(Acad::eInvalidInput, writing->setLinetype(from.continuousLinetype()));
+    EXPECT_EQ(to.layerZero(), line->layerId());
+}
+
 TEST(Drawing, WalkingABlockSkipsErasedEntitiesAndMeetsNewOnes) {
     AcDbDatabase database;
     std::vector<AcDbObjectId> ids;

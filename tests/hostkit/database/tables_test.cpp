@@ -133,6 +133,25 @@ TEST_F(Tables, StandingRecordsCannotBeErased) {
         EXPECT_EQ(Acad::eCannotBeErasedByCaller, erase(id));
 }
 
+TEST_F(Tables, OnlyShapeFilesAndViewportsShareNames) {
+    AcDbSymbolTablePointer<AcDbTextStyleTable> styles(&database, AcDb::kForWrite);
+    AcDbTextStyleTableRecord second;
+    EXPECT_EQ(Acad::eOk, second.setName(L"STANDARD"));
+    EXPECT_EQ(Acad::eDuplicateKey, styles->add(&second));
+    for (int i = 0; i < 2; ++i) {
+        auto* shapes = new AcDbTextStyleTableRecord;
+        shapes->setIsShapeFile(true);
+        EXPECT_EQ(Acad::eOk, styles->add(shapes));
+        shapes->close();
+    }
+    AcDbSymbolTablePointer<AcDbViewportTable> viewports(&database, AcDb::kForWrite);
+    auto* half = new AcDbViewportTableRecord;
+    EXPECT_EQ(Acad::eOk, half->setName(L"*Active"));
+    EXPECT_EQ(Acad::eOk, viewports->add(half));
+    half->close();
+    EXPECT_EQ(2u, viewports->numRecords());
+}
+
 TEST_F(Tables, UnnamedBlocksGetNumbers) {
     AcDbSymbolTablePointer<AcDbBlockTable> table(&database, AcDb::kForWrite);
     std::set<std::wstring> names;
