@@ -157,20 +157,48 @@ void list() {
         writeTextFile(file.GetString(), json + "\n");
 }
 
+struct NamedForm {
+    const wchar_t* word;
+    hostkit::DrawingVersion version;
+};
+constexpr NamedForm namedForms[] = {
+    {L"R12", hostkit::DrawingVersion::kR12},   {L"2000", hostkit::DrawingVersion::k2000},
+    {L"2004", hostkit::DrawingVersion::k2004}, {L"2007", hostkit::DrawingVersion::k2007},
+    {L"2010", hostkit::DrawingVersion::k2010}, {L"2013", hostkit::DrawingVersion::k2013},
+    {L"2018", hostkit::DrawingVersion::k2018},
+};
+
+// The words behind the file name of SAVEAS, in any order; false when one of them is unknown.
+bool readSaveWords(hostkit::WriteOptions& options, bool& mayOverwrite) {
+    for (;;) {
+        CString word;
+        acedInitGet(0, L"OVERWRITE FIELDS R12 2000 2004 2007 2010 2013 2018");
+        const int answer = acedGetKword(L"[OVERWRITE/FIELDS/R12 to 2018] <save now>: ", word);
+        if (answer == RTNONE) return true;
+        if (answer != RTNORM) return false;
+        if (word == L"OVERWRITE") mayOverwrite = true;
+        if (word == L"FIELDS") options.everythingFromFields = true;
+        for (const NamedForm& form : namedForms)
+            if (word == form.word) options.version = form.version;
+    }
+}
+
 void saveAs() {
     AcApDocument* document = currentDocument();
     CString file;
-    CString word;
     if (!document || acedGetString(0, L"File: ", file) != RTNORM) return;
     if (file.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
-    acedInitGet(0, L"OVERWRITE");
-    const bool mayOverwrite =
-        acedGetKword(L"Overwrite the opened drawing? [OVERWRITE] <no>: ", word) == RTNORM;
+    hostkit::WriteOptions options;
+    bool mayOverwrite = false;
+    if (!readSaveWords(options, mayOverwrite))
+        return hostkit::failCommand(Acad::eInvalidInput,
+                                    L"behind the file stand OVERWRITE, FIELDS or a form, R12 to 2018");
     if (!mayOverwrite && isSameFile(file.GetString(), consoleState().drawing))
         return hostkit::failCommand(
             Acad::eFileAccessErr, std::wstring(file.GetString()) +
                                       L" is the drawing that was opened; SAVEAS FILE OVERWRITE replaces it");
-    const Acad::ErrorStatus status = hostkit::Host::current()->saveDocument(*document, file.GetString());
+    const Acad::ErrorStatus status =
+        hostkit::Host::current()->saveDocument(*document, file.GetString(), options);
     if (status != Acad::eOk)
         hostkit::failCommand(status, std::wstring(file.GetString()) + L": the drawing could not be saved");
 }
@@ -182,7 +210,8 @@ constexpr Builtin builtins[] = {
     {L"LIST", list, L"[TABLE | JSON [FILE]]", L"all entities of the drawing"},
     {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
     {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT]", L"a picture of the drawing; the page in millimetres"},
-    {L"SAVEAS", saveAs, L"FILE [OVERWRITE]", L"saves the drawing; the opened file only with OVERWRITE"},
+    {L"SAVEAS", saveAs, L"FILE [OVERWRITE] [FIELDS] [R12 | 2000 ... 2018]",
+     L"saves the drawing; the opened file only with OVERWRITE"},
     {L"MODULES", modules, L"", L"the loaded modules in the order of loading"},
     {L"COMMANDS", commands, L"", L"all commands with their groups, those of modules too"},
     {L"QUIT", quit, L"", L"ends the program; nothing is saved but by --output"},

@@ -85,8 +85,9 @@ Acad::ErrorStatus Host::newDocument() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view file) {
-    return writeDrawing(*document.database(), file);
+Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view file,
+                                     const WriteOptions& options) {
+    return writeDrawing(*document.database(), file, options);
 }
 
 CommandResult Host::run(std::wstring_view line, MoreInput more) {

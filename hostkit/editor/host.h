@@ -5,6 +5,7 @@
 #include "accmd.h"
 #include "acdocman.h"
 #include "commandinput.h"
+#include "drawingwriter.h"
 #include "hostport.h"
 #include "runtimeservices.h"
 
@@ -57,7 +58,8 @@ public:
     /// A new empty drawing without a file.
     Acad::ErrorStatus newDocument();
     /// Writes the document in one step; problems go to the port. The document's own file name stays.
-    Acad::ErrorStatus saveDocument(AcApDocument& document, std::wstring_view file);
+    Acad::ErrorStatus saveDocument(AcApDocument& document, std::wstring_view file,
+                                   const WriteOptions& options = {});
 
     /// Runs the command that the first word of the line names; the other words are its answers. An empty line
     /// does nothing. eUnknownCommand when there is none of that name. What the command throws ends it as a
