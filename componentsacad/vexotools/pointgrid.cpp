@@ -8,7 +8,7 @@ constexpr double kFarCoordinate = 1e11;
 /// Covers the rounding of the query's own bounds, and a query just above a power of two, whose allowance is
 /// twice as wide.
 constexpr double kReachPerAllowance = 4.0;
-constexpr double kCellPerReach = 16.0;
+constexpr double kCellPerReach = 32.0;
 constexpr double kSmallestReach = 1e-290;
 
 /// Cells are counted from here: coordinates are round numbers more often than not, and would else stand on
@@ -52,6 +52,12 @@ void PointGrid::add(const AcGePoint3d& point, int number) {
         bucketOf(cellOf(point.x, m_cell), cellOf(point.y, m_cell), cellOf(point.z, m_cell));
     m_items.push_back({number, m_heads[bucket]});
     m_heads[bucket] = static_cast<int>(m_items.size()) - 1;
+}
+
+void PointGrid::announce(const AcGePoint3d& point) const {
+    if (isFar(point)) return;
+    __builtin_prefetch(
+        &m_heads[bucketOf(cellOf(point.x, m_cell), cellOf(point.y, m_cell), cellOf(point.z, m_cell))]);
 }
 
 void PointGrid::cellRange(const AcGePoint3d& point, std::int64_t low[3], std::int64_t high[3]) const {

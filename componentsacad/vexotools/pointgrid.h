@@ -20,6 +20,11 @@ public:
     static double ordinaryCoordinate(const AcGePoint3d& point);
 
     void add(const AcGePoint3d& point, int number);
+    /// A query or addition at this point will follow in some steps: its cell is fetched meanwhile. Without it
+    /// a large grid waits for memory most of its time.
+    void announce(const AcGePoint3d& point) const;
+    /// How many steps ahead to announce.
+    static constexpr int kAhead = 12;
 
     /// Does `isWanted(number)` hold for a point near `point`. Every number may be asked more than once.
     template <typename Predicate>

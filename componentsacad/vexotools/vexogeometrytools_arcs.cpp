@@ -85,6 +85,7 @@ void ClearDooblons(AcArray<AcGePoint3d>& points, AcArray<AcGeVector3d>& bulges) 
     PointGrid grid(tolerance.equalPoint(), largest, points.length());
     int kept = 0;
     for (int j = 0; j < points.length(); ++j) {
+        if (j + PointGrid::kAhead < points.length()) grid.announce(points[j + PointGrid::kAhead]);
         const bool repeated = grid.anyNear(points[j], [&](int i) {
             return points[i].isEqualTo(points[j], tolerance) &&
                    (!withBulges || bulges[i].isEqualTo(bulges[j], tolerance));

@@ -125,10 +125,17 @@ public:
     EndIndex(const std::vector<CurveEnds>& ends, double tolerance)
         : m_grid(tolerance, largestCoordinate(ends), static_cast<int>(ends.size() * 2)) {
         for (std::size_t i = 0; i < ends.size(); ++i) {
+            announce(ends, i + PointGrid::kAhead);
             if (!ends[i].known) continue;
             m_grid.add(ends[i].start, static_cast<int>(i));
             m_grid.add(ends[i].end, static_cast<int>(i));
         }
+    }
+    /// A question about these ends will follow.
+    void announce(const std::vector<CurveEnds>& ends, std::size_t i) const {
+        if (i >= ends.size() || !ends[i].known) return;
+        m_grid.announce(ends[i].start);
+        m_grid.announce(ends[i].end);
     }
     template <typename Filter>
     const std::vector<int>& candidates(std::initializer_list<AcGePoint3d> places, Filter&& isOpen) {
@@ -270,6 +277,7 @@ void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) 
     EndIndex index(ends, local.equalPoint());
     std::vector<char> gone(static_cast<std::size_t>(length), 0);
     for (int i = 0; i < length; ++i) {
+        index.announce(ends, static_cast<std::size_t>(i + PointGrid::kAhead));
         bool again = !gone[static_cast<std::size_t>(i)];
         while (again) {
             again = false;
@@ -355,6 +363,8 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir) {
     PointGrid keptEnds(tolerance.equalPoint(), largest, curves.length() * 2);
     int kept = 0;
     for (int j = 0; j < curves.length(); ++j) {
+        const auto ahead = static_cast<std::size_t>(j + PointGrid::kAhead);
+        if (ahead < footprints.size()) keptEnds.announce(footprints[ahead].ends.start);
         const Footprint& footprint = footprints[static_cast<std::size_t>(j)];
         AcDbCurve* curve = static_cast<AcDbCurve*>(curves[j]);
         AcDbCurve* twin = nullptr;
