@@ -4,13 +4,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 
 namespace {
 
 struct Range {
-    std::uint32_t first;
-    std::uint32_t last;
+    char32_t first;
+    char32_t last;
 };
 
 // The blocks that terminals show two columns wide.
@@ -22,7 +21,7 @@ constexpr Range combiningRanges[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0x20D0
 
 template <std::size_t count>
 bool isIn(const Range (&ranges)[count], wchar_t character) {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = static_cast<char32_t>(character);
     return std::any_of(std::begin(ranges), std::end(ranges),
                        [code](const Range& each) { return code >= each.first && code <= each.last; });
 }

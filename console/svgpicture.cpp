@@ -31,7 +31,7 @@ bool isUsable(const PicturePath& path) {
 // XML allows no control characters but tab and line ends, and no surrogates or the last two codes.
 void appendEscaped(std::string& bytes, std::wstring_view text) {
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(character);
+        const auto code = static_cast<char32_t>(character);
         const bool isForbidden = (code < 0x20 && code != 9 && code != 10) || code == 0xFFFE ||
                                  code == 0xFFFF || (code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF;
         if (character == L'&')

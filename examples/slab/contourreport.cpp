@@ -175,7 +175,8 @@ std::wstring reportAsText(const ContourReport& report) {
     if (totals.withArea != totals.contours)
         text += std::to_wstring(totals.contours - totals.withArea) +
                 L" of them enclose no area; see their notes.\n";
-    if (report.openCurves) text += std::to_wstring(report.openCurves) + L" open polylines are no contours.\n";
+    if (report.openCurves)
+        text += L"Open polylines, which are no contours: " + std::to_wstring(report.openCurves) + L"\n";
     if (report.isCut) text += L"The walk was cut short; there are more contours.\n";
     return text;
 }
