@@ -207,8 +207,8 @@ constexpr GroupField<T> idField(short code) {
             }};
 }
 
-/// Whether a GroupBlock gives the value back as it stands: an integer that fits the width of its code,
-/// hexadecimal digits in pairs.
+/// Whether a GroupBlock gives the value back as it stands: a published code, an integer that fits the width
+/// of its code, hexadecimal digits in pairs.
 bool isStorable(const AcDbDxfGroup& group);
 void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block);
 

@@ -18,12 +18,19 @@ bool isCodeKnown(int code) { return code >= 0 && code < static_cast<int>(codeLim
 
 } // namespace
 
-RecordMerge::RecordMerge(RecordWriter& writer, const DrawingRecord& original, std::string& bytes)
+RecordMerge::RecordMerge(RecordWriter& writer, const DrawingRecord& original, Scratch& scratch,
+                         std::string& bytes)
     : m_writer(writer)
     , m_original(original)
     , m_bytes(bytes)
-    , m_oldCounts(codeLimit)
-    , m_newCounts(codeLimit) {
+    , m_fields(scratch.fields)
+    , m_oldItems(scratch.oldItems)
+    , m_oldCounts(scratch.oldCounts)
+    , m_newCounts(scratch.newCounts) {
+    m_fields.clear();
+    m_oldItems.clear();
+    m_oldCounts.resize(codeLimit);
+    m_newCounts.resize(codeLimit);
     m_fields.reserve(writer.m_groups.size());
     for (const FieldGroup& group : writer.m_groups)
         if (original.hasMarks || group.code != subclassMarkCode) m_fields.push_back(group);

@@ -15,14 +15,6 @@ namespace hostkit {
 /// part of the same name.
 class RecordMerge {
 public:
-    RecordMerge(RecordWriter& writer, const DrawingRecord& original, std::string& bytes);
-    void run();
-    std::size_t groupsFromFields() const { return m_groupsFromFields; }
-    std::size_t groupsKept() const { return m_groupsKept; }
-
-private:
-    using Presence = FieldGroup::Presence;
-
     /// One or, for a point, up to three groups of the old record.
     struct OldItem {
         std::size_t first = 0;
@@ -30,6 +22,22 @@ private:
         short code = 0;
         bool isTaken = false;
     };
+    /// Room that the merges of one drawing share.
+    struct Scratch {
+        std::vector<FieldGroup> fields; ///< without marks where the old record has none
+        std::vector<OldItem> oldItems;
+        std::vector<int> oldCounts; ///< by code; zero between merges
+        std::vector<int> newCounts;
+    };
+
+    RecordMerge(RecordWriter& writer, const DrawingRecord& original, Scratch& scratch, std::string& bytes);
+    void run();
+    std::size_t groupsFromFields() const { return m_groupsFromFields; }
+    std::size_t groupsKept() const { return m_groupsKept; }
+
+private:
+    using Presence = FieldGroup::Presence;
+
     struct Part {
         std::size_t begin = 0;
         std::size_t end = 0;
@@ -62,10 +70,10 @@ private:
     RecordWriter& m_writer;
     const DrawingRecord& m_original;
     std::string& m_bytes;
-    std::vector<FieldGroup> m_fields; // without marks where the old record has none
-    std::vector<OldItem> m_oldItems;
-    std::vector<int> m_oldCounts;
-    std::vector<int> m_newCounts;
+    std::vector<FieldGroup>& m_fields;
+    std::vector<OldItem>& m_oldItems;
+    std::vector<int>& m_oldCounts;
+    std::vector<int>& m_newCounts;
     std::size_t m_groupsFromFields = 0;
     std::size_t m_groupsKept = 0;
 };

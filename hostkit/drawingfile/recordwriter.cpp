@@ -15,9 +15,14 @@ constexpr short subclassMarkCode = 100;
 
 } // namespace
 
+struct RecordWriter::MergeRoom : RecordMerge::Scratch {};
+
 RecordWriter::RecordWriter(AcDbDatabase* database, const DrawingStyle& style)
     : m_database(database)
-    , m_style(style) {}
+    , m_style(style)
+    , m_mergeRoom(std::make_unique<MergeRoom>()) {}
+
+RecordWriter::~RecordWriter() = default;
 
 AcDb::AcDbDwgVersion RecordWriter::dwgVersion() const { return filerVersion(m_style.version); }
 
@@ -122,7 +127,7 @@ void RecordWriter::format(const FieldGroup& group, std::string& bytes) const {
 
 void RecordWriter::finish(const DrawingRecord* original, std::string& bytes) {
     if (original) {
-        RecordMerge merge(*this, *original, bytes);
+        RecordMerge merge(*this, *original, *m_mergeRoom, bytes);
         merge.run();
         m_groupsFromFields += merge.groupsFromFields();
         m_groupsKept += merge.groupsKept();

@@ -5,6 +5,7 @@
 #include "drawingrecord.h"
 #include "groupformat.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,7 @@ struct FieldGroup {
 class RecordWriter final : public AcDbDxfFiler {
 public:
     RecordWriter(AcDbDatabase* database, const DrawingStyle& style);
+    ~RecordWriter() override;
 
     /// A new record; what was gathered before is forgotten.
     void begin();
@@ -86,6 +88,8 @@ private:
     std::vector<FieldGroup> m_remembered;
     std::string m_rememberedArena;
     FieldGroup::Presence m_presence = FieldGroup::Presence::kAlways;
+    struct MergeRoom;
+    std::unique_ptr<MergeRoom> m_mergeRoom;
     std::size_t m_groupsFromFields = 0;
     std::size_t m_groupsKept = 0;
 };
