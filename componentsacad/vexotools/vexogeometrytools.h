@@ -227,7 +227,8 @@ AcDbCurve* TransformGe2Db(AcGeCurve3d* curve);
 /// dropped.
 AcDbCurve* TransformGe2Db(AcGeCurve2d* curve);
 /// A new AcGeLineSeg3d or AcGeCircArc3d, owned by the caller, of an AcDbLine or AcDbArc; else null. The
-/// arc goes through its start, middle and end: one over a full turn has no such three points and comes out with radius 0.
+/// arc goes through its start, middle and end: one over a full turn has no such three points and comes out
+/// with radius 0.
 AcGeCurve3d* TransformDb2Ge(AcDbCurve* curve);
 
 /// Merges collinear AcGeLineSeg3d that touch at an end, within tolerance * 0.001, until none is left; the
