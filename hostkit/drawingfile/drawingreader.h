@@ -50,7 +50,8 @@ struct ReadOptions {
 /// Statuses: eFileNotFound; eFileAccessErr (cannot be read, or is a directory); eNotApplicable (binary form,
 /// or another kind of file); eBadDxfSequence (damaged: a group without value, a section within a section, a
 /// record outside of a section ...); eEndOfFile (cut: the end mark is missing); eHandleInUse (two objects
-/// with one handle); eCyclicReference (a block that contains itself); eOutOfMemory.
+/// with one handle); eDuplicateKey (two blocks with one name); eCyclicReference (a block that contains
+/// itself); eOutOfMemory.
 ///
 /// A damaged record inside a sound drawing does not stop the reading: it is kept as it stands as an opaque
 /// entity or object, the report tells of it, and the status is eOk.

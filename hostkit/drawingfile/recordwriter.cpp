@@ -56,6 +56,9 @@ void RecordWriter::compareWithRemembered(std::size_t first) {
 }
 
 FieldGroup& RecordWriter::add(short code, AcDb::GroupKind kind) {
+    constexpr short lastCode = 1071;
+    if (code < 0 || code > lastCode)
+        setError(Acad::eInvalidDxfCode, L"%d is no group code", static_cast<int>(code));
     FieldGroup& group = m_groups.emplace_back();
     group.code = code;
     group.kind = kind;
