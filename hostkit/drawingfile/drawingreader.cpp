@@ -17,7 +17,6 @@ namespace {
 constexpr int nameCode = 2;
 constexpr int variableCode = 9;
 constexpr int commentCode = 999;
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 Acad::ErrorStatus failBeforeReading(ReadReport& report, Acad::ErrorStatus status, std::wstring reason,
                                     const ReadOptions& options) {
@@ -69,8 +68,7 @@ bool DrawingReading::checkForm() {
                     L"this is a drawing in the host's own form, not an exchange file");
     if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos)
         return fail(Acad::eEndOfFile, bytes.data(), L"the file is empty");
-    if (bytes.substr(0, byteOrderMark.size()) == byteOrderMark)
-        m_scanner = GroupScanner(bytes, byteOrderMark.size());
+    m_scanner = GroupScanner(bytes, startOfGroups(bytes));
     return true;
 }
 

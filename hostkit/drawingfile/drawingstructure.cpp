@@ -9,7 +9,7 @@ namespace {
 class StructureMapper {
 public:
     explicit StructureMapper(std::string_view bytes)
-        : m_scanner(bytes) {}
+        : m_scanner(bytes, startOfGroups(bytes)) {}
 
     DrawingStructure run() {
         RawGroup group;

@@ -64,6 +64,11 @@ ScanResult GroupScanner::next(RawGroup& group) {
     return ScanResult::kGroup;
 }
 
+std::size_t startOfGroups(std::string_view bytes) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    return bytes.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
+}
+
 std::size_t lineNumberAt(std::string_view bytes, std::size_t offset) {
     const std::string_view before = bytes.substr(0, offset);
     return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));

@@ -50,6 +50,9 @@ private:
     const char* m_end;
 };
 
+/// Where the first group begins: behind a byte order mark, if there is one.
+std::size_t startOfGroups(std::string_view bytes);
+
 /// The number of the line that holds the byte, counted from 1. Walks the bytes before it: for messages only.
 std::size_t lineNumberAt(std::string_view bytes, std::size_t offset);
 
