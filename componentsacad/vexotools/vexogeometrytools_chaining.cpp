@@ -195,6 +195,29 @@ MergeResult mergeSegments(const AcGeLineSeg3d& first, const AcGeLineSeg3d& secon
     return MergeResult::kNoCommonEnd;
 }
 
+/// Merges the first later segment that is collinear with segment i and touches it; false when there is none,
+/// or when that one refuses.
+bool mergeWithPartner(AcArray<void*>& segments, int i, EndIndex& index, std::vector<char>& gone,
+                      const AcGeTol& tolerance) {
+    const AcGeLineSeg3d* first = segmentAt(segments, i);
+    if (!first) return false;
+    const auto isLater = [&](int j) { return j > i && !gone[static_cast<std::size_t>(j)]; };
+    for (const int j : index.candidates({first->startPoint(), first->endPoint()}, isLater)) {
+        const AcGeLineSeg3d* second = segmentAt(segments, j);
+        AcGeLineSeg3d merged;
+        if (!first->isColinearTo(*second, AcGeContext::gTol)) continue;
+        const MergeResult result = mergeSegments(*first, *second, tolerance, merged);
+        if (result == MergeResult::kNoCommonEnd) continue;
+        if (result == MergeResult::kRefused) return false;
+        segments[i] = static_cast<AcGeCurve3d*>(merged.copy());
+        gone[static_cast<std::size_t>(j)] = 1;
+        if (second != first) delete second;
+        delete first;
+        return true;
+    }
+    return false;
+}
+
 // ---- coincidence in a view ----
 
 /// What RemoveDuplicates compares of a projected curve.
@@ -277,28 +300,9 @@ void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) 
     EndIndex index(ends, local.equalPoint());
     std::vector<char> gone(static_cast<std::size_t>(length), 0);
     for (int i = 0; i < length; ++i) {
-        index.announce(ends, static_cast<std::size_t>(i + PointGrid::kAhead));
-        bool again = !gone[static_cast<std::size_t>(i)];
-        while (again) {
-            again = false;
-            const AcGeLineSeg3d* first = segmentAt(segments, i);
-            if (!first) break;
-            const auto isLater = [&](int j) { return j > i && !gone[static_cast<std::size_t>(j)]; };
-            for (const int j : index.candidates({first->startPoint(), first->endPoint()}, isLater)) {
-                const AcGeLineSeg3d* second = segmentAt(segments, j);
-                AcGeLineSeg3d merged;
-                if (!first->isColinearTo(*second, AcGeContext::gTol)) continue;
-                const MergeResult result = mergeSegments(*first, *second, local, merged);
-                if (result == MergeResult::kNoCommonEnd) continue;
-                if (result == MergeResult::kMerged) {
-                    segments[i] = static_cast<AcGeCurve3d*>(merged.copy());
-                    gone[static_cast<std::size_t>(j)] = 1;
-                    if (second != first) delete second;
-                    delete first;
-                    again = true;
-                }
-                break;
-            }
+        index.announce(ends, static_cast<std::size_t>(i) + PointGrid::kAhead);
+        if (gone[static_cast<std::size_t>(i)]) continue;
+        while (mergeWithPartner(segments, i, index, gone, local)) {
         }
     }
     int kept = 0;
@@ -363,7 +367,7 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir) {
     PointGrid keptEnds(tolerance.equalPoint(), largest, curves.length() * 2);
     int kept = 0;
     for (int j = 0; j < curves.length(); ++j) {
-        const auto ahead = static_cast<std::size_t>(j + PointGrid::kAhead);
+        const auto ahead = static_cast<std::size_t>(j) + PointGrid::kAhead;
         if (ahead < footprints.size()) keptEnds.announce(footprints[ahead].ends.start);
         const Footprint& footprint = footprints[static_cast<std::size_t>(j)];
         AcDbCurve* curve = static_cast<AcDbCurve*>(curves[j]);

@@ -230,27 +230,30 @@ Acad::ErrorStatus getTessellatedPoly(const AcArray<AcGePoint3d>& points, const A
                                      AcGeVector3d normal) {
     CVxLogEntry entry(L"VEXOGeometryTools::getTessellatedPoly");
     if (points.length() != bulges.length()) return Acad::eInvalidInput;
-    const AcArray<AcGePoint3d> contour(points); // the output may be the input
-    tessellated.removeAll();
-    arcSamples.removeAll();
+    AcArray<AcGePoint3d> result; // the output may be the input
+    AcArray<AcArray<AcGePoint3d>> resultSamples;
     if (std::abs(tolerance) < AcGeTol().equalPoint()) {
-        tessellated = contour;
+        result = points;
+        tessellated.swap(result);
+        arcSamples.removeAll();
         return Acad::eOk;
     }
     bool lastWasArc = false;
-    const int count = contour.length();
+    const int count = points.length();
     for (int i = 0; i < count; ++i) {
-        const AcGePoint3d& start = contour[i];
-        const AcGePoint3d& end = contour[i + 1 < count ? i + 1 : 0];
+        const AcGePoint3d& start = points[i];
+        const AcGePoint3d& end = points[i + 1 < count ? i + 1 : 0];
         AcGeCircArc3d arc;
         if (arcOf(start, end, bulges[i], normal, arc)) {
-            appendSamples(arc, sampleCount(bulges[i], tolerance), tessellated, arcSamples);
+            appendSamples(arc, sampleCount(bulges[i], tolerance), result, resultSamples);
             lastWasArc = true;
             continue;
         }
-        if (!lastWasArc) tessellated.append(start);
+        if (!lastWasArc) result.append(start);
         lastWasArc = false;
     }
+    tessellated.swap(result);
+    arcSamples.swap(resultSamples);
     return Acad::eOk;
 }
 
@@ -259,24 +262,24 @@ Acad::ErrorStatus getTessellatedPoly(const AcArray<AcGePoint3d>& points, const A
                                      AcArray<AcArray<AcGePoint3d>>& arcSamples, int samplesPerArc,
                                      AcGeVector3d normal) {
     CVxLogEntry entry(L"VEXOGeometryTools::getTessellatedPoly");
-    const AcArray<AcGePoint3d> contour(points); // the output may be the input
-    tessellated.removeAll();
-    arcSamples.removeAll();
-    if (contour.length() < 1) return Acad::eOk;
+    AcArray<AcGePoint3d> result; // the output may be the input
+    AcArray<AcArray<AcGePoint3d>> resultSamples;
     const auto isLastAdded = [&](const AcGePoint3d& point) {
-        return !tessellated.isEmpty() && point.isEqualTo(tessellated.last(), AcGeContext::gTol);
+        return !result.isEmpty() && point.isEqualTo(result.last(), AcGeContext::gTol);
     };
     bool lastWasArc = false;
-    for (int i = 0; i + 1 < contour.length(); ++i) {
+    for (int i = 0; i + 1 < points.length(); ++i) {
         AcGeCircArc3d arc;
         const double bulge = i < bulges.length() ? bulges[i] : 0.0;
-        lastWasArc = arcOf(contour[i], contour[i + 1], bulge, normal, arc);
+        lastWasArc = arcOf(points[i], points[i + 1], bulge, normal, arc);
         if (lastWasArc)
-            appendSamples(arc, std::min(samplesPerArc, kMostSamples), tessellated, arcSamples);
-        else if (!isLastAdded(contour[i]))
-            tessellated.append(contour[i]);
+            appendSamples(arc, std::min(samplesPerArc, kMostSamples), result, resultSamples);
+        else if (!isLastAdded(points[i]))
+            result.append(points[i]);
     }
-    if (!lastWasArc || !isLastAdded(contour.last())) tessellated.append(contour.last());
+    if (!points.isEmpty() && !(lastWasArc && isLastAdded(points.last()))) result.append(points.last());
+    tessellated.swap(result);
+    arcSamples.swap(resultSamples);
     return Acad::eOk;
 }
 
