@@ -46,7 +46,6 @@ std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& obj
     RawGroup first;
     (void)scanner.next(first);
     (void)scanRecord(scanner, first, m_original);
-    m_original.groups.front().isTaken = true;
     readHead(m_original, m_sourceVersion, m_head);
     // The owner of an entity or a table's record is where it stands in the file; some writers put other
     // handles there.
@@ -64,9 +63,8 @@ std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& obj
 
 bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
     (void)markKnownGroups(object, sourceBytes, span);
-    for (const RecordGroup& group : m_original.groups)
-        if (!group.isTaken && group.code != commentCode) return false;
-    return true;
+    return std::all_of(m_original.groups.begin() + 1, m_original.groups.end(),
+                       [](const RecordGroup& group) { return group.isTaken || group.code == commentCode; });
 }
 
 // What the old record says, filed again: groups in which the object does not differ from it were not changed.
@@ -123,7 +121,7 @@ bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, 
 void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner,
                               bool hasOriginal) {
     const std::wstring_view name = object.dxfName() ? object.dxfName() : L"";
-    m_writer.writeText(0, name);
+    if (!hasOriginal) m_writer.writeText(0, name); // else the record keeps its own
     m_writer.markOptional();
     m_writer.writeHandle(name == L"DIMSTYLE" ? 105 : 5, handle);
     if (m_writer.isR12Form()) return;

@@ -216,7 +216,7 @@ bool RecordMerge::stepNewOrder(std::size_t& oldPlace, Part oldPart, std::size_t&
 void RecordMerge::emitOld(const OldItem& item) {
     for (std::size_t place = item.first; place < item.first + item.count; ++place)
         m_bytes += m_original.groups[place].bytes();
-    ++m_groupsKept;
+    if (item.code != 0) ++m_groupsKept; // the record's name is nobody's field
 }
 
 void RecordMerge::emitNew(std::size_t place) {
