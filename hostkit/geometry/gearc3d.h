@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeCircArc3d. Covers arcs and circles with their constructions and crossings; leaves out
-// fillets and tangent circles.
+// Stand-in for the host's AcGeCircArc3d. Covers arcs and circles with their constructions and crossings; leaves out fillets and tangent circles.
 #pragma once
 
 #include "gecurv3d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeCurveCurveInt2d. Covers all crossings and common runs of two curves; leaves out tangency
-// types.
+// Stand-in for the host's AcGeCurveCurveInt2d. Covers all crossings and common runs of two curves; leaves out tangency types.
 #pragma once
 
 #include "gecurv2d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeCurveCurveInt3d. Covers all crossings and common runs of two curves; leaves out tangency
-// types and intersection with normals.
+// Stand-in for the host's AcGeCurveCurveInt3d. Covers all crossings and common runs of two curves; leaves out tangency types and intersection with normals.
 #pragma once
 
 #include "gecurv3d.h"

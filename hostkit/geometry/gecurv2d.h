@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeCurve2d. Covers intervals, evaluation, closest points, tests, measures, sampling and
-// splitting; leaves out offsets.
+// Stand-in for the host's AcGeCurve2d. Covers intervals, evaluation, closest points, tests, measures, sampling and splitting; leaves out offsets.
 #pragma once
 
 #include "geent2d.h"

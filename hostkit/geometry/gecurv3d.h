@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeCurve3d. Covers intervals, evaluation, closest points, tests, measures, sampling and
-// splitting; leaves out offsets, surfaces and curve-on-curve projections.
+// Stand-in for the host's AcGeCurve3d. Covers intervals, evaluation, closest points, tests, measures, sampling and splitting; leaves out offsets, surfaces and curve-on-curve projections.
 #pragma once
 
 #include "geent3d.h"

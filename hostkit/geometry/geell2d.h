@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeEllipArc2d. Covers elliptic arcs and ellipses; leaves out closed-form crossings (see
-// AcGeCurveCurveInt2d).
+// Stand-in for the host's AcGeEllipArc2d. Covers elliptic arcs and ellipses; leaves out closed-form crossings (see AcGeCurveCurveInt2d).
 #pragma once
 
 #include "gecurv2d.h"

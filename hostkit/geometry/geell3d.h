@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeEllipArc3d. Covers elliptic arcs and ellipses; leaves out closed-form crossings (see
-// AcGeCurveCurveInt3d).
+// Stand-in for the host's AcGeEllipArc3d. Covers elliptic arcs and ellipses; leaves out closed-form crossings (see AcGeCurveCurveInt3d).
 #pragma once
 
 #include "gecurv3d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's geometry globals. Covers the class ids, the global tolerance and forward names; leaves out the
-// library's version and error handlers.
+// Stand-in for the host's geometry globals. Covers the class ids, the global tolerance and forward names; leaves out the library's version and error handlers.
 #pragma once
 
 #include "adesk.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeInterval. Covers bounded and unbounded parameter ranges; leaves out interval algebra beyond
-// the intersection.
+// Stand-in for the host's AcGeInterval. Covers bounded and unbounded parameter ranges; leaves out interval algebra beyond the intersection.
 #pragma once
 
 #include "gegbl.h"

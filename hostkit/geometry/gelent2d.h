@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeLinearEnt2d. Covers direction, relations, crossings and overlaps of straight curves; leaves
-// out nothing that callers ask for.
+// Stand-in for the host's AcGeLinearEnt2d. Covers direction, relations, crossings and overlaps of straight curves; leaves out nothing that callers ask for.
 #pragma once
 
 #include "gecurv2d.h"

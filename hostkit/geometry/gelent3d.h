@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeLinearEnt3d. Covers direction, relations, crossings and overlaps of straight curves; leaves
-// out projected overlaps.
+// Stand-in for the host's AcGeLinearEnt3d. Covers direction, relations, crossings and overlaps of straight curves; leaves out projected overlaps.
 #pragma once
 
 #include "gecurv3d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeMatrix2d. Covers affine matrices: composition, inverse and the usual constructions; leaves
-// out perspective (the bottom row is taken as 0 0 1 when points are transformed).
+// Stand-in for the host's AcGeMatrix2d. Covers affine matrices: composition, inverse and the usual constructions; leaves out perspective (the bottom row is taken as 0 0 1 when points are transformed).
 #pragma once
 
 #include "gepnt2d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeNurbCurve2d. Covers rational splines: definition, evaluation, interpolation of fit points,
-// trimming; leaves out knot and degree editing.
+// Stand-in for the host's AcGeNurbCurve2d. Covers rational splines: definition, evaluation, interpolation of fit points, trimming; leaves out knot and degree editing.
 #pragma once
 
 #include "gecurv2d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeNurbCurve3d. Covers rational splines: definition, evaluation, interpolation of fit points,
-// trimming; leaves out knot and degree editing.
+// Stand-in for the host's AcGeNurbCurve3d. Covers rational splines: definition, evaluation, interpolation of fit points, trimming; leaves out knot and degree editing.
 #pragma once
 
 #include "gecurv3d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGePoint2d. Covers arithmetic, distances, the point test and transforms; leaves out nothing
-// that callers ask for.
+// Stand-in for the host's AcGePoint2d. Covers arithmetic, distances, the point test and transforms; leaves out nothing that callers ask for.
 #pragma once
 
 #include "gevec2d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeScale3d. Covers three scale factors as a value; leaves out algebra on them beyond
-// products.
+// Stand-in for the host's AcGeScale3d. Covers three scale factors as a value; leaves out algebra on them beyond products.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeTol. Covers the two tolerances and the point allowance; leaves out nothing
-// that callers ask for.
+// Stand-in for the host's AcGeTol. Covers the two tolerances and the point allowance; leaves out nothing that callers ask for.
 #pragma once
 
 #include <algorithm>

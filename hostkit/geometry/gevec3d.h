@@ -1,5 +1,4 @@
-// Stand-in for the host's AcGeVector3d. Covers arithmetic, lengths, angles, direction tests and transforms; leaves out
-// error conditions.
+// Stand-in for the host's AcGeVector3d. Covers arithmetic, lengths, angles, direction tests and transforms; leaves out error conditions.
 #pragma once
 
 #include "gegbl.h"

@@ -142,7 +142,8 @@ bool readWholeFile(const std::string& path, std::string& content, std::size_t li
     struct stat status = {};
     // One byte more than the file has, so that its end is seen without growing.
     const bool hasSize = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
-    const std::size_t firstSize = hasSize ? static_cast<std::size_t>(status.st_size) + 1 : std::size_t{64} * 1024;
+    const std::size_t firstSize =
+        hasSize ? static_cast<std::size_t>(status.st_size) + 1 : std::size_t{64} * 1024;
     for (std::size_t used = 0;;) {
         if (used == bytes.size()) bytes.resize(used == 0 ? firstSize : used * 2);
         const ssize_t count = read(descriptor, bytes.data() + used, bytes.size() - used);
