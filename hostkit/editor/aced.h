@@ -53,7 +53,7 @@ bool acedUsrBrk();
 /// The buffer has the given number of characters; a longer value is RTERROR.
 int acedGetEnv(const wchar_t* name, wchar_t* value, std::size_t bufferLength = 512);
 int acedGetEnv(const wchar_t* name, CString& value);
-/// For this session. RTERROR for an empty name.
+/// Until the host ends. RTERROR for an empty name.
 int acedSetEnv(const wchar_t* name, const wchar_t* value);
 
 /// A box with one button over the host's main window.
