@@ -382,8 +382,43 @@ void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view gro
     insertIntoSection("HEADER", m_structure.sections.empty() ? "" : m_structure.sections.front().name, whole);
 }
 
+// The variables that name a current record follow it to its new name.
+void DrawingEdits::renameInHeader() {
+    constexpr struct {
+        const wchar_t* name;
+        TableKind kind;
+        int code;
+    } currents[] = {{L"CLAYER", TableKind::kLayer, 8},
+                    {L"CELTYPE", TableKind::kLinetype, 6},
+                    {L"TEXTSTYLE", TableKind::kTextStyle, 7},
+                    {L"DIMSTYLE", TableKind::kDimStyle, 2}};
+    const DrawingStyle& style = m_objects.style();
+    for (const auto& current : currents) {
+        const HeaderVariables::Variable* const variable = m_database.header().find(current.name);
+        const auto* const table = static_cast<const AcDbSymbolTable*>(
+            DatabaseAccess::object(DatabaseAccess::table(m_database, current.kind)));
+        if (!variable || variable->modified || !table) continue;
+        const std::wstring name = m_database.header().text(current.name);
+        for (const AcDbObjectId id : table->records()) {
+            const auto* const record = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(id);
+            if (!record || record->isErased() || record->sourceSpan().isEmpty() ||
+                !record->isChangedSinceRead())
+                continue;
+            const std::wstring oldName =
+                style.text.decode(nameInRecord(m_source.bytes, record->sourceSpan()));
+            if (oldName == record->name() || !equalFolded(oldName, name)) continue;
+            m_text.clear();
+            appendText(current.code, record->name(), style, m_text);
+            std::string headerName = "$";
+            style.text.encode(current.name, headerName);
+            setHeaderVariable(headerName, m_text);
+        }
+    }
+}
+
 void DrawingEdits::editHeader() {
     const HeaderVariables& header = m_database.header();
+    if (m_namesChanged) renameInHeader();
     for (const HeaderVariables::Variable& variable : header.all()) {
         if (!variable.modified || variable.name == L"HANDSEED") continue;
         std::string name = "$";

@@ -65,6 +65,7 @@ private:
     bool addEntitiesOf(const AcDbBlockTableRecord& block);
     bool addParts(const AcDbEntity& owner);
     bool addObjects();
+    void renameInHeader();
     void editHeader();
     void setHeaderVariable(std::string_view name, std::string_view groups);
 

@@ -20,6 +20,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <limits>
 
 using namespace hostkit;
 using namespace drawingtest;
@@ -160,7 +162,12 @@ TEST(Edits, newAndErasedRecordsFindTheirPlace) {
 }
 
 TEST(Edits, aNewNameReachesAllThatUseIt) {
-    const EditedDrawing drawing;
+    EditedDrawing drawing;
+    const std::size_t current = drawing.original.find("$CLAYER\r\n  8\r\n0\r\n");
+    ASSERT_NE(current, std::string::npos);
+    drawing.original.replace(current + 14, 1, "B\xC3\xA9ton \xE4\xB8\xAD");
+    drawing.database = openDrawingFromMemory(drawing.original, L"edited");
+    ASSERT_TRUE(drawing.database);
     AcDbLayerTable* table = nullptr;
     ASSERT_EQ(drawing.database->getLayerTable(table, AcDb::kForRead), Acad::eOk);
     AcDbLayerTableRecord* layer = nullptr;
@@ -169,8 +176,9 @@ TEST(Edits, aNewNameReachesAllThatUseIt) {
     layer->close();
     table->close();
     const std::string saved = drawing.save();
-    EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 1u); // a text has the character too
-    EXPECT_EQ(countOf(saved, "  8\r\nConcrete\r\n"), 1u);
+    EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 1u);    // a text has the character too
+    EXPECT_EQ(countOf(saved, "  8\r\nConcrete\r\n"), 2u); // the entity and the current layer
+    EXPECT_EQ(countOf(saved, "$CLAYER\r\n  8\r\nConcrete\r\n"), 1u);
 }
 
 TEST(Edits, attributesAreAddedToAReferenceWithoutAny) {
@@ -210,6 +218,25 @@ TEST(Edits, anR12DrawingRefusesWhatItCannotHold) {
     WriteOptions options;
     options.tellPort = false;
     EXPECT_EQ(writeDrawingToMemory(*drawing.database, bytes, options), Acad::eNotApplicable);
+}
+
+TEST(Edits, aFileIsReplacedWholeOrNotAtAll) {
+    const EditedDrawing drawing;
+    WriteOptions options;
+    options.tellPort = false;
+    WriteReport report;
+    EXPECT_EQ(writeDrawing(*drawing.database, L"/nowhere/at/all.dxf", options, &report),
+              Acad::eFileAccessErr);
+    EXPECT_EQ(report.message.rfind(L"/nowhere/at/all.dxf: ", 0), 0u);
+    const std::string file = ::testing::TempDir() + "edits_test.dxf";
+    const std::wstring wideFile(file.begin(), file.end());
+    ASSERT_EQ(writeDrawing(*drawing.database, wideFile, options), Acad::eOk);
+    EXPECT_TRUE(openDrawing(wideFile));
+    {
+        AcDbObjectPointer<AcDbLine> line(drawing.first<AcDbLine>(), AcDb::kForWrite);
+        ASSERT_EQ(line->setThickness(std::numeric_limits<double>::infinity()), Acad::eInvalidInput);
+    }
+    std::remove(file.c_str());
 }
 
 TEST(Edits, anObjectOpenForWriteStopsTheSave) {
