@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr std::size_t outputHeld = 64 * 1024;
+constexpr std::size_t outputHeld = 65536;
 // A line longer than this is no command; what is read so far is taken as the line.
-constexpr std::size_t longestLine = 1024 * 1024;
+constexpr std::size_t longestLine = 1048576;
 
 // Texts of a drawing may hold control characters, which a terminal would obey.
 wchar_t shownCharacter(wchar_t character) {

@@ -82,7 +82,10 @@ std::vector<PatternStroke> strokesOf(const PatternLine& line, const AcGePoint2d&
     // False for values that are no numbers, too.
     if (!(end - begin < static_cast<double>(limit)) || !std::isfinite(begin + end + first + last + step))
         return strokes;
-    for (double k = begin; k <= end; ++k) {
+    const auto count = static_cast<std::size_t>(std::max(0.0, end - begin + 1.0));
+    strokes.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double k = begin + static_cast<double>(i);
         const AcGePoint2d start = line.base + line.offset * k;
         const double shift = line.offset.dotProduct(along) * k;
         strokes.push_back({start + along * (first - shift), start + along * (last - shift), first - shift});

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -15,9 +17,16 @@ void print(std::FILE* stream, const std::wstring& text) {
     std::fwrite(bytes.data(), 1, bytes.size(), stream);
 }
 
+// A stream that the caller has closed must not be taken over by the first file that is opened.
+void openMissingStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_RDONLY : O_WRONLY);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
+    openMissingStreams();
     const auto [options, problem] = parseOptions(std::vector<std::string>(arguments + 1, arguments + count));
     if (!problem.empty()) {
         print(stderr, L"vexohost: " + problem + L"\nTry vexohost --help.\n");

@@ -124,6 +124,7 @@ std::vector<PlacedText> placedLines(const AcDbMText& text, std::uint32_t rgb) {
 
     // Base lines in text heights below the top of the first line's capitals.
     std::vector<double> depths;
+    depths.reserve(lines.size());
     double depth = 0.0;
     for (const TextLine& line : lines)
         depths.push_back(depth += depths.empty() ? line.factor : step * line.factor);

@@ -195,6 +195,13 @@ TEST_F(ConsoleTest, RunsWithoutHomeAndInAnyLocale) {
     EXPECT_TRUE(has(run({folder / "\xE9.dxf"}, "", bare).problems, "cannot be read"));
 }
 
+TEST_F(ConsoleTest, ClosedStreamsAreEndsNotFiles) {
+    const std::string closed = program + " " + drawing + " --registry " + folder / "r.txt" + " --output " +
+                               folder / "out.dxf" + " <&- >&- 2>&-";
+    EXPECT_EQ(runProgram({"sh", "-c", closed}).code, exitcode::ok);
+    EXPECT_EQ(readFile(folder / "out.dxf"), readFile(drawing));
+}
+
 TEST_F(ConsoleTest, ControlCharactersNeverReachATerminal) {
     const ProgramResult result = run({drawing, "--module", helpful, "--command", "GREET \x1B[31mred\x07"});
     EXPECT_EQ(result.output, "Hello \xEF\xBF\xBD[31mred\xEF\xBF\xBD\n");
