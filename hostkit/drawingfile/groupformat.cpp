@@ -26,7 +26,7 @@ void appendInteger(std::int64_t value, std::string& bytes) {
 }
 
 void appendHandle(std::uint64_t handle, std::string& bytes) {
-    char digits[16];
+    char digits[16] = {};
     char* const end = std::to_chars(digits, digits + sizeof digits, handle, 16).ptr;
     for (char* digit = digits; digit != end; ++digit)
         if (*digit >= 'a') *digit = static_cast<char>(*digit - 'a' + 'A');

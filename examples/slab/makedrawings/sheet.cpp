@@ -108,7 +108,7 @@ AcDbObjectId Sheet::add(AcDbEntity* entity) {
     const AcDbObjectPointer<AcDbBlockTableRecord> block(m_block, AcDb::kForWrite);
     AcDbObjectId id;
     check(block->appendAcDbEntity(id, entity), "an entity");
-    owned.release();
+    (void)owned.release(); // the block has it now
     entity->close();
     return id;
 }
