@@ -8,13 +8,18 @@
 #include "gepnt3d.h"
 #include "gevec3d.h"
 
+#include <vector>
+
 class AcDb2dPolyline;
 class AcDbArc;
 class AcDbCurve;
 class AcDbEntity;
+class AcDbExtents;
 class AcDbPolyline;
+class AcDbXline;
 class AcGeCurve2d;
 class AcGeCurve3d;
+class AcGeLine3d;
 class AcGePlane;
 
 /// Contours with arcs: measures, conversions and the arithmetic under them. Lengths are drawing units, angles
@@ -258,8 +263,56 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
 /// one looked at; reversals stay. False, and no change, for fewer than 3 points. Points that all coincide
 /// leave none.
 bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
+// ---------------------------------------------------------------------------------------------------------------------
+// Predicates (vexogeometrytools_predicates.cpp)
+// ---------------------------------------------------------------------------------------------------------------------
+
+int IsInteriorPoint(AcArray<AcGePoint3d> polygon, AcGePoint3d point);
+int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& point);
+bool isPointInsideContour(AcGePoint3d point, AcDbCurve* contour);
+bool isPointOnPolyLine(AcDbPolyline* polyline, AcGePoint3d point);
+bool isPointOnPolySegParalelWithViewDir(AcDbPolyline* polyline, AcGePoint3d point, AcGeVector3d viewDir);
+bool isPerpVectorOrientedInsideContour(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour);
+bool isContourOutside(AcDbCurve* first, AcDbCurve* second);
+bool isSelfIntersecting(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
+                        const AcGeVector3d& normal, double scale);
+bool ComparePointsAndBulgesForClosedContours(AcArray<AcGePoint3d> points1, AcArray<AcGeVector3d> bulges1,
+                                             AcArray<AcGePoint3d> points2, AcArray<AcGeVector3d> bulges2,
+                                             double tolerance, bool flatten);
+bool arePointsDiff(const AcArray<AcGePoint3d>& first, const AcArray<AcGePoint3d>& second);
+/// Do two boxes overlap; boxes that only touch do.
+bool IsIntersecting(AcDbExtents first, AcDbExtents second);
+/// Box around the AcDbEntity pointers in the array; false, and `extents` untouched, when none has a box.
+bool getEntitiesExtents(const AcArray<void*>& entities, AcDbExtents& extents);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Common areas (vexogeometrytools_areas.cpp)
+// ---------------------------------------------------------------------------------------------------------------------
+
+AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
+AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* second);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Splitting (vexogeometrytools_splitting.cpp)
+// ---------------------------------------------------------------------------------------------------------------------
+
+/// The projection of each point on the line, in order; the tolerance is not consulted.
+AcArray<AcGePoint3d> getClosestPointsToLine(const AcGeLine3d& line, const AcArray<AcGePoint3d>& points,
+                                            const AcGeTol& tolerance);
+void orderPointsByDir(AcGeVector3d dir, AcArray<AcGePoint3d>& points, bool onLine);
 /// Keeps the first and the last point, exchanged when the last lies to the left (by more than 1e-10) of the
 /// first. An empty array stays empty; a single point becomes both.
 void filterArray(AcArray<AcGePoint3d>& points);
+AcArray<AcGePoint3d> intersectPolyLines(AcDbCurve* first, AcDbCurve* second);
+bool isPointsOnExtents(AcGePoint3d point, AcDbExtents extents, bool inX);
+void correctExtentsPoints(AcGePoint3d& left, AcGePoint3d& right, AcDbCurve* hole);
+AcArray<void*> splitPolyLineByPoints(AcDbCurve* curve, AcArray<AcGePoint3d> points);
+AcDbCurve* giveMeSplitContourByPoints(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour,
+                                      bool nearPart);
+AcArray<void*> splitContourByLine(AcDbPolyline* contour, AcDbXline& line);
+AcArray<void*> splitContourByLine2(AcDbPolyline* contour, AcDbCurve* hole, AcDbXline& left, AcDbXline& right);
+AcArray<void*> splitContourByHole(AcGePoint3d base, AcGeVector3d dir, AcDbPolyline* contour, AcDbCurve* hole);
+AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyline* contour,
+                                   AcArray<void*> holes);
 
 } // namespace VEXOGeometryTools
