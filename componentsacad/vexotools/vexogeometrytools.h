@@ -105,7 +105,8 @@ Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3
 double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal);
 double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc, AcGeVector3d normal);
 
-/// The host's bulge, tan(included angle / 4), in the XY plane; 0 for a bulge of nearly 0.
+/// The host's bulge, tan(included angle / 4) = 2 height / chord, in the XY plane; 0 for a bulge of nearly 0
+/// and where start, apex and end are too close to one line for an arc.
 double getAcadBulgeFromArc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge);
 /// 2 asin(chord / (2 radius)); NaN for a chord longer than the diameter.
 double chordToAngle(double chord, double radius);

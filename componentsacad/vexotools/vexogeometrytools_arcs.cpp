@@ -34,6 +34,24 @@ AcGePoint3d apexOf(const AcGeCircArc3d& arc) {
 
 AcGePoint3d middleOf(const AcGePoint3d& a, const AcGePoint3d& b) { return a + (b - a) / 2; }
 
+/// Tangent of a quarter of the arc's included angle, without sign. The apex stands off the chord to the side
+/// of kZAxis x direction, so that a chord that rises has an arc lower than its bulge, and one along the axis
+/// none.
+double hostBulgeSize(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    const AcGeVector3d run = end - start;
+    const double chord = run.length();
+    const double height = std::abs(bulge) * std::hypot(run.x, run.y) / chord;
+    const double magnitude = std::max(start.largestCoordinate(), end.largestCoordinate()) + std::abs(bulge);
+    // Twice what decides whether three points have an arc at all: there the closed form is the arc's own
+    // value.
+    const double allowed = 2.0 * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    if (chord > allowed && height > allowed) return 2.0 * height / chord;
+    const AcGeVector3d direction = run.normal(AcGeContext::gTol);
+    const AcGePoint3d apex = middleOf(start, end) + bulge * AcGeVector3d::kZAxis.crossProduct(direction);
+    const AcGeCircArc3d arc(start, apex, end);
+    return std::tan((arc.endAng() - arc.startAng()) / 4);
+}
+
 /// Where the ray from the centre through `point` meets the arc; false when the line does not meet it twice or
 /// meets it on the other side only.
 bool snapToArc(const AcGeCircArc3d& arc, const AcGeVector3d& fromCenter, AcGePoint3d& snapped) {
@@ -241,11 +259,8 @@ double getLengthFromCurve(AcGePoint3d start, AcGePoint3d end, AcGePoint3d onArc,
 double getAcadBulgeFromArc(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
     CVxLogEntry entry(L"VEXOGeometryTools::getAcadBulgeFromArc");
     if (!isArcBulge(bulge)) return 0.0;
-    const AcGeVector3d direction = (end - start).normal(AcGeContext::gTol);
-    const AcGePoint3d apex = middleOf(start, end) + bulge * AcGeVector3d::kZAxis.crossProduct(direction);
-    const AcGeCircArc3d arc(start, apex, end);
-    const double hostBulge = std::tan((arc.endAng() - arc.startAng()) / 4);
-    return bulge > kComparisonTolerance ? -hostBulge : hostBulge;
+    const double size = hostBulgeSize(start, end, bulge);
+    return bulge > kComparisonTolerance ? -size : size;
 }
 
 double chordToAngle(double chord, double radius) {

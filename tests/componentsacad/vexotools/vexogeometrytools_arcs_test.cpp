@@ -144,6 +144,42 @@ TEST(ArcArithmetic, RoundTripsInEveryPlacement) {
     EXPECT_LT(worst, 8.0);
 }
 
+TEST(ArcArithmetic, HostBulgeIsThatOfTheArcThroughItsPoints) {
+    std::mt19937 random(33);
+    std::uniform_real_distribution<double> place(-1.0, 1.0);
+    std::uniform_real_distribution<double> power(-12.0, 6.0);
+    int arcs = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const double offset = i % 3 == 0 ? 1e6 : 0.0;
+        const double rise = i % 5 == 0 ? 1.0 : 0.0;
+        const AcGePoint3d start(offset + 100 * place(random), 100 * place(random), rise * place(random));
+        const double reach = std::pow(10.0, power(random) / 2);
+        const AcGePoint3d end =
+            start + reach * AcGeVector3d(place(random), place(random), rise * place(random));
+        const double bulge = std::copysign(std::pow(10.0, power(random)), place(random));
+        SCOPED_TRACE(testing::Message()
+                     << "arc " << i << ", chord " << start.distanceTo(end) << ", bulge " << bulge);
+        const double host = getAcadBulgeFromArc(start, end, bulge);
+        if (bulge * bulge <= 1e-20) {
+            EXPECT_EQ(host, 0.0);
+            continue;
+        }
+        const AcGeVector3d direction = (end - start).normal(AcGeContext::gTol);
+        const AcGePoint3d apex =
+            start + (end - start) / 2 + bulge * AcGeVector3d::kZAxis.crossProduct(direction);
+        const AcGeCircArc3d arc(start, apex, end);
+        const double told = std::tan((arc.endAng() - arc.startAng()) / 4);
+        // Where rounding leaves the three points an arc at all, its angle is as good as the apex is.
+        const double height = apex.distanceTo(start + (end - start) / 2);
+        const double rounding = 64 * AcGe::ulpOf(offset + 200 + std::abs(bulge));
+        const double relative = rounding / height + rounding / start.distanceTo(end);
+        if (relative > 1e-3) continue;
+        ++arcs;
+        EXPECT_NEAR(host, bulge > 0 ? -told : told, told * (1e-12 + 4 * relative * (1 + told)));
+    }
+    EXPECT_GT(arcs, 10000);
+}
+
 TEST(ArcArithmetic, MovedTurnedMirroredAndReversedArcsKeepTheirBulge) {
     std::mt19937 random(32);
     const AcGeMatrix3d mirror =
