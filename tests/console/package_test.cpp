@@ -31,7 +31,8 @@ TEST(Package, ATenLineModuleBuildsAgainstTheInstalledLibrary) {
         "    return AcRx::kRetOK;\n"
         "}\n");
     const ProgramResult configure =
-        runProgram({"cmake", "-S", folder / ".", "-B", folder / "build", "-DCMAKE_PREFIX_PATH=" + prefix,
+        runProgram({"cmake", "-S", folder / ".", "-B", folder / "build", "-G", VEXO_GENERATOR,
+                    "-DCMAKE_PREFIX_PATH=" + prefix, std::string("-DCMAKE_CXX_COMPILER=") + VEXO_COMPILER,
                     std::string("-DCMAKE_CXX_FLAGS=") + VEXO_SANITIZER_FLAGS});
     ASSERT_EQ(configure.code, 0) << configure.output << configure.problems;
     const ProgramResult build = runProgram({"cmake", "--build", folder / "build"});
