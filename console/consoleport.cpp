@@ -13,6 +13,8 @@ namespace {
 constexpr std::size_t outputHeld = 65536;
 // A line longer than this is no command; what is read so far is taken as the line.
 constexpr std::size_t longestLine = 1048576;
+// Of a terminal: the rest of the line goes blank.
+constexpr const char* clearToEnd = "\x1B[K";
 
 // Texts of a drawing may hold control characters, which a terminal would obey.
 wchar_t shownCharacter(wchar_t character) {
@@ -47,6 +49,7 @@ void ConsolePort::print(std::wstring_view text) {
 }
 
 void ConsolePort::flush() {
+    if (!m_output.empty()) clearMeter();
     writeAll(STDOUT_FILENO, m_output);
     m_output.clear();
 }
@@ -90,6 +93,36 @@ hostkit::Input ConsolePort::readLine(std::wstring_view prompt, std::wstring& lin
     return hostkit::Input::line;
 }
 
+// Whole percents only: a terminal is slow, and a person sees no more.
+void ConsolePort::showMeter(int percent) {
+    if (percent == m_meterPercent || isatty(STDERR_FILENO) != 1) return;
+    m_meterPercent = percent;
+    flush();
+    writeAll(STDERR_FILENO,
+             '\r' + shownBytes(m_meterCaption) + ' ' + std::to_string(percent) + " %" + clearToEnd);
+}
+
+void ConsolePort::clearMeter() {
+    if (m_meterPercent >= 0) writeAll(STDERR_FILENO, std::string("\r") + clearToEnd);
+    m_meterPercent = -1;
+}
+
+void ConsolePort::meterStart(std::wstring_view caption, int minimum, int maximum) {
+    clearMeter();
+    m_meterCaption = caption;
+    m_meterMinimum = minimum;
+    m_meterMaximum = maximum;
+    showMeter(0);
+}
+
+void ConsolePort::meterStep(int position) {
+    const double range = static_cast<double>(m_meterMaximum) - m_meterMinimum;
+    if (range > 0.0)
+        showMeter(static_cast<int>((static_cast<double>(position) - m_meterMinimum) / range * 100.0));
+}
+
+void ConsolePort::meterStop() { clearMeter(); }
+
 int ConsolePort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
     reportProblem(caption.empty() ? std::wstring(text) : std::wstring(caption) + L": " + std::wstring(text));
     return hostkit::defaultButton(flags);
@@ -97,5 +130,6 @@ int ConsolePort::messageBox(std::wstring_view text, std::wstring_view caption, u
 
 void ConsolePort::reportProblem(std::wstring_view text) {
     flush();
+    clearMeter();
     writeAll(STDERR_FILENO, shownBytes(text) + '\n');
 }

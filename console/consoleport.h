@@ -5,8 +5,8 @@
 #include <string>
 
 /// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes
-/// go to standard error, all as UTF-8 whatever the locale. A box is answered by its default button, since
-/// nobody may be there.
+/// go to standard error, all as UTF-8 whatever the locale. The meter is a line of standard error where that
+/// is a terminal, and nothing elsewhere. A box is answered by its default button, since nobody may be there.
 class ConsolePort final : public hostkit::HostPort {
 public:
     ~ConsolePort() override;
@@ -14,6 +14,9 @@ public:
     void print(std::wstring_view text) override;
     /// Input::cancelled when Ctrl-C came; Input::end when the input is at its end or closed.
     hostkit::Input readLine(std::wstring_view prompt, std::wstring& line) override;
+    void meterStart(std::wstring_view caption, int minimum, int maximum) override;
+    void meterStep(int position) override;
+    void meterStop() override;
     int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
     void reportProblem(std::wstring_view text) override;
     bool interruptRequested() const override;
@@ -25,8 +28,14 @@ public:
 
 private:
     bool fillInput();
+    void showMeter(int percent);
+    void clearMeter();
 
     std::string m_output;
     std::string m_input;
     bool m_isAtEnd = false;
+    std::wstring m_meterCaption;
+    int m_meterMinimum = 0;
+    int m_meterMaximum = 0;
+    int m_meterPercent = -1; ///< as shown; -1 when no meter is
 };

@@ -4,6 +4,7 @@
 #include "host.h"
 #include "windows.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cwchar>
@@ -252,6 +253,29 @@ int acedSetEnv(const wchar_t* name, const wchar_t* value) {
     if (!name || !*name || !value) return RTERROR;
     hostkit::currentPort()->setEnvironment(name, value);
     return RTNORM;
+}
+
+int acedSetStatusBarProgressMeter(const wchar_t* caption, int minimum, int maximum) {
+    Host* host = Host::current();
+    if (!host || maximum <= minimum) return -1;
+    acedRestoreStatusBar();
+    host->meter() = {true, minimum, maximum};
+    host->port().meterStart(caption ? caption : L"", minimum, maximum);
+    return 0;
+}
+
+int acedSetStatusBarProgressMeterPos(int position) {
+    Host* host = Host::current();
+    if (!host || !host->meter().isShown) return -1;
+    host->port().meterStep(std::clamp(position, host->meter().minimum, host->meter().maximum));
+    return 0;
+}
+
+void acedRestoreStatusBar() {
+    Host* host = Host::current();
+    if (!host || !host->meter().isShown) return;
+    host->meter().isShown = false;
+    host->port().meterStop();
 }
 
 int acedAlert(const wchar_t* text) {

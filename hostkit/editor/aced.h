@@ -1,4 +1,4 @@
-// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, environment, alerts and the main window; leaves out selection and system variables.
+// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, environment, alerts, the status bar's meter and the main window; leaves out selection and system variables.
 #pragma once
 
 #include "accmd.h"
@@ -55,6 +55,14 @@ int acedGetEnv(const wchar_t* name, wchar_t* value, std::size_t bufferLength = 5
 int acedGetEnv(const wchar_t* name, CString& value);
 /// Until the host ends. RTERROR for an empty name.
 int acedSetEnv(const wchar_t* name, const wchar_t* value);
+
+/// Shows a meter with its caption in the status bar, at its minimum; one that stands there is replaced. 0;
+/// -1, and nothing shown, when the maximum is not above the minimum.
+int acedSetStatusBarProgressMeter(const wchar_t* caption, int minimum, int maximum);
+/// Moves the meter; positions beyond its bounds stand at them. 0; -1 when none is shown.
+int acedSetStatusBarProgressMeterPos(int position);
+/// Takes the meter away; without one, nothing.
+void acedRestoreStatusBar();
 
 /// A box with one button over the host's main window.
 int acedAlert(const wchar_t* text);

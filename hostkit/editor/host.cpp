@@ -48,6 +48,7 @@ struct Host::Parts {
     ScopedDatabaseServices databaseScope;
     AcApDocManager documents;
     std::vector<RunningCommand*> running;
+    StatusBarMeter meter;
     Host* earlier = nullptr;
 };
 
@@ -71,6 +72,7 @@ HostPort& Host::port() { return m_parts->port; }
 RuntimeServices& Host::runtime() { return *m_parts->runtime; }
 AcEdCommandStack& Host::commands() { return m_parts->commands; }
 AcApDocManager& Host::documents() { return m_parts->documents; }
+StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {
     ReadReport report;

@@ -32,6 +32,13 @@ struct RunningCommand {
     std::wstring lastKeyword{}; ///< behind the last RTKWORD
 };
 
+/// The meter in the status bar.
+struct StatusBarMeter {
+    bool isShown = false;
+    int minimum = 0;
+    int maximum = 0;
+};
+
 /// A host, from its making to its end the current one: its port, run-time services, database services,
 /// commands and documents are what the functions of the kit find. Hosts nest; the earlier one comes back when
 /// the newer goes. At its end documents are closed first, without saving, then modules leave, while all the
@@ -51,6 +58,9 @@ public:
     RuntimeServices& runtime();
     AcEdCommandStack& commands();
     AcApDocManager& documents();
+
+    /// What acedSetStatusBarProgressMeter and its companions go by.
+    StatusBarMeter& meter();
 
     /// Reads a drawing into a new document, which becomes the current one. Problems go to the port with file,
     /// line and reason. On failure nothing of it stays.

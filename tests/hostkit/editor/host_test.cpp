@@ -75,6 +75,22 @@ TEST(HostLife, NothingIsCurrentWithoutAHost) {
     EXPECT_EQ(text, L"kept");
 }
 
+TEST_F(HostTest, TheMeterIsShownMovedAndTakenAway) {
+    EXPECT_EQ(acedSetStatusBarProgressMeterPos(5), -1) << "none is shown";
+    EXPECT_EQ(acedSetStatusBarProgressMeter(L"upside down", 10, 10), -1);
+    EXPECT_TRUE(port.meters.empty());
+    EXPECT_EQ(acedSetStatusBarProgressMeter(L"first", 0, 10), 0);
+    for (const int position : {4, -7, 99}) EXPECT_EQ(acedSetStatusBarProgressMeterPos(position), 0);
+    EXPECT_EQ(acedSetStatusBarProgressMeter(L"second", 0, 2), 0);
+    acedRestoreStatusBar();
+    acedRestoreStatusBar();
+    EXPECT_EQ(acedSetStatusBarProgressMeterPos(1), -1);
+    ASSERT_EQ(port.meters.size(), 2u);
+    EXPECT_EQ(port.meters[0].positions, (std::vector<int>{4, 0, 10}));
+    EXPECT_TRUE(port.meters[0].stopped) << "replaced";
+    EXPECT_TRUE(port.meters[1].stopped && port.meters[1].positions.empty());
+}
+
 TEST_F(HostTest, ALineNamesItsCommandAndResultsComeBack) {
     EXPECT_EQ(run(L"", [] { FAIL(); }).status, Acad::eOk);
     EXPECT_EQ(run(L"  \t", [] { FAIL(); }).status, Acad::eOk);
