@@ -1,0 +1,117 @@
+#pragma once
+
+#include "acadstrc.h"
+#include "acarray.h"
+#include "afx.h"
+#include "dbid.h"
+#include "dbmaindefs.h"
+
+class AcApDocument;
+class AcDbDatabase;
+class AcDbDictionary;
+class AcDbEntity;
+class AcDbObject;
+class AcGePoint3d;
+class VEXOSmartLock;
+
+/// Where the application keeps its data in a drawing, and how it gets there.
+class VEXODatabaseTools {
+public:
+    // -----------------------------------------------------------------------------------------------------------------
+    // Dictionary tree (vexodatabasetools.cpp)
+    // -----------------------------------------------------------------------------------------------------------------
+    //
+    // Below the drawing's named-object dictionary (level 0) stands one dictionary a service (level 1) under a
+    // fixed name: "VEXO_SERVICES", "VEXO_INFO", "VEXO_REP_STYLES", "VEXO_MOULD_REFERENCE", or any other that
+    // a caller passes; its entries are level 2. Names are the host's: compared without regard to case.
+    //
+    // int results are 1 for success and 0 for failure unless told otherwise. A null database is the host's
+    // working database, but for isExistInfoObjectDictionary. Nothing is shown, level 0 is closed on every
+    // path, and no open is tried twice. Locks are taken before anything is opened, and for writing only.
+
+    /// The level 1 dictionary of that name, open in `mode` for the caller to close; null when it is missing,
+    /// open elsewhere, no dictionary, or there is no database. For write, and with `create` not 0, a missing
+    /// one is made; a new "VEXO_SERVICES" (in any case) is stamped with the integer 1 under application
+    /// "ORDANE", key "VEXO_SERVICES". For write a document lock is held during the call alone, whether it
+    /// could be had or not: callers that go on writing hold their own.
+    static AcDbDictionary* openDictionary(const wchar_t* name, AcDb::OpenMode mode, AcDbDatabase* database,
+                                          int create);
+    /// The same in the document's database; a missing one is always made for write, and never stamped. Null
+    /// for a null document.
+    static AcDbDictionary* openDictionary(const wchar_t* name, AcDb::OpenMode mode, AcApDocument* document);
+    /// The form that hands out its lock. For write, `lock` becomes a guard on the current document (not on
+    /// the database's own), and a lock that cannot be had is a failure. Nothing is stamped. On failure the
+    /// guard is deleted and `lock` set to null, but for one case that callers handle: a missing dictionary
+    /// that was not made, or an entry that is no dictionary, leaves the guard in `lock`. So delete `lock`
+    /// whenever it is not null, also after a null result, and only after closing the dictionary. For read,
+    /// success leaves `lock` alone.
+    static AcDbDictionary* openDictionary2(const wchar_t* name, AcDb::OpenMode mode, VEXOSmartLock*& lock,
+                                           AcDbDatabase* database, int create);
+
+    /// Puts the object into the level 1 dictionary of that name, which is made where it is missing. A null
+    /// key lets the host name the entry ("*"). The object is closed, and the dictionary too with
+    /// `closeDictionary`. 0, with the object untouched, only when the dictionary cannot be had; a refused
+    /// object (a key that is taken) gives 1 and shows in `id` alone, which stays as it was. A refused object
+    /// that was new is still the caller's.
+    static int appendToDictionary(const wchar_t* dictionaryName, AcDbObject* object, AcDbObjectId& id,
+                                  AcDbDatabase* database, bool closeDictionary, const wchar_t* key);
+    /// The same for a dictionary that is open for write, and stays open. 0 for null or one that is not.
+    static int appendToDictionary(AcDbDictionary* dictionary, AcDbObject* object, AcDbObjectId& id,
+                                  const wchar_t* key);
+    /// The same in the document's database.
+    static int appendToDictionary(const wchar_t* dictionaryName, AcDbObject* object, AcDbObjectId& id,
+                                  AcApDocument* document, const wchar_t* key, int closeDictionary);
+
+    /// Opens an entry for the caller to close; untouched after 0. For write a document lock is held during
+    /// the call alone.
+    static int getFromDictionary(const wchar_t* dictionaryName, const wchar_t* key, AcDbObject*& object,
+                                 AcDb::OpenMode mode, AcDbDatabase* database);
+    /// An entry's id; untouched after 0.
+    static int getFromDictionary(const wchar_t* dictionaryName, const wchar_t* key, AcDbObjectId& id,
+                                 AcDbDatabase* database);
+    /// The ids of all entries in the dictionary's order; the array is emptied first. A dictionary that cannot
+    /// be opened gives 1 and no ids; 0 only when the host gives no iterator.
+    static int getFromDictionary(const wchar_t* dictionaryName, AcDbObjectIdArray& ids,
+                                 AcDbDatabase* database);
+    /// In an open dictionary; the database is not consulted. 0 for null.
+    static int getFromDictionary(AcDbDictionary* dictionary, const wchar_t* key, AcDbObjectId& id,
+                                 AcDbDatabase* database);
+    /// 1 when the key is there. `id` becomes the entry's, or null when the key is missing; without the
+    /// dictionary it stays as it was.
+    static int isEntryInDictionary(const wchar_t* dictionaryName, const wchar_t* key, AcDbObjectId& id,
+                                   AcDbDatabase* database);
+
+    /// Whether the drawing has the dictionary "VEXO_INFO". Here null is no database, and false.
+    static bool isExistInfoObjectDictionary(AcDbDatabase* database);
+    /// The build version that the first stamped entry of "VEXO_INFO" carries (application "ORDANE", key
+    /// "ORDANE"). eInvalidInput without the dictionary, without entries and when the last entry has no stamp;
+    /// the status of its open when that failed. `version` is untouched unless eOk.
+    static Acad::ErrorStatus getOrdaneBuildVersion(int& version, AcDbDatabase* database);
+
+    /// Appends a new entity to the block of that name, which is made where it is missing. The entity stays
+    /// open for the caller to close; after 0 it is still the caller's. No lock is taken.
+    static int appendEntity(AcDbEntity* entity, const wchar_t* blockName, AcDbObjectId& id,
+                            AcDbDatabase* database);
+    /// The same in the working database, under a lock on the current document. 3 for a null entity. An entity
+    /// that is in a drawing already counts as success; `id` then stays as it was.
+    static int appendEntity(AcDbEntity* entity, const wchar_t* blockName, AcDbObjectId& id);
+
+    // Walks. Each empties its array first and gives what is not erased, in the drawing's order; 0, and no
+    // ids, when the database or the block cannot be had.
+
+    /// The entities of all blocks, the spaces among them. A block that cannot be opened is left out.
+    static int getFromBlockTable(AcDbObjectIdArray& ids, AcDbDatabase* database);
+    /// The entities of the block of that name.
+    static int getFromBlockTable(AcDbObjectIdArray& ids, const wchar_t* blockName, AcDbDatabase* database);
+    /// The entities of model space.
+    static int getFromModelSpace(AcDbObjectIdArray& ids, AcDbDatabase* database);
+    /// The record of that name in the table that the word names: "APPID", "BLOCK", "DIMSTYLE", "LAYER",
+    /// "LTYPE", "STYLE", "UCS", "VIEW" or "VPORT", in any case. A null id for another word or a missing
+    /// record.
+    static AcDbObjectId getFromSymbolTable(const wchar_t* tableWord, const wchar_t* name,
+                                           AcDbDatabase* database = nullptr);
+
+    // -----------------------------------------------------------------------------------------------------------------
+    // Extended data (vexodatabasetools_xdata.cpp)
+    // -----------------------------------------------------------------------------------------------------------------
+};
