@@ -40,7 +40,14 @@ Acad::ErrorStatus AcDbDictionary::getAt(const wchar_t* name, AcDbObject*& object
     object = nullptr;
     AcDbObjectId id;
     const Acad::ErrorStatus status = getAt(name, id);
-    return status == Acad::eOk ? acdbOpenAcDbObject(object, id, mode) : status;
+    return status == Acad::eOk ? statusOfEntry(acdbOpenAcDbObject(object, id, mode)) : status;
+}
+
+// Callers tell a busy entry from a missing one by one number, whoever holds it and how.
+Acad::ErrorStatus AcDbDictionary::statusOfEntry(Acad::ErrorStatus opened) {
+    const bool isBusy =
+        opened == Acad::eWasOpenForRead || opened == Acad::eWasOpenForNotify || opened == Acad::eAtMaxReaders;
+    return isBusy ? Acad::eWasOpenForWrite : opened;
 }
 
 bool AcDbDictionary::has(const wchar_t* name) const { return name && find(name); }
@@ -90,10 +97,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     if (object->database() && object->database() != database()) return Acad::eInvalidInput;
     const std::wstring key = name[0] == L'*' ? freeName() : name;
     const Entry* old = find(key);
-    if (old && old->id != object->objectId()) {
-        const Acad::ErrorStatus status = eraseOwned(old->id);
-        if (status != Acad::eOk) return status;
-    }
+    if (old && old->id != object->objectId()) return Acad::eDuplicateKey;
     assertWriteEnabled();
     if (object->objectId().isNull())
         DatabaseAccess::addOpen(*database(), object, objectId());
@@ -102,18 +106,6 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     id = object->objectId();
     put(key, id);
     return Acad::eOk;
-}
-
-// What another container owns only loses its name here.
-Acad::ErrorStatus AcDbDictionary::eraseOwned(AcDbObjectId id) {
-    const AcDbObject* owned = DatabaseAccess::object(id);
-    if (!owned || owned->ownerId() != objectId()) return Acad::eOk;
-    AcDbObject* object = nullptr;
-    Acad::ErrorStatus status = acdbOpenAcDbObject(object, id, AcDb::kForWrite);
-    if (status != Acad::eOk) return status;
-    status = object->erase();
-    object->close();
-    return status;
 }
 
 Acad::ErrorStatus AcDbDictionary::takeOut(const Entry* entry) {

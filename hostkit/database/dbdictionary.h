@@ -24,14 +24,15 @@ public:
 
     /// eKeyNotFound; the id stays as it was.
     Acad::ErrorStatus getAt(const wchar_t* name, AcDbObjectId& id) const;
-    /// Opens the entry for the caller: eKeyNotFound, or the statuses of an open.
+    /// Opens the entry for the caller: eKeyNotFound, eWasOpenForWrite for an entry that another open holds
+    /// (whatever that open is), or the other statuses of an open.
     Acad::ErrorStatus getAt(const wchar_t* name, AcDbObject*& object, AcDb::OpenMode mode) const;
     template <typename T>
     Acad::ErrorStatus getAt(const wchar_t* name, T*& object, AcDb::OpenMode mode) const {
         object = nullptr;
         AcDbObjectId id;
         const Acad::ErrorStatus status = getAt(name, id);
-        return status == Acad::eOk ? acdbOpenObject(object, id, mode) : status;
+        return status == Acad::eOk ? statusOfEntry(acdbOpenObject(object, id, mode)) : status;
     }
     bool has(const wchar_t* name) const;
     bool has(AcDbObjectId id) const;
@@ -40,10 +41,10 @@ public:
     Adesk::UInt32 numEntries() const;
 
     /// Makes the object an entry. A new object enters the drawing and stays open for write; one that is in
-    /// the drawing already stays as it is. What had the name before is erased, if it is this dictionary's
-    /// own, with the status of the erase. "*" (or a name that begins with it) makes a name of its own, "*A1"
-    /// and on. eInvalidKey for an empty name or one with | or characters below the space; eNullObjectPointer;
-    /// eNoDatabase for a dictionary of no drawing.
+    /// the drawing already stays as it is. "*" (or a name that begins with it) makes a name of its own, "*A1"
+    /// and on. A refused object is not touched: eDuplicateKey for a name that another object has (remove or
+    /// erase that one first); eInvalidKey for an empty name or one with | or characters below the space;
+    /// eNullObjectPointer; eNoDatabase for a dictionary of no drawing.
     Acad::ErrorStatus setAt(const wchar_t* name, AcDbObject* object, AcDbObjectId& id);
     /// Takes the entry out; the object stays in the drawing, without an owner, if it was this dictionary's
     /// own.
@@ -81,7 +82,7 @@ private:
     const Entry* find(std::wstring_view name) const;
     const Entry* find(AcDbObjectId id) const;
     std::wstring freeName();
-    Acad::ErrorStatus eraseOwned(AcDbObjectId id);
+    static Acad::ErrorStatus statusOfEntry(Acad::ErrorStatus opened);
     Acad::ErrorStatus takeOut(const Entry* entry);
     /// Replaces an entry of that name, whatever it holds.
     void put(std::wstring_view name, AcDbObjectId id);

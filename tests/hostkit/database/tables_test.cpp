@@ -240,19 +240,25 @@ TEST_F(Dictionaries, EntriesByName) {
     EXPECT_EQ(Acad::eNotOpenForWrite, root->remove(L"VEXO_SERVICES"));
 }
 
-TEST_F(Dictionaries, ReplacingErasesWhatWasThere) {
+TEST_F(Dictionaries, TakenNamesAndBusyEntries) {
     const AcDbObjectId first = addEntry(L"Entry");
-    const AcDbObjectId second = addEntry(L"ENTRY");
-    EXPECT_TRUE(first.isErased());
-    EXPECT_EQ((std::vector<std::wstring>{L"ACAD_GROUP", L"ACAD_LAYOUT", L"ENTRY"}), entryNames());
-    AcDbObjectPointer<AcDbObject> busy(second, AcDb::kForRead);
     AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForWrite);
     AcDbXrecord refused;
     AcDbObjectId id;
-    EXPECT_EQ(Acad::eWasOpenForRead, root->setAt(L"Entry", &refused, id));
-    EXPECT_TRUE(id.isNull() && refused.objectId().isNull());
-    EXPECT_EQ(Acad::eOk, root->getAt(L"entry", id));
-    EXPECT_EQ(second, id);
+    EXPECT_EQ(Acad::eDuplicateKey, root->setAt(L"ENTRY", &refused, id));
+    EXPECT_TRUE(id.isNull() && refused.objectId().isNull() && !first.isErased());
+    for (const AcDb::OpenMode held : {AcDb::kForRead, AcDb::kForWrite, AcDb::kForNotify}) {
+        AcDbObjectPointer<AcDbObject> busy(first, held);
+        AcDbObject* object = nullptr;
+        AcDbXrecord* record = nullptr;
+        EXPECT_EQ(83, root->getAt(L"entry", object, AcDb::kForWrite)) << held;
+        EXPECT_EQ(83, root->getAt(L"entry", record, AcDb::kForWrite)) << held;
+        EXPECT_TRUE(!object && !record);
+        if (held == AcDb::kForWrite) {
+            EXPECT_EQ(Acad::eOk, root->setAt(L"Entry", busy.object(), id)) << "its own name is no other's";
+            EXPECT_EQ(first, id);
+        }
+    }
 }
 
 TEST_F(Dictionaries, ErasedEntriesCountAsAbsentAndComeBack) {
