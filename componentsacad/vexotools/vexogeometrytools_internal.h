@@ -11,6 +11,8 @@ namespace VEXOGeometryTools {
 inline constexpr double kComparisonTolerance = 1e-10;
 /// Bound for squared values: a bulge is an arc when its square is above this.
 inline constexpr double kSquaredTolerance = 1e-20;
+/// How far correctExtentsPoints moves a point inwards.
+inline constexpr double kExtentsNudge = 1e-8;
 
 /// a < b beyond doubt: the left operand alone is widened, so that the order of the operands matters.
 inline bool isDefinitelyLess(double a, double b) {

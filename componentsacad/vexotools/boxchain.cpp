@@ -1,0 +1,31 @@
+#include "boxchain.h"
+
+#include <algorithm>
+#include <limits>
+
+void BoxChain::Box::extend(const Box& other) {
+    lowX = std::min(lowX, other.lowX);
+    highX = std::max(highX, other.highX);
+    lowY = std::min(lowY, other.lowY);
+    highY = std::max(highY, other.highY);
+}
+
+BoxChain::Box BoxChain::emptyBox() {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return {infinity, -infinity, infinity, -infinity};
+}
+
+BoxChain::BoxChain(std::vector<Box> boxes) {
+    m_levels.push_back(std::move(boxes));
+    while (m_levels.back().size() > 1) {
+        const std::vector<Box>& below = m_levels.back();
+        std::vector<Box> level;
+        level.reserve((below.size() + kFanOut - 1) / kFanOut);
+        for (std::size_t i = 0; i < below.size(); i += kFanOut) {
+            Box box = below[i];
+            for (std::size_t k = i + 1; k < std::min(i + kFanOut, below.size()); ++k) box.extend(below[k]);
+            level.push_back(box);
+        }
+        m_levels.push_back(std::move(level));
+    }
+}

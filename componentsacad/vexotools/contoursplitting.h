@@ -1,0 +1,20 @@
+#pragma once
+
+#include "acarray.h"
+
+class AcDbCurve;
+class AcDbPolyline;
+class AcDbXline;
+
+/// What the splitting of contours shares between its files.
+namespace VEXOGeometryTools {
+
+/// Deletes the curves and empties the array.
+void deleteCurves(AcArray<void*>& curves);
+
+/// The strips of splitContourByLine2. `isPlain` is false when a strip's edge on the hole meets the contour
+/// more than twice: first and last crossing then need not bound one strip.
+AcArray<void*> stripsBetweenLines(AcDbPolyline* contour, AcDbCurve* hole, const AcDbXline& left,
+                                  const AcDbXline& right, bool& isPlain);
+
+} // namespace VEXOGeometryTools
