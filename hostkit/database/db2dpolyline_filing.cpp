@@ -1,5 +1,6 @@
 #include "db2dpolyline.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -34,3 +35,5 @@ Acad::ErrorStatus AcDb2dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::groups, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDb2dPolyline)

@@ -1,5 +1,6 @@
 #include "db2dvertex.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -28,3 +29,5 @@ Acad::ErrorStatus AcDb2dVertex::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::groups, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDb2dVertex)

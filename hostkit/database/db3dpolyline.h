@@ -44,6 +44,8 @@ public:
     AcRxObject* clone() const override { return new AcDb3dPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
     AcDbCurve* piece(double from, double to) const override;

@@ -1,5 +1,6 @@
 #include "db3dvertex.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -27,3 +28,5 @@ Acad::ErrorStatus AcDb3dPolylineVertex::dxfOutFields(AcDbDxfFiler* filer) const 
     writeFields(*filer, Filing::groups, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDb3dPolylineVertex)

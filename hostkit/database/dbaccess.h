@@ -86,6 +86,10 @@ public:
     static SubentityList* parts(AcDbEntity& entity);
 
     static void setRecordName(AcDbSymbolTableRecord& record, std::wstring_view name) { record.m_name = name; }
+    /// The record has another name than before: its table finds it by the new one.
+    static void followName(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
+        if (auto* table = objectOf<AcDbSymbolTable>(record.ownerId())) table->rename(record, oldName);
+    }
     /// The record is in the drawing and has its name. A second one of a name is a record too, but is not
     /// found by it.
     static void enterRecord(AcDbSymbolTable& table, AcDbSymbolTableRecord& record) { table.enter(record); }

@@ -1,5 +1,6 @@
 #include "dbarc.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 #include <cmath>
@@ -49,3 +50,5 @@ Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::arc, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbArc)

@@ -33,6 +33,8 @@ public:
     AcRxObject* clone() const override { return new AcDbAttributeDefinition(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
     const std::wstring& shownText() const override { return m_tag; }

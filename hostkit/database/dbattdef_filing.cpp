@@ -1,5 +1,6 @@
 #include "dbattdef.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -42,3 +43,5 @@ Acad::ErrorStatus AcDbAttributeDefinition::dxfOutFields(AcDbDxfFiler* filer) con
     filer->writeInteger(Filing::versionOrLockCode, m_lockPosition);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbAttributeDefinition)

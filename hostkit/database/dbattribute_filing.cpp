@@ -1,5 +1,6 @@
 #include "dbattribute.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -41,3 +42,5 @@ Acad::ErrorStatus AcDbAttribute::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeInteger(Filing::versionOrLockCode, m_lockPosition);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbAttribute)

@@ -1,5 +1,7 @@
 #include "dbblockend.h"
 
+#include "fielditems.h"
+
 Acad::ErrorStatus AcDbBlockEnd::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status == Acad::eOk && !filer->isR12Form()) (void)filer->atSubclassData(L"AcDbBlockEnd");
@@ -11,3 +13,5 @@ Acad::ErrorStatus AcDbBlockEnd::dxfOutFields(AcDbDxfFiler* filer) const {
     if (status == Acad::eOk) filer->writeSubclassMark(L"AcDbBlockEnd");
     return status;
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbBlockEnd)

@@ -71,6 +71,8 @@ public:
     AcRxObject* clone() const override { return new AcDbBlockReference(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;

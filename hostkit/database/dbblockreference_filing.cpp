@@ -1,5 +1,6 @@
 #include "dbblockreference.h"
 
+#include "fielditems.h"
 #include "symbolnames.h"
 
 using namespace hostkit;
@@ -90,3 +91,5 @@ void AcDbBlockReference::writeArrayGroups(AcDbDxfFiler& filer) const {
         filer.writeInteger(code, 1);
     }
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbBlockReference)

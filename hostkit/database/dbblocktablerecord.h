@@ -57,6 +57,8 @@ public:
     /// The fields of the table's record. Those of the block itself are its begin record's to file.
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
     /// The spaces stay. The entities of an erased block are erased with it.

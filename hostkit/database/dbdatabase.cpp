@@ -7,7 +7,7 @@
 
 #include "casefold.h"
 
-HOSTKIT_KIT_ABSTRACT_CLASS(AcDbDatabase, AcRxObject)
+HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcDbDatabase, AcRxObject)
 
 using hostkit::DatabaseAccess;
 using hostkit::TableKind;

@@ -1,5 +1,6 @@
 #include "dbdictdflt.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -23,3 +24,5 @@ Acad::ErrorStatus AcDbDictionaryWithDefault::dxfOutFields(AcDbDxfFiler* filer) c
     writeFields(*filer, Filing::groups, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbDictionaryWithDefault)

@@ -1,5 +1,6 @@
 #include "dbdim.h"
 
+#include "fielditems.h"
 #include "symbolnames.h"
 
 using namespace hostkit;
@@ -123,3 +124,5 @@ Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
     Filing::writeOfType(*this, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbDimension)

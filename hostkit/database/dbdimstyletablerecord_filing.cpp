@@ -1,5 +1,6 @@
 #include "dbdimstyletablerecord.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -33,3 +34,5 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     writeBlock(*filer, m_groups);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbDimStyleTableRecord)

@@ -46,6 +46,8 @@ public:
     AcRxObject* clone() const override { return new AcDbEllipse(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
     bool geometry(hostkit::CurveGeometry& geometry) const override;

@@ -1,6 +1,7 @@
 #include "dbent.h"
 
 #include "dbaccess.h"
+#include "fielditems.h"
 #include "symbolnames.h"
 
 using namespace hostkit;
@@ -60,7 +61,7 @@ struct AcDbEntity::Filing {
         constexpr std::wstring_view byLayer = L"BYLAYER";
         const std::wstring_view name = symbolName(entity.m_linetypeId, byLayer);
         if (equalFolded(name, byLayer)) filer.markDefault();
-        filer.writeText(linetype[0].code, name);
+        filer.writeRecordName(linetype[0].code, entity.m_linetypeId, name);
     }
 };
 
@@ -79,7 +80,7 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
         filer->markOptional();
         filer->writeInteger(Filing::paperSpaceCode, 1);
     }
-    filer->writeText(Filing::layer[0].code, symbolName(m_layerId, L"0"));
+    filer->writeRecordName(Filing::layer[0].code, m_layerId, symbolName(m_layerId, L"0"));
     Filing::writeLinetype(*this, *filer);
     Filing::writeColor(m_color, *filer);
     const auto& [layer, linetype, weight, scale, invisible] = Filing::look;
@@ -88,3 +89,5 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
     invisible.write(*this, invisible, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbEntity)

@@ -1,5 +1,6 @@
 #include "dbface.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -37,3 +38,5 @@ Acad::ErrorStatus AcDbFace::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::groups, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbFace)

@@ -1,4 +1,4 @@
-// Stand-in for the host's filers. Covers the text filer's groups, the binary filer's items and their errors; leaves out progress, seeking and the filers of deep clone.
+// Stand-in for the host's filers. Covers the text filer's groups, the binary filer's items and their errors; leaves out progress and 8-bit items.
 #pragma once
 
 #include "dbdxfgroup.h"
@@ -64,6 +64,10 @@ public:
     /// The object that a handle or pointer group means. Null for handle 0 and for one that no object of the
     /// drawing has, once reading is over; while a drawing is read the id comes before the object.
     virtual AcDbObjectId objectIdOf(const AcDbDxfGroup& group);
+    /// An angle group in radians; a drawing file has degrees.
+    virtual double angleOf(const AcDbDxfGroup& group) const;
+    /// True where the group came as an id and not as the name of a record; the id may be null.
+    virtual bool recordOf(const AcDbDxfGroup&, AcDbObjectId&) const { return false; }
     /// The next group as a record of a list; the record's own link stays as it is. A text is from
     /// acutNewString and belongs to the record; an old text of the record is not freed. Handles come as text,
     /// codes 330 to 369 too.
@@ -82,11 +86,17 @@ public:
     virtual void markOptional() {}
     virtual void writeText(short code, std::wstring_view text);
     virtual void writeReal(short code, double value);
+    /// Radians. A drawing file gets degrees; filers that serve one process keep the value to the bit.
+    virtual void writeAngle(short code, double radians);
     /// The code is that of x; y and z follow with code + 10 and + 20.
     virtual void writePoint(short code, const double* coordinates, int dimension);
     /// For 16-, 32- and 64-bit codes alike; the code's kind says how many places it has.
     virtual void writeInteger(short code, Adesk::Int64 value);
     virtual void writeHandle(short code, Adesk::UInt64 handle);
+    /// The kind of reference is the code's, see writeItem.
+    virtual void writeId(short code, AcDbObjectId id);
+    /// A reference to a symbol record, which a drawing file has by its name; an empty name is not written.
+    virtual void writeRecordName(short code, AcDbObjectId record, std::wstring_view name);
     virtual void writeBinary(short code, const void* bytes, std::size_t size);
     /// Code 100. Writes nothing in a form without subclass marks.
     virtual void writeSubclassMark(const wchar_t* name);
@@ -107,7 +117,7 @@ public:
     void writeItem(short code, const AcDbHandle& handle) { writeHandle(code, handle.value()); }
     /// The kind of reference is the code's: 320 to 329 none, 330 to 339 soft pointer, 340 to 349 hard
     /// pointer, 350 to 359 soft owner, 360 to 369 hard owner.
-    void writeItem(short code, const AcDbObjectId& id) { writeHandle(code, id.handle().value()); }
+    void writeItem(short code, const AcDbObjectId& id) { writeId(code, id); }
     void writeItem(short code, const AcGePoint3d& point) { writePoint(code, &point.x, 3); }
     void writeItem(short code, const AcGeVector3d& vector) { writePoint(code, &vector.x, 3); }
     void writeItem(short code, const AcGePoint2d& point) { writePoint(code, &point.x, 2); }
@@ -151,6 +161,11 @@ public:
     virtual Acad::ErrorStatus filerStatus() const = 0;
     virtual void resetFilerStatus() = 0;
     virtual void setFilerStatus(Acad::ErrorStatus status) = 0;
+
+    /// Where the next item is read or written. Method 0 counts from the start, 1 from here, 2 from the end.
+    /// eNotApplicable for filers that only go forward; eInvalidInput for a place outside the stream.
+    virtual Acad::ErrorStatus seek(Adesk::Int64 offset, int method) = 0;
+    virtual Adesk::Int64 tell() const = 0;
 
     virtual Acad::ErrorStatus readInt16(Adesk::Int16* value) = 0;
     virtual Acad::ErrorStatus readInt32(Adesk::Int32* value) = 0;

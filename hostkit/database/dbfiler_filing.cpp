@@ -1,5 +1,7 @@
 #include "dbfiler.h"
 
+#include "fieldtable.h"
+
 void AcDbDxfFiler::writeGroup(const AcDbDxfGroup& group) {
     switch (group.kind) {
     case AcDb::GroupKind::kText:
@@ -15,4 +17,18 @@ void AcDbDxfFiler::writeGroup(const AcDbDxfGroup& group) {
     default:
         return writeInteger(group.code, group.integer);
     }
+}
+
+double AcDbDxfFiler::angleOf(const AcDbDxfGroup& group) const {
+    return hostkit::radiansFromDegrees(group.real);
+}
+
+void AcDbDxfFiler::writeAngle(short code, double radians) {
+    writeReal(code, hostkit::degreesFromRadians(radians));
+}
+
+void AcDbDxfFiler::writeId(short code, AcDbObjectId id) { writeHandle(code, id.handle().value()); }
+
+void AcDbDxfFiler::writeRecordName(short code, AcDbObjectId, std::wstring_view name) {
+    if (!name.empty()) writeText(code, name);
 }

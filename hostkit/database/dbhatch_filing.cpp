@@ -1,5 +1,6 @@
 #include "dbhatch.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 #include "hatchfiling.h"
 
@@ -118,3 +119,5 @@ Acad::ErrorStatus AcDbHatch::dxfOutFields(AcDbDxfFiler* filer) const {
     Filing::writeTail(*this, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbHatch)

@@ -1,5 +1,6 @@
 #include "dblayertablerecord.h"
 
+#include "fielditems.h"
 #include "symbolnames.h"
 
 #include <cstdlib>
@@ -72,8 +73,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
         filer->writeInteger(Filing::trueColorCode, m_color.rgb());
     const std::wstring_view linetypeName = symbolName(m_linetypeId, L"CONTINUOUS");
     if (m_linetypeId.isNull()) filer->markOptional();
-    filer->writeText(linetype.code, linetypeName);
+    filer->writeRecordName(linetype.code, m_linetypeId, linetypeName);
     if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
     for (const auto* field : {&plottable, &weight, &plotStyle}) field->write(*this, *field, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbLayerTableRecord)

@@ -1,5 +1,6 @@
 #include "dblayout.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -98,3 +99,5 @@ Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* filer) const {
     block.write(*this, block, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbLayout)

@@ -1,5 +1,6 @@
 #include "dblinetypetablerecord.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -55,3 +56,5 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     for (const Dash& dash : m_dashes) Filing::writeDash(dash, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbLinetypeTableRecord)

@@ -1,5 +1,6 @@
 #include "dbmtext.h"
 
+#include "fielditems.h"
 #include "symbolnames.h"
 
 using namespace hostkit;
@@ -23,7 +24,7 @@ struct AcDbMText::Filing {
     static constexpr short rotationCode = 50;
     static constexpr std::size_t longestPart = 250;
 
-    static bool readGroup(AcDbMText& text, const AcDbDxfGroup& group) {
+    static bool readGroup(AcDbMText& text, const AcDbDxfGroup& group, const AcDbDxfFiler& filer) {
         switch (group.code) {
         case partCode:
         case lastPartCode:
@@ -38,7 +39,7 @@ struct AcDbMText::Filing {
             return text.m_hasDirection = true;
         }
         case rotationCode: // of direction and rotation the later one counts
-            text.m_rotation = radiansFromDegrees(group.real);
+            text.m_rotation = filer.angleOf(group);
             text.m_hasDirection = false;
             return true;
         default:
@@ -58,7 +59,7 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbMText")) return status;
     m_contents.clear();
     return readFields(*filer, Filing::head, *this,
-                      [this](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group); });
+                      [&](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group, *filer); });
 }
 
 Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
@@ -74,9 +75,11 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     normal.write(*this, normal, *filer);
     if (m_hasDirection) filer->writeItem(Filing::directionCode, m_direction);
     if (m_hasDirection || m_rotation == 0.0) filer->markDefault();
-    filer->writeReal(Filing::rotationCode, degreesFromRadians(m_rotation));
+    filer->writeAngle(Filing::rotationCode, m_rotation);
     if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
     spacing.write(*this, spacing, *filer);
     factor.write(*this, factor, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbMText)

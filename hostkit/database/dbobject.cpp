@@ -122,8 +122,6 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
 Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) { return Acad::eOk; }
 Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }
 AcRxObject* AcDbObject::clone() const { return nullptr; }
-Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler*) { return Acad::eNotImplementedYet; }
-Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler*) const { return Acad::eNotImplementedYet; }
 
 // Extended data.
 

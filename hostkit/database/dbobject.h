@@ -126,7 +126,15 @@ public:
     virtual Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer) const;
     virtual Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer);
     virtual Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const;
-    /// The binary forms are eNotImplementedYet where a class does not have its own.
+    /// Whole record in the binary form: owner, reactors and extension dictionary as ids, own fields, extended
+    /// data with the ids of its applications. A non-resident object takes fields and extended data alone, as
+    /// a copy does.
+    Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
+    Acad::ErrorStatus dwgOut(AcDbDwgFiler* filer) const;
+    /// The kit's classes file the groups of their text form as items; what an object owns (entities of a
+    /// block, vertices, records of a table) is not filed with it. A class of an application calls its
+    /// parent's and files its own items behind. An object that is known only by its record (AcDbOpaqueObject)
+    /// can be filed for undo and not for copies: eNotApplicable.
     virtual Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer);
     virtual Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const;
     /// The record's name in a drawing; its class' by default.

@@ -16,6 +16,8 @@ public:
     explicit AcDbOpaqueObject(std::wstring dxfName)
         : m_dxfName(std::move(dxfName)) {}
     const wchar_t* dxfName() const override { return m_dxfName.c_str(); }
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
     std::wstring m_dxfName;
@@ -31,6 +33,8 @@ public:
     explicit AcDbOpaqueEntity(std::wstring dxfName)
         : m_dxfName(std::move(dxfName)) {}
     const wchar_t* dxfName() const override { return m_dxfName.c_str(); }
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
     const hostkit::SubentityList& parts() const { return m_parts; }
 
 protected:

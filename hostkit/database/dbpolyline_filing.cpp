@@ -1,5 +1,6 @@
 #include "dbpolyline.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 #include <algorithm>
@@ -111,3 +112,5 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
     normal.write(*this, normal, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbPolyline)

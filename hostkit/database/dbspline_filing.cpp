@@ -1,5 +1,6 @@
 #include "dbspline.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 #include <utility>
@@ -135,3 +136,5 @@ Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
     Filing::writeData(*this, *filer);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbSpline)

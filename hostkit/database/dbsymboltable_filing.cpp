@@ -1,5 +1,6 @@
 #include "dbsymboltable.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 #include <algorithm>
@@ -31,3 +32,5 @@ Acad::ErrorStatus AcDbSymbolTable::dxfOutFields(AcDbDxfFiler* filer) const {
                                                          [](AcDbObjectId id) { return !id.isErased(); }));
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbSymbolTable)

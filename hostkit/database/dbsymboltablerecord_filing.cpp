@@ -1,6 +1,7 @@
 #include "dbsymboltablerecord.h"
 
 #include "dbfiler.h"
+#include "fielditems.h"
 
 // Name and flags stand with the groups of the derived class.
 Acad::ErrorStatus AcDbSymbolTableRecord::dxfInFields(AcDbDxfFiler* filer) {
@@ -14,3 +15,5 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dxfOutFields(AcDbDxfFiler* filer) const
     if (status == Acad::eOk) filer->writeSubclassMark(L"AcDbSymbolTableRecord");
     return status;
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbSymbolTableRecord)

@@ -2,6 +2,7 @@
 
 #include "dbattdef.h"
 #include "dbattribute.h"
+#include "fielditems.h"
 #include "symbolnames.h"
 
 using namespace hostkit;
@@ -60,3 +61,5 @@ Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::vertical, *this);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbText)

@@ -1,5 +1,6 @@
 #include "dbviewporttablerecord.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -30,3 +31,5 @@ Acad::ErrorStatus AcDbViewportTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     writeBlock(*filer, m_groups);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbViewportTableRecord)

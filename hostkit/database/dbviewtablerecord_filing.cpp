@@ -1,5 +1,6 @@
 #include "dbviewtablerecord.h"
 
+#include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
@@ -30,3 +31,5 @@ Acad::ErrorStatus AcDbViewTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     writeBlock(*filer, m_groups);
     return filer->filerStatus();
 }
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbViewTableRecord)

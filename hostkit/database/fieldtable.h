@@ -71,13 +71,13 @@ constexpr GroupField<T> realField(short code, double standard) {
 template <auto Member, class T = ClassOf<Member>>
 constexpr GroupField<T> angleField(short code) {
     return {code, false, 0.0,
-            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler&) {
-                object.*Member = radiansFromDegrees(group.real);
+            [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
+                object.*Member = filer.angleOf(group);
                 return true;
             },
             [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
                 if (field.hasStandard && object.*Member == field.standard) filer.markDefault();
-                filer.writeReal(field.code, degreesFromRadians(object.*Member));
+                filer.writeAngle(field.code, object.*Member);
             }};
 }
 

@@ -25,18 +25,14 @@ constexpr short startTangentCode = 12;
 constexpr short endTangentCode = 13;
 
 bool readArc(GroupSequence& groups, HatchEdge& edge) {
-    double start = 0.0;
-    double end = 0.0;
     if (!groups.needPoint(pointCode, edge.center.x, edge.center.y)) return false;
     if (edge.kind == HatchEdge::kEllipArc &&
         !groups.needPoint(secondPointCode, edge.majorAxis.x, edge.majorAxis.y))
         return false;
     double& size = edge.kind == HatchEdge::kEllipArc ? edge.ratio : edge.radius;
-    if (!groups.needReal(radiusCode, size) || !groups.needReal(startAngleCode, start) ||
-        !groups.needReal(endAngleCode, end))
+    if (!groups.needReal(radiusCode, size) || !groups.needAngle(startAngleCode, edge.startAngle) ||
+        !groups.needAngle(endAngleCode, edge.endAngle))
         return false;
-    edge.startAngle = radiansFromDegrees(start);
-    edge.endAngle = radiansFromDegrees(end);
     edge.isCounterClockwise = groups.integerOr(directionCode, 1) != 0;
     return true;
 }
@@ -98,8 +94,8 @@ void writeArc(AcDbDxfFiler& filer, const HatchEdge& edge) {
     filer.writeItem(pointCode, edge.center);
     if (edge.kind == HatchEdge::kEllipArc) filer.writeItem(secondPointCode, edge.majorAxis);
     filer.writeReal(radiusCode, edge.kind == HatchEdge::kEllipArc ? edge.ratio : edge.radius);
-    filer.writeReal(startAngleCode, degreesFromRadians(edge.startAngle));
-    filer.writeReal(endAngleCode, degreesFromRadians(edge.endAngle));
+    filer.writeAngle(startAngleCode, edge.startAngle);
+    filer.writeAngle(endAngleCode, edge.endAngle);
     filer.writeInteger(directionCode, edge.isCounterClockwise);
 }
 

@@ -33,6 +33,8 @@ public:
     /// The group of that code is taken where it comes next; else nothing is.
     bool take(short code);
     bool needReal(short code, double& value);
+    /// In radians.
+    bool needAngle(short code, double& value);
     bool needPoint(short code, double& x, double& y);
     bool needInteger(short code, Adesk::Int64& value);
     /// An integer that may be missing.

@@ -97,6 +97,12 @@ bool GroupSequence::needReal(short code, double& value) {
     return true;
 }
 
+bool GroupSequence::needAngle(short code, double& value) {
+    if (!need(code)) return false;
+    value = m_filer.angleOf(m_group);
+    return true;
+}
+
 bool GroupSequence::needPoint(short code, double& x, double& y) {
     if (!need(code)) return false;
     x = m_group.point[0];
@@ -147,22 +153,20 @@ void readPatternLines(AcDbDxfFiler& filer, Adesk::Int64 count, std::vector<Hatch
     GroupSequence groups(filer);
     for (Adesk::Int64 place = 0; place < count; ++place) {
         HatchPatternLine line;
-        double degrees = 0.0;
         Adesk::Int64 dashes = 0;
-        if (!groups.needReal(lineAngleCode, degrees) || !groups.needReal(lineBaseXCode, line.base.x) ||
+        if (!groups.needAngle(lineAngleCode, line.angle) || !groups.needReal(lineBaseXCode, line.base.x) ||
             !groups.needReal(lineBaseYCode, line.base.y) ||
             !groups.needReal(lineOffsetXCode, line.offset.x) ||
             !groups.needReal(lineOffsetYCode, line.offset.y) || !groups.needInteger(dashCountCode, dashes) ||
             !groups.needReals(dashCode, dashes, line.dashes))
             return;
-        line.angle = radiansFromDegrees(degrees);
         lines.push_back(std::move(line));
     }
 }
 
 void writePatternLines(AcDbDxfFiler& filer, const std::vector<HatchPatternLine>& lines) {
     for (const HatchPatternLine& line : lines) {
-        filer.writeReal(lineAngleCode, degreesFromRadians(line.angle));
+        filer.writeAngle(lineAngleCode, line.angle);
         filer.writeReal(lineBaseXCode, line.base.x);
         filer.writeReal(lineBaseYCode, line.base.y);
         filer.writeReal(lineOffsetXCode, line.offset.x);

@@ -9,8 +9,9 @@
 
 namespace hostkit {
 
-/// The record of that name in the filer's drawing; null when there is none.
-AcDbObjectId symbolId(const AcDbDxfFiler& filer, TableKind kind, std::wstring_view name);
+/// The record that the group names in the filer's drawing, or that it refers to by id, which may be null.
+/// False when the drawing has no record of the name.
+bool readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObjectId& record);
 /// The record's name, or the other text for a null or erased one. Good until the record changes.
 std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise);
 
@@ -20,14 +21,10 @@ template <auto Member, TableKind kind, class T = ClassOf<Member>>
 constexpr GroupField<T> nameField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
-                const AcDbObjectId id = symbolId(filer, kind, group.text);
-                if (id.isNull()) return false;
-                object.*Member = id;
-                return true;
+                return readRecord(filer, kind, group, object.*Member);
             },
             [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
-                const std::wstring_view name = symbolName(object.*Member, L"");
-                if (!name.empty()) filer.writeText(field.code, name);
+                filer.writeRecordName(field.code, object.*Member, symbolName(object.*Member, L""));
             }};
 }
 
@@ -38,7 +35,7 @@ constexpr GroupField<T> standardNameField(short code) {
     field.write = [](const T& object, const GroupField<T>& own, AcDbDxfFiler& filer) {
         const std::wstring_view name = symbolName(object.*Member, L"STANDARD");
         if (equalFolded(name, L"STANDARD")) filer.markDefault();
-        filer.writeText(own.code, name);
+        filer.writeRecordName(own.code, object.*Member, name);
     };
     return field;
 }

@@ -2,11 +2,16 @@
 
 namespace hostkit {
 
-AcDbObjectId symbolId(const AcDbDxfFiler& filer, TableKind kind, std::wstring_view name) {
+bool readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObjectId& record) {
+    if (filer.recordOf(group, record)) return true;
     const AcDbDatabase* const database = filer.database();
-    if (!database) return {};
+    if (!database) return false;
     const AcDbObject* const table = DatabaseAccess::object(DatabaseAccess::table(*database, kind));
-    return table ? static_cast<const AcDbSymbolTable*>(table)->find(name) : AcDbObjectId();
+    const AcDbObjectId found =
+        table ? static_cast<const AcDbSymbolTable*>(table)->find(group.text) : AcDbObjectId();
+    if (found.isNull()) return false;
+    record = found;
+    return true;
 }
 
 std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise) {
