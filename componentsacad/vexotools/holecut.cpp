@@ -1,0 +1,207 @@
+#include "holecut.h"
+
+#include "contoursplitting.h"
+#include "vexogeometrytools.h"
+#include "vexogeometrytools_internal.h"
+
+#include "dbextents.h"
+#include "dbpolyline.h"
+#include "dbxline.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace VEXOGeometryTools {
+
+namespace {
+
+/// How far a cut may stand off the opening's outermost point, in nudges.
+constexpr double kSliverNudges = 2.0;
+/// The same in tolerances of the areas.
+constexpr double kSliverTolerances = 4.0;
+/// Cuts that leave an opening free on all sides are moved inwards by this many tolerances, then by the next.
+constexpr std::array<double, 3> kInwardTolerances = {0.0, 16.0, 1024.0};
+
+/// The piece, the opening and what every step needs of them.
+struct Cut {
+    const ContourLoop& piece;
+    const ContourLoop& hole;
+    FrameBox pieceBox;
+    double left;
+    double right;
+    double restArea; ///< of the piece without the opening
+    double allowed;  ///< difference of areas that rounding and nudges make
+};
+
+double sizeOf(const FrameBox& box) { return std::max(box.highX - box.lowX, box.highY - box.lowY); }
+
+double sliverOf(const FrameBox& box, double size) {
+    const double width = kSliverNudges * kExtentsNudge + kSliverTolerances * kComparisonTolerance * size;
+    return width * box.halfPerimeter();
+}
+
+AcDbXline lineAlongY(double x) {
+    AcDbXline line;
+    (void)line.setBasePoint(AcGePoint3d(x, 0.0, 0.0));
+    (void)line.setUnitDir(AcGeVector3d::kYAxis);
+    return line;
+}
+
+std::unique_ptr<AcDbPolyline> planePolyline(const ContourLoop& loop) {
+    return polylineOf(loop, AcGeVector3d::kZAxis, 0.0);
+}
+
+/// Takes the curves of a result over as loops. Slivers are no parts.
+void appendParts(AcArray<void*>& curves, double sliver, std::vector<ContourLoop>& parts) {
+    for (void* curve : curves) {
+        const AcDbPolyline* polyline = AcDbPolyline::cast(static_cast<AcDbCurve*>(curve));
+        if (!polyline) continue;
+        ContourLoop loop = loopOf(*polyline);
+        const double area = signedArea(loop);
+        if (std::abs(area) <= sliver) continue;
+        parts.push_back(area < 0.0 ? reversedLoop(loop) : std::move(loop));
+    }
+    deleteCurves(curves);
+}
+
+double errorOf(const Cut& cut, const std::vector<ContourLoop>& parts) {
+    double sum = 0.0;
+    for (const ContourLoop& part : parts) sum += trueArea(part);
+    return std::abs(sum - cut.restArea);
+}
+
+// ---- the plain steps ----
+
+/// Cuts off what lies beyond a line, unless the line runs along the rest's side. `index` says which half
+/// goes.
+void cutOff(std::unique_ptr<AcDbPolyline>& rest, double x, int index, double sliver,
+            std::vector<ContourLoop>& parts) {
+    AcDbExtents extents;
+    if (rest->getGeomExtents(extents) != Acad::eOk ||
+        isPointsOnExtents(AcGePoint3d(x, 0.0, 0.0), extents, true))
+        return;
+    AcDbXline line = lineAlongY(x);
+    AcArray<void*> halves = splitContourByLine(rest.get(), line);
+    if (halves.length() != 2) return;
+    rest.reset(AcDbPolyline::cast(static_cast<AcDbCurve*>(halves[1 - index])));
+    halves.removeAt(1 - index);
+    appendParts(halves, sliver, parts);
+}
+
+/// False when the strips are not those of a piece that each line and each side of the opening crosses once.
+bool plainParts(const Cut& cut, std::vector<ContourLoop>& parts) {
+    const double sliver = cut.allowed;
+    std::unique_ptr<AcDbPolyline> rest = planePolyline(cut.piece);
+    const std::unique_ptr<AcDbPolyline> hole = planePolyline(cut.hole);
+    cutOff(rest, cut.left, 0, sliver, parts);
+    cutOff(rest, cut.right, 1, sliver, parts);
+    bool isPlain = true;
+    AcArray<void*> strips =
+        stripsBetweenLines(rest.get(), hole.get(), lineAlongY(cut.left), lineAlongY(cut.right), isPlain);
+    appendParts(strips, sliver, parts);
+    return isPlain && errorOf(cut, parts) <= cut.allowed;
+}
+
+// ---- any shape ----
+
+/// The parts of the piece between both lines that have something in common with the opening.
+ContourArea partsAtHole(const Cut& cut, double left, double right) {
+    const double margin = sizeOf(cut.pieceBox);
+    const double low = cut.pieceBox.lowY - margin;
+    const double high = cut.pieceBox.highY + margin;
+    const ContourLoop band{{{left, low, 0.0}, {right, low, 0.0}, {right, high, 0.0}, {left, high, 0.0}}};
+    ContourArea parts;
+    for (ContourLoop& part : commonArea(cut.piece, band))
+        if (trueArea(commonArea(part, cut.hole)) > 0.0) parts.push_back(std::move(part));
+    return parts;
+}
+
+/// Does a part of what is left of a piece lie left of its cut: with the cut's line, its run leads upwards.
+bool liesLeftOf(const ContourLoop& part, double x, double tolerance) {
+    const std::size_t count = part.vertices.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const ContourVertex& start = part.vertices[i];
+        const ContourVertex& end = part.vertices[(i + 1) % count];
+        if (start.bulge == 0.0 && std::abs(start.x - x) <= tolerance && std::abs(end.x - x) <= tolerance &&
+            end.y - start.y > tolerance)
+            return true;
+    }
+    return false;
+}
+
+bool liesAbove(const ContourLoop& part, const FrameBox& hole) {
+    const FrameBox box = boxOf(part);
+    return box.lowY + box.highY >= hole.lowY + hole.highY;
+}
+
+/// False when a line does not reach the opening, which then lies free inside a part.
+bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& parts) {
+    const double left = cut.left + inward;
+    const double right = cut.right - inward;
+    const ContourArea atHole = partsAtHole(cut, left, right);
+    std::vector<ContourLoop> strips;
+    for (const ContourLoop& part : atHole)
+        for (ContourLoop& strip : areaWithout(part, cut.hole)) {
+            if (signedArea(strip) < 0.0) return false;
+            strips.push_back(std::move(strip));
+        }
+    std::vector<ContourLoop> besides = areaWithout({cut.piece}, atHole);
+    const double tolerance = kSliverTolerances * areaTolerance({cut.piece}, {cut.hole}) + kExtentsNudge;
+    std::stable_partition(besides.begin(), besides.end(),
+                          [&](const ContourLoop& part) { return liesLeftOf(part, left, tolerance); });
+    const FrameBox holeBox = boxOf(cut.hole);
+    std::stable_partition(strips.begin(), strips.end(),
+                          [&](const ContourLoop& strip) { return liesAbove(strip, holeBox); });
+    for (std::vector<ContourLoop>* found : {&besides, &strips})
+        for (const ContourLoop& part : *found)
+            if (trueArea(part) > sliverOf(boxOf(part), sizeOf(cut.pieceBox)))
+                parts.push_back(withoutStraightVertices(part));
+    return true;
+}
+
+Cut prepare(const ContourLoop& piece, const ContourLoop& hole, const FrameBox& holeBox, double common) {
+    const FrameBox pieceBox = boxOf(piece);
+    AcGePoint3d left(holeBox.lowX, 0.0, 0.0);
+    AcGePoint3d right(holeBox.highX, 0.0, 0.0);
+    correctExtentsPoints(left, right, planePolyline(hole).get());
+    return {piece,
+            hole,
+            pieceBox,
+            left.x,
+            right.x,
+            trueArea(piece) - common,
+            sliverOf(pieceBox, sizeOf(pieceBox))};
+}
+
+} // namespace
+
+double sliverArea(const FrameBox& hole) { return sliverOf(hole, sizeOf(hole)); }
+
+bool cutAroundHole(const ContourLoop& piece, const ContourLoop& hole, std::vector<ContourLoop>& parts) {
+    const FrameBox holeBox = boxOf(hole);
+    const double common = trueArea(commonArea(piece, hole));
+    if (!(common > sliverArea(holeBox))) return false;
+    const Cut cut = prepare(piece, hole, holeBox, common);
+    if (cut.restArea <= cut.allowed) return true;
+    std::vector<ContourLoop> found;
+    if (!plainParts(cut, found)) {
+        double best = errorOf(cut, found);
+        const double tolerance = areaTolerance({piece}, {hole});
+        for (const double inward : kInwardTolerances) {
+            std::vector<ContourLoop> tried;
+            if (!partsOfAnyShape(cut, inward * tolerance, tried)) continue;
+            const double error = errorOf(cut, tried);
+            if (error > best && error > cut.allowed) continue;
+            best = error;
+            found = std::move(tried);
+            if (error <= cut.allowed) break;
+        }
+    }
+    for (ContourLoop& part : found) parts.push_back(std::move(part));
+    return true;
+}
+
+} // namespace VEXOGeometryTools

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "contourareas.h"
+#include "stripframe.h"
+
+#include <vector>
+
+namespace VEXOGeometryTools {
+
+/// Up to this area what a piece and an opening have in common is what rounding and nudged cuts leave: the
+/// opening does not count for the piece. It depends on the opening's size alone.
+double sliverArea(const FrameBox& hole);
+
+/// Cuts a piece of a slab around one opening, both in the frame of the strips. False, and no parts, when they
+/// have no common area. The parts come in the order left, right, upper, lower. None when the opening covers
+/// the piece.
+///
+/// The cuts run along y through the opening's leftmost and rightmost points. The plain steps come first: the
+/// piece is cut where each line first crosses it, and one strip is taken above and one below the opening.
+/// They are kept when the parts' areas add up to the piece without the opening. Where they do not (a line
+/// crosses the piece more than twice, the opening has several points as far to the left, touches the piece's
+/// edge between them, reaches beyond it), the part of the piece between both lines that holds the opening is
+/// taken out, what is left on either side is the left and right parts, and what the opening leaves of it the
+/// upper and lower strips; there may be several of each. Either way nothing is lost and nothing covered
+/// twice.
+bool cutAroundHole(const ContourLoop& piece, const ContourLoop& hole, std::vector<ContourLoop>& parts);
+
+} // namespace VEXOGeometryTools
