@@ -265,25 +265,69 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
 /// leave none.
 bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
 // ---------------------------------------------------------------------------------------------------------------------
-// Predicates (vexogeometrytools_predicates.cpp)
+// Predicates (vexogeometrytools_predicates.cpp, vexogeometrytools_selfintersection.cpp,
+// vexogeometrytools_comparison.cpp). Nothing is changed, nothing changes hands. Null, open and empty contours,
+// contours without area and NaN have the answers told here; where nothing is told, the answer is false.
 // ---------------------------------------------------------------------------------------------------------------------
 
+/// 1 inside the polygon or on its boundary, else 0; 0 for an empty one. XY only, arcs are not seen, the
+/// closing side is always included. Crossings of the ray downwards are counted, within a relative and absolute
+/// 1e-10; a corner under the point counts by its neighbours to the right, so that a ray through a corner
+/// counts once. A NaN coordinate counts nothing.
 int IsInteriorPoint(AcArray<AcGePoint3d> polygon, AcGePoint3d point);
+/// The same on a ring of 2d segments and arcs, in any order; null and other curves are passed over. The ray
+/// runs to the right and is 100000000.0 long: what lies farther is not seen. 1 at a curve's end and on a level
+/// segment; on the rest of the boundary the count decides. A curve with an end at the point's height counts by
+/// its ends alone: once when the other end is below and the point to the left. An arc with both ends at the
+/// point's height counts once when the point is between them and below the apex.
 int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& point);
+/// Does the line from the lower side of the contour's box up to the point meet the contour an odd number of
+/// times, as intersectWith counts. The contour is taken as ConvertToPolyline gives it: at elevation 0, so that
+/// a point off that plane is outside. No promise for points on the boundary, nor for points straight above a
+/// corner that the line only touches or above an upright side. An open curve is asked as it is.
 bool isPointInsideContour(AcGePoint3d point, AcDbCurve* contour);
+/// On a segment, straight or arc, within 1e-06. The chord from the last vertex of an open polyline to its
+/// first does not count; segments without length never do.
 bool isPointOnPolyLine(AcDbPolyline* polyline, AcGePoint3d point);
+/// On a straight segment, within 1e-06, that is parallel to the view direction within 1e-06.
 bool isPointOnPolySegParalelWithViewDir(AcDbPolyline* polyline, AcGePoint3d point, AcGeVector3d viewDir);
+/// Does the way from first to second, turned left by a right angle, point into the contour: the line through
+/// their middle meets it an odd number of times on that side and an even number on the other. Both odd or both
+/// even is false, as is first equal to second. A meeting at the middle itself counts for the left side. For
+/// points with different z the perpendicular is that of AcGeVector3d::perpVector.
 bool isPerpVectorOrientedInsideContour(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour);
+/// True when second lies apart from first or holds it. False when first's box holds second's (corners within
+/// 1e-08), and when the curves cross while a corner of one box is strictly inside the other or the boxes'
+/// diagonals meet. So curves that cross with boxes of one height, side by side, are still outside. Boxes are
+/// seen along z; the curves must meet in space to cross. False for null and for a curve without a box.
 bool isContourOutside(AcDbCurve* first, AcDbCurve* second);
+/// Do two of the contour's segments, seen along z, cross. Segment i runs from point i to the next one, back to
+/// point 0 after the last; there are as many as points that have a bulge, so that all three ways to write a
+/// contour down (closed with or without its first point repeated, open with one bulge less) are taken. Points
+/// within scale * 1e-05 of the one before go first. The apex of an arc is found in space, about `normal`; an
+/// arc too flat to be told from its chord is straight; segments that are not finite cross nothing.
+///
+/// Of a pair, one crossing counts unless it lies within scale * 1e-05 of an end of the later segment, so that
+/// a contour may touch itself at its vertices; two count unless the segments have both ends in common. Straight
+/// segments that run over each other count when the later one's end is on the earlier or the earlier one's
+/// start on the later. Near linear, but for segments that all run close by each other.
 bool isSelfIntersecting(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                         const AcGeVector3d& normal, double scale);
+/// Do two contours (form 3; a repeated first point and one bulge less are taken too) have the same outline,
+/// whatever their start and sense, and wherever straight sides are cut in two. Ends and apexes are compared
+/// within tolerance * 0.001. `flatten` sets the points' z to 0 first. Segments without length are dropped; two
+/// contours that have no others are the same. False for fewer than 2 points and for open contours. Segments
+/// are paired in order, each with the first that fits. Near linear when few segments share an end.
 bool ComparePointsAndBulgesForClosedContours(AcArray<AcGePoint3d> points1, AcArray<AcGeVector3d> bulges1,
                                              AcArray<AcGePoint3d> points2, AcArray<AcGeVector3d> bulges2,
                                              double tolerance, bool flatten);
+/// Do the arrays differ in length, or at any index by more than 1e-10. A NaN differs from everything.
 bool arePointsDiff(const AcArray<AcGePoint3d>& first, const AcArray<AcGePoint3d>& second);
-/// Do two boxes overlap; boxes that only touch do.
+/// Do two boxes overlap in space; boxes that only touch do, within a relative and absolute 1e-10. An empty box
+/// overlaps nothing.
 bool IsIntersecting(AcDbExtents first, AcDbExtents second);
-/// Box around the AcDbEntity pointers in the array; false, and `extents` untouched, when none has a box.
+/// Box around the AcDbEntity pointers in the array, nulls allowed; false, and `extents` untouched, when none
+/// has a box.
 bool getEntitiesExtents(const AcArray<void*>& entities, AcDbExtents& extents);
 
 // ---------------------------------------------------------------------------------------------------------------------
