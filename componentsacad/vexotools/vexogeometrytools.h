@@ -338,25 +338,81 @@ AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
 AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* second);
 
 // ---------------------------------------------------------------------------------------------------------------------
-// Splitting (vexogeometrytools_splitting.cpp)
+// Splitting (vexogeometrytools_splitting.cpp, vexogeometrytools_crossings.cpp, vexogeometrytools_slabs.cpp)
 // ---------------------------------------------------------------------------------------------------------------------
 
 /// The projection of each point on the line, in order; the tolerance is not consulted.
 AcArray<AcGePoint3d> getClosestPointsToLine(const AcGeLine3d& line, const AcArray<AcGePoint3d>& points,
                                             const AcGeTol& tolerance);
+/// Sorts points along `dir`, of any length but zero (1e-10), by exchange: two change places when the vector
+/// from the earlier to the later is not codirectional with `dir` within 1e-10. With `onLine` the points
+/// themselves are compared, else their projections on the line through the first one. Points off one line
+/// along `dir` and coincident ones are codirectional with nothing and change places at every comparison;
+/// callers give points on a line. n log n when the points stand clearly one behind the other.
 void orderPointsByDir(AcGeVector3d dir, AcArray<AcGePoint3d>& points, bool onLine);
 /// Keeps the first and the last point, exchanged when the last lies to the left (by more than 1e-10) of the
 /// first. An empty array stays empty; a single point becomes both.
 void filterArray(AcArray<AcGePoint3d>& points);
+/// Where the segments of two curves that ConvertToPolyline takes meet, at elevation 0, in the order of the
+/// first's segments and, for each, the second's. Points within 1e-06 of an earlier one are left out. At most
+/// two points a pair of segments; lines that run together have none. Empty for null and other curves. Near
+/// linear in segments plus crossings.
 AcArray<AcGePoint3d> intersectPolyLines(AcDbCurve* first, AcDbCurve* second);
+/// Is the point level with a side of the box: its x with the least or greatest x within 1e-06 or, for `inX`
+/// false, its y within 1e-10. The two tolerances differ on purpose.
 bool isPointsOnExtents(AcGePoint3d point, AcDbExtents extents, bool inX);
+/// Moves `left` by 1e-08 to the right when the line along y through it misses the hole, and `right` to the
+/// left likewise: once, with no second look. A line that only touches an arc misses it.
 void correctExtentsPoints(AcGePoint3d& left, AcGePoint3d& right, AcDbCurve* hole);
+/// The pieces of a curve that ConvertToPolyline takes between the points, in the order of the curve, owned by
+/// the caller. Points that are not on the curve, or repeated, are passed over. Empty for null, other curves,
+/// and when no point cuts.
 AcArray<void*> splitPolyLineByPoints(AcDbCurve* curve, AcArray<AcGePoint3d> points);
+/// The part of a closed contour between two points, owned by the caller. A point off the contour stands for
+/// the nearest one on it; one within 1e-08 of the start is the start. Of the two parts the one that passes
+/// nearer to the middle, seen along y, for `nearPart` true, the farther one for false: the middle has the
+/// mean x of the points and the y of the first part's start, where the first part is the one from the lower
+/// to the higher parameter. On a tie (1e-10) false gives the first part and true the second. The first part
+/// when a part does not cross the line along y through the middle. The contour's clone when both points are
+/// one; null for null and where a point has no place.
 AcDbCurve* giveMeSplitContourByPoints(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour,
                                       bool nearPart);
+/// The two halves of a closed contour along a line parallel to y, closed along the cut, owned by the caller:
+/// the first lies to the left of the line's direction. Only the two crossings with the least y cut; the rest
+/// of the line is ignored. Empty for null and fewer than two crossings.
 AcArray<void*> splitContourByLine(AcDbPolyline* contour, AcDbXline& line);
+/// The strips of a closed contour above and below a hole, between two lines parallel to y, owned by the
+/// caller. Each is bounded by the hole's upper (lower) run from the one line to the other, as far as it lies
+/// between its first and last meeting with the contour, and by the contour's upper (lower) run between these.
+/// The strip's side alone says which run is taken: nearness to the middle, by which
+/// giveMeSplitContourByPoints chooses, would let strips cover openings in the lower half of a slab. A side
+/// that does not meet the contour twice has no strip. Empty when a line misses the hole, and for null.
 AcArray<void*> splitContourByLine2(AcDbPolyline* contour, AcDbCurve* hole, AcDbXline& left, AcDbXline& right);
+/// A closed contour cut around one hole into simple parts that run along `dir`, owned by the caller, in the
+/// order left, right, upper, lower as seen with `dir` to the right. The cuts run across `dir` through the
+/// hole's outermost points, moved by correctExtentsPoints where they would only touch it. Together the parts
+/// are the contour without the hole; none covers the hole or another one.
+///
+/// Empty when hole and contour have no area in common, or next to none (two nudges wide), and when the hole
+/// covers the contour; splitContourByHoles tells the two apart. Where a cut crosses the contour more than
+/// twice, or the hole's side meets it more than twice, the contour is cut only where the line bounds the part
+/// that holds the hole; there may then be several parts of a kind, the largest first.
+///
+/// Contour and hole are looked at along Z and may have any elevation and sense; each lies parallel to the XY
+/// plane (normal +Z or -Z). Parts have the contour's elevation, normal, sense and properties. Widths are not
+/// kept. The hole is any closed curve that ConvertToPolyline takes. `base` moves nothing: only the direction
+/// of the line through it matters; like a `dir` without a part in the XY plane, one that is no number gives
+/// an empty result, and so do null, open curves and ones without area.
 AcArray<void*> splitContourByHole(AcGePoint3d base, AcGeVector3d dir, AcDbPolyline* contour, AcDbCurve* hole);
+/// A closed contour cut around all holes: simple strips along `dir`, owned by the caller, that together are
+/// the contour without what the holes cover, within about 1e-10 of its area for each cut. Holes may overlap
+/// each other, touch, and cross the contour; what they share with it is cut out, each part by itself where
+/// there are several. Each piece, in the order in which pieces come up, is cut by the first hole that has
+/// area in common with it, and its parts go to the end of the list; a piece that a hole covers goes. Then
+/// strips that share one whole segment are merged, the first such pair of the list first, the merged strip
+/// going to the end. A contour that no hole touches gives its clone. Curves in `holes` that are null, open or
+/// without area are passed over. For the rest as splitContourByHole. About n log n in the number of holes
+/// that are spread over the contour.
 AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyline* contour,
                                    AcArray<void*> holes);
 
