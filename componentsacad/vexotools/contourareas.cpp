@@ -61,18 +61,6 @@ void extend(std::optional<PlaneBox>& box, const ContourArea& area) {
     }
 }
 
-ContourLoop reversed(const ContourLoop& loop) {
-    ContourLoop result;
-    const std::size_t count = loop.vertices.size();
-    result.vertices.reserve(count);
-    for (std::size_t i = count; i-- > 0;) {
-        const ContourVertex& vertex = loop.vertices[i];
-        const double bulge = loop.vertices[(i + count - 1) % count].bulge;
-        result.vertices.push_back({vertex.x, vertex.y, bulge == 0.0 ? 0.0 : -bulge});
-    }
-    return result;
-}
-
 ContourArea counterClockwise(const ContourLoop& loop) {
     return {signedArea(loop) < 0.0 ? reversed(loop) : loop};
 }
@@ -162,6 +150,18 @@ std::optional<PlaneBox> boxOf(const ContourArea& first, const ContourArea& secon
     extend(box, first);
     extend(box, second);
     return box;
+}
+
+ContourLoop reversed(const ContourLoop& loop) {
+    ContourLoop result;
+    const std::size_t count = loop.vertices.size();
+    result.vertices.reserve(count);
+    for (std::size_t i = count; i-- > 0;) {
+        const ContourVertex& vertex = loop.vertices[i];
+        const double bulge = loop.vertices[(i + count - 1) % count].bulge;
+        result.vertices.push_back({vertex.x, vertex.y, bulge == 0.0 ? 0.0 : -bulge});
+    }
+    return result;
 }
 
 double signedArea(const ContourLoop& loop) {

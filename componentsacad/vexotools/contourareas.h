@@ -35,6 +35,9 @@ struct ContourLoop {
 /// each other or cross the edge are simply taken away.
 using ContourArea = std::vector<ContourLoop>;
 
+/// The same loop in the other sense of travel: vertex k becomes the last but k.
+ContourLoop reversed(const ContourLoop& loop);
+
 /// The area of a loop with its arcs, positive when it runs counter-clockwise. Relative error about 1e-15 of
 /// the square of the loop's own size, wherever it lies. 0 for fewer than two vertices.
 double signedArea(const ContourLoop& loop);

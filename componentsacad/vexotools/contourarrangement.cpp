@@ -307,6 +307,13 @@ void ContourArrangement::windingsLeftOf(int edge, int windings[2]) const {
 
 // ---- results ----
 
+int ContourArrangement::sharedEdgeCount() const {
+    const std::vector<GraphEdge>& edges = m_graph->edges();
+    return static_cast<int>(std::count_if(edges.begin(), edges.end(), [](const GraphEdge& edge) {
+        return edge.runs[0] != 0 && edge.runs[1] != 0;
+    }));
+}
+
 ContourArea ContourArrangement::loopsOf(const std::vector<std::vector<int>>& runs) const {
     ContourArea area;
     std::vector<std::pair<double, std::size_t>> order;

@@ -20,6 +20,9 @@ public:
     /// False when the winding numbers contradict each other: some pieces cross where no node is.
     bool isConsistent() const { return m_isConsistent; }
 
+    /// How many pieces of boundary the two areas share.
+    int sharedEdgeCount() const;
+
     /// Boundary loops of where isInside(windings) holds, windings being those of the two areas at a point.
     /// Loops thinner than the tolerance are left out.
     template <typename Inside>

@@ -334,7 +334,33 @@ bool getEntitiesExtents(const AcArray<void*>& entities, AcDbExtents& extents);
 // Common areas (vexogeometrytools_areas.cpp)
 // ---------------------------------------------------------------------------------------------------------------------
 
+/// The area that two closed contours (polylines of both kinds, circles) have in common, as a new closed
+/// polyline, owned by the caller. Null when they have no area in common (edges or points that touch enclose
+/// none), and for a contour that is null, open, of zero area, has a coordinate that is no number or beyond
+/// 1e60, or is no polyline or circle.
+///
+/// Lines and arcs keep their kind, an arc its circle; vertices that bound the result keep their coordinates to
+/// the bit, straight-through ones go. Of several common pieces the one with the largest area is given. Either
+/// sense of travel means the same area; a contour that crosses itself bounds all that it runs round. The
+/// result runs counter-clockwise about the first contour's normal.
+///
+/// `second` is seen along the first contour's normal, as in a plan, whatever its elevation; it may be mirrored
+/// (the opposite normal). Null when the two normals are not parallel within 1e-10. The result lies in the plane
+/// of `first`: its normal and its elevation.
+///
+/// Parts of the boundaries nearer to each other than 1e-10 of the common box's larger side (or 16 units in the
+/// last place of the largest coordinate) are taken to touch; common parts thinner than that are none. Area:
+/// within perimeter times this distance, in practice within 1e-12 of the contours' areas. Near linear in
+/// vertices plus crossings.
 AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
+/// Two closed contours that lie side by side and share one whole segment, line or arc, as one: a new closed
+/// polyline, owned by the caller, in the plane and the sense of travel of `first`, without the segment and
+/// without straight-through vertices. The contours' own senses do not matter.
+///
+/// Null when they share no whole segment or several, run together anywhere else for a length, overlap (also
+/// with the segment on the same side of both), do not lie in one plane, or for a contour for which
+/// getComonSurfaceFromPolylines gives null. Contours that touch in further points are joined; the result then
+/// touches itself there. Tolerance: as there. Contours whose boxes are apart cost the reading of their vertices.
 AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* second);
 
 // ---------------------------------------------------------------------------------------------------------------------
