@@ -1,47 +1,18 @@
 #include "drawinglisting.h"
-#include "textencoding.h"
+#include "jsontext.h"
 
-#include <charconv>
-#include <cmath>
 #include <string_view>
 
 namespace hostkit {
 
 namespace {
 
-void appendString(std::wstring_view text, std::string& json) {
-    json += '"';
-    for (const wchar_t character : text) {
-        if (character == L'"' || character == L'\\') {
-            json += '\\';
-            json += static_cast<char>(character);
-        } else if (character >= 0 && character < 0x20) {
-            constexpr char digits[] = "0123456789abcdef";
-            json += "\\u00";
-            json += digits[character >> 4];
-            json += digits[character & 15];
-        } else {
-            appendUtf8(json, character);
-        }
-    }
-    json += '"';
-}
-
-void appendNumber(double value, std::string& json) {
-    if (!std::isfinite(value)) {
-        json += "null";
-        return;
-    }
-    char digits[32];
-    json.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
-
 template <std::size_t count>
 void appendNumbers(const std::array<double, count>& values, std::string& json) {
     char separator = '[';
     for (const double value : values) {
         json += separator;
-        appendNumber(value, json);
+        appendJsonNumber(value, json);
         separator = ',';
     }
     json += ']';
@@ -49,15 +20,15 @@ void appendNumbers(const std::array<double, count>& values, std::string& json) {
 
 struct ValueAppender {
     std::string& json;
-    void operator()(const std::wstring& text) const { appendString(text, json); }
-    void operator()(double value) const { appendNumber(value, json); }
+    void operator()(const std::wstring& text) const { appendJsonText(text, json); }
+    void operator()(double value) const { appendJsonNumber(value, json); }
     void operator()(long long value) const { json += std::to_string(value); }
     void operator()(const std::array<double, 3>& point) const { appendNumbers(point, json); }
 };
 
 void appendField(std::string_view name, std::wstring_view text, std::string& json) {
     ((json += '"') += name) += "\":";
-    appendString(text, json);
+    appendJsonText(text, json);
     json += ',';
 }
 
@@ -67,7 +38,7 @@ void appendExtendedData(const ListedEntity& entity, std::string& json) {
     for (const auto& [application, values] : entity.extendedData) {
         json += separator;
         separator = ",";
-        appendString(application, json);
+        appendJsonText(application, json);
         json += ":[";
         std::string_view inner;
         for (const ListedValue& value : values) {
@@ -106,7 +77,7 @@ void appendEntity(const ListedEntity& entity, std::string& json) {
 
 std::string listingAsJson(const DrawingListing& listing) {
     std::string json = "{\"version\":";
-    appendString(listing.version, json);
+    appendJsonText(listing.version, json);
     json += ",\"entities\":[";
     std::string_view separator = "\n";
     for (const ListedEntity& entity : listing.entities) {

@@ -1,11 +1,9 @@
 // The objects outside of blocks and tables, and what is left to do when all is read.
 
+#include "blockcircles.h"
 #include "drawingreading.h"
 
-#include "dbblockreference.h"
 #include "dbdictionary.h"
-
-#include <unordered_map>
 
 namespace hostkit {
 
@@ -44,40 +42,10 @@ bool DrawingReading::finish() {
     return true;
 }
 
-// Walks the blocks that blocks refer to, without recursion: a file may nest them as deep as it likes.
 bool DrawingReading::checkBlockCycles() {
-    enum class State : unsigned char { kOpen, kDone };
-    std::unordered_map<const AcDbBlockTableRecord*, State> states;
-    std::vector<std::pair<const AcDbBlockTableRecord*, std::size_t>> path;
-    const AcDbObjectId tableId = DatabaseAccess::table(m_database, TableKind::kBlock);
-    if (tableId.isNull()) return true;
-    for (const AcDbObjectId root :
-         static_cast<AcDbSymbolTable*>(DatabaseAccess::object(tableId))->records()) {
-        const auto* const first = DatabaseAccess::objectOf<AcDbBlockTableRecord>(root);
-        if (!first || !states.emplace(first, State::kOpen).second) continue;
-        path.push_back({first, 0});
-        while (!path.empty()) {
-            const AcDbBlockTableRecord* const block = path.back().first;
-            if (path.back().second == block->entities().size()) {
-                states[block] = State::kDone;
-                path.pop_back();
-                continue;
-            }
-            const auto* const reference =
-                DatabaseAccess::objectOf<AcDbBlockReference>(block->entities()[path.back().second++]);
-            const auto* const inner =
-                reference ? DatabaseAccess::objectOf<AcDbBlockTableRecord>(reference->blockTableRecord())
-                          : nullptr;
-            if (!inner) continue;
-            const auto [state, isNew] = states.emplace(inner, State::kOpen);
-            if (isNew)
-                path.push_back({inner, 0});
-            else if (state->second == State::kOpen)
-                return fail(Acad::eCyclicReference, nullptr,
-                            L"the block " + inner->name() + L" contains itself");
-        }
-    }
-    return true;
+    const AcDbBlockTableRecord* const circle = findBlockInItself(m_database);
+    return !circle ||
+           fail(Acad::eCyclicReference, nullptr, L"the block " + circle->name() + L" contains itself");
 }
 
 } // namespace hostkit
