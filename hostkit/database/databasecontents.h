@@ -1,6 +1,8 @@
 // Stand-in for the host's inside of a drawing. Covers stubs, handles, tables, header and source; leaves out the operations on them, which are AcDbDatabase's and DatabaseAccess'.
 #pragma once
 
+#include "actrans.h"
+#include "changelog.h"
 #include "dbaccess.h"
 #include "handletable.h"
 #include "headervariables.h"
@@ -13,8 +15,11 @@
 namespace hostkit {
 
 struct DatabaseContents {
-    explicit DatabaseContents(AcDbDatabase* database)
-        : stubs(database) {}
+    explicit DatabaseContents(AcDbDatabase& database)
+        : stubs(&database)
+        , changes(database)
+        , transactions(database)
+        , header(&changes) {}
 
     StubPool stubs;
     HandleTable handles;
@@ -22,6 +27,8 @@ struct DatabaseContents {
     Adesk::UInt64 nextHandle = 1;
     std::array<AcDbObjectId, tableCount> tables;
     AcDbObjectId namedObjectsDictionary;
+    ChangeLog changes;
+    AcTransactionManager transactions; ///< of the document too, where there is one
     HeaderVariables header;
     std::shared_ptr<const DrawingSource> source;
     std::wstring fileName;

@@ -28,10 +28,13 @@ AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object,
     id.stub()->openMode = kOpenForWrite;
     object->m_flags |= AcDbObject::kNew | AcDbObject::kModified;
     object->m_source.setModified();
+    database.m_contents->changes.created(*object);
     if (AcDbEntity* entity = AcDbEntity::cast(object))
         if (SubentityList* list = parts(*entity)) list->enterDrawing(*entity);
     return id;
 }
+
+ChangeLog& DatabaseAccess::changes(AcDbDatabase& database) { return database.m_contents->changes; }
 
 AcDbObjectId DatabaseAccess::reserve(AcDbDatabase& database, AcDbHandleValue handle) {
     if (handle == 0) return {};

@@ -55,6 +55,8 @@ public:
     static std::size_t stubCount(const AcDbDatabase& database);
     static AcDbStub* stubAt(const AcDbDatabase& database, std::size_t index);
 
+    static ChangeLog& changes(AcDbDatabase& database);
+
     static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.m_ownerId = owner; }
     static void setSource(AcDbObject& object, SourceSpan span) { object.m_source = PackedSource(span); }
     /// What a reader calls when an object has its fields: as if never touched.

@@ -1,5 +1,6 @@
 #include "dbblocktablerecord.h"
 
+#include "changelog.h"
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbdatabase.h"
@@ -22,13 +23,32 @@ AcDbBlockTableRecord::AcDbBlockTableRecord(const AcDbBlockTableRecord& other)
     , m_explodability(other.m_explodability)
     , m_scalability(other.m_scalability) {}
 
+AcDbBlockTableRecord& AcDbBlockTableRecord::operator=(const AcDbBlockTableRecord& other) {
+    AcDbSymbolTableRecord::operator=(other);
+    m_origin = other.m_origin;
+    m_comments = other.m_comments;
+    m_pathName = other.m_pathName;
+    m_layoutId = other.m_layoutId;
+    m_beginId = other.m_beginId;
+    m_endId = other.m_endId;
+    m_insertUnits = other.m_insertUnits;
+    m_explodability = other.m_explodability;
+    m_scalability = other.m_scalability;
+    return *this;
+}
+
+void AcDbBlockTableRecord::takeBack(AcDbObjectId entity) {
+    const auto found = std::find(m_entities.rbegin(), m_entities.rend(), entity);
+    if (found != m_entities.rend()) m_entities.erase(std::next(found).base());
+}
+
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
     if (!entity) return Acad::eNullEntityPointer;
     if (!database()) return Acad::eNoDatabase;
     if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     // The block's own record does not list its entities, so it stands in the drawing as before.
-    const Acad::ErrorStatus status = assertWriteEnabled(true, false);
-    if (status != Acad::eOk) return status;
+    hostkit::ChangeLog::of(*this).touching(*this);
     m_flags |= kModified;
     if (entity->layerId().database() != database()) DatabaseAccess::setLayer(*entity, database()->clayer());
     if (entity->linetypeId().database() != database()) DatabaseAccess::setLinetype(*entity, AcDbObjectId());

@@ -61,13 +61,19 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    /// All but the entities, which come and go one by one.
+    AcDbBlockTableRecord& operator=(const AcDbBlockTableRecord& other);
     /// The spaces stay. The entities of an erased block are erased with it.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
 private:
+    friend class hostkit::ChangeLog;
     friend class hostkit::DatabaseAccess;
     friend class AcDbBlockBegin;
     struct Filing;
+    /// An entity that was appended lately is in the block no more.
+    void takeBack(AcDbObjectId entity);
+
     std::vector<AcDbObjectId> m_entities;
     AcGePoint3d m_origin;
     std::wstring m_comments;

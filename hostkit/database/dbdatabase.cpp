@@ -13,7 +13,7 @@ using hostkit::DatabaseAccess;
 using hostkit::TableKind;
 
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool)
-    : m_contents(std::make_unique<hostkit::DatabaseContents>(this)) {
+    : m_contents(std::make_unique<hostkit::DatabaseContents>(*this)) {
     if (buildDefaultDrawing) DatabaseAccess::completeDrawing(*this);
 }
 
@@ -70,6 +70,12 @@ int AcDbDatabase::numOpenObjects() const {
     });
     return count;
 }
+
+// Undo and transactions.
+
+bool AcDbDatabase::undoRecording() const { return m_contents->changes.isRecording(); }
+void AcDbDatabase::disableUndoRecording(bool disable) { m_contents->changes.setRecording(!disable); }
+AcDbTransactionManager* AcDbDatabase::transactionManager() const { return &m_contents->transactions; }
 
 // Tables and dictionaries.
 

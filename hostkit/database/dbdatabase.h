@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header variables and the source bytes; leaves out undo, transactions, external references and wblock.
+// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header variables and the source bytes; leaves out external references and wblock.
 #pragma once
 
 #include "dbmaindefs.h"
@@ -13,6 +13,7 @@
 #include <string>
 
 class AcDbBlockTable;
+class AcDbTransactionManager;
 class AcDbDictionary;
 class AcDbDimStyleTable;
 class AcDbLayerTable;
@@ -60,6 +61,16 @@ public:
     Adesk::Int32 approxNumObjects() const;
     /// Objects that are open in any way; what a test looks at when it ends.
     int numOpenObjects() const;
+
+    // Undo and transactions.
+
+    /// Whether what is done now can be taken back by undo: so in a drawing of a document, off in another one
+    /// until someone turns it on. cancel and transactions do not depend on it.
+    bool undoRecording() const;
+    /// What is done while it is off stays when undo takes back what was done around it.
+    void disableUndoRecording(bool disable);
+    /// Never null.
+    AcDbTransactionManager* transactionManager() const;
 
     // Tables and dictionaries.
 

@@ -1,6 +1,7 @@
 #include "dbdictionary.h"
 
 #include "assignfield.h"
+#include "changelog.h"
 #include "dbaccess.h"
 #include "dbdatabase.h"
 #include "ownederasure.h"
@@ -74,6 +75,26 @@ Adesk::UInt32 AcDbDictionary::numEntries() const {
                       [](const Entry& entry) { return !entry.id.isNull() && !entry.id.isErased(); }));
 }
 
+AcDbDictionary& AcDbDictionary::operator=(const AcDbDictionary& other) {
+    AcDbObject::operator=(other);
+    m_treatElementsAsHard = other.m_treatElementsAsHard;
+    m_mergeStyle = other.m_mergeStyle;
+    m_lastNumber = other.m_lastNumber;
+    return *this;
+}
+
+void AcDbDictionary::slotChanging(std::size_t index) {
+    if (database()) hostkit::ChangeLog::of(*this).entryChanging(*this, index);
+}
+
+void AcDbDictionary::putSlotBack(std::size_t index, const std::optional<Entry>& earlier) {
+    const auto named = m_index.find(m_entries[index].name);
+    if (named != m_index.end() && named->second == index) m_index.erase(named);
+    m_entries[index] = earlier.value_or(Entry());
+    if (earlier && !earlier->name.empty()) m_index.insert_or_assign(earlier->name, index);
+    if (!earlier && index + 1 == m_entries.size()) m_entries.pop_back();
+}
+
 void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
     const auto [place, isNew] = m_index.try_emplace(std::wstring(name), m_entries.size());
     if (isNew)
@@ -83,6 +104,7 @@ void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
 }
 
 std::wstring AcDbDictionary::freeName() {
+    assertWriteEnabled();
     std::wstring name;
     do name = L"*A" + std::to_wstring(++m_lastNumber);
     while (find(name));
@@ -104,6 +126,8 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     else if (object->ownerId().isNull() && object->isWriteEnabled())
         object->setOwnerId(objectId());
     id = object->objectId();
+    const auto place = m_index.find(key);
+    slotChanging(place == m_index.end() ? m_entries.size() : place->second);
     put(key, id);
     return Acad::eOk;
 }
@@ -112,12 +136,15 @@ Acad::ErrorStatus AcDbDictionary::takeOut(const Entry* entry) {
     if (!entry) return Acad::eKeyNotFound;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    const auto place = m_index.find(entry->name);
     AcDbObject* object = DatabaseAccess::object(entry->id);
-    if (object && object->ownerId() == objectId()) {
+    const bool isOwn = object && object->ownerId() == objectId();
+    if (isOwn) hostkit::ChangeLog::of(*object).changing(*object);
+    slotChanging(place->second);
+    if (isOwn) {
         DatabaseAccess::setOwner(*object, AcDbObjectId());
         DatabaseAccess::markChanged(*object);
     }
-    const auto place = m_index.find(entry->name);
     m_entries[place->second] = Entry();
     m_index.erase(place);
     return Acad::eOk;
@@ -147,10 +174,12 @@ Acad::ErrorStatus AcDbDictionary::setName(const wchar_t* oldName, const wchar_t*
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     if (const auto erased = m_index.find(std::wstring_view(newName)); erased != m_index.end() && !holder) {
+        slotChanging(erased->second);
         m_entries[erased->second] = Entry();
         m_index.erase(erased);
     }
     const std::size_t place = static_cast<std::size_t>(entry - m_entries.data());
+    slotChanging(place);
     m_index.erase(m_index.find(entry->name));
     m_entries[place].name = newName;
     m_index.emplace(newName, place);

@@ -6,6 +6,7 @@
 
 #include "casefold.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -70,10 +71,13 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    /// All but the entries, which come and go one by one.
+    AcDbDictionary& operator=(const AcDbDictionary& other);
     /// The root stays. What the dictionary owns is erased with it.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
 private:
+    friend class hostkit::ChangeLog;
     friend class hostkit::DatabaseAccess;
     friend class AcDbDictionaryIterator;
     struct Filing;
@@ -88,6 +92,9 @@ private:
     Acad::ErrorStatus takeOut(const Entry* entry);
     /// Replaces an entry of that name, whatever it holds.
     void put(std::wstring_view name, AcDbObjectId id);
+    /// Tells the drawing's memory of changes that this entry, or a new one behind the last, will be another.
+    void slotChanging(std::size_t index);
+    void putSlotBack(std::size_t index, const std::optional<Entry>& earlier);
 
     std::vector<Entry> m_entries;
     std::unordered_map<std::wstring, std::size_t, hostkit::FoldedHash, hostkit::FoldedEqual> m_index;

@@ -1,5 +1,6 @@
 #include "dbobject.h"
 
+#include "changelog.h"
 #include "dbdatabase.h"
 #include "dbdictionary.h"
 #include "dbopen.h"
@@ -19,6 +20,14 @@ AcDbObject::~AcDbObject() = default;
 AcDbObject::AcDbObject(const AcDbObject& other)
     : AcRxObject(other) {
     if (other.hasXData()) extras().extendedData = other.m_extras->extendedData;
+}
+
+AcDbObject& AcDbObject::operator=(const AcDbObject& other) {
+    if (this == &other) return *this;
+    m_ownerId = other.m_ownerId;
+    m_source = other.m_source;
+    m_extras = other.m_extras ? std::make_unique<hostkit::ObjectExtras>(*other.m_extras) : nullptr;
+    return *this;
 }
 
 hostkit::ObjectExtras& AcDbObject::extras() {
@@ -42,7 +51,9 @@ Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
 
 Acad::ErrorStatus AcDbObject::assertWriteEnabled(Adesk::Boolean, Adesk::Boolean recordModified) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
-    if (recordModified && !m_id.isNull()) {
+    if (m_id.isNull()) return Acad::eOk;
+    hostkit::ChangeLog::of(*this).changing(*this);
+    if (recordModified) {
         m_flags |= kModified;
         m_source.setModified();
     }
@@ -60,18 +71,26 @@ bool AcDbObject::isReallyClosing() const {
 Acad::ErrorStatus AcDbObject::close() {
     if (m_id.isNull()) return Acad::eNotInDatabase;
     AcDbStub& stub = *m_id.stub();
-    if (stub.openMode == 0 && stub.readers > 0) {
+    constexpr unsigned direct = hostkit::kOpenForWrite | hostkit::kOpenForNotify;
+    if ((stub.openMode & direct) == 0) {
+        if (stub.readers == 0) return Acad::eInvalidOpenState;
         --stub.readers;
         return Acad::eOk;
     }
-    if (stub.openMode == 0) return Acad::eInvalidOpenState;
     if (stub.openMode & hostkit::kOpenForNotify) {
         stub.openMode &= static_cast<Adesk::UInt8>(~hostkit::kOpenForNotify);
         return Acad::eOk;
     }
+    stub.openMode &= static_cast<Adesk::UInt8>(~hostkit::kOpenForWrite);
+    return endWriting();
+}
+
+// As long as a transaction may write, what was changed is not closed.
+Acad::ErrorStatus AcDbObject::endWriting() {
+    if (m_id.stub()->openMode & (hostkit::kOpenForWrite | hostkit::kHeldForWrite)) return Acad::eOk;
     const Acad::ErrorStatus status = (m_flags & kModified) ? subClose() : Acad::eOk;
-    stub.openMode = 0;
-    m_flags &= static_cast<Adesk::UInt8>(~(kModified | kNew));
+    if (m_flags & (kRemembered | kTouched)) hostkit::ChangeLog::of(*this).closed(*this);
+    m_flags &= static_cast<Adesk::UInt8>(~(kModified | kNew | kRemembered | kTouched));
     return status;
 }
 
@@ -79,9 +98,9 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     if (m_id.isNull()) return Acad::eNotInDatabase;
     AcDbStub& stub = *m_id.stub();
     if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
-    if (stub.openMode & hostkit::kOpenForWrite) return Acad::eWasOpenForWrite;
+    if (isWriteEnabled()) return Acad::eWasOpenForWrite;
     if (stub.readers == 0) return Acad::eNotOpenForRead;
-    if (stub.readers > 1) return Acad::eWasOpenForRead;
+    if (stub.readers > 1 || (stub.openMode & hostkit::kHeldForRead)) return Acad::eWasOpenForRead;
     stub.readers = 0;
     stub.openMode = hostkit::kOpenForWrite;
     return Acad::eOk;
@@ -99,21 +118,27 @@ Acad::ErrorStatus AcDbObject::downgradeOpen() {
 
 Acad::ErrorStatus AcDbObject::cancel() {
     if (m_id.isNull()) return Acad::eNotInDatabase;
-    if (isNewObject()) {
-        const Acad::ErrorStatus status = isErased() ? Acad::eOk : erase();
-        return status == Acad::eOk ? close() : status;
-    }
-    return isModified() ? Acad::eNotImplementedYet : close();
+    constexpr unsigned told = kRemembered | kTouched;
+    if ((m_id.stub()->openMode & hostkit::kOpenForWrite) == 0 || (m_flags & told) == 0) return close();
+    const Acad::ErrorStatus status = hostkit::ChangeLog::of(*this).cancel(*this);
+    if (status != Acad::eOk) return status;
+    m_flags &= static_cast<Adesk::UInt8>(~kModified);
+    return close();
 }
 
 Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
     if (m_id.isNull()) return Acad::eNotInDatabase;
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (isErased() == erasing) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
-    Acad::ErrorStatus status = subErase(erasing);
-    if (status == Acad::eOk) status = assertWriteEnabled();
-    if (status != Acad::eOk) return status;
     AcDbStub& stub = *m_id.stub();
+    if (stub.flags & hostkit::kStubTakenBack) return Acad::ePermanentlyErased;
+    hostkit::ChangeLog& changes = hostkit::ChangeLog::of(*this);
+    changes.touching(*this);
+    const Acad::ErrorStatus status = subErase(erasing);
+    if (status != Acad::eOk) return status;
+    changes.erasing(*this);
+    m_flags |= kModified;
+    m_source.setModified();
     stub.flags ^= hostkit::kStubErased;
     if (m_extras) hostkit::eraseWithOwner(m_extras->extensionDictionary, erasing);
     return Acad::eOk;
@@ -274,9 +299,10 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
     if (status != Acad::eOk) return status;
     status = dictionary->numEntries() > 0 ? Acad::eContainerNotEmpty : dictionary->erase();
     dictionary->close();
+    if (status == Acad::eOk) status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_extras->extensionDictionary.setNull();
-    return assertWriteEnabled();
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbObject::addPersistentReactor(AcDbObjectId id) {

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary, persistent reactors and filing; leaves out undo, deep clone, proxies and long transactions.
+// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary, persistent reactors and filing; leaves out deep clone, proxies and long transactions.
 #pragma once
 
 #include "dbfiler.h"
@@ -13,6 +13,7 @@
 struct resbuf;
 class AcDbDatabase;
 namespace hostkit {
+class ChangeLog;
 class DatabaseAccess;
 class GroupBlock;
 struct ObjectExtras;
@@ -33,7 +34,6 @@ public:
     /// A copy is non-resident: it has the values and the extended data, but no id, owner, extension
     /// dictionary or reactors.
     AcDbObject(const AcDbObject& other);
-    AcDbObject& operator=(const AcDbObject&) = delete;
 
     AcDbObjectId objectId() const { return m_id; }
     AcDbObjectId id() const { return m_id; }
@@ -47,30 +47,35 @@ public:
 
     // Open state; docs/open-modes.md tables every state and request.
 
-    /// Ends one open: the notify one first, then the write one, then one reader. eNotInDatabase for a
-    /// non-resident object, eInvalidOpenState when nothing is open. After the last close the pointer is not
-    /// to be used.
+    /// Ends one open: the notify one first, then the write one, then one reader. What a transaction holds is
+    /// not closed by this. eNotInDatabase for a non-resident object, eInvalidOpenState when nothing is open.
+    /// After the last close the pointer is not to be used.
     Acad::ErrorStatus close();
     /// From one reader to writing.
     Acad::ErrorStatus upgradeOpen();
     /// From writing to one reader.
     Acad::ErrorStatus downgradeOpen();
-    /// Closes as if it had not been opened. A new object is erased; one that was changed in this open is
-    /// refused with eNotImplementedYet and stays open.
+    /// Closes as if it had not been opened: the object, what it took in meanwhile and what was erased along
+    /// with it are what they were before. A new object leaves the drawing. eNotImplementedYet, and it stays
+    /// open and changed, for a class of an application that does not file its fields.
     Acad::ErrorStatus cancel();
     /// What the object owns is erased and restored with it. An erased object can be restored with false.
     /// eWasErased / eWasNotErased when it is so already, eCannotBeErasedByCaller for what every drawing
     /// needs.
     Acad::ErrorStatus erase(Adesk::Boolean erasing = Adesk::kTrue);
 
-    bool isReadEnabled() const { return m_id.isNull() || m_id.stub()->readers > 0 || isWriteEnabled(); }
+    bool isReadEnabled() const {
+        return m_id.isNull() || m_id.stub()->readers > 0 ||
+               (m_id.stub()->openMode & ~hostkit::kOpenForNotify) != 0;
+    }
     bool isWriteEnabled() const {
-        return m_id.isNull() || (m_id.stub()->openMode & hostkit::kOpenForWrite) != 0;
+        return m_id.isNull() ||
+               (m_id.stub()->openMode & (hostkit::kOpenForWrite | hostkit::kHeldForWrite)) != 0;
     }
     bool isNotifyEnabled() const {
         return !m_id.isNull() && (m_id.stub()->openMode & hostkit::kOpenForNotify) != 0;
     }
-    /// The next close is the last: no more than one open is left.
+    /// The next close is the last: no more than one open is left. What a transaction holds does not count.
     bool isReallyClosing() const;
     Adesk::Boolean isErased() const { return m_id.isErased(); }
     /// Changed since it was opened.
@@ -149,17 +154,24 @@ public:
     bool differsFromSource() const { return m_source.isModified() || m_source.span().isEmpty(); }
 
 protected:
+    /// All values, the owner and the standing in the source, but not the identity: how a drawing puts back
+    /// what an object was. Others use the setters.
+    AcDbObject& operator=(const AcDbObject& other);
     /// Called by erase before the state changes; a failing status refuses it.
     virtual Acad::ErrorStatus subErase(Adesk::Boolean erasing);
     /// Called by the last close after changes.
     virtual Acad::ErrorStatus subClose();
 
-    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2 };
+    /// The last two: the drawing's memory of changes was told of this open.
+    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2, kRemembered = 4, kTouched = 8 };
 
 private:
+    friend class hostkit::ChangeLog;
     friend class hostkit::DatabaseAccess;
     friend class AcDbDatabase;
+    friend class AcTransaction;
     hostkit::ObjectExtras& extras();
+    Acad::ErrorStatus endWriting();
 
     AcDbObjectId m_id;
     AcDbObjectId m_ownerId;

@@ -12,8 +12,10 @@ namespace {
 Acad::ErrorStatus refusal(const AcDbStub& stub, AcDb::OpenMode mode) {
     if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
     if (mode == AcDb::kForNotify) return Acad::eOk;
-    if (stub.openMode & hostkit::kOpenForWrite) return Acad::eWasOpenForWrite;
-    if (mode == AcDb::kForWrite) return stub.readers > 0 ? Acad::eWasOpenForRead : Acad::eOk;
+    if (stub.openMode & (hostkit::kOpenForWrite | hostkit::kHeldForWrite)) return Acad::eWasOpenForWrite;
+    if (mode == AcDb::kForWrite)
+        return stub.readers > 0 || (stub.openMode & hostkit::kHeldForRead) ? Acad::eWasOpenForRead
+                                                                           : Acad::eOk;
     return stub.readers >= hostkit::maxReaders ? Acad::eAtMaxReaders : Acad::eOk;
 }
 
@@ -31,7 +33,7 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, const AcR
     object = nullptr;
     AcDbStub* stub = id.stub();
     if (!stub) return Acad::eNullObjectId;
-    if (!stub->object) return Acad::ePermanentlyErased;
+    if (!stub->object || (stub->flags & hostkit::kStubTakenBack)) return Acad::ePermanentlyErased;
     if ((stub->flags & hostkit::kStubErased) && !openErased) return Acad::eWasErased;
     if (mode != AcDb::kForRead && mode != AcDb::kForWrite && mode != AcDb::kForNotify)
         return Acad::eInvalidInput;

@@ -72,10 +72,37 @@ void AcDbSymbolTable::enter(AcDbSymbolTableRecord& record) {
     if (!isNew && place->second.isErased()) place->second = record.objectId();
 }
 
-void AcDbSymbolTable::rename(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
+AcDbSymbolTable& AcDbSymbolTable::operator=(const AcDbSymbolTable& other) {
+    AcDbObject::operator=(other);
+    return *this;
+}
+
+// An erased record whose name the other one had taken over is found by it again.
+void AcDbSymbolTable::takeBack(AcDbObjectId record) {
+    const auto found = std::find(m_records.rbegin(), m_records.rend(), record);
+    if (found == m_records.rend()) return;
+    const bool sharesName = m_records.size() > m_names.size();
+    m_records.erase(std::next(found).base());
+    const auto* taken = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record);
+    const auto named = m_names.find(taken->name());
+    if (named == m_names.end() || named->second != record) return;
+    m_names.erase(named);
+    for (std::size_t i = sharesName ? m_records.size() : 0; i-- > 0;) {
+        auto* other = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(m_records[i]);
+        if (!other || !hostkit::equalFolded(other->name(), taken->name())) continue;
+        m_names.emplace(other->name(), other->objectId());
+        return;
+    }
+}
+
+void AcDbSymbolTable::reindex(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
     const auto old = m_names.find(oldName);
     if (old != m_names.end() && old->second == record.objectId()) m_names.erase(old);
     m_names.insert_or_assign(record.name(), record.objectId());
+}
+
+void AcDbSymbolTable::rename(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
+    reindex(record, oldName);
     const wchar_t* variable = currentVariable();
     if (!variable || !database()) return;
     hostkit::HeaderVariables& header = database()->header();

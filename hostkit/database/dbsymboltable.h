@@ -60,15 +60,21 @@ protected:
     virtual void completeName(AcDbSymbolTableRecord&) {}
     /// The header variable that names a record of this table; null where none does. It follows a new name.
     virtual const wchar_t* currentVariable() const { return nullptr; }
+    /// All but the records, which come and go one by one.
+    AcDbSymbolTable& operator=(const AcDbSymbolTable& other);
     /// Tables stay.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
     bool isNameFree(std::wstring_view name, AcDbObjectId except) const;
 
 private:
+    friend class hostkit::ChangeLog;
     friend class hostkit::DatabaseAccess;
     friend class AcDbSymbolTableRecord;
     struct Filing;
     void enter(AcDbSymbolTableRecord& record);
+    /// A record that was added lately is in the table no more.
+    void takeBack(AcDbObjectId record);
+    void reindex(AcDbSymbolTableRecord& record, std::wstring_view oldName);
     void rename(AcDbSymbolTableRecord& record, std::wstring_view oldName);
 
     std::vector<AcDbObjectId> m_records;

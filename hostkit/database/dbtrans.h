@@ -38,25 +38,23 @@ private:
         AcDbStub* stub;
         Adesk::UInt8 earlier; ///< what an outer transaction held before
     };
-    AcTransaction(AcDbTransactionManager& manager, std::size_t mark)
-        : m_manager(manager)
-        , m_mark(mark) {}
+    explicit AcTransaction(AcDbTransactionManager& manager)
+        : m_manager(manager) {}
     void hold(AcDbStub& stub, Adesk::UInt8 level);
     void release();
 
     AcDbTransactionManager& m_manager;
-    std::size_t m_mark; ///< in the drawing's memory of changes
     std::vector<Hold> m_holds;
 };
 
-/// The transactions of one drawing. They nest: the latest one is ended or aborted first. What a nested one did
-/// is taken back with the outer one, if that is aborted.
+/// The transactions of one drawing. They nest: the latest one is ended or aborted first. What a nested one
+/// did is taken back with the outer one, if that is aborted.
 ///
 /// Ending keeps all changes and lets go of what this transaction held. Aborting gives every object the values
-/// that it had at the start, whoever changed it: what was erased comes back, what was restored is erased, what
-/// entered the drawing is in it no more (its id stays its own and gives ePermanentlyErased), entries of
-/// tables and dictionaries and the order of a block's entities are as before, and so are header variables. That
-/// holds while undo recording is off, too.
+/// that it had at the start, whoever changed it: what was erased comes back, what was restored is erased,
+/// what entered the drawing is in it no more (its id stays its own and gives ePermanentlyErased), entries of
+/// tables and dictionaries and the order of a block's entities are as before, and so are header variables.
+/// That holds while undo recording is off, too.
 class AcDbTransactionManager : public AcRxObject {
 public:
     explicit AcDbTransactionManager(AcDbDatabase& database)
@@ -80,8 +78,9 @@ public:
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                 bool openErased = false);
     /// Hands an object that came into the drawing, and is open for writing since, to the latest transaction:
-    /// its maker need not close it. With add false it is closed and leaves the drawing. eNoActiveTransactions;
-    /// eNullObjectPointer; eNotNewlyCreated for any other object; eNotFromThisDocument.
+    /// its maker need not close it. With add false it is closed and leaves the drawing.
+    /// eNoActiveTransactions; eNullObjectPointer; eNotNewlyCreated for any other object;
+    /// eNotFromThisDocument.
     Acad::ErrorStatus addNewlyCreatedDBRObject(AcDbObject* object, bool add = true);
 
 private:

@@ -1,5 +1,7 @@
 #include "headervariables.h"
 
+#include "changelog.h"
+
 using AcDb::GroupKind;
 
 namespace hostkit {
@@ -69,6 +71,7 @@ AcGePoint3d HeaderVariables::point(std::wstring_view name) const {
 }
 
 HeaderVariables::Variable& HeaderVariables::change(std::wstring_view name, GroupKind kind, short& code) {
+    if (m_changes) m_changes->headerChanging(*this, name);
     if (const Variable* old = find(name)) {
         GroupWalker walker(old->groups);
         AcDbDxfGroup group;
@@ -77,6 +80,20 @@ HeaderVariables::Variable& HeaderVariables::change(std::wstring_view name, Group
     Variable& variable = put(name);
     variable.modified = true;
     return variable;
+}
+
+void HeaderVariables::putBack(std::wstring_view name, const std::optional<Variable>& earlier) {
+    const auto found = m_index.find(name);
+    if (found == m_index.end()) return;
+    const std::size_t place = found->second;
+    if (earlier) {
+        m_variables[place] = *earlier;
+        return;
+    }
+    m_variables.erase(m_variables.begin() + static_cast<std::ptrdiff_t>(place));
+    m_index.erase(found);
+    for (auto& [each, index] : m_index)
+        if (index > place) --index;
 }
 
 void HeaderVariables::setReal(std::wstring_view name, double value, short code) {

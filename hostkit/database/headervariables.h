@@ -6,6 +6,7 @@
 #include "gepnt3d.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -13,10 +14,18 @@
 
 namespace hostkit {
 
+class ChangeLog;
+
 /// Variables by name without the leading $, in the order of their file. Names are compared exactly: they are
 /// capital letters.
 class HeaderVariables {
 public:
+    /// The log, where there is one, is told before a variable is set; it lives as long.
+    explicit HeaderVariables(ChangeLog* changes = nullptr)
+        : m_changes(changes) {}
+    HeaderVariables(const HeaderVariables&) = delete;
+    HeaderVariables& operator=(const HeaderVariables&) = delete;
+
     struct Variable {
         std::wstring name;
         GroupBlock groups;
@@ -46,10 +55,14 @@ public:
     void setHandle(std::wstring_view name, Adesk::UInt64 value, short code = 5);
     void setPoint(std::wstring_view name, const double* coordinates, int dimension, short code = 10);
 
+    /// As it was, the mark too; none: there was no such variable. Tells no log.
+    void putBack(std::wstring_view name, const std::optional<Variable>& earlier);
+
 private:
     bool first(std::wstring_view name, AcDb::GroupKind kind, AcDbDxfGroup& group, std::wstring& text) const;
     Variable& change(std::wstring_view name, AcDb::GroupKind kind, short& code);
 
+    ChangeLog* m_changes;
     std::vector<Variable> m_variables;
     struct NameHash {
         using is_transparent = void;

@@ -18,6 +18,21 @@ SubentityList::SubentityList(const SubentityList& other) {
     }
 }
 
+SubentityList& SubentityList::operator=(const SubentityList& other) {
+    if (this == &other) return *this;
+    SubentityList copy(other.m_isResident ? SubentityList() : other);
+    m_parts = std::move(copy.m_parts);
+    m_isResident = other.m_isResident;
+    m_ids = other.m_ids;
+    m_sequenceEnd = other.m_sequenceEnd;
+    return *this;
+}
+
+void SubentityList::takeBack(AcDbObjectId id) {
+    const auto found = std::find(m_ids.rbegin(), m_ids.rend(), id);
+    if (found != m_ids.rend()) m_ids.erase(std::next(found).base());
+}
+
 AcDbEntity* SubentityList::at(std::size_t index) const {
     return m_isResident ? DatabaseAccess::objectOf<AcDbEntity>(m_ids[index]) : m_parts[index].get();
 }

@@ -21,7 +21,8 @@ public:
     ~SubentityList();
     /// Copies are non-resident: clones of the parts that are not erased.
     SubentityList(const SubentityList& other);
-    SubentityList& operator=(const SubentityList&) = delete;
+    /// Names the same parts, where they are in a drawing; else as a copy.
+    SubentityList& operator=(const SubentityList& other);
 
     std::size_t count() const { return m_isResident ? m_ids.size() : m_parts.size(); }
     bool isResident() const { return m_isResident; }
@@ -47,6 +48,8 @@ public:
     void becomeResident() { m_isResident = true; }
     /// A reader adds a part that the drawing has already.
     void appendResident(AcDbObjectId id);
+    /// A part that came lately is none any more.
+    void takeBack(AcDbObjectId id);
     /// Erases or restores all parts with their owner; busy ones are passed over.
     void eraseAll(bool erasing);
 

@@ -21,13 +21,15 @@ struct AcDbStub {
     Adesk::UInt16 readers; ///< open for read that often
     Adesk::UInt8 openMode; ///< hostkit::OpenState bits
     Adesk::UInt8 flags;    ///< hostkit::StubFlag bits
-    Adesk::UInt32 reserved;
+    Adesk::UInt32 epoch;   ///< of the drawing's memory of changes when the object was last remembered
 };
 
 namespace hostkit {
 
-enum OpenState : Adesk::UInt8 { kOpenForWrite = 1, kOpenForNotify = 2 };
-enum StubFlag : Adesk::UInt8 { kStubErased = 1, kStubErasedWithOwner = 2 };
+/// An object can be open directly, and beside that be held by transactions.
+enum OpenState : Adesk::UInt8 { kOpenForWrite = 1, kOpenForNotify = 2, kHeldForRead = 4, kHeldForWrite = 8 };
+/// Taken back: the object's coming into the drawing was undone, so that it counts as erased for good.
+enum StubFlag : Adesk::UInt8 { kStubErased = 1, kStubErasedWithOwner = 2, kStubTakenBack = 4 };
 
 constexpr std::size_t stubChunkSize = std::size_t{64} * 1024;
 

@@ -23,11 +23,14 @@ private:                                                                        
 public:
 
 #define HOSTKIT_DEFINE_CLASS(CLASS, PARENT, DXF_NAME, APP, CONSTRUCTOR)                                      \
+    HOSTKIT_DEFINE_CLASS_WITH_VALUES(CLASS, PARENT, DXF_NAME, APP, CONSTRUCTOR, nullptr)
+#define HOSTKIT_DEFINE_CLASS_WITH_VALUES(CLASS, PARENT, DXF_NAME, APP, CONSTRUCTOR, COPY_VALUES)             \
     AcRxClass* CLASS::s_classDescription = nullptr;                                                          \
     void CLASS::rxInit() {                                                                                   \
         if (s_classDescription) return;                                                                      \
         PARENT::rxInit();                                                                                    \
         s_classDescription = new AcRxClass(L"" #CLASS, DXF_NAME, PARENT::desc(), CONSTRUCTOR, APP);          \
+        s_classDescription->setValueCopier(COPY_VALUES);                                                     \
     }                                                                                                        \
     void CLASS::rxExit() {                                                                                   \
         deleteAcRxClass(s_classDescription);                                                                 \
@@ -44,14 +47,22 @@ public:
     HOSTKIT_DEFINE_CLASS(CLASS, PARENT, L"" #DXF_NAME, L"" #APP,                                             \
                          [] { return static_cast<AcRxObject*>(new CLASS); })
 
-/// For the kit's own classes: as above, and known from load to the end of the process.
+/// For the kit's own classes: as above, known from load to the end of the process, and with their assignment
+/// as the way in which a drawing keeps and restores their values.
 #define HOSTKIT_KIT_CLASS(CLASS, PARENT, DXF_NAME)                                                           \
-    HOSTKIT_DEFINE_CLASS(CLASS, PARENT, DXF_NAME, L"kit",                                                    \
-                         [] { return static_cast<AcRxObject*>(new CLASS); })                                 \
+    HOSTKIT_DEFINE_CLASS_WITH_VALUES(                                                                        \
+        CLASS, PARENT, DXF_NAME, L"kit", [] { return static_cast<AcRxObject*>(new CLASS); },                 \
+        HOSTKIT_VALUE_COPIER(CLASS))                                                                         \
     HOSTKIT_REGISTER_AT_LOAD(CLASS)
 #define HOSTKIT_KIT_ABSTRACT_CLASS(CLASS, PARENT)                                                            \
+    HOSTKIT_DEFINE_CLASS_WITH_VALUES(CLASS, PARENT, nullptr, L"kit", nullptr, HOSTKIT_VALUE_COPIER(CLASS))   \
+    HOSTKIT_REGISTER_AT_LOAD(CLASS)
+/// For a class of the kit whose objects are not in drawings.
+#define HOSTKIT_KIT_CLASS_WITHOUT_VALUES(CLASS, PARENT)                                                      \
     HOSTKIT_DEFINE_CLASS(CLASS, PARENT, nullptr, L"kit", nullptr)                                            \
     HOSTKIT_REGISTER_AT_LOAD(CLASS)
+#define HOSTKIT_VALUE_COPIER(CLASS)                                                                          \
+    [](AcRxObject& to, const AcRxObject& from) { static_cast<CLASS&>(to) = static_cast<const CLASS&>(from); }
 #define HOSTKIT_REGISTER_AT_LOAD(CLASS)                                                                      \
     namespace {                                                                                              \
     const struct CLASS##Registration {                                                                       \

@@ -11,6 +11,7 @@
 class AcRxClass : public AcRxObject {
 public:
     using Constructor = AcRxObject* (*)();
+    using ValueCopier = void (*)(AcRxObject& to, const AcRxObject& from);
 
     AcRxClass(const wchar_t* name, const wchar_t* dxfName, AcRxClass* parent, Constructor constructor,
               const wchar_t* applicationName = nullptr);
@@ -32,6 +33,11 @@ public:
     /// A new object that belongs to the caller; null for an abstract class.
     AcRxObject* create() const { return m_constructor ? m_constructor() : nullptr; }
 
+    /// Gives one object of this class the values of another, bit for bit; null for classes of applications,
+    /// which have their filing.
+    ValueCopier valueCopier() const { return m_valueCopier; }
+    void setValueCopier(ValueCopier copier) { m_valueCopier = copier; }
+
     /// Puts a protocol object on this class; returns the one it replaces, or null. The class does not own it.
     AcRxObject* addX(AcRxClass* protocol, AcRxObject* implementation);
     /// The protocol object on this very class, without its ancestors.
@@ -46,6 +52,7 @@ private:
     std::wstring m_applicationName;
     AcRxClass* m_parent;
     Constructor m_constructor;
+    ValueCopier m_valueCopier = nullptr;
     std::size_t m_depth;
     std::vector<const AcRxClass*> m_ancestors; // from the root to this class itself
     std::vector<std::pair<const AcRxClass*, AcRxObject*>> m_protocols;

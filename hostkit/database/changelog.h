@@ -1,0 +1,140 @@
+// Stand-in for the host's undo recording. Covers what objects, containers and the header were before a change, marks, taking back and cancelling; leaves out redo and partial undo by applications.
+#pragma once
+
+#include "undoreport.h"
+
+#include "acadstrc.h"
+#include "dbid.h"
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class AcDbDictionary;
+
+namespace hostkit {
+
+class HeaderVariables;
+
+/// A drawing's memory of changes. Whoever changes something tells it before the first change; it remembers
+/// what was there, once between two marks (starts of transactions, undo groups and opens). A new object costs
+/// one entry and no copy. It serves cancel, which takes back one open, transactions, which take back all
+/// since a mark, and undo groups.
+///
+/// What nobody can ask for any more is forgotten at once: a drawing without undo groups and transactions
+/// remembers only what is open.
+class ChangeLog {
+public:
+    explicit ChangeLog(AcDbDatabase& database);
+    ~ChangeLog();
+    ChangeLog(const ChangeLog&) = delete;
+    ChangeLog& operator=(const ChangeLog&) = delete;
+
+    /// Of a resident object's drawing.
+    static ChangeLog& of(const AcDbObject& object);
+
+    // What is about to change.
+
+    /// The fields of a resident object.
+    void changing(AcDbObject& object);
+    /// Something other than its fields: it takes something in, or is erased or restored.
+    void touching(AcDbObject& object);
+    /// It came into the drawing just now.
+    void created(AcDbObject& object);
+    /// Its mark of erasure.
+    void erasing(AcDbObject& object);
+    /// An entry of a dictionary, or, with the index one past the last, a new one.
+    void entryChanging(AcDbDictionary& dictionary, std::size_t index);
+    void headerChanging(const HeaderVariables& header, std::wstring_view name);
+    /// The last open for write of an object that the log was told of ended.
+    void closed(AcDbObject& object);
+
+    /// Gives the object, its entries and what it owns what they were before the present open; what it took in
+    /// since is taken back. eNotImplementedYet, and nothing is done, for an object that could not be
+    /// remembered (an application's class that does not file its fields).
+    Acad::ErrorStatus cancel(AcDbObject& object);
+
+    // Transactions. Their marks nest.
+
+    void setMark();
+    void endMark();
+    /// Takes back all since the latest mark and ends it.
+    void restoreMark();
+
+    // Undo.
+
+    bool isRecording() const { return m_isRecording; }
+    void setRecording(bool recording);
+    /// What follows belongs to one group, until its end. Groups do not nest: the inner one is the outer's.
+    void beginGroup(std::wstring_view name);
+    /// A group in which nothing was changed is forgotten.
+    void endGroup();
+    bool isInGroup() const { return m_groupDepth > 0; }
+    std::size_t groupCount() const { return m_groups.size(); }
+    /// Takes the latest group back, but for what was changed while recording was off. What both changed stays
+    /// as it is and is counted. eUndoOperationNotAvailable: there is no group, one is not ended yet, or a
+    /// transaction is active.
+    Acad::ErrorStatus undo(UndoReport& report);
+
+    /// Entries in memory; for tests.
+    std::size_t size() const { return m_entries.size(); }
+
+private:
+    struct Memory;
+    struct StateMemory;
+    struct SlotMemory;
+    struct VariableMemory;
+    enum class Kind : unsigned char { none, state, touch, creation, erasure, slot, variable };
+    struct Entry {
+        AcDbStub* stub;
+        std::unique_ptr<Memory> memory;
+        Adesk::UInt32 index = 0; ///< of a dictionary's entry
+        Kind kind = Kind::none;
+        Adesk::UInt8 stubFlags = 0;   ///< before an erasure
+        bool wasModified : 1 = false; ///< likewise, the mark "changed since read"
+        bool isFirstOfOpen : 1 = false;
+        bool isRepeated : 1 = false; ///< an earlier one since the latest mark says more
+        bool isSuspended : 1 = false;
+        bool isTold : 1 = false; ///< an undo has said that it stays
+    };
+    struct Group {
+        std::wstring name;
+        std::size_t start = 0;
+        bool isNamed = false; ///< else of what was done between commands
+    };
+    /// What was changed while recording was off, later than the entry that is looked at.
+    struct Suspended;
+    /// Nothing that is put back is remembered itself.
+    struct Restoring;
+
+    bool isNeeded() const { return m_isRecording || !m_groups.empty() || !m_marks.empty(); }
+    Entry& append(Kind kind, AcDbStub* stub);
+    bool noteOpen(AcDbObject& object, Adesk::UInt8 flag);
+    void dropOfOpen(const AcDbStub* stub);
+    void dropGroupsFrom(std::size_t mark);
+    void trim();
+
+    void restore(Entry& entry);
+    void restoreState(Entry& entry);
+    void restoreErasure(Entry& entry);
+    void takeBack(AcDbObject& object);
+    void takeBackOwned(AcDbObject& owner);
+    bool isOfOpen(const Entry& entry, const AcDbObject& object) const;
+    void undoGroup(const Group& group, UndoReport& report);
+
+    AcDbDatabase& m_database;
+    std::deque<Entry> m_entries;
+    std::vector<std::size_t> m_marks;
+    std::vector<Group> m_groups;
+    Adesk::UInt32 m_epoch = 1;
+    std::size_t m_openCount = 0; ///< objects that are open and told of
+    int m_groupDepth = 0;
+    bool m_hasOpenGroup = false; ///< it is the last one
+    bool m_isRecording = false;
+    bool m_isRestoring = false;
+};
+
+} // namespace hostkit

@@ -1,0 +1,59 @@
+// Stand-in for the host's undo records. Covers fields of objects, entries of dictionaries and header variables; leaves out when they are made and used.
+#pragma once
+
+#include "changelog.h"
+#include "dbaccess.h"
+#include "headervariables.h"
+
+#include <memory>
+#include <optional>
+
+namespace hostkit {
+
+struct ChangeLog::Restoring {
+    explicit Restoring(ChangeLog& changes)
+        : log(changes) {
+        log.m_isRestoring = true;
+    }
+    ~Restoring() { log.m_isRestoring = false; }
+    Restoring(const Restoring&) = delete;
+    Restoring& operator=(const Restoring&) = delete;
+
+    ChangeLog& log;
+};
+
+struct ChangeLog::Memory {
+    virtual ~Memory() = default;
+};
+
+/// All fields of an object, extended data and owner among them, and whether its record in the source still
+/// holds. The kit's classes are copied; what a class of an application adds goes through its filing.
+struct ChangeLog::StateMemory : Memory {
+    explicit StateMemory(const AcDbObject& object);
+    ~StateMemory() override;
+    /// False where the fields of an application's class could not be had; then nothing can be put back.
+    bool isComplete() const { return values != nullptr; }
+    void putBack(AcDbObject& object);
+
+    std::unique_ptr<AcDbObject> values;
+    std::unique_ptr<AcDbDwgFiler> fields; ///< null for classes of the kit
+};
+
+struct ChangeLog::SlotMemory : Memory {
+    SlotMemory(const AcDbDictionary& dictionary, std::size_t slot);
+    void putBack(AcDbDictionary& dictionary) const;
+
+    std::size_t index;
+    bool wasOwned = false;                        ///< the dictionary owned what the entry named
+    std::optional<AcDbDictionary::Entry> earlier; ///< none: the entry was not there
+};
+
+struct ChangeLog::VariableMemory : Memory {
+    VariableMemory(const HeaderVariables& header, std::wstring_view variable);
+    void putBack(HeaderVariables& header) const { header.putBack(name, earlier); }
+
+    std::wstring name;
+    std::optional<HeaderVariables::Variable> earlier; ///< none: the header lacked it
+};
+
+} // namespace hostkit

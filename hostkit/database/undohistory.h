@@ -1,0 +1,27 @@
+// Stand-in for the host's undo of a drawing's last steps. Covers groups and taking back the latest; leaves out redo and marks with names.
+#pragma once
+
+#include "undoreport.h"
+
+#include "acadstrc.h"
+
+#include <string_view>
+
+class AcDbDatabase;
+
+namespace hostkit {
+
+/// What is changed until the end of the group is one step. Groups in a group belong to the outer one. A step
+/// in which nothing was changed is none.
+void beginUndoGroup(AcDbDatabase& database, std::wstring_view name);
+void endUndoGroup(AcDbDatabase& database);
+/// Steps that can be taken back, one that is not ended yet included.
+int undoGroupCount(const AcDbDatabase& database);
+
+/// Takes back the latest step, whole: values, erasures, what came in, entries of tables and dictionaries,
+/// header variables, and whether an object's record in its file still holds. What was done while recording
+/// was off stays. eUndoOperationNotAvailable: there is no step, one is not ended yet, or a transaction is
+/// active.
+Acad::ErrorStatus undoLastGroup(AcDbDatabase& database, UndoReport& report);
+
+} // namespace hostkit

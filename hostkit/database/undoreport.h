@@ -1,0 +1,17 @@
+// Stand-in for the host's word on an undo. Covers what was taken back and what stays; leaves out the objects' names.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace hostkit {
+
+/// What one undo did. Objects count once each.
+struct UndoReport {
+    std::wstring name;             ///< of the group: the command's; empty for what no command did
+    std::size_t restored = 0;      ///< objects and header variables that are again what they were
+    std::size_t keptSuspended = 0; ///< changed only while recording was off: they stay so
+    std::size_t inConflict = 0;    ///< changed with recording on and later with it off: they stay as they are
+};
+
+} // namespace hostkit
