@@ -14,7 +14,14 @@ constexpr Adesk::Int32 ACRX_CMD_TRANSPARENT = 0x01;
 constexpr Adesk::Int32 ACRX_CMD_USEPICKSET = 0x02;
 constexpr Adesk::Int32 ACRX_CMD_REDRAW = 0x04;
 constexpr Adesk::Int32 ACRX_CMD_NOPAPERSPACE = 0x10;
+/// The document is locked for reading alone while the command runs.
+constexpr Adesk::Int32 ACRX_CMD_DOCREADLOCK = 0x80000;
+/// Nobody else may lock it.
+constexpr Adesk::Int32 ACRX_CMD_DOCEXCLUSIVELOCK = 0x100000;
+/// The command belongs to no document: nothing is locked for it.
 constexpr Adesk::Int32 ACRX_CMD_SESSION = 0x200000;
+/// The command is no step of its own for undo.
+constexpr Adesk::Int32 ACRX_CMD_NO_UNDO_MARKER = 0x400000;
 
 /// One registered command. It belongs to the stack and lives until it or its group is removed.
 class AcEdCommand : public AcRxObject {

@@ -1,5 +1,6 @@
 #include "acdocman.h"
 
+#include "actrans.h"
 #include "dbapserv.h"
 #include "dbmain.h"
 
@@ -11,13 +12,33 @@ AcApDocument::AcApDocument(std::unique_ptr<AcDbDatabase> database, std::wstring 
 
 AcApDocument::~AcApDocument() = default;
 
-AcAp::DocLockMode AcApDocument::lockMode() const {
+template <typename Counts>
+AcAp::DocLockMode AcApDocument::strongest(Counts counts) const {
     // In the order of their strength; a protected automatic write bears the bit of the automatic one.
     for (const auto mode :
          {AcAp::kXWrite, AcAp::kWrite, AcAp::kProtectedAutoWrite, AcAp::kAutoWrite, AcAp::kRead})
-        if (std::find(m_locks.begin(), m_locks.end(), mode) != m_locks.end()) return mode;
+        if (std::any_of(m_locks.begin(), m_locks.end(),
+                        [&](const Lock& lock) { return lock.mode == mode && counts(lock); }))
+            return mode;
     return AcAp::kNotLocked;
 }
+
+AcAp::DocLockMode AcApDocument::lockMode(bool includeMyLocks) const {
+    const bool inCommand = m_manager && !m_manager->isApplicationContext();
+    return strongest([=](const Lock& lock) { return includeMyLocks || lock.isOfCommand != inCommand; });
+}
+
+AcAp::DocLockMode AcApDocument::myLockMode() const {
+    const bool inCommand = m_manager && !m_manager->isApplicationContext();
+    return strongest([=](const Lock& lock) { return lock.isOfCommand == inCommand; });
+}
+
+AcTransactionManager* AcApDocument::transactionManager() const {
+    return static_cast<AcTransactionManager*>(m_database->transactionManager());
+}
+
+bool AcApDocumentIterator::done() const { return m_index >= m_manager.documentCount(); }
+AcApDocument* AcApDocumentIterator::document() const { return m_manager.documentAt(m_index); }
 
 AcApDocManager::AcApDocManager() = default;
 AcApDocManager::~AcApDocManager() { closeAll(); }
@@ -46,15 +67,25 @@ void AcApDocManager::makeCurrent(AcApDocument* document) {
 
 Acad::ErrorStatus AcApDocManager::activateDocument(AcApDocument* document) {
     if (!document) return Acad::eNoDocument;
-    if (!has(document)) return Acad::eNotFromThisDocument;
+    return setCurDocument(document, AcAp::kNone, true);
+}
+
+Acad::ErrorStatus AcApDocManager::setCurDocument(AcApDocument* document, AcAp::DocLockMode mode,
+                                                 bool activate) {
+    if (document && !has(document)) return Acad::eNotFromThisDocument;
+    if (mode != AcAp::kNone) {
+        const Acad::ErrorStatus status = lockDocument(document, mode);
+        if (status != Acad::eOk) return status;
+    }
     makeCurrent(document);
+    if (activate) m_active = document;
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::DocLockMode mode) {
     if (!document || !has(document)) return Acad::eNoDocument;
     if (mode == AcAp::kNone || mode == AcAp::kNotLocked) return Acad::eInvalidInput;
-    document->m_locks.push_back(mode);
+    document->m_locks.push_back({mode, !isApplicationContext()});
     return Acad::eOk;
 }
 
@@ -66,25 +97,30 @@ Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document) {
 }
 
 AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcDbDatabase> database, std::wstring fileName) {
+    database->disableUndoRecording(false);
     m_documents.push_back(std::make_unique<AcApDocument>(std::move(database), std::move(fileName)));
+    m_documents.back()->m_manager = this;
     makeCurrent(m_documents.back().get());
-    return m_current;
+    return m_active = m_current;
 }
 
 Acad::ErrorStatus AcApDocManager::closeDocument(AcApDocument* document) {
     const auto place = std::find_if(m_documents.begin(), m_documents.end(),
                                     [document](const auto& each) { return each.get() == document; });
     if (place == m_documents.end()) return Acad::eNoDocument;
-    if (document->lockMode() != AcAp::kNotLocked) return Acad::eLockViolation;
+    if (!document->m_locks.empty()) return Acad::eLockViolation;
     // The working database changes before the drawing goes, so that nobody finds one that is half gone.
     const std::unique_ptr<AcApDocument> closing = std::move(*place);
     m_documents.erase(place);
-    if (m_current == document) makeCurrent(m_documents.empty() ? nullptr : m_documents.back().get());
+    AcApDocument* next = m_documents.empty() ? nullptr : m_documents.back().get();
+    if (m_active == document) m_active = next;
+    if (m_current == document) makeCurrent(m_active);
     return Acad::eOk;
 }
 
 void AcApDocManager::closeAll() {
     if (m_current) makeCurrent(nullptr);
+    m_active = nullptr;
     const auto closing = std::move(m_documents);
     m_documents.clear();
 }

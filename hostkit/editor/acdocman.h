@@ -1,4 +1,4 @@
-// Stand-in for the host's document manager. Covers open documents, the current one and counted locks; leaves out queued commands and reactors.
+// Stand-in for the host's document manager. Covers open documents, the current and the active one, counted locks and their modes; leaves out queued commands and reactors.
 #pragma once
 
 #include "acadstrc.h"
@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+class AcApDocManager;
 class AcDbDatabase;
+class AcTransactionManager;
 
 class AcAp {
 public:
@@ -35,14 +37,43 @@ public:
     /// As it was given; empty for a new drawing.
     const wchar_t* fileName() const { return m_fileName.c_str(); }
     void setFileName(std::wstring fileName) { m_fileName = std::move(fileName); }
-    /// The strongest mode that is held; kNotLocked when none is.
-    AcAp::DocLockMode lockMode() const;
+    /// The strongest mode that others hold, or with includeMyLocks that anybody holds; kNotLocked when none
+    /// does. "Mine" are the locks that running commands hold while one runs, and those that were taken
+    /// outside of commands while none does.
+    AcAp::DocLockMode lockMode(bool includeMyLocks = false) const;
+    AcAp::DocLockMode myLockMode() const;
+    /// That of the document's drawing.
+    AcTransactionManager* transactionManager() const;
 
 private:
     friend class AcApDocManager;
+    struct Lock {
+        AcAp::DocLockMode mode;
+        bool isOfCommand;
+    };
+    template <typename Counts>
+    AcAp::DocLockMode strongest(Counts counts) const;
+
+    AcApDocManager* m_manager = nullptr; ///< null until the document is adopted
     std::unique_ptr<AcDbDatabase> m_database;
     std::wstring m_fileName;
-    std::vector<AcAp::DocLockMode> m_locks;
+    std::vector<Lock> m_locks;
+};
+
+/// Walks the documents in the order in which they came. The list must not change meanwhile.
+class AcApDocumentIterator {
+public:
+    explicit AcApDocumentIterator(const AcApDocManager& manager)
+        : m_manager(manager) {}
+    virtual ~AcApDocumentIterator() = default;
+    bool done() const;
+    void step() { ++m_index; }
+    /// Null when done.
+    AcApDocument* document() const;
+
+private:
+    const AcApDocManager& m_manager;
+    int m_index = 0;
 };
 
 /// The documents of one host. Documents live until they are closed or the host goes.
@@ -53,25 +84,38 @@ public:
     AcApDocManager(const AcApDocManager&) = delete;
     AcApDocManager& operator=(const AcApDocManager&) = delete;
 
+    /// The one that functions without a document argument mean.
     AcApDocument* curDocument() const { return m_current; }
-    /// The one in front; the same as the current one, since one window shows all.
-    AcApDocument* mdiActiveDocument() const { return m_current; }
+    /// The one that the user sees in front. Another one may be current for a while.
+    AcApDocument* mdiActiveDocument() const { return m_active; }
     /// The document of that database, or null.
     AcApDocument* document(const AcDbDatabase* database) const;
     int documentCount() const { return static_cast<int>(m_documents.size()); }
     AcApDocument* documentAt(int index) const;
+    /// The caller deletes the iterator.
+    AcApDocumentIterator* newAcApDocumentIterator() const { return new AcApDocumentIterator(*this); }
+    /// No command runs: what is done now belongs to no document.
+    bool isApplicationContext() const { return m_runningCommands == 0; }
 
-    /// Makes the document the current one and its database the working one. eNoDocument for null;
-    /// eNotFromThisDocument for one of another host.
+    /// Makes the document the active and the current one and its database the working one. eNoDocument for
+    /// null; eNotFromThisDocument for one of another host.
     Acad::ErrorStatus activateDocument(AcApDocument* document);
-    Acad::ErrorStatus setCurDocument(AcApDocument* document) { return activateDocument(document); }
+    /// Makes it the current one, its database the working one, and with activate the active one. A mode other
+    /// than kNone locks it, too. Null makes none current and its working database none.
+    Acad::ErrorStatus setCurDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kNone,
+                                     bool activate = false);
 
     /// Locks count: each needs its unlockDocument, which takes back the latest. eInvalidInput for kNone and
     /// kNotLocked; eNoDocument for null; eLockViolation for unlocking what is not locked.
     Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite);
     Acad::ErrorStatus unlockDocument(AcApDocument* document);
 
-    /// Takes a drawing in as a new document and makes it the current one. The manager owns it.
+    /// The host tells when a command starts and ends, for the locks that it takes.
+    void commandStarts() { ++m_runningCommands; }
+    void commandEnds() { --m_runningCommands; }
+
+    /// Takes a drawing in as a new document and makes it the current one. The manager owns it. From now on
+    /// the drawing records what undo needs.
     AcApDocument* adopt(std::unique_ptr<AcDbDatabase> database, std::wstring fileName);
     /// Closes without saving. The next document becomes the current one, or none. eNoDocument for one that is
     /// not of this manager; eLockViolation while it is locked.
@@ -85,6 +129,8 @@ private:
 
     std::vector<std::unique_ptr<AcApDocument>> m_documents;
     AcApDocument* m_current = nullptr;
+    AcApDocument* m_active = nullptr;
+    int m_runningCommands = 0;
 };
 
 /// The current host's documents; null when there is no host.

@@ -1,6 +1,8 @@
 #include "host.h"
 
 #include "aced.h"
+#include "actrans.h"
+#include "commandscope.h"
 #include "dbapserv.h"
 #include "dbmain.h"
 #include "drawingreader.h"
@@ -102,8 +104,7 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
     // The command may take itself out of the stack, so nothing of it is used once it runs.
     const AcRxFunctionPtr function = command->functionAddr();
     RunningCommand running{command->globalName(), std::move(input)};
-    AcApDocument* document = m_parts->documents.curDocument();
-    const bool isLocked = m_parts->documents.lockDocument(document) == Acad::eOk;
+    CommandScope scope(m_parts->documents, *command);
     m_parts->running.push_back(&running);
     try {
         function();
@@ -112,7 +113,9 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
         if (running.result.status == Acad::eOk) running.result = thrown;
     }
     m_parts->running.pop_back();
-    if (isLocked) m_parts->documents.unlockDocument(document);
+    if (scope.abortTransactions() && running.result.status == Acad::eOk)
+        running.result = {Acad::eTransactionOpenWhileCommandEnded,
+                          L"it left a transaction open; what was done in it is taken back"};
     return running.result;
 }
 

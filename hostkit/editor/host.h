@@ -74,6 +74,10 @@ public:
     /// Runs the command that the first word of the line names; the other words are its answers. An empty line
     /// does nothing. eUnknownCommand when there is none of that name. What the command throws ends it as a
     /// failure.
+    ///
+    /// The current document is locked for it as its flags ask: for writing, reading, exclusively, or not at
+    /// all. What the outermost command changes there is one step for undo. A transaction that a command
+    /// leaves open is aborted, and the command fails with eTransactionOpenWhileCommandEnded.
     CommandResult run(std::wstring_view line, MoreInput more = MoreInput::none);
     /// The innermost running command, or null.
     RunningCommand* runningCommand();

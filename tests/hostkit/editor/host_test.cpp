@@ -311,21 +311,21 @@ TEST_F(HostTest, DocumentsFollowEachOtherAndSetTheWorkingDrawing) {
 TEST_F(HostTest, LocksCountAndACommandHoldsOne) {
     ASSERT_EQ(host.newDocument(), Acad::eOk);
     AcApDocument* document = host.documents().curDocument();
-    EXPECT_EQ(document->lockMode(), AcAp::kNotLocked);
+    EXPECT_EQ(document->lockMode(true), AcAp::kNotLocked);
     EXPECT_EQ(host.documents().unlockDocument(document), Acad::eLockViolation);
     EXPECT_EQ(host.documents().lockDocument(nullptr), Acad::eNoDocument);
     EXPECT_EQ(host.documents().lockDocument(document, AcAp::kNone), Acad::eInvalidInput);
     run(L"GO", [&] {
-        EXPECT_EQ(document->lockMode(), AcAp::kWrite);
+        EXPECT_EQ(document->lockMode(true), AcAp::kWrite);
         EXPECT_EQ(host.documents().lockDocument(document, AcAp::kRead), Acad::eOk);
-        EXPECT_EQ(document->lockMode(), AcAp::kWrite) << "the strongest counts";
+        EXPECT_EQ(document->lockMode(true), AcAp::kWrite) << "the strongest counts";
         EXPECT_EQ(host.documents().lockDocument(document, AcAp::kXWrite), Acad::eOk);
-        EXPECT_EQ(document->lockMode(), AcAp::kXWrite);
+        EXPECT_EQ(document->lockMode(true), AcAp::kXWrite);
         EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
         EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
-        EXPECT_EQ(document->lockMode(), AcAp::kWrite);
+        EXPECT_EQ(document->lockMode(true), AcAp::kWrite);
     });
-    EXPECT_EQ(document->lockMode(), AcAp::kNotLocked);
+    EXPECT_EQ(document->lockMode(true), AcAp::kNotLocked);
 }
 
 TEST_F(HostTest, AFileThatIsNoDrawingOpensNothing) {

@@ -1,0 +1,53 @@
+#include "commandscope.h"
+
+#include "accmd.h"
+#include "actrans.h"
+#include "dbmain.h"
+#include "undohistory.h"
+
+namespace hostkit {
+namespace {
+
+AcAp::DocLockMode lockOf(Adesk::Int32 flags) {
+    if (flags & ACRX_CMD_SESSION) return AcAp::kNone;
+    if (flags & ACRX_CMD_DOCEXCLUSIVELOCK) return AcAp::kXWrite;
+    return (flags & ACRX_CMD_DOCREADLOCK) ? AcAp::kRead : AcAp::kWrite;
+}
+
+} // namespace
+
+CommandScope::CommandScope(AcApDocManager& documents, const AcEdCommand& command)
+    : m_documents(documents)
+    , m_document(documents.curDocument()) {
+    m_documents.commandStarts();
+    if (!m_document) return;
+    m_database = m_document->database();
+    m_transactions = m_document->transactionManager()->numActiveTransactions();
+    const AcAp::DocLockMode mode = lockOf(command.commandFlags());
+    if (mode != AcAp::kNone) m_isLocked = m_documents.lockDocument(m_document, mode) == Acad::eOk;
+    m_isStep = (command.commandFlags() & ACRX_CMD_NO_UNDO_MARKER) == 0;
+    if (m_isStep) beginUndoGroup(*m_database, command.globalName());
+}
+
+// A session command may have closed the document.
+bool CommandScope::hasDocument() const {
+    return m_document && m_documents.document(m_database) == m_document;
+}
+
+CommandScope::~CommandScope() {
+    if (hasDocument()) {
+        if (m_isStep) endUndoGroup(*m_database);
+        if (m_isLocked) m_documents.unlockDocument(m_document);
+    }
+    m_documents.commandEnds();
+}
+
+bool CommandScope::abortTransactions() {
+    if (!hasDocument()) return false;
+    AcDbTransactionManager& manager = *m_document->transactionManager();
+    const bool areLeft = manager.numActiveTransactions() > m_transactions;
+    while (manager.numActiveTransactions() > m_transactions) manager.abortTransaction();
+    return areLeft;
+}
+
+} // namespace hostkit
