@@ -271,15 +271,18 @@ bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
 // ---------------------------------------------------------------------------------------------------------------------
 
 /// 1 inside the polygon or on its boundary, else 0; 0 for an empty one. XY only, arcs are not seen, the
-/// closing side is always included. Crossings of the ray downwards are counted, within a relative and absolute
-/// 1e-10; a corner under the point counts by its neighbours to the right, so that a ray through a corner
-/// counts once. A NaN coordinate counts nothing.
+/// closing side is always included. Crossings of the ray downwards are counted; a corner under the point
+/// counts by its neighbours to the right, so that a ray through a corner counts once. On means within 1e-10,
+/// left and right of a corner however beyond 1e-10 and 1e-10 of the coordinate: a million units from the
+/// origin a point within 0.0001 of a corner's x, but not on it, may be counted wrong. A NaN counts nothing.
 int IsInteriorPoint(AcArray<AcGePoint3d> polygon, AcGePoint3d point);
 /// The same on a ring of 2d segments and arcs, in any order; null and other curves are passed over. The ray
 /// runs to the right and is 100000000.0 long: what lies farther is not seen. 1 at a curve's end and on a level
 /// segment; on the rest of the boundary the count decides. A curve with an end at the point's height counts by
 /// its ends alone: once when the other end is below and the point to the left. An arc with both ends at the
-/// point's height counts once when the point is between them and below the apex.
+/// point's height counts once more when the point is between them and below the apex: right for a circle in
+/// two halves, but a point on the chord of an arc that tops two upright sides comes out as outside. Far from
+/// the origin the same holds of heights as of x above.
 int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& point);
 /// Does the line from the lower side of the contour's box up to the point meet the contour an odd number of
 /// times, as intersectWith counts. The contour is taken as ConvertToPolyline gives it: at elevation 0, so that

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -28,6 +29,8 @@ constexpr double kSameCorner = 1e-08;
 constexpr double kPointsDiffer = 1e-10;
 /// The ray of the inside test on 2d curves: farther away nothing is seen.
 constexpr double kRayLength = 100000000.0;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 bool isNear(double a, double b) { return (a - b) * (a - b) <= kSquaredTolerance; }
 
@@ -80,23 +83,28 @@ struct ClearSides {
         , right(x + 2.0 * kComparisonTolerance) {}
 };
 
-/// Looks at corners eight at a time and passes over those that all lie, follower included, on one side.
+/// Looks at corners sixteen at a time and passes over those that all lie, follower included, on one side. A
+/// NaN adds nothing wherever it stands.
 int countCrossings(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& point) {
-    constexpr int block = 8;
+    constexpr int block = 16;
     const int count = polygon.length();
     const AcGePoint3d* corners = polygon.asArrayPtr();
     const ClearSides sides(point.x);
     int total = 0;
     for (int first = 0; first < count; first += block) {
         const int end = std::min(first + block, count);
+        // Two at a time, and in this order of operands, which passes a NaN over.
         const double followerX = corners[end < count ? end : 0].x;
-        bool allLeft = followerX < sides.left;
-        bool allRight = followerX > sides.right;
-        for (int i = first; i < end; ++i) {
-            allLeft &= corners[i].x < sides.left;
-            allRight &= corners[i].x > sides.right;
-        }
-        if (allLeft || allRight) continue;
+        double low[2] = {std::min(kInfinity, followerX), kInfinity};
+        double high[2] = {std::max(-kInfinity, followerX), -kInfinity};
+        for (int i = first; i + 1 < end; i += 2)
+            for (int k = 0; k < 2; ++k) {
+                low[k] = std::min(low[k], corners[i + k].x);
+                high[k] = std::max(high[k], corners[i + k].x);
+            }
+        low[0] = std::min(low[0], corners[end - 1].x);
+        high[0] = std::max(high[0], corners[end - 1].x);
+        if (std::max(high[0], high[1]) < sides.left || std::min(low[0], low[1]) > sides.right) continue;
         for (int i = first; i < end; ++i) {
             const int crossings = crossingsAtCorner(corners[i > 0 ? i - 1 : count - 1], corners[i],
                                                     corners[i + 1 < count ? i + 1 : 0], point);

@@ -1,7 +1,7 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "boxchain.h"
+#include "piecepairs.h"
 
 #include "cvxlogentry.h"
 #include "gearc2d.h"
@@ -31,24 +31,17 @@ constexpr double kCrossRounding = 1e-14;
 
 double sumOfSides(const AcGeVector2d& vector) { return std::abs(vector.x) + std::abs(vector.y); }
 
-/// The axes in which the contour's sides, weighed by their squared lengths, run along x: the boxes of long
-/// parallel sides are thin there, whatever way the contour is turned.
-AcGeVector2d mainDirection(const std::vector<AcGePoint2d>& points) {
-    double cosine = 0.0;
-    double sine = 0.0;
-    double weight = 0.0;
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const AcGeVector2d side = points[i] - points[i - 1];
-        cosine += side.x * side.x - side.y * side.y;
-        sine += 2.0 * side.x * side.y;
-        weight += side.lengthSqrd();
+/// The largest coordinate without its sign; what is not finite does not count.
+double largestCoordinateOf(const AcArray<AcGePoint3d>& points) {
+    double largest = 0.0;
+    for (const AcGePoint3d& point : points) {
+        const double own = point.largestCoordinate();
+        if (own > largest && std::isfinite(own)) largest = own;
     }
-    constexpr double clearlyOneWay = 0.1;
-    const bool isClear = std::isfinite(weight) && std::hypot(cosine, sine) > clearlyOneWay * weight;
-    if (!isClear) return AcGeVector2d::kXAxis;
-    const double angle = std::atan2(sine, cosine) / 2.0;
-    return {std::cos(angle), std::sin(angle)};
+    return largest;
 }
+
+bool isFinite(const AcGePoint2d& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
 /// A contour's segments in the plane, and the contract's decision about any two of them.
 class ContourSegments {
@@ -60,10 +53,11 @@ public:
 
 private:
     void takeDistinct(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
-                      const AcGeVector3d& normal);
+                      const AcGeVector3d& normal, double widest);
     void makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
                  const AcGeVector3d& normal);
-    BoxChain::Box boxOf(std::size_t index, const AcGeVector2d& axis) const;
+    PiecePairs::Hull hullOf(std::size_t index) const;
+    std::uint8_t headingOf(std::size_t index) const;
 
     const AcGePoint2d& startOf(std::size_t i) const { return m_points[i]; }
     const AcGePoint2d& endOf(std::size_t i) const { return m_points[i + 1 < m_points.size() ? i + 1 : 0]; }
@@ -90,40 +84,50 @@ private:
     std::size_t m_count = 0;       ///< of segments: points that have a bulge
     std::vector<int> m_arcNumbers; ///< per segment, -1 for a straight one; empty when all are straight
     std::vector<AcGeCircArc2d> m_arcs;
-    double m_allowance = 0.0; ///< of the point test at the largest coordinate
+    double m_allowance = 0.0;         ///< of the point test at the largest coordinate
+    double m_clear = 0.0;             ///< lengths beyond this are clear of the point test
+    bool m_hasClearTolerance = false; ///< so is the distance at which a crossing is a vertex
 };
 
 ContourSegments::ContourSegments(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                                  const AcGeVector3d& normal, double scale) {
     m_tolerance.setEqualPoint(scale * kPointShare);
     m_tolerance.setEqualVector(scale * kVectorShare);
-    takeDistinct(points, bulges, normal);
-    double largest = 0.0;
-    for (const AcGePoint2d& point : m_points)
-        if (std::isfinite(point.x) && std::isfinite(point.y))
-            largest = std::max(largest, point.largestCoordinate());
+    const double largest = largestCoordinateOf(points);
     m_allowance = AcGe::pointAllowance(AcGeContext::gTol, largest);
+    m_clear = kClearAllowances * m_allowance;
+    m_hasClearTolerance = m_tolerance.equalPoint() >= m_clear;
+    takeDistinct(points, bulges, normal, AcGe::pointAllowance(m_tolerance, largest));
 }
 
 // A point equal to the one that stays before it goes with its bulge. Points without a bulge always stay.
 void ContourSegments::takeDistinct(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
-                                   const AcGeVector3d& normal) {
+                                   const AcGeVector3d& normal, double widest) {
     const int compared = std::min(points.length(), bulges.length());
-    std::vector<int> kept;
-    kept.reserve(static_cast<std::size_t>(points.length()));
-    for (int i = 0; i < points.length(); ++i)
-        if (i == 0 || i >= compared || !points[i].isEqualTo(points[kept.back()], m_tolerance))
-            kept.push_back(i);
-    m_points.reserve(kept.size());
-    for (const int i : kept) {
-        m_points.emplace_back(points[i].x, points[i].y);
+    const auto isRepeat = [&](const AcGePoint3d& point, const AcGePoint3d& before) {
+        const bool mayBe = !(std::abs(point.x - before.x) > widest || std::abs(point.y - before.y) > widest);
+        return mayBe && point.isEqualTo(before, m_tolerance);
+    };
+    std::vector<int> arcs; // places of kept points whose segment has a bulge
+    std::vector<int> kept; // of the points, from the first repeat on; before it points keep their place
+    m_points.reserve(static_cast<std::size_t>(points.length()));
+    int last = 0;
+    for (int i = 0; i < points.length(); ++i) {
+        if (i > 0 && i < compared && isRepeat(points[i], points[last])) continue;
+        last = i;
+        if (i < compared && isArcBulge(bulges[i])) arcs.push_back(static_cast<int>(m_points.size()));
         if (i < compared) ++m_count;
+        if (!kept.empty() || static_cast<std::size_t>(i) != m_points.size()) kept.push_back(i);
+        m_points.emplace_back(points[i].x, points[i].y);
     }
-    for (std::size_t k = 0; k < m_count; ++k) {
-        const double bulge = bulges[kept[k]];
-        if (!isArcBulge(bulge)) continue;
-        makeArc(k, points[kept[k]], points[kept[k + 1 < kept.size() ? k + 1 : 0]], bulge, normal);
-    }
+    const int count = static_cast<int>(m_points.size());
+    const int firstMoved = count - static_cast<int>(kept.size());
+    const auto placeOf = [&](int k) {
+        return k < firstMoved ? k : kept[static_cast<std::size_t>(k - firstMoved)];
+    };
+    for (const int k : arcs)
+        makeArc(static_cast<std::size_t>(k), points[placeOf(k)], points[placeOf(k + 1 < count ? k + 1 : 0)],
+                bulges[placeOf(k)], normal);
 }
 
 void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end,
@@ -139,41 +143,63 @@ void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const
     m_arcs.push_back(arc);
 }
 
-// Of an arc the box of its chord and the chord moved to the apex, or of the circle when it is more than half
-// of it.
-BoxChain::Box ContourSegments::boxOf(std::size_t index, const AcGeVector2d& axis) const {
-    const AcGeVector2d across = axis.perpVector();
-    const auto turned = [&](const AcGePoint2d& point) {
-        return AcGePoint2d(point.asVector().dotProduct(axis), point.asVector().dotProduct(across));
-    };
-    const auto boxAround = [](const AcGePoint2d& a, const AcGePoint2d& b, double reach) {
-        return BoxChain::Box{std::min(a.x, b.x) - reach, std::max(a.x, b.x) + reach,
-                             std::min(a.y, b.y) - reach, std::max(a.y, b.y) + reach};
-    };
+// An arc of up to half a circle lies between its chord and the chord moved to the apex; a longer one is held
+// by the circle's square.
+PiecePairs::Hull ContourSegments::hullOf(std::size_t index) const {
     const AcGePoint2d& start = startOf(index);
     const AcGePoint2d& end = endOf(index);
-    if (!std::isfinite(sumOfSides(start.asVector()) + sumOfSides(end.asVector())))
-        return BoxChain::emptyBox();
     const AcGeCircArc2d* arc = arcOf(index);
-    if (!arc) return boxAround(turned(start), turned(end), kReachAllowances * m_allowance);
-    const double reach =
-        kReachAllowances *
-        std::max(m_allowance, AcGe::pointAllowance(AcGeContext::gTol, arc->coordinateMagnitude()));
-    const AcGePoint2d center = turned(arc->center());
-    if (arc->endAng() - arc->startAng() > AcGe::kPi) return boxAround(center, center, arc->radius() + reach);
+    if (!arc) return {start, end, {}, kReachAllowances * m_allowance};
+    const double own = AcGe::pointAllowance(AcGeContext::gTol, arc->coordinateMagnitude());
+    const double reach = kReachAllowances * std::max(m_allowance, own);
+    if (arc->endAng() - arc->startAng() > AcGe::kPi) {
+        const AcGeVector2d half(arc->radius(), arc->radius());
+        const AcGePoint2d corner = arc->center() - half;
+        return {corner, {corner.x + 2.0 * half.x, corner.y}, {0.0, 2.0 * half.y}, reach};
+    }
     const AcGePoint2d apex = arc->evalPoint((arc->startAng() + arc->endAng()) / 2);
-    const AcGeVector2d rise = apex - (start + (end - start) / 2);
-    BoxChain::Box box = boxAround(turned(start), turned(end), reach);
-    box.extend(boxAround(turned(start + rise), turned(end + rise), reach));
-    return box;
+    return {start, end, apex - (start + (end - start) / 2), reach};
+}
+
+// Segments that follow on each other within a quarter turn, each long enough to be clear of the point test,
+// meet nowhere but where they follow on.
+std::uint8_t ContourSegments::headingOf(std::size_t index) const {
+    const AcGeVector2d direction = endOf(index) - startOf(index);
+    const bool isClear = m_hasClearTolerance && !arcOf(index) && sumOfSides(direction) > 2.0 * m_clear;
+    if (!isClear) return PiecePairs::kNone;
+    return PiecePairs::headingOf(direction);
+}
+
+PiecePairs::Box boxAround(const PiecePairs::Hull& hull) {
+    const AcGePoint2d start = hull.start + hull.rise;
+    const AcGePoint2d end = hull.end + hull.rise;
+    return {std::min({hull.start.x, hull.end.x, start.x, end.x}) - hull.reach,
+            std::max({hull.start.x, hull.end.x, start.x, end.x}) + hull.reach,
+            std::min({hull.start.y, hull.end.y, start.y, end.y}) - hull.reach,
+            std::max({hull.start.y, hull.end.y, start.y, end.y}) + hull.reach};
 }
 
 bool ContourSegments::anyCross() const {
-    const AcGeVector2d axis = mainDirection(m_points);
-    std::vector<BoxChain::Box> boxes;
+    std::vector<PiecePairs::Box> boxes;
+    std::vector<std::uint8_t> headings;
     boxes.reserve(m_count);
-    for (std::size_t i = 0; i < m_count; ++i) boxes.push_back(boxOf(i, axis));
-    return BoxChain(std::move(boxes)).anyPair([&](std::size_t i, std::size_t j) { return doCross(i, j); });
+    headings.reserve(m_count);
+    for (std::size_t i = 0; i < m_count; ++i) {
+        const AcGePoint2d& start = startOf(i);
+        const AcGePoint2d& end = endOf(i);
+        const double reach = kReachAllowances * m_allowance;
+        headings.push_back(headingOf(i));
+        if (!isFinite(start) || !isFinite(end))
+            boxes.push_back(BoxChain::emptyBox());
+        else if (arcOf(i))
+            boxes.push_back(boxAround(hullOf(i)));
+        else
+            boxes.push_back({std::min(start.x, end.x) - reach, std::max(start.x, end.x) + reach,
+                             std::min(start.y, end.y) - reach, std::max(start.y, end.y) + reach});
+    }
+    return PiecePairs(std::move(boxes), std::move(headings))
+        .anyPair([this](std::size_t i, std::size_t j) { return doCross(i, j); },
+                 [this](std::size_t i) { return hullOf(i); });
 }
 
 bool ContourSegments::doCross(std::size_t i, std::size_t j) const {
@@ -185,12 +211,11 @@ bool ContourSegments::doCross(std::size_t i, std::size_t j) const {
 // Neighbours with one end in common that go clearly different ways meet there and nowhere else.
 bool ContourSegments::areClearNeighbours(const AcGePoint2d& common, const AcGePoint2d& far1,
                                          const AcGePoint2d& far2) const {
-    const double clear = kClearAllowances * m_allowance;
     const AcGeVector2d u = far1 - common;
     const AcGeVector2d v = far2 - common;
     const double length1 = u.lengthSqrd();
     const double length2 = v.lengthSqrd();
-    if (!(std::min(length1, length2) > clear * clear) || !(m_tolerance.equalPoint() >= clear)) return false;
+    if (!m_hasClearTolerance || !(std::min(length1, length2) > m_clear * m_clear)) return false;
     if (u.dotProduct(v) < 0.0) return true;
     const double cross = u.crossProduct(v);
     return cross * cross > kClearSine * kClearSine * length1 * length2;

@@ -1,0 +1,546 @@
+// Points and contours: inside, on, outside. The plain forms here are the contract's steps written down one by
+// one; the library's must give the same answers on any input.
+#include "vexogeometrytools.h"
+
+#include "contourcases.h"
+#include "dbcircle.h"
+#include "dbline.h"
+#include "dbxline.h"
+#include "geell2d.h"
+#include "gelnsg2d.h"
+
+#include <gtest/gtest.h>
+
+using namespace VEXOGeometryTools;
+using namespace contourcases;
+
+namespace {
+
+constexpr double kOffsets[] = {0.0, 1e6};
+
+bool isDefinitelyBelow(double a, double b) { return a + std::abs(a) * 1e-10 + 1e-10 < b; }
+bool isBelowNarrowed(double a, double b) { return a < b - (std::abs(b) * 1e-10 + 1e-10); }
+bool isNearby(double a, double b) { return (a - b) * (a - b) <= 1e-20; }
+
+int interiorPlainly(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
+    const auto atMost = [](double x, double y) { return x <= y + std::abs(y) * 1e-10 + 1e-10; };
+    int total = 0;
+    const int n = polygon.length();
+    for (int i = 0; i < n; ++i) {
+        const AcGePoint3d a = polygon[i];
+        const AcGePoint3d b = polygon[(i + 1) % n];
+        const AcGePoint3d c = polygon[(i + n - 1) % n];
+        if (isNearby(a.x, q.x) && isNearby(a.y, q.y)) return 1;
+        if (isNearby(a.x, q.x) && isNearby(b.x, q.x) &&
+            ((atMost(a.y, q.y) && atMost(q.y, b.y)) || (atMost(b.y, q.y) && atMost(q.y, a.y))))
+            return 1;
+        if ((isBelowNarrowed(a.x, q.x) && isBelowNarrowed(q.x, b.x)) ||
+            (isBelowNarrowed(b.x, q.x) && isBelowNarrowed(q.x, a.x))) {
+            const double y = a.y + (b.y - a.y) * ((q.x - a.x) / (b.x - a.x));
+            if (isNearby(q.y, y)) return 1;
+            total += isDefinitelyBelow(y, q.y);
+        }
+        if (isNearby(a.x, q.x) && isDefinitelyBelow(a.y, q.y))
+            total += isDefinitelyBelow(q.x, c.x) + isDefinitelyBelow(q.x, b.x);
+    }
+    return total % 2;
+}
+
+AcArray<AcGePoint3d> pointsOf(std::initializer_list<std::array<double, 2>> corners) {
+    AcArray<AcGePoint3d> points;
+    for (const auto& [x, y] : corners) points.append({x, y, 0.0});
+    return points;
+}
+
+/// Samples of the contour's boundary, close enough that a point 0.05 away from them sees the same contour.
+std::vector<AcGePoint2d> samplesOf(const AcDbPolyline& polyline) {
+    std::vector<AcGePoint2d> samples;
+    constexpr int perSegment = 100;
+    for (unsigned int i = 0; i < polyline.numVerts() * perSegment; ++i) {
+        AcGePoint3d point;
+        EXPECT_EQ(polyline.getPointAtParam(static_cast<double>(i) / perSegment, point), Acad::eOk);
+        samples.emplace_back(point.x, point.y);
+    }
+    return samples;
+}
+
+/// The winding number by the sum of angles, and the distance to the nearest sample.
+int windingOf(const std::vector<AcGePoint2d>& samples, const AcGePoint2d& q, double& distance) {
+    double sum = 0.0;
+    distance = 1e300;
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const AcGeVector2d a = samples[i] - q;
+        const AcGeVector2d b = samples[(i + 1) % samples.size()] - q;
+        sum += std::atan2(a.crossProduct(b), a.dotProduct(b));
+        distance = std::min(distance, a.length());
+    }
+    return static_cast<int>(std::lround(sum / AcGe::kTwoPi));
+}
+
+/// Is the point neither clearly beside a corner nor straight above or below it. Far from the origin the bound
+/// of the contract is that coarse.
+bool isInDoubt(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
+    for (const AcGePoint3d& corner : polygon)
+        if (!isNearby(corner.x, q.x) && !isBelowNarrowed(corner.x, q.x) && !isBelowNarrowed(q.x, corner.x))
+            return true;
+    return false;
+}
+
+/// The contour's segments as 2d curves, owned.
+std::vector<std::unique_ptr<AcGeCurve2d>> ringOf(const AcDbPolyline& polyline) {
+    std::vector<std::unique_ptr<AcGeCurve2d>> ring;
+    for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+        AcGeLineSeg2d line;
+        AcGeCircArc2d arc;
+        if (polyline.getArcSegAt(i, arc) == Acad::eOk)
+            ring.emplace_back(arc.copy());
+        else if (polyline.getLineSegAt(i, line) == Acad::eOk)
+            ring.emplace_back(line.copy());
+    }
+    return ring;
+}
+std::vector<AcGeCurve2d*> pointersOf(const std::vector<std::unique_ptr<AcGeCurve2d>>& ring) {
+    std::vector<AcGeCurve2d*> pointers;
+    for (const auto& curve : ring) pointers.push_back(curve.get());
+    return pointers;
+}
+
+TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
+    struct Case {
+        AcArray<AcGePoint3d> polygon;
+        AcGePoint3d point;
+        int expected;
+    };
+    const auto square = pointsOf({{0, 0}, {4, 0}, {4, 4}, {0, 4}});
+    const auto diamond = pointsOf({{0, -1}, {1, 0}, {0, 1}, {-1, 0}});
+    const Case cases[] = {{square, {2, 2, 0}, 1},
+                          {square, {2, 2, 77}, 1},
+                          {square, {4, 4, 0}, 1},
+                          {square, {0, 3, 0}, 1},
+                          {square, {4, 1, 0}, 1},
+                          {square, {1, 0, 0}, 1},
+                          {square, {3, 4, 0}, 1},
+                          {square, {0, 5, 0}, 0},
+                          {square, {0, -1, 0}, 0},
+                          {square, {4, 5, 0}, 0},
+                          {square, {5, 2, 0}, 0},
+                          {square, {2, 4.0001, 0}, 0},
+                          {square, {2, 4 + 5e-11, 0}, 1},
+                          {diamond, {0, 0, 0}, 1},
+                          {diamond, {0, 0.5, 0}, 1},
+                          {diamond, {0, 2, 0}, 0},
+                          {diamond, {0, -2, 0}, 0},
+                          {diamond, {0.5, 0.5, 0}, 1},
+                          {diamond, {0.5, 0.6, 0}, 0},
+                          {diamond, {1, 0.5, 0}, 0},
+                          {diamond, {-1, 1, 0}, 0},
+                          {diamond, {kNaN, 0, 0}, 0},
+                          {diamond, {0, kNaN, 0}, 0},
+                          {AcArray<AcGePoint3d>(), {0, 0, 0}, 0},
+                          {pointsOf({{1, 1}}), {1, 1, 0}, 1},
+                          {pointsOf({{1, 1}, {3, 3}}), {2, 2, 0}, 1},
+                          {pointsOf({{1, 1}, {3, 3}}), {2, 3, 0}, 0}};
+    for (const Case& one : cases)
+        for (int start = 0; start < std::max(one.polygon.length(), 1); ++start)
+            for (const bool backward : {false, true}) {
+                AcArray<AcGePoint3d> polygon(one.polygon);
+                if (!polygon.isEmpty()) std::rotate(polygon.begin(), polygon.begin() + start, polygon.end());
+                if (backward) polygon.reverse();
+                EXPECT_EQ(IsInteriorPoint(polygon, one.point), one.expected)
+                    << one.point.x << ' ' << one.point.y << " of " << polygon.length() << " from " << start;
+                if (polygon.isEmpty()) continue;
+                polygon.append(AcGePoint3d(polygon[0]));
+                EXPECT_EQ(IsInteriorPoint(polygon, one.point), one.expected) << "first point repeated";
+            }
+}
+
+TEST(InteriorPoint, EqualsPlainFormOnLatticesAndNaN) {
+    std::mt19937 random(11);
+    std::uniform_int_distribution<int> place(0, 4);
+    std::uniform_int_distribution<int> step(-3, 3);
+    int inside = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const double offset = round % 5 ? 0.0 : 1e6;
+        const auto coordinate = [&] {
+            return offset + place(random) + (random() % 4 ? 0.0 : step(random) * 0.5e-10);
+        };
+        AcArray<AcGePoint3d> polygon;
+        // Long polygons wander on one side of the point for a while, so that corners are passed over.
+        const int count = static_cast<int>(random() % (round % 3 ? 8 : 90));
+        for (int i = 0; i < count; ++i) {
+            const double far = count > 20 && (i / 15) % 2 ? 3.0 : 0.0;
+            polygon.append({coordinate() + far, coordinate(), 0.0});
+            if (random() % 60 == 0) polygon.last().x = kNaN;
+        }
+        const AcGePoint3d q(coordinate(), coordinate(), 0.0);
+        ASSERT_EQ(IsInteriorPoint(polygon, q), interiorPlainly(polygon, q)) << "round " << round;
+        inside += interiorPlainly(polygon, q);
+    }
+    EXPECT_GT(inside, 4000);
+}
+
+TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
+    std::mt19937 random(5);
+    int asked = 0;
+    int inDoubt = 0;
+    for (const double offset : kOffsets)
+        for (int round = 0; round < 30; ++round) {
+            Vertices vertices = randomContour(random, 5 + round, offset);
+            if (round % 2) vertices = reversed(vertices);
+            const auto polyline = polylineOf(vertices, true);
+            const auto samples = samplesOf(*polyline);
+            AcArray<AcGePoint3d> polygon;
+            for (const AcGePoint2d& sample : samples) polygon.append({sample.x, sample.y, 0.0});
+            const auto ring = ringOf(*polyline);
+            std::uniform_real_distribution<double> coordinate(offset - 11, offset + 11);
+            for (int k = 0; k < 40; ++k) {
+                const AcGePoint2d q(coordinate(random), coordinate(random));
+                double distance;
+                const bool inside = windingOf(samples, q, distance) != 0;
+                if (distance < 0.05) continue;
+                ++asked;
+                const AcGePoint3d point(q.x, q.y, 0.0);
+                if (!isInDoubt(polygon, point))
+                    EXPECT_EQ(IsInteriorPoint(polygon, point), inside)
+                        << q.x << ' ' << q.y << " round " << round;
+                else
+                    ++inDoubt;
+                EXPECT_EQ(IsInteriorPoint(pointersOf(ring), q), inside)
+                    << q.x << ' ' << q.y << " round " << round;
+                EXPECT_EQ(isPointInsideContour(point, polyline.get()), inside)
+                    << q.x << ' ' << q.y << " round " << round;
+            }
+        }
+    EXPECT_GT(asked, 1500);
+    EXPECT_LT(inDoubt, asked / 50);
+}
+
+TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {
+    const auto ask = [](const Vertices& vertices, double x, double y) {
+        const auto ring = ringOf(*polylineOf(vertices, true));
+        return IsInteriorPoint(pointersOf(ring), {x, y});
+    };
+    const Vertices square = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}};
+    const Vertices diamond = {{0, -1, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 0}};
+    const Vertices halfDisc = {{-2, 0, 0}, {2, 0, 1}}; // the arc above its chord
+    const Vertices dome = {{0, 0, 0}, {4, 0, 0}, {4, 4, 1}, {0, 4, 0}};
+    EXPECT_EQ(ask(square, 0, 0), 1);
+    EXPECT_EQ(ask(square, 2, 4), 1) << "on a level side";
+    EXPECT_EQ(ask(square, 2, 0), 1);
+    EXPECT_EQ(ask(square, -1, 4), 0);
+    EXPECT_EQ(ask(square, -1, 0), 0);
+    EXPECT_EQ(ask(square, 5, 4), 0);
+    EXPECT_EQ(ask(diamond, 0, 0), 1) << "the ray meets a corner with one side below it";
+    EXPECT_EQ(ask(diamond, -2, 0), 0);
+    EXPECT_EQ(ask(diamond, -0.5, 1), 0) << "both sides below: twice";
+    EXPECT_EQ(ask(diamond, -0.5, -1), 0) << "both sides above: not at all";
+    EXPECT_EQ(ask(halfDisc, 0, 0), 1);
+    EXPECT_EQ(ask(halfDisc, 0, 1), 1);
+    EXPECT_EQ(ask(halfDisc, 0, 2.1), 0);
+    const Vertices disc = {{-2, 0, 1}, {2, 0, 1}};
+    EXPECT_EQ(ask(disc, 0, 0), 1) << "level with both ends: the upper arc counts, the lower does not";
+    EXPECT_EQ(ask(disc, 3, 0), 0);
+    EXPECT_EQ(ask(dome, 2, 3.9), 1);
+    EXPECT_EQ(ask(dome, 2, 4), 0) << "level with both ends: the arc counts besides the side below it";
+    EXPECT_EQ(ask(dome, 5, 4), 0);
+    const Vertices wide = {{-3e8, -1, 0}, {3e8, -1, 0}, {3e8, 1, 0}, {-3e8, 1, 0}};
+    EXPECT_EQ(ask(wide, 2.5e8, 0), 1);
+    EXPECT_EQ(ask(wide, 0, 0), 0) << "the right side is beyond the ray";
+
+    AcGeEllipArc2d ellipse;
+    const auto ring = ringOf(*polylineOf(square, true));
+    std::vector<AcGeCurve2d*> mixed = pointersOf(ring);
+    mixed.push_back(nullptr);
+    mixed.push_back(&ellipse);
+    EXPECT_EQ(IsInteriorPoint(mixed, {2, 2}), 1);
+    EXPECT_EQ(IsInteriorPoint(mixed, {kNaN, 2}), 0);
+    EXPECT_EQ(IsInteriorPoint(std::vector<AcGeCurve2d*>(), {0, 0}), 0);
+}
+
+bool insidePlainly(const AcGePoint3d& point, AcDbCurve* contour) {
+    const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(contour));
+    AcDbExtents box;
+    if (!polyline || polyline->getGeomExtents(box) != Acad::eOk) return false;
+    const AcDbLine line({point.x, box.minPoint().y, point.z}, point);
+    AcGeTol tolerance;
+    tolerance.setEqualVector(1e-05);
+    AcGePoint3d closest;
+    if ((line.startPoint() - point).isCodirectionalTo(AcGeVector3d::kYAxis, tolerance) &&
+        polyline->getClosestPointTo(line.startPoint(), closest) == Acad::eOk &&
+        closest.isEqualTo(line.startPoint(), tolerance))
+        return false;
+    AcGePoint3dArray points;
+    (void)polyline->intersectWith(&line, AcDb::kOnBothOperands, points);
+    return points.length() % 2 != 0;
+}
+
+TEST(InsideContour, EqualsPlainFormOnCornersSidesAndTangents) {
+    std::mt19937 random(23);
+    std::uniform_int_distribution<int> place(0, 6);
+    std::uniform_int_distribution<int> step(-2, 2);
+    constexpr double bulges[] = {0, 0, 0, 1, -1, 0.5, -0.4142135623730951, 3};
+    int inside = 0;
+    for (int round = 0; round < 6000; ++round) {
+        const double offset = round % 4 ? 0.0 : 1e6;
+        const auto coordinate = [&] {
+            return offset + place(random) + (random() % 6 ? 0.0 : step(random) * 6e-11);
+        };
+        Vertices vertices;
+        for (int i = 0, count = 2 + static_cast<int>(random() % 12); i < count; ++i)
+            vertices.push_back({coordinate(), coordinate(), bulges[random() % 8]});
+        const auto polyline = polylineOf(vertices, random() % 8 != 0);
+        if (random() % 5 == 0) (void)polyline->setNormal(-AcGeVector3d::kZAxis);
+        const AcGePoint3d q(coordinate() + (random() % 2 ? 0.0 : 0.3), coordinate(),
+                            random() % 20 ? 0.0 : 1.0);
+        ASSERT_EQ(isPointInsideContour(q, polyline.get()), insidePlainly(q, polyline.get()))
+            << "round " << round;
+        inside += insidePlainly(q, polyline.get());
+    }
+    EXPECT_GT(inside, 800);
+}
+
+TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
+    AcDbCircle circle({0, 0, 5}, AcGeVector3d::kZAxis, 2.0);
+    EXPECT_TRUE(isPointInsideContour({0.5, 0.3, 0}, &circle)) << "a contour is taken at elevation 0";
+    EXPECT_FALSE(isPointInsideContour({0.5, 0.3, 5}, &circle));
+    EXPECT_FALSE(isPointInsideContour({0.5, 2.3, 0}, &circle));
+    const auto square = polylineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true);
+    EXPECT_FALSE(isPointInsideContour({2, -1, 0}, square.get())) << "below the box, over its lower side";
+    EXPECT_TRUE(isPointInsideContour({2, 1, 0}, square.get()));
+    AcDbXline line;
+    AcDbPolyline empty;
+    for (AcDbCurve* none :
+         {static_cast<AcDbCurve*>(nullptr), static_cast<AcDbCurve*>(&line), static_cast<AcDbCurve*>(&empty)})
+        EXPECT_FALSE(isPointInsideContour({0, 0, 0}, none));
+    EXPECT_FALSE(isPointInsideContour({kNaN, 1, 0}, square.get()));
+    EXPECT_FALSE(isPointInsideContour({1, kNaN, 0}, square.get()));
+}
+
+bool isOnPlainly(const AcDbPolyline& polyline, const AcGePoint3d& point, const AcGeVector3d* view) {
+    AcGeTol tolerance;
+    tolerance.setEqualPoint(1e-06);
+    tolerance.setEqualVector(1e-06);
+    const unsigned int count = polyline.numVerts() - (polyline.isClosed() ? 0 : 1);
+    for (unsigned int i = 0; i < count; ++i) {
+        AcGeLineSeg3d line;
+        AcGeCircArc3d arc;
+        if (polyline.segType(i) == AcDbPolyline::kLine && polyline.getLineSegAt(i, line) == Acad::eOk &&
+            line.isOn(point, tolerance)) {
+            const AcGeVector3d along = line.startPoint() - line.endPoint();
+            if (!view || (!along.isZeroLength(tolerance) && along.isParallelTo(*view, tolerance)))
+                return true;
+        }
+        if (!view && polyline.segType(i) == AcDbPolyline::kArc && polyline.getArcSegAt(i, arc) == Acad::eOk &&
+            arc.isOn(point, tolerance))
+            return true;
+    }
+    return false;
+}
+
+TEST(OnPolyline, EqualsPlainFormAroundTheTolerance) {
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> share(0.0, 1.0);
+    constexpr double shifts[] = {0, 0.4e-6, 0.98e-6, 1.02e-6, 3e-6, 1e-3};
+    int on = 0;
+    int parallel = 0;
+    for (int round = 0; round < 6000; ++round) {
+        const double offset = kOffsets[round % 2];
+        const auto polyline = polylineOf(randomContour(random, 4 + round % 9, offset), round % 3 != 0);
+        if (round % 4 == 0) (void)polyline->setNormal({0.3, -0.2, 1.0});
+        (void)polyline->setElevation(round % 5);
+        AcGePoint3d point;
+        AcGeVector3d along;
+        const double parameter = share(random) * (polyline->numVerts() - 1);
+        ASSERT_EQ(polyline->getPointAtParam(parameter, point), Acad::eOk);
+        ASSERT_EQ(polyline->getFirstDeriv(parameter, along), Acad::eOk);
+        point += along.crossProduct(polyline->normal()).normal() * shifts[random() % 6];
+        ASSERT_EQ(isPointOnPolyLine(polyline.get(), point), isOnPlainly(*polyline, point, nullptr)) << round;
+        on += isOnPlainly(*polyline, point, nullptr);
+        const AcGeVector3d view = random() % 2 ? -3.0 * along : along + AcGeVector3d(0.01, 0, 0);
+        ASSERT_EQ(isPointOnPolySegParalelWithViewDir(polyline.get(), point, view),
+                  isOnPlainly(*polyline, point, &view))
+            << round;
+        parallel += isOnPlainly(*polyline, point, &view);
+    }
+    EXPECT_GT(on, 2000);
+    EXPECT_GT(parallel, 500);
+}
+
+TEST(OnPolyline, OpenChordVerticesAndNothing) {
+    const Vertices corners = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}};
+    const auto open = polylineOf(corners, false);
+    const auto closed = polylineOf(corners, true);
+    EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 2, 0}));
+    EXPECT_TRUE(isPointOnPolyLine(closed.get(), {2, 2, 0}));
+    EXPECT_TRUE(isPointOnPolyLine(open.get(), {4, 4, 0}));
+    EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 0, 1}));
+    EXPECT_TRUE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, -AcGeVector3d::kXAxis));
+    EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, AcGeVector3d::kYAxis));
+    EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, AcGeVector3d::kIdentity));
+    AcDbPolyline empty;
+    EXPECT_FALSE(isPointOnPolyLine(&empty, {0, 0, 0}));
+    EXPECT_FALSE(isPointOnPolyLine(nullptr, {0, 0, 0}));
+    EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(nullptr, {0, 0, 0}, AcGeVector3d::kXAxis));
+    EXPECT_FALSE(isPointOnPolyLine(closed.get(), {kNaN, 0, 0}));
+}
+
+TEST(PerpendicularVector, PointsIntoTheContourOrNot) {
+    for (const double offset : {0.0, 1e6, -3e6}) {
+        const auto moved = [&](double x, double y) { return AcGePoint3d(offset + x, offset + y, 0.0); };
+        // A piece as a cut leaves it: open, its two ends on the cut.
+        const auto piece = polylineOf({{offset, offset, 0},
+                                       {offset + 4, offset, 1},
+                                       {offset + 4, offset + 4, 0},
+                                       {offset, offset + 4, 0}},
+                                      false);
+        const auto whole = polylineOf({{offset, offset, 0},
+                                       {offset + 4, offset, 1},
+                                       {offset + 4, offset + 4, 0},
+                                       {offset, offset + 4, 0}},
+                                      true);
+        EXPECT_TRUE(isPerpVectorOrientedInsideContour(moved(0, 4), moved(0, 0), piece.get())) << offset;
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 0), moved(0, 4), piece.get())) << offset;
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(2, 1), moved(2, 3), whole.get()))
+            << "one on either side";
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(9, 8), moved(9, 9), whole.get())) << "none";
+        // The meeting at the middle itself counts for the left side, whichever that is: odd against odd.
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 0), moved(0, 4), whole.get())) << offset;
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 4), moved(0, 0), whole.get())) << offset;
+        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 2), moved(0, 2), piece.get())) << offset;
+        // A meeting half a millimetre away, where rounding turns directions at a million units.
+        EXPECT_TRUE(isPerpVectorOrientedInsideContour(moved(0.0005, 0), moved(0.0005, 4), piece.get()) ==
+                    isPerpVectorOrientedInsideContour(moved(3.9, 0), moved(3.9, 4), piece.get()));
+    }
+    EXPECT_FALSE(isPerpVectorOrientedInsideContour({0, 0, 0}, {0, 4, 0}, nullptr));
+    const auto piece = polylineOf({{0, 0, 0}, {4, 0, 0}}, false);
+    EXPECT_FALSE(isPerpVectorOrientedInsideContour({kNaN, 0, 0}, {0, 4, 0}, piece.get()));
+}
+
+bool outsidePlainly(const AcDbCurve& first, const AcDbCurve& second) {
+    AcDbExtents boxes[2];
+    if (first.getGeomExtents(boxes[0]) != Acad::eOk || second.getGeomExtents(boxes[1]) != Acad::eOk)
+        return false;
+    AcDbExtents both;
+    for (AcDbExtents& box : boxes) {
+        box = AcDbExtents({box.minPoint().x, box.minPoint().y, 0}, {box.maxPoint().x, box.maxPoint().y, 0});
+        both.addExt(box);
+    }
+    AcGeTol tolerance;
+    tolerance.setEqualPoint(1e-08);
+    if (both.minPoint().isEqualTo(boxes[0].minPoint(), tolerance) &&
+        both.maxPoint().isEqualTo(boxes[0].maxPoint(), tolerance))
+        return false;
+    AcGePoint3dArray points;
+    (void)second.intersectWith(&first, AcDb::kOnBothOperands, points);
+    if (points.isEmpty()) return true;
+    for (int k = 0; k < 2; ++k)
+        for (int corner = 0; corner < 4; ++corner) {
+            const double x = corner % 2 ? boxes[k].minPoint().x : boxes[k].maxPoint().x;
+            const double y = corner / 2 ? boxes[k].minPoint().y : boxes[k].maxPoint().y;
+            const AcDbExtents& other = boxes[1 - k];
+            if (isDefinitelyBelow(other.minPoint().x, x) && isDefinitelyBelow(x, other.maxPoint().x) &&
+                isDefinitelyBelow(other.minPoint().y, y) && isDefinitelyBelow(y, other.maxPoint().y))
+                return false;
+        }
+    AcGePoint3dArray meeting;
+    const AcDbLine diagonal(boxes[1].minPoint(), boxes[1].maxPoint());
+    (void)AcDbLine(boxes[0].minPoint(), boxes[0].maxPoint())
+        .intersectWith(&diagonal, AcDb::kOnBothOperands, meeting);
+    return meeting.isEmpty();
+}
+
+TEST(ContourOutside, EqualsPlainFormOnLatticeOfPairs) {
+    std::mt19937 random(41);
+    std::uniform_int_distribution<int> place(0, 8);
+    constexpr double bulges[] = {0, 0, 0, 1, -1, 0.5};
+    int outside = 0;
+    constexpr int rounds = 6000;
+    for (int round = 0; round < rounds; ++round) {
+        std::unique_ptr<AcDbPolyline> pair[2];
+        for (auto& polyline : pair) {
+            Vertices vertices;
+            for (int i = 0, count = 2 + static_cast<int>(random() % 5); i < count; ++i)
+                vertices.push_back(
+                    {place(random) + (random() % 9 ? 0.0 : 5e-9), place(random) * 1.0, bulges[random() % 6]});
+            polyline = polylineOf(vertices, random() % 6 != 0);
+            (void)polyline->setElevation(random() % 9 ? 0.0 : 1.0);
+        }
+        ASSERT_EQ(isContourOutside(pair[0].get(), pair[1].get()), outsidePlainly(*pair[0], *pair[1]))
+            << "round " << round;
+        outside += outsidePlainly(*pair[0], *pair[1]);
+    }
+    EXPECT_GT(outside, rounds / 10);
+    EXPECT_LT(outside, rounds * 9 / 10);
+}
+
+TEST(ContourOutside, NamedPairs) {
+    const auto rectangle = [](double x1, double y1, double x2, double y2) {
+        return polylineOf({{x1, y1, 0}, {x2, y1, 0}, {x2, y2, 0}, {x1, y2, 0}}, true);
+    };
+    const auto slab = rectangle(0, 0, 10, 10);
+    const auto ask = [&](std::unique_ptr<AcDbPolyline> second) {
+        return isContourOutside(slab.get(), second.get());
+    };
+    EXPECT_TRUE(ask(rectangle(20, 0, 30, 10))) << "apart";
+    EXPECT_FALSE(ask(rectangle(2, 2, 5, 5))) << "held by the first";
+    EXPECT_FALSE(ask(rectangle(0, 0, 10, 10))) << "equal";
+    EXPECT_TRUE(ask(rectangle(-5, -5, 15, 15))) << "holds the first";
+    EXPECT_FALSE(ask(rectangle(8, 8, 15, 15))) << "across a corner";
+    EXPECT_FALSE(ask(rectangle(4, -2, 5, 12))) << "across, by the diagonals";
+    EXPECT_TRUE(ask(rectangle(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
+    EXPECT_TRUE(ask(rectangle(10, 0, 20, 10))) << "touching";
+    AcDbPolyline empty;
+    EXPECT_FALSE(isContourOutside(slab.get(), &empty));
+    EXPECT_FALSE(isContourOutside(nullptr, slab.get()));
+    EXPECT_FALSE(isContourOutside(slab.get(), nullptr));
+}
+
+TEST(Boxes, OverlapAndUnion) {
+    const AcDbExtents box({0, 0, 0}, {2, 2, 2});
+    EXPECT_TRUE(IsIntersecting(box, AcDbExtents({1, 1, 1}, {3, 3, 3})));
+    EXPECT_TRUE(IsIntersecting(box, AcDbExtents({0.5, 0.5, 0.5}, {1, 1, 1})));
+    EXPECT_TRUE(IsIntersecting(box, AcDbExtents({2, 2, 2}, {3, 3, 3}))) << "a corner in common";
+    EXPECT_TRUE(IsIntersecting(AcDbExtents({-1, 0.5, 0.5}, {3, 1, 1}), box)) << "no corner inside";
+    for (int axis = 0; axis < 3; ++axis) {
+        AcGePoint3d low(1, 1, 1);
+        AcGePoint3d high(3, 3, 3);
+        low[static_cast<unsigned int>(axis)] = 2.1;
+        EXPECT_FALSE(IsIntersecting(box, AcDbExtents(low, high))) << axis;
+        EXPECT_FALSE(IsIntersecting(AcDbExtents(low, high), box)) << axis;
+    }
+    EXPECT_FALSE(IsIntersecting(box, AcDbExtents()));
+    EXPECT_FALSE(IsIntersecting(box, AcDbExtents({kNaN, 0, 0}, {1, 1, 1})));
+
+    AcDbLine line({0, 0, 1}, {4, 0, 1});
+    AcDbCircle circle({10, 0, 0}, AcGeVector3d::kZAxis, 2.0);
+    AcDbPolyline empty;
+    AcArray<void*> entities;
+    AcDbExtents extents({7, 7, 7}, {8, 8, 8});
+    EXPECT_FALSE(getEntitiesExtents(entities, extents));
+    for (AcDbEntity* entity : {static_cast<AcDbEntity*>(nullptr), static_cast<AcDbEntity*>(&empty)})
+        entities.append(entity);
+    EXPECT_FALSE(getEntitiesExtents(entities, extents));
+    EXPECT_EQ(extents.minPoint(), AcGePoint3d(7, 7, 7));
+    for (AcDbEntity* entity : {static_cast<AcDbEntity*>(&line), static_cast<AcDbEntity*>(&circle)})
+        entities.append(entity);
+    EXPECT_TRUE(getEntitiesExtents(entities, extents));
+    EXPECT_EQ(extents.minPoint(), AcGePoint3d(0, -2, 0));
+    EXPECT_EQ(extents.maxPoint(), AcGePoint3d(12, 2, 1));
+}
+
+TEST(PointsDiff, LengthToleranceAndNaN) {
+    const auto points = pointsOf({{0, 0}, {1, 2}, {3, 4}});
+    auto others = points;
+    EXPECT_FALSE(arePointsDiff(points, others));
+    others[2].z = 0.9e-10;
+    EXPECT_FALSE(arePointsDiff(points, others));
+    others[2].z = 1.1e-10;
+    EXPECT_TRUE(arePointsDiff(points, others));
+    others.removeLast();
+    EXPECT_TRUE(arePointsDiff(points, others));
+    others.append({kNaN, 4, 0});
+    EXPECT_TRUE(arePointsDiff(points, others));
+    EXPECT_FALSE(arePointsDiff(AcArray<AcGePoint3d>(), AcArray<AcGePoint3d>()));
+}
+
+} // namespace
