@@ -73,9 +73,9 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     Filing::writeContents(m_contents, *filer);
     style.write(*this, style, *filer);
     normal.write(*this, normal, *filer);
-    if (m_hasDirection) filer->writeItem(Filing::directionCode, m_direction);
     if (m_hasDirection || m_rotation == 0.0) filer->markDefault();
     filer->writeAngle(Filing::rotationCode, m_rotation);
+    if (m_hasDirection) filer->writeItem(Filing::directionCode, m_direction);
     if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
     spacing.write(*this, spacing, *filer);
     factor.write(*this, factor, *filer);
