@@ -61,12 +61,18 @@ double PlaneSegment::fractionAt(const AcGePoint2d& pointOnIt) const {
     return before / (before + pointOnIt.distanceTo(m_end));
 }
 
+/// Half the angle from the start to a point of the arc, which the chord is seen under from an end. Seen from
+/// the farther end: a point a little off the arc turns the direction least there.
+double PlaneSegment::halfAngleAt(const AcGePoint2d& pointOnIt) const {
+    const AcGeVector2d offset = pointOnIt - m_start;
+    const double u = m_along.dotProduct(offset);
+    const double v = m_along.crossProduct(offset);
+    if (2.0 * u < m_chord) return std::atan2(-v, m_chord - u);
+    return 2.0 * std::atan(m_bulge) - std::atan2(-v, u);
+}
+
 double PlaneSegment::bulgeBetween(const AcGePoint2d& from, const AcGePoint2d& to) const {
-    if (m_sine == 0.0) return 0.0;
-    const AcGeVector2d step = to - from;
-    const double sine = std::clamp(m_sine * step.length() / m_chord, -1.0, 1.0);
-    const double bulge = sine / (1.0 + std::sqrt(1.0 - sine * sine));
-    return m_along.dotProduct(step) < 0.0 ? -bulge : bulge;
+    return m_sine == 0.0 ? 0.0 : std::tan(0.5 * (halfAngleAt(to) - halfAngleAt(from)));
 }
 
 AcGeVector2d PlaneSegment::directionAt(double distance) const {

@@ -66,6 +66,7 @@ private:
     friend int crossingsOf(const PlaneSegment& a, const PlaneSegment& b, double tolerance,
                            AcGePoint2d points[2]);
     friend struct SegmentCrossings;
+    double halfAngleAt(const AcGePoint2d& pointOnIt) const;
     AcGeVector2d normalAt(const AcGePoint2d& point) const;
 
     AcGePoint2d m_start;
