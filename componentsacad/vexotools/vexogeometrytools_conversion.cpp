@@ -355,15 +355,4 @@ bool removeCoLinearPoints(AcArray<AcGePoint3d>& points) {
     return true;
 }
 
-void filterArray(AcArray<AcGePoint3d>& points) {
-    CVxLogEntry entry(L"VEXOGeometryTools::filterArray");
-    if (points.isEmpty()) return;
-    AcGePoint3d first = points.first();
-    AcGePoint3d last = points.last();
-    if ((last - first).dotProduct(AcGeVector3d::kXAxis) < -kComparisonTolerance) std::swap(first, last);
-    points.setLogicalLength(2);
-    points[0] = first;
-    points[1] = last;
-}
-
 } // namespace VEXOGeometryTools

@@ -1,0 +1,246 @@
+// Seeded random slabs with openings, by kinds that a user draws.
+#pragma once
+
+#include "contourcases.h"
+#include "dbpolyline.h"
+#include "gemat3d.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace slabcases {
+
+using contourcases::Vertices;
+
+/// A slab with openings as drawn, its strips meant to run along `dir`.
+struct Slab {
+    std::unique_ptr<AcDbPolyline> contour;
+    std::vector<std::unique_ptr<AcDbPolyline>> openings;
+    AcGePoint3d base;
+    AcGeVector3d dir;
+
+    AcArray<void*> holes() const {
+        AcArray<void*> array;
+        for (const auto& opening : openings) array.append(static_cast<AcDbCurve*>(opening.get()));
+        return array;
+    }
+};
+
+enum class Outline { kRectangle, kConvex, kRounded, kStar, kAngle, kComb };
+enum class Placing { kApart, kAcrossEdge, kTouching, kLevel, kSharedTangent, kOverlapping };
+
+inline constexpr struct {
+    Outline outline;
+    const char* name;
+} kOutlines[] = {{Outline::kRectangle, "rectangle"}, {Outline::kConvex, "convex with arcs"},
+                 {Outline::kRounded, "rounded"},     {Outline::kStar, "concave with arcs"},
+                 {Outline::kAngle, "angle"},         {Outline::kComb, "comb"}};
+inline constexpr struct {
+    Placing placing;
+    const char* name;
+} kPlacings[] = {{Placing::kApart, "apart"},
+                 {Placing::kAcrossEdge, "across the edge"},
+                 {Placing::kTouching, "touching"},
+                 {Placing::kLevel, "equal in height"},
+                 {Placing::kSharedTangent, "sharing a tangent"},
+                 {Placing::kOverlapping, "overlapping"}};
+
+inline constexpr double kWidth = 12000.0;
+inline constexpr double kHeight = 8000.0;
+
+inline double between(std::mt19937& random, double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random);
+}
+inline int upTo(std::mt19937& random, int most) {
+    return std::uniform_int_distribution<int>(0, most)(random);
+}
+
+inline Vertices outlineOf(Outline outline, std::mt19937& random) {
+    const double w = kWidth;
+    const double h = kHeight;
+    const double quarter = std::tan(AcGe::kPi / 8);
+    Vertices vertices;
+    switch (outline) {
+    case Outline::kRectangle:
+        return {{0, 0, 0}, {w, 0, 0}, {w, h, 0}, {0, h, 0}};
+    case Outline::kConvex: {
+        const int count = 3 + upTo(random, 9);
+        for (int i = 0; i < count; ++i) {
+            const double angle = AcGe::kTwoPi * (i + between(random, 0, 0.6)) / count;
+            vertices.push_back({w / 2 * (1 + std::cos(angle)), h / 2 * (1 + std::sin(angle)),
+                                upTo(random, 2) ? 0.0 : between(random, 0.0, 0.1)});
+        }
+        return vertices;
+    }
+    case Outline::kRounded: {
+        const double r = upTo(random, 1) ? 1000.0 : h / 2;
+        return {{r, 0, 0},     {w - r, 0, quarter}, {w, r, 0},     {w, h - r, quarter},
+                {w - r, h, 0}, {r, h, quarter},     {0, h - r, 0}, {0, r, quarter}};
+    }
+    case Outline::kStar:
+        for (const auto& [x, y, bulge] : contourcases::randomContour(random, 5 + upTo(random, 12)))
+            vertices.push_back({w / 2 + x * w / 20, h / 2 + y * w / 20, bulge});
+        return vertices;
+    case Outline::kAngle: {
+        const double x = 1000.0 * (2 + upTo(random, 7));
+        const double y = 1000.0 * (2 + upTo(random, 3));
+        const double bulge = upTo(random, 1) ? 0.0 : -quarter;
+        return {{0, 0, 0}, {w, 0, 0}, {w, y, 0}, {x + 500, y, bulge}, {x, y + 500, 0}, {x, h, 0}, {0, h, 0}};
+    }
+    case Outline::kComb:
+        vertices = {{0, 0, 0}, {w, 0, 0}};
+        for (int tooth = 3; tooth >= 0; --tooth) {
+            const double x = tooth * 3000.0;
+            const double root = 1000.0 * (1 + upTo(random, 5));
+            vertices.push_back({x + 3000, h, 0});
+            vertices.push_back({x + 1500, h, 0});
+            if (tooth > 0) {
+                vertices.push_back({x + 1500, root, 0});
+                vertices.push_back({x, root, 0});
+            }
+        }
+        vertices.push_back({0, h, 0});
+        return vertices;
+    }
+    return vertices;
+}
+
+/// A rectangle, a circle, a capsule, a diamond or an angle with this middle and these half sizes.
+inline Vertices openingOf(std::mt19937& random, double x, double y, double a, double b) {
+    const double quarter = std::tan(AcGe::kPi / 8);
+    switch (upTo(random, 5)) {
+    case 0:
+        return {{x - a, y - b, 0}, {x + a, y - b, 0}, {x + a, y + b, 0}, {x - a, y + b, 0}};
+    case 1: {
+        const double r = std::min(a, b);
+        return {{x - r, y, 1}, {x + r, y, 1}};
+    }
+    case 2: {
+        const double r = std::min(a, b) / 2;
+        return {{x - a + r, y - r, 0}, {x + a - r, y - r, 1}, {x + a - r, y + r, 0}, {x - a + r, y + r, 1}};
+    }
+    case 3:
+        return {{x - a, y, 0}, {x, y - b, 0}, {x + a, y, 0}, {x, y + b, 0}};
+    case 4: // two prongs that reach equally far
+        return {{x - a, y - b, 0},     {x + a, y - b, 0}, {x + a, y + b, 0},    {x - a, y + b, 0},
+                {x - a, y + b / 2, 0}, {x + a / 2, y, 0}, {x - a, y - b / 2, 0}};
+    default: {
+        const double r = std::min(a, b) / 3;
+        return {{x - a + r, y - b, 0},
+                {x + a, y - b, 0},
+                {x + a, y + b, 0},
+                {x, y + b, 0},
+                {x, y - b / 2 + r, -quarter},
+                {x - r, y - b / 2, 0},
+                {x - a, y - b / 2, 0},
+                {x - a, y - b + r, quarter}};
+    }
+    }
+}
+
+inline Vertices turned(const Vertices& vertices, double x, double y, double angle) {
+    Vertices result;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    for (const auto& [vx, vy, bulge] : vertices)
+        result.push_back({x + c * (vx - x) - s * (vy - y), y + s * (vx - x) + c * (vy - y), bulge});
+    return result;
+}
+
+/// A point on a straight or curved side of the outline (its chord), for openings across the edge.
+inline AcGePoint2d edgePoint(const Vertices& outline, std::mt19937& random) {
+    const std::size_t i = static_cast<std::size_t>(upTo(random, static_cast<int>(outline.size()) - 1));
+    const auto& a = outline[i];
+    const auto& b = outline[(i + 1) % outline.size()];
+    const double t = upTo(random, 2) ? between(random, 0, 1) : upTo(random, 1) * 0.5;
+    return {a[0] + (b[0] - a[0]) * t, a[1] + (b[1] - a[1]) * t};
+}
+
+inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline, int count,
+                                        std::mt19937& random) {
+    std::vector<Vertices> openings;
+    const int columns = 10;
+    const double cellX = kWidth / columns;
+    const double cellY = kHeight / 6;
+    std::vector<int> cells(60);
+    for (int i = 0; i < 60; ++i) cells[static_cast<std::size_t>(i)] = i;
+    std::shuffle(cells.begin(), cells.end(), random);
+    for (int i = 0; i < count; ++i) {
+        const int cell = cells[static_cast<std::size_t>(i % 60)];
+        const double x = (cell % columns + 0.5) * cellX;
+        const double y = (cell / columns + 0.5) * cellY;
+        const double a = between(random, 100, 0.35 * cellX);
+        const double b = between(random, 100, 0.35 * cellY);
+        switch (placing) {
+        case Placing::kApart: // any shape in a cell of its own, turned
+            openings.push_back(turned(openingOf(random, x, y, a, b), x, y, between(random, 0, 6)));
+            break;
+        case Placing::kAcrossEdge: {
+            const AcGePoint2d at = edgePoint(outline, random);
+            const double angle = upTo(random, 1) ? 0.0 : between(random, 0, 6);
+            openings.push_back(turned(openingOf(random, at.x, at.y, a, b), at.x, at.y, angle));
+            break;
+        }
+        case Placing::kTouching: { // in the same grid as the outline, sides and corners shared
+            const double cx = 1000.0 * (upTo(random, 11) + 0.5);
+            const double cy = 1000.0 * (upTo(random, 7) + 0.5);
+            openings.push_back(openingOf(random, cx, cy, 500, 500));
+            break;
+        }
+        case Placing::kLevel:
+            openings.push_back(openingOf(random, x, y, a, 300));
+            break;
+        case Placing::kSharedTangent:
+            openings.push_back(openingOf(random, x, y, 0.3 * cellX, b));
+            break;
+        case Placing::kOverlapping: {
+            const double cx = between(random, 0, kWidth);
+            const double cy = between(random, 0, kHeight);
+            openings.push_back(
+                turned(openingOf(random, cx, cy, 2 * a, 2 * b), cx, cy, between(random, 0, 6)));
+            break;
+        }
+        }
+    }
+    // A grid takes one opening a cell; repeated ones are nothing that a user draws.
+    std::sort(openings.begin(), openings.end());
+    openings.erase(std::unique(openings.begin(), openings.end()), openings.end());
+    std::shuffle(openings.begin(), openings.end(), random);
+    return openings;
+}
+
+/// A slab of the kind; `seed` also chooses the direction, the place and the sense.
+inline Slab slabOf(Outline outline, Placing placing, unsigned int seed) {
+    std::mt19937 random(seed * 36 + static_cast<unsigned int>(outline) * 6 +
+                        static_cast<unsigned int>(placing));
+    const Vertices vertices = outlineOf(outline, random);
+    const int most = seed % 4 == 0 ? 50 : seed % 4 == 1 ? 1 : 12;
+    const std::vector<Vertices> openings = openingsOf(placing, vertices, upTo(random, most), random);
+    constexpr double quarterTurn = AcGe::kPi / 2;
+    const double angles[] = {0.0, quarterTurn, between(random, 0, 6), AcGe::kPi};
+    const double angle = angles[upTo(random, 3)];
+    const bool isMirrored = upTo(random, 3) == 0;
+    const bool isReversed = upTo(random, 3) == 0;
+    const double offset = upTo(random, 1) ? 1e6 : 0.0;
+    AcGeMatrix3d place = AcGeMatrix3d::translation(AcGeVector3d(offset, -offset / 3, 0)) *
+                         AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis);
+    if (isMirrored)
+        place = place * AcGeMatrix3d::rotation(AcGe::kPi, AcGeVector3d::kXAxis); // seen from below
+    const auto drawn = [&](const Vertices& flat) {
+        auto polyline = contourcases::polylineOf(isReversed ? contourcases::reversed(flat) : flat, true);
+        (void)polyline->transformBy(place);
+        return polyline;
+    };
+    Slab slab;
+    slab.contour = drawn(vertices);
+    for (const Vertices& opening : openings) slab.openings.push_back(drawn(opening));
+    slab.base = AcGePoint3d(offset, 100.0, 0.0);
+    slab.dir = AcGeVector3d(std::cos(angle), std::sin(angle), 0) * between(random, 0.5, 2000);
+    return slab;
+}
+
+} // namespace slabcases
