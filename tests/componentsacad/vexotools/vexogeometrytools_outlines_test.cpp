@@ -1,0 +1,416 @@
+// Contours that cross themselves, and contours that are the same: the indexed forms against the contract's
+// plain loops, on random and degenerate input.
+#include "vexogeometrytools.h"
+
+#include "contourcases.h"
+#include "gearc2d.h"
+#include "gelnsg2d.h"
+
+#include <gtest/gtest.h>
+
+using namespace VEXOGeometryTools;
+using namespace contourcases;
+
+namespace {
+
+const AcGeVector3d kUp = AcGeVector3d::kZAxis;
+
+struct Contour {
+    AcArray<AcGePoint3d> points;
+    AcArray<double> bulges;
+};
+
+// ---- crossing itself ----
+
+/// Segments of a contour as the plain loops see them; an arc too flat for the kit is straight.
+struct PlainSegment {
+    std::unique_ptr<AcGeCurve2d> curve;
+    AcGePoint2d start;
+    AcGePoint2d end;
+    bool isArc = false;
+    bool isFinite = true;
+};
+
+std::vector<PlainSegment> plainSegmentsOf(Contour contour, const AcGeVector3d& normal,
+                                          const AcGeTol& tolerance) {
+    auto& [points, bulges] = contour;
+    int m = std::min(points.length(), bulges.length());
+    for (int i = 1; i < m; ++i)
+        if (points[i].isEqualTo(points[i - 1], tolerance)) {
+            points.removeAt(i);
+            bulges.removeAt(i);
+            --i;
+            --m;
+        }
+    std::vector<PlainSegment> segments;
+    for (int i = 0; i < m; ++i) {
+        const AcGePoint3d a = points[i];
+        const AcGePoint3d b = points[(i + 1) % points.length()];
+        PlainSegment segment{nullptr, {a.x, a.y}, {b.x, b.y}};
+        segment.isFinite = std::isfinite(a.x + a.y + b.x + b.y);
+        const AcGePoint3d apex = getMiddleOf(a, b, bulges[i], normal);
+        const AcGeCircArc2d arc(segment.start, {apex.x, apex.y}, segment.end);
+        segment.isArc = bulges[i] * bulges[i] > 1e-20 && arc.radius() > 0.0;
+        if (segment.isArc)
+            segment.curve.reset(arc.copy());
+        else
+            segment.curve = std::make_unique<AcGeLineSeg2d>(segment.start, segment.end);
+        segments.push_back(std::move(segment));
+    }
+    return segments;
+}
+
+bool doCrossPlainly(const PlainSegment& i, const PlainSegment& j, const AcGeTol& tolerance) {
+    int count = 0;
+    AcGePoint2d point;
+    AcGePoint2d second;
+    const auto& arcI = static_cast<const AcGeCircArc2d&>(*i.curve);
+    const auto& arcJ = static_cast<const AcGeCircArc2d&>(*j.curve);
+    const auto& lineI = static_cast<const AcGeLineSeg2d&>(*i.curve);
+    const auto& lineJ = static_cast<const AcGeLineSeg2d&>(*j.curve);
+    if (i.isArc && j.isArc)
+        arcI.intersectWith(arcJ, count, point, second);
+    else if (i.isArc)
+        arcI.intersectWith(lineJ, count, point, second);
+    else if (j.isArc)
+        arcJ.intersectWith(lineI, count, point, second);
+    else
+        count = lineI.intersectWith(lineJ, point) ? 1 : 0;
+    const auto same = [&](const AcGePoint2d& a, const AcGePoint2d& b) { return a.isEqualTo(b, tolerance); };
+    if (count == 0) return i.isArc == j.isArc && (i.curve->isOn(j.end) || j.curve->isOn(i.start));
+    if (count == 1) return !same(point, j.start) && !same(point, j.end);
+    return !(same(i.start, j.start) && same(i.end, j.end)) && !(same(i.start, j.end) && same(i.end, j.start));
+}
+
+bool selfIntersectingPlainly(const Contour& contour, const AcGeVector3d& normal, double scale) {
+    AcGeTol tolerance;
+    tolerance.setEqualPoint(scale * 1e-05);
+    tolerance.setEqualVector(scale * 1e-07);
+    const std::vector<PlainSegment> segments = plainSegmentsOf(contour, normal, tolerance);
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        for (std::size_t j = i + 1; j < segments.size(); ++j)
+            if (segments[i].isFinite && segments[j].isFinite &&
+                doCrossPlainly(segments[i], segments[j], tolerance))
+                return true;
+    return false;
+}
+
+Contour contourOf(const Vertices& vertices) {
+    Contour contour;
+    for (const auto& [x, y, bulge] : vertices) {
+        contour.points.append({x, y, 0.0});
+        contour.bulges.append(bulge);
+    }
+    return contour;
+}
+
+TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
+    struct Case {
+        const char* name;
+        Vertices vertices; // bulges are heights, to the left
+        bool expected;
+    };
+    const Case cases[] = {
+        {"square", {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, false},
+        {"figure of eight", {{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 4, 0}}, true},
+        {"eight through a vertex", {{0, 0, 0}, {2, 2, 0}, {4, 4, 0}, {4, 0, 0}, {2, 2, 0}, {0, 4, 0}}, false},
+        {"later vertex on an earlier side", {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, 0, 0}, {0, 4, 0}}, false},
+        {"earlier vertex on a later side", {{2, 0, 0}, {0, 4, 0}, {0, 0, 0}, {4, 0, 0}, {4, 4, 0}}, true},
+        {"spike", {{0, 0, 0}, {4, 0, 0}, {6, 0, 0}, {4, 0, 0}, {4, 4, 0}}, true},
+        {"there and back", {{0, 0, 0}, {4, 0, 0}}, true},
+        {"straight vertex", {{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 4, 0}}, false},
+        {"circle of two arcs", {{0, 0, 2}, {4, 0, 2}}, false},
+        {"circle of three arcs",
+         {{1, 0, -0.5}, {-0.5, 0.8660254037844386, -0.5}, {-0.5, -0.8660254037844386, -0.5}},
+         false},
+        {"half disc", {{0, 0, 0}, {4, 0, -2}}, false},
+        {"lens", {{0, 0, 0.5}, {4, 0, 0.5}}, false},
+        {"arc through the opposite side", {{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
+        {"arc that only touches the opposite side", {{0, 0, 1}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
+        {"major arc over its neighbours", {{0, 0, -3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, false},
+        {"major arc through its neighbours", {{0, 0, 3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true},
+        {"arc too flat to be one", {{1e6, 0, 5e-10}, {1e6 + 4, 0, 0}, {1e6 + 4, 4, 0}, {1e6, 4, 0}}, false},
+        {"nothing", {}, false},
+        {"a point", {{1, 1, 0}}, false},
+        {"the same point again and again", {{1, 1, 0}, {1, 1, 0}, {1, 1, 0}}, false}};
+    for (const Case& one : cases) {
+        Contour contour = contourOf(one.vertices);
+        const auto ask = [&](double scale) {
+            return isSelfIntersecting(contour.points, contour.bulges, kUp, scale);
+        };
+        EXPECT_EQ(ask(1.0), one.expected) << one.name;
+        EXPECT_EQ(selfIntersectingPlainly(contour, kUp, 1.0), one.expected) << one.name << ", plain form";
+        if (contour.points.isEmpty()) continue;
+        contour.points.append(AcGePoint3d(contour.points[0]));
+        EXPECT_EQ(ask(1.0), one.expected) << one.name << ", first point repeated";
+    }
+}
+
+TEST(SelfIntersecting, OpenContoursNormalScaleAndNaN) {
+    Contour open = contourOf({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 4, 0}});
+    open.bulges.removeLast();
+    EXPECT_TRUE(isSelfIntersecting(open.points, open.bulges, kUp, 1.0));
+    open.bulges.removeLast();
+    EXPECT_FALSE(isSelfIntersecting(open.points, open.bulges, kUp, 1.0)) << "the crossing side has no bulge";
+    // The arc rises to the left of its chord about the normal.
+    const Contour bay = contourOf({{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}});
+    EXPECT_TRUE(isSelfIntersecting(bay.points, bay.bulges, kUp, 1.0));
+    EXPECT_FALSE(isSelfIntersecting(bay.points, bay.bulges, -kUp, 1.0));
+    // A crossing within scale * 1e-05 of a vertex of the later segment is a touch.
+    const Contour nearly = contourOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, -5e-6, 0}, {0, 4, 0}});
+    EXPECT_FALSE(isSelfIntersecting(nearly.points, nearly.bulges, kUp, 1.0));
+    EXPECT_TRUE(isSelfIntersecting(nearly.points, nearly.bulges, kUp, 0.1));
+    // Points within it of their predecessor go: here the whole spike.
+    const Contour spike = contourOf({{0, 0, 0}, {4, 0, 0}, {4.00003, 0, 0}, {4, 0, 0}, {4, 4, 0}});
+    EXPECT_TRUE(isSelfIntersecting(spike.points, spike.bulges, kUp, 1.0));
+    EXPECT_FALSE(isSelfIntersecting(spike.points, spike.bulges, kUp, 10.0));
+    for (const double scale : {0.0, -1.0, kNaN})
+        EXPECT_EQ(isSelfIntersecting(nearly.points, nearly.bulges, kUp, scale),
+                  selfIntersectingPlainly(nearly, kUp, scale))
+            << scale;
+    const Contour broken = contourOf({{0, 0, 0}, {kNaN, 4, 0}, {4, 0, kNaN}, {0, 4, 0}});
+    EXPECT_FALSE(isSelfIntersecting(broken.points, broken.bulges, kUp, 1.0));
+    EXPECT_FALSE(isSelfIntersecting(AcArray<AcGePoint3d>(), AcArray<double>(), kUp, 1.0));
+}
+
+/// Lattice walks, star shapes with one vertex pulled across, slanting teeth.
+Contour randomOutline(std::mt19937& random, int kind, double offset) {
+    std::uniform_int_distribution<int> place(0, 5);
+    std::uniform_int_distribution<int> step(-3, 3);
+    std::uniform_real_distribution<double> share(-1.0, 1.0);
+    Vertices vertices;
+    if (kind == 0) {
+        constexpr double heights[] = {0, 0, 0, 1, -1, 0.5, -0.5, 2.5};
+        for (int i = 0, count = 2 + static_cast<int>(random() % 7); i < count; ++i) {
+            const auto coordinate = [&] {
+                return offset + place(random) + (random() % 6 ? 0.0 : step(random) * 4e-11);
+            };
+            vertices.push_back({coordinate(), coordinate(), heights[random() % 8]});
+        }
+        if (random() % 30 == 0) vertices.back()[1] = kNaN;
+    } else if (kind == 1) {
+        vertices = randomContour(random, 6 + static_cast<int>(random() % 60), offset);
+        if (random() % 2) vertices[random() % vertices.size()][0] += share(random) * 9.0;
+    } else {
+        // Teeth so narrow and so slanting that upright boxes say nothing.
+        const int teeth = 30 + static_cast<int>(random() % 30);
+        const double slant = share(random) * 2.0;
+        for (int i = 0; i < 4 * teeth; ++i) {
+            const double reach = i % 4 == 1 || i % 4 == 2 ? 40.0 : 0.0;
+            const double height = random() % 5 ? 0.0 : 0.02 * share(random);
+            vertices.push_back({offset + i / 2 * 0.2 + reach * slant, offset + reach, height});
+        }
+        vertices.push_back({offset + 2 * teeth * 0.2, offset - 1, 0});
+        vertices.push_back({offset - 1, offset - 1, 0});
+        if (random() % 2) vertices[random() % vertices.size()][0] += 0.5;
+    }
+    return contourOf(vertices);
+}
+
+TEST(SelfIntersecting, EqualsPlainForm) {
+    std::mt19937 random(61);
+    int crossing[3] = {0, 0, 0};
+    int asked[3] = {0, 0, 0};
+    for (int round = 0; round < 4000; ++round) {
+        const int kind = round % 20 == 0 ? 2 : round % 10 < 4 ? 1 : 0;
+        const Contour contour = randomOutline(random, kind, round % 4 ? 0.0 : 1e6);
+        const double scale = round % 7 ? 1.0 : 1e-6;
+        const AcGeVector3d normal = round % 5 ? kUp : -kUp;
+        const bool expected = selfIntersectingPlainly(contour, normal, scale);
+        ASSERT_EQ(isSelfIntersecting(contour.points, contour.bulges, normal, scale), expected)
+            << "round " << round << " kind " << kind;
+        ++asked[kind];
+        crossing[kind] += expected;
+    }
+    for (int kind = 0; kind < 3; ++kind) {
+        EXPECT_GT(crossing[kind], asked[kind] / 10) << kind;
+        EXPECT_LT(crossing[kind], asked[kind] * 97 / 100) << kind;
+    }
+}
+
+// ---- the same outline ----
+
+struct Outline {
+    AcArray<AcGePoint3d> points;
+    AcArray<AcGeVector3d> bulges;
+};
+
+bool isSame(const Outline& a, const Outline& b, double tolerance, bool flatten) {
+    return ComparePointsAndBulgesForClosedContours(a.points, a.bulges, b.points, b.bulges, tolerance,
+                                                   flatten);
+}
+
+Outline outlineOf(const Vertices& vertices) {
+    Outline outline;
+    const std::size_t count = vertices.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const AcGePoint3d start(vertices[i][0], vertices[i][1], 0);
+        const AcGePoint3d end(vertices[(i + 1) % count][0], vertices[(i + 1) % count][1], 0);
+        outline.points.append(start);
+        // To the right of the chord for a positive bulge, as the host's.
+        outline.bulges.append((end - start).perpVector() * (-0.5 * vertices[i][2]));
+    }
+    return outline;
+}
+
+Outline startedElsewhere(Outline outline, int shift) {
+    std::rotate(outline.points.begin(), outline.points.begin() + shift, outline.points.end());
+    std::rotate(outline.bulges.begin(), outline.bulges.begin() + shift, outline.bulges.end());
+    return outline;
+}
+
+/// The contract's steps with plain loops.
+bool samePlainly(Outline first, Outline second, double tolerance, bool flatten) {
+    AcGeTol local;
+    local.setEqualPoint(tolerance * 0.001);
+    local.setEqualVector(tolerance * 0.001);
+    AcArray<void*> lists[3];
+    bool fits = true;
+    Outline* sides[] = {&first, &second};
+    for (Outline* side : sides) {
+        auto& [points, bulges] = *side;
+        fits = fits && points.length() > 1 && points.length() <= bulges.length() + 1 &&
+               bulges.length() <= points.length();
+        if (!fits) return false;
+        for (AcGePoint3d& point : points)
+            if (flatten) point.z = 0;
+        for (int i = 0; i < points.length(); ++i)
+            if (points[i].isEqualTo(points[(i + 1) % points.length()])) {
+                if (i < bulges.length()) bulges.removeAt(i);
+                points.removeAt(i--);
+            }
+    }
+    if (first.points.length() != first.bulges.length() || second.points.length() != second.bulges.length())
+        return false;
+    for (int k = 0; k < 2; ++k) {
+        const auto& [points, bulges] = *sides[k];
+        for (int i = 0; i < points.length(); ++i) {
+            const AcGePoint3d a = points[i];
+            const AcGePoint3d b = points[(i + 1) % points.length()];
+            if (a.isEqualTo(b, local)) continue;
+            AcGeCurve3d* curve = new AcGeLineSeg3d(a, b);
+            const AcGeCircArc3d arc(a, a + (b - a) / 2 + bulges[i], b);
+            if (bulges[i].length() * bulges[i].length() > 1e-20 && arc.radius() > 0.0) {
+                delete curve;
+                curve = arc.copy();
+            }
+            lists[k].append(curve);
+        }
+        ConcatenateLineSegments(lists[k], tolerance);
+    }
+    const auto at = [&](int list, int i) { return static_cast<AcGeCurve3d*>(lists[list][i]); };
+    for (int j = 0; j < lists[1].length(); ++j) lists[2].append(&at(1, j)->copy()->reverseParam());
+    const bool sameLength = lists[0].length() == lists[1].length();
+    const auto removeFrom = [&](int list, int i) {
+        delete at(list, i);
+        lists[list].removeAt(i);
+    };
+    const auto doMatch = [&](const AcGeCurve3d& a, const AcGeCurve3d& b) {
+        if (a.type() != b.type()) return false;
+        if (a.isKindOf(AcGe::kLineSeg3d)) return a.isEqualTo(b, local);
+        const auto& arc1 = static_cast<const AcGeCircArc3d&>(a);
+        const auto& arc2 = static_cast<const AcGeCircArc3d&>(b);
+        const auto middleOf = [](const AcGeCircArc3d& arc) {
+            return arc.evalPoint((arc.startAng() + arc.endAng()) / 2);
+        };
+        return arc1.startPoint().isEqualTo(arc2.startPoint(), local) &&
+               arc1.endPoint().isEqualTo(arc2.endPoint(), local) &&
+               middleOf(arc1).isEqualTo(middleOf(arc2), local);
+    };
+    for (int i = 0; sameLength && i < lists[0].length(); ++i)
+        for (int j = 0; j < lists[1].length(); ++j) {
+            if (!doMatch(*at(0, i), *at(1, j)) && !doMatch(*at(0, i), *at(2, j))) continue;
+            removeFrom(0, i--);
+            removeFrom(1, j);
+            removeFrom(2, j);
+            break;
+        }
+    const bool same = sameLength && lists[0].isEmpty() && lists[1].isEmpty();
+    for (int list = 0; list < 3; ++list)
+        while (!lists[list].isEmpty()) removeFrom(list, 0);
+    return same;
+}
+
+TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
+    const Vertices corners = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}};
+    const Outline square = outlineOf(corners);
+    EXPECT_TRUE(isSame(square, startedElsewhere(outlineOf(reversed(corners)), 2), 1e-3, false));
+    const Outline cut = outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {4, 3, 0}, {4, 4, 0}, {0, 4, 0}});
+    EXPECT_TRUE(isSame(square, cut, 1e-3, false)) << "a side cut in three";
+    EXPECT_TRUE(isSame(cut, square, 1e-3, false));
+    EXPECT_FALSE(isSame(square, outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4.1, 0}}), 1e-3, false));
+    EXPECT_FALSE(isSame(square, outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}}), 1e-3, false));
+
+    Outline repeated = square;
+    repeated.points.append(AcGePoint3d(0, 0, 0));
+    EXPECT_TRUE(isSame(square, repeated, 1e-3, false)) << "first point repeated, one bulge less";
+    Outline open = square;
+    open.bulges.removeLast();
+    EXPECT_FALSE(isSame(open, open, 1e-3, false));
+    open.bulges.removeLast();
+    EXPECT_FALSE(isSame(open, open, 1e-3, false));
+    Outline raised = square;
+    raised.points[2].z = 1;
+    EXPECT_FALSE(isSame(square, raised, 1e-3, false));
+    EXPECT_TRUE(isSame(square, raised, 1e-3, true));
+
+    const Vertices rounded = {{0, 0, 0}, {4, 0, 0.5}, {4, 4, 0}, {0, 4, -0.3}};
+    EXPECT_TRUE(isSame(outlineOf(rounded), startedElsewhere(outlineOf(reversed(rounded)), 1), 1e-3, false));
+    EXPECT_FALSE(isSame(outlineOf(rounded), square, 1e-3, false));
+    Vertices other = rounded;
+    other[1][2] = -0.5;
+    EXPECT_FALSE(isSame(outlineOf(rounded), outlineOf(other), 1e-3, false)) << "the arc on the other side";
+    // A million units out points half a thousand-millionth apart are the same.
+    Outline flat = square;
+    Outline far = startedElsewhere(outlineOf(reversed(corners)), 1);
+    for (Outline* outline : {&flat, &far})
+        for (AcGePoint3d& corner : outline->points) corner.x += 1e6;
+    flat.bulges[0].set(0, 5e-10, 0);
+    EXPECT_TRUE(isSame(flat, far, 1e-3, false)) << "no arc to be seen";
+
+    const Outline point = outlineOf({{1, 1, 0}, {1, 1, 0}});
+    EXPECT_TRUE(isSame(point, outlineOf({{7, 7, 0}, {7, 7, 0}}), 1e-3, false)) << "nothing is left of either";
+    EXPECT_FALSE(isSame(point, square, 1e-3, false));
+    EXPECT_FALSE(isSame(outlineOf({{1, 1, 0}}), outlineOf({{1, 1, 0}}), 1e-3, false));
+    EXPECT_FALSE(isSame(Outline(), Outline(), 1e-3, false));
+    const Outline broken = outlineOf({{0, 0, 0}, {4, kNaN, 0}, {4, 4, 0}});
+    EXPECT_FALSE(isSame(broken, broken, 1e-3, false));
+}
+
+TEST(SameOutline, EqualsPlainFormAroundTheTolerance) {
+    std::mt19937 random(71);
+    constexpr double tolerance = 1e-3;
+    std::uniform_int_distribution<int> step(-2, 2);
+    std::uniform_int_distribution<int> place(0, 3);
+    int same = 0;
+    constexpr int rounds = 4000;
+    for (int round = 0; round < rounds; ++round) {
+        const double offset = round % 3 ? 0.0 : 1e6;
+        Vertices vertices = randomContour(random, 3 + round % 20, offset);
+        // On a lattice vertices, sides and stretches of sides fall together.
+        if (round % 2)
+            for (auto& [x, y, bulge] : vertices) {
+                x = offset + place(random);
+                y = offset + place(random);
+                bulge = random() % 4 ? 0.0 : 0.5;
+            }
+        Vertices twin = random() % 2 ? vertices : reversed(vertices);
+        for (auto& [x, y, bulge] : twin)
+            if (random() % 5 == 0) x += step(random) * 0.51e-6;
+        if (random() % 8 == 0) twin[random() % twin.size()][1] += 0.5;
+        if (random() % 50 == 0) twin[0][0] = kNaN;
+        Outline first = outlineOf(vertices);
+        Outline second = startedElsewhere(outlineOf(twin), static_cast<int>(random() % twin.size()));
+        if (random() % 4 == 0) second.points.append(AcGePoint3d(second.points[0]));
+        if (random() % 40 == 0) first.bulges.removeLast();
+        const bool flatten = random() % 2;
+        if (random() % 6 == 0) first.points[0].z = 1e-5;
+        const bool expected = samePlainly(first, second, tolerance, flatten);
+        ASSERT_EQ(isSame(first, second, tolerance, flatten), expected) << "round " << round;
+        same += expected;
+    }
+    EXPECT_GT(same, rounds / 4);
+    EXPECT_LT(same, rounds * 3 / 4);
+}
+
+} // namespace
