@@ -307,12 +307,32 @@ Acad::ErrorStatus PolylineShape::area(double& area) const {
     return Acad::eOk;
 }
 
+namespace {
+
+/// Does the circle around the chord's middle that holds the arc lie in the box, seen along z. Most arcs of a
+/// contour do, and their own extremes, which take sines and cosines, need not be known.
+bool liesArcWithin(const AcDbExtents& box, const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    const AcGePoint3d middle = start + (end - start) * 0.5;
+    const double size = std::abs(bulge);
+    const double half = start.distanceTo(end) * 0.5;
+    const double radius = half * (size + 1.0 / size) * 0.5;
+    const double magnitude = std::max({start.largestCoordinate(), end.largestCoordinate(), radius});
+    const double reach = half * std::max(1.0, size) + AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    return box.minPoint().x <= middle.x - reach && middle.x + reach <= box.maxPoint().x &&
+           box.minPoint().y <= middle.y - reach && middle.y + reach <= box.maxPoint().y;
+}
+
+} // namespace
+
 Acad::ErrorStatus PolylineShape::extents(AcDbExtents& extents) const {
     AcDbExtents box;
     for (std::size_t i = 0; i < m_count; ++i) box.addPoint(worldVertex(i));
     for (std::size_t i = 0; m_bulges && i < segmentCount(); ++i) {
         AcGeCircArc3d arc;
-        if (m_bulges[i] == 0.0 || !arcSegment(i, arc)) continue;
+        if (m_bulges[i] == 0.0) continue;
+        const Ends ends = segment(i);
+        if (isZAxis(m_normal) && liesArcWithin(box, ends.start, ends.end, ends.bulge)) continue;
+        if (!arcSegment(i, arc)) continue;
         const AcGeBoundBlock3d block = arc.orthoBoundBlock();
         box.addPoint(block.minPoint());
         box.addPoint(block.maxPoint());
