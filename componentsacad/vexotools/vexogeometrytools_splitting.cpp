@@ -7,6 +7,7 @@
 #include "cvxlogentry.h"
 #include "dbpolyline.h"
 #include "dbxline.h"
+#include "geline3d.h"
 
 #include <algorithm>
 #include <memory>
@@ -78,10 +79,13 @@ bool distanceAlongY(const AcDbCurve& curve, const AcGePoint3d& point, double& di
     return true;
 }
 
-/// The meetings of a curve with a line, ordered along `dir`.
+/// The meetings of a curve with a line, ordered along `dir`. They are brought on to the line to the last
+/// digit: where a line cuts an arc near its outermost point they lie so close together that the rounding of
+/// points on arcs would turn their order.
 AcArray<AcGePoint3d> orderedMeetings(const AcDbCurve& curve, const AcDbXline& line, const AcGeVector3d& dir) {
     AcGePoint3dArray points;
     (void)curve.intersectWith(&line, AcDb::kOnBothOperands, points);
+    points = getClosestPointsToLine(AcGeLine3d(line.basePoint(), line.unitDir()), points, AcGeContext::gTol);
     orderPointsByDir(dir, points, true);
     return points;
 }

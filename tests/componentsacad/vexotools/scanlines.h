@@ -216,25 +216,45 @@ inline std::vector<double> breaksOf(const Figure& figure) {
     return breaks;
 }
 
-/// Area of the slab without its openings. Between breaks the free length has square roots at the ends at
-/// most; counted along a half turn from one break to the next it is smooth, and few points give all digits.
-inline double freeArea(const Figure& figure) {
-    // Gauss-Legendre on [-1, 1], twelve points.
+/// Integral of the free length, counted along a half turn from the one end to the other, so that square
+/// roots at the ends are smooth. Gauss-Legendre, twelve points.
+inline double freeAreaBetween(const Figure& figure, double from, double to) {
     constexpr std::array<double, 6> nodes = {0.1252334085114689, 0.3678314989981802, 0.5873179542866175,
                                              0.7699026741943047, 0.9041172563704749, 0.9815606342467193};
     constexpr std::array<double, 6> weights = {0.2491470458134028, 0.2334925365383548, 0.2031674267230659,
                                                0.1600783285433462, 0.1069393259953184, 0.0471753363865118};
+    const double half = (to - from) / 2;
+    const double middle = from + half;
+    double area = 0.0;
+    for (std::size_t n = 0; n < nodes.size(); ++n)
+        for (const double node : {-nodes[n], nodes[n]}) {
+            const double t = node * std::numbers::pi / 2;
+            area += weights[n] * half * std::cos(t) * (std::numbers::pi / 2) *
+                    figure.freeLengthAt(middle + half * std::sin(t));
+        }
+    return area;
+}
+
+/// Halves the interval until both halves agree with the whole; another square root may begin just beyond an
+/// end.
+inline double refinedArea(const Figure& figure, double from, double to, double whole, double allowed,
+                          int depth) {
+    const double middle = from + (to - from) / 2;
+    const double left = freeAreaBetween(figure, from, middle);
+    const double right = freeAreaBetween(figure, middle, to);
+    if (depth == 0 || std::abs(left + right - whole) <= allowed) return left + right;
+    return refinedArea(figure, from, middle, left, allowed / 2, depth - 1) +
+           refinedArea(figure, middle, to, right, allowed / 2, depth - 1);
+}
+
+/// Area of the slab without its openings.
+inline double freeArea(const Figure& figure) {
     const std::vector<double> breaks = breaksOf(figure);
+    const double allowed = 1e-10 * std::abs(areaOf(figure.slab)) / static_cast<double>(breaks.size());
     double area = 0.0;
     for (std::size_t k = 0; k + 1 < breaks.size(); ++k) {
-        const double half = (breaks[k + 1] - breaks[k]) / 2;
-        const double middle = breaks[k] + half;
-        for (std::size_t n = 0; n < nodes.size(); ++n)
-            for (const double node : {-nodes[n], nodes[n]}) {
-                const double t = node * std::numbers::pi / 2;
-                area += weights[n] * half * std::cos(t) * (std::numbers::pi / 2) *
-                        figure.freeLengthAt(middle + half * std::sin(t));
-            }
+        const double whole = freeAreaBetween(figure, breaks[k], breaks[k + 1]);
+        area += refinedArea(figure, breaks[k], breaks[k + 1], whole, allowed, 30);
     }
     return area;
 }

@@ -10,9 +10,8 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
-#include <optional>
+#include <sstream>
 #include <string>
 
 using namespace VEXOGeometryTools;
@@ -118,7 +117,11 @@ std::string faultOf(const Slab& slab, const Strips& strips) {
         sum += std::abs(scanlines::areaOf(contours.back()));
     }
     const double error = sum - scanlines::freeArea(figure);
-    if (!(std::abs(error) <= kAreaTolerance * whole)) return "areas off by " + std::to_string(error / whole);
+    if (!(std::abs(error) <= kAreaTolerance * whole)) {
+        std::ostringstream text;
+        text << "areas off by " << error / whole << " of the slab";
+        return text.str();
+    }
     const std::vector<double> breaks = scanlines::breaksOf(figure);
     const double low = breaks.front();
     const double span = breaks.back() - low;
