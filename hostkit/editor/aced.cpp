@@ -1,6 +1,7 @@
 #include "aced.h"
 
 #include "casefold.h"
+#include "desktop.h"
 #include "host.h"
 #include "windows.h"
 
@@ -283,4 +284,7 @@ int acedAlert(const wchar_t* text) {
     return RTNORM;
 }
 
-HWND adsw_acadMainWnd() { return reinterpret_cast<HWND>(Host::current()); }
+HWND adsw_acadMainWnd() {
+    Host* host = Host::current();
+    return host ? host->port().desktop().mainWindow() : nullptr;
+}

@@ -66,5 +66,5 @@ void acedRestoreStatusBar();
 
 /// A box with one button over the host's main window.
 int acedAlert(const wchar_t* text);
-/// The host's main window; null when there is no host. It has a handle and nothing to look at.
+/// The host's main window, which covers the screen and shows nothing; null when there is no host.
 HWND adsw_acadMainWnd();

@@ -1,5 +1,7 @@
 #include "afxwin.h"
 
+#include "desktop.h"
+
 namespace {
 
 CString& applicationName() {
@@ -17,3 +19,5 @@ int AfxMessageBox(const wchar_t* text, UINT type, UINT) {
     if ((type & MB_ICONMASK) == 0) type |= MB_ICONEXCLAMATION;
     return MessageBoxW(nullptr, text, AfxGetAppName(), type);
 }
+
+CWnd* AfxGetMainWnd() { return CWnd::FromHandle(hostkit::Desktop::current().mainWindow()); }

@@ -1,5 +1,6 @@
 #include "hostport.h"
 
+#include "desktop.h"
 #include "registrystore.h"
 #include "textencoding.h"
 #include "windows.h"
@@ -30,7 +31,25 @@ void HostPort::meterStep(int) {}
 void HostPort::meterStop() {}
 
 int HostPort::messageBox(std::wstring_view, std::wstring_view, unsigned flags) {
-    return defaultButton(flags);
+    return refusingButton(flags);
+}
+
+WindowAction HostPort::askWindow(const ShownWindow&) { return WindowAction::refuse(); }
+
+int HostPort::systemMetric(int number) const {
+    static constexpr int metrics[][2] = {
+        {SM_CXSCREEN, 1920},  {SM_CYSCREEN, 1080},  {SM_CYCAPTION, 19}, {SM_CXBORDER, 1},  {SM_CYBORDER, 1},
+        {SM_CXFIXEDFRAME, 3}, {SM_CYFIXEDFRAME, 3}, {SM_CXICON, 32},    {SM_CYICON, 32},   {SM_CXSIZE, 18},
+        {SM_CYSIZE, 18},      {SM_CXEDGE, 2},       {SM_CYEDGE, 2},     {SM_CXSMICON, 16}, {SM_CYSMICON, 16},
+    };
+    for (const auto& each : metrics)
+        if (each[0] == number) return each[1];
+    return 0;
+}
+
+Desktop& HostPort::desktop() {
+    if (!desktop_) desktop_ = std::make_unique<Desktop>();
+    return *desktop_;
 }
 
 void HostPort::debugOutput(std::wstring_view) {}
@@ -85,16 +104,29 @@ ScopedPort::ScopedPort(HostPort& port)
 }
 ScopedPort::~ScopedPort() { setPort = previous_; }
 
-int defaultButton(unsigned flags) {
-    static constexpr int buttons[6][3] = {
-        {IDOK, 0, 0},     {IDOK, IDCANCEL, 0},    {IDABORT, IDRETRY, IDIGNORE}, {IDYES, IDNO, IDCANCEL},
-        {IDYES, IDNO, 0}, {IDRETRY, IDCANCEL, 0},
+const int* buttonsOfBox(unsigned flags) {
+    static constexpr int buttons[6][4] = {
+        {IDOK},        {IDOK, IDCANCEL},    {IDABORT, IDRETRY, IDIGNORE}, {IDYES, IDNO, IDCANCEL},
+        {IDYES, IDNO}, {IDRETRY, IDCANCEL},
     };
     const unsigned type = flags & MB_TYPEMASK;
-    if (type > MB_RETRYCANCEL) return IDOK;
+    return buttons[type > MB_RETRYCANCEL ? MB_OK : type];
+}
+
+int defaultButton(unsigned flags) {
+    const int* const buttons = buttonsOfBox(flags);
+    unsigned count = 0;
+    while (buttons[count]) ++count;
     const unsigned wanted = (flags & MB_DEFMASK) >> 8;
-    const int button = wanted < 3 ? buttons[type][wanted] : 0;
-    return button ? button : buttons[type][0];
+    return buttons[wanted < count ? wanted : 0];
+}
+
+int refusingButton(unsigned flags) {
+    const int* const buttons = buttonsOfBox(flags);
+    for (const int wanted : {IDCANCEL, IDNO, IDABORT})
+        for (const int* each = buttons; *each; ++each)
+            if (*each == wanted) return wanted;
+    return buttons[0];
 }
 
 } // namespace hostkit

@@ -1,4 +1,4 @@
-// Stand-in for the host's outside world. Covers all that a person sees or gives: command line, meter, boxes, debug output, clock, environment, registry, drives; leaves out pictures.
+// Stand-in for the host's outside world. Covers all that a person sees or gives: command line, meter, boxes, debug output, clock, environment, registry, drives; leaves out sound.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,10 @@
 
 namespace hostkit {
 
+class Desktop;
 class RegistryStore;
+struct ShownWindow;
+struct WindowAction;
 
 /// How a request for a line of input ended.
 enum class Input { line, cancelled, end };
@@ -40,8 +43,18 @@ public:
     virtual void meterStep(int position);
     virtual void meterStop();
 
-    /// A modal box; flags and result are those of MessageBoxW. Headless: the default button of the flags.
+    /// A modal box; flags and result are those of MessageBoxW. Headless: the refusing button of the flags.
     virtual int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags);
+    /// A modal window stands there and waits; tells what is done at it next. Asked again until the window has
+    /// closed itself. Headless: WindowAction::refuse. A window that stays when it has been refused twice in a
+    /// row is closed as cancelled, so that nothing waits for ever.
+    virtual WindowAction askWindow(const ShownWindow& window);
+    /// The screen's size and the sizes of what stands on it, by the platform's SM numbers; 0 for a number
+    /// that is not known. Headless: a screen of 1920 by 1080, a caption of 19, frames of 3, edges of 2,
+    /// borders of 1, caption buttons of 18, icons of 32 and small ones of 16.
+    virtual int systemMetric(int number) const;
+    /// The windows of this port.
+    Desktop& desktop();
 
     /// What only a developer should see. Headless: dropped.
     virtual void debugOutput(std::wstring_view text);
@@ -70,6 +83,7 @@ public:
 
 private:
     std::unique_ptr<RegistryStore> registry_;
+    std::unique_ptr<Desktop> desktop_;
     std::map<std::wstring, std::wstring, std::less<>> environment_;
 };
 
@@ -92,5 +106,10 @@ private:
 /// The button that a person gets by pressing Enter: the one that the MB_DEFBUTTON flag names among those of
 /// the type.
 [[nodiscard]] int defaultButton(unsigned flags);
+/// The button that changes least, which is taken where nobody is there: Cancel, else No, else Abort, else the
+/// only one.
+[[nodiscard]] int refusingButton(unsigned flags);
+/// The ids of the type's buttons in order, ended by 0.
+[[nodiscard]] const int* buttonsOfBox(unsigned flags);
 
 } // namespace hostkit

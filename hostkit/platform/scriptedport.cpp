@@ -28,10 +28,23 @@ void ScriptedPort::meterStop() {
 
 int ScriptedPort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
     boxes.push_back({std::wstring(text), std::wstring(caption), flags});
-    if (buttons.empty()) return defaultButton(flags);
+    if (buttons.empty()) return refusingButton(flags);
     const int button = buttons.front();
     buttons.pop_front();
     return button;
+}
+
+WindowAction ScriptedPort::askWindow(const ShownWindow& window) {
+    windows.push_back(window);
+    if (actions.empty()) return WindowAction::refuse();
+    WindowAction action = std::move(actions.front());
+    actions.pop_front();
+    return action;
+}
+
+int ScriptedPort::systemMetric(int number) const {
+    const auto found = metrics.find(number);
+    return found == metrics.end() ? HostPort::systemMetric(number) : found->second;
 }
 
 void ScriptedPort::debugOutput(std::wstring_view text) { debug.emplace_back(text); }

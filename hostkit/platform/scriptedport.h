@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hostport.h"
+#include "windowaction.h"
 
 #include <deque>
 #include <vector>
@@ -33,10 +34,16 @@ public:
     std::vector<std::wstring> debug;
     std::vector<std::wstring> problems;
 
+    /// Each time that a modal window waited, as it stood there.
+    std::vector<ShownWindow> windows;
+
     /// What is answered: lines until none is left, then Input::end; buttons until none is left, then the
-    /// default button.
+    /// refusing button; at windows one action after the other, then the refusal.
     std::deque<std::wstring> lines;
     std::deque<int> buttons;
+    std::deque<WindowAction> actions;
+    /// System metrics that differ from the headless port's.
+    std::map<int, int> metrics;
 
     /// The clock stands still until the test moves it. 2024-02-29 12:34:56 UTC.
     std::int64_t time = 1709210096;
@@ -51,6 +58,8 @@ public:
     void meterStep(int position) override;
     void meterStop() override;
     int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
+    WindowAction askWindow(const ShownWindow& window) override;
+    int systemMetric(int number) const override;
     void debugOutput(std::wstring_view text) override;
     void reportProblem(std::wstring_view text) override;
     std::int64_t now() const override;

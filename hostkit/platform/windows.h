@@ -1,9 +1,10 @@
-// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names; leaves out windows and GDI.
+// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names, and with them windows and drawing; leaves out processes.
 #pragma once
 
 #include "tchar.h"
 #include "windowstypes.h"
 #include "winreg.h"
+#include "winuser.h"
 
 // --- Message boxes -----------------------------------------------------------------------------------------
 

@@ -57,6 +57,11 @@ using HICON = struct HostIcon*;
 using HCURSOR = HICON;
 using HDC = struct HostDeviceContext*;
 using HMENU = struct HostMenu*;
+using HGDIOBJ = struct HostGdiObject*;
+using HFONT = struct HostFont*;
+using HBRUSH = struct HostBrush*;
+using HPEN = struct HostPen*;
+using HIMAGELIST = struct HostImageList*;
 using FARPROC = std::intptr_t (*)();
 
 inline constexpr BOOL FALSE = 0;

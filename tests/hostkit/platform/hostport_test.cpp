@@ -32,23 +32,26 @@ TEST(HostPort, IsHeadlessUntilOneIsSetAndComesBackInOrder) {
     EXPECT_EQ(currentPort(), headless);
 }
 
-TEST(HostPort, BoxesAreAskedAndAnsweredByTheirDefaultButton) {
+TEST(HostPort, BoxesAreAskedAndAnsweredByWhatChangesLeastWhereNobodyIs) {
     struct Case {
         UINT flags;
-        int button;
+        int refusal;
+        int enter;
     };
     const Case cases[] = {
-        {MB_OK, IDOK},
-        {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL},
-        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDIGNORE},
-        {MB_YESNOCANCEL, IDYES},
-        {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO},
-        {MB_RETRYCANCEL, IDRETRY},
-        {MB_OK | MB_DEFBUTTON3, IDOK},
-        {0xF, IDOK},
+        {MB_OK, IDOK, IDOK},
+        {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL, IDCANCEL},
+        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDABORT, IDIGNORE},
+        {MB_YESNOCANCEL, IDCANCEL, IDYES},
+        {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO, IDNO},
+        {MB_RETRYCANCEL, IDCANCEL, IDRETRY},
+        {MB_OK | MB_DEFBUTTON3, IDOK, IDOK},
+        {0xF, IDOK, IDOK},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, each.flags), each.button) << each.flags;
+    for (const Case& each : cases) {
+        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, each.flags), each.refusal) << each.flags;
+        EXPECT_EQ(defaultButton(each.flags), each.enter) << each.flags;
+    }
 
     ScriptedPort port;
     const ScopedPort use(port);

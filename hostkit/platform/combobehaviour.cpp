@@ -1,0 +1,166 @@
+#include "controlbehaviours.h"
+
+#include <algorithm>
+
+namespace hostkit {
+namespace {
+
+constexpr LONG margin = 3;
+constexpr LONG arrowWidth = 17;
+
+std::wstring textAt(LPARAM text) { return text ? reinterpret_cast<const wchar_t*>(text) : L""; }
+
+bool isEditable(const WindowRecord& window) { return (window.style & CBS_DROPDOWNLIST) != CBS_DROPDOWNLIST; }
+
+} // namespace
+
+int ComboBehaviour::select(WindowRecord& window, int index) {
+    const int selected = m_list.select(index);
+    window.text = m_list.at(selected) ? m_list.at(selected)->text : L"";
+    return selected;
+}
+
+void ComboBehaviour::setDropped(WindowRecord& window, bool isDropped) {
+    if (m_isDropped == isDropped) return;
+    m_isDropped = isDropped;
+    Desktop::current().notifyParent(window, isDropped ? CBN_DROPDOWN : CBN_CLOSEUP);
+}
+
+// The order of notifications is the platform's: list opens, selection changes, list closes.
+bool ComboBehaviour::choose(WindowRecord& window, int item) {
+    const HWND handle = window.handle;
+    setDropped(window, true);
+    const bool isThere = m_list.at(item) != nullptr;
+    if (isThere) {
+        select(window, item);
+        Desktop::current().notifyParent(window, CBN_SELENDOK);
+        Desktop::current().notifyParent(window, CBN_SELCHANGE);
+    }
+    if (IsWindow(handle)) setDropped(window, false);
+    return isThere;
+}
+
+bool ComboBehaviour::pressKey(WindowRecord& window, WPARAM key) {
+    if (key != VK_UP && key != VK_DOWN) return false;
+    const int wanted =
+        std::clamp(m_list.selected + (key == VK_DOWN ? 1 : -1), 0, std::max(m_list.count() - 1, 0));
+    if (!m_list.at(wanted) || wanted == m_list.selected) return true;
+    select(window, wanted);
+    Desktop::current().notifyParent(window, CBN_SELCHANGE);
+    return true;
+}
+
+bool ComboBehaviour::handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
+                                 LRESULT& answer) {
+    const auto index = static_cast<int>(static_cast<LPARAM>(wParam));
+    ListItem* const item = m_list.at(index);
+    switch (message) {
+    case CB_ADDSTRING:
+        answer = m_list.add(textAt(lParam), (window.style & CBS_SORT) != 0);
+        return true;
+    case CB_INSERTSTRING:
+        answer = m_list.insert(index, textAt(lParam));
+        return true;
+    case CB_DELETESTRING:
+        answer = m_list.remove(index);
+        if (m_list.selected < 0 && !isEditable(window)) window.text.clear();
+        return true;
+    case CB_SETCURSEL:
+        answer = select(window, index);
+        return true;
+    case CB_SELECTSTRING:
+        answer = m_list.find(index, textAt(lParam), false);
+        if (answer >= 0) select(window, static_cast<int>(answer));
+        return true;
+    case CB_FINDSTRING:
+    case CB_FINDSTRINGEXACT:
+        answer = m_list.find(index, textAt(lParam), message == CB_FINDSTRINGEXACT);
+        return true;
+    case CB_GETLBTEXTLEN:
+        answer = item ? static_cast<LRESULT>(item->text.size()) : CB_ERR;
+        return true;
+    case CB_GETLBTEXT:
+        answer = item && lParam ? static_cast<LRESULT>(item->text.size()) : CB_ERR;
+        if (answer >= 0) lstrcpyW(reinterpret_cast<wchar_t*>(lParam), item->text.c_str());
+        return true;
+    case CB_GETITEMDATA:
+        answer = item ? item->data : CB_ERR;
+        return true;
+    case CB_SETITEMDATA:
+        answer = item ? 0 : CB_ERR;
+        if (item) item->data = lParam;
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ComboBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
+                            LRESULT& answer) {
+    answer = 0;
+    switch (message) {
+    case CB_GETCOUNT:
+        answer = m_list.count();
+        return true;
+    case CB_GETCURSEL:
+        answer = m_list.selected;
+        return true;
+    case CB_RESETCONTENT:
+        m_list.clear();
+        window.text.clear();
+        return true;
+    case CB_SHOWDROPDOWN:
+        setDropped(window, wParam != 0);
+        return true;
+    case EM_REPLACESEL:
+        if (!isEditable(window)) return true;
+        window.text = textAt(lParam);
+        m_list.select(-1);
+        Desktop::current().notifyParent(window, CBN_EDITCHANGE);
+        return true;
+    case WM_LBUTTONDOWN:
+        SetFocus(window.handle);
+        return true;
+    case WM_KEYDOWN:
+        return pressKey(window, wParam);
+    case WM_CHAR:
+        if (!isEditable(window) || wParam < L' ') return false;
+        window.text += static_cast<wchar_t>(wParam);
+        Desktop::current().notifyParent(window, CBN_EDITCHANGE);
+        return true;
+    default:
+        return handleItems(window, message, wParam, lParam, answer);
+    }
+}
+
+void ComboBehaviour::paint(const WindowRecord& window, HDC dc) const {
+    const RECT client = clientRectOf(window);
+    FrameRect(dc, &client, GetSysColorBrush(COLOR_WINDOWFRAME));
+    const LONG middle = client.right - arrowWidth / 2, top = client.bottom / 2 - 2;
+    MoveToEx(dc, middle - 4, top, nullptr);
+    LineTo(dc, middle, top + 4);
+    LineTo(dc, middle + 4, top);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor(dc->isDisabled ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
+    RECT room{margin, 0, std::max(margin, client.right - arrowWidth), client.bottom};
+    DrawTextW(dc, window.text.c_str(), -1, &room, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+void ComboBehaviour::describe(const WindowRecord& window, ShownControl& control) const {
+    control.kind = ShownControl::Kind::combo;
+    control.text = window.text;
+    control.mnemonic = 0;
+    for (const ListItem& item : m_list.items) control.items.push_back({item.text});
+    control.selected = m_list.selected;
+}
+
+std::unique_ptr<ControlBehaviour> makeControlBehaviour(const std::wstring& className) {
+    if (className == L"BUTTON") return std::make_unique<ButtonBehaviour>();
+    if (className == L"STATIC") return std::make_unique<StaticBehaviour>();
+    if (className == L"EDIT") return std::make_unique<EditBehaviour>();
+    if (className == L"LISTBOX") return std::make_unique<ListBehaviour>();
+    if (className == L"COMBOBOX") return std::make_unique<ComboBehaviour>();
+    return nullptr;
+}
+
+} // namespace hostkit

@@ -1,0 +1,92 @@
+// Stand-in for the host's controls. Covers how buttons, labels, edits, lists and combo boxes act and look; leaves out owner drawing.
+#pragma once
+
+#include "desktop.h"
+#include "itemlist.h"
+#include "tchar.h"
+
+namespace hostkit {
+
+class ButtonBehaviour final : public ControlBehaviour {
+public:
+    bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
+    void paint(const WindowRecord& window, HDC dc) const override;
+    void describe(const WindowRecord& window, ShownControl& control) const override;
+    bool choose(WindowRecord&, int) override { return false; }
+
+private:
+    void press(WindowRecord& window);
+    bool m_isChecked = false;
+};
+
+class StaticBehaviour final : public ControlBehaviour {
+public:
+    bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
+    void paint(const WindowRecord& window, HDC dc) const override;
+    void describe(const WindowRecord& window, ShownControl& control) const override;
+    bool choose(WindowRecord&, int) override { return false; }
+
+private:
+    HICON m_icon = nullptr;
+};
+
+class EditBehaviour final : public ControlBehaviour {
+public:
+    bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
+    void paint(const WindowRecord& window, HDC dc) const override;
+    void describe(const WindowRecord& window, ShownControl& control) const override;
+    bool choose(WindowRecord&, int) override { return false; }
+
+private:
+    void replaceSelection(WindowRecord& window, std::wstring_view text);
+    bool pressKey(WindowRecord& window, WPARAM key);
+    void typeCharacter(WindowRecord& window, wchar_t character);
+    void select(const WindowRecord& window, LPARAM first, LPARAM last);
+
+    std::size_t m_first = 0; ///< of the selection
+    std::size_t m_last = 0;  ///< behind it; the caret stands there
+    std::size_t m_limit = 30000;
+};
+
+class ListBehaviour final : public ControlBehaviour {
+public:
+    bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
+    void paint(const WindowRecord& window, HDC dc) const override;
+    void describe(const WindowRecord& window, ShownControl& control) const override;
+    bool choose(WindowRecord& window, int item) override;
+
+private:
+    bool handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer);
+    void press(WindowRecord& window, LPARAM place);
+    bool pressKey(WindowRecord& window, WPARAM key);
+    void selectByUser(WindowRecord& window, int index);
+    void changeMark(WindowRecord& window, int index);
+    int rowHeight(const WindowRecord& window) const;
+
+    ItemList m_list;
+    bool m_hasMarks = false;
+    int m_top = 0; ///< the first item that shows
+};
+
+class ComboBehaviour final : public ControlBehaviour {
+public:
+    bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
+    void paint(const WindowRecord& window, HDC dc) const override;
+    void describe(const WindowRecord& window, ShownControl& control) const override;
+    bool choose(WindowRecord& window, int item) override;
+
+private:
+    bool handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer);
+    bool pressKey(WindowRecord& window, WPARAM key);
+    void setDropped(WindowRecord& window, bool isDropped);
+    int select(WindowRecord& window, int index);
+
+    ItemList m_list;
+    bool m_isDropped = false;
+};
+
+/// Where a control's own font stands, in the context that paints it.
+const FontFace& faceOfWindow(const WindowRecord& window);
+RECT clientRectOf(const WindowRecord& window);
+
+} // namespace hostkit

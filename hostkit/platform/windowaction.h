@@ -1,0 +1,67 @@
+// Stand-in for the host's user at a window. Covers what he sees of it and what he does there; leaves out dragging.
+#pragma once
+
+#include "painting.h"
+
+namespace hostkit {
+
+/// One thing that a person does at a window. `refuse` is what closing the window means: the Cancel, the No,
+/// or the only answer.
+struct WindowAction {
+    enum class Kind { key, characters, setText, clickControl, clickItem, clickPoint, refuse };
+    Kind kind = Kind::refuse;
+    unsigned key = 0; ///< a VK code
+    bool withShift = false;
+    std::wstring text{};
+    int control = 0;
+    int item = 0;
+    POINT point{}; ///< in the window's client area
+
+    static WindowAction refuse() { return {}; }
+    static WindowAction press(unsigned key, bool withShift = false);
+    /// Types at the control that has the focus.
+    static WindowAction type(std::wstring text);
+    /// Replaces what stands in the control.
+    static WindowAction write(int control, std::wstring text);
+    static WindowAction click(int control);
+    static WindowAction clickAt(int x, int y);
+    /// An item of a list or combo box, counted from 0. In a check list it changes the item's mark.
+    static WindowAction choose(int control, int item);
+};
+
+struct ShownItem {
+    std::wstring text;
+    bool isChecked = false;
+};
+
+/// A control as a person sees it.
+struct ShownControl {
+    enum class Kind { label, button, check, radio, edit, list, checkList, combo, other };
+    Kind kind = Kind::other;
+    int id = 0;
+    HWND window = nullptr;
+    std::wstring text{};  ///< without prefix marks
+    wchar_t mnemonic = 0; ///< lower case; 0 where there is none
+    RECT bounds{};        ///< in the painting
+    bool isEnabled = true;
+    bool hasFocus = false;
+    bool isDefault = false;
+    bool isChecked = false;
+    std::vector<ShownItem> items{};
+    int selected = -1;
+};
+
+/// A window as a person sees it: only what is visible.
+struct ShownWindow {
+    HWND window = nullptr;
+    std::wstring caption{};
+    /// Lines that the window paints itself, from top to bottom.
+    std::vector<std::wstring> lines{};
+    std::vector<ShownControl> controls{};
+    Painting painting{};
+
+    const ShownControl* control(int id) const;
+    const ShownControl* focused() const;
+};
+
+} // namespace hostkit
