@@ -26,7 +26,9 @@ constexpr double kToleranceScales[] = {1.0, 8.0, 0.125, 64.0};
 double segmentShare(double bulge) {
     const double square = bulge * bulge;
     if (std::abs(bulge) < kSmallBulge)
-        return bulge * (1.0 / 3.0 + square * (1.0 / 15.0 - square * (1.0 / 105.0 - square / 315.0)));
+        return bulge *
+               (1.0 / 3.0 +
+                square * (1.0 / 15.0 - square * (1.0 / 105.0 - square * (1.0 / 315.0 - square / 693.0))));
     const double sum = 1.0 + square;
     return (sum * sum * std::atan(bulge) - bulge * (1.0 - square)) / (8.0 * square);
 }

@@ -208,7 +208,7 @@ AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* s
     if (areApart(one->loop, two->loop, tolerance)) return nullptr;
     std::optional<SharedSegment> shared = SharedSegments(one->loop, two->loop, tolerance).only();
     if (!shared) return nullptr;
-    const bool haveOneSense = signedArea(one->loop) > 0.0 == signedArea(two->loop) > 0.0;
+    const bool haveOneSense = (signedArea(one->loop) > 0.0) == (signedArea(two->loop) > 0.0);
     if (haveOneSense != shared->isOpposite) return nullptr;
     if (!shared->isOpposite) {
         two->loop = reversed(two->loop);

@@ -1,0 +1,112 @@
+// Contours for the tests of common areas: shapes on a coarse grid, so that they touch, share edges and run
+// along each other all the time, and star-shaped ones that do not.
+#pragma once
+
+#include "contourareas.h"
+#include "contourcases.h"
+#include "scanlines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+namespace areacases {
+
+using contourcases::Vertices;
+
+inline constexpr double kGrid = 100.0;
+inline const double kQuarter = std::tan(AcGe::kPi / 8);
+
+inline VEXOGeometryTools::ContourLoop loopOf(const Vertices& vertices) {
+    VEXOGeometryTools::ContourLoop loop;
+    for (const auto& [x, y, bulge] : vertices) loop.vertices.push_back({x, y, bulge});
+    return loop;
+}
+
+inline Vertices verticesOf(const VEXOGeometryTools::ContourLoop& loop) {
+    Vertices vertices;
+    for (const auto& vertex : loop.vertices) vertices.push_back({vertex.x, vertex.y, vertex.bulge});
+    return vertices;
+}
+
+inline Vertices rectangle(double x, double y, double width, double height) {
+    return {{x, y, 0}, {x + width, y, 0}, {x + width, y + height, 0}, {x, y + height, 0}};
+}
+
+inline Vertices circle(double x, double y, double radius) { return {{x - radius, y, 1}, {x + radius, y, 1}}; }
+
+/// Of this length between the centres of its ends, along x or y.
+inline Vertices capsule(double x, double y, double length, double radius, bool isUpright) {
+    if (isUpright)
+        return {
+            {x + radius, y, 0}, {x + radius, y + length, 1}, {x - radius, y + length, 0}, {x - radius, y, 1}};
+    return {{x, y - radius, 0}, {x + length, y - radius, 1}, {x + length, y + radius, 0}, {x, y + radius, 1}};
+}
+
+inline Vertices roundedRectangle(double x, double y, double width, double height, double radius) {
+    if (radius == 0.0) return rectangle(x, y, width, height);
+    const double right = x + width;
+    const double top = y + height;
+    const Vertices all = {{x + radius, y, 0},       {right - radius, y, kQuarter},
+                          {right, y + radius, 0},   {right, top - radius, kQuarter},
+                          {right - radius, top, 0}, {x + radius, top, kQuarter},
+                          {x, top - radius, 0},     {x, y + radius, kQuarter}};
+    Vertices vertices; // without sides of no length
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const auto& next = all[(i + 1) % all.size()];
+        if (all[i][0] != next[0] || all[i][1] != next[1]) vertices.push_back(all[i]);
+    }
+    return vertices;
+}
+
+inline Vertices onGrid(std::mt19937& random) {
+    const auto steps = [&](int low, int high) {
+        return kGrid * std::uniform_int_distribution<int>(low, high)(random);
+    };
+    Vertices vertices;
+    switch (random() % 3) {
+    case 0: {
+        const double x = steps(0, 6);
+        const double y = steps(0, 6);
+        const double width = steps(1, 6);
+        const double height = steps(1, 6);
+        vertices = roundedRectangle(x, y, width, height, std::min({steps(0, 3), width / 2, height / 2}));
+        break;
+    }
+    case 1: {
+        const double x = steps(0, 8);
+        const double y = steps(0, 8);
+        const double length = steps(1, 5);
+        vertices = capsule(x, y, length, steps(1, 3), random() % 2 != 0);
+        break;
+    }
+    default: {
+        const double x = steps(0, 8);
+        const double y = steps(0, 8);
+        vertices = circle(x, y, steps(1, 4));
+    }
+    }
+    return random() % 2 ? contourcases::reversed(vertices) : vertices;
+}
+
+inline Vertices moved(const Vertices& vertices, double angle, double x, double y) {
+    Vertices result;
+    for (const auto& [vx, vy, bulge] : vertices)
+        result.push_back({vx * std::cos(angle) - vy * std::sin(angle) + x,
+                          vx * std::sin(angle) + vy * std::cos(angle) + y, bulge});
+    return result;
+}
+
+inline scanlines::Contour scanlinesOf(const Vertices& vertices, const AcGePoint2d& origin) {
+    return scanlines::contourOf(*contourcases::polylineOf(vertices, true), origin);
+}
+
+/// The area that two contours have in common, by the scan lines.
+inline double commonAreaByScanlines(const Vertices& first, const Vertices& second) {
+    const AcGePoint2d origin(first[0][0], first[0][1]);
+    const scanlines::Contour contour = scanlinesOf(first, origin);
+    return std::abs(scanlines::areaOf(contour)) -
+           scanlines::freeArea({contour, {scanlinesOf(second, origin)}});
+}
+
+} // namespace areacases

@@ -1,0 +1,327 @@
+// The common area of two contours and the merging of neighbours, as callers see them: kinds of curves,
+// planes, senses, refusals.
+#include "vexogeometrytools.h"
+
+#include "areacases.h"
+#include "db2dpolyline.h"
+#include "dbarc.h"
+#include "dbcircle.h"
+#include "dbellipse.h"
+#include "dbline.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace VEXOGeometryTools;
+using namespace areacases;
+using contourcases::kNaN;
+using contourcases::polylineOf;
+using contourcases::reversed;
+
+namespace {
+
+using Curve = std::unique_ptr<AcDbCurve>;
+
+/// The polyline that a tool gave, owned here; null when it gave none.
+std::unique_ptr<AcDbPolyline> owned(AcDbCurve* curve) {
+    AcDbPolyline* polyline = AcDbPolyline::cast(curve);
+    if (curve && !polyline) {
+        ADD_FAILURE() << "no polyline";
+        delete curve;
+    }
+    return std::unique_ptr<AcDbPolyline>(polyline);
+}
+
+std::unique_ptr<AcDbPolyline> common(AcDbCurve& first, AcDbCurve& second) {
+    return owned(getComonSurfaceFromPolylines(&first, &second));
+}
+std::unique_ptr<AcDbPolyline> merged(AcDbCurve& first, AcDbCurve& second) {
+    return owned(MergeContoursIfTheyHaveOneComonSegment(&first, &second));
+}
+
+double areaOf(const AcDbPolyline& polyline) { return trueArea(VEXOGeometryTools::loopOf(polyline)); }
+
+int arcCountOf(const AcDbPolyline& polyline) {
+    int count = 0;
+    for (unsigned int i = 0; i < polyline.numVerts(); ++i) count += polyline.segType(i) == AcDbPolyline::kArc;
+    return count;
+}
+
+Curve oldPolylineOf(const Vertices& vertices, const AcGeVector3d& normal, double elevation) {
+    auto polyline = std::make_unique<AcDb2dPolyline>();
+    for (const auto& [x, y, bulge] : vertices)
+        (void)polyline->appendVertex(new AcDb2dVertex(AcGePoint3d(x, y, elevation), bulge));
+    polyline->makeClosed();
+    (void)polyline->setNormal(normal);
+    (void)polyline->setElevation(elevation);
+    return polyline;
+}
+
+/// A place in space that lies in no plane of the axes.
+AcGeMatrix3d tilt() {
+    return AcGeMatrix3d::translation(AcGeVector3d(300, -200, 50)) *
+           AcGeMatrix3d::rotation(0.7, AcGeVector3d(1, 2, 0.5));
+}
+
+/// Lies every vertex of `inner` on the curve `outer`, in space.
+bool liesOn(const AcDbPolyline& inner, const AcDbCurve& outer) {
+    for (unsigned int i = 0; i < inner.numVerts(); ++i) {
+        AcGePoint3d point;
+        AcGePoint3d closest;
+        (void)inner.getPointAt(i, point);
+        if (outer.getClosestPointTo(point, closest) != Acad::eOk || closest.distanceTo(point) > 1e-9)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+TEST(CommonSurface, OfEveryKindOfCurve) {
+    const double disc = AcGe::kPi * 4;
+    AcDbCircle circle(AcGePoint3d(5, 5, 3), AcGeVector3d::kZAxis, 2);
+    const auto square = polylineOf(rectangle(0, 0, 10, 10), true);
+    const Curve old = oldPolylineOf(rectangle(0, 0, 10, 5), AcGeVector3d::kZAxis, 0);
+    const auto whole = common(circle, *square);
+    ASSERT_TRUE(whole);
+    EXPECT_NEAR(areaOf(*whole), disc, 1e-12);
+    EXPECT_EQ(arcCountOf(*whole), 2);
+    EXPECT_TRUE(whole->isClosed());
+    EXPECT_EQ(whole->elevation(), 3.0);
+    const auto half = common(*old, circle);
+    ASSERT_TRUE(half);
+    EXPECT_NEAR(areaOf(*half), disc / 2, 1e-12);
+    EXPECT_EQ(half->numVerts(), 2u);
+    EXPECT_EQ(arcCountOf(*half), 1);
+    // The largest of three pieces, the one in the middle.
+    const auto comb = polylineOf({{1, -1, 0},
+                                  {9, -1, 0},
+                                  {9, 4, 0},
+                                  {8, 4, 0},
+                                  {8, 0, 0},
+                                  {7, 0, 0},
+                                  {7, 4, 0},
+                                  {4, 4, 0},
+                                  {4, 0, 0},
+                                  {2, 0, 0},
+                                  {2, 4, 0},
+                                  {1, 4, 0}},
+                                 true);
+    const auto piece = common(*square, *comb);
+    ASSERT_TRUE(piece);
+    EXPECT_NEAR(areaOf(*piece), 12.0, 1e-12);
+    EXPECT_EQ(piece->numVerts(), 4u);
+}
+
+TEST(CommonSurface, InAnyPlaneAndSense) {
+    for (const bool isMirrored : {false, true})
+        for (const bool isReversed : {false, true})
+            for (const double elevation : {0.0, 7.0}) {
+                const auto slab = polylineOf(roundedRectangle(0, 0, 10, 6, 2), true);
+                const Vertices shape = capsule(8, 3, 6, 1, false);
+                auto opening = polylineOf(isReversed ? reversed(shape) : shape, true);
+                (void)slab->setElevation(2.5);
+                (void)opening->setElevation(elevation);
+                if (isMirrored) // drawn from below
+                    (void)opening->transformBy(
+                        AcGeMatrix3d::rotation(AcGe::kPi, AcGeVector3d::kXAxis, AcGePoint3d(0, 3, 1)));
+                (void)slab->transformBy(tilt());
+                (void)opening->transformBy(tilt());
+                const auto clipped = common(*slab, *opening);
+                ASSERT_TRUE(clipped) << isMirrored << isReversed << elevation;
+                EXPECT_NEAR(areaOf(*clipped), 4 + AcGe::kPi / 2, 1e-9);
+                EXPECT_EQ(arcCountOf(*clipped), 1);
+                EXPECT_TRUE(clipped->normal().isEqualTo(slab->normal()));
+                EXPECT_NEAR(clipped->elevation(), slab->elevation(), 1e-12);
+                EXPECT_GT(signedArea(VEXOGeometryTools::loopOf(*clipped)), 0.0);
+                // The other way round it lies in the opening's plane.
+                const auto inOpening = common(*opening, *slab);
+                ASSERT_TRUE(inOpening);
+                EXPECT_NEAR(areaOf(*inOpening), 4 + AcGe::kPi / 2, 1e-9);
+                EXPECT_TRUE(liesOn(*inOpening, *opening) || !isMirrored);
+            }
+}
+
+// Of simple contours the tool's piece is the largest loop of the whole common area.
+TEST(CommonSurface, PairsOnAGridFarOut) {
+    std::mt19937 random(99);
+    for (int i = 0; i < 1000; ++i) {
+        const auto first = polylineOf(moved(onGrid(random), 0.4, 1e6, 1e6), true);
+        const auto second = polylineOf(moved(onGrid(random), 0.4, 1e6, 1e6), true);
+        const ContourArea all =
+            commonArea(VEXOGeometryTools::loopOf(*first), VEXOGeometryTools::loopOf(*second));
+        const auto piece = common(*first, *second);
+        ASSERT_EQ(piece != nullptr, !all.empty());
+        if (!piece) continue;
+        ASSERT_NEAR(areaOf(*piece), trueArea(all.front()), 1e-4);
+    }
+}
+
+TEST(CommonSurface, NullForWhatBoundsNoCommonArea) {
+    const auto square = polylineOf(rectangle(0, 0, 10, 10), true);
+    auto tilted = polylineOf(rectangle(0, 0, 10, 10), true);
+    (void)tilted->setNormal(AcGeVector3d(0, 0.1, 1).normal());
+    AcDbCircle nan(AcGePoint3d(kNaN, 5, 0), AcGeVector3d::kZAxis, 2);
+    AcDbArc fullTurn(AcGePoint3d(5, 5, 0), 2, 0, AcGe::kTwoPi);
+    AcDbLine line(AcGePoint3d(-1, 5, 0), AcGePoint3d(11, 5, 0));
+    AcDbEllipse ellipse(AcGePoint3d(5, 5, 0), AcGeVector3d::kZAxis, AcGeVector3d(2, 0, 0), 0.5);
+    const std::pair<const char*, std::function<Curve()>> cases[] = {
+        {"null", [] { return nullptr; }},
+        {"open", [] { return polylineOf(rectangle(1, 1, 3, 3), false); }},
+        {"open, ends meeting",
+         [] {
+             return polylineOf({{1, 1, 0}, {3, 1, 0}, {3, 3, 0}, {1, 1, 0}}, false);
+         }},
+        {"no vertices", [] { return polylineOf({}, true); }},
+        {"one vertex",
+         [] {
+             return polylineOf({{5, 5, 1}}, true);
+         }},
+        {"no area",
+         [] {
+             return polylineOf({{1, 1, 0}, {5, 5, 0}, {3, 3, 0}}, true);
+         }},
+        {"there and back on an arc",
+         [] {
+             return polylineOf({{1, 1, 0.4}, {5, 5, -0.4}}, true);
+         }},
+        {"side by side", [] { return polylineOf(rectangle(10, 0, 5, 10), true); }},
+        {"corner on corner", [] { return polylineOf(rectangle(10, 10, 5, 5), true); }},
+        {"apart", [] { return polylineOf(rectangle(20, 0, 5, 10), true); }},
+        {"in another plane", [&] { return Curve(static_cast<AcDbCurve*>(tilted->clone())); }},
+        {"no number", [&] { return Curve(static_cast<AcDbCurve*>(nan.clone())); }},
+        {"an arc", [&] { return Curve(static_cast<AcDbCurve*>(fullTurn.clone())); }},
+        {"a line", [&] { return Curve(static_cast<AcDbCurve*>(line.clone())); }},
+        {"an ellipse", [&] { return Curve(static_cast<AcDbCurve*>(ellipse.clone())); }},
+    };
+    for (const auto& [name, make] : cases) {
+        const Curve other = make();
+        EXPECT_EQ(getComonSurfaceFromPolylines(square.get(), other.get()), nullptr) << name;
+        EXPECT_EQ(getComonSurfaceFromPolylines(other.get(), square.get()), nullptr) << name;
+        if (std::string(name) == "side by side") continue; // share a side
+        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(square.get(), other.get()), nullptr) << name;
+        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(other.get(), square.get()), nullptr) << name;
+    }
+}
+
+TEST(MergeContours, WhatIsJoinedAndWhatIsNot) {
+    struct Case {
+        const char* name;
+        Vertices first, second;
+        unsigned int vertices; ///< of the result; 0 for none
+        int arcs;
+    };
+    const Vertices square = rectangle(0, 0, 2, 2);
+    const Vertices withArc = {{0, 0, 0}, {2, 0, 0.5}, {2, 2, 0}, {0, 2, 0}};
+    const Vertices hollow = {{2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, -0.5}};
+    const Case cases[] = {
+        {"a whole side", square, rectangle(2, 0, 3, 2), 4, 0},
+        {"a side, one end bent", square, {{2, 0, 0}, {5, 1, 0}, {5, 2, 0}, {2, 2, 0}}, 5, 0},
+        {"an arc", withArc, hollow, 4, 0},
+        {"halves of a circle", {{-1, 0, 0}, {1, 0, 1}}, {{-1, 0, 1}, {1, 0, 0}}, 2, 2},
+        {"more than half a circle",
+         {{0, -1, 2}, {0, 1, 0}},
+         {{0, 1, 0}, {-5, 2, 0}, {-5, -2, 0}, {0, -1, 0}},
+         4,
+         1},
+        {"a disc in its notch",
+         {{0, -1, 2}, {0, 1, 0}},
+         {{0, 1, -2}, {0, -1, 0}, {9, -15, 0}, {9, 15, 0}},
+         4,
+         0},
+        {"touching in a further point",
+         {{0, 0, 0}, {6, 0, 0}, {6, 1, 0}, {1, 1, 0}, {1, 5, 0}, {0, 5, 0}},
+         {{1, 5, 0}, {1, 1, 0}, {3, 3, 0}, {6, 1, 0}, {6, 5, 0}},
+         0 + 8,
+         0},
+        {"part of a side", square, rectangle(2, 0.5, 3, 1), 0, 0},
+        {"a side and part of another",
+         {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, 0}, {2, 4, 0}, {0, 4, 0}},
+         {{2, 2, 0}, {4, 2, 0}, {4, 3, 0}, {2, 3, 0}},
+         0,
+         0},
+        {"two sides",
+         {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, 0}, {2, 4, 0}, {0, 4, 0}},
+         rectangle(2, 2, 2, 2),
+         0,
+         0},
+        {"all sides", square, square, 0, 0},
+        {"a side, the same side of it", square, {{2, 0, 0}, {2, 2, 0}, {1, 1, 0}}, 0, 0},
+        {"a side, overlapping elsewhere",
+         square,
+         {{2, 0, 0}, {2, 2, 0}, {5, 5, 0}, {1, 5, 0}, {1, 1.5, 0}, {1.5, 1.5, 0}, {1.5, 4, 0}, {4, 4, 0}},
+         0,
+         0},
+        {"a side against an arc", square, hollow, 0, 0},
+        {"arcs of other heights", withArc, {{2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, -0.4}}, 0, 0},
+        {"a corner", square, rectangle(2, 2, 2, 2), 0, 0},
+        {"apart by a hair", square, rectangle(2 + 1e-8, 0, 3, 2), 0, 0},
+    };
+    for (const Case& c : cases)
+        for (const double offset : {0.0, 1e5})
+            for (int senses = 0; senses < 4; ++senses) {
+                SCOPED_TRACE(std::string(c.name) + ", senses " + std::to_string(senses));
+                const auto first =
+                    polylineOf(moved(senses % 2 ? reversed(c.first) : c.first, 0.0, offset, offset), true);
+                const auto second =
+                    polylineOf(moved(senses / 2 ? reversed(c.second) : c.second, 0.0, offset, offset), true);
+                for (const bool isSwapped : {false, true}) {
+                    const auto result = isSwapped ? merged(*second, *first) : merged(*first, *second);
+                    ASSERT_EQ(result != nullptr, c.vertices > 0);
+                    if (!result) continue;
+                    EXPECT_TRUE(result->isClosed());
+                    EXPECT_EQ(result->numVerts(), c.vertices);
+                    EXPECT_EQ(arcCountOf(*result), c.arcs);
+                    EXPECT_NEAR(areaOf(*result), areaOf(*first) + areaOf(*second),
+                                1e-12 * (1 + 1e5 * offset));
+                    const AcDbPolyline& leading = isSwapped ? *second : *first;
+                    EXPECT_EQ(signedArea(VEXOGeometryTools::loopOf(*result)) > 0.0,
+                              signedArea(VEXOGeometryTools::loopOf(leading)) > 0.0);
+                }
+            }
+}
+
+TEST(MergeContours, InOnePlaneOnly) {
+    const auto first = polylineOf(rectangle(0, 0, 2, 2), true);
+    const auto second = polylineOf(rectangle(2, 0, 3, 2), true);
+    (void)first->setElevation(4);
+    EXPECT_FALSE(merged(*first, *second));
+    (void)second->setElevation(4);
+    EXPECT_TRUE(merged(*first, *second));
+    // Seen from below: normal -Z, the plane of the first.
+    (void)second->transformBy(AcGeMatrix3d::rotation(AcGe::kPi, AcGeVector3d::kXAxis, AcGePoint3d(0, 1, 4)));
+    ASSERT_LT(second->normal().z, 0.0);
+    (void)first->transformBy(tilt());
+    (void)second->transformBy(tilt());
+    const auto result = merged(*first, *second);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->numVerts(), 4u);
+    EXPECT_NEAR(areaOf(*result), 10.0, 1e-9);
+    EXPECT_NEAR(result->elevation(), first->elevation(), 1e-12);
+    AcDbCircle circle(AcGePoint3d(5, 5, 3), AcGeVector3d::kZAxis, 2);
+    EXPECT_FALSE(merged(circle, circle));
+}
+
+// A round contour cut into triangles comes together again.
+TEST(MergeContours, FanOfTrianglesComesTogether) {
+    for (std::size_t count = 3; count < 40; ++count) {
+        const double offset = count % 2 ? 1e6 : 0.0;
+        Vertices outline;
+        for (std::size_t i = 0; i < count; ++i) {
+            const double angle = AcGe::kTwoPi * static_cast<double>(i) / static_cast<double>(count);
+            outline.push_back(
+                {offset + 10 * std::cos(angle), offset + 10 * std::sin(angle), i % 3 ? 0.0 : 0.04});
+        }
+        const std::array<double, 3> middle = {offset + 0.3, offset + 0.2,
+                                              0}; // no two sides in one line through it
+        std::unique_ptr<AcDbPolyline> whole;
+        for (std::size_t i = 0; i + 1 < count; ++i) { // a whole turn would share two sides
+            auto part = polylineOf({middle, outline[i], {outline[i + 1][0], outline[i + 1][1], 0}}, true);
+            if (whole) part = i % 2 ? merged(*whole, *part) : merged(*part, *whole);
+            whole = std::move(part);
+            ASSERT_TRUE(whole) << count << " at " << i;
+        }
+        EXPECT_EQ(whole->numVerts(), count + 1);
+    }
+}
