@@ -204,6 +204,18 @@ bool doMeet(const AcDbCurve& first, const AcDbCurve& second) {
     return !points.isEmpty();
 }
 
+/// So far apart that nothing in one box meets anything in the other, tolerances included.
+bool areClearlyApart(const AcDbExtents& first, const AcDbExtents& second) {
+    double magnitude = 0.0;
+    for (const AcGePoint3d& corner :
+         {first.minPoint(), first.maxPoint(), second.minPoint(), second.maxPoint()})
+        magnitude = std::max(magnitude, corner.largestCoordinate());
+    constexpr double allowances = 16.0;
+    const double gap = allowances * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    return first.maxPoint().x + gap < second.minPoint().x || second.maxPoint().x + gap < first.minPoint().x ||
+           first.maxPoint().y + gap < second.minPoint().y || second.maxPoint().y + gap < first.minPoint().y;
+}
+
 bool doDiagonalsMeet(const AcDbExtents& first, const AcDbExtents& second) {
     return doMeet(AcDbLine(first.minPoint(), first.maxPoint()),
                   AcDbLine(second.minPoint(), second.maxPoint()));
@@ -237,10 +249,19 @@ int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& 
 
 bool isPointInsideContour(AcGePoint3d point, AcDbCurve* contour) {
     CVxLogEntry entry(L"VEXOGeometryTools::isPointInsideContour");
-    const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(contour));
+    // A light polyline at elevation 0 is its own conversion.
+    const auto* polyline = AcDbPolyline::cast(contour);
+    std::unique_ptr<AcDbPolyline> converted;
+    if (!polyline || polyline->elevation() != 0.0) {
+        converted.reset(ConvertToPolyline(contour));
+        polyline = converted.get();
+    }
     AcDbExtents box;
     if (!polyline || polyline->getGeomExtents(box) != Acad::eOk) return false;
     const AcGePoint3d start(point.x, box.minPoint().y, point.z);
+    AcDbExtents way(start, start);
+    way.addPoint(point);
+    if (areClearlyApart(box, way)) return false;
     AcGeTol tolerance;
     tolerance.setEqualVector(kBelowBox);
     if ((start - point).isCodirectionalTo(AcGeVector3d::kYAxis, tolerance)) {
@@ -248,9 +269,9 @@ bool isPointInsideContour(AcGePoint3d point, AcDbCurve* contour) {
         if (polyline->getClosestPointTo(start, closest) == Acad::eOk && closest.isEqualTo(start, tolerance))
             return false;
     }
+    const AcDbLine line(start, point);
     AcGePoint3dArray points;
-    (void)polyline->intersectWith(std::make_unique<AcDbLine>(start, point).get(), AcDb::kOnBothOperands,
-                                  points);
+    (void)polyline->intersectWith(&line, AcDb::kOnBothOperands, points);
     return points.length() % 2 != 0;
 }
 
@@ -312,6 +333,7 @@ bool isContourOutside(AcDbCurve* first, AcDbCurve* second) {
     if (both.minPoint().isEqualTo(box1.minPoint(), tolerance) &&
         both.maxPoint().isEqualTo(box1.maxPoint(), tolerance))
         return false;
+    if (areClearlyApart(box1, box2)) return true;
     // Whether the curves cross is the dear question: it is put last.
     const bool areBoxesEntangled =
         hasCornerInside(box1, box2) || hasCornerInside(box2, box1) || doDiagonalsMeet(box1, box2);

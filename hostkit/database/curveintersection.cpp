@@ -99,9 +99,12 @@ private:
     std::vector<Meeting> m_meetings;
     std::vector<Run> m_runs;
     std::vector<Touch> m_touches;
-    // The first curve's piece in work as a geometry curve; pairs come grouped by it.
+    // The pieces in work as geometry curves. Pairs come grouped by the first curve's piece; the second curve
+    // is a single line more often than not.
     CurveGeometry m_curve1;
+    CurveGeometry m_curve2;
     std::size_t m_curve1Index = static_cast<std::size_t>(-1);
+    std::size_t m_curve2Index = static_cast<std::size_t>(-1);
 };
 
 void Intersector::meetAll() {
@@ -129,14 +132,17 @@ bool Intersector::isTouch(const CurveGeometry& a, const CurveGeometry& b, Meetin
 }
 
 void Intersector::meetPair(std::size_t i, std::size_t j) {
+    if (m_curve2Index != j) {
+        m_curve2 = m_second.curveOf(j);
+        m_curve2Index = j;
+    }
+    if (const AcGeLinearEnt3d* line = m_curve2.straight(); line && passesBy(*line, m_first.at(i))) return;
     if (m_curve1Index != i) {
         m_curve1 = m_first.curveOf(i);
         m_curve1Index = i;
     }
     if (const AcGeLinearEnt3d* line = m_curve1.straight(); line && passesBy(*line, m_second.at(j))) return;
-    const CurveGeometry curve2 = m_second.curveOf(j);
-    if (const AcGeLinearEnt3d* line = curve2.straight(); line && passesBy(*line, m_first.at(i))) return;
-    const AcGeCurveCurveInt3d found(m_curve1.curve(), curve2.curve());
+    const AcGeCurveCurveInt3d found(m_curve1.curve(), m_curve2.curve());
     const auto meetingAt = [&](double param1, const AcGePoint3d& point) {
         return Meeting{m_first.drawingParameter(i, m_curve1, param1), point};
     };
@@ -146,7 +152,7 @@ void Intersector::meetPair(std::size_t i, std::size_t j) {
         found.getIntParams(k, param1, param2);
         Meeting meeting = meetingAt(param1, found.intPoint(k));
         AcGeVector3d toCenter;
-        if (isTouch(m_curve1, curve2, meeting, toCenter))
+        if (isTouch(m_curve1, m_curve2, meeting, toCenter))
             m_touches.push_back({meeting, toCenter});
         else
             m_meetings.push_back(meeting);
