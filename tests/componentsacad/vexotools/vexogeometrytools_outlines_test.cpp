@@ -164,17 +164,34 @@ TEST(SelfIntersecting, OpenContoursNormalScaleAndNaN) {
     const Contour spike = contourOf({{0, 0, 0}, {4, 0, 0}, {4.00003, 0, 0}, {4, 0, 0}, {4, 4, 0}});
     EXPECT_TRUE(isSelfIntersecting(spike.points, spike.bulges, kUp, 1.0));
     EXPECT_FALSE(isSelfIntersecting(spike.points, spike.bulges, kUp, 10.0));
+    // The kit lets a vertex that is this short of a side meet it.
+    for (const auto& [offset, reached, missed] :
+         {std::array{0.0, 0.9e-10, 3e-10}, std::array{1e6, 8e-10, 2e-9}})
+        for (const bool isShort : {true, false}) {
+            const double y = offset + (isShort ? reached : missed);
+            const Contour touch = contourOf(
+                {{2, y, 0}, {0, offset + 4, 0}, {0, offset, 0}, {4, offset, 0}, {4, offset + 4, 0}});
+            EXPECT_EQ(isSelfIntersecting(touch.points, touch.bulges, kUp, 1.0), isShort) << offset;
+            const Contour dent = contourOf(
+                {{2, y + 1, 0}, {0, offset + 4, 0}, {0, offset, 1}, {4, offset, 0}, {4, offset + 4, 0}});
+            EXPECT_EQ(isSelfIntersecting(dent.points, dent.bulges, kUp, 1.0), isShort)
+                << offset << ", an arc's apex";
+        }
     for (const double scale : {0.0, -1.0, kNaN})
         EXPECT_EQ(isSelfIntersecting(nearly.points, nearly.bulges, kUp, scale),
                   selfIntersectingPlainly(nearly, kUp, scale))
             << scale;
+    // Steps shorter than the point test: not even a staircase goes clear of itself.
+    Contour stairs = contourOf({{0, 0, 0}, {6e-11, 0, 0}, {6e-11, 6e-11, 0}, {1.2e-10, 6e-11, 0}});
+    stairs.bulges.removeLast();
+    EXPECT_TRUE(isSelfIntersecting(stairs.points, stairs.bulges, kUp, 1e-6));
     const Contour broken = contourOf({{0, 0, 0}, {kNaN, 4, 0}, {4, 0, kNaN}, {0, 4, 0}});
     EXPECT_FALSE(isSelfIntersecting(broken.points, broken.bulges, kUp, 1.0));
     EXPECT_FALSE(isSelfIntersecting(AcArray<AcGePoint3d>(), AcArray<double>(), kUp, 1.0));
 }
 
-/// Lattice walks, star shapes with one vertex pulled across, slanting teeth.
-Contour randomOutline(std::mt19937& random, int kind, double offset) {
+/// Lattice walks (of ordinary size or tiny), star shapes with one vertex pulled across, slanting teeth.
+Contour randomOutline(std::mt19937& random, int kind, double offset, bool isTiny) {
     std::uniform_int_distribution<int> place(0, 5);
     std::uniform_int_distribution<int> step(-3, 3);
     std::uniform_real_distribution<double> share(-1.0, 1.0);
@@ -188,6 +205,10 @@ Contour randomOutline(std::mt19937& random, int kind, double offset) {
             vertices.push_back({coordinate(), coordinate(), heights[random() % 8]});
         }
         if (random() % 30 == 0) vertices.back()[1] = kNaN;
+        // Of the size of the point test.
+        if (isTiny)
+            for (auto& vertex : vertices)
+                for (double& number : vertex) number = (number - offset) * 1e-10;
     } else if (kind == 1) {
         vertices = randomContour(random, 6 + static_cast<int>(random() % 60), offset);
         if (random() % 2) vertices[random() % vertices.size()][0] += share(random) * 9.0;
@@ -213,7 +234,7 @@ TEST(SelfIntersecting, EqualsPlainForm) {
     int asked[3] = {0, 0, 0};
     for (int round = 0; round < 4000; ++round) {
         const int kind = round % 20 == 0 ? 2 : round % 10 < 4 ? 1 : 0;
-        const Contour contour = randomOutline(random, kind, round % 4 ? 0.0 : 1e6);
+        const Contour contour = randomOutline(random, kind, round % 4 ? 0.0 : 1e6, round % 14 == 0);
         const double scale = round % 7 ? 1.0 : 1e-6;
         const AcGeVector3d normal = round % 5 ? kUp : -kUp;
         const bool expected = selfIntersectingPlainly(contour, normal, scale);
@@ -367,6 +388,16 @@ TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
         for (AcGePoint3d& corner : outline->points) corner.x += 1e6;
     flat.bulges[0].set(0, 5e-10, 0);
     EXPECT_TRUE(isSame(flat, far, 1e-3, false)) << "no arc to be seen";
+
+    // Two arcs over one chord, their apexes a tolerance apart or less: paired in order, not as they fit best.
+    const auto arcs = [](double rise1, double rise2) {
+        Outline outline = outlineOf({{0, 0, 0}, {4, 0, 0}});
+        outline.bulges[0].set(0, 1 + rise1, 0);
+        outline.bulges[1].set(0, 1 + rise2, 0);
+        return outline;
+    };
+    EXPECT_TRUE(isSame(arcs(0, 1.2e-6), arcs(-0.6e-6, 0.6e-6), 1e-3, false));
+    EXPECT_FALSE(isSame(arcs(0, 1.2e-6), arcs(0.6e-6, -0.6e-6), 1e-3, false));
 
     const Outline point = outlineOf({{1, 1, 0}, {1, 1, 0}});
     EXPECT_TRUE(isSame(point, outlineOf({{7, 7, 0}, {7, 7, 0}}), 1e-3, false)) << "nothing is left of either";

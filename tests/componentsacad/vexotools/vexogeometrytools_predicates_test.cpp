@@ -345,7 +345,9 @@ TEST(OnPolyline, EqualsPlainFormAroundTheTolerance) {
     int parallel = 0;
     for (int round = 0; round < 6000; ++round) {
         const double offset = kOffsets[round % 2];
-        const auto polyline = polylineOf(randomContour(random, 4 + round % 9, offset), round % 3 != 0);
+        Vertices vertices = randomContour(random, 4 + round % 9, offset);
+        vertices[1][2] = round % 2 ? 4.0 : 0.0; // far more than half a circle
+        const auto polyline = polylineOf(vertices, round % 3 != 0);
         if (round % 4 == 0) (void)polyline->setNormal({0.3, -0.2, 1.0});
         (void)polyline->setElevation(round % 5);
         AcGePoint3d point;
