@@ -25,6 +25,9 @@ constexpr double kSliverTolerances = 4.0;
 /// Cuts that leave an opening free on all sides are moved inwards by this many tolerances, then by the next.
 constexpr std::array<double, 3> kInwardTolerances = {0.0, 16.0, 1024.0};
 
+/// Parts of a kind that begin within this share of the piece's size count as equally far to the left.
+constexpr double kColumnShare = 1e-6;
+
 /// The piece, the opening and what every step needs of them.
 struct Cut {
     const ContourLoop& piece;
@@ -137,28 +140,47 @@ bool liesAbove(const ContourLoop& part, const FrameBox& hole) {
     return box.lowY + box.highY >= hole.lowY + hole.highY;
 }
 
+/// Appends parts of one kind from left to right, and upwards where they begin equally far to the left to
+/// about a millionth of the piece: a rounding does not change the order. Slivers are no parts.
+void appendFromLeft(std::vector<ContourLoop> found, double size, std::vector<ContourLoop>& parts) {
+    struct Placed {
+        long long column;
+        double low;
+        ContourLoop loop;
+    };
+    std::vector<Placed> placed;
+    for (ContourLoop& loop : found) {
+        const FrameBox box = boxOf(loop);
+        if (trueArea(loop) <= sliverOf(box, size)) continue;
+        placed.push_back(
+            {std::llround(box.lowX / (size * kColumnShare)), box.lowY, withoutStraightVertices(loop)});
+    }
+    std::sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) {
+        return a.column != b.column ? a.column < b.column : a.low < b.low;
+    });
+    for (Placed& part : placed) parts.push_back(std::move(part.loop));
+}
+
 /// False when a line does not reach the opening, which then lies free inside a part.
 bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& parts) {
     const double left = cut.left + inward;
     const double right = cut.right - inward;
     const ContourArea atHole = partsAtHole(cut, left, right);
-    std::vector<ContourLoop> strips;
+    const FrameBox holeBox = boxOf(cut.hole);
+    std::vector<ContourLoop> upper;
+    std::vector<ContourLoop> lower;
     for (const ContourLoop& part : atHole)
         for (ContourLoop& strip : areaWithout(part, cut.hole)) {
             if (signedArea(strip) < 0.0) return false;
-            strips.push_back(std::move(strip));
+            (liesAbove(strip, holeBox) ? upper : lower).push_back(std::move(strip));
         }
-    std::vector<ContourLoop> besides = areaWithout({cut.piece}, atHole);
     const double tolerance = kSliverTolerances * areaTolerance({cut.piece}, {cut.hole}) + kExtentsNudge;
-    std::stable_partition(besides.begin(), besides.end(),
-                          [&](const ContourLoop& part) { return liesLeftOf(part, left, tolerance); });
-    const FrameBox holeBox = boxOf(cut.hole);
-    std::stable_partition(strips.begin(), strips.end(),
-                          [&](const ContourLoop& strip) { return liesAbove(strip, holeBox); });
-    for (std::vector<ContourLoop>* found : {&besides, &strips})
-        for (const ContourLoop& part : *found)
-            if (trueArea(part) > sliverOf(boxOf(part), sizeOf(cut.pieceBox)))
-                parts.push_back(withoutStraightVertices(part));
+    std::vector<ContourLoop> before;
+    std::vector<ContourLoop> behind;
+    for (ContourLoop& part : areaWithout({cut.piece}, atHole))
+        (liesLeftOf(part, left, tolerance) ? before : behind).push_back(std::move(part));
+    for (std::vector<ContourLoop>* kind : {&before, &behind, &upper, &lower})
+        appendFromLeft(std::move(*kind), sizeOf(cut.pieceBox), parts);
     return true;
 }
 

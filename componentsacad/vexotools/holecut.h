@@ -21,8 +21,8 @@ double sliverArea(const FrameBox& hole);
 /// crosses the piece more than twice, the opening has several points as far to the left, touches the piece's
 /// edge between them, reaches beyond it), the part of the piece between both lines that holds the opening is
 /// taken out, what is left on either side is the left and right parts, and what the opening leaves of it the
-/// upper and lower strips; there may be several of each. Either way nothing is lost and nothing covered
-/// twice.
+/// upper and lower strips; there may be several of each, from left to right. Either way nothing is lost and
+/// nothing covered twice.
 bool cutAroundHole(const ContourLoop& piece, const ContourLoop& hole, std::vector<ContourLoop>& parts);
 
 } // namespace VEXOGeometryTools

@@ -266,8 +266,9 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
 bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
 // ---------------------------------------------------------------------------------------------------------------------
 // Predicates (vexogeometrytools_predicates.cpp, vexogeometrytools_selfintersection.cpp,
-// vexogeometrytools_comparison.cpp). Nothing is changed, nothing changes hands. Null, open and empty contours,
-// contours without area and NaN have the answers told here; where nothing is told, the answer is false.
+// vexogeometrytools_comparison.cpp). Nothing is changed, nothing changes hands. Null, open and empty
+// contours, contours without area and NaN have the answers told here; where nothing is told, the answer is
+// false.
 // ---------------------------------------------------------------------------------------------------------------------
 
 /// 1 inside the polygon or on its boundary, else 0; 0 for an empty one. XY only, arcs are not seen, the
@@ -277,17 +278,17 @@ bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
 /// origin a point within 0.0001 of a corner's x, but not on it, may be counted wrong. A NaN counts nothing.
 int IsInteriorPoint(AcArray<AcGePoint3d> polygon, AcGePoint3d point);
 /// The same on a ring of 2d segments and arcs, in any order; null and other curves are passed over. The ray
-/// runs to the right and is 100000000.0 long: what lies farther is not seen. 1 at a curve's end and on a level
-/// segment; on the rest of the boundary the count decides. A curve with an end at the point's height counts by
-/// its ends alone: once when the other end is below and the point to the left. An arc with both ends at the
-/// point's height counts once more when the point is between them and below the apex: right for a circle in
-/// two halves, but a point on the chord of an arc that tops two upright sides comes out as outside. Far from
-/// the origin the same holds of heights as of x above.
+/// runs to the right and is 100000000.0 long: what lies farther is not seen. 1 at a curve's end and on a
+/// level segment; on the rest of the boundary the count decides. A curve with an end at the point's height
+/// counts by its ends alone: once when the other end is below and the point to the left. An arc with both
+/// ends at the point's height counts once more when the point is between them and below the apex: right for a
+/// circle in two halves, but a point on the chord of an arc that tops two upright sides comes out as outside.
+/// Far from the origin the same holds of heights as of x above.
 int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& point);
 /// Does the line from the lower side of the contour's box up to the point meet the contour an odd number of
-/// times, as intersectWith counts. The contour is taken as ConvertToPolyline gives it: at elevation 0, so that
-/// a point off that plane is outside. No promise for points on the boundary, nor for points straight above a
-/// corner that the line only touches or above an upright side. An open curve is asked as it is.
+/// times, as intersectWith counts. The contour is taken as ConvertToPolyline gives it: at elevation 0, so
+/// that a point off that plane is outside. No promise for points on the boundary, nor for points straight
+/// above a corner that the line only touches or above an upright side. An open curve is asked as it is.
 bool isPointInsideContour(AcGePoint3d point, AcDbCurve* contour);
 /// On a segment, straight or arc, within 1e-06. The chord from the last vertex of an open polyline to its
 /// first does not count; segments without length never do.
@@ -295,39 +296,40 @@ bool isPointOnPolyLine(AcDbPolyline* polyline, AcGePoint3d point);
 /// On a straight segment, within 1e-06, that is parallel to the view direction within 1e-06.
 bool isPointOnPolySegParalelWithViewDir(AcDbPolyline* polyline, AcGePoint3d point, AcGeVector3d viewDir);
 /// Does the way from first to second, turned left by a right angle, point into the contour: the line through
-/// their middle meets it an odd number of times on that side and an even number on the other. Both odd or both
-/// even is false, as is first equal to second. A meeting at the middle itself counts for the left side. For
-/// points with different z the perpendicular is that of AcGeVector3d::perpVector.
+/// their middle meets it an odd number of times on that side and an even number on the other. Both odd or
+/// both even is false, as is first equal to second. A meeting at the middle itself counts for the left side.
+/// For points with different z the perpendicular is that of AcGeVector3d::perpVector.
 bool isPerpVectorOrientedInsideContour(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour);
 /// True when second lies apart from first or holds it. False when first's box holds second's (corners within
 /// 1e-08), and when the curves cross while a corner of one box is strictly inside the other or the boxes'
 /// diagonals meet. So curves that cross with boxes of one height, side by side, are still outside. Boxes are
 /// seen along z; the curves must meet in space to cross. False for null and for a curve without a box.
 bool isContourOutside(AcDbCurve* first, AcDbCurve* second);
-/// Do two of the contour's segments, seen along z, cross. Segment i runs from point i to the next one, back to
-/// point 0 after the last; there are as many as points that have a bulge, so that all three ways to write a
-/// contour down (closed with or without its first point repeated, open with one bulge less) are taken. Points
-/// within scale * 1e-05 of the one before go first. The apex of an arc is found in space, about `normal`; an
-/// arc too flat to be told from its chord is straight; segments that are not finite cross nothing.
+/// Do two of the contour's segments, seen along z, cross. Segment i runs from point i to the next one, back
+/// to point 0 after the last; there are as many as points that have a bulge, so that all three ways to write
+/// a contour down (closed with or without its first point repeated, open with one bulge less) are taken.
+/// Points within scale * 1e-05 of the one before go first. The apex of an arc is found in space, about
+/// `normal`; an arc too flat to be told from its chord is straight; segments that are not finite cross
+/// nothing.
 ///
 /// Of a pair, one crossing counts unless it lies within scale * 1e-05 of an end of the later segment, so that
-/// a contour may touch itself at its vertices; two count unless the segments have both ends in common. Straight
-/// segments that run over each other count when the later one's end is on the earlier or the earlier one's
-/// start on the later. Near linear, but for segments that all run close by each other.
+/// a contour may touch itself at its vertices; two count unless the segments have both ends in common.
+/// Straight segments that run over each other count when the later one's end is on the earlier or the earlier
+/// one's start on the later. Near linear, but for segments that all run close by each other.
 bool isSelfIntersecting(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                         const AcGeVector3d& normal, double scale);
 /// Do two contours (form 3; a repeated first point and one bulge less are taken too) have the same outline,
 /// whatever their start and sense, and wherever straight sides are cut in two. Ends and apexes are compared
-/// within tolerance * 0.001. `flatten` sets the points' z to 0 first. Segments without length are dropped; two
-/// contours that have no others are the same. False for fewer than 2 points and for open contours. Segments
-/// are paired in order, each with the first that fits. Near linear when few segments share an end.
+/// within tolerance * 0.001. `flatten` sets the points' z to 0 first. Segments without length are dropped;
+/// two contours that have no others are the same. False for fewer than 2 points and for open contours.
+/// Segments are paired in order, each with the first that fits. Near linear when few segments share an end.
 bool ComparePointsAndBulgesForClosedContours(AcArray<AcGePoint3d> points1, AcArray<AcGeVector3d> bulges1,
                                              AcArray<AcGePoint3d> points2, AcArray<AcGeVector3d> bulges2,
                                              double tolerance, bool flatten);
 /// Do the arrays differ in length, or at any index by more than 1e-10. A NaN differs from everything.
 bool arePointsDiff(const AcArray<AcGePoint3d>& first, const AcArray<AcGePoint3d>& second);
-/// Do two boxes overlap in space; boxes that only touch do, within a relative and absolute 1e-10. An empty box
-/// overlaps nothing.
+/// Do two boxes overlap in space; boxes that only touch do, within a relative and absolute 1e-10. An empty
+/// box overlaps nothing.
 bool IsIntersecting(AcDbExtents first, AcDbExtents second);
 /// Box around the AcDbEntity pointers in the array, nulls allowed; false, and `extents` untouched, when none
 /// has a box.
@@ -342,19 +344,19 @@ bool getEntitiesExtents(const AcArray<void*>& entities, AcDbExtents& extents);
 /// none), and for a contour that is null, open, of zero area, has a coordinate that is no number or beyond
 /// 1e60, or is no polyline or circle.
 ///
-/// Lines and arcs keep their kind, an arc its circle; vertices that bound the result keep their coordinates to
-/// the bit, straight-through ones go. Of several common pieces the one with the largest area is given. Either
-/// sense of travel means the same area; a contour that crosses itself bounds all that it runs round. The
-/// result runs counter-clockwise about the first contour's normal.
+/// Lines and arcs keep their kind, an arc its circle; vertices that bound the result keep their coordinates
+/// to the bit, straight-through ones go. Of several common pieces the one with the largest area is given.
+/// Either sense of travel means the same area; a contour that crosses itself bounds all that it runs round.
+/// The result runs counter-clockwise about the first contour's normal.
 ///
-/// `second` is seen along the first contour's normal, as in a plan, whatever its elevation; it may be mirrored
-/// (the opposite normal). Null when the two normals are not parallel within 1e-10. The result lies in the plane
-/// of `first`: its normal and its elevation.
+/// `second` is seen along the first contour's normal, as in a plan, whatever its elevation; it may be
+/// mirrored (the opposite normal). Null when the two normals are not parallel within 1e-10. The result lies
+/// in the plane of `first`: its normal and its elevation.
 ///
-/// Parts of the boundaries nearer to each other than 1e-10 of the common box's larger side (or 16 units in the
-/// last place of the largest coordinate) are taken to touch; common parts thinner than that are none. Area:
-/// within perimeter times this distance, in practice within 1e-12 of the contours' areas. Near linear in
-/// vertices plus crossings.
+/// Parts of the boundaries nearer to each other than 1e-10 of the common box's larger side (or 16 units in
+/// the last place of the largest coordinate) are taken to touch; common parts thinner than that are none.
+/// Area: within perimeter times this distance, in practice within 1e-12 of the contours' areas. Near linear
+/// in vertices plus crossings.
 AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
 /// Two closed contours that lie side by side and share one whole segment, line or arc, as one: a new closed
 /// polyline, owned by the caller, in the plane and the sense of travel of `first`, without the segment and
@@ -363,7 +365,8 @@ AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
 /// Null when they share no whole segment or several, run together anywhere else for a length, overlap (also
 /// with the segment on the same side of both), do not lie in one plane, or for a contour for which
 /// getComonSurfaceFromPolylines gives null. Contours that touch in further points are joined; the result then
-/// touches itself there. Tolerance: as there. Contours whose boxes are apart cost the reading of their vertices.
+/// touches itself there. Tolerance: as there. Contours whose boxes are apart cost the reading of their
+/// vertices.
 AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* second);
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -425,7 +428,7 @@ AcArray<void*> splitContourByLine2(AcDbPolyline* contour, AcDbCurve* hole, AcDbX
 /// Empty when hole and contour have no area in common, or next to none (two nudges wide), and when the hole
 /// covers the contour; splitContourByHoles tells the two apart. Where a cut crosses the contour more than
 /// twice, or the hole's side meets it more than twice, the contour is cut only where the line bounds the part
-/// that holds the hole; there may then be several parts of a kind, the largest first.
+/// that holds the hole; there may then be several parts of a kind, from left to right.
 ///
 /// Contour and hole are looked at along Z and may have any elevation and sense; each lies parallel to the XY
 /// plane (normal +Z or -Z). Parts have the contour's elevation, normal, sense and properties. Widths are not
