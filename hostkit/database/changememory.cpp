@@ -1,9 +1,26 @@
 #include "changememory.h"
 
-#include "dbfiler.h"
+#include "memorydwgfiler.h"
 
 namespace hostkit {
 namespace {
+
+/// An object's own members refuse to change what is not open for write.
+class Writing {
+public:
+    explicit Writing(AcDbStub& stub)
+        : m_stub(stub)
+        , m_mode(stub.openMode) {
+        m_stub.openMode |= kOpenForWrite;
+    }
+    ~Writing() { m_stub.openMode = m_mode; }
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+
+private:
+    AcDbStub& m_stub;
+    Adesk::UInt8 m_mode;
+};
 
 /// The nearest class of the kit, from the object's own class up; all of them have a copier.
 AcRxClass* kitClassOf(const AcDbObject& object) {
@@ -17,7 +34,12 @@ AcRxClass* kitClassOf(const AcDbObject& object) {
 ChangeLog::StateMemory::StateMemory(const AcDbObject& object) {
     AcRxClass* kitClass = kitClassOf(object);
     std::unique_ptr<AcRxObject> made(object.isA()->create());
-    if (!made || kitClass != object.isA()) return;
+    if (!made) return;
+    if (kitClass != object.isA()) {
+        const Writing writing(*object.objectId().stub());
+        fields = std::make_unique<MemoryDwgFiler>(AcDb::kUndoFiler, object.database());
+        if (object.dwgOutFields(fields.get()) != Acad::eOk) return;
+    }
     kitClass->valueCopier()(*made, object);
     values.reset(static_cast<AcDbObject*>(made.release()));
 }
@@ -26,6 +48,12 @@ ChangeLog::StateMemory::~StateMemory() = default;
 
 void ChangeLog::StateMemory::putBack(AcDbObject& object) {
     if (!isComplete()) return;
+    // What a class of an application adds first; the rest is then exact, the mark of change too.
+    if (fields) {
+        const Writing writing(*object.objectId().stub());
+        (void)fields->seek(0, 0);
+        (void)object.dwgInFields(fields.get());
+    }
     kitClassOf(object)->valueCopier()(object, *values);
 }
 

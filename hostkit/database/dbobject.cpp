@@ -5,6 +5,8 @@
 #include "dbdictionary.h"
 #include "dbopen.h"
 #include "dbsymboltable.h"
+#include "dbtrans.h"
+#include "extendeddata.h"
 #include "objectextras.h"
 #include "ownederasure.h"
 
@@ -99,7 +101,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     AcDbStub& stub = *m_id.stub();
     if (stub.openMode & hostkit::kOpenForNotify) return Acad::eWasOpenForNotify;
     if (isWriteEnabled()) return Acad::eWasOpenForWrite;
-    if (stub.readers == 0) return Acad::eNotOpenForRead;
+    if (stub.readers == 0) return database()->transactionManager()->upgrade(*this);
     if (stub.readers > 1 || (stub.openMode & hostkit::kHeldForRead)) return Acad::eWasOpenForRead;
     stub.readers = 0;
     stub.openMode = hostkit::kOpenForWrite;
@@ -150,84 +152,6 @@ AcRxObject* AcDbObject::clone() const { return nullptr; }
 
 // Extended data.
 
-namespace {
-
-constexpr short applicationCode = 1001;
-constexpr short firstCode = 1000;
-constexpr short lastCode = 1071;
-
-/// One application's part of a block.
-struct ApplicationPart {
-    std::wstring name;
-    std::size_t from = 0;
-    std::size_t afterName = 0;
-    std::size_t to = 0;
-    bool isEmpty() const { return afterName == to; }
-};
-
-std::vector<ApplicationPart> partsOf(const hostkit::GroupBlock& block) {
-    std::vector<ApplicationPart> parts;
-    hostkit::GroupWalker walker(block);
-    short code = 0;
-    while (walker.peek(code)) {
-        const std::size_t start = walker.position();
-        if (code != applicationCode) {
-            walker.skip();
-            if (!parts.empty()) parts.back().to = walker.position();
-            continue;
-        }
-        AcDbDxfGroup group;
-        walker.next(group);
-        parts.push_back({std::wstring(group.text), start, walker.position(), walker.position()});
-    }
-    return parts;
-}
-
-const ApplicationPart* partNamed(const std::vector<ApplicationPart>& parts, std::wstring_view name) {
-    const auto found = std::find_if(parts.begin(), parts.end(), [&](const ApplicationPart& part) {
-        return hostkit::equalFolded(part.name, name);
-    });
-    return found == parts.end() ? nullptr : &*found;
-}
-
-Acad::ErrorStatus packList(const resbuf* list, hostkit::GroupBlock& block) {
-    if (!list || list->restype != applicationCode) return Acad::eInvalidResBuf;
-    for (; list; list = list->rbnext) {
-        if (list->restype < firstCode || list->restype > lastCode) return Acad::eInvalidResBuf;
-        const Acad::ErrorStatus status = block.appendRecord(*list);
-        if (status != Acad::eOk) return status;
-    }
-    return Acad::eOk;
-}
-
-bool isRegistered(const AcDbDatabase& database, std::wstring_view application) {
-    const auto* table = AcDbSymbolTable::cast(
-        database.regAppTableId().isNull() ? nullptr : database.regAppTableId().stub()->object);
-    return table && !table->find(application).isNull();
-}
-
-// The old block with the parts of the new one in the place of those of the same name, further ones at the
-// end.
-hostkit::GroupBlock merged(const hostkit::GroupBlock& before, const hostkit::GroupBlock& now) {
-    const std::vector<ApplicationPart> oldParts = partsOf(before);
-    const std::vector<ApplicationPart> newParts = partsOf(now);
-    hostkit::GroupBlock result;
-    const auto take = [&](const ApplicationPart& part) {
-        if (!part.isEmpty()) result.appendPart(now, part.from, part.to);
-    };
-    for (const ApplicationPart& old : oldParts) {
-        if (const ApplicationPart* replacement = partNamed(newParts, old.name))
-            take(*replacement);
-        else
-            result.appendPart(before, old.from, old.to);
-    }
-    for (const ApplicationPart& part : newParts)
-        if (!partNamed(oldParts, part.name)) take(part);
-    return result;
-}
-
-} // namespace
-
 bool AcDbObject::hasXData() const { return m_extras && !m_extras->extendedData.isEmpty(); }
 
 const hostkit::GroupBlock* AcDbObject::extendedData() const {
@@ -238,24 +162,19 @@ resbuf* AcDbObject::xData(const wchar_t* applicationName) const {
     if (!hasXData()) return nullptr;
     const hostkit::GroupBlock& block = m_extras->extendedData;
     if (!applicationName) return block.toList();
-    const std::vector<ApplicationPart> parts = partsOf(block);
-    const ApplicationPart* part = partNamed(parts, applicationName);
-    return part ? block.toList(part->from, part->to) : nullptr;
+    hostkit::ApplicationSpan span;
+    return hostkit::findApplication(block, applicationName, span) ? block.toList(span.from, span.to)
+                                                                  : nullptr;
 }
 
 Acad::ErrorStatus AcDbObject::setXData(const resbuf* list) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     hostkit::GroupBlock given;
-    const Acad::ErrorStatus status = packList(list, given);
+    const Acad::ErrorStatus status = hostkit::packExtendedData(list, database(), given);
     if (status != Acad::eOk) return status;
-    const std::vector<ApplicationPart> parts = partsOf(given);
-    for (const ApplicationPart& part : parts) {
-        if (partNamed(parts, part.name) != &part) return Acad::eInvalidResBuf;
-        if (database() && !part.isEmpty() && !isRegistered(*database(), part.name))
-            return Acad::eRegappIdNotFound;
-    }
     static const hostkit::GroupBlock none;
-    hostkit::GroupBlock result = merged(hasXData() ? m_extras->extendedData : none, given);
+    hostkit::GroupBlock result =
+        hostkit::replacedExtendedData(hasXData() ? m_extras->extendedData : none, given);
     if (result.size() > hostkit::GroupBlock::maxExtendedDataSize) return Acad::eXdataSizeExceeded;
     return setExtendedData(std::move(result));
 }

@@ -51,7 +51,7 @@ public:
     /// not closed by this. eNotInDatabase for a non-resident object, eInvalidOpenState when nothing is open.
     /// After the last close the pointer is not to be used.
     Acad::ErrorStatus close();
-    /// From one reader to writing.
+    /// From one reader to writing; what a transaction alone holds for reading, it holds for writing then.
     Acad::ErrorStatus upgradeOpen();
     /// From writing to one reader.
     Acad::ErrorStatus downgradeOpen();

@@ -83,6 +83,13 @@ Acad::ErrorStatus AcDbTransactionManager::abortTransaction() {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbTransactionManager::upgrade(AcDbObject& object) {
+    AcDbStub& stub = *object.objectId().stub();
+    if ((stub.openMode & kHeldForRead) == 0) return Acad::eNotOpenForRead;
+    m_transactions.back()->hold(stub, kHeldForWrite);
+    return Acad::eOk;
+}
+
 int AcDbTransactionManager::numOpenedObjects() const {
     std::set<const AcDbStub*> held;
     for (const auto& each : m_transactions)

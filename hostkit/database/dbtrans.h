@@ -84,7 +84,10 @@ public:
     Acad::ErrorStatus addNewlyCreatedDBRObject(AcDbObject* object, bool add = true);
 
 private:
+    friend class AcDbObject;
     friend class AcTransaction;
+    Acad::ErrorStatus upgrade(AcDbObject& object);
+
     AcDbDatabase& m_database;
     std::vector<std::unique_ptr<AcTransaction>> m_transactions;
 };
