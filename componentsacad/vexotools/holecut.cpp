@@ -25,7 +25,7 @@ constexpr double kSliverTolerances = 4.0;
 /// Cuts that leave an opening free on all sides are moved inwards by this many tolerances, then by the next.
 constexpr std::array<double, 3> kInwardTolerances = {0.0, 16.0, 1024.0};
 
-/// Parts of a kind that begin within this share of the piece's size count as equally far to the left.
+/// Parts within this share of the piece's size of each other count as equally far to the left, or level.
 constexpr double kColumnShare = 1e-6;
 
 /// The piece, the opening and what every step needs of them.
@@ -135,9 +135,10 @@ bool liesLeftOf(const ContourLoop& part, double x, double tolerance) {
     return false;
 }
 
-bool liesAbove(const ContourLoop& part, const FrameBox& hole) {
+/// A part between prongs may lie level with the opening; it counts as above.
+bool liesAbove(const ContourLoop& part, const FrameBox& hole, double slack) {
     const FrameBox box = boxOf(part);
-    return box.lowY + box.highY >= hole.lowY + hole.highY;
+    return box.lowY + box.highY >= hole.lowY + hole.highY - slack;
 }
 
 /// Appends parts of one kind from left to right, and upwards where they begin equally far to the left to
@@ -167,12 +168,13 @@ bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& pa
     const double right = cut.right - inward;
     const ContourArea atHole = partsAtHole(cut, left, right);
     const FrameBox holeBox = boxOf(cut.hole);
+    const double slack = kColumnShare * sizeOf(cut.pieceBox);
     std::vector<ContourLoop> upper;
     std::vector<ContourLoop> lower;
     for (const ContourLoop& part : atHole)
         for (ContourLoop& strip : areaWithout(part, cut.hole)) {
             if (signedArea(strip) < 0.0) return false;
-            (liesAbove(strip, holeBox) ? upper : lower).push_back(std::move(strip));
+            (liesAbove(strip, holeBox, slack) ? upper : lower).push_back(std::move(strip));
         }
     const double tolerance = kSliverTolerances * areaTolerance({cut.piece}, {cut.hole}) + kExtentsNudge;
     std::vector<ContourLoop> before;
