@@ -68,3 +68,9 @@ void acedRestoreStatusBar();
 int acedAlert(const wchar_t* text);
 /// The host's main window, which covers the screen and shows nothing; null when there is no host.
 HWND adsw_acadMainWnd();
+
+class AcDbMText;
+/// Lets the user edit a paragraph's contents in a box of the host, and sets them. RTCAN, with the paragraph
+/// as it was, when he refuses; RTERROR for null, for one that is not open for write, and when no box can be
+/// shown. The two flags choose tools that this host does not have.
+int acedEditMTextInteractive(AcDbMText* text, bool useNewInterface, bool allowTabs);

@@ -1,20 +1,16 @@
 #include "cvxtoolsresoverride.h"
 
+#include "dialogtemplate.h"
 #include "moduletexts.h"
 
-namespace {
-// The host's one thread opens and closes these scopes in order.
-HINSTANCE g_current = nullptr;
-} // namespace
-
 CVxToolsResOverride::CVxToolsResOverride(HINSTANCE instance)
-    : m_earlier(g_current) {
-    if (instance) g_current = instance;
+    : m_earlier(AfxGetResourceHandle()) {
+    if (instance) AfxSetResourceHandle(instance);
 }
 
 CVxToolsResOverride::CVxToolsResOverride(const CString& moduleName)
     : CVxToolsResOverride(hostkit::attachedModule(moduleName)) {}
 
-CVxToolsResOverride::~CVxToolsResOverride() { g_current = m_earlier; }
+CVxToolsResOverride::~CVxToolsResOverride() { AfxSetResourceHandle(m_earlier); }
 
-HINSTANCE CVxToolsResOverride::current() { return g_current; }
+HINSTANCE CVxToolsResOverride::current() { return AfxGetResourceHandle(); }

@@ -1,11 +1,11 @@
-// Stand-in for the host's in-house resource scope. Covers the module in which unnamed look-ups are made; leaves out dialog templates and icons.
+// Stand-in for the host's in-house resource scope. Covers the module in which unnamed look-ups of texts, dialog templates and icons are made; leaves out languages.
 #pragma once
 
 #include "afx.h"
 #include "windows.h"
 
-/// While it lives, look-ups of texts that name no project go to the given module. Scopes nest; the innermost
-/// counts.
+/// While it lives, look-ups of texts that name no project, of dialog templates and of icons go to the given
+/// module (AfxGetResourceHandle). Scopes nest; the innermost counts.
 class CVxToolsResOverride {
 public:
     /// A null instance leaves the surrounding scope in force.

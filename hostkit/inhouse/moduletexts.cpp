@@ -55,11 +55,22 @@ const StringTable* stringTableOfProject(const wchar_t* project) {
     return hasProject(nullptr, project) ? stringTableOfModule(nullptr) : nullptr;
 }
 
+HINSTANCE inhouseModule() {
+    // Loaded already, since this code runs; asking again only counts.
+    static const HINSTANCE module = [] {
+        Dl_info where{};
+        const void* here = reinterpret_cast<const void*>(&inhouseModule);
+        void* handle = dladdr(here, &where) ? dlopen(where.dli_fname, RTLD_LAZY | RTLD_NOLOAD) : nullptr;
+        return static_cast<HINSTANCE>(handle);
+    }();
+    return module;
+}
+
 HINSTANCE attachedModule(const wchar_t* name) {
     for (const CDynLinkLibrary* module = CDynLinkLibrary::first(); module; module = module->next())
         if (hasProject(module->m_hModule, name) || hasFileName(module->m_hModule, name))
             return module->m_hModule;
-    return nullptr;
+    return std::wcscmp(name, L"Skeleton10-9") == 0 ? inhouseModule() : nullptr;
 }
 
 } // namespace hostkit

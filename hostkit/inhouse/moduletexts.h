@@ -10,7 +10,9 @@ namespace hostkit {
 const StringTable* stringTableOfProject(const wchar_t* project);
 /// The module's own table, or null.
 const StringTable* stringTableOfModule(HINSTANCE instance);
-/// The attached module with that prompts project name or file name, or null.
+/// This layer's own module, which stands for "Skeleton10-9" and brings its icons.
+HINSTANCE inhouseModule();
+/// The attached module with that prompts project name or file name, or null. "Skeleton10-9" is always there.
 HINSTANCE attachedModule(const wchar_t* name);
 
 } // namespace hostkit
