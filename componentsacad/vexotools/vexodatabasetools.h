@@ -2,6 +2,7 @@
 
 #include "acadstrc.h"
 #include "acarray.h"
+#include "adesk.h"
 #include "afx.h"
 #include "dbid.h"
 #include "dbmaindefs.h"
@@ -114,4 +115,111 @@ public:
     // -----------------------------------------------------------------------------------------------------------------
     // Extended data (vexodatabasetools_xdata.cpp)
     // -----------------------------------------------------------------------------------------------------------------
+    //
+    // Small named values on an object, in the extended data of one application; the application's own is
+    // "ORDANE". An entry is a 1000 record with the key and the records of the value behind it: 1070 for an
+    // int, 1071 for a long or a long ptr, 1040, 1010, 1000 for a string, 1071 with the number of elements and
+    // one 1071 each for a long array, nothing for a simple string. Drawings of customers hold this form; it
+    // stays.
+    //
+    // Nothing in a block tells kinds apart, nor a key from a string value: keys are compared with every 1000
+    // record, exactly and with regard to case, and the first one counts. Values are read as what is asked
+    // for, whatever code they stand under; of a text, or beyond the width that was filed, a number has no
+    // meaning.
+    //
+    // Widths are those of a drawing: 16 bits for an int (70000 reads back as 4464), 32 for a long, and for a
+    // long ptr the low 32, without their sign. Replacing a value keeps the code it stood under: an int over a
+    // double changes the low 16 bits of the double.
+    //
+    // Getters put the preset (-1, -1.0, the origin, an empty text) into the value first and leave it there
+    // when they give false. Scalar setters give true once the object is open for write, also where the
+    // drawing refuses the data (more than 16,383 bytes an object; an application that cannot be registered,
+    // or an object of another drawing than the working one, where applications are registered): callers that
+    // need to know read the value back.
+    //
+    // The object is open, for write in setters, and the caller holds the document's lock. A null object,
+    // application or key gives false. Damaged blocks are followed to their end only: a key without a value
+    // counts as not there for getters and is refused with false by setters, and an array ends where a text
+    // begins, whatever its count says. A setter that would put a number over a text, or a text over a number,
+    // refuses with false and changes nothing.
+
+    static bool getIntValueInEntityXData(AcDbObject* object, const wchar_t* application, const wchar_t* key,
+                                         int& value);
+    /// Opens the entity for write, although it only reads; false when that fails.
+    static bool getIntValueInEntityXData(AcDbObjectId id, const wchar_t* application, const wchar_t* key,
+                                         int& value);
+    static bool setIntValueInEntityXData(AcDbObject* object, const wchar_t* application, const wchar_t* key,
+                                         int value);
+    /// Opens the entity for write; false when that fails.
+    static bool setIntValueInEntityXData(AcDbObjectId id, const wchar_t* application, const wchar_t* key,
+                                         int value);
+    static bool getLongValueInEntityXData(AcDbObject* object, const wchar_t* application, const wchar_t* key,
+                                          long& value);
+    static bool setLongValueInEntityXData(AcDbObject* object, const wchar_t* application, const wchar_t* key,
+                                          long value);
+    static bool getLongPtrValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                             const wchar_t* key, Adesk::Int64& value);
+    static bool setLongPtrValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                             const wchar_t* key, Adesk::Int64 value);
+    static bool getDoubleValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                            const wchar_t* key, double& value);
+    static bool setDoubleValueInEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                            const wchar_t* key, double value);
+    static bool getPointValueInEntityXData(AcDbEntity* entity, const wchar_t* application, const wchar_t* key,
+                                           AcGePoint3d& value);
+    static bool setPointValueInEntityXData(AcDbEntity* entity, const wchar_t* application, const wchar_t* key,
+                                           const AcGePoint3d& value);
+    /// The only getter that looks at the code: a 1000 record gives its text, a 1040 record the real with six
+    /// decimals, any other the empty text; true in each case.
+    static bool getStringValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                            const wchar_t* key, CString& value);
+    static bool setStringValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                            const wchar_t* key, const wchar_t* value);
+
+    /// A key that stands alone: a flag. One that is there already is not written again.
+    static bool setSimpleStringValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                                  const wchar_t* key);
+    static bool hasSimpleStringValueInEntityXData(const AcDbObject* object, const wchar_t* application,
+                                                  const wchar_t* key);
+    /// Takes away the key and the record behind it, as for an entry of a key and one value: behind a flag
+    /// that is the next entry's key, whose values stay. Callers rely on two records going. A key that is the
+    /// block's last record is not removed and gives false.
+    static bool removeSimpleStringValueInEntityXData(AcDbObject* object, const wchar_t* application,
+                                                     const wchar_t* key);
+
+    /// Replaces the elements; entries behind them stay. An empty array is a count of 0. True as for scalars.
+    static bool setLongArrayInEntityXData(AcDbEntity* entity, const wchar_t* application, const wchar_t* key,
+                                          const AcArray<long>& values);
+    /// Appends the elements: the array is not emptied, so that values of several calls add up.
+    static bool getLongArrayFromEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                            const wchar_t* key, AcArray<long>& values);
+    /// One element more; makes the entry where it is missing. False also when the drawing refuses the data.
+    static bool addLongValueToArrayInEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                                 const wchar_t* key, long value);
+    /// Takes away key, count and elements. True also where there is nothing to remove; false when the drawing
+    /// refuses.
+    static bool removeLongArrayFromEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                               const wchar_t* key);
+    /// Arrays of 64 bits can be read, as a long array's elements without sign, but not written: false, and
+    /// nothing is changed.
+    static bool setLongPtrArrayInEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                             const wchar_t* key, const AcArray<Adesk::Int64>& values);
+    static bool getLongPtrArrayFromEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                               const wchar_t* key, AcArray<Adesk::Int64>& values);
+    static bool addLongPtrValueToArrayInEntityXData(AcDbEntity* entity, const wchar_t* application,
+                                                    const wchar_t* key, Adesk::Int64 value);
+
+    /// Removes the extended data of the first application alone; that of later ones stays. eOk also when
+    /// there is none and whatever the drawing says; eInvalidInput for null and an object that is not open for
+    /// write.
+    static Acad::ErrorStatus clearXData(AcDbObject* object);
+    /// The same, but only when some application's data holds a handle (1005); gives the drawing's status.
+    static Acad::ErrorStatus clearXDataWithHandle(AcDbObject* object);
+
+    /// Whether the object refers to a registered application by an id that stands for a record of the
+    /// application table and is not the one in the table. False for null.
+    static bool XDataAppLies(AcDbObject* object);
+    /// A non-resident copy that belongs to the caller: the class' own fields, no extended data. Null when the
+    /// class makes no objects or its fields cannot be filed.
+    static AcDbObject* cloneWithoutXData(AcDbObject* object);
 };

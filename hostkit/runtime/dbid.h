@@ -75,6 +75,14 @@ private:
 
 inline constexpr AcDbObjectId AcDbObjectId::kNull{};
 
+/// Whether two ids stand for the same record: they are the same, or of one drawing and with the same handle.
+/// The second can be without the first only where something outside the drawing's own list made up an id.
+inline bool c5ObjIdIsEqualTo(AcDbObjectId one, AcDbObjectId other) {
+    if (one == other) return true;
+    return !one.isNull() && !other.isNull() && one.database() == other.database() &&
+           one.stub()->handle != 0 && one.stub()->handle == other.stub()->handle;
+}
+
 template <>
 struct std::hash<AcDbObjectId> {
     std::size_t operator()(AcDbObjectId id) const noexcept { return std::hash<AcDbStub*>()(id.stub()); }

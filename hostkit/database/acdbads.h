@@ -1,0 +1,13 @@
+// Stand-in for the host's table calls on record lists. Covers looking a symbol record up and registering applications; leaves out walking a table, and entities by name.
+#pragma once
+
+#include "adsdef.h"
+
+/// The record of that name in the working drawing as a list that belongs to the caller (acutRelRb): its type,
+/// then the groups of its text form. The table's word is APPID, BLOCK, DIMSTYLE, LAYER, LTYPE, STYLE, UCS,
+/// VIEW or VPORT; words and names are compared without regard to case. Null for an unknown word, a missing or
+/// erased record, and without a drawing. Tables are not walked here: setNext has no effect.
+resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int setNext);
+/// Registers an application in the working drawing. RTNORM; RTERROR for a name that no record can have, one
+/// that is registered already, a table that cannot be opened for write, and without a drawing.
+int acdbRegApp(const wchar_t* application);
