@@ -3,8 +3,10 @@
 #include "dbhandle.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <new>
 
 using AcDb::GroupKind;
 
@@ -14,41 +16,49 @@ namespace {
 constexpr std::size_t longLengthMark = 0xFFFF;
 constexpr wchar_t replacementCharacter = 0xFFFD;
 
-std::u16string toUtf16(std::wstring_view text) {
-    std::u16string units;
-    units.reserve(text.size());
+std::size_t utf16Length(std::wstring_view text) {
+    std::size_t units = text.size();
+    for (const wchar_t character : text) units += character > 0xFFFF && character < 0x110000;
+    return units;
+}
+
+unsigned char* putUnit(unsigned char* at, char32_t value) {
+    const auto unit = static_cast<char16_t>(value);
+    std::memcpy(at, &unit, sizeof unit);
+    return at + sizeof unit;
+}
+
+void toUtf16(std::wstring_view text, unsigned char* at) {
     for (const wchar_t character : text) {
         const auto code = static_cast<char32_t>(character);
-        if (code < 0x10000) {
-            units.push_back(static_cast<char16_t>(code));
-        } else if (code < 0x110000) {
-            units.push_back(static_cast<char16_t>(0xD7C0 + (code >> 10)));
-            units.push_back(static_cast<char16_t>(0xDC00 + (code & 0x3FF)));
-        } else {
-            units.push_back(static_cast<char16_t>(replacementCharacter));
-        }
+        if (code < 0x10000)
+            at = putUnit(at, code);
+        else if (code < 0x110000)
+            at = putUnit(putUnit(at, 0xD7C0 + (code >> 10)), 0xDC00 + (code & 0x3FF));
+        else
+            at = putUnit(at, replacementCharacter);
     }
-    return units;
 }
 
 bool isHigh(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool isLow(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
-void fromUtf16(const unsigned char* bytes, std::size_t units, std::wstring& text) {
-    text.clear();
-    text.reserve(units);
+// Room for as many characters as there are units; the number of characters.
+std::size_t fromUtf16(const unsigned char* bytes, std::size_t units, wchar_t* text) {
+    wchar_t* end = text;
     char16_t high = 0;
     for (std::size_t i = 0; i < units; ++i) {
         char16_t unit;
         std::memcpy(&unit, bytes + 2 * i, 2);
         if (isLow(unit) && isHigh(high)) {
-            text.back() = static_cast<wchar_t>(0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+            end[-1] = static_cast<wchar_t>(0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
             high = 0;
             continue;
         }
-        text.push_back(static_cast<wchar_t>(unit));
+        *end++ = static_cast<wchar_t>(unit);
         high = unit;
     }
+    return static_cast<std::size_t>(end - text);
 }
 
 char hexDigit(unsigned value) { return "0123456789ABCDEF"[value & 15]; }
@@ -75,10 +85,11 @@ void putLength(std::vector<unsigned char>& bytes, std::size_t length) {
 
 void GroupBlock::appendText(short code, std::wstring_view text) {
     put(code);
-    const std::u16string units = toUtf16(text);
-    putLength(m_bytes, units.size());
-    const auto* bytes = reinterpret_cast<const unsigned char*>(units.data());
-    m_bytes.insert(m_bytes.end(), bytes, bytes + 2 * units.size());
+    const std::size_t units = utf16Length(text);
+    putLength(m_bytes, units);
+    const std::size_t begin = m_bytes.size();
+    m_bytes.resize(begin + 2 * units);
+    toUtf16(text, m_bytes.data() + begin);
 }
 
 void GroupBlock::appendReal(short code, double value) {
@@ -152,9 +163,9 @@ void GroupBlock::appendHexadecimal(short code, std::wstring_view digits) {
 void GroupBlock::appendAll(const GroupBlock& other) { appendPart(other, 0, other.size()); }
 
 void GroupBlock::appendPart(const GroupBlock& other, std::size_t from, std::size_t to) {
-    const std::vector<unsigned char> part(other.m_bytes.begin() + static_cast<std::ptrdiff_t>(from),
-                                          other.m_bytes.begin() + static_cast<std::ptrdiff_t>(to));
-    m_bytes.insert(m_bytes.end(), part.begin(), part.end());
+    const std::size_t begin = m_bytes.size();
+    m_bytes.resize(begin + (to - from)); // also where the other block is this one
+    if (to > from) std::memcpy(m_bytes.data() + begin, other.m_bytes.data() + from, to - from);
 }
 
 Acad::ErrorStatus GroupBlock::appendRecord(const resbuf& record) {
@@ -221,16 +232,11 @@ void setBinary(resbuf& record, std::wstring_view hexadecimal) {
             static_cast<char>(value(hexadecimal[2 * i]) << 4 | value(hexadecimal[2 * i + 1]));
 }
 
-resbuf* toRecord(const AcDbDxfGroup& group) {
-    resbuf* record = acutNewRb(group.code);
-    if (!record) return nullptr;
-    ads_u_val& value = record->resval;
+void setValue(resbuf& record, const AcDbDxfGroup& group) {
+    ads_u_val& value = record.resval;
     switch (group.kind) {
-    case GroupKind::kText:
-        value.rstring = acutNewString(group.text.data()); // the walker's text has its end mark
-        break;
     case GroupKind::kHandle:
-        setHandleText(*record, group.handle());
+        setHandleText(record, group.handle());
         break;
     case GroupKind::kPoint:
         std::copy_n(group.point, 3, value.rpoint);
@@ -245,12 +251,11 @@ resbuf* toRecord(const AcDbDxfGroup& group) {
         value.rlong = static_cast<Adesk::Int32>(group.integer);
         break;
     case GroupKind::kBinary:
-        setBinary(*record, group.text);
+        setBinary(record, group.text);
         break;
     default:
         value.rint = static_cast<short>(group.integer);
     }
-    return record;
 }
 
 } // namespace
@@ -259,10 +264,12 @@ resbuf* GroupBlock::toList(std::size_t from, std::size_t to) const {
     resbuf* head = nullptr;
     resbuf** tail = &head;
     GroupWalker walker(*this, from);
-    AcDbDxfGroup group;
-    while (walker.position() < to && walker.next(group)) {
-        resbuf* record = toRecord(group);
-        if (!record) break;
+    while (walker.position() < to) {
+        resbuf* record = walker.nextRecord();
+        if (!record) {
+            acutRelRb(head); // half a list would be taken for the whole
+            throw std::bad_alloc();
+        }
         *tail = record;
         tail = &record->rbnext;
     }
@@ -284,7 +291,8 @@ std::size_t GroupWalker::takeLength() {
 
 void GroupWalker::takeText() {
     const std::size_t units = takeLength();
-    fromUtf16(m_block.m_bytes.data() + m_position, units, m_text);
+    m_text.resize(units);
+    m_text.resize(fromUtf16(m_block.m_bytes.data() + m_position, units, m_text.data()));
     m_position += 2 * units;
 }
 
@@ -306,6 +314,31 @@ void GroupWalker::takeHandle(AcDbDxfGroup& group) {
     AcDbHandle(handle).getIntoAsciiBuffer(buffer);
     m_text = buffer;
     group.integer = static_cast<Adesk::Int64>(handle);
+}
+
+// Texts go straight into the record: they are most of what lists hold.
+resbuf* GroupWalker::nextRecord() {
+    short code = 0;
+    if (!peek(code)) return nullptr;
+    resbuf* const record = acutNewRb(code);
+    if (!record) return nullptr;
+    if (AcDb::groupKind(code) != GroupKind::kText) {
+        AcDbDxfGroup group;
+        next(group);
+        setValue(*record, group);
+        return record;
+    }
+    skipBytes(sizeof code);
+    const std::size_t units = takeLength();
+    auto* const text = static_cast<wchar_t*>(std::malloc((units + 1) * sizeof(wchar_t)));
+    if (!text) {
+        acutRelRb(record);
+        return nullptr;
+    }
+    text[fromUtf16(m_block.m_bytes.data() + m_position, units, text)] = 0;
+    record->resval.rstring = text;
+    skipBytes(2 * units);
+    return record;
 }
 
 bool GroupWalker::peek(short& code) const {

@@ -25,6 +25,7 @@ public:
     bool isEmpty() const { return m_bytes.empty(); }
     std::size_t size() const { return m_bytes.size(); }
     void clear() { m_bytes.clear(); }
+    void reserve(std::size_t bytes) { m_bytes.reserve(bytes); }
     void shrinkToFit() { m_bytes.shrink_to_fit(); }
     bool operator==(const GroupBlock&) const = default;
 
@@ -67,6 +68,8 @@ public:
         , m_position(from) {}
     /// The next group; false at the end. The group's text lives until the next call.
     bool next(AcDbDxfGroup& group);
+    /// The next group as a record that belongs to the caller; null at the end, and where memory is short.
+    resbuf* nextRecord();
     /// The next group's code, without reading its value; false at the end.
     bool peek(short& code) const;
     /// Passes over the next group, which there is.
