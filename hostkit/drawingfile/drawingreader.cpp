@@ -27,6 +27,16 @@ Acad::ErrorStatus failBeforeReading(ReadReport& report, Acad::ErrorStatus status
     return status;
 }
 
+// Whatever there is no room for is left out, the words too.
+Acad::ErrorStatus failForMemory(ReadReport& report, const ReadOptions& options) noexcept {
+    try {
+        return failBeforeReading(report, Acad::eOutOfMemory, L"there is not enough memory for this drawing",
+                                 options);
+    } catch (const std::bad_alloc&) {
+        return report.status = Acad::eOutOfMemory;
+    }
+}
+
 // A drawing holds tables as soon as something was read into it or made in it.
 bool isFresh(const AcDbDatabase& database) { return database.approxNumObjects() == 0 && !database.source(); }
 
@@ -249,19 +259,18 @@ Acad::ErrorStatus readDrawingFromMemory(AcDbDatabase& database, std::string byte
     ReadReport own;
     ReadReport& result = report ? *report : own;
     result = {};
-    result.file = name;
-    if (!isFresh(database))
-        return failBeforeReading(result, Acad::eInvalidInput,
-                                 L"the drawing to read into holds something already", options);
     try {
+        result.file = name;
+        if (!isFresh(database))
+            return failBeforeReading(result, Acad::eInvalidInput,
+                                     L"the drawing to read into holds something already", options);
         auto source = std::make_shared<DrawingSource>();
         source->bytes = std::move(bytes);
         if (DrawingReading(database, std::move(source), result, options).run())
             return result.status = Acad::eOk;
         return result.status;
     } catch (const std::bad_alloc&) {
-        return failBeforeReading(result, Acad::eOutOfMemory, L"there is not enough memory for this drawing",
-                                 options);
+        return failForMemory(result, options);
     }
 }
 
@@ -270,10 +279,10 @@ Acad::ErrorStatus readDrawing(AcDbDatabase& database, std::wstring_view file, Re
     ReadReport own;
     ReadReport& result = report ? *report : own;
     result = {};
-    result.file = file;
     std::string bytes;
     errno = 0;
     try {
+        result.file = file;
         if (!readWholeFile(mapPath(file), bytes)) {
             const bool isMissing = errno == ENOENT || errno == ENOTDIR;
             const char* const reason = std::strerror(errno);
@@ -281,24 +290,38 @@ Acad::ErrorStatus readDrawing(AcDbDatabase& database, std::wstring_view file, Re
                                      std::wstring(reason, reason + std::strlen(reason)), options);
         }
     } catch (const std::bad_alloc&) {
-        return failBeforeReading(result, Acad::eOutOfMemory, L"there is not enough memory for this drawing",
-                                 options);
+        return failForMemory(result, options);
     }
     return readDrawingFromMemory(database, std::move(bytes), file, report ? report : &own, options);
 }
 
+namespace {
+
+template <class Read>
+std::unique_ptr<AcDbDatabase> openBy(ReadReport* report, const ReadOptions& options, Read&& read) {
+    try {
+        auto database = std::make_unique<AcDbDatabase>(false, true);
+        return read(*database) == Acad::eOk ? std::move(database) : nullptr;
+    } catch (const std::bad_alloc&) {
+        ReadReport own;
+        (void)failForMemory(report ? *report : own, options);
+        return nullptr;
+    }
+}
+
+} // namespace
+
 std::unique_ptr<AcDbDatabase> openDrawing(std::wstring_view file, ReadReport* report,
                                           const ReadOptions& options) {
-    auto database = std::make_unique<AcDbDatabase>(false, true);
-    return readDrawing(*database, file, report, options) == Acad::eOk ? std::move(database) : nullptr;
+    return openBy(report, options,
+                  [&](AcDbDatabase& database) { return readDrawing(database, file, report, options); });
 }
 
 std::unique_ptr<AcDbDatabase> openDrawingFromMemory(std::string bytes, std::wstring_view name,
                                                     ReadReport* report, const ReadOptions& options) {
-    auto database = std::make_unique<AcDbDatabase>(false, true);
-    const Acad::ErrorStatus status =
-        readDrawingFromMemory(*database, std::move(bytes), name, report, options);
-    return status == Acad::eOk ? std::move(database) : nullptr;
+    return openBy(report, options, [&](AcDbDatabase& database) {
+        return readDrawingFromMemory(database, std::move(bytes), name, report, options);
+    });
 }
 
 } // namespace hostkit

@@ -21,6 +21,17 @@ Acad::ErrorStatus finishReport(WriteReport& report, Acad::ErrorStatus status, st
     return status;
 }
 
+// Whatever there is no room for is left out, the words too.
+Acad::ErrorStatus failForMemory(WriteReport& report, std::wstring_view prefix,
+                                const WriteOptions& options) noexcept {
+    try {
+        return finishReport(report, Acad::eOutOfMemory, std::wstring(prefix) + L"there is not enough memory",
+                            options);
+    } catch (const std::bad_alloc&) {
+        return report.status = Acad::eOutOfMemory;
+    }
+}
+
 DrawingStyle styleOf(const DrawingSource* source, const WriteOptions& options) {
     DrawingStyle style;
     if (source) {
@@ -91,17 +102,18 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
 template <class Take>
 Acad::ErrorStatus writeAll(const AcDbDatabase& database, const WriteOptions& options, std::wstring_view name,
                            WriteReport& report, Take&& take) {
-    const std::wstring prefix = name.empty() ? std::wstring() : std::wstring(name) + L": ";
-    if (isOpenForWrite(database))
-        return finishReport(report, Acad::eWasOpenForWrite,
-                            prefix + L"an object of the drawing is open for write", options);
+    std::wstring prefix;
     try {
+        if (!name.empty()) prefix = std::wstring(name) + L": ";
+        if (isOpenForWrite(database))
+            return finishReport(report, Acad::eWasOpenForWrite,
+                                prefix + L"an object of the drawing is open for write", options);
         Output output;
         if (!writeBytes(database, options, output, report))
             return finishReport(report, report.status, prefix + report.message, options);
         return report.status = take(output);
     } catch (const std::bad_alloc&) {
-        return finishReport(report, Acad::eOutOfMemory, prefix + L"there is not enough memory", options);
+        return failForMemory(report, prefix, options);
     }
 }
 
