@@ -52,5 +52,6 @@ private:
     }
 
     AcAxDocLock* m_lock = nullptr;
-    Acad::ErrorStatus m_status = Acad::eOk;
+    /// Volatile, so that what the destructor leaves here is really written: code of old looks at it.
+    volatile Acad::ErrorStatus m_status = Acad::eOk;
 };

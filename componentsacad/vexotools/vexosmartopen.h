@@ -2,9 +2,9 @@
 
 #include "acadstrc.h"
 #include "acdocman.h"
+#include "actrans.h"
 #include "dbobject.h"
 #include "dbopen.h"
-#include "dbtrans.h"
 
 /// Opens an object of a drawing for a scope. Where the host's own pointer gives up on an object that is open
 /// elsewhere, this guard reaches it through a transaction of the current document: the change lands when the

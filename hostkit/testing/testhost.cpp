@@ -1,0 +1,70 @@
+#include "testhost.h"
+
+#include "actrans.h"
+#include "dbaccess.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+namespace {
+
+std::wstring stateOf(const AcDbObject& object) {
+    if (object.isWriteEnabled()) return L"write";
+    return object.isReadEnabled() ? L"read" : L"notify";
+}
+
+void tellOpenObjects(const AcDbDatabase& database, const std::wstring& name,
+                     std::vector<std::wstring>& problems) {
+    if (database.numOpenObjects() == 0) return;
+    DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
+        const AcDbStub& stub = *object.objectId().stub();
+        if (stub.readers == 0 && stub.openMode == 0) return;
+        wchar_t handle[17] = {};
+        (void)object.handle().getIntoAsciiBuffer(handle);
+        problems.push_back(name + L": " + object.isA()->name() + L" " + handle + L" is open for " +
+                           stateOf(object));
+    });
+}
+
+} // namespace
+
+TestHost::TestHost()
+    : m_host(m_port) {
+    (void)m_host.newDocument();
+}
+
+TestHost::~TestHost() = default;
+
+void TestHost::watch(AcDbDatabase& database) { m_watched.push_back({&database, database.undoRecording()}); }
+
+void TestHost::forget(AcDbDatabase& database) {
+    std::erase_if(m_watched, [&](const Watched& each) { return each.database == &database; });
+}
+
+void TestHost::lookAt(AcDbDatabase& database, bool wasRecording, const std::wstring& name,
+                      std::vector<std::wstring>& problems) const {
+    tellOpenObjects(database, name, problems);
+    if (const int count = database.transactionManager()->numActiveTransactions(); count > 0)
+        problems.push_back(name + L": " + std::to_wstring(count) + L" transactions were not ended");
+    if (database.undoRecording() != wasRecording)
+        problems.push_back(name + L": undo recording was left " + (wasRecording ? L"off" : L"on"));
+}
+
+std::vector<std::wstring> TestHost::leftovers() {
+    std::vector<std::wstring> problems;
+    AcApDocManager& documents = m_host.documents();
+    for (int i = 0; i < documents.documentCount(); ++i) {
+        const AcApDocument& document = *documents.documentAt(i);
+        const std::wstring name = L"document " + std::to_wstring(i + 1);
+        lookAt(*document.database(), true, name, problems);
+        if (document.lockMode(true) != AcAp::kNotLocked) problems.push_back(name + L" is locked");
+    }
+    for (const Watched& each : m_watched)
+        lookAt(*each.database, each.wasRecording, L"watched drawing", problems);
+    for (const std::wstring& command : m_host.runningNames())
+        problems.push_back(L"the command " + command + L" still runs");
+    return problems;
+}
+
+} // namespace hostkit
