@@ -3,6 +3,9 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "atomicfile.h"
+#include "dbdatabase.h"
+#include "dblayertable.h"
+#include "dbobjptr.h"
 #include "host.h"
 #include "plotdrawing.h"
 #include "svgpicture.h"
@@ -22,31 +25,53 @@ struct Request {
     double width = sheetWidth;
     double height = sheetHeight;
     bool isExactSize = false;
+    std::vector<AcDbObjectId> filledLayers;
 };
 
-// One measure of the page: RTNORM, RTNONE where none is given, else the command has failed.
-int readMeasure(const wchar_t* prompt, double& measure) {
-    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
-    const int answer = acedGetReal(prompt, &measure);
-    if (answer == RTNONE || (answer == RTNORM && measure >= smallestPage && measure <= largestPage))
-        return answer;
-    hostkit::failCommand(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high");
-    return RTREJ;
+bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
+    hostkit::failCommand(status, reason);
+    return false;
 }
 
-bool readRequest(Request& request) {
-    if (acedGetString(0, L"Picture file: ", request.file) != RTNORM) return false;
-    if (request.file.IsEmpty()) {
-        hostkit::failCommand(Acad::eInvalidInput, L"a file for the picture is needed");
-        return false;
-    }
-    const int width = readMeasure(L"Width of the page in millimetres <fitted>: ", request.width);
-    if (width != RTNORM) return width == RTNONE;
-    const int height = readMeasure(L"Height of the page in millimetres: ", request.height);
-    if (height == RTNONE)
-        hostkit::failCommand(Acad::eInvalidInput, L"the page needs a height beside its width");
+bool readFilledLayer(AcDbDatabase& database, Request& request) {
+    CString name;
+    if (acedGetString(0, L"Layer whose closed curves are filled: ", name) != RTNORM) return false;
+    const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
+    AcDbObjectId id;
+    if (!layers.object() || layers->getAt(name.GetString(), id) != Acad::eOk)
+        return refuse(Acad::eKeyNotFound, L"there is no layer \"" + std::wstring(name.GetString()) + L"\"");
+    request.filledLayers.push_back(id);
+    return true;
+}
+
+bool isPageMeasure(double measure) { return measure >= smallestPage && measure <= largestPage; }
+
+// The width and, behind it, the height.
+bool readSize(double width, Request& request) {
+    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
+    const int answer = acedGetReal(L"Height of the page in millimetres: ", &request.height);
+    if (answer == RTNONE) return refuse(Acad::eInvalidInput, L"the page needs a height beside its width");
+    request.width = width;
     request.isExactSize = true;
-    return height == RTNORM;
+    const bool isSound = answer == RTNORM && isPageMeasure(width) && isPageMeasure(request.height);
+    return isSound || refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high");
+}
+
+bool readRequest(AcDbDatabase& database, Request& request) {
+    if (acedGetString(0, L"Picture file: ", request.file) != RTNORM) return false;
+    if (request.file.IsEmpty()) return refuse(Acad::eInvalidInput, L"a file for the picture is needed");
+    for (;;) {
+        double width = 0.0;
+        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill");
+        const int answer = acedGetReal(L"Width of the page in millimetres, or Fill <fitted>: ", &width);
+        if (answer == RTNONE) return true;
+        if (answer != RTNORM && answer != RTKWORD)
+            return refuse(
+                Acad::eOutOfRange,
+                L"the page is 20 to 5000 millimetres wide and high; FILL and a layer fill its curves");
+        if (!(answer == RTKWORD ? readFilledLayer(database, request) : readSize(width, request)))
+            return false;
+    }
 }
 
 void tellWhatIsMissing(const PlotReport& report) {
@@ -64,13 +89,13 @@ void plotCommand() {
     AcApDocument* document = acDocManagerPtr()->curDocument();
     if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
     Request request;
-    if (!readRequest(request)) return;
+    if (!readRequest(*document->database(), request)) return;
 
     PictureExtents extents;
     plotDrawing(*document->database(), extents);
     SvgPicture picture(PictureFrame::fitted(extents, request.width, request.height, request.isExactSize),
                        std::wstring(hostkit::fileNameOfPath(document->fileName())));
-    const PlotReport report = plotDrawing(*document->database(), picture);
+    const PlotReport report = plotDrawing(*document->database(), picture, request.filledLayers);
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
     hostkit::AtomicFile file(hostkit::mapPath(request.file.GetString()));

@@ -28,14 +28,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
 // Blocks within blocks may stand for any number of entities; a picture ends at these.
 constexpr int deepestNesting = 50;
 constexpr std::size_t mostEntities = 2'000'000;
-constexpr double largestNumbers = 2.5;     // millimetres, of a dimension's number
-constexpr std::size_t breakInterval = 256; // entities between looks for a break of the user
+constexpr double largestNumbers = 2.5;            // millimetres, of a dimension's number
+constexpr double fillTones[] = {0.22, 0.36, 0.5}; // opacities: what lies on a filled curve stays readable
+constexpr std::size_t breakInterval = 256;        // entities between looks for a break of the user
 
 // Where entities are drawn: in a space, or in a block reference that looks like `look`.
 struct Surroundings {
@@ -52,6 +54,7 @@ public:
         , m_dimensionText(dimensionTextOf(database)) {}
 
     void drawBlock(AcDbObjectId block, const Surroundings& around);
+    void fillClosedCurves(AcDbObjectId block, const std::vector<AcDbObjectId>& layers);
     PlotReport report;
 
 private:
@@ -106,6 +109,24 @@ void DrawingPlotter::drawBlock(AcDbObjectId block, const Surroundings& around) {
         if (mustStop()) return;
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (entity.object()) drawEntity(*entity.object(), around);
+    }
+}
+
+void DrawingPlotter::fillClosedCurves(AcDbObjectId block, const std::vector<AcDbObjectId>& layers) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
+    if (!record.object() || layers.empty()) return;
+    std::size_t filled = 0;
+    for (const AcDbObjectId id : record->entities()) {
+        if (id.isErased()) continue;
+        if (mustStop()) return;
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        const auto* curve = AcDbCurve::cast(entity.object());
+        if (!curve || !curve->isClosed() || curve->visibility() == AcDb::kInvisible) continue;
+        if (std::find(layers.begin(), layers.end(), curve->layerId()) == layers.end()) continue;
+        const Look look = m_looks.lookOf(*curve, nullptr);
+        PicturePath path;
+        if (m_looks.isHidden(look.layer) || !appendCurve(path, *curve)) continue;
+        m_sink.fill(path, look.rgb, fillTones[filled++ % std::size(fillTones)]);
     }
 }
 
@@ -305,8 +326,11 @@ AcDbObjectId spaceToDraw(AcDbDatabase& database) {
 
 } // namespace
 
-PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink) {
+PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink,
+                       const std::vector<AcDbObjectId>& filledLayers) {
     DrawingPlotter plotter(database, sink);
-    plotter.drawBlock(spaceToDraw(database), Surroundings());
+    const AcDbObjectId space = spaceToDraw(database);
+    plotter.fillClosedCurves(space, filledLayers);
+    plotter.drawBlock(space, Surroundings());
     return plotter.report;
 }

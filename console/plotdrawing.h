@@ -2,9 +2,12 @@
 
 #include "picturesink.h"
 
+#include "dbid.h"
+
 #include <cstddef>
 #include <map>
 #include <string>
+#include <vector>
 
 class AcDbDatabase;
 
@@ -17,4 +20,8 @@ struct PlotReport {
 /// Draws model space, or the first paper space that holds something where model space is empty. Entities on
 /// layers that are off, frozen or not to be plotted are left out, as are invisible ones. Ends early when the
 /// user breaks off.
-PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink);
+///
+/// Closed curves of that space on the layers to be filled get a tone of their colour, beneath all that is
+/// drawn; three tones in turn tell neighbours apart.
+PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink,
+                       const std::vector<AcDbObjectId>& filledLayers = {});

@@ -147,6 +147,12 @@ bool enclosesNothing(const std::vector<Segment>& segments) {
     return true;
 }
 
+unsigned arcsIn(const std::vector<Segment>& segments) {
+    return static_cast<unsigned>(std::count_if(segments.begin(), segments.end(), [](const Segment& each) {
+        return each.bulge != 0.0 && !each.start.isEqualTo(each.end);
+    }));
+}
+
 // The library's form of a contour: points and a vector from each chord's middle to its arc's apex, in the
 // world.
 void worldForm(const Contour& contour, const std::vector<Segment>& segments, AcArray<AcGePoint3d>& points,
@@ -187,10 +193,7 @@ ContourMeasures measuresOf(const Contour& contour) {
     ContourMeasures measures;
     const std::vector<Segment> segments = segmentsOf(*contour.polyline);
     measures.vertices = static_cast<unsigned>(segments.size());
-    measures.arcs =
-        static_cast<unsigned>(std::count_if(segments.begin(), segments.end(), [](const Segment& each) {
-            return each.bulge != 0.0 && !each.start.isEqualTo(each.end);
-        }));
+    measures.arcs = arcsIn(segments);
 
     AcGeMatrix3d plane;
     contour.polyline->getEcs(plane);
@@ -221,3 +224,7 @@ ContourMeasures measuresOf(const Contour& contour) {
     judgeSense(contour, points, bulges, measures);
     return measures;
 }
+
+double signedAreaInPlane(const AcDbPolyline& contour) { return measureInPlane(segmentsOf(contour)).area; }
+
+unsigned arcCount(const AcDbPolyline& contour) { return arcsIn(segmentsOf(contour)); }

@@ -33,3 +33,8 @@ struct ContourMeasures {
 };
 
 ContourMeasures measuresOf(const Contour& contour);
+
+/// With its arcs, in the contour's own plane: above 0 when it runs counter-clockwise about its normal.
+double signedAreaInPlane(const AcDbPolyline& contour);
+/// Segments that are arcs and have a length.
+unsigned arcCount(const AcDbPolyline& contour);

@@ -20,9 +20,6 @@ struct ContourReport {
     bool isCut = false;
 };
 
-/// The short name of a drawing's unit number; empty for none and for numbers that mean none.
-std::wstring unitName(int insunits);
-
 /// A table for people, numbers with the drawing's decimals, with a line of totals.
 std::wstring reportAsText(const ContourReport& report);
 /// One line a contour and one of headings; numbers in full. What a contour has no value for is empty.

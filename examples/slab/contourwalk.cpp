@@ -89,7 +89,7 @@ private:
         polyline->setNormal(light ? light->normal() : old ? old->normal() : circle->normal());
         polyline->setElevation(light ? light->elevation() : old ? old->elevation() : elevationOf(*circle));
         if (!isClosed(*polyline)) {
-            ++result.openCurves;
+            result.openCurves.push_back({layerName(entity, place), place.path + handleText(entity)});
             return;
         }
         Contour contour;

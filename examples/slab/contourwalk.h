@@ -8,8 +8,12 @@ class AcDbDatabase;
 
 /// What a walk met besides the contours that it gave.
 struct ContourWalk {
-    std::size_t openCurves = 0; ///< polylines that are not closed
-    bool isCut = false;         ///< block references repeat more than is reasonable, or the user broke off
+    struct OpenCurve {
+        std::wstring layer;
+        std::wstring path;
+    };
+    std::vector<OpenCurve> openCurves; ///< polylines that are not closed
+    bool isCut = false; ///< block references repeat more than is reasonable, or the user broke off
 };
 
 /// Gives every closed polyline, old-style polyline and circle of model space in drawing order, and those

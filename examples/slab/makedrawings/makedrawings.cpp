@@ -266,6 +266,53 @@ void makeBalconies(const std::string& file) {
     sheet.save(file);
 }
 
+// Corners turned about the origin, then moved.
+std::vector<Corner> placed(std::vector<Corner> corners, double angle, double x, double y) {
+    for (Corner& corner : corners)
+        corner = {x + corner.x * std::cos(angle) - corner.y * std::sin(angle),
+                  y + corner.x * std::sin(angle) + corner.y * std::cos(angle), corner.bulge};
+    return corners;
+}
+
+// Two slabs with a joint between them, set askew: a curved front, a court with an island in it, openings that
+// overlap each other, that stand in both slabs, and on their edges.
+void makePodium(const std::string& file) {
+    constexpr double angle = pi / 6;
+    Sheet sheet;
+    addLayers(sheet);
+    const auto put = [&](const std::vector<Corner>& corners) {
+        sheet.contour(placed(corners, angle, 50000, 20000));
+    };
+    sheet.useLayer(L"COFFRAGE");
+    put({{0, 0},
+         {18000, -6000, 0.2},
+         {36000, 0},
+         {36000, 27000},
+         {20000, 27000},
+         {20000, 21000},
+         {0, 21000}});
+    put({{36040, 0}, {52000, 0}, {52000, 15000, 0.3}, {46000, 27000}, {36040, 27000}});
+    put(roundedCorners(13500, 9500, 3000, 3000, 1500)); // the island
+    sheet.useLayer(L"TREMIES");
+    put(roundedCorners(10000, 6000, 10000, 10000, 2000)); // the court
+    put(rectangleCorners(24000, 8000, 5200, 2600));       // stairs, with the lift beside them
+    put(rectangleCorners(28000, 9300, 2400, 2800));
+    put(rectangleCorners(34500, 16000, 3100, 1800)); // over the joint
+    put({{52000, 6000}, {52000, 8000, 1.0}});        // half round, its straight side on the edge
+    put(rectangleCorners(2000, -2500, 1500, 4000));  // over the front
+    put(rectangleCorners(22000, 25500, 900, 1500));  // its upper side on the edge
+    for (int i = 0; i < 8; ++i) put(roundedCorners(40000 + 1300.0 * i, 21000, 600, 600, 300));
+    for (int i = 0; i < 6; ++i) put(rectangleCorners(3000 + 1000.0 * i, 18000, 1000, 400)); // side by side
+    sheet.useLayer(L"TEXTES");
+    sheet.paragraphs(
+        38000, 62000, 900, 24000,
+        L"{\\H1.3x;DALLES D4 ET D5}\\Pjoint de 40, axes \u00E0 30%%d\\Pcour avec \u00EElot central");
+    sheet.useLayer(L"CARTOUCHE");
+    sheet.rectangle(32000, 8000, 74000, 58000);
+    drawTitleBlock(sheet, 105500, 8500, L"SOCLE\\PPlan de coffrage", L"D4-01");
+    sheet.save(file);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -278,6 +325,7 @@ int main(int count, char** arguments) {
         makeFloor(folder + "/floor.dxf");
         makeDuctPlate(folder + "/ducts.dxf");
         makeBalconies(folder + "/balconies.dxf");
+        makePodium(folder + "/podium.dxf");
     } catch (const std::exception& fault) {
         std::fprintf(stderr, "makedrawings: %s\n", fault.what());
         return 1;

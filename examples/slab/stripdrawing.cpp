@@ -1,0 +1,128 @@
+#include "stripdrawing.h"
+
+#include "dbblocktablerecord.h"
+#include "dbdatabase.h"
+#include "dblayertable.h"
+#include "dblayertablerecord.h"
+#include "dbobjptr.h"
+#include "dbtext.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr Adesk::UInt16 stripColor = 30; // orange, which formwork plans leave free
+// Of a number in a strip: it fits the strip, and those of one slab look alike where there is room.
+constexpr double heightInWidth = 0.5;
+constexpr double heightInLength = 0.25;
+constexpr double heightInSlab = 0.02;
+
+Acad::ErrorStatus stripLayer(AcDbDatabase& database, const std::wstring& name, AcDbObjectId& id) {
+    const AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
+    if (!table.object()) return table.openStatus();
+    if (table->getAt(name.c_str(), id) == Acad::eOk) return Acad::eOk;
+    auto* record = new AcDbLayerTableRecord;
+    AcCmColor color;
+    color.setColorIndex(stripColor);
+    record->setColor(color);
+    Acad::ErrorStatus status = record->setName(name.c_str());
+    if (status == Acad::eOk) status = table->add(id, record);
+    if (status != Acad::eOk) {
+        delete record;
+        return status;
+    }
+    return record->close();
+}
+
+// Puts entities into model space one by one; erases them again unless all of them came in.
+class Drawing {
+public:
+    Drawing(AcDbDatabase& database, AcDbObjectId layer)
+        : m_database(database)
+        , m_layer(layer) {}
+    ~Drawing() {
+        if (m_isKept) return;
+        for (const AcDbObjectId id : m_added) {
+            const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+            if (entity.object()) entity->erase();
+        }
+    }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+    Acad::ErrorStatus add(std::unique_ptr<AcDbEntity> entity, AcDbObjectId& id) {
+        entity->setDatabaseDefaults(&m_database);
+        entity->setColorIndex(256);
+        Acad::ErrorStatus status = entity->setLayer(m_layer);
+        if (status != Acad::eOk) return status;
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(m_database.modelSpaceId(), AcDb::kForWrite);
+        if (!space.object()) return space.openStatus();
+        status = space->appendAcDbEntity(id, entity.get());
+        if (status != Acad::eOk) return status;
+        m_added.push_back(id);
+        return entity.release()->close();
+    }
+    void keep() { m_isKept = true; }
+
+private:
+    AcDbDatabase& m_database;
+    AcDbObjectId m_layer;
+    std::vector<AcDbObjectId> m_added;
+    bool m_isKept = false;
+};
+
+// Read from below or from the right.
+double readableAngle(double angle) {
+    constexpr double quarter = std::numbers::pi / 2.0;
+    if (angle > quarter) return angle - 2.0 * quarter;
+    return angle <= -quarter ? angle + 2.0 * quarter : angle;
+}
+
+std::unique_ptr<AcDbEntity> numberOf(const AcDbDatabase& database, const SlabResult& slab, const Strip& strip,
+                                     int number, double angle) {
+    const AcGePoint3d place(strip.inside.x, strip.inside.y, slab.slab->contour->elevation);
+    auto text =
+        std::make_unique<AcDbText>(place, std::to_wstring(number).c_str(), database.textStyleStandard());
+    text->setHeight(std::min({strip.width * heightInWidth, strip.length * heightInLength,
+                              std::sqrt(slab.cut.slabArea) * heightInSlab}));
+    text->setRotation(readableAngle(angle));
+    text->setHorizontalMode(AcDb::kTextCenter);
+    text->setVerticalMode(AcDb::kTextVertMid);
+    text->setAlignmentPoint(place);
+    return text;
+}
+
+Acad::ErrorStatus drawStrip(Drawing& drawing, const AcDbDatabase& database, const SlabResult& slab,
+                            const Strip& strip, const StripLook& look, MadeStrip& made) {
+    std::unique_ptr<AcDbPolyline> outline(static_cast<AcDbPolyline*>(strip.outline->clone()));
+    outline->setElevation(slab.slab->contour->elevation);
+    Acad::ErrorStatus status = drawing.add(std::move(outline), made.outline);
+    if (status != Acad::eOk) return status;
+    wchar_t handle[17] = L"";
+    made.outline.handle().getIntoAsciiBuffer(handle);
+    made.handle = handle;
+    if (!look.hasNumbers) return Acad::eOk;
+    return drawing.add(numberOf(database, slab, strip, made.number, look.angle), made.label);
+}
+
+} // namespace
+
+Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripLook& look) {
+    AcDbObjectId layer;
+    Acad::ErrorStatus status = stripLayer(database, look.layer, layer);
+    if (status != Acad::eOk) return status;
+    Drawing drawing(database, layer);
+    int number = 0;
+    for (SlabResult& slab : run.slabs)
+        for (const Strip& strip : slab.cut.strips) {
+            MadeStrip made;
+            made.number = ++number;
+            status = drawStrip(drawing, database, slab, strip, look, made);
+            if (status != Acad::eOk) return status;
+            slab.made.push_back(made);
+        }
+    drawing.keep();
+    return Acad::eOk;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "striprun.h"
+
+class AcDbDatabase;
+
+/// How strips are drawn.
+struct StripLook {
+    std::wstring layer;
+    bool hasNumbers = false; ///< a number in each strip
+    double angle = 0.0;      ///< of the strips, radians
+};
+
+/// The default layer of strips, and its colour where it has to be made.
+constexpr const wchar_t* defaultStripLayer = L"SLABSTRIPS";
+
+/// Puts the strips of all slabs into model space as closed polylines at the height of their slab, on their
+/// layer, which is made where it is missing, and numbers them through. What was made stands in each slab's
+/// `made`. All or nothing: on failure what came in is erased again, and the status says why.
+Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripLook& look);
