@@ -101,9 +101,15 @@ void ChangeLog::dropOfOpen(const AcDbStub* stub) {
 
 void ChangeLog::trim() {
     if (!isNeeded() && m_openCount == 0) return m_entries.clear();
-    const std::size_t floor =
-        std::max(m_marks.empty() ? 0 : m_marks.back(), m_groups.empty() ? 0 : m_groups.back().start);
-    while (m_entries.size() > floor && m_entries.back().kind == Kind::none) m_entries.pop_back();
+    for (;;) {
+        const std::size_t floor =
+            std::max(m_marks.empty() ? 0 : m_marks.back(), m_groups.empty() ? 0 : m_groups.back().start);
+        while (m_entries.size() > floor && m_entries.back().kind == Kind::none) m_entries.pop_back();
+        const bool isEmptyGroup =
+            !m_hasOpenGroup && !m_groups.empty() && m_groups.back().start >= m_entries.size();
+        if (!isEmptyGroup) return;
+        m_groups.pop_back();
+    }
 }
 
 // Marks.

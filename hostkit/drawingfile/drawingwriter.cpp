@@ -54,7 +54,8 @@ DrawingStyle styleOf(const DrawingSource* source, const WriteOptions& options) {
 
 bool isOpenForWrite(const AcDbDatabase& database) {
     for (std::size_t place = 0, count = DatabaseAccess::stubCount(database); place < count; ++place)
-        if ((DatabaseAccess::stubAt(database, place)->openMode & kOpenForWrite) != 0) return true;
+        if ((DatabaseAccess::stubAt(database, place)->openMode & (kOpenForWrite | kHeldForWrite)) != 0)
+            return true;
     return false;
 }
 

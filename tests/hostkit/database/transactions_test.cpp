@@ -1,0 +1,275 @@
+#include "changelog.h"
+#include "dbaccess.h"
+#include "drawingchanges.h"
+#include "drawingpicture.h"
+#include "undohistory.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace drawingtest;
+using hostkit::DatabaseAccess;
+
+TEST(Transactions, AbortPutsBackWhateverWasChanged) {
+    for (const Change& change : changes()) {
+        SCOPED_TRACE(change.name);
+        Drawing drawing;
+        const std::string before = pictureOf(drawing.database);
+        drawing.manager().startTransaction();
+        change.apply(drawing);
+        EXPECT_NE(before, pictureOf(drawing.database)) << "the change shows";
+        EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+        EXPECT_EQ(before, pictureOf(drawing.database));
+        EXPECT_EQ(0u, DatabaseAccess::changes(drawing.database).size()) << "nothing is remembered for nobody";
+    }
+}
+
+TEST(Transactions, EndKeepsAll) {
+    for (const Change& change : changes()) {
+        SCOPED_TRACE(change.name);
+        Drawing plain;
+        change.apply(plain);
+        Drawing drawing;
+        drawing.manager().startTransaction();
+        change.apply(drawing);
+        EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+        EXPECT_EQ(pictureOf(plain.database), pictureOf(drawing.database));
+        EXPECT_EQ(0u, DatabaseAccess::changes(drawing.database).size());
+    }
+}
+
+// One transaction a change, each in the one before; some are ended, so that their outer one takes them back.
+TEST(Transactions, NestedOnesGoBackEachToItsStart) {
+    for (std::uint32_t seed = 1; seed <= 50; ++seed) {
+        SCOPED_TRACE(seed);
+        Drawing drawing;
+        std::mt19937 random(seed);
+        std::vector<Change> order = changes();
+        std::shuffle(order.begin(), order.end(), random);
+        std::vector<std::string> pictures;
+        for (const Change& change : order) {
+            if (!isPossible(drawing, change)) continue;
+            pictures.push_back(pictureOf(drawing.database));
+            drawing.manager().startTransaction();
+            change.apply(drawing);
+        }
+        for (; !pictures.empty(); pictures.pop_back()) {
+            if (pictures.size() > 1 && random() % 3 == 0) {
+                EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+                continue;
+            }
+            EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+            EXPECT_EQ(pictures.back(), pictureOf(drawing.database));
+        }
+    }
+}
+
+TEST(Transactions, AllChangesInAnyOrderGoBackTogether) {
+    for (std::uint32_t seed = 1; seed <= 50; ++seed) {
+        SCOPED_TRACE(seed);
+        Drawing drawing;
+        const std::string before = pictureOf(drawing.database);
+        drawing.manager().startTransaction();
+        applyAll(drawing, seed);
+        EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+        EXPECT_EQ(before, pictureOf(drawing.database));
+        applyAll(drawing, seed);
+        EXPECT_NE(before, pictureOf(drawing.database)) << "what was put back can be changed again";
+    }
+}
+
+// Whoever has the object open goes on with it while a transaction comes and goes.
+TEST(Transactions, ReachWhatIsOpenElsewhere) {
+    for (const bool aborts : {false, true}) {
+        Drawing drawing;
+        AcDbLine* opened = nullptr;
+        ASSERT_EQ(Acad::eOk, acdbOpenObject(opened, drawing.line, AcDb::kForWrite));
+        ASSERT_EQ(Acad::eOk, opened->setStartPoint({1, 1, 1}));
+        AcDbObject* got = nullptr;
+        ASSERT_EQ(Acad::eOk,
+                  drawing.manager().startTransaction()->getObject(got, drawing.line, AcDb::kForWrite));
+        EXPECT_EQ(opened, got);
+        EXPECT_EQ(Acad::eOk, AcDbLine::cast(got)->setEndPoint({2, 2, 2}));
+        EXPECT_EQ(Acad::eOk,
+                  aborts ? drawing.manager().abortTransaction() : drawing.manager().endTransaction());
+        EXPECT_EQ(AcGePoint3d(1, 1, 1), opened->startPoint());
+        EXPECT_EQ(aborts ? AcGePoint3d(1, 0, 0) : AcGePoint3d(2, 2, 2), opened->endPoint());
+        EXPECT_EQ(Acad::eOk, opened->setEndPoint({3, 3, 3})) << "it is open for write as before";
+        EXPECT_EQ(Acad::eOk, opened->close());
+        EXPECT_EQ(Acad::eInvalidOpenState, opened->close());
+    }
+}
+
+TEST(Transactions, HoldUntilTheyEnd) {
+    Drawing drawing;
+    AcDbObject* object = nullptr;
+    AcTransaction* outer = drawing.manager().startTransaction();
+    ASSERT_EQ(Acad::eOk, outer->getObject(object, drawing.line, AcDb::kForRead));
+    AcTransaction* inner = drawing.manager().startTransaction();
+    EXPECT_EQ(inner, drawing.manager().topTransaction());
+    EXPECT_EQ(Acad::eNotTopTransaction, outer->getObject(object, drawing.line, AcDb::kForRead));
+    EXPECT_EQ(nullptr, object);
+    ASSERT_EQ(Acad::eOk, inner->getObject(object, drawing.line, AcDb::kForWrite));
+    ASSERT_EQ(Acad::eOk, inner->getObject(object, drawing.polyline, AcDb::kForRead));
+    EXPECT_EQ(Acad::eOk, object->upgradeOpen());
+    EXPECT_TRUE(object->isWriteEnabled());
+    EXPECT_EQ(2, drawing.manager().numOpenedObjects());
+    EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+    EXPECT_FALSE(object->isReadEnabled());
+    EXPECT_EQ(1, drawing.database.numOpenObjects());
+    EXPECT_FALSE(drawing.line.stub()->object->isWriteEnabled());
+    EXPECT_TRUE(drawing.line.stub()->object->isReadEnabled());
+    EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+    EXPECT_EQ(Acad::eNoActiveTransactions, drawing.manager().endTransaction());
+    EXPECT_EQ(Acad::eNoActiveTransactions, drawing.manager().abortTransaction());
+    EXPECT_EQ(Acad::eNoActiveTransactions, drawing.manager().getObject(object, drawing.line, AcDb::kForRead));
+}
+
+TEST(Transactions, ReachNothingOfAnotherDrawingAndNothingThatIsGone) {
+    Drawing drawing;
+    Drawing other;
+    drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.erase(); });
+    drawing.manager().startTransaction();
+    AcDbObject* object = nullptr;
+    const auto get = [&](AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead) {
+        return drawing.manager().getObject(object, id, mode);
+    };
+    EXPECT_EQ(Acad::eNotFromThisDocument, get(other.line));
+    EXPECT_EQ(Acad::eNullObjectId, get(AcDbObjectId()));
+    EXPECT_EQ(Acad::eWasErased, get(drawing.line));
+    EXPECT_EQ(Acad::eInvalidInput, get(drawing.layer, static_cast<AcDb::OpenMode>(7)));
+    AcDbObjectId reserved;
+    ASSERT_EQ(Acad::eOk, drawing.database.getAcDbObjectId(reserved, true, AcDbHandle(0xABCDE)));
+    EXPECT_EQ(Acad::ePermanentlyErased, get(reserved));
+    EXPECT_EQ(nullptr, object);
+    EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+}
+
+TEST(Transactions, TakeOverWhatIsNew) {
+    Drawing drawing;
+    auto* line = new AcDbLine({0, 0, 0}, {1, 1, 1});
+    EXPECT_EQ(Acad::eNoActiveTransactions, drawing.manager().addNewlyCreatedDBRObject(line));
+    drawing.manager().startTransaction();
+    EXPECT_EQ(Acad::eNotNewlyCreated, drawing.manager().addNewlyCreatedDBRObject(line))
+        << "of no drawing yet";
+    EXPECT_EQ(Acad::eNullObjectPointer, drawing.manager().addNewlyCreatedDBRObject(nullptr));
+    AcDbObjectId id;
+    AcDbObjectId dropped;
+    {
+        AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.database.modelSpaceId(), AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
+        EXPECT_EQ(Acad::eOk, drawing.manager().addNewlyCreatedDBRObject(line));
+        auto* second = new AcDbLine;
+        ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(dropped, second));
+        EXPECT_EQ(Acad::eOk, drawing.manager().addNewlyCreatedDBRObject(second, false));
+    }
+    EXPECT_EQ(Acad::eInvalidOpenState, line->close());
+    EXPECT_EQ(Acad::eOk, line->setEndPoint({2, 2, 2}));
+    EXPECT_EQ(Acad::eOk, drawing.manager().endTransaction());
+    EXPECT_EQ(Acad::eOk, AcDbObjectPointer<AcDbLine>(id, AcDb::kForRead).openStatus());
+    EXPECT_EQ(Acad::ePermanentlyErased, AcDbObjectPointer<AcDbLine>(dropped, AcDb::kForRead).openStatus());
+}
+
+// An id that an aborted transaction gave is nobody else's later, and nothing brings its object back.
+TEST(Transactions, IdsOfWhatWasTakenBackStayTheirOwn) {
+    Drawing drawing;
+    drawing.manager().startTransaction();
+    const AcDbObjectId id = drawing.append(new AcDbLine({0, 0, 0}, {5, 5, 5}));
+    AcDbLine* open = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(open, id, AcDb::kForWrite));
+    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+    EXPECT_TRUE(id.isErased());
+    EXPECT_EQ(Acad::ePermanentlyErased, open->erase(false));
+    EXPECT_EQ(Acad::eOk, open->close()) << "whoever had it open closes it";
+    const AcDbObjectId next = drawing.append(new AcDbLine({0, 0, 0}, {6, 6, 6}));
+    EXPECT_NE(id, next);
+    EXPECT_NE(id.handle().value(), next.handle().value());
+    AcDbObject* object = nullptr;
+    for (const bool openErased : {false, true})
+        EXPECT_EQ(Acad::ePermanentlyErased, acdbOpenAcDbObject(object, id, AcDb::kForRead, openErased));
+}
+
+// Cancel.
+
+TEST(Cancel, PutsBackOneOpen) {
+    Drawing drawing;
+    const std::string before = pictureOf(drawing.database);
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    line->setEndPoint({7, 7, 7});
+    setText(*line, L"text");
+    line->createExtensionDictionary();
+    EXPECT_EQ(Acad::eOk, line->cancel());
+    EXPECT_EQ(before, pictureOf(drawing.database));
+
+    drawing.change<AcDbLine>(drawing.line, [](AcDbLine& each) { each.setEndPoint({4, 4, 4}); });
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    line->setEndPoint({7, 7, 7});
+    EXPECT_EQ(Acad::eOk, line->cancel());
+    EXPECT_EQ(AcGePoint3d(4, 4, 4), AcDbObjectPointer<AcDbLine>(drawing.line, AcDb::kForRead)->endPoint());
+}
+
+TEST(Cancel, TakesAContainersNewPartsBack) {
+    Drawing drawing;
+    const std::string before = pictureOf(drawing.database);
+    AcDbBlockTableRecord* space = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(space, drawing.database.modelSpaceId(), AcDb::kForWrite));
+    auto* line = new AcDbLine;
+    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(line));
+    space->setOrigin({1, 2, 3});
+    line->close();
+    EXPECT_EQ(Acad::eOk, space->cancel());
+    EXPECT_EQ(before, pictureOf(drawing.database));
+
+    AcDbDictionary* dictionary = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(dictionary, drawing.dictionary, AcDb::kForWrite));
+    AcDbObjectId id;
+    auto* record = new AcDbXrecord;
+    ASSERT_EQ(Acad::eOk, dictionary->remove(L"first"));
+    ASSERT_EQ(Acad::eOk, dictionary->setAt(L"second", record, id));
+    record->close();
+    EXPECT_EQ(Acad::eOk, dictionary->cancel());
+    EXPECT_EQ(drawing.dictionary, drawing.record.stub()->object->ownerId());
+    AcDbObjectPointer<AcDbDictionary> again(drawing.dictionary, AcDb::kForRead);
+    EXPECT_TRUE(again->has(drawing.record));
+    EXPECT_EQ(1u, again->numEntries());
+}
+
+TEST(Cancel, RestoresWhatWasErasedWithTheObject) {
+    Drawing drawing;
+    const std::string before = pictureOf(drawing.database);
+    AcDb2dPolyline* polyline = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(polyline, drawing.polyline, AcDb::kForWrite));
+    EXPECT_EQ(Acad::eOk, polyline->erase());
+    EXPECT_EQ(Acad::eOk, polyline->cancel());
+    EXPECT_EQ(before, pictureOf(drawing.database));
+}
+
+TEST(Cancel, OfAReaderIsAClose) {
+    Drawing drawing;
+    AcDbLine* writer = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(writer, drawing.line, AcDb::kForWrite));
+    writer->setEndPoint({7, 7, 7});
+    EXPECT_EQ(Acad::eOk, writer->downgradeOpen());
+    EXPECT_EQ(Acad::eOk, writer->cancel());
+    EXPECT_EQ(AcGePoint3d(7, 7, 7), writer->endPoint());
+}
+
+// A transaction that began within the open is not moved by its cancel.
+TEST(Cancel, WithinATransaction) {
+    Drawing drawing;
+    const std::string before = pictureOf(drawing.database);
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    line->setEndPoint({7, 7, 7});
+    drawing.manager().startTransaction();
+    drawing.change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
+    line->setEndPoint({8, 8, 8});
+    EXPECT_EQ(Acad::eOk, line->cancel());
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), line->endPoint());
+    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+    EXPECT_EQ(before, pictureOf(drawing.database));
+}
+
+} // namespace

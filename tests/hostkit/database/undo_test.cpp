@@ -1,0 +1,263 @@
+#include "changelog.h"
+#include "dbaccess.h"
+#include "drawingchanges.h"
+#include "drawingpicture.h"
+#include "undohistory.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace drawingtest;
+
+struct RecordedDrawing : Drawing {
+    RecordedDrawing() { database.disableUndoRecording(false); }
+    template <typename Do>
+    void step(const wchar_t* name, Do&& act) {
+        hostkit::beginUndoGroup(database, name);
+        act();
+        hostkit::endUndoGroup(database);
+    }
+    template <typename Do>
+    void suspended(Do&& act) {
+        database.disableUndoRecording(true);
+        act();
+        database.disableUndoRecording(false);
+    }
+    hostkit::UndoReport undo() {
+        hostkit::UndoReport report;
+        EXPECT_EQ(Acad::eOk, hostkit::undoLastGroup(database, report));
+        return report;
+    }
+    void moveEnd(const AcGePoint3d& to) {
+        change<AcDbLine>(line, [&](AcDbLine& each) { each.setEndPoint(to); });
+    }
+    AcGePoint3d end() { return AcDbObjectPointer<AcDbLine>(line, AcDb::kForRead)->endPoint(); }
+};
+
+TEST(Undo, TakesBackEachStepWhole) {
+    for (std::uint32_t seed = 1; seed <= 50; ++seed) {
+        SCOPED_TRACE(seed);
+        RecordedDrawing drawing;
+        std::vector<std::pair<std::wstring, std::string>> steps;
+        std::vector<Change> order = changes();
+        std::mt19937 random(seed);
+        std::shuffle(order.begin(), order.end(), random);
+        for (const Change& change : order) {
+            if (!isPossible(drawing, change)) continue;
+            const std::wstring name = L"STEP" + std::to_wstring(steps.size());
+            steps.emplace_back(name, pictureOf(drawing.database));
+            drawing.step(name.c_str(), [&] { change.apply(drawing); });
+        }
+        for (; !steps.empty(); steps.pop_back()) {
+            const hostkit::UndoReport report = drawing.undo();
+            EXPECT_EQ(steps.back().first, report.name);
+            EXPECT_LT(0u, report.restored);
+            EXPECT_EQ(0u, report.keptSuspended + report.inConflict);
+            EXPECT_EQ(steps.back().second, pictureOf(drawing.database));
+        }
+        hostkit::UndoReport none;
+        EXPECT_EQ(Acad::eUndoOperationNotAvailable, hostkit::undoLastGroup(drawing.database, none));
+        EXPECT_EQ(0u, hostkit::DatabaseAccess::changes(drawing.database).size());
+    }
+}
+
+TEST(Undo, StepsAreWhatChangedSomething) {
+    RecordedDrawing drawing;
+    drawing.step(L"LOOK", [&] { drawing.end(); });
+    EXPECT_EQ(0, hostkit::undoGroupCount(drawing.database));
+    drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
+    drawing.step(L"LOOK", [&] { drawing.end(); });
+    drawing.moveEnd({3, 3, 3}); // by no command
+    drawing.moveEnd({4, 4, 4});
+    EXPECT_EQ(2, hostkit::undoGroupCount(drawing.database));
+    EXPECT_EQ(L"", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(2, 2, 2), drawing.end());
+    EXPECT_EQ(L"MOVE", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+}
+
+TEST(Undo, WhatWasDoneWhileRecordingWasOffStays) {
+    RecordedDrawing drawing;
+    drawing.step(L"BOTH", [&] {
+        drawing.moveEnd({2, 2, 2});
+        drawing.suspended([&] {
+            drawing.change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
+            drawing.append(new AcDbLine({0, 0, 0}, {9, 9, 9}));
+        });
+        drawing.append(new AcDbLine({0, 0, 0}, {8, 8, 8}));
+    });
+    const hostkit::UndoReport report = drawing.undo();
+    EXPECT_EQ(2u, report.restored);
+    EXPECT_EQ(2u, report.keptSuspended);
+    EXPECT_EQ(0u, report.inConflict);
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+    EXPECT_TRUE(AcDbObjectPointer<AcDbLayerTableRecord>(drawing.layer, AcDb::kForRead)->isOff());
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.database.modelSpaceId(), AcDb::kForRead);
+    ASSERT_EQ(3u, space->entities().size());
+    EXPECT_EQ(AcGePoint3d(9, 9, 9),
+              AcDbObjectPointer<AcDbLine>(space->entities().back(), AcDb::kForRead)->endPoint());
+}
+
+// A later change with recording off stays, also where an earlier step is taken back after its own one.
+TEST(Undo, WhatRecordingDidNotSeeIsNotOverwritten) {
+    RecordedDrawing drawing;
+    drawing.step(L"FIRST", [&] { drawing.moveEnd({2, 2, 2}); });
+    drawing.step(L"SECOND", [&] { drawing.suspended([&] { drawing.moveEnd({3, 3, 3}); }); });
+    hostkit::UndoReport report = drawing.undo();
+    EXPECT_EQ(L"SECOND", report.name);
+    EXPECT_EQ(1u, report.keptSuspended);
+    report = drawing.undo();
+    EXPECT_EQ(L"FIRST", report.name);
+    EXPECT_EQ(0u, report.restored);
+    EXPECT_EQ(1u, report.inConflict);
+    EXPECT_EQ(0u, report.keptSuspended) << "told once";
+    EXPECT_EQ(AcGePoint3d(3, 3, 3), drawing.end());
+
+    drawing.suspended([&] { drawing.moveEnd({4, 4, 4}); });
+    drawing.step(L"THIRD", [&] { drawing.moveEnd({5, 5, 5}); });
+    EXPECT_EQ(1u, drawing.undo().restored);
+    EXPECT_EQ(AcGePoint3d(4, 4, 4), drawing.end()) << "an earlier one is what the step found";
+}
+
+TEST(Undo, ANameGivenAwayMeanwhileStaysWithItsNewOwner) {
+    RecordedDrawing drawing;
+    drawing.step(L"ERASE", [&] {
+        drawing.change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.erase(); });
+    });
+    AcDbObjectId taken;
+    drawing.suspended([&] { taken = drawing.addLayer(L"Walls"); });
+    drawing.undo();
+    AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
+    EXPECT_EQ(taken, layers->find(L"walls"));
+    EXPECT_TRUE(drawing.layer.isErased());
+}
+
+TEST(Undo, WaitsForStepsAndTransactionsToEnd) {
+    RecordedDrawing drawing;
+    drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
+    hostkit::UndoReport report;
+    drawing.manager().startTransaction();
+    EXPECT_EQ(Acad::eUndoOperationNotAvailable, hostkit::undoLastGroup(drawing.database, report));
+    drawing.manager().endTransaction();
+    drawing.step(L"OUTER", [&] {
+        drawing.step(L"INNER", [&] { drawing.moveEnd({3, 3, 3}); });
+        EXPECT_EQ(Acad::eUndoOperationNotAvailable, hostkit::undoLastGroup(drawing.database, report));
+        drawing.moveEnd({4, 4, 4});
+    });
+    EXPECT_EQ(L"OUTER", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(2, 2, 2), drawing.end());
+}
+
+// Steps and transactions may cross: an aborted transaction leaves no step behind, and none of its own.
+TEST(Undo, AbortedTransactionsAreNoSteps) {
+    RecordedDrawing drawing;
+    drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
+    drawing.step(L"VAIN", [&] {
+        drawing.manager().startTransaction();
+        drawing.moveEnd({3, 3, 3});
+        drawing.manager().abortTransaction();
+    });
+    EXPECT_EQ(1, hostkit::undoGroupCount(drawing.database));
+    drawing.manager().startTransaction();
+    drawing.step(L"LOST", [&] { drawing.moveEnd({4, 4, 4}); });
+    drawing.step(L"CALL", [&] {
+        drawing.moveEnd({5, 5, 5});
+        drawing.manager().abortTransaction();
+        EXPECT_EQ(AcGePoint3d(2, 2, 2), drawing.end());
+        drawing.moveEnd({6, 6, 6});
+    });
+    EXPECT_EQ(L"CALL", drawing.undo().name);
+    EXPECT_EQ(L"MOVE", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+}
+
+TEST(Undo, RestoresInPlaceWhatSomebodyHasOpen) {
+    RecordedDrawing drawing;
+    drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
+    AcDbLine* line = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    drawing.undo();
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), line->endPoint());
+    EXPECT_EQ(Acad::eOk, line->setEndPoint({5, 5, 5}));
+    EXPECT_EQ(Acad::eOk, line->close());
+    drawing.undo();
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+}
+
+TEST(Undo, ADrawingOfNoDocumentRemembersOnlyWhatIsOpen) {
+    Drawing drawing;
+    hostkit::ChangeLog& changes = hostkit::DatabaseAccess::changes(drawing.database);
+    EXPECT_FALSE(drawing.database.undoRecording());
+    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
+        applyAll(drawing, seed);
+        EXPECT_EQ(0u, changes.size());
+    }
+    AcDbLayerTableRecord* layer = nullptr;
+    ASSERT_EQ(Acad::eOk, acdbOpenObject(layer, drawing.database.layerZero(), AcDb::kForWrite));
+    layer->setIsOff(true);
+    EXPECT_EQ(1u, changes.size());
+    layer->close();
+    EXPECT_EQ(0u, changes.size());
+}
+
+// The same object changed in a thousand opens of one step is remembered once.
+TEST(Undo, RepeatedOpensCostNothingMore) {
+    RecordedDrawing drawing;
+    drawing.step(L"MANY", [&] {
+        for (int i = 0; i < 1000; ++i) drawing.moveEnd({double(i), 2, 2});
+        EXPECT_EQ(1u, hostkit::DatabaseAccess::changes(drawing.database).size());
+    });
+    drawing.undo();
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+}
+
+/// A class of an application: its own field goes through its filing.
+class TestBeam : public AcDbLine {
+    ACRX_DECLARE_MEMBERS(TestBeam)
+
+public:
+    double load() const { return m_load; }
+    void setLoad(double load) {
+        if (assertWriteEnabled() == Acad::eOk) m_load = load;
+    }
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override {
+        const Acad::ErrorStatus status = AcDbLine::dwgOutFields(filer);
+        return status == Acad::eOk ? filer->writeDouble(m_load) : status;
+    }
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override {
+        Acad::ErrorStatus status = assertWriteEnabled();
+        if (status == Acad::eOk) status = AcDbLine::dwgInFields(filer);
+        return status == Acad::eOk ? filer->readDouble(&m_load) : status;
+    }
+
+private:
+    double m_load = 1.0;
+};
+ACRX_DXF_DEFINE_MEMBERS(TestBeam, AcDbLine, 0, 0, 0, VEXO_TEST_BEAM, TEST)
+
+TEST(Undo, KnowsTheFieldsOfApplicationsClasses) {
+    TestBeam::rxInit();
+    {
+        RecordedDrawing drawing;
+        const AcDbObjectId id = drawing.append(new TestBeam);
+        const auto load = [&] { return AcDbObjectPointer<TestBeam>(id, AcDb::kForRead)->load(); };
+        drawing.step(L"LOAD", [&] {
+            drawing.change<TestBeam>(id, [](TestBeam& beam) {
+                beam.setLoad(5.0);
+                beam.setThickness(3.0);
+            });
+        });
+        TestBeam* beam = nullptr;
+        ASSERT_EQ(Acad::eOk, acdbOpenObject(beam, id, AcDb::kForWrite));
+        beam->setLoad(7.0);
+        EXPECT_EQ(Acad::eOk, beam->cancel());
+        EXPECT_EQ(5.0, load());
+        drawing.undo();
+        EXPECT_EQ(1.0, load());
+        EXPECT_EQ(0.0, AcDbObjectPointer<TestBeam>(id, AcDb::kForRead)->thickness());
+    }
+    TestBeam::rxExit();
+}
+
+} // namespace

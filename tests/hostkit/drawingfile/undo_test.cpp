@@ -1,0 +1,68 @@
+#include "drawingchanges.h"
+#include "drawingpicture.h"
+#include "drawingreader.h"
+#include "drawingwriter.h"
+#include "undohistory.h"
+
+#include <gtest/gtest.h>
+
+using namespace hostkit;
+using namespace drawingtest;
+
+namespace {
+
+std::string saved(const AcDbDatabase& database) {
+    std::string bytes;
+    EXPECT_EQ(writeDrawingToMemory(database, bytes), Acad::eOk);
+    return bytes;
+}
+
+void undo(AcDbDatabase& database) {
+    UndoReport report;
+    EXPECT_EQ(undoLastGroup(database, report), Acad::eOk);
+    EXPECT_EQ(report.inConflict + report.keptSuspended, 0u);
+}
+
+// What was taken back leaves no trace in the file, down to the byte.
+TEST(UndoAndSave, AnUntouchedDrawingIsTheSameFile) {
+    const std::string original = saved(Drawing().database);
+    for (const Change& change : changes()) {
+        SCOPED_TRACE(change.name);
+        Drawing drawing(openDrawingFromMemory(original, L"undo"));
+        drawing.database.disableUndoRecording(false);
+        beginUndoGroup(drawing.database, L"CHANGE");
+        change.apply(drawing);
+        endUndoGroup(drawing.database);
+        const bool leavesNothing = std::string(change.name) == "an entity that is new, changed and erased";
+        EXPECT_EQ(saved(drawing.database) == original, leavesNothing);
+        undo(drawing.database);
+        EXPECT_EQ(saved(drawing.database), original);
+    }
+}
+
+// Only the step that stays shows in the file.
+TEST(UndoAndSave, WhatStaysIsSavedAsIfTheRestHadNeverBeen) {
+    const std::string original = saved(Drawing().database);
+    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
+        SCOPED_TRACE(seed);
+        const auto makeFirstStep = [](Drawing& drawing) {
+            drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.setEndPoint({3, 4, 5}); });
+        };
+        Drawing plain(openDrawingFromMemory(original, L"plain"));
+        makeFirstStep(plain);
+        Drawing drawing(openDrawingFromMemory(original, L"undo"));
+        drawing.database.disableUndoRecording(false);
+        beginUndoGroup(drawing.database, L"FIRST");
+        makeFirstStep(drawing);
+        endUndoGroup(drawing.database);
+        beginUndoGroup(drawing.database, L"SECOND");
+        applyAll(drawing, seed);
+        endUndoGroup(drawing.database);
+        undo(drawing.database);
+        EXPECT_EQ(saved(drawing.database), saved(plain.database));
+        undo(drawing.database);
+        EXPECT_EQ(saved(drawing.database), original);
+    }
+}
+
+} // namespace
