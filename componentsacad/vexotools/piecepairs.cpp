@@ -1,6 +1,5 @@
 #include "piecepairs.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -8,27 +7,31 @@ namespace {
 /// The rounding of a slanted box's numbers, relative to the coordinates that they are computed from.
 constexpr double kRounding = 1e-14;
 
+/// The unit vector at half the angle of the vector (cosine, sine); the x axis for a zero one.
+AcGeVector2d halfTurnOf(double cosine, double sine) {
+    const double size = std::sqrt(cosine * cosine + sine * sine);
+    if (size == 0.0) return AcGeVector2d::kXAxis;
+    const double larger = std::sqrt((1.0 + std::abs(cosine) / size) / 2.0);
+    const double smaller = sine / (2.0 * size * larger);
+    return cosine >= 0.0 ? AcGeVector2d(larger, smaller) : AcGeVector2d(smaller, larger);
+}
+
 } // namespace
 
-PiecePairs::PiecePairs(std::vector<Box> boxes, std::vector<std::uint8_t> headings) {
-    m_levels.push_back({std::move(boxes), std::move(headings), {}});
-    while (m_levels.back().boxes.size() > 1) {
-        const Level& below = m_levels.back();
-        const std::size_t count = below.boxes.size();
-        Level level;
-        level.boxes.reserve((count + kFanOut - 1) / kFanOut);
-        level.headings.reserve((count + kFanOut - 1) / kFanOut);
-        for (std::size_t i = 0; i < count; i += kFanOut) {
-            Box box = below.boxes[i];
-            std::uint8_t heading = below.headings[i];
-            for (std::size_t k = i + 1; k < std::min(i + kFanOut, count); ++k) {
-                box.extend(below.boxes[k]);
-                heading &= below.headings[k];
+void PiecePairs::addLevels() {
+    while (m_levels.back().runs.size() > 1) {
+        const std::vector<Run>& below = m_levels.back().runs;
+        std::vector<Run> runs;
+        runs.reserve((below.size() + kFanOut - 1) / kFanOut);
+        for (std::size_t i = 0; i < below.size(); i += kFanOut) {
+            Run run = below[i];
+            for (std::size_t k = i + 1; k < std::min(i + kFanOut, below.size()); ++k) {
+                run.box.extend(below[k].box);
+                run.headings &= below[k].headings;
             }
-            level.boxes.push_back(box);
-            level.headings.push_back(heading);
+            runs.push_back(run);
         }
-        m_levels.push_back(std::move(level));
+        m_levels.push_back({std::move(runs), {}});
     }
 }
 
@@ -43,27 +46,22 @@ PiecePairs::SlantedBox::SlantedBox(const Hull& hull) {
     halfAcross = std::abs(hull.rise.dotProduct(across)) / 2.0 + slack;
 }
 
-// Along the mean direction of the children, opposite ones taken as one, weighed by their elongation.
+// Along the mean direction of the children, opposite ones taken as one, weighed by their elongation. A child
+// that is not finite makes a box that has nothing beyond it.
 PiecePairs::SlantedBox::SlantedBox(const SlantedBox* children, std::size_t count) {
     double cosine = 0.0;
     double sine = 0.0;
-    const SlantedBox* some = nullptr;
     for (const SlantedBox* child = children; child != children + count; ++child) {
-        if (child->halfAlong < 0.0) continue;
-        some = child;
         const double weight = child->halfAlong * child->halfAlong - child->halfAcross * child->halfAcross;
         cosine += weight * (child->axis.x * child->axis.x - child->axis.y * child->axis.y);
         sine += weight * 2.0 * child->axis.x * child->axis.y;
     }
-    if (!some) return;
-    const double angle = std::atan2(sine, cosine) / 2.0;
-    axis.set(std::cos(angle), std::sin(angle));
+    axis = halfTurnOf(cosine, sine);
     const AcGeVector2d across = axis.perpVector();
-    const AcGePoint2d base = some->center;
+    const AcGePoint2d base = children->center;
     double low[2] = {0.0, 0.0};
     double high[2] = {0.0, 0.0};
     for (const SlantedBox* child = children; child != children + count; ++child) {
-        if (child->halfAlong < 0.0) continue;
         const AcGeVector2d offset = child->center - base;
         const double turnAlong = std::abs(child->axis.dotProduct(axis));
         const double turnAcross = std::abs(child->axis.dotProduct(across));
@@ -91,13 +89,12 @@ bool PiecePairs::SlantedBox::hasBeyond(const SlantedBox& other) const {
                halfAlong + other.halfAlong * turnAlong + other.halfAcross * turnAcross;
 }
 
-void PiecePairs::addSlantedBoxes(std::vector<SlantedBox> pieces) {
-    m_levels.front().slanted = std::move(pieces);
-    for (std::size_t k = 1; k < m_levels.size(); ++k) {
-        const std::vector<SlantedBox>& below = m_levels[k - 1].slanted;
-        std::vector<SlantedBox>& own = m_levels[k].slanted;
-        own.reserve(m_levels[k].boxes.size());
-        for (std::size_t i = 0; i < below.size(); i += kFanOut)
-            own.emplace_back(&below[i], std::min(kFanOut, below.size() - i));
+void PiecePairs::addSlantedBoxes() {
+    const std::vector<SlantedBox>* below = &m_slantedPieces;
+    for (Level& level : m_levels) {
+        level.slanted.reserve(level.runs.size());
+        for (std::size_t i = 0; i < below->size(); i += kFanOut)
+            level.slanted.emplace_back(&(*below)[i], std::min(kFanOut, below->size() - i));
+        below = &level.slanted;
     }
 }

@@ -4,6 +4,7 @@
 
 #include "gepnt2d.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -23,53 +24,48 @@ public:
         AcGeVector2d rise;
         double reach = 0.0;
     };
-
-    /// Ways that a piece may go, or all pieces of a run: a set of these. A run of pieces that all go one way
-    /// in x and one way in y moves on with each of them and cannot come back.
+    /// Ways that all pieces of a run go: a set of these. Straight pieces that follow on each other, one way
+    /// in x and one way in y, each of some length, move on with every piece and cannot come back.
     enum Heading : std::uint8_t { kNone = 0, kRight = 1, kLeft = 2, kUp = 4, kDown = 8 };
-    static std::uint8_t headingOf(const AcGeVector2d& direction) {
-        return static_cast<std::uint8_t>(
-            (direction.x >= 0.0 ? kRight : kNone) | (direction.x <= 0.0 ? kLeft : kNone) |
-            (direction.y >= 0.0 ? kUp : kNone) | (direction.y <= 0.0 ? kDown : kNone));
-    }
+    struct Run {
+        Box box;
+        std::uint8_t headings; ///< kNone where a piece may not be passed over on the ground of where it goes
+    };
 
-    /// Both are per piece. The box of a piece that meets nothing is BoxChain::emptyBox(). The heading of a
-    /// straight piece, from whose end the next one starts, is headingOf its direction when it is so long that
-    /// a run of such pieces needs no look, that of any other is kNone.
-    PiecePairs(std::vector<Box> boxes, std::vector<std::uint8_t> headings);
-
-    /// Does `isWanted(i, j)` hold for a pair i < j of pieces whose boxes meet, but for pairs that a run of
-    /// one heading holds both of. `hullOf(i)` is called for pieces with a box that is not empty. Pairs are
-    /// asked in no order that a caller may rely on, and may be asked twice.
-    template <typename Predicate, typename HullOf>
-    bool anyPair(const Predicate& isWanted, const HullOf& hullOf) {
-        if (m_levels.front().boxes.empty()) return false;
+    /// Does `isWanted(i, j)` hold for a pair i < j of pieces whose boxes meet, but for pairs that are both in
+    /// a run that goes one way. Pairs are asked in no order that a caller may rely on, and may be asked
+    /// twice.
+    ///
+    /// Of the pieces it wants count(), boxOf(i), runOf(first, end) for a few consecutive ones, and hullOf(i).
+    /// A box with a NaN, or with its sides crossed over, meets none; in runs a NaN is passed over.
+    template <typename Pieces, typename Predicate>
+    static bool any(const Pieces& pieces, const Predicate& isWanted) {
+        if (pieces.count() < 2) return false;
+        PiecePairs pairs;
+        pairs.gather(pieces);
         // More than this many pairs for each piece, and upright boxes are not good enough.
         constexpr std::size_t manyPairs = 4;
-        std::size_t budget = manyPairs * m_levels.front().boxes.size() + manyPairs;
+        std::size_t budget = manyPairs * (pieces.count() + 1);
         bool found = false;
         const auto ask = [&](std::size_t i, std::size_t j) {
             if (budget-- == 0) return true;
             return found = isWanted(i, j);
         };
-        const std::size_t top = m_levels.size() - 1;
-        if (!anyWithin(top, 0, ask) || found) return found;
-        std::vector<SlantedBox> pieces(m_levels.front().boxes.size());
-        for (std::size_t i = 0; i < pieces.size(); ++i)
-            if (!isEmpty(m_levels.front().boxes[i])) pieces[i] = SlantedBox(hullOf(i));
-        addSlantedBoxes(std::move(pieces));
-        return anyWithin(top, 0, isWanted);
+        const std::size_t top = pairs.m_levels.size();
+        if (!pairs.anyWithin(pieces, top, 0, ask) || found) return found;
+        for (std::size_t i = 0; i < pieces.count(); ++i) pairs.m_slantedPieces.emplace_back(pieces.hullOf(i));
+        pairs.addSlantedBoxes();
+        return pairs.anyWithin(pieces, top, 0, isWanted);
     }
 
 private:
     static constexpr std::size_t kFanOut = 4;
 
-    /// A rectangle along an axis of its own. Only asked where the upright boxes meet, so that the axis and
-    /// what lies across it are what matters.
+    /// A rectangle along an axis of its own. Only asked where the upright boxes meet.
     struct SlantedBox {
         AcGePoint2d center;
         AcGeVector2d axis{1.0, 0.0};
-        double halfAlong = -1.0; ///< negative: nothing in it
+        double halfAlong = 0.0;
         double halfAcross = 0.0;
 
         SlantedBox() = default;
@@ -79,56 +75,88 @@ private:
         bool hasBeyond(const SlantedBox& other) const;
     };
     struct Level {
-        std::vector<Box> boxes;
-        std::vector<std::uint8_t> headings; ///< that all pieces under a node share
-        std::vector<SlantedBox> slanted;    ///< empty as long as upright boxes do
+        std::vector<Run> runs;
+        std::vector<SlantedBox> slanted; ///< empty as long as upright boxes do
     };
 
-    static bool isEmpty(const Box& box) { return !(box.lowX <= box.highX); }
+    PiecePairs() = default;
+
+    template <typename Pieces>
+    void gather(const Pieces& pieces) {
+        const std::size_t count = pieces.count();
+        std::vector<Run> runs;
+        runs.reserve((count + kFanOut - 1) / kFanOut);
+        for (std::size_t i = 0; i < count; i += kFanOut)
+            runs.push_back(pieces.runOf(i, std::min(i + kFanOut, count)));
+        m_levels.push_back({std::move(runs), {}});
+        addLevels();
+    }
+    void addLevels();
+    void addSlantedBoxes();
+
+    /// What stands on level 0 are the pieces themselves, on level k the runs of m_levels[k - 1].
+    const std::vector<Run>& runsOf(std::size_t level) const { return m_levels[level - 1].runs; }
+    std::size_t endOfChildren(std::size_t childCount, std::size_t node) const {
+        return std::min((node + 1) * kFanOut, childCount);
+    }
     static bool isOneWay(unsigned int headings) {
         return (headings & (kRight | kLeft)) != 0 && (headings & (kUp | kDown)) != 0;
     }
-    void addSlantedBoxes(std::vector<SlantedBox> pieces);
-    std::size_t endOfChildren(std::size_t level, std::size_t node) const {
-        const std::size_t end = (node + 1) * kFanOut;
-        const std::size_t count = m_levels[level - 1].boxes.size();
-        return end < count ? end : count;
-    }
-    bool areApart(const Level& level, std::size_t a, std::size_t b) const {
-        if (!level.boxes[a].meets(level.boxes[b])) return true;
-        return !level.slanted.empty() &&
-               (level.slanted[a].hasBeyond(level.slanted[b]) || level.slanted[b].hasBeyond(level.slanted[a]));
+    static bool areApart(const std::vector<SlantedBox>& boxes, std::size_t a, std::size_t b) {
+        return !boxes.empty() && (boxes[a].hasBeyond(boxes[b]) || boxes[b].hasBeyond(boxes[a]));
     }
 
     /// Pairs of pieces that both stand under one node.
-    template <typename Predicate>
-    bool anyWithin(std::size_t level, std::size_t node, const Predicate& isWanted) const {
-        if (level == 0 || isOneWay(m_levels[level].headings[node])) return false;
-        const std::size_t end = endOfChildren(level, node);
+    template <typename Pieces, typename Predicate>
+    bool anyWithin(const Pieces& pieces, std::size_t level, std::size_t node,
+                   const Predicate& isWanted) const {
+        if (isOneWay(runsOf(level)[node].headings)) return false;
+        if (level == 1) return anyPieces(pieces, node, node, isWanted);
+        const std::size_t end = endOfChildren(runsOf(level - 1).size(), node);
         for (std::size_t a = node * kFanOut; a < end; ++a) {
-            if (anyWithin(level - 1, a, isWanted)) return true;
+            if (anyWithin(pieces, level - 1, a, isWanted)) return true;
             for (std::size_t b = a + 1; b < end; ++b)
-                if (anyBetween(level - 1, a, b, isWanted)) return true;
+                if (anyBetween(pieces, level - 1, a, b, isWanted)) return true;
         }
         return false;
     }
     /// Pairs of a piece under one node and a piece under a later one.
-    template <typename Predicate>
-    bool anyBetween(std::size_t level, std::size_t first, std::size_t second,
+    template <typename Pieces, typename Predicate>
+    bool anyBetween(const Pieces& pieces, std::size_t level, std::size_t first, std::size_t second,
                     const Predicate& isWanted) const {
-        const Level& own = m_levels[level];
-        if (areApart(own, first, second)) return false;
-        if (second == first + 1 && isOneWay(own.headings[first] & own.headings[second])) return false;
-        if (level == 0) return isWanted(first, second);
-        const std::size_t firstEnd = endOfChildren(level, first);
-        const std::size_t secondEnd = endOfChildren(level, second);
+        const Run& run1 = runsOf(level)[first];
+        const Run& run2 = runsOf(level)[second];
+        if (!run1.box.meets(run2.box) || areApart(m_levels[level - 1].slanted, first, second)) return false;
+        if (second == first + 1 && isOneWay(run1.headings & run2.headings)) return false;
+        if (level == 1) return anyPieces(pieces, first, second, isWanted);
+        const std::vector<Run>& below = runsOf(level - 1);
+        const std::size_t firstEnd = endOfChildren(below.size(), first);
+        const std::size_t secondEnd = endOfChildren(below.size(), second);
         for (std::size_t a = first * kFanOut; a < firstEnd; ++a) {
-            if (!m_levels[level - 1].boxes[a].meets(own.boxes[second])) continue;
+            if (!below[a].box.meets(run2.box)) continue;
             for (std::size_t b = second * kFanOut; b < secondEnd; ++b)
-                if (anyBetween(level - 1, a, b, isWanted)) return true;
+                if (anyBetween(pieces, level - 1, a, b, isWanted)) return true;
+        }
+        return false;
+    }
+    /// Pairs of a piece in one run and a later piece in the same or a later run.
+    template <typename Pieces, typename Predicate>
+    bool anyPieces(const Pieces& pieces, std::size_t first, std::size_t second,
+                   const Predicate& isWanted) const {
+        const std::size_t count = pieces.count();
+        const std::size_t firstEnd = endOfChildren(count, first);
+        const std::size_t secondEnd = endOfChildren(count, second);
+        const Box& box2 = runsOf(1)[second].box;
+        for (std::size_t i = first * kFanOut; i < firstEnd; ++i) {
+            const Box box = pieces.boxOf(i);
+            if (!box.meets(box2)) continue;
+            for (std::size_t j = std::max(i + 1, second * kFanOut); j < secondEnd; ++j)
+                if (box.meets(pieces.boxOf(j)) && !areApart(m_slantedPieces, i, j) && isWanted(i, j))
+                    return true;
         }
         return false;
     }
 
-    std::vector<Level> m_levels; ///< the pieces first
+    std::vector<Level> m_levels;
+    std::vector<SlantedBox> m_slantedPieces;
 };

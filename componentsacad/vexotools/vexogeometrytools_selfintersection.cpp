@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -31,17 +32,16 @@ constexpr double kCrossRounding = 1e-14;
 
 double sumOfSides(const AcGeVector2d& vector) { return std::abs(vector.x) + std::abs(vector.y); }
 
-/// The largest coordinate without its sign; what is not finite does not count.
-double largestCoordinateOf(const AcArray<AcGePoint3d>& points) {
-    double largest = 0.0;
-    for (const AcGePoint3d& point : points) {
-        const double own = point.largestCoordinate();
-        if (own > largest && std::isfinite(own)) largest = own;
-    }
-    return largest;
-}
-
 bool isFinite(const AcGePoint2d& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
+
+PiecePairs::Box boxAround(const PiecePairs::Hull& hull) {
+    const AcGePoint2d start = hull.start + hull.rise;
+    const AcGePoint2d end = hull.end + hull.rise;
+    return {std::min({hull.start.x, hull.end.x, start.x, end.x}) - hull.reach,
+            std::max({hull.start.x, hull.end.x, start.x, end.x}) + hull.reach,
+            std::min({hull.start.y, hull.end.y, start.y, end.y}) - hull.reach,
+            std::max({hull.start.y, hull.end.y, start.y, end.y}) + hull.reach};
+}
 
 /// A contour's segments in the plane, and the contract's decision about any two of them.
 class ContourSegments {
@@ -49,15 +49,22 @@ public:
     ContourSegments(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                     const AcGeVector3d& normal, double scale);
 
-    bool anyCross() const;
+    bool anyCross() const {
+        return PiecePairs::any(*this, [this](std::size_t i, std::size_t j) { return doCross(i, j); });
+    }
+
+    // What PiecePairs wants of the segments.
+    std::size_t count() const { return m_count; }
+    PiecePairs::Box boxOf(std::size_t i) const;
+    PiecePairs::Run runOf(std::size_t first, std::size_t end) const;
+    PiecePairs::Hull hullOf(std::size_t i) const;
 
 private:
     void takeDistinct(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
-                      const AcGeVector3d& normal, double widest);
+                      const AcGeVector3d& normal);
     void makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
                  const AcGeVector3d& normal);
-    PiecePairs::Hull hullOf(std::size_t index) const;
-    std::uint8_t headingOf(std::size_t index) const;
+    PiecePairs::Run straightRunOf(std::size_t first, std::size_t end) const;
 
     const AcGePoint2d& startOf(std::size_t i) const { return m_points[i]; }
     const AcGePoint2d& endOf(std::size_t i) const { return m_points[i + 1 < m_points.size() ? i + 1 : 0]; }
@@ -84,6 +91,8 @@ private:
     std::size_t m_count = 0;       ///< of segments: points that have a bulge
     std::vector<int> m_arcNumbers; ///< per segment, -1 for a straight one; empty when all are straight
     std::vector<AcGeCircArc2d> m_arcs;
+    std::vector<PiecePairs::Box> m_arcBoxes;
+    double m_largest = 0.0;           ///< coordinate without its sign, of those that are finite
     double m_allowance = 0.0;         ///< of the point test at the largest coordinate
     double m_clear = 0.0;             ///< lengths beyond this are clear of the point test
     bool m_hasClearTolerance = false; ///< so is the distance at which a crossing is a vertex
@@ -93,41 +102,52 @@ ContourSegments::ContourSegments(const AcArray<AcGePoint3d>& points, const AcArr
                                  const AcGeVector3d& normal, double scale) {
     m_tolerance.setEqualPoint(scale * kPointShare);
     m_tolerance.setEqualVector(scale * kVectorShare);
-    const double largest = largestCoordinateOf(points);
-    m_allowance = AcGe::pointAllowance(AcGeContext::gTol, largest);
+    takeDistinct(points, bulges, normal);
+    m_allowance = AcGe::pointAllowance(AcGeContext::gTol, m_largest);
     m_clear = kClearAllowances * m_allowance;
     m_hasClearTolerance = m_tolerance.equalPoint() >= m_clear;
-    takeDistinct(points, bulges, normal, AcGe::pointAllowance(m_tolerance, largest));
+    m_arcBoxes.reserve(m_arcs.size());
+    for (std::size_t i = 0; i < m_arcNumbers.size(); ++i)
+        if (m_arcNumbers[i] >= 0) m_arcBoxes.push_back(boxAround(hullOf(i)));
 }
 
-// A point equal to the one that stays before it goes with its bulge. Points without a bulge always stay.
+// A point equal to the one that stays before it goes with its bulge. Points without a bulge always stay. One
+// walk over the input, for the whole question takes few walks more: what is far from its predecessor by the
+// largest coordinate so far is not put to the point test.
 void ContourSegments::takeDistinct(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
-                                   const AcGeVector3d& normal, double widest) {
-    const int compared = std::min(points.length(), bulges.length());
-    const auto isRepeat = [&](const AcGePoint3d& point, const AcGePoint3d& before) {
-        const bool mayBe = !(std::abs(point.x - before.x) > widest || std::abs(point.y - before.y) > widest);
-        return mayBe && point.isEqualTo(before, m_tolerance);
+                                   const AcGeVector3d& normal) {
+    const int length = points.length();
+    const int compared = std::min(length, bulges.length());
+    const double ownTolerance = std::abs(m_tolerance.equalPoint());
+    const auto reachAt = [&](double largest) {
+        return std::max(ownTolerance, AcGe::kPointUlps * AcGe::ulpOf(largest));
     };
-    std::vector<int> arcs; // places of kept points whose segment has a bulge
-    std::vector<int> kept; // of the points, from the first repeat on; before it points keep their place
-    m_points.reserve(static_cast<std::size_t>(points.length()));
-    int last = 0;
-    for (int i = 0; i < points.length(); ++i) {
-        if (i > 0 && i < compared && isRepeat(points[i], points[last])) continue;
+    double largest = 0.0;
+    double reach = reachAt(largest);
+    int last = -1; // point that stays
+    m_points.reserve(static_cast<std::size_t>(length));
+    for (int i = 0; i < length; ++i) {
+        const AcGePoint3d& point = points[i];
+        const double own = point.largestCoordinate();
+        if (own > largest && std::isfinite(own)) {
+            largest = own;
+            reach = reachAt(largest);
+        }
+        if (last >= 0 && i < compared) {
+            const AcGeVector3d step = point - points[last];
+            const bool isFar = std::abs(step.x) > reach || std::abs(step.y) > reach;
+            if (!isFar && point.isEqualTo(points[last], m_tolerance)) continue;
+        }
+        if (last >= 0 && last < compared && isArcBulge(bulges[last]))
+            makeArc(m_points.size() - 1, points[last], point, bulges[last], normal);
         last = i;
-        if (i < compared && isArcBulge(bulges[i])) arcs.push_back(static_cast<int>(m_points.size()));
-        if (i < compared) ++m_count;
-        if (!kept.empty() || static_cast<std::size_t>(i) != m_points.size()) kept.push_back(i);
-        m_points.emplace_back(points[i].x, points[i].y);
+        m_points.emplace_back(point.x, point.y);
     }
-    const int count = static_cast<int>(m_points.size());
-    const int firstMoved = count - static_cast<int>(kept.size());
-    const auto placeOf = [&](int k) {
-        return k < firstMoved ? k : kept[static_cast<std::size_t>(k - firstMoved)];
-    };
-    for (const int k : arcs)
-        makeArc(static_cast<std::size_t>(k), points[placeOf(k)], points[placeOf(k + 1 < count ? k + 1 : 0)],
-                bulges[placeOf(k)], normal);
+    const std::size_t withoutBulge = static_cast<std::size_t>(length - compared);
+    m_count = m_points.size() - withoutBulge;
+    if (withoutBulge == 0 && isArcBulge(bulges[last]))
+        makeArc(m_count - 1, points[last], points[0], bulges[last], normal);
+    m_largest = largest;
 }
 
 void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end,
@@ -138,7 +158,7 @@ void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const
                             AcGePoint2d(end.x, end.y));
     // Too flat to be told from its chord: the segment stays straight.
     if (!(arc.radius() > 0.0) || !std::isfinite(arc.radius())) return;
-    if (m_arcNumbers.empty()) m_arcNumbers.assign(m_count, -1);
+    if (m_arcNumbers.empty()) m_arcNumbers.assign(m_points.capacity(), -1);
     m_arcNumbers[index] = static_cast<int>(m_arcs.size());
     m_arcs.push_back(arc);
 }
@@ -161,48 +181,58 @@ PiecePairs::Hull ContourSegments::hullOf(std::size_t index) const {
     return {start, end, apex - (start + (end - start) / 2), reach};
 }
 
+PiecePairs::Box ContourSegments::boxOf(std::size_t i) const {
+    if (arcOf(i)) return m_arcBoxes[static_cast<std::size_t>(m_arcNumbers[i])];
+    const AcGePoint2d& start = startOf(i);
+    const AcGePoint2d& end = endOf(i);
+    const double reach = kReachAllowances * m_allowance;
+    return {std::min(start.x, end.x) - reach, std::max(start.x, end.x) + reach,
+            std::min(start.y, end.y) - reach, std::max(start.y, end.y) + reach};
+}
+
+PiecePairs::Run ContourSegments::runOf(std::size_t first, std::size_t end) const {
+    bool isStraight = true;
+    for (std::size_t i = first; i < end && !m_arcs.empty(); ++i) isStraight = isStraight && !arcOf(i);
+    if (isStraight) return straightRunOf(first, end);
+    PiecePairs::Run run{BoxChain::emptyBox(), PiecePairs::kNone};
+    for (std::size_t i = first; i < end; ++i) run.box.extend(boxOf(i));
+    return run;
+}
+
 // Segments that follow on each other within a quarter turn, each long enough to be clear of the point test,
-// meet nowhere but where they follow on.
-std::uint8_t ContourSegments::headingOf(std::size_t index) const {
-    const AcGeVector2d direction = endOf(index) - startOf(index);
-    const bool isClear = m_hasClearTolerance && !arcOf(index) && sumOfSides(direction) > 2.0 * m_clear;
-    if (!isClear) return PiecePairs::kNone;
-    return PiecePairs::headingOf(direction);
-}
-
-PiecePairs::Box boxAround(const PiecePairs::Hull& hull) {
-    const AcGePoint2d start = hull.start + hull.rise;
-    const AcGePoint2d end = hull.end + hull.rise;
-    return {std::min({hull.start.x, hull.end.x, start.x, end.x}) - hull.reach,
-            std::max({hull.start.x, hull.end.x, start.x, end.x}) + hull.reach,
-            std::min({hull.start.y, hull.end.y, start.y, end.y}) - hull.reach,
-            std::max({hull.start.y, hull.end.y, start.y, end.y}) + hull.reach};
-}
-
-bool ContourSegments::anyCross() const {
-    std::vector<PiecePairs::Box> boxes;
-    std::vector<std::uint8_t> headings;
-    boxes.reserve(m_count);
-    headings.reserve(m_count);
-    for (std::size_t i = 0; i < m_count; ++i) {
-        const AcGePoint2d& start = startOf(i);
-        const AcGePoint2d& end = endOf(i);
-        const double reach = kReachAllowances * m_allowance;
-        headings.push_back(headingOf(i));
-        if (!isFinite(start) || !isFinite(end))
-            boxes.push_back(BoxChain::emptyBox());
-        else if (arcOf(i))
-            boxes.push_back(boxAround(hullOf(i)));
-        else
-            boxes.push_back({std::min(start.x, end.x) - reach, std::max(start.x, end.x) + reach,
-                             std::min(start.y, end.y) - reach, std::max(start.y, end.y) + reach});
+// meet nowhere but where they follow on. All comparisons are such that a NaN does not count, but for the
+// length, where it does.
+PiecePairs::Run ContourSegments::straightRunOf(std::size_t first, std::size_t end) const {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    AcGePoint2d at = startOf(first);
+    double lowX = std::min(infinity, at.x), highX = std::max(-infinity, at.x);
+    double lowY = std::min(infinity, at.y), highY = std::max(-infinity, at.y);
+    double leastX = infinity, mostX = -infinity, leastY = infinity, mostY = -infinity;
+    bool areClear = m_hasClearTolerance;
+    for (std::size_t i = first; i < end; ++i) {
+        const AcGePoint2d next = endOf(i);
+        const AcGeVector2d step = next - at;
+        lowX = std::min(lowX, next.x);
+        highX = std::max(highX, next.x);
+        lowY = std::min(lowY, next.y);
+        highY = std::max(highY, next.y);
+        leastX = std::min(leastX, step.x);
+        mostX = std::max(mostX, step.x);
+        leastY = std::min(leastY, step.y);
+        mostY = std::max(mostY, step.y);
+        areClear &= sumOfSides(step) > 2.0 * m_clear;
+        at = next;
     }
-    return PiecePairs(std::move(boxes), std::move(headings))
-        .anyPair([this](std::size_t i, std::size_t j) { return doCross(i, j); },
-                 [this](std::size_t i) { return hullOf(i); });
+    const double reach = kReachAllowances * m_allowance;
+    const int headings = (leastX >= 0.0 ? PiecePairs::kRight : 0) | (mostX <= 0.0 ? PiecePairs::kLeft : 0) |
+                         (leastY >= 0.0 ? PiecePairs::kUp : 0) | (mostY <= 0.0 ? PiecePairs::kDown : 0);
+    return {{lowX - reach, highX + reach, lowY - reach, highY + reach},
+            static_cast<std::uint8_t>(areClear ? headings : 0)};
 }
 
 bool ContourSegments::doCross(std::size_t i, std::size_t j) const {
+    for (const AcGePoint2d& point : {startOf(i), endOf(i), startOf(j), endOf(j)})
+        if (!isFinite(point)) return false;
     const AcGeCircArc2d* arc1 = arcOf(i);
     const AcGeCircArc2d* arc2 = arcOf(j);
     return arc1 || arc2 ? doArcsCross(i, j, arc1, arc2) : doLinesCross(i, j);
