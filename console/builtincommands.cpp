@@ -2,8 +2,9 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "atomicfile.h"
+#include "auditcommand.h"
 #include "casefold.h"
+#include "commandoutput.h"
 #include "consolestate.h"
 #include "consoletext.h"
 #include "dbblocktable.h"
@@ -12,12 +13,13 @@
 #include "dblayertable.h"
 #include "dblinetypetablerecord.h"
 #include "dbobjptr.h"
+#include "dictcommand.h"
 #include "drawinglisting.h"
 #include "host.h"
 #include "plotcommand.h"
 #include "runtimeservices.h"
-#include "systempath.h"
-#include "textencoding.h"
+#include "undocommand.h"
+#include "xdatacommand.h"
 
 #include <algorithm>
 #include <memory>
@@ -32,25 +34,8 @@ struct Builtin {
     AcRxFunctionPtr function;
     const wchar_t* arguments;
     const wchar_t* help;
+    Adesk::Int32 flags = ACRX_CMD_MODAL;
 };
-
-AcApDocument* currentDocument() {
-    AcApDocument* document = acDocManagerPtr()->curDocument();
-    if (!document) hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
-    return document;
-}
-
-void printTable(const std::vector<Row>& rows, std::string_view alignment) {
-    hostkit::printToCommandLine(formatTable(rows, alignment));
-}
-
-bool writeTextFile(const std::wstring& file, const std::string& bytes) {
-    hostkit::AtomicFile target(hostkit::mapPath(file));
-    target.write(bytes);
-    if (target.commit()) return true;
-    hostkit::failCommand(Acad::eFileAccessErr, file + L": " + hostkit::wideFromUtf8(target.errorText()));
-    return false;
-}
 
 void quit() { consoleState().wantsToQuit = true; }
 
@@ -101,7 +86,7 @@ std::unordered_map<AcDbObjectId, std::size_t> entitiesByLayer(AcDbDatabase& data
 }
 
 void layers() {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = documentOrFail();
     if (!document) return;
     const AcDbSymbolTablePointer<AcDbLayerTable> table(document->database(), AcDb::kForRead);
     if (!table.object()) return hostkit::failCommand(table.openStatus(), L"the layers cannot be read");
@@ -139,7 +124,7 @@ void printListing(const hostkit::DrawingListing& listing) {
 }
 
 void list() {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = documentOrFail();
     if (!document) return;
     CString form(L"Table");
     acedInitGet(0, L"Table Json");
@@ -148,13 +133,7 @@ void list() {
     if (answer != RTNORM && answer != RTNONE) return;
     const hostkit::DrawingListing listing = hostkit::listDrawing(*document->database());
     if (form == L"Table") return printListing(listing);
-    CString file;
-    if (acedGetString(0, L"File <command line>: ", file) != RTNORM) return;
-    const std::string json = hostkit::listingAsJson(listing);
-    if (file.IsEmpty())
-        hostkit::printToCommandLine(hostkit::wideFromUtf8(json) + L"\n");
-    else
-        writeTextFile(file.GetString(), json + "\n");
+    offerText(hostkit::listingAsJson(listing));
 }
 
 struct NamedForm {
@@ -184,7 +163,7 @@ bool readSaveWords(hostkit::WriteOptions& options, bool& mayOverwrite) {
 }
 
 void saveAs() {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = documentOrFail();
     CString file;
     if (!document || acedGetString(0, L"File: ", file) != RTNORM) return;
     if (file.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
@@ -208,10 +187,19 @@ void help();
 constexpr Builtin builtins[] = {
     {L"HELP", help, L"", L"this list"},
     {L"LIST", list, L"[TABLE | JSON [FILE]]", L"all entities of the drawing"},
+    {L"XDATA", xdataCommand, L"HANDLE [TABLE | JSON [FILE]]",
+     L"the extended data of an object, application by application"},
+    {L"DICT", dictCommand, L"[CONTENTS] [TABLE | JSON [FILE]]",
+     L"the tree of dictionaries; with CONTENTS what stands in their records"},
+    {L"AUDIT", auditCommand, L"[TABLE | JSON [FILE]]",
+     L"checks owners, handles, references, tables, dictionaries; fails where the drawing has faults"},
     {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
-    {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT]", L"a picture of the drawing; the page in millimetres"},
+    {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT] [FILL LAYER]...",
+     L"a picture of the drawing; the page in millimetres; closed curves of these layers filled"},
     {L"SAVEAS", saveAs, L"FILE [OVERWRITE] [FIELDS] [R12 | 2000 ... 2018]",
      L"saves the drawing; the opened file only with OVERWRITE"},
+    {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
+     ACRX_CMD_NO_UNDO_MARKER},
     {L"MODULES", modules, L"", L"the loaded modules in the order of loading"},
     {L"COMMANDS", commands, L"", L"all commands with their groups, those of modules too"},
     {L"QUIT", quit, L"", L"ends the program; nothing is saved but by --output"},
@@ -232,5 +220,5 @@ void help() {
 
 void registerBuiltinCommands(AcEdCommandStack& stack) {
     for (const Builtin& each : builtins)
-        stack.addCommand(L"CONSOLE", each.name, each.name, ACRX_CMD_MODAL, each.function);
+        stack.addCommand(L"CONSOLE", each.name, each.name, each.flags, each.function);
 }

@@ -1,0 +1,103 @@
+// XDATA: the typed store of an object, shown from a drawing that others wrote.
+#include "runprogram.h"
+
+#include "exitcodes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const std::string program = VEXO_BINARY_DIR "/bin/vexohost";
+
+// A point (1F) with two applications' data, one (20) without, and a layer.
+const std::string drawing =
+    "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n"
+    "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nAPPID\n70\n2\n"
+    "0\nAPPID\n5\n10\n100\nAcDbSymbolTableRecord\n100\nAcDbRegAppTableRecord\n2\nORDANE\n70\n0\n"
+    "0\nAPPID\n5\n11\n100\nAcDbSymbolTableRecord\n100\nAcDbRegAppTableRecord\n2\nOTHER\n70\n0\n"
+    "0\nENDTAB\n0\nENDSEC\n"
+    "0\nSECTION\n2\nENTITIES\n"
+    "0\nPOINT\n5\n1F\n100\nAcDbEntity\n8\n0\n100\nAcDbPoint\n10\n0.0\n20\n0.0\n30\n0.0\n"
+    "1001\nORDANE\n1000\nflag\n1000\nnumber\n1070\n7\n1000\narea\n1040\n2.25\n"
+    "1000\nname\n1000\nsays \"a\"\n1000\nlist\n1071\n2\n1071\n10\n1071\n-20\n1000\nlong\n1071\n70000\n"
+    "1000\nplace\n1010\n1.0\n1020\n2.0\n1030\n3.0\n1000\nlast\n"
+    "1001\nOTHER\n1002\n{\n1005\n20\n1002\n}\n"
+    "0\nPOINT\n5\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbPoint\n10\n0.0\n20\n0.0\n30\n0.0\n"
+    "0\nENDSEC\n0\nEOF\n";
+
+class XDataCommand : public ::testing::Test {
+protected:
+    ProgramResult run(const std::string& command) {
+        return runProgram({program, file, "--command", command}, "",
+                          {{"VEXO_REGISTRY", folder / "registry.txt"}});
+    }
+    TemporaryFolder folder;
+    std::string file = writtenFile(folder, "small.dxf", drawing);
+};
+
+bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+// The line's words with one blank between them.
+std::string lineWith(const std::string& output, const std::string& word) {
+    const std::size_t at = output.find(word);
+    if (at == std::string::npos) return {};
+    std::string line = output.substr(output.rfind('\n', at) + 1);
+    line.resize(line.find('\n'));
+    std::string words;
+    for (const char c : line)
+        if (c != ' ' || (!words.empty() && words.back() != ' ')) words += c;
+    while (!words.empty() && words.back() == ' ') words.pop_back();
+    return words;
+}
+
+TEST_F(XDataCommand, EntriesAreShownByApplicationWithTheirKinds) {
+    const ProgramResult result = run("XDATA 1f");
+    ASSERT_EQ(result.code, exitcode::ok) << result.problems;
+    const std::pair<const char*, const char*> lines[] = {
+        {"flag", "ORDANE flag flag"},
+        {"number", "ORDANE number int 7"},
+        {"area", "ORDANE area double 2.25"},
+        {"name", "ORDANE name string says \"a\""},
+        {"list", "ORDANE list long array 10, -20"},
+        {"70000", "ORDANE long long 70000"},
+        {"place", "ORDANE place point (1, 2, 3)"},
+        {"last", "ORDANE last flag"},
+        {"{", "OTHER other {"},
+        {"other 20", "OTHER other 20"},
+    };
+    for (const auto& [word, line] : lines) EXPECT_EQ(lineWith(result.output, word), line) << result.output;
+    EXPECT_TRUE(has(result.output, "POINT 1F: ")) << result.output;
+    EXPECT_TRUE(has(result.output, " of 16383 bytes")) << result.output;
+}
+
+TEST_F(XDataCommand, JsonHasEntriesAndRecords) {
+    const std::string target = folder / "data.json";
+    ASSERT_EQ(run("XDATA 1F JSON " + target).code, exitcode::ok);
+    const std::string json = readFile(target);
+    EXPECT_TRUE(isJson(json)) << json;
+    for (const char* part :
+         {"\"handle\":\"1F\"", "\"type\":\"POINT\"", "{\"key\":\"flag\",\"kind\":\"flag\",\"value\":true}",
+          "{\"key\":\"list\",\"kind\":\"long array\",\"value\":[10,-20]}", "\"value\":\"says \\\"a\\\"\"",
+          "\"value\":[1,2,3]", "\"records\":[[1000,\"flag\"],[1000,\"number\"],[1070,7]", "[1005,\"20\"]"})
+        EXPECT_TRUE(has(json, part)) << part << " in " << json;
+    const ProgramResult none = run("XDATA 20 JSON");
+    EXPECT_TRUE(has(none.output, "{\"handle\":\"20\",\"type\":\"POINT\",\"bytes\":0,\"applications\":[]}"))
+        << none.output;
+}
+
+TEST_F(XDataCommand, WhatCannotBeShownIsSaid) {
+    const std::tuple<const char*, bool, const char*> cases[] = {
+        {"XDATA 20", true, "POINT 20 has no extended data"},
+        {"XDATA FFFF", false, "no object with the handle FFFF"},
+        {"XDATA point", false, "\"point\" is none"},
+        {"XDATA", false, "a handle is needed"},
+        {"XDATA 1F XML", false, "TABLE or JSON"},
+    };
+    for (const auto& [command, isGood, said] : cases) {
+        const ProgramResult result = run(command);
+        EXPECT_EQ(result.code == exitcode::ok, isGood) << command;
+        EXPECT_TRUE(has(result.output + result.problems, said)) << command << ": " << result.problems;
+    }
+}
+
+} // namespace
