@@ -1,0 +1,48 @@
+#include "undocommand.h"
+
+#include "acdocman.h"
+#include "aced.h"
+#include "host.h"
+#include "undohistory.h"
+
+#include <string>
+
+namespace {
+
+std::wstring counted(std::size_t count, const wchar_t* one, const wchar_t* many) {
+    return std::to_wstring(count) + L" " + (count == 1 ? one : many);
+}
+
+void tell(const hostkit::UndoReport& report) {
+    const std::wstring name = report.name.empty() ? L"Changes by no command" : report.name;
+    std::wstring text =
+        name + L": taken back, " + counted(report.restored, L"object is", L"objects are") + L" as before\n";
+    if (report.keptSuspended > 0)
+        text += L"  " + counted(report.keptSuspended, L"object stays", L"objects stay") +
+                L" as changed while undo recording was off\n";
+    if (report.inConflict > 0)
+        text += L"  " +
+                counted(report.inConflict, L"object could not be taken back: it was",
+                        L"objects could not be taken back: they were") +
+                L" changed again while undo recording was off\n";
+    hostkit::printToCommandLine(text);
+}
+
+} // namespace
+
+void undoCommand() {
+    AcApDocument* document = acDocManagerPtr()->curDocument();
+    if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
+    int count = 1;
+    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
+    const int answer = acedGetInt(L"Number of commands <1>: ", &count);
+    if (answer != RTNORM && answer != RTNONE)
+        return hostkit::failCommand(Acad::eInvalidInput, L"the number of commands is 1 or more");
+    for (int i = 0; i < count; ++i) {
+        hostkit::UndoReport report;
+        const Acad::ErrorStatus status = hostkit::undoLastGroup(*document->database(), report);
+        if (status != Acad::eOk && i > 0) return acutPrintf(L"Nothing further to take back\n"), void();
+        if (status != Acad::eOk) return hostkit::failCommand(status, L"there is nothing to take back");
+        tell(report);
+    }
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// The console's command UNDO [COUNT].
+void undoCommand();
