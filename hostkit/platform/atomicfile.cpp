@@ -69,10 +69,10 @@ bool AtomicFile::openTemporary() {
     const std::string start =
         directoryOf(path_) + '/' + temporaryPrefix(nameOf(path_)) + std::to_string(getpid()) + '-';
     for (int number = 0; number < 10000; ++number) {
-        const std::string name = start + std::to_string(number);
+        std::string name = start + std::to_string(number);
         descriptor_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor_ >= 0) {
-            temporary_ = name;
+            temporary_ = std::move(name); // nothing may fail between the file and its name here
             return true;
         }
         if (errno != EEXIST) return false;
@@ -116,6 +116,7 @@ void AtomicFile::flushBuffer() {
 }
 
 bool AtomicFile::commit() {
+    const std::string directory = directoryOf(path_); // while a shortage of memory can still stop the save
     if (descriptor_ < 0 && !error_) error_ = EBADF;
     if (!error_) flushBuffer();
     if (!error_ && fsync(descriptor_) != 0) fail();
@@ -128,7 +129,7 @@ bool AtomicFile::commit() {
         return false;
     }
     temporary_.clear();
-    flushDirectory(directoryOf(path_));
+    flushDirectory(directory);
     return true;
 }
 

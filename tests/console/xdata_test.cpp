@@ -63,7 +63,7 @@ TEST_F(XDataCommand, EntriesAreShownByApplicationWithTheirKinds) {
         {"place", "ORDANE place point (1, 2, 3)"},
         {"last", "ORDANE last flag"},
         {"{", "OTHER other {"},
-        {"other 20", "OTHER other 20"},
+        {"other       20", "OTHER other 20"},
     };
     for (const auto& [word, line] : lines) EXPECT_EQ(lineWith(result.output, word), line) << result.output;
     EXPECT_TRUE(has(result.output, "POINT 1F: ")) << result.output;
