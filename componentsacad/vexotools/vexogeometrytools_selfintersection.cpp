@@ -32,6 +32,32 @@ constexpr double kCrossRounding = 1e-14;
 
 double sumOfSides(const AcGeVector2d& vector) { return std::abs(vector.x) + std::abs(vector.y); }
 
+/// What the point test can call equal lies no farther apart than this, among the points seen so far: most
+/// neighbours need not be put to the test.
+class WidestReach {
+public:
+    explicit WidestReach(const AcGeTol& tolerance)
+        : m_tolerance(std::abs(tolerance.equalPoint()))
+        , m_reach(m_tolerance) {}
+
+    void see(const AcGePoint3d& point) {
+        const double own = point.largestCoordinate();
+        if (!(own > m_largest) || !std::isfinite(own)) return;
+        m_largest = own;
+        m_reach = std::max(m_tolerance, AcGe::kPointUlps * AcGe::ulpOf(own));
+    }
+    bool areFar(const AcGePoint3d& a, const AcGePoint3d& b) const {
+        return std::abs(a.x - b.x) > m_reach || std::abs(a.y - b.y) > m_reach;
+    }
+    /// Without its sign, of those that are finite.
+    double largestCoordinate() const { return m_largest; }
+
+private:
+    double m_tolerance;
+    double m_largest = 0.0;
+    double m_reach;
+};
+
 bool isFinite(const AcGePoint2d& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
 PiecePairs::Box boxAround(const PiecePairs::Hull& hull) {
@@ -92,7 +118,6 @@ private:
     std::vector<int> m_arcNumbers; ///< per segment, -1 for a straight one; empty when all are straight
     std::vector<AcGeCircArc2d> m_arcs;
     std::vector<PiecePairs::Box> m_arcBoxes;
-    double m_largest = 0.0;           ///< coordinate without its sign, of those that are finite
     double m_allowance = 0.0;         ///< of the point test at the largest coordinate
     double m_clear = 0.0;             ///< lengths beyond this are clear of the point test
     bool m_hasClearTolerance = false; ///< so is the distance at which a crossing is a vertex
@@ -103,7 +128,6 @@ ContourSegments::ContourSegments(const AcArray<AcGePoint3d>& points, const AcArr
     m_tolerance.setEqualPoint(scale * kPointShare);
     m_tolerance.setEqualVector(scale * kVectorShare);
     takeDistinct(points, bulges, normal);
-    m_allowance = AcGe::pointAllowance(AcGeContext::gTol, m_largest);
     m_clear = kClearAllowances * m_allowance;
     m_hasClearTolerance = m_tolerance.equalPoint() >= m_clear;
     m_arcBoxes.reserve(m_arcs.size());
@@ -112,32 +136,20 @@ ContourSegments::ContourSegments(const AcArray<AcGePoint3d>& points, const AcArr
 }
 
 // A point equal to the one that stays before it goes with its bulge. Points without a bulge always stay. One
-// walk over the input, for the whole question takes few walks more: what is far from its predecessor by the
-// largest coordinate so far is not put to the point test.
+// walk over the input, for the whole question takes few walks more.
 void ContourSegments::takeDistinct(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                                    const AcGeVector3d& normal) {
     const int length = points.length();
     const int compared = std::min(length, bulges.length());
-    const double ownTolerance = std::abs(m_tolerance.equalPoint());
-    const auto reachAt = [&](double largest) {
-        return std::max(ownTolerance, AcGe::kPointUlps * AcGe::ulpOf(largest));
-    };
-    double largest = 0.0;
-    double reach = reachAt(largest);
+    WidestReach widest(m_tolerance);
     int last = -1; // point that stays
     m_points.reserve(static_cast<std::size_t>(length));
     for (int i = 0; i < length; ++i) {
         const AcGePoint3d& point = points[i];
-        const double own = point.largestCoordinate();
-        if (own > largest && std::isfinite(own)) {
-            largest = own;
-            reach = reachAt(largest);
-        }
-        if (last >= 0 && i < compared) {
-            const AcGeVector3d step = point - points[last];
-            const bool isFar = std::abs(step.x) > reach || std::abs(step.y) > reach;
-            if (!isFar && point.isEqualTo(points[last], m_tolerance)) continue;
-        }
+        widest.see(point);
+        if (last >= 0 && i < compared && !widest.areFar(point, points[last]) &&
+            point.isEqualTo(points[last], m_tolerance))
+            continue;
         if (last >= 0 && last < compared && isArcBulge(bulges[last]))
             makeArc(m_points.size() - 1, points[last], point, bulges[last], normal);
         last = i;
@@ -147,7 +159,7 @@ void ContourSegments::takeDistinct(const AcArray<AcGePoint3d>& points, const AcA
     m_count = m_points.size() - withoutBulge;
     if (withoutBulge == 0 && isArcBulge(bulges[last]))
         makeArc(m_count - 1, points[last], points[0], bulges[last], normal);
-    m_largest = largest;
+    m_allowance = AcGe::pointAllowance(AcGeContext::gTol, widest.largestCoordinate());
 }
 
 void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end,
