@@ -40,27 +40,12 @@ PlaneBox segmentBox(const ContourVertex& vertex, const ContourVertex& next) {
     const AcGePoint2d start(vertex.x, vertex.y);
     const AcGePoint2d end(next.x, next.y);
     const double bulge = vertex.bulge;
-    if (std::abs(bulge) <= 1.0)
-        return start.distanceSqrdTo(end) > 0.0 ? PlaneSegment(start, end, bulge).box(0.0)
-                                               : PlaneBox{start.x, start.y, start.x, start.y};
+    if (std::abs(bulge) <= 1.0) return boxOfSegment(start, end, bulge);
     const AcGeVector2d chord = end - start;
     const double square = bulge * bulge;
     const AcGePoint2d center = start + chord * 0.5 + chord.perpVector() * ((1.0 - square) / (4.0 * bulge));
     const double radius = chord.length() * (1.0 + square) / (4.0 * std::abs(bulge));
     return {center.x - radius, center.y - radius, center.x + radius, center.y + radius};
-}
-
-void extend(std::optional<PlaneBox>& box, const ContourArea& area) {
-    for (const ContourLoop& loop : area) {
-        if (!bounds(loop)) continue;
-        for (std::size_t i = 0; i < loop.vertices.size(); ++i) {
-            const PlaneBox part = segmentBox(loop.vertices[i], loop.vertices[(i + 1) % loop.vertices.size()]);
-            if (box)
-                box->extend(part);
-            else
-                box = part;
-        }
-    }
 }
 
 ContourArea counterClockwise(const ContourLoop& loop) {
@@ -71,40 +56,44 @@ ContourArea counterClockwise(const ContourLoop& loop) {
 bool isRound(int winding) { return winding != 0; }
 bool isBounded(int winding) { return winding > 0; }
 
+std::optional<PlaneBox> joined(const std::optional<PlaneBox>& first, const std::optional<PlaneBox>& second) {
+    if (!first || !second) return first ? first : second;
+    PlaneBox box = *first;
+    box.extend(*second);
+    return box;
+}
+
 template <typename Inside>
-ContourArea partWhere(const ContourArea& first, const ContourArea& second, const Inside& isInside) {
-    const double tolerance = areaTolerance(first, second);
+ContourArea partWhere(const ContourArea& first, const ContourArea& second, const std::optional<PlaneBox>& box,
+                      const Inside& isInside) {
+    const double tolerance = areaTolerance(box);
     std::optional<ContourArea> result;
     for (const double scale : kToleranceScales) {
-        const ContourArrangement arrangement(first, second, scale * tolerance);
+        const ContourArrangement arrangement(first, second, box, scale * tolerance);
         if (arrangement.isConsistent()) return arrangement.areaWhere(isInside);
         if (!result) result = arrangement.areaWhere(isInside);
     }
     return *result;
 }
 
-bool areApart(const ContourArea& first, const ContourArea& second) {
-    const std::optional<PlaneBox> one = boxOf(first, {});
-    const std::optional<PlaneBox> two = boxOf(second, {});
-    return !one || !two || !one->meets(*two);
-}
-
 template <bool (*isInside)(int)>
 ContourArea commonPart(const ContourArea& first, const ContourArea& second) {
-    if (areApart(first, second)) return {};
-    return partWhere(first, second,
+    const std::optional<PlaneBox> one = boxOf(first);
+    const std::optional<PlaneBox> two = boxOf(second);
+    if (!one || !two || !one->meets(*two)) return {};
+    return partWhere(first, second, joined(one, two),
                      [](const int windings[2]) { return isInside(windings[0]) && isInside(windings[1]); });
 }
 
 template <bool (*isInside)(int)>
 ContourArea remainder(const ContourArea& first, const ContourArea& second) {
-    return partWhere(first, second,
+    return partWhere(first, second, boxOf(first, second),
                      [](const int windings[2]) { return isInside(windings[0]) && !isInside(windings[1]); });
 }
 
 template <bool (*isInside)(int)>
 ContourArea unitedPart(const ContourArea& first, const ContourArea& second) {
-    return partWhere(first, second,
+    return partWhere(first, second, boxOf(first, second),
                      [](const int windings[2]) { return isInside(windings[0]) || isInside(windings[1]); });
 }
 
@@ -120,11 +109,12 @@ bool isStraightThrough(const ContourVertex& before, const ContourVertex& vertex,
         start.distanceTo(end) <= tolerance)
         return false;
     const PlaneSegment whole(start, end, bulge);
+    if (!(std::abs(whole.distanceLeft(middle)) <= tolerance)) return false;
     if (std::abs(bulge) <= 1.0 ? !whole.isBeside(middle) : before.bulge * vertex.bulge < 0.0) return false;
-    for (const AcGePoint2d& point : {middle, PlaneSegment(start, middle, before.bulge).middle(),
-                                     PlaneSegment(middle, end, vertex.bulge).middle()})
-        if (!(std::abs(whole.distanceLeft(point)) <= tolerance)) return false;
-    return true;
+    const auto isOn = [&](const PlaneSegment& part) {
+        return part.isStraight() || std::abs(whole.distanceLeft(part.middle())) <= tolerance;
+    };
+    return isOn(PlaneSegment(start, middle, before.bulge)) && isOn(PlaneSegment(middle, end, vertex.bulge));
 }
 
 std::vector<ContourVertex> withoutRepeatedVertices(const ContourLoop& loop, double tolerance) {
@@ -147,11 +137,20 @@ bool bounds(const ContourLoop& loop) {
            });
 }
 
-std::optional<PlaneBox> boxOf(const ContourArea& first, const ContourArea& second) {
+std::optional<PlaneBox> boxOf(const ContourArea& area) {
     std::optional<PlaneBox> box;
-    extend(box, first);
-    extend(box, second);
+    for (const ContourLoop& loop : area) {
+        if (!bounds(loop)) continue;
+        const std::size_t count = loop.vertices.size();
+        if (!box) box = segmentBox(loop.vertices[0], loop.vertices[1]);
+        for (std::size_t i = 0; i < count; ++i)
+            box->extend(segmentBox(loop.vertices[i], loop.vertices[i + 1 < count ? i + 1 : 0]));
+    }
     return box;
+}
+
+std::optional<PlaneBox> boxOf(const ContourArea& first, const ContourArea& second) {
+    return joined(boxOf(first), boxOf(second));
 }
 
 ContourLoop reversed(const ContourLoop& loop) {
@@ -192,7 +191,10 @@ double trueArea(const ContourArea& area) {
 }
 
 double areaTolerance(const ContourArea& first, const ContourArea& second) {
-    const std::optional<PlaneBox> box = boxOf(first, second);
+    return areaTolerance(boxOf(first, second));
+}
+
+double areaTolerance(const std::optional<PlaneBox>& box) {
     if (!box) return kRelativeTolerance;
     const double size = std::max(box->highX - box->lowX, box->highY - box->lowY);
     const double largest = std::max(std::max(std::abs(box->lowX), std::abs(box->highX)),

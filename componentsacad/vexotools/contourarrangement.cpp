@@ -9,6 +9,10 @@ namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
+/// Two curves between the same nodes are one when their middles are no farther apart than this many
+/// tolerances: each lies within one of where the boundary was given.
+constexpr double kSameCurve = 2.0;
+
 AcGePoint3d inSpace(const AcGePoint2d& point) { return {point.x, point.y, 0.0}; }
 
 /// Does `segment` keep within the tolerance of `other` from one of its points to another. Both points do.
@@ -19,40 +23,59 @@ bool runsAlong(const PlaneSegment& segment, const PlaneSegment& other, const AcG
     return std::abs(other.distanceLeft(piece.middle())) <= tolerance;
 }
 
-/// A point beside the middle of an edge, so near that only exact ties are decided by it.
-struct Viewpoint {
-    AcGePoint2d point;
-    bool isAbove; ///< the edge's point, rather than below it
+/// A point to the left of the middle of an edge, so near that it decides exact ties only, and the ray from it
+/// along the x axis, or upright along the y axis.
+class Viewpoint {
+public:
+    Viewpoint(const PlaneSegment& edge, bool isUpright)
+        : m_point(edge.middle())
+        , m_isUpright(isUpright)
+        , m_isAbove(along(edge.end()) > along(edge.start())) {}
 
-    bool hasBelow(const AcGePoint2d& other) const { return isAbove ? other.y <= point.y : other.y < point.y; }
-    /// Agrees with hasBelow for a point above or below the whole chord.
-    bool isLeftOfChord(const PlaneSegment& curve) const {
-        const bool startsBelow = hasBelow(curve.start());
-        const bool startsLeft = curve.start().x < point.x;
-        if (startsBelow == hasBelow(curve.end()) && startsLeft != (curve.end().x < point.x))
-            return startsBelow == startsLeft;
-        return curve.isLeftOfChord(point);
+    const AcGePoint2d& point() const { return m_point; }
+    bool mayRunRound(const PlaneBox& box) const {
+        return m_isUpright ? box.lowX <= m_point.x && m_point.x <= box.highX && box.highY >= m_point.y
+                           : box.lowY <= m_point.y && m_point.y <= box.highY && box.highX >= m_point.x;
     }
-};
 
-/// What the edge adds to the winding number of a point: the crossing of a ray along the x axis with its
-/// chord, and the part between chord and arc.
-int turnsRound(const PlaneSegment& curve, const Viewpoint& view, bool isLeftOfChord, bool isLeftOfCurve) {
-    const bool startsBelow = view.hasBelow(curve.start());
-    const bool endsBelow = view.hasBelow(curve.end());
-    int turns = 0;
-    if (startsBelow && !endsBelow && isLeftOfChord) turns = 1;
-    if (!startsBelow && endsBelow && !isLeftOfChord) turns = -1;
-    if (curve.bulge() > 0.0 && !isLeftOfChord && isLeftOfCurve) ++turns;
-    if (curve.bulge() < 0.0 && isLeftOfChord && !isLeftOfCurve) --turns;
-    return turns;
-}
+    /// What an edge adds to the winding number: the crossing of the ray with its chord, and the part between
+    /// chord and arc. `isOwn` for the edge that the point is beside.
+    int turnsRound(const PlaneSegment& curve, bool isOwn) const {
+        const bool startsBelow = hasBelow(curve.start());
+        const bool endsBelow = hasBelow(curve.end());
+        const bool isLeft = isOwn ? curve.bulge() <= 0.0 : isLeftOfChord(curve, startsBelow, endsBelow);
+        int turns = 0;
+        if (startsBelow && !endsBelow && isLeft) turns = 1;
+        if (!startsBelow && endsBelow && !isLeft) turns = -1;
+        if (curve.isStraight() || isLeft == (curve.bulge() > 0.0)) return turns;
+        const bool isLeftOfCurve = isOwn || curve.distanceLeft(m_point) > 0.0;
+        return isLeftOfCurve == isLeft ? turns : turns + (isLeft ? -1 : 1);
+    }
+
+private:
+    double along(const AcGePoint2d& point) const { return m_isUpright ? point.y : point.x; }
+    double across(const AcGePoint2d& point) const { return m_isUpright ? -point.x : point.y; }
+    bool hasBelow(const AcGePoint2d& point) const {
+        return m_isAbove ? across(point) <= across(m_point) : across(point) < across(m_point);
+    }
+    /// Agrees with hasBelow for a point above or below the whole chord.
+    bool isLeftOfChord(const PlaneSegment& curve, bool startsBelow, bool endsBelow) const {
+        const bool startsBehind = along(curve.start()) < along(m_point);
+        if (startsBelow == endsBelow && startsBehind != (along(curve.end()) < along(m_point)))
+            return startsBelow == startsBehind;
+        return curve.isLeftOfChord(m_point);
+    }
+
+    AcGePoint2d m_point;
+    bool m_isUpright;
+    bool m_isAbove; ///< the edge's middle, seen along the ray, rather than below it
+};
 
 } // namespace
 
-ContourArrangement::ContourArrangement(const ContourArea& first, const ContourArea& second, double tolerance)
+ContourArrangement::ContourArrangement(const ContourArea& first, const ContourArea& second,
+                                       const std::optional<PlaneBox>& box, double tolerance)
     : m_tolerance(tolerance) {
-    const std::optional<PlaneBox> box = boxOf(first, second);
     std::size_t count = 0;
     for (const ContourArea* area : {&first, &second})
         for (const ContourLoop& loop : *area) count += loop.vertices.size();
@@ -62,7 +85,9 @@ ContourArrangement::ContourArrangement(const ContourArea& first, const ContourAr
         reach = std::max(box->highX - box->lowX, box->highY - box->lowY);
     }
     m_grid.emplace(tolerance, reach, static_cast<int>(count));
-    m_segments.reserve(count + 8);
+    m_nodes.reserve(count);
+    m_segments.reserve(count);
+    m_curves.reserve(count);
     m_sources.reserve(count);
     for (const ContourLoop& loop : first) addLoop(loop, 0);
     for (const ContourLoop& loop : second) addLoop(loop, 1);
@@ -72,7 +97,8 @@ ContourArrangement::ContourArrangement(const ContourArea& first, const ContourAr
         [&](std::size_t i, std::size_t j) { meet(static_cast<int>(i), static_cast<int>(j)); });
     cutAtNearNodes(givenCount);
     makeGraph();
-    findWindings();
+    // Along the shorter side of the whole the rays meet fewer others.
+    findWindings(box && box->highX - box->lowX > box->highY - box->lowY);
 }
 
 // ---- nodes and segments ----
@@ -114,8 +140,8 @@ void ContourArrangement::addSource(const ContourVertex& vertex, const ContourVer
 
 void ContourArrangement::addSegment(int from, int to, double bulge, int area) {
     if (from == to) return;
-    m_segments.push_back({PlaneSegment(m_nodes[at(from)], m_nodes[at(to)], bulge), from, to,
-                          static_cast<int>(m_sources.size()) - 1, area});
+    m_curves.emplace_back(pointOf(from), pointOf(to), bulge);
+    m_segments.push_back({from, to, static_cast<int>(m_sources.size()) - 1, area});
 }
 
 /// The node within the tolerance of a point that is nearest to it; else a new one.
@@ -123,7 +149,7 @@ int ContourArrangement::nodeAt(const AcGePoint2d& point, const AcGePoint2d* give
     int nearest = -1;
     double distance = m_tolerance * m_tolerance;
     m_grid->anyNear(inSpace(point), [&](int node) {
-        const double other = m_nodes[at(node)].distanceSqrdTo(point);
+        const double other = pointOf(node).distanceSqrdTo(point);
         if (other > distance) return false;
         distance = other;
         nearest = node;
@@ -131,8 +157,7 @@ int ContourArrangement::nodeAt(const AcGePoint2d& point, const AcGePoint2d* give
     });
     if (nearest >= 0) return nearest;
     const int node = static_cast<int>(m_nodes.size());
-    m_nodes.push_back(point);
-    m_given.push_back(given ? *given : point + m_origin);
+    m_nodes.push_back({point, given ? *given : point + m_origin});
     m_grid->add(inSpace(point), node);
     return node;
 }
@@ -140,64 +165,87 @@ int ContourArrangement::nodeAt(const AcGePoint2d& point, const AcGePoint2d* give
 void ContourArrangement::indexSegments() {
     std::vector<PlaneBox> boxes;
     boxes.reserve(m_segments.size());
-    for (const Segment& segment : m_segments) boxes.push_back(segment.curve.box(m_tolerance));
+    for (const PlaneSegment& curve : m_curves) {
+        const PlaneBox box = boxOfSegment(curve.start(), curve.end(), curve.bulge());
+        boxes.push_back({box.lowX - m_tolerance, box.lowY - m_tolerance, box.highX + m_tolerance,
+                         box.highY + m_tolerance});
+    }
     m_tree.emplace(std::move(boxes));
 }
 
 // ---- cutting ----
 
 void ContourArrangement::cut(int segment, int node) {
-    m_cuts.push_back({segment, node, m_segments[at(segment)].curve.fractionAt(m_nodes[at(node)])});
+    m_cuts.push_back({segment, node, m_curves[at(segment)].fractionAt(pointOf(node))});
 }
 
 void ContourArrangement::meet(int first, int second) {
     const Segment& a = m_segments[at(first)];
     const Segment& b = m_segments[at(second)];
+    const PlaneSegment& curveA = m_curves[at(first)];
+    const PlaneSegment& curveB = m_curves[at(second)];
+    const bool isFromShared = a.from == b.from || a.from == b.to;
+    const bool isToShared = a.to == b.from || a.to == b.to;
+    const bool areNeighbours = isFromShared || isToShared;
+    if (!areNeighbours && (curveA.isClearOf(curveB, m_tolerance) || curveB.isClearOf(curveA, m_tolerance)))
+        return;
+
     AcGePoint2d contacts[4];
     int contactCount = 0;
-    const auto tryEnd = [&](int node, const Segment& other, int otherIndex, bool isShared) {
-        const AcGePoint2d& point = m_nodes[at(node)];
+    const auto tryEnd = [&](int node, const PlaneSegment& other, int otherIndex, bool isShared) {
+        const AcGePoint2d& point = pointOf(node);
         if (!isShared) {
-            if (!other.curve.touches(point, m_tolerance)) return;
+            if (!other.touches(point, m_tolerance)) return;
             cut(otherIndex, node);
         }
         contacts[contactCount++] = point;
     };
-    for (const int node : {a.from, a.to}) tryEnd(node, b, second, node == b.from || node == b.to);
-    for (const int node : {b.from, b.to})
-        if (node != a.from && node != a.to) tryEnd(node, a, first, false);
-    if (contactCount > 0 && a.curve.isStraight() && b.curve.isStraight()) return;
+    tryEnd(a.from, curveB, second, isFromShared);
+    tryEnd(a.to, curveB, second, isToShared);
+    if (b.from != a.from && b.from != a.to) tryEnd(b.from, curveA, first, false);
+    if (b.to != a.from && b.to != a.to) tryEnd(b.to, curveA, first, false);
+    if (contactCount > 0 && curveA.isStraight() && curveB.isStraight()) return;
+    // Beside the common node, segments that turn away from each other's arcs meet nowhere else.
+    if (areNeighbours && ((!curveA.isStraight() && curveA.hasBehindChord(curveB, m_tolerance)) ||
+                          (!curveB.isStraight() && curveB.hasBehindChord(curveA, m_tolerance))))
+        return;
+    cross(first, second, contacts, contactCount);
+}
 
+/// Cuts both segments where they cross, but for crossings at which they only leave a contact.
+void ContourArrangement::cross(int first, int second, const AcGePoint2d* contacts, int contactCount) {
+    const PlaneSegment& curveA = m_curves[at(first)];
+    const PlaneSegment& curveB = m_curves[at(second)];
     AcGePoint2d points[2];
-    int count = crossingsOf(a.curve, b.curve, m_tolerance, points);
-    if (count == 2 && runsAlong(a.curve, b.curve, points[0], points[1], m_tolerance)) {
+    int count = crossingsOf(curveA, curveB, m_tolerance, points);
+    if (count == 2 && runsAlong(curveA, curveB, points[0], points[1], m_tolerance)) {
         if (points[0].distanceSqrdTo(points[1]) > 0.0)
             points[0] =
-                PlaneSegment(points[0], points[1], a.curve.bulgeBetween(points[0], points[1])).middle();
+                PlaneSegment(points[0], points[1], curveA.bulgeBetween(points[0], points[1])).middle();
         count = 1;
     }
     for (int i = 0; i < count; ++i) {
-        const bool isContact =
-            std::any_of(contacts, contacts + contactCount, [&](const AcGePoint2d& contact) {
-                return runsAlong(a.curve, b.curve, contact, points[i], m_tolerance);
-            });
-        if (isContact) continue;
+        const auto isAtCrossing = [&](const AcGePoint2d& contact) {
+            return runsAlong(curveA, curveB, contact, points[i], m_tolerance);
+        };
+        if (std::any_of(contacts, contacts + contactCount, isAtCrossing)) continue;
         const int node = nodeAt(points[i], nullptr);
-        if (node != a.from && node != a.to) cut(first, node);
-        if (node != b.from && node != b.to) cut(second, node);
+        for (const int segment : {first, second})
+            if (node != m_segments[at(segment)].from && node != m_segments[at(segment)].to)
+                cut(segment, node);
     }
 }
 
 /// Every segment passes every node farther off than the tolerance, or through it.
 void ContourArrangement::cutAtNearNodes(int firstNode) {
     for (int node = firstNode; at(node) < m_nodes.size(); ++node) {
-        const AcGePoint2d point = m_nodes[at(node)];
+        const AcGePoint2d point = pointOf(node);
         const PlaneBox box{point.x, point.y, point.x, point.y};
         m_tree->forEach([&](const PlaneBox& other) { return other.meets(box); },
                         [&](std::size_t i) {
                             const Segment& segment = m_segments[i];
                             if (node != segment.from && node != segment.to &&
-                                segment.curve.touches(point, m_tolerance))
+                                m_curves[i].touches(point, m_tolerance))
                                 cut(static_cast<int>(i), node);
                         });
     }
@@ -217,36 +265,38 @@ void ContourArrangement::makeGraph() {
     m_lastEdgeAt.assign(m_nodes.size(), -1);
     std::size_t nextCut = 0;
     for (std::size_t i = 0; i < m_segments.size(); ++i) {
-        m_firstPiece.push_back(m_pieces.size());
+        m_firstPiece.push_back(static_cast<int>(m_pieces.size()));
         int from = m_segments[i].from;
         for (; nextCut < m_cuts.size() && at(m_cuts[nextCut].segment) == i; ++nextCut) {
             const int node = m_cuts[nextCut].node;
-            addPiece(m_segments[i], from, node, edges);
+            addPiece(i, from, node, edges);
             from = node;
         }
-        addPiece(m_segments[i], from, m_segments[i].to, edges);
+        addPiece(i, from, m_segments[i].to, edges);
     }
-    m_firstPiece.push_back(m_pieces.size());
-    m_graph.emplace(std::move(edges), static_cast<int>(m_nodes.size()));
+    m_firstPiece.push_back(static_cast<int>(m_pieces.size()));
+    m_graph.emplace(std::move(edges), std::move(m_curves), static_cast<int>(m_nodes.size()));
 }
 
 /// Pieces of several segments that run between the same nodes within the tolerance are one edge.
-void ContourArrangement::addPiece(const Segment& segment, int from, int to, std::vector<GraphEdge>& edges) {
+void ContourArrangement::addPiece(std::size_t index, int from, int to, std::vector<GraphEdge>& edges) {
     if (from == to) return;
-    const AcGePoint2d& start = m_nodes[at(from)];
-    const AcGePoint2d& end = m_nodes[at(to)];
-    const bool isWhole = from == segment.from && to == segment.to;
-    const PlaneSegment curve =
-        isWhole ? segment.curve : PlaneSegment(start, end, segment.curve.bulgeBetween(start, end));
-    Source& source = m_sources[at(segment.source)];
-    const int order = source.pieceCount++;
+    const Segment& segment = m_segments[index];
+    int curve = static_cast<int>(index);
+    if (from != segment.from || to != segment.to) {
+        curve = static_cast<int>(m_curves.size());
+        const double bulge = m_curves[index].bulgeBetween(pointOf(from), pointOf(to));
+        m_curves.emplace_back(pointOf(from), pointOf(to), bulge);
+    }
+    const int order = m_sources[at(segment.source)].pieceCount++;
+    const double height = m_curves[at(curve)].height();
     const int smaller = std::min(from, to);
     for (int i = m_lastEdgeAt[at(smaller)]; i >= 0; i = m_previousEdge[at(i)]) {
         GraphEdge& edge = edges[at(i)];
         const bool backward = edge.from == to && edge.to == from;
         if (!backward && (edge.from != from || edge.to != to)) continue;
-        const double height = backward ? -curve.height() : curve.height();
-        if (std::abs(height - edge.curve.height()) > 2.0 * m_tolerance) continue;
+        const double difference = (backward ? -height : height) - m_curves[at(edge.curve)].height();
+        if (std::abs(difference) > kSameCurve * m_tolerance) continue;
         edge.runs[segment.area] += backward ? -1 : 1;
         m_pieces.push_back({i, backward});
         return;
@@ -262,47 +312,45 @@ void ContourArrangement::addPiece(const Segment& segment, int from, int to, std:
 
 /// Windings spread from edge to edge round the nodes; for each connected part a ray from the middle of its
 /// longest edge says where they begin, and one from another edge confirms it.
-void ContourArrangement::findWindings() {
+void ContourArrangement::findWindings(bool isUpright) {
     std::vector<int> component;
     const std::vector<GraphEdge>& edges = m_graph->edges();
+    const auto isShorter = [&](int i, int j) {
+        return m_graph->curveOf(i).chord() < m_graph->curveOf(j).chord();
+    };
     for (int edge = 0; at(edge) < edges.size(); ++edge) {
         if (m_graph->isReached(edge)) continue;
         m_isConsistent = m_graph->reach(edge, component) && m_isConsistent;
-        const auto isShorter = [&](int i, int j) {
-            return edges[at(i)].curve.chord() < edges[at(j)].curve.chord();
-        };
         const int longest = *std::max_element(component.begin(), component.end(), isShorter);
         int windings[2];
-        windingsLeftOf(longest, windings);
-        const int shift[2] = {windings[0] - edges[at(longest)].left[0],
-                              windings[1] - edges[at(longest)].left[1]};
+        windingsLeftOf(longest, isUpright, windings);
+        const int* left = edges[at(longest)].left;
+        const int shift[2] = {windings[0] - left[0], windings[1] - left[1]};
         m_graph->shiftWindings(component, shift);
         const int other = component[component.size() / 2];
-        windingsLeftOf(other, windings);
+        windingsLeftOf(other, isUpright, windings);
         for (int area = 0; area < 2; ++area)
             m_isConsistent = m_isConsistent && windings[area] == edges[at(other)].left[area];
     }
 }
 
-void ContourArrangement::windingsLeftOf(int edge, int windings[2]) const {
+void ContourArrangement::windingsLeftOf(int edge, bool isUpright, int windings[2]) const {
     windings[0] = windings[1] = 0;
-    const std::vector<GraphEdge>& edges = m_graph->edges();
-    const PlaneSegment& own = edges[at(edge)].curve;
-    const AcGePoint2d point = own.middle();
-    const Viewpoint view{point, own.end().x > own.start().x};
-    const auto isRight = [&](const PlaneBox& box) {
-        return box.lowY <= point.y && point.y <= box.highY && box.highX >= point.x;
-    };
-    m_tree->forEach(isRight, [&](std::size_t i) {
-        for (std::size_t k = m_firstPiece[i]; k < m_firstPiece[i + 1]; ++k) {
-            const GraphEdge& other = edges[at(m_pieces[k].edge)];
-            const bool isSame = m_pieces[k].edge == edge;
-            const bool isLeftOfChord = isSame ? other.curve.bulge() <= 0.0 : view.isLeftOfChord(other.curve);
-            const bool isLeft = isSame || other.curve.distanceLeft(point) > 0.0;
-            const int turns = turnsRound(other.curve, view, isLeftOfChord, isLeft);
-            windings[m_segments[i].area] += m_pieces[k].isBackward ? -turns : turns;
+    const Viewpoint view(m_graph->curveOf(edge), isUpright);
+    const auto countTurns = [&](std::size_t i) {
+        int& winding = windings[m_segments[i].area];
+        const PlaneSegment& whole = m_graph->curve(static_cast<int>(i));
+        if (std::abs(whole.distanceLeft(view.point())) > kSameCurve * m_tolerance) {
+            winding += view.turnsRound(whole, false); // its pieces would come to the same
+            return;
         }
-    });
+        for (int k = m_firstPiece[i]; k < m_firstPiece[i + 1]; ++k) {
+            const Piece& piece = m_pieces[at(k)];
+            const int turns = view.turnsRound(m_graph->curveOf(piece.edge), piece.edge == edge);
+            winding += piece.isBackward ? -turns : turns;
+        }
+    };
+    m_tree->forEach([&](const PlaneBox& box) { return view.mayRunRound(box); }, countTurns);
 }
 
 // ---- results ----
@@ -320,8 +368,7 @@ ContourArea ContourArrangement::loopsOf(const std::vector<std::vector<int>>& run
     for (const std::vector<int>& run : runs) {
         ContourLoop loop = loopOf(run);
         double length = 0.0;
-        for (const int halfEdge : run)
-            length += m_graph->edges()[at(EdgeGraph::edgeOf(halfEdge))].curve.chord();
+        for (const int halfEdge : run) length += m_graph->curveOf(EdgeGraph::edgeOf(halfEdge)).chord();
         const double size = signedArea(loop);
         if (std::abs(size) <= length * m_tolerance) continue;
         order.emplace_back(size > 0.0 ? -size : -1.0 / size, area.size());
@@ -356,7 +403,7 @@ ContourLoop ContourArrangement::loopOf(const std::vector<int>& halfEdges) const 
     loop.vertices.reserve(begins.size());
     for (std::size_t i = 0; i < begins.size(); ++i) {
         const std::size_t end = i + 1 < begins.size() ? begins[i + 1] : begins[0] + count;
-        const AcGePoint2d& point = m_given[at(m_graph->startOf(halfEdges[begins[i]]))];
+        const AcGePoint2d& point = m_nodes[at(m_graph->startOf(halfEdges[begins[i]]))].given;
         loop.vertices.push_back({point.x, point.y, bulgeOf(halfEdges, begins[i], end - begins[i])});
     }
     return loop;
@@ -372,7 +419,7 @@ double ContourArrangement::bulgeOf(const std::vector<int>& halfEdges, std::size_
     double bulge = 0.0;
     for (std::size_t i = 0; i < count; ++i) {
         const int halfEdge = halfEdges[(begin + i) % halfEdges.size()];
-        const double next = sense * m_graph->edges()[at(EdgeGraph::edgeOf(halfEdge))].curve.bulge();
+        const double next = sense * m_graph->curveOf(EdgeGraph::edgeOf(halfEdge)).bulge();
         bulge = (bulge + next) / (1.0 - bulge * next); // sum of angles by their tangents
     }
     return bulge;

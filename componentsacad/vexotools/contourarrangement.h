@@ -15,7 +15,9 @@ namespace VEXOGeometryTools {
 /// on either side of each piece.
 class ContourArrangement {
 public:
-    ContourArrangement(const ContourArea& first, const ContourArea& second, double tolerance);
+    /// `box` is that of both areas, as boxOf gives it.
+    ContourArrangement(const ContourArea& first, const ContourArea& second,
+                       const std::optional<PlaneBox>& box, double tolerance);
 
     /// False when the winding numbers contradict each other: some pieces cross where no node is.
     bool isConsistent() const { return m_isConsistent; }
@@ -37,8 +39,12 @@ public:
     }
 
 private:
+    struct Node {
+        AcGePoint2d point; ///< about the origin
+        AcGePoint2d given;
+    };
+    /// Its curve has the segment's own number.
     struct Segment {
-        PlaneSegment curve;
         int from;
         int to;
         int source;
@@ -64,15 +70,17 @@ private:
     void addLoop(const ContourLoop& loop, int area);
     void addSource(const ContourVertex& vertex, const ContourVertex& next, int from, int to, int area);
     void addSegment(int from, int to, double bulge, int area);
+    const AcGePoint2d& pointOf(int node) const { return m_nodes[static_cast<std::size_t>(node)].point; }
     int nodeAt(const AcGePoint2d& point, const AcGePoint2d* given);
     void indexSegments();
     void meet(int first, int second);
+    void cross(int first, int second, const AcGePoint2d* contacts, int contactCount);
     void cut(int segment, int node);
     void cutAtNearNodes(int firstNode);
     void makeGraph();
-    void addPiece(const Segment& segment, int from, int to, std::vector<GraphEdge>& edges);
-    void findWindings();
-    void windingsLeftOf(int edge, int windings[2]) const;
+    void addPiece(std::size_t segment, int from, int to, std::vector<GraphEdge>& edges);
+    void findWindings(bool isUpright);
+    void windingsLeftOf(int edge, bool isUpright, int windings[2]) const;
     ContourArea loopsOf(const std::vector<std::vector<int>>& runs) const;
     ContourLoop loopOf(const std::vector<int>& halfEdges) const;
     bool continues(int halfEdge, int next) const;
@@ -81,22 +89,25 @@ private:
     AcGeVector2d m_origin;
     double m_tolerance;
     std::optional<PointGrid> m_grid;
-    std::vector<AcGePoint2d> m_nodes; ///< about the origin
-    std::vector<AcGePoint2d> m_given; ///< where they were given, for nodes that were
+    std::vector<Node> m_nodes;
     std::vector<Source> m_sources;
     std::vector<Segment> m_segments;
+    std::vector<PlaneSegment> m_curves; ///< of segments, then of their pieces; the graph's in the end
     std::optional<SegmentTree> m_tree;
     std::vector<Cut> m_cuts;
     std::vector<Piece> m_pieces;
-    std::vector<std::size_t> m_firstPiece; ///< of each segment
-    std::vector<int> m_lastEdgeAt;         ///< of each node, the last edge made whose smaller node it is
+    std::vector<int> m_firstPiece;   ///< of each segment
+    std::vector<int> m_lastEdgeAt;   ///< of each node, the last edge made whose smaller node it is
     std::vector<int> m_previousEdge; ///< of each edge, the one made before it with the same smaller node
     std::optional<EdgeGraph> m_graph;
     bool m_isConsistent = true;
 };
 
-/// The common box of the loops that bound anything, and whether a loop does.
+/// Does the loop bound anything: two vertices or more, all numbers of ordinary size.
 bool bounds(const ContourLoop& loop);
+/// The box of the loops that bound anything.
+std::optional<PlaneBox> boxOf(const ContourArea& area);
 std::optional<PlaneBox> boxOf(const ContourArea& first, const ContourArea& second);
+double areaTolerance(const std::optional<PlaneBox>& box);
 
 } // namespace VEXOGeometryTools

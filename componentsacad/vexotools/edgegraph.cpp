@@ -23,8 +23,9 @@ double pseudoAngle(const AcGeVector2d& direction) {
 
 } // namespace
 
-EdgeGraph::EdgeGraph(std::vector<GraphEdge> edges, int nodeCount)
+EdgeGraph::EdgeGraph(std::vector<GraphEdge> edges, std::vector<PlaneSegment> curves, int nodeCount)
     : m_edges(std::move(edges))
+    , m_curves(std::move(curves))
     , m_firstAt(at(nodeCount) + 1, 0)
     , m_around(2 * m_edges.size())
     , m_placeOf(2 * m_edges.size())
@@ -48,7 +49,7 @@ int EdgeGraph::startOf(int halfEdge) const {
 }
 
 PlaneSegment EdgeGraph::leaving(int halfEdge) const {
-    const PlaneSegment& curve = m_edges[at(edgeOf(halfEdge))].curve;
+    const PlaneSegment& curve = curveOf(edgeOf(halfEdge));
     return isBackward(halfEdge) ? curve.reversed() : curve;
 }
 
@@ -65,9 +66,9 @@ void EdgeGraph::orderAround(int node) {
     const int first = m_firstAt[at(node)];
     const int count = m_firstAt[at(node) + 1] - first;
     if (count < 3) return;
-    double shortest = m_edges[at(edgeOf(m_around[at(first)]))].curve.chord();
+    double shortest = curveOf(edgeOf(m_around[at(first)])).chord();
     for (int i = 1; i < count; ++i)
-        shortest = std::min(shortest, m_edges[at(edgeOf(m_around[at(first + i)]))].curve.chord());
+        shortest = std::min(shortest, curveOf(edgeOf(m_around[at(first + i)])).chord());
     std::vector<std::pair<double, int>> order;
     std::vector<AcGeVector2d> directions;
     for (int i = 0; i < count; ++i) {

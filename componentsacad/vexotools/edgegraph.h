@@ -10,7 +10,7 @@ namespace VEXOGeometryTools {
 struct GraphEdge {
     int from = 0;
     int to = 0;
-    PlaneSegment curve;
+    int curve = 0;
     /// How often each of the two areas' boundaries runs along it, forward less backward: the winding number
     /// to its left less the one to its right.
     int runs[2] = {0, 0};
@@ -27,9 +27,14 @@ class EdgeGraph {
 public:
     /// Each node must be left and entered equally often by either area's runs. Edges that come nearer to each
     /// other than `tolerance` do so at common nodes only.
-    EdgeGraph(std::vector<GraphEdge> edges, int nodeCount);
+    /// An edge's curve is its number in `curves`.
+    EdgeGraph(std::vector<GraphEdge> edges, std::vector<PlaneSegment> curves, int nodeCount);
 
     const std::vector<GraphEdge>& edges() const { return m_edges; }
+    const PlaneSegment& curve(int number) const { return m_curves[static_cast<std::size_t>(number)]; }
+    const PlaneSegment& curveOf(int edge) const {
+        return curve(m_edges[static_cast<std::size_t>(edge)].curve);
+    }
     static int edgeOf(int halfEdge) { return halfEdge / 2; }
     static bool isBackward(int halfEdge) { return halfEdge % 2 != 0; }
     int startOf(int halfEdge) const;
@@ -54,6 +59,7 @@ private:
                        const std::vector<char>& isUsed) const;
 
     std::vector<GraphEdge> m_edges;
+    std::vector<PlaneSegment> m_curves;
     std::vector<int> m_firstAt;    ///< of each node, where its half-edges begin in m_around
     std::vector<int> m_around;     ///< half-edges that leave a node, counter-clockwise
     std::vector<int> m_placeOf;    ///< of each half-edge in m_around

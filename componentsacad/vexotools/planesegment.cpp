@@ -22,6 +22,17 @@ void PlaneBox::extend(const PlaneBox& other) {
     highY = std::max(highY, other.highY);
 }
 
+PlaneBox boxOfSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
+    PlaneBox box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
+                 std::max(start.y, end.y)};
+    if (bulge != 0.0) {
+        const double asideX = 0.5 * bulge * (end.y - start.y);
+        const double asideY = -0.5 * bulge * (end.x - start.x);
+        box.extend({box.lowX + asideX, box.lowY + asideY, box.highX + asideX, box.highY + asideY});
+    }
+    return box;
+}
+
 PlaneSegment::PlaneSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge)
     : m_start(start)
     , m_end(end)
@@ -86,16 +97,26 @@ AcGeVector2d PlaneSegment::directionAt(double distance) const {
     return m_along * turnCosine + m_along.perpVector() * turnSine;
 }
 
-PlaneBox PlaneSegment::box(double margin) const {
-    PlaneBox box{std::min(m_start.x, m_end.x), std::min(m_start.y, m_end.y), std::max(m_start.x, m_end.x),
-                 std::max(m_start.y, m_end.y)};
-    if (m_sine != 0.0) {
-        const AcGeVector2d aside = m_along.perpVector() * -height();
-        const PlaneBox shifted{box.lowX + aside.x, box.lowY + aside.y, box.highX + aside.x,
-                               box.highY + aside.y};
-        box.extend(shifted);
-    }
-    return {box.lowX - margin, box.lowY - margin, box.highX + margin, box.highY + margin};
+bool PlaneSegment::isClearOf(const PlaneSegment& other, double margin) const {
+    const AcGeVector2d toStart = other.m_start - m_start;
+    const AcGeVector2d toEnd = other.m_end - m_start;
+    const double reach = margin + std::abs(other.height());
+    const double v1 = m_along.crossProduct(toStart);
+    const double v2 = m_along.crossProduct(toEnd);
+    const double apex = -height();
+    if (std::min(v1, v2) > std::max(0.0, apex) + reach || std::max(v1, v2) < std::min(0.0, apex) - reach)
+        return true;
+    const double u1 = m_along.dotProduct(toStart);
+    const double u2 = m_along.dotProduct(toEnd);
+    return std::min(u1, u2) > m_chord + reach || std::max(u1, u2) < -reach;
+}
+
+bool PlaneSegment::hasBehindChord(const PlaneSegment& other, double margin) const {
+    const double sense = m_bulge < 0.0 ? -1.0 : 1.0;
+    const double v1 = sense * m_along.crossProduct(other.m_start - m_start);
+    const double v2 = sense * m_along.crossProduct(other.m_end - m_start);
+    const double toArc = std::abs(other.height()); // how far it may reach toward the arc
+    return std::min(v1, v2) - toArc >= -margin;
 }
 
 AcGeVector2d PlaneSegment::normalAt(const AcGePoint2d& point) const {

@@ -20,6 +20,9 @@ struct PlaneBox {
     void extend(const PlaneBox& other);
 };
 
+/// A box around the segment, not always the smallest; its bulge is from -1 to 1.
+PlaneBox boxOfSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge);
+
 /// A directed straight segment, or arc of at most half a circle, in the plane.
 ///
 /// Both are held by the chord and by sine and cosine of half the included angle (0 and 1 for a straight
@@ -59,8 +62,10 @@ public:
     /// `distance` is at most the chord.
     AcGeVector2d directionAt(double distance) const;
     PlaneSegment reversed() const { return {m_end, m_start, -m_bulge}; }
-    /// A box around it, not always the smallest.
-    PlaneBox box(double margin) const;
+    /// Does `other` keep more than `margin` away from the rectangle around this segment along its chord.
+    bool isClearOf(const PlaneSegment& other, double margin) const;
+    /// Does `other` lie on the outer side of this one's chord, away from the arc, or within `margin` of it.
+    bool hasBehindChord(const PlaneSegment& other, double margin) const;
 
 private:
     friend int crossingsOf(const PlaneSegment& a, const PlaneSegment& b, double tolerance,

@@ -160,8 +160,9 @@ ContourLoop joinedAt(const SharedSegment& shared, const ContourLoop& first, cons
 }
 
 /// Do the areas lie side by side with this segment, and no part of another, between them.
-bool areNeighbours(const ContourLoop& first, const ContourLoop& second, double bulge, double tolerance) {
-    const ContourArrangement arrangement({first}, {second}, tolerance);
+bool areNeighbours(const ContourLoop& first, const ContourLoop& second, double bulge) {
+    const std::optional<PlaneBox> box = boxOf({first}, {second});
+    const ContourArrangement arrangement({first}, {second}, box, areaTolerance(box));
     const int pieces = std::abs(bulge) > 1.0 ? 2 : 1;
     if (!arrangement.isConsistent() || arrangement.sharedEdgeCount() != pieces) return false;
     return arrangement.areaWhere([](const int windings[2]) { return windings[0] != 0 && windings[1] != 0; })
@@ -216,7 +217,7 @@ AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* s
         shared->second = following(two->loop, 2 * two->loop.vertices.size() - 2 - shared->second, 0);
     }
     const double bulge = one->loop.vertices[shared->first].bulge;
-    if (!areNeighbours(one->loop, two->loop, bulge, tolerance)) return nullptr;
+    if (!areNeighbours(one->loop, two->loop, bulge)) return nullptr;
     const ContourLoop joined = withoutStraightVertices(joinedAt(*shared, one->loop, two->loop));
     if (joined.vertices.size() < 2) return nullptr;
     return polylineOf(joined, one->normal, one->elevation).release();
