@@ -25,6 +25,11 @@ void tell(const hostkit::UndoReport& report) {
                 counted(report.inConflict, L"object could not be taken back: it was",
                         L"objects could not be taken back: they were") +
                 L" changed again while undo recording was off\n";
+    if (report.unfiled > 0)
+        text += L"  " +
+                counted(report.unfiled, L"object could not be taken back: its class does",
+                        L"objects could not be taken back: their classes do") +
+                L" not file what they hold\n";
     hostkit::printToCommandLine(text);
 }
 

@@ -196,6 +196,7 @@ void ChangeLog::undoGroup(const Group& group, UndoReport& report) {
     Tally restored;
     Tally kept;
     Tally inConflict;
+    Tally unfiled;
     for (std::size_t i = m_entries.size(); i-- > group.start;) {
         Entry& entry = m_entries[i];
         if (entry.kind == Kind::none || entry.kind == Kind::touch) continue;
@@ -203,9 +204,11 @@ void ChangeLog::undoGroup(const Group& group, UndoReport& report) {
         const bool isHidden = !entry.isSuspended && later.hides(entry);
         if (entry.isSuspended) later.add(entry);
         entry.isTold = entry.isSuspended;
+        const bool isLost =
+            entry.kind == Kind::state && !static_cast<StateMemory&>(*entry.memory).isComplete();
         if (!entry.isSuspended && !isHidden) restore(entry);
         if (entry.isSuspended && wasTold) continue;
-        Tally& tally = entry.isSuspended ? kept : isHidden ? inConflict : restored;
+        Tally& tally = entry.isSuspended ? kept : isHidden ? inConflict : isLost ? unfiled : restored;
         if (entry.stub)
             tally.objects.insert(entry.stub);
         else
@@ -214,9 +217,13 @@ void ChangeLog::undoGroup(const Group& group, UndoReport& report) {
     std::erase_if(kept.objects, [](const AcDbStub* stub) { return (stub->flags & kStubTakenBack) != 0; });
     kept.remove(inConflict);
     restored.remove(inConflict);
+    for (const AcDbStub* stub : restored.objects)
+        if (stub->flags & kStubTakenBack) unfiled.objects.erase(stub);
+    restored.remove(unfiled);
     report.restored = restored.count();
     report.keptSuspended = kept.count();
     report.inConflict = inConflict.count();
+    report.unfiled = unfiled.count();
 }
 
 } // namespace hostkit

@@ -12,6 +12,7 @@ struct UndoReport {
     std::size_t restored = 0;      ///< objects and header variables that are again what they were
     std::size_t keptSuspended = 0; ///< changed only while recording was off: they stay so
     std::size_t inConflict = 0;    ///< changed with recording on and later with it off: they stay as they are
+    std::size_t unfiled = 0;       ///< of applications' classes that do not file their fields: likewise
 };
 
 } // namespace hostkit

@@ -1,6 +1,7 @@
 // A module as tests need one: commands that answer, fail, wait for Ctrl-C and change the drawing.
 #include "acdocman.h"
 #include "aced.h"
+#include "actrans.h"
 #include "dbblocktablerecord.h"
 #include "dbdatabase.h"
 #include "dbline.h"
@@ -31,6 +32,20 @@ void addLine() {
     if (space->appendAcDbEntity(line) == Acad::eOk) line->close();
 }
 
+// One line that undo knows of and one that it does not.
+void addTwo() {
+    AcDbDatabase& database = *acDocManagerPtr()->curDocument()->database();
+    addLine();
+    database.disableUndoRecording(true);
+    addLine();
+    database.disableUndoRecording(false);
+}
+
+void leaveTransaction() {
+    acDocManagerPtr()->curDocument()->transactionManager()->startTransaction();
+    addLine();
+}
+
 void wait() {
     acutPrintf(L"waiting\n");
     // Output is held until a command ends or asks: ask for nothing, so that the test hears of it.
@@ -52,6 +67,8 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
         acedRegCmds->addCommand(L"HELPFUL", L"GREET", L"SALUER", 0, greet);
         acedRegCmds->addCommand(L"HELPFUL", L"FAIL", L"", 0, fail);
         acedRegCmds->addCommand(L"HELPFUL", L"ADDLINE", L"", 0, addLine);
+        acedRegCmds->addCommand(L"HELPFUL", L"ADDTWO", L"", 0, addTwo);
+        acedRegCmds->addCommand(L"HELPFUL", L"LEAVE", L"", 0, leaveTransaction);
         acedRegCmds->addCommand(L"HELPFUL", L"WAIT", L"", 0, wait);
         acedRegCmds->addCommand(L"HELPFUL", L"HANG", L"", 0, hang);
     }

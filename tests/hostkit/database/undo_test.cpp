@@ -236,6 +236,38 @@ private:
 };
 ACRX_DXF_DEFINE_MEMBERS(TestBeam, AcDbLine, 0, 0, 0, VEXO_TEST_BEAM, TEST)
 
+/// One whose filing fails.
+class TestSilentBeam : public AcDbLine {
+    ACRX_DECLARE_MEMBERS(TestSilentBeam)
+
+public:
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler*) const override { return Acad::eNotImplementedYet; }
+};
+ACRX_DXF_DEFINE_MEMBERS(TestSilentBeam, AcDbLine, 0, 0, 0, VEXO_SILENT_BEAM, TEST)
+
+TEST(Undo, SaysWhatAnApplicationDoesNotFile) {
+    TestSilentBeam::rxInit();
+    {
+        RecordedDrawing drawing;
+        const AcDbObjectId id = drawing.append(new TestSilentBeam);
+        drawing.step(L"LOAD", [&] {
+            drawing.change<AcDbLine>(id, [](AcDbLine& beam) { beam.setThickness(3.0); });
+            drawing.moveEnd({2, 2, 2});
+        });
+        AcDbLine* beam = nullptr;
+        ASSERT_EQ(Acad::eOk, acdbOpenObject(beam, id, AcDb::kForWrite));
+        beam->setThickness(4.0);
+        EXPECT_EQ(Acad::eNotImplementedYet, beam->cancel());
+        EXPECT_TRUE(beam->isWriteEnabled());
+        beam->close();
+        EXPECT_EQ(1u, drawing.undo().unfiled) << "the change by no command";
+        const hostkit::UndoReport report = drawing.undo();
+        EXPECT_EQ(1u, report.unfiled);
+        EXPECT_EQ(1u, report.restored);
+    }
+    TestSilentBeam::rxExit();
+}
+
 TEST(Undo, KnowsTheFieldsOfApplicationsClasses) {
     TestBeam::rxInit();
     {
