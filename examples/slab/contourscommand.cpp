@@ -2,7 +2,7 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "commandoutput.h"
+#include "tableoutput.h"
 #include "contourreport.h"
 #include "contourwalk.h"
 #include "cvxlogentry.h"

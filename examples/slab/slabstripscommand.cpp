@@ -3,7 +3,7 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "casefold.h"
-#include "commandoutput.h"
+#include "tableoutput.h"
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
@@ -12,6 +12,7 @@
 #include "host.h"
 #include "reporttext.h"
 #include "stripdrawing.h"
+#include "stripfiling.h"
 #include "stripreport.h"
 
 #include <algorithm>
@@ -164,8 +165,10 @@ private:
 constexpr double readShare = 0.1;
 constexpr double plannedShare = 0.3;
 
-bool takesPart(const SlabRoles& roles, const std::wstring& stripLayer, const std::wstring& layer) {
-    if (hostkit::equalFolded(layer, stripLayer)) return false;
+// Strips of this run and of earlier ones are no contours of the plan.
+bool takesPart(const SlabRoles& roles, const std::vector<std::wstring>& stripLayers,
+               const std::wstring& layer) {
+    if (isIn(stripLayers, layer)) return false;
     return roles.outlineLayers.empty() || isIn(roles.outlineLayers, layer) ||
            isIn(roles.openingLayers, layer);
 }
@@ -173,8 +176,10 @@ bool takesPart(const SlabRoles& roles, const std::wstring& stripLayer, const std
 std::vector<std::unique_ptr<PlanContour>> readContours(AcDbDatabase& database, const Request& request,
                                                        StripRun& run) {
     std::vector<std::unique_ptr<PlanContour>> contours;
+    std::vector<std::wstring> stripLayers = filedStripLayers(database);
+    stripLayers.push_back(request.look.layer);
     const ContourWalk walk = forEachContour(database, [&](Contour&& contour) {
-        if (!takesPart(request.roles, request.look.layer, contour.layer)) return;
+        if (!takesPart(request.roles, stripLayers, contour.layer)) return;
         std::wstring reason;
         std::optional<PlanContour> plan = planContourOf(contour, reason);
         if (plan)

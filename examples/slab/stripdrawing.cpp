@@ -6,6 +6,7 @@
 #include "dblayertablerecord.h"
 #include "dbobjptr.h"
 #include "dbtext.h"
+#include "stripfiling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,7 @@ constexpr Adesk::UInt16 stripColor = 30; // orange, which formwork plans leave f
 // Of a number in a strip: it fits the strip, and those of one slab look alike where there is room.
 constexpr double heightInWidth = 0.5;
 constexpr double heightInLength = 0.25;
-constexpr double heightInSlab = 0.02;
+constexpr double heightInSlab = 0.02; // of the root of the largest slab's area
 
 Acad::ErrorStatus stripLayer(AcDbDatabase& database, const std::wstring& name, AcDbObjectId& id) {
     const AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
@@ -36,6 +37,16 @@ Acad::ErrorStatus stripLayer(AcDbDatabase& database, const std::wstring& name, A
     return record->close();
 }
 
+Acad::ErrorStatus eraseAll(const std::vector<AcDbObjectId>& ids) {
+    Acad::ErrorStatus status = Acad::eOk;
+    for (const AcDbObjectId id : ids) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        const Acad::ErrorStatus erased = entity.object() ? entity->erase() : entity.openStatus();
+        if (status == Acad::eOk) status = erased;
+    }
+    return status;
+}
+
 // Puts entities into model space one by one; erases them again unless all of them came in.
 class Drawing {
 public:
@@ -43,16 +54,14 @@ public:
         : m_database(database)
         , m_layer(layer) {}
     ~Drawing() {
-        if (m_isKept) return;
-        for (const AcDbObjectId id : m_added) {
-            const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-            if (entity.object()) entity->erase();
-        }
+        if (!m_isKept) eraseAll(m_added);
     }
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    Acad::ErrorStatus add(std::unique_ptr<AcDbEntity> entity, AcDbObjectId& id) {
+    /// With the mark of a strip; a number drawn in one has no area.
+    Acad::ErrorStatus add(std::unique_ptr<AcDbEntity> entity, int number, const double* area,
+                          AcDbObjectId& id) {
         entity->setDatabaseDefaults(&m_database);
         entity->setColorIndex(256);
         Acad::ErrorStatus status = entity->setLayer(m_layer);
@@ -62,8 +71,12 @@ public:
         status = space->appendAcDbEntity(id, entity.get());
         if (status != Acad::eOk) return status;
         m_added.push_back(id);
-        return entity.release()->close();
+        AcDbEntity* added = entity.release();
+        const bool isMarked = markStrip(*added, number, area);
+        status = added->close();
+        return isMarked ? status : Acad::eInvalidInput;
     }
+    const std::vector<AcDbObjectId>& added() const { return m_added; }
     void keep() { m_isKept = true; }
 
 private:
@@ -81,12 +94,11 @@ double readableAngle(double angle) {
 }
 
 std::unique_ptr<AcDbEntity> numberOf(const AcDbDatabase& database, const SlabResult& slab, const Strip& strip,
-                                     int number, double angle) {
+                                     int number, double angle, double largestHeight) {
     const AcGePoint3d place(strip.inside.x, strip.inside.y, slab.slab->contour->elevation);
     auto text =
         std::make_unique<AcDbText>(place, std::to_wstring(number).c_str(), database.textStyleStandard());
-    text->setHeight(std::min({strip.width * heightInWidth, strip.length * heightInLength,
-                              std::sqrt(slab.cut.slabArea) * heightInSlab}));
+    text->setHeight(std::min({strip.width * heightInWidth, strip.length * heightInLength, largestHeight}));
     text->setRotation(readableAngle(angle));
     text->setHorizontalMode(AcDb::kTextCenter);
     text->setVerticalMode(AcDb::kTextVertMid);
@@ -95,16 +107,18 @@ std::unique_ptr<AcDbEntity> numberOf(const AcDbDatabase& database, const SlabRes
 }
 
 Acad::ErrorStatus drawStrip(Drawing& drawing, const AcDbDatabase& database, const SlabResult& slab,
-                            const Strip& strip, const StripLook& look, MadeStrip& made) {
+                            const Strip& strip, const StripLook& look, double largestHeight,
+                            MadeStrip& made) {
     std::unique_ptr<AcDbPolyline> outline(static_cast<AcDbPolyline*>(strip.outline->clone()));
     outline->setElevation(slab.slab->contour->elevation);
-    Acad::ErrorStatus status = drawing.add(std::move(outline), made.outline);
+    Acad::ErrorStatus status = drawing.add(std::move(outline), made.number, &strip.area, made.outline);
     if (status != Acad::eOk) return status;
     wchar_t handle[17] = L"";
     made.outline.handle().getIntoAsciiBuffer(handle);
     made.handle = handle;
     if (!look.hasNumbers) return Acad::eOk;
-    return drawing.add(numberOf(database, slab, strip, made.number, look.angle), made.label);
+    return drawing.add(numberOf(database, slab, strip, made.number, look.angle, largestHeight), made.number,
+                       nullptr, made.label);
 }
 
 } // namespace
@@ -114,15 +128,21 @@ Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripL
     Acad::ErrorStatus status = stripLayer(database, look.layer, layer);
     if (status != Acad::eOk) return status;
     Drawing drawing(database, layer);
+    double largestArea = 0.0;
+    for (const SlabResult& slab : run.slabs) largestArea = std::max(largestArea, slab.cut.slabArea);
+    const double largestHeight = std::sqrt(largestArea) * heightInSlab;
     int number = 0;
     for (SlabResult& slab : run.slabs)
         for (const Strip& strip : slab.cut.strips) {
             MadeStrip made;
             made.number = ++number;
-            status = drawStrip(drawing, database, slab, strip, look, made);
+            status = drawStrip(drawing, database, slab, strip, look, largestHeight, made);
             if (status != Acad::eOk) return status;
             slab.made.push_back(made);
         }
+    const std::vector<AcDbObjectId> replaced = filedStrips(database, look.layer);
+    status = fileStrips(database, look.layer, drawing.added());
+    if (status != Acad::eOk) return status;
     drawing.keep();
-    return Acad::eOk;
+    return eraseAll(replaced);
 }

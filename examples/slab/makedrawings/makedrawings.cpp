@@ -284,13 +284,7 @@ void makePodium(const std::string& file) {
         sheet.contour(placed(corners, angle, 50000, 20000));
     };
     sheet.useLayer(L"COFFRAGE");
-    put({{0, 0},
-         {18000, -6000, 0.2},
-         {36000, 0},
-         {36000, 27000},
-         {20000, 27000},
-         {20000, 21000},
-         {0, 21000}});
+    put({{0, 0, 0.2}, {36000, 0}, {36000, 27000}, {20000, 27000}, {20000, 21000}, {0, 21000}});
     put({{36040, 0}, {52000, 0}, {52000, 15000, 0.3}, {46000, 27000}, {36040, 27000}});
     put(roundedCorners(13500, 9500, 3000, 3000, 1500)); // the island
     sheet.useLayer(L"TREMIES");
@@ -308,8 +302,8 @@ void makePodium(const std::string& file) {
         38000, 62000, 900, 24000,
         L"{\\H1.3x;DALLES D4 ET D5}\\Pjoint de 40, axes \u00E0 30%%d\\Pcour avec \u00EElot central");
     sheet.useLayer(L"CARTOUCHE");
-    sheet.rectangle(32000, 8000, 74000, 58000);
-    drawTitleBlock(sheet, 105500, 8500, L"SOCLE\\PPlan de coffrage", L"D4-01");
+    sheet.rectangle(34000, 9000, 72000, 60000);
+    drawTitleBlock(sheet, 105500, 9500, L"SOCLE\\PPlan de coffrage", L"D4-01");
     sheet.save(file);
 }
 

@@ -1,4 +1,4 @@
-#include "commandoutput.h"
+#include "tableoutput.h"
 
 #include "aced.h"
 #include "atomicfile.h"
