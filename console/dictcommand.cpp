@@ -25,7 +25,7 @@ struct Node {
 };
 
 /// A drawing may nest dictionaries as it likes; a person reads so many levels.
-constexpr int deepest = 64;
+constexpr int deepest = 32;
 
 /// The tree as a list, parents before their entries.
 class TreeWalk {

@@ -1,6 +1,8 @@
 // Stand-in for the host's module messages. Covers the messages that a loaded module hears and its answers; leaves out those of the host's other module kinds.
 #pragma once
 
+#include "modulemark.h"
+
 class AcRx {
 public:
     enum AppMsgCode {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 namespace {
 
@@ -21,6 +24,31 @@ void* ownSymbol(void* handle, const char* name, const std::filesystem::path& fil
     if (!symbol || !dladdr(symbol, &where) || !where.dli_fname) return nullptr;
     std::error_code ignored;
     return std::filesystem::equivalent(where.dli_fname, file, ignored) ? symbol : nullptr;
+}
+
+// "version 10.1 interface 2 compiler 1017" of a module's file; empty where it bears no mark.
+std::string markOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    constexpr std::string_view start = HOSTKIT_MARK_START;
+    const std::size_t begin = bytes.find(start);
+    if (begin == std::string::npos) return {};
+    const std::size_t end = bytes.find(HOSTKIT_MARK_END, begin);
+    return end == std::string::npos ? std::string()
+                                    : bytes.substr(begin + start.size(), end - begin - start.size());
+}
+
+// What this kit's own modules bear.
+std::string ownMark() {
+    constexpr std::string_view whole = HOSTKIT_MODULE_MARK;
+    constexpr std::size_t start = std::string_view(HOSTKIT_MARK_START).size();
+    return std::string(whole.substr(start, whole.size() - start - std::string_view(HOSTKIT_MARK_END).size()));
+}
+
+std::wstring versionProblem(const std::string& mark) {
+    const std::string was = mark.empty() ? ": the module bears no mark of the kit that it was built against"
+                                         : ": the module was built against " + mark + " of the kit";
+    return widen((was + "; this one is " + ownMark() + ". Build the module again").c_str());
 }
 
 } // namespace
@@ -57,6 +85,9 @@ Acad::ErrorStatus AcRxDynamicLinker::loadModule(const wchar_t* file) {
         return fail(Acad::eModuleNotFound, std::wstring(file) + L": there is no such file");
     if (find(file)) return Acad::eOk;
 
+    const std::string mark = markOf(path);
+    if (!mark.empty() && mark != ownMark())
+        return fail(Acad::eModuleLoadFailed, path.wstring() + versionProblem(mark));
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
         const char* why = dlerror();
@@ -71,6 +102,10 @@ Acad::ErrorStatus AcRxDynamicLinker::loadModule(const wchar_t* file) {
         dlclose(handle);
         return fail(Acad::eModuleEntryMissing,
                     path.wstring() + L": the module has no acrxEntryPoint of its own");
+    }
+    if (mark.empty()) {
+        dlclose(handle);
+        return fail(Acad::eModuleLoadFailed, path.wstring() + versionProblem(mark));
     }
     if (module->dllMain && !module->dllMain(handle, processAttach, nullptr)) {
         dlclose(handle);

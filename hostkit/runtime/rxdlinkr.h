@@ -18,8 +18,10 @@ public:
     ~AcRxDynamicLinker() override;
 
     /// Loads the file, runs its DllMain for attach (where it has one) and its acrxEntryPoint with
-    /// kInitAppMsg. Entry points count only when they stand in the file itself. Statuses: eModuleNotFound,
-    /// eModuleLoadFailed (the system's loader refused), eModuleEntryMissing (no acrxEntryPoint),
+    /// kInitAppMsg. Entry points count only when they stand in the file itself. A module that was built
+    /// against another version of the kit is refused before any of its code runs. Statuses: eModuleNotFound,
+    /// eModuleLoadFailed (another version, or the system's loader refused), eModuleEntryMissing (no
+    /// acrxEntryPoint),
     /// eModuleAttachFailed (DllMain gave 0 or the entry did not give kRetOK). After a failure nothing of the
     /// module stays, and lastProblem() says why in words. A second load of the same file is eOk and does
     /// nothing.

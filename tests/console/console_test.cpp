@@ -72,6 +72,12 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
         {{drawing, "--module", modules + "noattach.so"},
          exitcode::moduleNotLoaded,
          {"noattach.so", "DllMain"}},
+        {{drawing, "--module", modules + "otherversion.so"},
+         exitcode::moduleNotLoaded,
+         {"otherversion.so", "interface 1 ", "Build the module again", "eModuleLoadFailed"}},
+        {{drawing, "--module", modules + "unmarked.so"},
+         exitcode::moduleNotLoaded,
+         {"unmarked.so", "no mark", "eModuleLoadFailed"}},
         {{drawing, "--library", "none.so"}, exitcode::moduleNotLoaded, {"none.so"}},
         {{drawing, "--script", script}, exitcode::commandFailed, {"bad.scr:4: NOSUCH", "eUnknownCommand"}},
         {{drawing, "--script", folder / "none.scr"}, exitcode::scriptUnreadable, {"none.scr"}},
@@ -98,6 +104,7 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
         EXPECT_EQ(result.code, each.code) << each.arguments.back() << "\n" << result.problems;
         for (const std::string& part : each.named)
             EXPECT_TRUE(has(result.problems, part)) << part << "\n" << result.problems;
+        EXPECT_FALSE(has(result.output, "another version ran"));
     }
     EXPECT_EQ(readFile(drawing), smallDrawing) << "a failure leaves the drawing as it was";
 }

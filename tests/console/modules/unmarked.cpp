@@ -1,0 +1,1 @@
+extern "C" int acrxEntryPoint(int, void*) { return 0; }
