@@ -1,0 +1,124 @@
+#include "hosttest.h"
+
+#include "aced.h"
+#include "actrans.h"
+#include "axlock.h"
+#include "dbent.h"
+#include "dbline.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+
+#include <functional>
+
+namespace {
+
+using hostkit::TestHost;
+
+std::function<void()> g_body;
+void runBody() { g_body(); }
+
+// What a test may leave behind, and what makes good for it.
+struct Leftover {
+    const char* name;
+    std::function<std::function<void()>(TestHost&)> leave;
+    const wchar_t* words;
+};
+
+AcDbObject* opened(TestHost& session, AcDb::OpenMode mode) {
+    AcDbObject* object = nullptr;
+    EXPECT_EQ(acdbOpenAcDbObject(object, session.database().layerZero(), mode), Acad::eOk);
+    return object;
+}
+
+} // namespace
+
+TEST(TestHost, tellsEachThingThatIsLeftBehind) {
+    const Leftover cases[] = {
+        {"open for read",
+         [](TestHost& session) {
+             AcDbObject* const object = opened(session, AcDb::kForRead);
+             return [object] { object->close(); };
+         },
+         L"AcDbLayerTableRecord"},
+        {"open for write",
+         [](TestHost& session) {
+             AcDbObject* const object = opened(session, AcDb::kForWrite);
+             return [object] { object->close(); };
+         },
+         L"is open for write"},
+        {"open for notify",
+         [](TestHost& session) {
+             AcDbObject* const object = opened(session, AcDb::kForNotify);
+             return [object] { object->close(); };
+         },
+         L"is open for notify"},
+        {"locked",
+         [](TestHost& session) {
+             auto* const lock = new AcAxDocLock(&session.database());
+             return [lock] { delete lock; };
+         },
+         L"document 1 is locked"},
+        {"a transaction",
+         [](TestHost& session) {
+             session.database().transactionManager()->startTransaction();
+             return [&session] { session.database().transactionManager()->endTransaction(); };
+         },
+         L"1 transactions were not ended"},
+        {"no undo recording",
+         [](TestHost& session) {
+             session.database().disableUndoRecording(true);
+             return [&session] { session.database().disableUndoRecording(false); };
+         },
+         L"undo recording was left off"},
+    };
+    for (const Leftover& each : cases) {
+        SCOPED_TRACE(each.name);
+        TestHost session;
+        EXPECT_TRUE(session.leftovers().empty());
+        const std::function<void()> makeGood = each.leave(session);
+        const auto problems = session.leftovers();
+        ASSERT_EQ(problems.size(), 1u);
+        EXPECT_NE(problems[0].find(each.words), std::wstring::npos) << hostkit::utf8FromWide(problems[0]);
+        makeGood();
+        EXPECT_TRUE(session.leftovers().empty());
+    }
+}
+
+TEST(TestHost, looksAtDrawingsOfNoDocumentToo) {
+    TestHost session;
+    AcDbDatabase side;
+    session.watch(side);
+    side.disableUndoRecording(side.undoRecording());
+    AcDbObject* object = nullptr;
+    ASSERT_EQ(acdbOpenAcDbObject(object, side.layerZero(), AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(session.leftovers().size(), 2u);
+    session.forget(side);
+    EXPECT_TRUE(session.leftovers().empty());
+    object->close();
+}
+
+TEST(TestHost, aRunningCommandIsLeftBehindWhileItRuns) {
+    TestHost session;
+    session.host().commands().addCommand(L"TEST", L"LOOK", L"LOOK", ACRX_CMD_MODAL, runBody);
+    std::vector<std::wstring> during;
+    g_body = [&] { during = session.leftovers(); };
+    EXPECT_EQ(session.host().run(L"LOOK").status, Acad::eOk);
+    ASSERT_EQ(during.size(), 2u) << "the command and its lock";
+    EXPECT_NE(during[1].find(L"LOOK"), std::wstring::npos);
+    EXPECT_TRUE(session.leftovers().empty());
+}
+
+TEST(TestHost, nothingLeaksIntoTheNext) {
+    for (int round = 0; round < 2; ++round) {
+        TestHost session;
+        EXPECT_EQ(session.host().documents().documentCount(), 1);
+        EXPECT_TRUE(session.port().printed.empty());
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(session.database().modelSpaceId(),
+                                                            AcDb::kForWrite);
+        EXPECT_TRUE(space->entities().empty());
+        auto* const line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+        EXPECT_EQ(space->appendAcDbEntity(line), Acad::eOk);
+        line->close();
+        acutPrintf(L"something");
+    }
+}
