@@ -69,6 +69,23 @@ PiecePairs::Box boxAround(const PiecePairs::Hull& hull) {
             std::max({hull.start.y, hull.end.y, start.y, end.y}) + hull.reach};
 }
 
+/// Does the other hull lie clearly on one side of this one, seen along its chord.
+bool liesAside(const PiecePairs::Hull& own, const PiecePairs::Hull& other) {
+    const AcGeVector2d along = own.end - own.start;
+    const AcGeVector2d toStart = other.start - own.start;
+    const AcGeVector2d toEnd = other.end - own.start;
+    const double top = along.crossProduct(own.rise);
+    const double start = along.crossProduct(toStart);
+    const double end = along.crossProduct(toEnd);
+    const double rise = along.crossProduct(other.rise);
+    const double sizes =
+        sumOfSides(toStart) + sumOfSides(toEnd) + sumOfSides(other.rise) + sumOfSides(own.rise);
+    const double margin = sumOfSides(along) * (own.reach + other.reach + kCrossRounding * sizes);
+    const double low = std::min(start, end) + std::min(rise, 0.0);
+    const double high = std::max(start, end) + std::max(rise, 0.0);
+    return low > std::max(top, 0.0) + margin || high < std::min(top, 0.0) - margin;
+}
+
 /// A contour's segments in the plane, and the contract's decision about any two of them.
 class ContourSegments {
 public:
@@ -90,6 +107,7 @@ private:
                       const AcGeVector3d& normal);
     void makeArc(std::size_t index, const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
                  const AcGeVector3d& normal);
+    PiecePairs::Hull hullOf(const AcGeCircArc2d& arc, const AcGePoint2d& start, const AcGePoint2d& end) const;
     PiecePairs::Run straightRunOf(std::size_t first, std::size_t end) const;
 
     const AcGePoint2d& startOf(std::size_t i) const { return m_points[i]; }
@@ -106,7 +124,11 @@ private:
                      const AcGeCircArc2d* arc2) const;
     bool areClearNeighbours(const AcGePoint2d& common, const AcGePoint2d& far1,
                             const AcGePoint2d& far2) const;
-    bool liesAside(std::size_t line, std::size_t other) const;
+    bool lieApart(std::size_t i, std::size_t j) const {
+        const PiecePairs::Hull hull1 = hullOf(i);
+        const PiecePairs::Hull hull2 = hullOf(j);
+        return liesAside(hull1, hull2) || liesAside(hull2, hull1);
+    }
     bool isEndOf(const AcGePoint2d& point, std::size_t segment) const {
         return point.isEqualTo(startOf(segment), m_tolerance) || point.isEqualTo(endOf(segment), m_tolerance);
     }
@@ -117,7 +139,7 @@ private:
     std::size_t m_count = 0;       ///< of segments: points that have a bulge
     std::vector<int> m_arcNumbers; ///< per segment, -1 for a straight one; empty when all are straight
     std::vector<AcGeCircArc2d> m_arcs;
-    std::vector<PiecePairs::Box> m_arcBoxes;
+    std::vector<PiecePairs::Hull> m_arcHulls;
     double m_allowance = 0.0;         ///< of the point test at the largest coordinate
     double m_clear = 0.0;             ///< lengths beyond this are clear of the point test
     bool m_hasClearTolerance = false; ///< so is the distance at which a crossing is a vertex
@@ -130,9 +152,9 @@ ContourSegments::ContourSegments(const AcArray<AcGePoint3d>& points, const AcArr
     takeDistinct(points, bulges, normal);
     m_clear = kClearAllowances * m_allowance;
     m_hasClearTolerance = m_tolerance.equalPoint() >= m_clear;
-    m_arcBoxes.reserve(m_arcs.size());
-    for (std::size_t i = 0; i < m_arcNumbers.size(); ++i)
-        if (m_arcNumbers[i] >= 0) m_arcBoxes.push_back(boxAround(hullOf(i)));
+    m_arcHulls.reserve(m_arcs.size());
+    for (std::size_t i = 0; i < m_count && !m_arcs.empty(); ++i)
+        if (const AcGeCircArc2d* arc = arcOf(i)) m_arcHulls.push_back(hullOf(*arc, startOf(i), endOf(i)));
 }
 
 // A point equal to the one that stays before it goes with its bulge. Points without a bulge always stay. One
@@ -177,24 +199,26 @@ void ContourSegments::makeArc(std::size_t index, const AcGePoint3d& start, const
 
 // An arc of up to half a circle lies between its chord and the chord moved to the apex; a longer one is held
 // by the circle's square.
-PiecePairs::Hull ContourSegments::hullOf(std::size_t index) const {
-    const AcGePoint2d& start = startOf(index);
-    const AcGePoint2d& end = endOf(index);
-    const AcGeCircArc2d* arc = arcOf(index);
-    if (!arc) return {start, end, {}, kReachAllowances * m_allowance};
-    const double own = AcGe::pointAllowance(AcGeContext::gTol, arc->coordinateMagnitude());
+PiecePairs::Hull ContourSegments::hullOf(const AcGeCircArc2d& arc, const AcGePoint2d& start,
+                                         const AcGePoint2d& end) const {
+    const double own = AcGe::pointAllowance(AcGeContext::gTol, arc.coordinateMagnitude());
     const double reach = kReachAllowances * std::max(m_allowance, own);
-    if (arc->endAng() - arc->startAng() > AcGe::kPi) {
-        const AcGeVector2d half(arc->radius(), arc->radius());
-        const AcGePoint2d corner = arc->center() - half;
+    if (arc.endAng() - arc.startAng() > AcGe::kPi) {
+        const AcGeVector2d half(arc.radius(), arc.radius());
+        const AcGePoint2d corner = arc.center() - half;
         return {corner, {corner.x + 2.0 * half.x, corner.y}, {0.0, 2.0 * half.y}, reach};
     }
-    const AcGePoint2d apex = arc->evalPoint((arc->startAng() + arc->endAng()) / 2);
+    const AcGePoint2d apex = arc.evalPoint((arc.startAng() + arc.endAng()) / 2);
     return {start, end, apex - (start + (end - start) / 2), reach};
 }
 
+PiecePairs::Hull ContourSegments::hullOf(std::size_t i) const {
+    if (arcOf(i)) return m_arcHulls[static_cast<std::size_t>(m_arcNumbers[i])];
+    return {startOf(i), endOf(i), {}, kReachAllowances * m_allowance};
+}
+
 PiecePairs::Box ContourSegments::boxOf(std::size_t i) const {
-    if (arcOf(i)) return m_arcBoxes[static_cast<std::size_t>(m_arcNumbers[i])];
+    if (arcOf(i)) return boxAround(m_arcHulls[static_cast<std::size_t>(m_arcNumbers[i])]);
     const AcGePoint2d& start = startOf(i);
     const AcGePoint2d& end = endOf(i);
     const double reach = kReachAllowances * m_allowance;
@@ -263,25 +287,12 @@ bool ContourSegments::areClearNeighbours(const AcGePoint2d& common, const AcGePo
     return cross * cross > kClearSine * kClearSine * length1 * length2;
 }
 
-// Do both ends of the other segment lie clearly on one side of this one's line.
-bool ContourSegments::liesAside(std::size_t line, std::size_t other) const {
-    const AcGeVector2d direction = endOf(line) - startOf(line);
-    const AcGeVector2d toStart = startOf(other) - startOf(line);
-    const AcGeVector2d toEnd = endOf(other) - startOf(line);
-    const double margin =
-        sumOfSides(direction) *
-        (kReachAllowances * m_allowance + kCrossRounding * std::max(sumOfSides(toStart), sumOfSides(toEnd)));
-    const double side1 = direction.crossProduct(toStart);
-    const double side2 = direction.crossProduct(toEnd);
-    return (side1 > margin && side2 > margin) || (side1 < -margin && side2 < -margin);
-}
-
 bool ContourSegments::doLinesCross(std::size_t i, std::size_t j) const {
     const bool followsOn = j == i + 1;
     const bool comesRound = i == 0 && j + 1 == m_points.size();
     if (followsOn && areClearNeighbours(startOf(j), startOf(i), endOf(j))) return false;
     if (comesRound && areClearNeighbours(startOf(i), endOf(i), startOf(j))) return false;
-    if (liesAside(i, j) || liesAside(j, i)) return false;
+    if (lieApart(i, j)) return false;
     const AcGeLineSeg2d first(startOf(i), endOf(i));
     const AcGeLineSeg2d second(startOf(j), endOf(j));
     AcGePoint2d point;
@@ -299,6 +310,7 @@ bool ContourSegments::haveSameEnds(std::size_t i, std::size_t j) const {
 
 bool ContourSegments::doArcsCross(std::size_t i, std::size_t j, const AcGeCircArc2d* arc1,
                                   const AcGeCircArc2d* arc2) const {
+    if (lieApart(i, j)) return false;
     int count = 0;
     AcGePoint2d point;
     AcGePoint2d other;
