@@ -2,6 +2,7 @@
 
 #include "consoletext.h"
 #include "interrupt.h"
+#include "systembox.h"
 #include "textencoding.h"
 
 #include <cerrno>
@@ -124,12 +125,17 @@ void ConsolePort::meterStep(int position) {
 void ConsolePort::meterStop() { clearMeter(); }
 
 int ConsolePort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
-    reportProblem(caption.empty() ? std::wstring(text) : std::wstring(caption) + L": " + std::wstring(text));
-    return hostkit::defaultButton(flags);
+    return hostkit::runMessageBox(text, caption, flags);
 }
 
-void ConsolePort::reportProblem(std::wstring_view text) {
+hostkit::WindowAction ConsolePort::askWindow(const hostkit::ShownWindow& window) {
+    return m_boxes.ask(window);
+}
+
+void ConsolePort::show(std::wstring_view text) {
     flush();
     clearMeter();
-    writeAll(STDERR_FILENO, shownBytes(text) + '\n');
+    writeAll(STDERR_FILENO, shownBytes(text));
 }
+
+void ConsolePort::reportProblem(std::wstring_view text) { show(std::wstring(text) + L"\n"); }

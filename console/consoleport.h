@@ -1,12 +1,13 @@
 #pragma once
 
+#include "boxasker.h"
 #include "hostport.h"
 
 #include <string>
 
 /// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes
 /// go to standard error, all as UTF-8 whatever the locale. The meter is a line of standard error where that
-/// is a terminal, and nothing elsewhere. A box is answered by its default button, since nobody may be there.
+/// is a terminal, and nothing elsewhere. A box is drawn as text there and answered as told at BoxAsker.
 class ConsolePort final : public hostkit::HostPort {
 public:
     ~ConsolePort() override;
@@ -18,11 +19,15 @@ public:
     void meterStep(int position) override;
     void meterStop() override;
     int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
+    hostkit::WindowAction askWindow(const hostkit::ShownWindow& window) override;
     void reportProblem(std::wstring_view text) override;
     bool interruptRequested() const override;
 
     /// Sends on what was printed and is still held.
     void flush();
+    /// Text to standard error, as it stands.
+    void show(std::wstring_view text);
+    BoxAsker& boxes() { return m_boxes; }
     /// True when a person types the input.
     static bool isInteractive();
 
@@ -31,6 +36,7 @@ private:
     void showMeter(int percent);
     void clearMeter();
 
+    BoxAsker m_boxes{*this};
     std::string m_output;
     std::string m_input;
     bool m_isAtEnd = false;

@@ -21,6 +21,7 @@ constexpr Description descriptions[] = {
     {"--module", Wants::file, L"FILE", L"load this application module; may be given several times"},
     {"--script", Wants::file, L"FILE", L"run the commands of this file, one a line"},
     {"--command", Wants::text, L"LINE", L"run this command with its answers; may be given several times"},
+    {"--answers", Wants::file, L"FILE", L"answer boxes from this file, one answer a line"},
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
     {"--overwrite", Wants::nothing, L"", L"let --output replace the drawing that was opened"},
     {"--new", Wants::nothing, L"", L"begin with an empty drawing"},
@@ -59,6 +60,8 @@ void setFile(Options& options, std::string_view name, std::wstring file) {
         options.modules.push_back(std::move(file));
     else if (name == "--script")
         options.script = std::move(file);
+    else if (name == "--answers")
+        options.answers = std::move(file);
     else if (name == "--output")
         options.output = std::move(file);
     else if (name == "--registry")
@@ -161,7 +164,7 @@ std::wstring helpText() {
             L"  3    the drawing cannot be read\n"
             L"  4    the library or a module cannot be loaded\n"
             L"  5    a file (drawing, timeline, installation) could not be written\n"
-            L"  6    the script cannot be read\n"
+            L"  6    the script, or the file of answers, cannot be read\n"
             L"  130  stopped by Ctrl-C; nothing was saved by --output\n"
             L"\n"
             L"Commands: HELP lists them. Examples:\n"

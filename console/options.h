@@ -11,6 +11,7 @@ struct Options {
     std::vector<std::wstring> modules;
     std::optional<std::wstring> script;
     std::vector<std::wstring> commands;
+    std::optional<std::wstring> answers;
     std::optional<std::wstring> output;
     bool mayOverwrite = false;
     std::optional<std::wstring> registry;

@@ -38,6 +38,7 @@ public:
 
 private:
     void openRegistry();
+    int readAnswers();
     int runInHost(hostkit::Host& host);
     int install();
     int loadModule(hostkit::Host& host, const std::wstring& file);
@@ -74,8 +75,19 @@ void Session::openRegistry() {
                            : std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
 }
 
+// The form is a script's: comments, empty lines, one answer a line.
+int Session::readAnswers() {
+    if (!m_options.answers) return exitcode::ok;
+    std::wstring reason;
+    auto lines = readScript(*m_options.answers, reason);
+    if (!lines) return fail(exitcode::scriptUnreadable, *m_options.answers + L": " + reason);
+    m_port.boxes().setAnswers(*m_options.answers, std::move(*lines));
+    return exitcode::ok;
+}
+
 int Session::run() {
     openRegistry();
+    if (const int code = readAnswers()) return code;
     std::optional<hostkit::TraceFile> trace;
     if (m_options.trace) {
         trace.emplace(hostkit::mapPath(*m_options.trace));
@@ -88,6 +100,9 @@ int Session::run() {
         code = runInHost(host);
         if (interrupt::isRequested()) code = fail(exitcode::interrupted, L"stopped; nothing was saved");
     }
+    if (const std::size_t unused = m_port.boxes().unusedAnswers())
+        m_port.reportProblem(L"vexohost: " + *m_options.answers + L": no box asked for the last " +
+                             std::to_wstring(unused) + L" of the answers");
     m_port.flush();
     if (trace && !trace->close())
         return fail(exitcode::notWritten, *m_options.trace + L": the timeline could not be written");

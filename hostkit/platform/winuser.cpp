@@ -276,11 +276,13 @@ HWND GetDlgItem(HWND window, int id) { return innermostWith(window, id); }
 HWND GetNextDlgTabItem(HWND window, HWND from, BOOL backward) {
     const WindowRecord* record = recordOf(window);
     if (!record) return nullptr;
+    // By the control's own style: a dialog chooses its first control before it shows.
+    constexpr DWORD wanted = WS_TABSTOP | WS_VISIBLE;
     std::vector<HWND> stops;
-    for (const HWND each : record->children)
-        if (each == from || ((GetWindowLongW(each, GWL_STYLE) & WS_TABSTOP) && IsWindowVisible(each) &&
-                             IsWindowEnabled(each)))
-            stops.push_back(each);
+    for (const HWND each : record->children) {
+        const DWORD style = GetWindowLongW(each, GWL_STYLE);
+        if (each == from || ((style & wanted) == wanted && !(style & WS_DISABLED))) stops.push_back(each);
+    }
     if (backward) std::reverse(stops.begin(), stops.end());
     if (stops.empty()) return nullptr;
     const auto at = std::find(stops.begin(), stops.end(), from);

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "windowaction.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+/// What must hold of every painted window: each text lies within its clip, no two texts share a pixel, and no
+/// text lies on an icon.
+inline void expectReadable(const hostkit::ShownWindow& window, const std::string& what) {
+    using hostkit::PaintedItem;
+    using hostkit::PaintKind;
+    const auto shown = [](const PaintedItem& item) {
+        return std::string(item.text.begin(), item.text.end());
+    };
+    int texts = 0;
+    for (const PaintedItem& item : window.painting.items) {
+        if (item.kind != PaintKind::text || item.text.empty()) continue;
+        ++texts;
+        EXPECT_FALSE(hostkit::isClipped(item)) << what << ": cut off: " << shown(item);
+        for (const PaintedItem& other : window.painting.items) {
+            if (&other == &item || hostkit::isEmpty(hostkit::common(item.bounds, other.bounds))) continue;
+            EXPECT_NE(other.kind, PaintKind::icon) << what << ": on an icon: " << shown(item);
+            EXPECT_FALSE(other.kind == PaintKind::text && !other.text.empty())
+                << what << ": " << shown(item) << " lies on " << shown(other);
+        }
+    }
+    EXPECT_GT(texts, 0) << what;
+}
