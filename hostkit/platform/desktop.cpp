@@ -130,11 +130,9 @@ void Desktop::notifyParent(const WindowRecord& control, unsigned code) {
 LRESULT Desktop::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     WindowRecord* record = find(window);
     if (!record) return 0;
-    ++m_sending;
-    const LRESULT answer = record->object ? record->object->receive(message, wParam, lParam)
-                                          : DefWindowProcW(window, message, wParam, lParam);
-    if (--m_sending == 0) m_gone.clear();
-    return answer;
+    const Working working(*this);
+    return record->object ? record->object->receive(message, wParam, lParam)
+                          : DefWindowProcW(window, message, wParam, lParam);
 }
 
 bool Desktop::post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

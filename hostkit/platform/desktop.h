@@ -135,6 +135,22 @@ private:
         MSG message;
         bool isShiftHeld;
     };
+    /// While one lives, windows that go keep their records.
+    class Working {
+    public:
+        explicit Working(Desktop& desktop)
+            : m_desktop(desktop) {
+            ++m_desktop.m_sending;
+        }
+        ~Working() {
+            if (--m_desktop.m_sending == 0) m_desktop.m_gone.clear();
+        }
+        Working(const Working&) = delete;
+        Working& operator=(const Working&) = delete;
+
+    private:
+        Desktop& m_desktop;
+    };
     void paintWindow(HWND window, Painting& painting, POINT origin, const RECT& clip);
     void describeControls(HWND window, POINT clientOrigin, std::vector<ShownControl>& controls);
     void forget(HWND window);

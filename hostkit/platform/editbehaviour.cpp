@@ -123,11 +123,10 @@ void EditBehaviour::paint(const WindowRecord& window, HDC dc) const {
     const FontFace& face = faceOfWindow(window);
     const int width = static_cast<int>(widthOf(room));
     std::wstring_view shown = window.text;
-    std::size_t caret = std::min(m_last, shown.size());
-    while (caret > 0 && textWidth(face, shown.substr(0, caret)) > width) {
-        shown.remove_prefix(1);
-        --caret;
-    }
+    const std::size_t caret = std::min(m_last, shown.size());
+    std::size_t first = caret;
+    while (first > 0 && textWidth(face, shown.substr(first - 1, caret - first + 1)) <= width) --first;
+    shown.remove_prefix(first);
     shown = shown.substr(0, fittingLength(face, shown, width));
     DrawTextW(dc, std::wstring(shown).c_str(), -1, &room, DT_NOPREFIX | DT_SINGLELINE | DT_VCENTER);
 }

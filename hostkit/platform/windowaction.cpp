@@ -98,6 +98,7 @@ bool Desktop::performOnControl(HWND window, const WindowAction& action, std::wst
 }
 
 bool Desktop::perform(HWND window, const WindowAction& action, std::wstring& reason) {
+    const Working working(*this);
     if (!find(window)) {
         reason = L"there is no such window";
         return false;
