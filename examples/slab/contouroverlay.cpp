@@ -41,8 +41,14 @@ double ContourOverlay::Piece::areaBelow(double from, double to) const {
     const double trapezoid = (low + high) / 2.0 * (to - from);
     if (side == 0) return trapezoid;
     const double chord = std::hypot(to - from, high - low);
-    const double angle = 2.0 * std::asin(std::min(1.0, chord / (2.0 * radius)));
+    const double angle = chord < radius ? 2.0 * std::asin(chord / (2.0 * radius))
+                                        : 2.0 * std::atan2(chord / 2.0, chordDistance(from, low, to, high));
     return trapezoid + side * radius * radius / 2.0 * angleMinusSine(angle);
+}
+
+// Of the chord's middle from the centre. Near half a circle it tells the angle, which the chord does not.
+double ContourOverlay::Piece::chordDistance(double fromX, double fromY, double toX, double toY) const {
+    return std::hypot((fromX + toX) / 2.0 - center.x, (fromY + toY) / 2.0 - center.y);
 }
 
 double ContourOverlay::Piece::lowest() const {

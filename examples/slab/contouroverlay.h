@@ -43,6 +43,7 @@ private:
 
         double yAt(double x) const;
         double areaBelow(double from, double to) const;
+        double chordDistance(double fromX, double fromY, double toX, double toY) const;
         double lowest() const;
         double highest() const;
     };

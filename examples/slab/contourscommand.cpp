@@ -2,13 +2,13 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "tableoutput.h"
 #include "contourreport.h"
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
 #include "host.h"
 #include "reporttext.h"
+#include "tableoutput.h"
 
 #include <algorithm>
 

@@ -18,9 +18,12 @@ using Contours = std::vector<const PlanContour*>;
 
 enum class Relation { apart, crosses, inside, same };
 
+bool boxesMeetFromAbove(const PlanContour& a, const PlanContour& b) {
+    return a.low.x <= b.high.x && b.low.x <= a.high.x && a.low.y <= b.high.y && b.low.y <= a.high.y;
+}
+
 bool boxesMeet(const PlanContour& a, const PlanContour& b) {
-    return std::abs(a.elevation - b.elevation) <= sameHeight && a.low.x <= b.high.x && b.low.x <= a.high.x &&
-           a.low.y <= b.high.y && b.low.y <= a.high.y;
+    return std::abs(a.elevation - b.elevation) <= sameHeight && boxesMeetFromAbove(a, b);
 }
 
 bool boxesAreSame(const PlanContour& a, const PlanContour& b) {
@@ -98,6 +101,7 @@ private:
 
     std::vector<Nested> bySize(const Contours& contours) const;
     void addOpening(const PlanContour& slab, const PlanContour& opening);
+    std::wstring reasonOfNoSlab(const PlanContour& opening) const;
     void findOverlap(const Slab& slab, const Slab& larger);
     void sortAsDrawn(const Contours& drawn);
 
@@ -124,11 +128,19 @@ void Planner::byLayers(const Contours& outlines, const Contours& openings) {
             slab.openings.push_back({&opening, meetingArea(*slab.contour, opening)});
             isUsed = true;
         }
-        if (!isUsed) m_plan.findings.push_back(findingOf(opening, L"lies in no slab of its height"));
+        if (!isUsed) m_plan.findings.push_back(findingOf(opening, reasonOfNoSlab(opening)));
     }
     for (std::size_t i = 0; i < m_plan.slabs.size(); ++i)
         for (std::size_t j = 0; j < m_plan.slabs.size(); ++j)
             if (i != j) findOverlap(m_plan.slabs[i], m_plan.slabs[j]);
+}
+
+std::wstring Planner::reasonOfNoSlab(const PlanContour& opening) const {
+    for (const Slab& slab : m_plan.slabs)
+        if (boxesMeetFromAbove(opening, *slab.contour) &&
+            commonArea(*opening.outline, *slab.contour->outline) > negligible * opening.area)
+            return L"lies in no slab of its height: the slab " + slab.contour->path + L" is at another";
+    return L"lies in no slab";
 }
 
 // Of a slab with one that is as large or larger; an island in an opening of it is none.

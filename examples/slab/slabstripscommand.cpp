@@ -3,7 +3,6 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "casefold.h"
-#include "tableoutput.h"
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
@@ -14,6 +13,7 @@
 #include "stripdrawing.h"
 #include "stripfiling.h"
 #include "stripreport.h"
+#include "tableoutput.h"
 
 #include <algorithm>
 #include <cmath>

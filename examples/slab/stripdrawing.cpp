@@ -127,6 +127,7 @@ Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripL
     AcDbObjectId layer;
     Acad::ErrorStatus status = stripLayer(database, look.layer, layer);
     if (status != Acad::eOk) return status;
+    const std::vector<AcDbObjectId> replaced = filedStrips(database, look.layer);
     Drawing drawing(database, layer);
     double largestArea = 0.0;
     for (const SlabResult& slab : run.slabs) largestArea = std::max(largestArea, slab.cut.slabArea);
@@ -140,7 +141,6 @@ Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripL
             if (status != Acad::eOk) return status;
             slab.made.push_back(made);
         }
-    const std::vector<AcDbObjectId> replaced = filedStrips(database, look.layer);
     status = fileStrips(database, look.layer, drawing.added());
     if (status != Acad::eOk) return status;
     drawing.keep();

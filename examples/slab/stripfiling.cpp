@@ -1,9 +1,11 @@
 #include "stripfiling.h"
 
 #include "adsdef.h"
+#include "casefold.h"
 #include "dbdatabase.h"
 #include "dbdictionary.h"
 #include "dbent.h"
+#include "dblayertablerecord.h"
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
 #include "vexodatabasetools.h"
@@ -44,6 +46,27 @@ Records recordsOf(const std::wstring& layer, const std::vector<AcDbObjectId>& ma
     return list;
 }
 
+// Drawings of the oldest form have no place for a record; there the marks alone tell what runs made.
+bool hasRunRecords(const AcDbDatabase& database) { return database.originalFileVersion() != AcDb::kDHL_1009; }
+
+struct MarkedEntity {
+    AcDbObjectId id;
+    std::wstring layer;
+};
+
+std::vector<MarkedEntity> markedEntities(AcDbDatabase& database) {
+    std::vector<MarkedEntity> found;
+    AcDbObjectIdArray ids;
+    VEXODatabaseTools::getFromModelSpace(ids, &database);
+    for (const AcDbObjectId id : ids) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (!entity.object() || !entity->hasXData() || !isMarked(*entity.object())) continue;
+        const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId(), AcDb::kForRead);
+        if (layer.object()) found.push_back({id, layer->name()});
+    }
+    return found;
+}
+
 // The run's record of that layer; null when there is none.
 AcDbObjectId runRecord(AcDbDatabase& database, const std::wstring& layer) {
     AcDbObjectId id;
@@ -62,6 +85,9 @@ bool markStrip(AcDbEntity& entity, int number, const double* area) {
 
 std::vector<std::wstring> filedStripLayers(AcDbDatabase& database) {
     std::vector<std::wstring> layers;
+    if (!hasRunRecords(database))
+        for (MarkedEntity& each : markedEntities(database))
+            if (layers.empty() || layers.back() != each.layer) layers.push_back(std::move(each.layer));
     AcDbObjectIdArray runs;
     VEXODatabaseTools::getFromDictionary(runDictionary, runs, &database);
     for (const AcDbObjectId id : runs) {
@@ -75,6 +101,9 @@ std::vector<std::wstring> filedStripLayers(AcDbDatabase& database) {
 
 std::vector<AcDbObjectId> filedStrips(AcDbDatabase& database, const std::wstring& layer) {
     std::vector<AcDbObjectId> found;
+    if (!hasRunRecords(database))
+        for (const MarkedEntity& each : markedEntities(database))
+            if (hostkit::equalFolded(each.layer, layer)) found.push_back(each.id);
     const AcDbObjectPointer<AcDbXrecord> run(runRecord(database, layer), AcDb::kForRead);
     if (!run.object()) return found;
     const Records list = recordsOf(*run.object());
@@ -92,6 +121,7 @@ std::vector<AcDbObjectId> filedStrips(AcDbDatabase& database, const std::wstring
 
 Acad::ErrorStatus fileStrips(AcDbDatabase& database, const std::wstring& layer,
                              const std::vector<AcDbObjectId>& made) {
+    if (!hasRunRecords(database)) return Acad::eOk;
     const Records list = recordsOf(layer, made);
     AcDbObjectId id = runRecord(database, layer);
     if (!id.isNull()) {

@@ -2,7 +2,11 @@
 
 #include "reporttext.h"
 
+#include <map>
+
 namespace {
+
+constexpr int mostAlike = 5; // findings of one layer and reason that the text tells one by one
 
 std::wstring proofText(const CutSlab& cut) { return cut.isProved() ? L"proved" : L"NOT PROVED"; }
 
@@ -45,10 +49,16 @@ std::wstring checksTable(const StripRun& run) {
     return alignedTable(rows, "llrrrrrrl", {0});
 }
 
+// What an array of blocks repeats is told a few times only; the other forms have it all.
 std::wstring findingsText(const StripRun& run) {
+    std::map<std::wstring, int> told;
     std::wstring text;
-    for (const Finding& each : run.findings)
-        text += each.path + L" on layer " + each.layer + L": " + each.reason + L"\n";
+    for (const Finding& each : run.findings) {
+        const std::wstring what = L" on layer " + each.layer + L": " + each.reason;
+        if (++told[what] <= mostAlike) text += each.path + what + L"\n";
+    }
+    for (const auto& [what, count] : told)
+        if (count > mostAlike) text += std::to_wstring(count - mostAlike) + L" more" + what + L"\n";
     if (run.isCut) text += L"The drawing repeats its blocks more than a walk can follow; there is more.\n";
     return text;
 }
