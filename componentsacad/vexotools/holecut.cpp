@@ -31,10 +31,9 @@ constexpr double kColumnShare = 1e-6;
 /// The piece, the opening and what every step needs of them.
 struct Cut {
     const ContourLoop& piece;
+    const Opening& opening;
     const ContourLoop& hole;
     FrameBox pieceBox;
-    double left;
-    double right;
     double restArea; ///< of the piece without the opening
     double allowed;  ///< difference of areas that rounding and nudges make
 };
@@ -99,11 +98,11 @@ bool plainParts(const Cut& cut, std::vector<ContourLoop>& parts) {
     const double sliver = cut.allowed;
     std::unique_ptr<AcDbPolyline> rest = planePolyline(cut.piece);
     const std::unique_ptr<AcDbPolyline> hole = planePolyline(cut.hole);
-    cutOff(rest, cut.left, 0, sliver, parts);
-    cutOff(rest, cut.right, 1, sliver, parts);
+    cutOff(rest, cut.opening.left, 0, sliver, parts);
+    cutOff(rest, cut.opening.right, 1, sliver, parts);
     bool isPlain = true;
-    AcArray<void*> strips =
-        stripsBetweenLines(rest.get(), hole.get(), lineAlongY(cut.left), lineAlongY(cut.right), isPlain);
+    AcArray<void*> strips = stripsBetweenLines(rest.get(), hole.get(), lineAlongY(cut.opening.left),
+                                               lineAlongY(cut.opening.right), isPlain);
     appendParts(strips, sliver, parts);
     return isPlain && errorOf(cut, parts) <= cut.allowed;
 }
@@ -164,10 +163,10 @@ void appendFromLeft(std::vector<ContourLoop> found, double size, std::vector<Con
 
 /// False when a line does not reach the opening, which then lies free inside a part.
 bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& parts) {
-    const double left = cut.left + inward;
-    const double right = cut.right - inward;
+    const double left = cut.opening.left + inward;
+    const double right = cut.opening.right - inward;
     const ContourArea atHole = partsAtHole(cut, left, right);
-    const FrameBox holeBox = boxOf(cut.hole);
+    const FrameBox& holeBox = cut.opening.box;
     const double slack = kColumnShare * sizeOf(cut.pieceBox);
     std::vector<ContourLoop> upper;
     std::vector<ContourLoop> lower;
@@ -186,46 +185,58 @@ bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& pa
     return true;
 }
 
-Cut prepare(const ContourLoop& piece, const ContourLoop& hole, const FrameBox& holeBox, double common) {
-    const FrameBox pieceBox = boxOf(piece);
-    AcGePoint3d left(holeBox.lowX, 0.0, 0.0);
-    AcGePoint3d right(holeBox.highX, 0.0, 0.0);
-    correctExtentsPoints(left, right, planePolyline(hole).get());
-    return {piece,
-            hole,
-            pieceBox,
-            left.x,
-            right.x,
-            trueArea(piece) - common,
-            sliverOf(pieceBox, sizeOf(pieceBox))};
+/// By true areas, for whatever is not clear from the crossings alone.
+bool cutByAreas(const ContourLoop& piece, const FrameBox& pieceBox, const Opening& hole,
+                std::vector<ContourLoop>& parts) {
+    const double common = trueArea(commonArea(piece, hole.loop));
+    if (!(common > sliverArea(hole.box))) return false;
+    const Cut cut{
+        piece, hole, hole.loop, pieceBox, trueArea(piece) - common, sliverOf(pieceBox, sizeOf(pieceBox))};
+    if (cut.restArea <= cut.allowed || plainParts(cut, parts)) return true;
+    double best = errorOf(cut, parts);
+    const double tolerance = areaTolerance({piece}, {hole.loop});
+    for (const double inward : kInwardTolerances) {
+        std::vector<ContourLoop> tried;
+        if (!partsOfAnyShape(cut, inward * tolerance, tried)) continue;
+        const double error = errorOf(cut, tried);
+        if (error > best && error > cut.allowed) continue;
+        best = error;
+        parts = std::move(tried);
+        if (error <= cut.allowed) break;
+    }
+    return true;
 }
 
 } // namespace
 
+Opening::Opening(ContourLoop counterClockwise)
+    : loop(std::move(counterClockwise))
+    , clockwise(reversedLoop(loop))
+    , box(boxOf(loop))
+    , left(box.lowX)
+    , right(box.highX) {
+    AcGePoint3d leftmost(left, 0.0, 0.0);
+    AcGePoint3d rightmost(right, 0.0, 0.0);
+    correctExtentsPoints(leftmost, rightmost, planePolyline(loop).get());
+    left = leftmost.x;
+    right = rightmost.x;
+}
+
 double sliverArea(const FrameBox& hole) { return sliverOf(hole, sizeOf(hole)); }
 
-bool cutAroundHole(const ContourLoop& piece, const ContourLoop& hole, std::vector<ContourLoop>& parts) {
-    const FrameBox holeBox = boxOf(hole);
-    const double common = trueArea(commonArea(piece, hole));
-    if (!(common > sliverArea(holeBox))) return false;
-    const Cut cut = prepare(piece, hole, holeBox, common);
-    if (cut.restArea <= cut.allowed) return true;
-    std::vector<ContourLoop> found;
-    if (!plainParts(cut, found)) {
-        double best = errorOf(cut, found);
-        const double tolerance = areaTolerance({piece}, {hole});
-        for (const double inward : kInwardTolerances) {
-            std::vector<ContourLoop> tried;
-            if (!partsOfAnyShape(cut, inward * tolerance, tried)) continue;
-            const double error = errorOf(cut, tried);
-            if (error > best && error > cut.allowed) continue;
-            best = error;
-            found = std::move(tried);
-            if (error <= cut.allowed) break;
-        }
+bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<ContourLoop>& parts) {
+    const FrameBox pieceBox = boxOf(piece);
+    if (!pieceBox.overlaps(hole.box)) return false;
+    const double sliver = std::max(sliverArea(hole.box), sliverOf(pieceBox, sizeOf(pieceBox)));
+    switch (cutCleanly(piece, pieceBox, hole, sliver, parts)) {
+    case CleanCut::kApart:
+        return false;
+    case CleanCut::kCut:
+        return true;
+    case CleanCut::kUnclear:
+        break;
     }
-    for (ContourLoop& part : found) parts.push_back(std::move(part));
-    return true;
+    return cutByAreas(piece, pieceBox, hole, parts);
 }
 
 } // namespace VEXOGeometryTools

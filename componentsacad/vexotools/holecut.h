@@ -1,7 +1,6 @@
 #pragma once
 
-#include "contourareas.h"
-#include "stripframe.h"
+#include "cleancut.h"
 
 #include <vector>
 
@@ -23,6 +22,6 @@ double sliverArea(const FrameBox& hole);
 /// taken out, what is left on either side is the left and right parts, and what the opening leaves of it the
 /// upper and lower strips; there may be several of each, from left to right. Either way nothing is lost and
 /// nothing covered twice.
-bool cutAroundHole(const ContourLoop& piece, const ContourLoop& hole, std::vector<ContourLoop>& parts);
+bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<ContourLoop>& parts);
 
 } // namespace VEXOGeometryTools

@@ -17,11 +17,6 @@ using namespace VEXOGeometryTools;
 
 namespace {
 
-struct Hole {
-    ContourLoop loop;
-    FrameBox box;
-};
-
 /// A piece of the slab and the openings that it has still to be tried against, in their order.
 struct Piece {
     ContourLoop loop;
@@ -39,21 +34,20 @@ bool takeHole(const StripFrame& frame, const AcDbCurve* curve, ContourLoop& loop
 }
 
 /// What the openings have in common with the slab. One that leaves the slab and comes back gives several.
-std::vector<Hole> clippedHoles(const StripFrame& frame, const AcArray<void*>& curves) {
-    std::vector<Hole> holes;
+std::vector<Opening> clippedHoles(const StripFrame& frame, const AcArray<void*>& curves) {
+    std::vector<Opening> holes;
     for (void* curve : curves) {
         ContourLoop whole;
         if (!takeHole(frame, static_cast<AcDbCurve*>(curve), whole)) continue;
         for (ContourLoop& part : commonArea(frame.contour(), whole)) {
-            const FrameBox box = boxOf(part);
-            if (signedArea(part) > sliverArea(box)) holes.push_back({std::move(part), box});
+            if (signedArea(part) > sliverArea(boxOf(part))) holes.emplace_back(std::move(part));
         }
     }
     return holes;
 }
 
 /// The openings from `first` on whose boxes overlap the loop's box.
-std::vector<std::size_t> holesNear(const ContourLoop& loop, const std::vector<Hole>& holes,
+std::vector<std::size_t> holesNear(const ContourLoop& loop, const std::vector<Opening>& holes,
                                    const std::vector<std::size_t>& among, std::size_t first) {
     const FrameBox box = boxOf(loop);
     std::vector<std::size_t> near;
@@ -64,10 +58,10 @@ std::vector<std::size_t> holesNear(const ContourLoop& loop, const std::vector<Ho
 
 /// Cuts the piece around the first opening that it has something in common with and appends the parts; false
 /// when there is none. Openings before that one have nothing in common with the parts either.
-bool cutPiece(const Piece& piece, const std::vector<Hole>& holes, std::deque<Piece>& pieces) {
+bool cutPiece(const Piece& piece, const std::vector<Opening>& holes, std::deque<Piece>& pieces) {
     for (std::size_t k = 0; k < piece.holes.size(); ++k) {
         std::vector<ContourLoop> parts;
-        if (!cutAroundHole(piece.loop, holes[piece.holes[k]].loop, parts)) continue;
+        if (!cutAroundHole(piece.loop, holes[piece.holes[k]], parts)) continue;
         for (ContourLoop& part : parts) {
             std::vector<std::size_t> near = holesNear(part, holes, piece.holes, k + 1);
             pieces.push_back({std::move(part), std::move(near)});
@@ -78,7 +72,7 @@ bool cutPiece(const Piece& piece, const std::vector<Hole>& holes, std::deque<Pie
 }
 
 /// The slab cut around all openings, piece by piece in the order in which they come up.
-std::vector<ContourLoop> cutAroundHoles(const StripFrame& frame, const std::vector<Hole>& holes) {
+std::vector<ContourLoop> cutAroundHoles(const StripFrame& frame, const std::vector<Opening>& holes) {
     std::vector<std::size_t> all(holes.size());
     for (std::size_t i = 0; i < all.size(); ++i) all[i] = i;
     std::deque<Piece> pieces;
@@ -109,7 +103,7 @@ AcArray<void*> splitContourByHole(AcGePoint3d base, AcGeVector3d dir, AcDbPolyli
     ContourLoop holeLoop;
     if (!frame.isValid() || !takeHole(frame, hole, holeLoop)) return result;
     std::vector<ContourLoop> parts;
-    (void)cutAroundHole(frame.contour(), holeLoop, parts);
+    (void)cutAroundHole(frame.contour(), Opening(std::move(holeLoop)), parts);
     for (const ContourLoop& part : parts) appendCurve(result, frame.give(part, *contour));
     return result;
 }
@@ -121,7 +115,7 @@ AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyl
     if (!contour || !isFinite(base)) return result;
     const StripFrame frame(*contour, dir);
     if (!frame.isValid()) return result;
-    const std::vector<Hole> clipped = clippedHoles(frame, holes);
+    const std::vector<Opening> clipped = clippedHoles(frame, holes);
     if (clipped.empty()) {
         appendCurve(result, std::unique_ptr<AcDbCurve>(AcDbCurve::cast(contour->clone())));
         return result;
