@@ -30,12 +30,16 @@ double ContourOverlay::Piece::yAt(double x) const {
     if (x <= left.x) return left.y;
     if (x >= right.x) return right.y;
     if (side == 0) return left.y + (right.y - left.y) * ((x - left.x) / (right.x - left.x));
-    const double sum = halfHeight(radius, x - center.x) + halfHeight(radius, left.x - center.x);
+    const double sum = halfHeight(radius, x - center.x) + std::abs(left.y - center.y);
     if (sum == 0.0) return left.y;
     return left.y + side * (left.x - x) * ((left.x - center.x) + (x - center.x)) / sum;
 }
 
-double ContourOverlay::Piece::areaBelow(double from, double to) const {
+// Near its own ends the piece is taken up to them: where a circle turns back, a last place of x is half the
+// places of y.
+double ContourOverlay::Piece::areaBelow(double from, double to, double nearEnd) const {
+    if (std::abs(from - left.x) <= nearEnd) from = left.x;
+    if (std::abs(to - right.x) <= nearEnd) to = right.x;
     const double low = yAt(from);
     const double high = yAt(to);
     const double trapezoid = (low + high) / 2.0 * (to - from);
@@ -203,6 +207,7 @@ void ContourOverlay::forEachCell(const std::function<void(const Cell&)>& visit) 
     std::sort(waiting.begin(), waiting.end(),
               [](const Piece* a, const Piece* b) { return a->left.x > b->left.x; });
     const std::vector<double> all = stops();
+    const double nearEnd = all.empty() ? 0.0 : sameStop * (all.back() - all.front());
     std::vector<const Piece*> active;
     std::vector<Crossed> crossed;
     std::vector<int> inside;
@@ -218,7 +223,7 @@ void ContourOverlay::forEachCell(const std::function<void(const Cell&)>& visit) 
         inside.clear();
         double below = 0.0;
         for (const Crossed& each : crossed) {
-            const double area = each.piece->areaBelow(all[i], all[i + 1]);
+            const double area = each.piece->areaBelow(all[i], all[i + 1], nearEnd);
             if (!inside.empty()) visit({area - below, inside});
             below = area;
             const auto place = std::find(inside.begin(), inside.end(), each.piece->contour);

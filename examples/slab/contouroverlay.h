@@ -42,7 +42,7 @@ private:
         int contour = 0;
 
         double yAt(double x) const;
-        double areaBelow(double from, double to) const;
+        double areaBelow(double from, double to, double nearEnd) const;
         double chordDistance(double fromX, double fromY, double toX, double toY) const;
         double lowest() const;
         double highest() const;
