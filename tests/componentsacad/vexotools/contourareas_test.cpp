@@ -77,6 +77,47 @@ std::string faultOf(const ContourArea& area, const ContourLoop& first, const Con
     return {};
 }
 
+/// How often a loop runs round a point: the angle under which it is seen, summed over fine chords. No number
+/// for a point within `least` of it.
+double windingSeen(const ContourLoop& loop, const AcGePoint2d& from, double least) {
+    constexpr unsigned int stepsPerArc = 100;
+    const auto curve = polylineOf(loop, AcGeVector3d::kZAxis, 0.0);
+    double angle = 0.0;
+    AcGePoint3d last;
+    (void)curve->getPointAt(0, last);
+    for (unsigned int i = 0; i < curve->numVerts(); ++i) {
+        if (curve->segType(i) == AcDbPolyline::kCoincident) continue;
+        const unsigned int steps = loop.vertices[i].bulge == 0.0 ? 1 : stepsPerArc;
+        for (unsigned int k = 1; k <= steps; ++k) {
+            AcGePoint3d next;
+            if (k < steps)
+                (void)curve->getPointAtParam(i + static_cast<double>(k) / steps, next);
+            else
+                (void)curve->getPointAt((i + 1) % curve->numVerts(), next);
+            const AcGeVector2d one(last.x - from.x, last.y - from.y);
+            const AcGeVector2d two(next.x - from.x, next.y - from.y);
+            const AcGeVector2d step = two - one;
+            const double share =
+                std::clamp(-one.dotProduct(step) / std::max(step.lengthSqrd(), 1e-300), 0.0, 1.0);
+            if ((one + step * share).length() < least) return kNaN;
+            angle += std::atan2(one.crossProduct(two), one.dotProduct(two));
+            last = next;
+        }
+    }
+    return std::round(angle / AcGe::kTwoPi);
+}
+
+/// Vertices on a grid of four by four, joined by lines and arcs in any order: contours that run through
+/// themselves, back on themselves and through the same point several times.
+Vertices scribble(std::mt19937& random) {
+    const double bulges[] = {0, 0, 0, 1, -1, kQuarter, -kQuarter, 1 / kQuarter, -0.3};
+    Vertices vertices;
+    for (std::size_t left = 2 + random() % 7; left > 0; --left)
+        vertices.push_back(
+            {kGrid * (random() % 4), kGrid * (random() % 4), bulges[random() % std::size(bulges)]});
+    return vertices;
+}
+
 struct State {
     const char* name;
     bool isTurned;
@@ -165,6 +206,43 @@ TEST(ContourAreas, StarsWithArcs) {
             << "pair " << i;
         for (const ContourArea* area : {&parts.common, &parts.firstOnly, &parts.secondOnly, &parts.joined})
             ASSERT_EQ(faultOf(*area, first, second), "") << "pair " << i;
+    }
+}
+
+// A loop bounds all that it runs round, however it crosses itself: asked at points away from all boundaries.
+TEST(ContourAreas, ContoursThatCrossThemselves) {
+    for (const State& state : kStates) {
+        SCOPED_TRACE(state.name);
+        std::mt19937 random(17);
+        std::uniform_real_distribution<double> coordinate(-1.5 * kGrid, 4.5 * kGrid);
+        int asked = 0;
+        for (int i = 0; i < 250; ++i) {
+            const double angle = state.isTurned ? 0.1 + i : 0.0;
+            const auto placed = [&](const Vertices& v) {
+                return moved(v, angle, state.offset, -state.offset);
+            };
+            const ContourLoop first = loopOf(placed(scribble(random)));
+            const ContourLoop second = loopOf(placed(scribble(random)));
+            const Parts parts = partsOf(first, second);
+            for (int k = 0; k < 10; ++k) {
+                const Vertices at = placed({{coordinate(random), coordinate(random), 0}});
+                const AcGePoint2d point(at[0][0], at[0][1]);
+                const double one = windingSeen(first, point, 0.5);
+                const double two = windingSeen(second, point, 0.5);
+                if (std::isnan(one) || std::isnan(two)) continue;
+                const auto coverage = [&](const ContourArea& area) {
+                    double sum = 0.0;
+                    for (const ContourLoop& loop : area) sum += windingSeen(loop, point, 0.0);
+                    return sum;
+                };
+                const bool isIn[] = {one != 0.0, two != 0.0};
+                ASSERT_EQ(coverage(parts.common), isIn[0] && isIn[1]) << "pair " << i;
+                ASSERT_EQ(coverage(parts.firstOnly), isIn[0] && !isIn[1]) << "pair " << i;
+                ASSERT_EQ(coverage(parts.joined), isIn[0] || isIn[1]) << "pair " << i;
+                ++asked;
+            }
+        }
+        EXPECT_GT(asked, 2000);
     }
 }
 
