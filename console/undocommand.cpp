@@ -22,8 +22,8 @@ void tell(const hostkit::UndoReport& report) {
                 L" as changed while undo recording was off\n";
     if (report.inConflict > 0)
         text += L"  " +
-                counted(report.inConflict, L"object could not be taken back: it was",
-                        L"objects could not be taken back: they were") +
+                counted(report.inConflict, L"object could not be taken back whole: it was",
+                        L"objects could not be taken back whole: they were") +
                 L" changed again while undo recording was off\n";
     if (report.unfiled > 0)
         text += L"  " +

@@ -74,9 +74,10 @@ public:
     void endGroup();
     bool isInGroup() const { return m_groupDepth > 0; }
     std::size_t groupCount() const { return m_groups.size(); }
-    /// Takes the latest group back, but for what was changed while recording was off. What both changed stays
-    /// as it is and is counted. eUndoOperationNotAvailable: there is no group, one is not ended yet, or a
-    /// transaction is active.
+    /// Takes the latest group back, but for what was changed while recording was off. Where both changed one
+    /// part of an object (its fields, extended data, extension dictionary, reactors, owner), the part stays
+    /// as it is, and the object is counted. eUndoOperationNotAvailable: there is no group, one is not ended
+    /// yet, or a transaction is active.
     Acad::ErrorStatus undo(UndoReport& report);
 
     /// Entries in memory; for tests.
@@ -119,11 +120,15 @@ private:
 
     void restore(Entry& entry);
     void restoreState(Entry& entry);
+    void putBack(AcDbStub& stub, const StateMemory& state);
     void restoreErasure(Entry& entry);
     void takeBack(AcDbObject& object);
     void takeBackOwned(AcDbObject& owner);
     bool isOfOpen(const Entry& entry, const AcDbObject& object) const;
     void undoGroup(const Group& group, UndoReport& report);
+    struct Tally;
+    void undoEntry(Entry& entry, Suspended& later, Tally& tally);
+    void redoSuspended(Suspended& later, Tally& tally);
 
     AcDbDatabase& m_database;
     std::deque<Entry> m_entries;

@@ -1,6 +1,7 @@
 #include "changememory.h"
 
-#include "memorydwgfiler.h"
+#include "groupblock.h"
+#include "objectextras.h"
 
 namespace hostkit {
 namespace {
@@ -37,16 +38,14 @@ ChangeLog::StateMemory::StateMemory(const AcDbObject& object) {
     if (!made) return;
     if (kitClass != object.isA()) {
         const Writing writing(*object.objectId().stub());
-        fields = std::make_unique<MemoryDwgFiler>(AcDb::kUndoFiler, object.database());
+        fields = std::make_shared<MemoryDwgFiler>(AcDb::kUndoFiler, object.database());
         if (object.dwgOutFields(fields.get()) != Acad::eOk) return;
     }
     kitClass->valueCopier()(*made, object);
     values.reset(static_cast<AcDbObject*>(made.release()));
 }
 
-ChangeLog::StateMemory::~StateMemory() = default;
-
-void ChangeLog::StateMemory::putBack(AcDbObject& object) {
+void ChangeLog::StateMemory::putBack(AcDbObject& object) const {
     if (!isComplete()) return;
     // What a class of an application adds first; the rest is then exact, the mark of change too.
     if (fields) {
@@ -55,6 +54,42 @@ void ChangeLog::StateMemory::putBack(AcDbObject& object) {
         (void)object.dwgInFields(fields.get());
     }
     kitClassOf(object)->valueCopier()(object, *values);
+}
+
+StateDifference ChangeLog::StateMemory::differenceTo(const StateMemory& other) const {
+    static const ObjectExtras none;
+    const ObjectExtras& mine = values->m_extras ? *values->m_extras : none;
+    const ObjectExtras& its = other.values->m_extras ? *other.values->m_extras : none;
+    StateDifference difference;
+    difference.extendedData = !(mine.extendedData == its.extendedData);
+    difference.extensionDictionary = mine.extensionDictionary != its.extensionDictionary;
+    difference.reactors = mine.persistentReactors != its.persistentReactors;
+    difference.owner = values->m_ownerId != other.values->m_ownerId;
+    MemoryDwgFiler one(AcDb::kUndoFiler);
+    MemoryDwgFiler two(AcDb::kUndoFiler);
+    if (fields)
+        difference.fields = !other.fields || !fields->holdsTheSame(*other.fields);
+    else
+        difference.fields = values->dwgOutFields(&one) != Acad::eOk ||
+                            other.values->dwgOutFields(&two) != Acad::eOk || !one.holdsTheSame(two);
+    return difference;
+}
+
+void ChangeLog::StateMemory::takeParts(const StateMemory& from, const StateDifference& parts) {
+    const auto ties = values->m_extras ? *values->m_extras : ObjectExtras();
+    const AcDbObjectId owner = values->m_ownerId;
+    if (parts.fields) {
+        kitClassOf(*values)->valueCopier()(*values, *from.values);
+        fields = from.fields;
+    }
+    const ObjectExtras its = from.values->m_extras ? *from.values->m_extras : ObjectExtras();
+    ObjectExtras& extras = values->extras();
+    extras.extendedData = parts.extendedData ? its.extendedData : ties.extendedData;
+    extras.extensionDictionary =
+        parts.extensionDictionary ? its.extensionDictionary : ties.extensionDictionary;
+    extras.persistentReactors = parts.reactors ? its.persistentReactors : ties.persistentReactors;
+    values->m_ownerId = parts.owner ? from.values->m_ownerId : owner;
+    values->m_source.setModified();
 }
 
 ChangeLog::SlotMemory::SlotMemory(const AcDbDictionary& dictionary, std::size_t slot)

@@ -4,6 +4,7 @@
 #include "changelog.h"
 #include "dbaccess.h"
 #include "headervariables.h"
+#include "memorydwgfiler.h"
 
 #include <memory>
 #include <optional>
@@ -26,17 +27,35 @@ struct ChangeLog::Memory {
     virtual ~Memory() = default;
 };
 
+/// Which parts of two states of one object differ.
+struct StateDifference {
+    bool fields = false;
+    bool extendedData = false;
+    bool extensionDictionary = false;
+    bool reactors = false;
+    bool owner = false;
+
+    bool overlaps(const StateDifference& other) const {
+        return (fields && other.fields) || (extendedData && other.extendedData) ||
+               (extensionDictionary && other.extensionDictionary) || (reactors && other.reactors) ||
+               (owner && other.owner);
+    }
+};
+
 /// All fields of an object, extended data and owner among them, and whether its record in the source still
 /// holds. The kit's classes are copied; what a class of an application adds goes through its filing.
 struct ChangeLog::StateMemory : Memory {
     explicit StateMemory(const AcDbObject& object);
-    ~StateMemory() override;
     /// False where the fields of an application's class could not be had; then nothing can be put back.
     bool isComplete() const { return values != nullptr; }
-    void putBack(AcDbObject& object);
+    void putBack(AcDbObject& object) const;
+    /// Of complete ones. Fields that cannot be compared count as different.
+    StateDifference differenceTo(const StateMemory& other) const;
+    /// The object counts as changed since it was read.
+    void takeParts(const StateMemory& from, const StateDifference& parts);
 
     std::unique_ptr<AcDbObject> values;
-    std::unique_ptr<AcDbDwgFiler> fields; ///< null for classes of the kit
+    std::shared_ptr<MemoryDwgFiler> fields; ///< null for classes of the kit
 };
 
 struct ChangeLog::SlotMemory : Memory {

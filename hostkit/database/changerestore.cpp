@@ -31,13 +31,14 @@ void ChangeLog::restore(Entry& entry) {
     }
 }
 
+void ChangeLog::restoreState(Entry& entry) { putBack(*entry.stub, static_cast<StateMemory&>(*entry.memory)); }
+
 // A record that gets its earlier name back is found by that one again.
-void ChangeLog::restoreState(Entry& entry) {
-    AcDbObject& object = *entry.stub->object;
-    auto* record = AcDbSymbolTableRecord::cast(&object);
+void ChangeLog::putBack(AcDbStub& stub, const StateMemory& state) {
+    auto* record = AcDbSymbolTableRecord::cast(stub.object);
     const std::wstring name = record ? record->name() : std::wstring();
-    static_cast<StateMemory&>(*entry.memory).putBack(object);
-    entry.stub->epoch = 0;
+    state.putBack(*stub.object);
+    stub.epoch = 0;
     auto* table = record ? DatabaseAccess::objectOf<AcDbSymbolTable>(record->ownerId()) : nullptr;
     if (table && record->name() != name) table->reindex(*record, name);
 }
@@ -128,7 +129,12 @@ Acad::ErrorStatus ChangeLog::cancel(AcDbObject& object) {
 // Undo.
 
 struct ChangeLog::Suspended {
-    std::unordered_set<const AcDbStub*> states;
+    /// A change of an object's state: its entry has what was before.
+    struct Step {
+        Entry* entry;
+        StateMemory after;
+    };
+    std::vector<Step> steps; ///< the latest first
     std::unordered_set<const AcDbStub*> erasures;
     std::unordered_set<std::wstring> variables;
     std::unordered_set<std::wstring> slots;
@@ -136,21 +142,56 @@ struct ChangeLog::Suspended {
     static std::wstring slotName(const Entry& entry) {
         return std::to_wstring(entry.stub->handle) + L"/" + std::to_wstring(entry.index);
     }
+    static const std::wstring& nameOf(const Entry& entry) {
+        return static_cast<const VariableMemory&>(*entry.memory).name;
+    }
     void add(const Entry& entry) {
-        if (entry.kind == Kind::state) states.insert(entry.stub);
         if (entry.kind == Kind::erasure) erasures.insert(entry.stub);
         if (entry.kind == Kind::slot) slots.insert(slotName(entry));
         if (entry.kind == Kind::variable) variables.insert(nameOf(entry));
     }
     bool hides(const Entry& entry) const {
-        if (entry.kind == Kind::state) return states.count(entry.stub) > 0;
         if (entry.kind == Kind::erasure) return erasures.count(entry.stub) > 0;
         if (entry.kind == Kind::slot) return !slots.empty() && slots.count(slotName(entry)) > 0;
-        if (entry.kind == Kind::variable) return variables.count(nameOf(entry)) > 0;
-        return false;
+        return entry.kind == Kind::variable && variables.count(nameOf(entry)) > 0;
     }
-    static const std::wstring& nameOf(const Entry& entry) {
-        return static_cast<const VariableMemory&>(*entry.memory).name;
+};
+
+/// Objects and variables, each once in each list.
+struct ChangeLog::Tally {
+    struct List {
+        std::unordered_set<const AcDbStub*> objects;
+        std::unordered_set<std::wstring> variables;
+
+        void add(const Entry& entry) {
+            if (entry.stub)
+                objects.insert(entry.stub);
+            else
+                variables.insert(Suspended::nameOf(entry));
+        }
+        std::size_t count() const { return objects.size() + variables.size(); }
+        void remove(const List& other) {
+            for (const AcDbStub* each : other.objects) objects.erase(each);
+            for (const std::wstring& each : other.variables) variables.erase(each);
+        }
+        void removeTakenBack() {
+            std::erase_if(objects, [](const AcDbStub* stub) { return (stub->flags & kStubTakenBack) != 0; });
+        }
+    };
+    List restored;
+    List kept;
+    List inConflict;
+    List unfiled;
+
+    void report(UndoReport& to) {
+        for (List* each : {&kept, &inConflict, &unfiled}) each->removeTakenBack();
+        kept.remove(inConflict);
+        restored.remove(inConflict);
+        restored.remove(unfiled);
+        to.restored = restored.count();
+        to.keptSuspended = kept.count();
+        to.inConflict = inConflict.count();
+        to.unfiled = unfiled.count();
     }
 };
 
@@ -176,54 +217,45 @@ Acad::ErrorStatus ChangeLog::undo(UndoReport& report) {
     return Acad::eOk;
 }
 
-namespace {
-
-/// Objects and variables, each once.
-struct Tally {
-    std::unordered_set<const AcDbStub*> objects;
-    std::unordered_set<std::wstring> variables;
-    std::size_t count() const { return objects.size() + variables.size(); }
-    void remove(const Tally& other) {
-        for (const AcDbStub* each : other.objects) objects.erase(each);
-        for (const std::wstring& each : other.variables) variables.erase(each);
-    }
-};
-
-} // namespace
-
 void ChangeLog::undoGroup(const Group& group, UndoReport& report) {
     Suspended later;
-    Tally restored;
-    Tally kept;
-    Tally inConflict;
-    Tally unfiled;
-    for (std::size_t i = m_entries.size(); i-- > group.start;) {
-        Entry& entry = m_entries[i];
-        if (entry.kind == Kind::none || entry.kind == Kind::touch) continue;
-        const bool wasTold = entry.isTold;
-        const bool isHidden = !entry.isSuspended && later.hides(entry);
-        if (entry.isSuspended) later.add(entry);
-        entry.isTold = entry.isSuspended;
-        const bool isLost =
-            entry.kind == Kind::state && !static_cast<StateMemory&>(*entry.memory).isComplete();
-        if (!entry.isSuspended && !isHidden) restore(entry);
-        if (entry.isSuspended && wasTold) continue;
-        Tally& tally = entry.isSuspended ? kept : isHidden ? inConflict : isLost ? unfiled : restored;
-        if (entry.stub)
-            tally.objects.insert(entry.stub);
-        else
-            tally.variables.insert(Suspended::nameOf(entry));
+    Tally tally;
+    for (std::size_t i = m_entries.size(); i-- > group.start;)
+        if (m_entries[i].kind != Kind::none && m_entries[i].kind != Kind::touch)
+            undoEntry(m_entries[i], later, tally);
+    redoSuspended(later, tally);
+    tally.report(report);
+}
+
+// States go back whole, step by step; what recording did not see is done again behind the last of them.
+void ChangeLog::undoEntry(Entry& entry, Suspended& later, Tally& tally) {
+    const auto* state = entry.kind == Kind::state ? static_cast<StateMemory*>(entry.memory.get()) : nullptr;
+    if (entry.isSuspended) {
+        later.add(entry);
+        if (!entry.isTold) tally.kept.add(entry);
+        entry.isTold = true;
+        if (!state || !state->isComplete()) return;
+        later.steps.push_back({&entry, StateMemory(*entry.stub->object)});
+        return restoreState(entry);
     }
-    std::erase_if(kept.objects, [](const AcDbStub* stub) { return (stub->flags & kStubTakenBack) != 0; });
-    kept.remove(inConflict);
-    restored.remove(inConflict);
-    for (const AcDbStub* stub : restored.objects)
-        if (stub->flags & kStubTakenBack) unfiled.objects.erase(stub);
-    restored.remove(unfiled);
-    report.restored = restored.count();
-    report.keptSuspended = kept.count();
-    report.inConflict = inConflict.count();
-    report.unfiled = unfiled.count();
+    if (later.hides(entry)) return tally.inConflict.add(entry);
+    restore(entry);
+    (state && !state->isComplete() ? tally.unfiled : tally.restored).add(entry);
+}
+
+void ChangeLog::redoSuspended(Suspended& later, Tally& tally) {
+    for (auto step = later.steps.rbegin(); step != later.steps.rend(); ++step) {
+        Entry& entry = *step->entry;
+        if (entry.stub->flags & kStubTakenBack) continue;
+        const auto& before = static_cast<const StateMemory&>(*entry.memory);
+        auto now = std::make_unique<StateMemory>(*entry.stub->object);
+        const StateDifference done = before.differenceTo(step->after);
+        if (done.overlaps(before.differenceTo(*now))) tally.inConflict.add(entry);
+        StateMemory again(*entry.stub->object);
+        again.takeParts(step->after, done);
+        putBack(*entry.stub, again);
+        entry.memory = std::move(now);
+    }
 }
 
 } // namespace hostkit

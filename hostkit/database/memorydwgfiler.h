@@ -28,6 +28,8 @@ public:
     Acad::ErrorStatus seek(Adesk::Int64 offset, int method) override;
     Adesk::Int64 tell() const override { return static_cast<Adesk::Int64>(m_place); }
     std::size_t size() const { return m_bytes.size(); }
+    /// The same items in the same order, to the bit.
+    bool holdsTheSame(const MemoryDwgFiler& other) const { return m_bytes == other.m_bytes; }
     /// As new, with its memory kept.
     void clear();
 

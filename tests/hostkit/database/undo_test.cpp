@@ -120,6 +120,38 @@ TEST(Undo, WhatRecordingDidNotSeeIsNotOverwritten) {
     EXPECT_EQ(AcGePoint3d(4, 4, 4), drawing.end()) << "an earlier one is what the step found";
 }
 
+// Fields and extended data are parts of their own.
+TEST(Undo, PartsOfOneObjectGoTheirOwnWays) {
+    for (const bool recordsFields : {true, false}) {
+        for (const bool inTwoSteps : {false, true}) {
+            SCOPED_TRACE(std::to_string(recordsFields) + std::to_string(inTwoSteps));
+            RecordedDrawing drawing;
+            const auto mark = [&] {
+                drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { setText(line, L"text"); });
+            };
+            const auto move = [&] { drawing.moveEnd({2, 2, 2}); };
+            const auto seen = [&] { recordsFields ? move() : mark(); };
+            const auto unseen = [&] { drawing.suspended([&] { recordsFields ? mark() : move(); }); };
+            drawing.step(L"SEEN", [&] {
+                seen();
+                if (!inTwoSteps) unseen();
+            });
+            if (inTwoSteps) {
+                drawing.step(L"UNSEEN", unseen);
+                EXPECT_EQ(1u, drawing.undo().keptSuspended);
+            }
+            const hostkit::UndoReport report = drawing.undo();
+            EXPECT_EQ(1u, report.restored);
+            EXPECT_EQ(inTwoSteps ? 0u : 1u, report.keptSuspended);
+            EXPECT_EQ(0u, report.inConflict);
+            EXPECT_EQ(recordsFields ? AcGePoint3d(1, 0, 0) : AcGePoint3d(2, 2, 2), drawing.end());
+            AcDbObjectPointer<AcDbLine> line(drawing.line, AcDb::kForRead);
+            EXPECT_EQ(recordsFields, line->hasXData());
+            EXPECT_TRUE(line->isChangedSinceRead()) << "what stays is to be saved";
+        }
+    }
+}
+
 TEST(Undo, ANameGivenAwayMeanwhileStaysWithItsNewOwner) {
     RecordedDrawing drawing;
     drawing.step(L"ERASE", [&] {
