@@ -29,21 +29,58 @@ public:
     /// Calls visit(i) for every box that meets the query, in ascending order.
     template <typename Visit>
     void forEachMeeting(const Box& query, const Visit& visit) const {
-        visitWithin(m_levels.size() - 1, 0, m_levels.back().size(), query, visit);
+        forEach([&](const Box& box) { return box.meets(query); }, visit);
+    }
+
+    /// Calls visit(i) for every box for which isWanted(box) holds; it must hold for any box around such a
+    /// one.
+    template <typename Wanted, typename Visit>
+    void forEach(const Wanted& isWanted, const Visit& visit) const {
+        visitWanted(m_levels.size() - 1, 0, m_levels.back().size(), isWanted, visit);
+    }
+
+    /// Calls visit(i, j), i < j, once for every two boxes that meet.
+    template <typename Visit>
+    void forEachPair(const Visit& visit) const {
+        pairsWithin(m_levels.size() - 1, 0, m_levels.back().size(), visit);
     }
 
 private:
     static constexpr std::size_t kFanOut = 4;
 
-    template <typename Visit>
-    void visitWithin(std::size_t level, std::size_t from, std::size_t to, const Box& query,
+    template <typename Wanted, typename Visit>
+    void visitWanted(std::size_t level, std::size_t from, std::size_t to, const Wanted& isWanted,
                      const Visit& visit) const {
         for (std::size_t i = from; i < to; ++i) {
-            if (!m_levels[level][i].meets(query)) continue;
+            if (!isWanted(m_levels[level][i])) continue;
             if (level == 0)
                 visit(i);
             else
-                visitWithin(level - 1, i * kFanOut, endOfChildren(level, i), query, visit);
+                visitWanted(level - 1, i * kFanOut, endOfChildren(level, i), isWanted, visit);
+        }
+    }
+
+    /// Of the boxes from..to of a level.
+    template <typename Visit>
+    void pairsWithin(std::size_t level, std::size_t from, std::size_t to, const Visit& visit) const {
+        for (std::size_t i = from; i < to; ++i) {
+            if (level > 0) pairsWithin(level - 1, i * kFanOut, endOfChildren(level, i), visit);
+            for (std::size_t j = i + 1; j < to; ++j) pairsBetween(level, i, j, visit);
+        }
+    }
+
+    template <typename Visit>
+    void pairsBetween(std::size_t level, std::size_t first, std::size_t second, const Visit& visit) const {
+        const Box& box = m_levels[level][second];
+        if (!m_levels[level][first].meets(box)) return;
+        if (level == 0) {
+            visit(first, second);
+            return;
+        }
+        for (std::size_t i = first * kFanOut; i < endOfChildren(level, first); ++i) {
+            if (!m_levels[level - 1][i].meets(box)) continue;
+            for (std::size_t j = second * kFanOut; j < endOfChildren(level, second); ++j)
+                pairsBetween(level - 1, i, j, visit);
         }
     }
 

@@ -45,7 +45,7 @@ PlaneBox segmentBox(const ContourVertex& vertex, const ContourVertex& next) {
     const double square = bulge * bulge;
     const AcGePoint2d center = start + chord * 0.5 + chord.perpVector() * ((1.0 - square) / (4.0 * bulge));
     const double radius = chord.length() * (1.0 + square) / (4.0 * std::abs(bulge));
-    return {center.x - radius, center.y - radius, center.x + radius, center.y + radius};
+    return {center.x - radius, center.x + radius, center.y - radius, center.y + radius};
 }
 
 ContourArea counterClockwise(const ContourLoop& loop) {

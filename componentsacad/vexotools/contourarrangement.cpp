@@ -93,7 +93,7 @@ ContourArrangement::ContourArrangement(const ContourArea& first, const ContourAr
     for (const ContourLoop& loop : second) addLoop(loop, 1);
     indexSegments();
     const int givenCount = static_cast<int>(m_nodes.size());
-    m_tree->forEachPair(
+    m_chain->forEachPair(
         [&](std::size_t i, std::size_t j) { meet(static_cast<int>(i), static_cast<int>(j)); });
     cutAtNearNodes(givenCount);
     makeGraph();
@@ -167,10 +167,10 @@ void ContourArrangement::indexSegments() {
     boxes.reserve(m_segments.size());
     for (const PlaneSegment& curve : m_curves) {
         const PlaneBox box = boxOfSegment(curve.start(), curve.end(), curve.bulge());
-        boxes.push_back({box.lowX - m_tolerance, box.lowY - m_tolerance, box.highX + m_tolerance,
+        boxes.push_back({box.lowX - m_tolerance, box.highX + m_tolerance, box.lowY - m_tolerance,
                          box.highY + m_tolerance});
     }
-    m_tree.emplace(std::move(boxes));
+    m_chain.emplace(std::move(boxes));
 }
 
 // ---- cutting ----
@@ -240,14 +240,12 @@ void ContourArrangement::cross(int first, int second, const AcGePoint2d* contact
 void ContourArrangement::cutAtNearNodes(int firstNode) {
     for (int node = firstNode; at(node) < m_nodes.size(); ++node) {
         const AcGePoint2d point = pointOf(node);
-        const PlaneBox box{point.x, point.y, point.x, point.y};
-        m_tree->forEach([&](const PlaneBox& other) { return other.meets(box); },
-                        [&](std::size_t i) {
-                            const Segment& segment = m_segments[i];
-                            if (node != segment.from && node != segment.to &&
-                                m_curves[i].touches(point, m_tolerance))
-                                cut(static_cast<int>(i), node);
-                        });
+        const PlaneBox box{point.x, point.x, point.y, point.y};
+        m_chain->forEachMeeting(box, [&](std::size_t i) {
+            const Segment& segment = m_segments[i];
+            if (node != segment.from && node != segment.to && m_curves[i].touches(point, m_tolerance))
+                cut(static_cast<int>(i), node);
+        });
     }
 }
 
@@ -350,7 +348,7 @@ void ContourArrangement::windingsLeftOf(int edge, bool isUpright, int windings[2
             winding += piece.isBackward ? -turns : turns;
         }
     };
-    m_tree->forEach([&](const PlaneBox& box) { return view.mayRunRound(box); }, countTurns);
+    m_chain->forEach([&](const PlaneBox& box) { return view.mayRunRound(box); }, countTurns);
 }
 
 // ---- results ----

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "boxchain.h"
 #include "contourareas.h"
 #include "edgegraph.h"
 #include "pointgrid.h"
-#include "segmenttree.h"
 
 #include <cstddef>
 #include <optional>
@@ -93,7 +93,7 @@ private:
     std::vector<Source> m_sources;
     std::vector<Segment> m_segments;
     std::vector<PlaneSegment> m_curves; ///< of segments, then of their pieces; the graph's in the end
-    std::optional<SegmentTree> m_tree;
+    std::optional<BoxChain> m_chain;    ///< of the segments' boxes
     std::vector<Cut> m_cuts;
     std::vector<Piece> m_pieces;
     std::vector<int> m_firstPiece;   ///< of each segment

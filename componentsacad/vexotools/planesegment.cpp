@@ -15,20 +15,13 @@ AcGePoint2d middleOf(const AcGePoint2d& a, const AcGePoint2d& b) {
 
 } // namespace
 
-void PlaneBox::extend(const PlaneBox& other) {
-    lowX = std::min(lowX, other.lowX);
-    lowY = std::min(lowY, other.lowY);
-    highX = std::max(highX, other.highX);
-    highY = std::max(highY, other.highY);
-}
-
 PlaneBox boxOfSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
-    PlaneBox box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
+    PlaneBox box{std::min(start.x, end.x), std::max(start.x, end.x), std::min(start.y, end.y),
                  std::max(start.y, end.y)};
     if (bulge != 0.0) {
         const double asideX = 0.5 * bulge * (end.y - start.y);
         const double asideY = -0.5 * bulge * (end.x - start.x);
-        box.extend({box.lowX + asideX, box.lowY + asideY, box.highX + asideX, box.highY + asideY});
+        box.extend({box.lowX + asideX, box.highX + asideX, box.lowY + asideY, box.highY + asideY});
     }
     return box;
 }

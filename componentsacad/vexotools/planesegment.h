@@ -1,5 +1,7 @@
 #pragma once
 
+#include "boxchain.h"
+
 #include "gepnt2d.h"
 
 #include <cmath>
@@ -7,18 +9,7 @@
 namespace VEXOGeometryTools {
 
 /// A box along the axes of the plane.
-struct PlaneBox {
-    double lowX;
-    double lowY;
-    double highX;
-    double highY;
-
-    /// Boxes that touch meet.
-    bool meets(const PlaneBox& other) const {
-        return lowX <= other.highX && other.lowX <= highX && lowY <= other.highY && other.lowY <= highY;
-    }
-    void extend(const PlaneBox& other);
-};
+using PlaneBox = BoxChain::Box;
 
 /// A box around the segment, not always the smallest; its bulge is from -1 to 1.
 PlaneBox boxOfSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge);

@@ -174,11 +174,11 @@ bool areApart(const ContourLoop& first, const ContourLoop& second, double tolera
     const ContourLoop* loops[2] = {&first, &second};
     for (int i = 0; i < 2; ++i) {
         const ContourVertex& start = loops[i]->vertices.front();
-        boxes[i] = {start.x, start.y, start.x, start.y};
+        boxes[i] = {start.x, start.x, start.y, start.y};
         for (const ContourVertex& vertex : loops[i]->vertices)
-            boxes[i].extend({vertex.x, vertex.y, vertex.x, vertex.y});
+            boxes[i].extend({vertex.x, vertex.x, vertex.y, vertex.y});
     }
-    boxes[0] = {boxes[0].lowX - tolerance, boxes[0].lowY - tolerance, boxes[0].highX + tolerance,
+    boxes[0] = {boxes[0].lowX - tolerance, boxes[0].highX + tolerance, boxes[0].lowY - tolerance,
                 boxes[0].highY + tolerance};
     return !boxes[0].meets(boxes[1]);
 }
