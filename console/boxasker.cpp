@@ -32,7 +32,8 @@ BoxAnswer BoxAsker::answerOfPerson(const hostkit::ShownWindow& window) {
     for (;;) {
         std::wstring line;
         const hostkit::Input input = m_port.readLine(buttonTexts(window) + L" <Enter>: ", line);
-        if (input != hostkit::Input::line) return refusal(window, L"the input has ended");
+        if (input == hostkit::Input::cancelled) return refusal(window, L"stopped by Ctrl-C");
+        if (input == hostkit::Input::end) return refusal(window, L"the input has ended");
         BoxAnswer answer = parseBoxAnswer(line, window);
         if (answer.problem.empty()) return answer;
         m_port.reportProblem(answer.problem);

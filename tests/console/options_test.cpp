@@ -13,7 +13,7 @@ TEST(Options, FilesCommandsAndFlagsStandInAnyOrder) {
     const auto [options, problem] =
         parseOptions({"--module", "a.so", "plan.dxf", "--command=CONTOURS CSV \"a b\"", "--module=b.so",
                       "--command", "QUIT", "-o", "out.dxf", "--overwrite", "--trace", "t.json", "--quiet",
-                      "--registry", "r.txt", "--library", "l.so"});
+                      "--registry", "r.txt", "--library", "l.so", "--answers", "a.txt"});
     ASSERT_EQ(problem, L"");
     EXPECT_EQ(options.drawing, L"plan.dxf");
     EXPECT_EQ(options.modules, (std::vector<std::wstring>{L"a.so", L"b.so"}));
@@ -22,6 +22,7 @@ TEST(Options, FilesCommandsAndFlagsStandInAnyOrder) {
     EXPECT_EQ(options.trace, L"t.json");
     EXPECT_EQ(options.registry, L"r.txt");
     EXPECT_EQ(options.library, L"l.so");
+    EXPECT_EQ(options.answers, L"a.txt");
     EXPECT_TRUE(options.mayOverwrite && options.isQuiet);
     EXPECT_FALSE(options.isNewDrawing || options.wantsHelp);
 
