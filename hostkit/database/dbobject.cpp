@@ -169,13 +169,11 @@ resbuf* AcDbObject::xData(const wchar_t* applicationName) const {
 
 Acad::ErrorStatus AcDbObject::setXData(const resbuf* list) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
-    hostkit::GroupBlock given;
-    const Acad::ErrorStatus status = hostkit::packExtendedData(list, database(), given);
-    if (status != Acad::eOk) return status;
     static const hostkit::GroupBlock none;
-    hostkit::GroupBlock result =
-        hostkit::replacedExtendedData(hasXData() ? m_extras->extendedData : none, given);
-    if (result.size() > hostkit::GroupBlock::maxExtendedDataSize) return Acad::eXdataSizeExceeded;
+    hostkit::GroupBlock result;
+    const Acad::ErrorStatus status =
+        hostkit::replaceExtendedData(hasXData() ? m_extras->extendedData : none, list, database(), result);
+    if (status != Acad::eOk) return status;
     return setExtendedData(std::move(result));
 }
 

@@ -4,6 +4,10 @@
 
 #include "casefold.h"
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace hostkit {
 
 namespace {
@@ -46,17 +50,64 @@ bool isRegistered(const AcDbDatabase& database, std::wstring_view application) {
     return table && !table->find(application).isNull();
 }
 
+struct NamedSpan : ApplicationSpan {
+    std::wstring name;
+};
+
+/// A block and where its applications stand in it.
+struct Divided {
+    const GroupBlock& data;
+    std::vector<NamedSpan> spans;
+
+    explicit Divided(const GroupBlock& block)
+        : data(block) {
+        ApplicationWalker walker(block);
+        for (ApplicationSpan span; walker.next(span);) spans.push_back({span, std::wstring(walker.name())});
+    }
+    const NamedSpan* find(std::wstring_view name) const {
+        for (const NamedSpan& span : spans)
+            if (span.name == name || equalFolded(span.name, name)) return &span;
+        return nullptr;
+    }
+};
+
+Acad::ErrorStatus pack(const resbuf* list, GroupBlock& data) {
+    constexpr std::size_t ordinarySize = 512;
+    data.reserve(ordinarySize);
+    if (!list || list->restype != applicationCode) return Acad::eInvalidResBuf;
+    for (; list; list = list->rbnext) {
+        if (list->restype < firstCode || list->restype > lastCode) return Acad::eInvalidResBuf;
+        const Acad::ErrorStatus status = data.appendRecord(*list);
+        if (status != Acad::eOk) return status;
+    }
+    return Acad::eOk;
+}
+
 // Each application once, and known to the drawing where it has values.
-Acad::ErrorStatus checkApplications(const GroupBlock& data, const AcDbDatabase* database) {
-    ApplicationWalker walker(data);
-    for (ApplicationSpan span; walker.next(span);) {
-        ApplicationSpan first;
-        (void)findApplication(data, walker.name(), first);
-        if (first.from != span.from) return Acad::eInvalidResBuf;
-        if (database && !span.isEmpty() && !isRegistered(*database, walker.name()))
+Acad::ErrorStatus check(const Divided& now, const AcDbDatabase* database) {
+    for (const NamedSpan& span : now.spans) {
+        if (now.find(span.name) != &span) return Acad::eInvalidResBuf;
+        if (database && !span.isEmpty() && !isRegistered(*database, span.name))
             return Acad::eRegappIdNotFound;
     }
     return Acad::eOk;
+}
+
+GroupBlock merged(const Divided& before, const Divided& now) {
+    GroupBlock result;
+    result.reserve(before.data.size() + now.data.size());
+    const auto take = [&](const NamedSpan& span) {
+        if (!span.isEmpty()) result.appendPart(now.data, span.from, span.to);
+    };
+    for (const NamedSpan& span : before.spans) {
+        if (const NamedSpan* replacement = now.find(span.name))
+            take(*replacement);
+        else
+            result.appendPart(before.data, span.from, span.to);
+    }
+    for (const NamedSpan& span : now.spans)
+        if (!before.find(span.name)) take(span);
+    return result;
 }
 
 } // namespace
@@ -71,36 +122,18 @@ bool findApplication(const GroupBlock& data, std::wstring_view name, Application
     return false;
 }
 
-Acad::ErrorStatus packExtendedData(const resbuf* list, const AcDbDatabase* database, GroupBlock& data) {
-    constexpr std::size_t ordinarySize = 512;
-    data.reserve(ordinarySize);
-    if (!list || list->restype != applicationCode) return Acad::eInvalidResBuf;
-    for (; list; list = list->rbnext) {
-        if (list->restype < firstCode || list->restype > lastCode) return Acad::eInvalidResBuf;
-        const Acad::ErrorStatus status = data.appendRecord(*list);
-        if (status != Acad::eOk) return status;
-    }
-    return checkApplications(data, database);
-}
-
-GroupBlock replacedExtendedData(const GroupBlock& before, const GroupBlock& now) {
-    GroupBlock result;
-    result.reserve(before.size() + now.size());
-    const auto take = [&](const ApplicationSpan& span) {
-        if (!span.isEmpty()) result.appendPart(now, span.from, span.to);
-    };
-    ApplicationWalker old(before);
-    for (ApplicationSpan span; old.next(span);) {
-        ApplicationSpan replacement;
-        if (findApplication(now, old.name(), replacement))
-            take(replacement);
-        else
-            result.appendPart(before, span.from, span.to);
-    }
-    ApplicationWalker given(now);
-    for (ApplicationSpan span, ignored; given.next(span);)
-        if (!findApplication(before, given.name(), ignored)) take(span);
-    return result;
+Acad::ErrorStatus replaceExtendedData(const GroupBlock& before, const resbuf* list,
+                                      const AcDbDatabase* database, GroupBlock& result) {
+    GroupBlock given;
+    Acad::ErrorStatus status = pack(list, given);
+    if (status != Acad::eOk) return status;
+    const Divided now(given);
+    status = check(now, database);
+    if (status != Acad::eOk) return status;
+    GroupBlock replaced = merged(Divided(before), now);
+    if (replaced.size() > GroupBlock::maxExtendedDataSize) return Acad::eXdataSizeExceeded;
+    result = std::move(replaced);
+    return Acad::eOk;
 }
 
 } // namespace hostkit

@@ -20,13 +20,14 @@ struct ApplicationSpan {
 /// Finds an application, without regard to case; false when the block has none of it.
 bool findApplication(const GroupBlock& data, std::wstring_view name, ApplicationSpan& span);
 
-/// A list that setXData may file, in packed form. eInvalidResBuf: it does not begin with 1001, has other
-/// codes than 1000 to 1071, or names an application twice. eRegappIdNotFound: values of an application that
-/// the drawing (null: any) has not registered.
-Acad::ErrorStatus packExtendedData(const resbuf* list, const AcDbDatabase* database, GroupBlock& data);
-
-/// The old data with that of the new one's applications in the place of theirs, further ones at the end. An
-/// application without values goes. Empty `before`: what is new.
-GroupBlock replacedExtendedData(const GroupBlock& before, const GroupBlock& now);
+/// What setXData makes of an object's data: the applications of the list in the place of their old data,
+/// further ones at the end; one without values goes.
+///
+/// eInvalidResBuf: the list does not begin with 1001, has other codes than 1000 to 1071, or names an
+/// application twice. eRegappIdNotFound: values of an application that the drawing (null: any) has not
+/// registered. eXdataSizeExceeded: the whole would be larger than an object may have. `result` is only given
+/// with eOk.
+Acad::ErrorStatus replaceExtendedData(const GroupBlock& before, const resbuf* list,
+                                      const AcDbDatabase* database, GroupBlock& result);
 
 } // namespace hostkit

@@ -1,6 +1,7 @@
 #include "groupblock.h"
 
 #include "dbhandle.h"
+#include "groupkinds.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -67,29 +68,31 @@ char hexDigit(unsigned value) { return "0123456789ABCDEF"[value & 15]; }
 
 template <typename T>
 void GroupBlock::put(T value) {
-    const auto* bytes = reinterpret_cast<const unsigned char*>(&value);
-    m_bytes.insert(m_bytes.end(), bytes, bytes + sizeof(T));
+    const std::size_t begin = m_bytes.size();
+    m_bytes.resize(begin + sizeof value);
+    std::memcpy(m_bytes.data() + begin, &value, sizeof value);
 }
 
 namespace {
-void putLength(std::vector<unsigned char>& bytes, std::size_t length) {
-    const auto small = static_cast<std::uint16_t>(std::min(length, longLengthMark));
-    const auto* first = reinterpret_cast<const unsigned char*>(&small);
-    bytes.insert(bytes.end(), first, first + sizeof small);
-    if (small != longLengthMark) return;
+
+// Room for so many elements of that size behind their number.
+unsigned char* putLength(std::vector<unsigned char>& bytes, std::size_t length, std::size_t elementSize) {
+    const std::size_t begin = bytes.size();
+    const bool isLong = length >= longLengthMark;
+    const std::size_t lengthSize = sizeof(std::uint16_t) + (isLong ? sizeof(std::uint32_t) : 0);
+    bytes.resize(begin + lengthSize + length * elementSize);
+    const auto small = static_cast<std::uint16_t>(isLong ? longLengthMark : length);
     const auto whole = static_cast<std::uint32_t>(length);
-    first = reinterpret_cast<const unsigned char*>(&whole);
-    bytes.insert(bytes.end(), first, first + sizeof whole);
+    std::memcpy(bytes.data() + begin, &small, sizeof small);
+    if (isLong) std::memcpy(bytes.data() + begin + sizeof small, &whole, sizeof whole);
+    return bytes.data() + begin + lengthSize;
 }
+
 } // namespace
 
 void GroupBlock::appendText(short code, std::wstring_view text) {
     put(code);
-    const std::size_t units = utf16Length(text);
-    putLength(m_bytes, units);
-    const std::size_t begin = m_bytes.size();
-    m_bytes.resize(begin + 2 * units);
-    toUtf16(text, m_bytes.data() + begin);
+    toUtf16(text, putLength(m_bytes, utf16Length(text), sizeof(char16_t)));
 }
 
 void GroupBlock::appendReal(short code, double value) {
@@ -105,7 +108,7 @@ void GroupBlock::appendPoint(short code, const double* coordinates, int dimensio
 
 void GroupBlock::appendInteger(short code, Adesk::Int64 value) {
     put(code);
-    switch (AcDb::groupKind(code)) {
+    switch (kindOfCode(code)) {
     case GroupKind::kInt64:
         return put(value);
     case GroupKind::kInt32:
@@ -124,9 +127,8 @@ void GroupBlock::appendHandle(short code, Adesk::UInt64 handle) {
 
 void GroupBlock::appendBinary(short code, const void* bytes, std::size_t size) {
     put(code);
-    putLength(m_bytes, size);
-    const auto* first = static_cast<const unsigned char*>(bytes);
-    if (size) m_bytes.insert(m_bytes.end(), first, first + size);
+    unsigned char* const at = putLength(m_bytes, size, 1);
+    if (size) std::memcpy(at, bytes, size);
 }
 
 void GroupBlock::append(const AcDbDxfGroup& group) {
@@ -173,7 +175,7 @@ Acad::ErrorStatus GroupBlock::appendRecord(const resbuf& record) {
     if (code < 0) return Acad::eInvalidDxfCode;
     if (code >= RTNONE) return Acad::eInvalidResBuf;
     const ads_u_val& value = record.resval;
-    switch (AcDb::groupKind(code)) {
+    switch (kindOfCode(code)) {
     case GroupKind::kText:
         appendText(code, value.rstring ? value.rstring : L"");
         break;
@@ -322,7 +324,7 @@ resbuf* GroupWalker::nextRecord() {
     if (!peek(code)) return nullptr;
     resbuf* const record = acutNewRb(code);
     if (!record) return nullptr;
-    if (AcDb::groupKind(code) != GroupKind::kText) {
+    if (kindOfCode(code) != GroupKind::kText) {
         AcDbDxfGroup group;
         next(group);
         setValue(*record, group);
@@ -348,7 +350,7 @@ bool GroupWalker::peek(short& code) const {
 }
 
 void GroupWalker::skip() {
-    switch (AcDb::groupKind(take<short>())) {
+    switch (kindOfCode(take<short>())) {
     case GroupKind::kText:
         skipBytes(2 * takeLength());
         break;
@@ -378,7 +380,7 @@ bool GroupWalker::next(AcDbDxfGroup& group) {
     if (m_position >= m_block.size()) return false;
     group = AcDbDxfGroup();
     group.code = take<short>();
-    group.kind = AcDb::groupKind(group.code);
+    group.kind = kindOfCode(group.code);
     switch (group.kind) {
     case GroupKind::kText:
         takeText();

@@ -1,7 +1,10 @@
 #include "adsdef.h"
 
+#include "groupkinds.h"
+
 #include <cstdarg>
 #include <cstdlib>
+#include <cstring>
 #include <cwchar>
 
 using AcDb::GroupKind;
@@ -11,11 +14,11 @@ namespace {
 bool holdsText(int type) {
     if (type == RTSTR || type == RTKWORD) return true;
     if (type >= RTNONE) return false;
-    const GroupKind kind = AcDb::groupKind(type);
+    const GroupKind kind = hostkit::kindOfCode(type);
     return kind == GroupKind::kText || (kind == GroupKind::kHandle && type > 0);
 }
 
-bool holdsBinary(int type) { return type < RTNONE && AcDb::groupKind(type) == GroupKind::kBinary; }
+bool holdsBinary(int type) { return type < RTNONE && hostkit::kindOfCode(type) == GroupKind::kBinary; }
 
 void copyPoint(ads_point to, const double* from) {
     for (int i = 0; from && i < 3; ++i) to[i] = from[i];
@@ -68,7 +71,7 @@ bool readGroupValue(resbuf& record, int code, va_list& arguments) {
         record.resval.rstring = acutNewString(va_arg(arguments, const wchar_t*));
         return true;
     }
-    switch (AcDb::groupKind(code)) {
+    switch (hostkit::kindOfCode(code)) {
     case GroupKind::kPoint:
         copyPoint(record.resval.rpoint, va_arg(arguments, const double*));
         return true;
@@ -98,16 +101,21 @@ bool readGroupValue(resbuf& record, int code, va_list& arguments) {
 } // namespace
 
 resbuf* acutNewRb(int type) {
-    auto* record = static_cast<resbuf*>(std::calloc(1, sizeof(resbuf)));
-    if (record) record->restype = static_cast<short>(type);
+    // Not calloc: for pieces this small it passes by the allocator's short cut.
+    auto* record = static_cast<resbuf*>(std::malloc(sizeof(resbuf)));
+    if (!record) return nullptr;
+    std::memset(record, 0, sizeof *record);
+    record->restype = static_cast<short>(type);
     return record;
 }
 
 int acutRelRb(resbuf* list) {
     while (list) {
         resbuf* next = list->rbnext;
-        if (holdsText(list->restype)) std::free(list->resval.rstring);
-        if (holdsBinary(list->restype)) std::free(list->resval.rbinary.buf);
+        if (holdsText(list->restype))
+            std::free(list->resval.rstring);
+        else if (holdsBinary(list->restype))
+            std::free(list->resval.rbinary.buf);
         std::free(list);
         list = next;
     }

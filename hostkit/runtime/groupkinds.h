@@ -1,0 +1,27 @@
+// Stand-in for the host's kinds of group codes, for code that looks up many. Covers a table of the published range; leaves out what a kind means, which adscodes.h tells.
+#pragma once
+
+#include "adscodes.h"
+
+#include <array>
+#include <cstddef>
+
+namespace hostkit {
+
+constexpr std::size_t tabledCodes = 1072;
+
+constexpr std::array<AcDb::GroupKind, tabledCodes> tableOfKinds() {
+    std::array<AcDb::GroupKind, tabledCodes> kinds{};
+    for (std::size_t code = 0; code < tabledCodes; ++code)
+        kinds[code] = AcDb::groupKind(static_cast<int>(code));
+    return kinds;
+}
+inline constexpr std::array<AcDb::GroupKind, tabledCodes> kindsByCode = tableOfKinds();
+
+/// As AcDb::groupKind, by one look.
+constexpr AcDb::GroupKind kindOfCode(int code) {
+    return static_cast<std::size_t>(code) < tabledCodes ? kindsByCode[static_cast<std::size_t>(code)]
+                                                        : AcDb::groupKind(code);
+}
+
+} // namespace hostkit
