@@ -13,6 +13,7 @@
 HOSTKIT_KIT_CLASS(AcDbDictionary, AcDbObject, L"DICTIONARY")
 
 using hostkit::DatabaseAccess;
+using hostkit::NameIndex;
 
 namespace {
 
@@ -23,11 +24,14 @@ bool isValidKey(std::wstring_view name) {
 
 } // namespace
 
+std::size_t AcDbDictionary::placeOf(std::wstring_view name) const {
+    return m_index.find(name,
+                        [this](std::size_t place) -> const std::wstring& { return m_entries[place].name; });
+}
+
 const AcDbDictionary::Entry* AcDbDictionary::find(std::wstring_view name) const {
-    const auto found = m_index.find(name);
-    if (found == m_index.end()) return nullptr;
-    const Entry& entry = m_entries[found->second];
-    return entry.id.isErased() ? nullptr : &entry;
+    const std::size_t place = placeOf(name);
+    return place == NameIndex::none || m_entries[place].id.isErased() ? nullptr : &m_entries[place];
 }
 
 Acad::ErrorStatus AcDbDictionary::getAt(const wchar_t* name, AcDbObjectId& id) const {
@@ -88,19 +92,24 @@ void AcDbDictionary::slotChanging(std::size_t index) {
 }
 
 void AcDbDictionary::putSlotBack(std::size_t index, const std::optional<Entry>& earlier) {
-    const auto named = m_index.find(m_entries[index].name);
-    if (named != m_index.end() && named->second == index) m_index.erase(named);
+    m_index.erase(m_entries[index].name, index);
     m_entries[index] = earlier.value_or(Entry());
-    if (earlier && !earlier->name.empty()) m_index.insert_or_assign(earlier->name, index);
+    if (earlier && !earlier->name.empty()) {
+        const std::size_t other = placeOf(earlier->name);
+        if (other != NameIndex::none) m_index.erase(earlier->name, other);
+        m_index.insert(earlier->name, index);
+    }
     if (!earlier && index + 1 == m_entries.size()) m_entries.pop_back();
 }
 
 void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
-    const auto [place, isNew] = m_index.try_emplace(std::wstring(name), m_entries.size());
-    if (isNew)
-        m_entries.push_back({std::wstring(name), id});
-    else
-        m_entries[place->second] = {std::wstring(name), id};
+    const std::size_t place = placeOf(name);
+    if (place != NameIndex::none) {
+        m_entries[place] = {std::wstring(name), id};
+        return;
+    }
+    m_entries.push_back({std::wstring(name), id});
+    m_index.insert(name, m_entries.size() - 1);
 }
 
 std::wstring AcDbDictionary::freeName() {
@@ -126,8 +135,8 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     else if (object->ownerId().isNull() && object->isWriteEnabled())
         object->setOwnerId(objectId());
     id = object->objectId();
-    const auto place = m_index.find(key);
-    slotChanging(place == m_index.end() ? m_entries.size() : place->second);
+    const std::size_t place = placeOf(key);
+    slotChanging(place == NameIndex::none ? m_entries.size() : place);
     put(key, id);
     return Acad::eOk;
 }
@@ -136,17 +145,17 @@ Acad::ErrorStatus AcDbDictionary::takeOut(const Entry* entry) {
     if (!entry) return Acad::eKeyNotFound;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    const auto place = m_index.find(entry->name);
+    const auto place = static_cast<std::size_t>(entry - m_entries.data());
     AcDbObject* object = DatabaseAccess::object(entry->id);
     const bool isOwn = object && object->ownerId() == objectId();
     if (isOwn) hostkit::ChangeLog::of(*object).changing(*object);
-    slotChanging(place->second);
+    slotChanging(place);
     if (isOwn) {
         DatabaseAccess::setOwner(*object, AcDbObjectId());
         DatabaseAccess::markChanged(*object);
     }
-    m_entries[place->second] = Entry();
-    m_index.erase(place);
+    m_index.erase(m_entries[place].name, place);
+    m_entries[place] = Entry();
     return Acad::eOk;
 }
 
@@ -173,16 +182,16 @@ Acad::ErrorStatus AcDbDictionary::setName(const wchar_t* oldName, const wchar_t*
     if (holder && holder != entry) return Acad::eDuplicateKey;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    if (const auto erased = m_index.find(std::wstring_view(newName)); erased != m_index.end() && !holder) {
-        slotChanging(erased->second);
-        m_entries[erased->second] = Entry();
-        m_index.erase(erased);
-    }
     const std::size_t place = static_cast<std::size_t>(entry - m_entries.data());
+    if (const std::size_t erased = placeOf(newName); erased != NameIndex::none && erased != place) {
+        slotChanging(erased);
+        m_index.erase(newName, erased);
+        m_entries[erased] = Entry();
+    }
     slotChanging(place);
-    m_index.erase(m_index.find(entry->name));
+    m_index.erase(m_entries[place].name, place);
     m_entries[place].name = newName;
-    m_index.emplace(newName, place);
+    m_index.insert(newName, place);
     return Acad::eOk;
 }
 

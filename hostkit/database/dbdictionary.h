@@ -3,13 +3,11 @@
 
 #include "dbobject.h"
 #include "dbopen.h"
-
-#include "casefold.h"
+#include "nameindex.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class AcDbDictionaryIterator;
@@ -85,6 +83,8 @@ private:
         std::wstring name;
         AcDbObjectId id; ///< null: taken out
     };
+    /// Of the entry of that name, erased or not; NameIndex::none.
+    std::size_t placeOf(std::wstring_view name) const;
     const Entry* find(std::wstring_view name) const;
     const Entry* find(AcDbObjectId id) const;
     std::wstring freeName();
@@ -97,7 +97,7 @@ private:
     void putSlotBack(std::size_t index, const std::optional<Entry>& earlier);
 
     std::vector<Entry> m_entries;
-    std::unordered_map<std::wstring, std::size_t, hostkit::FoldedHash, hostkit::FoldedEqual> m_index;
+    hostkit::NameIndex m_index;
     bool m_treatElementsAsHard = false;
     Adesk::Int16 m_mergeStyle = AcDb::kDrcIgnore;
     Adesk::UInt32 m_lastNumber = 0; ///< of the "*" names
