@@ -212,10 +212,10 @@ int VEXODatabaseTools::appendToDictionary(const wchar_t* dictionaryName, AcDbObj
 int VEXODatabaseTools::getFromDictionary(const wchar_t* dictionaryName, const wchar_t* key,
                                          AcDbObject*& object, AcDb::OpenMode mode, AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXODatabaseTools::getFromDictionary");
-    AcDbDictionary* dictionary = openDictionary(dictionaryName, AcDb::kForRead, database, 1);
-    if (!dictionary) return 0;
     const VEXOSmartPointer<VEXOSmartLock> lock(mode == AcDb::kForWrite ? new VEXOSmartLock(database)
                                                                        : nullptr);
+    AcDbDictionary* dictionary = openDictionary(dictionaryName, AcDb::kForRead, database, 1);
+    if (!dictionary) return 0;
     AcDbObject* found = nullptr;
     const Acad::ErrorStatus status = dictionary->getAt(key, found, mode);
     dictionary->close();
