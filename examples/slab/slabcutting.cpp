@@ -97,9 +97,10 @@ Outline merged(AcDbPolyline& a, AcDbPolyline& b) {
 // Cuts one opening after the other and keeps of each cut only what its areas prove.
 class CarefulCut {
 public:
-    CarefulCut(const Slab& slab, const CuttingFrame& frame)
+    CarefulCut(const Slab& slab, const CuttingFrame& frame, const SlabCuts& cuts)
         : m_slab(slab)
         , m_frame(frame)
+        , m_cuts(cuts)
         , m_allowed(provedWithin * slab.contour->area) {
         m_pieces.emplace_back(static_cast<AcDbPolyline*>(slab.contour->outline->clone()));
     }
@@ -150,8 +151,7 @@ private:
         const Outline contour(static_cast<AcDbPolyline*>(piece.clone()));
         if (inOpening > noArea * m_slab.contour->area) {
             AcDbCurve* hole = clipped ? clipped : opening.outline.get();
-            parts = takeOutlines(
-                VEXOGeometryTools::splitContourByHole(m_frame.base, m_frame.direction, contour.get(), hole));
+            parts = takeOutlines(m_cuts.aroundOne(m_frame, *contour, *hole));
         } else {
             parts.emplace_back(static_cast<AcDbPolyline*>(piece.clone()));
         }
@@ -160,6 +160,7 @@ private:
 
     const Slab& m_slab;
     const CuttingFrame& m_frame;
+    const SlabCuts& m_cuts;
     double m_allowed;
     Outlines m_pieces;
 };
@@ -233,32 +234,41 @@ void takeStrips(CutSlab& cut, Outlines outlines, const CuttingFrame& frame) {
     }
 }
 
-Outlines cutByAll(const Slab& slab, const CuttingFrame& frame) {
+Outlines cutByAll(const Slab& slab, const CuttingFrame& frame, const SlabCuts& cuts) {
     AcArray<void*> holes;
     for (const Opening& opening : slab.openings)
         holes.append(static_cast<AcDbCurve*>(opening.contour->outline.get()));
-    return takeOutlines(VEXOGeometryTools::splitContourByHoles(frame.base, frame.direction,
-                                                               slab.contour->outline.get(), holes));
+    return takeOutlines(cuts.aroundAll(frame, *slab.contour->outline, holes));
 }
 
 } // namespace
+
+AcArray<void*> SlabCuts::aroundAll(const CuttingFrame& frame, AcDbPolyline& contour,
+                                   AcArray<void*> holes) const {
+    return VEXOGeometryTools::splitContourByHoles(frame.base, frame.direction, &contour, holes);
+}
+
+AcArray<void*> SlabCuts::aroundOne(const CuttingFrame& frame, AcDbPolyline& contour, AcDbCurve& hole) const {
+    return VEXOGeometryTools::splitContourByHole(frame.base, frame.direction, &contour, &hole);
+}
 
 bool CutSlab::isProved() const {
     const double allowed = provedWithin * slabArea;
     return std::abs(stripsArea - wantedArea()) <= allowed && std::abs(coveredArea - wantedArea()) <= allowed;
 }
 
-CutSlab cutSlab(const Slab& slab, const CuttingFrame& frame, const std::function<bool(double)>& look) {
+CutSlab cutSlab(const Slab& slab, const CuttingFrame& frame, const std::function<bool(double)>& look,
+                const SlabCuts& cuts) {
     CutSlab cut;
     cut.slabArea = slab.contour->area;
     Views openings;
     for (const Opening& opening : slab.openings) openings.push_back(opening.contour->outline.get());
 
-    Outlines strips = cutByAll(slab, frame);
+    Outlines strips = cutByAll(slab, frame, cuts);
     if (!look(cutShare)) return cut;
     Balance balance = balanceOf(*slab.contour->outline, openings, strips, frame);
     if (!isProof(cut.slabArea, sumOfAreas(strips), balance, provedWithin * cut.slabArea)) {
-        CarefulCut careful(slab, frame);
+        CarefulCut careful(slab, frame, cuts);
         for (std::size_t i = 0; i < slab.openings.size(); ++i) {
             const double share = static_cast<double>(i) / static_cast<double>(slab.openings.size());
             if (!look(cutShare + (1.0 - cutShare) * share)) return cut;
