@@ -443,8 +443,11 @@ AcArray<void*> splitContourByHole(AcGePoint3d base, AcGeVector3d dir, AcDbPolyli
 /// area in common with it, and its parts go to the end of the list; a piece that a hole covers goes. Then
 /// strips that share one whole segment are merged, the first such pair of the list first, the merged strip
 /// going to the end. A contour that no hole touches gives its clone. Curves in `holes` that are null, open or
-/// without area are passed over. For the rest as splitContourByHole. About n log n in the number of holes
-/// that are spread over the contour.
+/// without area are passed over. For the rest as splitContourByHole.
+///
+/// The time grows with the number of pieces that holes reach into before strips are merged, since each cut
+/// runs across its piece: linear in the holes of a contour that grows in length, with the power 1.2 (holes in
+/// any order) to 1.5 (row by row) in one that grows both ways.
 AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyline* contour,
                                    AcArray<void*> holes);
 

@@ -152,7 +152,7 @@ std::string faultOf(const Slab& slab, const Strips& strips) {
 } // namespace
 
 TEST(SplitContourByHoles, StripsAreTheSlabWithoutItsOpeningsForEveryKindOfSlab) {
-    constexpr unsigned int seeds = 24;
+    constexpr unsigned int seeds = 12;
     for (const auto& outline : slabcases::kOutlines)
         for (const auto& placing : slabcases::kPlacings) {
             int faults = 0;
@@ -257,7 +257,7 @@ TEST(SplitContourByHoles, GivesThePiecesOfThePlainLoopsInTheirOrder) {
     int merged = 0;
     for (const auto& outline : slabcases::kOutlines)
         for (const auto& placing : slabcases::kPlacings)
-            for (unsigned int seed = 100; seed < 108; ++seed) {
+            for (unsigned int seed = 100; seed < 104; ++seed) {
                 const Slab slab = slabcases::slabOf(outline.outline, placing.placing, seed);
                 if (slab.openings.size() > 14 || leavesTheSlabAndComesBack(slab)) continue;
                 SCOPED_TRACE(std::string(outline.name) + ", openings " + placing.name + ", seed " +
@@ -276,8 +276,8 @@ TEST(SplitContourByHoles, GivesThePiecesOfThePlainLoopsInTheirOrder) {
                 }
                 ++compared;
             }
-    EXPECT_GT(compared, 150);
-    EXPECT_GT(merged, 50);
+    EXPECT_GT(compared, 70);
+    EXPECT_GT(merged, 25);
 }
 
 // ---- one hole ----
