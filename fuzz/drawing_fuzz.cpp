@@ -1,6 +1,7 @@
 // Whatever stands in a drawing file, reading it comes to an end without an object left open; what was read
 // can be written from its fields, and what was written can be read.
 #include "dbdatabase.h"
+#include "drawingaudit.h"
 #include "drawinglisting.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
@@ -17,6 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!database) return 0;
     if (database->numOpenObjects() != 0) std::abort();
     (void)listingAsJson(listDrawing(*database));
+    if (auditDrawing(*database).objects == 0) std::abort();
     WriteOptions writing;
     writing.tellPort = false;
     std::string same;

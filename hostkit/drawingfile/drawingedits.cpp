@@ -155,12 +155,23 @@ std::size_t DrawingEdits::sectionEnd(std::string_view name) const {
     return section ? section->closing : 0;
 }
 
+// The section, or where the drawing lacks it the next one that it has in the usual order.
+const NamedSpan* DrawingEdits::sectionFrom(std::string_view name) const {
+    constexpr std::string_view order[] = {"CLASSES",  "TABLES",  "BLOCKS",
+                                          "ENTITIES", "OBJECTS", "THUMBNAILIMAGE"};
+    const NamedSpan* found = m_structure.section(name);
+    for (auto next = std::find(std::begin(order), std::end(order), name); !found && next != std::end(order);
+         ++next)
+        found = m_structure.section(*next);
+    return found;
+}
+
 // Where the drawing lacks the section it is made, before the one named or at the end.
 void DrawingEdits::insertIntoSection(std::string_view section, std::string_view before,
                                      std::string_view text) {
     if (text.empty()) return;
     if (const std::size_t end = sectionEnd(section)) return m_edits.insert(end, text);
-    const NamedSpan* const next = m_structure.section(before);
+    const NamedSpan* const next = sectionFrom(before);
     std::string whole;
     appendSectionStart(section, m_objects.style(), whole);
     whole += text;
@@ -169,6 +180,7 @@ void DrawingEdits::insertIntoSection(std::string_view section, std::string_view 
 }
 
 bool DrawingEdits::addTableRecords() {
+    std::string newTables;
     for (int index = 0; index < tableCount; ++index) {
         const auto kind = static_cast<TableKind>(index);
         const auto* const table = static_cast<const AcDbSymbolTable*>(
@@ -178,25 +190,30 @@ bool DrawingEdits::addTableRecords() {
             kind == TableKind::kBlock && !hasSubclassMarkers(m_objects.style().version);
         if (isWithoutRecords) continue;
         const bool isGood =
-            table->sourceSpan().isEmpty() ? addNewTable(kind, *table) : updateTable(kind, *table);
+            table->sourceSpan().isEmpty() ? addNewTable(kind, *table, newTables) : updateTable(kind, *table);
         if (!isGood) return false;
     }
+    insertIntoSection("TABLES", "BLOCKS", newTables);
     return true;
+}
+
+// New records, and with the layouts the records of their spaces.
+bool DrawingEdits::comesIntoFile(const AcDbObject& record) const {
+    if (isNewRecord(record)) return true;
+    const auto* const block = AcDbBlockTableRecord::cast(&record);
+    return block && m_standingComesAlong && block->sourceSpan().isEmpty();
 }
 
 // A table that the file lacks comes into it with its first own record; others that the reader gave it come
 // along.
-bool DrawingEdits::addNewTable(TableKind kind, const AcDbSymbolTable& table) {
+bool DrawingEdits::addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables) {
     const bool hasNewRecord =
-        std::any_of(table.records().begin(), table.records().end(), [](AcDbObjectId id) {
+        std::any_of(table.records().begin(), table.records().end(), [this](AcDbObjectId id) {
             const AcDbObject* const record = DatabaseAccess::object(id);
-            return record && !record->isErased() && isNewRecord(*record);
+            return record && !record->isErased() && comesIntoFile(*record);
         });
     if (!hasNewRecord) return true;
-    m_text.clear();
-    if (!writeNewTable(kind, table, m_objects, m_text)) return failWriting();
-    insertIntoSection("TABLES", "BLOCKS", m_text);
-    return true;
+    return writeNewTable(kind, table, m_objects, newTables) || failWriting();
 }
 
 bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
@@ -212,7 +229,7 @@ bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
             isChanged = isChanged || isInFile;
         else if (isInFile)
             ++count;
-        if (record->isErased() || isInFile || !isNewRecord(*record)) continue;
+        if (record->isErased() || isInFile || !comesIntoFile(*record)) continue;
         if (!m_objects.writeNew(*record, m_text)) return failWriting();
         isChanged = true;
         ++count;
@@ -232,6 +249,14 @@ bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
     return true;
 }
 
+bool DrawingEdits::writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& text) {
+    for (const AcDbObjectId id : block.entities()) {
+        const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
+        if (entity && !entity->isErased() && !writeNewEntity(*entity, m_objects, text)) return false;
+    }
+    return true;
+}
+
 bool DrawingEdits::addBlocks() {
     const AcDbObject* const table =
         DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
@@ -240,12 +265,14 @@ bool DrawingEdits::addBlocks() {
     std::string entities;
     for (const AcDbObjectId id : static_cast<const AcDbSymbolTable*>(table)->records()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        if (!block || block->isErased() || !isNewRecord(*block)) continue;
+        if (!block || block->isErased() || !comesIntoFile(*block)) continue;
         entities.clear();
-        for (const AcDbObjectId entityId : block->entities()) {
-            const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(entityId);
-            if (entity && !entity->isErased() && !writeNewEntity(*entity, m_objects, entities))
-                return failWriting();
+        if (!isNewRecord(*block)) {
+            // The entities of a standing space have a section of their own.
+            const AcDbObject* const begin = DatabaseAccess::object(block->blockBeginId());
+            if (begin && !begin->sourceSpan().isEmpty()) continue;
+        } else if (!writeEntitiesOf(*block, entities)) {
+            return failWriting();
         }
         if (!writeNewBlock(*block, entities, m_objects, blocks)) return failWriting();
     }

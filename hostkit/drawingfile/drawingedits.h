@@ -56,10 +56,12 @@ private:
     void removeRecord(const AcDbObject& object);
     bool findRenamedRecords();
     bool needsStandingObjects() const;
+    bool comesIntoFile(const AcDbObject& record) const;
 
     bool addTableRecords();
-    bool addNewTable(TableKind kind, const AcDbSymbolTable& table);
+    bool addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables);
     bool updateTable(TableKind kind, const AcDbSymbolTable& table);
+    bool writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& text);
     bool addBlocks();
     bool addEntities();
     bool addEntitiesOf(const AcDbBlockTableRecord& block);
@@ -70,6 +72,7 @@ private:
     void setHeaderVariable(std::string_view name, std::string_view groups);
 
     std::size_t sectionEnd(std::string_view name) const;
+    const NamedSpan* sectionFrom(std::string_view name) const;
     void insertIntoSection(std::string_view section, std::string_view before, std::string_view text);
     bool fail(Acad::ErrorStatus status, std::wstring message);
     bool failWriting() { return fail(m_objects.status(), m_objects.message()); }

@@ -296,8 +296,8 @@ TEST(Audit, damageInAFile) {
          AuditCheck::kOwner, subject.entry, L"does not hold it"},
         {"unregistered application", line, group(1001, "ORDANE"), group(1001, "STRANGE"),
          AuditCheck::kExtendedData, subject.line, L"the application STRANGE"},
-        {"damaged extended data", line, group(1070, "7"), group(1070, "seven"),
-         AuditCheck::kExtendedData, subject.line, L"its extended data is damaged"},
+        {"damaged extended data", line, group(1070, "7"), group(1070, "seven"), AuditCheck::kExtendedData,
+         subject.line, L"its extended data is damaged"},
     };
     ReadOptions quiet;
     quiet.tellPort = false;
@@ -330,6 +330,41 @@ TEST(Audit, listsAreCutAndCountsAreNot) {
     EXPECT_EQ(report.findings.size(), 10u);
     EXPECT_EQ(report.faultCount(), 50u);
     EXPECT_EQ(report.faults[static_cast<std::size_t>(AuditCheck::kDictionary)], 50u);
+}
+
+// A file that has no tables gets, with the layouts that its root then names, the spaces that these name.
+TEST(Audit, whatASaveAddsToABareDrawingIsWhole) {
+    const std::string bare =
+        group(0, "SECTION") + group(2, "HEADER") + group(9, "$ACADVER") + group(1, "AC1024") +
+        group(0, "ENDSEC") + group(0, "SECTION") + group(2, "ENTITIES") + group(0, "LINE") + group(5, "2F") +
+        group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbLine") + group(10, "1.0") +
+        group(20, "2.0") + group(11, "3.0") + group(21, "4.0") + group(0, "ENDSEC") + group(0, "EOF");
+    const auto database = openDrawingFromMemory(bare, L"bare");
+    ASSERT_TRUE(database);
+    EXPECT_EQ(textOf(auditDrawing(*database)), "");
+    {
+        AcDbObjectPointer<AcDbDictionary> root(database->namedObjectsDictionaryId(), AcDb::kForWrite);
+        auto* const service = new AcDbDictionary;
+        AcDbObjectId id;
+        ASSERT_EQ(root->setAt(L"VEXO_SERVICES", service, id), Acad::eOk);
+        service->close();
+        registerApplication(*database, L"ORDANE");
+    }
+    for (const bool everything : {false, true}) {
+        WriteOptions options;
+        options.everythingFromFields = everything;
+        std::string bytes;
+        ASSERT_EQ(writeDrawingToMemory(*database, bytes, options), Acad::eOk);
+        const auto saved = openDrawingFromMemory(bytes, L"saved");
+        ASSERT_TRUE(saved);
+        EXPECT_EQ(textOf(auditDrawing(*saved)), "") << bytes;
+        const std::size_t tables = bytes.find(group(2, "TABLES"));
+        EXPECT_LT(tables, bytes.find(group(2, "BLOCKS")));
+        EXPECT_LT(bytes.find(group(2, "BLOCKS")), bytes.find(group(2, "ENTITIES")));
+        EXPECT_EQ(tables, bytes.rfind(group(2, "TABLES"))) << "one section for all that is new";
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(saved->modelSpaceId(), AcDb::kForRead);
+        EXPECT_EQ(space->entities().size(), 1u);
+    }
 }
 
 // Nothing that is saved, as it stood or with every record new, is worse than what was read.

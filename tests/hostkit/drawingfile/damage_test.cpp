@@ -1,4 +1,5 @@
 #include "dbsource.h"
+#include "drawingaudit.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
 #include "sampledrawing.h"
@@ -195,6 +196,8 @@ TEST(Damage, anyCutAndAnyByteIsSurvived) {
         const Reading reading(bytes);
         EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr);
         if (reading.database) {
+            const AuditReport audit = auditDrawing(*reading.database);
+            EXPECT_LE(audit.objects, static_cast<std::size_t>(reading.database->approxNumObjects()));
             EXPECT_EQ(reading.database->numOpenObjects(), 0);
         }
         return reading.database != nullptr;
@@ -251,6 +254,7 @@ TEST(Damage, theCorpusIsSurvived) {
         EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr) << entry->d_name;
         ++count;
         if (!reading.database) continue;
+        EXPECT_GT(auditDrawing(*reading.database).objects, 0u) << entry->d_name;
         std::string saved;
         WriteOptions options;
         options.everythingFromFields = true;
