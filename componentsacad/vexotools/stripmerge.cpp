@@ -1,5 +1,6 @@
 #include "stripmerge.h"
 
+#include "cleanmerge.h"
 #include "pointgrid.h"
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <queue>
 #include <utility>
 
@@ -20,23 +22,42 @@ namespace {
 constexpr double kEndTolerance = 1e-9;
 
 using Pair = std::pair<int, int>;
-using Strips = std::vector<std::unique_ptr<AcDbPolyline>>;
+using Strips = std::vector<ContourLoop>;
 
 double largestCoordinate(const Strips& strips) {
     double largest = 1.0;
-    for (const auto& strip : strips)
-        for (unsigned int i = 0; i < strip->numVerts(); ++i) {
-            AcGePoint3d point;
-            (void)strip->getPointAt(i, point);
-            largest = std::max(largest, PointGrid::ordinaryCoordinate(point));
-        }
+    for (const ContourLoop& strip : strips)
+        for (const ContourVertex& vertex : strip.vertices)
+            largest = std::max(largest, PointGrid::ordinaryCoordinate({vertex.x, vertex.y, 0.0}));
     return largest;
 }
 
 int segmentCount(const Strips& strips) {
-    unsigned int count = 0;
-    for (const auto& strip : strips) count += strip->numVerts();
+    std::size_t count = 0;
+    for (const ContourLoop& strip : strips) count += strip.vertices.size();
     return static_cast<int>(count);
+}
+
+/// The merge by areas, for what is not clear from the segments alone.
+bool mergeByAreas(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged) {
+    const std::unique_ptr<AcDbPolyline> one = polylineOf(first, AcGeVector3d::kZAxis, 0.0);
+    const std::unique_ptr<AcDbPolyline> two = polylineOf(second, AcGeVector3d::kZAxis, 0.0);
+    const std::unique_ptr<AcDbCurve> both(MergeContoursIfTheyHaveOneComonSegment(one.get(), two.get()));
+    const AcDbPolyline* polyline = AcDbPolyline::cast(both.get());
+    if (polyline) merged = loopOf(*polyline);
+    return polyline != nullptr;
+}
+
+bool merge(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged) {
+    switch (mergeCleanly(first, second, merged)) {
+    case CleanMerge::kNone:
+        return false;
+    case CleanMerge::kMerged:
+        return true;
+    case CleanMerge::kUnclear:
+        break;
+    }
+    return mergeByAreas(first, second, merged);
 }
 
 /// The strips in work. A merged strip gets the next number, so that numbers give the order of the list.
@@ -46,33 +67,30 @@ public:
         : m_largest(largestCoordinate(strips))
         , m_tolerance(pointToleranceOf(kEndTolerance * m_largest))
         , m_middles(m_tolerance.equalPoint(), m_largest, 2 * segmentCount(strips)) {
-        for (auto& strip : strips) add(std::move(strip));
+        for (ContourLoop& strip : strips) add(std::move(strip));
     }
     void run() {
         while (!m_candidates.empty()) {
             const auto [a, b] = m_candidates.top();
             m_candidates.pop();
-            if (!at(a) || !at(b)) continue;
-            AcDbCurve* merged = MergeContoursIfTheyHaveOneComonSegment(at(a).get(), at(b).get());
-            AcDbPolyline* polyline = AcDbPolyline::cast(merged);
-            if (!polyline) {
-                delete merged;
-                continue;
-            }
-            at(a).reset();
-            at(b).reset();
-            add(std::unique_ptr<AcDbPolyline>(polyline));
+            if (isGone(a) || isGone(b)) continue;
+            ContourLoop merged;
+            if (!merge(at(a), at(b), merged)) continue;
+            at(a).vertices.clear();
+            at(b).vertices.clear();
+            add(std::move(merged));
         }
     }
     Strips result() {
         Strips left;
-        for (auto& strip : m_strips)
-            if (strip) left.push_back(std::move(strip));
+        for (ContourLoop& strip : m_strips)
+            if (!strip.vertices.empty()) left.push_back(std::move(strip));
         return left;
     }
 
 private:
-    std::unique_ptr<AcDbPolyline>& at(int number) { return m_strips[static_cast<std::size_t>(number)]; }
+    ContourLoop& at(int number) { return m_strips[static_cast<std::size_t>(number)]; }
+    bool isGone(int number) { return at(number).vertices.empty(); }
 
     struct Segment {
         AcGePoint3d start;
@@ -87,20 +105,19 @@ private:
     };
 
     /// Gives the strip its number, and pairs it with the earlier ones that have a segment in the same place.
-    void add(std::unique_ptr<AcDbPolyline> strip) {
+    void add(ContourLoop strip) {
         const int number = static_cast<int>(m_strips.size());
         const std::size_t first = m_segments.size();
-        const unsigned int count = strip->numVerts();
-        for (unsigned int i = 0; i < count; ++i) {
-            Segment segment{{}, {}, number};
-            (void)strip->getPointAt(i, segment.start);
-            (void)strip->getPointAt(i + 1 < count ? i + 1 : 0, segment.end);
-            m_segments.push_back(segment);
+        const std::size_t count = strip.vertices.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const ContourVertex& start = strip.vertices[i];
+            const ContourVertex& end = strip.vertices[i + 1 < count ? i + 1 : 0];
+            m_segments.push_back({{start.x, start.y, 0.0}, {end.x, end.y, 0.0}, number});
         }
         for (std::size_t k = first; k < m_segments.size(); ++k)
             m_middles.anyNear(m_segments[k].middle(), [&](int index) {
                 const Segment& other = m_segments[static_cast<std::size_t>(index)];
-                if (at(other.strip) && other.hasEndsOf(m_segments[k], m_tolerance))
+                if (!isGone(other.strip) && other.hasEndsOf(m_segments[k], m_tolerance))
                     m_candidates.emplace(other.strip, number);
                 return false;
             });

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <memory>
-#include <vector>
+#include "contourareas.h"
 
-class AcDbPolyline;
+#include <vector>
 
 namespace VEXOGeometryTools {
 
-/// Merges strips that share one whole segment, as MergeContoursIfTheyHaveOneComonSegment finds it: always the
-/// first pair in the order of the list that it takes, the merged strip going to the list's end, until it
-/// takes none. Only pairs that have segments with the same ends are asked, so the work grows with the
-/// number of segments and not with the number of pairs.
-void mergeStrips(std::vector<std::unique_ptr<AcDbPolyline>>& strips);
+/// Merges strips, counter-clockwise loops that do not overlap, that share one whole segment, as
+/// MergeContoursIfTheyHaveOneComonSegment finds it: always the first pair in the order of the list that it
+/// takes, the merged strip going to the list's end, until it takes none. Only pairs that have segments with
+/// the same ends are asked, so the work grows with the number of segments and not with the number of pairs.
+void mergeStrips(std::vector<ContourLoop>& strips);
 
 } // namespace VEXOGeometryTools

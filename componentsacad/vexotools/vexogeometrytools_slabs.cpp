@@ -120,11 +120,9 @@ AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyl
         appendCurve(result, std::unique_ptr<AcDbCurve>(AcDbCurve::cast(contour->clone())));
         return result;
     }
-    std::vector<std::unique_ptr<AcDbPolyline>> strips;
-    for (const ContourLoop& loop : cutAroundHoles(frame, clipped))
-        strips.push_back(polylineOf(loop, AcGeVector3d::kZAxis, 0.0));
+    std::vector<ContourLoop> strips = cutAroundHoles(frame, clipped);
     mergeStrips(strips);
-    for (const auto& strip : strips) appendCurve(result, frame.give(loopOf(*strip), *contour));
+    for (const ContourLoop& strip : strips) appendCurve(result, frame.give(strip, *contour));
     return result;
 }
 

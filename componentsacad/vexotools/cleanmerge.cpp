@@ -1,0 +1,135 @@
+#include "cleanmerge.h"
+
+#include "stripframe.h"
+#include "vexogeometrytools_internal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace VEXOGeometryTools {
+
+namespace {
+
+/// What is told apart by less than this many tolerances of the areas is unclear.
+constexpr double kMarginTolerances = 100.0;
+/// The least sine of the angle between segments that clearly cannot run together.
+constexpr double kClearSine = 1e-3;
+
+struct Edge {
+    ContourVertex start;
+    ContourVertex end;
+
+    Edge(const ContourLoop& loop, std::size_t i)
+        : start(loop.vertices[i])
+        , end(loop.vertices[i + 1 < loop.vertices.size() ? i + 1 : 0]) {}
+
+    bool isArc() const { return start.bulge != 0.0; }
+    double chord() const { return std::hypot(end.x - start.x, end.y - start.y); }
+    /// A box that holds the segment and the margin.
+    FrameBox box(double margin) const {
+        if (!isArc())
+            return {std::min(start.x, end.x) - margin, std::max(start.x, end.x) + margin,
+                    std::min(start.y, end.y) - margin, std::max(start.y, end.y) + margin};
+        const double reach = 0.5 * chord() * std::max(1.0, std::abs(start.bulge)) + margin;
+        const double x = 0.5 * (start.x + end.x);
+        const double y = 0.5 * (start.y + end.y);
+        return {x - reach, x + reach, y - reach, y + reach};
+    }
+};
+
+double apart(const ContourVertex& a, const ContourVertex& b) { return std::hypot(b.x - a.x, b.y - a.y); }
+
+/// 1: one segment, run in opposite senses; 0: two; -1: close to being one.
+int areOne(const Edge& a, const Edge& b, double tolerance) {
+    const double ends = std::max(apart(a.start, b.end), apart(a.end, b.start));
+    if (ends > kMarginTolerances * tolerance) return 0;
+    const double heights = 0.5 * std::abs(a.start.bulge + b.start.bulge) * a.chord();
+    if (heights > kMarginTolerances * tolerance) return 0;
+    return ends <= 0.5 * tolerance && heights <= 0.5 * tolerance ? 1 : -1;
+}
+
+bool mayLinesRunTogether(const Edge& a, const Edge& b, double margin) {
+    const double length = a.chord();
+    const double other = b.chord();
+    if (!(length > margin && other > margin)) return true;
+    const double ux = (a.end.x - a.start.x) / length;
+    const double uy = (a.end.y - a.start.y) / length;
+    const double vx = b.end.x - b.start.x;
+    const double vy = b.end.y - b.start.y;
+    if (std::abs(ux * vy - uy * vx) > kClearSine * other) return false;
+    const double startOff = ux * (b.start.y - a.start.y) - uy * (b.start.x - a.start.x);
+    const double endOff = ux * (b.end.y - a.start.y) - uy * (b.end.x - a.start.x);
+    if (std::min(std::abs(startOff), std::abs(endOff)) > margin && (startOff > 0.0) == (endOff > 0.0))
+        return false;
+    const double startAt = ux * (b.start.x - a.start.x) + uy * (b.start.y - a.start.y);
+    const double endAt = ux * (b.end.x - a.start.x) + uy * (b.end.y - a.start.y);
+    return std::min(length, std::max(startAt, endAt)) - std::max(0.0, std::min(startAt, endAt)) > margin;
+}
+
+/// A line and an arc that is clearly bent meet in points only, arcs of clearly different circles too.
+bool mayRunTogether(const Edge& a, const Edge& b, double margin) {
+    if (!a.isArc() && !b.isArc()) return mayLinesRunTogether(a, b, margin);
+    const double heightA = 0.5 * std::abs(a.start.bulge) * a.chord();
+    const double heightB = 0.5 * std::abs(b.start.bulge) * b.chord();
+    if (!a.isArc()) return heightB <= margin;
+    if (!b.isArc()) return heightA <= margin;
+    const auto curvature = [](const Edge& edge) {
+        const double bulge = std::abs(edge.start.bulge);
+        return 4.0 * bulge / (edge.chord() * (1.0 + bulge * bulge));
+    };
+    const double first = curvature(a);
+    const double second = curvature(b);
+    return std::abs(first - second) <= kClearSine * std::max(first, second);
+}
+
+/// As MergeContoursIfTheyHaveOneComonSegment goes round: the first loop from behind its segment, then the
+/// second.
+ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j) {
+    const std::size_t count = first.vertices.size();
+    const std::size_t otherCount = second.vertices.size();
+    ContourLoop joined;
+    joined.vertices.reserve(count + otherCount - 2);
+    for (std::size_t k = 1; k <= count; ++k) joined.vertices.push_back(first.vertices[(i + k) % count]);
+    joined.vertices.back().bulge = second.vertices[(j + 1) % otherCount].bulge;
+    for (std::size_t k = 2; k < otherCount; ++k)
+        joined.vertices.push_back(second.vertices[(j + k) % otherCount]);
+    return joined;
+}
+
+} // namespace
+
+CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged) {
+    const FrameBox box1 = boxOf(first);
+    const FrameBox box2 = boxOf(second);
+    const double size = std::max({std::max(box1.highX, box2.highX) - std::min(box1.lowX, box2.lowX),
+                                  std::max(box1.highY, box2.highY) - std::min(box1.lowY, box2.lowY)});
+    const double tolerance = kComparisonTolerance * size;
+    const double margin = kMarginTolerances * tolerance;
+    int shared = 0;
+    std::size_t sharedFirst = 0;
+    std::size_t sharedSecond = 0;
+    for (std::size_t i = 0; i < first.vertices.size(); ++i) {
+        const Edge a(first, i);
+        const FrameBox near = a.box(margin);
+        if (!near.overlaps(box2)) continue;
+        for (std::size_t j = 0; j < second.vertices.size(); ++j) {
+            const Edge b(second, j);
+            if (!near.overlaps(b.box(margin))) continue;
+            const int one = areOne(a, b, tolerance);
+            if (one < 0) return CleanMerge::kUnclear;
+            if (one > 0) {
+                if (++shared > 1) return CleanMerge::kNone;
+                sharedFirst = i;
+                sharedSecond = j;
+            } else if (mayRunTogether(a, b, margin)) {
+                return CleanMerge::kUnclear;
+            }
+        }
+    }
+    if (shared == 0) return CleanMerge::kNone;
+    merged = withoutStraightVertices(joinedAt(first, sharedFirst, second, sharedSecond));
+    return merged.vertices.size() < 2 ? CleanMerge::kUnclear : CleanMerge::kMerged;
+}
+
+} // namespace VEXOGeometryTools

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "contourareas.h"
+
+namespace VEXOGeometryTools {
+
+enum class CleanMerge {
+    kNone,    ///< the loops share no whole segment, or several
+    kMerged,  ///< merged
+    kUnclear, ///< they may run together elsewhere: ask MergeContoursIfTheyHaveOneComonSegment
+};
+
+/// The merge of two counter-clockwise loops that do not overlap, for the ordinary case, at a small part of
+/// the cost of MergeContoursIfTheyHaveOneComonSegment and with its result: one shared segment, and no other
+/// two segments that could run together.
+CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged);
+
+} // namespace VEXOGeometryTools
