@@ -220,9 +220,10 @@ bool VEXOMessageBox::createButtons() {
     if (!m_firstButton.Create(m_firstText, firstButtonStyle, places.first, this, firstButtonId)) return false;
     if (!m_secondButton.Create(m_secondText, secondButtonStyle, places.second, this, secondButtonId))
         return false;
-    const auto font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
-    m_firstButton.SetFont(font);
-    m_secondButton.SetFont(font);
+    CFont font;
+    font.CreateStockObject(DEFAULT_GUI_FONT);
+    m_firstButton.SetFont(&font);
+    m_secondButton.SetFont(&font);
     m_firstButton.SetFocus();
     if (hasTwoButtons()) m_secondButton.ShowWindow(SW_SHOW);
     return true;
@@ -251,7 +252,7 @@ int VEXOMessageBox::CreateControls() {
 void VEXOMessageBox::OnPaint() {
     CVxLogEntry entry(L"VEXOMessageBox::OnPaint");
     CPaintDC dc(this);
-    dc.SelectObject(m_firstButton.GetFontHandle());
+    ::SelectObject(dc.GetSafeHdc(), reinterpret_cast<HFONT>(m_firstButton.SendMessageW(WM_GETFONT)));
     CRect place;
     GetClientRect(place);
     place.DeflateRect(margin, margin);

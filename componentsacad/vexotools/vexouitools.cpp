@@ -97,7 +97,12 @@ int VEXOUITools::AddItemComboBoxEx(CComboBoxEx* combo, CImageList* images, CStri
     const HINSTANCE module = AfxGetResourceHandle() ? AfxGetResourceHandle() : vexoModuleInstance();
     const int image = images ? images->Add(LoadIconW(module, MAKEINTRESOURCEW(iconId))) : -1;
     if (images) combo->SetImageList(images);
-    const COMBOBOXEXITEMW item{CBEIF_TEXT | CBEIF_IMAGE | CBEIF_SELECTEDIMAGE, index, text, image, image};
+    COMBOBOXEXITEMW item{};
+    item.mask = CBEIF_TEXT | CBEIF_IMAGE | CBEIF_SELECTEDIMAGE;
+    item.iItem = index;
+    item.pszText = text.GetBuffer();
+    item.iImage = image;
+    item.iSelectedImage = image;
     return combo->InsertItem(&item);
 }
 

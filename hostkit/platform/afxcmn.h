@@ -27,8 +27,8 @@ inline constexpr UINT CBEIF_SELECTEDIMAGE = 0x4;
 
 struct COMBOBOXEXITEMW {
     UINT mask = 0;
-    INT_PTR iItem = 0; ///< -1: at the end
-    const wchar_t* pszText = nullptr;
+    INT_PTR iItem = 0;          ///< -1: at the end
+    wchar_t* pszText = nullptr; ///< only read
     int iImage = -1;
     int iSelectedImage = -1;
 };

@@ -131,9 +131,10 @@ UINT CWnd::IsDlgButtonChecked(int id) const {
     return static_cast<UINT>(::SendMessageW(::GetDlgItem(m_hWnd, id), BM_GETCHECK, 0, 0));
 }
 
-void CWnd::SetFont(const CFont* font, BOOL) { SetFont(font ? static_cast<HFONT>(*font) : nullptr); }
-void CWnd::SetFont(HFONT font) { SendMessageW(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE); }
-HFONT CWnd::GetFontHandle() const { return reinterpret_cast<HFONT>(SendMessageW(WM_GETFONT)); }
+void CWnd::SetFont(const CFont* font, BOOL redraw) {
+    const HFONT handle = font ? static_cast<HFONT>(*font) : nullptr;
+    SendMessageW(WM_SETFONT, reinterpret_cast<WPARAM>(handle), redraw);
+}
 
 HICON CWnd::SetIcon(HICON icon, BOOL isBig) {
     return reinterpret_cast<HICON>(

@@ -70,8 +70,6 @@ public:
     DWORD GetStyle() const { return ::GetWindowLongW(m_hWnd, GWL_STYLE); }
     DWORD GetExStyle() const { return ::GetWindowLongW(m_hWnd, GWL_EXSTYLE); }
     void SetFont(const CFont* font, BOOL redraw = TRUE);
-    void SetFont(HFONT font);
-    HFONT GetFontHandle() const;
     /// Gives the icon of the caption; the one before.
     HICON SetIcon(HICON icon, BOOL isBig);
     void Invalidate(BOOL erase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, erase); }

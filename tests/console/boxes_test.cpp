@@ -44,15 +44,15 @@ ShownWindow sampleWindow() {
 }
 
 TEST(BoxText, ShowsRowsFromTheTopWithMarksAndFocus) {
-    EXPECT_EQ(boxAsText(sampleWindow()), L"+- Titre -------------------------------+\n"
-                                         L"| Une ligne                             |\n"
+    EXPECT_EQ(boxAsText(sampleWindow()), L"+- Titre ---------------------------------+\n"
+                                         L"| Une ligne                               |\n"
                                          L"| Nom :  [abc                           ] |\n"
-                                         L"|   1 [x] a                             |\n"
-                                         L"| > 2 [ ] b                             |\n"
-                                         L"| ([ ] Toujours)                        |\n"
-                                         L"|                                       |\n"
-                                         L"| >[ Oui ]<  [ Non ]                    |\n"
-                                         L"+---------------------------------------+\n");
+                                         L"|   1 [x] a                               |\n"
+                                         L"| > 2 [ ] b                               |\n"
+                                         L"| ([ ] Toujours)                          |\n"
+                                         L"|                                         |\n"
+                                         L"| >[ Oui ]<  [ Non ]                      |\n"
+                                         L"+-----------------------------------------+\n");
     ShownWindow wide;
     wide.lines = {std::wstring(200, L'漢'), std::wstring(80, L'a') + L" " + std::wstring(10, L'b')};
     const std::wstring text = boxAsText(wide);

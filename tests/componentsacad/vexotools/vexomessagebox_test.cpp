@@ -200,6 +200,7 @@ TEST_F(MessageBoxTest, TheBoxIsCentredOnItsOwnerAndStaysOnTheScreen) {
     EXPECT_NEAR(place.CenterPoint().y, around.CenterPoint().y, 1);
     EXPECT_EQ(box.GetStyle() & ~WS_VISIBLE, 0x80C80000u);
     EXPECT_EQ(box.GetExStyle(), 65536u);
+    EXPECT_EQ(box.CreateControls(), 0) << "there is one already";
     EXPECT_EQ(box.DoModal(), 1) << "a window that stands is not made again";
 
     owner()->MoveWindow(-500, 1000, 100, 50);
