@@ -127,7 +127,8 @@ constexpr State kStates[] = {{"as they stand", false, 0}, {"turned", true, 0}, {
 
 } // namespace
 
-// Worst errors seen: sums 4e-13 (moved; 6e-16 elsewhere). The scan lines themselves are good to 3e-9.
+// All pairs by the sums, every fourth also by scan lines. Worst errors seen: sums 4e-13 (moved; 6e-16
+// elsewhere). The scan lines themselves are good to 3e-9.
 TEST(ContourAreas, PairsOnAGridInAllStates) {
     for (const State& state : kStates) {
         SCOPED_TRACE(state.name);
@@ -144,7 +145,8 @@ TEST(ContourAreas, PairsOnAGridInAllStates) {
             const Parts parts = partsOf(first, second);
             const double size = trueArea(first) + trueArea(second);
             const double sumError = identityError(parts, trueArea(first), trueArea(second));
-            const double areaError = std::abs(trueArea(parts.common) - commonAreaByScanlines(a, b)) / size;
+            const double areaError =
+                i % 4 ? 0.0 : std::abs(trueArea(parts.common) - commonAreaByScanlines(a, b)) / size;
             worstSum = std::max(worstSum, sumError);
             worstArea = std::max(worstArea, areaError);
             std::string fault;
