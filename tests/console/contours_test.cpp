@@ -190,7 +190,7 @@ TEST_F(ContoursTest, TheExampleDrawingsHoldWhatTheyShow) {
     struct {
         const char* name;
         std::size_t contours;
-    } const drawings[] = {{"floor.dxf", 37}, {"ducts.dxf", 105}, {"balconies.dxf", 71}};
+    } const drawings[] = {{"floor.dxf", 37}, {"ducts.dxf", 105}, {"balconies.dxf", 71}, {"podium.dxf", 26}};
     for (const auto& each : drawings) {
         const std::string json =
             contours(readFile(std::string(VEXO_SOURCE_DIR "/examples/slab/") + each.name), "JSON");

@@ -2,6 +2,8 @@
 #include "plotdrawing.h"
 
 #include "dbdatabase.h"
+#include "dblayertable.h"
+#include "dbobjptr.h"
 #include "drawingreader.h"
 #include "scriptedport.h"
 
@@ -23,6 +25,7 @@ public:
         if (pageScale > 0.0) strokes.push_back({path, style});
     }
     void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override {
+        if (fills.empty()) strokesAtFirstFill = strokes.size();
         fills.push_back({path, {}});
         fills.back().style.rgb = rgb;
         opacities.push_back(opacity);
@@ -44,6 +47,7 @@ public:
     std::vector<AcGePoint3d> dots;
     std::vector<bool> endless;
     int clips = 0;
+    std::size_t strokesAtFirstFill = 0;
 };
 
 std::string layer(const std::string& name, int color, int flags = 0,
@@ -63,7 +67,8 @@ std::string insert(const std::string& block, const std::string& more) {
 
 class PlotTest : public ::testing::Test {
 protected:
-    void draw(const std::string& blocks, const std::string& entities) {
+    void draw(const std::string& blocks, const std::string& entities,
+              const std::vector<std::wstring>& filledLayers = {}) {
         const std::string drawing = "0\nSECTION\n2\nTABLES\n"
                                     "0\nTABLE\n2\nLTYPE\n70\n1\n0\nLTYPE\n2\nDASHED\n70\n0\n3\n\n72\n65\n73\n"
                                     "2\n40\n3.0\n49\n2.0\n49\n-1.0\n0\nENDTAB\n"
@@ -74,7 +79,12 @@ protected:
                                     "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + entities + "0\nENDSEC\n0\nEOF\n";
         const auto database = hostkit::openDrawingFromMemory(drawing, L"test.dxf");
         ASSERT_NE(database, nullptr) << "the test's drawing is broken";
-        report = plotDrawing(*database, sink);
+        AcDbSymbolTablePointer<AcDbLayerTable> layers(database.get(), AcDb::kForRead);
+        std::vector<AcDbObjectId> filled(filledLayers.size());
+        for (std::size_t i = 0; i < filled.size(); ++i)
+            ASSERT_EQ(layers->getAt(filledLayers[i].c_str(), filled[i]), Acad::eOk);
+        layers.close();
+        report = plotDrawing(*database, sink, filled);
         EXPECT_EQ(database->numOpenObjects(), 0);
     }
     static std::string block(const std::string& name, const std::string& entities) {
@@ -202,6 +212,27 @@ TEST_F(PlotTest, HatchesAreFilledLinedOrToned) {
     EXPECT_EQ(sink.clips, 0);
     ASSERT_EQ(sink.opacities.size(), 1u);
     EXPECT_LT(sink.opacities[0], 1.0);
+}
+
+TEST_F(PlotTest, ClosedCurvesOfALayerAreFilledBeneathAllLines) {
+    const auto circle = [](const std::string& name, double x) {
+        return "0\nCIRCLE\n8\n" + name + "\n10\n" + std::to_string(x) + "\n20\n0.0\n40\n1.0\n";
+    };
+    const std::string drawing = line("RED", 1) + circle("RED", 10) + circle("REF", 20) + circle("OFF", 30) +
+                                circle("RED", 40) + circle("RED", 50) + circle("RED", 60);
+    draw("", drawing);
+    EXPECT_TRUE(sink.fills.empty());
+    const std::size_t strokes = sink.strokes.size();
+    sink = RecordingSink();
+    draw("", drawing, {L"OFF", L"RED"});
+    EXPECT_EQ(sink.strokes.size(), strokes) << "the outlines are drawn as well";
+    EXPECT_EQ(sink.strokesAtFirstFill, 0u);
+    ASSERT_EQ(sink.fills.size(), 4u);
+    for (const auto& fill : sink.fills) EXPECT_EQ(fill.style.rgb, 0xFF0000u);
+    EXPECT_NE(sink.opacities[0], sink.opacities[1]);
+    EXPECT_NE(sink.opacities[1], sink.opacities[2]);
+    EXPECT_NE(sink.opacities[0], sink.opacities[2]);
+    for (const double opacity : sink.opacities) EXPECT_TRUE(opacity > 0.0 && opacity < 1.0);
 }
 
 TEST_F(PlotTest, BlocksThatMultiplyWithoutEndAreCut) {
