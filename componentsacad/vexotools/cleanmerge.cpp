@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <numbers>
 
 namespace VEXOGeometryTools {
 
@@ -67,20 +67,56 @@ bool mayLinesRunTogether(const Edge& a, const Edge& b, double margin) {
     return std::min(length, std::max(startAt, endAt)) - std::max(0.0, std::min(startAt, endAt)) > margin;
 }
 
-/// A line and an arc that is clearly bent meet in points only, arcs of clearly different circles too.
+struct Circle {
+    double x;
+    double y;
+    double radius;
+
+    explicit Circle(const Edge& edge) {
+        const double bulge = edge.start.bulge;
+        const double factor = (1.0 - bulge * bulge) / (4.0 * bulge);
+        const double toX = 0.5 * (edge.end.x - edge.start.x) - (edge.end.y - edge.start.y) * factor;
+        const double toY = 0.5 * (edge.end.y - edge.start.y) + (edge.end.x - edge.start.x) * factor;
+        x = edge.start.x + toX;
+        y = edge.start.y + toY;
+        radius = std::hypot(toX, toY);
+    }
+    double angleOf(const ContourVertex& point) const { return std::atan2(point.y - y, point.x - x); }
+};
+
+/// Counter-clockwise from the point where the arc begins in that sense.
+struct Sweep {
+    double from;
+    double angle;
+
+    Sweep(const Circle& circle, const Edge& edge)
+        : from(circle.angleOf(edge.start.bulge > 0.0 ? edge.start : edge.end))
+        , angle(4.0 * std::atan(std::abs(edge.start.bulge))) {}
+};
+
+/// Arcs of clearly different circles meet in points only, and so do arcs of one circle one behind the other.
+bool mayArcsRunTogether(const Edge& a, const Edge& b, double margin) {
+    const Circle first(a);
+    const Circle second(b);
+    const double difference =
+        std::max(std::abs(first.radius - second.radius), std::hypot(second.x - first.x, second.y - first.y));
+    if (difference > kClearSine * std::min(first.radius, second.radius)) return false;
+    const Sweep sweep1(first, a);
+    const Sweep sweep2(first, b);
+    const double turn = 2.0 * std::numbers::pi;
+    double offset = std::fmod(sweep2.from - sweep1.from, turn);
+    if (offset < 0.0) offset += turn;
+    const double common = std::max(0.0, std::min(sweep1.angle, offset + sweep2.angle) - offset) +
+                          std::max(0.0, std::min(sweep1.angle, offset + sweep2.angle - turn));
+    return common * first.radius > margin;
+}
+
+/// A line and an arc that is clearly bent meet in points only.
 bool mayRunTogether(const Edge& a, const Edge& b, double margin) {
     if (!a.isArc() && !b.isArc()) return mayLinesRunTogether(a, b, margin);
-    const double heightA = 0.5 * std::abs(a.start.bulge) * a.chord();
-    const double heightB = 0.5 * std::abs(b.start.bulge) * b.chord();
-    if (!a.isArc()) return heightB <= margin;
-    if (!b.isArc()) return heightA <= margin;
-    const auto curvature = [](const Edge& edge) {
-        const double bulge = std::abs(edge.start.bulge);
-        return 4.0 * bulge / (edge.chord() * (1.0 + bulge * bulge));
-    };
-    const double first = curvature(a);
-    const double second = curvature(b);
-    return std::abs(first - second) <= kClearSine * std::max(first, second);
+    if (a.isArc() && b.isArc()) return mayArcsRunTogether(a, b, margin);
+    const Edge& arc = a.isArc() ? a : b;
+    return 0.5 * std::abs(arc.start.bulge) * arc.chord() <= margin;
 }
 
 /// As MergeContoursIfTheyHaveOneComonSegment goes round: the first loop from behind its segment, then the
