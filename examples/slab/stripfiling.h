@@ -12,8 +12,8 @@ class AcDbEntity;
 // What runs leave in the drawing beside their strips, so that a later run, in this session or after a save,
 // finds and replaces them. Strips carry their number (a long) and their area (a double) as extended data of
 // the application, numbers drawn in strips the number alone. The service dictionary "VEXO_SLABSTRIPS" holds a
-// record a layer of strips, with references to all that the last run made on it. A drawing that was read in the
-// R12 form has no place for the record: there the marked entities of a layer are its run.
+// record a layer of strips, with references to all that the last run made on it. A drawing that was read in
+// the R12 form has no place for the record: there the marked entities of a layer are its run.
 
 /// Writes the number, and the area unless it is null, on an entity that is open for write. False when the
 /// drawing does not take them.
