@@ -105,31 +105,37 @@ private:
     };
 
     /// Gives the strip its number, and pairs it with the earlier ones that have a segment in the same place.
+    /// A segment that a merged strip has from one that is gone keeps its entry.
     void add(ContourLoop strip) {
         const int number = static_cast<int>(m_strips.size());
-        const std::size_t first = m_segments.size();
         const std::size_t count = strip.vertices.size();
         for (std::size_t i = 0; i < count; ++i) {
             const ContourVertex& start = strip.vertices[i];
             const ContourVertex& end = strip.vertices[i + 1 < count ? i + 1 : 0];
-            m_segments.push_back({{start.x, start.y, 0.0}, {end.x, end.y, 0.0}, number});
-        }
-        for (std::size_t k = first; k < m_segments.size(); ++k)
-            m_middles.anyNear(m_segments[k].middle(), [&](int index) {
-                const Segment& other = m_segments[static_cast<std::size_t>(index)];
-                if (!isGone(other.strip) && other.hasEndsOf(m_segments[k], m_tolerance))
+            const Segment segment{{start.x, start.y, 0.0}, {end.x, end.y, 0.0}, number};
+            bool isKnown = false;
+            m_middles.anyNear(segment.middle(), [&](int index) {
+                Segment& other = m_segments[static_cast<std::size_t>(index)];
+                if (other.strip == number || !other.hasEndsOf(segment, m_tolerance)) return false;
+                if (isGone(other.strip)) {
+                    other.strip = number;
+                    isKnown = true;
+                } else {
                     m_candidates.emplace(other.strip, number);
+                }
                 return false;
             });
-        for (std::size_t k = first; k < m_segments.size(); ++k)
-            m_middles.add(m_segments[k].middle(), static_cast<int>(k));
+            if (isKnown) continue;
+            m_middles.add(segment.middle(), static_cast<int>(m_segments.size()));
+            m_segments.push_back(segment);
+        }
         m_strips.push_back(std::move(strip));
     }
 
     double m_largest;
     AcGeTol m_tolerance;
     Strips m_strips;
-    std::vector<Segment> m_segments; ///< of all strips that there ever were
+    std::vector<Segment> m_segments; ///< of strips that are there, and of some that are gone
     PointGrid m_middles;
     /// In the order in which the plain loops come to them, some more than once.
     std::priority_queue<Pair, std::vector<Pair>, std::greater<Pair>> m_candidates;
