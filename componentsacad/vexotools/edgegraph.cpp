@@ -77,6 +77,7 @@ void EdgeGraph::orderAround(int node) {
     }
     std::sort(order.begin(), order.end());
     std::vector<int> halfEdges;
+    halfEdges.reserve(order.size());
     for (const auto& [angle, i] : order) halfEdges.push_back(m_around[at(first + i)]);
     const auto isSimilar = [&](int i, int j) {
         const AcGeVector2d& one = directions[at(order[at(i)].second)];
