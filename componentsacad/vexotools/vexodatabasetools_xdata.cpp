@@ -76,7 +76,7 @@ bool canWrite(const AcDbObject* object, const wchar_t* application, const wchar_
 /// The record behind the key goes to `read`.
 template <class Read>
 bool readValue(const AcDbObject* object, const wchar_t* application, const wchar_t* key, Read&& read) {
-    if (!object || !key) return false;
+    if (!object || !application || !key) return false;
     const RecordList block(object->xData(application));
     const resbuf* const record = block ? findKey(block.get(), key).value() : nullptr;
     if (!record) return false;
@@ -144,7 +144,7 @@ resbuf* arrayChain(const AcArray<long>& values) {
 template <class Value, class Field>
 bool appendElements(const AcDbObject* object, const wchar_t* application, const wchar_t* key,
                     AcArray<Value>& values, Field&& field) {
-    if (!object || !key || !object->isReadEnabled()) return false;
+    if (!object || !application || !key || !object->isReadEnabled()) return false;
     const RecordList block(object->xData(application));
     const resbuf* const count = block ? countOf(findKey(block.get(), key)) : nullptr;
     if (!count) return false;
@@ -307,7 +307,7 @@ bool VEXODatabaseTools::setSimpleStringValueInEntityXData(AcDbObject* object, co
 
 bool VEXODatabaseTools::hasSimpleStringValueInEntityXData(const AcDbObject* object,
                                                           const wchar_t* application, const wchar_t* key) {
-    if (!object || !key) return false;
+    if (!object || !application || !key) return false;
     const RecordList block(object->xData(application));
     return block && findKey(block.get(), key).key;
 }

@@ -354,6 +354,8 @@ TEST_F(TypedStore, OnlyObjectsThatAreOpenForWriteChange) {
         << "closed by the tools";
     EXPECT_FALSE(Tools::setSimpleStringValueInEntityXData(nullptr, application, L"k"));
     EXPECT_FALSE(Tools::setIntValueInEntityXData(point, nullptr, L"k", 1));
+    EXPECT_FALSE(Tools::getIntValueInEntityXData(point, nullptr, L"n", value));
+    EXPECT_FALSE(Tools::hasSimpleStringValueInEntityXData(point, nullptr, L"k"));
     EXPECT_FALSE(Tools::setIntValueInEntityXData(point, application, nullptr, 1));
 }
 

@@ -1,5 +1,7 @@
 // Packed groups, extended data and free records.
 
+#include "acdbads.h"
+#include "dbapserv.h"
 #include "dbmain.h"
 #include "dbobjptr.h"
 #include "dbpoint.h"
@@ -235,6 +237,38 @@ TEST(Reactors, EachIdOnce) {
     EXPECT_TRUE(layer->hasPersistentReactor(database.layerTableId()));
     EXPECT_EQ(Acad::eOk, layer->removePersistentReactor(database.layerTableId()));
     EXPECT_EQ(Acad::eKeyNotFound, layer->removePersistentReactor(database.layerTableId()));
+}
+
+TEST(TableCalls, RecordsComeAsListsByTheWordOfTheirTable) {
+    AcDbHostApplicationServices services;
+    const hostkit::ScopedDatabaseServices scope(services);
+    EXPECT_EQ(nullptr, acdbTblSearch(L"LAYER", L"0", 0)) << "no drawing";
+    EXPECT_EQ(RTERROR, acdbRegApp(L"ORDANE"));
+    AcDbDatabase database;
+    services.setWorkingDatabase(&database);
+    const std::pair<const wchar_t*, const wchar_t*> known[] = {
+        {L"LAYER", L"0"},           {L"ltype", L"CONTINUOUS"},
+        {L"STYLE", L"standard"},    {L"BLOCK", L"*Model_Space"},
+        {L"DimStyle", L"Standard"}, {L"APPID", L"acad"},
+        {L"VPORT", L"*Active"}};
+    for (const auto& [word, name] : known) {
+        const List list(acdbTblSearch(word, name, 0));
+        ASSERT_NE(nullptr, list);
+        EXPECT_EQ(0, list->restype);
+        EXPECT_STREQ(word, list->resval.rstring);
+        const resbuf* record = list.get();
+        while (record && record->restype != 2) record = record->rbnext;
+        ASSERT_NE(nullptr, record);
+        EXPECT_TRUE(hostkit::equalFolded(record->resval.rstring, name));
+    }
+    for (const auto& [word, name] :
+         {std::pair{L"LAYER", L"1"}, {L"LAYERS", L"0"}, {L"UCS", L"none"}, {L"VIEW", L""}})
+        EXPECT_EQ(nullptr, acdbTblSearch(word, name, 0));
+    EXPECT_EQ(RTNORM, acdbRegApp(L"ORDANE"));
+    EXPECT_EQ(RTERROR, acdbRegApp(L"ordane")) << "registered already";
+    EXPECT_EQ(RTERROR, acdbRegApp(L"a|b")) << "no name for a record";
+    EXPECT_EQ(RTERROR, acdbRegApp(nullptr));
+    EXPECT_EQ(0, database.numOpenObjects());
 }
 
 } // namespace
