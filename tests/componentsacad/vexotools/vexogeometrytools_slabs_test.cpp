@@ -7,6 +7,7 @@
 
 #include "dbcircle.h"
 #include "dbline.h"
+#include "dbxline.h"
 
 #include <gtest/gtest.h>
 
@@ -348,6 +349,48 @@ TEST(SplitContourByHole, GivesLeftRightUpperAndLowerPartsEachWhereThereIsOne) {
         expectParts(Strips(splitContourByHole(kBase, kAlongX, slab.get(), each.hole.get())), each.parts);
         EXPECT_EQ(areaOf(*slab), 200.0) << "the contour stays as it was";
     }
+}
+
+TEST(SplitContourByHole, GivesThePartsOfTheCutsAlongItsTwoLines) {
+    // The cut at the left, the cut at the right, the two strips between, each by its own tool.
+    std::mt19937 random(31);
+    int compared = 0;
+    for (int run = 0; run < 300; ++run) {
+        const auto outline = slabcases::kOutlines[run % 3].outline;
+        const auto slab = polylineOf(slabcases::outlineOf(outline, random), true);
+        const double x = slabcases::between(random, 4000, 8000);
+        const double y = slabcases::between(random, 3000, 5000);
+        const auto hole = polylineOf(slabcases::turned(slabcases::openingOf(random, x, y, 600, 500), x, y,
+                                                       slabcases::between(random, 0, 6)),
+                                     true);
+        if (!isPointInsideContour(AcGePoint3d(x, y, 0), slab.get()) ||
+            !intersectPolyLines(slab.get(), hole.get()).isEmpty())
+            continue;
+        AcGePoint3d left = boxOf(*hole).minPoint();
+        AcGePoint3d right = boxOf(*hole).maxPoint();
+        correctExtentsPoints(left, right, hole.get());
+        AcDbXline lines[2];
+        for (AcDbXline& line : lines) line.setUnitDir(AcGeVector3d::kYAxis);
+        lines[0].setBasePoint(left);
+        lines[1].setBasePoint(right);
+        const Strips first(splitContourByLine(slab.get(), lines[0]));
+        ASSERT_EQ(first.count(), 2u);
+        const Strips second(splitContourByLine(first.polylines[1].get(), lines[1]));
+        ASSERT_EQ(second.count(), 2u);
+        const Strips between(splitContourByLine2(second.polylines[0].get(), hole.get(), lines[0], lines[1]));
+        ASSERT_EQ(between.count(), 2u);
+        const AcDbPolyline* expected[] = {first.polylines[0].get(), second.polylines[1].get(),
+                                          between.polylines[0].get(), between.polylines[1].get()};
+        const Strips parts(splitContourByHole(kBase, kAlongX, slab.get(), hole.get()));
+        ASSERT_EQ(parts.count(), 4u) << run;
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_NEAR(areaOf(*parts.polylines[i]), areaOf(*expected[i]), 1e-2) << run << ' ' << i;
+            EXPECT_LT(boxOf(*parts.polylines[i]).minPoint().distanceTo(boxOf(*expected[i]).minPoint()), 1e-4);
+            EXPECT_LT(boxOf(*parts.polylines[i]).maxPoint().distanceTo(boxOf(*expected[i]).maxPoint()), 1e-4);
+        }
+        ++compared;
+    }
+    EXPECT_GT(compared, 150);
 }
 
 TEST(SplitContourByHole, RunsItsPartsAlongTheDirection) {
