@@ -117,9 +117,10 @@ void CWnd::CenterWindow(CWnd* other) {
     if (!::GetWindowRect(m_hWnd, own)) return;
     ::GetWindowRect(other ? other->GetSafeHwnd() : ::GetParent(m_hWnd), around);
     const LONG width = own.Width(), height = own.Height();
-    const CPoint middle = around.CenterPoint();
-    const LONG x = std::max(std::min(middle.x - width / 2, screen.right - width), screen.left);
-    const LONG y = std::max(std::min(middle.y - height / 2, screen.bottom - height), screen.top);
+    const LONG left = (around.left + around.right - width) / 2;
+    const LONG top = (around.top + around.bottom - height) / 2;
+    const LONG x = std::max(std::min(left, screen.right - width), screen.left);
+    const LONG y = std::max(std::min(top, screen.bottom - height), screen.top);
     ::MoveWindow(m_hWnd, x, y, width, height, FALSE);
 }
 

@@ -242,6 +242,7 @@ DWORD GetSysColor(int number) {
 HBRUSH GetSysColorBrush(int number) {
     static std::vector<HostBrush> brushes = [] {
         std::vector<HostBrush> made;
+        made.reserve(systemColors);
         for (int i = 0; i < systemColors; ++i)
             made.push_back({{HostGdiObject::Kind::brush, true}, GetSysColor(i)});
         return made;
