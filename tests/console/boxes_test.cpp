@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace {
 
 using hostkit::ShownControl;
@@ -96,6 +99,24 @@ TEST(BoxAnswers, WordsBecomeActionsAndWhatCannotBeMeantStopsThemAll) {
     const ShownWindow empty;
     for (const wchar_t* bad : {L"#1", L"=x", L"Oui"})
         EXPECT_FALSE(parseBoxAnswer(bad, empty).problem.empty());
+}
+
+TEST(BoxAnswers, AnyLineIsAnAnswerOrAProblem) {
+    const ShownWindow window = sampleWindow(), empty;
+    std::mt19937 random(11);
+    const std::wstring letters = L"OuiNnt#=>\"  0123;\t\\\x1é漢";
+    for (int round = 0; round < 2000; ++round) {
+        std::wstring line;
+        for (unsigned i = random() % 12; i > 0; --i) line += letters[random() % letters.size()];
+        for (const ShownWindow* each : {&window, &empty}) {
+            const BoxAnswer answer = parseBoxAnswer(line, *each);
+            EXPECT_NE(answer.problem.empty(), answer.steps.empty());
+            for (const BoxStep& step : answer.steps)
+                if (step.action.kind == WindowAction::Kind::clickItem) {
+                    EXPECT_TRUE(step.action.item == 0 || step.action.item == 1);
+                }
+        }
+    }
 }
 
 class BoxesTest : public ::testing::Test {
