@@ -27,6 +27,14 @@ void* allocate(std::size_t size, std::size_t alignment) {
     return memory;
 }
 
+void* allocateOrNull(std::size_t size, std::size_t alignment) noexcept {
+    try {
+        return allocate(size, alignment);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void start(std::size_t number, bool forGood) {
     allocations = 0;
     failing = number;
@@ -41,6 +49,11 @@ void* operator new(std::size_t size) { return allocate(size, 0); }
 void* operator new[](std::size_t size) { return allocate(size, 0); }
 void* operator new(std::size_t size, std::align_val_t alignment) {
     return allocate(size, static_cast<std::size_t>(alignment));
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return allocateOrNull(size, static_cast<std::size_t>(alignment));
 }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
