@@ -6,10 +6,12 @@
 class CPoint : public POINT {
 public:
     CPoint() = default;
-    CPoint(LONG left, LONG top)
-        : POINT{left, top} {}
+    CPoint(LONG left, LONG top) {
+        x = left;
+        y = top;
+    }
     CPoint(const POINT& point)
-        : POINT(point) {}
+        : CPoint(point.x, point.y) {}
     void Offset(LONG dx, LONG dy) {
         x += dx;
         y += dy;
@@ -19,10 +21,12 @@ public:
 class CSize : public SIZE {
 public:
     CSize() = default;
-    CSize(LONG width, LONG height)
-        : SIZE{width, height} {}
+    CSize(LONG width, LONG height) {
+        cx = width;
+        cy = height;
+    }
     CSize(const SIZE& size)
-        : SIZE(size) {}
+        : CSize(size.cx, size.cy) {}
 };
 
 /// Edges in pixels. Width and height are negative where right lies left of left; nothing is put in order by
