@@ -264,6 +264,7 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
 /// one looked at; reversals stay. False, and no change, for fewer than 3 points. Points that all coincide
 /// leave none.
 bool removeCoLinearPoints(AcArray<AcGePoint3d>& points);
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Predicates (vexogeometrytools_predicates.cpp, vexogeometrytools_selfintersection.cpp,
 // vexogeometrytools_comparison.cpp). Nothing is changed, nothing changes hands. Null, open and empty
