@@ -28,6 +28,7 @@ std::vector<std::unique_ptr<AcEdCommandStack::Group>>::iterator AcEdCommandStack
 Acad::ErrorStatus AcEdCommandStack::addCommand(const wchar_t* group, const wchar_t* globalName,
                                                const wchar_t* localName, Adesk::Int32 flags,
                                                AcRxFunctionPtr function) {
+    m_isIndexed = false;
     if (!localName || !*localName) localName = globalName;
     if (!group || !*group || !isName(globalName) || !isName(localName) || !function)
         return Acad::eInvalidInput;
@@ -46,6 +47,7 @@ Acad::ErrorStatus AcEdCommandStack::addCommand(const wchar_t* group, const wchar
 }
 
 Acad::ErrorStatus AcEdCommandStack::removeCmd(const wchar_t* group, const wchar_t* globalName) {
+    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end() || !globalName) return Acad::eKeyNotFound;
     const auto removed = std::erase_if((*place)->commands, [globalName](const auto& each) {
@@ -55,6 +57,7 @@ Acad::ErrorStatus AcEdCommandStack::removeCmd(const wchar_t* group, const wchar_
 }
 
 Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
+    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end()) return Acad::eKeyNotFound;
     m_groups.erase(place);
@@ -62,26 +65,38 @@ Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
 }
 
 Acad::ErrorStatus AcEdCommandStack::popGroupToTop(const wchar_t* group) {
+    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end()) return Acad::eKeyNotFound;
     std::rotate(m_groups.begin(), place, place + 1);
     return Acad::eOk;
 }
 
+// The first of a name stays, and groups come from the top.
+void AcEdCommandStack::indexNames() const {
+    if (m_isIndexed) return;
+    m_globalNames.clear();
+    m_localNames.clear();
+    for (const auto& group : m_groups)
+        for (const auto& command : group->commands) {
+            m_globalNames.try_emplace(command->globalName(), command.get());
+            m_localNames.try_emplace(command->localName(), command.get());
+        }
+    m_isIndexed = true;
+}
+
 AcEdCommand* AcEdCommandStack::lookupGlobalCmd(const wchar_t* name) const {
     if (!name) return nullptr;
-    for (const auto& group : m_groups)
-        for (const auto& command : group->commands)
-            if (hostkit::equalFolded(command->globalName(), name)) return command.get();
-    return nullptr;
+    indexNames();
+    const auto found = m_globalNames.find(std::wstring_view(name));
+    return found == m_globalNames.end() ? nullptr : found->second;
 }
 
 AcEdCommand* AcEdCommandStack::lookupLocalCmd(const wchar_t* name) const {
     if (!name) return nullptr;
-    for (const auto& group : m_groups)
-        for (const auto& command : group->commands)
-            if (hostkit::equalFolded(command->localName(), name)) return command.get();
-    return nullptr;
+    indexNames();
+    const auto found = m_localNames.find(std::wstring_view(name));
+    return found == m_localNames.end() ? nullptr : found->second;
 }
 
 AcEdCommand* AcEdCommandStack::lookupTyped(const wchar_t* name) const {

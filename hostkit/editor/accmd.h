@@ -3,8 +3,11 @@
 
 #include "rxobject.h"
 
+#include "casefold.h"
+
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 using AcRxFunctionPtr = void (*)();
@@ -48,6 +51,23 @@ private:
     AcRxFunctionPtr m_function;
 };
 
+/// Walks the commands, groups from the top, each in the order of adding. The stack must not change meanwhile.
+class AcEdCommandIterator : public AcRxObject {
+public:
+    explicit AcEdCommandIterator(std::vector<const AcEdCommand*> commands)
+        : m_commands(std::move(commands)) {}
+    bool done() const { return m_index >= m_commands.size(); }
+    /// True when there is one more.
+    bool next() { return ++m_index < m_commands.size(); }
+    /// Null when done.
+    const AcEdCommand* command() const { return done() ? nullptr : m_commands[m_index]; }
+    const wchar_t* commandGroup() const { return done() ? nullptr : m_commands[m_index]->commandGroup(); }
+
+private:
+    std::vector<const AcEdCommand*> m_commands;
+    std::size_t m_index = 0;
+};
+
 /// The commands of one host, in groups. Names are compared without regard to case. A name may stand in
 /// several groups: the group on top answers, and that is the newest one unless another was popped. A host
 /// offers its stack as the entry "ACAD_REGISTERED_COMMANDS" of its system registry.
@@ -68,7 +88,8 @@ public:
     Acad::ErrorStatus removeGroup(const wchar_t* group);
     Acad::ErrorStatus popGroupToTop(const wchar_t* group);
 
-    /// The command of that name in the topmost group that has it, or null.
+    /// The command of that name in the topmost group that has it, or null. Takes the same time with any
+    /// number of commands.
     AcEdCommand* lookupGlobalCmd(const wchar_t* name) const;
     AcEdCommand* lookupLocalCmd(const wchar_t* name) const;
     /// As a user types it: a local name, or a global one behind an underscore or where no local name fits. A
@@ -77,12 +98,21 @@ public:
 
     /// All commands, groups from the top, each in the order of adding.
     std::vector<const AcEdCommand*> commands() const;
+    /// The caller deletes it.
+    AcEdCommandIterator* iterator() const { return new AcEdCommandIterator(commands()); }
 
 private:
     struct Group;
+    using Names =
+        std::unordered_map<std::wstring_view, AcEdCommand*, hostkit::FoldedHash, hostkit::FoldedEqual>;
     std::vector<std::unique_ptr<Group>>::iterator find(const wchar_t* group);
+    void indexNames() const;
 
     std::vector<std::unique_ptr<Group>> m_groups; // the top first
+    /// Made anew at the first look-up behind a change.
+    mutable Names m_globalNames;
+    mutable Names m_localNames;
+    mutable bool m_isIndexed = true;
 };
 
 /// The current host's command stack; null when there is no host.

@@ -1,4 +1,4 @@
-// Stand-in for the host's document manager. Covers open documents, the current and the active one, counted locks and their modes; leaves out queued commands and reactors.
+// Stand-in for the host's document manager. Covers open documents, the current and the active one, counted locks and their modes, texts to execute; leaves out reactors.
 #pragma once
 
 #include "acadstrc.h"
@@ -44,6 +44,9 @@ public:
     AcAp::DocLockMode myLockMode() const;
     /// That of the document's drawing.
     AcTransactionManager* transactionManager() const;
+    /// The viewport that is current on the sheet: 1 is the sheet itself, above it one that shows the model.
+    int sheetViewport() const { return m_sheetViewport; }
+    void setSheetViewport(int number) { m_sheetViewport = number; }
 
 private:
     friend class AcApDocManager;
@@ -58,6 +61,7 @@ private:
     std::unique_ptr<AcDbDatabase> m_database;
     std::wstring m_fileName;
     std::vector<Lock> m_locks;
+    int m_sheetViewport = 1;
 };
 
 /// Walks the documents in the order in which they came. The list must not change meanwhile.
@@ -109,6 +113,14 @@ public:
     /// kNotLocked; eNoDocument for null; eLockViolation for unlocking what is not locked.
     Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite);
     Acad::ErrorStatus unlockDocument(AcApDocument* document);
+
+    /// Queues text for the command line, as if it were typed into that document once the running command has
+    /// returned and what was queued before is done; a line runs when its end comes. Documents stay as they
+    /// are here: with activate the document is the active one from then on, without it the current one for
+    /// this text alone. With echo the text is printed as it is taken. The document that was in front has
+    /// nothing to wrap up. eNoDocument for one of another host or none; eInvalidInput for null.
+    Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const wchar_t* text, bool activate = true,
+                                          bool wrapUpInactiveDocument = false, bool echo = true);
 
     /// The host tells when a command starts and ends, for the locks that it takes.
     void commandStarts() { ++m_runningCommands; }

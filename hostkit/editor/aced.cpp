@@ -1,17 +1,14 @@
 #include "aced.h"
 
 #include "casefold.h"
-#include "desktop.h"
 #include "host.h"
+#include "numbertext.h"
 #include "windows.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cwchar>
 #include <limits>
-#include <locale>
-#include <sstream>
 
 namespace hostkit {
 
@@ -54,31 +51,12 @@ bool findKeyword(const std::wstring& keywords, std::wstring_view typed, std::wst
     return false;
 }
 
-// A number in the form of the C locale with nothing behind it.
-bool parseReal(std::wstring_view text, double& value) {
-    std::wistringstream stream{std::wstring(text)};
-    stream.imbue(std::locale::classic());
-    double number = 0.0;
-    if (!(stream >> number) || stream.peek() != std::wistringstream::traits_type::eof()) return false;
-    if (!std::isfinite(number)) return false;
-    value = number;
-    return true;
-}
-
-bool parsePoint(std::wstring_view text, const ads_real* base, ads_point point) {
+bool parseAnsweredPoint(std::wstring_view text, const ads_real* base, ads_point point) {
     const bool isRelative = text.starts_with(L'@');
     if (isRelative) text.remove_prefix(1);
     if (isRelative && !base) return false;
-    double values[3] = {0.0, 0.0, 0.0};
-    int count = 0;
-    for (;;) {
-        const std::size_t comma = text.find(L',');
-        if (count == 3 || !parseReal(text.substr(0, comma), values[count++])) return false;
-        if (comma == std::wstring_view::npos) break;
-        text.remove_prefix(comma + 1);
-    }
-    if (count < 2) return false;
-    for (int i = 0; i < 3; ++i) point[i] = values[i] + (isRelative ? base[i] : 0.0);
+    if (!hostkit::parsePoint(text, point)) return false;
+    for (int i = 0; isRelative && i < 3; ++i) point[i] += base[i];
     return true;
 }
 
@@ -194,7 +172,7 @@ int acedGetReal(const wchar_t* prompt, ads_real* result) {
     return readAnswer(prompt, false, L"number",
                       [&](const std::wstring& text, const Request& request, RunningCommand& command) {
                           double value = 0.0;
-                          if (!parseReal(text, value) || !isAllowed(value, request.flags))
+                          if (!hostkit::parseReal(text, value) || !isAllowed(value, request.flags))
                               return takeKeyword(text, request, command);
                           *result = value;
                           return RTNORM;
@@ -205,8 +183,9 @@ int acedGetPoint(const ads_real* basePoint, const wchar_t* prompt, ads_point res
     if (!result) return RTERROR;
     return readAnswer(prompt, false, L"point",
                       [&](const std::wstring& text, const Request& request, RunningCommand& command) {
-                          return parsePoint(text, basePoint, result) ? RTNORM
-                                                                     : takeKeyword(text, request, command);
+                          return parseAnsweredPoint(text, basePoint, result)
+                                     ? RTNORM
+                                     : takeKeyword(text, request, command);
                       });
 }
 
@@ -282,9 +261,4 @@ void acedRestoreStatusBar() {
 int acedAlert(const wchar_t* text) {
     MessageBoxW(adsw_acadMainWnd(), text ? text : L"", L"", MB_OK | MB_ICONEXCLAMATION);
     return RTNORM;
-}
-
-HWND adsw_acadMainWnd() {
-    Host* host = Host::current();
-    return host ? host->port().desktop().mainWindow() : nullptr;
 }

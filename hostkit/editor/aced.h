@@ -1,10 +1,12 @@
-// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, environment, alerts, the status bar's meter and the main window; leaves out selection and system variables.
+// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, system variables, commands run and queued, environment, alerts, the status bar's meter and windows; leaves out selection.
 #pragma once
 
 #include "accmd.h"
 #include "acutads.h"
 #include "adsdef.h"
 #include "windowstypes.h"
+
+class CWnd;
 
 // --- What a command reads
 // -------------------------------------------------------------------------------------
@@ -46,6 +48,36 @@ int acedGetInput(CString& result);
 /// True when the user wants the running command to stop (Ctrl-C); commands that work long look now and then.
 bool acedUsrBrk();
 
+// --- System variables
+// -------------------------------------------------------------------------------------------------------
+//
+// See hostkit::SystemVariables for the variables, their types and where they are kept.
+
+/// Fills the record's type and value, not its link: RTSHORT, RTLONG, RTREAL, RTPOINT, RT3DPOINT, or RTSTR
+/// with a text that the caller frees with free. RTNORM; RTERROR, with the record untouched, for a null
+/// argument, an unknown name, or a variable of a drawing when there is none.
+int acedGetVar(const wchar_t* name, resbuf* result);
+/// RTNORM; RTERROR as above; RTREJ for a read-only variable, a value of another type or out of range.
+int acedSetVar(const wchar_t* name, const resbuf* value);
+
+// --- Commands that run commands
+// ---------------------------------------------------------------------------------------------
+//
+// What is queued runs when the running command has returned, or at once after the call where none runs and
+// the host takes its input; in the order in which it came, whichever of these calls it came by.
+
+/// Runs a command with its answers, now: (type, value)... closed by 0: RTSTR const wchar_t*, RTSHORT int,
+/// RTLONG int, RTREAL double, RTPOINT and RT3DPOINT const double*. The empty text is Enter. What is behind
+/// the command's answers is the next command. With CMDECHO 1 the line is printed. RTNORM; RTERROR for no host
+/// or an unknown type; RTREJ when there is no such command or it failed, which is printed.
+int acedCommand(int type, ...);
+/// Queues text for the command line; a line runs when its end comes. "CANCELCMD" drops a line that is not yet
+/// at its end. 1; 0 for null or no host.
+int acedPostCommand(const wchar_t* text);
+/// Queues an expression for evaluation: see hostkit::evaluateExpression. RTNORM; RTERROR for null or no host;
+/// RTREJ, with a problem told, for one of 512 characters or more.
+int ads_queueexpr(const wchar_t* expression);
+
 // --- The host around the command
 // --------------------------------------------------------------------------------
 
@@ -68,6 +100,13 @@ void acedRestoreStatusBar();
 int acedAlert(const wchar_t* text);
 /// The host's main window, which covers the screen and shows nothing; null when there is no host.
 HWND adsw_acadMainWnd();
+/// The same as an object, and the windows for input: the docked command line in the main window and the one
+/// in the text window, each with one child that takes characters; null when there is no host. The drawing's
+/// view is null without a document, too. All belong to the host. See hostkit::HostWindows.
+CWnd* acedGetAcadFrame();
+CWnd* acedGetAcadDockCmdLine();
+CWnd* acedGetAcadTextCmdLine();
+CWnd* acedGetAcadDwgView();
 
 class AcDbMText;
 /// Lets the user edit a paragraph's contents in a box of the host, and sets them. RTCAN, with the paragraph

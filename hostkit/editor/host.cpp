@@ -7,6 +7,8 @@
 #include "dbmain.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
+#include "hostwindows.h"
+#include "spacecommands.h"
 #include "textencoding.h"
 
 #include <algorithm>
@@ -51,12 +53,17 @@ struct Host::Parts {
     AcApDocManager documents;
     std::vector<RunningCommand*> running;
     StatusBarMeter meter;
+    SystemVariables variables;
+    DeferredInput deferred;
+    bool isRunningDeferred = false;
+    HostWindows windows;
     Host* earlier = nullptr;
 };
 
 Host::Host(HostPort& port)
     : m_parts(std::make_unique<Parts>(port)) {
     m_parts->runtime->systemRegistry().atPut(L"ACAD_REGISTERED_COMMANDS", &m_parts->commands);
+    registerSpaceCommands(m_parts->commands);
     m_parts->earlier = g_current;
     g_current = this;
 }
@@ -74,6 +81,9 @@ HostPort& Host::port() { return m_parts->port; }
 RuntimeServices& Host::runtime() { return *m_parts->runtime; }
 AcEdCommandStack& Host::commands() { return m_parts->commands; }
 AcApDocManager& Host::documents() { return m_parts->documents; }
+SystemVariables& Host::variables() { return m_parts->variables; }
+DeferredInput& Host::deferred() { return m_parts->deferred; }
+HostWindows& Host::windows() { return m_parts->windows; }
 StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {
@@ -94,8 +104,8 @@ Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view f
     return writeDrawing(*document.database(), file, options);
 }
 
-CommandResult Host::run(std::wstring_view line, MoreInput more) {
-    CommandInput input(line, more);
+// Leaves what the command did not read in the input.
+CommandResult Host::runCommand(CommandInput& input) {
     std::wstring name;
     if (!input.nextWord(name)) return {};
     const AcEdCommand* command = m_parts->commands.lookupTyped(name.c_str());
@@ -103,7 +113,7 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
 
     // The command may take itself out of the stack, so nothing of it is used once it runs.
     const AcRxFunctionPtr function = command->functionAddr();
-    RunningCommand running{command->globalName(), std::move(input)};
+    RunningCommand running{command->globalName(), std::move(input), command->commandFlags()};
     CommandScope scope(m_parts->documents, *command);
     m_parts->running.push_back(&running);
     try {
@@ -113,10 +123,27 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
         if (running.result.status == Acad::eOk) running.result = thrown;
     }
     m_parts->running.pop_back();
+    input = std::move(running.input);
     if (scope.abortTransactions() && running.result.status == Acad::eOk)
         running.result = {Acad::eTransactionOpenWhileCommandEnded,
                           L"it left a transaction open; what was done in it is taken back"};
     return running.result;
+}
+
+CommandResult Host::run(std::wstring_view line, MoreInput more) {
+    CommandInput input(line, more);
+    const CommandResult result = runCommand(input);
+    const CommandResult queued = runDeferred(more);
+    return result.status == Acad::eOk ? queued : result;
+}
+
+CommandResult Host::runAll(std::wstring_view line) {
+    CommandInput input(line, MoreInput::none);
+    while (!input.rest().empty()) {
+        const CommandResult result = runCommand(input);
+        if (result.status != Acad::eOk) return result;
+    }
+    return {};
 }
 
 RunningCommand* Host::runningCommand() {
@@ -128,6 +155,16 @@ std::vector<std::wstring> Host::runningNames() const {
     for (const RunningCommand* each : m_parts->running) names.push_back(each->globalName);
     return names;
 }
+
+int Host::runningState() const {
+    int state = m_parts->running.empty() ? 0 : 1;
+    for (std::size_t i = 1; i < m_parts->running.size(); ++i)
+        if (m_parts->running[i]->flags & ACRX_CMD_TRANSPARENT) state = 3;
+    return state;
+}
+
+bool Host::isRunningDeferred() const { return m_parts->isRunningDeferred; }
+void Host::setRunningDeferred(bool isRunning) { m_parts->isRunningDeferred = isRunning; }
 
 void failCommand(Acad::ErrorStatus status, std::wstring_view reason) {
     RunningCommand* command = g_current ? g_current->runningCommand() : nullptr;

@@ -1,13 +1,15 @@
-// Stand-in for the host's application. Covers putting the layers' parts together, opening and saving documents, and running commands; leaves out system variables.
+// Stand-in for the host's application. Covers putting the layers' parts together, opening and saving documents, running commands and what waits behind them; leaves out the user interface.
 #pragma once
 
 #include "acadstrc.h"
 #include "accmd.h"
 #include "acdocman.h"
 #include "commandinput.h"
+#include "deferredinput.h"
 #include "drawingwriter.h"
 #include "hostport.h"
 #include "runtimeservices.h"
+#include "systemvariables.h"
 
 #include <memory>
 #include <string>
@@ -15,6 +17,8 @@
 #include <vector>
 
 namespace hostkit {
+
+class HostWindows;
 
 /// How a command ended. The reason is a sentence for a person; empty where the status says it all.
 struct CommandResult {
@@ -26,6 +30,7 @@ struct CommandResult {
 struct RunningCommand {
     std::wstring globalName;
     CommandInput input;
+    Adesk::Int32 flags = 0;
     CommandResult result{};
     int inputFlags = 0;         ///< of acedInitGet, for the next answer
     std::wstring keywords{};    ///< likewise
@@ -59,6 +64,10 @@ public:
     AcEdCommandStack& commands();
     AcApDocManager& documents();
 
+    SystemVariables& variables();
+    DeferredInput& deferred();
+    HostWindows& windows();
+
     /// What acedSetStatusBarProgressMeter and its companions go by.
     StatusBarMeter& meter();
 
@@ -78,13 +87,34 @@ public:
     /// The current document is locked for it as its flags ask: for writing, reading, exclusively, or not at
     /// all. What the outermost command changes there is one step for undo. A transaction that a command
     /// leaves open is aborted, and the command fails with eTransactionOpenWhileCommandEnded.
+    ///
+    /// When the outermost command has returned, all that it queued runs (runDeferred); where the command
+    /// itself went well, the result is then that of what was queued.
     CommandResult run(std::wstring_view line, MoreInput more = MoreInput::none);
+    /// Runs the commands of a line that a program gives: where the words behind a command are more than it
+    /// reads, the next one is a command again. Stops at the first that fails.
+    CommandResult runAll(std::wstring_view line);
+    /// Takes what was queued and posted, in order, until nothing is left; new items come behind. Does nothing
+    /// while a command runs or while it runs already. A failure stops nothing but its own line or expression:
+    /// the first one is the result, with what failed in its reason, and the others are told as problems. The
+    /// user's wish to stop drops the rest, and says so.
+    CommandResult runDeferred(MoreInput more = MoreInput::none);
+    /// For the end of a script: a line that was begun and never ended is told as a problem and forgotten.
+    /// False when there was one.
+    bool endInput();
     /// The innermost running command, or null.
     RunningCommand* runningCommand();
     /// Global names of the running commands, the outermost first.
     std::vector<std::wstring> runningNames() const;
+    /// 0 when no command runs, 1 when one does, 3 with a transparent one within it.
+    int runningState() const;
 
 private:
+    CommandResult runCommand(CommandInput& input);
+    CommandResult runItem(DeferredItem item, MoreInput more);
+    CommandResult runText(DeferredItem item, MoreInput more);
+    bool isRunningDeferred() const;
+    void setRunningDeferred(bool isRunning);
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };

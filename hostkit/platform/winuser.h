@@ -49,6 +49,13 @@ struct MSG {
     LPARAM lParam = 0;
 };
 
+/// What WM_COPYDATA carries in its lParam; good while the message is sent.
+struct COPYDATASTRUCT {
+    ULONG_PTR dwData = 0;
+    DWORD cbData = 0; ///< bytes
+    void* lpData = nullptr;
+};
+
 constexpr WORD LOWORD(std::uintptr_t value) { return static_cast<WORD>(value & 0xFFFF); }
 constexpr WORD HIWORD(std::uintptr_t value) { return static_cast<WORD>(value >> 16 & 0xFFFF); }
 constexpr WPARAM MAKEWPARAM(unsigned low, unsigned high) { return (low & 0xFFFFu) | (high & 0xFFFFu) << 16; }

@@ -1,0 +1,19 @@
+// Stand-in for the host's reading and writing of typed numbers. Covers whole numbers, reals and points in the C locale; leaves out feet, fractions and angles.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace hostkit {
+
+/// The shortest text that reads back as the same number.
+std::wstring formatReal(double value);
+/// A finite number in the form of the C locale with nothing behind it. Nothing is set on failure, here and
+/// below.
+bool parseReal(std::wstring_view text, double& value);
+/// A whole number in 32 bits.
+bool parseInteger(std::wstring_view text, int& value);
+/// "x,y" or "x,y,z"; the third coordinate is 0 where there are two.
+bool parsePoint(std::wstring_view text, double* coordinates);
+
+} // namespace hostkit
