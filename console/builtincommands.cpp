@@ -19,6 +19,7 @@
 #include "plotcommand.h"
 #include "runtimeservices.h"
 #include "undocommand.h"
+#include "variablecommands.h"
 #include "xdatacommand.h"
 
 #include <algorithm>
@@ -200,6 +201,9 @@ constexpr Builtin builtins[] = {
      L"saves the drawing; the opened file only with OVERWRITE"},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      ACRX_CMD_NO_UNDO_MARKER},
+    {L"SETVAR", setVariableCommand, L"[NAME [VALUE]]",
+     L"shows or sets a system variable; without a name, or with ?, lists all; . is the empty text"},
+    {L"VERSION", versionCommand, L"", L"the versions of host and kit, and the product's key"},
     {L"MODULES", modules, L"", L"the loaded modules in the order of loading"},
     {L"COMMANDS", commands, L"", L"all commands with their groups, those of modules too"},
     {L"QUIT", quit, L"", L"ends the program; nothing is saved but by --output"},
@@ -211,7 +215,8 @@ void help() {
     printTable(rows, "lll");
     std::wstring others;
     for (const AcEdCommand* command : acedRegCmds->commands())
-        if (!hostkit::equalFolded(command->commandGroup(), L"CONSOLE"))
+        if (!hostkit::equalFolded(command->commandGroup(), L"CONSOLE") &&
+            !hostkit::equalFolded(command->commandGroup(), L"HOST"))
             others += std::wstring(others.empty() ? L"" : L", ") + command->localName();
     if (!others.empty()) acutPrintf(L"Commands of modules: %s\n", others.c_str());
 }

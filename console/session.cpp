@@ -139,7 +139,13 @@ int Session::install() {
 
 int Session::loadModule(hostkit::Host& host, const std::wstring& file) {
     const Acad::ErrorStatus status = host.runtime().linker().loadModule(file.c_str());
-    if (status == Acad::eOk) return exitcode::ok;
+    // What the module queued as it was loaded runs now.
+    if (status == Acad::eOk) {
+        const hostkit::CommandResult queued = host.runDeferred();
+        if (queued.status == Acad::eOk) return exitcode::ok;
+        return fail(exitcode::commandFailed,
+                    file + L": " + queued.reason + L" (" + statusName(queued.status) + L")");
+    }
     return fail(exitcode::moduleNotLoaded,
                 host.runtime().linker().lastProblem() + L" (" + statusName(status) + L")");
 }
@@ -176,7 +182,7 @@ int Session::runLines(hostkit::Host& host, const std::wstring& source, const std
         if (interrupt::isRequested()) return exitcode::interrupted;
         if (m_state.wantsToQuit) break;
     }
-    return exitcode::ok;
+    return host.endInput() ? exitcode::ok : exitcode::commandFailed;
 }
 
 // A person who types goes on after a mistake; a pipe stops at it, as a script does.
@@ -198,7 +204,7 @@ int Session::runPrompt(hostkit::Host& host) {
         }
         if (interrupt::isRequested()) return exitcode::interrupted;
     }
-    return exitcode::ok;
+    return host.endInput() || isInteractive ? exitcode::ok : exitcode::commandFailed;
 }
 
 bool Session::runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
