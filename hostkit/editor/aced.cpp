@@ -79,6 +79,19 @@ int refuse(const RunningCommand& command, const std::wstring& answer, const wcha
     return RTREJ;
 }
 
+// A transparent command given at a prompt, behind an apostrophe: it runs with answers of its own, and the
+// prompt comes again. False for any other answer; an apostrophe may begin a text.
+bool runTransparently(const std::wstring& text, const RunningCommand& command) {
+    Host* host = Host::current();
+    if (text.size() < 2 || text.front() != L'\'') return false;
+    const AcEdCommand* called = host->commands().lookupTyped(text.c_str());
+    if (!called || !(called->commandFlags() & ACRX_CMD_TRANSPARENT)) return false;
+    const hostkit::CommandResult result = host->run(hostkit::quotedWord(text), command.input.more());
+    if (result.status != Acad::eOk)
+        acutPrintf(L"\n%s: %s (%s)\n", text.c_str(), result.reason.c_str(), acadErrorStatusText(result.status));
+    return true;
+}
+
 // The frame of every reading call. `parse` gives RTNORM, or RTREJ for an answer that is not of the wanted
 // kind.
 template <class Parse>
@@ -96,6 +109,7 @@ int readAnswer(const wchar_t* prompt, bool wholeLine, const wchar_t* wanted, Par
             if (command->input.more() == hostkit::MoreInput::none) return RTREJ;
             continue;
         }
+        if (runTransparently(answer.text, *command)) continue;
         const int result = parse(answer.text, request, *command);
         if (result != RTREJ) return result;
         refuse(*command, answer.text, wanted);

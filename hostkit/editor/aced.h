@@ -15,7 +15,8 @@ class CWnd;
 // asked, if there is one, and a line of a script answers Enter. Results: RTNORM, RTNONE (Enter), RTCAN (the
 // user breaks off), RTREJ (an answer of a script that is no value of the wanted kind; a person is asked
 // again), RTERROR (no command runs, a null result, or nobody is there to answer any more). Nothing is set
-// unless the result is RTNORM.
+// unless the result is RTNORM. A transparent command behind an apostrophe may stand in place of an answer: it
+// runs first.
 
 /// Bits of acedInitGet: Enter is no answer; zero is none; a negative number is none.
 constexpr int RSG_NONULL = 1;

@@ -46,6 +46,20 @@ void leaveTransaction() {
     addLine();
 }
 
+// Texts (TEXT) with | for the end of a line, or an expression (EXPRESSION), that run behind it.
+void queue() {
+    CString kind, text;
+    acedGetString(0, L"Kind: ", kind);
+    acedGetString(0, L"Text: ", text);
+    if (kind == L"EXPRESSION") {
+        ads_queueexpr(text.GetString());
+    } else {
+        text.Replace(L"|", L"\n");
+        acedPostCommand(text.GetString());
+    }
+    acutPrintf(L"queued\n");
+}
+
 void wait() {
     acutPrintf(L"waiting\n");
     // Output is held until a command ends or asks: ask for nothing, so that the test hears of it.
@@ -69,6 +83,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
         acedRegCmds->addCommand(L"HELPFUL", L"ADDLINE", L"", 0, addLine);
         acedRegCmds->addCommand(L"HELPFUL", L"ADDTWO", L"", 0, addTwo);
         acedRegCmds->addCommand(L"HELPFUL", L"LEAVE", L"", 0, leaveTransaction);
+        acedRegCmds->addCommand(L"HELPFUL", L"QUEUE", L"", 0, queue);
         acedRegCmds->addCommand(L"HELPFUL", L"WAIT", L"", 0, wait);
         acedRegCmds->addCommand(L"HELPFUL", L"HANG", L"", 0, hang);
     }

@@ -236,6 +236,21 @@ TEST_F(DeferredTest, ACallRunsItsCommandNow) {
     EXPECT_NE(session.port().printed.find(L"NOSUCH"), std::wstring::npos);
 }
 
+TEST_F(DeferredTest, ATransparentCommandRunsWithinAPrompt) {
+    AcEdCommandStack& stack = session.host().commands();
+    ASSERT_EQ(stack.addCommand(L"T", L"LOOK", nullptr, ACRX_CMD_TRANSPARENT, note), Acad::eOk);
+    session.port().lines = {L"'look", L"its answer", L"'note", L"unread"};
+    CString first, second;
+    body = [&] {
+        EXPECT_EQ(acedGetString(0, L"First: ", first), RTNORM);
+        EXPECT_EQ(acedGetString(0, L"Second: ", second), RTNORM);
+    };
+    EXPECT_EQ(session.host().run(L"GO", hostkit::MoreInput::ask).status, Acad::eOk);
+    EXPECT_EQ(notes, (std::vector<std::wstring>{L"its"})) << "in its own line's words";
+    EXPECT_EQ(first, L"'note") << "no transparent command, so a text";
+    EXPECT_EQ(second, L"unread");
+}
+
 TEST_F(DeferredTest, TheStackIsWalkedAndStaysQuickToSearch) {
     AcEdCommandStack& stack = session.host().commands();
     for (int i = 0; i < 2000; ++i)
