@@ -108,9 +108,17 @@ bool DrawingEdits::findRenamedRecords() {
     return isFound;
 }
 
+// The root, which has an entry for the layouts, and the spaces whose layouts come with this save.
+bool DrawingEdits::namesStandingObjects(const AcDbObject& object) const {
+    if (object.objectId() == m_database.namedObjectsDictionaryId()) return true;
+    const AcDbBlockTableRecord* const block = AcDbBlockTableRecord::cast(&object);
+    const AcDbObject* const layout = block ? DatabaseAccess::object(block->getLayoutId()) : nullptr;
+    return layout && layout->sourceSpan().isEmpty();
+}
+
 bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
     if (m_everything || object.differsFromSource()) return true;
-    if (m_standingComesAlong && object.objectId() == m_database.namedObjectsDictionaryId()) return true;
+    if (m_standingComesAlong && namesStandingObjects(object)) return true;
     if (m_namesChanged &&
         (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
         return true;

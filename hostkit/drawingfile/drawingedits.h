@@ -52,6 +52,7 @@ public:
 
 private:
     bool editObject(const AcDbObject& object);
+    bool namesStandingObjects(const AcDbObject& object) const;
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);
     bool findRenamedRecords();
