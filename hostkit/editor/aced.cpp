@@ -88,7 +88,8 @@ bool runTransparently(const std::wstring& text, const RunningCommand& command) {
     if (!called || !(called->commandFlags() & ACRX_CMD_TRANSPARENT)) return false;
     const hostkit::CommandResult result = host->run(hostkit::quotedWord(text), command.input.more());
     if (result.status != Acad::eOk)
-        acutPrintf(L"\n%s: %s (%s)\n", text.c_str(), result.reason.c_str(), acadErrorStatusText(result.status));
+        acutPrintf(L"\n%s: %s (%s)\n", text.c_str(), result.reason.c_str(),
+                   acadErrorStatusText(result.status));
     return true;
 }
 
