@@ -9,7 +9,7 @@
 class AcDbDatabase;
 class AcDbEntity;
 
-// What runs leave in the drawing beside their strips, so that a later run, in this session or after a save,
+// What runs leave in the drawing beside their strips, so that a later run, at once or after a save,
 // finds and replaces them. Strips carry their number (a long) and their area (a double) as extended data of
 // the application, numbers drawn in strips the number alone. The service dictionary "VEXO_SLABSTRIPS" holds a
 // record a layer of strips, with references to all that the last run made on it. A drawing that was read in
