@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <cwchar>
 
+// The names of a group are looked up at each adding; modules register hundreds of commands, one by one.
 struct AcEdCommandStack::Group {
     std::wstring name;
-    std::vector<std::unique_ptr<AcEdCommand>> commands;
+    std::vector<std::unique_ptr<AcEdCommand>> commands{};
+    Names globalNames{};
+    Names localNames{};
 };
 
 namespace {
@@ -28,21 +31,25 @@ std::vector<std::unique_ptr<AcEdCommandStack::Group>>::iterator AcEdCommandStack
 Acad::ErrorStatus AcEdCommandStack::addCommand(const wchar_t* group, const wchar_t* globalName,
                                                const wchar_t* localName, Adesk::Int32 flags,
                                                AcRxFunctionPtr function) {
-    m_isIndexed = false;
     if (!localName || !*localName) localName = globalName;
     if (!group || !*group || !isName(globalName) || !isName(localName) || !function)
         return Acad::eInvalidInput;
     auto place = find(group);
     if (place == m_groups.end()) {
-        m_groups.insert(m_groups.begin(), std::make_unique<Group>(Group{group, {}}));
+        m_groups.insert(m_groups.begin(), std::make_unique<Group>(Group{group}));
         place = m_groups.begin();
     }
-    for (const auto& each : (*place)->commands)
-        if (hostkit::equalFolded(each->globalName(), globalName) ||
-            hostkit::equalFolded(each->localName(), localName))
-            return Acad::eDuplicateKey;
-    (*place)->commands.push_back(
-        std::make_unique<AcEdCommand>(group, globalName, localName, flags, function));
+    Group& found = **place;
+    if (found.globalNames.contains(std::wstring_view(globalName)) ||
+        found.localNames.contains(std::wstring_view(localName)))
+        return Acad::eDuplicateKey;
+    m_isIndexed = false;
+    AcEdCommand* const command =
+        found.commands
+            .emplace_back(std::make_unique<AcEdCommand>(group, globalName, localName, flags, function))
+            .get();
+    found.globalNames.emplace(command->globalName(), command);
+    found.localNames.emplace(command->localName(), command);
     return Acad::eOk;
 }
 
@@ -50,10 +57,14 @@ Acad::ErrorStatus AcEdCommandStack::removeCmd(const wchar_t* group, const wchar_
     m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end() || !globalName) return Acad::eKeyNotFound;
-    const auto removed = std::erase_if((*place)->commands, [globalName](const auto& each) {
-        return hostkit::equalFolded(each->globalName(), globalName);
-    });
-    return removed ? Acad::eOk : Acad::eKeyNotFound;
+    Group& holder = **place;
+    const auto found = holder.globalNames.find(std::wstring_view(globalName));
+    if (found == holder.globalNames.end()) return Acad::eKeyNotFound;
+    const AcEdCommand* const command = found->second;
+    holder.localNames.erase(command->localName());
+    holder.globalNames.erase(found);
+    std::erase_if(holder.commands, [command](const auto& each) { return each.get() == command; });
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
