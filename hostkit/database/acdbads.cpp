@@ -61,3 +61,16 @@ int acdbRegApp(const wchar_t* application) {
     record.release()->close();
     return RTNORM;
 }
+
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id) {
+    if (id.isNull()) return Acad::eNullObjectId;
+    name[0] = id.asOldId();
+    name[1] = 0;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
+    if (!name || name[0] == 0) return Acad::eNullObjectId;
+    id.setFromOldId(name[0]);
+    return Acad::eOk;
+}

@@ -1,7 +1,9 @@
-// Stand-in for the host's table calls on record lists. Covers looking a symbol record up and registering applications; leaves out walking a table, and entities by name.
+// Stand-in for the host's table calls on record lists. Covers looking a symbol record up, registering applications, and entities by name; leaves out walking a table.
 #pragma once
 
+#include "acadstrc.h"
 #include "adsdef.h"
+#include "dbid.h"
 
 /// The record of that name in the working drawing as a list that belongs to the caller (acutRelRb): its type,
 /// then the groups of its text form. The table's word is APPID, BLOCK, DIMSTYLE, LAYER, LTYPE, STYLE, UCS,
@@ -11,3 +13,7 @@ resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int setNext
 /// Registers an application in the working drawing. RTNORM; RTERROR for a name that no record can have, one
 /// that is registered already, a table that cannot be opened for write, and without a drawing.
 int acdbRegApp(const wchar_t* application);
+/// The name by which record lists know an object, and back. eNullObjectId for a null one,
+/// with the other side untouched.
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);

@@ -152,6 +152,16 @@ public:
     AcGePoint3d limmin() const;
     AcGePoint3d limmax() const;
     AcGePoint3d insbase() const;
+    /// The user coordinate system of model space in world coordinates; the axes have unit length and are
+    /// perpendicular. A header without one, or with axes that are parallel, of no length or no numbers, has
+    /// the world's.
+    AcGePoint3d ucsorg() const;
+    AcGeVector3d ucsxdir() const;
+    AcGeVector3d ucsydir() const;
+    /// Likewise of paper space.
+    AcGePoint3d pucsorg() const;
+    AcGeVector3d pucsxdir() const;
+    AcGeVector3d pucsydir() const;
     hostkit::HeaderVariables& header();
     const hostkit::HeaderVariables& header() const;
 

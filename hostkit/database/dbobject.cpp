@@ -242,6 +242,34 @@ bool AcDbObject::hasPersistentReactor(AcDbObjectId id) const {
     return std::find(ids.begin(), ids.end(), id) != ids.end();
 }
 
+namespace {
+
+// An id's pointer is aligned; its lowest bit marks what is a reactor by id.
+constexpr Adesk::UIntPtr persistentMark = 1;
+
+} // namespace
+
+const AcArray<void*>* AcDbObject::reactors() const {
+    if (!m_extras || m_extras->persistentReactors.empty()) return nullptr;
+    auto list = std::make_unique<AcArray<void*>>();
+    for (const AcDbObjectId id : m_extras->persistentReactors)
+        list->append(reinterpret_cast<void*>(static_cast<Adesk::UIntPtr>(id.asOldId()) | persistentMark));
+    m_extras->handedReactors.list = std::move(list);
+    return m_extras->handedReactors.list.get();
+}
+
+bool acdbIsPersistentReactor(const void* reactor) {
+    return (reinterpret_cast<Adesk::UIntPtr>(reactor) & persistentMark) != 0;
+}
+
+AcDbObjectId acdbPersistentReactorObjectId(const void* reactor) {
+    AcDbObjectId id;
+    if (acdbIsPersistentReactor(reactor))
+        id.setFromOldId(
+            static_cast<Adesk::IntPtr>(reinterpret_cast<Adesk::UIntPtr>(reactor) & ~persistentMark));
+    return id;
+}
+
 AcDbObjectIdArray AcDbObject::persistentReactors() const {
     AcDbObjectIdArray ids;
     if (!m_extras) return ids;

@@ -120,6 +120,10 @@ public:
     Acad::ErrorStatus removePersistentReactor(AcDbObjectId id);
     bool hasPersistentReactor(AcDbObjectId id) const;
     AcDbObjectIdArray persistentReactors() const;
+    /// What acdbIsPersistentReactor and acdbPersistentReactorObjectId tell of, in the order of adding; null
+    /// when there are none. Good until the reactors change or the object is closed. There are no others than
+    /// persistent ones here.
+    const AcArray<void*>* reactors() const;
 
     /// A non-resident copy that belongs to the caller; null for classes without.
     AcRxObject* clone() const override;
@@ -181,3 +185,8 @@ private:
 protected:
     Adesk::UInt8 m_flags = 0;
 };
+
+/// Of an entry of AcDbObject::reactors: true where it is a persistent reactor, which has an id; its id, or
+/// the null id for any other.
+bool acdbIsPersistentReactor(const void* reactor);
+AcDbObjectId acdbPersistentReactorObjectId(const void* reactor);

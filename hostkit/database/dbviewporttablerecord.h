@@ -1,19 +1,14 @@
-// Stand-in for the host's AcDbViewportTableRecord. Covers the name; the rest is kept as the drawing has it; leaves out its meaning.
+// Stand-in for the host's AcDbViewportTableRecord. Covers the name and what a view shows; leaves out grids, snaps and coordinate systems, which are kept as the drawing has them.
 #pragma once
 
-#include "dbsymboltablerecord.h"
-#include "groupblock.h"
+#include "dbabstractviewtablerecord.h"
 
-class AcDbViewportTableRecord : public AcDbSymbolTableRecord {
+class AcDbViewportTableRecord : public AcDbAbstractViewTableRecord {
     ACRX_DECLARE_MEMBERS(AcDbViewportTableRecord)
 
 public:
     AcDbViewportTableRecord() = default;
     AcDbViewportTableRecord(const AcDbViewportTableRecord&) = default;
-
-    /// All groups beyond the name and the flags, in order.
-    const hostkit::GroupBlock& groups() const { return m_groups; }
-    Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
 
     AcRxObject* clone() const override { return new AcDbViewportTableRecord(*this); }
 
@@ -23,9 +18,9 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    const Codes& codes() const override;
     bool allowsName(std::wstring_view name) const override;
 
 private:
     struct Filing;
-    hostkit::GroupBlock m_groups;
 };

@@ -1,19 +1,14 @@
-// Stand-in for the host's AcDbViewTableRecord. Covers the name; the rest is kept as the drawing has it; leaves out its meaning.
+// Stand-in for the host's AcDbViewTableRecord. Covers the name and what a view shows; leaves out coordinate systems and live sections, which are kept as the drawing has them.
 #pragma once
 
-#include "dbsymboltablerecord.h"
-#include "groupblock.h"
+#include "dbabstractviewtablerecord.h"
 
-class AcDbViewTableRecord : public AcDbSymbolTableRecord {
+class AcDbViewTableRecord : public AcDbAbstractViewTableRecord {
     ACRX_DECLARE_MEMBERS(AcDbViewTableRecord)
 
 public:
     AcDbViewTableRecord() = default;
     AcDbViewTableRecord(const AcDbViewTableRecord&) = default;
-
-    /// All groups beyond the name and the flags, in order.
-    const hostkit::GroupBlock& groups() const { return m_groups; }
-    Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
 
     AcRxObject* clone() const override { return new AcDbViewTableRecord(*this); }
 
@@ -22,7 +17,9 @@ public:
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
+protected:
+    const Codes& codes() const override;
+
 private:
     struct Filing;
-    hostkit::GroupBlock m_groups;
 };

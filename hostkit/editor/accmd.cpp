@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cwchar>
 
+HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcEdCommandStack, AcRxObject)
+
 // The names of a group are looked up at each adding; modules register hundreds of commands, one by one.
 struct AcEdCommandStack::Group {
     std::wstring name;

@@ -1,7 +1,7 @@
 // Stand-in for the host's command stack. Covers groups, global and local names, flags, look-up and popping; leaves out command contexts in the user interface.
 #pragma once
 
-#include "rxobject.h"
+#include "rxboiler.h"
 
 #include "casefold.h"
 
@@ -72,6 +72,8 @@ private:
 /// several groups: the group on top answers, and that is the newest one unless another was popped. A host
 /// offers its stack as the entry "ACAD_REGISTERED_COMMANDS" of its system registry.
 class AcEdCommandStack : public AcRxObject {
+    ACRX_DECLARE_MEMBERS(AcEdCommandStack)
+
 public:
     AcEdCommandStack();
     ~AcEdCommandStack() override;

@@ -1,4 +1,4 @@
-// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, system variables, commands run and queued, environment, alerts, the status bar's meter and windows; leaves out selection.
+// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, system variables, commands run and queued, environment, alerts, the status bar's meter, windows, coordinate systems and menu groups; leaves out selection.
 #pragma once
 
 #include "accmd.h"
@@ -6,6 +6,7 @@
 #include "adsdef.h"
 #include "windowstypes.h"
 
+class CWinApp;
 class CWnd;
 
 // --- What a command reads
@@ -108,6 +109,27 @@ CWnd* acedGetAcadFrame();
 CWnd* acedGetAcadDockCmdLine();
 CWnd* acedGetAcadTextCmdLine();
 CWnd* acedGetAcadDwgView();
+
+/// The application: its GetIDispatch gives the object that hostapplication.h tells of. Null when there is no
+/// host.
+CWinApp* acedGetAcadWinApp();
+/// TRUE when a menu group of that name, without regard to case, is loaded.
+BOOL acedIsMenuGroupLoaded(const wchar_t* group);
+
+// --- Coordinate systems
+// -----------------------------------------------------------------------------------------------------------
+
+/// Takes a point, or with a displacement flag other than 0 a vector, from one coordinate system to another,
+/// in the current drawing. A system is a record: RTSHORT with 0 the world, 1 the user coordinate system of
+/// the current space, 2 the display of the current viewport (origin at its target, z towards the eye, turned
+/// by its twist; lengths are drawing units, and perspective changes nothing), 3 the display of the sheet;
+/// RT3DPOINT: the system of an entity with that normal, by the arbitrary-axis rule; RTENAME: that of the
+/// entity itself. The sheet's display goes only to and from 2, and only where a sheet is current: on the
+/// sheet itself both are the same; in one of its viewports the model's display is scaled into it. The result
+/// may be the point itself. RTNORM; RTERROR, with the result untouched, for null, no drawing, a record that
+/// is none of these, a normal without length, or an entity or viewport that is not there.
+int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int displacement,
+              ads_point result);
 
 class AcDbMText;
 /// Lets the user edit a paragraph's contents in a box of the host, and sets them. RTCAN, with the paragraph

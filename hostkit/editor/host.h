@@ -18,7 +18,9 @@
 
 namespace hostkit {
 
+class HostApplication;
 class HostWindows;
+class MenuGroups;
 
 /// How a command ended. The reason is a sentence for a person; empty where the status says it all.
 struct CommandResult {
@@ -67,6 +69,8 @@ public:
     SystemVariables& variables();
     DeferredInput& deferred();
     HostWindows& windows();
+    HostApplication& application();
+    MenuGroups& menuGroups();
 
     /// What acedSetStatusBarProgressMeter and its companions go by.
     StatusBarMeter& meter();

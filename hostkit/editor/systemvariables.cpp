@@ -187,6 +187,16 @@ VariableResult SystemVariables::set(std::wstring_view name, const SystemValue& v
     return writeHeader(*currentDocument()->database(), info.name, converted, 0);
 }
 
+VariableResult SystemVariables::setByHost(std::wstring_view name, const SystemValue& value) {
+    Own* own = find(name);
+    if (!own || own->info.place != VariablePlace::session) return VariableResult::unknown;
+    SystemValue converted;
+    if (!convert(value, own->info.type, converted)) return VariableResult::wrongType;
+    if (!isWithin(own->info, converted)) return VariableResult::outOfRange;
+    own->value = std::move(converted);
+    return VariableResult::ok;
+}
+
 bool SystemVariables::describe(std::wstring_view name, SystemVariableInfo& info) const {
     if (const Own* own = find(name)) {
         info = own->info;

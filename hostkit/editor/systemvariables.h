@@ -61,6 +61,9 @@ public:
     /// takes one of two, at height 0, and the reverse drops the height. Nothing else is converted. A number
     /// that is not finite is out of range.
     VariableResult set(std::wstring_view name, const SystemValue& value);
+    /// The host's own word on one of its session variables, read-only ones too: ACADVER, REFEDITNAME.
+    /// VariableResult::unknown for any other; wrongType and outOfRange as above.
+    VariableResult setByHost(std::wstring_view name, const SystemValue& value);
     /// False when there is none of that name now.
     bool describe(std::wstring_view name, SystemVariableInfo& info) const;
     /// The names of the host's own variables and those of the current header, sorted.

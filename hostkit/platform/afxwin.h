@@ -1,10 +1,11 @@
-// Stand-in for the host's application framework, windows. Covers windows, controls, dialogs, painting, menus and message boxes; leaves out frames, views and documents.
+// Stand-in for the host's application framework, windows. Covers windows, controls, dialogs, painting, menus, message boxes and the application; leaves out frames, views and documents.
 #pragma once
 
 #include "afx.h"
 #include "ccontrols.h"
 #include "cdialog.h"
 #include "cmenu.h"
+#include "cwinapp.h"
 
 /// The name that stands in the caption of AfxMessageBox.
 const wchar_t* AfxGetAppName();

@@ -1,7 +1,13 @@
 #include "systempath.h"
 
+#include "casefolding.h"
 #include "hostport.h"
 #include "textencoding.h"
+
+#include <algorithm>
+#include <dirent.h>
+#include <sys/stat.h>
+#include <vector>
 
 namespace hostkit {
 
@@ -40,6 +46,52 @@ std::string mapPath(std::wstring_view path) {
             appendUtf8(result, character);
     }
     return result;
+}
+
+namespace {
+
+bool exists(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0;
+}
+
+// Names in the directory that differ from the wanted one in case alone, sorted.
+std::vector<std::string> namesLike(const std::string& directory, std::string_view wanted) {
+    std::vector<std::string> names;
+    DIR* const entries = opendir(directory.empty() ? "." : directory.c_str());
+    if (!entries) return names;
+    const std::wstring wide = pathFromSystem(wanted);
+    while (const dirent* each = readdir(entries))
+        if (equalNoCase(wide, pathFromSystem(each->d_name))) names.emplace_back(each->d_name);
+    closedir(entries);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// `front` is there; looks for the rest below it, and tries the next directory where one is a dead end.
+bool findBelow(const std::string& front, std::string_view rest, std::string& found) {
+    const std::size_t start = rest.find_first_not_of('/');
+    if (start == std::string_view::npos) {
+        found = front + std::string(rest);
+        return true;
+    }
+    const std::size_t end = std::min(rest.find('/', start), rest.size());
+    const std::string head = front + std::string(rest.substr(0, start));
+    const std::string_view name = rest.substr(start, end - start);
+    if (exists(head + std::string(name)) && findBelow(head + std::string(name), rest.substr(end), found))
+        return true;
+    for (const std::string& each : namesLike(head, name))
+        if (each != name && exists(head + each) && findBelow(head + each, rest.substr(end), found))
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::string findPath(std::wstring_view path) {
+    const std::string given = mapPath(path);
+    std::string found;
+    return exists(given) || !findBelow("", given, found) ? given : found;
 }
 
 std::wstring pathFromSystem(std::string_view path) {

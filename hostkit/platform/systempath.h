@@ -1,4 +1,4 @@
-// Stand-in for the host's path rules. Covers both separators, drive letters and names of any bytes; leaves out letter case, which the file system below decides.
+// Stand-in for the host's path rules. Covers both separators, drive letters, names of any bytes and looking a file up without regard to letter case; leaves out anything else.
 #pragma once
 
 #include <string>
@@ -16,6 +16,11 @@ std::string mapPath(std::wstring_view path);
 /// reserved characters U+DC00 + byte, which mapPath turns back, so that every name of a listing can be
 /// opened.
 std::wstring pathFromSystem(std::string_view path);
+
+/// The same, where that is there. Else the first, in the order of their bytes, of the files or directories
+/// whose names differ from it in the case of letters alone, part by part; else what mapPath gives. For paths
+/// that came through a change of case.
+std::string findPath(std::wstring_view path);
 
 /// The part behind the last separator (either one).
 std::wstring_view fileNameOfPath(std::wstring_view path);

@@ -1,4 +1,4 @@
-// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names, and with them windows and drawing; leaves out processes.
+// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names, and with them windows and drawing; leaves out starting processes.
 #pragma once
 
 #include "tchar.h"
@@ -58,6 +58,14 @@ DWORD GetTickCount();
 /// One number a thread, set by the functions that say so.
 DWORD GetLastError();
 void SetLastError(DWORD error);
+
+// --- Processes and handles ---------------------------------------------------------------------------------
+
+/// The operating system's number of this process.
+DWORD GetCurrentProcessId();
+/// Ends a handle that the system gave out (a snapshot's). FALSE with ERROR_INVALID_HANDLE for any other, one
+/// that is closed already among them.
+BOOL CloseHandle(HANDLE handle);
 
 // --- Files -------------------------------------------------------------------------------------------------
 /// Every path goes through hostkit::mapPath: both separators are taken, a drive letter is mapped by the port.

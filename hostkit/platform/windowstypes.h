@@ -67,6 +67,9 @@ using FARPROC = std::intptr_t (*)();
 inline constexpr BOOL FALSE = 0;
 inline constexpr BOOL TRUE = 1;
 
+/// What a call gives in place of a handle when it fails.
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
+
 inline constexpr int MAX_PATH = 260;
 
 inline constexpr HRESULT S_OK = 0;
@@ -85,6 +88,7 @@ inline constexpr LONG ERROR_PATH_NOT_FOUND = 3;
 inline constexpr LONG ERROR_ACCESS_DENIED = 5;
 inline constexpr LONG ERROR_INVALID_HANDLE = 6;
 inline constexpr LONG ERROR_NO_MORE_FILES = 18;
+inline constexpr LONG ERROR_BAD_LENGTH = 24;
 inline constexpr LONG ERROR_WRITE_FAULT = 29;
 inline constexpr LONG ERROR_LOCK_VIOLATION = 33;
 inline constexpr LONG ERROR_INVALID_PARAMETER = 87;

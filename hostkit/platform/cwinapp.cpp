@@ -1,0 +1,3 @@
+#include "cwinapp.h"
+
+IDispatch* CWinApp::GetIDispatch(BOOL) { return nullptr; }
