@@ -3,6 +3,7 @@
 #include "actrans.h"
 #include "dbapserv.h"
 #include "dbmain.h"
+#include "undohistory.h"
 
 #include <algorithm>
 
@@ -57,6 +58,18 @@ AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
 AcApDocument* AcApDocManager::documentAt(int index) const {
     return index >= 0 && index < documentCount() ? m_documents[static_cast<std::size_t>(index)].get()
                                                  : nullptr;
+}
+
+void AcApDocument::startUndoMark() {
+    ++m_undoMarks;
+    hostkit::beginUndoGroup(*m_database, L"");
+}
+
+bool AcApDocument::endUndoMark() {
+    if (m_undoMarks == 0) return false;
+    --m_undoMarks;
+    hostkit::endUndoGroup(*m_database);
+    return true;
 }
 
 void AcApDocManager::makeCurrent(AcApDocument* document) {

@@ -47,6 +47,14 @@ public:
     /// The viewport that is current on the sheet: 1 is the sheet itself, above it one that shows the model.
     int sheetViewport() const { return m_sheetViewport; }
     void setSheetViewport(int number) { m_sheetViewport = number; }
+    /// What is changed until the mark's end is one step for undo, over the ends of commands too. Marks nest;
+    /// the outermost one counts.
+    void startUndoMark();
+    /// False where none was started.
+    bool endUndoMark();
+    int undoMarkCount() const { return m_undoMarks; }
+    /// Expires with the document.
+    std::weak_ptr<const void> life() const { return m_life; }
 
 private:
     friend class AcApDocManager;
@@ -62,6 +70,8 @@ private:
     std::wstring m_fileName;
     std::vector<Lock> m_locks;
     int m_sheetViewport = 1;
+    int m_undoMarks = 0;
+    std::shared_ptr<const void> m_life = std::make_shared<char>();
 };
 
 /// Walks the documents in the order in which they came. The list must not change meanwhile.

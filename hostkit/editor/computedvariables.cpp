@@ -65,45 +65,45 @@ VariableResult setTileMode(const VariableSource& source, const SystemValue& valu
 }
 
 void viewMode(const VariableSource& source, SystemValue& value) {
-    value.integer = currentView(drawingOf(source)).mode;
+    value.integer = currentView(*source.document).mode;
 }
 void backClip(const VariableSource& source, SystemValue& value) {
-    value.reals[0] = currentView(drawingOf(source)).backClip;
+    value.reals[0] = currentView(*source.document).backClip;
 }
 void frontClip(const VariableSource& source, SystemValue& value) {
-    value.reals[0] = currentView(drawingOf(source)).frontClip;
+    value.reals[0] = currentView(*source.document).frontClip;
 }
 void lensLength(const VariableSource& source, SystemValue& value) {
-    value.reals[0] = currentView(drawingOf(source)).lensLength;
+    value.reals[0] = currentView(*source.document).lensLength;
 }
 void viewHeight(const VariableSource& source, SystemValue& value) {
-    value.reals[0] = currentView(drawingOf(source)).height;
+    value.reals[0] = currentView(*source.document).height;
 }
 void viewTwist(const VariableSource& source, SystemValue& value) {
-    value.reals[0] = currentView(drawingOf(source)).twist;
+    value.reals[0] = currentView(*source.document).twist;
 }
 
 void viewMiddle(const VariableSource& source, SystemValue& value) {
-    const CurrentView view = currentView(drawingOf(source));
-    const AcGePoint3d middle = ucsToWorld(drawingOf(source)).inverse() * displayToWorld(view) *
-                               AcGePoint3d(view.middle[0], view.middle[1], 0.0);
+    const CurrentView view = currentView(*source.document);
+    const AcGePoint3d middle =
+        intoSystem(ucsToWorld(*source.document),
+                   displayToWorld(view) * AcGePoint3d(view.middle[0], view.middle[1], 0.0));
     setReals(value, middle.x, middle.y, middle.z);
 }
 
 void viewTarget(const VariableSource& source, SystemValue& value) {
-    const AcGePoint3d target =
-        ucsToWorld(drawingOf(source)).inverse() * currentView(drawingOf(source)).target;
+    const AcGePoint3d target = intoSystem(ucsToWorld(*source.document), currentView(*source.document).target);
     setReals(value, target.x, target.y, target.z);
 }
 
 void viewDirection(const VariableSource& source, SystemValue& value) {
     const AcGeVector3d direction =
-        ucsToWorld(drawingOf(source)).inverse() * currentView(drawingOf(source)).direction;
+        intoSystem(ucsToWorld(*source.document), currentView(*source.document).direction);
     setReals(value, direction.x, direction.y, direction.z);
 }
 
 void worldUcs(const VariableSource& source, SystemValue& value) {
-    value.integer = ucsToWorld(drawingOf(source)) == AcGeMatrix3d::kIdentity;
+    value.integer = ucsToWorld(*source.document) == AcGeMatrix3d::kIdentity;
 }
 
 std::size_t startOfName(std::wstring_view file) {

@@ -1,14 +1,20 @@
 #include "currentview.h"
 
+#include "acdocman.h"
 #include "dbaccess.h"
 #include "dbdatabase.h"
 #include "dbsymtb.h"
 #include "headervariables.h"
+#include "sheetviewport.h"
 
 #include <cmath>
 
 namespace hostkit {
 namespace {
+
+bool isModelCurrent(const AcApDocument& document) {
+    return document.database()->tilemode() || document.sheetViewport() > 1;
+}
 
 CurrentView planOf(const AcGePoint3d& low, const AcGePoint3d& high) {
     CurrentView view;
@@ -37,9 +43,14 @@ CurrentView viewOf(const AcDbViewportTableRecord& record) {
 
 } // namespace
 
-CurrentView currentView(const AcDbDatabase& database) {
-    const HeaderVariables& header = database.header();
-    if (!database.tilemode()) return planOf(header.point(L"PLIMMIN"), header.point(L"PLIMMAX"));
+CurrentView currentView(const AcApDocument& document) {
+    const AcDbDatabase& database = *document.database();
+    if (!database.tilemode()) {
+        SheetViewport viewport;
+        if (isModelCurrent(document) && findSheetViewport(database, document.sheetViewport(), viewport))
+            return viewport.view;
+        return planOf(database.header().point(L"PLIMMIN"), database.header().point(L"PLIMMAX"));
+    }
     CurrentView view = planOf(database.limmin(), database.limmax());
     const auto* table = DatabaseAccess::objectOf<AcDbViewportTable>(database.viewportTableId());
     AcDbObjectId id;
@@ -49,13 +60,45 @@ CurrentView currentView(const AcDbDatabase& database) {
     return viewOf(*record);
 }
 
-AcGeMatrix3d ucsToWorld(const AcDbDatabase& database) {
-    const bool inModel = database.tilemode();
+AcGeMatrix3d ucsToWorld(const AcApDocument& document) {
+    const AcDbDatabase& database = *document.database();
+    const bool inModel = isModelCurrent(document);
     const AcGePoint3d origin = inModel ? database.ucsorg() : database.pucsorg();
     const AcGeVector3d x = inModel ? database.ucsxdir() : database.pucsxdir();
     const AcGeVector3d y = inModel ? database.ucsydir() : database.pucsydir();
     AcGeMatrix3d matrix;
     return matrix.setCoordSystem(origin, x, y, x.crossProduct(y));
+}
+
+bool displayToSheet(const AcApDocument& document, AcGeMatrix3d& matrix) {
+    const AcDbDatabase& database = *document.database();
+    if (database.tilemode()) return false;
+    if (!isModelCurrent(document)) {
+        matrix.setToIdentity();
+        return true;
+    }
+    SheetViewport viewport;
+    if (!findSheetViewport(database, document.sheetViewport(), viewport)) return false;
+    const double scale = viewport.scale();
+    const AcGePoint3d origin(viewport.place.x - scale * viewport.view.middle[0],
+                             viewport.place.y - scale * viewport.view.middle[1], 0.0);
+    matrix.setCoordSystem(origin, AcGeVector3d(scale, 0.0, 0.0), AcGeVector3d(0.0, scale, 0.0),
+                          AcGeVector3d(0.0, 0.0, scale));
+    return true;
+}
+
+AcGeVector3d intoSystem(const AcGeMatrix3d& system, const AcGeVector3d& vector) {
+    AcGePoint3d origin;
+    AcGeVector3d x, y, z;
+    system.getCoordSystem(origin, x, y, z);
+    return {vector.dotProduct(x) / x.dotProduct(x), vector.dotProduct(y) / y.dotProduct(y),
+            vector.dotProduct(z) / z.dotProduct(z)};
+}
+
+AcGePoint3d intoSystem(const AcGeMatrix3d& system, const AcGePoint3d& point) {
+    const AcGeVector3d offset = point.asVector() - system.translation();
+    const AcGeVector3d local = intoSystem(system, offset);
+    return {local.x, local.y, local.z};
 }
 
 AcGeMatrix3d displayToWorld(const CurrentView& view) {

@@ -1,9 +1,9 @@
-// Stand-in for the host's view of the current document. Covers the active viewport's record and the user coordinate system of the header; leaves out the viewports of sheets.
+// Stand-in for the host's view of the current document. Covers what the current viewport shows, the display's coordinates and the user coordinate system; leaves out perspective.
 #pragma once
 
 #include "gemat3d.h"
 
-class AcDbDatabase;
+class AcApDocument;
 
 namespace hostkit {
 
@@ -23,15 +23,25 @@ struct CurrentView {
                   ///< the eye
 };
 
-/// That of the active viewport in model space. On a sheet, and where the drawing has no such record, the plan
-/// view of the world onto the drawing's limits.
-CurrentView currentView(const AcDbDatabase& database);
+/// That of the current viewport: in model space the active one; on a sheet the sheet's own plan view, onto
+/// its limits, or what the current viewport on it shows of the model. Where the drawing has no such record,
+/// the plan view of the world onto the drawing's limits.
+CurrentView currentView(const AcApDocument& document);
 
-/// From the user coordinate system of the space that is current to the world. A header without one, or with
-/// axes that are parallel or of no length, means the world's.
-AcGeMatrix3d ucsToWorld(const AcDbDatabase& database);
+/// From the user coordinate system of the space that is current to the world: the sheet's on the sheet
+/// itself, else the model's.
+AcGeMatrix3d ucsToWorld(const AcApDocument& document);
 /// From the display's coordinates, whose z axis is the view's direction and whose origin is its target, to
 /// the world. The axes in its plane are those of the arbitrary axis, turned back by the twist.
 AcGeMatrix3d displayToWorld(const CurrentView& view);
+/// From the current viewport's display to that of the sheet: the same on the sheet itself, else scaled and
+/// moved to the viewport's place. False, with the matrix untouched, in model space, and where the drawing has
+/// no such viewport.
+bool displayToSheet(const AcApDocument& document, AcGeMatrix3d& matrix);
+
+/// Through a system and back, for a matrix whose columns are perpendicular, of any length but zero.
+/// Coordinates are taken off the system's origin first, so that places far out lose nothing.
+AcGePoint3d intoSystem(const AcGeMatrix3d& system, const AcGePoint3d& point);
+AcGeVector3d intoSystem(const AcGeMatrix3d& system, const AcGeVector3d& vector);
 
 } // namespace hostkit

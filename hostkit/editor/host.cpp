@@ -2,12 +2,15 @@
 
 #include "aced.h"
 #include "actrans.h"
+#include "applicationobject.h"
 #include "commandscope.h"
 #include "dbapserv.h"
 #include "dbmain.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
 #include "hostwindows.h"
+#include "menucommands.h"
+#include "menugroup.h"
 #include "spacecommands.h"
 #include "textencoding.h"
 
@@ -36,12 +39,13 @@ CommandResult resultOfException() {
 } // namespace
 
 struct Host::Parts {
-    explicit Parts(HostPort& hostPort)
+    Parts(Host& host, HostPort& hostPort)
         : port(hostPort)
         , portScope(hostPort)
         , runtime(std::make_unique<RuntimeServices>())
         , runtimeScope(*runtime)
-        , databaseScope(databaseServices) {}
+        , databaseScope(databaseServices)
+        , application(host) {}
 
     HostPort& port;
     ScopedPort portScope;
@@ -57,13 +61,16 @@ struct Host::Parts {
     DeferredInput deferred;
     bool isRunningDeferred = false;
     HostWindows windows;
+    MenuGroups menuGroups;
+    HostApplication application;
     Host* earlier = nullptr;
 };
 
 Host::Host(HostPort& port)
-    : m_parts(std::make_unique<Parts>(port)) {
+    : m_parts(std::make_unique<Parts>(*this, port)) {
     m_parts->runtime->systemRegistry().atPut(L"ACAD_REGISTERED_COMMANDS", &m_parts->commands);
     registerSpaceCommands(m_parts->commands);
+    registerMenuCommands(m_parts->commands);
     m_parts->earlier = g_current;
     g_current = this;
 }
@@ -84,6 +91,8 @@ AcApDocManager& Host::documents() { return m_parts->documents; }
 SystemVariables& Host::variables() { return m_parts->variables; }
 DeferredInput& Host::deferred() { return m_parts->deferred; }
 HostWindows& Host::windows() { return m_parts->windows; }
+HostApplication& Host::application() { return m_parts->application; }
+MenuGroups& Host::menuGroups() { return m_parts->menuGroups; }
 StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {

@@ -35,6 +35,7 @@ const VariableRow variableRows[] = {
     {L"PICKADD", RTSHORT, settings, false, 0, 2, 1, nullptr, 0},
     {L"PICKFIRST", RTSHORT, settings, false, 0, 1, 1, nullptr, 0},
     {L"SAVETIME", RTSHORT, settings, false, 0, 600, 10, nullptr, 0},
+    {L"STARTUP", RTSHORT, settings, false, 0, 1, 0, nullptr, 0},
     {L"ANGBASE", RTREAL, header, false, 0, 0, 0, nullptr, 50},
     {L"ANGDIR", RTSHORT, header, false, 0, 1, 0, nullptr, 70},
     {L"ATTMODE", RTSHORT, header, false, 0, 2, 1, nullptr, 70},
