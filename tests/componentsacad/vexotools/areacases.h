@@ -12,6 +12,10 @@
 
 namespace areacases {
 
+using contourcases::capsule;
+using contourcases::circle;
+using contourcases::corners;
+using contourcases::rectangle;
 using contourcases::Vertices;
 
 inline constexpr double kGrid = 100.0;
@@ -27,20 +31,6 @@ inline Vertices verticesOf(const VEXOGeometryTools::ContourLoop& loop) {
     Vertices vertices;
     for (const auto& vertex : loop.vertices) vertices.push_back({vertex.x, vertex.y, vertex.bulge});
     return vertices;
-}
-
-inline Vertices rectangle(double x, double y, double width, double height) {
-    return {{x, y, 0}, {x + width, y, 0}, {x + width, y + height, 0}, {x, y + height, 0}};
-}
-
-inline Vertices circle(double x, double y, double radius) { return {{x - radius, y, 1}, {x + radius, y, 1}}; }
-
-/// Of this length between the centres of its ends, along x or y.
-inline Vertices capsule(double x, double y, double length, double radius, bool isUpright) {
-    if (isUpright)
-        return {
-            {x + radius, y, 0}, {x + radius, y + length, 1}, {x - radius, y + length, 0}, {x - radius, y, 1}};
-    return {{x, y - radius, 0}, {x + length, y - radius, 1}, {x + length, y + radius, 0}, {x, y + radius, 1}};
 }
 
 inline Vertices roundedRectangle(double x, double y, double width, double height, double radius) {
@@ -64,27 +54,19 @@ inline Vertices onGrid(std::mt19937& random) {
         return kGrid * std::uniform_int_distribution<int>(low, high)(random);
     };
     Vertices vertices;
-    switch (random() % 3) {
-    case 0: {
-        const double x = steps(0, 6);
-        const double y = steps(0, 6);
+    const auto kind = random() % 3;
+    const double x = steps(0, kind == 0 ? 6 : 8);
+    const double y = steps(0, kind == 0 ? 6 : 8);
+    if (kind == 0) {
         const double width = steps(1, 6);
         const double height = steps(1, 6);
         vertices = roundedRectangle(x, y, width, height, std::min({steps(0, 3), width / 2, height / 2}));
-        break;
-    }
-    case 1: {
-        const double x = steps(0, 8);
-        const double y = steps(0, 8);
+    } else if (kind == 1) {
         const double length = steps(1, 5);
-        vertices = capsule(x, y, length, steps(1, 3), random() % 2 != 0);
-        break;
-    }
-    default: {
-        const double x = steps(0, 8);
-        const double y = steps(0, 8);
+        const double radius = steps(1, 3);
+        vertices = capsule(x, y, length, radius, random() % 2 != 0);
+    } else {
         vertices = circle(x, y, steps(1, 4));
-    }
     }
     return random() % 2 ? contourcases::reversed(vertices) : vertices;
 }

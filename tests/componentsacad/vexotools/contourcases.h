@@ -1,14 +1,18 @@
-// Seeded random arcs, points and contours that the tests of the contour tools share.
+// Named shapes, seeded random arcs, points and contours, and what the tests of the contour tools ask of
+// curves.
 #pragma once
 
 #include "acarray.h"
+#include "dbextents.h"
 #include "dbpolyline.h"
 #include "gemat3d.h"
 #include "geplane.h"
 #include "gepnt3d.h"
 
 #include <array>
+#include <cmath>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
 #include <memory>
 #include <random>
@@ -53,6 +57,13 @@ inline AcArray<AcGePoint3d> clusteredPoints(std::mt19937& random, int count, dou
     return points;
 }
 
+inline AcGeTol toleranceOf(double point, double vector = AcGeTol().equalVector()) {
+    AcGeTol tolerance;
+    tolerance.setEqualPoint(point);
+    tolerance.setEqualVector(vector);
+    return tolerance;
+}
+
 /// Equal to the bit, so that NaN equals itself and 0 does not equal -0.
 template <typename T>
 bool areSame(const AcArray<T>& a, const AcArray<T>& b) {
@@ -64,12 +75,39 @@ bool areSame(const AcArray<T>& a, const AcArray<T>& b) {
 
 using Vertices = std::vector<std::array<double, 3>>;
 
+/// Straight sides through the corners, given as x and y in turn.
+inline Vertices corners(std::initializer_list<double> coordinates) {
+    Vertices vertices;
+    for (const double* x = coordinates.begin(); x < coordinates.end(); x += 2)
+        vertices.push_back({x[0], x[1], 0});
+    return vertices;
+}
+
+inline Vertices rectangle(double x, double y, double width, double height) {
+    return corners({x, y, x + width, y, x + width, y + height, x, y + height});
+}
+
+inline Vertices circle(double x, double y, double radius) { return {{x - radius, y, 1}, {x + radius, y, 1}}; }
+
+/// Of this length between the centres of its ends, along x or y.
+inline Vertices capsule(double x, double y, double length, double radius, bool isUpright = false) {
+    if (isUpright)
+        return {
+            {x + radius, y, 0}, {x + radius, y + length, 1}, {x - radius, y + length, 0}, {x - radius, y, 1}};
+    return {{x, y - radius, 0}, {x + length, y - radius, 1}, {x + length, y + radius, 0}, {x, y + radius, 1}};
+}
+
 inline std::unique_ptr<AcDbPolyline> polylineOf(const Vertices& vertices, bool closed) {
     auto polyline = std::make_unique<AcDbPolyline>();
     for (const auto& [x, y, bulge] : vertices)
         polyline->addVertexAt(polyline->numVerts(), AcGePoint2d(x, y), bulge);
     polyline->setClosed(closed);
     return polyline;
+}
+
+/// A closed rectangle from corner to corner.
+inline std::unique_ptr<AcDbPolyline> panel(double x1, double y1, double x2, double y2) {
+    return polylineOf(rectangle(x1, y1, x2 - x1, y2 - y1), true);
 }
 
 /// A star-shaped contour that does not cross itself, counter-clockwise, a third of its sides arcs.
@@ -94,6 +132,110 @@ inline Vertices reversed(const Vertices& vertices) {
         result.push_back({vertices[i][0], vertices[i][1], -vertices[(i + count - 1) % count][2]});
     }
     return result;
+}
+
+// ---- what stands in arrays and curves; NaN where a curve does not tell ----
+
+inline AcArray<AcGePoint3d> pointsOf(const std::vector<AcGePoint3d>& list) {
+    AcArray<AcGePoint3d> points;
+    for (const AcGePoint3d& point : list) points.append(point);
+    return points;
+}
+
+inline AcArray<void*> curvesOf(const std::vector<AcDbCurve*>& list) {
+    AcArray<void*> curves;
+    for (AcDbCurve* curve : list) curves.append(curve);
+    return curves;
+}
+
+inline AcGePoint2d vertexOf(const AcDbPolyline& polyline, unsigned int index) {
+    AcGePoint2d point(kNaN, kNaN);
+    (void)polyline.getPointAt(index, point);
+    return point;
+}
+
+inline double bulgeOf(const AcDbPolyline& polyline, unsigned int index) {
+    double bulge = kNaN;
+    (void)polyline.getBulgeAt(index, bulge);
+    return bulge;
+}
+
+inline AcGePoint3d startOf(const AcDbCurve& curve) {
+    AcGePoint3d point(kNaN, kNaN, kNaN);
+    (void)curve.getStartPoint(point);
+    return point;
+}
+
+inline AcGePoint3d endOf(const AcDbCurve& curve) {
+    AcGePoint3d point(kNaN, kNaN, kNaN);
+    (void)curve.getEndPoint(point);
+    return point;
+}
+
+inline double lengthOf(const AcDbCurve& curve) {
+    double end = kNaN;
+    double length = kNaN;
+    (void)curve.getEndParam(end);
+    (void)curve.getDistAtParam(end, length);
+    return length;
+}
+
+inline double areaOf(const AcDbCurve& curve) {
+    double area = kNaN;
+    (void)curve.getArea(area);
+    return area;
+}
+
+inline AcDbExtents boxOf(const AcDbCurve& curve) {
+    AcDbExtents box;
+    (void)curve.getGeomExtents(box);
+    return box;
+}
+
+/// Owns the curves that a tool gave.
+struct Curves {
+    AcArray<void*> array;
+
+    explicit Curves(const AcArray<void*>& given)
+        : array(given) {}
+    Curves(const Curves&) = delete;
+    Curves& operator=(const Curves&) = delete;
+    ~Curves() {
+        for (int i = 0; i < count(); ++i) delete curve(i);
+    }
+    int count() const { return array.length(); }
+    AcDbCurve* curve(int i) const { return static_cast<AcDbCurve*>(array[i]); }
+    AcDbPolyline& operator[](int i) const { return *AcDbPolyline::cast(curve(i)); }
+    double area() const {
+        double sum = 0.0;
+        for (int i = 0; i < count(); ++i) sum += areaOf(*curve(i));
+        return sum;
+    }
+};
+
+/// The segments of two polylines at these vertices, each a line or an arc, meet here: up to two points.
+inline std::vector<AcGePoint3d> meetingsOf(const AcDbPolyline& first, unsigned int i,
+                                           const AcDbPolyline& second, unsigned int j,
+                                           const AcGeTol& tolerance) {
+    AcGeLineSeg3d line1, line2;
+    AcGeCircArc3d arc1, arc2;
+    const bool isLine1 = first.segType(i) == AcDbPolyline::kLine;
+    const bool isLine2 = second.segType(j) == AcDbPolyline::kLine;
+    if ((isLine1 ? first.getLineSegAt(i, line1) : first.getArcSegAt(i, arc1)) != Acad::eOk ||
+        (isLine2 ? second.getLineSegAt(j, line2) : second.getArcSegAt(j, arc2)) != Acad::eOk)
+        return {};
+    std::vector<AcGePoint3d> points(2);
+    int count = 0;
+    if (isLine1 && isLine2)
+        count = line1.intersectWith(line2, points[0], tolerance);
+    else if (isLine1)
+        arc2.intersectWith(line1, count, points[0], points[1], tolerance);
+    else if (isLine2)
+        arc1.intersectWith(line2, count, points[0], points[1], tolerance);
+    else
+        arc1.intersectWith(arc2, count, points[0], points[1], tolerance);
+    points.resize(static_cast<std::size_t>(count));
+    return points;
 }
 
 } // namespace contourcases

@@ -14,6 +14,7 @@
 
 namespace slabcases {
 
+using contourcases::corners;
 using contourcases::Vertices;
 
 /// A slab with openings as drawn, its strips meant to run along `dir`.
@@ -33,21 +34,10 @@ struct Slab {
 enum class Outline { kRectangle, kConvex, kRounded, kStar, kAngle, kComb };
 enum class Placing { kApart, kAcrossEdge, kTouching, kLevel, kSharedTangent, kOverlapping };
 
-inline constexpr struct {
-    Outline outline;
-    const char* name;
-} kOutlines[] = {{Outline::kRectangle, "rectangle"}, {Outline::kConvex, "convex with arcs"},
-                 {Outline::kRounded, "rounded"},     {Outline::kStar, "concave with arcs"},
-                 {Outline::kAngle, "angle"},         {Outline::kComb, "comb"}};
-inline constexpr struct {
-    Placing placing;
-    const char* name;
-} kPlacings[] = {{Placing::kApart, "apart"},
-                 {Placing::kAcrossEdge, "across the edge"},
-                 {Placing::kTouching, "touching"},
-                 {Placing::kLevel, "equal in height"},
-                 {Placing::kSharedTangent, "sharing a tangent"},
-                 {Placing::kOverlapping, "overlapping"}};
+inline constexpr const char* kOutlines[] = {
+    "rectangle", "convex with arcs", "rounded", "concave with arcs", "angle", "comb"};
+inline constexpr const char* kPlacings[] = {"apart",           "across the edge",   "touching",
+                                            "equal in height", "sharing a tangent", "overlapping"};
 
 inline constexpr double kWidth = 12000.0;
 inline constexpr double kHeight = 8000.0;
@@ -66,7 +56,7 @@ inline Vertices outlineOf(Outline outline, std::mt19937& random) {
     Vertices vertices;
     switch (outline) {
     case Outline::kRectangle:
-        return {{0, 0, 0}, {w, 0, 0}, {w, h, 0}, {0, h, 0}};
+        return contourcases::rectangle(0, 0, w, h);
     case Outline::kConvex: {
         const int count = 3 + upTo(random, 9);
         for (int i = 0; i < count; ++i) {
@@ -114,20 +104,18 @@ inline Vertices openingOf(std::mt19937& random, double x, double y, double a, do
     const double quarter = std::tan(AcGe::kPi / 8);
     switch (upTo(random, 5)) {
     case 0:
-        return {{x - a, y - b, 0}, {x + a, y - b, 0}, {x + a, y + b, 0}, {x - a, y + b, 0}};
-    case 1: {
-        const double r = std::min(a, b);
-        return {{x - r, y, 1}, {x + r, y, 1}};
-    }
+        return contourcases::rectangle(x - a, y - b, 2 * a, 2 * b);
+    case 1:
+        return contourcases::circle(x, y, std::min(a, b));
     case 2: {
         const double r = std::min(a, b) / 2;
-        return {{x - a + r, y - r, 0}, {x + a - r, y - r, 1}, {x + a - r, y + r, 0}, {x - a + r, y + r, 1}};
+        return contourcases::capsule(x - a + r, y, 2 * (a - r), r);
     }
     case 3:
-        return {{x - a, y, 0}, {x, y - b, 0}, {x + a, y, 0}, {x, y + b, 0}};
+        return corners({x - a, y, x, y - b, x + a, y, x, y + b});
     case 4: // two prongs that reach equally far
-        return {{x - a, y - b, 0},     {x + a, y - b, 0}, {x + a, y + b, 0},    {x - a, y + b, 0},
-                {x - a, y + b / 2, 0}, {x + a / 2, y, 0}, {x - a, y - b / 2, 0}};
+        return corners({x - a, y - b, x + a, y - b, x + a, y + b, x - a, y + b, x - a, y + b / 2, x + a / 2,
+                        y, x - a, y - b / 2});
     default: {
         const double r = std::min(a, b) / 3;
         return {{x - a + r, y - b, 0},
@@ -213,13 +201,20 @@ inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline
     return openings;
 }
 
+/// Every outline with every placing of its openings.
+inline constexpr unsigned int kKinds = 36;
+
+inline std::string nameOf(unsigned int kind) {
+    return std::string(kOutlines[kind / 6]) + ", openings " + kPlacings[kind % 6];
+}
+
 /// A slab of the kind; `seed` also chooses the direction, the place and the sense.
-inline Slab slabOf(Outline outline, Placing placing, unsigned int seed) {
-    std::mt19937 random(seed * 36 + static_cast<unsigned int>(outline) * 6 +
-                        static_cast<unsigned int>(placing));
-    const Vertices vertices = outlineOf(outline, random);
+inline Slab slabOf(unsigned int kind, unsigned int seed) {
+    std::mt19937 random(seed * kKinds + kind);
+    const Vertices vertices = outlineOf(static_cast<Outline>(kind / 6), random);
     const int most = seed % 4 == 0 ? 50 : seed % 4 == 1 ? 1 : 12;
-    const std::vector<Vertices> openings = openingsOf(placing, vertices, upTo(random, most), random);
+    const std::vector<Vertices> openings =
+        openingsOf(static_cast<Placing>(kind % 6), vertices, upTo(random, most), random);
     constexpr double quarterTurn = AcGe::kPi / 2;
     const double angles[] = {0.0, quarterTurn, between(random, 0, 6), AcGe::kPi};
     const double angle = angles[upTo(random, 3)];

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <memory>
 
 using namespace VEXOGeometryTools;
 using namespace areacases;
@@ -95,19 +95,8 @@ TEST(CommonSurface, OfEveryKindOfCurve) {
     EXPECT_EQ(half->numVerts(), 2u);
     EXPECT_EQ(arcCountOf(*half), 1);
     // The largest of three pieces, the one in the middle.
-    const auto comb = polylineOf({{1, -1, 0},
-                                  {9, -1, 0},
-                                  {9, 4, 0},
-                                  {8, 4, 0},
-                                  {8, 0, 0},
-                                  {7, 0, 0},
-                                  {7, 4, 0},
-                                  {4, 4, 0},
-                                  {4, 0, 0},
-                                  {2, 0, 0},
-                                  {2, 4, 0},
-                                  {1, 4, 0}},
-                                 true);
+    const auto comb =
+        polylineOf(corners({1, -1, 9, -1, 9, 4, 8, 4, 8, 0, 7, 0, 7, 4, 4, 4, 4, 0, 2, 0, 2, 4, 1, 4}), true);
     const auto piece = common(*square, *comb);
     ASSERT_TRUE(piece);
     EXPECT_NEAR(areaOf(*piece), 12.0, 1e-12);
@@ -162,46 +151,36 @@ TEST(CommonSurface, NullForWhatBoundsNoCommonArea) {
     const auto square = polylineOf(rectangle(0, 0, 10, 10), true);
     auto tilted = polylineOf(rectangle(0, 0, 10, 10), true);
     (void)tilted->setNormal(AcGeVector3d(0, 0.1, 1).normal());
-    AcDbCircle nan(AcGePoint3d(kNaN, 5, 0), AcGeVector3d::kZAxis, 2);
-    AcDbArc fullTurn(AcGePoint3d(5, 5, 0), 2, 0, AcGe::kTwoPi);
-    AcDbLine line(AcGePoint3d(-1, 5, 0), AcGePoint3d(11, 5, 0));
-    AcDbEllipse ellipse(AcGePoint3d(5, 5, 0), AcGeVector3d::kZAxis, AcGeVector3d(2, 0, 0), 0.5);
-    const std::pair<const char*, std::function<Curve()>> cases[] = {
-        {"null", [] { return nullptr; }},
-        {"open", [] { return polylineOf(rectangle(1, 1, 3, 3), false); }},
-        {"open, ends meeting",
-         [] {
-             return polylineOf({{1, 1, 0}, {3, 1, 0}, {3, 3, 0}, {1, 1, 0}}, false);
-         }},
-        {"no vertices", [] { return polylineOf({}, true); }},
-        {"one vertex",
-         [] {
-             return polylineOf({{5, 5, 1}}, true);
-         }},
-        {"no area",
-         [] {
-             return polylineOf({{1, 1, 0}, {5, 5, 0}, {3, 3, 0}}, true);
-         }},
-        {"there and back on an arc",
-         [] {
-             return polylineOf({{1, 1, 0.4}, {5, 5, -0.4}}, true);
-         }},
-        {"side by side", [] { return polylineOf(rectangle(10, 0, 5, 10), true); }},
-        {"corner on corner", [] { return polylineOf(rectangle(10, 10, 5, 5), true); }},
-        {"apart", [] { return polylineOf(rectangle(20, 0, 5, 10), true); }},
-        {"in another plane", [&] { return Curve(static_cast<AcDbCurve*>(tilted->clone())); }},
-        {"no number", [&] { return Curve(static_cast<AcDbCurve*>(nan.clone())); }},
-        {"an arc", [&] { return Curve(static_cast<AcDbCurve*>(fullTurn.clone())); }},
-        {"a line", [&] { return Curve(static_cast<AcDbCurve*>(line.clone())); }},
-        {"an ellipse", [&] { return Curve(static_cast<AcDbCurve*>(ellipse.clone())); }},
+    const auto closed = [](const Vertices& vertices) { return polylineOf(vertices, true); };
+    const auto plane = AcGeVector3d::kZAxis;
+    const struct {
+        const char* name;
+        std::shared_ptr<AcDbCurve> curve;
+    } cases[] = {
+        {"null", nullptr},
+        {"open", polylineOf(rectangle(1, 1, 3, 3), false)},
+        {"open, ends meeting", polylineOf(corners({1, 1, 3, 1, 3, 3, 1, 1}), false)},
+        {"no vertices", closed({})},
+        {"one vertex", closed({{5, 5, 1}})},
+        {"no area", closed(corners({1, 1, 5, 5, 3, 3}))},
+        {"there and back on an arc", closed({{1, 1, 0.4}, {5, 5, -0.4}})},
+        {"side by side", closed(rectangle(10, 0, 5, 10))},
+        {"corner on corner", closed(rectangle(10, 10, 5, 5))},
+        {"apart", closed(rectangle(20, 0, 5, 10))},
+        {"in another plane", std::move(tilted)},
+        {"no number", std::make_shared<AcDbCircle>(AcGePoint3d(kNaN, 5, 0), plane, 2)},
+        {"an arc", std::make_shared<AcDbArc>(AcGePoint3d(5, 5, 0), 2, 0, AcGe::kTwoPi)},
+        {"a line", std::make_shared<AcDbLine>(AcGePoint3d(-1, 5, 0), AcGePoint3d(11, 5, 0))},
+        {"an ellipse",
+         std::make_shared<AcDbEllipse>(AcGePoint3d(5, 5, 0), plane, AcGeVector3d(2, 0, 0), 0.5)},
     };
-    for (const auto& [name, make] : cases) {
-        const Curve other = make();
-        EXPECT_EQ(getComonSurfaceFromPolylines(square.get(), other.get()), nullptr) << name;
-        EXPECT_EQ(getComonSurfaceFromPolylines(other.get(), square.get()), nullptr) << name;
+    for (const auto& [name, curve] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(getComonSurfaceFromPolylines(square.get(), curve.get()), nullptr);
+        EXPECT_EQ(getComonSurfaceFromPolylines(curve.get(), square.get()), nullptr);
         if (std::string(name) == "side by side") continue; // share a side
-        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(square.get(), other.get()), nullptr) << name;
-        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(other.get(), square.get()), nullptr) << name;
+        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(square.get(), curve.get()), nullptr);
+        EXPECT_EQ(MergeContoursIfTheyHaveOneComonSegment(curve.get(), square.get()), nullptr);
     }
 }
 
@@ -214,45 +193,25 @@ TEST(MergeContours, WhatIsJoinedAndWhatIsNot) {
     };
     const Vertices square = rectangle(0, 0, 2, 2);
     const Vertices withArc = {{0, 0, 0}, {2, 0, 0.5}, {2, 2, 0}, {0, 2, 0}};
+    const Vertices major = {{0, -1, 2}, {0, 1, 0}};
+    const Vertices angle = corners({0, 0, 4, 0, 4, 2, 2, 2, 2, 4, 0, 4});
     const Vertices hollow = {{2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, -0.5}};
     const Case cases[] = {
         {"a whole side", square, rectangle(2, 0, 3, 2), 4, 0},
-        {"a side, one end bent", square, {{2, 0, 0}, {5, 1, 0}, {5, 2, 0}, {2, 2, 0}}, 5, 0},
+        {"a side, one end bent", square, corners({2, 0, 5, 1, 5, 2, 2, 2}), 5, 0},
         {"an arc", withArc, hollow, 4, 0},
         {"halves of a circle", {{-1, 0, 0}, {1, 0, 1}}, {{-1, 0, 1}, {1, 0, 0}}, 2, 2},
-        {"more than half a circle",
-         {{0, -1, 2}, {0, 1, 0}},
-         {{0, 1, 0}, {-5, 2, 0}, {-5, -2, 0}, {0, -1, 0}},
-         4,
-         1},
-        {"a disc in its notch",
-         {{0, -1, 2}, {0, 1, 0}},
-         {{0, 1, -2}, {0, -1, 0}, {9, -15, 0}, {9, 15, 0}},
-         4,
-         0},
-        {"touching in a further point",
-         {{0, 0, 0}, {6, 0, 0}, {6, 1, 0}, {1, 1, 0}, {1, 5, 0}, {0, 5, 0}},
-         {{1, 5, 0}, {1, 1, 0}, {3, 3, 0}, {6, 1, 0}, {6, 5, 0}},
-         0 + 8,
-         0},
+        {"more than half a circle", major, corners({0, 1, -5, 2, -5, -2, 0, -1}), 4, 1},
+        {"a disc in its notch", major, {{0, 1, -2}, {0, -1, 0}, {9, -15, 0}, {9, 15, 0}}, 4, 0},
+        {"touching in a further point", corners({0, 0, 6, 0, 6, 1, 1, 1, 1, 5, 0, 5}),
+         corners({1, 5, 1, 1, 3, 3, 6, 1, 6, 5}), 8, 0},
         {"part of a side", square, rectangle(2, 0.5, 3, 1), 0, 0},
-        {"a side and part of another",
-         {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, 0}, {2, 4, 0}, {0, 4, 0}},
-         {{2, 2, 0}, {4, 2, 0}, {4, 3, 0}, {2, 3, 0}},
-         0,
-         0},
-        {"two sides",
-         {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, 0}, {2, 4, 0}, {0, 4, 0}},
-         rectangle(2, 2, 2, 2),
-         0,
-         0},
+        {"a side and part of another", angle, rectangle(2, 2, 2, 1), 0, 0},
+        {"two sides", angle, rectangle(2, 2, 2, 2), 0, 0},
         {"all sides", square, square, 0, 0},
-        {"a side, the same side of it", square, {{2, 0, 0}, {2, 2, 0}, {1, 1, 0}}, 0, 0},
-        {"a side, overlapping elsewhere",
-         square,
-         {{2, 0, 0}, {2, 2, 0}, {5, 5, 0}, {1, 5, 0}, {1, 1.5, 0}, {1.5, 1.5, 0}, {1.5, 4, 0}, {4, 4, 0}},
-         0,
-         0},
+        {"a side, the same side of it", square, corners({2, 0, 2, 2, 1, 1}), 0, 0},
+        {"a side, overlapping elsewhere", square,
+         corners({2, 0, 2, 2, 5, 5, 1, 5, 1, 1.5, 1.5, 1.5, 1.5, 4, 4, 4}), 0, 0},
         {"a side against an arc", square, hollow, 0, 0},
         {"arcs of other heights", withArc, {{2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, -0.4}}, 0, 0},
         {"a corner", square, rectangle(2, 2, 2, 2), 0, 0},
@@ -313,8 +272,8 @@ TEST(MergeContours, FanOfTrianglesComesTogether) {
             outline.push_back(
                 {offset + 10 * std::cos(angle), offset + 10 * std::sin(angle), i % 3 ? 0.0 : 0.04});
         }
-        const std::array<double, 3> middle = {offset + 0.3, offset + 0.2,
-                                              0}; // no two sides in one line through it
+        // No two sides in one line through it.
+        const std::array<double, 3> middle = {offset + 0.3, offset + 0.2, 0};
         std::unique_ptr<AcDbPolyline> whole;
         for (std::size_t i = 0; i + 1 < count; ++i) { // a whole turn would share two sides
             auto part = polylineOf({middle, outline[i], {outline[i + 1][0], outline[i + 1][1], 0}}, true);

@@ -8,24 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 using namespace VEXOGeometryTools;
+using namespace contourcases;
 
 namespace {
-
-AcGeTol toleranceBoth(double value) {
-    AcGeTol tolerance;
-    tolerance.setEqualPoint(value);
-    tolerance.setEqualVector(value);
-    return tolerance;
-}
-
-AcGeTol tolerancePoint(double value) {
-    AcGeTol tolerance;
-    tolerance.setEqualPoint(value);
-    return tolerance;
-}
 
 /// Points of a small lattice, some moved by fractions of a tolerance: many ends in common, many collinear
 /// runs.
@@ -39,8 +25,12 @@ AcGePoint3d latticePoint(std::mt19937& random, double offset, double jitter) {
 
 // ---- collinear segments ----
 
+AcGeCurve3d* newSegment(const AcGePoint3d& start, const AcGePoint3d& end) {
+    return new AcGeLineSeg3d(start, end);
+}
+
 void concatenatePlainly(AcArray<void*>& segments, double tolerance) {
-    const AcGeTol local = toleranceBoth(tolerance * 0.001);
+    const AcGeTol local = toleranceOf(tolerance * 0.001, tolerance * 0.001);
     const auto at = [&](int i) -> AcGeLineSeg3d* {
         auto* curve = static_cast<AcGeCurve3d*>(segments[i]);
         return curve && curve->isKindOf(AcGe::kLineSeg3d) ? static_cast<AcGeLineSeg3d*>(curve) : nullptr;
@@ -62,7 +52,7 @@ void concatenatePlainly(AcArray<void*>& segments, double tolerance) {
                 touched = true;
                 const AcGeLineSeg3d touch(pair[0], pair[1]);
                 if (touch.isOn(pair[2], local) || touch.isOn(pair[3], local)) continue;
-                segments[i] = static_cast<AcGeCurve3d*>(new AcGeLineSeg3d(pair[2], pair[3]));
+                segments[i] = newSegment(pair[2], pair[3]);
                 merged = true;
             }
             if (merged) {
@@ -86,7 +76,7 @@ AcArray<void*> randomSegments(std::mt19937& random, int count, double offset, do
         if (random() % 20 == 0)
             curve = new AcGeCircArc3d(start, AcGeVector3d::kZAxis, 1.0);
         else if (random() % 20 != 0)
-            curve = new AcGeLineSeg3d(start, end);
+            curve = newSegment(start, end);
         segments.append(curve);
     }
     return segments;
@@ -99,7 +89,7 @@ AcArray<void*> copiesOf(const AcArray<void*>& curves) {
     return copies;
 }
 
-void deleteKitCurves(AcArray<void*>& curves) {
+void deleteKitCurves(const AcArray<void*>& curves) {
     for (void* curve : curves) delete static_cast<AcGeCurve3d*>(curve);
 }
 
@@ -107,15 +97,13 @@ void deleteKitCurves(AcArray<void*>& curves) {
 
 AcDbCurve* chainPlainly(const AcArray<void*>& curves) {
     if (curves.isEmpty()) return nullptr;
-    const AcGeTol tolerance = tolerancePoint(1e-10);
+    const AcGeTol tolerance = toleranceOf(1e-10);
     auto* chain = AcDbCurve::cast(static_cast<AcDbCurve*>(curves[0])->clone());
     std::vector<int> used{0};
     for (int i = 0; i < curves.length(); ++i) {
         if (std::find(used.begin(), used.end(), i) != used.end()) continue;
         auto* candidate = static_cast<AcDbCurve*>(curves[i]);
-        AcGePoint3d end;
-        AcGePoint3d start;
-        AcGePoint3d chainEnd;
+        AcGePoint3d start, end, chainEnd;
         if (candidate->getStartPoint(start) != Acad::eOk || candidate->getEndPoint(end) != Acad::eOk)
             continue;
         if (chain->getEndPoint(chainEnd) != Acad::eOk) continue;
@@ -143,8 +131,8 @@ AcArray<void*> randomCurves(std::mt19937& random, int count, double offset, doub
             if (chord > 0) getArcFromCurve(start, end, chord * 0.2, AcGeVector3d::kZAxis, *arc);
             curve = arc;
         } else if (random() % 8 == 0) {
-            curve = contourcases::polylineOf(
-                        {{start.x, start.y, 0.3}, {end.x, end.y, 0}, {end.x, start.y, 0}}, random() % 3 == 0)
+            curve = polylineOf({{start.x, start.y, 0.3}, {end.x, end.y, 0}, {end.x, start.y, 0}},
+                               random() % 3 == 0)
                         .release();
         } else {
             curve = new AcDbLine(start, end);
@@ -152,10 +140,6 @@ AcArray<void*> randomCurves(std::mt19937& random, int count, double offset, doub
         curves.append(static_cast<void*>(curve));
     }
     return curves;
-}
-
-void deleteCurves(AcArray<void*>& curves) {
-    for (void* curve : curves) delete static_cast<AcDbCurve*>(curve);
 }
 
 ::testing::AssertionResult haveSameVertices(const AcDbCurve* a, const AcDbCurve* b) {
@@ -169,15 +153,9 @@ void deleteCurves(AcArray<void*>& curves) {
         return ::testing::AssertionFailure()
                << first->numVerts() << " and " << second->numVerts() << " vertices";
     for (unsigned int i = 0; i < first->numVerts(); ++i) {
-        AcGePoint2d p;
-        AcGePoint2d q;
-        double bulge1 = 0.0;
-        double bulge2 = 0.0;
-        first->getPointAt(i, p);
-        second->getPointAt(i, q);
-        first->getBulgeAt(i, bulge1);
-        second->getBulgeAt(i, bulge2);
-        if (p.x != q.x || p.y != q.y || bulge1 != bulge2)
+        const AcGePoint2d p = vertexOf(*first, i);
+        const AcGePoint2d q = vertexOf(*second, i);
+        if (p.x != q.x || p.y != q.y || bulgeOf(*first, i) != bulgeOf(*second, i))
             return ::testing::AssertionFailure() << "vertex " << i;
     }
     return ::testing::AssertionSuccess();
@@ -190,7 +168,7 @@ std::vector<int> duplicatesPlainly(const AcArray<void*>& curves, const AcGeVecto
         bool exists = false;
         AcGePoint3d start, end, center;
     };
-    const AcGeTol tolerance = tolerancePoint(1e-05);
+    const AcGeTol tolerance = toleranceOf(1e-05);
     const AcGePlane plane(AcGePoint3d::kOrigin, viewDir);
     std::vector<Shadow> shadows;
     std::vector<int> kept;
@@ -250,11 +228,9 @@ TEST(Indexes, CollinearSegmentsMergeAsInThePlainLoops) {
             if (!a->isKindOf(AcGe::kLineSeg3d)) continue;
             const auto& s = static_cast<const AcGeLineSeg3d&>(*a);
             const auto& t = static_cast<const AcGeLineSeg3d&>(*b);
-            AcArray<AcGePoint3d> ends1;
-            AcArray<AcGePoint3d> ends2;
-            ends1.append(s.startPoint()), ends1.append(s.endPoint());
-            ends2.append(t.startPoint()), ends2.append(t.endPoint());
-            ASSERT_TRUE(contourcases::areSame(ends1, ends2)) << round << ", segment " << i;
+            ASSERT_TRUE(
+                areSame(pointsOf({s.startPoint(), s.endPoint()}), pointsOf({t.startPoint(), t.endPoint()})))
+                << round << ", segment " << i;
         }
         deleteKitCurves(segments);
         deleteKitCurves(expected);
@@ -264,10 +240,7 @@ TEST(Indexes, CollinearSegmentsMergeAsInThePlainLoops) {
 
 TEST(Indexes, GapsAndZeroLengthsAreNotBridged) {
     AcArray<void*> segments;
-    const auto add = [&](double x1, double x2) {
-        segments.append(
-            static_cast<AcGeCurve3d*>(new AcGeLineSeg3d(AcGePoint3d(x1, 0, 0), AcGePoint3d(x2, 0, 0))));
-    };
+    const auto add = [&](double x1, double x2) { segments.append(newSegment({x1, 0, 0}, {x2, 0, 0})); };
     add(0, 1);
     add(2, 3);
     ConcatenateLineSegments(segments, 1.0);
@@ -289,49 +262,39 @@ TEST(Indexes, ChainsGrowAsInThePlainLoops) {
     std::mt19937 random(62);
     int longest = 0;
     for (int round = 0; round < 400; ++round) {
-        AcArray<void*> curves = randomCurves(random, 25, round % 4 == 3 ? 1e6 : 0.0, 5e-11);
-        const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(curves));
-        const std::unique_ptr<AcDbCurve> expected(chainPlainly(curves));
+        const Curves curves(randomCurves(random, 25, round % 4 == 3 ? 1e6 : 0.0, 5e-11));
+        const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(curves.array));
+        const std::unique_ptr<AcDbCurve> expected(chainPlainly(curves.array));
         ASSERT_TRUE(haveSameVertices(chain.get(), expected.get())) << round;
         if (const AcDbPolyline* polyline = AcDbPolyline::cast(chain.get()))
             longest = std::max(longest, static_cast<int>(polyline->numVerts()));
-        deleteCurves(curves);
     }
     EXPECT_GT(longest, 15);
 }
 
 TEST(Indexes, AShuffledContourClosesAgain) {
     std::mt19937 random(63);
-    const contourcases::Vertices contour = contourcases::randomContour(random, 200);
-    const auto whole = contourcases::polylineOf(contour, true);
+    const auto whole = polylineOf(randomContour(random, 200), true);
     AcDbVoidPtrArray pieces;
     AcGeDoubleArray cuts;
     for (int i = 0; i < 200; ++i) cuts.append(i);
     ASSERT_EQ(whole->getSplitCurves(cuts, pieces), Acad::eOk);
     std::shuffle(pieces.begin(), pieces.end(), random);
-    for (int i = 0; i < pieces.length(); i += 2) static_cast<AcDbCurve*>(pieces[i])->reverseCurve();
+    const Curves shuffled(pieces);
+    for (int i = 0; i < shuffled.count(); i += 2) shuffled.curve(i)->reverseCurve();
     const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(pieces));
     const AcDbPolyline* closed = AcDbPolyline::cast(chain.get());
     ASSERT_TRUE(closed);
     EXPECT_TRUE(closed->isClosed());
     EXPECT_EQ(closed->numVerts(), 200u);
-    double area = 0.0;
-    double wholeArea = 1.0;
-    closed->getArea(area);
-    whole->getArea(wholeArea);
-    EXPECT_NEAR(area, wholeArea, 1e-9);
-    deleteCurves(pieces);
+    EXPECT_NEAR(areaOf(*closed), areaOf(*whole), 1e-9);
 }
 
 TEST(Indexes, ChainsOfFewCurves) {
-    EXPECT_EQ(createPolyLineFromCurves(AcArray<void*>()), nullptr);
-    AcArray<void*> curves;
-    curves.append(nullptr);
-    EXPECT_EQ(createPolyLineFromCurves(curves), nullptr);
+    EXPECT_EQ(createPolyLineFromCurves(curvesOf({})), nullptr);
+    EXPECT_EQ(createPolyLineFromCurves(curvesOf({nullptr})), nullptr);
     AcDbLine line(AcGePoint3d(0, 0, 5), AcGePoint3d(1, 0, 5));
-    curves[0] = static_cast<AcDbCurve*>(&line);
-    curves.append(nullptr);
-    const std::unique_ptr<AcDbCurve> lone(createPolyLineFromCurves(curves));
+    const std::unique_ptr<AcDbCurve> lone(createPolyLineFromCurves(curvesOf({&line, nullptr})));
     ASSERT_TRUE(AcDbLine::cast(lone.get()));
     EXPECT_EQ(AcDbLine::cast(lone.get())->endPoint(), AcGePoint3d(1, 0, 5));
 }
@@ -343,31 +306,26 @@ TEST(Indexes, DuplicatesGoAsInThePlainLoops) {
                                   AcGeVector3d::kXAxis};
     for (int round = 0; round < 200; ++round) {
         const AcGeVector3d view = views[round % 4];
-        AcArray<void*> curves = randomCurves(random, 60, round % 5 == 4 ? 1e6 : 0.0, 3e-6);
-        const AcArray<void*> before(curves);
-        const std::vector<int> kept = duplicatesPlainly(before, view);
-        RemoveDuplicates(curves, view);
-        ASSERT_EQ(curves.length(), static_cast<int>(kept.size())) << round;
-        for (int i = 0; i < curves.length(); ++i)
-            ASSERT_EQ(curves[i], before[kept[static_cast<std::size_t>(i)]]) << round << ", " << i;
-        removed += before.length() - curves.length();
-        deleteCurves(curves);
+        Curves curves(randomCurves(random, 60, round % 5 == 4 ? 1e6 : 0.0, 3e-6));
+        AcArray<void*> expected;
+        for (const int kept : duplicatesPlainly(curves.array, view)) expected.append(curves.array[kept]);
+        RemoveDuplicates(curves.array, view);
+        ASSERT_TRUE(areSame(curves.array, expected)) << round;
+        removed += 60 - curves.count();
     }
     EXPECT_GT(removed, 1000);
 }
 
 TEST(Indexes, WhatCannotBeProjectedStays) {
-    AcArray<void*> curves;
-    for (int i = 0; i < 2; ++i)
-        curves.append(static_cast<AcDbCurve*>(new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0))));
-    RemoveDuplicates(curves, AcGeVector3d());
-    EXPECT_EQ(curves.length(), 2);
-    RemoveDuplicates(curves, AcGeVector3d::kXAxis);
-    EXPECT_EQ(curves.length(), 2);
-    curves.append(nullptr);
-    curves.append(curves[0]);
-    RemoveDuplicates(curves, AcGeVector3d::kZAxis);
-    ASSERT_EQ(curves.length(), 2);
-    EXPECT_EQ(curves[1], nullptr);
-    deleteCurves(curves);
+    const auto newLine = [] { return new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)); };
+    Curves curves(curvesOf({newLine(), newLine()}));
+    RemoveDuplicates(curves.array, AcGeVector3d());
+    EXPECT_EQ(curves.count(), 2);
+    RemoveDuplicates(curves.array, AcGeVector3d::kXAxis);
+    EXPECT_EQ(curves.count(), 2);
+    curves.array.append(nullptr);
+    curves.array.append(curves.array[0]);
+    RemoveDuplicates(curves.array, AcGeVector3d::kZAxis);
+    ASSERT_EQ(curves.count(), 2);
+    EXPECT_EQ(curves.array[1], nullptr);
 }

@@ -11,19 +11,11 @@
 #include <numbers>
 
 using namespace VEXOGeometryTools;
-using contourcases::kNaN;
-using contourcases::polylineOf;
-using contourcases::Vertices;
+using namespace contourcases;
 
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-
-AcArray<AcGePoint3d> pointsOf(const std::vector<AcGePoint3d>& list) {
-    AcArray<AcGePoint3d> points;
-    for (const AcGePoint3d& point : list) points.append(point);
-    return points;
-}
 
 AcArray<AcGePoint2d> flat(const AcArray<AcGePoint3d>& points) {
     AcArray<AcGePoint2d> result;
@@ -54,26 +46,26 @@ TEST(Measures, AreasByTheirFormula) {
         std::vector<AcGePoint3d> points;
         double area;
     };
-    std::vector<AcGePoint3d> reversed(kSquare.rbegin(), kSquare.rend());
+    const std::vector<AcGePoint3d> clockwise(kSquare.rbegin(), kSquare.rend());
     std::vector<AcGePoint3d> repeated(kSquare);
     repeated.push_back(kSquare[0]);
     const Case cases[] = {{"nothing", {}, 0.0},
                           {"a point", {{3, 4, 0}}, 0.0},
                           {"two points", {{0, 0, 0}, {5, 5, 0}}, 0.0},
                           {"square", kSquare, 1.0},
-                          {"clockwise square", reversed, -1.0},
+                          {"clockwise square", clockwise, -1.0},
                           {"square with its first point again", repeated, 1.0},
                           {"triangle out of the plane", {{0, 0, 5}, {2, 0, -7}, {0, 3, 1}}, 3.0}};
     for (const Case& c : cases) {
         const AcArray<AcGePoint3d> points = pointsOf(c.points);
-        EXPECT_EQ(getSignedArea(points), c.area) << c.name;
-        EXPECT_EQ(getSignedArea(flat(points)), c.area) << c.name;
-        EXPECT_EQ(getArea(points), std::abs(c.area)) << c.name;
-        EXPECT_EQ(getArea(flat(points)), std::abs(c.area)) << c.name;
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(getSignedArea(points), c.area);
+        EXPECT_EQ(getSignedArea(flat(points)), c.area);
+        EXPECT_EQ(getArea(points), std::abs(c.area));
+        EXPECT_EQ(getArea(flat(points)), std::abs(c.area));
         double surface = 7.0;
-        EXPECT_EQ(calculateSurface(points, surface), c.points.empty() ? Acad::eInvalidInput : Acad::eOk)
-            << c.name;
-        EXPECT_EQ(surface, c.points.empty() ? 7.0 : std::abs(c.area)) << c.name;
+        EXPECT_EQ(calculateSurface(points, surface), c.points.empty() ? Acad::eInvalidInput : Acad::eOk);
+        EXPECT_EQ(surface, c.points.empty() ? 7.0 : std::abs(c.area));
     }
     EXPECT_EQ(static_cast<int>(Acad::eInvalidInput), 3);
     EXPECT_TRUE(std::isnan(getArea(pointsOf({{0, 0, 0}, {kNaN, 0, 0}, {1, 1, 0}}))));
@@ -83,7 +75,7 @@ TEST(Measures, SenseOfRandomContoursInEveryPlacement) {
     std::mt19937 random(41);
     const AcGeMatrix3d mirror = AcGeMatrix3d::mirroring(AcGePlane::kYZPlane());
     for (int round = 0; round < 200; ++round) {
-        const Vertices contour = contourcases::randomContour(random, 3 + round % 40, round % 2 ? 0.0 : 1e6);
+        const Vertices contour = randomContour(random, 3 + round % 40, round % 2 ? 0.0 : 1e6);
         SCOPED_TRACE(round);
         AcArray<AcGePoint3d> points;
         AcArray<AcGeVector3d> bulges;
@@ -93,9 +85,9 @@ TEST(Measures, SenseOfRandomContoursInEveryPlacement) {
         const auto closed = polylineOf(contour, true);
         EXPECT_FALSE(isContourClockWise(closed.get()));
         EXPECT_FALSE(isContourClockWise(polylineOf(contour, false).get()));
-        bulgeVectorsOf(contourcases::reversed(contour), points, bulges);
+        bulgeVectorsOf(reversed(contour), points, bulges);
         EXPECT_EQ(IsCCW(points, bulges), 1);
-        EXPECT_TRUE(isContourClockWise(polylineOf(contourcases::reversed(contour), true).get()));
+        EXPECT_TRUE(isContourClockWise(polylineOf(reversed(contour), true).get()));
         // A mirror, or a look from below, turns the sense.
         ASSERT_EQ(closed->transformBy(mirror), Acad::eOk);
         EXPECT_TRUE(isContourClockWise(closed.get()));
@@ -105,8 +97,8 @@ TEST(Measures, SenseOfRandomContoursInEveryPlacement) {
 }
 
 TEST(Measures, SenseOfOtherCurvesAndBadInput) {
-    AcDbCircle circle(AcGePoint3d(3, 3, 0), AcGeVector3d::kZAxis, 2.0);
-    EXPECT_FALSE(isContourClockWise(&circle));
+    AcDbCircle drawn(AcGePoint3d(3, 3, 0), AcGeVector3d::kZAxis, 2.0);
+    EXPECT_FALSE(isContourClockWise(&drawn));
     AcGePoint3dArray points = pointsOf({{0, 0, 0}, {0, 2, 0}, {2, 2, 0}, {2, 0, 0}});
     AcDb2dPolyline old(AcDb::k2dSimplePoly, points, 0.0, true);
     EXPECT_TRUE(isContourClockWise(&old));
@@ -196,9 +188,9 @@ TEST(Measures, PointsAreMovedOnToAPlaneAlongADirection) {
     AcArray<AcGePoint3d> points = pointsOf({{1, 2, 3}, {4, 5, 6}, {7, 8, -9}});
     const AcArray<AcGePoint3d> before(points);
     MakePlanarPolygon(points, plane, AcGeVector3d(1, 0, 0));
-    EXPECT_TRUE(contourcases::areSame(points, before));
+    EXPECT_TRUE(areSame(points, before));
     MakePlanarPolygon(points, plane, AcGeVector3d());
-    EXPECT_TRUE(contourcases::areSame(points, before));
+    EXPECT_TRUE(areSame(points, before));
     MakePlanarPolygon(points, plane, AcGeVector3d(0, 0, -0.01));
     for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(plane.isOn(points[i])) << i;

@@ -83,9 +83,7 @@ bool doCrossPlainly(const PlainSegment& i, const PlainSegment& j, const AcGeTol&
 }
 
 bool selfIntersectingPlainly(const Contour& contour, const AcGeVector3d& normal, double scale) {
-    AcGeTol tolerance;
-    tolerance.setEqualPoint(scale * 1e-05);
-    tolerance.setEqualVector(scale * 1e-07);
+    const AcGeTol tolerance = toleranceOf(scale * 1e-05, scale * 1e-07);
     const std::vector<PlainSegment> segments = plainSegmentsOf(contour, normal, tolerance);
     for (std::size_t i = 0; i < segments.size(); ++i)
         for (std::size_t j = i + 1; j < segments.size(); ++j)
@@ -104,25 +102,28 @@ Contour contourOf(const Vertices& vertices) {
     return contour;
 }
 
+bool crossesItself(const Contour& contour, double scale = 1.0, const AcGeVector3d& normal = kUp) {
+    return isSelfIntersecting(contour.points, contour.bulges, normal, scale);
+}
+
 TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
     struct Case {
         const char* name;
         Vertices vertices; // bulges are heights, to the left
         bool expected;
     };
+    const double root = std::sqrt(0.75);
     const Case cases[] = {
-        {"square", {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, false},
-        {"figure of eight", {{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 4, 0}}, true},
-        {"eight through a vertex", {{0, 0, 0}, {2, 2, 0}, {4, 4, 0}, {4, 0, 0}, {2, 2, 0}, {0, 4, 0}}, false},
-        {"later vertex on an earlier side", {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, 0, 0}, {0, 4, 0}}, false},
-        {"earlier vertex on a later side", {{2, 0, 0}, {0, 4, 0}, {0, 0, 0}, {4, 0, 0}, {4, 4, 0}}, true},
-        {"spike", {{0, 0, 0}, {4, 0, 0}, {6, 0, 0}, {4, 0, 0}, {4, 4, 0}}, true},
-        {"there and back", {{0, 0, 0}, {4, 0, 0}}, true},
-        {"straight vertex", {{0, 0, 0}, {2, 0, 0}, {4, 0, 0}, {4, 4, 0}}, false},
+        {"square", rectangle(0, 0, 4, 4), false},
+        {"figure of eight", corners({0, 0, 4, 4, 4, 0, 0, 4}), true},
+        {"eight through a vertex", corners({0, 0, 2, 2, 4, 4, 4, 0, 2, 2, 0, 4}), false},
+        {"later vertex on an earlier side", corners({0, 0, 4, 0, 4, 4, 2, 0, 0, 4}), false},
+        {"earlier vertex on a later side", corners({2, 0, 0, 4, 0, 0, 4, 0, 4, 4}), true},
+        {"spike", corners({0, 0, 4, 0, 6, 0, 4, 0, 4, 4}), true},
+        {"there and back", corners({0, 0, 4, 0}), true},
+        {"straight vertex", corners({0, 0, 2, 0, 4, 0, 4, 4}), false},
         {"circle of two arcs", {{0, 0, 2}, {4, 0, 2}}, false},
-        {"circle of three arcs",
-         {{1, 0, -0.5}, {-0.5, 0.8660254037844386, -0.5}, {-0.5, -0.8660254037844386, -0.5}},
-         false},
+        {"circle of three arcs", {{1, 0, -0.5}, {-0.5, root, -0.5}, {-0.5, -root, -0.5}}, false},
         {"half disc", {{0, 0, 0}, {4, 0, -2}}, false},
         {"lens", {{0, 0, 0.5}, {4, 0, 0.5}}, false},
         {"arc through the opposite side", {{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
@@ -131,78 +132,60 @@ TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
         {"major arc through its neighbours", {{0, 0, 3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true},
         {"arc too flat to be one", {{1e6, 0, 5e-10}, {1e6 + 4, 0, 0}, {1e6 + 4, 4, 0}, {1e6, 4, 0}}, false},
         {"two runs one way, one across the other",
-         {{0, 0, 0},
-          {1, 1, 0},
-          {2, 2, 0},
-          {3, 3, 0},
-          {4, 4, 0},
-          {4, 8, 0},
-          {-2, 8, 0},
-          {-2, 4, 0},
-          {0, 0.5, 0},
-          {1.2, 1.5, 0},
-          {2.5, 1.8, 0},
-          {3.5, 2.5, 0},
-          {4.5, 3, 0},
-          {4.5, -1, 0}},
+         corners({0,  0, 1, 1,   2,   2,   3,   3,   4,   4,   4,   8, -2,  8,
+                  -2, 4, 0, 0.5, 1.2, 1.5, 2.5, 1.8, 3.5, 2.5, 4.5, 3, 4.5, -1}),
          true},
         {"nothing", {}, false},
-        {"a point", {{1, 1, 0}}, false},
-        {"the same point again and again", {{1, 1, 0}, {1, 1, 0}, {1, 1, 0}}, false}};
+        {"a point", corners({1, 1}), false},
+        {"the same point again and again", corners({1, 1, 1, 1, 1, 1}), false}};
     for (const Case& one : cases) {
         Contour contour = contourOf(one.vertices);
-        const auto ask = [&](double scale) {
-            return isSelfIntersecting(contour.points, contour.bulges, kUp, scale);
-        };
-        EXPECT_EQ(ask(1.0), one.expected) << one.name;
+        EXPECT_EQ(crossesItself(contour), one.expected) << one.name;
         EXPECT_EQ(selfIntersectingPlainly(contour, kUp, 1.0), one.expected) << one.name << ", plain form";
         if (contour.points.isEmpty()) continue;
         contour.points.append(AcGePoint3d(contour.points[0]));
-        EXPECT_EQ(ask(1.0), one.expected) << one.name << ", first point repeated";
+        EXPECT_EQ(crossesItself(contour), one.expected) << one.name << ", first point repeated";
     }
 }
 
 TEST(SelfIntersecting, OpenContoursNormalScaleAndNaN) {
-    Contour open = contourOf({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 4, 0}});
+    Contour open = contourOf(corners({0, 0, 4, 4, 4, 0, 0, 4}));
     open.bulges.removeLast();
-    EXPECT_TRUE(isSelfIntersecting(open.points, open.bulges, kUp, 1.0));
+    EXPECT_TRUE(crossesItself(open));
     open.bulges.removeLast();
-    EXPECT_FALSE(isSelfIntersecting(open.points, open.bulges, kUp, 1.0)) << "the crossing side has no bulge";
+    EXPECT_FALSE(crossesItself(open)) << "the crossing side has no bulge";
     // The arc rises to the left of its chord about the normal.
     const Contour bay = contourOf({{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}});
-    EXPECT_TRUE(isSelfIntersecting(bay.points, bay.bulges, kUp, 1.0));
-    EXPECT_FALSE(isSelfIntersecting(bay.points, bay.bulges, -kUp, 1.0));
+    EXPECT_TRUE(crossesItself(bay));
+    EXPECT_FALSE(crossesItself(bay, 1.0, -kUp));
     // A crossing within scale * 1e-05 of a vertex of the later segment is a touch.
-    const Contour nearly = contourOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, -5e-6, 0}, {0, 4, 0}});
-    EXPECT_FALSE(isSelfIntersecting(nearly.points, nearly.bulges, kUp, 1.0));
-    EXPECT_TRUE(isSelfIntersecting(nearly.points, nearly.bulges, kUp, 0.1));
+    const Contour nearly = contourOf(corners({0, 0, 4, 0, 4, 4, 2, -5e-6, 0, 4}));
+    EXPECT_FALSE(crossesItself(nearly));
+    EXPECT_TRUE(crossesItself(nearly, 0.1));
     // Points within it of their predecessor go: here the whole spike.
-    const Contour spike = contourOf({{0, 0, 0}, {4, 0, 0}, {4.00003, 0, 0}, {4, 0, 0}, {4, 4, 0}});
-    EXPECT_TRUE(isSelfIntersecting(spike.points, spike.bulges, kUp, 1.0));
-    EXPECT_FALSE(isSelfIntersecting(spike.points, spike.bulges, kUp, 10.0));
+    const Contour spike = contourOf(corners({0, 0, 4, 0, 4.00003, 0, 4, 0, 4, 4}));
+    EXPECT_TRUE(crossesItself(spike));
+    EXPECT_FALSE(crossesItself(spike, 10.0));
     // The kit lets a vertex that is this short of a side meet it.
     for (const auto& [offset, reached, missed] :
          {std::array{0.0, 0.9e-10, 3e-10}, std::array{1e6, 8e-10, 2e-9}})
         for (const bool isShort : {true, false}) {
             const double y = offset + (isShort ? reached : missed);
-            const Contour touch = contourOf(
-                {{2, y, 0}, {0, offset + 4, 0}, {0, offset, 0}, {4, offset, 0}, {4, offset + 4, 0}});
-            EXPECT_EQ(isSelfIntersecting(touch.points, touch.bulges, kUp, 1.0), isShort) << offset;
-            const Contour dent = contourOf(
-                {{2, y + 1, 0}, {0, offset + 4, 0}, {0, offset, 1}, {4, offset, 0}, {4, offset + 4, 0}});
-            EXPECT_EQ(isSelfIntersecting(dent.points, dent.bulges, kUp, 1.0), isShort)
-                << offset << ", an arc's apex";
+            const double top = offset + 4;
+            const Contour touch = contourOf(corners({2, y, 0, top, 0, offset, 4, offset, 4, top}));
+            EXPECT_EQ(crossesItself(touch), isShort) << offset;
+            const Contour dent =
+                contourOf({{2, y + 1, 0}, {0, top, 0}, {0, offset, 1}, {4, offset, 0}, {4, top, 0}});
+            EXPECT_EQ(crossesItself(dent), isShort) << offset << ", an arc's apex";
         }
     for (const double scale : {0.0, -1.0, kNaN})
-        EXPECT_EQ(isSelfIntersecting(nearly.points, nearly.bulges, kUp, scale),
-                  selfIntersectingPlainly(nearly, kUp, scale))
-            << scale;
+        EXPECT_EQ(crossesItself(nearly, scale), selfIntersectingPlainly(nearly, kUp, scale)) << scale;
     // Steps shorter than the point test: not even a staircase goes clear of itself.
-    Contour stairs = contourOf({{0, 0, 0}, {6e-11, 0, 0}, {6e-11, 6e-11, 0}, {1.2e-10, 6e-11, 0}});
+    Contour stairs = contourOf(corners({0, 0, 6e-11, 0, 6e-11, 6e-11, 1.2e-10, 6e-11}));
     stairs.bulges.removeLast();
-    EXPECT_TRUE(isSelfIntersecting(stairs.points, stairs.bulges, kUp, 1e-6));
+    EXPECT_TRUE(crossesItself(stairs, 1e-6));
     const Contour broken = contourOf({{0, 0, 0}, {kNaN, 4, 0}, {4, 0, kNaN}, {0, 4, 0}});
-    EXPECT_FALSE(isSelfIntersecting(broken.points, broken.bulges, kUp, 1.0));
+    EXPECT_FALSE(crossesItself(broken));
     EXPECT_FALSE(isSelfIntersecting(AcArray<AcGePoint3d>(), AcArray<double>(), kUp, 1.0));
 }
 
@@ -254,8 +237,7 @@ TEST(SelfIntersecting, EqualsPlainForm) {
         const double scale = round % 7 ? 1.0 : 1e-6;
         const AcGeVector3d normal = round % 5 ? kUp : -kUp;
         const bool expected = selfIntersectingPlainly(contour, normal, scale);
-        ASSERT_EQ(isSelfIntersecting(contour.points, contour.bulges, normal, scale), expected)
-            << "round " << round << " kind " << kind;
+        ASSERT_EQ(crossesItself(contour, scale, normal), expected) << "round " << round << " kind " << kind;
         ++asked[kind];
         crossing[kind] += expected;
     }
@@ -272,7 +254,7 @@ struct Outline {
     AcArray<AcGeVector3d> bulges;
 };
 
-bool isSame(const Outline& a, const Outline& b, double tolerance, bool flatten) {
+bool isSame(const Outline& a, const Outline& b, double tolerance = 1e-3, bool flatten = false) {
     return ComparePointsAndBulgesForClosedContours(a.points, a.bulges, b.points, b.bulges, tolerance,
                                                    flatten);
 }
@@ -298,10 +280,8 @@ Outline startedElsewhere(Outline outline, int shift) {
 
 /// The contract's steps with plain loops.
 bool samePlainly(Outline first, Outline second, double tolerance, bool flatten) {
-    AcGeTol local;
-    local.setEqualPoint(tolerance * 0.001);
-    local.setEqualVector(tolerance * 0.001);
-    AcArray<void*> lists[3];
+    const AcGeTol local = toleranceOf(tolerance * 0.001, tolerance * 0.001);
+    AcArray<void*> lists[2];
     bool fits = true;
     Outline* sides[] = {&first, &second};
     for (Outline* side : sides) {
@@ -336,7 +316,6 @@ bool samePlainly(Outline first, Outline second, double tolerance, bool flatten) 
         ConcatenateLineSegments(lists[k], tolerance);
     }
     const auto at = [&](int list, int i) { return static_cast<AcGeCurve3d*>(lists[list][i]); };
-    for (int j = 0; j < lists[1].length(); ++j) lists[2].append(&at(1, j)->copy()->reverseParam());
     const bool sameLength = lists[0].length() == lists[1].length();
     const auto removeFrom = [&](int list, int i) {
         delete at(list, i);
@@ -356,54 +335,54 @@ bool samePlainly(Outline first, Outline second, double tolerance, bool flatten) 
     };
     for (int i = 0; sameLength && i < lists[0].length(); ++i)
         for (int j = 0; j < lists[1].length(); ++j) {
-            if (!doMatch(*at(0, i), *at(1, j)) && !doMatch(*at(0, i), *at(2, j))) continue;
+            const std::unique_ptr<AcGeCurve3d> back(&at(1, j)->copy()->reverseParam());
+            if (!doMatch(*at(0, i), *at(1, j)) && !doMatch(*at(0, i), *back)) continue;
             removeFrom(0, i--);
             removeFrom(1, j);
-            removeFrom(2, j);
             break;
         }
     const bool same = sameLength && lists[0].isEmpty() && lists[1].isEmpty();
-    for (int list = 0; list < 3; ++list)
+    for (int list = 0; list < 2; ++list)
         while (!lists[list].isEmpty()) removeFrom(list, 0);
     return same;
 }
 
 TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
-    const Vertices corners = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}};
-    const Outline square = outlineOf(corners);
-    EXPECT_TRUE(isSame(square, startedElsewhere(outlineOf(reversed(corners)), 2), 1e-3, false));
-    const Outline cut = outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {4, 3, 0}, {4, 4, 0}, {0, 4, 0}});
-    EXPECT_TRUE(isSame(square, cut, 1e-3, false)) << "a side cut in three";
-    EXPECT_TRUE(isSame(cut, square, 1e-3, false));
-    EXPECT_FALSE(isSame(square, outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4.1, 0}}), 1e-3, false));
-    EXPECT_FALSE(isSame(square, outlineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}}), 1e-3, false));
+    const Vertices shape = rectangle(0, 0, 4, 4);
+    const Outline square = outlineOf(shape);
+    EXPECT_TRUE(isSame(square, startedElsewhere(outlineOf(reversed(shape)), 2)));
+    const Outline cut = outlineOf(corners({0, 0, 4, 0, 4, 1, 4, 3, 4, 4, 0, 4}));
+    EXPECT_TRUE(isSame(square, cut)) << "a side cut in three";
+    EXPECT_TRUE(isSame(cut, square));
+    EXPECT_FALSE(isSame(square, outlineOf(corners({0, 0, 4, 0, 4, 4, 0, 4.1}))));
+    EXPECT_FALSE(isSame(square, outlineOf(corners({0, 0, 4, 0, 4, 4}))));
 
     Outline repeated = square;
     repeated.points.append(AcGePoint3d(0, 0, 0));
-    EXPECT_TRUE(isSame(square, repeated, 1e-3, false)) << "first point repeated, one bulge less";
+    EXPECT_TRUE(isSame(square, repeated)) << "first point repeated, one bulge less";
     Outline open = square;
     open.bulges.removeLast();
-    EXPECT_FALSE(isSame(open, open, 1e-3, false));
+    EXPECT_FALSE(isSame(open, open));
     open.bulges.removeLast();
-    EXPECT_FALSE(isSame(open, open, 1e-3, false));
+    EXPECT_FALSE(isSame(open, open));
     Outline raised = square;
     raised.points[2].z = 1;
-    EXPECT_FALSE(isSame(square, raised, 1e-3, false));
+    EXPECT_FALSE(isSame(square, raised));
     EXPECT_TRUE(isSame(square, raised, 1e-3, true));
 
     const Vertices rounded = {{0, 0, 0}, {4, 0, 0.5}, {4, 4, 0}, {0, 4, -0.3}};
-    EXPECT_TRUE(isSame(outlineOf(rounded), startedElsewhere(outlineOf(reversed(rounded)), 1), 1e-3, false));
-    EXPECT_FALSE(isSame(outlineOf(rounded), square, 1e-3, false));
+    EXPECT_TRUE(isSame(outlineOf(rounded), startedElsewhere(outlineOf(reversed(rounded)), 1)));
+    EXPECT_FALSE(isSame(outlineOf(rounded), square));
     Vertices other = rounded;
     other[1][2] = -0.5;
-    EXPECT_FALSE(isSame(outlineOf(rounded), outlineOf(other), 1e-3, false)) << "the arc on the other side";
+    EXPECT_FALSE(isSame(outlineOf(rounded), outlineOf(other))) << "the arc on the other side";
     // A million units out points half a thousand-millionth apart are the same.
     Outline flat = square;
-    Outline far = startedElsewhere(outlineOf(reversed(corners)), 1);
+    Outline far = startedElsewhere(outlineOf(reversed(shape)), 1);
     for (Outline* outline : {&flat, &far})
         for (AcGePoint3d& corner : outline->points) corner.x += 1e6;
     flat.bulges[0].set(0, 5e-10, 0);
-    EXPECT_TRUE(isSame(flat, far, 1e-3, false)) << "no arc to be seen";
+    EXPECT_TRUE(isSame(flat, far)) << "no arc to be seen";
 
     // Two arcs over one chord, their apexes a tolerance apart or less: paired in order, not as they fit best.
     const auto arcs = [](double rise1, double rise2) {
@@ -412,16 +391,16 @@ TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
         outline.bulges[1].set(0, 1 + rise2, 0);
         return outline;
     };
-    EXPECT_TRUE(isSame(arcs(0, 1.2e-6), arcs(-0.6e-6, 0.6e-6), 1e-3, false));
-    EXPECT_FALSE(isSame(arcs(0, 1.2e-6), arcs(0.6e-6, -0.6e-6), 1e-3, false));
+    EXPECT_TRUE(isSame(arcs(0, 1.2e-6), arcs(-0.6e-6, 0.6e-6)));
+    EXPECT_FALSE(isSame(arcs(0, 1.2e-6), arcs(0.6e-6, -0.6e-6)));
 
     const Outline point = outlineOf({{1, 1, 0}, {1, 1, 0}});
-    EXPECT_TRUE(isSame(point, outlineOf({{7, 7, 0}, {7, 7, 0}}), 1e-3, false)) << "nothing is left of either";
-    EXPECT_FALSE(isSame(point, square, 1e-3, false));
-    EXPECT_FALSE(isSame(outlineOf({{1, 1, 0}}), outlineOf({{1, 1, 0}}), 1e-3, false));
-    EXPECT_FALSE(isSame(Outline(), Outline(), 1e-3, false));
+    EXPECT_TRUE(isSame(point, outlineOf({{7, 7, 0}, {7, 7, 0}}))) << "nothing is left of either";
+    EXPECT_FALSE(isSame(point, square));
+    EXPECT_FALSE(isSame(outlineOf({{1, 1, 0}}), outlineOf({{1, 1, 0}})));
+    EXPECT_FALSE(isSame(Outline(), Outline()));
     const Outline broken = outlineOf({{0, 0, 0}, {4, kNaN, 0}, {4, 4, 0}});
-    EXPECT_FALSE(isSame(broken, broken, 1e-3, false));
+    EXPECT_FALSE(isSame(broken, broken));
 }
 
 TEST(SameOutline, EqualsPlainFormAroundTheTolerance) {

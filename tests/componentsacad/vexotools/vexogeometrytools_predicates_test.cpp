@@ -46,12 +46,6 @@ int interiorPlainly(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
     return total % 2;
 }
 
-AcArray<AcGePoint3d> pointsOf(std::initializer_list<std::array<double, 2>> corners) {
-    AcArray<AcGePoint3d> points;
-    for (const auto& [x, y] : corners) points.append({x, y, 0.0});
-    return points;
-}
-
 /// Samples of the contour's boundary, close enough that a point 0.05 away from them sees the same contour.
 std::vector<AcGePoint2d> samplesOf(const AcDbPolyline& polyline) {
     std::vector<AcGePoint2d> samples;
@@ -107,50 +101,35 @@ std::vector<AcGeCurve2d*> pointersOf(const std::vector<std::unique_ptr<AcGeCurve
 
 TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
     struct Case {
-        AcArray<AcGePoint3d> polygon;
-        AcGePoint3d point;
-        int expected;
+        std::vector<AcGePoint3d> polygon, inside, outside;
     };
-    const auto square = pointsOf({{0, 0}, {4, 0}, {4, 4}, {0, 4}});
-    const auto diamond = pointsOf({{0, -1}, {1, 0}, {0, 1}, {-1, 0}});
-    const Case cases[] = {{square, {2, 2, 0}, 1},
-                          {square, {2, 2, 77}, 1},
-                          {square, {4, 4, 0}, 1},
-                          {square, {0, 3, 0}, 1},
-                          {square, {4, 1, 0}, 1},
-                          {square, {1, 0, 0}, 1},
-                          {square, {3, 4, 0}, 1},
-                          {square, {0, 5, 0}, 0},
-                          {square, {0, -1, 0}, 0},
-                          {square, {4, 5, 0}, 0},
-                          {square, {5, 2, 0}, 0},
-                          {square, {2, 4.0001, 0}, 0},
-                          {square, {2, 4 + 5e-11, 0}, 1},
-                          {diamond, {0, 0, 0}, 1},
-                          {diamond, {0, 0.5, 0}, 1},
-                          {diamond, {0, 2, 0}, 0},
-                          {diamond, {0, -2, 0}, 0},
-                          {diamond, {0.5, 0.5, 0}, 1},
-                          {diamond, {0.5, 0.6, 0}, 0},
-                          {diamond, {1, 0.5, 0}, 0},
-                          {diamond, {-1, 1, 0}, 0},
-                          {diamond, {kNaN, 0, 0}, 0},
-                          {diamond, {0, kNaN, 0}, 0},
-                          {AcArray<AcGePoint3d>(), {0, 0, 0}, 0},
-                          {pointsOf({{1, 1}}), {1, 1, 0}, 1},
-                          {pointsOf({{1, 1}, {3, 3}}), {2, 2, 0}, 1},
-                          {pointsOf({{1, 1}, {3, 3}}), {2, 3, 0}, 0}};
+    const Case cases[] = {
+        {{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}},
+         {{2, 2, 0}, {2, 2, 77}, {4, 4, 0}, {0, 3, 0}, {4, 1, 0}, {1, 0, 0}, {3, 4, 0}, {2, 4 + 5e-11, 0}},
+         {{0, 5, 0}, {0, -1, 0}, {4, 5, 0}, {5, 2, 0}, {2, 4.0001, 0}}},
+        {{{0, -1, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 0}},
+         {{0, 0, 0}, {0, 0.5, 0}, {0.5, 0.5, 0}},
+         {{0, 2, 0}, {0, -2, 0}, {0.5, 0.6, 0}, {1, 0.5, 0}, {-1, 1, 0}, {kNaN, 0, 0}, {0, kNaN, 0}}},
+        {{}, {}, {{0, 0, 0}}},
+        {{{1, 1, 0}}, {{1, 1, 0}}, {}},
+        {{{1, 1, 0}, {3, 3, 0}}, {{2, 2, 0}}, {{2, 3, 0}}}};
+    const auto check = [](const AcArray<AcGePoint3d>& polygon, const Case& one) {
+        for (const AcGePoint3d& point : one.inside)
+            EXPECT_EQ(IsInteriorPoint(polygon, point), 1) << point.x << ' ' << point.y;
+        for (const AcGePoint3d& point : one.outside)
+            EXPECT_EQ(IsInteriorPoint(polygon, point), 0) << point.x << ' ' << point.y;
+    };
     for (const Case& one : cases)
-        for (int start = 0; start < std::max(one.polygon.length(), 1); ++start)
+        for (std::size_t start = 0; start < std::max<std::size_t>(one.polygon.size(), 1); ++start)
             for (const bool backward : {false, true}) {
-                AcArray<AcGePoint3d> polygon(one.polygon);
+                AcArray<AcGePoint3d> polygon = pointsOf(one.polygon);
                 if (!polygon.isEmpty()) std::rotate(polygon.begin(), polygon.begin() + start, polygon.end());
                 if (backward) polygon.reverse();
-                EXPECT_EQ(IsInteriorPoint(polygon, one.point), one.expected)
-                    << one.point.x << ' ' << one.point.y << " of " << polygon.length() << " from " << start;
+                SCOPED_TRACE(testing::Message() << "of " << polygon.length() << " from " << start);
+                check(polygon, one);
                 if (polygon.isEmpty()) continue;
                 polygon.append(AcGePoint3d(polygon[0]));
-                EXPECT_EQ(IsInteriorPoint(polygon, one.point), one.expected) << "first point repeated";
+                check(polygon, one); // the first point repeated
             }
 }
 
@@ -200,15 +179,13 @@ TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
                 if (distance < 0.05) continue;
                 ++asked;
                 const AcGePoint3d point(q.x, q.y, 0.0);
-                if (!isInDoubt(polygon, point))
-                    EXPECT_EQ(IsInteriorPoint(polygon, point), inside)
-                        << q.x << ' ' << q.y << " round " << round;
-                else
+                SCOPED_TRACE(testing::Message() << q.x << ' ' << q.y << " round " << round);
+                if (isInDoubt(polygon, point))
                     ++inDoubt;
-                EXPECT_EQ(IsInteriorPoint(pointersOf(ring), q), inside)
-                    << q.x << ' ' << q.y << " round " << round;
-                EXPECT_EQ(isPointInsideContour(point, polyline.get()), inside)
-                    << q.x << ' ' << q.y << " round " << round;
+                else
+                    EXPECT_EQ(IsInteriorPoint(polygon, point), inside);
+                EXPECT_EQ(IsInteriorPoint(pointersOf(ring), q), inside);
+                EXPECT_EQ(isPointInsideContour(point, polyline.get()), inside);
             }
         }
     EXPECT_GT(asked, 1500);
@@ -216,37 +193,41 @@ TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
 }
 
 TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {
-    const auto ask = [](const Vertices& vertices, double x, double y) {
-        const auto ring = ringOf(*polylineOf(vertices, true));
-        return IsInteriorPoint(pointersOf(ring), {x, y});
-    };
-    const Vertices square = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}};
-    const Vertices diamond = {{0, -1, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 0}};
+    const Vertices square = rectangle(0, 0, 4, 4);
+    const Vertices diamond = corners({0, -1, 1, 0, 0, 1, -1, 0});
     const Vertices halfDisc = {{-2, 0, 0}, {2, 0, 1}}; // the arc above its chord
+    const Vertices disc = circle(0, 0, 2);
     const Vertices dome = {{0, 0, 0}, {4, 0, 0}, {4, 4, 1}, {0, 4, 0}};
-    EXPECT_EQ(ask(square, 0, 0), 1);
-    EXPECT_EQ(ask(square, 2, 4), 1) << "on a level side";
-    EXPECT_EQ(ask(square, 2, 0), 1);
-    EXPECT_EQ(ask(square, -1, 4), 0);
-    EXPECT_EQ(ask(square, -1, 0), 0);
-    EXPECT_EQ(ask(square, 5, 4), 0);
-    EXPECT_EQ(ask(diamond, 0, 0), 1) << "the ray meets a corner with one side below it";
-    EXPECT_EQ(ask(diamond, -2, 0), 0);
-    EXPECT_EQ(ask(diamond, -0.5, 1), 0) << "both sides below: twice";
-    EXPECT_EQ(ask(diamond, -0.5, -1), 0) << "both sides above: not at all";
-    EXPECT_EQ(ask(halfDisc, 0, 0), 1);
-    EXPECT_EQ(ask(halfDisc, 0, 1), 1);
-    EXPECT_EQ(ask(halfDisc, 0, 2.1), 0);
-    const Vertices disc = {{-2, 0, 1}, {2, 0, 1}};
-    EXPECT_EQ(ask(disc, 0, 0), 1) << "level with both ends: the upper arc counts, the lower does not";
-    EXPECT_EQ(ask(disc, 3, 0), 0);
-    EXPECT_EQ(ask(dome, 2, 3.9), 1);
-    EXPECT_EQ(ask(dome, 2, 4), 0) << "level with both ends: the arc counts besides the side below it";
-    EXPECT_EQ(ask(dome, 5, 4), 0);
-    const Vertices wide = {{-3e8, -1, 0}, {3e8, -1, 0}, {3e8, 1, 0}, {-3e8, 1, 0}};
-    EXPECT_EQ(ask(wide, 2.5e8, 0), 1);
-    EXPECT_EQ(ask(wide, 0, 0), 0) << "the right side is beyond the ray";
-
+    const Vertices wide = rectangle(-3e8, -1, 6e8, 2);
+    const struct {
+        const Vertices& contour;
+        double x, y;
+        int expected;
+        const char* why;
+    } cases[] = {{square, 0, 0, 1, "a corner"},
+                 {square, 2, 4, 1, "on a level side"},
+                 {square, 2, 0, 1, "on a level side"},
+                 {square, -1, 4, 0, "level with the upper side"},
+                 {square, -1, 0, 0, "level with the lower side"},
+                 {square, 5, 4, 0, "to the right"},
+                 {diamond, 0, 0, 1, "the ray meets a corner with one side below it"},
+                 {diamond, -2, 0, 0, "two such corners"},
+                 {diamond, -0.5, 1, 0, "both sides below: twice"},
+                 {diamond, -0.5, -1, 0, "both sides above: not at all"},
+                 {halfDisc, 0, 0, 1, "on the chord"},
+                 {halfDisc, 0, 1, 1, "below the arc"},
+                 {halfDisc, 0, 2.1, 0, "above the arc"},
+                 {disc, 0, 0, 1, "level with both ends: the upper arc counts, the lower does not"},
+                 {disc, 3, 0, 0, "to the right"},
+                 {dome, 2, 3.9, 1, "below the arc's ends"},
+                 {dome, 2, 4, 0, "level with both ends: the arc counts besides the side below it"},
+                 {dome, 5, 4, 0, "to the right"},
+                 {wide, 2.5e8, 0, 1, "within the ray"},
+                 {wide, 0, 0, 0, "the right side is beyond the ray"}};
+    for (const auto& [contour, x, y, expected, why] : cases) {
+        const auto ring = ringOf(*polylineOf(contour, true));
+        EXPECT_EQ(IsInteriorPoint(pointersOf(ring), {x, y}), expected) << x << ' ' << y << ", " << why;
+    }
     AcGeEllipArc2d ellipse;
     const auto ring = ringOf(*polylineOf(square, true));
     std::vector<AcGeCurve2d*> mixed = pointersOf(ring);
@@ -262,8 +243,7 @@ bool insidePlainly(const AcGePoint3d& point, AcDbCurve* contour) {
     AcDbExtents box;
     if (!polyline || polyline->getGeomExtents(box) != Acad::eOk) return false;
     const AcDbLine line({point.x, box.minPoint().y, point.z}, point);
-    AcGeTol tolerance;
-    tolerance.setEqualVector(1e-05);
+    const AcGeTol tolerance = toleranceOf(AcGeTol().equalPoint(), 1e-05);
     AcGePoint3d closest;
     if ((line.startPoint() - point).isCodirectionalTo(AcGeVector3d::kYAxis, tolerance) &&
         polyline->getClosestPointTo(line.startPoint(), closest) == Acad::eOk &&
@@ -300,26 +280,23 @@ TEST(InsideContour, EqualsPlainFormOnCornersSidesAndTangents) {
 }
 
 TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
-    AcDbCircle circle({0, 0, 5}, AcGeVector3d::kZAxis, 2.0);
-    EXPECT_TRUE(isPointInsideContour({0.5, 0.3, 0}, &circle)) << "a contour is taken at elevation 0";
-    EXPECT_FALSE(isPointInsideContour({0.5, 0.3, 5}, &circle));
-    EXPECT_FALSE(isPointInsideContour({0.5, 2.3, 0}, &circle));
-    const auto square = polylineOf({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true);
+    AcDbCircle drawn({0, 0, 5}, AcGeVector3d::kZAxis, 2.0);
+    EXPECT_TRUE(isPointInsideContour({0.5, 0.3, 0}, &drawn)) << "a contour is taken at elevation 0";
+    EXPECT_FALSE(isPointInsideContour({0.5, 0.3, 5}, &drawn));
+    EXPECT_FALSE(isPointInsideContour({0.5, 2.3, 0}, &drawn));
+    const auto square = panel(0, 0, 4, 4);
     EXPECT_FALSE(isPointInsideContour({2, -1, 0}, square.get())) << "below the box, over its lower side";
     EXPECT_TRUE(isPointInsideContour({2, 1, 0}, square.get()));
     AcDbXline line;
     AcDbPolyline empty;
-    for (AcDbCurve* none :
-         {static_cast<AcDbCurve*>(nullptr), static_cast<AcDbCurve*>(&line), static_cast<AcDbCurve*>(&empty)})
+    for (AcDbCurve* none : std::initializer_list<AcDbCurve*>{nullptr, &line, &empty})
         EXPECT_FALSE(isPointInsideContour({0, 0, 0}, none));
     EXPECT_FALSE(isPointInsideContour({kNaN, 1, 0}, square.get()));
     EXPECT_FALSE(isPointInsideContour({1, kNaN, 0}, square.get()));
 }
 
 bool isOnPlainly(const AcDbPolyline& polyline, const AcGePoint3d& point, const AcGeVector3d* view) {
-    AcGeTol tolerance;
-    tolerance.setEqualPoint(1e-06);
-    tolerance.setEqualVector(1e-06);
+    const AcGeTol tolerance = toleranceOf(1e-06, 1e-06);
     const unsigned int count = polyline.numVerts() - (polyline.isClosed() ? 0 : 1);
     for (unsigned int i = 0; i < count; ++i) {
         AcGeLineSeg3d line;
@@ -369,9 +346,8 @@ TEST(OnPolyline, EqualsPlainFormAroundTheTolerance) {
 }
 
 TEST(OnPolyline, OpenChordVerticesAndNothing) {
-    const Vertices corners = {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}};
-    const auto open = polylineOf(corners, false);
-    const auto closed = polylineOf(corners, true);
+    const auto open = polylineOf(corners({0, 0, 4, 0, 4, 4}), false);
+    const auto closed = polylineOf(corners({0, 0, 4, 0, 4, 4}), true);
     EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 2, 0}));
     EXPECT_TRUE(isPointOnPolyLine(closed.get(), {2, 2, 0}));
     EXPECT_TRUE(isPointOnPolyLine(open.get(), {4, 4, 0}));
@@ -387,31 +363,25 @@ TEST(OnPolyline, OpenChordVerticesAndNothing) {
 }
 
 TEST(PerpendicularVector, PointsIntoTheContourOrNot) {
-    for (const double offset : {0.0, 1e6, -3e6}) {
-        const auto moved = [&](double x, double y) { return AcGePoint3d(offset + x, offset + y, 0.0); };
+    for (const double o : {0.0, 1e6, -3e6}) {
+        SCOPED_TRACE(o);
+        const Vertices vertices = {{o, o, 0}, {o + 4, o, 1}, {o + 4, o + 4, 0}, {o, o + 4, 0}};
         // A piece as a cut leaves it: open, its two ends on the cut.
-        const auto piece = polylineOf({{offset, offset, 0},
-                                       {offset + 4, offset, 1},
-                                       {offset + 4, offset + 4, 0},
-                                       {offset, offset + 4, 0}},
-                                      false);
-        const auto whole = polylineOf({{offset, offset, 0},
-                                       {offset + 4, offset, 1},
-                                       {offset + 4, offset + 4, 0},
-                                       {offset, offset + 4, 0}},
-                                      true);
-        EXPECT_TRUE(isPerpVectorOrientedInsideContour(moved(0, 4), moved(0, 0), piece.get())) << offset;
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 0), moved(0, 4), piece.get())) << offset;
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(2, 1), moved(2, 3), whole.get()))
-            << "one on either side";
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(9, 8), moved(9, 9), whole.get())) << "none";
+        const auto piece = polylineOf(vertices, false);
+        const auto whole = polylineOf(vertices, true);
+        const auto ask = [o](double x1, double y1, double x2, double y2, AcDbPolyline& contour) {
+            return isPerpVectorOrientedInsideContour({o + x1, o + y1, 0}, {o + x2, o + y2, 0}, &contour);
+        };
+        EXPECT_TRUE(ask(0, 4, 0, 0, *piece));
+        EXPECT_FALSE(ask(0, 0, 0, 4, *piece));
+        EXPECT_FALSE(ask(2, 1, 2, 3, *whole)) << "one on either side";
+        EXPECT_FALSE(ask(9, 8, 9, 9, *whole)) << "none";
         // The meeting at the middle itself counts for the left side, whichever that is: odd against odd.
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 0), moved(0, 4), whole.get())) << offset;
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 4), moved(0, 0), whole.get())) << offset;
-        EXPECT_FALSE(isPerpVectorOrientedInsideContour(moved(0, 2), moved(0, 2), piece.get())) << offset;
+        EXPECT_FALSE(ask(0, 0, 0, 4, *whole));
+        EXPECT_FALSE(ask(0, 4, 0, 0, *whole));
+        EXPECT_FALSE(ask(0, 2, 0, 2, *piece));
         // A meeting half a millimetre away, where rounding turns directions at a million units.
-        EXPECT_TRUE(isPerpVectorOrientedInsideContour(moved(0.0005, 0), moved(0.0005, 4), piece.get()) ==
-                    isPerpVectorOrientedInsideContour(moved(3.9, 0), moved(3.9, 4), piece.get()));
+        EXPECT_EQ(ask(0.0005, 0, 0.0005, 4, *piece), ask(3.9, 0, 3.9, 4, *piece));
     }
     EXPECT_FALSE(isPerpVectorOrientedInsideContour({0, 0, 0}, {0, 4, 0}, nullptr));
     const auto piece = polylineOf({{0, 0, 0}, {4, 0, 0}}, false);
@@ -427,8 +397,7 @@ bool outsidePlainly(const AcDbCurve& first, const AcDbCurve& second) {
         box = AcDbExtents({box.minPoint().x, box.minPoint().y, 0}, {box.maxPoint().x, box.maxPoint().y, 0});
         both.addExt(box);
     }
-    AcGeTol tolerance;
-    tolerance.setEqualPoint(1e-08);
+    const AcGeTol tolerance = toleranceOf(1e-08);
     if (both.minPoint().isEqualTo(boxes[0].minPoint(), tolerance) &&
         both.maxPoint().isEqualTo(boxes[0].maxPoint(), tolerance))
         return false;
@@ -476,21 +445,18 @@ TEST(ContourOutside, EqualsPlainFormOnLatticeOfPairs) {
 }
 
 TEST(ContourOutside, NamedPairs) {
-    const auto rectangle = [](double x1, double y1, double x2, double y2) {
-        return polylineOf({{x1, y1, 0}, {x2, y1, 0}, {x2, y2, 0}, {x1, y2, 0}}, true);
-    };
-    const auto slab = rectangle(0, 0, 10, 10);
+    const auto slab = panel(0, 0, 10, 10);
     const auto ask = [&](std::unique_ptr<AcDbPolyline> second) {
         return isContourOutside(slab.get(), second.get());
     };
-    EXPECT_TRUE(ask(rectangle(20, 0, 30, 10))) << "apart";
-    EXPECT_FALSE(ask(rectangle(2, 2, 5, 5))) << "held by the first";
-    EXPECT_FALSE(ask(rectangle(0, 0, 10, 10))) << "equal";
-    EXPECT_TRUE(ask(rectangle(-5, -5, 15, 15))) << "holds the first";
-    EXPECT_FALSE(ask(rectangle(8, 8, 15, 15))) << "across a corner";
-    EXPECT_FALSE(ask(rectangle(4, -2, 5, 12))) << "across, by the diagonals";
-    EXPECT_TRUE(ask(rectangle(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
-    EXPECT_TRUE(ask(rectangle(10, 0, 20, 10))) << "touching";
+    EXPECT_TRUE(ask(panel(20, 0, 30, 10))) << "apart";
+    EXPECT_FALSE(ask(panel(2, 2, 5, 5))) << "held by the first";
+    EXPECT_FALSE(ask(panel(0, 0, 10, 10))) << "equal";
+    EXPECT_TRUE(ask(panel(-5, -5, 15, 15))) << "holds the first";
+    EXPECT_FALSE(ask(panel(8, 8, 15, 15))) << "across a corner";
+    EXPECT_FALSE(ask(panel(4, -2, 5, 12))) << "across, by the diagonals";
+    EXPECT_TRUE(ask(panel(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
+    EXPECT_TRUE(ask(panel(10, 0, 20, 10))) << "touching";
     AcDbPolyline empty;
     EXPECT_FALSE(isContourOutside(slab.get(), &empty));
     EXPECT_FALSE(isContourOutside(nullptr, slab.get()));
@@ -516,22 +482,17 @@ TEST(Boxes, OverlapAndUnion) {
     AcDbLine line({0, 0, 1}, {4, 0, 1});
     AcDbCircle circle({10, 0, 0}, AcGeVector3d::kZAxis, 2.0);
     AcDbPolyline empty;
-    AcArray<void*> entities;
     AcDbExtents extents({7, 7, 7}, {8, 8, 8});
-    EXPECT_FALSE(getEntitiesExtents(entities, extents));
-    for (AcDbEntity* entity : {static_cast<AcDbEntity*>(nullptr), static_cast<AcDbEntity*>(&empty)})
-        entities.append(entity);
-    EXPECT_FALSE(getEntitiesExtents(entities, extents));
+    EXPECT_FALSE(getEntitiesExtents(curvesOf({}), extents));
+    EXPECT_FALSE(getEntitiesExtents(curvesOf({nullptr, &empty}), extents));
     EXPECT_EQ(extents.minPoint(), AcGePoint3d(7, 7, 7));
-    for (AcDbEntity* entity : {static_cast<AcDbEntity*>(&line), static_cast<AcDbEntity*>(&circle)})
-        entities.append(entity);
-    EXPECT_TRUE(getEntitiesExtents(entities, extents));
+    EXPECT_TRUE(getEntitiesExtents(curvesOf({nullptr, &empty, &line, &circle}), extents));
     EXPECT_EQ(extents.minPoint(), AcGePoint3d(0, -2, 0));
     EXPECT_EQ(extents.maxPoint(), AcGePoint3d(12, 2, 1));
 }
 
 TEST(PointsDiff, LengthToleranceAndNaN) {
-    const auto points = pointsOf({{0, 0}, {1, 2}, {3, 4}});
+    const auto points = pointsOf({{0, 0, 0}, {1, 2, 0}, {3, 4, 0}});
     auto others = points;
     EXPECT_FALSE(arePointsDiff(points, others));
     others[2].z = 0.9e-10;
