@@ -22,6 +22,8 @@
 namespace {
 
 using placements::inUlps;
+using placements::numbersOf;
+using placements::pointsOf;
 
 struct Space {
     using Curve = AcGeCurve3d;
@@ -30,28 +32,21 @@ struct Space {
     using VectorArray = AcGeVector3dArray;
     using Block = AcGeBoundBlock3d;
     static auto placementsOf() { return placements::ofSpace(); }
-    static std::vector<std::unique_ptr<Curve>> curves() {
-        std::vector<std::unique_ptr<Curve>> all;
-        all.push_back(std::make_unique<AcGeLineSeg3d>(AcGePoint3d(1, 2, 3), AcGePoint3d(4, -2, 5)));
-        all.push_back(std::make_unique<AcGeCircArc3d>(AcGePoint3d(1, 0, 2), AcGeVector3d(1, 1, 3), 4.0));
-        all.push_back(std::make_unique<AcGeCircArc3d>(AcGePoint3d(1, 0, 0), AcGePoint3d(2, 3, 1),
-                                                      AcGePoint3d(-1, 4, 2)));
-        all.push_back(std::make_unique<AcGeCircArc3d>(AcGePoint3d(0, 1, 0), AcGeVector3d(0, 0, -1),
-                                                      AcGeVector3d(1, 1, 0), 2.0, 4.0, 9.0));
-        all.push_back(std::make_unique<AcGeEllipArc3d>(AcGePoint3d(1, 2, 0), AcGeVector3d(1, 1, 0),
-                                                       AcGeVector3d(-1, 1, 1), 5.0, 2.0, 0.5, 4.0));
-        AcGePoint3dArray control;
-        for (const AcGePoint3d& p : {AcGePoint3d(0, 0, 0), AcGePoint3d(1, 3, 1), AcGePoint3d(4, 3, -1),
-                                     AcGePoint3d(5, 0, 0), AcGePoint3d(7, -2, 2)})
-            control.append(p);
-        const double knots[] = {0, 0, 0, 0, 1.5, 3, 3, 3, 3};
-        AcGeDoubleArray weights;
-        for (double w : {1.0, 2.0, 0.5, 1.0, 3.0}) weights.append(w);
-        all.push_back(std::make_unique<AcGeNurbCurve3d>(3, AcGeKnotVector(9, knots), control));
-        all.push_back(std::make_unique<AcGeNurbCurve3d>(3, AcGeKnotVector(9, knots), control, weights));
-        const double open[] = {0, 1, 2, 3, 4, 5, 6, 7};
-        all.push_back(std::make_unique<AcGeNurbCurve3d>(2, AcGeKnotVector(8, open), control));
-        return all;
+    static std::vector<std::shared_ptr<Curve>> curves() {
+        const auto control = pointsOf({{0, 0, 0}, {1, 3, 1}, {4, 3, -1}, {5, 0, 0}, {7, -2, 2}});
+        const AcGeKnotVector knots(numbersOf({0, 0, 0, 0, 1.5, 3, 3, 3, 3}));
+        const AcGeKnotVector open(numbersOf({0, 1, 2, 3, 4, 5, 6, 7}));
+        const AcGePoint3d p(1, 0, 2), q(2, 3, 1), r(-1, 4, 2);
+        return {
+            std::make_shared<AcGeLineSeg3d>(p, AcGePoint3d(4, -2, 5)),
+            std::make_shared<AcGeCircArc3d>(p, AcGeVector3d(1, 1, 3), 4.0),
+            std::make_shared<AcGeCircArc3d>(p, q, r),
+            std::make_shared<AcGeCircArc3d>(p, AcGeVector3d(0, 0, -1), AcGeVector3d(1, 1, 0), 2.0, 4.0, 9.0),
+            std::make_shared<AcGeEllipArc3d>(q, AcGeVector3d(1, 1, 0), AcGeVector3d(-1, 1, 1), 5.0, 2.0, 0.5,
+                                             4.0),
+            std::make_shared<AcGeNurbCurve3d>(3, knots, control),
+            std::make_shared<AcGeNurbCurve3d>(3, knots, control, numbersOf({1.0, 2.0, 0.5, 1.0, 3.0})),
+            std::make_shared<AcGeNurbCurve3d>(2, open, control)};
     }
 };
 
@@ -62,25 +57,20 @@ struct Plane {
     using VectorArray = AcGeVector2dArray;
     using Block = AcGeBoundBlock2d;
     static auto placementsOf() { return placements::ofPlane(); }
-    static std::vector<std::unique_ptr<Curve>> curves() {
-        std::vector<std::unique_ptr<Curve>> all;
-        all.push_back(std::make_unique<AcGeLineSeg2d>(AcGePoint2d(1, 2), AcGePoint2d(4, -2)));
-        all.push_back(std::make_unique<AcGeCircArc2d>(AcGePoint2d(1, 0), 4.0));
-        all.push_back(
-            std::make_unique<AcGeCircArc2d>(AcGePoint2d(1, 0), AcGePoint2d(2, 3), AcGePoint2d(-1, 4)));
-        all.push_back(
-            std::make_unique<AcGeCircArc2d>(AcGePoint2d(-1, 4), AcGePoint2d(2, 3), AcGePoint2d(1, 0)));
-        all.push_back(
-            std::make_unique<AcGeCircArc2d>(AcGePoint2d(1, 0), 2.0, 5.0, 8.0, AcGeVector2d(1, 2), true));
-        all.push_back(std::make_unique<AcGeEllipArc2d>(AcGePoint2d(1, 2), AcGeVector2d(1, 1),
-                                                       AcGeVector2d(1, -1), 5.0, 2.0, 0.5, 4.0));
+    static std::vector<std::shared_ptr<Curve>> curves() {
         AcGePoint2dArray control;
         for (const AcGePoint2d& p :
              {AcGePoint2d(0, 0), AcGePoint2d(1, 3), AcGePoint2d(4, 3), AcGePoint2d(5, 0)})
             control.append(p);
-        const double knots[] = {0, 0, 0, 1, 2, 2, 2};
-        all.push_back(std::make_unique<AcGeNurbCurve2d>(2, AcGeKnotVector(7, knots), control));
-        return all;
+        const AcGePoint2d p(1, 0), q(2, 3), r(-1, 4);
+        return {
+            std::make_shared<AcGeLineSeg2d>(q, AcGePoint2d(4, -2)),
+            std::make_shared<AcGeCircArc2d>(p, 4.0),
+            std::make_shared<AcGeCircArc2d>(p, q, r),
+            std::make_shared<AcGeCircArc2d>(r, q, p),
+            std::make_shared<AcGeCircArc2d>(p, 2.0, 5.0, 8.0, AcGeVector2d(1, 2), true),
+            std::make_shared<AcGeEllipArc2d>(q, AcGeVector2d(1, 1), AcGeVector2d(1, -1), 5.0, 2.0, 0.5, 4.0),
+            std::make_shared<AcGeNurbCurve2d>(2, AcGeKnotVector(numbersOf({0, 0, 0, 1, 2, 2, 2})), control)};
     }
 };
 
@@ -397,13 +387,9 @@ TEST(Ellipse, StaysRightUnderEveryAffineMatrix) {
 }
 
 TEST(Spline, QuarterCircleIsExact) {
-    AcGePoint3dArray control;
-    for (const AcGePoint3d& p : {AcGePoint3d(1, 0, 0), AcGePoint3d(1, 1, 0), AcGePoint3d(0, 1, 0)})
-        control.append(p);
-    const double knots[] = {0, 0, 0, 1, 1, 1};
-    AcGeDoubleArray weights;
-    for (double w : {1.0, std::sqrt(0.5), 1.0}) weights.append(w);
-    AcGeNurbCurve3d quarter(2, AcGeKnotVector(6, knots), control, weights);
+    AcGeNurbCurve3d quarter(2, AcGeKnotVector(numbersOf({0, 0, 0, 1, 1, 1})),
+                            pointsOf({{1, 0, 0}, {1, 1, 0}, {0, 1, 0}}),
+                            numbersOf({1.0, std::sqrt(0.5), 1.0}));
     EXPECT_NEAR(AcGe::kPi / 2.0, quarter.length(0.0, 1.0), 1e-12);
     ASSERT_TRUE(quarter.setInterval(AcGeInterval(0.25, 0.75)));
     for (int i = 0; i <= 20; ++i)
@@ -416,21 +402,17 @@ TEST(Spline, QuarterCircleIsExact) {
 }
 
 TEST(Spline, RefusesWhatIsNoDefinition) {
-    AcGePoint3dArray control;
-    for (int i = 0; i < 4; ++i) control.append(AcGePoint3d(i, i * i, 0));
-    const double good[] = {0, 0, 0, 0, 1, 1, 1, 1}, falling[] = {0, 0, 0, 0, 1, 1, 0.5, 1},
-                 none[] = {2, 2, 2, 2, 2, 2, 2, 2};
-    AcGeDoubleArray negative, few;
-    for (double w : {1.0, -1.0, 1.0, 1.0}) negative.append(w);
-    few.append(1.0);
-    EXPECT_FALSE(AcGeNurbCurve3d(3, AcGeKnotVector(8, good), control).isEmpty());
+    const auto control = pointsOf({{0, 0, 0}, {1, 1, 0}, {2, 4, 0}, {3, 9, 0}});
+    const auto knots = [](std::initializer_list<double> list) { return AcGeKnotVector(numbersOf(list)); };
+    const AcGeKnotVector good = knots({0, 0, 0, 0, 1, 1, 1, 1});
+    EXPECT_FALSE(AcGeNurbCurve3d(3, good, control).isEmpty());
     for (const AcGeNurbCurve3d& curve :
-         {AcGeNurbCurve3d(3, AcGeKnotVector(7, good), control),
-          AcGeNurbCurve3d(3, AcGeKnotVector(8, falling), control),
-          AcGeNurbCurve3d(3, AcGeKnotVector(8, none), control),
-          AcGeNurbCurve3d(0, AcGeKnotVector(5, good), control),
-          AcGeNurbCurve3d(3, AcGeKnotVector(8, good), control, negative),
-          AcGeNurbCurve3d(3, AcGeKnotVector(8, good), control, few), AcGeNurbCurve3d()}) {
+         {AcGeNurbCurve3d(3, knots({0, 0, 0, 0, 1, 1, 1}), control),
+          AcGeNurbCurve3d(3, knots({0, 0, 0, 0, 1, 1, 0.5, 1}), control),
+          AcGeNurbCurve3d(3, knots({2, 2, 2, 2, 2, 2, 2, 2}), control),
+          AcGeNurbCurve3d(0, knots({0, 0, 0, 0, 1}), control),
+          AcGeNurbCurve3d(3, good, control, numbersOf({1.0, -1.0, 1.0, 1.0})),
+          AcGeNurbCurve3d(3, good, control, numbersOf({1.0})), AcGeNurbCurve3d()}) {
         EXPECT_TRUE(curve.isEmpty());
         EXPECT_TRUE(curve.evalPoint(0.5).isEqualTo(AcGePoint3d::kOrigin));
         EXPECT_FALSE(AcGeNurbCurve3d(curve).setInterval(AcGeInterval(0.0, 0.5)));
@@ -440,10 +422,7 @@ TEST(Spline, RefusesWhatIsNoDefinition) {
 }
 
 TEST(Spline, FitRunsThroughThePointsSmoothly) {
-    AcGePoint3dArray fit;
-    for (const AcGePoint3d& p : {AcGePoint3d(0, 0, 0), AcGePoint3d(1, 2, 0), AcGePoint3d(1, 2, 0),
-                                 AcGePoint3d(3, 1, 1), AcGePoint3d(4, 4, 0), AcGePoint3d(9, 3, 2)})
-        fit.append(p);
+    const auto fit = pointsOf({{0, 0, 0}, {1, 2, 0}, {1, 2, 0}, {3, 1, 1}, {4, 4, 0}, {9, 3, 2}});
     const AcGeNurbCurve3d curve(fit, AcGeVector3d(0, 1, 0), AcGeVector3d());
     for (const AcGePoint3d& p : fit) EXPECT_TRUE(curve.isOn(p));
     AcGeVector3dArray left, right;
@@ -457,32 +436,23 @@ TEST(Spline, FitRunsThroughThePointsSmoothly) {
         curve.evalPoint(knot + tiny, 2, right);
         EXPECT_LT((left[1] - right[1]).length(), 1e-6);
     }
-    AcGePoint3dArray one;
-    one.append(AcGePoint3d(1, 1, 1));
-    EXPECT_TRUE(AcGeNurbCurve3d(one, AcGeVector3d(), AcGeVector3d()).isEmpty());
+    EXPECT_TRUE(AcGeNurbCurve3d(pointsOf({{1, 1, 1}}), AcGeVector3d(), AcGeVector3d()).isEmpty());
 }
 
 TEST(BadNumbers, EndQuicklyAndMeetNothing) {
     const double nan = std::numeric_limits<double>::quiet_NaN(),
                  infinity = std::numeric_limits<double>::infinity();
     for (double bad : {nan, infinity}) {
-        AcGePoint3dArray control;
-        for (const AcGePoint3d& p : {AcGePoint3d(0, 0, 0), AcGePoint3d(1, bad, 0), AcGePoint3d(2, 0, 0)})
-            control.append(p);
-        const double knots[] = {0, 0, 0, 1, 1, 1};
-        const AcGeLineSeg3d line(AcGePoint3d(0, 0, 0), AcGePoint3d(bad, 1, 0)),
-            good(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 1, 0));
-        const AcGeCircArc3d arc(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, 1.0, 0.0,
-                                bad);
-        const AcGeCircArc3d through(AcGePoint3d(0, 0, 0), AcGePoint3d(1, bad, 0), AcGePoint3d(2, 0, 0)),
-            huge(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, bad);
+        const AcGePoint3d origin, middle(1, bad, 0), end(2, 0, 0);
+        const AcGeLineSeg3d line(origin, AcGePoint3d(bad, 1, 0)), good(origin, AcGePoint3d(1, 1, 0));
+        const AcGeCircArc3d arc(origin, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, 1.0, 0.0, bad);
+        const AcGeCircArc3d through(origin, middle, end), huge(origin, AcGeVector3d::kZAxis, bad);
         const AcGeEllipArc3d ellipse(AcGePoint3d(bad, 0, 0), AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, 2.0,
                                      1.0);
-        const AcGeNurbCurve3d spline(2, AcGeKnotVector(6, knots), control);
+        const AcGeNurbCurve3d spline(2, AcGeKnotVector(numbersOf({0, 0, 0, 1, 1, 1})),
+                                     pointsOf({origin, middle, end}));
         for (const AcGeCurve3d* curve :
-             {static_cast<const AcGeCurve3d*>(&line), static_cast<const AcGeCurve3d*>(&arc),
-              static_cast<const AcGeCurve3d*>(&through), static_cast<const AcGeCurve3d*>(&huge),
-              static_cast<const AcGeCurve3d*>(&ellipse), static_cast<const AcGeCurve3d*>(&spline)}) {
+             std::initializer_list<const AcGeCurve3d*>{&line, &arc, &through, &huge, &ellipse, &spline}) {
             AcGePoint3dArray points;
             AcGeDoubleArray params;
             AcGePoint3d other;

@@ -5,6 +5,7 @@
 #include "gemat3d.h"
 
 #include <cmath>
+#include <initializer_list>
 #include <random>
 #include <vector>
 
@@ -26,6 +27,18 @@ inline std::vector<AcGeMatrix2d> ofPlane() {
     return {AcGeMatrix2d(), AcGeMatrix2d::rotation(0.7, {3.0, -2.0}), AcGeMatrix2d::scaling(250.0) * mirror,
             AcGeMatrix2d::translation({1.0e6, -2.0e6}),
             AcGeMatrix2d::translation({-1.0e6, 1.0e6}) * AcGeMatrix2d::rotation(2.1) * mirror};
+}
+
+inline AcGePoint3dArray pointsOf(std::initializer_list<AcGePoint3d> list) {
+    AcGePoint3dArray points;
+    for (const AcGePoint3d& point : list) points.append(point);
+    return points;
+}
+
+inline AcGeDoubleArray numbersOf(std::initializer_list<double> list) {
+    AcGeDoubleArray numbers;
+    for (const double number : list) numbers.append(number);
+    return numbers;
 }
 
 /// A number in units in the last place of a coordinate of that size (at least 1).
