@@ -148,6 +148,23 @@ inline AcArray<void*> curvesOf(const std::vector<AcDbCurve*>& list) {
     return curves;
 }
 
+/// Form 3 of a closed contour: points, and for each the vector from the chord's middle to the arc's apex.
+struct Outline {
+    AcArray<AcGePoint3d> points;
+    AcArray<AcGeVector3d> bulges;
+
+    Outline() = default;
+    explicit Outline(const Vertices& vertices) {
+        for (std::size_t i = 0; i < vertices.size(); ++i) {
+            const auto& [x, y, bulge] = vertices[i];
+            const auto& next = vertices[(i + 1) % vertices.size()];
+            points.append(AcGePoint3d(x, y, 0));
+            // To the right of the chord for a positive bulge, as the host's.
+            bulges.append(AcGeVector3d(next[1] - y, x - next[0], 0) * (bulge / 2));
+        }
+    }
+};
+
 inline AcGePoint2d vertexOf(const AcDbPolyline& polyline, unsigned int index) {
     AcGePoint2d point(kNaN, kNaN);
     (void)polyline.getPointAt(index, point);

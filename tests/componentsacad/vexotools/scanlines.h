@@ -20,6 +20,8 @@ struct Segment {
     double centerX, centerY, radius;
 
     bool isArc() const { return bulge != 0.0; }
+    /// No point of the segment is farther from its start.
+    double reach() const { return std::hypot(x2 - x1, y2 - y1) + 2 * radius; }
     /// Is a point of the circle, given from the centre, on the arc.
     bool spans(double x, double y) const {
         const double side = (x2 - x1) * (centerY + y - y1) - (y2 - y1) * (centerX + x - x1);
@@ -93,6 +95,14 @@ inline std::vector<Crossing> crossingsAt(const Contour& contour, double x) {
     std::sort(crossings.begin(), crossings.end(),
               [](const Crossing& a, const Crossing& b) { return a.y < b.y; });
     return crossings;
+}
+
+/// How often a contour runs round a point of the line at x, counted against the clock.
+inline int windingAt(const Contour& contour, double x, double y) {
+    int winding = 0;
+    for (const Crossing& crossing : crossingsAt(contour, x))
+        if (crossing.y < y) winding += crossing.toRight ? 1 : -1;
+    return winding;
 }
 
 using Intervals = std::vector<std::pair<double, double>>;
@@ -191,28 +201,21 @@ inline std::vector<double> breaksOf(const Figure& figure) {
     }
     for (std::size_t i = 0; i < all.size(); ++i)
         for (std::size_t j = i + 1; j < all.size(); ++j) {
-            const double reachI =
-                std::hypot(all[i].x2 - all[i].x1, all[i].y2 - all[i].y1) + 2 * all[i].radius;
-            const double reachJ =
-                std::hypot(all[j].x2 - all[j].x1, all[j].y2 - all[j].y1) + 2 * all[j].radius;
-            if (std::hypot(all[i].x1 - all[j].x1, all[i].y1 - all[j].y1) > reachI + reachJ) continue;
+            const double apart = std::hypot(all[i].x1 - all[j].x1, all[i].y1 - all[j].y1);
+            if (apart > all[i].reach() + all[j].reach()) continue;
             addMeetings(all[i], all[j], xs);
         }
     double low = figure.slab[0].x1;
     double high = low;
     for (const Segment& s : figure.slab) {
-        const double reach = s.isArc() ? 2 * s.radius : 0.0;
-        low = std::min(low, s.x1 - reach);
-        high = std::max(high, s.x1 + reach);
+        low = std::min(low, s.x1 - 2 * s.radius);
+        high = std::max(high, s.x1 + 2 * s.radius);
     }
-    std::vector<double> inside;
-    for (const double x : xs)
-        if (x >= low && x <= high) inside.push_back(x);
-    std::sort(inside.begin(), inside.end());
+    std::sort(xs.begin(), xs.end());
     const double least = 1e-13 * (high - low);
     std::vector<double> breaks;
-    for (const double x : inside)
-        if (breaks.empty() || x > breaks.back() + least) breaks.push_back(x);
+    for (const double x : xs)
+        if (x >= low && x <= high && (breaks.empty() || x > breaks.back() + least)) breaks.push_back(x);
     return breaks;
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -86,12 +87,8 @@ inline Vertices outlineOf(Outline outline, std::mt19937& random) {
         for (int tooth = 3; tooth >= 0; --tooth) {
             const double x = tooth * 3000.0;
             const double root = 1000.0 * (1 + upTo(random, 5));
-            vertices.push_back({x + 3000, h, 0});
-            vertices.push_back({x + 1500, h, 0});
-            if (tooth > 0) {
-                vertices.push_back({x + 1500, root, 0});
-                vertices.push_back({x, root, 0});
-            }
+            vertices.insert(vertices.end(), {{x + 3000, h, 0}, {x + 1500, h, 0}});
+            if (tooth > 0) vertices.insert(vertices.end(), {{x + 1500, root, 0}, {x, root, 0}});
         }
         vertices.push_back({0, h, 0});
         return vertices;
@@ -155,44 +152,43 @@ inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline
     const double cellX = kWidth / columns;
     const double cellY = kHeight / 6;
     std::vector<int> cells(60);
-    for (int i = 0; i < 60; ++i) cells[static_cast<std::size_t>(i)] = i;
+    std::iota(cells.begin(), cells.end(), 0);
     std::shuffle(cells.begin(), cells.end(), random);
     for (int i = 0; i < count; ++i) {
         const int cell = cells[static_cast<std::size_t>(i % 60)];
-        const double x = (cell % columns + 0.5) * cellX;
-        const double y = (cell / columns + 0.5) * cellY;
-        const double a = between(random, 100, 0.35 * cellX);
-        const double b = between(random, 100, 0.35 * cellY);
+        AcGePoint2d at((cell % columns + 0.5) * cellX, (cell / columns + 0.5) * cellY);
+        double a = between(random, 100, 0.35 * cellX);
+        double b = between(random, 100, 0.35 * cellY);
+        double angle = 0.0;
         switch (placing) {
         case Placing::kApart: // any shape in a cell of its own, turned
-            openings.push_back(turned(openingOf(random, x, y, a, b), x, y, between(random, 0, 6)));
+            angle = between(random, 0, 6);
             break;
-        case Placing::kAcrossEdge: {
-            const AcGePoint2d at = edgePoint(outline, random);
-            const double angle = upTo(random, 1) ? 0.0 : between(random, 0, 6);
-            openings.push_back(turned(openingOf(random, at.x, at.y, a, b), at.x, at.y, angle));
+        case Placing::kAcrossEdge:
+            at = edgePoint(outline, random);
+            angle = upTo(random, 1) ? 0.0 : between(random, 0, 6);
             break;
-        }
-        case Placing::kTouching: { // in the same grid as the outline, sides and corners shared
-            const double cx = 1000.0 * (upTo(random, 11) + 0.5);
-            const double cy = 1000.0 * (upTo(random, 7) + 0.5);
-            openings.push_back(openingOf(random, cx, cy, 500, 500));
+        case Placing::kTouching: // in the same grid as the outline, sides and corners shared
+            at.x = 1000.0 * (upTo(random, 11) + 0.5);
+            at.y = 1000.0 * (upTo(random, 7) + 0.5);
+            a = b = 500;
             break;
-        }
         case Placing::kLevel:
-            openings.push_back(openingOf(random, x, y, a, 300));
+            b = 300;
             break;
         case Placing::kSharedTangent:
-            openings.push_back(openingOf(random, x, y, 0.3 * cellX, b));
+            a = 0.3 * cellX;
             break;
-        case Placing::kOverlapping: {
-            const double cx = between(random, 0, kWidth);
-            const double cy = between(random, 0, kHeight);
-            openings.push_back(
-                turned(openingOf(random, cx, cy, 2 * a, 2 * b), cx, cy, between(random, 0, 6)));
+        case Placing::kOverlapping:
+            at.x = between(random, 0, kWidth);
+            at.y = between(random, 0, kHeight);
+            a *= 2;
+            b *= 2;
+            angle = between(random, 0, 6);
             break;
         }
-        }
+        const Vertices opening = openingOf(random, at.x, at.y, a, b);
+        openings.push_back(angle == 0.0 ? opening : turned(opening, at.x, at.y, angle));
     }
     // A grid takes one opening a cell; repeated ones are nothing that a user draws.
     std::sort(openings.begin(), openings.end());

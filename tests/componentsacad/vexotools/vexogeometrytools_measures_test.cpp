@@ -23,19 +23,6 @@ AcArray<AcGePoint2d> flat(const AcArray<AcGePoint3d>& points) {
     return result;
 }
 
-/// Points and bulge vectors (form 3) of vertices with host bulges.
-void bulgeVectorsOf(const Vertices& vertices, AcArray<AcGePoint3d>& points, AcArray<AcGeVector3d>& bulges) {
-    points.removeAll();
-    bulges.removeAll();
-    for (std::size_t i = 0; i < vertices.size(); ++i) {
-        const auto& [x, y, hostBulge] = vertices[i];
-        const auto& next = vertices[(i + 1) % vertices.size()];
-        const AcGeVector3d chord(next[0] - x, next[1] - y, 0);
-        points.append(AcGePoint3d(x, y, 0));
-        bulges.append(AcGeVector3d(chord.y, -chord.x, 0) * (hostBulge / 2));
-    }
-}
-
 const std::vector<AcGePoint3d> kSquare = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
 
 } // namespace
@@ -77,16 +64,14 @@ TEST(Measures, SenseOfRandomContoursInEveryPlacement) {
     for (int round = 0; round < 200; ++round) {
         const Vertices contour = randomContour(random, 3 + round % 40, round % 2 ? 0.0 : 1e6);
         SCOPED_TRACE(round);
-        AcArray<AcGePoint3d> points;
-        AcArray<AcGeVector3d> bulges;
-        bulgeVectorsOf(contour, points, bulges);
-        EXPECT_EQ(IsCCW(points, bulges), 0);
-        EXPECT_GT(getSignedArea(points), 0.0);
+        const Outline outline(contour);
+        EXPECT_EQ(IsCCW(outline.points, outline.bulges), 0);
+        EXPECT_GT(getSignedArea(outline.points), 0.0);
         const auto closed = polylineOf(contour, true);
         EXPECT_FALSE(isContourClockWise(closed.get()));
         EXPECT_FALSE(isContourClockWise(polylineOf(contour, false).get()));
-        bulgeVectorsOf(reversed(contour), points, bulges);
-        EXPECT_EQ(IsCCW(points, bulges), 1);
+        const Outline back(reversed(contour));
+        EXPECT_EQ(IsCCW(back.points, back.bulges), 1);
         EXPECT_TRUE(isContourClockWise(polylineOf(reversed(contour), true).get()));
         // A mirror, or a look from below, turns the sense.
         ASSERT_EQ(closed->transformBy(mirror), Acad::eOk);
@@ -119,10 +104,7 @@ TEST(Measures, SenseOfOtherCurvesAndBadInput) {
 }
 
 TEST(Measures, SenseOfAHalfDiscComesFromItsArc) {
-    AcArray<AcGePoint3d> points = pointsOf({{0, 0, 0}, {2, 0, 0}});
-    AcArray<AcGeVector3d> bulges;
-    bulges.append(AcGeVector3d(0, -1, 0));
-    bulges.append(AcGeVector3d());
+    auto [points, bulges] = Outline({{0, 0, 1}, {2, 0, 0}});
     EXPECT_EQ(getArea(points), 0.0);
     EXPECT_EQ(IsCCW(points, bulges), 0);
     bulges[0].y = 1;
@@ -156,11 +138,9 @@ TEST(Measures, GravityCentreOfHalfCirclesIsANumberForEveryRadius) {
     std::mt19937 random(42);
     for (int i = 0; i < 2000; ++i) {
         const double radius = std::uniform_real_distribution<double>(0.01, 100)(random);
-        AcArray<AcGePoint3d> points = pointsOf({{-radius, 0, 0}, {radius, 0, 0}});
-        AcArray<AcGeVector3d> bulges;
-        bulges.append(AcGeVector3d(0, -radius, 0));
-        bulges.append(AcGeVector3d());
-        EXPECT_NEAR(GetGravityCenter(points, bulges).y, (-radius - 4 / kPi) / 3, 1e-6 * radius) << radius;
+        const Outline half({{-radius, 0, 1}, {radius, 0, 0}});
+        EXPECT_NEAR(GetGravityCenter(half.points, half.bulges).y, (-radius - 4 / kPi) / 3, 1e-6 * radius)
+            << radius;
     }
 }
 

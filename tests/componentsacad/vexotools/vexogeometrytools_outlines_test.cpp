@@ -249,27 +249,9 @@ TEST(SelfIntersecting, EqualsPlainForm) {
 
 // ---- the same outline ----
 
-struct Outline {
-    AcArray<AcGePoint3d> points;
-    AcArray<AcGeVector3d> bulges;
-};
-
 bool isSame(const Outline& a, const Outline& b, double tolerance = 1e-3, bool flatten = false) {
     return ComparePointsAndBulgesForClosedContours(a.points, a.bulges, b.points, b.bulges, tolerance,
                                                    flatten);
-}
-
-Outline outlineOf(const Vertices& vertices) {
-    Outline outline;
-    const std::size_t count = vertices.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        const AcGePoint3d start(vertices[i][0], vertices[i][1], 0);
-        const AcGePoint3d end(vertices[(i + 1) % count][0], vertices[(i + 1) % count][1], 0);
-        outline.points.append(start);
-        // To the right of the chord for a positive bulge, as the host's.
-        outline.bulges.append((end - start).perpVector() * (-0.5 * vertices[i][2]));
-    }
-    return outline;
 }
 
 Outline startedElsewhere(Outline outline, int shift) {
@@ -349,13 +331,13 @@ bool samePlainly(Outline first, Outline second, double tolerance, bool flatten) 
 
 TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
     const Vertices shape = rectangle(0, 0, 4, 4);
-    const Outline square = outlineOf(shape);
-    EXPECT_TRUE(isSame(square, startedElsewhere(outlineOf(reversed(shape)), 2)));
-    const Outline cut = outlineOf(corners({0, 0, 4, 0, 4, 1, 4, 3, 4, 4, 0, 4}));
+    const Outline square(shape);
+    EXPECT_TRUE(isSame(square, startedElsewhere(Outline(reversed(shape)), 2)));
+    const Outline cut(corners({0, 0, 4, 0, 4, 1, 4, 3, 4, 4, 0, 4}));
     EXPECT_TRUE(isSame(square, cut)) << "a side cut in three";
     EXPECT_TRUE(isSame(cut, square));
-    EXPECT_FALSE(isSame(square, outlineOf(corners({0, 0, 4, 0, 4, 4, 0, 4.1}))));
-    EXPECT_FALSE(isSame(square, outlineOf(corners({0, 0, 4, 0, 4, 4}))));
+    EXPECT_FALSE(isSame(square, Outline(corners({0, 0, 4, 0, 4, 4, 0, 4.1}))));
+    EXPECT_FALSE(isSame(square, Outline(corners({0, 0, 4, 0, 4, 4}))));
 
     Outline repeated = square;
     repeated.points.append(AcGePoint3d(0, 0, 0));
@@ -371,14 +353,14 @@ TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
     EXPECT_TRUE(isSame(square, raised, 1e-3, true));
 
     const Vertices rounded = {{0, 0, 0}, {4, 0, 0.5}, {4, 4, 0}, {0, 4, -0.3}};
-    EXPECT_TRUE(isSame(outlineOf(rounded), startedElsewhere(outlineOf(reversed(rounded)), 1)));
-    EXPECT_FALSE(isSame(outlineOf(rounded), square));
+    EXPECT_TRUE(isSame(Outline(rounded), startedElsewhere(Outline(reversed(rounded)), 1)));
+    EXPECT_FALSE(isSame(Outline(rounded), square));
     Vertices other = rounded;
     other[1][2] = -0.5;
-    EXPECT_FALSE(isSame(outlineOf(rounded), outlineOf(other))) << "the arc on the other side";
+    EXPECT_FALSE(isSame(Outline(rounded), Outline(other))) << "the arc on the other side";
     // A million units out points half a thousand-millionth apart are the same.
     Outline flat = square;
-    Outline far = startedElsewhere(outlineOf(reversed(shape)), 1);
+    Outline far = startedElsewhere(Outline(reversed(shape)), 1);
     for (Outline* outline : {&flat, &far})
         for (AcGePoint3d& corner : outline->points) corner.x += 1e6;
     flat.bulges[0].set(0, 5e-10, 0);
@@ -386,7 +368,7 @@ TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
 
     // Two arcs over one chord, their apexes a tolerance apart or less: paired in order, not as they fit best.
     const auto arcs = [](double rise1, double rise2) {
-        Outline outline = outlineOf({{0, 0, 0}, {4, 0, 0}});
+        Outline outline({{0, 0, 0}, {4, 0, 0}});
         outline.bulges[0].set(0, 1 + rise1, 0);
         outline.bulges[1].set(0, 1 + rise2, 0);
         return outline;
@@ -394,12 +376,12 @@ TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
     EXPECT_TRUE(isSame(arcs(0, 1.2e-6), arcs(-0.6e-6, 0.6e-6)));
     EXPECT_FALSE(isSame(arcs(0, 1.2e-6), arcs(0.6e-6, -0.6e-6)));
 
-    const Outline point = outlineOf({{1, 1, 0}, {1, 1, 0}});
-    EXPECT_TRUE(isSame(point, outlineOf({{7, 7, 0}, {7, 7, 0}}))) << "nothing is left of either";
+    const Outline point({{1, 1, 0}, {1, 1, 0}});
+    EXPECT_TRUE(isSame(point, Outline({{7, 7, 0}, {7, 7, 0}}))) << "nothing is left of either";
     EXPECT_FALSE(isSame(point, square));
-    EXPECT_FALSE(isSame(outlineOf({{1, 1, 0}}), outlineOf({{1, 1, 0}})));
+    EXPECT_FALSE(isSame(Outline({{1, 1, 0}}), Outline({{1, 1, 0}})));
     EXPECT_FALSE(isSame(Outline(), Outline()));
-    const Outline broken = outlineOf({{0, 0, 0}, {4, kNaN, 0}, {4, 4, 0}});
+    const Outline broken({{0, 0, 0}, {4, kNaN, 0}, {4, 4, 0}});
     EXPECT_FALSE(isSame(broken, broken));
 }
 
@@ -425,8 +407,8 @@ TEST(SameOutline, EqualsPlainFormAroundTheTolerance) {
             if (random() % 5 == 0) x += step(random) * 0.51e-6;
         if (random() % 8 == 0) twin[random() % twin.size()][1] += 0.5;
         if (random() % 50 == 0) twin[0][0] = kNaN;
-        Outline first = outlineOf(vertices);
-        Outline second = startedElsewhere(outlineOf(twin), static_cast<int>(random() % twin.size()));
+        Outline first(vertices);
+        Outline second = startedElsewhere(Outline(twin), static_cast<int>(random() % twin.size()));
         if (random() % 4 == 0) second.points.append(AcGePoint3d(second.points[0]));
         if (random() % 40 == 0) first.bulges.removeLast();
         const bool flatten = random() % 2;

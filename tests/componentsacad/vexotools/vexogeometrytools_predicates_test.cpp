@@ -8,6 +8,7 @@
 #include "dbxline.h"
 #include "geell2d.h"
 #include "gelnsg2d.h"
+#include "scanlines.h"
 
 #include <gtest/gtest.h>
 
@@ -46,29 +47,15 @@ int interiorPlainly(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
     return total % 2;
 }
 
-/// Samples of the contour's boundary, close enough that a point 0.05 away from them sees the same contour.
-std::vector<AcGePoint2d> samplesOf(const AcDbPolyline& polyline) {
-    std::vector<AcGePoint2d> samples;
+/// The contour's boundary by samples, close enough that a point 0.05 away from it sees the same contour.
+AcArray<AcGePoint3d> samplesOf(const AcDbPolyline& polyline) {
+    AcArray<AcGePoint3d> samples;
     constexpr int perSegment = 100;
     for (unsigned int i = 0; i < polyline.numVerts() * perSegment; ++i) {
-        AcGePoint3d point;
-        EXPECT_EQ(polyline.getPointAtParam(static_cast<double>(i) / perSegment, point), Acad::eOk);
-        samples.emplace_back(point.x, point.y);
+        samples.append(AcGePoint3d());
+        EXPECT_EQ(polyline.getPointAtParam(static_cast<double>(i) / perSegment, samples.last()), Acad::eOk);
     }
     return samples;
-}
-
-/// The winding number by the sum of angles, and the distance to the nearest sample.
-int windingOf(const std::vector<AcGePoint2d>& samples, const AcGePoint2d& q, double& distance) {
-    double sum = 0.0;
-    distance = 1e300;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const AcGeVector2d a = samples[i] - q;
-        const AcGeVector2d b = samples[(i + 1) % samples.size()] - q;
-        sum += std::atan2(a.crossProduct(b), a.dotProduct(b));
-        distance = std::min(distance, a.length());
-    }
-    return static_cast<int>(std::lround(sum / AcGe::kTwoPi));
 }
 
 /// Is the point neither clearly beside a corner nor straight above or below it. Far from the origin the bound
@@ -80,24 +67,24 @@ bool isInDoubt(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
     return false;
 }
 
-/// The contour's segments as 2d curves, owned.
-std::vector<std::unique_ptr<AcGeCurve2d>> ringOf(const AcDbPolyline& polyline) {
-    std::vector<std::unique_ptr<AcGeCurve2d>> ring;
-    for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
-        AcGeLineSeg2d line;
-        AcGeCircArc2d arc;
-        if (polyline.getArcSegAt(i, arc) == Acad::eOk)
-            ring.emplace_back(arc.copy());
-        else if (polyline.getLineSegAt(i, line) == Acad::eOk)
-            ring.emplace_back(line.copy());
+/// The segments of a closed contour as 2d curves.
+struct Ring {
+    std::vector<std::unique_ptr<AcGeCurve2d>> owned;
+    std::vector<AcGeCurve2d*> curves;
+
+    explicit Ring(const Vertices& vertices) {
+        const auto polyline = polylineOf(vertices, true);
+        for (unsigned int i = 0; i < polyline->numVerts(); ++i) {
+            AcGeLineSeg2d line;
+            AcGeCircArc2d arc;
+            if (polyline->getArcSegAt(i, arc) == Acad::eOk)
+                owned.emplace_back(arc.copy());
+            else if (polyline->getLineSegAt(i, line) == Acad::eOk)
+                owned.emplace_back(line.copy());
+        }
+        for (const auto& curve : owned) curves.push_back(curve.get());
     }
-    return ring;
-}
-std::vector<AcGeCurve2d*> pointersOf(const std::vector<std::unique_ptr<AcGeCurve2d>>& ring) {
-    std::vector<AcGeCurve2d*> pointers;
-    for (const auto& curve : ring) pointers.push_back(curve.get());
-    return pointers;
-}
+};
 
 TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
     struct Case {
@@ -167,24 +154,24 @@ TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
             Vertices vertices = randomContour(random, 5 + round, offset);
             if (round % 2) vertices = reversed(vertices);
             const auto polyline = polylineOf(vertices, true);
-            const auto samples = samplesOf(*polyline);
-            AcArray<AcGePoint3d> polygon;
-            for (const AcGePoint2d& sample : samples) polygon.append({sample.x, sample.y, 0.0});
-            const auto ring = ringOf(*polyline);
+            const AcArray<AcGePoint3d> polygon = samplesOf(*polyline);
+            const scanlines::Contour contour = scanlines::contourOf(*polyline, {0, 0});
+            const Ring ring(vertices);
             std::uniform_real_distribution<double> coordinate(offset - 11, offset + 11);
             for (int k = 0; k < 40; ++k) {
                 const AcGePoint2d q(coordinate(random), coordinate(random));
-                double distance;
-                const bool inside = windingOf(samples, q, distance) != 0;
-                if (distance < 0.05) continue;
-                ++asked;
                 const AcGePoint3d point(q.x, q.y, 0.0);
+                AcGePoint3d closest;
+                ASSERT_EQ(polyline->getClosestPointTo(point, closest), Acad::eOk);
+                if (closest.distanceTo(point) < 0.05) continue;
+                const bool inside = scanlines::windingAt(contour, q.x, q.y) != 0;
+                ++asked;
                 SCOPED_TRACE(testing::Message() << q.x << ' ' << q.y << " round " << round);
                 if (isInDoubt(polygon, point))
                     ++inDoubt;
                 else
                     EXPECT_EQ(IsInteriorPoint(polygon, point), inside);
-                EXPECT_EQ(IsInteriorPoint(pointersOf(ring), q), inside);
+                EXPECT_EQ(IsInteriorPoint(ring.curves, q), inside);
                 EXPECT_EQ(isPointInsideContour(point, polyline.get()), inside);
             }
         }
@@ -224,13 +211,11 @@ TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {
                  {dome, 5, 4, 0, "to the right"},
                  {wide, 2.5e8, 0, 1, "within the ray"},
                  {wide, 0, 0, 0, "the right side is beyond the ray"}};
-    for (const auto& [contour, x, y, expected, why] : cases) {
-        const auto ring = ringOf(*polylineOf(contour, true));
-        EXPECT_EQ(IsInteriorPoint(pointersOf(ring), {x, y}), expected) << x << ' ' << y << ", " << why;
-    }
+    for (const auto& [contour, x, y, expected, why] : cases)
+        EXPECT_EQ(IsInteriorPoint(Ring(contour).curves, {x, y}), expected) << x << ' ' << y << ", " << why;
     AcGeEllipArc2d ellipse;
-    const auto ring = ringOf(*polylineOf(square, true));
-    std::vector<AcGeCurve2d*> mixed = pointersOf(ring);
+    const Ring ring(square);
+    std::vector<AcGeCurve2d*> mixed = ring.curves;
     mixed.push_back(nullptr);
     mixed.push_back(&ellipse);
     EXPECT_EQ(IsInteriorPoint(mixed, {2, 2}), 1);

@@ -75,8 +75,7 @@ TEST(ExtentsPoints, AreComparedInXCoarselyAndInYFinely) {
     const AcDbExtents box(AcGePoint3d(1, 2, 3), AcGePoint3d(5, 6, 7));
     const struct {
         AcGePoint3d point;
-        bool inX;
-        bool expected;
+        bool inX, expected;
     } cases[] = {{{1 + 9e-7, 50, 50}, true, true},  {{5 - 9e-7, 0, 0}, true, true},
                  {{1 + 2e-6, 2, 3}, true, false},   {{3, 2, 3}, true, false},
                  {{50, 2 + 5e-11, 9}, false, true}, {{0, 6, 0}, false, true},

@@ -67,8 +67,8 @@ TEST(LinearCrossings, AreToldOnceAndEndsCount) {
         {"a point off the other", segment(1, 1, 1, 1), segment(0, 0, 4, 0), false, {}},
         {"equal points", segment(1, 1, 1, 1), segment(1, 1, 1, 1), true, {1, 1, 0}},
         {"past each other in space",
-         {AcGePoint3d(0, 0, 0), AcGePoint3d(4, 4, 0)},
-         {AcGePoint3d(0, 4, 1), AcGePoint3d(4, 0, 1)},
+         {{0, 0, 0}, AcGePoint3d(4, 4, 0)},
+         {{0, 4, 1}, AcGePoint3d(4, 0, 1)},
          false,
          {}},
     };
@@ -526,12 +526,7 @@ TEST(CurvePairs, GridCurvesAgreeInEveryOrderAndMissNoEnd) {
         for (const auto& [from, to] : {std::pair(&a, &b), std::pair(&b, &a)}) {
             (*from)->hasStartPoint(start);
             (*from)->hasEndPoint(end);
-            if ((*to)->isOn(start)) {
-                EXPECT_TRUE(isTold(start));
-            }
-            if ((*to)->isOn(end)) {
-                EXPECT_TRUE(isTold(end));
-            }
+            for (const AcGePoint2d& point : {start, end}) EXPECT_TRUE(!(*to)->isOn(point) || isTold(point));
         }
         a->reverseParam();
         const AcGeCurveCurveInt2d swapped(*b, *a);
