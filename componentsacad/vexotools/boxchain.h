@@ -18,7 +18,20 @@ public:
         bool meets(const Box& other) const {
             return lowX <= other.highX && other.lowX <= highX && lowY <= other.highY && other.lowY <= highY;
         }
+        /// Boxes that only touch do not.
+        bool overlaps(const Box& other) const {
+            return lowX < other.highX && other.lowX < highX && lowY < other.highY && other.lowY < highY;
+        }
         void extend(const Box& other);
+        Box widened(double margin) const {
+            return {lowX - margin, highX + margin, lowY - margin, highY + margin};
+        }
+        double largerSide() const {
+            const double width = highX - lowX;
+            const double height = highY - lowY;
+            return width < height ? height : width;
+        }
+        double halfPerimeter() const { return highX - lowX + highY - lowY; }
     };
 
     /// The box of a piece that meets nothing.

@@ -30,46 +30,24 @@ struct Place {
 };
 
 /// A segment of a loop, with the circle of an arc.
-struct Side {
-    ContourVertex start;
-    ContourVertex end;
-    double centerX = 0.0;
-    double centerY = 0.0;
-    double radius = 0.0;
-    FrameBox box{};
+struct Side : LoopSegment {
+    ArcCircle circle;
+    PlaneBox bounds;
 
     Side(const ContourLoop& loop, std::size_t i)
-        : start(loop.vertices[i])
-        , end(loop.vertices[i + 1 < loop.vertices.size() ? i + 1 : 0]) {
-        box = {std::min(start.x, end.x), std::max(start.x, end.x), std::min(start.y, end.y),
-               std::max(start.y, end.y)};
-        if (!isArc()) return;
-        const double chordX = end.x - start.x;
-        const double chordY = end.y - start.y;
-        const double factor = (1.0 - start.bulge * start.bulge) / (4.0 * start.bulge);
-        centerX = start.x + chordX * 0.5 - chordY * factor;
-        centerY = start.y + chordY * 0.5 + chordX * factor;
-        radius = std::hypot(start.x - centerX, start.y - centerY);
-        const double reach = 0.5 * std::hypot(chordX, chordY) * std::max(1.0, std::abs(start.bulge));
-        const double middleX = start.x + chordX * 0.5;
-        const double middleY = start.y + chordY * 0.5;
-        box = {middleX - reach, middleX + reach, middleY - reach, middleY + reach};
-    }
-    bool isArc() const { return start.bulge != 0.0; }
-    double length() const { return std::hypot(end.x - start.x, end.y - start.y); }
+        : LoopSegment(loop, i)
+        , circle(isArc() ? circleOf(*this) : ArcCircle())
+        , bounds(box(0.0)) {}
     /// Length along an arc.
-    double run() const { return std::abs(4.0 * std::atan(start.bulge)) * radius; }
-    bool isNear(const FrameBox& other, double margin) const {
-        return box.lowX - margin <= other.highX && other.lowX - margin <= box.highX &&
-               box.lowY - margin <= other.highY && other.lowY - margin <= box.highY;
-    }
+    double run() const { return std::abs(4.0 * std::atan(start.bulge)) * circle.radius; }
+    bool isNear(const PlaneBox& other, double margin) const { return bounds.widened(margin).meets(other); }
     /// Share of the run at a point of the circle; below 0 or above 1 off the arc.
     double shareAt(double x, double y) const {
         const double sweep = 4.0 * std::atan(start.bulge);
-        const double fromX = start.x - centerX;
-        const double fromY = start.y - centerY;
-        const double toX = x - centerX;
-        const double toY = y - centerY;
+        const double fromX = start.x - circle.x;
+        const double fromY = start.y - circle.y;
+        const double toX = x - circle.x;
+        const double toY = y - circle.y;
         // Counted from the arc's middle, so that both ends are equally far from where angles jump.
         const double angle = std::atan2(fromX * toY - fromY * toX, fromX * toX + fromY * toY);
         double turn = angle - sweep / 2;
@@ -108,7 +86,7 @@ public:
 
     /// False when unclear.
     bool add(const Side& a, std::size_t i, const Side& b, std::size_t j, std::vector<Crossing>& found) const {
-        if (!a.isNear(b.box, m_margin)) return true;
+        if (!a.isNear(b.bounds, m_margin)) return true;
         if (a.isArc() && b.isArc()) return areCirclesApart(a, b);
         if (a.isArc()) return addLineArc(b, j, a, i, false, found);
         if (b.isArc()) return addLineArc(a, i, b, j, true, found);
@@ -117,8 +95,9 @@ public:
 
 private:
     bool areCirclesApart(const Side& a, const Side& b) const {
-        const double apart = std::hypot(b.centerX - a.centerX, b.centerY - a.centerY);
-        return apart > a.radius + b.radius + m_margin || apart < std::abs(a.radius - b.radius) - m_margin;
+        const double apart = std::hypot(b.circle.x - a.circle.x, b.circle.y - a.circle.y);
+        return apart > a.circle.radius + b.circle.radius + m_margin ||
+               apart < std::abs(a.circle.radius - b.circle.radius) - m_margin;
     }
     bool addLines(const Side& a, std::size_t i, const Side& b, std::size_t j,
                   std::vector<Crossing>& found) const {
@@ -126,8 +105,8 @@ private:
         const double uy = a.end.y - a.start.y;
         const double vx = b.end.x - b.start.x;
         const double vy = b.end.y - b.start.y;
-        const double lengthA = a.length();
-        const double lengthB = b.length();
+        const double lengthA = a.chord();
+        const double lengthB = b.chord();
         const double wx = b.start.x - a.start.x;
         const double wy = b.start.y - a.start.y;
         const double across = ux * vy - uy * vx;
@@ -151,16 +130,16 @@ private:
     }
     bool addLineArc(const Side& line, std::size_t i, const Side& arc, std::size_t j, bool isLineOfPiece,
                     std::vector<Crossing>& found) const {
-        const double length = line.length();
+        const double length = line.chord();
         if (!(length > m_margin)) return false;
         const double ux = (line.end.x - line.start.x) / length;
         const double uy = (line.end.y - line.start.y) / length;
-        const double wx = arc.centerX - line.start.x;
-        const double wy = arc.centerY - line.start.y;
+        const double wx = arc.circle.x - line.start.x;
+        const double wy = arc.circle.y - line.start.y;
         const double off = ux * wy - uy * wx;
-        if (std::abs(off) > arc.radius + m_margin) return true;
-        const double square = (arc.radius - std::abs(off)) * (arc.radius + std::abs(off));
-        if (square < kClearSine * kClearSine * arc.radius * arc.radius) return false;
+        if (std::abs(off) > arc.circle.radius + m_margin) return true;
+        const double square = (arc.circle.radius - std::abs(off)) * (arc.circle.radius + std::abs(off));
+        if (square < kClearSine * kClearSine * arc.circle.radius * arc.circle.radius) return false;
         const double half = std::sqrt(square);
         for (const double side : {-half, half}) {
             const double along = ux * wx + uy * wy + side;
@@ -201,22 +180,23 @@ void addLineMeeting(const Side& side, std::size_t i, double x, std::vector<Place
 bool clearMeetings(const std::vector<Side>& sides, double x, double margin, std::vector<Place>& meetings) {
     for (std::size_t i = 0; i < sides.size(); ++i) {
         const Side& side = sides[i];
-        if (x < side.box.lowX - margin || x > side.box.highX + margin) continue;
+        if (x < side.bounds.lowX - margin || x > side.bounds.highX + margin) continue;
         if (std::abs(x - side.start.x) <= margin || std::abs(x - side.end.x) <= margin) return false;
         if (!side.isArc()) {
-            if (std::abs(side.end.x - side.start.x) < kClearSine * side.length()) return false;
+            if (std::abs(side.end.x - side.start.x) < kClearSine * side.chord()) return false;
             addLineMeeting(side, i, x, meetings);
             continue;
         }
-        const double off = x - side.centerX;
-        const double square = (side.radius - off) * (side.radius + off);
-        if (std::abs(square) < kClearSine * kClearSine * side.radius * side.radius) return false;
+        const double off = x - side.circle.x;
+        const double square = (side.circle.radius - off) * (side.circle.radius + off);
+        if (std::abs(square) < kClearSine * kClearSine * side.circle.radius * side.circle.radius)
+            return false;
         if (square < 0.0) continue;
         for (const double half : {-std::sqrt(square), std::sqrt(square)}) {
-            const double share = side.shareAt(x, side.centerY + half);
+            const double share = side.shareAt(x, side.circle.y + half);
             const int within = clearlyWithin(share, side.run(), margin / kClearSine);
             if (within < 0) return false;
-            if (within > 0) meetings.push_back({i, share, x, side.centerY + half});
+            if (within > 0) meetings.push_back({i, share, x, side.circle.y + half});
         }
     }
     sortUpwards(meetings);
@@ -231,18 +211,18 @@ std::vector<Place> outermostMeetings(const std::vector<Side>& sides, double x, d
     std::vector<Place> meetings;
     for (std::size_t i = 0; i < sides.size(); ++i) {
         const Side& side = sides[i];
-        if (x < side.box.lowX - margin || x > side.box.highX + margin) continue;
+        if (x < side.bounds.lowX - margin || x > side.bounds.highX + margin) continue;
         // A corner counts where it starts a segment.
         if (isOnLine(side.start)) meetings.push_back({i, 0.0, x, side.start.y});
         if (!side.isArc()) {
             if (!isOnLine(side.start) && !isOnLine(side.end)) addLineMeeting(side, i, x, meetings);
             continue;
         }
-        const double off = x - side.centerX;
-        const double square = (side.radius - off) * (side.radius + off);
+        const double off = x - side.circle.x;
+        const double square = (side.circle.radius - off) * (side.circle.radius + off);
         if (square < 0.0) continue;
         for (const double half : {-std::sqrt(square), std::sqrt(square)}) {
-            const double y = side.centerY + half;
+            const double y = side.circle.y + half;
             const double share = side.shareAt(x, y);
             const bool isAtCorner = (isOnLine(side.start) && std::abs(y - side.start.y) <= margin) ||
                                     (isOnLine(side.end) && std::abs(y - side.end.y) <= margin);
@@ -353,7 +333,7 @@ public:
         m_loop = splice.take();
     }
     /// False when a crossing is unclear.
-    bool findCrossings(const std::vector<Side>& hole, const FrameBox& holeBox, double margin) {
+    bool findCrossings(const std::vector<Side>& hole, const PlaneBox& holeBox, double margin) {
         const SideCrossings pairs(margin);
         for (std::size_t i = 0; i < m_loop.vertices.size(); ++i) {
             if (i == m_leftIndex || i == m_rightIndex) continue;
@@ -465,11 +445,9 @@ CleanCut relationOf(const std::vector<Side>& piece, const ContourLoop& pieceLoop
 
 } // namespace
 
-CleanCut cutCleanly(const ContourLoop& piece, const FrameBox& pieceBox, const Opening& hole, double sliver,
+CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole, double sliver,
                     std::vector<ContourLoop>& parts) {
-    const double size = std::max({pieceBox.highX - pieceBox.lowX, pieceBox.highY - pieceBox.lowY,
-                                  hole.box.highX - hole.box.lowX, hole.box.highY - hole.box.lowY});
-    const double margin = kMarginShare * size;
+    const double margin = kMarginShare * std::max(pieceBox.largerSide(), hole.box.largerSide());
     const std::vector<Side> sides = sidesOf(piece);
     const std::vector<Side> holeSides = sidesOf(hole.clockwise);
     const bool cutsLeft = hole.left > pieceBox.lowX + margin;

@@ -11,7 +11,7 @@ namespace VEXOGeometryTools {
 struct Opening {
     ContourLoop loop;      ///< counter-clockwise
     ContourLoop clockwise; ///< the same the other way round
-    FrameBox box;
+    PlaneBox box;
     double left;  ///< where the cuts along y stand: at the outermost points, or nudged inwards by
     double right; ///< correctExtentsPoints where they would only touch
 
@@ -28,7 +28,7 @@ enum class CleanCut {
 /// clear angle away from all vertices, a cut crosses the piece twice, and there is at most one strip above
 /// the opening and one below. The parts then follow from the order of the crossings alone and are those of
 /// the plain steps. Anything else is unclear, strips up to the area `sliver` too.
-CleanCut cutCleanly(const ContourLoop& piece, const FrameBox& pieceBox, const Opening& hole, double sliver,
+CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole, double sliver,
                     std::vector<ContourLoop>& parts);
 
 } // namespace VEXOGeometryTools

@@ -16,32 +16,10 @@ constexpr double kMarginTolerances = 100.0;
 /// The least sine of the angle between segments that clearly cannot run together.
 constexpr double kClearSine = 1e-3;
 
-struct Edge {
-    ContourVertex start;
-    ContourVertex end;
-
-    Edge(const ContourLoop& loop, std::size_t i)
-        : start(loop.vertices[i])
-        , end(loop.vertices[i + 1 < loop.vertices.size() ? i + 1 : 0]) {}
-
-    bool isArc() const { return start.bulge != 0.0; }
-    double chord() const { return std::hypot(end.x - start.x, end.y - start.y); }
-    /// A box that holds the segment and the margin.
-    FrameBox box(double margin) const {
-        if (!isArc())
-            return {std::min(start.x, end.x) - margin, std::max(start.x, end.x) + margin,
-                    std::min(start.y, end.y) - margin, std::max(start.y, end.y) + margin};
-        const double reach = 0.5 * chord() * std::max(1.0, std::abs(start.bulge)) + margin;
-        const double x = 0.5 * (start.x + end.x);
-        const double y = 0.5 * (start.y + end.y);
-        return {x - reach, x + reach, y - reach, y + reach};
-    }
-};
-
 double apart(const ContourVertex& a, const ContourVertex& b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
 /// 1: one segment, run in opposite senses; 0: two; -1: close to being one.
-int areOne(const Edge& a, const Edge& b, double tolerance) {
+int areOne(const LoopSegment& a, const LoopSegment& b, double tolerance) {
     const double ends = std::max(apart(a.start, b.end), apart(a.end, b.start));
     if (ends > kMarginTolerances * tolerance) return 0;
     const double heights = 0.5 * std::abs(a.start.bulge + b.start.bulge) * a.chord();
@@ -49,7 +27,7 @@ int areOne(const Edge& a, const Edge& b, double tolerance) {
     return ends <= 0.5 * tolerance && heights <= 0.5 * tolerance ? 1 : -1;
 }
 
-bool mayLinesRunTogether(const Edge& a, const Edge& b, double margin) {
+bool mayLinesRunTogether(const LoopSegment& a, const LoopSegment& b, double margin) {
     const double length = a.chord();
     const double other = b.chord();
     if (!(length > margin && other > margin)) return true;
@@ -67,37 +45,24 @@ bool mayLinesRunTogether(const Edge& a, const Edge& b, double margin) {
     return std::min(length, std::max(startAt, endAt)) - std::max(0.0, std::min(startAt, endAt)) > margin;
 }
 
-struct Circle {
-    double x;
-    double y;
-    double radius;
-
-    explicit Circle(const Edge& edge) {
-        const double bulge = edge.start.bulge;
-        const double factor = (1.0 - bulge * bulge) / (4.0 * bulge);
-        const double toX = 0.5 * (edge.end.x - edge.start.x) - (edge.end.y - edge.start.y) * factor;
-        const double toY = 0.5 * (edge.end.y - edge.start.y) + (edge.end.x - edge.start.x) * factor;
-        x = edge.start.x + toX;
-        y = edge.start.y + toY;
-        radius = std::hypot(toX, toY);
-    }
-    double angleOf(const ContourVertex& point) const { return std::atan2(point.y - y, point.x - x); }
-};
+double angleOf(const ArcCircle& circle, const ContourVertex& point) {
+    return std::atan2(point.y - circle.y, point.x - circle.x);
+}
 
 /// Counter-clockwise from the point where the arc begins in that sense.
 struct Sweep {
     double from;
     double angle;
 
-    Sweep(const Circle& circle, const Edge& edge)
-        : from(circle.angleOf(edge.start.bulge > 0.0 ? edge.start : edge.end))
+    Sweep(const ArcCircle& circle, const LoopSegment& edge)
+        : from(angleOf(circle, edge.start.bulge > 0.0 ? edge.start : edge.end))
         , angle(4.0 * std::atan(std::abs(edge.start.bulge))) {}
 };
 
 /// Arcs of clearly different circles meet in points only, and so do arcs of one circle one behind the other.
-bool mayArcsRunTogether(const Edge& a, const Edge& b, double margin) {
-    const Circle first(a);
-    const Circle second(b);
+bool mayArcsRunTogether(const LoopSegment& a, const LoopSegment& b, double margin) {
+    const ArcCircle first = circleOf(a);
+    const ArcCircle second = circleOf(b);
     const double difference =
         std::max(std::abs(first.radius - second.radius), std::hypot(second.x - first.x, second.y - first.y));
     if (difference > kClearSine * std::min(first.radius, second.radius)) return false;
@@ -112,15 +77,15 @@ bool mayArcsRunTogether(const Edge& a, const Edge& b, double margin) {
 }
 
 /// A line and an arc that is clearly bent meet in points only.
-bool mayRunTogether(const Edge& a, const Edge& b, double margin) {
+bool mayRunTogether(const LoopSegment& a, const LoopSegment& b, double margin) {
     if (!a.isArc() && !b.isArc()) return mayLinesRunTogether(a, b, margin);
     if (a.isArc() && b.isArc()) return mayArcsRunTogether(a, b, margin);
-    const Edge& arc = a.isArc() ? a : b;
+    const LoopSegment& arc = a.isArc() ? a : b;
     return 0.5 * std::abs(arc.start.bulge) * arc.chord() <= margin;
 }
 
-/// As MergeContoursIfTheyHaveOneComonSegment goes round: the first loop from behind its segment, then the
-/// second.
+} // namespace
+
 ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j) {
     const std::size_t count = first.vertices.size();
     const std::size_t otherCount = second.vertices.size();
@@ -133,24 +98,21 @@ ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop&
     return joined;
 }
 
-} // namespace
-
 CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged) {
-    const FrameBox box1 = boxOf(first);
-    const FrameBox box2 = boxOf(second);
-    const double size = std::max({std::max(box1.highX, box2.highX) - std::min(box1.lowX, box2.lowX),
-                                  std::max(box1.highY, box2.highY) - std::min(box1.lowY, box2.lowY)});
-    const double tolerance = kComparisonTolerance * size;
+    const PlaneBox box2 = boxOf(second);
+    PlaneBox both = boxOf(first);
+    both.extend(box2);
+    const double tolerance = kComparisonTolerance * both.largerSide();
     const double margin = kMarginTolerances * tolerance;
     int shared = 0;
     std::size_t sharedFirst = 0;
     std::size_t sharedSecond = 0;
     for (std::size_t i = 0; i < first.vertices.size(); ++i) {
-        const Edge a(first, i);
-        const FrameBox near = a.box(margin);
+        const LoopSegment a(first, i);
+        const PlaneBox near = a.box(margin);
         if (!near.overlaps(box2)) continue;
         for (std::size_t j = 0; j < second.vertices.size(); ++j) {
-            const Edge b(second, j);
+            const LoopSegment b(second, j);
             if (!near.overlaps(b.box(margin))) continue;
             const int one = areOne(a, b, tolerance);
             if (one < 0) return CleanMerge::kUnclear;

@@ -15,4 +15,8 @@ enum class CleanMerge {
 /// two segments that could run together.
 CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged);
 
+/// Two loops that share a segment, the first one's i and the second one's j, run in opposite senses, as one
+/// without it: the first loop from behind its segment, then the second.
+ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j);
+
 } // namespace VEXOGeometryTools

@@ -196,10 +196,9 @@ double areaTolerance(const ContourArea& first, const ContourArea& second) {
 
 double areaTolerance(const std::optional<PlaneBox>& box) {
     if (!box) return kRelativeTolerance;
-    const double size = std::max(box->highX - box->lowX, box->highY - box->lowY);
     const double largest = std::max(std::max(std::abs(box->lowX), std::abs(box->highX)),
                                     std::max(std::abs(box->lowY), std::abs(box->highY)));
-    return std::max(kRelativeTolerance * size, kToleranceUlps * AcGe::ulpOf(largest));
+    return std::max(kRelativeTolerance * box->largerSide(), kToleranceUlps * AcGe::ulpOf(largest));
 }
 
 ContourArea commonArea(const ContourArea& first, const ContourArea& second) {

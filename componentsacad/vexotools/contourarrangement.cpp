@@ -82,7 +82,7 @@ ContourArrangement::ContourArrangement(const ContourArea& first, const ContourAr
     double reach = 0.0;
     if (box) {
         m_origin.set(0.5 * box->lowX + 0.5 * box->highX, 0.5 * box->lowY + 0.5 * box->highY);
-        reach = std::max(box->highX - box->lowX, box->highY - box->lowY);
+        reach = box->largerSide();
     }
     m_grid.emplace(tolerance, reach, static_cast<int>(count));
     m_nodes.reserve(count);
@@ -165,11 +165,8 @@ int ContourArrangement::nodeAt(const AcGePoint2d& point, const AcGePoint2d* give
 void ContourArrangement::indexSegments() {
     std::vector<PlaneBox> boxes;
     boxes.reserve(m_segments.size());
-    for (const PlaneSegment& curve : m_curves) {
-        const PlaneBox box = boxOfSegment(curve.start(), curve.end(), curve.bulge());
-        boxes.push_back({box.lowX - m_tolerance, box.highX + m_tolerance, box.lowY - m_tolerance,
-                         box.highY + m_tolerance});
-    }
+    for (const PlaneSegment& curve : m_curves)
+        boxes.push_back(boxOfSegment(curve.start(), curve.end(), curve.bulge()).widened(m_tolerance));
     m_chain.emplace(std::move(boxes));
 }
 

@@ -5,9 +5,12 @@
 class AcDbCurve;
 class AcDbPolyline;
 class AcDbXline;
+class AcGePoint3d;
 
 /// What the splitting of contours shares between its files.
 namespace VEXOGeometryTools {
+
+AcDbXline lineAlongY(const AcGePoint3d& through);
 
 /// Deletes the curves and empties the array.
 void deleteCurves(AcArray<void*>& curves);

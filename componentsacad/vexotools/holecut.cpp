@@ -32,24 +32,14 @@ constexpr double kColumnShare = 1e-6;
 struct Cut {
     const ContourLoop& piece;
     const Opening& opening;
-    const ContourLoop& hole;
-    FrameBox pieceBox;
+    PlaneBox pieceBox;
     double restArea; ///< of the piece without the opening
     double allowed;  ///< difference of areas that rounding and nudges make
 };
 
-double sizeOf(const FrameBox& box) { return std::max(box.highX - box.lowX, box.highY - box.lowY); }
-
-double sliverOf(const FrameBox& box, double size) {
+double sliverOf(const PlaneBox& box, double size) {
     const double width = kSliverNudges * kExtentsNudge + kSliverTolerances * kComparisonTolerance * size;
     return width * box.halfPerimeter();
-}
-
-AcDbXline lineAlongY(double x) {
-    AcDbXline line;
-    (void)line.setBasePoint(AcGePoint3d(x, 0.0, 0.0));
-    (void)line.setUnitDir(AcGeVector3d::kYAxis);
-    return line;
 }
 
 std::unique_ptr<AcDbPolyline> planePolyline(const ContourLoop& loop) {
@@ -85,7 +75,7 @@ void cutOff(std::unique_ptr<AcDbPolyline>& rest, double x, int index, double sli
     if (rest->getGeomExtents(extents) != Acad::eOk ||
         isPointsOnExtents(AcGePoint3d(x, 0.0, 0.0), extents, true))
         return;
-    AcDbXline line = lineAlongY(x);
+    AcDbXline line = lineAlongY({x, 0.0, 0.0});
     AcArray<void*> halves = splitContourByLine(rest.get(), line);
     if (halves.length() != 2) return;
     rest.reset(AcDbPolyline::cast(static_cast<AcDbCurve*>(halves[1 - index])));
@@ -97,12 +87,13 @@ void cutOff(std::unique_ptr<AcDbPolyline>& rest, double x, int index, double sli
 bool plainParts(const Cut& cut, std::vector<ContourLoop>& parts) {
     const double sliver = cut.allowed;
     std::unique_ptr<AcDbPolyline> rest = planePolyline(cut.piece);
-    const std::unique_ptr<AcDbPolyline> hole = planePolyline(cut.hole);
+    const std::unique_ptr<AcDbPolyline> hole = planePolyline(cut.opening.loop);
     cutOff(rest, cut.opening.left, 0, sliver, parts);
     cutOff(rest, cut.opening.right, 1, sliver, parts);
     bool isPlain = true;
-    AcArray<void*> strips = stripsBetweenLines(rest.get(), hole.get(), lineAlongY(cut.opening.left),
-                                               lineAlongY(cut.opening.right), isPlain);
+    AcArray<void*> strips =
+        stripsBetweenLines(rest.get(), hole.get(), lineAlongY({cut.opening.left, 0.0, 0.0}),
+                           lineAlongY({cut.opening.right, 0.0, 0.0}), isPlain);
     appendParts(strips, sliver, parts);
     return isPlain && errorOf(cut, parts) <= cut.allowed;
 }
@@ -111,13 +102,13 @@ bool plainParts(const Cut& cut, std::vector<ContourLoop>& parts) {
 
 /// The parts of the piece between both lines that have something in common with the opening.
 ContourArea partsAtHole(const Cut& cut, double left, double right) {
-    const double margin = sizeOf(cut.pieceBox);
+    const double margin = cut.pieceBox.largerSide();
     const double low = cut.pieceBox.lowY - margin;
     const double high = cut.pieceBox.highY + margin;
     const ContourLoop band{{{left, low, 0.0}, {right, low, 0.0}, {right, high, 0.0}, {left, high, 0.0}}};
     ContourArea parts;
     for (ContourLoop& part : commonArea(cut.piece, band))
-        if (trueArea(commonArea(part, cut.hole)) > 0.0) parts.push_back(std::move(part));
+        if (trueArea(commonArea(part, cut.opening.loop)) > 0.0) parts.push_back(std::move(part));
     return parts;
 }
 
@@ -135,8 +126,8 @@ bool liesLeftOf(const ContourLoop& part, double x, double tolerance) {
 }
 
 /// A part between prongs may lie level with the opening; it counts as above.
-bool liesAbove(const ContourLoop& part, const FrameBox& hole, double slack) {
-    const FrameBox box = boxOf(part);
+bool liesAbove(const ContourLoop& part, const PlaneBox& hole, double slack) {
+    const PlaneBox box = boxOf(part);
     return box.lowY + box.highY >= hole.lowY + hole.highY - slack;
 }
 
@@ -150,7 +141,7 @@ void appendFromLeft(std::vector<ContourLoop> found, double size, std::vector<Con
     };
     std::vector<Placed> placed;
     for (ContourLoop& loop : found) {
-        const FrameBox box = boxOf(loop);
+        const PlaneBox box = boxOf(loop);
         if (trueArea(loop) <= sliverOf(box, size)) continue;
         placed.push_back(
             {std::llround(box.lowX / (size * kColumnShare)), box.lowY, withoutStraightVertices(loop)});
@@ -166,32 +157,32 @@ bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& pa
     const double left = cut.opening.left + inward;
     const double right = cut.opening.right - inward;
     const ContourArea atHole = partsAtHole(cut, left, right);
-    const FrameBox& holeBox = cut.opening.box;
-    const double slack = kColumnShare * sizeOf(cut.pieceBox);
+    const PlaneBox& holeBox = cut.opening.box;
+    const double slack = kColumnShare * cut.pieceBox.largerSide();
     std::vector<ContourLoop> upper;
     std::vector<ContourLoop> lower;
     for (const ContourLoop& part : atHole)
-        for (ContourLoop& strip : areaWithout(part, cut.hole)) {
+        for (ContourLoop& strip : areaWithout(part, cut.opening.loop)) {
             if (signedArea(strip) < 0.0) return false;
             (liesAbove(strip, holeBox, slack) ? upper : lower).push_back(std::move(strip));
         }
-    const double tolerance = kSliverTolerances * areaTolerance({cut.piece}, {cut.hole}) + kExtentsNudge;
+    const double tolerance =
+        kSliverTolerances * areaTolerance({cut.piece}, {cut.opening.loop}) + kExtentsNudge;
     std::vector<ContourLoop> before;
     std::vector<ContourLoop> behind;
     for (ContourLoop& part : areaWithout({cut.piece}, atHole))
         (liesLeftOf(part, left, tolerance) ? before : behind).push_back(std::move(part));
     for (std::vector<ContourLoop>* kind : {&before, &behind, &upper, &lower})
-        appendFromLeft(std::move(*kind), sizeOf(cut.pieceBox), parts);
+        appendFromLeft(std::move(*kind), cut.pieceBox.largerSide(), parts);
     return true;
 }
 
 /// By true areas, for whatever is not clear from the crossings alone.
-bool cutByAreas(const ContourLoop& piece, const FrameBox& pieceBox, const Opening& hole,
+bool cutByAreas(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole,
                 std::vector<ContourLoop>& parts) {
     const double common = trueArea(commonArea(piece, hole.loop));
     if (!(common > sliverArea(hole.box))) return false;
-    const Cut cut{
-        piece, hole, hole.loop, pieceBox, trueArea(piece) - common, sliverOf(pieceBox, sizeOf(pieceBox))};
+    const Cut cut{piece, hole, pieceBox, trueArea(piece) - common, sliverArea(pieceBox)};
     if (cut.restArea <= cut.allowed || plainParts(cut, parts)) return true;
     double best = errorOf(cut, parts);
     const double tolerance = areaTolerance({piece}, {hole.loop});
@@ -222,12 +213,12 @@ Opening::Opening(ContourLoop counterClockwise)
     right = rightmost.x;
 }
 
-double sliverArea(const FrameBox& hole) { return sliverOf(hole, sizeOf(hole)); }
+double sliverArea(const PlaneBox& hole) { return sliverOf(hole, hole.largerSide()); }
 
 bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<ContourLoop>& parts) {
-    const FrameBox pieceBox = boxOf(piece);
+    const PlaneBox pieceBox = boxOf(piece);
     if (!pieceBox.overlaps(hole.box)) return false;
-    const double sliver = std::max(sliverArea(hole.box), sliverOf(pieceBox, sizeOf(pieceBox)));
+    const double sliver = std::max(sliverArea(hole.box), sliverArea(pieceBox));
     switch (cutCleanly(piece, pieceBox, hole, sliver, parts)) {
     case CleanCut::kApart:
         return false;

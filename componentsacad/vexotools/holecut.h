@@ -8,7 +8,7 @@ namespace VEXOGeometryTools {
 
 /// Up to this area what a piece and an opening have in common is what rounding and nudged cuts leave: the
 /// opening does not count for the piece. It depends on the opening's size alone.
-double sliverArea(const FrameBox& hole);
+double sliverArea(const PlaneBox& hole);
 
 /// Cuts a piece of a slab around one opening, both in the frame of the strips. False, and no parts, when they
 /// have no common area. The parts come in the order left, right, upper, lower. None when the opening covers

@@ -23,55 +23,59 @@ void mirrorX(ContourLoop& loop) {
 }
 
 /// Adds the points of the arc's circle farthest along the axes, as far as the arc runs over them.
-void addArc(const ContourVertex& start, const ContourVertex& end, FrameBox& box) {
-    const double chordX = end.x - start.x;
-    const double chordY = end.y - start.y;
-    const double factor = (1.0 - start.bulge * start.bulge) / (4.0 * start.bulge);
-    const double toCenterX = chordX * 0.5 - chordY * factor;
-    const double toCenterY = chordY * 0.5 + chordX * factor;
-    const double radius = std::hypot(toCenterX, toCenterY);
+void addArc(const LoopSegment& arc, PlaneBox& box) {
+    const double chordX = arc.end.x - arc.start.x;
+    const double chordY = arc.end.y - arc.start.y;
+    const ArcCircle circle = circleOf(arc);
     // A point of the circle is on the arc when it lies on the arc's side of the chord.
     const auto add = [&](double x, double y) {
-        const double side = chordX * (toCenterY + y) - chordY * (toCenterX + x);
-        if (side * start.bulge >= 0.0) return;
-        box.lowX = std::min(box.lowX, start.x + toCenterX + x);
-        box.highX = std::max(box.highX, start.x + toCenterX + x);
-        box.lowY = std::min(box.lowY, start.y + toCenterY + y);
-        box.highY = std::max(box.highY, start.y + toCenterY + y);
+        const double side = chordX * (y - arc.start.y) - chordY * (x - arc.start.x);
+        if (side * arc.start.bulge < 0.0) box.extend({x, x, y, y});
     };
-    add(radius, 0.0);
-    add(-radius, 0.0);
-    add(0.0, radius);
-    add(0.0, -radius);
+    add(circle.x + circle.radius, circle.y);
+    add(circle.x - circle.radius, circle.y);
+    add(circle.x, circle.y + circle.radius);
+    add(circle.x, circle.y - circle.radius);
 }
 
 } // namespace
 
-FrameBox boxOf(const ContourLoop& loop) {
-    const double far = std::numeric_limits<double>::infinity();
-    FrameBox box{far, -far, far, -far};
-    for (const ContourVertex& vertex : loop.vertices) {
-        box.lowX = std::min(box.lowX, vertex.x);
-        box.highX = std::max(box.highX, vertex.x);
-        box.lowY = std::min(box.lowY, vertex.y);
-        box.highY = std::max(box.highY, vertex.y);
+PlaneBox LoopSegment::box(double margin) const {
+    if (!isArc())
+        return PlaneBox{std::min(start.x, end.x), std::max(start.x, end.x), std::min(start.y, end.y),
+                        std::max(start.y, end.y)}
+            .widened(margin);
+    const double reach = 0.5 * chord() * std::max(1.0, std::abs(start.bulge)) + margin;
+    const double x = 0.5 * (start.x + end.x);
+    const double y = 0.5 * (start.y + end.y);
+    return {x - reach, x + reach, y - reach, y + reach};
+}
+
+ArcCircle circleOf(const LoopSegment& arc) {
+    const double bulge = arc.start.bulge;
+    const double chordX = arc.end.x - arc.start.x;
+    const double chordY = arc.end.y - arc.start.y;
+    const double factor = (1.0 - bulge * bulge) / (4.0 * bulge);
+    const double toX = chordX * 0.5 - chordY * factor;
+    const double toY = chordY * 0.5 + chordX * factor;
+    return {arc.start.x + toX, arc.start.y + toY, std::hypot(toX, toY)};
+}
+
+PlaneBox boxOf(const ContourLoop& loop) {
+    PlaneBox box = BoxChain::emptyBox();
+    for (std::size_t i = 0; i < loop.vertices.size(); ++i) {
+        const LoopSegment segment(loop, i);
+        box.extend({segment.start.x, segment.start.x, segment.start.y, segment.start.y});
+        if (segment.isArc()) addArc(segment, box);
     }
-    const std::size_t count = loop.vertices.size();
-    for (std::size_t i = 0; i < count; ++i)
-        if (loop.vertices[i].bulge != 0.0) addArc(loop.vertices[i], loop.vertices[(i + 1) % count], box);
     return box;
 }
 
 ContourLoop reversedLoop(const ContourLoop& loop) {
-    ContourLoop reversed;
-    const std::size_t count = loop.vertices.size();
-    reversed.vertices.reserve(count);
-    for (std::size_t k = 0; k < count; ++k) {
-        const std::size_t i = (count - k) % count;
-        const ContourVertex& vertex = loop.vertices[i];
-        reversed.vertices.push_back({vertex.x, vertex.y, -loop.vertices[(i + count - 1) % count].bulge});
-    }
-    return reversed;
+    ContourLoop result = reversed(loop);
+    if (!result.vertices.empty())
+        std::rotate(result.vertices.begin(), result.vertices.end() - 1, result.vertices.end());
+    return result;
 }
 
 StripFrame::StripFrame(const AcDbPolyline& contour, const AcGeVector3d& dir) {

@@ -1,31 +1,43 @@
 #pragma once
 
 #include "contourareas.h"
+#include "planesegment.h"
 
 #include "gevec3d.h"
 
+#include <cmath>
 #include <memory>
 
 class AcDbPolyline;
 
 namespace VEXOGeometryTools {
 
-/// A box along the axes of the frame.
-struct FrameBox {
-    double lowX;
-    double highX;
-    double lowY;
-    double highY;
+/// A segment of a loop.
+struct LoopSegment {
+    ContourVertex start;
+    ContourVertex end;
 
-    /// Boxes that only touch do not.
-    bool overlaps(const FrameBox& other) const {
-        return lowX < other.highX && other.lowX < highX && lowY < other.highY && other.lowY < highY;
-    }
-    double halfPerimeter() const { return highX - lowX + highY - lowY; }
+    LoopSegment(const ContourLoop& loop, std::size_t i)
+        : start(loop.vertices[i])
+        , end(loop.vertices[i + 1 < loop.vertices.size() ? i + 1 : 0]) {}
+
+    bool isArc() const { return start.bulge != 0.0; }
+    double chord() const { return std::hypot(end.x - start.x, end.y - start.y); }
+    /// A box that holds the segment and the margin.
+    PlaneBox box(double margin) const;
 };
 
+struct ArcCircle {
+    double x = 0.0;
+    double y = 0.0;
+    double radius = 0.0;
+};
+
+/// The circle of an arc.
+ArcCircle circleOf(const LoopSegment& arc);
+
 /// The box of a loop with its arcs.
-FrameBox boxOf(const ContourLoop& loop);
+PlaneBox boxOf(const ContourLoop& loop);
 /// The same run from its first vertex on the other way round.
 ContourLoop reversedLoop(const ContourLoop& loop);
 

@@ -29,11 +29,9 @@ class AcGePlane;
 /// forms:
 /// 1. AcDbPolyline, with the host's bulge: tan(included angle / 4), positive for a counter-clockwise arc.
 /// 2. A point array and a scalar bulge per segment. A closed contour repeats its first point: V vertices are
-/// V+1 points
-///    and V bulges. An open one has V points and V-1 bulges.
+///    V+1 points and V bulges. An open one has V points and V-1 bulges.
 /// 3. A point array and a bulge vector per point. It is closed by itself and repeats nothing. The vector runs
-/// from the
-///    chord's middle to the arc's apex (the point half-way along the arc).
+///    from the chord's middle to the arc's apex (the point half-way along the arc).
 ///
 /// The word bulge alone means the arc's height: the distance from the chord's middle to the apex, positive
 /// when the apex lies to the left of the chord seen against the normal (on the side of normal x (p2 - p1)).

@@ -1,3 +1,4 @@
+#include "cleanmerge.h"
 #include "contourareas.h"
 #include "contourarrangement.h"
 #include "vexogeometrytools.h"
@@ -146,19 +147,6 @@ private:
     double m_tolerance;
 };
 
-/// Both loops without the segment that they share, which must run in opposite senses.
-ContourLoop joinedAt(const SharedSegment& shared, const ContourLoop& first, const ContourLoop& second) {
-    ContourLoop joined;
-    const std::size_t firstCount = first.vertices.size();
-    const std::size_t secondCount = second.vertices.size();
-    for (std::size_t i = 1; i <= firstCount; ++i)
-        joined.vertices.push_back(first.vertices[following(first, shared.first, i)]);
-    joined.vertices.back().bulge = second.vertices[following(second, shared.second)].bulge;
-    for (std::size_t i = 2; i < secondCount; ++i)
-        joined.vertices.push_back(second.vertices[following(second, shared.second, i)]);
-    return joined;
-}
-
 /// Do the areas lie side by side with this segment, and no part of another, between them.
 bool areNeighbours(const ContourLoop& first, const ContourLoop& second, double bulge) {
     const std::optional<PlaneBox> box = boxOf({first}, {second});
@@ -178,9 +166,7 @@ bool areApart(const ContourLoop& first, const ContourLoop& second, double tolera
         for (const ContourVertex& vertex : loops[i]->vertices)
             boxes[i].extend({vertex.x, vertex.x, vertex.y, vertex.y});
     }
-    boxes[0] = {boxes[0].lowX - tolerance, boxes[0].highX + tolerance, boxes[0].lowY - tolerance,
-                boxes[0].highY + tolerance};
-    return !boxes[0].meets(boxes[1]);
+    return !boxes[0].widened(tolerance).meets(boxes[1]);
 }
 
 } // namespace
@@ -218,7 +204,8 @@ AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* s
     }
     const double bulge = one->loop.vertices[shared->first].bulge;
     if (!areNeighbours(one->loop, two->loop, bulge)) return nullptr;
-    const ContourLoop joined = withoutStraightVertices(joinedAt(*shared, one->loop, two->loop));
+    const ContourLoop joined =
+        withoutStraightVertices(joinedAt(one->loop, shared->first, two->loop, shared->second));
     if (joined.vertices.size() < 2) return nullptr;
     return polylineOf(joined, one->normal, one->elevation).release();
 }

@@ -2,6 +2,7 @@
 #include "vexogeometrytools_internal.h"
 
 #include "boxchain.h"
+#include "contoursplitting.h"
 #include "pointgrid.h"
 
 #include "cvxlogentry.h"
@@ -240,9 +241,7 @@ void correctExtentsPoints(AcGePoint3d& left, AcGePoint3d& right, AcDbCurve* hole
     CVxLogEntry entry(L"VEXOGeometryTools::correctExtentsPoints");
     if (!hole) return;
     const auto misses = [hole](const AcGePoint3d& point) {
-        AcDbXline line;
-        (void)line.setBasePoint(point);
-        (void)line.setUnitDir(AcGeVector3d::kYAxis);
+        const AcDbXline line = lineAlongY(point);
         AcGePoint3dArray points;
         (void)hole->intersectWith(&line, AcDb::kOnBothOperands, points);
         return points.isEmpty();

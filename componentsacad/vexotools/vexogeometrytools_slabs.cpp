@@ -49,7 +49,7 @@ std::vector<Opening> clippedHoles(const StripFrame& frame, const AcArray<void*>&
 /// The openings from `first` on whose boxes overlap the loop's box.
 std::vector<std::size_t> holesNear(const ContourLoop& loop, const std::vector<Opening>& holes,
                                    const std::vector<std::size_t>& among, std::size_t first) {
-    const FrameBox box = boxOf(loop);
+    const PlaneBox box = boxOf(loop);
     std::vector<std::size_t> near;
     for (std::size_t k = first; k < among.size(); ++k)
         if (holes[among[k]].box.overlaps(box)) near.push_back(among[k]);

@@ -69,9 +69,7 @@ struct CutContour {
 
 /// Distance from the point to the first meeting of the curve with the line through it along y.
 bool distanceAlongY(const AcDbCurve& curve, const AcGePoint3d& point, double& distance) {
-    AcDbXline line;
-    (void)line.setBasePoint(point);
-    (void)line.setUnitDir(AcGeVector3d::kYAxis);
+    const AcDbXline line = lineAlongY(point);
     AcGePoint3dArray points;
     (void)curve.intersectWith(&line, AcDb::kOnBothOperands, points);
     if (points.isEmpty()) return false;
@@ -136,6 +134,13 @@ std::unique_ptr<AcDbCurve> stripOnSide(const AcGePoint3d& left, const AcGePoint3
 } // namespace
 
 namespace VEXOGeometryTools {
+
+AcDbXline lineAlongY(const AcGePoint3d& through) {
+    AcDbXline line;
+    (void)line.setBasePoint(through);
+    (void)line.setUnitDir(AcGeVector3d::kYAxis);
+    return line;
+}
 
 void deleteCurves(AcArray<void*>& curves) {
     for (void* curve : curves) delete static_cast<AcDbCurve*>(curve);
