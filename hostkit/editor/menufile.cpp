@@ -153,9 +153,9 @@ private:
         if (!m_toolbar) return fail(L"an item stands before the first toolbar; ** begins one");
         if (!splitItem(line, item)) return fail(L"an item has its label in brackets: [...]");
         std::wstring macro(item.macro);
-        for (std::wstring_view more; macro.ends_with(L'+') && nextLine(more);) {
+        while (macro.ends_with(L'+')) {
             macro.pop_back();
-            macro += trim(more);
+            if (std::wstring_view more; nextLine(more)) macro += trim(more);
         }
         if (item.label == L"--") return true;
         if (!splitCall(item.label, call))

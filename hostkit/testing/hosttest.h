@@ -9,7 +9,7 @@
 namespace hostkit {
 
 /// A test of its own host. It fails when it leaves anything behind: an open object, a lock, a transaction,
-/// suspended undo recording. A test class with a TearDown of its own calls this one's last.
+/// suspended undo recording, an interface. A test class with a TearDown of its own calls this one's last.
 class HostTest : public ::testing::Test {
 protected:
     void TearDown() override {

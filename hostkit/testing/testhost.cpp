@@ -1,7 +1,9 @@
 #include "testhost.h"
 
 #include "actrans.h"
+#include "applicationobject.h"
 #include "dbaccess.h"
+#include "tlhelp32.h"
 
 #include <algorithm>
 
@@ -30,7 +32,8 @@ void tellOpenObjects(const AcDbDatabase& database, const std::wstring& name,
 } // namespace
 
 TestHost::TestHost()
-    : m_host(m_port) {
+    : m_host(m_port)
+    , m_openSnapshots(openSnapshotCount()) {
     (void)m_host.newDocument();
 }
 
@@ -59,11 +62,17 @@ std::vector<std::wstring> TestHost::leftovers() {
         const std::wstring name = L"document " + std::to_wstring(i + 1);
         lookAt(*document.database(), true, name, problems);
         if (document.lockMode(true) != AcAp::kNotLocked) problems.push_back(name + L" is locked");
+        if (const int count = document.undoMarkCount(); count > 0)
+            problems.push_back(name + L": " + std::to_wstring(count) + L" undo marks were not ended");
     }
     for (const Watched& each : m_watched)
         lookAt(*each.database, each.wasRecording, L"watched drawing", problems);
     for (const std::wstring& command : m_host.runningNames())
         problems.push_back(L"the command " + command + L" still runs");
+    if (const int count = m_host.application().referencesHeld(); count != 0)
+        problems.push_back(std::to_wstring(count) + L" interfaces of the application were not released");
+    if (const int count = openSnapshotCount() - m_openSnapshots; count != 0)
+        problems.push_back(std::to_wstring(count) + L" snapshots of the system were not closed");
     return problems;
 }
 

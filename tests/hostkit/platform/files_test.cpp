@@ -1,5 +1,6 @@
 #include "afx.h"
 #include "atomicfile.h"
+#include "casefolding.h"
 #include "systempath.h"
 #include "temporaryfolder.h"
 
@@ -44,6 +45,32 @@ TEST(Files, AnswerWithTheReason) {
     EXPECT_EQ(failure(DeleteFileW(base + L"\\Été\\b")), 0);
     EXPECT_EQ(failure(DeleteFileW(base + L"\\Été\\b")), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\Été")), 0);
+}
+
+TEST(Files, AreFoundThroughAChangeOfCase) {
+    const TemporaryFolder folder;
+    for (const char* name : {"Été", "été", "été/Sub"}) std::filesystem::create_directory(folder / name);
+    for (const char* name : {"Été/one", "été/Sub/Menu.mnu", "été/Sub/MENU.txt", "été/Sub/menu.TXT"})
+        folder.write(name, "x");
+    const struct {
+        const char* wanted;
+        const char* found;
+    } cases[] = {
+        {"Été/one", "Été/one"},
+        {"ÉTÉ/SUB/MENU.MNU", "été/Sub/Menu.mnu"}, // Été comes first and is a dead end
+        {"ÉTÉ/ONE", "Été/one"},
+        {"été/Sub/menu.TXT", "été/Sub/menu.TXT"}, // as it is given, where that is there
+        {"été/sub/Menu.Txt", "été/Sub/MENU.txt"},
+        {"ÉTÉ//SUB/", "été//Sub/"},
+        {"ÉTÉ/TWO", "ÉTÉ/TWO"}, // there is none: as it was given
+        {"", ""},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(findPath(pathFromSystem(folder / each.wanted)), folder / each.found) << each.wanted;
+    const std::wstring upper = upperCase(pathFromSystem(folder / "été/Sub/menu.mnu"));
+    EXPECT_EQ(findPath(upper), folder / "été/Sub/Menu.mnu") << "from the root on";
+    EXPECT_EQ(findPath(L""), "");
+    EXPECT_EQ(findPath(L"no\\such"), "no/such");
 }
 
 TEST(Files, FinderWalksAndMatches) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <memory>
 
 class Beam : public AcRxObject {
     ACRX_DECLARE_MEMBERS(Beam)
@@ -50,6 +51,26 @@ TEST_F(RuntimeClasses, KnowAncestryNamesAndCreation) {
     EXPECT_EQ(Column::cast(made), nullptr);
     EXPECT_EQ(Beam::cast(nullptr), nullptr);
     delete made;
+}
+
+TEST_F(RuntimeClasses, AWalkOfTheDictionaryIsSortedAndKeepsWhatItBeganWith) {
+    const std::unique_ptr<AcRxDictionaryIterator> walk(acrxClassDictionary()->newIterator());
+    Column::rxExit(); // the entry stays in the walk, which may not look at the object
+    std::size_t count = 0, found = 0;
+    std::wstring earlier;
+    for (; !walk->done(); walk->next(), ++count) {
+        EXPECT_LT(hostkit::compareFolded(earlier, walk->key()), 0);
+        earlier = walk->key();
+        if (earlier == L"Beam") found += walk->object() == Beam::desc();
+        if (earlier == L"Column") ++found;
+    }
+    EXPECT_EQ(found, 2u);
+    EXPECT_EQ(count, acrxClassDictionary()->numEntries() + 1);
+    EXPECT_FALSE(walk->next());
+    EXPECT_EQ(walk->key(), nullptr);
+    EXPECT_EQ(walk->object(), nullptr);
+    EXPECT_EQ(AcRxDictionary::cast(Beam::desc()), nullptr);
+    EXPECT_EQ(AcRxDictionary::cast(acrxClassDictionary()), acrxClassDictionary());
 }
 
 TEST_F(RuntimeClasses, ProtocolsAreFoundOnTheNearestClass) {

@@ -2,11 +2,14 @@
 
 #include "aced.h"
 #include "actrans.h"
+#include "applicationobject.h"
 #include "axlock.h"
 #include "dbent.h"
 #include "dbline.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
+#include "tlhelp32.h"
+#include "windows.h"
 
 #include <functional>
 
@@ -70,6 +73,24 @@ TEST(TestHost, tellsEachThingThatIsLeftBehind) {
              return [&session] { session.database().disableUndoRecording(false); };
          },
          L"undo recording was left off"},
+        {"an undo mark",
+         [](TestHost& session) {
+             session.document().startUndoMark();
+             return [&session] { session.document().endUndoMark(); };
+         },
+         L"1 undo marks were not ended"},
+        {"an interface",
+         [](TestHost& session) {
+             IDispatch* const application = session.host().application().GetIDispatch(TRUE);
+             return [application] { application->Release(); };
+         },
+         L"1 interfaces of the application"},
+        {"a snapshot",
+         [](TestHost&) {
+             const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+             return [snapshot] { CloseHandle(snapshot); };
+         },
+         L"1 snapshots of the system"},
     };
     for (const Leftover& each : cases) {
         SCOPED_TRACE(each.name);
