@@ -21,6 +21,17 @@ inline std::string light(const std::string& layer, const std::vector<Vertex>& ve
     return text + "210\n0.0\n220\n0.0\n230\n" + number(normalZ) + "\n";
 }
 
+inline std::string rectangle(const std::string& layer, double x, double y, double width, double height,
+                             double elevation = 0.0) {
+    return light(layer, {{x, y, 0}, {x + width, y, 0}, {x + width, y + height, 0}, {x, y + height, 0}},
+                 elevation);
+}
+
+inline std::string circle(const std::string& layer, double x, double y, double radius, double z = 0.0) {
+    return "0\nCIRCLE\n8\n" + layer + "\n10\n" + number(x) + "\n20\n" + number(y) + "\n30\n" + number(z) +
+           "\n40\n" + number(radius) + "\n";
+}
+
 inline std::string insert(const std::string& block, double x, double y, double scaleX, double scaleY,
                           double turn, const std::string& more = "", const std::string& layer = "REFS") {
     return "0\nINSERT\n8\n" + layer + "\n2\n" + block + "\n10\n" + number(x) + "\n20\n" + number(y) +
