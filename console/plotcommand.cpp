@@ -2,7 +2,7 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "atomicfile.h"
+#include "commandoutput.h"
 #include "dbdatabase.h"
 #include "dblayertable.h"
 #include "dbobjptr.h"
@@ -10,7 +10,6 @@
 #include "plotdrawing.h"
 #include "svgpicture.h"
 #include "systempath.h"
-#include "textencoding.h"
 
 namespace {
 
@@ -86,8 +85,8 @@ void tellWhatIsMissing(const PlotReport& report) {
 } // namespace
 
 void plotCommand() {
-    AcApDocument* document = acDocManagerPtr()->curDocument();
-    if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
+    AcApDocument* document = documentOrFail();
+    if (!document) return;
     Request request;
     if (!readRequest(*document->database(), request)) return;
 
@@ -98,11 +97,7 @@ void plotCommand() {
     const PlotReport report = plotDrawing(*document->database(), picture, request.filledLayers);
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
-    hostkit::AtomicFile file(hostkit::mapPath(request.file.GetString()));
-    file.write(picture.finish());
-    if (!file.commit())
-        return hostkit::failCommand(Acad::eFileAccessErr, std::wstring(request.file.GetString()) + L": " +
-                                                              hostkit::wideFromUtf8(file.errorText()));
+    if (!writeTextFile(request.file.GetString(), picture.finish())) return;
     acutPrintf(L"Picture %s: %d entities\n", request.file.GetString(), static_cast<int>(report.drawn));
     tellWhatIsMissing(report);
 }
