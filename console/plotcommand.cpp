@@ -35,10 +35,12 @@ bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
 bool readFilledLayer(AcDbDatabase& database, Request& request) {
     CString name;
     if (acedGetString(0, L"Layer whose closed curves are filled: ", name) != RTNORM) return false;
+    if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"FILL needs the name of a layer behind it");
     const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
     AcDbObjectId id;
     if (!layers.object() || layers->getAt(name.GetString(), id) != Acad::eOk)
-        return refuse(Acad::eKeyNotFound, L"there is no layer \"" + std::wstring(name.GetString()) + L"\"");
+        return refuse(Acad::eKeyNotFound,
+                      L"there is no layer \"" + std::wstring(name.GetString()) + L"\"; LAYERS lists them");
     request.filledLayers.push_back(id);
     return true;
 }

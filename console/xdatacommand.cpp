@@ -33,8 +33,8 @@ bool findObject(AcDbDatabase& database, const CString& word, AcDbObjectId& id) {
     const AcDbHandle handle(word.GetString());
     const std::wstring name = word.GetString();
     if (handle.isNull())
-        hostkit::failCommand(Acad::eInvalidInput,
-                             L"a handle is needed, such as 1F; \"" + name + L"\" is none");
+        hostkit::failCommand(Acad::eInvalidInput, L"a handle is needed, such as 1F (LIST shows them)" +
+                                                      (name.empty() ? L"" : L"; \"" + name + L"\" is none"));
     else if (database.getAcDbObjectId(id, false, handle) != Acad::eOk || !id.isResident())
         hostkit::failCommand(Acad::eUnknownHandle, L"the drawing has no object with the handle " + name);
     else if (id.isErased())

@@ -39,15 +39,20 @@ bool readLayers(const AcDbDatabase& database, const wchar_t* prompt, std::vector
     const AcDbSymbolTablePointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForRead);
     std::wstring_view rest = text.view();
     layers.clear();
-    while (!rest.empty()) {
+    for (bool hasMore = true; hasMore;) {
         const std::size_t comma = rest.find(L',');
         const std::wstring name(rest.substr(0, comma));
-        rest.remove_prefix(comma == std::wstring_view::npos ? rest.size() : comma + 1);
+        hasMore = comma != std::wstring_view::npos;
+        if (hasMore) rest.remove_prefix(comma + 1);
+        if (name.empty())
+            return refuse(
+                Acad::eInvalidInput,
+                L"the name of a layer is needed; several stand with commas alone between them: A,B");
         if (!table.object() || !table->has(name.c_str()))
             return refuse(Acad::eKeyNotFound, L"there is no layer \"" + name + L"\"");
         layers.push_back(name);
     }
-    return !layers.empty() || refuse(Acad::eInvalidInput, L"the name of a layer is needed");
+    return true;
 }
 
 bool readDirection(AcGeVector3d& direction) {
@@ -243,6 +248,7 @@ void slabStripsCommand() {
     StripRun run;
     run.unit = unitName(database.insunits());
     run.decimals = std::clamp<int>(database.luprec(), 0, 8);
+    run.isByContainment = request.roles.outlineLayers.empty() && request.roles.openingLayers.empty();
     if (!makeRun(database, request, run))
         return hostkit::failCommand(Acad::eUserBreak, L"stopped; no strips were drawn");
     if (run.slabs.empty()) {

@@ -162,6 +162,9 @@ TEST_F(WholeProgram, ClosedStreamsAreEndsNotFiles) {
     EXPECT_EQ(runInShell(program + " " + drawing + " --output " + output + " <&- >&- 2>&-").code,
               exitcode::ok);
     EXPECT_EQ(readFile(output), smallDrawing);
+    const ProgramResult full = runInShell(program + " " + drawing + " --command LAYERS >/dev/full");
+    EXPECT_EQ(full.code, exitcode::notWritten);
+    expectHas(full.problems, {"standard output"});
 }
 
 TEST_F(WholeProgram, ControlCharactersNeverReachATerminal) {

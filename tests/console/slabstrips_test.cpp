@@ -272,6 +272,7 @@ TEST_F(SlabStripsTest, RefusedRequestsChangeNothing) {
         {slab, "OUTLINES NOWHERE", Acad::eKeyNotFound, L"no layer \"NOWHERE\""},
         {slab, "OUTLINES S OPENINGS S,NOWHERE", Acad::eKeyNotFound, L"NOWHERE"},
         {slab, "OUTLINES", Acad::eInvalidInput, L"name of a layer"},
+        {slab, "OUTLINES S, S", Acad::eInvalidInput, L"commas alone"},
         {slab, "OUTLINES S OPENINGS S", Acad::eInvalidInput, L"containment"},
         {slab, "OUTLINES S LAYER S", Acad::eInvalidInput, L"layer of their own"},
         {slab, "DIRECTION 0,0", Acad::eInvalidInput, L"no length"},
@@ -366,7 +367,7 @@ TEST_F(SlabStripsTest, TextAndCsvTellTheSame) {
     const std::string entities = rectangle("S,\"1\"", 0, 0, 20, 10) + hole;
     open(entities);
     ASSERT_EQ(run("TEXT").status, Acad::eOk);
-    expectHas(printed(), {"Area [mm\xC2\xB2]", "194.000", "200.000", "  proved"});
+    expectHas(printed(), {"Area [mm\xC2\xB2]", "194.000", "200.000", "  proved", "No layers were named"});
     const std::string file = folder / "strips of a slab.csv";
     ASSERT_EQ(run("CSV " + file).status, Acad::eOk);
     expectHas(printed(), {"4 strips of 1 slabs"});

@@ -23,9 +23,12 @@ TEST_F(VariablesCommandTest, SetvarShowsSetsAndLists) {
 
 TEST_F(VariablesCommandTest, WhatCannotBeSetIsToldWithItsReason) {
     const std::pair<const char*, const char*> cases[] = {
-        {"SETVAR NOSUCH 1", "no variable of that name"},       {"SETVAR ACADVER 1", "read-only"},
-        {"SETVAR TILEMODE 2", "not one that it can have"},     {"SETVAR TILEMODE 1.5", "another type"},
-        {"SETVAR CLAYER missing", "not one that it can have"}, {"MSPACE", "model space is current"},
+        {"SETVAR NOSUCH 1", "no variable of that name; SETVAR alone lists them"},
+        {"SETVAR ACADVER 1", "read-only"},
+        {"SETVAR TILEMODE 2", "not one that it can have"},
+        {"SETVAR TILEMODE 1.5", "TILEMODE (16-bit number, 0 to 1): the value is of another type"},
+        {"SETVAR CLAYER missing", "not one that it can have"},
+        {"MSPACE", "model space is current"},
     };
     for (const auto& [line, told] : cases) {
         const ProgramResult result = helpedBy(line);
