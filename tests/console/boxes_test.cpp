@@ -15,13 +15,7 @@ using hostkit::WindowAction;
 using Kind = ShownControl::Kind;
 
 ShownControl control(Kind kind, int id, const wchar_t* text, wchar_t mnemonic = 0, RECT bounds = {}) {
-    ShownControl made;
-    made.kind = kind;
-    made.id = id;
-    made.text = text;
-    made.mnemonic = mnemonic;
-    made.bounds = bounds;
-    return made;
+    return {kind, id, nullptr, text, mnemonic, bounds};
 }
 
 ShownWindow sampleWindow() {

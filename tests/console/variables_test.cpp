@@ -55,11 +55,6 @@ TEST_F(VariablesCommandTest, FaultyQueuesFailTheLineAndTheHostGoesOn) {
     expectHas(result.problems, {"closing parenthesis is missing", "script.scr:1: QUEUE", "helpful has left"});
     EXPECT_FALSE(has(result.output, "Nobody"));
 
-    result = helpedBy("QUEUE EXPRESSION " + std::string(600, 'x') + "\nGREET Somebody\n");
-    EXPECT_EQ(result.code, exitcode::ok);
-    expectHas(result.problems, {"512 characters"});
-    expectHas(result.output, {"Hello Somebody"});
-
     result = helpedBy("QUEUE TEXT \"GREET Nobody\"\n");
     EXPECT_EQ(result.code, exitcode::commandFailed);
     expectHas(result.problems, {"ends within a line"});
