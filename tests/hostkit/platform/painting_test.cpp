@@ -73,11 +73,7 @@ TEST(DrawText, LinesBreakAsTheFormatSays) {
     using Lines = std::vector<std::wstring>;
     // Digits are 7.04 pixels wide: ten of them and a blank fit into 80.
     const RECT narrow{0, 0, 80, 200};
-    struct {
-        const wchar_t* text;
-        UINT format;
-        Lines lines;
-    } const cases[] = {
+    const std::tuple<const wchar_t*, UINT, Lines> cases[] = {
         {L"one\ntwo\r\nthree\rfour\n", 0, {L"one", L"two", L"three", L"four"}},
         {L"\n\na", 0, {L"", L"", L"a"}},
         {L"one\ntwo", DT_SINGLELINE, {L"one\ntwo"}},
@@ -93,13 +89,13 @@ TEST(DrawText, LinesBreakAsTheFormatSays) {
         {L"fin&", 0, {L"fin"}},
         {L"000000000000000000", DT_SINGLELINE | DT_END_ELLIPSIS, {L"000000000..."}},
     };
-    for (const auto& each : cases) {
-        const Drawn drawn = draw(each.text, each.format, narrow);
-        EXPECT_EQ(drawn.lines, each.lines) << std::string(each.text, each.text + std::wcslen(each.text));
-        EXPECT_EQ(drawn.height, 13 * static_cast<int>(each.lines.size()));
+    for (const auto& [text, format, lines] : cases) {
+        const Drawn drawn = draw(text, format, narrow);
+        EXPECT_EQ(drawn.lines, lines) << std::string(text, text + std::wcslen(text));
+        EXPECT_EQ(drawn.height, 13 * static_cast<int>(lines.size()));
         RECT measured = narrow;
         HostDeviceContext context;
-        DrawTextW(&context, each.text, -1, &measured, each.format | DT_CALCRECT);
+        DrawTextW(&context, text, -1, &measured, format | DT_CALCRECT);
         EXPECT_EQ(heightOf(measured), drawn.height);
     }
     EXPECT_EQ(draw(L"n&on", 0).underlined, std::vector<int>{1});

@@ -1,4 +1,4 @@
-// The fuzz target's own check, over the corpus that it has collected.
+// The fuzz target's own check, over the corpus that it has collected and what damage makes of it.
 #include "../../../fuzz/registry_fuzz.cpp"
 
 #include "atomicfile.h"
@@ -6,14 +6,33 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
+
+void check(const std::string& text) {
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+}
+
+std::string damaged(std::string text, std::mt19937& random) {
+    for (unsigned i = random() % 4 + 1; i > 0; --i) {
+        if (text.empty()) text = "[";
+        const std::size_t at = random() % text.size();
+        const unsigned damage = random() % 3;
+        if (damage == 0) text[at] = static_cast<char>(random());
+        if (damage == 1) text.erase(at, random() % 20);
+        if (damage == 2) text.insert(at, text, 0, random() % 30);
+    }
+    return text;
+}
 
 TEST(RegistryText, CorpusOfTheFuzzTarget) {
+    std::mt19937 random(11);
     int files = 0;
     for (const auto& file : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/registry")) {
         std::string content;
         ASSERT_TRUE(hostkit::readWholeFile(file.path().string(), content)) << file.path();
         SCOPED_TRACE(file.path().string());
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
+        check(content);
+        for (int round = 0; round < 300; ++round) check(damaged(content, random));
         ++files;
     }
     EXPECT_GE(files, 6);
