@@ -117,8 +117,7 @@ TEST_F(MessageBoxTest, ABoxThatCannotBeMadeGivesMinusOneAndFreesItsOwner) {
 
 TEST_F(MessageBoxTest, SizesFollowTextIconsAndTheScreenMetrics) {
     const CSize brief = clientOf(shown(L"A"));
-    EXPECT_EQ(brief.cx, 300);
-    EXPECT_EQ(brief.cy, 13 + 22 + 18 + 2 * 2 + 33);
+    EXPECT_EQ(std::pair(brief.cx, brief.cy), std::pair(300, 13 + 22 + 18 + 2 * 2 + 33));
     EXPECT_EQ(clientOf(shown(L"A\nB\nC\n\n\n")).cy, brief.cy + 2 * 13)
         << "line feeds at the end take no room";
     EXPECT_EQ(clientOf(shown(L"A", 0, 14019)).cy, 32 + 22 + 18 + 4 + 33)
@@ -151,10 +150,8 @@ TEST_F(MessageBoxTest, ButtonsStandWhereTheStylePutsThem) {
         ASSERT_NE(button, nullptr);
         const RECT at = inClient(button->bounds);
         EXPECT_EQ(button->text, text);
-        EXPECT_EQ(at.left, left);
-        EXPECT_EQ(at.right, right);
-        EXPECT_EQ(at.top, client.cy - 33);
-        EXPECT_EQ(at.bottom, client.cy - 11);
+        EXPECT_EQ(std::pair(at.left, at.right), std::pair(left, right));
+        EXPECT_EQ(std::pair(at.top, at.bottom), std::pair(client.cy - 33, client.cy - 11));
     };
     expectAt(lone, 1, L"Ok", 150 - 37, 150 + 37);
     EXPECT_EQ(lone.control(2), nullptr) << "the second button does not show";

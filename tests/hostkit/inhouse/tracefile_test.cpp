@@ -26,15 +26,15 @@ struct TraceTest : testing::Test {
     };
     std::vector<Event> events() const {
         static const std::regex form(
-            R"(\{"name":"(.*)","ph":"(.)","ts":([0-9.]+),"pid":[0-9]+,"tid":([0-9]+)\},?)");
+            R"form(\{"name":"(.*)","ph":"(.)","ts":([0-9.]+),"pid":[0-9]+,"tid":([0-9]+)\},?)form");
         std::vector<Event> list;
-    std::istringstream lines(content());
-    std::smatch parts;
-    for (std::string line; std::getline(lines, line);)
-        if (std::regex_match(line, parts, form))
-            list.push_back({parts.str(2)[0], parts[1], std::stoi(parts[4]), std::stod(parts[3])});
-    return list;
-}
+        std::istringstream lines(content());
+        std::smatch parts;
+        for (std::string line; std::getline(lines, line);)
+            if (std::regex_match(line, parts, form))
+                list.push_back({parts.str(2)[0], parts[1], std::stoi(parts[4]), std::stod(parts[3])});
+        return list;
+    }
 };
 
 void inner() { CVxLogEntry entry(L"Tools::inner"); }

@@ -14,12 +14,10 @@ void check(const std::string& text) {
 
 std::string damaged(std::string text, std::mt19937& random) {
     for (unsigned i = random() % 4 + 1; i > 0; --i) {
-        if (text.empty()) text = "[";
-        const std::size_t at = random() % text.size();
-        const unsigned damage = random() % 3;
-        if (damage == 0) text[at] = static_cast<char>(random());
-        if (damage == 1) text.erase(at, random() % 20);
-        if (damage == 2) text.insert(at, text, 0, random() % 30);
+        std::string piece = text.substr(random() % (text.size() + 1)).substr(0, random() % 30);
+        if (random() % 2) piece += static_cast<char>(random());
+        const std::size_t at = random() % (text.size() + 1);
+        text.replace(at, random() % 20, piece);
     }
     return text;
 }
