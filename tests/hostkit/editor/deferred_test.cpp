@@ -13,6 +13,11 @@ void note() {
     notes.push_back(acedGetString(0, L"", text) == RTNORM ? text.GetString() : L"?");
 }
 
+LRESULT sendData(COPYDATASTRUCT data) {
+    const HWND main = adsw_acadMainWnd();
+    return SendMessageW(main, WM_COPYDATA, reinterpret_cast<WPARAM>(main), reinterpret_cast<LPARAM>(&data));
+}
+
 class DeferredTest : public CommandTest {
 protected:
     DeferredTest() {
@@ -34,12 +39,8 @@ TEST_F(DeferredTest, AllRoadsRunBehindTheCommandInTheOrderOfTheCalls) {
         EXPECT_EQ(ads_queueexpr(L"(command \"_.NOTE\" \"first\")"), RTNORM);
         EXPECT_EQ(acedPostCommand(L"NOTE second\n"), 1);
         EXPECT_EQ(documents.sendStringToExecute(&session.document(), L"noter third\n"), Acad::eOk);
-        std::wstring text = L"NOTE fourth\n";
-        COPYDATASTRUCT data{1, static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)), text.data()};
-        const HWND main = adsw_acadMainWnd();
-        EXPECT_EQ(
-            SendMessageW(main, WM_COPYDATA, reinterpret_cast<WPARAM>(main), reinterpret_cast<LPARAM>(&data)),
-            1);
+        wchar_t text[] = L"NOTE fourth\n";
+        EXPECT_EQ(sendData({1, sizeof text, text}), 1);
         EXPECT_EQ(ads_queueexpr(L"(setvar \"cmdecho\" 1)"), RTNORM);
         EXPECT_TRUE(notes.empty());
         EXPECT_EQ(value(L"CMDECHO").integer, 1);
@@ -76,13 +77,10 @@ TEST_F(DeferredTest, CharactersMakeALineAtItsEnd) {
 
 TEST_F(DeferredTest, MalformedCopiedDataIsRefused) {
     wchar_t text[] = {L'N', L'O'}; // without a terminator: the count ends it
-    COPYDATASTRUCT cases[] = {{1, 3, text}, {1, 8, nullptr}};
-    const HWND main = adsw_acadMainWnd();
-    for (COPYDATASTRUCT& each : cases)
-        EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&each)), 0);
-    EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, 0), 0);
-    COPYDATASTRUCT whole{1, sizeof text, text};
-    EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&whole)), 1);
+    EXPECT_EQ(sendData({1, 3, text}), 0);
+    EXPECT_EQ(sendData({1, 8, nullptr}), 0);
+    EXPECT_EQ(SendMessageW(adsw_acadMainWnd(), WM_COPYDATA, 0, 0), 0);
+    EXPECT_EQ(sendData({1, sizeof text, text}), 1);
     (void)host.runDeferred();
     EXPECT_EQ(host.deferred().begunLine(), L"NO");
 }
