@@ -112,8 +112,7 @@ CWinApp* acedGetAcadWinApp();
 /// TRUE when a menu group of that name, without regard to case, is loaded.
 BOOL acedIsMenuGroupLoaded(const wchar_t* group);
 
-// --- Coordinate systems
-// -----------------------------------------------------------------------------------------------------------
+// --- Coordinate systems -----------------------------------------------------------------------------------
 
 /// Takes a point, or with a displacement flag other than 0 a vector, from one coordinate system to another,
 /// in the current drawing. A system is a record: RTSHORT with 0 the world, 1 the user coordinate system of
