@@ -43,6 +43,12 @@ protected:
             RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &size);
         return status == ERROR_SUCCESS ? text : L"status " + std::to_wstring(status);
     }
+    template <class Enumerate>
+    static std::pair<LONG, std::wstring> nameAt(Enumerate enumerate, HKEY key, DWORD index, DWORD room = 50) {
+        wchar_t name[50];
+        const LONG status = enumerate(key, index, name, &room, nullptr, nullptr, nullptr, nullptr);
+        return {status, status == ERROR_SUCCESS ? std::wstring(name, room) : L""};
+    }
 
     ScriptedPort port_;
     ScopedPort use_{port_};
@@ -54,23 +60,12 @@ TEST_F(Registry, FindsNamesInAnyCaseAndKeepsTheFirst) {
     EXPECT_EQ(setText(key, L"pathbin", L"b"), ERROR_SUCCESS);
     const HKEY again = open(HKEY_CURRENT_USER, L"\\SOFTWARE\\vexomar\\éTÉ\\", KEY_READ);
     EXPECT_EQ(getText(again, L"PathBin"), L"b");
-    wchar_t name[50];
-    DWORD length = 50;
-    const auto valueName = [&](DWORD index) {
-        return RegEnumValueW(again, index, name, &length, nullptr, nullptr, nullptr, nullptr);
-    };
-    EXPECT_EQ(valueName(0), ERROR_SUCCESS);
-    EXPECT_STREQ(name, L"PATHBIN");
-    length = 50;
-    EXPECT_EQ(valueName(1), ERROR_NO_MORE_ITEMS);
+    using Named = std::pair<LONG, std::wstring>;
+    EXPECT_EQ(nameAt(RegEnumValueW, again, 0), Named(ERROR_SUCCESS, L"PATHBIN"));
+    EXPECT_EQ(nameAt(RegEnumValueW, again, 1).first, ERROR_NO_MORE_ITEMS);
     const HKEY software = open(HKEY_CURRENT_USER, L"software", KEY_READ);
-    const std::pair<DWORD, LONG> rooms[] = {{3, ERROR_MORE_DATA}, {50, ERROR_SUCCESS}};
-    for (const auto& [room, result] : rooms) {
-        length = room;
-        EXPECT_EQ(RegEnumKeyExW(software, 0, name, &length, nullptr, nullptr, nullptr, nullptr), result);
-    }
-    EXPECT_STREQ(name, L"Vexomar");
-    EXPECT_EQ(length, 7u);
+    EXPECT_EQ(nameAt(RegEnumKeyExW, software, 0, 3).first, ERROR_MORE_DATA);
+    EXPECT_EQ(nameAt(RegEnumKeyExW, software, 0), Named(ERROR_SUCCESS, L"Vexomar"));
 }
 
 TEST_F(Registry, RightsDecideWhatAHandleMayDo) {
@@ -86,13 +81,10 @@ TEST_F(Registry, RightsDecideWhatAHandleMayDo) {
     for (const auto& [access, query, set, enumerate] : cases) {
         SCOPED_TRACE(access);
         const HKEY key = open(HKEY_CURRENT_USER, L"K", access);
-        wchar_t name[10];
-        DWORD length = 10;
         EXPECT_EQ(RegQueryValueExW(key, L"v", nullptr, nullptr, nullptr, nullptr), query);
         EXPECT_EQ(setText(key, L"v", L"y"), set);
-        EXPECT_EQ(RegEnumKeyExW(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr), enumerate);
-        length = 10;
-        EXPECT_EQ(RegEnumValueW(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr), query);
+        EXPECT_EQ(nameAt(RegEnumKeyExW, key, 0).first, enumerate);
+        EXPECT_EQ(nameAt(RegEnumValueW, key, 0).first, query);
         EXPECT_EQ(RegDeleteValueW(key, L"none"), set == denied ? denied : ERROR_FILE_NOT_FOUND);
         EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
         EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
