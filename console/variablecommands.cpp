@@ -71,11 +71,9 @@ void listVariables(const SystemVariables& variables) {
     printTable(rows, "lllll");
 }
 
-void fail(const SystemVariableInfo& info, VariableResult result) {
-    const std::wstring range = info.isReadOnly ? L"" : rangeOf(info);
-    hostkit::failCommand(Acad::eInvalidInput, info.name + L" (" + typeName(info.type) +
-                                                  (range.empty() ? L"" : L", " + range) + L"): " +
-                                                  hostkit::textOf(result));
+void fail(const CString& name, VariableResult result) {
+    hostkit::failCommand(result == VariableResult::unknown ? Acad::eKeyNotFound : Acad::eInvalidInput,
+                         std::wstring(name.GetString()) + L": " + hostkit::textOf(result));
 }
 
 } // namespace
@@ -87,12 +85,9 @@ void setVariableCommand() {
     if (name.IsEmpty() || name == L"?") return listVariables(variables);
     SystemVariableInfo info;
     SystemValue value;
-    if (!variables.describe(name.GetString(), info))
-        return hostkit::failCommand(Acad::eKeyNotFound, std::wstring(name.GetString()) + L": " +
-                                                            hostkit::textOf(VariableResult::unknown) +
-                                                            L"; SETVAR alone lists them");
+    if (!variables.describe(name.GetString(), info)) return fail(name, VariableResult::unknown);
     const VariableResult found = variables.get(name.GetString(), value);
-    if (found != VariableResult::ok) return fail(info, found);
+    if (found != VariableResult::ok) return fail(name, found);
     const std::wstring shown = info.name + L" = " + hostkit::formatValue(value);
     CString text;
     if (acedGetString(0, (shown + L", new value <as it is>: ").c_str(), text) != RTNORM) return;
@@ -101,9 +96,9 @@ void setVariableCommand() {
         return;
     }
     if (!hostkit::parseValue(text == L"." ? L"" : text.GetString(), info.type, value))
-        return fail(info, VariableResult::wrongType);
+        return fail(name, VariableResult::wrongType);
     const VariableResult result = variables.set(name.GetString(), value);
-    if (result != VariableResult::ok) fail(info, result);
+    if (result != VariableResult::ok) fail(name, result);
 }
 
 void versionCommand() {

@@ -5,6 +5,7 @@
 #include "cvxlogentry.h"
 #include "debuglogoption.h"
 #include "rxprodkey.h"
+#include "vexoacadsystemtools.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -156,14 +157,6 @@ bool readLanguage(unsigned long& identifier) {
     RegSetValueExW(key.get(), L"Language", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&frenchOfFrance),
                    sizeof frenchOfFrance);
     return false;
-}
-
-bool isLtHost() {
-    CString key(acrxProductKey());
-    CString productName;
-    const OpenedKey opened(HKEY_LOCAL_MACHINE, key, KEY_QUERY_VALUE);
-    if (!opened || !readText(opened.get(), L"ProductName", productName)) return false;
-    return productName.MakeUpper().Find(L"CAD LT") >= 0;
 }
 
 bool canMakeKeyIn(HKEY hive) {
@@ -496,7 +489,7 @@ void VEXORegistryTools::SetSketchPointColorsLegendVisibility(CString visibility)
 
 CString VEXORegistryTools::WhoAmI() {
     CVxLogEntry entry(L"VEXORegistryTools::WhoAmI");
-    return isLtHost() ? L"ordane10.ltx" : L"ordane10.arx";
+    return VEXOAcadSystemTools::isAcadLT() ? L"ordane10.ltx" : L"ordane10.arx";
 }
 
 bool VEXORegistryTools::CanRegisterComModules() {

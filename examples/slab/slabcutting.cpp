@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace {
 
@@ -49,7 +48,7 @@ using Views = std::vector<const AcDbPolyline*>;
 
 // In the directions of the strips most of their edges are level or upright, which makes the sweep short.
 Outline turned(const AcDbPolyline& outline, const CuttingFrame& frame) {
-    Outline copy = copyOf(outline);
+    Outline copy(static_cast<AcDbPolyline*>(outline.clone()));
     const double angle = std::atan2(frame.direction.y, frame.direction.x);
     copy->transformBy(AcGeMatrix3d::rotation(-angle, AcGeVector3d::kZAxis, frame.base));
     return copy;
@@ -103,7 +102,7 @@ public:
         , m_frame(frame)
         , m_cuts(cuts)
         , m_allowed(provedWithin * slab.contour->area) {
-        m_pieces.push_back(copyOf(*slab.contour->outline));
+        m_pieces.emplace_back(static_cast<AcDbPolyline*>(slab.contour->outline->clone()));
     }
 
     void cutAround(const PlanContour& opening) {
@@ -116,10 +115,9 @@ public:
             Outlines parts;
             const bool isCut = cutPiece(*piece, opening, clipped.get(), parts);
             hasFailed |= !isCut;
-            if (isCut)
-                std::move(parts.begin(), parts.end(), std::back_inserter(next));
-            else
-                next.push_back(std::move(piece));
+            if (!isCut) parts.clear();
+            if (!isCut) parts.push_back(std::move(piece));
+            for (Outline& part : parts) next.push_back(std::move(part));
         }
         m_pieces = std::move(next);
         if (hasFailed)
@@ -131,9 +129,8 @@ public:
         for (std::size_t a = 0; a < m_pieces.size(); ++a)
             for (std::size_t b = a + 1; b < m_pieces.size(); ++b) {
                 Outline joined = merged(*m_pieces[a], *m_pieces[b]);
-                if (!joined) continue;
                 const double sum = areaOf(*m_pieces[a]) + areaOf(*m_pieces[b]);
-                if (std::abs(areaOf(*joined) - sum) > m_allowed) continue;
+                if (!joined || std::abs(areaOf(*joined) - sum) > m_allowed) continue;
                 m_pieces.erase(m_pieces.begin() + static_cast<std::ptrdiff_t>(b));
                 m_pieces[a] = std::move(joined);
                 b = a;
@@ -151,11 +148,12 @@ private:
         const double area = areaOf(piece);
         const double inOpening = balanceOf(piece, openings, {}, m_frame).openings;
         if (area - inOpening <= noArea * m_slab.contour->area) return true; // nothing is left of it
+        const Outline contour(static_cast<AcDbPolyline*>(piece.clone()));
         if (inOpening > noArea * m_slab.contour->area) {
             AcDbCurve* hole = clipped ? clipped : opening.outline.get();
-            parts = takeOutlines(m_cuts.aroundOne(m_frame, *copyOf(piece), *hole));
+            parts = takeOutlines(m_cuts.aroundOne(m_frame, *contour, *hole));
         } else {
-            parts.push_back(copyOf(piece));
+            parts.emplace_back(static_cast<AcDbPolyline*>(piece.clone()));
         }
         return isProof(area, sumOfAreas(parts), balanceOf(piece, openings, parts, m_frame), m_allowed);
     }

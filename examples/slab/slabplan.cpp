@@ -35,8 +35,9 @@ double meetingArea(const PlanContour& a, const PlanContour& b) {
     return boxesMeet(a, b) ? commonArea(*a.outline, *b.outline) : 0.0;
 }
 
-// Of the smaller contour to the larger one, by the area that they have in common.
-Relation relationOf(const PlanContour& smaller, const PlanContour& larger, double common) {
+// Of the smaller contour to the larger one.
+Relation relationOf(const PlanContour& smaller, const PlanContour& larger) {
+    const double common = meetingArea(smaller, larger);
     const double smallest = std::min(smaller.area, larger.area);
     if (common <= negligible * smallest) return Relation::apart;
     if (smallest - common > negligible * smallest) return Relation::crosses;
@@ -44,12 +45,13 @@ Relation relationOf(const PlanContour& smaller, const PlanContour& larger, doubl
     return isSame ? Relation::same : Relation::inside;
 }
 
-Relation relationOf(const PlanContour& smaller, const PlanContour& larger) {
-    return relationOf(smaller, larger, meetingArea(smaller, larger));
-}
-
 Finding findingOf(const PlanContour& contour, std::wstring reason) {
     return {contour.layer, contour.path, std::move(reason)};
+}
+
+bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name) {
+    return std::any_of(layers.begin(), layers.end(),
+                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
 }
 
 // Without those that repeat an earlier one.
@@ -120,11 +122,10 @@ void Planner::byLayers(const Contours& outlines, const Contours& openings) {
         const PlanContour& opening = *openings[i];
         bool isUsed = false;
         for (Slab& slab : m_plan.slabs) {
-            const double common = meetingArea(*slab.contour, opening);
-            const Relation relation = relationOf(opening, *slab.contour, common);
+            const Relation relation = relationOf(opening, *slab.contour);
             if (relation == Relation::apart) continue;
             if (relation == Relation::inside && opening.area > slab.contour->area) continue;
-            slab.openings.push_back({&opening, common});
+            slab.openings.push_back({&opening, meetingArea(*slab.contour, opening)});
             isUsed = true;
         }
         if (!isUsed) m_plan.findings.push_back(findingOf(opening, reasonOfNoSlab(opening)));
@@ -214,11 +215,6 @@ void Planner::sortAsDrawn(const Contours& drawn) {
 }
 
 } // namespace
-
-bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name) {
-    return std::any_of(layers.begin(), layers.end(),
-                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
-}
 
 SlabPlan planSlabs(std::vector<std::unique_ptr<PlanContour>> contours, const SlabRoles& roles,
                    const std::function<bool(double)>& look) {

@@ -24,6 +24,11 @@ constexpr TableWord tableWords[] = {
     {L"UCS", TableKind::kUcs},      {L"VIEW", TableKind::kView},      {L"VPORT", TableKind::kViewport},
 };
 
+AcDbDatabase* workingDrawing() {
+    AcDbHostApplicationServices* services = acdbHostApplicationServices();
+    return services ? services->workingDatabase() : nullptr;
+}
+
 const AcDbSymbolTable* tableOf(const AcDbDatabase& database, const wchar_t* word) {
     for (const TableWord& each : tableWords)
         if (hostkit::equalFolded(each.word, word))
@@ -35,7 +40,7 @@ const AcDbSymbolTable* tableOf(const AcDbDatabase& database, const wchar_t* word
 } // namespace
 
 resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int) {
-    AcDbDatabase* const database = hostkit::orWorkingDatabase(nullptr);
+    AcDbDatabase* const database = workingDrawing();
     if (!database || !tableName || !name) return nullptr;
     const AcDbSymbolTable* const table = tableOf(*database, tableName);
     const auto* const record =
@@ -47,7 +52,7 @@ resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int) {
 }
 
 int acdbRegApp(const wchar_t* application) {
-    AcDbDatabase* const database = hostkit::orWorkingDatabase(nullptr);
+    AcDbDatabase* const database = workingDrawing();
     if (!database || !application) return RTERROR;
     const AcDbSymbolTablePointer<AcDbRegAppTable> table(database, AcDb::kForWrite);
     if (!table.object()) return RTERROR;

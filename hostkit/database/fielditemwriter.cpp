@@ -1,7 +1,6 @@
 #include "fielditemwriter.h"
 
 #include "dbaccess.h"
-#include "hexadecimal.h"
 
 #include <limits>
 #include <vector>
@@ -13,6 +12,19 @@ namespace {
 template <class Integer>
 bool fits(Adesk::Int64 value) {
     return value >= std::numeric_limits<Integer>::min() && value <= std::numeric_limits<Integer>::max();
+}
+
+unsigned digitOf(wchar_t c) {
+    if (c >= L'0' && c <= L'9') return static_cast<unsigned>(c - L'0');
+    if (c >= L'A' && c <= L'F') return static_cast<unsigned>(c - L'A' + 10);
+    return c >= L'a' && c <= L'f' ? static_cast<unsigned>(c - L'a' + 10) : 0;
+}
+
+std::vector<unsigned char> bytesOf(std::wstring_view digits) {
+    std::vector<unsigned char> bytes(digits.size() / 2);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<unsigned char>(digitOf(digits[2 * i]) << 4 | digitOf(digits[2 * i + 1]));
+    return bytes;
 }
 
 } // namespace
@@ -38,26 +50,26 @@ Acad::ErrorStatus FieldItemWriter::finish() {
 
 void FieldItemWriter::writeText(short code, std::wstring_view text) {
     if (AcDb::groupKind(code) == AcDb::GroupKind::kBinary) {
-        const std::vector<unsigned char> bytes = bytesOfHexadecimal(text);
+        const std::vector<unsigned char> bytes = bytesOf(text);
         return writeBinary(code, bytes.data(), bytes.size());
     }
-    if (head(code)) setError(m_items.writeString(std::wstring(text).c_str()));
+    if (head(code)) take(m_items.writeString(std::wstring(text).c_str()));
 }
 
 void FieldItemWriter::writeReal(short code, double value) {
-    if (head(code)) setError(m_items.writeDouble(value));
+    if (head(code)) take(m_items.writeDouble(value));
 }
 
 void FieldItemWriter::writeAngle(short code, double radians) {
-    if (head(code, ItemForm::kRadians)) setError(m_items.writeDouble(radians));
+    if (head(code, ItemForm::kRadians)) take(m_items.writeDouble(radians));
 }
 
 void FieldItemWriter::writePoint(short code, const double* coordinates, int dimension) {
     if (dimension > 2) {
         if (head(code))
-            setError(m_items.writePoint3d(AcGePoint3d(coordinates[0], coordinates[1], coordinates[2])));
+            take(m_items.writePoint3d(AcGePoint3d(coordinates[0], coordinates[1], coordinates[2])));
     } else if (head(code, ItemForm::kFlatPoint)) {
-        setError(m_items.writePoint2d(AcGePoint2d(coordinates[0], dimension > 1 ? coordinates[1] : 0.0)));
+        take(m_items.writePoint2d(AcGePoint2d(coordinates[0], dimension > 1 ? coordinates[1] : 0.0)));
     }
 }
 
@@ -65,23 +77,23 @@ void FieldItemWriter::writeInteger(short code, Adesk::Int64 value) {
     switch (AcDb::groupKind(code)) {
     case AcDb::GroupKind::kInt16:
         if (!fits<Adesk::Int16>(value)) break;
-        if (head(code)) setError(m_items.writeInt16(static_cast<Adesk::Int16>(value)));
+        if (head(code)) take(m_items.writeInt16(static_cast<Adesk::Int16>(value)));
         return;
     case AcDb::GroupKind::kInt32:
         if (!fits<Adesk::Int32>(value)) break;
-        if (head(code)) setError(m_items.writeInt32(static_cast<Adesk::Int32>(value)));
+        if (head(code)) take(m_items.writeInt32(static_cast<Adesk::Int32>(value)));
         return;
     case AcDb::GroupKind::kInt64:
-        if (head(code)) setError(m_items.writeInt64(value));
+        if (head(code)) take(m_items.writeInt64(value));
         return;
     case AcDb::GroupKind::kBool:
         if (value != 0 && value != 1) break;
-        if (head(code)) setError(m_items.writeBool(value == 1));
+        if (head(code)) take(m_items.writeBool(value == 1));
         return;
     default:
         break;
     }
-    if (head(code, ItemForm::kWideInteger)) setError(m_items.writeInt64(value));
+    if (head(code, ItemForm::kWideInteger)) take(m_items.writeInt64(value));
 }
 
 void FieldItemWriter::writeHandle(short code, Adesk::UInt64 handle) {
@@ -89,22 +101,22 @@ void FieldItemWriter::writeHandle(short code, Adesk::UInt64 handle) {
         const AcDbObjectId id = DatabaseAccess::find(*m_database, handle);
         if (!id.isNull()) return writeId(code, id);
     }
-    if (head(code, ItemForm::kPlainHandle)) setError(m_items.writeInt64(static_cast<Adesk::Int64>(handle)));
+    if (head(code, ItemForm::kPlainHandle)) take(m_items.writeInt64(static_cast<Adesk::Int64>(handle)));
 }
 
 void FieldItemWriter::writeId(short code, AcDbObjectId id) {
     switch (referenceKind(code)) {
     case ReferenceKind::kSoftPointer:
-        if (head(code)) setError(m_items.writeSoftPointerId(id));
+        if (head(code)) take(m_items.writeSoftPointerId(id));
         return;
     case ReferenceKind::kHardPointer:
-        if (head(code)) setError(m_items.writeHardPointerId(id));
+        if (head(code)) take(m_items.writeHardPointerId(id));
         return;
     case ReferenceKind::kSoftOwner:
-        if (head(code)) setError(m_items.writeSoftOwnershipId(id));
+        if (head(code)) take(m_items.writeSoftOwnershipId(id));
         return;
     case ReferenceKind::kHardOwner:
-        if (head(code)) setError(m_items.writeHardOwnershipId(id));
+        if (head(code)) take(m_items.writeHardOwnershipId(id));
         return;
     case ReferenceKind::kNone:
         return writeHandle(code, id.handle().value());
@@ -112,17 +124,17 @@ void FieldItemWriter::writeId(short code, AcDbObjectId id) {
 }
 
 void FieldItemWriter::writeRecordName(short code, AcDbObjectId record, std::wstring_view) {
-    if (head(code, ItemForm::kRecord)) setError(m_items.writeHardPointerId(record));
+    if (head(code, ItemForm::kRecord)) take(m_items.writeHardPointerId(record));
 }
 
 void FieldItemWriter::writeBinary(short code, const void* bytes, std::size_t size) {
     if (!head(code)) return;
-    setError(m_items.writeInt32(static_cast<Adesk::Int32>(size)));
-    if (m_status == Acad::eOk) setError(m_items.writeBytes(bytes, static_cast<Adesk::UInt32>(size)));
+    take(m_items.writeInt32(static_cast<Adesk::Int32>(size)));
+    if (m_status == Acad::eOk) take(m_items.writeBytes(bytes, static_cast<Adesk::UInt32>(size)));
 }
 
 void FieldItemWriter::writeSubclassMark(const wchar_t* name) {
-    if (head(100, ItemForm::kSubclassMark)) setError(m_items.writeString(name));
+    if (head(100, ItemForm::kSubclassMark)) take(m_items.writeString(name));
 }
 
 } // namespace hostkit

@@ -53,6 +53,7 @@ public:
 
 private:
     bool head(short code, ItemForm form = ItemForm::kByCode);
+    void take(Acad::ErrorStatus status) { setError(status); }
 
     AcDbDwgFiler& m_items;
     AcDbDatabase* m_database;

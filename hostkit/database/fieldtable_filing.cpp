@@ -1,7 +1,5 @@
 #include "fieldtable.h"
 
-#include "groupkinds.h"
-
 #include <charconv>
 #include <cmath>
 #include <numbers>
@@ -24,8 +22,8 @@ double degreesFromRadians(double radians) {
 }
 
 bool isStorable(const AcDbDxfGroup& group) {
-    if (group.code < 0 || group.code > lastGroupCode || group.kind != AcDb::groupKind(group.code))
-        return false;
+    constexpr short lastCode = 1071;
+    if (group.code < 0 || group.code > lastCode || group.kind != AcDb::groupKind(group.code)) return false;
     const auto fits = [&group](int bits) {
         return group.integer >= -(Adesk::Int64(1) << (bits - 1)) && group.integer < Adesk::Int64(1)
                                                                                         << (bits - 1);

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace hostkit {
@@ -19,6 +20,7 @@ public:
 
     void replace(std::size_t begin, std::size_t end, std::string_view text);
     void insert(std::size_t place, std::string_view text) { replace(place, place, text); }
+    bool isEmpty() const { return m_edits.empty(); }
     std::string apply();
 
 private:
@@ -50,7 +52,6 @@ public:
 
 private:
     bool editObject(const AcDbObject& object);
-    const std::vector<AcDbObjectId>& blockRecords() const;
     bool namesStandingObjects(const AcDbObject& object) const;
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);

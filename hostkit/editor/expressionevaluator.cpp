@@ -6,6 +6,7 @@
 #include "numbertext.h"
 
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 

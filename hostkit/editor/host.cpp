@@ -14,8 +14,10 @@
 #include "spacecommands.h"
 #include "textencoding.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
+#include <optional>
 
 namespace hostkit {
 namespace {

@@ -1,7 +1,6 @@
 #include "runprogram.h"
 
-#include <charconv>
-#include <cmath>
+#include <cctype>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -176,10 +175,13 @@ private:
         return false;
     }
     bool readNumber() {
-        double number = NAN; // which no number in JSON is
-        const auto [end, fault] = std::from_chars(m_text.data(), m_text.data() + m_text.size(), number);
-        m_text.remove_prefix(static_cast<std::size_t>(end - m_text.data()));
-        return fault == std::errc() && std::isfinite(number);
+        const std::string copy(m_text.substr(0, 40));
+        if (copy.empty() || !(std::isdigit(static_cast<unsigned char>(copy[0])) || copy[0] == '-'))
+            return false;
+        char* end = nullptr;
+        std::strtod(copy.c_str(), &end);
+        m_text.remove_prefix(static_cast<std::size_t>(end - copy.c_str()));
+        return end != copy.c_str();
     }
 
     std::string_view m_text;

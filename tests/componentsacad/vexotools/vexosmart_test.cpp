@@ -1,12 +1,16 @@
-#include "drawingparts.h"
 #include "hosttest.h"
 #include "vexosmartlock.h"
 #include "vexosmartopen.h"
 #include "vexosmartpointer.h"
 #include "vexosmartundorecording.h"
 
+#include "dbblocktable.h"
+#include "dblayertable.h"
+#include "dblayertablerecord.h"
 #include "dbline.h"
+#include "dbobjptr.h"
 
+#include <functional>
 #include <new>
 
 namespace {
@@ -14,10 +18,12 @@ namespace {
 class Guards : public hostkit::HostTest {
 protected:
     AcDbObjectId addLine() {
-        return drawingtest::appendToModelSpace(database(), new AcDbLine({0, 0, 0}, {1, 0, 0}));
-    }
-    void closeDocument() {
-        ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
+        const VEXOSmartOpen<AcDbBlockTableRecord> space(database().modelSpaceId(), AcDb::kForWrite, false);
+        auto* const line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+        AcDbObjectId id;
+        EXPECT_EQ(space->appendAcDbEntity(id, line), Acad::eOk);
+        line->close();
+        return id;
     }
     int transactions() { return session.document().transactionManager()->numActiveTransactions(); }
 };
@@ -27,7 +33,10 @@ protected:
 TEST_F(Guards, openTakesAndGivesBackWhatItCan) {
     const AcDbObjectId line = addLine();
     const AcDbObjectId erased = addLine();
-    ASSERT_EQ(drawingtest::erase(erased), Acad::eOk);
+    {
+        const VEXOSmartOpen<AcDbObject> guard(erased, AcDb::kForWrite, false);
+        ASSERT_EQ(guard->erase(), Acad::eOk);
+    }
     AcDbObjectId promised;
     ASSERT_EQ(database().getAcDbObjectId(promised, true, AcDbHandle(0xABCDE)), Acad::eOk);
     const struct {
@@ -64,7 +73,8 @@ TEST_F(Guards, openReachesWhatIsOpenElsewhereThroughATransaction) {
     const AcDbObjectId id = addLine();
     for (const AcDb::OpenMode held : {AcDb::kForRead, AcDb::kForWrite, AcDb::kForNotify}) {
         SCOPED_TRACE(held);
-        auto* const holder = drawingtest::opened<AcDbObject>(id, held);
+        AcDbObject* holder = nullptr;
+        ASSERT_EQ(acdbOpenAcDbObject(holder, id, held), Acad::eOk);
         {
             const VEXOSmartOpen<AcDbEntity> outer(id, AcDb::kForWrite, false);
             ASSERT_EQ(outer.status(), Acad::eOk);
@@ -90,7 +100,7 @@ TEST_F(Guards, openWithoutADocumentKeepsTheDirectStatus) {
     AcDbDatabase side;
     session.watch(side);
     AcDbObjectPointer<AcDbObject> holder(side.layerZero(), AcDb::kForWrite);
-    closeDocument();
+    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     EXPECT_EQ(VEXOSmartOpen<AcDbObject>(side.layerZero(), AcDb::kForWrite, false).status(),
               Acad::eWasOpenForWrite);
     holder.close();
@@ -181,7 +191,7 @@ TEST_F(Guards, lockWithoutADocument) {
         const VEXOSmartLock lock(&side);
         EXPECT_EQ(lock.status(), Acad::eOk) << "nobody else can write to it";
     }
-    closeDocument();
+    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     const VEXOSmartLock lock;
     EXPECT_EQ(lock.status(), 330);
     EXPECT_FALSE(lock.hasLock());
@@ -204,6 +214,6 @@ TEST_F(Guards, undoRecordingIsSuspendedAndAsItWasAfterwards) {
         EXPECT_FALSE(database().undoRecording());
     }
     EXPECT_TRUE(database().undoRecording());
-    closeDocument();
+    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     const VEXOSmartUndoRecording ofNothing;
 }

@@ -1,5 +1,7 @@
+#include "dbsource.h"
 #include "drawingaudit.h"
-#include "drawingfiles.h"
+#include "drawingreader.h"
+#include "drawingwriter.h"
 #include "sampledrawing.h"
 #include "scriptedport.h"
 
@@ -7,33 +9,57 @@
 #include "dbblocktablerecord.h"
 #include "dbopaque.h"
 
-#include <filesystem>
+#include <gtest/gtest.h>
+
+#include <dirent.h>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 
 using namespace hostkit;
 using namespace drawingtest;
 
 namespace {
 
+std::string group(int code, const std::string& value) { return std::to_string(code) + "\n" + value + "\n"; }
+std::string section(const std::string& name, const std::string& content) {
+    return group(0, "SECTION") + group(2, name) + content + group(0, "ENDSEC");
+}
+std::string entities(const std::string& content) { return section("ENTITIES", content) + group(0, "EOF"); }
+std::string line(const std::string& extra = {}) {
+    return group(0, "LINE") + group(8, "0") + group(10, "1.0") + group(20, "2.0") + group(11, "3.0") +
+           group(21, "4.0") + extra;
+}
+std::string header(const std::string& version) {
+    return section("HEADER", group(9, "$ACADVER") + group(1, version));
+}
 std::string insert(const std::string& name) {
-    return groups({{0, "INSERT"}, {8, "0"}, {2, name}, {10, "0"}, {20, "0"}});
+    return group(0, "INSERT") + group(8, "0") + group(2, name) + group(10, "0") + group(20, "0");
+}
+std::string block(const std::string& name, const std::string& content) {
+    return group(0, "BLOCK") + group(8, "0") + group(2, name) + group(70, "0") + group(10, "0") +
+           group(20, "0") + content + group(0, "ENDBLK");
 }
 
 struct Reading {
     ReadReport report;
     std::unique_ptr<AcDbDatabase> database;
 
-    explicit Reading(const std::string& bytes)
-        : database(openDrawingFromMemory(bytes, L"test.dxf", &report, quietReading)) {}
+    explicit Reading(const std::string& bytes) {
+        ReadOptions options;
+        options.tellPort = false;
+        database = openDrawingFromMemory(bytes, L"test.dxf", &report, options);
+    }
 };
 
 } // namespace
 
 TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
-    std::string hundredThousandBraces;
-    for (int depth = 0; depth < 100000; ++depth) hundredThousandBraces += group(102, "{DEEP");
+    const std::string hundredThousandBraces = [] {
+        std::string braces;
+        for (int depth = 0; depth < 100000; ++depth) braces += group(102, "{DEEP");
+        return braces;
+    }();
     const struct {
         const char* name;
         std::string bytes;
@@ -47,8 +73,8 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
         {"own form", std::string("AC1027\0\0\0", 9), Acad::eNotApplicable, 0},
         {"no end mark", section("ENTITIES", line()), Acad::eEndOfFile, 19},
         {"cut in a section", group(0, "SECTION") + group(2, "ENTITIES") + line(), Acad::eEndOfFile, 17},
-        {"cut in a record", groups({{0, "SECTION"}, {2, "ENTITIES"}, {0, "LINE"}}) + "10\n", Acad::eEndOfFile,
-         7},
+        {"cut in a record", group(0, "SECTION") + group(2, "ENTITIES") + group(0, "LINE") + "10\n",
+         Acad::eEndOfFile, 7},
         {"code is no number", group(0, "SECTION") + group(2, "ENTITIES") + "x\ny\n", Acad::eBadDxfSequence,
          5},
         {"missing value shifts the pairs", entities("0\nLINE\n8\n10\n1.0\n"), Acad::eBadDxfSequence, 9},
@@ -67,8 +93,8 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
         {"header without a name", section("HEADER", group(40, "1.0")) + entities(""), Acad::eBadDxfSequence,
          5},
         {"endless braces and no end",
-         groups({{0, "SECTION"}, {2, "OBJECTS"}, {0, "XRECORD"}}) + hundredThousandBraces, Acad::eEndOfFile,
-         200007},
+         group(0, "SECTION") + group(2, "OBJECTS") + group(0, "XRECORD") + hundredThousandBraces,
+         Acad::eEndOfFile, 200007},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
@@ -86,26 +112,12 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
 
 // A bad value spoils one record, not the drawing: the record stays as it stands, also through a save.
 TEST(Damage, aDamagedRecordIsKeptAndTold) {
-    const std::string polyline = groups({{0, "LWPOLYLINE"},
-                                         {8, "0"},
-                                         {90, "2147483648"},
-                                         {70, "1"},
-                                         {10, "0"},
-                                         {20, "0"},
-                                         {10, "5"},
-                                         {20, "5"}});
-    const std::string hatch = groups({{0, "HATCH"},
-                                      {8, "0"},
-                                      {2, "SOLID"},
-                                      {70, "1"},
-                                      {71, "0"},
-                                      {91, "2147483647"},
-                                      {92, "2"},
-                                      {72, "0"},
-                                      {73, "1"},
-                                      {93, "2147483647"},
-                                      {10, "0"},
-                                      {20, "0"}});
+    const std::string polyline = group(0, "LWPOLYLINE") + group(8, "0") + group(90, "2147483648") +
+                                 group(70, "1") + group(10, "0") + group(20, "0") + group(10, "5") +
+                                 group(20, "5");
+    const std::string hatch = group(0, "HATCH") + group(8, "0") + group(2, "SOLID") + group(70, "1") +
+                              group(71, "0") + group(91, "2147483647") + group(92, "2") + group(72, "0") +
+                              group(73, "1") + group(93, "2147483647") + group(10, "0") + group(20, "0");
     const struct {
         const char* name;
         std::string record;
@@ -117,11 +129,13 @@ TEST(Damage, aDamagedRecordIsKeptAndTold) {
         {"counts that lie", polyline, false},
         {"hatch counts that lie", hatch, true},
         {"spline without its knots",
-         groups({{0, "SPLINE"}, {8, "0"}, {70, "8"}, {71, "3"}, {10, "0"}, {20, "0"}, {30, "0"}}), true},
+         group(0, "SPLINE") + group(8, "0") + group(70, "8") + group(71, "3") + group(10, "0") +
+             group(20, "0") + group(30, "0"),
+         true},
         {"bad handle", line(group(5, "XYZ")), false},
         {"bad extended data", line(group(1001, "APP") + group(1040, "x")), false},
-        {"vertex of nothing", groups({{0, "VERTEX"}, {8, "0"}, {10, "0"}, {20, "0"}}), true},
-        {"unknown kind", groups({{0, "WIDGET"}, {8, "0"}, {90, "1"}}), true},
+        {"vertex of nothing", group(0, "VERTEX") + group(8, "0") + group(10, "0") + group(20, "0"), true},
+        {"unknown kind", group(0, "WIDGET") + group(8, "0") + group(90, "1"), true},
         {"colour that is none", line(group(62, "70000")), false},
         {"layer that is none", line(group(8, "Nowhere")), false},
     };
@@ -136,9 +150,12 @@ TEST(Damage, aDamagedRecordIsKeptAndTold) {
         ASSERT_EQ(space->entities().size(), 2u);
         EXPECT_EQ(space->entities()[0].objectClass() == AcDbOpaqueEntity::desc(), one.isKeptAsOpaque);
         EXPECT_EQ(reading.database->numOpenObjects(), 0);
-        const std::string again = saved(*reading.database, fromFields);
+        std::string saved;
+        WriteOptions options;
+        options.everythingFromFields = true;
+        ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
         for (const char* value : {"thick", "nan", "1e999", "WIDGET", "Nowhere", "VERTEX"})
-            EXPECT_EQ(again.find(value) == std::string::npos, bytes.find(value) == std::string::npos)
+            EXPECT_EQ(saved.find(value) == std::string::npos, bytes.find(value) == std::string::npos)
                 << value;
     }
 }
@@ -153,28 +170,27 @@ TEST(Damage, longLinesAndDeepNestingAreNothingSpecial) {
     std::string braces;
     for (int level = 0; level < 10000; ++level) braces += group(102, "{DEEP");
     for (int level = 0; level < 10000; ++level) braces += group(102, "}");
-    const std::string bytes = header("AC1015") + section("BLOCKS", blocks) +
-                              section("ENTITIES", group(0, "TEXT") + group(5, "A1") + braces +
-                                                      groups({{330, "1F"},
-                                                              {100, "AcDbEntity"},
-                                                              {8, "0"},
-                                                              {100, "AcDbText"},
-                                                              {1, longText},
-                                                              {10, "0"},
-                                                              {20, "0"},
-                                                              {40, "1"}})) +
-                              group(0, "EOF");
+    const std::string bytes =
+        header("AC1015") + section("BLOCKS", blocks) +
+        section("ENTITIES", group(0, "TEXT") + group(5, "A1") + braces + group(330, "1F") +
+                                group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbText") +
+                                group(1, longText) + group(10, "0") + group(20, "0") + group(40, "1")) +
+        group(0, "EOF");
     const Reading reading(bytes);
     ASSERT_TRUE(reading.database);
-    const std::string again = saved(*reading.database, fromFields);
-    EXPECT_NE(again.find(longText), std::string::npos);
-    EXPECT_NE(again.find(braces), std::string::npos);
+    std::string saved;
+    WriteOptions options;
+    options.everythingFromFields = true;
+    ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
+    EXPECT_NE(saved.find(longText), std::string::npos);
+    EXPECT_NE(saved.find(braces), std::string::npos);
 }
 
 // Every cut and every flipped byte of a sound drawing gives a drawing or a status, and never leaves an object
 // open.
 TEST(Damage, anyCutAndAnyByteIsSurvived) {
-    const std::string sound = saved(*sampleDrawing());
+    std::string sound;
+    ASSERT_EQ(writeDrawingToMemory(*sampleDrawing(), sound), Acad::eOk);
     std::mt19937 random(5);
     const auto survive = [](const std::string& bytes) {
         const Reading reading(bytes);
@@ -225,20 +241,27 @@ TEST(Damage, problemsGoToThePort) {
 
 // What the fuzzer starts from, and what it has found.
 TEST(Damage, theCorpusIsSurvived) {
+    const std::string folder = VEXO_SOURCE_DIR "/fuzz/corpus/drawing";
+    DIR* const directory = opendir(folder.c_str());
+    ASSERT_TRUE(directory) << folder;
     std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/drawing")) {
-        SCOPED_TRACE(entry.path());
-        std::ifstream file(entry.path(), std::ios::binary);
-        const Reading reading({std::istreambuf_iterator<char>(file), {}});
-        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr);
+    while (const dirent* const entry = readdir(directory)) {
+        if (entry->d_name[0] == '.') continue;
+        std::ifstream file(folder + "/" + entry->d_name, std::ios::binary);
+        std::stringstream bytes;
+        bytes << file.rdbuf();
+        const Reading reading(bytes.str());
+        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr) << entry->d_name;
         ++count;
         if (!reading.database) continue;
-        EXPECT_GT(auditDrawing(*reading.database).objects, 0u);
-        std::string bytes;
-        WriteOptions options = fromFields;
+        EXPECT_GT(auditDrawing(*reading.database).objects, 0u) << entry->d_name;
+        std::string saved;
+        WriteOptions options;
+        options.everythingFromFields = true;
         options.tellPort = false;
-        const bool isSaved = writeDrawingToMemory(*reading.database, bytes, options) == Acad::eOk;
-        EXPECT_TRUE(!isSaved || Reading(bytes).database);
+        if (writeDrawingToMemory(*reading.database, saved, options) != Acad::eOk) continue;
+        EXPECT_TRUE(Reading(saved).database) << entry->d_name;
     }
+    closedir(directory);
     EXPECT_GE(count, 5u);
 }

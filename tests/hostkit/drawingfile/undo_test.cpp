@@ -1,11 +1,21 @@
 #include "drawingchanges.h"
-#include "drawingfiles.h"
+#include "drawingpicture.h"
+#include "drawingreader.h"
+#include "drawingwriter.h"
 #include "undohistory.h"
+
+#include <gtest/gtest.h>
 
 using namespace hostkit;
 using namespace drawingtest;
 
 namespace {
+
+std::string saved(const AcDbDatabase& database) {
+    std::string bytes;
+    EXPECT_EQ(writeDrawingToMemory(database, bytes), Acad::eOk);
+    return bytes;
+}
 
 void undo(AcDbDatabase& database) {
     UndoReport report;
@@ -36,7 +46,7 @@ TEST(UndoAndSave, WhatStaysIsSavedAsIfTheRestHadNeverBeen) {
     for (std::uint32_t seed = 1; seed <= 10; ++seed) {
         SCOPED_TRACE(seed);
         const auto makeFirstStep = [](Drawing& drawing) {
-            change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.setEndPoint({3, 4, 5}); });
+            drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.setEndPoint({3, 4, 5}); });
         };
         Drawing plain(openDrawingFromMemory(original, L"plain"));
         makeFirstStep(plain);
