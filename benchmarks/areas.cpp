@@ -4,12 +4,11 @@
 #include "contourareas.h"
 #include "vexogeometrytools.h"
 
-#include "dbpolyline.h"
+#include "ringcontour.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <ctime>
 #include <memory>
 
 #ifdef VEXO_PEER_CGAL
@@ -17,9 +16,8 @@
 #include <CGAL/General_polygon_set_2.h>
 #include <CGAL/Gps_circle_segment_traits_2.h>
 
-#include <array>
+#include <ctime>
 #include <iterator>
-#include <list>
 #include <vector>
 #endif
 
@@ -27,40 +25,25 @@ using namespace VEXOGeometryTools;
 
 namespace {
 
+constexpr double kBulge = 0.1;
+
 struct Pair {
     std::unique_ptr<AcDbPolyline> first;
     std::unique_ptr<AcDbPolyline> second;
 };
 
-/// A ring, every third side an arc; `radiusAt(i)` is the distance of vertex i from the centre.
-template <typename RadiusAt>
-std::unique_ptr<AcDbPolyline> ringOf(int count, double centerX, const RadiusAt& radiusAt) {
-    auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
-    for (int i = 0; i < count; ++i) {
-        const double angle = AcGe::kTwoPi * i / count;
-        const double radius = radiusAt(i);
-        (void)polyline->addVertexAt(static_cast<unsigned int>(i),
-                                    {centerX + radius * std::cos(angle), radius * std::sin(angle)},
-                                    i % 3 ? 0.0 : 0.1);
-    }
-    polyline->setClosed(Adesk::kTrue);
-    return polyline;
-}
-
 /// Two wavy rings side by side: a handful of crossings.
 Pair fewCrossings(int count) {
     const auto wave = [&](int i) { return 1000.0 + 20.0 * std::sin(7 * AcGe::kTwoPi * i / count); };
-    return {ringOf(count, 0.0, wave), ringOf(count, 300.0, wave)};
+    return {ringOf(count, 0.0, kBulge, wave), ringOf(count, 300.0, kBulge, wave)};
 }
 
 /// Two zigzag rings, the teeth of one over the gaps of the other: as many crossings as either has vertices.
 Pair manyCrossings(int count) {
     const double tooth = 1000.0 / count;
-    return {ringOf(count, 0.0, [&](int i) { return i % 2 ? 1000.0 + tooth : 1000.0 - tooth; }),
-            ringOf(count, 0.0, [&](int i) { return i % 2 ? 1000.0 - tooth : 1000.0 + tooth; })};
+    return {ringOf(count, 0.0, kBulge, [&](int i) { return i % 2 ? 1000.0 + tooth : 1000.0 - tooth; }),
+            ringOf(count, 0.0, kBulge, [&](int i) { return i % 2 ? 1000.0 - tooth : 1000.0 + tooth; })};
 }
-
-double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 void commonSurface(benchmark::State& state, const Pair& pair) {
     for (auto _ : state) {
@@ -156,6 +139,8 @@ PeerPolygon peerPolygonOf(const AcDbPolyline& polyline) {
     }
     return polygon;
 }
+
+double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 void peerCommonSurface(benchmark::State& state, const Pair& pair) {
     int rounds = 0;

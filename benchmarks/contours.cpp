@@ -2,8 +2,8 @@
 #include "vexogeometrytools.h"
 
 #include "dbline.h"
-#include "dbpolyline.h"
 #include "dbxline.h"
+#include "ringcontour.h"
 
 #include <benchmark/benchmark.h>
 
@@ -25,15 +25,7 @@ constexpr double kBulge = 0.8;
 
 /// A round contour, every third side an arc.
 std::unique_ptr<AcDbPolyline> contourOf(int count) {
-    auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
-    for (int i = 0; i < count; ++i) {
-        const double angle = AcGe::kTwoPi * i / count;
-        const double radius = i % 2 ? 1000.0 : 999.99;
-        polyline->addVertexAt(static_cast<unsigned int>(i),
-                              {radius * std::cos(angle), radius * std::sin(angle)}, i % 3 ? 0.0 : 0.2);
-    }
-    polyline->setClosed(Adesk::kTrue);
-    return polyline;
+    return ringOf(count, 0.0, 0.2, [](int i) { return i % 2 ? 1000.0 : 999.99; });
 }
 
 AcArray<AcGePoint3d> pointsOf(int count) {

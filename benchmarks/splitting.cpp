@@ -3,8 +3,8 @@
 // strips.
 #include "vexogeometrytools.h"
 
-#include "dbpolyline.h"
 #include "dbxline.h"
+#include "ringcontour.h"
 
 #include <benchmark/benchmark.h>
 
@@ -18,6 +18,9 @@
 #include <CGAL/Exact_predicates_exact_constructions_kernel.h>
 #include <CGAL/General_polygon_set_2.h>
 #include <CGAL/Gps_circle_segment_traits_2.h>
+
+#include <iterator>
+#include <list>
 #endif
 
 using namespace VEXOGeometryTools;
@@ -142,16 +145,7 @@ BENCHMARK(SlabWithSquareOpenings)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark:
 
 /// A wavy round contour, every third side an arc.
 std::unique_ptr<AcDbPolyline> contourOf(int count, double shift) {
-    auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
-    for (int i = 0; i < count; ++i) {
-        const double angle = AcGe::kTwoPi * i / count;
-        const double radius = i % 2 ? 10000.0 : 9990.0;
-        polyline->addVertexAt(static_cast<unsigned int>(i),
-                              {shift + radius * std::cos(angle), radius * std::sin(angle)},
-                              i % 3 ? 0.0 : 0.2);
-    }
-    polyline->setClosed(Adesk::kTrue);
-    return polyline;
+    return ringOf(count, shift, 0.2, [](int i) { return i % 2 ? 10000.0 : 9990.0; });
 }
 
 void CutByLine(benchmark::State& state) {

@@ -16,10 +16,12 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace contourcases {
 
+inline constexpr double kPi = AcGe::kPi;
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct Arc {
@@ -55,6 +57,12 @@ inline AcArray<AcGePoint3d> clusteredPoints(std::mt19937& random, int count, dou
         points.append(point);
     }
     return points;
+}
+
+/// Whole numbers up to `most` behind the offset, one in six up to three jitters beside them: many in common.
+inline double onLattice(std::mt19937& random, int most, double offset, double jitter) {
+    const double place = offset + std::uniform_int_distribution<int>(0, most)(random);
+    return random() % 6 ? place : place + std::uniform_int_distribution<int>(-3, 3)(random) * jitter;
 }
 
 inline AcGeTol toleranceOf(double point, double vector = AcGeTol().equalVector()) {
@@ -108,6 +116,17 @@ inline std::unique_ptr<AcDbPolyline> polylineOf(const Vertices& vertices, bool c
 /// A closed rectangle from corner to corner.
 inline std::unique_ptr<AcDbPolyline> panel(double x1, double y1, double x2, double y2) {
     return polylineOf(rectangle(x1, y1, x2 - x1, y2 - y1), true);
+}
+
+/// From 2 to `most` vertices in any order on a lattice, some sides arcs of common heights.
+inline Vertices latticeRun(std::mt19937& random, int most, int size, double offset, double jitter) {
+    const double bulges[] = {0, 0, 0, 1, -1, 0.5, std::tan(-kPi / 8), 3};
+    Vertices vertices;
+    for (int left = std::uniform_int_distribution<int>(2, most)(random); left > 0; --left) {
+        const auto coordinate = [&] { return onLattice(random, size, offset, jitter); };
+        vertices.push_back({coordinate(), coordinate(), bulges[random() % 8]});
+    }
+    return vertices;
 }
 
 /// A star-shaped contour that does not cross itself, counter-clockwise, a third of its sides arcs.
@@ -175,6 +194,14 @@ inline double bulgeOf(const AcDbPolyline& polyline, unsigned int index) {
     double bulge = kNaN;
     (void)polyline.getBulgeAt(index, bulge);
     return bulge;
+}
+
+/// Those of the segment at its start and its end.
+inline std::pair<double, double> widthsOf(const AcDbPolyline& polyline, unsigned int index) {
+    double start = kNaN;
+    double end = kNaN;
+    (void)polyline.getWidthsAt(index, start, end);
+    return {start, end};
 }
 
 inline AcGePoint3d startOf(const AcDbCurve& curve) {

@@ -11,7 +11,6 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <random>
 
 using namespace VEXOGeometryTools;
@@ -19,7 +18,6 @@ using namespace contourcases;
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 const AcGeVector3d kUp = AcGeVector3d::kZAxis;
 
 } // namespace

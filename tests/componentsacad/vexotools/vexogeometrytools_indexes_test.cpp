@@ -13,14 +13,10 @@ using namespace contourcases;
 
 namespace {
 
-/// Points of a small lattice, some moved by fractions of a tolerance: many ends in common, many collinear
-/// runs.
+/// Many ends in common, many collinear runs.
 AcGePoint3d latticePoint(std::mt19937& random, double offset, double jitter) {
-    std::uniform_int_distribution<int> place(0, 5);
-    std::uniform_int_distribution<int> step(-3, 3);
-    const double x = offset + place(random) + (random() % 8 ? 0.0 : step(random) * jitter);
-    const double y = offset + (place(random) / 2) + (random() % 8 ? 0.0 : step(random) * jitter);
-    return {x, y, 0};
+    const double x = onLattice(random, 5, offset, jitter);
+    return {x, onLattice(random, 2, offset, jitter), 0};
 }
 
 // ---- collinear segments ----

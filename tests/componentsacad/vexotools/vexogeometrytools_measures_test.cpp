@@ -8,14 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include <numbers>
-
 using namespace VEXOGeometryTools;
 using namespace contourcases;
 
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 AcArray<AcGePoint2d> flat(const AcArray<AcGePoint3d>& points) {
     AcArray<AcGePoint2d> result;

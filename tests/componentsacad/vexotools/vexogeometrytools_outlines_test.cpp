@@ -191,18 +191,10 @@ TEST(SelfIntersecting, OpenContoursNormalScaleAndNaN) {
 
 /// Lattice walks (of ordinary size or tiny), star shapes with one vertex pulled across, slanting teeth.
 Contour randomOutline(std::mt19937& random, int kind, double offset, bool isTiny) {
-    std::uniform_int_distribution<int> place(0, 5);
-    std::uniform_int_distribution<int> step(-3, 3);
     std::uniform_real_distribution<double> share(-1.0, 1.0);
     Vertices vertices;
     if (kind == 0) {
-        constexpr double heights[] = {0, 0, 0, 1, -1, 0.5, -0.5, 2.5};
-        for (int i = 0, count = 2 + static_cast<int>(random() % 7); i < count; ++i) {
-            const auto coordinate = [&] {
-                return offset + place(random) + (random() % 6 ? 0.0 : step(random) * 4e-11);
-            };
-            vertices.push_back({coordinate(), coordinate(), heights[random() % 8]});
-        }
+        vertices = latticeRun(random, 8, 5, offset, 4e-11);
         if (random() % 30 == 0) vertices.back()[1] = kNaN;
         // Of the size of the point test.
         if (isTiny)

@@ -122,14 +122,10 @@ TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
 
 TEST(InteriorPoint, EqualsPlainFormOnLatticesAndNaN) {
     std::mt19937 random(11);
-    std::uniform_int_distribution<int> place(0, 4);
-    std::uniform_int_distribution<int> step(-3, 3);
     int inside = 0;
     for (int round = 0; round < 20000; ++round) {
         const double offset = round % 5 ? 0.0 : 1e6;
-        const auto coordinate = [&] {
-            return offset + place(random) + (random() % 4 ? 0.0 : step(random) * 0.5e-10);
-        };
+        const auto coordinate = [&] { return onLattice(random, 4, offset, 0.5e-10); };
         AcArray<AcGePoint3d> polygon;
         // Long polygons wander on one side of the point for a while, so that corners are passed over.
         const int count = static_cast<int>(random() % (round % 3 ? 8 : 90));
@@ -241,19 +237,11 @@ bool insidePlainly(const AcGePoint3d& point, AcDbCurve* contour) {
 
 TEST(InsideContour, EqualsPlainFormOnCornersSidesAndTangents) {
     std::mt19937 random(23);
-    std::uniform_int_distribution<int> place(0, 6);
-    std::uniform_int_distribution<int> step(-2, 2);
-    constexpr double bulges[] = {0, 0, 0, 1, -1, 0.5, -0.4142135623730951, 3};
     int inside = 0;
     for (int round = 0; round < 6000; ++round) {
         const double offset = round % 4 ? 0.0 : 1e6;
-        const auto coordinate = [&] {
-            return offset + place(random) + (random() % 6 ? 0.0 : step(random) * 6e-11);
-        };
-        Vertices vertices;
-        for (int i = 0, count = 2 + static_cast<int>(random() % 12); i < count; ++i)
-            vertices.push_back({coordinate(), coordinate(), bulges[random() % 8]});
-        const auto polyline = polylineOf(vertices, random() % 8 != 0);
+        const auto coordinate = [&] { return onLattice(random, 6, offset, 6e-11); };
+        const auto polyline = polylineOf(latticeRun(random, 13, 6, offset, 6e-11), random() % 8 != 0);
         if (random() % 5 == 0) (void)polyline->setNormal(-AcGeVector3d::kZAxis);
         const AcGePoint3d q(coordinate() + (random() % 2 ? 0.0 : 0.3), coordinate(),
                             random() % 20 ? 0.0 : 1.0);
@@ -407,18 +395,12 @@ bool outsidePlainly(const AcDbCurve& first, const AcDbCurve& second) {
 
 TEST(ContourOutside, EqualsPlainFormOnLatticeOfPairs) {
     std::mt19937 random(41);
-    std::uniform_int_distribution<int> place(0, 8);
-    constexpr double bulges[] = {0, 0, 0, 1, -1, 0.5};
     int outside = 0;
     constexpr int rounds = 6000;
     for (int round = 0; round < rounds; ++round) {
         std::unique_ptr<AcDbPolyline> pair[2];
         for (auto& polyline : pair) {
-            Vertices vertices;
-            for (int i = 0, count = 2 + static_cast<int>(random() % 5); i < count; ++i)
-                vertices.push_back(
-                    {place(random) + (random() % 9 ? 0.0 : 5e-9), place(random) * 1.0, bulges[random() % 6]});
-            polyline = polylineOf(vertices, random() % 6 != 0);
+            polyline = polylineOf(latticeRun(random, 6, 8, 0.0, 5e-9), random() % 6 != 0);
             (void)polyline->setElevation(random() % 9 ? 0.0 : 1.0);
         }
         ASSERT_EQ(isContourOutside(pair[0].get(), pair[1].get()), outsidePlainly(*pair[0], *pair[1]))

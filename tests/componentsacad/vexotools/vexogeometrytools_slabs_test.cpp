@@ -259,6 +259,11 @@ const Vertices kFork = corners({0, 0, 20, 0, 20, 4, 4, 4, 4, 6, 20, 6, 20, 10, 0
 
 using Contour = std::unique_ptr<AcDbPolyline>;
 
+Contour tilted(Contour contour) {
+    (void)contour->transformBy(AcGeMatrix3d::rotation(1.0, AcGeVector3d::kXAxis));
+    return contour;
+}
+
 Curves partsOf(const Contour& slab, AcDbCurve* hole, const AcGeVector3d& dir = kAlongX) {
     return Curves(splitContourByHole(kBase, dir, slab.get(), hole));
 }
@@ -431,8 +436,7 @@ TEST(SplitContourByHoles, PassesOverHolesThatAreNoneAndGivesTheCloneForNoHoles) 
     slab->setConstantWidth(0.5);
     const auto open = polylineOf(corners({8, 4, 12, 4, 12, 6}), false);
     const auto flat = polylineOf(corners({8, 4, 12, 4, 10, 4}), true);
-    const Contour upright = panel(8, 4, 12, 6);
-    upright->transformBy(AcGeMatrix3d::rotation(1.0, AcGeVector3d::kXAxis));
+    const Contour upright = tilted(panel(8, 4, 12, 6));
     AcDbLine line(AcGePoint3d(1, 1, 0), AcGePoint3d(9, 9, 0));
     const std::vector<AcDbCurve*> holes = {nullptr, open.get(), flat.get(), upright.get(), &line};
     const Curves whole = stripsOf(slab, holes);
@@ -448,8 +452,7 @@ TEST(SplitContourByHoles, GivesNothingForContoursAndDirectionsThatAreNone) {
     const Contour hole = panel(8, 4, 12, 6);
     const auto open = polylineOf(contourcases::rectangle(0, 0, 20, 10), false);
     const auto flat = polylineOf(corners({0, 0, 20, 0, 10, 0}), true);
-    const Contour upright = panel(0, 0, 20, 10);
-    upright->transformBy(AcGeMatrix3d::rotation(1.0, AcGeVector3d::kXAxis));
+    const Contour upright = tilted(panel(0, 0, 20, 10));
     AcDbPolyline empty;
     const double nan = contourcases::kNaN;
     const struct {
