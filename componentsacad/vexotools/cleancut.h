@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contourareas.h"
-#include "stripframe.h"
+#include "loopsegment.h"
 
 #include <vector>
 

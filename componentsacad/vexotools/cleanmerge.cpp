@@ -1,6 +1,6 @@
 #include "cleanmerge.h"
 
-#include "stripframe.h"
+#include "loopsegment.h"
 #include "vexogeometrytools_internal.h"
 
 #include <algorithm>

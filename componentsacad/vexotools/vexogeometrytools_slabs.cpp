@@ -2,6 +2,7 @@
 
 #include "contourareas.h"
 #include "holecut.h"
+#include "loopsegment.h"
 #include "stripframe.h"
 #include "stripmerge.h"
 
