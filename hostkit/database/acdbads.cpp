@@ -24,11 +24,6 @@ constexpr TableWord tableWords[] = {
     {L"UCS", TableKind::kUcs},      {L"VIEW", TableKind::kView},      {L"VPORT", TableKind::kViewport},
 };
 
-AcDbDatabase* workingDrawing() {
-    AcDbHostApplicationServices* services = acdbHostApplicationServices();
-    return services ? services->workingDatabase() : nullptr;
-}
-
 const AcDbSymbolTable* tableOf(const AcDbDatabase& database, const wchar_t* word) {
     for (const TableWord& each : tableWords)
         if (hostkit::equalFolded(each.word, word))
@@ -40,7 +35,7 @@ const AcDbSymbolTable* tableOf(const AcDbDatabase& database, const wchar_t* word
 } // namespace
 
 resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int) {
-    AcDbDatabase* const database = workingDrawing();
+    AcDbDatabase* const database = hostkit::orWorkingDatabase(nullptr);
     if (!database || !tableName || !name) return nullptr;
     const AcDbSymbolTable* const table = tableOf(*database, tableName);
     const auto* const record =
@@ -52,7 +47,7 @@ resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int) {
 }
 
 int acdbRegApp(const wchar_t* application) {
-    AcDbDatabase* const database = workingDrawing();
+    AcDbDatabase* const database = hostkit::orWorkingDatabase(nullptr);
     if (!database || !application) return RTERROR;
     const AcDbSymbolTablePointer<AcDbRegAppTable> table(database, AcDb::kForWrite);
     if (!table.object()) return RTERROR;

@@ -1,5 +1,7 @@
 #include "dbfiler.h"
 
+#include "hexadecimal.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -21,22 +23,6 @@ std::wstring formatted(const wchar_t* format, va_list arguments) {
         if (length >= 0) return {buffer.data(), static_cast<std::size_t>(length)};
     }
     return format;
-}
-
-int digitOf(wchar_t c) {
-    if (c >= L'0' && c <= L'9') return c - L'0';
-    if (c >= L'A' && c <= L'F') return c - L'A' + 10;
-    return c >= L'a' && c <= L'f' ? c - L'a' + 10 : 0;
-}
-
-// From the hexadecimal text of a chunk, in memory that acutRelRb gives back.
-ads_binary binaryOf(std::wstring_view digits) {
-    const std::size_t count = digits.size() / 2;
-    auto* bytes = static_cast<char*>(std::malloc(count ? count : 1));
-    if (!bytes) return {0, nullptr};
-    for (std::size_t i = 0; i < count; ++i)
-        bytes[i] = static_cast<char>(digitOf(digits[2 * i]) << 4 | digitOf(digits[2 * i + 1]));
-    return {static_cast<short>(count), bytes};
 }
 
 wchar_t* textOf(std::wstring_view text) { return acutNewString(std::wstring(text).c_str()); }
@@ -98,7 +84,7 @@ Acad::ErrorStatus AcDbDxfFiler::readResBuf(resbuf* record) {
         record->resval.mnInt64 = group.integer;
         break;
     case AcDb::GroupKind::kBinary:
-        record->resval.rbinary = binaryOf(group.text);
+        record->resval.rbinary = hostkit::binaryOfHexadecimal(group.text);
         break;
     default:
         record->resval.rstring = textOf(group.text);

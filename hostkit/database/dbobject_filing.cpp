@@ -1,6 +1,7 @@
 #include "dbobject.h"
 
 #include "dbaccess.h"
+#include "extendeddata.h"
 #include "fielditemreader.h"
 #include "fielditemwriter.h"
 #include "fieldtable.h"
@@ -42,12 +43,6 @@ namespace {
 
 constexpr short applicationCode = 1001;
 
-AcDbObjectId applicationId(const AcDbDatabase* database, std::wstring_view name) {
-    const auto* table =
-        database ? DatabaseAccess::objectOf<AcDbSymbolTable>(database->regAppTableId()) : nullptr;
-    return table ? table->find(name) : AcDbObjectId();
-}
-
 /// Each application: true, its id (null where it is not registered), its name, its groups; false behind the
 /// last one.
 Acad::ErrorStatus writeExtendedData(AcDbDwgFiler& filer, const GroupBlock& data, AcDbDatabase* database) {
@@ -57,7 +52,8 @@ Acad::ErrorStatus writeExtendedData(AcDbDwgFiler& filer, const GroupBlock& data,
     while (isMore && group.code != applicationCode) isMore = walker.next(group);
     while (isMore) {
         (void)filer.writeBool(true);
-        (void)filer.writeHardPointerId(applicationId(database, group.text));
+        (void)filer.writeHardPointerId(database ? registeredApplication(*database, group.text)
+                                                : AcDbObjectId());
         (void)filer.writeString(group.text.data()); // the walker's text has its end mark
         FieldItemWriter values(filer, database);
         while ((isMore = walker.next(group)) && group.code != applicationCode) values.writeGroup(group);

@@ -3,6 +3,7 @@
 #include "dbaccess.h"
 
 #include "casefold.h"
+#include "groupkinds.h"
 
 #include <string>
 #include <utility>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr short applicationCode = 1001;
 constexpr short firstCode = 1000;
-constexpr short lastCode = 1071;
 
 /// Walks a block application by application. What stands before the first one belongs to none.
 class ApplicationWalker {
@@ -45,11 +45,6 @@ private:
     std::wstring_view m_name;
 };
 
-bool isRegistered(const AcDbDatabase& database, std::wstring_view application) {
-    const auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(database.regAppTableId());
-    return table && !table->find(application).isNull();
-}
-
 struct NamedSpan : ApplicationSpan {
     std::wstring name;
 };
@@ -76,7 +71,7 @@ Acad::ErrorStatus pack(const resbuf* list, GroupBlock& data) {
     data.reserve(ordinarySize);
     if (!list || list->restype != applicationCode) return Acad::eInvalidResBuf;
     for (; list; list = list->rbnext) {
-        if (list->restype < firstCode || list->restype > lastCode) return Acad::eInvalidResBuf;
+        if (list->restype < firstCode || list->restype > lastGroupCode) return Acad::eInvalidResBuf;
         const Acad::ErrorStatus status = data.appendRecord(*list);
         if (status != Acad::eOk) return status;
     }
@@ -87,7 +82,7 @@ Acad::ErrorStatus pack(const resbuf* list, GroupBlock& data) {
 Acad::ErrorStatus check(const Divided& now, const AcDbDatabase* database) {
     for (const NamedSpan& span : now.spans) {
         if (now.find(span.name) != &span) return Acad::eInvalidResBuf;
-        if (database && !span.isEmpty() && !isRegistered(*database, span.name))
+        if (database && !span.isEmpty() && registeredApplication(*database, span.name).isNull())
             return Acad::eRegappIdNotFound;
     }
     return Acad::eOk;
@@ -111,6 +106,11 @@ GroupBlock merged(const Divided& before, const Divided& now) {
 }
 
 } // namespace
+
+AcDbObjectId registeredApplication(const AcDbDatabase& database, std::wstring_view name) {
+    const auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(database.regAppTableId());
+    return table ? table->find(name) : AcDbObjectId();
+}
 
 bool findApplication(const GroupBlock& data, std::wstring_view name, ApplicationSpan& span) {
     ApplicationWalker walker(data);

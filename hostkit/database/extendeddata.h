@@ -1,6 +1,7 @@
 // Stand-in for the host's extended data of an object. Covers its division by application, replacing and checking; leaves out the object.
 #pragma once
 
+#include "dbid.h"
 #include "groupblock.h"
 
 #include <string_view>
@@ -16,6 +17,9 @@ struct ApplicationSpan {
     std::size_t to = 0;
     bool isEmpty() const { return behindName == to; }
 };
+
+/// The record that registers an application in the drawing; null where there is none.
+AcDbObjectId registeredApplication(const AcDbDatabase& database, std::wstring_view name);
 
 /// Finds an application, without regard to case; false when the block has none of it.
 bool findApplication(const GroupBlock& data, std::wstring_view name, ApplicationSpan& span);

@@ -1,6 +1,7 @@
 #include "fielditemwriter.h"
 
 #include "dbaccess.h"
+#include "hexadecimal.h"
 
 #include <limits>
 #include <vector>
@@ -12,19 +13,6 @@ namespace {
 template <class Integer>
 bool fits(Adesk::Int64 value) {
     return value >= std::numeric_limits<Integer>::min() && value <= std::numeric_limits<Integer>::max();
-}
-
-unsigned digitOf(wchar_t c) {
-    if (c >= L'0' && c <= L'9') return static_cast<unsigned>(c - L'0');
-    if (c >= L'A' && c <= L'F') return static_cast<unsigned>(c - L'A' + 10);
-    return c >= L'a' && c <= L'f' ? static_cast<unsigned>(c - L'a' + 10) : 0;
-}
-
-std::vector<unsigned char> bytesOf(std::wstring_view digits) {
-    std::vector<unsigned char> bytes(digits.size() / 2);
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<unsigned char>(digitOf(digits[2 * i]) << 4 | digitOf(digits[2 * i + 1]));
-    return bytes;
 }
 
 } // namespace
@@ -50,7 +38,7 @@ Acad::ErrorStatus FieldItemWriter::finish() {
 
 void FieldItemWriter::writeText(short code, std::wstring_view text) {
     if (AcDb::groupKind(code) == AcDb::GroupKind::kBinary) {
-        const std::vector<unsigned char> bytes = bytesOf(text);
+        const std::vector<unsigned char> bytes = bytesOfHexadecimal(text);
         return writeBinary(code, bytes.data(), bytes.size());
     }
     if (head(code)) take(m_items.writeString(std::wstring(text).c_str()));

@@ -1,5 +1,7 @@
 #include "fieldtable.h"
 
+#include "groupkinds.h"
+
 #include <charconv>
 #include <cmath>
 #include <numbers>
@@ -22,8 +24,8 @@ double degreesFromRadians(double radians) {
 }
 
 bool isStorable(const AcDbDxfGroup& group) {
-    constexpr short lastCode = 1071;
-    if (group.code < 0 || group.code > lastCode || group.kind != AcDb::groupKind(group.code)) return false;
+    if (group.code < 0 || group.code > lastGroupCode || group.kind != AcDb::groupKind(group.code))
+        return false;
     const auto fits = [&group](int bits) {
         return group.integer >= -(Adesk::Int64(1) << (bits - 1)) && group.integer < Adesk::Int64(1)
                                                                                         << (bits - 1);

@@ -2,6 +2,7 @@
 
 #include "dbhandle.h"
 #include "groupkinds.h"
+#include "hexadecimal.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -149,16 +150,7 @@ void GroupBlock::append(const AcDbDxfGroup& group) {
 }
 
 void GroupBlock::appendHexadecimal(short code, std::wstring_view digits) {
-    std::vector<unsigned char> bytes;
-    bytes.reserve(digits.size() / 2);
-    const auto value = [](wchar_t c) -> unsigned {
-        if (c >= L'0' && c <= L'9') return static_cast<unsigned>(c - L'0');
-        if (c >= L'a' && c <= L'f') return static_cast<unsigned>(c - L'a' + 10);
-        if (c >= L'A' && c <= L'F') return static_cast<unsigned>(c - L'A' + 10);
-        return 0;
-    };
-    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
-        bytes.push_back(static_cast<unsigned char>(value(digits[i]) << 4 | value(digits[i + 1])));
+    const std::vector<unsigned char> bytes = bytesOfHexadecimal(digits);
     appendBinary(code, bytes.data(), bytes.size());
 }
 
@@ -224,16 +216,6 @@ void setHandleText(resbuf& record, Adesk::UInt64 handle) {
     record.resval.rstring = acutNewString(buffer);
 }
 
-void setBinary(resbuf& record, std::wstring_view hexadecimal) {
-    const std::size_t size = std::min<std::size_t>(hexadecimal.size() / 2, std::numeric_limits<short>::max());
-    record.resval.rbinary.clen = static_cast<short>(size);
-    record.resval.rbinary.buf = static_cast<char*>(std::malloc(size ? size : 1));
-    const auto value = [](wchar_t c) { return static_cast<unsigned>(c <= L'9' ? c - L'0' : c - L'A' + 10); };
-    for (std::size_t i = 0; record.resval.rbinary.buf && i < size; ++i)
-        record.resval.rbinary.buf[i] =
-            static_cast<char>(value(hexadecimal[2 * i]) << 4 | value(hexadecimal[2 * i + 1]));
-}
-
 void setValue(resbuf& record, const AcDbDxfGroup& group) {
     ads_u_val& value = record.resval;
     switch (group.kind) {
@@ -253,7 +235,7 @@ void setValue(resbuf& record, const AcDbDxfGroup& group) {
         value.rlong = static_cast<Adesk::Int32>(group.integer);
         break;
     case GroupKind::kBinary:
-        setBinary(record, group.text);
+        value.rbinary = binaryOfHexadecimal(group.text);
         break;
     default:
         value.rint = static_cast<short>(group.integer);

@@ -29,7 +29,7 @@ public:
     void shrinkToFit() { m_bytes.shrink_to_fit(); }
     bool operator==(const GroupBlock&) const = default;
 
-    /// The kind must be that of the code..
+    /// The kind must be that of the code.
     void append(const AcDbDxfGroup& group);
     void appendText(short code, std::wstring_view text);
     void appendReal(short code, double value);
@@ -39,7 +39,7 @@ public:
     void appendHandle(short code, Adesk::UInt64 handle);
     void appendBinary(short code, const void* bytes, std::size_t size);
     void appendAll(const GroupBlock& other);
-    /// A binary given as hexadecimal digits; other characters count as 0, an odd last digit is dropped.
+    /// A binary given as hexadecimal digits, read as bytesOfHexadecimal does.
     void appendHexadecimal(short code, std::wstring_view digits);
     /// The part of another block between two of its walker's positions.
     void appendPart(const GroupBlock& other, std::size_t from, std::size_t to);

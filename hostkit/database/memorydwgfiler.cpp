@@ -15,12 +15,6 @@ Acad::ErrorStatus MemoryDwgFiler::seek(Adesk::Int64 offset, int method) {
     return Acad::eOk;
 }
 
-void MemoryDwgFiler::clear() {
-    m_bytes.clear();
-    m_place = 0;
-    m_status = Acad::eOk;
-}
-
 Acad::ErrorStatus MemoryDwgFiler::refuse() {
     setFilerStatus(Acad::eDwgObjectImproperlyRead);
     return m_status;

@@ -30,8 +30,6 @@ public:
     std::size_t size() const { return m_bytes.size(); }
     /// The same items in the same order, to the bit.
     bool holdsTheSame(const MemoryDwgFiler& other) const { return m_bytes == other.m_bytes; }
-    /// As new, with its memory kept.
-    void clear();
 
     Acad::ErrorStatus readInt16(Adesk::Int16* value) override;
     Acad::ErrorStatus readInt32(Adesk::Int32* value) override;

@@ -8,8 +8,6 @@
 #include "dbsequenceend.h"
 
 #include <algorithm>
-#include <array>
-#include <numeric>
 
 namespace hostkit {
 
@@ -24,6 +22,12 @@ std::string nameInRecord(std::string_view bytes, SourceSpan span) {
     while (scanner.next(group) == ScanResult::kGroup)
         if (group.code == nameCode) return std::string(group.value);
     return {};
+}
+
+// The block has a layout that the file lacks.
+bool hasNewLayout(const AcDbBlockTableRecord& block) {
+    const AcDbObject* const layout = DatabaseAccess::object(block.getLayoutId());
+    return layout && layout->sourceSpan().isEmpty();
 }
 
 } // namespace
@@ -111,9 +115,8 @@ bool DrawingEdits::findRenamedRecords() {
 // The root, which has an entry for the layouts, and the spaces whose layouts come with this save.
 bool DrawingEdits::namesStandingObjects(const AcDbObject& object) const {
     if (object.objectId() == m_database.namedObjectsDictionaryId()) return true;
-    const AcDbBlockTableRecord* const block = AcDbBlockTableRecord::cast(&object);
-    const AcDbObject* const layout = block ? DatabaseAccess::object(block->getLayoutId()) : nullptr;
-    return layout && layout->sourceSpan().isEmpty();
+    const auto* const block = AcDbBlockTableRecord::cast(&object);
+    return block && hasNewLayout(*block);
 }
 
 bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
@@ -265,13 +268,18 @@ bool DrawingEdits::writeEntitiesOf(const AcDbBlockTableRecord& block, std::strin
     return true;
 }
 
+// None where the drawing has no table of blocks.
+const std::vector<AcDbObjectId>& DrawingEdits::blockRecords() const {
+    static const std::vector<AcDbObjectId> none;
+    const auto* const table =
+        DatabaseAccess::objectOf<AcDbSymbolTable>(DatabaseAccess::table(m_database, TableKind::kBlock));
+    return table ? table->records() : none;
+}
+
 bool DrawingEdits::addBlocks() {
-    const AcDbObject* const table =
-        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
-    if (!table) return true;
     std::string blocks;
     std::string entities;
-    for (const AcDbObjectId id : static_cast<const AcDbSymbolTable*>(table)->records()) {
+    for (const AcDbObjectId id : blockRecords()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
         if (!block || block->isErased() || !comesIntoFile(*block)) continue;
         entities.clear();
@@ -289,10 +297,7 @@ bool DrawingEdits::addBlocks() {
 }
 
 bool DrawingEdits::addEntities() {
-    const AcDbObject* const table =
-        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
-    if (!table) return true;
-    for (const AcDbObjectId id : static_cast<const AcDbSymbolTable*>(table)->records()) {
+    for (const AcDbObjectId id : blockRecords()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
         if (block && !block->isErased() && !isNewRecord(*block) && !addEntitiesOf(*block)) return false;
     }
@@ -368,14 +373,9 @@ bool DrawingEdits::needsStandingObjects() const {
     if (!hasSubclassMarkers(m_objects.style().version)) return false;
     const AcDbObject* const root = DatabaseAccess::object(m_database.namedObjectsDictionaryId());
     if (m_everything || (root && root->isChangedSinceRead())) return true;
-    const AcDbObject* const table =
-        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kBlock));
-    if (!table) return false;
-    const auto& records = static_cast<const AcDbSymbolTable*>(table)->records();
-    return std::any_of(records.begin(), records.end(), [](AcDbObjectId id) {
+    return std::any_of(blockRecords().begin(), blockRecords().end(), [](AcDbObjectId id) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        const AcDbObject* const layout = block ? DatabaseAccess::object(block->getLayoutId()) : nullptr;
-        return layout && block->isChangedSinceRead() && layout->sourceSpan().isEmpty();
+        return block && block->isChangedSinceRead() && hasNewLayout(*block);
     });
 }
 

@@ -6,7 +6,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace hostkit {
@@ -20,7 +19,6 @@ public:
 
     void replace(std::size_t begin, std::size_t end, std::string_view text);
     void insert(std::size_t place, std::string_view text) { replace(place, place, text); }
-    bool isEmpty() const { return m_edits.empty(); }
     std::string apply();
 
 private:
@@ -52,6 +50,7 @@ public:
 
 private:
     bool editObject(const AcDbObject& object);
+    const std::vector<AcDbObjectId>& blockRecords() const;
     bool namesStandingObjects(const AcDbObject& object) const;
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);

@@ -1,5 +1,7 @@
 #include "recordmerge.h"
 
+#include "groupkinds.h"
+
 #include <algorithm>
 #include <array>
 
@@ -9,7 +11,7 @@ namespace {
 
 constexpr short subclassMarkCode = 100;
 constexpr short applicationNameCode = 1001;
-constexpr std::size_t codeLimit = 1072;
+constexpr std::size_t codeLimit = tabledCodes;
 // How far a step of the merge looks ahead for the counterpart of a group: more than the groups of a vertex or
 // a hatch edge.
 constexpr std::size_t lookAhead = 64;

@@ -1,5 +1,6 @@
 #include "recordwriter.h"
 
+#include "groupkinds.h"
 #include "recordmerge.h"
 #include "recordreader.h"
 
@@ -56,8 +57,7 @@ void RecordWriter::compareWithRemembered(std::size_t first) {
 }
 
 FieldGroup& RecordWriter::add(short code, AcDb::GroupKind kind) {
-    constexpr short lastCode = 1071;
-    if (code < 0 || code > lastCode)
+    if (code < 0 || code > lastGroupCode)
         setError(Acad::eInvalidDxfCode, L"%d is no group code", static_cast<int>(code));
     FieldGroup& group = m_groups.emplace_back();
     group.code = code;

@@ -8,7 +8,9 @@
 
 namespace hostkit {
 
-constexpr std::size_t tabledCodes = 1072;
+/// Of the published group codes, the first of which is 0.
+constexpr short lastGroupCode = 1071;
+constexpr std::size_t tabledCodes = lastGroupCode + 1;
 
 constexpr std::array<AcDb::GroupKind, tabledCodes> tableOfKinds() {
     std::array<AcDb::GroupKind, tabledCodes> kinds{};
