@@ -4,8 +4,10 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -46,36 +48,83 @@ void flushDirectory(const std::string& directory) {
     close(descriptor);
 }
 
-} // namespace
+// The start of the names of all temporary files for this path; the process and a number follow.
+std::string temporaryPrefix(const std::string& path) { return '.' + nameOf(path) + ".new-"; }
 
-std::string AtomicFile::temporaryPrefix(std::string_view fileName) {
-    return '.' + std::string(fileName) + ".new-";
+bool lock(int descriptor, int operation) {
+    int result;
+    do result = flock(descriptor, operation);
+    while (result != 0 && errno == EINTR);
+    return result == 0;
 }
+
+bool isStillNamed(int descriptor, const std::string& path) {
+    struct stat held;
+    struct stat named;
+    return fstat(descriptor, &held) == 0 && lstat(path.c_str(), &named) == 0 && held.st_dev == named.st_dev &&
+           held.st_ino == named.st_ino;
+}
+
+// A process holds the lock of its temporary file for as long as the file has that name: who can have the lock
+// sees what a process left behind that was ended while it wrote. No number of a process is asked, which
+// another computer with the same directory may have given too.
+void removeIfAbandoned(const std::string& temporary) {
+    const int descriptor = open(temporary.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return;
+    if (lock(descriptor, LOCK_EX | LOCK_NB) && isStillNamed(descriptor, temporary)) unlink(temporary.c_str());
+    close(descriptor);
+}
+
+void removeAbandonedTemporaries(const std::string& path) {
+    const std::string directory = directoryOf(path);
+    const std::string prefix = temporaryPrefix(path);
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(directory.c_str()), closedir);
+    while (const dirent* const entry = entries ? readdir(entries.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        const bool isTemporary =
+            name.starts_with(prefix) &&
+            name.find_first_not_of("0123456789-", prefix.size()) == std::string_view::npos;
+        if (isTemporary) removeIfAbandoned(std::string(directory).append(1, '/').append(name));
+    }
+}
+
+} // namespace
 
 AtomicFile::AtomicFile(std::string path)
     : path_(followLinks(std::move(path))) {
+    removeAbandonedTemporaries(path_);
     if (openTemporary())
         takeOverPermissions();
     else
         fail();
 }
 
-AtomicFile::~AtomicFile() {
-    if (descriptor_ >= 0) close(descriptor_);
+AtomicFile::~AtomicFile() { drop(); }
+
+// The name goes first: with the file the lock goes.
+void AtomicFile::drop() {
     if (!temporary_.empty()) unlink(temporary_.c_str());
+    temporary_.clear();
+    if (descriptor_ >= 0) close(descriptor_);
+    descriptor_ = -1;
 }
 
 bool AtomicFile::openTemporary() {
     const std::string start =
-        directoryOf(path_) + '/' + temporaryPrefix(nameOf(path_)) + std::to_string(getpid()) + '-';
+        directoryOf(path_) + '/' + temporaryPrefix(path_) + std::to_string(getpid()) + '-';
     for (int number = 0; number < 10000; ++number) {
         std::string name = start + std::to_string(number);
         descriptor_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor_ >= 0) {
+        if (descriptor_ < 0 && errno == EEXIST) continue;
+        if (descriptor_ < 0) return false;
+        // Where the file system has no locks others get none either, and leave the file alone.
+        (void)lock(descriptor_, LOCK_EX);
+        if (isStillNamed(descriptor_, name)) {
             temporary_ = std::move(name); // nothing may fail between the file and its name here
             return true;
         }
-        if (errno != EEXIST) return false;
+        close(descriptor_); // another was faster with the lock and has removed the file
+        descriptor_ = -1;
     }
     return false;
 }
@@ -120,15 +169,10 @@ bool AtomicFile::commit() {
     if (descriptor_ < 0 && !error_) error_ = EBADF;
     if (!error_) flushBuffer();
     if (!error_ && fsync(descriptor_) != 0) fail();
-    if (descriptor_ >= 0 && close(descriptor_) != 0) fail();
-    descriptor_ = -1;
     if (!error_ && rename(temporary_.c_str(), path_.c_str()) != 0) fail();
-    if (error_) {
-        if (!temporary_.empty()) unlink(temporary_.c_str());
-        temporary_.clear();
-        return false;
-    }
-    temporary_.clear();
+    if (!error_) temporary_.clear();
+    drop();
+    if (error_) return false;
     flushDirectory(directory);
     return true;
 }

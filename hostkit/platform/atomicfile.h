@@ -9,8 +9,9 @@ namespace hostkit {
 
 /// Writes a file so that at every moment, crash included, either the old content or the whole new one stands
 /// under its name. The bytes go to a hidden temporary file in the same directory; commit() flushes them to
-/// the disk and renames. An object that is not committed leaves nothing behind. A symbolic link is followed:
-/// the file that it names is replaced.
+/// the disk and renames. An object that is not committed leaves nothing behind; what a process leaves that is
+/// killed meanwhile is removed by whoever next writes the same file, and files that others are writing stay.
+/// A symbolic link is followed: the file that it names is replaced.
 class AtomicFile {
 public:
     /// path in the bytes of the file system (mapPath).
@@ -30,15 +31,12 @@ public:
     /// The system's text for the failure, in the bytes it comes in; empty when there is none.
     std::string errorText() const;
 
-    /// The start of the names of temporary files for this path; who holds the right to write it may clear old
-    /// ones.
-    static std::string temporaryPrefix(std::string_view fileName);
-
 private:
     bool openTemporary();
     void flushBuffer();
     void takeOverPermissions();
     void fail();
+    void drop();
 
     std::string path_;
     std::string temporary_;

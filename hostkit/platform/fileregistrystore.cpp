@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -181,7 +180,6 @@ LONG FileRegistryStore::apply(const RegistryChange& change) {
 }
 
 LONG FileRegistryStore::save(const RegistryTree& tree) {
-    clearOldTemporaries();
     AtomicFile file(path_);
     file.write(writeRegistryText(tree));
     if (!file.commit()) {
@@ -191,18 +189,6 @@ LONG FileRegistryStore::save(const RegistryTree& tree) {
     }
     stamp_ = stampOfFile();
     return ERROR_SUCCESS;
-}
-
-// What processes left that were ended while they wrote: whoever holds the lock is the only one who writes.
-void FileRegistryStore::clearOldTemporaries() const {
-    const std::string directory = directoryOf(path_);
-    const std::string prefix = AtomicFile::temporaryPrefix(path_.substr(path_.rfind('/') + 1));
-    DIR* entries = opendir(directory.c_str());
-    if (!entries) return;
-    while (const dirent* entry = readdir(entries))
-        if (std::strncmp(entry->d_name, prefix.c_str(), prefix.size()) == 0)
-            unlink((directory + '/' + entry->d_name).c_str());
-    closedir(entries);
 }
 
 std::optional<std::string> FileRegistryStore::defaultPath() {

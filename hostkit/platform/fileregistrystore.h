@@ -59,7 +59,6 @@ private:
     void load();
     bool keepAside();
     LONG save(const RegistryTree& tree);
-    void clearOldTemporaries() const;
     void tell(const std::wstring& text);
     void tellAll(const std::vector<RegistryTextProblem>& problems);
     std::wstring name() const;

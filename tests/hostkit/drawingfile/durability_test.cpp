@@ -1,21 +1,17 @@
-// A save that is killed leaves the old drawing or the new one.
+// A save that is killed leaves the old drawing or the new one, and what else it leaves the next save removes.
 
+#include "drawingfiles.h"
+#include "drawingparts.h"
 #include "sampledrawing.h"
 
-#include "drawingreader.h"
-#include "drawingwriter.h"
-
-#include "dbaccess.h"
 #include "dbpoint.h"
 #include "headervariables.h"
 #include "temporaryfolder.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <csignal>
-#include <ctime>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace hostkit;
@@ -28,14 +24,8 @@ using Clock = std::chrono::steady_clock;
 // Large enough that a save takes many writes.
 std::unique_ptr<AcDbDatabase> largeDrawing() {
     auto database = sampleDrawing();
-    for (int i = 0; i < 8000; ++i) addToModelSpace(*database, new AcDbPoint(AcGePoint3d(i, 0.1 * i, 0)));
+    for (int i = 0; i < 8000; ++i) appendToModelSpace(*database, new AcDbPoint(AcGePoint3d(i, 0.1 * i, 0)));
     return database;
-}
-
-void pauseFor(std::chrono::nanoseconds time) {
-    const timespec wanted = {static_cast<time_t>(time.count() / 1000000000),
-                             static_cast<long>(time.count() % 1000000000)};
-    nanosleep(&wanted, nullptr);
 }
 
 // A child process that says when it begins to save.
@@ -47,7 +37,7 @@ public:
         m_process = fork();
         if (m_process == 0) {
             (void)!write(ends[1], "s", 1);
-            _exit(writeDrawing(database, std::wstring(file.begin(), file.end())) == Acad::eOk ? 0 : 1);
+            _exit(writeDrawing(database, wide(file)) == Acad::eOk ? 0 : 1);
         }
         char mark = 0;
         m_hasBegun = m_process > 0 && read(ends[0], &mark, 1) == 1;
@@ -72,13 +62,10 @@ private:
 TEST(Durability, aSaveKilledAtAnyMomentLeavesTheOldDrawingOrTheNewOne) {
     const TemporaryFolder folder;
     const std::string file = folder / "drawing.dxf";
-    const std::wstring wideFile(file.begin(), file.end());
     const auto database = largeDrawing();
-    ASSERT_EQ(writeDrawing(*database, wideFile), Acad::eOk);
-    const std::string before = folder.read("drawing.dxf");
+    const std::string before = saved(*database);
     database->header().setReal(L"LTSCALE", 12.5);
-    std::string after;
-    ASSERT_EQ(writeDrawingToMemory(*database, after), Acad::eOk);
+    const std::string after = saved(*database);
     ASSERT_NE(before, after);
 
     const Clock::time_point begin = Clock::now();
@@ -89,22 +76,28 @@ TEST(Durability, aSaveKilledAtAnyMomentLeavesTheOldDrawingOrTheNewOne) {
     }
     const std::chrono::nanoseconds duration = Clock::now() - begin;
     constexpr int moments = 100;
+    constexpr std::size_t drawings = 2; // the one at work and the other
     int old = 0;
+    int leftBehind = 0;
     for (int moment = 0; moment < moments; ++moment) {
         folder.write("drawing.dxf", before);
         const SavingChild child(*database, file);
         ASSERT_TRUE(child.hasBegun());
-        pauseFor(duration * moment / (moments - 2));
+        std::this_thread::sleep_for(duration * moment / (moments - 2));
         if (moment < moments - 1) child.killNow();
         const bool isSaved = child.wait();
         const std::string found = folder.read("drawing.dxf");
         ASSERT_TRUE(found == before || found == after)
             << "moment " << moment << ", " << found.size() << " bytes";
         ASSERT_TRUE(!isSaved || found == after) << "a save that was told as done stands";
+        ASSERT_LE(folder.count(), drawings + 1) << "the save before has left its file";
+        leftBehind += folder.count() > drawings;
         if (moment == moments - 1) EXPECT_TRUE(isSaved);
         old += found == before;
     }
+    EXPECT_EQ(folder.count(), drawings) << "the last save is whole";
+    EXPECT_GT(leftBehind, 0) << "no kill came while the new file was written";
     EXPECT_GT(old, 0) << "no kill came in time: the drawing is too small";
-    EXPECT_TRUE(openDrawing(wideFile)) << "what was left behind does not disturb";
+    EXPECT_TRUE(openDrawing(wide(file))) << "what was left behind does not disturb";
     RecordProperty("old", old);
 }

@@ -199,6 +199,24 @@ TEST(AtomicFile, ReplacesWholeOrNotAtAll) {
     EXPECT_EQ(folder.count(), 3u);
 }
 
+TEST(AtomicFile, RemovesOnlyWhatNobodyWritesAnyMore) {
+    const TemporaryFolder folder;
+    AtomicFile open(folder / "drawing");
+    open.write("open");
+    for (const char* name : {".drawing.new-1-0", ".drawing.new-99999999-12", // left behind
+                             ".drawing.new-idea", ".other.new-1-0", "drawing.new-1-0"})
+        folder.write(name, "x");
+    std::filesystem::create_directory(folder / ".drawing.new-1-1");
+    AtomicFile next(folder / "drawing");
+    next.write("next");
+    ASSERT_TRUE(next.commit()) << next.errorText();
+    EXPECT_EQ(folder.count(), 6u);
+    for (const char* name : {".drawing.new-1-0", ".drawing.new-99999999-12"})
+        EXPECT_FALSE(std::filesystem::exists(folder / name)) << name;
+    ASSERT_TRUE(open.commit()) << open.errorText();
+    EXPECT_EQ(folder.read("drawing"), "open");
+}
+
 TEST(AtomicFile, AFullDiskLeavesTheOldFile) {
     const TemporaryFolder folder;
     folder.write("drawing", "old");
