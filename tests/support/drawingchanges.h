@@ -1,17 +1,14 @@
 #pragma once
 
+#include "drawingparts.h"
+#include "drawingpicture.h"
+
 #include "actrans.h"
 #include "db2dpolyline.h"
 #include "db2dvertex.h"
 #include "dbblockreference.h"
-#include "dbdict.h"
 #include "dbline.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
 #include "headervariables.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
@@ -35,13 +32,12 @@ struct Drawing {
     Drawing()
         : owned(std::make_unique<AcDbDatabase>())
         , database(*owned) {
-        line = append(new AcDbLine({0, 0, 0}, {1, 0, 0}));
-        AcGePoint3dArray points;
-        for (int i = 0; i < 4; ++i) points.append(AcGePoint3d(i, i * i, 0));
-        polyline = append(new AcDb2dPolyline(AcDb::k2dSimplePoly, points, 0.0, false));
-        layer = addLayer(L"Walls");
+        line = appendToModelSpace(database, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+        const AcGePoint3dArray points = pointsOf({{0, 0, 0}, {1, 1, 0}, {2, 4, 0}, {3, 9, 0}});
+        polyline = appendToModelSpace(database, new AcDb2dPolyline(AcDb::k2dSimplePoly, points, 0.0, false));
+        layer = addRecord<AcDbLayerTable>(database, L"Walls");
         dictionary = enter(database.namedObjectsDictionaryId(), L"VEXO_TEST", new AcDbDictionary);
-        record = enter(dictionary, L"first", new AcDbXrecord);
+        record = enter(dictionary, L"first");
     }
     /// One that was made as above, saved and read.
     explicit Drawing(std::unique_ptr<AcDbDatabase> read)
@@ -60,39 +56,9 @@ struct Drawing {
         EXPECT_EQ(0, manager().numActiveTransactions());
     }
     AcDbTransactionManager& manager() { return *database.transactionManager(); }
-    AcDbObjectId append(AcDbEntity* entity, AcDbObjectId block = {}) {
-        AcDbObjectPointer<AcDbBlockTableRecord> space(block.isNull() ? database.modelSpaceId() : block,
-                                                      AcDb::kForWrite);
-        AcDbObjectId id;
-        EXPECT_EQ(Acad::eOk, space->appendAcDbEntity(id, entity));
-        EXPECT_EQ(Acad::eOk, entity->close());
-        return id;
-    }
     /// Another one each time.
     std::wstring freshName(const wchar_t* start) const {
         return start + std::to_wstring(database.handseed().value());
-    }
-    AcDbObjectId addLayer(const wchar_t* name) {
-        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
-        auto* added = new AcDbLayerTableRecord;
-        EXPECT_EQ(Acad::eOk, added->setName(name));
-        AcDbObjectId id;
-        EXPECT_EQ(Acad::eOk, table->add(id, added));
-        EXPECT_EQ(Acad::eOk, added->close());
-        return id;
-    }
-    AcDbObjectId enter(AcDbObjectId into, const wchar_t* name, AcDbObject* object) {
-        AcDbObjectPointer<AcDbDictionary> opened(into, AcDb::kForWrite);
-        AcDbObjectId id;
-        EXPECT_EQ(Acad::eOk, opened->setAt(name, object, id));
-        EXPECT_EQ(Acad::eOk, object->close());
-        return id;
-    }
-    template <typename T, typename Change>
-    void change(AcDbObjectId id, Change&& apply, bool openErased = false) {
-        AcDbObjectPointer<T> opened(id, AcDb::kForWrite, openErased);
-        ASSERT_EQ(Acad::eOk, opened.openStatus());
-        apply(*opened);
     }
 };
 
@@ -103,9 +69,7 @@ struct Change {
 };
 
 inline void setText(AcDbObject& object, const wchar_t* text) {
-    resbuf* list = acutBuildList(1001, L"ACAD", 1000, text, 0);
-    EXPECT_EQ(Acad::eOk, object.setXData(list));
-    acutRelRb(list);
+    EXPECT_EQ(Acad::eOk, object.setXData(List(acutBuildList(1001, L"ACAD", 1000, text, 0)).get()));
 }
 
 /// Every way in which a drawing can change, each by itself.
@@ -113,7 +77,7 @@ inline const std::vector<Change>& changes() {
     static const std::vector<Change> all = {
         {"values",
          [](Drawing& d) {
-             d.change<AcDbLine>(d.line, [](AcDbLine& line) {
+             change<AcDbLine>(d.line, [](AcDbLine& line) {
                  line.setEndPoint({7, 8, 9});
                  line.setColorIndex(3);
                  line.setLayer(L"Walls");
@@ -122,36 +86,35 @@ inline const std::vector<Change>& changes() {
         {"values, twice, in two opens",
          [](Drawing& d) {
              for (int i = 0; i < 2; ++i)
-                 d.change<AcDbLine>(d.line, [i](AcDbLine& line) { line.setEndPoint({double(i), 5, 5}); });
+                 change<AcDbLine>(d.line, [i](AcDbLine& line) { line.setEndPoint({double(i), 5, 5}); });
          }},
         {"extended data",
-         [](Drawing& d) { d.change<AcDbLine>(d.line, [](AcDbLine& line) { setText(line, L"text"); }); }},
+         [](Drawing& d) { change<AcDbLine>(d.line, [](AcDbLine& line) { setText(line, L"text"); }); }},
         {"extension dictionary",
          [](Drawing& d) {
-             d.change<AcDbLine>(d.line, [](AcDbLine& line) { line.createExtensionDictionary(); });
+             change<AcDbLine>(d.line, [](AcDbLine& line) { line.createExtensionDictionary(); });
          }},
         {"reactors",
          [](Drawing& d) {
-             d.change<AcDbLine>(d.line, [&](AcDbLine& line) { line.addPersistentReactor(d.layer); });
+             change<AcDbLine>(d.line, [&](AcDbLine& line) { line.addPersistentReactor(d.layer); });
          }},
         {"a new entity",
          [](Drawing& d) {
-             d.append(new AcDbLine({1, 1, 1}, {2, 2, 2}));
+             appendToModelSpace(d.database, new AcDbLine({1, 1, 1}, {2, 2, 2}));
          },
          true},
         {"an entity that is new, changed and erased",
          [](Drawing& d) {
-             const AcDbObjectId id = d.append(new AcDbLine({1, 1, 1}, {2, 2, 2}));
-             d.change<AcDbLine>(id, [](AcDbLine& line) { line.setEndPoint({3, 3, 3}); });
-             d.change<AcDbLine>(id, [](AcDbLine& line) { line.erase(); });
+             const AcDbObjectId id = appendToModelSpace(d.database, new AcDbLine({1, 1, 1}, {2, 2, 2}));
+             change<AcDbLine>(id, [](AcDbLine& line) { line.setEndPoint({3, 3, 3}); });
+             erase(id);
          },
          true},
-        {"an erased entity",
-         [](Drawing& d) { d.change<AcDbLine>(d.line, [](AcDbLine& line) { line.erase(); }); }},
+        {"an erased entity", [](Drawing& d) { erase(d.line); }},
         {"an entity that is erased, restored and changed",
          [](Drawing& d) {
-             d.change<AcDbLine>(d.line, [](AcDbLine& line) { line.erase(); });
-             d.change<AcDbLine>(
+             erase(d.line);
+             change<AcDbLine>(
                  d.line,
                  [](AcDbLine& line) {
                      line.erase(false);
@@ -159,11 +122,10 @@ inline const std::vector<Change>& changes() {
                  },
                  true);
          }},
-        {"an erased polyline with its vertices",
-         [](Drawing& d) { d.change<AcDb2dPolyline>(d.polyline, [](AcDb2dPolyline& p) { p.erase(); }); }},
+        {"an erased polyline with its vertices", [](Drawing& d) { erase(d.polyline); }},
         {"a polyline with another vertex",
          [](Drawing& d) {
-             d.change<AcDb2dPolyline>(d.polyline, [](AcDb2dPolyline& p) {
+             change<AcDb2dPolyline>(d.polyline, [](AcDb2dPolyline& p) {
                  auto* vertex = new AcDb2dVertex({9, 9, 0});
                  AcDbObjectId id;
                  EXPECT_EQ(Acad::eOk, p.appendVertex(id, vertex));
@@ -172,69 +134,58 @@ inline const std::vector<Change>& changes() {
          }},
         {"a polyline moved with its vertices",
          [](Drawing& d) {
-             d.change<AcDb2dPolyline>(d.polyline, [](AcDb2dPolyline& p) {
+             change<AcDb2dPolyline>(d.polyline, [](AcDb2dPolyline& p) {
                  EXPECT_EQ(Acad::eOk, p.transformBy(AcGeMatrix3d::translation({5, 5, 0})));
              });
          }},
         {"a new layer that becomes the current one",
          [](Drawing& d) {
-             EXPECT_EQ(Acad::eOk, d.database.setClayer(d.addLayer(d.freshName(L"New").c_str())));
+             EXPECT_EQ(Acad::eOk,
+                       d.database.setClayer(addRecord<AcDbLayerTable>(d.database, d.freshName(L"New"))));
          },
          true},
         {"a renamed current layer",
          [](Drawing& d) {
              EXPECT_EQ(Acad::eOk, d.database.setClayer(d.layer));
-             d.change<AcDbLayerTableRecord>(d.layer, [](AcDbLayerTableRecord& layer) {
+             change<AcDbLayerTableRecord>(d.layer, [](AcDbLayerTableRecord& layer) {
                  EXPECT_EQ(Acad::eOk, layer.setName(L"Renamed"));
              });
          }},
         {"a layer erased and its name given to another",
          [](Drawing& d) {
-             d.change<AcDbLayerTableRecord>(d.layer, [](AcDbLayerTableRecord& layer) { layer.erase(); });
-             d.addLayer(L"WALLS");
+             erase(d.layer);
+             addRecord<AcDbLayerTable>(d.database, L"WALLS");
          }},
         {"a new block with an entity, and an insertion of it",
          [](Drawing& d) {
-             AcDbObjectId id;
-             {
-                 AcDbSymbolTablePointer<AcDbBlockTable> table(&d.database, AcDb::kForWrite);
-                 auto* block = new AcDbBlockTableRecord;
-                 EXPECT_EQ(Acad::eOk, block->setName(d.freshName(L"Column").c_str()));
-                 EXPECT_EQ(Acad::eOk, table->add(id, block));
-                 block->close();
-             }
-             d.append(new AcDbLine({0, 0, 0}, {1, 1, 0}), id);
-             d.append(new AcDbBlockReference({2, 2, 0}, id));
+             const AcDbObjectId id = addRecord<AcDbBlockTable>(d.database, d.freshName(L"Column"));
+             append(id, new AcDbLine({0, 0, 0}, {1, 1, 0}));
+             appendToModelSpace(d.database, new AcDbBlockReference({2, 2, 0}, id));
          },
          true},
         {"new entries of a dictionary",
          [](Drawing& d) {
-             d.enter(d.dictionary, L"second", new AcDbXrecord);
-             d.enter(d.dictionary, L"*", new AcDbXrecord);
+             enter(d.dictionary, L"second");
+             enter(d.dictionary, L"*");
          }},
         {"a renamed entry",
          [](Drawing& d) {
-             d.change<AcDbDictionary>(d.dictionary, [](AcDbDictionary& dictionary) {
+             change<AcDbDictionary>(d.dictionary, [](AcDbDictionary& dictionary) {
                  EXPECT_EQ(Acad::eOk, dictionary.setName(L"first", L"renamed"));
              });
          }},
         {"an entry taken out and its name given to another",
          [](Drawing& d) {
-             d.change<AcDbDictionary>(d.dictionary, [](AcDbDictionary& dictionary) {
+             change<AcDbDictionary>(d.dictionary, [](AcDbDictionary& dictionary) {
                  EXPECT_EQ(Acad::eOk, dictionary.remove(L"first"));
              });
-             d.enter(d.dictionary, L"FIRST", new AcDbXrecord);
+             enter(d.dictionary, L"FIRST");
          }},
-        {"an erased dictionary with its entries",
-         [](Drawing& d) {
-             d.change<AcDbDictionary>(d.dictionary, [](AcDbDictionary& dictionary) { dictionary.erase(); });
-         }},
+        {"an erased dictionary with its entries", [](Drawing& d) { erase(d.dictionary); }},
         {"another content of a record",
          [](Drawing& d) {
-             d.change<AcDbXrecord>(d.record, [](AcDbXrecord& record) {
-                 resbuf* list = acutBuildList(1, L"text", 90, 5, 0);
-                 EXPECT_EQ(Acad::eOk, record.setFromRbChain(*list));
-                 acutRelRb(list);
+             change<AcDbXrecord>(d.record, [](AcDbXrecord& record) {
+                 EXPECT_EQ(Acad::eOk, record.setFromRbChain(*List(acutBuildList(1, L"text", 90, 5, 0))));
              });
          }},
         {"header variables, a new one too",
@@ -256,13 +207,16 @@ inline bool isPossible(Drawing& d, const Change& change) {
            d.database.clayer() != d.layer;
 }
 
-/// All changes that are possible, in a random order.
-inline void applyAll(Drawing& drawing, std::uint32_t seed) {
+/// All changes that are possible one after the other, in a random order; `apply` makes each.
+template <class Apply>
+void forEachPossible(Drawing& drawing, std::uint32_t seed, Apply&& apply) {
     std::vector<Change> order = changes();
-    std::mt19937 random(seed);
-    std::shuffle(order.begin(), order.end(), random);
+    std::shuffle(order.begin(), order.end(), std::mt19937(seed));
     for (const Change& change : order)
-        if (isPossible(drawing, change)) change.apply(drawing);
+        if (isPossible(drawing, change)) apply(change);
+}
+inline void applyAll(Drawing& drawing, std::uint32_t seed) {
+    forEachPossible(drawing, seed, [&](const Change& change) { change.apply(drawing); });
 }
 
 } // namespace drawingtest

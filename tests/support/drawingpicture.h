@@ -1,18 +1,13 @@
 #pragma once
 
+#include "drawingparts.h"
+
 #include "dbaccess.h"
-#include "dbdatabase.h"
-#include "dbdict.h"
-#include "dbsymtb.h"
 #include "groupgatherer.h"
 #include "headervariables.h"
 
-#include "acarray.h"
-
+#include <bit>
 #include <cstdio>
-#include <cstring>
-#include <memory>
-#include <string>
 
 namespace drawingtest {
 
@@ -25,26 +20,19 @@ inline void addNumber(std::string& text, Adesk::UInt64 number) {
     text += digits;
 }
 
-inline void addText(std::string& text, std::wstring_view wide) {
-    for (const wchar_t c : wide) text += c < 128 ? static_cast<char>(c) : '?';
-    text += ' ';
+inline void addText(std::string& text, std::wstring_view wide) { text += narrow(wide) + ' '; }
+
+inline void addGroup(std::string& text, const AcDbDxfGroup& group) {
+    addNumber(text, static_cast<Adesk::UInt64>(group.code));
+    if (group.kind == AcDb::GroupKind::kText || group.kind == AcDb::GroupKind::kBinary)
+        return addText(text, group.text);
+    const bool isPoint = group.kind == AcDb::GroupKind::kPoint;
+    for (int i = 0; i < (isPoint ? 3 : 1); ++i) addNumber(text, std::bit_cast<Adesk::UInt64>(group.point[i]));
 }
 
 inline void addGroups(std::string& text, const hostkit::GroupBlock& groups) {
     hostkit::GroupWalker walker(groups);
-    for (AcDbDxfGroup group; walker.next(group);) {
-        addNumber(text, static_cast<Adesk::UInt64>(group.code));
-        if (group.kind == AcDb::GroupKind::kText || group.kind == AcDb::GroupKind::kBinary) {
-            addText(text, group.text);
-            continue;
-        }
-        const bool isPoint = group.kind == AcDb::GroupKind::kPoint;
-        for (int i = 0; i < (isPoint ? 3 : 1); ++i) {
-            Adesk::UInt64 bits = 0;
-            std::memcpy(&bits, &group.point[i], sizeof bits);
-            addNumber(text, bits);
-        }
-    }
+    for (AcDbDxfGroup group; walker.next(group);) addGroup(text, group);
 }
 
 inline void addContents(std::string& text, const AcDbObject& object) {

@@ -1,18 +1,13 @@
+#include "drawingparts.h"
 #include "hosttest.h"
 #include "vexodatabasetools.h"
 #include "vexosmartlock.h"
 #include "vexosmartopen.h"
 #include "vexosmartpointer.h"
 
-#include "acarray.h"
-#include "dbdict.h"
 #include "dbline.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
 
 #include <functional>
-#include <memory>
 
 namespace {
 
@@ -110,11 +105,9 @@ TEST_F(DictionaryTree, onlyTheDatabaseFormStampsTheServices) {
     }));
     EXPECT_TRUE(open(Form::kDatabase, L"vexo_Services", AcDb::kForWrite, 1, [&](AcDbDictionary& dictionary) {
         EXPECT_EQ(stampOf(dictionary), 1);
-        resbuf* const data = dictionary.xData(L"ORDANE");
-        ASSERT_TRUE(data && data->rbnext && data->rbnext->rbnext);
-        EXPECT_STREQ(data->rbnext->resval.rstring, L"VEXO_SERVICES") << "the key is the fixed one";
-        EXPECT_EQ(data->rbnext->rbnext->restype, 1070);
-        acutRelRb(data);
+        EXPECT_EQ(drawingtest::textOf(drawingtest::List(dictionary.xData(L"ORDANE"))),
+                  "1001 ORDANE, 1000 VEXO_SERVICES, 1070 1")
+            << "the key is the fixed one";
         EXPECT_TRUE(Tools::setIntValueInEntityXData(&dictionary, L"ORDANE", L"VEXO_SERVICES", 5));
     }));
     EXPECT_TRUE(open(Form::kDatabase, L"VEXO_SERVICES", AcDb::kForWrite, 1, [&](AcDbDictionary& dictionary) {
@@ -142,11 +135,9 @@ TEST_F(DictionaryTree, busyOrWrongEntries) {
         EXPECT_EQ(lock, nullptr) << "the lock is given back with a busy entry";
         EXPECT_EQ(database().numOpenObjects(), 1);
     }
+    drawingtest::enter(database().namedObjectsDictionaryId(), L"RECORD");
     {
-        AcDbObjectPointer<AcDbDictionary> root(database().namedObjectsDictionaryId(), AcDb::kForWrite);
-        auto* const record = new AcDbXrecord;
-        ASSERT_EQ(root->setAt(L"RECORD", record, id), Acad::eOk);
-        record->close();
+        const AcDbObjectPointer<AcDbDictionary> root(database().namedObjectsDictionaryId(), AcDb::kForWrite);
         VEXOSmartLock* lock = nullptr;
         EXPECT_EQ(Tools::openDictionary2(L"SERVICE", AcDb::kForWrite, lock, nullptr, 1), nullptr);
         EXPECT_EQ(lock, nullptr) << "so it is where level 0 is busy";
@@ -323,9 +314,8 @@ TEST_F(DictionaryTree, walks) {
     EXPECT_TRUE(found.length() == 2 && found[0] == ids[1] && found[1] == ids[2]);
     EXPECT_EQ(Tools::getFromBlockTable(found, nullptr), 1);
     EXPECT_EQ(found.length(), 3);
+    ASSERT_EQ(drawingtest::erase(ids[1]), Acad::eOk);
     {
-        AcDbObjectPointer<AcDbObject> line(ids[1], AcDb::kForWrite);
-        ASSERT_EQ(line->erase(), Acad::eOk);
         const AcDbObjectPointer<AcDbObject> busy(database().modelSpaceId(), AcDb::kForWrite);
         EXPECT_EQ(Tools::getFromBlockTable(found, &database()), 1);
         EXPECT_EQ(found.length(), 2) << "a block that is open elsewhere is walked too, what is erased is not";

@@ -1,16 +1,12 @@
+#include "drawingparts.h"
 #include "hosttest.h"
 #include "vexosmartlock.h"
 #include "vexosmartopen.h"
 #include "vexosmartpointer.h"
 #include "vexosmartundorecording.h"
 
-#include "dbblocktable.h"
-#include "dblayertable.h"
-#include "dblayertablerecord.h"
 #include "dbline.h"
-#include "dbobjptr.h"
 
-#include <functional>
 #include <new>
 
 namespace {
@@ -18,12 +14,10 @@ namespace {
 class Guards : public hostkit::HostTest {
 protected:
     AcDbObjectId addLine() {
-        const VEXOSmartOpen<AcDbBlockTableRecord> space(database().modelSpaceId(), AcDb::kForWrite, false);
-        auto* const line = new AcDbLine({0, 0, 0}, {1, 0, 0});
-        AcDbObjectId id;
-        EXPECT_EQ(space->appendAcDbEntity(id, line), Acad::eOk);
-        line->close();
-        return id;
+        return drawingtest::appendToModelSpace(database(), new AcDbLine({0, 0, 0}, {1, 0, 0}));
+    }
+    void closeDocument() {
+        ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     }
     int transactions() { return session.document().transactionManager()->numActiveTransactions(); }
 };
@@ -100,7 +94,7 @@ TEST_F(Guards, openWithoutADocumentKeepsTheDirectStatus) {
     AcDbDatabase side;
     session.watch(side);
     AcDbObjectPointer<AcDbObject> holder(side.layerZero(), AcDb::kForWrite);
-    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
+    closeDocument();
     EXPECT_EQ(VEXOSmartOpen<AcDbObject>(side.layerZero(), AcDb::kForWrite, false).status(),
               Acad::eWasOpenForWrite);
     holder.close();
@@ -191,7 +185,7 @@ TEST_F(Guards, lockWithoutADocument) {
         const VEXOSmartLock lock(&side);
         EXPECT_EQ(lock.status(), Acad::eOk) << "nobody else can write to it";
     }
-    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
+    closeDocument();
     const VEXOSmartLock lock;
     EXPECT_EQ(lock.status(), 330);
     EXPECT_FALSE(lock.hasLock());
@@ -214,6 +208,6 @@ TEST_F(Guards, undoRecordingIsSuspendedAndAsItWasAfterwards) {
         EXPECT_FALSE(database().undoRecording());
     }
     EXPECT_TRUE(database().undoRecording());
-    ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
+    closeDocument();
     const VEXOSmartUndoRecording ofNothing;
 }

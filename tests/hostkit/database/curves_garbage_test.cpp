@@ -1,8 +1,5 @@
 #include "curvecases.h"
 
-#include "dbcircle.h"
-#include "geplane.h"
-
 #include <limits>
 #include <random>
 
@@ -12,19 +9,9 @@ namespace {
 
 /// Numbers as a damaged drawing may hold them.
 double anyNumber(std::mt19937& random) {
-    const double numbers[] = {0.0,
-                              -0.0,
-                              1.0,
-                              -3.0,
-                              1e-12,
-                              1e9,
-                              1e18,
-                              1e300,
-                              -1e300,
-                              5e-324,
-                              std::numeric_limits<double>::infinity(),
-                              -std::numeric_limits<double>::infinity(),
-                              NAN};
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const double numbers[] = {0.0,   -0.0,   1.0,    -3.0,     1e-12,     1e9, 1e18,
+                              1e300, -1e300, 5e-324, infinity, -infinity, NAN};
     return numbers[random() % std::size(numbers)];
 }
 

@@ -1,8 +1,5 @@
 #include "curvecases.h"
 
-#include "dbcircle.h"
-#include "gemat3d.h"
-
 #include <random>
 
 using namespace curvecases;
@@ -35,12 +32,6 @@ AcGePoint3dArray meetings(const AcDbCurve& first, const AcDbCurve& second) {
     AcGePoint3dArray points;
     EXPECT_EQ(first.intersectWith(&second, AcDb::kOnBothOperands, points), Acad::eOk);
     return points;
-}
-
-bool hasPoint(const AcGePoint3dArray& points, const AcGePoint3d& wanted, double allowed) {
-    for (const AcGePoint3d& point : points)
-        if (point.distanceTo(wanted) <= allowed) return true;
-    return false;
 }
 
 } // namespace
@@ -103,10 +94,8 @@ TEST(CurveMeetings, CrossAnArcThatReachesABarelyVisibleWayOver) {
         const auto hole = polyline({{far + 3, 0, 1.0}, {far - 3, 0, 1.0}}, true);
         for (const auto& [x, count] : {std::pair(far + 3.0, 0), std::pair(far + 3.0 - 1e-8, 2),
                                        std::pair(far + 3.0 + 1e-8, 0), std::pair(far - 3.0, 0)}) {
-            AcDbXline cut;
-            ASSERT_EQ(cut.setBasePoint({x, -50, 0}), Acad::eOk);
-            ASSERT_EQ(cut.setUnitDir({0, 1, 0}), Acad::eOk);
-            EXPECT_EQ(meetings(cut, *hole).length(), count) << far << " " << x - far;
+            const auto cut = throughPoint<AcDbXline>({x, -50, 0}, {0, 1, 0});
+            EXPECT_EQ(meetings(*cut, *hole).length(), count) << far << " " << x - far;
         }
     }
 }
@@ -135,10 +124,8 @@ TEST(CurveMeetings, WithFlatArcsAreFoundOnBothCurves) {
     for (const double bulge : {1e-2, 1e-4, 1e-6, -1e-8, 1e-9}) {
         SCOPED_TRACE(bulge);
         const auto slab = polyline({{0, 0, bulge}, {10, 0}, {10, 4, -bulge}, {0, 4}}, true);
-        AcDbXline cut;
-        ASSERT_EQ(cut.setBasePoint({3.3, 0, 0}), Acad::eOk);
-        ASSERT_EQ(cut.setUnitDir({0.1, 1, 0}), Acad::eOk);
-        const AcGePoint3dArray points = meetings(*slab, cut);
+        const auto cut = throughPoint<AcDbXline>({3.3, 0, 0}, {0.1, 1, 0});
+        const AcGePoint3dArray points = meetings(*slab, *cut);
         ASSERT_EQ(points.length(), 2);
         for (const AcGePoint3d& point : points) {
             double parameter = NAN;

@@ -11,42 +11,15 @@ constexpr double kPi = std::numbers::pi;
 
 } // namespace
 
-TEST(CurveParameters, GoFromPointToParameterAndBack) {
-    for (const Case& each : awkwardCurves()) {
-        SCOPED_TRACE(each.name);
-        const AcDbCurve& curve = *each.curve;
-        const double start = startParamOf(curve);
-        const double end = endParamOf(curve);
-        ASSERT_LT(start, end);
-        for (int i = 0; i <= 40; ++i) {
-            const double parameter = start + (end - start) * i / 40.0;
-            const AcGePoint3d point = pointAt(curve, parameter);
-            double found = NAN;
-            ASSERT_EQ(curve.getParamAtPoint(point, found), Acad::eOk) << "at " << parameter;
-            EXPECT_TRUE(isNear(pointAt(curve, found), point, 10.0 * roundingAt(point))) << parameter;
-            if (i < 40 || !curve.isClosed()) {
-                EXPECT_NEAR(found, parameter, 1e-7) << parameter;
-            }
-        }
-        EXPECT_TRUE(isNear(pointAt(curve, start), startOf(curve), roundingAt(startOf(curve))));
-        EXPECT_TRUE(isNear(pointAt(curve, end), endOf(curve), roundingAt(endOf(curve))));
-        if (curve.isClosed()) {
-            double seam = NAN;
-            EXPECT_EQ(curve.getParamAtPoint(endOf(curve), seam), Acad::eOk);
-            EXPECT_EQ(seam, start);
-        }
-    }
-}
-
 TEST(CurveParameters, RefuseWhatIsOffTheCurveAndLeaveTheOutput) {
-    for (const Case& each : awkwardCurves()) {
+    for (const Case& each : allCurves()) {
         SCOPED_TRACE(each.name);
         const AcDbCurve& curve = *each.curve;
         double parameter = 123.0;
-        const AcGePoint3d onCurve = pointAt(curve, (startParamOf(curve) + endParamOf(curve)) / 2.0);
+        const AcGePoint3d onCurve = pointAt(curve, paramAt(curve, 0.5));
         const double off = 1e-6 * std::max(1.0, onCurve.largestCoordinate());
         AcGeVector3d along;
-        ASSERT_EQ(curve.getFirstDeriv((startParamOf(curve) + endParamOf(curve)) / 2.0, along), Acad::eOk);
+        ASSERT_EQ(curve.getFirstDeriv(paramAt(curve, 0.5), along), Acad::eOk);
         EXPECT_EQ(curve.getParamAtPoint(onCurve + along.perpVector().normal() * off, parameter),
                   Acad::eInvalidInput);
         EXPECT_EQ(curve.getParamAtPoint(AcGePoint3d(NAN, 0, 0), parameter), Acad::eInvalidInput);
@@ -60,34 +33,20 @@ TEST(CurveParameters, RefuseWhatIsOffTheCurveAndLeaveTheOutput) {
 }
 
 TEST(CurveClosestPoint, ProlongsLinesAlongTheirLineAndArcsAlongTheirCircle) {
-    struct Row {
-        std::unique_ptr<AcDbCurve> curve;
-        AcGePoint3d given;
-        AcGePoint3d within;
-        AcGePoint3d prolonged;
-    };
-    std::vector<Row> rows;
-    rows.push_back({std::make_unique<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)),
-                    {5, 1, 0},
-                    {1, 0, 0},
-                    {5, 0, 0}});
-    rows.push_back({std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 0), 2.0, 0.0, kPi / 2.0),
-                    {0, -5, 0},
-                    {2, 0, 0},
-                    {0, -2, 0}});
-    rows.push_back({polyline({{0, 0}, {1, 0}, {1, 1}}, false), {-3, 1, 0}, {0, 0, 0}, {-3, 0, 0}});
-    rows.push_back({polyline({{2, 0, 1.0}, {-2, 0}}, false),
-                    {1, -5, 0},
-                    {2, 0, 0},
-                    {2 / std::sqrt(26.0), -10 / std::sqrt(26.0), 0}});
-    rows.push_back({polyline({{0, 0}, {1, 0}, {1, 1}}, true), {-3, 1, 0}, {0, 0, 0}, {0, 0, 0}});
-    for (const Row& row : rows) {
+    const auto check = [](const AcDbCurve& curve, const AcGePoint3d& given, const AcGePoint3d& within,
+                          const AcGePoint3d& prolonged) {
         AcGePoint3d closest;
-        EXPECT_EQ(row.curve->getClosestPointTo(row.given, closest), Acad::eOk);
-        EXPECT_TRUE(isNear(closest, row.within, 1e-12));
-        EXPECT_EQ(row.curve->getClosestPointTo(row.given, closest, Adesk::kTrue), Acad::eOk);
-        EXPECT_TRUE(isNear(closest, row.prolonged, 1e-12));
-    }
+        EXPECT_EQ(curve.getClosestPointTo(given, closest), Acad::eOk);
+        EXPECT_TRUE(isNear(closest, within, 1e-12));
+        EXPECT_EQ(curve.getClosestPointTo(given, closest, Adesk::kTrue), Acad::eOk);
+        EXPECT_TRUE(isNear(closest, prolonged, 1e-12));
+    };
+    const double root = std::sqrt(26.0);
+    check(AcDbLine({0, 0, 0}, {1, 0, 0}), {5, 1, 0}, {1, 0, 0}, {5, 0, 0});
+    check(AcDbArc({0, 0, 0}, 2.0, 0.0, kPi / 2.0), {0, -5, 0}, {2, 0, 0}, {0, -2, 0});
+    check(*polyline({{0, 0}, {1, 0}, {1, 1}}, false), {-3, 1, 0}, {0, 0, 0}, {-3, 0, 0});
+    check(*polyline({{2, 0, 1.0}, {-2, 0}}, false), {1, -5, 0}, {2, 0, 0}, {2 / root, -10 / root, 0});
+    check(*polyline({{0, 0}, {1, 0}, {1, 1}}, true), {-3, 1, 0}, {0, 0, 0}, {0, 0, 0});
 }
 
 TEST(CurveClosestPoint, CountsAsSeenWhenADirectionIsGiven) {
@@ -102,29 +61,25 @@ TEST(CurveClosestPoint, CountsAsSeenWhenADirectionIsGiven) {
 }
 
 TEST(CurveParameters, OfLinesWithoutEndsAreDistancesFromTheBasePoint) {
-    AcDbRay ray;
-    AcDbXline xline;
-    ASSERT_EQ(ray.setBasePoint({1, 2, 3}), Acad::eOk);
-    ASSERT_EQ(ray.setUnitDir({0, 3, 4}), Acad::eOk);
-    ASSERT_EQ(xline.setBasePoint({1, 2, 3}), Acad::eOk);
-    ASSERT_EQ(xline.setUnitDir({0, 3, 4}), Acad::eOk);
-    EXPECT_EQ(ray.setUnitDir({0, 0, 0}), Acad::eInvalidInput);
+    const auto ray = throughPoint<AcDbRay>({1, 2, 3}, {0, 3, 4});
+    const auto xline = throughPoint<AcDbXline>({1, 2, 3}, {0, 3, 4});
+    EXPECT_EQ(ray->setUnitDir({0, 0, 0}), Acad::eInvalidInput);
     const AcGePoint3d beyond(1, 5, 7);
     const AcGePoint3d before(1, -1, -1);
     double parameter = NAN;
-    EXPECT_EQ(ray.getParamAtPoint(beyond, parameter), Acad::eOk);
+    EXPECT_EQ(ray->getParamAtPoint(beyond, parameter), Acad::eOk);
     EXPECT_NEAR(parameter, 5.0, 1e-12);
-    EXPECT_EQ(ray.getParamAtPoint(before, parameter), Acad::eInvalidInput);
-    EXPECT_EQ(xline.getParamAtPoint(before, parameter), Acad::eOk);
+    EXPECT_EQ(ray->getParamAtPoint(before, parameter), Acad::eInvalidInput);
+    EXPECT_EQ(xline->getParamAtPoint(before, parameter), Acad::eOk);
     EXPECT_NEAR(parameter, -5.0, 1e-12);
-    EXPECT_TRUE(isNear(pointAt(xline, -5.0), before, 1e-12));
+    EXPECT_TRUE(isNear(pointAt(*xline, -5.0), before, 1e-12));
     AcGePoint3d point;
     AcDbExtents extents;
-    EXPECT_EQ(ray.getStartPoint(point), Acad::eOk);
-    EXPECT_EQ(ray.getEndPoint(point), Acad::eNotApplicable);
-    EXPECT_EQ(xline.getStartParam(parameter), Acad::eNotApplicable);
-    EXPECT_EQ(xline.getEndPoint(point), Acad::eNotApplicable);
-    EXPECT_EQ(xline.getGeomExtents(extents), Acad::eInvalidExtents);
+    EXPECT_EQ(ray->getStartPoint(point), Acad::eOk);
+    EXPECT_EQ(ray->getEndPoint(point), Acad::eNotApplicable);
+    EXPECT_EQ(xline->getStartParam(parameter), Acad::eNotApplicable);
+    EXPECT_EQ(xline->getEndPoint(point), Acad::eNotApplicable);
+    EXPECT_EQ(xline->getGeomExtents(extents), Acad::eInvalidExtents);
     EXPECT_TRUE(extents.isEmpty());
 }
 

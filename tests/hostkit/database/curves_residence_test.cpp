@@ -1,11 +1,5 @@
 #include "curvecases.h"
 
-#include "db2dpolyline.h"
-#include "db3dpolyline.h"
-#include "dbblocktable.h"
-#include "dbmain.h"
-#include "dbobjptr.h"
-
 using namespace curvecases;
 
 namespace {
@@ -16,14 +10,8 @@ class Resident {
 public:
     explicit Resident(Polyline* polyline)
         : m_polyline(polyline) {
-        AcDbBlockTable* table = nullptr;
-        AcDbBlockTableRecord* space = nullptr;
-        EXPECT_EQ(m_drawing.getBlockTable(table, AcDb::kForRead), Acad::eOk);
-        EXPECT_EQ(table->getAt(L"*Model_Space", space, AcDb::kForWrite), Acad::eOk);
-        table->close();
-        AcDbObjectId id;
-        EXPECT_EQ(space->appendAcDbEntity(id, polyline), Acad::eOk);
-        space->close();
+        AcDbObjectPointer<AcDbBlockTableRecord> space(m_drawing.modelSpaceId(), AcDb::kForWrite);
+        EXPECT_EQ(space->appendAcDbEntity(polyline), Acad::eOk);
     }
     ~Resident() { m_polyline->close(); }
     Polyline& operator*() const { return *m_polyline; }
@@ -44,13 +32,7 @@ private:
     Polyline* m_polyline;
 };
 
-AcGePoint3dArray corners() {
-    AcGePoint3dArray points;
-    for (const AcGePoint3d& point :
-         {AcGePoint3d(0, 0, 0), AcGePoint3d(4, 0, 0), AcGePoint3d(4, 3, 0), AcGePoint3d(0, 3, 0)})
-        points.append(point);
-    return points;
-}
+AcGePoint3dArray corners() { return pointsOf({{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}); }
 
 template <typename Polyline, typename VertexClass>
 void checkVerticesInADrawing(Polyline* made) {

@@ -6,12 +6,6 @@ using namespace curvecases;
 
 namespace {
 
-AcGeDoubleArray numbers(std::initializer_list<double> values) {
-    AcGeDoubleArray result;
-    for (const double value : values) result.append(value);
-    return result;
-}
-
 /// Each piece goes on where the one before ended, and all together they are as long as the whole.
 void expectChain(const AcDbCurve& whole, const Pieces& pieces) {
     double sum = 0.0;
@@ -27,28 +21,24 @@ void expectChain(const AcDbCurve& whole, const Pieces& pieces) {
 } // namespace
 
 TEST(CurveSplit, GivesThePiecesInOrderWhateverTheOrderOfTheCuts) {
-    for (const Case& each : awkwardCurves()) {
+    for (const Case& each : allCurves()) {
         SCOPED_TRACE(each.name);
         const AcDbCurve& curve = *each.curve;
-        const double start = startParamOf(curve);
-        const double span = endParamOf(curve) - start;
-        const double low = start + span * 0.3;
-        const double high = start + span * 0.8;
+        const double low = paramAt(curve, 0.3);
+        const double high = paramAt(curve, 0.8);
         Pieces pieces;
-        ASSERT_EQ(curve.getSplitCurves(numbers({high, low, high}), pieces.array), Acad::eOk);
+        ASSERT_EQ(curve.getSplitCurves(numbersOf({high, low, high}), pieces.array), Acad::eOk);
         ASSERT_EQ(pieces.count(), curve.isClosed() ? 2 : 3);
         expectChain(curve, pieces);
         const int first = curve.isClosed() ? 0 : 1;
         EXPECT_TRUE(isNear(startOf(pieces[first]), pointAt(curve, low), roundingAt(pointAt(curve, low))));
         EXPECT_TRUE(isNear(endOf(pieces[first]), pointAt(curve, high), roundingAt(pointAt(curve, high))));
-        const AcDbCurve& last = pieces[pieces.count() - 1];
         const AcGePoint3d end = curve.isClosed() ? pointAt(curve, low) : endOf(curve);
-        EXPECT_TRUE(isNear(endOf(last), end, roundingAt(end)));
+        EXPECT_TRUE(isNear(endOf(pieces[pieces.count() - 1]), end, roundingAt(end)));
         // Points of the pieces are points of the curve.
         for (int i = 0; i < pieces.count(); ++i)
             for (const double share : {0.0, 0.21, 0.5, 0.83, 1.0}) {
-                const double from = startParamOf(pieces[i]);
-                const AcGePoint3d point = pointAt(pieces[i], from + (endParamOf(pieces[i]) - from) * share);
+                const AcGePoint3d point = pointAt(pieces[i], paramAt(pieces[i], share));
                 AcGePoint3d closest;
                 ASSERT_EQ(curve.getClosestPointTo(point, closest), Acad::eOk);
                 EXPECT_TRUE(isNear(point, closest, 4.0 * roundingAt(point)));
@@ -60,14 +50,14 @@ TEST(CurveSplit, TakesTheEndOfAClosedCurveForItsStart) {
     const auto square = polyline({{0, 0}, {4, 0}, {4, 4}, {0, 4}}, true);
     for (const double seam : {0.0, 4.0}) {
         Pieces pieces;
-        ASSERT_EQ(square->getSplitCurves(numbers({1.5, seam}), pieces.array), Acad::eOk);
+        ASSERT_EQ(square->getSplitCurves(numbersOf({1.5, seam}), pieces.array), Acad::eOk);
         ASSERT_EQ(pieces.count(), 2);
         EXPECT_TRUE(startOf(pieces[0]) == AcGePoint3d(0, 0, 0));
         EXPECT_TRUE(endOf(pieces[0]) == AcGePoint3d(4, 2, 0));
         EXPECT_TRUE(endOf(pieces[1]) == AcGePoint3d(0, 0, 0));
     }
     Pieces opened;
-    ASSERT_EQ(square->getSplitCurves(numbers({1.5}), opened.array), Acad::eOk);
+    ASSERT_EQ(square->getSplitCurves(numbersOf({1.5}), opened.array), Acad::eOk);
     ASSERT_EQ(opened.count(), 1);
     EXPECT_TRUE(startOf(opened[0]) == AcGePoint3d(4, 2, 0));
     EXPECT_TRUE(endOf(opened[0]) == AcGePoint3d(4, 2, 0));
@@ -78,7 +68,7 @@ TEST(CurveSplit, KeepsBulgesOfCutArcsTheClosingOneToo) {
     // A circle of two half turns, cut at a quarter of each: the second piece runs over the start.
     const auto circle = polyline({{5, 0, 1.0}, {-5, 0, 1.0}}, true);
     Pieces pieces;
-    ASSERT_EQ(circle->getSplitCurves(numbers({0.5, 1.5}), pieces.array), Acad::eOk);
+    ASSERT_EQ(circle->getSplitCurves(numbersOf({0.5, 1.5}), pieces.array), Acad::eOk);
     ASSERT_EQ(pieces.count(), 2);
     const double quarter = std::tan(std::numbers::pi / 8.0);
     for (int i = 0; i < 2; ++i) {
@@ -98,10 +88,7 @@ TEST(CurveSplit, KeepsBulgesOfCutArcsTheClosingOneToo) {
 
 TEST(CurveSplit, LeavesNoSliversAtEndsAndVertices) {
     const auto open = polyline({{0, 0}, {4, 0}, {4, 4}}, false);
-    AcGePoint3dArray points;
-    for (const AcGePoint3d& point :
-         {AcGePoint3d(5e-11, 0, 0), AcGePoint3d(4, 5e-11, 0), AcGePoint3d(4, 4 - 5e-11, 0)})
-        points.append(point);
+    AcGePoint3dArray points = pointsOf({{5e-11, 0, 0}, {4, 5e-11, 0}, {4, 4 - 5e-11, 0}});
     Pieces pieces;
     ASSERT_EQ(open->getSplitCurves(points, pieces.array), Acad::eOk);
     ASSERT_EQ(pieces.count(), 2);
@@ -115,19 +102,17 @@ TEST(CurveSplit, LeavesNoSliversAtEndsAndVertices) {
 }
 
 TEST(CurveSplit, RefusesNothingToCutAndCutsOutside) {
-    for (const Case& each : awkwardCurves()) {
+    for (const Case& each : allCurves()) {
         SCOPED_TRACE(each.name);
         const AcDbCurve& curve = *each.curve;
         Pieces pieces;
         EXPECT_EQ(curve.getSplitCurves(AcGeDoubleArray(), pieces.array), Acad::eInvalidInput);
-        EXPECT_EQ(curve.getSplitCurves(numbers({NAN}), pieces.array), Acad::eInvalidInput);
-        const AcGeDoubleArray ends = numbers({startParamOf(curve), endParamOf(curve)});
+        EXPECT_EQ(curve.getSplitCurves(numbersOf({NAN}), pieces.array), Acad::eInvalidInput);
+        const AcGeDoubleArray ends = numbersOf({startParamOf(curve), endParamOf(curve)});
         if (!curve.isClosed()) {
             EXPECT_EQ(curve.getSplitCurves(ends, pieces.array), Acad::eInvalidInput);
         }
-        AcGePoint3dArray off;
-        off.append(AcGePoint3d(-1e3, 1e3, 777.0));
-        EXPECT_EQ(curve.getSplitCurves(off, pieces.array), Acad::eInvalidInput);
+        EXPECT_EQ(curve.getSplitCurves(pointsOf({{-1e3, 1e3, 777.0}}), pieces.array), Acad::eInvalidInput);
         EXPECT_EQ(pieces.count(), 0);
     }
 }

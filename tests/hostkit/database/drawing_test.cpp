@@ -1,39 +1,21 @@
 // Ids, handles, ownership and the default drawing.
 
+#include "drawingparts.h"
+
 #include "dbaccess.h"
 #include "dbapserv.h"
-#include "dbdict.h"
 #include "dbents.h"
 #include "dblayout.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
 #include "headervariables.h"
 
-#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <unordered_map>
 
 namespace {
 
+using namespace drawingtest;
 using hostkit::DatabaseAccess;
-
-AcDbObjectId appendToModelSpace(AcDbDatabase& database, AcDbEntity* entity) {
-    AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
-    AcDbObjectId id;
-    EXPECT_EQ(Acad::eOk, space->appendAcDbEntity(id, entity));
-    EXPECT_EQ(Acad::eOk, entity->close());
-    return id;
-}
-
-Acad::ErrorStatus eraseById(AcDbObjectId id, bool erasing = true) {
-    AcDbObject* object = nullptr;
-    Acad::ErrorStatus status = acdbOpenAcDbObject(object, id, AcDb::kForWrite, true);
-    if (status != Acad::eOk) return status;
-    status = object->erase(erasing);
-    object->close();
-    return status;
-}
 
 TEST(Drawing, ANewOneHasWhatEveryDrawingHas) {
     AcDbDatabase database;
@@ -59,7 +41,7 @@ TEST(Drawing, ANewOneHasWhatEveryDrawingHas) {
         ASSERT_NE(nullptr, layout);
         EXPECT_EQ(space, layout->getBlockTableRecordId());
         EXPECT_EQ(database.layoutDictionaryId(), layout->ownerId());
-        EXPECT_EQ(Acad::eCannotBeErasedByCaller, eraseById(space));
+        EXPECT_EQ(Acad::eCannotBeErasedByCaller, erase(space));
     }
     const Adesk::Int32 count = database.approxNumObjects();
     DatabaseAccess::completeDrawing(database);
@@ -178,9 +160,7 @@ TEST(Drawing, WalkingABlockSkipsErasedEntitiesAndMeetsNewOnes) {
     AcDbDatabase database;
     std::vector<AcDbObjectId> ids;
     for (int i = 0; i < 5; ++i) ids.push_back(appendToModelSpace(database, new AcDbPoint({double(i), 0, 0})));
-    EXPECT_EQ(Acad::eOk, eraseById(ids[0]));
-    EXPECT_EQ(Acad::eOk, eraseById(ids[2]));
-    EXPECT_EQ(Acad::eOk, eraseById(ids[4]));
+    for (const std::size_t i : {0u, 2u, 4u}) EXPECT_EQ(Acad::eOk, erase(ids[i]));
     const auto walk = [&](bool forward, bool skipErased) {
         AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForRead);
         AcDbBlockTableRecordIterator* iterator = nullptr;
@@ -220,8 +200,7 @@ TEST(Drawing, WalkingABlockSkipsErasedEntitiesAndMeetsNewOnes) {
 
 TEST(Drawing, PartsLiveAndDieWithWhatOwnsThem) {
     AcDbDatabase database;
-    AcGePoint3dArray points;
-    for (int i = 0; i < 4; ++i) points.append({double(i), double(i % 2), 7.0});
+    const AcGePoint3dArray points = pointsOf({{0, 0, 7}, {1, 1, 7}, {2, 0, 7}, {3, 1, 7}});
     auto* polyline = new AcDb2dPolyline(AcDb::k2dSimplePoly, points, 0.0, Adesk::kFalse);
     EXPECT_EQ(4u, polyline->vertices().count());
     EXPECT_TRUE(polyline->vertices().idAt(0).isNull());
@@ -235,10 +214,10 @@ TEST(Drawing, PartsLiveAndDieWithWhatOwnsThem) {
         EXPECT_EQ(database.layerZero(), vertices.at(i)->layerId());
     }
     EXPECT_EQ(0, database.numOpenObjects());
-    ASSERT_EQ(Acad::eOk, eraseById(vertices.idAt(1)));
-    ASSERT_EQ(Acad::eOk, eraseById(id));
+    ASSERT_EQ(Acad::eOk, erase(vertices.idAt(1)));
+    ASSERT_EQ(Acad::eOk, erase(id));
     for (std::size_t i = 0; i < 4; ++i) EXPECT_TRUE(vertices.isErasedAt(i));
-    ASSERT_EQ(Acad::eOk, eraseById(id, false));
+    ASSERT_EQ(Acad::eOk, erase(id, false));
     std::unique_ptr<AcDbObjectIterator> iterator(polyline->vertexIterator());
     std::vector<AcDbObjectId> found;
     for (; !iterator->done(); iterator->step()) {
@@ -260,9 +239,7 @@ TEST(Drawing, PartsLiveAndDieWithWhatOwnsThem) {
 
 TEST(Drawing, LookIsHandedOnToParts) {
     AcDbDatabase database;
-    AcGePoint3dArray points;
-    points.append({0, 0, 0});
-    points.append({1, 0, 0});
+    const AcGePoint3dArray points = pointsOf({{0, 0, 0}, {1, 0, 0}});
     auto* polyline = new AcDb3dPolyline(AcDb::k3dSimplePoly, points, Adesk::kFalse);
     const AcDbObjectId id = appendToModelSpace(database, polyline);
     AcDbObjectPointer<AcDb3dPolyline> writing(id, AcDb::kForWrite);
@@ -292,12 +269,7 @@ TEST(Drawing, PropertiesAreCheckedAndDefaultsTaken) {
     EXPECT_EQ(database.layerZero(), line.layerId());
     EXPECT_EQ(database.continuousLinetype(), line.linetypeId());
 
-    AcDbObjectPointer<AcDbLayerTable> layers(database.layerTableId(), AcDb::kForWrite);
-    auto* steel = new AcDbLayerTableRecord;
-    steel->setName(L"Steel");
-    AcDbObjectId steelId;
-    ASSERT_EQ(Acad::eOk, layers->add(steelId, steel));
-    steel->close();
+    const AcDbObjectId steelId = addRecord<AcDbLayerTable>(database, L"Steel");
     ASSERT_EQ(Acad::eOk, database.setClayer(steelId));
     EXPECT_EQ(Acad::eInvalidInput, database.setClayer(database.continuousLinetype()));
     AcCmColor red;

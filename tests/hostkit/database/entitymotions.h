@@ -109,6 +109,16 @@ inline AcDbExtents boxOf(const std::vector<AcGePoint3d>& points, const AcGeMatri
     return box;
 }
 
+/// What an entity that can be taken apart falls into.
+template <typename Part>
+std::vector<std::unique_ptr<Part>> partsOf(const AcDbEntity& entity) {
+    AcDbVoidPtrArray array;
+    EXPECT_EQ(entity.explode(array), Acad::eOk);
+    std::vector<std::unique_ptr<Part>> parts;
+    for (void* part : array) parts.emplace_back(static_cast<Part*>(static_cast<AcDbEntity*>(part)));
+    return parts;
+}
+
 template <typename Entity>
 std::unique_ptr<Entity> copyOf(const Entity& entity) {
     return std::unique_ptr<Entity>(static_cast<Entity*>(entity.clone()));

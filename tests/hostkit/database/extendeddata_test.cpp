@@ -1,66 +1,25 @@
 // Packed groups, extended data and free records.
 
+#include "drawingparts.h"
+
 #include "acdbads.h"
 #include "dbapserv.h"
-#include "dbmain.h"
-#include "dbobjptr.h"
 #include "dbpoint.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
 #include "groupblock.h"
 
 #include <cmath>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <limits>
-#include <memory>
-#include <random>
 
 namespace {
 
+using namespace drawingtest;
 using hostkit::GroupBlock;
 using hostkit::GroupWalker;
 
-struct ListDeleter {
-    void operator()(resbuf* list) const { acutRelRb(list); }
-};
-using List = std::unique_ptr<resbuf, ListDeleter>;
-
-bool sameValue(const resbuf& a, const resbuf& b) {
-    switch (AcDb::groupKind(a.restype)) {
-    case AcDb::GroupKind::kText:
-    case AcDb::GroupKind::kHandle:
-        return std::wcscmp(a.resval.rstring, b.resval.rstring) == 0;
-    case AcDb::GroupKind::kPoint:
-        return std::memcmp(a.resval.rpoint, b.resval.rpoint, sizeof(ads_point)) == 0;
-    case AcDb::GroupKind::kReal:
-        return std::memcmp(&a.resval.rreal, &b.resval.rreal, sizeof(double)) == 0;
-    case AcDb::GroupKind::kInt64:
-        return a.resval.mnInt64 == b.resval.mnInt64;
-    case AcDb::GroupKind::kInt32:
-        return a.resval.rlong == b.resval.rlong;
-    case AcDb::GroupKind::kBinary:
-        return a.resval.rbinary.clen == b.resval.rbinary.clen &&
-               std::memcmp(a.resval.rbinary.buf, b.resval.rbinary.buf,
-                           static_cast<std::size_t>(a.resval.rbinary.clen)) == 0;
-    default:
-        return a.resval.rint == b.resval.rint;
-    }
-}
-
-void expectSame(const resbuf* expected, const resbuf* found) {
-    int index = 0;
-    for (; expected && found; expected = expected->rbnext, found = found->rbnext, ++index) {
-        ASSERT_EQ(expected->restype, found->restype) << "at " << index;
-        EXPECT_TRUE(sameValue(*expected, *found)) << "at " << index << ", code " << found->restype;
-    }
-    EXPECT_EQ(nullptr, expected);
-    EXPECT_EQ(nullptr, found);
-}
-
-int lengthOf(const resbuf* list) {
+int lengthOf(const List& list) {
     int length = 0;
-    for (; list; list = list->rbnext) ++length;
+    for (const resbuf* record = list.get(); record; record = record->rbnext) ++length;
     return length;
 }
 
@@ -80,7 +39,7 @@ TEST(GroupBlocks, EveryKindComesBackFromPacking) {
     last->rbnext = binary;
     GroupBlock block;
     ASSERT_EQ(Acad::eOk, block.appendList(list.get()));
-    expectSame(list.get(), List(block.toList()).get());
+    EXPECT_EQ(textOf(list), textOf(List(block.toList())));
 }
 
 TEST(GroupBlocks, LongTextsAndUnpairedSurrogatesStayWhole) {
@@ -125,30 +84,23 @@ TEST(GroupBlocks, AFailedListLeavesTheBlockAsItWas) {
     GroupBlock block;
     block.appendReal(40, 1.0);
     const GroupBlock before = block;
-    const List withType(acutBuildList(40, 2.0, RTREAL, 3.0, 0));
-    EXPECT_EQ(Acad::eInvalidResBuf, block.appendList(withType.get()));
-    const List negative(acutNewRb(-1));
-    EXPECT_EQ(Acad::eInvalidDxfCode, block.appendList(negative.get()));
+    EXPECT_EQ(Acad::eInvalidResBuf, block.appendList(List(acutBuildList(40, 2.0, RTREAL, 3.0, 0)).get()));
+    EXPECT_EQ(Acad::eInvalidDxfCode, block.appendList(List(acutNewRb(-1)).get()));
     EXPECT_TRUE(before == block);
 }
 
 class ExtendedData : public testing::Test {
 protected:
     ExtendedData() {
-        for (const wchar_t* name : {L"ORDANE", L"OTHER"}) {
-            AcDbSymbolTablePointer<AcDbRegAppTable> table(&database, AcDb::kForWrite);
-            auto* application = new AcDbRegAppTableRecord;
-            application->setName(name);
-            EXPECT_EQ(Acad::eOk, table->add(application));
-            application->close();
-        }
-        AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
-        point = new AcDbPoint;
-        AcDbObjectId id;
-        EXPECT_EQ(Acad::eOk, space->appendAcDbEntity(id, point));
+        for (const wchar_t* name : {L"ORDANE", L"OTHER"}) addRecord<AcDbRegAppTable>(database, name);
+        const AcDbObjectId id = appendToModelSpace(database, new AcDbPoint);
+        EXPECT_EQ(Acad::eOk, acdbOpenObject(point, id, AcDb::kForWrite));
     }
     ~ExtendedData() override { point->close(); }
     Acad::ErrorStatus set(resbuf* list) { return point->setXData(List(list).get()); }
+    std::string text(const wchar_t* application = nullptr) const {
+        return textOf(List(point->xData(application)));
+    }
 
     AcDbDatabase database;
     AcDbPoint* point;
@@ -160,11 +112,8 @@ TEST_F(ExtendedData, ApplicationsAreReplacedOneByOne) {
               set(acutBuildList(1001, L"ORDANE", 1000, L"NUMBER", 1070, 7, 1001, L"OTHER", 1040, 2.5, 0)));
     ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"Ordane", 1002, L"{", 1011, corner, 1005, L"AB", 1002, L"}",
                                            1071, 70000, 0)));
-    expectSame(List(acutBuildList(1001, L"Ordane", 1002, L"{", 1011, corner, 1005, L"AB", 1002, L"}", 1071,
-                                  70000, 1001, L"OTHER", 1040, 2.5, 0))
-                   .get(),
-               List(point->xData()).get());
-    expectSame(List(acutBuildList(1001, L"OTHER", 1040, 2.5, 0)).get(), List(point->xData(L"other")).get());
+    EXPECT_EQ("1001 Ordane, 1002 {, 1011 1/2/3, 1005 AB, 1002 }, 1071 70000, 1001 OTHER, 1040 2.5", text());
+    EXPECT_EQ("1001 OTHER, 1040 2.5", text(L"other"));
     EXPECT_EQ(nullptr, point->xData(L"ACAD"));
     ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 0)));
     EXPECT_EQ(nullptr, point->xData(L"ORDANE"));
@@ -184,11 +133,11 @@ TEST_F(ExtendedData, RefusedListsChangeNothing) {
     EXPECT_EQ(Acad::eRegappIdNotFound, set(acutBuildList(1001, L"UNKNOWN", 1000, L"x", 0)));
     const std::wstring large(8190, L'x');
     EXPECT_EQ(Acad::eXdataSizeExceeded, set(acutBuildList(1001, L"OTHER", 1000, large.c_str(), 0)));
-    expectSame(List(acutBuildList(1001, L"ORDANE", 1000, L"kept", 0)).get(), List(point->xData()).get());
+    EXPECT_EQ("1001 ORDANE, 1000 kept", text());
     point->downgradeOpen();
     EXPECT_EQ(Acad::eNotOpenForWrite, set(acutBuildList(1001, L"ORDANE", 1000, L"late", 0)));
     point->upgradeOpen();
-    EXPECT_EQ(2, lengthOf(List(point->xData()).get()));
+    EXPECT_EQ("1001 ORDANE, 1000 kept", text());
 }
 
 TEST_F(ExtendedData, TheLimitIsOnAllApplicationsTogether) {
@@ -198,16 +147,16 @@ TEST_F(ExtendedData, TheLimitIsOnAllApplicationsTogether) {
     EXPECT_EQ(Acad::eXdataSizeExceeded,
               set(acutBuildList(1001, L"OTHER", 1000, half.c_str(), 1000, half.c_str(), 0)));
     EXPECT_LE(point->extendedData()->size(), GroupBlock::maxExtendedDataSize);
-    EXPECT_EQ(4, lengthOf(List(point->xData()).get()));
+    EXPECT_EQ(4, lengthOf(List(point->xData())));
 }
 
 TEST_F(ExtendedData, ACopyTakesItAlongAndNeedsNoRegistration) {
     ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1040, 1.5, 0)));
     const std::unique_ptr<AcDbPoint> copy(AcDbPoint::cast(point->clone()));
-    expectSame(List(point->xData()).get(), List(copy->xData()).get());
+    EXPECT_EQ(text(), textOf(List(copy->xData())));
     EXPECT_EQ(Acad::eOk, copy->setXData(List(acutBuildList(1001, L"ANY", 1040, 1.5, 0)).get()));
-    EXPECT_EQ(4, lengthOf(List(copy->xData()).get()));
-    EXPECT_EQ(2, lengthOf(List(point->xData()).get()));
+    EXPECT_EQ(4, lengthOf(List(copy->xData())));
+    EXPECT_EQ(2, lengthOf(List(point->xData())));
 }
 
 TEST(Xrecords, TakeFreeGroupsAndNoOthers) {
@@ -222,8 +171,7 @@ TEST(Xrecords, TakeFreeGroupsAndNoOthers) {
     EXPECT_EQ(Acad::eInvalidResBuf, record.setFromRbChain(*List(acutBuildList(RTREAL, 1.0, 0))));
     resbuf* chain = nullptr;
     ASSERT_EQ(Acad::eOk, record.rbChain(&chain));
-    expectSame(List(acutBuildList(1, L"text", 90, 5, 10, corner, 340, L"1F", 40, 2.0, 0)).get(),
-               List(chain).get());
+    EXPECT_EQ("1 text, 90 5, 10 1/2/3, 340 1F, 40 2", textOf(List(chain)));
     EXPECT_EQ(Acad::eInvalidInput, record.rbChain(nullptr));
 }
 

@@ -1,93 +1,66 @@
 // Filers in memory, whole records in the binary form, and classes of applications that file more than their
 // parent.
 
+#include "drawingparts.h"
+
 #include "dbdeepclonefiler.h"
 #include "dbline.h"
-#include "dbmain.h"
-#include "dbobjptr.h"
 #include "dbopaque.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
 #include "memorydwgfiler.h"
 
-#include "acarray.h"
-#include "adsdef.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <memory>
-#include <string>
 
 namespace {
 
+using namespace drawingtest;
 using hostkit::MemoryDwgFiler;
 
-struct ListDeleter {
-    void operator()(resbuf* list) const { acutRelRb(list); }
-};
-using List = std::unique_ptr<resbuf, ListDeleter>;
-
 TEST(MemoryFilers, EveryItemComesBackInItsOrder) {
-    MemoryDwgFiler filer(AcDb::kCopyFiler);
-    const std::wstring text = L"Ausführung 第一 \U0001F600";
-    const char bytes[] = {0, 1, 2, 3};
+    using Filer = MemoryDwgFiler;
+    Filer filer(AcDb::kCopyFiler);
     AcDbDatabase database;
-    const AcDbObjectId ids[] = {database.layerZero(), AcDbObjectId(), database.modelSpaceId(),
-                                database.layerTableId()};
-    filer.writeInt16(-32768);
-    filer.writeInt32(-2147483647);
-    filer.writeInt64(-9223372036854775807);
-    filer.writeBool(true);
-    filer.writeDouble(-0.0);
-    filer.writeString(text.c_str());
-    filer.writeString(nullptr);
-    filer.writePoint2d(AcGePoint2d(1, 2));
-    filer.writePoint3d(AcGePoint3d(1, 2, 3));
-    filer.writeVector2d(AcGeVector2d(4, 5));
-    filer.writeVector3d(AcGeVector3d(4, 5, 6));
-    filer.writeScale3d(AcGeScale3d(7, 8, 9));
-    filer.writeBytes(bytes, sizeof bytes);
-    filer.writeSoftPointerId(ids[0]);
-    filer.writeHardPointerId(ids[1]);
-    filer.writeSoftOwnershipId(ids[2]);
-    ASSERT_EQ(filer.writeHardOwnershipId(ids[3]), Acad::eOk);
-    ASSERT_EQ(filer.seek(0, 0), Acad::eOk);
-
-    Adesk::Int16 int16 = 0;
-    Adesk::Int32 int32 = 0;
-    Adesk::Int64 int64 = 0;
-    bool truth = false;
-    double real = 1;
-    wchar_t* found = nullptr;
-    EXPECT_TRUE(filer.readInt16(&int16) == Acad::eOk && int16 == -32768);
-    EXPECT_TRUE(filer.readInt32(&int32) == Acad::eOk && int32 == -2147483647);
-    EXPECT_TRUE(filer.readInt64(&int64) == Acad::eOk && int64 == -9223372036854775807);
-    EXPECT_TRUE(filer.readBool(&truth) == Acad::eOk && truth);
-    EXPECT_TRUE(filer.readDouble(&real) == Acad::eOk && std::signbit(real));
-    for (const std::wstring& expected : {text, std::wstring()}) {
-        ASSERT_EQ(filer.readString(&found), Acad::eOk);
-        EXPECT_EQ(found, expected);
-        acutDelString(found);
+    char bytes[] = {0, 1, 2, 3};
+    // Writes all items, and then reads them.
+    for (const bool reads : {false, true}) {
+        const auto item = [&](auto write, auto read, auto value) {
+            auto found = value;
+            if (reads) found = decltype(value)();
+            EXPECT_EQ(reads ? (filer.*read)(&found) : (filer.*write)(value), Acad::eOk);
+            EXPECT_TRUE(found == value);
+        };
+        const auto text = [&](const wchar_t* value) {
+            wchar_t* found = nullptr;
+            EXPECT_EQ(reads ? filer.readString(&found) : filer.writeString(value), Acad::eOk);
+            if (reads) {
+                EXPECT_STREQ(found, value ? value : L"");
+            }
+            acutDelString(found);
+        };
+        item(&Filer::writeInt16, &Filer::readInt16, Adesk::Int16{-32768});
+        item(&Filer::writeInt32, &Filer::readInt32, Adesk::Int32{-2147483647});
+        item(&Filer::writeInt64, &Filer::readInt64, Adesk::Int64{-9223372036854775807});
+        item(&Filer::writeBool, &Filer::readBool, true);
+        item(&Filer::writeDouble, &Filer::readDouble, 0.1);
+        text(L"Ausführung 第一 \U0001F600");
+        text(nullptr);
+        item(&Filer::writePoint2d, &Filer::readPoint2d, AcGePoint2d(1, 2));
+        item(&Filer::writePoint3d, &Filer::readPoint3d, AcGePoint3d(1, 2, 3));
+        item(&Filer::writeVector2d, &Filer::readVector2d, AcGeVector2d(4, 5));
+        item(&Filer::writeVector3d, &Filer::readVector3d, AcGeVector3d(4, 5, 6));
+        item(&Filer::writeScale3d, &Filer::readScale3d, AcGeScale3d(7, 8, 9));
+        EXPECT_EQ(reads ? filer.readBytes(bytes, 4) : filer.writeBytes(bytes, 4), Acad::eOk);
+        item(&Filer::writeSoftPointerId, &Filer::readSoftPointerId, database.layerZero());
+        item(&Filer::writeHardPointerId, &Filer::readHardPointerId, AcDbObjectId());
+        item(&Filer::writeSoftOwnershipId, &Filer::readSoftOwnershipId, database.modelSpaceId());
+        item(&Filer::writeHardOwnershipId, &Filer::readHardOwnershipId, database.layerTableId());
+        double zero = reads ? 1.0 : -0.0;
+        EXPECT_EQ(reads ? filer.readDouble(&zero) : filer.writeDouble(zero), Acad::eOk);
+        EXPECT_TRUE(zero == 0.0 && std::signbit(zero));
+        EXPECT_EQ(filer.tell(), static_cast<Adesk::Int64>(filer.size()));
+        EXPECT_EQ(std::string(bytes, 4), std::string("\0\1\2\3", 4));
+        std::fill(std::begin(bytes), std::end(bytes), 'x');
+        ASSERT_EQ(filer.seek(0, 0), Acad::eOk);
     }
-    AcGePoint2d point2d;
-    AcGePoint3d point3d;
-    AcGeVector2d vector2d;
-    AcGeVector3d vector3d;
-    AcGeScale3d scale;
-    char chunk[sizeof bytes] = {};
-    EXPECT_TRUE(filer.readPoint2d(&point2d) == Acad::eOk && point2d == AcGePoint2d(1, 2));
-    EXPECT_TRUE(filer.readPoint3d(&point3d) == Acad::eOk && point3d == AcGePoint3d(1, 2, 3));
-    EXPECT_TRUE(filer.readVector2d(&vector2d) == Acad::eOk && vector2d == AcGeVector2d(4, 5));
-    EXPECT_TRUE(filer.readVector3d(&vector3d) == Acad::eOk && vector3d == AcGeVector3d(4, 5, 6));
-    EXPECT_TRUE(filer.readScale3d(&scale) == Acad::eOk && scale.sy == 8);
-    EXPECT_TRUE(filer.readBytes(chunk, sizeof chunk) == Acad::eOk && chunk[3] == 3);
-    AcDbObjectId id;
-    EXPECT_TRUE(filer.readSoftPointerId(&id) == Acad::eOk && id == ids[0]);
-    EXPECT_TRUE(filer.readHardPointerId(&id) == Acad::eOk && id == ids[1]);
-    EXPECT_TRUE(filer.readSoftOwnershipId(&id) == Acad::eOk && id == ids[2]);
-    EXPECT_TRUE(filer.readHardOwnershipId(&id) == Acad::eOk && id == ids[3]);
-    EXPECT_EQ(filer.tell(), static_cast<Adesk::Int64>(filer.size()));
 }
 
 TEST(MemoryFilers, WhatWasNotWrittenIsNotRead) {
@@ -179,14 +152,9 @@ TEST(BinaryRecords, AnApplicationsClassFilesItsItemsBehindItsParents) {
 class BinaryRecordsInADrawing : public testing::Test {
 protected:
     BinaryRecordsInADrawing() {
-        AcDbSymbolTablePointer<AcDbRegAppTable> table(&database, AcDb::kForWrite);
-        auto* const record = new AcDbRegAppTableRecord;
-        record->setName(L"ORDANE");
-        table->add(application, record);
-        record->close();
-        AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
-        line = new AcDbLine(AcGePoint3d(1, 2, 3), AcGePoint3d(4, 5, 6));
-        space->appendAcDbEntity(line);
+        application = addRecord<AcDbRegAppTable>(database, L"ORDANE");
+        const AcDbObjectId id = appendToModelSpace(database, new AcDbLine({1, 2, 3}, {4, 5, 6}));
+        EXPECT_EQ(acdbOpenObject(line, id, AcDb::kForWrite), Acad::eOk);
     }
     ~BinaryRecordsInADrawing() override { line->close(); }
 
@@ -203,15 +171,11 @@ TEST_F(BinaryRecordsInADrawing, AWholeRecordFilesItsTiesAndItsExtendedData) {
     line->addPersistentReactor(database.layerTableId());
     ASSERT_EQ(line->createExtensionDictionary(), Acad::eOk);
     const AcDbObjectId dictionary = line->extensionDictionary();
-    const hostkit::GroupBlock before = *line->extendedData();
     MemoryDwgFiler filer(AcDb::kUndoFiler);
     ASSERT_EQ(line->dwgOut(&filer), Acad::eOk);
 
     // The application has another name by the time the record is read.
-    {
-        AcDbObjectPointer<AcDbRegAppTableRecord> record(application, AcDb::kForWrite);
-        ASSERT_EQ(record->setName(L"RENAMED"), Acad::eOk);
-    }
+    change<AcDbRegAppTableRecord>(application, [](auto& record) { record.setName(L"RENAMED"); });
     line->setEndPoint(AcGePoint3d(0, 0, 0));
     line->setColorIndex(3);
     line->removePersistentReactor(database.layerTableId());
@@ -222,13 +186,7 @@ TEST_F(BinaryRecordsInADrawing, AWholeRecordFilesItsTiesAndItsExtendedData) {
     EXPECT_TRUE(line->color().isByLayer());
     EXPECT_TRUE(line->hasPersistentReactor(database.layerTableId()));
     EXPECT_EQ(line->extensionDictionary(), dictionary);
-    const List found(line->xData());
-    EXPECT_STREQ(found->resval.rstring, L"RENAMED");
-    hostkit::GroupBlock now;
-    now.appendList(found->rbnext);
-    hostkit::GroupBlock values;
-    values.appendList(data->rbnext);
-    EXPECT_TRUE(now == values);
+    EXPECT_EQ(textOf(List(line->xData())), "1001 RENAMED, 1000 k, 1071 -5, 1010 7/8/9, 1005 1F, 1040 0.1");
 
     AcDbLine free;
     filer.seek(0, 0);
@@ -238,21 +196,16 @@ TEST_F(BinaryRecordsInADrawing, AWholeRecordFilesItsTiesAndItsExtendedData) {
 }
 
 TEST_F(BinaryRecordsInADrawing, RecordsOfTablesAreFoundByTheNameTheyRead) {
-    AcDbObjectId id;
-    {
-        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
-        auto* const layer = new AcDbLayerTableRecord;
-        layer->setName(L"old");
-        ASSERT_EQ(table->add(id, layer), Acad::eOk);
+    change<AcDbLayerTableRecord>(addRecord<AcDbLayerTable>(database, L"old"), [](auto& layer) {
         MemoryDwgFiler filer(AcDb::kUndoFiler);
-        EXPECT_EQ(layer->dwgOut(&filer), Acad::eOk);
-        EXPECT_EQ(layer->setName(L"new"), Acad::eOk);
+        EXPECT_EQ(layer.dwgOut(&filer), Acad::eOk);
+        EXPECT_EQ(layer.setName(L"new"), Acad::eOk);
         filer.seek(0, 0);
-        EXPECT_EQ(layer->dwgIn(&filer), Acad::eOk);
-        layer->close();
-        EXPECT_TRUE(table->has(L"old"));
-        EXPECT_FALSE(table->has(L"new"));
-    }
+        EXPECT_EQ(layer.dwgIn(&filer), Acad::eOk);
+    });
+    const AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+    EXPECT_TRUE(table->has(L"old"));
+    EXPECT_FALSE(table->has(L"new"));
 }
 
 TEST_F(BinaryRecordsInADrawing, RefusalsChangeNothing) {

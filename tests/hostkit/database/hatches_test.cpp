@@ -1,3 +1,5 @@
+#include "drawingparts.h"
+
 #include "dbhatch.h"
 #include "entitymotions.h"
 
@@ -7,31 +9,20 @@
 #include "genurb2d.h"
 #include "hatchcurves.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 
 namespace {
 
+using drawingtest::numbersOf;
 using motions::boxOf;
 using motions::isNear;
 using Curves = std::vector<std::unique_ptr<AcGeCurve2d>>;
 
-AcGePoint2dArray polygon(std::initializer_list<AcGePoint2d> points) {
-    AcGePoint2dArray vertices;
-    for (const AcGePoint2d& point : points) vertices.append(point);
-    return vertices;
-}
+AcGePoint2dArray polygon(std::initializer_list<AcGePoint2d> points) { return drawingtest::arrayOf(points); }
 
 AcGePoint2dArray square(double low, double high) {
     return polygon({{low, low}, {high, low}, {high, high}, {low, high}});
-}
-
-AcGeDoubleArray bulges(std::initializer_list<double> values) {
-    AcGeDoubleArray array;
-    for (const double value : values) array.append(value);
-    return array;
 }
 
 const AcGeDoubleArray straight;
@@ -72,28 +63,24 @@ Curves loopOf(const AcDbHatch& hatch, int index) {
 
 /// Each of the four kinds, both senses, whole and part.
 Curves everyKind() {
-    Curves curves;
-    curves.push_back(std::make_unique<AcGeLineSeg2d>(AcGePoint2d(0.0, 0.0), AcGePoint2d(4.0, 1.0)));
-    curves.push_back(std::make_unique<AcGeCircArc2d>(AcGePoint2d(4.0, 1.0), AcGePoint2d(6.0, 3.0), 0.6));
-    curves.push_back(std::make_unique<AcGeCircArc2d>(AcGePoint2d(4.0, 1.0), AcGePoint2d(6.0, 3.0), -2.5));
-    curves.push_back(std::make_unique<AcGeCircArc2d>(AcGePoint2d(1.0, 1.0), 2.0));
-    curves.push_back(std::make_unique<AcGeCircArc2d>(AcGePoint2d(1.0, 1.0), 2.0, 0.3, 5.0,
-                                                     AcGeVector2d(-1.0, 2.0), Adesk::kTrue));
+    const AcGePoint2d from(4.0, 1.0), to(6.0, 3.0), middle(1.0, 1.0), center(2.0, 5.0);
     const AcGeVector2d along(3.0, 1.0), across(-1.0, 3.0);
-    curves.push_back(std::make_unique<AcGeEllipArc2d>(AcGePoint2d(2.0, 5.0), along, across, 5.0, 2.0));
-    curves.push_back(
-        std::make_unique<AcGeEllipArc2d>(AcGePoint2d(2.0, 5.0), along, across, 5.0, 2.0, 0.7, 4.0));
-    curves.push_back(
-        std::make_unique<AcGeEllipArc2d>(AcGePoint2d(2.0, 5.0), along, -across, 5.0, 2.0, 0.7, 4.0));
-    curves.push_back(
-        std::make_unique<AcGeEllipArc2d>(AcGePoint2d(2.0, 5.0), along, across, 2.0, 5.0, -0.2, 2.0));
-    curves.push_back(
-        std::make_unique<AcGeEllipArc2d>(AcGePoint2d(2.0, 5.0), along, -across, 2.0, 5.0, 1.0, 6.9));
-    const double knots[] = {0, 0, 0, 0, 2, 5, 5, 5, 5};
+    const double knotValues[] = {0, 0, 0, 0, 2, 5, 5, 5, 5};
+    const AcGeKnotVector knots(9, knotValues);
     const AcGePoint2dArray control = polygon({{0, 0}, {1, 4}, {3, -2}, {6, 2}, {7, 0}});
-    curves.push_back(std::make_unique<AcGeNurbCurve2d>(3, AcGeKnotVector(9, knots), control));
-    curves.push_back(std::make_unique<AcGeNurbCurve2d>(3, AcGeKnotVector(9, knots), control,
-                                                       bulges({1.0, 0.5, 2.0, 1.0, 3.0})));
+    Curves curves;
+    for (AcGeCurve2d* const curve : std::initializer_list<AcGeCurve2d*>{
+             new AcGeLineSeg2d({0.0, 0.0}, from), new AcGeCircArc2d(from, to, 0.6),
+             new AcGeCircArc2d(from, to, -2.5), new AcGeCircArc2d(middle, 2.0),
+             new AcGeCircArc2d(middle, 2.0, 0.3, 5.0, {-1.0, 2.0}, Adesk::kTrue),
+             new AcGeEllipArc2d(center, along, across, 5.0, 2.0),
+             new AcGeEllipArc2d(center, along, across, 5.0, 2.0, 0.7, 4.0),
+             new AcGeEllipArc2d(center, along, -across, 5.0, 2.0, 0.7, 4.0),
+             new AcGeEllipArc2d(center, along, across, 2.0, 5.0, -0.2, 2.0),
+             new AcGeEllipArc2d(center, along, -across, 2.0, 5.0, 1.0, 6.9),
+             new AcGeNurbCurve2d(3, knots, control),
+             new AcGeNurbCurve2d(3, knots, control, numbersOf({1.0, 0.5, 2.0, 1.0, 3.0}))})
+        curves.emplace_back(curve);
     return curves;
 }
 
@@ -125,14 +112,14 @@ TEST(Hatches, EdgesComeBackAsTheCurvesTheyWere) {
 TEST(Hatches, PolylineLoopsAreVerticesOrSegments) {
     AcDbHatch hatch;
     const AcGePoint2dArray closed = polygon({{0, 0}, {4, 0}, {4, 4}, {0, 0}});
-    ASSERT_EQ(hatch.appendLoop(AcDbHatch::kExternal, closed, bulges({0.0, 0.5, 0.0, 0.0})), Acad::eOk);
+    ASSERT_EQ(hatch.appendLoop(AcDbHatch::kExternal, closed, numbersOf({0.0, 0.5, 0.0, 0.0})), Acad::eOk);
     Adesk::Int32 type = 0;
     AcGePoint2dArray vertices;
     AcGeDoubleArray found;
     ASSERT_EQ(hatch.getLoopAt(0, type, vertices, found), Acad::eOk);
     EXPECT_EQ(type, AcDbHatch::kExternal | AcDbHatch::kPolyline);
     EXPECT_EQ(vertices.length(), 3) << "the closing vertex is the first one";
-    EXPECT_EQ(found, bulges({0.0, 0.5, 0.0}));
+    EXPECT_EQ(found, numbersOf({0.0, 0.5, 0.0}));
     const Curves segments = loopOf(hatch, 0);
     ASSERT_EQ(segments.size(), 3U);
     EXPECT_EQ(segments[0]->type(), AcGe::kLineSeg2d);
@@ -146,9 +133,9 @@ TEST(Hatches, RefuseLoopsThatAreNone) {
     AcDbHatch hatch;
     EXPECT_EQ(hatch.appendLoop(0, polygon({{1, 1}}), straight), Acad::eInvalidInput);
     EXPECT_EQ(hatch.appendLoop(0, AcGePoint2dArray(), straight), Acad::eInvalidInput);
-    EXPECT_EQ(hatch.appendLoop(0, square(0, 1), bulges({1.0})), Acad::eInvalidInput);
+    EXPECT_EQ(hatch.appendLoop(0, square(0, 1), numbersOf({1.0})), Acad::eInvalidInput);
     EXPECT_EQ(hatch.appendLoop(0, polygon({{0, 0}, {nan, 1}}), straight), Acad::eInvalidInput);
-    EXPECT_EQ(hatch.appendLoop(0, polygon({{0, 0}, {1, 1}}), bulges({nan, 0.0})), Acad::eInvalidInput);
+    EXPECT_EQ(hatch.appendLoop(0, polygon({{0, 0}, {1, 1}}), numbersOf({nan, 0.0})), Acad::eInvalidInput);
     AcGeVoidPointerArray edges;
     AcArray<int> types;
     AcGeLineSeg2d segment(AcGePoint2d(0.0, 0.0), AcGePoint2d(1.0, 0.0));
@@ -200,7 +187,7 @@ TEST(Hatches, AreaByNestingAndStyle) {
     ASSERT_EQ(hatch.appendLoop(0, square(1, 9), straight), Acad::eOk);
     ASSERT_EQ(hatch.appendLoop(0, polygon({{0, 0}, {0, 10}, {10, 10}, {10, 0}}), straight), Acad::eOk);
     ASSERT_EQ(hatch.appendLoop(0, square(2, 8), straight), Acad::eOk);
-    ASSERT_EQ(hatch.appendLoop(0, polygon({{20, 0}, {22, 0}}), bulges({1.0, 1.0})), Acad::eOk);
+    ASSERT_EQ(hatch.appendLoop(0, polygon({{20, 0}, {22, 0}}), numbersOf({1.0, 1.0})), Acad::eOk);
     const double disc = AcGe::kPi;
     struct Case {
         AcDbHatch::HatchStyle style;
@@ -273,7 +260,8 @@ void expectTightBox(const AcDbHatch& hatch, const std::string& name) {
 AcDbHatch hatchOfEverything() {
     AcDbHatch hatch;
     EXPECT_EQ(appendEdges(hatch, everyKind()), Acad::eOk);
-    EXPECT_EQ(hatch.appendLoop(AcDbHatch::kDefault, square(-3, 2), bulges({0.4, 0.0, -0.7, 0.1})), Acad::eOk);
+    EXPECT_EQ(hatch.appendLoop(AcDbHatch::kDefault, square(-3, 2), numbersOf({0.4, 0.0, -0.7, 0.1})),
+              Acad::eOk);
     hatch.setElevation(12.0);
     return hatch;
 }

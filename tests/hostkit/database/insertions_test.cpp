@@ -1,55 +1,38 @@
+#include "drawingparts.h"
+
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbattribute.h"
-#include "dbblocktable.h"
 #include "dbcircle.h"
 #include "dbline.h"
-#include "dbmain.h"
 #include "dbminsert.h"
-#include "dbobjptr.h"
 #include "dbsolid.h"
 #include "entitymotions.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
 namespace {
 
+using namespace drawingtest;
 using motions::boxOf;
 using motions::isNear;
+using motions::partsOf;
 
 class Insertions : public testing::Test {
 protected:
-    AcDbObjectId addBlock(const wchar_t* name, const AcGePoint3d& origin = {}) {
-        AcDbBlockTable* table = nullptr;
-        EXPECT_EQ(m_drawing.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
-        AcDbBlockTableRecord* block = new AcDbBlockTableRecord;
-        EXPECT_EQ(block->setName(name), Acad::eOk);
-        EXPECT_EQ(block->setOrigin(origin), Acad::eOk);
-        AcDbObjectId id;
-        EXPECT_EQ(table->add(id, block), Acad::eOk);
-        block->close();
-        table->close();
-        return id;
-    }
-
-    /// The entity is the block's afterwards, and closed.
-    AcDbObjectId addTo(AcDbObjectId blockId, AcDbEntity* entity) {
-        AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
-        AcDbObjectId id;
-        EXPECT_EQ(block->appendAcDbEntity(id, entity), Acad::eOk);
-        entity->close();
+    AcDbObjectId addBlock(const std::wstring& name, const AcGePoint3d& origin = {}) {
+        const AcDbObjectId id = addRecord<AcDbBlockTable>(m_drawing, name);
+        change<AcDbBlockTableRecord>(id, [&](auto& block) { EXPECT_EQ(block.setOrigin(origin), Acad::eOk); });
         return id;
     }
 
     /// A block with a flag: lines and a solid that no symmetry maps on themselves.
-    AcDbObjectId addFlag(const wchar_t* name, const AcGePoint3d& origin = {}) {
+    AcDbObjectId addFlag(const std::wstring& name, const AcGePoint3d& origin = {}) {
         const AcDbObjectId block = addBlock(name, origin);
-        addTo(block, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 9.0, 1.0}));
-        addTo(block, new AcDbLine({-1.0, 0.0, 0.0}, {2.0, 0.5, -2.0}));
-        addTo(block, new AcDbSolid({0.0, 9.0, 0.0}, {5.0, 8.0, 0.0}, {0.0, 6.0, 0.0}, {3.0, 5.0, 0.0}));
+        append(block, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 9.0, 1.0}));
+        append(block, new AcDbLine({-1.0, 0.0, 0.0}, {2.0, 0.5, -2.0}));
+        append(block, new AcDbSolid({0.0, 9.0, 0.0}, {5.0, 8.0, 0.0}, {0.0, 6.0, 0.0}, {3.0, 5.0, 0.0}));
         return block;
     }
 
@@ -57,12 +40,7 @@ protected:
     void addParts(const AcDbEntity& entity, AcDbExtents& box) {
         const auto* reference = AcDbBlockReference::cast(&entity);
         if (!reference) return box.addExt(boxOf(entity));
-        AcDbVoidPtrArray parts;
-        ASSERT_EQ(reference->explode(parts), Acad::eOk);
-        for (void* part : parts) {
-            const std::unique_ptr<AcDbEntity> owned(static_cast<AcDbEntity*>(part));
-            addParts(*owned, box);
-        }
+        for (const auto& part : partsOf<AcDbEntity>(*reference)) addParts(*part, box);
     }
     AcDbExtents boxOfParts(const AcDbEntity& entity) {
         AcDbExtents box;
@@ -151,7 +129,7 @@ TEST_F(Insertions, StretchAlongTheAxesIsTakenUpAndSkewIsRefused) {
 
 TEST_F(Insertions, BoxOfElevatedMirroredAndTurnedBlocks) {
     const AcDbObjectId block = addBlock(L"BAR", {1.0, 0.0, 0.0});
-    addTo(block, new AcDbLine({1.0, 0.0, 0.0}, {4.0, 1.0, 2.0}));
+    append(block, new AcDbLine({1.0, 0.0, 0.0}, {4.0, 1.0, 2.0}));
     struct Case {
         const char* name;
         AcGeScale3d scale;
@@ -189,16 +167,16 @@ TEST_F(Insertions, BoxIsThatOfThePartsHoweverDeep) {
     motions::Random random(11);
     for (int round = 0; round < 30; ++round) {
         const std::wstring number = std::to_wstring(round);
-        AcDbObjectId inner = addFlag((L"FLAG" + number).c_str(), random.point(5.0));
+        AcDbObjectId inner = addFlag(L"FLAG" + number, random.point(5.0));
         for (int level = 0; level < 3; ++level) {
             const AcDbObjectId outer =
-                addBlock((L"LEVEL" + number + L"-" + std::to_wstring(level)).c_str(), random.point(5.0));
+                addBlock(L"LEVEL" + number + L"-" + std::to_wstring(level), random.point(5.0));
             for (int copy = 0; copy < 2; ++copy) {
                 AcDbBlockReference* reference = new AcDbBlockReference({}, inner);
                 scatter(*reference, random, false);
-                addTo(outer, reference);
+                append(outer, reference);
             }
-            addTo(outer, new AcDbLine(random.point(20.0), random.point(20.0)));
+            append(outer, new AcDbLine(random.point(20.0), random.point(20.0)));
             inner = outer;
         }
         AcDbBlockReference whole({}, inner);
@@ -207,26 +185,29 @@ TEST_F(Insertions, BoxIsThatOfThePartsHoweverDeep) {
     }
 }
 
+void fill(AcDbMInsertBlock& array, AcDbObjectId block, Adesk::UInt16 columns, double columnSpacing,
+          Adesk::UInt16 rows, double rowSpacing) {
+    ASSERT_EQ(array.setBlockTableRecord(block), Acad::eOk);
+    ASSERT_EQ(array.setColumns(columns), Acad::eOk);
+    ASSERT_EQ(array.setColumnSpacing(columnSpacing), Acad::eOk);
+    ASSERT_EQ(array.setRows(rows), Acad::eOk);
+    ASSERT_EQ(array.setRowSpacing(rowSpacing), Acad::eOk);
+}
+
 TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
     motions::Random random(6);
     const AcDbObjectId block = addFlag(L"FLAG", {1.0, 1.0, 1.0});
     for (const motions::Motion& motion : motions::all()) {
         AcDbMInsertBlock array;
-        ASSERT_EQ(array.setBlockTableRecord(block), Acad::eOk);
+        fill(array, block, 4, 17.0, 3, -25.0);
         scatter(array, random, false);
-        ASSERT_EQ(array.setColumns(4), Acad::eOk);
-        ASSERT_EQ(array.setRows(3), Acad::eOk);
-        ASSERT_EQ(array.setColumnSpacing(17.0), Acad::eOk);
-        ASSERT_EQ(array.setRowSpacing(-25.0), Acad::eOk);
         EXPECT_TRUE(isNear(boxOf(array), boxOfParts(array)));
-        AcDbVoidPtrArray before;
-        ASSERT_EQ(array.explode(before), Acad::eOk);
-        EXPECT_EQ(before.length(), 36);
+        const auto before = partsOf<AcDbEntity>(array);
+        EXPECT_EQ(before.size(), 36u);
         AcDbExtents moved;
-        for (void* part : before) {
-            const std::unique_ptr<AcDbEntity> owned(static_cast<AcDbEntity*>(part));
-            ASSERT_EQ(owned->transformBy(motion.matrix), Acad::eOk);
-            moved.addExt(boxOf(*owned));
+        for (const auto& part : before) {
+            ASSERT_EQ(part->transformBy(motion.matrix), Acad::eOk);
+            moved.addExt(boxOf(*part));
         }
         if (!motion.keepsShape) continue;
         ASSERT_EQ(array.transformBy(motion.matrix), Acad::eOk) << motion.name;
@@ -234,20 +215,14 @@ TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
     }
     const AcDbObjectId holder = addBlock(L"HOLDER");
     auto* nested = new AcDbMInsertBlock;
-    ASSERT_EQ(nested->setBlockTableRecord(block), Acad::eOk);
-    ASSERT_EQ(nested->setRows(5), Acad::eOk);
-    ASSERT_EQ(nested->setRowSpacing(30.0), Acad::eOk);
-    addTo(holder, nested);
+    fill(*nested, block, 1, 0.0, 5, 30.0);
+    append(holder, nested);
     AcDbBlockReference turned({}, holder);
     scatter(turned, random, false);
     EXPECT_TRUE(isNear(boxOf(turned), boxOfParts(turned)));
 
     AcDbMInsertBlock huge;
-    ASSERT_EQ(huge.setBlockTableRecord(block), Acad::eOk);
-    ASSERT_EQ(huge.setColumns(32767), Acad::eOk);
-    ASSERT_EQ(huge.setRows(32767), Acad::eOk);
-    ASSERT_EQ(huge.setColumnSpacing(1.0), Acad::eOk);
-    ASSERT_EQ(huge.setRowSpacing(2.0), Acad::eOk);
+    fill(huge, block, 32767, 1.0, 32767, 2.0);
     EXPECT_TRUE(isNear(boxOf(huge), AcDbExtents({-2.0, -1.0, -3.0}, {32770.0, 65540.0, 0.0})));
     EXPECT_EQ(huge.setColumns(0), Acad::eInvalidInput);
     EXPECT_EQ(huge.setRows(32768), Acad::eInvalidInput);
@@ -256,11 +231,11 @@ TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
 TEST_F(Insertions, BlocksThatHoldThemselvesEnd) {
     const AcDbObjectId outer = addFlag(L"OUTER");
     const AcDbObjectId inner = addBlock(L"INNER");
-    addTo(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
+    append(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
     AcDbBlockReference* down = new AcDbBlockReference({100.0, 0.0, 0.0}, inner);
-    addTo(outer, down);
+    append(outer, down);
     // The class refuses such a block, but a file may have one.
-    addTo(inner, new AcDbBlockReference({0.0, 100.0, 0.0}, outer));
+    append(inner, new AcDbBlockReference({0.0, 100.0, 0.0}, outer));
     AcDbBlockReference whole({}, outer);
     whole.setRotation(0.0);
     EXPECT_TRUE(isNear(boxOf(whole), AcDbExtents({-1.0, 0.0, -2.0}, {100.0, 9.0, 5.0})));
@@ -273,8 +248,8 @@ TEST_F(Insertions, ABlockCannotBePutIntoItself) {
     const AcDbObjectId outer = addBlock(L"OUTER");
     const AcDbObjectId middle = addBlock(L"MIDDLE");
     const AcDbObjectId inner = addFlag(L"INNER");
-    addTo(outer, new AcDbBlockReference({}, middle));
-    const AcDbObjectId inMiddle = addTo(middle, new AcDbBlockReference({}, inner));
+    append(outer, new AcDbBlockReference({}, middle));
+    const AcDbObjectId inMiddle = append(middle, new AcDbBlockReference({}, inner));
     AcDbObjectPointer<AcDbBlockReference> reference(inMiddle, AcDb::kForWrite);
     EXPECT_EQ(reference->setBlockTableRecord(outer), Acad::eCyclicReference);
     EXPECT_EQ(reference->setBlockTableRecord(middle), Acad::eCyclicReference);
@@ -291,12 +266,12 @@ TEST_F(Insertions, BlocksThatMultiplyAreReckonedInTime) {
     AcDbObjectId inner = addFlag(L"FLAG");
     const double far = 100.0;
     for (int level = 0; level < 40; ++level) {
-        const AcDbObjectId outer = addBlock((L"LEVEL" + std::to_wstring(level)).c_str());
+        const AcDbObjectId outer = addBlock(L"LEVEL" + std::to_wstring(level));
         for (const double side : {-1.0, 1.0}) {
             AcDbBlockReference* reference = new AcDbBlockReference({side * far, 0.0, 0.0}, inner);
             reference->setRotation(side * 0.1);
             reference->setScaleFactors(AcGeScale3d(0.4));
-            addTo(outer, reference);
+            append(outer, reference);
         }
         inner = outer;
     }
@@ -309,8 +284,9 @@ TEST_F(Insertions, BlocksThatMultiplyAreReckonedInTime) {
     EXPECT_LT(box.maxPoint().x, 4.0 * far);
 }
 
-AcDbAttribute* newAttribute(const wchar_t* tag, const AcGePoint3d& position) {
-    AcDbAttribute* attribute = new AcDbAttribute;
+template <class Attribute = AcDbAttribute>
+Attribute* newAttribute(const wchar_t* tag, const AcGePoint3d& position) {
+    auto* const attribute = new Attribute;
     attribute->setTag(tag);
     attribute->setTextString(L"value");
     attribute->setHeight(2.0);
@@ -320,11 +296,7 @@ AcDbAttribute* newAttribute(const wchar_t* tag, const AcGePoint3d& position) {
 
 TEST_F(Insertions, AttributesBelongToTheReference) {
     const AcDbObjectId block = addFlag(L"FLAG");
-    AcDbAttributeDefinition* definition = new AcDbAttributeDefinition;
-    definition->setTag(L"FAR");
-    definition->setHeight(1.0);
-    definition->setPosition({1000.0, 0.0, 0.0});
-    addTo(block, definition);
+    append(block, newAttribute<AcDbAttributeDefinition>(L"FAR", {1000.0, 0.0, 0.0}));
     AcDbBlockReference free({}, block);
     const AcDbExtents bare = boxOf(free);
     EXPECT_LT(bare.maxPoint().x, 100.0) << "a definition that asks for a value is not seen";
@@ -352,7 +324,7 @@ TEST_F(Insertions, AttributesBelongToTheReference) {
 TEST_F(Insertions, ResidentAttributesMoveTogetherOrNotAtAll) {
     AcDbBlockReference* made = new AcDbBlockReference({}, addFlag(L"FLAG"));
     ASSERT_EQ(made->appendAttribute(newAttribute(L"FIRST", {1.0, 0.0, 0.0})), Acad::eOk);
-    const AcDbObjectId id = addTo(m_drawing.modelSpaceId(), made);
+    const AcDbObjectId id = append(m_drawing.modelSpaceId(), made);
     AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForWrite);
     AcDbObjectId second;
     AcDbAttribute* attribute = newAttribute(L"SECOND", {2.0, 0.0, 0.0});
@@ -385,7 +357,7 @@ TEST_F(Insertions, ResidentAttributesMoveTogetherOrNotAtAll) {
 
 TEST_F(Insertions, WhatCannotFollowIsNotTakenApart) {
     const AcDbObjectId block = addFlag(L"FLAG");
-    addTo(block, new AcDbCircle({0.0, 0.0, 0.0}, AcGeVector3d::kZAxis, 4.0));
+    append(block, new AcDbCircle({0.0, 0.0, 0.0}, AcGeVector3d::kZAxis, 4.0));
     AcDbBlockReference reference({}, block);
     ASSERT_EQ(reference.setScaleFactors({2.0, 1.0, 1.0}), Acad::eOk);
     AcDbVoidPtrArray parts;

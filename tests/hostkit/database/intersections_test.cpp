@@ -1,19 +1,8 @@
-#include "dbarc.h"
-#include "dbcircle.h"
-#include "dbellipse.h"
-#include "dbline.h"
-#include "dbpolyline.h"
-#include "dbray.h"
-#include "dbxline.h"
-#include "gemat3d.h"
-#include "geplane.h"
+#include "curvecases.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <random>
-#include <string>
-#include <vector>
+
+using namespace curvecases;
 
 namespace {
 
@@ -24,36 +13,22 @@ CurvePointer lineOf(double x1, double y1, double x2, double y2) {
 }
 
 CurvePointer xlineOf(double x, double y, double dx, double dy) {
-    auto line = std::make_shared<AcDbXline>();
-    line->setBasePoint(AcGePoint3d(x, y, 0));
-    line->setUnitDir(AcGeVector3d(dx, dy, 0));
-    return line;
+    return throughPoint<AcDbXline>({x, y, 0}, {dx, dy, 0});
 }
 
 CurvePointer rayOf(double x, double y, double dx, double dy) {
-    auto ray = std::make_shared<AcDbRay>();
-    ray->setBasePoint(AcGePoint3d(x, y, 0));
-    ray->setUnitDir(AcGeVector3d(dx, dy, 0));
-    return ray;
+    return throughPoint<AcDbRay>({x, y, 0}, {dx, dy, 0});
 }
 
 CurvePointer circleOf(double x, double y, double radius) {
     return std::make_shared<AcDbCircle>(AcGePoint3d(x, y, 0), AcGeVector3d::kZAxis, radius);
 }
 
-CurvePointer polylineOf(const std::vector<std::array<double, 3>>& vertices, bool closed) {
-    auto polyline = std::make_shared<AcDbPolyline>();
-    for (const auto& [x, y, bulge] : vertices)
-        polyline->addVertexAt(polyline->numVerts(), AcGePoint2d(x, y), bulge);
-    polyline->setClosed(closed);
-    return polyline;
-}
-
 CurvePointer squareOf(double x, double y, double side) {
-    return polylineOf({{x, y, 0}, {x + side, y, 0}, {x + side, y + side, 0}, {x, y + side, 0}}, true);
+    return polyline({{x, y, 0}, {x + side, y, 0}, {x + side, y + side, 0}, {x, y + side, 0}}, true);
 }
 
-struct Case {
+struct Meeting {
     std::string name;
     CurvePointer first;
     CurvePointer second;
@@ -61,7 +36,7 @@ struct Case {
     AcDb::Intersect type = AcDb::kOnBothOperands;
 };
 
-std::vector<Case> cases() {
+std::vector<Meeting> cases() {
     const double h = std::sqrt(3.0);
     return {
         {"lines cross", lineOf(0, 0, 4, 4), lineOf(0, 4, 4, 0), {{2, 2, 0}}},
@@ -91,25 +66,25 @@ std::vector<Case> cases() {
         {"rays run together", rayOf(0, 0, 1, 0), rayOf(3, 0, -1, 0), {{0, 0, 0}, {3, 0, 0}}},
         {"line touches a circle of two half circles at their vertex",
          xlineOf(2, 0, 0, 1),
-         polylineOf({{-2, 0, 1}, {2, 0, 1}}, true),
+         polyline({{-2, 0, 1}, {2, 0, 1}}, true),
          {}},
         {"line through the vertices of two half circles",
          xlineOf(0, 0, 1, 0),
-         polylineOf({{-2, 0, 1}, {2, 0, 1}}, true),
+         polyline({{-2, 0, 1}, {2, 0, 1}}, true),
          {{-2, 0, 0}, {2, 0, 0}}},
         {"line along the tangent where an S goes over",
          xlineOf(0, 0, 0, 1),
-         polylineOf({{-2, 0, -1}, {0, 0, 1}, {2, 0, 0}}, false),
+         polyline({{-2, 0, -1}, {0, 0, 1}, {2, 0, 0}}, false),
          {{0, 0, 0}}},
         {"squares cross", squareOf(0, 0, 2), squareOf(1, 1, 2), {{2, 1, 0}, {1, 2, 0}}},
         {"squares share part of a side", squareOf(0, 0, 2), squareOf(2, 1, 2), {{2, 1, 0}, {2, 2, 0}}},
         {"squares share a side and its neighbours' halves",
          squareOf(0, 0, 2),
-         polylineOf({{1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 2, 0}}, true),
+         polyline({{1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 2, 0}}, true),
          {{1, 0, 0}, {1, 2, 0}}},
         {"common run across the start of a closed curve",
          squareOf(0, 0, 2),
-         polylineOf({{1, 0, 0}, {0, 0, 0}, {0, 1, 0}, {-3, 1, 0}}, false),
+         polyline({{1, 0, 0}, {0, 0, 0}, {0, 1, 0}, {-3, 1, 0}}, false),
          {{1, 0, 0}, {0, 1, 0}}},
         {"the same square", squareOf(0, 0, 2), squareOf(0, 0, 2), {{0, 0, 0}}},
         {"squares meet at a corner", squareOf(0, 0, 2), squareOf(2, 2, 2), {{2, 2, 0}}},
@@ -122,7 +97,7 @@ std::vector<Case> cases() {
          {{-2, 0, 0}},
          AcDb::kExtendThis},
         {"open polyline extended at its end",
-         polylineOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, false),
+         polyline({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, false),
          lineOf(0, 5, 3, 5),
          {{1, 5, 0}},
          AcDb::kExtendThis},
@@ -133,53 +108,27 @@ std::vector<Case> cases() {
     };
 }
 
-struct Placement {
-    std::string name;
-    AcGeMatrix3d matrix;
-};
-
-std::vector<Placement> placements() {
-    return {{"as made", AcGeMatrix3d()},
-            {"a million units out", AcGeMatrix3d::translation(AcGeVector3d(1e6, -1e6, 0))},
-            {"turned", AcGeMatrix3d::rotation(0.7, AcGeVector3d::kZAxis)},
-            {"in a slanted plane", AcGeMatrix3d::rotation(1.1, AcGeVector3d(1, 2, 3))},
-            {"mirrored", AcGeMatrix3d::mirroring(AcGePlane::kYZPlane())},
-            {"upside down", AcGeMatrix3d::rotation(AcGe::kPi, AcGeVector3d::kXAxis)}};
-}
-
-CurvePointer placed(const CurvePointer& curve, const AcGeMatrix3d& matrix) {
-    CurvePointer copy(AcDbCurve::cast(curve->clone()));
-    EXPECT_EQ(copy->transformBy(matrix), Acad::eOk);
-    return copy;
-}
-
-bool contains(const AcGePoint3dArray& points, const AcGePoint3d& wanted) {
-    for (const AcGePoint3d& point : points)
-        if (point.distanceTo(wanted) <= 1e-9 + 64 * AcGe::ulpOf(wanted.largestCoordinate())) return true;
-    return false;
-}
+double allowance(const AcGePoint3d& point) { return 1e-9 + 64 * AcGe::ulpOf(point.largestCoordinate()); }
 
 } // namespace
 
 TEST(Intersections, EveryMeetingOnceInTheFirstCurvesOrder) {
-    for (const Placement& placement : placements()) {
-        for (const Case& c : cases()) {
-            SCOPED_TRACE(c.name + ", " + placement.name);
-            const CurvePointer first = placed(c.first, placement.matrix);
-            const CurvePointer second = placed(c.second, placement.matrix);
+    for (const auto& [place, matrix] : placements()) {
+        for (const Meeting& c : cases()) {
+            SCOPED_TRACE(c.name + ", " + place);
+            const auto first = placed(*c.first, matrix);
+            const auto second = placed(*c.second, matrix);
             AcGePoint3dArray points;
             ASSERT_EQ(first->intersectWith(second.get(), c.type, points), Acad::eOk);
             ASSERT_EQ(points.length(), static_cast<int>(c.expected.size()));
             // A circle's start moves with the axes of its normal, and the order with it.
             const bool keepsOrder = !AcDbCircle::cast(c.first.get());
             for (int i = 0; i < points.length(); ++i) {
-                const AcGePoint3d wanted = placement.matrix * c.expected[static_cast<std::size_t>(i)];
+                const AcGePoint3d wanted = matrix * c.expected[static_cast<std::size_t>(i)];
                 if (keepsOrder) {
-                    EXPECT_LE(points[i].distanceTo(wanted),
-                              1e-9 + 64 * AcGe::ulpOf(wanted.largestCoordinate()))
-                        << i;
+                    EXPECT_LE(points[i].distanceTo(wanted), allowance(wanted)) << i;
                 } else if (c.name != "the same circle") {
-                    EXPECT_TRUE(contains(points, wanted)) << i;
+                    EXPECT_TRUE(hasPoint(points, wanted, allowance(wanted))) << i;
                 }
             }
         }
@@ -187,39 +136,40 @@ TEST(Intersections, EveryMeetingOnceInTheFirstCurvesOrder) {
 }
 
 TEST(Intersections, OperandsMayBeExchanged) {
-    for (const Case& c : cases()) {
+    for (const Meeting& c : cases()) {
         if (c.type != AcDb::kOnBothOperands) continue;
         AcGePoint3dArray points;
         ASSERT_EQ(c.second->intersectWith(c.first.get(), c.type, points), Acad::eOk) << c.name;
         ASSERT_EQ(points.length(), static_cast<int>(c.expected.size())) << c.name;
         if (c.expected.size() < 2) continue; // the start of a closed common run depends on the order
-        for (const AcGePoint3d& wanted : c.expected) EXPECT_TRUE(contains(points, wanted)) << c.name;
+        for (const AcGePoint3d& wanted : c.expected)
+            EXPECT_TRUE(hasPoint(points, wanted, allowance(wanted))) << c.name;
     }
 }
 
 TEST(Intersections, CrossingsOfLongContoursAreThoseOfAllPairsOfSegments) {
     std::mt19937 random(20260711);
     std::uniform_real_distribution<double> jitter(-0.3, 0.3);
-    std::vector<std::array<double, 3>> wave1;
-    std::vector<std::array<double, 3>> wave2;
+    std::vector<Vertex> wave1;
+    std::vector<Vertex> wave2;
     for (int i = 0; i < 300; ++i) {
         wave1.push_back(
             {i + jitter(random), (i % 2 ? 1.0 : -1.0) + jitter(random), i % 3 == 0 ? jitter(random) : 0.0});
         wave2.push_back({i + 0.4 + jitter(random), jitter(random) * 4, i % 4 == 0 ? jitter(random) : 0.0});
     }
-    const CurvePointer long1 = polylineOf(wave1, false);
-    const CurvePointer long2 = polylineOf(wave2, false);
+    const CurvePointer long1 = polyline(wave1, false);
+    const CurvePointer long2 = polyline(wave2, false);
     AcGePoint3dArray swept;
     ASSERT_EQ(long1->intersectWith(long2.get(), AcDb::kOnBothOperands, swept), Acad::eOk);
     AcGePoint3dArray plain;
     for (std::size_t i = 0; i + 1 < wave1.size(); ++i)
         for (std::size_t j = 0; j + 1 < wave2.size(); ++j)
-            polylineOf({wave1[i], wave1[i + 1]}, false)
-                ->intersectWith(polylineOf({wave2[j], wave2[j + 1]}, false).get(), AcDb::kOnBothOperands,
+            polyline({wave1[i], wave1[i + 1]}, false)
+                ->intersectWith(polyline({wave2[j], wave2[j + 1]}, false).get(), AcDb::kOnBothOperands,
                                 plain);
     EXPECT_GT(swept.length(), 250);
     EXPECT_EQ(swept.length(), plain.length());
-    for (const AcGePoint3d& point : plain) EXPECT_TRUE(contains(swept, point));
+    for (const AcGePoint3d& point : plain) EXPECT_TRUE(hasPoint(swept, point, allowance(point)));
     double last = -1.0;
     for (const AcGePoint3d& point : swept) {
         double parameter = 0.0;

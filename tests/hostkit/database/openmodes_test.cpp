@@ -1,21 +1,18 @@
+#include "drawingparts.h"
+
 #include "actrans.h"
 #include "dbline.h"
-#include "dbobjptr.h"
 #include "dbpoint.h"
-#include "dbsymtb.h"
 
 #include <fstream>
 #include <functional>
-#include <gtest/gtest.h>
 #include <map>
 #include <sstream>
-#include <string>
 #include <vector>
 
 namespace {
 
-std::string narrow(const wchar_t* text) { return {text, text + std::wcslen(text)}; }
-std::string nameOf(Acad::ErrorStatus status) { return narrow(acadErrorStatusText(status)); }
+using namespace drawingtest;
 
 std::vector<std::string> cellsOf(const std::string& row) {
     std::vector<std::string> cells;
@@ -47,13 +44,8 @@ struct Subject {
     AcDbObjectId id;
 
     explicit Subject(const std::string& state) {
-        AcDbBlockTableRecord* space = nullptr;
-        EXPECT_EQ(Acad::eOk, acdbOpenObject(space, database.modelSpaceId(), AcDb::kForWrite));
-        auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
-        EXPECT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
-        space->close();
-        if (state == "erased") line->erase();
-        line->close();
+        id = appendToModelSpace(database, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+        if (state == "erased") erase(id);
         if (state.starts_with("read"))
             open(AcDb::kForRead, state == "read 2" ? 2 : state == "read 256" ? 256 : 1);
         if (state.starts_with("write")) open(AcDb::kForWrite);
@@ -156,7 +148,7 @@ void checkTable(const Table& table) {
             const std::string& cell = table[row][column];
             const auto colon = cell.find(": ");
             Subject subject(states[column]);
-            const std::string status = nameOf(request->second(subject));
+            const std::string status = narrow(acadErrorStatusText(request->second(subject)));
             EXPECT_EQ(cell.substr(0, colon), status);
             if (colon != std::string::npos) {
                 EXPECT_EQ(cell.substr(colon + 2), subject.state());

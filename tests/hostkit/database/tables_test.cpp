@@ -1,33 +1,21 @@
 // Symbol tables, dictionaries and their iterators.
 
-#include "dbdict.h"
-#include "dbdictdflt.h"
-#include "dbobjptr.h"
-#include "dbpoint.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
+#include "drawingparts.h"
 
-#include <gtest/gtest.h>
-#include <memory>
+#include "dbdictdflt.h"
+#include "dbpoint.h"
+
 #include <set>
 
 namespace {
+
+using namespace drawingtest;
 
 class Tables : public testing::Test {
 protected:
     void TearDown() override { EXPECT_EQ(0, database.numOpenObjects()); }
 
-    AcDbObjectId addLayer(const wchar_t* name, Acad::ErrorStatus expected = Acad::eOk) {
-        AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
-        auto layer = std::make_unique<AcDbLayerTableRecord>();
-        EXPECT_EQ(Acad::eOk, layer->setName(name));
-        AcDbObjectId id;
-        const Acad::ErrorStatus status = table->add(id, layer.get());
-        EXPECT_EQ(expected, status);
-        if (status != Acad::eOk) return id;
-        EXPECT_EQ(Acad::eOk, layer.release()->close());
-        return id;
-    }
+    AcDbObjectId addLayer(const wchar_t* name) { return addRecord<AcDbLayerTable>(database, name); }
     std::vector<std::wstring> layerNames(bool forward = true, bool skipErased = true) {
         AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
         AcDbLayerTableIterator* made = nullptr;
@@ -42,21 +30,15 @@ protected:
         }
         return names;
     }
-    Acad::ErrorStatus erase(AcDbObjectId id, bool erasing = true) {
-        AcDbObject* object = nullptr;
-        EXPECT_EQ(Acad::eOk, acdbOpenAcDbObject(object, id, AcDb::kForWrite, true));
-        const Acad::ErrorStatus status = object->erase(erasing);
-        object->close();
-        return status;
-    }
-
     AcDbDatabase database;
 };
 
 TEST_F(Tables, NamesAreFoldedAndUnique) {
     const AcDbObjectId walls = addLayer(L"Wände");
-    addLayer(L"WÄNDE", Acad::eDuplicateKey);
-    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
+    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
+    AcDbLayerTableRecord taken;
+    EXPECT_EQ(Acad::eOk, taken.setName(L"WÄNDE"));
+    EXPECT_EQ(Acad::eDuplicateKey, table->add(&taken));
     AcDbObjectId id = database.layerZero();
     EXPECT_EQ(Acad::eOk, table->getAt(L"wäNDe", id));
     EXPECT_EQ(walls, id);
@@ -169,17 +151,8 @@ TEST_F(Tables, UnnamedBlocksGetNumbers) {
 }
 
 TEST_F(Tables, ErasingABlockErasesItsEntities) {
-    AcDbObjectId entity, blockId;
-    {
-        AcDbSymbolTablePointer<AcDbBlockTable> table(&database, AcDb::kForWrite);
-        auto* block = new AcDbBlockTableRecord;
-        block->setName(L"Stair");
-        ASSERT_EQ(Acad::eOk, table->add(blockId, block));
-        auto* point = new AcDbPoint;
-        ASSERT_EQ(Acad::eOk, block->appendAcDbEntity(entity, point));
-        point->close();
-        block->close();
-    }
+    const AcDbObjectId blockId = addRecord<AcDbBlockTable>(database, L"Stair");
+    const AcDbObjectId entity = append(blockId, new AcDbPoint);
     EXPECT_EQ(Acad::eOk, erase(blockId));
     EXPECT_TRUE(entity.isErased());
     EXPECT_EQ(Acad::eOk, erase(blockId, false));
@@ -188,17 +161,8 @@ TEST_F(Tables, ErasingABlockErasesItsEntities) {
 
 class Dictionaries : public Tables {
 protected:
-    AcDbObjectId addEntry(const wchar_t* name, AcDbObject* object = nullptr) {
-        AcDbDictionary* root = nullptr;
-        EXPECT_EQ(Acad::eOk, database.getNamedObjectsDictionary(root, AcDb::kForWrite));
-        AcDbObject* added = object ? object : new AcDbXrecord;
-        AcDbObjectId id;
-        EXPECT_EQ(Acad::eOk, root->setAt(name, added, id));
-        EXPECT_TRUE(added->isWriteEnabled());
-        EXPECT_EQ(root->objectId(), added->ownerId());
-        added->close();
-        root->close();
-        return id;
+    AcDbObjectId addEntry(const wchar_t* name, AcDbObject* object = new AcDbXrecord) {
+        return enter(database.namedObjectsDictionaryId(), name, object);
     }
     std::vector<std::wstring> entryNames() {
         AcDbDictionary* root = nullptr;
@@ -319,13 +283,7 @@ TEST_F(Dictionaries, RemoveRenameAndWalkMeanwhile) {
 
 TEST_F(Dictionaries, NestedOnesAreErasedAndRestoredWhole) {
     const AcDbObjectId outer = addEntry(L"outer", new AcDbDictionary);
-    AcDbObjectId inner;
-    {
-        AcDbObjectPointer<AcDbDictionary> dictionary(outer, AcDb::kForWrite);
-        auto* record = new AcDbXrecord;
-        ASSERT_EQ(Acad::eOk, dictionary->setAt(L"record", record, inner));
-        record->close();
-    }
+    const AcDbObjectId inner = enter(outer, L"record");
     EXPECT_EQ(Acad::eOk, erase(outer));
     EXPECT_TRUE(inner.isErased());
     EXPECT_EQ(Acad::eOk, erase(outer, false));
@@ -343,13 +301,8 @@ TEST_F(Dictionaries, ExtensionDictionariesGoWithTheirObject) {
         extension = record->extensionDictionary();
         EXPECT_EQ(Acad::eOk, record->createExtensionDictionary());
         EXPECT_EQ(extension, record->extensionDictionary()) << "one is enough";
-        AcDbObjectPointer<AcDbDictionary> dictionary(extension, AcDb::kForWrite);
-        EXPECT_EQ(layer, dictionary->ownerId());
-        AcDbObjectId id;
-        auto* entry = new AcDbXrecord;
-        ASSERT_EQ(Acad::eOk, dictionary->setAt(L"entry", entry, id));
-        entry->close();
-        dictionary.close();
+        EXPECT_EQ(layer, AcDbObjectPointer<AcDbDictionary>(extension, AcDb::kForRead)->ownerId());
+        enter(extension, L"entry");
         EXPECT_EQ(Acad::eContainerNotEmpty, record->releaseExtensionDictionary());
     }
     ASSERT_EQ(Acad::eOk, erase(layer));
@@ -361,16 +314,12 @@ TEST_F(Dictionaries, ExtensionDictionariesGoWithTheirObject) {
 }
 
 TEST_F(Dictionaries, TheDefaultStandsForMissingNames) {
-    auto* dictionary = new AcDbDictionaryWithDefault;
-    const AcDbObjectId id = addEntry(L"styles", dictionary);
+    const AcDbObjectId id = addEntry(L"styles", new AcDbDictionaryWithDefault);
+    const AcDbObjectId normalId = enter(id, L"Normal");
     AcDbObjectPointer<AcDbDictionaryWithDefault> writing(id, AcDb::kForWrite);
     AcDbObjectId found = id;
     EXPECT_EQ(Acad::eKeyNotFound, writing->getAtOrDefault(L"any", found));
     EXPECT_EQ(id, found);
-    auto* normal = new AcDbXrecord;
-    AcDbObjectId normalId;
-    ASSERT_EQ(Acad::eOk, writing->setAt(L"Normal", normal, normalId));
-    normal->close();
     ASSERT_EQ(Acad::eOk, writing->setDefaultId(normalId));
     EXPECT_EQ(Acad::eOk, writing->getAtOrDefault(L"any", found));
     EXPECT_EQ(normalId, found);

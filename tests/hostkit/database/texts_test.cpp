@@ -1,12 +1,10 @@
+#include "drawingparts.h"
+
 #include "dbattdef.h"
 #include "dbattribute.h"
 #include "dbmtext.h"
 #include "dbtext.h"
 #include "entitymotions.h"
-
-#include "adsdef.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
@@ -28,26 +26,22 @@ std::wstring taken(wchar_t* text) {
 }
 
 TEST(Texts, CodesCountAsTheLettersThatAreSeen) {
-    struct Case {
-        const wchar_t* text;
-        int letters;
-    };
-    for (const Case& c : {Case{L"", 0},
-                          {L"abc", 3},
-                          {L"%%c12", 3},
-                          {L"%%D%%p%%C", 3},
-                          {L"%%%", 1},
-                          {L"%%utitle%%u", 5},
-                          {L"%%065%%66", 2},
-                          {L"%%007", 0},
-                          {L"50%", 3},
-                          {L"%%", 2},
-                          {L"%%x", 3},
-                          {L"\\U+00E9t", 2},
-                          {L"\\U+00Ex", 7}}) {
-        const AcDbText text({}, c.text, AcDbObjectId(), 5.0);
-        EXPECT_DOUBLE_EQ(text.estimatedWidth(), 3.0 * c.letters)
-            << std::string(c.text, c.text + wcslen(c.text));
+    for (const auto& [text, letters] :
+         std::initializer_list<std::pair<const wchar_t*, int>>{{L"", 0},
+                                                               {L"abc", 3},
+                                                               {L"%%c12", 3},
+                                                               {L"%%D%%p%%C", 3},
+                                                               {L"%%%", 1},
+                                                               {L"%%utitle%%u", 5},
+                                                               {L"%%065%%66", 2},
+                                                               {L"%%007", 0},
+                                                               {L"50%", 3},
+                                                               {L"%%", 2},
+                                                               {L"%%x", 3},
+                                                               {L"\\U+00E9t", 2},
+                                                               {L"\\U+00Ex", 7}}) {
+        EXPECT_DOUBLE_EQ(AcDbText({}, text, AcDbObjectId(), 5.0).estimatedWidth(), 3.0 * letters)
+            << drawingtest::narrow(text);
     }
 }
 
@@ -185,26 +179,23 @@ TEST(Texts, SettersRefuseWhatATextCannotHave) {
 }
 
 TEST(Paragraphs, PlainTextHasNoCodes) {
-    struct Case {
-        const wchar_t* contents;
-        const wchar_t* plain;
-    };
-    const Case cases[] = {{L"one\\Ptwo\nthree", L"one\ntwo\nthree"},
-                          {L"{\\fArial|b1|i0;bold} {\\H2.5x;\\C1;high}", L"bold high"},
-                          {L"\\A1;\\pi1,l2;a\\~b\\\\c\\{d\\}", L"a\u00A0b\\c{d}"},
-                          {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", L"1/2 +0.1 -0.2 3/4"},
-                          {L"\\Lunder\\l %%c12 \\U+00B2", L"under \u230012 \u00B2"},
-                          {L"^Itab^J^ ^M", L"\ttab\n^"},
-                          {L"\\H2.5 never closed", L""},
-                          {L"lone \\", L"lone \\"},
-                          {L"\\S1/2", L"1/2"},
-                          {L"\\q", L"\\q"},
-                          {L"", L""}};
-    for (const Case& c : cases) {
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"one\\Ptwo\nthree", L"one\ntwo\nthree"},
+        {L"{\\fArial|b1|i0;bold} {\\H2.5x;\\C1;high}", L"bold high"},
+        {L"\\A1;\\pi1,l2;a\\~b\\\\c\\{d\\}", L"a\u00A0b\\c{d}"},
+        {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", L"1/2 +0.1 -0.2 3/4"},
+        {L"\\Lunder\\l %%c12 \\U+00B2", L"under \u230012 \u00B2"},
+        {L"^Itab^J^ ^M", L"\ttab\n^"},
+        {L"\\H2.5 never closed", L""},
+        {L"lone \\", L"lone \\"},
+        {L"\\S1/2", L"1/2"},
+        {L"\\q", L"\\q"},
+        {L"", L""}};
+    for (const auto& [contents, plain] : cases) {
         AcDbMText text;
-        ASSERT_EQ(text.setContents(c.contents), Acad::eOk);
-        EXPECT_EQ(text.plainText(), c.plain);
-        EXPECT_EQ(taken(text.contents()), c.contents);
+        ASSERT_EQ(text.setContents(contents), Acad::eOk);
+        EXPECT_EQ(text.plainText(), plain);
+        EXPECT_EQ(taken(text.contents()), contents);
     }
 }
 
@@ -235,28 +226,21 @@ TEST(Paragraphs, BoxHangsOnTheAttachmentPoint) {
 }
 
 TEST(Paragraphs, LinesBreakAtTheBox) {
-    struct Case {
-        double width;
-        std::vector<std::wstring> lines;
-    };
-    const Case cases[] = {
+    const std::pair<double, std::vector<std::wstring>> cases[] = {
         {0.0, {L"ten of themX", L"abcde"}},         {21.7, {L"ten of themX", L"abcde"}},
         {21.5, {L"ten of", L"themX", L"abcde"}},    {9.1, {L"ten", L"of", L"themX", L"abcde"}},
         {0.1, {L"ten", L"of", L"themX", L"abcde"}}, {1e300, {L"ten of themX", L"abcde"}}};
-    for (const Case& c : cases) {
+    for (const auto& [width, expected] : cases) {
         AcDbMText text = twoLines();
-        ASSERT_EQ(text.setWidth(c.width), Acad::eOk);
-        AcDbVoidPtrArray parts;
-        ASSERT_EQ(text.explode(parts), Acad::eOk);
+        ASSERT_EQ(text.setWidth(width), Acad::eOk);
         std::vector<std::wstring> lines;
         AcDbExtents together;
-        for (void* part : parts) {
-            const std::unique_ptr<AcDbText> line(static_cast<AcDbText*>(part));
+        for (const auto& line : motions::partsOf<AcDbText>(text)) {
             lines.push_back(line->text());
             together.addExt(boxOf(*line));
         }
-        EXPECT_EQ(lines, c.lines) << c.width;
-        EXPECT_TRUE(isNear(together, boxOf(text))) << c.width;
+        EXPECT_EQ(lines, expected) << width;
+        EXPECT_TRUE(isNear(together, boxOf(text))) << width;
     }
 }
 
@@ -323,16 +307,14 @@ TEST(Attributes, TagsAndFlags) {
 }
 
 TEST(Attributes, ADefinitionIsAsWideAsItsTag) {
-    AcDbAttributeDefinition definition;
-    definition.setTag(L"NUMBER");
-    definition.setTextString(L"1");
-    definition.setHeight(10.0);
-    EXPECT_NEAR(definition.estimatedWidth(), 36.0, 1e-12);
-    AcDbAttribute attribute;
-    attribute.setTag(L"NUMBER");
-    attribute.setTextString(L"1");
-    attribute.setHeight(10.0);
-    EXPECT_NEAR(attribute.estimatedWidth(), 6.0, 1e-12);
+    const auto widthOf = [](auto attribute) {
+        attribute.setTag(L"NUMBER");
+        attribute.setTextString(L"1");
+        attribute.setHeight(10.0);
+        return attribute.estimatedWidth();
+    };
+    EXPECT_NEAR(widthOf(AcDbAttributeDefinition()), 36.0, 1e-12);
+    EXPECT_NEAR(widthOf(AcDbAttribute()), 6.0, 1e-12);
 }
 
 } // namespace

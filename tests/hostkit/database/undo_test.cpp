@@ -1,10 +1,7 @@
 #include "changelog.h"
 #include "dbaccess.h"
 #include "drawingchanges.h"
-#include "drawingpicture.h"
 #include "undohistory.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -40,15 +37,11 @@ TEST(Undo, TakesBackEachStepWhole) {
         SCOPED_TRACE(seed);
         RecordedDrawing drawing;
         std::vector<std::pair<std::wstring, std::string>> steps;
-        std::vector<Change> order = changes();
-        std::mt19937 random(seed);
-        std::shuffle(order.begin(), order.end(), random);
-        for (const Change& change : order) {
-            if (!isPossible(drawing, change)) continue;
+        forEachPossible(drawing, seed, [&](const Change& change) {
             const std::wstring name = L"STEP" + std::to_wstring(steps.size());
             steps.emplace_back(name, pictureOf(drawing.database));
             drawing.step(name.c_str(), [&] { change.apply(drawing); });
-        }
+        });
         for (; !steps.empty(); steps.pop_back()) {
             const hostkit::UndoReport report = drawing.undo();
             EXPECT_EQ(steps.back().first, report.name);
@@ -82,10 +75,10 @@ TEST(Undo, WhatWasDoneWhileRecordingWasOffStays) {
     drawing.step(L"BOTH", [&] {
         drawing.moveEnd({2, 2, 2});
         drawing.suspended([&] {
-            drawing.change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
-            drawing.append(new AcDbLine({0, 0, 0}, {9, 9, 9}));
+            change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
+            appendToModelSpace(drawing.database, new AcDbLine({0, 0, 0}, {9, 9, 9}));
         });
-        drawing.append(new AcDbLine({0, 0, 0}, {8, 8, 8}));
+        appendToModelSpace(drawing.database, new AcDbLine({0, 0, 0}, {8, 8, 8}));
     });
     const hostkit::UndoReport report = drawing.undo();
     EXPECT_EQ(2u, report.restored);
@@ -127,7 +120,7 @@ TEST(Undo, PartsOfOneObjectGoTheirOwnWays) {
             SCOPED_TRACE(std::to_string(recordsFields) + std::to_string(inTwoSteps));
             RecordedDrawing drawing;
             const auto mark = [&] {
-                drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { setText(line, L"text"); });
+                change<AcDbLine>(drawing.line, [](AcDbLine& line) { setText(line, L"text"); });
             };
             const auto move = [&] { drawing.moveEnd({2, 2, 2}); };
             const auto seen = [&] { recordsFields ? move() : mark(); };
@@ -154,11 +147,9 @@ TEST(Undo, PartsOfOneObjectGoTheirOwnWays) {
 
 TEST(Undo, ANameGivenAwayMeanwhileStaysWithItsNewOwner) {
     RecordedDrawing drawing;
-    drawing.step(L"ERASE", [&] {
-        drawing.change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.erase(); });
-    });
+    drawing.step(L"ERASE", [&] { erase(drawing.layer); });
     AcDbObjectId taken;
-    drawing.suspended([&] { taken = drawing.addLayer(L"Walls"); });
+    drawing.suspended([&] { taken = addRecord<AcDbLayerTable>(drawing.database, L"Walls"); });
     drawing.undo();
     AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
     EXPECT_EQ(taken, layers->find(L"walls"));
@@ -281,9 +272,9 @@ TEST(Undo, SaysWhatAnApplicationDoesNotFile) {
     TestSilentBeam::rxInit();
     {
         RecordedDrawing drawing;
-        const AcDbObjectId id = drawing.append(new TestSilentBeam);
+        const AcDbObjectId id = appendToModelSpace(drawing.database, new TestSilentBeam);
         drawing.step(L"LOAD", [&] {
-            drawing.change<AcDbLine>(id, [](AcDbLine& beam) { beam.setThickness(3.0); });
+            change<AcDbLine>(id, [](AcDbLine& beam) { beam.setThickness(3.0); });
             drawing.moveEnd({2, 2, 2});
         });
         AcDbLine* beam = nullptr;
@@ -304,10 +295,10 @@ TEST(Undo, KnowsTheFieldsOfApplicationsClasses) {
     TestBeam::rxInit();
     {
         RecordedDrawing drawing;
-        const AcDbObjectId id = drawing.append(new TestBeam);
+        const AcDbObjectId id = appendToModelSpace(drawing.database, new TestBeam);
         const auto load = [&] { return AcDbObjectPointer<TestBeam>(id, AcDb::kForRead)->load(); };
         drawing.step(L"LOAD", [&] {
-            drawing.change<TestBeam>(id, [](TestBeam& beam) {
+            change<TestBeam>(id, [](TestBeam& beam) {
                 beam.setLoad(5.0);
                 beam.setThickness(3.0);
             });

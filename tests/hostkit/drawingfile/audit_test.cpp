@@ -1,20 +1,14 @@
 #include "drawingaudit.h"
 
 #include "drawingfiles.h"
-#include "drawingreader.h"
-#include "drawingwriter.h"
+#include "drawingparts.h"
 #include "sampledrawing.h"
 
 #include "dbaccess.h"
 #include "dbblockreference.h"
 #include "dbline.h"
-#include "dbobjptr.h"
 #include "dbsource.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
 #include "headervariables.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
@@ -24,31 +18,22 @@ using namespace drawingtest;
 
 namespace {
 
-std::ostream& operator<<(std::ostream& out, const AuditFinding& finding) {
-    const auto narrow = [](const std::wstring& text) { return std::string(text.begin(), text.end()); };
-    return out << narrow(auditCheckName(finding.check)) << ", " << narrow(finding.type) << " " << std::hex
-               << finding.handle << std::dec << ": " << narrow(finding.text);
-}
-
 std::string textOf(const AuditReport& report) {
     std::ostringstream text;
-    for (const AuditFinding& finding : report.findings) text << finding << "\n";
+    for (const AuditFinding& finding : report.findings)
+        text << narrow(auditCheckName(finding.check)) << ", " << narrow(finding.type) << " " << std::hex
+             << finding.handle << std::dec << ": " << narrow(finding.text) << "\n";
     return text.str();
 }
 
-std::string fileOf(const AcDbDatabase& database, DrawingVersion version = DrawingVersion::k2010) {
-    WriteOptions options;
-    options.version = version;
-    std::string bytes;
-    EXPECT_EQ(writeDrawingToMemory(database, bytes, options), Acad::eOk);
-    return bytes;
-}
-
-/// The text of one group as our writer spells it.
-std::string group(int code, const std::string& value) {
-    std::string text = std::to_string(code);
-    if (text.size() < 3) text.insert(0, 3 - text.size(), ' ');
-    return text + "\r\n" + value + "\r\n";
+/// A check found something at the object, and said so in these words.
+testing::AssertionResult finds(const AuditReport& report, AuditCheck check, AuditSeverity severity,
+                               AcDbObjectId at, std::wstring_view words) {
+    for (const AuditFinding& finding : report.findings)
+        if (finding.check == check && finding.severity == severity && finding.handle == at.handle().value() &&
+            finding.text.find(words) != std::wstring::npos)
+            return testing::AssertionSuccess();
+    return testing::AssertionFailure() << textOf(report);
 }
 
 /// Replaces the first `from` behind the first `record` of a drawing.
@@ -64,8 +49,10 @@ void replaceIn(std::string& bytes, const std::string& record, const std::string&
 std::string hex(AcDbObjectId id) {
     wchar_t text[17] = {};
     (void)id.handle().getIntoAsciiBuffer(text);
-    return {text, text + std::wcslen(text)};
+    return narrow(text);
 }
+
+using Access = DatabaseAccess;
 
 /// A drawing with a line that has extended data, an insert, and a dictionary with an entry; all ids by name.
 struct Subject {
@@ -73,30 +60,30 @@ struct Subject {
     AcDbObjectId line, insert, block, dictionary, entry;
 
     Subject() {
-        registerApplication(*database, L"ORDANE");
-        {
-            AcDbSymbolTablePointer<AcDbBlockTable> blocks(database.get(), AcDb::kForWrite);
-            auto* const record = new AcDbBlockTableRecord;
-            record->setName(L"Anchor");
-            EXPECT_EQ(blocks->add(block, record), Acad::eOk);
-            record->close();
-        }
-        auto* const plain = new AcDbLine({0, 0, 0}, {1, 0, 0});
-        line = addToModelSpace(*database, plain);
-        insert = addToModelSpace(*database, new AcDbBlockReference({0, 0, 0}, block));
-        AcDbObjectPointer<AcDbLine> opened(line, AcDb::kForWrite);
-        resbuf* const list = acutBuildList(1001, L"ORDANE", 1000, L"mark", 1070, 7, 0);
-        EXPECT_EQ(opened->setXData(list), Acad::eOk);
-        acutRelRb(list);
-        AcDbObjectPointer<AcDbDictionary> root(database->namedObjectsDictionaryId(), AcDb::kForWrite);
-        auto* const service = new AcDbDictionary;
-        EXPECT_EQ(root->setAt(L"VEXO_SERVICES", service, dictionary), Acad::eOk);
-        auto* const record = new AcDbXrecord;
-        EXPECT_EQ(service->setAt(L"first", record, entry), Acad::eOk);
-        record->close();
-        service->close();
+        addRecord<AcDbRegAppTable>(*database, L"ORDANE");
+        block = addRecord<AcDbBlockTable>(*database, L"Anchor");
+        line = appendToModelSpace(*database, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+        insert = appendToModelSpace(*database, new AcDbBlockReference({0, 0, 0}, block));
+        const List list(acutBuildList(1001, L"ORDANE", 1000, L"mark", 1070, 7, 0));
+        change<AcDbLine>(line, [&](AcDbLine& each) { EXPECT_EQ(each.setXData(list.get()), Acad::eOk); });
+        dictionary = enter(database->namedObjectsDictionaryId(), L"VEXO_SERVICES", new AcDbDictionary);
+        entry = enter(dictionary, L"first");
     }
-    AcDbObject& object(AcDbObjectId id) const { return *DatabaseAccess::object(id); }
+    template <class T = AcDbObject>
+    T& object(AcDbObjectId id) const {
+        return *DatabaseAccess::objectOf<T>(id);
+    }
+    /// An id whose object never came.
+    AcDbObjectId lost() const { return Access::reserve(*database, 0xABCD); }
+    /// The line has these groups as extended data of the application.
+    template <class Append>
+    AcDbObjectId mark(const wchar_t* application, Append&& append) const {
+        GroupBlock data;
+        data.appendText(1001, application);
+        append(data);
+        Access::setExtendedData(object(line), std::move(data));
+        return line;
+    }
 };
 
 } // namespace
@@ -107,7 +94,7 @@ TEST(Audit, soundDrawingsHaveNoFindings) {
          {DrawingVersion::kR12, DrawingVersion::k2000, DrawingVersion::k2018}) {
         const auto made = sampleDrawing(version == DrawingVersion::kR12 ? Kinds::kOfR12 : Kinds::kAll);
         EXPECT_EQ(textOf(auditDrawing(*made)), "");
-        const auto read = openDrawingFromMemory(fileOf(*made, version), L"sample");
+        const auto read = openDrawingFromMemory(saved(*made, version), L"sample");
         ASSERT_TRUE(read);
         const AuditReport report = auditDrawing(*read);
         EXPECT_EQ(textOf(report), "");
@@ -125,7 +112,6 @@ TEST(Audit, damageInMemory) {
         std::function<AcDbObjectId(Subject&)> damage; ///< gives the object that the finding names
         const wchar_t* words;
     };
-    using Access = DatabaseAccess;
     constexpr auto fault = AuditSeverity::kFault;
     const Case cases[] = {
         {"nobody owns it", AuditCheck::kOwner, fault,
@@ -133,120 +119,72 @@ TEST(Audit, damageInMemory) {
         {"another owner", AuditCheck::kOwner, fault,
          [](Subject& s) { return Access::setOwner(s.object(s.line), s.block), s.line; }, L"holds it"},
         {"an owner that never came", AuditCheck::kOwner, fault,
-         [](Subject& s) {
-             Access::setOwner(s.object(s.entry), Access::reserve(*s.database, 0xABCD));
-             return s.entry;
-         },
+         [](Subject& s) { return Access::setOwner(s.object(s.entry), s.lost()), s.entry; },
          L"its owner ABCD is missing"},
         {"two blocks hold it", AuditCheck::kOwner, fault,
          [](Subject& s) {
-             Access::appendToBlock(static_cast<AcDbBlockTableRecord&>(s.object(s.block)), s.line);
-             return s.line;
+             return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), s.line), s.line;
          },
          L"both hold it"},
         {"owners in a circle", AuditCheck::kOwner, fault,
-         [](Subject& s) {
-             Access::setOwner(s.object(s.dictionary), s.entry);
-             return s.dictionary;
-         },
+         [](Subject& s) { return Access::setOwner(s.object(s.dictionary), s.entry), s.dictionary; },
          L"circle"},
         {"an entity that never came", AuditCheck::kOwner, fault,
          [](Subject& s) {
-             Access::appendToBlock(static_cast<AcDbBlockTableRecord&>(s.object(s.block)),
-                                   Access::reserve(*s.database, 0xABCD));
-             return s.block;
+             return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), s.lost()), s.block;
          },
          L"ABCD is missing"},
         {"an erased layer", AuditCheck::kReference, fault,
          [](Subject& s) {
-             AcDbObjectId layer;
-             AcDbSymbolTablePointer<AcDbLayerTable> layers(s.database.get(), AcDb::kForWrite);
-             auto* const record = new AcDbLayerTableRecord;
-             record->setName(L"Slab");
-             EXPECT_EQ(layers->add(layer, record), Acad::eOk);
-             EXPECT_EQ(record->erase(), Acad::eOk);
-             record->close();
-             Access::setLayer(static_cast<AcDbEntity&>(s.object(s.line)), layer);
-             return s.line;
+             const AcDbObjectId layer = addRecord<AcDbLayerTable>(*s.database, L"Slab");
+             EXPECT_EQ(erase(layer), Acad::eOk);
+             return Access::setLayer(s.object<AcDbEntity>(s.line), layer), s.line;
          },
          L"which is erased"},
         {"a reactor that never came", AuditCheck::kReference, AuditSeverity::kRemark,
-         [](Subject& s) {
-             Access::setPersistentReactors(s.object(s.line), {Access::reserve(*s.database, 0xABCD)});
-             return s.line;
-         },
+         [](Subject& s) { return Access::setPersistentReactors(s.object(s.line), {s.lost()}), s.line; },
          L"its reactor ABCD is missing"},
         {"an entry that never came", AuditCheck::kDictionary, fault,
          [](Subject& s) {
-             Access::putEntry(static_cast<AcDbDictionary&>(s.object(s.dictionary)), L"lost",
-                              Access::reserve(*s.database, 0xABCD));
-             return s.dictionary;
+             return Access::putEntry(s.object<AcDbDictionary>(s.dictionary), L"lost", s.lost()), s.dictionary;
          },
          L"its entry lost, ABCD, is missing"},
         {"a block in itself", AuditCheck::kBlock, fault,
          [](Subject& s) {
-             auto* const inner = new AcDbBlockReference({0, 0, 0}, s.block);
-             AcDbObjectPointer<AcDbBlockTableRecord> block(s.block, AcDb::kForWrite);
-             EXPECT_EQ(block->appendAcDbEntity(inner), Acad::eOk);
-             inner->close();
-             return s.block;
+             return append(s.block, new AcDbBlockReference({0, 0, 0}, s.block)), s.block;
          },
          L"the block Anchor contains itself"},
         {"an erased block that is inserted", AuditCheck::kBlock, fault,
          [](Subject& s) {
-             AcDbObjectPointer<AcDbObject> block(s.block, AcDb::kForWrite);
-             EXPECT_EQ(block->erase(), Acad::eOk);
+             EXPECT_EQ(erase(s.block), Acad::eOk);
              return s.insert;
          },
          L"the block that it inserts is erased"},
         {"two records of one name", AuditCheck::kTable, fault,
          [](Subject& s) {
-             AcDbObjectId second;
-             AcDbSymbolTablePointer<AcDbBlockTable> blocks(s.database.get(), AcDb::kForWrite);
-             auto* const record = new AcDbBlockTableRecord;
-             record->setName(L"Other");
-             EXPECT_EQ(blocks->add(second, record), Acad::eOk);
-             Access::setRecordName(*record, L"ANCHOR");
-             record->close();
-             return second;
+             const AcDbObjectId second = addRecord<AcDbBlockTable>(*s.database, L"Other");
+             return Access::setRecordName(s.object<AcDbSymbolTableRecord>(second), L"ANCHOR"), second;
          },
          L"the name ANCHOR leads to"},
         {"a current layer that is not there", AuditCheck::kTable, fault,
          [](Subject& s) { return s.database->header().setText(L"CLAYER", L"None", 8), AcDbObjectId(); },
          L"CLAYER names None"},
         {"an application that is not registered", AuditCheck::kExtendedData, fault,
-         [](Subject& s) {
-             GroupBlock data;
-             data.appendText(1001, L"STRANGE");
-             Access::setExtendedData(s.object(s.line), std::move(data));
-             return s.line;
-         },
+         [](Subject& s) { return s.mark(L"STRANGE", [](GroupBlock&) {}); },
          L"the application STRANGE is not registered"},
         {"braces", AuditCheck::kExtendedData, fault,
-         [](Subject& s) {
-             GroupBlock data;
-             data.appendText(1001, L"ORDANE");
-             data.appendText(1002, L"{");
-             Access::setExtendedData(s.object(s.line), std::move(data));
-             return s.line;
-         },
+         [](Subject& s) { return s.mark(L"ORDANE", [](GroupBlock& data) { data.appendText(1002, L"{"); }); },
          L"braces"},
         {"too much of it", AuditCheck::kExtendedData, fault,
          [](Subject& s) {
-             GroupBlock data;
-             data.appendText(1001, L"ORDANE");
-             for (int i = 0; i < 2000; ++i) data.appendReal(1040, i);
-             Access::setExtendedData(s.object(s.line), std::move(data));
-             return s.line;
+             return s.mark(L"ORDANE", [](GroupBlock& data) {
+                 for (int i = 0; i < 2000; ++i) data.appendReal(1040, i);
+             });
          },
          L"above 16383"},
         {"a handle of nothing", AuditCheck::kExtendedData, AuditSeverity::kRemark,
          [](Subject& s) {
-             GroupBlock data;
-             data.appendText(1001, L"ORDANE");
-             data.appendHandle(1005, 0xABCD);
-             Access::setExtendedData(s.object(s.line), std::move(data));
-             return s.line;
+             return s.mark(L"ORDANE", [](GroupBlock& data) { data.appendHandle(1005, 0xABCD); });
          },
          L"refers to ABCD, which is missing"},
     };
@@ -255,13 +193,7 @@ TEST(Audit, damageInMemory) {
         Subject subject;
         const AcDbObjectId found = each.damage(subject);
         const AuditReport report = auditDrawing(*subject.database);
-        EXPECT_TRUE(std::any_of(report.findings.begin(), report.findings.end(),
-                                [&](const AuditFinding& finding) {
-                                    return finding.check == each.check && finding.severity == each.severity &&
-                                           finding.handle == found.handle().value() &&
-                                           finding.text.find(each.words) != std::wstring::npos;
-                                }))
-            << textOf(report);
+        EXPECT_TRUE(finds(report, each.check, each.severity, found, each.words));
         EXPECT_EQ(report.findings.size(), report.faultCount() + report.remarkCount());
     }
 }
@@ -269,7 +201,7 @@ TEST(Audit, damageInMemory) {
 // What others left in a file: the record is looked at as it stands, also where the reader found a way round.
 TEST(Audit, damageInAFile) {
     const Subject subject;
-    const std::string sound = fileOf(*subject.database);
+    const std::string sound = saved(*subject.database);
     const std::string ownerOfLine = group(330, hex(subject.database->modelSpaceId()));
     struct Case {
         const char* name;
@@ -299,33 +231,23 @@ TEST(Audit, damageInAFile) {
         {"damaged extended data", line, group(1070, "7"), group(1070, "seven"), AuditCheck::kExtendedData,
          subject.line, L"its extended data is damaged"},
     };
-    ReadOptions quiet;
-    quiet.tellPort = false;
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
         std::string bytes = sound;
         ASSERT_NO_FATAL_FAILURE(replaceIn(bytes, each.record, each.from, each.to));
-        const auto database = openDrawingFromMemory(bytes, L"damaged", nullptr, quiet);
+        const auto database = openDrawingFromMemory(bytes, L"damaged", nullptr, quietReading);
         ASSERT_TRUE(database);
         const AuditReport report = auditDrawing(*database);
-        EXPECT_GE(report.faultCount(), 1u);
-        EXPECT_TRUE(std::any_of(report.findings.begin(), report.findings.end(),
-                                [&](const AuditFinding& finding) {
-                                    return finding.check == each.check &&
-                                           finding.severity == AuditSeverity::kFault &&
-                                           finding.handle == each.at.handle().value() &&
-                                           finding.text.find(each.words) != std::wstring::npos;
-                                }))
-            << textOf(report);
+        EXPECT_TRUE(finds(report, each.check, AuditSeverity::kFault, each.at, each.words));
     }
 }
 
 TEST(Audit, listsAreCutAndCountsAreNot) {
-    Subject subject;
-    auto& dictionary = static_cast<AcDbDictionary&>(subject.object(subject.dictionary));
+    const Subject subject;
     for (AcDbHandleValue handle = 1; handle <= 50; ++handle)
-        DatabaseAccess::putEntry(dictionary, L"lost " + std::to_wstring(handle),
-                                 DatabaseAccess::reserve(*subject.database, 0xABC00 + handle));
+        Access::putEntry(subject.object<AcDbDictionary>(subject.dictionary),
+                         L"lost " + std::to_wstring(handle),
+                         Access::reserve(*subject.database, 0xABC00 + handle));
     const AuditReport report = auditDrawing(*subject.database, 10);
     EXPECT_EQ(report.findings.size(), 10u);
     EXPECT_EQ(report.faultCount(), 50u);
@@ -334,59 +256,36 @@ TEST(Audit, listsAreCutAndCountsAreNot) {
 
 // A file that has no tables gets, with the layouts that its root then names, the spaces that these name.
 TEST(Audit, whatASaveAddsToABareDrawingIsWhole) {
-    const std::string bare =
-        group(0, "SECTION") + group(2, "HEADER") + group(9, "$ACADVER") + group(1, "AC1024") +
-        group(0, "ENDSEC") + group(0, "SECTION") + group(2, "ENTITIES") + group(0, "LINE") + group(5, "2F") +
-        group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbLine") + group(10, "1.0") +
-        group(20, "2.0") + group(11, "3.0") + group(21, "4.0") + group(0, "ENDSEC") + group(0, "EOF");
-    const auto database = openDrawingFromMemory(bare, L"bare");
+    const auto database = openDrawingFromMemory(header("AC1024") + entities(line()), L"bare");
     ASSERT_TRUE(database);
     EXPECT_EQ(textOf(auditDrawing(*database)), "");
-    {
-        AcDbObjectPointer<AcDbDictionary> root(database->namedObjectsDictionaryId(), AcDb::kForWrite);
-        auto* const service = new AcDbDictionary;
-        AcDbObjectId id;
-        ASSERT_EQ(root->setAt(L"VEXO_SERVICES", service, id), Acad::eOk);
-        service->close();
-        registerApplication(*database, L"ORDANE");
-    }
-    for (const bool everything : {false, true}) {
-        WriteOptions options;
-        options.everythingFromFields = everything;
-        std::string bytes;
-        ASSERT_EQ(writeDrawingToMemory(*database, bytes, options), Acad::eOk);
-        const auto saved = openDrawingFromMemory(bytes, L"saved");
-        ASSERT_TRUE(saved);
-        EXPECT_EQ(textOf(auditDrawing(*saved)), "") << bytes;
+    enter(database->namedObjectsDictionaryId(), L"VEXO_SERVICES", new AcDbDictionary);
+    addRecord<AcDbRegAppTable>(*database, L"ORDANE");
+    for (const WriteOptions& options : {WriteOptions(), fromFields}) {
+        const std::string bytes = saved(*database, options);
+        const auto again = openDrawingFromMemory(bytes, L"saved");
+        ASSERT_TRUE(again);
+        EXPECT_EQ(textOf(auditDrawing(*again)), "") << bytes;
         const std::size_t tables = bytes.find(group(2, "TABLES"));
         EXPECT_LT(tables, bytes.find(group(2, "BLOCKS")));
         EXPECT_LT(bytes.find(group(2, "BLOCKS")), bytes.find(group(2, "ENTITIES")));
         EXPECT_EQ(tables, bytes.rfind(group(2, "TABLES"))) << "one section for all that is new";
-        const AcDbObjectPointer<AcDbBlockTableRecord> space(saved->modelSpaceId(), AcDb::kForRead);
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(again->modelSpaceId(), AcDb::kForRead);
         EXPECT_EQ(space->entities().size(), 1u);
     }
 }
 
 // Nothing that is saved, as it stood or with every record new, is worse than what was read.
-TEST(Audit, savingAddsNoFindings) {
-    if (foldersAreMissing()) GTEST_SKIP() << "no drawings in " << drawingsFolder();
-    ReadOptions quiet;
-    quiet.tellPort = false;
-    for (const std::string& file : drawingFiles()) {
-        SCOPED_TRACE(file);
-        const auto database = openDrawing(wide(file), nullptr, quiet);
-        ASSERT_TRUE(database);
-        const AuditReport before = auditDrawing(*database);
-        WriteOptions options;
-        options.everythingFromFields = true;
-        std::string bytes;
-        ASSERT_EQ(writeDrawingToMemory(*database, bytes, options), Acad::eOk);
-        const auto saved = openDrawingFromMemory(bytes, L"saved", nullptr, quiet);
-        ASSERT_TRUE(saved);
-        const AuditReport after = auditDrawing(*saved);
+TEST_F(DrawingsOfOthers, savingAddsNoFindings) {
+    forEach([](AcDbDatabase& database) {
+        const AuditReport before = auditDrawing(database);
+        const auto again =
+            openDrawingFromMemory(saved(database, fromFields), L"saved", nullptr, quietReading);
+        ASSERT_TRUE(again);
+        const AuditReport after = auditDrawing(*again);
         for (std::size_t check = 0; check < auditCheckCount; ++check)
             EXPECT_LE(after.faults[check], before.faults[check]) << "before\n"
                                                                  << textOf(before) << "after\n"
                                                                  << textOf(after);
-    }
+    });
 }

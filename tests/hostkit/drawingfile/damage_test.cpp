@@ -1,7 +1,5 @@
-#include "dbsource.h"
 #include "drawingaudit.h"
-#include "drawingreader.h"
-#include "drawingwriter.h"
+#include "drawingfiles.h"
 #include "sampledrawing.h"
 #include "scriptedport.h"
 
@@ -9,30 +7,16 @@
 #include "dbblocktablerecord.h"
 #include "dbopaque.h"
 
-#include <gtest/gtest.h>
-
-#include <dirent.h>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
-#include <sstream>
 
 using namespace hostkit;
 using namespace drawingtest;
 
 namespace {
 
-std::string group(int code, const std::string& value) { return std::to_string(code) + "\n" + value + "\n"; }
-std::string section(const std::string& name, const std::string& content) {
-    return group(0, "SECTION") + group(2, name) + content + group(0, "ENDSEC");
-}
-std::string entities(const std::string& content) { return section("ENTITIES", content) + group(0, "EOF"); }
-std::string line(const std::string& extra = {}) {
-    return group(0, "LINE") + group(8, "0") + group(10, "1.0") + group(20, "2.0") + group(11, "3.0") +
-           group(21, "4.0") + extra;
-}
-std::string header(const std::string& version) {
-    return section("HEADER", group(9, "$ACADVER") + group(1, version));
-}
 std::string insert(const std::string& name) {
     return group(0, "INSERT") + group(8, "0") + group(2, name) + group(10, "0") + group(20, "0");
 }
@@ -45,21 +29,15 @@ struct Reading {
     ReadReport report;
     std::unique_ptr<AcDbDatabase> database;
 
-    explicit Reading(const std::string& bytes) {
-        ReadOptions options;
-        options.tellPort = false;
-        database = openDrawingFromMemory(bytes, L"test.dxf", &report, options);
-    }
+    explicit Reading(const std::string& bytes)
+        : database(openDrawingFromMemory(bytes, L"test.dxf", &report, quietReading)) {}
 };
 
 } // namespace
 
 TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
-    const std::string hundredThousandBraces = [] {
-        std::string braces;
-        for (int depth = 0; depth < 100000; ++depth) braces += group(102, "{DEEP");
-        return braces;
-    }();
+    std::string hundredThousandBraces;
+    for (int depth = 0; depth < 100000; ++depth) hundredThousandBraces += group(102, "{DEEP");
     const struct {
         const char* name;
         std::string bytes;
@@ -150,12 +128,9 @@ TEST(Damage, aDamagedRecordIsKeptAndTold) {
         ASSERT_EQ(space->entities().size(), 2u);
         EXPECT_EQ(space->entities()[0].objectClass() == AcDbOpaqueEntity::desc(), one.isKeptAsOpaque);
         EXPECT_EQ(reading.database->numOpenObjects(), 0);
-        std::string saved;
-        WriteOptions options;
-        options.everythingFromFields = true;
-        ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
+        const std::string again = saved(*reading.database, fromFields);
         for (const char* value : {"thick", "nan", "1e999", "WIDGET", "Nowhere", "VERTEX"})
-            EXPECT_EQ(saved.find(value) == std::string::npos, bytes.find(value) == std::string::npos)
+            EXPECT_EQ(again.find(value) == std::string::npos, bytes.find(value) == std::string::npos)
                 << value;
     }
 }
@@ -178,19 +153,15 @@ TEST(Damage, longLinesAndDeepNestingAreNothingSpecial) {
         group(0, "EOF");
     const Reading reading(bytes);
     ASSERT_TRUE(reading.database);
-    std::string saved;
-    WriteOptions options;
-    options.everythingFromFields = true;
-    ASSERT_EQ(writeDrawingToMemory(*reading.database, saved, options), Acad::eOk);
-    EXPECT_NE(saved.find(longText), std::string::npos);
-    EXPECT_NE(saved.find(braces), std::string::npos);
+    const std::string again = saved(*reading.database, fromFields);
+    EXPECT_NE(again.find(longText), std::string::npos);
+    EXPECT_NE(again.find(braces), std::string::npos);
 }
 
 // Every cut and every flipped byte of a sound drawing gives a drawing or a status, and never leaves an object
 // open.
 TEST(Damage, anyCutAndAnyByteIsSurvived) {
-    std::string sound;
-    ASSERT_EQ(writeDrawingToMemory(*sampleDrawing(), sound), Acad::eOk);
+    const std::string sound = saved(*sampleDrawing());
     std::mt19937 random(5);
     const auto survive = [](const std::string& bytes) {
         const Reading reading(bytes);
@@ -241,27 +212,20 @@ TEST(Damage, problemsGoToThePort) {
 
 // What the fuzzer starts from, and what it has found.
 TEST(Damage, theCorpusIsSurvived) {
-    const std::string folder = VEXO_SOURCE_DIR "/fuzz/corpus/drawing";
-    DIR* const directory = opendir(folder.c_str());
-    ASSERT_TRUE(directory) << folder;
     std::size_t count = 0;
-    while (const dirent* const entry = readdir(directory)) {
-        if (entry->d_name[0] == '.') continue;
-        std::ifstream file(folder + "/" + entry->d_name, std::ios::binary);
-        std::stringstream bytes;
-        bytes << file.rdbuf();
-        const Reading reading(bytes.str());
-        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr) << entry->d_name;
+    for (const auto& entry : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/drawing")) {
+        SCOPED_TRACE(entry.path());
+        std::ifstream file(entry.path(), std::ios::binary);
+        const Reading reading({std::istreambuf_iterator<char>(file), {}});
+        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr);
         ++count;
         if (!reading.database) continue;
-        EXPECT_GT(auditDrawing(*reading.database).objects, 0u) << entry->d_name;
-        std::string saved;
-        WriteOptions options;
-        options.everythingFromFields = true;
+        EXPECT_GT(auditDrawing(*reading.database).objects, 0u);
+        std::string bytes;
+        WriteOptions options = fromFields;
         options.tellPort = false;
-        if (writeDrawingToMemory(*reading.database, saved, options) != Acad::eOk) continue;
-        EXPECT_TRUE(Reading(saved).database) << entry->d_name;
+        if (writeDrawingToMemory(*reading.database, bytes, options) == Acad::eOk)
+            EXPECT_TRUE(Reading(bytes).database);
     }
-    closedir(directory);
     EXPECT_GE(count, 5u);
 }

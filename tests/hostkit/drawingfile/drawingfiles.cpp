@@ -2,36 +2,74 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <dirent.h>
+#include <filesystem>
 
 namespace drawingtest {
 
-std::string drawingsFolder() {
+using namespace hostkit;
+
+namespace {
+
+std::string folderOfOthers() {
     const char* const folder = std::getenv("VEXO_DRAWINGS");
     return folder ? folder : VEXO_SOURCE_DIR "/../shared/drawings";
 }
 
-std::vector<std::string> drawingFiles() {
-    std::vector<std::string> files;
-    for (const std::string& folder : {drawingsFolder(), std::string(VEXO_SOURCE_DIR "/examples/slab")}) {
-        DIR* const directory = opendir(folder.c_str());
-        while (const dirent* const entry = directory ? readdir(directory) : nullptr) {
-            const std::string name = entry->d_name;
-            if (name.size() > 4 && name.substr(name.size() - 4) == ".dxf")
-                files.push_back(folder + "/" + name);
-        }
-        if (directory) closedir(directory);
-    }
-    std::sort(files.begin(), files.end());
-    return files;
+} // namespace
+
+std::string group(int code, const std::string& value) {
+    std::string text = std::to_string(code);
+    if (text.size() < 3) text.insert(0, 3 - text.size(), ' ');
+    return text + "\r\n" + value + "\r\n";
 }
 
-bool foldersAreMissing() {
-    DIR* const directory = opendir(drawingsFolder().c_str());
-    if (directory) closedir(directory);
-    return !directory;
+std::string section(const std::string& name, const std::string& content) {
+    return group(0, "SECTION") + group(2, name) + content + group(0, "ENDSEC");
+}
+
+std::string header(const std::string& version) {
+    return section("HEADER", group(9, "$ACADVER") + group(1, version));
+}
+
+std::string line(const std::string& extra) {
+    return group(0, "LINE") + group(8, "0") + group(10, "1.0") + group(20, "2.0") + group(11, "3.0") +
+           group(21, "4.0") + extra;
+}
+
+std::string entities(const std::string& content) { return section("ENTITIES", content) + group(0, "EOF"); }
+
+std::string saved(const AcDbDatabase& database, const WriteOptions& options, WriteReport* report) {
+    std::string bytes;
+    EXPECT_EQ(writeDrawingToMemory(database, bytes, options, report), Acad::eOk);
+    return bytes;
+}
+
+std::string saved(const AcDbDatabase& database, DrawingVersion version) {
+    WriteOptions options;
+    options.version = version;
+    return saved(database, options);
 }
 
 std::wstring wide(const std::string& text) { return {text.begin(), text.end()}; }
+
+std::size_t countOf(std::string_view text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t place = 0; (place = text.find(part, place)) != std::string_view::npos; ++place) ++count;
+    return count;
+}
+
+void DrawingsOfOthers::SetUp() {
+    if (!std::filesystem::is_directory(folderOfOthers()))
+        GTEST_SKIP() << "no drawings in " << folderOfOthers();
+}
+
+std::vector<std::string> DrawingsOfOthers::files() {
+    std::vector<std::string> files;
+    for (const std::string& folder : {folderOfOthers(), std::string(VEXO_SOURCE_DIR "/examples/slab")})
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            if (entry.path().extension() == ".dxf") files.push_back(entry.path().string());
+    std::sort(files.begin(), files.end());
+    return files;
+}
 
 } // namespace drawingtest

@@ -1,6 +1,6 @@
+#include "drawingfiles.h"
 #include "drawinglisting.h"
-#include "drawingreader.h"
-#include "drawingwriter.h"
+#include "drawingparts.h"
 #include "recordcompare.h"
 #include "sampledrawing.h"
 
@@ -9,18 +9,11 @@
 #include "dbarc.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
-#include "dbdictionary.h"
 #include "dbline.h"
-#include "dbobjptr.h"
 #include "dbpolyline.h"
-#include "dbsource.h"
-#include "dbsymtb.h"
-#include "dbxrecrd.h"
-
-#include <gtest/gtest.h>
+#include "temporaryfolder.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 
 using namespace hostkit;
@@ -33,18 +26,24 @@ struct EditedDrawing {
     std::string original;
     std::unique_ptr<AcDbDatabase> database;
 
-    explicit EditedDrawing(DrawingVersion version = DrawingVersion::k2010, Kinds kinds = Kinds::kAll) {
-        WriteOptions options;
-        options.version = version;
-        EXPECT_EQ(writeDrawingToMemory(*sampleDrawing(kinds), original, options), Acad::eOk);
+    explicit EditedDrawing(DrawingVersion version = DrawingVersion::k2010, Kinds kinds = Kinds::kAll)
+        : original(drawingtest::saved(*sampleDrawing(kinds), version)) {
         const std::size_t line = original.find("AcDbLine\r\n");
         if (line != std::string::npos) original.insert(line + 10, "999\r\na remark\r\n 99\r\n7\r\n");
+        readAgain();
+    }
+    void readAgain() {
         database = openDrawingFromMemory(original, L"edited");
         EXPECT_TRUE(database);
     }
+    void replace(const std::string& from, const std::string& to) {
+        const std::size_t place = original.find(from);
+        ASSERT_NE(place, std::string::npos) << from;
+        original.replace(place, from.size(), to);
+        readAgain();
+    }
     std::string save() const {
-        std::string bytes;
-        EXPECT_EQ(writeDrawingToMemory(*database, bytes), Acad::eOk);
+        const std::string bytes = drawingtest::saved(*database);
         EXPECT_TRUE(openDrawingFromMemory(bytes, L"saved"));
         return bytes;
     }
@@ -62,22 +61,13 @@ struct EditedDrawing {
     }
 };
 
-std::size_t countOf(std::string_view text, std::string_view part) {
-    std::size_t count = 0;
-    for (std::size_t place = text.find(part); place != std::string_view::npos;
-         place = text.find(part, place + 1))
-        ++count;
-    return count;
-}
-
 } // namespace
 
 TEST(Edits, aChangedEntityKeepsWhatItsClassDoesNotKnow) {
     const EditedDrawing drawing;
-    {
-        AcDbObjectPointer<AcDbLine> line(drawing.first<AcDbLine>(), AcDb::kForWrite);
-        ASSERT_EQ(line->setEndPoint({7, 8, 9}), Acad::eOk);
-    }
+    change<AcDbLine>(drawing.first<AcDbLine>(), [](AcDbLine& line) {
+        EXPECT_EQ(line.setEndPoint({7, 8, 9}), Acad::eOk);
+    });
     const std::string saved = drawing.save();
     EXPECT_EQ(drawing.differencesOf(saved).size(), 1u);
     EXPECT_EQ(countOf(saved, "AcDbLine\r\n999\r\na remark\r\n 99\r\n7\r\n"), 1u);
@@ -88,15 +78,8 @@ TEST(Edits, aChangedEntityKeepsWhatItsClassDoesNotKnow) {
 // rounded.
 TEST(Edits, unchangedValuesKeepTheirSpelling) {
     EditedDrawing drawing;
-    const std::size_t arc = drawing.original.find("AcDbArc\r\n 50\r\n30.0");
-    ASSERT_NE(arc, std::string::npos);
-    drawing.original.replace(arc, 18, "AcDbArc\r\n 50\r\n+390.000");
-    drawing.database = openDrawingFromMemory(drawing.original, L"edited");
-    ASSERT_TRUE(drawing.database);
-    {
-        AcDbObjectPointer<AcDbArc> changed(drawing.first<AcDbArc>(), AcDb::kForWrite);
-        ASSERT_EQ(changed->setRadius(51), Acad::eOk);
-    }
+    drawing.replace("AcDbArc\r\n 50\r\n30.0", "AcDbArc\r\n 50\r\n+390.000");
+    change<AcDbArc>(drawing.first<AcDbArc>(), [](AcDbArc& arc) { EXPECT_EQ(arc.setRadius(51), Acad::eOk); });
     const std::string saved = drawing.save();
     EXPECT_EQ(drawing.differencesOf(saved).size(), 1u);
     EXPECT_EQ(countOf(saved, " 50\r\n+390.000\r\n"), 1u);
@@ -114,8 +97,7 @@ TEST(Edits, verticesComeAndGo) {
         auto* const vertex = new AcDb2dVertex({200, 300, 0}, 0.125);
         ASSERT_EQ(old->appendVertex(vertex), Acad::eOk);
         vertex->close();
-        AcDbObjectPointer<AcDb2dVertex> gone(old->vertices().idAt(0), AcDb::kForWrite);
-        ASSERT_EQ(gone->erase(), Acad::eOk);
+        ASSERT_EQ(erase(old->vertices().idAt(0)), Acad::eOk);
     }
     const auto again = openDrawingFromMemory(drawing.save(), L"again");
     const DrawingListing listing = listDrawing(*again);
@@ -135,19 +117,10 @@ TEST(Edits, verticesComeAndGo) {
 TEST(Edits, newAndErasedRecordsFindTheirPlace) {
     const EditedDrawing drawing;
     AcDbDatabase& database = *drawing.database;
-    registerApplication(database, L"NEWAPP");
-    const AcDbObjectId added = addToModelSpace(database, new AcDbLine({0, 0, 0}, {3, 4, 0}));
-    {
-        AcDbObjectPointer<AcDbArc> arc(drawing.first<AcDbArc>(), AcDb::kForWrite);
-        ASSERT_EQ(arc->erase(), Acad::eOk);
-        AcDbDictionary* root = nullptr;
-        ASSERT_EQ(database.getNamedObjectsDictionary(root, AcDb::kForWrite), Acad::eOk);
-        auto* const record = new AcDbXrecord;
-        AcDbObjectId id;
-        ASSERT_EQ(root->setAt(L"NEW", record, id), Acad::eOk);
-        record->close();
-        root->close();
-    }
+    addRecord<AcDbRegAppTable>(database, L"NEWAPP");
+    const AcDbObjectId added = appendToModelSpace(database, new AcDbLine({0, 0, 0}, {3, 4, 0}));
+    ASSERT_EQ(erase(drawing.first<AcDbArc>()), Acad::eOk);
+    enter(database.namedObjectsDictionaryId(), L"NEW");
     const std::string saved = drawing.save();
     EXPECT_EQ(countOf(saved, "NEWAPP"), 1u);
     const Records before = recordsOf(drawing.original);
@@ -163,18 +136,11 @@ TEST(Edits, newAndErasedRecordsFindTheirPlace) {
 
 TEST(Edits, aNewNameReachesAllThatUseIt) {
     EditedDrawing drawing;
-    const std::size_t current = drawing.original.find("$CLAYER\r\n  8\r\n0\r\n");
-    ASSERT_NE(current, std::string::npos);
-    drawing.original.replace(current + 14, 1, "B\xC3\xA9ton \xE4\xB8\xAD");
-    drawing.database = openDrawingFromMemory(drawing.original, L"edited");
-    ASSERT_TRUE(drawing.database);
-    AcDbLayerTable* table = nullptr;
-    ASSERT_EQ(drawing.database->getLayerTable(table, AcDb::kForRead), Acad::eOk);
-    AcDbLayerTableRecord* layer = nullptr;
-    ASSERT_EQ(table->getAt(L"B\u00E9ton \u4E2D", layer, AcDb::kForWrite), Acad::eOk);
-    ASSERT_EQ(layer->setName(L"Concrete"), Acad::eOk);
-    layer->close();
-    table->close();
+    drawing.replace("$CLAYER\r\n  8\r\n0\r\n", "$CLAYER\r\n  8\r\nB\xC3\xA9ton \xE4\xB8\xAD\r\n");
+    change<AcDbLayerTableRecord>(drawing.database->clayer(), [](AcDbLayerTableRecord& layer) {
+        EXPECT_STREQ(layer.name().c_str(), L"B\u00E9ton \u4E2D");
+        EXPECT_EQ(layer.setName(L"Concrete"), Acad::eOk);
+    });
     const std::string saved = drawing.save();
     EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 1u);    // a text has the character too
     EXPECT_EQ(countOf(saved, "  8\r\nConcrete\r\n"), 2u); // the entity and the current layer
@@ -204,46 +170,64 @@ TEST(Edits, attributesAreAddedToAReferenceWithoutAny) {
 
 TEST(Edits, anR12DrawingRefusesWhatItCannotHold) {
     const EditedDrawing drawing(DrawingVersion::kR12, Kinds::kOfR12);
-    addToModelSpace(*drawing.database, new AcDbLine({0, 0, 0}, {3, 4, 0}));
-    const std::string saved = drawing.save();
-    EXPECT_EQ(countOf(saved, "OBJECTS"), 0u);
-    AcDbDictionary* root = nullptr;
-    ASSERT_EQ(drawing.database->getNamedObjectsDictionary(root, AcDb::kForWrite), Acad::eOk);
-    auto* const record = new AcDbXrecord;
-    AcDbObjectId id;
-    ASSERT_EQ(root->setAt(L"NEW", record, id), Acad::eOk);
-    record->close();
-    root->close();
+    appendToModelSpace(*drawing.database, new AcDbLine({0, 0, 0}, {3, 4, 0}));
+    EXPECT_EQ(countOf(drawing.save(), "OBJECTS"), 0u);
+    enter(drawing.database->namedObjectsDictionaryId(), L"NEW");
     std::string bytes;
-    WriteOptions options;
-    options.tellPort = false;
-    EXPECT_EQ(writeDrawingToMemory(*drawing.database, bytes, options), Acad::eNotApplicable);
+    EXPECT_EQ(writeDrawingToMemory(*drawing.database, bytes, quietWriting), Acad::eNotApplicable);
+}
+
+// A file with its spaces but without layouts gets them with the first object that its root names. The record
+// of each space then names its layout, as other programs ask for.
+TEST(Edits, spacesNameTheLayoutsThatComeWithASave) {
+    std::string records;
+    std::string blocks;
+    for (const auto& [handle, name] : {std::pair("1F", "*Model_Space"), std::pair("1B", "*Paper_Space")}) {
+        records += group(0, "BLOCK_RECORD") + group(5, handle) + group(100, "AcDbSymbolTableRecord") +
+                   group(100, "AcDbBlockTableRecord") + group(2, name);
+        blocks += group(0, "BLOCK") + group(8, "0") + group(2, name) + group(70, "0") + group(10, "0") +
+                  group(20, "0") + group(0, "ENDBLK");
+    }
+    const std::string table =
+        group(0, "TABLE") + group(2, "BLOCK_RECORD") + group(70, "2") + records + group(0, "ENDTAB");
+    const auto database = openDrawingFromMemory(header("AC1024") + section("TABLES", table) +
+                                                    section("BLOCKS", blocks) + entities(line()),
+                                                L"without layouts");
+    ASSERT_TRUE(database);
+    EXPECT_EQ(countOf(saved(*database), "AcDbLayout"), 0u) << "nothing was changed";
+    enter(database->namedObjectsDictionaryId(), L"NEW");
+    const Records found = recordsOf(saved(*database));
+    for (const auto& [handle, space] :
+         {std::pair("1F", database->modelSpaceId()), std::pair("1B", database->paperSpaceId())}) {
+        const auto record = found.find(std::string("TABLES BLOCK_RECORD ") + handle);
+        ASSERT_NE(record, found.end());
+        const auto layout = std::find_if(record->second.begin(), record->second.end(),
+                                         [](const Pair& pair) { return pair.code == 340; });
+        ASSERT_NE(layout, record->second.end()) << handle;
+        EXPECT_TRUE(found.contains("OBJECTS LAYOUT " + layout->value));
+        EXPECT_EQ(
+            AcDbHandle(wide(layout->value).c_str()).value(),
+            AcDbObjectPointer<AcDbBlockTableRecord>(space, AcDb::kForRead)->getLayoutId().handle().value());
+    }
 }
 
 TEST(Edits, aFileIsReplacedWholeOrNotAtAll) {
     const EditedDrawing drawing;
-    WriteOptions options;
-    options.tellPort = false;
     WriteReport report;
-    EXPECT_EQ(writeDrawing(*drawing.database, L"/nowhere/at/all.dxf", options, &report),
+    EXPECT_EQ(writeDrawing(*drawing.database, L"/nowhere/at/all.dxf", quietWriting, &report),
               Acad::eFileAccessErr);
     EXPECT_EQ(report.message.rfind(L"/nowhere/at/all.dxf: ", 0), 0u);
-    const std::string file = ::testing::TempDir() + "edits_test.dxf";
-    const std::wstring wideFile(file.begin(), file.end());
-    ASSERT_EQ(writeDrawing(*drawing.database, wideFile, options), Acad::eOk);
-    EXPECT_TRUE(openDrawing(wideFile));
-    {
-        AcDbObjectPointer<AcDbLine> line(drawing.first<AcDbLine>(), AcDb::kForWrite);
-        ASSERT_EQ(line->setThickness(std::numeric_limits<double>::infinity()), Acad::eInvalidInput);
-    }
-    std::remove(file.c_str());
+    const TemporaryFolder folder;
+    const std::wstring file = wide(folder / "edits_test.dxf");
+    ASSERT_EQ(writeDrawing(*drawing.database, file, quietWriting), Acad::eOk);
+    EXPECT_TRUE(openDrawing(file));
+    AcDbObjectPointer<AcDbLine> line(drawing.first<AcDbLine>(), AcDb::kForWrite);
+    ASSERT_EQ(line->setThickness(std::numeric_limits<double>::infinity()), Acad::eInvalidInput);
 }
 
 TEST(Edits, anObjectOpenForWriteStopsTheSave) {
     const EditedDrawing drawing;
     AcDbObjectPointer<AcDbLine> line(drawing.first<AcDbLine>(), AcDb::kForWrite);
     std::string bytes;
-    WriteOptions options;
-    options.tellPort = false;
-    EXPECT_EQ(writeDrawingToMemory(*drawing.database, bytes, options), Acad::eWasOpenForWrite);
+    EXPECT_EQ(writeDrawingToMemory(*drawing.database, bytes, quietWriting), Acad::eWasOpenForWrite);
 }

@@ -1,14 +1,10 @@
 // Reading and writing drawings where memory runs out.
 
+#include "drawingfiles.h"
 #include "failingallocator.h"
 #include "sampledrawing.h"
 
-#include "drawingreader.h"
-#include "drawingwriter.h"
-
 #include "temporaryfolder.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -51,36 +47,28 @@ class Memory : public testing::TestWithParam<Shortage> {};
 
 TEST_P(Memory, aReadThatRunsOutOfItGivesItsStatus) {
     const TemporaryFolder folder;
-    const std::string file = folder / "drawing.dxf";
-    const std::wstring wideFile(file.begin(), file.end());
-    std::string bytes;
-    ASSERT_EQ(writeDrawingToMemory(*sampleDrawing(), bytes), Acad::eOk);
-    folder.write("drawing.dxf", bytes);
-    ReadOptions options;
-    options.tellPort = false;
+    const std::wstring file = wide(folder / "drawing.dxf");
+    folder.write("drawing.dxf", saved(*sampleDrawing()));
     ReadReport report;
     failAt(
-        GetParam(), [&] { report = {}; }, [&] { return openDrawing(wideFile, &report, options); },
+        GetParam(), [&] { report = {}; }, [&] { return openDrawing(file, &report, quietReading); },
         [&](const std::unique_ptr<AcDbDatabase>& database, bool wasShort) {
             // An allocation that the reader can do without may fail unnoticed.
             EXPECT_TRUE(database || wasShort);
             EXPECT_EQ(report.status, database ? Acad::eOk : Acad::eOutOfMemory);
         });
-    EXPECT_TRUE(openDrawing(wideFile)) << "with memory back";
+    EXPECT_TRUE(openDrawing(file)) << "with memory back";
 }
 
 TEST_P(Memory, aSaveThatRunsOutOfItKeepsTheOldDrawing) {
     const TemporaryFolder folder;
-    const std::string file = folder / "drawing.dxf";
-    const std::wstring wideFile(file.begin(), file.end());
+    const std::wstring file = wide(folder / "drawing.dxf");
     folder.write("drawing.dxf", "old");
     const auto database = sampleDrawing();
-    WriteOptions options;
-    options.tellPort = false;
     WriteReport report;
     failAt(
         GetParam(), [&] { folder.write("drawing.dxf", "old"); },
-        [&] { return writeDrawing(*database, wideFile, options, &report); },
+        [&] { return writeDrawing(*database, file, quietWriting, &report); },
         [&](Acad::ErrorStatus status, bool wasShort) {
             EXPECT_EQ(status, wasShort && status != Acad::eOk ? Acad::eOutOfMemory : Acad::eOk);
             EXPECT_EQ(report.status, status);

@@ -11,6 +11,7 @@ namespace drawingtest {
 struct Pair {
     int code = 0;
     std::string value;
+    bool operator==(const Pair&) const = default;
 };
 
 /// Records by section, name and handle (or number, for those without).

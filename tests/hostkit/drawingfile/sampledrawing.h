@@ -2,7 +2,6 @@
 #pragma once
 
 #include "dbdatabase.h"
-#include "dbent.h"
 
 #include <memory>
 
@@ -10,10 +9,5 @@ namespace drawingtest {
 
 enum class Kinds { kAll, kOfR12 };
 std::unique_ptr<AcDbDatabase> sampleDrawing(Kinds kinds = Kinds::kAll);
-
-/// Appends the entity to model space and closes it.
-AcDbObjectId addToModelSpace(AcDbDatabase& database, AcDbEntity* entity);
-/// Registers an application for extended data.
-void registerApplication(AcDbDatabase& database, const wchar_t* name);
 
 } // namespace drawingtest

@@ -1,21 +1,11 @@
 #include "drawingchanges.h"
-#include "drawingpicture.h"
-#include "drawingreader.h"
-#include "drawingwriter.h"
+#include "drawingfiles.h"
 #include "undohistory.h"
-
-#include <gtest/gtest.h>
 
 using namespace hostkit;
 using namespace drawingtest;
 
 namespace {
-
-std::string saved(const AcDbDatabase& database) {
-    std::string bytes;
-    EXPECT_EQ(writeDrawingToMemory(database, bytes), Acad::eOk);
-    return bytes;
-}
 
 void undo(AcDbDatabase& database) {
     UndoReport report;
@@ -46,7 +36,7 @@ TEST(UndoAndSave, WhatStaysIsSavedAsIfTheRestHadNeverBeen) {
     for (std::uint32_t seed = 1; seed <= 10; ++seed) {
         SCOPED_TRACE(seed);
         const auto makeFirstStep = [](Drawing& drawing) {
-            drawing.change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.setEndPoint({3, 4, 5}); });
+            change<AcDbLine>(drawing.line, [](AcDbLine& line) { line.setEndPoint({3, 4, 5}); });
         };
         Drawing plain(openDrawingFromMemory(original, L"plain"));
         makeFirstStep(plain);

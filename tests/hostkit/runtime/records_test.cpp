@@ -5,33 +5,27 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace {
 
 TEST(RecordList, HoldsEachKindInItsField) {
     const double point[3] = {1, 2, 3};
     resbuf* list = acutBuildList(1001, L"ORDANE", 1000, L"key", 1070, 70000, 1071, -5, 1040, 2.5, 1010, point,
                                  160, Adesk::Int64{1} << 40, RTDXF0, L"LINE", RTNIL, 1005, L"2A", 0);
-    ASSERT_NE(list, nullptr);
-    const resbuf* at = list;
-    EXPECT_STREQ(at->resval.rstring, L"ORDANE");
-    at = at->rbnext->rbnext;
-    EXPECT_EQ(at->resval.rint, static_cast<short>(70000)); // 16 bits are kept
-    at = at->rbnext;
-    EXPECT_EQ(at->resval.rlong, -5);
-    at = at->rbnext;
-    EXPECT_EQ(at->resval.rreal, 2.5);
-    at = at->rbnext;
-    EXPECT_EQ(at->resval.rpoint[2], 3);
-    at = at->rbnext;
-    EXPECT_EQ(at->resval.mnInt64, Adesk::Int64{1} << 40);
-    at = at->rbnext;
-    EXPECT_EQ(at->restype, 0);
-    EXPECT_STREQ(at->resval.rstring, L"LINE");
-    at = at->rbnext;
-    EXPECT_EQ(at->restype, RTNIL);
-    at = at->rbnext;
-    EXPECT_STREQ(at->resval.rstring, L"2A");
-    EXPECT_EQ(at->rbnext, nullptr);
+    std::vector<const resbuf*> at;
+    for (const resbuf* record = list; record; record = record->rbnext) at.push_back(record);
+    ASSERT_EQ(at.size(), 10u);
+    EXPECT_STREQ(at[0]->resval.rstring, L"ORDANE");
+    EXPECT_EQ(at[2]->resval.rint, static_cast<short>(70000)); // 16 bits are kept
+    EXPECT_EQ(at[3]->resval.rlong, -5);
+    EXPECT_EQ(at[4]->resval.rreal, 2.5);
+    EXPECT_EQ(at[5]->resval.rpoint[2], 3);
+    EXPECT_EQ(at[6]->resval.mnInt64, Adesk::Int64{1} << 40);
+    EXPECT_EQ(at[7]->restype, 0);
+    EXPECT_STREQ(at[7]->resval.rstring, L"LINE");
+    EXPECT_EQ(at[8]->restype, RTNIL);
+    EXPECT_STREQ(at[9]->resval.rstring, L"2A");
     EXPECT_EQ(acutRelRb(list), RTNORM);
 }
 

@@ -1,13 +1,11 @@
+#include "drawingparts.h"
 #include "hosttest.h"
 
 #include "aced.h"
 #include "actrans.h"
 #include "applicationobject.h"
 #include "axlock.h"
-#include "dbent.h"
 #include "dbline.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
 #include "tlhelp32.h"
 #include "windows.h"
 
@@ -27,34 +25,21 @@ struct Leftover {
     const wchar_t* words;
 };
 
-AcDbObject* opened(TestHost& session, AcDb::OpenMode mode) {
-    AcDbObject* object = nullptr;
-    EXPECT_EQ(acdbOpenAcDbObject(object, session.database().layerZero(), mode), Acad::eOk);
-    return object;
+std::function<std::function<void()>(TestHost&)> openFor(AcDb::OpenMode mode) {
+    return [mode](TestHost& session) {
+        AcDbObject* object = nullptr;
+        EXPECT_EQ(acdbOpenAcDbObject(object, session.database().layerZero(), mode), Acad::eOk);
+        return [object] { object->close(); };
+    };
 }
 
 } // namespace
 
 TEST(TestHost, tellsEachThingThatIsLeftBehind) {
     const Leftover cases[] = {
-        {"open for read",
-         [](TestHost& session) {
-             AcDbObject* const object = opened(session, AcDb::kForRead);
-             return [object] { object->close(); };
-         },
-         L"AcDbLayerTableRecord"},
-        {"open for write",
-         [](TestHost& session) {
-             AcDbObject* const object = opened(session, AcDb::kForWrite);
-             return [object] { object->close(); };
-         },
-         L"is open for write"},
-        {"open for notify",
-         [](TestHost& session) {
-             AcDbObject* const object = opened(session, AcDb::kForNotify);
-             return [object] { object->close(); };
-         },
-         L"is open for notify"},
+        {"open for read", openFor(AcDb::kForRead), L"AcDbLayerTableRecord"},
+        {"open for write", openFor(AcDb::kForWrite), L"is open for write"},
+        {"open for notify", openFor(AcDb::kForNotify), L"is open for notify"},
         {"locked",
          [](TestHost& session) {
              auto* const lock = new AcAxDocLock(&session.database());
@@ -110,12 +95,10 @@ TEST(TestHost, looksAtDrawingsOfNoDocumentToo) {
     AcDbDatabase side;
     session.watch(side);
     side.disableUndoRecording(side.undoRecording());
-    AcDbObject* object = nullptr;
-    ASSERT_EQ(acdbOpenAcDbObject(object, side.layerZero(), AcDb::kForRead), Acad::eOk);
+    const AcDbObjectPointer<AcDbObject> open(side.layerZero(), AcDb::kForRead);
     EXPECT_EQ(session.leftovers().size(), 2u);
     session.forget(side);
     EXPECT_TRUE(session.leftovers().empty());
-    object->close();
 }
 
 TEST(TestHost, aRunningCommandIsLeftBehindWhileItRuns) {
@@ -134,12 +117,9 @@ TEST(TestHost, nothingLeaksIntoTheNext) {
         TestHost session;
         EXPECT_EQ(session.host().documents().documentCount(), 1);
         EXPECT_TRUE(session.port().printed.empty());
-        const AcDbObjectPointer<AcDbBlockTableRecord> space(session.database().modelSpaceId(),
-                                                            AcDb::kForWrite);
-        EXPECT_TRUE(space->entities().empty());
-        auto* const line = new AcDbLine({0, 0, 0}, {1, 0, 0});
-        EXPECT_EQ(space->appendAcDbEntity(line), Acad::eOk);
-        line->close();
+        const AcDbObjectId space = session.database().modelSpaceId();
+        EXPECT_TRUE(AcDbObjectPointer<AcDbBlockTableRecord>(space, AcDb::kForRead)->entities().empty());
+        drawingtest::append(space, new AcDbLine({0, 0, 0}, {1, 0, 0}));
         acutPrintf(L"something");
     }
 }
