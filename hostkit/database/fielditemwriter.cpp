@@ -41,23 +41,23 @@ void FieldItemWriter::writeText(short code, std::wstring_view text) {
         const std::vector<unsigned char> bytes = bytesOfHexadecimal(text);
         return writeBinary(code, bytes.data(), bytes.size());
     }
-    if (head(code)) take(m_items.writeString(std::wstring(text).c_str()));
+    if (head(code)) setError(m_items.writeString(std::wstring(text).c_str()));
 }
 
 void FieldItemWriter::writeReal(short code, double value) {
-    if (head(code)) take(m_items.writeDouble(value));
+    if (head(code)) setError(m_items.writeDouble(value));
 }
 
 void FieldItemWriter::writeAngle(short code, double radians) {
-    if (head(code, ItemForm::kRadians)) take(m_items.writeDouble(radians));
+    if (head(code, ItemForm::kRadians)) setError(m_items.writeDouble(radians));
 }
 
 void FieldItemWriter::writePoint(short code, const double* coordinates, int dimension) {
     if (dimension > 2) {
         if (head(code))
-            take(m_items.writePoint3d(AcGePoint3d(coordinates[0], coordinates[1], coordinates[2])));
+            setError(m_items.writePoint3d(AcGePoint3d(coordinates[0], coordinates[1], coordinates[2])));
     } else if (head(code, ItemForm::kFlatPoint)) {
-        take(m_items.writePoint2d(AcGePoint2d(coordinates[0], dimension > 1 ? coordinates[1] : 0.0)));
+        setError(m_items.writePoint2d(AcGePoint2d(coordinates[0], dimension > 1 ? coordinates[1] : 0.0)));
     }
 }
 
@@ -65,23 +65,23 @@ void FieldItemWriter::writeInteger(short code, Adesk::Int64 value) {
     switch (AcDb::groupKind(code)) {
     case AcDb::GroupKind::kInt16:
         if (!fits<Adesk::Int16>(value)) break;
-        if (head(code)) take(m_items.writeInt16(static_cast<Adesk::Int16>(value)));
+        if (head(code)) setError(m_items.writeInt16(static_cast<Adesk::Int16>(value)));
         return;
     case AcDb::GroupKind::kInt32:
         if (!fits<Adesk::Int32>(value)) break;
-        if (head(code)) take(m_items.writeInt32(static_cast<Adesk::Int32>(value)));
+        if (head(code)) setError(m_items.writeInt32(static_cast<Adesk::Int32>(value)));
         return;
     case AcDb::GroupKind::kInt64:
-        if (head(code)) take(m_items.writeInt64(value));
+        if (head(code)) setError(m_items.writeInt64(value));
         return;
     case AcDb::GroupKind::kBool:
         if (value != 0 && value != 1) break;
-        if (head(code)) take(m_items.writeBool(value == 1));
+        if (head(code)) setError(m_items.writeBool(value == 1));
         return;
     default:
         break;
     }
-    if (head(code, ItemForm::kWideInteger)) take(m_items.writeInt64(value));
+    if (head(code, ItemForm::kWideInteger)) setError(m_items.writeInt64(value));
 }
 
 void FieldItemWriter::writeHandle(short code, Adesk::UInt64 handle) {
@@ -89,22 +89,22 @@ void FieldItemWriter::writeHandle(short code, Adesk::UInt64 handle) {
         const AcDbObjectId id = DatabaseAccess::find(*m_database, handle);
         if (!id.isNull()) return writeId(code, id);
     }
-    if (head(code, ItemForm::kPlainHandle)) take(m_items.writeInt64(static_cast<Adesk::Int64>(handle)));
+    if (head(code, ItemForm::kPlainHandle)) setError(m_items.writeInt64(static_cast<Adesk::Int64>(handle)));
 }
 
 void FieldItemWriter::writeId(short code, AcDbObjectId id) {
     switch (referenceKind(code)) {
     case ReferenceKind::kSoftPointer:
-        if (head(code)) take(m_items.writeSoftPointerId(id));
+        if (head(code)) setError(m_items.writeSoftPointerId(id));
         return;
     case ReferenceKind::kHardPointer:
-        if (head(code)) take(m_items.writeHardPointerId(id));
+        if (head(code)) setError(m_items.writeHardPointerId(id));
         return;
     case ReferenceKind::kSoftOwner:
-        if (head(code)) take(m_items.writeSoftOwnershipId(id));
+        if (head(code)) setError(m_items.writeSoftOwnershipId(id));
         return;
     case ReferenceKind::kHardOwner:
-        if (head(code)) take(m_items.writeHardOwnershipId(id));
+        if (head(code)) setError(m_items.writeHardOwnershipId(id));
         return;
     case ReferenceKind::kNone:
         return writeHandle(code, id.handle().value());
@@ -112,17 +112,17 @@ void FieldItemWriter::writeId(short code, AcDbObjectId id) {
 }
 
 void FieldItemWriter::writeRecordName(short code, AcDbObjectId record, std::wstring_view) {
-    if (head(code, ItemForm::kRecord)) take(m_items.writeHardPointerId(record));
+    if (head(code, ItemForm::kRecord)) setError(m_items.writeHardPointerId(record));
 }
 
 void FieldItemWriter::writeBinary(short code, const void* bytes, std::size_t size) {
     if (!head(code)) return;
-    take(m_items.writeInt32(static_cast<Adesk::Int32>(size)));
-    if (m_status == Acad::eOk) take(m_items.writeBytes(bytes, static_cast<Adesk::UInt32>(size)));
+    setError(m_items.writeInt32(static_cast<Adesk::Int32>(size)));
+    if (m_status == Acad::eOk) setError(m_items.writeBytes(bytes, static_cast<Adesk::UInt32>(size)));
 }
 
 void FieldItemWriter::writeSubclassMark(const wchar_t* name) {
-    if (head(100, ItemForm::kSubclassMark)) take(m_items.writeString(name));
+    if (head(100, ItemForm::kSubclassMark)) setError(m_items.writeString(name));
 }
 
 } // namespace hostkit

@@ -53,7 +53,6 @@ public:
 
 private:
     bool head(short code, ItemForm form = ItemForm::kByCode);
-    void take(Acad::ErrorStatus status) { setError(status); }
 
     AcDbDwgFiler& m_items;
     AcDbDatabase* m_database;

@@ -23,7 +23,7 @@ enum class AuditCheck : unsigned char {
     kExtendedData, ///< registered applications, size and braces
 };
 constexpr std::size_t auditCheckCount = 8;
-/// One lower-case word: "handle", "owner" and so on.
+/// In lower case: "handle", "extended data" and so on.
 const wchar_t* auditCheckName(AuditCheck check);
 
 enum class AuditSeverity : unsigned char {

@@ -16,6 +16,7 @@
 #include <charconv>
 #include <initializer_list>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace drawingtest {
@@ -115,6 +116,14 @@ inline AcDbObjectId enter(AcDbObjectId dictionary, const wchar_t* name, AcDbObje
     EXPECT_TRUE(entry->isWriteEnabled());
     EXPECT_EQ(entry->close(), Acad::eOk);
     return id;
+}
+
+/// For the caller to close.
+template <class T>
+T* opened(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForWrite) {
+    T* object = nullptr;
+    if (acdbOpenObject(object, id, mode) != Acad::eOk) throw std::runtime_error("it cannot be opened");
+    return object;
 }
 
 /// Opens the object for write and closes it again.

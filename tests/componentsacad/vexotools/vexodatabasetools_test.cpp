@@ -191,8 +191,7 @@ TEST_F(DictionaryTree, appending) {
     EXPECT_EQ(Tools::appendToDictionary(L"KEPT OPEN", new AcDbXrecord, open, &database(), false, L"key"), 1);
     const AcDbObjectId kept = AcDbObjectPointer<AcDbObject>(open, AcDb::kForRead)->ownerId();
     EXPECT_EQ(database().numOpenObjects(), 1);
-    AcDbDictionary* dictionary = nullptr;
-    EXPECT_EQ(acdbOpenObject(dictionary, kept, AcDb::kForNotify), Acad::eOk);
+    auto* dictionary = drawingtest::opened<AcDbDictionary>(kept, AcDb::kForNotify);
     AcDbObjectId direct;
     EXPECT_EQ(Tools::appendToDictionary(dictionary, new AcDbXrecord, direct, L"more"), 1);
     EXPECT_EQ(dictionary->numEntries(), 2u);

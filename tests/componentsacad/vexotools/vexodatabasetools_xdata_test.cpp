@@ -23,10 +23,7 @@ AcArray<long> longs(std::initializer_list<long> values) { return arrayOf(values)
 
 class TypedStore : public hostkit::HostTest {
 protected:
-    TypedStore() {
-        const AcDbObjectId id = appendToModelSpace(database(), new AcDbPoint);
-        EXPECT_EQ(acdbOpenObject(point, id, AcDb::kForWrite), Acad::eOk);
-    }
+    TypedStore() { point = opened<AcDbPoint>(appendToModelSpace(database(), new AcDbPoint)); }
     void TearDown() override {
         point->close();
         HostTest::TearDown();
@@ -67,8 +64,8 @@ TEST_F(TypedStore, EveryKindIsWrittenInItsFormAndReadBack) {
     EXPECT_TRUE(Tools::getLongValueInEntityXData(point, application, L"long", wide) && wide == 70000);
     EXPECT_TRUE(Tools::getLongPtrValueInEntityXData(point, application, L"ptr", pointer) && pointer == 12);
     EXPECT_TRUE(Tools::getDoubleValueInEntityXData(point, application, L"double", real) && real == 2.5);
-    EXPECT_TRUE(Tools::getPointValueInEntityXData(point, application, L"point", place));
-    EXPECT_TRUE(place == AcGePoint3d(1, 2, 3));
+    EXPECT_TRUE(Tools::getPointValueInEntityXData(point, application, L"point", place) &&
+                place == AcGePoint3d(1, 2, 3));
     EXPECT_TRUE(Tools::getStringValueInEntityXData(point, application, L"string", text) && text == L"text");
     EXPECT_TRUE(Tools::hasSimpleStringValueInEntityXData(point, application, L"flag"));
     for (int times = 1; times <= 2; ++times) {
@@ -289,9 +286,7 @@ TEST_F(TypedStore, OnlyObjectsThatAreOpenForWriteChange) {
     point->close();
     EXPECT_TRUE(Tools::setIntValueInEntityXData(point->objectId(), application, L"n", 2));
     EXPECT_TRUE(Tools::getIntValueInEntityXData(point->objectId(), application, L"n", value) && value == 2);
-    AcDbEntity* opened = nullptr;
-    ASSERT_EQ(acdbOpenAcDbEntity(opened, point->objectId(), AcDb::kForWrite), Acad::eOk)
-        << "closed by the tools";
+    point = opened<AcDbPoint>(point->objectId()); // closed by the tools
     EXPECT_FALSE(Tools::setSimpleStringValueInEntityXData(nullptr, application, L"k"));
     EXPECT_FALSE(Tools::setIntValueInEntityXData(point, nullptr, L"k", 1));
     EXPECT_FALSE(Tools::getIntValueInEntityXData(point, nullptr, L"n", value));
@@ -357,8 +352,7 @@ TEST_F(TypedStore, ValuesComeBackFromASavedDrawingAndThoseOfOthersAreRead) {
         EXPECT_EQ(real, 2.25);
     }
     EXPECT_EQ(again->numOpenObjects(), 0);
-    AcDbEntity* opened = nullptr;
-    ASSERT_EQ(acdbOpenAcDbEntity(opened, point->objectId(), AcDb::kForWrite), Acad::eOk);
+    point = opened<AcDbPoint>(point->objectId());
 }
 
 TEST_F(TypedStore, ACopyHasTheFieldsAlone) {
@@ -395,11 +389,7 @@ private:
 TEST_F(TypedStore, AReferenceThatIsNotTheTablesOwnIsFound) {
     EXPECT_FALSE(Tools::XDataAppLies(nullptr));
     EXPECT_TRUE(Tools::setIntValueInEntityXData(point, application, L"k", 1));
-    AcDbObjectId record;
-    {
-        const AcDbSymbolTablePointer<AcDbRegAppTable> table(&database(), AcDb::kForRead);
-        ASSERT_EQ(table->getAt(application, record), Acad::eOk);
-    }
+    const AcDbObjectId record = Tools::getFromSymbolTable(L"APPID", application);
     EXPECT_EQ(point->addPersistentReactor(record), Acad::eOk);
     EXPECT_FALSE(Tools::XDataAppLies(point)) << "a true reference";
     const ForgedId forged(record);

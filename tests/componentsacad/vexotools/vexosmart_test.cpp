@@ -27,10 +27,7 @@ protected:
 TEST_F(Guards, openTakesAndGivesBackWhatItCan) {
     const AcDbObjectId line = addLine();
     const AcDbObjectId erased = addLine();
-    {
-        const VEXOSmartOpen<AcDbObject> guard(erased, AcDb::kForWrite, false);
-        ASSERT_EQ(guard->erase(), Acad::eOk);
-    }
+    ASSERT_EQ(drawingtest::erase(erased), Acad::eOk);
     AcDbObjectId promised;
     ASSERT_EQ(database().getAcDbObjectId(promised, true, AcDbHandle(0xABCDE)), Acad::eOk);
     const struct {
@@ -67,8 +64,7 @@ TEST_F(Guards, openReachesWhatIsOpenElsewhereThroughATransaction) {
     const AcDbObjectId id = addLine();
     for (const AcDb::OpenMode held : {AcDb::kForRead, AcDb::kForWrite, AcDb::kForNotify}) {
         SCOPED_TRACE(held);
-        AcDbObject* holder = nullptr;
-        ASSERT_EQ(acdbOpenAcDbObject(holder, id, held), Acad::eOk);
+        auto* const holder = drawingtest::opened<AcDbObject>(id, held);
         {
             const VEXOSmartOpen<AcDbEntity> outer(id, AcDb::kForWrite, false);
             ASSERT_EQ(outer.status(), Acad::eOk);

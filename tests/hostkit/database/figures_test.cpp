@@ -29,16 +29,13 @@ Figure figure() {
     return Figure(kCorners[0], kCorners[1], kCorners[2], kCorners[3]);
 }
 
-AcGePoint3d cornerOf(const AcDbFace& face, Adesk::UInt16 index) {
-    AcGePoint3d point;
-    EXPECT_EQ(face.getVertexAt(index, point), Acad::eOk);
-    return point;
-}
-
 template <typename Figure>
-AcGePoint3d cornerOf(const Figure& flat, Adesk::UInt16 index) {
+AcGePoint3d cornerOf(const Figure& figure, Adesk::UInt16 index) {
     AcGePoint3d point;
-    EXPECT_EQ(flat.getPointAt(index, point), Acad::eOk);
+    if constexpr (std::is_same_v<Figure, AcDbFace>)
+        EXPECT_EQ(figure.getVertexAt(index, point), Acad::eOk);
+    else
+        EXPECT_EQ(figure.getPointAt(index, point), Acad::eOk);
     return point;
 }
 
@@ -129,26 +126,21 @@ TEST(Points, MarksTurnWithTheirPlane) {
 }
 
 TEST(Dimensions, MeasureByTheirPoints) {
-    struct Case {
-        AcDbDimension::Type type;
-        double rotation;
-        double value;
-    };
-    for (const Case& c : {Case{AcDbDimension::kRotated, 0.0, 3.0},
-                          {AcDbDimension::kRotated, AcGe::kPi / 2.0, 4.0},
-                          {AcDbDimension::kRotated, AcGe::kPi, 3.0},
-                          {AcDbDimension::kAligned, 1.0, 5.0},
-                          {AcDbDimension::kRadial, 0.0, 13.0},
-                          {AcDbDimension::kDiametric, 0.0, 13.0}}) {
-        AcDbDimension dimension(c.type);
-        ASSERT_EQ(dimension.setRotation(c.rotation), Acad::eOk);
+    for (const auto& [type, rotation, expected] : {std::tuple(AcDbDimension::kRotated, 0.0, 3.0),
+                                                   {AcDbDimension::kRotated, AcGe::kPi / 2.0, 4.0},
+                                                   {AcDbDimension::kRotated, AcGe::kPi, 3.0},
+                                                   {AcDbDimension::kAligned, 1.0, 5.0},
+                                                   {AcDbDimension::kRadial, 0.0, 13.0},
+                                                   {AcDbDimension::kDiametric, 0.0, 13.0}}) {
+        AcDbDimension dimension(type);
+        ASSERT_EQ(dimension.setRotation(rotation), Acad::eOk);
         ASSERT_EQ(dimension.setPointOf(13, {1.0, 1.0, 0.0}), Acad::eOk);
         ASSERT_EQ(dimension.setPointOf(14, {4.0, 5.0, 0.0}), Acad::eOk);
         ASSERT_EQ(dimension.setPointOf(10, {0.0, 0.0, 0.0}), Acad::eOk);
         ASSERT_EQ(dimension.setPointOf(15, {5.0, 12.0, 0.0}), Acad::eOk);
         double value = 0.0;
-        ASSERT_EQ(dimension.measurement(value), Acad::eOk) << c.type;
-        EXPECT_NEAR(value, c.value, 1e-14) << c.type;
+        ASSERT_EQ(dimension.measurement(value), Acad::eOk) << type;
+        EXPECT_NEAR(value, expected, 1e-14) << type;
         for (const motions::Motion& motion : motions::all()) {
             const std::unique_ptr<AcDbDimension> moved = motions::copyOf(dimension);
             ASSERT_EQ(moved->transformBy(motion.matrix),
@@ -157,7 +149,7 @@ TEST(Dimensions, MeasureByTheirPoints) {
             double scale = 1.0;
             EXPECT_EQ(hostkit::isUniform(motion.matrix, scale), motion.keepsShape);
             ASSERT_EQ(moved->measurement(value), Acad::eOk);
-            EXPECT_NEAR(value, c.value * scale, 1e-9 * scale) << c.type << " " << motion.name;
+            EXPECT_NEAR(value, expected * scale, 1e-9 * scale) << type << " " << motion.name;
         }
     }
     double kept = 8.0;

@@ -1,10 +1,10 @@
 // Filers in memory, whole records in the binary form, and classes of applications that file more than their
 // parent.
 
+#include "beam.h"
 #include "drawingparts.h"
 
 #include "dbdeepclonefiler.h"
-#include "dbline.h"
 #include "dbopaque.h"
 #include "memorydwgfiler.h"
 
@@ -100,61 +100,31 @@ TEST(MemoryFilers, WhatWasNotWrittenIsNotRead) {
     EXPECT_LT(filer.size(), static_cast<std::size_t>(end)) << "what stood from there on is dropped";
 }
 
-// A class as an application makes it: its own items behind those of its parent.
-class Beam : public AcDbLine {
-    ACRX_DECLARE_MEMBERS(Beam)
-public:
-    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override {
-        const Acad::ErrorStatus status = AcDbLine::dwgOutFields(filer);
-        return status == Acad::eOk ? filer->writeInt32(bars) : status;
-    }
-    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override {
-        const Acad::ErrorStatus status = AcDbLine::dwgInFields(filer);
-        return status == Acad::eOk ? filer->readInt32(&bars) : status;
-    }
-    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override {
-        ++textCalls;
-        return AcDbLine::dxfOutFields(filer);
-    }
-    Adesk::Int32 bars = 0;
-    mutable int textCalls = 0;
-};
-
-} // namespace
-
-ACRX_CONS_DEFINE_MEMBERS(Beam, AcDbLine, 1)
-
-namespace {
-
 TEST(BinaryRecords, AnApplicationsClassFilesItsItemsBehindItsParents) {
-    Beam::rxInit();
-    {
-        Beam beam;
-        beam.setStartPoint(AcGePoint3d(1, 2, 3));
-        beam.bars = 12;
-        AcDbDeepCloneFiler filer;
-        ASSERT_EQ(beam.dwgOutFields(&filer), Acad::eOk);
-        EXPECT_EQ(beam.textCalls, 0) << "the parent files its own groups, not those of the class below it";
-        filer.seek(0, 0);
-        Beam copy;
-        ASSERT_EQ(copy.dwgInFields(&filer), Acad::eOk);
-        EXPECT_TRUE(copy.startPoint() == AcGePoint3d(1, 2, 3));
-        EXPECT_EQ(copy.bars, 12);
-        filer.seek(0, 0);
-        AcDbLine line;
-        EXPECT_EQ(line.dwgInFields(&filer), Acad::eOk) << "a parent reads its part and stops";
-        Adesk::Int32 bars = 0;
-        EXPECT_TRUE(filer.readInt32(&bars) == Acad::eOk && bars == 12);
-    }
-    Beam::rxExit();
+    const BeamApplication application;
+    Beam beam;
+    beam.setStartPoint(AcGePoint3d(1, 2, 3));
+    beam.setLoad(12);
+    AcDbDeepCloneFiler filer;
+    ASSERT_EQ(beam.dwgOutFields(&filer), Acad::eOk);
+    EXPECT_EQ(beam.textCalls, 0) << "the parent files its own groups, not those of the class below it";
+    filer.seek(0, 0);
+    Beam copy;
+    ASSERT_EQ(copy.dwgInFields(&filer), Acad::eOk);
+    EXPECT_TRUE(copy.startPoint() == AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(copy.load(), 12);
+    filer.seek(0, 0);
+    AcDbLine line;
+    EXPECT_EQ(line.dwgInFields(&filer), Acad::eOk) << "a parent reads its part and stops";
+    double load = 0;
+    EXPECT_TRUE(filer.readDouble(&load) == Acad::eOk && load == 12);
 }
 
 class BinaryRecordsInADrawing : public testing::Test {
 protected:
     BinaryRecordsInADrawing() {
         application = addRecord<AcDbRegAppTable>(database, L"ORDANE");
-        const AcDbObjectId id = appendToModelSpace(database, new AcDbLine({1, 2, 3}, {4, 5, 6}));
-        EXPECT_EQ(acdbOpenObject(line, id, AcDb::kForWrite), Acad::eOk);
+        line = opened<AcDbLine>(appendToModelSpace(database, new AcDbLine({1, 2, 3}, {4, 5, 6})));
     }
     ~BinaryRecordsInADrawing() override { line->close(); }
 

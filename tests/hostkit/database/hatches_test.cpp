@@ -33,19 +33,11 @@ Acad::ErrorStatus appendEdges(AcDbHatch& hatch, const Curves& curves,
     AcArray<int> types;
     for (const auto& curve : curves) {
         edges.append(curve.get());
-        switch (curve->type()) {
-        case AcGe::kLineSeg2d:
-            types.append(AcDbHatch::kLine);
-            break;
-        case AcGe::kCircArc2d:
-            types.append(AcDbHatch::kCirArc);
-            break;
-        case AcGe::kEllipArc2d:
-            types.append(AcDbHatch::kEllArc);
-            break;
-        default:
-            types.append(AcDbHatch::kSpline);
-        }
+        const AcGe::EntityId kind = curve->type();
+        types.append(kind == AcGe::kLineSeg2d    ? AcDbHatch::kLine
+                     : kind == AcGe::kCircArc2d  ? AcDbHatch::kCirArc
+                     : kind == AcGe::kEllipArc2d ? AcDbHatch::kEllArc
+                                                 : AcDbHatch::kSpline);
     }
     return hatch.appendLoop(type, edges, types);
 }
@@ -189,17 +181,13 @@ TEST(Hatches, AreaByNestingAndStyle) {
     ASSERT_EQ(hatch.appendLoop(0, square(2, 8), straight), Acad::eOk);
     ASSERT_EQ(hatch.appendLoop(0, polygon({{20, 0}, {22, 0}}), numbersOf({1.0, 1.0})), Acad::eOk);
     const double disc = AcGe::kPi;
-    struct Case {
-        AcDbHatch::HatchStyle style;
-        double area;
-    };
-    for (const Case& c : {Case{AcDbHatch::kNormal, 100.0 - 64.0 + 36.0 + disc},
-                          {AcDbHatch::kOuter, 100.0 - 64.0 + disc},
-                          {AcDbHatch::kIgnore, 100.0 + disc}}) {
-        ASSERT_EQ(hatch.setHatchStyle(c.style), Acad::eOk);
+    for (const auto& [style, expected] : {std::pair(AcDbHatch::kNormal, 100.0 - 64.0 + 36.0 + disc),
+                                          {AcDbHatch::kOuter, 100.0 - 64.0 + disc},
+                                          {AcDbHatch::kIgnore, 100.0 + disc}}) {
+        ASSERT_EQ(hatch.setHatchStyle(style), Acad::eOk);
         double area = -1.0;
         ASSERT_EQ(hatch.getArea(area), Acad::eOk);
-        EXPECT_NEAR(area, c.area, 1e-12) << c.style;
+        EXPECT_NEAR(area, expected, 1e-12) << style;
     }
     ASSERT_EQ(hatch.appendLoop(AcDbHatch::kNotClosed, square(30, 31), straight), Acad::eOk);
     double kept = -1.0;
@@ -236,12 +224,11 @@ void expectTightBox(const AcDbHatch& hatch, const std::string& name) {
     double longest = 0.0;
     for (int i = 0; i < hatch.numLoops(); ++i) {
         for (const auto& curve : loopOf(hatch, i)) {
-            AcGePoint3d last;
-            bool isFirst = true;
-            for (const AcGePoint2d& point : walk(*curve, steps)) {
+            const auto points = walk(*curve, steps);
+            AcGePoint3d last = inWorld(hatch, points.front());
+            for (const AcGePoint2d& point : points) {
                 const AcGePoint3d place = inWorld(hatch, point);
-                if (!isFirst) longest = std::max(longest, place.distanceTo(last));
-                isFirst = false;
+                longest = std::max(longest, place.distanceTo(last));
                 last = place;
                 walked.addPoint(place);
             }

@@ -232,8 +232,7 @@ TEST_F(Insertions, BlocksThatHoldThemselvesEnd) {
     const AcDbObjectId outer = addFlag(L"OUTER");
     const AcDbObjectId inner = addBlock(L"INNER");
     append(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
-    AcDbBlockReference* down = new AcDbBlockReference({100.0, 0.0, 0.0}, inner);
-    append(outer, down);
+    append(outer, new AcDbBlockReference({100.0, 0.0, 0.0}, inner));
     // The class refuses such a block, but a file may have one.
     append(inner, new AcDbBlockReference({0.0, 100.0, 0.0}, outer));
     AcDbBlockReference whole({}, outer);
@@ -336,17 +335,18 @@ TEST_F(Insertions, ResidentAttributesMoveTogetherOrNotAtAll) {
     EXPECT_TRUE(isNear(reference->position(), AcGePoint3d()));
     const AcDbObjectId first = reference->attributes().idAt(0);
     AcDbAttribute* looked = nullptr;
-    ASSERT_EQ(reference->openAttribute(looked, first, AcDb::kForRead), Acad::eOk);
-    EXPECT_TRUE(isNear(looked->position(), {1.0, 0.0, 0.0}));
-    looked->close();
+    const auto expectFirstAt = [&](const AcGePoint3d& place) {
+        ASSERT_EQ(reference->openAttribute(looked, first, AcDb::kForRead), Acad::eOk);
+        EXPECT_TRUE(isNear(looked->position(), place));
+        looked->close();
+    };
+    expectFirstAt({1.0, 0.0, 0.0});
     EXPECT_EQ(reference->openAttribute(looked, id, AcDb::kForRead), Acad::eKeyNotFound);
 
     ASSERT_EQ(attribute->erase(), Acad::eOk);
     attribute->close();
     ASSERT_EQ(reference->transformBy(step), Acad::eOk);
-    ASSERT_EQ(reference->openAttribute(looked, first, AcDb::kForRead), Acad::eOk);
-    EXPECT_TRUE(isNear(looked->position(), {11.0, 0.0, 0.0}));
-    looked->close();
+    expectFirstAt({11.0, 0.0, 0.0});
     EXPECT_EQ(reference->openAttribute(looked, second, AcDb::kForRead), Acad::eWasErased);
     ASSERT_EQ(reference->erase(), Acad::eOk);
     EXPECT_TRUE(first.isErased());

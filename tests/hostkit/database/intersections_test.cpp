@@ -24,6 +24,10 @@ CurvePointer circleOf(double x, double y, double radius) {
     return std::make_shared<AcDbCircle>(AcGePoint3d(x, y, 0), AcGeVector3d::kZAxis, radius);
 }
 
+CurvePointer arcOf(double radius, double from, double to) {
+    return std::make_shared<AcDbArc>(AcGePoint3d(), radius, from, to);
+}
+
 CurvePointer squareOf(double x, double y, double side) {
     return polyline({{x, y, 0}, {x + side, y, 0}, {x + side, y + side, 0}, {x, y + side, 0}}, true);
 }
@@ -38,6 +42,14 @@ struct Meeting {
 
 std::vector<Meeting> cases() {
     const double h = std::sqrt(3.0);
+    const CurvePointer square = squareOf(0, 0, 2), disc = circleOf(0, 0, 2);
+    const CurvePointer halves = polyline({{-2, 0, 1}, {2, 0, 1}}, true);
+    const CurvePointer narrow = polyline({{1, 0}, {2, 0}, {2, 2}, {1, 2}}, true);
+    const CurvePointer across = polyline({{1, 0}, {0, 0}, {0, 1}, {-3, 1}}, false);
+    const CurvePointer corner = polyline({{0, 0}, {1, 0}, {1, 1}}, false);
+    const CurvePointer swung = polyline({{-2, 0, -1}, {0, 0, 1}, {2, 0}}, false);
+    const CurvePointer ellipse =
+        std::make_shared<AcDbEllipse>(AcGePoint3d(), AcGeVector3d::kZAxis, AcGeVector3d(4, 0, 0), 0.5);
     return {
         {"lines cross", lineOf(0, 0, 4, 4), lineOf(0, 4, 4, 0), {{2, 2, 0}}},
         {"lines touch at an end", lineOf(0, 0, 4, 0), lineOf(2, 0, 2, 5), {{2, 0, 0}}},
@@ -46,65 +58,43 @@ std::vector<Meeting> cases() {
         {"the same line backward", lineOf(0, 0, 4, 0), lineOf(4, 0, 0, 0), {{0, 0, 0}, {4, 0, 0}}},
         {"collinear lines touch", lineOf(0, 0, 4, 0), lineOf(4, 0, 9, 0), {{4, 0, 0}}},
         {"parallel lines", lineOf(0, 0, 4, 0), lineOf(0, 1, 4, 1), {}},
-        {"line through a circle", lineOf(-5, 0, 5, 0), circleOf(0, 0, 2), {{-2, 0, 0}, {2, 0, 0}}},
-        {"line touches a circle", lineOf(-5, 2, 5, 2), circleOf(0, 0, 2), {}},
-        {"line touches an arc from inside its ends",
-         lineOf(2, -5, 2, 5),
-         std::make_shared<AcDbArc>(AcGePoint3d(), 2.0, -1.0, 1.0),
-         {}},
-        {"line ends on a circle", lineOf(0, 0, 2, 0), circleOf(0, 0, 2), {{2, 0, 0}}},
-        {"circles cross", circleOf(0, 0, 2), circleOf(2, 0, 2), {{1, h, 0}, {1, -h, 0}}},
-        {"the same circle", circleOf(0, 0, 2), circleOf(0, 0, 2), {{2, 0, 0}}},
+        {"line through a circle", lineOf(-5, 0, 5, 0), disc, {{-2, 0, 0}, {2, 0, 0}}},
+        {"line touches a circle", lineOf(-5, 2, 5, 2), disc, {}},
+        {"line touches an arc from inside its ends", lineOf(2, -5, 2, 5), arcOf(2.0, -1.0, 1.0), {}},
+        {"line ends on a circle", lineOf(0, 0, 2, 0), disc, {{2, 0, 0}}},
+        {"circles cross", disc, circleOf(2, 0, 2), {{1, h, 0}, {1, -h, 0}}},
+        {"the same circle", disc, disc, {{2, 0, 0}}},
         {"arcs of one circle overlap",
-         std::make_shared<AcDbArc>(AcGePoint3d(), 1.0, 0.0, 2.0),
-         std::make_shared<AcDbArc>(AcGePoint3d(), 1.0, 1.0, 3.0),
+         arcOf(1.0, 0.0, 2.0),
+         arcOf(1.0, 1.0, 3.0),
          {{std::cos(1.0), std::sin(1.0), 0}, {std::cos(2.0), std::sin(2.0), 0}}},
-        {"unbounded line through a square", xlineOf(1, -9, 0, 1), squareOf(0, 0, 2), {{1, 0, 0}, {1, 2, 0}}},
-        {"unbounded line through corners", xlineOf(0, 0, 1, 1), squareOf(0, 0, 2), {{0, 0, 0}, {2, 2, 0}}},
-        {"unbounded line along a side", xlineOf(0, -9, 0, 1), squareOf(0, 0, 2), {{0, 0, 0}, {0, 2, 0}}},
-        {"ray from inside", rayOf(1, 1, 1, 0), squareOf(0, 0, 2), {{2, 1, 0}}},
+        {"unbounded line through a square", xlineOf(1, -9, 0, 1), square, {{1, 0, 0}, {1, 2, 0}}},
+        {"unbounded line through corners", xlineOf(0, 0, 1, 1), square, {{0, 0, 0}, {2, 2, 0}}},
+        {"unbounded line along a side", xlineOf(0, -9, 0, 1), square, {{0, 0, 0}, {0, 2, 0}}},
+        {"ray from inside", rayOf(1, 1, 1, 0), square, {{2, 1, 0}}},
         {"rays run together", rayOf(0, 0, 1, 0), rayOf(3, 0, -1, 0), {{0, 0, 0}, {3, 0, 0}}},
-        {"line touches a circle of two half circles at their vertex",
-         xlineOf(2, 0, 0, 1),
-         polyline({{-2, 0, 1}, {2, 0, 1}}, true),
-         {}},
+        {"line touches a circle of two half circles at their vertex", xlineOf(2, 0, 0, 1), halves, {}},
         {"line through the vertices of two half circles",
          xlineOf(0, 0, 1, 0),
-         polyline({{-2, 0, 1}, {2, 0, 1}}, true),
+         halves,
          {{-2, 0, 0}, {2, 0, 0}}},
-        {"line along the tangent where an S goes over",
-         xlineOf(0, 0, 0, 1),
-         polyline({{-2, 0, -1}, {0, 0, 1}, {2, 0, 0}}, false),
-         {{0, 0, 0}}},
-        {"squares cross", squareOf(0, 0, 2), squareOf(1, 1, 2), {{2, 1, 0}, {1, 2, 0}}},
-        {"squares share part of a side", squareOf(0, 0, 2), squareOf(2, 1, 2), {{2, 1, 0}, {2, 2, 0}}},
-        {"squares share a side and its neighbours' halves",
-         squareOf(0, 0, 2),
-         polyline({{1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 2, 0}}, true),
-         {{1, 0, 0}, {1, 2, 0}}},
-        {"common run across the start of a closed curve",
-         squareOf(0, 0, 2),
-         polyline({{1, 0, 0}, {0, 0, 0}, {0, 1, 0}, {-3, 1, 0}}, false),
-         {{1, 0, 0}, {0, 1, 0}}},
-        {"the same square", squareOf(0, 0, 2), squareOf(0, 0, 2), {{0, 0, 0}}},
-        {"squares meet at a corner", squareOf(0, 0, 2), squareOf(2, 2, 2), {{2, 2, 0}}},
+        {"line along the tangent where an S goes over", xlineOf(0, 0, 0, 1), swung, {{0, 0, 0}}},
+        {"squares cross", square, squareOf(1, 1, 2), {{2, 1, 0}, {1, 2, 0}}},
+        {"squares share part of a side", square, squareOf(2, 1, 2), {{2, 1, 0}, {2, 2, 0}}},
+        {"squares share a side and its neighbours' halves", square, narrow, {{1, 0, 0}, {1, 2, 0}}},
+        {"common run across the start of a closed curve", square, across, {{1, 0, 0}, {0, 1, 0}}},
+        {"the same square", square, square, {{0, 0, 0}}},
+        {"squares meet at a corner", square, squareOf(2, 2, 2), {{2, 2, 0}}},
         {"line extended to meet", lineOf(0, 0, 1, 0), lineOf(5, -1, 5, 1), {{5, 0, 0}}, AcDb::kExtendThis},
         {"argument not extended", lineOf(5, 1, 5, 2), lineOf(0, 0, 1, 0), {}, AcDb::kExtendThis},
         {"both extended", lineOf(5, 1, 5, 2), lineOf(0, 0, 1, 0), {{5, 0, 0}}, AcDb::kExtendBoth},
         {"arc extended to its circle",
-         std::make_shared<AcDbArc>(AcGePoint3d(), 2.0, 0.1, 1.0),
+         arcOf(2.0, 0.1, 1.0),
          lineOf(-5, 0, 0, 0),
          {{-2, 0, 0}},
          AcDb::kExtendThis},
-        {"open polyline extended at its end",
-         polyline({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, false),
-         lineOf(0, 5, 3, 5),
-         {{1, 5, 0}},
-         AcDb::kExtendThis},
-        {"ellipse and line",
-         std::make_shared<AcDbEllipse>(AcGePoint3d(), AcGeVector3d::kZAxis, AcGeVector3d(4, 0, 0), 0.5),
-         lineOf(0, -5, 0, 5),
-         {{0, 2, 0}, {0, -2, 0}}},
+        {"open polyline extended at its end", corner, lineOf(0, 5, 3, 5), {{1, 5, 0}}, AcDb::kExtendThis},
+        {"ellipse and line", ellipse, lineOf(0, -5, 0, 5), {{0, 2, 0}, {0, -2, 0}}},
     };
 }
 

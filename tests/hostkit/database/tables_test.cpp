@@ -126,25 +126,18 @@ TEST_F(Tables, OnlyShapeFilesAndViewportsShareNames) {
         EXPECT_EQ(Acad::eOk, styles->add(shapes));
         shapes->close();
     }
-    AcDbSymbolTablePointer<AcDbViewportTable> viewports(&database, AcDb::kForWrite);
-    auto* half = new AcDbViewportTableRecord;
-    EXPECT_EQ(Acad::eOk, half->setName(L"*Active"));
-    EXPECT_EQ(Acad::eOk, viewports->add(half));
-    half->close();
-    EXPECT_EQ(2u, viewports->numRecords());
+    addRecord<AcDbViewportTable>(database, L"*Active");
+    EXPECT_EQ(2u, AcDbSymbolTablePointer<AcDbViewportTable>(&database, AcDb::kForRead)->numRecords());
 }
 
 TEST_F(Tables, UnnamedBlocksGetNumbers) {
-    AcDbSymbolTablePointer<AcDbBlockTable> table(&database, AcDb::kForWrite);
     std::set<std::wstring> names;
     for (int i = 0; i < 3; ++i) {
-        auto* block = new AcDbBlockTableRecord;
-        EXPECT_EQ(Acad::eOk, block->setName(L"*U"));
-        ASSERT_EQ(Acad::eOk, table->add(block));
+        const AcDbObjectPointer<AcDbBlockTableRecord> block(addRecord<AcDbBlockTable>(database, L"*U"),
+                                                            AcDb::kForRead);
         EXPECT_TRUE(block->isAnonymous());
         EXPECT_FALSE(block->isLayout());
         names.insert(block->name());
-        block->close();
     }
     EXPECT_EQ(3u, names.size());
     EXPECT_FALSE(names.contains(L"*U"));

@@ -26,20 +26,11 @@ std::wstring taken(wchar_t* text) {
 }
 
 TEST(Texts, CodesCountAsTheLettersThatAreSeen) {
-    for (const auto& [text, letters] :
-         std::initializer_list<std::pair<const wchar_t*, int>>{{L"", 0},
-                                                               {L"abc", 3},
-                                                               {L"%%c12", 3},
-                                                               {L"%%D%%p%%C", 3},
-                                                               {L"%%%", 1},
-                                                               {L"%%utitle%%u", 5},
-                                                               {L"%%065%%66", 2},
-                                                               {L"%%007", 0},
-                                                               {L"50%", 3},
-                                                               {L"%%", 2},
-                                                               {L"%%x", 3},
-                                                               {L"\\U+00E9t", 2},
-                                                               {L"\\U+00Ex", 7}}) {
+    const std::pair<const wchar_t*, int> cases[] = {
+        {L"", 0},          {L"abc", 3},   {L"%%c12", 3}, {L"%%D%%p%%C", 3}, {L"%%%", 1}, {L"%%utitle%%u", 5},
+        {L"%%065%%66", 2}, {L"%%007", 0}, {L"50%", 3},   {L"%%", 2},        {L"%%x", 3}, {L"\\U+00E9t", 2},
+        {L"\\U+00Ex", 7}};
+    for (const auto& [text, letters] : cases) {
         EXPECT_DOUBLE_EQ(AcDbText({}, text, AcDbObjectId(), 5.0).estimatedWidth(), 3.0 * letters)
             << drawingtest::narrow(text);
     }

@@ -77,21 +77,20 @@ TEST(Transactions, AllChangesInAnyOrderGoBackTogether) {
 TEST(Transactions, ReachWhatIsOpenElsewhere) {
     for (const bool aborts : {false, true}) {
         Drawing drawing;
-        AcDbLine* opened = nullptr;
-        ASSERT_EQ(Acad::eOk, acdbOpenObject(opened, drawing.line, AcDb::kForWrite));
-        ASSERT_EQ(Acad::eOk, opened->setStartPoint({1, 1, 1}));
+        auto* held = opened<AcDbLine>(drawing.line);
+        ASSERT_EQ(Acad::eOk, held->setStartPoint({1, 1, 1}));
         AcDbObject* got = nullptr;
         ASSERT_EQ(Acad::eOk,
                   drawing.manager().startTransaction()->getObject(got, drawing.line, AcDb::kForWrite));
-        EXPECT_EQ(opened, got);
+        EXPECT_EQ(held, got);
         EXPECT_EQ(Acad::eOk, AcDbLine::cast(got)->setEndPoint({2, 2, 2}));
         EXPECT_EQ(Acad::eOk,
                   aborts ? drawing.manager().abortTransaction() : drawing.manager().endTransaction());
-        EXPECT_EQ(AcGePoint3d(1, 1, 1), opened->startPoint());
-        EXPECT_EQ(aborts ? AcGePoint3d(1, 0, 0) : AcGePoint3d(2, 2, 2), opened->endPoint());
-        EXPECT_EQ(Acad::eOk, opened->setEndPoint({3, 3, 3})) << "it is open for write as before";
-        EXPECT_EQ(Acad::eOk, opened->close());
-        EXPECT_EQ(Acad::eInvalidOpenState, opened->close());
+        EXPECT_EQ(AcGePoint3d(1, 1, 1), held->startPoint());
+        EXPECT_EQ(aborts ? AcGePoint3d(1, 0, 0) : AcGePoint3d(2, 2, 2), held->endPoint());
+        EXPECT_EQ(Acad::eOk, held->setEndPoint({3, 3, 3})) << "it is open for write as before";
+        EXPECT_EQ(Acad::eOk, held->close());
+        EXPECT_EQ(Acad::eInvalidOpenState, held->close());
     }
 }
 
@@ -170,8 +169,7 @@ TEST(Transactions, IdsOfWhatWasTakenBackStayTheirOwn) {
     Drawing drawing;
     drawing.manager().startTransaction();
     const AcDbObjectId id = appendToModelSpace(drawing.database, new AcDbLine({0, 0, 0}, {5, 5, 5}));
-    AcDbLine* open = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(open, id, AcDb::kForWrite));
+    auto* open = opened<AcDbLine>(id);
     EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
     EXPECT_TRUE(id.isErased());
     EXPECT_EQ(Acad::ePermanentlyErased, open->erase(false));
@@ -189,8 +187,7 @@ TEST(Transactions, IdsOfWhatWasTakenBackStayTheirOwn) {
 TEST(Cancel, PutsBackOneOpen) {
     Drawing drawing;
     const std::string before = pictureOf(drawing.database);
-    AcDbLine* line = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    auto* line = opened<AcDbLine>(drawing.line);
     line->setEndPoint({7, 7, 7});
     setText(*line, L"text");
     line->createExtensionDictionary();
@@ -198,7 +195,7 @@ TEST(Cancel, PutsBackOneOpen) {
     EXPECT_EQ(before, pictureOf(drawing.database));
 
     change<AcDbLine>(drawing.line, [](AcDbLine& each) { each.setEndPoint({4, 4, 4}); });
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    line = opened<AcDbLine>(drawing.line);
     line->setEndPoint({7, 7, 7});
     EXPECT_EQ(Acad::eOk, line->cancel());
     EXPECT_EQ(AcGePoint3d(4, 4, 4), AcDbObjectPointer<AcDbLine>(drawing.line, AcDb::kForRead)->endPoint());
@@ -207,8 +204,7 @@ TEST(Cancel, PutsBackOneOpen) {
 TEST(Cancel, TakesAContainersNewPartsBack) {
     Drawing drawing;
     const std::string before = pictureOf(drawing.database);
-    AcDbBlockTableRecord* space = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(space, drawing.database.modelSpaceId(), AcDb::kForWrite));
+    auto* space = opened<AcDbBlockTableRecord>(drawing.database.modelSpaceId());
     auto* line = new AcDbLine;
     ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(line));
     space->setOrigin({1, 2, 3});
@@ -216,8 +212,7 @@ TEST(Cancel, TakesAContainersNewPartsBack) {
     EXPECT_EQ(Acad::eOk, space->cancel());
     EXPECT_EQ(before, pictureOf(drawing.database));
 
-    AcDbDictionary* dictionary = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(dictionary, drawing.dictionary, AcDb::kForWrite));
+    auto* dictionary = opened<AcDbDictionary>(drawing.dictionary);
     AcDbObjectId id;
     auto* record = new AcDbXrecord;
     ASSERT_EQ(Acad::eOk, dictionary->remove(L"first"));
@@ -233,8 +228,7 @@ TEST(Cancel, TakesAContainersNewPartsBack) {
 TEST(Cancel, RestoresWhatWasErasedWithTheObject) {
     Drawing drawing;
     const std::string before = pictureOf(drawing.database);
-    AcDb2dPolyline* polyline = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(polyline, drawing.polyline, AcDb::kForWrite));
+    auto* polyline = opened<AcDb2dPolyline>(drawing.polyline);
     EXPECT_EQ(Acad::eOk, polyline->erase());
     EXPECT_EQ(Acad::eOk, polyline->cancel());
     EXPECT_EQ(before, pictureOf(drawing.database));
@@ -242,8 +236,7 @@ TEST(Cancel, RestoresWhatWasErasedWithTheObject) {
 
 TEST(Cancel, OfAReaderIsAClose) {
     Drawing drawing;
-    AcDbLine* writer = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(writer, drawing.line, AcDb::kForWrite));
+    auto* writer = opened<AcDbLine>(drawing.line);
     writer->setEndPoint({7, 7, 7});
     EXPECT_EQ(Acad::eOk, writer->downgradeOpen());
     EXPECT_EQ(Acad::eOk, writer->cancel());
@@ -254,8 +247,7 @@ TEST(Cancel, OfAReaderIsAClose) {
 TEST(Cancel, WithinATransaction) {
     Drawing drawing;
     const std::string before = pictureOf(drawing.database);
-    AcDbLine* line = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    auto* line = opened<AcDbLine>(drawing.line);
     line->setEndPoint({7, 7, 7});
     drawing.manager().startTransaction();
     change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });

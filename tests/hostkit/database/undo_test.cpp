@@ -1,3 +1,4 @@
+#include "beam.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "drawingchanges.h"
@@ -198,8 +199,7 @@ TEST(Undo, AbortedTransactionsAreNoSteps) {
 TEST(Undo, RestoresInPlaceWhatSomebodyHasOpen) {
     RecordedDrawing drawing;
     drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
-    AcDbLine* line = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(line, drawing.line, AcDb::kForWrite));
+    auto* line = opened<AcDbLine>(drawing.line);
     drawing.undo();
     EXPECT_EQ(AcGePoint3d(1, 0, 0), line->endPoint());
     EXPECT_EQ(Acad::eOk, line->setEndPoint({5, 5, 5}));
@@ -216,8 +216,7 @@ TEST(Undo, ADrawingOfNoDocumentRemembersOnlyWhatIsOpen) {
         applyAll(drawing, seed);
         EXPECT_EQ(0u, changes.size());
     }
-    AcDbLayerTableRecord* layer = nullptr;
-    ASSERT_EQ(Acad::eOk, acdbOpenObject(layer, drawing.database.layerZero(), AcDb::kForWrite));
+    auto* layer = opened<AcDbLayerTableRecord>(drawing.database.layerZero());
     layer->setIsOff(true);
     EXPECT_EQ(1u, changes.size());
     layer->close();
@@ -235,84 +234,43 @@ TEST(Undo, RepeatedOpensCostNothingMore) {
     EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
 }
 
-/// A class of an application: its own field goes through its filing.
-class TestBeam : public AcDbLine {
-    ACRX_DECLARE_MEMBERS(TestBeam)
-
-public:
-    double load() const { return m_load; }
-    void setLoad(double load) {
-        if (assertWriteEnabled() == Acad::eOk) m_load = load;
-    }
-    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override {
-        const Acad::ErrorStatus status = AcDbLine::dwgOutFields(filer);
-        return status == Acad::eOk ? filer->writeDouble(m_load) : status;
-    }
-    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override {
-        Acad::ErrorStatus status = assertWriteEnabled();
-        if (status == Acad::eOk) status = AcDbLine::dwgInFields(filer);
-        return status == Acad::eOk ? filer->readDouble(&m_load) : status;
-    }
-
-private:
-    double m_load = 1.0;
-};
-ACRX_DXF_DEFINE_MEMBERS(TestBeam, AcDbLine, 0, 0, 0, VEXO_TEST_BEAM, TEST)
-
-/// One whose filing fails.
-class TestSilentBeam : public AcDbLine {
-    ACRX_DECLARE_MEMBERS(TestSilentBeam)
-
-public:
-    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler*) const override { return Acad::eNotImplementedYet; }
-};
-ACRX_DXF_DEFINE_MEMBERS(TestSilentBeam, AcDbLine, 0, 0, 0, VEXO_SILENT_BEAM, TEST)
-
 TEST(Undo, SaysWhatAnApplicationDoesNotFile) {
-    TestSilentBeam::rxInit();
-    {
-        RecordedDrawing drawing;
-        const AcDbObjectId id = appendToModelSpace(drawing.database, new TestSilentBeam);
-        drawing.step(L"LOAD", [&] {
-            change<AcDbLine>(id, [](AcDbLine& beam) { beam.setThickness(3.0); });
-            drawing.moveEnd({2, 2, 2});
-        });
-        AcDbLine* beam = nullptr;
-        ASSERT_EQ(Acad::eOk, acdbOpenObject(beam, id, AcDb::kForWrite));
-        beam->setThickness(4.0);
-        EXPECT_EQ(Acad::eNotImplementedYet, beam->cancel());
-        EXPECT_TRUE(beam->isWriteEnabled());
-        beam->close();
-        EXPECT_EQ(1u, drawing.undo().unfiled) << "the change by no command";
-        const hostkit::UndoReport report = drawing.undo();
-        EXPECT_EQ(1u, report.unfiled);
-        EXPECT_EQ(1u, report.restored);
-    }
-    TestSilentBeam::rxExit();
+    const BeamApplication application(false);
+    RecordedDrawing drawing;
+    const AcDbObjectId id = appendToModelSpace(drawing.database, new Beam);
+    drawing.step(L"LOAD", [&] {
+        change<Beam>(id, [](Beam& beam) { beam.setThickness(3.0); });
+        drawing.moveEnd({2, 2, 2});
+    });
+    auto* beam = opened<Beam>(id);
+    beam->setThickness(4.0);
+    EXPECT_EQ(Acad::eNotImplementedYet, beam->cancel());
+    EXPECT_TRUE(beam->isWriteEnabled());
+    beam->close();
+    EXPECT_EQ(1u, drawing.undo().unfiled) << "the change by no command";
+    const hostkit::UndoReport report = drawing.undo();
+    EXPECT_EQ(1u, report.unfiled);
+    EXPECT_EQ(1u, report.restored);
 }
 
 TEST(Undo, KnowsTheFieldsOfApplicationsClasses) {
-    TestBeam::rxInit();
-    {
-        RecordedDrawing drawing;
-        const AcDbObjectId id = appendToModelSpace(drawing.database, new TestBeam);
-        const auto load = [&] { return AcDbObjectPointer<TestBeam>(id, AcDb::kForRead)->load(); };
-        drawing.step(L"LOAD", [&] {
-            change<TestBeam>(id, [](TestBeam& beam) {
-                beam.setLoad(5.0);
-                beam.setThickness(3.0);
-            });
+    const BeamApplication application;
+    RecordedDrawing drawing;
+    const AcDbObjectId id = appendToModelSpace(drawing.database, new Beam);
+    const auto load = [&] { return AcDbObjectPointer<Beam>(id, AcDb::kForRead)->load(); };
+    drawing.step(L"LOAD", [&] {
+        change<Beam>(id, [](Beam& beam) {
+            beam.setLoad(5.0);
+            beam.setThickness(3.0);
         });
-        TestBeam* beam = nullptr;
-        ASSERT_EQ(Acad::eOk, acdbOpenObject(beam, id, AcDb::kForWrite));
-        beam->setLoad(7.0);
-        EXPECT_EQ(Acad::eOk, beam->cancel());
-        EXPECT_EQ(5.0, load());
-        drawing.undo();
-        EXPECT_EQ(1.0, load());
-        EXPECT_EQ(0.0, AcDbObjectPointer<TestBeam>(id, AcDb::kForRead)->thickness());
-    }
-    TestBeam::rxExit();
+    });
+    auto* beam = opened<Beam>(id);
+    beam->setLoad(7.0);
+    EXPECT_EQ(Acad::eOk, beam->cancel());
+    EXPECT_EQ(5.0, load());
+    drawing.undo();
+    EXPECT_EQ(1.0, load());
+    EXPECT_EQ(0.0, AcDbObjectPointer<Beam>(id, AcDb::kForRead)->thickness());
 }
 
 } // namespace

@@ -18,11 +18,7 @@ using namespace drawingtest;
 namespace {
 
 std::string insert(const std::string& name) {
-    return group(0, "INSERT") + group(8, "0") + group(2, name) + group(10, "0") + group(20, "0");
-}
-std::string block(const std::string& name, const std::string& content) {
-    return group(0, "BLOCK") + group(8, "0") + group(2, name) + group(70, "0") + group(10, "0") +
-           group(20, "0") + content + group(0, "ENDBLK");
+    return groups({{0, "INSERT"}, {8, "0"}, {2, name}, {10, "0"}, {20, "0"}});
 }
 
 struct Reading {
@@ -51,8 +47,8 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
         {"own form", std::string("AC1027\0\0\0", 9), Acad::eNotApplicable, 0},
         {"no end mark", section("ENTITIES", line()), Acad::eEndOfFile, 19},
         {"cut in a section", group(0, "SECTION") + group(2, "ENTITIES") + line(), Acad::eEndOfFile, 17},
-        {"cut in a record", group(0, "SECTION") + group(2, "ENTITIES") + group(0, "LINE") + "10\n",
-         Acad::eEndOfFile, 7},
+        {"cut in a record", groups({{0, "SECTION"}, {2, "ENTITIES"}, {0, "LINE"}}) + "10\n", Acad::eEndOfFile,
+         7},
         {"code is no number", group(0, "SECTION") + group(2, "ENTITIES") + "x\ny\n", Acad::eBadDxfSequence,
          5},
         {"missing value shifts the pairs", entities("0\nLINE\n8\n10\n1.0\n"), Acad::eBadDxfSequence, 9},
@@ -71,8 +67,8 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
         {"header without a name", section("HEADER", group(40, "1.0")) + entities(""), Acad::eBadDxfSequence,
          5},
         {"endless braces and no end",
-         group(0, "SECTION") + group(2, "OBJECTS") + group(0, "XRECORD") + hundredThousandBraces,
-         Acad::eEndOfFile, 200007},
+         groups({{0, "SECTION"}, {2, "OBJECTS"}, {0, "XRECORD"}}) + hundredThousandBraces, Acad::eEndOfFile,
+         200007},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(one.name);
@@ -90,12 +86,26 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
 
 // A bad value spoils one record, not the drawing: the record stays as it stands, also through a save.
 TEST(Damage, aDamagedRecordIsKeptAndTold) {
-    const std::string polyline = group(0, "LWPOLYLINE") + group(8, "0") + group(90, "2147483648") +
-                                 group(70, "1") + group(10, "0") + group(20, "0") + group(10, "5") +
-                                 group(20, "5");
-    const std::string hatch = group(0, "HATCH") + group(8, "0") + group(2, "SOLID") + group(70, "1") +
-                              group(71, "0") + group(91, "2147483647") + group(92, "2") + group(72, "0") +
-                              group(73, "1") + group(93, "2147483647") + group(10, "0") + group(20, "0");
+    const std::string polyline = groups({{0, "LWPOLYLINE"},
+                                         {8, "0"},
+                                         {90, "2147483648"},
+                                         {70, "1"},
+                                         {10, "0"},
+                                         {20, "0"},
+                                         {10, "5"},
+                                         {20, "5"}});
+    const std::string hatch = groups({{0, "HATCH"},
+                                      {8, "0"},
+                                      {2, "SOLID"},
+                                      {70, "1"},
+                                      {71, "0"},
+                                      {91, "2147483647"},
+                                      {92, "2"},
+                                      {72, "0"},
+                                      {73, "1"},
+                                      {93, "2147483647"},
+                                      {10, "0"},
+                                      {20, "0"}});
     const struct {
         const char* name;
         std::string record;
@@ -107,13 +117,11 @@ TEST(Damage, aDamagedRecordIsKeptAndTold) {
         {"counts that lie", polyline, false},
         {"hatch counts that lie", hatch, true},
         {"spline without its knots",
-         group(0, "SPLINE") + group(8, "0") + group(70, "8") + group(71, "3") + group(10, "0") +
-             group(20, "0") + group(30, "0"),
-         true},
+         groups({{0, "SPLINE"}, {8, "0"}, {70, "8"}, {71, "3"}, {10, "0"}, {20, "0"}, {30, "0"}}), true},
         {"bad handle", line(group(5, "XYZ")), false},
         {"bad extended data", line(group(1001, "APP") + group(1040, "x")), false},
-        {"vertex of nothing", group(0, "VERTEX") + group(8, "0") + group(10, "0") + group(20, "0"), true},
-        {"unknown kind", group(0, "WIDGET") + group(8, "0") + group(90, "1"), true},
+        {"vertex of nothing", groups({{0, "VERTEX"}, {8, "0"}, {10, "0"}, {20, "0"}}), true},
+        {"unknown kind", groups({{0, "WIDGET"}, {8, "0"}, {90, "1"}}), true},
         {"colour that is none", line(group(62, "70000")), false},
         {"layer that is none", line(group(8, "Nowhere")), false},
     };
@@ -145,12 +153,17 @@ TEST(Damage, longLinesAndDeepNestingAreNothingSpecial) {
     std::string braces;
     for (int level = 0; level < 10000; ++level) braces += group(102, "{DEEP");
     for (int level = 0; level < 10000; ++level) braces += group(102, "}");
-    const std::string bytes =
-        header("AC1015") + section("BLOCKS", blocks) +
-        section("ENTITIES", group(0, "TEXT") + group(5, "A1") + braces + group(330, "1F") +
-                                group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbText") +
-                                group(1, longText) + group(10, "0") + group(20, "0") + group(40, "1")) +
-        group(0, "EOF");
+    const std::string bytes = header("AC1015") + section("BLOCKS", blocks) +
+                              section("ENTITIES", group(0, "TEXT") + group(5, "A1") + braces +
+                                                      groups({{330, "1F"},
+                                                              {100, "AcDbEntity"},
+                                                              {8, "0"},
+                                                              {100, "AcDbText"},
+                                                              {1, longText},
+                                                              {10, "0"},
+                                                              {20, "0"},
+                                                              {40, "1"}})) +
+                              group(0, "EOF");
     const Reading reading(bytes);
     ASSERT_TRUE(reading.database);
     const std::string again = saved(*reading.database, fromFields);
@@ -224,8 +237,8 @@ TEST(Damage, theCorpusIsSurvived) {
         std::string bytes;
         WriteOptions options = fromFields;
         options.tellPort = false;
-        if (writeDrawingToMemory(*reading.database, bytes, options) == Acad::eOk)
-            EXPECT_TRUE(Reading(bytes).database);
+        const bool isSaved = writeDrawingToMemory(*reading.database, bytes, options) == Acad::eOk;
+        EXPECT_TRUE(!isSaved || Reading(bytes).database);
     }
     EXPECT_GE(count, 5u);
 }

@@ -23,6 +23,12 @@ std::string group(int code, const std::string& value) {
     return text + "\r\n" + value + "\r\n";
 }
 
+std::string groups(std::initializer_list<std::pair<int, std::string>> pairs) {
+    std::string text;
+    for (const auto& [code, value] : pairs) text += group(code, value);
+    return text;
+}
+
 std::string section(const std::string& name, const std::string& content) {
     return group(0, "SECTION") + group(2, name) + content + group(0, "ENDSEC");
 }
@@ -32,8 +38,12 @@ std::string header(const std::string& version) {
 }
 
 std::string line(const std::string& extra) {
-    return group(0, "LINE") + group(8, "0") + group(10, "1.0") + group(20, "2.0") + group(11, "3.0") +
-           group(21, "4.0") + extra;
+    return groups({{0, "LINE"}, {8, "0"}, {10, "1.0"}, {20, "2.0"}, {11, "3.0"}, {21, "4.0"}}) + extra;
+}
+
+std::string block(const std::string& name, const std::string& content) {
+    return groups({{0, "BLOCK"}, {8, "0"}, {2, name}, {70, "0"}, {10, "0"}, {20, "0"}}) + content +
+           group(0, "ENDBLK");
 }
 
 std::string entities(const std::string& content) { return section("ENTITIES", content) + group(0, "EOF"); }

@@ -14,10 +14,12 @@ namespace drawingtest {
 
 /// The text of one group as our writer spells it.
 std::string group(int code, const std::string& value);
+std::string groups(std::initializer_list<std::pair<int, std::string>> pairs);
 std::string section(const std::string& name, const std::string& content);
 /// The header of a drawing of that form.
 std::string header(const std::string& version);
 std::string line(const std::string& extra = {});
+std::string block(const std::string& name, const std::string& content);
 /// The section of entities, and the end of the drawing.
 std::string entities(const std::string& content);
 

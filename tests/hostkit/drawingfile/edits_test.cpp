@@ -183,13 +183,15 @@ TEST(Edits, spacesNameTheLayoutsThatComeWithASave) {
     std::string records;
     std::string blocks;
     for (const auto& [handle, name] : {std::pair("1F", "*Model_Space"), std::pair("1B", "*Paper_Space")}) {
-        records += group(0, "BLOCK_RECORD") + group(5, handle) + group(100, "AcDbSymbolTableRecord") +
-                   group(100, "AcDbBlockTableRecord") + group(2, name);
-        blocks += group(0, "BLOCK") + group(8, "0") + group(2, name) + group(70, "0") + group(10, "0") +
-                  group(20, "0") + group(0, "ENDBLK");
+        records += groups({{0, "BLOCK_RECORD"},
+                           {5, handle},
+                           {100, "AcDbSymbolTableRecord"},
+                           {100, "AcDbBlockTableRecord"},
+                           {2, name}});
+        blocks += block(name, "");
     }
     const std::string table =
-        group(0, "TABLE") + group(2, "BLOCK_RECORD") + group(70, "2") + records + group(0, "ENDTAB");
+        groups({{0, "TABLE"}, {2, "BLOCK_RECORD"}, {70, "2"}}) + records + group(0, "ENDTAB");
     const auto database = openDrawingFromMemory(header("AC1024") + section("TABLES", table) +
                                                     section("BLOCKS", blocks) + entities(line()),
                                                 L"without layouts");

@@ -12,6 +12,7 @@ namespace {
 struct Scan {
     std::vector<std::pair<int, std::string>> groups;
     ScanResult end = ScanResult::kGroup;
+    std::size_t line = 0; ///< where it ended
 };
 
 Scan scanAll(std::string_view bytes) {
@@ -20,6 +21,7 @@ Scan scanAll(std::string_view bytes) {
     RawGroup group;
     while ((scan.end = scanner.next(group)) == ScanResult::kGroup)
         scan.groups.emplace_back(group.code, std::string(group.value));
+    scan.line = lineNumberAt(bytes, scanner.offset());
     return scan;
 }
 
@@ -63,15 +65,10 @@ TEST(GroupScanner, stopsAtTheFault) {
         {"0\nLINE\n10", ScanResult::kMissingValue, 1, 3},
     };
     for (const auto& one : cases) {
-        const std::string bytes = one.bytes;
-        GroupScanner scanner(bytes);
-        RawGroup group;
-        std::size_t count = 0;
-        ScanResult end;
-        while ((end = scanner.next(group)) == ScanResult::kGroup) ++count;
-        EXPECT_EQ(end, one.end) << bytes;
-        EXPECT_EQ(count, one.groups) << bytes;
-        EXPECT_EQ(lineNumberAt(bytes, scanner.offset()), one.line) << bytes;
+        const Scan scan = scanAll(one.bytes);
+        EXPECT_EQ(scan.end, one.end) << one.bytes;
+        EXPECT_EQ(scan.groups.size(), one.groups) << one.bytes;
+        EXPECT_EQ(scan.line, one.line) << one.bytes;
     }
 }
 

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 using namespace hostkit;
 
@@ -54,11 +53,8 @@ bool equalValue(const Pair& left, const Pair& right, Strictness strictness) {
 // The allowed differences of records that were written from their fields.
 bool isAllowed(const std::vector<Pair>& record, const Pair& left, const Pair& right) {
     const std::string& name = record.front().value;
-    const auto has = [&](int code) {
-        return std::any_of(record.begin(), record.end(),
-                           [code](const Pair& pair) { return pair.code == code; });
-    };
-    if (left.code == 62) return has(420); // the index beside a true colour
+    if (left.code == 62) // the index beside a true colour
+        return std::any_of(record.begin(), record.end(), [](const Pair& pair) { return pair.code == 420; });
     if (name == "ARC" && (left.code == 50 || left.code == 51)) {
         const double turns =
             (realFromText(left.value).value_or(0.1) - realFromText(right.value).value_or(0.2)) / 360.0;
@@ -81,23 +77,17 @@ Parts partsOf(const std::vector<Pair>& record) {
 }
 
 std::string fieldDifference(const std::vector<Pair>& original, const std::vector<Pair>& written) {
-    const Parts left = partsOf(original);
-    const Parts right = partsOf(written);
-    std::set<std::pair<int, int>> keys;
-    for (const auto& [key, pairs] : left) keys.insert(key);
-    for (const auto& [key, pairs] : right) keys.insert(key);
-    for (const auto& key : keys) {
-        const auto mine = left.find(key);
-        const auto its = right.find(key);
-        const std::size_t count = mine == left.end() ? 0 : mine->second.size();
-        if (count != (its == right.end() ? 0 : its->second.size()))
-            return "number of groups " + std::to_string(key.second);
-        for (std::size_t place = 0; place < count; ++place) {
-            const Pair& one = *mine->second[place];
-            const Pair& other = *its->second[place];
-            if (!equalValue(one, other, Strictness::kFields) && !isAllowed(original, one, other))
-                return "group " + std::to_string(one.code) + ": " + one.value + " became " + other.value;
-        }
+    Parts left = partsOf(original);
+    Parts right = partsOf(written);
+    for (const auto& [key, pairs] : right) left[key]; // the keys of both
+    for (const auto& [key, mine] : left) {
+        const auto& its = right[key];
+        if (mine.size() != its.size()) return "number of groups " + std::to_string(key.second);
+        for (std::size_t place = 0; place < mine.size(); ++place)
+            if (!equalValue(*mine[place], *its[place], Strictness::kFields) &&
+                !isAllowed(original, *mine[place], *its[place]))
+                return "group " + std::to_string(key.second) + ": " + mine[place]->value + " became " +
+                       its[place]->value;
     }
     return {};
 }

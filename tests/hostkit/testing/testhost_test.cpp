@@ -18,13 +18,6 @@ using hostkit::TestHost;
 std::function<void()> g_body;
 void runBody() { g_body(); }
 
-// What a test may leave behind, and what makes good for it.
-struct Leftover {
-    const char* name;
-    std::function<std::function<void()>(TestHost&)> leave;
-    const wchar_t* words;
-};
-
 std::function<std::function<void()>(TestHost&)> openFor(AcDb::OpenMode mode) {
     return [mode](TestHost& session) {
         AcDbObject* object = nullptr;
@@ -36,7 +29,12 @@ std::function<std::function<void()>(TestHost&)> openFor(AcDb::OpenMode mode) {
 } // namespace
 
 TEST(TestHost, tellsEachThingThatIsLeftBehind) {
-    const Leftover cases[] = {
+    // What a test may leave behind, and what makes good for it.
+    const struct {
+        const char* name;
+        std::function<std::function<void()>(TestHost&)> leave;
+        const wchar_t* words;
+    } cases[] = {
         {"open for read", openFor(AcDb::kForRead), L"AcDbLayerTableRecord"},
         {"open for write", openFor(AcDb::kForWrite), L"is open for write"},
         {"open for notify", openFor(AcDb::kForNotify), L"is open for notify"},
@@ -77,7 +75,7 @@ TEST(TestHost, tellsEachThingThatIsLeftBehind) {
          },
          L"1 snapshots of the system"},
     };
-    for (const Leftover& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         TestHost session;
         EXPECT_TRUE(session.leftovers().empty());
