@@ -117,13 +117,13 @@ bool AtomicFile::openTemporary() {
         descriptor_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor_ < 0 && errno == EEXIST) continue;
         if (descriptor_ < 0) return false;
-        // Where the file system has no locks others get none either, and leave the file alone.
-        (void)lock(descriptor_, LOCK_EX);
-        if (isStillNamed(descriptor_, name)) {
+        // Another may be faster with the lock, and removes the file. A file system without locks refuses all.
+        const bool isRemoved = !lock(descriptor_, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK;
+        if (!isRemoved && isStillNamed(descriptor_, name)) {
             temporary_ = std::move(name); // nothing may fail between the file and its name here
             return true;
         }
-        close(descriptor_); // another was faster with the lock and has removed the file
+        close(descriptor_);
         descriptor_ = -1;
     }
     return false;

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -215,6 +216,31 @@ TEST(AtomicFile, RemovesOnlyWhatNobodyWritesAnyMore) {
         EXPECT_FALSE(std::filesystem::exists(folder / name)) << name;
     ASSERT_TRUE(open.commit()) << open.errorText();
     EXPECT_EQ(folder.read("drawing"), "open");
+}
+
+// Each removes what the others leave behind, and never what they write.
+TEST(AtomicFile, ManyProcessesWriteOneFile) {
+    const TemporaryFolder folder;
+    std::vector<pid_t> children;
+    for (int number = 0; number < 4; ++number) {
+        children.push_back(fork());
+        if (children.back() != 0) continue;
+        int failures = 0;
+        for (int round = 0; round < 50; ++round) {
+            AtomicFile file(folder / "drawing");
+            file.write(std::string(10000, static_cast<char>('a' + number)));
+            failures += !file.commit();
+        }
+        _exit(failures);
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+    const std::string content = folder.read("drawing");
+    EXPECT_EQ(content, std::string(10000, content[0]));
+    EXPECT_EQ(folder.count(), 1u);
 }
 
 TEST(AtomicFile, AFullDiskLeavesTheOldFile) {
