@@ -103,7 +103,7 @@ TEST(Audit, soundDrawingsHaveNoFindings) {
     }
 }
 
-// What goes wrong inside a session: each damage is found by its check, at the object that has it.
+// What goes wrong while a drawing is in use: each damage is found by its check, at the object that has it.
 TEST(Audit, damageInMemory) {
     struct Case {
         const char* name;
