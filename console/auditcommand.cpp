@@ -3,24 +3,14 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "commandoutput.h"
+#include "consoletext.h"
 #include "drawingaudit.h"
 #include "host.h"
-#include "jsontext.h"
 
 namespace {
 
-std::wstring handleText(const hostkit::AuditFinding& finding) {
-    wchar_t text[17] = {};
-    if (finding.handle != 0) (void)AcDbHandle(finding.handle).getIntoAsciiBuffer(text);
-    return text;
-}
-
 const wchar_t* severityName(const hostkit::AuditFinding& finding) {
     return finding.severity == hostkit::AuditSeverity::kFault ? L"fault" : L"remark";
-}
-
-std::wstring counted(std::size_t count, const std::wstring& word) {
-    return std::to_wstring(count) + L" " + word + (count == 1 ? L"" : L"s");
 }
 
 std::wstring summaryOf(const hostkit::AuditReport& report) {
@@ -36,8 +26,8 @@ std::wstring summaryOf(const hostkit::AuditReport& report) {
 void printReport(const hostkit::AuditReport& report) {
     std::vector<std::vector<std::wstring>> rows = {{L"Severity", L"Check", L"Type", L"Handle", L"Finding"}};
     for (const hostkit::AuditFinding& each : report.findings)
-        rows.push_back({severityName(each), hostkit::auditCheckName(each.check), each.type, handleText(each),
-                        each.text});
+        rows.push_back({severityName(each), hostkit::auditCheckName(each.check), each.type,
+                        handleText(AcDbHandle(each.handle)), each.text});
     if (!report.findings.empty()) printTable(rows, "lllll");
     if (report.findings.size() < report.faultCount() + report.remarkCount())
         acutPrintf(L"Only the first findings of each check are listed.\n");
@@ -52,19 +42,11 @@ std::string asJson(const hostkit::AuditReport& report) {
     for (const hostkit::AuditFinding& each : report.findings) {
         json += separator;
         separator = ",\n";
-        const std::pair<const char*, std::wstring> fields[] = {
-            {"severity", severityName(each)},
-            {"check", hostkit::auditCheckName(each.check)},
-            {"type", each.type},
-            {"handle", handleText(each)},
-            {"finding", each.text},
-        };
-        char mark = '{';
-        for (const auto& [name, value] : fields) {
-            ((json += mark) += '"') += name;
-            hostkit::appendJsonText(value, json += "\":");
-            mark = ',';
-        }
+        appendField("severity", severityName(each), json += '{');
+        appendField("check", hostkit::auditCheckName(each.check), json += ',');
+        appendField("type", each.type, json += ',');
+        appendField("handle", handleText(AcDbHandle(each.handle)), json += ',');
+        appendField("finding", each.text, json += ',');
         json += '}';
     }
     return json + "]}";
@@ -75,13 +57,10 @@ std::string asJson(const hostkit::AuditReport& report) {
 void auditCommand() {
     const AcApDocument* const document = documentOrFail();
     if (!document) return;
-    CString form(L"Table");
-    acedInitGet(0, L"Table Json");
-    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
-    if (answer == RTREJ) return hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
-    if (answer != RTNORM && answer != RTNONE) return;
+    const std::optional<ReportForm> form = readReportForm();
+    if (!form) return;
     const hostkit::AuditReport report = hostkit::auditDrawing(*document->database());
-    if (form == L"Table")
+    if (*form == ReportForm::table)
         printReport(report);
     else
         offerText(asJson(report));

@@ -21,9 +21,9 @@ void appendWrapped(std::vector<std::wstring>& lines, std::wstring_view text) {
     for (;;) {
         const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
         std::wstring_view line = text.substr(0, end);
-        while (columnsOf(std::wstring(line)) > widest) {
+        while (columnsOf(line) > widest) {
             std::size_t fitting = std::min(line.size(), widest);
-            while (fitting > 1 && columnsOf(std::wstring(line.substr(0, fitting))) > widest) --fitting;
+            while (fitting > 1 && columnsOf(line.substr(0, fitting)) > widest) --fitting;
             const std::size_t blank = line.rfind(L' ', fitting);
             const std::size_t cut = blank == std::wstring_view::npos || blank == 0 ? fitting : blank;
             lines.emplace_back(line.substr(0, cut));

@@ -22,7 +22,6 @@
 #include "variablecommands.h"
 #include "xdatacommand.h"
 
-#include <algorithm>
 #include <memory>
 #include <unordered_map>
 
@@ -112,9 +111,7 @@ void printListing(const hostkit::DrawingListing& listing) {
     std::vector<Row> rows = {{L"Type", L"Layer", L"Handle", L"Space", L"Vertices", L"Name or text"}};
     for (const hostkit::ListedEntity& entity : listing.entities) {
         if (acedUsrBrk()) return;
-        std::wstring text = entity.name.empty() ? entity.text : entity.name;
-        std::replace_if(
-            text.begin(), text.end(), [](wchar_t character) { return character < L' '; }, L' ');
+        std::wstring text = onOneLine(entity.name.empty() ? entity.text : entity.name);
         constexpr std::size_t longest = 60;
         if (text.size() > longest) text = text.substr(0, longest - 3) + L"...";
         rows.push_back({entity.type, entity.layer, entity.handle, entity.space,
@@ -127,13 +124,10 @@ void printListing(const hostkit::DrawingListing& listing) {
 void list() {
     AcApDocument* document = documentOrFail();
     if (!document) return;
-    CString form(L"Table");
-    acedInitGet(0, L"Table Json");
-    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
-    if (answer == RTREJ) return hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
-    if (answer != RTNORM && answer != RTNONE) return;
+    const std::optional<ReportForm> form = readReportForm();
+    if (!form) return;
     const hostkit::DrawingListing listing = hostkit::listDrawing(*document->database());
-    if (form == L"Table") return printListing(listing);
+    if (*form == ReportForm::table) return printListing(listing);
     offerText(hostkit::listingAsJson(listing));
 }
 

@@ -5,6 +5,7 @@
 #include "atomicfile.h"
 #include "consoletext.h"
 #include "host.h"
+#include "jsontext.h"
 #include "systempath.h"
 #include "textencoding.h"
 
@@ -12,6 +13,15 @@ AcApDocument* documentOrFail() {
     AcApDocument* document = acDocManagerPtr()->curDocument();
     if (!document) hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
     return document;
+}
+
+std::optional<ReportForm> readReportForm() {
+    CString form;
+    acedInitGet(0, L"Table Json");
+    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
+    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
+    if (answer != RTNORM && answer != RTNONE) return std::nullopt;
+    return form == L"Json" ? ReportForm::json : ReportForm::table;
 }
 
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment) {
@@ -33,4 +43,15 @@ void offerText(const std::string& text) {
         hostkit::printToCommandLine(hostkit::wideFromUtf8(text) + L"\n");
     else
         writeTextFile(file.GetString(), text + "\n");
+}
+
+std::wstring handleText(AcDbHandle handle) {
+    wchar_t text[17] = {};
+    if (!handle.isNull()) (void)handle.getIntoAsciiBuffer(text);
+    return text;
+}
+
+void appendField(const char* name, std::wstring_view text, std::string& json) {
+    (json += '"') += name;
+    hostkit::appendJsonText(text, json += "\":");
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "dbhandle.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,9 +11,17 @@ class AcApDocument;
 
 /// The current document; null, and the running command has failed, when there is none.
 AcApDocument* documentOrFail();
+/// Asks for the form of a report, TABLE or JSON; nothing when the command ends here, failed or stopped.
+enum class ReportForm { table, json };
+std::optional<ReportForm> readReportForm();
 /// On the command line; see formatTable.
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);
 /// Writes the file in one step; false, and the running command has failed, when that cannot be done.
 bool writeTextFile(const std::wstring& file, const std::string& bytes);
 /// Asks for a file and writes the UTF-8 text to it, or to the command line where none is named.
 void offerText(const std::string& text);
+
+/// Hexadecimal; empty for the null handle.
+std::wstring handleText(AcDbHandle handle);
+/// "name":"text" of a JSON object.
+void appendField(const char* name, std::wstring_view text, std::string& json);

@@ -30,14 +30,15 @@ std::string shownBytes(std::wstring_view text) {
     return bytes;
 }
 
-// All of it, or as much as the other end takes; a closed pipe ends the program by its signal.
-void writeAll(int descriptor, std::string_view bytes) {
+// False when the other end does not take all of it; a closed pipe ends the program by its signal.
+bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return;
+        if (written <= 0) return false;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
+    return true;
 }
 
 } // namespace
@@ -51,7 +52,7 @@ void ConsolePort::print(std::wstring_view text) {
 
 void ConsolePort::flush() {
     if (!m_output.empty()) clearMeter();
-    writeAll(STDOUT_FILENO, m_output);
+    m_hasLostOutput |= !writeAll(STDOUT_FILENO, m_output);
     m_output.clear();
 }
 

@@ -25,6 +25,8 @@ public:
 
     /// Sends on what was printed and is still held.
     void flush();
+    /// Whether standard output has not taken all of it, as on a full disk.
+    bool hasLostOutput() const { return m_hasLostOutput; }
     /// Text to standard error, as it stands.
     void show(std::wstring_view text);
     BoxAsker& boxes() { return m_boxes; }
@@ -40,6 +42,7 @@ private:
     std::string m_output;
     std::string m_input;
     bool m_isAtEnd = false;
+    bool m_hasLostOutput = false;
     std::wstring m_meterCaption;
     int m_meterMinimum = 0;
     int m_meterMaximum = 0;

@@ -2,8 +2,6 @@
 
 #include <string>
 
-class ConsolePort;
-
 /// What the console's own commands share with the session that runs them.
 struct ConsoleState {
     std::wstring drawing; ///< the file that was opened; empty for a new drawing

@@ -52,6 +52,16 @@ std::wstring padLeft(std::wstring_view text, std::size_t columns) {
     return std::wstring(used < columns ? columns - used : 0, L' ') + std::wstring(text);
 }
 
+std::wstring onOneLine(std::wstring text) {
+    std::replace_if(
+        text.begin(), text.end(), [](wchar_t character) { return character < L' '; }, L' ');
+    return text;
+}
+
+std::wstring counted(std::size_t count, const std::wstring& one, const std::wstring& many) {
+    return std::to_wstring(count) + L" " + (count == 1 ? one : many.empty() ? one + L"s" : many);
+}
+
 std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment) {
     std::vector<std::size_t> widths;
     for (const auto& row : rows) {

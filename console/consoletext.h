@@ -13,6 +13,11 @@ std::size_t columnsOf(std::wstring_view text);
 std::wstring padRight(std::wstring_view text, std::size_t columns);
 std::wstring padLeft(std::wstring_view text, std::size_t columns);
 
+/// Control characters, line ends among them, as blanks.
+std::wstring onOneLine(std::wstring text);
+/// "1 object", "2 objects"; the plural where an s does not make it.
+std::wstring counted(std::size_t count, const std::wstring& one, const std::wstring& many = {});
+
 /// A table whose columns are as wide as their longest cell, two blanks apart. The first row is the heading
 /// and is underlined. Columns whose letter in `alignment` is 'r' stand right, others left.
 std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);

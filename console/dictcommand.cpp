@@ -51,12 +51,6 @@ private:
     std::vector<AcDbObjectId> m_path;
 };
 
-std::wstring handleText(AcDbObjectId id) {
-    wchar_t text[17] = {};
-    (void)id.handle().getIntoAsciiBuffer(text);
-    return text;
-}
-
 const wchar_t* className(const Node& node) { return node.object ? node.object->dxfName() : L"missing"; }
 
 std::wstring remarkOn(const Node& node) {
@@ -83,10 +77,7 @@ std::wstring valueText(const AcDbDxfGroup& group) {
     case AcDb::GroupKind::kBool:
         return std::to_wstring(group.integer);
     default:
-        std::wstring text(group.text);
-        std::replace_if(
-            text.begin(), text.end(), [](wchar_t character) { return character < L' '; }, L' ');
-        return text;
+        return onOneLine(std::wstring(group.text));
     }
 }
 
@@ -98,7 +89,7 @@ void printTree(const TreeWalk& tree, bool withContents) {
     for (const Node& node : tree.nodes) {
         if (acedUsrBrk()) return;
         rows.push_back(
-            {indented(node.depth, node.name), handleText(node.id), className(node), remarkOn(node)});
+            {indented(node.depth, node.name), handleText(node.id.handle()), className(node), remarkOn(node)});
         const hostkit::GroupBlock* const contents = withContents ? contentsOf(node) : nullptr;
         if (!contents) continue;
         hostkit::GroupWalker walker(*contents);
@@ -111,12 +102,6 @@ void printTree(const TreeWalk& tree, bool withContents) {
     acutPrintf(L"%d entries\n", static_cast<int>(tree.nodes.size()) - 1);
 }
 
-void appendField(const char* name, std::wstring_view text, std::string& json) {
-    (json += '"') += name;
-    json += "\":";
-    hostkit::appendJsonText(text, json);
-}
-
 // The nodes from `place` on that stand at its depth, with what hangs below them; the place behind them.
 std::size_t appendSiblings(const std::vector<Node>& nodes, std::size_t place, bool withContents,
                            std::string& json) {
@@ -126,7 +111,7 @@ std::size_t appendSiblings(const std::vector<Node>& nodes, std::size_t place, bo
         json += separator;
         json += '{';
         appendField("name", node.name, json);
-        appendField("handle", handleText(node.id), json += ',');
+        appendField("handle", handleText(node.id.handle()), json += ',');
         appendField("class", className(node), json += ',');
         if (node.isCut) json += ",\"cut\":true";
         const hostkit::GroupBlock* const contents = withContents ? contentsOf(node) : nullptr;

@@ -163,7 +163,7 @@ std::wstring helpText() {
             L"  2    the command line is wrong\n"
             L"  3    the drawing cannot be read\n"
             L"  4    the library or a module cannot be loaded\n"
-            L"  5    a file (drawing, timeline, installation) could not be written\n"
+            L"  5    a file (drawing, timeline, installation) or the output could not be written\n"
             L"  6    the script, or the file of answers, cannot be read\n"
             L"  130  stopped by Ctrl-C; nothing was saved by --output\n"
             L"\n"

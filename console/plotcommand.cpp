@@ -2,7 +2,7 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "atomicfile.h"
+#include "commandoutput.h"
 #include "dbdatabase.h"
 #include "dblayertable.h"
 #include "dbobjptr.h"
@@ -10,7 +10,6 @@
 #include "plotdrawing.h"
 #include "svgpicture.h"
 #include "systempath.h"
-#include "textencoding.h"
 
 namespace {
 
@@ -36,10 +35,12 @@ bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
 bool readFilledLayer(AcDbDatabase& database, Request& request) {
     CString name;
     if (acedGetString(0, L"Layer whose closed curves are filled: ", name) != RTNORM) return false;
+    if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"FILL needs the name of a layer behind it");
     const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
     AcDbObjectId id;
     if (!layers.object() || layers->getAt(name.GetString(), id) != Acad::eOk)
-        return refuse(Acad::eKeyNotFound, L"there is no layer \"" + std::wstring(name.GetString()) + L"\"");
+        return refuse(Acad::eKeyNotFound,
+                      L"there is no layer \"" + std::wstring(name.GetString()) + L"\"; LAYERS lists them");
     request.filledLayers.push_back(id);
     return true;
 }
@@ -86,8 +87,8 @@ void tellWhatIsMissing(const PlotReport& report) {
 } // namespace
 
 void plotCommand() {
-    AcApDocument* document = acDocManagerPtr()->curDocument();
-    if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
+    AcApDocument* document = documentOrFail();
+    if (!document) return;
     Request request;
     if (!readRequest(*document->database(), request)) return;
 
@@ -98,11 +99,7 @@ void plotCommand() {
     const PlotReport report = plotDrawing(*document->database(), picture, request.filledLayers);
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
-    hostkit::AtomicFile file(hostkit::mapPath(request.file.GetString()));
-    file.write(picture.finish());
-    if (!file.commit())
-        return hostkit::failCommand(Acad::eFileAccessErr, std::wstring(request.file.GetString()) + L": " +
-                                                              hostkit::wideFromUtf8(file.errorText()));
+    if (!writeTextFile(request.file.GetString(), picture.finish())) return;
     acutPrintf(L"Picture %s: %d entities\n", request.file.GetString(), static_cast<int>(report.drawn));
     tellWhatIsMissing(report);
 }

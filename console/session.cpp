@@ -104,6 +104,8 @@ int Session::run() {
         m_port.reportProblem(L"vexohost: " + *m_options.answers + L": no box asked for the last " +
                              std::to_wstring(unused) + L" of the answers");
     m_port.flush();
+    if (m_port.hasLostOutput() && code == exitcode::ok)
+        code = fail(exitcode::notWritten, L"what was printed could not be written to standard output");
     if (trace && !trace->close())
         return fail(exitcode::notWritten, *m_options.trace + L": the timeline could not be written");
     return code;

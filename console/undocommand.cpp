@@ -2,16 +2,14 @@
 
 #include "acdocman.h"
 #include "aced.h"
+#include "commandoutput.h"
+#include "consoletext.h"
 #include "host.h"
 #include "undohistory.h"
 
 #include <string>
 
 namespace {
-
-std::wstring counted(std::size_t count, const wchar_t* one, const wchar_t* many) {
-    return std::to_wstring(count) + L" " + (count == 1 ? one : many);
-}
 
 void tell(const hostkit::UndoReport& report) {
     const std::wstring name = report.name.empty() ? L"Changes by no command" : report.name;
@@ -36,8 +34,8 @@ void tell(const hostkit::UndoReport& report) {
 } // namespace
 
 void undoCommand() {
-    AcApDocument* document = acDocManagerPtr()->curDocument();
-    if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
+    AcApDocument* document = documentOrFail();
+    if (!document) return;
     int count = 1;
     acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
     const int answer = acedGetInt(L"Number of commands <1>: ", &count);

@@ -71,9 +71,11 @@ void listVariables(const SystemVariables& variables) {
     printTable(rows, "lllll");
 }
 
-void fail(const CString& name, VariableResult result) {
-    hostkit::failCommand(result == VariableResult::unknown ? Acad::eKeyNotFound : Acad::eInvalidInput,
-                         std::wstring(name.GetString()) + L": " + hostkit::textOf(result));
+void fail(const SystemVariableInfo& info, VariableResult result) {
+    const std::wstring range = info.isReadOnly ? L"" : rangeOf(info);
+    hostkit::failCommand(Acad::eInvalidInput, info.name + L" (" + typeName(info.type) +
+                                                  (range.empty() ? L"" : L", " + range) + L"): " +
+                                                  hostkit::textOf(result));
 }
 
 } // namespace
@@ -85,9 +87,12 @@ void setVariableCommand() {
     if (name.IsEmpty() || name == L"?") return listVariables(variables);
     SystemVariableInfo info;
     SystemValue value;
-    if (!variables.describe(name.GetString(), info)) return fail(name, VariableResult::unknown);
+    if (!variables.describe(name.GetString(), info))
+        return hostkit::failCommand(Acad::eKeyNotFound, std::wstring(name.GetString()) + L": " +
+                                                            hostkit::textOf(VariableResult::unknown) +
+                                                            L"; SETVAR alone lists them");
     const VariableResult found = variables.get(name.GetString(), value);
-    if (found != VariableResult::ok) return fail(name, found);
+    if (found != VariableResult::ok) return fail(info, found);
     const std::wstring shown = info.name + L" = " + hostkit::formatValue(value);
     CString text;
     if (acedGetString(0, (shown + L", new value <as it is>: ").c_str(), text) != RTNORM) return;
@@ -96,9 +101,9 @@ void setVariableCommand() {
         return;
     }
     if (!hostkit::parseValue(text == L"." ? L"" : text.GetString(), info.type, value))
-        return fail(name, VariableResult::wrongType);
+        return fail(info, VariableResult::wrongType);
     const VariableResult result = variables.set(name.GetString(), value);
-    if (result != VariableResult::ok) fail(name, result);
+    if (result != VariableResult::ok) fail(info, result);
 }
 
 void versionCommand() {

@@ -3,13 +3,13 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "commandoutput.h"
+#include "consoletext.h"
 #include "dbdatabase.h"
 #include "dbobjptr.h"
 #include "host.h"
 #include "jsontext.h"
 #include "storedentries.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace {
@@ -33,8 +33,8 @@ bool findObject(AcDbDatabase& database, const CString& word, AcDbObjectId& id) {
     const AcDbHandle handle(word.GetString());
     const std::wstring name = word.GetString();
     if (handle.isNull())
-        hostkit::failCommand(Acad::eInvalidInput,
-                             L"a handle is needed, such as 1F; \"" + name + L"\" is none");
+        hostkit::failCommand(Acad::eInvalidInput, L"a handle is needed, such as 1F (LIST shows them)" +
+                                                      (name.empty() ? L"" : L"; \"" + name + L"\" is none"));
     else if (database.getAcDbObjectId(id, false, handle) != Acad::eOk || !id.isResident())
         hostkit::failCommand(Acad::eUnknownHandle, L"the drawing has no object with the handle " + name);
     else if (id.isErased())
@@ -44,12 +44,6 @@ bool findObject(AcDbDatabase& database, const CString& word, AcDbObjectId& id) {
     return false;
 }
 
-std::wstring onOneLine(std::wstring text) {
-    std::replace_if(
-        text.begin(), text.end(), [](wchar_t character) { return character < L' '; }, L' ');
-    return text;
-}
-
 std::wstring valuesText(const StoredEntry& entry) {
     std::wstring text;
     for (const resbuf* value : entry.values)
@@ -57,14 +51,8 @@ std::wstring valuesText(const StoredEntry& entry) {
     return text;
 }
 
-std::wstring handleText(const AcDbObject& object) {
-    wchar_t text[17] = {};
-    (void)object.handle().getIntoAsciiBuffer(text);
-    return text;
-}
-
 void printEntries(const AcDbObject& object) {
-    const std::wstring name = std::wstring(object.dxfName()) + L" " + handleText(object);
+    const std::wstring name = std::wstring(object.dxfName()) + L" " + handleText(object.handle());
     if (!object.extendedData()) {
         acutPrintf(L"%s has no extended data\n", name.c_str());
         return;
@@ -104,10 +92,8 @@ void appendValue(const resbuf& record, std::string& json) {
 
 // A flag is true; an array stays one also with a single element.
 void appendEntry(const StoredEntry& entry, std::string& json) {
-    json += "{\"key\":";
-    hostkit::appendJsonText(entry.key, json);
-    json += ",\"kind\":";
-    hostkit::appendJsonText(entry.kind, json);
+    appendField("key", entry.key, json += '{');
+    appendField("kind", entry.kind, json += ',');
     json += ",\"value\":";
     const bool isArray = std::wstring_view(entry.kind) == L"long array";
     if (entry.values.empty()) json += "true";
@@ -122,8 +108,7 @@ void appendEntry(const StoredEntry& entry, std::string& json) {
 
 void appendApplication(const AcDbObject& object, const std::wstring& application, std::string& json) {
     const RecordList list(object.xData(application.c_str()));
-    json += "{\"name\":";
-    hostkit::appendJsonText(application, json);
+    appendField("name", application, json += '{');
     json += ",\"entries\":[";
     std::string_view separator;
     for (const StoredEntry& entry : storedEntries(list.get())) {
@@ -139,10 +124,9 @@ void appendApplication(const AcDbObject& object, const std::wstring& application
 }
 
 std::string entriesAsJson(const AcDbObject& object) {
-    std::string json = "{\"handle\":";
-    hostkit::appendJsonText(handleText(object), json);
-    json += ",\"type\":";
-    hostkit::appendJsonText(object.dxfName(), json);
+    std::string json = "{";
+    appendField("handle", handleText(object.handle()), json);
+    appendField("type", object.dxfName(), json += ',');
     json += ",\"bytes\":" + std::to_string(object.extendedData() ? object.extendedData()->size() : 0);
     json += ",\"applications\":[";
     std::string_view separator;
@@ -163,13 +147,10 @@ void xdataCommand() {
     if (!document || acedGetString(0, L"Handle of the object: ", word) != RTNORM) return;
     AcDbObjectId id;
     if (!findObject(*document->database(), word, id)) return;
-    CString form(L"Table");
-    acedInitGet(0, L"Table Json");
-    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
-    if (answer == RTREJ) return hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
-    if (answer != RTNORM && answer != RTNONE) return;
+    const std::optional<ReportForm> form = readReportForm();
+    if (!form) return;
     const AcDbObjectPointer<AcDbObject> object(id, AcDb::kForRead);
     if (!object.object()) return hostkit::failCommand(object.openStatus(), L"the object cannot be read");
-    if (form == L"Table") return printEntries(*object.object());
+    if (*form == ReportForm::table) return printEntries(*object.object());
     offerText(entriesAsJson(*object.object()));
 }

@@ -30,6 +30,8 @@ constexpr DWORD secondButtonStyle = 0x40010000;
 constexpr UINT measureLine = 1029;
 constexpr UINT measureWhole = 1024;
 
+constexpr int mostMeasured = 4096;
+
 constexpr int margin = 10;
 constexpr int besideText = 20;
 constexpr int besideTextAndButtons = 22;
@@ -106,19 +108,26 @@ int lengthWithoutFeed(const CString& line) {
     return length > 0 && line.GetAt(length - 1) == L'\n' ? length - 1 : length;
 }
 
-// The first part stands in the line's place; what is left, if anything, becomes the next line.
-void breakLine(std::vector<CString>& lines, std::size_t index, int width, int widest) {
-    const CString line = lines[index];
-    const std::int64_t length = lengthWithoutFeed(line);
-    const int fitting = static_cast<int>(std::max<std::int64_t>(length * widest / width, 1));
-    CString cut;
-    cut.Format(L"%.*s", fitting, line);
-    const int found = behindBreak(cut);
-    const int behind = found < 0 ? fitting : found;
-    CString rest = line.Mid(behind);
-    rest.TrimLeft();
-    lines[index] = line.Left(behind).TrimRight() + L"\n";
-    if (!rest.IsEmpty()) lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(index) + 1, rest);
+// A line as lines that are not too wide. Each rest is cut by the average width of its characters, which the
+// start of a very long one tells well enough, so that a text without end costs no more than its length.
+void appendBroken(CString& whole, CDC& dc, const CString& line, int widest) {
+    const int end = line.GetLength();
+    for (int first = 0; first < end;) {
+        const CString rest = line.Mid(first, mostMeasured);
+        const int length = lengthWithoutFeed(rest);
+        const std::int64_t width = measured(dc, rest, measureLine).cx;
+        if (first + rest.GetLength() == end && (width <= widest || length <= 1)) {
+            whole += rest;
+            return;
+        }
+        const std::int64_t estimate = length * std::int64_t{widest} / std::max<std::int64_t>(width, 1);
+        const int fitting = static_cast<int>(std::clamp<std::int64_t>(estimate, 1, length));
+        const int found = behindBreak(rest.Left(fitting));
+        const int behind = found < 0 ? fitting : found;
+        whole += rest.Left(behind).TrimRight() + L"\n";
+        first += behind;
+        while (first < end && CString(line[first]).Trim().IsEmpty()) ++first;
+    }
 }
 
 } // namespace
@@ -174,13 +183,8 @@ CSize VEXOMessageBox::iconArea() const {
 }
 
 CString VEXOMessageBox::brokenText(CDC& dc, int widest) const {
-    std::vector<CString> lines = splitAtLineFeeds(m_text);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const int width = static_cast<int>(measured(dc, lines[i], measureLine).cx);
-        if (width > widest && lengthWithoutFeed(lines[i]) > 1) breakLine(lines, i, width, widest);
-    }
     CString whole;
-    for (const CString& line : lines) whole += line;
+    for (const CString& line : splitAtLineFeeds(m_text)) appendBroken(whole, dc, line, widest);
     return whole.TrimRight(L'\n');
 }
 

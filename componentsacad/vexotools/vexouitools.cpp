@@ -33,9 +33,8 @@ std::vector<HWND> visibleChain(HWND window) {
 }
 
 int showBox(const CString& text, unsigned int flags, const CWnd* owner) {
-    CString caption;
-    VxPrompts::getPrompt(caption, captionPrompt, getModulePromptsProjectName(), 0);
-    return ::MessageBoxW(owner ? owner->GetSafeHwnd() : adsw_acadMainWnd(), text, caption, flags);
+    const HWND window = owner ? owner->GetSafeHwnd() : adsw_acadMainWnd();
+    return ::MessageBoxW(window, text, promptText(captionPrompt), flags);
 }
 
 } // namespace

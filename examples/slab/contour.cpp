@@ -24,18 +24,8 @@ struct PlaneMeasures {
     AcGeVector2d moment{0.0, 0.0}; ///< area times centroid
 };
 
-// The last vertex counts for nothing when it repeats the first: the contour is then closed by its ends.
-unsigned vertexCount(const AcDbPolyline& polyline) {
-    const unsigned count = polyline.numVerts();
-    AcGePoint2d first, last;
-    if (count < 2 || polyline.getPointAt(0, first) != Acad::eOk ||
-        polyline.getPointAt(count - 1, last) != Acad::eOk)
-        return count;
-    return first.isEqualTo(last) ? count - 1 : count;
-}
-
 std::vector<Segment> segmentsOf(const AcDbPolyline& polyline) {
-    const unsigned count = vertexCount(polyline);
+    const unsigned count = polyline.numVerts() - (endsMeet(polyline) ? 1 : 0);
     std::vector<Segment> segments(count);
     for (unsigned i = 0; i < count; ++i) {
         polyline.getPointAt(i, segments[i].start);
@@ -43,12 +33,6 @@ std::vector<Segment> segmentsOf(const AcDbPolyline& polyline) {
     }
     for (unsigned i = 0; i < count; ++i) segments[i].end = segments[(i + 1) % count].start;
     return segments;
-}
-
-double angleMinusSine(double angle) {
-    if (std::abs(angle) > smallAngle) return angle - std::sin(angle);
-    const double square = angle * angle;
-    return angle * square / 6.0 * (1.0 - square / 20.0 * (1.0 - square / 42.0));
 }
 
 // Between an arc and its chord (https://en.wikipedia.org/wiki/Circular_segment): its area above 0 where the
@@ -180,7 +164,7 @@ void judgeSense(const Contour& contour, const AcArray<AcGePoint3d>& points,
     }
     const bool isClockWise = VEXOGeometryTools::IsCCW(points, bulges) == 1;
     measures.sense = isClockWise ? L"cw" : L"ccw";
-    const std::unique_ptr<AcDbPolyline> moved(static_cast<AcDbPolyline*>(contour.polyline->clone()));
+    const std::unique_ptr<AcDbPolyline> moved = copyOf(*contour.polyline);
     if (moved->transformBy(contour.toWorld) != Acad::eOk)
         return; // unevenly scaled: its arcs are no arcs any more
     if (VEXOGeometryTools::isContourClockWise(moved.get()) != isClockWise)
@@ -223,6 +207,23 @@ ContourMeasures measuresOf(const Contour& contour) {
     measures.centroid = plane * AcGePoint3d(middle.x, middle.y, contour.polyline->elevation());
     judgeSense(contour, points, bulges, measures);
     return measures;
+}
+
+std::unique_ptr<AcDbPolyline> copyOf(const AcDbPolyline& polyline) {
+    return std::unique_ptr<AcDbPolyline>(static_cast<AcDbPolyline*>(polyline.clone()));
+}
+
+bool endsMeet(const AcDbPolyline& polyline) {
+    const unsigned count = polyline.numVerts();
+    AcGePoint2d first, last;
+    return count > 1 && polyline.getPointAt(0, first) == Acad::eOk &&
+           polyline.getPointAt(count - 1, last) == Acad::eOk && first.isEqualTo(last);
+}
+
+double angleMinusSine(double angle) {
+    if (std::abs(angle) > smallAngle) return angle - std::sin(angle);
+    const double square = angle * angle;
+    return angle * square / 6.0 * (1.0 - square / 20.0 * (1.0 - square / 42.0));
 }
 
 double signedAreaInPlane(const AcDbPolyline& contour) { return measureInPlane(segmentsOf(contour)).area; }

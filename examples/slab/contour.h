@@ -34,6 +34,12 @@ struct ContourMeasures {
 
 ContourMeasures measuresOf(const Contour& contour);
 
+std::unique_ptr<AcDbPolyline> copyOf(const AcDbPolyline& polyline);
+/// The last vertex repeats the first: such a contour is closed by its ends, and the vertex counts for
+/// nothing.
+bool endsMeet(const AcDbPolyline& polyline);
+/// Twice the area between an arc of that angle, radius 1, and its chord; small angles keep their digits.
+double angleMinusSine(double angle);
 /// With its arcs, in the contour's own plane: above 0 when it runs counter-clockwise about its normal.
 double signedAreaInPlane(const AcDbPolyline& contour);
 /// Segments that are arcs and have a length.

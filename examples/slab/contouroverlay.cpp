@@ -1,6 +1,6 @@
 #include "contouroverlay.h"
 
-#include "dbpolyline.h"
+#include "contour.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,15 +9,8 @@
 namespace {
 
 constexpr double pi = std::numbers::pi;
-constexpr double smallAngle = 1e-2;     // below it the series is exact to the last place
 constexpr double flattestBulge = 1e-12; // of an arc; a flatter one is its chord to the last place
 constexpr double sameStop = 1e-13;      // stops closer than this, of the whole sweep, are one
-
-double angleMinusSine(double angle) {
-    if (std::abs(angle) > smallAngle) return angle - std::sin(angle);
-    const double square = angle * angle;
-    return angle * square / 6.0 * (1.0 - square / 20.0 * (1.0 - square / 42.0));
-}
 
 double halfHeight(double radius, double offset) {
     return std::sqrt(std::max(0.0, (radius - offset) * (radius + offset)));

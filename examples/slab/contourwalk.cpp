@@ -8,6 +8,7 @@
 #include "dbminsert.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
+#include "reporttext.h"
 #include "vexogeometrytools.h"
 
 namespace {
@@ -23,12 +24,6 @@ struct Place {
     int depth = 0;
 };
 
-std::wstring handleText(const AcDbEntity& entity) {
-    wchar_t text[17] = L"";
-    entity.handle().getIntoAsciiBuffer(text);
-    return text;
-}
-
 std::wstring layerName(const AcDbEntity& entity, const Place& place) {
     const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId(), AcDb::kForRead);
     const std::wstring name = layer.object() ? layer->name() : L"0";
@@ -37,11 +32,7 @@ std::wstring layerName(const AcDbEntity& entity, const Place& place) {
 
 // A contour closed by a flag, or by a last vertex that repeats the first one.
 bool isClosed(const AcDbPolyline& polyline) {
-    if (polyline.isClosed()) return true;
-    AcGePoint2d first, last;
-    const unsigned count = polyline.numVerts();
-    return count > 3 && polyline.getPointAt(0, first) == Acad::eOk &&
-           polyline.getPointAt(count - 1, last) == Acad::eOk && first.isEqualTo(last);
+    return polyline.isClosed() || (polyline.numVerts() > 3 && endsMeet(polyline));
 }
 
 double elevationOf(const AcDbCircle& circle) {
@@ -89,12 +80,12 @@ private:
         polyline->setNormal(light ? light->normal() : old ? old->normal() : circle->normal());
         polyline->setElevation(light ? light->elevation() : old ? old->elevation() : elevationOf(*circle));
         if (!isClosed(*polyline)) {
-            result.openCurves.push_back({layerName(entity, place), place.path + handleText(entity)});
+            result.openCurves.push_back({layerName(entity, place), place.path + handleText(entity.handle())});
             return;
         }
         Contour contour;
         contour.layer = layerName(entity, place);
-        contour.path = place.path + handleText(entity);
+        contour.path = place.path + handleText(entity.handle());
         contour.kind = light ? L"polyline" : old ? L"old polyline" : L"circle";
         contour.polyline = std::move(polyline);
         contour.toWorld = place.toWorld;
@@ -115,7 +106,7 @@ private:
                                                 : AcGeVector3d();
                 Place inside;
                 inside.toWorld = place.toWorld * AcGeMatrix3d::translation(step) * reference.blockTransform();
-                inside.path = place.path + handleText(reference);
+                inside.path = place.path + handleText(reference.handle());
                 if (rows * columns > 1)
                     inside.path +=
                         L"[" + std::to_wstring(row + 1) + L"," + std::to_wstring(column + 1) + L"]";

@@ -39,11 +39,7 @@ std::unique_ptr<AcDbPolyline> seenFromAbove(const AcDbPolyline& polyline) {
         else
             flat->addVertexAt(count, vertex, turn * bulge);
     }
-    AcGePoint2d first, last;
-    const unsigned count = flat->numVerts();
-    if (count > 1 && flat->getPointAt(0, first) == Acad::eOk &&
-        flat->getPointAt(count - 1, last) == Acad::eOk && first.isEqualTo(last))
-        flat->removeVertexAt(count - 1);
+    if (endsMeet(*flat)) flat->removeVertexAt(flat->numVerts() - 1);
     flat->setClosed(true);
     return flat;
 }
@@ -55,7 +51,7 @@ std::optional<PlanContour> planContourOf(const Contour& contour, std::wstring& r
         reason = text;
         return std::nullopt;
     };
-    const std::unique_ptr<AcDbPolyline> placed(static_cast<AcDbPolyline*>(contour.polyline->clone()));
+    const std::unique_ptr<AcDbPolyline> placed = copyOf(*contour.polyline);
     if (!isFinite(*placed)) return refuse(L"holds what is no number");
     if (placed->transformBy(contour.toWorld) != Acad::eOk)
         return refuse(L"stands in a block whose uneven scales make its arcs no arcs");

@@ -21,6 +21,12 @@ std::wstring csvField(const std::wstring& text) {
 
 } // namespace
 
+std::wstring handleText(AcDbHandle handle) {
+    wchar_t text[17] = L"";
+    (void)handle.getIntoAsciiBuffer(text);
+    return text;
+}
+
 std::wstring fixedNumber(double value, int decimals) {
     char text[400];
     const auto result = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "dbhandle.h"
+
 #include <string>
 #include <vector>
 
 // Numbers and tables of reports, the same in every locale.
 
+/// Hexadecimal.
+std::wstring handleText(AcDbHandle handle);
 /// With that many decimals; what rounds to nothing has no sign. "?" for what is no number.
 std::wstring fixedNumber(double value, int decimals);
 /// As few digits as give the same number back.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -48,7 +49,7 @@ using Views = std::vector<const AcDbPolyline*>;
 
 // In the directions of the strips most of their edges are level or upright, which makes the sweep short.
 Outline turned(const AcDbPolyline& outline, const CuttingFrame& frame) {
-    Outline copy(static_cast<AcDbPolyline*>(outline.clone()));
+    Outline copy = copyOf(outline);
     const double angle = std::atan2(frame.direction.y, frame.direction.x);
     copy->transformBy(AcGeMatrix3d::rotation(-angle, AcGeVector3d::kZAxis, frame.base));
     return copy;
@@ -102,7 +103,7 @@ public:
         , m_frame(frame)
         , m_cuts(cuts)
         , m_allowed(provedWithin * slab.contour->area) {
-        m_pieces.emplace_back(static_cast<AcDbPolyline*>(slab.contour->outline->clone()));
+        m_pieces.push_back(copyOf(*slab.contour->outline));
     }
 
     void cutAround(const PlanContour& opening) {
@@ -115,9 +116,10 @@ public:
             Outlines parts;
             const bool isCut = cutPiece(*piece, opening, clipped.get(), parts);
             hasFailed |= !isCut;
-            if (!isCut) parts.clear();
-            if (!isCut) parts.push_back(std::move(piece));
-            for (Outline& part : parts) next.push_back(std::move(part));
+            if (isCut)
+                std::move(parts.begin(), parts.end(), std::back_inserter(next));
+            else
+                next.push_back(std::move(piece));
         }
         m_pieces = std::move(next);
         if (hasFailed)
@@ -129,8 +131,9 @@ public:
         for (std::size_t a = 0; a < m_pieces.size(); ++a)
             for (std::size_t b = a + 1; b < m_pieces.size(); ++b) {
                 Outline joined = merged(*m_pieces[a], *m_pieces[b]);
+                if (!joined) continue;
                 const double sum = areaOf(*m_pieces[a]) + areaOf(*m_pieces[b]);
-                if (!joined || std::abs(areaOf(*joined) - sum) > m_allowed) continue;
+                if (std::abs(areaOf(*joined) - sum) > m_allowed) continue;
                 m_pieces.erase(m_pieces.begin() + static_cast<std::ptrdiff_t>(b));
                 m_pieces[a] = std::move(joined);
                 b = a;
@@ -148,12 +151,11 @@ private:
         const double area = areaOf(piece);
         const double inOpening = balanceOf(piece, openings, {}, m_frame).openings;
         if (area - inOpening <= noArea * m_slab.contour->area) return true; // nothing is left of it
-        const Outline contour(static_cast<AcDbPolyline*>(piece.clone()));
         if (inOpening > noArea * m_slab.contour->area) {
             AcDbCurve* hole = clipped ? clipped : opening.outline.get();
-            parts = takeOutlines(m_cuts.aroundOne(m_frame, *contour, *hole));
+            parts = takeOutlines(m_cuts.aroundOne(m_frame, *copyOf(piece), *hole));
         } else {
-            parts.emplace_back(static_cast<AcDbPolyline*>(piece.clone()));
+            parts.push_back(copyOf(piece));
         }
         return isProof(area, sumOfAreas(parts), balanceOf(piece, openings, parts, m_frame), m_allowed);
     }

@@ -35,9 +35,8 @@ double meetingArea(const PlanContour& a, const PlanContour& b) {
     return boxesMeet(a, b) ? commonArea(*a.outline, *b.outline) : 0.0;
 }
 
-// Of the smaller contour to the larger one.
-Relation relationOf(const PlanContour& smaller, const PlanContour& larger) {
-    const double common = meetingArea(smaller, larger);
+// Of the smaller contour to the larger one, by the area that they have in common.
+Relation relationOf(const PlanContour& smaller, const PlanContour& larger, double common) {
     const double smallest = std::min(smaller.area, larger.area);
     if (common <= negligible * smallest) return Relation::apart;
     if (smallest - common > negligible * smallest) return Relation::crosses;
@@ -45,13 +44,12 @@ Relation relationOf(const PlanContour& smaller, const PlanContour& larger) {
     return isSame ? Relation::same : Relation::inside;
 }
 
-Finding findingOf(const PlanContour& contour, std::wstring reason) {
-    return {contour.layer, contour.path, std::move(reason)};
+Relation relationOf(const PlanContour& smaller, const PlanContour& larger) {
+    return relationOf(smaller, larger, meetingArea(smaller, larger));
 }
 
-bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name) {
-    return std::any_of(layers.begin(), layers.end(),
-                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
+Finding findingOf(const PlanContour& contour, std::wstring reason) {
+    return {contour.layer, contour.path, std::move(reason)};
 }
 
 // Without those that repeat an earlier one.
@@ -122,10 +120,11 @@ void Planner::byLayers(const Contours& outlines, const Contours& openings) {
         const PlanContour& opening = *openings[i];
         bool isUsed = false;
         for (Slab& slab : m_plan.slabs) {
-            const Relation relation = relationOf(opening, *slab.contour);
+            const double common = meetingArea(*slab.contour, opening);
+            const Relation relation = relationOf(opening, *slab.contour, common);
             if (relation == Relation::apart) continue;
             if (relation == Relation::inside && opening.area > slab.contour->area) continue;
-            slab.openings.push_back({&opening, meetingArea(*slab.contour, opening)});
+            slab.openings.push_back({&opening, common});
             isUsed = true;
         }
         if (!isUsed) m_plan.findings.push_back(findingOf(opening, reasonOfNoSlab(opening)));
@@ -215,6 +214,11 @@ void Planner::sortAsDrawn(const Contours& drawn) {
 }
 
 } // namespace
+
+bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name) {
+    return std::any_of(layers.begin(), layers.end(),
+                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
+}
 
 SlabPlan planSlabs(std::vector<std::unique_ptr<PlanContour>> contours, const SlabRoles& roles,
                    const std::function<bool(double)>& look) {

@@ -36,6 +36,9 @@ struct SlabRoles {
     std::vector<std::wstring> openingLayers;
 };
 
+/// Names of layers count without regard to case.
+bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name);
+
 /// Gives the roles. Contours at other heights are of other floors and do not meet.
 ///
 /// With layers for both, or for the openings alone: what stands on the openings' layers is an opening of

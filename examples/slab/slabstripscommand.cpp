@@ -2,7 +2,6 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "casefold.h"
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
@@ -14,6 +13,7 @@
 #include "stripfiling.h"
 #include "stripreport.h"
 #include "tableoutput.h"
+#include "vexoacadprogressbar.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,15 +39,20 @@ bool readLayers(const AcDbDatabase& database, const wchar_t* prompt, std::vector
     const AcDbSymbolTablePointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForRead);
     std::wstring_view rest = text.view();
     layers.clear();
-    while (!rest.empty()) {
+    for (bool hasMore = true; hasMore;) {
         const std::size_t comma = rest.find(L',');
         const std::wstring name(rest.substr(0, comma));
-        rest.remove_prefix(comma == std::wstring_view::npos ? rest.size() : comma + 1);
+        hasMore = comma != std::wstring_view::npos;
+        if (hasMore) rest.remove_prefix(comma + 1);
+        if (name.empty())
+            return refuse(
+                Acad::eInvalidInput,
+                L"the name of a layer is needed; several stand with commas alone between them: A,B");
         if (!table.object() || !table->has(name.c_str()))
             return refuse(Acad::eKeyNotFound, L"there is no layer \"" + name + L"\"");
         layers.push_back(name);
     }
-    return !layers.empty() || refuse(Acad::eInvalidInput, L"the name of a layer is needed");
+    return true;
 }
 
 bool readDirection(AcGeVector3d& direction) {
@@ -101,18 +106,14 @@ bool readOption(const AcDbDatabase& database, const CString& option, Request& re
 
 bool isForm(const CString& option) { return option == L"Text" || option == L"CSV" || option == L"Json"; }
 
-bool isIn(const std::vector<std::wstring>& layers, const std::wstring& name) {
-    return std::any_of(layers.begin(), layers.end(),
-                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
-}
-
 bool isSound(const Request& request) {
     const SlabRoles& roles = request.roles;
     for (const std::wstring& layer : roles.openingLayers)
-        if (isIn(roles.outlineLayers, layer))
+        if (isListed(roles.outlineLayers, layer))
             return refuse(Acad::eInvalidInput, L"outlines and openings on one layer are told apart by "
                                                L"containment: give it for the outlines alone");
-    if (isIn(roles.outlineLayers, request.look.layer) || isIn(roles.openingLayers, request.look.layer))
+    if (isListed(roles.outlineLayers, request.look.layer) ||
+        isListed(roles.openingLayers, request.look.layer))
         return refuse(Acad::eInvalidInput, L"the strips need a layer of their own");
     return true;
 }
@@ -141,15 +142,13 @@ bool readRequest(const AcDbDatabase& database, Request& request) {
 // The meter over all the work, and a look for a break at every step of it.
 class Progress {
 public:
-    explicit Progress(const wchar_t* caption) { acedSetStatusBarProgressMeter(caption, 0, steps); }
-    ~Progress() { acedRestoreStatusBar(); }
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
+    explicit Progress(const wchar_t* caption)
+        : m_meter(caption, 0, steps) {}
 
     /// False once the user breaks off.
     bool reach(double share) {
         const int position = static_cast<int>(share * steps);
-        if (position != m_position) acedSetStatusBarProgressMeterPos(m_position = position);
+        if (position != m_position) m_meter.moveToPos(m_position = position);
         m_isBroken = m_isBroken || acedUsrBrk();
         return !m_isBroken;
     }
@@ -157,6 +156,7 @@ public:
 
 private:
     static constexpr int steps = 1000;
+    VEXOAcadProgressBar m_meter;
     int m_position = 0;
     bool m_isBroken = false;
 };
@@ -168,9 +168,9 @@ constexpr double plannedShare = 0.3;
 // Strips of this run and of earlier ones are no contours of the plan.
 bool takesPart(const SlabRoles& roles, const std::vector<std::wstring>& stripLayers,
                const std::wstring& layer) {
-    if (isIn(stripLayers, layer)) return false;
-    return roles.outlineLayers.empty() || isIn(roles.outlineLayers, layer) ||
-           isIn(roles.openingLayers, layer);
+    if (isListed(stripLayers, layer)) return false;
+    return roles.outlineLayers.empty() || isListed(roles.outlineLayers, layer) ||
+           isListed(roles.openingLayers, layer);
 }
 
 std::vector<std::unique_ptr<PlanContour>> readContours(AcDbDatabase& database, const Request& request,
@@ -189,7 +189,8 @@ std::vector<std::unique_ptr<PlanContour>> readContours(AcDbDatabase& database, c
     });
     // Open lines are only amiss where outlines and openings are said to stand.
     for (const ContourWalk::OpenCurve& each : walk.openCurves)
-        if (isIn(request.roles.outlineLayers, each.layer) || isIn(request.roles.openingLayers, each.layer))
+        if (isListed(request.roles.outlineLayers, each.layer) ||
+            isListed(request.roles.openingLayers, each.layer))
             run.findings.push_back({each.layer, each.path, L"is not closed"});
     run.isCut = walk.isCut;
     return contours;
@@ -247,6 +248,7 @@ void slabStripsCommand() {
     StripRun run;
     run.unit = unitName(database.insunits());
     run.decimals = std::clamp<int>(database.luprec(), 0, 8);
+    run.isByContainment = request.roles.outlineLayers.empty() && request.roles.openingLayers.empty();
     if (!makeRun(database, request, run))
         return hostkit::failCommand(Acad::eUserBreak, L"stopped; no strips were drawn");
     if (run.slabs.empty()) {

@@ -6,6 +6,7 @@
 #include "dblayertablerecord.h"
 #include "dbobjptr.h"
 #include "dbtext.h"
+#include "reporttext.h"
 #include "stripfiling.h"
 
 #include <algorithm>
@@ -109,13 +110,11 @@ std::unique_ptr<AcDbEntity> numberOf(const AcDbDatabase& database, const SlabRes
 Acad::ErrorStatus drawStrip(Drawing& drawing, const AcDbDatabase& database, const SlabResult& slab,
                             const Strip& strip, const StripLook& look, double largestHeight,
                             MadeStrip& made) {
-    std::unique_ptr<AcDbPolyline> outline(static_cast<AcDbPolyline*>(strip.outline->clone()));
+    std::unique_ptr<AcDbPolyline> outline = copyOf(*strip.outline);
     outline->setElevation(slab.slab->contour->elevation);
     Acad::ErrorStatus status = drawing.add(std::move(outline), made.number, &strip.area, made.outline);
     if (status != Acad::eOk) return status;
-    wchar_t handle[17] = L"";
-    made.outline.handle().getIntoAsciiBuffer(handle);
-    made.handle = handle;
+    made.handle = handleText(made.outline.handle());
     if (!look.hasNumbers) return Acad::eOk;
     return drawing.add(numberOf(database, slab, strip, made.number, look.angle, largestHeight), made.number,
                        nullptr, made.label);

@@ -8,6 +8,7 @@
 #include "dblayertablerecord.h"
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
+#include "reporttext.h"
 #include "vexodatabasetools.h"
 
 #include <memory>
@@ -38,9 +39,7 @@ Records recordsOf(const std::wstring& layer, const std::vector<AcDbObjectId>& ma
     Records list(acutBuildList(layerCode, layer.c_str(), 0), &acutRelRb);
     resbuf* last = list.get();
     for (const AcDbObjectId id : made) {
-        wchar_t handle[17] = L"";
-        id.handle().getIntoAsciiBuffer(handle);
-        last->rbnext = acutBuildList(referenceCode, handle, 0);
+        last->rbnext = acutBuildList(referenceCode, handleText(id.handle()).c_str(), 0);
         last = last->rbnext;
     }
     return list;

@@ -60,6 +60,10 @@ std::wstring findingsText(const StripRun& run) {
     for (const auto& [what, count] : told)
         if (count > mostAlike) text += std::to_wstring(count - mostAlike) + L" more" + what + L"\n";
     if (run.isCut) text += L"The drawing repeats its blocks more than a walk can follow; there is more.\n";
+    if (run.isByContainment)
+        text +=
+            L"No layers were named: the outermost contours are the slabs, also where one is the frame of a "
+            L"sheet. OUTLINES and OPENINGS name the layers.\n";
     return text;
 }
 

@@ -27,4 +27,5 @@ struct StripRun {
     std::wstring unit;  ///< of lengths; empty for a drawing without a unit
     int decimals = 4;   ///< that the drawing shows lengths with
     bool isCut = false; ///< block references repeat more than is reasonable: there may be more slabs
+    bool isByContainment = false; ///< no layers were named
 };

@@ -4,22 +4,31 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <unordered_map>
 
 HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcEdCommandStack, AcRxObject)
 
-// The names of a group are looked up at each adding; modules register hundreds of commands, one by one.
-struct AcEdCommandStack::Group {
-    std::wstring name;
-    std::vector<std::unique_ptr<AcEdCommand>> commands{};
-    Names globalNames{};
-    Names localNames{};
-};
-
 namespace {
+
+using Names = std::unordered_map<std::wstring_view, AcEdCommand*, hostkit::FoldedHash, hostkit::FoldedEqual>;
 
 bool isName(const wchar_t* text) { return text && *text && std::wcspbrk(text, L" \t\r\n\"") == nullptr; }
 
+AcEdCommand* commandIn(const Names& names, std::wstring_view name) {
+    const auto found = names.find(name);
+    return found == names.end() ? nullptr : found->second;
+}
+
 } // namespace
+
+// Each group keeps its names beside its commands, so that adding to a large group is as quick as to a small
+// one.
+struct AcEdCommandStack::Group {
+    std::wstring name;
+    std::vector<std::unique_ptr<AcEdCommand>> commands{}; // in the order of adding
+    Names globalNames{};
+    Names localNames{};
+};
 
 AcEdCommandStack::AcEdCommandStack() = default;
 AcEdCommandStack::~AcEdCommandStack() = default;
@@ -41,36 +50,30 @@ Acad::ErrorStatus AcEdCommandStack::addCommand(const wchar_t* group, const wchar
         m_groups.insert(m_groups.begin(), std::make_unique<Group>(Group{group}));
         place = m_groups.begin();
     }
-    Group& found = **place;
-    if (found.globalNames.contains(std::wstring_view(globalName)) ||
-        found.localNames.contains(std::wstring_view(localName)))
+    Group& target = **place;
+    if (target.globalNames.contains(globalName) || target.localNames.contains(localName))
         return Acad::eDuplicateKey;
-    m_isIndexed = false;
-    AcEdCommand* const command =
-        found.commands
-            .emplace_back(std::make_unique<AcEdCommand>(group, globalName, localName, flags, function))
-            .get();
-    found.globalNames.emplace(command->globalName(), command);
-    found.localNames.emplace(command->localName(), command);
+    target.commands.push_back(std::make_unique<AcEdCommand>(group, globalName, localName, flags, function));
+    AcEdCommand* const added = target.commands.back().get();
+    target.globalNames.emplace(added->globalName(), added);
+    target.localNames.emplace(added->localName(), added);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcEdCommandStack::removeCmd(const wchar_t* group, const wchar_t* globalName) {
-    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end() || !globalName) return Acad::eKeyNotFound;
-    Group& holder = **place;
-    const auto found = holder.globalNames.find(std::wstring_view(globalName));
-    if (found == holder.globalNames.end()) return Acad::eKeyNotFound;
-    const AcEdCommand* const command = found->second;
-    holder.localNames.erase(command->localName());
-    holder.globalNames.erase(found);
-    std::erase_if(holder.commands, [command](const auto& each) { return each.get() == command; });
+    Group& target = **place;
+    AcEdCommand* const removed = commandIn(target.globalNames, globalName);
+    if (!removed) return Acad::eKeyNotFound;
+    // The names go first: they are views into the command.
+    target.globalNames.erase(removed->globalName());
+    target.localNames.erase(removed->localName());
+    std::erase_if(target.commands, [removed](const auto& each) { return each.get() == removed; });
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
-    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end()) return Acad::eKeyNotFound;
     m_groups.erase(place);
@@ -78,38 +81,24 @@ Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
 }
 
 Acad::ErrorStatus AcEdCommandStack::popGroupToTop(const wchar_t* group) {
-    m_isIndexed = false;
     const auto place = find(group);
     if (place == m_groups.end()) return Acad::eKeyNotFound;
     std::rotate(m_groups.begin(), place, place + 1);
     return Acad::eOk;
 }
 
-// The first of a name stays, and groups come from the top.
-void AcEdCommandStack::indexNames() const {
-    if (m_isIndexed) return;
-    m_globalNames.clear();
-    m_localNames.clear();
-    for (const auto& group : m_groups)
-        for (const auto& command : group->commands) {
-            m_globalNames.try_emplace(command->globalName(), command.get());
-            m_localNames.try_emplace(command->localName(), command.get());
-        }
-    m_isIndexed = true;
-}
-
 AcEdCommand* AcEdCommandStack::lookupGlobalCmd(const wchar_t* name) const {
     if (!name) return nullptr;
-    indexNames();
-    const auto found = m_globalNames.find(std::wstring_view(name));
-    return found == m_globalNames.end() ? nullptr : found->second;
+    for (const auto& group : m_groups)
+        if (AcEdCommand* command = commandIn(group->globalNames, name)) return command;
+    return nullptr;
 }
 
 AcEdCommand* AcEdCommandStack::lookupLocalCmd(const wchar_t* name) const {
     if (!name) return nullptr;
-    indexNames();
-    const auto found = m_localNames.find(std::wstring_view(name));
-    return found == m_localNames.end() ? nullptr : found->second;
+    for (const auto& group : m_groups)
+        if (AcEdCommand* command = commandIn(group->localNames, name)) return command;
+    return nullptr;
 }
 
 AcEdCommand* AcEdCommandStack::lookupTyped(const wchar_t* name) const {

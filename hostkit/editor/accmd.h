@@ -3,11 +3,8 @@
 
 #include "rxboiler.h"
 
-#include "casefold.h"
-
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 using AcRxFunctionPtr = void (*)();
@@ -91,7 +88,7 @@ public:
     Acad::ErrorStatus popGroupToTop(const wchar_t* group);
 
     /// The command of that name in the topmost group that has it, or null. Takes the same time with any
-    /// number of commands.
+    /// number of commands in a group.
     AcEdCommand* lookupGlobalCmd(const wchar_t* name) const;
     AcEdCommand* lookupLocalCmd(const wchar_t* name) const;
     /// As a user types it: a local name, or a global one behind an underscore or where no local name fits. A
@@ -105,16 +102,9 @@ public:
 
 private:
     struct Group;
-    using Names =
-        std::unordered_map<std::wstring_view, AcEdCommand*, hostkit::FoldedHash, hostkit::FoldedEqual>;
     std::vector<std::unique_ptr<Group>>::iterator find(const wchar_t* group);
-    void indexNames() const;
 
     std::vector<std::unique_ptr<Group>> m_groups; // the top first
-    /// Made anew at the first look-up behind a change.
-    mutable Names m_globalNames;
-    mutable Names m_localNames;
-    mutable bool m_isIndexed = true;
 };
 
 /// The current host's command stack; null when there is no host.

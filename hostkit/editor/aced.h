@@ -9,8 +9,7 @@
 class CWinApp;
 class CWnd;
 
-// --- What a command reads
-// -------------------------------------------------------------------------------------
+// --- What a command reads ---------------------------------------------------------------------------------
 //
 // A command's answers are the words of the line that called it, in order; behind the last one a person is
 // asked, if there is one, and a line of a script answers Enter. Results: RTNORM, RTNONE (Enter), RTCAN (the
@@ -50,8 +49,7 @@ int acedGetInput(CString& result);
 /// True when the user wants the running command to stop (Ctrl-C); commands that work long look now and then.
 bool acedUsrBrk();
 
-// --- System variables
-// -------------------------------------------------------------------------------------------------------
+// --- System variables -------------------------------------------------------------------------------------
 //
 // See hostkit::SystemVariables for the variables, their types and where they are kept.
 
@@ -62,8 +60,7 @@ int acedGetVar(const wchar_t* name, resbuf* result);
 /// RTNORM; RTERROR as above; RTREJ for a read-only variable, a value of another type or out of range.
 int acedSetVar(const wchar_t* name, const resbuf* value);
 
-// --- Commands that run commands
-// ---------------------------------------------------------------------------------------------
+// --- Commands that run commands ---------------------------------------------------------------------------
 //
 // What is queued runs when the running command has returned, or at once after the call where none runs and
 // the host takes its input; in the order in which it came, whichever of these calls it came by.
@@ -80,8 +77,7 @@ int acedPostCommand(const wchar_t* text);
 /// RTREJ, with a problem told, for one of 512 characters or more.
 int ads_queueexpr(const wchar_t* expression);
 
-// --- The host around the command
-// --------------------------------------------------------------------------------
+// --- The host around the command --------------------------------------------------------------------------
 
 /// The host's environment variables. RTNORM, or RTERROR with value untouched when there is none of that name.
 /// The buffer has the given number of characters; a longer value is RTERROR.
@@ -116,8 +112,7 @@ CWinApp* acedGetAcadWinApp();
 /// TRUE when a menu group of that name, without regard to case, is loaded.
 BOOL acedIsMenuGroupLoaded(const wchar_t* group);
 
-// --- Coordinate systems
-// -----------------------------------------------------------------------------------------------------------
+// --- Coordinate systems -----------------------------------------------------------------------------------
 
 /// Takes a point, or with a displacement flag other than 0 a vector, from one coordinate system to another,
 /// in the current drawing. A system is a record: RTSHORT with 0 the world, 1 the user coordinate system of

@@ -11,16 +11,16 @@ namespace hostkit {
 /// coordinates.
 struct CurrentView {
     AcGePoint3d target{0.0, 0.0, 0.0};
-    AcGeVector3d direction{0.0, 0.0,
-                           1.0}; ///< from the target to the eye; its length is the camera's distance
+    /// From the target to the eye; its length is the camera's distance.
+    AcGeVector3d direction{0.0, 0.0, 1.0};
     double middle[2] = {0.0, 0.0};
     double height = 297.0;
     double lensLength = 50.0;
     double frontClip = 0.0;
     double backClip = 0.0;
     double twist = 0.0; ///< radians
-    int mode = 0; ///< bits: 1 perspective, 2 front clip, 4 back clip, 8 follows the UCS, 16 front clip not at
-                  ///< the eye
+    /// Bits: 1 perspective, 2 front clip, 4 back clip, 8 follows the UCS, 16 front clip not at the eye.
+    int mode = 0;
 };
 
 /// That of the current viewport: in model space the active one; on a sheet the sheet's own plan view, onto

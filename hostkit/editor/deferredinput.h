@@ -34,7 +34,7 @@ public:
     /// Forgets all that waits; gives how many items that were.
     std::size_t drop();
 
-    /// Puts a text behind the line that is begun, up to and with the first line end (\\n, \\r or both). True
+    /// Puts a text behind the line that is begun, up to and with the first line end (\n, \r or both). True
     /// when there was one: `line` is whole then, and `text` what is left.
     bool takeLine(std::wstring& text, std::wstring& line);
     /// What was typed without its end; dropLine forgets it.

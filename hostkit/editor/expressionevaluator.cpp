@@ -6,7 +6,6 @@
 #include "numbertext.h"
 
 #include <limits>
-#include <optional>
 #include <utility>
 #include <vector>
 

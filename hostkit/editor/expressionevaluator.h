@@ -12,10 +12,9 @@ struct SystemValue;
 
 /// Evaluates the expressions of a text one after the other, in the host. What is understood: (setvar "NAME"
 /// value), (getvar "NAME"), (command word...), (list x y [z]), (progn expression...), texts in quotation
-/// marks with the codes
-/// \\\\ \\" \\n \\r \\t \\e, whole numbers in 32 bits, finite reals, nil and T. A text of (command) that is
-/// blank, or ends in a line end, is Enter or the word without it; numbers and points are words too. (command)
-/// and nil in it cancel.
+/// marks with the codes \\ \" \n \r \t \e, whole numbers in 32 bits, finite reals, nil and T. A text of
+/// (command) that is blank, or ends in a line end, is Enter or the word without it; numbers and points are
+/// words too. (command) and nil in it cancel.
 ///
 /// True when all was done. Else the problem is one sentence with the expression, and what stands behind the
 /// fault is not evaluated: an unbalanced text is refused as a whole, before any of it is done.

@@ -14,10 +14,8 @@
 #include "spacecommands.h"
 #include "textencoding.h"
 
-#include <algorithm>
 #include <exception>
 #include <new>
-#include <optional>
 
 namespace hostkit {
 namespace {

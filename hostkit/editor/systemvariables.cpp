@@ -1,6 +1,7 @@
 #include "systemvariables.h"
 
 #include "adscodes.h"
+#include "casefolding.h"
 #include "dbdatabase.h"
 #include "headeraccess.h"
 #include "headervariables.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwctype>
 #include <limits>
 
 namespace hostkit {
@@ -59,13 +59,6 @@ bool isWithin(const SystemVariableInfo& info, const SystemValue& value) {
         return false;
     const bool isNumber = isInteger(value.type) || value.type == RTREAL;
     return !isNumber || info.minimum == info.maximum || (number >= info.minimum && number <= info.maximum);
-}
-
-std::wstring upperCase(std::wstring_view name) {
-    std::wstring upper(name);
-    for (wchar_t& each : upper)
-        each = static_cast<wchar_t>(each >= L'a' && each <= L'z' ? each - L'a' + L'A' : each);
-    return upper;
 }
 
 // A variable that only the drawing's header knows.

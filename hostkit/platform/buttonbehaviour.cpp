@@ -1,23 +1,18 @@
 #include "controlbehaviours.h"
 
-#include <algorithm>
-
 namespace hostkit {
 namespace {
 
-constexpr LONG boxSize = 13;
 constexpr LONG gap = 5;
 
 DWORD typeOf(const WindowRecord& window) { return window.style & BS_TYPEMASK; }
 bool isCheck(DWORD type) { return type == BS_CHECKBOX || type == BS_AUTOCHECKBOX; }
 bool isPush(DWORD type) { return type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON; }
 
-RECT boxOf(const RECT& client) {
-    const LONG top = (heightOf(client) - boxSize) / 2;
-    return {0, top, boxSize, top + boxSize};
-}
+} // namespace
 
-void paintMark(HDC dc, const RECT& box, bool isChecked, bool isRadio) {
+void paintMark(HDC dc, POINT corner, bool isChecked, bool isRadio) {
+    const RECT box{corner.x, corner.y, corner.x + markSize, corner.y + markSize};
     FillRect(dc, &box, GetSysColorBrush(COLOR_WINDOW));
     FrameRect(dc, &box, GetSysColorBrush(COLOR_WINDOWFRAME));
     if (!isChecked) return;
@@ -31,16 +26,13 @@ void paintMark(HDC dc, const RECT& box, bool isChecked, bool isRadio) {
     LineTo(dc, box.left + 10, box.top + 3);
 }
 
-} // namespace
-
 const FontFace& faceOfWindow(const WindowRecord& window) {
     return window.font ? window.font->face : static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT))->face;
 }
 
 RECT clientRectOf(const WindowRecord& window) {
-    const RECT frame = frameAround(window.style);
-    return {0, 0, std::max<LONG>(widthOf(window.place) - frame.left - frame.right, 0),
-            std::max<LONG>(heightOf(window.place) - frame.top - frame.bottom, 0)};
+    const RECT client = clientOf(window, {});
+    return {0, 0, widthOf(client), heightOf(client)};
 }
 
 void ButtonBehaviour::press(WindowRecord& window) {
@@ -114,8 +106,8 @@ void ButtonBehaviour::paint(const WindowRecord& window, HDC dc) const {
         DrawTextW(dc, window.text.c_str(), -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
         return;
     }
-    paintMark(dc, boxOf(client), m_isChecked, type == BS_AUTORADIOBUTTON);
-    RECT label{boxSize + gap, 0, client.right, client.bottom};
+    paintMark(dc, {0, (client.bottom - markSize) / 2}, m_isChecked, type == BS_AUTORADIOBUTTON);
+    RECT label{markSize + gap, 0, client.right, client.bottom};
     DrawTextW(dc, window.text.c_str(), -1, &label, DT_SINGLELINE | DT_VCENTER);
     if (hasFocus) DrawFocusRect(dc, &label);
 }

@@ -4,18 +4,6 @@ namespace {
 
 LPARAM argument(const wchar_t* text) { return reinterpret_cast<LPARAM>(text ? text : L""); }
 
-// An empty text where there is no such item.
-void itemText(const CWnd& list, UINT lengthMessage, UINT textMessage, int index, CString& text) {
-    const auto length = static_cast<int>(list.SendMessageW(lengthMessage, static_cast<WPARAM>(index)));
-    if (length < 0) {
-        text.Empty();
-        return;
-    }
-    list.SendMessageW(textMessage, static_cast<WPARAM>(index),
-                      reinterpret_cast<LPARAM>(text.GetBuffer(length)));
-    text.ReleaseBuffer(length);
-}
-
 } // namespace
 
 BOOL CStatic::Create(const wchar_t* text, DWORD style, const RECT& rect, CWnd* parent, int id) {
@@ -34,38 +22,54 @@ BOOL CEdit::Create(DWORD style, const RECT& rect, CWnd* parent, int id) {
     return CreateEx(0, L"EDIT", L"", style | WS_CHILD, rect, parent, id);
 }
 
-// --- Lists -------------------------------------------------------------------------------------------------
+// --- Lists and combo boxes ---------------------------------------------------------------------------------
+
+namespace hostkit {
+
+template <const ItemMessages& messages>
+int ItemControl<messages>::call(UINT message, int index, LPARAM lParam) const {
+    return m_hWnd ? static_cast<int>(SendMessageW(message, static_cast<WPARAM>(index), lParam))
+                  : static_cast<int>(LB_ERR);
+}
+template <const ItemMessages& messages>
+int ItemControl<messages>::AddString(const wchar_t* text) {
+    return call(messages.add, 0, argument(text));
+}
+template <const ItemMessages& messages>
+int ItemControl<messages>::InsertString(int index, const wchar_t* text) {
+    return call(messages.insert, index, argument(text));
+}
+template <const ItemMessages& messages>
+int ItemControl<messages>::SelectString(int after, const wchar_t* start) {
+    return call(messages.selectText, after, argument(start));
+}
+template <const ItemMessages& messages>
+int ItemControl<messages>::FindStringExact(int after, const wchar_t* text) const {
+    return call(messages.findWhole, after, argument(text));
+}
+template <const ItemMessages& messages>
+int ItemControl<messages>::SetItemData(int index, DWORD_PTR data) {
+    return call(messages.setData, index, static_cast<LPARAM>(data));
+}
+// Not cut to an int: the data may be a pointer.
+template <const ItemMessages& messages>
+DWORD_PTR ItemControl<messages>::GetItemData(int index) const {
+    return static_cast<DWORD_PTR>(SendMessageW(messages.data, static_cast<WPARAM>(index)));
+}
+template <const ItemMessages& messages>
+void ItemControl<messages>::itemText(int index, CString& text) const {
+    const int length = call(messages.textLength, index);
+    if (length < 0) return text.Empty();
+    call(messages.text, index, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
+    text.ReleaseBuffer(length);
+}
+template class ItemControl<listMessages>;
+template class ItemControl<comboMessages>;
+
+} // namespace hostkit
 
 BOOL CListBox::Create(DWORD style, const RECT& rect, CWnd* parent, int id) {
     return CreateEx(0, L"LISTBOX", L"", style | WS_CHILD, rect, parent, id);
-}
-
-int CListBox::call(UINT message, int index) const {
-    return m_hWnd ? static_cast<int>(SendMessageW(message, static_cast<WPARAM>(index)))
-                  : static_cast<int>(LB_ERR);
-}
-
-int CListBox::AddString(const wchar_t* text) {
-    return static_cast<int>(SendMessageW(LB_ADDSTRING, 0, argument(text)));
-}
-int CListBox::InsertString(int index, const wchar_t* text) {
-    return static_cast<int>(SendMessageW(LB_INSERTSTRING, static_cast<WPARAM>(index), argument(text)));
-}
-int CListBox::SelectString(int after, const wchar_t* start) {
-    return static_cast<int>(SendMessageW(LB_SELECTSTRING, static_cast<WPARAM>(after), argument(start)));
-}
-int CListBox::FindStringExact(int after, const wchar_t* text) const {
-    return static_cast<int>(SendMessageW(LB_FINDSTRINGEXACT, static_cast<WPARAM>(after), argument(text)));
-}
-void CListBox::GetText(int index, CString& text) const {
-    itemText(*this, LB_GETTEXTLEN, LB_GETTEXT, index, text);
-}
-int CListBox::SetItemData(int index, DWORD_PTR data) {
-    return static_cast<int>(
-        SendMessageW(LB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data)));
-}
-DWORD_PTR CListBox::GetItemData(int index) const {
-    return static_cast<DWORD_PTR>(SendMessageW(LB_GETITEMDATA, static_cast<WPARAM>(index)));
 }
 
 BOOL CCheckListBox::Create(DWORD style, const RECT& rect, CWnd* parent, int id) {
@@ -78,36 +82,6 @@ void CCheckListBox::SetCheck(int index, int check) {
     SendMessageW(hostkit::listSetMark, static_cast<WPARAM>(index), check);
 }
 
-// --- Combo boxes -------------------------------------------------------------------------------------------
-
 BOOL CComboBox::Create(DWORD style, const RECT& rect, CWnd* parent, int id) {
     return CreateEx(0, L"COMBOBOX", L"", style | WS_CHILD, rect, parent, id);
-}
-
-int CComboBox::call(UINT message, int index) const {
-    return m_hWnd ? static_cast<int>(SendMessageW(message, static_cast<WPARAM>(index)))
-                  : static_cast<int>(CB_ERR);
-}
-
-int CComboBox::AddString(const wchar_t* text) {
-    return static_cast<int>(SendMessageW(CB_ADDSTRING, 0, argument(text)));
-}
-int CComboBox::InsertString(int index, const wchar_t* text) {
-    return static_cast<int>(SendMessageW(CB_INSERTSTRING, static_cast<WPARAM>(index), argument(text)));
-}
-int CComboBox::SelectString(int after, const wchar_t* start) {
-    return static_cast<int>(SendMessageW(CB_SELECTSTRING, static_cast<WPARAM>(after), argument(start)));
-}
-int CComboBox::FindStringExact(int after, const wchar_t* text) const {
-    return static_cast<int>(SendMessageW(CB_FINDSTRINGEXACT, static_cast<WPARAM>(after), argument(text)));
-}
-void CComboBox::GetLBText(int index, CString& text) const {
-    itemText(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, index, text);
-}
-int CComboBox::SetItemData(int index, DWORD_PTR data) {
-    return static_cast<int>(
-        SendMessageW(CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data)));
-}
-DWORD_PTR CComboBox::GetItemData(int index) const {
-    return static_cast<DWORD_PTR>(SendMessageW(CB_GETITEMDATA, static_cast<WPARAM>(index)));
 }

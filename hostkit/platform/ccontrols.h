@@ -3,6 +3,7 @@
 
 #include "cwnd.h"
 #include "desktop.h"
+#include "itemlist.h"
 
 class CStatic : public CWnd {
 public:
@@ -26,27 +27,40 @@ public:
     void LimitText(int characters) { SendMessageW(EM_LIMITTEXT, static_cast<WPARAM>(characters)); }
 };
 
-/// Items are counted from 0. LB_ERR where an index or a text is not there.
-class CListBox : public CWnd {
+namespace hostkit {
+
+/// What lists and combo boxes share. Items are counted from 0. LB_ERR, which is CB_ERR, where an index or a
+/// text is not there, and without a window.
+template <const ItemMessages& messages>
+class ItemControl : public CWnd {
 public:
-    BOOL Create(DWORD style, const RECT& rect, CWnd* parent, int id);
     int AddString(const wchar_t* text);
     int InsertString(int index, const wchar_t* text);
-    int DeleteString(int index) { return call(LB_DELETESTRING, index); }
-    void ResetContent() { SendMessageW(LB_RESETCONTENT); }
-    int GetCount() const { return call(LB_GETCOUNT); }
-    int GetCurSel() const { return call(LB_GETCURSEL); }
-    int SetCurSel(int index) { return call(LB_SETCURSEL, index); }
+    int DeleteString(int index) { return call(messages.remove, index); }
+    void ResetContent() { SendMessageW(messages.clear); }
+    int GetCount() const { return call(messages.count); }
+    int GetCurSel() const { return call(messages.selected); }
+    int SetCurSel(int index) { return call(messages.select, index); }
     int SelectString(int after, const wchar_t* start);
     int FindStringExact(int after, const wchar_t* text) const;
-    int GetTextLen(int index) const { return call(LB_GETTEXTLEN, index); }
-    /// Empty where there is no such item.
-    void GetText(int index, CString& text) const;
     int SetItemData(int index, DWORD_PTR data);
     DWORD_PTR GetItemData(int index) const;
 
 protected:
-    int call(UINT message, int index = 0) const;
+    int call(UINT message, int index = 0, LPARAM lParam = 0) const;
+    void itemText(int index, CString& text) const;
+};
+extern template class ItemControl<listMessages>;
+extern template class ItemControl<comboMessages>;
+
+} // namespace hostkit
+
+class CListBox : public hostkit::ItemControl<hostkit::listMessages> {
+public:
+    BOOL Create(DWORD style, const RECT& rect, CWnd* parent, int id);
+    int GetTextLen(int index) const { return call(LB_GETTEXTLEN, index); }
+    /// Empty where there is no such item.
+    void GetText(int index, CString& text) const { itemText(index, text); }
 };
 
 /// A list whose items have marks. A click in an item's mark, or Space, changes it and gives CLBN_CHKCHANGE.
@@ -60,23 +74,10 @@ protected:
     void PreSubclassWindow() override { SendMessageW(hostkit::listTakeMarks); }
 };
 
-class CComboBox : public CWnd {
+class CComboBox : public hostkit::ItemControl<hostkit::comboMessages> {
 public:
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, int id);
-    int AddString(const wchar_t* text);
-    int InsertString(int index, const wchar_t* text);
-    int DeleteString(int index) { return call(CB_DELETESTRING, index); }
-    void ResetContent() { SendMessageW(CB_RESETCONTENT); }
-    int GetCount() const { return call(CB_GETCOUNT); }
-    int GetCurSel() const { return call(CB_GETCURSEL); }
-    int SetCurSel(int index) { return call(CB_SETCURSEL, index); }
-    int SelectString(int after, const wchar_t* start);
-    int FindStringExact(int after, const wchar_t* text) const;
     int GetLBTextLen(int index) const { return call(CB_GETLBTEXTLEN, index); }
-    void GetLBText(int index, CString& text) const;
-    int SetItemData(int index, DWORD_PTR data);
-    DWORD_PTR GetItemData(int index) const;
-
-private:
-    int call(UINT message, int index = 0) const;
+    /// Empty where there is no such item.
+    void GetLBText(int index, CString& text) const { itemText(index, text); }
 };

@@ -8,16 +8,12 @@ namespace {
 constexpr LONG margin = 3;
 constexpr LONG arrowWidth = 17;
 
-std::wstring textAt(LPARAM text) { return text ? reinterpret_cast<const wchar_t*>(text) : L""; }
-
 bool isEditable(const WindowRecord& window) { return (window.style & CBS_DROPDOWNLIST) != CBS_DROPDOWNLIST; }
 
 } // namespace
 
-int ComboBehaviour::select(WindowRecord& window, int index) {
-    const int selected = m_list.select(index);
-    window.text = m_list.at(selected) ? m_list.at(selected)->text : L"";
-    return selected;
+void ComboBehaviour::showItem(WindowRecord& window, LPARAM index) const {
+    window.text = m_list.at(index) ? m_list.at(index)->text : L"";
 }
 
 void ComboBehaviour::setDropped(WindowRecord& window, bool isDropped) {
@@ -32,7 +28,7 @@ bool ComboBehaviour::choose(WindowRecord& window, int item) {
     setDropped(window, true);
     const bool isThere = m_list.at(item) != nullptr;
     if (isThere) {
-        select(window, item);
+        showItem(window, m_list.select(item));
         Desktop::current().notifyParent(window, CBN_SELENDOK);
         Desktop::current().notifyParent(window, CBN_SELCHANGE);
     }
@@ -45,76 +41,32 @@ bool ComboBehaviour::pressKey(WindowRecord& window, WPARAM key) {
     const int wanted =
         std::clamp(m_list.selected + (key == VK_DOWN ? 1 : -1), 0, std::max(m_list.count() - 1, 0));
     if (!m_list.at(wanted) || wanted == m_list.selected) return true;
-    select(window, wanted);
+    showItem(window, m_list.select(wanted));
     Desktop::current().notifyParent(window, CBN_SELCHANGE);
     return true;
 }
 
+// The text shows what is selected.
 bool ComboBehaviour::handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
                                  LRESULT& answer) {
-    const auto index = static_cast<int>(static_cast<LPARAM>(wParam));
-    ListItem* const item = m_list.at(index);
-    switch (message) {
-    case CB_ADDSTRING:
-        answer = m_list.add(textAt(lParam), (window.style & CBS_SORT) != 0);
-        return true;
-    case CB_INSERTSTRING:
-        answer = m_list.insert(index, textAt(lParam));
-        return true;
-    case CB_DELETESTRING:
-        answer = m_list.remove(index);
-        if (m_list.selected < 0 && !isEditable(window)) window.text.clear();
-        return true;
-    case CB_SETCURSEL:
-        answer = select(window, index);
-        return true;
-    case CB_SELECTSTRING:
-        answer = m_list.find(index, textAt(lParam), false);
-        if (answer >= 0) select(window, static_cast<int>(answer));
-        return true;
-    case CB_FINDSTRING:
-    case CB_FINDSTRINGEXACT:
-        answer = m_list.find(index, textAt(lParam), message == CB_FINDSTRINGEXACT);
-        return true;
-    case CB_GETLBTEXTLEN:
-        answer = item ? static_cast<LRESULT>(item->text.size()) : CB_ERR;
-        return true;
-    case CB_GETLBTEXT:
-        answer = item && lParam ? static_cast<LRESULT>(item->text.size()) : CB_ERR;
-        if (answer >= 0) lstrcpyW(reinterpret_cast<wchar_t*>(lParam), item->text.c_str());
-        return true;
-    case CB_GETITEMDATA:
-        answer = item ? item->data : CB_ERR;
-        return true;
-    case CB_SETITEMDATA:
-        answer = item ? 0 : CB_ERR;
-        if (item) item->data = lParam;
-        return true;
-    default:
-        return false;
-    }
+    const bool isSorted = (window.style & CBS_SORT) != 0;
+    if (!m_list.handle<comboMessages>(isSorted, message, wParam, lParam, answer)) return false;
+    if (message == CB_SETCURSEL || (message == CB_SELECTSTRING && answer >= 0)) showItem(window, answer);
+    const bool isSelectedGone = message == CB_DELETESTRING && m_list.selected < 0 && !isEditable(window);
+    if (isSelectedGone || message == CB_RESETCONTENT) window.text.clear();
+    return true;
 }
 
 bool ComboBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
                             LRESULT& answer) {
     answer = 0;
     switch (message) {
-    case CB_GETCOUNT:
-        answer = m_list.count();
-        return true;
-    case CB_GETCURSEL:
-        answer = m_list.selected;
-        return true;
-    case CB_RESETCONTENT:
-        m_list.clear();
-        window.text.clear();
-        return true;
     case CB_SHOWDROPDOWN:
         setDropped(window, wParam != 0);
         return true;
     case EM_REPLACESEL:
         if (!isEditable(window)) return true;
-        window.text = textAt(lParam);
+        window.text = lParam ? reinterpret_cast<const wchar_t*>(lParam) : L"";
         m_list.select(-1);
         Desktop::current().notifyParent(window, CBN_EDITCHANGE);
         return true;

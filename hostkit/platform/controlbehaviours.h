@@ -3,7 +3,6 @@
 
 #include "desktop.h"
 #include "itemlist.h"
-#include "tchar.h"
 
 namespace hostkit {
 
@@ -12,7 +11,6 @@ public:
     bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
     void paint(const WindowRecord& window, HDC dc) const override;
     void describe(const WindowRecord& window, ShownControl& control) const override;
-    bool choose(WindowRecord&, int) override { return false; }
 
 private:
     void press(WindowRecord& window);
@@ -24,7 +22,6 @@ public:
     bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
     void paint(const WindowRecord& window, HDC dc) const override;
     void describe(const WindowRecord& window, ShownControl& control) const override;
-    bool choose(WindowRecord&, int) override { return false; }
 
 private:
     HICON m_icon = nullptr;
@@ -35,7 +32,6 @@ public:
     bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
     void paint(const WindowRecord& window, HDC dc) const override;
     void describe(const WindowRecord& window, ShownControl& control) const override;
-    bool choose(WindowRecord&, int) override { return false; }
 
 private:
     void replaceSelection(WindowRecord& window, std::wstring_view text);
@@ -56,7 +52,6 @@ public:
     bool choose(WindowRecord& window, int item) override;
 
 private:
-    bool handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer);
     void press(WindowRecord& window, LPARAM place);
     bool pressKey(WindowRecord& window, WPARAM key);
     void selectByUser(WindowRecord& window, int index);
@@ -79,14 +74,19 @@ private:
     bool handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer);
     bool pressKey(WindowRecord& window, WPARAM key);
     void setDropped(WindowRecord& window, bool isDropped);
-    int select(WindowRecord& window, int index);
+    void showItem(WindowRecord& window, LPARAM index) const;
 
     ItemList m_list;
     bool m_isDropped = false;
 };
 
-/// Where a control's own font stands, in the context that paints it.
+/// Of the window's own font, or the default one.
 const FontFace& faceOfWindow(const WindowRecord& window);
+/// With its corner at (0, 0).
 RECT clientRectOf(const WindowRecord& window);
+
+inline constexpr LONG markSize = 13;
+/// A box that is checked or not, or a radio button's.
+void paintMark(HDC dc, POINT corner, bool isChecked, bool isRadio);
 
 } // namespace hostkit

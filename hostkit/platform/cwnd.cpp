@@ -55,15 +55,8 @@ void CWnd::windowGone() {
 BOOL CWnd::CreateEx(DWORD exStyle, const wchar_t* className, const wchar_t* text, DWORD style, int x, int y,
                     int width, int height, HWND parent, int id) {
     if (m_hWnd) return FALSE;
-    auto record = std::make_unique<WindowRecord>();
-    record->className = className ? className : L"";
-    record->text = text ? text : L"";
-    record->style = style;
-    record->exStyle = exStyle;
-    record->id = id;
-    record->place = {x, y, x + std::max(width, 0), y + std::max(height, 0)};
-    record->parent = parent;
-    if (!Desktop::current().create(std::move(record), this)) return FALSE;
+    const RECT place{x, y, x + width, y + height};
+    if (!hostkit::createWindow(exStyle, className, text, style, place, parent, id, this)) return FALSE;
     PreSubclassWindow();
     return TRUE;
 }

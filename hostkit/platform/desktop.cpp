@@ -211,13 +211,8 @@ RECT Desktop::onScreen(HWND window) {
 RECT Desktop::clientOnScreen(HWND window) {
     const WindowRecord* record = find(window);
     if (!record) return {};
-    const RECT frame = frameAround(record->style);
-    RECT client = onScreen(window);
-    client = {client.left + frame.left, client.top + frame.top, client.right - frame.right,
-              client.bottom - frame.bottom};
-    client.right = std::max(client.left, client.right);
-    client.bottom = std::max(client.top, client.bottom);
-    return client;
+    const RECT place = onScreen(window);
+    return clientOf(*record, {place.left, place.top});
 }
 
 HDC Desktop::makeContext(HWND window, bool isPaint) {
@@ -237,6 +232,20 @@ bool Desktop::releaseContext(HDC context) {
     return std::erase_if(m_contexts, [&](const auto& each) { return each.get() == context; }) > 0;
 }
 
+HWND createWindow(DWORD exStyle, const wchar_t* className, const wchar_t* text, DWORD style,
+                  const RECT& place, HWND parent, int id, CWnd* object) {
+    auto record = std::make_unique<WindowRecord>();
+    record->className = className ? className : L"";
+    record->text = text ? text : L"";
+    record->style = style;
+    record->exStyle = exStyle;
+    record->id = id;
+    record->place = {place.left, place.top, std::max(place.left, place.right),
+                     std::max(place.top, place.bottom)};
+    record->parent = parent;
+    return Desktop::current().create(std::move(record), object);
+}
+
 RECT frameAround(DWORD style) {
     if ((style & WS_CAPTION) == WS_CAPTION) {
         const LONG x = GetSystemMetrics(SM_CXFIXEDFRAME), y = GetSystemMetrics(SM_CYFIXEDFRAME);
@@ -247,13 +256,17 @@ RECT frameAround(DWORD style) {
     return {x, y, x, y};
 }
 
+RECT clientOf(const WindowRecord& window, POINT corner) {
+    const RECT frame = frameAround(window.style);
+    const LONG left = corner.x + frame.left, top = corner.y + frame.top;
+    return {left, top, std::max(left, corner.x + widthOf(window.place) - frame.right),
+            std::max(top, corner.y + heightOf(window.place) - frame.bottom)};
+}
+
 std::wstring labelText(std::wstring_view text, wchar_t& mnemonic) {
-    std::wstring plain;
-    mnemonic = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'&' && ++i < text.size() && text[i] != L'&') mnemonic = lowerCase(text[i]);
-        if (i < text.size()) plain += text[i];
-    }
+    std::size_t marked = 0;
+    std::wstring plain = withoutPrefixMarks(text, marked);
+    mnemonic = marked < plain.size() ? lowerCase(plain[marked]) : L'\0';
     return plain;
 }
 

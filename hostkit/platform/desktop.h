@@ -29,7 +29,7 @@ public:
     /// Kind, marks and items as a person sees them.
     virtual void describe(const WindowRecord& window, ShownControl& control) const = 0;
     /// The user takes that item, as with the mouse. False where there is none.
-    virtual bool choose(WindowRecord& window, int item) = 0;
+    virtual bool choose(WindowRecord& /*window*/, int /*item*/) { return false; }
 };
 
 /// Messages of a list's marks: from the first one on it is a check list; wParam is the item, lParam the mark.
@@ -174,8 +174,13 @@ private:
     const HostDeviceContext* m_painting = nullptr; ///< of the window whose WM_PAINT runs
 };
 
+/// CreateWindowExW for a window whose messages go to that object (null: none).
+HWND createWindow(DWORD exStyle, const wchar_t* className, const wchar_t* text, DWORD style,
+                  const RECT& place, HWND parent, int id, CWnd* object);
 /// What stands around the client area of a window of that style.
 RECT frameAround(DWORD style);
+/// The client area of a window whose corner stands there; of no size where the frame leaves none.
+RECT clientOf(const WindowRecord& window, POINT corner);
 /// Without prefix marks; `mnemonic` is the marked character in lower case, or 0.
 std::wstring labelText(std::wstring_view text, wchar_t& mnemonic);
 

@@ -1,10 +1,16 @@
 #include "itemlist.h"
 
 #include "casefolding.h"
+#include "tchar.h"
 
 #include <algorithm>
 
 namespace hostkit {
+namespace {
+
+std::wstring textAt(LPARAM text) { return text ? reinterpret_cast<const wchar_t*>(text) : L""; }
+
+} // namespace
 
 int ItemList::add(std::wstring text, bool isSorted) {
     if (!isSorted) return insert(-1, std::move(text));
@@ -59,5 +65,62 @@ int ItemList::find(int after, const std::wstring& text, bool isWhole) const {
 ListItem* ItemList::at(LPARAM index) {
     return index >= 0 && index < count() ? &items[static_cast<std::size_t>(index)] : nullptr;
 }
+
+template <const ItemMessages& messages>
+bool ItemList::handle(bool isSorted, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) {
+    const auto index = static_cast<int>(static_cast<LPARAM>(wParam));
+    ListItem* const item = at(index);
+    switch (message) {
+    case messages.add:
+        answer = add(textAt(lParam), isSorted);
+        return true;
+    case messages.insert:
+        answer = insert(index, textAt(lParam));
+        return true;
+    case messages.remove:
+        answer = remove(index);
+        return true;
+    case messages.clear:
+        clear();
+        answer = 0;
+        return true;
+    case messages.count:
+        answer = count();
+        return true;
+    case messages.select:
+        answer = select(index);
+        return true;
+    case messages.selected:
+        answer = selected;
+        return true;
+    case messages.selectText:
+        answer = find(index, textAt(lParam), false);
+        if (answer >= 0) select(static_cast<int>(answer));
+        return true;
+    case messages.find:
+    case messages.findWhole:
+        answer = find(index, textAt(lParam), message == messages.findWhole);
+        return true;
+    case messages.textLength:
+        answer = item ? static_cast<LRESULT>(item->text.size()) : -1;
+        return true;
+    case messages.text:
+        answer = item && lParam ? static_cast<LRESULT>(item->text.size()) : -1;
+        if (answer >= 0) lstrcpyW(reinterpret_cast<wchar_t*>(lParam), item->text.c_str());
+        return true;
+    case messages.setData:
+        answer = item ? 0 : -1;
+        if (item) item->data = lParam;
+        return true;
+    case messages.data:
+        answer = item ? item->data : -1;
+        return true;
+    default:
+        return false;
+    }
+}
+
+template bool ItemList::handle<listMessages>(bool, UINT, WPARAM, LPARAM, LRESULT&);
+template bool ItemList::handle<comboMessages>(bool, UINT, WPARAM, LPARAM, LRESULT&);
 
 } // namespace hostkit

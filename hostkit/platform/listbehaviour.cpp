@@ -5,21 +5,7 @@
 namespace hostkit {
 namespace {
 
-constexpr LONG markSize = 13;
 constexpr LONG margin = 3;
-
-std::wstring textAt(LPARAM text) { return text ? reinterpret_cast<const wchar_t*>(text) : L""; }
-
-void paintMark(HDC dc, LONG top, LONG height, bool isMarked) {
-    const LONG y = top + (height - markSize) / 2;
-    const RECT box{margin, y, margin + markSize, y + markSize};
-    FillRect(dc, &box, GetSysColorBrush(COLOR_WINDOW));
-    FrameRect(dc, &box, GetSysColorBrush(COLOR_WINDOWFRAME));
-    if (!isMarked) return;
-    MoveToEx(dc, box.left + 3, box.top + 6, nullptr);
-    LineTo(dc, box.left + 5, box.top + 9);
-    LineTo(dc, box.left + 10, box.top + 3);
-}
 
 } // namespace
 
@@ -86,72 +72,19 @@ bool ListBehaviour::choose(WindowRecord& window, int item) {
     return true;
 }
 
-bool ListBehaviour::handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
-                                LRESULT& answer) {
-    const auto index = static_cast<int>(static_cast<LPARAM>(wParam));
-    ListItem* const item = m_list.at(index);
+bool ListBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
+                           LRESULT& answer) {
+    answer = 0;
+    ListItem* const item = m_list.at(static_cast<LPARAM>(wParam));
     switch (message) {
-    case LB_ADDSTRING:
-        answer = m_list.add(textAt(lParam), (window.style & LBS_SORT) != 0);
-        return true;
-    case LB_INSERTSTRING:
-        answer = m_list.insert(index, textAt(lParam));
-        return true;
-    case LB_DELETESTRING:
-        answer = m_list.remove(index);
-        return true;
-    case LB_RESETCONTENT:
-        m_list.clear();
-        m_top = 0;
-        return true;
-    case LB_SETCURSEL:
-        answer = m_list.select(index);
-        return true;
-    case LB_SELECTSTRING:
-        answer = m_list.find(index, textAt(lParam), false);
-        if (answer >= 0) m_list.select(static_cast<int>(answer));
-        return true;
-    case LB_FINDSTRING:
-    case LB_FINDSTRINGEXACT:
-        answer = m_list.find(index, textAt(lParam), message == LB_FINDSTRINGEXACT);
-        return true;
-    case LB_GETTEXTLEN:
-        answer = item ? static_cast<LRESULT>(item->text.size()) : LB_ERR;
-        return true;
-    case LB_GETTEXT:
-        answer = item && lParam ? static_cast<LRESULT>(item->text.size()) : LB_ERR;
-        if (answer >= 0) lstrcpyW(reinterpret_cast<wchar_t*>(lParam), item->text.c_str());
-        return true;
-    case LB_GETITEMDATA:
-        answer = item ? item->data : LB_ERR;
-        return true;
-    case LB_SETITEMDATA:
-        answer = item ? 0 : LB_ERR;
-        if (item) item->data = lParam;
+    case listTakeMarks:
+        m_hasMarks = true;
         return true;
     case listGetMark:
         answer = item && item->isMarked;
         return true;
     case listSetMark:
         if (item && m_hasMarks) item->isMarked = lParam != 0;
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool ListBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam,
-                           LRESULT& answer) {
-    answer = 0;
-    switch (message) {
-    case LB_GETCOUNT:
-        answer = m_list.count();
-        return true;
-    case LB_GETCURSEL:
-        answer = m_list.selected;
-        return true;
-    case listTakeMarks:
-        m_hasMarks = true;
         return true;
     case WM_LBUTTONDOWN:
         press(window, lParam);
@@ -160,8 +93,11 @@ bool ListBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, LP
         return pressKey(window, wParam);
     case WM_CHAR:
         return wParam == L' ' && pressKey(window, VK_SPACE);
+    case LB_RESETCONTENT:
+        m_top = 0;
+        [[fallthrough]];
     default:
-        return handleItems(window, message, wParam, lParam, answer);
+        return m_list.handle<listMessages>((window.style & LBS_SORT) != 0, message, wParam, lParam, answer);
     }
 }
 
@@ -176,7 +112,7 @@ void ListBehaviour::paint(const WindowRecord& window, HDC dc) const {
         const bool isSelected = i == m_list.selected;
         const RECT bar{room.left - (m_hasMarks ? 1 : margin), y, client.right, y + row};
         if (isSelected) FillRect(dc, &bar, GetSysColorBrush(COLOR_HIGHLIGHT));
-        if (m_hasMarks) paintMark(dc, y, row, item.isMarked);
+        if (m_hasMarks) paintMark(dc, {margin, y + (row - markSize) / 2}, item.isMarked, false);
         SetTextColor(dc, GetSysColor(dc->isDisabled ? COLOR_GRAYTEXT
                                      : isSelected   ? COLOR_HIGHLIGHTTEXT
                                                     : COLOR_WINDOWTEXT));

@@ -23,7 +23,7 @@ private:
     Desktop& m_desktop;
 };
 
-std::wstring nameOf(const Desktop&, HWND window) {
+std::wstring nameOf(HWND window) {
     const CWnd* object = CWnd::FromHandle(window);
     CString caption;
     if (object) object->GetWindowTextW(caption);
@@ -47,7 +47,7 @@ int CWnd::RunModalLoop(DWORD) {
     hostkit::HostPort& port = *hostkit::currentPort();
     const HWND window = m_hWnd;
     if (!desktop.find(window)) return -1;
-    if (!::GetParent(window)) port.reportProblem(nameOf(desktop, window) + L" has no owner; it stands alone");
+    if (!::GetParent(window)) port.reportProblem(nameOf(window) + L" has no owner; it stands alone");
     const ModalScope scope(desktop, window);
     m_isModal = true;
     m_modalResult = -1;
@@ -59,15 +59,14 @@ int CWnd::RunModalLoop(DWORD) {
             continue;
         }
         if (refusals == 2) {
-            port.reportProblem(nameOf(desktop, window) + L" stayed when it was refused; it is closed");
+            port.reportProblem(nameOf(window) + L" stayed when it was refused; it is closed");
             EndModalLoop(IDCANCEL);
             break;
         }
         const hostkit::WindowAction action = port.askWindow(desktop.show(window));
         refusals = action.kind == hostkit::WindowAction::Kind::refuse ? refusals + 1 : 0;
         std::wstring reason;
-        if (!desktop.perform(window, action, reason))
-            port.reportProblem(nameOf(desktop, window) + L": " + reason);
+        if (!desktop.perform(window, action, reason)) port.reportProblem(nameOf(window) + L": " + reason);
     }
     m_isModal = false;
     return m_modalResult;

@@ -60,12 +60,6 @@ void paintFrame(const WindowRecord& window, const RECT& place, const RECT& clip,
     painting.items.push_back(frameItem(PaintKind::frame, place, clip, GetSysColor(COLOR_WINDOWFRAME)));
 }
 
-RECT clientOf(const WindowRecord& window, POINT origin) {
-    const RECT frame = frameAround(window.style);
-    return {origin.x + frame.left, origin.y + frame.top, origin.x + widthOf(window.place) - frame.right,
-            origin.y + heightOf(window.place) - frame.bottom};
-}
-
 bool isAbove(const PaintedItem* a, const PaintedItem* b) {
     return a->bounds.top != b->bounds.top ? a->bounds.top < b->bounds.top : a->bounds.left < b->bounds.left;
 }

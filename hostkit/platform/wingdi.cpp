@@ -67,23 +67,6 @@ struct TextLine {
     int width = 0;
 };
 
-// Takes the marks out of the whole text; `underlined` is a position in what remains.
-std::wstring withoutMarks(std::wstring_view text, UINT format, std::size_t& underlined) {
-    std::wstring plain;
-    underlined = std::wstring::npos;
-    if (format & DT_NOPREFIX) return std::wstring(text);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'&' && i + 1 < text.size()) {
-            ++i;
-            if (text[i] != L'&') underlined = plain.size();
-        } else if (text[i] == L'&') {
-            break;
-        }
-        plain += text[i];
-    }
-    return plain;
-}
-
 // Where a line that begins at `first` ends when it may be that wide: at a blank, or behind the word that is
 // wider by itself.
 std::size_t breakBehind(const hostkit::FontFace& face, std::wstring_view line, int width) {
@@ -105,8 +88,9 @@ void addLine(std::vector<TextLine>& lines, const hostkit::FontFace& face, std::w
 }
 
 std::vector<TextLine> linesOf(const hostkit::FontFace& face, std::wstring_view text, int width, UINT format) {
-    std::size_t underlined = 0;
-    const std::wstring plain = withoutMarks(text, format, underlined);
+    std::size_t underlined = std::wstring::npos;
+    const std::wstring plain =
+        format & DT_NOPREFIX ? std::wstring(text) : hostkit::withoutPrefixMarks(text, underlined);
     const std::wstring_view whole = plain;
     std::vector<TextLine> lines;
     if (format & DT_SINGLELINE) {
@@ -178,6 +162,19 @@ void addIcon(HDC dc, int x, int y, HICON icon, int width, int height, bool isDis
 }
 
 } // namespace
+
+std::wstring hostkit::withoutPrefixMarks(std::wstring_view text, std::size_t& marked) {
+    std::wstring plain;
+    marked = std::wstring::npos;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'&') {
+            if (++i == text.size()) break;
+            if (text[i] != L'&') marked = plain.size();
+        }
+        plain += text[i];
+    }
+    return plain;
+}
 
 // --- Objects -----------------------------------------------------------------------------------------------
 

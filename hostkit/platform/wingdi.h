@@ -5,9 +5,17 @@
 #include "iconresource.h"
 #include "wingeometry.h"
 
+#include <string>
+
 namespace hostkit {
+
 struct Painting;
-}
+
+/// A label without its '&' marks; "&&" is one '&'. `marked` is the place of the marked character in what is
+/// left (the last one, of several), or npos.
+std::wstring withoutPrefixMarks(std::wstring_view text, std::size_t& marked);
+
+} // namespace hostkit
 
 // --- Objects -----------------------------------------------------------------------------------------------
 

@@ -16,14 +16,6 @@ Desktop& desktop() { return Desktop::current(); }
 WindowRecord* recordOf(HWND window) { return desktop().find(window); }
 std::wstring textOf(const wchar_t* text) { return text ? text : L""; }
 
-HWND innermostWith(HWND window, int id) {
-    const WindowRecord* record = recordOf(window);
-    if (!record) return nullptr;
-    for (const HWND each : record->children)
-        if (GetDlgCtrlID(each) == id) return each;
-    return nullptr;
-}
-
 LRESULT defaultText(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_SETTEXT) {
         window.text = textOf(reinterpret_cast<const wchar_t*>(lParam));
@@ -119,15 +111,8 @@ BOOL RegisterClassW(const WNDCLASSW& description) {
 
 HWND CreateWindowExW(DWORD exStyle, const wchar_t* className, const wchar_t* text, DWORD style, int x, int y,
                      int width, int height, HWND parent, int id) {
-    auto record = std::make_unique<WindowRecord>();
-    record->className = textOf(className);
-    record->text = textOf(text);
-    record->style = style;
-    record->exStyle = exStyle;
-    record->id = id;
-    record->place = {x, y, x + std::max(width, 0), y + std::max(height, 0)};
-    record->parent = parent;
-    return desktop().create(std::move(record), nullptr);
+    return hostkit::createWindow(exStyle, className, text, style, {x, y, x + width, y + height}, parent, id,
+                                 nullptr);
 }
 
 BOOL DestroyWindow(HWND window) { return desktop().destroy(window); }
@@ -271,7 +256,13 @@ int GetDlgCtrlID(HWND window) {
     return record ? record->id : 0;
 }
 
-HWND GetDlgItem(HWND window, int id) { return innermostWith(window, id); }
+HWND GetDlgItem(HWND window, int id) {
+    const WindowRecord* record = recordOf(window);
+    if (!record) return nullptr;
+    for (const HWND each : record->children)
+        if (GetDlgCtrlID(each) == id) return each;
+    return nullptr;
+}
 
 HWND GetNextDlgTabItem(HWND window, HWND from, BOOL backward) {
     const WindowRecord* record = recordOf(window);

@@ -1,11 +1,8 @@
 // Boxes of the library, shown as text and answered by a file, or by nobody.
 #include "boxanswers.h"
 #include "boxtext.h"
-#include "exitcodes.h"
-#include "runprogram.h"
+#include "consoletest.h"
 #include "windows.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
@@ -17,16 +14,8 @@ using hostkit::ShownWindow;
 using hostkit::WindowAction;
 using Kind = ShownControl::Kind;
 
-bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
-ShownControl control(Kind kind, int id, const wchar_t* text, wchar_t mnemonic, RECT bounds) {
-    ShownControl made;
-    made.kind = kind;
-    made.id = id;
-    made.text = text;
-    made.mnemonic = mnemonic;
-    made.bounds = bounds;
-    return made;
+ShownControl control(Kind kind, int id, const wchar_t* text, wchar_t mnemonic = 0, RECT bounds = {}) {
+    return {kind, id, nullptr, text, mnemonic, bounds};
 }
 
 ShownWindow sampleWindow() {
@@ -68,11 +57,11 @@ TEST(BoxText, ShowsRowsFromTheTopWithMarksAndFocus) {
 TEST(BoxText, TheRefusingButtonIsTheOneThatChangesLeast) {
     ShownWindow window = sampleWindow();
     EXPECT_EQ(refusingControl(window)->id, IDNO);
-    window.controls.push_back(control(Kind::button, IDCANCEL, L"Annuler", 0, {}));
+    window.controls.push_back(control(Kind::button, IDCANCEL, L"Annuler"));
     EXPECT_EQ(refusingControl(window)->id, IDCANCEL);
-    window.controls = {control(Kind::button, 77, L"Fermer", 0, {})};
+    window.controls = {control(Kind::button, 77, L"Fermer")};
     EXPECT_EQ(refusingControl(window)->id, 77) << "the only one";
-    window.controls.push_back(control(Kind::button, 78, L"Autre", 0, {}));
+    window.controls.push_back(control(Kind::button, 78, L"Autre"));
     EXPECT_EQ(refusingControl(window), nullptr);
 }
 
@@ -119,67 +108,50 @@ TEST(BoxAnswers, AnyLineIsAnAnswerOrAProblem) {
     }
 }
 
-class BoxesTest : public ::testing::Test {
+class BoxesTest : public ConsoleTest {
 protected:
-    ProgramResult run(const std::string& commands, const char* answers, std::vector<std::string> more = {}) {
-        std::vector<std::string> command = {VEXO_BINARY_DIR "/bin/vexohost",
-                                            "--new",
-                                            "--quiet",
-                                            "--module",
-                                            VEXO_BINARY_DIR "/lib/boxes.so",
-                                            "--script",
-                                            writtenFile(folder, "boxes.scr", commands)};
-        if (answers) {
-            command.emplace_back("--answers");
-            command.push_back(writtenFile(folder, "boxes.ans", answers));
-        }
-        command.insert(command.end(), more.begin(), more.end());
-        return runProgram(command, "", {{"VEXO_REGISTRY", folder / "registry.txt"}});
-    }
+    const std::vector<std::string> boxes = {"--new", "--quiet", "--module", boxesModule};
 
-    TemporaryFolder folder;
+    ProgramResult runBoxes(const std::string& commands) { return runScript(boxes, commands); }
+    ProgramResult runBoxes(const std::string& commands, const std::string& answers) {
+        std::vector<std::string> arguments = boxes;
+        arguments.insert(arguments.end(), {"--answers", writtenFile(folder, "boxes.ans", answers)});
+        return runScript(arguments, commands);
+    }
 };
 
 TEST_F(BoxesTest, AnswersOfAFileAreGivenInOrder) {
     const ProgramResult result =
-        run("BOX YESNO \"Remplacer ?\"\nBOX "
-            "CANCEL\nLISTBOX\nNAMEBOX\nWARNINGBOX\nQUESTION\nSTEPBOX\nEXITBOX\nSIDEBOX\n",
-            "; each line is one box\nOui\nTab Enter\n\n#3 Ok\n=a.b Ok\nOk\n=plan Ok\n\"Ne plus afficher ce "
-            "message\" Ok\nn\n"
-            "Ok\no\nEsc\n");
-    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
+        runBoxes("BOX YESNO \"Remplacer ?\"\nBOX "
+                 "CANCEL\nLISTBOX\nNAMEBOX\nWARNINGBOX\nQUESTION\nSTEPBOX\nEXITBOX\nSIDEBOX\n",
+                 "; each line is one box\nOui\nTab Enter\n\n#3 Ok\n=a.b Ok\nOk\n=plan Ok\n"
+                 "\"Ne plus afficher ce message\" Ok\nn\nOk\no\nEsc\n");
+    EXPECT_EQ(result.code, exitcode::ok);
     EXPECT_EQ(result.output,
               "BOX: 6\nBOX: 2\nLISTBOX: 1, element 2\nNAMEBOX: 1, \"plan\"\nWARNINGBOX: 1, checked 1\n"
               "QUESTION: 7\nSTEPBOX\nEXITBOX: 1\nSIDEBOX: 1\n")
         << result.problems;
-    EXPECT_TRUE(has(result.problems, "+- Ordane Dalle -")) << "the box is drawn";
-    EXPECT_TRUE(has(result.problems, "Invalid file name!"));
+    expectHas(result.problems, {"+- Ordane Dalle -", "Invalid file name!"});
     EXPECT_FALSE(has(result.problems, "vexohost:")) << result.problems;
 }
 
 TEST_F(BoxesTest, WithoutAnAnswerTheRefusalIsTakenAndSaid) {
-    const std::string all = "BOX\nBOX CANCEL\nBOX YESNO\nQUESTION\nEXITBOX\nLISTBOX\nNAMEBOX\nWARNINGBOX\n";
-    const std::string refused = "BOX: 1\nBOX: 2\nBOX: 7\nQUESTION: 2\nEXITBOX: 2\nLISTBOX: 2, element 0\n"
-                                "NAMEBOX: 2, \"\"\nWARNINGBOX: 2, checked 0\n";
-    const ProgramResult nobody = run(all, nullptr);
+    const ProgramResult nobody =
+        runBoxes("BOX\nBOX CANCEL\nBOX YESNO\nQUESTION\nEXITBOX\nLISTBOX\nNAMEBOX\nWARNINGBOX\n");
     EXPECT_EQ(nobody.code, exitcode::ok);
-    EXPECT_EQ(nobody.output, refused);
-    for (const char* said : {"answered \"Ok\"", "answered \"Annuler\"", "answered \"Non\"", "--answers"})
-        EXPECT_TRUE(has(nobody.problems, said)) << said;
+    EXPECT_EQ(nobody.output, "BOX: 1\nBOX: 2\nBOX: 7\nQUESTION: 2\nEXITBOX: 2\nLISTBOX: 2, element 0\n"
+                             "NAMEBOX: 2, \"\"\nWARNINGBOX: 2, checked 0\n");
+    expectHas(nobody.problems, {"answered \"Ok\"", "answered \"Annuler\"", "answered \"Non\"", "--answers"});
 
-    const ProgramResult unknown = run("BOX YESNO\nBOX YESNO\nBOX YESNO\n", "; one\nPeut-être\nOui\n");
+    const ProgramResult unknown = runBoxes("BOX YESNO\nBOX YESNO\nBOX YESNO\n", "; one\nPeut-être\nOui\n");
     EXPECT_EQ(unknown.code, exitcode::ok) << "the host goes on";
     EXPECT_EQ(unknown.output, "BOX: 7\nBOX: 6\nBOX: 7\n");
-    EXPECT_TRUE(has(unknown.problems, "boxes.ans:2: \"Peut-être\" is no answer")) << unknown.problems;
-    EXPECT_TRUE(has(unknown.problems, "boxes.ans has no answer left"));
+    expectHas(unknown.problems, {"boxes.ans:2: \"Peut-être\" is no answer", "boxes.ans has no answer left"});
 }
 
 TEST_F(BoxesTest, AClosedInputIsNobody) {
-    const std::string command = std::string(VEXO_BINARY_DIR) +
-                                "/bin/vexohost --new --quiet --module " VEXO_BINARY_DIR
-                                "/lib/boxes.so --command 'BOX YESNO' <&-";
     const ProgramResult result =
-        runProgram({"/bin/sh", "-c", command}, "", {{"VEXO_REGISTRY", folder / "registry.txt"}});
+        runInShell(program + " --new --quiet --module " + boxesModule + " --command 'BOX YESNO' <&-");
     EXPECT_EQ(result.code, exitcode::ok);
     EXPECT_EQ(result.output, "BOX: 7\n");
 }
@@ -187,32 +159,26 @@ TEST_F(BoxesTest, AClosedInputIsNobody) {
 TEST_F(BoxesTest, PicturesAreWrittenOnTheWayAndUnusedAnswersTold) {
     const std::string picture = folder / "box.svg";
     const ProgramResult result =
-        run("BOX YESNO\n", (">" + picture + "\n>/no/such/folder/x.svg Oui\nOk\nOk\n").c_str());
+        runBoxes("BOX YESNO\n", ">" + picture + "\n>/no/such/folder/x.svg Oui\nOk\nOk\n");
     EXPECT_EQ(result.output, "BOX: 6\n");
-    EXPECT_TRUE(has(readFile(picture), "<svg") && has(readFile(picture), "</svg>"));
-    EXPECT_TRUE(has(result.problems, "/no/such/folder/x.svg: "));
-    EXPECT_TRUE(has(result.problems, "boxes.ans: no box asked for the last 2 of the answers"))
-        << result.problems;
-    EXPECT_EQ(run("BOX\n", nullptr, {"--answers", folder / "none.ans"}).code, exitcode::scriptUnreadable);
+    expectHas(readFile(picture), {"<svg", "</svg>"});
+    expectHas(result.problems,
+              {"/no/such/folder/x.svg: ", "boxes.ans: no box asked for the last 2 of the answers"});
+    EXPECT_EQ(run({"--new", "--answers", folder / "none.ans"}).code, exitcode::scriptUnreadable);
 }
 
 TEST_F(BoxesTest, TheCommittedPicturesAreThoseOfThisTree) {
-    const std::string pictures = VEXO_SOURCE_DIR "/docs/pictures/",
-                      example = VEXO_SOURCE_DIR "/examples/boxes/";
-    const std::string command = "cd '" + (folder / "") +
-                                "' && '" VEXO_BINARY_DIR "/bin/vexohost' --new --quiet --module '" +
-                                VEXO_BINARY_DIR "/lib/boxes.so' --script '" + example +
-                                "pictures.scr' --answers '" + example + "pictures.ans'";
+    const std::string example = VEXO_SOURCE_DIR "/examples/boxes/pictures";
     const ProgramResult result =
-        runProgram({"/bin/sh", "-c", command}, "", {{"VEXO_REGISTRY", folder / "registry.txt"}});
+        runInShell("cd '" + (folder / "") + "' && '" + program + "' --new --quiet --module '" + boxesModule +
+                   "' --script '" + example + ".scr' --answers '" + example + ".ans'");
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
-    for (const char* name :
+    for (const std::string name :
          {"box-ok", "box-cancel", "box-yes-no", "box-long-text", "box-side-icon", "box-question",
-          "dialog-exit", "dialog-list", "dialog-save-file", "dialog-warning"}) {
-        const std::string file = std::string(name) + ".svg";
-        EXPECT_EQ(readFile(folder / file), readFile(pictures + file))
-            << file << ": tools/make-box-pictures draws it anew";
-    }
+          "dialog-exit", "dialog-list", "dialog-save-file", "dialog-warning"})
+        EXPECT_EQ(readFile(folder / name + ".svg"),
+                  readFile(VEXO_SOURCE_DIR "/docs/pictures/" + name + ".svg"))
+            << name << ": tools/make-box-pictures draws it anew";
 }
 
 } // namespace

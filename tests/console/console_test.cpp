@@ -1,18 +1,11 @@
 // The program as a whole: exit codes, messages, modules, signals. Runs what the build has made.
-#include "runprogram.h"
-
-#include "exitcodes.h"
+#include "consoletest.h"
 
 #include <csignal>
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <memory>
+#include <unistd.h>
 
 namespace {
-
-const std::string program = VEXO_BINARY_DIR "/bin/vexohost";
-const std::string modules = VEXO_BINARY_DIR "/tests/console/modules/";
-const std::string floorDrawing = VEXO_SOURCE_DIR "/examples/slab/floor.dxf";
 
 // A drawing in the oldest form with one square.
 const std::string smallDrawing =
@@ -22,35 +15,34 @@ const std::string smallDrawing =
     "0\nVERTEX\n8\nSQUARE\n10\n2.0\n20\n2.0\n0\nVERTEX\n8\nSQUARE\n10\n0.0\n20\n2.0\n0\nSEQEND\n"
     "0\nENDSEC\n0\nEOF\n";
 
-class ConsoleTest : public ::testing::Test {
+class WholeProgram : public ConsoleTest {
 protected:
-    ProgramResult run(std::vector<std::string> arguments, const std::string& input = "",
-                      std::map<std::string, std::string> environment = {}) {
-        arguments.insert(arguments.begin(), program);
-        environment.emplace("VEXO_REGISTRY", folder / "registry.txt");
-        return runProgram(arguments, input, environment);
+    // The small drawing and the helpful module, with these arguments behind them.
+    std::vector<std::string> helped(std::vector<std::string> more) const {
+        more.insert(more.begin(), {drawing, "--module", helpful});
+        return more;
     }
+    std::unique_ptr<RunningProgram> started(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), program);
+        return std::make_unique<RunningProgram>(
+            arguments, "", std::map<std::string, std::string>{{"VEXO_REGISTRY", folder / "registry.txt"}});
+    }
+    static bool exists(const std::string& file) { return access(file.c_str(), F_OK) == 0; }
 
-    TemporaryFolder folder;
     std::string drawing = writtenFile(folder, "small.dxf", smallDrawing);
-    std::string helpful = modules + "helpful.so";
+    std::string output = folder / "out.dxf";
 };
 
-bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
-TEST_F(ConsoleTest, HelpVersionAndCommandsNeedNoDrawing) {
-    const ProgramResult help = run({"--help"});
-    EXPECT_EQ(help.code, exitcode::ok);
-    EXPECT_TRUE(has(help.output, "130") && has(help.output, "--output FILE"));
-    EXPECT_TRUE(has(run({"--version"}).output, "10.1"));
-    const ProgramResult list = run({"--list-commands", "--module", helpful});
-    EXPECT_EQ(list.code, exitcode::ok) << list.problems;
-    EXPECT_TRUE(has(list.output, "HELPFUL") && has(list.output, "SALUER") && has(list.output, "PLOT"));
+TEST_F(WholeProgram, HelpVersionAndCommandsNeedNoDrawing) {
+    expectHas(outputOf({"--help"}), {"130", "--output FILE"});
+    expectHas(outputOf({"--version"}), {"10.1"});
+    expectHas(outputOf({"--list-commands", "--module", helpful}), {"HELPFUL", "SALUER", "PLOT"});
 }
 
-TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
+TEST_F(WholeProgram, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
     const std::string cut = writtenFile(folder, "cut.dxf", smallDrawing.substr(0, smallDrawing.size() / 2));
     const std::string script = writtenFile(folder, "bad.scr", "; first\nLAYERS\n\nNOSUCH 1 2\nLAYERS\n");
+    const std::string lost = folder / "no/such/folder/";
     struct {
         std::vector<std::string> arguments;
         int code;
@@ -61,191 +53,148 @@ TEST_F(ConsoleTest, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
         {{folder / "none.dxf"}, exitcode::drawingUnreadable, {"none.dxf", "eFileNotFound"}},
         {{cut}, exitcode::drawingUnreadable, {"cut.dxf:", "cannot be read"}},
         {{folder / ""}, exitcode::drawingUnreadable, {}},
-        {{drawing, "--module", "none.so"}, exitcode::moduleNotLoaded, {"none.so", "eModuleNotFound"}},
-        {{drawing, "--module", drawing}, exitcode::moduleNotLoaded, {"small.dxf", "eModuleLoadFailed"}},
-        {{drawing, "--module", modules + "noentry.so"},
-         exitcode::moduleNotLoaded,
-         {"noentry.so", "eModuleEntryMissing"}},
-        {{drawing, "--module", modules + "refuses.so"},
-         exitcode::moduleNotLoaded,
-         {"refuses.so", "eModuleAttachFailed"}},
-        {{drawing, "--module", modules + "noattach.so"},
-         exitcode::moduleNotLoaded,
-         {"noattach.so", "DllMain"}},
-        {{drawing, "--module", modules + "otherversion.so"},
-         exitcode::moduleNotLoaded,
-         {"otherversion.so", "interface 1 ", "Build the module again", "eModuleLoadFailed"}},
-        {{drawing, "--module", modules + "unmarked.so"},
-         exitcode::moduleNotLoaded,
-         {"unmarked.so", "no mark", "eModuleLoadFailed"}},
         {{drawing, "--library", "none.so"}, exitcode::moduleNotLoaded, {"none.so"}},
         {{drawing, "--script", script}, exitcode::commandFailed, {"bad.scr:4: NOSUCH", "eUnknownCommand"}},
         {{drawing, "--script", folder / "none.scr"}, exitcode::scriptUnreadable, {"none.scr"}},
-        {{drawing, "--module", helpful, "--command", "FAIL"},
-         exitcode::commandFailed,
-         {"--command: FAIL: nothing is found (eKeyNotFound)"}},
-        {{drawing, "--command", "QUIT", "--output", folder / "no/such/folder/x.dxf"},
-         exitcode::notWritten,
-         {"x.dxf"}},
-        {{drawing, "--command", "QUIT", "--trace", folder / "no/trace.json"},
-         exitcode::notWritten,
-         {"trace.json"}},
-        {{drawing, "--command", "PLOT " + (folder / "no/x.svg")},
-         exitcode::commandFailed,
-         {"x.svg", "eFileAccessErr"}},
-        {{drawing, "--command", "PLOT x.svg FILL NOWHERE"},
-         exitcode::commandFailed,
-         {"NOWHERE", "eKeyNotFound"}},
-        {{drawing, "--command", "PLOT x.svg 1 1"}, exitcode::commandFailed, {"PLOT", "20 to 5000"}},
-        {{drawing, "--command", "LIST YAML"}, exitcode::commandFailed, {"TABLE or JSON", "eInvalidInput"}},
-        {{drawing, "--command", "SAVEAS " + drawing},
-         exitcode::commandFailed,
-         {"OVERWRITE", "eFileAccessErr"}},
+        {{drawing, "--command", "QUIT", "--output", lost + "x.dxf"}, exitcode::notWritten, {"x.dxf"}},
+        {{drawing, "--command", "QUIT", "--trace", lost + "t.json"}, exitcode::notWritten, {"t.json"}},
     };
-    for (const auto& each : cases) {
-        const ProgramResult result = run(each.arguments);
-        EXPECT_EQ(result.code, each.code) << each.arguments.back() << "\n" << result.problems;
-        for (const std::string& part : each.named)
-            EXPECT_TRUE(has(result.problems, part)) << part << "\n" << result.problems;
-        EXPECT_FALSE(has(result.output, "another version ran"));
-    }
+    for (const auto& each : cases) expectProblems(each.arguments, each.code, each.named);
+
+    const std::pair<std::string, std::vector<std::string>> unloadable[] = {
+        {"none.so", {"none.so", "eModuleNotFound"}},
+        {drawing, {"small.dxf", "eModuleLoadFailed"}},
+        {modules + "noentry.so", {"noentry.so", "eModuleEntryMissing"}},
+        {modules + "refuses.so", {"refuses.so", "eModuleAttachFailed"}},
+        {modules + "noattach.so", {"noattach.so", "DllMain"}},
+        {modules + "otherversion.so", {"interface 1 ", "Build the module again", "eModuleLoadFailed"}},
+        {modules + "unmarked.so", {"unmarked.so", "no mark", "eModuleLoadFailed"}},
+    };
+    for (const auto& [module, named] : unloadable)
+        EXPECT_EQ(expectProblems({drawing, "--module", module}, exitcode::moduleNotLoaded, named), "")
+            << "none of its code has run";
+
+    const std::pair<std::string, std::vector<std::string>> failing[] = {
+        {"FAIL", {"--command: FAIL: nothing is found (eKeyNotFound)"}},
+        {"PLOT " + lost + "x.svg", {"x.svg", "eFileAccessErr"}},
+        {"PLOT x.svg FILL NOWHERE", {"NOWHERE", "eKeyNotFound"}},
+        {"PLOT x.svg 1 1", {"PLOT", "20 to 5000"}},
+        {"LIST YAML", {"TABLE or JSON", "eInvalidInput"}},
+        {"SAVEAS " + drawing, {"OVERWRITE", "eFileAccessErr"}},
+    };
+    for (const auto& [command, named] : failing)
+        expectProblems(helped({"--command", command}), exitcode::commandFailed, named);
     EXPECT_EQ(readFile(drawing), smallDrawing) << "a failure leaves the drawing as it was";
 }
 
-TEST_F(ConsoleTest, CommandsRunInOrderAndStopAtAFailure) {
-    const std::string script =
-        writtenFile(folder, "all.scr",
-                    "; a comment\r\nGREET \"J. Doe\" 2\r\n\r\n  saluer World\r\nFAIL\r\nGREET never\r\n");
-    const ProgramResult result = run({drawing, "--module", helpful, "--script", script});
+TEST_F(WholeProgram, CommandsRunInOrderAndStopAtAFailure) {
+    const ProgramResult result = runScript(
+        helped({}), "; a comment\r\nGREET \"J. Doe\" 2\r\n\r\n  saluer World\r\nFAIL\r\nGREET never\r\n");
     EXPECT_EQ(result.code, exitcode::commandFailed);
     EXPECT_EQ(result.output, "Hello J. Doe\nHello J. Doe\nHello World\n");
-    EXPECT_TRUE(has(result.problems, "all.scr:5: FAIL")) << result.problems;
-    EXPECT_TRUE(has(result.problems, "helpful has left")) << "modules are told that they leave";
+    expectHas(result.problems, {"script.scr:5: FAIL", "helpful has left"});
 
-    const ProgramResult piped =
-        run({drawing, "--module", helpful}, "GREET A\n; note\nGREET B\nQUIT\nGREET C\n");
-    EXPECT_EQ(piped.code, exitcode::ok);
-    EXPECT_EQ(piped.output, "Hello A\nHello B\n");
-    EXPECT_EQ(run({drawing, "--module", helpful}, "GREET A\nNOSUCH").code, exitcode::commandFailed);
-    EXPECT_EQ(run({drawing}, "").code, exitcode::ok) << "an empty input is the end";
+    EXPECT_EQ(outputOf(helped({}), "GREET A\n; note\nGREET B\nQUIT\nGREET C\n"), "Hello A\nHello B\n");
+    EXPECT_EQ(run(helped({}), "GREET A\nNOSUCH").code, exitcode::commandFailed);
+    EXPECT_EQ(outputOf({drawing}, ""), "") << "an empty input is the end";
 }
 
-TEST_F(ConsoleTest, ModulesAreLoadedOnceInOrderAfterTheLibrary) {
-    const ProgramResult result =
-        run({"--new", "--module", helpful, "--module", helpful, "--command", "MODULES"});
-    EXPECT_EQ(result.output, "VEXOTools10.so\nhelpful.so\n") << result.problems;
+TEST_F(WholeProgram, ModulesAreLoadedOnceInOrderAfterTheLibrary) {
+    EXPECT_EQ(outputOf({"--new", "--module", helpful, "--module", helpful, "--command", "MODULES"}),
+              "VEXOTools10.so\nhelpful.so\n");
     // The library has left its settings behind at its first load.
-    EXPECT_TRUE(has(readFile(folder / "registry.txt"), "OrderDescClrIdxNotOrdered"));
+    expectHas(readFile(folder / "registry.txt"), {"OrderDescClrIdxNotOrdered"});
 }
 
-TEST_F(ConsoleTest, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
-    const std::string output = folder / "out.dxf";
-    EXPECT_EQ(
-        run({drawing, "--module", helpful, "--command", "ADDLINE", "--command", "FAIL", "--output", output})
-            .code,
-        exitcode::commandFailed);
-    EXPECT_NE(access(output.c_str(), F_OK), 0) << "nothing is saved after a failure";
+TEST_F(WholeProgram, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
+    expectProblems(helped({"--command", "ADDLINE", "--command", "FAIL", "--output", output}),
+                   exitcode::commandFailed, {});
+    EXPECT_FALSE(exists(output)) << "nothing is saved after a failure";
 
-    EXPECT_EQ(run({drawing, "--module", helpful, "--command", "ADDLINE", "--output", output}).code,
-              exitcode::ok);
-    const ProgramResult listing = run({output, "--command", "LIST JSON"});
-    EXPECT_TRUE(has(listing.output, "\"LINE\"")) << listing.output;
+    outputOf(helped({"--command", "ADDLINE", "--output", output}));
+    expectHas(outputOf({output, "--command", "LIST JSON"}), {"\"LINE\""});
     EXPECT_EQ(readFile(drawing), smallDrawing);
 
     const std::string link = folder / "link.dxf";
     ASSERT_EQ(symlink(drawing.c_str(), link.c_str()), 0);
-    for (const std::string& same : {drawing, link}) {
-        const ProgramResult refused =
-            run({drawing, "--module", helpful, "--command", "ADDLINE", "--output", same});
-        EXPECT_EQ(refused.code, exitcode::notWritten) << same;
-        EXPECT_TRUE(has(refused.problems, "--overwrite"));
-    }
+    for (const std::string& same : {drawing, link})
+        expectProblems(helped({"--command", "ADDLINE", "--output", same}), exitcode::notWritten,
+                       {"--overwrite"});
     EXPECT_EQ(readFile(drawing), smallDrawing);
-    EXPECT_EQ(
-        run({drawing, "--module", helpful, "--command", "ADDLINE", "--output", drawing, "--overwrite"}).code,
-        exitcode::ok);
+    outputOf(helped({"--command", "ADDLINE", "--output", drawing, "--overwrite"}));
     EXPECT_NE(readFile(drawing), smallDrawing);
-    EXPECT_EQ(run({drawing, "--command", "SAVEAS " + drawing + " OVERWRITE"}).code, exitcode::ok);
+    outputOf({drawing, "--command", "SAVEAS " + drawing + " OVERWRITE"});
 }
 
-TEST_F(ConsoleTest, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
-    const std::string output = folder / "out.dxf";
+TEST_F(WholeProgram, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
     for (const int number : {SIGINT, SIGTERM}) {
-        RunningProgram waiting({program, drawing, "--module", helpful, "--registry", folder / "r.txt",
-                                "--command", "WAIT", "--command", "GREET never", "--output", output},
-                               "");
-        ASSERT_TRUE(waiting.waitForProblem("waiting"));
-        waiting.sendSignal(number);
-        const ProgramResult result = waiting.finish();
+        const auto waiting =
+            started(helped({"--command", "WAIT", "--command", "GREET never", "--output", output}));
+        ASSERT_TRUE(waiting->waitForProblem("waiting"));
+        waiting->sendSignal(number);
+        const ProgramResult result = waiting->finish();
         EXPECT_EQ(result.code, exitcode::interrupted) << result.problems;
-        EXPECT_TRUE(has(result.problems, "helpful has left"));
+        expectHas(result.problems, {"helpful has left"});
         EXPECT_FALSE(has(result.output, "never"));
-        EXPECT_NE(access(output.c_str(), F_OK), 0);
+        EXPECT_FALSE(exists(output));
     }
-    RunningProgram hanging(
-        {program, drawing, "--module", helpful, "--registry", folder / "r.txt", "--command", "HANG"}, "");
-    ASSERT_TRUE(hanging.waitForProblem("waiting"));
-    hanging.sendSignal(SIGINT);
-    hanging.sendSignal(SIGINT); // may be merged with the first one while that is on its way
+    const auto hanging = started(helped({"--command", "HANG"}));
+    ASSERT_TRUE(hanging->waitForProblem("waiting"));
+    hanging->sendSignal(SIGINT);
+    hanging->sendSignal(SIGINT); // may be merged with the first one while that is on its way
     usleep(20000);
-    hanging.sendSignal(SIGINT);
-    EXPECT_EQ(hanging.finish().code, exitcode::interrupted);
+    hanging->sendSignal(SIGINT);
+    EXPECT_EQ(hanging->finish().code, exitcode::interrupted);
 }
 
-TEST_F(ConsoleTest, RunsWithoutHomeAndInAnyLocale) {
-    const std::string named = writtenFile(folder, "d\xC3\xA9j\xC3\xA0 vu.dxf", smallDrawing);
+TEST_F(WholeProgram, RunsWithoutHomeAndInAnyLocale) {
+    drawing = writtenFile(folder, "d\xC3\xA9j\xC3\xA0 vu.dxf", smallDrawing);
     const std::map<std::string, std::string> bare = {
         {"HOME", ""}, {"XDG_CONFIG_HOME", ""}, {"LC_ALL", "C"}, {"LANG", ""}, {"VEXO_REGISTRY", ""}};
-    const ProgramResult result =
-        run({named, "--module", helpful, "--command", "GREET \xC3\xA9t\xC3\xA9"}, "", bare);
-    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
-    EXPECT_EQ(result.output, "Hello \xC3\xA9t\xC3\xA9\n") << "text is UTF-8 in every locale";
-    EXPECT_EQ(run({named, "--module", helpful, "--command", "GREET \xE9t\xE9"}, "", bare).output,
-              "Hello \xC3\xA9t\xC3\xA9\n");
-    EXPECT_TRUE(has(run({folder / "\xE9.dxf"}, "", bare).problems, "cannot be read"));
+    for (const char* summer : {"\xC3\xA9t\xC3\xA9", "\xE9t\xE9"})
+        EXPECT_EQ(outputOf(helped({"--command", std::string("GREET ") + summer}), "", bare),
+                  "Hello \xC3\xA9t\xC3\xA9\n")
+            << "text is UTF-8 in every locale";
+    expectHas(run({folder / "\xE9.dxf"}, "", bare).problems, {"cannot be read"});
 }
 
-TEST_F(ConsoleTest, ClosedStreamsAreEndsNotFiles) {
-    const std::string closed = program + " " + drawing + " --registry " + folder / "r.txt" + " --output " +
-                               folder / "out.dxf" + " <&- >&- 2>&-";
-    EXPECT_EQ(runProgram({"sh", "-c", closed}).code, exitcode::ok);
-    EXPECT_EQ(readFile(folder / "out.dxf"), readFile(drawing));
+TEST_F(WholeProgram, ClosedStreamsAreEndsNotFiles) {
+    EXPECT_EQ(runInShell(program + " " + drawing + " --output " + output + " <&- >&- 2>&-").code,
+              exitcode::ok);
+    EXPECT_EQ(readFile(output), smallDrawing);
+    const ProgramResult full = runInShell(program + " " + drawing + " --command LAYERS >/dev/full");
+    EXPECT_EQ(full.code, exitcode::notWritten);
+    expectHas(full.problems, {"standard output"});
 }
 
-TEST_F(ConsoleTest, ControlCharactersNeverReachATerminal) {
-    const ProgramResult result = run({drawing, "--module", helpful, "--command", "GREET \x1B[31mred\x07"});
-    EXPECT_EQ(result.output, "Hello \xEF\xBF\xBD[31mred\xEF\xBF\xBD\n");
+TEST_F(WholeProgram, ControlCharactersNeverReachATerminal) {
+    EXPECT_EQ(outputOf(helped({"--command", "GREET \x1B[31mred\x07"})),
+              "Hello \xEF\xBF\xBD[31mred\xEF\xBF\xBD\n");
 }
 
-TEST_F(ConsoleTest, ManyAtATimeShareOneRegistry) {
+TEST_F(WholeProgram, ManyAtATimeShareOneRegistry) {
     std::vector<std::unique_ptr<RunningProgram>> programs;
     for (int i = 0; i < 8; ++i)
-        programs.push_back(std::make_unique<RunningProgram>(
-            std::vector<std::string>{program, drawing, "--registry", folder / "shared.txt", "--command",
-                                     "LAYERS", "--output", (folder / "out" + std::to_string(i) + ".dxf")},
-            ""));
+        programs.push_back(started(
+            {drawing, "--command", "LAYERS", "--output", folder / "out" + std::to_string(i) + ".dxf"}));
     for (auto& each : programs) EXPECT_EQ(each->finish().code, exitcode::ok);
-    EXPECT_TRUE(has(readFile(folder / "shared.txt"), "OrderDescClrIdxCurrentOrder"));
+    expectHas(readFile(folder / "registry.txt"), {"OrderDescClrIdxCurrentOrder"});
     EXPECT_EQ(readFile(folder / "out0.dxf"), readFile(folder / "out7.dxf"));
 }
 
-TEST_F(ConsoleTest, ADamagedRegistryIsToldAndKeptAside) {
+TEST_F(WholeProgram, ADamagedRegistryIsToldAndKeptAside) {
     const std::string damaged =
         writtenFile(folder, "damaged.txt", "[HKEY_CURRENT_USER\\A]\nthis is no value\n");
-    const ProgramResult result = run({drawing, "--registry", damaged, "--command", "LAYERS"});
-    EXPECT_EQ(result.code, exitcode::ok);
-    EXPECT_TRUE(has(result.problems, "damaged.txt:")) << result.problems;
-    EXPECT_TRUE(has(readFile(damaged + ".damaged-1"), "this is no value"));
+    expectProblems({drawing, "--registry", damaged, "--command", "LAYERS"}, exitcode::ok, {"damaged.txt:"});
+    expectHas(readFile(damaged + ".damaged-1"), {"this is no value"});
 }
 
-TEST_F(ConsoleTest, TheTraceIsATimelineOfNestedCalls) {
+TEST_F(WholeProgram, TheTraceIsATimelineOfNestedCalls) {
     const std::string trace = folder / "trace.json";
-    const ProgramResult result = run({floorDrawing, "--module", VEXO_BINARY_DIR "/lib/slab.so", "--command",
-                                      "CONTOURS", "--trace", trace});
-    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
+    outputOf({floorDrawing, "--module", slabModule, "--command", "CONTOURS", "--trace", trace});
     const std::string events = readFile(trace);
     EXPECT_TRUE(isJson(events));
-    EXPECT_TRUE(has(events, "VEXOGeometryTools::IsCCW") && has(events, "\"B\"") && has(events, "DllMain"));
+    expectHas(events, {"VEXOGeometryTools::IsCCW", "\"B\"", "DllMain"});
     // Each begin has its end, and none ends before it began.
     int depth = 0;
     for (std::size_t at = 0; (at = events.find("\"ph\":\"", at)) != std::string::npos; ++at) {
@@ -255,31 +204,28 @@ TEST_F(ConsoleTest, TheTraceIsATimelineOfNestedCalls) {
     EXPECT_EQ(depth, 0);
 }
 
-TEST_F(ConsoleTest, QuietSilencesTheConsoleAlone) {
-    const std::string output = folder / "out.dxf";
-    EXPECT_TRUE(has(run({drawing, "--command", "LAYERS", "--output", output}).output, "Saved"));
-    const ProgramResult quiet = run({drawing, "--quiet", "--command", "LAYERS", "--output", output});
-    EXPECT_FALSE(has(quiet.output, "Saved"));
-    EXPECT_TRUE(has(quiet.output, "SQUARE"));
+TEST_F(WholeProgram, QuietSilencesTheConsoleAlone) {
+    std::vector<std::string> layers = {drawing, "--command", "LAYERS", "--output", output};
+    expectHas(outputOf(layers), {"Saved"});
+    layers.emplace_back("--quiet");
+    const std::string quiet = outputOf(layers);
+    EXPECT_FALSE(has(quiet, "Saved"));
+    expectHas(quiet, {"SQUARE"});
 }
 
-TEST_F(ConsoleTest, AnInstallationGivesThePathToolsSomethingToSay) {
-    const std::string root = folder / "install";
-    const ProgramResult result = run({"--install", root, "--language", "1036"});
-    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
-    struct stat found {};
-    EXPECT_EQ(stat((root + "/Support/Styles").c_str(), &found), 0);
-    EXPECT_TRUE(has(readFile(folder / "registry.txt"), "PATHDATA"));
+TEST_F(WholeProgram, AnInstallationGivesThePathToolsSomethingToSay) {
+    outputOf({"--install", folder / "install", "--language", "1036"});
+    EXPECT_TRUE(exists(folder / "install/Support/Styles"));
+    expectHas(readFile(folder / "registry.txt"), {"PATHDATA"});
 }
 
-TEST_F(ConsoleTest, ListingsAreJson) {
-    const ProgramResult result = run({floorDrawing, "--command", "LIST JSON"});
-    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
-    EXPECT_TRUE(isJson(result.output));
+TEST_F(WholeProgram, ListingsAreJson) {
+    const std::string listing = outputOf({floorDrawing, "--command", "LIST JSON"});
+    EXPECT_TRUE(isJson(listing));
     const std::string file = folder / "list.json";
-    EXPECT_EQ(run({floorDrawing, "--command", "LIST JSON " + file}).code, exitcode::ok);
-    EXPECT_EQ(readFile(file), result.output);
-    EXPECT_TRUE(has(run({drawing, "--command", "LIST"}).output, "POLYLINE"));
+    outputOf({floorDrawing, "--command", "LIST JSON " + file});
+    EXPECT_EQ(readFile(file), listing);
+    expectHas(outputOf({drawing, "--command", "LIST"}), {"POLYLINE"});
 }
 
 } // namespace

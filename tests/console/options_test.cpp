@@ -31,26 +31,23 @@ TEST(Options, FilesCommandsAndFlagsStandInAnyOrder) {
 }
 
 TEST(Options, WhatCannotBeMeantIsRefusedByName) {
-    struct {
-        std::vector<std::string> arguments;
-        const wchar_t* named;
-    } const cases[] = {{{}, L"drawing"},
-                       {{"a.dxf", "b.dxf"}, L"more than one"},
-                       {{""}, L"empty"},
-                       {{"a.dxf", "--modul", "x"}, L"--modul"},
-                       {{"a.dxf", "--module"}, L"--module"},
-                       {{"a.dxf", "--module="}, L"--module"},
-                       {{"a.dxf", "--quiet=1"}, L"--quiet"},
-                       {{"a.dxf", "--new"}, L"--new"},
-                       {{"a.dxf", "--overwrite"}, L"--output"},
-                       {{"a.dxf", "--script", "s", "--command", "c"}, L"exclude"},
-                       {{"--install", "d", "--language", "65536"}, L"--language"},
-                       {{"--install", "d", "--language", "-1"}, L"--language"},
-                       {{"--install", "d", "--language", "12x"}, L"--language"}};
-    for (const auto& each : cases) {
-        const std::wstring problem = parseOptions(each.arguments).problem;
-        EXPECT_NE(problem.find(each.named), std::wstring::npos)
-            << std::string(problem.begin(), problem.end());
+    const std::pair<std::vector<std::string>, const wchar_t*> cases[] = {
+        {{}, L"drawing"},
+        {{"a.dxf", "b.dxf"}, L"more than one"},
+        {{""}, L"empty"},
+        {{"a.dxf", "--modul", "x"}, L"--modul"},
+        {{"a.dxf", "--module"}, L"--module"},
+        {{"a.dxf", "--module="}, L"--module"},
+        {{"a.dxf", "--quiet=1"}, L"--quiet"},
+        {{"a.dxf", "--new"}, L"--new"},
+        {{"a.dxf", "--overwrite"}, L"--output"},
+        {{"a.dxf", "--script", "s", "--command", "c"}, L"exclude"},
+        {{"--install", "d", "--language", "65536"}, L"--language"},
+        {{"--install", "d", "--language", "-1"}, L"--language"},
+        {{"--install", "d", "--language", "12x"}, L"--language"}};
+    for (const auto& [arguments, named] : cases) {
+        const std::wstring problem = parseOptions(arguments).problem;
+        EXPECT_NE(problem.find(named), std::wstring::npos) << std::string(problem.begin(), problem.end());
     }
 }
 

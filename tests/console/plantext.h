@@ -1,13 +1,25 @@
 #pragma once
 
+#include "dbpolyline.h"
+
+#include <memory>
 #include <string>
 #include <vector>
 
-// Drawings with contours as text, millimetres with three decimals.
+// Contours, and drawings with them as text: millimetres with three decimals.
 
 struct Vertex {
     double x, y, bulge;
 };
+
+/// Closed, and in no drawing.
+inline std::unique_ptr<AcDbPolyline> outlineOf(const std::vector<Vertex>& vertices) {
+    auto polyline = std::make_unique<AcDbPolyline>();
+    for (const Vertex& vertex : vertices)
+        polyline->addVertexAt(polyline->numVerts(), AcGePoint2d(vertex.x, vertex.y), vertex.bulge);
+    polyline->setClosed(true);
+    return polyline;
+}
 
 inline std::string number(double value) { return std::to_string(value); }
 
@@ -19,6 +31,20 @@ inline std::string light(const std::string& layer, const std::vector<Vertex>& ve
         text +=
             "10\n" + number(vertex.x) + "\n20\n" + number(vertex.y) + "\n42\n" + number(vertex.bulge) + "\n";
     return text + "210\n0.0\n220\n0.0\n230\n" + number(normalZ) + "\n";
+}
+
+inline std::vector<Vertex> box(double x, double y, double width, double height) {
+    return {{x, y, 0}, {x + width, y, 0}, {x + width, y + height, 0}, {x, y + height, 0}};
+}
+
+inline std::string rectangle(const std::string& layer, double x, double y, double width, double height,
+                             double elevation = 0.0) {
+    return light(layer, box(x, y, width, height), elevation);
+}
+
+inline std::string circle(const std::string& layer, double x, double y, double radius, double z = 0.0) {
+    return "0\nCIRCLE\n8\n" + layer + "\n10\n" + number(x) + "\n20\n" + number(y) + "\n30\n" + number(z) +
+           "\n40\n" + number(radius) + "\n";
 }
 
 inline std::string insert(const std::string& block, double x, double y, double scaleX, double scaleY,

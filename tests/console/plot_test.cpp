@@ -5,30 +5,37 @@
 #include "dblayertable.h"
 #include "dbobjptr.h"
 #include "drawingreader.h"
+#include "plantext.h"
 #include "scriptedport.h"
 
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 
 namespace {
 
 // Keeps what is drawn instead of drawing it; at scale 0, where only extents are wanted, nothing.
 class RecordingSink final : public PictureSink {
 public:
+    explicit RecordingSink(double scale = 1.0)
+        : pageScale(scale) {}
     struct Stroke {
         PicturePath path;
         StrokeStyle style;
+    };
+    struct Fill {
+        PicturePath path;
+        std::uint32_t rgb;
+        double opacity;
     };
     void stroke(const PicturePath& path, const StrokeStyle& style) override {
         if (pageScale > 0.0) strokes.push_back({path, style});
     }
     void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override {
         if (fills.empty()) strokesAtFirstFill = strokes.size();
-        fills.push_back({path, {}});
-        fills.back().style.rgb = rgb;
-        opacities.push_back(opacity);
+        fills.push_back({path, rgb, opacity});
     }
     void text(const PlacedText& text) override { texts.push_back(text); }
     void dot(const AcGePoint3d& point, std::uint32_t) override { dots.push_back(point); }
@@ -39,10 +46,9 @@ public:
     void endClip() override {}
     double scale() const override { return pageScale; }
 
-    double pageScale = 1.0;
+    double pageScale;
     std::vector<Stroke> strokes;
-    std::vector<Stroke> fills;
-    std::vector<double> opacities;
+    std::vector<Fill> fills;
     std::vector<PlacedText> texts;
     std::vector<AcGePoint3d> dots;
     std::vector<bool> endless;
@@ -57,12 +63,12 @@ std::string layer(const std::string& name, int color, int flags = 0,
 }
 
 std::string line(const std::string& layerName, double x, const std::string& more = "") {
-    return "0\nLINE\n8\n" + layerName + "\n" + more + "10\n" + std::to_string(x) + "\n20\n0.0\n11\n" +
-           std::to_string(x) + "\n21\n1.0\n";
+    return "0\nLINE\n8\n" + layerName + "\n" + more + "10\n" + number(x) + "\n20\n0.0\n11\n" + number(x) +
+           "\n21\n1.0\n";
 }
 
-std::string insert(const std::string& block, const std::string& more) {
-    return "0\nINSERT\n8\nREF\n" + more + "2\n" + block + "\n10\n0.0\n20\n0.0\n";
+std::string insertOn(const std::string& layerName, const std::string& block, const std::string& more = "") {
+    return insert(block, 0, 0, 1, 1, 0, more, layerName);
 }
 
 class PlotTest : public ::testing::Test {
@@ -84,11 +90,9 @@ protected:
         for (std::size_t i = 0; i < filled.size(); ++i)
             ASSERT_EQ(layers->getAt(filledLayers[i].c_str(), filled[i]), Acad::eOk);
         layers.close();
+        sink = RecordingSink(sink.pageScale);
         report = plotDrawing(*database, sink, filled);
         EXPECT_EQ(database->numOpenObjects(), 0);
-    }
-    static std::string block(const std::string& name, const std::string& entities) {
-        return "0\nBLOCK\n8\n0\n2\n" + name + "\n70\n0\n10\n0.0\n20\n0.0\n" + entities + "0\nENDBLK\n8\n0\n";
     }
     // Colours of the strokes, by the x of their begin.
     std::map<double, std::uint32_t> colors() const {
@@ -115,7 +119,7 @@ TEST_F(PlotTest, ColoursComeFromTheLayerTheBlockOrTheEntity) {
     const std::string body = line("0", 1) + line("0", 2, "62\n0\n") + line("RED", 3) +
                              line("RED", 4, "62\n5\n") + line("RED", 5, "62\n7\n") +
                              line("RED", 6, "62\n0\n");
-    draw(block("B", body), insert("B", "62\n4\n"));
+    draw(block("B", body), insertOn("REF", "B", "62\n4\n"));
     const std::map<double, std::uint32_t> wanted = {{1, 0x00FF00}, // layer 0: the reference's layer
                                                     {2, 0x00FFFF}, // by block: the reference's colour
                                                     {3, 0xFF0000}, {4, 0x0000FF},
@@ -126,18 +130,16 @@ TEST_F(PlotTest, ColoursComeFromTheLayerTheBlockOrTheEntity) {
 
 TEST_F(PlotTest, AReferenceOnAHiddenLayerHidesWhatStandsOnLayerZero) {
     const std::string body = line("0", 1) + line("RED", 2);
-    const std::string off = "0\nINSERT\n8\nOFF\n2\nB\n10\n0.0\n20\n0.0\n";
-    draw(block("B", body), off);
+    draw(block("B", body), insertOn("OFF", "B"));
     EXPECT_EQ(colors().size(), 1u);
     EXPECT_TRUE(colors().contains(2)) << "off: what stands on other layers is seen";
-    sink = RecordingSink();
-    draw(block("B", body), "0\nINSERT\n8\nFROZEN\n2\nB\n10\n0.0\n20\n0.0\n");
+    draw(block("B", body), insertOn("FROZEN", "B"));
     EXPECT_TRUE(sink.strokes.empty()) << "frozen: all of it is hidden";
 }
 
 TEST_F(PlotTest, LinetypesScaleWithTheBlock) {
     draw(block("B", line("0", 1) + line("RED", 2, "6\nDASHED\n48\n0.5\n")),
-         insert("B", "41\n10.0\n42\n10.0\n43\n10.0\n"));
+         insert("B", 0, 0, 10, 10, 0, "43\n10.0\n", "REF"));
     ASSERT_EQ(sink.strokes.size(), 2u);
     EXPECT_EQ(sink.strokes[0].style.dashes, (std::vector<double>{20, 10}));
     EXPECT_EQ(sink.strokes[1].style.dashes, (std::vector<double>{10, 5}));
@@ -150,7 +152,7 @@ TEST_F(PlotTest, ArraysRepeatTheirAttributesToo) {
         "0\nATTRIB\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nhidden\n2\nTAG2\n70\n1\n0\nSEQEND\n8\n0\n";
     draw(block("B",
                line("RED", 0) + "0\nATTDEF\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nx\n3\ny\n2\nTAG\n70\n0\n"),
-         insert("B", "") + attributes);
+         insertOn("REF", "B") + attributes);
     EXPECT_EQ(sink.strokes.size(), 6u);
     ASSERT_EQ(sink.texts.size(), 6u);
     const auto highest =
@@ -201,49 +203,46 @@ TEST_F(PlotTest, HatchesAreFilledLinedOrToned) {
     const std::string lines =
         "52\n0.0\n41\n1.0\n77\n0\n78\n1\n53\n0.0\n43\n0.0\n44\n0.0\n45\n0.0\n46\n1.0\n79\n0\n98\n0\n";
     draw("", hatch("70\n1\n") + "98\n0\n");
-    EXPECT_EQ(sink.opacities, std::vector<double>{1.0});
-    sink = RecordingSink();
+    ASSERT_EQ(sink.fills.size(), 1u);
+    EXPECT_EQ(sink.fills[0].opacity, 1.0);
     draw("", hatch("70\n0\n") + lines);
     EXPECT_EQ(sink.clips, 1);
     EXPECT_EQ(sink.strokes.size(), 11u);
-    sink = RecordingSink();
     sink.pageScale = 0.1; // the lines are a tenth of a millimetre apart on paper
     draw("", hatch("70\n0\n") + lines);
     EXPECT_EQ(sink.clips, 0);
-    ASSERT_EQ(sink.opacities.size(), 1u);
-    EXPECT_LT(sink.opacities[0], 1.0);
+    ASSERT_EQ(sink.fills.size(), 1u);
+    EXPECT_LT(sink.fills[0].opacity, 1.0);
 }
 
 TEST_F(PlotTest, ClosedCurvesOfALayerAreFilledBeneathAllLines) {
-    const auto circle = [](const std::string& name, double x) {
-        return "0\nCIRCLE\n8\n" + name + "\n10\n" + std::to_string(x) + "\n20\n0.0\n40\n1.0\n";
-    };
-    const std::string drawing = line("RED", 1) + circle("RED", 10) + circle("REF", 20) + circle("OFF", 30) +
-                                circle("RED", 40) + circle("RED", 50) + circle("RED", 60);
+    std::string drawing = line("RED", 1) + circle("REF", 20, 0, 1) + circle("OFF", 30, 0, 1);
+    for (const double x : {10, 40, 50, 60}) drawing += circle("RED", x, 0, 1);
     draw("", drawing);
     EXPECT_TRUE(sink.fills.empty());
     const std::size_t strokes = sink.strokes.size();
-    sink = RecordingSink();
     draw("", drawing, {L"OFF", L"RED"});
     EXPECT_EQ(sink.strokes.size(), strokes) << "the outlines are drawn as well";
     EXPECT_EQ(sink.strokesAtFirstFill, 0u);
     ASSERT_EQ(sink.fills.size(), 4u);
-    for (const auto& fill : sink.fills) EXPECT_EQ(fill.style.rgb, 0xFF0000u);
-    EXPECT_NE(sink.opacities[0], sink.opacities[1]);
-    EXPECT_NE(sink.opacities[1], sink.opacities[2]);
-    EXPECT_NE(sink.opacities[0], sink.opacities[2]);
-    for (const double opacity : sink.opacities) EXPECT_TRUE(opacity > 0.0 && opacity < 1.0);
+    std::set<double> tones;
+    for (const auto& fill : sink.fills) {
+        EXPECT_EQ(fill.rgb, 0xFF0000u);
+        EXPECT_TRUE(fill.opacity > 0.0 && fill.opacity < 1.0);
+        tones.insert(fill.opacity);
+    }
+    EXPECT_EQ(tones.size(), 3u);
 }
 
 TEST_F(PlotTest, BlocksThatMultiplyWithoutEndAreCut) {
     std::string blocks = block("B0", line("RED", 1));
     for (int i = 1; i <= 9; ++i) {
         std::string body;
-        for (int k = 0; k < 10; ++k) body += insert("B" + std::to_string(i - 1), "");
+        for (int k = 0; k < 10; ++k) body += insertOn("REF", "B" + std::to_string(i - 1));
         blocks += block("B" + std::to_string(i), body);
     }
     sink.pageScale = 0.0;
-    draw(blocks, insert("B9", ""));
+    draw(blocks, insertOn("REF", "B9"));
     EXPECT_TRUE(report.isCut);
     EXPECT_LE(report.drawn, 2'000'000u);
 }

@@ -1,6 +1,7 @@
 #include "runprogram.h"
 
-#include <cctype>
+#include <charconv>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -175,13 +176,10 @@ private:
         return false;
     }
     bool readNumber() {
-        const std::string copy(m_text.substr(0, 40));
-        if (copy.empty() || !(std::isdigit(static_cast<unsigned char>(copy[0])) || copy[0] == '-'))
-            return false;
-        char* end = nullptr;
-        std::strtod(copy.c_str(), &end);
-        m_text.remove_prefix(static_cast<std::size_t>(end - copy.c_str()));
-        return end != copy.c_str();
+        double number = NAN; // which no number in JSON is
+        const auto [end, fault] = std::from_chars(m_text.data(), m_text.data() + m_text.size(), number);
+        m_text.remove_prefix(static_cast<std::size_t>(end - m_text.data()));
+        return fault == std::errc() && std::isfinite(number);
     }
 
     std::string_view m_text;

@@ -13,16 +13,14 @@ std::wstring paragraphs(std::wstring_view text) {
 }
 
 TEST(TextCodes, SingleLineCodes) {
-    struct {
-        const wchar_t* text;
-        const wchar_t* wanted;
-    } const cases[] = {{L"%%c12 %%D %%p0.5", L"\u230012 \u00B0 \u00B10.5"},
-                       {L"100%%%", L"100%"},
-                       {L"%%065%%66%%7", L"AB"},
-                       {L"%%x %% %", L"%%x %% %"},
-                       {L"a\\Pb{c}", L"a\\Pb{c}"},
-                       {L"", L""}};
-    for (const auto& each : cases) EXPECT_EQ(plain(each.text), each.wanted) << each.text;
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"%%c12 %%D %%p0.5", L"\u230012 \u00B0 \u00B10.5"},
+        {L"100%%%", L"100%"},
+        {L"%%065%%66%%7", L"AB"},
+        {L"%%x %% %", L"%%x %% %"},
+        {L"a\\Pb{c}", L"a\\Pb{c}"},
+        {L"", L""}};
+    for (const auto& [text, wanted] : cases) EXPECT_EQ(plain(text), wanted) << text;
 
     const auto runs = runsOfText(L"a%%ub%%oc%%ud", {});
     ASSERT_EQ(runs.size(), 4u);
@@ -31,24 +29,22 @@ TEST(TextCodes, SingleLineCodes) {
 }
 
 TEST(TextCodes, ParagraphCodesLeaveTheText) {
-    struct {
-        const wchar_t* text;
-        const wchar_t* wanted;
-    } const cases[] = {{L"one\\Ptwo", L"one|two|"},
-                       {L"{\\fArial|b1|i0|c0|p34;bold} thin", L"bold thin|"},
-                       {L"\\A1;\\H2.5x;\\W0.8;\\Q15;\\T1.2;x", L"x|"},
-                       {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", L"1\u20442 +0.1-0.2 3\u20444|"},
-                       {L"a\\\\b \\{c\\} \\~d", L"a\\b {c} \u00A0d|"},
-                       {L"^I^J^ ^M^x", L"    |^^x|"},
-                       {L"%%c10 \\C1;red", L"\u230010 red|"},
-                       {L"\\pxqc,t10;mid", L"mid|"},
-                       {L"end\\", L"end\\|"},
-                       {L"\\H2.5", L"|"},
-                       {L"\\S1/2", L"1\u20442|"},
-                       {L"}}}a{{{", L"a|"},
-                       {L"\\z1", L"\\z1|"},
-                       {L"", L"|"}};
-    for (const auto& each : cases) EXPECT_EQ(paragraphs(each.text), each.wanted) << each.text;
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"one\\Ptwo", L"one|two|"},
+        {L"{\\fArial|b1|i0|c0|p34;bold} thin", L"bold thin|"},
+        {L"\\A1;\\H2.5x;\\W0.8;\\Q15;\\T1.2;x", L"x|"},
+        {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", L"1\u20442 +0.1-0.2 3\u20444|"},
+        {L"a\\\\b \\{c\\} \\~d", L"a\\b {c} \u00A0d|"},
+        {L"^I^J^ ^M^x", L"    |^^x|"},
+        {L"%%c10 \\C1;red", L"\u230010 red|"},
+        {L"\\pxqc,t10;mid", L"mid|"},
+        {L"end\\", L"end\\|"},
+        {L"\\H2.5", L"|"},
+        {L"\\S1/2", L"1\u20442|"},
+        {L"}}}a{{{", L"a|"},
+        {L"\\z1", L"\\z1|"},
+        {L"", L"|"}};
+    for (const auto& [text, wanted] : cases) EXPECT_EQ(paragraphs(text), wanted) << text;
 }
 
 TEST(TextCodes, BracesHoldFormsAndHeightsMultiply) {

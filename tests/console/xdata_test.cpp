@@ -1,13 +1,9 @@
 // XDATA: the typed store of an object, shown from a drawing that others wrote.
-#include "runprogram.h"
+#include "consoletest.h"
 
-#include "exitcodes.h"
-
-#include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
-
-const std::string program = VEXO_BINARY_DIR "/bin/vexohost";
 
 // A point (1F) with two applications' data, one (20) without, and a layer.
 const std::string drawing =
@@ -25,34 +21,25 @@ const std::string drawing =
     "0\nPOINT\n5\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbPoint\n10\n0.0\n20\n0.0\n30\n0.0\n"
     "0\nENDSEC\n0\nEOF\n";
 
-class XDataCommand : public ::testing::Test {
+class XDataCommand : public ConsoleTest {
 protected:
-    ProgramResult run(const std::string& command) {
-        return runProgram({program, file, "--command", command}, "",
-                          {{"VEXO_REGISTRY", folder / "registry.txt"}});
-    }
-    TemporaryFolder folder;
+    std::vector<std::string> command(const std::string& line) const { return {file, "--command", line}; }
     std::string file = writtenFile(folder, "small.dxf", drawing);
 };
-
-bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // The line's words with one blank between them.
 std::string lineWith(const std::string& output, const std::string& word) {
     const std::size_t at = output.find(word);
     if (at == std::string::npos) return {};
-    std::string line = output.substr(output.rfind('\n', at) + 1);
-    line.resize(line.find('\n'));
+    const std::size_t start = output.rfind('\n', at) + 1;
+    std::istringstream line(output.substr(start, output.find('\n', at) - start));
     std::string words;
-    for (const char c : line)
-        if (c != ' ' || (!words.empty() && words.back() != ' ')) words += c;
-    while (!words.empty() && words.back() == ' ') words.pop_back();
+    for (std::string each; line >> each;) words += (words.empty() ? "" : " ") + each;
     return words;
 }
 
 TEST_F(XDataCommand, EntriesAreShownByApplicationWithTheirKinds) {
-    const ProgramResult result = run("XDATA 1f");
-    ASSERT_EQ(result.code, exitcode::ok) << result.problems;
+    const std::string output = outputOf(command("XDATA 1f"));
     const std::pair<const char*, const char*> lines[] = {
         {"flag", "ORDANE flag flag"},
         {"number", "ORDANE number int 7"},
@@ -65,39 +52,33 @@ TEST_F(XDataCommand, EntriesAreShownByApplicationWithTheirKinds) {
         {"{", "OTHER other {"},
         {"other       20", "OTHER other 20"},
     };
-    for (const auto& [word, line] : lines) EXPECT_EQ(lineWith(result.output, word), line) << result.output;
-    EXPECT_TRUE(has(result.output, "POINT 1F: ")) << result.output;
-    EXPECT_TRUE(has(result.output, " of 16383 bytes")) << result.output;
+    for (const auto& [word, line] : lines) EXPECT_EQ(lineWith(output, word), line) << output;
+    expectHas(output, {"POINT 1F: ", " of 16383 bytes"});
 }
 
 TEST_F(XDataCommand, JsonHasEntriesAndRecords) {
     const std::string target = folder / "data.json";
-    ASSERT_EQ(run("XDATA 1F JSON " + target).code, exitcode::ok);
+    outputOf(command("XDATA 1F JSON " + target));
     const std::string json = readFile(target);
     EXPECT_TRUE(isJson(json)) << json;
-    for (const char* part :
-         {"\"handle\":\"1F\"", "\"type\":\"POINT\"", "{\"key\":\"flag\",\"kind\":\"flag\",\"value\":true}",
-          "{\"key\":\"list\",\"kind\":\"long array\",\"value\":[10,-20]}", "\"value\":\"says \\\"a\\\"\"",
-          "\"value\":[1,2,3]", "\"records\":[[1000,\"flag\"],[1000,\"number\"],[1070,7]", "[1005,\"20\"]"})
-        EXPECT_TRUE(has(json, part)) << part << " in " << json;
-    const ProgramResult none = run("XDATA 20 JSON");
-    EXPECT_TRUE(has(none.output, "{\"handle\":\"20\",\"type\":\"POINT\",\"bytes\":0,\"applications\":[]}"))
-        << none.output;
+    expectHas(json, {"\"handle\":\"1F\"", "\"type\":\"POINT\"",
+                     "{\"key\":\"flag\",\"kind\":\"flag\",\"value\":true}",
+                     "{\"key\":\"list\",\"kind\":\"long array\",\"value\":[10,-20]}",
+                     "\"value\":\"says \\\"a\\\"\"", "\"value\":[1,2,3]",
+                     "\"records\":[[1000,\"flag\"],[1000,\"number\"],[1070,7]", "[1005,\"20\"]"});
+    expectHas(outputOf(command("XDATA 20 JSON")),
+              {"{\"handle\":\"20\",\"type\":\"POINT\",\"bytes\":0,\"applications\":[]}"});
 }
 
 TEST_F(XDataCommand, WhatCannotBeShownIsSaid) {
-    const std::tuple<const char*, bool, const char*> cases[] = {
-        {"XDATA 20", true, "POINT 20 has no extended data"},
-        {"XDATA FFFF", false, "no object with the handle FFFF"},
-        {"XDATA point", false, "\"point\" is none"},
-        {"XDATA", false, "a handle is needed"},
-        {"XDATA 1F XML", false, "TABLE or JSON"},
+    expectHas(outputOf(command("XDATA 20")), {"POINT 20 has no extended data"});
+    const std::pair<const char*, const char*> cases[] = {
+        {"XDATA FFFF", "no object with the handle FFFF"},
+        {"XDATA point", "\"point\" is none"},
+        {"XDATA", "a handle is needed"},
+        {"XDATA 1F XML", "TABLE or JSON"},
     };
-    for (const auto& [command, isGood, said] : cases) {
-        const ProgramResult result = run(command);
-        EXPECT_EQ(result.code == exitcode::ok, isGood) << command;
-        EXPECT_TRUE(has(result.output + result.problems, said)) << command << ": " << result.problems;
-    }
+    for (const auto& [line, said] : cases) expectProblems(command(line), exitcode::commandFailed, {said});
 }
 
 } // namespace

@@ -6,32 +6,14 @@
 #include "aced.h"
 #include "afxcmn.h"
 #include "dbmtext.h"
-#include "host.h"
-#include "scriptedport.h"
-#include "vexotools.h"
 #include "vexouitools.h"
 #include "windowcheck.h"
-
-#include <dlfcn.h>
 
 namespace {
 
 using hostkit::ShownControl;
 using hostkit::ShownWindow;
-using hostkit::WindowAction;
-
-class DialogTest : public ::testing::Test {
-protected:
-    DialogTest() { DllMain(instance, 1, nullptr); }
-    ~DialogTest() override {
-        DllMain(instance, 0, nullptr);
-        dlclose(instance);
-    }
-
-    hostkit::ScriptedPort port;
-    hostkit::Host host{port};
-    HINSTANCE instance = static_cast<HINSTANCE>(dlopen("VEXOTools10.so", RTLD_NOW | RTLD_NOLOAD));
-};
+using DialogTest = WindowTest;
 
 CString longMessage() {
     CString text;
@@ -40,19 +22,16 @@ CString longMessage() {
 }
 
 TEST_F(DialogTest, ExitShowsItsMessageAndEndsWithOneOrTwo) {
-    struct {
-        WindowAction action;
-        int result;
-    } const cases[] = {{WindowAction::click(IDOK), 1},
-                       {WindowAction::press(VK_RETURN), 1},
-                       {WindowAction::type(L"O"), 1},
-                       {WindowAction::press(VK_ESCAPE), 2},
-                       {WindowAction::refuse(), 2}};
-    for (const auto& each : cases) {
+    const std::pair<Do, int> cases[] = {{Do::click(IDOK), 1},
+                                        {Do::press(VK_RETURN), 1},
+                                        {Do::type(L"O"), 1},
+                                        {Do::press(VK_ESCAPE), 2},
+                                        {Do::refuse(), 2}};
+    for (const auto& [action, result] : cases) {
         VEXODlgExitApp dialog;
         dialog.setExitMsg(L"Licence expirée & plus.");
-        port.actions = {each.action};
-        EXPECT_EQ(dialog.DoModal(), each.result);
+        port.actions = {action};
+        EXPECT_EQ(dialog.DoModal(), result);
         const ShownWindow& window = port.windows.back();
         EXPECT_EQ(window.caption, L"Quitter l'application");
         EXPECT_EQ(window.control(VEXODlgExitApp::IDC_MESSAGE)->text, L"Licence expirée & plus.");
@@ -63,7 +42,7 @@ TEST_F(DialogTest, ExitShowsItsMessageAndEndsWithOneOrTwo) {
     }
     SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(IDC_WAIT)));
     VEXODlgExitApp dialog;
-    port.actions = {WindowAction::clickAt(3, 3)};
+    port.actions = {Do::clickAt(3, 3)};
     dialog.DoModal();
     EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, MAKEINTRESOURCEW(IDC_ARROW)));
 }
@@ -87,63 +66,49 @@ TEST_F(DialogTest, DialogsGrowWithTheirMessage) {
 }
 
 TEST_F(DialogTest, JustOneElementIsMarked) {
-    const auto marks = [&] {
-        std::string text;
-        for (const auto& item : port.windows.back().control(VEXODlgListCk::IDC_LIST)->items)
-            text += item.isChecked ? 'x' : '.';
-        return text;
-    };
-    struct {
-        std::deque<WindowAction> actions;
-        int result;
-        int marked;
-        const char* marks;
-    } const cases[] = {
-        {{WindowAction::click(IDOK)}, 1, 0, "x.."},
-        {{WindowAction::choose(VEXODlgListCk::IDC_LIST, 2), WindowAction::click(IDOK)}, 1, 2, "..x"},
-        {{WindowAction::choose(VEXODlgListCk::IDC_LIST, 2), WindowAction::choose(VEXODlgListCk::IDC_LIST, 1),
-          WindowAction::press(VK_RETURN)},
-         1,
-         1,
-         ".x."},
+    constexpr int list = VEXODlgListCk::IDC_LIST;
+    const std::tuple<std::deque<Do>, int, int> cases[] = {
+        {{Do::click(IDOK)}, 1, 0},
+        {{Do::choose(list, 2), Do::click(IDOK)}, 1, 2},
+        {{Do::choose(list, 2), Do::choose(list, 1), Do::press(VK_RETURN)}, 1, 1},
         // The mark cannot be taken away, only moved.
-        {{WindowAction::choose(VEXODlgListCk::IDC_LIST, 0), WindowAction::click(IDOK)}, 1, 0, "x.."},
-        {{WindowAction::press(VK_DOWN), WindowAction::press(VK_SPACE), WindowAction::press(VK_ESCAPE)},
-         2,
-         1,
-         ".x."},
+        {{Do::choose(list, 0), Do::click(IDOK)}, 1, 0},
+        {{Do::press(VK_DOWN), Do::press(VK_SPACE), Do::press(VK_ESCAPE)}, 2, 1},
         // A click beside the mark selects and marks nothing.
-        {{WindowAction::clickAt(100, 50), WindowAction::press(VK_RETURN)}, 1, 0, "x.."},
-        {{WindowAction::clickAt(19, 50), WindowAction::press(VK_RETURN)}, 1, 2, "..x"},
+        {{Do::clickAt(100, 50), Do::press(VK_RETURN)}, 1, 0},
+        {{Do::clickAt(19, 50), Do::press(VK_RETURN)}, 1, 2},
     };
     int number = 0;
-    for (const auto& each : cases) {
+    for (const auto& [actions, result, marked] : cases) {
         VEXODlgListCk dialog;
         EXPECT_EQ(dialog.GetCheckedElement(), -1);
         dialog.SetTitle(L"Choix");
         for (const wchar_t* element : {L"Dalle", L"Voile", L"Poutre & poteau"}) dialog.AddElement(element);
-        port.actions = each.actions;
-        EXPECT_EQ(dialog.DoModal(), each.result);
-        EXPECT_EQ(dialog.GetCheckedElement(), each.marked) << number;
-        EXPECT_EQ(marks(), each.marks) << number;
+        port.actions = actions;
+        EXPECT_EQ(dialog.DoModal(), result);
+        EXPECT_EQ(dialog.GetCheckedElement(), marked) << number;
+        const auto& items = port.windows.back().control(list)->items;
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(items.at(static_cast<std::size_t>(i)).isChecked, i == marked) << number;
         EXPECT_EQ(port.windows.back().caption, L"Choix");
         expectReadable(port.windows.back(), "list");
         ++number;
     }
     EXPECT_TRUE(port.problems.empty());
     VEXODlgListCk empty;
-    port.actions = {WindowAction::choose(VEXODlgListCk::IDC_LIST, 0), WindowAction::click(IDOK)};
+    port.actions = {Do::choose(list, 0), Do::click(IDOK)};
     EXPECT_EQ(empty.DoModal(), 1);
     EXPECT_EQ(empty.GetCheckedElement(), -1);
     ASSERT_EQ(port.problems.size(), 1u) << "there is nothing to choose, and it is told";
 }
 
 TEST_F(DialogTest, ABadFileNameIsRefusedAndAskedAgain) {
+    constexpr int nameEdit = VEXODlgSaveFile::IDC_NAME;
     for (const wchar_t* bad : {L"", L"a.b", L"a:b", L"\"a", L"a;", L"a,b", L"?", L"a=b"}) {
         VEXODlgSaveFile dialog;
         port.boxes.clear();
-        port.actions = {WindowAction::write(VEXODlgSaveFile::IDC_NAME, bad), WindowAction::click(IDOK),
-                        WindowAction::type(L"Étage 1"), WindowAction::press(VK_RETURN)};
+        port.actions = {Do::write(nameEdit, bad), Do::click(IDOK), Do::type(L"Étage 1"),
+                        Do::press(VK_RETURN)};
         EXPECT_EQ(dialog.DoModal(), IDOK);
         ASSERT_EQ(port.boxes.size(), 1u) << bad;
         EXPECT_EQ(port.boxes[0].text, L"Invalid file name!");
@@ -153,7 +118,7 @@ TEST_F(DialogTest, ABadFileNameIsRefusedAndAskedAgain) {
         expectReadable(port.windows.back(), "save");
     }
     VEXODlgSaveFile refused;
-    port.actions = {WindowAction::write(VEXODlgSaveFile::IDC_NAME, L"a"), WindowAction::press(VK_ESCAPE)};
+    port.actions = {Do::write(nameEdit, L"a"), Do::press(VK_ESCAPE)};
     EXPECT_EQ(refused.DoModal(), IDCANCEL);
     EXPECT_STREQ(refused.GetFileName(), L"");
     EXPECT_EQ(refused.IsFileNameValid(), 0) << "without its window there is no text";
@@ -161,7 +126,7 @@ TEST_F(DialogTest, ABadFileNameIsRefusedAndAskedAgain) {
     VEXODlgSaveFile modeless;
     ASSERT_TRUE(modeless.Create(nullptr));
     EXPECT_TRUE(modeless.IsWindowVisible());
-    modeless.SetDlgItemTextW(VEXODlgSaveFile::IDC_NAME, L"plan\\a");
+    modeless.SetDlgItemTextW(nameEdit, L"plan\\a");
     EXPECT_EQ(modeless.IsFileNameValid(), 1);
     modeless.SendMessageW(WM_COMMAND, IDOK);
     EXPECT_FALSE(modeless.IsWindowVisible());
@@ -169,16 +134,17 @@ TEST_F(DialogTest, ABadFileNameIsRefusedAndAskedAgain) {
 }
 
 TEST_F(DialogTest, AWarningRemembersItsCheckBox) {
+    constexpr int check = VEXODlgWarningCk::IDC_CHECK;
     VEXODlgWarningCk warning(L"Attention", L"", nullptr, nullptr);
     EXPECT_EQ(warning.IsChecked(), 0);
-    port.actions = {WindowAction::click(VEXODlgWarningCk::IDC_CHECK), WindowAction::click(IDOK)};
+    port.actions = {Do::click(check), Do::click(IDOK)};
     EXPECT_EQ(warning.DoModal(), IDOK);
     EXPECT_EQ(warning.IsChecked(), 1);
     EXPECT_EQ(port.windows[0].caption, L"Avertissement");
-    EXPECT_EQ(port.windows[0].control(VEXODlgWarningCk::IDC_CHECK)->text, L"Ne plus afficher ce message");
-    EXPECT_FALSE(port.windows[0].control(VEXODlgWarningCk::IDC_CHECK)->isChecked);
-    EXPECT_TRUE(port.windows[1].control(VEXODlgWarningCk::IDC_CHECK)->isChecked);
-    port.actions = {WindowAction::click(VEXODlgWarningCk::IDC_CHECK), WindowAction::refuse()};
+    EXPECT_EQ(port.windows[0].control(check)->text, L"Ne plus afficher ce message");
+    EXPECT_FALSE(port.windows[0].control(check)->isChecked);
+    EXPECT_TRUE(port.windows[1].control(check)->isChecked);
+    port.actions = {Do::click(check), Do::refuse()};
     EXPECT_EQ(warning.DoModal(), IDCANCEL);
     EXPECT_EQ(warning.IsChecked(), 0) << "it starts unchecked, and a refusal keeps nothing";
 }
@@ -250,15 +216,14 @@ TEST_F(DialogTest, EditingAParagraphHidesTheWindowsAroundAndBringsThemBack) {
         inner.CreateEx(0, L"#32770", L"I", WS_POPUP | WS_VISIBLE, 0, 0, 90, 90, outer.GetSafeHwnd(), 0));
     AcDbMText text;
     ASSERT_EQ(text.setContents(L"Ligne 1\\PA\\\\P"), Acad::eOk);
-    port.actions = {WindowAction::press(VK_END), WindowAction::type(L"x"), WindowAction::press(VK_RETURN),
-                    WindowAction::type(L"y"), WindowAction::click(IDOK)};
+    port.actions = {Do::press(VK_END), Do::type(L"x"), Do::press(VK_RETURN), Do::type(L"y"), Do::click(IDOK)};
     VEXOUITools::EditMTextUsingInteractiveAcedEdit(&text, &inner, AcGePoint3d(1, 2, 3));
     EXPECT_EQ(text.rawContents(), L"Ligne 1\\PA\\\\Px\\Py");
     EXPECT_EQ(text.location(), AcGePoint3d(1, 2, 3));
     EXPECT_EQ(port.windows[0].control(1001)->text, L"Ligne 1\nA\\\\P");
     EXPECT_TRUE(inner.IsWindowVisible() && outer.IsWindowVisible() && ::IsWindowEnabled(adsw_acadMainWnd()));
 
-    port.actions = {WindowAction::type(L"z")}; // then nobody is there
+    port.actions = {Do::type(L"z")}; // then nobody is there
     VEXOUITools::EditMTextUsingInteractiveAcedEdit(&text, nullptr, AcGePoint3d(4, 5, 6));
     EXPECT_EQ(text.rawContents(), L"Ligne 1\\PA\\\\Px\\Py");
     EXPECT_EQ(text.location(), AcGePoint3d(4, 5, 6));

@@ -1,33 +1,20 @@
 #include "vexomessagebox.h"
 
-#include "casefolding.h"
 #include "desktop.h"
-#include "scriptedport.h"
-#include "vexotools.h"
 #include "windowcheck.h"
 
-#include <dlfcn.h>
-
+#include <array>
 #include <random>
 
 namespace {
 
-using hostkit::PaintedItem;
-using hostkit::PaintKind;
 using hostkit::ShownWindow;
-using hostkit::WindowAction;
 
 constexpr LONG captionHeight = 19;
 constexpr LONG frame = 3;
 
-class MessageBoxTest : public ::testing::Test {
+class MessageBoxTest : public WindowTest {
 protected:
-    MessageBoxTest() { DllMain(instance, 1, nullptr); }
-    ~MessageBoxTest() override {
-        DllMain(instance, 0, nullptr);
-        dlclose(instance);
-    }
-
     // A parent that lives on the test's desktop.
     CWnd* owner() {
         if (!m_owner.GetSafeHwnd())
@@ -35,7 +22,7 @@ protected:
         return &m_owner;
     }
 
-    int answer(unsigned long style, std::deque<WindowAction> actions) {
+    int answer(unsigned long style, std::deque<Do> actions) {
         port.actions = std::move(actions);
         VEXOMessageBox box(L"Texte", L"Titre", 0, owner());
         box.SetStyle(style);
@@ -53,45 +40,31 @@ protected:
         return {window.painting.size.cx - 2 * frame, window.painting.size.cy - 2 * frame - captionHeight};
     }
 
-    static std::vector<std::wstring> linesOf(const ShownWindow& window) { return window.lines; }
-
-    hostkit::ScriptedPort port;
-    hostkit::ScopedPort current{port};
-    HINSTANCE instance = static_cast<HINSTANCE>(dlopen("VEXOTools10.so", RTLD_NOW | RTLD_NOLOAD));
-
 private:
     CWnd m_owner;
 };
 
 TEST_F(MessageBoxTest, EveryStyleGivesItsResultForButtonsKeysAndClosing) {
-    const auto tab = WindowAction::press(VK_TAB), enter = WindowAction::press(VK_RETURN);
-    struct {
-        unsigned long style;
-        std::deque<WindowAction> actions;
-        int result;
-    } const cases[] = {
-        {0, {WindowAction::click(1)}, 1},
-        {0, {enter}, 1},
-        {0, {WindowAction::press(VK_ESCAPE)}, 1},
-        {0, {WindowAction::refuse()}, 1},
-        {0, {tab, enter}, 1},
-        {0, {WindowAction::type(L"o")}, 1},
-        {1, {WindowAction::click(1)}, 1},
-        {1, {WindowAction::click(2)}, 2},
-        {1, {tab, enter}, 2},
-        {1, {tab, tab, enter}, 1},
-        {1, {WindowAction::press(VK_ESCAPE)}, 2},
-        {1, {WindowAction::type(L"n")}, 2},
-        {4, {enter}, 6},
-        {4, {tab, enter}, 7},
-        {4, {WindowAction::refuse()}, 7},
-        {4, {WindowAction::press(VK_SPACE)}, 6},
-        {4, {tab, WindowAction::press(VK_SPACE)}, 7},
-        {4, {WindowAction::press(0x70), enter}, 6},
-        {3, {tab, enter}, 2}, // an unknown style counts as 1
-    };
+    const Do tab = Do::press(VK_TAB), enter = Do::press(VK_RETURN), space = Do::press(VK_SPACE);
+    const unsigned long styles[] = {0, 1, 4};
+    const std::pair<std::deque<Do>, std::array<int, 3>> cases[] = {{{Do::click(1)}, {1, 1, 6}},
+                                                                   {{enter}, {1, 1, 6}},
+                                                                   {{space}, {1, 1, 6}},
+                                                                   {{Do::type(L"o")}, {1, 1, 6}},
+                                                                   {{Do::press(0x70), enter}, {1, 1, 6}},
+                                                                   {{tab, tab, enter}, {1, 1, 6}},
+                                                                   {{tab, enter}, {1, 2, 7}},
+                                                                   {{tab, space}, {1, 2, 7}},
+                                                                   {{Do::type(L"n")}, {1, 2, 7}},
+                                                                   {{Do::press(VK_ESCAPE)}, {1, 2, 7}},
+                                                                   {{Do::refuse()}, {1, 2, 7}}};
     int number = 0;
-    for (const auto& each : cases) EXPECT_EQ(answer(each.style, each.actions), each.result) << number++;
+    for (const auto& [actions, results] : cases) {
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(answer(styles[i], actions), results[i]) << number << ", " << i;
+        ++number;
+    }
+    EXPECT_EQ(answer(1, {Do::click(2)}), 2);
+    EXPECT_EQ(answer(3, {tab, enter}), 2) << "an unknown style counts as 1";
     EXPECT_TRUE(port.problems.empty());
 }
 
@@ -100,7 +73,7 @@ TEST_F(MessageBoxTest, OwnerIsDisabledMeanwhileAndActiveAfterwards) {
     struct WatchingPort : hostkit::ScriptedPort {
         HWND owner = nullptr;
         bool wasEnabled = true;
-        WindowAction askWindow(const ShownWindow& window) override {
+        Do askWindow(const ShownWindow& window) override {
             wasEnabled = ::IsWindowEnabled(owner);
             EXPECT_EQ(::GetActiveWindow(), window.window);
             return ScriptedPort::askWindow(window);
@@ -144,8 +117,7 @@ TEST_F(MessageBoxTest, ABoxThatCannotBeMadeGivesMinusOneAndFreesItsOwner) {
 
 TEST_F(MessageBoxTest, SizesFollowTextIconsAndTheScreenMetrics) {
     const CSize brief = clientOf(shown(L"A"));
-    EXPECT_EQ(brief.cx, 300);
-    EXPECT_EQ(brief.cy, 13 + 22 + 18 + 2 * 2 + 33);
+    EXPECT_EQ(std::pair(brief.cx, brief.cy), std::pair(300, 13 + 22 + 18 + 2 * 2 + 33));
     EXPECT_EQ(clientOf(shown(L"A\nB\nC\n\n\n")).cy, brief.cy + 2 * 13)
         << "line feeds at the end take no room";
     EXPECT_EQ(clientOf(shown(L"A", 0, 14019)).cy, 32 + 22 + 18 + 4 + 33)
@@ -178,10 +150,8 @@ TEST_F(MessageBoxTest, ButtonsStandWhereTheStylePutsThem) {
         ASSERT_NE(button, nullptr);
         const RECT at = inClient(button->bounds);
         EXPECT_EQ(button->text, text);
-        EXPECT_EQ(at.left, left);
-        EXPECT_EQ(at.right, right);
-        EXPECT_EQ(at.top, client.cy - 33);
-        EXPECT_EQ(at.bottom, client.cy - 11);
+        EXPECT_EQ(std::pair(at.left, at.right), std::pair(left, right));
+        EXPECT_EQ(std::pair(at.top, at.bottom), std::pair(client.cy - 33, client.cy - 11));
     };
     expectAt(lone, 1, L"Ok", 150 - 37, 150 + 37);
     EXPECT_EQ(lone.control(2), nullptr) << "the second button does not show";
@@ -216,10 +186,7 @@ TEST_F(MessageBoxTest, TheBoxIsCentredOnItsOwnerAndStaysOnTheScreen) {
 TEST_F(MessageBoxTest, LongLinesBreakAtTheBestPlace) {
     port.metrics[SM_CXSCREEN] = 2 * (30 * 11 + 20);
     const std::wstring ten(10, L'漢'), five(5, L'漢');
-    struct {
-        std::wstring text;
-        std::vector<std::wstring> lines;
-    } const cases[] = {
+    const std::pair<std::wstring, std::vector<std::wstring>> cases[] = {
         // The end of a sentence in the last two thirds goes before a later blank.
         {ten + five + L". " + five + L" " + ten + ten, {ten + five + L".", five + L" " + ten + ten}},
         // One in the first third does not count; the last blank does.
@@ -237,9 +204,9 @@ TEST_F(MessageBoxTest, LongLinesBreakAtTheBestPlace) {
          {ten + ten + ten, ten + ten + ten, five, L"", L"mm"}},
         {ten + ten + ten, {ten + ten + ten}},
     };
-    for (const auto& each : cases) {
-        const ShownWindow window = shown(each.text.c_str());
-        EXPECT_EQ(linesOf(window), each.lines) << std::string(each.text.begin(), each.text.end());
+    for (const auto& [text, lines] : cases) {
+        const ShownWindow window = shown(text.c_str());
+        EXPECT_EQ(window.lines, lines) << std::string(text.begin(), text.end());
         expectReadable(window, "break");
     }
 }
@@ -268,28 +235,30 @@ TEST_F(MessageBoxTest, AnyTextIsReadableOnAnyScreen) {
 
 TEST_F(MessageBoxTest, TheMessageIsShownWholeWithItsAmpersands) {
     const ShownWindow window = shown(L"R&D && Cie: 100%s\nfin");
-    EXPECT_EQ(linesOf(window), (std::vector<std::wstring>{L"R&D && Cie: 100%s", L"fin"}));
+    EXPECT_EQ(window.lines, (std::vector<std::wstring>{L"R&D && Cie: 100%s", L"fin"}));
+    const auto joined = [&](const CString& text, const wchar_t* between) {
+        CString whole;
+        for (const std::wstring& line : shown(text).lines) whole += line.c_str() + CString(between);
+        return whole;
+    };
     CString many;
     for (int i = 0; i < 400; ++i) many += L"mot" + CString(L'a' + i % 26, i % 7) + L" ";
-    std::wstring joined;
-    for (const std::wstring& line : linesOf(shown(many))) joined += line + L" ";
-    EXPECT_EQ(joined, std::wstring(many.view()) + L" ") << "nothing is lost between the lines";
+    EXPECT_EQ(joined(many, L" "), many + L" ") << "nothing is lost between the lines";
+    const CString endless(L'a', 200000); // so long that a time that grows with its square would be told
+    EXPECT_TRUE(joined(endless, L"") == endless);
 }
 
 TEST_F(MessageBoxTest, CaptionsComeFromTheTextsThatAreNamed) {
-    struct {
-        unsigned id;
-        const wchar_t* project;
-        const wchar_t* caption;
-    } const cases[] = {{0, nullptr, L"Ordane Dalle"},
-                       {0, L"NOSUCH", L"Ordane Dalle"},
-                       {14012, nullptr, L"Eléments des contours de coffrage"},
-                       {14012, L"VEXOTOOLS", L"Eléments des contours de coffrage"},
-                       {14012, L"NOSUCH", L""}};
-    for (const auto& each : cases) {
-        VEXOMessageBox box(14000, L"VEXOTOOLS", each.id, each.project, 0, owner(), nullptr);
+    const std::tuple<unsigned, const wchar_t*, const wchar_t*> cases[] = {
+        {0, nullptr, L"Ordane Dalle"},
+        {0, L"NOSUCH", L"Ordane Dalle"},
+        {14012, nullptr, L"Eléments des contours de coffrage"},
+        {14012, L"VEXOTOOLS", L"Eléments des contours de coffrage"},
+        {14012, L"NOSUCH", L""}};
+    for (const auto& [id, project, caption] : cases) {
+        VEXOMessageBox box(14000, L"VEXOTOOLS", id, project, 0, owner(), nullptr);
         box.DoModal();
-        EXPECT_EQ(port.windows.back().caption, each.caption) << each.id;
+        EXPECT_EQ(port.windows.back().caption, caption) << id;
     }
 }
 

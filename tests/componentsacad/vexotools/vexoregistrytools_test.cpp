@@ -17,21 +17,19 @@ namespace {
 using Tools = VEXORegistryTools;
 
 constexpr const wchar_t* applicationKey = L"Software\\Vexomar\\ordane\\R18\\10.1";
+const HKEY user = HKEY_CURRENT_USER, machine = HKEY_LOCAL_MACHINE;
 
 class RegistryTools : public testing::Test {
 protected:
     static void setText(HKEY hive, const wchar_t* subKey, const wchar_t* name, const std::wstring& text) {
         ASSERT_EQ(Tools::SetRegistryValueAdv(subKey, name, text.c_str(), hive), 1);
     }
-    static void setBytes(HKEY hive, const wchar_t* key, const wchar_t* name, DWORD type, const void* data,
-                         std::size_t size) {
-        HKEY opened = nullptr;
-        ASSERT_EQ(RegCreateKeyExW(hive, key, 0, nullptr, 0, KEY_WRITE, nullptr, &opened, nullptr),
-                  ERROR_SUCCESS);
-        ASSERT_EQ(
-            RegSetValueExW(opened, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
-            ERROR_SUCCESS);
-        RegCloseKey(opened);
+    /// Into the user's key K.
+    static void setBytes(const wchar_t* name, DWORD type, const void* data, DWORD size) {
+        HKEY key = nullptr;
+        ASSERT_EQ(RegCreateKeyExW(user, L"K", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr), 0);
+        ASSERT_EQ(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), size), 0);
+        RegCloseKey(key);
     }
     static std::wstring text(HKEY hive, const wchar_t* subKey, const wchar_t* name) {
         CString value(L"(absent)");
@@ -62,66 +60,64 @@ TEST_F(RegistryTools, ApplicationKeyIsOneAndTheSame) {
 }
 
 TEST_F(RegistryTools, TextComesBackThroughEveryRoad) {
-    EXPECT_EQ(Tools::SetRegistryValue(applicationKey, L"a", L"é€", HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::SetRegistryValue(applicationKey, L"a", L"é€", user), 1);
     wchar_t value[1024];
-    EXPECT_EQ(Tools::GetRegistryValue(applicationKey, L"a", value, HKEY_CURRENT_USER, 0), 1);
+    EXPECT_EQ(Tools::GetRegistryValue(applicationKey, L"a", value, user, 0), 1);
     EXPECT_STREQ(value, L"é€");
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"", L"A", value, HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::GetRegistryValueAdv(L"", L"A", value, user), 1);
     EXPECT_STREQ(value, L"é€");
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"", L"a", nullptr, HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::GetRegistryValueAdv(L"", L"a", nullptr, user), 1);
     wchar_t key[] = L"SOFTWARE\\vexomar\\ordane\\r18\\10.1", name[] = L"a";
-    EXPECT_EQ(Tools::QueryValueInRegistry(HKEY_CURRENT_USER, key, name, value, sizeof value), 1);
+    EXPECT_EQ(Tools::QueryValueInRegistry(user, key, name, value, sizeof value), 1);
     EXPECT_STREQ(value, L"é€");
     unsigned long size = 3 * sizeof(wchar_t);
-    EXPECT_EQ(Tools::QueryValueInRegistryApp(L"", L"a", value, size, HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::QueryValueInRegistryApp(L"", L"a", value, size, user), 1);
     EXPECT_EQ(size, 3 * sizeof(wchar_t));
-    EXPECT_EQ(text(HKEY_CURRENT_USER, L"", L"a"), L"é€");
-    EXPECT_EQ(text(HKEY_LOCAL_MACHINE, L"", L"a"), L"(absent)"); // hives are apart
+    EXPECT_EQ(text(user, L"", L"a"), L"é€");
+    EXPECT_EQ(text(machine, L"", L"a"), L"(absent)"); // hives are apart
 }
 
 TEST_F(RegistryTools, OutputsStayAsTheyWereOnFailure) {
-    setText(HKEY_CURRENT_USER, L"Settings", L"long", std::wstring(1024, L'x'));
-    setText(HKEY_CURRENT_USER, L"Settings", L"fits", std::wstring(1023, L'x'));
+    setText(user, L"Settings", L"long", std::wstring(1024, L'x'));
+    setText(user, L"Settings", L"fits", std::wstring(1023, L'x'));
     wchar_t value[1024] = L"untouched";
     unsigned long number = 77, size = 10;
     CString string(L"untouched");
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"long", value, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"none", value, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"None", L"x", value, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(nullptr, L"x", value, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::GetRegistryValue(nullptr, L"x", value, HKEY_CURRENT_USER, 0), 0);
-    EXPECT_EQ(Tools::QueryValueInRegistryApp(L"Settings", L"fits", value, size, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"fits", number, HKEY_CURRENT_USER),
-              0); // text is no number
-    EXPECT_EQ(Tools::QueryValueInRegistryApp(CString(L"None"), CString(L"x"), string, HKEY_CURRENT_USER), 0);
-    EXPECT_EQ(Tools::SetRegistryValueAdv(L"Settings", L"x", static_cast<const wchar_t*>(nullptr),
-                                         HKEY_CURRENT_USER),
-              0);
+    const std::pair<const wchar_t*, const wchar_t*> places[] = {
+        {L"Settings", L"long"}, {L"Settings", L"none"}, {L"None", L"x"}, {nullptr, L"x"}};
+    for (const auto& [key, name] : places)
+        EXPECT_EQ(Tools::GetRegistryValueAdv(key, name, value, user), 0) << name;
+    EXPECT_EQ(Tools::GetRegistryValue(nullptr, L"x", value, user, 0), 0);
+    EXPECT_EQ(Tools::QueryValueInRegistryApp(L"Settings", L"fits", value, size, user), 0);
+    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"fits", number, user), 0) << "a text is no number";
+    EXPECT_EQ(Tools::QueryValueInRegistryApp(CString(L"None"), CString(L"x"), string, user), 0);
+    const wchar_t* const nothing = nullptr;
+    EXPECT_EQ(Tools::SetRegistryValueAdv(L"Settings", L"x", nothing, user), 0);
     EXPECT_STREQ(value, L"untouched");
     EXPECT_EQ(string, L"untouched");
     EXPECT_EQ(number + size, 77u + 10u);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"fits", value, HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"fits", value, user), 1);
     EXPECT_EQ(lstrlenW(value), 1023);
-    EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"long").size(), 1024u); // the other road has no limit
+    EXPECT_EQ(text(user, L"Settings", L"long").size(), 1024u); // the other road has no limit
 }
 
 TEST_F(RegistryTools, NumbersHaveThirtyTwoBits) {
     const unsigned long wide = 0x1'2345'6789UL;
     unsigned long value = ~0UL;
-    EXPECT_EQ(Tools::SetRegistryValueAdv(L"Settings", L"n", wide, HKEY_CURRENT_USER), 1);
-    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"n", value, HKEY_CURRENT_USER), 1);
+    EXPECT_EQ(Tools::SetRegistryValueAdv(L"Settings", L"n", wide, user), 1);
+    EXPECT_EQ(Tools::GetRegistryValueAdv(L"Settings", L"n", value, user), 1);
     EXPECT_EQ(value, 0x2345'6789UL); // no stale upper bits
-    setBytes(HKEY_CURRENT_USER, L"K", L"short", REG_DWORD, "\1\2", 2);
-    EXPECT_EQ(Tools::GetRegistryValue(L"K", L"short", value, HKEY_CURRENT_USER), 0);
-    setBytes(HKEY_CURRENT_USER, L"K", L"empty", REG_SZ, L"", sizeof(wchar_t));
-    EXPECT_EQ(Tools::GetRegistryValue(L"K", L"empty", value, HKEY_CURRENT_USER), 0);
+    setBytes(L"short", REG_DWORD, "\1\2", 2);
+    EXPECT_EQ(Tools::GetRegistryValue(L"K", L"short", value, user), 0);
+    setBytes(L"empty", REG_SZ, L"", sizeof(wchar_t));
+    EXPECT_EQ(Tools::GetRegistryValue(L"K", L"empty", value, user), 0);
     EXPECT_EQ(value, 0x2345'6789UL);
 }
 
 TEST_F(RegistryTools, TheGateGuardsTextWithoutATerminator) {
-    setBytes(HKEY_CURRENT_USER, L"K", L"v", REG_SZ, L"abc", 3 * sizeof(wchar_t));
+    setBytes(L"v", REG_SZ, L"abc", 3 * sizeof(wchar_t));
     HKEY key = nullptr;
-    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"K", 0, KEY_READ, &key), ERROR_SUCCESS);
+    ASSERT_EQ(RegOpenKeyExW(user, L"K", 0, KEY_READ, &key), ERROR_SUCCESS);
     unsigned long type = ~0UL, size = ~0UL;
     EXPECT_EQ(Tools::VEXORegQueryValueEx(key, L"v", nullptr, &type, nullptr, &size), ERROR_SUCCESS);
     EXPECT_EQ(type, REG_SZ);
@@ -144,12 +140,12 @@ TEST_F(RegistryTools, TheGateGuardsTextWithoutATerminator) {
 
     wchar_t value[4] = L"???";
     wchar_t keyName[] = L"K", name[] = L"v";
-    EXPECT_EQ(Tools::QueryValueInRegistry(HKEY_CURRENT_USER, keyName, name, value, sizeof value), 1);
+    EXPECT_EQ(Tools::QueryValueInRegistry(user, keyName, name, value, sizeof value), 1);
     EXPECT_STREQ(value, L"abc");
-    EXPECT_EQ(Tools::QueryValueInRegistry(HKEY_CURRENT_USER, keyName, name, value, 3 * sizeof(wchar_t)), 0);
+    EXPECT_EQ(Tools::QueryValueInRegistry(user, keyName, name, value, 3 * sizeof(wchar_t)), 0);
     const wchar_t exact[2] = {L'z', 0};
-    setBytes(HKEY_CURRENT_USER, L"K", L"v", REG_SZ, exact, sizeof exact);
-    EXPECT_EQ(Tools::QueryValueInRegistry(HKEY_CURRENT_USER, keyName, name, value, sizeof exact), 1);
+    setBytes(L"v", REG_SZ, exact, sizeof exact);
+    EXPECT_EQ(Tools::QueryValueInRegistry(user, keyName, name, value, sizeof exact), 1);
     EXPECT_STREQ(value, L"z");
 }
 
@@ -157,15 +153,15 @@ TEST_F(RegistryTools, PathsFallBackInOrder) {
     const auto bin = [] { return result(Tools::GetOrdaneBinPath); };
     const auto data = [] { return result(Tools::GetOrdaneDataPath); };
     EXPECT_EQ(bin() + data(), L"(untouched)(untouched)");
-    setText(HKEY_LOCAL_MACHINE, L"", L"Path", L"C:\\Ordane");
+    setText(machine, L"", L"Path", L"C:\\Ordane");
     EXPECT_EQ(bin() + L"|" + data(), L"C:\\Ordane\\Bin|C:\\Ordane");
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHDATA", L"D:\\Machine\\");
+    setText(machine, L"", L"PATHDATA", L"D:\\Machine\\");
     EXPECT_EQ(data(), L"D:\\Machine\\");
-    setText(HKEY_CURRENT_USER, L"", L"PATHDATA", L"");
+    setText(user, L"", L"PATHDATA", L"");
     EXPECT_EQ(data(), L""); // an empty value is a value
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHBIN", L"E:\\");
+    setText(machine, L"", L"PATHBIN", L"E:\\");
     EXPECT_EQ(bin(), L"E:\\Bin");
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHBIN", L"");
+    setText(machine, L"", L"PATHBIN", L"");
     EXPECT_EQ(bin(), L"Bin"); // no separator in front
     wchar_t buffer[50] = L"";
     EXPECT_EQ(Tools::GetOrdaneBinPath(buffer), 1);
@@ -175,38 +171,35 @@ TEST_F(RegistryTools, PathsFallBackInOrder) {
 
 TEST_F(RegistryTools, ParentAndModuleDirectories) {
     CString out(L"before");
+    const auto expectParent = [&](const CString& directory) {
+        EXPECT_EQ(Tools::GetPathParentDir(out, true), directory + L"\\");
+        EXPECT_EQ(out, directory + L"\\");
+        EXPECT_EQ(Tools::GetPathParentDir(out, false), directory);
+    };
     EXPECT_EQ(Tools::GetPathParentDir(out, false), L"..\\");
     EXPECT_EQ(Tools::GetPathParentDir(out, true), L"..\\");
     EXPECT_EQ(Tools::GetPathAppDir(out, true), L"");
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHBIN", L"C:\\P");
-    setText(HKEY_LOCAL_MACHINE, L"Loader", L"MODULE", L"C:\\T\\Bin\\ordane10.arx");
-    for (const wchar_t* testing : {L"2", L"", L" 1", L"0"}) {
-        setText(HKEY_LOCAL_MACHINE, L"", L"TestingRelease", testing);
-        EXPECT_EQ(Tools::GetPathParentDir(out, true), L"C:\\P\\");
-        EXPECT_EQ(Tools::GetPathParentDir(out, false), L"C:\\P");
+    setText(machine, L"", L"PATHBIN", L"C:\\P");
+    setText(machine, L"Loader", L"MODULE", L"C:\\T\\Bin\\ordane10.arx");
+    // The last one is 1 by its start, but too long to read.
+    for (const std::wstring& testing :
+         {std::wstring(L"2"), {}, std::wstring(L" 1"), std::wstring(260, L'1')}) {
+        setText(machine, L"", L"TestingRelease", testing);
+        expectParent(L"C:\\P");
     }
-    setText(HKEY_LOCAL_MACHINE, L"", L"TestingRelease", L"1x");
-    EXPECT_EQ(Tools::GetPathParentDir(out, true), L"C:\\T\\Bin\\");
-    EXPECT_EQ(out, L"C:\\T\\Bin\\");
-    EXPECT_EQ(Tools::GetPathParentDir(out, false), L"C:\\T\\Bin");
-    setText(HKEY_LOCAL_MACHINE, L"", L"TestingRelease",
-            std::wstring(260, L'1')); // 1 by its start, but too long to read
-    EXPECT_EQ(Tools::GetPathParentDir(out, false), L"C:\\P");
+    setText(machine, L"", L"TestingRelease", L"1x");
+    expectParent(L"C:\\T\\Bin");
 
     const std::wstring deep = L"/" + std::wstring(400, L'd') + L"/mod.so";
-    setText(HKEY_LOCAL_MACHINE, L"Loader", L"MODULE", deep);
+    setText(machine, L"Loader", L"MODULE", deep);
     EXPECT_EQ(Tools::GetPathAppDir(out, true).GetLength(), 402);
     EXPECT_EQ(Tools::GetPathAppDir(out, false).GetLength(), 401);
-    setText(HKEY_LOCAL_MACHINE, L"Loader", L"MODULE", L"mod.so");
+    setText(machine, L"Loader", L"MODULE", L"mod.so");
     EXPECT_EQ(Tools::GetPathAppDir(out, false), L"");
 }
 
 TEST_F(RegistryTools, DirectoriesBelowTheDataPath) {
-    struct Flagged {
-        CString (*getter)(CString&, bool);
-        const wchar_t* tail;
-    };
-    const Flagged flagged[] = {
+    const std::pair<CString (*)(CString&, bool), const wchar_t*> flagged[] = {
         {Tools::GetPathCatalogDir, L"Catalog"},
         {Tools::GetPathSupportDir, L"Support"},
         {Tools::GetPathSupportStylesDir, L"Support\\Styles"},
@@ -214,31 +207,26 @@ TEST_F(RegistryTools, DirectoriesBelowTheDataPath) {
         {Tools::GetPathSupportDynBlocksDir, L"Support\\Dynamic Symbols"},
         {Tools::GetPathRecoverDir, L"Recover"},
     };
-    struct Plain {
-        CString (*getter)();
-        const wchar_t* tail;
-    };
-    const Plain plain[] = {
+    const std::pair<CString (*)(), const wchar_t*> plain[] = {
         {Tools::GetPathSupportSymbolDir, L"Support\\Symbol"},
         {Tools::GetPathSupportLayoutStyles, L"Support\\Layout Styles"},
         {Tools::GetPathSupportSamplesDocument, L"Support\\Sample\\Document"},
         {Tools::GetPathSupportBarSupportsDir, L"Support\\Bar Supports"},
     };
-    const auto check = [&](const CString& base, const CString& given) {
-        for (const Flagged& each : flagged) {
-            CString out(given);
-            EXPECT_EQ(each.getter(out, false), base + each.tail);
-            EXPECT_EQ(out, base + each.tail);
-            out = given;
-            EXPECT_EQ(each.getter(out, true), base + each.tail + L"\\");
+    const auto check = [&](const CString& base, const CString& plainBase) {
+        for (const auto& [getter, tail] : flagged) {
+            CString out(L"X:\\given");
+            EXPECT_EQ(getter(out, false), base + tail);
+            EXPECT_EQ(out, base + tail);
+            out = L"X:\\given";
+            EXPECT_EQ(getter(out, true), base + tail + L"\\");
         }
+        for (const auto& [getter, tail] : plain) EXPECT_EQ(getter(), plainBase + tail);
     };
-    check(L"X:\\given\\", L"X:\\given"); // no install: what the caller brought
-    for (const Plain& each : plain) EXPECT_EQ(each.getter(), CString(L"\\") + each.tail);
+    check(L"X:\\given\\", L"\\"); // no install: what the caller brought
     for (const wchar_t* dataPath : {L"D:\\Data", L"D:\\Data\\"}) {
-        setText(HKEY_CURRENT_USER, L"", L"PATHDATA", dataPath);
-        check(L"D:\\Data\\", L"X:\\given");
-        for (const Plain& each : plain) EXPECT_EQ(each.getter(), CString(L"D:\\Data\\") + each.tail);
+        setText(user, L"", L"PATHDATA", dataPath);
+        check(L"D:\\Data\\", L"D:\\Data\\");
     }
 }
 
@@ -249,47 +237,41 @@ TEST_F(RegistryTools, LanguageIsFrenchUntilTheMachineSaysOtherwise) {
     };
     const std::vector<unsigned long> french = {12, 1, 0};
     EXPECT_EQ(languages(), french);
-    setText(HKEY_LOCAL_MACHINE, L"", L"Path", L"x"); // the key is there, the value is not
+    setText(machine, L"", L"Path", L"x"); // the key is there, the value is not
     EXPECT_EQ(languages(), french);
-    EXPECT_EQ(text(HKEY_LOCAL_MACHINE, L"", L"Language"), L"(absent)"); // and stays so
-    setText(HKEY_LOCAL_MACHINE, L"", L"Language", L"1031");
+    EXPECT_EQ(text(machine, L"", L"Language"), L"(absent)"); // and stays so
+    setText(machine, L"", L"Language", L"1031");
     EXPECT_EQ(languages(), french);
-    const unsigned long swissGerman = 0x0807;
-    Tools::SetRegistryValueAdv(L"", L"Language", swissGerman, HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(languages(), (std::vector<unsigned long>{7, 2, 0x0807}));
-    const unsigned long withUpperWord = 0xABCD0409;
-    Tools::SetRegistryValueAdv(L"", L"Language", withUpperWord, HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(languages(), (std::vector<unsigned long>{9, 1, 0xABCD0409}));
+    const std::vector<unsigned long> swissGerman = {7, 2, 0x0807}, withUpperWord = {9, 1, 0xABCD0409};
+    for (const auto& language : {swissGerman, withUpperWord}) {
+        Tools::SetRegistryValueAdv(L"", L"Language", language[2], machine);
+        EXPECT_EQ(languages(), language);
+    }
 }
 
 TEST_F(RegistryTools, UnitTypeIsHeldBetweenItsBounds) {
-    struct Case {
-        const wchar_t* stored;
-        int type;
-        const wchar_t* after;
-    };
-    const Case cases[] = {{L"7", 7, L"7"},          {L"0", 0, L"0"},       {L"8", 4, L"4"},
-                          {L"-1", 4, L"4"},         {L" 5 m", 5, L" 5 m"}, {L"metres", 0, L"metres"},
-                          {L"99999999999", 4, L"4"}};
+    const std::tuple<const wchar_t*, int, const wchar_t*> cases[] = {
+        {L"7", 7, L"7"},       {L"0", 0, L"0"},           {L"8", 4, L"4"},          {L"-1", 4, L"4"},
+        {L" 5 m", 5, L" 5 m"}, {L"metres", 0, L"metres"}, {L"99999999999", 4, L"4"}};
     EXPECT_EQ(Tools().GetDefaultUnitType(), 4); // absent
-    EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"Metrics"), L"4");
-    for (const Case& each : cases) {
-        setText(HKEY_CURRENT_USER, L"Settings", L"Metrics", each.stored);
-        EXPECT_EQ(Tools().GetDefaultUnitType(), each.type);
-        EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"Metrics"), each.after);
+    EXPECT_EQ(text(user, L"Settings", L"Metrics"), L"4");
+    for (const auto& [stored, type, after] : cases) {
+        setText(user, L"Settings", L"Metrics", stored);
+        EXPECT_EQ(Tools().GetDefaultUnitType(), type);
+        EXPECT_EQ(text(user, L"Settings", L"Metrics"), after);
     }
     Tools::SetDefaultUnitType(6);
-    EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"Metrics"), L"6");
+    EXPECT_EQ(text(user, L"Settings", L"Metrics"), L"6");
 }
 
 TEST_F(RegistryTools, RebarDirectoryIsFixedAtFirstUse) {
     EXPECT_EQ(Tools::GetPathRebarSolutionXML(), L"");
-    EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"PathRebarSolutionXML"), L"(absent)");
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHDATA", L"D:\\Data");
+    EXPECT_EQ(text(user, L"Settings", L"PathRebarSolutionXML"), L"(absent)");
+    setText(machine, L"", L"PATHDATA", L"D:\\Data");
     EXPECT_EQ(Tools::GetPathRebarSolutionXML(), L"D:\\Data\\Support\\Dynamic Reinforcement");
-    setText(HKEY_LOCAL_MACHINE, L"", L"PATHDATA", L"E:\\Moved");
+    setText(machine, L"", L"PATHDATA", L"E:\\Moved");
     EXPECT_EQ(Tools::GetPathRebarSolutionXML(), L"D:\\Data\\Support\\Dynamic Reinforcement");
-    setText(HKEY_CURRENT_USER, L"Settings", L"PathRebarSolutionXML", L"F:\\Mine");
+    setText(user, L"Settings", L"PathRebarSolutionXML", L"F:\\Mine");
     EXPECT_EQ(Tools::GetPathRebarSolutionXML(), L"F:\\Mine");
 }
 
@@ -301,44 +283,38 @@ TEST_F(RegistryTools, LegendVisibilityTakesNoEmptyText) {
 }
 
 TEST_F(RegistryTools, AChangedSettingFlipsTheHostsVariable) {
-    struct Step {
-        const wchar_t *written, *variableBefore, *variableAfter; // null: the host has none
-    };
-    const Step steps[] = {
+    // null: the host has none
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> steps[] = {
         {L"A", L"1", L"1"}, // nothing was there before
         {L"A", L"1", L"1"}, // the same text
         {L"a", L"1", L"0"},       {L"b", L"0", L"1"}, {L"c", L"other", L"1"},
         {L"d", nullptr, nullptr}, {L"", L"1", L"0"},  {L"e", L"1", L"1"}, // the old text is empty
     };
-    for (const Step& step : steps) {
+    for (const auto& [written, variableBefore, variableAfter] : steps) {
         port_.environment.clear();
-        if (step.variableBefore) port_.environment[L"LOOK"] = step.variableBefore;
-        EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", step.written,
-                                                            HKEY_CURRENT_USER, L"LOOK"),
-                  1);
-        EXPECT_EQ(text(HKEY_CURRENT_USER, L"Settings", L"s"), step.written);
-        ASSERT_EQ(port_.environment.size(), step.variableAfter ? 1u : 0u);
-        if (step.variableAfter) {
-            EXPECT_EQ(port_.environment[L"LOOK"], step.variableAfter);
+        if (variableBefore) port_.environment[L"LOOK"] = variableBefore;
+        EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", written, user, L"LOOK"), 1);
+        EXPECT_EQ(text(user, L"Settings", L"s"), written);
+        ASSERT_EQ(port_.environment.size(), variableAfter ? 1u : 0u);
+        if (variableAfter) {
+            EXPECT_EQ(port_.environment[L"LOOK"], variableAfter);
         }
     }
-    EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", L"f", HKEY_CURRENT_USER, nullptr),
-              1);
+    EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", L"f", user, nullptr), 1);
     port_.registry().setReadOnly(hostkit::RegistryHive::currentUser, true);
     port_.environment[L"LOOK"] = L"1";
-    EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", L"g", HKEY_CURRENT_USER, L"LOOK"),
-              0);
+    EXPECT_EQ(Tools::SetRegistryValueAdvAndSwitchEnvVar(L"Settings", L"s", L"g", user, L"LOOK"), 0);
     EXPECT_EQ(port_.environment[L"LOOK"], L"1");
 }
 
 TEST_F(RegistryTools, TheHostsPlaceAndEditionStandUnderItsProductKey) {
     EXPECT_EQ(result(Tools::GetAcadLocation), L"(untouched)");
     EXPECT_EQ(Tools::WhoAmI(), L"ordane10.arx");
-    Tools::SetRegistryValue(acrxProductKey(), L"Location", L"C:\\B", HKEY_LOCAL_MACHINE);
+    Tools::SetRegistryValue(acrxProductKey(), L"Location", L"C:\\B", machine);
     EXPECT_EQ(result(Tools::GetAcadLocation), L"C:\\B");
-    Tools::SetRegistryValue(acrxProductKey(), L"AcadLocation", L"C:\\A", HKEY_LOCAL_MACHINE);
+    Tools::SetRegistryValue(acrxProductKey(), L"AcadLocation", L"C:\\A", machine);
     EXPECT_EQ(result(Tools::GetAcadLocation), L"C:\\A");
-    Tools::SetRegistryValue(acrxProductKey(), L"ProductName", L"Host cad lt 2010", HKEY_LOCAL_MACHINE);
+    Tools::SetRegistryValue(acrxProductKey(), L"ProductName", L"Host cad lt 2010", machine);
     EXPECT_EQ(Tools::WhoAmI(), L"ordane10.ltx");
 }
 

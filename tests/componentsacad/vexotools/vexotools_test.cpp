@@ -27,10 +27,13 @@ struct Module : testing::Test {
         DllMain(instance, detach, nullptr);
         dlclose(instance);
     }
+    static void set(const wchar_t* name, unsigned long value) {
+        VEXORegistryTools::SetRegistryValueAdv(L"Settings", name, value, HKEY_CURRENT_USER);
+    }
     static unsigned long setting(const wchar_t* name) {
-        unsigned long value = ~0ul;
-        return VEXORegistryTools::GetRegistryValueAdv(L"Settings", name, value, HKEY_CURRENT_USER) ? value
-                                                                                                   : 999;
+        unsigned long value = 999;
+        VEXORegistryTools::GetRegistryValueAdv(L"Settings", name, value, HKEY_CURRENT_USER);
+        return value;
     }
 };
 
@@ -46,10 +49,8 @@ TEST_F(Module, FirstLoadWritesTheBuiltInColoursAndASecondReadsThem) {
     EXPECT_EQ(DllMain(instance, detach, nullptr), 1);
 
     const unsigned long chosen = 300, tooWide = 65536 + 5;
-    VEXORegistryTools::SetRegistryValueAdv(L"Settings", L"OrderDescClrIdxNotOrdered", chosen,
-                                           HKEY_CURRENT_USER);
-    VEXORegistryTools::SetRegistryValueAdv(L"Settings", L"OrderDescClrIdxOrderedElswhere", tooWide,
-                                           HKEY_CURRENT_USER);
+    set(L"OrderDescClrIdxNotOrdered", chosen);
+    set(L"OrderDescClrIdxOrderedElswhere", tooWide);
     EXPECT_EQ(DllMain(instance, attach, nullptr), 1);
     EXPECT_EQ(VEXOOrderDesc::m_nClrIdxCurrentOrder, 4);
     EXPECT_EQ(VEXOOrderDesc::m_nClrIdxNotOrdered, 300); // narrowed, unchecked
@@ -68,11 +69,8 @@ TEST_F(Module, EntryActsOnInitialisationAlone) {
     EXPECT_EQ(acrxEntryPoint(AcRx::kInitAppMsg, nullptr), AcRx::kRetOK); // no host at all
     hostkit::RuntimeServices services;
     hostkit::ScopedRuntimeServices running(services);
-    const Dl_info info = [] {
-        Dl_info where{};
-        dladdr(reinterpret_cast<const void*>(&getModulePromptsProjectName), &where);
-        return where;
-    }();
+    Dl_info info{};
+    dladdr(reinterpret_cast<const void*>(&getModulePromptsProjectName), &info);
     const std::string path = info.dli_fname;
     const std::wstring file(path.begin(), path.end());
     ASSERT_EQ(services.linker().loadModule(file.c_str()), Acad::eOk) << info.dli_fname;

@@ -1,10 +1,30 @@
 #pragma once
 
-#include "windowaction.h"
+#include "host.h"
+#include "scriptedport.h"
+#include "vexotools.h"
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
 #include <string>
+
+using Do = hostkit::WindowAction;
+
+/// The library as a host has it loaded, with a user who is scripted.
+class WindowTest : public ::testing::Test {
+protected:
+    WindowTest() { DllMain(instance, 1, nullptr); }
+    ~WindowTest() override {
+        DllMain(instance, 0, nullptr);
+        dlclose(instance);
+    }
+
+    hostkit::ScriptedPort port;
+    hostkit::Host host{port};
+    HINSTANCE instance = static_cast<HINSTANCE>(dlopen("VEXOTools10.so", RTLD_NOW | RTLD_NOLOAD));
+};
 
 /// What must hold of every painted window: each text lies within its clip, no two texts share a pixel, and no
 /// text lies on an icon.

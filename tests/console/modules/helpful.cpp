@@ -78,14 +78,12 @@ void hang() {
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet) {
     if (message == AcRx::kInitAppMsg) {
         acrxDynamicLinker->unlockApplication(packet);
+        const std::pair<const wchar_t*, AcRxFunctionPtr> commands[] = {
+            {L"FAIL", fail},   {L"ADDLINE", addLine}, {L"ADDTWO", addTwo}, {L"LEAVE", leaveTransaction},
+            {L"QUEUE", queue}, {L"WAIT", wait},       {L"HANG", hang}};
         acedRegCmds->addCommand(L"HELPFUL", L"GREET", L"SALUER", 0, greet);
-        acedRegCmds->addCommand(L"HELPFUL", L"FAIL", L"", 0, fail);
-        acedRegCmds->addCommand(L"HELPFUL", L"ADDLINE", L"", 0, addLine);
-        acedRegCmds->addCommand(L"HELPFUL", L"ADDTWO", L"", 0, addTwo);
-        acedRegCmds->addCommand(L"HELPFUL", L"LEAVE", L"", 0, leaveTransaction);
-        acedRegCmds->addCommand(L"HELPFUL", L"QUEUE", L"", 0, queue);
-        acedRegCmds->addCommand(L"HELPFUL", L"WAIT", L"", 0, wait);
-        acedRegCmds->addCommand(L"HELPFUL", L"HANG", L"", 0, hang);
+        for (const auto& [name, function] : commands)
+            acedRegCmds->addCommand(L"HELPFUL", name, L"", 0, function);
     }
     if (message == AcRx::kUnloadAppMsg) {
         acedRegCmds->removeGroup(L"HELPFUL");

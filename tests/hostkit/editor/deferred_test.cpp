@@ -1,21 +1,11 @@
-#include "aced.h"
+#include "commandtest.h"
 #include "cwnd.h"
-#include "dbdatabase.h"
 #include "expressionevaluator.h"
-#include "hosttest.h"
-
-#include <algorithm>
-#include <functional>
 
 namespace {
 
 using hostkit::CommandResult;
 
-std::function<void()> body;
-void runBody() {
-    const auto running = body;
-    running();
-}
 std::vector<std::wstring> notes;
 // Writes down its one answer.
 void note() {
@@ -23,30 +13,22 @@ void note() {
     notes.push_back(acedGetString(0, L"", text) == RTNORM ? text.GetString() : L"?");
 }
 
-class DeferredTest : public hostkit::HostTest {
+LRESULT sendData(COPYDATASTRUCT data) {
+    const HWND main = adsw_acadMainWnd();
+    return SendMessageW(main, WM_COPYDATA, reinterpret_cast<WPARAM>(main), reinterpret_cast<LPARAM>(&data));
+}
+
+class DeferredTest : public CommandTest {
 protected:
-    void SetUp() override {
-        AcEdCommandStack& stack = session.host().commands();
-        ASSERT_EQ(stack.addCommand(L"T", L"GO", nullptr, ACRX_CMD_MODAL, runBody), Acad::eOk);
-        ASSERT_EQ(stack.addCommand(L"T", L"NOTE", L"noter", ACRX_CMD_MODAL, note), Acad::eOk);
+    DeferredTest() {
+        host.commands().addCommand(L"T", L"NOTE", L"noter", ACRX_CMD_MODAL, note);
         notes.clear();
     }
-    void TearDown() override {
-        body = nullptr;
-        HostTest::TearDown();
-    }
-    CommandResult go(std::function<void()> what) {
-        body = std::move(what);
-        return session.host().run(L"GO");
-    }
+    CommandResult go(std::function<void()> what) { return run(L"GO", std::move(what)); }
+    Acad::ErrorStatus runDeferred() { return host.runDeferred().status; }
     bool evaluate(const std::wstring& text) {
         problem.clear();
-        return hostkit::evaluateExpression(session.host(), text, problem);
-    }
-    int variable(const wchar_t* name) {
-        hostkit::SystemValue value;
-        EXPECT_EQ(session.host().variables().get(name, value), hostkit::VariableResult::ok);
-        return value.integer;
+        return hostkit::evaluateExpression(host, text, problem);
     }
     std::wstring problem;
 };
@@ -56,23 +38,18 @@ TEST_F(DeferredTest, AllRoadsRunBehindTheCommandInTheOrderOfTheCalls) {
         EXPECT_EQ(ads_queueexpr(L"(setvar \"cmdecho\" 0)"), RTNORM);
         EXPECT_EQ(ads_queueexpr(L"(command \"_.NOTE\" \"first\")"), RTNORM);
         EXPECT_EQ(acedPostCommand(L"NOTE second\n"), 1);
-        EXPECT_EQ(session.host().documents().sendStringToExecute(&session.document(), L"noter third\n"),
-                  Acad::eOk);
-        std::wstring text = L"NOTE fourth\n";
-        COPYDATASTRUCT data{1, static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)), text.data()};
-        const HWND main = adsw_acadMainWnd();
-        EXPECT_EQ(
-            SendMessageW(main, WM_COPYDATA, reinterpret_cast<WPARAM>(main), reinterpret_cast<LPARAM>(&data)),
-            1);
+        EXPECT_EQ(documents.sendStringToExecute(&session.document(), L"noter third\n"), Acad::eOk);
+        wchar_t text[] = L"NOTE fourth\n";
+        EXPECT_EQ(sendData({1, sizeof text, text}), 1);
         EXPECT_EQ(ads_queueexpr(L"(setvar \"cmdecho\" 1)"), RTNORM);
         EXPECT_TRUE(notes.empty());
-        EXPECT_EQ(variable(L"CMDECHO"), 1);
+        EXPECT_EQ(value(L"CMDECHO").integer, 1);
     });
     EXPECT_EQ(result.status, Acad::eOk);
     EXPECT_EQ(notes, (std::vector<std::wstring>{L"first", L"second", L"third", L"fourth"}));
-    EXPECT_EQ(variable(L"CMDECHO"), 1);
-    EXPECT_NE(session.port().printed.find(L"noter third\n"), std::wstring::npos) << "echoed";
-    EXPECT_EQ(session.port().printed.find(L"Command: "), std::wstring::npos) << "CMDECHO was 0";
+    EXPECT_EQ(value(L"CMDECHO").integer, 1);
+    EXPECT_NE(port.printed.find(L"noter third\n"), std::wstring::npos) << "echoed";
+    EXPECT_EQ(port.printed.find(L"Command: "), std::wstring::npos) << "CMDECHO was 0";
 }
 
 TEST_F(DeferredTest, CharactersMakeALineAtItsEnd) {
@@ -80,35 +57,32 @@ TEST_F(DeferredTest, CharactersMakeALineAtItsEnd) {
     ASSERT_NE(input, nullptr);
     for (const wchar_t each : {L'N', L'O', L'T', L'E', L' ', L'x'})
         EXPECT_TRUE(PostMessageW(input, WM_CHAR, each, 0));
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
     EXPECT_TRUE(notes.empty()) << "not yet at its end";
     EXPECT_TRUE(PostMessageW(input, WM_CHAR, L'\r', 0));
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
     EXPECT_EQ(notes, (std::vector<std::wstring>{L"x"}));
 
     acedPostCommand(L"NOTE lost");
     acedPostCommand(L"CANCELCMD");
     acedPostCommand(L"NOTE kept\r\nNOTE begun");
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
     EXPECT_EQ(notes.back(), L"kept");
-    EXPECT_FALSE(session.host().endInput());
-    ASSERT_EQ(session.port().problems.size(), 1u);
-    EXPECT_NE(session.port().problems[0].find(L"NOTE begun"), std::wstring::npos);
-    EXPECT_TRUE(session.host().endInput());
+    EXPECT_FALSE(host.endInput());
+    ASSERT_EQ(port.problems.size(), 1u);
+    EXPECT_NE(port.problems[0].find(L"NOTE begun"), std::wstring::npos);
+    EXPECT_TRUE(host.endInput());
     EXPECT_EQ(notes.size(), 2u);
 }
 
 TEST_F(DeferredTest, MalformedCopiedDataIsRefused) {
     wchar_t text[] = {L'N', L'O'}; // without a terminator: the count ends it
-    COPYDATASTRUCT cases[] = {{1, 3, text}, {1, 8, nullptr}};
-    const HWND main = adsw_acadMainWnd();
-    for (COPYDATASTRUCT& each : cases)
-        EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&each)), 0);
-    EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, 0), 0);
-    COPYDATASTRUCT whole{1, sizeof text, text};
-    EXPECT_EQ(SendMessageW(main, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&whole)), 1);
-    (void)session.host().runDeferred();
-    EXPECT_EQ(session.host().deferred().begunLine(), L"NO");
+    EXPECT_EQ(sendData({1, 3, text}), 0);
+    EXPECT_EQ(sendData({1, 8, nullptr}), 0);
+    EXPECT_EQ(SendMessageW(adsw_acadMainWnd(), WM_COPYDATA, 0, 0), 0);
+    EXPECT_EQ(sendData({1, sizeof text, text}), 1);
+    (void)host.runDeferred();
+    EXPECT_EQ(host.deferred().begunLine(), L"NO");
 }
 
 TEST_F(DeferredTest, AFailureIsToldAndTheRestRuns) {
@@ -119,8 +93,8 @@ TEST_F(DeferredTest, AFailureIsToldAndTheRestRuns) {
     });
     EXPECT_EQ(result.status, Acad::eUnknownCommand);
     EXPECT_NE(result.reason.find(L"NOSUCH"), std::wstring::npos);
-    ASSERT_EQ(session.port().problems.size(), 1u);
-    EXPECT_NE(session.port().problems[0].find(L"nosuch"), std::wstring::npos);
+    ASSERT_EQ(port.problems.size(), 1u);
+    EXPECT_NE(port.problems[0].find(L"nosuch"), std::wstring::npos);
     EXPECT_EQ(notes, (std::vector<std::wstring>{L"after", L"last"}));
     const CommandResult own = go([] {
         hostkit::failCommand(Acad::eKeyNotFound, L"its own fault");
@@ -131,23 +105,22 @@ TEST_F(DeferredTest, AFailureIsToldAndTheRestRuns) {
 }
 
 TEST_F(DeferredTest, TextsGoToTheirDocument) {
-    AcApDocManager& documents = session.host().documents();
     AcApDocument* const first = &session.document();
-    ASSERT_EQ(session.host().newDocument(), Acad::eOk);
+    ASSERT_EQ(host.newDocument(), Acad::eOk);
     AcApDocument* const second = documents.curDocument();
     std::vector<AcApDocument*> seen;
     body = [&] { seen.push_back(documents.curDocument()); };
     EXPECT_EQ(documents.sendStringToExecute(first, L"GO\n", false, false, false), Acad::eOk);
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
     EXPECT_EQ(documents.curDocument(), second);
     EXPECT_EQ(documents.sendStringToExecute(first, L"GO\n"), Acad::eOk);
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
     EXPECT_EQ(documents.mdiActiveDocument(), first);
     EXPECT_EQ(seen, (std::vector<AcApDocument*>{first, first}));
 
     EXPECT_EQ(documents.sendStringToExecute(second, L"GO\n"), Acad::eOk);
     EXPECT_EQ(documents.closeDocument(second), Acad::eOk);
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eNoDocument);
+    EXPECT_EQ(runDeferred(), Acad::eNoDocument);
     EXPECT_EQ(documents.sendStringToExecute(second, L"GO\n"), Acad::eNoDocument);
     EXPECT_EQ(documents.sendStringToExecute(nullptr, L"GO\n"), Acad::eNoDocument);
     EXPECT_EQ(documents.sendStringToExecute(first, nullptr), Acad::eInvalidInput);
@@ -162,24 +135,19 @@ TEST_F(DeferredTest, LongExpressionsAreRefusedWithAWord) {
     EXPECT_EQ(ads_queueexpr(ofLength(511).c_str()), RTNORM);
     EXPECT_EQ(ads_queueexpr(ofLength(512).c_str()), RTREJ);
     EXPECT_EQ(ads_queueexpr(nullptr), RTERROR);
-    EXPECT_EQ(session.port().problems.size(), 1u);
-    EXPECT_EQ(session.host().runDeferred().status, Acad::eOk);
-    hostkit::SystemValue value;
-    (void)session.host().variables().get(L"USERS1", value);
-    EXPECT_EQ(value.text.size(), 511u - 20u);
+    EXPECT_EQ(port.problems.size(), 1u);
+    EXPECT_EQ(runDeferred(), Acad::eOk);
+    EXPECT_EQ(value(L"USERS1").text.size(), 511u - 20u);
 }
 
 TEST_F(DeferredTest, ExpressionsDoWhatTheySay) {
     EXPECT_TRUE(evaluate(L""));
     EXPECT_TRUE(
         evaluate(L"(setvar \"users1\" \"a\\\\b \\\"c\\\"\") (setvar \"expert\" (getvar \"pickfirst\"))"));
-    EXPECT_EQ(variable(L"EXPERT"), 1);
-    hostkit::SystemValue value;
-    (void)session.host().variables().get(L"users1", value);
-    EXPECT_EQ(value.text, L"a\\b \"c\"");
+    EXPECT_EQ(value(L"EXPERT").integer, 1);
+    EXPECT_EQ(value(L"users1").text, L"a\\b \"c\"");
     EXPECT_TRUE(evaluate(L"(SETVAR \"limmax\" (list 10 2.5))"));
-    (void)session.host().variables().get(L"LIMMAX", value);
-    EXPECT_EQ(formatValue(value), L"10,2.5");
+    EXPECT_EQ(formatValue(value(L"LIMMAX")), L"10,2.5");
     EXPECT_TRUE(evaluate(L"(progn (command \"NOTE\" \"two words\") (command \"NOTE\" 12))"));
     EXPECT_TRUE(evaluate(L"(command \"NOTE\" \"one\" \"noter\" \"two\n\")"))
         << "what is left is the next command";
@@ -188,14 +156,11 @@ TEST_F(DeferredTest, ExpressionsDoWhatTheySay) {
     EXPECT_TRUE(evaluate(L"(command)"));
     EXPECT_TRUE(evaluate(L"(command nil \"NOTE\" \"cancelled\")"));
     EXPECT_EQ(notes, (std::vector<std::wstring>{L"two words", L"12", L"one", L"two", L""}));
-    EXPECT_NE(session.port().printed.find(L"Command: NOTE 12\n"), std::wstring::npos);
+    EXPECT_NE(port.printed.find(L"Command: NOTE 12\n"), std::wstring::npos);
 }
 
 TEST_F(DeferredTest, FaultyExpressionsAreToldAndDoNothing) {
-    struct {
-        std::wstring text;
-        const wchar_t* told;
-    } const cases[] = {
+    const std::pair<std::wstring, const wchar_t*> cases[] = {
         {L"(setvar \"expert\" 5", L"closing parenthesis is missing"},
         {L"(setvar \"expert\" 5))", L"too many"},
         {L"(setvar \"expert\" 5) (", L"missing"},
@@ -214,13 +179,12 @@ TEST_F(DeferredTest, FaultyExpressionsAreToldAndDoNothing) {
         {std::wstring(5000, L'('), L"nested too deeply"},
         {L"99999999999", L""},
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(hostkit::utf8FromWide(each.text.substr(0, 60)));
-        EXPECT_EQ(evaluate(each.text), *each.told == 0);
-        EXPECT_NE(problem.find(each.told), std::wstring::npos)
-            << hostkit::utf8FromWide(problem.substr(0, 200));
+    for (const auto& [text, told] : cases) {
+        SCOPED_TRACE(hostkit::utf8FromWide(text.substr(0, 60)));
+        EXPECT_EQ(evaluate(text), *told == 0);
+        EXPECT_NE(problem.find(told), std::wstring::npos) << hostkit::utf8FromWide(problem.substr(0, 200));
     }
-    EXPECT_EQ(variable(L"EXPERT"), 0);
+    EXPECT_EQ(value(L"EXPERT").integer, 0);
 }
 
 TEST_F(DeferredTest, ACallRunsItsCommandNow) {
@@ -233,39 +197,22 @@ TEST_F(DeferredTest, ACallRunsItsCommandNow) {
         EXPECT_EQ(acedCommand(RTENAME, point, 0), RTERROR);
         EXPECT_EQ(acedCommand(0), RTNORM);
     });
-    EXPECT_NE(session.port().printed.find(L"NOSUCH"), std::wstring::npos);
+    EXPECT_NE(port.printed.find(L"NOSUCH"), std::wstring::npos);
 }
 
 TEST_F(DeferredTest, ATransparentCommandRunsWithinAPrompt) {
-    AcEdCommandStack& stack = session.host().commands();
+    AcEdCommandStack& stack = host.commands();
     ASSERT_EQ(stack.addCommand(L"T", L"LOOK", nullptr, ACRX_CMD_TRANSPARENT, note), Acad::eOk);
-    session.port().lines = {L"'look", L"its answer", L"'note", L"unread"};
+    port.lines = {L"'look", L"its answer", L"'note", L"unread"};
     CString first, second;
     body = [&] {
         EXPECT_EQ(acedGetString(0, L"First: ", first), RTNORM);
         EXPECT_EQ(acedGetString(0, L"Second: ", second), RTNORM);
     };
-    EXPECT_EQ(session.host().run(L"GO", hostkit::MoreInput::ask).status, Acad::eOk);
+    EXPECT_EQ(host.run(L"GO", hostkit::MoreInput::ask).status, Acad::eOk);
     EXPECT_EQ(notes, (std::vector<std::wstring>{L"its"})) << "in its own line's words";
     EXPECT_EQ(first, L"'note") << "no transparent command, so a text";
     EXPECT_EQ(second, L"unread");
-}
-
-TEST_F(DeferredTest, TheStackIsWalkedAndStaysQuickToSearch) {
-    AcEdCommandStack& stack = session.host().commands();
-    for (int i = 0; i < 2000; ++i)
-        ASSERT_EQ(stack.addCommand(L"MANY", (L"C" + std::to_wstring(i)).c_str(), nullptr, 0, note),
-                  Acad::eOk);
-    EXPECT_STREQ(stack.lookupGlobalCmd(L"c1999")->globalName(), L"C1999");
-    stack.removeCmd(L"MANY", L"C1999");
-    EXPECT_EQ(stack.lookupGlobalCmd(L"c1999"), nullptr);
-    int count = 0;
-    const std::unique_ptr<AcEdCommandIterator> walk(stack.iterator());
-    for (; !walk->done(); walk->next())
-        if (std::wstring_view(walk->commandGroup()) == L"MANY") ++count;
-    EXPECT_EQ(count, 1999);
-    EXPECT_EQ(walk->command(), nullptr);
-    EXPECT_EQ(walk->commandGroup(), nullptr);
 }
 
 } // namespace

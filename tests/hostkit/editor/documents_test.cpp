@@ -1,47 +1,26 @@
-#include "accmd.h"
 #include "actrans.h"
 #include "axlock.h"
+#include "commandtest.h"
 #include "dbapserv.h"
 #include "dblayertable.h"
 #include "dbobjptr.h"
-#include "host.h"
-#include "scriptedport.h"
 #include "undohistory.h"
 
-#include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 
 namespace {
 
-using hostkit::CommandResult;
-using hostkit::Host;
-
-std::function<void()> body;
-void runBody() { body(); }
-
-class DocumentsTest : public ::testing::Test {
+class DocumentsTest : public CommandTest {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(host.newDocument(), Acad::eOk);
-        first = host.documents().curDocument();
-        ASSERT_EQ(host.newDocument(), Acad::eOk);
-        second = host.documents().curDocument();
+    DocumentsTest() {
+        EXPECT_EQ(host.newDocument(), Acad::eOk);
+        second = documents.curDocument();
     }
-    void TearDown() override {
-        body = nullptr;
-        for (const AcApDocument* each : {first, second}) {
-            EXPECT_EQ(each->lockMode(true), AcAp::kNotLocked);
-            EXPECT_EQ(each->database()->numOpenObjects(), 0);
-            EXPECT_EQ(each->transactionManager()->numActiveTransactions(), 0);
-            EXPECT_TRUE(each->database()->undoRecording());
-        }
-    }
-    CommandResult run(Adesk::Int32 flags, std::function<void()> what) {
-        body = std::move(what);
-        EXPECT_EQ(host.commands().addCommand(L"TEST", L"GO", nullptr, flags, runBody), Acad::eOk);
-        const CommandResult result = host.run(L"GO");
-        host.commands().removeGroup(L"TEST");
+    /// GO with those flags.
+    hostkit::CommandResult run(Adesk::Int32 flags, std::function<void()> what) {
+        EXPECT_EQ(host.commands().addCommand(L"FLAGS", L"GO", nullptr, flags, runBody), Acad::eOk);
+        const hostkit::CommandResult result = CommandTest::run(L"GO", std::move(what));
+        host.commands().removeGroup(L"FLAGS");
         return result;
     }
     void setLayerZeroOff(bool off) {
@@ -53,15 +32,12 @@ protected:
             ->isOff();
     }
 
-    hostkit::ScriptedPort port;
-    Host host{port};
-    AcApDocument* first = nullptr;
+    AcApDocument* first = documents.curDocument();
     AcApDocument* second = nullptr;
 };
 
 TEST_F(DocumentsTest, CurrentActiveAndWorkingAreThreeThings) {
     AcDbHostApplicationServices& services = *acdbHostApplicationServices();
-    AcApDocManager& documents = host.documents();
     EXPECT_EQ(documents.setCurDocument(first), Acad::eOk);
     EXPECT_EQ(documents.curDocument(), first);
     EXPECT_EQ(documents.mdiActiveDocument(), second);
@@ -82,31 +58,62 @@ TEST_F(DocumentsTest, CurrentActiveAndWorkingAreThreeThings) {
     EXPECT_EQ(iterator->document(), nullptr);
 }
 
+TEST_F(DocumentsTest, TheActiveOneSetsTheWorkingDrawingAndANextOneFollowsItsEnd) {
+    ASSERT_NE(first, second);
+    const AcDbHostApplicationServices& services = *acdbHostApplicationServices();
+    EXPECT_EQ(services.workingDatabase(), second->database());
+    EXPECT_EQ(documents.document(first->database()), first);
+    EXPECT_EQ(documents.document(nullptr), nullptr);
+    EXPECT_EQ(documents.activateDocument(first), Acad::eOk);
+    EXPECT_EQ(services.workingDatabase(), first->database());
+    EXPECT_EQ(documents.activateDocument(nullptr), Acad::eNoDocument);
+    EXPECT_EQ(documents.closeDocument(first), Acad::eOk);
+    EXPECT_EQ(services.workingDatabase(), second->database());
+    EXPECT_EQ(documents.closeDocument(second), Acad::eOk);
+    EXPECT_EQ(services.workingDatabase(), nullptr);
+    EXPECT_EQ(documents.curDocument(), nullptr);
+    EXPECT_EQ(documents.documentCount(), 0);
+    hostkit::TestHost other;
+    EXPECT_EQ(documents.activateDocument(&other.document()), Acad::eNotFromThisDocument);
+}
+
+TEST_F(DocumentsTest, LocksCountAndTheStrongestShows) {
+    EXPECT_EQ(documents.unlockDocument(second), Acad::eLockViolation);
+    EXPECT_EQ(documents.lockDocument(nullptr), Acad::eNoDocument);
+    EXPECT_EQ(documents.lockDocument(second, AcAp::kNone), Acad::eInvalidInput);
+    run(ACRX_CMD_MODAL, [&] {
+        for (const auto& [mode, shown] :
+             {std::pair(AcAp::kRead, AcAp::kWrite), {AcAp::kXWrite, AcAp::kXWrite}}) {
+            EXPECT_EQ(documents.lockDocument(second, mode), Acad::eOk);
+            EXPECT_EQ(second->lockMode(true), shown);
+        }
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(documents.unlockDocument(second), Acad::eOk);
+        EXPECT_EQ(second->lockMode(true), AcAp::kWrite);
+    });
+}
+
 TEST_F(DocumentsTest, CommandsHoldTheLockThatTheirFlagsAskFor) {
-    struct {
-        Adesk::Int32 flags;
-        AcAp::DocLockMode mode;
-    } const cases[] = {
+    const std::pair<Adesk::Int32, AcAp::DocLockMode> cases[] = {
         {ACRX_CMD_MODAL, AcAp::kWrite},       {ACRX_CMD_TRANSPARENT, AcAp::kWrite},
         {ACRX_CMD_DOCREADLOCK, AcAp::kRead},  {ACRX_CMD_DOCEXCLUSIVELOCK, AcAp::kXWrite},
         {ACRX_CMD_SESSION, AcAp::kNotLocked},
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.flags);
-        run(each.flags, [&] {
-            EXPECT_FALSE(host.documents().isApplicationContext());
-            EXPECT_EQ(second->lockMode(true), each.mode);
-            EXPECT_EQ(second->myLockMode(), each.mode);
+    for (const auto& [flags, mode] : cases) {
+        SCOPED_TRACE(flags);
+        run(flags, [&] {
+            EXPECT_FALSE(documents.isApplicationContext());
+            EXPECT_EQ(second->lockMode(true), mode);
+            EXPECT_EQ(second->myLockMode(), mode);
             EXPECT_EQ(second->lockMode(), AcAp::kNotLocked) << "of others";
             EXPECT_EQ(first->lockMode(true), AcAp::kNotLocked);
         });
-        EXPECT_TRUE(host.documents().isApplicationContext());
+        EXPECT_TRUE(documents.isApplicationContext());
         EXPECT_EQ(second->lockMode(true), AcAp::kNotLocked);
     }
 }
 
 TEST_F(DocumentsTest, LocksOutsideOfACommandAreOthersToIt) {
-    EXPECT_EQ(host.documents().lockDocument(second, AcAp::kProtectedAutoWrite), Acad::eOk);
+    EXPECT_EQ(documents.lockDocument(second, AcAp::kProtectedAutoWrite), Acad::eOk);
     EXPECT_EQ(second->myLockMode(), AcAp::kProtectedAutoWrite);
     EXPECT_EQ(second->lockMode(), AcAp::kNotLocked);
     run(ACRX_CMD_DOCREADLOCK, [&] {
@@ -114,7 +121,7 @@ TEST_F(DocumentsTest, LocksOutsideOfACommandAreOthersToIt) {
         EXPECT_EQ(second->myLockMode(), AcAp::kRead);
         EXPECT_EQ(second->lockMode(true), AcAp::kProtectedAutoWrite);
     });
-    EXPECT_EQ(host.documents().unlockDocument(second), Acad::eOk);
+    EXPECT_EQ(documents.unlockDocument(second), Acad::eOk);
 }
 
 TEST_F(DocumentsTest, ALockOfAScopeLocksOneDocument) {
@@ -124,19 +131,19 @@ TEST_F(DocumentsTest, ALockOfAScopeLocksOneDocument) {
         EXPECT_EQ(current.document(), second);
         const AcAxDocLock other(first->database());
         EXPECT_EQ(first->lockMode(true), AcAp::kWrite);
-        EXPECT_EQ(host.documents().curDocument(), second);
+        EXPECT_EQ(documents.curDocument(), second);
         const AcAxDocLock byObject(first->database()->layerZero(), AcAxDocLock::kCurDocSwitch);
-        EXPECT_EQ(host.documents().curDocument(), first);
-        EXPECT_EQ(host.documents().closeDocument(first), Acad::eLockViolation);
+        EXPECT_EQ(documents.curDocument(), first);
+        EXPECT_EQ(documents.closeDocument(first), Acad::eLockViolation);
     }
-    EXPECT_EQ(host.documents().curDocument(), second);
+    EXPECT_EQ(documents.curDocument(), second);
     AcDbDatabase alone;
     const AcAxDocLock ofNoDocument(&alone);
     EXPECT_EQ(ofNoDocument.lockStatus(), Acad::eOk);
     EXPECT_EQ(ofNoDocument.document(), nullptr);
     EXPECT_EQ(AcAxDocLock(static_cast<AcDbDatabase*>(nullptr)).lockStatus(), Acad::eNoDocument);
     EXPECT_EQ(AcAxDocLock(AcDbObjectId()).lockStatus(), Acad::eNoDocument);
-    host.documents().setCurDocument(nullptr);
+    documents.setCurDocument(nullptr);
     EXPECT_EQ(AcAxDocLock().lockStatus(), Acad::eNoDocument);
 }
 
@@ -157,7 +164,7 @@ TEST_F(DocumentsTest, EachOutermostCommandIsOneStepForUndo) {
 }
 
 TEST_F(DocumentsTest, ATransactionThatACommandLeavesIsAborted) {
-    const CommandResult result = run(ACRX_CMD_MODAL, [&] {
+    const hostkit::CommandResult result = run(ACRX_CMD_MODAL, [&] {
         second->transactionManager()->startTransaction();
         setLayerZeroOff(true);
         second->transactionManager()->startTransaction();
@@ -171,11 +178,10 @@ TEST_F(DocumentsTest, ATransactionThatACommandLeavesIsAborted) {
 TEST_F(DocumentsTest, ACommandMayCloseItsOwnDocument) {
     run(ACRX_CMD_SESSION, [&] {
         setLayerZeroOff(true);
-        EXPECT_EQ(host.documents().closeDocument(second), Acad::eOk);
-        second = first;
+        EXPECT_EQ(documents.closeDocument(second), Acad::eOk);
     });
-    EXPECT_EQ(host.documents().curDocument(), first);
-    EXPECT_EQ(host.documents().mdiActiveDocument(), first);
+    EXPECT_EQ(documents.curDocument(), first);
+    EXPECT_EQ(documents.mdiActiveDocument(), first);
 }
 
 } // namespace

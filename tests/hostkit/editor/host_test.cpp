@@ -1,13 +1,6 @@
-#include "host.h"
-
-#include "aced.h"
-#include "dbapserv.h"
-#include "dbmain.h"
+#include "commandtest.h"
 #include "rxprodkey.h"
-#include "scriptedport.h"
 
-#include <functional>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace {
@@ -15,35 +8,13 @@ namespace {
 using hostkit::CommandResult;
 using hostkit::Host;
 using hostkit::MoreInput;
-
-// Commands are plain functions; each test puts its body here.
-std::function<void()> body;
-void runBody() {
-    const auto running = body; // which may put another in its place
-    running();
-}
-
-class HostTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_EQ(host.commands().addCommand(L"TEST", L"GO", L"va", ACRX_CMD_MODAL, runBody), Acad::eOk);
-    }
-    void TearDown() override { body = nullptr; }
-
-    CommandResult run(const wchar_t* line, std::function<void()> what, MoreInput more = MoreInput::none) {
-        body = std::move(what);
-        return host.run(line, more);
-    }
-
-    hostkit::ScriptedPort port;
-    Host host{port};
-};
+using HostTest = CommandTest;
 
 TEST_F(HostTest, IsTheCurrentOneForItsLifeAndHostsNest) {
     EXPECT_EQ(Host::current(), &host);
     EXPECT_EQ(hostkit::currentPort(), &port);
     EXPECT_EQ(acedRegCmds, &host.commands());
-    EXPECT_EQ(acDocManagerPtr(), &host.documents());
+    EXPECT_EQ(acDocManagerPtr(), &documents);
     EXPECT_EQ(acrxSysRegistry()->at(L"acad_registered_commands"), &host.commands());
     EXPECT_NE(adsw_acadMainWnd(), nullptr);
     {
@@ -137,23 +108,20 @@ TEST_F(HostTest, CommandsNestAndMayTakeThemselvesAway) {
 TEST_F(HostTest, WordsOfTheLineAreTheAnswers) {
     run(L"GO plain \"with blanks\" \"a \"\"b\"\"\" \"\" -12 2.5e1 \"the rest, as one\" open end  ", [] {
         CString text;
-        const wchar_t* const words[] = {L"plain", L"with blanks", L"a \"b\"", L""};
-        for (const wchar_t* wanted : words) {
-            EXPECT_EQ(acedGetString(0, L"?", text), RTNORM);
+        const auto expectText = [&text](int wholeLine, const wchar_t* wanted) {
+            EXPECT_EQ(acedGetString(wholeLine, L"?", text), RTNORM);
             EXPECT_STREQ(text.GetString(), wanted);
-        }
+        };
+        for (const wchar_t* wanted : {L"plain", L"with blanks", L"a \"b\"", L""}) expectText(0, wanted);
         int whole = 0;
         EXPECT_EQ(acedGetInt(L"?", &whole), RTNORM);
         EXPECT_EQ(whole, -12);
         double real = 0.0;
         EXPECT_EQ(acedGetReal(L"?", &real), RTNORM);
         EXPECT_EQ(real, 25.0);
-        EXPECT_EQ(acedGetString(1, L"?", text), RTNORM);
-        EXPECT_STREQ(text.GetString(), L"the rest, as one");
-        EXPECT_EQ(acedGetString(1, L"?", text), RTNORM);
-        EXPECT_STREQ(text.GetString(), L"open end");
-        EXPECT_EQ(acedGetString(0, L"?", text), RTNORM) << "a line that is used up answers Enter";
-        EXPECT_TRUE(text.IsEmpty());
+        expectText(1, L"the rest, as one");
+        expectText(1, L"open end");
+        expectText(0, L""); // a line that is used up answers Enter
         EXPECT_EQ(acedGetInt(L"?", &whole), RTNONE);
         EXPECT_EQ(whole, -12);
     });
@@ -161,61 +129,51 @@ TEST_F(HostTest, WordsOfTheLineAreTheAnswers) {
 }
 
 TEST_F(HostTest, AnswersOfTheWrongKindAreRefused) {
-    struct {
-        const wchar_t* line;
-        int flags;
-        int wanted;
-    } const integers[] = {{L"GO 7", 0, RTNORM},         {L"GO 7.5", 0, RTREJ},
-                          {L"GO seven", 0, RTREJ},      {L"GO 2147483647", 0, RTNORM},
-                          {L"GO 2147483648", 0, RTREJ}, {L"GO 99999999999999999999", 0, RTREJ},
-                          {L"GO 0", RSG_NOZERO, RTREJ}, {L"GO -1", RSG_NONEG, RTREJ},
-                          {L"GO", RSG_NONULL, RTREJ},   {L"GO", 0, RTNONE}};
-    for (const auto& each : integers)
-        run(each.line, [&] {
+    const std::tuple<const wchar_t*, int, int> integers[] = {
+        {L"GO 7", 0, RTNORM},         {L"GO 7.5", 0, RTREJ},
+        {L"GO seven", 0, RTREJ},      {L"GO 2147483647", 0, RTNORM},
+        {L"GO 2147483648", 0, RTREJ}, {L"GO 99999999999999999999", 0, RTREJ},
+        {L"GO 0", RSG_NOZERO, RTREJ}, {L"GO -1", RSG_NONEG, RTREJ},
+        {L"GO", RSG_NONULL, RTREJ},   {L"GO", 0, RTNONE}};
+    for (const auto& [line, flags, wanted] : integers)
+        run(line, [&] {
             int value = 42;
-            acedInitGet(each.flags, nullptr);
-            EXPECT_EQ(acedGetInt(L"?", &value), each.wanted) << each.line;
-            if (each.wanted != RTNORM) {
-                EXPECT_EQ(value, 42) << each.line;
-            }
+            acedInitGet(flags, nullptr);
+            EXPECT_EQ(acedGetInt(L"?", &value), wanted) << line;
+            EXPECT_EQ(value != 42, wanted == RTNORM) << line;
         });
 
     const ads_point base = {10.0, 20.0, 30.0};
-    struct {
-        const wchar_t* text;
-        const ads_real* base;
-        int wanted;
-        double x, y, z;
-    } const points[] = {{L"1,2", nullptr, RTNORM, 1, 2, 0},    {L"1,2,3", nullptr, RTNORM, 1, 2, 3},
-                        {L"@1,2", base, RTNORM, 11, 22, 30},   {L"-.5,1e3", nullptr, RTNORM, -0.5, 1000, 0},
-                        {L"@1,2", nullptr, RTREJ, 0, 0, 0},    {L"1", nullptr, RTREJ, 0, 0, 0},
-                        {L"1,2,3,4", nullptr, RTREJ, 0, 0, 0}, {L"1,,3", nullptr, RTREJ, 0, 0, 0},
-                        {L"nan,1", nullptr, RTREJ, 0, 0, 0},   {L"1,2x", nullptr, RTREJ, 0, 0, 0}};
-    for (const auto& each : points)
-        run((std::wstring(L"GO ") + each.text).c_str(), [&] {
+    // The point; null: refused.
+    const std::tuple<const wchar_t*, const ads_real*, const wchar_t*> points[] = {
+        {L"1,2", nullptr, L"1,2,0"},    {L"1,2,3", nullptr, L"1,2,3"},
+        {L"@1,2", base, L"11,22,30"},   {L"-.5,1e3", nullptr, L"-0.5,1000,0"},
+        {L"@1,2", nullptr, nullptr},    {L"1", nullptr, nullptr},
+        {L"1,2,3,4", nullptr, nullptr}, {L"1,,3", nullptr, nullptr},
+        {L"nan,1", nullptr, nullptr},   {L"1,2x", nullptr, nullptr}};
+    for (const auto& [text, from, wanted] : points)
+        run(std::wstring(L"GO ") + text, [&] {
             ads_point point = {7.0, 7.0, 7.0};
-            EXPECT_EQ(acedGetPoint(each.base, L"?", point), each.wanted) << each.text;
-            if (each.wanted != RTNORM) return;
-            EXPECT_DOUBLE_EQ(point[0], each.x);
-            EXPECT_DOUBLE_EQ(point[1], each.y);
-            EXPECT_DOUBLE_EQ(point[2], each.z);
+            EXPECT_EQ(acedGetPoint(from, L"?", point), wanted ? RTNORM : RTREJ) << text;
+            CString given;
+            given.Format(L"%g,%g,%g", point[0], point[1], point[2]);
+            EXPECT_STREQ(given, wanted ? wanted : L"7,7,7") << text;
         });
 }
 
 TEST_F(HostTest, KeywordsAreKnownByTheirCapitals) {
-    struct {
-        const wchar_t* typed;
-        const wchar_t* wanted; // null: refused
-    } const cases[] = {{L"t", L"Text"},      {L"TEX", L"Text"}, {L"texts", nullptr}, {L"c", nullptr},
-                       {L"csv", L"CSV"},     {L"_cSv", L"CSV"}, {L"J", L"Json"},     {L"plai", nullptr},
-                       {L"plain", L"plain"}, {L"_", nullptr},   {L"x", nullptr}};
-    for (const auto& each : cases)
-        run((std::wstring(L"GO ") + each.typed).c_str(), [&] {
+    // null: refused
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"t", L"Text"},      {L"TEX", L"Text"}, {L"texts", nullptr}, {L"c", nullptr},
+        {L"csv", L"CSV"},     {L"_cSv", L"CSV"}, {L"J", L"Json"},     {L"plai", nullptr},
+        {L"plain", L"plain"}, {L"_", nullptr},   {L"x", nullptr}};
+    for (const auto& [typed, wanted] : cases)
+        run(std::wstring(L"GO ") + typed, [&] {
             CString keyword(L"kept");
             acedInitGet(0, L"Text CSV Json plain");
             const int result = acedGetKword(L"?", keyword);
-            EXPECT_EQ(result, each.wanted ? RTNORM : RTREJ) << each.typed;
-            EXPECT_STREQ(keyword.GetString(), each.wanted ? each.wanted : L"kept");
+            EXPECT_EQ(result, wanted ? RTNORM : RTREJ) << typed;
+            EXPECT_STREQ(keyword.GetString(), wanted ? wanted : L"kept");
         });
     run(L"GO Json 5 t", [] {
         int value = 0;
@@ -258,7 +216,7 @@ TEST_F(HostTest, ACommandThatNeverStopsAskingComesToAnEnd) {
 
 TEST_F(HostTest, BuffersAreNeverOverrun) {
     const std::wstring longWord(200, L'x');
-    run((L"GO " + longWord + L" 1234 1234").c_str(), [] {
+    run(L"GO " + longWord + L" 1234 1234", [] {
         wchar_t buffer[5] = L"kept";
         EXPECT_EQ(acedGetString(0, L"?", buffer, 5), RTREJ);
         EXPECT_STREQ(buffer, L"kept");
@@ -278,59 +236,9 @@ TEST_F(HostTest, BuffersAreNeverOverrun) {
     EXPECT_EQ(acedSetEnv(L"", L"1"), RTERROR);
 }
 
-TEST_F(HostTest, DocumentsFollowEachOtherAndSetTheWorkingDrawing) {
-    EXPECT_EQ(host.documents().curDocument(), nullptr);
-    ASSERT_EQ(host.newDocument(), Acad::eOk);
-    AcApDocument* one = host.documents().curDocument();
-    ASSERT_EQ(host.newDocument(), Acad::eOk);
-    AcApDocument* two = acDocManager->mdiActiveDocument();
-    ASSERT_NE(one, two);
-    AcDbHostApplicationServices* services = acdbHostApplicationServices();
-    EXPECT_EQ(services->workingDatabase(), two->database());
-    EXPECT_EQ(host.documents().document(one->database()), one);
-    EXPECT_EQ(host.documents().document(nullptr), nullptr);
-    EXPECT_EQ(host.documents().activateDocument(one), Acad::eOk);
-    EXPECT_EQ(services->workingDatabase(), one->database());
-    EXPECT_EQ(host.documents().activateDocument(nullptr), Acad::eNoDocument);
-
-    EXPECT_EQ(host.documents().lockDocument(one, AcAp::kRead), Acad::eOk);
-    EXPECT_EQ(host.documents().closeDocument(one), Acad::eLockViolation);
-    EXPECT_EQ(host.documents().unlockDocument(one), Acad::eOk);
-    EXPECT_EQ(host.documents().closeDocument(one), Acad::eOk);
-    EXPECT_EQ(services->workingDatabase(), two->database());
-    EXPECT_EQ(host.documents().closeDocument(two), Acad::eOk);
-    EXPECT_EQ(services->workingDatabase(), nullptr);
-    EXPECT_EQ(host.documents().documentCount(), 0);
-
-    hostkit::ScriptedPort otherPort;
-    Host other(otherPort);
-    ASSERT_EQ(other.newDocument(), Acad::eOk);
-    EXPECT_EQ(host.documents().activateDocument(other.documents().curDocument()), Acad::eNotFromThisDocument);
-}
-
-TEST_F(HostTest, LocksCountAndACommandHoldsOne) {
-    ASSERT_EQ(host.newDocument(), Acad::eOk);
-    AcApDocument* document = host.documents().curDocument();
-    EXPECT_EQ(document->lockMode(true), AcAp::kNotLocked);
-    EXPECT_EQ(host.documents().unlockDocument(document), Acad::eLockViolation);
-    EXPECT_EQ(host.documents().lockDocument(nullptr), Acad::eNoDocument);
-    EXPECT_EQ(host.documents().lockDocument(document, AcAp::kNone), Acad::eInvalidInput);
-    run(L"GO", [&] {
-        EXPECT_EQ(document->lockMode(true), AcAp::kWrite);
-        EXPECT_EQ(host.documents().lockDocument(document, AcAp::kRead), Acad::eOk);
-        EXPECT_EQ(document->lockMode(true), AcAp::kWrite) << "the strongest counts";
-        EXPECT_EQ(host.documents().lockDocument(document, AcAp::kXWrite), Acad::eOk);
-        EXPECT_EQ(document->lockMode(true), AcAp::kXWrite);
-        EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
-        EXPECT_EQ(host.documents().unlockDocument(document), Acad::eOk);
-        EXPECT_EQ(document->lockMode(true), AcAp::kWrite);
-    });
-    EXPECT_EQ(document->lockMode(true), AcAp::kNotLocked);
-}
-
 TEST_F(HostTest, AFileThatIsNoDrawingOpensNothing) {
     EXPECT_NE(host.openDocument(L"/nonexistent/drawing.dxf"), Acad::eOk);
-    EXPECT_EQ(host.documents().documentCount(), 0);
+    EXPECT_EQ(documents.documentCount(), 1);
     ASSERT_EQ(port.problems.size(), 1u);
     EXPECT_NE(port.problems[0].find(L"/nonexistent/drawing.dxf"), std::wstring::npos);
 }

@@ -1,12 +1,9 @@
-#include "aced.h"
+#include "commandtest.h"
 #include "currentview.h"
-#include "dbdatabase.h"
 #include "dbsymtb.h"
 #include "headervariables.h"
-#include "hosttest.h"
 
 #include <cstdlib>
-#include <functional>
 #include <limits>
 #include <numbers>
 
@@ -14,37 +11,16 @@ namespace {
 
 using hostkit::SystemValue;
 using hostkit::VariablePlace;
-using hostkit::VariableResult;
+using enum hostkit::VariableResult;
 
-std::function<void()> body;
-void runBody() { body(); }
-
-class VariablesTest : public hostkit::HostTest {
+class VariablesTest : public CommandTest {
 protected:
-    hostkit::SystemVariables& variables() { return session.host().variables(); }
     hostkit::HeaderVariables& header() { return database().header(); }
-    SystemValue value(const wchar_t* name) {
-        SystemValue found;
-        EXPECT_EQ(variables().get(name, found), VariableResult::ok) << hostkit::utf8FromWide(name);
-        return found;
-    }
-    static SystemValue integer(int number, short type = RTSHORT) {
-        SystemValue value;
-        value.type = type;
-        value.integer = number;
-        return value;
-    }
-    static SystemValue real(double number) {
-        SystemValue value;
-        value.type = RTREAL;
-        value.reals[0] = number;
-        return value;
-    }
-    static SystemValue text(const wchar_t* what) {
-        SystemValue value;
-        value.type = RTSTR;
-        value.text = what;
-        return value;
+    static SystemValue integer(int number, short type = RTSHORT) { return {type, number, {}, {}}; }
+    static SystemValue real(double number) { return {RTREAL, 0, {number}, {}}; }
+    static SystemValue text(const wchar_t* what) { return {RTSTR, 0, {}, what}; }
+    hostkit::VariableResult set(const wchar_t* name, const SystemValue& value) {
+        return host.variables().set(name, value);
     }
     void expectPoint(const wchar_t* name, double x, double y, double z) {
         const SystemValue found = value(name);
@@ -57,42 +33,35 @@ protected:
 
 TEST_F(VariablesTest, SettingKeepsTypeRangeAndReadOnly) {
     const double endless = std::numeric_limits<double>::infinity();
-    struct {
-        const wchar_t* name;
-        SystemValue value;
-        VariableResult result;
-    } const cases[] = {
-        {L"CMDECHO", integer(0), VariableResult::ok},
-        {L"cmdEcho", integer(2), VariableResult::outOfRange},
-        {L"CMDECHO", real(1.0), VariableResult::wrongType},
-        {L"CMDECHO", text(L"1"), VariableResult::wrongType},
-        {L"ACADVER", text(L"99.0"), VariableResult::readOnly},
-        {L"CMDNAMES", text(L"LINE"), VariableResult::readOnly},
-        {L"VIEWSIZE", real(3.0), VariableResult::readOnly},
-        {L"EXTMIN", integer(1), VariableResult::readOnly},
-        {L"NOSUCH", integer(1), VariableResult::unknown},
-        {L"", integer(1), VariableResult::unknown},
-        {L"LTSCALE", integer(3), VariableResult::ok},
-        {L"LTSCALE", real(0.0), VariableResult::outOfRange},
-        {L"LTSCALE", real(endless), VariableResult::outOfRange},
-        {L"THICKNESS", real(-endless), VariableResult::outOfRange},
-        {L"USERI1", integer(40000, RTLONG), VariableResult::outOfRange},
-        {L"USERI1", integer(-32768, RTLONG), VariableResult::ok},
-        {L"CLAYER", text(L"nosuch"), VariableResult::outOfRange},
-        {L"CLAYER", text(L"0"), VariableResult::ok},
-        {L"CECOLOR", text(L"bylayer"), VariableResult::ok},
-        {L"CECOLOR", text(L"256"), VariableResult::outOfRange},
-        {L"INSBASE", real(1.0), VariableResult::wrongType},
-    };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(hostkit::utf8FromWide(each.name));
+    const auto expectSet = [&](const wchar_t* name, const SystemValue& given,
+                               hostkit::VariableResult result) {
+        SCOPED_TRACE(hostkit::utf8FromWide(name));
         SystemValue before, after;
-        (void)variables().get(each.name, before);
-        EXPECT_EQ(variables().set(each.name, each.value), each.result);
-        if (each.result == VariableResult::ok) continue;
-        (void)variables().get(each.name, after);
-        EXPECT_EQ(formatValue(before), formatValue(after));
-    }
+        (void)host.variables().get(name, before);
+        EXPECT_EQ(set(name, given), result);
+        (void)host.variables().get(name, after);
+        EXPECT_TRUE(result == ok || formatValue(before) == formatValue(after));
+    };
+    const std::tuple<const wchar_t*, int, hostkit::VariableResult> integers[] = {
+        {L"CMDECHO", 0, ok},
+        {L"cmdEcho", 2, outOfRange},
+        {L"LTSCALE", 3, ok},
+        {L"EXTMIN", 1, readOnly},
+        {L"NOSUCH", 1, unknown},
+        {L"", 1, unknown},
+        {L"USERI1", 40000, outOfRange},
+        {L"USERI1", -32768, ok}};
+    for (const auto& [name, number, result] : integers) expectSet(name, integer(number, RTLONG), result);
+    const std::tuple<const wchar_t*, double, hostkit::VariableResult> reals[] = {
+        {L"CMDECHO", 1.0, wrongType},      {L"INSBASE", 1.0, wrongType},
+        {L"VIEWSIZE", 3.0, readOnly},      {L"LTSCALE", 0.0, outOfRange},
+        {L"LTSCALE", endless, outOfRange}, {L"THICKNESS", -endless, outOfRange}};
+    for (const auto& [name, number, result] : reals) expectSet(name, real(number), result);
+    const std::tuple<const wchar_t*, const wchar_t*, hostkit::VariableResult> texts[] = {
+        {L"CMDECHO", L"1", wrongType},      {L"ACADVER", L"99.0", readOnly}, {L"CMDNAMES", L"LINE", readOnly},
+        {L"CLAYER", L"nosuch", outOfRange}, {L"CLAYER", L"0", ok},           {L"CECOLOR", L"bylayer", ok},
+        {L"CECOLOR", L"256", outOfRange}};
+    for (const auto& [name, given, result] : texts) expectSet(name, text(given), result);
     EXPECT_EQ(header().real(L"LTSCALE"), 3.0);
     EXPECT_EQ(value(L"USERI1").integer, -32768);
 }
@@ -101,27 +70,24 @@ TEST_F(VariablesTest, HeaderVariablesHaveTheTypesOfTheirGroups) {
     header().setText(L"PROJECTNAME", L"Tower", 1);
     header().setInteger(L"CUSTOM", 70000, 90);
     header().setHandle(L"SOMEHANDLE", 0x2A);
-    struct {
-        const wchar_t* name;
-        short type;
-        bool isReadOnly;
-    } const cases[] = {{L"projectname", RTSTR, false}, {L"CUSTOM", RTLONG, false},
-                       {L"SOMEHANDLE", RTSTR, true},   {L"LIMMAX", RTPOINT, false},
-                       {L"INSBASE", RT3DPOINT, false}, {L"EXTMAX", RT3DPOINT, true},
-                       {L"ANGBASE", RTREAL, false},    {L"CELWEIGHT", RTSHORT, false}};
-    for (const auto& each : cases) {
+    const std::tuple<const wchar_t*, short, bool> cases[] = {
+        {L"projectname", RTSTR, false}, {L"CUSTOM", RTLONG, false},     {L"SOMEHANDLE", RTSTR, true},
+        {L"LIMMAX", RTPOINT, false},    {L"INSBASE", RT3DPOINT, false}, {L"EXTMAX", RT3DPOINT, true},
+        {L"ANGBASE", RTREAL, false},    {L"CELWEIGHT", RTSHORT, false}};
+    for (const auto& [name, type, isReadOnly] : cases) {
         hostkit::SystemVariableInfo info;
-        ASSERT_TRUE(variables().describe(each.name, info));
-        EXPECT_EQ(info.type, each.type) << hostkit::utf8FromWide(each.name);
-        EXPECT_EQ(info.isReadOnly, each.isReadOnly) << hostkit::utf8FromWide(each.name);
+        ASSERT_TRUE(host.variables().describe(name, info));
+        SCOPED_TRACE(hostkit::utf8FromWide(name));
+        EXPECT_EQ(info.type, type);
+        EXPECT_EQ(info.isReadOnly, isReadOnly);
         EXPECT_EQ(info.place, VariablePlace::header);
-        EXPECT_EQ(value(each.name).type, each.type);
+        EXPECT_EQ(value(name).type, type);
     }
-    EXPECT_EQ(variables().set(L"custom", integer(-70000, RTLONG)), VariableResult::ok);
+    EXPECT_EQ(set(L"custom", integer(-70000, RTLONG)), ok);
     EXPECT_EQ(header().integer(L"CUSTOM"), -70000);
     SystemValue point;
     ASSERT_TRUE(hostkit::parseValue(L"1,2,3", RT3DPOINT, point));
-    EXPECT_EQ(variables().set(L"LIMMAX", point), VariableResult::ok);
+    EXPECT_EQ(set(L"LIMMAX", point), ok);
     EXPECT_EQ(formatValue(value(L"LIMMAX")), L"1,2");
 }
 
@@ -152,41 +118,38 @@ TEST_F(VariablesTest, TheCallsGiveRecordsThatTheCallerFrees) {
 }
 
 TEST_F(VariablesTest, RunningCommandsAreNamedAndCounted) {
-    session.host().commands().addCommand(L"T", L"OUTER", L"dehors", ACRX_CMD_MODAL, runBody);
-    session.host().commands().addCommand(L"T", L"INNER", nullptr, ACRX_CMD_TRANSPARENT, runBody);
-    EXPECT_EQ(value(L"CMDNAMES").text, L"");
-    EXPECT_EQ(value(L"CMDACTIVE").integer, 0);
-    int runs = 0;
-    body = [&] {
-        if (runs++ == 0) {
-            EXPECT_EQ(value(L"CMDNAMES").text, L"OUTER");
-            EXPECT_EQ(value(L"CMDACTIVE").integer, 1);
-            const auto again = body;
-            session.host().run(L"INNER");
-        } else {
-            EXPECT_EQ(value(L"CMDNAMES").text, L"OUTER'INNER");
-            EXPECT_EQ(value(L"CMDACTIVE").integer, 3);
-        }
+    host.commands().addCommand(L"T", L"INNER", nullptr, ACRX_CMD_TRANSPARENT, runBody);
+    const auto expectRunning = [&](const wchar_t* names, int active) {
+        EXPECT_EQ(value(L"CMDNAMES").text, names);
+        EXPECT_EQ(value(L"CMDACTIVE").integer, active);
     };
-    session.host().run(L"dehors");
-    EXPECT_EQ(runs, 2);
-    body = nullptr;
+    expectRunning(L"", 0);
+    int innerRuns = 0;
+    run(L"va", [&] {
+        expectRunning(L"GO", 1);
+        body = [&] {
+            expectRunning(L"GO'INNER", 3);
+            ++innerRuns;
+        };
+        host.run(L"INNER");
+    });
+    EXPECT_EQ(innerRuns, 1);
 }
 
 TEST_F(VariablesTest, SpacesGoByTilemodeAndViewport) {
     EXPECT_EQ(value(L"CVPORT").integer, 2);
-    EXPECT_EQ(variables().set(L"CVPORT", integer(1)), VariableResult::outOfRange);
-    EXPECT_EQ(session.host().run(L"MSPACE").status, Acad::eNotApplicable);
-    EXPECT_EQ(variables().set(L"TILEMODE", integer(2)), VariableResult::outOfRange);
-    EXPECT_EQ(variables().set(L"TILEMODE", integer(0)), VariableResult::ok);
+    EXPECT_EQ(set(L"CVPORT", integer(1)), outOfRange);
+    EXPECT_EQ(host.run(L"MSPACE").status, Acad::eNotApplicable);
+    EXPECT_EQ(set(L"TILEMODE", integer(2)), outOfRange);
+    EXPECT_EQ(set(L"TILEMODE", integer(0)), ok);
     EXPECT_EQ(value(L"CVPORT").integer, 1);
     EXPECT_EQ(acedCommand(RTSTR, L"_MSPACE", 0), RTNORM);
     EXPECT_EQ(value(L"CVPORT").integer, 2);
     EXPECT_EQ(acedCommand(RTSTR, L"_PSPACE", 0), RTNORM);
     EXPECT_EQ(value(L"CVPORT").integer, 1);
-    EXPECT_EQ(variables().set(L"CVPORT", integer(3)), VariableResult::ok);
-    EXPECT_EQ(variables().set(L"TILEMODE", integer(1)), VariableResult::ok);
-    EXPECT_EQ(variables().set(L"TILEMODE", integer(0)), VariableResult::ok);
+    EXPECT_EQ(set(L"CVPORT", integer(3)), ok);
+    EXPECT_EQ(set(L"TILEMODE", integer(1)), ok);
+    EXPECT_EQ(set(L"TILEMODE", integer(0)), ok);
     EXPECT_EQ(value(L"CVPORT").integer, 1) << "one comes to the sheet itself";
 }
 
@@ -194,23 +157,15 @@ TEST_F(VariablesTest, SpacesGoByTilemodeAndViewport) {
 TEST_F(VariablesTest, TheViewIsToldInTheUserCoordinateSystem) {
     AcDbViewportTable* table = nullptr;
     ASSERT_EQ(database().getSymbolTable(table, AcDb::kForWrite), Acad::eOk);
-    AcDbObjectId id;
     AcDbViewportTableRecord* record = nullptr;
-    if (table->getAt(L"*Active", record, AcDb::kForWrite) != Acad::eOk) {
-        record = new AcDbViewportTableRecord;
-        ASSERT_EQ(record->setName(L"*Active"), Acad::eOk);
-        ASSERT_EQ(table->add(id, record), Acad::eOk);
-    }
+    ASSERT_EQ(table->getAt(L"*Active", record, AcDb::kForWrite), Acad::eOk);
     hostkit::GroupBlock groups;
     const double middle[] = {7.0, 9.0}, direction[] = {0.0, -2.0, 0.0}, target[] = {100.0, 200.0, 300.0};
     groups.appendPoint(12, middle, 2);
     groups.appendPoint(16, direction);
     groups.appendPoint(17, target);
-    groups.appendReal(40, 55.0);
-    groups.appendReal(42, 35.0);
-    groups.appendReal(43, 1.5);
-    groups.appendReal(44, -2.5);
-    groups.appendReal(51, 90.0);
+    const std::pair<short, double> numbers[] = {{40, 55.0}, {42, 35.0}, {43, 1.5}, {44, -2.5}, {51, 90.0}};
+    for (const auto& [code, number] : numbers) groups.appendReal(code, number);
     groups.appendInteger(71, 5);
     record->setGroups(groups);
     record->close();
@@ -222,41 +177,40 @@ TEST_F(VariablesTest, TheViewIsToldInTheUserCoordinateSystem) {
     header().setPoint(L"UCSYDIR", y, 3);
     EXPECT_EQ(value(L"WORLDUCS").integer, 0);
 
-    EXPECT_EQ(value(L"VIEWSIZE").reals[0], 55.0);
-    EXPECT_EQ(value(L"LENSLENGTH").reals[0], 35.0);
-    EXPECT_EQ(value(L"FRONTZ").reals[0], 1.5);
-    EXPECT_EQ(value(L"BACKZ").reals[0], -2.5);
-    EXPECT_EQ(value(L"VIEWMODE").integer, 5);
+    const std::pair<const wchar_t*, double> reals[] = {
+        {L"VIEWSIZE", 55.0}, {L"LENSLENGTH", 35.0}, {L"FRONTZ", 1.5}, {L"BACKZ", -2.5}};
+    for (const auto& [name, expected] : reals) EXPECT_EQ(value(name).reals[0], expected);
     EXPECT_NEAR(value(L"VIEWTWIST").reals[0], std::numbers::pi / 2.0, 1e-12);
+    EXPECT_EQ(value(L"VIEWMODE").integer, 5);
     expectPoint(L"TARGET", 200.0, -90.0, 300.0);
     expectPoint(L"VIEWDIR", -2.0, 0.0, 0.0);
     // Seen from the front x goes right and z up; turned back by the twist, (7, 9) lies 9 right and 7 down.
     expectPoint(L"VIEWCTR", 200.0, -(100.0 + 9.0 - 10.0), 300.0 - 7.0);
-    EXPECT_EQ(variables().set(L"TILEMODE", integer(0)), VariableResult::ok);
+    EXPECT_EQ(set(L"TILEMODE", integer(0)), ok);
     expectPoint(L"VIEWDIR", 0.0, 0.0, 1.0);
 }
 
 TEST_F(VariablesTest, SettingsAreKeptForTheProductAndOthersAreNot) {
-    EXPECT_EQ(variables().set(L"FILEDIA", integer(0)), VariableResult::ok) << "without a product's key";
+    EXPECT_EQ(set(L"FILEDIA", integer(0)), ok) << "without a product's key";
     const auto inHost = [&](const std::function<void(hostkit::SystemVariables&)>& what) {
-        hostkit::Host host(session.port());
-        host.runtime().setProductKey(L"Software\\Maker\\Product");
-        what(host.variables());
+        hostkit::Host fresh(port);
+        fresh.runtime().setProductKey(L"Software\\Maker\\Product");
+        what(fresh.variables());
     };
     SystemValue found;
     inHost([&](hostkit::SystemVariables& fresh) {
-        ASSERT_EQ(fresh.get(L"FILEDIA", found), VariableResult::ok);
+        ASSERT_EQ(fresh.get(L"FILEDIA", found), ok);
         EXPECT_EQ(found.integer, 1) << "the other host's value is its own";
-        EXPECT_EQ(fresh.set(L"FILEDIA", integer(0)), VariableResult::ok);
-        EXPECT_EQ(fresh.set(L"CMDECHO", integer(0)), VariableResult::ok);
-        EXPECT_EQ(fresh.get(L"LTSCALE", found), VariableResult::noDocument);
-        EXPECT_EQ(fresh.set(L"TILEMODE", integer(0)), VariableResult::noDocument);
-        EXPECT_EQ(fresh.get(L"PROJECTNAME", found), VariableResult::unknown);
+        EXPECT_EQ(fresh.set(L"FILEDIA", integer(0)), ok);
+        EXPECT_EQ(fresh.set(L"CMDECHO", integer(0)), ok);
+        EXPECT_EQ(fresh.get(L"LTSCALE", found), noDocument);
+        EXPECT_EQ(fresh.set(L"TILEMODE", integer(0)), noDocument);
+        EXPECT_EQ(fresh.get(L"PROJECTNAME", found), unknown);
     });
     inHost([&](hostkit::SystemVariables& fresh) {
-        ASSERT_EQ(fresh.get(L"FILEDIA", found), VariableResult::ok);
+        ASSERT_EQ(fresh.get(L"FILEDIA", found), ok);
         EXPECT_EQ(found.integer, 0);
-        ASSERT_EQ(fresh.get(L"CMDECHO", found), VariableResult::ok);
+        ASSERT_EQ(fresh.get(L"CMDECHO", found), ok);
         EXPECT_EQ(found.integer, 1);
     });
 }

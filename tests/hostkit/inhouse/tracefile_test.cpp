@@ -1,27 +1,23 @@
 #include "cvxlogentry.h"
+#include "temporaryfolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
+#include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 namespace {
 
 struct TraceTest : testing::Test {
-    std::filesystem::path file =
-        std::filesystem::temp_directory_path() / ("vexo_trace_" + std::to_string(getpid()) + ".json");
-    void TearDown() override { std::filesystem::remove(file); }
+    TemporaryFolder folder;
+    std::string file = folder / "trace.json";
+    std::string content() const { return folder.read("trace.json"); }
 
-    std::string content() const {
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
     // (phase, name, thread) of each event; the test's own reading of the one-event-a-line form.
     struct Event {
         char phase;
@@ -30,20 +26,14 @@ struct TraceTest : testing::Test {
         double time;
     };
     std::vector<Event> events() const {
+        static const std::regex form(
+            R"form(\{"name":"(.*)","ph":"(.)","ts":([0-9.]+),"pid":[0-9]+,"tid":([0-9]+)\},?)form");
         std::vector<Event> list;
-        std::ifstream lines(file);
-        for (std::string line; std::getline(lines, line);) {
-            char name[128] = "";
-            Event event{};
-            int process = 0;
-            if (std::sscanf(line.c_str(), R"({"name":"%127[^"]","ph":"%c","ts":%lf,"pid":%d,"tid":%d})", name,
-                            &event.phase, &event.time, &process, &event.thread) != 5 &&
-                std::sscanf(line.c_str(), R"({"name":"","ph":"%c","ts":%lf,"pid":%d,"tid":%d})", &event.phase,
-                            &event.time, &process, &event.thread) != 4)
-                continue;
-            event.name = name;
-            list.push_back(event);
-        }
+        std::istringstream lines(content());
+        std::smatch parts;
+        for (std::string line; std::getline(lines, line);)
+            if (std::regex_match(line, parts, form))
+                list.push_back({parts.str(2)[0], parts[1], std::stoi(parts[4]), std::stod(parts[3])});
         return list;
     }
 };
@@ -57,48 +47,39 @@ void outer() {
 
 TEST_F(TraceTest, CallsNestOnTheirThread) {
     {
-        hostkit::TraceFile trace(file.string());
+        hostkit::TraceFile trace(file);
         ASSERT_TRUE(trace.isOpen());
         outer();
         std::thread(outer).join();
     }
-    const auto list = events();
-    ASSERT_EQ(list.size(), 12u);
-    std::vector<std::vector<std::string>> open(3);
+    std::map<int, std::string> calls;
     double last = 0;
-    for (const Event& event : list) {
-        ASSERT_TRUE(event.thread == 1 || event.thread == 2);
-        auto& stack = open[static_cast<std::size_t>(event.thread)];
-        if (event.phase == 'B') {
-            EXPECT_EQ(event.name, stack.empty() ? "Tools::outer" : "Tools::inner");
-            stack.push_back(event.name);
-        } else {
-            ASSERT_FALSE(stack.empty());
-            stack.pop_back();
-        }
+    for (const Event& event : events()) {
+        calls[event.thread] += event.phase == 'B' ? event.name + "(" : ")";
         EXPECT_GE(event.time, last);
         last = event.time;
     }
-    EXPECT_TRUE(open[1].empty() && open[2].empty());
+    const std::string each = "Tools::outer(Tools::inner()Tools::inner())";
+    EXPECT_EQ(calls, (std::map<int, std::string>{{1, each}, {2, each}}));
 }
 
 TEST_F(TraceTest, RecordsThatOutliveATraceLeaveNoHalfEntry) {
-    auto trace = std::make_unique<hostkit::TraceFile>(file.string());
+    auto trace = std::make_unique<hostkit::TraceFile>(file);
     auto running = std::make_unique<CVxLogEntry>(L"Tools::running");
     EXPECT_TRUE(trace->close());
     const std::string closed = content();
     auto before = std::make_unique<CVxLogEntry>(L"Tools::before"); // tracing is off
-    hostkit::TraceFile second(file.string());
+    hostkit::TraceFile second(file);
     running.reset();
     before.reset();
     CVxLogEntry nameless(nullptr);
-    hostkit::TraceFile whileOneLives(file.string() + ".other");
+    hostkit::TraceFile whileOneLives(file + ".other");
     EXPECT_FALSE(whileOneLives.isOpen());
     EXPECT_TRUE(second.close());
     EXPECT_EQ(closed.substr(0, 2), "[\n");
     EXPECT_EQ(closed.substr(closed.size() - 3), "\n]\n");
     EXPECT_EQ(content(), "[\n]\n");
-    EXPECT_FALSE(std::filesystem::exists(file.string() + ".other"));
+    EXPECT_FALSE(std::filesystem::exists(file + ".other"));
 }
 
 TEST_F(TraceTest, AFileThatCannotBeMadeOrFilledIsTold) {

@@ -218,28 +218,22 @@ TEST(WideRuntime, ReadsNumbers) {
 }
 
 TEST(WideRuntime, SplitsAndMakesPaths) {
-    struct Case {
-        const wchar_t *path, *drive, *directory, *name, *extension, *withoutName;
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
+        {L"C:\\Prog\\Bin\\a.b.arx", L"C:|\\Prog\\Bin\\|a.b|.arx", L"C:\\Prog\\Bin\\"},
+        {L"/opt/x/mod", L"|/opt/x/|mod|", L"/opt/x/"},
+        {L"a.b\\c", L"|a.b\\|c|", L"a.b\\"},
+        {L"C:x", L"C:||x|", L"C:"},
+        {L"", L"|||", L""},
     };
-    const Case cases[] = {
-        {L"C:\\Prog\\Bin\\a.b.arx", L"C:", L"\\Prog\\Bin\\", L"a.b", L".arx", L"C:\\Prog\\Bin\\"},
-        {L"/opt/x/mod", L"", L"/opt/x/", L"mod", L"", L"/opt/x/"},
-        {L"a.b\\c", L"", L"a.b\\", L"c", L"", L"a.b\\"},
-        {L"C:x", L"C:", L"", L"x", L"", L"C:"},
-        {L"", L"", L"", L"", L"", L""},
-    };
-    for (const Case& each : cases) {
+    for (const auto& [whole, parts, withoutName] : cases) {
         wchar_t drive[_MAX_DRIVE], directory[_MAX_DIR], name[_MAX_FNAME], extension[_MAX_EXT],
             path[_MAX_PATH];
-        _wsplitpath(each.path, drive, directory, name, extension);
-        EXPECT_STREQ(drive, each.drive) << each.path;
-        EXPECT_STREQ(directory, each.directory) << each.path;
-        EXPECT_STREQ(name, each.name) << each.path;
-        EXPECT_STREQ(extension, each.extension) << each.path;
+        _wsplitpath(whole, drive, directory, name, extension);
+        EXPECT_EQ(drive + CString(L"|") + directory + L"|" + name + L"|" + extension, parts);
         _wmakepath(path, drive, directory, nullptr, nullptr);
-        EXPECT_STREQ(path, each.withoutName) << each.path;
+        EXPECT_STREQ(path, withoutName) << whole;
         _wmakepath(path, drive, directory, name, extension);
-        EXPECT_STREQ(path, each.path);
+        EXPECT_STREQ(path, whole);
     }
     wchar_t path[_MAX_PATH];
     _wmakepath(path, L"D", L"\\a", L"b", L"c");

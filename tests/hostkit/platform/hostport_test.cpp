@@ -33,24 +33,17 @@ TEST(HostPort, IsHeadlessUntilOneIsSetAndComesBackInOrder) {
 }
 
 TEST(HostPort, BoxesAreAskedAndAnsweredByWhatChangesLeastWhereNobodyIs) {
-    struct Case {
-        UINT flags;
-        int refusal;
-        int enter;
-    };
-    const Case cases[] = {
-        {MB_OK, IDOK, IDOK},
-        {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL, IDCANCEL},
-        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDABORT, IDIGNORE},
-        {MB_YESNOCANCEL, IDCANCEL, IDYES},
-        {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO, IDNO},
-        {MB_RETRYCANCEL, IDCANCEL, IDRETRY},
-        {MB_OK | MB_DEFBUTTON3, IDOK, IDOK},
-        {0xF, IDOK, IDOK},
-    };
-    for (const Case& each : cases) {
-        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, each.flags), each.refusal) << each.flags;
-        EXPECT_EQ(defaultButton(each.flags), each.enter) << each.flags;
+    const std::tuple<UINT, int, int> cases[] = {{MB_OK, IDOK, IDOK},
+                                                {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL, IDCANCEL},
+                                                {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDABORT, IDIGNORE},
+                                                {MB_YESNOCANCEL, IDCANCEL, IDYES},
+                                                {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO, IDNO},
+                                                {MB_RETRYCANCEL, IDCANCEL, IDRETRY},
+                                                {MB_OK | MB_DEFBUTTON3, IDOK, IDOK},
+                                                {0xF, IDOK, IDOK}};
+    for (const auto& [flags, refusal, enter] : cases) {
+        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, flags), refusal) << flags;
+        EXPECT_EQ(defaultButton(flags), enter) << flags;
     }
 
     ScriptedPort port;
@@ -91,29 +84,20 @@ TEST(SystemPath, MapsSeparatorsDrivesAndAnyName) {
     ScriptedPort port;
     port.drives = {{L'D', "/mnt/data"}};
     const ScopedPort use(port);
-    struct Case {
-        const wchar_t* path;
-        const char* mapped;
-    };
-    const Case cases[] = {
-        {L"a\\b/c", "a/b/c"},
-        {L"C:\\Été\\x", "/\xC3\x89t\xC3\xA9/x"},
-        {L"c:x", "x"},
-        {L"d:\\x", "/mnt/data/x"},
-        {L"D:x", "/mnt/data/x"},
-        {L"D:", "/mnt/data/"},
-        {L"C:", ""},
-        {L"1:\\x", "1:/x"},
-        {L"", ""},
-    };
-    for (const Case& each : cases) EXPECT_EQ(mapPath(each.path), each.mapped) << each.mapped;
+    const std::pair<const wchar_t*, const char*> cases[] = {{L"a\\b/c", "a/b/c"},
+                                                            {L"C:\\Été\\x", "/\xC3\x89t\xC3\xA9/x"},
+                                                            {L"c:x", "x"},
+                                                            {L"d:\\x", "/mnt/data/x"},
+                                                            {L"D:x", "/mnt/data/x"},
+                                                            {L"D:", "/mnt/data/"},
+                                                            {L"C:", ""},
+                                                            {L"1:\\x", "1:/x"},
+                                                            {L"", ""}};
+    for (const auto& [path, mapped] : cases) EXPECT_EQ(mapPath(path), mapped) << mapped;
     EXPECT_EQ(mapPath(std::wstring_view(L"a\0b", 3)), "a");
     // Names that are no text, and a separator of the other kind within a name, can be opened by what a
     // listing gives.
-    for (const std::string name : {"plain",
-                                   "\xFF\xFE"
-                                   "a\x80",
-                                   "a\\b", "\xED\xB2\x80", "\xC3"})
+    for (const std::string name : {"plain", "\xFF\xFE\x61\x80", "a\\b", "\xED\xB2\x80", "\xC3"})
         EXPECT_EQ(mapPath(pathFromSystem(name)), name);
     EXPECT_EQ(fileNameOfPath(L"a\\b/c.d"), L"c.d");
     EXPECT_EQ(fileNameOfPath(L"a\\"), L"");

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 namespace {
@@ -44,28 +45,18 @@ TEST(FontMetrics, WhatFitsIsTheLongestStartThatIsNotWider) {
     }
 }
 
-struct Drawn {
-    std::vector<std::wstring> lines;
-    std::vector<RECT> places;
-    std::vector<int> underlined;
+struct Drawn : Painting {
     int height = 0;
-    bool isClipped = false;
+    bool isCut() const { return std::any_of(items.begin(), items.end(), isClipped); }
 };
 
 Drawn draw(const wchar_t* text, UINT format, RECT rect = {0, 0, 1000, 100}) {
-    Painting painting;
+    Drawn drawn;
     HostDeviceContext context;
-    context.painting = &painting;
+    context.painting = &drawn;
     context.clip = {0, 0, 1000, 1000};
     context.backMode = TRANSPARENT;
-    Drawn drawn;
     drawn.height = DrawTextW(&context, text, -1, &rect, format);
-    for (const PaintedItem& item : painting.items) {
-        drawn.lines.push_back(item.text);
-        drawn.places.push_back(item.bounds);
-        drawn.underlined.push_back(item.underlined);
-        drawn.isClipped = drawn.isClipped || isClipped(item);
-    }
     return drawn;
 }
 
@@ -73,11 +64,7 @@ TEST(DrawText, LinesBreakAsTheFormatSays) {
     using Lines = std::vector<std::wstring>;
     // Digits are 7.04 pixels wide: ten of them and a blank fit into 80.
     const RECT narrow{0, 0, 80, 200};
-    struct {
-        const wchar_t* text;
-        UINT format;
-        Lines lines;
-    } const cases[] = {
+    const std::tuple<const wchar_t*, UINT, Lines> cases[] = {
         {L"one\ntwo\r\nthree\rfour\n", 0, {L"one", L"two", L"three", L"four"}},
         {L"\n\na", 0, {L"", L"", L"a"}},
         {L"one\ntwo", DT_SINGLELINE, {L"one\ntwo"}},
@@ -93,23 +80,26 @@ TEST(DrawText, LinesBreakAsTheFormatSays) {
         {L"fin&", 0, {L"fin"}},
         {L"000000000000000000", DT_SINGLELINE | DT_END_ELLIPSIS, {L"000000000..."}},
     };
-    for (const auto& each : cases) {
-        const Drawn drawn = draw(each.text, each.format, narrow);
-        EXPECT_EQ(drawn.lines, each.lines) << std::string(each.text, each.text + std::wcslen(each.text));
-        EXPECT_EQ(drawn.height, 13 * static_cast<int>(each.lines.size()));
+    for (const auto& [text, format, lines] : cases) {
+        const Drawn drawn = draw(text, format, narrow);
+        Lines shown;
+        for (const PaintedItem& item : drawn.items) shown.push_back(item.text);
+        EXPECT_EQ(shown, lines) << std::string(text, text + std::wcslen(text));
+        EXPECT_EQ(drawn.height, 13 * static_cast<int>(lines.size()));
         RECT measured = narrow;
         HostDeviceContext context;
-        DrawTextW(&context, each.text, -1, &measured, each.format | DT_CALCRECT);
+        DrawTextW(&context, text, -1, &measured, format | DT_CALCRECT);
         EXPECT_EQ(heightOf(measured), drawn.height);
     }
-    EXPECT_EQ(draw(L"n&on", 0).underlined, std::vector<int>{1});
-    EXPECT_EQ(draw(L"a b\nc&d", DT_WORDBREAK).underlined, (std::vector<int>{-1, 1}));
+    EXPECT_EQ(draw(L"n&on", 0).items.at(0).underlined, 1);
+    const Drawn two = draw(L"a b\nc&d", DT_WORDBREAK);
+    EXPECT_EQ(std::pair(two.items.at(0).underlined, two.items.at(1).underlined), std::pair(-1, 1));
 }
 
 TEST(DrawText, PlacesAndClipsByItsFormat) {
     const int width = textWidth(face, L"00000");
     const RECT room{100, 50, 200, 100};
-    const auto place = [&](UINT format) { return draw(L"00000", format, room).places.at(0); };
+    const auto place = [&](UINT format) { return draw(L"00000", format, room).items.at(0).bounds; };
     EXPECT_EQ(place(0).left, 100);
     EXPECT_EQ(place(0).top, 50);
     EXPECT_EQ(place(DT_RIGHT).right, 200);
@@ -117,10 +107,10 @@ TEST(DrawText, PlacesAndClipsByItsFormat) {
     EXPECT_EQ(place(DT_VCENTER).top, 50) << "counts for single lines only";
     EXPECT_EQ(place(DT_VCENTER | DT_SINGLELINE).top, 50 + (50 - 13) / 2);
     EXPECT_EQ(place(DT_BOTTOM | DT_SINGLELINE).bottom, 100);
-    EXPECT_FALSE(draw(L"00000", 0, room).isClipped);
-    EXPECT_TRUE(draw(L"00000", 0, {0, 0, 10, 100}).isClipped);
-    EXPECT_TRUE(draw(L"0\n0\n0", 0, {0, 0, 100, 30}).isClipped);
-    EXPECT_FALSE(draw(L"00000", DT_NOCLIP, {0, 0, 10, 100}).isClipped);
+    EXPECT_FALSE(draw(L"00000", 0, room).isCut());
+    EXPECT_TRUE(draw(L"00000", 0, {0, 0, 10, 100}).isCut());
+    EXPECT_TRUE(draw(L"0\n0\n0", 0, {0, 0, 100, 30}).isCut());
+    EXPECT_FALSE(draw(L"00000", DT_NOCLIP, {0, 0, 10, 100}).isCut());
     RECT rect{};
     EXPECT_EQ(DrawTextW(nullptr, L"x", -1, &rect, 0), 0);
     HostDeviceContext context;

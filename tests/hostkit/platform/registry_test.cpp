@@ -26,8 +26,11 @@ protected:
     }
     static HKEY make(HKEY hive, const wchar_t* path, REGSAM access = KEY_ALL_ACCESS) {
         HKEY key = nullptr;
-        EXPECT_EQ(RegCreateKeyExW(hive, path, 0, nullptr, 0, access, nullptr, &key, nullptr), ERROR_SUCCESS);
+        EXPECT_EQ(create(hive, path, access, key), ERROR_SUCCESS);
         return key;
+    }
+    static LONG create(HKEY hive, const wchar_t* path, REGSAM access, HKEY& key) {
+        return RegCreateKeyExW(hive, path, 0, nullptr, 0, access, nullptr, &key, nullptr);
     }
     static LONG setText(HKEY key, const wchar_t* name, const std::wstring& text) {
         return RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
@@ -40,6 +43,12 @@ protected:
             RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &size);
         return status == ERROR_SUCCESS ? text : L"status " + std::to_wstring(status);
     }
+    template <class Enumerate>
+    static std::pair<LONG, std::wstring> nameAt(Enumerate enumerate, HKEY key, DWORD index, DWORD room = 50) {
+        wchar_t name[50];
+        const LONG status = enumerate(key, index, name, &room, nullptr, nullptr, nullptr, nullptr);
+        return {status, status == ERROR_SUCCESS ? std::wstring(name, room) : L""};
+    }
 
     ScriptedPort port_;
     ScopedPort use_{port_};
@@ -51,51 +60,32 @@ TEST_F(Registry, FindsNamesInAnyCaseAndKeepsTheFirst) {
     EXPECT_EQ(setText(key, L"pathbin", L"b"), ERROR_SUCCESS);
     const HKEY again = open(HKEY_CURRENT_USER, L"\\SOFTWARE\\vexomar\\éTÉ\\", KEY_READ);
     EXPECT_EQ(getText(again, L"PathBin"), L"b");
-    wchar_t name[50];
-    DWORD length = 50;
-    EXPECT_EQ(RegEnumValueW(again, 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
-    EXPECT_STREQ(name, L"PATHBIN");
-    length = 50;
-    EXPECT_EQ(RegEnumValueW(again, 1, name, &length, nullptr, nullptr, nullptr, nullptr),
-              ERROR_NO_MORE_ITEMS);
-    length = 3;
+    using Named = std::pair<LONG, std::wstring>;
+    EXPECT_EQ(nameAt(RegEnumValueW, again, 0), Named(ERROR_SUCCESS, L"PATHBIN"));
+    EXPECT_EQ(nameAt(RegEnumValueW, again, 1).first, ERROR_NO_MORE_ITEMS);
     const HKEY software = open(HKEY_CURRENT_USER, L"software", KEY_READ);
-    EXPECT_EQ(RegEnumKeyExW(software, 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_MORE_DATA);
-    length = 50;
-    EXPECT_EQ(RegEnumKeyExW(software, 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
-    EXPECT_STREQ(name, L"Vexomar");
-    EXPECT_EQ(length, 7u);
+    EXPECT_EQ(nameAt(RegEnumKeyExW, software, 0, 3).first, ERROR_MORE_DATA);
+    EXPECT_EQ(nameAt(RegEnumKeyExW, software, 0), Named(ERROR_SUCCESS, L"Vexomar"));
 }
 
 TEST_F(Registry, RightsDecideWhatAHandleMayDo) {
     make(HKEY_CURRENT_USER, L"K\\below");
-    struct Case {
-        REGSAM access;
-        LONG query, set, enumerate;
-    };
-    constexpr LONG denied = ERROR_ACCESS_DENIED;
-    const Case cases[] = {
-        {KEY_READ, ERROR_SUCCESS, denied, ERROR_SUCCESS},
-        {KEY_WRITE, denied, ERROR_SUCCESS, denied},
-        {KEY_QUERY_VALUE, ERROR_SUCCESS, denied, denied},
-        {KEY_ENUMERATE_SUB_KEYS, denied, denied, ERROR_SUCCESS},
-        {KEY_READ | KEY_WOW64_32KEY, ERROR_SUCCESS, denied, ERROR_SUCCESS},
-        {KEY_ALL_ACCESS, ERROR_SUCCESS, ERROR_SUCCESS, ERROR_SUCCESS},
-    };
+    constexpr LONG ok = ERROR_SUCCESS, denied = ERROR_ACCESS_DENIED;
+    const std::tuple<REGSAM, LONG, LONG, LONG> cases[] = {{KEY_READ, ok, denied, ok},
+                                                          {KEY_WRITE, denied, ok, denied},
+                                                          {KEY_QUERY_VALUE, ok, denied, denied},
+                                                          {KEY_ENUMERATE_SUB_KEYS, denied, denied, ok},
+                                                          {KEY_READ | KEY_WOW64_32KEY, ok, denied, ok},
+                                                          {KEY_ALL_ACCESS, ok, ok, ok}};
     setText(open(HKEY_CURRENT_USER, L"K", KEY_WRITE), L"v", L"x");
-    for (const Case& each : cases) {
-        const HKEY key = open(HKEY_CURRENT_USER, L"K", each.access);
-        wchar_t name[10];
-        DWORD length = 10;
-        EXPECT_EQ(RegQueryValueExW(key, L"v", nullptr, nullptr, nullptr, nullptr), each.query) << each.access;
-        EXPECT_EQ(setText(key, L"v", L"y"), each.set) << each.access;
-        EXPECT_EQ(RegEnumKeyExW(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr), each.enumerate)
-            << each.access;
-        length = 10;
-        EXPECT_EQ(RegEnumValueW(key, 0, name, &length, nullptr, nullptr, nullptr, nullptr), each.query)
-            << each.access;
-        EXPECT_EQ(RegDeleteValueW(key, L"none"), each.set == denied ? denied : ERROR_FILE_NOT_FOUND)
-            << each.access;
+    for (const auto& [access, query, set, enumerate] : cases) {
+        SCOPED_TRACE(access);
+        const HKEY key = open(HKEY_CURRENT_USER, L"K", access);
+        EXPECT_EQ(RegQueryValueExW(key, L"v", nullptr, nullptr, nullptr, nullptr), query);
+        EXPECT_EQ(setText(key, L"v", L"y"), set);
+        EXPECT_EQ(nameAt(RegEnumKeyExW, key, 0).first, enumerate);
+        EXPECT_EQ(nameAt(RegEnumValueW, key, 0).first, query);
+        EXPECT_EQ(RegDeleteValueW(key, L"none"), set == denied ? denied : ERROR_FILE_NOT_FOUND);
         EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
         EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
         EXPECT_EQ(setText(key, L"v", L"y"), ERROR_INVALID_HANDLE);
@@ -109,13 +99,11 @@ TEST_F(Registry, AReadOnlyHiveRefusesEveryChange) {
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"K", 0, KEY_WRITE, &key), ERROR_ACCESS_DENIED);
     EXPECT_EQ(key, nullptr);
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, nullptr, 0, KEY_WRITE, &key), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"New", 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr),
-              ERROR_ACCESS_DENIED);
+    EXPECT_EQ(create(HKEY_LOCAL_MACHINE, L"New", KEY_READ, key), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"K"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(setText(HKEY_LOCAL_MACHINE, L"v", L"x"), ERROR_ACCESS_DENIED);
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"K", 0, KEY_READ, &key), ERROR_SUCCESS);
-    EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"New", 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
-              ERROR_SUCCESS);
+    EXPECT_EQ(create(HKEY_CURRENT_USER, L"New", KEY_WRITE, key), ERROR_SUCCESS);
 }
 
 TEST_F(Registry, QueriesTellSizesAndKeepRawBytes) {
@@ -153,11 +141,8 @@ TEST_F(Registry, KeysAreMadeAndDeletedFromTheirEnds) {
     EXPECT_EQ(setText(key, L"v", L"x"), ERROR_KEY_DELETED);
     EXPECT_EQ(RegDeleteKeyW(HKEY_CLASSES_ROOT, L""), ERROR_ACCESS_DENIED);
     for (const std::wstring& bad : {std::wstring(L"a\nb"), std::wstring(256, L'k'), std::wstring(L"x\\\x7F")})
-        EXPECT_EQ(
-            RegCreateKeyExW(HKEY_CLASSES_ROOT, bad.c_str(), 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr),
-            ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, L"x", 0, KEY_READ, &key),
-              ERROR_FILE_NOT_FOUND); // nothing half made
+        EXPECT_EQ(create(HKEY_CLASSES_ROOT, bad.c_str(), KEY_READ, key), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, L"x", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(RegOpenKeyExW(nullptr, L"x", 0, KEY_READ, &key), ERROR_INVALID_HANDLE);
 }
 
@@ -170,8 +155,7 @@ TEST_F(Registry, AHandleBelongsToItsStore) {
     EXPECT_NE(key, otherKey);
 }
 
-// --- The text form
-// ------------------------------------------------------------------------------------------
+// --- The text form ----------------------------------------------------------------------------------------
 
 RegistryValue textValue(std::wstring_view text, std::uint32_t type = REG_SZ) {
     std::string bytes((text.size() + 1) * sizeof(wchar_t), '\0');
@@ -210,89 +194,33 @@ TEST(RegistryText, EveryValueComesBack) {
 }
 
 TEST(RegistryText, TellsTheLineAndKeepsTheRest) {
-    struct Case {
-        const char* line;
-        bool isGood;
-    };
-    const Case cases[] = {
-        {"\"a\"=\"b\"", true},
-        {"  \"a\" = \"b\"  ", true},
-        {"; \xFF comment", true},
-        {"\"a\"=dword:1", true},
-        {"\"a\"=hex(3):", true},
-        {"\"a\"=hex(3): 01 , 2", true},
-        {"@=\"\"", true},
-        {"[HKEY_USERS]", true},
-        {"[hkey_users\\\\a\\]  ", true},
-        {"a=b", false},
-        {"\"a\"=", false},
-        {"\"a\"=\"b", false},
-        {"\"a\"=\"b\" x", false},
-        {"\"a\"=\"\\q\"", false},
-        {"\"a\"=\"\\u{}\"", false},
-        {"\"a\"=\"\\u{0}\"", false},
-        {"\"a\"=dword:", false},
-        {"\"a\"=dword:123456789", false},
-        {"\"a\"=hex(3):123", false},
-        {"\"a\"=hex(3):01,", false},
-        {"\"a\"=hex():01", false},
-        {"\"a\" \"b\"", false},
-        {"[HKEY_USERS", false},
-        {"[HKEY_NONE\\x]", false},
-        {"[HKEY_USERS\\a\x01]", false},
-        {"\"\xC3\"=\"b\"", false},
-        {"[", false},
-    };
-    for (const Case& each : cases) {
-        const std::string text = "[HKEY_CURRENT_USER\\K]\r\n" + std::string(each.line) +
-                                 "\r\n[HKEY_CURRENT_USER\\L]\n\"last\"=\"x\"";
+    const auto expect = [](const std::string& line, bool isGood) {
+        SCOPED_TRACE(line);
+        const std::string text =
+            "[HKEY_CURRENT_USER\\K]\r\n" + line + "\r\n[HKEY_CURRENT_USER\\L]\n\"last\"=\"x\"";
         RegistryTree tree;
         const auto problems = readRegistryText(text, tree);
-        EXPECT_EQ(problems.empty(), each.isGood) << each.line;
-        for (const auto& problem : problems) EXPECT_EQ(problem.line, 2u) << each.line;
-        EXPECT_EQ(tree.find(RegistryHive::currentUser, L"L")->values.count(L"last"), 1u) << each.line;
-    }
+        EXPECT_EQ(problems.empty(), isGood);
+        for (const auto& problem : problems) EXPECT_EQ(problem.line, 2u);
+        EXPECT_EQ(tree.find(RegistryHive::currentUser, L"L")->values.count(L"last"), 1u);
+    };
+    for (const char* good :
+         {"\"a\"=\"b\"", "  \"a\" = \"b\"  ", "; \xFF comment", "\"a\"=dword:1",
+          "\"a\"=hex(3):", "\"a\"=hex(3): 01 , 2", "@=\"\"", "[HKEY_USERS]", "[hkey_users\\\\a\\]  "})
+        expect(good, true);
+    for (const char* bad : {"a=b", "\"a\" \"b\"", "[HKEY_USERS", "[HKEY_NONE\\x]", "[HKEY_USERS\\a\x01]",
+                            "\"\xC3\"=\"b\"", "["})
+        expect(bad, false);
+    for (const char* badValue : {"", "\"b", "\"b\" x", "\"\\q\"", "\"\\u{}\"", "\"\\u{0}\"",
+                                 "dword:", "dword:123456789", "hex(3):123", "hex(3):01,", "hex():01"})
+        expect("\"a\"=" + std::string(badValue), false);
     RegistryTree tree;
     const auto problems = readRegistryText("\"lost\"=\"x\"\n[HKEY_BAD]\n\"with its key\"=\"x\"\n", tree);
     ASSERT_EQ(problems.size(), 2u); // the values below a bad key are told once, with it
     EXPECT_EQ(problems[1].line, 2u);
 }
 
-TEST(RegistryText, TakesAnyDamage) {
-    RegistryTree tree;
-    RegistryKey& key = *tree.make(RegistryHive::localMachine, L"Software\\Vexomar\\ordane\\R18\\10.1");
-    key.values[L"Path"] = textValue(L"C:\\Été\n");
-    key.values[L"Language"] = {REG_DWORD, std::string("\x0C\x04\0\0", 4)};
-    key.values[L"raw"] = {REG_BINARY, "\1\2\3"};
-    const std::string good = writeRegistryText(tree);
-    std::mt19937 random(11);
-    for (int round = 0; round < 3000; ++round) {
-        std::string bad = good;
-        for (unsigned i = random() % 4 + 1; i > 0; --i) {
-            const std::size_t at = random() % bad.size();
-            switch (random() % 3) {
-            case 0:
-                bad[at] = static_cast<char>(random());
-                break;
-            case 1:
-                bad.erase(at, random() % 20);
-                break;
-            default:
-                bad.insert(at, bad, 0, random() % 30);
-                break;
-            }
-            if (bad.empty()) bad = "[";
-        }
-        RegistryTree read, again;
-        readRegistryText(bad, read);
-        const std::string written = writeRegistryText(read);
-        EXPECT_TRUE(readRegistryText(written, again).empty()) << bad;
-        EXPECT_EQ(writeRegistryText(again), written) << bad;
-    }
-}
-
-// --- The file
-// ------------------------------------------------------------------------------------------------
+// --- The file ---------------------------------------------------------------------------------------------
 
 class RegistryFile : public Registry {
 protected:
@@ -301,7 +229,11 @@ protected:
         return std::make_unique<FileRegistryStore>(
             file_, [this](const std::wstring& text) { port_.reportProblem(text); });
     }
-    static std::string fileText(const std::string& values) { return "[HKEY_CURRENT_USER\\K]\n" + values; }
+    /// In the user's key K, which is there.
+    static LONG setIn(RegistryStore& store, const std::wstring& name, const std::wstring& text) {
+        return store.apply(
+            {RegistryChange::Kind::setValue, RegistryHive::currentUser, L"K", name, textValue(text)});
+    }
 
     TemporaryFolder folder_;
     std::string file_ = folder_ / "config/registry.txt";
@@ -318,9 +250,7 @@ TEST_F(RegistryFile, IsMadeAtTheFirstChangeAndReadByTheNext) {
               std::string::npos);
     // Another process, or a person with an editor.
     auto other = newStore();
-    EXPECT_EQ(other->apply(
-                  {RegistryChange::Kind::setValue, RegistryHive::currentUser, L"K", L"n", textValue(L"1")}),
-              ERROR_SUCCESS);
+    EXPECT_EQ(setIn(*other, L"n", L"1"), ERROR_SUCCESS);
     EXPECT_EQ(getText(key, L"n"), L"1");
     EXPECT_EQ(RegDeleteValueW(key, L"é"), ERROR_SUCCESS);
     EXPECT_EQ(other->read().find(RegistryHive::currentUser, L"K")->values.size(), 1u);
@@ -330,7 +260,7 @@ TEST_F(RegistryFile, IsMadeAtTheFirstChangeAndReadByTheNext) {
 }
 
 TEST_F(RegistryFile, ADamagedFileIsToldAndKeptAsideAtTheFirstChange) {
-    const std::string bad = fileText("\"a\"=\"1\"\n\"b\"=oops\n\"c\"=\"3\"\n[HKEY_OOPS]\n");
+    const std::string bad = "[HKEY_CURRENT_USER\\K]\n\"a\"=\"1\"\n\"b\"=oops\n\"c\"=\"3\"\n[HKEY_OOPS]\n";
     for (int round = 1; round <= 2; ++round) {
         std::filesystem::create_directory(folder_ / "config");
         folder_.write("config/registry.txt", bad);
@@ -358,31 +288,24 @@ TEST_F(RegistryFile, WhatCannotBeWrittenIsRefusedAndTold) {
     port_.problems.clear();
     port_.setRegistry(newStore());
     HKEY key = nullptr;
-    EXPECT_NE(RegCreateKeyExW(HKEY_CURRENT_USER, L"K", 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
-              ERROR_SUCCESS);
+    EXPECT_NE(create(HKEY_CURRENT_USER, L"K", KEY_WRITE, key), ERROR_SUCCESS);
     EXPECT_FALSE(port_.problems.empty());
-    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"K", 0, KEY_READ, &key),
-              ERROR_FILE_NOT_FOUND); // no half change
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"K", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
     EXPECT_TRUE(std::filesystem::is_directory(file_));
 }
 
 TEST_F(RegistryFile, TwoProcessesKeepEachOthersValues) {
-    constexpr int processes = 4;
-    constexpr int values = 25;
+    constexpr int processes = 4, values = 25;
     pid_t children[processes];
     for (int process = 0; process < processes; ++process) {
         children[process] = fork();
         ASSERT_GE(children[process], 0);
         if (children[process] != 0) continue;
         auto store = newStore();
-        LONG worst = store->apply({RegistryChange::Kind::makeKey, RegistryHive::currentUser, L"K"});
-        for (int i = 0; i < values; ++i) {
-            const std::wstring name = std::to_wstring(process) + L"-" + std::to_wstring(i);
-            const LONG status = store->apply(
-                {RegistryChange::Kind::setValue, RegistryHive::currentUser, L"K", name, textValue(name)});
-            if (status != ERROR_SUCCESS) worst = status;
-        }
-        _exit(worst == ERROR_SUCCESS ? 0 : 1);
+        int failures = store->apply({RegistryChange::Kind::makeKey, RegistryHive::currentUser, L"K"}) != 0;
+        for (int i = 0; i < values; ++i)
+            failures += setIn(*store, std::to_wstring(100 * process + i), L"x") != ERROR_SUCCESS;
+        _exit(failures);
     }
     for (const pid_t child : children) {
         int status = 0;
@@ -406,9 +329,7 @@ TEST_F(RegistryFile, AProcessKilledWhileItWritesLosesNothing) {
         if (child == 0) {
             auto store = newStore();
             for (int i = 0;; ++i) {
-                const std::wstring text = std::to_wstring(i) + std::wstring(20000, L'x');
-                store->apply({RegistryChange::Kind::setValue, RegistryHive::currentUser, L"K",
-                              L"n" + std::to_wstring(round), textValue(text)});
+                setIn(*store, L"n" + std::to_wstring(round), std::to_wstring(i) + std::wstring(20000, L'x'));
                 if (write(progress[1], &i, sizeof i) != sizeof i) _exit(1);
             }
         }
@@ -434,22 +355,16 @@ TEST_F(RegistryFile, AProcessKilledWhileItWritesLosesNothing) {
         EXPECT_EQ(values.size(), static_cast<std::size_t>(round) + 1);
         EXPECT_TRUE(port_.problems.empty());
     }
-    EXPECT_EQ(setText(key, L"after", L"x"),
-              ERROR_SUCCESS); // the lock went with its holder, and so do temporary files
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "config"),
-                            std::filesystem::directory_iterator()),
-              2);
+    EXPECT_EQ(setText(key, L"after", L"x"), ERROR_SUCCESS) << "the lock went with its holder";
+    const std::filesystem::directory_iterator files(folder_ / "config");
+    EXPECT_EQ(std::distance(files, {}), 2) << "temporary files went, too";
 }
 
 TEST(UserRegistry, WorksInMemoryWithoutAHome) {
     const TemporaryFolder folder;
     folder.write("file", "");
-    struct Case {
-        const char *configuration, *home;
-        bool inFile;
-    };
     const std::string good = folder / "good", bad = folder / "file";
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, bool> cases[] = {
         {good.c_str(), nullptr, true}, {nullptr, good.c_str(), true}, {"relative", good.c_str(), true},
         {nullptr, nullptr, false},     {nullptr, bad.c_str(), false}, {bad.c_str(), nullptr, false},
     };
@@ -458,16 +373,15 @@ TEST(UserRegistry, WorksInMemoryWithoutAHome) {
     };
     const char* const home = std::getenv("HOME");
     const std::string before = home ? home : "";
-    for (const Case& each : cases) {
-        set("XDG_CONFIG_HOME", each.configuration);
-        set("HOME", each.home);
+    for (const auto& [configuration, itsHome, inFile] : cases) {
+        set("XDG_CONFIG_HOME", configuration);
+        set("HOME", itsHome);
         std::vector<std::wstring> problems;
         auto store = openUserRegistry([&](const std::wstring& text) { problems.push_back(text); });
-        EXPECT_EQ(store->apply({RegistryChange::Kind::makeKey, RegistryHive::currentUser, L"K"}),
-                  ERROR_SUCCESS);
+        EXPECT_EQ(store->apply({RegistryChange::Kind::makeKey, RegistryHive::currentUser, L"K"}), 0);
         EXPECT_NE(store->read().find(RegistryHive::currentUser, L"K"), nullptr);
-        EXPECT_EQ(problems.empty(), each.inFile);
-        EXPECT_EQ(dynamic_cast<FileRegistryStore*>(store.get()) != nullptr, each.inFile);
+        EXPECT_EQ(problems.empty(), inFile);
+        EXPECT_EQ(dynamic_cast<FileRegistryStore*>(store.get()) != nullptr, inFile);
     }
     EXPECT_TRUE(std::filesystem::exists(folder / "good/vexotools/registry.txt"));
     EXPECT_TRUE(std::filesystem::exists(folder / "good/.config/vexotools/registry.txt"));

@@ -26,17 +26,12 @@ TEST(AnsiCodePage, EveryByteComesBackAndStandsForOneCharacter) {
     }
     EXPECT_EQ(seen.size(), 256u);
     EXPECT_EQ(wideFromAnsi("\x80\x85\x8C\x9F\x81\xFF"), L"€…ŒŸ\x81\xFF");
-    EXPECT_EQ(ansiFromWide(L"Œuvre €5 文 \x80"), "\x8Cuvre \x80"
-                                                 "5 ? ?");
+    EXPECT_EQ(ansiFromWide(L"Œuvre €5 文 \x80"), "\x8Cuvre \x80\x35 ? ?");
 }
 
 TEST(Utf8, TellsEveryKindOfFaultAndGoesOn) {
-    struct Case {
-        std::string bytes;
-        int fault; // -1: none
-        std::wstring text;
-    };
-    const Case cases[] = {
+    // The fault's place (-1: none) and the text.
+    const std::tuple<std::string, int, std::wstring> cases[] = {
         {"a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E", -1, L"aé€𝄞"},
         {"\xF4\x8F\xBF\xBF", -1, L"\U0010FFFF"},
         {"a\x80", 1, L"a\uFFFD"},
@@ -48,15 +43,12 @@ TEST(Utf8, TellsEveryKindOfFaultAndGoesOn) {
         {"\xC3(", 0, L"\uFFFD("},
         {"\xFF", 0, L"\uFFFD"},
     };
-    for (const Case& each : cases) {
+    for (const auto& [bytes, place, text] : cases) {
         std::optional<Utf8Fault> fault;
-        EXPECT_EQ(wideFromUtf8(each.bytes, &fault), each.text);
-        EXPECT_EQ(fault ? static_cast<int>(fault->offset) : -1, each.fault)
-            << testing::PrintToString(each.bytes);
-        EXPECT_EQ(isValidUtf8(each.bytes), each.fault < 0);
-        if (each.fault < 0) {
-            EXPECT_EQ(utf8FromWide(each.text), each.bytes);
-        }
+        EXPECT_EQ(wideFromUtf8(bytes, &fault), text);
+        EXPECT_EQ(fault ? static_cast<int>(fault->offset) : -1, place) << testing::PrintToString(bytes);
+        EXPECT_EQ(isValidUtf8(bytes), place < 0);
+        EXPECT_EQ(utf8FromWide(text) == bytes, place < 0);
     }
     const wchar_t bad[] = {static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000),
                            static_cast<wchar_t>(-1), 0};
@@ -76,8 +68,7 @@ TEST(CodePages, DecodeKnownTexts) {
     EXPECT_EQ(decodeText(CodePage::cyrillic1251, "\xCF\xEB\xE8\xF2\xE0"), L"Плита");
     EXPECT_EQ(decodeText(CodePage::centralEurope1250, "p\xF8\xED\xE8n\xFD"), L"příčný");
     EXPECT_EQ(decodeText(CodePage::greek1253, "\xF0\xEB\xDC\xEA\xE1"), L"πλάκα");
-    EXPECT_EQ(decodeText(CodePage::japanese932, "\x93\x53\x8B\xD8\x83\x5C"
-                                                "a"),
+    EXPECT_EQ(decodeText(CodePage::japanese932, "\x93\x53\x8B\xD8\x83\x5C\x61"),
               L"鉄筋ソa"); // 5C is a second byte
     EXPECT_EQ(decodeText(CodePage::chinese936, "\xB8\xD6\xBD\xEE"), L"钢筋");
     EXPECT_EQ(decodeText(CodePage::korean949, "\xC3\xB6\xB1\xD9"), L"철근");
@@ -148,19 +139,15 @@ TEST(CaseFolding, MapsBackAndOrders) {
 }
 
 TEST(Wildcards, Match) {
-    struct Case {
-        const wchar_t *pattern, *text;
-        bool matches;
-    };
-    const Case cases[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, bool> cases[] = {
         {L"*", L"", true},          {L"", L"", true},
         {L"", L"a", false},         {L"*.ORStyle", L"Été.orstyle", true},
         {L"a?c", L"aÉc", true},     {L"a?c", L"ac", false},
         {L"*a*b", L"xaxxab", true}, {L"*a*b", L"xaxxabc", false},
         {L"a*", L"A", true},        {L"**?", L"", false},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(matchesWildcard(each.pattern, each.text), each.matches) << each.pattern;
+    for (const auto& [pattern, text, matches] : cases)
+        EXPECT_EQ(matchesWildcard(pattern, text), matches) << pattern;
     EXPECT_FALSE(matchesWildcard(L"*a*a*a*a*a*a*a*a*a*a*b", std::wstring(2000, L'a'))); // and comes to an end
 }
 

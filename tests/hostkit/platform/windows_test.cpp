@@ -8,6 +8,7 @@
 namespace {
 
 using namespace hostkit;
+using Do = WindowAction;
 
 constexpr DWORD topStyle = WS_POPUP | WS_VISIBLE;
 constexpr DWORD stop = WS_VISIBLE | WS_TABSTOP;
@@ -192,11 +193,9 @@ TEST_F(WindowTest, ListsSortFindSelectAndTell) {
     combo.AddString(L"un");
     combo.InsertString(0, L"deux");
     combo.SelectString(-1, L"U");
-    combo.GetWindowTextW(text);
-    EXPECT_STREQ(text, L"un");
+    EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"un");
     combo.DeleteString(1);
-    combo.GetWindowTextW(text);
-    EXPECT_STREQ(text, L"");
+    EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"");
 }
 
 // Records what reaches it, in order.
@@ -247,17 +246,14 @@ TEST_F(WindowTest, ActionsReachControlsAndTheirParentHearsOfIt) {
     edit.Create(stop, CRect(0, 130, 80, 150), &top, 13);
     button.SetFocus();
     PostMessageW(top.GetSafeHwnd(), WM_USER + 1, 5, 0);
-    port.actions = {
-        WindowAction::click(10),        WindowAction::clickAt(5, 5),       WindowAction::type(L"c"),
-        WindowAction::press(VK_SPACE),  WindowAction::press(VK_RETURN),    WindowAction::choose(11, 1),
-        WindowAction::choose(12, 1),    WindowAction::write(13, L"ab"),    WindowAction::type(L"c"),
-        WindowAction::press(VK_RETURN), WindowAction::press(VK_TAB, true),
-        WindowAction::press(VK_DOWN), // the combo box's last item stays
-        WindowAction::press(VK_UP),     WindowAction::press(VK_ESCAPE),
-        WindowAction::press(0xFF), // a key that nobody knows
-        WindowAction::type(L"n"),  // of a disabled button
-        WindowAction::click(14),        WindowAction::click(99),           WindowAction::choose(11, 7),
-        WindowAction::clickAt(120, 5)};
+    port.actions = {Do::click(10),        Do::clickAt(5, 5),    Do::type(L"c"),          Do::press(VK_SPACE),
+                    Do::press(VK_RETURN), Do::choose(11, 1),    Do::choose(12, 1),       Do::write(13, L"ab"),
+                    Do::type(L"c"),       Do::press(VK_RETURN), Do::press(VK_TAB, true),
+                    Do::press(VK_DOWN), // the combo box's last item stays
+                    Do::press(VK_UP),     Do::press(VK_ESCAPE),
+                    Do::press(0xFF), // a key that nobody knows
+                    Do::type(L"n"),  // of a disabled button
+                    Do::click(14),        Do::click(99),        Do::choose(11, 7),       Do::clickAt(120, 5)};
     EXPECT_EQ(top.RunModalLoop(), IDCANCEL) << "refused twice, it is closed";
     EXPECT_EQ(top.events,
               L"user5 button button button button button select mark drop select closeup change change ok "
@@ -265,9 +261,7 @@ TEST_F(WindowTest, ActionsReachControlsAndTheirParentHearsOfIt) {
     EXPECT_EQ(top.SendMessageW(WM_USER + 1), 42);
     EXPECT_TRUE(list.GetCheck(1));
     EXPECT_FALSE(list.GetCheck(0));
-    CString text;
-    edit.GetWindowTextW(text);
-    EXPECT_STREQ(text, L"abc");
+    EXPECT_EQ(textOf(edit.GetSafeHwnd()), L"abc");
     ASSERT_EQ(port.problems.size(), 5u);
     for (const std::wstring& problem : port.problems)
         EXPECT_NE(problem.find(L"\"Boîte\""), std::wstring::npos);
@@ -291,7 +285,7 @@ TEST_F(WindowTest, AWindowMayGoWhileItsControlIsAtWork) {
     const HWND list = makeChild(top.GetSafeHwnd(), L"LISTBOX", stop | LBS_NOTIFY, 1);
     SendMessageW(list, listTakeMarks, 0, 0);
     SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"a"));
-    port.actions = {WindowAction::choose(1, 0)};
+    port.actions = {Do::choose(1, 0)};
     EXPECT_EQ(top.RunModalLoop(), -1) << "gone before it was ended";
     EXPECT_FALSE(IsWindow(list));
     EXPECT_EQ(top.GetSafeHwnd(), nullptr);
@@ -311,29 +305,24 @@ TEST_F(WindowTest, RadioButtonsAndCheckBoxesKeepTheirMarks) {
 }
 
 TEST_F(WindowTest, SystemBoxesGiveTheButtonTakenAndRefuseByTheirLeastChange) {
-    struct {
-        UINT flags;
-        std::deque<WindowAction> actions;
-        int result;
-    } const cases[] = {
-        {MB_OK, {WindowAction::press(VK_ESCAPE)}, IDOK},
-        {MB_OKCANCEL | MB_ICONERROR, {WindowAction::press(VK_RETURN)}, IDOK},
-        {MB_OKCANCEL | MB_DEFBUTTON2, {WindowAction::press(VK_RETURN)}, IDCANCEL},
-        {MB_YESNO | MB_ICONQUESTION, {WindowAction::type(L"O")}, IDYES},
-        {MB_YESNO, {WindowAction::refuse()}, IDNO},
-        {MB_YESNO, {}, IDNO},
-        {MB_YESNOCANCEL, {WindowAction::press(VK_TAB), WindowAction::press(VK_RETURN)}, IDNO},
-        {MB_YESNOCANCEL, {WindowAction::press(VK_ESCAPE)}, IDCANCEL},
-        {MB_ABORTRETRYIGNORE, {WindowAction::click(IDIGNORE)}, IDIGNORE},
+    const std::tuple<UINT, std::deque<Do>, int> cases[] = {
+        {MB_OK, {Do::press(VK_ESCAPE)}, IDOK},
+        {MB_OKCANCEL | MB_ICONERROR, {Do::press(VK_RETURN)}, IDOK},
+        {MB_OKCANCEL | MB_DEFBUTTON2, {Do::press(VK_RETURN)}, IDCANCEL},
+        {MB_YESNO | MB_ICONQUESTION, {Do::type(L"O")}, IDYES},
+        {MB_YESNO, {Do::refuse()}, IDNO},
+        {MB_YESNOCANCEL, {Do::press(VK_TAB), Do::press(VK_RETURN)}, IDNO},
+        {MB_YESNOCANCEL, {Do::press(VK_ESCAPE)}, IDCANCEL},
+        {MB_ABORTRETRYIGNORE, {Do::click(IDIGNORE)}, IDIGNORE},
         {MB_ABORTRETRYIGNORE, {}, IDABORT},
-        {MB_RETRYCANCEL | MB_ICONWARNING, {WindowAction::type(L"r")}, IDRETRY},
+        {MB_RETRYCANCEL | MB_ICONWARNING, {Do::type(L"r")}, IDRETRY},
     };
-    for (const auto& each : cases) {
-        port.actions = each.actions;
-        EXPECT_EQ(runMessageBox(L"Un texte & un autre", L"Titre", each.flags), each.result) << each.flags;
+    for (const auto& [flags, actions, result] : cases) {
+        port.actions = actions;
+        EXPECT_EQ(runMessageBox(L"Un texte & un autre", L"Titre", flags), result) << flags;
         const ShownWindow& window = port.windows.back();
         for (const PaintedItem& item : window.painting.items)
-            EXPECT_FALSE(item.kind == PaintKind::text && isClipped(item)) << each.flags;
+            EXPECT_FALSE(item.kind == PaintKind::text && isClipped(item)) << flags;
     }
     EXPECT_TRUE(port.problems.empty());
     EXPECT_TRUE(AfxGetMainWnd()->IsWindowEnabled());
