@@ -2,11 +2,13 @@
 
 #include "consoletext.h"
 #include "interrupt.h"
+#include "meterline.h"
 #include "systembox.h"
 #include "textencoding.h"
 
 #include <cerrno>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -14,6 +16,8 @@ namespace {
 constexpr std::size_t outputHeld = 65536;
 // A line longer than this is no command; what is read so far is taken as the line.
 constexpr std::size_t longestLine = 1048576;
+// Work that ends sooner needs no meter.
+constexpr std::int64_t shortWork = 250'000'000;
 // Of a terminal: the rest of the line goes blank.
 constexpr const char* clearToEnd = "\x1B[K";
 
@@ -39,6 +43,12 @@ bool writeAll(int descriptor, std::string_view bytes) {
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
+}
+
+std::size_t terminalColumns() {
+    constexpr std::size_t usual = 80;
+    winsize size{};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
 } // namespace
@@ -95,18 +105,9 @@ hostkit::Input ConsolePort::readLine(std::wstring_view prompt, std::wstring& lin
     return hostkit::Input::line;
 }
 
-// Whole percents only: a terminal is slow, and a person sees no more.
-void ConsolePort::showMeter(int percent) {
-    if (percent == m_meterPercent || isatty(STDERR_FILENO) != 1) return;
-    m_meterPercent = percent;
-    flush();
-    writeAll(STDERR_FILENO,
-             '\r' + shownBytes(m_meterCaption) + ' ' + std::to_string(percent) + " %" + clearToEnd);
-}
-
 void ConsolePort::clearMeter() {
-    if (m_meterPercent >= 0) writeAll(STDERR_FILENO, std::string("\r") + clearToEnd);
-    m_meterPercent = -1;
+    if (!m_meterLine.empty()) writeAll(STDERR_FILENO, std::string("\r") + clearToEnd);
+    m_meterLine.clear();
 }
 
 void ConsolePort::meterStart(std::wstring_view caption, int minimum, int maximum) {
@@ -114,13 +115,22 @@ void ConsolePort::meterStart(std::wstring_view caption, int minimum, int maximum
     m_meterCaption = caption;
     m_meterMinimum = minimum;
     m_meterMaximum = maximum;
-    showMeter(0);
+    m_meterBegin = monotonicNanoseconds();
 }
 
+// A terminal is slow, and a person sees no more than whole percents and seconds: the line is only written
+// where it differs from the one that stands there.
 void ConsolePort::meterStep(int position) {
     const double range = static_cast<double>(m_meterMaximum) - m_meterMinimum;
-    if (range > 0.0)
-        showMeter(static_cast<int>((static_cast<double>(position) - m_meterMinimum) / range * 100.0));
+    const std::int64_t soFar = monotonicNanoseconds() - m_meterBegin;
+    if (range <= 0.0 || soFar < shortWork || isatty(STDERR_FILENO) != 1) return;
+    const double share = (static_cast<double>(position) - m_meterMinimum) / range;
+    std::wstring line = meterLine(m_meterCaption, static_cast<int>(share * 100.0), secondsLeft(soFar, share),
+                                  terminalColumns() - 1);
+    if (line == m_meterLine) return;
+    flush();
+    writeAll(STDERR_FILENO, '\r' + shownBytes(line) + clearToEnd);
+    m_meterLine = std::move(line);
 }
 
 void ConsolePort::meterStop() { clearMeter(); }

@@ -7,7 +7,8 @@
 
 /// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes
 /// go to standard error, all as UTF-8 whatever the locale. The meter is a line of standard error where that
-/// is a terminal, and nothing elsewhere. A box is drawn as text there and answered as told at BoxAsker.
+/// is a terminal, and nothing elsewhere; work that ends within a quarter of a second shows none. A box is
+/// drawn as text there and answered as told at BoxAsker.
 class ConsolePort final : public hostkit::HostPort {
 public:
     ~ConsolePort() override;
@@ -35,7 +36,6 @@ public:
 
 private:
     bool fillInput();
-    void showMeter(int percent);
     void clearMeter();
 
     BoxAsker m_boxes{*this};
@@ -46,5 +46,6 @@ private:
     std::wstring m_meterCaption;
     int m_meterMinimum = 0;
     int m_meterMaximum = 0;
-    int m_meterPercent = -1; ///< as shown; -1 when no meter is
+    std::int64_t m_meterBegin = 0; ///< in nanoseconds of the port's clock
+    std::wstring m_meterLine;      ///< as shown; empty when none is
 };

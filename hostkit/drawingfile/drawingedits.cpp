@@ -148,6 +148,7 @@ bool DrawingEdits::editObject(const AcDbObject& object) {
     }
     if (object.isKindOf(AcDbSymbolTable::desc()) || !mustBeWritten(object)) {
         ++m_recordsCopied;
+        m_objects.passRecord();
         return true;
     }
     m_text.clear();

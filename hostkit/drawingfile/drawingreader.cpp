@@ -58,12 +58,15 @@ DrawingReading::DrawingReading(AcDbDatabase& database, std::shared_ptr<DrawingSo
     , m_report(report)
     , m_options(options)
     , m_scanner(m_source->bytes)
+    , m_progress(options.progress, m_source->bytes.size(), 0.0, 1.0)
     , m_filer(&database, DrawingText(CodePage::western1252), DrawingVersion::kR12) {}
 
 bool DrawingReading::run() {
     if (!checkForm()) return false;
     findVersion();
-    return readSections() && finish();
+    if (!readSections() || !finish()) return false;
+    m_progress.reach(m_source->bytes.size());
+    return true;
 }
 
 bool DrawingReading::checkForm() {
@@ -131,6 +134,7 @@ bool DrawingReading::next(RawGroup& group) {
 
 bool DrawingReading::nextRecord(const RawGroup& first) {
     RawGroup ignored;
+    m_progress.reach(m_scanner.offset());
     return scanRecord(m_scanner, first, m_record) == ScanResult::kGroup || next(ignored);
 }
 

@@ -14,6 +14,8 @@ class AcDbDatabase;
 
 namespace hostkit {
 
+class DrawingProgress;
+
 /// What was wrong with a drawing, and where.
 struct DrawingProblem {
     std::size_t line = 0; ///< of the group code, counted from 1; 0 where no line can be named
@@ -40,7 +42,8 @@ struct ReadReport {
 
 struct ReadOptions {
     std::size_t problemLimit = 100;
-    bool tellPort = true; ///< each problem also goes to the current port's reportProblem
+    bool tellPort = true;                ///< each problem also goes to the current port's reportProblem
+    DrawingProgress* progress = nullptr; ///< hears how far the reading has come, by the bytes; not owned
 };
 
 /// Reads a drawing into a database that was made without default objects and holds nothing yet; anything

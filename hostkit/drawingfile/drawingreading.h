@@ -1,6 +1,7 @@
 // Stand-in for the host's drawing input at work. Covers one reading with its state; leaves out what callers see, which is drawingreader.h.
 #pragma once
 
+#include "drawingprogress.h"
 #include "drawingreader.h"
 #include "drawingrecord.h"
 #include "groupscanner.h"
@@ -99,6 +100,7 @@ private:
     ReadReport& m_report;
     const ReadOptions& m_options;
     GroupScanner m_scanner;
+    ProgressStage m_progress; // by the bytes of the source
     DrawingVersion m_version = DrawingVersion::kR12;
     RecordReader m_filer;
     DrawingRecord m_record;

@@ -77,11 +77,16 @@ bool runWriting(Writing& writing, Output& output, WriteReport& report) {
     return isGood;
 }
 
+// Of a save: the records, then the file.
+constexpr double recordsShare = 0.9;
+
 bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Output& output,
                 WriteReport& report) {
     output.source = database.source();
     const DrawingStyle style = styleOf(output.source.get(), options);
-    ObjectWriting objects(database, style);
+    ObjectWriting objects(
+        database, style,
+        {options.progress, static_cast<std::size_t>(database.approxNumObjects()), 0.0, recordsShare});
     bool isGood = true;
     if (output.source && filerVersion(style.version) == output.source->version) {
         DrawingEdits edits(database, *output.source, objects, options.everythingFromFields);
@@ -112,7 +117,9 @@ Acad::ErrorStatus writeAll(const AcDbDatabase& database, const WriteOptions& opt
         Output output;
         if (!writeBytes(database, options, output, report))
             return finishReport(report, report.status, prefix + report.message, options);
-        return report.status = take(output);
+        const Acad::ErrorStatus status = take(output);
+        if (options.progress && status == Acad::eOk) options.progress->reach(1.0);
+        return report.status = status;
     } catch (const std::bad_alloc&) {
         return failForMemory(report, prefix, options);
     }

@@ -13,6 +13,8 @@ class AcDbDatabase;
 
 namespace hostkit {
 
+class DrawingProgress;
+
 struct WriteOptions {
     /// Nothing keeps the form that the drawing was read in; a drawing that was never read is written as 2013.
     std::optional<DrawingVersion> version;
@@ -20,6 +22,8 @@ struct WriteOptions {
     bool everythingFromFields = false;
     /// A failure also goes to the current port's reportProblem.
     bool tellPort = true;
+    /// Hears how far the writing has come, by the objects and at the end the file; not owned.
+    DrawingProgress* progress = nullptr;
 };
 
 /// The outcome of one writing.

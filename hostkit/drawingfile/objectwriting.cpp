@@ -26,8 +26,9 @@ bool isActiveSpace(const AcDbBlockTableRecord& block) {
     return equalFolded(block.name(), L"*Model_Space") || equalFolded(block.name(), L"*Paper_Space");
 }
 
-ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style)
+ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style, ProgressStage progress)
     : m_style(style)
+    , m_progress(progress)
     , m_sourceVersion(style.version)
     , m_reader(const_cast<AcDbDatabase*>(&database), style.text, style.version)
     , m_writer(const_cast<AcDbDatabase*>(&database), style)
@@ -115,6 +116,7 @@ bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, 
     }
     m_writer.finish(hasOriginal ? &m_original : nullptr, bytes);
     ++m_recordsWritten;
+    m_progress.advance();
     return true;
 }
 

@@ -1,6 +1,7 @@
 // Stand-in for the host's record output. Covers one object's whole record, new or merged with the one that was read; leaves out where it stands in the file.
 #pragma once
 
+#include "drawingprogress.h"
 #include "drawingrecord.h"
 #include "groupformat.h"
 #include "recordhead.h"
@@ -18,7 +19,7 @@ namespace hostkit {
 /// Writes the records of one drawing.
 class ObjectWriting {
 public:
-    ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style);
+    ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style, ProgressStage progress);
 
     const DrawingStyle& style() const { return m_style; }
     /// The object's record from its fields, merged with the record at that span of the source bytes. False,
@@ -32,6 +33,9 @@ public:
     /// `fields`.
     bool writeNewUnder(const AcDbObject& fields, std::uint64_t handle, AcDbObjectId owner,
                        std::string& bytes);
+
+    /// Counts a record that goes over as it stood, for the progress.
+    void passRecord() { m_progress.advance(); }
 
     /// Whether every group of the record is known to the object's class.
     bool knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
@@ -59,6 +63,7 @@ private:
                      std::string& bytes);
 
     DrawingStyle m_style;
+    ProgressStage m_progress;
     DrawingVersion m_sourceVersion;
     RecordReader m_reader;
     RecordWriter m_writer;

@@ -12,6 +12,7 @@
 #include "menucommands.h"
 #include "menugroup.h"
 #include "spacecommands.h"
+#include "statusbarprogress.h"
 #include "textencoding.h"
 
 #include <exception>
@@ -95,7 +96,10 @@ StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {
     ReadReport report;
-    std::unique_ptr<AcDbDatabase> database = openDrawing(file, &report);
+    StatusBarProgress progress(*this, L"Opening", file);
+    ReadOptions options;
+    options.progress = &progress;
+    std::unique_ptr<AcDbDatabase> database = openDrawing(file, &report, options);
     if (!database) return report.status == Acad::eOk ? Acad::eOutOfMemory : report.status;
     m_parts->documents.adopt(std::move(database), std::wstring(file));
     return Acad::eOk;
@@ -108,7 +112,10 @@ Acad::ErrorStatus Host::newDocument() {
 
 Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view file,
                                      const WriteOptions& options) {
-    return writeDrawing(*document.database(), file, options);
+    StatusBarProgress progress(*this, L"Saving", file);
+    WriteOptions withProgress = options;
+    if (!withProgress.progress) withProgress.progress = &progress;
+    return writeDrawing(*document.database(), file, withProgress);
 }
 
 // Leaves what the command did not read in the input.

@@ -1,9 +1,11 @@
+#include "aced.h"
 #include "actrans.h"
 #include "axlock.h"
 #include "commandtest.h"
 #include "dbapserv.h"
 #include "dblayertable.h"
 #include "dbobjptr.h"
+#include "temporaryfolder.h"
 #include "undohistory.h"
 
 #include <memory>
@@ -182,6 +184,27 @@ TEST_F(DocumentsTest, ACommandMayCloseItsOwnDocument) {
     });
     EXPECT_EQ(documents.curDocument(), first);
     EXPECT_EQ(documents.mdiActiveDocument(), first);
+}
+
+TEST_F(DocumentsTest, OpeningAndSavingShowOneMeterEachUnlessOneStandsThere) {
+    const TemporaryFolder folder;
+    const std::string bytes = folder / "plan.dxf";
+    const std::wstring file(bytes.begin(), bytes.end());
+    ASSERT_EQ(host.saveDocument(*second, file), Acad::eOk);
+    ASSERT_EQ(host.openDocument(file), Acad::eOk);
+    EXPECT_EQ(host.openDocument(file + L"x"), Acad::eFileNotFound);
+    ASSERT_EQ(port.meters.size(), 3u);
+    EXPECT_EQ(port.meters[0].caption, L"Saving plan.dxf");
+    EXPECT_EQ(port.meters[1].caption, L"Opening plan.dxf");
+    for (int work = 0; work < 2; ++work)
+        EXPECT_EQ(port.meters[work].positions.back(), port.meters[work].maximum);
+    for (const auto& meter : port.meters) EXPECT_TRUE(meter.stopped);
+
+    ASSERT_EQ(acedSetStatusBarProgressMeter(L"All plans", 0, 10), 0);
+    ASSERT_EQ(host.openDocument(file), Acad::eOk);
+    EXPECT_EQ(port.meters.size(), 4u);
+    EXPECT_TRUE(port.meters[3].positions.empty() && !port.meters[3].stopped);
+    acedRestoreStatusBar();
 }
 
 } // namespace
