@@ -196,6 +196,15 @@ TEST_F(WindowTest, ListsSortFindSelectAndTell) {
     EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"un");
     combo.DeleteString(1);
     EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"");
+    EXPECT_EQ(combo.AddString(L"trois"), 1);
+    EXPECT_EQ(combo.SetCurSel(1) + combo.GetCurSel() + combo.FindStringExact(-1, L"TROIS"), 3);
+    EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"trois");
+    combo.SetItemData(1, 77);
+    EXPECT_EQ(combo.GetItemData(1), 77u);
+    combo.ResetContent();
+    list.ResetContent();
+    EXPECT_EQ(textOf(combo.GetSafeHwnd()), L"");
+    EXPECT_EQ(combo.GetCount() + list.GetCount(), 0);
 }
 
 // Records what reaches it, in order.
