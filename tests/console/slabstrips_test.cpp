@@ -1,8 +1,6 @@
 // SLABSTRIPS of the example module: roles, areas, tables, what is refused, and what stays in the drawing.
 #include "acdocman.h"
-#include "aced.h"
 #include "consoletest.h"
-#include "dbblocktablerecord.h"
 #include "dbdatabase.h"
 #include "dblayertablerecord.h"
 #include "dbobjptr.h"
@@ -201,9 +199,6 @@ TEST_F(SlabStripsTest, RandomPlansAreCoveredOnceAndNowhereElse) {
         std::vector<Disc> discs;
         for (int i = 0; i < 1 + 5 * round; ++i) {
             discs.push_back({between(0, 30), between(0, 20), between(0.2, 2.5)});
-            // As the drawing holds them.
-            for (double* each : {&discs.back().x, &discs.back().y, &discs.back().radius})
-                *each = std::round(*each * 100.0) / 100.0;
             entities += circle("H", discs.back().x, discs.back().y, discs.back().radius);
         }
         const std::string text = report(entities, byLayers + " ANGLE " + number(between(0, 360)));

@@ -1,7 +1,7 @@
 // XDATA: the typed store of an object, shown from a drawing that others wrote.
 #include "consoletest.h"
 
-#include <sstream>
+#include <algorithm>
 
 namespace {
 
@@ -27,33 +27,15 @@ protected:
     std::string file = writtenFile(folder, "small.dxf", drawing);
 };
 
-// The line's words with one blank between them.
-std::string lineWith(const std::string& output, const std::string& word) {
-    const std::size_t at = output.find(word);
-    if (at == std::string::npos) return {};
-    const std::size_t start = output.rfind('\n', at) + 1;
-    std::istringstream line(output.substr(start, output.find('\n', at) - start));
-    std::string words;
-    for (std::string each; line >> each;) words += (words.empty() ? "" : " ") + each;
-    return words;
-}
-
 TEST_F(XDataCommand, EntriesAreShownByApplicationWithTheirKinds) {
-    const std::string output = outputOf(command("XDATA 1f"));
-    const std::pair<const char*, const char*> lines[] = {
-        {"flag", "ORDANE flag flag"},
-        {"number", "ORDANE number int 7"},
-        {"area", "ORDANE area double 2.25"},
-        {"name", "ORDANE name string says \"a\""},
-        {"list", "ORDANE list long array 10, -20"},
-        {"70000", "ORDANE long long 70000"},
-        {"place", "ORDANE place point (1, 2, 3)"},
-        {"last", "ORDANE last flag"},
-        {"{", "OTHER other {"},
-        {"other       20", "OTHER other 20"},
-    };
-    for (const auto& [word, line] : lines) EXPECT_EQ(lineWith(output, word), line) << output;
-    expectHas(output, {"POINT 1F: ", " of 16383 bytes"});
+    std::string output = outputOf(command("XDATA 1f"));
+    const auto areBlank = [](char a, char b) { return a == ' ' && b == ' '; };
+    output.erase(std::unique(output.begin(), output.end(), areBlank), output.end());
+    expectHas(output,
+              {"\nORDANE flag flag\n", "\nORDANE number int 7\n", "\nORDANE area double 2.25\n",
+               "\nORDANE name string says \"a\"\n", "\nORDANE list long array 10, -20\n",
+               "\nORDANE long long 70000\n", "\nORDANE place point (1, 2, 3)\n", "\nORDANE last flag\n",
+               "\nOTHER other {\n", "\nOTHER other 20\n", "POINT 1F: ", " of 16383 bytes"});
 }
 
 TEST_F(XDataCommand, JsonHasEntriesAndRecords) {
