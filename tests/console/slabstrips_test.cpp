@@ -49,6 +49,7 @@ protected:
 
     void openFile(const std::string& file) {
         ASSERT_EQ(host.openDocument(hostkit::wideFromUtf8(file)), Acad::eOk);
+        port.meters.clear(); // those of the command alone are looked at
     }
     void open(const std::string& entities) {
         openFile(writtenFile(folder, "plan.dxf", drawingOf("", entities)));
@@ -336,7 +337,6 @@ TEST_F(SlabStripsTest, TheMeterGoesOnAndABreakLeavesTheDrawingAsItWas) {
     EXPECT_TRUE(std::is_sorted(meter.positions.begin(), meter.positions.end()));
     for (const int breakAt : {50, 200, 600, 900}) {
         open(entities);
-        port.meters.clear();
         port.breakAt = breakAt;
         const hostkit::CommandResult result = run("");
         port.breakAt = -1;
