@@ -16,6 +16,7 @@
 #include "dictcommand.h"
 #include "drawinglisting.h"
 #include "host.h"
+#include "inventorycommands.h"
 #include "plotcommand.h"
 #include "runtimeservices.h"
 #include "undocommand.h"
@@ -38,21 +39,6 @@ struct Builtin {
 };
 
 void quit() { consoleState().wantsToQuit = true; }
-
-void modules() {
-    for (const std::wstring& name : hostkit::Host::current()->runtime().linker().moduleNames())
-        acutPrintf(L"%s\n", name.c_str());
-}
-
-void commands() {
-    std::vector<Row> rows = {{L"Group", L"Command", L"Local name"}};
-    for (const AcEdCommand* command : acedRegCmds->commands()) {
-        const bool hasLocalName = !hostkit::equalFolded(command->localName(), command->globalName());
-        rows.push_back(
-            {command->commandGroup(), command->globalName(), hasLocalName ? command->localName() : L""});
-    }
-    printTable(rows, "lll");
-}
 
 std::wstring colorName(const AcCmEntityColor& color) {
     if (color.isByACI()) return std::to_wstring(color.colorIndex());
@@ -198,8 +184,9 @@ constexpr Builtin builtins[] = {
     {L"SETVAR", setVariableCommand, L"[NAME [VALUE]]",
      L"shows or sets a system variable; without a name, or with ?, lists all; . is the empty text"},
     {L"VERSION", versionCommand, L"", L"the versions of host and kit, and the product's key"},
-    {L"MODULES", modules, L"", L"the loaded modules in the order of loading"},
-    {L"COMMANDS", commands, L"", L"all commands with their groups, those of modules too"},
+    {L"MODULES", modulesCommand, L"[PROCESS]",
+     L"the loaded modules in the order of loading; with PROCESS all files that the program has code from"},
+    {L"COMMANDS", commandsCommand, L"", L"all commands with their groups, local names and flags"},
     {L"QUIT", quit, L"", L"ends the program; nothing is saved but by --output"},
 };
 

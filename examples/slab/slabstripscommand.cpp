@@ -255,6 +255,9 @@ void slabStripsCommand() {
         acutPrintf(L"%s", checksAsText(run).c_str());
         return hostkit::failCommand(Acad::eInvalidInput, L"there is no closed contour that could be a slab");
     }
+    const Acad::ErrorStatus registered = registerMarks();
+    if (registered != Acad::eOk)
+        return hostkit::failCommand(registered, L"the drawing does not take the application's name");
     const Acad::ErrorStatus status = drawStrips(database, run, request.look);
     if (status != Acad::eOk) return hostkit::failCommand(status, L"the strips cannot be drawn");
     giveTable(run, request.output);

@@ -9,6 +9,7 @@
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
 #include "reporttext.h"
+#include "vexoacadsystemtools.h"
 #include "vexodatabasetools.h"
 
 #include <memory>
@@ -75,6 +76,8 @@ AcDbObjectId runRecord(AcDbDatabase& database, const std::wstring& layer) {
 }
 
 } // namespace
+
+Acad::ErrorStatus registerMarks() { return VEXOAcadSystemTools::RegisterXDataFor(application); }
 
 bool markStrip(AcDbEntity& entity, int number, const double* area) {
     VEXODatabaseTools::setLongValueInEntityXData(&entity, application, numberKey, number);

@@ -15,6 +15,10 @@ class AcDbEntity;
 // record a layer of strips, with references to all that the last run made on it. A drawing that was read in
 // the R12 form has no place for the record: there the marked entities of a layer are its run.
 
+/// Makes the working drawing ready to take the marks. A drawing that refuses is told of once, before anything
+/// is drawn.
+Acad::ErrorStatus registerMarks();
+
 /// Writes the number, and the area unless it is null, on an entity that is open for write. False when the
 /// drawing does not take them.
 bool markStrip(AcDbEntity& entity, int number, const double* area);

@@ -36,7 +36,8 @@ protected:
 TEST_F(WholeProgram, HelpVersionAndCommandsNeedNoDrawing) {
     expectHas(outputOf({"--help"}), {"130", "--output FILE"});
     expectHas(outputOf({"--version"}), {"10.1"});
-    expectHas(outputOf({"--list-commands", "--module", helpful}), {"HELPFUL", "SALUER", "PLOT"});
+    expectHas(outputOf({"--list-commands", "--module", helpful}),
+              {"HELPFUL", "SALUER", "PLOT", "CUILOAD", "session, no undo step"});
 }
 
 TEST_F(WholeProgram, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
@@ -100,8 +101,15 @@ TEST_F(WholeProgram, CommandsRunInOrderAndStopAtAFailure) {
 }
 
 TEST_F(WholeProgram, ModulesAreLoadedOnceInOrderAfterTheLibrary) {
-    EXPECT_EQ(outputOf({"--new", "--module", helpful, "--module", helpful, "--command", "MODULES"}),
-              "VEXOTools10.so\nhelpful.so\n");
+    const std::string list =
+        outputOf({"--new", "--module", helpful, "--module", helpful, "--command", "MODULES"});
+    const std::size_t library = list.find("\nVEXOTools10.so  allowed    several"),
+                      module = list.find("\nhelpful.so ");
+    EXPECT_LT(library, module) << list;
+    EXPECT_EQ(list.find("\nhelpful.so ", module + 1), std::string::npos) << list;
+    expectHas(list, {helpful});
+    expectHas(outputOf({"--new", "--module", helpful, "--command", "modules process"}), {program, helpful});
+    expectProblems({"--new", "--command", "MODULES ALL"}, exitcode::commandFailed, {"PROCESS"});
     // The library has left its settings behind at its first load.
     expectHas(readFile(folder / "registry.txt"), {"OrderDescClrIdxNotOrdered"});
 }

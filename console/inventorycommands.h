@@ -1,0 +1,7 @@
+#pragma once
+
+/// COMMANDS: the command stack from the top: groups, global and local names, flags.
+void commandsCommand();
+/// MODULES [PROCESS]: the loaded modules with what they told the loader; or all files that the process has
+/// code from.
+void modulesCommand();
