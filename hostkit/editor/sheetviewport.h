@@ -18,8 +18,8 @@ struct SheetViewport {
 };
 
 /// The viewport of that number (group 69) on the current sheet, as the drawing's file has it. False, with the
-/// viewport untouched, where there is none, and for one whose record lacks a size or has values that are no
-/// numbers.
+/// viewport untouched, where there is none, and for one whose record lacks a size (R12 keeps it in extended
+/// data, which is not looked at) or has values that are no numbers.
 bool findSheetViewport(const AcDbDatabase& database, int number, SheetViewport& viewport);
 
 } // namespace hostkit
