@@ -48,11 +48,11 @@ Acad::ErrorStatus AcDbAbstractViewTableRecord::setGroups(hostkit::GroupBlock gro
 
 bool AcDbAbstractViewTableRecord::find(short code, AcDbDxfGroup& group) const {
     hostkit::GroupWalker walker(m_groups);
-    while (walker.next(group)) {
-        group.text = {};
-        if (group.code == code) return true;
-    }
-    return false;
+    short each = 0;
+    while (walker.peek(each) && each != code) walker.skip();
+    if (!walker.next(group)) return false;
+    group.text = {};
+    return true;
 }
 
 // In its place, or behind the others.

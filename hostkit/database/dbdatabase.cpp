@@ -6,8 +6,7 @@
 #include "dbsymtb.h"
 
 #include "casefold.h"
-
-#include <cmath>
+#include "useraxes.h"
 
 HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcDbDatabase, AcRxObject)
 
@@ -277,45 +276,12 @@ AcGePoint3d AcDbDatabase::limmin() const { return header().point(L"LIMMIN"); }
 AcGePoint3d AcDbDatabase::limmax() const { return header().point(L"LIMMAX"); }
 AcGePoint3d AcDbDatabase::insbase() const { return header().point(L"INSBASE"); }
 
-namespace {
-
-// Shorter axes are no directions: the header keeps unit vectors.
-constexpr double shortestAxis = 1e-9;
-
-bool isUsable(const AcGeVector3d& axis) {
-    return std::isfinite(axis.x) && std::isfinite(axis.y) && std::isfinite(axis.z) &&
-           axis.length() > shortestAxis;
-}
-
-bool isUsable(const AcGePoint3d& point) {
-    return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
-}
-
-struct UserAxes {
-    AcGePoint3d origin{0.0, 0.0, 0.0};
-    AcGeVector3d x{1.0, 0.0, 0.0};
-    AcGeVector3d y{0.0, 1.0, 0.0};
-};
-
-// Of the space whose variables begin so; y is put at a right angle to x.
-UserAxes userAxes(const hostkit::HeaderVariables& header, const std::wstring& front) {
-    const AcGePoint3d origin = header.point(front + L"ORG");
-    const AcGeVector3d x = header.point(front + L"XDIR").asVector();
-    const AcGeVector3d y = header.point(front + L"YDIR").asVector();
-    if (!isUsable(origin) || !isUsable(x) || !isUsable(y)) return {};
-    const AcGeVector3d z = x.normal().crossProduct(y.normal());
-    if (!isUsable(z)) return {};
-    return {origin, x.normal(), z.normal().crossProduct(x.normal())};
-}
-
-} // namespace
-
-AcGePoint3d AcDbDatabase::ucsorg() const { return userAxes(header(), L"UCS").origin; }
-AcGeVector3d AcDbDatabase::ucsxdir() const { return userAxes(header(), L"UCS").x; }
-AcGeVector3d AcDbDatabase::ucsydir() const { return userAxes(header(), L"UCS").y; }
-AcGePoint3d AcDbDatabase::pucsorg() const { return userAxes(header(), L"PUCS").origin; }
-AcGeVector3d AcDbDatabase::pucsxdir() const { return userAxes(header(), L"PUCS").x; }
-AcGeVector3d AcDbDatabase::pucsydir() const { return userAxes(header(), L"PUCS").y; }
+AcGePoint3d AcDbDatabase::ucsorg() const { return hostkit::userAxes(header(), false).origin; }
+AcGeVector3d AcDbDatabase::ucsxdir() const { return hostkit::userAxes(header(), false).x; }
+AcGeVector3d AcDbDatabase::ucsydir() const { return hostkit::userAxes(header(), false).y; }
+AcGePoint3d AcDbDatabase::pucsorg() const { return hostkit::userAxes(header(), true).origin; }
+AcGeVector3d AcDbDatabase::pucsxdir() const { return hostkit::userAxes(header(), true).x; }
+AcGeVector3d AcDbDatabase::pucsydir() const { return hostkit::userAxes(header(), true).y; }
 
 Acad::ErrorStatus AcDbDatabase::setInsunits(Adesk::Int16 unit) {
     constexpr Adesk::Int16 lastUnit = 24;

@@ -6,6 +6,7 @@
 #include "dbsymtb.h"
 #include "headervariables.h"
 #include "sheetviewport.h"
+#include "useraxes.h"
 
 #include <cmath>
 
@@ -51,23 +52,18 @@ CurrentView currentView(const AcApDocument& document) {
             return viewport.view;
         return planOf(database.header().point(L"PLIMMIN"), database.header().point(L"PLIMMAX"));
     }
-    CurrentView view = planOf(database.limmin(), database.limmax());
     const auto* table = DatabaseAccess::objectOf<AcDbViewportTable>(database.viewportTableId());
     AcDbObjectId id;
-    if (!table || table->getAt(L"*Active", id) != Acad::eOk) return view;
-    const auto* record = DatabaseAccess::objectOf<AcDbViewportTableRecord>(id);
-    if (!record) return view;
-    return viewOf(*record);
+    if (table && table->getAt(L"*Active", id) == Acad::eOk)
+        if (const auto* record = DatabaseAccess::objectOf<AcDbViewportTableRecord>(id))
+            return viewOf(*record);
+    return planOf(database.limmin(), database.limmax());
 }
 
 AcGeMatrix3d ucsToWorld(const AcApDocument& document) {
-    const AcDbDatabase& database = *document.database();
-    const bool inModel = isModelCurrent(document);
-    const AcGePoint3d origin = inModel ? database.ucsorg() : database.pucsorg();
-    const AcGeVector3d x = inModel ? database.ucsxdir() : database.pucsxdir();
-    const AcGeVector3d y = inModel ? database.ucsydir() : database.pucsydir();
+    const UserAxes axes = userAxes(document.database()->header(), !isModelCurrent(document));
     AcGeMatrix3d matrix;
-    return matrix.setCoordSystem(origin, x, y, x.crossProduct(y));
+    return matrix.setCoordSystem(axes.origin, axes.x, axes.y, axes.x.crossProduct(axes.y));
 }
 
 bool displayToSheet(const AcApDocument& document, AcGeMatrix3d& matrix) {
