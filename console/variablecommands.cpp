@@ -2,11 +2,13 @@
 
 #include "aced.h"
 #include "commandoutput.h"
+#include "consoletext.h"
 #include "host.h"
 #include "modulemark.h"
 #include "rxprodkey.h"
 #include "textencoding.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -52,11 +54,10 @@ const wchar_t* placeName(VariablePlace place) {
 std::wstring rangeOf(const SystemVariableInfo& info) {
     if (info.isReadOnly) return L"read-only";
     if (info.minimum == info.maximum) return L"";
-    SystemValue low, high;
-    low.type = high.type = RTREAL;
-    low.reals[0] = info.minimum;
-    high.reals[0] = info.maximum;
-    return hostkit::formatValue(low) + L" to " + hostkit::formatValue(high);
+    // A bound at the end of what a real can be is none to a person.
+    if (info.minimum == std::numeric_limits<double>::min()) return L"above 0";
+    if (info.maximum == std::numeric_limits<double>::max()) return numberText(info.minimum) + L" and above";
+    return numberText(info.minimum) + L" to " + numberText(info.maximum);
 }
 
 void listVariables(const SystemVariables& variables) {

@@ -25,6 +25,7 @@ TEST_F(VariablesCommandTest, WhatCannotBeSetIsToldWithItsReason) {
     const std::pair<const char*, const char*> cases[] = {
         {"SETVAR NOSUCH 1", "no variable of that name; SETVAR alone lists them"},
         {"SETVAR ACADVER 1", "read-only"},
+        {"SETVAR LTSCALE 0", "LTSCALE (real, above 0)"},
         {"SETVAR TILEMODE 2", "not one that it can have"},
         {"SETVAR TILEMODE 1.5", "TILEMODE (16-bit number): the value is of another type"},
         {"SETVAR INSUNITS 99", "INSUNITS (16-bit number, 0 to 24): the value is not one that it can have"},
