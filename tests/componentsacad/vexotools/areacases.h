@@ -12,11 +12,7 @@
 
 namespace areacases {
 
-using contourcases::capsule;
-using contourcases::circle;
-using contourcases::corners;
-using contourcases::rectangle;
-using contourcases::Vertices;
+using namespace contourcases;
 
 inline constexpr double kGrid = 100.0;
 inline const double kQuarter = std::tan(AcGe::kPi / 8);
@@ -68,19 +64,11 @@ inline Vertices onGrid(std::mt19937& random) {
     } else {
         vertices = circle(x, y, steps(1, 4));
     }
-    return random() % 2 ? contourcases::reversed(vertices) : vertices;
-}
-
-inline Vertices moved(const Vertices& vertices, double angle, double x, double y) {
-    Vertices result;
-    for (const auto& [vx, vy, bulge] : vertices)
-        result.push_back({vx * std::cos(angle) - vy * std::sin(angle) + x,
-                          vx * std::sin(angle) + vy * std::cos(angle) + y, bulge});
-    return result;
+    return random() % 2 ? reversed(vertices) : vertices;
 }
 
 inline scanlines::Contour scanlinesOf(const Vertices& vertices, const AcGePoint2d& origin) {
-    return scanlines::contourOf(*contourcases::polylineOf(vertices, true), origin);
+    return scanlines::contourOf(*polylineOf(vertices, true), origin);
 }
 
 /// The area that two contours have in common, by the scan lines.

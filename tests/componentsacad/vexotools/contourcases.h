@@ -24,26 +24,6 @@ namespace contourcases {
 inline constexpr double kPi = AcGe::kPi;
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-struct Arc {
-    AcGePoint3d start;
-    AcGePoint3d end;
-    double bulge;
-};
-
-/// An arc in the XY plane, its chord between 0.1 and 30, its height between a hundredth and three times the
-/// chord.
-inline Arc randomArc(std::mt19937& random, double offset) {
-    std::uniform_real_distribution<double> coordinate(-10, 10);
-    std::uniform_real_distribution<double> share(0.01, 3.0);
-    Arc arc;
-    do {
-        arc.start.set(offset + coordinate(random), offset + coordinate(random), 0);
-        arc.end.set(offset + coordinate(random), offset + coordinate(random), 0);
-    } while (arc.start.distanceTo(arc.end) < 0.1);
-    arc.bulge = share(random) * arc.start.distanceTo(arc.end) * (random() % 2 ? 1 : -1);
-    return arc;
-}
-
 /// Points that stand in small heaps about the tolerance wide, some equal, some NaN.
 inline AcArray<AcGePoint3d> clusteredPoints(std::mt19937& random, int count, double offset,
                                             double tolerance) {
@@ -153,6 +133,15 @@ inline Vertices reversed(const Vertices& vertices) {
     return result;
 }
 
+/// Turned about the origin, then shifted.
+inline Vertices moved(const Vertices& vertices, double angle, double x, double y) {
+    Vertices result;
+    for (const auto& [vx, vy, bulge] : vertices)
+        result.push_back({vx * std::cos(angle) - vy * std::sin(angle) + x,
+                          vx * std::sin(angle) + vy * std::cos(angle) + y, bulge});
+    return result;
+}
+
 // ---- what stands in arrays and curves; NaN where a curve does not tell ----
 
 inline AcArray<AcGePoint3d> pointsOf(const std::vector<AcGePoint3d>& list) {
@@ -202,6 +191,15 @@ inline std::pair<double, double> widthsOf(const AcDbPolyline& polyline, unsigned
     double end = kNaN;
     (void)polyline.getWidthsAt(index, start, end);
     return {start, end};
+}
+
+inline Vertices verticesOf(const AcDbPolyline& polyline) {
+    Vertices vertices;
+    for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+        const AcGePoint2d point = vertexOf(polyline, i);
+        vertices.push_back({point.x, point.y, bulgeOf(polyline, i)});
+    }
+    return vertices;
 }
 
 inline AcGePoint3d startOf(const AcDbCurve& curve) {

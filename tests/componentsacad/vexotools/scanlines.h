@@ -3,11 +3,15 @@
 #pragma once
 
 #include "dbpolyline.h"
+#include "gearc2d.h"
+#include "gecint2d.h"
+#include "gelnsg2d.h"
 #include "gepnt2d.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <memory>
 #include <numbers>
 #include <vector>
 
@@ -160,37 +164,14 @@ struct Figure {
     }
 };
 
-inline void addMeetings(const Segment& a, const Segment& b, std::vector<double>& xs) {
-    if (!a.isArc() && b.isArc()) return addMeetings(b, a, xs);
-    const double ux = b.x2 - b.x1;
-    const double uy = b.y2 - b.y1;
-    if (!a.isArc()) {
-        const double vx = a.x2 - a.x1;
-        const double vy = a.y2 - a.y1;
-        const double across = vx * uy - vy * ux;
-        if (across != 0.0) xs.push_back(a.x1 + vx * (((b.x1 - a.x1) * uy - (b.y1 - a.y1) * ux) / across));
-    } else if (!b.isArc()) {
-        const double square = ux * ux + uy * uy;
-        if (square == 0.0) return;
-        const double t = ((a.centerX - b.x1) * ux + (a.centerY - b.y1) * uy) / square;
-        const double off = std::hypot(b.x1 + ux * t - a.centerX, b.y1 + uy * t - a.centerY);
-        if (off > a.radius) return;
-        const double half = std::sqrt((a.radius * a.radius - off * off) / square);
-        xs.insert(xs.end(), {b.x1 + ux * (t - half), b.x1 + ux * (t + half)});
-    } else {
-        const double dx = b.centerX - a.centerX;
-        const double dy = b.centerY - a.centerY;
-        const double d = std::hypot(dx, dy);
-        if (d == 0.0 || d > a.radius + b.radius) return;
-        const double along = (d * d + a.radius * a.radius - b.radius * b.radius) / (2 * d);
-        const double square = a.radius * a.radius - along * along;
-        if (square < 0.0) return;
-        const double half = std::sqrt(square);
-        for (const double side : {-half, half}) xs.push_back(a.centerX + (dx * along - dy * side) / d);
-    }
+inline std::unique_ptr<AcGeCurve2d> curveOf(const Segment& s) {
+    if (s.isArc())
+        return std::make_unique<AcGeCircArc2d>(AcGePoint2d(s.x1, s.y1), AcGePoint2d(s.x2, s.y2), s.bulge);
+    return std::make_unique<AcGeLineSeg2d>(AcGePoint2d(s.x1, s.y1), AcGePoint2d(s.x2, s.y2));
 }
 
-/// All x between which the free length is a smooth function.
+/// All x between which the free length is a smooth function. Where segments meet is left to the kit: an x
+/// that it missed would cost accuracy only.
 inline std::vector<double> breaksOf(const Figure& figure) {
     std::vector<Segment> all = figure.slab;
     for (const Contour& hole : figure.holes) all.insert(all.end(), hole.begin(), hole.end());
@@ -199,11 +180,14 @@ inline std::vector<double> breaksOf(const Figure& figure) {
         xs.push_back(s.x1);
         if (s.isArc()) xs.insert(xs.end(), {s.centerX - s.radius, s.centerX + s.radius});
     }
+    std::vector<std::unique_ptr<AcGeCurve2d>> curves;
+    for (const Segment& s : all) curves.push_back(curveOf(s));
     for (std::size_t i = 0; i < all.size(); ++i)
         for (std::size_t j = i + 1; j < all.size(); ++j) {
             const double apart = std::hypot(all[i].x1 - all[j].x1, all[i].y1 - all[j].y1);
             if (apart > all[i].reach() + all[j].reach()) continue;
-            addMeetings(all[i], all[j], xs);
+            const AcGeCurveCurveInt2d meetings(*curves[i], *curves[j]);
+            for (int k = 0; k < meetings.numIntPoints(); ++k) xs.push_back(meetings.intPoint(k).x);
         }
     double low = figure.slab[0].x1;
     double high = low;

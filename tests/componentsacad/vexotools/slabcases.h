@@ -96,44 +96,29 @@ inline Vertices outlineOf(Outline outline, std::mt19937& random) {
     return vertices;
 }
 
-/// A rectangle, a circle, a capsule, a diamond or an angle with this middle and these half sizes.
-inline Vertices openingOf(std::mt19937& random, double x, double y, double a, double b) {
+/// A rectangle, a circle, a capsule, a diamond or an angle about the origin with these half sizes.
+inline Vertices openingOf(std::mt19937& random, double a, double b) {
     const double quarter = std::tan(AcGe::kPi / 8);
     switch (upTo(random, 5)) {
     case 0:
-        return contourcases::rectangle(x - a, y - b, 2 * a, 2 * b);
+        return contourcases::rectangle(-a, -b, 2 * a, 2 * b);
     case 1:
-        return contourcases::circle(x, y, std::min(a, b));
+        return contourcases::circle(0, 0, std::min(a, b));
     case 2: {
         const double r = std::min(a, b) / 2;
-        return contourcases::capsule(x - a + r, y, 2 * (a - r), r);
+        return contourcases::capsule(r - a, 0, 2 * (a - r), r);
     }
     case 3:
-        return corners({x - a, y, x, y - b, x + a, y, x, y + b});
+        return corners({-a, 0, 0, -b, a, 0, 0, b});
     case 4: // two prongs that reach equally far
-        return corners({x - a, y - b, x + a, y - b, x + a, y + b, x - a, y + b, x - a, y + b / 2, x + a / 2,
-                        y, x - a, y - b / 2});
+        return corners({-a, -b, a, -b, a, b, -a, b, -a, b / 2, a / 2, 0, -a, -b / 2});
     default: {
         const double r = std::min(a, b) / 3;
-        return {{x - a + r, y - b, 0},
-                {x + a, y - b, 0},
-                {x + a, y + b, 0},
-                {x, y + b, 0},
-                {x, y - b / 2 + r, -quarter},
-                {x - r, y - b / 2, 0},
-                {x - a, y - b / 2, 0},
-                {x - a, y - b + r, quarter}};
+        const double y = -b / 2;
+        return {{r - a, -b, 0},       {a, -b, 0}, {a, b, 0},  {0, b, 0},
+                {0, y + r, -quarter}, {-r, y, 0}, {-a, y, 0}, {-a, r - b, quarter}};
     }
     }
-}
-
-inline Vertices turned(const Vertices& vertices, double x, double y, double angle) {
-    Vertices result;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    for (const auto& [vx, vy, bulge] : vertices)
-        result.push_back({x + c * (vx - x) - s * (vy - y), y + s * (vx - x) + c * (vy - y), bulge});
-    return result;
 }
 
 /// A point on a straight or curved side of the outline (its chord), for openings across the edge.
@@ -187,8 +172,7 @@ inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline
             angle = between(random, 0, 6);
             break;
         }
-        const Vertices opening = openingOf(random, at.x, at.y, a, b);
-        openings.push_back(angle == 0.0 ? opening : turned(opening, at.x, at.y, angle));
+        openings.push_back(contourcases::moved(openingOf(random, a, b), angle, at.x, at.y));
     }
     // A grid takes one opening a cell; repeated ones are nothing that a user draws.
     std::sort(openings.begin(), openings.end());

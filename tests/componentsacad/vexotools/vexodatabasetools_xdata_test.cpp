@@ -10,7 +10,10 @@
 #include "drawingwriter.h"
 
 #include <cstdlib>
+#include <functional>
 #include <new>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -20,6 +23,15 @@ using Tools = VEXODatabaseTools;
 constexpr const wchar_t* application = L"ORDANE";
 
 AcArray<long> longs(std::initializer_list<long> values) { return arrayOf(values); }
+
+/// What a getter answers and leaves in a value that stood at the preset.
+template <typename Object, typename T>
+std::pair<bool, T> read(bool (*get)(Object*, const wchar_t*, const wchar_t*, T&),
+                        std::type_identity_t<Object>* from, const wchar_t* key,
+                        std::type_identity_t<T> preset = {}) {
+    const bool isThere = get(from, application, key, preset);
+    return {isThere, preset};
+}
 
 class TypedStore : public hostkit::HostTest {
 protected:
@@ -53,21 +65,14 @@ TEST_F(TypedStore, EveryKindIsWrittenInItsFormAndReadBack) {
                        "1000 array, 1071 2, 1071 10, 1071 -20, 1000 flag");
     EXPECT_EQ(textOf(List(acdbTblSearch(L"appid", L"ordane", 0))).substr(0, 21), "0 appid, 2 ORDANE, 70");
 
-    int number = 0;
-    long wide = 0;
-    Adesk::Int64 pointer = 0;
-    double real = 0;
-    AcGePoint3d place;
-    CString text;
-    AcArray<long> array = longs({1});
-    EXPECT_TRUE(Tools::getIntValueInEntityXData(point, application, L"int", number) && number == -7);
-    EXPECT_TRUE(Tools::getLongValueInEntityXData(point, application, L"long", wide) && wide == 70000);
-    EXPECT_TRUE(Tools::getLongPtrValueInEntityXData(point, application, L"ptr", pointer) && pointer == 12);
-    EXPECT_TRUE(Tools::getDoubleValueInEntityXData(point, application, L"double", real) && real == 2.5);
-    EXPECT_TRUE(Tools::getPointValueInEntityXData(point, application, L"point", place) &&
-                place == AcGePoint3d(1, 2, 3));
-    EXPECT_TRUE(Tools::getStringValueInEntityXData(point, application, L"string", text) && text == L"text");
+    EXPECT_EQ(read(Tools::getIntValueInEntityXData, point, L"int"), std::pair(true, -7));
+    EXPECT_EQ(read(Tools::getLongValueInEntityXData, point, L"long"), std::pair(true, 70000L));
+    EXPECT_EQ(read(Tools::getLongPtrValueInEntityXData, point, L"ptr").second, 12);
+    EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, point, L"double"), std::pair(true, 2.5));
+    EXPECT_EQ(read(Tools::getPointValueInEntityXData, point, L"point").second, AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(read(Tools::getStringValueInEntityXData, point, L"string").second, L"text");
     EXPECT_TRUE(Tools::hasSimpleStringValueInEntityXData(point, application, L"flag"));
+    AcArray<long> array = longs({1});
     for (int times = 1; times <= 2; ++times) {
         EXPECT_TRUE(Tools::getLongArrayFromEntityXData(point, application, L"array", array));
         EXPECT_EQ(array.length(), 1 + 2 * times) << "elements are appended";
@@ -79,24 +84,19 @@ TEST_F(TypedStore, WidthsAreThoseOfTheDrawing) {
     const std::pair<int, int> ints[] = {
         {70000, 4464}, {40000, -25536}, {-1, -1}, {32767, 32767}, {-32769, 32767}};
     for (const auto& [given, stored] : ints) {
-        int value = 0;
         EXPECT_TRUE(Tools::setIntValueInEntityXData(point, application, L"int", given));
-        EXPECT_TRUE(Tools::getIntValueInEntityXData(point, application, L"int", value));
-        EXPECT_EQ(value, stored) << given;
+        EXPECT_EQ(read(Tools::getIntValueInEntityXData, point, L"int"), std::pair(true, stored)) << given;
     }
     const std::pair<long, long> wides[] = {{5000000000, 705032704}, {-5, -5}, {2147483648, -2147483648}};
     for (const auto& [given, stored] : wides) {
-        long value = 0x7777777777777777;
         EXPECT_TRUE(Tools::setLongValueInEntityXData(point, application, L"long", given));
-        EXPECT_TRUE(Tools::getLongValueInEntityXData(point, application, L"long", value));
-        EXPECT_EQ(value, stored) << given;
+        EXPECT_EQ(read(Tools::getLongValueInEntityXData, point, L"long", 0x7777777777777777).second, stored)
+            << given;
     }
     // New and replaced alike, and without the sign.
     for (int times = 0; times < 2; ++times) {
-        Adesk::Int64 value = 0;
         EXPECT_TRUE(Tools::setLongPtrValueInEntityXData(point, application, L"ptr", -0x100000005));
-        EXPECT_TRUE(Tools::getLongPtrValueInEntityXData(point, application, L"ptr", value));
-        EXPECT_EQ(value, 0xFFFFFFFB);
+        EXPECT_EQ(read(Tools::getLongPtrValueInEntityXData, point, L"ptr").second, 0xFFFFFFFB);
     }
     AcArray<long> array;
     EXPECT_TRUE(Tools::setLongArrayInEntityXData(point, application, L"array", longs({-1, 4294967297})));
@@ -113,36 +113,63 @@ TEST_F(TypedStore, WhatIsNotThereLeavesThePreset) {
     for (const bool hasBlock : {false, true}) {
         if (hasBlock) give(acutBuildList(1001, application, 1000, L"Key", 1070, 1, 1000, L"last", 0));
         for (const wchar_t* key : {L"key", L"last", static_cast<const wchar_t*>(nullptr)}) {
-            int number = 5;
-            long wide = 5;
-            Adesk::Int64 pointer = 5;
-            double real = 5;
-            AcGePoint3d place(5, 5, 5);
-            CString text(L"5");
+            EXPECT_EQ(read(Tools::getIntValueInEntityXData, point, key, 5), std::pair(false, -1));
+            EXPECT_EQ(read(Tools::getLongValueInEntityXData, point, key, 5), std::pair(false, -1L));
+            EXPECT_EQ(read(Tools::getLongPtrValueInEntityXData, point, key, 5),
+                      std::pair(false, Adesk::Int64(-1)));
+            EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, point, key, 5), std::pair(false, -1.0));
+            EXPECT_EQ(read(Tools::getPointValueInEntityXData, point, key, AcGePoint3d(5, 5, 5)),
+                      std::pair(false, AcGePoint3d::kOrigin));
+            EXPECT_EQ(read(Tools::getStringValueInEntityXData, point, key, L"5"),
+                      std::pair(false, CString()));
             AcArray<long> array = longs({5});
-            EXPECT_FALSE(Tools::getIntValueInEntityXData(point, application, key, number));
-            EXPECT_FALSE(Tools::getLongValueInEntityXData(point, application, key, wide));
-            EXPECT_FALSE(Tools::getLongPtrValueInEntityXData(point, application, key, pointer));
-            EXPECT_FALSE(Tools::getDoubleValueInEntityXData(point, application, key, real));
-            EXPECT_FALSE(Tools::getPointValueInEntityXData(point, application, key, place));
-            EXPECT_FALSE(Tools::getStringValueInEntityXData(point, application, key, text));
             EXPECT_FALSE(Tools::getLongArrayFromEntityXData(point, application, key, array));
-            EXPECT_EQ(number, -1);
-            EXPECT_EQ(wide, -1);
-            EXPECT_EQ(pointer, -1);
-            EXPECT_EQ(real, -1.0);
-            EXPECT_TRUE(place == AcGePoint3d::kOrigin && text.IsEmpty() && array.length() == 1);
+            EXPECT_EQ(array.length(), 1);
         }
     }
-    int number = 5;
-    EXPECT_FALSE(
-        Tools::getIntValueInEntityXData(static_cast<AcDbObject*>(nullptr), application, L"Key", number));
-    EXPECT_EQ(number, -1);
+    AcDbObject* const none = nullptr;
+    EXPECT_EQ(read(Tools::getIntValueInEntityXData, none, L"Key", 5), std::pair(false, -1));
+}
+
+// What is done to a block, by its key k.
+using Act = std::function<bool(AcDbPoint*)>;
+
+Act setArray(std::initializer_list<long> values) {
+    return [values = longs(values)](AcDbPoint* p) {
+        return Tools::setLongArrayInEntityXData(p, application, L"k", values);
+    };
+}
+Act addToArray(long value) {
+    return [value](AcDbPoint* p) {
+        return Tools::addLongValueToArrayInEntityXData(p, application, L"k", value);
+    };
+}
+bool removeArray(AcDbPoint* p) { return Tools::removeLongArrayFromEntityXData(p, application, L"k"); }
+bool setFlag(AcDbPoint* p) { return Tools::setSimpleStringValueInEntityXData(p, application, L"k"); }
+bool removeFlag(AcDbPoint* p) { return Tools::removeSimpleStringValueInEntityXData(p, application, L"k"); }
+bool setInt(AcDbPoint* p) { return Tools::setIntValueInEntityXData(p, application, L"k", 1); }
+bool setText(AcDbPoint* p) { return Tools::setStringValueInEntityXData(p, application, L"k", L"v"); }
+
+Act reads(const wchar_t* text) {
+    return [text](AcDbPoint* p) {
+        return read(Tools::getStringValueInEntityXData, p, L"k", L"old") == std::pair(true, CString(text));
+    };
+}
+/// Finds these numbers, and then does the other.
+Act findsArray(std::initializer_list<long> values, const Act& then) {
+    return [values = longs(values), then](AcDbPoint* p) {
+        AcArray<long> found;
+        return Tools::getLongArrayFromEntityXData(p, application, L"k", found) && found == values && then(p);
+    };
+}
+
+template <typename... Groups>
+resbuf* blockOf(Groups... groups) {
+    return acutBuildList(1001, application, groups..., 0);
 }
 
 // Each case: a block, what is done to it, the result and the block afterwards.
 TEST_F(TypedStore, BlocksAreChangedRecordByRecord) {
-    using Act = bool (*)(AcDbPoint*);
     struct Case {
         const char* what;
         resbuf* before;
@@ -150,115 +177,80 @@ TEST_F(TypedStore, BlocksAreChangedRecordByRecord) {
         bool result;
         const char* after;
     };
-    const wchar_t* const name = application;
-    const Case cases[] =
-        {{"an int over a double changes its low 16 bits and keeps the code",
-          acutBuildList(1001, name, 1000, L"k", 1040, 0.0, 0),
-          [](AcDbPoint* p) {
-              double real = 0;
-              return Tools::setIntValueInEntityXData(p, application, L"k", 1) &&
-                     Tools::getDoubleValueInEntityXData(p, application, L"k", real) && real > 0 &&
-                     real < 1e-300;
-          },
-          true, "1001 ORDANE, 1000 k, 1040 5e-324"},
-         {"a string value is found as a key", acutBuildList(1001, name, 1000, L"a", 1000, L"b", 1070, 3, 0),
-          [](AcDbPoint* p) {
-              int value = 0;
-              return Tools::getIntValueInEntityXData(p, application, L"b", value) && value == 3;
-          },
-          true, "1001 ORDANE, 1000 a, 1000 b, 1070 3"},
-         {"a real as text", acutBuildList(1001, name, 1000, L"k", 1040, 1.5, 0),
-          [](AcDbPoint* p) {
-              CString text;
-              return Tools::getStringValueInEntityXData(p, application, L"k", text) && text == L"1.500000";
-          },
-          true, "1001 ORDANE, 1000 k, 1040 1.5"},
-         {"an integer is no text, but there", acutBuildList(1001, name, 1000, L"k", 1070, 1, 0),
-          [](AcDbPoint* p) {
-              CString text(L"old");
-              return Tools::getStringValueInEntityXData(p, application, L"k", text) && text.IsEmpty();
-          },
-          true, "1001 ORDANE, 1000 k, 1070 1"},
-         {"no number over a text", acutBuildList(1001, name, 1000, L"k", 1000, L"v", 0),
-          [](AcDbPoint* p) {
-              return Tools::setIntValueInEntityXData(p, application, L"k", 1) ||
-                     Tools::setLongValueInEntityXData(p, application, L"k", 1) ||
-                     Tools::setLongPtrValueInEntityXData(p, application, L"k", 1) ||
-                     Tools::setDoubleValueInEntityXData(p, application, L"k", 1) ||
-                     Tools::setPointValueInEntityXData(p, application, L"k", AcGePoint3d(1, 1, 1)) ||
-                     Tools::setLongArrayInEntityXData(p, application, L"k", AcArray<long>()) ||
-                     Tools::addLongValueToArrayInEntityXData(p, application, L"k", 1);
-          },
-          false, "1001 ORDANE, 1000 k, 1000 v"},
-         {"no text over a number", acutBuildList(1001, name, 1000, L"k", 1040, 1.5, 0),
-          [](AcDbPoint* p) { return Tools::setStringValueInEntityXData(p, application, L"k", L"v"); }, false,
-          "1001 ORDANE, 1000 k, 1040 1.5"},
-         {"no value for a key at the end", acutBuildList(1001, name, 1000, L"k", 0),
-          [](AcDbPoint* p) {
-              return Tools::setIntValueInEntityXData(p, application, L"k", 1) ||
-                     Tools::setStringValueInEntityXData(p, application, L"k", L"v") ||
-                     Tools::addLongValueToArrayInEntityXData(p, application, L"k", 1) ||
-                     Tools::removeLongArrayFromEntityXData(p, application, L"k");
-          },
-          false, "1001 ORDANE, 1000 k"},
-         {"a flag twice is one record", acutBuildList(1001, name, 1000, L"k", 0),
-          [](AcDbPoint* p) { return Tools::setSimpleStringValueInEntityXData(p, application, L"k"); }, true,
-          "1001 ORDANE, 1000 k"},
-         {"the last flag is not removed", acutBuildList(1001, name, 1000, L"k", 0),
-          [](AcDbPoint* p) { return Tools::removeSimpleStringValueInEntityXData(p, application, L"k"); },
-          false, "1001 ORDANE, 1000 k"},
-         {"a flag takes the next key along",
-          acutBuildList(1001, name, 1000, L"k", 1000, L"next", 1070, 1, 1070, 2, 0),
-          [](AcDbPoint* p) { return Tools::removeSimpleStringValueInEntityXData(p, application, L"k"); },
-          true, "1001 ORDANE, 1070 1, 1070 2"},
-         {"a shorter array keeps what is behind",
-          acutBuildList(1001, name, 1000, L"k", 1071, 3, 1071, 1, 1071, 2, 1071, 3, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) { return Tools::setLongArrayInEntityXData(p, application, L"k", longs({8})); },
-          true, "1001 ORDANE, 1000 k, 1071 1, 1071 8, 1000 n, 1070 9"},
-         {"an empty array is a count", acutBuildList(1001, name, 1000, L"k", 1071, 1, 1071, 1, 1000, L"n", 0),
-          [](AcDbPoint* p) { return Tools::setLongArrayInEntityXData(p, application, L"k", longs({})); },
-          true, "1001 ORDANE, 1000 k, 1071 0, 1000 n"},
-         {"an element more stands before what is behind",
-          acutBuildList(1001, name, 1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) { return Tools::addLongValueToArrayInEntityXData(p, application, L"k", 6); }, true,
-          "1001 ORDANE, 1000 k, 1071 2, 1071 5, 1071 6, 1000 n, 1070 9"},
-         {"a first element", acutBuildList(1001, name, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) { return Tools::addLongValueToArrayInEntityXData(p, application, L"k", 6); }, true,
-          "1001 ORDANE, 1000 n, 1070 9, 1000 k, 1071 1, 1071 6"},
-         {"an array goes whole",
-          acutBuildList(1001, name, 1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) { return Tools::removeLongArrayFromEntityXData(p, application, L"k"); }, true,
-          "1001 ORDANE, 1000 n, 1070 9"},
-         {"an absent array is gone", acutBuildList(1001, name, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) { return Tools::removeLongArrayFromEntityXData(p, application, L"k"); }, true,
-          "1001 ORDANE, 1000 n, 1070 9"},
-         {"a count that outruns its elements ends with them",
-          acutBuildList(1001, name, 1000, L"k", 1071, 1000000000, 1071, 5, 1000, L"n", 1070, 9, 0),
-          [](AcDbPoint* p) {
-              AcArray<long> values;
-              return Tools::getLongArrayFromEntityXData(p, application, L"k", values) &&
-                     values.length() == 1 &&
-                     Tools::setLongArrayInEntityXData(p, application, L"k", longs({1, 2}));
-          },
-          true, "1001 ORDANE, 1000 k, 1071 2, 1071 1, 1071 2, 1000 n, 1070 9"},
-         {"a count that outruns the block", acutBuildList(1001, name, 1000, L"k", 1071, 7, 1071, 5, 0),
-          [](AcDbPoint* p) { return Tools::removeLongArrayFromEntityXData(p, application, L"k"); }, true, ""},
-         {"a count below zero", acutBuildList(1001, name, 1000, L"k", 1071, -2, 1071, 5, 0),
-          [](AcDbPoint* p) {
-              AcArray<long> values;
-              return Tools::getLongArrayFromEntityXData(p, application, L"k", values) && values.isEmpty() &&
-                     Tools::addLongValueToArrayInEntityXData(p, application, L"k", 3);
-          },
-          true, "1001 ORDANE, 1000 k, 1071 -1, 1071 3, 1071 5"},
-         {"arrays of 64 bits are not written", acutBuildList(1001, name, 1000, L"k", 1071, 1, 1071, 5, 0),
-          [](AcDbPoint* p) {
-              return Tools::setLongPtrArrayInEntityXData(p, application, L"k", AcArray<Adesk::Int64>()) ||
-                     Tools::addLongPtrValueToArrayInEntityXData(p, application, L"k", 1);
-          },
-          false, "1001 ORDANE, 1000 k, 1071 1, 1071 5"}};
+    const Case cases[] = {{"an int over a double changes its low 16 bits and keeps the code",
+                           blockOf(1000, L"k", 1040, 0.0),
+                           [](AcDbPoint* p) {
+                               return setInt(p) &&
+                                      read(Tools::getDoubleValueInEntityXData, p, L"k").second == 5e-324;
+                           },
+                           true, "1001 ORDANE, 1000 k, 1040 5e-324"},
+                          {"a string value is found as a key", blockOf(1000, L"a", 1000, L"k", 1070, 3),
+                           [](AcDbPoint* p) {
+                               return read(Tools::getIntValueInEntityXData, p, L"k") == std::pair(true, 3);
+                           },
+                           true, "1001 ORDANE, 1000 a, 1000 k, 1070 3"},
+                          {"a real as text", blockOf(1000, L"k", 1040, 1.5), reads(L"1.500000"), true,
+                           "1001 ORDANE, 1000 k, 1040 1.5"},
+                          {"an integer is no text, but there", blockOf(1000, L"k", 1070, 1), reads(L""), true,
+                           "1001 ORDANE, 1000 k, 1070 1"},
+                          {"no number over a text", blockOf(1000, L"k", 1000, L"v"),
+                           [](AcDbPoint* p) {
+                               return setInt(p) ||
+                                      Tools::setLongValueInEntityXData(p, application, L"k", 1) ||
+                                      Tools::setLongPtrValueInEntityXData(p, application, L"k", 1) ||
+                                      Tools::setDoubleValueInEntityXData(p, application, L"k", 1) ||
+                                      Tools::setPointValueInEntityXData(p, application, L"k",
+                                                                        AcGePoint3d(1, 1, 1)) ||
+                                      setArray({})(p) || addToArray(1)(p);
+                           },
+                           false, "1001 ORDANE, 1000 k, 1000 v"},
+                          {"no text over a number", blockOf(1000, L"k", 1040, 1.5), setText, false,
+                           "1001 ORDANE, 1000 k, 1040 1.5"},
+                          {"no value for a key at the end", blockOf(1000, L"k"),
+                           [](AcDbPoint* p) {
+                               return setInt(p) || setText(p) || addToArray(1)(p) || removeArray(p);
+                           },
+                           false, "1001 ORDANE, 1000 k"},
+                          {"a flag twice is one record", blockOf(1000, L"k"), setFlag, true,
+                           "1001 ORDANE, 1000 k"},
+                          {"the last flag is not removed", blockOf(1000, L"k"), removeFlag, false,
+                           "1001 ORDANE, 1000 k"},
+                          {"a flag takes the next key along",
+                           blockOf(1000, L"k", 1000, L"next", 1070, 1, 1070, 2), removeFlag, true,
+                           "1001 ORDANE, 1070 1, 1070 2"},
+                          {"a shorter array keeps what is behind",
+                           blockOf(1000, L"k", 1071, 3, 1071, 1, 1071, 2, 1071, 3, 1000, L"n", 1070, 9),
+                           setArray({8}), true, "1001 ORDANE, 1000 k, 1071 1, 1071 8, 1000 n, 1070 9"},
+                          {"an empty array is a count", blockOf(1000, L"k", 1071, 1, 1071, 1, 1000, L"n"),
+                           setArray({}), true, "1001 ORDANE, 1000 k, 1071 0, 1000 n"},
+                          {"an element more stands before what is behind",
+                           blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9), addToArray(6), true,
+                           "1001 ORDANE, 1000 k, 1071 2, 1071 5, 1071 6, 1000 n, 1070 9"},
+                          {"a first element", blockOf(1000, L"n", 1070, 9), addToArray(6), true,
+                           "1001 ORDANE, 1000 n, 1070 9, 1000 k, 1071 1, 1071 6"},
+                          {"an array goes whole", blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9),
+                           removeArray, true, "1001 ORDANE, 1000 n, 1070 9"},
+                          {"an absent array is gone", blockOf(1000, L"n", 1070, 9), removeArray, true,
+                           "1001 ORDANE, 1000 n, 1070 9"},
+                          {"a count that outruns its elements ends with them",
+                           blockOf(1000, L"k", 1071, 1000000000, 1071, 5, 1000, L"n", 1070, 9),
+                           findsArray({5}, setArray({1, 2})), true,
+                           "1001 ORDANE, 1000 k, 1071 2, 1071 1, 1071 2, 1000 n, 1070 9"},
+                          {"a count that outruns the block", blockOf(1000, L"k", 1071, 7, 1071, 5),
+                           removeArray, true, ""},
+                          {"a count below zero", blockOf(1000, L"k", 1071, -2, 1071, 5),
+                           findsArray({}, addToArray(3)), true,
+                           "1001 ORDANE, 1000 k, 1071 -1, 1071 3, 1071 5"},
+                          {"arrays of 64 bits are not written", blockOf(1000, L"k", 1071, 1, 1071, 5),
+                           [](AcDbPoint* p) {
+                               return Tools::setLongPtrArrayInEntityXData(p, application, L"k",
+                                                                          AcArray<Adesk::Int64>()) ||
+                                      Tools::addLongPtrValueToArrayInEntityXData(p, application, L"k", 1);
+                           },
+                           false, "1001 ORDANE, 1000 k, 1071 1, 1071 5"}};
     for (const Case& one : cases) {
         SCOPED_TRACE(one.what);
-        give(acutBuildList(1001, name, 0));
+        give(blockOf());
         give(one.before);
         EXPECT_EQ(one.act(point), one.result);
         EXPECT_EQ(block(), one.after);
@@ -336,20 +328,14 @@ TEST_F(TypedStore, ValuesComeBackFromASavedDrawingAndThoseOfOthersAreRead) {
     ASSERT_EQ(again->getAcDbObjectId(id, false, point->objectId().handle()), Acad::eOk);
     {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        double real = 0;
-        int number = 0;
-        Adesk::Int64 pointer = 0;
+        AcDbObject* const object = entity.object();
         AcArray<long> values;
-        EXPECT_TRUE(Tools::getDoubleValueInEntityXData(entity, application, L"épaisseur 壁", real));
-        EXPECT_EQ(real, 0.1);
-        EXPECT_TRUE(Tools::getLongPtrValueInEntityXData(entity, application, L"ptr", pointer));
-        EXPECT_EQ(pointer, 0xFFFFFFFF);
+        EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, object, L"épaisseur 壁").second, 0.1);
+        EXPECT_EQ(read(Tools::getLongPtrValueInEntityXData, object, L"ptr").second, 0xFFFFFFFF);
         EXPECT_TRUE(Tools::getLongArrayFromEntityXData(entity, application, L"array", values));
         EXPECT_EQ(values.length(), 3);
-        EXPECT_TRUE(Tools::getIntValueInEntityXData(entity.object(), application, L"strip", number));
-        EXPECT_EQ(number, 12);
-        EXPECT_TRUE(Tools::getDoubleValueInEntityXData(entity, application, L"area", real));
-        EXPECT_EQ(real, 2.25);
+        EXPECT_EQ(read(Tools::getIntValueInEntityXData, object, L"strip").second, 12);
+        EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, object, L"area").second, 2.25);
     }
     EXPECT_EQ(again->numOpenObjects(), 0);
     point = opened<AcDbPoint>(point->objectId());

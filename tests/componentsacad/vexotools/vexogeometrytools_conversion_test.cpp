@@ -328,11 +328,7 @@ TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
         const AcDbPolyline* result = AcDbPolyline::cast(joined.get());
         ASSERT_TRUE(result);
         EXPECT_EQ(result->isClosed(), c.close);
-        ASSERT_EQ(result->numVerts(), c.expected.size());
-        for (unsigned int i = 0; i < result->numVerts(); ++i) {
-            EXPECT_EQ(vertexOf(*result, i), AcGePoint2d(c.expected[i][0], c.expected[i][1])) << i;
-            EXPECT_DOUBLE_EQ(bulgeOf(*result, i), c.expected[i][2]) << i;
-        }
+        EXPECT_EQ(verticesOf(*result), c.expected);
     }
     AcDbLine line(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0));
     AcDbSpline spline;

@@ -85,6 +85,19 @@ AcArray<void*> copiesOf(const AcArray<void*>& curves) {
     return copies;
 }
 
+/// Where each one starts and ends, in turn; null does nowhere.
+AcArray<AcGePoint3d> endsOf(const AcArray<void*>& curves) {
+    AcArray<AcGePoint3d> ends;
+    for (void* curve : curves) {
+        AcGeInterval range;
+        AcGePoint3d start(kNaN, kNaN, kNaN), end(kNaN, kNaN, kNaN);
+        if (curve) static_cast<AcGeCurve3d*>(curve)->getInterval(range, start, end);
+        ends.append(start);
+        ends.append(end);
+    }
+    return ends;
+}
+
 void deleteKitCurves(const AcArray<void*>& curves) {
     for (void* curve : curves) delete static_cast<AcGeCurve3d*>(curve);
 }
@@ -138,65 +151,37 @@ AcArray<void*> randomCurves(std::mt19937& random, int count, double offset, doub
     return curves;
 }
 
-::testing::AssertionResult haveSameVertices(const AcDbCurve* a, const AcDbCurve* b) {
-    const AcDbPolyline* first = AcDbPolyline::cast(a);
-    const AcDbPolyline* second = AcDbPolyline::cast(b);
-    if (!first || !second) {
-        const bool same = a && b && a->isA() == b->isA();
-        return same ? ::testing::AssertionSuccess() : ::testing::AssertionFailure() << "classes differ";
-    }
-    if (first->numVerts() != second->numVerts() || first->isClosed() != second->isClosed())
-        return ::testing::AssertionFailure()
-               << first->numVerts() << " and " << second->numVerts() << " vertices";
-    for (unsigned int i = 0; i < first->numVerts(); ++i) {
-        const AcGePoint2d p = vertexOf(*first, i);
-        const AcGePoint2d q = vertexOf(*second, i);
-        if (p.x != q.x || p.y != q.y || bulgeOf(*first, i) != bulgeOf(*second, i))
-            return ::testing::AssertionFailure() << "vertex " << i;
-    }
-    return ::testing::AssertionSuccess();
-}
-
 // ---- duplicates ----
 
-std::vector<int> duplicatesPlainly(const AcArray<void*>& curves, const AcGeVector3d& viewDir) {
+AcArray<void*> withoutDuplicatesPlainly(const AcArray<void*>& curves, const AcGeVector3d& viewDir) {
     struct Shadow {
-        bool exists = false;
         AcGePoint3d start, end, center;
     };
     const AcGeTol tolerance = toleranceOf(1e-05);
     const AcGePlane plane(AcGePoint3d::kOrigin, viewDir);
-    std::vector<Shadow> shadows;
-    std::vector<int> kept;
-    for (int i = 0; i < curves.length(); ++i) {
-        Shadow shadow;
+    std::vector<Shadow> seen;
+    AcArray<void*> kept;
+    for (void* curve : curves) {
+        Shadow own;
         AcDbCurve* projected = nullptr;
-        if (static_cast<AcDbCurve*>(curves[i])->getProjectedCurve(plane, viewDir, projected) == Acad::eOk) {
-            shadow.exists = projected->getStartPoint(shadow.start) == Acad::eOk &&
-                            projected->getEndPoint(shadow.end) == Acad::eOk;
-            if (const auto* arc = AcDbArc::cast(projected)) shadow.center = arc->center();
-            if (const auto* ellipse = AcDbEllipse::cast(projected)) shadow.center = ellipse->center();
-            delete projected;
+        if (static_cast<AcDbCurve*>(curve)->getProjectedCurve(plane, viewDir, projected) == Acad::eOk) {
+            const std::unique_ptr<AcDbCurve> owner(projected);
+            own = {startOf(*projected), endOf(*projected), {}};
+            if (const auto* arc = AcDbArc::cast(projected)) own.center = arc->center();
+            if (const auto* ellipse = AcDbEllipse::cast(projected)) own.center = ellipse->center();
         }
-        shadows.push_back(shadow);
-        kept.push_back(i);
-    }
-    const auto isOpen = [](const Shadow& s) {
-        return s.exists && !s.start.isEqualTo(s.end, AcGeContext::gTol);
-    };
-    for (std::size_t i = 0; i < shadows.size(); ++i) {
-        if (!isOpen(shadows[i])) continue;
-        for (std::size_t j = i + 1; j < shadows.size(); ++j) {
-            const Shadow& a = shadows[i];
-            const Shadow& b = shadows[j];
-            if (!isOpen(b) || !a.center.isEqualTo(b.center, tolerance)) continue;
-            const bool same = a.start.isEqualTo(b.start, tolerance) && a.end.isEqualTo(b.end, tolerance);
-            const bool turned = a.start.isEqualTo(b.end, tolerance) && a.end.isEqualTo(b.start, tolerance);
-            if (!same && !turned) continue;
-            shadows.erase(shadows.begin() + static_cast<std::ptrdiff_t>(j));
-            kept.erase(kept.begin() + static_cast<std::ptrdiff_t>(j));
-            --j;
-        }
+        const auto isTwin = [&](const Shadow& other) {
+            const auto same = [&](const AcGePoint3d& a, const AcGePoint3d& b) {
+                return a.isEqualTo(b, tolerance);
+            };
+            return same(own.center, other.center) &&
+                   ((same(own.start, other.start) && same(own.end, other.end)) ||
+                    (same(own.start, other.end) && same(own.end, other.start)));
+        };
+        const bool isOpen = !own.start.isEqualTo(own.end, AcGeContext::gTol);
+        if (isOpen && std::any_of(seen.begin(), seen.end(), isTwin)) continue;
+        if (isOpen) seen.push_back(own);
+        kept.append(curve);
     }
     return kept;
 }
@@ -206,84 +191,41 @@ std::vector<int> duplicatesPlainly(const AcArray<void*>& curves, const AcGeVecto
 TEST(Indexes, CollinearSegmentsMergeAsInThePlainLoops) {
     std::mt19937 random(61);
     int merges = 0;
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round <= 400; ++round) {
         const double offset = round % 4 == 3 ? 1e6 : 0.0;
         const double tolerance = round % 5 == 0 ? 0.0 : 1.0;
-        AcArray<void*> segments = randomSegments(random, 40, offset, 0.0003);
+        const int count = round < 400 ? 40 : 0;
+        AcArray<void*> segments = randomSegments(random, count, offset, 0.0003);
         AcArray<void*> expected = copiesOf(segments);
         ConcatenateLineSegments(segments, tolerance);
         concatenatePlainly(expected, tolerance);
-        merges += 40 - segments.length();
-        ASSERT_EQ(segments.length(), expected.length()) << round;
-        for (int i = 0; i < segments.length(); ++i) {
-            ASSERT_EQ(segments[i] == nullptr, expected[i] == nullptr) << round;
-            if (!segments[i]) continue;
-            const auto* a = static_cast<AcGeCurve3d*>(segments[i]);
-            const auto* b = static_cast<AcGeCurve3d*>(expected[i]);
-            ASSERT_EQ(a->type(), b->type()) << round;
-            if (!a->isKindOf(AcGe::kLineSeg3d)) continue;
-            const auto& s = static_cast<const AcGeLineSeg3d&>(*a);
-            const auto& t = static_cast<const AcGeLineSeg3d&>(*b);
-            ASSERT_TRUE(
-                areSame(pointsOf({s.startPoint(), s.endPoint()}), pointsOf({t.startPoint(), t.endPoint()})))
-                << round << ", segment " << i;
-        }
+        merges += count - segments.length();
+        ASSERT_TRUE(areSame(endsOf(segments), endsOf(expected))) << round;
         deleteKitCurves(segments);
         deleteKitCurves(expected);
     }
     EXPECT_GT(merges, 1000);
 }
 
-TEST(Indexes, GapsAndZeroLengthsAreNotBridged) {
-    AcArray<void*> segments;
-    const auto add = [&](double x1, double x2) { segments.append(newSegment({x1, 0, 0}, {x2, 0, 0})); };
-    add(0, 1);
-    add(2, 3);
-    ConcatenateLineSegments(segments, 1.0);
-    EXPECT_EQ(segments.length(), 2);
-    add(2, 1);
-    add(3, 3);
-    ConcatenateLineSegments(segments, 1.0);
-    ASSERT_EQ(segments.length(), 2);
-    const auto& whole = *static_cast<AcGeLineSeg3d*>(static_cast<AcGeCurve3d*>(segments[0]));
-    EXPECT_EQ(whole.startPoint(), AcGePoint3d(0, 0, 0));
-    EXPECT_EQ(whole.endPoint(), AcGePoint3d(3, 0, 0));
-    deleteKitCurves(segments);
-    AcArray<void*> none;
-    ConcatenateLineSegments(none, 1.0);
-    EXPECT_TRUE(none.isEmpty());
-}
-
 TEST(Indexes, ChainsGrowAsInThePlainLoops) {
     std::mt19937 random(62);
     int longest = 0;
-    for (int round = 0; round < 400; ++round) {
-        const Curves curves(randomCurves(random, 25, round % 4 == 3 ? 1e6 : 0.0, 5e-11));
+    int closed = 0;
+    for (int round = 0; round < 800; ++round) {
+        const int count = round % 2 ? 25 : 1 + round % 5; // of few curves all may belong to the chain
+        const Curves curves(randomCurves(random, count, round % 4 == 3 ? 1e6 : 0.0, 5e-11));
         const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(curves.array));
         const std::unique_ptr<AcDbCurve> expected(chainPlainly(curves.array));
-        ASSERT_TRUE(haveSameVertices(chain.get(), expected.get())) << round;
-        if (const AcDbPolyline* polyline = AcDbPolyline::cast(chain.get()))
-            longest = std::max(longest, static_cast<int>(polyline->numVerts()));
+        ASSERT_EQ(chain->isA(), expected->isA()) << round;
+        const AcDbPolyline* polyline = AcDbPolyline::cast(chain.get());
+        if (!polyline) continue;
+        ASSERT_EQ(verticesOf(*polyline), verticesOf(*AcDbPolyline::cast(expected.get()))) << round;
+        ASSERT_EQ(polyline->isClosed(), expected->isClosed()) << round;
+        closed += count > 1 && polyline->isClosed();
+        longest = std::max(longest, static_cast<int>(polyline->numVerts()));
     }
     EXPECT_GT(longest, 15);
-}
-
-TEST(Indexes, AShuffledContourClosesAgain) {
-    std::mt19937 random(63);
-    const auto whole = polylineOf(randomContour(random, 200), true);
-    AcDbVoidPtrArray pieces;
-    AcGeDoubleArray cuts;
-    for (int i = 0; i < 200; ++i) cuts.append(i);
-    ASSERT_EQ(whole->getSplitCurves(cuts, pieces), Acad::eOk);
-    std::shuffle(pieces.begin(), pieces.end(), random);
-    const Curves shuffled(pieces);
-    for (int i = 0; i < shuffled.count(); i += 2) shuffled.curve(i)->reverseCurve();
-    const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(pieces));
-    const AcDbPolyline* closed = AcDbPolyline::cast(chain.get());
-    ASSERT_TRUE(closed);
-    EXPECT_TRUE(closed->isClosed());
-    EXPECT_EQ(closed->numVerts(), 200u);
-    EXPECT_NEAR(areaOf(*closed), areaOf(*whole), 1e-9);
+    EXPECT_GT(closed, 5);
 }
 
 TEST(Indexes, ChainsOfFewCurves) {
@@ -303,8 +245,7 @@ TEST(Indexes, DuplicatesGoAsInThePlainLoops) {
     for (int round = 0; round < 200; ++round) {
         const AcGeVector3d view = views[round % 4];
         Curves curves(randomCurves(random, 60, round % 5 == 4 ? 1e6 : 0.0, 3e-6));
-        AcArray<void*> expected;
-        for (const int kept : duplicatesPlainly(curves.array, view)) expected.append(curves.array[kept]);
+        const AcArray<void*> expected = withoutDuplicatesPlainly(curves.array, view);
         RemoveDuplicates(curves.array, view);
         ASSERT_TRUE(areSame(curves.array, expected)) << round;
         removed += 60 - curves.count();

@@ -100,24 +100,14 @@ TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
         {{}, {}, {{0, 0, 0}}},
         {{{1, 1, 0}}, {{1, 1, 0}}, {}},
         {{{1, 1, 0}, {3, 3, 0}}, {{2, 2, 0}}, {{2, 3, 0}}}};
-    const auto check = [](const AcArray<AcGePoint3d>& polygon, const Case& one) {
+    for (const Case& one : cases) {
+        AcArray<AcGePoint3d> polygon = pointsOf(one.polygon);
+        SCOPED_TRACE(testing::Message() << "of " << polygon.length());
         for (const AcGePoint3d& point : one.inside)
             EXPECT_EQ(IsInteriorPoint(polygon, point), 1) << point.x << ' ' << point.y;
         for (const AcGePoint3d& point : one.outside)
             EXPECT_EQ(IsInteriorPoint(polygon, point), 0) << point.x << ' ' << point.y;
-    };
-    for (const Case& one : cases)
-        for (std::size_t start = 0; start < std::max<std::size_t>(one.polygon.size(), 1); ++start)
-            for (const bool backward : {false, true}) {
-                AcArray<AcGePoint3d> polygon = pointsOf(one.polygon);
-                if (!polygon.isEmpty()) std::rotate(polygon.begin(), polygon.begin() + start, polygon.end());
-                if (backward) polygon.reverse();
-                SCOPED_TRACE(testing::Message() << "of " << polygon.length() << " from " << start);
-                check(polygon, one);
-                if (polygon.isEmpty()) continue;
-                polygon.append(AcGePoint3d(polygon[0]));
-                check(polygon, one); // the first point repeated
-            }
+    }
 }
 
 TEST(InteriorPoint, EqualsPlainFormOnLatticesAndNaN) {
@@ -219,39 +209,6 @@ TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {
     EXPECT_EQ(IsInteriorPoint(std::vector<AcGeCurve2d*>(), {0, 0}), 0);
 }
 
-bool insidePlainly(const AcGePoint3d& point, AcDbCurve* contour) {
-    const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(contour));
-    AcDbExtents box;
-    if (!polyline || polyline->getGeomExtents(box) != Acad::eOk) return false;
-    const AcDbLine line({point.x, box.minPoint().y, point.z}, point);
-    const AcGeTol tolerance = toleranceOf(AcGeTol().equalPoint(), 1e-05);
-    AcGePoint3d closest;
-    if ((line.startPoint() - point).isCodirectionalTo(AcGeVector3d::kYAxis, tolerance) &&
-        polyline->getClosestPointTo(line.startPoint(), closest) == Acad::eOk &&
-        closest.isEqualTo(line.startPoint(), tolerance))
-        return false;
-    AcGePoint3dArray points;
-    (void)polyline->intersectWith(&line, AcDb::kOnBothOperands, points);
-    return points.length() % 2 != 0;
-}
-
-TEST(InsideContour, EqualsPlainFormOnCornersSidesAndTangents) {
-    std::mt19937 random(23);
-    int inside = 0;
-    for (int round = 0; round < 6000; ++round) {
-        const double offset = round % 4 ? 0.0 : 1e6;
-        const auto coordinate = [&] { return onLattice(random, 6, offset, 6e-11); };
-        const auto polyline = polylineOf(latticeRun(random, 13, 6, offset, 6e-11), random() % 8 != 0);
-        if (random() % 5 == 0) (void)polyline->setNormal(-AcGeVector3d::kZAxis);
-        const AcGePoint3d q(coordinate() + (random() % 2 ? 0.0 : 0.3), coordinate(),
-                            random() % 20 ? 0.0 : 1.0);
-        ASSERT_EQ(isPointInsideContour(q, polyline.get()), insidePlainly(q, polyline.get()))
-            << "round " << round;
-        inside += insidePlainly(q, polyline.get());
-    }
-    EXPECT_GT(inside, 800);
-}
-
 TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
     AcDbCircle drawn({0, 0, 5}, AcGeVector3d::kZAxis, 2.0);
     EXPECT_TRUE(isPointInsideContour({0.5, 0.3, 0}, &drawn)) << "a contour is taken at elevation 0";
@@ -260,6 +217,8 @@ TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
     const auto square = panel(0, 0, 4, 4);
     EXPECT_FALSE(isPointInsideContour({2, -1, 0}, square.get())) << "below the box, over its lower side";
     EXPECT_TRUE(isPointInsideContour({2, 1, 0}, square.get()));
+    const auto open = polylineOf(corners({0, 4, 0, 0, 4, 0, 4, 4}), false);
+    EXPECT_TRUE(isPointInsideContour({2, 5, 0}, open.get())) << "an open curve is asked as it is";
     AcDbXline line;
     AcDbPolyline empty;
     for (AcDbCurve* none : std::initializer_list<AcDbCurve*>{nullptr, &line, &empty})
@@ -268,26 +227,7 @@ TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
     EXPECT_FALSE(isPointInsideContour({1, kNaN, 0}, square.get()));
 }
 
-bool isOnPlainly(const AcDbPolyline& polyline, const AcGePoint3d& point, const AcGeVector3d* view) {
-    const AcGeTol tolerance = toleranceOf(1e-06, 1e-06);
-    const unsigned int count = polyline.numVerts() - (polyline.isClosed() ? 0 : 1);
-    for (unsigned int i = 0; i < count; ++i) {
-        AcGeLineSeg3d line;
-        AcGeCircArc3d arc;
-        if (polyline.segType(i) == AcDbPolyline::kLine && polyline.getLineSegAt(i, line) == Acad::eOk &&
-            line.isOn(point, tolerance)) {
-            const AcGeVector3d along = line.startPoint() - line.endPoint();
-            if (!view || (!along.isZeroLength(tolerance) && along.isParallelTo(*view, tolerance)))
-                return true;
-        }
-        if (!view && polyline.segType(i) == AcDbPolyline::kArc && polyline.getArcSegAt(i, arc) == Acad::eOk &&
-            arc.isOn(point, tolerance))
-            return true;
-    }
-    return false;
-}
-
-TEST(OnPolyline, EqualsPlainFormAroundTheTolerance) {
+TEST(OnPolyline, HoldsWithinTheToleranceOfAnySegment) {
     std::mt19937 random(31);
     std::uniform_real_distribution<double> share(0.0, 1.0);
     constexpr double shifts[] = {0, 0.4e-6, 0.98e-6, 1.02e-6, 3e-6, 1e-3};
@@ -305,14 +245,20 @@ TEST(OnPolyline, EqualsPlainFormAroundTheTolerance) {
         const double parameter = share(random) * (polyline->numVerts() - 1);
         ASSERT_EQ(polyline->getPointAtParam(parameter, point), Acad::eOk);
         ASSERT_EQ(polyline->getFirstDeriv(parameter, along), Acad::eOk);
-        point += along.crossProduct(polyline->normal()).normal() * shifts[random() % 6];
-        ASSERT_EQ(isPointOnPolyLine(polyline.get(), point), isOnPlainly(*polyline, point, nullptr)) << round;
-        on += isOnPlainly(*polyline, point, nullptr);
-        const AcGeVector3d view = random() % 2 ? -3.0 * along : along + AcGeVector3d(0.01, 0, 0);
+        const double shift = shifts[random() % 6];
+        point += along.crossProduct(polyline->normal()).normal() * shift;
+        const bool isOn = shift < 1e-6;
+        ASSERT_EQ(isPointOnPolyLine(polyline.get(), point), isOn) << round;
+        on += isOn;
+        const bool isView = random() % 2;
+        const AcGeVector3d aside = along.crossProduct(polyline->normal());
+        const AcGeVector3d view = isView ? -3.0 * along : along + 0.001 * aside;
+        const bool isStraight =
+            polyline->segType(static_cast<unsigned int>(parameter)) == AcDbPolyline::kLine;
         ASSERT_EQ(isPointOnPolySegParalelWithViewDir(polyline.get(), point, view),
-                  isOnPlainly(*polyline, point, &view))
+                  isOn && isView && isStraight)
             << round;
-        parallel += isOnPlainly(*polyline, point, &view);
+        parallel += isOn && isView && isStraight;
     }
     EXPECT_GT(on, 2000);
     EXPECT_GT(parallel, 500);
@@ -323,10 +269,7 @@ TEST(OnPolyline, OpenChordVerticesAndNothing) {
     const auto closed = polylineOf(corners({0, 0, 4, 0, 4, 4}), true);
     EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 2, 0}));
     EXPECT_TRUE(isPointOnPolyLine(closed.get(), {2, 2, 0}));
-    EXPECT_TRUE(isPointOnPolyLine(open.get(), {4, 4, 0}));
     EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 0, 1}));
-    EXPECT_TRUE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, -AcGeVector3d::kXAxis));
-    EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, AcGeVector3d::kYAxis));
     EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, AcGeVector3d::kIdentity));
     AcDbPolyline empty;
     EXPECT_FALSE(isPointOnPolyLine(&empty, {0, 0, 0}));
@@ -361,56 +304,6 @@ TEST(PerpendicularVector, PointsIntoTheContourOrNot) {
     EXPECT_FALSE(isPerpVectorOrientedInsideContour({kNaN, 0, 0}, {0, 4, 0}, piece.get()));
 }
 
-bool outsidePlainly(const AcDbCurve& first, const AcDbCurve& second) {
-    AcDbExtents boxes[2];
-    if (first.getGeomExtents(boxes[0]) != Acad::eOk || second.getGeomExtents(boxes[1]) != Acad::eOk)
-        return false;
-    AcDbExtents both;
-    for (AcDbExtents& box : boxes) {
-        box = AcDbExtents({box.minPoint().x, box.minPoint().y, 0}, {box.maxPoint().x, box.maxPoint().y, 0});
-        both.addExt(box);
-    }
-    const AcGeTol tolerance = toleranceOf(1e-08);
-    if (both.minPoint().isEqualTo(boxes[0].minPoint(), tolerance) &&
-        both.maxPoint().isEqualTo(boxes[0].maxPoint(), tolerance))
-        return false;
-    AcGePoint3dArray points;
-    (void)second.intersectWith(&first, AcDb::kOnBothOperands, points);
-    if (points.isEmpty()) return true;
-    for (int k = 0; k < 2; ++k)
-        for (int corner = 0; corner < 4; ++corner) {
-            const double x = corner % 2 ? boxes[k].minPoint().x : boxes[k].maxPoint().x;
-            const double y = corner / 2 ? boxes[k].minPoint().y : boxes[k].maxPoint().y;
-            const AcDbExtents& other = boxes[1 - k];
-            if (isDefinitelyBelow(other.minPoint().x, x) && isDefinitelyBelow(x, other.maxPoint().x) &&
-                isDefinitelyBelow(other.minPoint().y, y) && isDefinitelyBelow(y, other.maxPoint().y))
-                return false;
-        }
-    AcGePoint3dArray meeting;
-    const AcDbLine diagonal(boxes[1].minPoint(), boxes[1].maxPoint());
-    (void)AcDbLine(boxes[0].minPoint(), boxes[0].maxPoint())
-        .intersectWith(&diagonal, AcDb::kOnBothOperands, meeting);
-    return meeting.isEmpty();
-}
-
-TEST(ContourOutside, EqualsPlainFormOnLatticeOfPairs) {
-    std::mt19937 random(41);
-    int outside = 0;
-    constexpr int rounds = 6000;
-    for (int round = 0; round < rounds; ++round) {
-        std::unique_ptr<AcDbPolyline> pair[2];
-        for (auto& polyline : pair) {
-            polyline = polylineOf(latticeRun(random, 6, 8, 0.0, 5e-9), random() % 6 != 0);
-            (void)polyline->setElevation(random() % 9 ? 0.0 : 1.0);
-        }
-        ASSERT_EQ(isContourOutside(pair[0].get(), pair[1].get()), outsidePlainly(*pair[0], *pair[1]))
-            << "round " << round;
-        outside += outsidePlainly(*pair[0], *pair[1]);
-    }
-    EXPECT_GT(outside, rounds / 10);
-    EXPECT_LT(outside, rounds * 9 / 10);
-}
-
 TEST(ContourOutside, NamedPairs) {
     const auto slab = panel(0, 0, 10, 10);
     const auto ask = [&](std::unique_ptr<AcDbPolyline> second) {
@@ -423,7 +316,19 @@ TEST(ContourOutside, NamedPairs) {
     EXPECT_FALSE(ask(panel(8, 8, 15, 15))) << "across a corner";
     EXPECT_FALSE(ask(panel(4, -2, 5, 12))) << "across, by the diagonals";
     EXPECT_TRUE(ask(panel(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
+    EXPECT_TRUE(ask(panel(5, -5e-11, 15, 10 + 5e-11))) << "so it is for corners this near";
+    EXPECT_FALSE(ask(panel(5, 5e-9, 15, 10))) << "a corner inside, though barely";
     EXPECT_TRUE(ask(panel(10, 0, 20, 10))) << "touching";
+    EXPECT_TRUE(ask(polylineOf(corners({-5, 6, 4, 15, -5, 15}), true))) << "boxes overlap, curves do not";
+    const auto bay = polylineOf(corners({0, 0, 10, 0, 10, 10, 8, 10, 8, 2, 2, 2, 2, 10, 0, 10}), true);
+    EXPECT_FALSE(isContourOutside(bay.get(), panel(4, 4, 6, 10 + 0.9e-8).get())) << "held by the box";
+    EXPECT_TRUE(isContourOutside(bay.get(), panel(4, 4, 6, 10 + 1.1e-8).get())) << "not quite held";
+    auto raised = panel(8, 8, 15, 15);
+    (void)raised->setElevation(1.0);
+    EXPECT_TRUE(ask(std::move(raised))) << "they do not meet in space";
+    auto held = panel(2, 2, 5, 5);
+    (void)held->setElevation(1.0);
+    EXPECT_FALSE(ask(std::move(held))) << "boxes are seen along z";
     AcDbPolyline empty;
     EXPECT_FALSE(isContourOutside(slab.get(), &empty));
     EXPECT_FALSE(isContourOutside(nullptr, slab.get()));

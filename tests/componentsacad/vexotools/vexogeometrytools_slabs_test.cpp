@@ -1,6 +1,7 @@
 // Slabs with openings become strips: nothing is lost, nothing covered twice, no opening covered.
 #include "vexogeometrytools.h"
 
+#include "contourareas.h"
 #include "contourcases.h"
 #include "scanlines.h"
 #include "slabcases.h"
@@ -16,14 +17,7 @@
 #include <string>
 
 using namespace VEXOGeometryTools;
-using contourcases::areaOf;
-using contourcases::boxOf;
-using contourcases::corners;
-using contourcases::Curves;
-using contourcases::curvesOf;
-using contourcases::panel;
-using contourcases::polylineOf;
-using contourcases::Vertices;
+using namespace contourcases;
 using slabcases::Slab;
 
 namespace {
@@ -31,7 +25,7 @@ namespace {
 constexpr double kAreaTolerance = 1e-7;
 
 AcGePoint2d originOf(const AcDbPolyline& polyline) {
-    const AcGePoint3d start = contourcases::startOf(polyline);
+    const AcGePoint3d start = startOf(polyline);
     return {start.x, start.y};
 }
 
@@ -53,7 +47,7 @@ bool crossesItself(const AcDbPolyline& strip) {
     };
     for (unsigned int i = 0; i < count; ++i)
         for (unsigned int j = i + 1; j < count; ++j)
-            for (const AcGePoint3d& point : contourcases::meetingsOf(strip, i, strip, j, AcGeTol()))
+            for (const AcGePoint3d& point : meetingsOf(strip, i, strip, j, AcGeTol()))
                 if (!isAtEnd(point, i) && !isAtEnd(point, j)) return true;
     return false;
 }
@@ -179,24 +173,11 @@ AcArray<void*> splitPlainly(const Slab& slab) {
     return curvesOf(strips);
 }
 
-void expectSame(const AcDbCurve& strip, const AcDbCurve& plain, double areaTolerance, double tolerance) {
-    EXPECT_NEAR(areaOf(strip), areaOf(plain), areaTolerance);
-    EXPECT_LT(boxOf(strip).minPoint().distanceTo(boxOf(plain).minPoint()), tolerance);
-    EXPECT_LT(boxOf(strip).maxPoint().distanceTo(boxOf(plain).maxPoint()), tolerance);
-}
-
 /// Several pieces of an opening inside the slab are cut out one by one, which the plain form does not do.
 bool leavesTheSlabAndComesBack(const Slab& slab) {
-    for (const auto& opening : slab.openings) {
-        const AcGePoint2d origin = originOf(*slab.contour);
-        const scanlines::Figure figure{scanlines::contourOf(*slab.contour, origin),
-                                       {scanlines::contourOf(*opening, origin)}};
-        const std::unique_ptr<AcDbCurve> largest(
-            getComonSurfaceFromPolylines(slab.contour.get(), opening.get()));
-        const double inside = std::abs(scanlines::areaOf(figure.slab)) - scanlines::freeArea(figure);
-        if (largest && inside > areaOf(*largest) + 1.0) return true;
-    }
-    return false;
+    return std::any_of(slab.openings.begin(), slab.openings.end(), [&](const auto& opening) {
+        return commonArea(loopOf(*slab.contour), loopOf(*opening)).size() > 1;
+    });
 }
 
 } // namespace
@@ -213,7 +194,10 @@ TEST(SplitContourByHoles, GivesThePiecesOfThePlainLoopsInTheirOrder) {
             const Curves strips(splitContourByHoles(slab.base, slab.dir, slab.contour.get(), slab.holes()));
             ASSERT_EQ(strips.count(), expected.count());
             for (int i = 0; i < strips.count(); ++i) {
-                expectSame(strips[i], expected[i], 1e-7 * areaOf(*slab.contour), 1e-2);
+                const AcDbExtents box = boxOf(strips[i]), plain = boxOf(expected[i]);
+                EXPECT_NEAR(areaOf(strips[i]), areaOf(expected[i]), 1e-7 * areaOf(*slab.contour));
+                EXPECT_LT(box.minPoint().distanceTo(plain.minPoint()), 1e-2);
+                EXPECT_LT(box.maxPoint().distanceTo(plain.maxPoint()), 1e-2);
                 merged += strips[i].numVerts() > 8;
             }
             ++compared;
@@ -287,8 +271,7 @@ TEST(SplitContourByHole, GivesLeftRightUpperAndLowerPartsEachWhereThereIsOne) {
         {"over the top", panel(8, 4, 12, 16), {{0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}, {8, 0, 12, 4, 16}}},
         {"across the slab", panel(8, -4, 12, 16), {{0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}}},
         {"along the slab", panel(-8, 4, 32, 6), {{0, 6, 20, 10, 80}, {0, 0, 20, 4, 80}}},
-        {"round, its cuts nudged off the tangents", polylineOf(contourcases::circle(10, 5, 3), true),
-         kAroundDisc},
+        {"round, its cuts nudged off the tangents", polylineOf(circle(10, 5, 3), true), kAroundDisc},
         {"apart", panel(30, 4, 32, 6), {}},
         {"touching from outside", panel(20, 4, 32, 6), {}},
         {"the contour itself", panel(0, 0, 20, 10), {}},
@@ -300,43 +283,6 @@ TEST(SplitContourByHole, GivesLeftRightUpperAndLowerPartsEachWhereThereIsOne) {
         expectParts(partsOf(slab, each.hole.get()), each.parts);
         EXPECT_EQ(areaOf(*slab), 200.0) << "the contour stays as it was";
     }
-}
-
-TEST(SplitContourByHole, GivesThePartsOfTheCutsAlongItsTwoLines) {
-    // The cut at the left, the cut at the right, the two strips between, each by its own tool.
-    std::mt19937 random(31);
-    int compared = 0;
-    for (int run = 0; run < 300; ++run) {
-        const auto outline = static_cast<slabcases::Outline>(run % 3);
-        const auto slab = polylineOf(slabcases::outlineOf(outline, random), true);
-        const double x = slabcases::between(random, 4000, 8000);
-        const double y = slabcases::between(random, 3000, 5000);
-        const auto hole = polylineOf(slabcases::turned(slabcases::openingOf(random, x, y, 600, 500), x, y,
-                                                       slabcases::between(random, 0, 6)),
-                                     true);
-        if (!isPointInsideContour(AcGePoint3d(x, y, 0), slab.get()) ||
-            !intersectPolyLines(slab.get(), hole.get()).isEmpty())
-            continue;
-        AcGePoint3d left = boxOf(*hole).minPoint();
-        AcGePoint3d right = boxOf(*hole).maxPoint();
-        correctExtentsPoints(left, right, hole.get());
-        AcDbXline lines[2];
-        for (AcDbXline& line : lines) line.setUnitDir(AcGeVector3d::kYAxis);
-        lines[0].setBasePoint(left);
-        lines[1].setBasePoint(right);
-        const Curves first(splitContourByLine(slab.get(), lines[0]));
-        ASSERT_EQ(first.count(), 2);
-        const Curves second(splitContourByLine(&first[1], lines[1]));
-        ASSERT_EQ(second.count(), 2);
-        const Curves between(splitContourByLine2(&second[0], hole.get(), lines[0], lines[1]));
-        ASSERT_EQ(between.count(), 2);
-        const AcDbPolyline* expected[] = {&first[0], &second[1], &between[0], &between[1]};
-        const Curves parts = partsOf(slab, hole.get());
-        ASSERT_EQ(parts.count(), 4) << run;
-        for (int i = 0; i < 4; ++i) expectSame(parts[i], *expected[i], 1e-2, 1e-4);
-        ++compared;
-    }
-    EXPECT_GT(compared, 150);
 }
 
 TEST(SplitContourByHole, RunsItsPartsAlongTheDirection) {
@@ -380,8 +326,8 @@ TEST(SplitContourByHole, TakesAnyClosedHoleAtAnyHeightAndKeepsTheContoursPlaneAn
     for (const bool isReversed : {false, true})
         for (const bool isMirrored : {false, true}) {
             // Seen from below x counts to the left.
-            const Vertices vertices = contourcases::rectangle(isMirrored ? -20 : 0, 0, 20, 10);
-            const auto slab = polylineOf(isReversed ? contourcases::reversed(vertices) : vertices, true);
+            const Vertices vertices = rectangle(isMirrored ? -20 : 0, 0, 20, 10);
+            const auto slab = polylineOf(isReversed ? reversed(vertices) : vertices, true);
             if (isMirrored) slab->setNormal(-AcGeVector3d::kZAxis);
             slab->setElevation(12.5);
             slab->setColorIndex(3);
@@ -450,11 +396,11 @@ TEST(SplitContourByHoles, PassesOverHolesThatAreNoneAndGivesTheCloneForNoHoles) 
 TEST(SplitContourByHoles, GivesNothingForContoursAndDirectionsThatAreNone) {
     const Contour slab = panel(0, 0, 20, 10);
     const Contour hole = panel(8, 4, 12, 6);
-    const auto open = polylineOf(contourcases::rectangle(0, 0, 20, 10), false);
+    const auto open = polylineOf(rectangle(0, 0, 20, 10), false);
     const auto flat = polylineOf(corners({0, 0, 20, 0, 10, 0}), true);
     const Contour upright = tilted(panel(0, 0, 20, 10));
     AcDbPolyline empty;
-    const double nan = contourcases::kNaN;
+    const double nan = kNaN;
     const struct {
         const char* name;
         AcDbPolyline* contour;
