@@ -231,16 +231,15 @@ TEST(ContourAreas, OpeningsOneByOneAndAtOnce) {
 }
 
 TEST(ContourAreas, LoopsOfSpecialPlaces) {
-    struct Case {
+    const double halfDisc = AcGe::kPi / 2;
+    const Vertices disc = circle(0, 0, 1);
+    const Vertices crossing = corners({0, 0, 2, 2, 2, 0, 0, 2}); // a figure of eight
+    const struct {
         const char* name;
         Vertices first, second;
         std::size_t common, firstOnly, joined; ///< numbers of loops
         double commonArea;
-    };
-    const double halfDisc = AcGe::kPi / 2;
-    const Vertices disc = circle(0, 0, 1);
-    const Vertices crossing = corners({0, 0, 2, 2, 2, 0, 0, 2}); // a figure of eight
-    const Case cases[] = {
+    } cases[] = {
         {"equal", rectangle(0, 0, 2, 1), rectangle(0, 0, 2, 1), 1, 0, 1, 2.0},
         {"equal circles cut elsewhere", disc, moved(disc, 1.0, 0, 0), 1, 0, 1, 2 * halfDisc},
         {"inside", rectangle(0, 0, 4, 4), circle(2, 2, 1), 1, 2, 1, 2 * halfDisc},
@@ -260,7 +259,7 @@ TEST(ContourAreas, LoopsOfSpecialPlaces) {
         {"a contour with a spike", corners({0, 0, 1, 0, 3, 0, 1, 0, 1, 1, 0, 1}), rectangle(0, 0, 4, 4), 1, 0,
          1, 1.0},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         for (const double angle : {0.0, 0.3, AcGe::kPi / 2})
             for (const bool isReversed : {false, true}) {
                 SCOPED_TRACE(c.name);
@@ -330,13 +329,12 @@ TEST(ContourAreas, SignedAreaOfArcs) {
 }
 
 TEST(ContourAreas, StraightVerticesGo) {
-    struct Case {
+    const double eighth = std::tan(AcGe::kPi / 16);
+    const struct {
         const char* name;
         Vertices vertices;
         std::size_t kept;
-    };
-    const double eighth = std::tan(AcGe::kPi / 16);
-    const Case cases[] = {
+    } cases[] = {
         {"one on a side", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}}, 4},
         {"first and last", {{1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}, {0, 0, 0}, {0.5, 0, 0}}, 4},
         {"repeated", {{0, 0, 0}, {2, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}, {0, 0, 0}}, 4},
@@ -350,7 +348,7 @@ TEST(ContourAreas, StraightVerticesGo) {
          {{1, 0, kQuarter}, {0, 1, kQuarter}, {-1, 0, kQuarter}, {0, -1, kQuarter}},
          2},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         for (const double offset : {0.0, 1000.0}) {
             const ContourLoop loop = loopOf(moved(c.vertices, 0.0, offset, offset));
             const ContourLoop kept = withoutStraightVertices(loop);

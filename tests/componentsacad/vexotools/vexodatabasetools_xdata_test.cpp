@@ -170,85 +170,71 @@ resbuf* blockOf(Groups... groups) {
 
 // Each case: a block, what is done to it, the result and the block afterwards.
 TEST_F(TypedStore, BlocksAreChangedRecordByRecord) {
-    struct Case {
+    const struct {
         const char* what;
         resbuf* before;
         Act act;
         bool result;
         const char* after;
-    };
-    const Case cases[] = {{"an int over a double changes its low 16 bits and keeps the code",
-                           blockOf(1000, L"k", 1040, 0.0),
-                           [](AcDbPoint* p) {
-                               return setInt(p) &&
-                                      read(Tools::getDoubleValueInEntityXData, p, L"k").second == 5e-324;
-                           },
-                           true, "1001 ORDANE, 1000 k, 1040 5e-324"},
-                          {"a string value is found as a key", blockOf(1000, L"a", 1000, L"k", 1070, 3),
-                           [](AcDbPoint* p) {
-                               return read(Tools::getIntValueInEntityXData, p, L"k") == std::pair(true, 3);
-                           },
-                           true, "1001 ORDANE, 1000 a, 1000 k, 1070 3"},
-                          {"a real as text", blockOf(1000, L"k", 1040, 1.5), reads(L"1.500000"), true,
-                           "1001 ORDANE, 1000 k, 1040 1.5"},
-                          {"an integer is no text, but there", blockOf(1000, L"k", 1070, 1), reads(L""), true,
-                           "1001 ORDANE, 1000 k, 1070 1"},
-                          {"no number over a text", blockOf(1000, L"k", 1000, L"v"),
-                           [](AcDbPoint* p) {
-                               return setInt(p) ||
-                                      Tools::setLongValueInEntityXData(p, application, L"k", 1) ||
-                                      Tools::setLongPtrValueInEntityXData(p, application, L"k", 1) ||
-                                      Tools::setDoubleValueInEntityXData(p, application, L"k", 1) ||
-                                      Tools::setPointValueInEntityXData(p, application, L"k",
-                                                                        AcGePoint3d(1, 1, 1)) ||
-                                      setArray({})(p) || addToArray(1)(p);
-                           },
-                           false, "1001 ORDANE, 1000 k, 1000 v"},
-                          {"no text over a number", blockOf(1000, L"k", 1040, 1.5), setText, false,
-                           "1001 ORDANE, 1000 k, 1040 1.5"},
-                          {"no value for a key at the end", blockOf(1000, L"k"),
-                           [](AcDbPoint* p) {
-                               return setInt(p) || setText(p) || addToArray(1)(p) || removeArray(p);
-                           },
-                           false, "1001 ORDANE, 1000 k"},
-                          {"a flag twice is one record", blockOf(1000, L"k"), setFlag, true,
-                           "1001 ORDANE, 1000 k"},
-                          {"the last flag is not removed", blockOf(1000, L"k"), removeFlag, false,
-                           "1001 ORDANE, 1000 k"},
-                          {"a flag takes the next key along",
-                           blockOf(1000, L"k", 1000, L"next", 1070, 1, 1070, 2), removeFlag, true,
-                           "1001 ORDANE, 1070 1, 1070 2"},
-                          {"a shorter array keeps what is behind",
-                           blockOf(1000, L"k", 1071, 3, 1071, 1, 1071, 2, 1071, 3, 1000, L"n", 1070, 9),
-                           setArray({8}), true, "1001 ORDANE, 1000 k, 1071 1, 1071 8, 1000 n, 1070 9"},
-                          {"an empty array is a count", blockOf(1000, L"k", 1071, 1, 1071, 1, 1000, L"n"),
-                           setArray({}), true, "1001 ORDANE, 1000 k, 1071 0, 1000 n"},
-                          {"an element more stands before what is behind",
-                           blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9), addToArray(6), true,
-                           "1001 ORDANE, 1000 k, 1071 2, 1071 5, 1071 6, 1000 n, 1070 9"},
-                          {"a first element", blockOf(1000, L"n", 1070, 9), addToArray(6), true,
-                           "1001 ORDANE, 1000 n, 1070 9, 1000 k, 1071 1, 1071 6"},
-                          {"an array goes whole", blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9),
-                           removeArray, true, "1001 ORDANE, 1000 n, 1070 9"},
-                          {"an absent array is gone", blockOf(1000, L"n", 1070, 9), removeArray, true,
-                           "1001 ORDANE, 1000 n, 1070 9"},
-                          {"a count that outruns its elements ends with them",
-                           blockOf(1000, L"k", 1071, 1000000000, 1071, 5, 1000, L"n", 1070, 9),
-                           findsArray({5}, setArray({1, 2})), true,
-                           "1001 ORDANE, 1000 k, 1071 2, 1071 1, 1071 2, 1000 n, 1070 9"},
-                          {"a count that outruns the block", blockOf(1000, L"k", 1071, 7, 1071, 5),
-                           removeArray, true, ""},
-                          {"a count below zero", blockOf(1000, L"k", 1071, -2, 1071, 5),
-                           findsArray({}, addToArray(3)), true,
-                           "1001 ORDANE, 1000 k, 1071 -1, 1071 3, 1071 5"},
-                          {"arrays of 64 bits are not written", blockOf(1000, L"k", 1071, 1, 1071, 5),
-                           [](AcDbPoint* p) {
-                               return Tools::setLongPtrArrayInEntityXData(p, application, L"k",
-                                                                          AcArray<Adesk::Int64>()) ||
-                                      Tools::addLongPtrValueToArrayInEntityXData(p, application, L"k", 1);
-                           },
-                           false, "1001 ORDANE, 1000 k, 1071 1, 1071 5"}};
-    for (const Case& one : cases) {
+    } cases[] = {
+        {"an int over a double changes its low 16 bits and keeps the code", blockOf(1000, L"k", 1040, 0.0),
+         [](AcDbPoint* p) {
+             return setInt(p) && read(Tools::getDoubleValueInEntityXData, p, L"k").second == 5e-324;
+         },
+         true, "1001 ORDANE, 1000 k, 1040 5e-324"},
+        {"a string value is found as a key", blockOf(1000, L"a", 1000, L"k", 1070, 3),
+         [](AcDbPoint* p) { return read(Tools::getIntValueInEntityXData, p, L"k") == std::pair(true, 3); },
+         true, "1001 ORDANE, 1000 a, 1000 k, 1070 3"},
+        {"a real as text", blockOf(1000, L"k", 1040, 1.5), reads(L"1.500000"), true,
+         "1001 ORDANE, 1000 k, 1040 1.5"},
+        {"an integer is no text, but there", blockOf(1000, L"k", 1070, 1), reads(L""), true,
+         "1001 ORDANE, 1000 k, 1070 1"},
+        {"no number over a text", blockOf(1000, L"k", 1000, L"v"),
+         [](AcDbPoint* p) {
+             return setInt(p) || Tools::setLongValueInEntityXData(p, application, L"k", 1) ||
+                    Tools::setLongPtrValueInEntityXData(p, application, L"k", 1) ||
+                    Tools::setDoubleValueInEntityXData(p, application, L"k", 1) ||
+                    Tools::setPointValueInEntityXData(p, application, L"k", AcGePoint3d(1, 1, 1)) ||
+                    setArray({})(p) || addToArray(1)(p);
+         },
+         false, "1001 ORDANE, 1000 k, 1000 v"},
+        {"no text over a number", blockOf(1000, L"k", 1040, 1.5), setText, false,
+         "1001 ORDANE, 1000 k, 1040 1.5"},
+        {"no value for a key at the end", blockOf(1000, L"k"),
+         [](AcDbPoint* p) { return setInt(p) || setText(p) || addToArray(1)(p) || removeArray(p); }, false,
+         "1001 ORDANE, 1000 k"},
+        {"a flag twice is one record", blockOf(1000, L"k"), setFlag, true, "1001 ORDANE, 1000 k"},
+        {"the last flag is not removed", blockOf(1000, L"k"), removeFlag, false, "1001 ORDANE, 1000 k"},
+        {"a flag takes the next key along", blockOf(1000, L"k", 1000, L"next", 1070, 1, 1070, 2), removeFlag,
+         true, "1001 ORDANE, 1070 1, 1070 2"},
+        {"a shorter array keeps what is behind",
+         blockOf(1000, L"k", 1071, 3, 1071, 1, 1071, 2, 1071, 3, 1000, L"n", 1070, 9), setArray({8}), true,
+         "1001 ORDANE, 1000 k, 1071 1, 1071 8, 1000 n, 1070 9"},
+        {"an empty array is a count", blockOf(1000, L"k", 1071, 1, 1071, 1, 1000, L"n"), setArray({}), true,
+         "1001 ORDANE, 1000 k, 1071 0, 1000 n"},
+        {"an element more stands before what is behind",
+         blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9), addToArray(6), true,
+         "1001 ORDANE, 1000 k, 1071 2, 1071 5, 1071 6, 1000 n, 1070 9"},
+        {"a first element", blockOf(1000, L"n", 1070, 9), addToArray(6), true,
+         "1001 ORDANE, 1000 n, 1070 9, 1000 k, 1071 1, 1071 6"},
+        {"an array goes whole", blockOf(1000, L"k", 1071, 1, 1071, 5, 1000, L"n", 1070, 9), removeArray, true,
+         "1001 ORDANE, 1000 n, 1070 9"},
+        {"an absent array is gone", blockOf(1000, L"n", 1070, 9), removeArray, true,
+         "1001 ORDANE, 1000 n, 1070 9"},
+        {"a count that outruns its elements ends with them",
+         blockOf(1000, L"k", 1071, 1000000000, 1071, 5, 1000, L"n", 1070, 9),
+         findsArray({5}, setArray({1, 2})), true,
+         "1001 ORDANE, 1000 k, 1071 2, 1071 1, 1071 2, 1000 n, 1070 9"},
+        {"a count that outruns the block", blockOf(1000, L"k", 1071, 7, 1071, 5), removeArray, true, ""},
+        {"a count below zero", blockOf(1000, L"k", 1071, -2, 1071, 5), findsArray({}, addToArray(3)), true,
+         "1001 ORDANE, 1000 k, 1071 -1, 1071 3, 1071 5"},
+        {"arrays of 64 bits are not written", blockOf(1000, L"k", 1071, 1, 1071, 5),
+         [](AcDbPoint* p) {
+             return Tools::setLongPtrArrayInEntityXData(p, application, L"k", AcArray<Adesk::Int64>()) ||
+                    Tools::addLongPtrValueToArrayInEntityXData(p, application, L"k", 1);
+         },
+         false, "1001 ORDANE, 1000 k, 1071 1, 1071 5"}};
+    for (const auto& one : cases) {
         SCOPED_TRACE(one.what);
         give(blockOf());
         give(one.before);

@@ -23,14 +23,13 @@ const AcGeVector3d kUp = AcGeVector3d::kZAxis;
 } // namespace
 
 TEST(ArcArithmetic, ComparisonWidensItsLeftOperandOnly) {
-    struct Case {
+    const struct {
         double a, b;
         bool less;
-    };
-    const Case cases[] = {{0.0, 1e-10, false},        {0.0, 1.1e-10, true},     {1.0, 1.0 + 2e-10, false},
-                          {1.0, 1.0 + 3e-10, true},   {1e6, 1e6 + 1e-5, false}, {1e6, 1e6 + 2e-4, true},
-                          {-1e6, -1e6 + 1e-5, false}, {0.0, -1.0, false},       {kNaN, 1.0, false}};
-    for (const Case& c : cases) EXPECT_EQ(isDefinitelyLess(c.a, c.b), c.less) << c.a << " < " << c.b;
+    } cases[] = {{0.0, 1e-10, false},        {0.0, 1.1e-10, true},     {1.0, 1.0 + 2e-10, false},
+                 {1.0, 1.0 + 3e-10, true},   {1e6, 1e6 + 1e-5, false}, {1e6, 1e6 + 2e-4, true},
+                 {-1e6, -1e6 + 1e-5, false}, {0.0, -1.0, false},       {kNaN, 1.0, false}};
+    for (const auto& c : cases) EXPECT_EQ(isDefinitelyLess(c.a, c.b), c.less) << c.a << " < " << c.b;
 }
 
 TEST(ArcArithmetic, FindsTheFirstValueWithinATolerance) {
@@ -155,34 +154,31 @@ TEST(ArcArithmetic, SignsOutOfTheXYPlaneFollowTheWorld) {
 }
 
 TEST(ArcArithmetic, AnglesFoldOnce) {
-    struct Case {
+    const struct {
         double angle, folded;
-    };
-    const Case cases[] = {{0.0, 0.0},
-                          {1.0, 1.0},
-                          {-1.0, 2 * kPi - 1.0},
-                          {7.0, 7.0 - 2 * kPi},
-                          {2 * kPi, 0.0},
-                          {5e-11, 0.0},
-                          {2 * kPi - 5e-11, 0.0},
-                          {-7.0, -7.0 + 2 * kPi},
-                          {20.0, 20.0 - 2 * kPi}};
-    for (const Case& c : cases) EXPECT_DOUBLE_EQ(GetNormalizedAngle(c.angle), c.folded) << c.angle;
+    } cases[] = {{0.0, 0.0},
+                 {1.0, 1.0},
+                 {-1.0, 2 * kPi - 1.0},
+                 {7.0, 7.0 - 2 * kPi},
+                 {2 * kPi, 0.0},
+                 {5e-11, 0.0},
+                 {2 * kPi - 5e-11, 0.0},
+                 {-7.0, -7.0 + 2 * kPi},
+                 {20.0, 20.0 - 2 * kPi}};
+    for (const auto& c : cases) EXPECT_DOUBLE_EQ(GetNormalizedAngle(c.angle), c.folded) << c.angle;
     EXPECT_LT(GetNormalizedAngle(-7.0), 0.0);
     EXPECT_TRUE(std::isnan(GetNormalizedAngle(kNaN)));
 }
 
 TEST(ArcArithmetic, DecimalsAreRoundedToThoseOfTheStep) {
-    struct Case {
-        double value, step, result;
-    };
     const double infinity = std::numeric_limits<double>::infinity();
-    const Case cases[] = {{1.23456, 0.01, 1.23}, {1.239, 0.01, 1.24}, {-1.239, 0.01, -1.24},
-                          {1.5, 1.0, 2.0},       {2.5, 1.0, 2.0},     {17.4, 10.0, 17.0},
-                          {17.4, 0.0, 17.4},     {17.4, -1.0, 17.4},  {17.4, kNaN, 17.4},
-                          {1e300, 0.1, 1e300},   {0.1, 1e-300, 0.1},  {infinity, 0.1, infinity},
-                          {1.23456, 0.003, 1.23}};
-    for (const Case& c : cases)
+    const struct {
+        double value, step, result;
+    } cases[] = {{1.23456, 0.01, 1.23}, {1.239, 0.01, 1.24}, {-1.239, 0.01, -1.24}, {1.5, 1.0, 2.0},
+                 {2.5, 1.0, 2.0},       {17.4, 10.0, 17.0},  {17.4, 0.0, 17.4},     {17.4, -1.0, 17.4},
+                 {17.4, kNaN, 17.4},    {1e300, 0.1, 1e300}, {0.1, 1e-300, 0.1},    {infinity, 0.1, infinity},
+                 {1.23456, 0.003, 1.23}};
+    for (const auto& c : cases)
         EXPECT_EQ(truncateDecimals(c.value, c.step), c.result) << c.value << ", " << c.step;
 }
 
@@ -220,12 +216,10 @@ TEST(ArcArithmetic, DifferencesOfArcEndsAreSignedLengths) {
     const auto arcOf = [](double start, double end) {
         return AcGeCircArc3d(AcGePoint3d(1, 1, 0), kUp, AcGeVector3d::kXAxis, 2.0, start, end);
     };
-    struct Case {
+    const struct {
         double start, end, startDifference, endDifference;
-    };
-    const Case cases[] = {
-        {1.0, 2.0, 0.0, 0.0}, {1.2, 2.5, 0.4, 1.0}, {0.7, 1.8, -0.6, -0.4}, {1.1, 1.9, 0.2, -0.2}};
-    for (const Case& c : cases) {
+    } cases[] = {{1.0, 2.0, 0.0, 0.0}, {1.2, 2.5, 0.4, 1.0}, {0.7, 1.8, -0.6, -0.4}, {1.1, 1.9, 0.2, -0.2}};
+    for (const auto& c : cases) {
         double atStart = kNaN;
         double atEnd = kNaN;
         getArcDifferences(arcOf(1.0, 2.0), arcOf(c.start, c.end), atStart, atEnd);

@@ -164,18 +164,17 @@ TEST(CommonSurface, NullForWhatBoundsNoCommonArea) {
 }
 
 TEST(MergeContours, WhatIsJoinedAndWhatIsNot) {
-    struct Case {
-        const char* name;
-        Vertices first, second;
-        unsigned int vertices; ///< of the result; 0 for none
-        int arcs;
-    };
     const Vertices square = rectangle(0, 0, 2, 2);
     const Vertices withArc = {{0, 0, 0}, {2, 0, 0.5}, {2, 2, 0}, {0, 2, 0}};
     const Vertices major = {{0, -1, 2}, {0, 1, 0}};
     const Vertices angle = corners({0, 0, 4, 0, 4, 2, 2, 2, 2, 4, 0, 4});
     const Vertices hollow = {{2, 0, 0}, {4, 0, 0}, {4, 2, 0}, {2, 2, -0.5}};
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        Vertices first, second;
+        unsigned int vertices; ///< of the result; 0 for none
+        int arcs;
+    } cases[] = {
         {"a whole side", square, rectangle(2, 0, 3, 2), 4, 0},
         {"a side, one end bent", square, corners({2, 0, 5, 1, 5, 2, 2, 2}), 5, 0},
         {"an arc", withArc, hollow, 4, 0},
@@ -196,7 +195,7 @@ TEST(MergeContours, WhatIsJoinedAndWhatIsNot) {
         {"a corner", square, rectangle(2, 2, 2, 2), 0, 0},
         {"apart by a hair", square, rectangle(2 + 1e-8, 0, 3, 2), 0, 0},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         for (const double offset : {0.0, 1e5})
             for (int senses = 0; senses < 4; ++senses) {
                 SCOPED_TRACE(std::string(c.name) + ", senses " + std::to_string(senses));

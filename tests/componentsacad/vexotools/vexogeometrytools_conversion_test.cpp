@@ -35,12 +35,11 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
     auto downwards =
         std::make_shared<AcDb2dPolyline>(AcDb::k2dSimplePoly, vertices, 0.0, true, 0.0, 0.0, &bulges);
     downwards->setNormal(-kUp);
-    struct Case {
+    const struct {
         const char* name;
         std::shared_ptr<AcDbCurve> curve;
         unsigned int vertices;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"light polyline", std::shared_ptr<AcDbCurve>(polylineOf({{0, 0, 0.3}, {4, 1, 0}, {2, 5, -1}}, true)),
          3},
         {"2d polyline",
@@ -52,7 +51,7 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
         {"arc across angle 0", std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), 3.0, 5.0, 1.0), 2},
         {"arc seen from below", std::make_shared<AcDbArc>(AcGePoint3d(1, 2, 0), -kUp, 3.0, 5.0, 1.0), 2},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(c.curve.get()));
         ASSERT_TRUE(polyline);
@@ -70,10 +69,7 @@ TEST(Conversion, EveryTakenCurveBecomesAPolylineOfItsShape) {
     }
     const AcDbCircle circle(AcGePoint3d(1, 2, 9), kUp, 3.0);
     const std::unique_ptr<AcDbPolyline> halves(ConvertToPolyline(&circle));
-    EXPECT_EQ(bulgeOf(*halves, 0), 1.0);
-    EXPECT_EQ(bulgeOf(*halves, 1), 1.0);
-    EXPECT_EQ(vertexOf(*halves, 0), AcGePoint2d(4, 2));
-    EXPECT_EQ(vertexOf(*halves, 1), AcGePoint2d(-2, 2));
+    EXPECT_EQ(verticesOf(*halves), (Vertices{{4, 2, 1}, {-2, 2, 1}}));
     EXPECT_EQ(halves->elevation(), 0.0);
     AcDbSpline spline;
     AcDbEllipse ellipse;
@@ -173,15 +169,14 @@ TEST(Conversion, CopyTakesVerticesAndNormalOnly) {
 
 TEST(Conversion, SegmentsOfAPolyline) {
     const auto polyline = polylineOf({{0, 0, 0}, {2, 0, 1}, {2, 2, 0}, {2, 2, 0}}, false);
-    struct Case {
+    const struct {
         int index;
         bool found, isArc;
-    };
-    const Case cases[] = {{0, true, false},  {1, true, true},   {2, false, false},
-                          {3, false, false}, {4, false, false}, {-1, false, false}};
+    } cases[] = {{0, true, false},  {1, true, true},   {2, false, false},
+                 {3, false, false}, {4, false, false}, {-1, false, false}};
     AcGeLineSeg3d line;
     AcGeCircArc3d arc;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         bool isArc = true;
         EXPECT_EQ(getSegmentFromPolyline(polyline.get(), c.index, line, arc, isArc), c.found) << c.index;
         EXPECT_EQ(isArc, c.isArc) << c.index;
@@ -201,13 +196,12 @@ TEST(Tessellation, ByChordTolerance) {
     const AcArray<double> bulges = numbersOf({0, -1, 0, 0});
     ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, 0.0, kUp), Acad::eOk);
     EXPECT_TRUE(areSame(out, points));
-    struct Case {
+    // (int)(pi / (2 acos((1 - t) / 1))) + 1
+    const struct {
         double tolerance;
         int samples;
-    };
-    // (int)(pi / (2 acos((1 - t) / 1))) + 1
-    const Case cases[] = {{0.5, 2}, {0.1, 4}, {0.01, 12}, {2.0, 2}, {-1.0, 2}, {kNaN, 2}, {1.0, 2}};
-    for (const Case& c : cases) {
+    } cases[] = {{0.5, 2}, {0.1, 4}, {0.01, 12}, {2.0, 2}, {-1.0, 2}, {kNaN, 2}, {1.0, 2}};
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.tolerance);
         ASSERT_EQ(getTessellatedPoly(points, bulges, out, samples, c.tolerance, kUp), Acad::eOk);
         ASSERT_EQ(samples.length(), 1);
@@ -232,13 +226,12 @@ TEST(Tessellation, ByChordTolerance) {
 TEST(Tessellation, ByCount) {
     AcArray<AcGePoint3d> out;
     AcArray<AcArray<AcGePoint3d>> samples;
-    struct Case {
+    const struct {
         const char* name;
         std::vector<AcGePoint3d> points;
         std::vector<double> bulges;
         int count, expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"nothing", {}, {}, 5, 0},
         {"one point", {{1, 1, 0}}, {}, 5, 1},
         {"straight", {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, {0, 0}, 5, 3},
@@ -249,7 +242,7 @@ TEST(Tessellation, ByCount) {
         {"no samples", {{0, 0, 0}, {2, 0, 0}}, {1}, 0, 1},
         {"NaN bulge", {{0, 0, 0}, {2, 0, 0}}, {kNaN}, 5, 2},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         out = pointsOf({{7, 7, 7}});
         SCOPED_TRACE(c.name);
         EXPECT_EQ(getTessellatedPoly(pointsOf(c.points), numbersOf(c.bulges), out, samples, c.count, kUp),
@@ -304,15 +297,14 @@ TEST(Conversion, KitCurvesAndDrawingCurvesChangePlaces) {
 }
 
 TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
-    struct Case {
+    const Vertices side = corners({0, 0, 2, 0});
+    const Vertices repeated = {{0, 0, 0}, {2, 0, 0}, {3, 0, 0.2}, {4, 0, 0}};
+    const struct {
         const char* name;
         Vertices first, second;
         bool close;
         Vertices expected;
-    };
-    const Vertices side = corners({0, 0, 2, 0});
-    const Vertices repeated = {{0, 0, 0}, {2, 0, 0}, {3, 0, 0.2}, {4, 0, 0}};
-    const Case cases[] = {
+    } cases[] = {
         {"end to start", side, {{2, 0, 0.5}, {4, 0, 0}}, false, {{0, 0, 0}, {2, 0, 0.5}, {4, 0, 0}}},
         {"end to end", side, {{4, 0, 0.5}, {2, 0, 0}}, false, {{0, 0, 0}, {2, 0, -0.5}, {4, 0, 0}}},
         {"back to the start", side, {{2, 0, 1}, {0, 0, 0}}, true, {{0, 0, 0}, {2, 0, 1}}},
@@ -320,7 +312,7 @@ TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
         {"a gap stays a segment", side, corners({3, 0, 4, 0}), false, corners({0, 0, 2, 0, 3, 0, 4, 0})},
         {"both ways", side, {{0, 0, 1}, {2, 0, 0}}, true, {{0, 0, 0}, {2, 0, -1}}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const auto first = polylineOf(c.first, false);
         const auto second = polylineOf(c.second, false);
@@ -350,13 +342,12 @@ TEST(Conversion, CurvesWithOppositeNormalsAreJoinedInOnePlane) {
 }
 
 TEST(Conversion, StraightThroughVerticesGo) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<AcGePoint3d> points;
         bool result;
         std::vector<AcGePoint3d> left;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"two points", {{0, 0, 0}, {1, 0, 0}}, false, {{0, 0, 0}, {1, 0, 0}}},
         {"square with middles",
          {{1, 0, 0}, {2, 0, 0}, {2, 1, 0}, {2, 2, 0}, {0, 2, 0}, {0, 0, 0}},
@@ -368,7 +359,7 @@ TEST(Conversion, StraightThroughVerticesGo) {
          {{0, 0, 0}, {4, 0, 0}, {2, 0, 0}, {2, 2, 0}}},
         {"one place", {{1, 1, 0}, {1, 1, 0}, {1, 1, 0}}, true, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         AcArray<AcGePoint3d> points = pointsOf(c.points);
         EXPECT_EQ(removeCoLinearPoints(points), c.result) << c.name;
         EXPECT_TRUE(areSame(points, pointsOf(c.left))) << c.name;
@@ -376,15 +367,14 @@ TEST(Conversion, StraightThroughVerticesGo) {
 }
 
 TEST(Conversion, FilterKeepsTheOuterTwoFromLeftToRight) {
-    struct Case {
+    const struct {
         std::vector<AcGePoint3d> points, left;
-    };
-    const Case cases[] = {{{}, {}},
-                          {{{1, 2, 3}}, {{1, 2, 3}, {1, 2, 3}}},
-                          {{{0, 0, 0}, {5, 5, 0}, {3, 0, 0}}, {{0, 0, 0}, {3, 0, 0}}},
-                          {{{3, 0, 0}, {5, 5, 0}, {0, 0, 0}}, {{0, 0, 0}, {3, 0, 0}}},
-                          {{{1, 0, 0}, {1 - 5e-11, 9, 0}}, {{1, 0, 0}, {1 - 5e-11, 9, 0}}}};
-    for (const Case& c : cases) {
+    } cases[] = {{{}, {}},
+                 {{{1, 2, 3}}, {{1, 2, 3}, {1, 2, 3}}},
+                 {{{0, 0, 0}, {5, 5, 0}, {3, 0, 0}}, {{0, 0, 0}, {3, 0, 0}}},
+                 {{{3, 0, 0}, {5, 5, 0}, {0, 0, 0}}, {{0, 0, 0}, {3, 0, 0}}},
+                 {{{1, 0, 0}, {1 - 5e-11, 9, 0}}, {{1, 0, 0}, {1 - 5e-11, 9, 0}}}};
+    for (const auto& c : cases) {
         AcArray<AcGePoint3d> points = pointsOf(c.points);
         filterArray(points);
         EXPECT_TRUE(areSame(points, pointsOf(c.left))) << c.points.size();

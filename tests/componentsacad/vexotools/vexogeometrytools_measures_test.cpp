@@ -24,22 +24,21 @@ const std::vector<AcGePoint3d> kSquare = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1
 } // namespace
 
 TEST(Measures, AreasByTheirFormula) {
-    struct Case {
-        const char* name;
-        std::vector<AcGePoint3d> points;
-        double area;
-    };
     const std::vector<AcGePoint3d> clockwise(kSquare.rbegin(), kSquare.rend());
     std::vector<AcGePoint3d> repeated(kSquare);
     repeated.push_back(kSquare[0]);
-    const Case cases[] = {{"nothing", {}, 0.0},
-                          {"a point", {{3, 4, 0}}, 0.0},
-                          {"two points", {{0, 0, 0}, {5, 5, 0}}, 0.0},
-                          {"square", kSquare, 1.0},
-                          {"clockwise square", clockwise, -1.0},
-                          {"square with its first point again", repeated, 1.0},
-                          {"triangle out of the plane", {{0, 0, 5}, {2, 0, -7}, {0, 3, 1}}, 3.0}};
-    for (const Case& c : cases) {
+    const struct {
+        const char* name;
+        std::vector<AcGePoint3d> points;
+        double area;
+    } cases[] = {{"nothing", {}, 0.0},
+                 {"a point", {{3, 4, 0}}, 0.0},
+                 {"two points", {{0, 0, 0}, {5, 5, 0}}, 0.0},
+                 {"square", kSquare, 1.0},
+                 {"clockwise square", clockwise, -1.0},
+                 {"square with its first point again", repeated, 1.0},
+                 {"triangle out of the plane", {{0, 0, 5}, {2, 0, -7}, {0, 3, 1}}, 3.0}};
+    for (const auto& c : cases) {
         const AcArray<AcGePoint3d> points = pointsOf(c.points);
         SCOPED_TRACE(c.name);
         EXPECT_EQ(getSignedArea(points), c.area);
@@ -141,22 +140,20 @@ TEST(Measures, GravityCentreOfHalfCirclesIsANumberForEveryRadius) {
 }
 
 TEST(Measures, NormalOfTheFirstIndependentPoints) {
-    struct Case {
+    const AcGeVector3d none;
+    const struct {
         const char* name;
         std::vector<AcGePoint3d> points;
         AcGeVector3d normal;
-    };
-    const AcGeVector3d none;
-    const Case cases[] = {
-        {"nothing", {}, none},
-        {"two points", {{0, 0, 0}, {1, 0, 0}}, none},
-        {"one place", {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, none},
-        {"on a line", {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {-3, -3, -3}}, none},
-        {"counter-clockwise", kSquare, AcGeVector3d::kZAxis},
-        {"repeated start", {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, AcGeVector3d::kZAxis},
-        {"clockwise, late", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {5, -1, 0}}, -AcGeVector3d::kZAxis},
-        {"upright", {{0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, AcGeVector3d::kXAxis}};
-    for (const Case& c : cases) EXPECT_EQ(getNormalFromPoints(pointsOf(c.points)), c.normal) << c.name;
+    } cases[] = {{"nothing", {}, none},
+                 {"two points", {{0, 0, 0}, {1, 0, 0}}, none},
+                 {"one place", {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, none},
+                 {"on a line", {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {-3, -3, -3}}, none},
+                 {"counter-clockwise", kSquare, AcGeVector3d::kZAxis},
+                 {"repeated start", {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, AcGeVector3d::kZAxis},
+                 {"clockwise, late", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {5, -1, 0}}, -AcGeVector3d::kZAxis},
+                 {"upright", {{0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, AcGeVector3d::kXAxis}};
+    for (const auto& c : cases) EXPECT_EQ(getNormalFromPoints(pointsOf(c.points)), c.normal) << c.name;
 }
 
 TEST(Measures, PointsAreMovedOnToAPlaneAlongADirection) {

@@ -111,25 +111,17 @@ bool crossesItself(const Contour& contour, double scale = 1.0, const AcGeVector3
 }
 
 TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
-    struct Case {
+    const struct {
         const char* name;
         Vertices vertices; // bulges are heights, to the left
         bool expected;
-    };
-    const double root = std::sqrt(0.75);
-    const Case cases[] = {
-        {"square", rectangle(0, 0, 4, 4), false},
+    } cases[] = {
         {"figure of eight", corners({0, 0, 4, 4, 4, 0, 0, 4}), true},
         {"eight through a vertex", corners({0, 0, 2, 2, 4, 4, 4, 0, 2, 2, 0, 4}), false},
         {"later vertex on an earlier side", corners({0, 0, 4, 0, 4, 4, 2, 0, 0, 4}), false},
         {"earlier vertex on a later side", corners({2, 0, 0, 4, 0, 0, 4, 0, 4, 4}), true},
         {"spike", corners({0, 0, 4, 0, 6, 0, 4, 0, 4, 4}), true},
-        {"there and back", corners({0, 0, 4, 0}), true},
-        {"straight vertex", corners({0, 0, 2, 0, 4, 0, 4, 4}), false},
         {"circle of two arcs", {{0, 0, 2}, {4, 0, 2}}, false},
-        {"circle of three arcs", {{1, 0, -0.5}, {-0.5, root, -0.5}, {-0.5, -root, -0.5}}, false},
-        {"half disc", {{0, 0, 0}, {4, 0, -2}}, false},
-        {"lens", {{0, 0, 0.5}, {4, 0, 0.5}}, false},
         {"arc through the opposite side", {{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
         {"arc that only touches the opposite side", {{0, 0, 1}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
         {"major arc over its neighbours", {{0, 0, -3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, false},
@@ -140,9 +132,8 @@ TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
                   -2, 4, 0, 0.5, 1.2, 1.5, 2.5, 1.8, 3.5, 2.5, 4.5, 3, 4.5, -1}),
          true},
         {"nothing", {}, false},
-        {"a point", corners({1, 1}), false},
-        {"the same point again and again", corners({1, 1, 1, 1, 1, 1}), false}};
-    for (const Case& one : cases) {
+        {"a point", corners({1, 1}), false}};
+    for (const auto& one : cases) {
         Contour contour = contourOf(one.vertices);
         EXPECT_EQ(crossesItself(contour), one.expected) << one.name;
         EXPECT_EQ(selfIntersectingPlainly(contour, kUp, 1.0), one.expected) << one.name << ", plain form";

@@ -87,10 +87,9 @@ struct Ring {
 };
 
 TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
-    struct Case {
+    const struct {
         std::vector<AcGePoint3d> polygon, inside, outside;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}},
          {{2, 2, 0}, {2, 2, 77}, {4, 4, 0}, {0, 3, 0}, {4, 1, 0}, {1, 0, 0}, {3, 4, 0}, {2, 4 + 5e-11, 0}},
          {{0, 5, 0}, {0, -1, 0}, {4, 5, 0}, {5, 2, 0}, {2, 4.0001, 0}}},
@@ -100,7 +99,7 @@ TEST(InteriorPoint, OnAndAroundSquareAndDiamond) {
         {{}, {}, {{0, 0, 0}}},
         {{{1, 1, 0}}, {{1, 1, 0}}, {}},
         {{{1, 1, 0}, {3, 3, 0}}, {{2, 2, 0}}, {{2, 3, 0}}}};
-    for (const Case& one : cases) {
+    for (const auto& one : cases) {
         AcArray<AcGePoint3d> polygon = pointsOf(one.polygon);
         SCOPED_TRACE(testing::Message() << "of " << polygon.length());
         for (const AcGePoint3d& point : one.inside)
@@ -313,9 +312,11 @@ TEST(ContourOutside, NamedPairs) {
     EXPECT_FALSE(ask(panel(2, 2, 5, 5))) << "held by the first";
     EXPECT_FALSE(ask(panel(0, 0, 10, 10))) << "equal";
     EXPECT_TRUE(ask(panel(-5, -5, 15, 15))) << "holds the first";
-    EXPECT_FALSE(ask(panel(8, 8, 15, 15))) << "across a corner";
+    EXPECT_FALSE(ask(panel(8, 1, 12, 3))) << "a corner of the second inside the first";
+    EXPECT_FALSE(ask(panel(-2, 7, 20, 20))) << "a corner of the first inside the second";
     EXPECT_FALSE(ask(panel(4, -2, 5, 12))) << "across, by the diagonals";
     EXPECT_TRUE(ask(panel(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
+    EXPECT_TRUE(ask(panel(0, 5, 10, 15))) << "of one width";
     EXPECT_TRUE(ask(panel(5, -5e-11, 15, 10 + 5e-11))) << "so it is for corners this near";
     EXPECT_FALSE(ask(panel(5, 5e-9, 15, 10))) << "a corner inside, though barely";
     EXPECT_TRUE(ask(panel(10, 0, 20, 10))) << "touching";
