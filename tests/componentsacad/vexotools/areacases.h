@@ -29,22 +29,6 @@ inline Vertices verticesOf(const VEXOGeometryTools::ContourLoop& loop) {
     return vertices;
 }
 
-inline Vertices roundedRectangle(double x, double y, double width, double height, double radius) {
-    if (radius == 0.0) return rectangle(x, y, width, height);
-    const double right = x + width;
-    const double top = y + height;
-    const Vertices all = {{x + radius, y, 0},       {right - radius, y, kQuarter},
-                          {right, y + radius, 0},   {right, top - radius, kQuarter},
-                          {right - radius, top, 0}, {x + radius, top, kQuarter},
-                          {x, top - radius, 0},     {x, y + radius, kQuarter}};
-    Vertices vertices; // without sides of no length
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        const auto& next = all[(i + 1) % all.size()];
-        if (all[i][0] != next[0] || all[i][1] != next[1]) vertices.push_back(all[i]);
-    }
-    return vertices;
-}
-
 inline Vertices onGrid(std::mt19937& random) {
     const auto steps = [&](int low, int high) {
         return kGrid * std::uniform_int_distribution<int>(low, high)(random);

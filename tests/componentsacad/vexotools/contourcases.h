@@ -85,6 +85,23 @@ inline Vertices capsule(double x, double y, double length, double radius, bool i
     return {{x, y - radius, 0}, {x + length, y - radius, 1}, {x + length, y + radius, 0}, {x, y + radius, 1}};
 }
 
+inline Vertices roundedRectangle(double x, double y, double width, double height, double radius) {
+    if (radius == 0.0) return rectangle(x, y, width, height);
+    const double quarter = std::tan(AcGe::kPi / 8);
+    const double right = x + width;
+    const double top = y + height;
+    const Vertices all = {{x + radius, y, 0},       {right - radius, y, quarter},
+                          {right, y + radius, 0},   {right, top - radius, quarter},
+                          {right - radius, top, 0}, {x + radius, top, quarter},
+                          {x, top - radius, 0},     {x, y + radius, quarter}};
+    Vertices vertices; // without sides of no length
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const auto& next = all[(i + 1) % all.size()];
+        if (all[i][0] != next[0] || all[i][1] != next[1]) vertices.push_back(all[i]);
+    }
+    return vertices;
+}
+
 inline std::unique_ptr<AcDbPolyline> polylineOf(const Vertices& vertices, bool closed) {
     auto polyline = std::make_unique<AcDbPolyline>();
     for (const auto& [x, y, bulge] : vertices)

@@ -67,11 +67,8 @@ inline Vertices outlineOf(Outline outline, std::mt19937& random) {
         }
         return vertices;
     }
-    case Outline::kRounded: {
-        const double r = upTo(random, 1) ? 1000.0 : h / 2;
-        return {{r, 0, 0},     {w - r, 0, quarter}, {w, r, 0},     {w, h - r, quarter},
-                {w - r, h, 0}, {r, h, quarter},     {0, h - r, 0}, {0, r, quarter}};
-    }
+    case Outline::kRounded:
+        return contourcases::roundedRectangle(0, 0, w, h, upTo(random, 1) ? 1000.0 : h / 2);
     case Outline::kStar:
         for (const auto& [x, y, bulge] : contourcases::randomContour(random, 5 + upTo(random, 12)))
             vertices.push_back({w / 2 + x * w / 20, h / 2 + y * w / 20, bulge});

@@ -6,8 +6,6 @@
 
 #include "acdbads.h"
 #include "dbpoint.h"
-#include "drawingreader.h"
-#include "drawingwriter.h"
 
 #include <cstdlib>
 #include <functional>
@@ -295,36 +293,6 @@ TEST_F(TypedStore, ClearingTakesTheFirstApplicationAlone) {
     EXPECT_EQ(block(nullptr), "1001 ORDANE, 1070 1");
     EXPECT_EQ(Tools::clearXDataWithHandle(point), Acad::eOk) << "no handle";
     EXPECT_EQ(block(nullptr), "1001 ORDANE, 1070 1");
-}
-
-TEST_F(TypedStore, ValuesComeBackFromASavedDrawingAndThoseOfOthersAreRead) {
-    EXPECT_TRUE(Tools::setDoubleValueInEntityXData(point, application, L"épaisseur 壁", 0.1));
-    EXPECT_TRUE(Tools::setLongPtrValueInEntityXData(point, application, L"ptr", -1));
-    EXPECT_TRUE(Tools::setLongArrayInEntityXData(point, application, L"array", longs({1, 2, 3})));
-    point->close();
-    std::string bytes;
-    ASSERT_EQ(hostkit::writeDrawingToMemory(database(), bytes), Acad::eOk);
-    const std::size_t array = bytes.find("array");
-    ASSERT_NE(array, std::string::npos);
-    bytes.insert(bytes.rfind("1000", array),
-                 "1000\r\nstrip\r\n1070\r\n12\r\n1000\r\narea\r\n1040\r\n2.25\r\n");
-    const auto again = hostkit::openDrawingFromMemory(bytes, L"saved");
-    ASSERT_TRUE(again);
-    AcDbObjectId id;
-    ASSERT_EQ(again->getAcDbObjectId(id, false, point->objectId().handle()), Acad::eOk);
-    {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        AcDbObject* const object = entity.object();
-        AcArray<long> values;
-        EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, object, L"épaisseur 壁").second, 0.1);
-        EXPECT_EQ(read(Tools::getLongPtrValueInEntityXData, object, L"ptr").second, 0xFFFFFFFF);
-        EXPECT_TRUE(Tools::getLongArrayFromEntityXData(entity, application, L"array", values));
-        EXPECT_EQ(values.length(), 3);
-        EXPECT_EQ(read(Tools::getIntValueInEntityXData, object, L"strip").second, 12);
-        EXPECT_EQ(read(Tools::getDoubleValueInEntityXData, object, L"area").second, 2.25);
-    }
-    EXPECT_EQ(again->numOpenObjects(), 0);
-    point = opened<AcDbPoint>(point->objectId());
 }
 
 TEST_F(TypedStore, ACopyHasTheFieldsAlone) {

@@ -78,7 +78,7 @@ bool liesOn(const AcDbPolyline& inner, const AcDbCurve& outer) {
 TEST(CommonSurface, OfEveryKindOfCurve) {
     const double disc = AcGe::kPi * 4;
     AcDbCircle circle(AcGePoint3d(5, 5, 3), AcGeVector3d::kZAxis, 2);
-    const auto square = polylineOf(rectangle(0, 0, 10, 10), true);
+    const auto square = polylineOf(corners({0, 0, 5.5, 0, 10, 0, 10, 10, 0, 10}), true);
     const Curve old = oldPolylineOf(rectangle(0, 0, 10, 5), AcGeVector3d::kZAxis, 0);
     const auto whole = common(circle, *square);
     ASSERT_TRUE(whole);
@@ -97,7 +97,7 @@ TEST(CommonSurface, OfEveryKindOfCurve) {
     const auto piece = common(*square, *comb);
     ASSERT_TRUE(piece);
     EXPECT_NEAR(areaOf(*piece), 12.0, 1e-12);
-    EXPECT_EQ(piece->numVerts(), 4u);
+    EXPECT_EQ(piece->numVerts(), 4u) << "without the square's straight vertex";
 }
 
 TEST(CommonSurface, InAnyPlaneAndSense) {

@@ -47,41 +47,15 @@ int interiorPlainly(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
     return total % 2;
 }
 
-/// The contour's boundary by samples, close enough that a point 0.05 away from it sees the same contour.
-AcArray<AcGePoint3d> samplesOf(const AcDbPolyline& polyline) {
-    AcArray<AcGePoint3d> samples;
-    constexpr int perSegment = 100;
-    for (unsigned int i = 0; i < polyline.numVerts() * perSegment; ++i) {
-        samples.append(AcGePoint3d());
-        EXPECT_EQ(polyline.getPointAtParam(static_cast<double>(i) / perSegment, samples.last()), Acad::eOk);
-    }
-    return samples;
-}
-
-/// Is the point neither clearly beside a corner nor straight above or below it. Far from the origin the bound
-/// of the contract is that coarse.
-bool isInDoubt(const AcArray<AcGePoint3d>& polygon, const AcGePoint3d& q) {
-    for (const AcGePoint3d& corner : polygon)
-        if (!isNearby(corner.x, q.x) && !isBelowNarrowed(corner.x, q.x) && !isBelowNarrowed(q.x, corner.x))
-            return true;
-    return false;
-}
-
 /// The segments of a closed contour as 2d curves.
 struct Ring {
     std::vector<std::unique_ptr<AcGeCurve2d>> owned;
     std::vector<AcGeCurve2d*> curves;
 
     explicit Ring(const Vertices& vertices) {
-        const auto polyline = polylineOf(vertices, true);
-        for (unsigned int i = 0; i < polyline->numVerts(); ++i) {
-            AcGeLineSeg2d line;
-            AcGeCircArc2d arc;
-            if (polyline->getArcSegAt(i, arc) == Acad::eOk)
-                owned.emplace_back(arc.copy());
-            else if (polyline->getLineSegAt(i, line) == Acad::eOk)
-                owned.emplace_back(line.copy());
-        }
+        for (const scanlines::Segment& segment :
+             scanlines::contourOf(*polylineOf(vertices, true), AcGePoint2d::kOrigin))
+            owned.push_back(scanlines::curveOf(segment));
         for (const auto& curve : owned) curves.push_back(curve.get());
     }
 };
@@ -133,13 +107,14 @@ TEST(InteriorPoint, EqualsPlainFormOnLatticesAndNaN) {
 TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
     std::mt19937 random(5);
     int asked = 0;
-    int inDoubt = 0;
     for (const double offset : kOffsets)
         for (int round = 0; round < 30; ++round) {
             Vertices vertices = randomContour(random, 5 + round, offset);
             if (round % 2) vertices = reversed(vertices);
+            if (round % 3 == 0) // a polygon
+                for (auto& vertex : vertices) vertex[2] = 0.0;
             const auto polyline = polylineOf(vertices, true);
-            const AcArray<AcGePoint3d> polygon = samplesOf(*polyline);
+            const AcArray<AcGePoint3d> polygon = Outline(vertices).points;
             const scanlines::Contour contour = scanlines::contourOf(*polyline, {0, 0});
             const Ring ring(vertices);
             std::uniform_real_distribution<double> coordinate(offset - 11, offset + 11);
@@ -152,16 +127,14 @@ TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
                 const bool inside = scanlines::windingAt(contour, q.x, q.y) != 0;
                 ++asked;
                 SCOPED_TRACE(testing::Message() << q.x << ' ' << q.y << " round " << round);
-                if (isInDoubt(polygon, point))
-                    ++inDoubt;
-                else
+                if (round % 3 == 0) {
                     EXPECT_EQ(IsInteriorPoint(polygon, point), inside);
+                }
                 EXPECT_EQ(IsInteriorPoint(ring.curves, q), inside);
                 EXPECT_EQ(isPointInsideContour(point, polyline.get()), inside);
             }
         }
     EXPECT_GT(asked, 1500);
-    EXPECT_LT(inDoubt, asked / 50);
 }
 
 TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {

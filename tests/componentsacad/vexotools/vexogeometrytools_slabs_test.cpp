@@ -302,6 +302,10 @@ TEST(SplitContourByHole, CutsAConcaveContourOnlyAtThePartThatHoldsTheHole) {
                 {{0, 0, 20, 10, 168 - 32 - 16}, {12, 6, 20, 10, 32}, {8, 9, 12, 10, 4}, {8, 6, 12, 7, 4}});
     expectParts(partsOf(fork, panel(8, 1, 12, 3).get()),
                 {{0, 0, 20, 10, 168 - 32 - 16}, {12, 0, 20, 4, 32}, {8, 3, 12, 4, 4}, {8, 0, 12, 1, 4}});
+    // Across both: what lies on one side, upwards.
+    expectParts(
+        partsOf(fork, panel(8, 1, 12, 9).get()),
+        {{0, 0, 8, 10, 72}, {12, 0, 20, 4, 32}, {12, 6, 20, 10, 32}, {8, 9, 12, 10, 4}, {8, 0, 12, 1, 4}});
     // In the notch: inside the contour's box and outside the contour.
     expectParts(partsOf(fork, panel(8, 4.5, 12, 5.5).get()), {});
 }
