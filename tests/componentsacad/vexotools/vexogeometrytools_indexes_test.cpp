@@ -41,24 +41,17 @@ void concatenatePlainly(AcArray<void*>& segments, double tolerance) {
                 {b->endPoint(), a->endPoint(), a->startPoint(), b->startPoint()},
                 {b->startPoint(), a->startPoint(), b->endPoint(), a->endPoint()},
                 {b->startPoint(), a->endPoint(), a->startPoint(), b->endPoint()}};
-            bool touched = false;
-            bool merged = false;
-            for (const auto& pair : pairs) {
-                if (touched || !pair[0].isEqualTo(pair[1], local)) continue;
-                touched = true;
-                const AcGeLineSeg3d touch(pair[0], pair[1]);
-                if (touch.isOn(pair[2], local) || touch.isOn(pair[3], local)) continue;
-                segments[i] = newSegment(pair[2], pair[3]);
-                merged = true;
-            }
-            if (merged) {
-                delete a;
-                delete b;
-                segments.removeAt(j);
-                j = i;
-            } else if (touched) {
-                break;
-            }
+            const auto* const pair = std::find_if(std::begin(pairs), std::end(pairs), [&](const auto& each) {
+                return each[0].isEqualTo(each[1], local);
+            });
+            if (pair == std::end(pairs)) continue;
+            const AcGeLineSeg3d touch((*pair)[0], (*pair)[1]);
+            if (touch.isOn((*pair)[2], local) || touch.isOn((*pair)[3], local)) break;
+            segments[i] = newSegment((*pair)[2], (*pair)[3]);
+            delete a;
+            delete b;
+            segments.removeAt(j);
+            j = i;
         }
     }
 }
@@ -104,24 +97,20 @@ void deleteKitCurves(const AcArray<void*>& curves) {
 
 // ---- chains ----
 
-AcDbCurve* chainPlainly(const AcArray<void*>& curves) {
-    if (curves.isEmpty()) return nullptr;
+std::unique_ptr<AcDbCurve> chainPlainly(const AcArray<void*>& curves) {
     const AcGeTol tolerance = toleranceOf(1e-10);
-    auto* chain = AcDbCurve::cast(static_cast<AcDbCurve*>(curves[0])->clone());
+    const auto at = [&](int i) { return static_cast<AcDbCurve*>(curves[i]); };
+    std::unique_ptr<AcDbCurve> chain(AcDbCurve::cast(at(0)->clone()));
     std::vector<int> used{0};
     for (int i = 0; i < curves.length(); ++i) {
-        if (std::find(used.begin(), used.end(), i) != used.end()) continue;
-        auto* candidate = static_cast<AcDbCurve*>(curves[i]);
-        AcGePoint3d start, end, chainEnd;
-        if (candidate->getStartPoint(start) != Acad::eOk || candidate->getEndPoint(end) != Acad::eOk)
+        const AcGePoint3d end = endOf(*chain);
+        if (std::find(used.begin(), used.end(), i) != used.end() ||
+            (!end.isEqualTo(startOf(*at(i)), tolerance) && !end.isEqualTo(endOf(*at(i)), tolerance)))
             continue;
-        if (chain->getEndPoint(chainEnd) != Acad::eOk) continue;
-        if (!chainEnd.isEqualTo(start, tolerance) && !chainEnd.isEqualTo(end, tolerance)) continue;
-        const bool last = static_cast<int>(used.size()) + 1 == curves.length();
-        AcDbCurve* longer = concatenateCurves(chain, candidate, last);
+        const bool isLast = static_cast<int>(used.size()) + 1 == curves.length();
+        std::unique_ptr<AcDbCurve> longer(concatenateCurves(chain.get(), at(i), isLast));
         if (!longer) continue;
-        delete chain;
-        chain = longer;
+        chain = std::move(longer);
         used.push_back(i);
         i = -1;
     }
@@ -215,7 +204,7 @@ TEST(Indexes, ChainsGrowAsInThePlainLoops) {
         const int count = round % 2 ? 25 : 1 + round % 5; // of few curves all may belong to the chain
         const Curves curves(randomCurves(random, count, round % 4 == 3 ? 1e6 : 0.0, 5e-11));
         const std::unique_ptr<AcDbCurve> chain(createPolyLineFromCurves(curves.array));
-        const std::unique_ptr<AcDbCurve> expected(chainPlainly(curves.array));
+        const std::unique_ptr<AcDbCurve> expected = chainPlainly(curves.array);
         ASSERT_EQ(chain->isA(), expected->isA()) << round;
         const AcDbPolyline* polyline = AcDbPolyline::cast(chain.get());
         if (!polyline) continue;

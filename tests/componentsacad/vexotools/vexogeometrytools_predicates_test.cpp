@@ -189,6 +189,9 @@ TEST(InsideContour, KindsOfCurvesHeightsAndNothing) {
     const auto square = panel(0, 0, 4, 4);
     EXPECT_FALSE(isPointInsideContour({2, -1, 0}, square.get())) << "below the box, over its lower side";
     EXPECT_TRUE(isPointInsideContour({2, 1, 0}, square.get()));
+    (void)square->setElevation(5.0);
+    EXPECT_TRUE(isPointInsideContour({2, 1, 0}, square.get())) << "polylines too";
+    EXPECT_FALSE(isPointInsideContour({2, 1, 5}, square.get()));
     const auto open = polylineOf(corners({0, 4, 0, 0, 4, 0, 4, 4}), false);
     EXPECT_TRUE(isPointInsideContour({2, 5, 0}, open.get())) << "an open curve is asked as it is";
     AcDbXline line;
@@ -242,6 +245,7 @@ TEST(OnPolyline, OpenChordVerticesAndNothing) {
     EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 2, 0}));
     EXPECT_TRUE(isPointOnPolyLine(closed.get(), {2, 2, 0}));
     EXPECT_FALSE(isPointOnPolyLine(open.get(), {2, 0, 1}));
+    EXPECT_TRUE(isPointOnPolyLine(open.get(), {-0.9e-6, 0, 0})) << "as near to an end as to a side";
     EXPECT_FALSE(isPointOnPolySegParalelWithViewDir(open.get(), {2, 0, 0}, AcGeVector3d::kIdentity));
     AcDbPolyline empty;
     EXPECT_FALSE(isPointOnPolyLine(&empty, {0, 0, 0}));
