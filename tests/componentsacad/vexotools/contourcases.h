@@ -190,12 +190,6 @@ struct Outline {
     }
 };
 
-inline AcGePoint2d vertexOf(const AcDbPolyline& polyline, unsigned int index) {
-    AcGePoint2d point(kNaN, kNaN);
-    (void)polyline.getPointAt(index, point);
-    return point;
-}
-
 inline double bulgeOf(const AcDbPolyline& polyline, unsigned int index) {
     double bulge = kNaN;
     (void)polyline.getBulgeAt(index, bulge);
@@ -213,7 +207,8 @@ inline std::pair<double, double> widthsOf(const AcDbPolyline& polyline, unsigned
 inline Vertices verticesOf(const AcDbPolyline& polyline) {
     Vertices vertices;
     for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
-        const AcGePoint2d point = vertexOf(polyline, i);
+        AcGePoint2d point;
+        (void)polyline.getPointAt(i, point);
         vertices.push_back({point.x, point.y, bulgeOf(polyline, i)});
     }
     return vertices;

@@ -3,7 +3,6 @@
 #include "contourcases.h"
 #include "db2dpolyline.h"
 #include "dbcircle.h"
-#include "dbline.h"
 #include "dbspline.h"
 
 #include <gtest/gtest.h>

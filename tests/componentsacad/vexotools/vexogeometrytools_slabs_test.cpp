@@ -8,7 +8,6 @@
 
 #include "dbcircle.h"
 #include "dbline.h"
-#include "dbxline.h"
 
 #include <gtest/gtest.h>
 

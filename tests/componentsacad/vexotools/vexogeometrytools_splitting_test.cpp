@@ -3,16 +3,12 @@
 
 #include "contourcases.h"
 
-#include "dbarc.h"
 #include "dbcircle.h"
 #include "dbline.h"
-#include "dbpoint.h"
 #include "dbxline.h"
 #include "geline3d.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 using namespace VEXOGeometryTools;
 using namespace contourcases;

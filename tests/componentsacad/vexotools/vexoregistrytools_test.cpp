@@ -10,7 +10,6 @@
 
 #include <cstring>
 #include <dlfcn.h>
-#include <functional>
 
 namespace {
 

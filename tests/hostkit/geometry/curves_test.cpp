@@ -5,12 +5,10 @@
 #include "geell2d.h"
 #include "geell3d.h"
 #include "geline2d.h"
-#include "geline3d.h"
 #include "gelnsg2d.h"
 #include "gelnsg3d.h"
 #include "genurb2d.h"
 #include "genurb3d.h"
-#include "geplane.h"
 #include "geray3d.h"
 #include "placements.h"
 
