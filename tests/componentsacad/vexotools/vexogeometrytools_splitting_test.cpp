@@ -106,15 +106,12 @@ TEST(ExtentsPoints, AreNudgedOnceWhereTheirLinesMissTheHole) {
 namespace {
 
 /// Every segment against every segment, every point against every point.
-AcArray<AcGePoint3d> intersectPlainly(AcDbCurve* first, AcDbCurve* second) {
-    const std::unique_ptr<AcDbPolyline> a(ConvertToPolyline(first));
-    const std::unique_ptr<AcDbPolyline> b(ConvertToPolyline(second));
-    AcArray<AcGePoint3d> points;
-    if (!a || !b) return points;
+AcArray<AcGePoint3d> intersectPlainly(const AcDbPolyline& a, const AcDbPolyline& b) {
     const AcGeTol tolerance = toleranceOf(1e-6, 1e-6);
-    for (unsigned int i = 0; i + (a->isClosed() ? 0 : 1) < a->numVerts(); ++i)
-        for (unsigned int j = 0; j + (b->isClosed() ? 0 : 1) < b->numVerts(); ++j)
-            for (const AcGePoint3d& point : meetingsOf(*a, i, *b, j, tolerance)) points.append(point);
+    AcArray<AcGePoint3d> points;
+    for (unsigned int i = 0; i + (a.isClosed() ? 0 : 1) < a.numVerts(); ++i)
+        for (unsigned int j = 0; j + (b.isClosed() ? 0 : 1) < b.numVerts(); ++j)
+            for (const AcGePoint3d& point : meetingsOf(a, i, b, j, tolerance)) points.append(point);
     for (int i = 0; i < points.length(); ++i)
         for (int j = points.length() - 1; j > i; --j)
             if (points[j].isEqualTo(points[i], tolerance)) points.removeAt(j);
@@ -138,7 +135,7 @@ TEST(IntersectPolyLines, FindsWhatThePlainLoopsFindInTheirOrder) {
         const double jitter = run % 2 ? 7e-7 : 2e-6;
         const auto first = randomRun(random, offset, jitter);
         const auto second = randomRun(random, offset, jitter);
-        const AcArray<AcGePoint3d> expected = intersectPlainly(first.get(), second.get());
+        const AcArray<AcGePoint3d> expected = intersectPlainly(*first, *second);
         crossings += expected.length();
         ASSERT_TRUE(areSame(intersectPolyLines(first.get(), second.get()), expected)) << run;
     }
@@ -146,7 +143,7 @@ TEST(IntersectPolyLines, FindsWhatThePlainLoopsFindInTheirOrder) {
     for (const int count : {300, 301}) { // many points, found again through the hashed grid
         const auto first = polylineOf(randomContour(random, count), true);
         const auto second = polylineOf(randomContour(random, count), true);
-        const AcArray<AcGePoint3d> expected = intersectPlainly(first.get(), second.get());
+        const AcArray<AcGePoint3d> expected = intersectPlainly(*first, *second);
         EXPECT_GT(expected.length(), 100);
         EXPECT_TRUE(areSame(intersectPolyLines(first.get(), second.get()), expected));
     }
@@ -239,42 +236,32 @@ TEST(GiveMeSplitContourByPoints, GivesTheCloneForOnePlaceTheFirstPartWhereTheMid
 
 // ---- cuts along lines ----
 
-TEST(SplitContourByLine, GivesTheHalfLeftOfTheLineFirst) {
-    const double quarter = std::tan(AcGe::kPi / 8);
-    for (const bool isReversed : {false, true})
-        for (const double offset : {0.0, 1e6}) {
-            Vertices vertices = {{0, 0, 0}, {8, 0, quarter}, {10, 2, 0}, {10, 5, 0}, {0, 5, 0}};
-            for (auto& vertex : vertices) vertex[0] += offset;
-            const auto slab = polylineOf(isReversed ? reversed(vertices) : vertices, true);
-            const double whole = areaOf(*slab);
-            for (const AcGeVector3d& direction : {kUp, kDown}) {
-                AcDbXline line = lineAt(offset + 9, 0, direction);
-                const Curves halves(splitContourByLine(slab.get(), line));
-                ASSERT_EQ(halves.count(), 2);
-                const int left = direction.y > 0 ? 0 : 1;
-                EXPECT_NEAR(boxOf(halves[left]).maxPoint().x, offset + 9, 1e-9);
-                EXPECT_NEAR(boxOf(halves[1 - left]).minPoint().x, offset + 9, 1e-9);
-                EXPECT_NEAR(areaOf(halves[0]) + areaOf(halves[1]), whole, 1e-8);
-                EXPECT_TRUE(halves[0].isClosed() && halves[1].isClosed());
-                EXPECT_GT(areaOf(halves[1 - left]), 1.0 * 3) << "the corner's arc stays";
-            }
-        }
-}
-
-TEST(SplitContourByLine, CutsAtTheTwoLowestCrossingsOnly) {
+TEST(SplitContourByLine, CutsAtTheTwoLowestCrossingsAndGivesTheHalfLeftOfTheLineFirst) {
+    const double quarter = std::tan(kPi / 8);
+    const Vertices rounded = {{0, 0, 0}, {8, 0, quarter}, {10, 2, 0}, {10, 3, quarter}, {8, 5, 0}, {0, 5, 0}};
     // Three teeth to the right: the line crosses six times.
-    const auto comb =
-        polylineOf(corners({0, 0, 6, 0, 6, 1, 2, 1, 2, 2, 6, 2, 6, 3, 2, 3, 2, 4, 6, 4, 6, 5, 0, 5}), true);
-    for (const AcGeVector3d& direction : {kUp, kDown}) {
-        AcDbXline line = lineAt(4, 0, direction);
-        const Curves halves(splitContourByLine(comb.get(), line));
-        ASSERT_EQ(halves.count(), 2);
-        const int right = direction.y > 0 ? 1 : 0;
-        EXPECT_NEAR(areaOf(halves[right]), 2.0, 1e-12);
-        EXPECT_NEAR(areaOf(halves[1 - right]), areaOf(*comb) - 2.0, 1e-12);
-    }
+    const Vertices comb = corners({0, 0, 6, 0, 6, 1, 2, 1, 2, 2, 6, 2, 6, 3, 2, 3, 2, 4, 6, 4, 6, 5, 0, 5});
+    const struct {
+        const Vertices& contour;
+        double x, right; ///< the line's, and the area beyond it
+    } cases[] = {{rounded, 9, 1 + 4 * kPi / 3 - std::sqrt(3.0)}, {comb, 4.5, 1.5}};
+    for (const auto& [contour, x, right] : cases)
+        for (const double offset : {0.0, 1e6})
+            for (const bool isReversed : {false, true}) {
+                const Vertices there = moved(contour, 0.0, offset, 0.0);
+                const auto slab = polylineOf(isReversed ? reversed(there) : there, true);
+                for (const AcGeVector3d& direction : {kUp, kDown}) {
+                    AcDbXline line = lineAt(offset + x, 0, direction);
+                    const Curves halves(splitContourByLine(slab.get(), line));
+                    ASSERT_EQ(halves.count(), 2);
+                    const int left = direction.y > 0 ? 0 : 1;
+                    EXPECT_NEAR(areaOf(halves[1 - left]), right, 1e-8);
+                    EXPECT_NEAR(areaOf(halves[left]), areaOf(*slab) - right, 1e-8);
+                    EXPECT_TRUE(halves[0].isClosed() && halves[1].isClosed());
+                }
+            }
     AcDbXline aside = lineAt(40, 0, kUp);
-    EXPECT_TRUE(splitContourByLine(comb.get(), aside).isEmpty());
+    EXPECT_TRUE(splitContourByLine(polylineOf(comb, true).get(), aside).isEmpty());
     EXPECT_TRUE(splitContourByLine(nullptr, aside).isEmpty());
     AcDbPolyline empty;
     EXPECT_TRUE(splitContourByLine(&empty, aside).isEmpty());

@@ -355,8 +355,6 @@ TEST(ArcAndArc, RandomCrossingsAreExactAnywhere) {
     EXPECT_GT(lines, 500);
     EXPECT_GT(arcs, 300);
     EXPECT_GT(across, 300);
-    RecordProperty("worstUlps", std::to_string(worst));
-    RecordProperty("worstUlpsAcrossPlanes", std::to_string(worstAcross));
     EXPECT_LE(worst, 8.0);
     EXPECT_LE(worstAcross, 24.0);
 }

@@ -265,7 +265,6 @@ TEST(Arc, ThreePointsAreMetWithinAFewUlpsAnywhere) {
             EXPECT_TRUE(arc.isOn(b));
             EXPECT_NEAR(sweep, arc.endAng() - arc.startAng(), 1e-6);
         }
-    RecordProperty("worstUlps", std::to_string(worst));
     EXPECT_LE(worst, 8.0);
 }
 
