@@ -7,9 +7,9 @@
 #include "vexoacadsystemtools_internal.h"
 #include "vexoregistrytools.h"
 
-#include <compare>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 using vexosystem::Held;
@@ -26,17 +26,13 @@ namespace {
 
 constexpr std::size_t productTextLength = 4096;
 
-struct HostVersion {
-    int major = 0;
-    int minor = 0;
-    auto operator<=>(const HostVersion&) const = default;
-};
+using HostVersion = std::pair<int, int>; // major and minor number
 
 // Nine digits a number, so that none runs over.
 std::optional<HostVersion> hostVersion() {
     const vexosystem::Variable variable(L"ACADVER");
     HostVersion version;
-    if (!variable.text() || std::swscanf(variable.text(), L"%9d.%9d", &version.major, &version.minor) != 2)
+    if (!variable.text() || std::swscanf(variable.text(), L"%9d.%9d", &version.first, &version.second) != 2)
         return std::nullopt;
     return version;
 }

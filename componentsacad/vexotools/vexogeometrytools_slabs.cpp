@@ -118,7 +118,7 @@ AcArray<void*> splitContourByHoles(AcGePoint3d base, AcGeVector3d dir, AcDbPolyl
     if (!frame.isValid()) return result;
     const std::vector<Opening> clipped = clippedHoles(frame, holes);
     if (clipped.empty()) {
-        appendCurve(result, std::unique_ptr<AcDbCurve>(AcDbCurve::cast(contour->clone())));
+        appendCurve(result, std::unique_ptr<AcDbCurve>(static_cast<AcDbCurve*>(contour->clone())));
         return result;
     }
     std::vector<ContourLoop> strips = cutAroundHoles(frame, clipped);

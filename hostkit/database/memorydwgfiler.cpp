@@ -1,5 +1,6 @@
 #include "memorydwgfiler.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
@@ -44,15 +45,15 @@ Acad::ErrorStatus MemoryDwgFiler::take(Item item, void* bytes, std::size_t count
 }
 
 Acad::ErrorStatus MemoryDwgFiler::putId(Item item, AcDbObjectId id) {
-    const AcDbStub* const stub = id.stub();
-    return put(item, &stub, sizeof stub);
+    const auto place = reinterpret_cast<std::uintptr_t>(id.stub());
+    return put(item, &place, sizeof place);
 }
 
 Acad::ErrorStatus MemoryDwgFiler::takeId(Item item, AcDbObjectId* id) {
     if (!id) return refuse();
-    AcDbStub* stub = nullptr;
-    const Acad::ErrorStatus status = take(item, &stub, sizeof stub);
-    if (status == Acad::eOk) *id = AcDbObjectId(stub);
+    std::uintptr_t place = 0;
+    const Acad::ErrorStatus status = take(item, &place, sizeof place);
+    if (status == Acad::eOk) *id = AcDbObjectId(reinterpret_cast<AcDbStub*>(place));
     return status;
 }
 

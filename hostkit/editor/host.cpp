@@ -146,15 +146,15 @@ CommandResult Host::runCommand(CommandInput& input) {
 
 CommandResult Host::run(std::wstring_view line, MoreInput more) {
     CommandInput input(line, more);
-    const CommandResult result = runCommand(input);
-    const CommandResult queued = runDeferred(more);
+    CommandResult result = runCommand(input);
+    CommandResult queued = runDeferred(more);
     return result.status == Acad::eOk ? queued : result;
 }
 
 CommandResult Host::runAll(std::wstring_view line) {
     CommandInput input(line, MoreInput::none);
     while (!input.rest().empty()) {
-        const CommandResult result = runCommand(input);
+        CommandResult result = runCommand(input);
         if (result.status != Acad::eOk) return result;
     }
     return {};

@@ -21,13 +21,13 @@ struct VariableSource {
 struct VariableRow {
     const wchar_t* name;
     short type;
+    short code; ///< of header variables
     VariablePlace place;
     bool isReadOnly;
     double minimum;
     double maximum;
     double first;             ///< of numbers
     const wchar_t* firstText; ///< of texts
-    short code;               ///< of header variables
 };
 
 extern const VariableRow variableRows[];

@@ -2,6 +2,8 @@
 
 #include "sampledrawing.h"
 
+#include "drawingparts.h"
+
 #include "drawingprogress.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
@@ -34,7 +36,7 @@ void expectWholeWork(const Heard& heard, std::size_t atLeast) {
 TEST(DrawingProgress, RisesToTheEndInReadingAndInEveryKindOfWriting) {
     const std::unique_ptr<AcDbDatabase> drawing = drawingtest::sampleDrawing();
     for (int i = 0; i < 5000; ++i)
-        drawingtest::addToModelSpace(*drawing, new AcDbLine({0, 0, 0}, {1, double(i), 0}));
+        drawingtest::appendToModelSpace(*drawing, new AcDbLine({0, 0, 0}, {1, double(i), 0}));
     std::string bytes;
     Heard whole;
     WriteOptions writing;
@@ -54,7 +56,7 @@ TEST(DrawingProgress, RisesToTheEndInReadingAndInEveryKindOfWriting) {
     std::string written;
     ASSERT_EQ(writeDrawingToMemory(*again, written, writing), Acad::eOk);
     expectWholeWork(untouched, 1);
-    drawingtest::addToModelSpace(*again, new AcDbLine({0, 0, 0}, {1, 1, 0}));
+    drawingtest::appendToModelSpace(*again, new AcDbLine({0, 0, 0}, {1, 1, 0}));
     Heard changed;
     writing.progress = &changed;
     ASSERT_EQ(writeDrawingToMemory(*again, written, writing), Acad::eOk);
