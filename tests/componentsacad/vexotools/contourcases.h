@@ -24,21 +24,6 @@ namespace contourcases {
 inline constexpr double kPi = AcGe::kPi;
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// Points that stand in small heaps about the tolerance wide, some equal, some NaN.
-inline AcArray<AcGePoint3d> clusteredPoints(std::mt19937& random, int count, double offset,
-                                            double tolerance) {
-    std::uniform_int_distribution<int> place(0, 3);
-    std::uniform_int_distribution<int> step(-2, 2);
-    AcArray<AcGePoint3d> points;
-    for (int i = 0; i < count; ++i) {
-        AcGePoint3d point(offset + place(random) + step(random) * 0.4 * tolerance,
-                          place(random) + step(random) * 0.4 * tolerance, step(random) * 0.4 * tolerance);
-        if (random() % 40 == 0) point.y = kNaN;
-        points.append(point);
-    }
-    return points;
-}
-
 /// Whole numbers up to `most` behind the offset, one in six up to three jitters beside them: many in common.
 inline double onLattice(std::mt19937& random, int most, double offset, double jitter) {
     const double place = offset + std::uniform_int_distribution<int>(0, most)(random);
