@@ -109,10 +109,16 @@ private:
     void add(ContourLoop strip) {
         const int number = static_cast<int>(m_strips.size());
         const std::size_t count = strip.vertices.size();
-        for (std::size_t i = 0; i < count; ++i) {
+        const auto segmentAt = [&](std::size_t i) {
             const ContourVertex& start = strip.vertices[i];
             const ContourVertex& end = strip.vertices[i + 1 < count ? i + 1 : 0];
-            const Segment segment{{start.x, start.y, 0.0}, {end.x, end.y, 0.0}, number};
+            return Segment{{start.x, start.y, 0.0}, {end.x, end.y, 0.0}, number};
+        };
+        for (std::size_t i = 0; i < std::min<std::size_t>(PointGrid::kAhead, count); ++i)
+            m_middles.announce(segmentAt(i).middle());
+        for (std::size_t i = 0; i < count; ++i) {
+            if (i + PointGrid::kAhead < count) m_middles.announce(segmentAt(i + PointGrid::kAhead).middle());
+            const Segment segment = segmentAt(i);
             bool isKnown = false;
             m_middles.anyNear(segment.middle(), [&](int index) {
                 Segment& other = m_segments[static_cast<std::size_t>(index)];
