@@ -181,6 +181,7 @@ inline std::vector<double> breaksOf(const Figure& figure) {
         if (s.isArc()) xs.insert(xs.end(), {s.centerX - s.radius, s.centerX + s.radius});
     }
     std::vector<std::unique_ptr<AcGeCurve2d>> curves;
+    curves.reserve(all.size());
     for (const Segment& s : all) curves.push_back(curveOf(s));
     for (std::size_t i = 0; i < all.size(); ++i)
         for (std::size_t j = i + 1; j < all.size(); ++j) {
