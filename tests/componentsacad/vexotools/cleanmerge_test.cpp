@@ -1,0 +1,78 @@
+// The quick merge of neighbours against the one by areas: what it is sure of must be that one's answer.
+#include "cleanmerge.h"
+#include "vexogeometrytools.h"
+
+#include "dbpolyline.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <random>
+
+using namespace VEXOGeometryTools;
+
+namespace {
+
+/// Two neighbours above each other, 6 wide, with the steps of one line from left to right between them.
+/// Arcs of the steps are the same in both, or straight in the upper one. `shift` moves the upper one along x.
+struct Neighbours {
+    ContourLoop lower, upper;
+
+    Neighbours(std::mt19937& random, double shift) {
+        std::vector<ContourVertex> line{{0.0, 4.0 + pick(random, 2)}};
+        while (line.back().x < 6.0) {
+            // One step in three bends; a step up or down comes only behind one to the right.
+            if (pick(random, 3) == 0) line.back().bulge = pick(random, 2) == 0 ? 0.25 : -0.25;
+            line.push_back({std::min(6.0, line.back().x + 1.0 + pick(random, 6)), line.back().y});
+            if (line.back().x < 6.0 && pick(random, 3) == 0)
+                line.push_back({line.back().x, 4.0 + pick(random, 2)});
+        }
+        lower.vertices = {{0.0, 0.0}, {6.0, 0.0}};
+        for (std::size_t i = line.size(); i-- > 0;)
+            lower.vertices.push_back({line[i].x, line[i].y, i > 0 ? -line[i - 1].bulge : 0.0});
+        upper.vertices = line;
+        upper.vertices.push_back({6.0, 8.0});
+        upper.vertices.push_back({0.0, 8.0});
+        for (ContourVertex& vertex : upper.vertices) {
+            vertex.x += shift;
+            if (pick(random, 4) == 0) vertex.bulge = 0.0;
+        }
+        std::rotate(upper.vertices.begin(), upper.vertices.begin() + pick(random, 3), upper.vertices.end());
+    }
+    static int pick(std::mt19937& random, int count) {
+        return std::uniform_int_distribution<int>(0, count - 1)(random);
+    }
+};
+
+std::vector<std::array<double, 3>> sorted(const ContourLoop& loop) {
+    std::vector<std::array<double, 3>> corners;
+    for (const ContourVertex& vertex : loop.vertices) corners.push_back({vertex.x, vertex.y, vertex.bulge});
+    std::sort(corners.begin(), corners.end());
+    return corners;
+}
+
+TEST(CleanMerge, IsSureOnlyOfWhatTheMergeByAreasSays) {
+    std::mt19937 random(20);
+    std::array<int, 3> counts{};
+    for (int round = 0; round < 3000; ++round) {
+        const double shift =
+            std::array{0.0, 0.0, 1.0, 7.0}[static_cast<std::size_t>(Neighbours::pick(random, 4))];
+        const Neighbours pair(random, shift);
+        if (!commonArea(pair.lower, pair.upper).empty()) continue; // moved steps may overlap
+        ContourLoop merged;
+        const CleanMerge answer = mergeCleanly(pair.lower, pair.upper, merged);
+        ++counts[static_cast<std::size_t>(answer)];
+        if (answer == CleanMerge::kUnclear) continue;
+        const auto one = polylineOf(pair.lower, AcGeVector3d::kZAxis, 0.0);
+        const auto two = polylineOf(pair.upper, AcGeVector3d::kZAxis, 0.0);
+        const std::unique_ptr<AcDbCurve> both(MergeContoursIfTheyHaveOneComonSegment(one.get(), two.get()));
+        ASSERT_EQ(both != nullptr, answer == CleanMerge::kMerged) << "round " << round;
+        if (both)
+            EXPECT_EQ(sorted(merged), sorted(loopOf(*AcDbPolyline::cast(both.get())))) << "round " << round;
+    }
+    for (const int count : counts) EXPECT_GT(count, 200);
+}
+
+} // namespace
