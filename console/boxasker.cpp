@@ -44,7 +44,7 @@ BoxAnswer BoxAsker::nextAnswer(const hostkit::ShownWindow& window) {
     if (!m_answers.empty()) {
         const ScriptLine line = std::move(m_answers.front());
         m_answers.pop_front();
-        const BoxAnswer answer = parseBoxAnswer(line.text, window);
+        BoxAnswer answer = parseBoxAnswer(line.text, window);
         if (answer.problem.empty()) return answer;
         return refusal(window, m_file + L":" + std::to_wstring(line.number) + L": " + answer.problem);
     }

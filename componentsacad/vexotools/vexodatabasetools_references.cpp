@@ -56,6 +56,6 @@ AcDbObject* VEXODatabaseTools::cloneWithoutXData(AcDbObject* object) {
     if (object->dwgOutFields(&filer) != Acad::eOk || filer.seek(0, 0) != Acad::eOk ||
         copy->dwgInFields(&filer) != Acad::eOk)
         return nullptr;
-    made.release();
+    (void)made.release();
     return copy;
 }

@@ -39,7 +39,7 @@ BOOL VEXODlgExitApp::OnInitDialog() {
     return TRUE;
 }
 
-void VEXODlgExitApp::OnOk() {
+void VEXODlgExitApp::OnOk() { // NOLINT(bugprone-virtual-near-miss)
     CVxLogEntry entry(L"VEXODlgExitApp::OnOk");
     EndDialog(1);
 }

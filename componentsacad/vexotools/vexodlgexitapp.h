@@ -17,7 +17,7 @@ public:
 
 protected:
     BOOL OnInitDialog() override;
-    void OnOk();
+    void OnOk(); // NOLINT(bugprone-virtual-near-miss): the message map names it
     /// The arrow, over every part of the dialog.
     BOOL OnSetCursor(CWnd* window, UINT hitTest, UINT message);
 

@@ -25,7 +25,7 @@ int CComboBoxEx::InsertItem(const COMBOBOXEXITEMW* item) {
     const int index = InsertString(static_cast<int>(item->iItem), item->pszText);
     const int image = item->mask & CBEIF_IMAGE ? item->iImage : -1;
     // One more than the image, so that an item without data has none.
-    if (index >= 0) SetItemData(index, static_cast<DWORD_PTR>(image + 1));
+    if (index >= 0) SetItemData(index, static_cast<DWORD_PTR>(image) + 1);
     return index;
 }
 

@@ -99,7 +99,7 @@ std::string iconShape(const IconShape& shape) {
         break;
     }
     std::string points;
-    for (int i = 0; i < shape.points; ++i)
+    for (std::size_t i = 0; i < static_cast<std::size_t>(shape.points); ++i)
         points += (i ? " " : "") + numberText(at[2 * i]) + "," + numberText(at[2 * i + 1]);
     return (shape.kind == IconShape::Kind::polygon ? "<polygon points=\"" : "<polyline points=\"") + points +
            "\"" + look;
@@ -149,8 +149,9 @@ std::string paintingAsSvg(const Painting& painting) {
             continue;
         }
         const std::string name = "c" + std::to_string(++clips);
-        out += "<clipPath id=\"" + name + "\">" + rectangle(item.clip, "") +
-               "</clipPath><g clip-path=\"url(#" + name + ")\">" + bodyOf(item) + "</g>\n";
+        out.append("<clipPath id=\"").append(name).append("\">").append(rectangle(item.clip, ""));
+        out.append("</clipPath><g clip-path=\"url(#").append(name).append(")\">");
+        out.append(bodyOf(item)).append("</g>\n");
     }
     return out + "</svg>\n";
 }

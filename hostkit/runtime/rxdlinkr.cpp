@@ -33,7 +33,7 @@ std::string markOf(const std::filesystem::path& file) {
     constexpr std::string_view start = HOSTKIT_MARK_START;
     const std::size_t begin = bytes.find(start);
     if (begin == std::string::npos) return {};
-    const std::size_t end = bytes.find(HOSTKIT_MARK_END, begin);
+    const std::size_t end = bytes.find(std::string_view(HOSTKIT_MARK_END), begin);
     return end == std::string::npos ? std::string()
                                     : bytes.substr(begin + start.size(), end - begin - start.size());
 }
