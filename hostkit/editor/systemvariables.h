@@ -32,7 +32,8 @@ struct SystemVariableInfo {
     short type = 0;
     VariablePlace place = VariablePlace::session;
     bool isReadOnly = false;
-    /// Of integers and reals; equal bounds: any value.
+    /// Of integers and reals; equal bounds: any value. A real above 0 has the smallest normal number as its
+    /// minimum, one without an upper bound the largest as its maximum.
     double minimum = 0.0;
     double maximum = 0.0;
 };
