@@ -16,7 +16,7 @@ struct AcDb2dVertex::Filing {
 Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status != Acad::eOk) return status;
-    if (!filer->isR12Form()) (void)filer->atSubclassData(L"AcDbVertex");
+    (void)filer->atSubclassData(L"AcDbVertex");
     if (!filer->atSubclassData(L"AcDb2dVertex")) return status;
     return readFields(*filer, Filing::groups, *this);
 }

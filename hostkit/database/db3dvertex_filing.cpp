@@ -15,7 +15,7 @@ struct AcDb3dPolylineVertex::Filing {
 Acad::ErrorStatus AcDb3dPolylineVertex::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status != Acad::eOk) return status;
-    if (!filer->isR12Form()) (void)filer->atSubclassData(L"AcDbVertex");
+    (void)filer->atSubclassData(L"AcDbVertex");
     if (!filer->atSubclassData(L"AcDb3dPolylineVertex")) return status;
     return readFields(*filer, Filing::groups, *this);
 }

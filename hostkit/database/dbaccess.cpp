@@ -64,6 +64,18 @@ void DatabaseAccess::setExtensionDictionary(AcDbObject& object, AcDbObjectId id)
     if (object.m_extras || !id.isNull()) object.extras().extensionDictionary = id;
 }
 
+const std::wstring* DatabaseAccess::unknownName(const AcDbObject& object, short code) {
+    return object.m_extras ? object.m_extras->unknownNames.find(code) : nullptr;
+}
+
+void DatabaseAccess::setUnknownName(AcDbObject& object, short code, std::wstring_view name) {
+    object.extras().unknownNames.put(code, name);
+}
+
+void DatabaseAccess::forgetUnknownName(AcDbObject& object, short code) {
+    if (object.m_extras) object.m_extras->unknownNames.remove(code);
+}
+
 void DatabaseAccess::setPersistentReactors(AcDbObject& object, std::vector<AcDbObjectId>&& ids) {
     if (object.m_extras || !ids.empty()) object.extras().persistentReactors = std::move(ids);
 }

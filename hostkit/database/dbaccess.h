@@ -72,6 +72,15 @@ public:
     /// As the record has it, erased or not.
     static AcDbObjectId extensionDictionary(const AcDbObject& object);
 
+    /// The name that a field of the object was read with and that no table had; null where there is none.
+    static const std::wstring* unknownName(const AcDbObject& object, short code);
+    static void setUnknownName(AcDbObject& object, short code, std::wstring_view name);
+    static void forgetUnknownName(AcDbObject& object, short code);
+
+    /// A bit for each group code of an entity's look; 0 for other codes.
+    static Adesk::UInt32 lookBit(short code);
+    /// A group of the look into the entity. False where its value has no place there.
+    static bool readLook(AcDbEntity& entity, const AcDbDxfGroup& group, AcDbDxfFiler& filer);
     static void setLayer(AcDbEntity& entity, AcDbObjectId layer) { entity.m_layerId = layer; }
     static void setLinetype(AcDbEntity& entity, AcDbObjectId linetype) { entity.m_linetypeId = linetype; }
 

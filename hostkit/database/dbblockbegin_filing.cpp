@@ -14,11 +14,14 @@ struct AcDbBlockBegin::Filing {
     static constexpr short pathCode = 1;
     static constexpr short commentsCode = 4;
 
-    static bool readGroup(Block& block, const AcDbDxfGroup& group) {
+    /// The block's record has the name; a second one that is another is none of it.
+    static bool readGroup(Block& block, const AcDbDxfGroup& group, std::wstring& name) {
         switch (group.code) {
         case nameCode:
+            name = group.text;
+            return true;
         case secondNameCode:
-            return true; // the block's record has the name
+            return equalFolded(name, group.text);
         case flagsCode:
             block.m_dxfFlags = static_cast<Adesk::Int16>(group.integer);
             return block.m_dxfFlags == group.integer;
@@ -64,11 +67,12 @@ Acad::ErrorStatus AcDbBlockBegin::dxfInFields(AcDbDxfFiler* filer) {
     auto* const owner = DatabaseAccess::objectOf<AcDbBlockTableRecord>(ownerId());
     AcDbBlockTableRecord& block = owner ? *owner : nobody;
     AcDbDxfGroup group;
+    std::wstring name;
     for (;;) {
         const Acad::ErrorStatus read = filer->readItem(group);
         if (read == Acad::eEndOfObject) return Acad::eOk;
         if (read != Acad::eOk) return read;
-        if (!Filing::readGroup(block, group)) filer->rejectItem();
+        if (!Filing::readGroup(block, group, name)) filer->rejectItem();
     }
 }
 

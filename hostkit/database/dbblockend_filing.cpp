@@ -4,7 +4,7 @@
 
 Acad::ErrorStatus AcDbBlockEnd::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-    if (status == Acad::eOk && !filer->isR12Form()) (void)filer->atSubclassData(L"AcDbBlockEnd");
+    if (status == Acad::eOk) (void)filer->atSubclassData(L"AcDbBlockEnd");
     return status;
 }
 

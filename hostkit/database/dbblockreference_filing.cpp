@@ -53,8 +53,9 @@ struct AcDbBlockReference::Filing {
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status != Acad::eOk) return status;
-    if (!filer->atSubclassData(L"AcDbBlockReference") && !filer->atSubclassData(L"AcDbMInsertBlock"))
-        return status;
+    const std::wstring_view own = subclassMark();
+    const wchar_t* const other = own == L"AcDbMInsertBlock" ? L"AcDbBlockReference" : L"AcDbMInsertBlock";
+    if (!filer->atEitherSubclass(own.data(), other)) return status;
     return readFields(*filer, Filing::groups, *this, [this, filer](const AcDbDxfGroup& group) {
         return Filing::readGroup(*this, group) || readArrayGroup(group, *filer);
     });

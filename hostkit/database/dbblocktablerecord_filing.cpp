@@ -33,8 +33,9 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
     filer->writeSubclassMark(L"AcDbBlockTableRecord");
     const auto& [name, layout, units, explodability, scalability] = Filing::groups;
     name.write(*this, name, *filer);
-    if (m_layoutId.isNull()) filer->markOptional();
-    filer->writeItem(layout.code, m_layoutId);
+    const bool hasLayout = filer->files(m_layoutId);
+    if (!hasLayout) filer->markOptional();
+    filer->writeItem(layout.code, hasLayout ? m_layoutId : AcDbObjectId());
     for (const auto* field : {&units, &explodability, &scalability}) field->write(*this, *field, *filer);
     return filer->filerStatus();
 }

@@ -46,7 +46,7 @@ Acad::ErrorStatus AcDbDictionary::dxfOutFields(AcDbDxfFiler* filer) const {
     if (m_mergeStyle == AcDb::kDrcIgnore) filer->markOptional();
     style.write(*this, style, *filer);
     for (const Entry& entry : m_entries) {
-        if (entry.id.isNull() || entry.id.isErased()) continue;
+        if (!filer->files(entry.id)) continue;
         filer->writeText(Filing::nameCode, entry.name);
         filer->writeItem(m_treatElementsAsHard ? Filing::hardCode : Filing::softCode, entry.id);
     }

@@ -24,23 +24,31 @@ struct AcDbDimension::Filing {
         angleField<&AcDbDimension::m_oblique>(52, 0.0),
         realField<&AcDbDimension::m_leaderLength>(40),
     };
+    static constexpr short styleCode = 3;
     static constexpr short firstPointCode = 10;
     static constexpr short lastPointCode = 16;
     static constexpr short firstPointOfTypeCode = 12;
     static constexpr short measurementCode = 42;
+    static constexpr Adesk::UInt8 placeInHeadBit = 0x80; ///< of m_hasPoint: the point 12 stands there
 
     static bool readPoint(AcDbDimension& dimension, const AcDbDxfGroup& group) {
         const int index = group.code - firstPointCode;
-        if (index < 0 || group.code > lastPointCode || (dimension.m_hasPoint >> index & 1) != 0) return false;
+        if (index < 0 || group.code > lastPointCode) return false;
         dimension.m_points[index].set(group.point[0], group.point[1], group.point[2]);
         dimension.m_hasPoint = static_cast<Adesk::UInt8>(dimension.m_hasPoint | 1 << index);
         return true;
     }
 
+    /// The place of the dimension's block stands in the part of all dimensions or in that of the type, by the writer.
+    static bool readHeadPoint(AcDbDimension& dimension, const AcDbDxfGroup& group) {
+        if (group.code > firstPointOfTypeCode || !readPoint(dimension, group)) return false;
+        if (group.code == firstPointOfTypeCode) dimension.m_hasPoint |= placeInHeadBit;
+        return true;
+    }
+
     static bool readHead(AcDbDimension& dimension, const AcDbDxfGroup& group) {
         if (group.code != measurementCode)
-            return group.code < firstPointOfTypeCode && readPoint(dimension, group);
-        if (dimension.m_hasMeasurement) return false;
+            return readHeadPoint(dimension, group);
         dimension.m_measurement = group.real;
         return dimension.m_hasMeasurement = true;
     }
@@ -78,7 +86,8 @@ struct AcDbDimension::Filing {
         if (!mark || !filer.atSubclassData(mark)) return filer.filerStatus();
         const auto point = [&](const AcDbDxfGroup& group) { return readPoint(dimension, group); };
         const Acad::ErrorStatus status = readFields(filer, ofType, dimension, point);
-        if (status != Acad::eOk || dimension.dimensionType() != kRotated || filer.isR12Form()) return status;
+        if (status != Acad::eOk || dimension.dimensionType() != kRotated || !filer.hasSubclassMarks())
+            return status;
         return filer.atSubclassData(L"AcDbRotatedDimension") ? readFields(filer, ofType, dimension, point)
                                                              : status;
     }
@@ -88,7 +97,8 @@ struct AcDbDimension::Filing {
         const wchar_t* const mark = markOf(type);
         if (!mark) return;
         filer.writeSubclassMark(mark);
-        writePoints(dimension, firstPointOfTypeCode, lastPointCode, filer);
+        const bool placeInHead = (dimension.m_hasPoint & placeInHeadBit) != 0;
+        writePoints(dimension, firstPointOfTypeCode + (placeInHead ? 1 : 0), lastPointCode, filer);
         const auto& [rotation, oblique, leader] = ofType;
         if (type == kRadial || type == kDiametric) leader.write(dimension, leader, filer);
         if (type != kRotated && type != kAligned) return;
@@ -105,6 +115,7 @@ Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
     m_hasMeasurement = false;
     status = readFields(*filer, Filing::head, *this,
                         [this](const AcDbDxfGroup& group) { return Filing::readHead(*this, group); });
+    takeStandardRecord(*filer, TableKind::kDimStyle, Filing::styleCode, *this, m_styleId);
     return status == Acad::eOk ? Filing::readOfType(*this, *filer) : status;
 }
 
@@ -115,12 +126,16 @@ Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
     const auto& [block, type, attachment, spacing, factor, text, textRotation, horizontal, normal, style] =
         Filing::head;
     block.write(*this, block, *filer);
-    Filing::writePoints(*this, Filing::firstPointCode, Filing::firstPointOfTypeCode - 1, *filer);
+    const bool placeInHead = (m_hasPoint & Filing::placeInHeadBit) != 0;
+    Filing::writePoints(*this, Filing::firstPointCode, Filing::firstPointOfTypeCode - (placeInHead ? 0 : 1),
+                        *filer);
     type.write(*this, type, *filer);
     for (const auto* field : {&attachment, &spacing, &factor}) field->write(*this, *field, *filer);
     if (m_hasMeasurement) filer->writeReal(Filing::measurementCode, m_measurement);
-    for (const auto* field : {&text, &textRotation, &horizontal, &normal, &style})
-        field->write(*this, *field, *filer);
+    for (const auto* field : {&text, &textRotation, &horizontal, &normal}) field->write(*this, *field, *filer);
+    // Older records do without the standard style's name.
+    if (equalFolded(symbolName(m_styleId, L"STANDARD"), L"STANDARD")) filer->markOptional();
+    writeRecord(*filer, style.code, *this, m_styleId, L"STANDARD");
     Filing::writeOfType(*this, *filer);
     return filer->filerStatus();
 }

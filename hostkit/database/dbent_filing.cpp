@@ -53,17 +53,32 @@ struct AcDbEntity::Filing {
     static void writeColor(const AcCmEntityColor& color, AcDbDxfFiler& filer) {
         if (color.isByLayer()) filer.markDefault();
         filer.writeInteger(colorCode, color.colorIndex());
-        if (color.isByColor() && filer.dwgVersion() >= AcDb::kDHL_1018)
-            filer.writeInteger(trueColorCode, color.rgb());
+        if (!color.isByColor()) return;
+        filer.markSince(AcDb::kDHL_1018);
+        filer.writeInteger(trueColorCode, color.rgb());
     }
 
     static void writeLinetype(const AcDbEntity& entity, AcDbDxfFiler& filer) {
         constexpr std::wstring_view byLayer = L"BYLAYER";
-        const std::wstring_view name = symbolName(entity.m_linetypeId, byLayer);
-        if (equalFolded(name, byLayer)) filer.markDefault();
-        filer.writeRecordName(linetype[0].code, entity.m_linetypeId, name);
+        const short code = linetype[0].code;
+        const bool isUnknown = DatabaseAccess::unknownName(entity, code) != nullptr;
+        if (!isUnknown && equalFolded(symbolName(entity.m_linetypeId, byLayer), byLayer)) filer.markDefault();
+        writeRecord(filer, code, entity, entity.m_linetypeId, byLayer);
     }
 };
+
+Adesk::UInt32 DatabaseAccess::lookBit(short code) {
+    constexpr short codes[] = {8, 6, 62, 370, 48, 60, 420};
+    for (std::size_t place = 0; place < std::size(codes); ++place)
+        if (codes[place] == code) return 1u << place;
+    return 0;
+}
+
+bool DatabaseAccess::readLook(AcDbEntity& entity, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
+    for (const GroupField<AcDbEntity>& field : AcDbEntity::Filing::look)
+        if (field.code == group.code) return field.read(entity, group, filer);
+    return AcDbEntity::Filing::readGroup(entity, group);
+}
 
 Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbObject::dxfInFields(filer);
@@ -80,12 +95,14 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
         filer->markOptional();
         filer->writeInteger(Filing::paperSpaceCode, 1);
     }
-    filer->writeRecordName(Filing::layer[0].code, m_layerId, symbolName(m_layerId, L"0"));
+    writeRecord(*filer, Filing::layer[0].code, *this, m_layerId, L"0");
     Filing::writeLinetype(*this, *filer);
     Filing::writeColor(m_color, *filer);
     const auto& [layer, linetype, weight, scale, invisible] = Filing::look;
-    if (filer->dwgVersion() >= AcDb::kDHL_1015) weight.write(*this, weight, *filer);
-    if (!filer->isR12Form()) scale.write(*this, scale, *filer);
+    filer->markSince(AcDb::kDHL_1015);
+    weight.write(*this, weight, *filer);
+    filer->markSince(AcDb::kDHL_1012);
+    scale.write(*this, scale, *filer);
     invisible.write(*this, invisible, *filer);
     return filer->filerStatus();
 }

@@ -38,6 +38,8 @@ public:
     virtual AcDb::AcDbDwgVersion dwgVersion() const { return AcDb::kDHL_CURRENT; }
     /// No subclass marks, no handles of owners, no true colours.
     bool isR12Form() const { return dwgVersion() <= AcDb::kDHL_1009; }
+    /// Of the record that is read: some programs leave the marks out, others put them into the R12 form.
+    virtual bool hasSubclassMarks() const { return !isR12Form(); }
 
     Acad::ErrorStatus filerStatus() const { return m_status; }
     void resetFilerStatus();
@@ -59,6 +61,11 @@ public:
     /// The next group is the subclass mark of that name (it is read then), or the form has no subclass marks.
     /// Else nothing is read.
     virtual bool atSubclassData(const wchar_t* name);
+    /// As above for a class whose groups stand behind the one mark or the other, by their writer. They are those of the
+    /// part `name`.
+    virtual bool atEitherSubclass(const wchar_t* name, const wchar_t* other) {
+        return atSubclassData(name) || atSubclassData(other);
+    }
     virtual bool atEndOfObject() { return true; }
     virtual bool atExtendedData() { return false; }
     /// The object that a handle or pointer group means. Null for handle 0 and for one that no object of the
@@ -78,12 +85,21 @@ public:
 
     // Writing. What fails is told by filerStatus.
 
+    /// Whether what is written will have the object, so that a list may name it. A drawing's file does not get what
+    /// its reader gave to the drawing (layouts, dictionaries) until somebody changes it.
+    virtual bool files(AcDbObjectId object) const { return !object.isNull() && !object.isErased(); }
+
     /// The group written next holds the value that a reader takes where the group is missing. A drawing's
-    /// filer writes it only where it stood in the object's record before; other filers write it like any.
+    /// filer writes it only where it stood in the object's record before, also when markOptional is called as
+    /// well; other filers write it like any.
     virtual void markDefault() {}
     /// The group written next belongs into a new record, and into one that had it; an older record of the
     /// object that did without it stays without.
     virtual void markOptional() {}
+    /// The group written next came with that form: an older one has it only where it was read with it.
+    void markSince(AcDb::AcDbDwgVersion first) {
+        if (dwgVersion() < first) markDefault();
+    }
     virtual void writeText(short code, std::wstring_view text);
     virtual void writeReal(short code, double value);
     /// Radians. A drawing file gets degrees; filers that serve one process keep the value to the bit.
@@ -98,7 +114,7 @@ public:
     /// A reference to a symbol record, which a drawing file has by its name; an empty name is not written.
     virtual void writeRecordName(short code, AcDbObjectId record, std::wstring_view name);
     virtual void writeBinary(short code, const void* bytes, std::size_t size);
-    /// Code 100. Writes nothing in a form without subclass marks.
+    /// Code 100. Begins the part of that class; a record of a form without subclass marks does not show it.
     virtual void writeSubclassMark(const wchar_t* name);
 
     /// A group as it was read, by its kind.

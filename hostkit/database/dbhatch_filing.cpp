@@ -80,7 +80,7 @@ struct AcDbHatch::Filing {
         if (hatch.m_seedPoints.empty()) filer.markOptional();
         filer.writeInteger(seedCountCode, static_cast<Adesk::Int64>(hatch.m_seedPoints.size()));
         for (const AcGePoint2d& seed : hatch.m_seedPoints) filer.writeItem(seedCode, seed);
-        if (filer.dwgVersion() >= AcDb::kDHL_1018) writeBlock(filer, hatch.m_gradient);
+        writeBlock(filer, hatch.m_gradient, AcDb::kDHL_1018);
     }
 
     static void clear(AcDbHatch& hatch) {

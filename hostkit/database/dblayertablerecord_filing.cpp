@@ -69,13 +69,16 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
     filer->writeInteger(Filing::flagsCode, Filing::flagsOf(*this));
     const Adesk::Int64 index = m_color.colorIndex();
     filer->writeInteger(Filing::colorCode, m_off ? -index : index);
-    if (m_color.isByColor() && filer->dwgVersion() >= AcDb::kDHL_1018)
+    if (m_color.isByColor()) {
+        filer->markSince(AcDb::kDHL_1018);
         filer->writeInteger(Filing::trueColorCode, m_color.rgb());
-    const std::wstring_view linetypeName = symbolName(m_linetypeId, L"CONTINUOUS");
+    }
     if (m_linetypeId.isNull()) filer->markOptional();
-    filer->writeRecordName(linetype.code, m_linetypeId, linetypeName);
-    if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
-    for (const auto* field : {&plottable, &weight, &plotStyle}) field->write(*this, *field, *filer);
+    writeRecord(*filer, linetype.code, *this, m_linetypeId, L"CONTINUOUS");
+    for (const auto* field : {&plottable, &weight, &plotStyle}) {
+        filer->markSince(AcDb::kDHL_1015);
+        field->write(*this, *field, *filer);
+    }
     return filer->filerStatus();
 }
 

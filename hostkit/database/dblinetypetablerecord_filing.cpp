@@ -31,7 +31,7 @@ struct AcDbLinetypeTableRecord::Filing {
     static void writeDash(const Dash& dash, AcDbDxfFiler& filer) {
         filer.writeReal(dashCode, dash.length);
         if (!dash.shape.isEmpty()) return writeBlock(filer, dash.shape);
-        if (filer.isR12Form()) return;
+        filer.markSince(AcDb::kDHL_1012);
         filer.markOptional();
         filer.writeInteger(shapeKindCode, 0);
     }

@@ -19,6 +19,7 @@ struct AcDbMText::Filing {
         realField<&AcDbMText::m_lineSpacingFactor>(44, 1.0),
     };
     static constexpr short partCode = 3;
+    static constexpr short styleCode = 7;
     static constexpr short lastPartCode = 1;
     static constexpr short directionCode = 11;
     static constexpr short rotationCode = 50;
@@ -58,8 +59,11 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbMText")) return status;
     m_contents.clear();
-    return readFields(*filer, Filing::head, *this,
-                      [&](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group, *filer); });
+    const Acad::ErrorStatus read =
+        readFields(*filer, Filing::head, *this,
+                   [&](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group, *filer); });
+    takeStandardRecord(*filer, TableKind::kTextStyle, Filing::styleCode, *this, m_styleId);
+    return read;
 }
 
 Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
@@ -76,9 +80,10 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     if (m_hasDirection || m_rotation == 0.0) filer->markDefault();
     filer->writeAngle(Filing::rotationCode, m_rotation);
     if (m_hasDirection) filer->writeItem(Filing::directionCode, m_direction);
-    if (filer->dwgVersion() < AcDb::kDHL_1015) return filer->filerStatus();
-    spacing.write(*this, spacing, *filer);
-    factor.write(*this, factor, *filer);
+    for (const auto* field : {&spacing, &factor}) {
+        filer->markSince(AcDb::kDHL_1015);
+        field->write(*this, *field, *filer);
+    }
     return filer->filerStatus();
 }
 

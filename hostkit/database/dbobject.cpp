@@ -21,7 +21,9 @@ AcDbObject::~AcDbObject() = default;
 
 AcDbObject::AcDbObject(const AcDbObject& other)
     : AcRxObject(other) {
+    if (!other.m_extras) return;
     if (other.hasXData()) extras().extendedData = other.m_extras->extendedData;
+    extras().unknownNames = other.m_extras->unknownNames;
 }
 
 AcDbObject& AcDbObject::operator=(const AcDbObject& other) {

@@ -73,9 +73,9 @@ struct AcDbPolyline::Filing {
             const std::pair<double, double>& width = hasWidths ? polyline.m_widths[place] : even;
             const double bulge = polyline.m_bulges.empty() ? 0.0 : polyline.m_bulges[place];
             filer.writeItem(pointCode, polyline.m_points[place]);
-            if (!hasWidths) filer.markDefault();
+            if (!hasWidths || width.first == 0.0) filer.markDefault();
             filer.writeReal(startWidthCode, width.first);
-            if (!hasWidths) filer.markDefault();
+            if (!hasWidths || width.second == 0.0) filer.markDefault();
             filer.writeReal(endWidthCode, width.second);
             if (bulge == 0.0) filer.markDefault();
             filer.writeReal(bulgeCode, bulge);

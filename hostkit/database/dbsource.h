@@ -6,6 +6,7 @@
 #include "adesk.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace hostkit {
@@ -53,6 +54,9 @@ struct DrawingSource {
     AcDb::AcDbDwgVersion version = AcDb::kDHL_Unknown;
     int codePage = 0;              ///< 65001 for UTF-8
     bool endsLinesWithCrLf = true; ///< of the file's first line
+    /// The records, by handle, of what the file lacks and the drawing was given (tables' standing records, layouts,
+    /// dictionaries): they come into the file when they are no longer as they were given.
+    std::unordered_map<Adesk::UInt64, std::string> given;
 };
 
 } // namespace hostkit

@@ -51,10 +51,10 @@ struct AcDbSpline::Filing {
             return true;
         case startTangentCode:
             spline.m_startTangent = point.asVector();
-            return !std::exchange(spline.m_hasStartTangent, true);
+            return spline.m_hasStartTangent = true;
         case endTangentCode:
             spline.m_endTangent = point.asVector();
-            return !std::exchange(spline.m_hasEndTangent, true);
+            return spline.m_hasEndTangent = true;
         default:
             return false;
         }

@@ -6,7 +6,7 @@
 // Name and flags stand with the groups of the derived class.
 Acad::ErrorStatus AcDbSymbolTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbObject::dxfInFields(filer);
-    if (status == Acad::eOk && !filer->isR12Form()) (void)filer->atSubclassData(L"AcDbSymbolTableRecord");
+    if (status == Acad::eOk) (void)filer->atSubclassData(L"AcDbSymbolTableRecord");
     return status;
 }
 

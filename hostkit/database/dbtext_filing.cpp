@@ -26,6 +26,7 @@ struct AcDbText::Filing {
         integerField<&AcDbText::m_verticalMode>(73, 0),
     };
     static constexpr short alignmentCode = 11;
+    static constexpr short styleCode = 7;
 
     static bool isAttribute(const AcDbText& text) {
         return text.isKindOf(AcDbAttribute::desc()) || text.isKindOf(AcDbAttributeDefinition::desc());
@@ -37,10 +38,11 @@ Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* filer) {
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbText")) return status;
     m_hasAlignment = false;
     status = readFields(*filer, Filing::groups, *this, [this](const AcDbDxfGroup& group) {
-        if (group.code != Filing::alignmentCode || m_hasAlignment) return false;
+        if (group.code != Filing::alignmentCode) return false;
         m_ecsAlignment.set(group.point[0], group.point[1], group.point[2]);
         return m_hasAlignment = true;
     });
+    takeStandardRecord(*filer, TableKind::kTextStyle, Filing::styleCode, *this, m_styleId);
     if (status != Acad::eOk || Filing::isAttribute(*this) || !filer->atSubclassData(L"AcDbText"))
         return status;
     return readFields(*filer, Filing::vertical, *this);

@@ -210,19 +210,19 @@ constexpr GroupField<T> idField(short code) {
 /// Whether a GroupBlock gives the value back as it stands: a published code, an integer that fits the width
 /// of its code, hexadecimal digits in pairs.
 bool isStorable(const AcDbDxfGroup& group);
-void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block);
+/// The groups came with the form `since`.
+void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersion since = AcDb::kDHL_1009);
 
 /// Marks the groups from there to the record's end as those of another object, whose codes have their own
 /// meaning.
 constexpr short embeddedObjectCode = 101;
 
 /// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,
-/// and is rejected where that gives false; so is a second group of a code in the table.
+/// and is rejected where that gives false. Of two groups of one code in the table the later one counts, as other
+/// programs have it.
 template <class T, std::size_t count, class Other>
 Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], T& object,
                              Other&& other) {
-    static_assert(count <= 64);
-    Adesk::UInt64 seen = 0;
     std::size_t expected = 0;
     bool isEmbedded = false;
     AcDbDxfGroup group;
@@ -244,9 +244,7 @@ Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[
             continue;
         }
         expected = place + 1 == count ? 0 : place + 1;
-        const Adesk::UInt64 bit = Adesk::UInt64(1) << place;
-        if ((seen & bit) != 0 || !fields[place].read(object, group, filer)) filer.rejectItem();
-        seen |= bit;
+        if (!fields[place].read(object, group, filer)) filer.rejectItem();
     }
 }
 

@@ -47,10 +47,13 @@ bool isStorable(const AcDbDxfGroup& group) {
     }
 }
 
-void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block) {
+void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersion since) {
     GroupWalker walker(block);
     AcDbDxfGroup group;
-    while (walker.next(group)) filer.writeGroup(group);
+    while (walker.next(group)) {
+        filer.markSince(since);
+        filer.writeGroup(group);
+    }
 }
 
 } // namespace hostkit

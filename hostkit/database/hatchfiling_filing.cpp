@@ -2,6 +2,8 @@
 
 #include "fieldtable.h"
 
+#include <algorithm>
+
 namespace hostkit {
 
 namespace {
@@ -143,9 +145,12 @@ void writeHatchLoops(AcDbDxfFiler& filer, const std::vector<HatchLoop>& loops) {
             filer.writeInteger(countCode, static_cast<Adesk::Int64>(loop.edges.size()));
             writeHatchEdges(filer, loop.edges);
         }
-        if (loop.sources.empty()) filer.markOptional();
-        filer.writeInteger(sourceCountCode, static_cast<Adesk::Int64>(loop.sources.size()));
-        for (const AcDbObjectId& source : loop.sources) filer.writeItem(sourceCode, source);
+        const auto isThere = [](const AcDbObjectId& source) { return !source.isErased(); };
+        const auto count = std::count_if(loop.sources.begin(), loop.sources.end(), isThere);
+        if (count == 0) filer.markOptional();
+        filer.writeInteger(sourceCountCode, count);
+        for (const AcDbObjectId& source : loop.sources)
+            if (isThere(source)) filer.writeItem(sourceCode, source);
     }
 }
 

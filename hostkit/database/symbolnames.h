@@ -9,22 +9,31 @@
 
 namespace hostkit {
 
-/// The record that the group names in the filer's drawing, or that it refers to by id, which may be null.
-/// False when the drawing has no record of the name.
-bool readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObjectId& record);
+/// Reads the record that the group names in the filer's drawing, or that it refers to by id, which may be null. A name
+/// that no record has stays with the object as the name of that field (DatabaseAccess::unknownName): the id is then
+/// null, and the name is filed again.
+void readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObject& object,
+                AcDbObjectId& record);
+/// What a record without such a group means: the record of that name, where the drawing has one and nothing was read.
+void takeStandardRecord(const AcDbDxfFiler& filer, TableKind kind, short code, const AcDbObject& object,
+                        AcDbObjectId& record);
+/// Files what readRecord reads: the record's name, the one that no record has, or the other text for a null or
+/// erased record. Nothing where that is empty.
+void writeRecord(AcDbDxfFiler& filer, short code, const AcDbObject& object, AcDbObjectId record,
+                 std::wstring_view otherwise);
 /// The record's name, or the other text for a null or erased one. Good until the record changes.
 std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise);
 
-/// A reference by name. Where the record is missing the group is not taken, so that a drawing that names what
-/// it lacks stays as it is; a null id is not filed.
+/// A reference by name; a null id is not filed.
 template <auto Member, TableKind kind, class T = ClassOf<Member>>
 constexpr GroupField<T> nameField(short code) {
     return {code, false, 0.0,
             [](T& object, const AcDbDxfGroup& group, AcDbDxfFiler& filer) {
-                return readRecord(filer, kind, group, object.*Member);
+                readRecord(filer, kind, group, object, object.*Member);
+                return true;
             },
             [](const T& object, const GroupField<T>& field, AcDbDxfFiler& filer) {
-                filer.writeRecordName(field.code, object.*Member, symbolName(object.*Member, L""));
+                writeRecord(filer, field.code, object, object.*Member, L"");
             }};
 }
 
@@ -33,9 +42,10 @@ template <auto Member, TableKind kind, class T = ClassOf<Member>>
 constexpr GroupField<T> standardNameField(short code) {
     GroupField<T> field = nameField<Member, kind, T>(code);
     field.write = [](const T& object, const GroupField<T>& own, AcDbDxfFiler& filer) {
-        const std::wstring_view name = symbolName(object.*Member, L"STANDARD");
-        if (equalFolded(name, L"STANDARD")) filer.markDefault();
-        filer.writeRecordName(own.code, object.*Member, name);
+        constexpr std::wstring_view standard = L"STANDARD";
+        const bool isUnknown = DatabaseAccess::unknownName(object, own.code) != nullptr;
+        if (!isUnknown && equalFolded(symbolName(object.*Member, standard), standard)) filer.markDefault();
+        writeRecord(filer, own.code, object, object.*Member, standard);
     };
     return field;
 }

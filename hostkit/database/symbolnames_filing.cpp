@@ -2,16 +2,37 @@
 
 namespace hostkit {
 
-bool readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObjectId& record) {
-    if (filer.recordOf(group, record)) return true;
+void readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObject& object,
+                AcDbObjectId& record) {
+    if (filer.recordOf(group, record)) return;
     const AcDbDatabase* const database = filer.database();
-    if (!database) return false;
-    const AcDbObject* const table = DatabaseAccess::object(DatabaseAccess::table(*database, kind));
-    const AcDbObjectId found =
-        table ? static_cast<const AcDbSymbolTable*>(table)->find(group.text) : AcDbObjectId();
-    if (found.isNull()) return false;
-    record = found;
-    return true;
+    const AcDbObject* const table =
+        database ? DatabaseAccess::object(DatabaseAccess::table(*database, kind)) : nullptr;
+    record = table ? static_cast<const AcDbSymbolTable*>(table)->find(group.text) : AcDbObjectId();
+    if (record.isNull())
+        DatabaseAccess::setUnknownName(object, group.code, group.text);
+    else
+        DatabaseAccess::forgetUnknownName(object, group.code);
+}
+
+void takeStandardRecord(const AcDbDxfFiler& filer, TableKind kind, short code, const AcDbObject& object,
+                        AcDbObjectId& record) {
+    const AcDbDatabase* const database = filer.database();
+    AcDbObjectId none;
+    if (!record.isNull() || !database || filer.filerType() != AcDb::kFileFiler || filer.recordOf({}, none) ||
+        DatabaseAccess::unknownName(object, code))
+        return;
+    if (const AcDbObject* const table = DatabaseAccess::object(DatabaseAccess::table(*database, kind)))
+        record = static_cast<const AcDbSymbolTable*>(table)->find(L"STANDARD");
+}
+
+void writeRecord(AcDbDxfFiler& filer, short code, const AcDbObject& object, AcDbObjectId record,
+                 std::wstring_view otherwise) {
+    const std::wstring* const unknown = record.isNull() ? DatabaseAccess::unknownName(object, code) : nullptr;
+    if (unknown && unknown->empty())
+        filer.writeText(code, L"");
+    else
+        filer.writeRecordName(code, record, unknown ? *unknown : symbolName(record, otherwise));
 }
 
 std::wstring_view symbolName(AcDbObjectId id, std::wstring_view otherwise) {

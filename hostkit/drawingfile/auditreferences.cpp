@@ -110,9 +110,9 @@ void DrawingAudit::checkRecord(const AcDbObject& object, DrawingRecord& record, 
     if (record.extendedDataBegin < record.groups.size() && !object.extendedData())
         fault(AuditCheck::kExtendedData, &object, L"its extended data is damaged and kept as it stands");
     RecordHead head;
-    readHead(record, version, head);
+    readHead(record, head);
     for (std::size_t i = 1; i < record.extendedDataBegin; ++i)
-        if (const RecordGroup& group = record.groups[i]; !group.isTaken)
+        if (const RecordGroup& group = record.groups[i]; !group.isTaken())
             checkReference(object, group.code, handleFromText(group.value).value_or(0));
     if (head.owner == 0 || head.owner == object.ownerId().handle().value()) return;
     // Some programs name the block in vertices and attributes; others have got used to it.

@@ -159,7 +159,7 @@ bool CompleteWriting::writeTables(std::string& bytes) {
 bool CompleteWriting::writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& bytes) {
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
-        if (entity && !entity->isErased() && !writeNewEntity(*entity, m_objects, bytes)) return failWriting();
+        if (entity && !isLeftOut(*entity) && !writeNewEntity(*entity, m_objects, bytes)) return failWriting();
     }
     return true;
 }

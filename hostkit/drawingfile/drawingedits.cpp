@@ -5,9 +5,11 @@
 #include "dbblockbegin.h"
 #include "dbblockend.h"
 #include "dbblockreference.h"
+#include "dblayout.h"
 #include "dbsequenceend.h"
 
 #include <algorithm>
+#include <array>
 
 namespace hostkit {
 
@@ -24,10 +26,10 @@ std::string nameInRecord(std::string_view bytes, SourceSpan span) {
     return {};
 }
 
-// The block has a layout that the file lacks.
-bool hasNewLayout(const AcDbBlockTableRecord& block) {
-    const AcDbObject* const layout = DatabaseAccess::object(block.getLayoutId());
-    return layout && layout->sourceSpan().isEmpty();
+// R12 has blocks without records of them, and so have careless programs in later forms.
+bool isBlockInFile(const AcDbBlockTableRecord& block) {
+    const AcDbObject* const begin = DatabaseAccess::object(block.blockBeginId());
+    return begin && !begin->sourceSpan().isEmpty();
 }
 
 } // namespace
@@ -86,8 +88,10 @@ bool DrawingEdits::isNeeded() const {
 
 bool DrawingEdits::run(std::string& bytes) {
     m_structure = mapDrawing(m_source.bytes);
-    m_namesChanged = findRenamedRecords();
-    m_standingComesAlong = needsStandingObjects();
+    findReferenceChanges();
+    findComing();
+    m_objects.follow(&m_changes);
+    m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database,
                                   [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
@@ -97,52 +101,115 @@ bool DrawingEdits::run(std::string& bytes) {
     return true;
 }
 
-// Others refer to these records by name: when one has gone or has a new name, so have they to be written
-// anew.
-bool DrawingEdits::findRenamedRecords() {
-    const DrawingText& text = m_objects.style().text;
-    bool isFound = false;
+// Others refer to records by their names and to objects by their handles: what was renamed or leaves the file concerns
+// them all.
+void DrawingEdits::findReferenceChanges() {
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (isLeftOut(object) && !object.sourceSpan().isEmpty()) m_changes.remove(object.handle().value());
         const auto* const record = AcDbSymbolTableRecord::cast(&object);
-        if (!record || isFound || record->sourceSpan().isEmpty()) return;
-        if (!record->isErased() && !record->differsFromSource()) return;
-        isFound = record->isErased() ||
-                  text.decode(nameInRecord(m_source.bytes, record->sourceSpan())) != record->name();
+        if (record && (record->isErased() || record->isChangedSinceRead())) findNewName(*record);
     });
-    return isFound;
 }
 
-// The root, which has an entry for the layouts, and the spaces whose layouts come with this save.
-bool DrawingEdits::namesStandingObjects(const AcDbObject& object) const {
-    if (object.objectId() == m_database.namedObjectsDictionaryId()) return true;
+// The name that the record's users have in the file; empty for a record that the file has not.
+std::wstring DrawingEdits::nameInFile(const AcDbSymbolTableRecord& record) const {
+    SourceSpan span = record.sourceSpan();
+    // R12 has no records of blocks but their beginnings.
+    if (const auto* const block = AcDbBlockTableRecord::cast(&record); block && span.isEmpty())
+        if (const AcDbObject* const begin = DatabaseAccess::object(block->blockBeginId()))
+            span = begin->sourceSpan();
+    const DrawingText& text = m_objects.style().text;
+    if (!span.isEmpty()) return text.decode(nameInRecord(m_source.bytes, span));
+    // A record that the file lacks is named there all the same, by its users.
+    const auto given = m_source.given.find(record.handle().value());
+    if (given == m_source.given.end()) return {};
+    return text.decode(nameInRecord(given->second, {0, static_cast<Adesk::UInt32>(given->second.size())}));
+}
+
+void DrawingEdits::findNewName(const AcDbSymbolTableRecord& record) {
+    constexpr std::array<std::wstring_view, tableCount> namesOfNone = {L"",        L"0", L"STANDARD",
+                                                                       L"BYLAYER", L"",  L"",
+                                                                       L"",        L"",  L"STANDARD"};
+    const std::wstring name = nameInFile(record);
+    if (name.empty() || (!record.isErased() && name == record.name())) return;
+    const auto* const table = DatabaseAccess::objectOf<AcDbSymbolTable>(record.ownerId());
+    if (!table) return;
+    const bool isTakenByOther = record.isErased() && !table->find(name).isNull();
+    for (int index = 0; index < tableCount; ++index) {
+        const auto kind = static_cast<TableKind>(index);
+        if (DatabaseAccess::table(m_database, kind) != record.ownerId()) continue;
+        const std::wstring_view newName = record.isErased() ? namesOfNone[static_cast<std::size_t>(index)]
+                                                            : std::wstring_view(record.name());
+        m_changes.rename(kind, name, isTakenByOther ? std::wstring_view(name) : newName);
+    }
+}
+
+// Whether the file that is written has a record of the object, so that others may name it as their owner.
+bool DrawingEdits::hasRecord(AcDbObjectId id) const {
+    const AcDbObject* const object = DatabaseAccess::object(id);
+    if (!object) return true; // a handle that nobody has stays as it was read
+    if (isLeftOut(*object)) return false;
+    if (!object->sourceSpan().isEmpty()) return true;
+    if (const auto* const table = AcDbSymbolTable::cast(object)) return comesIntoFile(*table);
+    return comesIntoFile(*object) || object->isKindOf(AcDbEntity::desc());
+}
+
+// What the file lacked and was given, and nobody changed since.
+bool DrawingEdits::isAsGiven(const AcDbObject& object) const {
+    if (!object.isChangedSinceRead()) return true;
+    const auto given = m_source.given.find(object.handle().value());
+    if (given == m_source.given.end()) return false;
+    std::string now;
+    ObjectWriting writing(m_database, m_objects.style(), {nullptr, 0, 0.0, 0.0});
+    return writing.writeNew(object, now) && now == given->second;
+}
+
+// An object that stands in a table, or where others are listed: not an entity, and not a table, which comes with its
+// records.
+bool DrawingEdits::isOfTheDrawing(const AcDbObject& object) const {
+    if (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTable::desc())) return false;
     const auto* const block = AcDbBlockTableRecord::cast(&object);
-    return block && hasNewLayout(*block);
+    return !block || !isBlockInFile(*block);
+}
+
+void DrawingEdits::findComing() {
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (object.sourceSpan().isEmpty() && isOfTheDrawing(object) && !isLeftOut(object) && !isAsGiven(object))
+            take(object);
+    });
+}
+
+// With what holds it: its owners, and of a layout the record of its space.
+void DrawingEdits::take(const AcDbObject& object) {
+    const auto takeHolder = [this](AcDbObjectId id) {
+        const AcDbObject* const holder = DatabaseAccess::object(id);
+        if (!holder || holder->isKindOf(AcDbSymbolTable::desc())) return;
+        if (!holder->sourceSpan().isEmpty())
+            m_holders.insert(holder);
+        else if (isOfTheDrawing(*holder))
+            take(*holder);
+    };
+    if (!m_coming.insert(&object).second) return;
+    takeHolder(object.ownerId());
+    if (const auto* const layout = AcDbLayout::cast(&object)) takeHolder(layout->getBlockTableRecordId());
 }
 
 bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
-    if (m_everything || object.differsFromSource()) return true;
-    if (m_standingComesAlong && namesStandingObjects(object)) return true;
-    if (m_namesChanged &&
+    if (m_everything || object.differsFromSource() || m_holders.contains(&object)) return true;
+    if (m_changes.hasRenamed() &&
         (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
         return true;
     // The opening record of a block files the block's own fields.
-    if (!object.isKindOf(AcDbBlockBegin::desc())) return false;
-    const AcDbObject* const block = DatabaseAccess::object(object.ownerId());
-    return block && (block->differsFromSource() && !block->sourceSpan().isEmpty());
+    const AcDbObject* const block =
+        object.isKindOf(AcDbBlockBegin::desc()) ? DatabaseAccess::object(object.ownerId()) : nullptr;
+    return (block && block->isChangedSinceRead()) ||
+           m_objects.mustFollow(m_source.bytes, object.sourceSpan());
 }
 
 bool DrawingEdits::editObject(const AcDbObject& object) {
     const SourceSpan span = object.sourceSpan();
     if (span.isEmpty()) return true;
-    if (object.isErased()) {
-        removeRecord(object);
-        return true;
-    }
-    const AcDbObjectId owner = object.ownerId();
-    const bool goesWithOwner = object.isKindOf(AcDbSequenceEnd::desc()) ||
-                               object.isKindOf(AcDbBlockBegin::desc()) ||
-                               object.isKindOf(AcDbBlockEnd::desc());
-    if (goesWithOwner && owner.isErased()) {
+    if (isLeftOut(object)) {
         removeRecord(object);
         return true;
     }
@@ -209,22 +276,17 @@ bool DrawingEdits::addTableRecords() {
     return true;
 }
 
-// New records, and with the layouts the records of their spaces.
-bool DrawingEdits::comesIntoFile(const AcDbObject& record) const {
-    if (isNewRecord(record)) return true;
-    const auto* const block = AcDbBlockTableRecord::cast(&record);
-    return block && m_standingComesAlong && block->sourceSpan().isEmpty();
-}
-
 // A table that the file lacks comes into it with its first own record; others that the reader gave it come
 // along.
+bool DrawingEdits::comesIntoFile(const AcDbSymbolTable& table) const {
+    return std::any_of(table.records().begin(), table.records().end(), [this](AcDbObjectId id) {
+        const AcDbObject* const record = DatabaseAccess::object(id);
+        return record && !record->isErased() && comesIntoFile(*record);
+    });
+}
+
 bool DrawingEdits::addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables) {
-    const bool hasNewRecord =
-        std::any_of(table.records().begin(), table.records().end(), [this](AcDbObjectId id) {
-            const AcDbObject* const record = DatabaseAccess::object(id);
-            return record && !record->isErased() && comesIntoFile(*record);
-        });
-    if (!hasNewRecord) return true;
+    if (!comesIntoFile(table)) return true;
     return writeNewTable(kind, table, m_objects, newTables) || failWriting();
 }
 
@@ -264,7 +326,7 @@ bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
 bool DrawingEdits::writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& text) {
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
-        if (entity && !entity->isErased() && !writeNewEntity(*entity, m_objects, text)) return false;
+        if (entity && !isLeftOut(*entity) && !writeNewEntity(*entity, m_objects, text)) return false;
     }
     return true;
 }
@@ -282,15 +344,10 @@ bool DrawingEdits::addBlocks() {
     std::string entities;
     for (const AcDbObjectId id : blockRecords()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        if (!block || block->isErased() || !comesIntoFile(*block)) continue;
+        if (!block || !comesIntoFile(*block)) continue;
         entities.clear();
-        if (!isNewRecord(*block)) {
-            // The entities of a standing space have a section of their own.
-            const AcDbObject* const begin = DatabaseAccess::object(block->blockBeginId());
-            if (begin && !begin->sourceSpan().isEmpty()) continue;
-        } else if (!writeEntitiesOf(*block, entities)) {
-            return failWriting();
-        }
+        // The entities of a space have a section of their own.
+        if (!isActiveSpace(*block) && !writeEntitiesOf(*block, entities)) return failWriting();
         if (!writeNewBlock(*block, entities, m_objects, blocks)) return failWriting();
     }
     insertIntoSection("BLOCKS", "ENTITIES", blocks);
@@ -300,7 +357,9 @@ bool DrawingEdits::addBlocks() {
 bool DrawingEdits::addEntities() {
     for (const AcDbObjectId id : blockRecords()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        if (block && !block->isErased() && !isNewRecord(*block) && !addEntitiesOf(*block)) return false;
+        if (!block || isLeftOut(*block)) continue;
+        const bool cameWithBlock = comesIntoFile(*block) && !isActiveSpace(*block);
+        if (!cameWithBlock && !addEntitiesOf(*block)) return false;
     }
     return true;
 }
@@ -309,7 +368,7 @@ bool DrawingEdits::addEntitiesOf(const AcDbBlockTableRecord& block) {
     std::string added;
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
-        if (!entity || entity->isErased()) continue;
+        if (!entity || isLeftOut(*entity)) continue;
         if (!entity->sourceSpan().isEmpty()) {
             if (!addParts(*entity)) return false;
         } else if (isNewRecord(*entity) && !writeNewEntity(*entity, m_objects, added)) {
@@ -368,28 +427,13 @@ bool DrawingEdits::addParts(const AcDbEntity& owner) {
     return true;
 }
 
-// What the drawing lacked and was given comes into the file with the records that name it: the root has an
-// entry for the layouts, and a space's record the handle of its own.
-bool DrawingEdits::needsStandingObjects() const {
-    if (!hasSubclassMarkers(m_objects.style().version)) return false;
-    const AcDbObject* const root = DatabaseAccess::object(m_database.namedObjectsDictionaryId());
-    if (m_everything || (root && root->isChangedSinceRead())) return true;
-    return std::any_of(blockRecords().begin(), blockRecords().end(), [](AcDbObjectId id) {
-        const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        return block && block->isChangedSinceRead() && hasNewLayout(*block);
-    });
-}
-
 bool DrawingEdits::addObjects() {
     std::string added;
     const bool isR12 = !hasSubclassMarkers(m_objects.style().version);
     const AcDbObject* unholdable = nullptr;
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        if (!isGood || unholdable || object.isErased() || !isListedObject(object) ||
-            !object.sourceSpan().isEmpty())
-            return;
-        if (!m_standingComesAlong && !isNewRecord(object)) return;
+        if (!isGood || unholdable || !isListedObject(object) || !comesIntoFile(object)) return;
         if (isR12)
             unholdable = &object;
         else
@@ -418,43 +462,35 @@ void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view gro
     insertIntoSection("HEADER", m_structure.sections.empty() ? "" : m_structure.sections.front().name, whole);
 }
 
-// The variables that name a current record follow it to its new name.
+// The variables that name a record follow it to its new name.
 void DrawingEdits::renameInHeader() {
     constexpr struct {
         const wchar_t* name;
         TableKind kind;
-        int code;
-    } currents[] = {{L"CLAYER", TableKind::kLayer, 8},
-                    {L"CELTYPE", TableKind::kLinetype, 6},
-                    {L"TEXTSTYLE", TableKind::kTextStyle, 7},
-                    {L"DIMSTYLE", TableKind::kDimStyle, 2}};
+    } naming[] = {{L"CLAYER", TableKind::kLayer},        {L"CELTYPE", TableKind::kLinetype},
+                  {L"TEXTSTYLE", TableKind::kTextStyle}, {L"DIMSTYLE", TableKind::kDimStyle},
+                  {L"DIMTXSTY", TableKind::kTextStyle},  {L"DIMBLK", TableKind::kBlock},
+                  {L"DIMBLK1", TableKind::kBlock},       {L"DIMBLK2", TableKind::kBlock},
+                  {L"DIMLDRBLK", TableKind::kBlock},     {L"DIMLTYPE", TableKind::kLinetype},
+                  {L"DIMLTEX1", TableKind::kLinetype},   {L"DIMLTEX2", TableKind::kLinetype}};
     const DrawingStyle& style = m_objects.style();
-    for (const auto& current : currents) {
-        const HeaderVariables::Variable* const variable = m_database.header().find(current.name);
-        const auto* const table = static_cast<const AcDbSymbolTable*>(
-            DatabaseAccess::object(DatabaseAccess::table(m_database, current.kind)));
-        if (!variable || variable->modified || !table) continue;
-        const std::wstring name = m_database.header().text(current.name);
-        for (const AcDbObjectId id : table->records()) {
-            const auto* const record = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(id);
-            if (!record || record->isErased() || record->sourceSpan().isEmpty() ||
-                !record->isChangedSinceRead())
-                continue;
-            const std::wstring oldName =
-                style.text.decode(nameInRecord(m_source.bytes, record->sourceSpan()));
-            if (oldName == record->name() || !equalFolded(oldName, name)) continue;
-            m_text.clear();
-            appendText(current.code, record->name(), style, m_text);
-            std::string headerName = "$";
-            style.text.encode(current.name, headerName);
-            setHeaderVariable(headerName, m_text);
-        }
+    for (const auto& [name, kind] : naming) {
+        const HeaderVariables::Variable* const variable = m_database.header().find(name);
+        const std::wstring* const newName =
+            variable && !variable->modified ? m_changes.newName(kind, m_database.header().text(name)) : nullptr;
+        short code = 0;
+        if (!newName || !GroupWalker(variable->groups).peek(code)) continue;
+        m_text.clear();
+        appendText(code, *newName, style, m_text);
+        std::string headerName = "$";
+        style.text.encode(name, headerName);
+        setHeaderVariable(headerName, m_text);
     }
 }
 
 void DrawingEdits::editHeader() {
     const HeaderVariables& header = m_database.header();
-    if (m_namesChanged) renameInHeader();
+    if (m_changes.hasRenamed()) renameInHeader();
     for (const HeaderVariables::Variable& variable : header.all()) {
         if (!variable.modified || variable.name == L"HANDSEED") continue;
         std::string name = "$";
@@ -464,7 +500,8 @@ void DrawingEdits::editHeader() {
         setHeaderVariable(name, m_text);
     }
     const std::uint64_t seed = m_objects.aboveNewRecords();
-    if (!m_structure.headerVariable("$HANDSEED") || header.handle(L"HANDSEED") >= seed) return;
+    const std::uint64_t present = header.handle(L"HANDSEED");
+    if (seed == 0 || !m_structure.headerVariable("$HANDSEED") || (present >= seed && present < handleLimit)) return;
     m_text.clear();
     appendHandle(5, seed, m_objects.style(), m_text);
     setHeaderVariable("$HANDSEED", m_text);

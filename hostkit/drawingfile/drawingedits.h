@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace hostkit {
@@ -51,12 +52,18 @@ public:
 private:
     bool editObject(const AcDbObject& object);
     const std::vector<AcDbObjectId>& blockRecords() const;
-    bool namesStandingObjects(const AcDbObject& object) const;
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);
-    bool findRenamedRecords();
-    bool needsStandingObjects() const;
-    bool comesIntoFile(const AcDbObject& record) const;
+    void findReferenceChanges();
+    void findNewName(const AcDbSymbolTableRecord& record);
+    std::wstring nameInFile(const AcDbSymbolTableRecord& record) const;
+    bool hasRecord(AcDbObjectId id) const;
+    bool comesIntoFile(const AcDbSymbolTable& table) const;
+    void findComing();
+    void take(const AcDbObject& object);
+    bool isOfTheDrawing(const AcDbObject& object) const;
+    bool isAsGiven(const AcDbObject& object) const;
+    bool comesIntoFile(const AcDbObject& object) const { return m_coming.contains(&object); }
 
     bool addTableRecords();
     bool addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables);
@@ -81,8 +88,9 @@ private:
     const DrawingSource& m_source;
     ObjectWriting& m_objects;
     bool m_everything;
-    bool m_namesChanged = false;
-    bool m_standingComesAlong = false;
+    ReferenceChanges m_changes;
+    std::unordered_set<const AcDbObject*> m_coming;  // without a record in the file, and getting one
+    std::unordered_set<const AcDbObject*> m_holders; // with a record, which names one of those
     DrawingStructure m_structure;
     ByteEdits m_edits;
     std::string m_text; // of the record at work

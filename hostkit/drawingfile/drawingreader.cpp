@@ -217,7 +217,7 @@ bool DrawingReading::addHeaderGroup(const RawGroup& group) {
     std::size_t count = 0;
     RawGroup part = group;
     do {
-        parts[count++] = {part.value, part.start, m_scanner.position(), static_cast<short>(part.code), false};
+        parts[count++] = {part.value, part.start, m_scanner.position(), static_cast<short>(part.code)};
     } while (count < 3 && AcDb::groupKind(group.code) == AcDb::GroupKind::kPoint &&
              m_scanner.next(part) == ScanResult::kGroup &&
              part.code == group.code + static_cast<int>(count) * 10);

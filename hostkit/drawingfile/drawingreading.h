@@ -75,6 +75,7 @@ private:
     bool readObjects(const RawGroup& opening);
     bool finish();
     bool checkBlockCycles();
+    void rememberGiven();
 
     /// Reads head and fields of the present record. Where the fields are damaged, an opaque object comes back
     /// that keeps the record as it stands.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "groupscanner.h"
+#include "recordparts.h"
 
 #include <cstdint>
 #include <string_view>
@@ -9,14 +10,16 @@
 
 namespace hostkit {
 
-/// One group of a record, and whether a class has taken it for a field of its own.
+/// One group of a record, and whose field it is.
 struct RecordGroup {
     std::string_view value;
     const char* start = nullptr; ///< of the line with the code
     const char* end = nullptr;   ///< behind the value's line end
     short code = 0;
-    bool isTaken = false;
+    RecordPart part = nobodysPart;
 
+    /// A field has the group: on saving it is written once, at its place, with the field's value.
+    bool isTaken() const { return part >= headPart; }
     std::string_view bytes() const { return {start, static_cast<std::size_t>(end - start)}; }
 };
 

@@ -21,8 +21,9 @@ constexpr int paperSpaceCode = 67;
 constexpr std::wstring_view modelSpaceName = L"*Model_Space";
 constexpr std::wstring_view paperSpaceName = L"*Paper_Space";
 
-// A block of the file in which the spaces bear their older names.
-std::wstring_view nameOfSpace(std::wstring_view name) {
+// A block of the file. In R12 the spaces bear other names, which are names like any from then on.
+std::wstring_view nameOfSpace(std::wstring_view name, DrawingVersion version) {
+    if (hasSubclassMarkers(version)) return name;
     if (equalFolded(name, L"$MODEL_SPACE")) return modelSpaceName;
     if (equalFolded(name, L"$PAPER_SPACE")) return paperSpaceName;
     return name;
@@ -31,7 +32,7 @@ std::wstring_view nameOfSpace(std::wstring_view name) {
 } // namespace
 
 AcDbBlockTableRecord& DrawingReading::blockNamed(std::wstring_view name) {
-    return static_cast<AcDbBlockTableRecord&>(impliedRecord(TableKind::kBlock, nameOfSpace(name)));
+    return static_cast<AcDbBlockTableRecord&>(impliedRecord(TableKind::kBlock, nameOfSpace(name, m_version)));
 }
 
 // Without records of blocks (R12), references may name a block that comes later: all are made known first.
@@ -167,11 +168,10 @@ bool DrawingReading::takePart() {
 // An entity may name a layer that no table has; other programs take that as a plain new layer.
 void DrawingReading::giveLayer(AcDbEntity& entity) {
     if (!entity.layerId().isNull()) return;
-    const auto group = std::find_if(m_record.groups.begin(), m_record.groups.end(),
-                                    [](const RecordGroup& candidate) { return candidate.code == layerCode; });
-    const bool isNamed = group != m_record.groups.end() && !withoutBlanks(group->value).empty();
-    const std::wstring name = isNamed ? m_filer.drawingText().decode(group->value) : L"0";
-    if (isNamed) group->isTaken = true;
+    const std::wstring* const unknown = DatabaseAccess::unknownName(entity, layerCode);
+    const bool isNamed = unknown && unknown->find_first_not_of(L" \t") != std::wstring::npos;
+    const std::wstring name = isNamed ? *unknown : L"0";
+    DatabaseAccess::forgetUnknownName(entity, layerCode);
     DatabaseAccess::setLayer(entity, impliedRecord(TableKind::kLayer, name).objectId());
 }
 

@@ -30,7 +30,7 @@ bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& da
         data.append(item);
     }
     for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); ++place)
-        record.groups[place].isTaken = record.groups[place].code != commentCode;
+        record.groups[place].part = record.groups[place].code == commentCode ? nobodysPart : extendedPart;
     return true;
 }
 
@@ -43,11 +43,9 @@ void DrawingReading::makeRoomForHandles() {
     RawGroup group;
     while (scanner.next(group) == ScanResult::kGroup)
         if (group.code == handleCode || group.code == dimStyleHandleCode)
-            highest = std::max(highest, handleFromText(group.value).value_or(0));
-    constexpr std::uint64_t sensibleLimit =
-        UINT64_MAX / 2; // a handle beyond it is a slip, and leaves no room above
-    if (highest < sensibleLimit)
-        (void)m_database.setHandseed(AcDbHandle(std::max(highest + 1, m_database.handseed().value())));
+            if (const std::uint64_t handle = handleFromText(group.value).value_or(0); handle < handleLimit)
+                highest = std::max(highest, handle);
+    (void)m_database.setHandseed(AcDbHandle(highest + 1));
 }
 
 AcDbObjectId DrawingReading::add(AcDbObject* object, std::uint64_t handle, AcDbObjectId owner) {
@@ -57,7 +55,9 @@ AcDbObjectId DrawingReading::add(AcDbObject* object, std::uint64_t handle, AcDbO
 
 bool DrawingReading::readFieldsInto(AcDbObject& object) {
     m_filer.begin(m_record);
-    return object.dxfInFields(&m_filer) == Acad::eOk && m_filer.filerStatus() == Acad::eOk;
+    if (object.dxfInFields(&m_filer) != Acad::eOk || m_filer.filerStatus() != Acad::eOk) return false;
+    if (auto* const entity = AcDbEntity::cast(&object)) m_filer.readLooseLook(*entity);
+    return true;
 }
 
 void DrawingReading::attachHead(AcDbObject& object) {
@@ -92,7 +92,7 @@ std::wstring DrawingReading::faultInRecord() const {
 }
 
 std::unique_ptr<AcDbObject> DrawingReading::withFields(std::unique_ptr<AcDbObject> object) {
-    readHead(m_record, m_version, m_head);
+    readHead(m_record, m_head);
     if (m_head.faulty) warn(m_head.faulty->start, shown(m_head.faulty->value) + L" is no handle");
     if (readFieldsInto(*object)) return object;
     const RecordGroup* const fault = m_filer.faultyGroup();

@@ -2,6 +2,7 @@
 
 #include "blockcircles.h"
 #include "drawingreading.h"
+#include "objectwriting.h"
 
 #include "dbdictionary.h"
 
@@ -32,14 +33,28 @@ bool DrawingReading::finish() {
     if (!checkBlockCycles()) return false;
     makeRoomForHandles();
     const AcDbHandleValue seed = m_database.header().handle(L"HANDSEED");
-    if (seed > m_database.handseed().value()) (void)m_database.setHandseed(AcDbHandle(seed));
+    if (seed < handleLimit) (void)m_database.setHandseed(AcDbHandle(seed));
     DatabaseAccess::setSource(m_database, m_source, m_report.file);
     DatabaseAccess::completeDrawing(m_database);
     // What the drawing lacked and was given stands in no file; it counts as unchanged until somebody changes
     // it.
     DatabaseAccess::forEachObject(m_database,
                                   [](AcDbObject& object) { DatabaseAccess::markUnchanged(object); });
+    rememberGiven();
     return true;
+}
+
+// As a save in the drawing's own form would write it.
+void DrawingReading::rememberGiven() {
+    DrawingStyle style;
+    style.text = m_filer.drawingText();
+    style.version = m_version;
+    style.newline = m_source->endsLinesWithCrLf ? "\r\n" : "\n";
+    ObjectWriting writing(m_database, style, {nullptr, 0, 0.0, 0.0});
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (object.sourceSpan().isEmpty())
+            (void)writing.writeNew(object, m_source->given[object.handle().value()]);
+    });
 }
 
 bool DrawingReading::checkBlockCycles() {

@@ -1,6 +1,7 @@
 #include "objectwriting.h"
 
 #include "dbblockbegin.h"
+#include "dbblockreference.h"
 #include "drawingreading.h"
 #include "fieldtable.h"
 
@@ -15,11 +16,29 @@ constexpr short applicationGroupCode = 102;
 constexpr short hardOwnerCode = 360;
 constexpr short commentCode = 999;
 
+std::string asciiOf(const wchar_t* name) {
+    const std::wstring_view text = name ? name : L"";
+    return {text.begin(), text.end()};
+}
+
 } // namespace
 
 const SubentityList* partsOf(const AcDbObject& object) {
     auto* const entity = AcDbEntity::cast(&object);
     return entity ? DatabaseAccess::parts(*entity) : nullptr;
+}
+
+bool isLeftOut(const AcDbObject& object) {
+    // A damaged drawing may have owners in a circle.
+    constexpr int deepest = 100;
+    const AcDbObject* each = &object;
+    for (int depth = 0; each && depth < deepest; ++depth) {
+        if (each->isErased()) return true;
+        const auto* const reference = AcDbBlockReference::cast(each);
+        if (reference && reference->blockTableRecord().isErased()) return true;
+        each = DatabaseAccess::object(each->ownerId());
+    }
+    return false;
 }
 
 bool isActiveSpace(const AcDbBlockTableRecord& block) {
@@ -29,34 +48,53 @@ bool isActiveSpace(const AcDbBlockTableRecord& block) {
 ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style, ProgressStage progress)
     : m_style(style)
     , m_progress(progress)
-    , m_sourceVersion(style.version)
     , m_reader(const_cast<AcDbDatabase*>(&database), style.text, style.version)
     , m_writer(const_cast<AcDbDatabase*>(&database), style)
+    , m_fieldsAsRead(const_cast<AcDbDatabase*>(&database), style)
     , m_nextHandle(database.handseed().value()) {
     // The records that were read have the form of their file, whatever form is written.
-    const auto source = database.source();
-    if (!source) return;
-    m_sourceVersion = versionOfFiler(source->version);
-    m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)), m_sourceVersion);
+    m_reader.readWithoutDrawing();
+    if (const auto source = database.source())
+        m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)),
+                         versionOfFiler(source->version));
 }
 
-// The class reads the old record into a blank object: what it takes there is what it will write.
-std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
-                                                           std::string_view sourceBytes, SourceSpan span) {
+void ObjectWriting::follow(const ReferenceChanges* changes) {
+    m_changes = changes && !changes->isEmpty() ? changes : nullptr;
+    m_writer.follow(m_changes);
+}
+
+void ObjectWriting::scan(std::string_view sourceBytes, SourceSpan span) {
     GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
     RawGroup first;
     (void)scanner.next(first);
     (void)scanRecord(scanner, first, m_original);
-    readHead(m_original, m_sourceVersion, m_head);
+}
+
+bool ObjectWriting::mustFollow(std::string_view sourceBytes, SourceSpan span) {
+    if (!m_changes) return false;
+    scan(sourceBytes, span);
+    return m_changes->concern(m_original, m_style.text);
+}
+
+// The class reads the old record into a blank object: what it takes there is what it will write. The drawing is not
+// asked, which may have other names by now.
+std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
+                                                           std::string_view sourceBytes, SourceSpan span) {
+    scan(sourceBytes, span);
+    readHead(m_original, m_head);
     // The owner of an entity or a table's record is where it stands in the file; some writers put other
     // handles there.
     if ((object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())) &&
         m_head.owner != object.ownerId().handle().value())
         for (RecordGroup& group : m_original.groups)
-            if (group.code == ownerCode && handleFromText(group.value) == m_head.owner) group.isTaken = false;
+            if (group.code == ownerCode && group.part == headPart &&
+                handleFromText(group.value) == m_head.owner)
+                group.part = foreignPart;
     std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
     m_reader.begin(m_original);
     if (blank) (void)blank->dxfInFields(&m_reader);
+    if (auto* const entity = AcDbEntity::cast(blank.get())) m_reader.readLooseLook(*entity);
     GroupBlock data;
     (void)readExtendedData(m_original, m_reader, data);
     return blank;
@@ -65,46 +103,49 @@ std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& obj
 bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
     (void)markKnownGroups(object, sourceBytes, span);
     return std::all_of(m_original.groups.begin() + 1, m_original.groups.end(),
-                       [](const RecordGroup& group) { return group.isTaken || group.code == commentCode; });
+                       [](const RecordGroup& group) { return group.isTaken() || group.code == commentCode; });
 }
 
 // What the old record says, filed again: groups in which the object does not differ from it were not changed.
-// The opening record of a block files what its owner has, not what it has read.
-void ObjectWriting::gatherFieldsAsRead(const AcDbObject& object, AcDbObject& blank) {
-    if (blank.isKindOf(AcDbBlockBegin::desc())) return;
+const RecordWriter& ObjectWriting::fieldsAsRead(const AcDbObject& object, AcDbObject& blank) {
     DatabaseAccess::setOwner(blank, object.ownerId());
-    m_writer.begin();
-    if (blank.dxfOutFields(&m_writer) == Acad::eOk) m_writer.rememberFields();
+    m_fieldsAsRead.begin();
+    if (blank.dxfOutFields(&m_fieldsAsRead) == Acad::eOk) m_writer.markAsRead(m_fieldsAsRead);
+    return m_fieldsAsRead;
 }
 
 bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span,
                                 bool keepsSpelling, std::string& bytes) {
     const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, sourceBytes, span);
-    m_writer.forgetFields();
-    if (keepsSpelling && blank) gatherFieldsAsRead(object, *blank);
-    return writeRecord(object, object.handle().value(), object.ownerId(), true, bytes);
+    if (!gatherRecord(object, object.handle().value(), object.ownerId(), true)) return false;
+    std::function<const RecordWriter&()> readAgain;
+    // The opening record of a block files what its owner has, not what it has read.
+    if (keepsSpelling && blank && !blank->isKindOf(AcDbBlockBegin::desc()))
+        readAgain = [&]() -> const RecordWriter& { return fieldsAsRead(object, *blank); };
+    RecordMerge(m_writer, m_original, m_reader.parts(), std::move(readAgain), m_mergeRoom, bytes).run();
+    return true;
 }
 
 bool ObjectWriting::writeNew(const AcDbObject& object, std::string& bytes) {
-    return writeRecord(object, object.handle().value(), object.ownerId(), false, bytes);
+    return writeNewUnder(object, object.handle().value(), object.ownerId(), bytes);
 }
 
 bool ObjectWriting::writeNewUnder(const AcDbObject& fields, std::uint64_t handle, AcDbObjectId owner,
                                   std::string& bytes) {
-    return writeRecord(fields, handle, owner, false, bytes);
+    if (!gatherRecord(fields, handle, owner, false)) return false;
+    m_aboveNewRecords = std::max(m_aboveNewRecords, handle + 1);
+    m_writer.finish(bytes);
+    return true;
 }
 
-bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner,
-                                bool hasOriginal, std::string& bytes) {
+bool ObjectWriting::gatherRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner,
+                                 bool hasOriginal) {
     m_writer.begin();
     writeHead(object, handle, owner, hasOriginal);
-    const std::size_t firstField = m_writer.fieldCount();
     Acad::ErrorStatus status = object.dxfOutFields(&m_writer);
-    if (hasOriginal)
-        m_writer.compareWithRemembered(firstField);
-    else
-        m_aboveNewRecords = std::max(m_aboveNewRecords, handle + 1);
-    if (status == Acad::eOk && object.extendedData()) writeBlock(m_writer, *object.extendedData());
+    if (m_changes && m_changes->hasRenamed()) m_writer.renameTexts(asciiOf(object.dxfName()));
+    m_writer.beginExtendedData();
+    if (status == Acad::eOk && object.extendedData()) writeExtendedData(*object.extendedData());
     if (status == Acad::eOk) status = m_writer.filerStatus();
     if (status != Acad::eOk) {
         wchar_t text[17] = {};
@@ -114,7 +155,6 @@ bool ObjectWriting::writeRecord(const AcDbObject& object, std::uint64_t handle, 
         if (!m_writer.errorMessage().empty()) m_message += L": " + m_writer.errorMessage();
         return false;
     }
-    m_writer.finish(hasOriginal ? &m_original : nullptr, bytes);
     ++m_recordsWritten;
     m_progress.advance();
     return true;
@@ -126,15 +166,35 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     if (!hasOriginal) m_writer.writeText(0, name); // else the record keeps its own
     m_writer.markOptional();
     m_writer.writeHandle(name == L"DIMSTYLE" ? 105 : 5, handle);
-    if (m_writer.isR12Form()) return;
+    // R12 has handles alone; a record that was read with more keeps it.
+    const bool hadMore = hasOriginal && (m_original.hasMarks || m_head.owner != 0 || !m_head.reactors.empty() ||
+                                         m_head.extensionDictionary != 0);
+    if (m_writer.isR12Form() && !hadMore) return;
     // The two groups keep the order that they had.
     const RecordGroup* const first = hasOriginal ? m_original.find(applicationGroupCode) : nullptr;
     const bool reactorsFirst = first && withoutBlanks(first->value) == "{ACAD_REACTORS";
     if (reactorsFirst) writeReactors(object);
     writeExtensionDictionary(object);
     if (!reactorsFirst) writeReactors(object);
+    if (!hasOriginal && !owner.isNull() && !m_writer.files(owner)) return;
     m_writer.markOptional();
     m_writer.writeItem(ownerCode, owner);
+}
+
+// A layer that is named there follows its record.
+void ObjectWriting::writeExtendedData(const GroupBlock& data) {
+    constexpr short layerCode = 1003;
+    if (!m_changes) return writeBlock(m_writer, data);
+    GroupWalker walker(data);
+    AcDbDxfGroup group;
+    while (walker.next(group)) {
+        const std::wstring* const newName =
+            group.code == layerCode ? m_changes->newName(TableKind::kLayer, group.text) : nullptr;
+        if (newName)
+            m_writer.writeText(group.code, *newName);
+        else
+            m_writer.writeGroup(group);
+    }
 }
 
 void ObjectWriting::writeReactors(const AcDbObject& object) {

@@ -5,12 +5,15 @@
 #include "drawingrecord.h"
 #include "groupformat.h"
 #include "recordhead.h"
+#include "recordmerge.h"
 #include "recordreader.h"
 #include "recordwriter.h"
+#include "referencechanges.h"
 
 #include "dbaccess.h"
 #include "dbsource.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -34,6 +37,16 @@ public:
     bool writeNewUnder(const AcDbObject& fields, std::uint64_t handle, AcDbObjectId owner,
                        std::string& bytes);
 
+    /// References to what was renamed or erased, which the records are to follow; not owned.
+    void follow(const ReferenceChanges* changes);
+    /// Tells which objects have a record in the file that is written; an owner without one is not named. By default
+    /// all have that are not erased.
+    void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) {
+        m_writer.setHasRecord(std::move(hasRecord));
+    }
+    /// Whether the record, which nobody changed, refers to something that was renamed or erased.
+    bool mustFollow(std::string_view sourceBytes, SourceSpan span);
+
     /// Counts a record that goes over as it stood, for the progress.
     void passRecord() { m_progress.advance(); }
 
@@ -55,20 +68,24 @@ public:
 private:
     std::unique_ptr<AcDbObject> markKnownGroups(const AcDbObject& object, std::string_view sourceBytes,
                                                 SourceSpan span);
-    void gatherFieldsAsRead(const AcDbObject& object, AcDbObject& blank);
+    const RecordWriter& fieldsAsRead(const AcDbObject& object, AcDbObject& blank);
+    /// All groups of the record are with m_writer then.
+    bool gatherRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeReactors(const AcDbObject& object);
+    void writeExtendedData(const GroupBlock& data);
+    void scan(std::string_view sourceBytes, SourceSpan span);
     void writeExtensionDictionary(const AcDbObject& object);
-    bool writeRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal,
-                     std::string& bytes);
 
     DrawingStyle m_style;
     ProgressStage m_progress;
-    DrawingVersion m_sourceVersion;
     RecordReader m_reader;
     RecordWriter m_writer;
+    RecordWriter m_fieldsAsRead;
+    MergeRoom m_mergeRoom;
     DrawingRecord m_original;
     RecordHead m_head;
+    const ReferenceChanges* m_changes = nullptr;
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;
@@ -78,6 +95,8 @@ private:
 
 /// The parts of an entity in the file's order, erased ones left out; then their end where there is one.
 const SubentityList* partsOf(const AcDbObject& object);
+/// The object has no record in what is written: it was erased, or an owner of it was, or it shows a block that was.
+bool isLeftOut(const AcDbObject& object);
 /// Model space and the active paper space, whose entities stand in a section of their own.
 bool isActiveSpace(const AcDbBlockTableRecord& block);
 

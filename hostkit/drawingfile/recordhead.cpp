@@ -1,5 +1,7 @@
 #include "recordhead.h"
 
+#include <algorithm>
+
 namespace hostkit {
 
 namespace {
@@ -11,38 +13,61 @@ constexpr short applicationGroupCode = 102;
 constexpr short subclassMarkCode = 100;
 constexpr short hardOwnerCode = 360;
 
+// Classes that have no groups of the head's codes: where the head stands behind their mark, it is still the head.
+constexpr std::string_view baseClasses[] = {"AcDbEntity", "AcDbSymbolTable", "AcDbSymbolTableRecord"};
+
 class HeadReader {
 public:
     HeadReader(DrawingRecord& record, RecordHead& head)
         : m_record(record)
         , m_head(head)
+        , m_ownCode(handleCodeOf(record.name()))
         , m_end(record.extendedDataBegin) {}
 
     // Where nothing marks the end of the head, it ends at the first group that cannot belong to it.
-    void run(bool ownersAreThere) {
-        const short ownCode = handleCodeOf(m_record.name());
-        for (std::size_t place = 1; place < m_end;) {
-            RecordGroup& group = m_record.groups[place];
-            if (group.code == subclassMarkCode) return;
-            if (group.code == applicationGroupCode)
-                place = readApplicationGroup(place);
-            else if (group.code == ownCode && m_head.handle == 0)
-                takeHandle(m_record.groups[place++], m_head.handle);
-            else if (group.code == ownerCode && ownersAreThere)
-                takeHandle(m_record.groups[place++], m_head.owner);
-            else if (!m_record.hasMarks && m_head.handle != 0)
-                return;
-            else
-                ++place;
+    void run() {
+        std::size_t place = 1;
+        while (place < m_end && m_record.groups[place].code != subclassMarkCode) {
+            const std::size_t next = read(place);
+            if (next == place && !m_record.hasMarks && m_head.handle != 0) return;
+            place = std::max(next, place + 1);
         }
+        if (m_head.handle == 0 && m_record.hasMarks) readBehindMark(place);
     }
 
 private:
+    /// The place behind what belongs to the head; the same place where the group does not.
+    std::size_t read(std::size_t place) {
+        RecordGroup& group = m_record.groups[place];
+        if (group.code == applicationGroupCode) return readApplicationGroup(place);
+        if (group.code == m_ownCode && m_head.handle == 0) {
+            takeHandle(group, m_head.handle);
+            return place + 1;
+        }
+        if (group.code != ownerCode) return place;
+        takeHandle(group, m_head.owner);
+        return place + 1;
+    }
+
+    // Careless programs put the handle behind the first mark: right behind it, or anywhere in the part of a class that
+    // has no handles of its own.
+    void readBehindMark(std::size_t mark) {
+        const std::string_view name = withoutBlanks(m_record.groups[mark].value);
+        const bool isBase =
+            std::find(std::begin(baseClasses), std::end(baseClasses), name) != std::end(baseClasses);
+        for (std::size_t place = mark + 1;
+             place < m_end && m_record.groups[place].code != subclassMarkCode;) {
+            const std::size_t next = read(place);
+            if (next == place && !isBase) return;
+            place = std::max(next, place + 1);
+        }
+    }
+
     void takeHandle(RecordGroup& group, std::uint64_t& handle) {
         const std::optional<std::uint64_t> value = handleFromText(group.value);
         if (!value && !m_head.faulty) m_head.faulty = &group;
         handle = value.value_or(0);
-        group.isTaken = true;
+        group.part = headPart;
     }
 
     // The place behind the group's closing brace, or behind its opening one where it is never closed.
@@ -58,6 +83,7 @@ private:
             depth = opens ? depth + 1 : depth - 1;
         }
         if (depth > 0) return begin + 1;
+        for (std::size_t place = begin; place < end; ++place) m_record.groups[place].part = foreignPart;
         if (isFlat && name == "{ACAD_REACTORS" && hasReactors(begin, end)) takeReactors(begin, end);
         if (isFlat && name == "{ACAD_XDICTIONARY") takeExtensionDictionary(begin, end);
         return end;
@@ -76,7 +102,7 @@ private:
         for (std::size_t place = begin; place < end; ++place) {
             RecordGroup& group = m_record.groups[place];
             if (group.code != ownerCode && group.code != applicationGroupCode) continue;
-            group.isTaken = true;
+            group.part = headPart;
             if (group.code == applicationGroupCode) continue;
             std::uint64_t handle = 0;
             takeHandle(group, handle);
@@ -90,12 +116,13 @@ private:
             if (group.code == hardOwnerCode)
                 takeHandle(group, m_head.extensionDictionary);
             else if (group.code == applicationGroupCode)
-                group.isTaken = true;
+                group.part = headPart;
         }
     }
 
     DrawingRecord& m_record;
     RecordHead& m_head;
+    short m_ownCode;
     std::size_t m_end;
 };
 
@@ -105,11 +132,11 @@ short handleCodeOf(std::string_view recordName) {
     return recordName == "DIMSTYLE" ? dimStyleHandleCode : handleCode;
 }
 
-void readHead(DrawingRecord& record, DrawingVersion version, RecordHead& head) {
+void readHead(DrawingRecord& record, RecordHead& head) {
     head.handle = head.owner = head.extensionDictionary = 0;
     head.reactors.clear();
     head.faulty = nullptr;
-    HeadReader(record, head).run(hasSubclassMarkers(version));
+    HeadReader(record, head).run();
 }
 
 } // namespace hostkit

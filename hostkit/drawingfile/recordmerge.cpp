@@ -1,245 +1,333 @@
 #include "recordmerge.h"
 
+#include "casefold.h"
 #include "groupkinds.h"
+#include "referencechanges.h"
 
 #include <algorithm>
-#include <array>
 
 namespace hostkit {
 
 namespace {
 
 constexpr short subclassMarkCode = 100;
-constexpr short applicationNameCode = 1001;
-constexpr std::size_t codeLimit = tabledCodes;
+constexpr short embeddedObjectMark = 101;
+constexpr short colorCode = 62;
+constexpr short trueColorCode = 420;
+constexpr short colorNameCode = 430;
+constexpr std::size_t noField = static_cast<std::size_t>(-1);
 // How far a step of the merge looks ahead for the counterpart of a group: more than the groups of a vertex or
 // a hatch edge.
 constexpr std::size_t lookAhead = 64;
 
-bool isCodeKnown(int code) { return code >= 0 && code < static_cast<int>(codeLimit); }
+bool isCodeKnown(int code) { return code >= 0 && code < static_cast<int>(tabledCodes); }
 
 } // namespace
 
-RecordMerge::RecordMerge(RecordWriter& writer, const DrawingRecord& original, Scratch& scratch,
-                         std::string& bytes)
+RecordMerge::RecordMerge(RecordWriter& writer, const DrawingRecord& original, const RecordParts& oldParts,
+                         std::function<const RecordWriter&()> readAgain, MergeRoom& room, std::string& bytes)
     : m_writer(writer)
     , m_original(original)
-    , m_bytes(bytes)
-    , m_fields(scratch.fields)
-    , m_oldItems(scratch.oldItems)
-    , m_oldCounts(scratch.oldCounts)
-    , m_newCounts(scratch.newCounts) {
-    m_fields.clear();
-    m_oldItems.clear();
-    m_oldCounts.resize(codeLimit);
-    m_newCounts.resize(codeLimit);
-    m_fields.reserve(writer.m_groups.size());
-    for (const FieldGroup& group : writer.m_groups)
-        if (original.hasMarks || group.code != subclassMarkCode) m_fields.push_back(group);
+    , m_oldParts(oldParts)
+    , m_readAgain(std::move(readAgain))
+    , m_room(room)
+    , m_bytes(bytes) {
+    m_room.items.clear();
+    m_room.insertions.clear();
+    m_room.counts.resize(tabledCodes);
+    if (m_room.itemsOfParts.size() < oldParts.limit()) m_room.itemsOfParts.resize(oldParts.limit());
+    for (std::vector<std::size_t>& items : m_room.itemsOfParts) items.clear();
     gatherOldItems();
 }
 
 void RecordMerge::gatherOldItems() {
     const std::vector<RecordGroup>& groups = m_original.groups;
+    unsigned short region = 0;
+    bool isBehindEmbedded = false;
     for (std::size_t place = 0; place < groups.size();) {
-        OldItem item{place, 1, groups[place].code, groups[place].isTaken};
+        const RecordGroup& group = groups[place];
+        if (place == m_original.extendedDataBegin || group.code == subclassMarkCode) {
+            if (place <= m_original.extendedDataBegin) ++region;
+            isBehindEmbedded = false;
+        }
+        isBehindEmbedded = isBehindEmbedded || group.code == embeddedObjectMark;
+        OldItem item{place, 1, group.part, group.code, region, isBehindEmbedded, noField};
         if (AcDb::groupKind(item.code) == AcDb::GroupKind::kPoint)
             while (item.count < 3 && place + item.count < groups.size() &&
                    groups[place + item.count].code == item.code + static_cast<short>(item.count) * 10 &&
-                   groups[place + item.count].isTaken == item.isTaken)
+                   groups[place + item.count].part == item.part)
                 ++item.count;
-        item.isTaken = item.isTaken && isCodeKnown(item.code);
-        m_oldItems.push_back(item);
+        if (item.part >= headPart && isCodeKnown(item.code) && place > 0)
+            m_room.itemsOfParts[item.part].push_back(m_room.items.size());
+        else
+            item.part = nobodysPart;
+        m_room.items.push_back(item);
         place += item.count;
     }
 }
 
-// A part begins at a subclass mark or where the extended data does; the first one is the head.
-std::vector<RecordMerge::Part> RecordMerge::oldParts() const {
-    std::vector<Part> parts{{0, 0}};
-    bool inExtendedData = false;
-    for (std::size_t place = 0; place < m_oldItems.size(); ++place) {
-        const bool entersExtendedData =
-            !inExtendedData && m_oldItems[place].first >= m_original.extendedDataBegin;
-        if (entersExtendedData || (!inExtendedData && m_oldItems[place].code == subclassMarkCode)) {
-            parts.back().end = place;
-            parts.push_back({place, place});
-        }
-        inExtendedData = inExtendedData || entersExtendedData;
-    }
-    parts.back().end = m_oldItems.size();
-    return parts;
-}
-
-std::vector<RecordMerge::Part> RecordMerge::newParts() const {
-    std::vector<Part> parts{{0, 0}};
-    bool inExtendedData = false;
-    for (std::size_t place = 0; place < m_fields.size(); ++place) {
-        const bool entersExtendedData = !inExtendedData && m_fields[place].code == applicationNameCode;
-        if (entersExtendedData || (!inExtendedData && m_fields[place].code == subclassMarkCode)) {
-            parts.back().end = place;
-            parts.push_back({place, place});
-        }
-        inExtendedData = inExtendedData || entersExtendedData;
-    }
-    parts.back().end = m_fields.size();
-    return parts;
-}
-
-bool RecordMerge::isSamePart(const Part& oldPart, const Part& newPart) const {
-    const OldItem& old = m_oldItems[oldPart.begin];
-    const FieldGroup& field = m_fields[newPart.begin];
-    const bool oldIsExtendedData = old.first >= m_original.extendedDataBegin;
-    if (oldIsExtendedData || field.code == applicationNameCode)
-        return oldIsExtendedData && field.code == applicationNameCode;
-    return old.code == field.code && old.isTaken && hasEqualText(m_original.groups[old.first], field);
-}
-
 void RecordMerge::run() {
-    const std::vector<Part> olds = oldParts();
-    const std::vector<Part> news = newParts();
-    mergePart(olds.front(), news.front());
-    std::size_t next = 1;
-    for (std::size_t place = 1; place < olds.size(); ++place) {
-        const bool isExtendedData = m_oldItems[olds[place].begin].first >= m_original.extendedDataBegin;
-        std::size_t match = next;
-        while (match < news.size() && !isSamePart(olds[place], news[match])) ++match;
-        const bool isMatched = match < news.size();
-        // Nothing may follow the extended data.
-        if (isMatched || isExtendedData)
-            for (; next < match; ++next) emitNewPart(news[next]);
-        mergePart(olds[place], isMatched ? news[next++] : Part{0, 0});
+    const std::vector<FieldGroup>& fields = m_writer.m_groups;
+    for (std::size_t begin = 0; begin < fields.size();) {
+        const RecordPart part = fields[begin].part;
+        Part whole{begin, begin, nullptr};
+        while (whole.end < fields.size() && fields[whole.end].part == part) ++whole.end;
+        const RecordPart old = m_writer.m_parts.counterpart(part, m_oldParts);
+        if (old != nobodysPart && !m_room.itemsOfParts[old].empty()) whole.items = &m_room.itemsOfParts[old];
+        begin = whole.end;
+        mergePart(whole);
     }
-    for (; next < news.size(); ++next) emitNewPart(news[next]);
+    emit();
 }
 
-void RecordMerge::emitNewPart(Part newPart) {
-    for (std::size_t place = newPart.begin; place < newPart.end; ++place)
-        if (m_fields[place].presence == Presence::kAlways) emitNew(place);
-}
-
-void RecordMerge::count(Part oldPart, Part newPart, int step) {
-    for (std::size_t place = oldPart.begin; place < oldPart.end; ++place)
-        if (m_oldItems[place].isTaken) oldCount(m_oldItems[place].code) += step;
-    for (std::size_t place = newPart.begin; place < newPart.end; ++place)
-        newCount(m_fields[place].code) += step;
-}
-
-bool RecordMerge::eachCodeIsOnce(Part oldPart, Part newPart) {
-    const auto oldBegin = m_oldItems.begin() + static_cast<std::ptrdiff_t>(oldPart.begin);
-    const auto oldEnd = m_oldItems.begin() + static_cast<std::ptrdiff_t>(oldPart.end);
-    const auto newBegin = m_fields.begin() + static_cast<std::ptrdiff_t>(newPart.begin);
-    const auto newEnd = m_fields.begin() + static_cast<std::ptrdiff_t>(newPart.end);
-    return std::all_of(oldBegin, oldEnd,
-                       [&](const OldItem& item) { return !item.isTaken || oldCount(item.code) == 1; }) &&
-           std::all_of(newBegin, newEnd, [&](const FieldGroup& group) { return newCount(group.code) == 1; });
-}
-
-void RecordMerge::mergePart(Part oldPart, Part newPart) {
-    count(oldPart, newPart, 1);
-    if (eachCodeIsOnce(oldPart, newPart))
-        mergeInOldOrder(oldPart, newPart);
+void RecordMerge::mergePart(Part part) {
+    const bool isExtendedData = field(part.begin).part == extendedPart;
+    if (isExtendedData && !part.items) m_anchor = m_room.items.size() - 1;
+    const bool beginsWithMark = field(part.begin).role == Role::kMark;
+    if (!part.items) return insertPart(part);
+    if (beginsWithMark) {
+        const OldItem& first = m_room.items[part.items->front()];
+        const bool hasMark = first.code == subclassMarkCode;
+        // The mark keeps its spelling; a part whose mark was forgotten stays without.
+        if (hasMark) m_room.items[part.items->front()].field = part.begin;
+        if (m_original.hasMarks) m_anchor = part.items->front() - (hasMark ? 0 : 1);
+        ++part.begin;
+    }
+    count(part);
+    keepDoubles(part);
+    if (eachCodeIsOnce(part))
+        alignByCode(part);
     else
-        mergeInNewOrder(oldPart, newPart);
-    count(oldPart, newPart, -1);
+        alignInOrder(part);
+    uncount(part);
 }
 
-// A field that the old record lacks goes behind the field that the object files before it.
-void RecordMerge::mergeInOldOrder(Part oldPart, Part newPart) {
-    for (std::size_t place = oldPart.begin; place < oldPart.end; ++place) {
-        const OldItem& item = m_oldItems[place];
-        if (!item.isTaken) {
-            emitOld(item);
+// A part that says nothing but its name is not worth a mark.
+void RecordMerge::insertPart(const Part& part) {
+    const bool saysSomething = std::any_of(
+        m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.begin),
+        m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.end), [](const FieldGroup& group) {
+            return group.role != Role::kMark && group.presence == Presence::kAlways;
+        });
+    if (!saysSomething) return;
+    if (m_original.hasMarks) m_anchor = endOfRegion(m_anchor);
+    for (std::size_t place = part.begin; place < part.end; ++place) {
+        if (field(place).role == Role::kMark && !m_original.hasMarks) continue;
+        if (field(place).presence == Presence::kAlways) m_room.insertions.push_back({m_anchor, place});
+    }
+}
+
+std::size_t RecordMerge::endOfRegion(std::size_t item) const {
+    const unsigned short region = m_room.items[item].region;
+    while (item + 1 < m_room.items.size() && m_room.items[item + 1].region == region) ++item;
+    return item;
+}
+
+void RecordMerge::count(const Part& part) {
+    for (const std::size_t item : *part.items) {
+        MergeRoom::CodeCount& counted = countOf(m_room.items[item].code);
+        ++counted.oldItems;
+        counted.lastItem = item;
+    }
+    for (std::size_t place = part.begin; place < part.end; ++place) {
+        MergeRoom::CodeCount& counted = countOf(field(place).code);
+        ++counted.fields;
+        counted.lastField = place;
+    }
+}
+
+void RecordMerge::uncount(const Part& part) {
+    for (const std::size_t item : *part.items) countOf(m_room.items[item].code) = {};
+    for (std::size_t place = part.begin; place < part.end; ++place) countOf(field(place).code) = {};
+}
+
+bool RecordMerge::eachCodeIsOnce(const Part& part) const {
+    return std::all_of(part.items->begin(), part.items->end(),
+                       [&](std::size_t item) { return countOf(m_room.items[item].code).oldItems == 1; }) &&
+           std::all_of(m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.begin),
+                       m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.end),
+                       [&](const FieldGroup& group) { return countOf(group.code).fields == 1; });
+}
+
+void RecordMerge::match(std::size_t item, std::size_t place) {
+    m_room.items[item].field = place;
+    m_anchor = item;
+}
+
+// A value that nobody could read (an unknown colour) makes room for one that can be.
+bool RecordMerge::replaceUnread(std::size_t place) {
+    const FieldGroup& group = field(place);
+    if (group.part < firstClassPart || countOf(group.code).fields != 1) return false;
+    const unsigned short region = m_room.items[m_anchor].region;
+    for (std::size_t item = 1; item < m_room.items.size(); ++item) {
+        OldItem& old = m_room.items[item];
+        if (old.code != group.code || old.part != nobodysPart || old.isBehindEmbedded || old.region != region ||
+            old.field != noField || m_original.groups[old.first].part == foreignPart)
             continue;
-        }
-        std::size_t match = newPart.begin;
-        while (match < newPart.end && m_fields[match].code != item.code) ++match;
-        if (match == newPart.end) continue;
-        emitMatched(item, match);
-        for (std::size_t next = match + 1; next < newPart.end && oldCount(m_fields[next].code) == 0; ++next)
-            if (m_fields[next].presence == Presence::kAlways) emitNew(next);
-    }
-}
-
-std::size_t RecordMerge::distanceInOld(std::size_t place, std::size_t end, short code) const {
-    const std::size_t limit = std::min(end, place + lookAhead);
-    for (std::size_t next = place; next < limit; ++next)
-        if (m_oldItems[next].isTaken && m_oldItems[next].code == code) return next - place;
-    return nowhere;
-}
-
-std::size_t RecordMerge::distanceInNew(std::size_t place, std::size_t end, short code) const {
-    const std::size_t limit = std::min(end, place + lookAhead);
-    for (std::size_t next = place; next < limit; ++next)
-        if (m_fields[next].code == code) return next - place;
-    return nowhere;
-}
-
-void RecordMerge::mergeInNewOrder(Part oldPart, Part newPart) {
-    std::size_t oldPlace = oldPart.begin;
-    std::size_t newPlace = newPart.begin;
-    while (oldPlace < oldPart.end || newPlace < newPart.end) {
-        if (oldPlace < oldPart.end && !m_oldItems[oldPlace].isTaken)
-            emitOld(m_oldItems[oldPlace++]);
-        else if (newPlace == newPart.end)
-            ++oldPlace;
-        else if (oldPlace == oldPart.end) {
-            if (m_fields[newPlace].presence == Presence::kAlways) emitNew(newPlace);
-            ++newPlace;
-        } else if (!stepNewOrder(oldPlace, oldPart, newPlace, newPart)) {
-            ++oldPlace;
-        }
-    }
-}
-
-// One step where both sides have a group. False: the old group has no counterpart and goes.
-bool RecordMerge::stepNewOrder(std::size_t& oldPlace, Part oldPart, std::size_t& newPlace, Part newPart) {
-    const OldItem& item = m_oldItems[oldPlace];
-    const FieldGroup& group = m_fields[newPlace];
-    if (item.code == group.code) {
-        emitMatched(item, newPlace++);
-        ++oldPlace;
-        return true;
-    }
-    const std::size_t ahead = distanceInOld(oldPlace, oldPart.end, group.code);
-    const std::size_t wait = distanceInNew(newPlace, newPart.end, item.code);
-    const bool isPaired = oldCount(group.code) == newCount(group.code);
-    if (group.presence != Presence::kAlways && !isPaired && (ahead == nowhere || wait != nowhere)) {
-        ++newPlace;
-        return true;
-    }
-    if (ahead == nowhere || (wait != nowhere && wait <= ahead)) {
-        emitNew(newPlace++);
+        match(item, place);
         return true;
     }
     return false;
 }
 
-void RecordMerge::emitOld(const OldItem& item) {
-    for (std::size_t place = item.first; place < item.first + item.count; ++place)
-        m_bytes += m_original.groups[place].bytes();
-    if (item.code != 0) ++m_groupsKept; // the record's name is nobody's field
+void RecordMerge::insert(std::size_t place) {
+    if (field(place).presence == Presence::kAlways && !replaceUnread(place))
+        m_room.insertions.push_back({m_anchor, place});
 }
 
-void RecordMerge::emitNew(std::size_t place) {
-    m_writer.format(m_fields[place], m_bytes);
-    ++m_groupsFromFields;
-}
-
-void RecordMerge::emitMatched(const OldItem& item, std::size_t place) {
-    ++m_groupsFromFields;
-    if (!m_fields[place].isAsRead && !hasEqualValue(item, m_fields[place])) {
-        m_writer.format(m_fields[place], m_bytes);
-        return;
+void RecordMerge::alignByCode(const Part& part) {
+    for (std::size_t place = part.begin; place < part.end; ++place) {
+        const MergeRoom::CodeCount& counted = countOf(field(place).code);
+        if (counted.oldItems != 0)
+            match(counted.lastItem, place);
+        else
+            insert(place);
     }
-    for (std::size_t old = item.first; old < item.first + item.count; ++old)
+}
+
+std::size_t RecordMerge::distanceInOld(const Part& part, std::size_t place, short code) const {
+    const std::size_t limit = std::min(part.items->size(), place + lookAhead);
+    for (std::size_t next = place; next < limit; ++next)
+        if (m_room.items[(*part.items)[next]].code == code) return next - place;
+    return nowhere;
+}
+
+std::size_t RecordMerge::distanceInNew(const Part& part, std::size_t place, short code) const {
+    const std::size_t limit = std::min(part.end, place + lookAhead);
+    for (std::size_t next = place; next < limit; ++next)
+        if (field(next).code == code) return next - place;
+    return nowhere;
+}
+
+void RecordMerge::alignInOrder(const Part& part) {
+    std::size_t oldPlace = 0;
+    const auto isSettled = [&] {
+        const OldItem& old = m_room.items[(*part.items)[oldPlace]];
+        return old.field != noField || old.part == nobodysPart;
+    };
+    std::size_t newPlace = part.begin;
+    while (newPlace < part.end) {
+        while (oldPlace < part.items->size() && isSettled()) ++oldPlace;
+        if (oldPlace == part.items->size())
+            insert(newPlace++);
+        else if (!stepInOrder(part, oldPlace, newPlace))
+            m_anchor = (*part.items)[oldPlace++];
+    }
+}
+
+// One step where both sides have a group. False: the old group has no counterpart and goes.
+bool RecordMerge::stepInOrder(const Part& part, std::size_t& oldPlace, std::size_t& newPlace) {
+    const OldItem& item = m_room.items[(*part.items)[oldPlace]];
+    const FieldGroup& group = field(newPlace);
+    if (item.code == group.code) {
+        match((*part.items)[oldPlace++], newPlace++);
+        return true;
+    }
+    const std::size_t ahead = distanceInOld(part, oldPlace, group.code);
+    const std::size_t wait = distanceInNew(part, newPlace, item.code);
+    const bool isPaired = countOf(group.code).oldItems == countOf(group.code).fields;
+    if (group.presence != Presence::kAlways && !isPaired && (ahead == nowhere || wait != nowhere)) {
+        ++newPlace;
+        return true;
+    }
+    if (ahead == nowhere || (wait != nowhere && wait <= ahead)) {
+        insert(newPlace++);
+        return true;
+    }
+    return false;
+}
+
+void RecordMerge::emit() {
+    const auto isBefore = [](const MergeRoom::Insertion& left, const MergeRoom::Insertion& right) {
+        return left.behind < right.behind;
+    };
+    std::stable_sort(m_room.insertions.begin(), m_room.insertions.end(), isBefore);
+    auto next = m_room.insertions.begin();
+    for (std::size_t item = 0; item < m_room.items.size(); ++item) {
+        const OldItem& old = m_room.items[item];
+        if (old.field != noField)
+            emitMatched(old);
+        else if (old.part == nobodysPart)
+            emitOld(old);
+        else
+            m_hasNewColor = m_hasNewColor || old.code == trueColorCode;
+        for (; next != m_room.insertions.end() && next->behind == item; ++next) {
+            m_writer.format(field(next->field), m_bytes);
+            ++m_writer.m_groupsFromFields;
+        }
+    }
+}
+
+void RecordMerge::emitOld(const OldItem& item) {
+    if (m_hasNewColor && item.code == colorNameCode && item.first < m_original.extendedDataBegin) return;
+    using Fate = ReferenceChanges::Fate;
+    std::string value;
+    for (std::size_t place = item.first; place < item.first + item.count; ++place) {
+        const RecordGroup& group = m_original.groups[place];
+        const Fate fate = m_writer.m_changes ? m_writer.m_changes->fateOf(m_original, place,
+                                                                          m_writer.m_style.text, value)
+                                             : Fate::kStays;
+        if (fate == Fate::kStays)
+            m_bytes += group.bytes();
+        else if (fate == Fate::kHasNewValue)
+            appendGroup(group.code, value, m_writer.m_style, m_bytes);
+    }
+    if (item.code != 0) ++m_writer.m_groupsKept; // the record's name is nobody's field
+}
+
+void RecordMerge::emitMatched(const OldItem& item) {
+    const FieldGroup& group = field(item.field);
+    ++m_writer.m_groupsFromFields;
+    std::size_t kept = item.first;
+    if (!keepsOldBytes(item, group)) {
+        m_hasNewColor = m_hasNewColor || item.code == colorCode || item.code == trueColorCode;
+        m_writer.format(group, m_bytes);
+        // A point of a plane has no z; one that stood there stays.
+        kept += group.kind == AcDb::GroupKind::kPoint ? group.dimension : item.count;
+    }
+    for (std::size_t old = kept; old < item.first + item.count; ++old)
         m_bytes += m_original.groups[old].bytes();
+}
+
+bool RecordMerge::keepsOldBytes(const OldItem& item, const FieldGroup& group) {
+    if (group.role == Role::kMark || hasEqualValue(item, group)) return true;
+    if (group.role != Role::kRecordName) (void)asRead();
+    return group.isAsRead;
+}
+
+const RecordWriter* RecordMerge::asRead() {
+    if (m_readAgain) m_asRead = &std::exchange(m_readAgain, nullptr)();
+    return m_asRead;
+}
+
+bool RecordMerge::wasSingle(const FieldGroup& group) {
+    if (!asRead()) return false;
+    const RecordPart part = m_writer.m_parts.counterpart(group.part, m_asRead->m_parts);
+    return std::count_if(m_asRead->m_groups.begin(), m_asRead->m_groups.end(), [&](const FieldGroup& each) {
+               return each.code == group.code && each.part == part;
+           }) == 1;
+}
+
+// Where a record has a group twice that stands for one value, the later one is the value; the other is its shadow.
+void RecordMerge::keepDoubles(const Part& part) {
+    for (const std::size_t item : *part.items) {
+        OldItem& old = m_room.items[item];
+        MergeRoom::CodeCount& counted = countOf(old.code);
+        if (old.field != noField || counted.oldItems < 2 || counted.fields != 1 || item == counted.lastItem) continue;
+        if (!wasSingle(field(counted.lastField)) ||
+            !keepsOldBytes(m_room.items[counted.lastItem], field(counted.lastField)))
+            continue;
+        old.part = nobodysPart;
+        --counted.oldItems;
+    }
 }
 
 bool RecordMerge::hasEqualText(const RecordGroup& old, const FieldGroup& group) const {
     const std::string_view text = m_writer.textOf(group);
     if (old.value == text) return true;
     const DrawingText& encoding = m_writer.m_style.text;
+    if (group.role == Role::kRecordName)
+        return equalFolded(encoding.decode(withoutBlanks(old.value)), encoding.decode(withoutBlanks(text)));
     std::string again;
     encoding.encode(encoding.decode(old.value), again);
     // Names may have blanks around them, which are no part of the name.

@@ -4,78 +4,114 @@
 #include "recordwriter.h"
 
 #include <cstddef>
-#include <span>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace hostkit {
 
-/// One merge of what a RecordWriter has gathered with the record that the object was read from. The record is
-/// a row of parts: the head, then one for each subclass mark, then the extended data; part is merged with
-/// part of the same name.
-class RecordMerge {
-public:
+/// Room that the merges of one drawing share.
+struct MergeRoom {
     /// One or, for a point, up to three groups of the old record.
     struct OldItem {
         std::size_t first = 0;
-        std::size_t count = 1;
+        unsigned char count = 1;
+        RecordPart part = nobodysPart; ///< of the old record's parts
         short code = 0;
-        bool isTaken = false;
+        unsigned short region = 0;    ///< how many subclass marks stand before it, its own among them
+        bool isBehindEmbedded = false; ///< the codes are those of another object
+        std::size_t field = 0;        ///< the field that takes its place, or noField
     };
-    /// Room that the merges of one drawing share.
-    struct Scratch {
-        std::vector<FieldGroup> fields; ///< without marks where the old record has none
-        std::vector<OldItem> oldItems;
-        std::vector<int> oldCounts; ///< by code; zero between merges
-        std::vector<int> newCounts;
+    struct Insertion {
+        std::size_t behind = 0; ///< an old item
+        std::size_t field = 0;
     };
+    /// By group code, zero between merges.
+    struct CodeCount {
+        unsigned oldItems = 0;
+        unsigned fields = 0;
+        std::size_t lastItem = 0;
+        std::size_t lastField = 0;
+    };
+    std::vector<OldItem> items;
+    std::vector<std::vector<std::size_t>> itemsOfParts;
+    std::vector<Insertion> insertions;
+    std::vector<CodeCount> counts;
+};
 
-    RecordMerge(RecordWriter& writer, const DrawingRecord& original, Scratch& scratch, std::string& bytes);
+/// One merge of what a RecordWriter has gathered with the record that the object was read from, whose groups a
+/// RecordReader has marked with the part that each was read for. Fields are matched with the groups of their own
+/// part, wherever these stand:
+/// - a group that nobody read stays as and where it stood;
+/// - a group that was read is written once, at its place, with the field's value; where that is the value which
+///   stood there it keeps its spelling;
+/// - a group that was read and that the object no longer files goes; so does one of two groups of a field that has a
+///   new value;
+/// - a field that the record lacks goes behind the field that the object files before it, or takes the place of a group
+///   of its code and part whose value nobody could read;
+/// - groups keep the order of the old record where each code stands once in its part, else they have the object's.
+class RecordMerge {
+public:
+    /// `oldParts` are those of the reader. `readAgain` gives what the old record says, filed again, and marks the
+    /// groups of `writer` that are as there (RecordWriter::markAsRead); it is called at most once, when a value
+    /// differs. May be empty: values of equal meaning are then spelt anew.
+    RecordMerge(RecordWriter& writer, const DrawingRecord& original, const RecordParts& oldParts,
+                std::function<const RecordWriter&()> readAgain, MergeRoom& room, std::string& bytes);
     void run();
-    std::size_t groupsFromFields() const { return m_groupsFromFields; }
-    std::size_t groupsKept() const { return m_groupsKept; }
 
 private:
+    using OldItem = MergeRoom::OldItem;
     using Presence = FieldGroup::Presence;
+    using Role = FieldGroup::Role;
 
+    /// The fields of one part, and the old items that were read for it.
     struct Part {
         std::size_t begin = 0;
         std::size_t end = 0;
+        const std::vector<std::size_t>* items = nullptr;
     };
-    /// Where an item of the one side stands on the other.
     static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
 
     void gatherOldItems();
-    std::vector<Part> oldParts() const;
-    std::vector<Part> newParts() const;
-    bool isSamePart(const Part& oldPart, const Part& newPart) const;
-    void mergePart(Part oldPart, Part newPart);
-    bool eachCodeIsOnce(Part oldPart, Part newPart);
-    void mergeInOldOrder(Part oldPart, Part newPart);
-    void mergeInNewOrder(Part oldPart, Part newPart);
-    bool stepNewOrder(std::size_t& oldPlace, Part oldPart, std::size_t& newPlace, Part newPart);
-    std::size_t distanceInOld(std::size_t place, std::size_t end, short code) const;
-    std::size_t distanceInNew(std::size_t place, std::size_t end, short code) const;
-    int& oldCount(short code) { return m_oldCounts[static_cast<std::size_t>(code)]; }
-    int& newCount(short code) { return m_newCounts[static_cast<std::size_t>(code)]; }
-    void count(Part oldPart, Part newPart, int step);
+    void mergePart(Part part);
+    void insertPart(const Part& part);
+    const RecordWriter* asRead();
+    void keepDoubles(const Part& part);
+    bool wasSingle(const FieldGroup& group);
+    void count(const Part& part);
+    void uncount(const Part& part);
+    bool eachCodeIsOnce(const Part& part) const;
+    void alignByCode(const Part& part);
+    void alignInOrder(const Part& part);
+    bool stepInOrder(const Part& part, std::size_t& oldPlace, std::size_t& newPlace);
+    std::size_t distanceInOld(const Part& part, std::size_t place, short code) const;
+    std::size_t distanceInNew(const Part& part, std::size_t place, short code) const;
+    void match(std::size_t item, std::size_t field);
+    void insert(std::size_t field);
+    bool replaceUnread(std::size_t field);
+    std::size_t endOfRegion(std::size_t item) const;
 
+    void emit();
     void emitOld(const OldItem& item);
-    void emitNew(std::size_t place);
-    void emitNewPart(Part newPart);
-    void emitMatched(const OldItem& item, std::size_t place);
+    void emitMatched(const OldItem& item);
+    bool keepsOldBytes(const OldItem& item, const FieldGroup& group);
     bool hasEqualValue(const OldItem& item, const FieldGroup& group) const;
     bool hasEqualText(const RecordGroup& old, const FieldGroup& group) const;
+    const FieldGroup& field(std::size_t place) const { return m_writer.m_groups[place]; }
+    MergeRoom::CodeCount& countOf(short code) { return m_room.counts[static_cast<std::size_t>(code)]; }
+    const MergeRoom::CodeCount& countOf(short code) const {
+        return m_room.counts[static_cast<std::size_t>(code)];
+    }
 
     RecordWriter& m_writer;
     const DrawingRecord& m_original;
+    const RecordParts& m_oldParts;
+    std::function<const RecordWriter&()> m_readAgain;
+    const RecordWriter* m_asRead = nullptr;
+    MergeRoom& m_room;
     std::string& m_bytes;
-    std::vector<FieldGroup>& m_fields;
-    std::vector<OldItem>& m_oldItems;
-    std::vector<int>& m_oldCounts;
-    std::vector<int>& m_newCounts;
-    std::size_t m_groupsFromFields = 0;
-    std::size_t m_groupsKept = 0;
+    bool m_hasNewColor = false; // a colour's name (430) then is another's
+    std::size_t m_anchor = 0; // the item behind which the next new field goes
 };
 
 } // namespace hostkit

@@ -1,6 +1,9 @@
 #include "recordreader.h"
 
+#include "dbaccess.h"
 #include "dbdatabase.h"
+#include "dbopaque.h"
+#include "fieldtable.h"
 
 #include <algorithm>
 
@@ -9,7 +12,18 @@ namespace hostkit {
 namespace {
 
 constexpr short subclassMarkCode = 100;
-constexpr short dimStyleTextCode = 5; // R12 has the name of a block there
+constexpr short layerCode = 8;
+constexpr short trueColorCode = 420;
+
+// A dimension style names its blocks and its text style by name in R12, and some programs do so in later forms where
+// handles belong.
+bool mayBeName(const DrawingRecord* record, short code) {
+    constexpr short arrowCode = 5;
+    constexpr short textStyleCode = 340;
+    constexpr short lastArrowCode = 344;
+    return code == arrowCode || (code >= textStyleCode && code <= lastArrowCode && record &&
+                                 record->name() == "DIMSTYLE");
+}
 
 bool equalsAscii(std::string_view bytes, const wchar_t* text) {
     std::size_t place = 0;
@@ -67,34 +81,115 @@ void RecordReader::setForm(const DrawingText& text, DrawingVersion version) {
 void RecordReader::begin(DrawingRecord& record) {
     resetFilerStatus();
     m_record = &record;
-    m_next = m_end = m_lastBegin = m_lastEnd = 0;
+    m_parts.clear();
+    m_part = headPart;
+    m_regionBegin = m_lastBegin = m_lastEnd = 0;
+    // Before the first mark no class has been asked for its groups: they are left over for the first one without mark.
+    m_next = m_end = 1;
+    if (record.hasMarks)
+        while (m_end < record.extendedDataBegin && record.groups[m_end].code != subclassMarkCode) ++m_end;
+    m_regionBegin = 1;
     m_faulty = nullptr;
 }
 
 std::size_t RecordReader::skipTaken(std::size_t place) const {
-    while (place < m_end && m_record->groups[place].isTaken) ++place;
+    while (place < m_end && m_record->groups[place].part != nobodysPart) ++place;
     return place;
+}
+
+// The index of the next mark of that name that no class was given yet, or that of the extended data. Classes that an
+// object's writer left out, or that only it knows, may stand before the one asked for.
+std::size_t RecordReader::findMark(const wchar_t* name) const {
+    const auto isIt = [name](const RecordGroup& group) {
+        return group.code == subclassMarkCode && group.part == nobodysPart &&
+               equalsAscii(withoutBlanks(group.value), name);
+    };
+    const auto begin = m_record->groups.begin();
+    const auto end = begin + static_cast<std::ptrdiff_t>(m_record->extendedDataBegin);
+    const auto here = begin + static_cast<std::ptrdiff_t>(m_parts.count() == 0 ? 1 : m_next);
+    const auto next = std::find_if(here, end, isIt);
+    if (next != end) return static_cast<std::size_t>(next - begin);
+    const auto before = std::find_if(begin, here, isIt);
+    return before == here ? m_record->extendedDataBegin : static_cast<std::size_t>(before - begin);
+}
+
+bool RecordReader::hasMark(const wchar_t* name) const {
+    return std::any_of(m_record->groups.begin(),
+                       m_record->groups.begin() + static_cast<std::ptrdiff_t>(m_record->extendedDataBegin),
+                       [name](const RecordGroup& group) {
+                           return group.code == subclassMarkCode &&
+                                  equalsAscii(withoutBlanks(group.value), name);
+                       });
+}
+
+bool RecordReader::beginMarked(std::size_t mark, const wchar_t* name) {
+    std::vector<RecordGroup>& groups = m_record->groups;
+    m_part = m_parts.add(name);
+    groups[mark].part = m_part;
+    m_regionBegin = m_end = mark + 1;
+    while (m_end < m_record->extendedDataBegin && groups[m_end].code != subclassMarkCode) ++m_end;
+    m_next = skipTaken(m_regionBegin);
+    return true;
+}
+
+bool RecordReader::beginLeftovers(const wchar_t* name) {
+    m_part = m_parts.add(name);
+    if (!m_record->hasMarks) {
+        m_regionBegin = 1;
+        m_end = m_record->extendedDataBegin;
+    }
+    m_next = skipTaken(m_regionBegin);
+    return true;
 }
 
 bool RecordReader::atSubclassData(const wchar_t* name) {
     m_lastBegin = m_lastEnd = 0;
-    if (!m_record->hasMarks) {
-        m_end = m_record->extendedDataBegin;
-        m_next = skipTaken(1);
-        return true;
+    if (!m_record->hasMarks) return beginLeftovers(name);
+    const std::size_t mark = findMark(name);
+    if (mark != m_record->extendedDataBegin) return beginMarked(mark, name);
+    // A second part of a name is there or is not; any other is left over where its mark was forgotten.
+    return !hasMark(name) && beginLeftovers(name);
+}
+
+bool RecordReader::atEitherSubclass(const wchar_t* name, const wchar_t* other) {
+    if (!m_record->hasMarks || findMark(name) != m_record->extendedDataBegin) return atSubclassData(name);
+    const std::size_t mark = findMark(other);
+    return mark != m_record->extendedDataBegin ? beginMarked(mark, name) : atSubclassData(name);
+}
+
+// Behind the mark of an embedded object the codes are another object's. Of a kind that no class reads, only the layer
+// is told by its code.
+void RecordReader::readLooseLook(AcDbEntity& entity) {
+    const bool isOpaque = entity.isKindOf(AcDbOpaqueEntity::desc());
+    RecordPart part = firstClassPart;
+    while (part < m_parts.limit() && m_parts.nameOf(part) != L"AcDbEntity") ++part;
+    if (part == m_parts.limit()) return;
+    std::vector<RecordGroup>& groups = m_record->groups;
+    Adesk::UInt32 own = 0; // of the look's codes, those that the entity's part has
+    for (const RecordGroup& group : groups)
+        if (group.part == part) own |= DatabaseAccess::lookBit(group.code);
+    for (std::size_t place = 1; place < m_record->extendedDataBegin; ++place) {
+        RecordGroup& group = groups[place];
+        if (group.code == embeddedObjectCode) return;
+        const Adesk::UInt32 bit = DatabaseAccess::lookBit(group.code);
+        if (bit == 0 || (own & bit) != 0 || group.part != nobodysPart) continue;
+        // Some classes have true colours of their own; the entity's stands behind its index.
+        const bool mayBeLook = group.code == layerCode ||
+                               (!isOpaque && (group.code != trueColorCode || groups[place - 1].part == part));
+        if (mayBeLook && readLoose(entity, place)) group.part = part;
     }
-    // Classes that an object's writer left out, or that only it knows, may stand before the one asked for.
-    const std::vector<RecordGroup>& groups = m_record->groups;
-    std::size_t mark = std::max<std::size_t>(m_next, 1);
-    while (mark < m_record->extendedDataBegin &&
-           (groups[mark].code != subclassMarkCode || !equalsAscii(withoutBlanks(groups[mark].value), name)))
-        ++mark;
-    if (mark == m_record->extendedDataBegin) return false;
-    m_record->groups[mark].isTaken = true;
-    m_next = mark + 1;
-    m_end = m_next;
-    while (m_end < m_record->extendedDataBegin && groups[m_end].code != subclassMarkCode) ++m_end;
-    m_next = skipTaken(m_next);
+}
+
+bool RecordReader::readLoose(AcDbEntity& entity, std::size_t place) {
+    AcDbDxfGroup item;
+    std::size_t used = 1;
+    const RecordGroup* const group = m_record->groups.data() + place;
+    return valueOf(group, group + 1, item, used) == Acad::eOk && DatabaseAccess::readLook(entity, item, *this);
+}
+
+bool RecordReader::recordOf(const AcDbDxfGroup&, AcDbObjectId& record) const {
+    if (m_looksUp) return false;
+    record = AcDbObjectId();
     return true;
 }
 
@@ -114,22 +209,22 @@ Acad::ErrorStatus RecordReader::readItem(AcDbDxfGroup& item) {
     }
     m_lastBegin = m_next;
     m_lastEnd = m_next + used;
-    setTaken(m_lastBegin, m_lastEnd, true);
+    setPart(m_lastBegin, m_lastEnd, m_part);
     m_next = skipTaken(m_lastEnd);
     return Acad::eOk;
 }
 
 void RecordReader::pushBackItem() {
     if (m_lastBegin == m_lastEnd) return;
-    setTaken(m_lastBegin, m_lastEnd, false);
+    setPart(m_lastBegin, m_lastEnd, nobodysPart);
     m_next = m_lastBegin;
     m_lastEnd = m_lastBegin;
 }
 
-void RecordReader::rejectItem() { setTaken(m_lastBegin, m_lastEnd, false); }
+void RecordReader::rejectItem() { setPart(m_lastBegin, m_lastEnd, nobodysPart); }
 
-void RecordReader::setTaken(std::size_t from, std::size_t to, bool isTaken) {
-    for (std::size_t place = from; place < to; ++place) m_record->groups[place].isTaken = isTaken;
+void RecordReader::setPart(std::size_t from, std::size_t to, RecordPart part) {
+    for (std::size_t place = from; place < to; ++place) m_record->groups[place].part = part;
 }
 
 Acad::ErrorStatus RecordReader::valueOf(const RecordGroup* group, const RecordGroup* end, AcDbDxfGroup& item,
@@ -155,9 +250,10 @@ Acad::ErrorStatus RecordReader::valueOf(const RecordGroup* group, const RecordGr
         return readInteger(*group, item);
     case AcDb::GroupKind::kHandle: {
         // Some writers leave the value of a null handle empty.
-        const bool isEmpty = withoutBlanks(group->value).empty() && group->code != dimStyleTextCode;
+        constexpr short arrowCode = 5;
+        const bool isEmpty = withoutBlanks(group->value).empty() && group->code != arrowCode;
         const std::optional<std::uint64_t> handle = isEmpty ? 0 : handleFromText(group->value);
-        if (!handle && group->code == dimStyleTextCode) {
+        if (!handle && mayBeName(m_record, group->code)) {
             item.kind = AcDb::GroupKind::kText;
             m_text.decode(group->value, m_value);
             item.text = m_value;
@@ -202,7 +298,7 @@ Acad::ErrorStatus RecordReader::readInteger(const RecordGroup& group, AcDbDxfGro
 
 AcDbObjectId RecordReader::objectIdOf(const AcDbDxfGroup& group) {
     AcDbObjectId id;
-    if (m_database && group.handle() != 0)
+    if (m_looksUp && m_database && group.handle() != 0)
         (void)m_database->getAcDbObjectId(id, true, AcDbHandle(group.handle()));
     return id;
 }

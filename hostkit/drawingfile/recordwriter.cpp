@@ -1,8 +1,8 @@
 #include "recordwriter.h"
 
 #include "groupkinds.h"
-#include "recordmerge.h"
 #include "recordreader.h"
+#include "referencechanges.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,17 +13,9 @@ namespace hostkit {
 namespace {
 
 constexpr short subclassMarkCode = 100;
+constexpr short trueColorCode = 420;
 
 } // namespace
-
-struct RecordWriter::MergeRoom : RecordMerge::Scratch {};
-
-RecordWriter::RecordWriter(AcDbDatabase* database, const DrawingStyle& style)
-    : m_database(database)
-    , m_style(style)
-    , m_mergeRoom(std::make_unique<MergeRoom>()) {}
-
-RecordWriter::~RecordWriter() = default;
 
 AcDb::AcDbDwgVersion RecordWriter::dwgVersion() const { return filerVersion(m_style.version); }
 
@@ -31,28 +23,53 @@ void RecordWriter::begin() {
     resetFilerStatus();
     m_groups.clear();
     m_arena.clear();
+    m_parts.clear();
+    m_part = headPart;
     m_presence = FieldGroup::Presence::kAlways;
 }
 
-void RecordWriter::rememberFields() {
-    m_remembered.swap(m_groups);
-    m_rememberedArena.swap(m_arena);
+void RecordWriter::markAsRead(const RecordWriter& asRead) {
+    const auto partOf = [](const std::vector<FieldGroup>& groups, RecordPart part) {
+        const auto begin = std::find_if(groups.begin(), groups.end(),
+                                        [part](const FieldGroup& group) { return group.part == part; });
+        const auto end =
+            std::find_if(begin, groups.end(), [part](const FieldGroup& group) { return group.part != part; });
+        return std::pair(begin - groups.begin(), end - groups.begin());
+    };
+    for (RecordPart part = firstClassPart; part < m_parts.limit(); ++part) {
+        const RecordPart other = m_parts.counterpart(part, asRead.m_parts);
+        const auto [begin, end] = partOf(m_groups, part);
+        const auto [oldBegin, oldEnd] = partOf(asRead.m_groups, other);
+        auto place = begin;
+        auto oldPlace = oldBegin;
+        for (;;) {
+            // Names are the drawing's, which the old record is read without.
+            while (place < end && group(place).role == FieldGroup::Role::kRecordName) ++place;
+            while (oldPlace < oldEnd && asRead.group(oldPlace).role == FieldGroup::Role::kRecordName) ++oldPlace;
+            if (place == end || oldPlace == oldEnd) break;
+            FieldGroup& own = group(place++);
+            const FieldGroup& old = asRead.group(oldPlace++);
+            if (old.code != own.code) break;
+            own.isAsRead =
+                std::memcmp(old.point, own.point, sizeof old.point) == 0 && asRead.textOf(old) == textOf(own);
+            // An index beside a true colour is only the nearest one, of many colours.
+            if (own.code == trueColorCode && !own.isAsRead && place - begin > 1)
+                group(place - 2).isAsRead = false;
+        }
+    }
 }
 
-void RecordWriter::compareWithRemembered(std::size_t first) {
-    const auto sameCode = [](const FieldGroup& left, const FieldGroup& right) {
-        return left.code == right.code;
-    };
-    if (!std::equal(m_groups.begin() + static_cast<std::ptrdiff_t>(first), m_groups.end(),
-                    m_remembered.begin(), m_remembered.end(), sameCode))
-        return;
-    for (std::size_t place = 0; place < m_remembered.size(); ++place) {
-        const FieldGroup& old = m_remembered[place];
-        FieldGroup& group = m_groups[first + place];
-        const std::string_view oldText =
-            std::string_view(m_rememberedArena).substr(old.textBegin, old.textEnd - old.textBegin);
-        group.isAsRead =
-            std::memcmp(old.point, group.point, sizeof old.point) == 0 && oldText == textOf(group);
+void RecordWriter::renameTexts(std::string_view recordName) {
+    if (!m_changes) return;
+    for (FieldGroup& group : m_groups) {
+        if (group.kind != AcDb::GroupKind::kText || group.role != FieldGroup::Role::kValue) continue;
+        const std::optional<TableKind> kind = ReferenceChanges::namedBy(recordName, group.code);
+        const std::wstring* const newName =
+            kind ? m_changes->newName(*kind, m_style.text.decode(textOf(group))) : nullptr;
+        if (!newName) continue;
+        group.textBegin = m_arena.size();
+        m_style.text.encode(*newName, m_arena);
+        group.textEnd = m_arena.size();
     }
 }
 
@@ -63,6 +80,7 @@ FieldGroup& RecordWriter::add(short code, AcDb::GroupKind kind) {
     group.code = code;
     group.kind = kind;
     group.presence = m_presence;
+    group.part = m_part;
     m_presence = FieldGroup::Presence::kAlways;
     return group;
 }
@@ -92,6 +110,7 @@ void RecordWriter::writeInteger(short code, Adesk::Int64 value) {
 }
 
 void RecordWriter::writeHandle(short code, Adesk::UInt64 handle) {
+    if (m_changes && m_changes->isGone(handle)) handle = 0;
     add(code, AcDb::GroupKind::kHandle).integer = static_cast<Adesk::Int64>(handle);
 }
 
@@ -106,8 +125,16 @@ void RecordWriter::writeBinary(short code, const void* bytes, std::size_t size) 
     group.textEnd = m_arena.size();
 }
 
+void RecordWriter::writeRecordName(short code, AcDbObjectId, std::wstring_view name) {
+    if (name.empty()) return;
+    writeText(code, name);
+    m_groups.back().role = FieldGroup::Role::kRecordName;
+}
+
 void RecordWriter::writeSubclassMark(const wchar_t* name) {
-    if (!isR12Form()) writeText(subclassMarkCode, name);
+    m_part = m_parts.add(name);
+    writeText(subclassMarkCode, name);
+    m_groups.back().role = FieldGroup::Role::kMark;
 }
 
 void RecordWriter::format(const FieldGroup& group, std::string& bytes) const {
@@ -128,16 +155,11 @@ void RecordWriter::format(const FieldGroup& group, std::string& bytes) const {
     }
 }
 
-void RecordWriter::finish(const DrawingRecord* original, std::string& bytes) {
-    if (original) {
-        RecordMerge merge(*this, *original, *m_mergeRoom, bytes);
-        merge.run();
-        m_groupsFromFields += merge.groupsFromFields();
-        m_groupsKept += merge.groupsKept();
-        return;
-    }
+void RecordWriter::finish(std::string& bytes) {
+    const bool hasMarks = hasSubclassMarkers(m_style.version);
     for (const FieldGroup& group : m_groups) {
         if (group.presence == FieldGroup::Presence::kOnlyIfItWasThere) continue;
+        if (group.role == FieldGroup::Role::kMark && !hasMarks) continue;
         format(group, bytes);
         ++m_groupsFromFields;
     }

@@ -5,22 +5,29 @@
 #include "drawingrecord.h"
 #include "groupformat.h"
 
-#include <memory>
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace hostkit {
+
+class ReferenceChanges;
 
 /// One group that an object filed. The value's text stands in the writer's arena.
 struct FieldGroup {
     /// Whether the group goes into the record where the record that was read did not have it.
     enum class Presence : unsigned char { kAlways, kOnlyIfItWasThere, kOnlyInNewRecords };
 
+    enum class Role : unsigned char { kValue, kMark, kRecordName };
+
     short code = 0;
     AcDb::GroupKind kind = AcDb::GroupKind::kText;
     Presence presence = Presence::kAlways;
-    bool isAsRead = false; ///< the old record, read and filed again, gives this value too
+    Role role = Role::kValue;
+    bool isAsRead = false;     ///< the old record, read and filed again, gives this value too
     unsigned char dimension = 0;
+    RecordPart part = headPart; ///< of the writer's parts
     union {
         double point[3] = {0.0, 0.0, 0.0};
         double real;
@@ -30,35 +37,41 @@ struct FieldGroup {
     std::size_t textEnd = 0;
 };
 
-/// Gathers the groups that an object files, then writes them as one record. With the record that the object
-/// was read from (its groups marked by a RecordReader), the two are merged subclass by subclass:
-/// - a group that no class took stays where it stood;
-/// - a value that is equal to the one that stood there keeps its spelling;
-/// - a taken group that the object no longer files goes;
-/// - groups keep the order of the old record where each code stands there once, else they have the object's
-/// order.
+/// Gathers the groups that an object files, then writes them as one record, alone or merged with the record that
+/// the object was read from (see RecordMerge).
 class RecordWriter final : public AcDbDxfFiler {
 public:
-    RecordWriter(AcDbDatabase* database, const DrawingStyle& style);
-    ~RecordWriter() override;
+    RecordWriter(AcDbDatabase* database, const DrawingStyle& style)
+        : m_database(database)
+        , m_style(style) {}
 
     /// A new record; what was gathered before is forgotten.
     void begin();
-    /// Appends the record. `original` may be null.
-    void finish(const DrawingRecord* original, std::string& bytes);
-
-    /// Keeps what was gathered since begin(), for compareWithRemembered.
-    void rememberFields();
-    void forgetFields() { m_remembered.clear(); }
-    std::size_t fieldCount() const { return m_groups.size(); }
-    /// Marks the groups from `first` on that are as remembered, where both are the same groups.
-    void compareWithRemembered(std::size_t first);
+    /// What is gathered from here on is extended data.
+    void beginExtendedData() { m_part = extendedPart; }
+    /// Appends a record that no file had.
+    void finish(std::string& bytes);
+    /// References that the groups below and those that stay in a merged record are to follow; null for none. Not
+    /// owned.
+    void follow(const ReferenceChanges* changes) { m_changes = changes; }
+    /// Tells which objects have a record in the file that is written. By default all have that are not erased.
+    void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) { m_hasRecord = std::move(hasRecord); }
+    bool files(AcDbObjectId object) const override {
+        return AcDbDxfFiler::files(object) && (!m_hasRecord || m_hasRecord(object));
+    }
+    /// The texts gathered are those of groups that may name records: they get the names that these have by now.
+    void renameTexts(std::string_view recordName);
+    /// Marks the groups that are as another writer gathered them, part by part, where the part has the same codes in
+    /// both.
+    void markAsRead(const RecordWriter& asRead);
 
     std::size_t groupsFromFields() const { return m_groupsFromFields; }
     std::size_t groupsKept() const { return m_groupsKept; }
 
     /// The group written next stands only in records that are new, or that had it.
-    void markOptional() override { m_presence = FieldGroup::Presence::kOnlyInNewRecords; }
+    void markOptional() override {
+        if (m_presence == FieldGroup::Presence::kAlways) m_presence = FieldGroup::Presence::kOnlyInNewRecords;
+    }
 
     AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }
     AcDbDatabase* database() const override { return m_database; }
@@ -70,6 +83,7 @@ public:
     void writePoint(short code, const double* coordinates, int dimension) override;
     void writeInteger(short code, Adesk::Int64 value) override;
     void writeHandle(short code, Adesk::UInt64 handle) override;
+    void writeRecordName(short code, AcDbObjectId record, std::wstring_view name) override;
     void writeBinary(short code, const void* bytes, std::size_t size) override;
     void writeSubclassMark(const wchar_t* name) override;
 
@@ -79,17 +93,19 @@ private:
     std::string_view textOf(const FieldGroup& group) const {
         return std::string_view(m_arena).substr(group.textBegin, group.textEnd - group.textBegin);
     }
+    FieldGroup& group(std::ptrdiff_t place) { return m_groups[static_cast<std::size_t>(place)]; }
+    const FieldGroup& group(std::ptrdiff_t place) const { return m_groups[static_cast<std::size_t>(place)]; }
     void format(const FieldGroup& group, std::string& bytes) const;
 
     AcDbDatabase* m_database;
     DrawingStyle m_style;
     std::vector<FieldGroup> m_groups;
     std::string m_arena;
-    std::vector<FieldGroup> m_remembered;
-    std::string m_rememberedArena;
+    const ReferenceChanges* m_changes = nullptr;
+    std::function<bool(AcDbObjectId)> m_hasRecord;
+    RecordParts m_parts;
+    RecordPart m_part = headPart;
     FieldGroup::Presence m_presence = FieldGroup::Presence::kAlways;
-    struct MergeRoom;
-    std::unique_ptr<MergeRoom> m_mergeRoom;
     std::size_t m_groupsFromFields = 0;
     std::size_t m_groupsKept = 0;
 };
