@@ -34,12 +34,13 @@ bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& da
     return true;
 }
 
-// Handles given by the drawing itself must lie above every handle that the file has, also further on.
+// Handles given by the drawing itself must lie above every handle that the file has, wherever it stands: tables are not
+// read in the file's order.
 void DrawingReading::makeRoomForHandles() {
     if (m_handlesAreCounted) return;
     m_handlesAreCounted = true;
     std::uint64_t highest = 0;
-    GroupScanner scanner(m_source->bytes, m_scanner.offset());
+    GroupScanner scanner(m_source->bytes, startOfGroups(m_source->bytes));
     RawGroup group;
     while (scanner.next(group) == ScanResult::kGroup)
         if (group.code == handleCode || group.code == dimStyleHandleCode)

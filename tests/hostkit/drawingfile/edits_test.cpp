@@ -9,6 +9,7 @@
 #include "dbarc.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
+#include "dblayout.h"
 #include "dbline.h"
 #include "dbpolyline.h"
 #include "temporaryfolder.h"
@@ -142,7 +143,7 @@ TEST(Edits, aNewNameReachesAllThatUseIt) {
         EXPECT_EQ(layer.setName(L"Concrete"), Acad::eOk);
     });
     const std::string saved = drawing.save();
-    EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 1u);    // a text has the character too
+    EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 0u);    // nothing has the old name beside the new one
     EXPECT_EQ(countOf(saved, "  8\r\nConcrete\r\n"), 2u); // the entity and the current layer
     EXPECT_EQ(countOf(saved, "$CLAYER\r\n  8\r\nConcrete\r\n"), 1u);
 }
@@ -198,19 +199,23 @@ TEST(Edits, spacesNameTheLayoutsThatComeWithASave) {
     ASSERT_TRUE(database);
     EXPECT_EQ(countOf(saved(*database), "AcDbLayout"), 0u) << "nothing was changed";
     enter(database->namedObjectsDictionaryId(), L"NEW");
+    const std::string withEntry = saved(*database);
+    EXPECT_EQ(countOf(withEntry, "AcDbLayout"), 0u) << "layouts that nobody changed stay out";
+    EXPECT_EQ(countOf(withEntry, "ACAD_LAYOUT"), 0u);
+    const AcDbObjectId layoutId =
+        AcDbObjectPointer<AcDbBlockTableRecord>(database->modelSpaceId(), AcDb::kForRead)->getLayoutId();
+    change<AcDbLayout>(layoutId, [](AcDbLayout& layout) {
+        EXPECT_EQ(layout.setLayoutName(L"Plan"), Acad::eOk);
+    });
     const Records found = recordsOf(saved(*database));
-    for (const auto& [handle, space] :
-         {std::pair("1F", database->modelSpaceId()), std::pair("1B", database->paperSpaceId())}) {
-        const auto record = found.find(std::string("TABLES BLOCK_RECORD ") + handle);
-        ASSERT_NE(record, found.end());
-        const auto layout = std::find_if(record->second.begin(), record->second.end(),
-                                         [](const Pair& pair) { return pair.code == 340; });
-        ASSERT_NE(layout, record->second.end()) << handle;
-        EXPECT_TRUE(found.contains("OBJECTS LAYOUT " + layout->value));
-        EXPECT_EQ(
-            AcDbHandle(wide(layout->value).c_str()).value(),
-            AcDbObjectPointer<AcDbBlockTableRecord>(space, AcDb::kForRead)->getLayoutId().handle().value());
-    }
+    wchar_t handleText[17] = {};
+    ASSERT_TRUE(layoutId.handle().getIntoAsciiBuffer(handleText));
+    const std::string handle = narrow(handleText);
+    EXPECT_TRUE(found.contains("OBJECTS LAYOUT " + handle));
+    const std::vector<Pair>& record = found.at("TABLES BLOCK_RECORD 1F");
+    EXPECT_EQ(std::count_if(record.begin(), record.end(),
+                            [&](const Pair& pair) { return pair.code == 340 && pair.value == handle; }),
+              1);
 }
 
 TEST(Edits, aFileIsReplacedWholeOrNotAtAll) {

@@ -82,6 +82,11 @@ std::string fieldDifference(const std::vector<Pair>& original, const std::vector
     for (const auto& [key, pairs] : right) left[key]; // the keys of both
     for (const auto& [key, mine] : left) {
         const auto& its = right[key];
+        // What stood twice by mistake stands once, as the later one has it.
+        const bool isDouble = mine.size() == 2 && its.size() == 1 && key.second == 70 &&
+                              original.front().value == "DIMSTYLE" &&
+                              equalValue(*mine[1], *its[0], Strictness::kFields);
+        if (isDouble) continue;
         if (mine.size() != its.size()) return "number of groups " + std::to_string(key.second);
         for (std::size_t place = 0; place < mine.size(); ++place)
             if (!equalValue(*mine[place], *its[place], Strictness::kFields) &&
