@@ -19,6 +19,7 @@
 #include "inventorycommands.h"
 #include "plotcommand.h"
 #include "runtimeservices.h"
+#include "saveforms.h"
 #include "undocommand.h"
 #include "variablecommands.h"
 #include "xdatacommand.h"
@@ -117,29 +118,17 @@ void list() {
     offerText(hostkit::listingAsJson(listing));
 }
 
-struct NamedForm {
-    const wchar_t* word;
-    hostkit::DrawingVersion version;
-};
-constexpr NamedForm namedForms[] = {
-    {L"R12", hostkit::DrawingVersion::kR12},   {L"2000", hostkit::DrawingVersion::k2000},
-    {L"2004", hostkit::DrawingVersion::k2004}, {L"2007", hostkit::DrawingVersion::k2007},
-    {L"2010", hostkit::DrawingVersion::k2010}, {L"2013", hostkit::DrawingVersion::k2013},
-    {L"2018", hostkit::DrawingVersion::k2018},
-};
-
 // The words behind the file name of SAVEAS, in any order; false when one of them is unknown.
 bool readSaveWords(hostkit::WriteOptions& options, bool& mayOverwrite) {
     for (;;) {
         CString word;
-        acedInitGet(0, L"OVERWRITE FIELDS R12 2000 2004 2007 2010 2013 2018");
-        const int answer = acedGetKword(L"[OVERWRITE/FIELDS/R12 to 2018] <save now>: ", word);
+        acedInitGet(0, (L"OVERWRITE FIELDS " + formWords()).c_str());
+        const int answer = acedGetKword(L"[OVERWRITE/FIELDS/TEXT/BINARY/R12 to 2018] <save now>: ", word);
         if (answer == RTNONE) return true;
         if (answer != RTNORM) return false;
         if (word == L"OVERWRITE") mayOverwrite = true;
         if (word == L"FIELDS") options.everythingFromFields = true;
-        for (const NamedForm& form : namedForms)
-            if (word == form.word) options.version = form.version;
+        (void)applyFormWord(word.GetString(), options);
     }
 }
 
@@ -149,10 +138,13 @@ void saveAs() {
     if (!document || acedGetString(0, L"File: ", file) != RTNORM) return;
     if (file.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
     hostkit::WriteOptions options;
+    hostkit::FormChanges changes;
+    options.changes = &changes;
     bool mayOverwrite = false;
     if (!readSaveWords(options, mayOverwrite))
-        return hostkit::failCommand(Acad::eInvalidInput,
-                                    L"behind the file stand OVERWRITE, FIELDS or a form, R12 to 2018");
+        return hostkit::failCommand(
+            Acad::eInvalidInput,
+            L"behind the file stand OVERWRITE, FIELDS, TEXT, BINARY or a form, R12 to 2018");
     if (!mayOverwrite && isSameFile(file.GetString(), consoleState().drawing))
         return hostkit::failCommand(
             Acad::eFileAccessErr, std::wstring(file.GetString()) +
@@ -160,7 +152,9 @@ void saveAs() {
     const Acad::ErrorStatus status =
         hostkit::Host::current()->saveDocument(*document, file.GetString(), options);
     if (status != Acad::eOk)
-        hostkit::failCommand(status, std::wstring(file.GetString()) + L": the drawing could not be saved");
+        return hostkit::failCommand(status,
+                                    std::wstring(file.GetString()) + L": the drawing could not be saved");
+    printFormChanges(changes);
 }
 
 void help();
@@ -177,7 +171,7 @@ constexpr Builtin builtins[] = {
     {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
     {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT] [FILL LAYER]...",
      L"a picture of the drawing; the page in millimetres; closed curves of these layers filled"},
-    {L"SAVEAS", saveAs, L"FILE [OVERWRITE] [FIELDS] [R12 | 2000 ... 2018]",
+    {L"SAVEAS", saveAs, L"FILE [OVERWRITE] [FIELDS] [TEXT | BINARY] [R12 | 2000 ... 2018]",
      L"saves the drawing; the opened file only with OVERWRITE"},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      ACRX_CMD_NO_UNDO_MARKER},

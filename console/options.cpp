@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "consoletext.h"
+#include "saveforms.h"
 #include "systempath.h"
 
 #include <charconv>
@@ -8,7 +9,7 @@
 
 namespace {
 
-enum class Wants { nothing, file, text, number };
+enum class Wants { nothing, file, text, number, form };
 
 struct Description {
     std::string_view name;
@@ -23,6 +24,8 @@ constexpr Description descriptions[] = {
     {"--command", Wants::text, L"LINE", L"run this command with its answers; may be given several times"},
     {"--answers", Wants::file, L"FILE", L"answer boxes from this file, one answer a line"},
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
+    {"--form", Wants::form, L"FORM",
+     L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY; may be given twice"},
     {"--overwrite", Wants::nothing, L"", L"let --output replace the drawing that was opened"},
     {"--new", Wants::nothing, L"", L"begin with an empty drawing"},
     {"--registry", Wants::file, L"FILE",
@@ -90,6 +93,14 @@ std::wstring problemOf(const Options& options) {
         return L"--new begins an empty drawing; no drawing can be opened with it";
     if (!options.isNewDrawing && options.drawing.empty()) return L"no drawing is named";
     if (options.mayOverwrite && !options.output) return L"--overwrite needs --output";
+    if (!options.forms.empty() && !options.output) return L"--form needs --output";
+    return {};
+}
+
+std::wstring addForm(Options& options, std::wstring word) {
+    hostkit::WriteOptions ignored;
+    if (!applyFormWord(word, ignored)) return L"--form: \"" + word + L"\" is none of " + formWords();
+    options.forms.push_back(std::move(word));
     return {};
 }
 
@@ -104,6 +115,7 @@ std::wstring applyOption(Options& options, const Description& option, const std:
     if (!value || value->empty()) return name + L" needs a value";
     if (option.wants == Wants::file) setFile(options, option.name, hostkit::pathFromSystem(*value));
     if (option.wants == Wants::text) options.commands.push_back(wideFromArgument(*value));
+    if (option.wants == Wants::form) return addForm(options, wideFromArgument(*value));
     if (option.wants == Wants::number && !setNumber(options, *value))
         return name + L": \"" + wideFromArgument(*value) + L"\" is no number from 0 to 65535";
     return {};

@@ -13,6 +13,7 @@ struct Options {
     std::vector<std::wstring> commands;
     std::optional<std::wstring> answers;
     std::optional<std::wstring> output;
+    std::vector<std::wstring> forms; ///< words that saveforms.h knows
     bool mayOverwrite = false;
     std::optional<std::wstring> registry;
     std::optional<std::wstring> library;

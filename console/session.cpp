@@ -9,6 +9,7 @@
 #include "installation.h"
 #include "interrupt.h"
 #include "librarylocation.h"
+#include "saveforms.h"
 #include "script.h"
 #include "systempath.h"
 #include "textencoding.h"
@@ -229,10 +230,15 @@ int Session::save(hostkit::Host& host) {
     if (!m_options.mayOverwrite && isSameFile(*m_options.output, m_state.drawing))
         return fail(exitcode::notWritten,
                     *m_options.output + L": this is the drawing that was opened; --overwrite replaces it");
-    const Acad::ErrorStatus status = host.saveDocument(*document, *m_options.output);
+    hostkit::WriteOptions writing;
+    hostkit::FormChanges changes;
+    writing.changes = &changes;
+    for (const std::wstring& word : m_options.forms) (void)applyFormWord(word, writing);
+    const Acad::ErrorStatus status = host.saveDocument(*document, *m_options.output, writing);
     if (status != Acad::eOk)
         return fail(exitcode::notWritten,
                     *m_options.output + L": the drawing could not be saved (" + statusName(status) + L")");
+    if (!m_options.isQuiet) printFormChanges(changes);
     tell(L"Saved " + *m_options.output + L"\n");
     return exitcode::ok;
 }

@@ -2,10 +2,12 @@
 
 #include "drawingedits.h"
 #include "drawingreading.h"
+#include "formtables.h"
+#include "sourcegroups.h"
 
 #include "dbdictionary.h"
 #include "dblayout.h"
-#include "dbopaque.h"
+#include "dbsequenceend.h"
 #include "headervariables.h"
 
 #include <algorithm>
@@ -15,50 +17,32 @@ namespace hostkit {
 
 namespace {
 
-/// Records that came with a form; all others are as old as R12.
-struct KindAge {
-    std::wstring_view name;
-    DrawingVersion first;
-};
-constexpr std::array<KindAge, 7> kindAges = {{{L"ELLIPSE", DrawingVersion::kR13},
-                                              {L"HATCH", DrawingVersion::kR14},
-                                              {L"LWPOLYLINE", DrawingVersion::kR14},
-                                              {L"MTEXT", DrawingVersion::kR13},
-                                              {L"RAY", DrawingVersion::kR13},
-                                              {L"SPLINE", DrawingVersion::kR13},
-                                              {L"XLINE", DrawingVersion::kR13}}};
-
-/// Header variables that R12 has, of those that a drawing of ours has.
-constexpr std::array<std::wstring_view, 30> r12Variables = {
-    L"ATTMODE",  L"AUNITS",    L"AUPREC",    L"ANGBASE",  L"ANGDIR",    L"CECOLOR",   L"CELTYPE", L"CLAYER",
-    L"DIMSTYLE", L"ELEVATION", L"EXTMAX",    L"EXTMIN",   L"FILLMODE",  L"INSBASE",   L"LIMMAX",  L"LIMMIN",
-    L"LTSCALE",  L"LUNITS",    L"LUPREC",    L"MIRRTEXT", L"ORTHOMODE", L"PDMODE",    L"PDSIZE",  L"PLINEWID",
-    L"TEXTSIZE", L"TEXTSTYLE", L"THICKNESS", L"TILEMODE", L"TRACEWID",  L"PELEVATION"};
-
 // The order that readers expect: what others name comes first.
 constexpr std::array<TableKind, tableCount> tableOrder = {
     TableKind::kViewport, TableKind::kLinetype, TableKind::kLayer,    TableKind::kTextStyle, TableKind::kView,
     TableKind::kUcs,      TableKind::kRegApp,   TableKind::kDimStyle, TableKind::kBlock};
 
-std::wstring hexadecimal(AcDbHandle handle) {
-    wchar_t text[17] = {};
-    (void)handle.getIntoAsciiBuffer(text);
-    return text;
+std::wstring nameInRoot(const AcDbDatabase& database, AcDbObjectId id) {
+    const auto* const root = DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
+    wchar_t* found = nullptr;
+    if (!root || root->nameAt(id, found) != Acad::eOk) return {};
+    std::wstring name = found;
+    acutDelString(found);
+    return name;
 }
 
-bool isOlderThan(DrawingVersion version, const AcDbObject& object) {
-    const auto found = std::find_if(kindAges.begin(), kindAges.end(),
-                                    [&](const KindAge& age) { return age.name == object.dxfName(); });
-    return found != kindAges.end() && version < found->first;
-}
-
-// The dictionaries and layouts that every later drawing has say nothing that R12 would need.
+// What every later drawing has says nothing that R12 would need: the root with the dictionaries of the
+// host's own, and the standing kinds.
 bool isStanding(const AcDbDatabase& database, const AcDbObject& object) {
-    if (object.isKindOf(AcDbLayout::desc())) return true;
-    const AcDbObjectId id = object.objectId();
-    if (id == database.namedObjectsDictionaryId() || id == database.layoutDictionaryId()) return true;
+    const std::wstring_view kind = object.dxfName();
+    if (isStandingKind(std::string(kind.begin(), kind.end()))) return true;
+    const AcDbObjectId root = database.namedObjectsDictionaryId();
+    if (object.objectId() == root) return true;
     const auto* const dictionary = AcDbDictionary::cast(&object);
-    return dictionary && id == database.groupDictionaryId() && dictionary->numEntries() == 0;
+    if (object.ownerId() != root || !dictionary) return false;
+    if (object.objectId() == database.groupDictionaryId()) return dictionary->numEntries() == 0;
+    const std::wstring name = nameInRoot(database, object.objectId());
+    return name.starts_with(L"ACAD_") || name.starts_with(L"AcDb");
 }
 
 const AcDbSymbolTable* tableOf(const AcDbDatabase& database, TableKind kind) {
@@ -74,7 +58,6 @@ bool CompleteWriting::fail(Acad::ErrorStatus status, std::wstring message) {
 }
 
 bool CompleteWriting::run(std::string& bytes) {
-    if (!checkContents()) return false;
     const DrawingStyle& style = m_objects.style();
     std::string body;
     const auto source = m_database.source();
@@ -86,8 +69,9 @@ bool CompleteWriting::run(std::string& bytes) {
         appendGroup(0, "ENDSEC", style, body);
     }
     if (!writeTables(body) || !writeBlocks(body) || !writeEntities(body)) return false;
-    if (!isR12() && !writeObjects(body)) return false;
+    if (!writeObjects(body)) return false;
     appendGroup(0, "EOF", style, body);
+    if (source) body = SourceGroups(m_database, style).complete(body);
     std::string header;
     writeHeader(header); // last, when all handles are given
     bytes = std::move(body);
@@ -95,44 +79,19 @@ bool CompleteWriting::run(std::string& bytes) {
     return true;
 }
 
-// What the file alone knows, and what the form has no record for, would be lost without a word.
-bool CompleteWriting::checkContents() {
-    const auto source = m_database.source();
-    const DrawingVersion version = m_objects.style().version;
-    const AcDbObject* refused = nullptr;
-    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        if (refused || object.isErased()) return;
-        const bool isOpaque =
-            object.isKindOf(AcDbOpaqueEntity::desc()) || object.isKindOf(AcDbOpaqueObject::desc());
-        const SourceSpan span = object.sourceSpan();
-        const bool isOnlyInFile =
-            isOpaque || (source && !span.isEmpty() && !object.isKindOf(AcDbSymbolTable::desc()) &&
-                         !m_objects.knowsAllGroups(object, source->bytes, span));
-        const bool isTooNew = isOlderThan(version, object) ||
-                              (isR12() && isListedObject(object) && !isStanding(m_database, object));
-        if (isOnlyInFile || isTooNew) refused = &object;
-    });
-    if (!refused) return true;
-    const std::string_view name = nameOfVersion(version);
-    return fail(Acad::eNotApplicable,
-                std::wstring(refused->dxfName()) + L" " + hexadecimal(refused->handle()) +
-                    L" cannot be written in the form " + std::wstring(name.begin(), name.end()));
-}
-
 void CompleteWriting::writeHeader(std::string& bytes) {
     const DrawingStyle& style = m_objects.style();
     appendSectionStart("HEADER", style, bytes);
     appendGroup(9, "$ACADVER", style, bytes);
     appendGroup(1, nameOfVersion(style.version), style, bytes);
-    const std::wstring page = isUtf8(style.version) ? L"ANSI_1252" : nameOfCodePage(style.text.page());
+    const std::wstring page =
+        style.text.page() == CodePage::utf8 ? L"ANSI_1252" : nameOfCodePage(style.text.page());
     appendGroup(9, "$DWGCODEPAGE", style, bytes);
     appendText(3, page, style, bytes);
     for (const HeaderVariables::Variable& variable : m_database.header().all()) {
         if (variable.name == L"ACADVER" || variable.name == L"DWGCODEPAGE" || variable.name == L"HANDSEED")
             continue;
-        if (isR12() &&
-            std::find(r12Variables.begin(), r12Variables.end(), variable.name) == r12Variables.end())
-            continue;
+        if (isR12() && variable.name == L"HANDLING") continue;
         appendText(9, L"$" + variable.name, style, bytes);
         appendBlock(variable.groups, style, bytes);
     }
@@ -159,9 +118,51 @@ bool CompleteWriting::writeTables(std::string& bytes) {
 bool CompleteWriting::writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& bytes) {
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
-        if (entity && !isLeftOut(*entity) && !writeNewEntity(*entity, m_objects, bytes)) return failWriting();
+        if (!entity || isLeftOut(*entity)) continue;
+        const bool isWritten = isR12() && !R12Entities::isKept(*entity)
+                                   ? writeOlder(*entity, bytes)
+                                   : writeNewEntity(*entity, m_objects, bytes);
+        if (!isWritten) return failWriting();
     }
     return true;
+}
+
+// The first of the new entities takes the handle of the old one over.
+bool CompleteWriting::writeOlder(const AcDbEntity& entity, std::string& bytes) {
+    if (!m_older) m_older.emplace(m_database);
+    const OlderEntities older = m_older->turn(entity);
+    const AcDbHandleValue handle = entity.handle().value();
+    m_changes.add(entity.dxfName(), older.entities.empty() ? L"" : older.kind, handle);
+    AcDbHandleValue next = handle;
+    for (const std::unique_ptr<AcDbEntity>& each : older.entities) {
+        if (!m_objects.writeNewUnder(*each, next, entity.ownerId(), bytes) || !writeOwnedParts(*each, bytes))
+            return false;
+        next = m_objects.newHandle();
+    }
+    return true;
+}
+
+bool CompleteWriting::writeOwnedParts(const AcDbEntity& entity, std::string& bytes) {
+    const SubentityList* const parts = partsOf(entity);
+    if (!parts) return true;
+    for (std::size_t place = 0; place < parts->count(); ++place) {
+        AcDbEntity* const part = parts->at(place);
+        (void)part->setPropertiesFrom(&entity);
+        DatabaseAccess::setOwner(*part, entity.ownerId());
+        if (!m_objects.writeNewUnder(*part, m_objects.newHandle(), {}, bytes)) return false;
+    }
+    AcDbSequenceEnd end;
+    (void)end.setPropertiesFrom(&entity);
+    DatabaseAccess::setOwner(end, entity.ownerId());
+    return m_objects.writeNewUnder(end, m_objects.newHandle(), {}, bytes);
+}
+
+// R12 has model space and one sheet.
+void CompleteWriting::tellOtherSheet(const AcDbBlockTableRecord& block) {
+    for (const AcDbObjectId id : block.entities()) {
+        const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
+        if (entity && !entity->isErased()) m_changes.add(entity->dxfName(), {}, entity->handle().value());
+    }
 }
 
 // The spaces' blocks are empty frames, which R12 does not have.
@@ -171,6 +172,10 @@ bool CompleteWriting::writeBlocks(std::string& bytes) {
     for (const AcDbObjectId id : table ? table->records() : std::vector<AcDbObjectId>()) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
         if (!block || block->isErased() || (isR12() && isActiveSpace(*block))) continue;
+        if (isR12() && block->isLayout()) {
+            tellOtherSheet(*block);
+            continue;
+        }
         std::string entities;
         if (!isActiveSpace(*block) && !writeEntitiesOf(*block, entities)) return false;
         if (!writeNewBlock(*block, entities, m_objects, bytes)) return failWriting();
@@ -189,8 +194,19 @@ bool CompleteWriting::writeEntities(std::string& bytes) {
     return true;
 }
 
+void CompleteWriting::tellObjects() {
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (!object.isErased() && isListedObject(object) && !isStanding(m_database, object))
+            m_changes.add(object.dxfName(), {}, object.handle().value());
+    });
+}
+
 // The root comes first: readers find the others through it.
 bool CompleteWriting::writeObjects(std::string& bytes) {
+    if (isR12()) {
+        tellObjects();
+        return true;
+    }
     appendSectionStart("OBJECTS", m_objects.style(), bytes);
     const AcDbObjectId rootId = m_database.namedObjectsDictionaryId();
     const AcDbObject* const root = DatabaseAccess::object(rootId);

@@ -1,6 +1,7 @@
 #include "drawingreader.h"
 
 #include "atomicfile.h"
+#include "binaryform.h"
 #include "drawingreading.h"
 #include "fieldtable.h"
 #include "hostport.h"
@@ -19,9 +20,10 @@ constexpr int variableCode = 9;
 constexpr int commentCode = 999;
 
 Acad::ErrorStatus failBeforeReading(ReadReport& report, Acad::ErrorStatus status, std::wstring reason,
-                                    const ReadOptions& options) {
+                                    const ReadOptions& options,
+                                    std::optional<std::size_t> offset = std::nullopt) {
     report.status = status;
-    report.problems.push_back({0, std::move(reason), true});
+    report.problems.push_back({0, offset, std::move(reason), true});
     report.problemCount = 1;
     if (options.tellPort) currentPort()->reportProblem(report.fatalMessage());
     return status;
@@ -43,6 +45,7 @@ bool isFresh(const AcDbDatabase& database) { return database.approxNumObjects() 
 } // namespace
 
 std::wstring ReadReport::messageOf(const DrawingProblem& problem) const {
+    if (problem.offset) return file + L": byte " + std::to_wstring(*problem.offset) + L": " + problem.reason;
     if (problem.line == 0) return file + L": " + problem.reason;
     return file + L":" + std::to_wstring(problem.line) + L": " + problem.reason;
 }
@@ -71,11 +74,7 @@ bool DrawingReading::run() {
 
 bool DrawingReading::checkForm() {
     const std::string_view bytes = m_source->bytes;
-    // The binary form's first line names its program, then its kind.
-    constexpr std::string_view binaryMark = " Binary DXF\r\n\x1a";
     constexpr std::size_t markLimit = 32;
-    if (bytes.substr(0, markLimit).find(binaryMark) != std::string_view::npos)
-        return fail(Acad::eNotApplicable, nullptr, L"this is the binary form; save it as a text drawing");
     if (bytes.substr(0, 4) == "AC10" && bytes.substr(0, markLimit).find('\n') == std::string_view::npos)
         return fail(Acad::eNotApplicable, nullptr,
                     L"this is a drawing in the host's own form, not an exchange file");
@@ -246,7 +245,11 @@ void DrawingReading::tell(const char* place, std::wstring reason, bool isFatal) 
         m_report.problems.pop_back();
     if (!isFatal && m_report.problems.size() >= m_options.problemLimit) return;
     const std::size_t line = place ? lineNumberAt(m_source->bytes, m_scanner.offsetOf(place)) : 0;
-    m_report.problems.push_back({line, std::move(reason), isFatal});
+    std::optional<std::size_t> offset;
+    constexpr std::size_t linesOfAGroup = 2;
+    if (const std::string* const binary = place ? binaryBytesOf(m_source) : nullptr)
+        offset = offsetOfBinaryGroup(*binary, (line - 1) / linesOfAGroup);
+    m_report.problems.push_back({offset ? 0 : line, offset, std::move(reason), isFatal});
     if (m_options.tellPort) currentPort()->reportProblem(m_report.messageOf(m_report.problems.back()));
 }
 
@@ -268,8 +271,9 @@ Acad::ErrorStatus readDrawingFromMemory(AcDbDatabase& database, std::string byte
         if (!isFresh(database))
             return failBeforeReading(result, Acad::eInvalidInput,
                                      L"the drawing to read into holds something already", options);
-        auto source = std::make_shared<DrawingSource>();
-        source->bytes = std::move(bytes);
+        BinaryFault fault;
+        auto source = sourceFromBytes(std::move(bytes), fault);
+        if (!source) return failBeforeReading(result, fault.status, fault.reason, options, fault.offset);
         if (DrawingReading(database, std::move(source), result, options).run())
             return result.status = Acad::eOk;
         return result.status;

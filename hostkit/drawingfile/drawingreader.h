@@ -1,4 +1,4 @@
-// Stand-in for the host's drawing input. Covers the text exchange format from R12 to 2018; leaves out the binary form, which is refused with a message.
+// Stand-in for the host's drawing input. Covers the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing file, which is refused with a message.
 #pragma once
 
 #include "acadstrc.h"
@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,10 +19,11 @@ class DrawingProgress;
 
 /// What was wrong with a drawing, and where.
 struct DrawingProblem {
-    std::size_t line = 0; ///< of the group code, counted from 1; 0 where no line can be named
+    std::size_t line = 0;                ///< of the group code, counted from 1; 0 where no line can be named
+    std::optional<std::size_t> offset{}; ///< in a binary drawing, in place of the line: of the group, from 0
     std::wstring reason;
-    bool isFatal =
-        false; ///< the drawing could not be read; else a record was kept as it stands and reading went on
+    /// The drawing could not be read; else a record was kept as it stands and reading went on.
+    bool isFatal = false;
 };
 
 /// The outcome of one reading.
@@ -34,7 +36,8 @@ struct ReadReport {
     std::size_t objectCount = 0; ///< records outside of blocks and tables
     DrawingVersion version = DrawingVersion::k2013;
 
-    /// "file:line: reason", or "file: reason" where there is no line.
+    /// "file:line: reason", "file: byte offset: reason" of a binary drawing, or "file: reason" where there is
+    /// neither.
     std::wstring messageOf(const DrawingProblem& problem) const;
     /// The message of the fatal problem; empty after a success.
     std::wstring fatalMessage() const;
@@ -50,11 +53,11 @@ struct ReadOptions {
 /// else gives eInvalidInput. After any other status than eOk no object is open, and the database is only
 /// good for being deleted: it holds a part of the drawing.
 ///
-/// Statuses: eFileNotFound; eFileAccessErr (cannot be read, or is a directory); eNotApplicable (binary form,
-/// or another kind of file); eBadDxfSequence (damaged: a group without value, a section within a section, a
-/// record outside of a section ...); eEndOfFile (cut: the end mark is missing); eHandleInUse (two objects
-/// with one handle); eDuplicateKey (two blocks with one name); eCyclicReference (a block that contains
-/// itself); eOutOfMemory.
+/// Statuses: eFileNotFound; eFileAccessErr (cannot be read, or is a directory); eNotApplicable
+/// (the host's own drawing file); eBadDxfSequence (damaged: a group without value, a section within a
+/// section, a record outside of a section ...); eEndOfFile (cut: the end mark is missing); eHandleInUse (two
+/// objects with one handle); eDuplicateKey (two blocks with one name); eCyclicReference (a block that
+/// contains itself); eOutOfMemory.
 ///
 /// A damaged record inside a sound drawing does not stop the reading: it is kept as it stands as an opaque
 /// entity or object, the report tells of it, and the status is eOk.

@@ -1,8 +1,12 @@
 #include "drawingwriter.h"
 
 #include "atomicfile.h"
+#include "binaryform.h"
 #include "completewriting.h"
+#include "dblayertablerecord.h"
 #include "drawingedits.h"
+#include "formtransfer.h"
+#include "headervariables.h"
 #include "hostport.h"
 #include "objectwriting.h"
 #include "systempath.h"
@@ -32,24 +36,26 @@ Acad::ErrorStatus failForMemory(WriteReport& report, std::wstring_view prefix,
     }
 }
 
-DrawingStyle styleOf(const DrawingSource* source, const WriteOptions& options) {
+DrawingStyle styleOf(const DrawingSource* source) {
     DrawingStyle style;
     if (source) {
         style.version = versionOfFiler(source->version);
         style.text = DrawingText(static_cast<CodePage>(source->codePage));
         style.newline = source->endsLinesWithCrLf ? "\r\n" : "\n";
     }
-    if (!options.version || *options.version == style.version) {
-        if (!source && !isUtf8(style.version)) style.text = DrawingText(CodePage::western1252);
-        return style;
-    }
-    const bool hadPage = source && !isUtf8(style.version);
-    style.version = *options.version;
-    if (isUtf8(style.version))
-        style.text = DrawingText(CodePage::utf8);
-    else if (!hadPage)
-        style.text = DrawingText(CodePage::western1252);
     return style;
+}
+
+// In the code page that the drawing had, or that its header names beside UTF-8.
+DrawingStyle styleInForm(const DrawingStyle& style, DrawingVersion version, const AcDbDatabase& database) {
+    DrawingStyle result = style;
+    result.version = version;
+    if (isUtf8(version))
+        result.text = DrawingText(CodePage::utf8);
+    else if (isUtf8(style.version))
+        result.text = DrawingText(
+            codePageFromName(database.header().text(L"DWGCODEPAGE")).value_or(CodePage::western1252));
+    return result;
 }
 
 bool isOpenForWrite(const AcDbDatabase& database) {
@@ -63,10 +69,8 @@ bool isOpenForWrite(const AcDbDatabase& database) {
 struct Output {
     std::shared_ptr<const DrawingSource> source;
     std::string written;
-    bool isSource = false;
-    std::string_view bytes() const {
-        return isSource ? std::string_view(source->bytes) : std::string_view(written);
-    }
+    const std::string* asRead = nullptr; ///< of the source
+    std::string_view bytes() const { return asRead ? *asRead : written; }
 };
 
 template <class Writing>
@@ -77,29 +81,96 @@ bool runWriting(Writing& writing, Output& output, WriteReport& report) {
     return isGood;
 }
 
+// All is written as text; a binary drawing is made of that, or is the one that was read.
+bool giveCoding(const WriteOptions& options, const DrawingStyle& style, Output& output, WriteReport& report) {
+    const std::string* const binary = binaryBytesOf(output.source);
+    const DrawingCoding coding =
+        options.coding.value_or(binary ? DrawingCoding::kBinary : DrawingCoding::kText);
+    if (coding == DrawingCoding::kText) return true;
+    if (output.asRead && binary) {
+        output.asRead = binary;
+        return true;
+    }
+    const std::string_view text = output.bytes();
+    const std::optional<BinaryFault> fault = binaryFromText(text, style.version, output.written);
+    if (!fault) {
+        output.asRead = nullptr;
+        return true;
+    }
+    report.status = fault->status;
+    report.message = L"line " + std::to_wstring(lineNumberAt(text, fault->offset)) + L": " + fault->reason;
+    return false;
+}
+
 // Of a save: the records, then the file.
 constexpr double recordsShare = 0.9;
+
+// In the form that the drawing was read in.
+bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
+                    Output& output, WriteReport& report) {
+    DrawingEdits edits(database, *output.source, objects, options.everythingFromFields);
+    bool isGood = true;
+    if (!edits.isNeeded())
+        output.asRead = &output.source->bytes;
+    else
+        isGood = runWriting(edits, output, report);
+    report.recordsCopied = edits.recordsCopied();
+    return isGood;
+}
+
+// Before 2004 there are indices alone, and the nearest one is written.
+void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
+    DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
+        const auto* const entity = AcDbEntity::cast(&object);
+        const auto* const layer = AcDbLayerTableRecord::cast(&object);
+        const bool hasTrueColor =
+            (entity && entity->color().isByColor()) || (layer && layer->color().isByColor());
+        if (hasTrueColor && !object.isErased())
+            changes.add(std::wstring(object.dxfName()) + L" true colour", L"nearest index",
+                        object.handle().value());
+    });
+}
+
+// Between forms with subclass marks the records of the file are merged with the fields, so that what no class
+// knows goes along. To and from R12, and for a drawing without a file, all is written anew. Both write in the
+// source's code page, which the records of unknown kinds have; the transfer encodes all of it.
+bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, const DrawingStyle& source,
+                      const DrawingStyle& target, Output& output, WriteReport& report) {
+    if (target.version < DrawingVersion::k2004) tellTrueColors(database, report.changes);
+    const bool isMerged =
+        output.source && hasSubclassMarkers(source.version) && hasSubclassMarkers(target.version);
+    bool isGood = false;
+    if (isMerged) {
+        DrawingEdits edits(database, *output.source, objects, true);
+        isGood = runWriting(edits, output, report);
+    } else {
+        CompleteWriting writing(database, objects, report.changes);
+        isGood = runWriting(writing, output, report);
+    }
+    if (isGood) output.written = FormTransfer(output.written, source, target, report.changes).run();
+    return isGood;
+}
 
 bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Output& output,
                 WriteReport& report) {
     output.source = database.source();
-    const DrawingStyle style = styleOf(output.source.get(), options);
+    const DrawingStyle source = styleOf(output.source.get());
+    const DrawingStyle target = styleInForm(source, options.version.value_or(source.version), database);
+    const bool isOwnForm = output.source && target.version == source.version;
+    DrawingStyle written = target;
+    if (output.source) written.text = source.text;
     ObjectWriting objects(
-        database, style,
+        database, written,
         {options.progress, static_cast<std::size_t>(database.approxNumObjects()), 0.0, recordsShare});
-    bool isGood = true;
-    if (output.source && filerVersion(style.version) == output.source->version) {
-        DrawingEdits edits(database, *output.source, objects, options.everythingFromFields);
-        output.isSource = !edits.isNeeded();
-        if (!output.isSource) isGood = runWriting(edits, output, report);
-        report.recordsCopied = edits.recordsCopied();
-    } else {
-        CompleteWriting writing(database, objects);
-        isGood = runWriting(writing, output, report);
-    }
+    DrawingStyle spelt = source;
+    if (!output.source) spelt = target;
+    bool isGood = isOwnForm ? writeInOwnForm(database, objects, options, output, report)
+                            : writeInOtherForm(database, objects, spelt, target, output, report);
+    if (options.changes) *options.changes = report.changes;
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();
     report.groupsKept = objects.writer().groupsKept();
+    isGood = isGood && giveCoding(options, target, output, report);
     report.byteCount = isGood ? output.bytes().size() : 0;
     return isGood;
 }
@@ -133,8 +204,8 @@ Acad::ErrorStatus writeDrawingToMemory(const AcDbDatabase& database, std::string
     WriteReport& result = report ? *report : own;
     result = {};
     return writeAll(database, options, {}, result, [&](Output& output) {
-        if (output.isSource)
-            bytes = output.source->bytes;
+        if (output.asRead)
+            bytes = *output.asRead;
         else
             bytes.swap(output.written);
         return Acad::eOk;

@@ -1,8 +1,9 @@
-// Stand-in for the host's drawing output. Covers the text exchange format from R12 to 2018; leaves out the binary form.
+// Stand-in for the host's drawing output. Covers the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing file.
 #pragma once
 
 #include "acadstrc.h"
 #include "drawingversion.h"
+#include "formchanges.h"
 
 #include <cstddef>
 #include <optional>
@@ -15,11 +16,18 @@ namespace hostkit {
 
 class DrawingProgress;
 
+enum class DrawingCoding : unsigned char { kText, kBinary };
+
 struct WriteOptions {
     /// Nothing keeps the form that the drawing was read in; a drawing that was never read is written as 2013.
     std::optional<DrawingVersion> version;
+    /// Nothing keeps the coding that the drawing was read in; a drawing that was never read is written as
+    /// text.
+    std::optional<DrawingCoding> coding{};
     /// Writes every object from its fields, as if it had been changed. For tests of the fields.
     bool everythingFromFields = false;
+    /// Receives what a save in another form turned or left out, as the report does; not owned.
+    FormChanges* changes = nullptr;
     /// A failure also goes to the current port's reportProblem.
     bool tellPort = true;
     /// Hears how far the writing has come, by the objects and at the end the file; not owned.
@@ -34,6 +42,7 @@ struct WriteReport {
     std::size_t recordsCopied = 0;  ///< untouched since reading: their bytes went over as they were
     std::size_t recordsWritten = 0; ///< from their fields
     std::size_t groupsFromFields = 0;
+    FormChanges changes;        ///< of a save in another form
     std::size_t groupsKept = 0; ///< of changed records: groups that their class does not know
 };
 
@@ -44,9 +53,14 @@ struct WriteReport {
 /// fields; groups that its class does not know stay beside the group that they followed, and a value that is
 /// equal to the one in the file keeps its spelling. The file's line ends, code page and form are kept.
 ///
-/// With options.version other than the form the drawing was read in, everything is written from fields; a
-/// drawing that holds records which are only known as bytes is refused with eNotApplicable and a message that
-/// names the first of them.
+/// With options.version other than the form the drawing was read in, everything is written from fields, with
+/// the groups and records of unknown meaning that the new form can hold (formtransfer.h). What it has no
+/// place for is turned into what it has (r12entities.h) or left out; report.changes tells of both. No drawing
+/// is refused for what it holds.
+///
+/// A binary drawing is written by the same rules as the text that its groups make, and turned back.
+/// eInvalidInput where a text drawing holds a value that the binary form has no place for; the message names
+/// the line of what was to be turned.
 ///
 /// Statuses besides these: eFileAccessErr (cannot be written; the old file is as it was), eOutOfMemory.
 Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view file,

@@ -66,7 +66,13 @@ ScanResult GroupScanner::next(RawGroup& group) {
 
 std::size_t startOfGroups(std::string_view bytes) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    return bytes.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
+    const std::size_t start =
+        bytes.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
+    const std::size_t first = bytes.find_first_not_of(" \t\r\n", start);
+    if (first == std::string_view::npos) return start;
+    // Blanks before the code on its own line belong to the group.
+    const std::size_t lineEnd = bytes.substr(0, first).rfind('\n');
+    return lineEnd == std::string_view::npos ? start : lineEnd + 1;
 }
 
 std::size_t lineNumberAt(std::string_view bytes, std::size_t offset) {

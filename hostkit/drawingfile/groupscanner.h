@@ -50,7 +50,7 @@ private:
     const char* m_end;
 };
 
-/// Where the first group begins: behind a byte order mark, if there is one.
+/// Where the first group begins: behind a byte order mark and blank lines, if there are such.
 std::size_t startOfGroups(std::string_view bytes);
 
 /// The number of the line that holds the byte, counted from 1. Walks the bytes before it: for messages only.

@@ -54,7 +54,9 @@ bool writeNewEntity(const AcDbEntity& entity, ObjectWriting& objects, std::strin
         hasParts = true;
         if (!objects.writeNew(*part, bytes)) return false;
     }
-    const bool needsEnd = hasParts || !entity.isKindOf(AcDbBlockReference::desc());
+    const bool mayLackParts =
+        entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbOpaqueEntity::desc());
+    const bool needsEnd = hasParts || !mayLackParts;
     return !needsEnd || writeSequenceEnd(entity, *parts, objects, bytes);
 }
 

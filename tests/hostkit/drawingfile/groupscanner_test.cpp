@@ -72,6 +72,15 @@ TEST(GroupScanner, stopsAtTheFault) {
     }
 }
 
+TEST(GroupScanner, groupsBeginBehindAMarkAndBlankLines) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::pair<std::string, std::size_t> cases[] = {
+        {"0\nEOF\n", 0},   {"  0\nEOF\n", 0},      {"\n0\nEOF\n", 1}, {"\r\n \t\r\n  0\r\nEOF", 6},
+        {mark + "0\n", 3}, {mark + "\n\n 0\n", 5}, {"\n\n", 0},       {"", 0},
+        {mark, 3}};
+    for (const auto& [bytes, start] : cases) EXPECT_EQ(startOfGroups(bytes), start) << bytes;
+}
+
 TEST(GroupScanner, takesNumbersThatWritersPutAndNoOthers) {
     const struct {
         const char* text;

@@ -32,7 +32,10 @@ TEST(NewDrawing, comesBackFromEveryForm) {
         EXPECT_EQ(report.problemCount, 0u);
         EXPECT_EQ(report.version, version);
         EXPECT_EQ(again->numOpenObjects(), 0);
-        EXPECT_EQ(listingOf(*again), listingOf(*database));
+        std::string expected = listingOf(*database);
+        const std::string layer = "B\xC3\xA9ton \xE4\xB8\xAD"; // R12 has no such name
+        if (version == DrawingVersion::kR12) expected.replace(expected.find(layer), layer.size(), "Beton__");
+        EXPECT_EQ(listingOf(*again), expected);
         EXPECT_TRUE(saved(*again) == bytes) << "a second save of the same is the same to the byte";
         if (const char* const folder = std::getenv("VEXO_KEEP_DRAWINGS"))
             std::ofstream(std::string(folder) + "/" + std::string(nameOfVersion(version)) + ".dxf",
@@ -48,17 +51,6 @@ TEST(NewDrawing, goesFromFormToForm) {
     const auto second = openDrawingFromMemory(saved(*first, DrawingVersion::k2018), L"2018");
     ASSERT_TRUE(second);
     EXPECT_EQ(listingOf(*second), listingOf(*database));
-}
-
-TEST(NewDrawing, isRefusedByAFormThatCannotHoldIt) {
-    const auto database = sampleDrawing();
-    WriteOptions options = quietWriting;
-    options.version = DrawingVersion::kR12;
-    std::string bytes = "as it was";
-    WriteReport report;
-    EXPECT_EQ(writeDrawingToMemory(*database, bytes, options, &report), Acad::eNotApplicable);
-    EXPECT_EQ(bytes, "as it was");
-    EXPECT_NE(report.message.find(L"AC1009"), std::wstring::npos);
 }
 
 TEST(NewDrawing, listsWhatItHolds) {

@@ -1,0 +1,360 @@
+#include "formtransfer.h"
+
+#include "formtables.h"
+#include "r12names.h"
+
+#include "casefold.h"
+#include "groupkinds.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+namespace {
+
+constexpr int variableCode = 9;
+constexpr int nameCode = 2;
+constexpr int subclassMarkCode = 100;
+constexpr int applicationGroupCode = 102;
+constexpr int embeddedObjectCode = 101;
+constexpr int ownerCode = 330;
+constexpr int entryNameCode = 3;
+constexpr int firstExtendedCode = 1000;
+constexpr int proxyGraphicsSize64 = 160;
+constexpr int proxyGraphicsSize32 = 92;
+
+bool isReference(int code) {
+    return kindOfCode(code) == AcDb::GroupKind::kHandle && code != 5 && code != 105;
+}
+
+// Records that list others: what is gone goes from the list, where elsewhere it leaves a null handle.
+struct ListRow {
+    std::string_view kind;
+    int code;
+    int before; ///< a group of that code right before goes along; 0: none
+    int behind; ///< or right behind
+};
+constexpr ListRow listRows[] = {{"DICTIONARY", 350, entryNameCode, 0},
+                                {"DICTIONARY", 360, entryNameCode, 0},
+                                {"ACDBDICTIONARYWDFLT", 350, entryNameCode, 0},
+                                {"ACDBDICTIONARYWDFLT", 360, entryNameCode, 0},
+                                {"GROUP", 340, 0, 0},
+                                {"SORTENTSTABLE", 331, 0, 5},
+                                {"FIELDLIST", 330, 0, 0},
+                                {"IDBUFFER", 330, 0, 0}};
+
+const ListRow* listRowOf(std::string_view kind, int code) {
+    const auto found = std::find_if(std::begin(listRows), std::end(listRows),
+                                    [&](const ListRow& row) { return row.kind == kind && row.code == code; });
+    return found == std::end(listRows) ? nullptr : &*found;
+}
+
+bool isPart(std::string_view kind) { return kind == "VERTEX" || kind == "ATTRIB" || kind == "SEQEND"; }
+
+std::wstring wide(std::string_view name) { return {name.begin(), name.end()}; }
+
+} // namespace
+
+FormTransfer::FormTransfer(std::string_view text, const DrawingStyle& source, const DrawingStyle& target,
+                           FormChanges& changes)
+    : m_text(text)
+    , m_source(source)
+    , m_target(target)
+    , m_changes(changes)
+    , m_encodesAnew(source.text.page() != target.text.page()) {}
+
+std::string FormTransfer::run() {
+    gather();
+    chooseRecords();
+    if (isToR12()) gatherNames();
+    std::string bytes;
+    bytes.reserve(m_text.size() + m_text.size() / 8);
+    for (const Record& record : m_records)
+        if (!record.isLeftOut) writeRecord(record, bytes);
+    return bytes;
+}
+
+const RawGroup* FormTransfer::find(const Record& record, int code) const {
+    for (std::size_t place = record.first; place < record.last; ++place) {
+        if (m_groups[place].code >= firstExtendedCode) break;
+        if (m_groups[place].code == code) return &m_groups[place];
+    }
+    return nullptr;
+}
+
+// The header is one record, and what stands before the first section too.
+void FormTransfer::gather() {
+    GroupScanner scanner(m_text, startOfGroups(m_text));
+    RawGroup group;
+    std::string_view section;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        if (group.code == 0 || m_records.empty()) {
+            m_records.push_back({m_groups.size(), m_groups.size(), section, withoutBlanks(group.value)});
+            if (group.code != 0) m_records.back().kind = {};
+        }
+        m_groups.push_back(group);
+        Record& record = m_records.back();
+        record.last = m_groups.size();
+        if (record.kind == "SECTION" && group.code == nameCode && record.section.empty())
+            section = record.section = withoutBlanks(group.value);
+        if (record.kind == "ENDSEC") section = {};
+    }
+    m_end = m_text.data() + m_text.size();
+    for (Record& record : m_records) readHeadOf(record);
+}
+
+// The owner stands before the first mark, outside of the groups of applications.
+void FormTransfer::readHeadOf(Record& record) const {
+    const int handleCode = record.kind == "DIMSTYLE" ? 105 : 5;
+    bool isInGroup = false;
+    for (std::size_t place = record.first + 1; place < record.last; ++place) {
+        const RawGroup& group = m_groups[place];
+        if (group.code == subclassMarkCode || group.code >= firstExtendedCode) return;
+        if (group.code == applicationGroupCode) isInGroup = withoutBlanks(group.value).substr(0, 1) == "{";
+        if (isInGroup) continue;
+        if (group.code == handleCode && record.handle == 0)
+            record.handle = handleFromText(group.value).value_or(0);
+        if (group.code == ownerCode && hasSubclassMarkers(m_source.version))
+            record.owner = handleFromText(group.value).value_or(0);
+    }
+}
+
+bool FormTransfer::isHolder(const Record& record) const {
+    return record.kind == "SECTION" || record.kind == "ENDSEC" || record.kind == "TABLE" ||
+           record.kind == "ENDTAB" || record.kind == "EOF" || record.kind.empty();
+}
+
+bool FormTransfer::hasNoPlace(const Record& record) const {
+    const DrawingVersion target = m_target.version;
+    if (record.section == "CLASSES" && record.kind == "CLASS") {
+        const RawGroup* const name = find(record, 1);
+        return name && target < needed(firstFormOfKind(withoutBlanks(name->value)));
+    }
+    if (record.section == "ACDSDATA") return target < DrawingVersion::k2013;
+    if (isHolder(record)) return false;
+    if (isToR12()) return !isKindOfR12(record.kind);
+    const bool losesItsBody = isModelerKind(record.kind) && m_source.version >= DrawingVersion::k2013 &&
+                              target < DrawingVersion::k2013;
+    return losesItsBody || target < needed(firstFormOfKind(record.kind));
+}
+
+// R12 has four sections.
+void FormTransfer::chooseRecords() {
+    const auto isSectionOfR12 = [](std::string_view name) {
+        return name.empty() || name == "HEADER" || name == "TABLES" || name == "BLOCKS" || name == "ENTITIES";
+    };
+    bool isPartOfGone = false;
+    std::string_view table;
+    for (Record& record : m_records) {
+        if (record.kind == "TABLE") {
+            const RawGroup* const name = find(record, nameCode);
+            table = name ? withoutBlanks(name->value) : std::string_view();
+        }
+        const bool isTableOfNone = isToR12() && table == "BLOCK_RECORD";
+        record.isLeftOut =
+            hasNoPlace(record) || isTableOfNone || (isToR12() && !isSectionOfR12(record.section));
+        isPartOfGone = isPart(record.kind) ? isPartOfGone : record.isLeftOut;
+        if (isPart(record.kind) && isPartOfGone) record.isLeftOut = true;
+        if (record.kind == "ENDTAB") table = {};
+    }
+    leaveOutOwned();
+    for (const Record& record : m_records)
+        if (record.isLeftOut) tellLeftOut(record);
+}
+
+void FormTransfer::leaveOutOwned() {
+    std::unordered_map<std::uint64_t, std::vector<std::size_t>> owned;
+    std::vector<std::uint64_t> pending;
+    for (std::size_t place = 0; place < m_records.size(); ++place) {
+        const Record& record = m_records[place];
+        if (isHolder(record)) continue;
+        if (record.owner != 0) owned[record.owner].push_back(place);
+        if (record.isLeftOut && record.handle != 0) pending.push_back(record.handle);
+    }
+    while (!pending.empty()) {
+        const std::uint64_t handle = pending.back();
+        pending.pop_back();
+        if (!m_gone.insert(handle).second) continue;
+        for (const std::size_t place : owned[handle]) {
+            Record& record = m_records[place];
+            record.isLeftOut = true;
+            if (record.handle != 0) pending.push_back(record.handle);
+        }
+    }
+}
+
+// What only holds or describes others needs no word, nor do parts beside their owner.
+void FormTransfer::tellLeftOut(const Record& record) {
+    if (isHolder(record) || isPart(record.kind) || record.kind == "CLASS" || record.kind == "BLOCK_RECORD" ||
+        record.section == "ACDSDATA" || isStandingKind(record.kind))
+        return;
+    m_changes.add(wide(record.kind), {}, record.handle);
+}
+
+FormTransfer::NameKind FormTransfer::nameKindOf(const Record& record, const RawGroup& group) const {
+    struct Row {
+        std::string_view kind; ///< empty: all
+        int code;
+        NameKind name;
+    };
+    using enum NameKind;
+    static constexpr Row rows[] = {
+        {"LAYER", 2, kLayer},
+        {"LTYPE", 2, kLinetype},
+        {"STYLE", 2, kStyle},
+        {"BLOCK", 2, kBlock},
+        {"BLOCK", 3, kBlock},
+        {"INSERT", 2, kBlock},
+        {"DIMENSION", 2, kBlock},
+        {"DIMENSION", 3, kDimStyle},
+        {"DIMSTYLE", 2, kDimStyle},
+        {"DIMSTYLE", 5, kBlock},
+        {"DIMSTYLE", 6, kBlock},
+        {"DIMSTYLE", 7, kBlock},
+        {"VIEW", 2, kView},
+        {"UCS", 2, kUcs},
+        {"VPORT", 2, kViewport},
+        {"APPID", 2, kApplication},
+        {"", 8, kLayer},
+        {"", 6, kLinetype},
+        {"", 7, kStyle},
+        {"", 1001, kApplication},
+        {"", 1003, kLayer},
+    };
+    const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) {
+        return row.code == group.code && (row.kind.empty() || row.kind == record.kind);
+    });
+    return found == std::end(rows) ? kNone : found->name;
+}
+
+// The names that records have; what others refer to is one of them. Sound names come first.
+void FormTransfer::gatherNames() {
+    std::array<R12Names, 9> given;
+    for (const bool takesSound : {true, false}) {
+        for (const Record& record : m_records) {
+            const RawGroup* const name =
+                record.isLeftOut || isHolder(record) ? nullptr : find(record, nameCode);
+            if (!name || (record.section != "TABLES" && record.kind != "BLOCK")) continue;
+            const NameKind kind = nameKindOf(record, *name);
+            const std::wstring old = m_source.text.decode(name->value);
+            if (kind != NameKind::kNone && R12Names::isSound(old) == takesSound)
+                giveName(record, old, m_names[static_cast<std::size_t>(kind)],
+                         given[static_cast<std::size_t>(kind)]);
+        }
+    }
+}
+
+void FormTransfer::giveName(const Record& record, const std::wstring& old, NameMap& names, R12Names& given) {
+    auto [entry, isNew] = names.try_emplace(foldCase(old));
+    if (!isNew) return;
+    entry->second = given.take(old);
+    if (entry->second != old) m_changes.add(wide(record.kind) + L" name", entry->second, record.handle);
+}
+
+bool FormTransfer::isGone(const RawGroup& group) const {
+    return isReference(group.code) && m_gone.contains(handleFromText(group.value).value_or(0));
+}
+
+bool FormTransfer::staysInRecord(const Record& record, std::string_view subclass,
+                                 const RawGroup& group) const {
+    if (group.code >= firstExtendedCode) return true;
+    if (isToR12()) return isGroupOfR12(record.kind, group.code);
+    return m_target.version >= needed(firstFormOfGroup(subclass, group.code));
+}
+
+void FormTransfer::writeRecord(const Record& record, std::string& bytes) {
+    if (record.kind == "SECTION" && record.section == "HEADER") return writeHeader(record, bytes);
+    std::string_view subclass = record.kind == "CLASS" ? record.kind : std::string_view();
+    bool isEmbedded = false;
+    for (std::size_t place = record.first; place < record.last; ++place) {
+        const RawGroup& group = m_groups[place];
+        if (group.code == subclassMarkCode) subclass = withoutBlanks(group.value);
+        if (group.code == embeddedObjectCode) isEmbedded = m_target.version < needed(DrawingVersion::k2018);
+        isEmbedded = isEmbedded && group.code < firstExtendedCode;
+        if (isEmbedded) continue;
+        if (group.code == applicationGroupCode && subclass.empty() && !isToR12()) {
+            place = writeApplicationGroup(place, record.last, bytes);
+            continue;
+        }
+        const ListRow* const row = isGone(group) ? listRowOf(record.kind, group.code) : nullptr;
+        if (row) {
+            if (row->behind != 0 && place + 1 < record.last && m_groups[place + 1].code == row->behind)
+                ++place;
+            continue;
+        }
+        // An entry's name goes with what it names.
+        if (group.code == entryNameCode && place + 1 < record.last && isGone(m_groups[place + 1]) &&
+            listRowOf(record.kind, m_groups[place + 1].code))
+            continue;
+        if (group.code == proxyGraphicsSize64 && subclass == "AcDbEntity" &&
+            m_target.version < needed(DrawingVersion::k2010)) {
+            appendGroup(proxyGraphicsSize32, withoutBlanks(group.value), m_target, bytes);
+            continue;
+        }
+        if (staysInRecord(record, subclass, group)) writeGroup(record, group, bytes);
+    }
+}
+
+// The index of the group that closes. A list of reactors without one, and the mark of an extension dictionary
+// that is gone, go as a whole.
+std::size_t FormTransfer::writeApplicationGroup(std::size_t first, std::size_t last, std::string& bytes) {
+    std::string inner;
+    std::size_t place = first + 1;
+    bool hasReference = false;
+    bool lostReference = false;
+    for (; place < last && m_groups[place].code != applicationGroupCode &&
+           m_groups[place].code != subclassMarkCode;
+         ++place) {
+        if (isGone(m_groups[place])) {
+            lostReference = true;
+            continue;
+        }
+        hasReference = hasReference || isReference(m_groups[place].code);
+        writeGroup({}, m_groups[place], inner);
+    }
+    const bool isClosed = place < last && m_groups[place].code == applicationGroupCode;
+    if (lostReference && !hasReference && isClosed) return place;
+    writeGroup({}, m_groups[first], bytes);
+    bytes += inner;
+    if (isClosed) writeGroup({}, m_groups[place], bytes);
+    return isClosed ? place : place - 1;
+}
+
+void FormTransfer::writeHeader(const Record& record, std::string& bytes) {
+    bool isKept = true;
+    std::string_view variable;
+    for (std::size_t place = record.first; place < record.last; ++place) {
+        const RawGroup& group = m_groups[place];
+        if (group.code == variableCode) {
+            variable = withoutBlanks(group.value);
+            if (!variable.empty()) variable.remove_prefix(1);
+            isKept = isToR12() ? isVariableOfR12(variable)
+                               : m_target.version >= needed(firstFormOfVariable(variable));
+        }
+        if (!isKept) continue;
+        if (variable == "ACADVER" && group.code == 1)
+            appendGroup(1, nameOfVersion(m_target.version), m_target, bytes);
+        else if (variable == "DWGCODEPAGE" && group.code == 3 && !isUtf8(m_target.version))
+            appendText(3, nameOfCodePage(m_target.text.page()), m_target, bytes);
+        else
+            writeGroup(record, group, bytes);
+    }
+}
+
+void FormTransfer::writeGroup(const Record& record, const RawGroup& group, std::string& bytes) {
+    if (isGone(group)) return appendGroup(group.code, "0", m_target, bytes);
+    const AcDb::GroupKind kind = kindOfCode(group.code);
+    const bool isText = kind == AcDb::GroupKind::kText || group.code == 5;
+    const NameKind name = isToR12() && isText ? nameKindOf(record, group) : NameKind::kNone;
+    if (name != NameKind::kNone) {
+        const auto& names = m_names[static_cast<std::size_t>(name)];
+        const std::wstring old = m_source.text.decode(group.value);
+        const auto found = names.find(foldCase(old));
+        return appendText(group.code, found == names.end() ? old : found->second, m_target, bytes);
+    }
+    if (isText && m_encodesAnew)
+        return appendText(group.code, m_source.text.decode(group.value), m_target, bytes);
+    appendGroup(group.code, group.value, m_target, bytes);
+}
+
+} // namespace hostkit

@@ -1,0 +1,245 @@
+#include "r12entities.h"
+
+#include "hatchstrokes.h"
+
+#include "db2dpolyline.h"
+#include "db3dpolyline.h"
+#include "dbaccess.h"
+#include "dbellipse.h"
+#include "dbhatch.h"
+#include "dbline.h"
+#include "dbmtext.h"
+#include "dbpolyline.h"
+#include "dbray.h"
+#include "dbsolid.h"
+#include "dbspline.h"
+#include "dbtext.h"
+#include "dbtextstyletablerecord.h"
+#include "dbxline.h"
+#include "entitycoordinates.h"
+
+#include "gecurv3d.h"
+#include "geintrvl.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace hostkit {
+
+namespace {
+
+constexpr double shareOfDrawing = 1e-5;
+constexpr double shareOfCurve = 1e-3;
+constexpr std::size_t mostFigures = 20000; // of one hatch
+
+double diagonalOf(const AcDbExtents& extents) {
+    return extents.isEmpty() ? 0.0 : (extents.maxPoint() - extents.minPoint()).length();
+}
+
+std::unique_ptr<AcDbEntity> flatPolyline(const std::vector<AcGePoint2d>& points, double elevation,
+                                         const AcGeVector3d& normal, bool isClosed) {
+    auto polyline = std::make_unique<AcDb2dPolyline>();
+    (void)polyline->setElevation(elevation);
+    (void)polyline->setNormal(normal);
+    if (isClosed) (void)polyline->makeClosed();
+    for (const AcGePoint2d& point : points)
+        (void)polyline->appendVertex(new AcDb2dVertex(AcGePoint3d(point.x, point.y, elevation)));
+    return polyline;
+}
+
+std::unique_ptr<AcDbEntity> chordPolyline(const AcGePoint3dArray& points, bool isClosed) {
+    const int count = isClosed && points.length() > 2 ? points.length() - 1 : points.length();
+    bool isFlat = true;
+    for (int place = 1; place < count; ++place) isFlat = isFlat && points[place].z == points[0].z;
+    if (isFlat && count > 0) {
+        std::vector<AcGePoint2d> flat;
+        for (int place = 0; place < count; ++place) flat.emplace_back(points[place].x, points[place].y);
+        return flatPolyline(flat, points[0].z, AcGeVector3d::kZAxis, isClosed);
+    }
+    AcGePoint3dArray spatial(count);
+    for (int place = 0; place < count; ++place) spatial.append(points[place]);
+    return std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, spatial, isClosed);
+}
+
+// Of the line base + t direction within the box; false where there is none.
+bool clip(const AcDbExtents& box, const AcGePoint3d& base, const AcGeVector3d& direction, double& from,
+          double& to) {
+    for (int axis = 0; axis < 3; ++axis) {
+        const double low = box.minPoint()[static_cast<unsigned>(axis)];
+        const double high = box.maxPoint()[static_cast<unsigned>(axis)];
+        const double start = base[static_cast<unsigned>(axis)];
+        const double step = direction[static_cast<unsigned>(axis)];
+        if (step == 0.0) {
+            if (start < low || start > high) return false;
+            continue;
+        }
+        const double first = (low - start) / step;
+        const double second = (high - start) / step;
+        from = std::max(from, std::min(first, second));
+        to = std::min(to, std::max(first, second));
+    }
+    return from < to;
+}
+
+// With every coordinate a little room, so that a flat drawing has a box.
+AcDbExtents modelExtents(const AcDbDatabase& database) {
+    AcDbExtents all;
+    const auto* const space = DatabaseAccess::objectOf<AcDbBlockTableRecord>(database.modelSpaceId());
+    for (const AcDbObjectId id : space ? space->entities() : std::vector<AcDbObjectId>()) {
+        const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
+        if (!entity || entity->isErased() || entity->isKindOf(AcDbRay::desc()) ||
+            entity->isKindOf(AcDbXline::desc()))
+            continue;
+        AcDbExtents own;
+        if (entity->getGeomExtents(own) == Acad::eOk) all.addExt(own);
+    }
+    return all;
+}
+
+void handOnLook(const AcDbEntity& from, OlderEntities& to) {
+    for (const std::unique_ptr<AcDbEntity>& entity : to.entities) {
+        (void)entity->setPropertiesFrom(&from);
+        DatabaseAccess::setOwner(*entity, from.ownerId());
+    }
+    if (to.entities.empty() || !from.extendedData()) return;
+    GroupBlock data = *from.extendedData();
+    DatabaseAccess::setExtendedData(*to.entities.front(), std::move(data));
+}
+
+} // namespace
+
+R12Entities::R12Entities(const AcDbDatabase& database)
+    : m_extents(modelExtents(database)) {}
+
+bool R12Entities::isKept(const AcDbEntity& entity) {
+    return !entity.isKindOf(AcDbPolyline::desc()) && !entity.isKindOf(AcDbEllipse::desc()) &&
+           !entity.isKindOf(AcDbSpline::desc()) && !entity.isKindOf(AcDbMText::desc()) &&
+           !entity.isKindOf(AcDbRay::desc()) && !entity.isKindOf(AcDbXline::desc()) &&
+           !entity.isKindOf(AcDbHatch::desc());
+}
+
+double R12Entities::chordTolerance(const AcDbEntity& entity) const {
+    AcDbExtents own;
+    (void)entity.getGeomExtents(own);
+    const double ofCurve = diagonalOf(own) * shareOfCurve;
+    const double ofDrawing = diagonalOf(m_extents) * shareOfDrawing;
+    return ofDrawing > 0.0 ? std::min(ofCurve, ofDrawing) : ofCurve;
+}
+
+OlderEntities R12Entities::turn(const AcDbEntity& entity) const {
+    OlderEntities result;
+    if (const auto* const polyline = AcDbPolyline::cast(&entity))
+        result = turnPolyline(*polyline);
+    else if (const auto* const text = AcDbMText::cast(&entity))
+        result = turnText(*text);
+    else if (const auto* const hatch = AcDbHatch::cast(&entity))
+        result = turnHatch(*hatch);
+    else if (const auto* const ray = AcDbRay::cast(&entity))
+        result = turnUnbounded(ray->basePoint(), ray->unitDir(), true);
+    else if (const auto* const line = AcDbXline::cast(&entity))
+        result = turnUnbounded(line->basePoint(), line->unitDir(), false);
+    else if (const auto* const curve = AcDbCurve::cast(&entity))
+        result = turnCurve(*curve);
+    handOnLook(entity, result);
+    return result;
+}
+
+OlderEntities R12Entities::turnPolyline(const AcDbPolyline& polyline) const {
+    auto older = std::make_unique<AcDb2dPolyline>();
+    (void)older->setElevation(polyline.elevation());
+    (void)older->setThickness(polyline.thickness());
+    (void)older->setNormal(polyline.normal());
+    if (polyline.isClosed()) (void)older->makeClosed();
+    for (unsigned index = 0; index < polyline.numVerts(); ++index) {
+        AcGePoint2d point;
+        double bulge = 0.0;
+        double startWidth = 0.0;
+        double endWidth = 0.0;
+        (void)polyline.getPointAt(index, point);
+        (void)polyline.getBulgeAt(index, bulge);
+        (void)polyline.getWidthsAt(index, startWidth, endWidth);
+        (void)older->appendVertex(new AcDb2dVertex(AcGePoint3d(point.x, point.y, polyline.elevation()), bulge,
+                                                   startWidth, endWidth));
+    }
+    OlderEntities result{L"POLYLINE", {}};
+    result.entities.push_back(std::move(older));
+    return result;
+}
+
+OlderEntities R12Entities::turnCurve(const AcDbCurve& curve) const {
+    OlderEntities result{L"POLYLINE", {}};
+    AcGeCurve3d* made = nullptr;
+    if (curve.getAcGeCurve(made) != Acad::eOk) return result;
+    const std::unique_ptr<AcGeCurve3d> shape(made);
+    AcGeInterval interval;
+    AcGePoint3dArray points;
+    AcGeDoubleArray parameters;
+    shape->getInterval(interval);
+    shape->getSamplePoints(interval.lowerBound(), interval.upperBound(), chordTolerance(curve), points,
+                           parameters);
+    if (points.length() < 2) return result;
+    const bool isClosed = curve.isClosed() && points[0].isEqualTo(points[points.length() - 1]);
+    result.entities.push_back(chordPolyline(points, isClosed));
+    return result;
+}
+
+OlderEntities R12Entities::turnText(const AcDbMText& text) const {
+    OlderEntities result{L"TEXT", {}};
+    AcDbVoidPtrArray parts;
+    (void)text.explode(parts);
+    const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(text.textStyle());
+    const int column = (text.attachment() - AcDbMText::kTopLeft) % 3;
+    const AcGeVector3d along = text.direction();
+    for (int place = 0; place < parts.length(); ++place) {
+        std::unique_ptr<AcDbText> line(static_cast<AcDbText*>(parts[place]));
+        if (style && style->xScale() > 0.0) (void)line->setWidthFactor(style->xScale());
+        if (column != 0) {
+            const AcGePoint3d base = line->position();
+            (void)line->setHorizontalMode(column == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
+            (void)line->setAlignmentPoint(base + along * (text.location() - base).dotProduct(along));
+        }
+        result.entities.push_back(std::move(line));
+    }
+    return result;
+}
+
+OlderEntities R12Entities::turnUnbounded(const AcGePoint3d& base, const AcGeVector3d& direction,
+                                         bool isRay) const {
+    OlderEntities result{L"LINE", {}};
+    double from = isRay ? 0.0 : -HUGE_VAL;
+    double to = HUGE_VAL;
+    if (m_extents.isEmpty() || !clip(m_extents, base, direction, from, to)) return result;
+    result.entities.push_back(std::make_unique<AcDbLine>(base + direction * from, base + direction * to));
+    return result;
+}
+
+OlderEntities R12Entities::turnHatch(const AcDbHatch& hatch) const {
+    const HatchFigure figure(hatch, chordTolerance(hatch));
+    const AcGeVector3d normal = hatch.normal();
+    const auto inSpace = [&](const AcGePoint2d& point) {
+        return toWorld(normal, AcGePoint3d(point.x, point.y, hatch.elevation()));
+    };
+    OlderEntities result;
+    if (hatch.isSolidFill()) {
+        result.kind = L"SOLID";
+        for (const HatchFigure::Trapezoid& corner : figure.trapezoids(mostFigures)) {
+            auto solid = std::make_unique<AcDbSolid>(inSpace(corner[0]), inSpace(corner[1]),
+                                                     inSpace(corner[2]), inSpace(corner[3]));
+            (void)solid->setNormal(normal);
+            for (Adesk::UInt16 place = 0; place < 4; ++place)
+                (void)solid->setPointAt(place, inSpace(corner[place]));
+            result.entities.push_back(std::move(solid));
+        }
+    } else {
+        result.kind = L"LINE";
+        for (const HatchFigure::Stroke& stroke : figure.strokes(mostFigures))
+            result.entities.push_back(std::make_unique<AcDbLine>(inSpace(stroke.from), inSpace(stroke.to)));
+    }
+    if (!result.entities.empty()) return result;
+    result.kind = L"POLYLINE";
+    for (const HatchFigure::Polygon& loop : figure.loops())
+        result.entities.push_back(flatPolyline(loop, hatch.elevation(), normal, true));
+    return result;
+}
+
+} // namespace hostkit

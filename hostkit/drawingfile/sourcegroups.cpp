@@ -1,0 +1,133 @@
+#include "sourcegroups.h"
+
+#include "drawingreading.h"
+#include "r12viewport.h"
+
+#include "dbaccess.h"
+#include "dbopaque.h"
+#include "dbsource.h"
+
+#include <algorithm>
+
+namespace hostkit {
+
+namespace {
+
+constexpr int subclassMarkCode = 100;
+constexpr int embeddedObjectCode = 101;
+constexpr int applicationGroupCode = 102;
+constexpr int commentCode = 999;
+constexpr int firstExtendedCode = 1000;
+
+/// The subclasses behind AcDbEntity of kinds that R12 has and no class here reads; by the flags of group 70.
+struct MarkRow {
+    std::string_view kind;
+    std::int64_t flags; ///< one of these is set; 0: whatever stands there
+    std::string_view first;
+    std::string_view second;
+};
+constexpr MarkRow markRows[] = {
+    {"POLYLINE", 16, "AcDbPolygonMesh", ""},
+    {"POLYLINE", 64, "AcDbPolyFaceMesh", ""},
+    {"VERTEX", 64 + 128, "AcDbVertex", "AcDbPolyFaceMeshVertex"},
+    {"VERTEX", 64, "AcDbVertex", "AcDbPolygonMeshVertex"},
+    {"VERTEX", 128, "AcDbFaceRecord", ""},
+    {"SHAPE", 0, "AcDbShape", ""},
+    {"VIEWPORT", 0, "AcDbViewport", ""},
+};
+
+std::int64_t flagsOf(const DrawingRecord& record) {
+    const RecordGroup* const group = record.find(70);
+    return group ? integerFromText(group->value).value_or(0) : 0;
+}
+
+bool isOpaque(const AcDbObject& object) {
+    return object.isKindOf(AcDbOpaqueEntity::desc()) || object.isKindOf(AcDbOpaqueObject::desc());
+}
+
+} // namespace
+
+SourceGroups::SourceGroups(const AcDbDatabase& database, const DrawingStyle& target)
+    : m_database(database)
+    , m_target(target)
+    , m_reader(const_cast<AcDbDatabase*>(&database), target.text, target.version) {
+    m_reader.readWithoutDrawing();
+    if (const auto source = database.source())
+        m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)),
+                         versionOfFiler(source->version));
+}
+
+std::string SourceGroups::complete(std::string_view text) {
+    std::string result;
+    result.reserve(text.size() + text.size() / 8);
+    GroupScanner scanner(text);
+    DrawingRecord record;
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        (void)scanRecord(scanner, group, record);
+        const RecordGroup* const handle = record.find(handleCodeOf(record.name()));
+        const AcDbObject* const object = handle ? DatabaseAccess::object(DatabaseAccess::find(
+                                                      m_database, handleFromText(handle->value).value_or(0)))
+                                                : nullptr;
+        const char* const extended = record.extendedDataBegin < record.groups.size()
+                                         ? record.groups[record.extendedDataBegin].start
+                                         : record.end();
+        result.append(record.begin(), extended);
+        if (object && isWanted(*object)) appendGroups(*object, result);
+        result.append(extended, record.end());
+    }
+    return result;
+}
+
+bool SourceGroups::isWanted(const AcDbObject& object) const {
+    if (object.sourceSpan().isEmpty() || object.isKindOf(AcDbSymbolTable::desc())) return false;
+    return isOpaque(object) || hasSubclassMarkers(m_target.version) ||
+           object.isKindOf(AcDbSymbolTableRecord::desc());
+}
+
+void SourceGroups::markKnownGroups(const AcDbObject& object, std::string_view bytes) {
+    const SourceSpan span = object.sourceSpan();
+    GroupScanner scanner(bytes.substr(0, span.offset + span.length), span.offset);
+    RawGroup first;
+    (void)scanner.next(first);
+    (void)scanRecord(scanner, first, m_original);
+    readHead(m_original, m_head);
+    const std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
+    m_reader.begin(m_original);
+    if (blank) (void)blank->dxfInFields(&m_reader);
+    if (auto* const entity = AcDbEntity::cast(blank.get())) m_reader.readLooseLook(*entity);
+    m_reader.resetFilerStatus();
+}
+
+void SourceGroups::appendMarks(std::string& bytes) const {
+    const std::int64_t flags = flagsOf(m_original);
+    for (const MarkRow& row : markRows) {
+        if (row.kind != m_original.name() || (flags & row.flags) != row.flags) continue;
+        appendGroup(subclassMarkCode, row.first, m_target, bytes);
+        if (!row.second.empty()) appendGroup(subclassMarkCode, row.second, m_target, bytes);
+        return;
+    }
+}
+
+void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
+    const auto source = m_database.source();
+    markKnownGroups(object, source->bytes);
+    const bool hasMarks = hasSubclassMarkers(m_target.version);
+    if (isOpaque(object) && hasMarks && !m_original.hasMarks) appendMarks(bytes);
+    // The names of arrow blocks have codes that mean handles later.
+    const bool isOldStyle = hasMarks && m_original.name() == "DIMSTYLE";
+    bool isInGroup = false;
+    for (std::size_t place = 1; place < m_original.groups.size(); ++place) {
+        const RecordGroup& group = m_original.groups[place];
+        if (group.code >= firstExtendedCode || group.code == embeddedObjectCode) break;
+        if (group.code == applicationGroupCode) isInGroup = withoutBlanks(group.value).substr(0, 1) == "{";
+        if (isInGroup || group.isTaken() || group.code == applicationGroupCode || group.code == commentCode ||
+            group.code == subclassMarkCode || (isOldStyle && group.code >= 5 && group.code <= 7))
+            continue;
+        bytes += group.bytes();
+    }
+    if (!hasMarks && m_original.name() == "VIEWPORT")
+        appendViewOfR12(m_original, m_database, m_target, bytes);
+}
+
+} // namespace hostkit

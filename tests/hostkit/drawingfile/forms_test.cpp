@@ -1,0 +1,215 @@
+// Drawings saved in another form: what goes along, what is turned or left out, and that the rest stays sound.
+#include "drawingaudit.h"
+#include "drawingfiles.h"
+#include "drawinglisting.h"
+#include "formtransfer.h"
+#include "r12names.h"
+#include "recordcompare.h"
+
+#include "dbdatabase.h"
+
+#include <map>
+#include <set>
+
+using namespace hostkit;
+using namespace drawingtest;
+
+namespace {
+
+constexpr DrawingVersion forms[] = {DrawingVersion::kR12,  DrawingVersion::k2000, DrawingVersion::k2004,
+                                    DrawingVersion::k2007, DrawingVersion::k2010, DrawingVersion::k2013,
+                                    DrawingVersion::k2018};
+
+std::map<std::wstring, int> kindsOf(const AcDbDatabase& database) {
+    std::map<std::wstring, int> kinds;
+    for (const ListedEntity& entity : listDrawing(database).entities) ++kinds[entity.type];
+    return kinds;
+}
+
+std::multiset<std::wstring> faultsOf(const AcDbDatabase& database) {
+    std::multiset<std::wstring> faults;
+    for (const AuditFinding& finding : auditDrawing(database).findings)
+        if (finding.severity == AuditSeverity::kFault)
+            faults.insert(finding.type + L" " + auditCheckName(finding.check));
+    return faults;
+}
+
+std::string transferred(const std::string& text, DrawingVersion from, DrawingVersion to,
+                        FormChanges& changes) {
+    const auto style = [](DrawingVersion version) {
+        return DrawingStyle{DrawingText(isUtf8(version) ? CodePage::utf8 : CodePage::western1252), version,
+                            "\r\n"};
+    };
+    return FormTransfer(text, style(from), style(to), changes).run();
+}
+
+// A table of variables, a dictionary and objects, as a later form has them.
+std::string objectsDrawing() {
+    const std::string dictionary = groups({{0, "DICTIONARY"},
+                                           {5, "C"},
+                                           {330, "0"},
+                                           {100, "AcDbDictionary"},
+                                           {3, "KEEP"},
+                                           {350, "D"},
+                                           {3, "LOOK"},
+                                           {350, "E"}});
+    const std::string record = groups({{0, "XRECORD"},
+                                       {5, "D"},
+                                       {102, "{ACAD_REACTORS"},
+                                       {330, "E"},
+                                       {102, "}"},
+                                       {330, "C"},
+                                       {100, "AcDbXrecord"},
+                                       {420, "7"},
+                                       {340, "E"}});
+    const std::string look = groups({{0, "SUN"},
+                                     {5, "E"},
+                                     {102, "{ACAD_XDICTIONARY"},
+                                     {360, "F"},
+                                     {102, "}"},
+                                     {330, "C"},
+                                     {100, "AcDbSun"},
+                                     {2, "flat"}});
+    const std::string owned = groups({{0, "DICTIONARY"}, {5, "F"}, {330, "E"}, {100, "AcDbDictionary"}});
+    const std::string entity = groups({{0, "LINE"},
+                                       {5, "A"},
+                                       {102, "{ACAD_REACTORS"},
+                                       {330, "D"},
+                                       {330, "E"},
+                                       {102, "}"},
+                                       {330, "1F"},
+                                       {100, "AcDbEntity"},
+                                       {8, "Wand \xC3\xA4 \xE2\x82\xAC \xCE\xA9"},
+                                       {62, "1"},
+                                       {420, "255"},
+                                       {348, "E"},
+                                       {100, "AcDbLine"},
+                                       {10, "0.0"},
+                                       {20, "0.0"},
+                                       {11, "1.0"},
+                                       {21, "0.0"},
+                                       {777, "unknown"},
+                                       {1001, "APP"},
+                                       {1005, "E"}});
+    return section("HEADER", groups({{9, "$ACADVER"},
+                                     {1, "AC1032"},
+                                     {9, "$LTSCALE"},
+                                     {40, "1.0"},
+                                     {9, "$CMATERIAL"},
+                                     {347, "E"},
+                                     {9, "$REQUIREDVERSIONS"},
+                                     {160, "0"}})) +
+           section("ENTITIES", entity) + section("OBJECTS", dictionary + record + look + owned) +
+           group(0, "EOF");
+}
+
+} // namespace
+
+TEST(Forms, whatIsTooNewGoesWithAllThatSpokeOfIt) {
+    FormChanges changes;
+    const std::string text =
+        transferred(objectsDrawing(), DrawingVersion::k2018, DrawingVersion::k2004, changes);
+    const Records records = recordsOf(text);
+    const auto pairs = [&](const std::string& key) -> std::vector<Pair> {
+        for (const auto& [name, groups] : records)
+            if (name.find(key) != std::string::npos) return groups;
+        ADD_FAILURE() << key;
+        return {};
+    };
+    using Pairs = std::vector<Pair>;
+    EXPECT_EQ(pairs("LINE"), (Pairs{{0, "LINE"},
+                                    {5, "A"},
+                                    {102, "{ACAD_REACTORS"},
+                                    {330, "D"},
+                                    {102, "}"},
+                                    {330, "1F"},
+                                    {100, "AcDbEntity"},
+                                    {8, "Wand \xE4 \x80 \\U+03A9"},
+                                    {62, "1"},
+                                    {420, "255"},
+                                    {100, "AcDbLine"},
+                                    {10, "0.0"},
+                                    {20, "0.0"},
+                                    {11, "1.0"},
+                                    {21, "0.0"},
+                                    {777, "unknown"},
+                                    {1001, "APP"},
+                                    {1005, "0"}}));
+    EXPECT_EQ(
+        pairs("DICTIONARY"),
+        (Pairs{{0, "DICTIONARY"}, {5, "C"}, {330, "0"}, {100, "AcDbDictionary"}, {3, "KEEP"}, {350, "D"}}));
+    EXPECT_EQ(pairs("XRECORD"),
+              (Pairs{{0, "XRECORD"}, {5, "D"}, {330, "C"}, {100, "AcDbXrecord"}, {420, "7"}, {340, "0"}}))
+        << "what stands in a record of an application is its own";
+    for (const char* gone : {"SUN", "CMATERIAL", "REQUIREDVERSIONS"})
+        EXPECT_EQ(text.find(gone), std::string::npos) << gone;
+    EXPECT_NE(text.find("LTSCALE"), std::string::npos);
+    EXPECT_NE(text.find("AC1018"), std::string::npos);
+    ASSERT_EQ(changes.all().size(), 2u);
+    EXPECT_EQ(changes.all()[0].kind, L"SUN");
+    EXPECT_EQ(changes.all()[0].handles, std::vector<std::uint64_t>{0xE});
+    EXPECT_EQ(changes.all()[1].handles, std::vector<std::uint64_t>{0xF});
+}
+
+TEST(Forms, aKindThatAnOlderFileHoldsAllTheSameGoesToEveryLaterForm) {
+    FormChanges changes;
+    const std::string text =
+        transferred(objectsDrawing(), DrawingVersion::k2000, DrawingVersion::k2004, changes);
+    EXPECT_NE(text.find("SUN"), std::string::npos);
+    EXPECT_TRUE(changes.all().empty());
+}
+
+TEST(Forms, namesOfR12AreSoundAndUnique) {
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"Slab", L"Slab"},
+        {L"SLAB", L"SLAB_2"},
+        {L"*D12", L"*D12"},
+        {L"Dalle \u00E9paisse (20)", L"Dalle_epaisse__20_"},
+        {L"W\u00E4nde", L"Waende"},
+        {L"Stra\u00DFe", L"Strasse"},
+        {L"\u4E2D", L"_"},
+        {L"\u4E2E", L"__2"},
+        {L"0123456789012345678901234567890123", L"012345678901_678901234567890123"},
+        {L"0123456789012345678901234567890124", L"012345678901_678901234567890124"},
+        {L"012345678901XYZ678901234567890123", L"01234567890_78901234567890123_2"},
+    };
+    R12Names names;
+    for (const auto& [name, expected] : cases) EXPECT_EQ(names.take(name), expected);
+}
+
+class FormsOfOthers : public DrawingsOfOthers {};
+
+// By the drawing's own account: every entity is there, was turned, or was left out, and is told.
+TEST_F(FormsOfOthers, everyDrawingGoesIntoEveryForm) {
+    forEach([](const AcDbDatabase& database) {
+        const auto before = kindsOf(database);
+        const auto faults = faultsOf(database);
+        for (const DrawingVersion form : forms) {
+            SCOPED_TRACE(nameOfVersion(form));
+            WriteOptions options = quietWriting;
+            options.version = form;
+            WriteReport report;
+            const std::string bytes = saved(database, options, &report);
+            ReadReport reading;
+            const auto again = openDrawingFromMemory(bytes, L"again", &reading, quietReading);
+            ASSERT_TRUE(again) << std::string(reading.fatalMessage().begin(), reading.fatalMessage().end());
+            EXPECT_EQ(reading.version, form);
+            EXPECT_TRUE(saved(*again) == bytes);
+            for (const std::wstring& fault : faultsOf(*again))
+                EXPECT_TRUE(faults.contains(fault)) << std::string(fault.begin(), fault.end());
+            auto expected = before;
+            std::set<std::wstring> grown;
+            for (const FormChange& change : report.changes.all()) {
+                if (expected.contains(change.kind))
+                    expected[change.kind] -= static_cast<int>(change.handles.size());
+                if (!change.isLeftOut()) grown.insert(change.became);
+            }
+            const auto after = kindsOf(*again);
+            for (const auto& [kind, count] : expected) {
+                if (grown.contains(kind)) continue;
+                EXPECT_EQ(after.contains(kind) ? after.at(kind) : 0, count)
+                    << std::string(kind.begin(), kind.end());
+            }
+        }
+    });
+}
