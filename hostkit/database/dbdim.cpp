@@ -196,11 +196,8 @@ Acad::ErrorStatus AcDbDimension::subClose() {
     if (m_shownBlockId.isNull() || isErased()) return status;
     hostkit::ChangeLog::of(*this).changing(*this);
     const AcDbObjectId earlier = std::exchange(m_shownBlockId, AcDbObjectId());
-    m_blockId = hostkit::addMovedBlock(*database(), earlier, m_blockMotion);
-    if (m_blockId.isNull()) return status;
-    m_points[clonePointCode - firstPointCode] = AcGePoint3d();
-    if (!hostkit::DatabaseAccess::blockUsers(*database()).isUsedByOther(earlier, *this))
-        hostkit::eraseBlock(earlier);
+    m_blockId = hostkit::movedBlock(*this, earlier, m_blockMotion);
+    if (!m_blockId.isNull()) m_points[clonePointCode - firstPointCode] = AcGePoint3d();
     return status;
 }
 

@@ -11,12 +11,12 @@
 /// that of the points.
 ///
 /// Moved, turned or scaled, and not mirrored, the dimension takes what is seen of it along. transformBy names
-/// no block at first; when the dimension is closed it gets one of its own, "*D" and the next free number,
-/// with moved copies of what the earlier block holds, and point 12 (where other programs put that block) is
-/// then the origin. The earlier block is erased unless another dimension or reference, erased or not, shows
-/// it, or it is open. Several motions of one open make one block; cancel makes none. A copy of a moved
-/// dimension gets its block likewise when it enters the drawing that the earlier block is in, and none in
-/// another drawing. A matrix that moves nothing changes nothing.
+/// no block at first; when the dimension is closed, what the block holds is moved in its place. Where another
+/// dimension or a reference, erased or not, shows the block, or somebody has a part of it open, the dimension
+/// gets a block of its own instead, "*D" and the next free number, with moved copies. Point 12, where other
+/// programs put the block, is then the origin. Several motions of one open are one for the block, and cancel
+/// moves nothing. A copy of a moved dimension gets a block likewise when it enters the drawing that the
+/// earlier block is in, and none in another drawing. A matrix that moves nothing changes nothing.
 ///
 /// A mirror, a block that holds what cannot be moved (records of unknown kinds), and every setter that gives
 /// points, normal, angle, text or style another value leave the dimension without a block: other programs

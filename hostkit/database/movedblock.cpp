@@ -1,9 +1,11 @@
 #include "movedblock.h"
 
+#include "blockusers.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dbblocktable.h"
-#include "dbopen.h"
+#include "dbdim.h"
+#include "openparts.h"
 
 #include <memory>
 #include <vector>
@@ -25,23 +27,21 @@ bool copyMoved(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix, Co
     return true;
 }
 
-} // namespace
+bool moveInPlace(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix) {
+    OpenParts parts;
+    return parts.open(block.entities()) == Acad::eOk && parts.transformBy(matrix) == Acad::eOk;
+}
 
-AcDbObjectId addMovedBlock(AcDbDatabase& database, AcDbObjectId block, const AcGeMatrix3d& matrix) {
-    auto* table = DatabaseAccess::objectOf<AcDbBlockTable>(database.blockTableId());
-    const auto* earlier = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
-    Copies copies;
-    if (!table || !earlier || block.database() != &database || !copyMoved(*earlier, matrix, copies))
-        return {};
-    auto record = std::make_unique<AcDbBlockTableRecord>(*earlier);
-    DatabaseAccess::setRecordName(*record, table->freeName(L"*D"));
+AcDbObjectId addBlock(AcDbBlockTable& table, const AcDbBlockTableRecord& earlier, Copies&& contents) {
+    auto record = std::make_unique<AcDbBlockTableRecord>(earlier);
+    DatabaseAccess::setRecordName(*record, table.freeName(L"*D"));
     // Callers walk the table while they move dimensions: it need not be open for this, but it changes.
-    ChangeLog::of(*table).changing(*table);
-    DatabaseAccess::markChanged(*table);
-    const AcDbObjectId id = DatabaseAccess::addOpen(database, record.get(), table->objectId());
+    ChangeLog::of(table).changing(table);
+    DatabaseAccess::markChanged(table);
+    const AcDbObjectId id = DatabaseAccess::addOpen(*table.database(), record.get(), table.objectId());
     AcDbBlockTableRecord& added = *record.release();
-    DatabaseAccess::enterRecord(*table, added);
-    for (std::unique_ptr<AcDbEntity>& copy : copies) {
+    DatabaseAccess::enterRecord(table, added);
+    for (std::unique_ptr<AcDbEntity>& copy : contents) {
         AcDbEntity* const entity = copy.release();
         (void)added.appendAcDbEntity(entity);
         (void)entity->close();
@@ -50,11 +50,18 @@ AcDbObjectId addMovedBlock(AcDbDatabase& database, AcDbObjectId block, const AcG
     return id;
 }
 
-void eraseBlock(AcDbObjectId block) {
-    AcDbBlockTableRecord* record = nullptr;
-    if (acdbOpenObject(record, block, AcDb::kForWrite) != Acad::eOk) return;
-    (void)record->erase();
-    (void)record->close();
+} // namespace
+
+AcDbObjectId movedBlock(const AcDbDimension& dimension, AcDbObjectId earlier, const AcGeMatrix3d& matrix) {
+    AcDbDatabase& database = *dimension.database();
+    auto* table = DatabaseAccess::objectOf<AcDbBlockTable>(database.blockTableId());
+    const auto* block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(earlier);
+    // The copies also tell beforehand whether all of it can follow.
+    Copies copies;
+    if (!table || !block || earlier.database() != &database || !copyMoved(*block, matrix, copies)) return {};
+    const bool isOwn =
+        !earlier.isErased() && !DatabaseAccess::blockUsers(database).isUsedByOther(earlier, dimension);
+    return isOwn && moveInPlace(*block, matrix) ? earlier : addBlock(*table, *block, std::move(copies));
 }
 
 } // namespace hostkit

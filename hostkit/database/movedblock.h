@@ -4,17 +4,15 @@
 #include "dbid.h"
 #include "gemat3d.h"
 
-class AcDbDatabase;
+class AcDbDimension;
 
 namespace hostkit {
 
-/// Adds a dimension's block ("*D" and the next free number) with moved copies of what the other block holds,
-/// in its order, erased entities left out. Null, and nothing is added: the other one is no block of this
-/// drawing, or holds what cannot be copied or moved. The block table may be open elsewhere. Extension
-/// dictionaries and reactors of the contents stay with the originals, as with every copy.
-AcDbObjectId addMovedBlock(AcDbDatabase& database, AcDbObjectId block, const AcGeMatrix3d& matrix);
-
-/// Erases a block that nobody needs any more; one that is open stays.
-void eraseBlock(AcDbObjectId block);
+/// The block that shows a dimension after a motion: the earlier one with its contents moved, where nothing
+/// else shows it and nobody has a part of it open; else a new one ("*D" and the next free number) with moved
+/// copies in the same order, erased entities left out. Extension dictionaries and reactors of the contents
+/// stay with the originals, as with every copy. Null, and nothing changes: the earlier one is no block of the
+/// dimension's drawing, or holds what cannot be copied or moved. The block table may be open elsewhere.
+AcDbObjectId movedBlock(const AcDbDimension& dimension, AcDbObjectId earlier, const AcGeMatrix3d& matrix);
 
 } // namespace hostkit

@@ -3,10 +3,12 @@
 #include "drawingpicture.h"
 
 #include "actrans.h"
+#include "db3dpolyline.h"
 #include "dbaccess.h"
 #include "dblayout.h"
 #include "dbline.h"
 #include "dbopaque.h"
+#include "dbsequenceend.h"
 #include "erasedowners.h"
 #include "undohistory.h"
 
@@ -177,6 +179,18 @@ TEST(Erasures, LateAndMovedObjectsBelongToTheirOwners) {
     EXPECT_TRUE(one.isErased() && other.isErased());
     ASSERT_EQ(erase(one, false), Acad::eOk);
     EXPECT_FALSE(one.isErased() || other.isErased());
+}
+
+TEST(Erasures, TheEndOfASequenceGoesWithIt) {
+    AcDbDatabase drawing;
+    auto* polyline = new AcDb3dPolyline(AcDb::k3dSimplePoly, pointsOf({{0, 0, 0}, {1, 1, 1}}), false);
+    const AcDbObjectId id = appendToModelSpace(drawing, polyline);
+    const AcDbObjectId end = DatabaseAccess::add(drawing, new AcDbSequenceEnd, 0, id);
+    DatabaseAccess::parts(*polyline)->setSequenceEnd(end);
+    for (const bool erasing : {true, false}) {
+        ASSERT_EQ(erase(id, erasing), Acad::eOk);
+        EXPECT_EQ(end.isErased(), erasing);
+    }
 }
 
 TEST(Erasures, SheetsGoWithTheirBlocks) {
