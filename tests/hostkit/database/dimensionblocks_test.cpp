@@ -28,6 +28,9 @@ protected:
                                            0.0, false));
         append(m_block, everyentity::reference<AcDbBlockReference>(m_flag).release());
         m_dimension = addDimension();
+        // As if it had been read: what is taken back is unchanged again.
+        using Access = hostkit::DatabaseAccess;
+        Access::forEachObject(m_drawing, [](AcDbObject& each) { Access::markUnchanged(each); });
     }
     void TearDown() override { EXPECT_EQ(m_drawing.numOpenObjects(), 0); }
 
@@ -150,6 +153,22 @@ TEST_F(DimensionBlocks, CancelAndAbortMakeNone) {
     m_drawing.transactionManager()->endTransaction();
     expectMoved(blockOf(m_dimension), wanted, 1.0);
     EXPECT_EQ(AcDbSymbolTablePointer<AcDbBlockTable>(&m_drawing, AcDb::kForRead)->numRecords(), records);
+}
+
+TEST_F(DimensionBlocks, AMotionThatWasClosedInATransactionWaitsForTheNextClose) {
+    const AcGeMatrix3d matrix = AcGeMatrix3d::scaling(2.0);
+    const std::vector<AcGePoint3d> still = pointsIn(m_block), wanted = pointsIn(m_block, matrix);
+    auto* dimension = opened<AcDbDimension>(m_dimension);
+    ASSERT_EQ(dimension->transformBy(matrix), Acad::eOk);
+    m_drawing.transactionManager()->startTransaction();
+    ASSERT_EQ(dimension->close(), Acad::eOk);
+    expectMoved(m_block, wanted, 1.0);
+    m_drawing.transactionManager()->abortTransaction();
+    expectMoved(m_block, still, 1.0);
+    EXPECT_TRUE(blockOf(m_dimension).isNull());
+    change<AcDbDimension>(m_dimension, [](AcDbDimension& each) { each.recordGraphicsModified(); });
+    EXPECT_EQ(blockOf(m_dimension), m_block);
+    expectMoved(m_block, wanted, 1.0);
 }
 
 TEST_F(DimensionBlocks, WhatIsShownElsewhereStaysWhereItIs) {

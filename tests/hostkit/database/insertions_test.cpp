@@ -287,6 +287,9 @@ TEST_F(Insertions, ABlockCannotBePutIntoItself) {
     }
     EXPECT_EQ(enter(space, referenceTo(space)), Acad::eCyclicReference);
     EXPECT_EQ(enter(outer, referenceTo(inner)), Acad::eOk);
+    const AcDbObjectId once = addBlock(L"ONCE");
+    ASSERT_EQ(erase(append(once, new AcDbBlockReference({}, middle))), Acad::eOk);
+    EXPECT_EQ(enter(middle, referenceTo(once)), Acad::eOk) << "what is erased does not count";
     EXPECT_EQ(enter(addBlock(L"SHOWN"), dimensionOf(outer)), Acad::eOk);
     EXPECT_EQ(
         enter(outer, referenceTo(
