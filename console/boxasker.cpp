@@ -1,10 +1,9 @@
 #include "boxasker.h"
 
-#include "atomicfile.h"
 #include "boxtext.h"
 #include "consoleport.h"
-#include "systempath.h"
-#include "textencoding.h"
+#include "options.h"
+#include "outputfiles.h"
 
 namespace {
 
@@ -62,11 +61,11 @@ bool BoxAsker::takeStep(const hostkit::ShownWindow& window, hostkit::WindowActio
             action = step.action;
             return true;
         }
-        hostkit::AtomicFile file(hostkit::mapPath(step.picture));
-        file.write(hostkit::paintingAsSvg(window.painting));
-        if (!file.commit())
-            m_port.reportProblem(L"vexohost: " + step.picture + L": " +
-                                 hostkit::wideFromUtf8(file.errorText()));
+        const std::wstring problem =
+            m_port.outputs().write({step.picture}, hostkit::paintingAsSvg(window.painting), overwriteOption);
+        if (problem.empty()) continue;
+        m_port.reportProblem(L"vexohost: " + problem);
+        m_hasLostPicture = true;
     }
     return false;
 }

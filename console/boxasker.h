@@ -22,6 +22,8 @@ public:
     hostkit::WindowAction ask(const hostkit::ShownWindow& window);
     /// How many answers of the file no box has asked for.
     std::size_t unusedAnswers() const { return m_answers.size(); }
+    /// Whether a picture that an answer asked for was not written, which has been told.
+    bool hasLostPicture() const { return m_hasLostPicture; }
 
 private:
     bool takeStep(const hostkit::ShownWindow& window, hostkit::WindowAction& action);
@@ -34,4 +36,5 @@ private:
     std::deque<ScriptLine> m_answers;
     HWND m_window = nullptr; ///< whose steps are waiting
     std::deque<BoxStep> m_steps;
+    bool m_hasLostPicture = false;
 };

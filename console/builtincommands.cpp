@@ -17,6 +17,7 @@
 #include "drawinglisting.h"
 #include "host.h"
 #include "inventorycommands.h"
+#include "outputprompt.h"
 #include "plotcommand.h"
 #include "runtimeservices.h"
 #include "saveforms.h"
@@ -119,14 +120,14 @@ void list() {
 }
 
 // The words behind the file name of SAVEAS, in any order; false when one of them is unknown.
-bool readSaveWords(hostkit::WriteOptions& options, bool& mayOverwrite) {
+bool readSaveWords(hostkit::WriteOptions& options, bool& mayReplace) {
     for (;;) {
         CString word;
         acedInitGet(0, (L"OVERWRITE FIELDS " + formWords()).c_str());
         const int answer = acedGetKword(L"[OVERWRITE/FIELDS/TEXT/BINARY/R12 to 2018] <save now>: ", word);
         if (answer == RTNONE) return true;
         if (answer != RTNORM) return false;
-        if (word == L"OVERWRITE") mayOverwrite = true;
+        if (word == L"OVERWRITE") mayReplace = true;
         if (word == L"FIELDS") options.everythingFromFields = true;
         (void)applyFormWord(word.GetString(), options);
     }
@@ -134,45 +135,43 @@ bool readSaveWords(hostkit::WriteOptions& options, bool& mayOverwrite) {
 
 void saveAs() {
     AcApDocument* document = documentOrFail();
-    CString file;
-    if (!document || acedGetString(0, L"File: ", file) != RTNORM) return;
-    if (file.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
+    CString name;
+    if (!document || acedGetString(0, L"File: ", name) != RTNORM) return;
+    if (name.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
     hostkit::WriteOptions options;
     hostkit::FormChanges changes;
     options.changes = &changes;
-    bool mayOverwrite = false;
-    if (!readSaveWords(options, mayOverwrite))
+    hostkit::OutputFile file{name.GetString()};
+    if (!readSaveWords(options, file.mayReplace))
         return hostkit::failCommand(
             Acad::eInvalidInput,
             L"behind the file stand OVERWRITE, FIELDS, TEXT, BINARY or a form, R12 to 2018");
-    if (!mayOverwrite && isSameFile(file.GetString(), consoleState().drawing))
-        return hostkit::failCommand(
-            Acad::eFileAccessErr, std::wstring(file.GetString()) +
-                                      L" is the drawing that was opened; SAVEAS FILE OVERWRITE replaces it");
-    const Acad::ErrorStatus status =
-        hostkit::Host::current()->saveDocument(*document, file.GetString(), options);
+    if (!hostkit::acceptOutputFile(file, hostkit::OutputFiles::Kind::drawing)) return;
+    hostkit::HostPort& port = hostkit::Host::current()->port();
+    port.flush();
+    const Acad::ErrorStatus status = hostkit::Host::current()->saveDocument(*document, file.name, options);
     if (status != Acad::eOk)
-        return hostkit::failCommand(status,
-                                    std::wstring(file.GetString()) + L": the drawing could not be saved");
-    printFormChanges(changes);
+        return hostkit::failCommand(status, file.name + L": the drawing could not be saved");
+    port.outputs().noteWritten(file.name);
+    if (!hostkit::isStandardOutput(file.name)) printFormChanges(changes);
 }
 
 void help();
 
 constexpr Builtin builtins[] = {
     {L"HELP", help, L"", L"this list"},
-    {L"LIST", list, L"[TABLE | JSON [FILE]]", L"all entities of the drawing"},
-    {L"XDATA", xdataCommand, L"HANDLE [TABLE | JSON [FILE]]",
+    {L"LIST", list, L"[TABLE | JSON [FILE [OVERWRITE]]]", L"all entities of the drawing"},
+    {L"XDATA", xdataCommand, L"HANDLE [TABLE | JSON [FILE [OVERWRITE]]]",
      L"the extended data of an object, application by application"},
-    {L"DICT", dictCommand, L"[CONTENTS] [TABLE | JSON [FILE]]",
+    {L"DICT", dictCommand, L"[CONTENTS] [TABLE | JSON [FILE [OVERWRITE]]]",
      L"the tree of dictionaries; with CONTENTS what stands in their records"},
-    {L"AUDIT", auditCommand, L"[TABLE | JSON [FILE]]",
+    {L"AUDIT", auditCommand, L"[TABLE | JSON [FILE [OVERWRITE]]]",
      L"checks owners, handles, references, tables, dictionaries; fails where the drawing has faults"},
     {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
-    {L"PLOT", plotCommand, L"FILE.svg [WIDTH HEIGHT] [FILL LAYER]...",
+    {L"PLOT", plotCommand, L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [FILL LAYER]...",
      L"a picture of the drawing; the page in millimetres; closed curves of these layers filled"},
     {L"SAVEAS", saveAs, L"FILE [OVERWRITE] [FIELDS] [TEXT | BINARY] [R12 | 2000 ... 2018]",
-     L"saves the drawing; the opened file only with OVERWRITE"},
+     L"saves the drawing; a file that is there, the opened one too, only with OVERWRITE"},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      ACRX_CMD_NO_UNDO_MARKER},
     {L"SETVAR", setVariableCommand, L"[NAME [VALUE]]",

@@ -2,11 +2,10 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "atomicfile.h"
 #include "consoletext.h"
 #include "host.h"
 #include "jsontext.h"
-#include "systempath.h"
+#include "outputprompt.h"
 #include "textencoding.h"
 
 AcApDocument* documentOrFail() {
@@ -28,21 +27,13 @@ void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_
     hostkit::printToCommandLine(formatTable(rows, alignment));
 }
 
-bool writeTextFile(const std::wstring& file, const std::string& bytes) {
-    hostkit::AtomicFile target(hostkit::mapPath(file));
-    target.write(bytes);
-    if (target.commit()) return true;
-    hostkit::failCommand(Acad::eFileAccessErr, file + L": " + hostkit::wideFromUtf8(target.errorText()));
-    return false;
-}
-
 void offerText(const std::string& text) {
-    CString file;
-    if (acedGetString(0, L"File <command line>: ", file) != RTNORM) return;
-    if (file.IsEmpty())
+    hostkit::OutputFile file;
+    if (!hostkit::readOutputFile(L"File <command line>: ", file)) return;
+    if (file.name.empty())
         hostkit::printToCommandLine(hostkit::wideFromUtf8(text) + L"\n");
     else
-        writeTextFile(file.GetString(), text + "\n");
+        (void)hostkit::writeOutputFile(file, text + "\n"); // a failure is the command's
 }
 
 std::wstring handleText(AcDbHandle handle) {

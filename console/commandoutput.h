@@ -16,9 +16,8 @@ enum class ReportForm { table, json };
 std::optional<ReportForm> readReportForm();
 /// On the command line; see formatTable.
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);
-/// Writes the file in one step; false, and the running command has failed, when that cannot be done.
-bool writeTextFile(const std::wstring& file, const std::string& bytes);
-/// Asks for a file and writes the UTF-8 text to it, or to the command line where none is named.
+/// Asks for a file (readOutputFile) and writes the UTF-8 text to it, or to the command line where none is
+/// named.
 void offerText(const std::string& text);
 
 /// Hexadecimal; empty for the null handle.

@@ -14,6 +14,7 @@ public:
     ~ConsolePort() override;
 
     void print(std::wstring_view text) override;
+    void flush() override;
     /// Input::cancelled when Ctrl-C came; Input::end when the input is at its end or closed.
     hostkit::Input readLine(std::wstring_view prompt, std::wstring& line) override;
     void meterStart(std::wstring_view caption, int minimum, int maximum) override;
@@ -24,8 +25,6 @@ public:
     void reportProblem(std::wstring_view text) override;
     bool interruptRequested() const override;
 
-    /// Sends on what was printed and is still held.
-    void flush();
     /// Whether standard output has not taken all of it, as on a full disk.
     bool hasLostOutput() const { return m_hasLostOutput; }
     /// Text to standard error, as it stands.

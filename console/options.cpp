@@ -26,7 +26,8 @@ constexpr Description descriptions[] = {
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
     {"--form", Wants::form, L"FORM",
      L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY; may be given twice"},
-    {"--overwrite", Wants::nothing, L"", L"let --output replace the drawing that was opened"},
+    {"--overwrite", Wants::nothing, L"",
+     L"let outputs replace files, and --output the drawing that was opened"},
     {"--new", Wants::nothing, L"", L"begin with an empty drawing"},
     {"--registry", Wants::file, L"FILE",
      L"keep settings in this file (else in VEXO_REGISTRY, else the user's own)"},
@@ -92,7 +93,6 @@ std::wstring problemOf(const Options& options) {
     if (options.isNewDrawing && !options.drawing.empty())
         return L"--new begins an empty drawing; no drawing can be opened with it";
     if (!options.isNewDrawing && options.drawing.empty()) return L"no drawing is named";
-    if (options.mayOverwrite && !options.output) return L"--overwrite needs --output";
     if (!options.forms.empty() && !options.output) return L"--form needs --output";
     return {};
 }
@@ -175,8 +175,8 @@ std::wstring helpText() {
             L"  2    the command line is wrong\n"
             L"  3    the drawing cannot be read\n"
             L"  4    the library or a module cannot be loaded\n"
-            L"  5    a file (drawing, timeline, installation) or the output could not be written\n"
-            L"  6    the script, or the file of answers, cannot be read\n"
+            L"  5    a file or the output could not be written, or stands there already (--overwrite)\n"
+            L"  6    the script, the file of answers or the registry cannot be read\n"
             L"  130  stopped by Ctrl-C; nothing was saved by --output\n"
             L"\n"
             L"Commands: HELP lists them. Examples:\n"

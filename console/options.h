@@ -2,7 +2,11 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
+
+/// What a user does to have an output replace a file, for messages about files that options and answers name.
+inline constexpr std::wstring_view overwriteOption = L"--overwrite replaces it";
 
 /// What the command line asks for. Files are wide texts that mapPath turns back into the very bytes given.
 struct Options {
@@ -14,7 +18,7 @@ struct Options {
     std::optional<std::wstring> answers;
     std::optional<std::wstring> output;
     std::vector<std::wstring> forms; ///< words that saveforms.h knows
-    bool mayOverwrite = false;
+    bool mayOverwrite = false; ///< files that stood there before the run, and by --output the drawing itself
     std::optional<std::wstring> registry;
     std::optional<std::wstring> library;
     std::optional<std::wstring> trace;

@@ -7,6 +7,7 @@
 #include "dblayertable.h"
 #include "dbobjptr.h"
 #include "host.h"
+#include "outputprompt.h"
 #include "plotdrawing.h"
 #include "svgpicture.h"
 #include "systempath.h"
@@ -20,7 +21,7 @@ constexpr double smallestPage = 20.0;
 constexpr double largestPage = 5000.0;
 
 struct Request {
-    CString file;
+    hostkit::OutputFile file;
     double width = sheetWidth;
     double height = sheetHeight;
     bool isExactSize = false;
@@ -45,6 +46,13 @@ bool readFilledLayer(AcDbDatabase& database, Request& request) {
     return true;
 }
 
+bool readWord(AcDbDatabase& database, Request& request) {
+    CString word;
+    acedGetInput(word);
+    if (word != L"OVERWRITE") return readFilledLayer(database, request);
+    return request.file.mayReplace = true;
+}
+
 bool isPageMeasure(double measure) { return measure >= smallestPage && measure <= largestPage; }
 
 // The width and, behind it, the height.
@@ -59,19 +67,20 @@ bool readSize(double width, Request& request) {
 }
 
 bool readRequest(AcDbDatabase& database, Request& request) {
-    if (acedGetString(0, L"Picture file: ", request.file) != RTNORM) return false;
-    if (request.file.IsEmpty()) return refuse(Acad::eInvalidInput, L"a file for the picture is needed");
+    CString name;
+    if (acedGetString(0, L"Picture file: ", name) != RTNORM) return false;
+    if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"a file for the picture is needed");
+    request.file.name = name.GetString();
     for (;;) {
         double width = 0.0;
-        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill");
-        const int answer = acedGetReal(L"Width of the page in millimetres, or Fill <fitted>: ", &width);
-        if (answer == RTNONE) return true;
+        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill OVERWRITE");
+        const int answer =
+            acedGetReal(L"Width of the page in millimetres, or Fill or OVERWRITE <fitted>: ", &width);
+        if (answer == RTNONE) return hostkit::acceptOutputFile(request.file);
         if (answer != RTNORM && answer != RTKWORD)
-            return refuse(
-                Acad::eOutOfRange,
-                L"the page is 20 to 5000 millimetres wide and high; FILL and a layer fill its curves");
-        if (!(answer == RTKWORD ? readFilledLayer(database, request) : readSize(width, request)))
-            return false;
+            return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "
+                                             L"layer fill its curves, OVERWRITE replaces the file");
+        if (!(answer == RTKWORD ? readWord(database, request) : readSize(width, request))) return false;
     }
 }
 
@@ -99,7 +108,8 @@ void plotCommand() {
     const PlotReport report = plotDrawing(*document->database(), picture, request.filledLayers);
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
-    if (!writeTextFile(request.file.GetString(), picture.finish())) return;
-    acutPrintf(L"Picture %s: %d entities\n", request.file.GetString(), static_cast<int>(report.drawn));
+    if (!hostkit::writeOutputFile(request.file, picture.finish())) return;
+    if (hostkit::isStandardOutput(request.file.name)) return;
+    acutPrintf(L"Picture %s: %d entities\n", request.file.name.c_str(), static_cast<int>(report.drawn));
     tellWhatIsMissing(report);
 }

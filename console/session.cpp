@@ -1,5 +1,6 @@
 #include "session.h"
 
+#include "atomicfile.h"
 #include "builtincommands.h"
 #include "consoleport.h"
 #include "consolestate.h"
@@ -9,6 +10,8 @@
 #include "installation.h"
 #include "interrupt.h"
 #include "librarylocation.h"
+#include "outputfiles.h"
+#include "registrytext.h"
 #include "saveforms.h"
 #include "script.h"
 #include "systempath.h"
@@ -17,7 +20,6 @@
 
 #include <functional>
 #include <optional>
-#include <sys/stat.h>
 
 namespace {
 
@@ -38,8 +40,12 @@ public:
     int run();
 
 private:
-    void openRegistry();
+    int openRegistry();
     int readAnswers();
+    void protectInputs();
+    int claimOutputs();
+    int runTraced();
+    int finishTrace(hostkit::TraceFile& trace, int code);
     int runInHost(hostkit::Host& host);
     int install();
     int loadModule(hostkit::Host& host, const std::wstring& file);
@@ -56,6 +62,8 @@ private:
     const Options& m_options;
     ConsolePort m_port;
     ConsoleState m_state;
+    hostkit::OutputFiles::Protection m_outputClaim = 0;
+    hostkit::OutputFiles::Protection m_traceClaim = 0;
 };
 
 int Session::fail(int code, const std::wstring& problem) {
@@ -67,13 +75,67 @@ void Session::tell(const std::wstring& text) {
     if (!m_options.isQuiet) m_port.print(text);
 }
 
-void Session::openRegistry() {
+// Before anything is opened: what the run reads is not written over, by no command and no option.
+void Session::protectInputs() {
+    using Role = hostkit::OutputFiles::Role;
+    hostkit::OutputFiles& outputs = m_port.outputs();
+    outputs.replaceExisting(m_options.mayOverwrite);
+    outputs.protect(L"/dev/stdin", Role::input, L"the standard input of this run");
+    outputs.protect(L"/dev/stdout", Role::output, L"where standard output goes");
+    outputs.protect(L"/dev/stderr", Role::output, L"where standard error goes");
+    outputs.protect(m_options.library.value_or(libraryLocation()), Role::input, L"the library of this run");
+    for (const std::wstring& module : m_options.modules)
+        outputs.protect(module, Role::input, L"a module of this run");
+    if (m_options.script) outputs.protect(*m_options.script, Role::input, L"the script of this run");
+    if (m_options.answers)
+        outputs.protect(*m_options.answers, Role::input, L"the file of answers of this run");
+    if (!m_options.drawing.empty())
+        outputs.protect(m_options.drawing, Role::drawing, L"the drawing that was opened");
+}
+
+// The registry is written at once where the library leaves settings in it; a file that is none is left alone.
+int Session::openRegistry() {
     const auto problems = [this](const std::wstring& text) { m_port.reportProblem(text); };
     std::wstring file = m_options.registry.value_or(L"");
     if (file.empty()) m_port.getEnvironment(L"VEXO_REGISTRY", file);
-    m_port.setRegistry(file.empty()
-                           ? hostkit::openUserRegistry(problems)
-                           : std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
+    const bool isNamed = !file.empty();
+    if (isNamed) {
+        const std::wstring refusal = m_port.outputs().refusal({file, true});
+        if (!refusal.empty()) return fail(exitcode::scriptUnreadable, refusal);
+        std::string content;
+        if (hostkit::readWholeFile(hostkit::mapPath(file), content) && !hostkit::isRegistryText(content))
+            return fail(exitcode::scriptUnreadable,
+                        file + L": this is no registry, none of its lines is one of a registry; it stays as "
+                               L"it is, name another file");
+        m_port.setRegistry(std::make_unique<hostkit::FileRegistryStore>(hostkit::mapPath(file), problems));
+    } else {
+        m_port.setRegistry(hostkit::openUserRegistry(problems));
+        file = hostkit::pathFromSystem(hostkit::FileRegistryStore::defaultPath().value_or(""));
+    }
+    if (!file.empty())
+        m_port.outputs().protect(file, hostkit::OutputFiles::Role::input, L"the registry of this run");
+    return exitcode::ok;
+}
+
+// What the options name is looked at before the work, so that none is done in vain.
+int Session::claimOutputs() {
+    using hostkit::OutputFiles;
+    OutputFiles& outputs = m_port.outputs();
+    if (m_options.trace) {
+        const std::wstring refusal =
+            outputs.refusal({*m_options.trace}, OutputFiles::Kind::file, overwriteOption);
+        if (!refusal.empty()) return fail(exitcode::notWritten, refusal);
+        m_traceClaim =
+            outputs.protect(*m_options.trace, OutputFiles::Role::output, L"the timeline of this run");
+    }
+    if (m_options.output) {
+        const std::wstring refusal = outputs.refusal({*m_options.output, m_options.mayOverwrite},
+                                                     OutputFiles::Kind::drawing, overwriteOption);
+        if (!refusal.empty()) return fail(exitcode::notWritten, refusal);
+        m_outputClaim =
+            outputs.protect(*m_options.output, OutputFiles::Role::output, L"the file that --output saves to");
+    }
+    return exitcode::ok;
 }
 
 // The form is a script's: comments, empty lines, one answer a line.
@@ -87,8 +149,14 @@ int Session::readAnswers() {
 }
 
 int Session::run() {
-    openRegistry();
+    protectInputs();
+    if (const int code = openRegistry()) return code;
     if (const int code = readAnswers()) return code;
+    if (const int code = claimOutputs()) return code;
+    return runTraced();
+}
+
+int Session::runTraced() {
     std::optional<hostkit::TraceFile> trace;
     if (m_options.trace) {
         trace.emplace(hostkit::mapPath(*m_options.trace));
@@ -104,10 +172,23 @@ int Session::run() {
     if (const std::size_t unused = m_port.boxes().unusedAnswers())
         m_port.reportProblem(L"vexohost: " + *m_options.answers + L": no box asked for the last " +
                              std::to_wstring(unused) + L" of the answers");
+    if (m_port.boxes().hasLostPicture() && code == exitcode::ok) code = exitcode::notWritten;
     m_port.flush();
     if (m_port.hasLostOutput() && code == exitcode::ok)
         code = fail(exitcode::notWritten, L"what was printed could not be written to standard output");
-    if (trace && !trace->close())
+    return trace ? finishTrace(*trace, code) : code;
+}
+
+// A file that the run has read since the beginning, such as a menu, is not replaced either.
+int Session::finishTrace(hostkit::TraceFile& trace, int code) {
+    m_port.outputs().release(m_traceClaim);
+    const std::wstring refusal =
+        m_port.outputs().refusal({*m_options.trace}, hostkit::OutputFiles::Kind::file, overwriteOption);
+    if (!refusal.empty()) {
+        trace.discard();
+        return fail(exitcode::notWritten, refusal);
+    }
+    if (!trace.close())
         return fail(exitcode::notWritten, *m_options.trace + L": the timeline could not be written");
     return code;
 }
@@ -160,7 +241,6 @@ int Session::openDrawing(hostkit::Host& host) {
     if (status != Acad::eOk)
         return fail(exitcode::drawingUnreadable,
                     m_options.drawing + L": the drawing cannot be read (" + statusName(status) + L")");
-    m_state.drawing = m_options.drawing;
     return exitcode::ok;
 }
 
@@ -227,9 +307,11 @@ bool Session::runLine(hostkit::Host& host, const std::wstring& where, const std:
 int Session::save(hostkit::Host& host) {
     AcApDocument* document = host.documents().curDocument();
     if (!document) return fail(exitcode::notWritten, *m_options.output + L": no drawing is open");
-    if (!m_options.mayOverwrite && isSameFile(*m_options.output, m_state.drawing))
-        return fail(exitcode::notWritten,
-                    *m_options.output + L": this is the drawing that was opened; --overwrite replaces it");
+    m_port.outputs().release(m_outputClaim);
+    const std::wstring refusal = m_port.outputs().refusal(
+        {*m_options.output, m_options.mayOverwrite}, hostkit::OutputFiles::Kind::drawing, overwriteOption);
+    if (!refusal.empty()) return fail(exitcode::notWritten, refusal);
+    m_port.flush();
     hostkit::WriteOptions writing;
     hostkit::FormChanges changes;
     writing.changes = &changes;
@@ -238,6 +320,7 @@ int Session::save(hostkit::Host& host) {
     if (status != Acad::eOk)
         return fail(exitcode::notWritten,
                     *m_options.output + L": the drawing could not be saved (" + statusName(status) + L")");
+    if (hostkit::isStandardOutput(*m_options.output)) return exitcode::ok;
     if (!m_options.isQuiet) printFormChanges(changes);
     tell(L"Saved " + *m_options.output + L"\n");
     return exitcode::ok;
@@ -246,14 +329,6 @@ int Session::save(hostkit::Host& host) {
 } // namespace
 
 ConsoleState& consoleState() { return *g_state; }
-
-bool isSameFile(const std::wstring& first, const std::wstring& second) {
-    struct stat one {};
-    struct stat other {};
-    return stat(hostkit::mapPath(first).c_str(), &one) == 0 &&
-           stat(hostkit::mapPath(second).c_str(), &other) == 0 && one.st_dev == other.st_dev &&
-           one.st_ino == other.st_ino;
-}
 
 int runSession(const Options& options) {
     Session session(options);

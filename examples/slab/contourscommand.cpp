@@ -7,6 +7,7 @@
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
 #include "host.h"
+#include "outputprompt.h"
 #include "reporttext.h"
 #include "tableoutput.h"
 
@@ -39,7 +40,7 @@ void contoursCommand() {
     if (answer == RTREJ) return hostkit::failCommand(Acad::eInvalidInput, L"the form is TEXT, CSV or JSON");
     if (answer != RTNORM && answer != RTNONE) return;
     output.form = tableForm(form);
-    if (acedGetString(1, L"File <command line>: ", output.file) != RTNORM) return;
+    if (!hostkit::readOutputFile(L"File <command line>: ", output.file)) return;
 
     const ContourReport report = reportOf(*document->database());
     const std::wstring table = output.form == TableOutput::Form::csv    ? reportAsCsv(report)

@@ -8,6 +8,7 @@
 #include "dblayertable.h"
 #include "dbobjptr.h"
 #include "host.h"
+#include "outputprompt.h"
 #include "reporttext.h"
 #include "stripdrawing.h"
 #include "stripfiling.h"
@@ -133,7 +134,7 @@ bool readRequest(const AcDbDatabase& database, Request& request) {
             continue;
         }
         if (answer == RTNORM) request.output.form = tableForm(option);
-        if (acedGetString(1, L"File <command line>: ", request.output.file) != RTNORM) return false;
+        if (!hostkit::readOutputFile(L"File <command line>: ", request.output.file)) return false;
         request.look.angle = std::atan2(request.frame.direction.y, request.frame.direction.x);
         return isSound(request);
     }
@@ -231,7 +232,7 @@ void giveTable(const StripRun& run, const TableOutput& output) {
                                                                         : stripsAsText(run);
     const std::wstring content =
         std::to_wstring(stripCount(run)) + L" strips of " + std::to_wstring(run.slabs.size()) + L" slabs";
-    if (!giveOut(output, table, content) || output.file.IsEmpty()) return;
+    if (!giveOut(output, table, content) || output.file.name.empty()) return;
     acutPrintf(L"%s", checksAsText(run).c_str());
 }
 

@@ -1,9 +1,7 @@
 #include "tableoutput.h"
 
 #include "aced.h"
-#include "atomicfile.h"
-#include "host.h"
-#include "systempath.h"
+#include "outputprompt.h"
 #include "textencoding.h"
 
 TableOutput::Form tableForm(const CString& keyword) {
@@ -12,18 +10,12 @@ TableOutput::Form tableForm(const CString& keyword) {
 }
 
 bool giveOut(const TableOutput& output, const std::wstring& table, const std::wstring& content) {
-    if (output.file.IsEmpty()) {
+    if (output.file.name.empty()) {
         acutPrintf(L"%s", table.c_str());
         return true;
     }
-    hostkit::AtomicFile target(hostkit::mapPath(output.file.view()));
-    target.write(hostkit::utf8FromWide(table));
-    if (!target.commit()) {
-        CString reason;
-        reason.Format(L"%s: %s", output.file, hostkit::wideFromUtf8(target.errorText()).c_str());
-        hostkit::failCommand(Acad::eFileAccessErr, reason.view());
-        return false;
-    }
-    acutPrintf(L"%s: %s\n", output.file, content.c_str());
+    if (!hostkit::writeOutputFile(output.file, hostkit::utf8FromWide(table))) return false;
+    if (!hostkit::isStandardOutput(output.file.name))
+        acutPrintf(L"%s: %s\n", output.file.name.c_str(), content.c_str());
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cstring.h"
+#include "outputfiles.h"
 
 #include <string>
 
@@ -8,7 +9,7 @@
 struct TableOutput {
     enum class Form { text, csv, json };
     Form form = Form::text;
-    CString file;
+    hostkit::OutputFile file;
 };
 
 /// The form that the keyword "Text", "CSV" or "Json" names.

@@ -3,10 +3,9 @@
 namespace hostkit {
 
 AcDbHandleValue DatabaseContents::freeHandle() {
-    if (nextHandle != 0) return nextHandle;
-    AcDbHandleValue candidate = 1;
-    while (handles.find(candidate)) ++candidate;
-    return candidate;
+    if (nextHandle <= highestCounted) return nextHandle;
+    while (handles.find(m_lowestFree)) ++m_lowestFree;
+    return m_lowestFree;
 }
 
 AcDbStub* DatabaseContents::makeStub(AcDbHandleValue handle) {
@@ -14,7 +13,7 @@ AcDbStub* DatabaseContents::makeStub(AcDbHandleValue handle) {
     AcDbStub* stub = stubs.make();
     stub->handle = handle;
     handles.insert(stub);
-    if (nextHandle != 0 && handle >= nextHandle) nextHandle = handle + 1;
+    if (handle >= nextHandle && handle <= highestCounted) nextHandle = handle + 1;
     return stub;
 }
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "actrans.h"
+#include "blockusers.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "handletable.h"
 #include "headervariables.h"
+#include "ownedobjects.h"
 #include "stubpool.h"
 
 #include <array>
@@ -23,8 +25,10 @@ struct DatabaseContents {
 
     StubPool stubs;
     HandleTable handles;
-    /// Above every handle in use; 0 once the largest was given, and then free ones are looked for from 1 on.
-    Adesk::UInt64 nextHandle = 1;
+    /// Handles above it do not count: a drawing file that names one would leave no room for new objects.
+    static constexpr AcDbHandleValue highestCounted = 0xFFFFFFFEFFFFFFFF;
+    /// Above every handle in use that counts, so at most one more than the highest of them.
+    AcDbHandleValue nextHandle = 1;
     std::array<AcDbObjectId, tableCount> tables;
     AcDbObjectId namedObjectsDictionary;
     ChangeLog changes;
@@ -32,12 +36,17 @@ struct DatabaseContents {
     HeaderVariables header;
     std::shared_ptr<const DrawingSource> source;
     std::wstring fileName;
+    OwnedObjects ownedObjects;
+    BlockUsers blockUsers;
 
     /// A stub for a handle that has none; 0 for the next free one.
     AcDbStub* makeStub(AcDbHandleValue handle);
 
 private:
     AcDbHandleValue freeHandle();
+
+    /// No handle below is free. Handles are never given back.
+    AcDbHandleValue m_lowestFree = 1;
 };
 
 } // namespace hostkit

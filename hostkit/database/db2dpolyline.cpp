@@ -2,6 +2,7 @@
 
 #include "dbopen.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 #include "writablevertices.h"
 
 #include <algorithm>
@@ -185,17 +186,22 @@ Acad::ErrorStatus AcDb2dPolyline::reverseCurve() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     hostkit::VertexBuffer buffer;
     (void)shape(buffer);
     const bool hasArcs =
         std::any_of(buffer.bulges.begin(), buffer.bulges.end(), [](double bulge) { return bulge != 0.0; });
     hostkit::PlaneMove move;
     Acad::ErrorStatus status = hostkit::movePlane(m_normal, m_elevation, matrix, hasArcs, move);
-    if (status == Acad::eOk) status = assertWriteEnabled();
+    if (status == Acad::eOk && !isWriteEnabled()) status = Acad::eNotOpenForWrite;
     if (status != Acad::eOk) return status;
     const hostkit::WritableVertices<AcDb2dVertex> vertices(m_vertices);
     if (vertices.status() != Acad::eOk) return vertices.status();
+    const hostkit::FlatMotion motion(matrix, m_normal);
+    hostkit::ExtendedDataMotion data(matrix);
+    status = vertices.addTo(data);
+    if (status == Acad::eOk) status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
     for (AcDb2dVertex* vertex : vertices.all()) {
         const AcGePoint3d place = vertex->position();
         const AcGePoint3d moved = move.map * AcGePoint3d(place.x, place.y, m_elevation);
@@ -203,7 +209,9 @@ Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& matrix) {
         if (move.isMirror) (void)vertex->setBulge(-vertex->bulge());
         (void)vertex->setStartWidth(vertex->startWidth() * move.scale);
         (void)vertex->setEndWidth(vertex->endWidth() * move.scale);
+        if (vertex->isTangentUsed()) (void)vertex->setTangent(motion.angle(vertex->tangent()));
     }
+    data.apply();
     m_startWidth *= move.scale;
     m_endWidth *= move.scale;
     m_thickness *= move.heightScale;

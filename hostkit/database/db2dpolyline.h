@@ -51,7 +51,6 @@ public:
     Adesk::Boolean isClosed() const override;
     Acad::ErrorStatus reverseCurve() override;
     hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDb2dPolyline(*this); }
@@ -61,6 +60,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     AcDbCurve* piece(double from, double to) const override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 

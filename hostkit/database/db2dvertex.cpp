@@ -56,7 +56,7 @@ Acad::ErrorStatus AcDb2dVertex::getGeomExtents(AcDbExtents& extents) const {
     return extents.set(m_position, m_position) == Acad::eOk ? Acad::eOk : Acad::eInvalidExtents;
 }
 
-Acad::ErrorStatus AcDb2dVertex::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDb2dVertex::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;

@@ -28,7 +28,6 @@ public:
     Acad::ErrorStatus setTangent(double tangent);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDb2dVertex(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -37,6 +36,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     friend class AcDb2dPolyline;
     Adesk::Int16 m_dxfFlags = 0; ///< group 70

@@ -124,14 +124,18 @@ Acad::ErrorStatus AcDb3dPolyline::reverseCurve() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDb3dPolyline::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDb3dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status != Acad::eOk) return status;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     const hostkit::WritableVertices<AcDb3dPolylineVertex> vertices(m_vertices);
     if (vertices.status() != Acad::eOk) return vertices.status();
+    hostkit::ExtendedDataMotion data(matrix);
+    Acad::ErrorStatus status = vertices.addTo(data);
+    if (status == Acad::eOk) status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
     for (AcDb3dPolylineVertex* vertex : vertices.all())
         (void)vertex->setPosition(matrix * vertex->position());
+    data.apply();
     return Acad::eOk;
 }
 

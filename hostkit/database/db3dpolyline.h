@@ -40,7 +40,6 @@ public:
     Adesk::Boolean isClosed() const override;
     Acad::ErrorStatus reverseCurve() override;
     hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDb3dPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -48,6 +47,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     AcDbCurve* piece(double from, double to) const override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 

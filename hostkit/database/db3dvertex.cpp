@@ -17,7 +17,7 @@ Acad::ErrorStatus AcDb3dPolylineVertex::getGeomExtents(AcDbExtents& extents) con
     return extents.set(m_position, m_position) == Acad::eOk ? Acad::eOk : Acad::eInvalidExtents;
 }
 
-Acad::ErrorStatus AcDb3dPolylineVertex::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDb3dPolylineVertex::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status == Acad::eOk) m_position.transformBy(matrix);

@@ -18,7 +18,6 @@ public:
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDb3dPolylineVertex(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -26,6 +25,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     friend class AcDb3dPolyline;
     Adesk::Int16 m_dxfFlags = 32; ///< group 70

@@ -43,7 +43,7 @@ const AcDbAbstractViewTableRecord::Codes& AcDbViewportTableRecord::codes() const
 }
 
 Acad::ErrorStatus AcDbAbstractViewTableRecord::setGroups(hostkit::GroupBlock groups) {
-    return hostkit::assignField(*this, m_groups, std::move(groups));
+    return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));
 }
 
 bool AcDbAbstractViewTableRecord::find(short code, AcDbDxfGroup& group) const {

@@ -55,6 +55,7 @@ public:
 
     /// All groups beyond the name and the flags, in order. Those without a member here are kept as they are.
     const hostkit::GroupBlock& groups() const { return m_groups; }
+    /// eInvalidInput for reals and coordinates that are infinite or no numbers.
     Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
 
 protected:

@@ -15,10 +15,15 @@ AcDbObjectId DatabaseAccess::add(AcDbDatabase& database, AcDbObject* object, AcD
     DatabaseContents& contents = *database.m_contents;
     AcDbStub* stub = handle ? contents.handles.find(handle) : nullptr;
     if (stub && stub->object) return {};
+    const bool wasPromised = stub != nullptr;
     if (!stub) stub = contents.makeStub(handle);
     stub->object = object;
     object->m_id = AcDbObjectId(stub);
     object->m_ownerId = owner;
+    if (wasPromised) {
+        contents.ownedObjects.scan().cameLate(*stub);
+        contents.blockUsers.scan().cameLate(*stub);
+    }
     return object->m_id;
 }
 
@@ -35,6 +40,12 @@ AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object,
 }
 
 ChangeLog& DatabaseAccess::changes(AcDbDatabase& database) { return database.m_contents->changes; }
+
+OwnedObjects& DatabaseAccess::ownedObjects(AcDbDatabase& database) {
+    return database.m_contents->ownedObjects;
+}
+
+BlockUsers& DatabaseAccess::blockUsers(AcDbDatabase& database) { return database.m_contents->blockUsers; }
 
 AcDbObjectId DatabaseAccess::reserve(AcDbDatabase& database, AcDbHandleValue handle) {
     if (handle == 0) return {};

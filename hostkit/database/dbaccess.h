@@ -13,6 +13,9 @@
 
 namespace hostkit {
 
+class BlockUsers;
+class OwnedObjects;
+
 enum class TableKind : unsigned char {
     kBlock,
     kLayer,
@@ -56,6 +59,8 @@ public:
     static AcDbStub* stubAt(const AcDbDatabase& database, std::size_t index);
 
     static ChangeLog& changes(AcDbDatabase& database);
+    static OwnedObjects& ownedObjects(AcDbDatabase& database);
+    static BlockUsers& blockUsers(AcDbDatabase& database);
 
     static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.m_ownerId = owner; }
     static void setSource(AcDbObject& object, SourceSpan span) { object.m_source = PackedSource(span); }

@@ -38,7 +38,6 @@ public:
     Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbArc(*this); }
@@ -48,6 +47,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     bool geometry(hostkit::CurveGeometry& geometry) const override;
     AcDbCurve* piece(double from, double to) const override;
 

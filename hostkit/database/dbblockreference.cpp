@@ -1,15 +1,16 @@
 #include "dbblockreference.h"
 
 #include "blockextents.h"
+#include "blockholding.h"
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbattribute.h"
 #include "dbopen.h"
 #include "fieldsetters.h"
+#include "flatmotion.h"
 #include "openparts.h"
 
 #include <memory>
-#include <unordered_set>
 
 HOSTKIT_KIT_CLASS(AcDbBlockReference, AcDbEntity, L"INSERT")
 
@@ -26,32 +27,6 @@ AcGeVector3d columnOf(const AcGeMatrix3d& matrix, unsigned int index) {
 
 bool isSquare(const AcGeVector3d& a, const AcGeVector3d& b) {
     return std::abs(a.dotProduct(b)) <= kSkewTolerance * a.length() * b.length();
-}
-
-bool hasIdentityAxes(const AcGeMatrix3d& matrix) {
-    for (unsigned int row = 0; row < 3; ++row)
-        for (unsigned int column = 0; column < 3; ++column)
-            if (matrix(row, column) != (row == column ? 1.0 : 0.0)) return false;
-    return true;
-}
-
-/// Is `wanted` the block or a block within it.
-bool holdsBlock(AcDbObjectId block, AcDbObjectId wanted) {
-    std::vector<AcDbObjectId> waiting{block};
-    std::unordered_set<AcDbObjectId> seen{block};
-    while (!waiting.empty()) {
-        const AcDbObjectId id = waiting.back();
-        waiting.pop_back();
-        if (id == wanted) return true;
-        const auto* record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
-        if (!record) continue;
-        for (const AcDbObjectId entity : record->entities()) {
-            const auto* reference = DatabaseAccess::objectOf<AcDbBlockReference>(entity);
-            if (reference && !entity.isErased() && seen.insert(reference->blockTableRecord()).second)
-                waiting.push_back(reference->blockTableRecord());
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -80,7 +55,7 @@ struct AcDbBlockReference::Placement {
 Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
     if (block.isNull()) return Acad::eNullObjectId;
     if (!DatabaseAccess::objectOf<AcDbBlockTableRecord>(block)) return Acad::eNotThatKindOfClass;
-    if (!ownerId().isNull() && holdsBlock(block, ownerId())) return Acad::eCyclicReference;
+    if (!ownerId().isNull() && hostkit::holdsBlock(block, ownerId())) return Acad::eCyclicReference;
     return hostkit::setRecordField<AcDbBlockTableRecord>(*this, m_blockId, block);
 }
 
@@ -173,10 +148,10 @@ Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     Placement placement{m_scale, m_rotation, m_normal};
-    if (!hasIdentityAxes(matrix) && !placement.set(matrix * blockTransform(), m_scale))
+    if (!hostkit::isShift(matrix) && !placement.set(matrix * blockTransform(), m_scale))
         return Acad::eCannotScaleNonUniformly;
     hostkit::OpenParts attributes;
     Acad::ErrorStatus status = attributes.open(m_attributes);

@@ -64,9 +64,6 @@ public:
     /// attributes; definitions of attributes count when they are constant. hostkit::BlockExtents tells what
     /// becomes of blocks that hold themselves and of very deep and very large ones.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    /// The attributes move along. eCannotScaleNonUniformly for a matrix that skews the block's axes. Nothing
-    /// moves when an attribute cannot be opened for write, and the status is that of opening it.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     AcRxObject* clone() const override { return new AcDbBlockReference(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -75,6 +72,9 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    /// The attributes move along. eCannotScaleNonUniformly for a matrix that skews the block's axes. Nothing
+    /// moves when an attribute cannot be opened for write, and the status is that of opening it.
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
     /// How often the block is shown, and where each time, from the first on.
     virtual int copyCount() const { return 1; }

@@ -8,10 +8,10 @@ HOSTKIT_KIT_CLASS(AcDbBlockTable, AcDbSymbolTable, L"TABLE")
 void AcDbBlockTable::completeName(AcDbSymbolTableRecord& record) {
     const std::wstring stem = record.name();
     if (stem.size() != 2 || stem[0] != L'*') return;
-    for (std::size_t number = numRecords();; ++number) {
-        const std::wstring name = stem + std::to_wstring(number);
-        if (!find(name).isNull()) continue;
-        hostkit::DatabaseAccess::setRecordName(record, name);
-        return;
-    }
+    hostkit::DatabaseAccess::setRecordName(record, freeName(stem));
+}
+
+std::wstring AcDbBlockTable::freeName(const std::wstring& stem) const {
+    for (std::size_t number = numRecords();; ++number)
+        if (std::wstring name = stem + std::to_wstring(number); find(name).isNull()) return name;
 }

@@ -13,6 +13,9 @@ public:
     AcDbBlockTable() = default;
     AcDbBlockTable(const AcDbBlockTable&) = delete;
 
+    /// The stem with the next number that no block has behind it.
+    std::wstring freeName(const std::wstring& stem) const;
+
 protected:
     void completeName(AcDbSymbolTableRecord& record) override;
 };

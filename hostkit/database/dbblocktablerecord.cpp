@@ -1,9 +1,12 @@
 #include "dbblocktablerecord.h"
 
+#include "assignfield.h"
+#include "blockholding.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbdatabase.h"
+#include "entitycoordinates.h"
 #include "ownederasure.h"
 
 #include "casefold.h"
@@ -42,11 +45,23 @@ void AcDbBlockTableRecord::takeBack(AcDbObjectId entity) {
     if (found != m_entities.rend()) m_entities.erase(std::next(found).base());
 }
 
+namespace {
+
+// Most entities go into a space, and hardly anything shows one: there only the nearest circle is looked for.
+bool wouldHoldItself(const AcDbBlockTableRecord& block, const AcDbEntity& entity) {
+    const AcDbObjectId shown = hostkit::shownBlock(entity);
+    if (shown.isNull()) return false;
+    return shown == block.objectId() || (!block.isLayout() && hostkit::holdsBlock(shown, block.objectId()));
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
     if (!entity) return Acad::eNullEntityPointer;
     if (!database()) return Acad::eNoDatabase;
     if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (wouldHoldItself(*this, *entity)) return Acad::eCyclicReference;
     // The block's own record does not list its entities, so it stands in the drawing as before.
     hostkit::ChangeLog::of(*this).touching(*this);
     m_flags |= kModified;
@@ -69,9 +84,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_origin = origin;
-    return status;
+    return hostkit::assignIf(hostkit::isFinite(origin), *this, m_origin, origin);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setComments(const wchar_t* text) {

@@ -19,8 +19,9 @@ public:
 
     /// The block takes the entity, which stays open for write until the caller closes it. Without a layer of
     /// this drawing it gets the current one, without a linetype of it the layer's. eAlreadyInDb,
-    /// eNullEntityPointer, eNotOpenForWrite, eNoDatabase for a block of no drawing; the entity then stays the
-    /// caller's.
+    /// eNullEntityPointer, eNotOpenForWrite, eNoDatabase for a block of no drawing, eCyclicReference for a
+    /// reference or a dimension whose block is this one or holds it (of a space, which hardly anything shows,
+    /// only the former is found out); the entity then stays the caller's.
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
     /// The caller deletes the iterator, which is usable as long as the drawing lives.
@@ -30,6 +31,7 @@ public:
     const std::vector<AcDbObjectId>& entities() const { return m_entities; }
 
     AcGePoint3d origin() const { return m_origin; }
+    /// eInvalidInput for coordinates that are infinite or no numbers.
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
     const std::wstring& comments() const { return m_comments; }
     Acad::ErrorStatus setComments(const wchar_t* text);

@@ -3,6 +3,7 @@
 #include "curvegeometry.h"
 #include "curvesupport.h"
 #include "dbarc.h"
+#include "flatmotion.h"
 
 #include <cmath>
 
@@ -72,12 +73,16 @@ Acad::ErrorStatus AcDbCircle::reverseCurve() {
     return status;
 }
 
-Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbCircle::subTransformBy(const AcGeMatrix3d& matrix) {
     double scale = 1.0;
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     if (!hostkit::isUniform(matrix, scale)) return Acad::eCannotScaleNonUniformly;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    if (hostkit::isShift(matrix)) {
+        m_ecsCenter = hostkit::toEntity(m_normal, matrix * center());
+        return Acad::eOk;
+    }
     // The sense stays: a mirror turns the normal away from where the old one goes.
     const AcGePoint3d place = matrix * center();
     const AcGeVector3d xAxis = matrix * hostkit::toWorld(m_normal, AcGeVector3d::kXAxis);

@@ -8,6 +8,8 @@
 #include "casefold.h"
 #include "useraxes.h"
 
+#include <algorithm>
+
 HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcDbDatabase, AcRxObject)
 
 using hostkit::DatabaseAccess;
@@ -49,11 +51,15 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfN
     return Acad::eOk;
 }
 
-AcDbHandle AcDbDatabase::handseed() const { return AcDbHandle(m_contents->nextHandle); }
+AcDbHandle AcDbDatabase::handseed() const {
+    AcDbHandleValue seed = m_contents->nextHandle;
+    while (m_contents->handles.find(seed)) ++seed;
+    return AcDbHandle(seed);
+}
 
 Acad::ErrorStatus AcDbDatabase::setHandseed(const AcDbHandle& handle) {
-    if (m_contents->nextHandle != 0 && handle.value() > m_contents->nextHandle)
-        m_contents->nextHandle = handle.value();
+    if (handle.value() > hostkit::DatabaseContents::highestCounted) return Acad::eOutOfRange;
+    m_contents->nextHandle = std::max(m_contents->nextHandle, handle.value());
     return Acad::eOk;
 }
 

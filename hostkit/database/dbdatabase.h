@@ -53,9 +53,11 @@ public:
     /// eNullHandle.
     Acad::ErrorStatus getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound, const AcDbHandle& handle,
                                       Adesk::UInt32 xRefId = 0);
-    /// The next handle that will be given; above every one in use.
+    /// What a drawing file names as the next handle: nobody's, and above every one in use or named, but for
+    /// those of the last 2^32, which no drawing comes to by counting and a damaged one may name. New objects
+    /// get it, and once it has come to those, the lowest handles that are free.
     AcDbHandle handseed() const;
-    /// Never lowered below what is in use.
+    /// Never lowered below what is in use. eOutOfRange, and nothing changes, for one of the last 2^32.
     Acad::ErrorStatus setHandseed(const AcDbHandle& handle);
     /// Resident objects, erased ones included.
     Adesk::Int32 approxNumObjects() const;

@@ -1,7 +1,11 @@
 #include "dbdim.h"
 
+#include "blockusers.h"
+#include "changelog.h"
+#include "dbaccess.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "movedblock.h"
 
 #include "dbblocktablerecord.h"
 #include "dbdimstyletablerecord.h"
@@ -9,6 +13,7 @@
 #include "adsdef.h"
 
 #include <cmath>
+#include <utility>
 
 HOSTKIT_KIT_CLASS(AcDbDimension, AcDbEntity, L"DIMENSION")
 
@@ -35,11 +40,28 @@ AcGePoint3d AcDbDimension::pointOf(int code) const {
     return isPointCode(code) ? m_points[code - firstPointCode] : AcGePoint3d();
 }
 
+/// A field that the block shows: with another value the block is not the dimension's any more.
+template <typename Field, typename Value>
+Acad::ErrorStatus AcDbDimension::assignSeen(Field& field, const Value& value) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk || field == value) return status;
+    field = value;
+    dropBlock();
+    return Acad::eOk;
+}
+
+void AcDbDimension::dropBlock() {
+    m_blockId.setNull();
+    m_shownBlockId.setNull();
+}
+
 Acad::ErrorStatus AcDbDimension::setPointOf(int code, const AcGePoint3d& point) {
     if (!isPointCode(code) || !hostkit::isFinite(point)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    m_points[code - firstPointCode] = point;
+    AcGePoint3d& field = m_points[code - firstPointCode];
+    if (field.x != point.x || field.y != point.y || field.z != point.z) dropBlock();
+    field = point;
     m_hasPoint = static_cast<Adesk::UInt8>(m_hasPoint | 1 << (code - firstPointCode));
     // What was measured before is not the points' any more.
     m_hasMeasurement = m_hasMeasurement && (code == textPointCode || code == clonePointCode);
@@ -58,11 +80,11 @@ Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
 wchar_t* AcDbDimension::dimensionText() const { return acutNewString(m_text.c_str()); }
 
 Acad::ErrorStatus AcDbDimension::setDimensionText(const wchar_t* text) {
-    return hostkit::assignIf(text != nullptr, *this, m_text, text ? text : L"");
+    return text ? assignSeen(m_text, std::wstring(text)) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbDimension::setRotation(double angle) {
-    return hostkit::setFiniteField(*this, m_rotation, angle);
+    return hostkit::isFinite(angle) ? assignSeen(m_rotation, angle) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
@@ -74,6 +96,7 @@ Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
         AcGePoint3d& point = m_points[code - firstPointCode];
         point = hostkit::toEntity(unit, hostkit::toWorld(m_normal, point));
     }
+    if (unit.x != m_normal.x || unit.y != m_normal.y || unit.z != m_normal.z) dropBlock();
     m_normal = unit;
     return Acad::eOk;
 }
@@ -81,14 +104,19 @@ Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
 Acad::ErrorStatus AcDbDimension::setDimensionStyle(AcDbObjectId style) {
     const AcRxClass* kind = style.objectClass();
     if (!kind || !kind->isDerivedFrom(AcDbDimStyleTableRecord::desc())) return Acad::eNotThatKindOfClass;
-    return hostkit::assignField(*this, m_styleId, style);
+    return assignSeen(m_styleId, style);
 }
 
 Acad::ErrorStatus AcDbDimension::setDimBlockId(AcDbObjectId block) {
     const AcRxClass* kind = block.objectClass();
     if (!block.isNull() && (!kind || !kind->isDerivedFrom(AcDbBlockTableRecord::desc())))
         return Acad::eNotThatKindOfClass;
-    return hostkit::assignField(*this, m_blockId, block);
+    if (!block.isNull() && block == ownerId()) return Acad::eCyclicReference;
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    dropBlock();
+    m_blockId = block;
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
@@ -128,13 +156,15 @@ Acad::ErrorStatus AcDbDimension::getGeomExtents(AcDbExtents& extents) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbDimension::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const hostkit::FlatMotion motion(matrix, m_normal);
     if (!motion.keepsShape()) return Acad::eCannotScaleNonUniformly;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    moveBlock(matrix);
     for (int code = firstPointCode; code <= lastPointCode; ++code) {
+        if (!(m_hasPoint & 1 << (code - firstPointCode))) continue;
         AcGePoint3d& point = m_points[code - firstPointCode];
         point = isOwnCoordinate(code) ? motion.point(point) : matrix * point;
     }
@@ -146,9 +176,29 @@ Acad::ErrorStatus AcDbDimension::transformBy(const AcGeMatrix3d& matrix) {
     m_normal = motion.normal();
     const bool measuresLength = dimensionType() != kTwoLineAngular && dimensionType() != kThreePointAngular;
     if (measuresLength) m_measurement *= motion.scale();
-    // The drawing's block shows the dimension where it was.
-    m_blockId.setNull();
     return Acad::eOk;
+}
+
+// Before the points are moved: other programs show the block at point 12.
+void AcDbDimension::moveBlock(const AcGeMatrix3d& matrix) {
+    if (hostkit::FlatMotion(matrix, m_normal).isStill()) return;
+    if (m_shownBlockId.isNull()) {
+        m_shownBlockId = m_blockId;
+        m_blockMotion.setToTranslation(hostkit::toWorld(m_normal, pointOf(clonePointCode)).asVector());
+    }
+    if (m_shownBlockId.isNull() || matrix.det() < 0.0) return dropBlock();
+    m_blockMotion.preMultBy(matrix);
+    m_blockId.setNull();
+}
+
+Acad::ErrorStatus AcDbDimension::subClose() {
+    const Acad::ErrorStatus status = AcDbEntity::subClose();
+    if (m_shownBlockId.isNull() || isErased()) return status;
+    hostkit::ChangeLog::of(*this).changing(*this);
+    const AcDbObjectId earlier = std::exchange(m_shownBlockId, AcDbObjectId());
+    m_blockId = hostkit::movedBlock(*this, earlier, m_blockMotion);
+    if (!m_blockId.isNull()) m_points[clonePointCode - firstPointCode] = AcGePoint3d();
+    return status;
 }
 
 void AcDbDimension::getEcs(AcGeMatrix3d& matrix) const { matrix = hostkit::arbitraryAxisSystem(m_normal); }

@@ -1,13 +1,26 @@
-// Stand-in for the host's dimensions. Covers all types by their points, text and measurement; leaves out making the block that shows one.
+// Stand-in for the host's dimensions. Covers all types by their points, text and measurement, and the block that shows one when it is moved; leaves out drawing that block anew.
 #pragma once
 
 #include "dbent.h"
+#include "gemat3d.h"
 #include "groupblock.h"
 
 #include <string>
 
-/// A dimension of any type. What is seen of it stands in the block that the drawing keeps for it; transformBy
-/// drops that block, which shows the dimension where it was. The box is that of the points.
+/// A dimension of any type. What is seen of it stands in the block that the drawing keeps for it. The box is
+/// that of the points.
+///
+/// Moved, turned or scaled, and not mirrored, the dimension takes what is seen of it along. transformBy names
+/// no block at first; when the dimension is closed, what the block holds is moved in its place. Where another
+/// dimension or a reference, erased or not, shows the block, or somebody has a part of it open, the dimension
+/// gets a block of its own instead, "*D" and the next free number, with moved copies. Point 12, where other
+/// programs put the block, is then the origin. Several motions of one open are one for the block, and cancel
+/// moves nothing. A copy of a moved dimension gets a block likewise when it enters the drawing that the
+/// earlier block is in, and none in another drawing. A matrix that moves nothing changes nothing.
+///
+/// A mirror, a block that holds what cannot be moved (records of unknown kinds), and every setter that gives
+/// points, normal, angle, text or style another value leave the dimension without a block: other programs
+/// draw it anew, and the old block would show what is not so any more.
 class AcDbDimension : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbDimension)
 
@@ -51,15 +64,21 @@ public:
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     AcDbObjectId dimensionStyle() const { return m_styleId; }
     Acad::ErrorStatus setDimensionStyle(AcDbObjectId style);
+    /// Null for a dimension that has none, and for a moved one until it is closed.
     AcDbObjectId dimBlockId() const { return m_blockId; }
+    /// eNotThatKindOfClass; eCyclicReference: the dimension stands in that block. To be set last: the other
+    /// setters drop it.
     Acad::ErrorStatus setDimBlockId(AcDbObjectId block);
+    /// Shows the block, or will show moved copies of its contents when it is closed.
+    bool needsBlock(AcDbObjectId block) const {
+        return !block.isNull() && (m_blockId == block || m_shownBlockId == block);
+    }
     /// What the drawing says was measured, or the distance reckoned from the points for rotated, aligned,
     /// radial and diametric ones. Lengths in drawing units, angles in radians. eNotApplicable where neither
     /// can be had.
     Acad::ErrorStatus measurement(double& value) const;
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbDimension(*this); }
@@ -69,6 +88,9 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    /// Makes the block of a moved dimension.
+    Acad::ErrorStatus subClose() override;
     struct Filing;
     Adesk::Int16 m_type = kRotated; ///< group 70 with its flags
     Adesk::Int16 m_attachment = 5;
@@ -87,4 +109,15 @@ protected:
     AcDbObjectId m_styleId;
     AcDbObjectId m_blockId;
     std::wstring m_text;
+
+private:
+    template <typename Field, typename Value>
+    Acad::ErrorStatus assignSeen(Field& field, const Value& value);
+    void dropBlock();
+    void moveBlock(const AcGeMatrix3d& matrix);
+
+    // Of a dimension that was moved since it was opened: the block that shows it where it was, and the way
+    // from there.
+    AcDbObjectId m_shownBlockId;
+    AcGeMatrix3d m_blockMotion;
 };

@@ -3,6 +3,7 @@
 #include "curvegeometry.h"
 #include "curvesupport.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 HOSTKIT_KIT_CLASS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
 
@@ -130,10 +131,14 @@ Acad::ErrorStatus AcDbEllipse::reverseCurve() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbEllipse::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    if (hostkit::isShift(matrix)) {
+        m_center.transformBy(matrix);
+        return Acad::eOk;
+    }
     double scale = 1.0;
     hostkit::CurveGeometry own;
     if (hostkit::isUniform(matrix, scale) || !geometry(own)) {

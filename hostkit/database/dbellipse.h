@@ -41,7 +41,6 @@ public:
     Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbEllipse(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -50,6 +49,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     bool geometry(hostkit::CurveGeometry& geometry) const override;
     AcDbCurve* piece(double from, double to) const override;
 

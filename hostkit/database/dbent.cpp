@@ -5,6 +5,7 @@
 #include "dbapserv.h"
 #include "dblayertable.h"
 #include "dblinetypetable.h"
+#include "extendeddatamotion.h"
 #include "lineweights.h"
 
 #include "adsdef.h"
@@ -173,9 +174,18 @@ Acad::ErrorStatus AcDbEntity::draw() { return Acad::eOk; }
 // The geometry, where a kind does not say otherwise.
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
-Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }
+Acad::ErrorStatus AcDbEntity::subTransformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }
 Acad::ErrorStatus AcDbEntity::explode(AcDbVoidPtrArray&) const { return Acad::eNotApplicable; }
 void AcDbEntity::getEcs(AcGeMatrix3d& matrix) const { matrix.setToIdentity(); }
+
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
+    if (!hasXData()) return subTransformBy(matrix);
+    hostkit::ExtendedDataMotion motion(matrix);
+    Acad::ErrorStatus status = motion.add(*this);
+    if (status == Acad::eOk) status = subTransformBy(matrix);
+    if (status == Acad::eOk) motion.apply();
+    return status;
+}
 
 Acad::ErrorStatus AcDbEntity::getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const {
     AcDbEntity* moved = cast(clone());

@@ -16,6 +16,9 @@ typedef AcArray<void*> AcDbVoidPtrArray;
 /// in world coordinates. Arcs, circles, texts, light and 2d polylines, block references, hatches, solids and
 /// traces keep their points in the coordinates of their normal, by the arbitrary-axis rule, in a drawing
 /// file; the members here take and give world coordinates unless they say otherwise.
+///
+/// Setters refuse values that are infinite or no numbers (eInvalidInput). A constructor cannot: it keeps what
+/// it is given, and a drawing with such an entity cannot be saved until the value is set anew.
 class AcDbEntity : public AcDbObject {
     ACRX_DECLARE_MEMBERS(AcDbEntity)
 
@@ -73,9 +76,12 @@ public:
     /// The box of the geometry, without widths and thickness. eInvalidExtents: the entity has none (an
     /// infinite or empty one), `extents` stays as it was.
     virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
-    /// eCannotScaleNonUniformly: the matrix does not keep angles and the class needs that; eInvalidInput: the
-    /// matrix is singular or has values that are no numbers; eNotApplicable: the kind cannot be moved at all.
-    virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
+    /// Moves the entity and what it owns, with the extended data of each (hostkit::ExtendedDataMotion says
+    /// which values follow, and how). eCannotScaleNonUniformly: the matrix does not keep angles and the class
+    /// needs that; eInvalidInput: the matrix is singular or has values that are no numbers, or a value of the
+    /// extended data would be none; eNotApplicable: the kind cannot be moved at all. On failure nothing
+    /// moves.
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
     /// A moved non-resident copy that belongs to the caller.
     virtual Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const;
     /// The entity's own coordinate system for this kind: the arbitrary-axis system of its normal, or the
@@ -105,6 +111,9 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    /// The class' part of transformBy: its geometry, and all of what the entity owns.
+    virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix);
+
     struct Filing; ///< the groups of a drawing file
     friend class hostkit::DatabaseAccess;
     bool m_invisible = false;

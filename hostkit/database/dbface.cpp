@@ -38,7 +38,7 @@ Acad::ErrorStatus AcDbFace::getGeomExtents(AcDbExtents& extents) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbFace::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbFace::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;

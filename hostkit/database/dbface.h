@@ -19,7 +19,6 @@ public:
     Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDbFace(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -27,6 +26,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     AcGePoint3d m_points[4];
     Adesk::Int16 m_hiddenEdges = 0; ///< group 70

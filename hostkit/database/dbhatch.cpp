@@ -329,7 +329,7 @@ bool hasRoundEdges(const std::vector<HatchLoop>& loops) {
 
 } // namespace
 
-Acad::ErrorStatus AcDbHatch::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbHatch::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const hostkit::FlatMotion motion(matrix, m_normal);
     if (!motion.keepsShape() && (hasRoundEdges(m_loops) || !m_patternLines.empty()))

@@ -84,7 +84,6 @@ public:
     Acad::ErrorStatus getArea(double& area) const;
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbHatch(*this); }
@@ -94,6 +93,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     Acad::ErrorStatus appendLoop(hostkit::HatchLoop&& loop);
 

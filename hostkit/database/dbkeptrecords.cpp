@@ -17,11 +17,11 @@ HOSTKIT_KIT_CLASS(AcDbViewportTableRecord, AcDbAbstractViewTableRecord, L"VPORT"
 HOSTKIT_KIT_CLASS(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
 
 Acad::ErrorStatus AcDbDimStyleTableRecord::setGroups(hostkit::GroupBlock groups) {
-    return hostkit::assignField(*this, m_groups, std::move(groups));
+    return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));
 }
 
 Acad::ErrorStatus AcDbUCSTableRecord::setGroups(hostkit::GroupBlock groups) {
-    return hostkit::assignField(*this, m_groups, std::move(groups));
+    return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));
 }
 
 bool AcDbViewportTableRecord::allowsName(std::wstring_view name) const {

@@ -6,7 +6,8 @@
 
 #include <string>
 
-/// A sheet: one for each space.
+/// A sheet: one for each space. Erased, it takes its block along when it is closed, and restored it brings it
+/// back; the sheets of *Model_Space and *Paper_Space cannot be erased.
 class AcDbLayout : public AcDbObject {
     ACRX_DECLARE_MEMBERS(AcDbLayout)
 
@@ -26,6 +27,10 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
+
+protected:
+    Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
+    Acad::ErrorStatus subClose() override;
 
 private:
     struct Filing;

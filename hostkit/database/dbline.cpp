@@ -3,6 +3,7 @@
 #include "curvegeometry.h"
 #include "curvesupport.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 #include <cmath>
 #include <utility>
@@ -65,12 +66,13 @@ Acad::ErrorStatus AcDbLine::reverseCurve() {
     return status;
 }
 
-Acad::ErrorStatus AcDbLine::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbLine::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_start.transformBy(matrix);
     m_end.transformBy(matrix);
+    if (hostkit::isShift(matrix)) return Acad::eOk;
     const AcGeVector3d moved = matrix * m_normal;
     const double scale = moved.length();
     m_normal = moved / scale;

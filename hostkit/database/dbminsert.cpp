@@ -1,6 +1,7 @@
 #include "dbminsert.h"
 
 #include "fieldsetters.h"
+#include "flatmotion.h"
 
 #include <algorithm>
 
@@ -50,11 +51,11 @@ AcGeMatrix3d AcDbMInsertBlock::copyTransform(int index) const {
     return AcGeMatrix3d::translation(offset) * blockTransform();
 }
 
-Acad::ErrorStatus AcDbMInsertBlock::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbMInsertBlock::subTransformBy(const AcGeMatrix3d& matrix) {
     const AcGeVector3d column = columnAxis() * m_columnSpacing;
     const AcGeVector3d row = rowAxis() * m_rowSpacing;
-    const Acad::ErrorStatus status = AcDbBlockReference::transformBy(matrix);
-    if (status != Acad::eOk) return status;
+    const Acad::ErrorStatus status = AcDbBlockReference::subTransformBy(matrix);
+    if (status != Acad::eOk || hostkit::isShift(matrix)) return status;
     m_columnSpacing = columnAxis().dotProduct(matrix * column);
     m_rowSpacing = rowAxis().dotProduct(matrix * row);
     return Acad::eOk;

@@ -24,11 +24,11 @@ public:
     double rowSpacing() const { return m_rowSpacing; }
     Acad::ErrorStatus setRowSpacing(double spacing);
     void getCopySpread(AcGeVector3d& columns, AcGeVector3d& rows) const override;
-    /// The spacings follow, along the axes that the reference has afterwards.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     AcRxObject* clone() const override { return new AcDbMInsertBlock(*this); }
 
 protected:
+    /// The spacings follow, along the axes that the reference has afterwards.
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     /// A file may say 0 for 1.
     int copyCount() const override { return std::max<int>(1, m_columns) * std::max<int>(1, m_rows); }
     AcGeMatrix3d copyTransform(int index) const override;

@@ -170,7 +170,7 @@ Acad::ErrorStatus AcDbMText::explode(AcDbVoidPtrArray& parts) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbMText::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbMText::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const hostkit::FlatMotion motion(matrix, m_normal);
     if (!motion.keepsShape()) return Acad::eCannotScaleNonUniformly;

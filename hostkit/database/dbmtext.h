@@ -76,10 +76,6 @@ public:
 
     /// eInvalidExtents for a paragraph of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    /// eCannotScaleNonUniformly for a matrix that stretches the text's plane unequally: letters cannot
-    /// follow. A mirrored paragraph is the same one seen from behind, so that its letters are where their
-    /// images are.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbMText(*this); }
@@ -89,6 +85,10 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    /// eCannotScaleNonUniformly for a matrix that stretches the text's plane unequally: letters cannot
+    /// follow. A mirrored paragraph is the same one seen from behind, so that its letters are where their
+    /// images are.
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     /// The lines as they stand in the box, broken at its width.
     std::vector<std::wstring> lines() const;
     /// The left top corner of a block of that size, along and across the direction from the location.

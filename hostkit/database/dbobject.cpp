@@ -1,6 +1,7 @@
 #include "dbobject.h"
 
 #include "changelog.h"
+#include "dbaccess.h"
 #include "dbdatabase.h"
 #include "dbdictionary.h"
 #include "dbopen.h"
@@ -9,6 +10,7 @@
 #include "extendeddata.h"
 #include "objectextras.h"
 #include "ownederasure.h"
+#include "ownedobjects.h"
 
 #include "acarray.h"
 
@@ -47,8 +49,10 @@ const wchar_t* AcDbObject::dxfName() const {
 Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
     if (!m_id.isNull() && !owner.isNull() && owner.database() != database()) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_ownerId = owner;
-    return status;
+    if (status != Acad::eOk) return status;
+    m_ownerId = owner;
+    if (!m_id.isNull()) hostkit::DatabaseAccess::ownedObjects(*database()).ownerChanged(*this);
+    return Acad::eOk;
 }
 
 // Open state.
@@ -143,8 +147,10 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
     changes.erasing(*this);
     m_flags |= kModified;
     m_source.setModified();
-    stub.flags ^= hostkit::kStubErased;
-    if (m_extras) hostkit::eraseWithOwner(m_extras->extensionDictionary, erasing);
+    // Whoever erases or restores it by itself takes it out of its owner's hands.
+    stub.flags =
+        static_cast<Adesk::UInt8>((stub.flags ^ hostkit::kStubErased) & ~hostkit::kStubErasedWithOwner);
+    hostkit::eraseOwned(*this, erasing);
     return Acad::eOk;
 }
 

@@ -99,8 +99,9 @@ public:
     resbuf* xData(const wchar_t* applicationName = nullptr) const;
     /// Replaces the records of each application that the list names; an application's name alone removes its
     /// records. Values are cut to the widths of the drawing. eInvalidResBuf: a list that does not begin with
-    /// 1001 or has other codes than 1000 to 1071. eRegappIdNotFound: an application that the object's drawing
-    /// has not registered. eXdataSizeExceeded: more than 16,383 bytes. The old records stay on failure.
+    /// 1001 or has other codes than 1000 to 1071, or a real or coordinate that is infinite or no number.
+    /// eRegappIdNotFound: an application that the object's drawing has not registered. eXdataSizeExceeded:
+    /// more than 16,383 bytes. The old records stay on failure.
     Acad::ErrorStatus setXData(const resbuf* list);
     bool hasXData() const;
     /// The compact block, or null; for filers.

@@ -27,7 +27,7 @@ Acad::ErrorStatus AcDbPoint::getGeomExtents(AcDbExtents& extents) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbPoint::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;

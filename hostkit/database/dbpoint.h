@@ -24,7 +24,6 @@ public:
     Acad::ErrorStatus setEcsRotation(double angle);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbPoint(*this); }
@@ -34,6 +33,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     AcGePoint3d m_position;
     double m_thickness = 0.0;

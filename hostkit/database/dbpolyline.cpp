@@ -275,7 +275,7 @@ Acad::ErrorStatus AcDbPolyline::reverseCurve() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     hostkit::PlaneMove move;
     Acad::ErrorStatus status = hostkit::movePlane(m_normal, m_elevation, matrix, !isOnlyLines(), move);
     if (status == Acad::eOk) status = assertWriteEnabled();

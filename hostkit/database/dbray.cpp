@@ -4,6 +4,7 @@
 #include "curvesupport.h"
 #include "dbline.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 HOSTKIT_KIT_CLASS(AcDbRay, AcDbCurve, L"RAY")
 
@@ -39,12 +40,12 @@ Acad::ErrorStatus AcDbRay::getProjectedCurve(const AcGePlane& plane, const AcGeV
 
 // A ray has one sense only.
 Acad::ErrorStatus AcDbRay::reverseCurve() { return Acad::eNotApplicable; }
-Acad::ErrorStatus AcDbRay::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbRay::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_basePoint.transformBy(matrix);
-    m_unitDirection = (matrix * m_unitDirection).normal();
+    if (!hostkit::isShift(matrix)) m_unitDirection = (matrix * m_unitDirection).normal();
     return Acad::eOk;
 }
 

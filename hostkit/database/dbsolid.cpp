@@ -34,7 +34,7 @@ Acad::ErrorStatus AcDbSolid::getGeomExtents(AcDbExtents& extents) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSolid::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbSolid::subTransformBy(const AcGeMatrix3d& matrix) {
     return hostkit::CornerFigure{m_ecsPoints, m_normal, m_thickness}.transformBy(*this, matrix);
 }
 

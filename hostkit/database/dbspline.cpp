@@ -3,6 +3,7 @@
 #include "curvegeometry.h"
 #include "curvesupport.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 #include <algorithm>
 
@@ -96,6 +97,7 @@ Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, Adesk::Boolean rational, 
                                            const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
                                            double controlPointTolerance, double knotTolerance) {
     if (!isDefinition(degree, rational, controlPoints, knots, weights)) return Acad::eInvalidInput;
+    if (!std::isfinite(controlPointTolerance) || !std::isfinite(knotTolerance)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_degree = static_cast<Adesk::Int16>(degree);
@@ -204,12 +206,13 @@ Acad::ErrorStatus AcDbSpline::reverseCurve() {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSpline::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     for (AcGePoint3d& point : m_controlPoints) point.transformBy(matrix);
     for (AcGePoint3d& point : m_fitPoints) point.transformBy(matrix);
+    if (hostkit::isShift(matrix)) return Acad::eOk;
     m_startTangent.transformBy(matrix);
     m_endTangent.transformBy(matrix);
     if (!m_normal.isZeroLength()) m_normal = (matrix.inverse().transpose() * m_normal).normal();

@@ -33,7 +33,7 @@ public:
                                    double& controlPointTolerance, double& knotTolerance) const;
     /// eInvalidInput, and no change: a degree outside 1 to 25, fewer control points than degree + 1, a knot
     /// count other than points + degree + 1, knots that fall, weights (if rational) of another count or not
-    /// above 0.
+    /// above 0, or any value that is infinite or no number.
     Acad::ErrorStatus setNurbsData(int degree, Adesk::Boolean rational, Adesk::Boolean closed,
                                    Adesk::Boolean periodic, const AcGePoint3dArray& controlPoints,
                                    const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
@@ -43,7 +43,6 @@ public:
     Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbSpline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -52,6 +51,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     bool geometry(hostkit::CurveGeometry& geometry) const override;
     AcDbCurve* piece(double from, double to) const override;
 

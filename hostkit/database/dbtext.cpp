@@ -206,7 +206,7 @@ void AcDbText::moveLetters(const hostkit::FlatMotion& motion) {
     if (isBetweenPoints()) std::swap(m_ecsPosition, m_ecsAlignment);
 }
 
-Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;

@@ -71,9 +71,6 @@ public:
 
     /// eInvalidExtents for a text of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    /// Any matrix that is not singular: width factor and oblique angle take what is not uniform, and a mirror
-    /// turns isMirroredInX round, so that the letters are where their images are.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbText(*this); }
@@ -83,6 +80,9 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    /// Any matrix that is not singular: width factor and oblique angle take what is not uniform, and a mirror
+    /// turns isMirroredInX round, so that the letters are where their images are.
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     /// The letters that the box is reckoned for.
     virtual const std::wstring& shownText() const { return m_text; }
 

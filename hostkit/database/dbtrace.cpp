@@ -34,7 +34,7 @@ Acad::ErrorStatus AcDbTrace::getGeomExtents(AcDbExtents& extents) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbTrace::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbTrace::subTransformBy(const AcGeMatrix3d& matrix) {
     return hostkit::CornerFigure{m_ecsPoints, m_normal, m_thickness}.transformBy(*this, matrix);
 }
 

@@ -21,7 +21,6 @@ public:
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbTrace(*this); }
@@ -31,6 +30,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     struct Filing;
     AcGePoint3d m_ecsPoints[4];
     double m_thickness = 0.0;

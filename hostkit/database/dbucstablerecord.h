@@ -13,6 +13,7 @@ public:
 
     /// All groups beyond the name and the flags, in order.
     const hostkit::GroupBlock& groups() const { return m_groups; }
+    /// eInvalidInput for reals and coordinates that are infinite or no numbers.
     Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
 
     AcRxObject* clone() const override { return new AcDbUCSTableRecord(*this); }

@@ -5,6 +5,7 @@
 #include "dbline.h"
 #include "dbray.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 HOSTKIT_KIT_CLASS(AcDbXline, AcDbCurve, L"XLINE")
 
@@ -39,12 +40,12 @@ Acad::ErrorStatus AcDbXline::getProjectedCurve(const AcGePlane& plane, const AcG
 }
 
 Acad::ErrorStatus AcDbXline::reverseCurve() { return setUnitDir(-m_unitDirection); }
-Acad::ErrorStatus AcDbXline::transformBy(const AcGeMatrix3d& matrix) {
+Acad::ErrorStatus AcDbXline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (!hostkit::isInvertible(matrix)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_basePoint.transformBy(matrix);
-    m_unitDirection = (matrix * m_unitDirection).normal();
+    if (!hostkit::isShift(matrix)) m_unitDirection = (matrix * m_unitDirection).normal();
     return Acad::eOk;
 }
 

@@ -22,7 +22,6 @@ public:
     Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbXline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
@@ -31,6 +30,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     bool geometry(hostkit::CurveGeometry& geometry) const override;
     AcDbCurve* piece(double from, double to) const override;
 

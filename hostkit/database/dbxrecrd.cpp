@@ -31,12 +31,12 @@ Acad::ErrorStatus AcDbXrecord::pack(const resbuf& list, hostkit::GroupBlock& gro
         const Acad::ErrorStatus status = groups.appendRecord(*record);
         if (status != Acad::eOk) return status;
     }
-    return Acad::eOk;
+    return groups.isFinite() ? Acad::eOk : Acad::eInvalidResBuf;
 }
 
 Acad::ErrorStatus AcDbXrecord::setGroups(hostkit::GroupBlock groups) {
     groups.shrinkToFit();
-    return hostkit::assignField(*this, m_groups, std::move(groups));
+    return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));
 }
 
 Acad::ErrorStatus AcDbXrecord::setMergeStyle(AcDb::DuplicateRecordCloning style) {

@@ -15,10 +15,12 @@ public:
     /// A list that belongs to the caller (acutRelRb); null for an empty record. Handles come as text.
     Acad::ErrorStatus rbChain(resbuf** list, AcDbDatabase* database = nullptr) const;
     /// Replaces the groups. eInvalidDxfCode for a code outside 1 to 369 (0, 5 and 105 have no place here),
-    /// eInvalidResBuf for types that are no group codes. The old ones stay on failure.
+    /// eInvalidResBuf for types that are no group codes and for reals and coordinates that are infinite or no
+    /// numbers. The old ones stay on failure.
     Acad::ErrorStatus setFromRbChain(const resbuf& list, AcDbDatabase* database = nullptr);
     Acad::ErrorStatus appendRbChain(const resbuf& list, AcDbDatabase* database = nullptr);
     const hostkit::GroupBlock& groups() const { return m_groups; }
+    /// eInvalidInput for reals and coordinates that are infinite or no numbers.
     Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
 
     AcDb::DuplicateRecordCloning mergeStyle() const {

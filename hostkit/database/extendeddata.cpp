@@ -75,7 +75,7 @@ Acad::ErrorStatus pack(const resbuf* list, GroupBlock& data) {
         const Acad::ErrorStatus status = data.appendRecord(*list);
         if (status != Acad::eOk) return status;
     }
-    return Acad::eOk;
+    return data.isFinite() ? Acad::eOk : Acad::eInvalidResBuf;
 }
 
 // Each application once, and known to the drawing where it has values.

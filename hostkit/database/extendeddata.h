@@ -27,10 +27,10 @@ bool findApplication(const GroupBlock& data, std::wstring_view name, Application
 /// What setXData makes of an object's data: the applications of the list in the place of their old data,
 /// further ones at the end; one without values goes.
 ///
-/// eInvalidResBuf: the list does not begin with 1001, has other codes than 1000 to 1071, or names an
-/// application twice. eRegappIdNotFound: values of an application that the drawing (null: any) has not
-/// registered. eXdataSizeExceeded: the whole would be larger than an object may have. `result` is only given
-/// with eOk.
+/// eInvalidResBuf: the list does not begin with 1001, has other codes than 1000 to 1071 or reals that are no
+/// numbers, or names an application twice. eRegappIdNotFound: values of an application that the drawing
+/// (null: any) has not registered. eXdataSizeExceeded: the whole would be larger than an object may have.
+/// `result` is only given with eOk.
 Acad::ErrorStatus replaceExtendedData(const GroupBlock& before, const resbuf* list,
                                       const AcDbDatabase* database, GroupBlock& result);
 

@@ -11,22 +11,23 @@ namespace {
 /// How far lengths may differ, relative, and directions be from a right angle, for a shape to be kept.
 constexpr double kShapeTolerance = 1e-10;
 
-bool hasIdentityAxes(const AcGeMatrix3d& matrix) {
-    for (unsigned int row = 0; row < 3; ++row)
-        for (unsigned int column = 0; column < 3; ++column)
-            if (matrix(row, column) != (row == column ? 1.0 : 0.0)) return false;
-    return true;
-}
-
 AcGeVector3d column(const AcGeMatrix3d& matrix, unsigned int index) {
     return {matrix(0, index), matrix(1, index), matrix(2, index)};
 }
 
 } // namespace
 
+bool isShift(const AcGeMatrix3d& matrix) {
+    for (unsigned int row = 0; row < 3; ++row)
+        for (unsigned int column = 0; column < 3; ++column)
+            if (matrix(row, column) != (row == column ? 1.0 : 0.0)) return false;
+    return true;
+}
+
 FlatMotion::FlatMotion(const AcGeMatrix3d& matrix, const AcGeVector3d& normal)
     : m_normal(normal)
-    , m_isShift(hasIdentityAxes(matrix)) {
+    , m_isShift(hostkit::isShift(matrix))
+    , m_isStill(m_isShift && matrix(0, 3) == 0.0 && matrix(1, 3) == 0.0 && matrix(2, 3) == 0.0) {
     const AcGeMatrix3d system = arbitraryAxisSystem(normal);
     if (!m_isShift) {
         const AcGeVector3d moved = matrix * normal;
@@ -36,7 +37,10 @@ FlatMotion::FlatMotion(const AcGeMatrix3d& matrix, const AcGeVector3d& normal)
         if (m_normal.dotProduct(moved) < 0.0) m_normal.negate();
         m_normalScale = m_normal.dotProduct(moved);
     }
-    m_local = arbitraryAxisSystem(m_normal).transpose() * matrix * system;
+    if (m_isShift)
+        m_local.setToTranslation(toEntity(normal, matrix.translation()));
+    else
+        m_local = arbitraryAxisSystem(m_normal).transpose() * matrix * system;
     m_x.set(m_local(0, 0), m_local(1, 0));
     m_y.set(m_local(0, 1), m_local(1, 1));
 }

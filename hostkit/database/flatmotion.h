@@ -6,6 +6,11 @@
 
 namespace hostkit {
 
+/// Only places change: the linear part is the identity. Directions, sizes and angles are then kept to the
+/// bit; arithmetic with normals would lose their last digits, and a drawing's records would differ for
+/// nothing.
+bool isShift(const AcGeMatrix3d& matrix);
+
 /// A matrix as seen by a thing that keeps its points in the coordinates of its normal. The moved thing lies
 /// in the moved plane, on the side that the moved normal shows; a mirror thus shows as a mirror within the
 /// plane.
@@ -14,8 +19,9 @@ public:
     /// The matrix is invertible.
     FlatMotion(const AcGeMatrix3d& matrix, const AcGeVector3d& normal);
 
-    /// Only places change: the linear part is the identity.
     bool isShift() const { return m_isShift; }
+    /// Nothing changes: the matrix is the identity.
+    bool isStill() const { return m_isStill; }
     /// The run of the axes in the plane is turned round.
     bool isMirror() const { return m_x.x * m_y.y - m_x.y * m_y.x < 0.0; }
     const AcGeVector3d& normal() const { return m_normal; }
@@ -38,6 +44,7 @@ private:
     AcGeVector2d m_y;
     double m_normalScale = 1.0;
     bool m_isShift = false;
+    bool m_isStill = false;
 };
 
 } // namespace hostkit

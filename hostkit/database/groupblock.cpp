@@ -5,6 +5,7 @@
 #include "hexadecimal.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -356,6 +357,23 @@ void GroupWalker::skip() {
     default:
         skipBytes(sizeof(Adesk::Int16));
     }
+}
+
+bool GroupBlock::isFinite() const {
+    GroupWalker walker(*this);
+    AcDbDxfGroup group;
+    for (short code = 0; walker.peek(code);) {
+        const GroupKind kind = kindOfCode(code);
+        if (kind != GroupKind::kReal && kind != GroupKind::kPoint) {
+            walker.skip();
+            continue;
+        }
+        walker.next(group);
+        const int count = kind == GroupKind::kReal ? 1 : group.dimension;
+        if (!std::all_of(group.point, group.point + count, [](double value) { return std::isfinite(value); }))
+            return false;
+    }
+    return true;
 }
 
 bool GroupWalker::next(AcDbDxfGroup& group) {

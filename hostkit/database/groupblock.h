@@ -28,6 +28,8 @@ public:
     void reserve(std::size_t bytes) { m_bytes.reserve(bytes); }
     void shrinkToFit() { m_bytes.shrink_to_fit(); }
     bool operator==(const GroupBlock&) const = default;
+    /// No real and no coordinate is infinite or no number; no drawing form can hold one that is.
+    bool isFinite() const;
 
     /// The kind must be that of the code.
     void append(const AcDbDxfGroup& group);

@@ -7,6 +7,7 @@
 #include "gelnsg2d.h"
 #include "genurb2d.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -162,6 +163,22 @@ LoopCurves curvesOf(const HatchLoop& loop) {
     return curves;
 }
 
+namespace {
+
+bool areFinite(const std::vector<double>& values) {
+    return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+}
+
+bool isFinite(const HatchEdge& edge) {
+    std::vector<double> values = {edge.start.x,  edge.start.y,  edge.end.x,       edge.end.y,
+                                  edge.center.x, edge.center.y, edge.majorAxis.x, edge.majorAxis.y,
+                                  edge.radius,   edge.ratio,    edge.startAngle,  edge.endAngle};
+    for (const AcGePoint2d& point : edge.controlPoints) values.insert(values.end(), {point.x, point.y});
+    return areFinite(values) && areFinite(edge.knots) && areFinite(edge.weights);
+}
+
+} // namespace
+
 bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge) {
     HatchEdge made;
     switch (curve.type()) {
@@ -181,6 +198,7 @@ bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge) {
     default:
         return false;
     }
+    if (!isFinite(made)) return false;
     edge = std::move(made);
     return true;
 }

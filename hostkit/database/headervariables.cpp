@@ -2,6 +2,9 @@
 
 #include "changelog.h"
 
+#include <algorithm>
+#include <cmath>
+
 using AcDb::GroupKind;
 
 namespace hostkit {
@@ -97,7 +100,7 @@ void HeaderVariables::putBack(std::wstring_view name, const std::optional<Variab
 }
 
 void HeaderVariables::setReal(std::wstring_view name, double value, short code) {
-    change(name, GroupKind::kReal, code).groups.appendReal(code, value);
+    if (std::isfinite(value)) change(name, GroupKind::kReal, code).groups.appendReal(code, value);
 }
 
 void HeaderVariables::setInteger(std::wstring_view name, Adesk::Int64 value, short code) {
@@ -113,7 +116,9 @@ void HeaderVariables::setHandle(std::wstring_view name, Adesk::UInt64 value, sho
 }
 
 void HeaderVariables::setPoint(std::wstring_view name, const double* coordinates, int dimension, short code) {
-    change(name, GroupKind::kPoint, code).groups.appendPoint(code, coordinates, dimension);
+    const bool isPoint =
+        std::all_of(coordinates, coordinates + dimension, [](double value) { return std::isfinite(value); });
+    if (isPoint) change(name, GroupKind::kPoint, code).groups.appendPoint(code, coordinates, dimension);
 }
 
 } // namespace hostkit

@@ -47,7 +47,8 @@ public:
     AcGePoint3d point(std::wstring_view name) const;
 
     // Replace the variable by one group and mark it as modified. A variable that is there keeps its code, if
-    // the code is of the same kind.
+    // the code is of the same kind. A real or a point with values that are infinite or no numbers changes
+    // nothing.
 
     void setReal(std::wstring_view name, double value, short code = 40);
     void setInteger(std::wstring_view name, Adesk::Int64 value, short code = 70);

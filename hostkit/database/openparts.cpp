@@ -22,6 +22,17 @@ Acad::ErrorStatus OpenParts::open(const SubentityList& parts) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus OpenParts::open(const std::vector<AcDbObjectId>& parts) {
+    for (const AcDbObjectId id : parts) {
+        if (id.isErased()) continue;
+        AcDbEntity* part = nullptr;
+        const Acad::ErrorStatus status = acdbOpenAcDbEntity(part, id, AcDb::kForWrite);
+        if (status != Acad::eOk) return status;
+        m_parts.push_back(part);
+    }
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus OpenParts::transformBy(const AcGeMatrix3d& matrix) {
     for (std::size_t i = 0; i < m_parts.size(); ++i) {
         const Acad::ErrorStatus status = m_parts[i]->transformBy(matrix);

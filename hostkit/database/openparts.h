@@ -18,6 +18,8 @@ public:
 
     /// Parts of a non-resident entity need no opening. The status of the first one that cannot be opened.
     Acad::ErrorStatus open(const SubentityList& parts);
+    /// Likewise of entities of a drawing.
+    Acad::ErrorStatus open(const std::vector<AcDbObjectId>& parts);
     /// Moves all, or, where one cannot follow, none.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
 

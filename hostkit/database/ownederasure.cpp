@@ -1,7 +1,9 @@
 #include "ownederasure.h"
 
+#include "dbaccess.h"
 #include "dbobject.h"
 #include "dbopen.h"
+#include "ownedobjects.h"
 
 namespace hostkit {
 
@@ -12,9 +14,13 @@ void eraseWithOwner(AcDbObjectId id, bool erasing) {
     AcDbObject* object = nullptr;
     if (acdbOpenAcDbObject(object, id, AcDb::kForWrite, true) != Acad::eOk) return;
     if (object->erase(erasing) == Acad::eOk)
-        stub.flags = static_cast<Adesk::UInt8>(erasing ? stub.flags | kStubErasedWithOwner
-                                                       : stub.flags & ~kStubErasedWithOwner);
+        stub.flags = static_cast<Adesk::UInt8>(stub.flags | (erasing ? kStubErasedWithOwner : 0));
     object->close();
+}
+
+void eraseOwned(const AcDbObject& owner, bool erasing) {
+    eraseWithOwner(DatabaseAccess::extensionDictionary(owner), erasing);
+    DatabaseAccess::ownedObjects(*owner.database()).eraseWith(owner, erasing);
 }
 
 } // namespace hostkit

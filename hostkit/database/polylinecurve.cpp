@@ -4,6 +4,7 @@
 #include "curvesupport.h"
 #include "dbpolyline.h"
 #include "entitycoordinates.h"
+#include "flatmotion.h"
 
 namespace hostkit {
 
@@ -17,6 +18,11 @@ constexpr double kShapeTolerance = 1e-10;
 Acad::ErrorStatus movePlane(const AcGeVector3d& normal, double elevation, const AcGeMatrix3d& matrix,
                             bool hasArcs, PlaneMove& move) {
     if (!isInvertible(matrix)) return Acad::eInvalidInput;
+    if (isShift(matrix)) {
+        const AcGeVector3d way = toEntity(normal, matrix.translation());
+        move = {AcGeMatrix3d::translation(way), normal, elevation + way.z, 1.0, 1.0, false};
+        return Acad::eOk;
+    }
     const AcGeMatrix3d toOldWorld = isZAxis(normal) ? AcGeMatrix3d() : arbitraryAxisSystem(normal);
     const AcGeMatrix3d toNewWorld = matrix * toOldWorld;
     const AcGeVector3d x = toNewWorld * AcGeVector3d::kXAxis;

@@ -86,6 +86,7 @@ void SubentityList::appendResident(AcDbObjectId id) {
 
 void SubentityList::eraseAll(bool erasing) {
     for (const AcDbObjectId id : m_ids) eraseWithOwner(id, erasing);
+    eraseWithOwner(m_sequenceEnd, erasing);
 }
 
 } // namespace hostkit

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dbopen.h"
+#include "extendeddatamotion.h"
 #include "subentitylist.h"
 
 namespace hostkit {
@@ -30,6 +31,13 @@ public:
     }
     WritableVertices(const WritableVertices&) = delete;
     WritableVertices& operator=(const WritableVertices&) = delete;
+
+    /// What the vertices' extended data becomes, for the motion to apply once nothing can fail any more.
+    Acad::ErrorStatus addTo(ExtendedDataMotion& motion) const {
+        for (Vertex* vertex : m_vertices)
+            if (const Acad::ErrorStatus status = motion.add(*vertex); status != Acad::eOk) return status;
+        return Acad::eOk;
+    }
 
     Acad::ErrorStatus status() const { return m_status; }
     const std::vector<Vertex*>& all() const { return m_vertices; }

@@ -11,6 +11,7 @@
 #include "hostwindows.h"
 #include "menucommands.h"
 #include "menugroup.h"
+#include "outputfiles.h"
 #include "spacecommands.h"
 #include "statusbarprogress.h"
 #include "textencoding.h"
@@ -96,6 +97,7 @@ StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {
     ReadReport report;
+    m_parts->port.outputs().protect(file, OutputFiles::Role::drawing, L"the drawing that was opened");
     StatusBarProgress progress(*this, L"Opening", file);
     ReadOptions options;
     options.progress = &progress;

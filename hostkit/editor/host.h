@@ -76,7 +76,8 @@ public:
     StatusBarMeter& meter();
 
     /// Reads a drawing into a new document, which becomes the current one. Problems go to the port with file,
-    /// line and reason. On failure nothing of it stays. The meter shows how far it has come, unless one is
+    /// line and reason. On failure nothing of it stays. No output of the run replaces the file, but for a
+    /// saving that was told to (outputfiles.h). The meter shows how far it has come, unless one is
     /// shown already; so does it for a save.
     Acad::ErrorStatus openDocument(std::wstring_view file);
     /// A new empty drawing without a file.

@@ -4,6 +4,7 @@
 #include "host.h"
 #include "menufile.h"
 #include "menugroup.h"
+#include "outputfiles.h"
 #include "systempath.h"
 
 namespace hostkit {
@@ -15,9 +16,10 @@ void loadMenu() {
     if (file.IsEmpty()) return failCommand(Acad::eInvalidInput, L"a menu file is needed");
     auto group = std::make_shared<MenuGroup>();
     std::wstring problem;
-    const Acad::ErrorStatus status =
-        readMenuFile(pathFromSystem(findPath(file.GetString())), *group, problem);
+    const std::wstring path = pathFromSystem(findPath(file.GetString()));
+    const Acad::ErrorStatus status = readMenuFile(path, *group, problem);
     if (status != Acad::eOk) return failCommand(status, problem);
+    currentPort()->outputs().protect(path, OutputFiles::Role::input, L"a menu file that was loaded");
     const std::wstring name = group->name;
     const auto toolbars = static_cast<int>(group->toolbars.size());
     if (!Host::current()->menuGroups().add(std::move(group)))

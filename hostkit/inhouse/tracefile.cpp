@@ -1,9 +1,11 @@
 #include "tracefile.h"
 
+#include "atomicfile.h"
+
 #include <charconv>
 #include <chrono>
-#include <cstdio>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <unistd.h>
@@ -23,13 +25,12 @@ struct ThreadTrack {
 
 // Everything about the running trace; guarded by the mutex, since geometry may be called on any thread.
 struct Trace {
-    std::FILE* file = nullptr;
+    std::unique_ptr<AtomicFile> file;
     std::string buffer;
     std::string processAndThread; // the same in every event up to the thread's number
     Clock::time_point start;
     unsigned generation = 0;
     bool first = true;
-    bool intact = true;
     std::map<std::thread::id, ThreadTrack> threads;
 };
 
@@ -45,8 +46,7 @@ ThreadTrack& track() {
 constexpr std::size_t bufferSize = 1 << 16;
 
 void flush() {
-    if (std::fwrite(g_trace.buffer.data(), 1, g_trace.buffer.size(), g_trace.file) != g_trace.buffer.size())
-        g_trace.intact = false;
+    g_trace.file->write(g_trace.buffer);
     g_trace.buffer.clear();
 }
 
@@ -109,11 +109,11 @@ void traceEnd(unsigned token) {
 TraceFile::TraceFile(const std::string& path) {
     const std::lock_guard lock(g_mutex);
     if (g_trace.file) return;
-    std::FILE* file = std::fopen(path.c_str(), "w");
-    if (!file) return;
+    auto file = std::make_unique<AtomicFile>(path);
+    if (!file->isGood()) return;
     const unsigned generation = g_trace.generation + 1;
     g_trace = Trace{};
-    g_trace.file = file;
+    g_trace.file = std::move(file);
     g_trace.start = Clock::now();
     g_trace.generation = generation;
     g_trace.processAndThread = ",\"pid\":" + std::to_string(getpid()) + ",\"tid\":";
@@ -123,7 +123,11 @@ TraceFile::TraceFile(const std::string& path) {
 
 TraceFile::~TraceFile() { close(); }
 
-bool TraceFile::close() {
+bool TraceFile::close() { return end(true); }
+
+void TraceFile::discard() { end(false); }
+
+bool TraceFile::end(bool isWanted) {
     if (!m_open) return true;
     m_open = false;
     const std::lock_guard lock(g_mutex);
@@ -132,9 +136,8 @@ bool TraceFile::close() {
         for (; own.depth > 0; --own.depth) write('E', L"", own.number);
     g_trace.buffer += g_trace.first ? "[\n]\n" : "\n]\n";
     flush();
-    bool intact = g_trace.intact;
-    intact = std::fclose(g_trace.file) == 0 && intact;
-    g_trace.file = nullptr;
+    const bool intact = isWanted && g_trace.file->commit();
+    g_trace.file.reset();
     g_trace.threads.clear();
     return intact;
 }

@@ -16,7 +16,8 @@ void traceEnd(unsigned token);
 /// Traces from its construction to its end. One at a time: a second one while the first lives stays closed.
 /// The file is an array of trace events, one a line: "B" and "E" for the start and end of a call, in
 /// microseconds since tracing began, with the process and a number for the thread. Calls that are still
-/// running at the end are closed there, so that the file always nests.
+/// running at the end are closed there, so that the file always nests. It stands under its name once the
+/// trace is closed, whole (atomicfile.h); a pipe gets it as it grows.
 class TraceFile {
 public:
     /// `path` is in the file system's own bytes. isOpen() tells whether the file could be made.
@@ -29,8 +30,12 @@ public:
     /// False when some of it could not be written (a full disk, say). Closes the file; the destructor then
     /// has nothing left to do.
     bool close();
+    /// Ends the trace without a file; what stood there stays.
+    void discard();
 
 private:
+    bool end(bool isWanted);
+
     bool m_open = false;
 };
 

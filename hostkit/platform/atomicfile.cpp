@@ -1,7 +1,9 @@
 #include "atomicfile.h"
 
 #include <cerrno>
+#include <charconv>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
@@ -26,18 +28,6 @@ std::string directoryOf(const std::string& path) {
 std::string nameOf(const std::string& path) {
     const std::size_t separator = path.rfind('/');
     return separator == std::string::npos ? path : path.substr(separator + 1);
-}
-
-// What a symbolic link names, also where that does not exist yet; the path itself for anything else.
-std::string followLinks(std::string path) {
-    for (int depth = 0; depth < 40; ++depth) {
-        char target[PATH_MAX];
-        const ssize_t length = readlink(path.c_str(), target, sizeof target);
-        if (length <= 0) break;
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next[0] == '/' ? next : directoryOf(path).append(1, '/').append(next);
-    }
-    return path;
 }
 
 // The rename is on the disk only once its directory is.
@@ -88,10 +78,44 @@ void removeAbandonedTemporaries(const std::string& path) {
     }
 }
 
+// Where the file system cannot refuse to replace a file, it is looked for first.
+bool renameToFreeName(const std::string& from, const std::string& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    struct stat status;
+    if (lstat(to.c_str(), &status) != 0) return rename(from.c_str(), to.c_str()) == 0;
+    errno = EEXIST;
+    return false;
+}
+
 } // namespace
 
-AtomicFile::AtomicFile(std::string path)
-    : path_(followLinks(std::move(path))) {
+int streamNumber(const std::string& path) {
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        if (!path.starts_with(folder)) continue;
+        int number = -1;
+        const char* const last = path.data() + path.size();
+        const auto [end, error] = std::from_chars(path.data() + folder.size(), last, number);
+        return error == std::errc() && end == last ? number : -1;
+    }
+    return -1;
+}
+
+std::string targetOfLinks(std::string path) {
+    for (int depth = 0; depth < 40 && streamNumber(path) < 0; ++depth) {
+        char target[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), target, sizeof target);
+        if (length <= 0) break;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next[0] == '/' ? next : directoryOf(path).append(1, '/').append(next);
+    }
+    return path;
+}
+
+AtomicFile::AtomicFile(std::string path, Existing existing)
+    : path_(targetOfLinks(std::move(path)))
+    , existing_(existing) {
+    if (openStream() || error_) return;
     removeAbandonedTemporaries(path_);
     if (openTemporary())
         takeOverPermissions();
@@ -107,6 +131,20 @@ void AtomicFile::drop() {
     temporary_.clear();
     if (descriptor_ >= 0) close(descriptor_);
     descriptor_ = -1;
+}
+
+// False, without a failure, for what is no stream.
+bool AtomicFile::openStream() {
+    const int number = streamNumber(path_);
+    struct stat status;
+    const bool isDevice =
+        stat(path_.c_str(), &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
+    if (number < 0 && !isDevice) return false;
+    isStream_ = true;
+    descriptor_ = number >= 0 ? fcntl(number, F_DUPFD_CLOEXEC, 0)
+                              : open(path_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    if (descriptor_ < 0) fail();
+    return true;
 }
 
 bool AtomicFile::openTemporary() {
@@ -164,12 +202,21 @@ void AtomicFile::flushBuffer() {
     buffer_.clear();
 }
 
+bool AtomicFile::giveName() {
+    if (existing_ == Existing::keep) return renameToFreeName(temporary_, path_);
+    return rename(temporary_.c_str(), path_.c_str()) == 0;
+}
+
 bool AtomicFile::commit() {
     const std::string directory = directoryOf(path_); // while a shortage of memory can still stop the save
     if (descriptor_ < 0 && !error_) error_ = EBADF;
     if (!error_) flushBuffer();
+    if (isStream_) {
+        drop();
+        return error_ == 0;
+    }
     if (!error_ && fsync(descriptor_) != 0) fail();
-    if (!error_ && rename(temporary_.c_str(), path_.c_str()) != 0) fail();
+    if (!error_ && !giveName()) fail();
     if (!error_) temporary_.clear();
     drop();
     if (error_) return false;

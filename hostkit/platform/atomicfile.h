@@ -11,11 +11,15 @@ namespace hostkit {
 /// under its name. The bytes go to a hidden temporary file in the same directory; commit() flushes them to
 /// the disk and renames. An object that is not committed leaves nothing behind; what a process leaves that is
 /// killed meanwhile is removed by whoever next writes the same file, and files that others are writing stay.
-/// A symbolic link is followed: the file that it names is replaced.
+/// A symbolic link is followed: the file that it names is replaced. A pipe, a terminal or another device of
+/// characters, and an open stream by its name (/dev/stdout, /dev/fd/5), take the bytes as they come.
 class AtomicFile {
 public:
+    /// keep: a file that came to stand there meanwhile is left alone, and commit() fails with EEXIST.
+    enum class Existing { replace, keep };
+
     /// path in the bytes of the file system (mapPath).
-    explicit AtomicFile(std::string path);
+    explicit AtomicFile(std::string path, Existing existing = Existing::replace);
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
@@ -33,6 +37,8 @@ public:
 
 private:
     bool openTemporary();
+    bool openStream();
+    bool giveName();
     void flushBuffer();
     void takeOverPermissions();
     void fail();
@@ -41,9 +47,18 @@ private:
     std::string path_;
     std::string temporary_;
     std::string buffer_;
+    Existing existing_;
+    bool isStream_ = false;
     int descriptor_ = -1;
     int error_ = 0;
 };
+
+/// What a symbolic link names in the end, also where that does not exist yet; any other path as it stands.
+/// The name of an open stream is an end.
+std::string targetOfLinks(std::string path);
+/// The descriptor that the path is the name of (/dev/fd/5 and /proc/self/fd/5, not their links); -1 for
+/// others.
+int streamNumber(const std::string& path);
 
 /// Reads a whole file. False, with content untouched and errno set, when it cannot be read or is larger than
 /// limit bytes.

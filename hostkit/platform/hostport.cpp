@@ -1,6 +1,7 @@
 #include "hostport.h"
 
 #include "desktop.h"
+#include "outputfiles.h"
 #include "registrystore.h"
 #include "textencoding.h"
 #include "windows.h"
@@ -21,6 +22,8 @@ HostPort::HostPort() = default;
 HostPort::~HostPort() = default;
 
 void HostPort::print(std::wstring_view) {}
+
+void HostPort::flush() {}
 
 Input HostPort::readLine(std::wstring_view, std::wstring&) { return Input::end; }
 
@@ -90,6 +93,11 @@ RegistryStore& HostPort::registry() {
 }
 
 void HostPort::setRegistry(std::unique_ptr<RegistryStore> store) { registry_ = std::move(store); }
+
+OutputFiles& HostPort::outputs() {
+    if (!outputs_) outputs_ = std::make_unique<OutputFiles>(*this);
+    return *outputs_;
+}
 
 std::string HostPort::driveRoot(wchar_t) const { return {}; }
 

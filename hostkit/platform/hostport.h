@@ -10,6 +10,7 @@
 namespace hostkit {
 
 class Desktop;
+class OutputFiles;
 class RegistryStore;
 struct ShownWindow;
 struct WindowAction;
@@ -29,6 +30,8 @@ public:
 
     /// Text for the command line, as it stands: no line end is added. Headless: dropped.
     virtual void print(std::wstring_view text);
+    /// Sends on what print still holds back. Headless: nothing is held.
+    virtual void flush();
     /// Shows the prompt and waits for one line, without its line end. The line is only set for Input::line.
     /// Headless: Input::end.
     virtual Input readLine(std::wstring_view prompt, std::wstring& line);
@@ -77,6 +80,9 @@ public:
     virtual RegistryStore& registry();
     void setRegistry(std::unique_ptr<RegistryStore> store);
 
+    /// The files of this run. Whatever writes a file that the user has named asks here first.
+    OutputFiles& outputs();
+
     /// The directory that stands for a drive letter, in the bytes of the file system, without closing
     /// separator. Headless: empty, so that a letter is dropped and "C:\data" is "/data".
     virtual std::string driveRoot(wchar_t letter) const;
@@ -84,6 +90,7 @@ public:
 private:
     std::unique_ptr<RegistryStore> registry_;
     std::unique_ptr<Desktop> desktop_;
+    std::unique_ptr<OutputFiles> outputs_;
     std::map<std::wstring, std::wstring, std::less<>> environment_;
 };
 

@@ -307,6 +307,17 @@ std::vector<RegistryTextProblem> readRegistryText(std::string_view text, Registr
     return TextReader(tree).run(text);
 }
 
+bool isRegistryText(std::string_view text) {
+    RegistryTree ignored;
+    if (readRegistryText(text, ignored).empty()) return true;
+    for (std::size_t at = 0; (at = text.find('[', at)) != std::string_view::npos; ++at) {
+        const std::size_t end = text.substr(0, at).find_last_not_of(" \t\xEF\xBB\xBF");
+        const bool isAtStart = end == std::string_view::npos || text[end] == '\n';
+        if (isAtStart && equalNoCase(wideFromUtf8(text.substr(at + 1, 5)), L"HKEY_")) return true;
+    }
+    return false;
+}
+
 std::string writeRegistryText(const RegistryTree& tree) {
     std::string out =
         "; Registry of the CAD host, UTF-8: a [key] a line, its values below it. Comments are not kept.\n";

@@ -32,6 +32,10 @@ struct RegistryTextProblem {
 /// below it are left out with it. Never fails as a whole.
 std::vector<RegistryTextProblem> readRegistryText(std::string_view text, RegistryTree& tree);
 
+/// False for a text that was never a registry: it holds lines, and among those that cannot be read none that
+/// begins as a key does, with "[HKEY_".
+bool isRegistryText(std::string_view text);
+
 /// Keys and values in order of their names, so that equal registries are equal files.
 std::string writeRegistryText(const RegistryTree& tree);
 

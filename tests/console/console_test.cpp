@@ -215,7 +215,7 @@ TEST_F(WholeProgram, TheTraceIsATimelineOfNestedCalls) {
 TEST_F(WholeProgram, QuietSilencesTheConsoleAlone) {
     std::vector<std::string> layers = {drawing, "--command", "LAYERS", "--output", output};
     expectHas(outputOf(layers), {"Saved"});
-    layers.emplace_back("--quiet");
+    layers.insert(layers.end(), {"--quiet", "--overwrite"});
     const std::string quiet = outputOf(layers);
     EXPECT_FALSE(has(quiet, "Saved"));
     expectHas(quiet, {"SQUARE"});

@@ -133,6 +133,13 @@ TEST_F(ContoursTest, TextAndCsvTellTheSameWithTheUnit) {
     const std::string file = folder / "report with blanks.csv";
     contours(drawing, "CSV " + file);
     EXPECT_EQ(readFile(file), csv);
+    // The name is the rest of the line but for the word that replaces it; quoted, the rest is words.
+    writtenFile(folder, "report with blanks.csv", "old");
+    contours(drawing, "CSV " + file + "  overwrite ");
+    EXPECT_EQ(readFile(file), csv);
+    expectProblems({folder / "drawing.dxf", "--module", slabModule, "--command",
+                    "CONTOURS CSV \"" + file + "\" overwritten"},
+                   exitcode::commandFailed, {"OVERWRITE or nothing"});
 }
 
 TEST_F(ContoursTest, TheExampleDrawingsHoldWhatTheyShow) {

@@ -40,7 +40,6 @@ TEST(Options, WhatCannotBeMeantIsRefusedByName) {
         {{"a.dxf", "--module="}, L"--module"},
         {{"a.dxf", "--quiet=1"}, L"--quiet"},
         {{"a.dxf", "--new"}, L"--new"},
-        {{"a.dxf", "--overwrite"}, L"--output"},
         {{"a.dxf", "--script", "s", "--command", "c"}, L"exclude"},
         {{"--install", "d", "--language", "65536"}, L"--language"},
         {{"--install", "d", "--language", "-1"}, L"--language"},

@@ -12,7 +12,7 @@ protected:
         return result.output;
     }
     ProgramResult undone(const std::string& lines) {
-        return runScript({floorDrawing, "--module", helpful, "--output", saved}, lines);
+        return runScript({floorDrawing, "--module", helpful, "--output", saved, "--overwrite"}, lines);
     }
     bool isAsBefore() const { return readFile(saved) == readFile(floorDrawing); }
 

@@ -6,7 +6,7 @@ namespace {
 class VariablesCommandTest : public ConsoleTest {
 protected:
     ProgramResult helpedBy(const std::string& lines) {
-        return runScript({"--new", "--quiet", "--module", helpful, "--output", saved}, lines);
+        return runScript({"--new", "--quiet", "--module", helpful, "--output", saved, "--overwrite"}, lines);
     }
     std::string saved = folder / "saved.dxf";
 };

@@ -88,13 +88,33 @@ TEST(Drawing, HandlesLeadToIdsAndAreNeverGivenTwice) {
     EXPECT_EQ(known.begin()->second, missing);
 }
 
-TEST(Drawing, TheLargestHandleLeavesTheSmallFreeOnes) {
-    AcDbDatabase database(false);
-    DatabaseAccess::add(database, new AcDbPoint, std::numeric_limits<Adesk::UInt64>::max(), AcDbObjectId());
-    DatabaseAccess::add(database, new AcDbPoint, 1, AcDbObjectId());
-    const AcDbObjectId next = DatabaseAccess::add(database, new AcDbPoint, 0, AcDbObjectId());
-    EXPECT_EQ(2u, next.handle().value());
-    EXPECT_EQ(3u, DatabaseAccess::add(database, new AcDbPoint, 0, AcDbObjectId()).handle().value());
+TEST(Drawing, HandlesNearTheTopLeaveRoomForNewObjects) {
+    constexpr AcDbHandleValue largest = std::numeric_limits<AcDbHandleValue>::max();
+    constexpr AcDbHandleValue highest = 0xFFFFFFFEFFFFFFFF;
+    const auto next = [](AcDbDatabase& database) {
+        AcDbObjectId id;
+        auto* point = new AcDbPoint;
+        EXPECT_EQ(Acad::eOk, database.addAcDbObject(id, point));
+        point->close();
+        EXPECT_EQ(id, DatabaseAccess::find(database, id.handle().value()));
+        return id.handle().value();
+    };
+    AcDbDatabase named(false);
+    DatabaseAccess::add(named, new AcDbPoint, largest, AcDbObjectId());
+    DatabaseAccess::reserve(named, highest + 1);
+    DatabaseAccess::add(named, new AcDbPoint, 1, AcDbObjectId());
+    EXPECT_EQ(2u, named.handseed().value());
+    EXPECT_EQ(Acad::eOutOfRange, named.setHandseed(AcDbHandle(highest + 1)));
+    EXPECT_EQ(Acad::eOutOfRange, named.setHandseed(AcDbHandle(largest)));
+    EXPECT_EQ(Acad::eOk, named.setHandseed(AcDbHandle(1)));
+    EXPECT_EQ(2u, next(named)) << "never lowered";
+    EXPECT_EQ(Acad::eOk, named.setHandseed(AcDbHandle(highest)));
+    DatabaseAccess::reserve(named, 4);
+    EXPECT_EQ(highest, next(named));
+    EXPECT_EQ(highest + 2, named.handseed().value()) << "the one before is promised";
+    for (const AcDbHandleValue free : {3u, 5u, 6u}) EXPECT_EQ(free, next(named));
+    EXPECT_EQ(highest + 2, named.handseed().value());
+    EXPECT_TRUE(DatabaseAccess::add(named, std::make_unique<AcDbPoint>().get(), largest, {}).isNull());
 }
 
 TEST(Drawing, AReservedIdTakesItsObjectLater) {

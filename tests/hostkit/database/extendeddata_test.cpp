@@ -4,8 +4,12 @@
 
 #include "acdbads.h"
 #include "dbapserv.h"
+#include "dbhatch.h"
 #include "dbpoint.h"
+#include "dbspline.h"
+#include "gelnsg2d.h"
 #include "groupblock.h"
+#include "headervariables.h"
 
 #include <cmath>
 #include <cstring>
@@ -121,6 +125,56 @@ TEST_F(ExtendedData, RefusedListsChangeNothing) {
     EXPECT_EQ(Acad::eNotOpenForWrite, set(acutBuildList(1001, L"ORDANE", 1000, L"late", 0)));
     point->upgradeOpen();
     EXPECT_EQ("1001 ORDANE, 1000 kept", text());
+}
+
+TEST_F(ExtendedData, WhatIsNoNumberIsRefused) {
+    ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1000, L"kept", 0)));
+    AcDbXrecord record;
+    ASSERT_EQ(Acad::eOk, record.setFromRbChain(*List(acutBuildList(40, 1.0, 0))));
+    for (const double none : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        for (const short code : {1040, 1041, 1042})
+            EXPECT_EQ(Acad::eInvalidResBuf, set(acutBuildList(1001, L"ORDANE", 1040, 1.0, code, none, 0)));
+        for (const short code : {1010, 1011, 1012, 1013, 10, 210}) {
+            for (int axis = 0; axis < 3; ++axis) {
+                double place[] = {1.0, 2.0, 3.0};
+                place[axis] = none;
+                if (code >= 1000)
+                    EXPECT_EQ(Acad::eInvalidResBuf, set(acutBuildList(1001, L"ORDANE", code, place, 0)));
+                else
+                    EXPECT_EQ(Acad::eInvalidResBuf,
+                              record.appendRbChain(*List(acutBuildList(1, L"a", code, place, 70, 1, 0))));
+            }
+        }
+        const List real(acutBuildList(1, L"text", 330, L"AB", 140, none, 70, 2, 0));
+        EXPECT_EQ(Acad::eInvalidResBuf, record.setFromRbChain(*real));
+        GroupBlock groups;
+        ASSERT_EQ(Acad::eOk, groups.appendList(real.get()));
+        EXPECT_EQ(Acad::eInvalidInput, record.setGroups(groups));
+        EXPECT_EQ(Acad::eInvalidInput, AcDbDimStyleTableRecord().setGroups(groups));
+        EXPECT_EQ(Acad::eInvalidInput, AcDbUCSTableRecord().setGroups(groups));
+        EXPECT_EQ(Acad::eInvalidInput, AcDbViewTableRecord().setGroups(groups));
+        EXPECT_EQ(Acad::eInvalidInput, AcDbBlockTableRecord().setOrigin({0.0, none, 0.0}));
+        AcDbSpline spline;
+        const AcGePoint3dArray points = pointsOf({{0, 0, 0}, {1, 1, 0}});
+        for (const auto& [first, second] : {std::pair(none, 0.0), {0.0, none}})
+            EXPECT_EQ(Acad::eInvalidInput,
+                      spline.setNurbsData(1, false, false, false, points, numbersOf({0, 0, 1, 1}),
+                                          AcGeDoubleArray(), first, second));
+        AcDbHatch hatch;
+        AcGeVoidPointerArray edges;
+        AcGeLineSeg2d edge(AcGePoint2d(0.0, 0.0), AcGePoint2d(1.0, none));
+        edges.append(&edge);
+        EXPECT_EQ(Acad::eInvalidInput, hatch.appendLoop(AcDbHatch::kDefault, edges, arrayOf({1})));
+        database.header().setReal(L"LTSCALE", none);
+        const double base[] = {0.0, 0.0, none};
+        database.header().setPoint(L"INSBASE", base, 3);
+    }
+    EXPECT_EQ("1001 ORDANE, 1000 kept", text());
+    resbuf* chain = nullptr;
+    ASSERT_EQ(Acad::eOk, record.rbChain(&chain));
+    EXPECT_EQ("40 1", textOf(List(chain)));
+    EXPECT_EQ(1.0, database.ltscale());
+    EXPECT_EQ(AcGePoint3d(), database.insbase());
 }
 
 TEST_F(ExtendedData, TheLimitIsOnAllApplicationsTogether) {

@@ -4,6 +4,7 @@
 #include "dbattdef.h"
 #include "dbattribute.h"
 #include "dbcircle.h"
+#include "dbdim.h"
 #include "dbline.h"
 #include "dbminsert.h"
 #include "dbsolid.h"
@@ -15,6 +16,7 @@
 namespace {
 
 using namespace drawingtest;
+using hostkit::DatabaseAccess;
 using motions::boxOf;
 using motions::isNear;
 using motions::partsOf;
@@ -234,7 +236,9 @@ TEST_F(Insertions, BlocksThatHoldThemselvesEnd) {
     append(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
     append(outer, new AcDbBlockReference({100.0, 0.0, 0.0}, inner));
     // The class refuses such a block, but a file may have one.
-    append(inner, new AcDbBlockReference({0.0, 100.0, 0.0}, outer));
+    const AcDbObjectId back =
+        DatabaseAccess::add(m_drawing, new AcDbBlockReference({0.0, 100.0, 0.0}, outer), 0, inner);
+    DatabaseAccess::appendToBlock(*DatabaseAccess::objectOf<AcDbBlockTableRecord>(inner), back);
     AcDbBlockReference whole({}, outer);
     whole.setRotation(0.0);
     EXPECT_TRUE(isNear(boxOf(whole), AcDbExtents({-1.0, 0.0, -2.0}, {100.0, 9.0, 5.0})));
@@ -258,6 +262,39 @@ TEST_F(Insertions, ABlockCannotBePutIntoItself) {
     AcDbDatabase other;
     EXPECT_EQ(reference->setBlockTableRecord(other.modelSpaceId()), Acad::eInvalidInput);
     EXPECT_EQ(reference->setBlockTableRecord(addFlag(L"ANOTHER")), Acad::eOk);
+    EXPECT_EQ(reference->setBlockTableRecord(inner), Acad::eOk);
+    const auto enter = [](AcDbObjectId block, std::unique_ptr<AcDbEntity> entity) {
+        AcDbObjectPointer<AcDbBlockTableRecord> opened(block, AcDb::kForWrite);
+        AcDbObjectId id;
+        const Acad::ErrorStatus status = opened->appendAcDbEntity(id, entity.get());
+        EXPECT_EQ(id.isNull(), status != Acad::eOk);
+        if (status == Acad::eOk) entity.release()->close();
+        return status;
+    };
+    const auto referenceTo = [](AcDbObjectId block) {
+        return std::make_unique<AcDbBlockReference>(AcGePoint3d(), block);
+    };
+    const auto dimensionOf = [](AcDbObjectId block) {
+        auto dimension = std::make_unique<AcDbDimension>();
+        EXPECT_EQ(dimension->setDimBlockId(block), Acad::eOk);
+        return dimension;
+    };
+    const AcDbObjectId space = m_drawing.modelSpaceId();
+    for (const AcDbObjectId block : {outer, middle, inner}) {
+        EXPECT_EQ(enter(inner, referenceTo(block)), Acad::eCyclicReference);
+        EXPECT_EQ(enter(inner, dimensionOf(block)), Acad::eCyclicReference);
+        EXPECT_EQ(enter(space, referenceTo(block)), Acad::eOk);
+    }
+    EXPECT_EQ(enter(space, referenceTo(space)), Acad::eCyclicReference);
+    EXPECT_EQ(enter(outer, referenceTo(inner)), Acad::eOk);
+    const AcDbObjectId once = addBlock(L"ONCE");
+    ASSERT_EQ(erase(append(once, new AcDbBlockReference({}, middle))), Acad::eOk);
+    EXPECT_EQ(enter(middle, referenceTo(once)), Acad::eOk) << "what is erased does not count";
+    EXPECT_EQ(enter(addBlock(L"SHOWN"), dimensionOf(outer)), Acad::eOk);
+    EXPECT_EQ(
+        enter(outer, referenceTo(
+                         AcDbSymbolTablePointer<AcDbBlockTable>(&m_drawing, AcDb::kForRead)->find(L"SHOWN"))),
+        Acad::eCyclicReference);
 }
 
 /// Each level shows the one below it twice: 2^40 flags, all turned.

@@ -151,7 +151,10 @@ TEST(Audit, damageInMemory) {
          L"its entry lost, ABCD, is missing"},
         {"a block in itself", AuditCheck::kBlock, fault,
          [](Subject& s) {
-             return append(s.block, new AcDbBlockReference({0, 0, 0}, s.block)), s.block;
+             auto* const within = new AcDbBlockReference({0, 0, 0}, s.block);
+             Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block),
+                                   Access::add(*s.database, within, 0, s.block));
+             return s.block;
          },
          L"the block Anchor contains itself"},
         {"an erased block that is inserted", AuditCheck::kBlock, fault,

@@ -191,8 +191,7 @@ TEST(AtomicFile, ReplacesWholeOrNotAtAll) {
     EXPECT_EQ(folder.count(), 2u);
 
     std::filesystem::create_directory(folder / "sub");
-    for (const std::string& place :
-         {folder / "none/x", folder / "sub", std::string("/dev/null"), std::string()}) {
+    for (const std::string& place : {folder / "none/x", folder / "sub", std::string()}) {
         AtomicFile refused(place);
         refused.write("x");
         EXPECT_FALSE(refused.commit()) << place;

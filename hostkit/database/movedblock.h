@@ -1,0 +1,18 @@
+// Stand-in for the host's blocks that follow what they show. Covers a copy of a block with its contents moved; leaves out who shows it.
+#pragma once
+
+#include "dbid.h"
+#include "gemat3d.h"
+
+class AcDbDimension;
+
+namespace hostkit {
+
+/// The block that shows a dimension after a motion: the earlier one with its contents moved, where nothing
+/// else shows it and nobody has a part of it open; else a new one ("*D" and the next free number) with moved
+/// copies in the same order, erased entities left out. Extension dictionaries and reactors of the contents
+/// stay with the originals, as with every copy. Null, and nothing changes: the earlier one is no block of the
+/// dimension's drawing, or holds what cannot be copied or moved. The block table may be open elsewhere.
+AcDbObjectId movedBlock(const AcDbDimension& dimension, AcDbObjectId earlier, const AcGeMatrix3d& matrix);
+
+} // namespace hostkit

@@ -1,0 +1,21 @@
+// Stand-in for the host's file dialog for saving. Covers asking for a file on the command line, and for replacing it; leaves out folders to browse.
+#pragma once
+
+#include "outputfiles.h"
+
+namespace hostkit {
+
+/// Asks the user of the running command for a file to write. Without a name it stays empty: the command line.
+/// The name is all that is left of the line, or stands in quotation marks; the word OVERWRITE behind it
+/// replaces a file that is there, and is asked for where a person sits there. False, and the command has
+/// failed with the reason or was stopped, when nothing can be written there: asked before the work, so that
+/// none is done in vain.
+[[nodiscard]] bool readOutputFile(const wchar_t* prompt, OutputFile& file);
+/// For commands that read name and OVERWRITE themselves: false, and the command has failed, when nothing may
+/// be written there.
+[[nodiscard]] bool acceptOutputFile(const OutputFile& file, OutputFiles::Kind kind = OutputFiles::Kind::file);
+/// Writes the file in one step. False, and the command has failed with eFileAccessErr and the reason, when
+/// that cannot be done.
+[[nodiscard]] bool writeOutputFile(const OutputFile& file, std::string_view bytes);
+
+} // namespace hostkit
