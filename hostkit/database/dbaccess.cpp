@@ -76,15 +76,34 @@ void DatabaseAccess::setExtensionDictionary(AcDbObject& object, AcDbObjectId id)
 }
 
 const std::wstring* DatabaseAccess::unknownName(const AcDbObject& object, short code) {
-    return object.m_extras ? object.m_extras->unknownNames.find(code) : nullptr;
+    const UnplacedFields* const fields = object.m_extras ? object.m_extras->unplaced.get() : nullptr;
+    if (!fields) return nullptr;
+    for (const auto& [known, name] : fields->names)
+        if (known == code) return &name;
+    return nullptr;
 }
 
 void DatabaseAccess::setUnknownName(AcDbObject& object, short code, std::wstring_view name) {
-    object.extras().unknownNames.put(code, name);
+    forgetUnknownName(object, code);
+    object.extras().unplaced.made().names.emplace_back(code, name);
 }
 
 void DatabaseAccess::forgetUnknownName(AcDbObject& object, short code) {
-    if (object.m_extras) object.m_extras->unknownNames.remove(code);
+    if (UnplacedFields* const fields = object.m_extras ? object.m_extras->unplaced.get() : nullptr)
+        std::erase_if(fields->names, [code](const auto& entry) { return entry.first == code; });
+}
+
+GroupBlock* DatabaseAccess::embedded(const AcDbObject& object) {
+    UnplacedFields* const fields = object.m_extras ? object.m_extras->unplaced.get() : nullptr;
+    return fields && !fields->embedded.isEmpty() ? &fields->embedded : nullptr;
+}
+
+GroupBlock& DatabaseAccess::madeEmbedded(AcDbObject& object) {
+    return object.extras().unplaced.made().embedded;
+}
+
+void DatabaseAccess::dropEmbedded(AcDbObject& object) {
+    if (GroupBlock* const block = embedded(object)) block->clear();
 }
 
 void DatabaseAccess::setPersistentReactors(AcDbObject& object, std::vector<AcDbObjectId>&& ids) {

@@ -82,6 +82,11 @@ public:
     static void setUnknownName(AcDbObject& object, short code, std::wstring_view name);
     static void forgetUnknownName(AcDbObject& object, short code);
 
+    /// The groups of an object within the object's record, from its mark on; null where there are none.
+    static GroupBlock* embedded(const AcDbObject& object);
+    static GroupBlock& madeEmbedded(AcDbObject& object);
+    static void dropEmbedded(AcDbObject& object);
+
     /// A bit for each group code of an entity's look; 0 for other codes.
     static Adesk::UInt32 lookBit(short code);
     /// A group of the look into the entity. False where its value has no place there.

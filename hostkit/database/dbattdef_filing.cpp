@@ -21,6 +21,7 @@ Acad::ErrorStatus AcDbAttributeDefinition::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbText::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbAttributeDefinition")) return status;
     m_tag.clear();
+    DatabaseAccess::dropEmbedded(*this);
     const bool hasVersion = filer->dwgVersion() >= AcDb::kDHL_1024;
     return readFields(*filer, Filing::groups, *this, [&](const AcDbDxfGroup& group) {
         if (group.code != Filing::versionOrLockCode) return false;
@@ -41,6 +42,7 @@ Acad::ErrorStatus AcDbAttributeDefinition::dxfOutFields(AcDbDxfFiler* filer) con
     writeFields(*filer, Filing::groups, *this);
     if (!m_lockPosition) filer->markDefault();
     filer->writeInteger(Filing::versionOrLockCode, m_lockPosition);
+    writeEmbedded(*filer, *this);
     return filer->filerStatus();
 }
 

@@ -20,6 +20,7 @@ Acad::ErrorStatus AcDbAttribute::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbText::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbAttribute")) return status;
     m_tag.clear();
+    DatabaseAccess::dropEmbedded(*this);
     const bool hasVersion = filer->dwgVersion() >= AcDb::kDHL_1024;
     return readFields(*filer, Filing::groups, *this, [&](const AcDbDxfGroup& group) {
         if (group.code != Filing::versionOrLockCode) return false;
@@ -40,6 +41,7 @@ Acad::ErrorStatus AcDbAttribute::dxfOutFields(AcDbDxfFiler* filer) const {
     writeFields(*filer, Filing::groups, *this);
     if (!m_lockPosition) filer->markDefault();
     filer->writeInteger(Filing::versionOrLockCode, m_lockPosition);
+    writeEmbedded(*filer, *this);
     return filer->filerStatus();
 }
 

@@ -39,7 +39,8 @@ struct AcDbDimension::Filing {
         return true;
     }
 
-    /// The place of the dimension's block stands in the part of all dimensions or in that of the type, by the writer.
+    /// The place of the dimension's block stands in the part of all dimensions or in that of the type, by the
+    /// writer.
     static bool readHeadPoint(AcDbDimension& dimension, const AcDbDxfGroup& group) {
         if (group.code > firstPointOfTypeCode || !readPoint(dimension, group)) return false;
         if (group.code == firstPointOfTypeCode) dimension.m_hasPoint |= placeInHeadBit;
@@ -47,8 +48,7 @@ struct AcDbDimension::Filing {
     }
 
     static bool readHead(AcDbDimension& dimension, const AcDbDxfGroup& group) {
-        if (group.code != measurementCode)
-            return readHeadPoint(dimension, group);
+        if (group.code != measurementCode) return readHeadPoint(dimension, group);
         dimension.m_measurement = group.real;
         return dimension.m_hasMeasurement = true;
     }
@@ -132,7 +132,8 @@ Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
     type.write(*this, type, *filer);
     for (const auto* field : {&attachment, &spacing, &factor}) field->write(*this, *field, *filer);
     if (m_hasMeasurement) filer->writeReal(Filing::measurementCode, m_measurement);
-    for (const auto* field : {&text, &textRotation, &horizontal, &normal}) field->write(*this, *field, *filer);
+    for (const auto* field : {&text, &textRotation, &horizontal, &normal})
+        field->write(*this, *field, *filer);
     // Older records do without the standard style's name.
     if (equalFolded(symbolName(m_styleId, L"STANDARD"), L"STANDARD")) filer->markOptional();
     writeRecord(*filer, style.code, *this, m_styleId, L"STANDARD");

@@ -5,6 +5,7 @@
 #include "dbapserv.h"
 #include "dblayertable.h"
 #include "dblinetypetable.h"
+#include "embeddedparagraph.h"
 #include "extendeddatamotion.h"
 #include "lineweights.h"
 
@@ -179,11 +180,13 @@ Acad::ErrorStatus AcDbEntity::explode(AcDbVoidPtrArray&) const { return Acad::eN
 void AcDbEntity::getEcs(AcGeMatrix3d& matrix) const { matrix.setToIdentity(); }
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
-    if (!hasXData()) return subTransformBy(matrix);
+    if (!hasXData() && !hostkit::DatabaseAccess::embedded(*this)) return subTransformBy(matrix);
     hostkit::ExtendedDataMotion motion(matrix);
     Acad::ErrorStatus status = motion.add(*this);
     if (status == Acad::eOk) status = subTransformBy(matrix);
-    if (status == Acad::eOk) motion.apply();
+    if (status != Acad::eOk) return status;
+    motion.apply();
+    hostkit::moveEmbeddedParagraph(*this, matrix);
     return status;
 }
 

@@ -61,8 +61,8 @@ public:
     /// The next group is the subclass mark of that name (it is read then), or the form has no subclass marks.
     /// Else nothing is read.
     virtual bool atSubclassData(const wchar_t* name);
-    /// As above for a class whose groups stand behind the one mark or the other, by their writer. They are those of the
-    /// part `name`.
+    /// As above for a class whose groups stand behind the one mark or the other, by their writer. They are
+    /// those of the part `name`.
     virtual bool atEitherSubclass(const wchar_t* name, const wchar_t* other) {
         return atSubclassData(name) || atSubclassData(other);
     }
@@ -85,8 +85,8 @@ public:
 
     // Writing. What fails is told by filerStatus.
 
-    /// Whether what is written will have the object, so that a list may name it. A drawing's file does not get what
-    /// its reader gave to the drawing (layouts, dictionaries) until somebody changes it.
+    /// Whether what is written will have the object, so that a list may name it. A drawing's file does not
+    /// get what its reader gave to the drawing (layouts, dictionaries) until somebody changes it.
     virtual bool files(AcDbObjectId object) const { return !object.isNull() && !object.isErased(); }
 
     /// The group written next holds the value that a reader takes where the group is missing. A drawing's

@@ -1,5 +1,6 @@
 #include "dbmtext.h"
 
+#include "dbaccess.h"
 #include "dbtext.h"
 #include "dbtextstyletablerecord.h"
 #include "fieldsetters.h"
@@ -21,8 +22,18 @@ AcGeVector3d xAxisOf(const AcGeVector3d& normal) { return hostkit::toWorld(norma
 
 } // namespace
 
+namespace {
+
+// The 2018 form has the place a second time, with the columns: they would stay behind.
+Acad::ErrorStatus withoutColumns(AcDbMText& text, Acad::ErrorStatus status) {
+    if (status == Acad::eOk) hostkit::DatabaseAccess::dropEmbedded(text);
+    return status;
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbMText::setLocation(const AcGePoint3d& location) {
-    return hostkit::setFiniteField(*this, m_location, location);
+    return withoutColumns(*this, hostkit::setFiniteField(*this, m_location, location));
 }
 
 Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& normal) {
@@ -45,7 +56,7 @@ Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
     if (!hostkit::isDirection(direction)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = hostkit::assignField(*this, m_direction, direction.normal());
     if (status == Acad::eOk) m_hasDirection = true;
-    return status;
+    return withoutColumns(*this, status);
 }
 
 double AcDbMText::rotation() const {
@@ -57,11 +68,12 @@ double AcDbMText::rotation() const {
 Acad::ErrorStatus AcDbMText::setRotation(double angle) {
     const Acad::ErrorStatus status = hostkit::setFiniteField(*this, m_rotation, angle);
     if (status == Acad::eOk) m_hasDirection = false;
-    return status;
+    return withoutColumns(*this, status);
 }
 
 Acad::ErrorStatus AcDbMText::setWidth(double width) {
-    return hostkit::assignIf(std::isfinite(width) && width >= 0.0, *this, m_width, width);
+    return withoutColumns(*this,
+                          hostkit::assignIf(std::isfinite(width) && width >= 0.0, *this, m_width, width));
 }
 
 Acad::ErrorStatus AcDbMText::setTextHeight(double height) {

@@ -59,6 +59,7 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbMText")) return status;
     m_contents.clear();
+    DatabaseAccess::dropEmbedded(*this);
     const Acad::ErrorStatus read =
         readFields(*filer, Filing::head, *this,
                    [&](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group, *filer); });
@@ -84,6 +85,7 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
         filer->markSince(AcDb::kDHL_1015);
         field->write(*this, *field, *filer);
     }
+    writeEmbedded(*filer, *this);
     return filer->filerStatus();
 }
 

@@ -25,7 +25,7 @@ AcDbObject::AcDbObject(const AcDbObject& other)
     : AcRxObject(other) {
     if (!other.m_extras) return;
     if (other.hasXData()) extras().extendedData = other.m_extras->extendedData;
-    extras().unknownNames = other.m_extras->unknownNames;
+    extras().unplaced = other.m_extras->unplaced;
 }
 
 AcDbObject& AcDbObject::operator=(const AcDbObject& other) {

@@ -1,5 +1,6 @@
 #include "dbtext.h"
 
+#include "dbaccess.h"
 #include "dbtextstyletablerecord.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
@@ -114,7 +115,11 @@ Acad::ErrorStatus AcDbText::setWidthFactor(double factor) {
 wchar_t* AcDbText::textString() const { return acutNewString(m_text.c_str()); }
 
 Acad::ErrorStatus AcDbText::setTextString(const wchar_t* text) {
-    return text ? setAndAlign(true, m_text, text) : Acad::eInvalidInput;
+    if (!text) return Acad::eInvalidInput;
+    const Acad::ErrorStatus status = setAndAlign(true, m_text, text);
+    // An attribute of several lines has its text a second time, as a paragraph.
+    if (status == Acad::eOk) hostkit::DatabaseAccess::dropEmbedded(*this);
+    return status;
 }
 
 Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {

@@ -10,6 +10,8 @@
 #include <string>
 #include <type_traits>
 
+class AcDbObject;
+
 namespace hostkit {
 
 /// One group of a class: its code, and how its value gets into an object and out of it.
@@ -217,9 +219,19 @@ void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersi
 /// meaning.
 constexpr short embeddedObjectCode = 101;
 
+/// Keeps the group with the objects that file such ones again (writeEmbedded): paragraphs, attributes and
+/// their definitions. False for others.
+bool readEmbedded(AcDbObject& object, const AcDbDxfGroup& group);
+/// The embedded object at the end of the object's last part; nothing where there is none.
+void writeEmbedded(AcDbDxfFiler& filer, const AcDbObject& object);
+template <class T>
+bool readEmbedded(T&, const AcDbDxfGroup&) requires(!std::is_base_of_v<AcDbObject, T>) {
+    return false;
+}
+
 /// Reads the groups up to the end of the present subclass. A group that is not in the table goes to `other`,
-/// and is rejected where that gives false. Of two groups of one code in the table the later one counts, as other
-/// programs have it.
+/// and is rejected where that gives false. Of two groups of one code in the table the later one counts, as
+/// other programs have it.
 template <class T, std::size_t count, class Other>
 Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], T& object,
                              Other&& other) {
@@ -232,7 +244,7 @@ Acad::ErrorStatus readFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[
         if (status != Acad::eOk) return status;
         isEmbedded |= group.code == embeddedObjectCode;
         if (isEmbedded) {
-            filer.rejectItem();
+            if (!readEmbedded(object, group)) filer.rejectItem();
             continue;
         }
         std::size_t tried = 0;

@@ -1,5 +1,9 @@
 #include "fieldtable.h"
 
+#include "dbaccess.h"
+#include "dbattdef.h"
+#include "dbattribute.h"
+#include "dbmtext.h"
 #include "groupkinds.h"
 
 #include <charconv>
@@ -54,6 +58,20 @@ void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersi
         filer.markSince(since);
         filer.writeGroup(group);
     }
+}
+
+bool readEmbedded(AcDbObject& object, const AcDbDxfGroup& group) {
+    const bool files = object.isKindOf(AcDbMText::desc()) || object.isKindOf(AcDbAttribute::desc()) ||
+                       object.isKindOf(AcDbAttributeDefinition::desc());
+    const bool isMark = group.code == embeddedObjectCode;
+    if (!files || (!isMark && (!isStorable(group) || !DatabaseAccess::embedded(object)))) return false;
+    DatabaseAccess::madeEmbedded(object).append(group);
+    return true;
+}
+
+void writeEmbedded(AcDbDxfFiler& filer, const AcDbObject& object) {
+    if (const GroupBlock* const block = DatabaseAccess::embedded(object))
+        writeBlock(filer, *block, AcDb::kDHL_1032);
 }
 
 } // namespace hostkit

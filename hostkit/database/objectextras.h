@@ -1,4 +1,4 @@
-// Stand-in for the host's rare parts of objects. Covers extended data, extension dictionary, persistent reactors and names that no record has; leaves out what every object has.
+// Stand-in for the host's rare parts of objects. Covers extended data, extension dictionary, persistent reactors and what has no field; leaves out what every object has.
 #pragma once
 
 #include "groupblock.h"
@@ -22,36 +22,33 @@ struct HandedReactors {
     std::unique_ptr<AcArray<void*>> list{};
 };
 
-/// Names of records that no table had when the object was read, by the group codes that name them. The fields' ids
-/// are null then, and the names are what they file.
-class UnknownNames {
+/// What an object read that has no place in its fields, and files again.
+struct UnplacedFields {
+    /// Names of records that no table had, by the group codes that name them; the fields' ids are null.
+    std::vector<std::pair<short, std::wstring>> names;
+    /// The groups of an object within the record, from its mark (101) on: of a paragraph its columns.
+    GroupBlock embedded;
+};
+
+/// Those of an object, made when they are needed; few objects have some.
+class UnplacedFieldsPointer {
 public:
-    UnknownNames() = default;
-    UnknownNames(const UnknownNames& other)
-        : m_names(other.m_names ? std::make_unique<Names>(*other.m_names) : nullptr) {}
-    UnknownNames& operator=(const UnknownNames& other) {
-        m_names = other.m_names ? std::make_unique<Names>(*other.m_names) : nullptr;
+    UnplacedFieldsPointer() = default;
+    UnplacedFieldsPointer(const UnplacedFieldsPointer& other)
+        : m_fields(other.m_fields ? std::make_unique<UnplacedFields>(*other.m_fields) : nullptr) {}
+    UnplacedFieldsPointer& operator=(const UnplacedFieldsPointer& other) {
+        m_fields = other.m_fields ? std::make_unique<UnplacedFields>(*other.m_fields) : nullptr;
         return *this;
     }
-    /// Null where the field has none.
-    const std::wstring* find(short code) const {
-        if (!m_names) return nullptr;
-        for (const auto& [known, name] : *m_names)
-            if (known == code) return &name;
-        return nullptr;
-    }
-    void put(short code, std::wstring_view name) {
-        remove(code);
-        if (!m_names) m_names = std::make_unique<Names>();
-        m_names->emplace_back(code, name);
-    }
-    void remove(short code) {
-        if (m_names) std::erase_if(*m_names, [code](const auto& entry) { return entry.first == code; });
+    /// Null where there are none.
+    UnplacedFields* get() const { return m_fields.get(); }
+    UnplacedFields& made() {
+        if (!m_fields) m_fields = std::make_unique<UnplacedFields>();
+        return *m_fields;
     }
 
 private:
-    using Names = std::vector<std::pair<short, std::wstring>>;
-    std::unique_ptr<Names> m_names;
+    std::unique_ptr<UnplacedFields> m_fields;
 };
 
 struct ObjectExtras {
@@ -59,7 +56,7 @@ struct ObjectExtras {
     AcDbObjectId extensionDictionary;
     std::vector<AcDbObjectId> persistentReactors;
     HandedReactors handedReactors;
-    UnknownNames unknownNames;
+    UnplacedFieldsPointer unplaced;
 };
 
 } // namespace hostkit

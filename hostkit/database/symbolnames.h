@@ -9,16 +9,17 @@
 
 namespace hostkit {
 
-/// Reads the record that the group names in the filer's drawing, or that it refers to by id, which may be null. A name
-/// that no record has stays with the object as the name of that field (DatabaseAccess::unknownName): the id is then
-/// null, and the name is filed again.
+/// Reads the record that the group names in the filer's drawing, or that it refers to by id, which may be
+/// null. A name that no record has stays with the object as the name of that field
+/// (DatabaseAccess::unknownName): the id is then null, and the name is filed again.
 void readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObject& object,
                 AcDbObjectId& record);
-/// What a record without such a group means: the record of that name, where the drawing has one and nothing was read.
+/// What a record without such a group means: the record of that name, where the drawing has one and nothing
+/// was read.
 void takeStandardRecord(const AcDbDxfFiler& filer, TableKind kind, short code, const AcDbObject& object,
                         AcDbObjectId& record);
-/// Files what readRecord reads: the record's name, the one that no record has, or the other text for a null or
-/// erased record. Nothing where that is empty.
+/// Files what readRecord reads: the record's name, the one that no record has, or the other text for a null
+/// or erased record. Nothing where that is empty.
 void writeRecord(AcDbDxfFiler& filer, short code, const AcDbObject& object, AcDbObjectId record,
                  std::wstring_view otherwise);
 /// The record's name, or the other text for a null or erased one. Good until the record changes.

@@ -101,8 +101,8 @@ bool DrawingEdits::run(std::string& bytes) {
     return true;
 }
 
-// Others refer to records by their names and to objects by their handles: what was renamed or leaves the file concerns
-// them all.
+// Others refer to records by their names and to objects by their handles: what was renamed or leaves the file
+// concerns them all.
 void DrawingEdits::findReferenceChanges() {
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
         if (isLeftOut(object) && !object.sourceSpan().isEmpty()) m_changes.remove(object.handle().value());
@@ -127,9 +127,8 @@ std::wstring DrawingEdits::nameInFile(const AcDbSymbolTableRecord& record) const
 }
 
 void DrawingEdits::findNewName(const AcDbSymbolTableRecord& record) {
-    constexpr std::array<std::wstring_view, tableCount> namesOfNone = {L"",        L"0", L"STANDARD",
-                                                                       L"BYLAYER", L"",  L"",
-                                                                       L"",        L"",  L"STANDARD"};
+    constexpr std::array<std::wstring_view, tableCount> namesOfNone = {
+        L"", L"0", L"STANDARD", L"BYLAYER", L"", L"", L"", L"", L"STANDARD"};
     const std::wstring name = nameInFile(record);
     if (name.empty() || (!record.isErased() && name == record.name())) return;
     const auto* const table = DatabaseAccess::objectOf<AcDbSymbolTable>(record.ownerId());
@@ -164,8 +163,8 @@ bool DrawingEdits::isAsGiven(const AcDbObject& object) const {
     return writing.writeNew(object, now) && now == given->second;
 }
 
-// An object that stands in a table, or where others are listed: not an entity, and not a table, which comes with its
-// records.
+// An object that stands in a table, or where others are listed: not an entity, and not a table, which comes
+// with its records.
 bool DrawingEdits::isOfTheDrawing(const AcDbObject& object) const {
     if (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTable::desc())) return false;
     const auto* const block = AcDbBlockTableRecord::cast(&object);
@@ -174,7 +173,8 @@ bool DrawingEdits::isOfTheDrawing(const AcDbObject& object) const {
 
 void DrawingEdits::findComing() {
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        if (object.sourceSpan().isEmpty() && isOfTheDrawing(object) && !isLeftOut(object) && !isAsGiven(object))
+        if (object.sourceSpan().isEmpty() && isOfTheDrawing(object) && !isLeftOut(object) &&
+            !isAsGiven(object))
             take(object);
     });
 }
@@ -476,8 +476,9 @@ void DrawingEdits::renameInHeader() {
     const DrawingStyle& style = m_objects.style();
     for (const auto& [name, kind] : naming) {
         const HeaderVariables::Variable* const variable = m_database.header().find(name);
-        const std::wstring* const newName =
-            variable && !variable->modified ? m_changes.newName(kind, m_database.header().text(name)) : nullptr;
+        const std::wstring* const newName = variable && !variable->modified
+                                                ? m_changes.newName(kind, m_database.header().text(name))
+                                                : nullptr;
         short code = 0;
         if (!newName || !GroupWalker(variable->groups).peek(code)) continue;
         m_text.clear();
@@ -501,7 +502,8 @@ void DrawingEdits::editHeader() {
     }
     const std::uint64_t seed = m_objects.aboveNewRecords();
     const std::uint64_t present = header.handle(L"HANDSEED");
-    if (seed == 0 || !m_structure.headerVariable("$HANDSEED") || (present >= seed && present < handleLimit)) return;
+    if (seed == 0 || !m_structure.headerVariable("$HANDSEED") || (present >= seed && present < handleLimit))
+        return;
     m_text.clear();
     appendHandle(5, seed, m_objects.style(), m_text);
     setHeaderVariable("$HANDSEED", m_text);

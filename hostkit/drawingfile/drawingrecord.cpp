@@ -10,8 +10,7 @@ constexpr int applicationNameCode = 1001;
 constexpr int subclassMarkCode = 100;
 
 void addGroup(const RawGroup& group, const GroupScanner& scanner, DrawingRecord& record) {
-    record.groups.push_back(
-        {group.value, group.start, scanner.position(), static_cast<short>(group.code)});
+    record.groups.push_back({group.value, group.start, scanner.position(), static_cast<short>(group.code)});
 }
 
 } // namespace

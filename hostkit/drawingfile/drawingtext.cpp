@@ -145,13 +145,22 @@ void appendUnmappable(std::string& bytes, wchar_t character) {
     appendUnicode(bytes, 0xDC00 + ((value - 0x10000) & 0x3FF));
 }
 
+// A backslash that would begin an escape is one itself.
+bool beginsEscape(std::wstring_view text, std::size_t place) {
+    std::wstring ignored;
+    return text[place] == L'\\' && appendEscape(text, place, ignored) != 0;
+}
+
 // NUL has no escape that every reader takes back; a text cannot hold one, so it is dropped.
 std::wstring withControlsEscaped(std::wstring_view text) {
     std::wstring result;
     result.reserve(text.size() + 8);
-    for (const wchar_t character : text) {
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const wchar_t character = text[place];
         if (character == L'^')
             result += L"^ ";
+        else if (beginsEscape(text, place))
+            result += L"\\U+005C";
         else if (character == 0)
             continue;
         else if (character > 0 && character < 0x20)
@@ -194,7 +203,10 @@ void DrawingText::encode(std::wstring_view text, std::string& bytes) const {
     const auto isPlainWide = [](wchar_t character) {
         return character >= 0x20 && character < 0x7F && character != L'^';
     };
-    if (std::all_of(text.begin(), text.end(), isPlainWide)) {
+    const bool mayEscape = text.find(L"\\U+") != std::wstring_view::npos ||
+                           text.find(L"\\u+") != std::wstring_view::npos ||
+                           text.find(L"\\M+") != std::wstring_view::npos;
+    if (!mayEscape && std::all_of(text.begin(), text.end(), isPlainWide)) {
         bytes.append(text.begin(), text.end());
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "atomicfile.h"
 #include "binaryform.h"
+#include "blockcircles.h"
 #include "completewriting.h"
 #include "dblayertablerecord.h"
 #include "drawingedits.h"
@@ -151,8 +152,18 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
     return isGood;
 }
 
+// No reader takes a drawing with a block that contains itself.
+bool hasNoCircle(const AcDbDatabase& database, WriteReport& report) {
+    const AcDbBlockTableRecord* const circle = findBlockInItself(database);
+    if (!circle) return true;
+    report.status = Acad::eCyclicReference;
+    report.message = L"the block " + circle->name() + L" contains itself";
+    return false;
+}
+
 bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Output& output,
                 WriteReport& report) {
+    if (!hasNoCircle(database, report)) return false;
     output.source = database.source();
     const DrawingStyle source = styleOf(output.source.get());
     const DrawingStyle target = styleInForm(source, options.version.value_or(source.version), database);

@@ -62,6 +62,9 @@ struct WriteReport {
 /// eInvalidInput where a text drawing holds a value that the binary form has no place for; the message names
 /// the line of what was to be turned.
 ///
+/// A block that contains itself, also by way of others, is refused with eCyclicReference: the drawing could
+/// not be opened again.
+///
 /// Statuses besides these: eFileAccessErr (cannot be written; the old file is as it was), eOutOfMemory.
 Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view file,
                                const WriteOptions& options = {}, WriteReport* report = nullptr);

@@ -34,8 +34,8 @@ bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& da
     return true;
 }
 
-// Handles given by the drawing itself must lie above every handle that the file has, wherever it stands: tables are not
-// read in the file's order.
+// Handles given by the drawing itself must lie above every handle that the file has, wherever it stands:
+// tables are not read in the file's order.
 void DrawingReading::makeRoomForHandles() {
     if (m_handlesAreCounted) return;
     m_handlesAreCounted = true;

@@ -46,7 +46,8 @@ bool isActiveSpace(const AcDbBlockTableRecord& block) {
 }
 
 ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& style, ProgressStage progress)
-    : m_style(style)
+    : m_database(database)
+    , m_style(style)
     , m_progress(progress)
     , m_reader(const_cast<AcDbDatabase*>(&database), style.text, style.version)
     , m_writer(const_cast<AcDbDatabase*>(&database), style)
@@ -57,6 +58,11 @@ ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& s
     if (const auto source = database.source())
         m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)),
                          versionOfFiler(source->version));
+}
+
+std::uint64_t ObjectWriting::newHandle() {
+    while (!DatabaseAccess::find(m_database, m_nextHandle).isNull()) ++m_nextHandle;
+    return m_nextHandle++;
 }
 
 void ObjectWriting::follow(const ReferenceChanges* changes) {
@@ -77,8 +83,8 @@ bool ObjectWriting::mustFollow(std::string_view sourceBytes, SourceSpan span) {
     return m_changes->concern(m_original, m_style.text);
 }
 
-// The class reads the old record into a blank object: what it takes there is what it will write. The drawing is not
-// asked, which may have other names by now.
+// The class reads the old record into a blank object: what it takes there is what it will write. The drawing
+// is not asked, which may have other names by now.
 std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
                                                            std::string_view sourceBytes, SourceSpan span) {
     scan(sourceBytes, span);
@@ -167,8 +173,8 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     m_writer.markOptional();
     m_writer.writeHandle(name == L"DIMSTYLE" ? 105 : 5, handle);
     // R12 has handles alone; a record that was read with more keeps it.
-    const bool hadMore = hasOriginal && (m_original.hasMarks || m_head.owner != 0 || !m_head.reactors.empty() ||
-                                         m_head.extensionDictionary != 0);
+    const bool hadMore = hasOriginal && (m_original.hasMarks || m_head.owner != 0 ||
+                                         !m_head.reactors.empty() || m_head.extensionDictionary != 0);
     if (m_writer.isR12Form() && !hadMore) return;
     // The two groups keep the order that they had.
     const RecordGroup* const first = hasOriginal ? m_original.find(applicationGroupCode) : nullptr;

@@ -39,8 +39,8 @@ public:
 
     /// References to what was renamed or erased, which the records are to follow; not owned.
     void follow(const ReferenceChanges* changes);
-    /// Tells which objects have a record in the file that is written; an owner without one is not named. By default
-    /// all have that are not erased.
+    /// Tells which objects have a record in the file that is written; an owner without one is not named. By
+    /// default all have that are not erased.
     void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) {
         m_writer.setHasRecord(std::move(hasRecord));
     }
@@ -54,7 +54,7 @@ public:
     bool knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
 
     /// A handle that no object has, for records that have no object.
-    std::uint64_t newHandle() { return m_nextHandle++; }
+    std::uint64_t newHandle();
     /// Above every handle that the drawing has or that newHandle gave.
     std::uint64_t nextHandle() const { return m_nextHandle; }
     /// Above every handle of a new record; 0 where none was written.
@@ -77,6 +77,7 @@ private:
     void scan(std::string_view sourceBytes, SourceSpan span);
     void writeExtensionDictionary(const AcDbObject& object);
 
+    const AcDbDatabase& m_database;
     DrawingStyle m_style;
     ProgressStage m_progress;
     RecordReader m_reader;
@@ -95,7 +96,8 @@ private:
 
 /// The parts of an entity in the file's order, erased ones left out; then their end where there is one.
 const SubentityList* partsOf(const AcDbObject& object);
-/// The object has no record in what is written: it was erased, or an owner of it was, or it shows a block that was.
+/// The object has no record in what is written: it was erased, or an owner of it was, or it shows a block
+/// that was.
 bool isLeftOut(const AcDbObject& object);
 /// Model space and the active paper space, whose entities stand in a section of their own.
 bool isActiveSpace(const AcDbBlockTableRecord& block);

@@ -13,7 +13,8 @@ constexpr short applicationGroupCode = 102;
 constexpr short subclassMarkCode = 100;
 constexpr short hardOwnerCode = 360;
 
-// Classes that have no groups of the head's codes: where the head stands behind their mark, it is still the head.
+// Classes that have no groups of the head's codes: where the head stands behind their mark, it is still the
+// head.
 constexpr std::string_view baseClasses[] = {"AcDbEntity", "AcDbSymbolTable", "AcDbSymbolTableRecord"};
 
 class HeadReader {
@@ -49,8 +50,8 @@ private:
         return place + 1;
     }
 
-    // Careless programs put the handle behind the first mark: right behind it, or anywhere in the part of a class that
-    // has no handles of its own.
+    // Careless programs put the handle behind the first mark: right behind it, or anywhere in the part of a
+    // class that has no handles of its own.
     void readBehindMark(std::size_t mark) {
         const std::string_view name = withoutBlanks(m_record.groups[mark].value);
         const bool isBase =

@@ -21,8 +21,8 @@ struct RecordHead {
 };
 
 /// Reads the head and marks its groups as the head's, those of other applications as foreign. What is head is
-/// told by the record alone: it stands before the first subclass mark, or behind it where a careless program put
-/// it. The storage of `head` is used again.
+/// told by the record alone: it stands before the first subclass mark, or behind it where a careless program
+/// put it. The storage of `head` is used again.
 void readHead(DrawingRecord& record, RecordHead& head);
 /// The group code of a record's handle: 105 for a dimension style, whose 5 was a block's name once.
 short handleCodeOf(std::string_view recordName);

@@ -161,8 +161,8 @@ bool RecordMerge::replaceUnread(std::size_t place) {
     const unsigned short region = m_room.items[m_anchor].region;
     for (std::size_t item = 1; item < m_room.items.size(); ++item) {
         OldItem& old = m_room.items[item];
-        if (old.code != group.code || old.part != nobodysPart || old.isBehindEmbedded || old.region != region ||
-            old.field != noField || m_original.groups[old.first].part == foreignPart)
+        if (old.code != group.code || old.part != nobodysPart || old.isBehindEmbedded ||
+            old.region != region || old.field != noField || m_original.groups[old.first].part == foreignPart)
             continue;
         match(item, place);
         return true;
@@ -264,9 +264,9 @@ void RecordMerge::emitOld(const OldItem& item) {
     std::string value;
     for (std::size_t place = item.first; place < item.first + item.count; ++place) {
         const RecordGroup& group = m_original.groups[place];
-        const Fate fate = m_writer.m_changes ? m_writer.m_changes->fateOf(m_original, place,
-                                                                          m_writer.m_style.text, value)
-                                             : Fate::kStays;
+        const Fate fate = m_writer.m_changes
+                              ? m_writer.m_changes->fateOf(m_original, place, m_writer.m_style.text, value)
+                              : Fate::kStays;
         if (fate == Fate::kStays)
             m_bytes += group.bytes();
         else if (fate == Fate::kHasNewValue)
@@ -308,12 +308,14 @@ bool RecordMerge::wasSingle(const FieldGroup& group) {
            }) == 1;
 }
 
-// Where a record has a group twice that stands for one value, the later one is the value; the other is its shadow.
+// Where a record has a group twice that stands for one value, the later one is the value; the other is its
+// shadow.
 void RecordMerge::keepDoubles(const Part& part) {
     for (const std::size_t item : *part.items) {
         OldItem& old = m_room.items[item];
         MergeRoom::CodeCount& counted = countOf(old.code);
-        if (old.field != noField || counted.oldItems < 2 || counted.fields != 1 || item == counted.lastItem) continue;
+        if (old.field != noField || counted.oldItems < 2 || counted.fields != 1 || item == counted.lastItem)
+            continue;
         if (!wasSingle(field(counted.lastField)) ||
             !keepsOldBytes(m_room.items[counted.lastItem], field(counted.lastField)))
             continue;

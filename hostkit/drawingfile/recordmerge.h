@@ -18,9 +18,9 @@ struct MergeRoom {
         unsigned char count = 1;
         RecordPart part = nobodysPart; ///< of the old record's parts
         short code = 0;
-        unsigned short region = 0;    ///< how many subclass marks stand before it, its own among them
+        unsigned short region = 0;     ///< how many subclass marks stand before it, its own among them
         bool isBehindEmbedded = false; ///< the codes are those of another object
-        std::size_t field = 0;        ///< the field that takes its place, or noField
+        std::size_t field = 0;         ///< the field that takes its place, or noField
     };
     struct Insertion {
         std::size_t behind = 0; ///< an old item
@@ -39,22 +39,26 @@ struct MergeRoom {
     std::vector<CodeCount> counts;
 };
 
-/// One merge of what a RecordWriter has gathered with the record that the object was read from, whose groups a
-/// RecordReader has marked with the part that each was read for. Fields are matched with the groups of their own
-/// part, wherever these stand:
+/// One merge of what a RecordWriter has gathered with the record that the object was read from, whose groups
+/// a RecordReader has marked with the part that each was read for. Fields are matched with the groups of
+/// their own part, wherever these stand:
 /// - a group that nobody read stays as and where it stood;
-/// - a group that was read is written once, at its place, with the field's value; where that is the value which
+/// - a group that was read is written once, at its place, with the field's value; where that is the value
+/// which
 ///   stood there it keeps its spelling;
-/// - a group that was read and that the object no longer files goes; so does one of two groups of a field that has a
+/// - a group that was read and that the object no longer files goes; so does one of two groups of a field
+/// that has a
 ///   new value;
-/// - a field that the record lacks goes behind the field that the object files before it, or takes the place of a group
+/// - a field that the record lacks goes behind the field that the object files before it, or takes the place
+/// of a group
 ///   of its code and part whose value nobody could read;
-/// - groups keep the order of the old record where each code stands once in its part, else they have the object's.
+/// - groups keep the order of the old record where each code stands once in its part, else they have the
+/// object's.
 class RecordMerge {
 public:
-    /// `oldParts` are those of the reader. `readAgain` gives what the old record says, filed again, and marks the
-    /// groups of `writer` that are as there (RecordWriter::markAsRead); it is called at most once, when a value
-    /// differs. May be empty: values of equal meaning are then spelt anew.
+    /// `oldParts` are those of the reader. `readAgain` gives what the old record says, filed again, and marks
+    /// the groups of `writer` that are as there (RecordWriter::markAsRead); it is called at most once, when a
+    /// value differs. May be empty: values of equal meaning are then spelt anew.
     RecordMerge(RecordWriter& writer, const DrawingRecord& original, const RecordParts& oldParts,
                 std::function<const RecordWriter&()> readAgain, MergeRoom& room, std::string& bytes);
     void run();
@@ -111,7 +115,7 @@ private:
     MergeRoom& m_room;
     std::string& m_bytes;
     bool m_hasNewColor = false; // a colour's name (430) then is another's
-    std::size_t m_anchor = 0; // the item behind which the next new field goes
+    std::size_t m_anchor = 0;   // the item behind which the next new field goes
 };
 
 } // namespace hostkit

@@ -15,14 +15,14 @@ constexpr short subclassMarkCode = 100;
 constexpr short layerCode = 8;
 constexpr short trueColorCode = 420;
 
-// A dimension style names its blocks and its text style by name in R12, and some programs do so in later forms where
-// handles belong.
+// A dimension style names its blocks and its text style by name in R12, and some programs do so in later
+// forms where handles belong.
 bool mayBeName(const DrawingRecord* record, short code) {
     constexpr short arrowCode = 5;
     constexpr short textStyleCode = 340;
     constexpr short lastArrowCode = 344;
-    return code == arrowCode || (code >= textStyleCode && code <= lastArrowCode && record &&
-                                 record->name() == "DIMSTYLE");
+    return code == arrowCode ||
+           (code >= textStyleCode && code <= lastArrowCode && record && record->name() == "DIMSTYLE");
 }
 
 bool equalsAscii(std::string_view bytes, const wchar_t* text) {
@@ -84,7 +84,8 @@ void RecordReader::begin(DrawingRecord& record) {
     m_parts.clear();
     m_part = headPart;
     m_regionBegin = m_lastBegin = m_lastEnd = 0;
-    // Before the first mark no class has been asked for its groups: they are left over for the first one without mark.
+    // Before the first mark no class has been asked for its groups: they are left over for the first one
+    // without mark.
     m_next = m_end = 1;
     if (record.hasMarks)
         while (m_end < record.extendedDataBegin && record.groups[m_end].code != subclassMarkCode) ++m_end;
@@ -97,8 +98,8 @@ std::size_t RecordReader::skipTaken(std::size_t place) const {
     return place;
 }
 
-// The index of the next mark of that name that no class was given yet, or that of the extended data. Classes that an
-// object's writer left out, or that only it knows, may stand before the one asked for.
+// The index of the next mark of that name that no class was given yet, or that of the extended data. Classes
+// that an object's writer left out, or that only it knows, may stand before the one asked for.
 std::size_t RecordReader::findMark(const wchar_t* name) const {
     const auto isIt = [name](const RecordGroup& group) {
         return group.code == subclassMarkCode && group.part == nobodysPart &&
@@ -157,8 +158,8 @@ bool RecordReader::atEitherSubclass(const wchar_t* name, const wchar_t* other) {
     return mark != m_record->extendedDataBegin ? beginMarked(mark, name) : atSubclassData(name);
 }
 
-// Behind the mark of an embedded object the codes are another object's. Of a kind that no class reads, only the layer
-// is told by its code.
+// Behind the mark of an embedded object the codes are another object's. Of a kind that no class reads, only
+// the layer is told by its code.
 void RecordReader::readLooseLook(AcDbEntity& entity) {
     const bool isOpaque = entity.isKindOf(AcDbOpaqueEntity::desc());
     RecordPart part = firstClassPart;
@@ -184,7 +185,8 @@ bool RecordReader::readLoose(AcDbEntity& entity, std::size_t place) {
     AcDbDxfGroup item;
     std::size_t used = 1;
     const RecordGroup* const group = m_record->groups.data() + place;
-    return valueOf(group, group + 1, item, used) == Acad::eOk && DatabaseAccess::readLook(entity, item, *this);
+    return valueOf(group, group + 1, item, used) == Acad::eOk &&
+           DatabaseAccess::readLook(entity, item, *this);
 }
 
 bool RecordReader::recordOf(const AcDbDxfGroup&, AcDbObjectId& record) const {

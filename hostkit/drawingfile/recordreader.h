@@ -16,9 +16,9 @@ AcDb::AcDbDwgVersion filerVersion(DrawingVersion version);
 /// The reverse; 2013 for a version that is none of a drawing file.
 DrawingVersion versionOfFiler(AcDb::AcDbDwgVersion version);
 
-/// Hands the groups of one record to its class. Groups that were read and not rejected are marked in the record
-/// as those of the class' part. What a class is given is told by the record alone, not by the form that the
-/// file's header names:
+/// Hands the groups of one record to its class. Groups that were read and not rejected are marked in the
+/// record as those of the class' part. What a class is given is told by the record alone, not by the form
+/// that the file's header names:
 /// - of a record with subclass marks, the groups behind the class' mark;
 /// - where the record has not that mark, those that the classes before left of their groups;
 /// - of a record without marks (R12, and careless programs), the groups that the classes before left.
@@ -30,13 +30,14 @@ public:
 
     /// The record must outlive the reading. Its head is expected to be marked already (readHead).
     void begin(DrawingRecord& record);
-    /// The look of an entity (layer, colour ...) that stands outside of its part and that no class has taken; many
-    /// programs put it behind the mark of the entity's own class. To be called when the entity has its fields.
+    /// The look of an entity (layer, colour ...) that stands outside of its part and that no class has taken;
+    /// many programs put it behind the mark of the entity's own class. To be called when the entity has its
+    /// fields.
     void readLooseLook(AcDbEntity& entity);
     /// The parts that were begun since begin().
     const RecordParts& parts() const { return m_parts; }
-    /// Names and handles are then not looked up in the drawing: every reference reads as null. For finding out whose
-    /// groups are whose, which must not depend on what the drawing holds by now.
+    /// Names and handles are then not looked up in the drawing: every reference reads as null. For finding
+    /// out whose groups are whose, which must not depend on what the drawing holds by now.
     void readWithoutDrawing() { m_looksUp = false; }
 
     AcDb::FilerType filerType() const override { return AcDb::kFileFiler; }

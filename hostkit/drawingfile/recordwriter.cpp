@@ -45,7 +45,8 @@ void RecordWriter::markAsRead(const RecordWriter& asRead) {
         for (;;) {
             // Names are the drawing's, which the old record is read without.
             while (place < end && group(place).role == FieldGroup::Role::kRecordName) ++place;
-            while (oldPlace < oldEnd && asRead.group(oldPlace).role == FieldGroup::Role::kRecordName) ++oldPlace;
+            while (oldPlace < oldEnd && asRead.group(oldPlace).role == FieldGroup::Role::kRecordName)
+                ++oldPlace;
             if (place == end || oldPlace == oldEnd) break;
             FieldGroup& own = group(place++);
             const FieldGroup& old = asRead.group(oldPlace++);

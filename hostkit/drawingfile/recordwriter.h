@@ -25,7 +25,7 @@ struct FieldGroup {
     AcDb::GroupKind kind = AcDb::GroupKind::kText;
     Presence presence = Presence::kAlways;
     Role role = Role::kValue;
-    bool isAsRead = false;     ///< the old record, read and filed again, gives this value too
+    bool isAsRead = false; ///< the old record, read and filed again, gives this value too
     unsigned char dimension = 0;
     RecordPart part = headPart; ///< of the writer's parts
     union {
@@ -37,8 +37,8 @@ struct FieldGroup {
     std::size_t textEnd = 0;
 };
 
-/// Gathers the groups that an object files, then writes them as one record, alone or merged with the record that
-/// the object was read from (see RecordMerge).
+/// Gathers the groups that an object files, then writes them as one record, alone or merged with the record
+/// that the object was read from (see RecordMerge).
 class RecordWriter final : public AcDbDxfFiler {
 public:
     RecordWriter(AcDbDatabase* database, const DrawingStyle& style)
@@ -51,18 +51,20 @@ public:
     void beginExtendedData() { m_part = extendedPart; }
     /// Appends a record that no file had.
     void finish(std::string& bytes);
-    /// References that the groups below and those that stay in a merged record are to follow; null for none. Not
-    /// owned.
+    /// References that the groups below and those that stay in a merged record are to follow; null for none.
+    /// Not owned.
     void follow(const ReferenceChanges* changes) { m_changes = changes; }
-    /// Tells which objects have a record in the file that is written. By default all have that are not erased.
+    /// Tells which objects have a record in the file that is written. By default all have that are not
+    /// erased.
     void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) { m_hasRecord = std::move(hasRecord); }
     bool files(AcDbObjectId object) const override {
         return AcDbDxfFiler::files(object) && (!m_hasRecord || m_hasRecord(object));
     }
-    /// The texts gathered are those of groups that may name records: they get the names that these have by now.
+    /// The texts gathered are those of groups that may name records: they get the names that these have by
+    /// now.
     void renameTexts(std::string_view recordName);
-    /// Marks the groups that are as another writer gathered them, part by part, where the part has the same codes in
-    /// both.
+    /// Marks the groups that are as another writer gathered them, part by part, where the part has the same
+    /// codes in both.
     void markAsRead(const RecordWriter& asRead);
 
     std::size_t groupsFromFields() const { return m_groupsFromFields; }

@@ -15,8 +15,8 @@ constexpr short applicationGroupCode = 102;
 constexpr short layerOfExtendedData = 1003;
 constexpr short handleOfExtendedData = 1005;
 
-/// A group that names a table's record, in records whose class does not read it as such. `mark` is the subclass mark, the
-/// mark of the embedded object, or empty for any.
+/// A group that names a table's record, in records whose class does not read it as such. `mark` is the
+/// subclass mark, or empty for any.
 struct NamingGroup {
     std::string_view record;
     std::string_view mark;
@@ -24,7 +24,6 @@ struct NamingGroup {
     TableKind kind;
 };
 
-constexpr std::string_view embedded = "Embedded Object";
 constexpr NamingGroup namingGroups[] = {
     {"LEADER", "AcDbLeader", 3, TableKind::kDimStyle},
     {"TOLERANCE", "AcDbFcf", 3, TableKind::kDimStyle},
@@ -36,8 +35,10 @@ constexpr NamingGroup namingGroups[] = {
     {"ACAD_TABLE", "AcDbTable", 7, TableKind::kTextStyle},
     {"RTEXT", "RText", 7, TableKind::kTextStyle},
     {"ARCALIGNEDTEXT", "AcDbArcAlignedText", 7, TableKind::kTextStyle},
-    {"ATTRIB", embedded, 7, TableKind::kTextStyle},
-    {"ATTDEF", embedded, 7, TableKind::kTextStyle},
+    // Of the paragraph within the record; the record's own style is a field.
+    {"ATTRIB", "", 7, TableKind::kTextStyle},
+    {"ATTDEF", "", 7, TableKind::kTextStyle},
+    {"MTEXT", "", 7, TableKind::kTextStyle},
     {"MLINESTYLE", "AcDbMlineStyle", 6, TableKind::kLinetype},
     {"TABLESTYLE", "AcDbTableStyle", 7, TableKind::kTextStyle},
     {"LAYER_FILTER", "AcDbLayerFilter", 8, TableKind::kLayer},
@@ -53,8 +54,8 @@ constexpr NamingGroup namingGroups[] = {
     {"DIMSTYLE", "", 344, TableKind::kBlock},
 };
 
-/// A list of handles from which one that is gone is left out, with the groups that go along. Elsewhere its place is kept
-/// by a null handle, as the groups may be counted.
+/// A list of handles from which one that is gone is left out, with the groups that go along. Elsewhere its
+/// place is kept by a null handle, as the groups may be counted.
 struct HandleList {
     std::string_view record;
     std::string_view mark; ///< the subclass mark or the application group in which the list stands
@@ -64,10 +65,8 @@ struct HandleList {
 };
 
 constexpr HandleList handleLists[] = {
-    {"GROUP", "AcDbGroup", 340, 0, 0},
-    {"SORTENTSTABLE", "AcDbSortentsTable", 331, 5, 0},
-    {"FIELDLIST", "AcDbIdSet", 330, 0, 90},
-    {"IDBUFFER", "AcDbIdBuffer", 330, 0, 0},
+    {"GROUP", "AcDbGroup", 340, 0, 0},       {"SORTENTSTABLE", "AcDbSortentsTable", 331, 5, 0},
+    {"FIELDLIST", "AcDbIdSet", 330, 0, 90},  {"IDBUFFER", "AcDbIdBuffer", 330, 0, 0},
     {"BLOCK_RECORD", "{BLKREFS", 331, 0, 0},
 };
 
@@ -144,10 +143,11 @@ ReferenceChanges::Fate ReferenceChanges::fateOfHandle(const DrawingRecord& recor
 
 ReferenceChanges::Fate ReferenceChanges::fateOfCount(const DrawingRecord& record, std::size_t place,
                                                      std::string& value) const {
-    const auto list = std::find_if(std::begin(handleLists), std::end(handleLists), [&](const HandleList& each) {
-        return each.countCode != 0 && each.countCode == record.groups[place].code &&
-               each.record == record.name() && markBefore(record, place) == each.mark;
-    });
+    const auto list =
+        std::find_if(std::begin(handleLists), std::end(handleLists), [&](const HandleList& each) {
+            return each.countCode != 0 && each.countCode == record.groups[place].code &&
+                   each.record == record.name() && markBefore(record, place) == each.mark;
+        });
     if (list == std::end(handleLists)) return Fate::kStays;
     std::int64_t left = 0;
     bool isShorter = false;

@@ -17,8 +17,8 @@
 
 namespace hostkit {
 
-/// What was renamed and erased since a drawing was read, as far as its file names it: a save lets the references follow
-/// that stand in groups which no class reads.
+/// What was renamed and erased since a drawing was read, as far as its file names it: a save lets the
+/// references follow that stand in groups which no class reads.
 class ReferenceChanges {
 public:
     /// A record has another name. For an erased one the name that stands for none, as its users file it.

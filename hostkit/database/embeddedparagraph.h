@@ -1,0 +1,15 @@
+// Stand-in for the host's paragraph within a record. Covers that it follows the motions of its text; leaves out its columns' meaning.
+#pragma once
+
+#include "gemat3d.h"
+
+class AcDbEntity;
+
+namespace hostkit {
+
+/// A paragraph's record of the 2018 form has its place, direction and widths a second time, behind the mark
+/// of an embedded object; so has an attribute of several lines. Other programs show these. Moves them along;
+/// `scale` is the factor of lengths.
+void moveEmbeddedParagraph(AcDbEntity& entity, const AcGeMatrix3d& matrix);
+
+} // namespace hostkit
