@@ -1,0 +1,162 @@
+#include "soundtext.h"
+
+#include <algorithm>
+
+namespace drawingtest {
+
+const std::string_view soundText = R"(
+0=SECTION 2=HEADER 9=$ACADVER 1=AC1027 9=$HANDSEED 5=FFF 9=$CLAYER 8=0 9=$CELTYPE 6=ByLayer 9=$TEXTSTYLE 7=Standard 9=$DIMSTYLE 2=Standard 9=$EXTMIN 10=0.0 20=0.0 30=0.0 9=$LTSCALE 40=1.0
+0=ENDSEC
+0=SECTION 2=CLASSES
+0=CLASS 1=ACDBDICTIONARYWDFLT 2=AcDbDictionaryWithDefault 3=Classes 90=0 91=1 280=0 281=0
+0=CLASS 1=IMAGEDEF 2=AcDbRasterImageDef 3=Images 90=0 280=0 281=0
+0=ENDSEC
+0=SECTION 2=TABLES
+0=TABLE 2=VPORT 5=1 330=0 100=AcDbSymbolTable 70=1
+0=VPORT 5=2 330=1 100=AcDbSymbolTableRecord 100=AcDbViewportTableRecord 2=*Active 70=0 10=0.0 20=0.0 11=1.0 21=1.0 12=0.0 22=0.0 16=0.0 26=0.0 36=1.0 17=0.0 27=0.0 37=0.0 40=1000.0 41=1.5
+0=ENDTAB
+0=TABLE 2=LTYPE 5=3 330=0 100=AcDbSymbolTable 70=4
+0=LTYPE 5=4 330=3 100=AcDbSymbolTableRecord 100=AcDbLinetypeTableRecord 2=ByBlock 70=0 3= 72=65 73=0 40=0.0
+0=LTYPE 5=5 330=3 100=AcDbSymbolTableRecord 100=AcDbLinetypeTableRecord 2=ByLayer 70=0 3= 72=65 73=0 40=0.0
+0=LTYPE 5=6 330=3 100=AcDbSymbolTableRecord 100=AcDbLinetypeTableRecord 2=Continuous 70=0 3= 72=65 73=0 40=0.0
+0=LTYPE 5=7 330=3 100=AcDbSymbolTableRecord 100=AcDbLinetypeTableRecord 2=DASHED 70=0 3= 72=65 73=2 40=1.5 49=1.0 74=0 49=-0.5 74=0
+0=ENDTAB
+0=TABLE 2=LAYER 5=8 330=0 100=AcDbSymbolTable 70=2
+0=LAYER 5=9 330=8 100=AcDbSymbolTableRecord 100=AcDbLayerTableRecord 2=0 70=0 62=7 6=Continuous 370=-3 390=68
+0=LAYER 5=A 330=8 100=AcDbSymbolTableRecord 100=AcDbLayerTableRecord 2=Slab 70=0 62=-3 420=16711680 6=DASHED 370=25 390=68
+0=ENDTAB
+0=TABLE 2=STYLE 5=B 330=0 100=AcDbSymbolTable 70=1
+0=STYLE 5=C 330=B 100=AcDbSymbolTableRecord 100=AcDbTextStyleTableRecord 2=Standard 70=0 40=0.0 41=1.0 50=0.0 71=0 42=2.5 3=txt 4=
+0=ENDTAB
+0=TABLE 2=VIEW 5=D 330=0 100=AcDbSymbolTable 70=0
+0=ENDTAB
+0=TABLE 2=UCS 5=E 330=0 100=AcDbSymbolTable 70=0
+0=ENDTAB
+0=TABLE 2=APPID 5=10 330=0 100=AcDbSymbolTable 70=2
+0=APPID 5=11 330=10 100=AcDbSymbolTableRecord 100=AcDbRegAppTableRecord 2=ACAD 70=0
+0=APPID 5=12 330=10 100=AcDbSymbolTableRecord 100=AcDbRegAppTableRecord 2=ORDANE 70=0
+0=ENDTAB
+0=TABLE 2=DIMSTYLE 5=13 330=0 100=AcDbSymbolTable 70=1 100=AcDbDimStyleTable
+0=DIMSTYLE 105=14 330=13 100=AcDbSymbolTableRecord 100=AcDbDimStyleTableRecord 2=Standard 70=0 176=0 340=C 371=-2
+0=ENDTAB
+0=TABLE 2=BLOCK_RECORD 5=15 330=0 100=AcDbSymbolTable 70=4
+0=BLOCK_RECORD 5=1F 330=15 100=AcDbSymbolTableRecord 100=AcDbBlockTableRecord 2=*Model_Space 340=66
+0=BLOCK_RECORD 5=16 330=15 100=AcDbSymbolTableRecord 100=AcDbBlockTableRecord 2=*Paper_Space 340=67
+0=BLOCK_RECORD 5=17 330=15 100=AcDbSymbolTableRecord 100=AcDbBlockTableRecord 2=Anchor 340=0
+0=BLOCK_RECORD 5=18 330=15 100=AcDbSymbolTableRecord 100=AcDbBlockTableRecord 2=Bolt 340=0
+0=BLOCK_RECORD 5=19 330=15 100=AcDbSymbolTableRecord 100=AcDbBlockTableRecord 2=*D1 340=0
+0=ENDTAB
+0=ENDSEC
+0=SECTION 2=BLOCKS
+0=BLOCK 5=20 330=1F 100=AcDbEntity 8=0 100=AcDbBlockBegin 2=*Model_Space 70=0 10=0.0 20=0.0 30=0.0 3=*Model_Space 1=
+0=ENDBLK 5=21 330=1F 100=AcDbEntity 8=0 100=AcDbBlockEnd
+0=BLOCK 5=22 330=16 100=AcDbEntity 67=1 8=0 100=AcDbBlockBegin 2=*Paper_Space 70=0 10=0.0 20=0.0 30=0.0 3=*Paper_Space 1=
+0=ENDBLK 5=23 330=16 100=AcDbEntity 67=1 8=0 100=AcDbBlockEnd
+0=BLOCK 5=24 330=17 100=AcDbEntity 8=0 100=AcDbBlockBegin 2=Anchor 70=2 10=0.0 20=0.0 30=0.0 3=Anchor 1=
+0=LINE 5=25 330=17 100=AcDbEntity 8=0 100=AcDbLine 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0
+0=ATTDEF 5=26 330=17 100=AcDbEntity 8=0 100=AcDbText 10=0.0 20=0.0 30=0.0 40=2.5 1= 100=AcDbAttributeDefinition 3=Number? 2=NUMBER 70=0
+0=ENDBLK 5=27 330=17 100=AcDbEntity 8=0 100=AcDbBlockEnd
+0=BLOCK 5=28 330=18 100=AcDbEntity 8=0 100=AcDbBlockBegin 2=Bolt 70=0 10=0.0 20=0.0 30=0.0 3=Bolt 1=
+0=CIRCLE 5=29 330=18 100=AcDbEntity 8=0 100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=1.0
+0=INSERT 5=2A 330=18 100=AcDbEntity 8=0 100=AcDbBlockReference 2=Anchor 10=0.0 20=0.0 30=0.0
+0=ENDBLK 5=2B 330=18 100=AcDbEntity 8=0 100=AcDbBlockEnd
+0=BLOCK 5=2C 330=19 100=AcDbEntity 8=0 100=AcDbBlockBegin 2=*D1 70=1 10=0.0 20=0.0 30=0.0 3=*D1 1=
+0=LINE 5=2D 330=19 100=AcDbEntity 8=0 6=ByBlock 62=0 100=AcDbLine 10=0.0 20=0.0 30=0.0 11=10.0 21=0.0 31=0.0
+0=ENDBLK 5=2E 330=19 100=AcDbEntity 8=0 100=AcDbBlockEnd
+0=ENDSEC
+0=SECTION 2=ENTITIES
+0=LINE 5=40 102={ACAD_XDICTIONARY 360=6A 102=} 330=1F 100=AcDbEntity 8=Slab 62=1 420=255 370=50 100=AcDbLine 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0 210=0.0 220=0.0 230=1.0 1001=ORDANE 1000=mark 1002={ 1070=7 1010=1.0 1020=2.0 1030=3.0 1002=} 1003=Slab 1005=41 1004=00FF
+0=CIRCLE 5=41 330=1F 100=AcDbEntity 8=0 6=DASHED 48=2.0 100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=5.0
+0=ARC 5=42 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=5.0 100=AcDbArc 50=0.0 51=90.0
+0=ELLIPSE 5=43 330=1F 100=AcDbEntity 8=0 100=AcDbEllipse 10=0.0 20=0.0 30=0.0 11=5.0 21=0.0 31=0.0 210=0.0 220=0.0 230=1.0 40=0.5 41=0.0 42=6.28
+0=LWPOLYLINE 5=44 330=1F 100=AcDbEntity 8=0 100=AcDbPolyline 90=3 70=1 43=0.0 10=0.0 20=0.0 10=1.0 20=0.0 42=0.5 10=1.0 20=1.0
+0=SPLINE 5=45 330=1F 100=AcDbEntity 8=0 100=AcDbSpline 70=8 71=1 72=4 73=2 74=0 40=0.0 40=0.0 40=1.0 40=1.0 10=0.0 20=0.0 30=0.0 10=1.0 20=0.0 30=0.0
+0=HATCH 5=46 330=1F 100=AcDbEntity 8=0 100=AcDbHatch 10=0.0 20=0.0 30=0.0 210=0.0 220=0.0 230=1.0 2=LINES 70=0 71=0 91=1 92=3 72=0 73=1 93=3 10=0.0 20=0.0 10=1.0 20=0.0 10=1.0 20=1.0 97=0 75=0 76=1 52=0.0 41=1.0 77=0 78=1 53=0.0 43=0.0 44=0.0 45=0.0 46=1.0 79=2 49=0.5 49=-0.5 98=1 10=0.5 20=0.2
+0=HATCH 5=47 330=1F 100=AcDbEntity 8=0 100=AcDbHatch 10=0.0 20=0.0 30=0.0 210=0.0 220=0.0 230=1.0 2=SOLID 70=1 71=0 91=1 92=1 93=3 72=1 10=0.0 20=0.0 11=1.0 21=0.0 72=2 10=0.0 20=0.0 40=1.0 50=0.0 51=90.0 73=1 72=4 94=1 73=0 74=0 95=4 96=2 40=0.0 40=0.0 40=1.0 40=1.0 10=0.0 20=1.0 10=0.0 20=0.0 97=0 97=1 330=41 75=0 76=1 98=0
+0=MLINE 5=48 330=1F 100=AcDbEntity 8=0 100=AcDbMline 2=Standard 340=63 40=1.0 70=0 71=1 72=2 73=2 10=0.0 20=0.0 30=0.0 210=0.0 220=0.0 230=1.0 11=0.0 21=0.0 31=0.0 12=1.0 22=0.0 32=0.0 13=0.0 23=1.0 33=0.0 74=2 41=0.5 41=0.0 75=0 74=2 41=-0.5 41=0.0 75=0 11=9.0 21=0.0 31=0.0 12=1.0 22=0.0 32=0.0 13=0.0 23=1.0 33=0.0 74=1 41=0.5 75=0 74=1 41=-0.5 75=0
+0=INSERT 5=49 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 66=1 2=Anchor 10=0.0 20=0.0 30=0.0 41=1.0 50=0.0
+0=ATTRIB 5=4A 330=49 100=AcDbEntity 8=0 100=AcDbText 10=0.0 20=0.0 30=0.0 40=2.5 1=12 100=AcDbAttribute 2=NUMBER 70=0
+0=SEQEND 5=4B 330=49 100=AcDbEntity 8=0
+0=POLYLINE 5=4C 330=1F 100=AcDbEntity 8=0 100=AcDb3dPolyline 66=1 10=0.0 20=0.0 30=0.0 70=8
+0=VERTEX 5=4D 330=4C 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDb3dPolylineVertex 10=0.0 20=0.0 30=0.0 70=32
+0=VERTEX 5=4E 330=4C 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDb3dPolylineVertex 10=5.0 20=0.0 30=0.0 70=32
+0=SEQEND 5=4F 330=4C 100=AcDbEntity 8=0
+0=TEXT 5=50 330=1F 100=AcDbEntity 8=0 100=AcDbText 10=0.0 20=0.0 30=0.0 40=2.5 1=Plate 7=STANDARD 100=AcDbText
+0=MTEXT 5=51 330=1F 100=AcDbEntity 8=0 100=AcDbMText 10=0.0 20=0.0 30=0.0 40=2.5 71=1 1=Note 7=Standard 11=1.0 21=0.0 31=0.0
+0=DIMENSION 5=52 330=1F 100=AcDbEntity 8=0 100=AcDbDimension 2=*D1 10=0.0 20=5.0 30=0.0 11=5.0 21=5.0 31=0.0 70=33 1= 3=Standard 100=AcDbAlignedDimension 13=0.0 23=0.0 33=0.0 14=10.0 24=0.0 34=0.0
+0=LEADER 5=53 330=1F 100=AcDbEntity 8=0 100=AcDbLeader 3=Standard 71=1 72=0 73=3 76=2 10=0.0 20=0.0 30=0.0 10=5.0 20=5.0 30=0.0 340=0
+0=POINT 5=54 330=1F 100=AcDbEntity 8=0 100=AcDbPoint 10=0.0 20=0.0 30=0.0
+0=SOLID 5=55 330=1F 100=AcDbEntity 8=0 100=AcDbTrace 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0 12=0.0 22=1.0 32=0.0 13=1.0 23=1.0 33=0.0
+0=INSERT 5=56 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=Bolt 10=0.0 20=0.0 30=0.0 41=1.0 42=1.0 43=1.0
+0=RAY 5=57 330=1F 100=AcDbEntity 8=0 100=AcDbRay 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0
+0=IMAGE 5=59 330=1F 100=AcDbEntity 8=0 160=2 310=00FF 100=AcDbRasterImage 90=0 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0 12=0.0 22=1.0 32=0.0 13=10.0 23=10.0 340=6B 70=1 280=0 281=50 282=50 283=0 360=0 71=1 91=2 14=0.0 24=0.0 14=10.0 24=10.0
+0=POLYLINE 5=5A 330=1F 100=AcDbEntity 8=0 100=AcDbPolygonMesh 66=1 10=0.0 20=0.0 30=0.0 70=16 71=2 72=2
+0=VERTEX 5=5B 330=5A 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=0.0 20=0.0 30=0.0 70=64
+0=VERTEX 5=5C 330=5A 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=1.0 20=0.0 30=0.0 70=64
+0=VERTEX 5=5D 330=5A 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=0.0 20=1.0 30=0.0 70=64
+0=VERTEX 5=5E 330=5A 100=AcDbEntity 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=1.0 20=1.0 30=0.0 70=64
+0=SEQEND 5=5F 330=5A 100=AcDbEntity 8=0
+0=ENDSEC
+0=SECTION 2=OBJECTS
+0=DICTIONARY 5=60 330=0 100=AcDbDictionary 281=1 3=ACAD_LAYOUT 350=61 3=ACAD_MLINESTYLE 350=62 3=ACAD_PLOTSTYLENAME 350=64 3=ACAD_IMAGE_DICT 350=6C 3=SERVICE 350=65
+0=DICTIONARY 5=61 102={ACAD_REACTORS 330=60 102=} 330=60 100=AcDbDictionary 281=1 3=Model 350=66 3=Layout1 350=67
+0=DICTIONARY 5=62 330=60 100=AcDbDictionary 281=1 3=Standard 350=63
+0=MLINESTYLE 5=63 330=62 100=AcDbMlineStyle 2=STANDARD 70=0 3= 62=256 51=90.0 52=90.0 71=2 49=0.5 62=256 6=BYLAYER 49=-0.5 62=256 6=BYLAYER
+0=ACDBDICTIONARYWDFLT 5=64 330=60 100=AcDbDictionary 281=1 3=Normal 350=68 100=AcDbDictionaryWithDefault 340=68
+0=DICTIONARY 5=65 330=60 100=AcDbDictionary 281=1 3=first 350=69
+0=LAYOUT 5=66 330=61 100=AcDbPlotSettings 1= 70=0 100=AcDbLayout 1=Model 70=1 71=0 10=0.0 20=0.0 11=12.0 21=9.0 330=1F
+0=LAYOUT 5=67 330=61 100=AcDbPlotSettings 1= 70=0 100=AcDbLayout 1=Layout1 70=1 71=1 10=0.0 20=0.0 11=12.0 21=9.0 330=16
+0=ACDBPLACEHOLDER 5=68 330=64
+0=XRECORD 5=69 330=65 100=AcDbXrecord 280=1 1=text 40=2.5 90=70000 330=41 1000=free
+0=DICTIONARY 5=6A 330=40 100=AcDbDictionary 281=1 3=own 360=6D
+0=IMAGEDEF 5=6B 330=6C 100=AcDbRasterImageDef 90=0 1=plan.png 10=10.0 20=10.0 11=1.0 21=1.0 280=1 281=0
+0=DICTIONARY 5=6C 330=60 100=AcDbDictionary 281=1 3=plan 350=6B
+0=XRECORD 5=6D 330=6A 100=AcDbXrecord 280=1
+0=ENDSEC
+0=EOF
+)";
+
+const std::string_view soundOldText = R"(
+0=SECTION 2=HEADER 9=$ACADVER 1=AC1009 9=$HANDSEED 5=FF
+0=ENDSEC
+0=SECTION 2=TABLES
+0=TABLE 2=LAYER 70=2
+0=LAYER 2=0 70=0 62=7 6=CONTINUOUS
+0=LAYER 2=SLAB 70=0 62=3 6=CONTINUOUS
+0=ENDTAB
+0=ENDSEC
+0=SECTION 2=BLOCKS
+0=BLOCK 8=0 2=BOLT 70=0 10=0.0 20=0.0 30=0.0 3=BOLT
+0=CIRCLE 5=10 8=0 10=0.0 20=0.0 30=0.0 40=1.0
+0=ENDBLK 8=0
+0=ENDSEC
+0=SECTION 2=ENTITIES
+0=LINE 5=20 8=SLAB 62=1 10=0.0 20=0.0 30=0.0 11=1.0 21=0.0 31=0.0
+0=POLYLINE 5=21 8=0 66=1 10=0.0 20=0.0 30=0.0 70=1
+0=VERTEX 5=22 8=0 10=0.0 20=0.0 30=0.0
+0=VERTEX 5=23 8=0 10=1.0 20=0.0 30=0.0 42=0.5
+0=SEQEND 5=24 8=0
+0=INSERT 5=25 8=0 2=BOLT 10=0.0 20=0.0 30=0.0
+0=TEXT 5=26 8=0 10=0.0 20=0.0 30=0.0 40=2.5 1=plain 7=STANDARD
+0=DIMENSION 5=27 8=0 2=BOLT 10=0.0 20=0.0 30=0.0 11=0.0 21=0.0 31=0.0 70=0 13=0.0 23=0.0 33=0.0 14=1.0 24=0.0 34=0.0
+0=ENDSEC
+0=EOF
+)";
+
+std::string drawingOf(std::string_view text) {
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size();) {
+        at = text.find_first_not_of(" \n", at);
+        if (at == std::string_view::npos) break;
+        const std::size_t end = std::min(text.find_first_of(" \n", at), text.size());
+        const std::string_view group = text.substr(at, end - at);
+        const std::size_t equals = std::min(group.find('='), group.size() - 1);
+        (bytes += group.substr(0, equals)) += "\r\n";
+        for (const char each : group.substr(equals + 1)) bytes += each == '~' ? ' ' : each;
+        bytes += "\r\n";
+        at = end;
+    }
+    return bytes;
+}
+
+} // namespace drawingtest
