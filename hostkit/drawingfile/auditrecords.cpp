@@ -102,9 +102,9 @@ void takeLate(const Subject& subject, std::size_t headEnd) {
         const bool isHandle = isHandleCode(subject, group.code) && subject.record().handle == 0;
         const bool isOwner = group.code == 330 && subject.record().ownerLine == 0;
         if (!subject.record().kind || (!isHandle && !isOwner)) continue;
+        isHandle ? takeHandle(subject, group) : takeOwner(subject, group);
         subject.fault(AuditCheck::kRecord, group.line, isHandle ? L"its handle stands" : L"its owner stands",
                       L" behind the class mark ", subject.groups()[headEnd].value, L"; it belongs before it");
-        isHandle ? takeHandle(subject, group) : takeOwner(subject, group);
     }
 }
 

@@ -67,8 +67,8 @@ public:
     explicit Standing(AuditedDrawing& drawing) {
         for (const std::string_view name : {"BYLAYER", "BYBLOCK", "CONTINUOUS"})
             m_names.emplace_back(AuditTable::kLinetype, drawing.names.idOf(name));
-        if (drawing.hasMarks()) return;
         m_names.emplace_back(AuditTable::kLayer, drawing.names.idOf("0"));
+        if (drawing.hasMarks()) return;
         for (const AuditTable table : {AuditTable::kStyle, AuditTable::kDimStyle})
             m_names.emplace_back(table, drawing.names.idOf("STANDARD"));
     }

@@ -8,6 +8,7 @@ constexpr std::string_view sectionNames[] = {"",       "HEADER",   "CLASSES", "T
                                              "BLOCKS", "ENTITIES", "OBJECTS"};
 
 constexpr int applicationCode = 1001;
+constexpr std::int64_t meshFlag = 16;
 
 AuditSection sectionOf(std::string_view name) {
     for (std::size_t i = 1; i < std::size(sectionNames); ++i)
@@ -44,8 +45,9 @@ void AuditWalk::walk() {
         m_hasHead = true;
         m_isEnded = m_head.value == "EOF";
     }
-    finishRecord();
+    // A record in which the text breaks off may lack anything.
     if (m_isEnded) {
+        finishRecord();
         if (m_scanner.next(group) != AuditScan::kEnd)
             m_run.findings.remark(AuditCheck::kStructure, nullptr, group.line, L"lines follow the mark EOF");
     } else {
@@ -95,11 +97,11 @@ void AuditWalk::finishRecord() {
     } else if (m_head.value == "ENDSEC") {
         if (m_section == AuditSection::kNone)
             fault(nullptr, m_head.line, L"ENDSEC stands outside of a section");
-        endSection(m_head.line);
+        endSection();
     } else if (m_head.value == "EOF") {
         if (m_section != AuditSection::kNone)
             fault(nullptr, m_head.line, L"the section " + wideKeyword(m_sectionName) + L" has no ENDSEC");
-        endSection(m_head.line);
+        endSection();
     } else {
         visit({.type = m_head.value, .line = m_head.line});
     }
@@ -111,7 +113,7 @@ void AuditWalk::beginSection() {
         fault(nullptr, m_head.line,
               L"a section begins within the section " + wideKeyword(m_sectionName) +
                   L", which has no ENDSEC");
-        endSection(m_head.line);
+        endSection();
     }
     if (m_content.groups.empty() || m_content.groups.front().code != 2) {
         fault(nullptr, m_head.line, L"a section has no name");
@@ -134,7 +136,7 @@ void AuditWalk::noteSection(std::string_view name) {
     m_run.drawing.sections |= bit;
 }
 
-void AuditWalk::endSection(std::uint32_t) {
+void AuditWalk::endSection() {
     closeSequence();
     closeTable();
     closeBlock();
@@ -147,25 +149,17 @@ void AuditWalk::visit(AuditRecord record) {
         return m_run.findings.fault(AuditCheck::kStructure, &record, record.line,
                                     L"it stands outside of the sections");
     if (m_section == AuditSection::kClasses) return auditClass(m_run, m_content, record);
+    if (m_section == AuditSection::kTables && record.type == "ENDTAB") return endTable(record.line);
     record.kind = findAuditKind(record.type);
     record.isObject = m_section == AuditSection::kObjects;
     record.isEntity = m_section == AuditSection::kBlocks || m_section == AuditSection::kEntities;
-    if (!place(record)) return;
     m_run.findings.countObject();
     const auto index = static_cast<AuditIndex>(m_run.drawing.records.size());
     m_run.drawing.records.push_back(record);
-    if (record.type == "TABLE") m_table = index;
-    if (record.type == "BLOCK") m_block = index;
-    if (m_sequence.owner == noAuditIndex && (record.type == "POLYLINE" || record.type == "INSERT"))
-        m_sequence.owner = index;
     auditRecord(m_run, m_content, index);
-}
-
-bool AuditWalk::place(AuditRecord& record) {
-    if (record.isEntity) placeInSequence(record);
-    if (m_section == AuditSection::kTables) return placeInTable(record);
-    if (m_section == AuditSection::kBlocks) return placeInBlock(record);
-    return true;
+    if (record.isEntity) placeInSequence(index);
+    if (m_section == AuditSection::kTables) placeInTable(index);
+    if (m_section == AuditSection::kBlocks) placeInBlock(index);
 }
 
 // Tables.
@@ -176,18 +170,20 @@ void AuditWalk::closeTable() {
     m_table = noAuditIndex;
 }
 
-bool AuditWalk::placeInTable(AuditRecord& record) {
+void AuditWalk::endTable(std::uint32_t line) {
+    if (m_table == noAuditIndex) fault(nullptr, line, L"ENDTAB stands outside of a table");
+    m_table = noAuditIndex;
+}
+
+void AuditWalk::placeInTable(AuditIndex index) {
+    AuditRecord& record = m_run.drawing.records[index];
     if (record.type == "TABLE") {
         closeTable();
         const AuditGroup* const name = m_content.find(2);
         m_tableName = name ? keywordOf(name->value) : "";
         if (!name) fault(&record, record.line, L"a table has no name");
-        return true;
-    }
-    if (record.type == "ENDTAB") {
-        if (m_table == noAuditIndex) fault(nullptr, record.line, L"ENDTAB stands outside of a table");
-        m_table = noAuditIndex;
-        return false;
+        m_table = index;
+        return;
     }
     if (m_table == noAuditIndex)
         fault(&record, record.line, L"it stands outside of a table");
@@ -195,7 +191,6 @@ bool AuditWalk::placeInTable(AuditRecord& record) {
         m_run.findings.fault(AuditCheck::kTable, &record, record.line, L"it is no record for the table ",
                              m_tableName);
     record.container = m_table;
-    return true;
 }
 
 // Blocks.
@@ -205,52 +200,61 @@ void AuditWalk::closeBlock() {
     m_block = noAuditIndex;
 }
 
-bool AuditWalk::placeInBlock(AuditRecord& record) {
+void AuditWalk::placeInBlock(AuditIndex index) {
+    AuditRecord& record = m_run.drawing.records[index];
     if (record.type == "BLOCK") {
         closeBlock();
-        return true;
+        m_block = index;
+        return;
     }
     if (m_block == noAuditIndex)
         fault(&record, record.line, L"it stands in the section BLOCKS, but in no block");
     if (record.container == noAuditIndex) record.container = m_block;
     if (record.type == "ENDBLK") m_block = noAuditIndex;
-    return true;
 }
 
 // Sequences.
 
-void AuditWalk::placeInSequence(AuditRecord& record) {
+void AuditWalk::placeInSequence(AuditIndex index) {
+    AuditRecord& record = m_run.drawing.records[index];
     const bool isVertex = record.type == "VERTEX";
-    if (isVertex || record.type == "ATTRIB" || record.type == "SEQEND") {
-        const bool isOpen = m_sequence.owner != noAuditIndex;
-        if (!isOpen || (record.type != "SEQEND" && isVertex != m_sequence.isPolyline))
+    if (record.type == "SEQEND") return endSequence(record);
+    if (isVertex || record.type == "ATTRIB") {
+        if (m_sequence.owner == noAuditIndex || isVertex != m_sequence.isPolyline)
             return fault(&record, record.line,
                          isVertex ? L"it stands behind no polyline" : L"it stands behind no block reference");
         record.container = m_sequence.owner;
-        if (record.type == "SEQEND") {
-            if (m_sequence.isPolyline) checkVertices(m_sequence.owner);
-            if (!m_sequence.isPolyline && m_sequence.parts == 0 && m_sequence.isAnnounced)
-                fault(at(m_sequence.owner), at(m_sequence.owner)->line,
-                      L"its group 66 says that attributes follow, but none does");
-            m_sequence = {};
-            return;
-        }
-        if (++m_sequence.parts == 1 && !m_sequence.isAnnounced &&
-            (!m_sequence.isPolyline || !m_run.drawing.hasMarks()))
+        const bool needsFlag = !m_sequence.isPolyline || !m_run.drawing.hasMarks();
+        if (++m_sequence.parts == 1 && !m_sequence.isAnnounced && needsFlag)
             fault(at(m_sequence.owner), at(m_sequence.owner)->line,
                   isVertex ? L"vertices follow, but its group 66 does not say so"
                            : L"attributes follow, but its group 66 does not say so");
         return;
     }
     closeSequence();
-    if (record.type != "POLYLINE" && record.type != "INSERT") return;
-    m_sequence = {};
-    m_sequence.isPolyline = record.type == "POLYLINE";
+    if (record.type == "POLYLINE" || record.type == "INSERT") beginSequence(index);
+}
+
+void AuditWalk::beginSequence(AuditIndex index) {
+    m_sequence.owner = index;
+    m_sequence.isPolyline = at(index)->type == "POLYLINE";
     m_sequence.isAnnounced = m_content.integer(66).value_or(0) != 0;
-    constexpr std::int64_t meshFlag = 16;
     const std::int64_t flags = m_content.integer(70).value_or(0);
-    if (m_sequence.isPolyline && (flags & meshFlag) != 0 && m_content.integer(75).value_or(0) == 0)
+    const bool isSmoothed = m_content.integer(75).value_or(0) != 0; // and has more vertices than it tells
+    if (m_sequence.isPolyline && (flags & meshFlag) != 0 && !isSmoothed)
         m_sequence.meshVertices = m_content.integer(71).value_or(0) * m_content.integer(72).value_or(0);
+}
+
+void AuditWalk::endSequence(AuditRecord& record) {
+    if (m_sequence.owner == noAuditIndex)
+        return fault(&record, record.line, L"it stands behind no polyline and no block reference");
+    record.container = m_sequence.owner;
+    if (m_sequence.isPolyline)
+        checkVertices(m_sequence.owner);
+    else if (m_sequence.parts == 0 && m_sequence.isAnnounced)
+        fault(at(m_sequence.owner), at(m_sequence.owner)->line,
+              L"its group 66 says that attributes follow, but none does");
+    m_sequence = {};
 }
 
 void AuditWalk::checkVertices(AuditIndex polyline) {

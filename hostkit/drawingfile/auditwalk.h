@@ -16,16 +16,18 @@ public:
 private:
     void finishRecord();
     void beginSection();
-    void endSection(std::uint32_t line);
+    void endSection();
     void noteSection(std::string_view name);
     void tellOfUnfinished(const AuditGroup& last, AuditScan result);
     void tellOfMissingSections();
 
     void visit(AuditRecord record);
-    bool place(AuditRecord& record);
-    bool placeInTable(AuditRecord& record);
-    bool placeInBlock(AuditRecord& record);
-    void placeInSequence(AuditRecord& record);
+    void placeInTable(AuditIndex index);
+    void endTable(std::uint32_t line);
+    void placeInBlock(AuditIndex index);
+    void placeInSequence(AuditIndex index);
+    void beginSequence(AuditIndex polylineOrInsert);
+    void endSequence(AuditRecord& record);
     void closeTable();
     void closeBlock();
     void closeSequence();
