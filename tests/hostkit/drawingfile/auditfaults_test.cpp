@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -231,5 +232,9 @@ TEST(AuditFaults, anyBytesAreSurvived) {
         std::string damaged = sound;
         for (int i = 0; i < 5; ++i) damaged[random() % damaged.size()] = static_cast<char>(random());
         (void)auditDrawingText(damaged);
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/drawing")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        (void)auditDrawingText(std::string{std::istreambuf_iterator<char>(file), {}});
     }
 }
