@@ -259,7 +259,7 @@ bool checkMarks(const Subject& subject, const Marks& marks) {
         subject.fault(AuditCheck::kRecord, record.line, L"it has no class marks");
         return false;
     }
-    const std::vector<AuditMark>* best = nullptr;
+    const std::vector<AuditMark>* best = &record.kind->variants.front();
     std::size_t least = ~std::size_t{0};
     for (const auto& variant : record.kind->variants)
         if (const std::size_t size = Difference(variant, marks.found).size(); size < least) {

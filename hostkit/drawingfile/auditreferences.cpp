@@ -47,18 +47,18 @@ void checkHandle(AuditRun& run, const AuditHandleReference& reference) {
 }
 
 struct Named {
-    AuditTable table;
     const wchar_t* what;
+    AuditTable table;
     AuditSeverity severity;
 };
 // Programs make a layer that has no record; for the others there is no such help.
 constexpr Named namedThings[] = {
-    {AuditTable::kLayer, L"the layer ", AuditSeverity::kRemark},
-    {AuditTable::kLinetype, L"the linetype ", AuditSeverity::kFault},
-    {AuditTable::kStyle, L"the text style ", AuditSeverity::kFault},
-    {AuditTable::kDimStyle, L"the dimension style ", AuditSeverity::kFault},
-    {AuditTable::kBlock, L"the block ", AuditSeverity::kFault},
-    {AuditTable::kApplication, L"the application ", AuditSeverity::kFault},
+    {L"the layer ", AuditTable::kLayer, AuditSeverity::kRemark},
+    {L"the linetype ", AuditTable::kLinetype, AuditSeverity::kFault},
+    {L"the text style ", AuditTable::kStyle, AuditSeverity::kFault},
+    {L"the dimension style ", AuditTable::kDimStyle, AuditSeverity::kFault},
+    {L"the block ", AuditTable::kBlock, AuditSeverity::kFault},
+    {L"the application ", AuditTable::kApplication, AuditSeverity::kFault},
 };
 
 /// Names that are there without a record.

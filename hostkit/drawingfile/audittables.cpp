@@ -35,6 +35,7 @@ constexpr Standing standingRecords[] = {
     {AuditTable::kBlock, "BLOCK_RECORD", "*Paper_Space"},
 };
 
+constexpr std::wstring_view forbiddenSigns = L"<>/\\\":;?*|,=`";
 constexpr std::size_t longestName = 255;
 constexpr std::size_t longestOldName = 31;
 constexpr std::int64_t foreignFlag = 16; // comes from an external reference, whose name is divided by a bar
@@ -57,13 +58,12 @@ void checkName(AuditRun& run, const AuditContent& content, const AuditRecord& re
         tell(L"its name has ", name.size(), L" characters, above ", isNew ? longestName : longestOldName);
     const bool isForeign = (content.integer(70).value_or(0) & foreignFlag) != 0;
     for (std::size_t at = 0; at < name.size(); ++at) {
-        const bool isBad = name[at] < L' ' ||
-                           std::wstring_view(L"<>/\\\":;?*|,=`").find(name[at]) != std::wstring_view::npos;
+        const bool isControl = name[at] < L' ';
+        const bool isSign = forbiddenSigns.find(name[at]) != std::wstring_view::npos;
         const bool isAllowed = (at == 0 && name[at] == L'*') || (name[at] == L'|' && isForeign);
-        if (!isBad || isAllowed) continue;
-        return tell(L"its name ", group.value, L" holds ",
-                    name[at] < L' ' ? L"a control character" : std::wstring(1, name[at]).c_str(),
-                    L", which names cannot have");
+        if (isAllowed || (!isControl && !isSign)) continue;
+        const std::wstring what = isControl ? L"a control character" : std::wstring(1, name[at]);
+        return tell(L"its name ", group.value, L" holds ", what, L", which names cannot have");
     }
 }
 
