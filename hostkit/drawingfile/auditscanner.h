@@ -21,6 +21,7 @@ public:
     explicit AuditScanner(std::string_view bytes)
         : m_rest(bytes) {
         if (m_rest.starts_with("\xEF\xBB\xBF")) m_rest.remove_prefix(3);
+        skipBlankLines();
     }
 
     /// With kBadCode and kNoValue the group holds the line of the code, and the line's text as its value.
@@ -39,6 +40,16 @@ public:
     }
 
 private:
+    // Some writers begin with them.
+    void skipBlankLines() {
+        const std::size_t first = m_rest.find_first_not_of(" \t\r\n");
+        if (first == std::string_view::npos) return;
+        const char* const group = m_rest.data() + first;
+        for (std::string_view line;
+             std::memchr(m_rest.data(), '\n', static_cast<std::size_t>(group - m_rest.data()));)
+            (void)nextLine(line);
+    }
+
     bool nextLine(std::string_view& line) {
         if (m_rest.empty()) return false;
         ++m_line;

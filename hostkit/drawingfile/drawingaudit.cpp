@@ -1,6 +1,7 @@
 #include "drawingaudit.h"
 
 #include "auditwalk.h"
+#include "binaryform.h"
 #include "drawingwriter.h"
 #include "textencoding.h"
 
@@ -105,6 +106,15 @@ std::pair<std::size_t, std::size_t> AuditContent::partOf(std::string_view mark) 
 
 AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit) {
     AuditRun run{{}, AuditFindings(findingLimit)};
+    std::string turned;
+    if (isBinaryForm(bytes)) {
+        if (const std::optional<BinaryFault> fault = textFromBinary(bytes, turned)) {
+            run.findings.fault(AuditCheck::kStructure, nullptr, 0, L"byte ", fault->offset,
+                               L" of the binary form: ", std::wstring_view(fault->reason));
+            return run.findings.take();
+        }
+        bytes = turned;
+    }
     AuditWalk(run, bytes).walk();
     auditHandles(run);
     auditOwners(run);
@@ -118,6 +128,7 @@ AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit) {
 AuditReport auditDrawing(const AcDbDatabase& database, std::size_t findingLimit) {
     WriteOptions options;
     options.tellPort = false;
+    options.coding = DrawingCoding::kText;
     WriteReport written;
     std::string bytes;
     if (writeDrawingToMemory(database, bytes, options, &written) == Acad::eOk)

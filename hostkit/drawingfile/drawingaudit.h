@@ -57,7 +57,8 @@ struct AuditReport {
 /// Checks the text of a drawing, whole or not: what the reader would refuse is found like everything else.
 /// The check reads the lines itself and has its own rules, none of those of the reader and the writer. Where
 /// a group's code is no number, or a value is missing, nothing behind it is looked at, and nothing is said of
-/// what the rest might have held. Time and memory are linear in the text.
+/// what the rest might have held. A binary drawing is checked as the text that its groups make, whose lines
+/// are told. Time and memory are linear in the text.
 AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit = 100);
 
 /// Checks the text as which the drawing would be saved now, in the form that it was read in; of a drawing

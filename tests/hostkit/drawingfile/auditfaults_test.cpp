@@ -1,5 +1,6 @@
 // Single faults, each put into a sound drawing: the check finds that fault, at that record and line, and no
 // other. The drawings and the faults are texts in the folder audit, written by hand and not by the writer.
+#include "binaryform.h"
 #include "drawingaudit.h"
 
 #include <gtest/gtest.h>
@@ -147,6 +148,8 @@ std::string findingsWith(const std::string& groups, const std::string& others) {
 TEST(AuditFaults, theSoundDrawingsHaveNone) {
     EXPECT_EQ(joined(findingsIn(drawingOf(contentOf("sound.txt")))), "");
     EXPECT_EQ(joined(findingsIn(drawingOf(contentOf("soundr12.txt")))), "");
+    EXPECT_EQ(joined(findingsIn(" \r\n\r\n" + drawingOf(contentOf("soundr12.txt")))), "")
+        << "blank lines in front";
     EXPECT_EQ(auditDrawingText(drawingOf(contentOf("soundr12.txt"))).objects, 14u);
 }
 
@@ -161,6 +164,17 @@ TEST(AuditFaults, eachIsFoundAlone) {
         ++count;
     }
     EXPECT_GT(count, 150u);
+}
+
+TEST(AuditFaults, binaryDrawingsAreCheckedAsText) {
+    std::string text = contentOf("sound.txt");
+    text.replace(placeOf(text, "40=5.0"), 6, "40=-5.0");
+    std::string binary;
+    ASSERT_FALSE(binaryFromText(drawingOf(text), DrawingVersion::k2013, binary));
+    EXPECT_EQ(findingsIn(binary), findingsIn(drawingOf(text)));
+    const std::vector<std::string> cut = findingsIn(binary.substr(0, binary.size() / 2 + 1));
+    ASSERT_EQ(cut.size(), 1u);
+    EXPECT_NE(cut[0].find("structure fault"), std::string::npos) << cut[0];
 }
 
 // What a table of texts cannot hold.
