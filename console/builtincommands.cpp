@@ -165,7 +165,7 @@ constexpr Builtin builtins[] = {
      L"the extended data of an object, application by application"},
     {L"DICT", dictCommand, L"[CONTENTS] [TABLE | JSON [FILE [OVERWRITE]]]",
      L"the tree of dictionaries; with CONTENTS what stands in their records"},
-    {L"AUDIT", auditCommand, L"[OF DRAWING] [TABLE | JSON [FILE [OVERWRITE]]]",
+    {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]",
      L"checks the text as which the drawing would be saved, or a file as it is; fails where it has faults"},
     {L"LAYERS", layers, L"", L"the layers with their number of entities and state"},
     {L"PLOT", plotCommand, L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [FILL LAYER]...",
