@@ -137,7 +137,9 @@ TEST(Audit, damageInMemory) {
          L"its entry lost, ABCD, is missing"},
         {"a block in itself", AuditCheck::kBlock, fault,
          [](Subject& s) {
-             return append(s.block, new AcDbBlockReference({0, 0, 0}, s.block));
+             auto* const within = new AcDbBlockReference({0, 0, 0}, s.block);
+             const AcDbObjectId id = Access::add(*s.database, within, 0, s.block);
+             return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), id), id;
          },
          L"the block Anchor contains itself"},
         {"an erased block that is inserted", AuditCheck::kRecord, fault,
