@@ -2,10 +2,16 @@
 
 #include "acdocman.h"
 #include "aced.h"
+#include "atomicfile.h"
 #include "commandoutput.h"
 #include "consoletext.h"
 #include "drawingaudit.h"
 #include "host.h"
+#include "systempath.h"
+#include "textencoding.h"
+
+#include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -23,12 +29,15 @@ std::wstring summaryOf(const hostkit::AuditReport& report) {
     return text;
 }
 
+std::wstring lineText(std::size_t line) { return line == 0 ? std::wstring() : std::to_wstring(line); }
+
 void printReport(const hostkit::AuditReport& report) {
-    std::vector<std::vector<std::wstring>> rows = {{L"Severity", L"Check", L"Type", L"Handle", L"Finding"}};
+    std::vector<std::vector<std::wstring>> rows = {
+        {L"Severity", L"Check", L"Type", L"Handle", L"Line", L"Finding"}};
     for (const hostkit::AuditFinding& each : report.findings)
         rows.push_back({severityName(each), hostkit::auditCheckName(each.check), each.type,
-                        handleText(AcDbHandle(each.handle)), each.text});
-    if (!report.findings.empty()) printTable(rows, "lllll");
+                        handleText(AcDbHandle(each.handle)), lineText(each.line), onOneLine(each.text)});
+    if (!report.findings.empty()) printTable(rows, "llllrl");
     if (report.findings.size() < report.faultCount() + report.remarkCount())
         acutPrintf(L"Only the first findings of each check are listed.\n");
     acutPrintf(L"%s\n", summaryOf(report).c_str());
@@ -46,25 +55,65 @@ std::string asJson(const hostkit::AuditReport& report) {
         appendField("check", hostkit::auditCheckName(each.check), json += ',');
         appendField("type", each.type, json += ',');
         appendField("handle", handleText(AcDbHandle(each.handle)), json += ',');
+        json += ",\"line\":" + std::to_string(each.line);
         appendField("finding", each.text, json += ',');
         json += '}';
     }
     return json + "]}";
 }
 
+/// What the answers ask for: a file that need not be one that can be opened, or the drawing; and the form.
+struct AuditRequest {
+    CString file;
+    ReportForm form = ReportForm::table;
+};
+
+std::optional<AuditRequest> readRequest() {
+    AuditRequest request;
+    CString word;
+    acedInitGet(0, L"Of Table Json");
+    const int answer = acedGetKword(L"File or form [Of/Table/Json] <Table>: ", word);
+    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"OF FILE, TABLE or JSON is meant");
+    if (answer != RTNORM && answer != RTNONE) return std::nullopt;
+    request.form = word == L"Json" ? ReportForm::json : ReportForm::table;
+    if (word != L"Of") return request;
+    if (acedGetString(0, L"File: ", request.file) != RTNORM) return std::nullopt;
+    if (request.file.IsEmpty()) {
+        hostkit::failCommand(Acad::eInvalidInput, L"the file to check is missing behind OF");
+        return std::nullopt;
+    }
+    const std::optional<ReportForm> form = readReportForm();
+    if (!form) return std::nullopt;
+    request.form = *form;
+    return request;
+}
+
+std::optional<hostkit::AuditReport> auditFile(const std::wstring& file) {
+    std::string bytes;
+    if (hostkit::readWholeFile(hostkit::mapPath(file), bytes)) return hostkit::auditDrawingText(bytes);
+    hostkit::failCommand(Acad::eFileAccessErr, file + L": " + hostkit::wideFromUtf8(std::strerror(errno)));
+    return std::nullopt;
+}
+
+std::optional<hostkit::AuditReport> auditOf(const AuditRequest& request) {
+    if (!request.file.IsEmpty()) return auditFile(request.file.GetString());
+    const AcApDocument* const document = documentOrFail();
+    if (!document) return std::nullopt;
+    return hostkit::auditDrawing(*document->database());
+}
+
 } // namespace
 
 void auditCommand() {
-    const AcApDocument* const document = documentOrFail();
-    if (!document) return;
-    const std::optional<ReportForm> form = readReportForm();
-    if (!form) return;
-    const hostkit::AuditReport report = hostkit::auditDrawing(*document->database());
-    if (*form == ReportForm::table)
-        printReport(report);
+    const std::optional<AuditRequest> request = readRequest();
+    if (!request) return;
+    const std::optional<hostkit::AuditReport> report = auditOf(*request);
+    if (!report) return;
+    if (request->form == ReportForm::table)
+        printReport(*report);
     else
-        offerText(asJson(report));
-    if (report.faultCount() > 0)
+        offerText(asJson(*report));
+    if (report->faultCount() > 0)
         hostkit::failCommand(Acad::eDwgObjectImproperlyRead,
-                             L"the drawing has " + counted(report.faultCount(), L"fault"));
+                             L"the drawing has " + counted(report->faultCount(), L"fault"));
 }

@@ -2,114 +2,181 @@
 
 #include "auditing.h"
 
-#include "dbblocktablerecord.h"
-#include "dbopaque.h"
-#include "objectwriting.h"
+#include <unordered_set>
 
 namespace hostkit {
 
-void DrawingAudit::hold(AcDbObjectId held, const AcDbObject& holder, const wchar_t* what) {
-    if (held.isNull() || held.isErased()) return;
-    if (!held.isResident())
-        return fault(AuditCheck::kOwner, &holder,
-                     std::wstring(what) + L" " + handleText(held) + L" is missing");
-    const auto [place, isFirst] = m_holders.try_emplace(held, &holder);
-    if (isFirst || place->second == &holder) return;
-    fault(AuditCheck::kOwner, DatabaseAccess::object(held),
-          handleText(place->second->objectId()) + L" and " + handleText(holder.objectId()) +
-              L" both hold it");
-}
-
-void DrawingAudit::gatherHolders(AcDbObject& container) {
-    hold(DatabaseAccess::extensionDictionary(container), container, L"its extension dictionary");
-    if (const auto* const table = AcDbSymbolTable::cast(&container))
-        for (const AcDbObjectId id : table->records()) hold(id, container, L"its record");
-    if (const auto* const block = AcDbBlockTableRecord::cast(&container)) {
-        for (const AcDbObjectId id : block->entities()) hold(id, container, L"its entity");
-        hold(block->blockBeginId(), container, L"its opening record");
-        hold(block->blockEndId(), container, L"its closing record");
-    }
-    auto* const entity = AcDbEntity::cast(&container);
-    if (const SubentityList* const parts = entity ? DatabaseAccess::parts(*entity) : nullptr) {
-        for (std::size_t i = 0; i < parts->count(); ++i) hold(parts->idAt(i), container, L"its part");
-        hold(parts->sequenceEnd(), container, L"its closing record");
-    }
-    // A dictionary may also name what others own.
-    const auto* const dictionary = AcDbDictionary::cast(&container);
-    if (!dictionary) return;
-    AcDbDictionaryIterator iterator(*dictionary);
-    for (bool more = !iterator.done(); more; more = iterator.next()) {
-        const AcDbObject* const entry = DatabaseAccess::object(iterator.objectId());
-        if (entry && entry->ownerId() == container.objectId()) hold(entry->objectId(), container, L"");
-    }
-}
-
-void DrawingAudit::gatherHolders() {
-    forEachLive([this](AcDbObject& object) { gatherHolders(object); });
-}
-
-void DrawingAudit::checkHandle(const AcDbObject& object) {
-    const AcDbHandleValue handle = object.handle().value();
-    const AcDbHandleValue next = m_database.handseed().value();
-    if (handle == 0) return fault(AuditCheck::kHandle, &object, L"it has no handle");
-    if (DatabaseAccess::find(m_database, handle) != object.objectId())
-        fault(AuditCheck::kHandle, &object, L"its handle leads to another object");
-    if (next != 0 && handle >= next)
-        fault(AuditCheck::kHandle, &object,
-              L"its handle is not below " + handleText(next) + L", the next one that will be given");
-}
-
-bool DrawingAudit::mayHaveNoOwner(const AcDbObject& object) const {
-    return object.isKindOf(AcDbSymbolTable::desc()) ||
-           object.objectId() == m_database.namedObjectsDictionaryId();
-}
-
 namespace {
 
-// Owners whose own are known; a record of an unknown kind may own what it likes.
-bool listsItsOwn(const AcDbObject& owner, const AcDbObject& owned) {
-    if (owner.isKindOf(AcDbSymbolTable::desc()) || owner.isKindOf(AcDbBlockTableRecord::desc()) ||
-        owner.isKindOf(AcDbDictionary::desc()))
-        return true;
-    return owned.isKindOf(AcDbEntity::desc()) && owner.isKindOf(AcDbEntity::desc()) &&
-           !owner.isKindOf(AcDbOpaqueEntity::desc());
-}
+/// Owners of one drawing, with what is asked about them.
+class OwnerCheck {
+public:
+    explicit OwnerCheck(AuditRun& run)
+        : m_run(run)
+        , m_drawing(run.drawing) {
+        for (const AuditEntry& each : m_drawing.entries)
+            m_held.insert(pairOf(m_drawing.records[each.dictionary].handle, each.handle));
+        for (const AuditHandleReference& each : m_drawing.handleReferences)
+            if (each.link == AuditLink::kExtension || (each.code >= 360 && each.code <= 369))
+                m_held.insert(pairOf(m_drawing.records[each.record].handle, each.handle));
+    }
+
+    void check() {
+        for (const AuditRecord& record : m_drawing.records) check(record);
+        checkCircles();
+    }
+
+private:
+    struct Pair {
+        AcDbHandleValue owner, owned;
+        bool operator==(const Pair&) const = default;
+    };
+    struct PairHash {
+        std::size_t operator()(const Pair& pair) const {
+            return std::hash<AcDbHandleValue>()(pair.owner * 0x9E3779B97F4A7C15U ^ pair.owned);
+        }
+    };
+    static Pair pairOf(AcDbHandleValue owner, AcDbHandleValue owned) { return {owner, owned}; }
+
+    template <class... Pieces>
+    void fault(const AuditRecord& record, const Pieces&... pieces) {
+        m_run.findings.fault(AuditCheck::kOwner, &record, record.ownerLine, pieces...);
+    }
+    bool isRoot(const AuditRecord& record) const { return record.isObject && record.type == "DICTIONARY"; }
+
+    void check(const AuditRecord& record) {
+        if (record.ownerLine == 0) {
+            if (record.type != "TABLE")
+                m_run.findings.remark(AuditCheck::kOwner, &record, record.line,
+                                      L"it names no owner, group 330");
+            return;
+        }
+        if (record.owner == 0) {
+            if (record.type != "TABLE" && !isRoot(record)) fault(record, L"it has no owner");
+            return;
+        }
+        const AuditRecord* const owner = m_drawing.at(m_drawing.find(record.owner));
+        if (!owner) return fault(record, L"its owner ", AuditHandleText{record.owner}, L" is missing");
+        if (record.isObject)
+            checkObject(record, *owner);
+        else if (record.type == "TABLE")
+            fault(record, L"a table has no owner, but this one names ", AuditHandleText{record.owner});
+        else
+            checkContained(record, *owner);
+    }
+
+    // Dictionaries and records that know their own are asked whether they do.
+    void checkObject(const AuditRecord& record, const AuditRecord& owner) {
+        const bool isEntry = owner.type == "DICTIONARY" || owner.type == "ACDBDICTIONARYWDFLT";
+        const bool isExtension = record.type == "DICTIONARY" && !isEntry;
+        if ((isEntry || isExtension) && !m_held.contains(pairOf(record.owner, record.handle)))
+            fault(record, L"its owner, the ", owner.type, L" ", AuditHandleText{record.owner},
+                  L", does not hold it");
+    }
+
+    AcDbHandleValue blockRecordOf(const AuditRecord& block) const {
+        const AuditIndex found =
+            block.name == AuditNames::none ? noAuditIndex : m_drawing.find(AuditTable::kBlock, block.name);
+        return found == noAuditIndex ? block.owner : m_drawing.records[found].handle;
+    }
+    // The block's record that holds what stands beside this.
+    AcDbHandleValue holderOf(const AuditRecord& record) const {
+        const AuditRecord* const container = m_drawing.at(record.container);
+        if (!container) return record.owner;
+        return container->type == "BLOCK" ? blockRecordOf(*container) : container->owner;
+    }
+
+    void checkContained(const AuditRecord& record, const AuditRecord& owner) {
+        const AuditRecord* const container = m_drawing.at(record.container);
+        if (record.type == "BLOCK") {
+            const AcDbHandleValue wanted = blockRecordOf(record);
+            if (owner.type != "BLOCK_RECORD" || wanted != record.owner)
+                fault(record, L"its owner is the ", owner.type, L" ", AuditHandleText{record.owner},
+                      L"; the record of its name is ", AuditHandleText{wanted});
+        } else if (!container) {
+            if (record.isEntity) checkInEntities(record, owner);
+        } else if (container->type == "BLOCK") {
+            tellOfOther(record, owner, *container, blockRecordOf(*container));
+        } else if (container->type == "TABLE") {
+            tellOfOther(record, owner, *container, container->handle);
+        } else if (record.owner != container->handle && record.owner == holderOf(*container)) {
+            // Some programs name the block in vertices and attributes; others have got used to it.
+            m_run.findings.remark(AuditCheck::kOwner, &record, record.ownerLine, L"its owner is the block ",
+                                  AuditHandleText{record.owner}, L"; it belongs to the ", container->type,
+                                  L" ", AuditHandleText{container->handle});
+        } else {
+            tellOfOther(record, owner, *container, container->handle);
+        }
+    }
+
+    void tellOfOther(const AuditRecord& record, const AuditRecord& owner, const AuditRecord& container,
+                     AcDbHandleValue wanted) {
+        if (record.owner != wanted)
+            fault(record, L"its owner is the ", owner.type, L" ", AuditHandleText{record.owner},
+                  L", but it stands in the ", container.type, L" of ", AuditHandleText{wanted});
+    }
+
+    void checkInEntities(const AuditRecord& record, const AuditRecord& owner) {
+        if (owner.type != "BLOCK_RECORD")
+            return fault(record, L"its owner is the ", owner.type, L" ", AuditHandleText{record.owner},
+                         L", but it stands in the section of entities");
+        const std::wstring name = nameOf(owner);
+        const bool isModel = name == L"*MODEL_SPACE";
+        if (!isModel && !name.starts_with(L"*PAPER_SPACE"))
+            fault(record, L"its owner is the block ", std::wstring_view(name),
+                  L", which is no layout, but it stands in the section of entities");
+        else if (isModel && record.isOnPaper)
+            m_run.findings.remark(AuditCheck::kOwner, &record, record.ownerLine,
+                                  L"its group 67 says paper space, but its owner is the model space");
+    }
+
+    std::wstring nameOf(const AuditRecord& record) const {
+        if (record.name == AuditNames::none) return {};
+        std::wstring name = AuditNames::charactersOf(m_drawing.names.spelling(record.name));
+        for (wchar_t& each : name)
+            if (each >= L'a' && each <= L'z') each = static_cast<wchar_t>(each - 32);
+        return name;
+    }
+
+    // Follows each chain of owners until it meets one that was followed before.
+    void checkCircles() {
+        std::vector<AuditIndex> startedFrom(m_drawing.records.size(), noAuditIndex);
+        for (AuditIndex start = 0; start < m_drawing.records.size(); ++start)
+            for (AuditIndex each = start; each != noAuditIndex;) {
+                if (startedFrom[each] != noAuditIndex) {
+                    if (startedFrom[each] == start)
+                        fault(m_drawing.records[each], L"its owners form a circle");
+                    break;
+                }
+                startedFrom[each] = start;
+                const AcDbHandleValue owner = m_drawing.records[each].owner;
+                each = owner == 0 ? noAuditIndex : m_drawing.find(owner);
+            }
+    }
+
+    AuditRun& m_run;
+    const AuditedDrawing& m_drawing;
+    std::unordered_set<Pair, PairHash> m_held;
+};
 
 } // namespace
 
-void DrawingAudit::checkOwner(const AcDbObject& object) {
-    const AcDbObjectId owner = object.ownerId();
-    if (owner.isNull()) {
-        if (!mayHaveNoOwner(object)) fault(AuditCheck::kOwner, &object, L"it has no owner");
-        return;
-    }
-    if (!isLive(owner))
-        return fault(AuditCheck::kOwner, &object,
-                     L"its owner " + handleText(owner) + L" is " + lackOf(owner));
-    const auto holder = m_holders.find(object.objectId());
-    if (holder == m_holders.end()) {
-        if (listsItsOwn(*DatabaseAccess::object(owner), object))
-            fault(AuditCheck::kOwner, &object, L"its owner " + handleText(owner) + L" does not hold it");
-    } else if (holder->second->objectId() != owner) {
-        fault(AuditCheck::kOwner, &object,
-              L"its owner is " + handleText(owner) + L", but " + handleText(holder->second->objectId()) +
-                  L" holds it");
-    }
+void auditHandles(AuditRun& run) {
+    auto& drawing = run.drawing;
+    if (!drawing.isReadWhole) return;
+    AcDbHandleValue highest = 0;
+    for (const AuditRecord& record : drawing.records) highest = std::max(highest, record.handle);
+    if (drawing.seedLine != 0 && drawing.seed <= highest)
+        run.findings.fault(AuditCheck::kHandle, nullptr, drawing.seedLine, L"the next handle, $HANDSEED, is ",
+                           AuditHandleText{drawing.seed}, L", but ", AuditHandleText{highest},
+                           L" is given already");
+    if (drawing.seedLine == 0 && drawing.hasMarks())
+        run.findings.remark(AuditCheck::kHandle, nullptr, 0,
+                            L"the header does not tell the next handle, $HANDSEED");
 }
 
-// Follows each chain of owners until it meets one that was followed before.
-void DrawingAudit::checkOwnerCircles() {
-    std::unordered_map<AcDbObjectId, const AcDbObject*> startedFrom;
-    forEachLive([&](AcDbObject& object) {
-        for (const AcDbObject* each = &object; each;) {
-            const auto [place, isNew] = startedFrom.try_emplace(each->objectId(), &object);
-            if (!isNew) {
-                if (place->second == &object) fault(AuditCheck::kOwner, each, L"its owners form a circle");
-                return;
-            }
-            each = isLive(each->ownerId()) ? DatabaseAccess::object(each->ownerId()) : nullptr;
-        }
-    });
+void auditOwners(AuditRun& run) {
+    if (run.drawing.isReadWhole && run.drawing.hasOwners()) OwnerCheck(run).check();
 }
 
 } // namespace hostkit

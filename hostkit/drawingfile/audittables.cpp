@@ -1,202 +1,179 @@
-// The check of tables, dictionaries, blocks and extended data.
+// The check of tables: their records, names, and what the header names as current.
 
 #include "auditing.h"
 
-#include "blockcircles.h"
-#include "drawingreading.h"
-
-#include "dbblockreference.h"
-#include "dblayout.h"
-#include "groupblock.h"
-#include "headervariables.h"
+#include <algorithm>
 
 namespace hostkit {
 
 namespace {
 
+struct TableText {
+    std::string_view name;
+    AuditTable table;
+    bool mayShareNames = false;
+    bool mayHaveNoName = false;
+};
+constexpr TableText tableTexts[] = {
+    {"VPORT", AuditTable::kOther, true},  {"LTYPE", AuditTable::kLinetype},
+    {"LAYER", AuditTable::kLayer},        {"STYLE", AuditTable::kStyle, false, true},
+    {"VIEW", AuditTable::kView},          {"UCS", AuditTable::kUcs},
+    {"APPID", AuditTable::kApplication},  {"DIMSTYLE", AuditTable::kDimStyle},
+    {"BLOCK_RECORD", AuditTable::kBlock},
+};
+
 struct Standing {
-    TableKind kind;
-    const wchar_t* name;
+    AuditTable table;
+    std::string_view tableName, name;
 };
 constexpr Standing standingRecords[] = {
-    {TableKind::kLayer, L"0"},
-    {TableKind::kLinetype, L"ByLayer"},
-    {TableKind::kLinetype, L"ByBlock"},
-    {TableKind::kLinetype, L"Continuous"},
-    {TableKind::kBlock, L"*Model_Space"},
-    {TableKind::kBlock, L"*Paper_Space"},
+    {AuditTable::kLayer, "LAYER", "0"},
+    {AuditTable::kLinetype, "LTYPE", "ByLayer"},
+    {AuditTable::kLinetype, "LTYPE", "ByBlock"},
+    {AuditTable::kLinetype, "LTYPE", "Continuous"},
+    {AuditTable::kBlock, "BLOCK_RECORD", "*Model_Space"},
+    {AuditTable::kBlock, "BLOCK_RECORD", "*Paper_Space"},
 };
 
-struct Current {
-    TableKind kind;
-    const wchar_t* variable;
-};
-constexpr Current currentRecords[] = {
-    {TableKind::kLayer, L"CLAYER"},
-    {TableKind::kLinetype, L"CELTYPE"},
-    {TableKind::kTextStyle, L"TEXTSTYLE"},
-    {TableKind::kDimStyle, L"DIMSTYLE"},
-};
+constexpr std::wstring_view forbiddenSigns = L"<>/\\\":;?*|,=`";
+constexpr std::size_t longestName = 255;
+constexpr std::size_t longestOldName = 31;
+constexpr std::int64_t foreignFlag = 16; // comes from an external reference, whose name is divided by a bar
 
-constexpr short applicationCode = 1001;
-constexpr short braceCode = 1002;
-constexpr short layerNameCode = 1003;
-constexpr short handleCode = 1005;
-
-const AcDbSymbolTable* tableOf(const AcDbDatabase& database, TableKind kind) {
-    const AcDbObjectId id = DatabaseAccess::table(database, kind);
-    return id.isErased() ? nullptr : DatabaseAccess::objectOf<AcDbSymbolTable>(id);
+const TableText* tableOf(std::string_view type) {
+    for (const TableText& each : tableTexts)
+        if (each.name == type) return &each;
+    return nullptr;
 }
 
-std::wstring wideTableName(TableKind kind) {
-    const std::string_view name = tableName(kind);
-    return std::wstring(name.begin(), name.end());
+void checkName(AuditRun& run, const AuditContent& content, const AuditRecord& record,
+               const AuditGroup& group) {
+    const bool isNew = run.drawing.hasMarks() && run.drawing.hasOwners();
+    const std::wstring name = AuditNames::charactersOf(group.value);
+    const AuditSeverity severity = isNew ? AuditSeverity::kFault : AuditSeverity::kRemark;
+    const auto tell = [&](const auto&... pieces) {
+        run.findings.tell(AuditCheck::kTable, severity, &record, group.line, pieces...);
+    };
+    if (name.size() > (isNew ? longestName : longestOldName))
+        tell(L"its name has ", name.size(), L" characters, above ", isNew ? longestName : longestOldName);
+    const bool isForeign = (content.integer(70).value_or(0) & foreignFlag) != 0;
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        const bool isControl = name[at] < L' ';
+        const bool isSign = forbiddenSigns.find(name[at]) != std::wstring_view::npos;
+        const bool isAllowed = (at == 0 && name[at] == L'*') || (name[at] == L'|' && isForeign);
+        if (isAllowed || (!isControl && !isSign)) continue;
+        const std::wstring what = isControl ? L"a control character" : std::wstring(1, name[at]);
+        return tell(L"its name ", group.value, L" holds ", what, L", which names cannot have");
+    }
 }
 
-bool hasRecord(const AcDbDatabase& database, TableKind kind, std::wstring_view name) {
-    const AcDbSymbolTable* const table = tableOf(database, kind);
-    return table && !table->find(name).isNull();
+void gatherName(AuditRun& run, const AuditContent& content, AuditIndex index, AuditTableNames& names,
+                bool mayShare) {
+    AuditRecord& record = run.drawing.records[index];
+    const AuditGroup* const group = content.find(2);
+    const TableText* const table = tableOf(record.type);
+    if (!group || group->value.empty()) {
+        if (group && !(table && table->mayHaveNoName))
+            run.findings.fault(AuditCheck::kTable, &record, group->line, L"its name is empty");
+        return;
+    }
+    record.name = run.drawing.names.idOf(group->value);
+    record.nameLine = group->line;
+    checkName(run, content, record, *group);
+    const auto [place, isNew] = names.try_emplace(record.name, index);
+    if (isNew || mayShare) return;
+    run.findings.fault(AuditCheck::kTable, &record, group->line, L"its name ", group->value,
+                       L" is also that of ", AuditHandleText{run.drawing.records[place->second].handle},
+                       L" in line ", run.drawing.records[place->second].line);
+}
+
+void checkHeads(AuditRun& run) {
+    std::unordered_map<AuditNames::Id, AuditIndex> heads;
+    auto& drawing = run.drawing;
+    for (const auto& [index, count] : drawing.tableCounts) {
+        (void)count;
+        const AuditRecord& head = drawing.records[index];
+        const auto [place, isNew] = heads.try_emplace(head.name, index);
+        if (isNew) continue;
+        const AuditRecord& second = drawing.records[std::max(index, place->second)];
+        run.findings.fault(AuditCheck::kTable, &second, second.line, L"the table ",
+                           drawing.names.spelling(head.name), L" stands twice");
+    }
+    if (!drawing.hasMarks() || !drawing.isReadWhole || drawing.tableCounts.empty()) return;
+    for (const TableText& each : tableTexts)
+        if (!heads.contains(drawing.names.idOf(each.name)))
+            run.findings.remark(AuditCheck::kTable, nullptr, 0, L"the table ", each.name, L" is missing");
+}
+
+std::int64_t uncounted(const AuditedDrawing& drawing, AuditIndex table) {
+    const std::string_view name = drawing.names.spelling(drawing.records[table].name);
+    return name == "LTYPE" || name == "BLOCK_RECORD" ? 2 : 0;
+}
+
+void checkHeadCounts(AuditRun& run) {
+    std::unordered_map<AuditIndex, std::int64_t> found;
+    auto& drawing = run.drawing;
+    for (const AuditRecord& record : drawing.records)
+        if (!record.isEntity && record.container != noAuditIndex) ++found[record.container];
+    // Programs take the number as a hint of how much room to make. They write ones that are too large, and
+    // leave out the two linetypes and the two spaces that are always there.
+    for (const auto& [index, told] : drawing.tableCounts)
+        if (told >= 0 && told + uncounted(drawing, index) < found[index])
+            run.findings.remark(AuditCheck::kTable, &drawing.records[index], drawing.records[index].line,
+                                L"its group 70 speaks of ", told, L" records, but ", found[index],
+                                found[index] == 1 ? L" follows" : L" follow");
 }
 
 } // namespace
 
-// Tables.
-
-void DrawingAudit::checkTable(TableKind kind) {
-    const AcDbSymbolTable* const table = tableOf(m_database, kind);
-    if (!table)
-        return fault(AuditCheck::kTable, nullptr, L"the table " + wideTableName(kind) + L" is missing");
-    const bool mayShareNames = kind == TableKind::kViewport;
-    const bool mayHaveNoName = kind == TableKind::kTextStyle;
-    for (const AcDbObjectId id : table->records()) {
-        if (!isLive(id)) continue;
-        const auto* const record = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(id);
-        if (!record || !record->isKindOf(table->recordClass())) {
-            fault(AuditCheck::kTable, DatabaseAccess::object(id),
-                  L"it is no record for the table " + wideTableName(kind));
-            continue;
+void auditTableRecord(AuditRun& run, const AuditContent& content, AuditIndex index) {
+    auto& drawing = run.drawing;
+    AuditRecord& record = drawing.records[index];
+    if (record.type == "TABLE") {
+        const AuditGroup* const name = content.find(2);
+        record.name = name ? drawing.names.idOf(name->value) : AuditNames::none;
+        if (name) drawing.tableCounts.emplace(index, content.integer(70).value_or(-1));
+    } else if (record.type == "BLOCK") {
+        gatherName(run, content, index, drawing.blocks, false);
+    } else if (record.type == "INSERT" || record.type == "DIMENSION") {
+        const AuditGroup* const block = content.find(2);
+        if (block && !block->value.empty()) {
+            record.name = drawing.names.idOf(block->value);
+            record.nameLine = block->line;
+        } else if (record.type == "DIMENSION") {
+            run.findings.remark(
+                AuditCheck::kBlock, &record, record.line,
+                L"it names no block with its picture, group 2; programs that draw by the block lose it");
         }
-        if (record->name().empty()) {
-            if (!mayHaveNoName) fault(AuditCheck::kTable, record, L"it has no name");
-        } else if (!mayShareNames && table->find(record->name()) != id) {
-            fault(AuditCheck::kTable, record,
-                  L"the name " + record->name() + L" leads to " + handleText(table->find(record->name())));
-        }
+    } else if (const TableText* const table = tableOf(record.type);
+               table && !record.isEntity && !record.isObject) {
+        gatherName(run, content, index, drawing.tables[static_cast<std::size_t>(table->table)],
+                   table->mayShareNames);
+        const AuditGroup* const layout = content.find(340);
+        if (table->table == AuditTable::kBlock && layout)
+            drawing.layouts.emplace(index, AuditHandleReference{auditHandle(layout->value).value_or(0),
+                                                                {},
+                                                                index,
+                                                                layout->line,
+                                                                340,
+                                                                AuditLink::kReference});
     }
 }
 
-void DrawingAudit::checkTables() {
-    for (int kind = 0; kind < tableCount; ++kind) checkTable(static_cast<TableKind>(kind));
-    for (const Standing& each : standingRecords)
-        if (!hasRecord(m_database, each.kind, each.name))
-            fault(AuditCheck::kTable, nullptr,
-                  L"the table " + wideTableName(each.kind) + L" lacks " + each.name);
-    for (const Current& each : currentRecords) {
-        const std::wstring name = m_database.header().text(each.variable);
-        if (!name.empty() && !hasRecord(m_database, each.kind, name))
-            fault(AuditCheck::kTable, nullptr,
-                  std::wstring(L"the header's ") + each.variable + L" names " + name + L", which is missing");
+void auditTables(AuditRun& run) {
+    checkHeads(run);
+    checkHeadCounts(run);
+    auto& drawing = run.drawing;
+    if (!drawing.hasMarks() || !drawing.isReadWhole) return;
+    for (const Standing& each : standingRecords) {
+        const auto has = [&](const auto& head) {
+            return drawing.names.idOf(each.tableName) == drawing.records[head.first].name;
+        };
+        const bool isTableThere = std::any_of(drawing.tableCounts.begin(), drawing.tableCounts.end(), has);
+        if (isTableThere && drawing.find(each.table, drawing.names.idOf(each.name)) == noAuditIndex)
+            run.findings.fault(AuditCheck::kTable, nullptr, 0, L"the table ", each.tableName, L" lacks ",
+                               each.name);
     }
-}
-
-// Dictionaries.
-
-void DrawingAudit::checkDictionary(const AcDbDictionary& dictionary) {
-    AcDbDictionaryIterator iterator(dictionary);
-    for (bool more = !iterator.done(); more; more = iterator.next()) {
-        const AcDbObjectId id = iterator.objectId();
-        const std::wstring name = iterator.name();
-        if (name.empty()) fault(AuditCheck::kDictionary, &dictionary, L"an entry has no name");
-        if (!id.isResident())
-            fault(AuditCheck::kDictionary, &dictionary,
-                  L"its entry " + name + L", " + handleText(id) + L", is missing");
-        if (id == dictionary.objectId())
-            fault(AuditCheck::kDictionary, &dictionary, L"its entry " + name + L" is the dictionary itself");
-    }
-}
-
-void DrawingAudit::checkDictionaries() {
-    const AcDbObjectId root = m_database.namedObjectsDictionaryId();
-    if (!isLive(root) || !DatabaseAccess::objectOf<AcDbDictionary>(root))
-        fault(AuditCheck::kDictionary, nullptr, L"the named-object dictionary is missing");
-    forEachLive([this](AcDbObject& object) {
-        if (const auto* const dictionary = AcDbDictionary::cast(&object)) checkDictionary(*dictionary);
-    });
-}
-
-// Blocks.
-
-void DrawingAudit::checkBlocks() {
-    if (const AcDbBlockTableRecord* const circle = findBlockInItself(m_database))
-        fault(AuditCheck::kBlock, circle, L"the block " + circle->name() + L" contains itself");
-    forEachLive([this](AcDbObject& object) {
-        if (const auto* const reference = AcDbBlockReference::cast(&object))
-            return checkReferenceToBlock(*reference);
-        if (const auto* const layout = AcDbLayout::cast(&object)) checkLayout(*layout);
-        const auto* const block = AcDbBlockTableRecord::cast(&object);
-        if (block && !block->getLayoutId().isNull() && !isLive(block->getLayoutId()))
-            fault(AuditCheck::kBlock, block,
-                  L"its layout " + handleText(block->getLayoutId()) + L" is " + lackOf(block->getLayoutId()));
-    });
-}
-
-void DrawingAudit::checkReferenceToBlock(const AcDbBlockReference& reference) {
-    const AcDbObjectId id = reference.blockTableRecord();
-    if (!isLive(id) || !DatabaseAccess::objectOf<AcDbBlockTableRecord>(id))
-        fault(AuditCheck::kBlock, &reference, L"the block that it inserts is " + lackOf(id));
-}
-
-void DrawingAudit::checkLayout(const AcDbLayout& layout) {
-    const AcDbObjectId id = layout.getBlockTableRecordId();
-    const auto* const block = isLive(id) ? DatabaseAccess::objectOf<AcDbBlockTableRecord>(id) : nullptr;
-    if (!block)
-        fault(AuditCheck::kBlock, &layout, L"its block " + handleText(id) + L" is " + lackOf(id));
-    else if (block->getLayoutId() != layout.objectId())
-        fault(AuditCheck::kBlock, &layout,
-              L"its block " + block->name() + L" has the layout " + handleText(block->getLayoutId()));
-}
-
-// Extended data.
-
-void DrawingAudit::checkExtendedData(const AcDbObject& object, const GroupBlock& data) {
-    if (data.size() > GroupBlock::maxExtendedDataSize)
-        fault(AuditCheck::kExtendedData, &object,
-              L"it has " + std::to_wstring(data.size()) + L" bytes of extended data, above " +
-                  std::to_wstring(GroupBlock::maxExtendedDataSize));
-    GroupWalker walker(data);
-    AcDbDxfGroup group;
-    int depth = 0;
-    bool isFirst = true;
-    bool areBracesSound = true;
-    for (; walker.next(group); isFirst = false) {
-        if (isFirst && group.code != applicationCode)
-            fault(AuditCheck::kExtendedData, &object, L"its extended data begins without an application");
-        if (group.code == applicationCode) {
-            areBracesSound = areBracesSound && depth == 0;
-            depth = 0;
-            if (!hasRecord(m_database, TableKind::kRegApp, group.text))
-                fault(AuditCheck::kExtendedData, &object,
-                      L"the application " + std::wstring(group.text) + L" is not registered");
-        } else if (group.code == braceCode) {
-            depth += group.text == L"{" ? 1 : -1;
-            areBracesSound = areBracesSound && depth >= 0;
-        } else {
-            checkExtendedReference(object, group);
-        }
-    }
-    if (!areBracesSound || depth != 0)
-        fault(AuditCheck::kExtendedData, &object, L"the braces of its extended data do not match");
-}
-
-void DrawingAudit::checkExtendedReference(const AcDbObject& object, const AcDbDxfGroup& group) {
-    if (group.code == layerNameCode && !hasRecord(m_database, TableKind::kLayer, group.text))
-        remark(AuditCheck::kExtendedData, &object,
-               L"its extended data names the layer " + std::wstring(group.text) + L", which is missing");
-    if (group.code != handleCode || group.handle() == 0) return;
-    const AcDbObjectId id = DatabaseAccess::find(m_database, group.handle());
-    if (!isLive(id))
-        remark(AuditCheck::kExtendedData, &object,
-               L"its extended data refers to " + handleText(group.handle()) + L", which is " + lackOf(id));
 }
 
 } // namespace hostkit

@@ -1,4 +1,4 @@
-// Stand-in for the host's check of a drawing. Covers owners, handles, references, tables, dictionaries, blocks and extended data; leaves out repairing and geometry.
+// Stand-in for the host's check of a drawing. Covers the saved text: structure, values, class marks and groups, counts, handles, owners, references, tables, dictionaries, blocks and extended data; leaves out repairing.
 #pragma once
 
 #include "dbhandle.h"
@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class AcDbDatabase;
@@ -13,45 +14,56 @@ class AcDbDatabase;
 namespace hostkit {
 
 enum class AuditCheck : unsigned char {
-    kRecord,       ///< values are what their groups allow
-    kHandle,       ///< a handle leads to its own object alone, and the next one given is free
-    kOwner,        ///< everything has one owner, who holds it, up to the root without a circle
-    kReference,    ///< what a record refers to is there
-    kTable,        ///< the nine tables, their standing records and names
+    kStructure,    ///< sections, tables, blocks and sequences begin and end where they should
+    kRecord,       ///< class marks, groups, values and counts are those of the record's kind
+    kHandle,       ///< each object has one of its own, and the next one given is free
+    kOwner,        ///< the owner is there and is what the record stands in
+    kReference,    ///< what a record refers to, by handle or by name, is there and of the right kind
+    kTable,        ///< the tables, their standing records, names and what the header names as current
     kDictionary,   ///< the root, keys and entries
-    kBlock,        ///< blocks do not contain themselves, and agree with their layouts
-    kExtendedData, ///< registered applications, size and braces
+    kBlock,        ///< blocks do not contain themselves, and agree with their records and layouts
+    kExtendedData, ///< registered applications, codes, size and braces
 };
-constexpr std::size_t auditCheckCount = 8;
+constexpr std::size_t auditCheckCount = 9;
 /// In lower case: "handle", "extended data" and so on.
 const wchar_t* auditCheckName(AuditCheck check);
 
 enum class AuditSeverity : unsigned char {
     kFault,  ///< another program may refuse the drawing, or lose something of it
-    kRemark, ///< a soft reference to what is not there; programs leave such behind and accept them
+    kRemark, ///< what programs leave behind and accept: a soft reference to nothing, a layer without its
+             ///< record
 };
 
 struct AuditFinding {
     AuditCheck check;
     AuditSeverity severity;
-    AcDbHandleValue handle; ///< of the object it was found at; 0 where the drawing itself is meant
-    std::wstring type;      ///< the record's name: "LINE"; empty with handle 0
-    std::wstring text;      ///< a sentence's end: "its owner 1A is missing"
+    AcDbHandleValue
+        handle; ///< of the record it was found in; 0 where that has none, or the drawing itself is meant
+    std::wstring type; ///< the record's name: "LINE"; empty where the drawing itself is meant
+    std::wstring text; ///< a sentence's end: "its owner 1A is missing"
+    std::size_t line;  ///< of the group's code in the text, counted from 1; 0 where no line can be named
 };
 
 struct AuditReport {
     std::vector<AuditFinding> findings; ///< at most findingLimit of each check, faults before remarks
     std::array<std::size_t, auditCheckCount> faults{};  ///< all, by check
     std::array<std::size_t, auditCheckCount> remarks{}; ///< likewise
-    std::size_t objects = 0;                            ///< that were looked at; erased ones are not
+    std::size_t objects = 0; ///< records that were looked at, in tables, blocks, entities and objects
 
     std::size_t faultCount() const;
     std::size_t remarkCount() const;
 };
 
-/// Looks at every object that is not erased as it stands, open or not, and changes nothing. Where an object
-/// is as it was read, its record in the file is what is checked, also the groups that no class knows; else
-/// what it would file. Time and memory are linear in the drawing.
+/// Checks the text of a drawing, whole or not: what the reader would refuse is found like everything else.
+/// The check reads the lines itself and has its own rules, none of those of the reader and the writer. Where
+/// a group's code is no number, or a value is missing, nothing behind it is looked at, and nothing is said of
+/// what the rest might have held. A binary drawing is checked as the text that its groups make, whose lines
+/// are told. Time and memory are linear in the text.
+AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit = 100);
+
+/// Checks the text as which the drawing would be saved now, in the form that it was read in; of a drawing
+/// that was not changed, that is the file that was read. Changes nothing. A drawing that cannot be saved has
+/// one fault, with the reason.
 AuditReport auditDrawing(const AcDbDatabase& database, std::size_t findingLimit = 100);
 
 } // namespace hostkit

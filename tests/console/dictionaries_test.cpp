@@ -56,16 +56,33 @@ TEST_F(Dictionaries, dictEndsWhereTheTreeDoesNot) {
 }
 
 TEST_F(Dictionaries, auditFailsForFaultsAndNamesThem) {
-    expectHas(outputFor(drawingWith(""), "AUDIT"), {"0 faults, 0 remarks"});
+    expectHas(outputFor(drawingWith(""), "AUDIT"), {"0 faults, "});
     const std::string damaged = drawingWith("3\nLOST\n350\n99\n");
     expectHas(expectProblems(command(damaged, "AUDIT"), exitcode::commandFailed, {"the drawing has 1 fault"}),
-              {"fault     dictionary  DICTIONARY  C       its entry LOST, 99, is missing",
-               "1 fault, 0 remarks; dictionary 1"});
+              {"fault     dictionary  DICTIONARY  C         29  its entry LOST, 99, is missing",
+               ": 1 fault, ", "; dictionary 1"});
     const std::string json = expectProblems(command(damaged, "AUDIT JSON"), exitcode::commandFailed, {});
     EXPECT_TRUE(isJson(json));
-    expectHas(json, {"\"faults\":1,\"remarks\":0"});
+    expectHas(json, {"\"faults\":1,", "\"handle\":\"C\",\"line\":29,\"finding\":"});
     outputFor(drawingWith(""), "SAVEAS \"" + (folder / "saved.dxf") + "\" 2018");
-    outputFor(readFile(folder / "saved.dxf"), "AUDIT");
+    expectHas(outputFor(readFile(folder / "saved.dxf"), "AUDIT"), {"0 faults, "});
+}
+
+// A file that no drawing can be made of is checked all the same, beside the drawing that is open.
+TEST_F(Dictionaries, auditOfAFileThatCannotBeOpened) {
+    const std::string whole = drawingWith("3\nLOST\n350\n99\n");
+    const std::string cut = writtenFile(folder, "cut.dxf", whole.substr(0, whole.rfind("0\nEOF")));
+    EXPECT_EQ(run({cut}).code, exitcode::drawingUnreadable);
+    expectHas(expectProblems({"--new", "--quiet", "--command", "AUDIT OF \"" + cut + "\""},
+                             exitcode::commandFailed, {"the drawing has 1 fault"}),
+              {"the mark EOF is missing"});
+    const std::string json = expectProblems(
+        {"--new", "--quiet", "--command", "AUDIT OF \"" + cut + "\" JSON"}, exitcode::commandFailed, {});
+    EXPECT_TRUE(isJson(json));
+    expectProblems({"--new", "--quiet", "--command", "AUDIT OF /nowhere/at/all.dxf"}, exitcode::commandFailed,
+                   {"No such file"});
+    expectProblems({"--new", "--quiet", "--command", "AUDIT OF"}, exitcode::commandFailed,
+                   {"missing behind OF"});
 }
 
 } // namespace

@@ -10,21 +10,27 @@
 #include "dbsource.h"
 #include "headervariables.h"
 
-#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <map>
 
 using namespace hostkit;
 using namespace drawingtest;
 
 namespace {
 
-std::string textOf(const AuditReport& report) {
+std::string textOf(const AuditReport& report, bool faultsOnly = false) {
     std::ostringstream text;
     for (const AuditFinding& finding : report.findings)
-        text << narrow(auditCheckName(finding.check)) << ", " << narrow(finding.type) << " " << std::hex
-             << finding.handle << std::dec << ": " << narrow(finding.text) << "\n";
+        if (finding.severity == AuditSeverity::kFault || !faultsOnly)
+            text << narrow(auditCheckName(finding.check)) << ", " << narrow(finding.type) << " " << std::hex
+                 << finding.handle << std::dec << ": " << narrow(finding.text) << "\n";
     return text.str();
 }
+std::string faultsOf(const AuditReport& report) { return textOf(report, true); }
 
 /// A check found something at the object, and said so in these words.
 testing::AssertionResult finds(const AuditReport& report, AuditCheck check, AuditSeverity severity,
@@ -34,22 +40,6 @@ testing::AssertionResult finds(const AuditReport& report, AuditCheck check, Audi
             finding.text.find(words) != std::wstring::npos)
             return testing::AssertionSuccess();
     return testing::AssertionFailure() << textOf(report);
-}
-
-/// Replaces the first `from` behind the first `record` of a drawing.
-void replaceIn(std::string& bytes, const std::string& record, const std::string& from,
-               const std::string& to) {
-    const std::size_t start = bytes.find(record);
-    ASSERT_NE(start, std::string::npos) << record;
-    const std::size_t place = bytes.find(from, start);
-    ASSERT_NE(place, std::string::npos) << from;
-    bytes.replace(place, from.size(), to);
-}
-
-std::string hex(AcDbObjectId id) {
-    wchar_t text[17] = {};
-    (void)id.handle().getIntoAsciiBuffer(text);
-    return narrow(text);
 }
 
 using Access = DatabaseAccess;
@@ -86,24 +76,35 @@ struct Subject {
     }
 };
 
+/// Those that others made, in their folder and below it, and those of the examples.
+std::vector<std::filesystem::path> textDrawings() {
+    const char* const folder = std::getenv("VEXO_DRAWINGS");
+    std::vector<std::filesystem::path> files;
+    for (const std::string& each : {std::string(folder ? folder : VEXO_SOURCE_DIR "/../shared/drawings"),
+                                    std::string(VEXO_SOURCE_DIR "/examples/slab")})
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(each))
+            if (entry.path().extension() == ".dxf") files.push_back(entry.path());
+    return files;
+}
+
 } // namespace
 
-TEST(Audit, soundDrawingsHaveNoFindings) {
+TEST(Audit, soundDrawingsHaveNoFaults) {
     EXPECT_EQ(textOf(auditDrawing(*Subject().database)), "");
     for (const DrawingVersion version :
          {DrawingVersion::kR12, DrawingVersion::k2000, DrawingVersion::k2018}) {
         const auto made = sampleDrawing(version == DrawingVersion::kR12 ? Kinds::kOfR12 : Kinds::kAll);
-        EXPECT_EQ(textOf(auditDrawing(*made)), "");
         const auto read = openDrawingFromMemory(saved(*made, version), L"sample");
         ASSERT_TRUE(read);
-        const AuditReport report = auditDrawing(*read);
-        EXPECT_EQ(textOf(report), "");
-        EXPECT_EQ(report.faultCount() + report.remarkCount(), 0u);
-        EXPECT_GT(report.objects, 30u);
+        for (const AuditReport& report : {auditDrawing(*made), auditDrawing(*read)}) {
+            EXPECT_EQ(faultsOf(report), "");
+            EXPECT_EQ(report.remarkCount(), 1u) << "a dimension that never had a picture\n" << textOf(report);
+            EXPECT_GT(report.objects, 25u);
+        }
     }
 }
 
-// What goes wrong while a drawing is in use: each damage is found by its check, at the object that has it.
+// What goes wrong while a drawing is in use is found where it would get into the file.
 TEST(Audit, damageInMemory) {
     struct Case {
         const char* name;
@@ -117,30 +118,15 @@ TEST(Audit, damageInMemory) {
         {"nobody owns it", AuditCheck::kOwner, fault,
          [](Subject& s) { return Access::setOwner(s.object(s.entry), {}), s.entry; }, L"it has no owner"},
         {"another owner", AuditCheck::kOwner, fault,
-         [](Subject& s) { return Access::setOwner(s.object(s.line), s.block), s.line; }, L"holds it"},
+         [](Subject& s) { return Access::setOwner(s.object(s.line), s.block), s.line; }, L"no layout"},
         {"an owner that never came", AuditCheck::kOwner, fault,
          [](Subject& s) { return Access::setOwner(s.object(s.entry), s.lost()), s.entry; },
          L"its owner ABCD is missing"},
-        {"two blocks hold it", AuditCheck::kOwner, fault,
+        {"two blocks hold it", AuditCheck::kHandle, fault,
          [](Subject& s) {
              return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), s.line), s.line;
          },
-         L"both hold it"},
-        {"owners in a circle", AuditCheck::kOwner, fault,
-         [](Subject& s) { return Access::setOwner(s.object(s.dictionary), s.entry), s.dictionary; },
-         L"circle"},
-        {"an entity that never came", AuditCheck::kOwner, fault,
-         [](Subject& s) {
-             return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), s.lost()), s.block;
-         },
-         L"ABCD is missing"},
-        {"an erased layer", AuditCheck::kReference, fault,
-         [](Subject& s) {
-             const AcDbObjectId layer = addRecord<AcDbLayerTable>(*s.database, L"Slab");
-             EXPECT_EQ(erase(layer), Acad::eOk);
-             return Access::setLayer(s.object<AcDbEntity>(s.line), layer), s.line;
-         },
-         L"which is erased"},
+         L"its handle is also that of the LINE"},
         {"a reactor that never came", AuditCheck::kReference, AuditSeverity::kRemark,
          [](Subject& s) { return Access::setPersistentReactors(s.object(s.line), {s.lost()}), s.line; },
          L"its reactor ABCD is missing"},
@@ -152,32 +138,28 @@ TEST(Audit, damageInMemory) {
         {"a block in itself", AuditCheck::kBlock, fault,
          [](Subject& s) {
              auto* const within = new AcDbBlockReference({0, 0, 0}, s.block);
-             Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block),
-                                   Access::add(*s.database, within, 0, s.block));
-             return s.block;
+             const AcDbObjectId id = Access::add(*s.database, within, 0, s.block);
+             return Access::appendToBlock(s.object<AcDbBlockTableRecord>(s.block), id), id;
          },
          L"the block Anchor contains itself"},
-        {"an erased block that is inserted", AuditCheck::kBlock, fault,
+        {"an erased block that is inserted", AuditCheck::kRecord, fault,
          [](Subject& s) {
              EXPECT_EQ(erase(s.block), Acad::eOk);
              return s.insert;
          },
-         L"the block that it inserts is erased"},
+         L"its group 2 is missing"},
         {"two records of one name", AuditCheck::kTable, fault,
          [](Subject& s) {
              const AcDbObjectId second = addRecord<AcDbBlockTable>(*s.database, L"Other");
              return Access::setRecordName(s.object<AcDbSymbolTableRecord>(second), L"ANCHOR"), second;
          },
-         L"the name ANCHOR leads to"},
+         L"its name ANCHOR is also that of"},
         {"a current layer that is not there", AuditCheck::kTable, fault,
          [](Subject& s) { return s.database->header().setText(L"CLAYER", L"None", 8), AcDbObjectId(); },
-         L"CLAYER names None"},
+         L"names the layer None"},
         {"an application that is not registered", AuditCheck::kExtendedData, fault,
          [](Subject& s) { return s.mark(L"STRANGE", [](GroupBlock&) {}); },
          L"the application STRANGE is not registered"},
-        {"braces", AuditCheck::kExtendedData, fault,
-         [](Subject& s) { return s.mark(L"ORDANE", [](GroupBlock& data) { data.appendText(1002, L"{"); }); },
-         L"braces"},
         {"too much of it", AuditCheck::kExtendedData, fault,
          [](Subject& s) {
              return s.mark(L"ORDANE", [](GroupBlock& data) {
@@ -185,11 +167,6 @@ TEST(Audit, damageInMemory) {
              });
          },
          L"above 16383"},
-        {"a handle of nothing", AuditCheck::kExtendedData, AuditSeverity::kRemark,
-         [](Subject& s) {
-             return s.mark(L"ORDANE", [](GroupBlock& data) { data.appendHandle(1005, 0xABCD); });
-         },
-         L"refers to ABCD, which is missing"},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
@@ -201,48 +178,29 @@ TEST(Audit, damageInMemory) {
     }
 }
 
-// What others left in a file: the record is looked at as it stands, also where the reader found a way round.
-TEST(Audit, damageInAFile) {
+TEST(Audit, whatCannotBeSavedIsAFault) {
     const Subject subject;
-    const std::string sound = saved(*subject.database);
-    const std::string ownerOfLine = group(330, hex(subject.database->modelSpaceId()));
-    struct Case {
-        const char* name;
-        std::string record, from, to;
-        AuditCheck check;
-        AcDbObjectId at;
-        const wchar_t* words;
-    };
-    const std::string line = group(5, hex(subject.line));
-    const std::string insert = group(5, hex(subject.insert));
-    const std::string dictionary = group(5, hex(subject.dictionary));
-    const Case cases[] = {
-        {"owner of nothing", line, ownerOfLine, group(330, "ABCD"), AuditCheck::kOwner, subject.line,
-         L"its record names the owner ABCD, which is missing"},
-        {"hard pointer of nothing", line, "AcDbLine\r\n", "AcDbLine\r\n" + group(390, "ABCD"),
-         AuditCheck::kReference, subject.line, L"group 390 refers to ABCD"},
-        {"a value that is none", line, group(10, "0.0"), group(10, "zero"), AuditCheck::kRecord, subject.line,
-         L"a value is none"},
-        {"block of nothing", insert, group(2, "Anchor"), group(2, "Nowhere"), AuditCheck::kBlock,
-         subject.insert, L"the block that it inserts is missing"},
-        {"entry of nothing", dictionary, group(350, hex(subject.entry)), group(350, "ABCD"),
-         AuditCheck::kDictionary, subject.dictionary, L"its entry first, ABCD, is missing"},
-        {"entry that nobody lists", dictionary, group(3, "first") + group(350, hex(subject.entry)), "",
-         AuditCheck::kOwner, subject.entry, L"does not hold it"},
-        {"unregistered application", line, group(1001, "ORDANE"), group(1001, "STRANGE"),
-         AuditCheck::kExtendedData, subject.line, L"the application STRANGE"},
-        {"damaged extended data", line, group(1070, "7"), group(1070, "seven"), AuditCheck::kExtendedData,
-         subject.line, L"its extended data is damaged"},
-    };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.name);
-        std::string bytes = sound;
-        ASSERT_NO_FATAL_FAILURE(replaceIn(bytes, each.record, each.from, each.to));
-        const auto database = openDrawingFromMemory(bytes, L"damaged", nullptr, quietReading);
-        ASSERT_TRUE(database);
-        const AuditReport report = auditDrawing(*database);
-        EXPECT_TRUE(finds(report, each.check, AuditSeverity::kFault, each.at, each.words));
-    }
+    const AcDbObjectPointer<AcDbLine> open(subject.line, AcDb::kForWrite);
+    const AuditReport report = auditDrawing(*subject.database);
+    ASSERT_EQ(report.findings.size(), 1u);
+    EXPECT_EQ(report.faultCount(), 1u);
+    EXPECT_NE(textOf(report).find("it cannot be saved: "), std::string::npos) << textOf(report);
+}
+
+// Of a drawing that nobody changed, what is looked at is the file: its lines, and what the reader had left
+// out.
+TEST(Audit, findingsAreInTheLinesOfTheFile) {
+    const std::string bytes =
+        header("AC1009") + section("ENTITIES", line(group(62, "300"))) + group(0, "EOF");
+    const auto database = openDrawingFromMemory(bytes, L"file", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    const AuditReport report = auditDrawing(*database);
+    ASSERT_EQ(report.findings.size(), 1u) << textOf(report);
+    const std::string before = bytes.substr(0, bytes.find(group(62, "300")));
+    EXPECT_EQ(report.findings[0].line, countOf(before, "\n") + 1);
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(database->modelSpaceId(), AcDb::kForRead);
+    EXPECT_EQ(erase(space->entities().at(0)), Acad::eOk);
+    EXPECT_EQ(textOf(auditDrawing(*database)), "");
 }
 
 TEST(Audit, listsAreCutAndCountsAreNot) {
@@ -259,19 +217,28 @@ TEST(Audit, listsAreCutAndCountsAreNot) {
 
 // A file that has no tables gets those that are new, and nothing that nobody asked for.
 TEST(Audit, whatASaveAddsToABareDrawingIsWhole) {
-    const auto database = openDrawingFromMemory(header("AC1024") + entities(line()), L"bare");
+    const std::string marked = groups({{0, "LINE"},
+                                       {5, "20"},
+                                       {100, "AcDbEntity"},
+                                       {8, "0"},
+                                       {100, "AcDbLine"},
+                                       {10, "1.0"},
+                                       {20, "2.0"},
+                                       {11, "3.0"},
+                                       {21, "4.0"}});
+    const auto database = openDrawingFromMemory(header("AC1024") + entities(marked), L"bare");
     ASSERT_TRUE(database);
-    EXPECT_EQ(textOf(auditDrawing(*database)), "");
+    EXPECT_EQ(faultsOf(auditDrawing(*database)), "");
     enter(database->namedObjectsDictionaryId(), L"VEXO_SERVICES", new AcDbDictionary);
     addRecord<AcDbRegAppTable>(*database, L"ORDANE");
     for (const WriteOptions& options : {WriteOptions(), fromFields}) {
         const std::string bytes = saved(*database, options);
-        const auto again = openDrawingFromMemory(bytes, L"saved");
-        ASSERT_TRUE(again);
-        EXPECT_EQ(textOf(auditDrawing(*again)), "") << bytes;
+        EXPECT_EQ(faultsOf(auditDrawingText(bytes)), "") << bytes;
         const std::size_t tables = bytes.find(group(2, "TABLES"));
         EXPECT_LT(tables, bytes.find(group(2, "ENTITIES")));
         EXPECT_EQ(tables, bytes.rfind(group(2, "TABLES"))) << "one section for all that is new";
+        const auto again = openDrawingFromMemory(bytes, L"saved");
+        ASSERT_TRUE(again);
         const AcDbObjectPointer<AcDbBlockTableRecord> space(again->modelSpaceId(), AcDb::kForRead);
         EXPECT_EQ(space->entities().size(), 1u);
     }
@@ -281,13 +248,37 @@ TEST(Audit, whatASaveAddsToABareDrawingIsWhole) {
 TEST_F(DrawingsOfOthers, savingAddsNoFindings) {
     forEach([](AcDbDatabase& database) {
         const AuditReport before = auditDrawing(database);
-        const auto again =
-            openDrawingFromMemory(saved(database, fromFields), L"saved", nullptr, quietReading);
-        ASSERT_TRUE(again);
-        const AuditReport after = auditDrawing(*again);
+        const AuditReport after = auditDrawingText(saved(database, fromFields));
         for (std::size_t check = 0; check < auditCheckCount; ++check)
             EXPECT_LE(after.faults[check], before.faults[check]) << "before\n"
                                                                  << textOf(before) << "after\n"
                                                                  << textOf(after);
     });
+}
+
+// Their faults, each looked at by hand in the file: lost dictionaries and ownerless buffers of one whose
+// application objects are gone; owners, plot styles and a linetype that their writer mixed up; a dimension
+// style that no table has. All others have none.
+TEST_F(DrawingsOfOthers, bearTheFaultsThatTheyBear) {
+    const std::map<std::string, std::string> known = {
+        {"bjnortier__floorplan.dxf", "owner 24, dictionary 5"},
+        {"evil-spirit__plan.dxf", "record 1, owner 5, reference 5, table 1"},
+        {"evil-spirit__roof_actual_9.dxf", "record 1, owner 5, reference 6, table 1"},
+        {"mozman__multi_insert_with_attribs.dxf", "table 1"},
+    };
+    std::size_t count = 0;
+    for (const std::filesystem::path& file : textDrawings()) {
+        std::ifstream bytes(file, std::ios::binary);
+        const AuditReport report = auditDrawingText(std::string{std::istreambuf_iterator<char>(bytes), {}});
+        std::string faults;
+        for (std::size_t check = 0; check < auditCheckCount; ++check)
+            if (report.faults[check] > 0)
+                faults += (faults.empty() ? "" : ", ") +
+                          narrow(auditCheckName(static_cast<AuditCheck>(check))) + " " +
+                          std::to_string(report.faults[check]);
+        const auto expected = known.find(file.filename());
+        EXPECT_EQ(faults, expected == known.end() ? "" : expected->second) << file << "\n" << textOf(report);
+        ++count;
+    }
+    EXPECT_GT(count, 20u);
 }
