@@ -307,6 +307,9 @@ TEST(SplitContourByHole, CutsAConcaveContourOnlyAtThePartThatHoldsTheHole) {
     expectParts(
         partsOf(fork, panel(8, 1, 12, 9).get()),
         {{0, 0, 8, 10, 72}, {12, 0, 20, 4, 32}, {12, 6, 20, 10, 32}, {8, 9, 12, 10, 4}, {8, 0, 12, 1, 4}});
+    // The lines cross both legs, and the cut at the lower one alone is right: the upper one stays whole.
+    expectParts(partsOf(fork, panel(2, 1, 8, 5).get()),
+                {{0, 0, 2, 10, 20}, {8, 0, 20, 4, 48}, {2, 5, 20, 10, 74}, {2, 0, 8, 1, 6}});
     // Over the end of the upper leg: that end goes, not the other one, which is as large.
     Slab overEnd{polylineOf(kFork, true), {}, kBase, kAlongX, 1.0};
     overEnd.openings.push_back(panel(18, 5.5, 21, 10.5));
