@@ -356,8 +356,7 @@ public:
     bool hasCrossings() const { return !m_crossings.empty(); }
     /// What the opening leaves, by walks that change from the piece to the opening and back at the crossings.
     /// False when these do not alternate, or when there is more than one strip on a side.
-    bool appendStrips(const ContourLoop& clockwiseHole, double margin, double sliver,
-                      std::vector<ContourLoop>& parts);
+    bool appendStrips(const ContourLoop& clockwiseHole, double sliver, std::vector<ContourLoop>& parts);
 
 private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -409,8 +408,7 @@ std::vector<std::size_t> Middle::nextOnHole() const {
     return next;
 }
 
-bool Middle::appendStrips(const ContourLoop& clockwiseHole, double margin, double sliver,
-                          std::vector<ContourLoop>& parts) {
+bool Middle::appendStrips(const ContourLoop& clockwiseHole, double sliver, std::vector<ContourLoop>& parts) {
     std::sort(m_crossings.begin(), m_crossings.end(), [](const Crossing& a, const Crossing& b) {
         if (isBefore(a.onPiece, b.onPiece)) return true;
         return !isBefore(b.onPiece, a.onPiece) && !a.isExit && b.isExit;
@@ -434,7 +432,6 @@ bool Middle::appendStrips(const ContourLoop& clockwiseHole, double margin, doubl
             toRight += m_crossings[back].onHole.x - m_crossings[enter].onHole.x;
             exit = back;
         } while (exit != first);
-        if (std::abs(toRight) <= margin) return false; // between prongs
         std::optional<ContourLoop>& strip = strips[toRight > 0.0 ? 0 : 1];
         if (strip) return false;
         strip = splice.take();
@@ -478,7 +475,7 @@ CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Op
     if (!middle.findCrossings(holeSides, hole.box, margin)) return CleanCut::kUnclear;
     if (!middle.hasCrossings()) return relationOf(sides, piece, holeSides, margin);
     std::vector<ContourLoop> strips;
-    if (!middle.appendStrips(hole.clockwise, margin, sliver, strips)) return CleanCut::kUnclear;
+    if (!middle.appendStrips(hole.clockwise, sliver, strips)) return CleanCut::kUnclear;
     const auto addBeside = [&](const Place& from, const Place& to) {
         Splice splice;
         splice.run(piece, from, to);

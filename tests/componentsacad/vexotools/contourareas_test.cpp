@@ -2,6 +2,7 @@
 // the header promises of them.
 #include "areacases.h"
 #include "contourareas.h"
+#include "loopsegment.h"
 
 #include <gtest/gtest.h>
 
@@ -337,6 +338,18 @@ TEST(ContourAreas, SignedAreaOfArcs) {
             bulge < 1e-3 ? b / 3 * (1 + b * b / 5) : radius * radius * (angle - std::sin(angle)) / 2;
         const double area = signedArea(loopOf({{0, 0, bulge}, {1, 0, 0}}));
         EXPECT_NEAR(area / static_cast<double>(exact), 1.0, 1e-13) << bulge;
+    }
+}
+
+TEST(ContourAreas, SidesOfALoopAreHalfCirclesAtMost) {
+    for (const double bulge : {-5.3, -1.0, 0.0, 0.2, 1.1, 40.0}) {
+        const ContourLoop loop = loopOf({{0, 0, bulge}, {1, 0, 0}, {1, 0, 0}, {1, 2, -bulge}});
+        ContourLoop again;
+        for (const PlaneSegment& side : planeSegmentsOf(loop)) {
+            EXPECT_LE(std::abs(side.bulge()), 1.0) << bulge;
+            again.vertices.push_back({side.start().x, side.start().y, side.bulge()});
+        }
+        EXPECT_NEAR(signedArea(again), signedArea(loop), 1e-11 * std::abs(signedArea(loop))) << bulge;
     }
 }
 
