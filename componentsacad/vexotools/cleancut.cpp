@@ -17,8 +17,8 @@ constexpr double kMarginShare = 1e-7;
 /// The least sine of the angle at which boundaries cross clearly.
 constexpr double kClearSine = 1e-2;
 /// A corner within this share of the margin, or of the nudge if that is less, is on a line: coordinates are
-/// rounded.
-constexpr double kRoundingShare = 1e-6;
+/// rounded, far out by more than the size of the piece tells. With the margin's share the areas' tolerance.
+constexpr double kRoundingShare = 1e-3;
 constexpr double kRoundingPerNudge = 0.25;
 
 /// A place on a loop: on the segment that starts at a vertex, at a share of its run.
@@ -277,6 +277,15 @@ private:
     double m_endY = 0.0;
 };
 
+/// Does an opening, run clockwise, leave a bay between two of its points on the line along y that it does not
+/// cross: its run from the one to the other turns back from the line, not beyond it.
+bool leavesBay(const ContourLoop& clockwiseHole, const Place& from, const Place& to, double sliver) {
+    Splice splice;
+    splice.run(clockwiseHole, from, to);
+    (void)splice.step();
+    return signedArea(splice.take()) > sliver;
+}
+
 /// A cut along y: where it meets the piece and the opening, run clockwise, each from below.
 struct LineCut {
     Place pieceLow;
@@ -459,6 +468,9 @@ CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Op
     std::optional<LineCut> right;
     if (cutsLeft && !(left = lineCut(sides, holeSides, hole.left, margin))) return CleanCut::kUnclear;
     if (cutsRight && !(right = lineCut(sides, holeSides, hole.right, margin))) return CleanCut::kUnclear;
+    if ((left && leavesBay(hole.clockwise, left->holeLow, left->holeHigh, sliver)) ||
+        (right && leavesBay(hole.clockwise, right->holeHigh, right->holeLow, sliver)))
+        return CleanCut::kUnclear;
     Middle middle(piece, left, right);
     if (!middle.findCrossings(holeSides, hole.box, margin)) return CleanCut::kUnclear;
     if (!middle.hasCrossings()) return relationOf(sides, piece, holeSides, margin);

@@ -25,9 +25,9 @@ enum class CleanCut {
 };
 
 /// The cut of cutAroundHole for the ordinary case, at a small part of its cost: whatever meets crosses at a
-/// clear angle away from all vertices, a cut crosses the piece twice, and there is at most one strip above
-/// the opening and one below. The parts then follow from the order of the crossings alone and are those of
-/// the plain steps. Anything else is unclear, strips up to the area `sliver` too.
+/// clear angle away from all vertices, a cut crosses the piece twice, the opening leaves no bay at a cut, and
+/// there is at most one strip above it and one below. The parts then follow from the order of the crossings
+/// alone and are those of the plain steps. Anything else is unclear, strips up to the area `sliver` too.
 CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole, double sliver,
                     std::vector<ContourLoop>& parts);
 

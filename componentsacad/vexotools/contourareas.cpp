@@ -105,6 +105,10 @@ bool isStraightThrough(const ContourVertex& before, const ContourVertex& vertex,
     const AcGePoint2d start(before.x, before.y);
     const AcGePoint2d middle(vertex.x, vertex.y);
     const AcGePoint2d end(after.x, after.y);
+    // The longer one of a line and a bit of an arc says what the whole is: no arc of a boundless radius.
+    const bool isLineLonger =
+        start.distanceTo(middle) > middle.distanceTo(end) ? before.bulge == 0.0 : vertex.bulge == 0.0;
+    if (isLineLonger) bulge = 0.0;
     if (start.distanceTo(middle) <= tolerance || middle.distanceTo(end) <= tolerance ||
         start.distanceTo(end) <= tolerance)
         return false;
@@ -219,6 +223,11 @@ ContourArea areaWithout(const ContourLoop& first, const ContourLoop& second) {
 }
 ContourArea joinedArea(const ContourLoop& first, const ContourLoop& second) {
     return unitedPart<isRound>(counterClockwise(first), counterClockwise(second));
+}
+
+ContourArea wronglyCovered(const ContourArea& area, const ContourArea& parts) {
+    return partWhere(area, parts, boxOf(area, parts),
+                     [](const int windings[2]) { return windings[1] != (windings[0] > 0 ? 1 : 0); });
 }
 
 ContourLoop withoutStraightVertices(const ContourLoop& loop) {

@@ -71,6 +71,11 @@ ContourArea commonArea(const ContourArea& first, const ContourArea& second);
 ContourArea areaWithout(const ContourArea& first, const ContourArea& second);
 ContourArea joinedArea(const ContourArea& first, const ContourArea& second);
 
+/// Where an area is not covered exactly once by its parts: what no part covers, what several do, and what
+/// parts cover beside the area. All loops count by their sense, so that a part that runs clockwise or round
+/// something twice is wrong there. Loops as of the results above.
+ContourArea wronglyCovered(const ContourArea& area, const ContourArea& parts);
+
 /// The loop without vertices at which it runs straight on or along the same circle, and without repeated
 /// vertices; a loop of two vertices keeps both. Tolerance: as areaTolerance of the loop.
 ContourLoop withoutStraightVertices(const ContourLoop& loop);

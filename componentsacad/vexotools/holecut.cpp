@@ -1,6 +1,7 @@
 #include "holecut.h"
 
 #include "contoursplitting.h"
+#include "loopsegment.h"
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
@@ -33,8 +34,8 @@ struct Cut {
     const ContourLoop& piece;
     const Opening& opening;
     PlaneBox pieceBox;
-    double restArea; ///< of the piece without the opening
-    double allowed;  ///< difference of areas that rounding and nudges make
+    ContourArea rest; ///< the piece without the opening
+    double allowed;   ///< area that rounding and nudges may leave wrong
 };
 
 double sliverOf(const PlaneBox& box, double size) {
@@ -59,10 +60,10 @@ void appendParts(AcArray<void*>& curves, double sliver, std::vector<ContourLoop>
     deleteCurves(curves);
 }
 
+/// The area that the parts leave out, cover twice, or cover beside the piece or on the opening. Sums of areas
+/// would not tell: a strip on the opening can be as large as a part that is missing.
 double errorOf(const Cut& cut, const std::vector<ContourLoop>& parts) {
-    double sum = 0.0;
-    for (const ContourLoop& part : parts) sum += trueArea(part);
-    return std::abs(sum - cut.restArea);
+    return trueArea(wronglyCovered(cut.rest, parts));
 }
 
 // ---- the plain steps ----
@@ -95,7 +96,7 @@ bool plainParts(const Cut& cut, std::vector<ContourLoop>& parts) {
         stripsBetweenLines(rest.get(), hole.get(), lineAlongY({cut.opening.left, 0.0, 0.0}),
                            lineAlongY({cut.opening.right, 0.0, 0.0}), isPlain);
     appendParts(strips, sliver, parts);
-    return isPlain && errorOf(cut, parts) <= cut.allowed;
+    return isPlain;
 }
 
 // ---- any shape ----
@@ -125,10 +126,28 @@ bool liesLeftOf(const ContourLoop& part, double x, double tolerance) {
     return false;
 }
 
-/// A part between prongs may lie level with the opening; it counts as above.
-bool liesAbove(const ContourLoop& part, const PlaneBox& hole, double slack) {
-    const PlaneBox box = boxOf(part);
-    return box.lowY + box.highY >= hole.lowY + hole.highY - slack;
+/// How far a strip's run, counter-clockwise, leads to the right along the opening.
+double runToRight(const ContourLoop& strip, const Opening& hole, double tolerance) {
+    const PlaneBox near = hole.box.widened(tolerance);
+    const std::vector<PlaneSegment> holeSides = planeSegmentsOf(hole.loop);
+    double toRight = 0.0;
+    for (const PlaneSegment& side : planeSegmentsOf(strip)) {
+        const AcGePoint2d middle = side.middle();
+        if (near.meets({middle.x, middle.x, middle.y, middle.y}) &&
+            std::any_of(holeSides.begin(), holeSides.end(),
+                        [&](const PlaneSegment& holeSide) { return holeSide.touches(middle, tolerance); }))
+            toRight += side.end().x - side.start().x;
+    }
+    return toRight;
+}
+
+/// Has the strip the opening below it. A part between prongs has it on both sides: there the middles of the
+/// boxes tell, and level with the opening counts as above.
+bool liesAbove(const ContourLoop& strip, const Opening& hole, double slack, double tolerance) {
+    const double toRight = runToRight(strip, hole, tolerance);
+    if (std::abs(toRight) > slack) return toRight > 0.0;
+    const PlaneBox box = boxOf(strip);
+    return box.lowY + box.highY >= hole.box.lowY + hole.box.highY - slack;
 }
 
 /// Appends parts of one kind from left to right, and upwards where they begin equally far to the left to
@@ -157,17 +176,16 @@ bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& pa
     const double left = cut.opening.left + inward;
     const double right = cut.opening.right - inward;
     const ContourArea atHole = partsAtHole(cut, left, right);
-    const PlaneBox& holeBox = cut.opening.box;
+    const double tolerance =
+        kSliverTolerances * areaTolerance({cut.piece}, {cut.opening.loop}) + kExtentsNudge;
     const double slack = kColumnShare * cut.pieceBox.largerSide();
     std::vector<ContourLoop> upper;
     std::vector<ContourLoop> lower;
     for (const ContourLoop& part : atHole)
         for (ContourLoop& strip : areaWithout(part, cut.opening.loop)) {
             if (signedArea(strip) < 0.0) return false;
-            (liesAbove(strip, holeBox, slack) ? upper : lower).push_back(std::move(strip));
+            (liesAbove(strip, cut.opening, slack, tolerance) ? upper : lower).push_back(std::move(strip));
         }
-    const double tolerance =
-        kSliverTolerances * areaTolerance({cut.piece}, {cut.opening.loop}) + kExtentsNudge;
     std::vector<ContourLoop> before;
     std::vector<ContourLoop> behind;
     for (ContourLoop& part : areaWithout({cut.piece}, atHole))
@@ -180,11 +198,13 @@ bool partsOfAnyShape(const Cut& cut, double inward, std::vector<ContourLoop>& pa
 /// By true areas, for whatever is not clear from the crossings alone.
 bool cutByAreas(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole,
                 std::vector<ContourLoop>& parts) {
-    const double common = trueArea(commonArea(piece, hole.loop));
-    if (!(common > sliverArea(hole.box))) return false;
-    const Cut cut{piece, hole, pieceBox, trueArea(piece) - common, sliverArea(pieceBox)};
-    if (cut.restArea <= cut.allowed || plainParts(cut, parts)) return true;
+    if (!(trueArea(commonArea(piece, hole.loop)) > sliverArea(hole.box))) return false;
+    const Cut cut{piece, hole, pieceBox, areaWithout(piece, hole.loop), sliverArea(pieceBox)};
+    if (trueArea(cut.rest) <= cut.allowed) return true;
+    const bool isPlain = plainParts(cut, parts);
     double best = errorOf(cut, parts);
+    if (isPlain && best <= cut.allowed) return true;
+
     const double tolerance = areaTolerance({piece}, {hole.loop});
     for (const double inward : kInwardTolerances) {
         std::vector<ContourLoop> tried;

@@ -16,12 +16,13 @@ double sliverArea(const PlaneBox& hole);
 ///
 /// The cuts run along y through the opening's leftmost and rightmost points. Where all crossings are clear,
 /// cutCleanly has the parts. Else the plain steps come first: the piece is cut where each line first crosses
-/// it, and one strip is taken above and one below the opening. They are kept when the parts' areas add up to
-/// the piece without the opening. Where they do not (a line crosses the piece more than twice, the opening
-/// has several points as far to the left, touches the piece's edge between them, reaches beyond it), the part
-/// of the piece between both lines that holds the opening is taken out, what is left on either side is the
-/// left and right parts, and what the opening leaves of it the upper and lower strips; there may be several
-/// of each, from left to right. Either way nothing is lost and nothing covered twice.
+/// it, and one strip is taken above and one below the opening. They are kept when the parts meet no opening
+/// and no other part and leave nothing of the piece out, looked at as areas laid over each other. Where they
+/// do not (a line crosses the piece more than twice, the opening has several points as far to the left,
+/// touches the piece's edge between them, reaches beyond it), the part of the piece between both lines that
+/// holds the opening is taken out, what is left on either side is the left and right parts, and what the
+/// opening leaves of it the upper and lower strips; there may be several of each, from left to right. Either
+/// way nothing is lost and nothing covered twice.
 bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<ContourLoop>& parts);
 
 } // namespace VEXOGeometryTools

@@ -45,6 +45,27 @@ ArcCircle circleOf(const LoopSegment& arc) {
     return {arc.start.x + toX, arc.start.y + toY, std::hypot(toX, toY)};
 }
 
+std::vector<PlaneSegment> planeSegmentsOf(const ContourLoop& loop) {
+    std::vector<PlaneSegment> segments;
+    for (std::size_t i = 0; i < loop.vertices.size(); ++i) {
+        const LoopSegment segment(loop, i);
+        const AcGePoint2d start(segment.start.x, segment.start.y);
+        const AcGePoint2d end(segment.end.x, segment.end.y);
+        const AcGeVector2d chord = end - start;
+        const double bulge = segment.start.bulge;
+        if (chord.length() == 0.0) continue;
+        if (std::abs(bulge) <= 1.0) {
+            segments.emplace_back(start, end, bulge);
+            continue;
+        }
+        const AcGePoint2d middle = start + chord * 0.5 - chord.perpVector() * (0.5 * bulge);
+        const double half = (std::sqrt(1.0 + bulge * bulge) - 1.0) / bulge;
+        segments.emplace_back(start, middle, half);
+        segments.emplace_back(middle, end, half);
+    }
+    return segments;
+}
+
 PlaneBox boxOf(const ContourLoop& loop) {
     PlaneBox box = BoxChain::emptyBox();
     for (std::size_t i = 0; i < loop.vertices.size(); ++i) {

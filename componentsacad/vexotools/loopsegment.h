@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 namespace VEXOGeometryTools {
 
@@ -32,6 +33,8 @@ struct ArcCircle {
 /// The circle of an arc.
 ArcCircle circleOf(const LoopSegment& arc);
 
+/// The sides of a loop that have a length, arcs of more than half a circle in two halves.
+std::vector<PlaneSegment> planeSegmentsOf(const ContourLoop& loop);
 /// The box of a loop with its arcs.
 PlaneBox boxOf(const ContourLoop& loop);
 /// The same run from its first vertex on the other way round.

@@ -426,9 +426,12 @@ AcArray<void*> splitContourByLine2(AcDbPolyline* contour, AcDbCurve* hole, AcDbX
 /// are the contour without the hole; none covers the hole or another one.
 ///
 /// Empty when hole and contour have no area in common, or next to none (two nudges wide), and when the hole
-/// covers the contour; splitContourByHoles tells the two apart. Where a cut crosses the contour more than
-/// twice, or the hole's side meets it more than twice, the contour is cut only where the line bounds the part
-/// that holds the hole; there may then be several parts of a kind, from left to right.
+/// covers the contour; splitContourByHoles tells the two apart. The plain cut, at each line's first two
+/// crossings with the contour and with one strip above the hole and one below, stands where its parts meet
+/// neither the hole nor each other and leave nothing of the contour out. Where they do not (a line crosses
+/// the contour more than twice, the hole has several tips equally far along `dir`, its side meets the contour
+/// more than twice), the contour is cut only where the line bounds the part that holds the hole; there may
+/// then be several parts of a kind, from left to right.
 ///
 /// Contour and hole are looked at along Z and may have any elevation and sense; each lies parallel to the XY
 /// plane (normal +Z or -Z). Parts have the contour's elevation, normal, sense and properties. Widths are not

@@ -2,6 +2,7 @@
 // the header promises of them.
 #include "areacases.h"
 #include "contourareas.h"
+#include "loopsegment.h"
 
 #include <gtest/gtest.h>
 
@@ -298,6 +299,33 @@ TEST(ContourAreas, WhatBoundsNothing) {
     EXPECT_TRUE(commonArea(ContourArea{}, ContourArea{}).empty());
 }
 
+TEST(ContourAreas, WhereAnAreaIsNotCoveredOnce) {
+    const auto box = [](double x, double y, double width, double height) {
+        return loopOf(rectangle(x, y, width, height));
+    };
+    // A square with an opening, and the strips around it.
+    const ContourLoop opening = box(1, 1, 1, 1);
+    const ContourArea area = {box(0, 0, 4, 4), VEXOGeometryTools::reversed(opening)};
+    const ContourLoop left = box(0, 0, 1, 4);
+    const ContourLoop right = box(2, 0, 2, 4);
+    const ContourLoop upper = box(1, 2, 1, 2);
+    const ContourLoop lower = box(1, 0, 1, 1);
+    const struct {
+        const char* name;
+        ContourArea parts;
+        double wrong;
+    } cases[] = {{"once", {left, right, upper, lower}, 0},
+                 {"nothing", {}, 15},
+                 {"a gap", {left, right, upper}, 1},
+                 {"one twice", {left, right, upper, lower, lower}, 1},
+                 {"on the opening", {left, right, box(1, 1, 1, 3), lower}, 1},
+                 {"on the opening for a gap, with the right sum", {left, right, upper, opening}, 2},
+                 {"beside", {left, box(3, 0, 2, 4), upper, lower}, 8},
+                 {"clockwise", {left, right, upper, VEXOGeometryTools::reversed(lower)}, 1}};
+    for (const auto& each : cases)
+        EXPECT_NEAR(trueArea(wronglyCovered(area, each.parts)), each.wrong, 1e-12) << each.name;
+}
+
 TEST(ContourAreas, SignedAreaOfArcs) {
     EXPECT_NEAR(signedArea(loopOf(circle(1e6, -1e6, 2))), 4 * AcGe::kPi, 1e-9);
     EXPECT_NEAR(signedArea(loopOf(reversed(capsule(0, 0, 3, 1, true)))), -6 - AcGe::kPi, 1e-14);
@@ -310,6 +338,18 @@ TEST(ContourAreas, SignedAreaOfArcs) {
             bulge < 1e-3 ? b / 3 * (1 + b * b / 5) : radius * radius * (angle - std::sin(angle)) / 2;
         const double area = signedArea(loopOf({{0, 0, bulge}, {1, 0, 0}}));
         EXPECT_NEAR(area / static_cast<double>(exact), 1.0, 1e-13) << bulge;
+    }
+}
+
+TEST(ContourAreas, SidesOfALoopAreHalfCirclesAtMost) {
+    for (const double bulge : {-5.3, -1.0, 0.0, 0.2, 1.1, 40.0}) {
+        const ContourLoop loop = loopOf({{0, 0, bulge}, {1, 0, 0}, {1, 0, 0}, {1, 2, -bulge}});
+        ContourLoop again;
+        for (const PlaneSegment& side : planeSegmentsOf(loop)) {
+            EXPECT_LE(std::abs(side.bulge()), 1.0) << bulge;
+            again.vertices.push_back({side.start().x, side.start().y, side.bulge()});
+        }
+        EXPECT_NEAR(signedArea(again), signedArea(loop), 1e-11 * std::abs(signedArea(loop))) << bulge;
     }
 }
 
@@ -332,6 +372,9 @@ TEST(ContourAreas, StraightVerticesGo) {
         {"quarters of a circle",
          {{1, 0, kQuarter}, {0, 1, kQuarter}, {-1, 0, kQuarter}, {0, -1, kQuarter}},
          2},
+        {"a bit of an arc behind a side",
+         {{0, 0, 0}, {2, 0, 2.5e-9}, {2 + 1e-8, 0, 0}, {2, 2, 0}, {0, 2, 0}},
+         4},
     };
     for (const auto& c : cases)
         for (const double offset : {0.0, 1000.0}) {
@@ -339,5 +382,7 @@ TEST(ContourAreas, StraightVerticesGo) {
             const ContourLoop kept = withoutStraightVertices(loop);
             EXPECT_EQ(kept.vertices.size(), c.kept) << c.name;
             EXPECT_NEAR(signedArea(kept), signedArea(loop), 1e-9) << c.name;
+            for (const ContourVertex& vertex : kept.vertices)
+                EXPECT_TRUE(vertex.bulge == 0.0 || std::abs(vertex.bulge) > 1e-6) << c.name;
         }
 }

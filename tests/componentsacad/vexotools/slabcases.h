@@ -24,6 +24,7 @@ struct Slab {
     std::vector<std::unique_ptr<AcDbPolyline>> openings;
     AcGePoint3d base;
     AcGeVector3d dir;
+    double millimetre; ///< in units of the drawing
 
     AcArray<void*> holes() const {
         AcArray<void*> array;
@@ -32,13 +33,18 @@ struct Slab {
     }
 };
 
-enum class Outline { kRectangle, kConvex, kRounded, kStar, kAngle, kComb };
-enum class Placing { kApart, kAcrossEdge, kTouching, kLevel, kSharedTangent, kOverlapping };
+enum class Outline { kRectangle, kConvex, kRounded, kStar, kAngle, kComb, kProngs };
+enum class Placing { kApart, kAcrossEdge, kTouching, kLevel, kSharedTangent, kOverlapping, kLarge };
 
 inline constexpr const char* kOutlines[] = {
-    "rectangle", "convex with arcs", "rounded", "concave with arcs", "angle", "comb"};
-inline constexpr const char* kPlacings[] = {"apart",           "across the edge",   "touching",
-                                            "equal in height", "sharing a tangent", "overlapping"};
+    "rectangle", "convex with arcs", "rounded", "concave with arcs", "angle", "comb", "equal prongs"};
+inline constexpr const char* kPlacings[] = {"apart",
+                                            "across the edge",
+                                            "touching",
+                                            "equal in height",
+                                            "sharing a tangent",
+                                            "overlapping",
+                                            "large, in the outline's grid"};
 
 inline constexpr double kWidth = 12000.0;
 inline constexpr double kHeight = 8000.0;
@@ -48,6 +54,32 @@ inline double between(std::mt19937& random, double low, double high) {
 }
 inline int upTo(std::mt19937& random, int most) {
     return std::uniform_int_distribution<int>(0, most)(random);
+}
+
+/// Two to four prongs that reach equally far to the right, to the left or upwards: with square or pointed
+/// ends, ends curved outwards, or curved inwards to two tips.
+inline Vertices prongs(std::mt19937& random) {
+    const int count = 2 + upTo(random, 2);
+    const double step = std::floor(kHeight / 1000.0 / count) * 1000.0;
+    const double width = step - 500.0 * (1 + upTo(random, 1));
+    const int end = upTo(random, 3);
+    const double bulges[] = {0.0, 0.0, 1.0, -0.5};
+    Vertices vertices = {{0, 0, 0}};
+    double low = 0.0;
+    for (int i = 0; i < count; ++i, low += step) {
+        if (i > 0) {
+            const double root = 1000.0 * (2 + upTo(random, 8));
+            vertices.insert(vertices.end(), {{root, low - step + width, 0}, {root, low, 0}});
+        }
+        vertices.push_back({kWidth, low, bulges[end]});
+        if (end == 1) vertices.push_back({kWidth + 500, low + width / 2, 0});
+        vertices.push_back({kWidth, low + width, 0});
+    }
+    vertices.push_back({0, low - step + width, 0});
+    constexpr double quarterTurn = AcGe::kPi / 2;
+    const int turn = upTo(random, 3);
+    if (turn == 1) return contourcases::moved(vertices, quarterTurn, kHeight, 0);
+    return turn == 2 ? contourcases::moved(vertices, 2 * quarterTurn, kWidth, kHeight) : vertices;
 }
 
 inline Vertices outlineOf(Outline outline, std::mt19937& random) {
@@ -89,14 +121,69 @@ inline Vertices outlineOf(Outline outline, std::mt19937& random) {
         }
         vertices.push_back({0, h, 0});
         return vertices;
+    case Outline::kProngs:
+        return prongs(random);
     }
     return vertices;
 }
 
-/// A rectangle, a circle, a capsule, a diamond or an angle about the origin with these half sizes.
+/// A side with two to four tips or square ends at x = `reach`, the bays between them of different depths,
+/// from -b to b.
+inline Vertices teeth(std::mt19937& random, double reach, double b) {
+    const int count = 2 + upTo(random, 2);
+    const double pitch = 2 * b / (2 * count - 1);
+    const bool isSquare = upTo(random, 1) == 0;
+    Vertices side;
+    for (int i = 0; i < 2 * count - 1; ++i) {
+        const double x = i % 2 ? reach * between(random, 0.2, 0.8) : reach;
+        const double y = i * pitch - b;
+        if (isSquare) side.push_back({x, y, 0});
+        side.push_back({x, isSquare ? y + pitch : y + pitch / 2, 0});
+    }
+    return side;
+}
+
+/// Teeth on both sides, or on one.
+inline Vertices toothed(std::mt19937& random, double a, double b) {
+    Vertices vertices = teeth(random, a, b);
+    Vertices left = corners({-a, -b, -a, b});
+    if (upTo(random, 1)) left = teeth(random, -a, b);
+    vertices.insert(vertices.end(), left.rbegin(), left.rend());
+    return vertices;
+}
+
+/// Its points stand in pairs equally far to either side, or single ones to the sides.
+inline Vertices star(std::mt19937& random, double a, double b) {
+    const int points = 4 + upTo(random, 4);
+    const double first = upTo(random, 1) ? 0.0 : AcGe::kPi / points;
+    Vertices vertices;
+    for (int i = 0; i < 2 * points; ++i) {
+        const double angle = first + i * AcGe::kPi / points;
+        const double size = i % 2 ? 0.4 : 1.0;
+        vertices.push_back({a * size * std::cos(angle), b * size * std::sin(angle), 0});
+    }
+    return vertices;
+}
+
+/// Between two arcs about one centre, open to the left.
+inline Vertices arcBand(std::mt19937& random, double a, double b) {
+    const double half = between(random, 0.4, 2.8);
+    const double outer = std::max(a, b);
+    const double inner = outer * between(random, 0.4, 0.9);
+    const double x = std::cos(half);
+    const double y = std::sin(half);
+    const double bulge = std::tan(half / 2);
+    return {{outer * x, -outer * y, bulge},
+            {outer * x, outer * y, 0},
+            {inner * x, inner * y, -bulge},
+            {inner * x, -inner * y, 0}};
+}
+
+/// About the origin with these half sizes: a rectangle, a circle, a capsule, a diamond, an angle with arcs, a
+/// swallow tail or one of the above.
 inline Vertices openingOf(std::mt19937& random, double a, double b) {
     const double quarter = std::tan(AcGe::kPi / 8);
-    switch (upTo(random, 5)) {
+    switch (upTo(random, 9)) {
     case 0:
         return contourcases::rectangle(-a, -b, 2 * a, 2 * b);
     case 1:
@@ -109,6 +196,14 @@ inline Vertices openingOf(std::mt19937& random, double a, double b) {
         return corners({-a, 0, 0, -b, a, 0, 0, b});
     case 4: // two prongs that reach equally far
         return corners({-a, -b, a, -b, a, b, -a, b, -a, b / 2, a / 2, 0, -a, -b / 2});
+    case 5: // a swallow tail
+        return corners({-a, -b, a, -0.75 * b, a / 3, 0, a, 0.75 * b, -a, b});
+    case 6:
+        return toothed(random, a, b);
+    case 7:
+        return star(random, a, b);
+    case 8:
+        return arcBand(random, a, b);
     default: {
         const double r = std::min(a, b) / 3;
         const double y = -b / 2;
@@ -168,6 +263,17 @@ inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline
             b *= 2;
             angle = between(random, 0, 6);
             break;
+        case Placing::kLarge: // sides and tips level with the outline's, across several of its parts
+            at.set(500.0 * upTo(random, 24), 500.0 * upTo(random, 16));
+            if (upTo(random, 1)) { // over the end of a prong, say
+                const std::size_t side = static_cast<std::size_t>(upTo(random, 100)) % outline.size();
+                const auto& end = outline[(side + 1) % outline.size()];
+                at.set((outline[side][0] + end[0]) / 2, (outline[side][1] + end[1]) / 2);
+            }
+            a = 500.0 * (1 + upTo(random, 5));
+            b = 500.0 * (1 + upTo(random, 5));
+            angle = AcGe::kPi / 2 * upTo(random, 3);
+            break;
         }
         openings.push_back(contourcases::moved(openingOf(random, a, b), angle, at.x, at.y));
     }
@@ -179,27 +285,30 @@ inline std::vector<Vertices> openingsOf(Placing placing, const Vertices& outline
 }
 
 /// Every outline with every placing of its openings.
-inline constexpr unsigned int kKinds = 36;
+inline constexpr unsigned int kPlacingCount = 7;
+inline constexpr unsigned int kKinds = 7 * kPlacingCount;
 
 inline std::string nameOf(unsigned int kind) {
-    return std::string(kOutlines[kind / 6]) + ", openings " + kPlacings[kind % 6];
+    return std::string(kOutlines[kind / kPlacingCount]) + ", openings " + kPlacings[kind % kPlacingCount];
 }
 
 /// A slab of the kind; `seed` also chooses the direction, the place and the sense.
 inline Slab slabOf(unsigned int kind, unsigned int seed) {
     std::mt19937 random(seed * kKinds + kind);
-    const Vertices vertices = outlineOf(static_cast<Outline>(kind / 6), random);
-    const int most = seed % 4 == 0 ? 50 : seed % 4 == 1 ? 1 : 12;
-    const std::vector<Vertices> openings =
-        openingsOf(static_cast<Placing>(kind % 6), vertices, upTo(random, most), random);
+    const Vertices vertices = outlineOf(static_cast<Outline>(kind / kPlacingCount), random);
+    const auto placing = static_cast<Placing>(kind % kPlacingCount);
+    const int most = placing == Placing::kLarge ? 1 + seed % 4 : seed % 4 == 0 ? 50 : seed % 4 == 1 ? 1 : 12;
+    const std::vector<Vertices> openings = openingsOf(placing, vertices, upTo(random, most), random);
     constexpr double quarterTurn = AcGe::kPi / 2;
     const double angles[] = {0.0, quarterTurn, between(random, 0, 6), AcGe::kPi};
     const double angle = angles[upTo(random, 3)];
     const bool isMirrored = upTo(random, 3) == 0;
     const bool isReversed = upTo(random, 3) == 0;
     const double offset = upTo(random, 1) ? 1e6 : 0.0;
+    const double millimetre = upTo(random, 3) ? 1.0 : 1e-3;
     AcGeMatrix3d place = AcGeMatrix3d::translation(AcGeVector3d(offset, -offset / 3, 0)) *
-                         AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis);
+                         AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis) *
+                         AcGeMatrix3d::scaling(millimetre);
     if (isMirrored)
         place = place * AcGeMatrix3d::rotation(AcGe::kPi, AcGeVector3d::kXAxis); // seen from below
     const auto drawn = [&](const Vertices& flat) {
@@ -210,6 +319,7 @@ inline Slab slabOf(unsigned int kind, unsigned int seed) {
     Slab slab;
     slab.contour = drawn(vertices);
     for (const Vertices& opening : openings) slab.openings.push_back(drawn(opening));
+    slab.millimetre = millimetre;
     slab.base = AcGePoint3d(offset, 100.0, 0.0);
     slab.dir = AcGeVector3d(std::cos(angle), std::sin(angle), 0) * between(random, 0.5, 2000);
     return slab;
