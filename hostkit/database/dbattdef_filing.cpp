@@ -1,5 +1,6 @@
 #include "dbattdef.h"
 
+#include "dbaccess.h"
 #include "fielditems.h"
 #include "fieldtable.h"
 

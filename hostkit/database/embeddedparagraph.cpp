@@ -2,6 +2,7 @@
 
 #include "dbaccess.h"
 #include "dbmtext.h"
+#include "groupblock.h"
 
 #include <algorithm>
 

@@ -27,6 +27,7 @@ bool isExtendedCode(int code) {
 }
 
 // In the drawing's own binary form: two bytes of code; texts in UTF-16 and binaries with two bytes of length.
+// The two further coordinates of a point are added where the point is looked at.
 std::size_t sizeOf(const AuditGroup& group) {
     switch (auditValueOf(group.code)) {
     case AuditValue::kText:
@@ -37,8 +38,6 @@ std::size_t sizeOf(const AuditGroup& group) {
         return 4;
     case AuditValue::kInteger32:
         return 6;
-    case AuditValue::kReal:
-        return isPointCode(group.code) || (group.code >= 1040 && group.code < 1050) ? 10 : 8;
     default:
         return 10;
     }

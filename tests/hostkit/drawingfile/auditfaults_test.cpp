@@ -195,14 +195,34 @@ TEST(AuditFaults, longAndForeignTexts) {
     expectOnly(findingsWith("1000=mark", longText("1000", 256)), "above 255");
     EXPECT_EQ(findingsWith("1000=mark", longText("1004", 254)), "");
     expectOnly(findingsWith("1000=mark", longText("1004", 256)), "above 127");
-    const auto reals = [](int count) {
-        std::string text;
-        for (int i = 0; i < count; ++i) text += "1040=1.0 ";
-        return text + "1070=0";
-    };
-    // A real takes 10 bytes; what else the line bears, about a hundred.
-    EXPECT_EQ(findingsWith("1000=mark", reals(1620)), "");
-    expectOnly(findingsWith("1000=mark", reals(1638)), "bytes of extended data, above 16383");
+}
+
+// Two bytes of code, and the value as a drawing's binary form holds it.
+TEST(AuditFaults, sizeOfExtendedData) {
+    constexpr std::size_t application = 2 + 2 + 2 * 6; // ORDANE
+    const std::pair<const char*, std::size_t> kinds[] = {{"1000=B\xC3\xA9ton", 2 + 2 + 2 * 5},
+                                                         {"1010=1.0 1020=2.0 1030=3.0", 2 + 24},
+                                                         {"1040=2.5", 2 + 8},
+                                                         {"1070=7", 2 + 2},
+                                                         {"1071=70000", 2 + 4},
+                                                         {"1005=41", 2 + 8},
+                                                         {"1004=00FFAA", 2 + 2 + 3}};
+    const std::string sound = contentOf("sound.txt");
+    const std::size_t begin = placeOf(sound, "1000=mark");
+    for (const auto& [groups, size] : kinds) {
+        const std::size_t most = (16383 - application) / size;
+        for (const std::size_t count : {most, most + 1}) {
+            std::string data;
+            for (std::size_t i = 0; i < count; ++i) (data += groups) += ' ';
+            std::string text = sound;
+            text.replace(begin, text.find('\n', begin) - begin, data);
+            const std::string found = joined(findingsIn(drawingOf(text)));
+            const std::string told =
+                "it has " + std::to_string(application + count * size) + " bytes of extended data";
+            EXPECT_EQ(found.find(told) != std::string::npos, count > most) << groups << "\n" << found;
+            EXPECT_EQ(found.empty(), count == most) << groups << "\n" << found;
+        }
+    }
 }
 
 // Names are one however they are spelled.

@@ -7,9 +7,6 @@
 #include "dbblocktablerecord.h"
 #include "dbopaque.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 
 using namespace hostkit;
@@ -221,24 +218,4 @@ TEST(Damage, problemsGoToThePort) {
     EXPECT_TRUE(openDrawingFromMemory(header("AC1015") + entities(bad), L"memory.dxf", &report, options));
     EXPECT_EQ(report.problems.size(), 3u);
     EXPECT_EQ(report.problemCount, 10u);
-}
-
-// What the fuzzer starts from, and what it has found.
-TEST(Damage, theCorpusIsSurvived) {
-    std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/drawing")) {
-        SCOPED_TRACE(entry.path());
-        std::ifstream file(entry.path(), std::ios::binary);
-        const Reading reading({std::istreambuf_iterator<char>(file), {}});
-        EXPECT_EQ(reading.report.status == Acad::eOk, reading.database != nullptr);
-        ++count;
-        if (!reading.database) continue;
-        EXPECT_GT(auditDrawing(*reading.database).objects, 0u);
-        std::string bytes;
-        WriteOptions options = fromFields;
-        options.tellPort = false;
-        const bool isSaved = writeDrawingToMemory(*reading.database, bytes, options) == Acad::eOk;
-        EXPECT_TRUE(!isSaved || Reading(bytes).database);
-    }
-    EXPECT_GE(count, 5u);
 }
