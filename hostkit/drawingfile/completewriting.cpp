@@ -22,6 +22,13 @@ constexpr std::array<TableKind, tableCount> tableOrder = {
     TableKind::kViewport, TableKind::kLinetype, TableKind::kLayer,    TableKind::kTextStyle, TableKind::kView,
     TableKind::kUcs,      TableKind::kRegApp,   TableKind::kDimStyle, TableKind::kBlock};
 
+// A damaged record's name may read so, cut at its NUL; a record written anew with it would end the section.
+bool isStructural(std::wstring_view name) {
+    constexpr std::wstring_view names[] = {L"SECTION", L"ENDSEC", L"TABLE", L"ENDTAB",
+                                           L"BLOCK",   L"ENDBLK", L"EOF"};
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
 std::wstring nameInRoot(const AcDbDatabase& database, AcDbObjectId id) {
     const auto* const root = DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
     wchar_t* found = nullptr;
@@ -119,6 +126,10 @@ bool CompleteWriting::writeEntitiesOf(const AcDbBlockTableRecord& block, std::st
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
         if (!entity || entity->isErased()) continue;
+        if (isStructural(entity->dxfName())) {
+            m_changes.add(entity->dxfName(), {}, entity->handle().value());
+            continue;
+        }
         const bool isWritten = isR12() && !R12Entities::isKept(*entity)
                                    ? writeOlder(*entity, bytes)
                                    : writeNewEntity(*entity, m_objects, bytes);

@@ -125,8 +125,11 @@ void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
             continue;
         bytes += group.bytes();
     }
-    if (!hasMarks && m_original.name() == "VIEWPORT")
+    if (m_original.name() != "VIEWPORT") return;
+    if (!hasMarks)
         appendViewOfR12(m_original, m_database, m_target, bytes);
+    else
+        appendViewFromR12(m_original, m_target, bytes);
 }
 
 } // namespace hostkit
