@@ -58,6 +58,7 @@ std::unique_ptr<AcDbEntity> chordPolyline(const AcGePoint3dArray& points, bool i
     for (int place = 1; place < count; ++place) isFlat = isFlat && points[place].z == points[0].z;
     if (isFlat && count > 0) {
         std::vector<AcGePoint2d> flat;
+        flat.reserve(static_cast<std::size_t>(count));
         for (int place = 0; place < count; ++place) flat.emplace_back(points[place].x, points[place].y);
         return flatPolyline(flat, points[0].z, AcGeVector3d::kZAxis, isClosed);
     }
