@@ -5,6 +5,7 @@
 #include "formtables.h"
 #include "sourcegroups.h"
 
+#include "dbblockreference.h"
 #include "dbdictionary.h"
 #include "dblayout.h"
 #include "dbsequenceend.h"
@@ -155,7 +156,7 @@ bool CompleteWriting::writeOlder(const AcDbEntity& entity, std::string& bytes) {
 
 bool CompleteWriting::writeOwnedParts(const AcDbEntity& entity, std::string& bytes) {
     const SubentityList* const parts = partsOf(entity);
-    if (!parts) return true;
+    if (!parts || (parts->count() == 0 && entity.isKindOf(AcDbBlockReference::desc()))) return true;
     for (std::size_t place = 0; place < parts->count(); ++place) {
         AcDbEntity* const part = parts->at(place);
         (void)part->setPropertiesFrom(&entity);

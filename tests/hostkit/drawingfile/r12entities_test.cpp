@@ -283,8 +283,9 @@ TEST(R12Entities, leadersAndWhatABlockDrawsAreKept) {
                                                     entities(leader + table),
                                                 L"old", nullptr, quietReading);
     ASSERT_TRUE(database);
-    const auto again =
-        openDrawingFromMemory(saved(*database, DrawingVersion::kR12), L"again", nullptr, quietReading);
+    const std::string older = saved(*database, DrawingVersion::kR12);
+    EXPECT_EQ(countOf(older, "SEQEND"), 1u) << "the polyline's";
+    const auto again = openDrawingFromMemory(older, L"again", nullptr, quietReading);
     ASSERT_TRUE(again);
     const auto listed = listDrawing(*again).entities;
     ASSERT_GE(listed.size(), 2u);
