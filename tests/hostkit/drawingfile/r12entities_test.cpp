@@ -285,6 +285,7 @@ TEST(R12Entities, leadersAndWhatABlockDrawsAreKept) {
     ASSERT_TRUE(database);
     const std::string older = saved(*database, DrawingVersion::kR12);
     EXPECT_EQ(countOf(older, "SEQEND"), 1u) << "the polyline's";
+    EXPECT_EQ(countOf(older, "*T1"), 3u) << "twice with the block, and once with its reference";
     const auto again = openDrawingFromMemory(older, L"again", nullptr, quietReading);
     ASSERT_TRUE(again);
     const auto listed = listDrawing(*again).entities;
