@@ -17,6 +17,8 @@ enum class Form { kDatabase, kDocument, kWithLock };
 
 class DictionaryTree : public hostkit::HostTest {
 protected:
+    DictionaryTree() { giveLockBack(); } // the tools take their own
+
     /// Opens through one of the three forms, and gives the lock of the third back once the dictionary is
     /// closed.
     bool open(Form form, const wchar_t* name, AcDb::OpenMode mode, int create,

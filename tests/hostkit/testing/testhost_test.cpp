@@ -21,6 +21,7 @@ void runBody() { g_body(); }
 std::function<std::function<void()>(TestHost&)> openFor(AcDb::OpenMode mode) {
     return [mode](TestHost& session) {
         AcDbObject* object = nullptr;
+        const AcAxDocLock lock(&session.database());
         EXPECT_EQ(acdbOpenAcDbObject(object, session.database().layerZero(), mode), Acad::eOk);
         return [object] { object->close(); };
     };
