@@ -118,6 +118,7 @@ TEST(TestHost, nothingLeaksIntoTheNext) {
         EXPECT_TRUE(session.port().printed.empty());
         const AcDbObjectId space = session.database().modelSpaceId();
         EXPECT_TRUE(AcDbObjectPointer<AcDbBlockTableRecord>(space, AcDb::kForRead)->entities().empty());
+        const AcAxDocLock lock;
         drawingtest::append(space, new AcDbLine({0, 0, 0}, {1, 0, 0}));
         acutPrintf(L"something");
     }
