@@ -2,6 +2,7 @@
 // it back, of a transaction, and of opening through the library's guard.
 
 #include "actrans.h"
+#include "axlock.h"
 #include "dbline.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
@@ -27,10 +28,12 @@ struct Session {
     hostkit::ScriptedPort port;
     hostkit::Host host{port};
     AcDbDatabase* database = nullptr;
+    std::unique_ptr<AcAxDocLock> lock;
 
     Session() {
         host.newDocument();
         database = host.documents().curDocument()->database();
+        lock = std::make_unique<AcAxDocLock>(database);
     }
     void append(std::int64_t count, bool opensEachTime) {
         std::unique_ptr<AcDbObjectPointer<AcDbBlockTableRecord>> space;

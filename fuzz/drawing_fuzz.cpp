@@ -24,6 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t choice = size;
     for (std::size_t i = size; i-- > 0 && i + 8 >= size;) choice += data[i];
     expectNothing(drawinginvariants::brokenBySaving(bytes));
+    expectNothing(drawinginvariants::brokenByForms(bytes));
     const auto edit = static_cast<Edit>(choice % static_cast<std::size_t>(Edit::count));
     expectNothing(
         drawinginvariants::brokenByEdit(bytes, edit, choice / static_cast<std::size_t>(Edit::count)));

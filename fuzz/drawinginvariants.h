@@ -116,6 +116,24 @@ inline std::string brokenBySaving(const std::string& bytes) {
     return twice == fromFields ? "" : "what was written from fields is written otherwise the second time";
 }
 
+/// What does not hold when the drawing is written in an older and a newer form and in the other coding.
+inline std::string brokenByForms(const std::string& bytes) {
+    const auto database = read(bytes);
+    if (!database) return {};
+    WriteOptions options;
+    options.tellPort = false;
+    for (const DrawingVersion form : {DrawingVersion::kR12, DrawingVersion::k2000, DrawingVersion::k2018}) {
+        options.version = form;
+        for (const DrawingCoding coding : {DrawingCoding::kText, DrawingCoding::kBinary}) {
+            options.coding = coding;
+            std::string other;
+            if (writeDrawingToMemory(*database, other, options) != Acad::eOk) continue;
+            if (!read(other)) return "what was written in another form is not read";
+        }
+    }
+    return {};
+}
+
 /// The same of a drawing that is changed, saved and changed back.
 inline std::string brokenByEdit(const std::string& bytes, Edit edit, std::size_t choice) {
     const auto database = read(bytes);

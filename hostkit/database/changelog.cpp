@@ -27,11 +27,24 @@ ChangeLog::Entry& ChangeLog::append(Kind kind, AcDbStub* stub) {
     return entry;
 }
 
+// As long as it is so, the latest first entry of an open that the object has is the present open's.
+bool ChangeLog::isToldOf(const AcDbObject& object) {
+    return (object.m_flags & (AcDbObject::kRemembered | AcDbObject::kTouched)) != 0;
+}
+
 bool ChangeLog::noteOpen(AcDbObject& object, Adesk::UInt8 flag) {
-    const bool isFirst = (object.m_flags & (AcDbObject::kRemembered | AcDbObject::kTouched)) == 0;
+    const bool isFirst = !isToldOf(object);
     object.m_flags |= flag;
     if (isFirst) ++m_openCount;
     return isFirst;
+}
+
+// The entry goes: what its open changes from now on is told of anew.
+void ChangeLog::forgetOpen(const Entry& firstOfOpen) {
+    AcDbObject& object = *firstOfOpen.stub->object;
+    if (!isToldOf(object)) return;
+    object.m_flags &= static_cast<Adesk::UInt8>(~(AcDbObject::kRemembered | AcDbObject::kTouched));
+    if (m_openCount > 0) --m_openCount;
 }
 
 void ChangeLog::changing(AcDbObject& object) {
@@ -47,7 +60,7 @@ void ChangeLog::changing(AcDbObject& object) {
 }
 
 void ChangeLog::touching(AcDbObject& container) {
-    if (container.m_flags & (AcDbObject::kRemembered | AcDbObject::kTouched)) return;
+    if (isToldOf(container)) return;
     append(Kind::touch, container.m_id.stub()).isFirstOfOpen = true;
     noteOpen(container, AcDbObject::kTouched);
 }
@@ -73,9 +86,19 @@ void ChangeLog::entryChanging(AcDbDictionary& dictionary, std::size_t index) {
     entry.memory = std::move(memory);
 }
 
+const AcDbSymbolTable* ChangeLog::tableOfCurrent(std::wstring_view variable) const {
+    for (int kind = 0; kind < tableCount; ++kind) {
+        const auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(
+            DatabaseAccess::table(m_database, static_cast<TableKind>(kind)));
+        const wchar_t* current = table ? table->currentVariable() : nullptr;
+        if (current && variable == current) return table;
+    }
+    return nullptr;
+}
+
 void ChangeLog::headerChanging(const HeaderVariables& header, std::wstring_view name) {
-    if (!isNeeded() || m_isRestoring) return;
-    auto memory = std::make_unique<VariableMemory>(header, name);
+    if ((!isNeeded() && m_openCount == 0) || m_isRestoring) return;
+    auto memory = std::make_unique<VariableMemory>(header, name, tableOfCurrent(name));
     append(Kind::variable, nullptr).memory = std::move(memory);
 }
 
@@ -122,20 +145,6 @@ void ChangeLog::setMark() {
 void ChangeLog::endMark() {
     m_marks.pop_back();
     trim();
-}
-
-void ChangeLog::restoreMark() {
-    const std::size_t mark = m_marks.back();
-    {
-        Restoring restoring(*this);
-        while (m_entries.size() > mark) {
-            restore(m_entries.back());
-            m_entries.pop_back();
-        }
-    }
-    dropGroupsFrom(mark);
-    ++m_epoch;
-    endMark();
 }
 
 // The group that is open stays, though it has nothing left.

@@ -14,6 +14,7 @@
 #include <vector>
 
 class AcDbDictionary;
+class AcDbSymbolTable;
 
 namespace hostkit {
 
@@ -53,8 +54,9 @@ public:
     void closed(AcDbObject& object);
 
     /// Gives the object, its entries and what it owns what they were before the present open; what it took in
-    /// since is taken back. eNotImplementedYet, and nothing is done, for an object that could not be
-    /// remembered (an application's class that does not file its fields).
+    /// since is taken back. Nothing is done, and it stays open, where it could not be remembered
+    /// (eNotImplementedYet: an application's class that does not file its fields), and where another record
+    /// of its table has the earlier name meanwhile (eDuplicateKey).
     Acad::ErrorStatus cancel(AcDbObject& object);
 
     // Transactions. Their marks nest.
@@ -76,7 +78,8 @@ public:
     std::size_t groupCount() const { return m_groups.size(); }
     /// Takes the latest group back, but for what was changed while recording was off. Where both changed one
     /// part of an object (its fields, extended data, extension dictionary, reactors, owner), the part stays
-    /// as it is, and the object is counted. eUndoOperationNotAvailable: there is no group, one is not ended
+    /// as it is, and the object is counted; so is a record whose earlier name another has meanwhile: it keeps
+    /// its name, or stays erased. eUndoOperationNotAvailable: there is no group, one is not ended
     /// yet, or a transaction is active.
     Acad::ErrorStatus undo(UndoReport& report);
 
@@ -113,22 +116,31 @@ private:
 
     bool isNeeded() const { return m_isRecording || !m_groups.empty() || !m_marks.empty(); }
     Entry& append(Kind kind, AcDbStub* stub);
+    static bool isToldOf(const AcDbObject& object);
     bool noteOpen(AcDbObject& object, Adesk::UInt8 flag);
+    void forgetOpen(const Entry& firstOfOpen);
+    const AcDbSymbolTable* tableOfCurrent(std::wstring_view variable) const;
     void dropOfOpen(const AcDbStub* stub);
     void dropGroupsFrom(std::size_t mark);
     void trim();
 
-    void restore(Entry& entry);
+    /// False where an entry of a dictionary cannot go back: another one has its name.
+    bool restore(Entry& entry);
     void restoreState(Entry& entry);
     void putBack(AcDbStub& stub, const StateMemory& state);
     void restoreErasure(Entry& entry);
     void takeBack(AcDbObject& object);
-    void takeBackOwned(AcDbObject& owner);
-    bool isOfOpen(const Entry& entry, const AcDbObject& object) const;
+    static std::vector<AcDbObjectId> ownedBy(AcDbObject& owner);
+
+    struct Settling;
+    struct CancelledOpen;
+    Acad::ErrorStatus refusalOfCancel(const CancelledOpen& open) const;
     void undoGroup(const Group& group, UndoReport& report);
+    void forgetGroup(std::size_t start);
     struct Tally;
     void undoEntry(Entry& entry, Suspended& later, Tally& tally);
     void redoSuspended(Suspended& later, Tally& tally);
+    void takeBackLeftBehind(const Suspended& later);
 
     AcDbDatabase& m_database;
     std::deque<Entry> m_entries;

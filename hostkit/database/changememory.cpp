@@ -100,15 +100,19 @@ ChangeLog::SlotMemory::SlotMemory(const AcDbDictionary& dictionary, std::size_t 
     wasOwned = named && named->ownerId() == dictionary.objectId();
 }
 
-void ChangeLog::SlotMemory::putBack(AcDbDictionary& dictionary) const {
-    dictionary.putSlotBack(index, earlier);
+bool ChangeLog::SlotMemory::putBack(AcDbDictionary& dictionary) const {
+    if (!dictionary.putSlotBack(index, earlier)) return false;
     AcDbObject* named = wasOwned ? DatabaseAccess::object(earlier->id) : nullptr;
     if (named && named->ownerId().isNull()) DatabaseAccess::setOwner(*named, dictionary.objectId());
+    return true;
 }
 
-ChangeLog::VariableMemory::VariableMemory(const HeaderVariables& header, std::wstring_view variable)
-    : name(variable) {
+ChangeLog::VariableMemory::VariableMemory(const HeaderVariables& header, std::wstring_view variable,
+                                          const AcDbSymbolTable* records)
+    : name(variable)
+    , table(records) {
     if (const HeaderVariables::Variable* found = header.find(variable)) earlier = *found;
+    if (table) meant = table->find(header.text(variable));
 }
 
 } // namespace hostkit

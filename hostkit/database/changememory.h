@@ -60,7 +60,8 @@ struct ChangeLog::StateMemory : Memory {
 
 struct ChangeLog::SlotMemory : Memory {
     SlotMemory(const AcDbDictionary& dictionary, std::size_t slot);
-    void putBack(AcDbDictionary& dictionary) const;
+    /// False, and nothing is done, where another entry has the name meanwhile.
+    bool putBack(AcDbDictionary& dictionary) const;
 
     std::size_t index;
     bool wasOwned = false;                        ///< the dictionary owned what the entry named
@@ -68,11 +69,14 @@ struct ChangeLog::SlotMemory : Memory {
 };
 
 struct ChangeLog::VariableMemory : Memory {
-    VariableMemory(const HeaderVariables& header, std::wstring_view variable);
+    /// `records`: of the table of which the variable names the current record, where it does.
+    VariableMemory(const HeaderVariables& header, std::wstring_view variable, const AcDbSymbolTable* records);
     void putBack(HeaderVariables& header) const { header.putBack(name, earlier); }
 
     std::wstring name;
     std::optional<HeaderVariables::Variable> earlier; ///< none: the header lacked it
+    const AcDbSymbolTable* table;
+    AcDbObjectId meant; ///< the record that it named; null for none
 };
 
 } // namespace hostkit

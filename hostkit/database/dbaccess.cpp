@@ -127,6 +127,23 @@ SubentityList* DatabaseAccess::parts(AcDbEntity& entity) {
     return nullptr;
 }
 
+bool DatabaseAccess::followName(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
+    auto* table = objectOf<AcDbSymbolTable>(record.ownerId());
+    if (!table) return true;
+    if (!record.objectId().isErased() && !table->isNameFree(record.name(), record.objectId())) {
+        record.m_name = oldName;
+        return false;
+    }
+    if (table->isCurrent(record)) table->nameCurrent(record.name());
+    table->renamed(record, oldName);
+    return true;
+}
+
+void DatabaseAccess::forceName(AcDbSymbolTableRecord& record, std::wstring_view name) {
+    const std::wstring oldName = std::exchange(record.m_name, std::wstring(name));
+    if (auto* table = objectOf<AcDbSymbolTable>(record.ownerId())) table->renamed(record, oldName);
+}
+
 AcDbObjectId DatabaseAccess::table(const AcDbDatabase& database, TableKind kind) {
     return database.m_contents->tables[static_cast<std::size_t>(kind)];
 }

@@ -61,6 +61,8 @@ public:
     static ChangeLog& changes(AcDbDatabase& database);
     static OwnedObjects& ownedObjects(AcDbDatabase& database);
     static BlockUsers& blockUsers(AcDbDatabase& database);
+    /// What a document says of its drawing.
+    static void setMayWrite(AcDbDatabase& database, bool may) { database.m_mayWrite = may; }
 
     static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.m_ownerId = owner; }
     static void setSource(AcDbObject& object, SourceSpan span) { object.m_source = PackedSource(span); }
@@ -107,10 +109,11 @@ public:
     static SubentityList* parts(AcDbEntity& entity);
 
     static void setRecordName(AcDbSymbolTableRecord& record, std::wstring_view name) { record.m_name = name; }
-    /// The record has another name than before: its table finds it by the new one.
-    static void followName(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
-        if (auto* table = objectOf<AcDbSymbolTable>(record.ownerId())) table->rename(record, oldName);
-    }
+    /// The record was given another name than before: its table finds it by the new one, and the header
+    /// follows. False, and the record has its old name again, where another record has the new one.
+    static bool followName(AcDbSymbolTableRecord& record, std::wstring_view oldName);
+    /// The same without asking anybody, the header left as it is.
+    static void forceName(AcDbSymbolTableRecord& record, std::wstring_view name);
     /// The record is in the drawing and has its name. A second one of a name is a record too, but is not
     /// found by it.
     static void enterRecord(AcDbSymbolTable& table, AcDbSymbolTableRecord& record) { table.enter(record); }

@@ -61,6 +61,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     if (!database()) return Acad::eNoDatabase;
     if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!database()->mayWrite()) return Acad::eLockViolation;
     if (wouldHoldItself(*this, *entity)) return Acad::eCyclicReference;
     // The block's own record does not list its entities, so it stands in the drawing as before.
     hostkit::ChangeLog::of(*this).touching(*this);

@@ -32,6 +32,7 @@ AcDbDatabase::~AcDbDatabase() {
 Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* object) {
     if (!object) return Acad::eNullObjectPointer;
     if (!object->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (!mayWrite()) return Acad::eLockViolation;
     id = DatabaseAccess::addOpen(*this, object, object->ownerId());
     return Acad::eOk;
 }

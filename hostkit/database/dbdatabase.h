@@ -46,7 +46,7 @@ public:
     // Objects.
 
     /// Takes an object that has no place in a table, a block or a dictionary of this drawing. The object is
-    /// open for write afterwards. eAlreadyInDb, eNullObjectPointer.
+    /// open for write afterwards. eAlreadyInDb, eNullObjectPointer, eLockViolation.
     Acad::ErrorStatus addAcDbObject(AcDbObject* object);
     Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object);
     /// The id of a handle. eUnknownHandle unless createIfNotFound, which reserves an id without an object;
@@ -59,6 +59,10 @@ public:
     AcDbHandle handseed() const;
     /// Never lowered below what is in use. eOutOfRange, and nothing changes, for one of the last 2^32.
     Acad::ErrorStatus setHandseed(const AcDbHandle& handle);
+    /// Whether objects may be opened for write, or added, now: always in a drawing of no document; in one of
+    /// a document as long as somebody holds a lock for writing on it. Where it is false, all requests for
+    /// writing that would be granted give eLockViolation; what is open for write stays so.
+    bool mayWrite() const { return m_mayWrite; }
     /// Resident objects, erased ones included.
     Adesk::Int32 approxNumObjects() const;
     /// Objects that are open in any way; what a test looks at when it ends.
@@ -187,4 +191,5 @@ private:
     Adesk::Int16 smallInteger(const wchar_t* variable, Adesk::Int16 otherwise) const;
 
     std::unique_ptr<hostkit::DatabaseContents> m_contents;
+    bool m_mayWrite = true;
 };

@@ -91,15 +91,19 @@ void AcDbDictionary::slotChanging(std::size_t index) {
     if (database()) hostkit::ChangeLog::of(*this).entryChanging(*this, index);
 }
 
-void AcDbDictionary::putSlotBack(std::size_t index, const std::optional<Entry>& earlier) {
+bool AcDbDictionary::putSlotBack(std::size_t index, const std::optional<Entry>& earlier) {
+    const bool isNamed = earlier && !earlier->name.empty();
+    const std::size_t other = isNamed ? placeOf(earlier->name) : NameIndex::none;
+    if (other != NameIndex::none && other != index) {
+        if (!m_entries[other].id.isErased()) return false;
+        m_index.erase(earlier->name, other);
+        m_entries[other] = Entry();
+    }
     m_index.erase(m_entries[index].name, index);
     m_entries[index] = earlier.value_or(Entry());
-    if (earlier && !earlier->name.empty()) {
-        const std::size_t other = placeOf(earlier->name);
-        if (other != NameIndex::none) m_index.erase(earlier->name, other);
-        m_index.insert(earlier->name, index);
-    }
+    if (isNamed) m_index.insert(earlier->name, index);
     if (!earlier && index + 1 == m_entries.size()) m_entries.pop_back();
+    return true;
 }
 
 void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
@@ -126,6 +130,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     if (!database()) return Acad::eNoDatabase;
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (object->database() && object->database() != database()) return Acad::eInvalidInput;
+    if (!object->database() && !database()->mayWrite()) return Acad::eLockViolation;
     const std::wstring key = name[0] == L'*' ? freeName() : name;
     const Entry* old = find(key);
     if (old && old->id != object->objectId()) return Acad::eDuplicateKey;

@@ -94,7 +94,8 @@ private:
     void put(std::wstring_view name, AcDbObjectId id);
     /// Tells the drawing's memory of changes that this entry, or a new one behind the last, will be another.
     void slotChanging(std::size_t index);
-    void putSlotBack(std::size_t index, const std::optional<Entry>& earlier);
+    /// False, and nothing is done, where another entry has the name now.
+    bool putSlotBack(std::size_t index, const std::optional<Entry>& earlier);
 
     std::vector<Entry> m_entries;
     hostkit::NameIndex m_index;

@@ -40,9 +40,9 @@ template <typename Setter>
 void handOn(AcDbEntity& owner, Setter&& setter) {
     const hostkit::SubentityList* parts = DatabaseAccess::parts(owner);
     for (std::size_t i = 0; parts && i < parts->count(); ++i) {
-        AcDbEntity* part = parts->isResident() ? nullptr : parts->at(i);
-        if (parts->isResident() && acdbOpenAcDbEntity(part, parts->idAt(i), AcDb::kForWrite) != Acad::eOk)
-            continue;
+        AcDbObject* opened = nullptr;
+        if (parts->isResident() && hostkit::openPart(opened, parts->idAt(i)) != Acad::eOk) continue;
+        AcDbEntity* part = parts->at(i);
         setter(*part);
         if (parts->isResident()) part->close();
     }

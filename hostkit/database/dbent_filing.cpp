@@ -95,6 +95,7 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
         filer->markOptional();
         filer->writeInteger(Filing::paperSpaceCode, 1);
     }
+    if (symbolName(m_layerId, L"0") == L"0") filer->markOptional();
     writeRecord(*filer, Filing::layer[0].code, *this, m_layerId, L"0");
     Filing::writeLinetype(*this, *filer);
     Filing::writeColor(m_color, *filer);

@@ -109,6 +109,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     if (isWriteEnabled()) return Acad::eWasOpenForWrite;
     if (stub.readers == 0) return database()->transactionManager()->upgrade(*this);
     if (stub.readers > 1 || (stub.openMode & hostkit::kHeldForRead)) return Acad::eWasOpenForRead;
+    if (!database()->mayWrite()) return Acad::eLockViolation;
     stub.readers = 0;
     stub.openMode = hostkit::kOpenForWrite;
     return Acad::eOk;
@@ -219,9 +220,10 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     const AcDbObjectId id = extensionDictionary();
     if (id.isNull()) return Acad::eKeyNotFound;
-    AcDbDictionary* dictionary = nullptr;
-    Acad::ErrorStatus status = acdbOpenObject(dictionary, id, AcDb::kForWrite);
+    AcDbObject* object = nullptr;
+    Acad::ErrorStatus status = hostkit::openPart(object, id);
     if (status != Acad::eOk) return status;
+    auto* dictionary = static_cast<AcDbDictionary*>(object);
     status = dictionary->numEntries() > 0 ? Acad::eContainerNotEmpty : dictionary->erase();
     dictionary->close();
     if (status == Acad::eOk) status = assertWriteEnabled();

@@ -52,12 +52,14 @@ public:
     /// After the last close the pointer is not to be used.
     Acad::ErrorStatus close();
     /// From one reader to writing; what a transaction alone holds for reading, it holds for writing then.
+    /// eLockViolation where nobody may write.
     Acad::ErrorStatus upgradeOpen();
     /// From writing to one reader.
     Acad::ErrorStatus downgradeOpen();
     /// Closes as if it had not been opened: the object, what it took in meanwhile and what was erased along
-    /// with it are what they were before. A new object leaves the drawing. eNotImplementedYet, and it stays
-    /// open and changed, for a class of an application that does not file its fields.
+    /// with it are what they were before. A new object leaves the drawing. It stays open and changed where it
+    /// cannot be what it was: eNotImplementedYet for a class of an application that does not file its fields,
+    /// eDuplicateKey for a record of a table whose earlier name another one has meanwhile.
     Acad::ErrorStatus cancel();
     /// What the object owns is erased and restored with it. An erased object can be restored with false.
     /// eWasErased / eWasNotErased when it is so already, eCannotBeErasedByCaller for what every drawing

@@ -1,5 +1,6 @@
 #include "dbopen.h"
 
+#include "dbdatabase.h"
 #include "dbent.h"
 #include "dbobject.h"
 
@@ -26,10 +27,11 @@ void enterState(AcDbStub& stub, AcDb::OpenMode mode) {
         stub.openMode |= mode == AcDb::kForWrite ? hostkit::kOpenForWrite : hostkit::kOpenForNotify;
 }
 
-} // namespace
+enum class Lock : unsigned char { asked, notAsked };
 
-Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, const AcRxClass* wanted,
-                                 AcDb::OpenMode mode, bool openErased) {
+template <Lock lock>
+Acad::ErrorStatus open(AcDbObject*& object, AcDbObjectId id, const AcRxClass* wanted, AcDb::OpenMode mode,
+                       bool openErased) {
     object = nullptr;
     AcDbStub* stub = id.stub();
     if (!stub) return Acad::eNullObjectId;
@@ -40,9 +42,22 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, const AcR
     if (wanted && !stub->object->isKindOf(wanted)) return Acad::eNotThatKindOfClass;
     const Acad::ErrorStatus status = refusal(*stub, mode);
     if (status != Acad::eOk) return status;
+    if (lock == Lock::asked && mode == AcDb::kForWrite && !id.database()->mayWrite())
+        return Acad::eLockViolation;
     enterState(*stub, mode);
     object = stub->object;
     return Acad::eOk;
+}
+
+} // namespace
+
+Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id, const AcRxClass* wanted,
+                                 AcDb::OpenMode mode, bool openErased) {
+    return open<Lock::asked>(object, id, wanted, mode, openErased);
+}
+
+Acad::ErrorStatus hostkit::openPart(AcDbObject*& part, AcDbObjectId id, bool openErased) {
+    return open<Lock::notAsked>(part, id, nullptr, AcDb::kForWrite, openErased);
 }
 
 Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,

@@ -11,12 +11,19 @@ class AcDbObject;
 class AcRxClass;
 
 // On failure the pointer is null. What is opened is closed by the caller. Statuses: eNullObjectId,
-// ePermanentlyErased (an id whose object never came), eWasErased, eNotThatKindOfClass, and by the open state
-// eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify, eAtMaxReaders; docs/open-modes.md has them all.
+// ePermanentlyErased (an id whose object never came), eWasErased, eNotThatKindOfClass, by the open state
+// eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify, eAtMaxReaders, and for writing eLockViolation where
+// nobody holds a lock on the drawing's document; docs/open-modes.md has them all.
 
 namespace hostkit {
+
 constexpr int maxReaders = 256;
-}
+
+/// Opens for write what belongs to an object that is open for write itself: that one's open has asked for the
+/// lock, and what became of it since does not tear the two apart.
+Acad::ErrorStatus openPart(AcDbObject*& part, AcDbObjectId id, bool openErased = false);
+
+} // namespace hostkit
 
 Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                      bool openErased = false);

@@ -5,22 +5,32 @@
 #include "headervariables.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
 HOSTKIT_KIT_CLASS(AcDbSymbolTable, AcDbObject, L"TABLE")
 
 using hostkit::DatabaseAccess;
 
-AcDbObjectId AcDbSymbolTable::find(std::wstring_view name) const {
+const std::vector<AcDbObjectId>* AcDbSymbolTable::bearersOf(std::wstring_view name) const {
     const auto found = m_names.find(name);
-    return found == m_names.end() || found->second.isErased() ? AcDbObjectId() : found->second;
+    return found == m_names.end() ? nullptr : &found->second;
+}
+
+AcDbObjectId AcDbSymbolTable::find(std::wstring_view name) const {
+    if (const auto* bearers = bearersOf(name))
+        for (const AcDbObjectId id : *bearers)
+            if (!id.isErased()) return id;
+    return {};
 }
 
 Acad::ErrorStatus AcDbSymbolTable::getAt(const wchar_t* name, AcDbObjectId& id, bool openErased) const {
     if (!name) return Acad::eInvalidInput;
-    const auto found = m_names.find(std::wstring_view(name));
-    if (found == m_names.end()) return Acad::eKeyNotFound;
-    if (found->second.isErased() && !openErased) return Acad::eWasErased;
-    id = found->second;
+    const auto* bearers = bearersOf(name);
+    if (!bearers) return Acad::eKeyNotFound;
+    const AcDbObjectId found = find(name);
+    if (found.isNull() && !openErased) return Acad::eWasErased;
+    id = found.isNull() ? bearers->back() : found;
     return Acad::eOk;
 }
 
@@ -42,8 +52,9 @@ bool AcDbSymbolTable::has(AcDbObjectId id) const {
 
 bool AcDbSymbolTable::isNameFree(std::wstring_view name, AcDbObjectId except) const {
     if (name.empty() || allowsDuplicateNames()) return true; // the styles of shape files have no name
-    const AcDbObjectId holder = find(name);
-    return holder.isNull() || holder == except;
+    const auto* bearers = bearersOf(name);
+    return !bearers || std::none_of(bearers->begin(), bearers->end(),
+                                    [&](AcDbObjectId id) { return id != except && !id.isErased(); });
 }
 
 Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* record) {
@@ -52,6 +63,7 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (!record->isKindOf(recordClass())) return Acad::eNotThatKindOfClass;
     if (!record->objectId().isNull()) return Acad::eAlreadyInDb;
+    if (!database()->mayWrite()) return Acad::eLockViolation;
     completeName(*record);
     if (!record->allowsName(record->name())) return Acad::eInvalidSymbolTableName;
     if (!isNameFree(record->name(), AcDbObjectId())) return Acad::eDuplicateKey;
@@ -68,8 +80,7 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbSymbolTableRecord* record) {
 
 void AcDbSymbolTable::enter(AcDbSymbolTableRecord& record) {
     m_records.push_back(record.objectId());
-    const auto [place, isNew] = m_names.try_emplace(record.name(), record.objectId());
-    if (!isNew && place->second.isErased()) place->second = record.objectId();
+    m_names[record.name()].push_back(record.objectId());
 }
 
 AcDbSymbolTable& AcDbSymbolTable::operator=(const AcDbSymbolTable& other) {
@@ -77,36 +88,39 @@ AcDbSymbolTable& AcDbSymbolTable::operator=(const AcDbSymbolTable& other) {
     return *this;
 }
 
-// An erased record whose name the other one had taken over is found by it again.
 void AcDbSymbolTable::takeBack(AcDbObjectId record) {
     const auto found = std::find(m_records.rbegin(), m_records.rend(), record);
     if (found == m_records.rend()) return;
-    const bool sharesName = m_records.size() > m_names.size();
     m_records.erase(std::next(found).base());
-    const auto* taken = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record);
-    const auto named = m_names.find(taken->name());
-    if (named == m_names.end() || named->second != record) return;
-    m_names.erase(named);
-    for (std::size_t i = sharesName ? m_records.size() : 0; i-- > 0;) {
-        auto* other = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(m_records[i]);
-        if (!other || !hostkit::equalFolded(other->name(), taken->name())) continue;
-        m_names.emplace(other->name(), other->objectId());
-        return;
-    }
+    dropName(record, DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record)->name());
 }
 
-void AcDbSymbolTable::reindex(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
-    const auto old = m_names.find(oldName);
-    if (old != m_names.end() && old->second == record.objectId()) m_names.erase(old);
-    m_names.insert_or_assign(record.name(), record.objectId());
+bool AcDbSymbolTable::dropName(AcDbObjectId record, std::wstring_view name) {
+    const auto found = m_names.find(name);
+    if (found == m_names.end() || std::erase(found->second, record) == 0) return false;
+    if (found->second.empty()) m_names.erase(found);
+    return true;
 }
 
-void AcDbSymbolTable::rename(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
-    reindex(record, oldName);
+void AcDbSymbolTable::renamed(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
+    if (hostkit::equalFolded(record.name(), oldName)) return;
+    if (!dropName(record.objectId(), oldName)) return; // the table has let it go
+    std::vector<AcDbObjectId>& bearers = m_names[record.name()];
+    bearers.push_back(record.objectId());
+    if (bearers.size() == 1) return;
+    const std::unordered_set<AcDbObjectId> unordered(bearers.begin(), bearers.end());
+    bearers.clear();
+    std::copy_if(m_records.begin(), m_records.end(), std::back_inserter(bearers),
+                 [&](AcDbObjectId id) { return unordered.count(id) > 0; });
+}
+
+bool AcDbSymbolTable::isCurrent(const AcDbSymbolTableRecord& record) const {
     const wchar_t* variable = currentVariable();
-    if (!variable || !database()) return;
-    hostkit::HeaderVariables& header = database()->header();
-    if (hostkit::equalFolded(header.text(variable), oldName)) header.setText(variable, record.name());
+    return variable && database() && find(database()->header().text(variable)) == record.objectId();
+}
+
+void AcDbSymbolTable::nameCurrent(const std::wstring& name) const {
+    database()->header().setText(currentVariable(), name);
 }
 
 Acad::ErrorStatus AcDbSymbolTable::subErase(Adesk::Boolean) { return Acad::eCannotBeErasedByCaller; }

@@ -21,7 +21,8 @@ class AcDbSymbolTable : public AcDbObject {
 public:
     AcDbSymbolTable() = default;
 
-    /// eKeyNotFound; eWasErased for an erased record unless openErased.
+    /// The record of that name that is not erased; of several (a faulty drawing, viewports) the first in the
+    /// table. With openErased, where there is none, the last erased one; else eWasErased. eKeyNotFound.
     Acad::ErrorStatus getAt(const wchar_t* name, AcDbObjectId& id, bool openErased = false) const;
     /// Opens the record for the caller; otherwise as above, and the statuses of an open.
     Acad::ErrorStatus getAt(const wchar_t* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
@@ -64,6 +65,7 @@ protected:
     AcDbSymbolTable& operator=(const AcDbSymbolTable& other);
     /// Tables stay.
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
+    /// Whether no record that is not erased has the name, but for that one; always so where names may repeat.
     bool isNameFree(std::wstring_view name, AcDbObjectId except) const;
 
 private:
@@ -74,11 +76,21 @@ private:
     void enter(AcDbSymbolTableRecord& record);
     /// A record that was added lately is in the table no more.
     void takeBack(AcDbObjectId record);
-    void reindex(AcDbSymbolTableRecord& record, std::wstring_view oldName);
-    void rename(AcDbSymbolTableRecord& record, std::wstring_view oldName);
+    /// The record has another name than before, however it came by it.
+    void renamed(AcDbSymbolTableRecord& record, std::wstring_view oldName);
+    /// Whether the header names the record as the current one.
+    bool isCurrent(const AcDbSymbolTableRecord& record) const;
+    /// The header names the current record so.
+    void nameCurrent(const std::wstring& name) const;
+    const std::vector<AcDbObjectId>* bearersOf(std::wstring_view name) const;
+    bool dropName(AcDbObjectId record, std::wstring_view name);
 
     std::vector<AcDbObjectId> m_records;
-    std::unordered_map<std::wstring, AcDbObjectId, hostkit::FoldedHash, hostkit::FoldedEqual> m_names;
+    /// Every record by its name, erased ones too, in the order of the table. Which of them a name finds is
+    /// read from their marks of erasure at each look-up, so that nobody who erases, restores or takes back
+    /// has to keep this true.
+    std::unordered_map<std::wstring, std::vector<AcDbObjectId>, hostkit::FoldedHash, hostkit::FoldedEqual>
+        m_names;
 };
 
 /// Walks a table's records. A record that is added or erased during the walk is met or passed over as its

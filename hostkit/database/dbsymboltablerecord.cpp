@@ -18,6 +18,15 @@ bool AcDbSymbolTableRecord::isValidName(std::wstring_view name) {
     return true;
 }
 
+AcDbSymbolTableRecord& AcDbSymbolTableRecord::operator=(const AcDbSymbolTableRecord& other) {
+    auto* table = objectId().isNull() ? nullptr : DatabaseAccess::objectOf<AcDbSymbolTable>(ownerId());
+    AcDbObject::operator=(other);
+    const std::wstring oldName = std::exchange(m_name, other.m_name);
+    m_dxfFlags = other.m_dxfFlags;
+    if (table) table->renamed(*this, oldName);
+    return *this;
+}
+
 Acad::ErrorStatus AcDbSymbolTableRecord::getName(wchar_t*& name) const {
     if (m_name.empty()) return Acad::eInvalidKey;
     name = acutNewString(m_name.c_str());
@@ -36,16 +45,14 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const wchar_t* name) {
     if (table && !table->isNameFree(name, objectId())) return Acad::eDuplicateKey;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
+    if (table && table->isCurrent(*this)) table->nameCurrent(name);
     const std::wstring oldName = std::exchange(m_name, name);
-    if (table) table->rename(*this, oldName);
+    if (table) table->renamed(*this, oldName);
     return Acad::eOk;
 }
 
 // A restored record needs its name back.
 Acad::ErrorStatus AcDbSymbolTableRecord::subErase(Adesk::Boolean erasing) {
-    auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(ownerId());
-    if (erasing || !table) return Acad::eOk;
-    if (!table->isNameFree(m_name, objectId())) return Acad::eDuplicateKey;
-    if (table->find(m_name).isNull()) table->rename(*this, m_name);
-    return Acad::eOk;
+    const auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(ownerId());
+    return erasing || !table || table->isNameFree(m_name, objectId()) ? Acad::eOk : Acad::eDuplicateKey;
 }

@@ -34,6 +34,8 @@ public:
 protected:
     /// Beyond isValidName, what this kind of record allows; for the names of unnamed and standing records.
     virtual bool allowsName(std::wstring_view name) const { return isValidName(name); }
+    /// A record of a table is found by the name that it gets.
+    AcDbSymbolTableRecord& operator=(const AcDbSymbolTableRecord& other);
     Acad::ErrorStatus subErase(Adesk::Boolean erasing) override;
 
     std::wstring m_name;

@@ -30,6 +30,7 @@ Acad::ErrorStatus AcTransaction::getObject(AcDbObject*& object, AcDbObjectId id,
     if (id.isErased() && !openErased) return Acad::eWasErased;
     if (mode != AcDb::kForRead && mode != AcDb::kForWrite && mode != AcDb::kForNotify)
         return Acad::eInvalidInput;
+    if (mode == AcDb::kForWrite && !m_manager.m_database.mayWrite()) return Acad::eLockViolation;
     hold(*stub, mode == AcDb::kForWrite ? kHeldForWrite : kHeldForRead);
     object = stub->object;
     return Acad::eOk;
@@ -86,6 +87,7 @@ Acad::ErrorStatus AcDbTransactionManager::abortTransaction() {
 Acad::ErrorStatus AcDbTransactionManager::upgrade(AcDbObject& object) {
     AcDbStub& stub = *object.objectId().stub();
     if ((stub.openMode & kHeldForRead) == 0) return Acad::eNotOpenForRead;
+    if (!m_database.mayWrite()) return Acad::eLockViolation;
     m_transactions.back()->hold(stub, kHeldForWrite);
     return Acad::eOk;
 }

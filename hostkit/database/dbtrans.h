@@ -27,8 +27,8 @@ public:
     /// writing. A hold for notify is one for reading. The object is not to be closed by the caller.
     ///
     /// eNotTopTransaction: another transaction was started since. eNullObjectId, ePermanentlyErased,
-    /// eWasErased, eInvalidInput (no such mode) as in an open; eNotFromThisDocument for an object of another
-    /// drawing. On failure the pointer is null.
+    /// eWasErased, eInvalidInput (no such mode), eLockViolation as in an open; eNotFromThisDocument for an
+    /// object of another drawing. On failure the pointer is null.
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                 bool openErased = false);
 

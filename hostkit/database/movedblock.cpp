@@ -43,7 +43,7 @@ AcDbObjectId addBlock(AcDbBlockTable& table, const AcDbBlockTableRecord& earlier
     DatabaseAccess::enterRecord(table, added);
     for (std::unique_ptr<AcDbEntity>& copy : contents) {
         AcDbEntity* const entity = copy.release();
-        (void)added.appendAcDbEntity(entity);
+        DatabaseAccess::appendToBlock(added, DatabaseAccess::addOpen(*table.database(), entity, id));
         (void)entity->close();
     }
     (void)added.close();

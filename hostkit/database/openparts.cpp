@@ -14,7 +14,8 @@ Acad::ErrorStatus OpenParts::open(const SubentityList& parts) {
         AcDbEntity* part = parts.isErasedAt(i) ? nullptr : parts.at(i);
         if (!part) continue;
         if (parts.isResident()) {
-            const Acad::ErrorStatus status = acdbOpenAcDbEntity(part, parts.idAt(i), AcDb::kForWrite);
+            AcDbObject* object = nullptr;
+            const Acad::ErrorStatus status = openPart(object, parts.idAt(i));
             if (status != Acad::eOk) return status;
         }
         m_parts.push_back(part);
@@ -25,9 +26,14 @@ Acad::ErrorStatus OpenParts::open(const SubentityList& parts) {
 Acad::ErrorStatus OpenParts::open(const std::vector<AcDbObjectId>& parts) {
     for (const AcDbObjectId id : parts) {
         if (id.isErased()) continue;
-        AcDbEntity* part = nullptr;
-        const Acad::ErrorStatus status = acdbOpenAcDbEntity(part, id, AcDb::kForWrite);
+        AcDbObject* object = nullptr;
+        const Acad::ErrorStatus status = openPart(object, id);
         if (status != Acad::eOk) return status;
+        AcDbEntity* part = AcDbEntity::cast(object);
+        if (!part) {
+            object->close();
+            return Acad::eNotThatKindOfClass;
+        }
         m_parts.push_back(part);
     }
     return Acad::eOk;

@@ -12,7 +12,7 @@ void eraseWithOwner(AcDbObjectId id, bool erasing) {
     AcDbStub& stub = *id.stub();
     if (!erasing && !(stub.flags & kStubErasedWithOwner)) return;
     AcDbObject* object = nullptr;
-    if (acdbOpenAcDbObject(object, id, AcDb::kForWrite, true) != Acad::eOk) return;
+    if (openPart(object, id, true) != Acad::eOk) return;
     if (object->erase(erasing) == Acad::eOk)
         stub.flags = static_cast<Adesk::UInt8>(stub.flags | (erasing ? kStubErasedWithOwner : 0));
     object->close();

@@ -47,6 +47,7 @@ Acad::ErrorStatus SubentityList::insert(AcDbEntity& owner, std::size_t index, Ac
     if (!part) return Acad::eNullObjectPointer;
     if (!part->objectId().isNull()) return Acad::eAlreadyInDb;
     if (index > count()) return Acad::eInvalidIndex;
+    if (owner.database() && !owner.database()->mayWrite()) return Acad::eLockViolation;
     const Acad::ErrorStatus status = owner.assertWriteEnabled();
     if (status != Acad::eOk) return status;
     const auto place = static_cast<std::ptrdiff_t>(index);

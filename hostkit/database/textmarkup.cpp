@@ -128,6 +128,9 @@ private:
 
     void readStack() {
         std::wstring& line = m_lines.back();
+        if (!line.empty() && isDigit(line.back()) && m_position < m_text.size() &&
+            isDigit(m_text[m_position]))
+            line += L' ';
         for (; m_position < m_text.size() && m_text[m_position] != L';'; ++m_position) {
             wchar_t character = m_text[m_position];
             if (character == L'\\' && m_position + 1 < m_text.size())

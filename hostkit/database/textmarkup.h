@@ -18,7 +18,7 @@ std::wstring visibleText(std::wstring_view text);
 
 /// What is seen of a paragraph text, a line for each line end that its contents ask for. Braces and codes
 /// behind backslashes are taken out; of a stacked fraction the upper part, the bar and the lower part are
-/// left.
+/// left, behind a digit with a blank between: 10 1/2.
 std::vector<std::wstring> visibleLines(std::wstring_view contents);
 
 /// Breaks a line at blanks so that none is longer than that many characters; a longer word stands alone. 0

@@ -15,11 +15,13 @@ public:
     explicit WritableVertices(const SubentityList& vertices) {
         for (std::size_t i = 0; i < vertices.count() && m_status == Acad::eOk; ++i) {
             if (vertices.isErasedAt(i)) continue;
-            Vertex* vertex = nullptr;
-            if (!vertices.isResident())
-                vertex = Vertex::cast(vertices.at(i));
-            else
-                m_status = acdbOpenObject(vertex, vertices.idAt(i), AcDb::kForWrite);
+            AcDbObject* part = vertices.at(i);
+            if (vertices.isResident()) m_status = openPart(part, vertices.idAt(i));
+            Vertex* vertex = Vertex::cast(part);
+            if (m_status == Acad::eOk && !vertex && vertices.isResident()) {
+                part->close();
+                m_status = Acad::eNotThatKindOfClass;
+            }
             if (m_status != Acad::eOk || !vertex) continue;
             m_vertices.push_back(vertex);
             m_mustClose = vertices.isResident();

@@ -5,6 +5,7 @@
 #include "formtables.h"
 #include "sourcegroups.h"
 
+#include "dbblockreference.h"
 #include "dbdictionary.h"
 #include "dblayout.h"
 #include "dbsequenceend.h"
@@ -21,6 +22,13 @@ namespace {
 constexpr std::array<TableKind, tableCount> tableOrder = {
     TableKind::kViewport, TableKind::kLinetype, TableKind::kLayer,    TableKind::kTextStyle, TableKind::kView,
     TableKind::kUcs,      TableKind::kRegApp,   TableKind::kDimStyle, TableKind::kBlock};
+
+// A damaged record's name may read so, cut at its NUL; a record written anew with it would end the section.
+bool isStructural(std::wstring_view name) {
+    constexpr std::wstring_view names[] = {L"SECTION", L"ENDSEC", L"TABLE", L"ENDTAB",
+                                           L"BLOCK",   L"ENDBLK", L"EOF"};
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
 
 std::wstring nameInRoot(const AcDbDatabase& database, AcDbObjectId id) {
     const auto* const root = DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
@@ -119,6 +127,10 @@ bool CompleteWriting::writeEntitiesOf(const AcDbBlockTableRecord& block, std::st
     for (const AcDbObjectId id : block.entities()) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
         if (!entity || isLeftOut(*entity)) continue;
+        if (isStructural(entity->dxfName())) {
+            m_changes.add(entity->dxfName(), {}, entity->handle().value());
+            continue;
+        }
         const bool isWritten = isR12() && !R12Entities::isKept(*entity)
                                    ? writeOlder(*entity, bytes)
                                    : writeNewEntity(*entity, m_objects, bytes);
@@ -144,7 +156,7 @@ bool CompleteWriting::writeOlder(const AcDbEntity& entity, std::string& bytes) {
 
 bool CompleteWriting::writeOwnedParts(const AcDbEntity& entity, std::string& bytes) {
     const SubentityList* const parts = partsOf(entity);
-    if (!parts) return true;
+    if (!parts || (parts->count() == 0 && entity.isKindOf(AcDbBlockReference::desc()))) return true;
     for (std::size_t place = 0; place < parts->count(); ++place) {
         AcDbEntity* const part = parts->at(place);
         (void)part->setPropertiesFrom(&entity);

@@ -1,17 +1,22 @@
 #include "r12entities.h"
 
+#include "drawingrecord.h"
+#include "drawingtext.h"
 #include "hatchstrokes.h"
 
 #include "db2dpolyline.h"
 #include "db3dpolyline.h"
 #include "dbaccess.h"
+#include "dbblockreference.h"
 #include "dbellipse.h"
 #include "dbhatch.h"
 #include "dbline.h"
 #include "dbmtext.h"
+#include "dbopaque.h"
 #include "dbpolyline.h"
 #include "dbray.h"
 #include "dbsolid.h"
+#include "dbsource.h"
 #include "dbspline.h"
 #include "dbtext.h"
 #include "dbtextstyletablerecord.h"
@@ -53,6 +58,7 @@ std::unique_ptr<AcDbEntity> chordPolyline(const AcGePoint3dArray& points, bool i
     for (int place = 1; place < count; ++place) isFlat = isFlat && points[place].z == points[0].z;
     if (isFlat && count > 0) {
         std::vector<AcGePoint2d> flat;
+        flat.reserve(static_cast<std::size_t>(count));
         for (int place = 0; place < count; ++place) flat.emplace_back(points[place].x, points[place].y);
         return flatPolyline(flat, points[0].z, AcGeVector3d::kZAxis, isClosed);
     }
@@ -96,6 +102,82 @@ AcDbExtents modelExtents(const AcDbDatabase& database) {
     return all;
 }
 
+/// Kinds without a class here that something in R12 can stand for.
+struct OpaqueKind {
+    std::wstring_view name;
+    bool hasBlock; ///< a block draws it, else its points are a chain
+    bool isPlaced; ///< the block stands at its point, else it is drawn in place
+};
+constexpr OpaqueKind opaqueKinds[] = {{L"LEADER", false, false},
+                                      {L"ACAD_TABLE", true, true},
+                                      {L"ARC_DIMENSION", true, false},
+                                      {L"LARGE_RADIAL_DIMENSION", true, false}};
+
+const OpaqueKind* opaqueKindOf(const AcDbEntity& entity) {
+    if (!entity.isKindOf(AcDbOpaqueEntity::desc())) return nullptr;
+    const auto found = std::find_if(std::begin(opaqueKinds), std::end(opaqueKinds),
+                                    [&](const OpaqueKind& kind) { return kind.name == entity.dxfName(); });
+    return found == std::end(opaqueKinds) ? nullptr : &*found;
+}
+
+// The points of that code, in the order of the record.
+std::vector<AcGePoint3d> pointsIn(const DrawingRecord& record, int code) {
+    std::vector<AcGePoint3d> points;
+    for (std::size_t place = 0; place < record.extendedDataBegin; ++place) {
+        const RecordGroup& group = record.groups[place];
+        const double value = realFromText(group.value).value_or(0.0);
+        if (group.code == code) points.emplace_back(value, 0.0, 0.0);
+        if (group.code == code + 10 && !points.empty()) points.back().y = value;
+        if (group.code == code + 20 && !points.empty()) points.back().z = value;
+    }
+    return points;
+}
+
+// A paragraph of a text of several lines, and the letter of the alignment that its codes ask for; 0: none.
+struct AlignedParagraph {
+    std::wstring contents;
+    wchar_t alignment = 0;
+};
+
+// The code for alignment (\pxqc; or \pi0,qr; and the like) holds from its paragraph on.
+std::vector<AlignedParagraph> paragraphsOf(const std::wstring& contents) {
+    std::vector<AlignedParagraph> paragraphs(1);
+    for (std::size_t place = 0; place < contents.size(); ++place) {
+        const wchar_t next =
+            contents[place] == L'\\' && place + 1 < contents.size() ? contents[place + 1] : L'\0';
+        if (next == L'P') {
+            paragraphs.push_back({{}, paragraphs.back().alignment});
+            ++place;
+            continue;
+        }
+        if (next == L'p') {
+            const std::size_t end = std::min(contents.find(L';', place), contents.size());
+            const std::size_t code = contents.find(L'q', place);
+            if (code + 1 < end) paragraphs.back().alignment = contents[code + 1];
+        }
+        paragraphs.back().contents += contents[place];
+        if (next != L'\0') paragraphs.back().contents += contents[++place];
+    }
+    return paragraphs;
+}
+
+// How many lines of the whole belong to each paragraph; nothing where they do not add up.
+std::vector<wchar_t> alignmentsOfLines(const AcDbMText& text, int lineCount) {
+    std::vector<wchar_t> alignments;
+    AcDbMText part(text);
+    for (const AlignedParagraph& paragraph : paragraphsOf(text.rawContents())) {
+        AcDbVoidPtrArray lines;
+        (void)part.setContents(paragraph.contents.c_str());
+        (void)part.explode(lines);
+        for (int place = 0; place < lines.length(); ++place) {
+            delete static_cast<AcDbEntity*>(lines[place]);
+            alignments.push_back(paragraph.alignment);
+        }
+    }
+    if (alignments.size() != static_cast<std::size_t>(lineCount)) return {};
+    return alignments;
+}
+
 void handOnLook(const AcDbEntity& from, OlderEntities& to) {
     for (const std::unique_ptr<AcDbEntity>& entity : to.entities) {
         (void)entity->setPropertiesFrom(&from);
@@ -109,13 +191,14 @@ void handOnLook(const AcDbEntity& from, OlderEntities& to) {
 } // namespace
 
 R12Entities::R12Entities(const AcDbDatabase& database)
-    : m_extents(modelExtents(database)) {}
+    : m_database(database)
+    , m_extents(modelExtents(database)) {}
 
 bool R12Entities::isKept(const AcDbEntity& entity) {
     return !entity.isKindOf(AcDbPolyline::desc()) && !entity.isKindOf(AcDbEllipse::desc()) &&
            !entity.isKindOf(AcDbSpline::desc()) && !entity.isKindOf(AcDbMText::desc()) &&
            !entity.isKindOf(AcDbRay::desc()) && !entity.isKindOf(AcDbXline::desc()) &&
-           !entity.isKindOf(AcDbHatch::desc());
+           !entity.isKindOf(AcDbHatch::desc()) && !opaqueKindOf(entity);
 }
 
 double R12Entities::chordTolerance(const AcDbEntity& entity) const {
@@ -140,6 +223,8 @@ OlderEntities R12Entities::turn(const AcDbEntity& entity) const {
         result = turnUnbounded(line->basePoint(), line->unitDir(), false);
     else if (const auto* const curve = AcDbCurve::cast(&entity))
         result = turnCurve(*curve);
+    else
+        result = turnOpaque(entity);
     handOnLook(entity, result);
     return result;
 }
@@ -187,19 +272,65 @@ OlderEntities R12Entities::turnText(const AcDbMText& text) const {
     OlderEntities result{L"TEXT", {}};
     AcDbVoidPtrArray parts;
     (void)text.explode(parts);
+    const std::vector<wchar_t> alignments = alignmentsOfLines(text, parts.length());
     const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(text.textStyle());
     const int column = (text.attachment() - AcDbMText::kTopLeft) % 3;
+    const double width = text.width() > 0.0 ? text.width() : text.actualWidth();
     const AcGeVector3d along = text.direction();
     for (int place = 0; place < parts.length(); ++place) {
         std::unique_ptr<AcDbText> line(static_cast<AcDbText*>(parts[place]));
         if (style && style->xScale() > 0.0) (void)line->setWidthFactor(style->xScale());
-        if (column != 0) {
+        const wchar_t asked = alignments.empty() ? L'\0' : alignments[static_cast<std::size_t>(place)];
+        const int wanted = asked == L'l' ? 0 : asked == L'c' ? 1 : asked == L'r' ? 2 : column;
+        if (wanted != 0 || column != 0) {
             const AcGePoint3d base = line->position();
-            (void)line->setHorizontalMode(column == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
-            (void)line->setAlignmentPoint(base + along * (text.location() - base).dotProduct(along));
+            const AcGePoint3d anchor =
+                base + along * ((text.location() - base).dotProduct(along) + width * (wanted - column) / 2.0);
+            if (wanted == 0) {
+                (void)line->setPosition(anchor);
+            } else {
+                (void)line->setHorizontalMode(wanted == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
+                (void)line->setAlignmentPoint(anchor);
+            }
         }
         result.entities.push_back(std::move(line));
     }
+    return result;
+}
+
+// Its record in the file is all that is known of it.
+OlderEntities R12Entities::turnOpaque(const AcDbEntity& entity) const {
+    const OpaqueKind* const kind = opaqueKindOf(entity);
+    const auto source = m_database.source();
+    if (!kind || !source || entity.sourceSpan().isEmpty()) return {};
+    const SourceSpan span = entity.sourceSpan();
+    GroupScanner scanner(std::string_view(source->bytes).substr(0, span.offset + span.length), span.offset);
+    RawGroup first;
+    DrawingRecord record;
+    (void)scanner.next(first);
+    (void)scanRecord(scanner, first, record);
+    if (kind->hasBlock) return turnToBlock(record, kind->isPlaced);
+    const std::vector<AcGePoint3d> points = pointsIn(record, 10);
+    OlderEntities result{L"POLYLINE", {}};
+    if (points.size() < 2) return result;
+    AcGePoint3dArray chain;
+    for (const AcGePoint3d& point : points) chain.append(point);
+    result.entities.push_back(chordPolyline(chain, false));
+    return result;
+}
+
+OlderEntities R12Entities::turnToBlock(const DrawingRecord& record, bool isPlaced) const {
+    OlderEntities result{L"INSERT", {}};
+    const RecordGroup* const name = record.find(2);
+    const auto* const blocks =
+        DatabaseAccess::objectOf<AcDbSymbolTable>(DatabaseAccess::table(m_database, TableKind::kBlock));
+    if (!name || !blocks) return result;
+    const DrawingText text(static_cast<CodePage>(m_database.source()->codePage));
+    const AcDbObjectId block = blocks->find(text.decode(name->value));
+    if (block.isNull()) return result;
+    const std::vector<AcGePoint3d> points = pointsIn(record, 10);
+    const AcGePoint3d place = isPlaced && !points.empty() ? points.front() : AcGePoint3d::kOrigin;
+    result.entities.push_back(std::make_unique<AcDbBlockReference>(place, block));
     return result;
 }
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's entities of newer kinds in the R12 form. Covers what stands for each kind that R12 lacks; leaves out kinds without a class here.
+// Stand-in for the host's entities of newer kinds in the R12 form. Covers what stands for each kind that R12 lacks; leaves out most kinds without a class here.
 #pragma once
 
 #include "dbent.h"
@@ -16,6 +16,8 @@ class AcDbMText;
 class AcDbPolyline;
 
 namespace hostkit {
+
+struct DrawingRecord;
 
 /// What stands for an entity in a form that lacks its kind. Without entities nothing can.
 struct OlderEntities {
@@ -36,6 +38,7 @@ struct OlderEntities {
 /// pattern, closed POLYLINEs of | | its loops |
 class R12Entities {
 public:
+    /// The drawing must outlive it.
     explicit R12Entities(const AcDbDatabase& database);
 
     /// Whether R12 has the kind of the entity, so that it stands for itself.
@@ -51,7 +54,10 @@ private:
     OlderEntities turnText(const AcDbMText& text) const;
     OlderEntities turnUnbounded(const AcGePoint3d& base, const AcGeVector3d& direction, bool isRay) const;
     OlderEntities turnHatch(const AcDbHatch& hatch) const;
+    OlderEntities turnOpaque(const AcDbEntity& entity) const;
+    OlderEntities turnToBlock(const DrawingRecord& record, bool isPlaced) const;
 
+    const AcDbDatabase& m_database;
     AcDbExtents m_extents;
 };
 

@@ -21,6 +21,9 @@ constexpr int statusCode = 90;
 constexpr int frozenLayerCode = 331;
 constexpr int hardFrozenLayerCode = 341;
 
+constexpr std::string_view viewMark = "MVIEW";
+constexpr std::int64_t modeBits = 0x1F;
+
 /// One value of the data: from that group, or from these bits of the status.
 struct Value {
     int code;     ///< in the data
@@ -30,14 +33,32 @@ struct Value {
 };
 
 // The first value is the version of this list.
-constexpr Value values[] = {
-    {integerCode, -1, 16},     {pointCode, 17, 0},        {pointCode, 16, 1},        {realCode, 51, 0},
-    {realCode, 45, 1},         {realCode, 12, 0},         {realCode, 22, 0},         {realCode, 42, 50},
-    {realCode, 43, 0},         {realCode, 44, 0},         {integerCode, 0, 0, 0x1F}, {integerCode, 72, 100},
-    {integerCode, 0, 1, 128},  {integerCode, 0, 1, 32},   {integerCode, 0, 0, 256},  {integerCode, 0, 0, 512},
-    {integerCode, 0, 0, 1024}, {integerCode, 0, 0, 4096}, {realCode, 50, 0},         {realCode, 13, 0},
-    {realCode, 23, 0},         {realCode, 14, 10},        {realCode, 24, 10},        {realCode, 15, 10},
-    {realCode, 25, 10},        {integerCode, 0, 0, 2048}};
+constexpr Value values[] = {{integerCode, -1, 16},
+                            {pointCode, 17, 0},
+                            {pointCode, 16, 1},
+                            {realCode, 51, 0},
+                            {realCode, 45, 1},
+                            {realCode, 12, 0},
+                            {realCode, 22, 0},
+                            {realCode, 42, 50},
+                            {realCode, 43, 0},
+                            {realCode, 44, 0},
+                            {integerCode, 0, 0, modeBits},
+                            {integerCode, 72, 100},
+                            {integerCode, 0, 1, 128},
+                            {integerCode, 0, 1, 32},
+                            {integerCode, 0, 0, 256},
+                            {integerCode, 0, 0, 512},
+                            {integerCode, 0, 0, 1024},
+                            {integerCode, 0, 0, 4096},
+                            {realCode, 50, 0},
+                            {realCode, 13, 0},
+                            {realCode, 23, 0},
+                            {realCode, 14, 10},
+                            {realCode, 24, 10},
+                            {realCode, 15, 10},
+                            {realCode, 25, 10},
+                            {integerCode, 0, 0, 2048}};
 
 double realOf(const DrawingRecord& record, int code, double other) {
     const RecordGroup* const group = record.find(code);
@@ -63,7 +84,7 @@ void appendValue(const DrawingRecord& record, const Value& value, const DrawingS
         const std::int64_t bits = status ? integerFromText(status->value).value_or(0) & value.bits
                                          : static_cast<std::int64_t>(value.other);
         // The modes of the view are bits of one value, the others yes or no.
-        const bool isMode = value.bits == 0x1F;
+        const bool isMode = value.bits == modeBits;
         appendInteger(integerCode, isMode ? bits : bits != 0, style, bytes);
     }
 }
@@ -72,13 +93,12 @@ void appendValue(const DrawingRecord& record, const Value& value, const DrawingS
 
 void appendViewOfR12(const DrawingRecord& viewport, const AcDbDatabase& database, const DrawingStyle& style,
                      std::string& bytes) {
-    constexpr std::string_view mark = "MVIEW";
     if (std::any_of(viewport.groups.begin(), viewport.groups.end(), [&](const RecordGroup& group) {
-            return group.code == textCode && withoutBlanks(group.value) == mark;
+            return group.code == textCode && withoutBlanks(group.value) == viewMark;
         }))
         return;
     appendGroup(applicationCode, "ACAD", style, bytes);
-    appendGroup(textCode, mark, style, bytes);
+    appendGroup(textCode, viewMark, style, bytes);
     appendGroup(braceCode, "{", style, bytes);
     for (const Value& value : values) appendValue(viewport, value, style, bytes);
     appendGroup(braceCode, "{", style, bytes);
@@ -90,6 +110,32 @@ void appendViewOfR12(const DrawingRecord& viewport, const AcDbDatabase& database
     }
     appendGroup(braceCode, "}", style, bytes);
     appendGroup(braceCode, "}", style, bytes);
+}
+
+void appendViewFromR12(const DrawingRecord& viewport, const DrawingStyle& style, std::string& bytes) {
+    const auto end = viewport.groups.end();
+    auto group = std::find_if(viewport.groups.begin(), end, [](const RecordGroup& candidate) {
+        return candidate.code == textCode && withoutBlanks(candidate.value) == viewMark;
+    });
+    if (group == end) return;
+    ++group;
+    std::int64_t status = 0;
+    for (const Value& value : values) {
+        while (group != end && group->code == braceCode) ++group;
+        if (group == end || group->code != value.code) return;
+        const std::int64_t integer = integerFromText(group->value).value_or(0);
+        if (value.group == 0)
+            status |= value.bits == modeBits ? integer & modeBits : (integer != 0 ? value.bits : 0);
+        for (int axis = 0; value.code == pointCode && axis < 3 && group != end; ++axis, ++group)
+            appendReal(value.group + axis * 10, realFromText(group->value).value_or(0.0), style, bytes);
+        if (value.code == pointCode) continue;
+        if (value.code == realCode)
+            appendReal(value.group, realFromText(group->value).value_or(0.0), style, bytes);
+        else if (value.group > 0)
+            appendInteger(value.group, integer, style, bytes);
+        ++group;
+    }
+    appendInteger(statusCode, status, style, bytes);
 }
 
 } // namespace hostkit

@@ -15,4 +15,8 @@ namespace hostkit {
 void appendViewOfR12(const DrawingRecord& viewport, const AcDbDatabase& database, const DrawingStyle& style,
                      std::string& bytes);
 
+/// The reverse: the groups of later forms from the data of a record of R12; nothing where it has none. Frozen
+/// layers stay in the data.
+void appendViewFromR12(const DrawingRecord& viewport, const DrawingStyle& style, std::string& bytes);
+
 } // namespace hostkit

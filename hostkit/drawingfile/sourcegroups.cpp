@@ -45,6 +45,12 @@ bool isOpaque(const AcDbObject& object) {
     return object.isKindOf(AcDbOpaqueEntity::desc()) || object.isKindOf(AcDbOpaqueObject::desc());
 }
 
+// What stands for an object in another form has its handle, but none of its groups.
+bool isOfKind(const AcDbObject& object, std::string_view name) {
+    const std::wstring_view kind = object.dxfName();
+    return std::equal(kind.begin(), kind.end(), name.begin(), name.end());
+}
+
 } // namespace
 
 SourceGroups::SourceGroups(const AcDbDatabase& database, const DrawingStyle& target)
@@ -73,7 +79,7 @@ std::string SourceGroups::complete(std::string_view text) {
                                          ? record.groups[record.extendedDataBegin].start
                                          : record.end();
         result.append(record.begin(), extended);
-        if (object && isWanted(*object)) appendGroups(*object, result);
+        if (object && isOfKind(*object, record.name()) && isWanted(*object)) appendGroups(*object, result);
         result.append(extended, record.end());
     }
     return result;
@@ -126,8 +132,11 @@ void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
             continue;
         bytes += group.bytes();
     }
-    if (!hasMarks && m_original.name() == "VIEWPORT")
+    if (m_original.name() != "VIEWPORT") return;
+    if (!hasMarks)
         appendViewOfR12(m_original, m_database, m_target, bytes);
+    else
+        appendViewFromR12(m_original, m_target, bytes);
 }
 
 } // namespace hostkit

@@ -1,6 +1,7 @@
 #include "acdocman.h"
 
 #include "actrans.h"
+#include "dbaccess.h"
 #include "dbapserv.h"
 #include "dbmain.h"
 #include "undohistory.h"
@@ -32,6 +33,11 @@ AcAp::DocLockMode AcApDocument::lockMode(bool includeMyLocks) const {
 AcAp::DocLockMode AcApDocument::myLockMode() const {
     const bool inCommand = m_manager && !m_manager->isApplicationContext();
     return strongest([=](const Lock& lock) { return lock.isOfCommand == inCommand; });
+}
+
+void AcApDocument::permitWriting() {
+    const AcAp::DocLockMode mode = lockMode(true);
+    hostkit::DatabaseAccess::setMayWrite(*m_database, mode != AcAp::kNotLocked && mode != AcAp::kRead);
 }
 
 AcTransactionManager* AcApDocument::transactionManager() const {
@@ -99,6 +105,7 @@ Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::Doc
     if (!document || !has(document)) return Acad::eNoDocument;
     if (mode == AcAp::kNone || mode == AcAp::kNotLocked) return Acad::eInvalidInput;
     document->m_locks.push_back({mode, !isApplicationContext()});
+    document->permitWriting();
     return Acad::eOk;
 }
 
@@ -106,6 +113,7 @@ Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document) {
     if (!document || !has(document)) return Acad::eNoDocument;
     if (document->m_locks.empty()) return Acad::eLockViolation;
     document->m_locks.pop_back();
+    document->permitWriting();
     return Acad::eOk;
 }
 
@@ -113,6 +121,7 @@ AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcDbDatabase> database, std:
     database->disableUndoRecording(false);
     m_documents.push_back(std::make_unique<AcApDocument>(std::move(database), std::move(fileName)));
     m_documents.back()->m_manager = this;
+    m_documents.back()->permitWriting();
     makeCurrent(m_documents.back().get());
     return m_active = m_current;
 }

@@ -64,6 +64,8 @@ private:
     };
     template <typename Counts>
     AcAp::DocLockMode strongest(Counts counts) const;
+    /// The drawing may be written as long as one of the locks is for writing, whoever holds it.
+    void permitWriting();
 
     AcApDocManager* m_manager = nullptr; ///< null until the document is adopted
     std::unique_ptr<AcDbDatabase> m_database;
@@ -119,6 +121,10 @@ public:
     Acad::ErrorStatus setCurDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kNone,
                                      bool activate = false);
 
+    /// Objects of a document's drawing are opened for write under a lock: kWrite, kXWrite, kAutoWrite or
+    /// kProtectedAutoWrite, not kRead. The host locks for a command as its flags ask; session commands and
+    /// code outside of commands (a module while it loads, a callback) lock themselves.
+    ///
     /// Locks count: each needs its unlockDocument, which takes back the latest. eInvalidInput for kNone and
     /// kNotLocked; eNoDocument for null; eLockViolation for unlocking what is not locked.
     Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite);

@@ -134,6 +134,18 @@ TEST_F(WholeProgram, OnlyASuccessIsSavedAndOnlyWhereItWasTold) {
     outputOf({drawing, "--command", "SAVEAS " + drawing + " OVERWRITE"});
 }
 
+TEST_F(WholeProgram, AnotherFormIsSavedAndItsChangesAreListed) {
+    const std::string binary = folder / "binary.dxf";
+    const std::string older = folder / "older.dxf";
+    EXPECT_TRUE(has(outputOf({floorDrawing, "-o", older, "--form", "R12"}), "LWPOLYLINE  POLYLINE"));
+    EXPECT_TRUE(has(outputOf({floorDrawing, "--command", "SAVEAS " + binary + " BINARY R12"}), "LWPOLYLINE"));
+    EXPECT_TRUE(has(readFile(older), "AC1009"));
+    EXPECT_TRUE(has(readFile(binary).substr(0, 32), " Binary DXF"));
+    const std::string again = folder / "again.dxf";
+    outputOf({binary, "-o", again, "--form", "TEXT"});
+    EXPECT_TRUE(readFile(again) == readFile(older));
+}
+
 TEST_F(WholeProgram, CtrlCStopsTheCommandSavesNothingAndLetsModulesLeave) {
     for (const int number : {SIGINT, SIGTERM}) {
         const auto waiting =

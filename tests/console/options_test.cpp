@@ -11,14 +11,18 @@ namespace {
 
 TEST(Options, FilesCommandsAndFlagsStandInAnyOrder) {
     const auto [options, problem] =
-        parseOptions({"--module", "a.so", "plan.dxf", "--command=CONTOURS CSV \"a b\"", "--module=b.so",
-                      "--command", "QUIT", "-o", "out.dxf", "--overwrite", "--trace", "t.json", "--quiet",
-                      "--registry", "r.txt", "--library", "l.so", "--answers", "a.txt"});
+        parseOptions({"--module",      "a.so",         "plan.dxf", "--command=CONTOURS CSV \"a b\"",
+                      "--module=b.so", "--command",    "QUIT",     "-o",
+                      "out.dxf",       "--overwrite",  "--trace",  "t.json",
+                      "--quiet",       "--registry",   "r.txt",    "--library",
+                      "l.so",          "--answers",    "a.txt",    "--form",
+                      "2000",          "--form=binary"});
     ASSERT_EQ(problem, L"");
     EXPECT_EQ(options.drawing, L"plan.dxf");
     EXPECT_EQ(options.modules, (std::vector<std::wstring>{L"a.so", L"b.so"}));
     EXPECT_EQ(options.commands, (std::vector<std::wstring>{L"CONTOURS CSV \"a b\"", L"QUIT"}));
     EXPECT_EQ(options.output, L"out.dxf");
+    EXPECT_EQ(options.forms, (std::vector<std::wstring>{L"2000", L"binary"}));
     EXPECT_EQ(options.trace, L"t.json");
     EXPECT_EQ(options.registry, L"r.txt");
     EXPECT_EQ(options.library, L"l.so");
@@ -40,6 +44,8 @@ TEST(Options, WhatCannotBeMeantIsRefusedByName) {
         {{"a.dxf", "--module="}, L"--module"},
         {{"a.dxf", "--quiet=1"}, L"--quiet"},
         {{"a.dxf", "--new"}, L"--new"},
+        {{"a.dxf", "--form", "2000"}, L"--output"},
+        {{"a.dxf", "-o", "b.dxf", "--form", "R99"}, L"R99"},
         {{"a.dxf", "--script", "s", "--command", "c"}, L"exclude"},
         {{"--install", "d", "--language", "65536"}, L"--language"},
         {{"--install", "d", "--language", "-1"}, L"--language"},

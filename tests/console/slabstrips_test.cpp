@@ -1,5 +1,6 @@
 // SLABSTRIPS of the example module: roles, areas, tables, what is refused, and what stays in the drawing.
 #include "acdocman.h"
+#include "axlock.h"
 #include "consoletest.h"
 #include "dbdatabase.h"
 #include "dblayertablerecord.h"
@@ -320,14 +321,17 @@ TEST_F(SlabStripsTest, ASecondRunReplacesTheFirstOfItsLayer) {
         // A triangle of the user's own on the strips' layer.
         AcDbObjectId own;
         AcDbPolyline* polyline = outlineOf({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}).release();
-        ASSERT_EQ(VEXODatabaseTools::appendEntity(polyline, L"*Model_Space", own, &database()), 1);
+        ASSERT_EQ(VEXODatabaseTools::appendEntity(polyline, L"*Model_Space", own), 1);
         ASSERT_EQ(polyline->setLayer(L"SLABSTRIPS"), Acad::eOk);
         polyline->close();
         // By containment too, no strip of an earlier run is a contour of the plan.
         ASSERT_EQ(run(isOldest ? "" : roles).status, Acad::eOk);
         EXPECT_FALSE(own.isErased()) << "only what a run made is replaced";
-        const AcDbObjectPointer<AcDbEntity> taken(own, AcDb::kForWrite);
-        ASSERT_EQ(taken->erase(), Acad::eOk);
+        {
+            const AcAxDocLock lock;
+            const AcDbObjectPointer<AcDbEntity> taken(own, AcDb::kForWrite);
+            ASSERT_EQ(taken->erase(), Acad::eOk);
+        }
         EXPECT_EQ(stripsOn(L"SLABSTRIPS").size(), first);
         EXPECT_EQ(textsOn(L"SLABSTRIPS"), 0u) << "the first run's numbers go too";
         EXPECT_EQ(stripsOn(L"OTHER").size(), other);

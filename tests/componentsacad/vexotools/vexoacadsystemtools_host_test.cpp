@@ -207,6 +207,7 @@ TEST_F(HostTools, BetweenMarksAllIsOneStep) {
     hostkit::UndoReport report;
     ASSERT_EQ(hostkit::undoLastGroup(database(), report), Acad::eOk);
     EXPECT_EQ(Tools::getSysVar(L"USERI1"), 0);
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     EXPECT_FALSE(Tools::startUndoMark());
     EXPECT_EQ(referencesHeld(), 0);
@@ -217,6 +218,7 @@ TEST_F(HostTools, ApplicationsAreRegisteredOnce) {
     EXPECT_EQ(Tools::RegisterXDataFor(L"my_app"), Acad::eOk);
     EXPECT_TRUE(AcDbSymbolTablePointer<AcDbRegAppTable>(&database(), AcDb::kForRead)->has(L"MY_APP"));
     EXPECT_EQ(Tools::RegisterXDataFor(L"no|name"), Acad::eInvalidInput);
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     EXPECT_EQ(Tools::RegisterXDataFor(L"MY_APP"), Acad::eInvalidInput);
 }

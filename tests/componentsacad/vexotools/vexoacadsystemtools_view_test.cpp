@@ -70,6 +70,7 @@ TEST_F(ViewTools, SpacesAreReachedFromEachOther) {
     name.text = L"plan";
     ASSERT_EQ(session.host().variables().setByHost(L"REFEDITNAME", name), hostkit::VariableResult::ok);
     EXPECT_TRUE(Tools::IsEditingXref());
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     expectSpace("none");
 }
@@ -83,6 +84,7 @@ TEST_F(ViewTools, AxesOfTheUserCoordinateSystem) {
         EXPECT_TRUE(Tools::getUcsPlane(drawing).isOn(AcGePoint3d(5, -1, 2)));
         EXPECT_TRUE(Tools::getUcsPlane(drawing).normal().isEqualTo(AcGeVector3d::kXAxis));
     }
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     EXPECT_EQ(Tools::getUcsXAxis(nullptr), AcGeVector3d::kXAxis);
     EXPECT_EQ(Tools::getUcsYAxis(nullptr), AcGeVector3d::kYAxis);
@@ -142,6 +144,7 @@ TEST_F(ViewTools, TheCurrentViewIsThatOfTheViewport) {
     view.setTarget(AcGePoint3d(1, 2, 3));
     view.setFrontClipAtEye(false);
     view.setHeight(7);
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     Tools::GetCurrentView(view);
     EXPECT_EQ(view.target(), AcGePoint3d(1, 2, 3));

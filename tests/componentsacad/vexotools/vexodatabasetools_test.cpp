@@ -17,6 +17,8 @@ enum class Form { kDatabase, kDocument, kWithLock };
 
 class DictionaryTree : public hostkit::HostTest {
 protected:
+    DictionaryTree() { giveLockBack(); } // the tools take their own
+
     /// Opens through one of the three forms, and gives the lock of the third back once the dictionary is
     /// closed.
     bool open(Form form, const wchar_t* name, AcDb::OpenMode mode, int create,
@@ -45,6 +47,11 @@ protected:
         if (isOpen) dictionary->close();
         delete lock;
         return isOpen;
+    }
+    template <typename Do>
+    void underLock(Do&& act) {
+        const AcAxDocLock lock;
+        act();
     }
     bool isThere(const wchar_t* name) {
         const AcDbObjectPointer<AcDbDictionary> root(database().namedObjectsDictionaryId(), AcDb::kForRead);
@@ -127,7 +134,8 @@ TEST_F(DictionaryTree, busyOrWrongEntries) {
                      [&](AcDbDictionary& dictionary) { id = dictionary.objectId(); }));
     for (const AcDb::OpenMode held : {AcDb::kForRead, AcDb::kForWrite, AcDb::kForNotify}) {
         SCOPED_TRACE(held);
-        const AcDbObjectPointer<AcDbDictionary> holder(id, held);
+        AcDbObjectPointer<AcDbDictionary> holder;
+        underLock([&] { EXPECT_EQ(holder.open(id, held), Acad::eOk); });
         EXPECT_EQ(Tools::openDictionary(L"SERVICE", AcDb::kForWrite, nullptr, 1), nullptr);
         EXPECT_EQ(Tools::openDictionary(L"SERVICE", AcDb::kForWrite, &session.document()), nullptr);
         auto* lock = reinterpret_cast<VEXOSmartLock*>(1);
@@ -135,9 +143,11 @@ TEST_F(DictionaryTree, busyOrWrongEntries) {
         EXPECT_EQ(lock, nullptr) << "the lock is given back with a busy entry";
         EXPECT_EQ(database().numOpenObjects(), 1);
     }
-    drawingtest::enter(database().namedObjectsDictionaryId(), L"RECORD");
+    const AcDbObjectId rootId = database().namedObjectsDictionaryId();
+    underLock([&] { drawingtest::enter(rootId, L"RECORD"); });
     {
-        const AcDbObjectPointer<AcDbDictionary> root(database().namedObjectsDictionaryId(), AcDb::kForWrite);
+        AcDbObjectPointer<AcDbDictionary> root;
+        underLock([&] { EXPECT_EQ(root.open(rootId, AcDb::kForWrite), Acad::eOk); });
         VEXOSmartLock* lock = nullptr;
         EXPECT_EQ(Tools::openDictionary2(L"SERVICE", AcDb::kForWrite, lock, nullptr, 1), nullptr);
         EXPECT_EQ(lock, nullptr) << "so it is where level 0 is busy";
@@ -239,6 +249,7 @@ TEST_F(DictionaryTree, reading) {
 }
 
 TEST_F(DictionaryTree, buildVersion) {
+    const AcAxDocLock lock; // for the stamps
     int version = 99;
     EXPECT_FALSE(Tools::isExistInfoObjectDictionary(nullptr)) << "here null is no database";
     EXPECT_FALSE(Tools::isExistInfoObjectDictionary(&database()));
@@ -268,11 +279,13 @@ TEST_F(DictionaryTree, buildVersion) {
 TEST_F(DictionaryTree, appendingEntities) {
     AcDbObjectId id;
     auto* const line = new AcDbLine({0, 0, 0}, {1, 0, 0});
-    EXPECT_EQ(Tools::appendEntity(line, L"Anchor", id, nullptr), 1);
+    EXPECT_EQ(Tools::appendEntity(line, L"Anchor", id, nullptr), 0)
+        << "this form leaves the lock to its caller";
+    underLock([&] { EXPECT_EQ(Tools::appendEntity(line, L"Anchor", id, nullptr), 1); });
     EXPECT_TRUE(line->isWriteEnabled()) << "the entity stays open";
     EXPECT_EQ(database().numOpenObjects(), 1);
     const AcDbObjectId first = id;
-    EXPECT_EQ(Tools::appendEntity(line, L"anchor", id, nullptr), 0) << "it has its place already";
+    underLock([&] { EXPECT_EQ(Tools::appendEntity(line, L"anchor", id, nullptr), 0) << "it has its place"; });
     EXPECT_EQ(Tools::appendEntity(line, L"anchor", id), 1) << "which this form takes for success";
     EXPECT_EQ(id, first);
     line->close();
@@ -285,6 +298,7 @@ TEST_F(DictionaryTree, appendingEntities) {
     EXPECT_EQ(Tools::appendEntity(nullptr, L"Anchor", id, nullptr), 0);
     EXPECT_EQ(Tools::appendEntity(&loose, L"no|name", id), 0);
     {
+        const AcAxDocLock lock;
         const AcDbSymbolTablePointer<AcDbBlockTable> reader(&database(), AcDb::kForRead);
         EXPECT_EQ(Tools::appendEntity(&loose, L"New", id, nullptr), 0) << "the table cannot be upgraded";
         EXPECT_EQ(Tools::appendEntity(&loose, L"New", id), 0);
@@ -298,6 +312,7 @@ TEST_F(DictionaryTree, appendingEntities) {
 }
 
 TEST_F(DictionaryTree, walks) {
+    const AcAxDocLock lock;
     AcDbObjectId ids[3];
     const wchar_t* const blocks[] = {L"*Model_Space", L"Anchor", L"Anchor"};
     for (int i = 0; i < 3; ++i) {

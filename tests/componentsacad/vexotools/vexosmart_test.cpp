@@ -17,6 +17,7 @@ protected:
         return drawingtest::appendToModelSpace(database(), new AcDbLine({0, 0, 0}, {1, 0, 0}));
     }
     void closeDocument() {
+        giveLockBack();
         ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     }
     int transactions() { return session.document().transactionManager()->numActiveTransactions(); }
@@ -116,6 +117,7 @@ struct OfAnotherHeap {
 } // namespace
 
 TEST_F(Guards, pointerReleasesThroughTheClassOwnDelete) {
+    giveLockBack();
     {
         const VEXOSmartPointer<OfAnotherHeap> guard(new OfAnotherHeap);
         EXPECT_TRUE(guard);
@@ -133,6 +135,7 @@ TEST_F(Guards, pointerReleasesThroughTheClassOwnDelete) {
 }
 
 TEST_F(Guards, lockTakesOneOnlyWhereNoneForWritingIsHeld) {
+    giveLockBack();
     const struct {
         AcAp::DocLockMode held;
         bool takesOne;
@@ -166,12 +169,14 @@ void lockInCommand() {
 } // namespace
 
 TEST_F(Guards, lockInsideACommandUsesTheCommandsOwn) {
+    giveLockBack();
     session.host().commands().addCommand(L"TEST", L"LOCKS", L"LOCKS", ACRX_CMD_MODAL, lockInCommand);
     EXPECT_EQ(session.host().run(L"LOCKS").status, Acad::eOk);
     EXPECT_FALSE(g_commandLockTookOne);
 }
 
 TEST_F(Guards, lockWithoutADocument) {
+    giveLockBack();
     AcDbDatabase side;
     {
         const VEXOSmartLock lock(&side);

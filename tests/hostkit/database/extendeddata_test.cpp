@@ -187,6 +187,24 @@ TEST_F(ExtendedData, TheLimitIsOnAllApplicationsTogether) {
     EXPECT_EQ("1001 ORDANE, 1000 " + narrow(half) + ", 1001 OTHER, 1000 " + narrow(half), text());
 }
 
+// A name takes four bytes and two a character, a 1070 four, a binary four and its own.
+TEST_F(ExtendedData, TheLimitIsExactToTheByte) {
+    for (const int other : {0, 4 + 2 * 6 + 4}) {
+        for (const int whole : {16382, 16383, 16384, 16385}) {
+            SCOPED_TRACE(std::to_string(other) + " of " + std::to_string(whole));
+            ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1001, L"OTHER", 0)));
+            if (other > 0) ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1070, 7, 0)));
+            resbuf* const list = acutBuildList(1001, L"OTHER", 0);
+            list->rbnext = acutNewRb(1004);
+            ads_binary& binary = list->rbnext->resval.rbinary;
+            binary.clen = static_cast<short>(whole - other - (4 + 2 * 5) - 4);
+            binary.buf = static_cast<char*>(std::calloc(static_cast<std::size_t>(binary.clen), 1));
+            EXPECT_EQ(whole <= 16383 ? Acad::eOk : Acad::eXdataSizeExceeded, set(list));
+            EXPECT_EQ(whole <= 16383, !text(L"OTHER").empty());
+        }
+    }
+}
+
 TEST_F(ExtendedData, ACopyTakesItAlongAndNeedsNoRegistration) {
     ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1040, 1.5, 0)));
     const std::unique_ptr<AcDbPoint> copy(AcDbPoint::cast(point->clone()));

@@ -133,6 +133,24 @@ protected:
     AcDbLine* line;
 };
 
+TEST_F(BinaryRecordsInADrawing, NoRecordIsReadUnderANameThatAnotherHas) {
+    const AcDbObjectId walls = addRecord<AcDbLayerTable>(database, L"Walls");
+    const AcDbObjectId slabs = addRecord<AcDbLayerTable>(database, L"Slabs");
+    const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
+    MemoryDwgFiler filer(AcDb::kUndoFiler);
+    change<AcDbLayerTableRecord>(walls,
+                                 [&](auto& layer) { EXPECT_EQ(layer.dwgOutFields(&filer), Acad::eOk); });
+    for (const bool isFree : {false, true}) {
+        if (isFree) EXPECT_EQ(erase(walls), Acad::eOk);
+        filer.seek(0, 0);
+        change<AcDbLayerTableRecord>(slabs, [&](auto& layer) {
+            EXPECT_EQ(layer.dwgInFields(&filer), isFree ? Acad::eOk : Acad::eDuplicateKey);
+        });
+        EXPECT_EQ(layers->find(L"walls"), isFree ? slabs : walls);
+        EXPECT_EQ(layers->find(L"slabs"), isFree ? AcDbObjectId() : slabs);
+    }
+}
+
 TEST_F(BinaryRecordsInADrawing, AWholeRecordFilesItsTiesAndItsExtendedData) {
     const double corner[] = {7, 8, 9};
     const List data(

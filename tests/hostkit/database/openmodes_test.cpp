@@ -1,6 +1,9 @@
 #include "drawingparts.h"
 
 #include "actrans.h"
+#include "db2dpolyline.h"
+#include "db2dvertex.h"
+#include "dbaccess.h"
 #include "dbline.h"
 #include "dbpoint.h"
 
@@ -136,7 +139,13 @@ const std::map<std::string, Request>& requests() {
     return all;
 }
 
-void checkTable(const Table& table) {
+bool asksToWrite(const std::string& request) {
+    return request == "upgradeOpen" || request.find("for write") != std::string::npos;
+}
+
+/// `mayWrite`: whether somebody holds a lock on the drawing's document. Where nobody does, what a table
+/// grants to writers is eLockViolation, and nothing changes.
+void checkTable(const Table& table, bool mayWrite) {
     ASSERT_EQ(requests().size() + 1, table.size());
     const std::vector<std::string>& states = table[0];
     for (std::size_t row = 1; row < table.size(); ++row) {
@@ -145,9 +154,11 @@ void checkTable(const Table& table) {
         ASSERT_EQ(states.size(), table[row].size()) << table[row][0];
         for (std::size_t column = 1; column < states.size(); ++column) {
             SCOPED_TRACE(table[row][0] + " when " + states[column]);
-            const std::string& cell = table[row][column];
+            std::string cell = table[row][column];
+            if (!mayWrite && cell.starts_with("eOk") && asksToWrite(table[row][0])) cell = "eLockViolation";
             const auto colon = cell.find(": ");
             Subject subject(states[column]);
+            hostkit::DatabaseAccess::setMayWrite(subject.database, mayWrite);
             const std::string status = narrow(acadErrorStatusText(request->second(subject)));
             EXPECT_EQ(cell.substr(0, colon), status);
             if (colon != std::string::npos) {
@@ -162,7 +173,50 @@ void checkTable(const Table& table) {
 TEST(OpenModes, EveryStateAndRequestIsAsDocumented) {
     const std::vector<Table> tables = documentedTables();
     ASSERT_EQ(2u, tables.size());
-    for (const Table& table : tables) checkTable(table);
+    for (const Table& table : tables)
+        for (const bool mayWrite : {true, false}) checkTable(table, mayWrite);
+}
+
+// The right to write is asked for when something is opened for write or comes in, not again for its parts.
+TEST(OpenModes, WhatIsOpenForWriteStaysSoWithoutALock) {
+    AcDbDatabase database;
+    const AcDbObjectId id = appendToModelSpace(
+        database, new AcDb2dPolyline(AcDb::k2dSimplePoly, pointsOf({{0, 0, 0}, {1, 0, 0}}), 0.0, false));
+    auto* polyline = opened<AcDb2dPolyline>(id);
+    hostkit::DatabaseAccess::setMayWrite(database, false);
+    EXPECT_EQ(Acad::eOk, polyline->setColorIndex(3));
+    const std::unique_ptr<AcDbObjectIterator> vertices(polyline->vertexIterator());
+    const AcDbObjectId vertex = vertices->objectId();
+    EXPECT_EQ(3, AcDbEntityPointer(vertex, AcDb::kForRead)->colorIndex());
+    EXPECT_EQ(Acad::eOk, polyline->transformBy(AcGeMatrix3d::translation({5, 0, 0})));
+    EXPECT_EQ(Acad::eOk, polyline->erase());
+    EXPECT_TRUE(vertex.isErased());
+    EXPECT_EQ(Acad::eOk, polyline->close());
+}
+
+TEST(OpenModes, NothingNewComesInWithoutALock) {
+    AcDbDatabase database;
+    AcDbObjectPointer<AcDbLayerTable> layers(database.layerTableId(), AcDb::kForWrite);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
+    AcDbObjectPointer<AcDbDictionary> root(database.namedObjectsDictionaryId(), AcDb::kForWrite);
+    auto* polyline = new AcDb2dPolyline;
+    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(polyline));
+    hostkit::DatabaseAccess::setMayWrite(database, false);
+    const Adesk::Int32 count = database.approxNumObjects();
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    layer->setName(L"Walls");
+    auto line = std::make_unique<AcDbLine>();
+    auto record = std::make_unique<AcDbXrecord>();
+    auto vertex = std::make_unique<AcDb2dVertex>(AcGePoint3d(1, 1, 0));
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eLockViolation, layers->add(layer.get()));
+    EXPECT_EQ(Acad::eLockViolation, space->appendAcDbEntity(line.get()));
+    EXPECT_EQ(Acad::eLockViolation, root->setAt(L"new", record.get(), id));
+    EXPECT_EQ(Acad::eLockViolation, polyline->appendVertex(id, vertex.get()));
+    EXPECT_EQ(Acad::eLockViolation, polyline->createExtensionDictionary());
+    EXPECT_EQ(Acad::eLockViolation, database.addAcDbObject(record.get()));
+    EXPECT_EQ(count, database.approxNumObjects());
+    EXPECT_EQ(Acad::eOk, polyline->close());
 }
 
 TEST(OpenModes, RefusedChangesChangeNothing) {

@@ -180,6 +180,7 @@ TEST(Paragraphs, PlainTextHasNoCodes) {
         {L"\\H2.5 never closed", L""},
         {L"lone \\", L"lone \\"},
         {L"\\S1/2", L"1/2"},
+        {L"6'-10{\\H0.7x;\\S1#2;}\" R\\S1/2;", L"6'-10 1/2\" R1/2"},
         {L"\\q", L"\\q"},
         {L"", L""}};
     for (const auto& [contents, plain] : cases) {

@@ -258,4 +258,132 @@ TEST(Cancel, WithinATransaction) {
     EXPECT_EQ(before, pictureOf(drawing.database));
 }
 
+// What an abort or an undo has taken back is not taken back again, and no earlier open's change in its stead.
+TEST(Cancel, AfterAnAbortOrAnUndoOfTheSameOpen) {
+    for (const bool undoes : {false, true}) {
+        for (const bool goesOn : {false, true}) {
+            for (const bool suspends : {false, true}) {
+                SCOPED_TRACE(std::to_string(undoes) + std::to_string(goesOn) + std::to_string(suspends));
+                Drawing drawing;
+                drawing.database.disableUndoRecording(!undoes);
+                hostkit::beginUndoGroup(drawing.database, L"FIRST");
+                change<AcDbLine>(drawing.line, [](AcDbLine& each) { each.setEndPoint({4, 4, 4}); });
+                auto* space = opened<AcDbBlockTableRecord>(drawing.database.modelSpaceId());
+                hostkit::endUndoGroup(drawing.database);
+                auto* line = opened<AcDbLine>(drawing.line);
+                if (undoes)
+                    hostkit::beginUndoGroup(drawing.database, L"SECOND");
+                else
+                    drawing.manager().startTransaction();
+                line->setEndPoint({7, 7, 7});
+                auto* appended = new AcDbLine;
+                ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(appended));
+                appended->close();
+                if (suspends) drawing.database.disableUndoRecording(true);
+                if (suspends) setText(*line, L"unseen");
+                if (suspends && undoes) drawing.database.disableUndoRecording(false);
+                hostkit::UndoReport report;
+                if (undoes) {
+                    hostkit::endUndoGroup(drawing.database);
+                    EXPECT_EQ(Acad::eOk, hostkit::undoLastGroup(drawing.database, report));
+                } else {
+                    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+                }
+                EXPECT_EQ(suspends && undoes, line->hasXData());
+                if (goesOn) line->setEndPoint({8, 8, 8});
+                EXPECT_EQ(Acad::eOk, line->cancel());
+                EXPECT_EQ(AcGePoint3d(4, 4, 4), line->endPoint());
+                EXPECT_FALSE(line->hasXData()) << "recording is no matter to it";
+                EXPECT_EQ(Acad::eOk, space->cancel());
+                EXPECT_EQ(2u, space->entities().size());
+            }
+        }
+    }
+}
+
+// What others did meanwhile to something that the object owns is theirs.
+TEST(Cancel, LeavesWhatOtherOpensDid) {
+    Drawing drawing;
+    auto* blocks = opened<AcDbBlockTable>(drawing.database.blockTableId());
+    auto* space = opened<AcDbBlockTableRecord>(drawing.database.modelSpaceId());
+    auto* taken = new AcDbBlockTableRecord;
+    taken->setName(L"Taken");
+    ASSERT_EQ(Acad::eOk, blocks->add(taken));
+    taken->close();
+    auto* line = new AcDbLine;
+    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(line));
+    line->close();
+    EXPECT_EQ(Acad::eOk, blocks->cancel());
+    EXPECT_FALSE(blocks->has(L"Taken"));
+    EXPECT_EQ(3u, space->entities().size()) << "space was another open";
+    EXPECT_EQ(Acad::eOk, AcDbObjectPointer<AcDbLine>(space->entities().back(), AcDb::kForRead).openStatus());
+    space->setOrigin({1, 1, 1});
+    erase(drawing.polyline);
+    EXPECT_EQ(Acad::eOk, space->cancel());
+    EXPECT_TRUE(drawing.polyline.isErased());
+    const auto* polyline = static_cast<AcDb2dPolyline*>(drawing.polyline.stub()->object);
+    const std::unique_ptr<AcDbObjectIterator> vertices(polyline->vertexIterator());
+    for (; !vertices->done(); vertices->step()) EXPECT_TRUE(vertices->objectId().isErased());
+
+    auto* record = opened<AcDbXrecord>(drawing.record);
+    record->addPersistentReactor(drawing.layer);
+    change<AcDbDictionary>(drawing.dictionary, [](auto& dictionary) { dictionary.remove(L"first"); });
+    EXPECT_EQ(Acad::eOk, record->cancel());
+    EXPECT_TRUE(record->ownerId().isNull()) << "its dictionary lists it no more";
+}
+
+// An erased part that was restored and erased by itself stays erased when its owner comes back.
+TEST(Erasure, OfAPartByItselfOutlastsItsOwners) {
+    Drawing drawing;
+    const auto* polyline = static_cast<AcDb2dPolyline*>(drawing.polyline.stub()->object);
+    const std::unique_ptr<AcDbObjectIterator> vertices(polyline->vertexIterator());
+    const AcDbObjectId vertex = vertices->objectId();
+    erase(drawing.polyline);
+    EXPECT_EQ(Acad::eOk, erase(vertex, false));
+    EXPECT_EQ(Acad::eOk, erase(vertex));
+    erase(drawing.polyline, false);
+    EXPECT_TRUE(vertex.isErased());
+}
+
+// An open that began before the transaction goes back beyond its start, and gets a name that the abort would
+// give to another record.
+TEST(Cancel, BeyondTheStartOfATransactionLeavesNoNameTwice) {
+    Drawing drawing;
+    const auto rename = [](AcDbObjectId id, const wchar_t* name) {
+        change<AcDbLayerTableRecord>(id, [&](auto& layer) { EXPECT_EQ(Acad::eOk, layer.setName(name)); });
+    };
+    const AcDbObjectId other = addRecord<AcDbLayerTable>(drawing.database, L"Slabs");
+    auto* layer = opened<AcDbLayerTableRecord>(drawing.layer);
+    EXPECT_EQ(Acad::eOk, layer->setName(L"Free"));
+    rename(other, L"Walls");
+    drawing.manager().startTransaction();
+    rename(other, L"Beams");
+    EXPECT_EQ(Acad::eOk, layer->cancel());
+    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
+    AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
+    EXPECT_EQ(drawing.layer, layers->find(L"walls"));
+    EXPECT_EQ(other, layers->find(L"beams"));
+    EXPECT_TRUE(layers->find(L"free").isNull());
+}
+
+TEST(Cancel, IsRefusedWhereTheNameWasGivenAway) {
+    for (const bool erases : {false, true}) {
+        Drawing drawing;
+        auto* layer = opened<AcDbLayerTableRecord>(drawing.layer);
+        layer->setIsOff(true);
+        if (erases)
+            layer->erase();
+        else
+            layer->setName(L"Slabs");
+        const AcDbObjectId taker = addRecord<AcDbLayerTable>(drawing.database, L"WALLS");
+        EXPECT_EQ(Acad::eDuplicateKey, layer->cancel());
+        EXPECT_TRUE(layer->isWriteEnabled());
+        EXPECT_TRUE(layer->isOff()) << "nothing is done";
+        erase(taker);
+        EXPECT_EQ(Acad::eOk, layer->cancel());
+        AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
+        EXPECT_EQ(drawing.layer, layers->find(L"walls"));
+    }
+}
+
 } // namespace

@@ -146,15 +146,114 @@ TEST(Undo, PartsOfOneObjectGoTheirOwnWays) {
     }
 }
 
+// Whoever took a name while recording was off keeps it: by being made, renamed or restored.
 TEST(Undo, ANameGivenAwayMeanwhileStaysWithItsNewOwner) {
+    const auto rename = [](AcDbObjectId id, const wchar_t* name) {
+        change<AcDbLayerTableRecord>(id, [&](auto& layer) { EXPECT_EQ(Acad::eOk, layer.setName(name)); });
+    };
+    for (int frees = 0; frees < 2; ++frees) {
+        for (int takes = 0; takes < 3; ++takes) {
+            SCOPED_TRACE(std::to_string(frees) + std::to_string(takes));
+            RecordedDrawing drawing;
+            const AcDbObjectId erased = addRecord<AcDbLayerTable>(drawing.database, L"Beams");
+            rename(drawing.layer, L"Beams2");
+            rename(erased, L"Walls");
+            erase(erased);
+            rename(drawing.layer, L"Walls");
+            drawing.step(L"FREE",
+                         [&] { frees == 0 ? (void)erase(drawing.layer) : rename(drawing.layer, L"Slabs"); });
+            AcDbObjectId taker = erased;
+            drawing.suspended([&] {
+                if (takes == 0)
+                    taker = addRecord<AcDbLayerTable>(drawing.database, L"WALLS");
+                else if (takes == 1)
+                    rename(taker = addRecord<AcDbLayerTable>(drawing.database, L"Other"), L"walls");
+                else
+                    EXPECT_EQ(Acad::eOk, erase(erased, false));
+            });
+            const hostkit::UndoReport report = drawing.undo();
+            EXPECT_EQ(1u, report.inConflict);
+            EXPECT_EQ(0u, report.restored);
+            AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
+            EXPECT_EQ(taker, layers->find(L"walls"));
+            EXPECT_EQ(frees == 0, drawing.layer.isErased());
+            EXPECT_EQ(frees == 0 ? AcDbObjectId() : drawing.layer, layers->find(L"slabs"));
+        }
+    }
+}
+
+// What a block that stays erased owns stays erased with it.
+TEST(Undo, ABlockWhoseNameWasGivenAwayStaysErasedWithItsEntities) {
     RecordedDrawing drawing;
-    drawing.step(L"ERASE", [&] { erase(drawing.layer); });
-    AcDbObjectId taken;
-    drawing.suspended([&] { taken = addRecord<AcDbLayerTable>(drawing.database, L"Walls"); });
+    const AcDbObjectId block = addRecord<AcDbBlockTable>(drawing.database, L"Column");
+    const AcDbObjectId line = append(block, new AcDbLine);
+    drawing.step(L"ERASE", [&] { erase(block); });
+    drawing.suspended([&] { addRecord<AcDbBlockTable>(drawing.database, L"Column"); });
     drawing.undo();
-    AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
-    EXPECT_EQ(taken, layers->find(L"walls"));
-    EXPECT_TRUE(drawing.layer.isErased());
+    EXPECT_TRUE(block.isErased());
+    EXPECT_TRUE(line.isErased());
+}
+
+// A key of a dictionary likewise.
+TEST(Undo, AKeyGivenAwayMeanwhileStaysWithItsNewOwner) {
+    for (const bool erasesTaker : {false, true}) {
+        RecordedDrawing drawing;
+        drawing.step(L"REMOVE", [&] {
+            change<AcDbDictionary>(drawing.dictionary, [](auto& dictionary) {
+                EXPECT_EQ(Acad::eOk, dictionary.remove(L"first"));
+            });
+        });
+        AcDbObjectId taker;
+        drawing.suspended([&] {
+            taker = enter(drawing.dictionary, L"FIRST");
+            if (erasesTaker) erase(taker);
+        });
+        EXPECT_EQ(erasesTaker ? 0u : 1u, drawing.undo().inConflict);
+        AcDbObjectPointer<AcDbDictionary> dictionary(drawing.dictionary, AcDb::kForRead);
+        AcDbObjectId found;
+        EXPECT_EQ(Acad::eOk, dictionary->getAt(L"first", found));
+        EXPECT_EQ(erasesTaker ? drawing.record : taker, found);
+        EXPECT_EQ(1u, dictionary->numEntries());
+        EXPECT_EQ(erasesTaker ? drawing.dictionary : AcDbObjectId(),
+                  AcDbObjectPointer<AcDbXrecord>(drawing.record, AcDb::kForRead)->ownerId());
+        dictionary.close();
+        if (!erasesTaker) continue;
+        EXPECT_EQ(Acad::eOk, erase(taker, false));
+        EXPECT_EQ(1u, AcDbObjectPointer<AcDbDictionary>(drawing.dictionary, AcDb::kForRead)->numEntries());
+    }
+}
+
+// What was put into something that came with the step goes with it, seen or not.
+TEST(Undo, AnOwnerThatIsTakenBackLeavesNothingBehind) {
+    RecordedDrawing drawing;
+    AcDbObjectId block;
+    AcDbObjectId dictionary;
+    AcDbObjectId polyline;
+    drawing.step(L"OWNERS", [&] {
+        block = addRecord<AcDbBlockTable>(drawing.database, L"Column");
+        dictionary = enter(drawing.dictionary, L"owner", new AcDbDictionary);
+        polyline = append(block, new AcDb2dPolyline(AcDb::k2dSimplePoly, pointsOf({{0, 0, 0}}), 0.0, false));
+    });
+    std::vector<AcDbObjectId> owned(4);
+    drawing.suspended([&] {
+        owned[0] = append(block, new AcDbLine);
+        owned[1] = enter(dictionary, L"entry");
+        change<AcDb2dPolyline>(polyline, [&](AcDb2dPolyline& line) {
+            auto* vertex = new AcDb2dVertex({1, 1, 0});
+            EXPECT_EQ(Acad::eOk, line.appendVertex(owned[2], vertex));
+            vertex->close();
+        });
+        change<AcDbLine>(owned[0], [&](AcDbLine& line) {
+            line.createExtensionDictionary();
+            owned[3] = line.extensionDictionary();
+        });
+    });
+    drawing.undo();
+    owned.insert(owned.end(), {block, dictionary, polyline});
+    for (const AcDbObjectId id : owned)
+        EXPECT_EQ(Acad::ePermanentlyErased,
+                  AcDbObjectPointer<AcDbObject>(id, AcDb::kForRead, true).openStatus())
+            << id.handle().value();
 }
 
 TEST(Undo, WaitsForStepsAndTransactionsToEnd) {

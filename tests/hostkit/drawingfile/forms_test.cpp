@@ -8,6 +8,7 @@
 
 #include "dbdatabase.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -175,6 +176,64 @@ TEST(Forms, namesOfR12AreSoundAndUnique) {
     };
     R12Names names;
     for (const auto& [name, expected] : cases) EXPECT_EQ(names.take(name), expected);
+}
+
+// R12 has a viewport's view as extended data. What comes back from it is what went in, but for what R12
+// lacks.
+TEST(Forms, aViewportKeepsItsViewThroughR12) {
+    const std::initializer_list<std::pair<int, std::string>> view = {
+        {12, "3.0"},  {22, "4.0"},  {13, "0.5"},  {23, "0.25"}, {14, "10.0"}, {24, "20.0"},
+        {15, "5.0"},  {25, "6.0"},  {16, "0.0"},  {26, "-1.0"}, {36, "0.5"},  {17, "7.0"},
+        {27, "8.0"},  {37, "9.0"},  {42, "35.0"}, {43, "1.5"},  {44, "-2.5"}, {45, "30.0"},
+        {50, "15.0"}, {51, "45.0"}, {72, "1000"}, {90, "33570"}};
+    const std::string viewport = groups({{0, "VIEWPORT"},
+                                         {5, "A0"},
+                                         {330, "1E"},
+                                         {100, "AcDbEntity"},
+                                         {67, "1"},
+                                         {8, "0"},
+                                         {100, "AcDbViewport"},
+                                         {10, "100.0"},
+                                         {20, "50.0"},
+                                         {30, "0.0"},
+                                         {40, "80.0"},
+                                         {41, "60.0"},
+                                         {68, "2"},
+                                         {69, "2"}}) +
+                                 groups(view);
+    const auto database =
+        openDrawingFromMemory(header("AC1015") + entities(viewport), L"sheet", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    const auto older =
+        openDrawingFromMemory(saved(*database, DrawingVersion::kR12), L"R12", nullptr, quietReading);
+    ASSERT_TRUE(older);
+    for (const auto& [name, record] : recordsOf(saved(*older, DrawingVersion::k2000))) {
+        if (name.find("VIEWPORT") == std::string::npos) continue;
+        for (const auto& [code, value] : view) {
+            const bool isStatus = code == 90; // R12 has the bits up to 4096 but one
+            const auto found = std::find_if(record.begin(), record.end(),
+                                            [code = code](const Pair& pair) { return pair.code == code; });
+            ASSERT_NE(found, record.end()) << code;
+            EXPECT_EQ(found->value,
+                      isStatus ? std::to_string(33570 & (0x1F | 32 | 128 | 256 | 512 | 1024 | 2048 | 4096))
+                               : value)
+                << code;
+        }
+        return;
+    }
+    FAIL() << "no viewport";
+}
+
+TEST(Forms, blankLinesBeforeADrawingStay) {
+    const std::string start = "\r\n \r\n";
+    const auto database =
+        openDrawingFromMemory(start + header("AC1015") + entities(line()), L"blank", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    const std::string same = saved(*database);
+    EXPECT_EQ(same, start + header("AC1015") + entities(line()));
+    const std::string anew = saved(*database, fromFields);
+    EXPECT_EQ(anew.substr(0, start.size()), start);
+    EXPECT_TRUE(openDrawingFromMemory(anew, L"again", nullptr, quietReading));
 }
 
 class FormsOfOthers : public DrawingsOfOthers {};

@@ -1,4 +1,6 @@
 // What stands for newer kinds in R12: against formulas of the shapes, not against the code that makes them.
+#include "drawingfiles.h"
+#include "drawinglisting.h"
 #include "hatchstrokes.h"
 #include "r12entities.h"
 
@@ -16,12 +18,11 @@
 #include "dbspline.h"
 #include "dbtext.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <random>
 
 using namespace hostkit;
+using namespace drawingtest;
 
 namespace {
 
@@ -219,6 +220,83 @@ TEST(R12Entities, paragraphsBecomeLinesAtTheirAnchor) {
             if (place > 0) EXPECT_GT(anchor.x, AcDbText::cast(turned.entities[0].get())->position().x);
         }
     }
+}
+
+// What the codes of a paragraph ask for goes before the box.
+TEST(R12Entities, paragraphsAlignThemselvesInTheBox) {
+    const AcDbDatabase database(true, true);
+    AcDbMText text;
+    (void)text.setTextHeight(1.0);
+    (void)text.setWidth(30.0);
+    (void)text.setContents(L"left\\P\\pxqc;middle\\Pstill\\P\\pi0,qr;right\\P\\pql;left again\\\\P");
+    const std::pair<AcDb::TextHorzMode, double> expected[] = {{AcDb::kTextLeft, 0.0},
+                                                              {AcDb::kTextCenter, 15.0},
+                                                              {AcDb::kTextCenter, 15.0},
+                                                              {AcDb::kTextRight, 30.0},
+                                                              {AcDb::kTextLeft, 0.0}};
+    for (const auto attachment : {AcDbMText::kTopLeft, AcDbMText::kTopCenter, AcDbMText::kTopRight}) {
+        SCOPED_TRACE(attachment);
+        (void)text.setAttachment(attachment);
+        const double left = -15.0 * (attachment - AcDbMText::kTopLeft);
+        const OlderEntities turned = R12Entities(database).turn(text);
+        ASSERT_EQ(turned.entities.size(), std::size(expected));
+        for (std::size_t place = 1; place < std::size(expected); ++place) { // the first follows the box
+            const auto* const line = AcDbText::cast(turned.entities[place].get());
+            const auto& [mode, offset] = expected[place];
+            EXPECT_EQ(line->horizontalMode(), mode) << place;
+            const double at = mode == AcDb::kTextLeft ? line->position().x : line->alignmentPoint().x;
+            EXPECT_NEAR(at, left + offset, 1e-9) << place;
+        }
+    }
+}
+
+TEST(R12Entities, leadersAndWhatABlockDrawsAreKept) {
+    const std::string common = group(100, "AcDbEntity") + group(8, "Notes");
+    const std::string leader = group(0, "LEADER") + common +
+                               groups({{100, "AcDbLeader"},
+                                       {3, "STANDARD"},
+                                       {71, "1"},
+                                       {76, "3"},
+                                       {10, "0.0"},
+                                       {20, "0.0"},
+                                       {30, "0.0"},
+                                       {10, "5.0"},
+                                       {20, "5.0"},
+                                       {30, "0.0"},
+                                       {10, "9.0"},
+                                       {20, "5.0"},
+                                       {30, "0.0"},
+                                       {211, "1.0"},
+                                       {221, "0.0"},
+                                       {231, "0.0"}});
+    const std::string table = group(0, "ACAD_TABLE") + common +
+                              groups({{100, "AcDbBlockReference"},
+                                      {2, "*T1"},
+                                      {10, "7.0"},
+                                      {20, "8.0"},
+                                      {30, "0.0"},
+                                      {100, "AcDbTable"},
+                                      {11, "1.0"},
+                                      {21, "0.0"},
+                                      {31, "0.0"}});
+    const auto database = openDrawingFromMemory(header("AC1018") + section("BLOCKS", block("*T1", line())) +
+                                                    entities(leader + table),
+                                                L"old", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    const std::string older = saved(*database, DrawingVersion::kR12);
+    EXPECT_EQ(countOf(older, "SEQEND"), 1u) << "the polyline's";
+    EXPECT_EQ(countOf(older, "*T1"), 3u) << "twice with the block, and once with its reference";
+    const auto again = openDrawingFromMemory(older, L"again", nullptr, quietReading);
+    ASSERT_TRUE(again);
+    const auto listed = listDrawing(*again).entities;
+    ASSERT_GE(listed.size(), 2u);
+    EXPECT_EQ(listed[0].type, L"POLYLINE");
+    EXPECT_EQ(listed[0].layer, L"Notes");
+    using Vertices = std::vector<std::array<double, 4>>;
+    EXPECT_EQ(listed[0].vertices, (Vertices{{0, 0, 0, 0}, {5, 5, 0, 0}, {9, 5, 0, 0}}));
+    EXPECT_EQ(listed[1].type, L"INSERT");
+    EXPECT_EQ(listed[1].name, L"*T1");
+    EXPECT_EQ(listed[1].vertices, (Vertices{{7, 8, 0, 0}}));
 }
 
 TEST(R12Entities, unboundedLinesAreCutToTheDrawing) {

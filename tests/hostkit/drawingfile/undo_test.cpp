@@ -1,5 +1,6 @@
 #include "drawingchanges.h"
 #include "drawingfiles.h"
+#include "recordmodel.h"
 #include "undohistory.h"
 
 using namespace hostkit;
@@ -52,6 +53,19 @@ TEST(UndoAndSave, WhatStaysIsSavedAsIfTheRestHadNeverBeen) {
         EXPECT_EQ(saved(drawing.database), saved(plain.database));
         undo(drawing.database);
         EXPECT_EQ(saved(drawing.database), original);
+    }
+}
+
+// Whatever was done and taken back, the file opens again and holds the same names.
+TEST(UndoAndSave, TablesComeBackWithTheirNames) {
+    for (std::uint32_t seed = 1; seed <= 200 && !HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        AcDbDatabase database;
+        RecordModel(seed, {seed % 2 == 0, seed % 3 != 0, seed % 5 == 0}, database).run(60);
+        const auto names = RecordModel::liveNames(database);
+        const auto again = openDrawingFromMemory(saved(database), L"names");
+        ASSERT_NE(again, nullptr);
+        EXPECT_EQ(RecordModel::liveNames(*again), names);
     }
 }
 

@@ -137,6 +137,7 @@ TEST_F(ApplicationTest, MarksGroupWhatIsDoneBetweenThem) {
     undo();
     EXPECT_EQ(database().ltscale(), 2.0);
 
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     Held<IHostDocument> none;
     EXPECT_EQ(application->get_ActiveDocument(none.place()), E_FAIL) << "no document is open";

@@ -156,6 +156,7 @@ TEST_F(CoordinatesTest, WhatIsNoSystemIsRefused) {
         EXPECT_EQ(acedTrans(point, &each.from, &each.to, 0, result), RTERROR) << each.name;
     EXPECT_EQ(acedTrans(nullptr, &world, &world, 0, result), RTERROR);
     EXPECT_EQ(acedTrans(point, nullptr, &world, 0, result), RTERROR);
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     EXPECT_EQ(acedTrans(point, &world, &world, 0, result), RTERROR);
     EXPECT_EQ(result[0] + result[1] + result[2], 24.0);

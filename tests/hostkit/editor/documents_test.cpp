@@ -15,6 +15,7 @@ namespace {
 class DocumentsTest : public CommandTest {
 protected:
     DocumentsTest() {
+        giveLockBack();
         EXPECT_EQ(host.newDocument(), Acad::eOk);
         second = documents.curDocument();
     }
@@ -149,6 +150,47 @@ TEST_F(DocumentsTest, ALockOfAScopeLocksOneDocument) {
     EXPECT_EQ(AcAxDocLock().lockStatus(), Acad::eNoDocument);
 }
 
+// A lock for writing lets write, of whomever and for whatever; one for reading does not.
+TEST_F(DocumentsTest, ObjectsOpenForWriteUnderALockOnTheirDocument) {
+    const auto writing = [](const AcApDocument& document) {
+        return AcDbObjectPointer<AcDbObject>(document.database()->layerZero(), AcDb::kForWrite).openStatus();
+    };
+    EXPECT_EQ(writing(*second), Acad::eLockViolation);
+    EXPECT_FALSE(isLayerZeroOff()) << "reading needs no lock";
+    for (const AcAp::DocLockMode mode :
+         {AcAp::kRead, AcAp::kAutoWrite, AcAp::kProtectedAutoWrite, AcAp::kWrite, AcAp::kXWrite}) {
+        SCOPED_TRACE(mode);
+        const Acad::ErrorStatus expected = mode == AcAp::kRead ? Acad::eLockViolation : Acad::eOk;
+        ASSERT_EQ(documents.lockDocument(second, mode), Acad::eOk);
+        EXPECT_EQ(writing(*second), expected);
+        EXPECT_EQ(writing(*first), Acad::eLockViolation) << "another document";
+        documents.lockDocument(second, AcAp::kWrite);
+        documents.lockDocument(second, AcAp::kRead);
+        EXPECT_EQ(writing(*second), Acad::eOk) << "the strongest counts";
+        documents.unlockDocument(second);
+        documents.unlockDocument(second);
+        EXPECT_EQ(writing(*second), expected);
+        documents.unlockDocument(second);
+        EXPECT_EQ(writing(*second), Acad::eLockViolation);
+    }
+    const std::pair<Adesk::Int32, Acad::ErrorStatus> commands[] = {
+        {ACRX_CMD_MODAL, Acad::eOk},
+        {ACRX_CMD_TRANSPARENT, Acad::eOk},
+        {ACRX_CMD_DOCEXCLUSIVELOCK, Acad::eOk},
+        {ACRX_CMD_DOCREADLOCK, Acad::eLockViolation},
+        {ACRX_CMD_SESSION, Acad::eLockViolation},
+    };
+    for (const auto& [flags, expected] : commands) {
+        SCOPED_TRACE(flags);
+        run(flags, [&] {
+            EXPECT_EQ(writing(*second), expected);
+            const AcAxDocLock lock;
+            EXPECT_EQ(writing(*second), Acad::eOk);
+        });
+        EXPECT_EQ(writing(*second), Acad::eLockViolation);
+    }
+}
+
 TEST_F(DocumentsTest, EachOutermostCommandIsOneStepForUndo) {
     run(ACRX_CMD_MODAL, [&] {
         setLayerZeroOff(true);
@@ -179,7 +221,10 @@ TEST_F(DocumentsTest, ATransactionThatACommandLeavesIsAborted) {
 
 TEST_F(DocumentsTest, ACommandMayCloseItsOwnDocument) {
     run(ACRX_CMD_SESSION, [&] {
-        setLayerZeroOff(true);
+        {
+            const AcAxDocLock lock(second->database());
+            setLayerZeroOff(true);
+        }
         EXPECT_EQ(documents.closeDocument(second), Acad::eOk);
     });
     EXPECT_EQ(documents.curDocument(), first);

@@ -132,6 +132,7 @@ TEST_F(MenuCommandsTest, WhatCannotBeLoadedIsToldAndTheHostGoesOn) {
             << hostkit::utf8FromWide(result.reason);
     }
     EXPECT_TRUE(session.host().menuGroups().all().empty());
+    giveLockBack();
     ASSERT_EQ(session.host().documents().closeDocument(&session.document()), Acad::eOk);
     folder.write("good.mnu", "***MENUGROUP=A\n");
     EXPECT_EQ(session.host().run(L"CUILOAD " + hostkit::wideFromUtf8(folder / "good.mnu")).status, Acad::eOk)

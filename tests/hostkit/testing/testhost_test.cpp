@@ -21,6 +21,7 @@ void runBody() { g_body(); }
 std::function<std::function<void()>(TestHost&)> openFor(AcDb::OpenMode mode) {
     return [mode](TestHost& session) {
         AcDbObject* object = nullptr;
+        const AcAxDocLock lock(&session.database());
         EXPECT_EQ(acdbOpenAcDbObject(object, session.database().layerZero(), mode), Acad::eOk);
         return [object] { object->close(); };
     };
@@ -117,6 +118,7 @@ TEST(TestHost, nothingLeaksIntoTheNext) {
         EXPECT_TRUE(session.port().printed.empty());
         const AcDbObjectId space = session.database().modelSpaceId();
         EXPECT_TRUE(AcDbObjectPointer<AcDbBlockTableRecord>(space, AcDb::kForRead)->entities().empty());
+        const AcAxDocLock lock;
         drawingtest::append(space, new AcDbLine({0, 0, 0}, {1, 0, 0}));
         acutPrintf(L"something");
     }
