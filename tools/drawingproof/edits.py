@@ -1,0 +1,656 @@
+"""The edits that are made of every drawing, and what each has to make of every record: worked out from the original's plain
+groups alone."""
+
+from motion import Z_AXIS, Motion, kind_of, moved, normal_of, number, triple
+from names import R12_SPACES, is_entity, new_names, renamed, table_of
+from records import (FREE, About, Either, Expected, Loose, Name, compare_groups, is_reference, plain_handle, same_value)
+
+TRUE_COLOR = 254 << 16 | 127 << 8 | 1
+NEAREST_INDEX = "30"
+INDEX = "3"
+NEW_LAYER = "Edited"
+MOTIONS = {
+    "move": Motion(shift=(100.0, -50.0, 7.5)),
+    "turn": Motion(turn=45.0, center=(10.0, 20.0, 0.0)),
+    "scale": Motion(scale=2.0, center=(10.0, 20.0, 0.0)),
+}
+NO_ENTITY = {"BLOCK", "ENDBLK", "ENDSEC"}
+PART_KINDS = {"VERTEX", "ATTRIB", "SEQEND"}
+
+
+def is_space(name):
+    return name.casefold().startswith(("*model_space", "*paper_space")) or name.casefold() in R12_SPACES
+
+
+def stands_in_edited_block(record):
+    if record.section == "ENTITIES":
+        return True
+    if record.section != "BLOCKS" or record.container is None:
+        return False
+    return is_space(record.container.strip()) or not record.container.strip().startswith("*")
+
+
+def is_top_level(record):
+    return is_entity(record) and record.kind not in NO_ENTITY and record.kind not in PART_KINDS
+
+
+def is_edited(record):
+    """The entity, or the one that owns it, is one that an edit of all entities meets."""
+    return is_entity(record) and record.kind not in NO_ENTITY and record.kind != "SEQEND" and stands_in_edited_block(record)
+
+
+def block_of(drawing, record):
+    """What tells an entity's block: the container's place, and the space for the section of entities."""
+    if record.section == "BLOCKS":
+        return ("BLOCKS", record.container)
+    owner = record.first(330)
+    if record.integer(67):
+        return ("ENTITIES", "paper")
+    return ("ENTITIES", "model")
+
+
+class Edit:
+    name = ""
+    command = ""
+    adds = False
+
+    def expected(self, drawing):
+        """A list of Expected or None (must have gone) for the drawing's records."""
+        return [Expected(record) for record in drawing.records]
+
+    def judge_added(self, drawing, result, added, say):
+        for record in added:
+            say(record, "record written that nobody asked for")
+
+    def may_be_lost(self, drawing, record):
+        return False
+
+
+class Touch(Edit):
+    name, command = "touch", "TOUCHALL"
+
+
+class Rename(Edit):
+    name, command = "rename", "RENAMEALL"
+
+    def expected(self, drawing):
+        names, taken = new_names(drawing), set()
+        return [renamed(drawing, record, names, taken) for record in drawing.records]
+
+
+class Move(Edit):
+    def __init__(self, name):
+        self.name, self.command, self.motion = name, name.upper() + "ALL", MOTIONS[name]
+
+    def expected(self, drawing):
+        result = []
+        pictures = {r.first(2, "").strip().casefold() for r in drawing.records if r.kind == "DIMENSION" and is_edited(r)}
+        self.pictures = {name for name in pictures if name}
+        for record in drawing.records:
+            each = moved(record, self.motion) if is_edited(record) else None
+            if each and record.kind == "DIMENSION":
+                each.groups = [(c, FREE if c == 2 and v.strip() or c in (12, 22, 32) else v) for c, v in each.groups]
+            result.append(each or Expected(record))
+        return result
+
+    def alternative(self, record):
+        """The block that shows a dimension may be moved in place."""
+        if record.section == "BLOCKS" and record.container and record.container.strip().casefold() in self.pictures:
+            return moved(record, self.motion)
+        return None
+
+    def judge_added(self, drawing, result, added, say):
+        shown = {r.first(2, "").strip().casefold() for r in result.records if r.kind == "DIMENSION"}
+        for record in added:
+            name = record.container if record.section == "BLOCKS" else record.first(2, "")
+            if record.kind in ("BLOCK", "ENDBLK", "BLOCK_RECORD") or record.section == "BLOCKS":
+                if (name or "").strip().casefold() in shown:
+                    continue
+            if record.kind == "BLOCK" and record.first(2, "").strip().casefold() in shown:
+                continue
+            say(record, "record written that nobody asked for")
+
+    def judge_pictures(self, drawing, pairs, result, say):
+        """A moved dimension shows what it showed, moved."""
+        before, after = contents_by_block(drawing), contents_by_block(result)
+        for expected, actual in pairs:
+            if expected.record.kind != "DIMENSION" or not is_edited(expected.record):
+                continue
+            old = before.get(expected.record.first(2, "").strip().casefold())
+            if old is None:
+                if expected.record.first(2) is not None and expected.record.first(2) != actual.first(2):
+                    say(actual, "names another block, though the drawing lacks the one that it named")
+                continue
+            new = after.get((actual.first(2) or "").strip().casefold())
+            if new is None:
+                say(actual, f"its picture is gone: block {actual.first(2)!r}")
+                continue
+            if [r.kind for r in old] != [r.kind for r in new]:
+                say(actual, f"its picture has other entities: {len(old)} before, {len(new)} now")
+                continue
+            self.judge_picture(expected.record, actual, old, new, result, say)
+
+    def judge_picture(self, before, after, old, new, result, say):
+        """The contents of the block stand at the place in group 12; where that stays, and is not zero, or goes, the contents
+        have taken up the difference."""
+        place, new_place = place_of_picture(before), place_of_picture(after)
+        moved_place = self.motion.vector(place)
+        rest = tuple(moved_place[i] - new_place[i] for i in range(3))
+        motion = Motion(tuple(self.motion.shift[i] + rest[i] for i in range(3)), self.motion.turn, self.motion.scale,
+                        self.motion.center)
+        for one, other in zip(old, new):
+            want = moved(one, motion) or Expected(one)
+            want.groups = [(c, FREE if c in (5, 330, 360) else v) for c, v in want.groups]
+            words = compare_groups(want, other.groups, result.encoding)
+            if words:
+                say(other, "in the picture of a dimension: " + in_short(words), one)
+
+
+def place_of_picture(dimension):
+    """Group 12, in the world; the pictures at hand all lie in the world's plane."""
+    for index, (code, _) in enumerate(dimension.groups):
+        if code == 12:
+            return triple(dimension.groups, index)[0]
+    return (0.0, 0.0, 0.0)
+
+
+def contents_by_block(drawing):
+    blocks = {}
+    for record in drawing.records:
+        if record.section != "BLOCKS":
+            continue
+        if record.kind == "BLOCK":
+            blocks.setdefault(record.first(2, "").strip().casefold(), [])
+        elif record.kind not in ("ENDBLK", "ENDSEC") and record.container is not None:
+            blocks.setdefault(record.container.strip().casefold(), []).append(record)
+    return blocks
+
+
+def common_groups_end(groups):
+    """Where the class's own groups begin; for records without marks, the extended data."""
+    marks = 0
+    for index, (code, value) in enumerate(groups):
+        if code == 100:
+            marks += 1
+            if marks > 1 or value.strip() != "AcDbEntity":
+                return index
+        if code >= 1000 or code == 101:
+            return index
+    return len(groups)
+
+
+def data_begin(groups):
+    return next((i for i, (code, _) in enumerate(groups) if code >= 1000 or code == 101), len(groups))
+
+
+def place_of_common(record, code):
+    end = common_groups_end(record.groups)
+    in_braces = False
+    for index in range(end):
+        if record.groups[index][0] == 102:
+            in_braces = record.groups[index][1].strip().startswith("{")
+        elif record.groups[index][0] == code and not in_braces:
+            return index
+    if kind_of(record):  # the kinds that we know keep no such group of their own
+        for index in range(end, data_begin(record.groups)):
+            if record.groups[index][0] == code:
+                return index
+    return None
+
+
+def with_common(record, values, gone=()):
+    """The record with other common groups."""
+    groups, loose, places_gone = list(record.groups), [], set()
+    has_part = any(code == 100 and value.strip() == "AcDbEntity" for code, value in groups)
+    for code, value in values.items():
+        index = place_of_common(record, code)
+        if index is not None:
+            groups[index] = (code, value)
+        else:
+            loose.append(Loose(code, value, "AcDbEntity" if has_part else ""))
+    for code in gone:
+        index = place_of_common(record, code)
+        if index is not None:
+            places_gone.add(index)
+    return Expected(record, [g for i, g in enumerate(groups) if i not in places_gone], loose)
+
+
+class Color(Edit):
+    name, command = "color", "COLORALL"
+
+    def expected(self, drawing):
+        return [with_common(r, {62: INDEX}, (420, 430)) if is_edited(r) else Expected(r) for r in drawing.records]
+
+
+class TrueColor(Edit):
+    name, command = "true color", "TRUECOLORALL"
+
+    def expected(self, drawing):
+        # Forms before 2004 have the index alone, unless the record had a true colour all the same.
+        has_form = drawing.version >= "AC1018"
+        result = []
+        for record in drawing.records:
+            if not is_edited(record):
+                result.append(Expected(record))
+            elif has_form or place_of_common(record, 420) is not None:
+                result.append(with_common(record, {62: NEAREST_INDEX, 420: str(TRUE_COLOR)}, (430,)))
+            else:
+                result.append(with_common(record, {62: NEAREST_INDEX}, (430,)))
+                result[-1].loose.append(Loose(420, str(TRUE_COLOR), ("", "AcDbEntity"), is_needed=False))
+        return result
+
+
+def judge_layer(drawing, added, name, say):
+    """One new layer; in a drawing without the table, the table with what every drawing has in it."""
+    had_table = any(r.kind == "TABLE" and (r.first(2) or "").strip() == "LAYER" for r in drawing.records)
+    left, found = [], 0
+    for record in added:
+        if record.section == "TABLES" and record.kind == "LAYER" and record.first(2) == name:
+            found += 1
+        elif not had_table and (record.section == "TABLES" or record.kind == "SECTION"
+                                or record.kind in ("TABLE", "ENDTAB", "ENDSEC")):
+            continue
+        else:
+            left.append(record)
+    if found != 1:
+        say(None, f"{found} layers {name!r} written, 1 expected")
+    return left
+
+
+class Layer(Edit):
+    name, command, adds = "layer", "LAYERALL", True
+
+    def expected(self, drawing):
+        return [with_common(r, {8: Name(NEW_LAYER)}) if is_edited(r) else Expected(r) for r in drawing.records]
+
+    def judge_added(self, drawing, result, added, say):
+        super().judge_added(drawing, result, judge_layer(drawing, added, NEW_LAYER, say), say)
+
+
+class Line(Edit):
+    name, command, adds = "line", "ADDLINE", True
+
+    def judge_added(self, drawing, result, added, say):
+        left = []
+        lines = [r for r in added if r.kind == "LINE"]
+        for record in added:
+            if record.kind != "LINE" and not comes_with_first_record(drawing, record):
+                left.append(record)
+        if len(lines) != 1:
+            say(None, f"{len(lines)} lines written, 1 expected")
+        for line in lines:
+            judge_owner(drawing, result, line, ("ENTITIES", "model"), say)
+            for code, value in ((10, 1.5), (20, 2.5), (30, 3.5), (11, 4.5), (21, 5.5), (31, 6.5)):
+                if float(line.first(code, "nan")) != value:
+                    say(line, f"group {code} is {line.first(code)}, {value} expected")
+            layer = drawing.variables.get("CLAYER")
+            wanted = drawing.text(layer.first(8, "0")) if layer else "0"
+            if result.text(line.first(8, "")).casefold() != wanted.casefold():
+                say(line, f"stands on layer {line.first(8)!r}, {wanted!r} expected")
+        super().judge_added(drawing, result, left, say)
+
+
+def comes_with_first_record(drawing, record):
+    """Sections and marks that a file lacked and that a new record needs."""
+    sections = {(r.first(2) or "").strip() for r in drawing.records if r.kind == "SECTION"}
+    if record.kind == "SECTION":
+        return (record.first(2) or "").strip() not in sections
+    if record.kind == "ENDSEC":
+        return record.section not in sections
+    return False
+
+
+def judge_owner(drawing, result, record, place, say):
+    """Where the form has owners, the entity's is a record of the file: its block's."""
+    handles = {r.handle: r for r in result.records if r.handle}
+    owner = record.first(330)
+    if owner is None:
+        return
+    found = handles.get(plain_handle(owner))
+    if found is None:
+        say(record, f"its owner {owner} is not in the file")
+    elif found.kind != "BLOCK_RECORD":
+        say(record, f"its owner {owner} is a {found.kind}")
+    elif place == ("ENTITIES", "model") and not is_space(found.first(2, "")):
+        say(record, f"its owner {owner} is the block {found.first(2)!r}")
+    elif place[0] == "BLOCKS" and found.first(2, "").casefold() != (place[1] or "").strip().casefold():
+        say(record, f"its owner {owner} is the block {found.first(2)!r}, not {place[1]!r}")
+
+
+class Copy(Edit):
+    """Kinds that only their record describes cannot be copied. A copy has no reactors and no extension dictionary."""
+    name, command, adds = "copy", "COPYALL", True
+
+    def judge_added(self, drawing, result, added, say):
+        wanted = {}
+        for record in drawing.records:
+            if is_entity(record) and record.kind not in NO_ENTITY and stands_in_edited_block(record):
+                top = record.owner if record.kind in PART_KINDS else record
+                if top is not None and kind_of(top):
+                    wanted.setdefault(block_of(drawing, record if record.section == "BLOCKS" else top), []).append(record)
+        written, left = {}, []
+        for record in added:
+            if is_entity(record) and record.kind not in NO_ENTITY and record.kind != "ENDSEC":
+                top = record.owner if record.kind in PART_KINDS and record.owner is not None else record
+                written.setdefault(block_of(result, record if record.section == "BLOCKS" else top), []).append(record)
+            elif not comes_with_first_record(drawing, record):
+                left.append(record)
+        for place in sorted(set(wanted) | set(written), key=str):
+            self.judge_block(drawing, result, place, wanted.get(place, []), written.get(place, []), say)
+        super().judge_added(drawing, result, left, say)
+
+    def judge_block(self, drawing, result, place, originals, copies, say):
+        if [r.kind for r in originals] != [r.kind for r in copies]:
+            say(None, f"copies in {place}: {len(originals)} records expected, {len(copies)} written")
+            return
+        for original, copy in zip(originals, copies):
+            words = compare_by_code(copied(drawing, original), copy.groups, result.encoding)
+            if words:
+                say(copy, "copy: " + in_short(words), original)
+            if copy.kind not in PART_KINDS:
+                judge_owner(drawing, result, copy, place, say)
+
+
+# What a new record need not say.
+DEFAULTS = {"LWPOLYLINE": {43: 0, 38: 0, 39: 0}, "MTEXT": {44: 1, 46: 0, 50: 0, 73: 1}, "SPLINE": {74: 0}, "INSERT": {41: 1, 42: 1, 43: 1, 50: 0, 66: 0},
+            "DIMENSION": {71: 5, 72: 1, 73: 0, 74: 0, 75: 0, 280: 0, 50: 0, 51: 0, 53: 0, 41: 1}, "TEXT": {50: 0, 51: 0, 72: 0, 73: 0}, "POLYLINE": {70: 0},
+            "VERTEX": {70: 0}, "ATTDEF": {280: 0}, "ATTRIB": {280: 0}}
+COMMON_DEFAULTS = {39: 0, 48: 1, 60: 0, 62: 256, 370: -1, 67: 0, 210: 0, 220: 0, 230: 1}
+
+
+def in_short(words):
+    return "; ".join(words[:4]) + (f"; and {len(words) - 4} more" if len(words) > 4 else "")
+
+
+COMMON = {6, 8, 48, 60, 62, 347, 370, 420, 430, 440}
+
+
+def by_code(groups):
+    """A new record has the order of its class: by part and code, the values of each in order."""
+    values, part = {}, ""
+    for index, (code, value) in enumerate(groups):
+        if code == 100 and isinstance(value, str):
+            part = value.strip()
+        if code == 101 or code >= 1000:
+            part = "behind"
+        # The common groups of a new record stand where they belong.
+        place = part
+        if part != "behind" and (code in COMMON or code in (5, 330)):
+            place = "AcDbEntity" if code in COMMON else ""
+        values.setdefault((place, code), []).append((index, value))
+    return values
+
+
+def compare_by_code(expected, actual, encoding):
+    wanted, written, words = by_code(expected.groups), by_code(actual), []
+    for (part, code), values in wanted.items():
+        others = [value for _, value in written.pop((part, code), [])]
+        if not others and all(index in expected.droppable for index, _ in values):
+            continue
+        if len(values) != len(others) or not all(same_value(code, v, w, encoding) for (_, v), w in zip(values, others)):
+            shown = (f"{len(values)}, {len(others)} written" if len(values) != len(others) else f"{values[0][1]!r} ...")
+            words.append(f"group {code} of {part or 'the head'}: expected {shown}" + ("" if others else ", missing"))
+    for (part, code), values in written.items():
+        value = values[0][1]
+        loose = next((each for each in expected.loose if each.code == code), None)
+        if loose is None or not same_value(code, loose.value, value, encoding):
+            words.append(f"group {code} of {part or 'the head'} ({value.strip()}) written, not expected")
+    return words
+
+
+def copied(drawing, record):
+    groups, droppable, skipping = [], set(), False
+    defaults = {**COMMON_DEFAULTS, **DEFAULTS.get(record.kind, {})}
+    if normal_of(record) != Z_AXIS:
+        del defaults[210], defaults[220], defaults[230]
+    for code, value in record.groups:
+        if code == 102 and value.strip().startswith("{ACAD_"):
+            skipping = True
+        if not skipping and code != 999:
+            if code in defaults and number(value) == defaults[code]:
+                droppable.add(len(groups))
+            if table_of(record, code):
+                value = Name(drawing.text(value))
+            elif 50 <= code <= 53:
+                value = About(number(value), 1.0, 360.0)  # an angle is held in radians, within one turn
+            elif code == 62 and record.first(420) is not None:
+                value = FREE  # beside a true colour, any index near it
+            groups.append((code, FREE if code in (5, 330) else value))
+        if code == 102 and value == "}":
+            skipping = False
+    loose = [Loose(code, value) for code, value in ((5, FREE), (330, FREE), (30, "0"), (31, "0"), (66, "1"))]
+    if record.kind == "SEQEND":  # it has the look of what it ends
+        loose += [Loose(code, FREE) for code in (6, 48, 60, 62, 370, 420)]
+    return Expected(record, groups, loose, droppable)
+
+
+class Erase(Edit):
+    """What an erased entity owns goes with it, and nothing that stays refers to it."""
+    name, command = "erase", "ERASEHALF"
+
+    def expected(self, drawing):
+        counts, gone, handles = {}, set(), set()
+        for record in drawing.records:
+            if not is_entity(record) or record.kind in NO_ENTITY or not stands_in_edited_block(record):
+                continue
+            if record.kind in PART_KINDS:
+                if record.owner is not None and id(record.owner) in gone:
+                    gone.add(id(record))
+                    handles.add(record.handle)
+                continue
+            place = block_of(drawing, record) if record.section == "ENTITIES" else ("BLOCKS", record.container)
+            place = self.space_of(drawing, place)
+            counts[place] = counts.get(place, 0) + 1
+            if counts[place] % 2 == 0:
+                gone.add(id(record))
+                handles.add(record.handle)
+        handles.discard("")
+        self.owned_gone(drawing, gone, handles)
+        self.handles = handles
+        result = []
+        for record in drawing.records:
+            if id(record) in gone:
+                result.append(None)
+            elif any(is_reference(c) and plain_handle(v) in handles for c, v in record.groups) or (
+                    record.kind == "SORTENTSTABLE"):
+                result.append(self.without_references(record, handles))
+            else:
+                result.append(Expected(record))
+        return result
+
+    def space_of(self, drawing, place):
+        return place
+
+    def owned_gone(self, drawing, gone, handles):
+        """Extension dictionaries of what has gone, and what they own, go along."""
+        found = True
+        while found:
+            found = False
+            for record in drawing.records:
+                if record.section != "OBJECTS" or id(record) in gone or not record.handle:
+                    continue
+                owner = owner_of(record)
+                if owner and owner in handles:
+                    gone.add(id(record))
+                    handles.add(record.handle)
+                    found = True
+
+    def without_references(self, record, handles):
+        groups, droppable = [], set()
+        for index, (code, value) in enumerate(record.groups):
+            group = (code, value)
+            if (is_reference(code) or (record.kind == "SORTENTSTABLE" and code == 5 and index > 0)) and \
+                    plain_handle(value) in handles:
+                group = (code, "0")
+                droppable.add(index)
+                if record.kind == "SORTENTSTABLE" and code == 331 and index + 1 < len(record.groups):
+                    droppable.add(index + 1)
+            elif code in (90, 97, 71, 93, 94) and any(is_reference(c) and plain_handle(v) in handles
+                                                      for c, v in record.groups):
+                group = (code, Either(value, *(str(int(value) - n) for n in range(1, 400)))) if value.strip().lstrip(
+                    "-").isdigit() else group
+            elif code == 102:
+                droppable.add(index)  # an empty list of reactors goes with its braces
+            groups.append(group)
+        return Expected(record, groups, (), droppable)
+
+    def judge_added(self, drawing, result, added, say):
+        for record in added:
+            if record.handle and record.handle in self.handles:
+                say(record, "stays, though what owns it has gone")
+            else:
+                say(record, "record written that nobody asked for")
+
+    def judge_dangling(self, drawing, result, say):
+        before = {r.handle for r in drawing.records if r.handle}
+        after = {r.handle for r in result.records if r.handle}
+        lost = before - after
+        for record in result.records:
+            if record.section in ("HEADER", "CLASSES"):
+                continue
+            for code, value in record.groups:
+                if is_reference(code) and plain_handle(value) in lost:
+                    say(record, f"group {code} refers to an object that has gone")
+
+
+def owner_of(record):
+    """The owner's handle: the first 330 outside of braces."""
+    braces = False
+    for code, value in record.groups:
+        if code == 102:
+            braces = value.strip().startswith("{")
+        elif code == 330 and not braces:
+            return plain_handle(value)
+        elif code == 100:
+            return None
+    return None
+
+
+EDITS = [Touch(), Rename(), Move("move"), Move("turn"), Move("scale"), Color(), TrueColor(), Layer(), Copy(), Erase(), Line()]
+
+
+# The whole drawing.
+
+
+def keys_of(records):
+    """Records are the same by kind and handle; those without a handle by kind, section and the block's place."""
+    keys, block = [], 0
+    for record in records:
+        if record.kind == "BLOCK":
+            block += 1
+        if record.handle:
+            keys.append((record.kind, record.handle))
+        elif record.kind in ("SECTION", "TABLE", "CLASS"):
+            keys.append((record.kind, (record.first(2) or record.first(1) or "").strip()))
+        else:
+            keys.append((record.kind, record.section, block if record.section == "BLOCKS" else record.container))
+    return keys
+
+
+def pair_records(expected, actual, say, added):
+    """Pairs in the file's order. What is only in the one has been lost, what is only in the other has been added."""
+    wanted = [e for e in expected if e is not None]
+    wanted_keys, actual_keys = keys_of([e.record for e in wanted]), keys_of(actual)
+    ahead_wanted, ahead_actual = counted(wanted_keys), counted(actual_keys)
+    pairs, lost, i, j = [], [], 0, 0
+    while i < len(wanted) and j < len(actual):
+        if wanted_keys[i] == actual_keys[j]:
+            pairs.append((wanted[i], actual[j]))
+            ahead_wanted[wanted_keys[i]] -= 1
+            ahead_actual[actual_keys[j]] -= 1
+            i, j = i + 1, j + 1
+        elif not ahead_wanted.get(actual_keys[j]):
+            added.append(actual[j])
+            ahead_actual[actual_keys[j]] -= 1
+            j += 1
+        elif not ahead_actual.get(wanted_keys[i]):
+            lost.append(wanted[i])
+            ahead_wanted[wanted_keys[i]] -= 1
+            i += 1
+        else:
+            say(actual[j], f"stands elsewhere than before: here {wanted[i].record.title()} stood")
+            ahead_actual[actual_keys[j]] -= 1
+            j += 1
+    added += actual[j:]
+    lost += wanted[i:]
+    return pairs, lost
+
+
+def counted(keys):
+    counts = {}
+    for key in keys:
+        counts[key] = counts.get(key, 0) + 1
+    return counts
+
+
+def adjust_counts(drawing, result, expected, added, gone):
+    """Counts of tables and the next free handle follow what came and went."""
+    highest = max((int(r.handle, 16) for r in result.records if is_hexadecimal(r.handle)), default=0)
+    for each in expected:
+        if each is None:
+            continue
+        record = each.record
+        if record.kind == "$HANDSEED" and added:
+            old = record.first(5, "0")
+            each.groups = [(c, Seed(v, highest) if c == 5 else v) for c, v in each.groups]
+        if record.kind == "TABLE" and added:
+            name = (record.first(2) or "").strip()
+            now = len(result.table(name))
+            was = len(drawing.table(name))
+            if now != was:
+                each.groups = [(c, Either(str(now), str(int(v) + now - was)) if c == 70 else v) for c, v in each.groups]
+
+
+def is_hexadecimal(text):
+    try:
+        int(text, 16)
+        return True
+    except ValueError:
+        return False
+
+
+class Seed(Either):
+    """The old seed where it is above every handle, else one that is."""
+
+    def __init__(self, old, highest):
+        super().__init__(old)
+        self.highest = highest
+
+
+def judge(edit, drawing, result, say):
+    """Every record, every group. `say(record, words, before=None, expected=None)` takes the differences."""
+    expected, added = edit.expected(drawing), []
+    pairs, lost = pair_records(expected, result.records, say, added)
+    for each in lost:
+        say(each.record, "record is gone")
+    adjust_counts(drawing, result, expected, added, lost)
+    for each, actual in pairs:
+        if each.groups is actual.groups or each.groups == actual.groups and not each.loose:
+            continue
+        if actual.kind == "$HANDSEED" and added:
+            judge_seed(each, actual, say)
+            continue
+        words = compare_groups(each, actual.groups, result.encoding)
+        if words and hasattr(edit, "alternative"):
+            other = edit.alternative(each.record)
+            if other and not compare_groups(other, actual.groups, result.encoding):
+                continue
+        if words:
+            # Of a record that is written anew, names are spelled as their table spells them.
+            each.groups = [(c, Name(drawing.text(v)) if isinstance(v, str) and table_of(each.record, c) else v)
+                           for c, v in each.groups]
+            words = compare_groups(each, actual.groups, result.encoding)
+        if words:
+            say(actual, in_short(words), each.record)
+    edit.judge_added(drawing, result, added, say)
+    if isinstance(edit, Move):
+        edit.judge_pictures(drawing, pairs, result, say)
+    if isinstance(edit, Erase):
+        edit.judge_dangling(drawing, result, say)
+
+
+def judge_seed(each, actual, say):
+    value = actual.first(5, "0")
+    seed = next((v for c, v in each.groups if c == 5), None)
+    if seed is None or not is_hexadecimal(value) or int(value, 16) <= seed.highest and value != seed.values[0]:
+        say(actual, f"the next free handle is {value}, which is in use")
