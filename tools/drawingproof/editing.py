@@ -6,7 +6,8 @@ import re
 import shutil
 import tempfile
 
-from edits import EDITS, judge
+from comparison import judge
+from edits import EDITS
 from judges import faults_in, library_errors, ogr_errors, quoted
 from records import Drawing
 
