@@ -3,344 +3,91 @@ and value."""
 
 import os
 
-HEADER_2000 = """
-0 SECTION
-2 HEADER
-9 $ACADVER
-1 {version}
-9 $DWGCODEPAGE
-3 ANSI_1252
-9 $CLAYER
-8 Wall
-9 $CELTYPE
-6 Dash
-9 $TEXTSTYLE
-7 Roman
-9 $DIMSTYLE
-2 Metric
-9 $DIMBLK
-1 Tick
-9 $DIMTXSTY
-7 Roman
-9 $HANDSEED
-5 FFF
-0 ENDSEC
-"""
 
-TABLES_2000 = """
-0 SECTION
-2 TABLES
-0 TABLE
-2 LTYPE
-5 5
-330 0
-100 AcDbSymbolTable
-70 4
-0 LTYPE
-5 14
-330 5
-100 AcDbSymbolTableRecord
-100 AcDbLinetypeTableRecord
-2 ByBlock
-70 0
-3
-72 65
-73 0
+def told(text):
+    """Groups stand on a line each, or several on one, between semicolons."""
+    return text.replace(" ; ", "\n")
+
+
+HEADER_2000 = told("""
+0 SECTION ; 2 HEADER
+9 $ACADVER ; 1 {version}
+9 $DWGCODEPAGE ; 3 ANSI_1252
+9 $CLAYER ; 8 Wall
+9 $CELTYPE ; 6 Dash
+9 $TEXTSTYLE ; 7 Roman
+9 $DIMSTYLE ; 2 Metric
+9 $DIMBLK ; 1 Tick
+9 $DIMTXSTY ; 7 Roman
+9 $HANDSEED ; 5 FFF
+0 ENDSEC
+""")
+
+TABLES_2000 = told("""
+0 SECTION ; 2 TABLES
+0 TABLE ; 2 LTYPE ; 5 5 ; 330 0 ; 100 AcDbSymbolTable ; 70 4
+0 LTYPE ; 5 14 ; 330 5 ; 100 AcDbSymbolTableRecord ; 100 AcDbLinetypeTableRecord ; 2 ByBlock ; 70 0 ; 3 ; 72 65 ; 73 0
 40 0.0
-0 LTYPE
-5 15
-330 5
-100 AcDbSymbolTableRecord
-100 AcDbLinetypeTableRecord
-2 ByLayer
-70 0
-3
-72 65
-73 0
+0 LTYPE ; 5 15 ; 330 5 ; 100 AcDbSymbolTableRecord ; 100 AcDbLinetypeTableRecord ; 2 ByLayer ; 70 0 ; 3 ; 72 65 ; 73 0
 40 0.0
-0 LTYPE
-5 16
-330 5
-100 AcDbSymbolTableRecord
-100 AcDbLinetypeTableRecord
-2 Continuous
-70 0
-3 Solid line
-72 65
-73 0
-40 0.0
-0 LTYPE
-5 17
-330 5
-100 AcDbSymbolTableRecord
-100 AcDbLinetypeTableRecord
-2 Dash
-70 0
-3 __ __
-72 65
-73 2
-40 3.0
-49 2.0
-74 0
-49 -1.0
-74 0
+0 LTYPE ; 5 16 ; 330 5 ; 100 AcDbSymbolTableRecord ; 100 AcDbLinetypeTableRecord ; 2 Continuous ; 70 0 ; 3 Solid line
+72 65 ; 73 0 ; 40 0.0
+0 LTYPE ; 5 17 ; 330 5 ; 100 AcDbSymbolTableRecord ; 100 AcDbLinetypeTableRecord ; 2 Dash ; 70 0 ; 3 __ __ ; 72 65
+73 2 ; 40 3.0 ; 49 2.0 ; 74 0 ; 49 -1.0 ; 74 0
 0 ENDTAB
-0 TABLE
-2 LAYER
-5 2
-330 0
-100 AcDbSymbolTable
-70 3
-0 LAYER
-5 10
-330 2
-100 AcDbSymbolTableRecord
-100 AcDbLayerTableRecord
-2 0
-70 0
-62 7
-6 Continuous
-0 LAYER
-5 18
-330 2
-100 AcDbSymbolTableRecord
-100 AcDbLayerTableRecord
-2 Wall
-70 0
-62 1
-6 Dash
-0 LAYER
-5 19
-330 2
-100 AcDbSymbolTableRecord
-100 AcDbLayerTableRecord
-2 Text Ebene
-70 0
-62 2
-6 Continuous
-1001 TEST
-1003 Wall
-1000 named
+0 TABLE ; 2 LAYER ; 5 2 ; 330 0 ; 100 AcDbSymbolTable ; 70 3
+0 LAYER ; 5 10 ; 330 2 ; 100 AcDbSymbolTableRecord ; 100 AcDbLayerTableRecord ; 2 0 ; 70 0 ; 62 7 ; 6 Continuous
+0 LAYER ; 5 18 ; 330 2 ; 100 AcDbSymbolTableRecord ; 100 AcDbLayerTableRecord ; 2 Wall ; 70 0 ; 62 1 ; 6 Dash
+0 LAYER ; 5 19 ; 330 2 ; 100 AcDbSymbolTableRecord ; 100 AcDbLayerTableRecord ; 2 Text Ebene ; 70 0 ; 62 2
+6 Continuous ; 1001 TEST ; 1003 Wall ; 1000 named
 0 ENDTAB
-0 TABLE
-2 STYLE
-5 3
-330 0
-100 AcDbSymbolTable
-70 2
-0 STYLE
-5 11
-330 3
-100 AcDbSymbolTableRecord
-100 AcDbTextStyleTableRecord
-2 Standard
-70 0
-40 0.0
-41 1.0
-50 0.0
-71 0
-42 0.2
-3 txt
-4
-0 STYLE
-5 1A
-330 3
-100 AcDbSymbolTableRecord
-100 AcDbTextStyleTableRecord
-2 Roman
-70 0
-40 0.0
-41 1.0
-50 0.0
-71 0
-42 0.2
-3 romans.shx
-4
+0 TABLE ; 2 STYLE ; 5 3 ; 330 0 ; 100 AcDbSymbolTable ; 70 2
+0 STYLE ; 5 11 ; 330 3 ; 100 AcDbSymbolTableRecord ; 100 AcDbTextStyleTableRecord ; 2 Standard ; 70 0 ; 40 0.0
+41 1.0 ; 50 0.0 ; 71 0 ; 42 0.2 ; 3 txt ; 4
+0 STYLE ; 5 1A ; 330 3 ; 100 AcDbSymbolTableRecord ; 100 AcDbTextStyleTableRecord ; 2 Roman ; 70 0 ; 40 0.0 ; 41 1.0
+50 0.0 ; 71 0 ; 42 0.2 ; 3 romans.shx ; 4
 0 ENDTAB
-0 TABLE
-2 APPID
-5 9
-330 0
-100 AcDbSymbolTable
-70 2
-0 APPID
-5 12
-330 9
-100 AcDbSymbolTableRecord
-100 AcDbRegAppTableRecord
-2 ACAD
-70 0
-0 APPID
-5 1B
-330 9
-100 AcDbSymbolTableRecord
-100 AcDbRegAppTableRecord
-2 TEST
-70 0
+0 TABLE ; 2 APPID ; 5 9 ; 330 0 ; 100 AcDbSymbolTable ; 70 2
+0 APPID ; 5 12 ; 330 9 ; 100 AcDbSymbolTableRecord ; 100 AcDbRegAppTableRecord ; 2 ACAD ; 70 0
+0 APPID ; 5 1B ; 330 9 ; 100 AcDbSymbolTableRecord ; 100 AcDbRegAppTableRecord ; 2 TEST ; 70 0
 0 ENDTAB
-0 TABLE
-2 DIMSTYLE
-5 A
-330 0
-100 AcDbSymbolTable
-70 2
-100 AcDbDimStyleTable
-0 DIMSTYLE
-105 27
-330 A
-100 AcDbSymbolTableRecord
-100 AcDbDimStyleTableRecord
-2 Standard
-70 0
-340 11
-0 DIMSTYLE
-105 28
-330 A
-100 AcDbSymbolTableRecord
-100 AcDbDimStyleTableRecord
-2 Metric
-70 0
-40 2.0
-340 1A
-342 2C
+0 TABLE ; 2 DIMSTYLE ; 5 A ; 330 0 ; 100 AcDbSymbolTable ; 70 2 ; 100 AcDbDimStyleTable
+0 DIMSTYLE ; 105 27 ; 330 A ; 100 AcDbSymbolTableRecord ; 100 AcDbDimStyleTableRecord ; 2 Standard ; 70 0 ; 340 11
+0 DIMSTYLE ; 105 28 ; 330 A ; 100 AcDbSymbolTableRecord ; 100 AcDbDimStyleTableRecord ; 2 Metric ; 70 0 ; 40 2.0
+340 1A ; 342 2C
 0 ENDTAB
-0 TABLE
-2 BLOCK_RECORD
-5 1
-330 0
-100 AcDbSymbolTable
-70 5
-{spaces}
-0 BLOCK_RECORD
-5 2B
-330 1
-100 AcDbSymbolTableRecord
-100 AcDbBlockTableRecord
-2 Door
-340 0
-0 BLOCK_RECORD
-5 2C
-330 1
-100 AcDbSymbolTableRecord
-100 AcDbBlockTableRecord
-2 Tick
-340 0
-0 BLOCK_RECORD
-5 2D
-330 1
-100 AcDbSymbolTableRecord
-100 AcDbBlockTableRecord
-2 *D1
-340 0
+0 TABLE ; 2 BLOCK_RECORD ; 5 1 ; 330 0 ; 100 AcDbSymbolTable ; 70 5 ; {spaces}
+0 BLOCK_RECORD ; 5 2B ; 330 1 ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 Door ; 340 0
+0 BLOCK_RECORD ; 5 2C ; 330 1 ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 Tick ; 340 0
+0 BLOCK_RECORD ; 5 2D ; 330 1 ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 *D1 ; 340 0
 0 ENDTAB
 0 ENDSEC
-"""
+""")
 
-SPACES = """
-0 BLOCK_RECORD
-5 1F
-330 1
-100 AcDbSymbolTableRecord
-100 AcDbBlockTableRecord
-2 {model}
-340 {layout}
-0 BLOCK_RECORD
-5 1E
-330 1
-100 AcDbSymbolTableRecord
-100 AcDbBlockTableRecord
-2 *Paper_Space
-340 59
-"""
+SPACES = told("""
+0 BLOCK_RECORD ; 5 1F ; 330 1 ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 {model} ; 340 {layout}
+0 BLOCK_RECORD ; 5 1E ; 330 1 ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 *Paper_Space ; 340 59
+""")
 
-BLOCK_2000 = """
-0 BLOCK
-5 {handle}1
-330 {record}
-100 AcDbEntity
-8 {layer}
-100 AcDbBlockBegin
-2 {name}
-70 0
-10 0.0
-20 0.0
-30 0.0
-3 {name}
-1
-{contents}
-0 ENDBLK
-5 {handle}2
-330 {record}
-100 AcDbEntity
-8 {layer}
-100 AcDbBlockEnd
-"""
+BLOCK_2000 = told("""
+0 BLOCK ; 5 {handle}1 ; 330 {record} ; 100 AcDbEntity ; 8 {layer} ; 100 AcDbBlockBegin ; 2 {name} ; 70 0 ; 10 0.0
+20 0.0 ; 30 0.0 ; 3 {name} ; 1 ; {contents}
+0 ENDBLK ; 5 {handle}2 ; 330 {record} ; 100 AcDbEntity ; 8 {layer} ; 100 AcDbBlockEnd
+""")
 
-OBJECTS_2000 = """
-0 SECTION
-2 OBJECTS
-0 DICTIONARY
-5 C
-330 0
-100 AcDbDictionary
-281 1
-3 ACAD_GROUP
-350 D
-3 ACAD_LAYOUT
-350 57
-0 DICTIONARY
-5 D
-330 C
-100 AcDbDictionary
-281 1
-3 PAIR
-350 5A
-0 DICTIONARY
-5 57
-330 C
-100 AcDbDictionary
-281 1
-3 Layout1
-350 59
-3 Model
-350 58
-0 LAYOUT
-5 58
-330 57
-100 AcDbPlotSettings
-1
-2 none_device
-70 1024
-100 AcDbLayout
-1 Model
-70 1
-71 0
+OBJECTS_2000 = told("""
+0 SECTION ; 2 OBJECTS
+0 DICTIONARY ; 5 C ; 330 0 ; 100 AcDbDictionary ; 281 1 ; 3 ACAD_GROUP ; 350 D ; 3 ACAD_LAYOUT ; 350 57
+0 DICTIONARY ; 5 D ; 330 C ; 100 AcDbDictionary ; 281 1 ; 3 PAIR ; 350 5A
+0 DICTIONARY ; 5 57 ; 330 C ; 100 AcDbDictionary ; 281 1 ; 3 Layout1 ; 350 59 ; 3 Model ; 350 58
+0 LAYOUT ; 5 58 ; 330 57 ; 100 AcDbPlotSettings ; 1 ; 2 none_device ; 70 1024 ; 100 AcDbLayout ; 1 Model ; 70 1 ; 71 0
 330 1F
-0 LAYOUT
-5 59
-330 57
-100 AcDbPlotSettings
-1
-2 none_device
-70 0
-100 AcDbLayout
-1 Layout1
-70 1
-71 1
+0 LAYOUT ; 5 59 ; 330 57 ; 100 AcDbPlotSettings ; 1 ; 2 none_device ; 70 0 ; 100 AcDbLayout ; 1 Layout1 ; 70 1 ; 71 1
 330 1E
-0 GROUP
-5 5A
-330 D
-100 AcDbGroup
-300 two of them
-70 0
-71 1
-340 100
-340 101
-{objects}
+0 GROUP ; 5 5A ; 330 D ; 100 AcDbGroup ; 300 two of them ; 70 0 ; 71 1 ; 340 100 ; 340 101 ; {objects}
 0 ENDSEC
 0 EOF
-"""
+""")
 
 
 def section(name, contents):
@@ -397,46 +144,19 @@ def form_2000(entities, version="AC1015", blocks="", objects="", model="*Model_S
     return result + section("ENTITIES", entities) + OBJECTS_2000.format(objects=objects)
 
 
-DIMENSION = """
-0 DIMENSION
-5 {handle}
-330 1F
-100 AcDbEntity
-8 Wall{extra}
-100 AcDbDimension{block}
-10 1.0
-20 9.0
-30 0.0
-11 3.5
-21 9.0
-31 0.0
-70 {type}
-42 5.0{style}
-100 AcDbAlignedDimension
-13 1.0
-23 2.0
-33 0.0
-14 6.0
-24 2.0
-34 0.0{rotated}"""
+DIMENSION = told("""
+0 DIMENSION ; 5 {handle} ; 330 1F ; 100 AcDbEntity ; 8 Wall{extra} ; 100 AcDbDimension{block} ; 10 1.0 ; 20 9.0
+30 0.0 ; 11 3.5 ; 21 9.0 ; 31 0.0 ; 70 {type} ; 42 5.0{style} ; 100 AcDbAlignedDimension ; 13 1.0 ; 23 2.0 ; 33 0.0
+14 6.0 ; 24 2.0 ; 34 0.0{rotated}""")
 
 
 def dimension(handle, picture="\n2 *D1", style="\n3 Metric", extra=""):
     return DIMENSION.format(handle=handle, block=picture, style=style, extra=extra, type=32, rotated="\n50 0.0\n100 AcDbRotatedDimension")
 
 
-INSERT = """
-0 INSERT
-5 {handle}
-330 1F
-100 AcDbEntity
-8 Wall{extra}
-100 AcDbBlockReference{attributes}
-2 {name}
-10 7.0
-20 8.0
-30 0.0
-50 30.0{xdata}"""
+INSERT = told("""
+0 INSERT ; 5 {handle} ; 330 1F ; 100 AcDbEntity ; 8 Wall{extra} ; 100 AcDbBlockReference{attributes} ; 2 {name}
+10 7.0 ; 20 8.0 ; 30 0.0 ; 50 30.0{xdata}""")
 
 
 def insert(handle, name="Door", attributes="", extra="", xdata="", with_normal=""):
@@ -448,31 +168,10 @@ def attribute(handle, owner, contents="12"):
     return text(handle, contents, "ATTRIB", behind="\n100 AcDbAttribute\n2 NUMBER\n70 0", owner=owner)
 
 
-EXTENDED_DATA = """
-1001 TEST
-1000 a text
-1002 {
-1003 WALL
-1004 0AFF
-1005 100
-1002 }
-1010 1.0
-1020 2.0
-1030 3.0
-1011 4.0
-1021 5.0
-1031 6.0
-1012 7.0
-1022 8.0
-1032 9.0
-1013 1.0
-1023 0.0
-1033 0.0
-1040 1.5
-1041 2.5
-1042 3.5
-1070 12
-1071 123456"""
+EXTENDED_DATA = told("""
+1001 TEST ; 1000 a text ; 1002 { ; 1003 WALL ; 1004 0AFF ; 1005 100 ; 1002 } ; 1010 1.0 ; 1020 2.0 ; 1030 3.0
+1011 4.0 ; 1021 5.0 ; 1031 6.0 ; 1012 7.0 ; 1022 8.0 ; 1032 9.0 ; 1013 1.0 ; 1023 0.0 ; 1033 0.0 ; 1040 1.5 ; 1041 2.5
+1042 3.5 ; 1070 12 ; 1071 123456""")
 
 TILTED = """
 210 0.6
@@ -493,7 +192,7 @@ def curves(first, normal):
 
     point = "\n10 3.0\n20 4.0\n30 5.0"
     circle = point + "\n40 2.0"
-    light = "\n90 3\n70 1\n38 2.0\n10 0.0\n20 0.0\n42 0.5\n10 5.0\n20 0.0\n10 5.0\n20 5.0"
+    light = "\n90 3\n70 1\n38 2.0\n39 1.5\n10 0.0\n20 0.0\n40 0.5\n41 1.0\n42 0.5\n10 5.0\n20 0.0\n10 5.0\n20 5.0"
     corners = "".join(f"\n1{i} {x}\n2{i} {y}\n3{i} 2.0" for i, (x, y) in enumerate(((0.0, 0.0), (4.0, 0.0), (0.0, 3.0), (4.0, 3.0))))
     polyline = head("POLYLINE", "AcDb2dPolyline")
     owner = polyline.split("\n")[2][2:]
@@ -502,6 +201,17 @@ def curves(first, normal):
         old += (f"\n0 VERTEX\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall\n100 AcDbVertex\n100 AcDb2dVertex"
                 f"\n10 {x}\n20 {y}\n30 2.0\n42 0.25")
     old += f"\n0 SEQEND\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall"
+    for kind, flags, marks in (("AcDb3dPolyline", 9, "AcDb3dPolylineVertex"), ("AcDbPolyFaceMesh", 64, "AcDbPolyFaceMeshVertex")):
+        spatial = head("POLYLINE", kind)
+        owner = spatial.split("\n")[2][2:]
+        old += spatial + f"\n66 1\n10 0.0\n20 0.0\n30 0.0\n70 {flags}"
+        for x, y in ((0.0, 1.0), (4.0, 2.0), (4.0, 3.0)):
+            old += (f"\n0 VERTEX\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall\n100 AcDbVertex\n100 {marks}"
+                    f"\n10 {x}\n20 {y}\n30 7.0\n70 {32 if flags == 9 else 192}")
+        old += f"\n0 SEQEND\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall"
+    spline = ("\n70 8\n71 3\n72 8\n73 4\n74 2\n42 0.000001\n43 0.000001\n44 0.0001\n12 0.6\n22 0.8\n32 0.0\n13 1.0\n23 0.0\n33 0.0" +
+              "\n40 0.0" * 4 + "\n40 1.0" * 4 + "".join(f"\n10 {x}\n20 {x * x}\n30 1.0" for x in (0.0, 1.0, 2.0, 3.0)) +
+              "\n11 0.0\n21 0.0\n31 1.0\n11 3.0\n21 9.0\n31 1.0")
     hatch = ("\n10 0.0\n20 0.0\n30 2.0" + (normal or "\n210 0.0\n220 0.0\n230 1.0") + "\n2 LINES\n70 0\n71 0\n91 2"
              "\n92 2\n72 1\n73 1\n93 3\n10 0.0\n20 0.0\n42 0.0\n10 5.0\n20 0.0\n42 0.5\n10 5.0\n20 5.0\n42 0.0\n97 0"
              "\n92 1\n93 3\n72 1\n10 0.0\n20 0.0\n11 2.0\n21 0.0\n72 2\n10 1.0\n20 0.0\n40 1.0\n50 0.0\n51 180.0\n73 1"
@@ -519,278 +229,68 @@ def curves(first, normal):
             "\n11 0.0\n21 1.0\n31 0.0" + head("LINE", "AcDbLine") + "\n39 2.0" + point + "\n11 9.0\n21 9.0\n31 9.0" + normal +
             head("3DFACE", "AcDbFace") + corners + head("RAY", "AcDbRay") + point + "\n11 0.6\n21 0.8\n31 0.0" +
             head("XLINE", "AcDbXline") + point + "\n11 0.0\n21 1.0\n31 0.0" +
-            head("HATCH", "AcDbHatch") + hatch + old)
+            head("SPLINE", "AcDbSpline") + spline + head("HATCH", "AcDbHatch") + hatch + old)
 
 
 PLAIN_TWO = line("100") + line("101", extra="\n6 Dash\n62 3\n370 25\n48 2.0")
 
-R12 = """
-0 SECTION
-2 HEADER
-9 $ACADVER
-1 AC1009
-{handling}9 $CLAYER
-8 WALL
-9 $DIMBLK
-1 TICK
+R12 = told("""
+0 SECTION ; 2 HEADER
+9 $ACADVER ; 1 AC1009 ; {handling}9 $CLAYER ; 8 WALL
+9 $DIMBLK ; 1 TICK
 0 ENDSEC
-0 SECTION
-2 TABLES
-0 TABLE
-2 LTYPE
-70 2
-0 LTYPE
-2 CONTINUOUS
-70 64
-3 Solid line
-72 65
-73 0
-40 0.0
-0 LTYPE
-2 DASH
-70 64
-3 __ __
-72 65
-73 2
-40 3.0
-49 2.0
-49 -1.0
+0 SECTION ; 2 TABLES
+0 TABLE ; 2 LTYPE ; 70 2
+0 LTYPE ; 2 CONTINUOUS ; 70 64 ; 3 Solid line ; 72 65 ; 73 0 ; 40 0.0
+0 LTYPE ; 2 DASH ; 70 64 ; 3 __ __ ; 72 65 ; 73 2 ; 40 3.0 ; 49 2.0 ; 49 -1.0
 0 ENDTAB
-0 TABLE
-2 LAYER
-70 2
-0 LAYER
-2 0
-70 64
-62 7
-6 CONTINUOUS
-0 LAYER
-2 WALL
-70 64
-62 1
-6 DASH
+0 TABLE ; 2 LAYER ; 70 2
+0 LAYER ; 2 0 ; 70 64 ; 62 7 ; 6 CONTINUOUS
+0 LAYER ; 2 WALL ; 70 64 ; 62 1 ; 6 DASH
 0 ENDTAB
-0 TABLE
-2 STYLE
-70 1
-0 STYLE
-2 ROMAN
-70 64
-40 0.0
-41 1.0
-50 0.0
-71 0
-42 0.2
-3 romans
-4
+0 TABLE ; 2 STYLE ; 70 1
+0 STYLE ; 2 ROMAN ; 70 64 ; 40 0.0 ; 41 1.0 ; 50 0.0 ; 71 0 ; 42 0.2 ; 3 romans ; 4
 0 ENDTAB
-0 TABLE
-2 DIMSTYLE
-70 1
-0 DIMSTYLE
-2 METRIC
-70 64
-3
-4
-5 TICK
-6
-7
-40 1.0
+0 TABLE ; 2 DIMSTYLE ; 70 1
+0 DIMSTYLE ; 2 METRIC ; 70 64 ; 3 ; 4 ; 5 TICK ; 6 ; 7 ; 40 1.0
 0 ENDTAB
-0 TABLE
-2 APPID
-70 1
-0 APPID
-2 TEST
-70 64
+0 TABLE ; 2 APPID ; 70 1
+0 APPID ; 2 TEST ; 70 64
 0 ENDTAB
 0 ENDSEC
-0 SECTION
-2 BLOCKS
-0 BLOCK
-8 0
-2 TICK
-70 0
-10 0.0
-20 0.0
-30 0.0
-3 TICK
-0 LINE
-8 0
-10 0.0
-20 0.0
-30 0.0
-11 1.0
-21 1.0
-31 0.0
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 DOOR
-70 2
-10 0.0
-20 0.0
-30 0.0
-3 DOOR
-0 INSERT
-8 0
-2 TICK
-10 1.0
-20 1.0
-30 0.0
-0 ATTDEF
-8 0
-10 0.0
-20 0.0
-30 0.0
-40 2.0
-1 12
-3 Number?
-2 NUMBER
-70 0
-7 ROMAN
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 *D1
-70 1
-10 0.0
-20 0.0
-30 0.0
-3 *D1
-0 LINE
-8 WALL
-10 1.0
-20 2.0
-30 0.0
-11 6.0
-21 2.0
-31 0.0
-0 ENDBLK
-8 0
+0 SECTION ; 2 BLOCKS
+0 BLOCK ; 8 0 ; 2 TICK ; 70 0 ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 3 TICK
+0 LINE ; 8 0 ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 11 1.0 ; 21 1.0 ; 31 0.0
+0 ENDBLK ; 8 0
+0 BLOCK ; 8 0 ; 2 DOOR ; 70 2 ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 3 DOOR
+0 INSERT ; 8 0 ; 2 TICK ; 10 1.0 ; 20 1.0 ; 30 0.0
+0 ATTDEF ; 8 0 ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 40 2.0 ; 1 12 ; 3 Number? ; 2 NUMBER ; 70 0 ; 7 ROMAN
+0 ENDBLK ; 8 0
+0 BLOCK ; 8 0 ; 2 *D1 ; 70 1 ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 3 *D1
+0 LINE ; 8 WALL ; 10 1.0 ; 20 2.0 ; 30 0.0 ; 11 6.0 ; 21 2.0 ; 31 0.0
+0 ENDBLK ; 8 0
 0 ENDSEC
-0 SECTION
-2 ENTITIES
-0 LINE
-8 WALL
-10 1.0
-20 2.0
-11 3.0
-21 4.0
-0 LINE
-8 wall
-6 DASH
-62 3
-10 1.0
-20 2.0
-30 3.0
-11 3.0
-21 4.0
-31 3.0
-0 POLYLINE
-8 WALL
-66 1
-10 0.0
-20 0.0
-30 2.0
-70 1
-0 VERTEX
-8 WALL
-10 0.0
-20 0.0
-30 2.0
-0 VERTEX
-8 WALL
-10 5.0
-20 0.0
-30 2.0
-42 0.5
-0 SEQEND
-8 WALL
-0 INSERT
-8 WALL
-66 1
-2 Door
-10 7.0
-20 8.0
-30 0.0
-0 ATTRIB
-8 0
-10 7.0
-20 8.0
-30 0.0
-40 2.0
-1 13
-2 NUMBER
-70 0
-7 ROMAN
-0 SEQEND
-8 WALL
-0 TEXT
-8 WALL
-10 1.0
-20 1.0
-30 0.0
-40 2.5
-1 words
-7 roman
-1001 TEST
-1003 WALL
-1011 1.0
-1021 2.0
+0 SECTION ; 2 ENTITIES
+0 LINE ; 8 WALL ; 10 1.0 ; 20 2.0 ; 11 3.0 ; 21 4.0
+0 LINE ; 8 wall ; 6 DASH ; 62 3 ; 10 1.0 ; 20 2.0 ; 30 3.0 ; 11 3.0 ; 21 4.0 ; 31 3.0
+0 POLYLINE ; 8 WALL ; 66 1 ; 10 0.0 ; 20 0.0 ; 30 2.0 ; 70 1
+0 VERTEX ; 8 WALL ; 10 0.0 ; 20 0.0 ; 30 2.0
+0 VERTEX ; 8 WALL ; 10 5.0 ; 20 0.0 ; 30 2.0 ; 42 0.5
+0 SEQEND ; 8 WALL
+0 INSERT ; 8 WALL ; 66 1 ; 2 Door ; 10 7.0 ; 20 8.0 ; 30 0.0
+0 ATTRIB ; 8 0 ; 10 7.0 ; 20 8.0 ; 30 0.0 ; 40 2.0 ; 1 13 ; 2 NUMBER ; 70 0 ; 7 ROMAN
+0 SEQEND ; 8 WALL
+0 TEXT ; 8 WALL ; 10 1.0 ; 20 1.0 ; 30 0.0 ; 40 2.5 ; 1 words ; 7 roman ; 1001 TEST ; 1003 WALL ; 1011 1.0 ; 1021 2.0
 1031 3.0
-0 DIMENSION
-8 WALL
-2 *D1
-10 1.0
-20 9.0
-30 0.0
-11 3.5
-21 9.0
-31 0.0
-70 0
-3 METRIC
-13 1.0
-23 2.0
-33 0.0
-14 6.0
-24 2.0
-34 0.0
-0 DIMENSION
-8 WALL
-10 1.0
-20 9.0
-30 0.0
-11 3.5
-21 9.0
-31 0.0
-70 1
-3 MISSING
-13 1.0
-23 2.0
-33 0.0
-14 6.0
-24 2.0
-34 0.0
-0 SOLID
-8 WALL
-10 0.0
-20 0.0
-30 0.0
-11 1.0
-21 0.0
-31 0.0
-12 0.0
-22 1.0
-32 0.0
-13 1.0
-23 1.0
+0 DIMENSION ; 8 WALL ; 2 *D1 ; 10 1.0 ; 20 9.0 ; 30 0.0 ; 11 3.5 ; 21 9.0 ; 31 0.0 ; 70 0 ; 3 METRIC ; 13 1.0 ; 23 2.0
+33 0.0 ; 14 6.0 ; 24 2.0 ; 34 0.0
+0 DIMENSION ; 8 WALL ; 10 1.0 ; 20 9.0 ; 30 0.0 ; 11 3.5 ; 21 9.0 ; 31 0.0 ; 70 1 ; 3 MISSING ; 13 1.0 ; 23 2.0
+33 0.0 ; 14 6.0 ; 24 2.0 ; 34 0.0
+0 SOLID ; 8 WALL ; 10 0.0 ; 20 0.0 ; 30 0.0 ; 11 1.0 ; 21 0.0 ; 31 0.0 ; 12 0.0 ; 22 1.0 ; 32 0.0 ; 13 1.0 ; 23 1.0
 33 0.0
 0 ENDSEC
 0 EOF
-"""
+""")
 
 
 def behind_first_mark(entities):
@@ -841,6 +341,9 @@ def samples():
         "comments": form_2000(all_kinds).replace("\n8 Wall\n", "\n999 between the groups\n8 Wall\n").replace("\n0 LINE\n", "\n999 before a record\n0 LINE\n"),
         "names-by-case": form_2000(all_kinds).replace("2 Door\n10", "2 DOOR\n10").replace("\n8 Wall\n100 AcDbLine", "\n8 WALL\n100 AcDbLine").replace(
             "\n7 Roman\n100", "\n7 roman\n100").replace("3 Metric", "3 METRIC"),
+        "names-by-escape": form_2000(all_kinds).replace("2 Wall\n", "2 W\xe4nde \u20ac\n").replace("8 Wall\n100 AcDbLine", "8 W\\U+00E4nde \\U+20AC\n100 AcDbLine").replace(
+            "8 Wall", "8 W\xc4NDE \u20ac").replace("1003 Wall", "1003 W\xe4nde \u20ac").replace("2 Door", "2 T\xfcr").replace(
+                "3 Door", "3 T\xfcr"),
         "names-with-blanks": form_2000(all_kinds).replace("\n8 Wall\n100 AcDbLine", "\n8  Wall \n100 AcDbLine").replace("2 Door\n10", "2  Door \n10"),
         "extended-data": form_2000(line("100", xdata=EXTENDED_DATA) + line("101", xdata="\n1001 TEST\n1000 x\n1001 ACAD\n1070 1") + insert(
             "102", xdata=EXTENDED_DATA, attributes=attribute("103", "102") + EXTENDED_DATA) + text("104") + EXTENDED_DATA + dimension("105") + EXTENDED_DATA +
