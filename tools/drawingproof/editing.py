@@ -7,8 +7,9 @@ import shutil
 import tempfile
 
 from comparison import judge
-from edits import EDITS
+from edits import EDITS, is_edited, is_top_level
 from judges import faults_in, library_errors, ogr_errors, quoted
+from motion import kind_of
 from records import Drawing
 
 
@@ -35,6 +36,7 @@ class EditedDrawing:
         self.console, self.path, self.folder = console, path, folder
         self.edits = [edit for edit in EDITS if not wanted or edit.name in wanted]
         self.findings, self.records, self.with_judges = [], 0, with_judges
+        self.still = set()  # kinds that a motion leaves where they are
         self.name = os.path.splitext(os.path.basename(path))[0]
 
     def say(self, edit, words, record=None, before=None):
@@ -80,6 +82,7 @@ class EditedDrawing:
     def check(self):
         try:
             self.original = Drawing(self.path)
+            self.still = {r.kind for r in self.original.records if is_top_level(r) and is_edited(r) and not kind_of(r)}
             self.make_edits()
             before = self.complaints(self.path, None) if self.with_judges else None
             for edit in self.edits:

@@ -13,6 +13,7 @@ What may differ, and why:
 - A copy is a new record: in the order of its class, without groups that have their default, without comments, reactors and extension
   dictionary; beside a true colour any index; its SEQEND has the look of what it ends. Copied are the kinds that the host has a class for.
 - Where something has gone, a reference to it may go or become 0, with the pair or the braces that it stood in, and counts may fall.
+  What applications keep in records of their own (XRECORD, the section ACDSDATA) may stay.
 - The count of a table and $HANDSEED follow new records; a section that a file lacked comes with its first record.
 Kinds without a class (motion.kind_of gives None: meshes, leaders, viewports, images, solids, proxies and the like) stay as they are in
 motions; their extended data too.
@@ -476,7 +477,7 @@ def copied(drawing, record):
 
 
 class Erase(Edit):
-    """What an erased entity owns goes with it, and nothing that stays refers to it."""
+    """What an erased entity owns goes with it, and nothing that stays refers to what has gone."""
     name, command = "erase", "ERASEHALF"
 
     def expected(self, drawing):
@@ -501,8 +502,7 @@ class Erase(Edit):
         for record in drawing.records:
             if id(record) in gone:
                 result.append(None)
-            elif any(is_reference(c) and plain_handle(v) in handles for c, v in record.groups) or (
-                    record.kind == "SORTENTSTABLE"):
+            elif any(is_reference(c) and plain_handle(v) in handles for c, v in record.groups):
                 result.append(self.without_references(record, handles))
             else:
                 result.append(Expected(record))
@@ -523,22 +523,18 @@ class Erase(Edit):
                     found = True
 
     def without_references(self, record, handles):
-        groups, droppable = [], set()
-        for index, (code, value) in enumerate(record.groups):
-            group = (code, value)
-            if (is_reference(code) or (record.kind == "SORTENTSTABLE" and code == 5 and index > 0)) and \
-                    plain_handle(value) in handles:
-                group = (code, "0")
+        groups, droppable = list(record.groups), set()
+        gone = {i for i, (c, v) in enumerate(groups) if is_reference(c) and plain_handle(v) in handles}
+        counts = COUNTS_OF_REFERENCES.get(record.kind, ())
+        for index, (code, value) in enumerate(groups):
+            if index in gone:
+                groups[index] = (code, Either("0", value) if is_own_data(record) else "0")
                 droppable.add(index)
-                if record.kind == "SORTENTSTABLE" and code == 331 and index + 1 < len(record.groups):
+                if record.kind == "SORTENTSTABLE" and code == 331:
                     droppable.add(index + 1)
-            elif code in (90, 97, 71, 93, 94) and any(is_reference(c) and plain_handle(v) in handles
-                                                      for c, v in record.groups):
-                group = (code, Either(value, *(str(int(value) - n) for n in range(1, 400)))) if value.strip().lstrip(
-                    "-").isdigit() else group
-            elif code == 102:
-                droppable.add(index)  # an empty list of reactors goes with its braces
-            groups.append(group)
+            elif code in counts and gone:
+                groups[index] = (code, Either(*(str(int(value) - fewer) for fewer in range(len(gone) + 1))))
+        droppable |= empty_braces(groups, gone)
         return Expected(record, groups, (), droppable)
 
     def judge_added(self, drawing, result, added, say):
@@ -548,16 +544,29 @@ class Erase(Edit):
             else:
                 say(record, "record written that nobody asked for")
 
-    def judge_result(self, drawing, pairs, result, say):
-        before = {r.handle for r in drawing.records if r.handle}
-        after = {r.handle for r in result.records if r.handle}
-        lost = before - after
-        for record in result.records:
-            if record.section in ("HEADER", "CLASSES"):
-                continue
-            for code, value in record.groups:
-                if is_reference(code) and plain_handle(value) in lost:
-                    say(record, f"group {code} refers to an object that has gone")
+
+# Numbers of references, and what says that there are some.
+COUNTS_OF_REFERENCES = {"HATCH": (97, 71), "FIELDLIST": (90,), "FIELD": (96, 97)}
+
+
+def is_own_data(record):
+    """What an application keeps for itself: nobody but it knows what a handle in there is for."""
+    return record.kind == "XRECORD" or record.section == "ACDSDATA"
+
+
+def empty_braces(groups, gone):
+    """The places of the marks of a list whose references have all gone."""
+    places, begin = set(), None
+    for index, (code, value) in enumerate(groups):
+        if code != 102:
+            continue
+        if value.strip().startswith("{"):
+            begin = index
+        elif begin is not None:
+            if all(each in gone for each in range(begin + 1, index)):
+                places |= {begin, index}
+            begin = None
+    return places
 
 
 def owner_of(record):
