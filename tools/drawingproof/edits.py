@@ -3,15 +3,16 @@ groups alone.
 
 What may differ, and why:
 - A number is its value, a handle its number, a text its characters: how they are spelled is the writer's.
-- Of a record that is written anew, a name is spelled as its table spells it: names are the same in any case. A name with blanks
-  around may be one of its own or that without them: programs read it either way.
+- Of a record that is written anew, a name is spelled as its table spells it: names are the same in any case, and with
+  blanks around.
 - What a motion works out is equal to 1e-12 of the numbers involved; an angle by whole turns; a height of 0 may come to a point that
   had none; sizes (thickness, scales) may be worked out anew by a turn. An angle or elevation that becomes 0 may go, as 0 is what its
   absence means.
 - The picture of a moved dimension is another block or the old one, moved; its place (group 12) may be taken up by its contents.
 - A true colour may be kept by its index alone in forms before 2004, which have no group for it.
 - A copy is a new record: in the order of its class, without groups that have their default, without comments, reactors and extension
-  dictionary; beside a true colour any index; its SEQEND has the look of what it ends. Copied are the kinds that the host has a class for.
+  dictionary; beside a true colour any index; its SEQEND has the look of what it ends and no
+  data. Copied are the kinds that the host has a class for.
 - Where something has gone, a reference to it may go or become 0, with the pair or the braces that it stood in, and counts may fall.
   What applications keep in records of their own (XRECORD, the section ACDSDATA) may stay.
 - The count of a table and $HANDSEED follow new records; a section that a file lacked comes with its first record.
@@ -471,7 +472,8 @@ def copied(drawing, record):
         if code == 102 and value == "}":
             skipping = False
     loose = [Loose(code, value) for code, value in ((5, FREE), (330, FREE), (30, "0"), (31, "0"), (66, "1"))]
-    if record.kind == "SEQEND":  # it has the look of what it ends
+    if record.kind == "SEQEND":  # it has the look of what it ends, and nothing else
+        groups = [group for group in groups if group[0] < 1000]
         loose += [Loose(code, FREE) for code in (6, 48, 60, 62, 370, 420)]
     return Expected(record, groups, loose, droppable)
 

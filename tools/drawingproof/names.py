@@ -1,7 +1,7 @@
 """Which groups of a drawing are references by name, and what a new name of all records makes of them."""
 
 from motion import kind_of
-from records import Either, Expected, Loose, Name
+from records import Expected, Loose, Name
 
 STANDING = {"0", "bylayer", "byblock", "continuous"}
 NO_NAME = set('<>/\\":;?*|,=`')
@@ -77,11 +77,7 @@ def renamed(drawing, record, names, taken):
                 table = None
             taken.add(own)
         new = names[table].get(drawing.text(value).strip().casefold()) if table else None
-        if new and value != value.strip() and not bears_name(record):
-            new_value = Either(Name(new), value)  # blanks around a name may be part of it
-        else:
-            new_value = Name(new) if new else value
-        groups.append((code, new_value))
+        groups.append((code, Name(new) if new else value))
         seen.add(code)
     if is_entity(record):
         for (kind, code), part in WHERE_ABSENT.items():
