@@ -180,7 +180,8 @@ def is_reference(code):
 
 
 class About:
-    """A real that has been worked out: equal to 1e-12 of itself or of `size`, the largest number it comes from; angles by whole periods."""
+    """A real that has been worked out: equal to 1e-12 of itself or of `size`, the largest number that it comes from; an
+    angle by whole periods."""
 
     def __init__(self, value, size=1.0, period=0.0):
         self.value, self.size, self.period = value, size, period
