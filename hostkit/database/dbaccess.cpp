@@ -19,7 +19,7 @@ AcDbObjectId DatabaseAccess::add(AcDbDatabase& database, AcDbObject* object, AcD
     if (!stub) stub = contents.makeStub(handle);
     stub->object = object;
     object->m_id = AcDbObjectId(stub);
-    object->m_ownerId = owner;
+    object->takeOwner(owner);
     if (wasPromised) {
         contents.ownedObjects.scan().cameLate(*stub);
         contents.blockUsers.scan().cameLate(*stub);

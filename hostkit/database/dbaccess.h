@@ -64,7 +64,7 @@ public:
     /// What a document says of its drawing.
     static void setMayWrite(AcDbDatabase& database, bool may) { database.m_mayWrite = may; }
 
-    static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.m_ownerId = owner; }
+    static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.takeOwner(owner); }
     static void setSource(AcDbObject& object, SourceSpan span) { object.m_source = PackedSource(span); }
     /// What a reader calls when an object has its fields: as if never touched.
     static void markUnchanged(AcDbObject& object) {

@@ -25,6 +25,7 @@ Acad::ErrorStatus AcDbAttributeDefinition::dxfInFields(AcDbDxfFiler* filer) {
     DatabaseAccess::dropEmbedded(*this);
     const bool hasVersion = filer->dwgVersion() >= AcDb::kDHL_1024;
     return readFields(*filer, Filing::groups, *this, [&](const AcDbDxfGroup& group) {
+        if (isOfParagraph(group.code)) return readEmbedded(*this, group);
         if (group.code != Filing::versionOrLockCode) return false;
         if (hasVersion && m_tag.empty()) return group.integer == 0;
         m_lockPosition = group.integer == 1;

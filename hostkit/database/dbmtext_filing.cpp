@@ -60,9 +60,9 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbMText")) return status;
     m_contents.clear();
     DatabaseAccess::dropEmbedded(*this);
-    const Acad::ErrorStatus read =
-        readFields(*filer, Filing::head, *this,
-                   [&](const AcDbDxfGroup& group) { return Filing::readGroup(*this, group, *filer); });
+    const Acad::ErrorStatus read = readFields(*filer, Filing::head, *this, [&](const AcDbDxfGroup& group) {
+        return Filing::readGroup(*this, group, *filer);
+    });
     takeStandardRecord(*filer, TableKind::kTextStyle, Filing::styleCode, *this, m_styleId);
     return read;
 }

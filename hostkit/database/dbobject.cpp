@@ -23,6 +23,12 @@ AcDbObject::~AcDbObject() = default;
 
 AcDbObject::AcDbObject(const AcDbObject& other)
     : AcRxObject(other) {
+    // Until the copy has an owner it remembers whose it is.
+    m_source = other.m_source.forCopy();
+    if (!m_source.originalSpan().isEmpty()) {
+        m_ownerId = (other.m_flags & kCopy) != 0 || other.m_id.isNull() ? other.m_ownerId : other.m_id;
+        m_flags = kCopy;
+    }
     if (!other.m_extras) return;
     if (other.hasXData()) extras().extendedData = other.m_extras->extendedData;
     extras().unplaced = other.m_extras->unplaced;
@@ -34,6 +40,13 @@ AcDbObject& AcDbObject::operator=(const AcDbObject& other) {
     m_source = other.m_source;
     m_extras = other.m_extras ? std::make_unique<hostkit::ObjectExtras>(*other.m_extras) : nullptr;
     return *this;
+}
+
+// What no class reads of the original's record means something in the original's drawing alone.
+void AcDbObject::takeOwner(AcDbObjectId owner) {
+    if ((m_flags & kCopy) != 0 && m_ownerId.database() != owner.database()) m_source = {};
+    m_flags &= static_cast<Adesk::UInt8>(~kCopy);
+    m_ownerId = owner;
 }
 
 hostkit::ObjectExtras& AcDbObject::extras() {
@@ -50,7 +63,7 @@ Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
     if (!m_id.isNull() && !owner.isNull() && owner.database() != database()) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    m_ownerId = owner;
+    takeOwner(owner);
     if (!m_id.isNull()) hostkit::DatabaseAccess::ownedObjects(*database()).ownerChanged(*this);
     return Acad::eOk;
 }

@@ -37,7 +37,7 @@ public:
 
     AcDbObjectId objectId() const { return m_id; }
     AcDbObjectId id() const { return m_id; }
-    AcDbObjectId ownerId() const { return m_ownerId; }
+    AcDbObjectId ownerId() const { return (m_flags & kCopy) != 0 ? AcDbObjectId() : m_ownerId; }
     /// A container calls this as it takes the object in; ids of another drawing are refused with
     /// eInvalidInput.
     virtual Acad::ErrorStatus setOwnerId(AcDbObjectId owner);
@@ -154,6 +154,8 @@ public:
 
     /// Where the object's record stands in the drawing's source bytes; empty for a new object.
     hostkit::SourceSpan sourceSpan() const { return m_source.span(); }
+    /// Of a copy within one drawing: where the original's record stands, which has what no class reads.
+    hostkit::SourceSpan originalSpan() const { return m_source.originalSpan(); }
     /// Changed, or made, since the drawing was read; not so for what a reader gave to a drawing that lacked
     /// it.
     bool isChangedSinceRead() const { return m_source.isModified(); }
@@ -169,8 +171,9 @@ protected:
     /// Called by the last close after changes.
     virtual Acad::ErrorStatus subClose();
 
-    /// The last two: the drawing's memory of changes was told of this open.
-    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2, kRemembered = 4, kTouched = 8 };
+    /// kRemembered, kTouched: the drawing's memory of changes was told of this open. kCopy: a copy without an
+    /// owner yet, with the original in that place.
+    enum ObjectFlag : Adesk::UInt8 { kModified = 1, kNew = 2, kRemembered = 4, kTouched = 8, kCopy = 16 };
 
 private:
     friend class hostkit::ChangeLog;
@@ -178,6 +181,7 @@ private:
     friend class AcDbDatabase;
     friend class AcTransaction;
     hostkit::ObjectExtras& extras();
+    void takeOwner(AcDbObjectId owner);
     Acad::ErrorStatus endWriting();
 
     AcDbObjectId m_id;

@@ -127,7 +127,7 @@ Acad::ErrorStatus AcDbObject::dwgOut(AcDbDwgFiler* filer) const {
     Acad::ErrorStatus status = assertReadEnabled();
     if (status != Acad::eOk) return status;
     status =
-        Ties{m_ownerId, DatabaseAccess::extensionDictionary(*this), DatabaseAccess::persistentReactors(*this)}
+        Ties{ownerId(), DatabaseAccess::extensionDictionary(*this), DatabaseAccess::persistentReactors(*this)}
             .write(*filer);
     if (status == Acad::eOk) status = dwgOutFields(filer);
     if (status != Acad::eOk) return status;

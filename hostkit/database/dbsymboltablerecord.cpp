@@ -1,9 +1,16 @@
 #include "dbsymboltablerecord.h"
 
 #include "dbaccess.h"
+#include "dbblocktablerecord.h"
+#include "dblayertablerecord.h"
+#include "dblinetypetablerecord.h"
 #include "dbsymboltable.h"
 
 #include "adsdef.h"
+#include "casefold.h"
+
+#include <algorithm>
+#include <span>
 
 HOSTKIT_KIT_ABSTRACT_CLASS(AcDbSymbolTableRecord, AcDbObject)
 
@@ -39,9 +46,28 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(const wchar_t*& name) const {
     return Acad::eOk;
 }
 
+namespace {
+
+// Files and readers know these by their names alone.
+bool hasStandingName(const AcDbSymbolTableRecord& record) {
+    constexpr std::wstring_view layers[] = {L"0"};
+    constexpr std::wstring_view linetypes[] = {L"ByBlock", L"ByLayer", L"Continuous"};
+    constexpr std::wstring_view blocks[] = {L"*Model_Space", L"*Paper_Space"};
+    const auto isOneOf = [&](std::span<const std::wstring_view> names) {
+        return std::any_of(names.begin(), names.end(),
+                           [&](std::wstring_view name) { return hostkit::equalFolded(record.name(), name); });
+    };
+    return (record.isKindOf(AcDbLayerTableRecord::desc()) && isOneOf(layers)) ||
+           (record.isKindOf(AcDbLinetypeTableRecord::desc()) && isOneOf(linetypes)) ||
+           (record.isKindOf(AcDbBlockTableRecord::desc()) && isOneOf(blocks));
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const wchar_t* name) {
     if (!name || !allowsName(name)) return Acad::eInvalidSymbolTableName;
     auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(ownerId());
+    if (table && hasStandingName(*this) && !hostkit::equalFolded(m_name, name)) return Acad::eInvalidInput;
     if (table && !table->isNameFree(name, objectId())) return Acad::eDuplicateKey;
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;

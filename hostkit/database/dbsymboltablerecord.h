@@ -20,7 +20,9 @@ public:
     /// The name, good until it changes.
     Acad::ErrorStatus getName(const wchar_t*& name) const;
     const std::wstring& name() const { return m_name; }
-    /// eInvalidSymbolTableName, or eDuplicateKey when another record of the table has it.
+    /// eInvalidSymbolTableName, or eDuplicateKey when another record of the table has it; eInvalidInput for
+    /// the records that files know by their names: the layer 0, the spaces, the linetypes ByBlock, ByLayer
+    /// and Continuous.
     Acad::ErrorStatus setName(const wchar_t* name);
     bool isDependent() const { return m_name.find(L'|') != std::wstring::npos; }
 

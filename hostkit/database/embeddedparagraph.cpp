@@ -2,6 +2,7 @@
 
 #include "dbaccess.h"
 #include "dbmtext.h"
+#include "fieldtable.h"
 #include "groupblock.h"
 
 #include <algorithm>
@@ -22,18 +23,21 @@ void copyInto(AcDbDxfGroup& group, const AcGeVector3d& vector) {
 } // namespace
 
 // In a paragraph's own record the direction has the code 10 and the place 11; in an attribute's they are the
-// other way round. The factor of an attribute's lines (44) is no length.
+// other way round, and the place stands before the mark as well. The factor of an attribute's lines (44) is
+// no length.
 void moveEmbeddedParagraph(AcDbEntity& entity, const AcGeMatrix3d& matrix) {
     GroupBlock* const block = DatabaseAccess::embedded(entity);
     if (!block) return;
     const bool isParagraph = entity.isKindOf(AcDbMText::desc());
-    const short directionCode = isParagraph ? 10 : 11;
-    const short placeCode = isParagraph ? 11 : 10;
+    bool isBehindMark = false;
     const double scale = matrix.scale();
     GroupBlock moved;
     GroupWalker walker(*block);
     AcDbDxfGroup group;
     while (walker.next(group)) {
+        isBehindMark = isBehindMark || group.code == embeddedObjectCode;
+        const short placeCode = isParagraph || !isBehindMark ? 11 : 10;
+        const short directionCode = isParagraph ? 10 : 11;
         if (group.code == placeCode) {
             const AcGePoint3d place = matrix * AcGePoint3d(group.point[0], group.point[1], group.point[2]);
             copyInto(group, place.asVector());

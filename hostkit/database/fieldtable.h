@@ -220,8 +220,11 @@ void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersi
 constexpr short embeddedObjectCode = 101;
 
 /// Keeps the group with the objects that file such ones again (writeEmbedded): paragraphs, attributes and
-/// their definitions. False for others.
+/// their definitions. Of an attribute of several lines some groups before the mark belong to its paragraph
+/// too. False for others.
 bool readEmbedded(AcDbObject& object, const AcDbDxfGroup& group);
+/// In an attribute's own part: the kind, the count and the place of its paragraph.
+constexpr bool isOfParagraph(short code) { return code == 71 || code == 72 || code == 11; }
 /// The embedded object at the end of the object's last part; nothing where there is none.
 void writeEmbedded(AcDbDxfFiler& filer, const AcDbObject& object);
 template <class T>

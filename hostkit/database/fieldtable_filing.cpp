@@ -61,10 +61,11 @@ void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersi
 }
 
 bool readEmbedded(AcDbObject& object, const AcDbDxfGroup& group) {
-    const bool files = object.isKindOf(AcDbMText::desc()) || object.isKindOf(AcDbAttribute::desc()) ||
-                       object.isKindOf(AcDbAttributeDefinition::desc());
-    const bool isMark = group.code == embeddedObjectCode;
-    if (!files || (!isMark && (!isStorable(group) || !DatabaseAccess::embedded(object)))) return false;
+    const bool isAttribute =
+        object.isKindOf(AcDbAttribute::desc()) || object.isKindOf(AcDbAttributeDefinition::desc());
+    const bool begins = group.code == embeddedObjectCode || (isAttribute && isOfParagraph(group.code));
+    const bool files = isAttribute || object.isKindOf(AcDbMText::desc());
+    if (!files || !isStorable(group) || (!begins && !DatabaseAccess::embedded(object))) return false;
     DatabaseAccess::madeEmbedded(object).append(group);
     return true;
 }

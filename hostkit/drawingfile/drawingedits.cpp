@@ -91,6 +91,7 @@ bool DrawingEdits::run(std::string& bytes) {
     findReferenceChanges();
     findComing();
     m_objects.follow(&m_changes);
+    m_objects.setCopySource(m_source.bytes);
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database,

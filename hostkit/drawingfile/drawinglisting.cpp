@@ -37,21 +37,30 @@ public:
 
     std::vector<Group> groups;
 
+    /// An object within the record has groups of its own, which say the same again.
+    void begin() {
+        groups.clear();
+        resetFilerStatus();
+        m_isEmbedded = false;
+    }
+
     AcDb::FilerType filerType() const override { return AcDb::kBagFiler; }
     AcDbDatabase* database() const override { return m_database; }
     AcDb::AcDbDwgVersion dwgVersion() const override { return AcDb::kDHL_1032; }
     void writeText(short code, std::wstring_view text) override {
-        groups.push_back({code, {}, 0, std::wstring(text)});
+        m_isEmbedded = m_isEmbedded || code == embeddedObjectCode;
+        add({code, {}, 0, std::wstring(text)});
     }
-    void writeReal(short code, double value) override { groups.push_back({code, {value, 0.0, 0.0}, 0, {}}); }
+    void writeReal(short code, double value) override { add({code, {value, 0.0, 0.0}, 0, {}}); }
     void writePoint(short code, const double* coordinates, int dimension) override {
-        Group& group = groups.emplace_back();
+        Group group;
         group.code = code;
         std::copy_n(coordinates, dimension, group.point.begin());
+        add(std::move(group));
     }
-    void writeInteger(short code, Adesk::Int64 value) override { groups.push_back({code, {}, value, {}}); }
+    void writeInteger(short code, Adesk::Int64 value) override { add({code, {}, value, {}}); }
     void writeHandle(short code, Adesk::UInt64 handle) override {
-        groups.push_back({code, {}, static_cast<long long>(handle), {}});
+        add({code, {}, static_cast<long long>(handle), {}});
     }
     void writeBinary(short, const void*, std::size_t) override {}
     void writeSubclassMark(const wchar_t*) override {}
@@ -63,7 +72,12 @@ public:
     }
 
 private:
+    void add(Group group) {
+        if (!m_isEmbedded) groups.push_back(std::move(group));
+    }
+
     AcDbDatabase* m_database;
+    bool m_isEmbedded = false;
 };
 
 /// Which groups of a kind are its vertices.
@@ -121,8 +135,7 @@ private:
     }
 
     void gather(const AcDbEntity& entity) {
-        m_filer.groups.clear();
-        m_filer.resetFilerStatus();
+        m_filer.begin();
         (void)entity.dxfOutFields(&m_filer);
     }
 

@@ -114,9 +114,12 @@ bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view so
 
 // What the old record says, filed again: groups in which the object does not differ from it were not changed.
 const RecordWriter& ObjectWriting::fieldsAsRead(const AcDbObject& object, AcDbObject& blank) {
-    DatabaseAccess::setOwner(blank, object.ownerId());
+    // The opening record of a block files what its owner has, not what it has read: without one, its look
+    // alone.
+    const bool isBlockBegin = blank.isKindOf(AcDbBlockBegin::desc());
+    if (!isBlockBegin) DatabaseAccess::setOwner(blank, object.ownerId());
     m_fieldsAsRead.begin();
-    if (blank.dxfOutFields(&m_fieldsAsRead) == Acad::eOk) m_writer.markAsRead(m_fieldsAsRead);
+    if (blank.dxfOutFields(&m_fieldsAsRead) == Acad::eOk || isBlockBegin) m_writer.markAsRead(m_fieldsAsRead);
     return m_fieldsAsRead;
 }
 
@@ -125,14 +128,27 @@ bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourc
     const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, sourceBytes, span);
     if (!gatherRecord(object, object.handle().value(), object.ownerId(), true)) return false;
     std::function<const RecordWriter&()> readAgain;
-    // The opening record of a block files what its owner has, not what it has read.
-    if (keepsSpelling && blank && !blank->isKindOf(AcDbBlockBegin::desc()))
+    if (keepsSpelling && blank)
         readAgain = [&]() -> const RecordWriter& { return fieldsAsRead(object, *blank); };
     RecordMerge(m_writer, m_original, m_reader.parts(), std::move(readAgain), m_mergeRoom, bytes).run();
     return true;
 }
 
+// What no class reads of the original goes along, but for what the original alone owns.
+bool ObjectWriting::writeCopy(const AcDbObject& object, std::string& bytes) {
+    const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, m_copySource, object.originalSpan());
+    if (!gatherRecord(object, object.handle().value(), object.ownerId(), false)) return false;
+    m_aboveNewRecords = std::max(m_aboveNewRecords, object.handle().value() + 1);
+    std::function<const RecordWriter&()> readAgain;
+    if (blank) readAgain = [&]() -> const RecordWriter& { return fieldsAsRead(object, *blank); };
+    RecordMerge merge(m_writer, m_original, m_reader.parts(), std::move(readAgain), m_mergeRoom, bytes);
+    merge.makeCopy();
+    merge.run();
+    return true;
+}
+
 bool ObjectWriting::writeNew(const AcDbObject& object, std::string& bytes) {
+    if (!m_copySource.empty() && !object.originalSpan().isEmpty()) return writeCopy(object, bytes);
     return writeNewUnder(object, object.handle().value(), object.ownerId(), bytes);
 }
 

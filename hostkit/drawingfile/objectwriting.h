@@ -44,6 +44,9 @@ public:
     void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) {
         m_writer.setHasRecord(std::move(hasRecord));
     }
+    /// The bytes in which the originals of copies stand; without them copies are written from their fields
+    /// alone.
+    void setCopySource(std::string_view bytes) { m_copySource = bytes; }
     /// Whether the record, which nobody changed, refers to something that was renamed or erased.
     bool mustFollow(std::string_view sourceBytes, SourceSpan span);
 
@@ -68,6 +71,7 @@ public:
 private:
     std::unique_ptr<AcDbObject> markKnownGroups(const AcDbObject& object, std::string_view sourceBytes,
                                                 SourceSpan span);
+    bool writeCopy(const AcDbObject& object, std::string& bytes);
     const RecordWriter& fieldsAsRead(const AcDbObject& object, AcDbObject& blank);
     /// All groups of the record are with m_writer then.
     bool gatherRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
@@ -87,6 +91,7 @@ private:
     DrawingRecord m_original;
     RecordHead m_head;
     const ReferenceChanges* m_changes = nullptr;
+    std::string_view m_copySource;
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;

@@ -13,6 +13,8 @@ namespace {
 constexpr short subclassMarkCode = 100;
 constexpr short embeddedObjectMark = 101;
 constexpr short colorCode = 62;
+constexpr short firstOwnerCode = 350; // of handles of what an object owns
+constexpr short lastOwnerCode = 369;
 constexpr short trueColorCode = 420;
 constexpr short colorNameCode = 430;
 constexpr std::size_t noField = static_cast<std::size_t>(-1);
@@ -106,14 +108,13 @@ void RecordMerge::mergePart(Part part) {
 void RecordMerge::insertPart(const Part& part) {
     const bool saysSomething = std::any_of(
         m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.begin),
-        m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.end), [](const FieldGroup& group) {
-            return group.role != Role::kMark && group.presence == Presence::kAlways;
-        });
+        m_writer.m_groups.begin() + static_cast<std::ptrdiff_t>(part.end),
+        [this](const FieldGroup& group) { return group.role != Role::kMark && isInserted(group); });
     if (!saysSomething) return;
     if (m_original.hasMarks) m_anchor = endOfRegion(m_anchor);
     for (std::size_t place = part.begin; place < part.end; ++place) {
         if (field(place).role == Role::kMark && !m_original.hasMarks) continue;
-        if (field(place).presence == Presence::kAlways) m_room.insertions.push_back({m_anchor, place});
+        if (isInserted(field(place))) m_room.insertions.push_back({m_anchor, place});
     }
 }
 
@@ -170,9 +171,13 @@ bool RecordMerge::replaceUnread(std::size_t place) {
     return false;
 }
 
+bool RecordMerge::isInserted(const FieldGroup& group) const {
+    return group.presence == Presence::kAlways ||
+           (m_isCopy && group.part == headPart && group.presence == Presence::kOnlyInNewRecords);
+}
+
 void RecordMerge::insert(std::size_t place) {
-    if (field(place).presence == Presence::kAlways && !replaceUnread(place))
-        m_room.insertions.push_back({m_anchor, place});
+    if (isInserted(field(place)) && !replaceUnread(place)) m_room.insertions.push_back({m_anchor, place});
 }
 
 void RecordMerge::alignByCode(const Part& part) {
@@ -259,6 +264,8 @@ void RecordMerge::emit() {
 }
 
 void RecordMerge::emitOld(const OldItem& item) {
+    const bool isOwning = item.code >= firstOwnerCode && item.code <= lastOwnerCode;
+    if (m_isCopy && (isOwning || m_original.groups[item.first].part == foreignPart)) return;
     if (m_hasNewColor && item.code == colorNameCode && item.first < m_original.extendedDataBegin) return;
     using Fate = ReferenceChanges::Fate;
     std::string value;

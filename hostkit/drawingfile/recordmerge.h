@@ -61,6 +61,9 @@ public:
     /// value differs. May be empty: values of equal meaning are then spelt anew.
     RecordMerge(RecordWriter& writer, const DrawingRecord& original, const RecordParts& oldParts,
                 std::function<const RecordWriter&()> readAgain, MergeRoom& room, std::string& bytes);
+    /// The record to be made is that of a copy: it gets the groups of every new record, and of what nobody
+    /// read neither the groups of applications nor those that own something.
+    void makeCopy() { m_isCopy = true; }
     void run();
 
 private:
@@ -114,6 +117,8 @@ private:
     const RecordWriter* m_asRead = nullptr;
     MergeRoom& m_room;
     std::string& m_bytes;
+    bool isInserted(const FieldGroup& group) const;
+    bool m_isCopy = false;
     bool m_hasNewColor = false; // a colour's name (430) then is another's
     std::size_t m_anchor = 0;   // the item behind which the next new field goes
 };

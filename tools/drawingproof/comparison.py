@@ -64,7 +64,6 @@ def adjust_counts(drawing, result, expected, added):
             continue
         record = each.record
         if record.kind == "$HANDSEED" and added:
-            old = record.first(5, "0")
             each.groups = [(c, Seed(v, highest) if c == 5 else v) for c, v in each.groups]
         if record.kind == "TABLE" and added:
             name = (record.first(2) or "").strip()

@@ -6,6 +6,8 @@ import os
 import re
 import subprocess
 
+from names import SUFFIX
+
 
 def run(arguments, **options):
     done = subprocess.run(arguments, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False, **options)
@@ -47,8 +49,13 @@ def faults_in(report_file):
         return collections.Counter(["AUDIT did not finish"])
     with open(report_file, encoding="utf-8") as file:
         report = json.load(file)
-    return collections.Counter(f"{f.get('check', '')} {f['type']}: {re.sub(r'[0-9A-F]+', '*', f['finding'])}"
+    return collections.Counter(f"{f.get('check', '')} {f['type']}: {without_values(f['finding'])}"
                                for f in report["findings"] if f["severity"] == "fault")
+
+
+def without_values(finding):
+    """Without handles and numbers; a renamed record that a finding names is the same one."""
+    return re.sub(r"\b[0-9A-F]+\b", "*", finding).replace(SUFFIX, "")
 
 
 def quoted(path):

@@ -89,7 +89,6 @@ class Kind:
 
 
 TEXT = Kind(own=(10, 11), lengths=(39, 40), angles=(50,), absent=((50, 0.0),), part="AcDbText")
-DIMENSION_KINDS = {0: "AcDbRotatedDimension", 1: "", 2: "", 3: "", 4: "", 5: "", 6: ""}
 KINDS = {
     "LINE": Kind(world=(10, 11), lengths=(39,)),
     "POINT": Kind(world=(10,), lengths=(39,), angles=(50,), absent=((50, 0.0),), part="AcDbPoint"),

@@ -121,7 +121,7 @@ def groups_of(data):
 
 
 def records_of(groups):
-    section, container, record, before, sequence = "", None, None, None, None
+    section, container, record, sequence = "", None, None, None
     for code, value, line in groups:
         is_variable = code == 9 and (section == "HEADER" or (
             record is not None and record.kind == "SECTION" and (record.first(2) or "").strip() == "HEADER"))
@@ -180,7 +180,8 @@ def is_reference(code):
 
 
 class About:
-    """A real that has been worked out: equal to 1e-12 of itself or of `size`, the largest number it comes from; angles by whole periods."""
+    """A real that has been worked out: equal to 1e-12 of itself or of `size`, the largest number that it comes from; an
+    angle by whole periods."""
 
     def __init__(self, value, size=1.0, period=0.0):
         self.value, self.size, self.period = value, size, period
@@ -335,9 +336,7 @@ class Alignment:
     def steps(self, i0, i1, j0, j1):
         rows, columns = i1 - i0, j1 - j0
         if rows * columns > self.LARGEST:
-            return [(i0 + k if k < rows else None, j0 + k if k < columns else None) if k < min(rows, columns) and
-                    self.same(i0 + k, j0 + k) else pair for k in range(max(rows, columns))
-                    for pair in ((i0 + k if k < rows else None, None), (None, j0 + k if k < columns else None)) if pair != (None, None)]
+            return self.place_by_place(i0, i1, j0, j1)
         best = [[0] * (columns + 1) for _ in range(rows + 1)]
         for i in range(rows - 1, -1, -1):
             for j in range(columns - 1, -1, -1):
@@ -355,4 +354,14 @@ class Alignment:
             else:
                 result.append((None, j0 + j))
                 j += 1
+        return result
+
+    def place_by_place(self, i0, i1, j0, j1):
+        result = []
+        for k in range(max(i1 - i0, j1 - j0)):
+            i, j = (i0 + k if i0 + k < i1 else None), (j0 + k if j0 + k < j1 else None)
+            if i is not None and j is not None and self.same(i, j):
+                result.append((i, j))
+            else:
+                result += [(i, None)] * (i is not None) + [(None, j)] * (j is not None)
         return result

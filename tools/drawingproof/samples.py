@@ -131,8 +131,8 @@ def text(handle, contents="words", kind="TEXT", extra="", behind="\n100 AcDbText
 
 
 def form_2000(entities, version="AC1015", blocks="", objects="", model="*Model_Space", header="", with_tables=True):
-    door = line("200", owner="2B", layer="0") + text("201", "number", "ATTDEF",
-                                                       behind="\n100 AcDbAttributeDefinition\n3 Number?\n2 NUMBER\n70 0", owner="2B")
+    definition = told("\n100 AcDbAttributeDefinition ; 3 Number? ; 2 NUMBER ; 70 0")
+    door = line("200", owner="2B", layer="0") + text("201", "number", "ATTDEF", behind=definition, owner="2B")
     tick = line("202", owner="2C", layer="0")
     picture = line("203", owner="2D", layer="Wall") + text("204", "5.0", owner="2D")
     spaces = SPACES.format(model=model, layout="58" if model == "*Model_Space" else "0")
@@ -151,7 +151,8 @@ DIMENSION = told("""
 
 
 def dimension(handle, picture="\n2 *D1", style="\n3 Metric", extra=""):
-    return DIMENSION.format(handle=handle, block=picture, style=style, extra=extra, type=32, rotated="\n50 0.0\n100 AcDbRotatedDimension")
+    return DIMENSION.format(handle=handle, block=picture, style=style, extra=extra, type=32,
+                            rotated="\n50 0.0\n100 AcDbRotatedDimension")
 
 
 INSERT = told("""
@@ -160,7 +161,8 @@ INSERT = told("""
 
 
 def insert(handle, name="Door", attributes="", extra="", xdata="", with_normal=""):
-    head = INSERT.format(handle=handle, name=name, extra=extra, attributes="\n66 1" if attributes else "", xdata=with_normal + xdata)
+    head = INSERT.format(handle=handle, name=name, extra=extra, attributes="\n66 1" if attributes else "",
+                         xdata=with_normal + xdata)
     return head + (attributes + f"\n0 SEQEND\n5 {handle}F\n330 {handle}\n100 AcDbEntity\n8 Wall" if attributes else "")
 
 
@@ -183,53 +185,78 @@ DOWNWARD = """
 230 -1.0"""
 
 
+SPLINE = told("\n70 8 ; 71 3 ; 72 8 ; 73 4 ; 74 2 ; 42 0.000001 ; 43 0.000001 ; 44 0.0001 ; 12 0.6 ; 22 0.8 ; 32 0.0"
+              " ; 13 1.0 ; 23 0.0 ; 33 0.0" + " ; 40 0.0" * 4 + " ; 40 1.0" * 4 +
+              " ; 10 0.0 ; 20 0.0 ; 30 1.0 ; 10 1.0 ; 20 1.0 ; 30 1.0 ; 10 2.0 ; 20 4.0 ; 30 1.0 ; 10 3.0 ; 20 9.0 ; 30 1.0"
+              " ; 11 0.0 ; 21 0.0 ; 31 1.0 ; 11 3.0 ; 21 9.0 ; 31 1.0")
+HATCH = told("""
+2 LINES ; 70 0 ; 71 0 ; 91 2 ; 92 2 ; 72 1 ; 73 1 ; 93 3 ; 10 0.0 ; 20 0.0 ; 42 0.0 ; 10 5.0 ; 20 0.0 ; 42 0.5
+10 5.0 ; 20 5.0 ; 42 0.0 ; 97 0
+92 1 ; 93 3 ; 72 1 ; 10 0.0 ; 20 0.0 ; 11 2.0 ; 21 0.0 ; 72 2 ; 10 1.0 ; 20 0.0 ; 40 1.0 ; 50 0.0 ; 51 180.0 ; 73 1
+72 3 ; 10 1.0 ; 20 0.0 ; 11 1.0 ; 21 0.0 ; 40 0.5 ; 50 0.0 ; 51 180.0 ; 73 0 ; 97 0
+75 0 ; 76 1 ; 52 30.0 ; 41 2.0 ; 77 0 ; 78 1 ; 53 30.0 ; 43 1.0 ; 44 2.0 ; 45 -0.5 ; 46 0.866 ; 79 2 ; 49 1.0 ; 49 -0.5
+98 1 ; 10 1.0 ; 20 1.0""")
+
+
+class Curves:
+    """One of each kind that has a plane, in that plane, with handles from `first` on."""
+
+    def __init__(self, first, normal):
+        self.handles = (f"{first + i:X}" for i in range(100))
+        self.normal = normal
+
+    def head(self, kind, mark):
+        return f"\n0 {kind}\n5 {next(self.handles)}\n330 1F\n100 AcDbEntity\n8 Wall\n100 {mark}"
+
+    def polyline(self, kind, groups, mark, vertices):
+        head = self.head("POLYLINE", kind)
+        owner = head.split("\n")[2][2:]
+        result = head + groups
+        for vertex in vertices:
+            result += (f"\n0 VERTEX\n5 {next(self.handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall\n100 AcDbVertex\n100 {mark}"
+                       + told("\n" + vertex))
+        return result + f"\n0 SEQEND\n5 {next(self.handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall"
+
+    def polylines(self):
+        flat = [f"10 {x} ; 20 {y} ; 30 2.0 ; 42 0.25" for x, y in ((0.0, 0.0), (4.0, 0.0), (4.0, 3.0))]
+        spatial = [f"10 {x} ; 20 {y} ; 30 7.0" for x, y in ((0.0, 1.0), (4.0, 2.0), (4.0, 3.0))]
+        groups = told("\n66 1 ; 10 0.0 ; 20 0.0 ; 30 ")
+        return (self.polyline("AcDb2dPolyline", groups + told("2.0 ; 70 1 ; 40 0.5 ; 41 0.5") + self.normal, "AcDb2dVertex", flat) +
+                self.polyline("AcDb3dPolyline", groups + "0.0\n70 9", "AcDb3dPolylineVertex", [v + " ; 70 32" for v in spatial]) +
+                self.polyline("AcDbPolyFaceMesh", groups + "0.0\n70 64", "AcDbPolyFaceMeshVertex", [v + " ; 70 192" for v in spatial]))
+
+    def all(self):
+        normal, point = self.normal, told("\n10 3.0 ; 20 4.0 ; 30 5.0")
+        circle = point + "\n40 2.0"
+        corners = told(" ; ".join(f"\n1{i} {x} ; 2{i} {y} ; 3{i} 2.0".lstrip("\n" if i else "")
+                                  for i, (x, y) in enumerate(((0.0, 0.0), (4.0, 0.0), (0.0, 3.0), (4.0, 3.0)))))
+        kinds = [
+            ("CIRCLE", "AcDbCircle", circle + normal),
+            ("ARC", "AcDbCircle", circle + normal + told("\n100 AcDbArc ; 50 20.0 ; 51 110.0")),
+            ("LWPOLYLINE", "AcDbPolyline", told("\n90 3 ; 70 1 ; 38 2.0 ; 39 1.5 ; 10 0.0 ; 20 0.0 ; 40 0.5 ; 41 1.0 ; 42 0.5"
+                                                " ; 10 5.0 ; 20 0.0 ; 10 5.0 ; 20 5.0") + normal),
+            ("TEXT", "AcDbText", point + told("\n40 2.5 ; 1 tilted ; 50 20.0 ; 72 1 ; 11 3.0 ; 21 4.0 ; 31 5.0") + normal +
+             told("\n100 AcDbText ; 73 2")),
+            ("SOLID", "AcDbTrace", corners + "\n39 1.5" + normal),
+            ("TRACE", "AcDbTrace", corners + normal),
+            ("POINT", "AcDbPoint", point + "\n39 1.0" + normal + "\n50 15.0"),
+            ("INSERT", "AcDbBlockReference", "\n2 Tick" + point + told("\n41 2.0 ; 42 3.0 ; 43 1.0 ; 50 25.0") + normal),
+            ("ELLIPSE", "AcDbEllipse", point + told("\n11 2.0 ; 21 0.0 ; 31 0.0") + (DOWNWARD if normal else "") +
+             told("\n40 0.5 ; 41 0.0 ; 42 3.0")),
+            ("MTEXT", "AcDbMText", point + told("\n40 2.0 ; 41 30.0 ; 71 1 ; 72 1 ; 1 paragraph ; 7 Roman") + normal +
+             told("\n11 0.0 ; 21 1.0 ; 31 0.0")),
+            ("LINE", "AcDbLine", "\n39 2.0" + point + told("\n11 9.0 ; 21 9.0 ; 31 9.0") + normal),
+            ("3DFACE", "AcDbFace", corners),
+            ("RAY", "AcDbRay", point + told("\n11 0.6 ; 21 0.8 ; 31 0.0")),
+            ("XLINE", "AcDbXline", point + told("\n11 0.0 ; 21 1.0 ; 31 0.0")),
+            ("SPLINE", "AcDbSpline", SPLINE),
+            ("HATCH", "AcDbHatch", told("\n10 0.0 ; 20 0.0 ; 30 2.0") + (normal or told("\n210 0.0 ; 220 0.0 ; 230 1.0")) + HATCH),
+        ]
+        return "".join(self.head(kind, mark) + groups for kind, mark, groups in kinds) + self.polylines()
+
+
 def curves(first, normal):
-    """One of each kind that has a plane, in that plane."""
-    handles = (f"{first + i:X}" for i in range(100))
-
-    def head(kind, mark):
-        return f"\n0 {kind}\n5 {next(handles)}\n330 1F\n100 AcDbEntity\n8 Wall\n100 {mark}"
-
-    point = "\n10 3.0\n20 4.0\n30 5.0"
-    circle = point + "\n40 2.0"
-    light = "\n90 3\n70 1\n38 2.0\n39 1.5\n10 0.0\n20 0.0\n40 0.5\n41 1.0\n42 0.5\n10 5.0\n20 0.0\n10 5.0\n20 5.0"
-    corners = "".join(f"\n1{i} {x}\n2{i} {y}\n3{i} 2.0" for i, (x, y) in enumerate(((0.0, 0.0), (4.0, 0.0), (0.0, 3.0), (4.0, 3.0))))
-    polyline = head("POLYLINE", "AcDb2dPolyline")
-    owner = polyline.split("\n")[2][2:]
-    old = polyline + "\n66 1\n10 0.0\n20 0.0\n30 2.0\n70 1\n40 0.5\n41 0.5" + normal
-    for x, y in ((0.0, 0.0), (4.0, 0.0), (4.0, 3.0)):
-        old += (f"\n0 VERTEX\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall\n100 AcDbVertex\n100 AcDb2dVertex"
-                f"\n10 {x}\n20 {y}\n30 2.0\n42 0.25")
-    old += f"\n0 SEQEND\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall"
-    for kind, flags, marks in (("AcDb3dPolyline", 9, "AcDb3dPolylineVertex"), ("AcDbPolyFaceMesh", 64, "AcDbPolyFaceMeshVertex")):
-        spatial = head("POLYLINE", kind)
-        owner = spatial.split("\n")[2][2:]
-        old += spatial + f"\n66 1\n10 0.0\n20 0.0\n30 0.0\n70 {flags}"
-        for x, y in ((0.0, 1.0), (4.0, 2.0), (4.0, 3.0)):
-            old += (f"\n0 VERTEX\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall\n100 AcDbVertex\n100 {marks}"
-                    f"\n10 {x}\n20 {y}\n30 7.0\n70 {32 if flags == 9 else 192}")
-        old += f"\n0 SEQEND\n5 {next(handles)}\n330 {owner}\n100 AcDbEntity\n8 Wall"
-    spline = ("\n70 8\n71 3\n72 8\n73 4\n74 2\n42 0.000001\n43 0.000001\n44 0.0001\n12 0.6\n22 0.8\n32 0.0\n13 1.0\n23 0.0\n33 0.0" +
-              "\n40 0.0" * 4 + "\n40 1.0" * 4 + "".join(f"\n10 {x}\n20 {x * x}\n30 1.0" for x in (0.0, 1.0, 2.0, 3.0)) +
-              "\n11 0.0\n21 0.0\n31 1.0\n11 3.0\n21 9.0\n31 1.0")
-    hatch = ("\n10 0.0\n20 0.0\n30 2.0" + (normal or "\n210 0.0\n220 0.0\n230 1.0") + "\n2 LINES\n70 0\n71 0\n91 2"
-             "\n92 2\n72 1\n73 1\n93 3\n10 0.0\n20 0.0\n42 0.0\n10 5.0\n20 0.0\n42 0.5\n10 5.0\n20 5.0\n42 0.0\n97 0"
-             "\n92 1\n93 3\n72 1\n10 0.0\n20 0.0\n11 2.0\n21 0.0\n72 2\n10 1.0\n20 0.0\n40 1.0\n50 0.0\n51 180.0\n73 1"
-             "\n72 3\n10 1.0\n20 0.0\n11 1.0\n21 0.0\n40 0.5\n50 0.0\n51 180.0\n73 0\n97 0"
-             "\n75 0\n76 1\n52 30.0\n41 2.0\n77 0\n78 1\n53 30.0\n43 1.0\n44 2.0\n45 -0.5\n46 0.866\n79 2\n49 1.0\n49 -0.5"
-             "\n98 1\n10 1.0\n20 1.0")
-    return (head("CIRCLE", "AcDbCircle") + circle + normal + head("ARC", "AcDbCircle") + circle + normal +
-            "\n100 AcDbArc\n50 20.0\n51 110.0" + head("LWPOLYLINE", "AcDbPolyline") + light + normal +
-            head("TEXT", "AcDbText") + point + "\n40 2.5\n1 tilted\n50 20.0\n72 1\n11 3.0\n21 4.0\n31 5.0" + normal + "\n100 AcDbText\n73 2" +
-            head("SOLID", "AcDbTrace") + corners + "\n39 1.5" + normal + head("TRACE", "AcDbTrace") + corners + normal +
-            head("POINT", "AcDbPoint") + point + "\n39 1.0" + normal + "\n50 15.0" +
-            head("INSERT", "AcDbBlockReference") + "\n2 Tick" + point + "\n41 2.0\n42 3.0\n43 1.0\n50 25.0" + normal +
-            head("ELLIPSE", "AcDbEllipse") + point + "\n11 2.0\n21 0.0\n31 0.0" + ("\n210 0.0\n220 0.0\n230 -1.0" if normal else "") +
-            "\n40 0.5\n41 0.0\n42 3.0" + head("MTEXT", "AcDbMText") + point + "\n40 2.0\n41 30.0\n71 1\n72 1\n1 paragraph\n7 Roman" + normal +
-            "\n11 0.0\n21 1.0\n31 0.0" + head("LINE", "AcDbLine") + "\n39 2.0" + point + "\n11 9.0\n21 9.0\n31 9.0" + normal +
-            head("3DFACE", "AcDbFace") + corners + head("RAY", "AcDbRay") + point + "\n11 0.6\n21 0.8\n31 0.0" +
-            head("XLINE", "AcDbXline") + point + "\n11 0.0\n21 1.0\n31 0.0" +
-            head("SPLINE", "AcDbSpline") + spline + head("HATCH", "AcDbHatch") + hatch + old)
+    return Curves(first, normal).all()
 
 
 PLAIN_TWO = line("100") + line("101", extra="\n6 Dash\n62 3\n370 25\n48 2.0")
@@ -308,68 +335,107 @@ def behind_first_mark(entities):
     return "\n".join(result)
 
 
-def samples():
-    """By name, as lines of code and value."""
-    header = HEADER_2000.format(version="AC1015")
-    no_version = header.replace("9 $ACADVER\n1 AC1015\n", "")
-    all_kinds = (PLAIN_TWO + text("102") + insert("103", attributes=attribute("104", "103") + attribute("105", "103", "13")) +
-                 dimension("106") + curves(0x110, ""))
-    behind = "\n62 5\n6 Dash\n370 50\n48 0.5"
-    opaque = ("\n0 WIDGET\n5 HANDLE\n330 1F\n100 AcDbEntity\n8 Wall\n6 Dash\n62 4\n100 AcDbWidget\n8 Wall\n10 1.0\n20 2.0\n30 3.0\n62 4"
-              "\n330 100\n1 text" + EXTENDED_DATA)
-    leader = ("\n0 LEADER\n5 10B\n330 1F\n100 AcDbEntity\n8 Wall\n100 AcDbLeader\n3 Metric\n71 1\n72 0\n73 3\n76 2\n10 0.0\n20 0.0\n30 0.0"
-              "\n10 5.0\n20 5.0\n30 0.0\n340 102")
-    result = {
-        "whole": form_2000(all_kinds),
+ALL_KINDS = (PLAIN_TWO + text("102") + insert("103", attributes=attribute("104", "103") + attribute("105", "103", "13")) +
+             dimension("106") + curves(0x110, ""))
+
+
+def changed(*replacements):
+    """The drawing of all kinds with some texts in place of others."""
+    drawing = form_2000(ALL_KINDS)
+    for old, new in replacements:
+        drawing = drawing.replace(told(old), told(new))
+    return drawing
+
+
+def forms():
+    """Headers, tables and marks other than the version has them."""
+    return {
+        "whole": form_2000(ALL_KINDS),
         "tilted": form_2000(PLAIN_TWO + curves(0x110, TILTED) + curves(0x150, DOWNWARD)),
-        "header-without-version": form_2000(all_kinds, header=no_version),
-        "header-says-r12": form_2000(all_kinds, version="AC1009"),
-        "handle-behind-mark": form_2000(behind_first_mark(all_kinds)),
-        "handle-behind-mark-2010": form_2000(behind_first_mark(all_kinds), version="AC1024"),
-        "common-groups-behind-mark": form_2000(line("100", behind=behind) + line("101", behind="\n62 256\n62 256") + insert(
-            "102", xdata=behind) + text("103", behind=behind + "\n100 AcDbText") + dimension("104", style=behind + "\n3 Metric")),
-        "true-colour-2000": form_2000(line("100", "\n62 30\n420 16678656\n430 BOOK$ORANGE\n440 33554559") + line("101", "\n420 255") +
-                                      text("102", extra="\n62 5\n420 255")),
-        "model-space-without-name": form_2000(all_kinds, model="*U"),
-        "entities-only": section("ENTITIES", all_kinds) + "0 EOF\n",
+        "header-without-version": changed(("9 $ACADVER ; 1 AC1015\n", "")),
+        "header-says-r12": form_2000(ALL_KINDS, version="AC1009"),
+        "handle-behind-mark": form_2000(behind_first_mark(ALL_KINDS)),
+        "handle-behind-mark-2010": form_2000(behind_first_mark(ALL_KINDS), version="AC1024"),
+        "model-space-without-name": form_2000(ALL_KINDS, model="*U"),
+        "entities-only": section("ENTITIES", ALL_KINDS) + "0 EOF\n",
         "entities-only-r12": "0 SECTION\n2 ENTITIES\n" + R12.split("2 ENTITIES\n")[1],
-        "no-tables": form_2000(all_kinds, with_tables=False),
+        "no-tables": form_2000(ALL_KINDS, with_tables=False),
         "r12": R12.format(handling=""),
         "r12-handles-off": R12.format(handling="9 $HANDLING\n70 0\n"),
-        "two-of-a-name": form_2000(all_kinds).replace("2 Text Ebene\n70 0", "2 WALL\n70 0"),
-        "two-of-a-group": form_2000(line("100", "\n8 0\n62 1\n62 2") + line("101", "\n6 Dash\n6 Continuous") + text("102", behind="\n7 Standard\n100 AcDbText")),
-        "comments": form_2000(all_kinds).replace("\n8 Wall\n", "\n999 between the groups\n8 Wall\n").replace("\n0 LINE\n", "\n999 before a record\n0 LINE\n"),
-        "names-by-case": form_2000(all_kinds).replace("2 Door\n10", "2 DOOR\n10").replace("\n8 Wall\n100 AcDbLine", "\n8 WALL\n100 AcDbLine").replace(
-            "\n7 Roman\n100", "\n7 roman\n100").replace("3 Metric", "3 METRIC"),
-        "names-by-escape": form_2000(all_kinds).replace("2 Wall\n", "2 W\xe4nde \u20ac\n").replace("8 Wall\n100 AcDbLine", "8 W\\U+00E4nde \\U+20AC\n100 AcDbLine").replace(
-            "8 Wall", "8 W\xc4NDE \u20ac").replace("1003 Wall", "1003 W\xe4nde \u20ac").replace("2 Door", "2 T\xfcr").replace(
-                "3 Door", "3 T\xfcr"),
-        "names-with-blanks": form_2000(all_kinds).replace("\n8 Wall\n100 AcDbLine", "\n8  Wall \n100 AcDbLine").replace("2 Door\n10", "2  Door \n10"),
-        "extended-data": form_2000(line("100", xdata=EXTENDED_DATA) + line("101", xdata="\n1001 TEST\n1000 x\n1001 ACAD\n1070 1") + insert(
-            "102", xdata=EXTENDED_DATA, attributes=attribute("103", "102") + EXTENDED_DATA) + text("104") + EXTENDED_DATA + dimension("105") + EXTENDED_DATA +
-            curves(0x110, "").replace("\n0 ", EXTENDED_DATA + "\n0 ").removeprefix(EXTENDED_DATA)),
-        "extended-data-in-the-middle": form_2000(PLAIN_TWO + curves(0x110, EXTENDED_DATA)),
-        "opaque-kinds": form_2000(PLAIN_TWO + opaque.replace("HANDLE", "109") + text("102") + opaque.replace("HANDLE", "10A") + leader, objects=(
-            "\n0 SORTENTSTABLE\n5 5B\n330 5C\n100 AcDbSortentsTable\n330 1F\n331 100\n5 101\n331 101\n5 100"
-            "\n0 DICTIONARY\n5 5C\n330 1F\n100 AcDbDictionary\n281 1\n3 ACAD_SORTENTS\n350 5B"
-            "\n0 LAYER_FILTER\n5 5D\n330 0\n100 AcDbFilter\n100 AcDbLayerFilter\n8 Wall\n8 0")),
-        "attributes": form_2000(insert("100", attributes=attribute("101", "100") + attribute("102", "100", "two")) + insert(
-            "103", attributes=attribute("104", "103")) + insert("105", with_normal=DOWNWARD) + insert("106", "Missing")),
-        "dimensions": form_2000(dimension("100") + dimension("101", style="") + dimension("102", style="\n3 Missing") + dimension(
-            "103", picture="") + dimension("104", picture="\n2 *D9") + dimension("105", picture="\n2 *D1\n12 100.0\n22 50.0\n32 0.0") + dimension(
-                "106", style="\n3 METRIC", extra="\n62 1")),
     }
-    # One entity has an extension dictionary with a record in it, and knows another as a reactor.
-    result["extension-dictionary"] = form_2000(
-        line("100") + line("101").replace("330 1F", "102 {ACAD_REACTORS\n330 100\n102 }\n102 {ACAD_XDICTIONARY\n360 5B\n102 }\n330 1F"
-                                           ) + line("107").replace("330 1F", "102 {ACAD_REACTORS\n330 101\n330 100\n102 }\n330 1F"),
-        objects="\n0 DICTIONARY\n5 5B\n330 101\n100 AcDbDictionary\n281 1\n3 NOTE\n360 5C\n0 XRECORD\n5 5C\n330 5B\n100 AcDbXrecord\n280 1\n1 a note\n330 101")
-    return result
 
 
-def as_file(told):
+def names():
+    return {
+        "two-of-a-name": changed(("2 Text Ebene ; 70 0", "2 WALL ; 70 0")),
+        "names-by-case": changed(("2 Door ; 10", "2 DOOR ; 10"), ("\n8 Wall ; 100 AcDbLine", "\n8 WALL ; 100 AcDbLine"),
+                                 ("\n7 Roman ; 100", "\n7 roman ; 100"), ("3 Metric", "3 METRIC")),
+        "names-by-escape": changed(("2 Wall\n", "2 W\xe4nde \u20ac\n"), ("8 Wall ; 100 AcDbLine", "8 W\\U+00E4nde \\U+20AC ; 100 AcDbLine"),
+                                   ("8 Wall", "8 W\xc4NDE \u20ac"), ("1003 Wall", "1003 W\xe4nde \u20ac"), ("2 Door", "2 T\xfcr"),
+                                   ("3 Door", "3 T\xfcr")),
+        "names-with-blanks": changed(("\n8 Wall ; 100 AcDbLine", "\n8  Wall  ; 100 AcDbLine"), ("2 Door ; 10", "2  Door  ; 10")),
+    }
+
+
+def records():
+    """Groups where few records have them, twice, or of kinds that nobody knows."""
+    behind = told("\n62 5 ; 6 Dash ; 370 50 ; 48 0.5")
+    opaque = told("\n0 WIDGET ; 5 HANDLE ; 330 1F ; 100 AcDbEntity ; 8 Wall ; 6 Dash ; 62 4 ; 100 AcDbWidget ; 8 Wall ; 10 1.0 ; 20 2.0"
+                  " ; 30 3.0 ; 62 4 ; 330 100 ; 1 text") + EXTENDED_DATA
+    leader = told("\n0 LEADER ; 5 10B ; 330 1F ; 100 AcDbEntity ; 8 Wall ; 100 AcDbLeader ; 3 Metric ; 71 1 ; 72 0 ; 73 3 ; 76 2 ; 10 0.0"
+                  " ; 20 0.0 ; 30 0.0 ; 10 5.0 ; 20 5.0 ; 30 0.0 ; 340 102")
+    sorted_entities = told("\n0 SORTENTSTABLE ; 5 5B ; 330 5C ; 100 AcDbSortentsTable ; 330 1F ; 331 100 ; 5 101 ; 331 101 ; 5 100"
+                           "\n0 DICTIONARY ; 5 5C ; 330 1F ; 100 AcDbDictionary ; 281 1 ; 3 ACAD_SORTENTS ; 350 5B"
+                           "\n0 LAYER_FILTER ; 5 5D ; 330 0 ; 100 AcDbFilter ; 100 AcDbLayerFilter ; 8 Wall ; 8 0")
+    return {
+        "common-groups-behind-mark": form_2000(
+            line("100", behind=behind) + line("101", behind="\n62 256\n62 256") + insert("102", xdata=behind) +
+            text("103", behind=behind + "\n100 AcDbText") + dimension("104", style=behind + "\n3 Metric")),
+        "true-colour-2000": form_2000(
+            line("100", told("\n62 30 ; 420 16678656 ; 430 BOOK$ORANGE ; 440 33554559")) + line("101", "\n420 255") +
+            text("102", extra="\n62 5\n420 255")),
+        "two-of-a-group": form_2000(line("100", told("\n8 0 ; 62 1 ; 62 2")) + line("101", told("\n6 Dash ; 6 Continuous")) +
+                                    text("102", behind=told("\n7 Standard ; 100 AcDbText"))),
+        "comments": changed(("\n8 Wall\n", "\n999 between the groups ; 8 Wall\n"), ("\n0 LINE\n", "\n999 before a record ; 0 LINE\n")),
+        "opaque-kinds": form_2000(PLAIN_TWO + opaque.replace("HANDLE", "109") + text("102") + opaque.replace("HANDLE", "10A") + leader,
+                                  objects=sorted_entities),
+    }
+
+
+def parts_and_data():
+    on_all = curves(0x110, "").replace("\n0 ", EXTENDED_DATA + "\n0 ").removeprefix(EXTENDED_DATA)
+    reactor = told("102 {ACAD_REACTORS ; 330 100 ; 102 }")
+    dictionary = told("102 {ACAD_XDICTIONARY ; 360 5B ; 102 }")
+    note = told("\n0 DICTIONARY ; 5 5B ; 330 101 ; 100 AcDbDictionary ; 281 1 ; 3 NOTE ; 360 5C"
+                " ; 0 XRECORD ; 5 5C ; 330 5B ; 100 AcDbXrecord ; 280 1 ; 1 a note ; 330 101")
+    return {
+        "extended-data": form_2000(
+            line("100", xdata=EXTENDED_DATA) + line("101", xdata=told("\n1001 TEST ; 1000 x ; 1001 ACAD ; 1070 1")) +
+            insert("102", xdata=EXTENDED_DATA, attributes=attribute("103", "102") + EXTENDED_DATA) + text("104") + EXTENDED_DATA +
+            dimension("105") + EXTENDED_DATA + on_all),
+        "extended-data-in-the-middle": form_2000(PLAIN_TWO + curves(0x110, EXTENDED_DATA)),
+        "attributes": form_2000(
+            insert("100", attributes=attribute("101", "100") + attribute("102", "100", "two")) +
+            insert("103", attributes=attribute("104", "103")) + insert("105", with_normal=DOWNWARD) + insert("106", "Missing")),
+        "dimensions": form_2000(
+            dimension("100") + dimension("101", style="") + dimension("102", style="\n3 Missing") + dimension("103", picture="") +
+            dimension("104", picture="\n2 *D9") + dimension("105", picture=told("\n2 *D1 ; 12 100.0 ; 22 50.0 ; 32 0.0")) +
+            dimension("106", style="\n3 METRIC", extra="\n62 1")),
+        # One entity has an extension dictionary with a record in it; it is known to another as a reactor.
+        "extension-dictionary": form_2000(
+            line("100") + line("101").replace("330 1F", f"{reactor}\n{dictionary}\n330 1F") +
+            line("107").replace("330 1F", told("102 {ACAD_REACTORS ; 330 101 ; 330 100 ; 102 } ; 330 1F")), objects=note),
+    }
+
+
+def samples():
+    """By name, as lines of code and value."""
+    return {**forms(), **names(), **records(), **parts_and_data()}
+
+
+def as_file(drawing):
     lines = []
-    for each in told.strip().split("\n"):
+    for each in drawing.strip().split("\n"):
         if each.strip():
             code, _, value = each.partition(" ")
             lines += [f"{code:>3}", value]
@@ -378,9 +444,9 @@ def as_file(told):
 
 def write_samples(folder):
     files = []
-    for name, told in samples().items():
+    for name, drawing in samples().items():
         file = os.path.join(folder, f"{name}.dxf")
         with open(file, "wb") as out:
-            out.write(as_file(told).encode("cp1252"))
+            out.write(as_file(drawing).encode("cp1252"))
         files.append(file)
     return files
