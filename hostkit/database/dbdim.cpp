@@ -166,7 +166,11 @@ Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& matrix) {
     for (int code = firstPointCode; code <= lastPointCode; ++code) {
         if (!(m_hasPoint & 1 << (code - firstPointCode))) continue;
         AcGePoint3d& point = m_points[code - firstPointCode];
-        point = isOwnCoordinate(code) ? motion.point(point) : matrix * point;
+        // The block's contents move as the dimension does: how far they are displaced only turns and scales.
+        if (code != clonePointCode)
+            point = isOwnCoordinate(code) ? motion.point(point) : matrix * point;
+        else if (!motion.isShift())
+            point = AcGePoint3d() + (motion.point(point) - motion.point(AcGePoint3d()));
     }
     if (!motion.isShift()) {
         m_rotation = motion.angle(m_rotation);
@@ -179,12 +183,11 @@ Acad::ErrorStatus AcDbDimension::subTransformBy(const AcGeMatrix3d& matrix) {
     return Acad::eOk;
 }
 
-// Before the points are moved: other programs show the block at point 12.
 void AcDbDimension::moveBlock(const AcGeMatrix3d& matrix) {
     if (hostkit::FlatMotion(matrix, m_normal).isStill()) return;
     if (m_shownBlockId.isNull()) {
         m_shownBlockId = m_blockId;
-        m_blockMotion.setToTranslation(hostkit::toWorld(m_normal, pointOf(clonePointCode)).asVector());
+        m_blockMotion.setToIdentity();
     }
     if (m_shownBlockId.isNull() || matrix.det() < 0.0) return dropBlock();
     m_blockMotion.preMultBy(matrix);
@@ -197,7 +200,6 @@ Acad::ErrorStatus AcDbDimension::subClose() {
     hostkit::ChangeLog::of(*this).changing(*this);
     const AcDbObjectId earlier = std::exchange(m_shownBlockId, AcDbObjectId());
     m_blockId = hostkit::movedBlock(*this, earlier, m_blockMotion);
-    if (!m_blockId.isNull()) m_points[clonePointCode - firstPointCode] = AcGePoint3d();
     return status;
 }
 

@@ -137,7 +137,7 @@ bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourc
 // What no class reads of the original goes along, but for what the original alone owns.
 bool ObjectWriting::writeCopy(const AcDbObject& object, std::string& bytes) {
     const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, m_copySource, object.originalSpan());
-    if (!gatherRecord(object, object.handle().value(), object.ownerId(), false)) return false;
+    if (!gatherRecord(object, object.handle().value(), object.ownerId(), true)) return false;
     m_aboveNewRecords = std::max(m_aboveNewRecords, object.handle().value() + 1);
     std::function<const RecordWriter&()> readAgain;
     if (blank) readAgain = [&]() -> const RecordWriter& { return fieldsAsRead(object, *blank); };
@@ -166,7 +166,7 @@ bool ObjectWriting::gatherRecord(const AcDbObject& object, std::uint64_t handle,
     writeHead(object, handle, owner, hasOriginal);
     Acad::ErrorStatus status = object.dxfOutFields(&m_writer);
     if (m_changes && m_changes->hasRenamed()) m_writer.renameTexts(asciiOf(object.dxfName()));
-    m_writer.beginExtendedData();
+    m_writer.setPart(extendedPart);
     if (status == Acad::eOk && object.extendedData()) writeExtendedData(*object.extendedData());
     if (status == Acad::eOk) status = m_writer.filerStatus();
     if (status != Acad::eOk) {
@@ -198,6 +198,7 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     if (reactorsFirst) writeReactors(object);
     writeExtensionDictionary(object);
     if (!reactorsFirst) writeReactors(object);
+    m_writer.setPart(headPart);
     if (!hasOriginal && !owner.isNull() && !m_writer.files(owner)) return;
     m_writer.markOptional();
     m_writer.writeItem(ownerCode, owner);
@@ -221,6 +222,7 @@ void ObjectWriting::writeExtendedData(const GroupBlock& data) {
 
 void ObjectWriting::writeReactors(const AcDbObject& object) {
     bool isOpen = false;
+    m_writer.setPart(reactorsPart);
     for (const AcDbObjectId reactor : DatabaseAccess::persistentReactors(object)) {
         if (reactor.isNull() || reactor.isErased()) continue;
         if (!isOpen) m_writer.writeText(applicationGroupCode, L"{ACAD_REACTORS");
@@ -233,6 +235,7 @@ void ObjectWriting::writeReactors(const AcDbObject& object) {
 void ObjectWriting::writeExtensionDictionary(const AcDbObject& object) {
     const AcDbObjectId dictionary = DatabaseAccess::extensionDictionary(object);
     if (dictionary.isNull() || dictionary.isErased()) return;
+    m_writer.setPart(dictionaryPart);
     m_writer.writeText(applicationGroupCode, L"{ACAD_XDICTIONARY");
     m_writer.writeItem(hardOwnerCode, dictionary);
     m_writer.writeText(applicationGroupCode, L"}");

@@ -103,11 +103,12 @@ private:
         for (std::size_t place = begin; place < end; ++place) {
             RecordGroup& group = m_record.groups[place];
             if (group.code != ownerCode && group.code != applicationGroupCode) continue;
-            group.part = headPart;
-            if (group.code == applicationGroupCode) continue;
-            std::uint64_t handle = 0;
-            takeHandle(group, handle);
-            m_head.reactors.push_back(handle);
+            if (group.code == ownerCode) {
+                std::uint64_t handle = 0;
+                takeHandle(group, handle);
+                m_head.reactors.push_back(handle);
+            }
+            group.part = reactorsPart;
         }
     }
 
@@ -116,8 +117,9 @@ private:
             RecordGroup& group = m_record.groups[place];
             if (group.code == hardOwnerCode)
                 takeHandle(group, m_head.extensionDictionary);
-            else if (group.code == applicationGroupCode)
-                group.part = headPart;
+            else if (group.code != applicationGroupCode)
+                continue;
+            group.part = dictionaryPart;
         }
     }
 

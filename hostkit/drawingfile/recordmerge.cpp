@@ -173,7 +173,7 @@ bool RecordMerge::replaceUnread(std::size_t place) {
 
 bool RecordMerge::isInserted(const FieldGroup& group) const {
     return group.presence == Presence::kAlways ||
-           (m_isCopy && group.part == headPart && group.presence == Presence::kOnlyInNewRecords);
+           (m_isCopy && group.part < extendedPart && group.presence == Presence::kOnlyInNewRecords);
 }
 
 void RecordMerge::insert(std::size_t place) {
@@ -288,12 +288,20 @@ void RecordMerge::emitMatched(const OldItem& item) {
     std::size_t kept = item.first;
     if (!keepsOldBytes(item, group)) {
         m_hasNewColor = m_hasNewColor || item.code == colorCode || item.code == trueColorCode;
-        m_writer.format(group, m_bytes);
+        m_writer.format(withDimensionOf(item, group), m_bytes);
         // A point of a plane has no z; one that stood there stays.
         kept += group.kind == AcDb::GroupKind::kPoint ? group.dimension : item.count;
     }
     for (std::size_t old = kept; old < item.first + item.count; ++old)
         m_bytes += m_original.groups[old].bytes();
+}
+
+// Where the record did without a z, one of nought is not written.
+FieldGroup RecordMerge::withDimensionOf(const OldItem& item, const FieldGroup& group) const {
+    FieldGroup result = group;
+    if (group.kind != AcDb::GroupKind::kPoint) return result;
+    while (result.dimension > item.count && result.point[result.dimension - 1] == 0.0) --result.dimension;
+    return result;
 }
 
 bool RecordMerge::keepsOldBytes(const OldItem& item, const FieldGroup& group) {

@@ -101,6 +101,7 @@ private:
     void emit();
     void emitOld(const OldItem& item);
     void emitMatched(const OldItem& item);
+    FieldGroup withDimensionOf(const OldItem& item, const FieldGroup& group) const;
     bool keepsOldBytes(const OldItem& item, const FieldGroup& group);
     bool hasEqualValue(const OldItem& item, const FieldGroup& group) const;
     bool hasEqualText(const RecordGroup& old, const FieldGroup& group) const;

@@ -11,9 +11,11 @@ namespace hostkit {
 using RecordPart = unsigned char;
 constexpr RecordPart nobodysPart = 0;    ///< no class knows the group: it stays as and where it stands
 constexpr RecordPart foreignPart = 1;    ///< as above, and no class is asked: another application's group
-constexpr RecordPart headPart = 2;       ///< handle, owner, reactors, extension dictionary
-constexpr RecordPart extendedPart = 3;   ///< extended data
-constexpr RecordPart firstClassPart = 4; ///< and on: the classes that file groups, in their order
+constexpr RecordPart headPart = 2;       ///< handle and owner
+constexpr RecordPart reactorsPart = 3;   ///< the head's group of reactors
+constexpr RecordPart dictionaryPart = 4; ///< the head's group of the extension dictionary
+constexpr RecordPart extendedPart = 5;   ///< extended data
+constexpr RecordPart firstClassPart = 6; ///< and on: the classes that file groups, in their order
 
 /// The classes' parts of one record by their names, which are those of the subclass marks whether or not the
 /// record has marks. A name that comes up again (a text has two parts of one name) is a part of its own.

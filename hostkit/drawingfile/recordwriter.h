@@ -47,8 +47,8 @@ public:
 
     /// A new record; what was gathered before is forgotten.
     void begin();
-    /// What is gathered from here on is extended data.
-    void beginExtendedData() { m_part = extendedPart; }
+    /// What is gathered from here on is of that part, which is none of a class.
+    void setPart(RecordPart part) { m_part = part; }
     /// Appends a record that no file had.
     void finish(std::string& bytes);
     /// References that the groups below and those that stay in a merged record are to follow; null for none.

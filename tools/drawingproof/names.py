@@ -21,7 +21,7 @@ OF_KIND = {
     ("LEADER", 3): "DIMSTYLE", ("TOLERANCE", 3): "DIMSTYLE",
     ("LAYER", 2): "LAYER", ("LAYER", 6): "LTYPE", ("STYLE", 2): "STYLE", ("LTYPE", 2): "LTYPE", ("DIMSTYLE", 2): "DIMSTYLE",
     ("DIMSTYLE", 5): "BLOCK", ("DIMSTYLE", 6): "BLOCK", ("DIMSTYLE", 7): "BLOCK", ("BLOCK_RECORD", 2): "BLOCK",
-    ("MLINESTYLE", 6): "LTYPE", ("LAYER_FILTER", 8): "LAYER",
+    ("MLINESTYLE", 6): "LTYPE", ("LAYER_FILTER", 8): "LAYER", ("LAYER_INDEX", 8): "LAYER",
 }
 # What an entity without the group has.
 WHERE_ABSENT = {("TEXT", 7): "AcDbText", ("ATTRIB", 7): "AcDbText", ("ATTDEF", 7): "AcDbText", ("MTEXT", 7): "AcDbMText"}
