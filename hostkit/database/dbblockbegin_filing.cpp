@@ -46,12 +46,21 @@ struct AcDbBlockBegin::Filing {
         return equalFolded(block.name(), L"*Paper_Space") ? std::wstring_view(L"$PAPER_SPACE") : block.name();
     }
 
+    /// A space keeps the name that it was read with; other blocks have theirs to the letter.
+    static void writeName(short code, const Block& block, AcDbDxfFiler& filer) {
+        const std::wstring_view name = filedName(block, filer);
+        if (block.isLayout())
+            filer.writeRecordName(code, block.objectId(), name);
+        else
+            filer.writeText(code, name);
+    }
+
     static void write(const Block& block, AcDbDxfFiler& filer) {
-        filer.writeText(nameCode, filedName(block, filer));
+        writeName(nameCode, block, filer);
         filer.writeInteger(flagsCode, block.m_dxfFlags);
         filer.writeItem(originCode, block.m_origin);
         filer.markOptional();
-        filer.writeText(secondNameCode, filedName(block, filer));
+        writeName(secondNameCode, block, filer);
         if (block.m_pathName.empty()) filer.markOptional();
         filer.writeText(pathCode, block.m_pathName);
         if (block.m_comments.empty()) filer.markDefault();

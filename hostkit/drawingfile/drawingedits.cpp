@@ -17,6 +17,7 @@ namespace {
 
 constexpr int nameCode = 2;
 constexpr int tableCountCode = 70;
+constexpr int commentCode = 999;
 
 std::string nameInRecord(std::string_view bytes, SourceSpan span) {
     GroupScanner scanner(bytes.substr(0, span.offset + span.length), span.offset);
@@ -92,6 +93,9 @@ bool DrawingEdits::run(std::string& bytes) {
     findComing();
     m_objects.follow(&m_changes);
     m_objects.setCopySource(m_source.bytes);
+    if (!hasSubclassMarkers(m_objects.style().version) &&
+        m_source.bytes.find("\nAcDbEntity") != std::string::npos)
+        m_objects.giveMarksInR12();
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database,
@@ -455,7 +459,13 @@ void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view gro
         GroupScanner scanner(m_source.bytes, variable->begin);
         RawGroup group;
         (void)scanner.next(group);
-        return m_edits.replace(scanner.offset(), variable->end, groups);
+        const std::size_t begin = scanner.offset();
+        std::string comments;
+        while (scanner.offset() < variable->end && scanner.next(group) == ScanResult::kGroup)
+            if (group.code == commentCode)
+                comments += std::string_view(group.start, scanner.position() - group.start);
+        m_edits.replace(begin, variable->end, groups);
+        return m_edits.insert(variable->end, comments);
     }
     std::string whole;
     appendGroup(9, name, m_objects.style(), whole);

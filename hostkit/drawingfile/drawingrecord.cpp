@@ -13,6 +13,18 @@ void addGroup(const RawGroup& group, const GroupScanner& scanner, DrawingRecord&
     record.groups.push_back({group.value, group.start, scanner.position(), static_cast<short>(group.code)});
 }
 
+// Some programs have it in the middle; a class' groups that stand behind it are a class' groups all the same.
+void putExtendedDataLast(DrawingRecord& record) {
+    constexpr int commentCode = 999;
+    const auto begin = record.groups.begin() + static_cast<std::ptrdiff_t>(record.extendedDataBegin);
+    const auto isOfClass = [](const RecordGroup& group) { return group.code < commentCode; };
+    if (std::none_of(begin, record.groups.end(), isOfClass)) return;
+    const auto moved = std::stable_partition(begin, record.groups.end(), isOfClass);
+    record.extendedDataBegin = static_cast<std::size_t>(moved - record.groups.begin());
+    record.hasMarks = std::any_of(record.groups.begin(), moved,
+                                  [](const RecordGroup& group) { return group.code == subclassMarkCode; });
+}
+
 } // namespace
 
 const RecordGroup* DrawingRecord::find(int code) const {
@@ -36,7 +48,11 @@ ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecor
         addGroup(group, scanner, record);
     }
     if (result == ScanResult::kGroup) scanner.returnTo(group);
-    if (record.extendedDataBegin == 0) record.extendedDataBegin = record.groups.size();
+    record.last = record.groups.back().end;
+    if (record.extendedDataBegin == 0)
+        record.extendedDataBegin = record.groups.size();
+    else
+        putExtendedDataLast(record);
     return result;
 }
 

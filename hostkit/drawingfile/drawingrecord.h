@@ -23,15 +23,17 @@ struct RecordGroup {
     std::string_view bytes() const { return {start, static_cast<std::size_t>(end - start)}; }
 };
 
-/// A record from its "0" group to the next one. `groups` has the "0" group first.
+/// A record from its "0" group to the next one. `groups` has the "0" group first and the extended data last,
+/// wherever in the record it stands.
 struct DrawingRecord {
     std::vector<RecordGroup> groups;
     std::size_t extendedDataBegin = 0; ///< index of the first extended data group; groups.size() without
     bool hasMarks = false;             ///< there is a subclass mark
+    const char* last = nullptr;        ///< behind the last group as the file has it
 
     std::string_view name() const { return withoutBlanks(groups.front().value); }
     const char* begin() const { return groups.front().start; }
-    const char* end() const { return groups.back().end; }
+    const char* end() const { return last; }
     std::string_view bytes() const { return {begin(), static_cast<std::size_t>(end() - begin())}; }
     /// The value of the first group of that code before the extended data; null where there is none.
     const RecordGroup* find(int code) const;

@@ -137,7 +137,10 @@ bool ObjectWriting::writeMerged(const AcDbObject& object, std::string_view sourc
 // What no class reads of the original goes along, but for what the original alone owns.
 bool ObjectWriting::writeCopy(const AcDbObject& object, std::string& bytes) {
     const std::unique_ptr<AcDbObject> blank = markKnownGroups(object, m_copySource, object.originalSpan());
-    if (!gatherRecord(object, object.handle().value(), object.ownerId(), true)) return false;
+    m_isCopy = true;
+    const bool isGathered = gatherRecord(object, object.handle().value(), object.ownerId(), true);
+    m_isCopy = false;
+    if (!isGathered) return false;
     m_aboveNewRecords = std::max(m_aboveNewRecords, object.handle().value() + 1);
     std::function<const RecordWriter&()> readAgain;
     if (blank) readAgain = [&]() -> const RecordWriter& { return fieldsAsRead(object, *blank); };
@@ -191,7 +194,7 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     // R12 has handles alone; a record that was read with more keeps it.
     const bool hadMore = hasOriginal && (m_original.hasMarks || m_head.owner != 0 ||
                                          !m_head.reactors.empty() || m_head.extensionDictionary != 0);
-    if (m_writer.isR12Form() && !hadMore) return;
+    if (m_writer.isR12Form() && !hadMore && !(m_newHaveMarks && !hasOriginal)) return;
     // The two groups keep the order that they had.
     const RecordGroup* const first = hasOriginal ? m_original.find(applicationGroupCode) : nullptr;
     const bool reactorsFirst = first && withoutBlanks(first->value) == "{ACAD_REACTORS";
@@ -199,7 +202,7 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     writeExtensionDictionary(object);
     if (!reactorsFirst) writeReactors(object);
     m_writer.setPart(headPart);
-    if (!hasOriginal && !owner.isNull() && !m_writer.files(owner)) return;
+    if ((!hasOriginal || m_isCopy) && !owner.isNull() && !m_writer.files(owner)) return;
     m_writer.markOptional();
     m_writer.writeItem(ownerCode, owner);
 }

@@ -47,6 +47,12 @@ public:
     /// The bytes in which the originals of copies stand; without them copies are written from their fields
     /// alone.
     void setCopySource(std::string_view bytes) { m_copySource = bytes; }
+    /// New records get subclass marks and owners in the R12 form too, as a careless program's other records
+    /// have them.
+    void giveMarksInR12() {
+        m_newHaveMarks = true;
+        m_writer.giveMarksInR12();
+    }
     /// Whether the record, which nobody changed, refers to something that was renamed or erased.
     bool mustFollow(std::string_view sourceBytes, SourceSpan span);
 
@@ -92,6 +98,8 @@ private:
     RecordHead m_head;
     const ReferenceChanges* m_changes = nullptr;
     std::string_view m_copySource;
+    bool m_isCopy = false; // the record at work is that of a copy
+    bool m_newHaveMarks = false;
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr short subclassMarkCode = 100;
 constexpr short embeddedObjectMark = 101;
+constexpr short commentCode = 999;
 constexpr short colorCode = 62;
 constexpr short firstOwnerCode = 350; // of handles of what an object owns
 constexpr short lastOwnerCode = 369;
@@ -21,6 +22,14 @@ constexpr std::size_t noField = static_cast<std::size_t>(-1);
 // How far a step of the merge looks ahead for the counterpart of a group: more than the groups of a vertex or
 // a hatch edge.
 constexpr std::size_t lookAhead = 64;
+
+// The spaces' blocks have a dollar sign in R12 and an asterisk since; some programs take the one for the
+// other.
+bool isSameName(std::wstring old, std::wstring_view text) {
+    const bool isOfSpace = equalFolded(text, L"$MODEL_SPACE") || equalFolded(text, L"$PAPER_SPACE");
+    if (isOfSpace && !old.empty() && old.front() == L'*') old.front() = L'$';
+    return equalFolded(old, text);
+}
 
 bool isCodeKnown(int code) { return code >= 0 && code < static_cast<int>(tabledCodes); }
 
@@ -265,7 +274,8 @@ void RecordMerge::emit() {
 
 void RecordMerge::emitOld(const OldItem& item) {
     const bool isOwning = item.code >= firstOwnerCode && item.code <= lastOwnerCode;
-    if (m_isCopy && (isOwning || m_original.groups[item.first].part == foreignPart)) return;
+    const bool isOthers = m_original.groups[item.first].part == foreignPart || item.code == commentCode;
+    if (m_isCopy && (isOwning || isOthers)) return;
     if (m_hasNewColor && item.code == colorNameCode && item.first < m_original.extendedDataBegin) return;
     using Fate = ReferenceChanges::Fate;
     std::string value;
@@ -344,7 +354,7 @@ bool RecordMerge::hasEqualText(const RecordGroup& old, const FieldGroup& group) 
     if (old.value == text) return true;
     const DrawingText& encoding = m_writer.m_style.text;
     if (group.role == Role::kRecordName)
-        return equalFolded(encoding.decode(withoutBlanks(old.value)), encoding.decode(withoutBlanks(text)));
+        return isSameName(encoding.decode(withoutBlanks(old.value)), encoding.decode(withoutBlanks(text)));
     std::string again;
     encoding.encode(encoding.decode(old.value), again);
     // Names may have blanks around them, which are no part of the name.

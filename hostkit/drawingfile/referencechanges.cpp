@@ -25,6 +25,9 @@ struct NamingGroup {
 };
 
 constexpr NamingGroup namingGroups[] = {
+    // Of an entity's look, where a group stands twice.
+    {"", "AcDbEntity", 8, TableKind::kLayer},
+    {"", "AcDbEntity", 6, TableKind::kLinetype},
     {"LEADER", "AcDbLeader", 3, TableKind::kDimStyle},
     {"TOLERANCE", "AcDbFcf", 3, TableKind::kDimStyle},
     {"ARC_DIMENSION", "AcDbDimension", 2, TableKind::kBlock},
@@ -172,7 +175,7 @@ ReferenceChanges::Fate ReferenceChanges::fateOfName(const DrawingRecord& record,
         found = newName(TableKind::kLayer, encoding.decode(withoutBlanks(group.value)));
     } else if (place < record.extendedDataBegin) {
         for (const NamingGroup& naming : namingGroups)
-            if (naming.code == group.code && naming.record == record.name() &&
+            if (naming.code == group.code && (naming.record.empty() || naming.record == record.name()) &&
                 (naming.mark.empty() || markBefore(record, place) == naming.mark))
                 found = newName(naming.kind, encoding.decode(withoutBlanks(group.value)));
     }

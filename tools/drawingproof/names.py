@@ -24,7 +24,8 @@ OF_KIND = {
     ("MLINESTYLE", 6): "LTYPE", ("LAYER_FILTER", 8): "LAYER", ("LAYER_INDEX", 8): "LAYER",
 }
 # What an entity without the group has.
-WHERE_ABSENT = {("TEXT", 7): "AcDbText", ("ATTRIB", 7): "AcDbText", ("ATTDEF", 7): "AcDbText", ("MTEXT", 7): "AcDbMText"}
+WHERE_ABSENT = {("TEXT", 7): "AcDbText", ("ATTRIB", 7): "AcDbText", ("ATTDEF", 7): "AcDbText", ("MTEXT", 7): "AcDbMText",
+                ("DIMENSION", 3): "AcDbDimension"}
 
 
 def is_entity(record):
