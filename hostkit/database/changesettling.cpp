@@ -53,7 +53,14 @@ bool ChangeLog::Settling::isAtOdds(const Before& before) const {
     const auto& record = static_cast<const AcDbSymbolTableRecord&>(*before.stub->object);
     const auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(record.ownerId());
     const bool isAsBefore = !before.wasErased && record.name() == before.name;
-    return table && !isAsBefore && !record.isErased() && !table->isNameFree(record.name(), record.objectId());
+    if (!table || isAsBefore || record.isErased() || table->isNameFree(record.name(), record.objectId()))
+        return false;
+    // Two records of one name that went back together, or that a drawing was read with, are as they were.
+    return std::any_of(table->records().begin(), table->records().end(), [&](AcDbObjectId id) {
+        const auto* other = DatabaseAccess::objectOf<AcDbSymbolTableRecord>(id);
+        return other && other != &record && !other->isErased() && equalFolded(other->name(), record.name()) &&
+               other->isChangedSinceRead() && !m_noted.contains(id.stub());
+    });
 }
 
 void ChangeLog::Settling::keep(const Before& before) {

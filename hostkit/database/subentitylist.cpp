@@ -71,7 +71,9 @@ void SubentityList::enterDrawing(AcDbEntity& owner) {
         AcDbEntity* entering = part.release();
         if (entering->layerId().database() != owner.database())
             DatabaseAccess::setLayer(*entering, owner.layerId());
-        if (entering->linetypeId().database() != owner.database())
+        // A copy's part without a linetype has that of its layer, as the original's.
+        const bool isCopy = !entering->originalSpan().isEmpty() && entering->linetypeId().isNull();
+        if (!isCopy && entering->linetypeId().database() != owner.database())
             DatabaseAccess::setLinetype(*entering, owner.linetypeId());
         m_ids.push_back(DatabaseAccess::addOpen(*owner.database(), entering, owner.objectId()));
         entering->close();

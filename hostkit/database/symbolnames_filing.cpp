@@ -1,6 +1,18 @@
 #include "symbolnames.h"
 
+#include <algorithm>
+
 namespace hostkit {
+
+namespace {
+
+// Some programs leave blanks around a name, which are no part of it.
+std::wstring_view withoutBlanksAround(std::wstring_view name) {
+    const std::size_t begin = std::min(name.find_first_not_of(L" \t"), name.size());
+    return name.substr(begin, name.find_last_not_of(L" \t") + 1 - begin);
+}
+
+} // namespace
 
 void readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& group, AcDbObject& object,
                 AcDbObjectId& record) {
@@ -8,7 +20,8 @@ void readRecord(const AcDbDxfFiler& filer, TableKind kind, const AcDbDxfGroup& g
     const AcDbDatabase* const database = filer.database();
     const AcDbObject* const table =
         database ? DatabaseAccess::object(DatabaseAccess::table(*database, kind)) : nullptr;
-    record = table ? static_cast<const AcDbSymbolTable*>(table)->find(group.text) : AcDbObjectId();
+    record = table ? static_cast<const AcDbSymbolTable*>(table)->find(withoutBlanksAround(group.text))
+                   : AcDbObjectId();
     if (record.isNull())
         DatabaseAccess::setUnknownName(object, group.code, group.text);
     else

@@ -460,12 +460,16 @@ void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view gro
         RawGroup group;
         (void)scanner.next(group);
         const std::size_t begin = scanner.offset();
-        std::string comments;
-        while (scanner.offset() < variable->end && scanner.next(group) == ScanResult::kGroup)
+        std::string text;
+        bool isWritten = false;
+        while (scanner.offset() < variable->end && scanner.next(group) == ScanResult::kGroup) {
             if (group.code == commentCode)
-                comments += std::string_view(group.start, scanner.position() - group.start);
-        m_edits.replace(begin, variable->end, groups);
-        return m_edits.insert(variable->end, comments);
+                text.append(group.start, scanner.position());
+            else if (!std::exchange(isWritten, true))
+                text += groups;
+        }
+        if (!isWritten) text += groups;
+        return m_edits.replace(begin, variable->end, text);
     }
     std::string whole;
     appendGroup(9, name, m_objects.style(), whole);

@@ -19,6 +19,7 @@ void putExtendedDataLast(DrawingRecord& record) {
     const auto begin = record.groups.begin() + static_cast<std::ptrdiff_t>(record.extendedDataBegin);
     const auto isOfClass = [](const RecordGroup& group) { return group.code < commentCode; };
     if (std::none_of(begin, record.groups.end(), isOfClass)) return;
+    record.isRearranged = true;
     const auto moved = std::stable_partition(begin, record.groups.end(), isOfClass);
     record.extendedDataBegin = static_cast<std::size_t>(moved - record.groups.begin());
     record.hasMarks = std::any_of(record.groups.begin(), moved,
@@ -37,7 +38,7 @@ const RecordGroup* DrawingRecord::find(int code) const {
 ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecord& record) {
     record.groups.clear();
     record.extendedDataBegin = 0;
-    record.hasMarks = false;
+    record.hasMarks = record.isRearranged = false;
     addGroup(first, scanner, record);
     RawGroup group;
     ScanResult result = scanner.next(group);

@@ -29,6 +29,7 @@ struct DrawingRecord {
     std::vector<RecordGroup> groups;
     std::size_t extendedDataBegin = 0; ///< index of the first extended data group; groups.size() without
     bool hasMarks = false;             ///< there is a subclass mark
+    bool isRearranged = false;         ///< extended data stood before other groups
     const char* last = nullptr;        ///< behind the last group as the file has it
 
     std::string_view name() const { return withoutBlanks(groups.front().value); }

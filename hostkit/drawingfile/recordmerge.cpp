@@ -5,6 +5,7 @@
 #include "referencechanges.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace hostkit {
 
@@ -186,6 +187,9 @@ bool RecordMerge::isInserted(const FieldGroup& group) const {
 }
 
 void RecordMerge::insert(std::size_t place) {
+    // A record may have a true colour without the nearest index.
+    const MergeRoom::CodeCount& trueColor = countOf(trueColorCode);
+    if (field(place).code == colorCode && trueColor.oldItems != 0 && trueColor.fields != 0) return;
     if (isInserted(field(place)) && !replaceUnread(place)) m_room.insertions.push_back({m_anchor, place});
 }
 
@@ -251,14 +255,32 @@ bool RecordMerge::stepInOrder(const Part& part, std::size_t& oldPlace, std::size
     return false;
 }
 
+std::vector<std::size_t> RecordMerge::orderInFile() const {
+    std::vector<std::size_t> order(m_room.items.size());
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::sort(order.begin(), order.end(), [this](std::size_t left, std::size_t right) {
+        return m_original.groups[m_room.items[left].first].start <
+               m_original.groups[m_room.items[right].first].start;
+    });
+    return order;
+}
+
 void RecordMerge::emit() {
     const auto isBefore = [](const MergeRoom::Insertion& left, const MergeRoom::Insertion& right) {
         return left.behind < right.behind;
     };
     std::stable_sort(m_room.insertions.begin(), m_room.insertions.end(), isBefore);
     auto next = m_room.insertions.begin();
-    for (std::size_t item = 0; item < m_room.items.size(); ++item) {
+    std::size_t size = m_room.items.size();
+    // What stands behind extended data in the file stays there.
+    std::vector<std::size_t> order;
+    if (m_original.isRearranged) order = orderInFile();
+    for (std::size_t place = 0; place < size; ++place) {
+        const std::size_t item = order.empty() ? place : order[place];
         const OldItem& old = m_room.items[item];
+        if (!order.empty())
+            next = std::find_if(m_room.insertions.begin(), m_room.insertions.end(),
+                                [item](const MergeRoom::Insertion& each) { return each.behind == item; });
         if (old.field != noField)
             emitMatched(old);
         else if (old.part == nobodysPart)

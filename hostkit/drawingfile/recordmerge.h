@@ -98,6 +98,7 @@ private:
     bool replaceUnread(std::size_t field);
     std::size_t endOfRegion(std::size_t item) const;
 
+    std::vector<std::size_t> orderInFile() const;
     void emit();
     void emitOld(const OldItem& item);
     void emitMatched(const OldItem& item);

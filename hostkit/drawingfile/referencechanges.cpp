@@ -28,6 +28,7 @@ constexpr NamingGroup namingGroups[] = {
     // Of an entity's look, where a group stands twice.
     {"", "AcDbEntity", 8, TableKind::kLayer},
     {"", "AcDbEntity", 6, TableKind::kLinetype},
+    {"TEXT", "AcDbText", 7, TableKind::kTextStyle},
     {"LEADER", "AcDbLeader", 3, TableKind::kDimStyle},
     {"TOLERANCE", "AcDbFcf", 3, TableKind::kDimStyle},
     {"ARC_DIMENSION", "AcDbDimension", 2, TableKind::kBlock},

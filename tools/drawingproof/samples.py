@@ -389,7 +389,7 @@ def records():
                            "\n0 LAYER_FILTER ; 5 5D ; 330 0 ; 100 AcDbFilter ; 100 AcDbLayerFilter ; 8 Wall ; 8 0")
     return {
         "common-groups-behind-mark": form_2000(
-            line("100", behind=behind) + line("101", behind="\n62 256\n62 256") + insert("102", xdata=behind) +
+            line("100", behind=behind) + line("101", behind="\n62 256") + insert("102", xdata=behind) +
             text("103", behind=behind + "\n100 AcDbText") + dimension("104", style=behind + "\n3 Metric")),
         "true-colour-2000": form_2000(
             line("100", told("\n62 30 ; 420 16678656 ; 430 BOOK$ORANGE ; 440 33554559")) + line("101", "\n420 255") +
