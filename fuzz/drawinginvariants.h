@@ -52,14 +52,6 @@ inline std::vector<AcDbObjectId> entitiesOf(AcDbDatabase& database) {
     return all;
 }
 
-// Layer 0, the spaces and the linetypes that stand in every drawing have their names by the format.
-inline bool hasOwnName(const AcDbSymbolTableRecord& record) {
-    const std::wstring name = record.name();
-    for (const wchar_t* standing : {L"0", L"ByBlock", L"ByLayer", L"Continuous"})
-        if (equalFolded(name, standing)) return false;
-    return !name.starts_with(L'*');
-}
-
 inline void renameOne(AcDbDatabase& database, std::size_t choice) {
     std::vector<AcDbObjectId> records;
     for (const AcDbObjectId tableId :
@@ -70,7 +62,7 @@ inline void renameOne(AcDbDatabase& database, std::size_t choice) {
     }
     if (records.empty()) return;
     AcDbObjectPointer<AcDbSymbolTableRecord> record(records[choice % records.size()], AcDb::kForWrite);
-    if (record.object() && hasOwnName(*record)) record->setName(L"Renamed");
+    if (record.object()) record->setName(L"Renamed");
 }
 
 inline void apply(AcDbDatabase& database, Edit edit, std::size_t choice) {

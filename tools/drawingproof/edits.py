@@ -336,17 +336,13 @@ def has_space_by_name(drawing):
     return any(r.kind == "BLOCK_RECORD" and (r.first(2) or "").strip().upper() == "*MODEL_SPACE" for r in drawing.records)
 
 
-def without_owner(groups):
-    """The groups without the owner (330) of the head."""
-    depth, result = 0, []
-    for index, (code, value) in enumerate(groups):
+def let_owner_be_missing(wanted):
+    """Of the head, before the first class's mark."""
+    for place, (code, _) in enumerate(wanted.groups):
         if code == 100:
-            return result + groups[index:]
-        if code == 102:
-            depth = 1 if str(value).strip().startswith("{") else 0
-        if code != 330 or depth:
-            result.append((code, value))
-    return result
+            return
+        if code == 330:
+            wanted.droppable.add(place)
 
 
 def judge_owner(result, record, place, say):
@@ -395,7 +391,7 @@ class Copy(Edit):
         for original, copy in zip(originals, copies):
             wanted = copied(drawing, original)
             if not copy.first(330) and not has_space_by_name(drawing):
-                wanted = without_owner(wanted)
+                let_owner_be_missing(wanted)
             words = compare_by_code(wanted, copy.groups, result.encoding)
             if words:
                 say(copy, "copy: " + in_short(words), original)
