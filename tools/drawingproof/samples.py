@@ -395,7 +395,7 @@ def records():
             line("100", told("\n62 30 ; 420 16678656 ; 430 BOOK$ORANGE ; 440 33554559")) + line("101", "\n420 255") +
             text("102", extra="\n62 5\n420 255")),
         "two-of-a-group": form_2000(line("100", told("\n8 0 ; 62 1 ; 62 2")) + line("101", told("\n6 Dash ; 6 Continuous")) +
-                                    text("102", behind=told("\n7 Standard ; 100 AcDbText"))),
+                                    text("102")),
         "comments": changed(("\n8 Wall\n", "\n999 between the groups ; 8 Wall\n"), ("\n0 LINE\n", "\n999 before a record ; 0 LINE\n")),
         "opaque-kinds": form_2000(PLAIN_TWO + opaque.replace("HANDLE", "109") + text("102") + opaque.replace("HANDLE", "10A") + leader,
                                   objects=sorted_entities),
