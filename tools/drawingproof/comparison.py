@@ -15,6 +15,8 @@ def keys_of(records):
             keys.append((record.kind, record.handle))
         elif record.kind in ("SECTION", "TABLE", "CLASS"):
             keys.append((record.kind, (record.first(2) or record.first(1) or "").strip()))
+        elif record.kind == "ENDSEC":
+            keys.append((record.kind, record.section))  # however many blocks came in
         else:
             keys.append((record.kind, record.section, block if record.section == "BLOCKS" else record.container))
     return keys

@@ -151,11 +151,14 @@ def triple(groups, index):
 
 
 def end_of_own_groups(groups):
-    """Where extended data or an embedded object begins."""
+    """Behind the last group of the record's own; extended data may stand in the middle, an embedded object ends them."""
+    end = 0
     for index, (code, _) in enumerate(groups):
-        if code >= 1000 or code == 101:
+        if code == 101:
             return index
-    return len(groups)
+        if code < 1000:
+            end = index + 1
+    return end
 
 
 def normal_of(record):

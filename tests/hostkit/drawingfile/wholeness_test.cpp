@@ -251,6 +251,25 @@ TEST(Wholeness, theSeedOfHandlesIsKept) {
         << "the least that is above";
 }
 
+// An entity stands in the space that its owner names, whatever its mark says.
+TEST(Wholeness, theOwnerTellsTheSpace) {
+    const std::string records =
+        "0 BLOCK_RECORD ; 5 1F ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 *Model_Space ;"
+        "0 BLOCK_RECORD ; 5 1B ; 100 AcDbSymbolTableRecord ; 100 AcDbBlockTableRecord ; 2 *Paper_Space";
+    const auto database = openDrawingFromMemory(
+        header("AC1015") + section("TABLES", tableOf("BLOCK_RECORD", records)) +
+            section("BLOCKS", block("*Model_Space", "") + block("*Paper_Space", "")) +
+            entities(groupsOf("0 LINE ; 5 2F ; 330 1B ; 100 AcDbEntity ; 8 0 ; 100 AcDbLine ; " + ends)),
+        L"spaces", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    EXPECT_EQ(
+        AcDbObjectPointer<AcDbBlockTableRecord>(database->paperSpaceId(), AcDb::kForRead)->entities().size(),
+        1u);
+    EXPECT_EQ(
+        AcDbObjectPointer<AcDbBlockTableRecord>(database->modelSpaceId(), AcDb::kForRead)->entities().size(),
+        0u);
+}
+
 // An owner that the file has not is not named.
 TEST(Wholeness, whatIsAddedToEntitiesAloneNamesNobody) {
     const std::string bare =
