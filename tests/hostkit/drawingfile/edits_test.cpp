@@ -204,9 +204,8 @@ TEST(Edits, spacesNameTheLayoutsThatComeWithASave) {
     EXPECT_EQ(countOf(withEntry, "ACAD_LAYOUT"), 0u);
     const AcDbObjectId layoutId =
         AcDbObjectPointer<AcDbBlockTableRecord>(database->modelSpaceId(), AcDb::kForRead)->getLayoutId();
-    change<AcDbLayout>(layoutId, [](AcDbLayout& layout) {
-        EXPECT_EQ(layout.setLayoutName(L"Plan"), Acad::eOk);
-    });
+    change<AcDbLayout>(layoutId,
+                       [](AcDbLayout& layout) { EXPECT_EQ(layout.setLayoutName(L"Plan"), Acad::eOk); });
     const Records found = recordsOf(saved(*database));
     wchar_t handleText[17] = {};
     ASSERT_TRUE(layoutId.handle().getIntoAsciiBuffer(handleText));

@@ -10,9 +10,7 @@
 using namespace hostkit;
 using namespace drawingtest;
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 using RoundTrip = DrawingsOfOthers;
 
