@@ -280,14 +280,20 @@ void DrawingPlotter::drawReference(const AcDbBlockReference& reference, const Lo
         }
 }
 
-// The block that a drawing keeps for a dimension stands where it is seen, whatever the dimension's points
-// are. Drawings of other programs may have none: then its points tell enough for the common kinds.
+// The block that a drawing keeps for a dimension is shown displaced by the dimension's point 12, whatever its
+// other points are. Drawings of other programs may have none: then its points tell enough for the common
+// kinds.
 void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& look,
                                    const Surroundings& around) {
     if (!dimension.dimBlockId().isNull()) {
         Surroundings inside = around;
         inside.look = &look;
         inside.depth = around.depth + 1;
+        constexpr int placeOfBlockCode = 12;
+        AcGeMatrix3d plane;
+        dimension.getEcs(plane);
+        inside.toWorld = around.toWorld *
+                         AcGeMatrix3d::translation(plane * dimension.pointOf(placeOfBlockCode).asVector());
         return drawBlock(dimension.dimBlockId(), inside);
     }
     PicturePath lines;
