@@ -35,6 +35,11 @@ bool isBlockInFile(const AcDbBlockTableRecord& block) {
 
 } // namespace
 
+void ByteEdits::reserve(std::size_t edits, std::size_t textSize) {
+    m_edits.reserve(edits);
+    m_text.reserve(textSize);
+}
+
 void ByteEdits::replace(std::size_t begin, std::size_t end, std::string_view text) {
     m_edits.push_back({begin, end, m_text.size(), m_text.size() + text.size()});
     m_text += text;
@@ -97,6 +102,7 @@ bool DrawingEdits::run(std::string& bytes) {
         m_source.bytes.find("\nAcDbEntity") != std::string::npos)
         m_objects.giveMarksInR12();
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
+    makeRoom();
     bool isGood = true;
     DatabaseAccess::forEachObject(m_database,
                                   [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
@@ -104,6 +110,17 @@ bool DrawingEdits::run(std::string& bytes) {
     editHeader();
     bytes = m_edits.apply();
     return true;
+}
+
+void DrawingEdits::makeRoom() {
+    std::size_t count = 0;
+    std::size_t size = 0;
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        if (!m_everything && !m_changes.hasRenamed() && !object.isChangedSinceRead()) return;
+        ++count;
+        size += object.sourceSpan().length;
+    });
+    m_edits.reserve(count, size + size / 8);
 }
 
 // Others refer to records by their names and to objects by their handles: what was renamed or leaves the file

@@ -18,6 +18,8 @@ public:
     explicit ByteEdits(std::string_view bytes)
         : m_bytes(bytes) {}
 
+    /// Room for what is to come: a guess that spares moving it about.
+    void reserve(std::size_t edits, std::size_t textSize);
     void replace(std::size_t begin, std::size_t end, std::string_view text);
     void insert(std::size_t place, std::string_view text) { replace(place, place, text); }
     std::string apply();
@@ -54,6 +56,7 @@ private:
     const std::vector<AcDbObjectId>& blockRecords() const;
     bool mustBeWritten(const AcDbObject& object) const;
     void removeRecord(const AcDbObject& object);
+    void makeRoom();
     void findReferenceChanges();
     void findNewName(const AcDbSymbolTableRecord& record);
     std::wstring nameInFile(const AcDbSymbolTableRecord& record) const;

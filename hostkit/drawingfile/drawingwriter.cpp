@@ -148,7 +148,11 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
         CompleteWriting writing(database, objects, report.changes);
         isGood = runWriting(writing, output, report);
     }
-    if (isGood) output.written = FormTransfer(output.written, source, target, report.changes).run();
+    // What was made here has no records of unknown kinds, and its classes know what each form has from R13
+    // on.
+    const bool isPlain = !output.source && hasSubclassMarkers(target.version);
+    if (isGood && !isPlain)
+        output.written = FormTransfer(output.written, source, target, report.changes).run();
     return isGood;
 }
 
