@@ -232,6 +232,30 @@ TEST(Wholeness, aChangedRecordIsWholeInEveryShape) {
     }
 }
 
+// A copy has what no class reads of its original, but for what is the original's alone.
+TEST(Wholeness, aCopyHasWhatItsOriginalHas) {
+    const auto database = openDrawingFromMemory(
+        drawingOf(
+            "AC1018",
+            "0 LINE ; 5 2F ; 102 {MINE ; 360 AB ; 102 } ; 102 {ACAD_REACTORS ; 330 A1 ; 102 } ; 330 1F ; "
+            "100 AcDbEntity ; 999 a remark ; 8 Wall ; 440 33554559 ; 360 AC ; 100 AcDbLine ; " +
+                ends + " ; 90 7"),
+        L"copy", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    std::unique_ptr<AcDbEntity> copy(AcDbEntity::cast(
+        DatabaseAccess::objectOf<AcDbEntity>(DatabaseAccess::find(*database, 0x2F))->clone()));
+    EXPECT_TRUE(copy->ownerId().isNull());
+    const AcDbObjectId id = appendToModelSpace(*database, copy.release());
+    const Records found = recordsOf(saved(*database));
+    wchar_t handle[17] = {};
+    ASSERT_TRUE(id.handle().getIntoAsciiBuffer(handle));
+    const std::string key = "ENTITIES LINE " + narrow(handle);
+    ASSERT_TRUE(found.contains(key));
+    EXPECT_EQ(found.at(key),
+              pairsOf("0 LINE ; 5 " + narrow(handle) + " ; 100 AcDbEntity ; 8 Wall ; 440 33554559 ; " +
+                      "100 AcDbLine ; " + ends + " ; 90 7"));
+}
+
 // The header's seed counts when new handles are given, and what is written lies above all of them.
 TEST(Wholeness, theSeedOfHandlesIsKept) {
     const std::string seeded =
