@@ -31,6 +31,8 @@ public:
     AcDbMText() = default;
     AcDbMText(const AcDbMText&) = default;
 
+    /// Columns, which the 2018 form has in an object of their own with a second copy of the place, follow
+    /// motions; setLocation, setDirection, setRotation and setWidth drop them.
     AcGePoint3d location() const { return m_location; }
     Acad::ErrorStatus setLocation(const AcGePoint3d& location);
     AcGeVector3d normal() const { return m_normal; }

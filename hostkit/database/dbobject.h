@@ -32,7 +32,8 @@ public:
     AcDbObject();
     ~AcDbObject() override;
     /// A copy is non-resident: it has the values and the extended data, but no id, owner, extension
-    /// dictionary or reactors.
+    /// dictionary or reactors. Put into its original's drawing, it is saved with what no class reads of the
+    /// original's record.
     AcDbObject(const AcDbObject& other);
 
     AcDbObjectId objectId() const { return m_id; }

@@ -54,6 +54,7 @@ public:
     wchar_t* textString() const;
     const std::wstring& text() const { return m_text; }
     /// Up to 256 characters in older drawing forms; longer ones are kept. eInvalidInput for null.
+    /// An attribute of several lines has the text alone from then on: its paragraph goes.
     Acad::ErrorStatus setTextString(const wchar_t* text);
     AcDbObjectId textStyle() const { return m_styleId; }
     /// Null is the standing style. eNotThatKindOfClass.

@@ -18,35 +18,12 @@ constexpr int subclassMarkCode = 100;
 constexpr int applicationGroupCode = 102;
 constexpr int embeddedObjectCode = 101;
 constexpr int ownerCode = 330;
-constexpr int entryNameCode = 3;
 constexpr int firstExtendedCode = 1000;
 constexpr int proxyGraphicsSize64 = 160;
 constexpr int proxyGraphicsSize32 = 92;
 
 bool isReference(int code) {
     return kindOfCode(code) == AcDb::GroupKind::kHandle && code != 5 && code != 105;
-}
-
-// Records that list others: what is gone goes from the list, where elsewhere it leaves a null handle.
-struct ListRow {
-    std::string_view kind;
-    int code;
-    int before; ///< a group of that code right before goes along; 0: none
-    int behind; ///< or right behind
-};
-constexpr ListRow listRows[] = {{"DICTIONARY", 350, entryNameCode, 0},
-                                {"DICTIONARY", 360, entryNameCode, 0},
-                                {"ACDBDICTIONARYWDFLT", 350, entryNameCode, 0},
-                                {"ACDBDICTIONARYWDFLT", 360, entryNameCode, 0},
-                                {"GROUP", 340, 0, 0},
-                                {"SORTENTSTABLE", 331, 0, 5},
-                                {"FIELDLIST", 330, 0, 0},
-                                {"IDBUFFER", 330, 0, 0}};
-
-const ListRow* listRowOf(std::string_view kind, int code) {
-    const auto found = std::find_if(std::begin(listRows), std::end(listRows),
-                                    [&](const ListRow& row) { return row.kind == kind && row.code == code; });
-    return found == std::end(listRows) ? nullptr : &*found;
 }
 
 bool isPart(std::string_view kind) { return kind == "VERTEX" || kind == "ATTRIB" || kind == "SEQEND"; }
@@ -255,6 +232,30 @@ bool FormTransfer::isGone(const RawGroup& group) const {
     return isReference(group.code) && m_gone.contains(handleFromText(group.value).value_or(0));
 }
 
+// An entry's name goes with what it names.
+bool FormTransfer::goesWithNext(const Record& record, std::size_t place) const {
+    if (place + 1 >= record.last || !isGone(m_groups[place + 1])) return false;
+    const HandleList* const list = handleListOf(record.kind, m_groups[place + 1].code);
+    return list && list->beforeCode == m_groups[place].code;
+}
+
+// Nothing where the group counts no list, or one that loses nothing.
+std::optional<std::int64_t> FormTransfer::countLeft(const Record& record, int countCode) const {
+    const HandleList* const list = countedListOf(record.kind, countCode);
+    if (!list) return {};
+    bool isInPart = false;
+    bool isShorter = false;
+    std::int64_t count = 0;
+    for (std::size_t place = record.first; place < record.last; ++place) {
+        const RawGroup& group = m_groups[place];
+        if (group.code == subclassMarkCode) isInPart = withoutBlanks(group.value) == list->mark;
+        if (!isInPart || group.code != list->code) continue;
+        isShorter = isShorter || isGone(group);
+        count += isGone(group) ? 0 : 1;
+    }
+    return isShorter ? std::optional(count) : std::nullopt;
+}
+
 bool FormTransfer::staysInRecord(const Record& record, std::string_view subclass,
                                  const RawGroup& group) const {
     if (group.code >= firstExtendedCode) return true;
@@ -276,16 +277,18 @@ void FormTransfer::writeRecord(const Record& record, std::string& bytes) {
             place = writeApplicationGroup(place, record.last, bytes);
             continue;
         }
-        const ListRow* const row = isGone(group) ? listRowOf(record.kind, group.code) : nullptr;
-        if (row) {
-            if (row->behind != 0 && place + 1 < record.last && m_groups[place + 1].code == row->behind)
+        const HandleList* const list = isGone(group) ? handleListOf(record.kind, group.code) : nullptr;
+        if (list) {
+            if (list->behindCode != 0 && place + 1 < record.last &&
+                m_groups[place + 1].code == list->behindCode)
                 ++place;
             continue;
         }
-        // An entry's name goes with what it names.
-        if (group.code == entryNameCode && place + 1 < record.last && isGone(m_groups[place + 1]) &&
-            listRowOf(record.kind, m_groups[place + 1].code))
+        if (goesWithNext(record, place)) continue;
+        if (const std::optional<std::int64_t> left = countLeft(record, group.code)) {
+            appendInteger(group.code, *left, m_target, bytes);
             continue;
+        }
         if (group.code == proxyGraphicsSize64 && subclass == "AcDbEntity" &&
             m_target.version < needed(DrawingVersion::k2010)) {
             appendGroup(proxyGraphicsSize32, withoutBlanks(group.value), m_target, bytes);

@@ -4,9 +4,12 @@
 #include "formchanges.h"
 #include "groupformat.h"
 #include "groupscanner.h"
+#include "handlelists.h"
 #include "r12names.h"
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -74,6 +77,8 @@ private:
     void writeGroup(const Record& record, const RawGroup& group, std::string& bytes);
     bool staysInRecord(const Record& record, std::string_view subclass, const RawGroup& group) const;
     bool isGone(const RawGroup& group) const;
+    bool goesWithNext(const Record& record, std::size_t place) const;
+    std::optional<std::int64_t> countLeft(const Record& record, int countCode) const;
     void tellLeftOut(const Record& record);
     NameKind nameKindOf(const Record& record, const RawGroup& group) const;
 

@@ -3,6 +3,7 @@
 #include "dbblockbegin.h"
 #include "dbblockreference.h"
 #include "drawingreading.h"
+#include "erasedowners.h"
 #include "fieldtable.h"
 
 #include <algorithm>
@@ -14,14 +15,34 @@ namespace {
 constexpr short ownerCode = 330;
 constexpr short applicationGroupCode = 102;
 constexpr short hardOwnerCode = 360;
-constexpr short commentCode = 999;
 
 std::string asciiOf(const wchar_t* name) {
     const std::wstring_view text = name ? name : L"";
     return {text.begin(), text.end()};
 }
 
+void scan(std::string_view sourceBytes, SourceSpan span, DrawingRecord& record) {
+    GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
+    RawGroup first;
+    (void)scanner.next(first);
+    (void)scanRecord(scanner, first, record);
+}
+
 } // namespace
+
+// What the class takes there is what it will write. The drawing is not asked, which may have other names by
+// now.
+std::unique_ptr<AcDbObject> markGroups(const AcDbObject& object, std::string_view sourceBytes,
+                                       SourceSpan span, RecordReader& filer, DrawingRecord& record,
+                                       RecordHead& head) {
+    scan(sourceBytes, span, record);
+    readHead(record, head);
+    std::unique_ptr<AcDbObject> blank = makeBlank(object, record);
+    filer.begin(record);
+    if (blank) (void)blank->dxfInFields(&filer);
+    if (auto* const entity = AcDbEntity::cast(blank.get())) filer.readLooseLook(*entity);
+    return blank;
+}
 
 const SubentityList* partsOf(const AcDbObject& object) {
     auto* const entity = AcDbEntity::cast(&object);
@@ -29,16 +50,11 @@ const SubentityList* partsOf(const AcDbObject& object) {
 }
 
 bool isLeftOut(const AcDbObject& object) {
-    // A damaged drawing may have owners in a circle.
-    constexpr int deepest = 100;
-    const AcDbObject* each = &object;
-    for (int depth = 0; each && depth < deepest; ++depth) {
-        if (each->isErased()) return true;
-        const auto* const reference = AcDbBlockReference::cast(each);
-        if (reference && reference->blockTableRecord().isErased()) return true;
-        each = DatabaseAccess::object(each->ownerId());
-    }
-    return false;
+    const auto showsNothing = [](const AcDbObject* entity) {
+        const auto* const reference = AcDbBlockReference::cast(entity);
+        return reference && reference->blockTableRecord().isErased();
+    };
+    return isGone(object) || showsNothing(&object) || showsNothing(DatabaseAccess::object(object.ownerId()));
 }
 
 bool isActiveSpace(const AcDbBlockTableRecord& block) {
@@ -70,46 +86,26 @@ void ObjectWriting::follow(const ReferenceChanges* changes) {
     m_writer.follow(m_changes);
 }
 
-void ObjectWriting::scan(std::string_view sourceBytes, SourceSpan span) {
-    GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
-    RawGroup first;
-    (void)scanner.next(first);
-    (void)scanRecord(scanner, first, m_original);
-}
-
 bool ObjectWriting::mustFollow(std::string_view sourceBytes, SourceSpan span) {
     if (!m_changes) return false;
-    scan(sourceBytes, span);
+    scan(sourceBytes, span, m_original);
     return m_changes->concern(m_original, m_style.text);
 }
 
-// The class reads the old record into a blank object: what it takes there is what it will write. The drawing
-// is not asked, which may have other names by now.
+// The owner of an entity or a table's record is where it stands in the file; some writers put other handles
+// there.
 std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& object,
                                                            std::string_view sourceBytes, SourceSpan span) {
-    scan(sourceBytes, span);
-    readHead(m_original, m_head);
-    // The owner of an entity or a table's record is where it stands in the file; some writers put other
-    // handles there.
+    std::unique_ptr<AcDbObject> blank = markGroups(object, sourceBytes, span, m_reader, m_original, m_head);
     if ((object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())) &&
         m_head.owner != object.ownerId().handle().value())
         for (RecordGroup& group : m_original.groups)
             if (group.code == ownerCode && group.part == headPart &&
                 handleFromText(group.value) == m_head.owner)
                 group.part = foreignPart;
-    std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
-    m_reader.begin(m_original);
-    if (blank) (void)blank->dxfInFields(&m_reader);
-    if (auto* const entity = AcDbEntity::cast(blank.get())) m_reader.readLooseLook(*entity);
     GroupBlock data;
     (void)readExtendedData(m_original, m_reader, data);
     return blank;
-}
-
-bool ObjectWriting::knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span) {
-    (void)markKnownGroups(object, sourceBytes, span);
-    return std::all_of(m_original.groups.begin() + 1, m_original.groups.end(),
-                       [](const RecordGroup& group) { return group.isTaken() || group.code == commentCode; });
 }
 
 // What the old record says, filed again: groups in which the object does not differ from it were not changed.
@@ -194,7 +190,7 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     // R12 has handles alone; a record that was read with more keeps it.
     const bool hadMore = hasOriginal && (m_original.hasMarks || m_head.owner != 0 ||
                                          !m_head.reactors.empty() || m_head.extensionDictionary != 0);
-    if (m_writer.isR12Form() && !hadMore && !(m_newHaveMarks && !hasOriginal)) return;
+    if (m_writer.isR12Form() && !hadMore && !(m_writer.givesMarks() && !hasOriginal)) return;
     // The two groups keep the order that they had.
     const RecordGroup* const first = hasOriginal ? m_original.find(applicationGroupCode) : nullptr;
     const bool reactorsFirst = first && withoutBlanks(first->value) == "{ACAD_REACTORS";

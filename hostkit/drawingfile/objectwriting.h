@@ -49,18 +49,12 @@ public:
     void setCopySource(std::string_view bytes) { m_copySource = bytes; }
     /// New records get subclass marks and owners in the R12 form too, as a careless program's other records
     /// have them.
-    void giveMarksInR12() {
-        m_newHaveMarks = true;
-        m_writer.giveMarksInR12();
-    }
+    void giveMarksInR12() { m_writer.giveMarks(); }
     /// Whether the record, which nobody changed, refers to something that was renamed or erased.
     bool mustFollow(std::string_view sourceBytes, SourceSpan span);
 
     /// Counts a record that goes over as it stood, for the progress.
     void passRecord() { m_progress.advance(); }
-
-    /// Whether every group of the record is known to the object's class.
-    bool knowsAllGroups(const AcDbObject& object, std::string_view sourceBytes, SourceSpan span);
 
     /// A handle that no object has, for records that have no object.
     std::uint64_t newHandle();
@@ -84,7 +78,6 @@ private:
     void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeReactors(const AcDbObject& object);
     void writeExtendedData(const GroupBlock& data);
-    void scan(std::string_view sourceBytes, SourceSpan span);
     void writeExtensionDictionary(const AcDbObject& object);
 
     const AcDbDatabase& m_database;
@@ -99,7 +92,6 @@ private:
     const ReferenceChanges* m_changes = nullptr;
     std::string_view m_copySource;
     bool m_isCopy = false; // the record at work is that of a copy
-    bool m_newHaveMarks = false;
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;
@@ -109,6 +101,12 @@ private:
 
 /// The parts of an entity in the file's order, erased ones left out; then their end where there is one.
 const SubentityList* partsOf(const AcDbObject& object);
+/// Reads the record at that span of the source bytes into a blank object of the object's class, and so marks
+/// each group with the part that takes it. The filer is one that reads without the drawing. Gives the blank
+/// object; null for a class that makes none.
+std::unique_ptr<AcDbObject> markGroups(const AcDbObject& object, std::string_view sourceBytes,
+                                       SourceSpan span, RecordReader& filer, DrawingRecord& record,
+                                       RecordHead& head);
 /// The object has no record in what is written: it was erased, or an owner of it was, or it shows a block
 /// that was.
 bool isLeftOut(const AcDbObject& object);

@@ -273,11 +273,10 @@ void RecordMerge::emit() {
     };
     std::stable_sort(m_room.insertions.begin(), m_room.insertions.end(), isBefore);
     auto next = m_room.insertions.begin();
-    std::size_t size = m_room.items.size();
     // What stands behind extended data in the file stays there.
     std::vector<std::size_t> order;
     if (m_original.isRearranged) order = orderInFile();
-    for (std::size_t place = 0; place < size; ++place) {
+    for (std::size_t place = 0; place < m_room.items.size(); ++place) {
         const std::size_t item = order.empty() ? place : order[place];
         const OldItem& old = m_room.items[item];
         if (!order.empty())

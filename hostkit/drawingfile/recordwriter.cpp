@@ -157,7 +157,7 @@ void RecordWriter::format(const FieldGroup& group, std::string& bytes) const {
 }
 
 void RecordWriter::finish(std::string& bytes) {
-    const bool hasMarks = m_hasMarks || hasSubclassMarkers(m_style.version);
+    const bool hasMarks = m_givesMarks || hasSubclassMarkers(m_style.version);
     for (const FieldGroup& group : m_groups) {
         if (group.presence == FieldGroup::Presence::kOnlyIfItWasThere) continue;
         if (group.role == FieldGroup::Role::kMark && !hasMarks) continue;

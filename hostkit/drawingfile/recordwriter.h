@@ -49,7 +49,9 @@ public:
     void begin();
     /// What is gathered from here on is of that part, which is none of a class.
     void setPart(RecordPart part) { m_part = part; }
-    void giveMarksInR12() { m_hasMarks = true; }
+    /// New records get subclass marks whatever the form.
+    void giveMarks() { m_givesMarks = true; }
+    bool givesMarks() const { return m_givesMarks; }
     /// Appends a record that no file had.
     void finish(std::string& bytes);
     /// References that the groups below and those that stay in a merged record are to follow; null for none.
@@ -104,7 +106,7 @@ private:
     DrawingStyle m_style;
     std::vector<FieldGroup> m_groups;
     std::string m_arena;
-    bool m_hasMarks = false;
+    bool m_givesMarks = false;
     const ReferenceChanges* m_changes = nullptr;
     std::function<bool(AcDbObjectId)> m_hasRecord;
     RecordParts m_parts;

@@ -2,6 +2,7 @@
 
 #include "groupformat.h"
 #include "groupkinds.h"
+#include "handlelists.h"
 
 #include <algorithm>
 
@@ -58,22 +59,6 @@ constexpr NamingGroup namingGroups[] = {
     {"DIMSTYLE", "", 344, TableKind::kBlock},
 };
 
-/// A list of handles from which one that is gone is left out, with the groups that go along. Elsewhere its
-/// place is kept by a null handle, as the groups may be counted.
-struct HandleList {
-    std::string_view record;
-    std::string_view mark; ///< the subclass mark or the application group in which the list stands
-    short code;
-    short companionCode; ///< of the group behind the handle that goes with it; 0: none
-    short countCode;     ///< of the group that counts the list; 0: none
-};
-
-constexpr HandleList handleLists[] = {
-    {"GROUP", "AcDbGroup", 340, 0, 0},       {"SORTENTSTABLE", "AcDbSortentsTable", 331, 5, 0},
-    {"FIELDLIST", "AcDbIdSet", 330, 0, 90},  {"IDBUFFER", "AcDbIdBuffer", 330, 0, 0},
-    {"BLOCK_RECORD", "{BLKREFS", 331, 0, 0},
-};
-
 // The mark of the part, embedded object or application group that the group stands in.
 std::string_view markBefore(const DrawingRecord& record, std::size_t place) {
     while (place > 0) {
@@ -86,12 +71,8 @@ std::string_view markBefore(const DrawingRecord& record, std::size_t place) {
 }
 
 const HandleList* listAt(const DrawingRecord& record, std::size_t place) {
-    const std::string_view name = record.name();
-    for (const HandleList& list : handleLists)
-        if (list.record == name && list.code == record.groups[place].code &&
-            markBefore(record, place) == list.mark)
-            return &list;
-    return nullptr;
+    const HandleList* const list = handleListOf(record.name(), record.groups[place].code);
+    return list && markBefore(record, place) == list->mark ? list : nullptr;
 }
 
 bool refers(short code) {
@@ -138,21 +119,19 @@ ReferenceChanges::Fate ReferenceChanges::fateOfHandle(const DrawingRecord& recor
         value = "0";
         return Fate::kHasNewValue;
     }
-    for (const HandleList& list : handleLists)
-        if (list.companionCode == group.code && place > 0 && record.groups[place - 1].code == list.code &&
-            listAt(record, place - 1) == &list && goneAt(place - 1))
-            return Fate::kGoes;
+    const auto goesWith = [&](std::size_t where, short HandleList::*code) {
+        const HandleList* const list = where < record.groups.size() ? listAt(record, where) : nullptr;
+        return list && list->*code == group.code && goneAt(where);
+    };
+    if (goesWith(place - 1, &HandleList::behindCode) || goesWith(place + 1, &HandleList::beforeCode))
+        return Fate::kGoes;
     return fateOfCount(record, place, value);
 }
 
 ReferenceChanges::Fate ReferenceChanges::fateOfCount(const DrawingRecord& record, std::size_t place,
                                                      std::string& value) const {
-    const auto list =
-        std::find_if(std::begin(handleLists), std::end(handleLists), [&](const HandleList& each) {
-            return each.countCode != 0 && each.countCode == record.groups[place].code &&
-                   each.record == record.name() && markBefore(record, place) == each.mark;
-        });
-    if (list == std::end(handleLists)) return Fate::kStays;
+    const HandleList* const list = countedListOf(record.name(), record.groups[place].code);
+    if (!list || markBefore(record, place) != list->mark) return Fate::kStays;
     std::int64_t left = 0;
     bool isShorter = false;
     for (std::size_t next = place + 1; next < record.extendedDataBegin; ++next) {

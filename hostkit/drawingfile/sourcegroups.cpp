@@ -1,6 +1,6 @@
 #include "sourcegroups.h"
 
-#include "drawingreading.h"
+#include "objectwriting.h"
 #include "r12viewport.h"
 
 #include "dbaccess.h"
@@ -91,20 +91,6 @@ bool SourceGroups::isWanted(const AcDbObject& object) const {
            object.isKindOf(AcDbSymbolTableRecord::desc());
 }
 
-void SourceGroups::markKnownGroups(const AcDbObject& object, std::string_view bytes) {
-    const SourceSpan span = object.sourceSpan();
-    GroupScanner scanner(bytes.substr(0, span.offset + span.length), span.offset);
-    RawGroup first;
-    (void)scanner.next(first);
-    (void)scanRecord(scanner, first, m_original);
-    readHead(m_original, m_head);
-    const std::unique_ptr<AcDbObject> blank = makeBlank(object, m_original);
-    m_reader.begin(m_original);
-    if (blank) (void)blank->dxfInFields(&m_reader);
-    if (auto* const entity = AcDbEntity::cast(blank.get())) m_reader.readLooseLook(*entity);
-    m_reader.resetFilerStatus();
-}
-
 void SourceGroups::appendMarks(std::string& bytes) const {
     const std::int64_t flags = flagsOf(m_original);
     for (const MarkRow& row : markRows) {
@@ -117,7 +103,7 @@ void SourceGroups::appendMarks(std::string& bytes) const {
 
 void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
     const auto source = m_database.source();
-    markKnownGroups(object, source->bytes);
+    (void)markGroups(object, source->bytes, object.sourceSpan(), m_reader, m_original, m_head);
     const bool hasMarks = hasSubclassMarkers(m_target.version);
     if (isOpaque(object) && hasMarks && !m_original.hasMarks) appendMarks(bytes);
     // The names of arrow blocks have codes that mean handles later.

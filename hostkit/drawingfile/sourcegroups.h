@@ -26,7 +26,6 @@ public:
 
 private:
     void appendGroups(const AcDbObject& object, std::string& bytes);
-    void markKnownGroups(const AcDbObject& object, std::string_view bytes);
     void appendMarks(std::string& bytes) const;
     bool isWanted(const AcDbObject& object) const;
 

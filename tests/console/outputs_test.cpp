@@ -188,7 +188,7 @@ TEST_F(Outputs, GoToPipesAndStreamsAsTheyCome) {
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     EXPECT_EQ(runInShell("cat " + fifo + " & " + quiet + " --command 'LIST JSON " + fifo + "'; wait").output,
               listing);
-    for (const std::string& stream : {"/dev/stdout", "/dev/fd/1"}) {
+    for (const std::string stream : {"/dev/stdout", "/dev/fd/1"}) {
         EXPECT_EQ(runInShell(quiet + " --command 'LIST JSON " + stream + "' | cat").output, listing);
         EXPECT_EQ(runInShell(quiet + " -o " + stream + " | cat").output, readFile(floorDrawing));
         runInShell(quiet + " --command 'LIST JSON " + stream + "' >" + (folder / "redirected"));
@@ -244,7 +244,7 @@ TEST_F(Outputs, ThatCannotBeWrittenLeaveWhatStandsThere) {
 TEST_F(Outputs, AFileThatIsNoRegistryIsNotMadeOne) {
     const std::string texts[] = {readFile(floorDrawing), "; a script\nLAYERS\n", "{\"a\": [1]}\n",
                                  std::string("\0\1\2", 3), "\"Name\"=\"value\"\n"};
-    for (const std::string& text : texts) {
+    for (const std::string text : texts) {
         folder.write("other", text);
         for (const bool isEnvironment : {false, true}) {
             const Arguments named = {"--new", "--command", "LAYERS", "--registry", folder / "other"};
@@ -256,7 +256,7 @@ TEST_F(Outputs, AFileThatIsNoRegistryIsNotMadeOne) {
             EXPECT_EQ(readFile(folder / "other"), text);
         }
     }
-    for (const std::string& text : {"", "\n", "; my settings\n", "[hkey_current_user\\A\nnonsense\n"}) {
+    for (const std::string text : {"", "\n", "; my settings\n", "[hkey_current_user\\A\nnonsense\n"}) {
         folder.write("other", text);
         outputOf({"--new", "--command", "LAYERS", "--registry", folder / "other"});
         expectHas(readFile(folder / "other"), {"[HKEY_CURRENT_USER"});

@@ -193,7 +193,9 @@ TEST_F(ExtendedData, TheLimitIsExactToTheByte) {
         for (const int whole : {16382, 16383, 16384, 16385}) {
             SCOPED_TRACE(std::to_string(other) + " of " + std::to_string(whole));
             ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1001, L"OTHER", 0)));
-            if (other > 0) ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1070, 7, 0)));
+            if (other > 0) {
+                ASSERT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1070, 7, 0)));
+            }
             resbuf* const list = acutBuildList(1001, L"OTHER", 0);
             list->rbnext = acutNewRb(1004);
             ads_binary& binary = list->rbnext->resval.rbinary;

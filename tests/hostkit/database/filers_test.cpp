@@ -141,7 +141,9 @@ TEST_F(BinaryRecordsInADrawing, NoRecordIsReadUnderANameThatAnotherHas) {
     change<AcDbLayerTableRecord>(walls,
                                  [&](auto& layer) { EXPECT_EQ(layer.dwgOutFields(&filer), Acad::eOk); });
     for (const bool isFree : {false, true}) {
-        if (isFree) EXPECT_EQ(erase(walls), Acad::eOk);
+        if (isFree) {
+            EXPECT_EQ(erase(walls), Acad::eOk);
+        }
         filer.seek(0, 0);
         change<AcDbLayerTableRecord>(slabs, [&](auto& layer) {
             EXPECT_EQ(layer.dwgInFields(&filer), isFree ? Acad::eOk : Acad::eDuplicateKey);
