@@ -22,6 +22,7 @@
 #endif
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -278,4 +278,4 @@ std::unique_ptr<AcDbPolyline> polylineOf(const ContourLoop& loop, const AcGeVect
     return polyline;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

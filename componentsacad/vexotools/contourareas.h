@@ -13,7 +13,7 @@ class AcGeVector3d;
 /// edges are found as such although their coordinates are rounded; no boundary moves by more than a few of
 /// these tolerances. The work is done near a local origin and is near linear in vertices plus crossings.
 /// Where areas only touch along a line or in points there is no result there: every loop encloses an area.
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// A corner and the host's bulge of the segment that leaves it: tan of a quarter of the included angle,
 /// positive for a counter-clockwise arc, 0 for a straight segment.
@@ -87,4 +87,4 @@ ContourLoop loopOf(const AcDbPolyline& polyline);
 std::unique_ptr<AcDbPolyline> polylineOf(const ContourLoop& loop, const AcGeVector3d& normal,
                                          double elevation);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

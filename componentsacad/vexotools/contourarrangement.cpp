@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -420,4 +420,4 @@ double ContourArrangement::bulgeOf(const std::vector<int>& halfEdges, std::size_
     return bulge;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "boxchain.h"
 #include "contourareas.h"
-#include "edgegraph.h"
-#include "pointgrid.h"
+#include "contourboxchain.h"
+#include "contouredgegraph.h"
+#include "contourpointgrid.h"
 
 #include <cstddef>
 #include <optional>
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// The boundaries of two areas cut up at all places where they meet, with the winding numbers of both areas
 /// on either side of each piece.
@@ -110,4 +110,4 @@ std::optional<PlaneBox> boxOf(const ContourArea& area);
 std::optional<PlaneBox> boxOf(const ContourArea& first, const ContourArea& second);
 double areaTolerance(const std::optional<PlaneBox>& box);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -8,7 +8,7 @@ class AcDbXline;
 class AcGePoint3d;
 
 /// What the splitting of contours shares between its files.
-namespace VEXOGeometryTools {
+namespace vexo {
 
 AcDbXline lineAlongY(const AcGePoint3d& through);
 
@@ -20,4 +20,4 @@ void deleteCurves(AcArray<void*>& curves);
 AcArray<void*> stripsBetweenLines(AcDbPolyline* contour, AcDbCurve* hole, const AcDbXline& left,
                                   const AcDbXline& right, bool& isPlain);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

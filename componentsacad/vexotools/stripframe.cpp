@@ -1,6 +1,6 @@
 #include "stripframe.h"
 
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 
 #include "dbpolyline.h"
 #include "geplane.h"
@@ -8,7 +8,7 @@
 #include <cmath>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::unique_ptr<AcDbPolyline> StripFrame::give(const ContourLoop& loop, const Ac
     return polyline;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

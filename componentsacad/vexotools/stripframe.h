@@ -8,7 +8,7 @@
 
 class AcDbPolyline;
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// The view of a slab in which its strips run along +x: seen along Z, turned, and moved near the origin, so
 /// that a slab far out is cut as exactly as one at zero. Loops in the frame run counter-clockwise.
@@ -38,4 +38,4 @@ private:
     ContourLoop m_loop;
 };
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

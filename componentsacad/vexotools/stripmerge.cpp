@@ -1,7 +1,7 @@
 #include "stripmerge.h"
 
-#include "cleanmerge.h"
-#include "pointgrid.h"
+#include "contourcleanmerge.h"
+#include "contourpointgrid.h"
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
@@ -13,7 +13,7 @@
 #include <queue>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -42,7 +42,8 @@ int segmentCount(const Strips& strips) {
 bool mergeByAreas(const ContourLoop& first, const ContourLoop& second, ContourLoop& merged) {
     const std::unique_ptr<AcDbPolyline> one = polylineOf(first, AcGeVector3d::kZAxis, 0.0);
     const std::unique_ptr<AcDbPolyline> two = polylineOf(second, AcGeVector3d::kZAxis, 0.0);
-    const std::unique_ptr<AcDbCurve> both(MergeContoursIfTheyHaveOneComonSegment(one.get(), two.get()));
+    const std::unique_ptr<AcDbCurve> both(
+        VEXOGeometryTools::MergeContoursIfTheyHaveOneComonSegment(one.get(), two.get()));
     const AcDbPolyline* polyline = AcDbPolyline::cast(both.get());
     if (polyline) merged = loopOf(*polyline);
     return polyline != nullptr;
@@ -155,4 +156,4 @@ void mergeStrips(Strips& strips) {
     strips = merging.result();
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// Merges strips, counter-clockwise loops that do not overlap, that share one whole segment, as
 /// MergeContoursIfTheyHaveOneComonSegment finds it: always the first pair in the order of the list that it
@@ -12,4 +12,4 @@ namespace VEXOGeometryTools {
 /// the same ends are asked, so the work grows with the number of segments and not with the number of pairs.
 void mergeStrips(std::vector<ContourLoop>& strips);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

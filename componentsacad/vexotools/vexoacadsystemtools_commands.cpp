@@ -7,10 +7,9 @@
 
 #include <initializer_list>
 
-using vexosystem::Variable;
-using vexosystem::workingDatabase;
+using namespace vexo;
 
-AcEdCommandStack* vexosystem::commandStack() {
+AcEdCommandStack* vexo::commandStack() {
     AcRxDictionary* registry = acrxSysRegistry();
     return registry ? AcEdCommandStack::cast(registry->at(L"ACAD_REGISTERED_COMMANDS")) : nullptr;
 }
@@ -29,7 +28,7 @@ bool isRunning(std::initializer_list<const wchar_t*> names) {
     if (!workingDatabase()) return false;
     const Variable running(L"CMDNAMES");
     if (!running.text()) return false;
-    const AcEdCommandStack* const stack = vexosystem::commandStack();
+    const AcEdCommandStack* const stack = commandStack();
     const wchar_t* const runningName = globalNameOf(running.text(), stack);
     for (const wchar_t* name : names)
         if (name && _wcsicmp(runningName, globalNameOf(name, stack)) == 0) return true;
@@ -46,7 +45,7 @@ bool VEXOAcadSystemTools::isCommand(const wchar_t* name) {
 bool VEXOAcadSystemTools::isCommand(const wchar_t* first, const wchar_t* second) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::isCommand");
     if (!first || !second || !workingDatabase()) return false;
-    const AcEdCommandStack* const stack = vexosystem::commandStack();
+    const AcEdCommandStack* const stack = commandStack();
     return _wcsicmp(globalNameOf(first, stack), globalNameOf(second, stack)) == 0;
 }
 
@@ -66,14 +65,14 @@ bool VEXOAcadSystemTools::commandActive(CString& name) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::commandActive");
     const Variable running(L"CMDNAMES");
     if (!running.text()) return false;
-    name = globalNameOf(running.text(), vexosystem::commandStack());
+    name = globalNameOf(running.text(), commandStack());
     return true;
 }
 
 bool VEXOAcadSystemTools::isUndoRedoCommand(const wchar_t* name) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::isUndoRedoCommand");
     if (!name) return false;
-    const wchar_t* const globalName = globalNameOf(name, vexosystem::commandStack());
+    const wchar_t* const globalName = globalNameOf(name, commandStack());
     for (const wchar_t* each : {L"U", L"UNDO", L"MREDO", L"REDO"})
         if (_wcsicmp(globalName, each) == 0) return true;
     return false;

@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
-using vexosystem::Held;
+using namespace vexo;
 
-bool vexosystem::takeApplication(Held<IHostApplication>& application) {
+bool vexo::takeApplication(Held<IHostApplication>& application) {
     Held<IDispatch> dispatch;
     return VEXOAcadSystemTools::getApplication(dispatch.receive()) &&
            SUCCEEDED(dispatch->QueryInterface(IID_IHostApplication,
@@ -30,7 +30,7 @@ using HostVersion = std::pair<int, int>; // major and minor number
 
 // Nine digits a number, so that none runs over.
 std::optional<HostVersion> hostVersion() {
-    const vexosystem::Variable variable(L"ACADVER");
+    const Variable variable(L"ACADVER");
     HostVersion version;
     if (!variable.text() || std::swscanf(variable.text(), L"%9d.%9d", &version.first, &version.second) != 2)
         return std::nullopt;
@@ -56,7 +56,7 @@ CString productText(CString name) {
 }
 
 bool hasGroupOfProduct() {
-    const AcEdCommandStack* const stack = vexosystem::commandStack();
+    const AcEdCommandStack* const stack = commandStack();
     if (!stack) return false;
     for (const std::unique_ptr<AcEdCommandIterator> walk(stack->iterator()); !walk->done(); walk->next())
         if (std::wcsstr(walk->commandGroup(), L"AecUiBase")) return true;

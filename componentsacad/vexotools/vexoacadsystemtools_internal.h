@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 /// What the topic files of the system tools share.
-namespace vexosystem {
+namespace vexo {
 
 /// The value of a system variable for a scope, and what it holds.
 class Variable {
@@ -73,4 +73,4 @@ bool takeApplication(Held<IHostApplication>& application);
 /// longer one: cut, it would be another expression.
 bool canQueue(const CString& expression);
 
-} // namespace vexosystem
+} // namespace vexo

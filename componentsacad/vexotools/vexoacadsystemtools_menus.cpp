@@ -7,8 +7,7 @@
 #include "vexotools.h"
 #include "vexouitools.h"
 
-using vexosystem::Held;
-using vexosystem::takeApplication;
+using namespace vexo;
 
 namespace {
 
@@ -59,7 +58,7 @@ bool supportPath(const CString& fileName, CString& path) {
 bool queueLoading(const CString& path) {
     CString expression;
     expression.Format(L"(command \"_.CUILOAD\" \"%s\")", path);
-    if (!vexosystem::canQueue(expression)) return false;
+    if (!canQueue(expression)) return false;
     ads_queueexpr(expression);
     ads_queueexpr(L"(command \" \n\")");
     return true;
@@ -68,7 +67,7 @@ bool queueLoading(const CString& path) {
 bool queueUnloading(const CString& menuGroup) {
     CString expression;
     expression.Format(L"(command \"_.CUIUNLOAD\" \"%s\")", menuGroup);
-    if (!vexosystem::canQueue(expression)) return false;
+    if (!canQueue(expression)) return false;
     ads_queueexpr(expression);
     return true;
 }

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using namespace vexo;
+
 namespace {
 
 // A snapshot for a scope.

@@ -5,6 +5,8 @@
 #include "cvxlogentry.h"
 #include "vexoacadsystemtools_internal.h"
 
+using namespace vexo;
+
 namespace {
 
 constexpr int expressionBufferLength = 512;
@@ -16,7 +18,7 @@ void focusOn(CWnd* window) {
 
 // All three or none, so that the echo comes back whatever becomes of the payload.
 void queueWithoutEcho(const CString& payload) {
-    if (!vexosystem::canQueue(payload)) return;
+    if (!canQueue(payload)) return;
     const int echo = VEXOAcadSystemTools::getSysVar(L"CMDECHO");
     if (echo != 0) ads_queueexpr(L"(setvar \"cmdecho\" 0)");
     ads_queueexpr(payload);
@@ -28,7 +30,7 @@ void queueWithoutEcho(const CString& payload) {
 
 } // namespace
 
-bool vexosystem::canQueue(const CString& expression) {
+bool vexo::canQueue(const CString& expression) {
     if (expression.GetLength() < expressionBufferLength) return true;
     acutPrintf(L"\nCannot queue an expression of 512 characters or more: %s...\n",
                expression.Left(shownOfExpression));

@@ -9,15 +9,15 @@
 
 #include <memory>
 
-using vexosystem::Held;
+using namespace vexo;
 
 namespace {
 
 // Takes the active document for a scope.
 bool takeActiveDocument(Held<IHostDocument>& document) {
     Held<IHostApplication> application;
-    return vexosystem::takeApplication(application) &&
-           SUCCEEDED(application->get_ActiveDocument(document.receive())) && document;
+    return takeApplication(application) && SUCCEEDED(application->get_ActiveDocument(document.receive())) &&
+           document;
 }
 
 std::unique_ptr<AcRxDictionaryIterator> walkOfClasses() {

@@ -3,7 +3,7 @@
 #include "cvxlogentry.h"
 #include "vexoacadsystemtools_internal.h"
 
-using vexosystem::Variable;
+using namespace vexo;
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
-using vexosystem::Variable;
+using namespace vexo;
 
 namespace {
 
@@ -25,9 +25,7 @@ constexpr int frontClipBit = 2;
 constexpr int backClipBit = 4;
 constexpr int frontClipNotAtEyeBit = 16;
 
-AcDbDatabase* databaseOr(AcDbDatabase* database) {
-    return database ? database : vexosystem::workingDatabase();
-}
+AcDbDatabase* databaseOr(AcDbDatabase* database) { return database ? database : workingDatabase(); }
 
 // A variable's point in the user coordinate system, taken to another one.
 std::optional<AcGePoint3d> pointOfVariable(const wchar_t* name, short system, bool isDirection) {

@@ -5,12 +5,12 @@
 #include "vexosmartpointer.h"
 
 #include "acdocman.h"
-#include "casefold.h"
 #include "cvxlogentry.h"
 #include "dbapserv.h"
 #include "dbdatabase.h"
 #include "dbdict.h"
 #include "dbsymtb.h"
+#include "tchar.h"
 
 #include <memory>
 
@@ -35,7 +35,7 @@ struct OpenedDictionary {
 };
 
 void stampServices(AcDbDictionary* dictionary, const wchar_t* name) {
-    if (hostkit::equalFolded(name, servicesName))
+    if (_wcsicmp(name, servicesName) == 0)
         VEXODatabaseTools::setIntValueInEntityXData(dictionary, applicationName, servicesName, 1);
 }
 
@@ -363,7 +363,7 @@ AcDbObjectId VEXODatabaseTools::getFromSymbolTable(const wchar_t* tableWord, con
     database = orWorking(database);
     if (!database || !tableWord || !name) return id;
     for (const TableWord& each : tableWords) {
-        if (!hostkit::equalFolded(tableWord, each.word)) continue;
+        if (_wcsicmp(tableWord, each.word) != 0) continue;
         const VEXOSmartOpen<AcDbSymbolTable> table((database->*each.table)(), AcDb::kForRead, false);
         if (table.status() == Acad::eOk) table->getAt(name, id);
     }

@@ -2,7 +2,7 @@
 
 #include "cvxlogentry.h"
 #include "cvxtoolsresoverride.h"
-#include "vexodialogtext.h"
+#include "dialogtext.h"
 #include "vexotools.h"
 #include "vxprompts.h"
 
@@ -35,7 +35,7 @@ BOOL VEXODlgExitApp::OnInitDialog() {
     }
     m_cursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(IDC_ARROW));
     SetDlgItemTextW(IDC_MESSAGE, m_message);
-    growForText(*this, IDC_MESSAGE);
+    vexo::growForText(*this, IDC_MESSAGE);
     return TRUE;
 }
 

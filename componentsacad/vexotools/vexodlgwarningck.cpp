@@ -1,7 +1,7 @@
 #include "vexodlgwarningck.h"
 
 #include "cvxlogentry.h"
-#include "vexodialogtext.h"
+#include "dialogtext.h"
 #include "vexotools.h"
 #include "vxprompts.h"
 
@@ -25,7 +25,7 @@ BOOL VEXODlgWarningCk::OnInitDialog() {
     if (!m_title.IsEmpty()) SetWindowTextW(m_title);
     if (!m_checkText.IsEmpty()) m_check.SetWindowTextW(m_checkText);
     SetDlgItemTextW(IDC_MESSAGE, m_message);
-    growForText(*this, IDC_MESSAGE);
+    vexo::growForText(*this, IDC_MESSAGE);
     m_isChecked = 0;
     m_check.SetCheck(0);
     return TRUE;

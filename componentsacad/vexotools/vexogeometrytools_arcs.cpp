@@ -1,7 +1,7 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "pointgrid.h"
+#include "contourpointgrid.h"
 
 #include "cvxlogentry.h"
 #include "dbarc.h"
@@ -10,6 +10,8 @@
 
 #include <charconv>
 #include <numbers>
+
+using namespace vexo;
 
 namespace {
 
@@ -73,8 +75,7 @@ bool snapToArc(const AcGeCircArc3d& arc, const AcGeVector3d& fromCenter, AcGePoi
 /// instead.
 double signedArcLength(const AcGeVector3d& from, const AcGeVector3d& to, double span, double radius) {
     const double angle = from.angleTo(to, AcGeVector3d::kZAxis);
-    const bool beyond = span <= angle + std::abs(angle) * VEXOGeometryTools::kComparisonTolerance +
-                                    VEXOGeometryTools::kComparisonTolerance;
+    const bool beyond = span <= angle + std::abs(angle) * kComparisonTolerance + kComparisonTolerance;
     return beyond ? -from.angleTo(to, -AcGeVector3d::kZAxis) * radius : angle * radius;
 }
 

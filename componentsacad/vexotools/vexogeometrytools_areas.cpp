@@ -1,6 +1,6 @@
-#include "cleanmerge.h"
 #include "contourareas.h"
 #include "contourarrangement.h"
+#include "contourcleanmerge.h"
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
@@ -15,9 +15,10 @@
 #include <optional>
 #include <utility>
 
-namespace {
-
 using namespace VEXOGeometryTools;
+using namespace vexo;
+
+namespace {
 
 /// A closed contour in its own plane.
 struct PlaneContour {

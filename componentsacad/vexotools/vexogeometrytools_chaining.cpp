@@ -1,7 +1,7 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "pointgrid.h"
+#include "contourpointgrid.h"
 
 #include "cvxlogentry.h"
 #include "dbarc.h"
@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+using namespace vexo;
 
 namespace {
 
@@ -74,7 +76,7 @@ bool areEndsEqual(const AcDbCurve& first, const AcDbCurve& second, bool atStart,
 
 /// Adds the vertices of second behind those of result.
 void joinPolylines(AcDbPolyline& result, const AcDbPolyline& second, bool close) {
-    const AcGeTol tolerance = VEXOGeometryTools::pointToleranceOf(kJoinTolerance);
+    const AcGeTol tolerance = pointToleranceOf(kJoinTolerance);
     const bool backward =
         areEndsEqual(result, second, false, tolerance) || areEndsEqual(result, second, true, tolerance);
     const std::vector<ChainVertex> walk = verticesInWalk(second, backward, result.normal());

@@ -1,13 +1,15 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "pointgrid.h"
+#include "contourpointgrid.h"
 
 #include "cvxlogentry.h"
 
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+using namespace vexo;
 
 namespace {
 
@@ -66,7 +68,7 @@ private:
              const AcGeTol& tolerance) {
         if (start.isEqualTo(end, tolerance)) return;
         AcGeCurve3d* segment = nullptr;
-        if (VEXOGeometryTools::isArcBulge(bulge)) {
+        if (isArcBulge(bulge)) {
             const AcGeCircArc3d arc(start, start + (end - start) / 2 + bulge, end);
             // Too flat to be told from its chord: the segment is straight.
             if (arc.radius() > 0.0) segment = arc.copy();

@@ -14,6 +14,8 @@
 #include <memory>
 #include <numbers>
 
+using namespace vexo;
+
 namespace {
 
 constexpr double kPi = std::numbers::pi;

@@ -1,9 +1,9 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "boxchain.h"
+#include "contourboxchain.h"
+#include "contourpointgrid.h"
 #include "contoursplitting.h"
-#include "pointgrid.h"
 
 #include "cvxlogentry.h"
 #include "dbextents.h"
@@ -16,6 +16,8 @@
 #include <numeric>
 #include <optional>
 #include <vector>
+
+using namespace vexo;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 /// What the topic files of the contour tools share: the named tolerances and the comparisons made with them.
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// Relative and absolute slack of comparisons, and the bound for signs of bulges and sums.
 inline constexpr double kComparisonTolerance = 1e-10;
@@ -40,4 +40,4 @@ inline AcGeTol pointToleranceOf(double value) {
     return tolerance;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

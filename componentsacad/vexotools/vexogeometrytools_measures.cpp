@@ -10,6 +10,8 @@
 #include <memory>
 #include <numbers>
 
+using namespace vexo;
+
 namespace {
 
 constexpr double kPi = std::numbers::pi;

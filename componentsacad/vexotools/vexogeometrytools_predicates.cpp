@@ -13,11 +13,9 @@
 #include <limits>
 #include <memory>
 
-namespace {
+using namespace vexo;
 
-using VEXOGeometryTools::isDefinitelyLess;
-using VEXOGeometryTools::kComparisonTolerance;
-using VEXOGeometryTools::kSquaredTolerance;
+namespace {
 
 /// How near a point must be to a polyline's segment to be on it, and how parallel a segment to a view.
 constexpr double kOnSegment = 1e-06;

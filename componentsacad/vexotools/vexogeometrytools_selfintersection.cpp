@@ -1,7 +1,7 @@
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
-#include "piecepairs.h"
+#include "contourpiecepairs.h"
 
 #include "cvxlogentry.h"
 #include "gearc2d.h"
@@ -12,9 +12,9 @@
 #include <limits>
 #include <vector>
 
-namespace {
+using namespace vexo;
 
-using VEXOGeometryTools::isArcBulge;
+namespace {
 
 /// The contract's tolerances as shares of the caller's scale.
 constexpr double kPointShare = 1e-05;

@@ -1,9 +1,9 @@
 #include "vexogeometrytools.h"
 
 #include "contourareas.h"
-#include "holecut.h"
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 #include "stripframe.h"
+#include "stripholecut.h"
 #include "stripmerge.h"
 
 #include "cvxlogentry.h"
@@ -15,6 +15,7 @@
 #include <vector>
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 
 namespace {
 

@@ -13,6 +13,7 @@
 #include <memory>
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 
 namespace {
 
@@ -133,7 +134,7 @@ std::unique_ptr<AcDbCurve> stripOnSide(const AcGePoint3d& left, const AcGePoint3
 
 } // namespace
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 AcDbXline lineAlongY(const AcGePoint3d& through) {
     AcDbXline line;
@@ -146,6 +147,25 @@ void deleteCurves(AcArray<void*>& curves) {
     for (void* curve : curves) delete static_cast<AcDbCurve*>(curve);
     curves.removeAll();
 }
+
+AcArray<void*> stripsBetweenLines(AcDbPolyline* contour, AcDbCurve* hole, const AcDbXline& left,
+                                  const AcDbXline& right, bool& isPlain) {
+    AcArray<void*> strips;
+    const AcArray<AcGePoint3d> onLeft = orderedMeetings(*hole, left, left.unitDir());
+    const AcArray<AcGePoint3d> onRight = orderedMeetings(*hole, right, right.unitDir());
+    if (onLeft.isEmpty() || onRight.isEmpty()) return strips;
+    const auto append = [&](const AcGePoint3d& a, const AcGePoint3d& b, Side side) {
+        if (std::unique_ptr<AcDbCurve> strip = stripOnSide(a, b, contour, hole, side, isPlain))
+            strips.append(strip.release());
+    };
+    append(onLeft.last(), onRight.last(), Side::kUpper);
+    append(onLeft.first(), onRight.first(), Side::kLower);
+    return strips;
+}
+
+} // namespace vexo
+
+namespace VEXOGeometryTools {
 
 AcArray<void*> splitPolyLineByPoints(AcDbCurve* curve, AcArray<AcGePoint3d> points) {
     CVxLogEntry entry(L"VEXOGeometryTools::splitPolyLineByPoints");
@@ -211,21 +231,6 @@ AcArray<void*> splitContourByLine(AcDbPolyline* contour, AcDbXline& line) {
     first->setClosed(Adesk::kTrue);
     second->setClosed(Adesk::kTrue);
     return halves;
-}
-
-AcArray<void*> stripsBetweenLines(AcDbPolyline* contour, AcDbCurve* hole, const AcDbXline& left,
-                                  const AcDbXline& right, bool& isPlain) {
-    AcArray<void*> strips;
-    const AcArray<AcGePoint3d> onLeft = orderedMeetings(*hole, left, left.unitDir());
-    const AcArray<AcGePoint3d> onRight = orderedMeetings(*hole, right, right.unitDir());
-    if (onLeft.isEmpty() || onRight.isEmpty()) return strips;
-    const auto append = [&](const AcGePoint3d& a, const AcGePoint3d& b, Side side) {
-        if (std::unique_ptr<AcDbCurve> strip = stripOnSide(a, b, contour, hole, side, isPlain))
-            strips.append(strip.release());
-    };
-    append(onLeft.last(), onRight.last(), Side::kUpper);
-    append(onLeft.first(), onRight.first(), Side::kLower);
-    return strips;
 }
 
 AcArray<void*> splitContourByLine2(AcDbPolyline* contour, AcDbCurve* hole, AcDbXline& left,

@@ -2,6 +2,7 @@
 
 #include "aced.h"
 #include "cvxlogentry.h"
+#include "moduleinstance.h"
 #include "vexotools.h"
 #include "vxprompts.h"
 
@@ -53,7 +54,7 @@ CString prompt(unsigned int id, const wchar_t* project) {
 
 HICON iconOf(unsigned int id) {
     if (id == 0) return nullptr;
-    const HICON own = LoadIconW(vexoModuleInstance(), MAKEINTRESOURCEW(id));
+    const HICON own = LoadIconW(vexo::moduleInstance(), MAKEINTRESOURCEW(id));
     return own ? own : LoadIconW(nullptr, MAKEINTRESOURCEW(id));
 }
 

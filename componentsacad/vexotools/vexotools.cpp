@@ -2,6 +2,7 @@
 
 #include "afxdllx.h"
 #include "cvxlogentry.h"
+#include "moduleinstance.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
 #include "vexoorderdesc.h"
@@ -53,7 +54,7 @@ AcRxDynamicLinker* dynamicLinker() {
 
 } // namespace
 
-HINSTANCE vexoModuleInstance() { return g_instance; }
+HINSTANCE vexo::moduleInstance() { return g_instance; }
 
 extern "C" const wchar_t* getModulePromptsProjectName() { return L"VEXOTOOLS"; }
 

@@ -16,6 +16,3 @@ extern "C" BOOL DllMain(HINSTANCE instance, DWORD reason, void* reserved);
 /// The name under which the base library finds this module's string table; constant, and good before the
 /// module has finished its attach.
 extern "C" const wchar_t* getModulePromptsProjectName();
-
-/// The instance that resource scopes of this library are opened on; null before attach and after detach.
-HINSTANCE vexoModuleInstance();

@@ -5,6 +5,7 @@
 #include "cvxlogentry.h"
 #include "cvxtoolsresoverride.h"
 #include "dbmtext.h"
+#include "moduleinstance.h"
 #include "vexotools.h"
 #include "vxprompts.h"
 
@@ -42,7 +43,7 @@ int showBox(const CString& text, unsigned int flags, const CWnd* owner) {
 void VEXOUITools::dlgErrorAlert(Acad::ErrorStatus status, const CString& file) {
     CVxLogEntry entry(L"VEXOUITools::dlgErrorAlert");
     if (status == Acad::eOk) return;
-    CVxToolsResOverride resources(vexoModuleInstance());
+    CVxToolsResOverride resources(vexo::moduleInstance());
     CString text;
     text.Format(L"ARX ERROR: %s, file: %s", acadErrorStatusText(status), file);
     MessageBoxW(text, MB_ICONEXCLAMATION | MB_OK, nullptr);
@@ -93,7 +94,7 @@ int VEXOUITools::AddItemComboBoxEx(CComboBoxEx* combo, CImageList* images, CStri
                                    int index) {
     CVxLogEntry entry(L"VEXOUITools::AddItemComboBoxEx");
     if (!combo) return -1;
-    const HINSTANCE module = AfxGetResourceHandle() ? AfxGetResourceHandle() : vexoModuleInstance();
+    const HINSTANCE module = AfxGetResourceHandle() ? AfxGetResourceHandle() : vexo::moduleInstance();
     const int image = images ? images->Add(LoadIconW(module, MAKEINTRESOURCEW(iconId))) : -1;
     if (images) combo->SetImageList(images);
     COMBOBOXEXITEMW item{};

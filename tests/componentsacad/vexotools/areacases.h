@@ -13,17 +13,18 @@
 namespace areacases {
 
 using namespace contourcases;
+using namespace vexo;
 
 inline constexpr double kGrid = 100.0;
 inline const double kQuarter = std::tan(AcGe::kPi / 8);
 
-inline VEXOGeometryTools::ContourLoop loopOf(const Vertices& vertices) {
-    VEXOGeometryTools::ContourLoop loop;
+inline ContourLoop loopOf(const Vertices& vertices) {
+    ContourLoop loop;
     for (const auto& [x, y, bulge] : vertices) loop.vertices.push_back({x, y, bulge});
     return loop;
 }
 
-inline Vertices verticesOf(const VEXOGeometryTools::ContourLoop& loop) {
+inline Vertices verticesOf(const ContourLoop& loop) {
     Vertices vertices;
     for (const auto& vertex : loop.vertices) vertices.push_back({vertex.x, vertex.y, vertex.bulge});
     return vertices;

@@ -2,14 +2,14 @@
 // the header promises of them.
 #include "areacases.h"
 #include "contourareas.h"
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <string>
 
-using namespace VEXOGeometryTools;
+using namespace vexo;
 using namespace areacases;
 
 namespace {
@@ -305,7 +305,7 @@ TEST(ContourAreas, WhereAnAreaIsNotCoveredOnce) {
     };
     // A square with an opening, and the strips around it.
     const ContourLoop opening = box(1, 1, 1, 1);
-    const ContourArea area = {box(0, 0, 4, 4), VEXOGeometryTools::reversed(opening)};
+    const ContourArea area = {box(0, 0, 4, 4), vexo::reversed(opening)};
     const ContourLoop left = box(0, 0, 1, 4);
     const ContourLoop right = box(2, 0, 2, 4);
     const ContourLoop upper = box(1, 2, 1, 2);
@@ -321,7 +321,7 @@ TEST(ContourAreas, WhereAnAreaIsNotCoveredOnce) {
                  {"on the opening", {left, right, box(1, 1, 1, 3), lower}, 1},
                  {"on the opening for a gap, with the right sum", {left, right, upper, opening}, 2},
                  {"beside", {left, box(3, 0, 2, 4), upper, lower}, 8},
-                 {"clockwise", {left, right, upper, VEXOGeometryTools::reversed(lower)}, 1}};
+                 {"clockwise", {left, right, upper, vexo::reversed(lower)}, 1}};
     for (const auto& each : cases)
         EXPECT_NEAR(trueArea(wronglyCovered(area, each.parts)), each.wrong, 1e-12) << each.name;
 }

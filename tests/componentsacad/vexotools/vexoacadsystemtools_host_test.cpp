@@ -237,7 +237,7 @@ TEST_F(HostTools, DescendantsAreOtherClassesBelow) {
 
 std::wstring libraryFile() {
     Dl_info info{};
-    dladdr(reinterpret_cast<void*>(&vexoModuleInstance), &info);
+    dladdr(reinterpret_cast<void*>(&getModulePromptsProjectName), &info);
     return hostkit::pathFromSystem(info.dli_fname);
 }
 

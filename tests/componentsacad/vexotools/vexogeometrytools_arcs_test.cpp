@@ -29,7 +29,7 @@ TEST(ArcArithmetic, ComparisonWidensItsLeftOperandOnly) {
     } cases[] = {{0.0, 1e-10, false},        {0.0, 1.1e-10, true},     {1.0, 1.0 + 2e-10, false},
                  {1.0, 1.0 + 3e-10, true},   {1e6, 1e6 + 1e-5, false}, {1e6, 1e6 + 2e-4, true},
                  {-1e6, -1e6 + 1e-5, false}, {0.0, -1.0, false},       {kNaN, 1.0, false}};
-    for (const auto& c : cases) EXPECT_EQ(isDefinitelyLess(c.a, c.b), c.less) << c.a << " < " << c.b;
+    for (const auto& c : cases) EXPECT_EQ(vexo::isDefinitelyLess(c.a, c.b), c.less) << c.a << " < " << c.b;
 }
 
 TEST(ArcArithmetic, FindsTheFirstValueWithinATolerance) {

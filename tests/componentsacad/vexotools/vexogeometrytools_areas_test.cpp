@@ -14,6 +14,7 @@
 #include <memory>
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 using namespace areacases;
 
 namespace {
@@ -89,7 +90,7 @@ TEST(CommonSurface, InAnyPlaneAndSense) {
                 EXPECT_EQ(arcCountOf(*clipped), 1);
                 EXPECT_TRUE(clipped->normal().isEqualTo(slab->normal()));
                 EXPECT_NEAR(clipped->elevation(), slab->elevation(), 1e-12);
-                EXPECT_GT(signedArea(VEXOGeometryTools::loopOf(*clipped)), 0.0);
+                EXPECT_GT(signedArea(vexo::loopOf(*clipped)), 0.0);
                 // The other way round it lies in the opening's plane.
                 const auto inOpening = common(*opening, *slab);
                 ASSERT_TRUE(inOpening);
@@ -186,8 +187,8 @@ TEST(MergeContours, WhatIsJoinedAndWhatIsNot) {
                     EXPECT_NEAR(areaOf(*result), areaOf(*first) + areaOf(*second),
                                 1e-12 * (1 + 1e5 * offset));
                     const AcDbPolyline& leading = isSwapped ? *second : *first;
-                    EXPECT_EQ(signedArea(VEXOGeometryTools::loopOf(*result)) > 0.0,
-                              signedArea(VEXOGeometryTools::loopOf(leading)) > 0.0);
+                    EXPECT_EQ(signedArea(vexo::loopOf(*result)) > 0.0,
+                              signedArea(vexo::loopOf(leading)) > 0.0);
                 }
             }
 }

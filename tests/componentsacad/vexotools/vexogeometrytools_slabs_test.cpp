@@ -17,6 +17,7 @@
 #include <string>
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 using namespace contourcases;
 using slabcases::Slab;
 

@@ -1,8 +1,8 @@
-#include "planesegment.h"
+#include "contourplanesegment.h"
 
 #include <algorithm>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -208,4 +208,4 @@ int crossingsOf(const PlaneSegment& a, const PlaneSegment& b, double tolerance, 
     return crossings.count;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "boxchain.h"
+#include "contourboxchain.h"
 
 #include "gepnt2d.h"
 
@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+namespace vexo {
 
 /// Pairs of pieces of one contour that come near each other. Boxes of consecutive pieces are gathered four by
 /// four into larger ones, level on level; neighbours along a contour lie near each other in the plane too, so
@@ -160,3 +162,5 @@ private:
     std::vector<Level> m_levels;
     std::vector<SlantedBox> m_slantedPieces;
 };
+
+} // namespace vexo

@@ -1,6 +1,8 @@
-#include "piecepairs.h"
+#include "contourpiecepairs.h"
 
 #include <cmath>
+
+namespace vexo {
 
 namespace {
 
@@ -98,3 +100,5 @@ void PiecePairs::addSlantedBoxes() {
         below = &level.slanted;
     }
 }
+
+} // namespace vexo

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace vexo {
+
 /// Points with numbers, hashed by cells wider than the point test's allowance. A query visits at least every
 /// added point that AcGePoint3d::isEqualTo could call equal, and few others; the caller puts the question
 /// itself to each.
@@ -65,3 +67,5 @@ private:
     std::vector<Item> m_items;
     std::vector<int> m_far;
 };
+
+} // namespace vexo

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace vexo {
+
 /// Boxes of consecutive pieces of a contour, gathered four by four into larger ones, level on level. The
 /// pieces near a place are found without a look at most of the others: neighbours along a contour lie near
 /// each other in the plane too.
@@ -103,3 +105,5 @@ private:
     }
     std::vector<std::vector<Box>> m_levels; ///< the given boxes first
 };
+
+} // namespace vexo

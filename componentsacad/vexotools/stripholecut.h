@@ -1,10 +1,10 @@
 #pragma once
 
-#include "cleancut.h"
+#include "stripcleancut.h"
 
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// Up to this area what a piece and an opening have in common is what rounding and nudged cuts leave: the
 /// opening does not count for the piece. It depends on the opening's size alone.
@@ -25,4 +25,4 @@ double sliverArea(const PlaneBox& hole);
 /// way nothing is lost and nothing covered twice.
 bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<ContourLoop>& parts);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,5 +1,5 @@
 // The quick merge of neighbours against the one by areas: what it is sure of must be that one's answer.
-#include "cleanmerge.h"
+#include "contourcleanmerge.h"
 #include "vexogeometrytools.h"
 
 #include "dbpolyline.h"
@@ -12,6 +12,7 @@
 #include <random>
 
 using namespace VEXOGeometryTools;
+using namespace vexo;
 
 namespace {
 

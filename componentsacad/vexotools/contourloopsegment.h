@@ -1,13 +1,13 @@
 #pragma once
 
 #include "contourareas.h"
-#include "planesegment.h"
+#include "contourplanesegment.h"
 
 #include <cmath>
 #include <cstddef>
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// A segment of a loop.
 struct LoopSegment {
@@ -40,4 +40,4 @@ PlaneBox boxOf(const ContourLoop& loop);
 /// The same run from its first vertex on the other way round.
 ContourLoop reversedLoop(const ContourLoop& loop);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "planesegment.h"
+#include "contourplanesegment.h"
 
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// A piece of boundary between two nodes, crossed by no other.
 struct GraphEdge {
@@ -67,4 +67,4 @@ private:
     std::vector<char> m_isPassed;  ///< of each node, by reach
 };
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,6 +1,8 @@
-#include "pointgrid.h"
+#include "contourpointgrid.h"
 
 #include <bit>
+
+namespace vexo {
 
 namespace {
 
@@ -73,3 +75,5 @@ std::size_t PointGrid::bucketOf(std::int64_t x, std::int64_t y, std::int64_t z) 
     hash = (hash ^ (hash >> 32) ^ static_cast<std::uint64_t>(z)) * 0x94d049bb133111ebULL;
     return static_cast<std::size_t>(hash ^ (hash >> 31)) & m_mask;
 }
+
+} // namespace vexo

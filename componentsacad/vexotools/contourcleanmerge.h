@@ -2,7 +2,7 @@
 
 #include "contourareas.h"
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 enum class CleanMerge {
     kNone,    ///< the loops share no whole segment, or several
@@ -19,4 +19,4 @@ CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, Con
 /// without it: the first loop from behind its segment, then the second.
 ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,6 +1,8 @@
-#include "vexodialogtext.h"
+#include "dialogtext.h"
 
 #include <algorithm>
+
+namespace vexo {
 
 namespace {
 
@@ -47,3 +49,5 @@ void growForText(CWnd& dialog, int labelId) {
     dialog.MoveWindow(window);
     dialog.CenterWindow();
 }
+
+} // namespace vexo

@@ -1,13 +1,13 @@
-#include "cleanmerge.h"
+#include "contourcleanmerge.h"
 
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 #include "vexogeometrytools_internal.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -130,4 +130,4 @@ CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, Con
     return merged.vertices.size() < 2 ? CleanMerge::kUnclear : CleanMerge::kMerged;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

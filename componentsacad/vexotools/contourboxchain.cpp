@@ -1,7 +1,9 @@
-#include "boxchain.h"
+#include "contourboxchain.h"
 
 #include <algorithm>
 #include <limits>
+
+namespace vexo {
 
 void BoxChain::Box::extend(const Box& other) {
     lowX = std::min(lowX, other.lowX);
@@ -29,3 +31,5 @@ BoxChain::BoxChain(std::vector<Box> boxes) {
         m_levels.push_back(std::move(level));
     }
 }
+
+} // namespace vexo

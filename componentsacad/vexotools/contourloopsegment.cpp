@@ -1,8 +1,8 @@
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 
 #include <algorithm>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -83,4 +83,4 @@ ContourLoop reversedLoop(const ContourLoop& loop) {
     return result;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

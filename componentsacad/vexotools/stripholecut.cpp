@@ -1,7 +1,7 @@
-#include "holecut.h"
+#include "stripholecut.h"
 
+#include "contourloopsegment.h"
 #include "contoursplitting.h"
-#include "loopsegment.h"
 #include "vexogeometrytools.h"
 #include "vexogeometrytools_internal.h"
 
@@ -15,7 +15,7 @@
 #include <memory>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -74,10 +74,10 @@ void cutOff(std::unique_ptr<AcDbPolyline>& rest, double x, int index, double sli
             std::vector<ContourLoop>& parts) {
     AcDbExtents extents;
     if (rest->getGeomExtents(extents) != Acad::eOk ||
-        isPointsOnExtents(AcGePoint3d(x, 0.0, 0.0), extents, true))
+        VEXOGeometryTools::isPointsOnExtents(AcGePoint3d(x, 0.0, 0.0), extents, true))
         return;
     AcDbXline line = lineAlongY({x, 0.0, 0.0});
-    AcArray<void*> halves = splitContourByLine(rest.get(), line);
+    AcArray<void*> halves = VEXOGeometryTools::splitContourByLine(rest.get(), line);
     if (halves.length() != 2) return;
     rest.reset(AcDbPolyline::cast(static_cast<AcDbCurve*>(halves[1 - index])));
     halves.removeAt(1 - index);
@@ -228,7 +228,7 @@ Opening::Opening(ContourLoop counterClockwise)
     , right(box.highX) {
     AcGePoint3d leftmost(left, 0.0, 0.0);
     AcGePoint3d rightmost(right, 0.0, 0.0);
-    correctExtentsPoints(leftmost, rightmost, planePolyline(loop).get());
+    VEXOGeometryTools::correctExtentsPoints(leftmost, rightmost, planePolyline(loop).get());
     left = leftmost.x;
     right = rightmost.x;
 }
@@ -250,4 +250,4 @@ bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<Co
     return cutByAreas(piece, pieceBox, hole, parts);
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

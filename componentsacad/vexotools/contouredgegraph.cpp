@@ -1,9 +1,9 @@
-#include "edgegraph.h"
+#include "contouredgegraph.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -186,4 +186,4 @@ std::vector<std::vector<int>> EdgeGraph::loopsAround(const std::vector<signed ch
     return loops;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,4 +1,4 @@
-#include "cleancut.h"
+#include "stripcleancut.h"
 
 #include "vexogeometrytools_internal.h"
 
@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 namespace {
 
@@ -488,4 +488,4 @@ CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Op
     return CleanCut::kCut;
 }
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "contourareas.h"
-#include "loopsegment.h"
+#include "contourloopsegment.h"
 
 #include <vector>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// An opening in the frame of the strips, with what every cut around it needs.
 struct Opening {
@@ -31,4 +31,4 @@ enum class CleanCut {
 CleanCut cutCleanly(const ContourLoop& piece, const PlaneBox& pieceBox, const Opening& hole, double sliver,
                     std::vector<ContourLoop>& parts);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "boxchain.h"
+#include "contourboxchain.h"
 
 #include "gepnt2d.h"
 
 #include <cmath>
 
-namespace VEXOGeometryTools {
+namespace vexo {
 
 /// A box along the axes of the plane.
 using PlaneBox = BoxChain::Box;
@@ -78,4 +78,4 @@ private:
 /// crossing. Nothing for segments that run together. Points at the very ends may be found or not.
 int crossingsOf(const PlaneSegment& a, const PlaneSegment& b, double tolerance, AcGePoint2d points[2]);
 
-} // namespace VEXOGeometryTools
+} // namespace vexo
