@@ -1,18 +1,11 @@
 #pragma once
 
-#include "acarray.h"
-#include "gevec3d.h"
 #include "slabplan.h"
+#include "slabproof.h"
 
 #include <functional>
 #include <memory>
 #include <vector>
-
-/// How the strips run.
-struct CuttingFrame {
-    AcGePoint3d base;
-    AcGeVector3d direction; ///< of any length but 0, in the plane
-};
 
 /// A strip in the plane z = 0.
 struct Strip {
@@ -38,19 +31,9 @@ struct CutSlab {
     bool isProved() const;
 };
 
-/// The library's cuts, by all openings and by one. The new curves belong to the caller.
-class SlabCuts {
-public:
-    virtual ~SlabCuts() = default;
-    virtual AcArray<void*> aroundAll(const CuttingFrame& frame, AcDbPolyline& contour,
-                                     AcArray<void*> holes) const;
-    virtual AcArray<void*> aroundOne(const CuttingFrame& frame, AcDbPolyline& contour, AcDbCurve& hole) const;
-};
-
 /// Cuts the slab around its openings through the library, and proves the result by its areas, which are
 /// computed apart from the library. Where the proof fails, the slab is cut by one opening after the other,
 /// each cut is proved, and an opening whose cut does not come off is named and left uncut. `look` is asked
 /// between the steps, with the share that is done, whether to go on; when it says no, the result is not
 /// whole.
-CutSlab cutSlab(const Slab& slab, const CuttingFrame& frame, const std::function<bool(double)>& look,
-                const SlabCuts& cuts = SlabCuts());
+CutSlab cutSlab(const Slab& slab, const CuttingFrame& frame, const std::function<bool(double)>& look);
