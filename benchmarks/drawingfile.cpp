@@ -128,9 +128,14 @@ void peerAgainstOurs(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(readFromFile)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeUntouched)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeOneChange)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeEverythingChanged)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeNew)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
+BENCHMARK(readFromFile)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeUntouched)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeOneChange)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeEverythingChanged)
+    ->Arg(2000)
+    ->Arg(20000)
+    ->Arg(200000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(writeNew)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(peerAgainstOurs)->Arg(20000)->Iterations(1)->Unit(benchmark::kMillisecond);

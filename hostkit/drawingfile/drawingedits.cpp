@@ -1,6 +1,9 @@
 #include "drawingedits.h"
 
 #include "drawingreading.h"
+#include "extendeddata.h"
+#include "keptcolors.h"
+#include "recordrewriting.h"
 
 #include "dbblockbegin.h"
 #include "dbblockend.h"
@@ -10,13 +13,13 @@
 
 #include <algorithm>
 #include <array>
+#include <future>
 
 namespace hostkit {
 
 namespace {
 
 constexpr int nameCode = 2;
-constexpr int tableCountCode = 70;
 constexpr int commentCode = 999;
 
 std::string nameInRecord(std::string_view bytes, SourceSpan span) {
@@ -35,41 +38,13 @@ bool isBlockInFile(const AcDbBlockTableRecord& block) {
 
 } // namespace
 
-void ByteEdits::reserve(std::size_t edits, std::size_t textSize) {
-    m_edits.reserve(edits);
-    m_text.reserve(textSize);
-}
-
-void ByteEdits::replace(std::size_t begin, std::size_t end, std::string_view text) {
-    m_edits.push_back({begin, end, m_text.size(), m_text.size() + text.size()});
-    m_text += text;
-}
-
-// Of two replacements that overlap the one that begins first counts.
-std::string ByteEdits::apply() {
-    std::stable_sort(m_edits.begin(), m_edits.end(), [](const Edit& left, const Edit& right) {
-        return left.begin != right.begin ? left.begin < right.begin
-                                         : left.end == left.begin && right.end != right.begin;
-    });
-    std::string result;
-    result.reserve(m_bytes.size() + m_text.size());
-    std::size_t copied = 0;
-    for (const Edit& edit : m_edits) {
-        if (edit.begin < copied) continue;
-        result += m_bytes.substr(copied, edit.begin - copied);
-        result.append(m_text, edit.textBegin, edit.textEnd - edit.textBegin);
-        copied = edit.end;
-    }
-    result += m_bytes.substr(copied);
-    return result;
-}
-
 DrawingEdits::DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
-                           bool everythingFromFields)
+                           bool everythingFromFields, unsigned threads)
     : m_database(database)
     , m_source(source)
     , m_objects(objects)
     , m_everything(everythingFromFields)
+    , m_threads(threadsFor(database, threads))
     , m_edits(source.bytes) {}
 
 bool DrawingEdits::fail(Acad::ErrorStatus status, std::wstring message) {
@@ -93,7 +68,10 @@ bool DrawingEdits::isNeeded() const {
 }
 
 bool DrawingEdits::run(std::string& bytes) {
-    m_structure = mapDrawing(m_source.bytes);
+    // The map is asked for first when new records are added.
+    const auto policy = m_threads == 1 ? std::launch::deferred : std::launch::async | std::launch::deferred;
+    std::future<DrawingStructure> map =
+        std::async(policy, [&bytes = m_source.bytes] { return mapDrawing(bytes); });
     findReferenceChanges();
     findComing();
     m_objects.follow(&m_changes);
@@ -102,25 +80,30 @@ bool DrawingEdits::run(std::string& bytes) {
         m_source.bytes.find("\nAcDbEntity") != std::string::npos)
         m_objects.giveMarksInR12();
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
-    makeRoom();
-    bool isGood = true;
-    DatabaseAccess::forEachObject(m_database,
-                                  [&](const AcDbObject& object) { isGood = isGood && editObject(object); });
-    if (!isGood || !addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
+    if (m_objects.style().version < DrawingVersion::k2004) keepTrueColors();
+    const RewritingRules rules{m_database, m_source, m_everything, m_changes, m_holders};
+    if (!rewriteRecords(rules, m_objects, m_threads, m_edits, m_recordsCopied)) return failWriting();
+    m_structure = map.get();
+    if (!addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
     editHeader();
     bytes = m_edits.apply();
     return true;
 }
 
-void DrawingEdits::makeRoom() {
-    std::size_t count = 0;
-    std::size_t size = 0;
+// A file without a table of applications keeps the nearest indices alone.
+void DrawingEdits::keepTrueColors() {
+    if (!registeredApplication(m_database, trueColorApplication).isNull())
+        return m_objects.keepTrueColors(false);
+    const AcDbObject* const table =
+        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kRegApp));
+    if (!table || table->sourceSpan().isEmpty()) return;
+    const bool isSourceOlder = versionOfFiler(m_source.version) < DrawingVersion::k2004;
+    bool isNeeded = false;
     DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        if (!m_everything && !m_changes.hasRenamed() && !object.isChangedSinceRead()) return;
-        ++count;
-        size += object.sourceSpan().length;
+        isNeeded = isNeeded || (trueColorOf(object) && !isLeftOut(object) &&
+                                !(isSourceOlder && isColorKeptByItself(object, m_source.bytes)));
     });
-    m_edits.reserve(count, size + size / 8);
+    if (isNeeded) m_objects.keepTrueColors(true);
 }
 
 // Others refer to records by their names and to objects by their handles: what was renamed or leaves the file
@@ -216,41 +199,6 @@ void DrawingEdits::take(const AcDbObject& object) {
     if (const auto* const layout = AcDbLayout::cast(&object)) takeHolder(layout->getBlockTableRecordId());
 }
 
-bool DrawingEdits::mustBeWritten(const AcDbObject& object) const {
-    if (m_everything || object.differsFromSource() || m_holders.contains(&object)) return true;
-    if (m_changes.hasRenamed() &&
-        (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
-        return true;
-    // The opening record of a block files the block's own fields.
-    const AcDbObject* const block =
-        object.isKindOf(AcDbBlockBegin::desc()) ? DatabaseAccess::object(object.ownerId()) : nullptr;
-    return (block && block->isChangedSinceRead()) ||
-           m_objects.mustFollow(m_source.bytes, object.sourceSpan());
-}
-
-bool DrawingEdits::editObject(const AcDbObject& object) {
-    const SourceSpan span = object.sourceSpan();
-    if (span.isEmpty()) return true;
-    if (isLeftOut(object)) {
-        removeRecord(object);
-        return true;
-    }
-    if (object.isKindOf(AcDbSymbolTable::desc()) || !mustBeWritten(object)) {
-        ++m_recordsCopied;
-        m_objects.passRecord();
-        return true;
-    }
-    m_text.clear();
-    if (!m_objects.writeMerged(object, m_source.bytes, span, !m_everything, m_text)) return failWriting();
-    m_edits.replace(span.offset, span.offset + span.length, m_text);
-    return true;
-}
-
-void DrawingEdits::removeRecord(const AcDbObject& object) {
-    const SourceSpan span = object.sourceSpan();
-    m_edits.replace(span.offset, span.offset + span.length, {});
-}
-
 std::size_t DrawingEdits::sectionEnd(std::string_view name) const {
     const NamedSpan* const section = m_structure.section(name);
     return section ? section->closing : 0;
@@ -330,18 +278,18 @@ bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
         isChanged = true;
         ++count;
     }
+    if (kind == TableKind::kRegApp && m_objects.mustRegisterColors()) {
+        if (!m_objects.registerColors(table.objectId(), m_text)) return failWriting();
+        isChanged = true;
+        ++count;
+    }
     if (!isChanged || !span) return true;
     m_edits.insert(span->closing, m_text);
-    const SourceSpan head = table.sourceSpan();
-    GroupScanner scanner(std::string_view(m_source.bytes).substr(0, head.offset + head.length), head.offset);
-    RawGroup group;
-    while (scanner.next(group) == ScanResult::kGroup) {
-        if (group.code != tableCountCode) continue;
-        m_text.clear();
-        appendInteger(tableCountCode, static_cast<std::int64_t>(count), m_objects.style(), m_text);
-        m_edits.replace(scanner.offsetOf(group.start), scanner.offset(), m_text);
-        break;
-    }
+    const SourceSpan group = tableCountIn(m_source.bytes, table.sourceSpan());
+    if (group.isEmpty()) return true;
+    m_text.clear();
+    appendInteger(tableCountCode, static_cast<std::int64_t>(count), m_objects.style(), m_text);
+    m_edits.replace(group.offset, group.offset + group.length, m_text);
     return true;
 }
 

@@ -1,6 +1,7 @@
 // Stand-in for the host's incremental save. Covers a drawing that was read and changed: its bytes with the changed records replaced; leaves out other forms of the format.
 #pragma once
 
+#include "byteedits.h"
 #include "drawingstructure.h"
 #include "objectwriting.h"
 
@@ -11,37 +12,13 @@
 
 namespace hostkit {
 
-/// Replacements and insertions in the bytes of a drawing, in any order; at one place in the order in which
-/// they came.
-class ByteEdits {
-public:
-    explicit ByteEdits(std::string_view bytes)
-        : m_bytes(bytes) {}
-
-    /// Room for what is to come: a guess that spares moving it about.
-    void reserve(std::size_t edits, std::size_t textSize);
-    void replace(std::size_t begin, std::size_t end, std::string_view text);
-    void insert(std::size_t place, std::string_view text) { replace(place, place, text); }
-    std::string apply();
-
-private:
-    struct Edit {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-        std::size_t textBegin = 0;
-        std::size_t textEnd = 0;
-    };
-    std::string_view m_bytes;
-    std::vector<Edit> m_edits;
-    std::string m_text;
-};
-
 /// One save of a drawing in the form that it was read in. What was not changed keeps its bytes; new records
 /// go to the end of their table, block, section or sequence.
 class DrawingEdits {
 public:
+    /// `threads` as for threadsFor.
     DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
-                 bool everythingFromFields);
+                 bool everythingFromFields, unsigned threads);
     /// Whether anything was changed; else the source bytes are the drawing.
     bool isNeeded() const;
     /// False, with status and message, where something cannot be written; `bytes` is then as it was.
@@ -52,11 +29,8 @@ public:
     std::size_t recordsCopied() const { return m_recordsCopied; }
 
 private:
-    bool editObject(const AcDbObject& object);
     const std::vector<AcDbObjectId>& blockRecords() const;
-    bool mustBeWritten(const AcDbObject& object) const;
-    void removeRecord(const AcDbObject& object);
-    void makeRoom();
+    void keepTrueColors();
     void findReferenceChanges();
     void findNewName(const AcDbSymbolTableRecord& record);
     std::wstring nameInFile(const AcDbSymbolTableRecord& record) const;
@@ -91,6 +65,7 @@ private:
     const DrawingSource& m_source;
     ObjectWriting& m_objects;
     bool m_everything;
+    std::size_t m_threads;
     ReferenceChanges m_changes;
     std::unordered_set<const AcDbObject*> m_coming;  // without a record in the file, and getting one
     std::unordered_set<const AcDbObject*> m_holders; // with a record, which names one of those
@@ -109,6 +84,9 @@ bool writeNewBlock(const AcDbBlockTableRecord& block, std::string_view entities,
                    std::string& bytes);
 /// TABLE, the records that are not erased, ENDTAB.
 bool writeNewTable(TableKind kind, const AcDbSymbolTable& table, ObjectWriting& objects, std::string& bytes);
+/// The group by which a table's record tells how many follow; empty where it does not.
+inline constexpr int tableCountCode = 70;
+SourceSpan tableCountIn(std::string_view bytes, SourceSpan record);
 /// Whether the object was made or changed since the drawing was read, or was never in a file.
 bool isNewRecord(const AcDbObject& object);
 /// An object that has no record by itself where others are listed: it is in no table, block or sequence.

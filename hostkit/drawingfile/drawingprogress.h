@@ -36,8 +36,8 @@ public:
     void reach(std::size_t done) {
         if (done >= m_next) tell(std::min(done, m_size));
     }
-    /// For stages that count by one.
-    void advance() { reach(++m_done); }
+    /// For stages that count what they do.
+    void advance(std::size_t count = 1) { reach(m_done += count); }
 
 private:
     static constexpr std::size_t steps = 200;

@@ -19,8 +19,8 @@
 namespace hostkit {
 
 /// The groups of a record that its object does not read through its class: extended data. Marks them as
-/// taken; false, and nothing taken, where a value is damaged.
-bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& data);
+/// taken; false, and nothing taken, where a value is damaged. With null the values themselves are not wanted.
+bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data);
 /// A new object for a record of a block or a space; the kinds that the kit has no class for are opaque.
 std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record);
 /// The same for a part that the owner holds (vertices, attributes).

@@ -109,7 +109,7 @@ constexpr double recordsShare = 0.9;
 // In the form that the drawing was read in.
 bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
                     Output& output, WriteReport& report) {
-    DrawingEdits edits(database, *output.source, objects, options.everythingFromFields);
+    DrawingEdits edits(database, *output.source, objects, options.everythingFromFields, options.threads);
     bool isGood = true;
     if (!edits.isNeeded())
         output.asRead = &output.source->bytes;
@@ -119,7 +119,7 @@ bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const 
     return isGood;
 }
 
-// Before 2004 there are indices alone, and the nearest one is written.
+// Before 2004 there are indices alone; the true colours go into extended data (keptcolors.h).
 void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
     DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
         const auto* const entity = AcDbEntity::cast(&object);
@@ -135,14 +135,15 @@ void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
 // Between forms with subclass marks the records of the file are merged with the fields, so that what no class
 // knows goes along. To and from R12, and for a drawing without a file, all is written anew. Both write in the
 // source's code page, which the records of unknown kinds have; the transfer encodes all of it.
-bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, const DrawingStyle& source,
-                      const DrawingStyle& target, Output& output, WriteReport& report) {
+bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
+                      const DrawingStyle& source, const DrawingStyle& target, Output& output,
+                      WriteReport& report) {
     if (target.version < DrawingVersion::k2004) tellTrueColors(database, report.changes);
     const bool isMerged =
         output.source && hasSubclassMarkers(source.version) && hasSubclassMarkers(target.version);
     bool isGood = false;
     if (isMerged) {
-        DrawingEdits edits(database, *output.source, objects, true);
+        DrawingEdits edits(database, *output.source, objects, true, options.threads);
         isGood = runWriting(edits, output, report);
     } else {
         CompleteWriting writing(database, objects, report.changes);
@@ -180,7 +181,7 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
     DrawingStyle spelt = source;
     if (!output.source) spelt = target;
     bool isGood = isOwnForm ? writeInOwnForm(database, objects, options, output, report)
-                            : writeInOtherForm(database, objects, spelt, target, output, report);
+                            : writeInOtherForm(database, objects, options, spelt, target, output, report);
     if (options.changes) *options.changes = report.changes;
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();

@@ -26,6 +26,9 @@ struct WriteOptions {
     std::optional<DrawingCoding> coding{};
     /// Writes every object from its fields, as if it had been changed. For tests of the fields.
     bool everythingFromFields = false;
+    /// Records that stand in a file are written on so many threads; 0 takes as many as the machine has and
+    /// the work is worth. Objects of applications' classes file themselves on the calling thread alone.
+    unsigned threads = 0;
     /// Receives what a save in another form turned or left out, as the report does; not owned.
     FormChanges* changes = nullptr;
     /// A failure also goes to the current port's reportProblem.

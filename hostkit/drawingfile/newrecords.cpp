@@ -27,7 +27,29 @@ bool writeSequenceEnd(const AcDbEntity& owner, const SubentityList& parts, Objec
     return objects.writeNewUnder(end, objects.newHandle(), owner.objectId(), bytes);
 }
 
+void countOneMore(std::string& head, const DrawingStyle& style) {
+    const SourceSpan span = tableCountIn(head, {0, static_cast<Adesk::UInt32>(head.size())});
+    if (span.isEmpty()) return;
+    GroupScanner scanner(head, span.offset);
+    RawGroup group;
+    (void)scanner.next(group);
+    std::string text;
+    appendInteger(tableCountCode, integerFromText(group.value).value_or(0) + 1, style, text);
+    head.replace(span.offset, span.length, text);
+}
+
 } // namespace
+
+SourceSpan tableCountIn(std::string_view bytes, SourceSpan record) {
+    GroupScanner scanner(bytes.substr(0, record.offset + record.length), record.offset);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        if (group.code != tableCountCode) continue;
+        const std::size_t begin = scanner.offsetOf(group.start);
+        return {begin, static_cast<Adesk::UInt32>(scanner.offset() - begin)};
+    }
+    return {};
+}
 
 bool isNewRecord(const AcDbObject& object) {
     return object.sourceSpan().isEmpty() && object.isChangedSinceRead();
@@ -81,6 +103,8 @@ bool writeNewTable(TableKind kind, const AcDbSymbolTable& table, ObjectWriting& 
     if (!objects.writeNew(table, head)) return false;
     // A table's record begins with its kind and its name.
     const DrawingStyle& style = objects.style();
+    const bool hasOneMore = kind == TableKind::kRegApp && objects.mustRegisterColors();
+    if (hasOneMore) countOneMore(head, style);
     const std::size_t firstLine = head.find('\n') + 1;
     head.erase(0, head.find('\n', firstLine) + 1);
     appendGroup(0, "TABLE", style, bytes);
@@ -94,6 +118,7 @@ bool writeNewTable(TableKind kind, const AcDbSymbolTable& table, ObjectWriting& 
         const AcDbObject* const record = DatabaseAccess::object(id);
         if (record && !record->isErased() && !objects.writeNew(*record, bytes)) return false;
     }
+    if (hasOneMore && !objects.registerColors(table.objectId(), bytes)) return false;
     appendGroup(0, "ENDTAB", style, bytes);
     return true;
 }

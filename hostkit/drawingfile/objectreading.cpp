@@ -2,6 +2,7 @@
 // place.
 
 #include "drawingreading.h"
+#include "keptcolors.h"
 
 #include "dbopaque.h"
 #include "fieldtable.h"
@@ -18,7 +19,7 @@ constexpr short commentCode = 999;
 
 } // namespace
 
-bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& data) {
+bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data) {
     const RecordGroup* const end = record.groups.data() + record.groups.size();
     AcDbDxfGroup item;
     std::size_t used = 0;
@@ -27,7 +28,7 @@ bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock& da
         if (record.groups[place].code == commentCode) continue;
         if (filer.valueOf(record.groups.data() + place, end, item, used) != Acad::eOk) return false;
         if (item.code < 1000 || !isStorable(item)) return false;
-        data.append(item);
+        if (data) data->append(item);
     }
     for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); ++place)
         record.groups[place].part = record.groups[place].code == commentCode ? nobodysPart : extendedPart;
@@ -76,11 +77,11 @@ void DrawingReading::attachHead(AcDbObject& object) {
 void DrawingReading::attachExtendedData(AcDbObject& object) {
     if (m_record.extendedDataBegin == m_record.groups.size()) return;
     GroupBlock data;
-    if (readExtendedData(m_record, m_filer, data))
-        DatabaseAccess::setExtendedData(object, std::move(data));
-    else
-        warn(m_record.groups[m_record.extendedDataBegin].start,
-             L"damaged extended data was kept as it stands");
+    if (!readExtendedData(m_record, m_filer, &data))
+        return warn(m_record.groups[m_record.extendedDataBegin].start,
+                    L"damaged extended data was kept as it stands");
+    if (m_version < DrawingVersion::k2004) dropTakenColor(object, data);
+    if (!data.isEmpty()) DatabaseAccess::setExtendedData(object, std::move(data));
 }
 
 std::wstring DrawingReading::faultInRecord() const {
@@ -95,7 +96,10 @@ std::wstring DrawingReading::faultInRecord() const {
 std::unique_ptr<AcDbObject> DrawingReading::withFields(std::unique_ptr<AcDbObject> object) {
     readHead(m_record, m_head);
     if (m_head.faulty) warn(m_head.faulty->start, shown(m_head.faulty->value) + L" is no handle");
-    if (readFieldsInto(*object)) return object;
+    if (readFieldsInto(*object)) {
+        if (m_version < DrawingVersion::k2004) takeKeptColor(m_record, m_filer.drawingText(), *object);
+        return object;
+    }
     const RecordGroup* const fault = m_filer.faultyGroup();
     warn(fault ? fault->start : m_record.begin(), faultInRecord());
     if (!m_filer.errorMessage().empty()) m_filer.resetFilerStatus();

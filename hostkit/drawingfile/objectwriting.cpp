@@ -2,9 +2,11 @@
 
 #include "dbblockbegin.h"
 #include "dbblockreference.h"
+#include "dbregapptablerecord.h"
 #include "drawingreading.h"
 #include "erasedowners.h"
 #include "fieldtable.h"
+#include "keptcolors.h"
 
 #include <algorithm>
 
@@ -14,6 +16,7 @@ namespace {
 
 constexpr short ownerCode = 330;
 constexpr short applicationGroupCode = 102;
+constexpr short trueColorCode = 420;
 constexpr short hardOwnerCode = 360;
 
 std::string asciiOf(const wchar_t* name) {
@@ -86,6 +89,25 @@ void ObjectWriting::follow(const ReferenceChanges* changes) {
     m_writer.follow(m_changes);
 }
 
+std::unique_ptr<ObjectWriting> ObjectWriting::makeSibling() const {
+    auto sibling = std::make_unique<ObjectWriting>(m_database, m_style, ProgressStage(nullptr, 0, 0.0, 0.0));
+    sibling->follow(m_changes);
+    sibling->setCopySource(m_copySource);
+    if (m_hasRecord) sibling->setHasRecord(m_hasRecord);
+    if (m_writer.givesMarks()) sibling->giveMarksInR12();
+    if (m_keepsTrueColors) sibling->keepTrueColors(m_mustRegisterColors);
+    return sibling;
+}
+
+void ObjectWriting::take(const ObjectWriting& sibling) {
+    m_writer.addCounts(sibling.m_writer);
+    m_recordsWritten += sibling.m_recordsWritten;
+    m_aboveNewRecords = std::max(m_aboveNewRecords, sibling.m_aboveNewRecords);
+    if (sibling.m_status == Acad::eOk) return;
+    m_status = sibling.m_status;
+    m_message = sibling.m_message;
+}
+
 bool ObjectWriting::mustFollow(std::string_view sourceBytes, SourceSpan span) {
     if (!m_changes) return false;
     scan(sourceBytes, span, m_original);
@@ -103,8 +125,7 @@ std::unique_ptr<AcDbObject> ObjectWriting::markKnownGroups(const AcDbObject& obj
             if (group.code == ownerCode && group.part == headPart &&
                 handleFromText(group.value) == m_head.owner)
                 group.part = foreignPart;
-    GroupBlock data;
-    (void)readExtendedData(m_original, m_reader, data);
+    (void)readExtendedData(m_original, m_reader, nullptr);
     return blank;
 }
 
@@ -166,7 +187,7 @@ bool ObjectWriting::gatherRecord(const AcDbObject& object, std::uint64_t handle,
     Acad::ErrorStatus status = object.dxfOutFields(&m_writer);
     if (m_changes && m_changes->hasRenamed()) m_writer.renameTexts(asciiOf(object.dxfName()));
     m_writer.setPart(extendedPart);
-    if (status == Acad::eOk && object.extendedData()) writeExtendedData(*object.extendedData());
+    if (status == Acad::eOk) writeExtendedDataOf(object, hasOriginal);
     if (status == Acad::eOk) status = m_writer.filerStatus();
     if (status != Acad::eOk) {
         wchar_t text[17] = {};
@@ -177,7 +198,7 @@ bool ObjectWriting::gatherRecord(const AcDbObject& object, std::uint64_t handle,
         return false;
     }
     ++m_recordsWritten;
-    m_progress.advance();
+    m_progress.advance(m_progressStep);
     return true;
 }
 
@@ -201,6 +222,28 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
     if ((!hasOriginal || m_isCopy) && !owner.isNull() && !m_writer.files(owner)) return;
     m_writer.markOptional();
     m_writer.writeItem(ownerCode, owner);
+}
+
+void ObjectWriting::writeExtendedDataOf(const AcDbObject& object, bool hasOriginal) {
+    const bool hasRoomForColor = hasOriginal && m_isSourceOlder && m_original.find(trueColorCode) != nullptr;
+    if (m_keepsTrueColors &&
+        keepColor(object, hasRoomForColor ? std::nullopt : trueColorOf(object), m_extendedData))
+        writeExtendedData(m_extendedData);
+    else if (object.extendedData())
+        writeExtendedData(*object.extendedData());
+}
+
+void ObjectWriting::keepTrueColors(bool mustRegister) {
+    m_keepsTrueColors = true;
+    m_mustRegisterColors = mustRegister;
+    const auto source = m_database.source();
+    m_isSourceOlder = source && versionOfFiler(source->version) < DrawingVersion::k2004;
+}
+
+bool ObjectWriting::registerColors(AcDbObjectId table, std::string& bytes) {
+    AcDbRegAppTableRecord record;
+    (void)record.setName(trueColorApplication);
+    return writeNewUnder(record, newHandle(), table, bytes);
 }
 
 // A layer that is named there follows its record.

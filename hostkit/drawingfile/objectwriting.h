@@ -12,6 +12,7 @@
 
 #include "dbaccess.h"
 #include "dbsource.h"
+#include "groupblock.h"
 
 #include <functional>
 #include <memory>
@@ -42,6 +43,7 @@ public:
     /// Tells which objects have a record in the file that is written; an owner without one is not named. By
     /// default all have that are not erased.
     void setHasRecord(std::function<bool(AcDbObjectId)> hasRecord) {
+        m_hasRecord = hasRecord;
         m_writer.setHasRecord(std::move(hasRecord));
     }
     /// The bytes in which the originals of copies stand; without them copies are written from their fields
@@ -50,11 +52,23 @@ public:
     /// New records get subclass marks and owners in the R12 form too, as a careless program's other records
     /// have them.
     void giveMarksInR12() { m_writer.giveMarks(); }
+    /// True colours go into extended data (keptcolors.h), as the forms before 2004 want it. With mustRegister
+    /// registerColors writes the record of their application, which the drawing does not have.
+    void keepTrueColors(bool mustRegister);
+    bool mustRegisterColors() const { return m_mustRegisterColors; }
+    bool registerColors(AcDbObjectId table, std::string& bytes);
     /// Whether the record, which nobody changed, refers to something that was renamed or erased.
     bool mustFollow(std::string_view sourceBytes, SourceSpan span);
 
     /// Counts a record that goes over as it stood, for the progress.
-    void passRecord() { m_progress.advance(); }
+    void passRecord() { m_progress.advance(m_progressStep); }
+    /// How many records each one here stands for in the progress, while others are written elsewhere.
+    void countProgressBy(std::size_t records) { m_progressStep = records; }
+
+    /// Writes records of the same drawing by the same rules, on another thread and without a listener.
+    std::unique_ptr<ObjectWriting> makeSibling() const;
+    /// Counts what the sibling wrote, and takes over why it failed.
+    void take(const ObjectWriting& sibling);
 
     /// A handle that no object has, for records that have no object.
     std::uint64_t newHandle();
@@ -77,12 +91,14 @@ private:
     bool gatherRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeReactors(const AcDbObject& object);
+    void writeExtendedDataOf(const AcDbObject& object, bool hasOriginal);
     void writeExtendedData(const GroupBlock& data);
     void writeExtensionDictionary(const AcDbObject& object);
 
     const AcDbDatabase& m_database;
     DrawingStyle m_style;
     ProgressStage m_progress;
+    std::size_t m_progressStep = 1;
     RecordReader m_reader;
     RecordWriter m_writer;
     RecordWriter m_fieldsAsRead;
@@ -91,7 +107,12 @@ private:
     RecordHead m_head;
     const ReferenceChanges* m_changes = nullptr;
     std::string_view m_copySource;
-    bool m_isCopy = false; // the record at work is that of a copy
+    std::function<bool(AcDbObjectId)> m_hasRecord;
+    bool m_keepsTrueColors = false;
+    bool m_mustRegisterColors = false;
+    bool m_isSourceOlder = false; // the drawing that was read has such a form itself
+    GroupBlock m_extendedData;    // of the record at work, with its colour
+    bool m_isCopy = false;        // the record at work is that of a copy
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;

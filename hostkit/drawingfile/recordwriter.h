@@ -72,6 +72,10 @@ public:
 
     std::size_t groupsFromFields() const { return m_groupsFromFields; }
     std::size_t groupsKept() const { return m_groupsKept; }
+    void addCounts(const RecordWriter& other) {
+        m_groupsFromFields += other.m_groupsFromFields;
+        m_groupsKept += other.m_groupsKept;
+    }
 
     /// The group written next stands only in records that are new, or that had it.
     void markOptional() override {
