@@ -1,6 +1,6 @@
 #include "boxanswers.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "commandinput.h"
 #include "winuser.h"
 
@@ -32,9 +32,9 @@ bool hasItems(const ShownControl& control) {
 
 const ShownControl* pressedControl(const ShownWindow& window, const std::wstring& word) {
     for (const ShownControl& each : window.controls)
-        if (isPressed(each) && hostkit::equalNoCase(each.text, word)) return &each;
+        if (isPressed(each) && hostkit::equalFolded(each.text, word)) return &each;
     for (const ShownControl& each : window.controls)
-        if (isPressed(each) && word.size() == 1 && each.mnemonic == hostkit::lowerCase(word[0])) return &each;
+        if (isPressed(each) && word.size() == 1 && each.mnemonic == hostkit::foldCase(word[0])) return &each;
     return nullptr;
 }
 
@@ -82,7 +82,7 @@ std::wstring addWord(BoxAnswer& answer, const ShownWindow& window, const std::ws
         return {};
     }
     for (const NamedKey& each : namedKeys)
-        if (hostkit::equalNoCase(each.name, word)) {
+        if (hostkit::equalFolded(each.name, word)) {
             answer.steps.push_back({WindowAction::press(each.key)});
             return {};
         }

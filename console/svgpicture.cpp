@@ -1,6 +1,6 @@
 #include "svgpicture.h"
 
-#include "textencoding.h"
+#include "escaping.h"
 
 #include <algorithm>
 #include <charconv>
@@ -26,25 +26,6 @@ bool isUsable(double x, double y) {
 bool isUsable(const PicturePath& path) {
     return std::all_of(path.points().begin(), path.points().end(),
                        [](const AcGePoint3d& point) { return isUsable(point.x, point.y); });
-}
-
-// XML allows no control characters but tab and line ends, and no surrogates or the last two codes.
-void appendEscaped(std::string& bytes, std::wstring_view text) {
-    for (const wchar_t character : text) {
-        const auto code = static_cast<char32_t>(character);
-        const bool isForbidden = (code < 0x20 && code != 9 && code != 10) || code == 0xFFFE ||
-                                 code == 0xFFFF || (code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF;
-        if (character == L'&')
-            bytes += "&amp;";
-        else if (character == L'<')
-            bytes += "&lt;";
-        else if (character == L'>')
-            bytes += "&gt;";
-        else if (character == L'"')
-            bytes += "&quot;";
-        else
-            hostkit::appendUtf8(bytes, isForbidden ? L'\uFFFD' : character);
-    }
 }
 
 void appendDecimal(std::string& bytes, double value, int decimals) {
@@ -159,7 +140,7 @@ SvgPicture::SvgPicture(const PictureFrame& frame, const std::wstring& title)
     m_body += ' ';
     appendNumber(frame.height);
     m_body += "\">\n<title>";
-    appendEscaped(m_body, title);
+    hostkit::appendXmlText(title, m_body);
     m_body += "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
 }
 
@@ -312,7 +293,7 @@ void SvgPicture::appendRun(const TextRun& run, double size, double& rise) {
     if (run.isItalic) m_body += " font-style=\"italic\"";
     if (!run.family.empty()) {
         m_body += " font-family=\"";
-        appendEscaped(m_body, run.family);
+        hostkit::appendXmlText(run.family, m_body);
         m_body += '"';
     }
     if (run.isUnderlined || run.isOverlined || run.isStruckOut) {
@@ -323,7 +304,7 @@ void SvgPicture::appendRun(const TextRun& run, double size, double& rise) {
         m_body.back() = '"';
     }
     m_body += '>';
-    appendEscaped(m_body, run.text);
+    hostkit::appendXmlText(run.text, m_body);
     m_body += "</tspan>";
 }
 

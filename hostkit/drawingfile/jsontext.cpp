@@ -1,10 +1,5 @@
 #include "jsontext.h"
 
-#include "textencoding.h"
-
-#include <charconv>
-#include <cmath>
-
 namespace hostkit {
 
 namespace {
@@ -32,33 +27,6 @@ void appendValue(const AcDbDxfGroup& group, std::string& json) {
 }
 
 } // namespace
-
-void appendJsonText(std::wstring_view text, std::string& json) {
-    json += '"';
-    for (const wchar_t character : text) {
-        if (character == L'"' || character == L'\\') {
-            json += '\\';
-            json += static_cast<char>(character);
-        } else if (character >= 0 && character < 0x20) {
-            constexpr char digits[] = "0123456789abcdef";
-            json += "\\u00";
-            json += digits[character >> 4];
-            json += digits[character & 15];
-        } else {
-            appendUtf8(json, character);
-        }
-    }
-    json += '"';
-}
-
-void appendJsonNumber(double value, std::string& json) {
-    if (!std::isfinite(value)) {
-        json += "null";
-        return;
-    }
-    char digits[32];
-    json.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
 
 void appendJsonGroups(const GroupBlock& groups, std::string& json) {
     json += '[';

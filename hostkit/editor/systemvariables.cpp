@@ -1,7 +1,7 @@
 #include "systemvariables.h"
 
 #include "adscodes.h"
-#include "casefolding.h"
+#include "casefold.h"
 #include "dbdatabase.h"
 #include "headeraccess.h"
 #include "headervariables.h"

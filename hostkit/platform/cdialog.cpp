@@ -1,7 +1,7 @@
 #include "cdialog.h"
 
 #include "afxwin.h"
-#include "casefolding.h"
+#include "casefold.h"
 #include "desktop.h"
 #include "windows.h"
 
@@ -175,7 +175,7 @@ BOOL CDialog::pressMnemonic(wchar_t character) {
         wchar_t mnemonic = 0;
         hostkit::labelText(child->text, mnemonic);
         const bool hasLabel = child->className == L"BUTTON" || child->className == L"STATIC";
-        if (!hasLabel || mnemonic == 0 || mnemonic != hostkit::lowerCase(character)) continue;
+        if (!hasLabel || mnemonic == 0 || mnemonic != hostkit::foldCase(character)) continue;
         if (!desktop.isVisible(each) || !desktop.isEnabled(each)) continue;
         if (child->className == L"STATIC") {
             ::SetFocus(GetNextDlgTabItem(m_hWnd, each, FALSE));

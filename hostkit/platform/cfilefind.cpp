@@ -1,6 +1,6 @@
 #include "cfilefind.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "systempath.h"
 #include "windows.h"
 
@@ -55,7 +55,7 @@ BOOL CFileFind::FindFile(const wchar_t* pattern, DWORD) {
     closedir(entries);
     std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
         if (isDots(a.name) != isDots(b.name)) return isDots(a.name);
-        const int order = hostkit::compareNoCase(a.name, b.name);
+        const int order = hostkit::compareFolded(a.name, b.name);
         return order != 0 ? order < 0 : a.name < b.name;
     });
     return entries_.empty() ? FALSE : TRUE;

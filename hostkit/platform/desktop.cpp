@@ -1,6 +1,6 @@
 #include "desktop.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "cwnd.h"
 #include "hostport.h"
 
@@ -266,7 +266,7 @@ RECT clientOf(const WindowRecord& window, POINT corner) {
 std::wstring labelText(std::wstring_view text, wchar_t& mnemonic) {
     std::size_t marked = 0;
     std::wstring plain = withoutPrefixMarks(text, marked);
-    mnemonic = marked < plain.size() ? lowerCase(plain[marked]) : L'\0';
+    mnemonic = marked < plain.size() ? foldCase(plain[marked]) : L'\0';
     return plain;
 }
 

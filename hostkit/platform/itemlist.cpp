@@ -1,6 +1,6 @@
 #include "itemlist.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "tchar.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ int ItemList::add(std::wstring text, bool isSorted) {
     if (!isSorted) return insert(-1, std::move(text));
     const auto place =
         std::upper_bound(items.begin(), items.end(), text, [](const std::wstring& a, const ListItem& b) {
-            return compareNoCase(a, b.text) < 0;
+            return compareFolded(a, b.text) < 0;
         });
     return insert(static_cast<int>(place - items.begin()), std::move(text));
 }
@@ -57,7 +57,7 @@ int ItemList::find(int after, const std::wstring& text, bool isWhole) const {
         const std::wstring& candidate = items[static_cast<std::size_t>(index)].text;
         const std::wstring_view start =
             std::wstring_view(candidate).substr(0, isWhole ? candidate.size() : text.size());
-        if (equalNoCase(start, text)) return index;
+        if (equalFolded(start, text)) return index;
     }
     return -1;
 }

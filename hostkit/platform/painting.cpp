@@ -1,6 +1,6 @@
 #include "painting.h"
 
-#include "textencoding.h"
+#include "escaping.h"
 
 #include <cstdio>
 
@@ -22,21 +22,6 @@ std::string colorText(COLORREF color) {
     std::snprintf(buffer, sizeof buffer, "#%02x%02x%02x", color & 0xFF, color >> 8 & 0xFF,
                   color >> 16 & 0xFF);
     return buffer;
-}
-
-void appendEscaped(std::string& out, std::wstring_view text) {
-    for (const wchar_t character : text) {
-        if (character == L'&')
-            out += "&amp;";
-        else if (character == L'<')
-            out += "&lt;";
-        else if (character == L'>')
-            out += "&gt;";
-        else if (character == L'"')
-            out += "&quot;";
-        else
-            appendUtf8(out, character < L' ' ? L'\uFFFD' : character);
-    }
 }
 
 std::string attribute(const char* name, double value) {
@@ -73,13 +58,13 @@ std::string textRun(const PaintedItem& item) {
     const std::wstring_view text = item.text;
     const auto mark = static_cast<std::size_t>(item.underlined);
     if (item.underlined < 0 || mark >= text.size()) {
-        appendEscaped(out, text);
+        appendXmlText(text, out);
     } else {
-        appendEscaped(out, text.substr(0, mark));
+        appendXmlText(text.substr(0, mark), out);
         out += "<tspan text-decoration=\"underline\">";
-        appendEscaped(out, text.substr(mark, 1));
+        appendXmlText(text.substr(mark, 1), out);
         out += "</tspan>";
-        appendEscaped(out, text.substr(mark + 1));
+        appendXmlText(text.substr(mark + 1), out);
     }
     return out + "</text>\n";
 }

@@ -158,7 +158,7 @@ private:
             const RegistryHive hive = static_cast<RegistryHive>(i);
             const std::wstring_view name = nameOfHive(hive);
             const std::wstring_view first = path.substr(0, path.find(L'\\'));
-            if (!equalNoCase(name, first)) continue;
+            if (!equalFolded(name, first)) continue;
             key_ = tree_.make(hive, path.substr(name.size()));
             keyIsBad_ = key_ == nullptr;
             return keyIsBad_ ? tell(L"the key's name is none that a key can have") : void();
@@ -313,7 +313,7 @@ bool isRegistryText(std::string_view text) {
     for (std::size_t at = 0; (at = text.find('[', at)) != std::string_view::npos; ++at) {
         const std::size_t end = text.substr(0, at).find_last_not_of(" \t\xEF\xBB\xBF");
         const bool isAtStart = end == std::string_view::npos || text[end] == '\n';
-        if (isAtStart && equalNoCase(wideFromUtf8(text.substr(at + 1, 5)), L"HKEY_")) return true;
+        if (isAtStart && equalFolded(wideFromUtf8(text.substr(at + 1, 5)), L"HKEY_")) return true;
     }
     return false;
 }

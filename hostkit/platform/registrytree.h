@@ -1,7 +1,7 @@
 // Stand-in for the host's registry hives. Covers keys and typed values as data; leaves out handles and rights.
 #pragma once
 
-#include "casefolding.h"
+#include "casefold.h"
 
 #include <cstdint>
 #include <map>
@@ -27,8 +27,8 @@ struct RegistryValue {
 
 /// One key: its values and its sub-keys, by name without regard to case, in the case they were made with.
 struct RegistryKey {
-    std::map<std::wstring, RegistryValue, LessNoCase> values;
-    std::map<std::wstring, std::unique_ptr<RegistryKey>, LessNoCase> keys;
+    std::map<std::wstring, RegistryValue, FoldedLess> values;
+    std::map<std::wstring, std::unique_ptr<RegistryKey>, FoldedLess> keys;
 };
 
 /// All hives. Paths are parts joined by '\'; empty parts count as absent, so the empty path is the hive

@@ -1,6 +1,6 @@
 #include "scriptedport.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 
 namespace hostkit {
 

@@ -1,6 +1,6 @@
 #include "systempath.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "hostport.h"
 #include "textencoding.h"
 
@@ -62,7 +62,7 @@ std::vector<std::string> namesLike(const std::string& directory, std::string_vie
     if (!entries) return names;
     const std::wstring wide = pathFromSystem(wanted);
     while (const dirent* each = readdir(entries))
-        if (equalNoCase(wide, pathFromSystem(each->d_name))) names.emplace_back(each->d_name);
+        if (equalFolded(wide, pathFromSystem(each->d_name))) names.emplace_back(each->d_name);
     closedir(entries);
     std::sort(names.begin(), names.end());
     return names;

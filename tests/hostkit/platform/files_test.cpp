@@ -1,6 +1,6 @@
 #include "afx.h"
 #include "atomicfile.h"
-#include "casefolding.h"
+#include "casefold.h"
 #include "systempath.h"
 #include "temporaryfolder.h"
 

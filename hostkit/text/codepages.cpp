@@ -1,4 +1,4 @@
-#include "casefolding.h"
+#include "casefold.h"
 #include "textencoding.h"
 
 #include <array>
@@ -185,9 +185,9 @@ std::string encodeAnsi(std::wstring_view text, const UnmappableHandler& unmappab
 
 std::optional<CodePage> codePageFromName(std::wstring_view name) {
     for (const PageNames& names : pageNames)
-        if (equalNoCase(names.drawing, name)) return names.page;
+        if (equalFolded(names.drawing, name)) return names.page;
     for (const PageAlias& alias : pageAliases)
-        if (equalNoCase(alias.name, name)) return alias.page;
+        if (equalFolded(alias.name, name)) return alias.page;
     return std::nullopt;
 }
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's text conversion. Covers Windows-1252, UTF-8 and the code pages that drawings name; leaves out UTF-7 and UTF-16 files.
+// Code pages and UTF-8: wide text to bytes and back.
 #pragma once
 
 #include <cstddef>

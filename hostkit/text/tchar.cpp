@@ -1,6 +1,6 @@
 #include "tchar.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 
 #include <charconv>
 #include <limits>
@@ -98,17 +98,17 @@ double _wtof(const wchar_t* text) {
 }
 
 int _wcsicmp(const wchar_t* first, const wchar_t* second) {
-    return hostkit::compareNoCase(viewOf(first), viewOf(second));
+    return hostkit::compareFolded(viewOf(first), viewOf(second));
 }
 
 int _wcsnicmp(const wchar_t* first, const wchar_t* second, std::size_t count) {
     const std::wstring_view a(first ? first : L"", first ? wcsnlen(first, count) : 0);
     const std::wstring_view b(second ? second : L"", second ? wcsnlen(second, count) : 0);
-    return hostkit::compareNoCase(a, b);
+    return hostkit::compareFolded(a, b);
 }
 
 wchar_t* _wcslwr(wchar_t* text) {
-    for (wchar_t* at = text; at && *at; ++at) *at = hostkit::lowerCase(*at);
+    for (wchar_t* at = text; at && *at; ++at) *at = hostkit::foldCase(*at);
     return text;
 }
 

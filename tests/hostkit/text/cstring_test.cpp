@@ -1,4 +1,6 @@
-#include "afx.h"
+#include "cstring.h"
+#include "cstringlist.h"
+#include "tchar.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "cstring.h"
 
-#include "casefolding.h"
+#include "casefold.h"
 #include "textencoding.h"
 
 #include <algorithm>
@@ -216,7 +216,7 @@ CString& CString::MakeUpper() {
 }
 
 CString& CString::MakeLower() {
-    for (wchar_t& character : text_) character = hostkit::lowerCase(character);
+    for (wchar_t& character : text_) character = hostkit::foldCase(character);
     return *this;
 }
 
@@ -233,7 +233,7 @@ int CString::Compare(const wchar_t* other) const {
 }
 
 int CString::CompareNoCase(const wchar_t* other) const {
-    return hostkit::compareNoCase(text_, viewOf(other));
+    return hostkit::compareFolded(text_, viewOf(other));
 }
 
 void CString::FormatV(const wchar_t* format, va_list arguments) {

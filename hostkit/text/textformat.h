@@ -1,4 +1,4 @@
-// Stand-in for the host's formatted wide output. Covers flags, widths, precisions, length prefixes and all value conversions; leaves out %n and positions.
+// Formatted wide output: flags, widths, precisions, length prefixes and all value conversions, without %n and positions.
 #pragma once
 
 #include <concepts>
