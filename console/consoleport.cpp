@@ -3,7 +3,6 @@
 #include "consoletext.h"
 #include "interrupt.h"
 #include "meterline.h"
-#include "systembox.h"
 #include "textencoding.h"
 
 #include <cerrno>
@@ -135,12 +134,9 @@ void ConsolePort::meterStep(int position) {
 
 void ConsolePort::meterStop() { clearMeter(); }
 
-int ConsolePort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
-    return hostkit::runMessageBox(text, caption, flags);
-}
-
-hostkit::WindowAction ConsolePort::askWindow(const hostkit::ShownWindow& window) {
-    return m_boxes.ask(window);
+bool ConsolePort::askWindow(const hostkit::ShownWindow& window, hostkit::WindowAction& action) {
+    action = m_boxes.ask(window);
+    return true;
 }
 
 void ConsolePort::show(std::wstring_view text) {

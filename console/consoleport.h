@@ -20,8 +20,7 @@ public:
     void meterStart(std::wstring_view caption, int minimum, int maximum) override;
     void meterStep(int position) override;
     void meterStop() override;
-    int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
-    hostkit::WindowAction askWindow(const hostkit::ShownWindow& window) override;
+    bool askWindow(const hostkit::ShownWindow& window, hostkit::WindowAction& action) override;
     void reportProblem(std::wstring_view text) override;
     bool interruptRequested() const override;
 

@@ -55,12 +55,12 @@ bool makeTree(const std::wstring& root, std::wstring& problem) {
 class MachineKey {
 public:
     explicit MachineKey(const std::wstring& path)
-        : path_(path) {
-        isGood_ = RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                  KEY_WRITE, nullptr, &key_, nullptr) == ERROR_SUCCESS;
+        : m_path(path) {
+        m_isGood = RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                   KEY_WRITE, nullptr, &m_key, nullptr) == ERROR_SUCCESS;
     }
     ~MachineKey() {
-        if (key_) RegCloseKey(key_);
+        if (m_key) RegCloseKey(m_key);
     }
     MachineKey(const MachineKey&) = delete;
     MachineKey& operator=(const MachineKey&) = delete;
@@ -71,19 +71,19 @@ public:
     void setNumber(const wchar_t* name, DWORD number) { set(name, REG_DWORD, &number, sizeof number); }
 
     bool finish(std::wstring& problem) const {
-        if (!isGood_) problem = L"the settings under HKEY_LOCAL_MACHINE\\" + path_ + L" cannot be written";
-        return isGood_;
+        if (!m_isGood) problem = L"the settings under HKEY_LOCAL_MACHINE\\" + m_path + L" cannot be written";
+        return m_isGood;
     }
 
 private:
     void set(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
-        isGood_ = isGood_ && RegSetValueExW(key_, name, 0, type, static_cast<const BYTE*>(data),
-                                            static_cast<DWORD>(size)) == ERROR_SUCCESS;
+        m_isGood = m_isGood && RegSetValueExW(m_key, name, 0, type, static_cast<const BYTE*>(data),
+                                              static_cast<DWORD>(size)) == ERROR_SUCCESS;
     }
 
-    std::wstring path_;
-    HKEY key_ = nullptr;
-    bool isGood_;
+    std::wstring m_path;
+    HKEY m_key = nullptr;
+    bool m_isGood;
 };
 
 bool writeApplicationValues(const std::wstring& root, unsigned language, std::wstring& problem) {

@@ -33,7 +33,7 @@ void commandNames(const VariableSource& source, SystemValue& value) {
 // Bits: 1 a command, 2 a transparent one within it, 8 a modal window.
 void commandActive(const VariableSource& source, SystemValue& value) {
     value.integer = source.host->runningState();
-    if (source.host->port().desktop().modalWindow()) value.integer |= 8;
+    if (Desktop::of(source.host->port()).modalWindow()) value.integer |= 8;
 }
 
 void viewportNumber(const VariableSource& source, SystemValue& value) {

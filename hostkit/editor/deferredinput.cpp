@@ -99,7 +99,7 @@ CommandResult Host::runDeferred(MoreInput more) {
     setRunningDeferred(true);
     CommandResult first;
     for (;;) {
-        dispatchPosted(port().desktop());
+        dispatchPosted(Desktop::of(port()));
         if (deferred().isEmpty()) break;
         if (port().interruptRequested()) {
             const std::size_t count = deferred().drop();

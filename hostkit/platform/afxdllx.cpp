@@ -29,14 +29,14 @@ CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL system)
     : m_hModule(state.hModule)
     , m_hResource(state.hResource)
     , m_bSystem(system)
-    , next_(newest) {
+    , m_next(newest) {
     newest = this;
 }
 
 CDynLinkLibrary::~CDynLinkLibrary() {
-    if (newest == this) newest = next_;
-    for (CDynLinkLibrary* at = newest; at; at = at->next_)
-        if (at->next_ == this) at->next_ = next_;
+    if (newest == this) newest = m_next;
+    for (CDynLinkLibrary* at = newest; at; at = at->m_next)
+        if (at->m_next == this) at->m_next = m_next;
 }
 
 CDynLinkLibrary* CDynLinkLibrary::first() { return newest; }

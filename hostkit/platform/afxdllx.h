@@ -30,12 +30,12 @@ public:
 
     /// The newest of the chain, or null; and the one made before.
     static CDynLinkLibrary* first();
-    CDynLinkLibrary* next() const { return next_; }
+    CDynLinkLibrary* next() const { return m_next; }
 
     HMODULE m_hModule;
     HMODULE m_hResource;
     BOOL m_bSystem;
 
 private:
-    CDynLinkLibrary* next_;
+    CDynLinkLibrary* m_next;
 };

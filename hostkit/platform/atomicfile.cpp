@@ -113,10 +113,10 @@ std::string targetOfLinks(std::string path) {
 }
 
 AtomicFile::AtomicFile(std::string path, Existing existing)
-    : path_(targetOfLinks(std::move(path)))
-    , existing_(existing) {
-    if (openStream() || error_) return;
-    removeAbandonedTemporaries(path_);
+    : m_path(targetOfLinks(std::move(path)))
+    , m_existing(existing) {
+    if (openStream() || m_error) return;
+    removeAbandonedTemporaries(m_path);
     if (openTemporary())
         takeOverPermissions();
     else
@@ -127,104 +127,104 @@ AtomicFile::~AtomicFile() { drop(); }
 
 // The name goes first: with the file the lock goes.
 void AtomicFile::drop() {
-    if (!temporary_.empty()) unlink(temporary_.c_str());
-    temporary_.clear();
-    if (descriptor_ >= 0) close(descriptor_);
-    descriptor_ = -1;
+    if (!m_temporary.empty()) unlink(m_temporary.c_str());
+    m_temporary.clear();
+    if (m_descriptor >= 0) close(m_descriptor);
+    m_descriptor = -1;
 }
 
 // False, without a failure, for what is no stream.
 bool AtomicFile::openStream() {
-    const int number = streamNumber(path_);
+    const int number = streamNumber(m_path);
     struct stat status;
     const bool isDevice =
-        stat(path_.c_str(), &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
+        stat(m_path.c_str(), &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
     if (number < 0 && !isDevice) return false;
-    isStream_ = true;
-    descriptor_ = number >= 0 ? fcntl(number, F_DUPFD_CLOEXEC, 0)
-                              : open(path_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-    if (descriptor_ < 0) fail();
+    m_isStream = true;
+    m_descriptor = number >= 0 ? fcntl(number, F_DUPFD_CLOEXEC, 0)
+                               : open(m_path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    if (m_descriptor < 0) fail();
     return true;
 }
 
 bool AtomicFile::openTemporary() {
     const std::string start =
-        directoryOf(path_) + '/' + temporaryPrefix(path_) + std::to_string(getpid()) + '-';
+        directoryOf(m_path) + '/' + temporaryPrefix(m_path) + std::to_string(getpid()) + '-';
     for (int number = 0; number < 10000; ++number) {
         std::string name = start + std::to_string(number);
-        descriptor_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor_ < 0 && errno == EEXIST) continue;
-        if (descriptor_ < 0) return false;
+        m_descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (m_descriptor < 0 && errno == EEXIST) continue;
+        if (m_descriptor < 0) return false;
         // Another may be faster with the lock, and removes the file. A file system without locks refuses all.
-        const bool isRemoved = !lock(descriptor_, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK;
-        if (!isRemoved && isStillNamed(descriptor_, name)) {
-            temporary_ = std::move(name); // nothing may fail between the file and its name here
+        const bool isRemoved = !lock(m_descriptor, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK;
+        if (!isRemoved && isStillNamed(m_descriptor, name)) {
+            m_temporary = std::move(name); // nothing may fail between the file and its name here
             return true;
         }
-        close(descriptor_);
-        descriptor_ = -1;
+        close(m_descriptor);
+        m_descriptor = -1;
     }
     return false;
 }
 
 void AtomicFile::takeOverPermissions() {
     struct stat old;
-    if (stat(path_.c_str(), &old) != 0) return;
+    if (stat(m_path.c_str(), &old) != 0) return;
     // A directory or a device is never replaced by a file.
     if (!S_ISREG(old.st_mode)) {
         errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
         return fail();
     }
     // The owner first: giving a file away clears its special bits. Only root can, and others need not.
-    if (fchown(descriptor_, old.st_uid, old.st_gid) != 0) errno = 0;
-    if (fchmod(descriptor_, old.st_mode & 07777) != 0) fail();
+    if (fchown(m_descriptor, old.st_uid, old.st_gid) != 0) errno = 0;
+    if (fchmod(m_descriptor, old.st_mode & 07777) != 0) fail();
 }
 
 void AtomicFile::fail() {
-    if (error_ == 0) error_ = errno ? errno : EIO;
+    if (m_error == 0) m_error = errno ? errno : EIO;
 }
 
 void AtomicFile::write(std::string_view bytes) {
-    if (error_) return;
-    if (buffer_.size() + bytes.size() > bufferSize) flushBuffer();
-    buffer_.append(bytes);
-    if (buffer_.size() >= bufferSize) flushBuffer();
+    if (m_error) return;
+    if (m_buffer.size() + bytes.size() > bufferSize) flushBuffer();
+    m_buffer.append(bytes);
+    if (m_buffer.size() >= bufferSize) flushBuffer();
 }
 
 void AtomicFile::flushBuffer() {
-    for (std::size_t done = 0; done < buffer_.size() && !error_;) {
-        const ssize_t written = ::write(descriptor_, buffer_.data() + done, buffer_.size() - done);
+    for (std::size_t done = 0; done < m_buffer.size() && !m_error;) {
+        const ssize_t written = ::write(m_descriptor, m_buffer.data() + done, m_buffer.size() - done);
         if (written > 0)
             done += static_cast<std::size_t>(written);
         else if (written < 0 && errno != EINTR)
             fail();
     }
-    buffer_.clear();
+    m_buffer.clear();
 }
 
 bool AtomicFile::giveName() {
-    if (existing_ == Existing::keep) return renameToFreeName(temporary_, path_);
-    return rename(temporary_.c_str(), path_.c_str()) == 0;
+    if (m_existing == Existing::keep) return renameToFreeName(m_temporary, m_path);
+    return rename(m_temporary.c_str(), m_path.c_str()) == 0;
 }
 
 bool AtomicFile::commit() {
-    const std::string directory = directoryOf(path_); // while a shortage of memory can still stop the save
-    if (descriptor_ < 0 && !error_) error_ = EBADF;
-    if (!error_) flushBuffer();
-    if (isStream_) {
+    const std::string directory = directoryOf(m_path); // while a shortage of memory can still stop the save
+    if (m_descriptor < 0 && !m_error) m_error = EBADF;
+    if (!m_error) flushBuffer();
+    if (m_isStream) {
         drop();
-        return error_ == 0;
+        return m_error == 0;
     }
-    if (!error_ && fsync(descriptor_) != 0) fail();
-    if (!error_ && !giveName()) fail();
-    if (!error_) temporary_.clear();
+    if (!m_error && fsync(m_descriptor) != 0) fail();
+    if (!m_error && !giveName()) fail();
+    if (!m_error) m_temporary.clear();
     drop();
-    if (error_) return false;
+    if (m_error) return false;
     flushDirectory(directory);
     return true;
 }
 
-std::string AtomicFile::errorText() const { return error_ ? std::strerror(error_) : std::string(); }
+std::string AtomicFile::errorText() const { return m_error ? std::strerror(m_error) : std::string(); }
 
 bool readWholeFile(const std::string& path, std::string& content, std::size_t limit) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);

@@ -25,13 +25,13 @@ public:
     AtomicFile& operator=(const AtomicFile&) = delete;
 
     /// False when the temporary file could not be made or an earlier write failed; errorText() says why.
-    bool isGood() const { return error_ == 0; }
+    bool isGood() const { return m_error == 0; }
     /// Buffered. Does nothing after a failure, which commit() then tells.
     void write(std::string_view bytes);
     /// True when the new content stands. On false the old file is as it was and the temporary file is gone.
     [[nodiscard]] bool commit();
     /// The system's number for the failure (errno), 0 for none.
-    int error() const { return error_; }
+    int error() const { return m_error; }
     /// The system's text for the failure, in the bytes it comes in; empty when there is none.
     std::string errorText() const;
 
@@ -44,13 +44,13 @@ private:
     void fail();
     void drop();
 
-    std::string path_;
-    std::string temporary_;
-    std::string buffer_;
-    Existing existing_;
-    bool isStream_ = false;
-    int descriptor_ = -1;
-    int error_ = 0;
+    std::string m_path;
+    std::string m_temporary;
+    std::string m_buffer;
+    Existing m_existing;
+    bool m_isStream = false;
+    int m_descriptor = -1;
+    int m_error = 0;
 };
 
 /// What a symbolic link names in the end, also where that does not exist yet; any other path as it stands.

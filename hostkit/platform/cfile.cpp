@@ -77,49 +77,49 @@ CFile::CFile(const wchar_t* path, UINT flags) {
 CFile::~CFile() = default;
 
 BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
-    stream_.reset();
+    m_stream.reset();
     const CString name(path);
     errno = 0;
-    stream_.reset(openStream(hostkit::mapPath(name.view()), flags));
-    if (stream_) path_ = name;
-    if (!stream_ && error) *error = CFileException(causeOf(errno), name);
-    return stream_ ? TRUE : FALSE;
+    m_stream.reset(openStream(hostkit::mapPath(name.view()), flags));
+    if (m_stream) m_path = name;
+    if (!m_stream && error) *error = CFileException(causeOf(errno), name);
+    return m_stream ? TRUE : FALSE;
 }
 
-void CFile::Close() { stream_.reset(); }
+void CFile::Close() { m_stream.reset(); }
 
 UINT CFile::Read(void* buffer, UINT count) {
-    return stream_ && buffer ? static_cast<UINT>(std::fread(buffer, 1, count, stream())) : 0;
+    return m_stream && buffer ? static_cast<UINT>(std::fread(buffer, 1, count, stream())) : 0;
 }
 
 void CFile::Write(const void* buffer, UINT count) {
     if (count == 0) return;
-    if (!stream_ || !buffer || std::fwrite(buffer, 1, count, stream()) != count)
-        throw new CFileException(CFileException::diskFull, path_);
+    if (!m_stream || !buffer || std::fwrite(buffer, 1, count, stream()) != count)
+        throw new CFileException(CFileException::diskFull, m_path);
 }
 
 void CFile::Flush() {
-    if (stream_ && std::fflush(stream()) != 0) throw new CFileException(CFileException::diskFull, path_);
+    if (m_stream && std::fflush(stream()) != 0) throw new CFileException(CFileException::diskFull, m_path);
 }
 
 ULONGLONG CFile::Seek(LONGLONG offset, UINT from) {
-    if (stream_) fseeko(stream(), offset, systemOrigin(from));
+    if (m_stream) fseeko(stream(), offset, systemOrigin(from));
     return GetPosition();
 }
 
 ULONGLONG CFile::GetPosition() const {
-    const off_t position = stream_ ? ftello(stream()) : 0;
+    const off_t position = m_stream ? ftello(stream()) : 0;
     return position < 0 ? 0 : static_cast<ULONGLONG>(position);
 }
 
 ULONGLONG CFile::GetLength() const {
-    if (!stream_) return 0;
+    if (!m_stream) return 0;
     std::fflush(stream());
     struct stat status;
     return fstat(fileno(stream()), &status) == 0 ? static_cast<ULONGLONG>(status.st_size) : 0;
 }
 
-CString CFile::GetFileName() const { return CString(hostkit::fileNameOfPath(path_.view())); }
+CString CFile::GetFileName() const { return CString(hostkit::fileNameOfPath(m_path.view())); }
 
 void CFile::Remove(const wchar_t* path) {
     const CString name(path);
@@ -132,7 +132,7 @@ CStdioFile::CStdioFile(const wchar_t* path, UINT flags) {
 }
 
 BOOL CStdioFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
-    textMode_ = (flags & typeBinary) == 0;
+    m_textMode = (flags & typeBinary) == 0;
     return CFile::Open(path, flags, error);
 }
 
@@ -143,7 +143,7 @@ BOOL CStdioFile::ReadString(CString& line) {
     int byte = std::fgetc(stream());
     const bool isEnd = byte == EOF;
     for (; byte != EOF && byte != '\n'; byte = std::fgetc(stream())) bytes += static_cast<char>(byte);
-    if (textMode_ && byte == '\n' && !bytes.empty() && bytes.back() == '\r') bytes.pop_back();
+    if (m_textMode && byte == '\n' && !bytes.empty() && bytes.back() == '\r') bytes.pop_back();
     line = CString(hostkit::wideFromAnsi(bytes));
     return isEnd ? FALSE : TRUE;
 }
@@ -151,7 +151,7 @@ BOOL CStdioFile::ReadString(CString& line) {
 void CStdioFile::WriteString(const wchar_t* text) {
     std::string bytes;
     for (const wchar_t character : std::wstring_view(text ? text : L"")) {
-        if (textMode_ && character == L'\n') bytes += '\r';
+        if (m_textMode && character == L'\n') bytes += '\r';
         const char32_t code = static_cast<char32_t>(character);
         bytes += static_cast<char>(code < 0x100 ? static_cast<unsigned char>(code)
                                                 : hostkit::ansiFromWide(character).value_or('?'));

@@ -70,22 +70,22 @@ public:
     ULONGLONG SeekToEnd() { return Seek(0, end); }
     ULONGLONG GetPosition() const;
     ULONGLONG GetLength() const;
-    bool IsOpen() const { return stream_ != nullptr; }
+    bool IsOpen() const { return m_stream != nullptr; }
     /// The path as it was given, and its last part.
-    CString GetFilePath() const { return path_; }
+    CString GetFilePath() const { return m_path; }
     CString GetFileName() const;
 
     static void Remove(const wchar_t* path);
 
 protected:
-    std::FILE* stream() const { return stream_.get(); }
+    std::FILE* stream() const { return m_stream.get(); }
 
 private:
     struct CloseStream {
         void operator()(std::FILE* stream) const { std::fclose(stream); }
     };
-    std::unique_ptr<std::FILE, CloseStream> stream_;
-    CString path_;
+    std::unique_ptr<std::FILE, CloseStream> m_stream;
+    CString m_path;
 };
 
 /// A file of lines in the ANSI code page. In text mode (no typeBinary) a line feed is written as carriage
@@ -104,5 +104,5 @@ public:
     void WriteString(const wchar_t* text);
 
 private:
-    bool textMode_ = true;
+    bool m_textMode = true;
 };

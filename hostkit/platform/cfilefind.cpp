@@ -2,7 +2,7 @@
 
 #include "casefold.h"
 #include "systempath.h"
-#include "windows.h"
+#include "winbase.h"
 
 #include <algorithm>
 #include <dirent.h>
@@ -24,7 +24,7 @@ bool CFileFind::appendEntry(const std::string& directory, const std::string& nam
     const std::wstring wide = hostkit::pathFromSystem(name);
     if (wide.size() > 1 && wide[0] == L'.' && !isDots(wide)) attributes |= FILE_ATTRIBUTE_HIDDEN;
     const ULONGLONG length = S_ISDIR(status.st_mode) ? 0 : static_cast<ULONGLONG>(status.st_size);
-    entries_.push_back({wide, attributes, length, status.st_mtim.tv_sec});
+    m_entries.push_back({wide, attributes, length, status.st_mtim.tv_sec});
     return true;
 }
 
@@ -41,8 +41,8 @@ BOOL CFileFind::FindFile(const wchar_t* pattern, DWORD) {
     }
     std::string place = hostkit::mapPath(directory);
     if (!place.empty() && place.back() != '/') place += '/';
-    directory_ = CString(directory);
-    directory_.TrimRight(L"\\/");
+    m_directory = CString(directory);
+    m_directory.TrimRight(L"\\/");
 
     if (name.find_first_of(L"*?") == std::wstring_view::npos)
         return !name.empty() && appendEntry(place, hostkit::mapPath(name)) ? TRUE : FALSE;
@@ -53,27 +53,27 @@ BOOL CFileFind::FindFile(const wchar_t* pattern, DWORD) {
         if (hostkit::matchesWildcard(name, hostkit::pathFromSystem(entry->d_name)))
             appendEntry(place, entry->d_name);
     closedir(entries);
-    std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
+    std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
         if (isDots(a.name) != isDots(b.name)) return isDots(a.name);
         const int order = hostkit::compareFolded(a.name, b.name);
         return order != 0 ? order < 0 : a.name < b.name;
     });
-    return entries_.empty() ? FALSE : TRUE;
+    return m_entries.empty() ? FALSE : TRUE;
 }
 
 BOOL CFileFind::FindNextFile() {
-    if (next_ >= entries_.size()) return FALSE;
-    ++next_;
-    return next_ < entries_.size() ? TRUE : FALSE;
+    if (m_next >= m_entries.size()) return FALSE;
+    ++m_next;
+    return m_next < m_entries.size() ? TRUE : FALSE;
 }
 
 void CFileFind::Close() {
-    directory_.Empty();
-    entries_.clear();
-    next_ = 0;
+    m_directory.Empty();
+    m_entries.clear();
+    m_next = 0;
 }
 
-const CFileFind::Entry* CFileFind::current() const { return next_ == 0 ? nullptr : &entries_[next_ - 1]; }
+const CFileFind::Entry* CFileFind::current() const { return m_next == 0 ? nullptr : &m_entries[m_next - 1]; }
 
 CString CFileFind::GetFileName() const {
     return current() ? CString(std::wstring_view(current()->name)) : CString();
@@ -81,8 +81,8 @@ CString CFileFind::GetFileName() const {
 
 CString CFileFind::GetFilePath() const {
     if (!current()) return {};
-    if (directory_.IsEmpty()) return GetFileName();
-    return directory_ + L"\\" + GetFileName();
+    if (m_directory.IsEmpty()) return GetFileName();
+    return m_directory + L"\\" + GetFileName();
 }
 
 CString CFileFind::GetFileTitle() const {

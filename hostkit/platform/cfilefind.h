@@ -27,7 +27,7 @@ public:
     CString GetFilePath() const;
     /// The name without its last point and what follows.
     CString GetFileTitle() const;
-    CString GetRoot() const { return directory_; }
+    CString GetRoot() const { return m_directory; }
     ULONGLONG GetLength() const;
     /// Seconds since 1970-01-01 00:00 UTC.
     std::int64_t GetLastWriteSeconds() const;
@@ -48,7 +48,7 @@ private:
     const Entry* current() const;
     bool appendEntry(const std::string& directory, const std::string& name);
 
-    CString directory_;
-    std::vector<Entry> entries_;
-    std::size_t next_ = 0;
+    CString m_directory;
+    std::vector<Entry> m_entries;
+    std::size_t m_next = 0;
 };

@@ -38,30 +38,30 @@ class ChangeLock {
 public:
     explicit ChangeLock(const std::string& path) {
         makeDirectories(directoryOf(path));
-        descriptor_ = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        if (descriptor_ < 0) {
-            error_ = errno;
+        m_descriptor = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (m_descriptor < 0) {
+            m_error = errno;
             return;
         }
-        for (int attempt = 0; flock(descriptor_, LOCK_EX | LOCK_NB) != 0; ++attempt) {
-            error_ = errno;
+        for (int attempt = 0; flock(m_descriptor, LOCK_EX | LOCK_NB) != 0; ++attempt) {
+            m_error = errno;
             if ((errno != EWOULDBLOCK && errno != EINTR) || attempt == lockAttempts) return;
             usleep(lockPause);
         }
-        error_ = 0;
+        m_error = 0;
     }
     ~ChangeLock() {
-        if (descriptor_ >= 0) close(descriptor_);
+        if (m_descriptor >= 0) close(m_descriptor);
     }
     ChangeLock(const ChangeLock&) = delete;
     ChangeLock& operator=(const ChangeLock&) = delete;
 
-    int error() const { return error_; }
-    bool isBusy() const { return error_ == EWOULDBLOCK; }
+    int error() const { return m_error; }
+    bool isBusy() const { return m_error == EWOULDBLOCK; }
 
 private:
-    int descriptor_ = -1;
-    int error_ = 0;
+    int m_descriptor = -1;
+    int m_error = 0;
 };
 
 LONG statusOf(int error) {
@@ -79,24 +79,24 @@ bool copyFile(const std::string& from, const std::string& to) {
 } // namespace
 
 FileRegistryStore::FileRegistryStore(std::string path, ProblemSink problems)
-    : path_(std::move(path))
-    , problems_(std::move(problems))
-    , tree_(std::make_unique<RegistryTree>()) {}
+    : m_path(std::move(path))
+    , m_problems(std::move(problems))
+    , m_tree(std::make_unique<RegistryTree>()) {}
 
 FileRegistryStore::~FileRegistryStore() = default;
 
-std::wstring FileRegistryStore::name() const { return pathFromSystem(path_); }
+std::wstring FileRegistryStore::name() const { return pathFromSystem(m_path); }
 
 // A fault that lasts is not told again at each access.
 void FileRegistryStore::tell(const std::wstring& text) {
-    if (text == lastTold_) return;
-    lastTold_ = text;
-    if (problems_) problems_(text);
+    if (text == m_lastTold) return;
+    m_lastTold = text;
+    if (m_problems) m_problems(text);
 }
 
 FileRegistryStore::Stamp FileRegistryStore::stampOfFile() const {
     struct stat status;
-    if (stat(path_.c_str(), &status) != 0) return {};
+    if (stat(m_path.c_str(), &status) != 0) return {};
     const std::int64_t modified =
         std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
     return {true, status.st_dev, status.st_ino, status.st_size, modified};
@@ -111,45 +111,45 @@ void FileRegistryStore::tellAll(const std::vector<RegistryTextProblem>& problems
 }
 
 const RegistryTree& FileRegistryStore::read() {
-    if (stampOfFile() != stamp_) load();
-    return *tree_;
+    if (stampOfFile() != m_stamp) load();
+    return *m_tree;
 }
 
 void FileRegistryStore::load() {
     const Stamp stamp =
         stampOfFile(); // taken before the content, so that a change in between is seen next time
-    const bool isNews = stamp != stamp_;
+    const bool isNews = stamp != m_stamp;
     auto tree = std::make_unique<RegistryTree>();
     std::string content;
-    state_ = State::good;
-    if (!readWholeFile(path_, content, largestFile)) {
+    m_state = State::good;
+    if (!readWholeFile(m_path, content, largestFile)) {
         const int error = errno;
         if (error != ENOENT && error != ENOTDIR) {
-            state_ = State::unreadable;
+            m_state = State::unreadable;
             if (isNews) tell(name() + L": the registry cannot be read: " + systemText(error));
         }
     }
     const std::vector<RegistryTextProblem> problems = readRegistryText(content, *tree);
-    if (!problems.empty()) state_ = State::damaged;
+    if (!problems.empty()) m_state = State::damaged;
     if (isNews) tellAll(problems);
-    tree_ = std::move(tree);
-    stamp_ = stamp;
+    m_tree = std::move(tree);
+    m_stamp = stamp;
 }
 
 bool FileRegistryStore::keepAside() {
     for (int number = 1; number < 10000; ++number) {
-        const std::string aside = path_ + ".damaged-" + std::to_string(number);
+        const std::string aside = m_path + ".damaged-" + std::to_string(number);
         struct stat status;
         if (lstat(aside.c_str(), &status) == 0) {
             // Kept by an earlier change that could not be written in the end.
-            if (status.st_dev == stamp_.device && status.st_ino == stamp_.inode) return true;
+            if (status.st_dev == m_stamp.device && status.st_ino == m_stamp.inode) return true;
             continue;
         }
         // A second name for the same file: at no moment is there neither. Some file systems have no second
         // names.
-        if (link(path_.c_str(), aside.c_str()) != 0) {
+        if (link(m_path.c_str(), aside.c_str()) != 0) {
             if (errno == EEXIST) continue;
-            if (!copyFile(path_, aside)) break;
+            if (!copyFile(m_path, aside)) break;
         }
         tell(name() + L": the damaged file is kept as " + pathFromSystem(aside) +
              L"; what can be read of it stays in use");
@@ -160,7 +160,7 @@ bool FileRegistryStore::keepAside() {
 }
 
 LONG FileRegistryStore::apply(const RegistryChange& change) {
-    const ChangeLock lock(path_);
+    const ChangeLock lock(m_path);
     if (lock.error() != 0) {
         tell(name() + L": the registry cannot be locked: " + systemText(lock.error()));
         return lock.isBusy() ? ERROR_LOCK_VIOLATION : statusOf(lock.error());
@@ -168,26 +168,26 @@ LONG FileRegistryStore::apply(const RegistryChange& change) {
     // The stamp may miss a change within one tick of the file system's clock; under the lock the content
     // counts.
     load();
-    const LONG result = applyToTree(*tree_, change);
+    const LONG result = applyToTree(*m_tree, change);
     if (result != ERROR_SUCCESS) return result;
-    const bool mayReplace = state_ == State::good || (state_ == State::damaged && keepAside());
-    const LONG saved = mayReplace ? save(*tree_) : ERROR_ACCESS_DENIED;
+    const bool mayReplace = m_state == State::good || (m_state == State::damaged && keepAside());
+    const LONG saved = mayReplace ? save(*m_tree) : ERROR_ACCESS_DENIED;
     if (saved == ERROR_SUCCESS)
-        state_ = State::good;
+        m_state = State::good;
     else
         load(); // the change is not to be seen
     return saved;
 }
 
 LONG FileRegistryStore::save(const RegistryTree& tree) {
-    AtomicFile file(path_);
+    AtomicFile file(m_path);
     file.write(writeRegistryText(tree));
     if (!file.commit()) {
         const int error = file.error();
         tell(name() + L": the registry cannot be written: " + systemText(error));
         return statusOf(error);
     }
-    stamp_ = stampOfFile();
+    m_stamp = stampOfFile();
     return ERROR_SUCCESS;
 }
 

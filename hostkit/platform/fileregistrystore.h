@@ -36,7 +36,7 @@ public:
     /// than thirty seconds.
     LONG apply(const RegistryChange& change) override;
 
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return m_path; }
     /// $XDG_CONFIG_HOME/vexotools/registry.txt, or the same below $HOME/.config; nothing without either.
     static std::optional<std::string> defaultPath();
 
@@ -63,12 +63,12 @@ private:
     void tellAll(const std::vector<RegistryTextProblem>& problems);
     std::wstring name() const;
 
-    std::string path_;
-    ProblemSink problems_;
-    std::unique_ptr<RegistryTree> tree_;
-    Stamp stamp_;
-    State state_ = State::good;
-    std::wstring lastTold_;
+    std::string m_path;
+    ProblemSink m_problems;
+    std::unique_ptr<RegistryTree> m_tree;
+    Stamp m_stamp;
+    State m_state = State::good;
+    std::wstring m_lastTold;
 };
 
 /// The registry of the user who runs the process: the file at the default path, or, where there is no home

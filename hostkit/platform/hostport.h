@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <typeindex>
 
 namespace hostkit {
 
-class Desktop;
 class OutputFiles;
 class RegistryStore;
 struct ShownWindow;
@@ -46,18 +47,22 @@ public:
     virtual void meterStep(int position);
     virtual void meterStop();
 
-    /// A modal box; flags and result are those of MessageBoxW. Headless: the refusing button of the flags.
-    virtual int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags);
     /// A modal window stands there and waits; tells what is done at it next. Asked again until the window has
-    /// closed itself. Headless: WindowAction::refuse. A window that stays when it has been refused twice in a
-    /// row is closed as cancelled, so that nothing waits for ever.
-    virtual WindowAction askWindow(const ShownWindow& window);
-    /// The screen's size and the sizes of what stands on it, by the platform's SM numbers; 0 for a number
-    /// that is not known. Headless: a screen of 1920 by 1080, a caption of 19, frames of 3, edges of 2,
-    /// borders of 1, caption buttons of 18, icons of 32 and small ones of 16.
-    virtual int systemMetric(int number) const;
-    /// The windows of this port.
-    Desktop& desktop();
+    /// closed itself. False, with the action as it was, where nobody is there: the window is refused. One
+    /// that stays when it has been refused twice in a row is closed as cancelled, so that nothing waits for
+    /// ever. Headless: false.
+    virtual bool askWindow(const ShownWindow& window, WindowAction& action);
+    /// The screen's size and the sizes of what stands on it, by the platform's SM numbers; nothing for a
+    /// number that the port leaves to GetSystemMetrics. Headless: nothing.
+    virtual std::optional<int> systemMetric(int number) const;
+    /// What a layer above keeps with the port for as long as it lives (its windows, say), one of each type;
+    /// made when it is first asked for.
+    template <class T>
+    T& kept() {
+        std::shared_ptr<void>& found = m_kept[typeid(T)];
+        if (!found) found = std::make_shared<T>();
+        return *static_cast<T*>(found.get());
+    }
 
     /// What only a developer should see. Headless: dropped.
     virtual void debugOutput(std::wstring_view text);
@@ -88,10 +93,10 @@ public:
     virtual std::string driveRoot(wchar_t letter) const;
 
 private:
-    std::unique_ptr<RegistryStore> registry_;
-    std::unique_ptr<Desktop> desktop_;
-    std::unique_ptr<OutputFiles> outputs_;
-    std::map<std::wstring, std::wstring, std::less<>> environment_;
+    std::unique_ptr<RegistryStore> m_registry;
+    std::map<std::type_index, std::shared_ptr<void>> m_kept;
+    std::unique_ptr<OutputFiles> m_outputs;
+    std::map<std::wstring, std::wstring, std::less<>> m_environment;
 };
 
 /// The port in use; never null. Where none was set, a headless one that lives as long as the process.
@@ -107,16 +112,7 @@ public:
     ScopedPort& operator=(const ScopedPort&) = delete;
 
 private:
-    HostPort* previous_;
+    HostPort* m_previous;
 };
-
-/// The button that a person gets by pressing Enter: the one that the MB_DEFBUTTON flag names among those of
-/// the type.
-[[nodiscard]] int defaultButton(unsigned flags);
-/// The button that changes least, which is taken where nobody is there: Cancel, else No, else Abort, else the
-/// only one.
-[[nodiscard]] int refusingButton(unsigned flags);
-/// The ids of the type's buttons in order, ended by 0.
-[[nodiscard]] const int* buttonsOfBox(unsigned flags);
 
 } // namespace hostkit

@@ -16,29 +16,29 @@ std::uintptr_t firstHandle() {
 } // namespace
 
 RegistryStore::RegistryStore()
-    : nextHandle_(firstHandle()) {}
+    : m_nextHandle(firstHandle()) {}
 RegistryStore::~RegistryStore() = default;
 
 void RegistryStore::setReadOnly(RegistryHive hive, bool readOnly) {
-    readOnly_[static_cast<int>(hive)] = readOnly;
+    m_readOnly[static_cast<int>(hive)] = readOnly;
 }
 
-bool RegistryStore::isReadOnly(RegistryHive hive) const { return readOnly_[static_cast<int>(hive)]; }
+bool RegistryStore::isReadOnly(RegistryHive hive) const { return m_readOnly[static_cast<int>(hive)]; }
 
 HKEY RegistryStore::openHandle(OpenKey key) {
-    const std::uintptr_t handle = nextHandle_;
-    nextHandle_ += 4;
-    handles_.emplace(handle, std::move(key));
+    const std::uintptr_t handle = m_nextHandle;
+    m_nextHandle += 4;
+    m_handles.emplace(handle, std::move(key));
     return reinterpret_cast<HKEY>(handle);
 }
 
 const RegistryStore::OpenKey* RegistryStore::fromHandle(HKEY handle) const {
-    const auto found = handles_.find(reinterpret_cast<std::uintptr_t>(handle));
-    return found == handles_.end() ? nullptr : &found->second;
+    const auto found = m_handles.find(reinterpret_cast<std::uintptr_t>(handle));
+    return found == m_handles.end() ? nullptr : &found->second;
 }
 
 bool RegistryStore::closeHandle(HKEY handle) {
-    return handles_.erase(reinterpret_cast<std::uintptr_t>(handle)) != 0;
+    return m_handles.erase(reinterpret_cast<std::uintptr_t>(handle)) != 0;
 }
 
 LONG RegistryStore::applyToTree(RegistryTree& tree, const RegistryChange& change) {

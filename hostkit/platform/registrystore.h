@@ -52,7 +52,7 @@ public:
     HKEY openHandle(OpenKey key);
     const OpenKey* fromHandle(HKEY handle) const;
     bool closeHandle(HKEY handle);
-    std::size_t openHandleCount() const { return handles_.size(); }
+    std::size_t openHandleCount() const { return m_handles.size(); }
 
 protected:
     /// What apply does to a tree in memory: ERROR_SUCCESS, ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED (a key
@@ -60,20 +60,20 @@ protected:
     static LONG applyToTree(RegistryTree& tree, const RegistryChange& change);
 
 private:
-    std::map<std::uintptr_t, OpenKey> handles_;
-    std::uintptr_t nextHandle_;
-    bool readOnly_[registryHiveCount] = {};
+    std::map<std::uintptr_t, OpenKey> m_handles;
+    std::uintptr_t m_nextHandle;
+    bool m_readOnly[registryHiveCount] = {};
 };
 
 /// A store that lives as long as the object.
 class MemoryRegistryStore final : public RegistryStore {
 public:
-    const RegistryTree& read() override { return tree_; }
+    const RegistryTree& read() override { return m_tree; }
     bool isLasting() const override { return false; }
-    LONG apply(const RegistryChange& change) override { return applyToTree(tree_, change); }
+    LONG apply(const RegistryChange& change) override { return applyToTree(m_tree, change); }
 
 private:
-    RegistryTree tree_;
+    RegistryTree m_tree;
 };
 
 } // namespace hostkit

@@ -50,24 +50,24 @@ int hexadecimalDigit(wchar_t character) {
 class Line {
 public:
     explicit Line(std::wstring_view rest)
-        : rest_(rest) {}
+        : m_rest(rest) {}
 
     void skipBlanks() {
-        while (!rest_.empty() && (rest_[0] == L' ' || rest_[0] == L'\t')) rest_.remove_prefix(1);
+        while (!m_rest.empty() && (m_rest[0] == L' ' || m_rest[0] == L'\t')) m_rest.remove_prefix(1);
     }
-    bool isAtEnd() const { return rest_.empty(); }
+    bool isAtEnd() const { return m_rest.empty(); }
     bool take(std::wstring_view text) {
-        if (!rest_.starts_with(text)) return false;
-        rest_.remove_prefix(text.size());
+        if (!m_rest.starts_with(text)) return false;
+        m_rest.remove_prefix(text.size());
         return true;
     }
 
     std::optional<std::wstring> takeQuoted() {
         if (!take(L"\"")) return std::nullopt;
         std::wstring text;
-        while (!rest_.empty()) {
-            const wchar_t character = rest_[0];
-            rest_.remove_prefix(1);
+        while (!m_rest.empty()) {
+            const wchar_t character = m_rest[0];
+            m_rest.remove_prefix(1);
             if (character == L'"') return text;
             if (character != L'\\') {
                 text += character;
@@ -82,10 +82,10 @@ public:
     std::optional<std::uint64_t> takeHexadecimal(std::size_t mostDigits) {
         std::uint64_t number = 0;
         std::size_t digits = 0;
-        for (int digit; !rest_.empty() && (digit = hexadecimalDigit(rest_[0])) >= 0; ++digits) {
+        for (int digit; !m_rest.empty() && (digit = hexadecimalDigit(m_rest[0])) >= 0; ++digits) {
             if (digits == mostDigits) return std::nullopt;
             number = number << 4 | static_cast<unsigned>(digit);
-            rest_.remove_prefix(1);
+            m_rest.remove_prefix(1);
         }
         return digits ? std::optional(number) : std::nullopt;
     }
@@ -103,7 +103,7 @@ private:
         return true;
     }
 
-    std::wstring_view rest_;
+    std::wstring_view m_rest;
 };
 
 constexpr const wchar_t* notAValue = L"the value is neither text, dword:, qword:, expand: nor hex(type):";
@@ -111,22 +111,22 @@ constexpr const wchar_t* notAValue = L"the value is neither text, dword:, qword:
 class TextReader {
 public:
     explicit TextReader(RegistryTree& tree)
-        : tree_(tree) {}
+        : m_tree(tree) {}
 
     std::vector<RegistryTextProblem> run(std::string_view text) {
         if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
         while (!text.empty()) {
             const std::size_t end = text.find('\n');
-            ++line_;
+            ++m_line;
             readLine(text.substr(0, end));
             if (end == std::string_view::npos) break;
             text.remove_prefix(end + 1);
         }
-        return std::move(problems_);
+        return std::move(m_problems);
     }
 
 private:
-    void tell(const wchar_t* reason) { problems_.push_back({line_, reason}); }
+    void tell(const wchar_t* reason) { m_problems.push_back({m_line, reason}); }
 
     void readLine(std::string_view bytes) {
         if (bytes.ends_with('\r')) bytes.remove_suffix(1);
@@ -138,7 +138,7 @@ private:
         const bool isKey = line.take(L"[");
         if (fault || text.find(L'\0') != std::wstring::npos) {
             tell(fault ? L"the line is not UTF-8 text" : L"the line holds a NUL character");
-            if (isKey) key_ = nullptr, keyIsBad_ = true;
+            if (isKey) m_key = nullptr, m_keyIsBad = true;
             return;
         }
         if (isKey)
@@ -148,8 +148,8 @@ private:
     }
 
     void readKey(std::wstring_view text) {
-        key_ = nullptr;
-        keyIsBad_ = true;
+        m_key = nullptr;
+        m_keyIsBad = true;
         const std::size_t start = text.find(L'[') + 1;
         const std::size_t end = text.find_last_not_of(L" \t");
         if (text[end] != L']' || end < start) return tell(L"a key line has to end with ]");
@@ -159,9 +159,9 @@ private:
             const std::wstring_view name = nameOfHive(hive);
             const std::wstring_view first = path.substr(0, path.find(L'\\'));
             if (!equalFolded(name, first)) continue;
-            key_ = tree_.make(hive, path.substr(name.size()));
-            keyIsBad_ = key_ == nullptr;
-            return keyIsBad_ ? tell(L"the key's name is none that a key can have") : void();
+            m_key = m_tree.make(hive, path.substr(name.size()));
+            m_keyIsBad = m_key == nullptr;
+            return m_keyIsBad ? tell(L"the key's name is none that a key can have") : void();
         }
         tell(L"the key does not begin with the name of a hive, such as HKEY_CURRENT_USER");
     }
@@ -177,8 +177,8 @@ private:
         if (!value) return tell(notAValue);
         line.skipBlanks();
         if (!line.isAtEnd()) return tell(L"something stands behind the value");
-        if (!key_) return keyIsBad_ ? void() : tell(L"the value stands under no [key]");
-        key_->values[*name] = std::move(*value);
+        if (!m_key) return m_keyIsBad ? void() : tell(L"the value stands under no [key]");
+        m_key->values[*name] = std::move(*value);
     }
 
     static std::optional<RegistryValue> takeValue(Line& line) {
@@ -213,11 +213,11 @@ private:
         return value;
     }
 
-    RegistryTree& tree_;
-    RegistryKey* key_ = nullptr;
-    bool keyIsBad_ = false;
-    std::size_t line_ = 0;
-    std::vector<RegistryTextProblem> problems_;
+    RegistryTree& m_tree;
+    RegistryKey* m_key = nullptr;
+    bool m_keyIsBad = false;
+    std::size_t m_line = 0;
+    std::vector<RegistryTextProblem> m_problems;
 };
 
 // --- Writing -----------------------------------------------------------------------------------------------

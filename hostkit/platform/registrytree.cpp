@@ -20,7 +20,7 @@ std::vector<std::wstring_view> partsOfKeyPath(std::wstring_view path) {
 }
 
 RegistryTree::RegistryTree() {
-    for (auto& hive : hives_) hive = std::make_unique<RegistryKey>();
+    for (auto& hive : m_hives) hive = std::make_unique<RegistryKey>();
 }
 
 bool RegistryTree::isKeyName(std::wstring_view name) {
@@ -34,7 +34,7 @@ bool RegistryTree::isKeyName(std::wstring_view name) {
 }
 
 const RegistryKey* RegistryTree::find(RegistryHive hive, std::wstring_view path) const {
-    const RegistryKey* key = hives_[static_cast<int>(hive)].get();
+    const RegistryKey* key = m_hives[static_cast<int>(hive)].get();
     for (const std::wstring_view part : partsOfKeyPath(path)) {
         const auto below = key->keys.find(part);
         if (below == key->keys.end()) return nullptr;
@@ -52,7 +52,7 @@ RegistryKey* RegistryTree::make(RegistryHive hive, std::wstring_view path) {
     if (parts.size() > maximumDepth) return nullptr;
     for (const std::wstring_view part : parts)
         if (!isKeyName(part)) return nullptr;
-    RegistryKey* key = hives_[static_cast<int>(hive)].get();
+    RegistryKey* key = m_hives[static_cast<int>(hive)].get();
     for (const std::wstring_view part : parts) {
         auto below = key->keys.find(part);
         if (below == key->keys.end())
@@ -65,7 +65,7 @@ RegistryKey* RegistryTree::make(RegistryHive hive, std::wstring_view path) {
 bool RegistryTree::remove(RegistryHive hive, std::wstring_view path) {
     const std::vector<std::wstring_view> parts = partsOfKeyPath(path);
     if (parts.empty()) return false;
-    RegistryKey* parent = hives_[static_cast<int>(hive)].get();
+    RegistryKey* parent = m_hives[static_cast<int>(hive)].get();
     for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
         const auto below = parent->keys.find(parts[i]);
         if (below == parent->keys.end()) return false;

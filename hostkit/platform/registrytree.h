@@ -51,7 +51,7 @@ public:
     static bool isKeyName(std::wstring_view name);
 
 private:
-    std::unique_ptr<RegistryKey> hives_[registryHiveCount];
+    std::unique_ptr<RegistryKey> m_hives[registryHiveCount];
 };
 
 /// The parts of a path, empty ones dropped.

@@ -1,7 +1,7 @@
 #include "tlhelp32.h"
 
 #include "systempath.h"
-#include "windows.h"
+#include "winbase.h"
 
 #include <algorithm>
 #include <charconv>

@@ -72,29 +72,29 @@ const PageNames& namesOf(CodePage page) {
 class Converter {
 public:
     Converter(const char* to, const char* from)
-        : handle_(iconv_open(to, from)) {}
+        : m_handle(iconv_open(to, from)) {}
     ~Converter() {
-        if (isOpen()) iconv_close(handle_);
+        if (isOpen()) iconv_close(m_handle);
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
-    bool isOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+    bool isOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
 
     // Bytes written for one character's input, 0 when it converts to nothing that is whole.
     std::size_t convert(const char* input, std::size_t size, char* output, std::size_t room) {
         char* in = const_cast<char*>(input);
         char* out = output;
         std::size_t left = room;
-        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-        if (iconv(handle_, &in, &size, &out, &left) == static_cast<std::size_t>(-1) || size != 0) return 0;
+        iconv(m_handle, nullptr, nullptr, nullptr, nullptr);
+        if (iconv(m_handle, &in, &size, &out, &left) == static_cast<std::size_t>(-1) || size != 0) return 0;
         // Some pages hold a letter back to join it with a mark that may follow; here each character stands
         // alone.
-        if (iconv(handle_, nullptr, nullptr, &out, &left) == static_cast<std::size_t>(-1)) return 0;
+        if (iconv(m_handle, nullptr, nullptr, &out, &left) == static_cast<std::size_t>(-1)) return 0;
         return room - left;
     }
 
 private:
-    iconv_t handle_;
+    iconv_t m_handle;
 };
 
 // A code page as two tables, filled once from the system's converter.

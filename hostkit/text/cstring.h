@@ -28,9 +28,9 @@ public:
         : CString(character, 1) {}
     explicit CString(const char* ansiText);
     explicit CString(std::wstring_view text)
-        : text_(text) {}
+        : m_text(text) {}
     explicit CString(std::wstring&& text) noexcept
-        : text_(std::move(text)) {}
+        : m_text(std::move(text)) {}
     ~CString() = default;
 
     CString& operator=(const CString&) = default;
@@ -39,9 +39,9 @@ public:
     CString& operator=(wchar_t character);
     CString& operator=(const char* ansiText);
 
-    int GetLength() const { return static_cast<int>(text_.size()); }
-    bool IsEmpty() const { return text_.empty(); }
-    void Empty() { text_.clear(); }
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    void Empty() { m_text.clear(); }
     wchar_t GetAt(int index) const;
     /// Does nothing outside the text.
     void SetAt(int index, wchar_t character);
@@ -49,9 +49,9 @@ public:
     wchar_t operator[](Index index) const {
         return GetAt(static_cast<int>(index));
     }
-    operator const wchar_t*() const { return text_.c_str(); }
-    const wchar_t* GetString() const { return text_.c_str(); }
-    std::wstring_view view() const { return text_; }
+    operator const wchar_t*() const { return m_text.c_str(); }
+    const wchar_t* GetString() const { return m_text.c_str(); }
+    std::wstring_view view() const { return m_text; }
 
     CString& operator+=(const CString& text);
     CString& operator+=(const wchar_t* text);
@@ -109,12 +109,12 @@ public:
     template <class... Arguments>
     void Format(const wchar_t* format, const Arguments&... arguments) {
         const hostkit::FormatArgument list[] = {argumentOf(arguments)..., hostkit::FormatArgument()};
-        text_ = hostkit::formatText(format, list, sizeof...(arguments));
+        m_text = hostkit::formatText(format, list, sizeof...(arguments));
     }
     template <class... Arguments>
     void AppendFormat(const wchar_t* format, const Arguments&... arguments) {
         const hostkit::FormatArgument list[] = {argumentOf(arguments)..., hostkit::FormatArgument()};
-        text_ += hostkit::formatText(format, list, sizeof...(arguments));
+        m_text += hostkit::formatText(format, list, sizeof...(arguments));
     }
     void FormatV(const wchar_t* format, va_list arguments);
 
@@ -126,10 +126,10 @@ public:
     void ReleaseBuffer(int length = -1);
     void Preallocate(int length);
 
-    friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
+    friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
     friend bool operator==(const CString& a, const wchar_t* b) { return a.Compare(b) == 0; }
     friend std::strong_ordering operator<=>(const CString& a, const CString& b) {
-        return a.text_ <=> b.text_;
+        return a.m_text <=> b.m_text;
     }
     friend std::strong_ordering operator<=>(const CString& a, const wchar_t* b) { return a.Compare(b) <=> 0; }
 
@@ -140,7 +140,7 @@ private:
         return {value};
     }
 
-    std::wstring text_;
+    std::wstring m_text;
 };
 
 CString operator+(const CString& a, const CString& b);

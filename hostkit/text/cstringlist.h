@@ -8,9 +8,9 @@
 /// An array of texts that grows. An index outside is answered with the empty text and changes nothing.
 class CStringArray {
 public:
-    int GetSize() const { return static_cast<int>(items_.size()); }
+    int GetSize() const { return static_cast<int>(m_items.size()); }
     int GetCount() const { return GetSize(); }
-    bool IsEmpty() const { return items_.empty(); }
+    bool IsEmpty() const { return m_items.empty(); }
     const CString& GetAt(int index) const;
     CString& operator[](int index);
     const CString& operator[](int index) const { return GetAt(index); }
@@ -20,14 +20,14 @@ public:
     int Add(const CString& text);
     void InsertAt(int index, const CString& text);
     void RemoveAt(int index, int count = 1);
-    void RemoveAll() { items_.clear(); }
+    void RemoveAll() { m_items.clear(); }
     void SetSize(int size);
-    void Copy(const CStringArray& other) { items_ = other.items_; }
+    void Copy(const CStringArray& other) { m_items = other.m_items; }
     void Append(const CStringArray& other);
 
 private:
-    std::vector<CString> items_;
-    CString outside_;
+    std::vector<CString> m_items;
+    CString m_outside;
 };
 
 /// A place in a list; null is no place.
@@ -42,19 +42,19 @@ public:
     CStringList& operator=(const CStringList&) = delete;
     ~CStringList();
 
-    int GetCount() const { return count_; }
-    int GetSize() const { return count_; }
-    bool IsEmpty() const { return count_ == 0; }
+    int GetCount() const { return m_count; }
+    int GetSize() const { return m_count; }
+    bool IsEmpty() const { return m_count == 0; }
     /// The list is not empty.
-    const CString& GetHead() const { return head_->text; }
-    const CString& GetTail() const { return tail_->text; }
+    const CString& GetHead() const { return m_head->text; }
+    const CString& GetTail() const { return m_tail->text; }
     POSITION AddHead(const CString& text);
     POSITION AddTail(const CString& text);
     CString RemoveHead();
     CString RemoveTail();
     void RemoveAll();
-    POSITION GetHeadPosition() const { return head_; }
-    POSITION GetTailPosition() const { return tail_; }
+    POSITION GetHeadPosition() const { return m_head; }
+    POSITION GetTailPosition() const { return m_tail; }
     CString& GetNext(POSITION& position);
     const CString& GetNext(POSITION& position) const;
     CString& GetPrev(POSITION& position);
@@ -76,7 +76,7 @@ private:
     };
     Node* insert(const CString& text, Node* previous, Node* next);
 
-    Node* head_ = nullptr;
-    Node* tail_ = nullptr;
-    int count_ = 0;
+    Node* m_head = nullptr;
+    Node* m_tail = nullptr;
+    int m_count = 0;
 };

@@ -34,8 +34,8 @@ struct Conversion {
 class NumberLocale {
 public:
     NumberLocale()
-        : previous_(uselocale(plain())) {}
-    ~NumberLocale() { uselocale(previous_); }
+        : m_previous(uselocale(plain())) {}
+    ~NumberLocale() { uselocale(m_previous); }
     NumberLocale(const NumberLocale&) = delete;
     NumberLocale& operator=(const NumberLocale&) = delete;
 
@@ -44,7 +44,7 @@ private:
         static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
         return locale;
     }
-    locale_t previous_;
+    locale_t m_previous;
 };
 
 class ArgumentSource {
@@ -57,18 +57,18 @@ public:
 class TypedArguments final : public ArgumentSource {
 public:
     TypedArguments(const FormatArgument* arguments, std::size_t count)
-        : arguments_(arguments)
-        , left_(count) {}
+        : m_arguments(arguments)
+        , m_left(count) {}
     FormatArgument next(const Conversion&) override { return nextCount(); }
     FormatArgument nextCount() override {
-        if (left_ == 0) return {};
-        --left_;
-        return *arguments_++;
+        if (m_left == 0) return {};
+        --m_left;
+        return *m_arguments++;
     }
 
 private:
-    const FormatArgument* arguments_;
-    std::size_t left_;
+    const FormatArgument* m_arguments;
+    std::size_t m_left;
 };
 
 bool isIntegerLetter(wchar_t letter) { return letter != 0 && std::wcschr(L"diuxXo", letter) != nullptr; }
@@ -85,24 +85,24 @@ bool isNarrowText(const Conversion& conversion) {
 // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the constructor copies the list, which is not seen.
 class VariableArguments final : public ArgumentSource {
 public:
-    explicit VariableArguments(va_list arguments) { va_copy(arguments_, arguments); }
-    ~VariableArguments() override { va_end(arguments_); }
-    FormatArgument nextCount() override { return va_arg(arguments_, int); }
+    explicit VariableArguments(va_list arguments) { va_copy(m_arguments, arguments); }
+    ~VariableArguments() override { va_end(m_arguments); }
+    FormatArgument nextCount() override { return va_arg(m_arguments, int); }
     FormatArgument next(const Conversion& conversion) override {
         const wchar_t letter = conversion.letter;
-        if (isRealLetter(letter)) return va_arg(arguments_, double);
+        if (isRealLetter(letter)) return va_arg(m_arguments, double);
         if (letter == L's' || letter == L'S') {
-            if (isNarrowText(conversion)) return static_cast<const char*>(va_arg(arguments_, char*));
-            return static_cast<const wchar_t*>(va_arg(arguments_, wchar_t*));
+            if (isNarrowText(conversion)) return static_cast<const char*>(va_arg(m_arguments, char*));
+            return static_cast<const wchar_t*>(va_arg(m_arguments, wchar_t*));
         }
-        if (letter == L'p' || letter == L'n') return static_cast<const void*>(va_arg(arguments_, void*));
+        if (letter == L'p' || letter == L'n') return static_cast<const void*>(va_arg(m_arguments, void*));
         if (conversion.length == Length::bits64 && isIntegerLetter(letter))
-            return va_arg(arguments_, long long);
-        return va_arg(arguments_, int);
+            return va_arg(m_arguments, long long);
+        return va_arg(m_arguments, int);
     }
 
 private:
-    va_list arguments_;
+    va_list m_arguments;
 };
 
 // NOLINTEND(clang-analyzer-valist.Uninitialized)
@@ -110,22 +110,22 @@ private:
 class Formatter {
 public:
     Formatter(const wchar_t* format, ArgumentSource& arguments)
-        : at_(format)
-        , arguments_(arguments) {}
+        : m_at(format)
+        , m_arguments(arguments) {}
 
     std::wstring run() {
-        while (*at_) {
-            if (*at_ != L'%') {
-                const wchar_t* end = at_;
+        while (*m_at) {
+            if (*m_at != L'%') {
+                const wchar_t* end = m_at;
                 while (*end && *end != L'%') ++end;
-                result_.append(at_, end);
-                at_ = end;
+                m_result.append(m_at, end);
+                m_at = end;
                 continue;
             }
-            ++at_;
+            ++m_at;
             convert(parse());
         }
-        return std::move(result_);
+        return std::move(m_result);
     }
 
 private:
@@ -137,20 +137,20 @@ private:
             conversion.left = true;
             conversion.width = -conversion.width;
         }
-        if (*at_ == L'.') {
-            ++at_;
+        if (*m_at == L'.') {
+            ++m_at;
             conversion.precision = parseCount();
             conversion.hasPrecision = conversion.precision >= 0;
         }
         parseLength(conversion);
-        conversion.letter = *at_;
-        if (*at_) ++at_;
+        conversion.letter = *m_at;
+        if (*m_at) ++m_at;
         return conversion;
     }
 
     void parseFlags(Conversion& conversion) {
-        for (;; ++at_) {
-            switch (*at_) {
+        for (;; ++m_at) {
+            switch (*m_at) {
             case L'-':
                 conversion.left = true;
                 break;
@@ -173,9 +173,9 @@ private:
     }
 
     int parseCount() {
-        if (*at_ == L'*') {
-            ++at_;
-            const FormatArgument argument = arguments_.nextCount();
+        if (*m_at == L'*') {
+            ++m_at;
+            const FormatArgument argument = m_arguments.nextCount();
             if (argument.kind != FormatArgument::Kind::integer) return 0;
             const auto count = static_cast<std::int64_t>(argument.integer);
             return static_cast<int>(count < -largestCount  ? -largestCount
@@ -183,8 +183,8 @@ private:
                                                            : count);
         }
         int count = 0;
-        for (; *at_ >= L'0' && *at_ <= L'9'; ++at_)
-            if (count < largestCount) count = count * 10 + static_cast<int>(*at_ - L'0');
+        for (; *m_at >= L'0' && *m_at <= L'9'; ++m_at)
+            if (count < largestCount) count = count * 10 + static_cast<int>(*m_at - L'0');
         return count < largestCount ? count : largestCount;
     }
 
@@ -201,9 +201,9 @@ private:
         };
         for (const Prefix& prefix : prefixes) {
             const std::size_t size = std::wcslen(prefix.text);
-            if (std::wcsncmp(at_, prefix.text, size) != 0) continue;
+            if (std::wcsncmp(m_at, prefix.text, size) != 0) continue;
             conversion.length = prefix.length;
-            at_ += size;
+            m_at += size;
             return;
         }
     }
@@ -212,30 +212,30 @@ private:
         const wchar_t letter = conversion.letter;
         if (letter == 0) return;
         if (letter == L'%') {
-            result_ += L'%';
+            m_result += L'%';
         } else if (letter == L's' || letter == L'S') {
-            convertText(conversion, arguments_.next(conversion));
+            convertText(conversion, m_arguments.next(conversion));
         } else if (letter == L'c' || letter == L'C') {
-            convertCharacter(conversion, arguments_.next(conversion));
+            convertCharacter(conversion, m_arguments.next(conversion));
         } else if (isIntegerLetter(letter)) {
-            convertInteger(conversion, arguments_.next(conversion));
+            convertInteger(conversion, m_arguments.next(conversion));
         } else if (isRealLetter(letter)) {
-            convertReal(conversion, arguments_.next(conversion));
+            convertReal(conversion, m_arguments.next(conversion));
         } else if (letter == L'p') {
-            convertPointer(conversion, arguments_.next(conversion));
+            convertPointer(conversion, m_arguments.next(conversion));
         } else if (letter == L'n') {
-            arguments_.next(conversion); // writing through a format's argument is refused
+            m_arguments.next(conversion); // writing through a format's argument is refused
         } else {
-            result_ += letter;
+            m_result += letter;
         }
     }
 
     void pad(const Conversion& conversion, std::wstring_view text) {
         const std::size_t width = static_cast<std::size_t>(conversion.width);
         const std::size_t missing = text.size() < width ? width - text.size() : 0;
-        if (!conversion.left) result_.append(missing, L' ');
-        result_ += text;
-        if (conversion.left) result_.append(missing, L' ');
+        if (!conversion.left) m_result.append(missing, L' ');
+        m_result += text;
+        if (conversion.left) m_result.append(missing, L' ');
     }
 
     void convertText(const Conversion& conversion, const FormatArgument& argument) {
@@ -331,17 +331,17 @@ private:
             std::snprintf(buffer, sizeof buffer, format.c_str(), conversion.width, precision, value);
         if (size < 0) return;
         if (static_cast<std::size_t>(size) < sizeof buffer) {
-            result_.append(buffer, buffer + size);
+            m_result.append(buffer, buffer + size);
             return;
         }
         std::string large(static_cast<std::size_t>(size) + 1, '\0');
         std::snprintf(large.data(), large.size(), format.c_str(), conversion.width, precision, value);
-        result_.append(large.begin(), large.end() - 1);
+        m_result.append(large.begin(), large.end() - 1);
     }
 
-    const wchar_t* at_;
-    ArgumentSource& arguments_;
-    std::wstring result_;
+    const wchar_t* m_at;
+    ArgumentSource& m_arguments;
+    std::wstring m_result;
 };
 
 std::wstring formatFrom(const wchar_t* format, ArgumentSource& arguments) {

@@ -1,4 +1,5 @@
-// Formatted wide output: flags, widths, precisions, length prefixes and all value conversions, without %n and positions.
+// Formatted wide output: flags, widths, precisions, length prefixes and all value conversions, without %n and
+// positions.
 #pragma once
 
 #include <concepts>

@@ -244,7 +244,7 @@ TEST_F(Outputs, ThatCannotBeWrittenLeaveWhatStandsThere) {
 TEST_F(Outputs, AFileThatIsNoRegistryIsNotMadeOne) {
     const std::string texts[] = {readFile(floorDrawing), "; a script\nLAYERS\n", "{\"a\": [1]}\n",
                                  std::string("\0\1\2", 3), "\"Name\"=\"value\"\n"};
-    for (const std::string text : texts) {
+    for (const std::string& text : texts) {
         folder.write("other", text);
         for (const bool isEnvironment : {false, true}) {
             const Arguments named = {"--new", "--command", "LAYERS", "--registry", folder / "other"};

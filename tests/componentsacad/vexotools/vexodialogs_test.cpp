@@ -107,7 +107,7 @@ TEST_F(DialogTest, ABadFileNameIsRefusedAndAskedAgain) {
     for (const wchar_t* bad : {L"", L"a.b", L"a:b", L"\"a", L"a;", L"a,b", L"?", L"a=b"}) {
         VEXODlgSaveFile dialog;
         port.boxes.clear();
-        port.actions = {Do::write(nameEdit, bad), Do::click(IDOK), Do::type(L"Étage 1"),
+        port.actions = {Do::write(nameEdit, bad), Do::click(IDOK), Do::press(VK_RETURN), Do::type(L"Étage 1"),
                         Do::press(VK_RETURN)};
         EXPECT_EQ(dialog.DoModal(), IDOK);
         ASSERT_EQ(port.boxes.size(), 1u) << bad;

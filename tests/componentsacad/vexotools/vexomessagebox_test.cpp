@@ -73,10 +73,10 @@ TEST_F(MessageBoxTest, OwnerIsDisabledMeanwhileAndActiveAfterwards) {
     struct WatchingPort : hostkit::ScriptedPort {
         HWND owner = nullptr;
         bool wasEnabled = true;
-        Do askWindow(const ShownWindow& window) override {
+        bool askWindow(const ShownWindow& window, Do& action) override {
             wasEnabled = ::IsWindowEnabled(owner);
             EXPECT_EQ(::GetActiveWindow(), window.window);
-            return ScriptedPort::askWindow(window);
+            return ScriptedPort::askWindow(window, action);
         }
     } watching;
     const hostkit::ScopedPort use(watching);

@@ -1,8 +1,12 @@
-#include "afx.h"
 #include "atomicfile.h"
 #include "casefold.h"
+#include "cfile.h"
+#include "cfilefind.h"
+#include "cstringlist.h"
 #include "systempath.h"
+#include "tchar.h"
 #include "temporaryfolder.h"
+#include "winbase.h"
 
 #include <gtest/gtest.h>
 

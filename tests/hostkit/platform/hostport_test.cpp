@@ -1,7 +1,7 @@
 #include "afxdllx.h"
-#include "afxwin.h"
 #include "scriptedport.h"
 #include "systempath.h"
+#include "winbase.h"
 
 #include <gtest/gtest.h>
 
@@ -30,32 +30,6 @@ TEST(HostPort, IsHeadlessUntilOneIsSetAndComesBackInOrder) {
     }
     EXPECT_TRUE(outer.debug.empty());
     EXPECT_EQ(currentPort(), headless);
-}
-
-TEST(HostPort, BoxesAreAskedAndAnsweredByWhatChangesLeastWhereNobodyIs) {
-    const std::tuple<UINT, int, int> cases[] = {{MB_OK, IDOK, IDOK},
-                                                {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL, IDCANCEL},
-                                                {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDABORT, IDIGNORE},
-                                                {MB_YESNOCANCEL, IDCANCEL, IDYES},
-                                                {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO, IDNO},
-                                                {MB_RETRYCANCEL, IDCANCEL, IDRETRY},
-                                                {MB_OK | MB_DEFBUTTON3, IDOK, IDOK},
-                                                {0xF, IDOK, IDOK}};
-    for (const auto& [flags, refusal, enter] : cases) {
-        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, flags), refusal) << flags;
-        EXPECT_EQ(defaultButton(flags), enter) << flags;
-    }
-
-    ScriptedPort port;
-    const ScopedPort use(port);
-    port.buttons = {IDNO};
-    EXPECT_EQ(MessageBoxW(nullptr, L"é?", L"Dalle", MB_YESNO), IDNO);
-    AfxSetAppName(L"ordane");
-    EXPECT_EQ(AfxMessageBox(L"fault"), IDOK);
-    ASSERT_EQ(port.boxes.size(), 2u);
-    EXPECT_EQ(port.boxes[0].text + L"|" + port.boxes[0].caption, L"é?|Dalle");
-    EXPECT_EQ(port.boxes[1].flags, MB_ICONEXCLAMATION);
-    EXPECT_EQ(port.boxes[1].caption, L"ordane");
 }
 
 TEST(HostPort, KeepsEnvironmentAndClockToItself) {

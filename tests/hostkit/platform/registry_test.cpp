@@ -2,8 +2,9 @@
 #include "fileregistrystore.h"
 #include "registrytext.h"
 #include "scriptedport.h"
+#include "tchar.h"
 #include "temporaryfolder.h"
-#include "windows.h"
+#include "winbase.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "systempath.h"
 #include "temporaryfolder.h"
 #include "tlhelp32.h"
-#include "windows.h"
+#include "winbase.h"
 
 #include <gtest/gtest.h>
 

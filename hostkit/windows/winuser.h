@@ -286,5 +286,42 @@ inline constexpr int SM_CXEDGE = 45;
 inline constexpr int SM_CYEDGE = 46;
 inline constexpr int SM_CXSMICON = 49;
 inline constexpr int SM_CYSMICON = 50;
-/// A value of the current port (hostkit::HostPort::systemMetric).
+/// A value of the current port (hostkit::HostPort::systemMetric). Where the port leaves it: a screen of 1920
+/// by 1080, a caption of 19, frames of 3, edges of 2, borders of 1, caption buttons of 18, icons of 32 and
+/// small ones of 16; 0 for a number that is not known.
 int GetSystemMetrics(int number);
+
+// --- Message boxes -----------------------------------------------------------------------------------------
+
+inline constexpr UINT MB_OK = 0x0;
+inline constexpr UINT MB_OKCANCEL = 0x1;
+inline constexpr UINT MB_ABORTRETRYIGNORE = 0x2;
+inline constexpr UINT MB_YESNOCANCEL = 0x3;
+inline constexpr UINT MB_YESNO = 0x4;
+inline constexpr UINT MB_RETRYCANCEL = 0x5;
+inline constexpr UINT MB_TYPEMASK = 0xF;
+inline constexpr UINT MB_ICONHAND = 0x10;
+inline constexpr UINT MB_ICONSTOP = MB_ICONHAND;
+inline constexpr UINT MB_ICONERROR = MB_ICONHAND;
+inline constexpr UINT MB_ICONQUESTION = 0x20;
+inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
+inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
+inline constexpr UINT MB_ICONINFORMATION = 0x40;
+inline constexpr UINT MB_ICONMASK = 0xF0;
+inline constexpr UINT MB_DEFBUTTON1 = 0x0;
+inline constexpr UINT MB_DEFBUTTON2 = 0x100;
+inline constexpr UINT MB_DEFBUTTON3 = 0x200;
+inline constexpr UINT MB_DEFMASK = 0xF00;
+
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+inline constexpr int IDABORT = 3;
+inline constexpr int IDRETRY = 4;
+inline constexpr int IDIGNORE = 5;
+inline constexpr int IDYES = 6;
+inline constexpr int IDNO = 7;
+
+/// Shows the system's own box, over the window that is modal now or the main one, until a button is taken,
+/// and returns its id; closing it is the refusing button (systembox.h). The button texts are French. A null
+/// text or caption counts as empty; the owner is not looked at.
+int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);

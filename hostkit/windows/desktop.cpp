@@ -41,7 +41,8 @@ Desktop::~Desktop() {
         if (record->object) record->object->windowGone();
 }
 
-Desktop& Desktop::current() { return currentPort()->desktop(); }
+Desktop& Desktop::current() { return of(*currentPort()); }
+Desktop& Desktop::of(HostPort& port) { return port.kept<Desktop>(); }
 
 WindowRecord* Desktop::find(HWND window) {
     const auto found = m_windows.find(window);

@@ -26,25 +26,24 @@ void ScriptedPort::meterStop() {
     if (!meters.empty()) meters.back().stopped = true;
 }
 
-int ScriptedPort::messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
-    boxes.push_back({std::wstring(text), std::wstring(caption), flags});
-    if (buttons.empty()) return refusingButton(flags);
-    const int button = buttons.front();
-    buttons.pop_front();
-    return button;
-}
-
-WindowAction ScriptedPort::askWindow(const ShownWindow& window) {
+bool ScriptedPort::askWindow(const ShownWindow& window, WindowAction& action) {
+    const bool isNew = windows.empty() || windows.back().window != window.window;
+    if (window.box && isNew) boxes.push_back({window.box->text, window.caption, window.box->flags});
     windows.push_back(window);
-    if (actions.empty()) return WindowAction::refuse();
-    WindowAction action = std::move(actions.front());
-    actions.pop_front();
-    return action;
+    if (!actions.empty()) {
+        action = std::move(actions.front());
+        actions.pop_front();
+        return true;
+    }
+    if (!window.box || buttons.empty()) return false;
+    action = WindowAction::click(buttons.front());
+    buttons.pop_front();
+    return true;
 }
 
-int ScriptedPort::systemMetric(int number) const {
+std::optional<int> ScriptedPort::systemMetric(int number) const {
     const auto found = metrics.find(number);
-    return found == metrics.end() ? HostPort::systemMetric(number) : found->second;
+    return found == metrics.end() ? std::nullopt : std::optional(found->second);
 }
 
 void ScriptedPort::debugOutput(std::wstring_view text) { debug.emplace_back(text); }

@@ -15,6 +15,7 @@ class CWnd;
 namespace hostkit {
 
 class Desktop;
+class HostPort;
 struct WindowRecord;
 
 /// What a kind of control does by itself. One lives in each of its windows.
@@ -59,6 +60,7 @@ struct WindowRecord {
     RECT place{}; ///< on the screen, or in the parent's client area
     HFONT font = nullptr;
     HICON icon = nullptr;
+    std::optional<ShownBox> box{};
     std::vector<HWND> children{}; ///< in tab order
     std::unique_ptr<ControlBehaviour> behaviour{};
     CWnd* object = nullptr;
@@ -79,6 +81,7 @@ public:
 
     /// That of the current port.
     static Desktop& current();
+    static Desktop& of(HostPort& port);
 
     /// Null for a handle that is no window here.
     WindowRecord* find(HWND window);

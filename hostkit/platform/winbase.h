@@ -1,44 +1,8 @@
-// Stand-in for the host's platform kit. Covers files, modules, clock, debug output and message boxes by their wide names, and with them windows and drawing; leaves out starting processes.
+// Stand-in for the host's base services. Covers files, modules, clock and debug output by their wide names; leaves out starting processes.
 #pragma once
 
-#include "tchar.h"
 #include "windowstypes.h"
 #include "winreg.h"
-#include "winuser.h"
-
-// --- Message boxes -----------------------------------------------------------------------------------------
-
-inline constexpr UINT MB_OK = 0x0;
-inline constexpr UINT MB_OKCANCEL = 0x1;
-inline constexpr UINT MB_ABORTRETRYIGNORE = 0x2;
-inline constexpr UINT MB_YESNOCANCEL = 0x3;
-inline constexpr UINT MB_YESNO = 0x4;
-inline constexpr UINT MB_RETRYCANCEL = 0x5;
-inline constexpr UINT MB_TYPEMASK = 0xF;
-inline constexpr UINT MB_ICONHAND = 0x10;
-inline constexpr UINT MB_ICONSTOP = MB_ICONHAND;
-inline constexpr UINT MB_ICONERROR = MB_ICONHAND;
-inline constexpr UINT MB_ICONQUESTION = 0x20;
-inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
-inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
-inline constexpr UINT MB_ICONINFORMATION = 0x40;
-inline constexpr UINT MB_ICONMASK = 0xF0;
-inline constexpr UINT MB_DEFBUTTON1 = 0x0;
-inline constexpr UINT MB_DEFBUTTON2 = 0x100;
-inline constexpr UINT MB_DEFBUTTON3 = 0x200;
-inline constexpr UINT MB_DEFMASK = 0xF00;
-
-inline constexpr int IDOK = 1;
-inline constexpr int IDCANCEL = 2;
-inline constexpr int IDABORT = 3;
-inline constexpr int IDRETRY = 4;
-inline constexpr int IDIGNORE = 5;
-inline constexpr int IDYES = 6;
-inline constexpr int IDNO = 7;
-
-/// Asks the port of the current host. Returns the id of the button taken. A null text or caption counts as
-/// empty; the owner is not looked at.
-int MessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption, UINT flags);
 
 // --- Debug output and clock --------------------------------------------------------------------------------
 

@@ -3,6 +3,8 @@
 
 #include "painting.h"
 
+#include <optional>
+
 namespace hostkit {
 
 /// One thing that a person does at a window. `refuse` is what closing the window means: the Cancel, the No,
@@ -51,10 +53,17 @@ struct ShownControl {
     int selected = -1;
 };
 
+/// What the system's own message box asks.
+struct ShownBox {
+    std::wstring text;
+    unsigned flags; ///< of MessageBoxW; its buttons are controls of their ids
+};
+
 /// A window as a person sees it: only what is visible.
 struct ShownWindow {
     HWND window = nullptr;
     std::wstring caption{};
+    std::optional<ShownBox> box{}; ///< where the window is one
     /// Lines that the window paints itself, from top to bottom.
     std::vector<std::wstring> lines{};
     std::vector<ShownControl> controls{};

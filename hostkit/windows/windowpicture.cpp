@@ -145,6 +145,7 @@ ShownWindow Desktop::show(HWND window) {
     if (!record) return shown;
     shown.window = window;
     shown.caption = record->text;
+    shown.box = record->box;
     shown.painting = paint(window);
     shown.lines = linesOf(shown.painting, window);
     record = find(window);

@@ -34,11 +34,11 @@ public:
     std::vector<std::wstring> debug;
     std::vector<std::wstring> problems;
 
-    /// Each time that a modal window waited, as it stood there.
+    /// Each time that a modal window waited, as it stood there; message boxes too.
     std::vector<ShownWindow> windows;
 
-    /// What is answered: lines until none is left, then Input::end; buttons until none is left, then the
-    /// refusing button; at windows one action after the other, then the refusal.
+    /// What is answered: lines until none is left, then Input::end; at windows one action after the other, at
+    /// message boxes when none is left the next button, then the refusal.
     std::deque<std::wstring> lines;
     std::deque<int> buttons;
     std::deque<WindowAction> actions;
@@ -57,9 +57,8 @@ public:
     void meterStart(std::wstring_view caption, int minimum, int maximum) override;
     void meterStep(int position) override;
     void meterStop() override;
-    int messageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) override;
-    WindowAction askWindow(const ShownWindow& window) override;
-    int systemMetric(int number) const override;
+    bool askWindow(const ShownWindow& window, WindowAction& action) override;
+    std::optional<int> systemMetric(int number) const override;
     void debugOutput(std::wstring_view text) override;
     void reportProblem(std::wstring_view text) override;
     std::int64_t now() const override;

@@ -1,13 +1,39 @@
 #include "systembox.h"
 
+#include "afxwin.h"
 #include "desktop.h"
-#include "hostport.h"
 
 #include <algorithm>
 #include <memory>
 #include <vector>
 
 namespace hostkit {
+
+const int* buttonsOfBox(unsigned flags) {
+    static constexpr int buttons[6][4] = {
+        {IDOK},        {IDOK, IDCANCEL},    {IDABORT, IDRETRY, IDIGNORE}, {IDYES, IDNO, IDCANCEL},
+        {IDYES, IDNO}, {IDRETRY, IDCANCEL},
+    };
+    const unsigned type = flags & MB_TYPEMASK;
+    return buttons[type > MB_RETRYCANCEL ? MB_OK : type];
+}
+
+int defaultButton(unsigned flags) {
+    const int* const buttons = buttonsOfBox(flags);
+    unsigned count = 0;
+    while (buttons[count]) ++count;
+    const unsigned wanted = (flags & MB_DEFMASK) >> 8;
+    return buttons[wanted < count ? wanted : 0];
+}
+
+int refusingButton(unsigned flags) {
+    const int* const buttons = buttonsOfBox(flags);
+    for (const int wanted : {IDCANCEL, IDNO, IDABORT})
+        for (const int* each = buttons; *each; ++each)
+            if (*each == wanted) return wanted;
+    return buttons[0];
+}
+
 namespace {
 
 constexpr LONG margin = 12;
@@ -118,6 +144,7 @@ bool SystemBox::makeWindow(HWND owner) {
     if (!CreateEx(WS_EX_CONTROLPARENT, L"#32770", m_caption, style, 0, 0, window.Width(), window.Height(),
                   owner, 0))
         return false;
+    Desktop::current().find(m_hWnd)->box = ShownBox{m_text.GetString(), m_flags};
     CRect place(margin, margin, margin + iconRoom, margin + textHeight);
     if (icon && !m_icon.Create(L"", WS_VISIBLE | SS_ICON, place, this)) return false;
     m_icon.SetIcon(icon);
@@ -158,9 +185,8 @@ BOOL SystemBox::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 } // namespace
 
-int runMessageBox(std::wstring_view text, std::wstring_view caption, unsigned flags) {
-    SystemBox box(text, caption, flags);
-    return box.DoModal();
-}
-
 } // namespace hostkit
+
+int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
+    return hostkit::SystemBox(text ? text : L"", caption ? caption : L"", flags).DoModal();
+}

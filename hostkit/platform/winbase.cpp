@@ -1,7 +1,8 @@
-#include "windows.h"
+#include "winbase.h"
 
 #include "hostport.h"
 #include "systempath.h"
+#include "tchar.h"
 
 #include <cerrno>
 #include <climits>
@@ -53,10 +54,6 @@ LONG errorOfMissing(const std::string& path, int systemError) {
 } // namespace
 
 // --- The port ----------------------------------------------------------------------------------------------
-
-int MessageBoxW(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
-    return hostkit::currentPort()->messageBox(viewOf(text), viewOf(caption), flags);
-}
 
 void OutputDebugStringW(const wchar_t* text) {
     if (text) hostkit::currentPort()->debugOutput(text);

@@ -63,7 +63,8 @@ int CWnd::RunModalLoop(DWORD) {
             EndModalLoop(IDCANCEL);
             break;
         }
-        const hostkit::WindowAction action = port.askWindow(desktop.show(window));
+        hostkit::WindowAction action;
+        if (!port.askWindow(desktop.show(window), action)) action = hostkit::WindowAction::refuse();
         refusals = action.kind == hostkit::WindowAction::Kind::refuse ? refusals + 1 : 0;
         std::wstring reason;
         if (!desktop.perform(window, action, reason)) port.reportProblem(nameOf(window) + L": " + reason);

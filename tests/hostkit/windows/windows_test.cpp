@@ -84,7 +84,7 @@ TEST_F(WindowTest, DestroyingTakesChildrenAndOwnedWindowsAndTellsTheirObjects) {
     EXPECT_EQ(owned.GetSafeHwnd(), nullptr);
     EXPECT_EQ(GetFocus(), nullptr);
     MSG message;
-    EXPECT_FALSE(port.desktop().take(message)) << "what waited for it goes with it";
+    EXPECT_FALSE(Desktop::of(port).take(message)) << "what waited for it goes with it";
 
     CWnd late;
     {
@@ -154,7 +154,7 @@ TEST_F(WindowTest, EditsTakeKeysTextAndLimits) {
     // What is shown of a text that is too long is its end, where the caret stands.
     const HWND narrow = makeChild(top, L"EDIT", stop, 2);
     for (int i = 0; i < 60; ++i) SendMessageW(narrow, WM_CHAR, static_cast<WPARAM>(L'0' + i % 10), 0);
-    const Painting painting = port.desktop().paint(top);
+    const Painting painting = Desktop::of(port).paint(top);
     const PaintedItem& text = painting.items.back();
     EXPECT_FALSE(isClipped(text));
     EXPECT_EQ(text.text.back(), L'9');
@@ -328,7 +328,7 @@ TEST_F(WindowTest, SystemBoxesGiveTheButtonTakenAndRefuseByTheirLeastChange) {
     };
     for (const auto& [flags, actions, result] : cases) {
         port.actions = actions;
-        EXPECT_EQ(runMessageBox(L"Un texte & un autre", L"Titre", flags), result) << flags;
+        EXPECT_EQ(MessageBoxW(nullptr, L"Un texte & un autre", L"Titre", flags), result) << flags;
         const ShownWindow& window = port.windows.back();
         for (const PaintedItem& item : window.painting.items)
             EXPECT_FALSE(item.kind == PaintKind::text && isClipped(item)) << flags;
@@ -337,7 +337,33 @@ TEST_F(WindowTest, SystemBoxesGiveTheButtonTakenAndRefuseByTheirLeastChange) {
     EXPECT_TRUE(AfxGetMainWnd()->IsWindowEnabled());
     // A text without end, one without a blank and an empty one.
     for (const std::wstring& text : {std::wstring(20000, L'a'), std::wstring(L"\n\n"), std::wstring()})
-        EXPECT_EQ(runMessageBox(text, text, MB_OK), IDOK);
+        EXPECT_EQ(MessageBoxW(nullptr, text.c_str(), text.c_str(), MB_OK), IDOK);
+}
+
+TEST(SystemBox, BoxesAreAskedAndAnsweredByWhatChangesLeastWhereNobodyIs) {
+    const std::tuple<UINT, int, int> cases[] = {{MB_OK, IDOK, IDOK},
+                                                {MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL, IDCANCEL},
+                                                {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, IDABORT, IDIGNORE},
+                                                {MB_YESNOCANCEL, IDCANCEL, IDYES},
+                                                {MB_YESNO | MB_ICONSTOP | MB_DEFBUTTON2, IDNO, IDNO},
+                                                {MB_RETRYCANCEL, IDCANCEL, IDRETRY},
+                                                {MB_OK | MB_DEFBUTTON3, IDOK, IDOK},
+                                                {0xF, IDOK, IDOK}};
+    for (const auto& [flags, refusal, enter] : cases) {
+        EXPECT_EQ(MessageBoxW(nullptr, nullptr, nullptr, flags), refusal) << flags;
+        EXPECT_EQ(defaultButton(flags), enter) << flags;
+    }
+
+    ScriptedPort port;
+    const ScopedPort use(port);
+    port.buttons = {IDNO};
+    EXPECT_EQ(MessageBoxW(nullptr, L"é?", L"Dalle", MB_YESNO), IDNO);
+    AfxSetAppName(L"ordane");
+    EXPECT_EQ(AfxMessageBox(L"fault"), IDOK);
+    ASSERT_EQ(port.boxes.size(), 2u);
+    EXPECT_EQ(port.boxes[0].text + L"|" + port.boxes[0].caption, L"é?|Dalle");
+    EXPECT_EQ(port.boxes[1].flags, MB_ICONEXCLAMATION);
+    EXPECT_EQ(port.boxes[1].caption, L"ordane");
 }
 
 } // namespace

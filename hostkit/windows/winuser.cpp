@@ -289,4 +289,14 @@ int ReleaseDC(HWND, HDC dc) { return desktop().releaseContext(dc); }
 HCURSOR SetCursor(HCURSOR cursor) { return desktop().setCursor(cursor); }
 HCURSOR GetCursor() { return desktop().cursor(); }
 
-int GetSystemMetrics(int number) { return hostkit::currentPort()->systemMetric(number); }
+int GetSystemMetrics(int number) {
+    static constexpr int metrics[][2] = {
+        {SM_CXSCREEN, 1920},  {SM_CYSCREEN, 1080},  {SM_CYCAPTION, 19}, {SM_CXBORDER, 1},  {SM_CYBORDER, 1},
+        {SM_CXFIXEDFRAME, 3}, {SM_CYFIXEDFRAME, 3}, {SM_CXICON, 32},    {SM_CYICON, 32},   {SM_CXSIZE, 18},
+        {SM_CYSIZE, 18},      {SM_CXEDGE, 2},       {SM_CYEDGE, 2},     {SM_CXSMICON, 16}, {SM_CYSMICON, 16},
+    };
+    if (const std::optional<int> told = hostkit::currentPort()->systemMetric(number)) return *told;
+    for (const auto& each : metrics)
+        if (each[0] == number) return each[1];
+    return 0;
+}

@@ -1,0 +1,15 @@
+// The buttons of the system's message boxes.
+#pragma once
+
+namespace hostkit {
+
+/// The ids of the type's buttons in order, ended by 0. `flags` here and below are those of MessageBoxW.
+[[nodiscard]] const int* buttonsOfBox(unsigned flags);
+/// The button that a person gets by pressing Enter: the one that the MB_DEFBUTTON flag names among those of
+/// the type.
+[[nodiscard]] int defaultButton(unsigned flags);
+/// The button that changes least, which is taken where nobody is there: Cancel, else No, else Abort, else the
+/// only one.
+[[nodiscard]] int refusingButton(unsigned flags);
+
+} // namespace hostkit
