@@ -11,14 +11,14 @@ double allowanceOf(const AcGeCircArc2d& arc, const AcGePoint2d& point, const AcG
     return AcGe::pointAllowance(tol, std::max(arc.coordinateMagnitude(), point.largestCoordinate()));
 }
 
-void addOnce(ArcMeetings& meetings, const AcGePoint2d& point, double allowance) {
+void addOnce(ArcMeetings<Plane>& meetings, const AcGePoint2d& point, double allowance) {
     for (int i = 0; i < meetings.pointCount; ++i)
         if (meetings.points[i].distanceTo(point) <= allowance) return;
     meetings.points[meetings.pointCount++] = point;
 }
 
 template <class CurveA>
-void addSettled(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d candidate,
+void addSettled(ArcMeetings<Plane>& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d candidate,
                 const AcGeTol& tol) {
     if (settleOnBoth(a, b, candidate, tol)) addOnce(meetings, candidate, allowanceOf(b, candidate, tol));
 }
@@ -44,7 +44,7 @@ AcGePoint2d endInStretch(const CurveA& a, const AcGeCircArc2d& b, const AcGePoin
 }
 
 template <class CurveA>
-void addTouch(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d touch,
+void addTouch(ArcMeetings<Plane>& meetings, const CurveA& a, const AcGeCircArc2d& b, AcGePoint2d touch,
               double stretch, const AcGeTol& tol) {
     if (!settleOnBoth(a, b, touch, tol)) return;
     meetings.points[meetings.pointCount++] = endInStretch(a, b, touch, stretch, tol);
@@ -52,8 +52,8 @@ void addTouch(ArcMeetings& meetings, const CurveA& a, const AcGeCircArc2d& b, Ac
 
 // The degenerate arc is a point.
 template <class Curve>
-ArcMeetings meetPoint(const Curve& curve, const AcGePoint2d& point, const AcGeTol& tol) {
-    ArcMeetings meetings;
+ArcMeetings<Plane> meetPoint(const Curve& curve, const AcGePoint2d& point, const AcGeTol& tol) {
+    ArcMeetings<Plane> meetings;
     if (curve.isOn(point, tol)) meetings.points[meetings.pointCount++] = point;
     return meetings;
 }
@@ -78,8 +78,9 @@ double angleAt(const AcGeCircArc2d& arc, const AcGePoint2d& point) {
 
 // Runs and touches of two arcs of one circle. `first` carries the parameters; the second's range is carried
 // over to it by the angle of its start (its end, when it runs the other way) and its sweep.
-ArcMeetings meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol) {
-    ArcMeetings meetings;
+ArcMeetings<Plane> meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& second,
+                                   const AcGeTol& tol) {
+    ArcMeetings<Plane> meetings;
     const bool sameSense = first.isClockWise() == second.isClockWise();
     const double sweep = second.endAng() - second.startAng();
     const double from =
@@ -88,7 +89,7 @@ ArcMeetings meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& sec
         return sameSense ? second.startAng() + (angle - from) : second.endAng() - (angle - from);
     };
     const auto addRun = [&](double lo, double hi) {
-        ArcMeetings::Run& run = meetings.runs[meetings.runCount++];
+        ArcMeetings<Plane>::Run& run = meetings.runs[meetings.runCount++];
         run.onFirst.set(lo, hi);
         const double a = onSecond(lo), b = onSecond(hi);
         run.onSecond.set(std::min(a, b), std::max(a, b));
@@ -118,18 +119,18 @@ ArcMeetings meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& sec
     return meetings;
 }
 
-void orderAlong(const AcGeCircArc2d& arc, ArcMeetings& meetings) {
+void orderAlong(const AcGeCircArc2d& arc, ArcMeetings<Plane>& meetings) {
     if (meetings.pointCount == 2 && angleAt(arc, meetings.points[1]) < angleAt(arc, meetings.points[0]))
         std::swap(meetings.points[0], meetings.points[1]);
 }
 
 } // namespace
 
-ArcMeetings meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, const AcGeTol& tol) {
+ArcMeetings<Plane> meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, const AcGeTol& tol) {
     if (isSmall(arc, tol)) return meetPoint(line, arc.center(), tol);
     const AcGeVector2d direction = line.direction();
     if (line.paramStep().length() <= tol.equalPoint()) return meetPoint(arc, line.pointOnLine(), tol);
-    ArcMeetings meetings;
+    ArcMeetings<Plane> meetings;
     const AcGeVector2d offset = line.pointOnLine() - arc.center();
     const AcGeVector2d foot = offset - direction * offset.dotProduct(direction);
     const double height = std::abs(offset.crossProduct(direction)), radius = arc.radius();
@@ -146,10 +147,10 @@ ArcMeetings meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, c
     return meetings;
 }
 
-ArcMeetings meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol) {
+ArcMeetings<Plane> meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol) {
     if (isSmall(first, tol)) return meetPoint(second, first.center(), tol);
     if (isSmall(second, tol)) return meetPoint(first, second.center(), tol);
-    ArcMeetings meetings;
+    ArcMeetings<Plane> meetings;
     const AcGeVector2d between = second.center() - first.center();
     const double distance = between.length(), r1 = first.radius(), r2 = second.radius();
     const double allowed =

@@ -8,21 +8,22 @@ namespace AcGeKernel {
 
 /// What an arc has in common with a line or another arc: single points, and runs along one circle with their
 /// parameter ranges. A range on the first arc may go past its end angle when the arc is a full circle.
+template <class T>
 struct ArcMeetings {
     struct Run {
         AcGeInterval onFirst;
         AcGeInterval onSecond;
     };
     int pointCount = 0;
-    AcGePoint2d points[4];
+    typename T::Point points[4];
     int runCount = 0;
     Run runs[2];
 };
 
 /// In the order of the line.
-ArcMeetings meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, const AcGeTol& tol);
+ArcMeetings<Plane> meetLineArc(const AcGeLinearEnt2d& line, const AcGeCircArc2d& arc, const AcGeTol& tol);
 /// In the order of the first arc; at most two points, or runs and touching ends on one circle.
-ArcMeetings meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol);
+ArcMeetings<Plane> meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& second, const AcGeTol& tol);
 
 /// A point common to both curves near a candidate that lies on the curves without their bounds: the candidate
 /// itself, or the end of one of them that it lies a little beyond, when that end is on the other. False when
@@ -39,15 +40,6 @@ bool settleOnBoth(const CurveA& a, const CurveB& b, Point& candidate, const AcGe
     if (!a.isOn(onB, tol)) return false;
     candidate = onB;
     return true;
-}
-
-/// Hands at most two points on to the pair of outputs that the arcs' interfaces have.
-template <class Point>
-bool giveTwo(int found, const Point (&points)[4], int& count, Point& p1, Point& p2) {
-    count = std::min(found, 2);
-    if (count > 0) p1 = points[0];
-    if (count > 1) p2 = points[1];
-    return count > 0;
 }
 
 } // namespace AcGeKernel

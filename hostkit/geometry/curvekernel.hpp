@@ -12,28 +12,6 @@
 
 namespace AcGeKernel {
 
-struct Plane {
-    using Point = AcGePoint2d;
-    using Vector = AcGeVector2d;
-    using VectorArray = AcGeVector2dArray;
-    using PointArray = AcGePoint2dArray;
-    using Curve = AcGeCurve2d;
-    using Block = AcGeBoundBlock2d;
-    using Linear = AcGeLinearEnt2d;
-    using Arc = AcGeCircArc2d;
-};
-
-struct Space {
-    using Point = AcGePoint3d;
-    using Vector = AcGeVector3d;
-    using VectorArray = AcGeVector3dArray;
-    using PointArray = AcGePoint3dArray;
-    using Curve = AcGeCurve3d;
-    using Block = AcGeBoundBlock3d;
-    using Linear = AcGeLinearEnt3d;
-    using Arc = AcGeCircArc3d;
-};
-
 inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 inline double wedge(const AcGeVector2d& a, const AcGeVector2d& b) { return a.crossProduct(b); }
@@ -243,13 +221,12 @@ double paramAtLength(const typename T::Curve& curve, double datum, double length
 /// Box of a curve from its ends and the points where a coordinate's derivative changes sign.
 template <class T>
 typename T::Block blockByExtremes(const typename T::Curve& curve) {
-    constexpr unsigned int dimensions = sizeof(typename T::Point) / sizeof(double);
     constexpr int cutsPerPiece = 4;
     typename T::Block block;
     typename T::VectorArray derivatives;
     const std::vector<double> nodes = nodesOf(curve, cutsPerPiece);
     for (double param : nodes) block.extend(curve.evalPoint(param));
-    for (unsigned int axis = 0; axis < dimensions; ++axis) {
+    for (unsigned int axis = 0; axis < T::dimensions; ++axis) {
         const auto slope = [&](double param) {
             curve.evalPoint(param, 1, derivatives);
             return derivatives[0][axis];

@@ -1,8 +1,6 @@
 #include "geent2d.h"
 
-AcGeEntity2d& AcGeEntity2d::translateBy(const AcGeVector2d& vector) {
-    return transformBy(AcGeMatrix2d::translation(vector));
-}
+template class AcGeKernel::EntityOf<AcGeKernel::Plane>;
 
 AcGeEntity2d& AcGeEntity2d::rotateBy(double angle, const AcGePoint2d& wrtPoint) {
     return transformBy(AcGeMatrix2d::rotation(angle, wrtPoint));
@@ -10,8 +8,4 @@ AcGeEntity2d& AcGeEntity2d::rotateBy(double angle, const AcGePoint2d& wrtPoint) 
 
 AcGeEntity2d& AcGeEntity2d::mirror(const AcGeLine2d& line) {
     return transformBy(AcGeMatrix2d::mirroring(line));
-}
-
-AcGeEntity2d& AcGeEntity2d::scaleBy(double factor, const AcGePoint2d& wrtPoint) {
-    return transformBy(AcGeMatrix2d::scaling(factor, wrtPoint));
 }

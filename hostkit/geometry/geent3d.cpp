@@ -1,8 +1,6 @@
 #include "geent3d.h"
 
-AcGeEntity3d& AcGeEntity3d::translateBy(const AcGeVector3d& vector) {
-    return transformBy(AcGeMatrix3d::translation(vector));
-}
+template class AcGeKernel::EntityOf<AcGeKernel::Space>;
 
 AcGeEntity3d& AcGeEntity3d::rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& wrtPoint) {
     return transformBy(AcGeMatrix3d::rotation(angle, axis, wrtPoint));
@@ -10,8 +8,4 @@ AcGeEntity3d& AcGeEntity3d::rotateBy(double angle, const AcGeVector3d& axis, con
 
 AcGeEntity3d& AcGeEntity3d::mirror(const AcGePlane& plane) {
     return transformBy(AcGeMatrix3d::mirroring(plane));
-}
-
-AcGeEntity3d& AcGeEntity3d::scaleBy(double factor, const AcGePoint3d& wrtPoint) {
-    return transformBy(AcGeMatrix3d::scaling(factor, wrtPoint));
 }

@@ -95,3 +95,49 @@ inline constexpr double kPi = std::numbers::pi;
 inline constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
 } // namespace AcGe
+
+/// What the curves' classes of the plane and of space have in common stands once, in templates over these
+/// two.
+namespace AcGeKernel {
+
+/// The classes of the plane.
+struct Plane {
+    static constexpr unsigned int dimensions = 2;
+    using Point = AcGePoint2d;
+    using Vector = AcGeVector2d;
+    using Matrix = AcGeMatrix2d;
+    using PointArray = AcGePoint2dArray;
+    using VectorArray = AcGeVector2dArray;
+    using Entity = AcGeEntity2d;
+    using Block = AcGeBoundBlock2d;
+    using Curve = AcGeCurve2d;
+    using Linear = AcGeLinearEnt2d;
+    using Line = AcGeLine2d;
+    using Ray = AcGeRay2d;
+    using Segment = AcGeLineSeg2d;
+    using Arc = AcGeCircArc2d;
+    using Ellipse = AcGeEllipArc2d;
+    using Nurb = AcGeNurbCurve2d;
+};
+
+/// The classes of space.
+struct Space {
+    static constexpr unsigned int dimensions = 3;
+    using Point = AcGePoint3d;
+    using Vector = AcGeVector3d;
+    using Matrix = AcGeMatrix3d;
+    using PointArray = AcGePoint3dArray;
+    using VectorArray = AcGeVector3dArray;
+    using Entity = AcGeEntity3d;
+    using Block = AcGeBoundBlock3d;
+    using Curve = AcGeCurve3d;
+    using Linear = AcGeLinearEnt3d;
+    using Line = AcGeLine3d;
+    using Ray = AcGeRay3d;
+    using Segment = AcGeLineSeg3d;
+    using Arc = AcGeCircArc3d;
+    using Ellipse = AcGeEllipArc3d;
+    using Nurb = AcGeNurbCurve3d;
+};
+
+} // namespace AcGeKernel

@@ -1,73 +1,24 @@
 #include "gelent3d.h"
 
 #include "geline3d.h"
-#include "gelnsg3d.h"
 #include "geplane.h"
-#include "geray3d.h"
-#include "linearkernel.hpp"
-
-using AcGeKernel::LinearMeeting;
-using AcGeKernel::Space;
 
 AcGeLinearEnt3d& AcGeLinearEnt3d::transformBy(const AcGeMatrix3d& matrix) {
-    m_origin.transformBy(matrix);
-    if (m_interval.isBounded()) {
-        m_end.transformBy(matrix);
-        m_step = m_end - m_origin;
-        return *this;
-    }
-    m_step.transformBy(matrix).normalize();
-    m_end = m_origin + m_step;
+    move(matrix);
     return *this;
 }
-
-Adesk::Boolean AcGeLinearEnt3d::isEqualTo(const AcGeEntity3d& entity, const AcGeTol& tol) const {
-    if (entity.type() != type()) return Adesk::kFalse;
-    const auto& other = static_cast<const AcGeLinearEnt3d&>(entity);
-    if (m_interval.isBounded())
-        return m_origin.isEqualTo(other.m_origin, tol) && m_end.isEqualTo(other.m_end, tol);
-    if (!m_step.isEqualTo(other.m_step, tol)) return Adesk::kFalse;
-    if (m_interval.isBoundedBelow()) return m_origin.isEqualTo(other.m_origin, tol);
-    return AcGeCurve3d::isOn(other.m_origin, tol);
-}
-
-AcGeVector3d AcGeLinearEnt3d::direction() const {
-    if (!m_interval.isBounded()) return m_step;
-    const double size = m_step.length();
-    return size > 0.0 ? m_step / size : AcGeVector3d::kIdentity;
-}
-
-void AcGeLinearEnt3d::getLine(AcGeLine3d& line) const { line.set(m_origin, direction()); }
 
 void AcGeLinearEnt3d::getPerpPlane(const AcGePoint3d& point, AcGePlane& plane) const {
     const AcGeVector3d unit = direction();
     plane.set(m_origin + unit * unit.dotProduct(point - m_origin), unit);
 }
 
-Adesk::Boolean AcGeLinearEnt3d::isParallelTo(const AcGeLinearEnt3d& line, const AcGeTol& tol) const {
-    return AcGeKernel::areParallel<Space>(*this, line, tol);
-}
-
 Adesk::Boolean AcGeLinearEnt3d::isParallelTo(const AcGePlanarEnt& plane, const AcGeTol& tol) const {
     return plane.normal().isPerpendicularTo(direction(), tol);
 }
 
-Adesk::Boolean AcGeLinearEnt3d::isPerpendicularTo(const AcGeLinearEnt3d& line, const AcGeTol& tol) const {
-    return direction().isPerpendicularTo(line.direction(), tol);
-}
-
 Adesk::Boolean AcGeLinearEnt3d::isPerpendicularTo(const AcGePlanarEnt& plane, const AcGeTol& tol) const {
     return plane.normal().isParallelTo(direction(), tol);
-}
-
-Adesk::Boolean AcGeLinearEnt3d::isColinearTo(const AcGeLinearEnt3d& line, const AcGeTol& tol) const {
-    return AcGeKernel::areColinear<Space>(*this, line, tol);
-}
-
-Adesk::Boolean AcGeLinearEnt3d::intersectWith(const AcGeLinearEnt3d& line, AcGePoint3d& point,
-                                              const AcGeTol& tol) const {
-    AcGeInterval run;
-    return AcGeKernel::meetLinear<Space>(*this, line, point, run, tol) == LinearMeeting::kPoint;
 }
 
 Adesk::Boolean AcGeLinearEnt3d::intersectWith(const AcGePlanarEnt& plane, AcGePoint3d& point,
@@ -108,48 +59,10 @@ Adesk::Boolean AcGeLinearEnt3d::projIntersectWith(const AcGeLinearEnt3d& line, c
     return Adesk::kTrue;
 }
 
-Adesk::Boolean AcGeLinearEnt3d::overlap(const AcGeLinearEnt3d& line, AcGeLinearEnt3d*& common,
-                                        const AcGeTol& tol) const {
-    common = nullptr;
-    AcGePoint3d point;
-    AcGeInterval run;
-    if (AcGeKernel::meetLinear<Space>(*this, line, point, run, tol) != LinearMeeting::kRun)
-        return Adesk::kFalse;
-    common = AcGeKernel::partOf<AcGeLine3d, AcGeRay3d, AcGeLineSeg3d>(*this, run);
-    return Adesk::kTrue;
-}
-
 Adesk::Boolean AcGeLinearEnt3d::isOn(const AcGePlane& plane, const AcGeTol& tol) const {
     if (!plane.isOn(m_origin, tol)) return Adesk::kFalse;
     return m_interval.isBounded() ? plane.isOn(m_end, tol)
                                   : m_step.isZeroLength(tol) || plane.normal().isPerpendicularTo(m_step, tol);
-}
-
-AcGePoint3d AcGeLinearEnt3d::evalPoint(double param) const {
-    // Counted from the nearer end, so that both ends of a segment come out as they were given.
-    if (param > 0.5 && m_interval.isBounded()) return m_end - m_step * (1.0 - param);
-    return m_origin + m_step * param;
-}
-
-AcGePoint3d AcGeLinearEnt3d::evalPoint(double param, int numDeriv, AcGeVector3dArray& derivatives) const {
-    derivatives.setLogicalLength(std::max(numDeriv, 0)).setAll(AcGeVector3d::kIdentity);
-    if (numDeriv > 0) derivatives[0] = m_step;
-    return evalPoint(param);
-}
-
-double AcGeLinearEnt3d::paramOfClosestPoint(const AcGePoint3d& point) const {
-    return m_interval.clamp(paramOf(point, AcGeContext::gTol));
-}
-
-double AcGeLinearEnt3d::paramOf(const AcGePoint3d& point, const AcGeTol&) const {
-    const double stepSquared = m_step.lengthSqrd();
-    return stepSquared > 0.0 ? m_step.dotProduct(point - m_origin) / stepSquared : 0.0;
-}
-
-Adesk::Boolean AcGeLinearEnt3d::isLinear(AcGeLine3d& line, const AcGeTol& tol) const {
-    if (m_step.isZeroLength(tol)) return Adesk::kFalse;
-    getLine(line);
-    return Adesk::kTrue;
 }
 
 Adesk::Boolean AcGeLinearEnt3d::isPlanar(AcGePlane& plane, const AcGeTol&) const {
@@ -158,32 +71,4 @@ Adesk::Boolean AcGeLinearEnt3d::isPlanar(AcGePlane& plane, const AcGeTol&) const
     if (across.isZeroLength()) across = AcGeVector3d::kYAxis;
     plane.set(m_origin, unit.isZeroLength() ? AcGeVector3d::kZAxis : unit.crossProduct(across));
     return Adesk::kTrue;
-}
-
-double AcGeLinearEnt3d::length(double fromParam, double toParam, const AcGeTol&) const {
-    return std::abs(toParam - fromParam) * m_step.length();
-}
-
-double AcGeLinearEnt3d::paramAtLength(double datumParam, double length, Adesk::Boolean forward,
-                                      const AcGeTol&) const {
-    const double size = m_step.length();
-    if (!(size > 0.0)) return datumParam;
-    return forward ? datumParam + length / size : datumParam - length / size;
-}
-
-Adesk::Boolean AcGeLinearEnt3d::area(double, double, double& value, const AcGeTol&) const {
-    value = 0.0;
-    return Adesk::kTrue;
-}
-
-AcGeBoundBlock3d AcGeLinearEnt3d::orthoBoundBlock() const { return AcGeKernel::blockOf<Space>(*this); }
-
-void AcGeLinearEnt3d::getSamplePoints(double fromParam, double toParam, double, AcGePoint3dArray& points,
-                                      AcGeDoubleArray& params) const {
-    points.removeAll();
-    params.removeAll();
-    for (double param : {fromParam, toParam}) {
-        points.append(evalPoint(param));
-        params.append(param);
-    }
 }

@@ -172,21 +172,22 @@ LinearMeeting meetLinear(const typename T::Linear& a, const typename T::Linear& 
 }
 
 /// Straight curve over a range of another's parameters, as the class that the range asks for.
-template <class Line, class Ray, class Segment, class Linear>
-Linear* partOf(const Linear& line, const AcGeInterval& range) {
+template <class T>
+typename T::Linear* partOf(const typename T::Linear& line, const AcGeInterval& range) {
+    using Segment = typename T::Segment;
+    using Ray = typename T::Ray;
     if (range.isBounded())
         return new Segment(line.evalPoint(range.lowerBound()), line.evalPoint(range.upperBound()));
     if (range.isBoundedBelow()) return new Ray(line.evalPoint(range.lowerBound()), line.direction());
     if (range.isBoundedAbove()) return new Ray(line.evalPoint(range.upperBound()), -line.direction());
-    return new Line(line.pointOnLine(), line.direction());
+    return new typename T::Line(line.pointOnLine(), line.direction());
 }
 
 template <class T>
 typename T::Block blockOf(const typename T::Linear& line) {
     const AcGeInterval range = intervalOf(line);
     typename T::Point lo = line.pointOnLine(), hi = lo;
-    constexpr unsigned int dimensions = sizeof(typename T::Point) / sizeof(double);
-    for (unsigned int i = 0; i < dimensions; ++i) {
+    for (unsigned int i = 0; i < T::dimensions; ++i) {
         const double step = line.paramStep()[i];
         if (step == 0.0) continue;
         lo[i] =

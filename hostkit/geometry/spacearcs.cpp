@@ -53,9 +53,9 @@ AcGeCircArc2d flatten(const AcGeCircArc3d& arc, const Frame& frame) {
 // Points in the plane lifted to space. Those that do not hold there (a line that leaves the plane a little)
 // go.
 template <class Other>
-SpaceArcMeetings lift(const ArcMeetings& flat, const Frame& frame, const AcGeCircArc3d& arc,
-                      const Other& other, const AcGeTol& tol) {
-    SpaceArcMeetings meetings;
+ArcMeetings<Space> lift(const ArcMeetings<Plane>& flat, const Frame& frame, const AcGeCircArc3d& arc,
+                        const Other& other, const AcGeTol& tol) {
+    ArcMeetings<Space> meetings;
     for (int i = 0; i < flat.pointCount; ++i) {
         AcGePoint3d point = frame.lift(flat.points[i]);
         if (settleOnBoth(other, arc, point, tol)) meetings.points[meetings.pointCount++] = point;
@@ -81,9 +81,9 @@ double magnitudeOfBoth(const AcGeCircArc3d& arc, double other) {
 }
 
 // Circles in planes that cross: what both have lies on the planes' common line.
-SpaceArcMeetings meetAcrossPlanes(const AcGeCircArc3d& first, const AcGeCircArc3d& second,
-                                  const AcGeTol& tol) {
-    SpaceArcMeetings meetings;
+ArcMeetings<Space> meetAcrossPlanes(const AcGeCircArc3d& first, const AcGeCircArc3d& second,
+                                    const AcGeTol& tol) {
+    ArcMeetings<Space> meetings;
     AcGePlane plane1, plane2;
     first.getPlane(plane1);
     second.getPlane(plane2);
@@ -91,7 +91,7 @@ SpaceArcMeetings meetAcrossPlanes(const AcGeCircArc3d& first, const AcGeCircArc3
     if (!plane1.intersectWith(plane2, common, tol)) return meetings;
     const AcGeCircArc3d circle(first.center(), first.normal(), first.refVec(), first.radius(), 0.0,
                                AcGe::kTwoPi);
-    const SpaceArcMeetings candidates = meetLineArc(common, circle, tol);
+    const ArcMeetings<Space> candidates = meetLineArc(common, circle, tol);
     for (int i = 0; i < candidates.pointCount; ++i) {
         AcGePoint3d point = candidates.points[i];
         if (settleOnBoth(first, second, point, tol)) meetings.points[meetings.pointCount++] = point;
@@ -106,8 +106,8 @@ SpaceArcMeetings meetAcrossPlanes(const AcGeCircArc3d& first, const AcGeCircArc3
 
 } // namespace
 
-SpaceArcMeetings meetLineArc(const AcGeLinearEnt3d& line, const AcGeCircArc3d& arc, const AcGeTol& tol) {
-    SpaceArcMeetings meetings;
+ArcMeetings<Space> meetLineArc(const AcGeLinearEnt3d& line, const AcGeCircArc3d& arc, const AcGeTol& tol) {
+    ArcMeetings<Space> meetings;
     const double magnitude = magnitudeOfBoth(arc, line.pointOnLine().largestCoordinate());
     const double allowed = AcGe::pointAllowance(tol, magnitude);
     const Frame frame(arc);
@@ -121,7 +121,7 @@ SpaceArcMeetings meetLineArc(const AcGeLinearEnt3d& line, const AcGeCircArc3d& a
     return meetings;
 }
 
-SpaceArcMeetings meetArcArc(const AcGeCircArc3d& first, const AcGeCircArc3d& second, const AcGeTol& tol) {
+ArcMeetings<Space> meetArcArc(const AcGeCircArc3d& first, const AcGeCircArc3d& second, const AcGeTol& tol) {
     const double magnitude = magnitudeOfBoth(first, second.coordinateMagnitude());
     const double allowed = AcGe::pointAllowance(tol, magnitude);
     // How far the second circle leaves the first one's plane at most.
