@@ -2,78 +2,18 @@
 #pragma once
 
 #include "gecurv3d.h"
-#include "gekvec.h"
+#include "genurb.h"
 
-/// A spline of degree 1 to 25 over a non-decreasing knot vector, rational or not.
-///
-/// A definition holds when knots = control points + degree + 1, the knots do not decrease and are finite, the
-/// parameter range has a length, and weights are absent or positive, one per control point. What does not
-/// hold leaves the curve empty: no control points, every point the origin. The parameter range is
-/// knot[degree] to knot[control points]; a periodic definition is the same with repeating ends and is only
-/// marked as such.
-class AcGeNurbCurve3d : public AcGeCurve3d {
+extern template class AcGeKernel::NurbOf<AcGeKernel::Space>;
+
+/// A spline in space; see NurbOf for its constructors and what it answers.
+class AcGeNurbCurve3d : public AcGeKernel::NurbOf<AcGeKernel::Space> {
 public:
-    AcGeNurbCurve3d() = default; ///< empty
-    AcGeNurbCurve3d(int degree, const AcGeKnotVector& knots, const AcGePoint3dArray& controlPoints,
-                    Adesk::Boolean isPeriodic = Adesk::kFalse);
-    AcGeNurbCurve3d(int degree, const AcGeKnotVector& knots, const AcGePoint3dArray& controlPoints,
-                    const AcGeDoubleArray& weights, Adesk::Boolean isPeriodic = Adesk::kFalse);
-    /// The cubic through the fit points with chord-length parameters. A zero tangent leaves that end free (no
-    /// curvature). Repeated neighbours are dropped; fewer than 2 points left give an empty curve.
-    AcGeNurbCurve3d(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent,
-                    const AcGeVector3d& endTangent);
-
-    Adesk::Boolean isEmpty() const { return m_controlPoints.isEmpty(); }
-    int degree() const { return m_degree; }
-    Adesk::Boolean isRational() const { return !m_weights.isEmpty(); }
-    int numKnots() const { return m_knots.length(); }
-    double knotAt(int index) const { return m_knots[index]; }
-    const AcGeKnotVector& knots() const { return m_knots; }
-    int numControlPoints() const { return m_controlPoints.length(); }
-    AcGePoint3d controlPointAt(int index) const { return m_controlPoints[index]; }
-    int numWeights() const { return m_weights.length(); }
-    /// 1 on a curve without weights.
-    double weightAt(int index) const { return m_weights.isEmpty() ? 1.0 : m_weights[index]; }
-    double startParam() const;
-    double endParam() const;
-    AcGePoint3d startPoint() const { return evalPoint(startParam()); }
-    AcGePoint3d endPoint() const { return evalPoint(endParam()); }
-    void getDefinitionData(int& degree, Adesk::Boolean& rational, Adesk::Boolean& periodic,
-                           AcGeKnotVector& knots, AcGePoint3dArray& controlPoints,
-                           AcGeDoubleArray& weights) const;
-    /// Index i, degree <= i < control points, of the non-empty span with knot[i] <= param < knot[i+1]; params
-    /// outside the range count as the nearest end.
-    int spanAt(double param) const;
+    using NurbOf::NurbOf;
 
     AcGe::EntityId type() const override { return AcGe::kNurbCurve3d; }
     AcGeNurbCurve3d* copy() const override { return new AcGeNurbCurve3d(*this); }
     AcGeNurbCurve3d& transformBy(const AcGeMatrix3d& matrix) override;
-    /// Same degree, knots, points and weights.
-    Adesk::Boolean isEqualTo(const AcGeEntity3d& entity,
-                             const AcGeTol& tol = AcGeContext::gTol) const override;
-    using AcGeCurve3d::evalPoint;
-    using AcGeCurve3d::getInterval;
-    void getInterval(AcGeInterval& interval) const override { interval.set(startParam(), endParam()); }
-    /// Trims by knot insertion; knots outside the part go.
-    Adesk::Boolean setInterval(const AcGeInterval& interval) override;
     AcGeNurbCurve3d& reverseParam() override;
-    AcGePoint3d evalPoint(double param) const override;
-    AcGePoint3d evalPoint(double param, int numDeriv, AcGeVector3dArray& derivatives) const override;
-    double paramOfClosestPoint(const AcGePoint3d& point) const override;
-    Adesk::Boolean isPeriodic(double& period) const override;
-    Adesk::Boolean isLinear(AcGeLine3d& line, const AcGeTol& tol = AcGeContext::gTol) const override;
     Adesk::Boolean isPlanar(AcGePlane& plane, const AcGeTol& tol = AcGeContext::gTol) const override;
-    /// Found from the points where a coordinate is extreme.
-    AcGeBoundBlock3d orthoBoundBlock() const override;
-    void getSmoothPieces(AcGeDoubleArray& params) const override;
-    double coordinateMagnitude() const override;
-
-private:
-    void clear();
-
-    int m_degree = 0;
-    Adesk::Boolean m_periodic = Adesk::kFalse;
-    AcGeKnotVector m_knots;
-    AcGePoint3dArray m_controlPoints;
-    AcGeDoubleArray m_weights;
 };
