@@ -1,6 +1,6 @@
 #include "arcmeetings.hpp"
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 // What the ellipses of the plane and of space share. Internal to the geometry kit.
 #pragma once
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 #include "gegbl.h"
 
 #include <algorithm>

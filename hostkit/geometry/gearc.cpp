@@ -1,5 +1,7 @@
 #include "arcmeetings.hpp"
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
+#include "gebndblock2d.h"
+#include "gebndblock3d.h"
 #include "geline2d.h"
 #include "geline3d.h"
 #include "spacearcs.hpp"
@@ -22,8 +24,10 @@ bool giveTwo(const ArcMeetings<T>& meetings, int& count, typename T::Point& p1, 
 template <class T>
 ArcOf<T>::ArcOf(const Point& center, double radius, double startAngle, double endAngle)
     : m_center(center)
-    , m_radius(std::abs(radius)) {
-    setAngles(startAngle, endAngle);
+    , m_radius(std::abs(radius))
+    , m_startAngle(startAngle)
+    , m_endAngle(endAngle) {
+    normalizeAngles(m_startAngle, m_endAngle);
 }
 
 template <class T>

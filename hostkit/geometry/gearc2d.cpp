@@ -1,6 +1,6 @@
 #include "gearc2d.h"
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 
 AcGeCircArc2d::AcGeCircArc2d()
     : AcGeCircArc2d(AcGePoint2d::kOrigin, 1.0) {}

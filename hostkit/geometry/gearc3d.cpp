@@ -1,6 +1,6 @@
 #include "gearc3d.h"
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 #include "geline3d.h"
 #include "geplane.h"
 

@@ -1,43 +1,13 @@
 // Stand-in for the host's AcGeCurveCurveInt2d. Covers all crossings and common runs of two curves; leaves out tangency types.
 #pragma once
 
+#include "gecint.h"
 #include "gecurv2d.h"
 
-#include <vector>
+extern template class AcGeKernel::CurveCurveIntOf<AcGeKernel::Plane>;
 
-/// All points that two bounded curves, lines or rays have in common.
-///
-/// Lines, segments, rays and arcs are met in closed form. With an ellipse or a spline the curves are cut into
-/// chords and each crossing is refined until it no longer moves; common runs are found for lines and arcs
-/// only. Every point is within the tolerance of both curves and is told once. Points come in the order of the
-/// first curve's parameter. The ends of a common run are points of the list too.
-class AcGeCurveCurveInt2d {
+/// What two curves of the plane have in common; see CurveCurveIntOf.
+class AcGeCurveCurveInt2d : public AcGeKernel::CurveCurveIntOf<AcGeKernel::Plane> {
 public:
-    AcGeCurveCurveInt2d() = default;
-    AcGeCurveCurveInt2d(const AcGeCurve2d& curve1, const AcGeCurve2d& curve2,
-                        const AcGeTol& tol = AcGeContext::gTol) {
-        set(curve1, curve2, tol);
-    }
-    AcGeCurveCurveInt2d& set(const AcGeCurve2d& curve1, const AcGeCurve2d& curve2,
-                             const AcGeTol& tol = AcGeContext::gTol);
-
-    int numIntPoints() const { return static_cast<int>(m_points.size()); }
-    AcGePoint2d intPoint(int index) const { return m_points[static_cast<std::size_t>(index)].point; }
-    void getIntParams(int index, double& param1, double& param2) const;
-    int overlapCount() const { return static_cast<int>(m_runs.size()); }
-    /// The run's parameters on each curve, ascending on each.
-    void getOverlapRanges(int index, AcGeInterval& range1, AcGeInterval& range2) const;
-
-private:
-    struct Meeting {
-        AcGePoint2d point;
-        double param1;
-        double param2;
-    };
-    struct Run {
-        AcGeInterval range1;
-        AcGeInterval range2;
-    };
-    std::vector<Meeting> m_points;
-    std::vector<Run> m_runs;
+    using CurveCurveIntOf::CurveCurveIntOf;
 };

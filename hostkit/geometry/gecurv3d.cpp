@@ -6,6 +6,21 @@
 
 using AcGeKernel::Space;
 
+namespace {
+
+// A handful of points decides: two of a straight curve, the ends of the smooth pieces of any other.
+bool liesIn(const AcGeCurve3d& curve, const AcGePlane& plane, const AcGeTol& tol) {
+    AcGeLine3d line;
+    AcGeDoubleArray params;
+    curve.getSmoothPieces(params);
+    if (curve.isLinear(line, tol) && params.isEmpty()) return line.isOn(plane, tol);
+    for (double param : params)
+        if (!plane.isOn(curve.evalPoint(param), tol)) return false;
+    return true;
+}
+
+} // namespace
+
 AcGePoint3d AcGeCurve3d::projClosestPointTo(const AcGePoint3d& point, const AcGeVector3d& direction,
                                             const AcGeTol& tol) const {
     const AcGeVector3d unit = direction.normal(tol);
@@ -44,19 +59,7 @@ Adesk::Boolean AcGeCurve3d::isCoplanarWith(const AcGeCurve3d& curve, AcGePlane& 
     } else if (!(straight ? curve : *this).isPlanar(found, tol)) {
         return Adesk::kFalse;
     }
-    // A handful of points of each decides: two of a straight curve, the ends of the smooth pieces of any
-    // other.
-    for (const AcGeCurve3d* member : {this, &curve}) {
-        AcGeLine3d own;
-        AcGeDoubleArray params;
-        member->getSmoothPieces(params);
-        if (member->isLinear(own, tol) && params.isEmpty()) {
-            if (!own.isOn(found, tol)) return Adesk::kFalse;
-            continue;
-        }
-        for (double param : params)
-            if (!found.isOn(member->evalPoint(param), tol)) return Adesk::kFalse;
-    }
+    if (!liesIn(*this, found, tol) || !liesIn(curve, found, tol)) return Adesk::kFalse;
     plane = found;
     return Adesk::kTrue;
 }

@@ -1,3 +1,4 @@
+#include "curvekernel.hpp"
 #include "ellipsekernel.hpp"
 #include "geell2d.h"
 #include "geell3d.h"
@@ -10,8 +11,10 @@ EllipseOf<T>::EllipseOf(const Point& center, const Vector& majorAxis, double maj
     : m_center(center)
     , m_majorAxis(majorAxis.isZeroLength() ? Vector::kXAxis : majorAxis.normal())
     , m_majorRadius(std::abs(majorRadius))
-    , m_minorRadius(std::abs(minorRadius)) {
-    setAngles(startAngle, endAngle);
+    , m_minorRadius(std::abs(minorRadius))
+    , m_startAngle(startAngle)
+    , m_endAngle(endAngle) {
+    normalizeAngles(m_startAngle, m_endAngle);
 }
 
 template <class T>

@@ -1,6 +1,6 @@
 #include "geell2d.h"
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 #include "gearc2d.h"
 
 AcGeEllipArc2d::AcGeEllipArc2d()
@@ -24,16 +24,6 @@ AcGeEllipArc2d::AcGeEllipArc2d(const AcGePoint2d& center, const AcGeVector2d& ma
     : EllipseOf(center, majorAxis, majorRadius, minorRadius, startAngle, endAngle) {
     const AcGeVector2d left = m_majorAxis.perpVector();
     m_minorAxis = minorAxis.dotProduct(left) < 0.0 ? -left : left;
-}
-
-AcGeEllipArc2d& AcGeEllipArc2d::transformBy(const AcGeMatrix2d& matrix) {
-    move(matrix);
-    return *this;
-}
-
-AcGeEllipArc2d& AcGeEllipArc2d::reverseParam() {
-    reverse();
-    return *this;
 }
 
 Adesk::Boolean AcGeEllipArc2d::area(double startParam, double endParam, double& value, const AcGeTol&) const {

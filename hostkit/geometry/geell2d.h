@@ -25,8 +25,14 @@ public:
     AcGeEllipArc2d* copy() const override { return new AcGeEllipArc2d(*this); }
     /// Right for every affine matrix: the moved conjugate radii give the new axes. The parameter of a point
     /// may shift by a constant when the matrix is not uniform.
-    AcGeEllipArc2d& transformBy(const AcGeMatrix2d& matrix) override;
-    AcGeEllipArc2d& reverseParam() override;
+    AcGeEllipArc2d& transformBy(const AcGeMatrix2d& matrix) override {
+        move(matrix);
+        return *this;
+    }
+    AcGeEllipArc2d& reverseParam() override {
+        reverse();
+        return *this;
+    }
     Adesk::Boolean area(double startParam, double endParam, double& value,
                         const AcGeTol& tol = AcGeContext::gTol) const override;
 };

@@ -1,6 +1,6 @@
 #include "geell3d.h"
 
-#include "curvekernel.hpp"
+#include "circlekernel.hpp"
 #include "gearc3d.h"
 #include "geplane.h"
 
@@ -27,16 +27,6 @@ AcGeEllipArc3d::AcGeEllipArc3d(const AcGePoint3d& center, const AcGeVector3d& ma
 }
 
 void AcGeEllipArc3d::getPlane(AcGePlane& plane) const { plane.set(m_center, m_majorAxis, m_minorAxis); }
-
-AcGeEllipArc3d& AcGeEllipArc3d::transformBy(const AcGeMatrix3d& matrix) {
-    move(matrix);
-    return *this;
-}
-
-AcGeEllipArc3d& AcGeEllipArc3d::reverseParam() {
-    reverse();
-    return *this;
-}
 
 Adesk::Boolean AcGeEllipArc3d::isPlanar(AcGePlane& plane, const AcGeTol&) const {
     getPlane(plane);

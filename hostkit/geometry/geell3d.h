@@ -25,8 +25,14 @@ public:
     AcGeEllipArc3d* copy() const override { return new AcGeEllipArc3d(*this); }
     /// Right for every affine matrix: the moved conjugate radii give the new axes. The parameter of a point
     /// may shift by a constant when the matrix is not uniform.
-    AcGeEllipArc3d& transformBy(const AcGeMatrix3d& matrix) override;
-    AcGeEllipArc3d& reverseParam() override;
+    AcGeEllipArc3d& transformBy(const AcGeMatrix3d& matrix) override {
+        move(matrix);
+        return *this;
+    }
+    AcGeEllipArc3d& reverseParam() override {
+        reverse();
+        return *this;
+    }
     Adesk::Boolean isPlanar(AcGePlane& plane, const AcGeTol& tol = AcGeContext::gTol) const override;
     Adesk::Boolean area(double startParam, double endParam, double& value,
                         const AcGeTol& tol = AcGeContext::gTol) const override;

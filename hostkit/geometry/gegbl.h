@@ -118,6 +118,7 @@ struct Plane {
     using Arc = AcGeCircArc2d;
     using Ellipse = AcGeEllipArc2d;
     using Nurb = AcGeNurbCurve2d;
+    using CurveCurveInt = AcGeCurveCurveInt2d;
 };
 
 /// The classes of space.
@@ -138,6 +139,7 @@ struct Space {
     using Arc = AcGeCircArc3d;
     using Ellipse = AcGeEllipArc3d;
     using Nurb = AcGeNurbCurve3d;
+    using CurveCurveInt = AcGeCurveCurveInt3d;
 };
 
 } // namespace AcGeKernel

@@ -10,7 +10,10 @@ extern template class AcGeKernel::LinearOf<AcGeKernel::Plane>;
 class AcGeLinearEnt2d : public AcGeKernel::LinearOf<AcGeKernel::Plane> {
 public:
     AcGeLinearEnt2d* copy() const override = 0;
-    AcGeLinearEnt2d& transformBy(const AcGeMatrix2d& matrix) override;
+    AcGeLinearEnt2d& transformBy(const AcGeMatrix2d& matrix) override {
+        move(matrix);
+        return *this;
+    }
 
     /// The line through `point` whose direction is this one turned left by a right angle.
     void getPerpLine(const AcGePoint2d& point, AcGeLine2d& line) const;

@@ -3,11 +3,6 @@
 #include "geline3d.h"
 #include "geplane.h"
 
-AcGeLinearEnt3d& AcGeLinearEnt3d::transformBy(const AcGeMatrix3d& matrix) {
-    move(matrix);
-    return *this;
-}
-
 void AcGeLinearEnt3d::getPerpPlane(const AcGePoint3d& point, AcGePlane& plane) const {
     const AcGeVector3d unit = direction();
     plane.set(m_origin + unit * unit.dotProduct(point - m_origin), unit);

@@ -10,7 +10,10 @@ extern template class AcGeKernel::LinearOf<AcGeKernel::Space>;
 class AcGeLinearEnt3d : public AcGeKernel::LinearOf<AcGeKernel::Space> {
 public:
     AcGeLinearEnt3d* copy() const override = 0;
-    AcGeLinearEnt3d& transformBy(const AcGeMatrix3d& matrix) override;
+    AcGeLinearEnt3d& transformBy(const AcGeMatrix3d& matrix) override {
+        move(matrix);
+        return *this;
+    }
 
     /// The plane through the point of the unbounded line at `point`'s foot, perpendicular to the line.
     void getPerpPlane(const AcGePoint3d& point, AcGePlane& plane) const;

@@ -2,33 +2,21 @@
 #pragma once
 
 #include "gelent3d.h"
+#include "geline.h"
 
-/// An unbounded line. The parameter is the distance from the base point along the unit direction.
-class AcGeLine3d : public AcGeLinearEnt3d {
+extern template class AcGeKernel::LineOf<AcGeKernel::Space>;
+
+/// An unbounded line in space; see LineOf for its constructors and what it answers.
+class AcGeLine3d : public AcGeKernel::LineOf<AcGeKernel::Space> {
 public:
-    /// The x axis.
-    AcGeLine3d();
-    /// The direction may have any length; a vector below the global vector tolerance makes the line a point.
-    AcGeLine3d(const AcGePoint3d& point, const AcGeVector3d& direction);
-    AcGeLine3d(const AcGePoint3d& point1, const AcGePoint3d& point2);
-
-    static const AcGeLine3d& kXAxis();
-    static const AcGeLine3d& kYAxis();
+    using LineOf::LineOf;
     static const AcGeLine3d& kZAxis();
-
-    AcGeLine3d& set(const AcGePoint3d& point, const AcGeVector3d& direction) {
-        return *this = AcGeLine3d(point, direction);
-    }
-    AcGeLine3d& set(const AcGePoint3d& point1, const AcGePoint3d& point2) {
-        return *this = AcGeLine3d(point1, point2);
-    }
 
     AcGe::EntityId type() const override { return AcGe::kLine3d; }
     AcGeLine3d* copy() const override { return new AcGeLine3d(*this); }
-    AcGeLine3d& transformBy(const AcGeMatrix3d& matrix) override;
-    /// Always false: a line stays unbounded.
-    Adesk::Boolean setInterval(const AcGeInterval& interval) override;
-    AcGeLine3d& reverseParam() override;
-    /// Two rays that run away from the point.
-    void getSplitCurves(double param, AcGeCurve3d*& before, AcGeCurve3d*& after) const override;
+    AcGeLine3d& transformBy(const AcGeMatrix3d& matrix) override {
+        move(matrix);
+        return *this;
+    }
+    AcGeLine3d& reverseParam() override { return *this = AcGeLine3d(m_origin, -m_step); }
 };

@@ -1,6 +1,7 @@
 #include "gemat2d.h"
 
 #include "geline2d.h"
+#include "valuekernel.hpp"
 
 namespace {
 
@@ -16,14 +17,7 @@ AcGeMatrix2d& aboutPoint(AcGeMatrix2d& m, const AcGeVector2d& x, const AcGeVecto
 } // namespace
 
 AcGeMatrix2d AcGeMatrix2d::operator*(const AcGeMatrix2d& right) const {
-    AcGeMatrix2d result;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column) {
-            double sum = 0.0;
-            for (int k = 0; k < 3; ++k) sum += entry[row][k] * right.entry[k][column];
-            result.entry[row][column] = sum;
-        }
-    return result;
+    return AcGeKernel::product(*this, right);
 }
 
 double AcGeMatrix2d::det() const { return columnOf(*this, 0).crossProduct(columnOf(*this, 1)); }
@@ -47,21 +41,10 @@ AcGeMatrix2d& AcGeMatrix2d::invert() {
     return *this;
 }
 
-AcGeMatrix2d AcGeMatrix2d::transpose() const {
-    AcGeMatrix2d result;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column) result.entry[row][column] = entry[column][row];
-    return result;
-}
+AcGeMatrix2d AcGeMatrix2d::transpose() const { return AcGeKernel::transposed(*this); }
 
 Adesk::Boolean AcGeMatrix2d::isEqualTo(const AcGeMatrix2d& matrix, const AcGeTol& tol) const {
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column) {
-            if (column == 2 && row < 2) continue;
-            if (!(std::abs(entry[row][column] - matrix.entry[row][column]) <= tol.equalVector()))
-                return Adesk::kFalse;
-        }
-    return (AcGePoint2d::kOrigin + translation()).isEqualTo(AcGePoint2d::kOrigin + matrix.translation(), tol);
+    return AcGeKernel::areEqual<AcGePoint2d>(*this, matrix, tol);
 }
 
 Adesk::Boolean AcGeMatrix2d::isUniScaledOrtho(const AcGeTol& tol) const {

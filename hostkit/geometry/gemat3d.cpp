@@ -3,6 +3,7 @@
 #include "geline3d.h"
 #include "gemat2d.h"
 #include "geplane.h"
+#include "valuekernel.hpp"
 
 namespace {
 
@@ -25,14 +26,7 @@ void planeAxes(const AcGePlane& plane, AcGePoint3d& origin, AcGeVector3d& x, AcG
 } // namespace
 
 AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& right) const {
-    AcGeMatrix3d result;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column) {
-            double sum = 0.0;
-            for (int k = 0; k < 4; ++k) sum += entry[row][k] * right.entry[k][column];
-            result.entry[row][column] = sum;
-        }
-    return result;
+    return AcGeKernel::product(*this, right);
 }
 
 double AcGeMatrix3d::det() const {
@@ -71,21 +65,10 @@ AcGeMatrix3d& AcGeMatrix3d::invert() {
     return *this;
 }
 
-AcGeMatrix3d AcGeMatrix3d::transpose() const {
-    AcGeMatrix3d result;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column) result.entry[row][column] = entry[column][row];
-    return result;
-}
+AcGeMatrix3d AcGeMatrix3d::transpose() const { return AcGeKernel::transposed(*this); }
 
 Adesk::Boolean AcGeMatrix3d::isEqualTo(const AcGeMatrix3d& matrix, const AcGeTol& tol) const {
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column) {
-            if (column == 3 && row < 3) continue;
-            if (!(std::abs(entry[row][column] - matrix.entry[row][column]) <= tol.equalVector()))
-                return Adesk::kFalse;
-        }
-    return (AcGePoint3d::kOrigin + translation()).isEqualTo(AcGePoint3d::kOrigin + matrix.translation(), tol);
+    return AcGeKernel::areEqual<AcGePoint3d>(*this, matrix, tol);
 }
 
 Adesk::Boolean AcGeMatrix3d::isScaledOrtho(const AcGeTol& tol) const {

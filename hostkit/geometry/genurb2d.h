@@ -13,6 +13,12 @@ public:
 
     AcGe::EntityId type() const override { return AcGe::kNurbCurve2d; }
     AcGeNurbCurve2d* copy() const override { return new AcGeNurbCurve2d(*this); }
-    AcGeNurbCurve2d& transformBy(const AcGeMatrix2d& matrix) override;
-    AcGeNurbCurve2d& reverseParam() override;
+    AcGeNurbCurve2d& transformBy(const AcGeMatrix2d& matrix) override {
+        move(matrix);
+        return *this;
+    }
+    AcGeNurbCurve2d& reverseParam() override {
+        reverse();
+        return *this;
+    }
 };

@@ -3,16 +3,6 @@
 #include "geline3d.h"
 #include "geplane.h"
 
-AcGeNurbCurve3d& AcGeNurbCurve3d::transformBy(const AcGeMatrix3d& matrix) {
-    move(matrix);
-    return *this;
-}
-
-AcGeNurbCurve3d& AcGeNurbCurve3d::reverseParam() {
-    reverse();
-    return *this;
-}
-
 Adesk::Boolean AcGeNurbCurve3d::isPlanar(AcGePlane& plane, const AcGeTol& tol) const {
     AcGeLine3d line;
     if (isEmpty()) return Adesk::kFalse;

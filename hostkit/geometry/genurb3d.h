@@ -13,7 +13,13 @@ public:
 
     AcGe::EntityId type() const override { return AcGe::kNurbCurve3d; }
     AcGeNurbCurve3d* copy() const override { return new AcGeNurbCurve3d(*this); }
-    AcGeNurbCurve3d& transformBy(const AcGeMatrix3d& matrix) override;
-    AcGeNurbCurve3d& reverseParam() override;
+    AcGeNurbCurve3d& transformBy(const AcGeMatrix3d& matrix) override {
+        move(matrix);
+        return *this;
+    }
+    AcGeNurbCurve3d& reverseParam() override {
+        reverse();
+        return *this;
+    }
     Adesk::Boolean isPlanar(AcGePlane& plane, const AcGeTol& tol = AcGeContext::gTol) const override;
 };

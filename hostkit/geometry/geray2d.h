@@ -2,24 +2,21 @@
 #pragma once
 
 #include "gelent2d.h"
+#include "geline.h"
 
-/// A line from a start point on. The parameter is the distance from the start, 0 to infinity.
-class AcGeRay2d : public AcGeLinearEnt2d {
+extern template class AcGeKernel::RayOf<AcGeKernel::Plane>;
+
+/// A line from a start point on in the plane; see RayOf for its constructors and what it answers.
+class AcGeRay2d : public AcGeKernel::RayOf<AcGeKernel::Plane> {
 public:
-    AcGeRay2d(); ///< the positive x axis
-    AcGeRay2d(const AcGePoint2d& point, const AcGeVector2d& direction);
-    AcGeRay2d(const AcGePoint2d& start, const AcGePoint2d& through);
-    AcGeRay2d& set(const AcGePoint2d& point, const AcGeVector2d& direction) {
-        return *this = AcGeRay2d(point, direction);
-    }
+    using RayOf::RayOf;
 
     AcGe::EntityId type() const override { return AcGe::kRay2d; }
     AcGeRay2d* copy() const override { return new AcGeRay2d(*this); }
-    AcGeRay2d& transformBy(const AcGeMatrix2d& matrix) override;
-    /// Always false: a ray stays a ray.
-    Adesk::Boolean setInterval(const AcGeInterval& interval) override;
+    AcGeRay2d& transformBy(const AcGeMatrix2d& matrix) override {
+        move(matrix);
+        return *this;
+    }
     /// No change: a ray has one sense only.
     AcGeRay2d& reverseParam() override { return *this; }
-    /// A segment and a ray.
-    void getSplitCurves(double param, AcGeCurve2d*& before, AcGeCurve2d*& after) const override;
 };

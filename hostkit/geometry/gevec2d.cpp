@@ -1,5 +1,7 @@
 #include "gevec2d.h"
 
+#include "valuekernel.hpp"
+
 double AcGeVector2d::angle() const {
     const double value = std::atan2(y, x);
     if (value >= 0.0) return value;
@@ -8,19 +10,15 @@ double AcGeVector2d::angle() const {
 }
 
 Adesk::Boolean AcGeVector2d::isParallelTo(const AcGeVector2d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    const AcGeVector2d a = *this / length(), b = v / v.length();
-    return (a - b).isZeroLength(tol) || (a + b).isZeroLength(tol);
+    return AcGeKernel::isParallel(*this, v, tol);
 }
 
 Adesk::Boolean AcGeVector2d::isCodirectionalTo(const AcGeVector2d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    return (*this / length() - v / v.length()).isZeroLength(tol);
+    return AcGeKernel::isCodirectional(*this, v, tol);
 }
 
 Adesk::Boolean AcGeVector2d::isPerpendicularTo(const AcGeVector2d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    return std::abs((*this / length()).dotProduct(v / v.length())) <= tol.equalVector();
+    return AcGeKernel::isPerpendicular(*this, v, tol);
 }
 
 AcGeVector2d& AcGeVector2d::rotateBy(double angle) {

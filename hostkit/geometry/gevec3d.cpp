@@ -2,6 +2,7 @@
 
 #include "geplanar.h"
 #include "gepnt2d.h"
+#include "valuekernel.hpp"
 
 namespace AcGe {
 
@@ -69,19 +70,15 @@ AcGeVector3d AcGeVector3d::perpVector() const {
 }
 
 Adesk::Boolean AcGeVector3d::isParallelTo(const AcGeVector3d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    const AcGeVector3d a = *this / length(), b = v / v.length();
-    return (a - b).isZeroLength(tol) || (a + b).isZeroLength(tol);
+    return AcGeKernel::isParallel(*this, v, tol);
 }
 
 Adesk::Boolean AcGeVector3d::isCodirectionalTo(const AcGeVector3d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    return (*this / length() - v / v.length()).isZeroLength(tol);
+    return AcGeKernel::isCodirectional(*this, v, tol);
 }
 
 Adesk::Boolean AcGeVector3d::isPerpendicularTo(const AcGeVector3d& v, const AcGeTol& tol) const {
-    if (isZeroLength(tol) || v.isZeroLength(tol)) return Adesk::kFalse;
-    return std::abs((*this / length()).dotProduct(v / v.length())) <= tol.equalVector();
+    return AcGeKernel::isPerpendicular(*this, v, tol);
 }
 
 AcGeVector3d& AcGeVector3d::rotateBy(double angle, const AcGeVector3d& axis) {
