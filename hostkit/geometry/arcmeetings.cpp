@@ -76,41 +76,53 @@ double angleAt(const AcGeCircArc2d& arc, const AcGePoint2d& point) {
     return unclampedAngle(arc.startAng(), arc.endAng(), arc.paramOf(point, AcGeContext::gTol));
 }
 
-// Runs and touches of two arcs of one circle. `first` carries the parameters; the second's range is carried
-// over to it by the angle of its start (its end, when it runs the other way) and its sweep.
-ArcMeetings<Plane> meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& second,
-                                   const AcGeTol& tol) {
-    ArcMeetings<Plane> meetings;
-    const bool sameSense = first.isClockWise() == second.isClockWise();
-    const double sweep = second.endAng() - second.startAng();
-    const double from =
-        angleFrom(first.startAng(), angleAt(first, sameSense ? second.startPoint() : second.endPoint()));
-    const auto onSecond = [&](double angle) {
+// Two arcs of one circle. The first carries the parameters; the second's range is carried over to it by the
+// angle of its start (its end, when it runs the other way) and its sweep.
+struct OneCircle {
+    OneCircle(const AcGeCircArc2d& a, const AcGeCircArc2d& b)
+        : first(a)
+        , second(b)
+        , sameSense(a.isClockWise() == b.isClockWise())
+        , sweep(b.endAng() - b.startAng())
+        , from(angleFrom(a.startAng(), angleAt(a, sameSense ? b.startPoint() : b.endPoint()))) {}
+
+    double onSecond(double angle) const {
         return sameSense ? second.startAng() + (angle - from) : second.endAng() - (angle - from);
-    };
-    const auto addRun = [&](double lo, double hi) {
+    }
+    void addRun(ArcMeetings<Plane>& meetings, double lo, double hi) const {
         ArcMeetings<Plane>::Run& run = meetings.runs[meetings.runCount++];
         run.onFirst.set(lo, hi);
         const double a = onSecond(lo), b = onSecond(hi);
         run.onSecond.set(std::min(a, b), std::max(a, b));
-    };
+    }
+
+    const AcGeCircArc2d &first, &second;
+    bool sameSense;
+    double sweep;
+    double from;
+};
+
+ArcMeetings<Plane> meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc2d& second,
+                                   const AcGeTol& tol) {
+    ArcMeetings<Plane> meetings;
+    const OneCircle both(first, second);
     const double allowed = allowanceOf(first, second.center(), tol);
     // A full circle has the other arc whole, whatever lies at its seam.
     if (isFullTurn(second.startAng(), second.endAng())) {
-        addRun(first.startAng(), first.endAng());
+        both.addRun(meetings, first.startAng(), first.endAng());
         return meetings;
     }
     if (isFullTurn(first.startAng(), first.endAng())) {
-        addRun(from, from + sweep);
+        both.addRun(meetings, both.from, both.from + both.sweep);
         return meetings;
     }
     for (double turn : {-AcGe::kTwoPi, 0.0}) {
-        const double lo = std::max(from + turn, first.startAng()),
-                     hi = std::min(from + turn + sweep, first.endAng());
+        const double lo = std::max(both.from + turn, first.startAng()),
+                     hi = std::min(both.from + turn + both.sweep, first.endAng());
         const double size = (hi - lo) * first.radius();
         if (size > allowed) {
             // A range a whole turn before is the same arc: the second's parameters are counted from there.
-            addRun(lo - turn, hi - turn);
+            both.addRun(meetings, lo - turn, hi - turn);
             meetings.runs[meetings.runCount - 1].onFirst.set(lo, hi);
         } else if (size >= -allowed) {
             addOnce(meetings, first.evalPoint(lo), allowed);
@@ -122,6 +134,21 @@ ArcMeetings<Plane> meetOnOneCircle(const AcGeCircArc2d& first, const AcGeCircArc
 void orderAlong(const AcGeCircArc2d& arc, ArcMeetings<Plane>& meetings) {
     if (meetings.pointCount == 2 && angleAt(arc, meetings.points[1]) < angleAt(arc, meetings.points[0]))
         std::swap(meetings.points[0], meetings.points[1]);
+}
+
+// Where two circles touch, outside or one in the other; `unit` points from the first centre to the second.
+void addTouchOfArcs(ArcMeetings<Plane>& meetings, const AcGeCircArc2d& first, const AcGeCircArc2d& second,
+                    const AcGeVector2d& unit, bool outside, double allowed, const AcGeTol& tol) {
+    const double r1 = first.radius(), r2 = second.radius();
+    // The touching point is counted from the smaller circle, whose radius carries fewer digits away.
+    const bool fromFirst = r1 <= r2;
+    const double sign = outside ? (fromFirst ? 1.0 : -1.0) : (fromFirst ? -1.0 : 1.0);
+    const AcGePoint2d center = fromFirst ? first.center() : second.center();
+    // The circles part as a line and a circle of their difference in curvature do.
+    const double smaller = std::min(r1, r2), apart = outside ? r1 + r2 : std::abs(r1 - r2);
+    const double stretch =
+        apart > 0.0 ? 2.0 * std::sqrt(smaller * (std::max(r1, r2) / apart) * allowed) : smaller;
+    addTouch(meetings, first, second, center + unit * (sign * smaller), std::min(stretch, smaller), tol);
 }
 
 } // namespace
@@ -162,15 +189,7 @@ ArcMeetings<Plane> meetArcArc(const AcGeCircArc2d& first, const AcGeCircArc2d& s
     const bool touchOutside = distance >= r1 + r2 - allowed,
                touchInside = distance <= std::abs(r1 - r2) + allowed;
     if (touchOutside || touchInside) {
-        // The touching point is counted from the smaller circle, whose radius carries fewer digits away.
-        const bool fromFirst = r1 <= r2;
-        const double sign = touchOutside ? (fromFirst ? 1.0 : -1.0) : (fromFirst ? -1.0 : 1.0);
-        const AcGePoint2d center = fromFirst ? first.center() : second.center();
-        // The circles part as a line and a circle of their difference in curvature do.
-        const double smaller = std::min(r1, r2), apart = touchOutside ? r1 + r2 : std::abs(r1 - r2);
-        const double stretch =
-            apart > 0.0 ? 2.0 * std::sqrt(smaller * (std::max(r1, r2) / apart) * allowed) : smaller;
-        addTouch(meetings, first, second, center + unit * (sign * smaller), std::min(stretch, smaller), tol);
+        addTouchOfArcs(meetings, first, second, unit, touchOutside, allowed, tol);
         return meetings;
     }
     const double along = (distance + (r1 - r2) * ((r1 + r2) / distance)) / 2.0;

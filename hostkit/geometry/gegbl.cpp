@@ -1,51 +1,33 @@
 #include "gegbl.h"
 
+#include <iterator>
+
 namespace AcGe {
 namespace {
 
-// Each class with its base; a root names itself.
-EntityId baseOf(EntityId id) {
-    switch (id) {
-    case kCurve2d:
-    case kBoundBlock2d:
-    case kCurveCurveInt2d:
-        return kEntity2d;
-    case kCurve3d:
-    case kPlanarEnt:
-    case kBoundBlock3d:
-    case kCurveCurveInt3d:
-        return kEntity3d;
-    case kLinearEnt2d:
-    case kCircArc2d:
-    case kEllipArc2d:
-    case kNurbCurve2d:
-        return kCurve2d;
-    case kLinearEnt3d:
-    case kCircArc3d:
-    case kEllipArc3d:
-    case kNurbCurve3d:
-        return kCurve3d;
-    case kLine2d:
-    case kLineSeg2d:
-    case kRay2d:
-        return kLinearEnt2d;
-    case kLine3d:
-    case kLineSeg3d:
-    case kRay3d:
-        return kLinearEnt3d;
-    case kPlane:
-        return kPlanarEnt;
-    default:
-        return id;
-    }
-}
+// The base of each class, in the order of EntityId; a root names itself.
+constexpr EntityId kBases[] = {
+    kEntity2d,    kEntity3d,    // entities
+    kEntity2d,    kEntity3d,    // curves
+    kCurve2d,     kCurve3d,     // linear entities
+    kLinearEnt2d, kLinearEnt3d, // lines
+    kLinearEnt2d, kLinearEnt3d, // segments
+    kLinearEnt2d, kLinearEnt3d, // rays
+    kCurve2d,     kCurve3d,     // circular arcs
+    kCurve2d,     kCurve3d,     // elliptic arcs
+    kCurve2d,     kCurve3d,     // splines
+    kEntity3d,    kPlanarEnt,   // planar entity, plane
+    kEntity2d,    kEntity3d,    // boxes
+    kEntity2d,    kEntity3d,    // intersections
+};
+static_assert(std::size(kBases) == kCurveCurveInt3d + 1);
 
 } // namespace
 
 bool isDerivedFrom(EntityId id, EntityId ancestor) {
     for (;;) {
         if (id == ancestor) return true;
-        const EntityId base = baseOf(id);
+        const EntityId base = kBases[id];
         if (base == id) return false;
         id = base;
     }

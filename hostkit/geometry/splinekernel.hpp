@@ -143,6 +143,17 @@ void insertKnot(int degree, std::vector<double>& knots, std::vector<Node>& nodes
     knots.insert(knots.begin() + at + 1, knot);
 }
 
+/// The knots inside a range, with full ones at its ends.
+inline AcGeKnotVector knotsBetween(int degree, const std::vector<double>& knots, double lo, double hi,
+                                   double tolerance) {
+    AcGeKnotVector between(tolerance);
+    for (int i = 0; i <= degree; ++i) between.append(lo);
+    for (double knot : knots)
+        if (knot > lo && knot < hi) between.append(knot);
+    for (int i = 0; i <= degree; ++i) between.append(hi);
+    return between;
+}
+
 /// The part between two parameters as a spline of its own with full knots at its ends.
 template <class T>
 void trimSpline(int degree, AcGeKnotVector& knots, typename T::PointArray& points, AcGeDoubleArray& weights,
@@ -162,25 +173,34 @@ void trimSpline(int degree, AcGeKnotVector& knots, typename T::PointArray& point
     const auto firstNode = std::upper_bound(values.begin(), values.end(), lo) - values.begin() - degree - 1;
     const auto lastNode = std::lower_bound(values.begin(), values.end(), hi) - values.begin() - 1;
     const bool rational = !weights.isEmpty();
-    AcGeKnotVector newKnots(knots.tolerance());
     typename T::PointArray newPoints;
     AcGeDoubleArray newWeights;
-    for (int i = 0; i <= degree; ++i) newKnots.append(lo);
-    for (double value : values)
-        if (value > lo && value < hi) newKnots.append(value);
-    for (int i = 0; i <= degree; ++i) newKnots.append(hi);
     for (auto i = firstNode; i <= lastNode; ++i) {
         const Node& node = nodes[static_cast<std::size_t>(i)];
         newPoints.append(origin + node.offset / node.weight);
         if (rational) newWeights.append(node.weight);
     }
-    knots = newKnots;
+    knots = knotsBetween(degree, values, lo, hi, knots.tolerance());
     points = newPoints;
     weights = newWeights;
 }
 
-/// Slopes at the fit points of the cubic with continuous second derivative over chord-length parameters: a
-/// tridiagonal system solved forward and back. A zero end tangent makes the second derivative vanish there.
+/// Solves a tridiagonal system forward and back; `right` becomes the solution.
+template <class Vector>
+void solveTridiagonal(const std::vector<double>& lower, std::vector<double>& diagonal,
+                      const std::vector<double>& upper, std::vector<Vector>& right) {
+    const std::size_t n = right.size();
+    for (std::size_t i = 1; i < n; ++i) {
+        const double factor = lower[i] / diagonal[i - 1];
+        diagonal[i] -= factor * upper[i - 1];
+        right[i] -= right[i - 1] * factor;
+    }
+    right[n - 1] /= diagonal[n - 1];
+    for (std::size_t i = n - 1; i-- > 0;) right[i] = (right[i] - right[i + 1] * upper[i]) / diagonal[i];
+}
+
+/// Slopes at the fit points of the cubic with continuous second derivative over chord-length parameters. A
+/// zero end tangent makes the second derivative vanish there.
 template <class Point, class Vector>
 std::vector<Vector> fitSlopes(const std::vector<Point>& q, const std::vector<double>& h,
                               const Vector& startTangent, const Vector& endTangent) {
@@ -208,13 +228,7 @@ std::vector<Vector> fitSlopes(const std::vector<Point>& q, const std::vector<dou
     } else {
         right[n - 1] = endTangent.normal();
     }
-    for (std::size_t i = 1; i < n; ++i) {
-        const double factor = lower[i] / diagonal[i - 1];
-        diagonal[i] -= factor * upper[i - 1];
-        right[i] -= right[i - 1] * factor;
-    }
-    right[n - 1] /= diagonal[n - 1];
-    for (std::size_t i = n - 1; i-- > 0;) right[i] = (right[i] - right[i + 1] * upper[i]) / diagonal[i];
+    solveTridiagonal(lower, diagonal, upper, right);
     return right;
 }
 
