@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeCircArc2d and AcGeCircArc3d in what they share. Covers angles, radius, crossings and all that a curve answers; leaves out fillets and tangent circles.
+// What the circular arcs of the plane and of space share: angles, radius, crossings and all that a curve answers.
 #pragma once
 
 #include "gecurv.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeBoundBlock2d and AcGeBoundBlock3d in what they share. Covers boxes along the axes; leaves out boxes along other directions.
+// What the boxes along the axes of the plane and of space share.
 #pragma once
 
 #include "geent.h"

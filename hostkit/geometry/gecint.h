@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeCurveCurveInt2d and AcGeCurveCurveInt3d in what they share. Covers all crossings and common runs of two curves; leaves out tangency types.
+// What the curve-curve intersections of the plane and of space share.
 #pragma once
 
 #include "geintrvl.h"

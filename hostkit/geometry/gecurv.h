@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeCurve2d and AcGeCurve3d in what they share. Covers intervals, evaluation, closest points, tests, measures, sampling and splitting; leaves out offsets.
+// What the curves of the plane and of space share: intervals, evaluation, closest points, tests, measures, sampling and splitting.
 #pragma once
 
 #include "geent.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeEllipArc2d and AcGeEllipArc3d in what they share. Covers elliptic arcs and ellipses; leaves out closed-form crossings.
+// What the elliptic arcs of the plane and of space share: axes, angles and all that a curve answers.
 #pragma once
 
 #include "gecurv.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeEntity2d and AcGeEntity3d in what they share. Covers kind, copy, moving, scaling and the tests; leaves out error conditions.
+// What the things of the plane and of space share: kind, copy, moving, scaling and the tests.
 #pragma once
 
 #include "gegbl.h"

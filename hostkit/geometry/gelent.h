@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeLinearEnt2d and AcGeLinearEnt3d in what they share. Covers direction, relations, crossings and overlaps of straight curves; leaves out projected overlaps.
+// What the straight curves of the plane and of space share: direction, relations, crossings and overlaps.
 #pragma once
 
 #include "gecurv.h"

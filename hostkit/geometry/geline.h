@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeLine2d, AcGeLine3d, AcGeRay2d, AcGeRay3d, AcGeLineSeg2d and AcGeLineSeg3d in what those of the plane and of space share. Covers the straight curves by their bounds; leaves out bisectors and barycentric combinations.
+// What lines, rays and segments of the plane and of space share: their bounds and how they are cut.
 #pragma once
 
 #include "gelent.h"

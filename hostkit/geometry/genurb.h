@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGeNurbCurve2d and AcGeNurbCurve3d in what they share. Covers rational splines: definition, evaluation, interpolation of fit points, trimming; leaves out knot and degree editing.
+// What the splines of the plane and of space share: definition, evaluation, interpolation of fit points, trimming.
 #pragma once
 
 #include "gecurv.h"
