@@ -1,4 +1,4 @@
-// What the circular arcs of the plane and of space share: angles, radius, crossings and all that a curve answers.
+// What the circular arcs of the plane and of space share: angles, radius, crossings, measures.
 #pragma once
 
 #include "gecurv.h"

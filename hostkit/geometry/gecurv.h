@@ -1,4 +1,4 @@
-// What the curves of the plane and of space share: intervals, evaluation, closest points, tests, measures, sampling and splitting.
+// What the curves of the plane and of space share: evaluation, closest points, measures, sampling, splitting.
 #pragma once
 
 #include "geent.h"

@@ -1,4 +1,4 @@
-// What the splines of the plane and of space share: definition, evaluation, interpolation of fit points, trimming.
+// What the splines of the plane and of space share: definition, evaluation, fit points, trimming.
 #pragma once
 
 #include "gecurv.h"
