@@ -60,9 +60,10 @@ public:
     using Base::getSamplePoints;
     void getInterval(AcGeInterval& interval) const override { interval.set(m_startAngle, m_endAngle); }
     Adesk::Boolean setInterval(const AcGeInterval& interval) override;
-    Point evalPoint(double param) const override;
+    // What crossings ask for most is final: no class below has it otherwise, and calls need no table.
+    Point evalPoint(double param) const final;
     Point evalPoint(double param, int numDeriv, VectorArray& derivatives) const override;
-    double paramOfClosestPoint(const Point& point) const override;
+    double paramOfClosestPoint(const Point& point) const final;
     double paramOf(const Point& point, const AcGeTol& tol = AcGeContext::gTol) const override;
     Adesk::Boolean isPeriodic(double& period) const override;
     double length(double fromParam, double toParam, const AcGeTol& tol = AcGeContext::gTol) const override;
@@ -73,7 +74,7 @@ public:
     void getSamplePoints(double fromParam, double toParam, double tolerance, PointArray& points,
                          AcGeDoubleArray& params) const override;
     void getSmoothPieces(AcGeDoubleArray& params) const override;
-    double coordinateMagnitude() const override { return std::max(m_center.largestCoordinate(), m_radius); }
+    double coordinateMagnitude() const final { return std::max(m_center.largestCoordinate(), m_radius); }
 
 protected:
     ArcOf() = default;
