@@ -5,10 +5,12 @@
 #include "geell2d.h"
 #include "geell3d.h"
 #include "geline2d.h"
+#include "geline3d.h"
 #include "gelnsg2d.h"
 #include "gelnsg3d.h"
 #include "genurb2d.h"
 #include "genurb3d.h"
+#include "geray2d.h"
 #include "geray3d.h"
 #include "placements.h"
 
@@ -23,12 +25,7 @@ using placements::inUlps;
 using placements::numbersOf;
 using placements::pointsOf;
 
-struct Space {
-    using Curve = AcGeCurve3d;
-    using Point = AcGePoint3d;
-    using PointArray = AcGePoint3dArray;
-    using VectorArray = AcGeVector3dArray;
-    using Block = AcGeBoundBlock3d;
+struct Space : AcGeKernel::Space {
     static auto placementsOf() { return placements::ofSpace(); }
     static std::vector<std::shared_ptr<Curve>> curves() {
         const auto control = pointsOf({{0, 0, 0}, {1, 3, 1}, {4, 3, -1}, {5, 0, 0}, {7, -2, 2}});
@@ -48,12 +45,7 @@ struct Space {
     }
 };
 
-struct Plane {
-    using Curve = AcGeCurve2d;
-    using Point = AcGePoint2d;
-    using PointArray = AcGePoint2dArray;
-    using VectorArray = AcGeVector2dArray;
-    using Block = AcGeBoundBlock2d;
+struct Plane : AcGeKernel::Plane {
     static auto placementsOf() { return placements::ofPlane(); }
     static std::vector<std::shared_ptr<Curve>> curves() {
         AcGePoint2dArray control;
@@ -240,7 +232,47 @@ TYPED_TEST(EveryCurve, SamplesStayWithinTheChordTolerance) {
             }
         }
         EXPECT_LT(points.length(), 200);
+        for (int count = 2; count < 60; ++count) {
+            curve.getSamplePoints(count, points, params);
+            EXPECT_EQ(lo, params.first());
+            EXPECT_EQ(hi, params.last());
+        }
     });
+}
+
+TYPED_TEST(EveryCurve, StraightOnesKeepTheirEndsAndAreCutWhereAsked) {
+    using Point = typename TypeParam::Point;
+    placements::Random random(19);
+    for (int i = 0; i < 100; ++i) {
+        Point start, end;
+        for (unsigned int axis = 0; axis < TypeParam::dimensions; ++axis) {
+            start[axis] = random.between(-1e3, 1e3);
+            end[axis] = random.between(-1.0, 1.0);
+        }
+        const typename TypeParam::Segment segment(start, end);
+        EXPECT_EQ(0.0, segment.endPoint().distanceTo(end));
+        EXPECT_EQ(0.0, segment.evalPoint(1.0).distanceTo(end));
+        const typename TypeParam::Ray ray(start, end);
+        const typename TypeParam::Line line(start, end);
+        for (const typename TypeParam::Curve* curve :
+             {static_cast<const typename TypeParam::Curve*>(&ray),
+              static_cast<const typename TypeParam::Curve*>(&line)}) {
+            typename TypeParam::Curve *before = nullptr, *after = nullptr;
+            curve->getSplitCurves(2.0, before, after);
+            ASSERT_TRUE(before && after);
+            const std::unique_ptr<typename TypeParam::Curve> owned1(before), owned2(after);
+            const Point cut = curve->evalPoint(2.0);
+            Point met;
+            EXPECT_TRUE(after->hasStartPoint(met) && met.isEqualTo(cut));
+            EXPECT_TRUE(after->isOn(curve->evalPoint(9.0)) && !after->isOn(curve->evalPoint(1.0)));
+            EXPECT_TRUE(before->isOn(cut) && before->isOn(curve->evalPoint(1.0)));
+            EXPECT_FALSE(before->isOn(curve->evalPoint(9.0)));
+            EXPECT_EQ(curve == &line, before->isOn(curve->evalPoint(-9.0)) != 0);
+        }
+    }
+    typename TypeParam::Curve *before = nullptr, *after = nullptr;
+    typename TypeParam::Ray().getSplitCurves(0.0, before, after);
+    EXPECT_TRUE(!before && !after);
 }
 
 TEST(Arc, ThreePointsAreMetWithinAFewUlpsAnywhere) {
