@@ -23,12 +23,19 @@ if(VEXO_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${VEXO_CCACHE})
 endif()
 
-# vexo_layer(platform LINKS runtime ...): one kit layer, one folder, one shared library. Its headers are found by
-# their bare names, so that the library can be built against another host by swapping the include directories.
+# vexo_layer(platform LINKS runtime ... ROOMS ...): one kit layer, one folder with the rooms in it, one shared
+# library. Its headers are found by their bare names, so that the library can be built against another host by
+# swapping the include directories.
 function(vexo_layer name)
-  cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  cmake_parse_arguments(arg "" "" "LINKS;ROOMS" ${ARGN})
+  set(folders ${CMAKE_CURRENT_SOURCE_DIR})
+  foreach(room IN LISTS arg_ROOMS)
+    list(APPEND folders ${CMAKE_CURRENT_SOURCE_DIR}/${room})
+  endforeach()
+  list(TRANSFORM folders APPEND /*.cpp OUTPUT_VARIABLE source_patterns)
+  list(TRANSFORM folders APPEND /*.h OUTPUT_VARIABLE header_patterns)
+  file(GLOB sources CONFIGURE_DEPENDS ${source_patterns})
+  file(GLOB headers CONFIGURE_DEPENDS ${header_patterns})
   set(target vexokit_${name})
   if(sources)
     add_library(${target} SHARED ${sources} ${headers})
@@ -40,7 +47,7 @@ function(vexo_layer name)
   endif()
   target_compile_features(${target} ${scope} cxx_std_20)
   target_include_directories(${target} ${scope}
-    $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}> $<INSTALL_INTERFACE:include/VEXOTools10/hostkit>)
+    "$<BUILD_INTERFACE:${folders}>" $<INSTALL_INTERFACE:include/VEXOTools10/hostkit>)
   foreach(below IN LISTS arg_LINKS)
     target_link_libraries(${target} ${scope} vexokit_${below})
   endforeach()

@@ -1,0 +1,149 @@
+#include "dblayout.h"
+
+#include "assignfield.h"
+#include "dbaccess.h"
+#include "dbblocktablerecord.h"
+#include "fielditems.h"
+#include "fieldtable.h"
+#include "ownederasure.h"
+
+using namespace hostkit;
+
+HOSTKIT_KIT_CLASS(AcDbLayout, AcDbObject, L"LAYOUT")
+
+Acad::ErrorStatus AcDbLayout::setLayoutName(const wchar_t* name) {
+    return hostkit::assignIf(name && *name, *this, m_name, name ? name : L"");
+}
+
+Acad::ErrorStatus AcDbLayout::setBlockTableRecordId(AcDbObjectId id) {
+    return hostkit::assignField(*this, m_blockId, id);
+}
+
+Acad::ErrorStatus AcDbLayout::setTabOrder(int order) {
+    return hostkit::assignIf(order >= 0 && order <= 32767, *this, m_tabOrder,
+                             static_cast<Adesk::Int16>(order));
+}
+
+namespace {
+
+/// The block whose sheet this is; null where the two do not agree.
+AcDbBlockTableRecord* ownBlock(const AcDbLayout& layout) {
+    auto* block = hostkit::DatabaseAccess::objectOf<AcDbBlockTableRecord>(layout.getBlockTableRecordId());
+    return block && block->getLayoutId() == layout.objectId() ? block : nullptr;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbLayout::subErase(Adesk::Boolean erasing) {
+    const AcDbBlockTableRecord* block = erasing ? ownBlock(*this) : nullptr;
+    const bool isStanding = block && (block->objectId() == database()->modelSpaceId() ||
+                                      block->objectId() == database()->paperSpaceId());
+    return isStanding ? Acad::eCannotBeErasedByCaller : AcDbObject::subErase(erasing);
+}
+
+// The block is no part of the layout, so cancel would not bring it back: it goes when cancel is past.
+Acad::ErrorStatus AcDbLayout::subClose() {
+    const Acad::ErrorStatus status = AcDbObject::subClose();
+    if (const AcDbBlockTableRecord* block = ownBlock(*this))
+        hostkit::eraseWithOwner(block->objectId(), isErased());
+    return status;
+}
+
+// --- Filing ------------------------------------------------------------------------------------------------
+
+struct AcDbLayout::Filing {
+    static constexpr GroupField<AcDbLayout> groups[] = {
+        textField<&AcDbLayout::m_name>(1),
+        integerField<&AcDbLayout::m_tabOrder>(71),
+        idField<&AcDbLayout::m_blockId>(330),
+    };
+
+    static Acad::ErrorStatus readAll(AcDbDxfFiler& filer, GroupBlock& block) {
+        block.clear();
+        AcDbDxfGroup group;
+        for (;;) {
+            const Acad::ErrorStatus status = filer.readItem(group);
+            if (status == Acad::eEndOfObject) return Acad::eOk;
+            if (status != Acad::eOk) return status;
+            if (isStorable(group))
+                block.append(group);
+            else
+                filer.rejectItem();
+        }
+    }
+
+    struct Real {
+        short code;
+        double value;
+    };
+    struct Integer {
+        short code;
+        Adesk::Int64 value;
+    };
+
+    /// A page without a printer, as readers want to find one.
+    static void writeStandardPlotSettings(AcDbDxfFiler& filer) {
+        for (const short code : {1, 2, 4, 6}) filer.writeText(code, code == 2 ? L"none_device" : L"");
+        for (short code = 40; code <= 49; ++code) filer.writeReal(code, 0.0);
+        constexpr Real reals[] = {{140, 0.0}, {141, 0.0}, {142, 1.0}, {143, 1.0}};
+        for (const Real& real : reals) filer.writeReal(real.code, real.value);
+        constexpr Integer integers[] = {{70, 688}, {72, 0}, {73, 0}, {74, 5}};
+        for (const Integer& integer : integers) filer.writeInteger(integer.code, integer.value);
+        filer.writeText(7, L"");
+        filer.writeInteger(75, 16);
+        filer.writeReal(147, 1.0);
+        filer.writeReal(148, 0.0);
+        filer.writeReal(149, 0.0);
+    }
+
+    /// Limits, insertion base, extents (empty) and coordinate system.
+    static void writeStandardRest(AcDbDxfFiler& filer) {
+        constexpr double far = 1e20;
+        filer.writeItem(10, AcGePoint2d(0.0, 0.0));
+        filer.writeItem(11, AcGePoint2d(12.0, 9.0));
+        filer.writeItem(12, AcGePoint3d(0.0, 0.0, 0.0));
+        filer.writeItem(14, AcGePoint3d(far, far, far));
+        filer.writeItem(15, AcGePoint3d(-far, -far, -far));
+        filer.writeReal(146, 0.0);
+        filer.writeItem(13, AcGePoint3d(0.0, 0.0, 0.0));
+        filer.writeItem(16, AcGePoint3d(1.0, 0.0, 0.0));
+        filer.writeItem(17, AcGePoint3d(0.0, 1.0, 0.0));
+        filer.writeInteger(76, 0);
+    }
+};
+
+Acad::ErrorStatus AcDbLayout::dxfInFields(AcDbDxfFiler* filer) {
+    Acad::ErrorStatus status = AcDbObject::dxfInFields(filer);
+    if (status == Acad::eOk && filer->atSubclassData(L"AcDbPlotSettings"))
+        status = Filing::readAll(*filer, m_plotSettings);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbLayout")) return status;
+    m_rest.clear();
+    return readFields(*filer, Filing::groups, *this, [this](const AcDbDxfGroup& group) {
+        if (!isStorable(group)) return false;
+        m_rest.append(group);
+        return true;
+    });
+}
+
+Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbObject::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(L"AcDbPlotSettings");
+    if (m_plotSettings.isEmpty())
+        Filing::writeStandardPlotSettings(*filer);
+    else
+        writeBlock(*filer, m_plotSettings);
+    filer->writeSubclassMark(L"AcDbLayout");
+    const auto& [name, order, block] = Filing::groups;
+    name.write(*this, name, *filer);
+    if (m_rest.isEmpty()) filer->writeInteger(70, 1);
+    order.write(*this, order, *filer);
+    if (m_rest.isEmpty())
+        Filing::writeStandardRest(*filer);
+    else
+        writeBlock(*filer, m_rest);
+    block.write(*this, block, *filer);
+    return filer->filerStatus();
+}
+
+HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbLayout)
