@@ -1,4 +1,5 @@
-// Stand-in for the host's application object. Covers its making, its life with the host and the count of references to it and its parts; leaves out being found from another process.
+// Application object: its making, its life with the host and the count of references to it and its parts;
+// leaves out being found from another process.
 #pragma once
 
 #include "cwinapp.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's command input. Covers the words of a command's line, quotes, and asking the user for more; leaves out picking.
+// Command input: the words of a command's line, quotes, and asking the user for more; leaves out picking.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// Stand-in for the host's frame of a running command. Covers its lock, its step for undo and transactions that it leaves; leaves out the command line.
+// Frame of a running command: its lock, its step for undo and transactions that it leaves; leaves out the
+// command line.
 #pragma once
 
 #include "acdocman.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's view of the current document. Covers what the current viewport shows, the display's coordinates and the user coordinate system; leaves out perspective.
+// View of the current document: what the current viewport shows, the display's coordinates and the user
+// coordinate system; leaves out perspective.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's input that waits. Covers texts, characters and expressions that run behind the running command, in order; leaves out scripts, which are the console's.
+// Input that waits: texts, characters and expressions that run behind the running command, in order; leaves
+// out scripts, which are the console's.
 #pragma once
 
 #include <deque>

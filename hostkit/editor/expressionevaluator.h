@@ -1,4 +1,5 @@
-// Stand-in for the host's expression evaluator. Covers the expressions that tools queue: setvar, getvar, command, list and progn; leaves out the rest of the language.
+// Expression evaluator: the expressions that tools queue: setvar, getvar, command, list and progn; leaves out
+// the rest of the language.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// Stand-in for the host's way from system variables to a drawing's header. Covers types by the group, and names of records; leaves out angles in other units.
+// Way from system variables to a drawing's header: types by the group, and names of records; leaves out
+// angles in other units.
 #pragma once
 
 #include "systemvariables.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's application. Covers putting the layers' parts together, opening and saving documents, running commands and what waits behind them; leaves out the user interface.
+// The application: putting the layers' parts together, opening and saving documents, running commands and
+// what waits behind them; leaves out the user interface.
 #pragma once
 
 #include "acadstrc.h"

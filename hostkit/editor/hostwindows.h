@@ -1,4 +1,5 @@
-// Stand-in for the host's own windows. Covers the main window, the docked and the text command line and the drawing's view, and input that comes to them; leaves out what they show.
+// The host's own windows: the main window, the docked and the text command line and the drawing's view, and
+// input that comes to them; leaves out what they show.
 #pragma once
 
 #include "cwnd.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's menu commands. Covers CUILOAD and CUIUNLOAD; leaves out the dialog that edits menus.
+// Menu commands: CUILOAD and CUIUNLOAD; leaves out the dialog that edits menus.
 #pragma once
 
 class AcEdCommandStack;

@@ -1,4 +1,5 @@
-// Stand-in for the host's menu files. Covers the group's name, toolbars and their buttons of the textual form; leaves out pull-down menus, shortcuts, pictures and the forms for machines.
+// Menu files: the group's name, toolbars and their buttons of the textual form; leaves out pull-down menus,
+// shortcuts, pictures and the forms for machines.
 #pragma once
 
 #include "acadstrc.h"

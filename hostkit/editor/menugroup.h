@@ -1,4 +1,5 @@
-// Stand-in for the host's menu groups. Covers groups with their toolbars and buttons, loaded and unloaded; leaves out pull-down menus, shortcuts and pictures.
+// Menu groups: groups with their toolbars and buttons, loaded and unloaded; leaves out pull-down menus,
+// shortcuts and pictures.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// Stand-in for the host's menu groups for programs. Covers making the object that hands them out; leaves out what the interfaces tell.
+// Menu groups for programs: making the object that hands them out; leaves out what the interfaces tell.
 #pragma once
 
 #include "hostapplication.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's in-place editor of paragraphs. Covers a dialog with the contents as they are coded; leaves out formatting tools.
+// In-place editor of paragraphs: a dialog with the contents as they are coded; leaves out formatting tools.
 #pragma once
 
 #include "afxwin.h"

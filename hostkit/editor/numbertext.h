@@ -1,4 +1,5 @@
-// Stand-in for the host's reading and writing of typed numbers. Covers whole numbers, reals and points in the C locale; leaves out feet, fractions and angles.
+// Reading and writing of typed numbers: whole numbers, reals and points in the C locale; leaves out feet,
+// fractions and angles.
 #pragma once
 
 #include <string>

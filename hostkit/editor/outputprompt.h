@@ -1,4 +1,5 @@
-// Stand-in for the host's file dialog for saving. Covers asking for a file on the command line, and for replacing it; leaves out folders to browse.
+// File dialog for saving: asking for a file on the command line, and for replacing it; leaves out folders to
+// browse.
 #pragma once
 
 #include "outputfiles.h"

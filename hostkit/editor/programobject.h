@@ -1,4 +1,5 @@
-// Stand-in for the host's objects for programs. Covers their references, interfaces and what they know of their host; leaves out what they do.
+// Objects for programs: their references, interfaces and what they know of their host; leaves out what they
+// do.
 #pragma once
 
 #include "oleauto.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's viewports on a sheet. Covers where one lies on the sheet and what it shows of the model; leaves out clipping, frozen layers and plotting.
+// Viewports on a sheet: where one lies on the sheet and what it shows of the model; leaves out clipping,
+// frozen layers and plotting.
 #pragma once
 
 #include "currentview.h"

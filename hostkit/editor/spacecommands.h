@@ -1,4 +1,4 @@
-// Stand-in for the host's own commands. Covers MSPACE and PSPACE; leaves out drawing and editing.
+// The host's own commands: MSPACE and PSPACE; leaves out drawing and editing.
 #pragma once
 
 class AcEdCommandStack;

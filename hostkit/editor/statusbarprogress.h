@@ -1,4 +1,4 @@
-// Stand-in for the host's meter over opening and saving. Covers one meter for one work; leaves out breaking off.
+// Meter over opening and saving: one meter for one work; leaves out breaking off.
 #pragma once
 
 #include "drawingprogress.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's system variables. Covers session, settings, document and header variables with types, ranges and read-only ones; leaves out variables that only steer a screen.
+// System variables: session, settings, document and header variables with types, ranges and read-only ones;
+// leaves out variables that only steer a screen.
 #pragma once
 
 #include "casefold.h"

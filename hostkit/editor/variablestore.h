@@ -1,4 +1,5 @@
-// Stand-in for the host's stored settings. Covers values of system variables as texts, in the user's hive of the registry; leaves out profiles.
+// Stored settings: values of system variables as texts, in the user's hive of the registry; leaves out
+// profiles.
 #pragma once
 
 #include "systemvariables.h"

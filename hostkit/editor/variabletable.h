@@ -1,4 +1,5 @@
-// Stand-in for the host's list of system variables. Covers names, types, bounds and first values; leaves out variables that only steer a screen.
+// List of system variables: names, types, bounds and first values; leaves out variables that only steer a
+// screen.
 #pragma once
 
 #include "systemvariables.h"

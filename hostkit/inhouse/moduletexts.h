@@ -1,4 +1,5 @@
-// Stand-in for the host's texts of loaded modules. Covers attached modules and those linked by the program; leaves out modules that export no table.
+// Texts of loaded modules: attached modules and those linked by the program; leaves out modules that export
+// no table.
 #pragma once
 
 #include "stringtable.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's string resources. Covers a table of texts that a module exports; leaves out other languages.
+// String resources: a table of texts that a module exports; leaves out other languages.
 #pragma once
 
 #include <cstddef>

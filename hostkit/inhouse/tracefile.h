@@ -1,4 +1,4 @@
-// Stand-in for the host's timeline of traced calls. Covers a file in the trace-event JSON form that a profiler opens; leaves out sampling.
+// Timeline of traced calls: a file in the trace-event JSON form that a profiler opens; leaves out sampling.
 #pragma once
 
 #include <string>

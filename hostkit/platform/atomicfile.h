@@ -1,4 +1,4 @@
-// Stand-in for the host's safe save. Covers replacing a file in one step, with its permissions kept; leaves out backup copies.
+// Safe save: replacing a file in one step, with its permissions kept; leaves out backup copies.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Stand-in for the host's registry on disk. Covers one readable text file, shared by processes; leaves out a cache between them.
+// Registry on disk: one readable text file, shared by processes; leaves out a cache between them.
 #pragma once
 
 #include "registrystore.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's outside world. Covers all that a person sees or gives: command line, meter, boxes, debug output, clock, environment, registry, drives; leaves out sound.
+// The port to the outside world: all that a person sees or gives: command line, meter, boxes, debug output,
+// clock, environment, registry, drives; leaves out sound.
 #pragma once
 
 #include <cstdint>

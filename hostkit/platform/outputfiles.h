@@ -1,5 +1,5 @@
-// Stand-in for the host's asking before it replaces a file. Covers what a run reads, writes and finds there already, by what a file is; leaves out locks between programs.
-// written over.
+// Files that a run writes, and the question before one is replaced: what a run reads, writes and finds there
+// already, by what a file is; leaves out locks between programs. written over.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Stand-in for the host's registry service. Covers stores of keys and values with rights and handles; leaves out security.
+// Registry service: stores of keys and values with rights and handles; leaves out security.
 #pragma once
 
 #include "registrytree.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's registry export. Covers the readable text form of all hives, read and written; leaves out comments, which are not kept.
+// Registry export: the readable text form of all hives, read and written; leaves out comments, which are not
+// kept.
 #pragma once
 
 #include "registrytree.h"

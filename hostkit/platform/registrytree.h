@@ -1,4 +1,4 @@
-// Stand-in for the host's registry hives. Covers keys and typed values as data; leaves out handles and rights.
+// Registry hives: keys and typed values as data; leaves out handles and rights.
 #pragma once
 
 #include "casefold.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's path rules. Covers both separators, drive letters, names of any bytes and looking a file up without regard to letter case; leaves out anything else.
+// Path rules: both separators, drive letters, names of any bytes and looking a file up without regard to
+// letter case; leaves out anything else.
 #pragma once
 
 #include <string>

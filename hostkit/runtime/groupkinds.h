@@ -1,4 +1,5 @@
-// Stand-in for the host's kinds of group codes, for code that looks up many. Covers a table of the published range; leaves out what a kind means, which adscodes.h tells.
+// Kinds of group codes, for code that looks up many: a table of the published range; leaves out what a kind
+// means, which adscodes.h tells.
 #pragma once
 
 #include "adscodes.h"

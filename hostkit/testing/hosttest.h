@@ -1,4 +1,5 @@
-// Stand-in for the host's fixture of a test, for GoogleTest. Covers a fresh host and the check at the end; leaves out other test frameworks, which use testhost.h.
+// Fixture of a test, for GoogleTest: a fresh host and the check at the end; leaves out other test frameworks,
+// which use testhost.h.
 #pragma once
 
 #include "axlock.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's user in a test. Covers scripted answers, a fixed clock and a record of all that was shown; leaves out nothing of the port.
+// User in a test: scripted answers, a fixed clock and a record of all that was shown; leaves out nothing of
+// the port.
 #pragma once
 
 #include "hostport.h"

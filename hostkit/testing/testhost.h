@@ -1,4 +1,5 @@
-// Stand-in for the host's session of a test. Covers a fresh host with a scripted user and an empty drawing, and what a test left behind; leaves out loading modules, which is the host's own.
+// Session of a test: a fresh host with a scripted user and an empty drawing, and what a test left behind;
+// leaves out loading modules, which is the host's own.
 #pragma once
 
 #include "dbdatabase.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's controls. Covers how buttons, labels, edits, lists and combo boxes act and look; leaves out owner drawing.
+// Controls: how buttons, labels, edits, lists and combo boxes act and look; leaves out owner drawing.
 #pragma once
 
 #include "desktop.h"

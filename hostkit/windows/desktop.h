@@ -1,4 +1,5 @@
-// Stand-in for the host's window manager. Covers the windows of one port, their order, focus, messages and modal input; leaves out several desktops.
+// The window manager: the windows of one port, their order, focus, messages and modal input; leaves out
+// several desktops.
 #pragma once
 
 #include "windowaction.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's font metrics. Covers widths and heights of one sans-serif face in any size; leaves out other faces and kerning.
+// Font metrics: widths and heights of one sans-serif face in any size; leaves out other faces and kerning.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,5 @@
-// Stand-in for the host's list contents. Covers what lists and combo boxes keep of their items, and their messages for it; leaves out painting.
+// List contents: what lists and combo boxes keep of their items, and their messages for it; leaves out
+// painting.
 #pragma once
 
 #include "winuser.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's screen. Covers a record of all that a window paints, and its picture; leaves out pixels.
+// What a window paints: a record of all that a window paints, and its picture; leaves out pixels.
 #pragma once
 
 #include "fontmetrics.h"

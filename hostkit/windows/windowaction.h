@@ -1,4 +1,4 @@
-// Stand-in for the host's user at a window. Covers what he sees of it and what he does there; leaves out dragging.
+// User at a window: what he sees of it and what he does there; leaves out dragging.
 #pragma once
 
 #include "painting.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's reverse look-up of insertions. Covers whether a block is shown by anything else; leaves out who shows it.
+// Reverse look-up of insertions: whether a block is shown by anything else; leaves out who shows it.
 #pragma once
 
 #include "objectscan.h"

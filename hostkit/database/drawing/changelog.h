@@ -1,4 +1,5 @@
-// Stand-in for the host's undo recording. Covers what objects, containers and the header were before a change, marks, taking back and cancelling; leaves out redo and partial undo by applications.
+// Undo recording: what objects, containers and the header were before a change, marks, taking back and
+// cancelling; leaves out redo and partial undo by applications.
 #pragma once
 
 #include "undoreport.h"

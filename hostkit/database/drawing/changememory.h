@@ -1,4 +1,5 @@
-// Stand-in for the host's undo records. Covers fields of objects, entries of dictionaries and header variables; leaves out when they are made and used.
+// Undo records: fields of objects, entries of dictionaries and header variables; leaves out when they are
+// made and used.
 #pragma once
 
 #include "changelog.h"

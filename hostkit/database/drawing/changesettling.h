@@ -1,4 +1,5 @@
-// Stand-in for the host's last look at what an undo put back. Covers names that two records would have and owners that list an object no more; leaves out putting back itself.
+// Last look at what an undo put back: names that two records would have and owners that list an object no
+// more; leaves out putting back itself.
 #pragma once
 
 #include "changememory.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's inside of a drawing. Covers stubs, handles, tables, header and source; leaves out the operations on them, which are AcDbDatabase's and DatabaseAccess'.
+// Inside of a drawing: stubs, handles, tables, header and source; leaves out the operations on them, which
+// are AcDbDatabase's and DatabaseAccess'.
 #pragma once
 
 #include "actrans.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's way into a drawing for readers and writers. Covers adding without opening, spans, owners and handles; leaves out all checks of open state.
+// The way into a drawing for readers and writers: adding without opening, spans, owners and handles; leaves
+// out all checks of open state.
 #pragma once
 
 #include "dbblocktablerecord.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's memory of where an object's record stood in its file. Covers the packed span and the bytes themselves; leaves out reading them.
+// Memory of where an object's record stood in its file: the packed span and the bytes themselves; leaves out
+// reading them.
 #pragma once
 
 #include "dbmaindefs.h"

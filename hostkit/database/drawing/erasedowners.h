@@ -1,4 +1,4 @@
-// Stand-in for the host's question whether an object is still there. Covers erased objects and what erased ones own; leaves out erasing.
+// Question whether an object is still there: erased objects and what erased ones own; leaves out erasing.
 #pragma once
 
 #include "dbobject.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's look-up of stubs by handle. Covers a flat table that grows; leaves out removal, since ids stay as long as their drawing.
+// Look-up of stubs by handle: a flat table that grows; leaves out removal, since ids stay as long as their
+// drawing.
 #pragma once
 
 #include "dbid.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's header variables. Covers an ordered store by name with typed values; leaves out their meaning.
+// Header variables: an ordered store by name with typed values; leaves out their meaning.
 #pragma once
 
 #include "groupblock.h"

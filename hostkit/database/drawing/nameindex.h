@@ -1,4 +1,5 @@
-// Stand-in for the host's look-up of names. Covers finding the place of a name in a list without regard to case; leaves out the list, which its owner holds.
+// Look-up of names: finding the place of a name in a list without regard to case; leaves out the list, which
+// its owner holds.
 #pragma once
 
 #include "adesk.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's rare parts of objects. Covers extended data, extension dictionary, persistent reactors and what has no field; leaves out what every object has.
+// Rare parts of objects: extended data, extension dictionary, persistent reactors and what has no field;
+// leaves out what every object has.
 #pragma once
 
 #include "groupblock.h"

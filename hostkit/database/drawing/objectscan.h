@@ -1,4 +1,4 @@
-// Stand-in for the host's walk over what came into a drawing lately. Covers each object once; leaves out what is made of it.
+// Walk over what came into a drawing lately: each object once; leaves out what is made of it.
 #pragma once
 
 #include "dbaccess.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's erasure of what an erased object owns. Covers single objects; leaves out finding them.
+// Erasure of what an erased object owns: single objects; leaves out finding them.
 #pragma once
 
 #include "dbid.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's look-up of what an object owns. Covers objects that only their owner's id ties to it; leaves out entities of blocks and records of tables, which their containers list.
+// Look-up of what an object owns: objects that only their owner's id ties to it; leaves out entities of
+// blocks and records of tables, which their containers list.
 #pragma once
 
 #include "objectscan.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's stubs of a drawing. Covers making them and walking them in order; leaves out giving them back before the drawing goes.
+// Stubs of a drawing: making them and walking them in order; leaves out giving them back before the drawing
+// goes.
 #pragma once
 
 #include "dbid.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's undo of a drawing's last steps. Covers groups and taking back the latest; leaves out redo and marks with names.
+// Undo of a drawing's last steps: groups and taking back the latest; leaves out redo and marks with names.
 #pragma once
 
 #include "undoreport.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's word on an undo. Covers what was taken back and what stays; leaves out the objects' names.
+// Word on an undo: what was taken back and what stays; leaves out the objects' names.
 #pragma once
 
 #include <cstddef>

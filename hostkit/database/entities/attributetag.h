@@ -1,4 +1,4 @@
-// Stand-in for the host's attribute tags. Covers the rule for them; leaves out the attributes.
+// Attribute tags: the rule for them; leaves out the attributes.
 #pragma once
 
 #include <cwctype>

@@ -1,4 +1,4 @@
-// Stand-in for the host's check of blocks that would hold themselves. Covers references within references; leaves out what the blocks show.
+// Check of blocks that would hold themselves: references within references; leaves out what the blocks show.
 #pragma once
 
 #include "dbid.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's changes to all parts of an entity. Covers opening all of them and moving them; leaves out which they are.
+// Changes to all parts of an entity: opening all of them and moving them; leaves out which they are.
 #pragma once
 
 #include "dbent.h"

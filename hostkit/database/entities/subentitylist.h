@@ -1,4 +1,5 @@
-// Stand-in for the host's entities that one entity owns. Covers vertices, attributes and the end of their sequence, in a drawing and out of one; leaves out the meaning of either.
+// Entities that one entity owns: vertices, attributes and the end of their sequence, in a drawing and out of
+// one; leaves out the meaning of either.
 #pragma once
 
 #include "acadstrc.h"

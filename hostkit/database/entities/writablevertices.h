@@ -1,4 +1,5 @@
-// Stand-in for the host's writing of all vertices of an old-style polyline. Covers those in a drawing and out of one; leaves out control points' meaning.
+// Writing of all vertices of an old-style polyline: those in a drawing and out of one; leaves out control
+// points' meaning.
 #pragma once
 
 #include "dbopen.h"

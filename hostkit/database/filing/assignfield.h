@@ -1,4 +1,4 @@
-// Stand-in for the host's plain setters. Covers one field; leaves out checks of the value.
+// Plain setters: one field; leaves out checks of the value.
 #pragma once
 
 #include "dbobject.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's paragraph within a record. Covers that it follows the motions of its text; leaves out its columns' meaning.
+// Paragraph within a record: that it follows the motions of its text; leaves out its columns' meaning.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's text filer over a binary one, reading. Covers what FieldItemWriter files; leaves out keeping what a class does not know.
+// Text filer over a binary one, reading: what FieldItemWriter files; leaves out keeping what a class does not
+// know.
 #pragma once
 
 #include "dbfiler.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's text filer over a binary one, writing. Covers every kind of group; leaves out presence marks.
+// Text filer over a binary one, writing: every kind of group; leaves out presence marks.
 #pragma once
 
 #include "dbfiler.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's setters of an entity's plain fields. Covers numbers, positive numbers, flags and ids; leaves out rules of one field.
+// Setters of an entity's plain fields: numbers, positive numbers, flags and ids; leaves out rules of one
+// field.
 #pragma once
 
 #include "assignfield.h"

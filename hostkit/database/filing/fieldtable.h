@@ -1,4 +1,4 @@
-// Stand-in for the host's field tables. Covers one table of groups a class, shared by reading and writing; leaves out groups that repeat.
+// Field tables: one table of groups a class, shared by reading and writing; leaves out groups that repeat.
 #pragma once
 
 #include "dbfiler.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's packed group lists. Covers appending, walking and record lists; leaves out looking values up.
+// Packed group lists: appending, walking and record lists; leaves out looking values up.
 #pragma once
 
 #include "dbdxfgroup.h"

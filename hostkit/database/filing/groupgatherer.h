@@ -1,4 +1,5 @@
-// Stand-in for the host's filing of an object into a record list. Covers every kind of group; leaves out subclass marks, which lists do not have.
+// Filing of an object into a record list: every kind of group; leaves out subclass marks, which lists do not
+// have.
 #pragma once
 
 #include "dbfiler.h"

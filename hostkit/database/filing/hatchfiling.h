@@ -1,4 +1,5 @@
-// Stand-in for the host's filing of hatch boundaries. Covers loops, pattern lines and seed points as a drawing file has them; leaves out the rest of a hatch.
+// Filing of hatch boundaries: loops, pattern lines and seed points as a drawing file has them; leaves out the
+// rest of a hatch.
 #pragma once
 
 #include "dbfiler.h"

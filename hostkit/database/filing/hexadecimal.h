@@ -1,4 +1,4 @@
-// Stand-in for the host's binary chunks as text. Covers reading the digits; leaves out writing them.
+// Binary chunks as text: reading the digits; leaves out writing them.
 #pragma once
 
 #include "adsdef.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's binary filers that keep their items in memory. Covers every item, seeking and the kinds of filers that copies need; leaves out paging.
+// Binary filers that keep their items in memory: every item, seeking and the kinds of filers that copies
+// need; leaves out paging.
 #pragma once
 
 #include "dbfiler.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's references by name. Covers symbol records as fields name them in a drawing file; leaves out references by handle.
+// References by name: symbol records as fields name them in a drawing file; leaves out references by handle.
 #pragma once
 
 #include "dbaccess.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's extended data of an object. Covers its division by application, replacing and checking; leaves out the object.
+// Extended data of an object: its division by application, replacing and checking; leaves out the object.
 #pragma once
 
 #include "dbid.h"

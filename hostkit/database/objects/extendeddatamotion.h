@@ -1,4 +1,5 @@
-// Stand-in for the host's extended data that follows its entity. Covers what a motion makes of each value; leaves out the entity's own geometry.
+// Extended data that follows its entity: what a motion makes of each value; leaves out the entity's own
+// geometry.
 #pragma once
 
 #include "groupblock.h"

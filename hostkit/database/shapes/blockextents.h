@@ -1,4 +1,5 @@
-// Stand-in for the host's boxes of inserted blocks. Covers blocks in blocks, rows and columns, attributes and blocks that hold themselves; leaves out clipping.
+// Boxes of inserted blocks: blocks in blocks, rows and columns, attributes and blocks that hold themselves;
+// leaves out clipping.
 #pragma once
 
 #include "dbextents.h"

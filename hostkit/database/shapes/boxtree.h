@@ -1,4 +1,5 @@
-// Stand-in for the host's spatial index. Covers boxes in an order in which neighbours lie near each other; leaves out changes after building.
+// Spatial index: boxes in an order in which neighbours lie near each other; leaves out changes after
+// building.
 #pragma once
 
 #include <cstddef>

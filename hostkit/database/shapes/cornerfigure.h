@@ -1,4 +1,4 @@
-// Stand-in for the host's flat figures of four corners. Covers what solids and traces do alike; leaves out their classes.
+// Flat figures of four corners: what solids and traces do alike; leaves out their classes.
 #pragma once
 
 #include "dbent.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's geometry curves behind drawing curves. Covers lines, rays, segments, arcs, ellipses and splines without a heap object for all but splines; leaves out curves of several pieces.
+// Geometry curves behind drawing curves: lines, rays, segments, arcs, ellipses and splines without a heap
+// object for all but splines; leaves out curves of several pieces.
 #pragma once
 
 #include "gearc3d.h"

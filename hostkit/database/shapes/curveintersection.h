@@ -1,4 +1,5 @@
-// Stand-in for the host's meetings of drawing curves. Covers all curve classes, in space and as seen on a plane; leaves out faces and edges of solids.
+// Meetings of drawing curves: all curve classes, in space and as seen on a plane; leaves out faces and edges
+// of solids.
 #pragma once
 
 #include "acadstrc.h"

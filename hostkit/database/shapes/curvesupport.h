@@ -1,4 +1,5 @@
-// Stand-in for the host's common parts of drawing curves. Covers angles within a turn, checks of projections and curves made of geometry; leaves out the geometry of any one curve.
+// Common parts of drawing curves: angles within a turn, checks of projections and curves made of geometry;
+// leaves out the geometry of any one curve.
 #pragma once
 
 #include "dbcurve.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's coordinate systems of normals. Covers the arbitrary-axis rule and points to and from it; leaves out anything else.
+// Coordinate systems of normals: the arbitrary-axis rule and points to and from it; leaves out anything else.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's transforms of flat things. Covers the new normal, points, vectors and angles in its plane, and the height over it; leaves out what the things themselves are.
+// Transforms of flat things: the new normal, points, vectors and angles in its plane, and the height over it;
+// leaves out what the things themselves are.
 #pragma once
 
 #include "gemat3d.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's hatch loops as curves. Covers both ways between a loop's edges and geometry curves, boxes and areas; leaves out patterns.
+// Hatch loops as curves: both ways between a loop's edges and geometry curves, boxes and areas; leaves out
+// patterns.
 #pragma once
 
 #include "gecurv2d.h"

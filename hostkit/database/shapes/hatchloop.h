@@ -1,4 +1,4 @@
-// Stand-in for the host's boundary loops of hatches. Covers polylines with bulges and the four kinds of edges; leaves out evaluation.
+// Boundary loops of hatches: polylines with bulges and the four kinds of edges; leaves out evaluation.
 #pragma once
 
 #include "dbid.h"

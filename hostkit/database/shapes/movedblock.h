@@ -1,4 +1,4 @@
-// Stand-in for the host's blocks that follow what they show. Covers a copy of a block with its contents moved; leaves out who shows it.
+// Blocks that follow what they show: a copy of a block with its contents moved; leaves out who shows it.
 #pragma once
 
 #include "dbid.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's common answers of light, 2d and 3d polylines. Covers the curve interface over their shape; leaves out what depends on how vertices are stored.
+// Common answers of light, 2d and 3d polylines: the curve interface over their shape; leaves out what depends
+// on how vertices are stored.
 #pragma once
 
 #include "dbcurve.h"

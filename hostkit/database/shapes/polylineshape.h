@@ -1,4 +1,5 @@
-// Stand-in for the host's shape of light, 2d and 3d polylines. Covers parameters, points, lengths, nearest points, area, box and parts of a chain of straight and circular segments; leaves out widths.
+// Shape of light, 2d and 3d polylines: parameters, points, lengths, nearest points, area, box and parts of a
+// chain of straight and circular segments; leaves out widths.
 #pragma once
 
 #include "acadstrc.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's codes within texts. Covers the characters that are seen, line by line, and the size that texts are reckoned with; leaves out heights, faces and colours within a text.
+// Codes within texts: the characters that are seen, line by line, and the size that texts are reckoned with;
+// leaves out heights, faces and colours within a text.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Stand-in for the host's user coordinate systems in the header. Covers the current one of a space, made sound; leaves out named ones.
+// User coordinate systems in the header: the current one of a space, made sound; leaves out named ones.
 #pragma once
 
 #include "gepnt3d.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's line weights. Covers the check; leaves out their drawing.
+// Line weights: the check; leaves out their drawing.
 #pragma once
 
 #include "dbmaindefs.h"

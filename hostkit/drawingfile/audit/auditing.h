@@ -1,4 +1,4 @@
-// Stand-in for the host's check of a drawing, inside. Covers what the checks share; leaves out the checks, a file each.
+// Check of a drawing, inside: what the checks share; leaves out the checks, a file each.
 #pragma once
 
 #include "auditnames.h"

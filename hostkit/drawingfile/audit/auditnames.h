@@ -1,4 +1,4 @@
-// Stand-in for the host's check of a drawing, its names. Covers comparing names however they are spelled; leaves out what names mean.
+// Check of a drawing, its names: comparing names however they are spelled; leaves out what names mean.
 #pragma once
 
 #include <cstdint>

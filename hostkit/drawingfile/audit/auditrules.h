@@ -1,4 +1,6 @@
-// Stand-in for the host's check of a drawing, what it knows of records. Covers the class marks and groups of the published kinds; leaves out kinds that have no entry, of which only what all records share is checked. Written for the check alone, apart from the tables by which drawings are read and written.
+// Check of a drawing, what it knows of records: the class marks and groups of the published kinds; leaves out
+// kinds that have no entry, of which only what all records share is checked. Written for the check alone,
+// apart from the tables by which drawings are read and written.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-// Stand-in for the host's check of a drawing, its own walk of the lines. Covers codes, values and line numbers; leaves out what the groups mean. Shares nothing with the reader, so that a mistake of one cannot hide one of the other.
+// Check of a drawing, its own walk of the lines: codes, values and line numbers; leaves out what the groups
+// mean. Shares nothing with the reader, so that a mistake of one cannot hide one of the other.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Stand-in for the host's check of a drawing, its values. Covers what a group's code asks of its text; leaves out what the value means.
+// Check of a drawing, its values: what a group's code asks of its text; leaves out what the value means.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Stand-in for the host's check of a drawing, its walk. Covers sections, tables, blocks and sequences, and what each record stands in; leaves out what is in the records.
+// Check of a drawing, its walk: sections, tables, blocks and sequences, and what each record stands in;
+// leaves out what is in the records.
 #pragma once
 
 #include "auditing.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's check of a drawing. Covers the saved text: structure, values, class marks and groups, counts, handles, owners, references, tables, dictionaries, blocks and extended data; leaves out repairing.
+// Check of a drawing: the saved text: structure, values, class marks and groups, counts, handles, owners,
+// references, tables, dictionaries, blocks and extended data; leaves out repairing.
 #pragma once
 
 #include "dbhandle.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's binary exchange form. Covers turning its groups into those of a text drawing and back; leaves out what the groups mean.
+// Binary exchange form: turning its groups into those of a text drawing and back; leaves out what the groups
+// mean.
 #pragma once
 
 #include "drawingversion.h"

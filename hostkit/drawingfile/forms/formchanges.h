@@ -1,4 +1,4 @@
-// Stand-in for the host's account of a save in another form. Covers what was turned and what was left out; leaves out how that is shown.
+// Account of a save in another form: what was turned and what was left out; leaves out how that is shown.
 #pragma once
 
 #include <algorithm>

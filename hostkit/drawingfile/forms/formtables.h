@@ -1,4 +1,5 @@
-// Stand-in for the host's knowledge of what each drawing form has. Covers the first forms of records, groups and header variables; leaves out their meaning.
+// Knowledge of what each drawing form has: the first forms of records, groups and header variables; leaves
+// out their meaning.
 #pragma once
 
 #include "drawingversion.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's passing of records from form to form. Covers leaving out what a form has no place for and the code page; leaves out turning entities into older kinds.
+// Passing of records from form to form: leaving out what a form has no place for and the code page; leaves
+// out turning entities into older kinds.
 #pragma once
 
 #include "formchanges.h"

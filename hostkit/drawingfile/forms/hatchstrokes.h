@@ -1,4 +1,5 @@
-// Stand-in for the host's hatches as plain figures. Covers the strokes of a pattern and the trapezoids of a fill; leaves out gradients, which are filled in one colour.
+// Hatches as plain figures: the strokes of a pattern and the trapezoids of a fill; leaves out gradients,
+// which are filled in one colour.
 #pragma once
 
 #include "hatchloop.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's entities of newer kinds in the R12 form. Covers what stands for each kind that R12 lacks; leaves out most kinds without a class here.
+// Entities of newer kinds in the R12 form: what stands for each kind that R12 lacks; leaves out most kinds
+// without a class here.
 #pragma once
 
 #include "dbent.h"

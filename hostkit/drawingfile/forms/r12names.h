@@ -1,4 +1,4 @@
-// Stand-in for the host's names of older drawings. Covers a name of R12 for any name of a later form; leaves out which records have names.
+// Names of older drawings: a name of R12 for any name of a later form; leaves out which records have names.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// Stand-in for the host's sheet viewports in the R12 form. Covers the view as extended data; leaves out its user system and what later forms added.
+// Sheet viewports in the R12 form: the view as extended data; leaves out its user system and what later forms
+// added.
 #pragma once
 
 #include "drawingrecord.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's entity listing. Covers type, layer, handle, space, vertices, text, hatch paths and extended data; leaves out objects that are no entities.
+// Entity listing: type, layer, handle, space, vertices, text, hatch paths and extended data; leaves out
+// objects that are no entities.
 #pragma once
 
 #include <array>

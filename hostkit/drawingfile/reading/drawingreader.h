@@ -1,4 +1,5 @@
-// Stand-in for the host's drawing input. Covers the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing file, which is refused with a message.
+// Drawing input: the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing
+// file, which is refused with a message.
 #pragma once
 
 #include "acadstrc.h"

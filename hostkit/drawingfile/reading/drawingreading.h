@@ -1,4 +1,4 @@
-// Stand-in for the host's drawing input at work. Covers one reading with its state; leaves out what callers see, which is drawingreader.h.
+// Drawing input at work: one reading with its state; leaves out what callers see, which is drawingreader.h.
 #pragma once
 
 #include "drawingprogress.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's text filer, reading. Covers one record's groups as values, by subclass; leaves out filing across records.
+// Text filer, reading: one record's groups as values, by subclass; leaves out filing across records.
 #pragma once
 
 #include "dbfiler.h"

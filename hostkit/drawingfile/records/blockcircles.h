@@ -1,4 +1,5 @@
-// Stand-in for the host's check of blocks for containing themselves. Covers nesting as deep as a drawing likes; leaves out external references.
+// Check of blocks for containing themselves: nesting as deep as a drawing likes; leaves out external
+// references.
 #pragma once
 
 class AcDbBlockTableRecord;

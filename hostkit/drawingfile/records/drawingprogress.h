@@ -1,4 +1,5 @@
-// Stand-in for the host's progress of reading and writing drawings. Covers the share of the work that is done; leaves out captions and breaking off.
+// Progress of reading and writing drawings: the share of the work that is done; leaves out captions and
+// breaking off.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// Stand-in for the host's drawing record. Covers one record's groups with its parts: head, class data and extended data; leaves out what the groups mean.
+// Drawing record: one record's groups with its parts: head, class data and extended data; leaves out what the
+// groups mean.
 #pragma once
 
 #include "groupscanner.h"

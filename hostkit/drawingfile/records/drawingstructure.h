@@ -1,4 +1,5 @@
-// Stand-in for the host's map of a drawing file. Covers where sections, tables, blocks and header variables stand; leaves out the records in between.
+// Map of a drawing file: where sections, tables, blocks and header variables stand; leaves out the records in
+// between.
 #pragma once
 
 #include "groupscanner.h"

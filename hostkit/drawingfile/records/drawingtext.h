@@ -1,4 +1,5 @@
-// Stand-in for the host's text of drawings. Covers code pages, UTF-8 and the escapes for characters and controls; leaves out the display codes (%%c), which stay as they are.
+// Text of drawings: code pages, UTF-8 and the escapes for characters and controls; leaves out the display
+// codes (%%c), which stay as they are.
 #pragma once
 
 #include "drawingversion.h"

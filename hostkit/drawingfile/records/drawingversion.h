@@ -1,4 +1,4 @@
-// Stand-in for the host's drawing versions. Covers the forms R12 to 2018; leaves out older forms and the host's own drawing file.
+// Drawing versions: the forms R12 to 2018; leaves out older forms and the host's own drawing file.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Stand-in for the host's group output. Covers the spelling of codes and values in a text drawing; leaves out which groups a record has.
+// Group output: the spelling of codes and values in a text drawing; leaves out which groups a record has.
 #pragma once
 
 #include "drawingtext.h"

@@ -1,4 +1,4 @@
-// Stand-in for the host's group reader. Covers splitting a text drawing into groups of code and value; leaves out what the groups mean.
+// Group reader: splitting a text drawing into groups of code and value; leaves out what the groups mean.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
-// Stand-in for the host's knowledge of lists of handles in records. Covers which records list others and what stands with each handle; leaves out what the lists mean.
+// Knowledge of lists of handles in records: which records list others and what stands with each handle;
+// leaves out what the lists mean.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,5 @@
-// Stand-in for the host's record heads. Covers handle, owner, extension dictionary and reactors of a record; leaves out other application groups, which stay in the file.
+// Record heads: handle, owner, extension dictionary and reactors of a record; leaves out other application
+// groups, which stay in the file.
 #pragma once
 
 #include "drawingrecord.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's parts of a record. Covers telling whose group is whose: the head's, a class', the extended data's; leaves out the groups themselves.
+// Parts of a record: telling whose group is whose: the head's, a class', the extended data's; leaves out the
+// groups themselves.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Stand-in for the host's incremental save. Covers replacements and insertions in the bytes of a drawing; leaves out what they say.
+// Incremental save: replacements and insertions in the bytes of a drawing; leaves out what they say.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
-// Stand-in for the host's whole save. Covers a drawing that no file describes, or that goes from or to R12; leaves out which groups the form has.
+// Whole save: a drawing that no file describes, or that goes from or to R12; leaves out which groups the form
+// has.
 #pragma once
 
 #include "formchanges.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's incremental save. Covers a drawing that was read and changed: its bytes with the changed records replaced; leaves out other forms of the format.
+// Incremental save: a drawing that was read and changed: its bytes with the changed records replaced; leaves
+// out other forms of the format.
 #pragma once
 
 #include "byteedits.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's drawing output. Covers the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing file.
+// Drawing output: the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing
+// file.
 #pragma once
 
 #include "acadstrc.h"

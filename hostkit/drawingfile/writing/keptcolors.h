@@ -1,4 +1,4 @@
-// Stand-in for the host's passing of colours to forms without true ones. Covers entities and layers; leaves out colours within texts and hatches.
+// True colours in forms without them: entities and layers; leaves out colours within texts and hatches.
 #pragma once
 
 #include "drawingrecord.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's record output. Covers one object's whole record, new or merged with the one that was read; leaves out where it stands in the file.
+// Record output: one object's whole record, new or merged with the one that was read; leaves out where it
+// stands in the file.
 #pragma once
 
 #include "drawingprogress.h"

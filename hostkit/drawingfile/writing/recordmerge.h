@@ -1,4 +1,5 @@
-// Stand-in for the host's merging of records. Covers putting an object's fields in the place of the groups they were read from; leaves out records that are new.
+// Merging of records: putting an object's fields in the place of the groups they were read from; leaves out
+// records that are new.
 #pragma once
 
 #include "recordwriter.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's incremental save. Covers the records that stand in the file: which are written again, and that on all cores; leaves out new records.
+// Incremental save: the records that stand in the file: which are written again, and that on all cores;
+// leaves out new records.
 #pragma once
 
 #include "byteedits.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's text filer, writing. Covers one record from its object's fields, merged with the record it was read from; leaves out filing across records.
+// Text filer, writing: one record from its object's fields, merged with the record it was read from; leaves
+// out filing across records.
 #pragma once
 
 #include "dbfiler.h"

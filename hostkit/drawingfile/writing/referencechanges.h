@@ -1,4 +1,5 @@
-// Stand-in for the host's care for references in a save. Covers names and handles in groups that no class reads; leaves out the fields of classes, which follow their ids.
+// Care for references in a save: names and handles in groups that no class reads; leaves out the fields of
+// classes, which follow their ids.
 #pragma once
 
 #include "drawingrecord.h"

@@ -1,4 +1,5 @@
-// Stand-in for the host's records of unknown meaning in a new file. Covers the groups that no class reads, added to records written anew; leaves out which of them the new form has.
+// Records of unknown meaning in a new file: the groups that no class reads, added to records written anew;
+// leaves out which of them the new form has.
 #pragma once
 
 #include "drawingrecord.h"
