@@ -1,13 +1,12 @@
 // Stand-in for the host's AcDbArc. Covers the circular arc; leaves out grips.
 #pragma once
 
-#include "dbcurve.h"
-#include "entitycoordinates.h"
+#include "circularcurve.h"
 
 /// A circular arc, always counter-clockwise about its normal from the start to the end angle. Angles are in
 /// radians from the x axis of the normal's arbitrary-axis system, kept in [0, 2 pi); the end parameter lies
 /// above the start parameter, by 2 pi where the angles are equal.
-class AcDbArc : public AcDbCurve {
+class AcDbArc : public hostkit::CircularCurve {
     ACRX_DECLARE_MEMBERS(AcDbArc)
 
 public:
@@ -17,29 +16,15 @@ public:
             double endAngle);
     AcDbArc(const AcDbArc&) = default;
 
-    AcGePoint3d center() const { return hostkit::toWorld(m_normal, m_ecsCenter); }
-    double radius() const { return m_radius; }
     double startAngle() const { return m_startAngle; }
     double endAngle() const { return m_endAngle; }
     /// The sweep, in (0, 2 pi].
     double totalAngle() const;
     double length() const { return m_radius * totalAngle(); }
-    double thickness() const { return m_thickness; }
-    AcGeVector3d normal() const { return m_normal; }
-    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
-    /// eInvalidInput for a negative one or one that is no number.
-    Acad::ErrorStatus setRadius(double radius);
     Acad::ErrorStatus setStartAngle(double angle);
     Acad::ErrorStatus setEndAngle(double angle);
-    Acad::ErrorStatus setThickness(double thickness);
-    /// The centre keeps its place in the world.
-    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
-    Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
-                                        AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
-    void getEcs(AcGeMatrix3d& matrix) const override;
-    bool isPlanar() const override { return true; }
     AcRxObject* clone() const override { return new AcDbArc(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -52,11 +37,7 @@ protected:
     AcDbCurve* piece(double from, double to) const override;
 
 private:
-    struct Filing;           ///< the groups of a drawing file
-    AcGePoint3d m_ecsCenter; ///< in the coordinates of the normal, as a drawing file has it
-    double m_radius = 0.0;
+    struct Filing; ///< the groups of a drawing file
     double m_startAngle = 0.0;
     double m_endAngle = 0.0;
-    AcGeVector3d m_normal{0.0, 0.0, 1.0};
-    double m_thickness = 0.0;
 };

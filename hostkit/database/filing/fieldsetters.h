@@ -1,5 +1,5 @@
-// Setters of an entity's plain fields: numbers, positive numbers, flags and ids; leaves out rules of one
-// field.
+// Setters of an entity's plain fields: numbers, positive numbers, flags, ids and directions; leaves out rules
+// of one field.
 #pragma once
 
 #include "assignfield.h"
@@ -22,6 +22,11 @@ inline Acad::ErrorStatus setPositiveField(AcDbObject& object, double& field, dou
     return assignIf(std::isfinite(value) && value > 0.0, object, field, value);
 }
 
+/// eInvalidInput below 0 and for what is no number.
+inline Acad::ErrorStatus setNonNegativeField(AcDbObject& object, double& field, double value) {
+    return assignIf(std::isfinite(value) && value >= 0.0, object, field, value);
+}
+
 /// Sets or clears bits of a field of flags.
 template <typename Field>
 Acad::ErrorStatus setFlag(AcDbObject& object, Field& flags, int bits, bool on) {
@@ -40,5 +45,12 @@ Acad::ErrorStatus setRecordField(AcDbObject& object, AcDbObjectId& field, AcDbOb
 
 /// A direction that a normal can be made of.
 inline bool isDirection(const AcGeVector3d& vector) { return isFinite(vector) && !vector.isZeroLength(); }
+
+/// The unit vector along the given one; eInvalidInput unless that is a direction.
+inline Acad::ErrorStatus setDirectionField(AcDbObject& object, AcGeVector3d& field,
+                                           const AcGeVector3d& vector) {
+    if (!isDirection(vector)) return Acad::eInvalidInput;
+    return assignField(object, field, vector.normal());
+}
 
 } // namespace hostkit
