@@ -1,8 +1,8 @@
 #include "db2dpolyline.h"
 
 #include "dbopen.h"
-#include "entitycoordinates.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 #include "flatmotion.h"
 #include "writablevertices.h"
@@ -53,36 +53,23 @@ AcDb::Poly2dType AcDb2dPolyline::polyType() const {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::makeClosed() {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_dxfFlags |= kClosedFlag;
-    return status;
+    return hostkit::setFlag(*this, m_dxfFlags, kClosedFlag, true);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::makeOpen() {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_dxfFlags &= ~kClosedFlag;
-    return status;
+    return hostkit::setFlag(*this, m_dxfFlags, kClosedFlag, false);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setElevation(double elevation) {
-    if (!std::isfinite(elevation)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_elevation = elevation;
-    return status;
+    return hostkit::setFiniteField(*this, m_elevation, elevation);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setThickness(double thickness) {
-    if (!std::isfinite(thickness)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_thickness = thickness;
-    return status;
+    return hostkit::setFiniteField(*this, m_thickness, thickness);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setNormal(const AcGeVector3d& normal) {
-    if (!hostkit::isFinite(normal) || normal.isZeroLength()) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_normal = normal.normal();
-    return status;
+    return hostkit::setDirectionField(*this, m_normal, normal);
 }
 
 AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {

@@ -42,11 +42,11 @@ Acad::ErrorStatus AcDb2dVertex::setBulge(double bulge) {
 }
 
 Acad::ErrorStatus AcDb2dVertex::setStartWidth(double width) {
-    return hostkit::assignIf(std::isfinite(width) && width >= 0.0, *this, m_startWidth, width);
+    return hostkit::setNonNegativeField(*this, m_startWidth, width);
 }
 
 Acad::ErrorStatus AcDb2dVertex::setEndWidth(double width) {
-    return hostkit::assignIf(std::isfinite(width) && width >= 0.0, *this, m_endWidth, width);
+    return hostkit::setNonNegativeField(*this, m_endWidth, width);
 }
 
 Acad::ErrorStatus AcDb2dVertex::setTangent(double tangent) {

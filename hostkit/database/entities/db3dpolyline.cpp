@@ -2,8 +2,8 @@
 
 #include "dbline.h"
 #include "dbopen.h"
-#include "entitycoordinates.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 #include "writablevertices.h"
 
@@ -39,15 +39,11 @@ AcDb::Poly3dType AcDb3dPolyline::polyType() const {
 }
 
 Acad::ErrorStatus AcDb3dPolyline::makeClosed() {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_dxfFlags |= kClosedFlag;
-    return status;
+    return hostkit::setFlag(*this, m_dxfFlags, kClosedFlag, true);
 }
 
 Acad::ErrorStatus AcDb3dPolyline::makeOpen() {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_dxfFlags &= ~kClosedFlag;
-    return status;
+    return hostkit::setFlag(*this, m_dxfFlags, kClosedFlag, false);
 }
 
 Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDb3dPolylineVertex* vertex) {

@@ -2,8 +2,8 @@
 
 #include "curvegeometry.h"
 #include "curvesupport.h"
-#include "entitycoordinates.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 #include "flatmotion.h"
 
@@ -45,10 +45,7 @@ double AcDbEllipse::startAngle() const { return seenAngle(m_startParam, m_radius
 double AcDbEllipse::endAngle() const { return seenAngle(m_endParam, m_radiusRatio); }
 
 Acad::ErrorStatus AcDbEllipse::setCenter(const AcGePoint3d& center) {
-    if (!hostkit::isFinite(center)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_center = center;
-    return status;
+    return hostkit::setFiniteField(*this, m_center, center);
 }
 
 Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d& normal,
@@ -73,10 +70,7 @@ Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d
 }
 
 Acad::ErrorStatus AcDbEllipse::setRadiusRatio(double ratio) {
-    if (!(ratio > 0.0 && ratio <= 1.0)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_radiusRatio = ratio;
-    return status;
+    return hostkit::assignIf(ratio > 0.0 && ratio <= 1.0, *this, m_radiusRatio, ratio);
 }
 
 Acad::ErrorStatus AcDbEllipse::setStartAngle(double angle) {
@@ -88,17 +82,11 @@ Acad::ErrorStatus AcDbEllipse::setEndAngle(double angle) {
 }
 
 Acad::ErrorStatus AcDbEllipse::setStartParam(double parameter) {
-    if (!std::isfinite(parameter)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_startParam = parameter;
-    return status;
+    return hostkit::setFiniteField(*this, m_startParam, parameter);
 }
 
 Acad::ErrorStatus AcDbEllipse::setEndParam(double parameter) {
-    if (!std::isfinite(parameter)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_endParam = parameter;
-    return status;
+    return hostkit::setFiniteField(*this, m_endParam, parameter);
 }
 
 bool AcDbEllipse::geometry(hostkit::CurveGeometry& geometry) const {

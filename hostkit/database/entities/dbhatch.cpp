@@ -22,8 +22,7 @@ Acad::ErrorStatus AcDbHatch::setElevation(double elevation) {
 }
 
 Acad::ErrorStatus AcDbHatch::setNormal(const AcGeVector3d& normal) {
-    if (!hostkit::isDirection(normal)) return Acad::eInvalidInput;
-    return hostkit::assignField(*this, m_normal, normal.normal());
+    return hostkit::setDirectionField(*this, m_normal, normal);
 }
 
 Acad::ErrorStatus AcDbHatch::setAssociative(bool associative) {

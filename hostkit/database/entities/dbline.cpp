@@ -2,8 +2,8 @@
 
 #include "curvegeometry.h"
 #include "curvesupport.h"
-#include "entitycoordinates.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 #include "flatmotion.h"
 
@@ -15,31 +15,19 @@ using namespace hostkit;
 HOSTKIT_KIT_CLASS(AcDbLine, AcDbCurve, L"LINE")
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
-    if (!hostkit::isFinite(point)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_start = point;
-    return status;
+    return hostkit::setFiniteField(*this, m_start, point);
 }
 
 Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) {
-    if (!hostkit::isFinite(point)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_end = point;
-    return status;
+    return hostkit::setFiniteField(*this, m_end, point);
 }
 
 Acad::ErrorStatus AcDbLine::setThickness(double thickness) {
-    if (!std::isfinite(thickness)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_thickness = thickness;
-    return status;
+    return hostkit::setFiniteField(*this, m_thickness, thickness);
 }
 
 Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& normal) {
-    if (!hostkit::isFinite(normal) || normal.isZeroLength()) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_normal = normal.normal();
-    return status;
+    return hostkit::setDirectionField(*this, m_normal, normal);
 }
 
 bool AcDbLine::geometry(hostkit::CurveGeometry& geometry) const {

@@ -56,8 +56,7 @@ AcGeVector3d AcDbMText::direction() const {
 }
 
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
-    if (!hostkit::isDirection(direction)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = hostkit::assignField(*this, m_direction, direction.normal());
+    const Acad::ErrorStatus status = hostkit::setDirectionField(*this, m_direction, direction);
     if (status == Acad::eOk) m_hasDirection = true;
     return withoutColumns(*this, status);
 }
@@ -75,8 +74,7 @@ Acad::ErrorStatus AcDbMText::setRotation(double angle) {
 }
 
 Acad::ErrorStatus AcDbMText::setWidth(double width) {
-    return withoutColumns(*this,
-                          hostkit::assignIf(std::isfinite(width) && width >= 0.0, *this, m_width, width));
+    return withoutColumns(*this, hostkit::setNonNegativeField(*this, m_width, width));
 }
 
 Acad::ErrorStatus AcDbMText::setTextHeight(double height) {

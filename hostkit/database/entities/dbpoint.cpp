@@ -18,8 +18,7 @@ Acad::ErrorStatus AcDbPoint::setThickness(double thickness) {
 }
 
 Acad::ErrorStatus AcDbPoint::setNormal(const AcGeVector3d& normal) {
-    if (!hostkit::isDirection(normal)) return Acad::eInvalidInput;
-    return hostkit::assignField(*this, m_normal, normal.normal());
+    return hostkit::setDirectionField(*this, m_normal, normal);
 }
 
 Acad::ErrorStatus AcDbPoint::setEcsRotation(double angle) {

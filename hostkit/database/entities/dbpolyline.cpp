@@ -1,7 +1,7 @@
 #include "dbpolyline.h"
 
 #include "curveintersection.h"
-#include "entitycoordinates.h"
+#include "fieldsetters.h"
 
 HOSTKIT_KIT_CLASS(AcDbPolyline, AcDbCurve, L"LWPOLYLINE")
 
@@ -55,10 +55,7 @@ Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned int index, AcGePoint3d& poin
 
 Acad::ErrorStatus AcDbPolyline::setPointAt(unsigned int index, const AcGePoint2d& point) {
     if (index >= numVerts()) return Acad::eInvalidIndex;
-    if (!std::isfinite(point.x) || !std::isfinite(point.y)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_points[index] = point;
-    return status;
+    return hostkit::assignIf(std::isfinite(point.x) && std::isfinite(point.y), *this, m_points[index], point);
 }
 
 Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned int index, double& bulge) const {
@@ -108,12 +105,9 @@ Acad::ErrorStatus AcDbPolyline::getConstantWidth(double& width) const {
 }
 
 Acad::ErrorStatus AcDbPolyline::setConstantWidth(double width) {
-    if (!(width >= 0.0) || std::isinf(width)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status != Acad::eOk) return status;
-    m_constantWidth = width;
-    m_widths.clear();
-    return Acad::eOk;
+    const Acad::ErrorStatus status = hostkit::setNonNegativeField(*this, m_constantWidth, width);
+    if (status == Acad::eOk) m_widths.clear();
+    return status;
 }
 
 bool AcDbPolyline::hasWidth() const {
@@ -190,9 +184,7 @@ Adesk::Boolean AcDbPolyline::onSegAt(unsigned int index, const AcGePoint2d& poin
     return segment.parameterAt(AcGePoint3d(point.x, point.y, 0.0), fraction) == Acad::eOk;
 }
 
-void AcDbPolyline::setClosed(Adesk::Boolean closed) {
-    if (assertWriteEnabled() == Acad::eOk) m_closed = closed;
-}
+void AcDbPolyline::setClosed(Adesk::Boolean closed) { (void)hostkit::assignField(*this, m_closed, closed); }
 
 void AcDbPolyline::reset(Adesk::Boolean reuse, unsigned int vertexCount) {
     if (assertWriteEnabled() != Acad::eOk) return;
@@ -204,29 +196,18 @@ void AcDbPolyline::reset(Adesk::Boolean reuse, unsigned int vertexCount) {
 }
 
 Acad::ErrorStatus AcDbPolyline::setElevation(double elevation) {
-    if (!std::isfinite(elevation)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_elevation = elevation;
-    return status;
+    return hostkit::setFiniteField(*this, m_elevation, elevation);
 }
 
 Acad::ErrorStatus AcDbPolyline::setThickness(double thickness) {
-    if (!std::isfinite(thickness)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_thickness = thickness;
-    return status;
+    return hostkit::setFiniteField(*this, m_thickness, thickness);
 }
 
 Acad::ErrorStatus AcDbPolyline::setNormal(const AcGeVector3d& normal) {
-    if (!hostkit::isFinite(normal) || normal.isZeroLength()) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_normal = normal.normal();
-    return status;
+    return hostkit::setDirectionField(*this, m_normal, normal);
 }
 
-void AcDbPolyline::setPlinegen(bool plinegen) {
-    if (assertWriteEnabled() == Acad::eOk) m_plinegen = plinegen;
-}
+void AcDbPolyline::setPlinegen(bool plinegen) { (void)hostkit::assignField(*this, m_plinegen, plinegen); }
 
 Adesk::Boolean AcDbPolyline::isClosed() const { return m_closed; }
 

@@ -2,7 +2,7 @@
 
 #include "curvegeometry.h"
 #include "curvesupport.h"
-#include "entitycoordinates.h"
+#include "fieldsetters.h"
 #include "flatmotion.h"
 
 #include <algorithm>
@@ -115,12 +115,9 @@ Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, Adesk::Boolean rational, 
 
 Acad::ErrorStatus AcDbSpline::setControlPointAt(int index, const AcGePoint3d& point) {
     if (index < 0 || index >= m_controlPoints.length()) return Acad::eInvalidIndex;
-    if (!hostkit::isFinite(point)) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status != Acad::eOk) return status;
-    m_controlPoints[index] = point;
-    dropFitData();
-    return Acad::eOk;
+    const Acad::ErrorStatus status = hostkit::setFiniteField(*this, m_controlPoints[index], point);
+    if (status == Acad::eOk) dropFitData();
+    return status;
 }
 
 void AcDbSpline::dropFitData() {

@@ -1,14 +1,13 @@
 #include "dbblocktablerecord.h"
 
-#include "assignfield.h"
 #include "blockholding.h"
 #include "casefold.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbdatabase.h"
-#include "entitycoordinates.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 #include "ownederasure.h"
 
@@ -93,20 +92,15 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
-    return hostkit::assignIf(hostkit::isFinite(origin), *this, m_origin, origin);
+    return hostkit::setFiniteField(*this, m_origin, origin);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setComments(const wchar_t* text) {
-    if (!text) return Acad::eInvalidInput;
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_comments = text;
-    return status;
+    return text ? hostkit::assignField(*this, m_comments, text) : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::setLayoutId(AcDbObjectId id) {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) m_layoutId = id;
-    return status;
+    return hostkit::assignField(*this, m_layoutId, id);
 }
 
 namespace {

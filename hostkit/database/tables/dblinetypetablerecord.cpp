@@ -1,9 +1,9 @@
 #include "dblinetypetablerecord.h"
 
 #include "adsdef.h"
-#include "assignfield.h"
 #include "casefold.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 
 #include <cmath>
@@ -22,7 +22,7 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const wchar_t* text) {
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setPatternLength(double length) {
-    return hostkit::assignIf(std::isfinite(length) && length >= 0.0, *this, m_patternLength, length);
+    return hostkit::setNonNegativeField(*this, m_patternLength, length);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setNumDashes(int count) {
@@ -39,8 +39,7 @@ double AcDbLinetypeTableRecord::dashLengthAt(int index) const {
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::setDashLengthAt(int index, double length) {
     if (index < 0 || index >= numDashes()) return Acad::eInvalidIndex;
-    return hostkit::assignIf(std::isfinite(length), *this, m_dashes[static_cast<std::size_t>(index)].length,
-                             length);
+    return hostkit::setFiniteField(*this, m_dashes[static_cast<std::size_t>(index)].length, length);
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::subErase(Adesk::Boolean erasing) {

@@ -1,8 +1,8 @@
 #include "dbtextstyletablerecord.h"
 
 #include "adsdef.h"
-#include "assignfield.h"
 #include "fielditems.h"
+#include "fieldsetters.h"
 #include "fieldtable.h"
 
 #include <cmath>
@@ -34,15 +34,15 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setBigFontFileName(const wchar_t* na
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
-    return assignIf(std::isfinite(size) && size >= 0.0, *this, m_textSize, size);
+    return hostkit::setNonNegativeField(*this, m_textSize, size);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setPriorSize(double size) {
-    return assignIf(std::isfinite(size) && size > 0.0, *this, m_priorSize, size);
+    return hostkit::setPositiveField(*this, m_priorSize, size);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
-    return assignIf(std::isfinite(scale) && scale > 0.0, *this, m_xScale, scale);
+    return hostkit::setPositiveField(*this, m_xScale, scale);
 }
 
 Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
