@@ -1,10 +1,10 @@
 #include "storedentries.h"
 
 #include "consoletext.h"
+#include "groupcodes.h"
 
 namespace {
 
-constexpr short applicationCode = 1001;
 constexpr short textCode = 1000;
 constexpr short longCode = 1071;
 
@@ -54,7 +54,7 @@ resbuf* takeValue(resbuf* record, StoredEntry& entry) {
 
 std::vector<StoredEntry> storedEntries(resbuf* list) {
     std::vector<StoredEntry> entries;
-    resbuf* record = list && list->restype == applicationCode ? list->rbnext : list;
+    resbuf* record = list && list->restype == hostkit::applicationCode ? list->rbnext : list;
     while (record) {
         StoredEntry& entry = entries.emplace_back();
         if (isText(record)) {

@@ -6,6 +6,7 @@
 #include "consoletext.h"
 #include "dbdatabase.h"
 #include "dbobjptr.h"
+#include "groupcodes.h"
 #include "host.h"
 #include "jsontext.h"
 #include "storedentries.h"
@@ -20,11 +21,10 @@ struct ListDeleter {
 using RecordList = std::unique_ptr<resbuf, ListDeleter>;
 
 std::vector<std::wstring> applicationsOf(const hostkit::GroupBlock& data) {
-    constexpr short applicationCode = 1001;
     std::vector<std::wstring> names;
     hostkit::GroupWalker walker(data);
     for (AcDbDxfGroup group; walker.next(group);)
-        if (group.code == applicationCode) names.emplace_back(group.text);
+        if (group.code == hostkit::applicationCode) names.emplace_back(group.text);
     return names;
 }
 

@@ -8,6 +8,7 @@
 #include "groupblock.h"
 
 #include "acarray.h"
+#include "groupcodes.h"
 
 using namespace hostkit;
 
@@ -40,8 +41,6 @@ Acad::ErrorStatus AcDbObject::dxfOut(AcDbDxfFiler* filer) const {
 // The binary form.
 
 namespace {
-
-constexpr short applicationCode = 1001;
 
 /// Each application: true, its id (null where it is not registered), its name, its groups; false behind the
 /// last one.

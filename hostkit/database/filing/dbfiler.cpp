@@ -1,6 +1,7 @@
 #include "dbfiler.h"
 
 #include "fieldtable.h"
+#include "groupcodes.h"
 #include "hexadecimal.h"
 
 #include <cstdarg>
@@ -110,8 +111,7 @@ void AcDbDxfFiler::writeHandle(short, Adesk::UInt64) { setError(Acad::eNotApplic
 void AcDbDxfFiler::writeBinary(short, const void*, std::size_t) { setError(Acad::eNotApplicable); }
 
 void AcDbDxfFiler::writeSubclassMark(const wchar_t* name) {
-    constexpr short subclassMark = 100;
-    if (!isR12Form()) writeText(subclassMark, name);
+    if (!isR12Form()) writeText(hostkit::subclassMarkCode, name);
 }
 
 Acad::ErrorStatus AcDbDxfFiler::writeResBuf(const resbuf& record) {

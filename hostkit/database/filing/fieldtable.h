@@ -4,6 +4,7 @@
 #include "dbfiler.h"
 #include "entitycoordinates.h"
 #include "groupblock.h"
+#include "groupcodes.h"
 
 #include <cstddef>
 #include <span>
@@ -217,7 +218,6 @@ void writeBlock(AcDbDxfFiler& filer, const GroupBlock& block, AcDb::AcDbDwgVersi
 
 /// Marks the groups from there to the record's end as those of another object, whose codes have their own
 /// meaning.
-constexpr short embeddedObjectCode = 101;
 
 /// Keeps the group with the objects that file such ones again (writeEmbedded): paragraphs, attributes and
 /// their definitions. Of an attribute of several lines some groups before the mark belong to its paragraph

@@ -3,6 +3,7 @@
 #include "dbaccess.h"
 
 #include "casefold.h"
+#include "groupcodes.h"
 #include "groupkinds.h"
 
 #include <string>
@@ -13,7 +14,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr short applicationCode = 1001;
 constexpr short firstCode = 1000;
 
 /// Walks a block application by application. What stands before the first one belongs to none.

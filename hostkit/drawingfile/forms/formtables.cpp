@@ -1,5 +1,7 @@
 #include "formtables.h"
 
+#include "groupcodes.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -210,8 +212,6 @@ DrawingVersion firstFormByName(const Rows& rows, std::string_view name) {
                                     [&](const auto& row) { return hasName(row.names, name); });
     return found == std::end(rows) ? kR12 : found->first;
 }
-
-constexpr int firstExtendedCode = 1000;
 
 } // namespace
 

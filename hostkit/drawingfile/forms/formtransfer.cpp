@@ -4,6 +4,7 @@
 #include "r12names.h"
 
 #include "casefold.h"
+#include "groupcodes.h"
 #include "groupkinds.h"
 
 #include <algorithm>
@@ -14,11 +15,6 @@ namespace {
 
 constexpr int variableCode = 9;
 constexpr int nameCode = 2;
-constexpr int subclassMarkCode = 100;
-constexpr int applicationGroupCode = 102;
-constexpr int embeddedObjectCode = 101;
-constexpr int ownerCode = 330;
-constexpr int firstExtendedCode = 1000;
 constexpr int proxyGraphicsSize64 = 160;
 constexpr int proxyGraphicsSize32 = 92;
 

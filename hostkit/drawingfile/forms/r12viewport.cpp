@@ -1,6 +1,7 @@
 #include "r12viewport.h"
 
 #include "dbaccess.h"
+#include "groupcodes.h"
 #include "symbolnames.h"
 
 #include <algorithm>
@@ -10,9 +11,7 @@ namespace hostkit {
 namespace {
 
 constexpr int textCode = 1000;
-constexpr int applicationCode = 1001;
 constexpr int braceCode = 1002;
-constexpr int layerCode = 1003;
 constexpr int pointCode = 1010;
 constexpr int realCode = 1040;
 constexpr int integerCode = 1070;
@@ -106,7 +105,7 @@ void appendViewOfR12(const DrawingRecord& viewport, const AcDbDatabase& database
         if (group.code != frozenLayerCode && group.code != hardFrozenLayerCode) continue;
         const AcDbObjectId layer = DatabaseAccess::find(database, handleFromText(group.value).value_or(0));
         const std::wstring_view name = symbolName(layer, L"");
-        if (!name.empty()) appendText(layerCode, name, style, bytes);
+        if (!name.empty()) appendText(extendedLayerCode, name, style, bytes);
     }
     appendGroup(braceCode, "}", style, bytes);
     appendGroup(braceCode, "}", style, bytes);

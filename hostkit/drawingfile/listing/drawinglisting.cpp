@@ -6,6 +6,7 @@
 #include "dbblocktable.h"
 #include "dbopaque.h"
 #include "fieldtable.h"
+#include "groupcodes.h"
 
 #include <algorithm>
 
@@ -199,11 +200,10 @@ private:
     }
 
     static void addExtendedData(const GroupBlock& data, ListedEntity& listed) {
-        constexpr short applicationNameCode = 1001;
         GroupWalker walker(data);
         AcDbDxfGroup group;
         while (walker.next(group)) {
-            if (group.code == applicationNameCode) {
+            if (group.code == applicationCode) {
                 listed.extendedData.emplace_back(group.text, std::vector<ListedValue>());
                 continue;
             }

@@ -4,6 +4,7 @@
 #include "binaryform.h"
 #include "drawingreading.h"
 #include "fieldtable.h"
+#include "groupcodes.h"
 #include "hostport.h"
 #include "systempath.h"
 
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int nameCode = 2;
 constexpr int variableCode = 9;
-constexpr int commentCode = 999;
 
 Acad::ErrorStatus failBeforeReading(ReadReport& report, Acad::ErrorStatus status, std::wstring reason,
                                     const ReadOptions& options,

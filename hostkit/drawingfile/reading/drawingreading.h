@@ -6,6 +6,7 @@
 #include "drawingrecord.h"
 #include "groupscanner.h"
 #include "recordhead.h"
+#include "recordkinds.h"
 #include "recordreader.h"
 
 #include "dbaccess.h"
@@ -17,25 +18,6 @@
 #include <string>
 
 namespace hostkit {
-
-/// The groups of a record that its object does not read through its class: extended data. Marks them as
-/// taken; false, and nothing taken, where a value is damaged. With null the values themselves are not wanted.
-bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data);
-/// A new object for a record of a block or a space; the kinds that the kit has no class for are opaque.
-std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record);
-/// The same for a part that the owner holds (vertices, attributes).
-std::unique_ptr<AcDbEntity> makePart(const DrawingRecord& record, const AcDbEntity& owner);
-/// A new object for a record outside of blocks and tables.
-std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record);
-/// A new record of a table.
-std::unique_ptr<AcDbSymbolTableRecord> makeTableRecord(TableKind kind);
-std::unique_ptr<AcDbSymbolTable> makeTable(TableKind kind);
-/// By the name of a table in a file ("LAYER", "BLOCK_RECORD").
-std::optional<TableKind> tableKindOf(std::string_view name);
-std::string_view tableName(TableKind kind);
-/// An object of the class of the one that was read, for finding out which groups of its record the class
-/// takes.
-std::unique_ptr<AcDbObject> makeBlank(const AcDbObject& object, const DrawingRecord& record);
 
 /// One reading. All members that can meet a fatal problem give false then, with the problem in the report.
 class DrawingReading {

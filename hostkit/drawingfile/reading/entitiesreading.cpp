@@ -8,6 +8,7 @@
 #include "dbblockreference.h"
 #include "dbopaque.h"
 #include "dbsequenceend.h"
+#include "groupcodes.h"
 
 #include <algorithm>
 
@@ -114,7 +115,6 @@ AcDbBlockTableRecord& DrawingReading::spaceOf(const DrawingRecord& record) {
     const RecordGroup* const mark = record.find(paperSpaceCode);
     const bool isInPaperSpace = mark && integerFromText(mark->value) == 1;
     if (hasSubclassMarkers(m_version)) {
-        constexpr int ownerCode = 330;
         for (const RecordGroup& group : record.groups) {
             if (group.code == 100 || group.code >= 1000) break;
             if (group.code != ownerCode) continue;

@@ -6,34 +6,11 @@
 
 #include "dbopaque.h"
 #include "fieldtable.h"
+#include "groupcodes.h"
 
 #include <algorithm>
 
 namespace hostkit {
-
-namespace {
-
-constexpr short handleCode = 5;
-constexpr short dimStyleHandleCode = 105;
-constexpr short commentCode = 999;
-
-} // namespace
-
-bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data) {
-    const RecordGroup* const end = record.groups.data() + record.groups.size();
-    AcDbDxfGroup item;
-    std::size_t used = 0;
-    for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); place += used) {
-        used = 1;
-        if (record.groups[place].code == commentCode) continue;
-        if (filer.valueOf(record.groups.data() + place, end, item, used) != Acad::eOk) return false;
-        if (item.code < 1000 || !isStorable(item)) return false;
-        if (data) data->append(item);
-    }
-    for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); ++place)
-        record.groups[place].part = record.groups[place].code == commentCode ? nobodysPart : extendedPart;
-    return true;
-}
 
 // Handles given by the drawing itself must lie above every handle that the file has, wherever it stands:
 // tables are not read in the file's order.

@@ -4,6 +4,7 @@
 #include "dbdatabase.h"
 #include "dbopaque.h"
 #include "fieldtable.h"
+#include "groupcodes.h"
 
 #include <algorithm>
 
@@ -11,9 +12,7 @@ namespace hostkit {
 
 namespace {
 
-constexpr short subclassMarkCode = 100;
 constexpr short layerCode = 8;
-constexpr short trueColorCode = 420;
 
 // A dimension style names its blocks and its text style by name in R12, and some programs do so in later
 // forms where handles belong.
@@ -303,6 +302,22 @@ AcDbObjectId RecordReader::objectIdOf(const AcDbDxfGroup& group) {
     if (m_looksUp && m_database && group.handle() != 0)
         (void)m_database->getAcDbObjectId(id, true, AcDbHandle(group.handle()));
     return id;
+}
+
+bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data) {
+    const RecordGroup* const end = record.groups.data() + record.groups.size();
+    AcDbDxfGroup item;
+    std::size_t used = 0;
+    for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); place += used) {
+        used = 1;
+        if (record.groups[place].code == commentCode) continue;
+        if (filer.valueOf(record.groups.data() + place, end, item, used) != Acad::eOk) return false;
+        if (item.code < 1000 || !isStorable(item)) return false;
+        if (data) data->append(item);
+    }
+    for (std::size_t place = record.extendedDataBegin; place < record.groups.size(); ++place)
+        record.groups[place].part = record.groups[place].code == commentCode ? nobodysPart : extendedPart;
+    return true;
 }
 
 } // namespace hostkit

@@ -5,6 +5,7 @@
 #include "drawingrecord.h"
 #include "drawingtext.h"
 #include "drawingversion.h"
+#include "groupblock.h"
 
 #include <string>
 
@@ -91,5 +92,9 @@ private:
     const RecordGroup* m_faulty = nullptr;
     std::wstring m_value;
 };
+
+/// The groups of a record that its object does not read through its class: extended data. Marks them as
+/// taken; false, and nothing taken, where a value is damaged. With null the values themselves are not wanted.
+bool readExtendedData(DrawingRecord& record, RecordReader& filer, GroupBlock* data);
 
 } // namespace hostkit

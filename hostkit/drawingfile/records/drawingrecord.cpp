@@ -1,13 +1,12 @@
 #include "drawingrecord.h"
 
+#include "groupcodes.h"
+
 #include <algorithm>
 
 namespace hostkit {
 
 namespace {
-
-constexpr int applicationNameCode = 1001;
-constexpr int subclassMarkCode = 100;
 
 void addGroup(const RawGroup& group, const GroupScanner& scanner, DrawingRecord& record) {
     record.groups.push_back({group.value, group.start, scanner.position(), static_cast<short>(group.code)});
@@ -15,7 +14,6 @@ void addGroup(const RawGroup& group, const GroupScanner& scanner, DrawingRecord&
 
 // Some programs have it in the middle; a class' groups that stand behind it are a class' groups all the same.
 void putExtendedDataLast(DrawingRecord& record) {
-    constexpr int commentCode = 999;
     const auto begin = record.groups.begin() + static_cast<std::ptrdiff_t>(record.extendedDataBegin);
     const auto isOfClass = [](const RecordGroup& group) { return group.code < commentCode; };
     if (std::none_of(begin, record.groups.end(), isOfClass)) return;
@@ -44,7 +42,7 @@ ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecor
     ScanResult result = scanner.next(group);
     for (; result == ScanResult::kGroup && group.code != 0; result = scanner.next(group)) {
         if (group.code == subclassMarkCode && record.extendedDataBegin == 0) record.hasMarks = true;
-        if (group.code == applicationNameCode && record.extendedDataBegin == 0)
+        if (group.code == applicationCode && record.extendedDataBegin == 0)
             record.extendedDataBegin = record.groups.size();
         addGroup(group, scanner, record);
     }

@@ -1,17 +1,12 @@
 #include "recordhead.h"
 
+#include "groupcodes.h"
+
 #include <algorithm>
 
 namespace hostkit {
 
 namespace {
-
-constexpr short handleCode = 5;
-constexpr short dimStyleHandleCode = 105;
-constexpr short ownerCode = 330;
-constexpr short applicationGroupCode = 102;
-constexpr short subclassMarkCode = 100;
-constexpr short hardOwnerCode = 360;
 
 // Classes that have no groups of the head's codes: where the head stands behind their mark, it is still the
 // head.

@@ -1,4 +1,4 @@
-#include "drawingreading.h"
+#include "recordkinds.h"
 
 #include "db2dpolyline.h"
 #include "db2dvertex.h"

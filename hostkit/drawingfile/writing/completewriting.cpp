@@ -1,10 +1,10 @@
 #include "completewriting.h"
 
 #include "drawingedits.h"
-#include "drawingreading.h"
 #include "extendeddata.h"
 #include "formtables.h"
 #include "keptcolors.h"
+#include "recordkinds.h"
 #include "sourcegroups.h"
 
 #include "dbblockreference.h"

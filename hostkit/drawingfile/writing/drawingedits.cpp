@@ -1,8 +1,8 @@
 #include "drawingedits.h"
 
-#include "drawingreading.h"
 #include "extendeddata.h"
 #include "keptcolors.h"
+#include "recordkinds.h"
 #include "recordrewriting.h"
 
 #include "dbblockbegin.h"
@@ -10,6 +10,8 @@
 #include "dbblockreference.h"
 #include "dblayout.h"
 #include "dbsequenceend.h"
+#include "groupcodes.h"
+#include "headervariables.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +22,6 @@ namespace hostkit {
 namespace {
 
 constexpr int nameCode = 2;
-constexpr int commentCode = 999;
 
 std::string nameInRecord(std::string_view bytes, SourceSpan span) {
     GroupScanner scanner(bytes.substr(0, span.offset + span.length), span.offset);

@@ -7,13 +7,12 @@
 #include "dbent.h"
 #include "dblayertablerecord.h"
 #include "extendeddata.h"
+#include "groupcodes.h"
 
 namespace hostkit {
 
 namespace {
 
-constexpr short trueColorCode = 420;
-constexpr short applicationCode = 1001;
 constexpr short valueCode = 1071;
 
 AcCmEntityColor colorOf(Adesk::UInt32 rgb) {

@@ -1,7 +1,7 @@
 // Records that no file had before.
 
 #include "drawingedits.h"
-#include "drawingreading.h"
+#include "recordkinds.h"
 
 #include "dbblockbegin.h"
 #include "dbblockend.h"

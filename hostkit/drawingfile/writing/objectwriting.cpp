@@ -3,21 +3,17 @@
 #include "dbblockbegin.h"
 #include "dbblockreference.h"
 #include "dbregapptablerecord.h"
-#include "drawingreading.h"
 #include "erasedowners.h"
 #include "fieldtable.h"
+#include "groupcodes.h"
 #include "keptcolors.h"
+#include "recordkinds.h"
 
 #include <algorithm>
 
 namespace hostkit {
 
 namespace {
-
-constexpr short ownerCode = 330;
-constexpr short applicationGroupCode = 102;
-constexpr short trueColorCode = 420;
-constexpr short hardOwnerCode = 360;
 
 std::string asciiOf(const wchar_t* name) {
     const std::wstring_view text = name ? name : L"";
@@ -248,13 +244,12 @@ bool ObjectWriting::registerColors(AcDbObjectId table, std::string& bytes) {
 
 // A layer that is named there follows its record.
 void ObjectWriting::writeExtendedData(const GroupBlock& data) {
-    constexpr short layerCode = 1003;
     if (!m_changes) return writeBlock(m_writer, data);
     GroupWalker walker(data);
     AcDbDxfGroup group;
     while (walker.next(group)) {
         const std::wstring* const newName =
-            group.code == layerCode ? m_changes->newName(TableKind::kLayer, group.text) : nullptr;
+            group.code == extendedLayerCode ? m_changes->newName(TableKind::kLayer, group.text) : nullptr;
         if (newName)
             m_writer.writeText(group.code, *newName);
         else

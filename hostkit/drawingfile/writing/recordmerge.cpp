@@ -1,6 +1,7 @@
 #include "recordmerge.h"
 
 #include "casefold.h"
+#include "groupcodes.h"
 #include "groupkinds.h"
 #include "referencechanges.h"
 
@@ -11,14 +12,8 @@ namespace hostkit {
 
 namespace {
 
-constexpr short subclassMarkCode = 100;
-constexpr short embeddedObjectMark = 101;
-constexpr short commentCode = 999;
-constexpr short colorCode = 62;
 constexpr short firstOwnerCode = 350; // of handles of what an object owns
 constexpr short lastOwnerCode = 369;
-constexpr short trueColorCode = 420;
-constexpr short colorNameCode = 430;
 constexpr std::size_t noField = static_cast<std::size_t>(-1);
 // How far a step of the merge looks ahead for the counterpart of a group: more than the groups of a vertex or
 // a hatch edge.
@@ -62,7 +57,7 @@ void RecordMerge::gatherOldItems() {
             if (place <= m_original.extendedDataBegin) ++region;
             isBehindEmbedded = false;
         }
-        isBehindEmbedded = isBehindEmbedded || group.code == embeddedObjectMark;
+        isBehindEmbedded = isBehindEmbedded || group.code == embeddedObjectCode;
         OldItem item{place, 1, group.part, group.code, region, isBehindEmbedded, noField};
         if (AcDb::groupKind(item.code) == AcDb::GroupKind::kPoint)
             while (item.count < 3 && place + item.count < groups.size() &&

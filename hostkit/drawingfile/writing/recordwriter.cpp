@@ -1,5 +1,6 @@
 #include "recordwriter.h"
 
+#include "groupcodes.h"
 #include "groupkinds.h"
 #include "recordreader.h"
 #include "referencechanges.h"
@@ -9,13 +10,6 @@
 #include <cstring>
 
 namespace hostkit {
-
-namespace {
-
-constexpr short subclassMarkCode = 100;
-constexpr short trueColorCode = 420;
-
-} // namespace
 
 AcDb::AcDbDwgVersion RecordWriter::dwgVersion() const { return filerVersion(m_style.version); }
 

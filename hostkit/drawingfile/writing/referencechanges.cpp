@@ -1,5 +1,6 @@
 #include "referencechanges.h"
 
+#include "groupcodes.h"
 #include "groupformat.h"
 #include "groupkinds.h"
 #include "handlelists.h"
@@ -10,9 +11,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr short subclassMarkCode = 100;
-constexpr short embeddedObjectMark = 101;
-constexpr short applicationGroupCode = 102;
 constexpr short layerOfExtendedData = 1003;
 constexpr short handleOfExtendedData = 1005;
 
@@ -63,7 +61,7 @@ constexpr NamingGroup namingGroups[] = {
 std::string_view markBefore(const DrawingRecord& record, std::size_t place) {
     while (place > 0) {
         const RecordGroup& group = record.groups[--place];
-        if (group.code == subclassMarkCode || group.code == embeddedObjectMark ||
+        if (group.code == subclassMarkCode || group.code == embeddedObjectCode ||
             group.code == applicationGroupCode)
             return withoutBlanks(group.value);
     }

@@ -6,18 +6,13 @@
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "dbsource.h"
+#include "groupcodes.h"
 
 #include <algorithm>
 
 namespace hostkit {
 
 namespace {
-
-constexpr int subclassMarkCode = 100;
-constexpr int embeddedObjectCode = 101;
-constexpr int applicationGroupCode = 102;
-constexpr int commentCode = 999;
-constexpr int firstExtendedCode = 1000;
 
 /// The subclasses behind AcDbEntity of kinds that R12 has and no class here reads; by the flags of group 70.
 struct MarkRow {
