@@ -40,6 +40,8 @@ function(vexo_layer name)
   if(sources)
     add_library(${target} SHARED ${sources} ${headers})
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:vexo_flags>)
+    # A function that a program happens to name alike is not taken for the layer's own.
+    target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
     set(scope PUBLIC)
   else()
     add_library(${target} INTERFACE)
@@ -57,11 +59,16 @@ function(vexo_layer name)
   install(FILES ${headers} DESTINATION include/VEXOTools10/hostkit)
 endfunction()
 
-# vexo_module(slab LINKS ...): a loadable module; its name is its file name, without a lib prefix.
+# vexo_module(slab LINKS ...): a loadable module; its name is its file name, without a lib prefix. It exports what the
+# map names, by default its entries, and calls what it has itself: no program or other module can stand in for it.
 function(vexo_module name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(arg "" "EXPORTS" "SOURCES;LINKS" ${ARGN})
+  if(NOT arg_EXPORTS)
+    set(arg_EXPORTS ${PROJECT_SOURCE_DIR}/cmake/moduleexports.map)
+  endif()
   add_library(${name} SHARED ${arg_SOURCES})
-  set_target_properties(${name} PROPERTIES PREFIX "")
+  set_target_properties(${name} PROPERTIES PREFIX "" LINK_DEPENDS ${arg_EXPORTS})
+  target_link_options(${name} PRIVATE -Wl,--version-script=${arg_EXPORTS} -Wl,-Bsymbolic-functions)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:vexo_flags> PUBLIC ${arg_LINKS})
 endfunction()
 
