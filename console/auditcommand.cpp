@@ -7,6 +7,7 @@
 #include "consoletext.h"
 #include "drawingaudit.h"
 #include "host.h"
+#include "modulecommand.h"
 #include "systempath.h"
 #include "textencoding.h"
 

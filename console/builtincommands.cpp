@@ -17,7 +17,7 @@
 #include "drawinglisting.h"
 #include "host.h"
 #include "inventorycommands.h"
-#include "outputprompt.h"
+#include "modulecommand.h"
 #include "plotcommand.h"
 #include "runtimeservices.h"
 #include "saveforms.h"

@@ -5,7 +5,7 @@
 #include "consoletext.h"
 #include "host.h"
 #include "jsontext.h"
-#include "outputprompt.h"
+#include "modulecommand.h"
 #include "textencoding.h"
 
 AcApDocument* documentOrFail() {

@@ -8,6 +8,7 @@
 #include "dbxrecrd.h"
 #include "host.h"
 #include "jsontext.h"
+#include "modulecommand.h"
 
 #include <algorithm>
 

@@ -4,6 +4,7 @@
 #include "casefold.h"
 #include "commandoutput.h"
 #include "host.h"
+#include "modulecommand.h"
 #include "runtimeservices.h"
 #include "tlhelp32.h"
 #include "windows.h"

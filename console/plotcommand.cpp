@@ -7,7 +7,7 @@
 #include "dblayertable.h"
 #include "dbobjptr.h"
 #include "host.h"
-#include "outputprompt.h"
+#include "modulecommand.h"
 #include "plotdrawing.h"
 #include "svgpicture.h"
 #include "systempath.h"

@@ -5,6 +5,7 @@
 #include "commandoutput.h"
 #include "consoletext.h"
 #include "host.h"
+#include "modulecommand.h"
 #include "undohistory.h"
 
 #include <string>

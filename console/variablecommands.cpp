@@ -4,6 +4,7 @@
 #include "commandoutput.h"
 #include "consoletext.h"
 #include "host.h"
+#include "modulecommand.h"
 #include "modulemark.h"
 #include "rxprodkey.h"
 #include "textencoding.h"

@@ -9,6 +9,7 @@
 #include "groupcodes.h"
 #include "host.h"
 #include "jsontext.h"
+#include "modulecommand.h"
 #include "storedentries.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // command that prints what the user answered.
 #include "aced.h"
 #include "cvxlogentry.h"
-#include "host.h"
+#include "modulecommand.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
 #include "vexodlgexitapp.h"

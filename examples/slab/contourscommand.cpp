@@ -6,8 +6,7 @@
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
-#include "host.h"
-#include "outputprompt.h"
+#include "modulecommand.h"
 #include "reporttext.h"
 #include "tableoutput.h"
 

@@ -1,7 +1,7 @@
 #include "slabplan.h"
 
-#include "casefold.h"
 #include "contouroverlay.h"
+#include "tchar.h"
 
 #include <algorithm>
 #include <cmath>
@@ -217,7 +217,7 @@ void Planner::sortAsDrawn(const Contours& drawn) {
 
 bool isListed(const std::vector<std::wstring>& layers, const std::wstring& name) {
     return std::any_of(layers.begin(), layers.end(),
-                       [&](const std::wstring& each) { return hostkit::equalFolded(each, name); });
+                       [&](const std::wstring& each) { return _wcsicmp(each.c_str(), name.c_str()) == 0; });
 }
 
 SlabPlan planSlabs(std::vector<std::unique_ptr<PlanContour>> contours, const SlabRoles& roles,

@@ -1,7 +1,6 @@
 #include "stripfiling.h"
 
 #include "adsdef.h"
-#include "casefold.h"
 #include "dbdatabase.h"
 #include "dbdictionary.h"
 #include "dbent.h"
@@ -9,6 +8,7 @@
 #include "dbobjptr.h"
 #include "dbxrecrd.h"
 #include "reporttext.h"
+#include "tchar.h"
 #include "vexoacadsystemtools.h"
 #include "vexodatabasetools.h"
 
@@ -105,7 +105,7 @@ std::vector<AcDbObjectId> filedStrips(AcDbDatabase& database, const std::wstring
     std::vector<AcDbObjectId> found;
     if (!hasRunRecords(database))
         for (const MarkedEntity& each : markedEntities(database))
-            if (hostkit::equalFolded(each.layer, layer)) found.push_back(each.id);
+            if (_wcsicmp(each.layer.c_str(), layer.c_str()) == 0) found.push_back(each.id);
     const AcDbObjectPointer<AcDbXrecord> run(runRecord(database, layer), AcDb::kForRead);
     if (!run.object()) return found;
     const Records list = recordsOf(*run.object());

@@ -1,8 +1,7 @@
 #include "tableoutput.h"
 
 #include "aced.h"
-#include "outputprompt.h"
-#include "textencoding.h"
+#include "modulecommand.h"
 
 TableOutput::Form tableForm(const CString& keyword) {
     if (keyword == L"CSV") return TableOutput::Form::csv;
@@ -14,7 +13,7 @@ bool giveOut(const TableOutput& output, const std::wstring& table, const std::ws
         acutPrintf(L"%s", table.c_str());
         return true;
     }
-    if (!hostkit::writeOutputFile(output.file, hostkit::utf8FromWide(table))) return false;
+    if (!hostkit::writeOutputFile(output.file, std::wstring_view(table))) return false;
     if (!hostkit::isStandardOutput(output.file.name))
         acutPrintf(L"%s: %s\n", output.file.name.c_str(), content.c_str());
     return true;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cstring.h"
-#include "outputfiles.h"
+#include "modulecommand.h"
 
 #include <string>
 

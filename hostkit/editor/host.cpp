@@ -182,12 +182,6 @@ int Host::runningState() const {
 bool Host::isRunningDeferred() const { return m_parts->isRunningDeferred; }
 void Host::setRunningDeferred(bool isRunning) { m_parts->isRunningDeferred = isRunning; }
 
-void failCommand(Acad::ErrorStatus status, std::wstring_view reason) {
-    RunningCommand* command = g_current ? g_current->runningCommand() : nullptr;
-    if (!command || command->result.status != Acad::eOk) return;
-    command->result = {status, std::wstring(reason)};
-}
-
 } // namespace hostkit
 
 AcEdCommandStack* acedCommandStackOfHost() {

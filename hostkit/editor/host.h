@@ -126,8 +126,4 @@ private:
     std::unique_ptr<Parts> m_parts;
 };
 
-/// For a command that cannot do its work: it counts as failed, with that status and a sentence for the user.
-/// The first call of a run counts. Does nothing when no command runs.
-void failCommand(Acad::ErrorStatus status, std::wstring_view reason);
-
 } // namespace hostkit

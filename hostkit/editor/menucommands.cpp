@@ -4,6 +4,7 @@
 #include "host.h"
 #include "menufile.h"
 #include "menugroup.h"
+#include "modulecommand.h"
 #include "outputfiles.h"
 #include "systempath.h"
 

@@ -3,6 +3,7 @@
 #include "accmd.h"
 #include "dbdatabase.h"
 #include "host.h"
+#include "modulecommand.h"
 
 namespace hostkit {
 namespace {

@@ -10,7 +10,7 @@
 #include "dblayertablerecord.h"
 #include "dbline.h"
 #include "dbobjptr.h"
-#include "host.h"
+#include "modulecommand.h"
 #include "rxdlinkr.h"
 
 #include <functional>

@@ -6,7 +6,8 @@
 #include "dbdatabase.h"
 #include "dbline.h"
 #include "dbobjptr.h"
-#include "host.h"
+#include "hostport.h"
+#include "modulecommand.h"
 #include "rxdlinkr.h"
 
 #include <chrono>

@@ -1,6 +1,7 @@
 #include "commandtest.h"
 #include "cwnd.h"
 #include "expressionevaluator.h"
+#include "modulecommand.h"
 
 namespace {
 

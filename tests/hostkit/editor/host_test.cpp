@@ -1,4 +1,5 @@
 #include "commandtest.h"
+#include "modulecommand.h"
 #include "rxprodkey.h"
 
 #include <stdexcept>

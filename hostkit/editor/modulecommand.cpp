@@ -1,9 +1,10 @@
-#include "outputprompt.h"
+#include "modulecommand.h"
 
 #include "aced.h"
 #include "casefold.h"
 #include "host.h"
 #include "hostport.h"
+#include "textencoding.h"
 
 namespace hostkit {
 
@@ -45,6 +46,12 @@ bool readOverwrite(OutputFile& file) {
 
 } // namespace
 
+void failCommand(Acad::ErrorStatus status, std::wstring_view reason) {
+    RunningCommand* const command = Host::current() ? Host::current()->runningCommand() : nullptr;
+    if (!command || command->result.status != Acad::eOk) return;
+    command->result = {status, std::wstring(reason)};
+}
+
 bool readOutputFile(const wchar_t* prompt, OutputFile& file) {
     file = {};
     CString name;
@@ -61,6 +68,10 @@ bool acceptOutputFile(const OutputFile& file, OutputFiles::Kind kind) {
 
 bool writeOutputFile(const OutputFile& file, std::string_view bytes) {
     return failUnless(currentPort()->outputs().write(file, bytes));
+}
+
+bool writeOutputFile(const OutputFile& file, std::wstring_view text) {
+    return writeOutputFile(file, std::string_view(utf8FromWide(text)));
 }
 
 } // namespace hostkit
