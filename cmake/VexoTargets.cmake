@@ -56,7 +56,12 @@ function(vexo_layer name)
   add_library(VEXOTools10::${name} ALIAS ${target})
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
   install(TARGETS ${target} EXPORT VEXOTools10Targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(FILES ${headers} DESTINATION include/VEXOTools10/hostkit)
+  foreach(header IN LISTS headers)
+    cmake_path(GET header FILENAME file)
+    if(file IN_LIST VEXO_KIT_HEADERS)
+      install(FILES ${header} DESTINATION include/VEXOTools10/hostkit)
+    endif()
+  endforeach()
 endfunction()
 
 # vexo_module(slab LINKS ...): a loadable module; its name is its file name, without a lib prefix. It exports what the
