@@ -110,39 +110,6 @@ bool crossesItself(const Contour& contour, double scale = 1.0, const AcGeVector3
     return isSelfIntersecting(contour.points, contour.bulges, normal, scale);
 }
 
-TEST(SelfIntersecting, NamedContoursInEveryFormOfClosing) {
-    const struct {
-        const char* name;
-        Vertices vertices; // bulges are heights, to the left
-        bool expected;
-    } cases[] = {
-        {"figure of eight", corners({0, 0, 4, 4, 4, 0, 0, 4}), true},
-        {"eight through a vertex", corners({0, 0, 2, 2, 4, 4, 4, 0, 2, 2, 0, 4}), false},
-        {"later vertex on an earlier side", corners({0, 0, 4, 0, 4, 4, 2, 0, 0, 4}), false},
-        {"earlier vertex on a later side", corners({2, 0, 0, 4, 0, 0, 4, 0, 4, 4}), true},
-        {"spike", corners({0, 0, 4, 0, 6, 0, 4, 0, 4, 4}), true},
-        {"circle of two arcs", {{0, 0, 2}, {4, 0, 2}}, false},
-        {"arc through the opposite side", {{0, 0, 1.9}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
-        {"arc that only touches the opposite side", {{0, 0, 1}, {4, 0, 0}, {4, 1, 0}, {0, 1, 0}}, true},
-        {"major arc over its neighbours", {{0, 0, -3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, false},
-        {"major arc through its neighbours", {{0, 0, 3.8}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, true},
-        {"arc too flat to be one", {{1e6, 0, 5e-10}, {1e6 + 4, 0, 0}, {1e6 + 4, 4, 0}, {1e6, 4, 0}}, false},
-        {"two runs one way, one across the other",
-         corners({0,  0, 1, 1,   2,   2,   3,   3,   4,   4,   4,   8, -2,  8,
-                  -2, 4, 0, 0.5, 1.2, 1.5, 2.5, 1.8, 3.5, 2.5, 4.5, 3, 4.5, -1}),
-         true},
-        {"nothing", {}, false},
-        {"a point", corners({1, 1}), false}};
-    for (const auto& one : cases) {
-        Contour contour = contourOf(one.vertices);
-        EXPECT_EQ(crossesItself(contour), one.expected) << one.name;
-        EXPECT_EQ(selfIntersectingPlainly(contour, kUp, 1.0), one.expected) << one.name << ", plain form";
-        if (contour.points.isEmpty()) continue;
-        contour.points.append(AcGePoint3d(contour.points[0]));
-        EXPECT_EQ(crossesItself(contour), one.expected) << one.name << ", first point repeated";
-    }
-}
-
 TEST(SelfIntersecting, OpenContoursScaleAndNaN) {
     Contour open = contourOf(corners({0, 0, 4, 4, 4, 0, 0, 4}));
     open.bulges.removeLast();
@@ -300,24 +267,7 @@ bool samePlainly(const Outline& first, const Outline& second, double tolerance, 
     return true;
 }
 
-TEST(SameOutline, SquaresArcsAndWhatIsNoContour) {
-    const Vertices shape = rectangle(0, 0, 4, 4);
-    const Outline square(shape);
-    EXPECT_TRUE(isSame(square, startedElsewhere(Outline(reversed(shape)), 2)));
-    const Outline cut(corners({0, 0, 4, 0, 4, 1, 4, 3, 4, 4, 0, 4}));
-    EXPECT_TRUE(isSame(square, cut)) << "a side cut in three";
-    EXPECT_TRUE(isSame(cut, square));
-    EXPECT_FALSE(isSame(square, Outline(corners({0, 0, 4, 0, 4, 4, 0, 4.1}))));
-    EXPECT_FALSE(isSame(square, Outline(corners({0, 0, 4, 0, 4, 4}))));
-
-    // A million units out points half a thousand-millionth apart are the same.
-    Outline flat = square;
-    Outline far = startedElsewhere(Outline(reversed(shape)), 1);
-    for (Outline* outline : {&flat, &far})
-        for (AcGePoint3d& corner : outline->points) corner.x += 1e6;
-    flat.bulges[0].set(0, 5e-10, 0);
-    EXPECT_TRUE(isSame(flat, far)) << "no arc to be seen";
-
+TEST(SameOutline, ArcsOverOneChordAndWhatIsNoContour) {
     // Two arcs over one chord, their apexes a tolerance apart or less: paired in order, not as they fit best.
     const auto arcs = [](double rise1, double rise2) {
         Outline outline({{0, 0, 0}, {4, 0, 0}});

@@ -59,25 +59,6 @@ struct Ring {
     }
 };
 
-TEST(InteriorPoint, OnAndAroundASquareAndWhatIsNoPolygon) {
-    const struct {
-        std::vector<AcGePoint3d> polygon, inside, outside;
-    } cases[] = {{{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}},
-                  {{2, 2, 77}, {4, 4, 0}, {0, 3, 0}, {4, 1, 0}, {1, 0, 0}, {3, 4, 0}, {2, 4 + 5e-11, 0}},
-                  {{0, 5, 0}, {0, -1, 0}, {4, 5, 0}, {5, 2, 0}, {2, 4.0001, 0}, {kNaN, 0, 0}, {0, kNaN, 0}}},
-                 {{}, {}, {{0, 0, 0}}},
-                 {{{1, 1, 0}}, {{1, 1, 0}}, {}},
-                 {{{1, 1, 0}, {3, 3, 0}}, {{2, 2, 0}}, {{2, 3, 0}}}};
-    for (const auto& one : cases) {
-        AcArray<AcGePoint3d> polygon = pointsOf(one.polygon);
-        SCOPED_TRACE(testing::Message() << "of " << polygon.length());
-        for (const AcGePoint3d& point : one.inside)
-            EXPECT_EQ(IsInteriorPoint(polygon, point), 1) << point.x << ' ' << point.y;
-        for (const AcGePoint3d& point : one.outside)
-            EXPECT_EQ(IsInteriorPoint(polygon, point), 0) << point.x << ' ' << point.y;
-    }
-}
-
 TEST(InteriorPoint, EqualsPlainFormOnLatticesAndNaN) {
     std::mt19937 random(11);
     int inside = 0;

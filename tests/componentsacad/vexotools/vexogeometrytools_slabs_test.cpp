@@ -360,17 +360,6 @@ TEST(SplitContourByHole, TakesAnyClosedHoleAtAnyHeightAndKeepsTheContoursPlaneAn
 
 // ---- many holes ----
 
-TEST(SplitContourByHoles, MergesStripsThatShareOneWholeSegment) {
-    // Two holes side by side, the gap between them cut once by each.
-    const Contour slab = panel(0, 0, 30, 10);
-    const Contour first = panel(4, 4, 8, 6);
-    const Contour second = panel(12, 4, 16, 6);
-    const std::vector<ExpectedPart> expected = {{0, 0, 4, 10, 40},  {4, 6, 8, 10, 16},    {4, 0, 8, 4, 16},
-                                                {8, 0, 12, 10, 40}, {16, 0, 30, 10, 140}, {12, 6, 16, 10, 16},
-                                                {12, 0, 16, 4, 16}};
-    expectParts(stripsOf(slab, {first.get(), second.get()}), expected);
-}
-
 TEST(SplitContourByHoles, PassesOverHolesThatAreNoneAndGivesTheCloneForNoHoles) {
     const Contour slab = panel(0, 0, 20, 10);
     slab->setConstantWidth(0.5);
