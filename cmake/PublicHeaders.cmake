@@ -32,4 +32,4 @@ set(VEXO_KIT_HEADERS
   modulemark.h nameindex.h oleauto.h outputfiles.h painting.h polylinecurve.h polylineshape.h runtimeservices.h
   rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h rxdlinkr.h rxobject.h rxprodkey.h rxregsvc.h scriptedport.h
   stringtable.h subentitylist.h systemvariables.h tchar.h testhost.h textencoding.h textformat.h tlhelp32.h
-  tracefile.h unknwn.h vxprompts.h windowaction.h windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)
+  tracefile.h unknwn.h vxprompts.h windowaction.h winbase.h windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)
