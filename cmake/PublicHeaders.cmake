@@ -24,12 +24,13 @@ set(VEXO_KIT_HEADERS
   dbtextstyletable.h dbtextstyletablerecord.h dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewporttable.h
   dbviewporttablerecord.h dbviewtable.h dbviewtablerecord.h dbxline.h dbxrecrd.h debuglogoption.h deferredinput.h
   desktop.h dialogtemplate.h drawingreader.h drawingversion.h drawingwriter.h entitycoordinates.h fielditems.h
-  fontmetrics.h formchanges.h gearc2d.h gearc3d.h gebndblock2d.h gebndblock3d.h gecint2d.h gecint3d.h gecurv2d.h
-  gecurv3d.h geell2d.h geell3d.h geent2d.h geent3d.h gegbl.h geintrvl.h gekvec.h gelent2d.h gelent3d.h geline2d.h
-  geline3d.h gelnsg2d.h gelnsg3d.h gemat2d.h gemat3d.h genurb2d.h genurb3d.h geplanar.h geplane.h gepnt2d.h
-  gepnt3d.h geray2d.h geray3d.h gescl3d.h getol.h gevec2d.h gevec3d.h groupblock.h hatchloop.h host.h
-  hostapplication.h hostport.h hosttest.h iconresource.h itemlist.h memorydwgfiler.h messagemap.h modulecommand.h
-  modulemark.h nameindex.h oleauto.h outputfiles.h painting.h polylinecurve.h polylineshape.h runtimeservices.h
-  rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h rxdlinkr.h rxobject.h rxprodkey.h rxregsvc.h scriptedport.h
-  stringtable.h subentitylist.h systemvariables.h tchar.h testhost.h textencoding.h textformat.h tlhelp32.h
-  tracefile.h unknwn.h vxprompts.h windowaction.h winbase.h windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)
+  fontmetrics.h formchanges.h gearc.h gearc2d.h gearc3d.h gebndblock.h gebndblock2d.h gebndblock3d.h gecint.h
+  gecint2d.h gecint3d.h gecurv.h gecurv2d.h gecurv3d.h geell.h geell2d.h geell3d.h geent.h geent2d.h geent3d.h
+  gegbl.h geintrvl.h gekvec.h gelent.h gelent2d.h gelent3d.h geline.h geline2d.h geline3d.h gelnsg2d.h gelnsg3d.h
+  gemat2d.h gemat3d.h genurb.h genurb2d.h genurb3d.h geplanar.h geplane.h gepnt2d.h gepnt3d.h geray2d.h geray3d.h
+  gescl3d.h getol.h gevec2d.h gevec3d.h groupblock.h hatchloop.h host.h hostapplication.h hostport.h hosttest.h
+  iconresource.h itemlist.h memorydwgfiler.h messagemap.h modulecommand.h modulemark.h nameindex.h oleauto.h
+  outputfiles.h painting.h polylinecurve.h polylineshape.h runtimeservices.h rxboiler.h rxclass.h rxdefs.h rxdict.h
+  rxditer.h rxdlinkr.h rxobject.h rxprodkey.h rxregsvc.h scriptedport.h stringtable.h subentitylist.h
+  systemvariables.h tchar.h testhost.h textencoding.h textformat.h tlhelp32.h tracefile.h unknwn.h vxprompts.h
+  winbase.h windowaction.h windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)
