@@ -9,7 +9,6 @@
 #include "groupcodes.h"
 #include "host.h"
 #include "jsontext.h"
-#include "modulecommand.h"
 #include "storedentries.h"
 
 #include <memory>

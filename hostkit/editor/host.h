@@ -9,6 +9,7 @@
 #include "deferredinput.h"
 #include "drawingwriter.h"
 #include "hostport.h"
+#include "modulecommand.h"
 #include "runtimeservices.h"
 #include "systemvariables.h"
 
