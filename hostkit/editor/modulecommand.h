@@ -1,5 +1,5 @@
-// What a module's command asks of its host beyond the given names: failing in words, and files that it writes.
-// The rest of the host is no business of modules.
+// What a module's command asks of its host beyond the given names: failing in words, and files that it
+// writes. The rest of the host is no business of modules.
 #pragma once
 
 #include "acadstrc.h"
