@@ -94,11 +94,7 @@ Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
 }
 
 Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = CircularCurve::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbArc");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<CircularCurve>(filer, *this, L"AcDbArc", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbArc)

@@ -162,17 +162,11 @@ struct AcDbEllipse::Filing {
 };
 
 Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbEllipse")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbCurve>(filer, *this, L"AcDbEllipse", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbEllipse::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbEllipse");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbCurve>(filer, *this, L"AcDbEllipse", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbEllipse)

@@ -84,17 +84,11 @@ struct AcDbLine::Filing {
 };
 
 Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbLine")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbCurve>(filer, *this, L"AcDbLine", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbLine");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbCurve>(filer, *this, L"AcDbLine", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbLine)

@@ -57,17 +57,11 @@ struct AcDbPoint::Filing {
 };
 
 Acad::ErrorStatus AcDbPoint::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbPoint")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbEntity>(filer, *this, L"AcDbPoint", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbPoint::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbPoint");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbEntity>(filer, *this, L"AcDbPoint", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbPoint)

@@ -273,4 +273,25 @@ void writeFields(AcDbDxfFiler& filer, const GroupField<T> (&fields)[count], cons
     for (const GroupField<T>& field : fields) field.write(object, field, filer);
 }
 
+// The whole of dxfInFields and dxfOutFields of a class whose groups are those of its base and one subclass
+// more.
+
+template <class Base, class T, std::size_t count>
+Acad::ErrorStatus readSubclass(AcDbDxfFiler* filer, T& object, const wchar_t* mark,
+                               const GroupField<T> (&fields)[count]) {
+    const Acad::ErrorStatus status = object.Base::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(mark)) return status;
+    return readFields(*filer, fields, object);
+}
+
+template <class Base, class T, std::size_t count>
+Acad::ErrorStatus writeSubclass(AcDbDxfFiler* filer, const T& object, const wchar_t* mark,
+                                const GroupField<T> (&fields)[count]) {
+    const Acad::ErrorStatus status = object.Base::dxfOutFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->writeSubclassMark(mark);
+    writeFields(*filer, fields, object);
+    return filer->filerStatus();
+}
+
 } // namespace hostkit

@@ -29,17 +29,11 @@ struct AcDbDictionaryWithDefault::Filing {
 };
 
 Acad::ErrorStatus AcDbDictionaryWithDefault::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbDictionary::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbDictionaryWithDefault")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbDictionary>(filer, *this, L"AcDbDictionaryWithDefault", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbDictionaryWithDefault::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbDictionary::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbDictionaryWithDefault");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbDictionary>(filer, *this, L"AcDbDictionaryWithDefault", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbDictionaryWithDefault)

@@ -83,17 +83,11 @@ struct CircularCurve::Filing {
 };
 
 Acad::ErrorStatus CircularCurve::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbCircle")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbCurve>(filer, *this, L"AcDbCircle", Filing::groups);
 }
 
 Acad::ErrorStatus CircularCurve::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbCircle");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbCurve>(filer, *this, L"AcDbCircle", Filing::groups);
 }
 
 } // namespace hostkit

@@ -50,17 +50,11 @@ struct UnboundedLine::Filing {
 };
 
 Acad::ErrorStatus UnboundedLine::readLine(AcDbDxfFiler* filer, const wchar_t* subclass) {
-    const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(subclass)) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbCurve>(filer, *this, subclass, Filing::groups);
 }
 
 Acad::ErrorStatus UnboundedLine::writeLine(AcDbDxfFiler* filer, const wchar_t* subclass) const {
-    const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(subclass);
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbCurve>(filer, *this, subclass, Filing::groups);
 }
 
 } // namespace hostkit

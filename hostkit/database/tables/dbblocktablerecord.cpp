@@ -202,9 +202,7 @@ struct AcDbBlockTableRecord::Filing {
 };
 
 Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbBlockTableRecord")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbSymbolTableRecord>(filer, *this, L"AcDbBlockTableRecord", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {

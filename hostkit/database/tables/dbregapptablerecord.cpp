@@ -13,17 +13,11 @@ struct AcDbRegAppTableRecord::Filing {
 };
 
 Acad::ErrorStatus AcDbRegAppTableRecord::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
-    if (status != Acad::eOk || !filer->atSubclassData(L"AcDbRegAppTableRecord")) return status;
-    return readFields(*filer, Filing::groups, *this);
+    return readSubclass<AcDbSymbolTableRecord>(filer, *this, L"AcDbRegAppTableRecord", Filing::groups);
 }
 
 Acad::ErrorStatus AcDbRegAppTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
-    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfOutFields(filer);
-    if (status != Acad::eOk) return status;
-    filer->writeSubclassMark(L"AcDbRegAppTableRecord");
-    writeFields(*filer, Filing::groups, *this);
-    return filer->filerStatus();
+    return writeSubclass<AcDbSymbolTableRecord>(filer, *this, L"AcDbRegAppTableRecord", Filing::groups);
 }
 
 HOSTKIT_FILE_FIELDS_AS_ITEMS(AcDbRegAppTableRecord)
