@@ -2,6 +2,7 @@
 
 #include "casefold.h"
 #include "dbcolor.h"
+#include "markupreader.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,12 +10,13 @@
 
 namespace {
 
+using hostkit::MarkupPiece;
+using hostkit::MarkupReader;
+
 constexpr double stackedHeight = 0.7;
 constexpr double raised = 0.4; // text heights
 constexpr double lowered = -0.2;
-constexpr int deepestNesting = 200;
-
-bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+constexpr std::size_t deepestNesting = 200;
 
 TextRun emptyRun(const TextDefaults& defaults) {
     TextRun run;
@@ -35,164 +37,79 @@ std::wstring familyOf(std::wstring_view font) {
     return {};
 }
 
-// The characters of "%%" codes, shared by both kinds of text. Gives how much of the text it took; 0 for no
-// code.
-class PercentCodes {
+bool TextRun::*lineMarkOf(wchar_t code) {
+    return code == L'L' || code == L'l'   ? &TextRun::isUnderlined
+           : code == L'O' || code == L'o' ? &TextRun::isOverlined
+                                          : &TextRun::isStruckOut;
+}
+
+// Makes runs of the pieces of a text. The state that braces save is the run's form.
+class RunMaker {
 public:
-    static std::size_t take(std::wstring_view text, TextRun& run, bool& isSwitch) {
-        isSwitch = false;
-        if (text.size() < 3 || text[0] != L'%' || text[1] != L'%') return 0;
-        const wchar_t code = hostkit::foldCase(text[2]);
-        if (code == L'c') return add(run, L'\u2300');
-        if (code == L'd') return add(run, L'\u00B0');
-        if (code == L'p') return add(run, L'\u00B1');
-        if (code == L'%') return add(run, L'%');
-        if (isDigit(code)) return addByNumber(text, run);
-        bool* flag = code == L'u'   ? &run.isUnderlined
-                     : code == L'o' ? &run.isOverlined
-                     : code == L'k' ? &run.isStruckOut
-                                    : nullptr;
-        isSwitch = flag != nullptr;
-        return isSwitch ? 3 : 0;
-    }
-    static void apply(wchar_t code, TextRun& run) {
-        code = hostkit::foldCase(code);
-        bool& flag = code == L'u' ? run.isUnderlined : code == L'o' ? run.isOverlined : run.isStruckOut;
-        flag = !flag;
-    }
+    RunMaker(const TextDefaults& defaults, std::wstring_view tab)
+        : m_defaults(defaults)
+        , m_tab(tab)
+        , m_run(emptyRun(defaults))
+        , m_paragraphs(1) {}
 
-private:
-    static std::size_t add(TextRun& run, wchar_t character) {
-        run.text += character;
-        return 3;
-    }
-    static std::size_t addByNumber(std::wstring_view text, TextRun& run) {
-        unsigned number = 0;
-        std::size_t length = 2;
-        for (; length < 5 && length < text.size() && isDigit(text[length]); ++length)
-            number = number * 10 + static_cast<unsigned>(text[length] - L'0');
-        if (number >= 32) run.text += static_cast<wchar_t>(number);
-        return length;
-    }
-};
-
-// Reads the codes of a text of several lines. The state that braces save is the run's form.
-class ParagraphReader {
-public:
-    ParagraphReader(std::wstring_view text, const TextDefaults& defaults)
-        : m_text(text)
-        , m_defaults(defaults)
-        , m_run(emptyRun(defaults)) {
-        m_paragraphs.emplace_back();
-    }
-
-    std::vector<Paragraph> read() {
-        while (m_position < m_text.size()) readOne();
+    std::vector<Paragraph> make(MarkupReader& reader) {
+        while (const auto piece = reader.next()) take(*piece);
         endRun();
         return std::move(m_paragraphs);
     }
 
 private:
-    void readOne() {
-        const wchar_t character = m_text[m_position];
-        bool isSwitch = false;
-        if (const std::size_t length = PercentCodes::take(m_text.substr(m_position), m_run, isSwitch)) {
-            if (isSwitch) {
-                endRun();
-                PercentCodes::apply(m_text[m_position + 2], m_run);
-            }
-            m_position += length;
-            return;
-        }
-        ++m_position;
-        if (character == L'\\' && m_position < m_text.size()) return readCode(m_text[m_position++]);
-        if (character == L'^' && m_position < m_text.size()) return readCaret(m_text[m_position++]);
-        if (character == L'{') return openGroup();
-        if (character == L'}') return closeGroup();
-        if (character == L'\n') return endParagraph();
-        if (character == L'\t')
-            m_run.text += L"    ";
-        else if (character >= L' ')
-            m_run.text += character;
+    void take(const MarkupPiece& piece) {
+        using Kind = MarkupPiece::Kind;
+        if (piece.kind == Kind::letters) return addLetters(piece.text);
+        if (piece.kind == Kind::stack) return addStack(piece.text);
+        if (piece.kind == Kind::form) return setForm(piece.code, piece.text);
+        endRun();
+        if (piece.kind == Kind::lineEnd) return endParagraph();
+        if (piece.kind == Kind::groupBegin) return openGroup();
+        if (piece.kind == Kind::groupEnd) return closeGroup();
+        bool& isMarked = m_run.*lineMarkOf(piece.code);
+        isMarked = !isMarked;
     }
 
-    void readCode(wchar_t code) {
+    void addLetters(std::wstring_view letters) {
+        for (const wchar_t letter : letters) {
+            if (letter == L'\t') m_run.text += m_tab;
+            if (letter >= L' ') m_run.text += letter;
+        }
+    }
+
+    void setForm(wchar_t code, std::wstring_view argument) {
+        const std::wstring value(argument);
         switch (code) {
-        case L'P':
-        case L'N':
-        case L'X':
-            return endParagraph();
-        case L'~':
-            m_run.text += L'\u00A0';
-            return;
-        case L'\\':
-        case L'{':
-        case L'}':
-            m_run.text += code;
-            return;
-        case L'L':
-        case L'l':
-            return setFlag(&TextRun::isUnderlined, code == L'L');
-        case L'O':
-        case L'o':
-            return setFlag(&TextRun::isOverlined, code == L'O');
-        case L'K':
-        case L'k':
-            return setFlag(&TextRun::isStruckOut, code == L'K');
-        case L'S':
-            return readStack();
         case L'H':
-            return readHeight();
+            return setHeight(value.c_str());
         case L'C':
-            return readIndexColor();
+            return setIndexColor(std::wcstol(value.c_str(), nullptr, 10));
         case L'c':
-            return readTrueColor();
+            return setTrueColor(std::wcstoul(value.c_str(), nullptr, 10));
         case L'f':
         case L'F':
-            return readFont();
+            return setFont(argument);
         case L'p':
-            return readParagraphForm();
-        case L'A':
-        case L'W':
-        case L'Q':
-        case L'T':
-            argument();
+            return setAlignment(hostkit::alignmentAskedBy(argument));
+        case L'L':
+        case L'O':
+        case L'K':
+        case L'l':
+        case L'o':
+        case L'k':
+            endRun();
+            m_run.*lineMarkOf(code) = code < L'a';
             return;
         default:
-            m_run.text += L'\\';
-            m_run.text += code;
             return;
         }
     }
 
-    void readCaret(wchar_t code) {
-        if (code == L'I')
-            m_run.text += L"    ";
-        else if (code == L'J')
-            endParagraph();
-        else if (code == L' ')
-            m_run.text += L'^';
-        else if (code != L'M')
-            (m_run.text += L'^') += code;
-    }
-
-    // What stands up to the closing semicolon; all the rest where there is none.
-    std::wstring_view argument() {
-        const std::size_t end = std::min(m_text.find(L';', m_position), m_text.size());
-        const std::wstring_view found = m_text.substr(m_position, end - m_position);
-        m_position = std::min(end + 1, m_text.size());
-        return found;
-    }
-
-    void setFlag(bool TextRun::*flag, bool value) {
-        endRun();
-        m_run.*flag = value;
-    }
-
-    void readHeight() {
-        const std::wstring value(argument());
+    void setHeight(const wchar_t* value) {
         wchar_t* end = nullptr;
-        const double number = std::wcstod(value.c_str(), &end);
+        const double number = std::wcstod(value, &end);
         if (!(number > 0.0) || !std::isfinite(number)) return;
         endRun();
         if (*end == L'x' || *end == L'X')
@@ -202,8 +119,7 @@ private:
         m_run.heightFactor = std::clamp(m_run.heightFactor, 0.01, 100.0);
     }
 
-    void readIndexColor() {
-        const long index = std::wcstol(std::wstring(argument()).c_str(), nullptr, 10);
+    void setIndexColor(long index) {
         endRun();
         const bool isIndex = index > 0 && index < 256 && index != AcCmEntityColor::kACIforeground;
         m_run.rgb = isIndex ? AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt16>(index))
@@ -212,49 +128,38 @@ private:
     }
 
     // The number has blue in its highest byte.
-    void readTrueColor() {
-        const unsigned long value = std::wcstoul(std::wstring(argument()).c_str(), nullptr, 10);
+    void setTrueColor(unsigned long value) {
         endRun();
         m_run.rgb =
             static_cast<std::uint32_t>((value & 0xFF) << 16 | (value & 0xFF00) | (value >> 16 & 0xFF));
     }
 
-    void readFont() {
-        const std::wstring_view font = argument();
+    void setFont(std::wstring_view font) {
         endRun();
         m_run.family = familyOf(font.substr(0, font.find(L'|')));
         m_run.isBold = font.find(L"|b1") != std::wstring_view::npos;
         m_run.isItalic = font.find(L"|i1") != std::wstring_view::npos;
     }
 
-    void readParagraphForm() {
-        const std::wstring_view form = argument();
-        const std::size_t place = form.find(L'q');
-        if (place == std::wstring_view::npos || place + 1 >= form.size()) return;
-        const wchar_t kind = form[place + 1];
+    void setAlignment(wchar_t kind) {
         auto& alignment = m_paragraphs.back().alignment;
         if (kind == L'c') alignment = PlacedText::Anchor::middle;
         if (kind == L'r') alignment = PlacedText::Anchor::end;
         if (kind == L'l' || kind == L'j' || kind == L'd') alignment = PlacedText::Anchor::start;
     }
 
-    void readStack() {
-        std::wstring upper;
-        std::wstring lower;
+    void addStack(std::wstring_view stack) {
+        std::wstring parts[2];
         wchar_t divider = 0;
-        while (m_position < m_text.size() && m_text[m_position] != L';') {
-            wchar_t character = m_text[m_position++];
-            const bool isEscaped = character == L'\\' && m_position < m_text.size();
-            if (isEscaped) character = m_text[m_position++];
-            const bool isDivider =
-                !isEscaped && (character == L'/' || character == L'#' || character == L'^');
+        while (!stack.empty()) {
+            const auto [character, isDivider] = hostkit::takeStackCharacter(stack);
             if (isDivider && !divider)
                 divider = character;
             else
-                (divider ? lower : upper) += character;
+                parts[divider ? 1 : 0] += character;
         }
-        if (m_position < m_text.size()) ++m_position;
-        if (divider == L'^' && !lower.empty() && lower.front() == L' ') lower.erase(0, 1);
+        auto& [upper, lower] = parts;
+        if (divider == L'^' && lower.starts_with(L' ')) lower.erase(0, 1);
         addStacked(upper, raised);
         if (divider && divider != L'^') addStacked(L"\u2044", 0.0);
         addStacked(lower, lowered);
@@ -272,12 +177,10 @@ private:
     }
 
     void openGroup() {
-        endRun();
         if (m_saved.size() < deepestNesting) m_saved.push_back(m_run);
     }
 
     void closeGroup() {
-        endRun();
         if (m_saved.empty()) return;
         m_run = m_saved.back();
         m_saved.pop_back();
@@ -289,14 +192,12 @@ private:
     }
 
     void endParagraph() {
-        endRun();
         const auto alignment = m_paragraphs.back().alignment;
         m_paragraphs.push_back({{}, alignment});
     }
 
-    std::wstring_view m_text;
     const TextDefaults& m_defaults;
-    std::size_t m_position = 0;
+    std::wstring_view m_tab;
     TextRun m_run;
     std::vector<TextRun> m_saved;
     std::vector<Paragraph> m_paragraphs;
@@ -305,28 +206,13 @@ private:
 } // namespace
 
 std::vector<TextRun> runsOfText(std::wstring_view text, const TextDefaults& defaults) {
-    std::vector<TextRun> runs;
-    TextRun run = emptyRun(defaults);
-    const auto endRun = [&] {
-        if (!run.text.empty()) runs.push_back(run);
-        run.text.clear();
-    };
-    for (std::size_t i = 0; i < text.size();) {
-        bool isSwitch = false;
-        const std::size_t length = PercentCodes::take(text.substr(i), run, isSwitch);
-        if (isSwitch) {
-            endRun();
-            PercentCodes::apply(text[i + 2], run);
-        }
-        if (length == 0 && text[i] >= L' ') run.text += text[i];
-        i += std::max<std::size_t>(length, 1);
-    }
-    endRun();
-    return runs;
+    MarkupReader reader(text, MarkupReader::Extent::line);
+    return std::move(RunMaker(defaults, L"").make(reader).front().runs);
 }
 
 std::vector<Paragraph> paragraphsOfText(std::wstring_view text, const TextDefaults& defaults) {
-    return ParagraphReader(text, defaults).read();
+    MarkupReader reader(text, MarkupReader::Extent::paragraphs);
+    return RunMaker(defaults, L"    ").make(reader);
 }
 
 std::vector<std::vector<TextRun>> brokenLines(const Paragraph& paragraph, double width) {

@@ -2,6 +2,7 @@
 
 #include "aced.h"
 #include "dbmtext.h"
+#include "markupreader.h"
 
 namespace hostkit {
 namespace {
@@ -12,20 +13,12 @@ constexpr RECT editPlace{10, 10, 404, 170};
 constexpr RECT okPlace{240, 180, 315, 202};
 constexpr RECT cancelPlace{325, 180, 400, 202};
 
-// "\\P" is a backslash and a letter, and stays.
+// The other codes stay as they are written.
 CString withNewLines(const CString& coded) {
-    CString text;
-    for (int i = 0; i < coded.GetLength(); ++i) {
-        const bool isCode = coded[i] == L'\\' && i + 1 < coded.GetLength();
-        if (isCode && coded[i + 1] == L'P') {
-            text += L'\n';
-            ++i;
-        } else {
-            text += coded[i];
-            if (isCode) text += coded[++i];
-        }
-    }
-    return text;
+    std::wstring text;
+    MarkupReader reader(coded.GetString(), MarkupReader::Extent::paragraphs);
+    while (const auto piece = reader.next()) text += piece->source == L"\\P" ? L"\n" : piece->source;
+    return CString(text.c_str());
 }
 
 CString withCodes(CString text) {

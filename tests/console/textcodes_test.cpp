@@ -18,6 +18,7 @@ TEST(TextCodes, SingleLineCodes) {
         {L"100%%%", L"100%"},
         {L"%%065%%66%%7", L"AB"},
         {L"%%x %% %", L"%%x %% %"},
+        {L"\\U+00E9t\t", L"\u00E9t"},
         {L"a\\Pb{c}", L"a\\Pb{c}"},
         {L"", L""}};
     for (const auto& [text, wanted] : cases) EXPECT_EQ(plain(text), wanted) << text;
@@ -42,7 +43,7 @@ TEST(TextCodes, ParagraphCodesLeaveTheText) {
         {L"\\H2.5", L"|"},
         {L"\\S1/2", L"1\u20442|"},
         {L"}}}a{{{", L"a|"},
-        {L"\\z1", L"\\z1|"},
+        {L"\\z1\\U+00E9\\U+0007", L"\\z1\u00E9|"},
         {L"", L"|"}};
     for (const auto& [text, wanted] : cases) EXPECT_EQ(paragraphs(text), wanted) << text;
 }

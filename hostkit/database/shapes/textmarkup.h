@@ -12,14 +12,11 @@ namespace hostkit {
 constexpr double kReckonedCharacterWidth = 0.6;
 constexpr double kReckonedLinePitch = 5.0 / 3.0;
 
-/// What is seen of one line of text: %%c, %%d and %%p are the diameter, degree and plus-minus signs, %%% a
-/// per cent sign, %%nnn and \U+hhhh a character by its number; %%u, %%o and %%k are seen as nothing. A code
-/// that is none stays as it is.
+/// What is seen of one line of text; its codes are those of MarkupReader.
 std::wstring visibleText(std::wstring_view text);
 
-/// What is seen of a paragraph text, a line for each line end that its contents ask for. Braces and codes
-/// behind backslashes are taken out; of a stacked fraction the upper part, the bar and the lower part are
-/// left, behind a digit with a blank between: 10 1/2.
+/// What is seen of a paragraph text, a line for each line end that its contents ask for. Of a stacked
+/// fraction the upper part, the bar and the lower part are left, behind a digit with a blank between: 10 1/2.
 std::vector<std::wstring> visibleLines(std::wstring_view contents);
 
 /// Breaks a line at blanks so that none is longer than that many characters; a longer word stands alone. 0

@@ -22,6 +22,7 @@
 #include "dbtextstyletablerecord.h"
 #include "dbxline.h"
 #include "entitycoordinates.h"
+#include "markupreader.h"
 
 #include "gecurv3d.h"
 #include "geintrvl.h"
@@ -142,21 +143,16 @@ struct AlignedParagraph {
 // The code for alignment (\pxqc; or \pi0,qr; and the like) holds from its paragraph on.
 std::vector<AlignedParagraph> paragraphsOf(const std::wstring& contents) {
     std::vector<AlignedParagraph> paragraphs(1);
-    for (std::size_t place = 0; place < contents.size(); ++place) {
-        const wchar_t next =
-            contents[place] == L'\\' && place + 1 < contents.size() ? contents[place + 1] : L'\0';
-        if (next == L'P') {
+    MarkupReader reader(contents, MarkupReader::Extent::paragraphs);
+    while (const auto piece = reader.next()) {
+        if (piece->kind == MarkupPiece::Kind::lineEnd) {
             paragraphs.push_back({{}, paragraphs.back().alignment});
-            ++place;
             continue;
         }
-        if (next == L'p') {
-            const std::size_t end = std::min(contents.find(L';', place), contents.size());
-            const std::size_t code = contents.find(L'q', place);
-            if (code + 1 < end) paragraphs.back().alignment = contents[code + 1];
-        }
-        paragraphs.back().contents += contents[place];
-        if (next != L'\0') paragraphs.back().contents += contents[++place];
+        const bool isForm = piece->kind == MarkupPiece::Kind::form && piece->code == L'p';
+        if (const wchar_t asked = isForm ? alignmentAskedBy(piece->text) : L'\0')
+            paragraphs.back().alignment = asked;
+        paragraphs.back().contents += piece->source;
     }
     return paragraphs;
 }

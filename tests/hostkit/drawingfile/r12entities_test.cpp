@@ -252,6 +252,19 @@ TEST(R12Entities, paragraphsAlignThemselvesInTheBox) {
     }
 }
 
+// A form without an alignment asks for none, whatever the text begins with; every line end ends a paragraph.
+TEST(R12Entities, paragraphsWithoutAnAlignmentFollowTheBox) {
+    const AcDbDatabase database(true, true);
+    AcDbMText text;
+    (void)text.setContents(L"rest\\pi1;of it\\N\\pqc;middle\nstill");
+    const OlderEntities turned = R12Entities(database).turn(text);
+    ASSERT_EQ(turned.entities.size(), 3u);
+    for (std::size_t place = 0; place < 3; ++place)
+        EXPECT_EQ(AcDbText::cast(turned.entities[place].get())->horizontalMode(),
+                  place == 0 ? AcDb::kTextLeft : AcDb::kTextCenter)
+            << place;
+}
+
 TEST(R12Entities, leadersAndWhatABlockDrawsAreKept) {
     const std::string common = group(100, "AcDbEntity") + group(8, "Notes");
     const std::string leader = group(0, "LEADER") + common +
