@@ -61,7 +61,7 @@ TEST(MarkupReader, CodesOfEveryText) {
 }
 
 TEST(MarkupReader, ALineHasNoOtherCodes) {
-    for (const std::wstring text : {L"a\\Pb", L"{\\H2;\\S1/2;}", L"^J^I\t\n\x01", L"\\\\\\U+00G", L"\\~\\"})
+    for (const std::wstring text : {L"a\\Pb", L"{\\H2;\\S1/2;}", L"^J^I\t\n\x01", L"\\\\\\U+00Gx", L"\\~\\"})
         EXPECT_EQ(signsOf(text, Extent::line), text);
     EXPECT_EQ(signsOf(L"\\\\U+0041", Extent::line), L"\\A");
 }
@@ -79,7 +79,7 @@ TEST(MarkupReader, CodesOfParagraphs) {
                                 {L"\\S1/2\\", L"<1/2\\>"},
                                 {L"\\\\P\\{a\\}\\~b", L"\\P{a}\u00A0b"},
                                 {L"^I^ ^M^x\t\x01^", L"\t^^x\t^"},
-                                {L"\\z\\", L"\\z\\"},
+                                {L"\\z\\u+00Gx\\", L"\\z\\u+00Gx\\"},
                                 {L"\\\\U+0041", L"\\U+0041"}};
     for (const auto& [text, signs] : readings) EXPECT_EQ(signsOf(text, Extent::paragraphs), signs) << text;
 }
