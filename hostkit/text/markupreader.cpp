@@ -20,6 +20,12 @@ constexpr std::size_t hexadecimalLength = 4; // \U+hhhh
 
 bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
 
+// No code of either kind of text begins with it.
+bool isPlain(wchar_t character) {
+    return character >= L' ' && character != L'%' && character != L'\\' && character != L'^' &&
+           character != L'{' && character != L'}';
+}
+
 wchar_t lowerCase(wchar_t letter) {
     return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter - L'A' + L'a') : letter;
 }
@@ -34,7 +40,8 @@ int hexadecimalDigit(wchar_t character) {
 
 std::optional<MarkupPiece> MarkupReader::next() {
     if (m_rest.empty()) return std::nullopt;
-    std::optional<MarkupPiece> piece = percentCode();
+    std::optional<MarkupPiece> piece = plainLetters();
+    if (!piece) piece = percentCode();
     if (!piece) piece = hexadecimalCharacter();
     if (!piece) piece = m_extent == Extent::line ? letters(1, m_rest.substr(0, 1)) : paragraphPiece();
     m_rest.remove_prefix(piece->source.size());
@@ -57,6 +64,13 @@ MarkupPiece MarkupReader::code(std::size_t length, Kind kind, wchar_t letter) co
 MarkupPiece MarkupReader::codeWithArgument(std::size_t end, Kind kind) const {
     const std::wstring_view whole = m_rest.substr(0, end);
     return {kind, whole[1], whole.substr(2), m_rest.substr(0, whole.size() + 1)};
+}
+
+std::optional<MarkupPiece> MarkupReader::plainLetters() const {
+    const auto end = std::find_if_not(m_rest.begin(), m_rest.end(), isPlain);
+    const auto length = static_cast<std::size_t>(end - m_rest.begin());
+    if (length == 0) return std::nullopt;
+    return letters(length, m_rest.substr(0, length));
 }
 
 std::optional<MarkupPiece> MarkupReader::percentCode() {

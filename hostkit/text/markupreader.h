@@ -7,7 +7,7 @@
 
 namespace hostkit {
 
-/// Letters as they are seen, or one code.
+/// A run of letters as they are seen, or one code.
 struct MarkupPiece {
     enum class Kind {
         letters,    ///< `text` is seen; empty where a code or a control character is seen as nothing
@@ -48,6 +48,7 @@ private:
     [[nodiscard]] MarkupPiece code(std::size_t length, MarkupPiece::Kind kind, wchar_t letter = 0) const;
     [[nodiscard]] MarkupPiece codeWithArgument(std::size_t end, MarkupPiece::Kind kind) const;
     [[nodiscard]] MarkupPiece characterByNumber();
+    [[nodiscard]] std::optional<MarkupPiece> plainLetters() const;
     [[nodiscard]] std::optional<MarkupPiece> percentCode();
     [[nodiscard]] std::optional<MarkupPiece> hexadecimalCharacter();
     [[nodiscard]] MarkupPiece paragraphPiece();
