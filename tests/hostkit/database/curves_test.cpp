@@ -1,4 +1,5 @@
 #include "curvecases.h"
+#include "entitymotions.h"
 
 #include <functional>
 #include <limits>
@@ -198,6 +199,69 @@ TEST(Curves, ProjectedCurveHoldsTheProjectedPoints) {
                   .getProjectedCurve(AcGePlane::kXYPlane(), AcGeVector3d::kXAxis, untouched),
               Acad::eInvalidInput);
     EXPECT_EQ(untouched, nullptr);
+}
+
+TEST(Curves, ProjectedUnboundedLinesHaveUnitDirections) {
+    for (const AcGeVector3d& along : {AcGeVector3d(0.6, 0.0, 0.8), AcGeVector3d(0.0, -0.8, 0.6)}) {
+        const auto check = [&](const auto& line) {
+            AcDbCurve* made = nullptr;
+            ASSERT_EQ(line.getProjectedCurve(AcGePlane::kXYPlane(), AcGeVector3d::kZAxis, made), Acad::eOk);
+            const std::unique_ptr<AcDbCurve> owned(made);
+            const auto* const projected = std::remove_cvref_t<decltype(line)>::cast(made);
+            ASSERT_TRUE(projected);
+            EXPECT_TRUE(projected->basePoint().isEqualTo({1.0, 2.0, 0.0}));
+            EXPECT_NEAR(projected->unitDir().length(), 1.0, 1e-15);
+            EXPECT_GT(projected->unitDir().dotProduct(along), 0.0);
+        };
+        check(*throughPoint<AcDbRay>({1.0, 2.0, 3.0}, along));
+        check(*throughPoint<AcDbXline>({1.0, 2.0, 3.0}, along));
+    }
+}
+
+TEST(Curves, TheThicknessOfCirclesFollowsTheMotion) {
+    for (const motions::Motion& motion : motions::all()) {
+        SCOPED_TRACE(motion.name);
+        const auto check = [&](auto curve) {
+            ASSERT_EQ(curve.setThickness(2.5), Acad::eOk);
+            const AcGeVector3d wall = curve.normal() * curve.thickness();
+            const Acad::ErrorStatus status = curve.transformBy(motion.matrix);
+            EXPECT_EQ(status, motion.keepsShape ? Acad::eOk : Acad::eCannotScaleNonUniformly);
+            const AcGeVector3d expected = status == Acad::eOk ? motion.matrix * wall : wall;
+            const AcGeVector3d moved = curve.normal() * curve.thickness();
+            EXPECT_LE((moved - expected).length(), 1e-12 * expected.length());
+        };
+        check(AcDbCircle({1.0, 2.0, 3.0}, {0.3, -0.5, 0.8}, 4.0));
+        check(AcDbArc({1.0, 2.0, 3.0}, {0.3, -0.5, 0.8}, 4.0, 0.5, 4.0));
+    }
+}
+
+TEST(Curves, OldPolylinesCloseAndOpen) {
+    const auto check = [](auto&& line) {
+        EXPECT_FALSE(line.isClosed());
+        ASSERT_EQ(line.makeClosed(), Acad::eOk);
+        EXPECT_TRUE(line.isClosed());
+        ASSERT_EQ(line.makeOpen(), Acad::eOk);
+        EXPECT_FALSE(line.isClosed());
+    };
+    const AcGePoint3dArray points = pointsOf({{0, 0, 0}, {5, 0, 0}, {5, 5, 0}});
+    check(AcDb2dPolyline(AcDb::k2dSimplePoly, points, 0.0, false, 0.0, 0.0, nullptr));
+    check(AcDb3dPolyline(AcDb::k3dSimplePoly, points, false));
+}
+
+TEST(Curves, AConstantWidthTakesThePlaceOfOthers) {
+    const std::unique_ptr<AcDbPolyline> line = polyline({{0, 0}, {10, 0}, {10, 5}}, false);
+    ASSERT_EQ(line->setWidthsAt(1, 2.0, 3.0), Acad::eOk);
+    EXPECT_EQ(line->setConstantWidth(-1.0), Acad::eInvalidInput);
+    double start = 0.0, end = 0.0;
+    ASSERT_EQ(line->getWidthsAt(1, start, end), Acad::eOk);
+    EXPECT_EQ(start, 2.0);
+    EXPECT_EQ(end, 3.0);
+    ASSERT_EQ(line->setConstantWidth(0.5), Acad::eOk);
+    for (unsigned int i = 0; i < 3; ++i) {
+        ASSERT_EQ(line->getWidthsAt(i, start, end), Acad::eOk);
+        EXPECT_EQ(start, 0.5) << i;
+        EXPECT_EQ(end, 0.5) << i;
+    }
 }
 
 TEST(Curves, AreasOfKnownFigures) {

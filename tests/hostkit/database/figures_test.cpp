@@ -71,6 +71,7 @@ TYPED_TEST_SUITE(FlatFigures, FlatFigureTypes);
 TYPED_TEST(FlatFigures, CornersStayWhenTheNormalTurns) {
     TypeParam flat = figure<TypeParam>();
     ASSERT_EQ(flat.setThickness(4.0), Acad::eOk);
+    ASSERT_EQ(flat.setNormal({-1.0, 2.0, 0.5}), Acad::eOk);
     ASSERT_EQ(flat.setNormal({1.0, 1.0, 1.0}), Acad::eOk);
     for (Adesk::UInt16 i = 0; i < 4; ++i) EXPECT_TRUE(isNear(cornerOf(flat, i), kCorners[i]));
     ASSERT_EQ(flat.setPointAt(2, {-4.0, 0.5, 1.0}), Acad::eOk);
