@@ -74,7 +74,7 @@ std::wstring addWord(BoxAnswer& answer, const ShownWindow& window, const std::ws
     if (word.size() > 1 && word[0] == L'#') return addItem(answer, window, word.substr(1));
     if (!word.empty() && word[0] == L'=') return addText(answer, window, word.substr(1));
     if (word.size() > 1 && word[0] == L'>') {
-        answer.steps.push_back({{}, word.substr(1)});
+        answer.steps.emplace_back().picture = word.substr(1);
         return {};
     }
     if (const ShownControl* control = pressedControl(window, word)) {

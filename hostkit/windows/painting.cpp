@@ -85,7 +85,10 @@ std::string iconShape(const IconShape& shape) {
     }
     std::string points;
     for (std::size_t i = 0; i < static_cast<std::size_t>(shape.points); ++i)
-        points += (i ? " " : "") + numberText(at[2 * i]) + "," + numberText(at[2 * i + 1]);
+        points.append(i ? " " : "")
+            .append(numberText(at[2 * i]))
+            .append(1, ',')
+            .append(numberText(at[2 * i + 1]));
     return (shape.kind == IconShape::Kind::polygon ? "<polygon points=\"" : "<polyline points=\"") + points +
            "\"" + look;
 }
@@ -133,7 +136,7 @@ std::string paintingAsSvg(const Painting& painting) {
             if (!isEmpty(item.clip)) out += bodyOf(item);
             continue;
         }
-        const std::string name = "c" + std::to_string(++clips);
+        const std::string name = std::to_string(++clips).insert(0, 1, 'c');
         out.append("<clipPath id=\"").append(name).append("\">").append(rectangle(item.clip, ""));
         out.append("</clipPath><g clip-path=\"url(#").append(name).append(")\">");
         out.append(bodyOf(item)).append("</g>\n");

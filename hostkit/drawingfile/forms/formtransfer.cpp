@@ -78,14 +78,14 @@ void FormTransfer::gather() {
 
 // The owner stands before the first mark, outside of the groups of applications.
 void FormTransfer::readHeadOf(Record& record) const {
-    const int handleCode = record.kind == "DIMSTYLE" ? 105 : 5;
+    const int codeOfHandle = record.kind == "DIMSTYLE" ? 105 : 5;
     bool isInGroup = false;
     for (std::size_t place = record.first + 1; place < record.last; ++place) {
         const RawGroup& group = m_groups[place];
         if (group.code == subclassMarkCode || group.code >= firstExtendedCode) return;
         if (group.code == applicationGroupCode) isInGroup = withoutBlanks(group.value).substr(0, 1) == "{";
         if (isInGroup) continue;
-        if (group.code == handleCode && record.handle == 0)
+        if (group.code == codeOfHandle && record.handle == 0)
             record.handle = handleFromText(group.value).value_or(0);
         if (group.code == ownerCode && hasSubclassMarkers(m_source.version))
             record.owner = handleFromText(group.value).value_or(0);
