@@ -375,6 +375,9 @@ TEST(SplitContourByHoles, PassesOverHolesThatAreNoneAndGivesTheCloneForNoHoles) 
     EXPECT_EQ(width, 0.5) << "untouched, to the width";
     for (AcDbCurve* hole : holes) EXPECT_EQ(partsOf(slab, hole).count(), 0);
     EXPECT_EQ(stripsOf(slab, {panel(-5, -5, 50, 50).get()}).count(), 0) << "nothing is left";
+    // One that stands beside the slab and reaches into it by rounding alone.
+    for (const double inside : {1e-9, 1e-11, 1e-13})
+        EXPECT_EQ(stripsOf(slab, {panel(20.0 - inside, 2, 24, 8).get()}).count(), 1) << inside;
 }
 
 TEST(SplitContourByHoles, GivesNothingForContoursAndDirectionsThatAreNone) {
