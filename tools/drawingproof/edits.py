@@ -26,6 +26,7 @@ from records import (FREE, GONE, About, Either, Expected, Loose, Name, Record, c
                      same_value)
 
 TRUE_COLOR = 254 << 16 | 127 << 8 | 1
+COLOR_APPLICATION = "VEXO_TRUE_COLOR"
 NEAREST_INDEX = "30"
 INDEX = "3"
 NEW_LAYER = "Edited"
@@ -253,8 +254,10 @@ class TrueColor(Edit):
     name, command = "true color", "TRUECOLORALL"
 
     def expected(self, drawing):
-        # Forms before 2004 have the index alone, unless the record had a true colour all the same.
+        # Forms before 2004 have the index alone, unless the record had a true colour all the same; what they
+        # have no group for stands in extended data, of an application that the drawing registers.
         has_form = drawing.version >= "AC1018"
+        has_applications = has_table(drawing, "APPID")
         result = []
         for record in drawing.records:
             if not is_edited(record):
@@ -264,12 +267,31 @@ class TrueColor(Edit):
             else:
                 result.append(with_common(record, {62: NEAREST_INDEX}, (430,)))
                 result[-1].loose.append(Loose(420, str(TRUE_COLOR), ("", "AcDbEntity"), is_needed=False))
+                if has_applications:
+                    add_extended(result[-1], [(1001, COLOR_APPLICATION), (1071, str(TRUE_COLOR))])
         return result
+
+    def judge_added(self, drawing, result, added, say):
+        is_registered = any(r.first(2) == COLOR_APPLICATION for r in drawing.table("APPID"))
+        left = [r for r in added if (r.kind, r.first(2)) != ("APPID", COLOR_APPLICATION)]
+        if len(added) - len(left) > (0 if is_registered else 1):
+            say(None, f"{COLOR_APPLICATION} is registered twice")
+        super().judge_added(drawing, result, left, say)
+
+
+def has_table(drawing, name):
+    return any(r.kind == "TABLE" and (r.first(2) or "").strip() == name for r in drawing.records)
+
+
+def add_extended(expected, groups):
+    """Behind the extended data that the record has, or at its end."""
+    last = max((i for i, (code, _) in enumerate(expected.groups) if code >= 1000), default=len(expected.groups) - 1)
+    expected.groups[last + 1:last + 1] = groups
 
 
 def judge_layer(drawing, added, name, say):
     """One new layer; in a drawing without the table, the table with what every drawing has in it."""
-    had_table = any(r.kind == "TABLE" and (r.first(2) or "").strip() == "LAYER" for r in drawing.records)
+    had_table = has_table(drawing, "LAYER")
     left, found = [], 0
     for record in added:
         if record.section == "TABLES" and record.kind == "LAYER" and record.first(2) == name:

@@ -83,7 +83,7 @@ bool keepColor(const AcDbObject& object, const std::optional<AcCmEntityColor>& c
 }
 
 bool isColorKeptByItself(const AcDbObject& object, std::string_view sourceBytes) {
-    const SourceSpan span = object.sourceSpan();
+    const SourceSpan span = object.sourceSpan().isEmpty() ? object.originalSpan() : object.sourceSpan();
     if (span.isEmpty()) return false;
     GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
     RawGroup group;

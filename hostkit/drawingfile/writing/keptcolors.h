@@ -32,8 +32,8 @@ void dropTakenColor(const AcDbObject& object, GroupBlock& data);
 /// given, or no room is left. True where they differ from the object's own.
 bool keepColor(const AcDbObject& object, const std::optional<AcCmEntityColor>& color, GroupBlock& data);
 
-/// A careless program's file may have true colours in a form that knows none: the object's record then stays
-/// as it is.
+/// A careless program's file may have true colours in a form that knows none: the object's record, or that of
+/// what it is a copy of, then stays as it is.
 bool isColorKeptByItself(const AcDbObject& object, std::string_view sourceBytes);
 
 } // namespace hostkit

@@ -70,9 +70,11 @@ ObjectWriting::ObjectWriting(const AcDbDatabase& database, const DrawingStyle& s
     , m_nextHandle(database.handseed().value()) {
     // The records that were read have the form of their file, whatever form is written.
     m_reader.readWithoutDrawing();
-    if (const auto source = database.source())
-        m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)),
-                         versionOfFiler(source->version));
+    const auto source = database.source();
+    if (!source) return;
+    const DrawingVersion read = versionOfFiler(source->version);
+    m_reader.setForm(DrawingText(static_cast<CodePage>(source->codePage)), read);
+    if (read >= DrawingVersion::k2004 && style.version < DrawingVersion::k2004) m_writer.loseTrueColors();
 }
 
 std::uint64_t ObjectWriting::newHandle() {

@@ -185,8 +185,8 @@ void RecordMerge::insert(std::size_t place) {
     // A record may have a true colour without the nearest index; a new colour comes with both, and so does
     // the old one in a form that knows the index alone.
     const MergeRoom::CodeCount trueColor = countOf(trueColorCode);
-    const bool hasBoth = field(place).code == colorCode && trueColor.oldItems != 0 && trueColor.fields != 0;
-    if (hasBoth && field(trueColor.lastField).presence == Presence::kAlways &&
+    if (field(place).code == colorCode && trueColor.oldItems != 0 && trueColor.fields != 0 &&
+        !m_writer.losesTrueColors() &&
         keepsOldBytes(m_room.items[trueColor.lastItem], field(trueColor.lastField)))
         return;
     if (isInserted(field(place)) && !replaceUnread(place)) m_room.insertions.push_back({m_anchor, place});

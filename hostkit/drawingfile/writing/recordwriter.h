@@ -53,6 +53,9 @@ public:
     /// New records get subclass marks whatever the form.
     void giveMarks() { m_givesMarks = true; }
     bool givesMarks() const { return m_givesMarks; }
+    /// The records come from a form with true colours and go to one without.
+    void loseTrueColors() { m_losesTrueColors = true; }
+    bool losesTrueColors() const { return m_losesTrueColors; }
     /// Appends a record that no file had.
     void finish(std::string& bytes);
     /// References that the groups below and those that stay in a merged record are to follow; null for none.
@@ -112,6 +115,7 @@ private:
     std::vector<FieldGroup> m_groups;
     std::string m_arena;
     bool m_givesMarks = false;
+    bool m_losesTrueColors = false;
     const ReferenceChanges* m_changes = nullptr;
     std::function<bool(AcDbObjectId)> m_hasRecord;
     RecordParts m_parts;
