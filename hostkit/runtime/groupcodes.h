@@ -21,6 +21,6 @@ inline constexpr short commentCode = 999;
 inline constexpr short firstExtendedCode = 1000;
 inline constexpr short applicationCode = 1001;
 inline constexpr short extendedLayerCode = 1003;
-inline constexpr short lastExtendedCode = 1071;
+inline constexpr short extendedLongCode = 1071;
 
 } // namespace hostkit

@@ -19,6 +19,7 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 protected:
+    hostkit::UnboundedLine* plainCopy() const override { return new AcDbRay(*this); }
     bool geometry(hostkit::CurveGeometry& geometry) const override;
     AcDbCurve* piece(double from, double to) const override;
 };

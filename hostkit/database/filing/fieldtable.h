@@ -46,6 +46,14 @@ using ClassOf = typename MemberOf<Member>::Class;
 template <auto Member>
 using ValueOf = typename MemberOf<Member>::Value;
 
+/// The field, with the value that a file need not tell.
+template <class T>
+constexpr GroupField<T> withStandard(GroupField<T> field, double standard) {
+    field.hasStandard = true;
+    field.standard = standard;
+    return field;
+}
+
 // The kinds of fields. Those with a `standard` are optional in a file. T is the class of the table, where the
 // member is one of its base class.
 
@@ -64,10 +72,7 @@ constexpr GroupField<T> realField(short code) {
 
 template <auto Member, class T = ClassOf<Member>>
 constexpr GroupField<T> realField(short code, double standard) {
-    GroupField<T> field = realField<Member, T>(code);
-    field.hasStandard = true;
-    field.standard = standard;
-    return field;
+    return withStandard(realField<Member, T>(code), standard);
 }
 
 /// Degrees in the file, radians in the object.
@@ -86,10 +91,7 @@ constexpr GroupField<T> angleField(short code) {
 
 template <auto Member, class T = ClassOf<Member>>
 constexpr GroupField<T> angleField(short code, double standard) {
-    GroupField<T> field = angleField<Member, T>(code);
-    field.hasStandard = true;
-    field.standard = standard;
-    return field;
+    return withStandard(angleField<Member, T>(code), standard);
 }
 
 /// Integers, truth values and enumerations. A value that the member cannot hold is not taken.
@@ -112,10 +114,7 @@ constexpr GroupField<T> integerField(short code) {
 
 template <auto Member, class T = ClassOf<Member>>
 constexpr GroupField<T> integerField(short code, int standard) {
-    GroupField<T> field = integerField<Member, T>(code);
-    field.hasStandard = true;
-    field.standard = standard;
-    return field;
+    return withStandard(integerField<Member, T>(code), standard);
 }
 
 template <auto Member, class T = ClassOf<Member>>
@@ -164,10 +163,7 @@ constexpr GroupField<T> pointField(short code) {
 /// Missing in a file where all its coordinates are `standard`.
 template <auto Member, class T = ClassOf<Member>>
 constexpr GroupField<T> pointField(short code, double standard) {
-    GroupField<T> field = pointField<Member, T>(code);
-    field.hasStandard = true;
-    field.standard = standard;
-    return field;
+    return withStandard(pointField<Member, T>(code), standard);
 }
 
 /// A vector that the object holds with length 1. A zero one is not taken; a filed unit vector is kept to the

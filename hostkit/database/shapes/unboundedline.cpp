@@ -24,7 +24,7 @@ Acad::ErrorStatus UnboundedLine::getProjectedCurve(const AcGePlane& plane, const
     if (!canProject(plane, direction)) return Acad::eInvalidInput;
     const AcGeVector3d along = m_unitDirection.project(plane.normal(), direction);
     if (along.isZeroLength()) return Acad::eDegenerateGeometry;
-    auto* shadow = static_cast<UnboundedLine*>(clone());
+    UnboundedLine* const shadow = plainCopy();
     shadow->m_basePoint = m_basePoint.project(plane, direction);
     shadow->m_unitDirection = along.normal();
     projected = shadow;

@@ -25,6 +25,8 @@ protected:
     UnboundedLine(const UnboundedLine&) = default;
     UnboundedLine& operator=(const UnboundedLine&) = default;
 
+    /// Of the ray or xline itself, also where an application has a class of its own below it.
+    virtual UnboundedLine* plainCopy() const = 0;
     AcGePoint3d pointAt(double parameter) const { return m_basePoint + m_unitDirection * parameter; }
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     /// The fields in a file, in the subclass of that name.

@@ -1,9 +1,7 @@
 #include "completewriting.h"
 
 #include "drawingedits.h"
-#include "extendeddata.h"
 #include "formtables.h"
-#include "keptcolors.h"
 #include "recordkinds.h"
 #include "sourcegroups.h"
 
@@ -71,7 +69,7 @@ bool CompleteWriting::run(std::string& bytes) {
     const DrawingStyle& style = m_objects.style();
     std::string body;
     const auto source = m_database.source();
-    if (style.version < DrawingVersion::k2004 && tableOf(m_database, TableKind::kRegApp)) keepTrueColors();
+    m_objects.keepTrueColors({});
     constexpr std::size_t typicalRecord = 320;
     body.reserve(source ? source->bytes.size() + source->bytes.size() / 4
                         : static_cast<std::size_t>(m_database.approxNumObjects()) * typicalRecord);
@@ -88,14 +86,6 @@ bool CompleteWriting::run(std::string& bytes) {
     bytes = std::move(body);
     bytes.insert(0, header);
     return true;
-}
-
-void CompleteWriting::keepTrueColors() {
-    bool isNeeded = false;
-    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        isNeeded = isNeeded || (trueColorOf(object) && !isLeftOut(object));
-    });
-    if (isNeeded) m_objects.keepTrueColors(registeredApplication(m_database, trueColorApplication).isNull());
 }
 
 void CompleteWriting::writeHeader(std::string& bytes) {

@@ -28,7 +28,6 @@ public:
     const std::wstring& message() const { return m_message; }
 
 private:
-    void keepTrueColors();
     void writeHeader(std::string& bytes);
     bool writeTables(std::string& bytes);
     bool writeBlocks(std::string& bytes);

@@ -1,7 +1,5 @@
 #include "drawingedits.h"
 
-#include "extendeddata.h"
-#include "keptcolors.h"
 #include "recordkinds.h"
 #include "recordrewriting.h"
 
@@ -81,7 +79,7 @@ bool DrawingEdits::run(std::string& bytes) {
         m_source.bytes.find("\nAcDbEntity") != std::string::npos)
         m_objects.giveMarksInR12();
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
-    if (m_objects.style().version < DrawingVersion::k2004) keepTrueColors();
+    m_objects.keepTrueColors(m_source.bytes);
     const RewritingRules rules{m_database, m_source, m_everything, m_changes, m_holders};
     if (!rewriteRecords(rules, m_objects, m_threads, m_edits, m_recordsCopied)) return failWriting();
     m_structure = map.get();
@@ -89,22 +87,6 @@ bool DrawingEdits::run(std::string& bytes) {
     editHeader();
     bytes = m_edits.apply();
     return true;
-}
-
-// A file without a table of applications keeps the nearest indices alone.
-void DrawingEdits::keepTrueColors() {
-    if (!registeredApplication(m_database, trueColorApplication).isNull())
-        return m_objects.keepTrueColors(false);
-    const AcDbObject* const table =
-        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kRegApp));
-    if (!table || table->sourceSpan().isEmpty()) return;
-    const bool isSourceOlder = versionOfFiler(m_source.version) < DrawingVersion::k2004;
-    bool isNeeded = false;
-    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
-        isNeeded = isNeeded || (trueColorOf(object) && !isLeftOut(object) &&
-                                !(isSourceOlder && isColorKeptByItself(object, m_source.bytes)));
-    });
-    if (isNeeded) m_objects.keepTrueColors(true);
 }
 
 // Others refer to records by their names and to objects by their handles: what was renamed or leaves the file

@@ -31,7 +31,6 @@ public:
 
 private:
     const std::vector<AcDbObjectId>& blockRecords() const;
-    void keepTrueColors();
     void findReferenceChanges();
     void findNewName(const AcDbSymbolTableRecord& record);
     std::wstring nameInFile(const AcDbSymbolTableRecord& record) const;

@@ -4,11 +4,11 @@
 #include "binaryform.h"
 #include "blockcircles.h"
 #include "completewriting.h"
-#include "dblayertablerecord.h"
 #include "drawingedits.h"
 #include "formtransfer.h"
 #include "headervariables.h"
 #include "hostport.h"
+#include "keptcolors.h"
 #include "objectwriting.h"
 #include "systempath.h"
 
@@ -122,11 +122,7 @@ bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const 
 // Before 2004 there are indices alone; the true colours go into extended data (keptcolors.h).
 void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
     DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
-        const auto* const entity = AcDbEntity::cast(&object);
-        const auto* const layer = AcDbLayerTableRecord::cast(&object);
-        const bool hasTrueColor =
-            (entity && entity->color().isByColor()) || (layer && layer->color().isByColor());
-        if (hasTrueColor && !object.isErased())
+        if (trueColorOf(object) && !object.isErased())
             changes.add(std::wstring(object.dxfName()) + L" true colour", L"nearest index",
                         object.handle().value());
     });

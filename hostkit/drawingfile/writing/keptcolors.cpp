@@ -4,6 +4,7 @@
 #include "groupformat.h"
 #include "groupscanner.h"
 
+#include "casefold.h"
 #include "dbent.h"
 #include "dblayertablerecord.h"
 #include "extendeddata.h"
@@ -12,8 +13,6 @@
 namespace hostkit {
 
 namespace {
-
-constexpr short valueCode = 1071;
 
 AcCmEntityColor colorOf(Adesk::UInt32 rgb) {
     return {static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
@@ -24,18 +23,27 @@ std::optional<Adesk::UInt32> valueKept(const DrawingRecord& record, const Drawin
     for (std::size_t place = record.extendedDataBegin; place + 1 < record.groups.size(); ++place) {
         const RecordGroup& group = record.groups[place];
         const RecordGroup& next = record.groups[place + 1];
-        if (group.code != applicationCode || next.code != valueCode) continue;
+        if (group.code != applicationCode || next.code != extendedLongCode) continue;
         const std::optional<std::int64_t> value = integerFromText(next.value);
-        if (value && *value >= 0 && *value <= 0xFFFFFF && text.decode(group.value) == trueColorApplication)
+        if (value && *value >= 0 && *value <= 0xFFFFFF &&
+            equalFolded(text.decode(group.value), trueColorApplication))
             return static_cast<Adesk::UInt32>(*value);
     }
     return {};
 }
 
+GroupBlock without(const GroupBlock& data, const ApplicationSpan& application) {
+    GroupBlock rest;
+    rest.appendPart(data, 0, application.from);
+    rest.appendPart(data, application.to, data.size());
+    return rest;
+}
+
 template <class T>
 bool setTrueColor(AcDbObject& object, const AcCmEntityColor& color) {
     T* const colored = T::cast(&object);
-    if (!colored || colored->color().colorIndex() != color.colorIndex()) return false;
+    if (!colored || colored->color().isByColor()) return false;
+    if (colored->color().colorIndex() != color.colorIndex()) return false;
     return colored->setColor(color) == Acad::eOk;
 }
 
@@ -59,10 +67,7 @@ void takeKeptColor(const DrawingRecord& record, const DrawingText& text, AcDbObj
 void dropTakenColor(const AcDbObject& object, GroupBlock& data) {
     ApplicationSpan kept;
     if (!trueColorOf(object) || !findApplication(data, trueColorApplication, kept)) return;
-    GroupBlock rest;
-    rest.appendPart(data, 0, kept.from);
-    rest.appendPart(data, kept.to, data.size());
-    data = std::move(rest);
+    data = without(data, kept);
 }
 
 bool keepColor(const AcDbObject& object, const std::optional<AcCmEntityColor>& color, GroupBlock& data) {
@@ -71,13 +76,11 @@ bool keepColor(const AcDbObject& object, const std::optional<AcCmEntityColor>& c
     ApplicationSpan old;
     const bool hadOne = findApplication(own, trueColorApplication, old);
     if (!hadOne && !color) return false;
-    data.clear();
-    data.appendPart(own, 0, hadOne ? old.from : own.size());
-    if (hadOne) data.appendPart(own, old.to, own.size());
+    data = hadOne ? without(own, old) : own;
     if (!color) return true;
     GroupBlock kept;
     kept.appendText(applicationCode, trueColorApplication);
-    kept.appendInteger(valueCode, color->rgb());
+    kept.appendInteger(extendedLongCode, color->rgb());
     if (data.size() + kept.size() <= GroupBlock::maxExtendedDataSize) data.appendAll(kept);
     return true;
 }

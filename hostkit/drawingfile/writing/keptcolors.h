@@ -24,7 +24,8 @@ inline constexpr const wchar_t* trueColorApplication = L"VEXO_TRUE_COLOR";
 
 /// Of an entity or a layer that has one.
 std::optional<AcCmEntityColor> trueColorOf(const AcDbObject& object);
-/// Gives the object, which is in no drawing yet, the true colour that its record keeps.
+/// Gives the object, which is in no drawing yet, the true colour that its record keeps; one that the record
+/// has by itself stays.
 void takeKeptColor(const DrawingRecord& record, const DrawingText& text, AcDbObject& object);
 /// Takes that colour out of the extended data that were read with it: it is the object's own by now.
 void dropTakenColor(const AcDbObject& object, GroupBlock& data);

@@ -4,6 +4,7 @@
 #include "dbblockreference.h"
 #include "dbregapptablerecord.h"
 #include "erasedowners.h"
+#include "extendeddata.h"
 #include "fieldtable.h"
 #include "groupcodes.h"
 #include "keptcolors.h"
@@ -93,7 +94,7 @@ std::unique_ptr<ObjectWriting> ObjectWriting::makeSibling() const {
     sibling->setCopySource(m_copySource);
     if (m_hasRecord) sibling->setHasRecord(m_hasRecord);
     if (m_writer.givesMarks()) sibling->giveMarksInR12();
-    if (m_keepsTrueColors) sibling->keepTrueColors(m_mustRegisterColors);
+    sibling->m_keepsTrueColors = m_keepsTrueColors;
     return sibling;
 }
 
@@ -223,7 +224,8 @@ void ObjectWriting::writeHead(const AcDbObject& object, std::uint64_t handle, Ac
 }
 
 void ObjectWriting::writeExtendedDataOf(const AcDbObject& object, bool hasOriginal) {
-    const bool hasRoomForColor = hasOriginal && m_isSourceOlder && m_original.find(trueColorCode) != nullptr;
+    const bool hasRoomForColor =
+        hasOriginal && !m_writer.losesTrueColors() && m_original.find(trueColorCode) != nullptr;
     if (m_keepsTrueColors &&
         keepColor(object, hasRoomForColor ? std::nullopt : trueColorOf(object), m_extendedData))
         writeExtendedData(m_extendedData);
@@ -231,11 +233,24 @@ void ObjectWriting::writeExtendedDataOf(const AcDbObject& object, bool hasOrigin
         writeExtendedData(*object.extendedData());
 }
 
-void ObjectWriting::keepTrueColors(bool mustRegister) {
-    m_keepsTrueColors = true;
-    m_mustRegisterColors = mustRegister;
-    const auto source = m_database.source();
-    m_isSourceOlder = source && versionOfFiler(source->version) < DrawingVersion::k2004;
+// Where the old form is the source's too, a record that has a true colour all the same keeps it by itself.
+bool ObjectWriting::hasColorToKeep(std::string_view sourceBytes) const {
+    bool isFound = false;
+    DatabaseAccess::forEachObject(m_database, [&](const AcDbObject& object) {
+        isFound = isFound || (trueColorOf(object) && !isLeftOut(object) &&
+                              (m_writer.losesTrueColors() || !isColorKeptByItself(object, sourceBytes)));
+    });
+    return isFound;
+}
+
+void ObjectWriting::keepTrueColors(std::string_view sourceBytes) {
+    if (m_style.version >= DrawingVersion::k2004) return;
+    const bool isRegistered = !registeredApplication(m_database, trueColorApplication).isNull();
+    const AcDbObject* const table =
+        DatabaseAccess::object(DatabaseAccess::table(m_database, TableKind::kRegApp));
+    const bool hasTable = table && (sourceBytes.empty() || !table->sourceSpan().isEmpty());
+    m_keepsTrueColors = isRegistered || (hasTable && hasColorToKeep(sourceBytes));
+    m_mustRegisterColors = m_keepsTrueColors && !isRegistered;
 }
 
 bool ObjectWriting::registerColors(AcDbObjectId table, std::string& bytes) {

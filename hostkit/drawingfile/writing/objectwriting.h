@@ -53,9 +53,11 @@ public:
     /// New records get subclass marks and owners in the R12 form too, as a careless program's other records
     /// have them.
     void giveMarksInR12() { m_writer.giveMarks(); }
-    /// True colours go into extended data (keptcolors.h), as the forms before 2004 want it. With mustRegister
-    /// registerColors writes the record of their application, which the drawing does not have.
-    void keepTrueColors(bool mustRegister);
+    /// Where the form wants it and a drawing has some, true colours go into extended data from now on
+    /// (keptcolors.h). `sourceBytes` are those that the records are merged with, empty where all are new: a
+    /// file without a table of applications keeps the nearest indices alone.
+    void keepTrueColors(std::string_view sourceBytes);
+    /// The drawing has no record of their application: registerColors writes one.
     bool mustRegisterColors() const { return m_mustRegisterColors; }
     bool registerColors(AcDbObjectId table, std::string& bytes);
     /// Whether the record, which nobody changed, refers to something that was renamed or erased.
@@ -92,6 +94,7 @@ private:
     bool gatherRecord(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeHead(const AcDbObject& object, std::uint64_t handle, AcDbObjectId owner, bool hasOriginal);
     void writeReactors(const AcDbObject& object);
+    bool hasColorToKeep(std::string_view sourceBytes) const;
     void writeExtendedDataOf(const AcDbObject& object, bool hasOriginal);
     void writeExtendedData(const GroupBlock& data);
     void writeExtensionDictionary(const AcDbObject& object);
@@ -111,9 +114,8 @@ private:
     std::function<bool(AcDbObjectId)> m_hasRecord;
     bool m_keepsTrueColors = false;
     bool m_mustRegisterColors = false;
-    bool m_isSourceOlder = false; // the drawing that was read has such a form itself
-    GroupBlock m_extendedData;    // of the record at work, with its colour
-    bool m_isCopy = false;        // the record at work is that of a copy
+    GroupBlock m_extendedData; // of the record at work, with its colour
+    bool m_isCopy = false;     // the record at work is that of a copy
     std::uint64_t m_nextHandle;
     std::uint64_t m_aboveNewRecords = 0;
     Acad::ErrorStatus m_status = Acad::eOk;

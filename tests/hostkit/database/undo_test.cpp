@@ -224,16 +224,22 @@ TEST(Undo, AKeyGivenAwayMeanwhileStaysWithItsNewOwner) {
 }
 
 // What was put into something that came with the step goes with it, seen or not.
-TEST(Undo, AnOwnerThatIsTakenBackLeavesNothingBehind) {
+void expectNothingLeftBehind(bool isAborted) {
     RecordedDrawing drawing;
     AcDbObjectId block;
     AcDbObjectId dictionary;
     AcDbObjectId polyline;
-    drawing.step(L"OWNERS", [&] {
+    const auto makeOwners = [&] {
         block = addRecord<AcDbBlockTable>(drawing.database, L"Column");
         dictionary = enter(drawing.dictionary, L"owner", new AcDbDictionary);
         polyline = append(block, new AcDb2dPolyline(AcDb::k2dSimplePoly, pointsOf({{0, 0, 0}}), 0.0, false));
-    });
+    };
+    if (isAborted) {
+        drawing.manager().startTransaction();
+        makeOwners();
+    } else {
+        drawing.step(L"OWNERS", makeOwners);
+    }
     std::vector<AcDbObjectId> owned(4);
     drawing.suspended([&] {
         owned[0] = append(block, new AcDbLine);
@@ -248,12 +254,22 @@ TEST(Undo, AnOwnerThatIsTakenBackLeavesNothingBehind) {
             owned[3] = line.extensionDictionary();
         });
     });
-    drawing.undo();
+    if (isAborted)
+        drawing.manager().abortTransaction();
+    else
+        drawing.undo();
     owned.insert(owned.end(), {block, dictionary, polyline});
     for (const AcDbObjectId id : owned)
         EXPECT_EQ(Acad::ePermanentlyErased,
                   AcDbObjectPointer<AcDbObject>(id, AcDb::kForRead, true).openStatus())
             << id.handle().value();
+}
+
+TEST(Undo, AnOwnerThatIsTakenBackLeavesNothingBehind) {
+    for (const bool isAborted : {false, true}) {
+        SCOPED_TRACE(isAborted);
+        expectNothingLeftBehind(isAborted);
+    }
 }
 
 TEST(Undo, WaitsForStepsAndTransactionsToEnd) {

@@ -98,6 +98,20 @@ TEST_P(KeptColors, GetTheIndexThatTheirRecordLacked) {
     EXPECT_EQ(only<AcDbLine>(*opened(older))->color(), brick);
 }
 
+// A record may have a true colour by itself in a form that knows none; what is kept beside it is older.
+TEST_P(KeptColors, GiveWayToOneThatTheRecordHas) {
+    std::string bytes = saved(made, GetParam());
+    const std::string index = "\n" + group(62, std::to_string(brick.colorIndex()));
+    const AcCmEntityColor other(182, 82, 51); // the same index is its nearest
+    ASSERT_EQ(other.colorIndex(), brick.colorIndex());
+    ASSERT_GE(countOf(bytes, index), 2u);
+    bytes.insert(bytes.rfind(index) + index.size(), group(420, std::to_string(other.rgb())));
+    const auto drawing = opened(bytes);
+    EXPECT_EQ(only<AcDbLine>(*drawing)->color(), other);
+    DatabaseAccess::markChanged(*const_cast<AcDbLine*>(only<AcDbLine>(*drawing)));
+    EXPECT_EQ(only<AcDbLine>(*opened(saved(*drawing)))->color(), other);
+}
+
 INSTANTIATE_TEST_SUITE_P(Forms, KeptColors,
                          testing::Values(DrawingVersion::kR12, DrawingVersion::kR14, DrawingVersion::k2000));
 
