@@ -30,9 +30,10 @@ BoxAnswer BoxAsker::refusal(const hostkit::ShownWindow& window, const std::wstri
 BoxAnswer BoxAsker::answerOfPerson(const hostkit::ShownWindow& window) {
     for (;;) {
         std::wstring line;
-        const hostkit::Input input = m_port.readLine(buttonTexts(window) + L" <Enter>: ", line);
-        if (input == hostkit::Input::cancelled) return refusal(window, L"stopped by Ctrl-C");
-        if (input == hostkit::Input::end) return refusal(window, L"the input has ended");
+        const Typed typed = m_port.readTyped(buttonTexts(window) + L" <Enter>: ", line);
+        if (typed == Typed::cancelled) return refusal(window, L"stopped by Ctrl-C");
+        if (typed == Typed::end) return refusal(window, L"the input has ended");
+        if (typed == Typed::escape) line = L"Esc";
         BoxAnswer answer = parseBoxAnswer(line, window);
         if (answer.problem.empty()) return answer;
         m_port.reportProblem(answer.problem);

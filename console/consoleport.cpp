@@ -1,20 +1,18 @@
 #include "consoleport.h"
 
+#include "completion.h"
 #include "consoletext.h"
 #include "interrupt.h"
 #include "meterline.h"
 #include "textencoding.h"
 
 #include <cerrno>
-#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t outputHeld = 65536;
-// A line longer than this is no command; what is read so far is taken as the line.
-constexpr std::size_t longestLine = 1048576;
 // Work that ends sooner needs no meter.
 constexpr std::int64_t shortWork = 250'000'000;
 // Of a terminal: the rest of the line goes blank.
@@ -52,10 +50,14 @@ std::size_t terminalColumns() {
 
 } // namespace
 
+ConsolePort::ConsolePort() = default;
 ConsolePort::~ConsolePort() { flush(); }
 
 void ConsolePort::print(std::wstring_view text) {
     m_output += shownBytes(text);
+    const std::size_t end = text.rfind(L'\n');
+    if (end != std::wstring_view::npos) m_begunLine.clear();
+    m_begunLine += text.substr(end == std::wstring_view::npos ? 0 : end + 1);
     if (m_output.size() >= outputHeld) flush();
 }
 
@@ -69,39 +71,82 @@ bool ConsolePort::isInteractive() { return isatty(STDIN_FILENO) == 1; }
 
 bool ConsolePort::interruptRequested() const { return interrupt::isRequested(); }
 
-bool ConsolePort::fillInput() {
-    for (;;) {
-        if (interrupt::isRequested()) return false;
-        pollfd watched[2] = {{STDIN_FILENO, POLLIN, 0}, {interrupt::descriptor(), POLLIN, 0}};
-        const int ready = poll(watched, 2, -1);
-        if (ready < 0 && errno != EINTR) return false;
-        if (ready <= 0 || watched[1].revents) continue;
-        char buffer[4096];
-        const ssize_t count = ::read(STDIN_FILENO, buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        m_input.append(buffer, static_cast<std::size_t>(count));
-        return true;
+// Made when a person is first asked for something.
+void ConsolePort::makeEditor() {
+    if (m_isEditorKnown) return;
+    m_isEditorKnown = true;
+    m_editor = LineEditor::make();
+    const std::optional<std::string> path = CommandHistory::defaultPath();
+    if (!m_editor || !path) return;
+    m_history.emplace(*path);
+    m_editor->remember(m_history->read());
+}
+
+void ConsolePort::keepCommand(const std::wstring& line) {
+    std::wstring problem;
+    if (!m_history || line.find_first_not_of(L" \t") == std::wstring::npos) return;
+    if (m_history->add(line, problem)) return;
+    reportProblem(L"vexohost: " + problem);
+    m_history.reset();
+}
+
+// The editor shows the whole line again, with what was printed before the prompt.
+Typed ConsolePort::readEdited(bool isCommand, std::wstring& line) {
+    std::wstring shown;
+    for (const wchar_t character : m_begunLine) shown += shownCharacter(character);
+    m_begunLine.clear();
+    if (columnsOf(shown) >= terminalColumns()) {
+        print(L"\n");
+        flush();
     }
+    const Typed typed = m_editor->read(shown, isCommand, isCommand ? completeCommand : completeFile, line);
+    if (typed != Typed::line) print(L"\n");
+    flush();
+    return typed;
+}
+
+Typed ConsolePort::readTyped(std::wstring_view prompt, std::wstring& line) {
+    if (!isInteractive()) return readPlain(line);
+    makeEditor();
+    print(prompt);
+    flush();
+    return m_editor ? readEdited(false, line) : readPlain(line);
+}
+
+Typed ConsolePort::readCommand(std::wstring& line) {
+    makeEditor();
+    print(L"Command: ");
+    flush();
+    if (!m_editor) return readPlain(line);
+    const Typed typed = readEdited(true, line);
+    if (typed == Typed::line) keepCommand(line);
+    return typed;
+}
+
+Typed ConsolePort::readPlain(std::wstring& line) {
+    flush();
+    std::string bytes;
+    const Typed typed = m_input.read(bytes);
+    if (typed == Typed::line) line = wideFromArgument(bytes);
+    m_begunLine.clear();
+    // The line of an Escape has ended by itself.
+    if (isInteractive() && (typed == Typed::cancelled || typed == Typed::end)) print(L"\n");
+    return typed;
 }
 
 hostkit::Input ConsolePort::readLine(std::wstring_view prompt, std::wstring& line) {
-    if (isInteractive()) print(prompt);
-    flush();
-    std::size_t searched = 0;
-    while (m_input.find('\n', searched) == std::string::npos && m_input.size() < longestLine && !m_isAtEnd) {
-        searched = m_input.size();
-        if (fillInput()) continue;
-        if (interrupt::isRequested()) return hostkit::Input::cancelled;
-        m_isAtEnd = true;
+    switch (readTyped(prompt, line)) {
+    case Typed::line:
+        return hostkit::Input::line;
+    case Typed::end:
+        return hostkit::Input::end;
+    case Typed::escape:
+        interrupt::request();
+        break;
+    case Typed::cancelled:
+        break;
     }
-    if (m_input.empty()) return hostkit::Input::end;
-    const std::size_t end = m_input.find('\n');
-    std::string bytes = m_input.substr(0, end);
-    m_input.erase(0, end == std::string::npos ? end : end + 1);
-    if (!bytes.empty() && bytes.back() == '\r') bytes.pop_back();
-    line = wideFromArgument(bytes);
-    return hostkit::Input::line;
+    return hostkit::Input::cancelled;
 }
 
 void ConsolePort::clearMeter() {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "boxasker.h"
+#include "commandhistory.h"
 #include "hostport.h"
+#include "lineeditor.h"
+#include "lineinput.h"
 
 #include <string>
 
@@ -11,12 +14,18 @@
 /// drawn as text there and answered as told at BoxAsker.
 class ConsolePort final : public hostkit::HostPort {
 public:
+    ConsolePort();
     ~ConsolePort() override;
 
     void print(std::wstring_view text) override;
     void flush() override;
-    /// Input::cancelled when Ctrl-C came; Input::end when the input is at its end or closed.
+    /// Input::cancelled when Ctrl-C came or a person typed Escape, which is a wish to stop likewise;
+    /// Input::end when the input is at its end or closed.
     hostkit::Input readLine(std::wstring_view prompt, std::wstring& line) override;
+    /// The same, where Escape is one more answer.
+    Typed readTyped(std::wstring_view prompt, std::wstring& line);
+    /// The next command of a person, which is kept for later runs.
+    Typed readCommand(std::wstring& line);
     void meterStart(std::wstring_view caption, int minimum, int maximum) override;
     void meterStep(int position) override;
     void meterStop() override;
@@ -33,13 +42,19 @@ public:
     static bool isInteractive();
 
 private:
-    bool fillInput();
     void clearMeter();
+    void makeEditor();
+    Typed readEdited(bool isCommand, std::wstring& line);
+    Typed readPlain(std::wstring& line);
+    void keepCommand(const std::wstring& line);
 
     BoxAsker m_boxes{*this};
     std::string m_output;
-    std::string m_input;
-    bool m_isAtEnd = false;
+    std::wstring m_begunLine; ///< of what was printed, which a prompt goes on with
+    LineInput m_input;
+    std::unique_ptr<LineEditor> m_editor; ///< null where lines are not edited
+    bool m_isEditorKnown = false;
+    std::optional<CommandHistory> m_history;
     bool m_hasLostOutput = false;
     std::wstring m_meterCaption;
     int m_meterMinimum = 0;

@@ -3,6 +3,7 @@
 /// What the console's own commands share with the session that runs them.
 struct ConsoleState {
     bool wantsToQuit = false;
+    bool savesAtEnd = false; ///< --output takes what is there when the program ends
 };
 
 /// The state of the running session; good while one runs, which is when commands run.

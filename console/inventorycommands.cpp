@@ -28,21 +28,6 @@ void appendWord(std::wstring& words, const std::wstring& word) {
     words += word;
 }
 
-// What has no word here is shown as a number.
-std::wstring flagsText(Adesk::Int32 flags) {
-    std::wstring words;
-    for (const auto& [flag, word] : flagWords) {
-        if ((flags & flag) == 0) continue;
-        appendWord(words, word);
-        flags &= ~flag;
-    }
-    if (flags == 0) return words;
-    CString rest;
-    rest.Format(L"0x%X", static_cast<unsigned>(flags));
-    appendWord(words, rest.GetString());
-    return words;
-}
-
 std::vector<MODULEENTRY32W> modulesOfProcess() {
     std::vector<MODULEENTRY32W> modules;
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, 0);
@@ -74,6 +59,20 @@ void listProcess() {
 
 } // namespace
 
+std::wstring commandFlagsText(Adesk::Int32 flags) {
+    std::wstring words;
+    for (const auto& [flag, word] : flagWords) {
+        if ((flags & flag) == 0) continue;
+        appendWord(words, word);
+        flags &= ~flag;
+    }
+    if (flags == 0) return words;
+    CString rest;
+    rest.Format(L"0x%X", static_cast<unsigned>(flags));
+    appendWord(words, rest.GetString());
+    return words;
+}
+
 void commandsCommand() {
     Rows rows = {{L"Group", L"Command", L"Local name", L"Flags"}};
     const std::unique_ptr<AcEdCommandIterator> walk(acedRegCmds->iterator());
@@ -81,7 +80,7 @@ void commandsCommand() {
         const AcEdCommand& command = *walk->command();
         const bool hasLocalName = !hostkit::equalFolded(command.localName(), command.globalName());
         rows.push_back({walk->commandGroup(), command.globalName(), hasLocalName ? command.localName() : L"",
-                        flagsText(command.commandFlags())});
+                        commandFlagsText(command.commandFlags())});
     }
     printTable(rows, "llll");
 }

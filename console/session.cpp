@@ -17,6 +17,7 @@
 #include "systempath.h"
 #include "textencoding.h"
 #include "tracefile.h"
+#include "undohistory.h"
 
 #include <functional>
 #include <optional>
@@ -27,11 +28,18 @@ ConsoleState* g_state = nullptr;
 
 std::wstring statusName(Acad::ErrorStatus status) { return acadErrorStatusText(status); }
 
+// Of the current document.
+int undoSteps(hostkit::Host& host) {
+    const AcApDocument* document = host.documents().curDocument();
+    return document ? hostkit::undoGroupCount(*document->database()) : 0;
+}
+
 class Session {
 public:
     explicit Session(const Options& options)
         : m_options(options) {
         g_state = &m_state;
+        m_state.savesAtEnd = options.output.has_value();
     }
     ~Session() { g_state = nullptr; }
     Session(const Session&) = delete;
@@ -53,8 +61,10 @@ private:
     int runCommands(hostkit::Host& host);
     int runLines(hostkit::Host& host, const std::wstring& source, const std::vector<ScriptLine>& lines);
     int runPrompt(hostkit::Host& host);
+    int runInteractively(hostkit::Host& host);
     bool runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
                  hostkit::MoreInput more);
+    void tellCancelled(const std::wstring& name, const hostkit::CommandResult& result, bool hasChanged);
     int save(hostkit::Host& host);
     int fail(int code, const std::wstring& problem);
     void tell(const std::wstring& text);
@@ -204,6 +214,7 @@ int Session::runInHost(hostkit::Host& host) {
                                                                          : exitcode::commandFailed;
     }
     if (const int code = openDrawing(host)) return code;
+    if (interrupt::isRequested()) return exitcode::interrupted;
     for (const std::wstring& module : m_options.modules) {
         if (interrupt::isRequested()) return exitcode::interrupted;
         if (const int code = loadModule(host, module)) return code;
@@ -268,40 +279,64 @@ int Session::runLines(hostkit::Host& host, const std::wstring& source, const std
     return host.endInput() ? exitcode::ok : exitcode::commandFailed;
 }
 
-// A person who types goes on after a mistake; a pipe stops at it, as a script does.
 int Session::runPrompt(hostkit::Host& host) {
-    const bool isInteractive = ConsolePort::isInteractive();
-    if (isInteractive) tell(L"Type HELP for the commands, QUIT to leave.\n");
+    if (ConsolePort::isInteractive()) return runInteractively(host);
     for (std::size_t number = 1; !m_state.wantsToQuit; ++number) {
         std::wstring line;
-        const hostkit::Input input = m_port.readLine(L"Command: ", line);
+        const hostkit::Input input = m_port.readLine(L"", line);
         if (input == hostkit::Input::cancelled) return exitcode::interrupted;
         if (input == hostkit::Input::end) break;
-        const std::vector<ScriptLine> lines = parseScript(hostkit::utf8FromWide(line));
-        if (lines.empty()) continue;
-        if (isInteractive) {
-            runLine(host, L"", line, hostkit::MoreInput::ask);
-        } else if (!runLine(host, L"standard input:" + std::to_wstring(number), line,
-                            hostkit::MoreInput::none)) {
+        if (parseScript(hostkit::utf8FromWide(line)).empty()) continue;
+        if (!runLine(host, L"standard input:" + std::to_wstring(number), line, hostkit::MoreInput::none))
             return exitcode::commandFailed;
-        }
         if (interrupt::isRequested()) return exitcode::interrupted;
     }
-    return host.endInput() || isInteractive ? exitcode::ok : exitcode::commandFailed;
+    return host.endInput() ? exitcode::ok : exitcode::commandFailed;
+}
+
+// A person who types goes on after a mistake, and a wish to stop ends the running command alone.
+int Session::runInteractively(hostkit::Host& host) {
+    tell(L"Type HELP for the commands, QUIT to leave.\n");
+    while (!m_state.wantsToQuit) {
+        std::wstring line;
+        const Typed typed = m_port.readCommand(line);
+        if (interrupt::isEndRequested()) return exitcode::interrupted;
+        if (typed == Typed::end) line = L"QUIT";
+        if (typed == Typed::cancelled) m_port.print(L"QUIT ends the program.\n");
+        const bool isCommand = typed == Typed::end || typed == Typed::line;
+        if (isCommand && !parseScript(hostkit::utf8FromWide(line)).empty())
+            runLine(host, L"", line, hostkit::MoreInput::ask);
+        if (interrupt::isEndRequested()) return exitcode::interrupted;
+        interrupt::withdraw();
+    }
+    (void)host.endInput();
+    return exitcode::ok;
 }
 
 bool Session::runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
                       hostkit::MoreInput more) {
+    const int steps = undoSteps(host);
     const hostkit::CommandResult result = host.run(line, more);
     m_port.flush();
-    if (result.status == Acad::eOk || interrupt::isRequested()) return result.status == Acad::eOk;
     hostkit::CommandInput words(line, hostkit::MoreInput::none);
     std::wstring name;
     words.nextWord(name);
+    if (interrupt::isRequested()) {
+        if (more == hostkit::MoreInput::ask) tellCancelled(name, result, undoSteps(host) > steps);
+        return result.status == Acad::eOk;
+    }
+    if (result.status == Acad::eOk) return true;
     const std::wstring reason = result.reason.empty() ? L"the command failed" : result.reason;
     fail(exitcode::commandFailed, (where.empty() ? L"" : where + L": ") + name + L": " + reason + L" (" +
                                       statusName(result.status) + L")");
     return false;
+}
+
+void Session::tellCancelled(const std::wstring& name, const hostkit::CommandResult& result, bool hasChanged) {
+    std::wstring text = L"vexohost: " + name + L": cancelled";
+    if (!result.reason.empty()) text += L": " + result.reason;
+    if (hasChanged) text += L"; what it had changed stays, UNDO takes it back";
+    m_port.reportProblem(text);
 }
 
 int Session::save(hostkit::Host& host) {

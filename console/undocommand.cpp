@@ -32,21 +32,26 @@ void tell(const hostkit::UndoReport& report) {
     hostkit::printToCommandLine(text);
 }
 
-} // namespace
-
-void undoCommand() {
+void takeBack(int count) {
     AcApDocument* document = documentOrFail();
-    if (!document) return;
-    int count = 1;
-    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
-    const int answer = acedGetInt(L"Number of commands <1>: ", &count);
-    if (answer != RTNORM && answer != RTNONE)
-        return hostkit::failCommand(Acad::eInvalidInput, L"the number of commands is 1 or more");
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; document && i < count; ++i) {
         hostkit::UndoReport report;
         const Acad::ErrorStatus status = hostkit::undoLastGroup(*document->database(), report);
         if (status != Acad::eOk && i > 0) return acutPrintf(L"Nothing further to take back\n"), void();
         if (status != Acad::eOk) return hostkit::failCommand(status, L"there is nothing to take back");
         tell(report);
     }
+}
+
+} // namespace
+
+void uCommand() { takeBack(1); }
+
+void undoCommand() {
+    int count = 1;
+    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
+    const int answer = acedGetInt(L"Number of commands <1>: ", &count);
+    if (answer == RTREJ)
+        return hostkit::failCommand(Acad::eInvalidInput, L"the number of commands is 1 or more");
+    if (answer == RTNORM || answer == RTNONE) takeBack(count);
 }

@@ -1,4 +1,5 @@
 #pragma once
 
-/// The console's command UNDO [COUNT].
+/// The commands U and UNDO [COUNT].
+void uCommand();
 void undoCommand();

@@ -119,6 +119,7 @@ Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document) {
 
 AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcDbDatabase> database, std::wstring fileName) {
     database->disableUndoRecording(false);
+    hostkit::noteSaved(*database);
     m_documents.push_back(std::make_unique<AcApDocument>(std::move(database), std::move(fileName)));
     m_documents.back()->m_manager = this;
     m_documents.back()->permitWriting();

@@ -143,7 +143,7 @@ public:
     void commandEnds() { --m_runningCommands; }
 
     /// Takes a drawing in as a new document and makes it the current one. The manager owns it. From now on
-    /// the drawing records what undo needs.
+    /// the drawing records what undo needs and which changes are not saved (hostkit::hasUnsavedChanges).
     AcApDocument* adopt(std::unique_ptr<AcDbDatabase> database, std::wstring fileName);
     /// Closes without saving. The next document becomes the current one, or none. eNoDocument for one that is
     /// not of this manager; eLockViolation while it is locked.

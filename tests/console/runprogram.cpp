@@ -24,11 +24,8 @@ std::string readFile(const std::string& path) {
     return content.str();
 }
 
-namespace {
-
-// In the child, after the fork: never comes back.
-[[noreturn]] void become(const std::vector<std::string>& command,
-                         const std::map<std::string, std::string>& environment) {
+void becomeProgram(const std::vector<std::string>& command,
+                   const std::map<std::string, std::string>& environment) {
     for (const auto& [name, value] : environment) {
         if (value.empty())
             unsetenv(name.c_str());
@@ -42,8 +39,6 @@ namespace {
     _exit(127);
 }
 
-} // namespace
-
 RunningProgram::RunningProgram(const std::vector<std::string>& command, const std::string& input,
                                const std::map<std::string, std::string>& environment) {
     int in[2], out[2], err[2];
@@ -54,7 +49,7 @@ RunningProgram::RunningProgram(const std::vector<std::string>& command, const st
         dup2(in[0], 0);
         dup2(out[1], 1);
         dup2(err[1], 2);
-        become(command, environment);
+        becomeProgram(command, environment);
     }
     for (const int end : {in[0], out[1], err[1]}) close(end);
     // Inputs of these tests fit into a pipe.

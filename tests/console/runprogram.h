@@ -17,10 +17,15 @@ struct ProgramResult {
     std::string problems;
 };
 
+/// In the child, after the fork: never comes back. The environment is this process's with these changes; an
+/// empty value takes the variable out.
+[[noreturn]] void becomeProgram(const std::vector<std::string>& command,
+                                const std::map<std::string, std::string>& environment);
+
 /// A started program with its three streams.
 class RunningProgram {
 public:
-    /// The environment is this process's with these changes; an empty value takes the variable out.
+    /// The environment as for becomeProgram.
     RunningProgram(const std::vector<std::string>& command, const std::string& input,
                    const std::map<std::string, std::string>& environment = {});
     ~RunningProgram();

@@ -19,7 +19,8 @@ ChangeLog& ChangeLog::of(const AcDbObject& object) { return DatabaseAccess::chan
 ChangeLog::Entry& ChangeLog::append(Kind kind, AcDbStub* stub) {
     const bool startsGroup =
         m_isRecording && !m_hasOpenGroup && (m_groups.empty() || m_groups.back().isNamed);
-    if (startsGroup) m_groups.push_back({std::wstring(), m_entries.size(), false});
+    if (startsGroup) m_groups.push_back({std::wstring(), m_entries.size(), false, m_state});
+    if (kind != Kind::touch) enterNewState();
     Entry& entry = m_entries.emplace_back();
     entry.stub = stub;
     entry.kind = kind;
@@ -171,7 +172,7 @@ void ChangeLog::beginGroup(std::wstring_view name) {
     if (m_groupDepth++ > 0) return;
     ++m_epoch;
     m_hasOpenGroup = true;
-    m_groups.push_back({std::wstring(name), m_entries.size(), true});
+    m_groups.push_back({std::wstring(name), m_entries.size(), true, m_state});
 }
 
 void ChangeLog::endGroup() {
@@ -182,8 +183,18 @@ void ChangeLog::endGroup() {
         return entry.kind != Kind::none && entry.kind != Kind::touch;
     };
     const auto start = m_entries.begin() + static_cast<std::ptrdiff_t>(m_groups.back().start);
-    if (std::none_of(start, m_entries.end(), isChange)) m_groups.pop_back();
+    if (std::none_of(start, m_entries.end(), isChange)) {
+        m_state = m_groups.back().stateBefore;
+        m_groups.pop_back();
+    }
     trim();
+}
+
+// Saving.
+
+void ChangeLog::noteSaved() {
+    ++m_epoch; // what changes from now on is told of anew
+    m_savedState = m_state;
 }
 
 } // namespace hostkit

@@ -84,6 +84,14 @@ public:
     /// yet, or a transaction is active.
     Acad::ErrorStatus undo(UndoReport& report);
 
+    // Saving.
+
+    /// What the drawing holds now is saved.
+    void noteSaved();
+    /// The drawing holds something else than was saved last, or than at the log's beginning. What was changed
+    /// and taken back is no change, but for a change that was taken back by cancel alone or stays in part.
+    bool hasUnsavedChanges() const { return m_state != m_savedState; }
+
     /// Entries in memory; for tests.
     std::size_t size() const { return m_entries.size(); }
 
@@ -109,6 +117,7 @@ private:
         std::wstring name;
         std::size_t start = 0;
         bool isNamed = false; ///< else of what was done between commands
+        Adesk::UInt64 stateBefore = 0;
     };
     /// What was changed while recording was off, later than the entry that is looked at.
     struct Suspended;
@@ -117,6 +126,7 @@ private:
 
     bool isNeeded() const { return m_isRecording || !m_groups.empty() || !m_marks.empty(); }
     Entry& append(Kind kind, AcDbStub* stub);
+    void enterNewState() { m_state = ++m_latestState; }
     static bool isToldOf(const AcDbObject& object);
     bool noteOpen(AcDbObject& object, Adesk::UInt8 flag);
     void forgetOpen(const Entry& firstOfOpen);
@@ -148,6 +158,9 @@ private:
     std::vector<std::size_t> m_marks;
     std::vector<Group> m_groups;
     Adesk::UInt32 m_epoch = 1;
+    Adesk::UInt64 m_state = 0; ///< a number for what the drawing holds; another one after each change
+    Adesk::UInt64 m_latestState = 0;
+    Adesk::UInt64 m_savedState = 0;
     std::size_t m_openCount = 0; ///< objects that are open and told of
     int m_groupDepth = 0;
     bool m_hasOpenGroup = false; ///< it is the last one

@@ -89,6 +89,11 @@ Acad::ErrorStatus ChangeLog::undo(UndoReport& report) {
     }
     ++m_epoch;
     forgetGroup(group.start);
+    const bool isAsBefore = m_entries.size() <= group.start && report.inConflict + report.unfiled == 0;
+    if (isAsBefore)
+        m_state = group.stateBefore;
+    else
+        enterNewState();
     trim();
     return Acad::eOk;
 }

@@ -24,4 +24,10 @@ int undoGroupCount(const AcDbDatabase& database);
 /// active.
 Acad::ErrorStatus undoLastGroup(AcDbDatabase& database, UndoReport& report);
 
+/// What the drawing holds now is saved. A drawing begins so.
+void noteSaved(AcDbDatabase& database);
+/// The drawing holds something else than when it was saved last. Steps that were taken back whole do not
+/// count. A drawing that never recorded undo tells only of changes since noteSaved that it remembers.
+bool hasUnsavedChanges(const AcDbDatabase& database);
+
 } // namespace hostkit

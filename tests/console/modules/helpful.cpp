@@ -33,6 +33,15 @@ void addLine() {
     if (space->appendAcDbEntity(line) == Acad::eOk) line->close();
 }
 
+// Changes the drawing and asks; does no more when it is cancelled.
+void ask() {
+    addLine();
+    CString first, second;
+    if (acedGetString(0, L"First: ", first) != RTNORM) return;
+    if (acedGetString(0, L"Second: ", second) != RTNORM) return;
+    acutPrintf(L"%s and %s\n", first, second);
+}
+
 // One line that undo knows of and one that it does not.
 void addTwo() {
     AcDbDatabase& database = *acDocManagerPtr()->curDocument()->database();
@@ -81,7 +90,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
         acrxDynamicLinker->unlockApplication(packet);
         const std::pair<const wchar_t*, AcRxFunctionPtr> commands[] = {
             {L"FAIL", fail},   {L"ADDLINE", addLine}, {L"ADDTWO", addTwo}, {L"LEAVE", leaveTransaction},
-            {L"QUEUE", queue}, {L"WAIT", wait},       {L"HANG", hang}};
+            {L"QUEUE", queue}, {L"WAIT", wait},       {L"HANG", hang},     {L"ASK", ask}};
         acedRegCmds->addCommand(L"HELPFUL", L"GREET", L"SALUER", 0, greet);
         for (const auto& [name, function] : commands)
             acedRegCmds->addCommand(L"HELPFUL", name, L"", 0, function);

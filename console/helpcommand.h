@@ -1,0 +1,4 @@
+#pragma once
+
+/// The command HELP.
+void helpCommand();

@@ -1,0 +1,5 @@
+#pragma once
+
+/// The commands LAYERS and LIST.
+void layersCommand();
+void listCommand();
