@@ -3,6 +3,7 @@
 #include "answerreading.h"
 #include "host.h"
 #include "numbertext.h"
+#include "wildcardpattern.h"
 #include "windows.h"
 
 #include <algorithm>
@@ -18,6 +19,11 @@ int printToCommandLine(std::wstring_view text) {
 }
 
 } // namespace hostkit
+
+int acutWcMatch(const wchar_t* text, const wchar_t* pattern) {
+    if (!text || !pattern) return RTERROR;
+    return hostkit::WildcardPattern(pattern, hostkit::LetterCase::kExact).matches(text) ? RTNORM : RTERROR;
+}
 
 namespace {
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's command-line output. Covers formatted text to the command line; leaves out unit conversion.
+// Stand-in for the host's command-line output and patterns. Covers formatted text to the command line and wildcard matches; leaves out unit conversion.
 #pragma once
 
 #include "adscodes.h"
@@ -22,3 +22,7 @@ int acutPrintf(const wchar_t* format, const Arguments&... arguments) {
     text.Format(format, arguments...);
     return hostkit::printToCommandLine(text.view());
 }
+
+/// RTNORM where the whole text matches the pattern, else RTERROR, also where one of them is null. The pattern
+/// is one of hostkit::WildcardPattern (`*`, `?`, `#`, `@`, `.`, `[...]`, `~`, comma, backquote); case counts.
+int acutWcMatch(const wchar_t* text, const wchar_t* pattern);

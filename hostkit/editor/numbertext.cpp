@@ -48,6 +48,7 @@ bool parseReal(std::wstring_view text, double& value) {
 }
 
 bool parseInteger(std::wstring_view text, int& value) { return parseNumber(text, value); }
+bool parseInteger(std::wstring_view text, long long& value) { return parseNumber(text, value); }
 
 bool parsePoint(std::wstring_view text, double* coordinates) {
     double values[3] = {0.0, 0.0, 0.0};

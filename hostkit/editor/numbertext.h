@@ -14,6 +14,8 @@ std::wstring formatReal(double value);
 bool parseReal(std::wstring_view text, double& value);
 /// A whole number in 32 bits.
 bool parseInteger(std::wstring_view text, int& value);
+/// In 64 bits.
+bool parseInteger(std::wstring_view text, long long& value);
 /// "x,y" or "x,y,z"; the third coordinate is 0 where there are two.
 bool parsePoint(std::wstring_view text, double* coordinates);
 

@@ -101,6 +101,13 @@ bool isWhiteSpace(wchar_t c) {
            c == 0x2029 || c == 0x202F || c == 0x205F || c == 0x3000;
 }
 
+bool isLetter(wchar_t c) {
+    if (static_cast<std::uint32_t>(c) < 0x80) return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z');
+    const locale_t unicode = unicodeLocale();
+    return unicode ? iswalpha_l(static_cast<wint_t>(c), unicode) != 0
+                   : lowerWithoutLocale(c) != c || upperWithoutLocale(c) != c;
+}
+
 bool matchesWildcard(std::wstring_view pattern, std::wstring_view text) {
     std::size_t p = 0;
     std::size_t t = 0;

@@ -1,4 +1,4 @@
-// Case of wide texts: folding, comparison and patterns without regard to it.
+// Case of wide texts: folding, comparison and simple patterns without regard to it.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +17,8 @@ std::wstring upperCase(std::wstring_view text);
 
 /// Blank, tab, line feed, vertical tab, form feed, carriage return, and the blanks of Unicode.
 bool isWhiteSpace(wchar_t character);
+/// A letter of any language, the same in every locale; 0 to 9 are none.
+bool isLetter(wchar_t character);
 
 /// Negative, 0, positive by the codes of the folded texts. A total order of folded texts, so it serves as an
 /// order of keys.

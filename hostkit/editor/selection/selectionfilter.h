@@ -24,19 +24,19 @@ struct FilterProgram;
 /// - Numbers equal within 1e-10, or within a few units in the last place (AcGe::pointAllowance); integers
 ///   exactly. Angles are in radians. Points are those that the entity files, in the coordinates it files them
 ///   in, with z 0 where it files none.
-/// - 1001, with or without a group -3 before the first: extended data of an application whose name matches.
-///   A text of -3 itself is such a pattern too. Each must be there.
+/// - 1001: extended data of an application whose name matches. Several behind a group -3, which may have such
+///   a pattern as its text too, are one operand, and data of each must be there.
 /// - A group -4 before a number or point is how the two compare: "*" (any value), "=", "!=", "/=", "<>", "<",
 ///   "<=", ">", ">=", and for integers "&" (any of these bits) and "&=" (all of these bits). For a point one
 ///   to three of them with commas between, for x, y and z; missing ones hold for any value.
 /// - Groups -4 "<and" and "and>", "<or" and "or>" enclose one operand or more, "<xor" and "xor>" two, "<not"
 ///   and "not>" one; nested up to `deepestNesting`. Operators are read without regard to case.
 ///
-/// An entity files a group several times (10 of a light polyline): one that holds is enough, for "!=" too.
-/// One that it does not file holds for nothing. All entities have these, whatever a file may leave out: 0, 5,
-/// 8, 6 (else "BYLAYER"), 62 (else 256), 370 (else -1), 48 (else 1.0), 60 (else 0), 67 (0, or 1 in a paper
-/// space), and those of a space 410, the name of its sheet; groups of the same codes that a class has besides
-/// are not asked. 100 finds the subclass marks, 330 the owner as well.
+/// An entity may file a group several times (10 of a light polyline): one that holds is enough, for "!=" too.
+/// One that it does not file holds for nothing; a value that files leave out because it is the standard one
+/// counts as filed. All entities have 0, 5, 6 (else "BYLAYER"), 8, 48 (1.0), 60 (0), 62 (256), 67 (0, or 1 in
+/// a paper space), 370 (-1) and, in a space, 410, the name of its sheet; groups of these codes that a class
+/// files besides are not asked. 330 finds the owner as well, 100 the subclass marks.
 class SelectionFilter {
 public:
     static constexpr int deepestNesting = 200;
