@@ -1,7 +1,9 @@
 #include "filtergroups.h"
 
-#include "dbent.h"
+#include "dbdatabase.h"
 #include "dbfiler.h"
+#include "dbopaque.h"
+#include "objectwriting.h"
 
 #include "groupcodes.h"
 
@@ -60,6 +62,30 @@ private:
     std::vector<bool> m_met;
 };
 
+/// By the published ranges, for kinds whose class is not known.
+bool isAngle(short code) { return code >= 50 && code <= 58; }
+
+/// The groups of an entity that only its record describes.
+void watchRecord(const AcDbEntity& entity, GroupWatcher& watcher) {
+    const auto source = entity.database() ? entity.database()->source() : nullptr;
+    if (!source || entity.sourceSpan().isEmpty()) return;
+    RecordReader reader(entity.database(), DrawingText(static_cast<CodePage>(source->codePage)),
+                        versionOfFiler(source->version));
+    reader.readWithoutDrawing();
+    DrawingRecord record;
+    RecordHead head;
+    (void)markGroups(entity, source->bytes, entity.sourceSpan(), reader, record, head);
+    const RecordGroup* group = record.groups.data() + 1;
+    const RecordGroup* const end = record.groups.data() + record.extendedDataBegin;
+    for (std::size_t used = 1; group < end; group += used) {
+        used = 1;
+        AcDbDxfGroup item;
+        if (group->part != nobodysPart || reader.valueOf(group, end, item, used) != Acad::eOk) continue;
+        if (isAngle(item.code)) item.real = reader.angleOf(item);
+        watcher.writeGroup(item);
+    }
+}
+
 } // namespace
 
 std::size_t GroupTests::add(short code, ValueTest test) {
@@ -74,6 +100,7 @@ std::vector<bool> GroupTests::run(const AcDbEntity& entity) const {
     GroupWatcher watcher(*this, entity.database());
     watcher.writeId(ownerCode, entity.ownerId());
     (void)entity.dxfOutFields(&watcher);
+    if (entity.isKindOf(AcDbOpaqueEntity::desc())) watchRecord(entity, watcher);
     return watcher.takeAnswers();
 }
 

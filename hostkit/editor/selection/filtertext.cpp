@@ -107,7 +107,7 @@ resbuf& FilterTextReader::append(short type) {
 bool FilterTextReader::readList() {
     take(L'\'');
     const std::size_t begin = m_at;
-    const bool isEnclosed = take(L'(') && isNext(L'(');
+    const bool isEnclosed = take(L'(') && (isNext(L'(') || isNext(L')'));
     if (!isEnclosed) m_at = begin;
     while (isNext(L'('))
         if (!readGroup()) return false;

@@ -28,8 +28,8 @@ struct FilterReading {
 /// An empty text reads as no list.
 FilterReading readFilterText(std::wstring_view text);
 
-/// A list in that form, which reads back as the same one; the codes are those that readFilterText takes. Null
-/// gives an empty text.
+/// A list in that form, which reads back as the same one but for a text of -3 itself, which becomes the first
+/// name; the codes are those that readFilterText takes. Null gives an empty text.
 std::wstring writeFilterText(const resbuf* list);
 
 } // namespace hostkit

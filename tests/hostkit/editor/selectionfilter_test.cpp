@@ -13,6 +13,7 @@
 #include "dbpolyline.h"
 #include "dbtext.h"
 #include "drawingparts.h"
+#include "drawingreader.h"
 #include "textencoding.h"
 
 #include <gtest/gtest.h>
@@ -290,6 +291,31 @@ TEST_F(SelectionFilters, KnowNamesThatNoRecordHas) {
     DatabaseAccess::setUnknownName(*stray, 8, L"Nowhere");
     EXPECT_EQ(accepted(LR"((8 . "NOWHERE"))"), "stray");
     EXPECT_EQ(accepted(LR"((8 . "~0,Walls*"))"), "line circle stray");
+}
+
+// In a file angles are degrees, and some groups are those of other applications.
+TEST(SelectionFiltersOfFiles, AskRecordsOfKindsThatNoClassReads) {
+    const std::string file =
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1027\n0\nENDSEC\n"
+        "0\nSECTION\n2\nENTITIES\n0\nREBARTAG\n5\n2F\n102\n{OTHERS\n1\nnot its own\n102\n}\n"
+        "100\nAcDbEntity\n8\n0\n100\nAcRebarTag\n10\n1.0\n20\n2.0\n30\n3.0\n"
+        "1\n12 d 14\n40\n2.5\n50\n90.0\n90\n70000\n0\nENDSEC\n0\nEOF\n";
+    const auto drawing = hostkit::openDrawingFromMemory(file, L"tag.dxf", nullptr, {.tellPort = false});
+    ASSERT_TRUE(drawing);
+    const AcDbObjectId id = DatabaseAccess::find(*drawing, 0x2F);
+    const auto* const tag = DatabaseAccess::objectOf<AcDbEntity>(id);
+    ASSERT_TRUE(tag);
+    const auto accepts = [&](const wchar_t* text) {
+        const auto reading = readFilterText(text);
+        const auto filter = SelectionFilter::compile(reading.list.get(), *drawing);
+        return filter && filter->accepts(*tag);
+    };
+    for (const wchar_t* text :
+         {LR"((0 . "REBARTAG") (1 . "12*"))", L"(40 . 2.5)", L"(10 1 2 3)", L"(50 . 1.5707963267948966)",
+          LR"((-4 . ">=") (90 . 70000))", LR"((100 . "AcRebarTag"))"})
+        EXPECT_TRUE(accepts(text)) << text;
+    for (const wchar_t* text : {LR"((1 . "not*"))", L"(40 . 2.0)", L"(70 . 0)"})
+        EXPECT_FALSE(accepts(text)) << text;
 }
 
 TEST(Patterns, AreMatchedByTheGivenName) {
