@@ -150,16 +150,26 @@ AcGeVector2d AcDbMText::topLeft(double width, double height) const {
     return {-width * (place % 3) / 2.0, height * (place / 3) / 2.0};
 }
 
-Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
+bool AcDbMText::letterBox(AcGePoint3d (&corners)[4]) const {
     const double width = actualWidth();
     const double height = actualHeight();
-    if (!(width > 0.0)) return Acad::eInvalidExtents;
+    if (!(width > 0.0)) return false;
     const AcGeVector3d x = direction();
     const AcGeVector3d y = m_normal.crossProduct(x);
     const AcGeVector2d corner = topLeft(width, height);
+    const auto at = [&](double along, double up) { return m_location + x * along + y * up; };
+    corners[0] = at(corner.x, corner.y);
+    corners[1] = at(corner.x + width, corner.y);
+    corners[2] = at(corner.x + width, corner.y - height);
+    corners[3] = at(corner.x, corner.y - height);
+    return true;
+}
+
+Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
+    AcGePoint3d corners[4];
+    if (!letterBox(corners)) return Acad::eInvalidExtents;
     AcDbExtents box;
-    for (const double along : {corner.x, corner.x + width})
-        for (const double up : {corner.y, corner.y - height}) box.addPoint(m_location + x * along + y * up);
+    for (const AcGePoint3d& corner : corners) box.addPoint(corner);
     extents = box;
     return Acad::eOk;
 }

@@ -73,6 +73,9 @@ public:
     /// letter.
     double actualWidth() const;
     double actualHeight() const;
+    /// The corners of the box in the world, around it from the left top one; false for a paragraph of which
+    /// nothing is seen.
+    bool letterBox(AcGePoint3d (&corners)[4]) const;
     /// A text for each line that has a letter.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 

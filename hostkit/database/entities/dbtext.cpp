@@ -11,6 +11,8 @@
 #include "symbolnames.h"
 #include "textmarkup.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace hostkit;
@@ -160,9 +162,9 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
     return setMode(mode >= AcDb::kTextBase && mode <= AcDb::kTextTop, m_verticalMode, mode);
 }
 
-double AcDbText::estimatedWidth() const {
+double AcDbText::estimatedWidth(const std::wstring& wording) const {
     if (isBetweenPoints()) return m_ecsPosition.distanceTo(m_ecsAlignment);
-    const auto letters = static_cast<double>(hostkit::visibleText(shownText()).size());
+    const auto letters = static_cast<double>(hostkit::visibleText(wording).size());
     return hostkit::kReckonedCharacterWidth * letters * m_height * m_widthFactor;
 }
 
@@ -173,9 +175,10 @@ void AcDbText::alignPosition() {
     m_ecsPosition = axes.at(m_ecsAlignment, offset.x, offset.y);
 }
 
-Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
-    if (hostkit::visibleText(shownText()).empty()) return Acad::eInvalidExtents;
-    const double width = estimatedWidth();
+bool AcDbText::letterBox(AcGePoint3d (&corners)[4], const std::wstring* wording) const {
+    const std::wstring& shown = wording ? *wording : shownText();
+    if (hostkit::visibleText(shown).empty()) return false;
+    const double width = estimatedWidth(shown);
     AcGePoint3d origin = m_ecsPosition;
     AcGeVector2d offset(0.0, 0.0);
     double rotation = m_rotation;
@@ -189,10 +192,18 @@ Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
         offset = baseOffset(horizontalMode(), verticalMode(), width, m_height);
     }
     const LetterAxes axes(rotation, m_oblique, isBackward, isMirroredInY());
+    const AcGeVector2d steps[4] = {{0.0, 0.0}, {width, 0.0}, {width, m_height}, {0.0, m_height}};
+    std::transform(std::begin(steps), std::end(steps), corners, [&](const AcGeVector2d& step) {
+        return hostkit::toWorld(m_normal, axes.at(origin, offset.x + step.x, offset.y + step.y));
+    });
+    return true;
+}
+
+Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
+    AcGePoint3d corners[4];
+    if (!letterBox(corners)) return Acad::eInvalidExtents;
     AcDbExtents box;
-    for (const double x : {offset.x, offset.x + width})
-        for (const double y : {offset.y, offset.y + m_height})
-            box.addPoint(hostkit::toWorld(m_normal, axes.at(origin, x, y)));
+    for (const AcGePoint3d& corner : corners) box.addPoint(corner);
     extents = box;
     return Acad::eOk;
 }

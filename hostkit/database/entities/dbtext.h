@@ -68,7 +68,10 @@ public:
     Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
     Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
     /// By the rule of the class.
-    double estimatedWidth() const;
+    double estimatedWidth() const { return estimatedWidth(shownText()); }
+    /// The corners of the box in the world, around it from the left end of the base line; false for a text of
+    /// which nothing is seen. `wording` stands for the text's own where it is given.
+    bool letterBox(AcGePoint3d (&corners)[4], const std::wstring* wording = nullptr) const;
 
     /// eInvalidExtents for a text of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
@@ -104,6 +107,7 @@ protected:
     std::wstring m_text;
 
 private:
+    double estimatedWidth(const std::wstring& wording) const;
     bool isBetweenPoints() const {
         return m_horizontalMode == AcDb::kTextAlign || m_horizontalMode == AcDb::kTextFit;
     }

@@ -16,17 +16,19 @@ namespace hostkit {
 
 // Geometry. Lines, arcs, circles, ellipses, polylines with their bulges, rays and xlines are taken exactly in
 // any view; splines by chords that stay within a millionth of the region's longer side, but no closer than
-// the allowance below. Widths of light and 2d polylines count. Hatches, filled or patterned, are what their
-// loops enclose, islands open by the hatch's style; solids and traces are filled, faces too. A text is its
-// box, turned and slanted as it stands, reckoned as getGeomExtents says. A reference is what it shows: the
-// block's entities and its visible attributes; a dimension likewise, and one without a block its extents. Any
-// other class is the box that getGeomExtents gives. What has no extent (an empty polyline, a text without
-// letters) is never picked; nothing endless is ever inside.
+// the allowance below. Widths of light and 2d polylines count where touching is asked, and not for inside.
+// Hatches, filled or patterned, are what their loops enclose, islands open by the hatch's style; solids and
+// traces are filled, faces too. A text is its box, turned and slanted as it stands, reckoned as
+// getGeomExtents says. A reference is what it shows: the block's entities and its visible attributes, in
+// every row and column; a dimension likewise, and one without a block the box of its points. Any other class
+// is the box that getGeomExtents gives. Thickness does not count. What has no extent (an empty polyline, a
+// text without letters) is never picked; nothing endless is ever inside.
 //
 // What is seen within blocks: invisible entities and those on layers that are off or frozen are left out;
 // layer 0 is there the layer of the reference. A reference on a layer that is off still shows what stands on
-// other layers, one on a frozen layer shows nothing. A block within itself is left out, and so are blocks
-// more than 64 deep.
+// other layers, one on a frozen layer shows nothing. Of definitions of attributes the constant ones that are
+// not invisible show their text. A block within itself is left out, and so are blocks more than 64 deep. Of a
+// reference that would show more than two million entities the rest is not looked at.
 //
 // Edges count: what comes within the point test's allowance of the region's edge (AcGe::pointAllowance for
 // coordinates as far out as these) touches it, and is no further out than the edge.
@@ -50,8 +52,8 @@ struct NestedPick {
     AcDbObjectId entity; ///< attributes are met by themselves, with their reference in `containers`
     /// References and dimensions around it, innermost first; empty for an entity of the space itself.
     std::vector<AcDbObjectId> containers;
-    /// From the innermost block to the world. The identity where there is none, and for an attribute of a
-    /// reference in the space, which stands in the world's coordinates.
+    /// From the coordinates in which the entity stands to the world: those of the innermost block, for an
+    /// attribute those in which its reference stands.
     AcGeMatrix3d toWorld;
 };
 /// Of what the region touches the last drawn: the last entity of the space, in it the last of the block, and

@@ -1,0 +1,47 @@
+// Boxes for picking: what an entity or a block shows lies within them; leaves out visibility, which changes
+// more often.
+#pragma once
+
+#include "boxtree.h"
+#include "regionprobe.h"
+
+#include <unordered_map>
+#include <vector>
+
+class AcDbBlockTableRecord;
+class AcDbDimension;
+class AcDbEntity;
+
+namespace hostkit {
+
+/// Room for rounding and for the allowance of the tests is in the boxes. A box with an infinite side holds
+/// all; one of nothing is empty: low above high.
+class PickBoxes {
+public:
+    static SearchBox emptyBox();
+    static SearchBox endlessBox();
+    static bool isEmpty(const SearchBox& box) { return !(box.low[0] <= box.high[0]); }
+    static bool isEndless(const SearchBox& box);
+
+    /// In the coordinates in which the entity stands. Erased entities have one too.
+    SearchBox of(const AcDbEntity& entity);
+    /// Of all entities of the block that are not erased, in its coordinates. Remembered until it is
+    /// forgotten. A block that holds itself has no bounds.
+    const SearchBox& of(const AcDbBlockTableRecord& block);
+    void forget(const AcDbBlockTableRecord& block) { m_blocks.erase(&block); }
+    void forgetAll() { m_blocks.clear(); }
+
+private:
+    SearchBox ofContents(const AcDbBlockTableRecord& block);
+
+    std::unordered_map<const AcDbBlockTableRecord*, SearchBox> m_blocks;
+    std::vector<const AcDbBlockTableRecord*> m_path;
+};
+
+/// The box as the map shows it.
+PlaneBox seen(const SearchBox& box, const ViewMap& toView);
+
+/// From the coordinates of the dimension's block to those of the dimension.
+AcGeMatrix3d blockPlacement(const AcDbDimension& dimension);
+
+} // namespace hostkit
