@@ -21,7 +21,7 @@ bool contains(const Ids& sorted, AcDbObjectId id) {
     return std::binary_search(sorted.begin(), sorted.end(), id);
 }
 
-/// The records that are not erased and that `wanted` takes, sorted.
+/// The records that `wanted` takes, sorted.
 template <class Record, class Wanted>
 Ids recordsOf(const AcDbDatabase& database, TableKind kind, Wanted&& wanted) {
     Ids found;
@@ -29,7 +29,7 @@ Ids recordsOf(const AcDbDatabase& database, TableKind kind, Wanted&& wanted) {
         DatabaseAccess::objectOf<AcDbSymbolTable>(DatabaseAccess::table(database, kind));
     if (!table) return found;
     for (const AcDbObjectId id : table->records()) {
-        const auto* const record = id.isErased() ? nullptr : DatabaseAccess::objectOf<Record>(id);
+        const auto* const record = DatabaseAccess::objectOf<Record>(id);
         if (record && wanted(*record)) found.push_back(id);
     }
     std::sort(found.begin(), found.end());

@@ -206,6 +206,15 @@ TEST_F(SelectionFilters, TakeWhatTheirGroupsSay) {
     for (const auto& each : cases) EXPECT_EQ(accepted(each.filter), each.accepted) << each.filter;
 }
 
+TEST_F(SelectionFilters, TakeTheTypeInBothForms) {
+    std::wstring pattern = L"CIRCLE";
+    resbuf record{nullptr, RTDXF0, {}};
+    record.resval.rstring = pattern.data();
+    EXPECT_EQ(accepted(&record), "circle");
+    record.restype = 0;
+    EXPECT_EQ(accepted(&record), "circle");
+}
+
 TEST_F(SelectionFilters, RefuseListsThatAreNone) {
     const struct {
         const wchar_t* filter;
@@ -299,7 +308,7 @@ TEST(SelectionFiltersOfFiles, AskRecordsOfKindsThatNoClassReads) {
         "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1027\n0\nENDSEC\n"
         "0\nSECTION\n2\nENTITIES\n0\nREBARTAG\n5\n2F\n102\n{OTHERS\n1\nnot its own\n102\n}\n"
         "100\nAcDbEntity\n8\n0\n100\nAcRebarTag\n10\n1.0\n20\n2.0\n30\n3.0\n"
-        "1\n12 d 14\n40\n2.5\n50\n90.0\n90\n70000\n0\nENDSEC\n0\nEOF\n";
+        "1\n12 d 14\n40\n2.5\n50\n90.0\n90\n70000\n160\n9000000000\n0\nENDSEC\n0\nEOF\n";
     const auto drawing = hostkit::openDrawingFromMemory(file, L"tag.dxf", nullptr, {.tellPort = false});
     ASSERT_TRUE(drawing);
     const AcDbObjectId id = DatabaseAccess::find(*drawing, 0x2F);
@@ -312,7 +321,7 @@ TEST(SelectionFiltersOfFiles, AskRecordsOfKindsThatNoClassReads) {
     };
     for (const wchar_t* text :
          {LR"((0 . "REBARTAG") (1 . "12*"))", L"(40 . 2.5)", L"(10 1 2 3)", L"(50 . 1.5707963267948966)",
-          LR"((-4 . ">=") (90 . 70000))", LR"((100 . "AcRebarTag"))"})
+          LR"((-4 . ">=") (90 . 70000))", L"(160 . 9000000000)", LR"((100 . "AcRebarTag"))"})
         EXPECT_TRUE(accepts(text)) << text;
     for (const wchar_t* text : {LR"((1 . "not*"))", L"(40 . 2.0)", L"(70 . 0)"})
         EXPECT_FALSE(accepts(text)) << text;
