@@ -10,29 +10,30 @@
 #include "rxdict.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace hostkit {
 
 namespace {
 
-using Ids = std::vector<AcDbObjectId>;
+/// Records of a table, by their stubs in order.
+using Records = std::vector<const AcDbStub*>;
 
-bool contains(const Ids& sorted, AcDbObjectId id) {
-    return std::binary_search(sorted.begin(), sorted.end(), id);
+bool contains(const Records& records, AcDbObjectId id) {
+    return std::binary_search(records.begin(), records.end(), id.stub(), std::less<>());
 }
 
-/// The records that `wanted` takes, sorted.
 template <class Record, class Wanted>
-Ids recordsOf(const AcDbDatabase& database, TableKind kind, Wanted&& wanted) {
-    Ids found;
+Records recordsOf(const AcDbDatabase& database, TableKind kind, Wanted&& isWanted) {
+    Records found;
     const auto* const table =
         DatabaseAccess::objectOf<AcDbSymbolTable>(DatabaseAccess::table(database, kind));
     if (!table) return found;
     for (const AcDbObjectId id : table->records()) {
         const auto* const record = DatabaseAccess::objectOf<Record>(id);
-        if (record && wanted(*record)) found.push_back(id);
+        if (record && isWanted(*record)) found.push_back(id.stub());
     }
-    std::sort(found.begin(), found.end());
+    std::sort(found.begin(), found.end(), std::less<>());
     return found;
 }
 
@@ -83,7 +84,8 @@ class NameCondition final : public FilterCondition {
 public:
     using Field = AcDbObjectId (AcDbEntity::*)() const;
 
-    NameCondition(short code, Field field, const wchar_t* otherwise, Ids accepted, WildcardPattern pattern)
+    NameCondition(short code, Field field, const wchar_t* otherwise, Records accepted,
+                  WildcardPattern pattern)
         : m_code(code)
         , m_field(field)
         , m_otherwise(otherwise)
@@ -102,14 +104,14 @@ private:
     short m_code;
     Field m_field;
     std::wstring_view m_otherwise;
-    Ids m_accepted;
+    Records m_accepted;
     WildcardPattern m_pattern;
 };
 
 ConditionPointer nameCondition(short code, TableKind kind, NameCondition::Field field,
                                const wchar_t* otherwise, ValueTest& test, const AcDbDatabase& database) {
     auto& pattern = std::get<WildcardPattern>(test);
-    Ids accepted = recordsOf<AcDbSymbolTableRecord>(
+    Records accepted = recordsOf<AcDbSymbolTableRecord>(
         database, kind, [&](const AcDbSymbolTableRecord& record) { return pattern.matches(record.name()); });
     return std::make_unique<NameCondition>(code, field, otherwise, std::move(accepted), std::move(pattern));
 }
@@ -117,7 +119,7 @@ ConditionPointer nameCondition(short code, TableKind kind, NameCondition::Field 
 /// The entity stands in one of these blocks, or in none of them.
 class BlockCondition final : public FilterCondition {
 public:
-    BlockCondition(Ids blocks, bool withinHolds, bool elsewhereHolds)
+    BlockCondition(Records blocks, bool withinHolds, bool elsewhereHolds)
         : m_blocks(std::move(blocks))
         , m_withinHolds(withinHolds)
         , m_elsewhereHolds(elsewhereHolds) {}
@@ -127,14 +129,14 @@ public:
     }
 
 private:
-    Ids m_blocks;
+    Records m_blocks;
     bool m_withinHolds;
     bool m_elsewhereHolds;
 };
 
 ConditionPointer paperSpaceCondition(const IntegerTest& test, const AcDbDatabase& database) {
     constexpr std::wstring_view paper = L"*Paper_Space";
-    Ids blocks =
+    Records blocks =
         recordsOf<AcDbBlockTableRecord>(database, TableKind::kBlock, [&](const AcDbBlockTableRecord& block) {
             return equalFolded(std::wstring_view(block.name()).substr(0, paper.size()), paper);
         });
@@ -142,7 +144,7 @@ ConditionPointer paperSpaceCondition(const IntegerTest& test, const AcDbDatabase
 }
 
 ConditionPointer sheetCondition(const WildcardPattern& pattern, const AcDbDatabase& database) {
-    Ids blocks =
+    Records blocks =
         recordsOf<AcDbBlockTableRecord>(database, TableKind::kBlock, [&](const AcDbBlockTableRecord& block) {
             const AcDbObjectId id = block.getLayoutId();
             const auto* const sheet = id.isErased() ? nullptr : DatabaseAccess::objectOf<AcDbLayout>(id);
