@@ -95,7 +95,8 @@ BoxAnswer parseBoxAnswer(const std::wstring& line, const ShownWindow& window) {
     BoxAnswer answer;
     hostkit::CommandInput words(line, hostkit::MoreInput::none);
     std::wstring word;
-    while (words.nextWord(word) && answer.problem.empty()) answer.problem = addWord(answer, window, word);
+    while (answer.problem.empty() && words.nextWord(word))
+        answer.problem = words.isUnclosed() ? hostkit::unclosedMark(word) : addWord(answer, window, word);
     if (answer.problem.empty() && answer.steps.empty())
         answer.steps.push_back({WindowAction::press(VK_RETURN)});
     if (!answer.problem.empty()) answer.steps.clear();

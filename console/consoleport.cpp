@@ -90,12 +90,19 @@ void ConsolePort::keepCommand(const std::wstring& line) {
     m_history.reset();
 }
 
-// The editor shows the whole line again, with what was printed before the prompt.
-Typed ConsolePort::readEdited(bool isCommand, std::wstring& line) {
+// The editor shows the line that the prompt stands in, with what was printed there before.
+Typed ConsolePort::readEdited(std::wstring_view prompt, bool isCommand, std::wstring& line) {
+    const std::size_t end = prompt.rfind(L'\n');
+    if (end != std::wstring_view::npos) {
+        print(prompt.substr(0, end + 1));
+        prompt.remove_prefix(end + 1);
+    }
+    flush();
     std::wstring shown;
     for (const wchar_t character : m_begunLine) shown += shownCharacter(character);
+    for (const wchar_t character : prompt) shown += shownCharacter(character);
     m_begunLine.clear();
-    if (columnsOf(shown) >= terminalColumns()) {
+    if (columnsOf(shown) >= terminalColumns() && shown.size() > prompt.size()) {
         print(L"\n");
         flush();
     }
@@ -108,17 +115,19 @@ Typed ConsolePort::readEdited(bool isCommand, std::wstring& line) {
 Typed ConsolePort::readTyped(std::wstring_view prompt, std::wstring& line) {
     if (!isInteractive()) return readPlain(line);
     makeEditor();
+    if (m_editor) return readEdited(prompt, false, line);
     print(prompt);
-    flush();
-    return m_editor ? readEdited(false, line) : readPlain(line);
+    return readPlain(line);
 }
 
 Typed ConsolePort::readCommand(std::wstring& line) {
+    constexpr std::wstring_view prompt = L"Command: ";
     makeEditor();
-    print(L"Command: ");
-    flush();
-    if (!m_editor) return readPlain(line);
-    const Typed typed = readEdited(true, line);
+    if (!m_editor) {
+        print(prompt);
+        return readPlain(line);
+    }
+    const Typed typed = readEdited(prompt, true, line);
     if (typed == Typed::line) keepCommand(line);
     return typed;
 }

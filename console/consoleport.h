@@ -44,7 +44,7 @@ public:
 private:
     void clearMeter();
     void makeEditor();
-    Typed readEdited(bool isCommand, std::wstring& line);
+    Typed readEdited(std::wstring_view prompt, bool isCommand, std::wstring& line);
     Typed readPlain(std::wstring& line);
     void keepCommand(const std::wstring& line);
 

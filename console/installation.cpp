@@ -7,7 +7,10 @@
 #include "registrystore.h"
 #include "rxprodkey.h"
 #include "systempath.h"
+#include "textencoding.h"
 
+#include <cerrno>
+#include <cstring>
 #include <vector>
 
 namespace {
@@ -44,8 +47,10 @@ std::wstring absolutePath(const std::wstring& path) {
 bool makeTree(const std::wstring& root, std::wstring& problem) {
     for (const wchar_t* directory : directories) {
         const std::wstring path = root + L'\\' + directory;
+        errno = 0;
         if (hostkit::makeDirectories(hostkit::mapPath(path))) continue;
-        problem = path + L": the directory cannot be made";
+        problem = path + L": the directory cannot be made: " +
+                  hostkit::wideFromUtf8(std::strerror(errno ? errno : ENOTDIR));
         return false;
     }
     return true;

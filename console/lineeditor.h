@@ -27,8 +27,9 @@ public:
 
     /// Lines of earlier runs, the oldest first, for commands.
     virtual void remember(const std::vector<std::wstring>& lines) = 0;
-    /// The prompt stands in the last line of the terminal already or is shown there. Commands and answers
-    /// have each their own lines before. Escape and Ctrl-C are told at once, whatever stands in the line.
+    /// The prompt is shown at the beginning of the terminal's last line, over what stands there. Commands and
+    /// answers have each their own lines before. Escape and Ctrl-C are told at once, whatever stands in the
+    /// line.
     virtual Typed read(std::wstring_view prompt, bool isCommand, const Completer& completer,
                        std::wstring& line) = 0;
 };

@@ -128,7 +128,8 @@ Typed LibeditEditor::read(std::wstring_view prompt, bool isCommand, const Comple
     m_completer = &completer;
     m_stopped = Typed::line;
     el_wset(m_editor, EL_HIST, history_w, history);
-    std::fputs("\r", stdout); // what stands of the prompt is shown again
+    el_wset(m_editor, EL_PREP_TERM, 1); // so that whoever sees the prompt types to the editor
+    std::fputs("\r", stdout);
     int count = 0;
     const wchar_t* const typed = el_wgets(m_editor, &count);
     std::fflush(stdout);

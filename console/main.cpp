@@ -9,18 +9,31 @@
 #include <exception>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-void print(std::FILE* stream, const std::wstring& text) {
+bool print(std::FILE* stream, const std::wstring& text) {
     const std::string bytes = hostkit::utf8FromWide(text);
-    std::fwrite(bytes.data(), 1, bytes.size(), stream);
+    return std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size() && std::fflush(stream) == 0;
 }
 
-// A stream that the caller has closed must not be taken over by the first file that is opened.
+int printed(const std::wstring& text) {
+    if (print(stdout, text)) return exitcode::ok;
+    print(stderr, L"vexohost: what was printed could not be written to standard output\n");
+    return exitcode::notWritten;
+}
+
+// A stream that the caller has closed must not be taken over by the first file that is opened. One that
+// always is full stands for a closed output, so that what is printed there is told as lost.
 void openMissingStreams() {
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_RDONLY : O_WRONLY);
+    const std::pair<int, const char*> streams[] = {
+        {STDIN_FILENO, "/dev/null"}, {STDOUT_FILENO, "/dev/full"}, {STDERR_FILENO, "/dev/null"}};
+    for (const auto& [stream, place] : streams) {
+        if (fcntl(stream, F_GETFD) >= 0) continue;
+        const int mode = stream == STDIN_FILENO ? O_RDONLY : O_WRONLY;
+        if (open(place, mode) < 0) open("/dev/null", mode);
+    }
 }
 
 } // namespace
@@ -32,14 +45,8 @@ int main(int count, char** arguments) {
         print(stderr, L"vexohost: " + problem + L"\nTry vexohost --help.\n");
         return exitcode::usage;
     }
-    if (options.wantsHelp) {
-        print(stdout, helpText());
-        return exitcode::ok;
-    }
-    if (options.wantsVersion) {
-        print(stdout, L"vexohost " VEXO_VERSION L"\n");
-        return exitcode::ok;
-    }
+    if (options.wantsHelp) return printed(helpText());
+    if (options.wantsVersion) return printed(L"vexohost " VEXO_VERSION L"\n");
     interrupt::install();
     try {
         return runSession(options);

@@ -86,14 +86,28 @@ bool setNumber(Options& options, std::string_view value) {
     return true;
 }
 
+// What ends the program by itself does nothing else.
+std::wstring problemOfLastThing(const Options& options) {
+    const bool runsCommands = options.script || !options.commands.empty();
+    const bool works = runsCommands || options.output || options.answers;
+    if (options.installRoot && (works || options.isNewDrawing || options.wantsCommandList ||
+                                !options.drawing.empty() || !options.modules.empty()))
+        return L"--install ends the program; no drawing, module or command goes with it";
+    if (options.wantsCommandList && works)
+        return L"--list-commands ends the program; no command, answer or output goes with it";
+    return {};
+}
+
 std::wstring problemOf(const Options& options) {
     if (options.wantsHelp || options.wantsVersion) return {};
     if (options.script && !options.commands.empty()) return L"--script and --command exclude each other";
+    if (!options.forms.empty() && !options.output) return L"--form needs --output";
+    if (options.language && !options.installRoot) return L"--language needs --install";
+    if (const std::wstring problem = problemOfLastThing(options); !problem.empty()) return problem;
     if (options.installRoot || options.wantsCommandList) return {};
     if (options.isNewDrawing && !options.drawing.empty())
         return L"--new begins an empty drawing; no drawing can be opened with it";
     if (!options.isNewDrawing && options.drawing.empty()) return L"no drawing is named";
-    if (!options.forms.empty() && !options.output) return L"--form needs --output";
     return {};
 }
 

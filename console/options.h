@@ -23,7 +23,7 @@ struct Options {
     std::optional<std::wstring> library;
     std::optional<std::wstring> trace;
     std::optional<std::wstring> installRoot;
-    unsigned language = 0x40C; ///< the platform's identifier of French (France)
+    std::optional<unsigned> language; ///< the platform's identifier
     bool isQuiet = false;
     bool wantsHelp = false;
     bool wantsVersion = false;

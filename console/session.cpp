@@ -25,6 +25,7 @@
 namespace {
 
 ConsoleState* g_state = nullptr;
+constexpr unsigned french = 0x40C; // of France
 
 std::wstring statusName(Acad::ErrorStatus status) { return acadErrorStatusText(status); }
 
@@ -226,7 +227,7 @@ int Session::runInHost(hostkit::Host& host) {
 
 int Session::install() {
     std::wstring problem;
-    if (!writeInstallation(*m_options.installRoot, m_options.language, problem))
+    if (!writeInstallation(*m_options.installRoot, m_options.language.value_or(french), problem))
         return fail(exitcode::notWritten, problem);
     tell(L"Installed in " + *m_options.installRoot + L"\n");
     return exitcode::ok;

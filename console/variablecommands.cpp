@@ -3,6 +3,7 @@
 #include "aced.h"
 #include "commandoutput.h"
 #include "consoletext.h"
+#include "headeraccess.h"
 #include "host.h"
 #include "modulecommand.h"
 #include "modulemark.h"
@@ -73,11 +74,17 @@ void listVariables(const SystemVariables& variables) {
     printTable(rows, "lllll");
 }
 
-void fail(const SystemVariableInfo& info, VariableResult result) {
+void fail(const SystemVariableInfo& info, VariableResult result, const std::wstring& given = {}) {
     const std::wstring range = info.isReadOnly ? L"" : rangeOf(info);
+    const wchar_t* const record = hostkit::namedRecord(info.name);
+    const std::wstring quoted = L" \"" + given + L"\"";
+    std::wstring reason = hostkit::textOf(result);
+    if (result == VariableResult::outOfRange && record)
+        reason = L"there is no " + std::wstring(record) + quoted;
+    else if (!given.empty())
+        reason += L":" + quoted;
     hostkit::failCommand(Acad::eInvalidInput, info.name + L" (" + typeName(info.type) +
-                                                  (range.empty() ? L"" : L", " + range) + L"): " +
-                                                  hostkit::textOf(result));
+                                                  (range.empty() ? L"" : L", " + range) + L"): " + reason);
 }
 
 } // namespace
@@ -103,9 +110,9 @@ void setVariableCommand() {
         return;
     }
     if (!hostkit::parseValue(text == L"." ? L"" : text.GetString(), info.type, value))
-        return fail(info, VariableResult::wrongType);
+        return fail(info, VariableResult::wrongType, text.GetString());
     const VariableResult result = variables.set(name.GetString(), value);
-    if (result != VariableResult::ok) fail(info, result);
+    if (result != VariableResult::ok) fail(info, result, text.GetString());
 }
 
 void versionCommand() {

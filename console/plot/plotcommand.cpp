@@ -2,6 +2,7 @@
 
 #include "acdocman.h"
 #include "aced.h"
+#include "casefold.h"
 #include "commandoutput.h"
 #include "dbdatabase.h"
 #include "dblayertable.h"
@@ -66,6 +67,19 @@ bool readSize(double width, Request& request) {
     return isSound || refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high");
 }
 
+// A name without an ending, and a stream, may be anything.
+bool isPictureName(const std::wstring& file) {
+    const std::wstring_view name = hostkit::fileNameOfPath(file);
+    const std::size_t point = name.rfind(L'.');
+    return point == std::wstring_view::npos || hostkit::equalFolded(name.substr(point), L".svg");
+}
+
+bool mayBeWritten(const hostkit::OutputFile& file) {
+    if (!hostkit::acceptOutputFile(file)) return false;
+    return isPictureName(file.name) ||
+           refuse(Acad::eInvalidInput, file.name + L": pictures are written as .svg alone");
+}
+
 bool readRequest(AcDbDatabase& database, Request& request) {
     CString name;
     if (acedGetString(0, L"Picture file: ", name) != RTNORM) return false;
@@ -76,7 +90,7 @@ bool readRequest(AcDbDatabase& database, Request& request) {
         acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill OVERWRITE");
         const int answer =
             acedGetReal(L"Width of the page in millimetres, or Fill or OVERWRITE <fitted>: ", &width);
-        if (answer == RTNONE) return hostkit::acceptOutputFile(request.file);
+        if (answer == RTNONE) return mayBeWritten(request.file);
         if (answer != RTNORM && answer != RTKWORD)
             return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "
                                              L"layer fill its curves, OVERWRITE replaces the file");

@@ -15,9 +15,31 @@ std::size_t leastLength(std::wstring_view keyword) {
     return keyword.size();
 }
 
-int refuse(const RunningCommand& command, const std::wstring& answer, const wchar_t* wanted) {
-    acutPrintf(L"\n%s: \"%s\" is no %s.\n", command.globalName.c_str(), answer.c_str(), wanted);
-    return RTREJ;
+// "whole number above 0, nor Fill or OVERWRITE"
+std::wstring wantedBy(const AnswerRequest& request, const wchar_t* wanted) {
+    const bool isNoZero = (request.flags & RSG_NOZERO) != 0;
+    std::wstring text = wanted;
+    if (request.flags & RSG_NONEG)
+        text += isNoZero ? L" above 0" : L" of 0 or more";
+    else if (isNoZero)
+        text += L" but 0";
+    CommandInput list(request.keywords, MoreInput::none);
+    const wchar_t* joint = L", nor ";
+    for (std::wstring keyword; list.nextWord(keyword); joint = L" or ") text += joint + keyword;
+    return text;
+}
+
+void refuse(const RunningCommand& command, const std::wstring& answer, const std::wstring& wanted) {
+    acutPrintf(L"\n%s: \"%s\" is no %s.\n", command.globalName.c_str(), answer.c_str(), wanted.c_str());
+}
+
+// A person is asked again; of a line that stands by itself the rest cannot be meant.
+void refuseUnclosed(const RunningCommand& command, const std::wstring& answer) {
+    const std::wstring reason = unclosedMark(answer);
+    if (command.input.more() == MoreInput::none)
+        failCommand(Acad::eInvalidInput, reason);
+    else
+        acutPrintf(L"\n%s: %s.\n", command.globalName.c_str(), reason.c_str());
 }
 
 // A transparent command given at a prompt, behind an apostrophe: it runs with answers of its own, and the
@@ -93,10 +115,14 @@ int readAnswer(const wchar_t* prompt, bool wholeLine, const wchar_t* wanted, con
             if (command->input.more() == MoreInput::none) return RTREJ;
             continue;
         }
-        if (runTransparently(answer.text, *command)) continue;
-        const int result = parse(answer.text, request, *command);
-        if (result != RTREJ) return result;
-        refuse(*command, answer.text, wanted);
+        if (command->input.isUnclosed()) {
+            refuseUnclosed(*command, answer.text);
+        } else {
+            if (runTransparently(answer.text, *command)) continue;
+            const int result = parse(answer.text, request, *command);
+            if (result != RTREJ) return result;
+            refuse(*command, answer.text, wantedBy(request, wanted));
+        }
         if (command->input.more() == MoreInput::none) return RTREJ;
     }
 }

@@ -37,8 +37,9 @@ bool parseAnsweredPoint(std::wstring_view text, const ads_real* base, ads_point 
 using ParseAnswer =
     std::function<int(const std::wstring& text, const AnswerRequest& request, RunningCommand& command)>;
 /// Asks until an answer is taken: transparent commands run in between, Enter is RTNONE where the request does
-/// not forbid it, an answer that is refused is told as "is no <wanted>" and asked for again where a person
-/// sits. Results as in aced.h.
+/// not forbid it, an answer that is refused is told as "is no <wanted>", with the bounds and keywords of the
+/// request, and asked for again where a person sits. A quotation mark that is not closed is refused likewise,
+/// and fails a command whose line stands by itself. Results as in aced.h.
 int readAnswer(const wchar_t* prompt, bool wholeLine, const wchar_t* wanted, const ParseAnswer& parse);
 
 } // namespace hostkit

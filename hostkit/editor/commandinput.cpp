@@ -23,6 +23,7 @@ bool CommandInput::nextWord(std::wstring& word, bool wholeLine) {
     skipBlanks();
     if (m_position == m_line.size()) return false;
     word.clear();
+    m_isUnclosed = false;
     if (m_line[m_position] != L'"') {
         const std::size_t start = m_position;
         while (m_position < m_line.size() && (wholeLine || !isBlank(m_line[m_position]))) ++m_position;
@@ -38,7 +39,8 @@ bool CommandInput::nextWord(std::wstring& word, bool wholeLine) {
         }
         word += m_line[m_position];
     }
-    if (m_position < m_line.size()) ++m_position;
+    m_isUnclosed = m_position == m_line.size();
+    if (!m_isUnclosed) ++m_position;
     return true;
 }
 
@@ -73,6 +75,10 @@ std::wstring_view CommandInput::rest() const {
     std::size_t start = m_position;
     while (start < m_line.size() && isBlank(m_line[start])) ++start;
     return std::wstring_view(m_line).substr(start);
+}
+
+std::wstring unclosedMark(std::wstring_view word) {
+    return L"a quotation mark is not closed: \"" + std::wstring(word);
 }
 
 std::wstring quotedWord(std::wstring_view word) {

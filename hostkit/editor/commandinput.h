@@ -22,7 +22,7 @@ struct Answer {
 
 /// The line that a running command reads from, word by word. Words stand between blanks and tabs; a word in
 /// quotation marks may hold blanks, and a quotation mark written twice within it stands for one. A mark that
-/// is never closed closes at the end of the line.
+/// is never closed takes all to the end of the line, and isUnclosed() tells.
 class CommandInput {
 public:
     CommandInput(std::wstring_view line, MoreInput more)
@@ -34,6 +34,8 @@ public:
     Answer next(std::wstring_view prompt, bool wholeLine);
     /// The same without asking: the next word, or nothing left.
     bool nextWord(std::wstring& word, bool wholeLine = false);
+    /// The latest word began with a quotation mark that was not closed: nobody can tell where it should end.
+    bool isUnclosed() const { return m_isUnclosed; }
     /// What is left of the line, without the blanks in front.
     std::wstring_view rest() const;
     MoreInput more() const { return m_more; }
@@ -44,8 +46,12 @@ private:
     std::wstring m_line;
     std::size_t m_position = 0;
     MoreInput m_more;
+    bool m_isUnclosed = false;
     int m_enters = 0; // answered since the line was used up
 };
+
+/// The sentence about a word that isUnclosed() told of.
+std::wstring unclosedMark(std::wstring_view word);
 
 /// A word as it has to be written in a line to be read back as one.
 std::wstring quotedWord(std::wstring_view word);

@@ -70,8 +70,7 @@ CommandResult Host::runText(DeferredItem item, MoreInput more) {
     if (item.echoes) port().print(item.text);
     CommandResult first;
     for (std::wstring line; deferred().takeLine(item.text, line);) {
-        CommandInput input(line, more);
-        keepFirst(port(), first, named(runCommand(input), L"\"" + line + L"\""));
+        keepFirst(port(), first, named(runWholeLine(line, more), L"\"" + line + L"\""));
     }
     const bool isEarlierThere = earlier && documents().document(earlier->database()) == earlier;
     if (!item.activates && isEarlierThere && documents().curDocument() == document)

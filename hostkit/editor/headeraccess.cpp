@@ -33,14 +33,15 @@ int cutToInteger(Adesk::Int64 value) {
 using Setter = Acad::ErrorStatus (AcDbDatabase::*)(AcDbObjectId);
 struct RecordVariable {
     std::wstring_view name;
+    const wchar_t* kind;
     AcDbObjectId (AcDbDatabase::*table)() const;
     Setter set;
 };
 constexpr RecordVariable recordVariables[] = {
-    {L"CLAYER", &AcDbDatabase::layerTableId, &AcDbDatabase::setClayer},
-    {L"CELTYPE", &AcDbDatabase::linetypeTableId, &AcDbDatabase::setCeltype},
-    {L"TEXTSTYLE", &AcDbDatabase::textStyleTableId, &AcDbDatabase::setTextstyle},
-    {L"DIMSTYLE", &AcDbDatabase::dimStyleTableId, &AcDbDatabase::setDimstyle},
+    {L"CLAYER", L"layer", &AcDbDatabase::layerTableId, &AcDbDatabase::setClayer},
+    {L"CELTYPE", L"linetype", &AcDbDatabase::linetypeTableId, &AcDbDatabase::setCeltype},
+    {L"TEXTSTYLE", L"text style", &AcDbDatabase::textStyleTableId, &AcDbDatabase::setTextstyle},
+    {L"DIMSTYLE", L"dimension style", &AcDbDatabase::dimStyleTableId, &AcDbDatabase::setDimstyle},
 };
 
 VariableResult setRecord(AcDbDatabase& database, const RecordVariable& variable, const std::wstring& name) {
@@ -52,6 +53,12 @@ VariableResult setRecord(AcDbDatabase& database, const RecordVariable& variable,
 }
 
 } // namespace
+
+const wchar_t* namedRecord(std::wstring_view variable) {
+    for (const RecordVariable& each : recordVariables)
+        if (each.name == variable) return each.kind;
+    return nullptr;
+}
 
 bool readHeader(const AcDbDatabase& database, std::wstring_view name, SystemValue& value) {
     AcDbDxfGroup group;

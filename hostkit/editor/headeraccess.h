@@ -14,6 +14,8 @@ bool readHeader(const AcDbDatabase& database, std::wstring_view name, SystemValu
 /// VariableResult::outOfRange for the name of a record that is not there.
 VariableResult writeHeader(AcDbDatabase& database, std::wstring_view name, const SystemValue& value,
                            short code);
+/// What a variable that names a record names: "layer", "linetype" and so on; null for any other variable.
+const wchar_t* namedRecord(std::wstring_view variable);
 /// True for one that holds a handle.
 bool isHandleVariable(const AcDbDatabase& database, std::wstring_view name);
 

@@ -124,6 +124,7 @@ Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view f
 CommandResult Host::runCommand(CommandInput& input) {
     std::wstring name;
     if (!input.nextWord(name)) return {};
+    if (input.isUnclosed()) return {Acad::eInvalidInput, unclosedMark(name)};
     const AcEdCommand* command = m_parts->commands.lookupTyped(name.c_str());
     if (!command) return {Acad::eUnknownCommand, L"there is no command \"" + name + L"\""};
 
@@ -146,9 +147,19 @@ CommandResult Host::runCommand(CommandInput& input) {
     return running.result;
 }
 
-CommandResult Host::run(std::wstring_view line, MoreInput more) {
+CommandResult Host::runWholeLine(std::wstring_view line, MoreInput more) {
     CommandInput input(line, more);
+    CommandInput words(line, MoreInput::none);
+    std::wstring name;
+    words.nextWord(name);
     CommandResult result = runCommand(input);
+    if (result.status == Acad::eOk && !input.rest().empty() && !port().interruptRequested())
+        port().reportProblem(name + L": \"" + std::wstring(input.rest()) + L"\" was not asked for");
+    return result;
+}
+
+CommandResult Host::run(std::wstring_view line, MoreInput more) {
+    CommandResult result = runWholeLine(line, more);
     CommandResult queued = runDeferred(more);
     return result.status == Acad::eOk ? queued : result;
 }

@@ -6,7 +6,7 @@ RuntimeServices* g_current = nullptr;
 }
 
 RuntimeServices::RuntimeServices()
-    : m_productKey(L"Software\\Host\\R18\\Product") {
+    : m_productKey(L"Software\\Host\\R18.0\\ACAD-8001:40C") {
     m_systemRegistry.atPut(L"DynamicLinker", &m_linker);
     m_systemRegistry.atPut(L"ClassDictionary", acrxClassDictionary());
 }

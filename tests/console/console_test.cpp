@@ -82,10 +82,43 @@ TEST_F(WholeProgram, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
         {"PLOT x.svg 1 1", {"PLOT", "20 to 5000"}},
         {"LIST YAML", {"TABLE or JSON", "eInvalidInput"}},
         {"SAVEAS " + drawing, {"OVERWRITE", "eFileAccessErr"}},
+        {"PLOT x.png", {"x.png", ".svg alone"}},
+        {"UNDO 0", {"1 or more"}},
+        {"SETVAR CLAYER nolayer", {"CLAYER (text): there is no layer \"nolayer\""}},
+        {"SETVAR LUPREC many", {"LUPREC (16-bit number, 0 to 8): the value is of another type: \"many\""}},
+        {"GREET \"Jane", {"GREET: a quotation mark is not closed: \"Jane", "eInvalidInput"}},
+        {"\"LAYERS", {"a quotation mark is not closed: \"LAYERS"}},
     };
     for (const auto& [command, named] : failing)
         expectProblems(helped({"--command", command}), exitcode::commandFailed, named);
     EXPECT_EQ(readFile(drawing), smallDrawing) << "a failure leaves the drawing as it was";
+}
+
+TEST_F(WholeProgram, AnAnswerThatIsRefusedIsToldWithWhatIsWanted) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"UNDO 0", "UNDO: \"0\" is no whole number above 0.\n"},
+        {"PLOT a.svg -1 5", "PLOT: \"-1\" is no number above 0, nor Fill or OVERWRITE.\n"},
+        {"GREET you many", "GREET: \"many\" is no whole number.\n"},
+    };
+    for (const auto& [command, told] : cases) expectHas(run(helped({"--command", command})).output, {told});
+}
+
+TEST_F(WholeProgram, WordsThatNobodyAskedForAreToldAndTheCommandCounts) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {helped({"--command", "LAYERS all of them"}), "LAYERS: \"all of them\" was not asked for\n"},
+        {helped({"--command", "GREET J. 1 Doe"}), "GREET: \"Doe\" was not asked for\n"},
+        {helped({"--command", "QUEUE TEXT \"ADDLINE 1|\""}), "ADDLINE: \"1\" was not asked for\n"}};
+    for (const auto& [arguments, told] : cases) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.code, exitcode::ok) << result.problems;
+        expectHas(result.problems, {told});
+    }
+    EXPECT_FALSE(has(run(helped({"--command", "GREET \"J. Doe\" 2"})).problems, "asked for"));
+    EXPECT_FALSE(has(run(helped({"--command", "QUEUE EXPRESSION \"(command \"\"GREET\"\" \"\"A\"\" 1 "
+                                              "\"\"ADDLINE\"\")\""}))
+                         .problems,
+                     "asked for"))
+        << "behind a program's command stands the next";
 }
 
 TEST_F(WholeProgram, CommandsRunInOrderAndStopAtAFailure) {
@@ -179,12 +212,18 @@ TEST_F(WholeProgram, RunsWithoutHomeAndInAnyLocale) {
 }
 
 TEST_F(WholeProgram, ClosedStreamsAreEndsNotFiles) {
-    EXPECT_EQ(runInShell(program + " " + drawing + " --output " + output + " <&- >&- 2>&-").code,
-              exitcode::ok);
+    EXPECT_EQ(runInShell(program + " " + drawing + " -q --output " + output + " <&- >&- 2>&-").code,
+              exitcode::ok)
+        << "nothing was printed";
     EXPECT_EQ(readFile(output), smallDrawing);
-    const ProgramResult full = runInShell(program + " " + drawing + " --command LAYERS >/dev/full");
-    EXPECT_EQ(full.code, exitcode::notWritten);
-    expectHas(full.problems, {"standard output"});
+    for (const std::string& lost :
+         {drawing + " --command LAYERS >/dev/full", drawing + " --command LAYERS >&-",
+          drawing + " --command \"LIST JSON\" >&-", std::string("--help >&-"),
+          std::string("--version >&-")}) {
+        const ProgramResult result = runInShell(program + " " + lost);
+        EXPECT_EQ(result.code, exitcode::notWritten) << lost;
+        expectHas(result.problems, {"could not be written to standard output"});
+    }
 }
 
 TEST_F(WholeProgram, ControlCharactersNeverReachATerminal) {

@@ -5,6 +5,7 @@
 #include "scriptedport.h"
 #include "systempath.h"
 #include "temporaryfolder.h"
+#include "vexoacadsystemtools.h"
 #include "vexoregistrytools.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,10 @@ TEST_F(Installation, GivesThePathToolsSomethingTrueToSay) {
     EXPECT_EQ(Tools::GetSubLanguageUI(), 2u);
     EXPECT_EQ(Tools::WhoAmI(), L"ordane10.arx");
 
+    EXPECT_TRUE(VEXOAcadSystemTools::IsAcadFirstTimeRun());
+    VEXOAcadSystemTools::SetAcadAsRun();
+    EXPECT_FALSE(VEXOAcadSystemTools::IsAcadFirstTimeRun()) << "the default product key names a profile";
+
     ASSERT_TRUE(writeInstallation(place("second"), 1036, L"x.so", problem_)); // over the first
     EXPECT_TRUE(Tools::GetOrdaneDataPath(path) && path == place("second").c_str());
     EXPECT_EQ(Tools::GetLanguageUI(), 12u);
@@ -61,7 +66,7 @@ TEST_F(Installation, GivesThePathToolsSomethingTrueToSay) {
 TEST_F(Installation, SaysWhatCannotBeDone) {
     folder_.write("file", "");
     EXPECT_FALSE(writeInstallation(place("file/x"), 1036, L"x.so", problem_));
-    EXPECT_NE(problem_.find(L"Bin: the directory cannot be made"), std::wstring::npos);
+    EXPECT_NE(problem_.find(L"Bin: the directory cannot be made: Not a directory"), std::wstring::npos);
     EXPECT_FALSE(writeInstallation(L"", 1036, L"x.so", problem_));
     port_.registry().setReadOnly(hostkit::RegistryHive::localMachine, true);
     EXPECT_FALSE(writeInstallation(place("x"), 1036, L"x.so", problem_));

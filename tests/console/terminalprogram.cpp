@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 namespace {
-constexpr int longestSilence = 60000; // milliseconds, of a program that hangs
+constexpr int longestSilence = 20000; // milliseconds, of a program that hangs
 }
 
 TerminalProgram::TerminalProgram(const std::vector<std::string>& command,
@@ -53,14 +53,16 @@ bool TerminalProgram::waitFor(const std::string& text) {
     }
 }
 
-void TerminalProgram::type(const std::string& keys) const {
-    if (write(m_terminal, keys.data(), keys.size()) != static_cast<ssize_t>(keys.size()))
-        throw std::runtime_error("the terminal takes no keys");
+bool TerminalProgram::type(const std::string& keys) const {
+    return write(m_terminal, keys.data(), keys.size()) == static_cast<ssize_t>(keys.size());
 }
 
 int TerminalProgram::finish() {
     while (readSome()) {
     }
+    // What is silent and has not hung up would wait for ever.
+    pollfd watched{m_terminal, POLLIN, 0};
+    if (poll(&watched, 1, 0) == 0) kill(m_process, SIGKILL);
     int status = 0;
     waitpid(m_process, &status, 0);
     m_process = -1;

@@ -16,11 +16,13 @@ public:
     TerminalProgram& operator=(const TerminalProgram&) = delete;
 
     /// Reads until this text stands behind the one that was waited for last; false when the program ends or
-    /// shows nothing for a minute.
+    /// shows nothing for long.
     bool waitFor(const std::string& text);
     /// Keys, as the terminal sends them: "\x03" is Ctrl-C, "\x04" Ctrl-D, "\x1B" Escape.
-    void type(const std::string& keys) const;
-    /// Waits for the end; the exit code, or 128 + signal.
+    /// False where nobody is there any more.
+    bool type(const std::string& keys) const;
+    /// Waits for the end, and makes one of a program that shows nothing for long; the exit code, or 128 +
+    /// signal.
     int finish();
     /// All of it so far.
     const std::string& shown() const { return m_shown; }

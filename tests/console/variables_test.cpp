@@ -29,7 +29,7 @@ TEST_F(VariablesCommandTest, WhatCannotBeSetIsToldWithItsReason) {
         {"SETVAR TILEMODE 2", "not one that it can have"},
         {"SETVAR TILEMODE 1.5", "TILEMODE (16-bit number): the value is of another type"},
         {"SETVAR INSUNITS 99", "INSUNITS (16-bit number, 0 to 24): the value is not one that it can have"},
-        {"SETVAR CLAYER missing", "not one that it can have"},
+        {"SETVAR CLAYER missing", "there is no layer \"missing\""},
         {"MSPACE", "model space is current"},
     };
     for (const auto& [line, told] : cases) {
