@@ -114,7 +114,7 @@ RecordList randomList(std::mt19937& random) {
             value.rreal = real;
             break;
         case AcDb::GroupKind::kInt64:
-            value.mnInt64 = static_cast<Adesk::Int64>(random()) * static_cast<Adesk::Int64>(random());
+            value.mnInt64 = (static_cast<Adesk::Int64>(random()) - 2'000'000'000) * 2'000'000'000;
             break;
         case AcDb::GroupKind::kInt32:
             value.rlong = static_cast<Adesk::Int32>(random());
