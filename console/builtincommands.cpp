@@ -70,6 +70,11 @@ const CommandDescription* descriptionOf(std::wstring_view globalName) {
     return nullptr;
 }
 
+bool isOwnCommand(const AcEdCommand& command) {
+    return hostkit::equalFolded(command.commandGroup(), L"CONSOLE") ||
+           hostkit::equalFolded(command.commandGroup(), L"HOST");
+}
+
 void registerBuiltinCommands(AcEdCommandStack& stack) {
     for (const CommandDescription& each : described)
         if (each.function) stack.addCommand(L"CONSOLE", each.name, each.name, each.flags, each.function);

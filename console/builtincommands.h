@@ -22,5 +22,8 @@ std::span<const CommandDescription> describedCommands();
 /// By global name, without regard to case; null for another command.
 const CommandDescription* descriptionOf(std::wstring_view globalName);
 
+/// One of these, and no module's of the same name.
+bool isOwnCommand(const AcEdCommand& command);
+
 /// Adds the console's own commands as the group CONSOLE. They need a running session (consoleState).
 void registerBuiltinCommands(AcEdCommandStack& stack);

@@ -2,6 +2,7 @@
 
 #include "acdocman.h"
 #include "aced.h"
+#include "consoleport.h"
 #include "consoletext.h"
 #include "host.h"
 #include "jsontext.h"
@@ -24,7 +25,7 @@ std::optional<ReportForm> readReportForm() {
 }
 
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment) {
-    hostkit::printToCommandLine(formatTable(rows, alignment));
+    hostkit::printToCommandLine(formatTable(rows, alignment, ConsolePort::shownColumns()));
 }
 
 void offerText(const std::string& text) {

@@ -14,7 +14,7 @@ AcApDocument* documentOrFail();
 /// Asks for the form of a report, TABLE or JSON; nothing when the command ends here, failed or stopped.
 enum class ReportForm { table, json };
 std::optional<ReportForm> readReportForm();
-/// On the command line; see formatTable.
+/// On the command line, in a terminal no wider than that; see formatTable.
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);
 /// Asks for a file (readOutputFile) and writes the UTF-8 text to it, or to the command line where none is
 /// named.

@@ -42,10 +42,10 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-std::size_t terminalColumns() {
+std::size_t terminalColumns(int stream) {
     constexpr std::size_t usual = 80;
     winsize size{};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+    return ioctl(stream, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
 } // namespace
@@ -68,6 +68,10 @@ void ConsolePort::flush() {
 }
 
 bool ConsolePort::isInteractive() { return isatty(STDIN_FILENO) == 1; }
+
+std::size_t ConsolePort::shownColumns() {
+    return isatty(STDOUT_FILENO) == 1 ? terminalColumns(STDOUT_FILENO) : 0;
+}
 
 bool ConsolePort::interruptRequested() const { return interrupt::isRequested(); }
 
@@ -102,7 +106,7 @@ Typed ConsolePort::readEdited(std::wstring_view prompt, bool isCommand, std::wst
     for (const wchar_t character : m_begunLine) shown += shownCharacter(character);
     for (const wchar_t character : prompt) shown += shownCharacter(character);
     m_begunLine.clear();
-    if (columnsOf(shown) >= terminalColumns() && shown.size() > prompt.size()) {
+    if (columnsOf(shown) >= terminalColumns(STDOUT_FILENO) && shown.size() > prompt.size()) {
         print(L"\n");
         flush();
     }
@@ -179,7 +183,7 @@ void ConsolePort::meterStep(int position) {
     if (range <= 0.0 || soFar < shortWork || isatty(STDERR_FILENO) != 1) return;
     const double share = (static_cast<double>(position) - m_meterMinimum) / range;
     std::wstring line = meterLine(m_meterCaption, static_cast<int>(share * 100.0), secondsLeft(soFar, share),
-                                  terminalColumns() - 1);
+                                  terminalColumns(STDERR_FILENO) - 1);
     if (line == m_meterLine) return;
     flush();
     writeAll(STDERR_FILENO, '\r' + shownBytes(line) + clearToEnd);

@@ -40,6 +40,8 @@ public:
     BoxAsker& boxes() { return m_boxes; }
     /// True when a person types the input.
     static bool isInteractive();
+    /// Of the terminal that standard output is; 0 where it is none.
+    static std::size_t shownColumns();
 
 private:
     void clearMeter();

@@ -62,18 +62,65 @@ std::wstring counted(std::size_t count, const std::wstring& one, const std::wstr
     return std::to_wstring(count) + L" " + (count == 1 ? one : many.empty() ? one + L"s" : many);
 }
 
-std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment) {
+std::wstring shortened(std::wstring_view text, std::size_t columns) {
+    constexpr std::wstring_view mark = L"...";
+    if (columnsOf(text) <= columns) return std::wstring(text);
+    std::size_t used = mark.size();
+    std::size_t end = 0;
+    while (end < text.size() && (used += columnsOf(text.substr(end, 1))) <= columns) ++end;
+    return std::wstring(text.substr(0, end)) + std::wstring(mark.substr(0, columns));
+}
+
+namespace {
+
+constexpr std::size_t gap = 2;
+
+bool isRight(std::string_view alignment, std::size_t column) {
+    return column < alignment.size() && alignment[column] == 'r';
+}
+
+// Left columns wider than a common bound get it, so that all fit.
+void narrow(std::vector<std::size_t>& widths, std::string_view alignment, std::size_t most) {
+    constexpr std::size_t least = 8;
+    std::vector<std::size_t> texts;
+    std::size_t taken = widths.empty() ? 0 : gap * (widths.size() - 1);
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        if (isRight(alignment, i))
+            taken += widths[i];
+        else
+            texts.push_back(widths[i]);
+    }
+    std::sort(texts.begin(), texts.end());
+    std::size_t room = most > taken ? most - taken : 0;
+    std::size_t bound = SIZE_MAX;
+    for (std::size_t i = 0; i < texts.size() && bound == SIZE_MAX; ++i) {
+        const std::size_t share = room / (texts.size() - i);
+        if (texts[i] > share)
+            bound = std::max(share, least);
+        else
+            room -= texts[i];
+    }
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        if (!isRight(alignment, i)) widths[i] = std::min(widths[i], bound);
+}
+
+} // namespace
+
+std::wstring formatTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment,
+                         std::size_t most) {
     std::vector<std::size_t> widths;
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], columnsOf(row[i]));
     }
+    if (most > 0) narrow(widths, alignment, most);
     std::wstring text;
     for (const auto& row : rows) {
         std::wstring line;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const bool isRight = i < alignment.size() && alignment[i] == 'r';
-            line += (i ? L"  " : L"") + (isRight ? padLeft(row[i], widths[i]) : padRight(row[i], widths[i]));
+            const std::wstring cell = shortened(row[i], widths[i]);
+            line += i ? std::wstring(gap, L' ') : L"";
+            line += isRight(alignment, i) ? padLeft(cell, widths[i]) : padRight(cell, widths[i]);
         }
         line.erase(line.find_last_not_of(L' ') + 1);
         text += line + L'\n';

@@ -20,7 +20,7 @@ void listCommands() {
     printTable(rows, "ll");
     std::wstring others;
     for (const AcEdCommand* command : acedRegCmds->commands())
-        if (!descriptionOf(command->globalName()))
+        if (!isOwnCommand(*command))
             others += std::wstring(others.empty() ? L"" : L", ") + command->localName();
     if (!others.empty()) acutPrintf(L"Commands of modules: %s\n", others.c_str());
     acutPrintf(L"HELP COMMAND tells what is known of one command.\n");
@@ -29,7 +29,7 @@ void listCommands() {
 // Of a module's command the host knows what was registered; its arguments are the module's own affair.
 void describe(const AcEdCommand& command) {
     const CommandDescription* const known = descriptionOf(command.globalName());
-    const bool isKnown = known && (!known->function || known->function == command.functionAddr());
+    const bool isKnown = known && isOwnCommand(command);
     std::wstring text = command.localName();
     if (isKnown && *known->arguments) text += L' ' + std::wstring(known->arguments);
     text += L'\n';

@@ -56,8 +56,6 @@ void printListing(const hostkit::DrawingListing& listing) {
     for (const hostkit::ListedEntity& entity : listing.entities) {
         if (acedUsrBrk()) return;
         std::wstring text = onOneLine(entity.name.empty() ? entity.text : entity.name);
-        constexpr std::size_t longest = 60;
-        if (text.size() > longest) text = text.substr(0, longest - 3) + L"...";
         rows.push_back({entity.type, entity.layer, entity.handle, entity.space,
                         std::to_wstring(entity.vertices.size()), std::move(text)});
     }

@@ -1,4 +1,5 @@
 #include "consoletext.h"
+#include "crashreport.h"
 #include "exitcodes.h"
 #include "interrupt.h"
 #include "options.h"
@@ -48,6 +49,7 @@ int main(int count, char** arguments) {
     if (options.wantsHelp) return printed(helpText());
     if (options.wantsVersion) return printed(L"vexohost " VEXO_VERSION L"\n");
     interrupt::install();
+    crashreport::install();
     try {
         return runSession(options);
     } catch (const std::exception& fault) {

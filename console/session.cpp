@@ -10,6 +10,7 @@
 #include "installation.h"
 #include "interrupt.h"
 #include "librarylocation.h"
+#include "modulewatch.h"
 #include "outputfiles.h"
 #include "registrytext.h"
 #include "saveforms.h"
@@ -73,6 +74,7 @@ private:
     const Options& m_options;
     ConsolePort m_port;
     ConsoleState m_state;
+    ModuleWatch* m_watch = nullptr; ///< while a host runs
     hostkit::OutputFiles::Protection m_outputClaim = 0;
     hostkit::OutputFiles::Protection m_traceClaim = 0;
 };
@@ -176,9 +178,11 @@ int Session::runTraced() {
     }
     int code = exitcode::ok;
     {
-        hostkit::Host host(m_port);
-        code = runInHost(host);
+        std::optional<hostkit::Host> host(std::in_place, m_port);
+        code = runInHost(*host);
         if (interrupt::isRequested()) code = fail(exitcode::interrupted, L"stopped; nothing was saved");
+        const crashreport::Scope scope("the closing of the drawing, or a module as it left,");
+        host.reset();
     }
     if (const std::size_t unused = m_port.boxes().unusedAnswers())
         m_port.reportProblem(L"vexohost: " + *m_options.answers + L": no box asked for the last " +
@@ -205,6 +209,8 @@ int Session::finishTrace(hostkit::TraceFile& trace, int code) {
 }
 
 int Session::runInHost(hostkit::Host& host) {
+    ModuleWatch watch(host);
+    m_watch = &watch;
     if (m_options.installRoot) return install();
     registerBuiltinCommands(host.commands());
     if (const int code = loadModule(host, m_options.library.value_or(libraryLocation()))) return code;
@@ -234,7 +240,9 @@ int Session::install() {
 }
 
 int Session::loadModule(hostkit::Host& host, const std::wstring& file) {
+    const crashreport::Scope scope("the loading of " + hostkit::utf8FromWide(file));
     const Acad::ErrorStatus status = host.runtime().linker().loadModule(file.c_str());
+    m_watch->acceptWhatIsOpen();
     // What the module queued as it was loaded runs now.
     if (status == Acad::eOk) {
         const hostkit::CommandResult queued = host.runDeferred();

@@ -56,6 +56,7 @@ struct Host::Parts {
     ScopedDatabaseServices databaseScope;
     AcApDocManager documents;
     std::vector<RunningCommand*> running;
+    CommandWatch* watch = nullptr;
     StatusBarMeter meter;
     SystemVariables variables;
     DeferredInput deferred;
@@ -133,6 +134,8 @@ CommandResult Host::runCommand(CommandInput& input) {
     RunningCommand running{command->globalName(), std::move(input), command->commandFlags()};
     CommandScope scope(m_parts->documents, *command);
     m_parts->running.push_back(&running);
+    CommandWatch* const watch = m_parts->watch;
+    if (watch) watch->starts(*command);
     try {
         function();
     } catch (...) {
@@ -144,6 +147,7 @@ CommandResult Host::runCommand(CommandInput& input) {
     if (scope.abortTransactions() && running.result.status == Acad::eOk)
         running.result = {Acad::eTransactionOpenWhileCommandEnded,
                           L"it left a transaction open; what was done in it is taken back"};
+    if (watch) watch->ended(running.globalName);
     return running.result;
 }
 
@@ -172,6 +176,8 @@ CommandResult Host::runAll(std::wstring_view line) {
     }
     return {};
 }
+
+void Host::watchCommands(CommandWatch* watch) { m_parts->watch = watch; }
 
 RunningCommand* Host::runningCommand() {
     return m_parts->running.empty() ? nullptr : m_parts->running.back();

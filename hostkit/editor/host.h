@@ -48,6 +48,16 @@ struct StatusBarMeter {
     int maximum = 0;
 };
 
+/// Told of each command that the host runs, those that run within others too.
+class CommandWatch {
+public:
+    virtual ~CommandWatch() = default;
+    /// Before the command's function is called.
+    virtual void starts(const AcEdCommand& command) = 0;
+    /// When it has returned and its transactions are ended; the command may be gone from the stack.
+    virtual void ended(const std::wstring& globalName) = 0;
+};
+
 /// A host, from its making to its end the current one: its port, run-time services, database services,
 /// commands and documents are what the functions of the kit find. Hosts nest; the earlier one comes back when
 /// the newer goes. At its end documents are closed first, without saving, then modules leave, while all the
@@ -110,6 +120,8 @@ public:
     /// For the end of a script: a line that was begun and never ended is told as a problem and forgotten.
     /// False when there was one.
     bool endInput();
+    /// At most one; null for none. It outlives the commands that it is told of.
+    void watchCommands(CommandWatch* watch);
     /// The innermost running command, or null.
     RunningCommand* runningCommand();
     /// Global names of the running commands, the outermost first.

@@ -2,7 +2,7 @@
 
 #include "actrans.h"
 #include "applicationobject.h"
-#include "dbaccess.h"
+#include "openobjects.h"
 #include "tlhelp32.h"
 
 #include <algorithm>
@@ -11,22 +11,10 @@ namespace hostkit {
 
 namespace {
 
-std::wstring stateOf(const AcDbObject& object) {
-    if (object.isWriteEnabled()) return L"write";
-    return object.isReadEnabled() ? L"read" : L"notify";
-}
-
 void tellOpenObjects(const AcDbDatabase& database, const std::wstring& name,
                      std::vector<std::wstring>& problems) {
-    if (database.numOpenObjects() == 0) return;
-    DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
-        const AcDbStub& stub = *object.objectId().stub();
-        if (stub.readers == 0 && stub.openMode == 0) return;
-        wchar_t handle[17] = {};
-        (void)object.handle().getIntoAsciiBuffer(handle);
-        problems.push_back(name + L": " + object.isA()->name() + L" " + handle + L" is open for " +
-                           stateOf(object));
-    });
+    for (const OpenObject& each : openObjects(database))
+        problems.push_back(name + L": " + each.name + L" is open for " + each.mode);
 }
 
 } // namespace

@@ -1,8 +1,12 @@
 // The program in a terminal: what a person sees who cancels, leaves and edits lines.
 #include "consoletest.h"
+#include "consoletext.h"
 #include "terminalprogram.h"
+#include "textencoding.h"
 
+#include <algorithm>
 #include <memory>
+#include <sstream>
 #include <unistd.h>
 
 namespace {
@@ -56,6 +60,22 @@ TEST_F(Interactive, UnsavedChangesAreAskedAbout) {
         EXPECT_EQ(console->finish(), exitcode::ok);
         EXPECT_EQ(readFile(drawing) != readFile(floorDrawing), saves);
     }
+}
+
+// A list fits the terminal; what is no terminal gets it whole.
+TEST_F(Interactive, ListsAreAsWideAsTheTerminal) {
+    for (const unsigned short columns : {50, 60}) {
+        const auto console = started({"--new", "--command", "SETVAR"}, {}, columns);
+        ASSERT_EQ(console->finish(), exitcode::ok);
+        std::istringstream lines(console->shown());
+        std::size_t widest = 0;
+        for (std::string line; std::getline(lines, line);)
+            widest = std::max(widest, columnsOf(hostkit::wideFromUtf8(line.substr(0, line.find('\r')))));
+        EXPECT_LE(widest, columns);
+        EXPECT_GT(widest, columns - 8u);
+        expectHas(console->shown(), {"TILEMODE", "..."});
+    }
+    EXPECT_FALSE(has(outputOf({"--new", "--command", "SETVAR"}), "..."));
 }
 
 TEST_F(Interactive, ANewDrawingIsGivenItsFileAsItIsLeft) {

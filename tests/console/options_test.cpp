@@ -96,6 +96,13 @@ TEST(ConsoleText, TablesKeepTheirColumnsUnderWideAndCombiningCharacters) {
     EXPECT_EQ(formatTable({{L"Name", L"No"}, {L"\u6F22", L"7"}, {L"long name", L"12"}}, "lr"),
               L"Name       No\n---------  --\n\u6F22          7\nlong name  12\n");
     EXPECT_EQ(formatTable({}, ""), L"");
+    EXPECT_EQ(formatTable({}, "", 10), L"");
+    const std::vector<std::vector<std::wstring>> wide = {
+        {L"Kind", L"Number", L"Text"}, {L"LINE", L"123456789012", L"\u6F22\u6F22\u6F22\u6F22\u6F22\u6F22"}};
+    EXPECT_EQ(formatTable(wide, "lrl", 29), L"Kind        Number  Text\n----  ------------  ---------\n"
+                                            L"LINE  123456789012  \u6F22\u6F22\u6F22...\n");
+    EXPECT_EQ(formatTable(wide, "lrl", 32), formatTable(wide, "lrl")) << "it fits";
+    EXPECT_EQ(formatTable(wide, "lrl", 3), formatTable(wide, "lrl", 28)) << "eight columns at least";
 }
 
 TEST(ConsoleText, NumbersReadBackToThemselves) {
