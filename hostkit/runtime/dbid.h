@@ -35,7 +35,7 @@ constexpr std::size_t stubChunkSize = std::size_t{64} * 1024;
 
 struct StubChunkHeader {
     AcDbDatabase* database;
-    StubChunkHeader* next;
+    std::size_t ordinal; ///< chunks of one drawing are counted from 0
 };
 
 inline StubChunkHeader* chunkOf(const AcDbStub* stub) {

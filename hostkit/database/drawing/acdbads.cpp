@@ -4,6 +4,7 @@
 #include "dbapserv.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
+#include "displaychanges.h"
 #include "groupgatherer.h"
 
 #include "casefold.h"
@@ -68,4 +69,13 @@ Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
     if (!name || name[0] == 0) return Acad::eNullObjectId;
     id.setFromOldId(name[0]);
     return Acad::eOk;
+}
+
+int acdbEntUpd(const ads_name name) {
+    AcDbObjectId id;
+    if (acdbGetObjectId(id, name) != Acad::eOk || id.isErased()) return RTERROR;
+    const auto* entity = hostkit::DatabaseAccess::objectOf<AcDbEntity>(id);
+    if (!entity) return RTERROR;
+    hostkit::DatabaseAccess::display(*id.database()).redrawAsked(*entity);
+    return RTNORM;
 }

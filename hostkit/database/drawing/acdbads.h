@@ -1,4 +1,4 @@
-// Stand-in for the host's table calls on record lists. Covers looking a symbol record up, registering applications, and entities by name; leaves out walking a table.
+// Stand-in for the host's table calls on record lists. Covers looking a symbol record up, registering applications, entities by name, and asking to see one again; leaves out walking a table and entities' record lists.
 #pragma once
 
 #include "acadstrc.h"
@@ -17,3 +17,6 @@ int acdbRegApp(const wchar_t* application);
 /// with the other side untouched.
 Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
+/// Asks to see the entity drawn again, as AcDbEntity::draw does; of a vertex or an attribute the one that
+/// owns it. RTNORM; RTERROR for a name that is no entity's, or an erased one's.
+int acdbEntUpd(const ads_name name);

@@ -8,8 +8,9 @@
 
 namespace hostkit {
 
-ChangeLog::ChangeLog(AcDbDatabase& database)
-    : m_database(database) {}
+ChangeLog::ChangeLog(AcDbDatabase& database, DisplayChanges& display)
+    : m_database(database)
+    , m_display(display) {}
 ChangeLog::~ChangeLog() = default;
 
 ChangeLog& ChangeLog::of(const AcDbObject& object) { return DatabaseAccess::changes(*object.database()); }
@@ -52,6 +53,7 @@ void ChangeLog::changing(AcDbObject& object) {
     AcDbStub& stub = *object.m_id.stub();
     const bool isRemembered = stub.epoch == m_epoch;
     if (m_isRestoring || (isRemembered && (object.m_flags & AcDbObject::kRemembered))) return;
+    m_display.begins(object);
     auto memory = std::make_unique<StateMemory>(object);
     Entry& entry = append(Kind::state, &stub);
     entry.memory = std::move(memory);
@@ -68,12 +70,14 @@ void ChangeLog::touching(AcDbObject& container) {
 
 void ChangeLog::created(AcDbObject& object) {
     AcDbStub& stub = *object.m_id.stub();
+    m_display.begins(object);
     append(Kind::creation, &stub).isFirstOfOpen = true;
     noteOpen(object, AcDbObject::kRemembered);
     stub.epoch = m_epoch;
 }
 
 void ChangeLog::erasing(AcDbObject& object) {
+    m_display.begins(object);
     Entry& entry = append(Kind::erasure, object.m_id.stub());
     entry.stubFlags = entry.stub->flags;
     entry.wasModified = object.m_source.isModified();
@@ -109,6 +113,7 @@ void ChangeLog::closed(AcDbObject& object) {
     if (m_openCount > 0) --m_openCount;
     if (!object.isNewObject()) dropOfOpen(object.m_id.stub());
     trim();
+    m_display.changed(object, object.isModified());
 }
 
 // What only this open could ask for stands near the end, if the open was a short one.

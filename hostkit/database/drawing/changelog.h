@@ -19,6 +19,7 @@ class AcDbSymbolTable;
 
 namespace hostkit {
 
+class DisplayChanges;
 class HeaderVariables;
 
 /// A drawing's memory of changes. Whoever changes something tells it before the first change; it remembers
@@ -30,7 +31,8 @@ class HeaderVariables;
 /// remembers only what is open.
 class ChangeLog {
 public:
-    explicit ChangeLog(AcDbDatabase& database);
+    /// What is put back, and what changes, is told to those who watch the display.
+    ChangeLog(AcDbDatabase& database, DisplayChanges& display);
     ~ChangeLog();
     ChangeLog(const ChangeLog&) = delete;
     ChangeLog& operator=(const ChangeLog&) = delete;
@@ -154,6 +156,7 @@ private:
     void takeBackLeftBehind(const Suspended& later);
 
     AcDbDatabase& m_database;
+    DisplayChanges& m_display;
     std::deque<Entry> m_entries;
     std::vector<std::size_t> m_marks;
     std::vector<Group> m_groups;

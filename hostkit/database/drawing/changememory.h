@@ -4,6 +4,7 @@
 
 #include "changelog.h"
 #include "dbaccess.h"
+#include "displaychanges.h"
 #include "headervariables.h"
 #include "memorydwgfiler.h"
 
@@ -17,7 +18,10 @@ struct ChangeLog::Restoring {
         : log(changes) {
         log.m_isRestoring = true;
     }
-    ~Restoring() { log.m_isRestoring = false; }
+    ~Restoring() {
+        log.m_isRestoring = false;
+        log.m_display.tellRestored();
+    }
     Restoring(const Restoring&) = delete;
     Restoring& operator=(const Restoring&) = delete;
 

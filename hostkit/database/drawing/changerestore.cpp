@@ -43,6 +43,7 @@ void ChangeLog::restoreState(Entry& entry) { putBack(*entry.stub, static_cast<St
 void ChangeLog::putBack(AcDbStub& stub, const StateMemory& state) {
     state.putBack(*stub.object);
     stub.epoch = 0;
+    m_display.restored(stub);
 }
 
 void ChangeLog::restoreErasure(Entry& entry) {
@@ -51,6 +52,7 @@ void ChangeLog::restoreErasure(Entry& entry) {
     if (stub.flags & kStubTakenBack) return;
     stub.flags = static_cast<Adesk::UInt8>((stub.flags & ~mask) | (entry.stubFlags & mask));
     stub.object->m_source.setModified(entry.wasModified);
+    m_display.restored(stub);
 }
 
 // What came into the drawing leaves it, with all that it owns. The object stays in memory, since others may
@@ -59,6 +61,7 @@ void ChangeLog::takeBack(AcDbObject& object) {
     AcDbStub& stub = *object.m_id.stub();
     if (stub.flags & kStubTakenBack) return;
     stub.flags = kStubErased | kStubTakenBack;
+    m_display.restored(stub);
     if (AcDbObject* const owner = DatabaseAccess::object(object.m_ownerId)) owner->takeBack(object.m_id);
     for (const AcDbObjectId id : ownedBy(object)) takeBack(*DatabaseAccess::object(id));
 }

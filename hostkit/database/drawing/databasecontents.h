@@ -6,9 +6,11 @@
 #include "blockusers.h"
 #include "changelog.h"
 #include "dbaccess.h"
+#include "displaychanges.h"
 #include "handletable.h"
 #include "headervariables.h"
 #include "ownedobjects.h"
+#include "pickindex.h"
 #include "stubpool.h"
 
 #include <array>
@@ -20,7 +22,7 @@ namespace hostkit {
 struct DatabaseContents {
     explicit DatabaseContents(AcDbDatabase& database)
         : stubs(&database)
-        , changes(database)
+        , changes(database, display)
         , transactions(database)
         , header(&changes) {}
 
@@ -32,6 +34,7 @@ struct DatabaseContents {
     AcDbHandleValue nextHandle = 1;
     std::array<AcDbObjectId, tableCount> tables;
     AcDbObjectId namedObjectsDictionary;
+    DisplayChanges display; ///< told by the memory of changes
     ChangeLog changes;
     AcTransactionManager transactions; ///< of the document too, where there is one
     HeaderVariables header;
@@ -39,6 +42,7 @@ struct DatabaseContents {
     std::wstring fileName;
     OwnedObjects ownedObjects;
     BlockUsers blockUsers;
+    std::unique_ptr<PickIndex> picking; ///< made by the first question
 
     /// A stub for a handle that has none; 0 for the next free one.
     AcDbStub* makeStub(AcDbHandleValue handle);

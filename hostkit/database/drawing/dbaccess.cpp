@@ -45,6 +45,12 @@ OwnedObjects& DatabaseAccess::ownedObjects(AcDbDatabase& database) {
 
 BlockUsers& DatabaseAccess::blockUsers(AcDbDatabase& database) { return database.m_contents->blockUsers; }
 
+DisplayChanges& DatabaseAccess::display(AcDbDatabase& database) { return database.m_contents->display; }
+
+std::unique_ptr<PickIndex>& DatabaseAccess::picking(AcDbDatabase& database) {
+    return database.m_contents->picking;
+}
+
 AcDbObjectId DatabaseAccess::reserve(AcDbDatabase& database, AcDbHandleValue handle) {
     if (handle == 0) return {};
     DatabaseContents& contents = *database.m_contents;

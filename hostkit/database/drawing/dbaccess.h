@@ -15,7 +15,9 @@
 namespace hostkit {
 
 class BlockUsers;
+class DisplayChanges;
 class OwnedObjects;
+class PickIndex;
 
 enum class TableKind : unsigned char {
     kBlock,
@@ -62,6 +64,8 @@ public:
     static ChangeLog& changes(AcDbDatabase& database);
     static OwnedObjects& ownedObjects(AcDbDatabase& database);
     static BlockUsers& blockUsers(AcDbDatabase& database);
+    static DisplayChanges& display(AcDbDatabase& database);
+    static std::unique_ptr<PickIndex>& picking(AcDbDatabase& database);
     /// What a document says of its drawing.
     static void setMayWrite(AcDbDatabase& database, bool may) { database.m_mayWrite = may; }
 

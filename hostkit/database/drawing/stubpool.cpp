@@ -15,8 +15,7 @@ AcDbStub* StubPool::make() {
         m_chunks.reserve(m_chunks.size() + 1);
         auto* chunk = static_cast<StubChunkHeader*>(std::aligned_alloc(stubChunkSize, stubChunkSize));
         if (!chunk) throw std::bad_alloc();
-        *chunk = {m_database, nullptr};
-        if (!m_chunks.empty()) m_chunks.back()->next = chunk;
+        *chunk = {m_database, m_chunks.size()};
         m_chunks.push_back(chunk);
     }
     AcDbStub* stub = at(m_count++);

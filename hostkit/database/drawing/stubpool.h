@@ -27,6 +27,12 @@ public:
         return stubsOf(m_chunks[index / stubsPerChunk]) + index % stubsPerChunk;
     }
 
+    /// The index at which a stub of any drawing stands in its own one.
+    static std::size_t indexOf(const AcDbStub* stub) {
+        StubChunkHeader* const chunk = chunkOf(stub);
+        return chunk->ordinal * stubsPerChunk + static_cast<std::size_t>(stub - stubsOf(chunk));
+    }
+
 private:
     static AcDbStub* stubsOf(StubChunkHeader* chunk) { return reinterpret_cast<AcDbStub*>(chunk + 1); }
 

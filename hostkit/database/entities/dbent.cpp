@@ -5,6 +5,7 @@
 #include "dbapserv.h"
 #include "dblayertable.h"
 #include "dblinetypetable.h"
+#include "displaychanges.h"
 #include "embeddedparagraph.h"
 #include "extendeddatamotion.h"
 #include "lineweights.h"
@@ -171,7 +172,11 @@ Acad::ErrorStatus AcDbEntity::recordGraphicsModified(Adesk::Boolean modified) {
     return modified ? assertWriteEnabled() : Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbEntity::draw() { return Acad::eOk; }
+Acad::ErrorStatus AcDbEntity::draw() {
+    const Acad::ErrorStatus status = assertReadEnabled();
+    if (status == Acad::eOk && database()) DatabaseAccess::display(*database()).redrawAsked(*this);
+    return status;
+}
 
 // The geometry, where a kind does not say otherwise.
 

@@ -72,9 +72,11 @@ public:
     void setDatabaseDefaults(AcDbDatabase* database = nullptr);
     /// Layer, linetype, colour, weight, scale and visibility of another entity.
     Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* other, bool doSubents = true);
-    /// Nothing is displayed here; kept for callers that announce a change. Marks the object as changed.
+    /// The entity counts as changed and is shown anew when it is closed. With false nothing is done: that
+    /// takes no change back, and with draw() behind it asks to see an entity again that is as before.
     Acad::ErrorStatus recordGraphicsModified(Adesk::Boolean modified = Adesk::kTrue);
-    /// There is no screen: eOk, and nothing is drawn.
+    /// Whoever watches the drawing's display is told now that the entity is to be drawn again. It need only
+    /// be open for read; eNotOpenForRead. Nothing is told of a non-resident one: eOk.
     Acad::ErrorStatus draw();
 
     /// The box of the geometry, without widths and thickness. eInvalidExtents: the entity has none (an

@@ -1,6 +1,7 @@
 #include "entitypicking.h"
 
 #include "entityshapes.h"
+#include "pickindex.h"
 #include "shownwalk.h"
 
 #include "dbaccess.h"
@@ -25,6 +26,7 @@ protected:
     }
     bool isDone() const override { return m_probe.isDecided(); }
     bool mayPass(const PlaneBox& hull) const override { return m_probe.mayPass(hull); }
+    bool looksNearAlone() const override { return m_probe.mode() == PickMode::touching; }
 
 private:
     RegionProbe m_probe;
@@ -51,6 +53,7 @@ protected:
     bool mayPass(const PlaneBox& hull) const override {
         return RegionProbe(m_region, PickMode::touching).mayPass(hull);
     }
+    bool looksNearAlone() const override { return true; }
 
 private:
     const PlaneRegion& m_region;
@@ -75,16 +78,27 @@ struct Question {
     ShownPlace place;
 };
 
-/// Calls take(entity) for the seen entities of the block until it gives true, the last drawn first.
+/// Calls take(entity) for the seen entities of the space that may be near the region, the last drawn first,
+/// until it gives true.
 template <typename Take>
-void forEachSeen(AcDbObjectId space, const Take& take) {
+void forEachNear(PickIndex& index, AcDbObjectId space, const Question& question, const Take& take) {
     const auto* block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(space);
-    if (!block) return;
-    const std::vector<AcDbObjectId>& entities = block->entities();
-    for (std::size_t i = entities.size(); i-- > 0;) {
-        if (entities[i].isErased()) continue;
-        const auto* entity = DatabaseAccess::objectOf<AcDbEntity>(entities[i]);
-        if (entity && isSeen(*entity, {}) && take(*entity)) return;
+    if (!block || question.region.isEmpty()) return;
+    const auto takeAt = [&](std::size_t i) {
+        const AcDbObjectId id = block->entities()[i];
+        const auto* entity = id.isErased() ? nullptr : DatabaseAccess::objectOf<AcDbEntity>(id);
+        return entity && isSeen(*entity, {}) && take(*entity);
+    };
+    const auto isNear = [&](const SearchBox& box) {
+        return question.region.box().meets(seen(box, question.place.toView), question.region.allowance());
+    };
+    std::vector<std::uint32_t> near;
+    if (index.findNear(*block, isNear, near)) {
+        for (std::size_t i = near.size(); i-- > 0 && !takeAt(near[i]);) {
+        }
+    } else {
+        for (std::size_t i = block->entities().size(); i-- > 0 && !takeAt(i);) {
+        }
     }
 }
 
@@ -95,37 +109,37 @@ bool isPicked(const AcDbEntity& entity, const PickSight& sight, const PickRegion
     return Question(sight, region).takes(entity, mode, boxes);
 }
 
-std::vector<AcDbObjectId> pickedEntities(AcDbDatabase&, AcDbObjectId space, const PickSight& sight,
+std::vector<AcDbObjectId> pickedEntities(AcDbDatabase& database, AcDbObjectId space, const PickSight& sight,
                                          const PickRegion& region, PickMode mode) {
-    PickBoxes boxes;
-    const Question question(sight, region);
     std::vector<AcDbObjectId> found;
-    forEachSeen(space, [&](const AcDbEntity& entity) {
-        if (question.takes(entity, mode, boxes)) found.push_back(entity.objectId());
+    PickIndex& index = PickIndex::upToDate(database);
+    const Question question(sight, region);
+    forEachNear(index, space, question, [&](const AcDbEntity& entity) {
+        if (question.takes(entity, mode, index)) found.push_back(entity.objectId());
         return false;
     });
     std::reverse(found.begin(), found.end());
     return found;
 }
 
-AcDbObjectId pickedEntity(AcDbDatabase&, AcDbObjectId space, const PickSight& sight,
+AcDbObjectId pickedEntity(AcDbDatabase& database, AcDbObjectId space, const PickSight& sight,
                           const PickRegion& region) {
-    PickBoxes boxes;
-    const Question question(sight, region);
     AcDbObjectId found;
-    forEachSeen(space, [&](const AcDbEntity& entity) {
-        if (question.takes(entity, PickMode::touching, boxes)) found = entity.objectId();
+    PickIndex& index = PickIndex::upToDate(database);
+    const Question question(sight, region);
+    forEachNear(index, space, question, [&](const AcDbEntity& entity) {
+        if (question.takes(entity, PickMode::touching, index)) found = entity.objectId();
         return !found.isNull();
     });
     return found;
 }
 
-std::optional<NestedPick> pickedNested(AcDbDatabase&, AcDbObjectId space, const PickSight& sight,
+std::optional<NestedPick> pickedNested(AcDbDatabase& database, AcDbObjectId space, const PickSight& sight,
                                        const PickRegion& region) {
-    PickBoxes boxes;
+    PickIndex& index = PickIndex::upToDate(database);
     const Question question(sight, region);
-    NestedWalk walk(question.region, boxes);
-    forEachSeen(space, [&](const AcDbEntity& entity) {
+    NestedWalk walk(question.region, index);
+    forEachNear(index, space, question, [&](const AcDbEntity& entity) {
         walk.visit(entity, question.place);
         return walk.result.has_value();
     });

@@ -159,7 +159,20 @@ SearchBox PickBoxes::of(const AcDbEntity& entity) {
     return AcDbCurve::cast(&entity) ? endlessBox() : emptyBox();
 }
 
+bool PickBoxes::findNear(const AcDbBlockTableRecord&, const std::function<bool(const SearchBox&)>&,
+                         std::vector<std::uint32_t>&) {
+    return false;
+}
+
+SearchBox PickBoxes::ofPart(const AcDbEntity& entity, const AcDbBlockTableRecord& block) {
+    m_path.push_back(&block);
+    const SearchBox box = of(entity);
+    m_path.pop_back();
+    return box;
+}
+
 const SearchBox& PickBoxes::of(const AcDbBlockTableRecord& block) {
+    if (!m_path.empty()) noteShown(block, *m_path.back());
     if (const auto known = m_blocks.find(&block); known != m_blocks.end()) return known->second;
     static const SearchBox endless = endlessBox();
     constexpr std::size_t deepest = 64;

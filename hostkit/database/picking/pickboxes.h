@@ -5,6 +5,8 @@
 #include "boxtree.h"
 #include "regionprobe.h"
 
+#include <cstdint>
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -18,6 +20,11 @@ namespace hostkit {
 /// all; one of nothing is empty: low above high.
 class PickBoxes {
 public:
+    PickBoxes() = default;
+    virtual ~PickBoxes() = default;
+    PickBoxes(const PickBoxes&) = delete;
+    PickBoxes& operator=(const PickBoxes&) = delete;
+
     static SearchBox emptyBox();
     static SearchBox endlessBox();
     static bool isEmpty(const SearchBox& box) { return !(box.low[0] <= box.high[0]); }
@@ -28,12 +35,22 @@ public:
     /// Of all entities of the block that are not erased, in its coordinates. Remembered until it is
     /// forgotten. A block that holds itself has no bounds.
     const SearchBox& of(const AcDbBlockTableRecord& block);
+    /// Where the block's list of entities has those that are seen near the region of a question, as far as
+    /// their boxes tell: `near(box)`. False, and nothing is found, where all are to be looked at.
+    virtual bool findNear(const AcDbBlockTableRecord& block,
+                          const std::function<bool(const SearchBox&)>& near,
+                          std::vector<std::uint32_t>& positions);
+
+protected:
     void forget(const AcDbBlockTableRecord& block) { m_blocks.erase(&block); }
     void forgetAll() { m_blocks.clear(); }
+    virtual SearchBox ofContents(const AcDbBlockTableRecord& block);
+    /// Called where the box of the inner block goes into that of the outer one.
+    virtual void noteShown(const AcDbBlockTableRecord& /*inner*/, const AcDbBlockTableRecord& /*outer*/) {}
+    /// As of(entity), for one that stands in the block.
+    SearchBox ofPart(const AcDbEntity& entity, const AcDbBlockTableRecord& block);
 
 private:
-    SearchBox ofContents(const AcDbBlockTableRecord& block);
-
     std::unordered_map<const AcDbBlockTableRecord*, SearchBox> m_blocks;
     std::vector<const AcDbBlockTableRecord*> m_path;
 };

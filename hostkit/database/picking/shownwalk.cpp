@@ -164,13 +164,20 @@ void ShownWalk::visitBlock(const AcDbBlockTableRecord& block, const ShownPlace& 
     if (!canEnter(block)) return;
     const PlaneBox hull = seen(m_boxes.of(block), place.toView);
     m_path.push_back(&block);
-    const std::vector<AcDbObjectId>& entities = block.entities();
-    for (std::size_t i = entities.size(); i-- > 0 && !isDone() && m_visitsLeft > 0;) {
-        const auto* entity =
-            entities[i].isErased() ? nullptr : DatabaseAccess::objectOf<AcDbEntity>(entities[i]);
-        if (!entity || !isSeenInBlock(*entity, place)) continue;
-        visit(*entity, place);
-        if (mayPass(hull)) break;
+    const auto visitAt = [&](std::size_t i) {
+        const AcDbObjectId id = block.entities()[i];
+        const auto* entity = id.isErased() ? nullptr : DatabaseAccess::objectOf<AcDbEntity>(id);
+        if (entity && isSeenInBlock(*entity, place)) visit(*entity, place);
+        return !isDone() && m_visitsLeft > 0;
+    };
+    std::vector<std::uint32_t> near;
+    const auto isNear = [&](const SearchBox& box) { return !mayPass(seen(box, place.toView)); };
+    if (looksNearAlone() && m_boxes.findNear(block, isNear, near)) {
+        for (std::size_t i = near.size(); i-- > 0 && visitAt(near[i]);) {
+        }
+    } else {
+        for (std::size_t i = block.entities().size(); i-- > 0 && visitAt(i) && !mayPass(hull);) {
+        }
     }
     m_path.pop_back();
 }

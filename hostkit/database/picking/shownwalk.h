@@ -47,6 +47,8 @@ protected:
     virtual bool isDone() const = 0;
     /// Nothing within the hull is of interest.
     virtual bool mayPass(const PlaneBox& hull) const = 0;
+    /// What may be passed now may always be, so that it need not be looked for.
+    virtual bool looksNearAlone() const = 0;
     /// The references and dimensions around what is being shown, outermost first.
     const std::vector<const AcDbEntity*>& containers() const { return m_containers; }
 
