@@ -3,14 +3,14 @@
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
   vexoacadprogressbar.h vexoacadsystemtools.h vexodatabasetools.h vexodlgexitapp.h vexodlglistck.h vexodlgsavefile.h
-  vexodlgwarningck.h vexogeometrytools.h vexoidfiller.h vexomessagebox.h vexoorderdesc.h vexoprogressbar.h
-  vexoprogressbarsmart.h vexoregistrytools.h vexosmartlock.h vexosmartopen.h vexosmartpointer.h
+  vexodlgwarningck.h vexogeometrytools.h vexoidfiller.h vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoprogressbar.h
+  vexoprogressbarsmart.h vexoregistrytools.h vexoselectiontools.h vexosmartlock.h vexosmartopen.h vexosmartpointer.h
   vexosmartundorecording.h vexotools.h vexouitools.h)
 
 # Of the kit: names of the CAD host and of the platform, what modules and their tests ask of this host, and what these
 # include.
 set(VEXO_KIT_HEADERS
-  acadstrc.h acarray.h accmd.h acdbads.h acdocman.h aced.h actrans.h acutads.h adesk.h adscodes.h adsdef.h afx.h
+  acadstrc.h acarray.h accmd.h acdbads.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h adesk.h adscodes.h adsdef.h afx.h
   afxcmn.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h casefold.h ccontrols.h cdc.h cdialog.h cfile.h
   cfilefind.h circularcurve.h cmenu.h commandinput.h cornerfigure.h cstring.h cstringlist.h cvxcrashhandler.h
   cvxlogentry.h cvxtoolsresoverride.h cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db3dpolyline.h db3dvertex.h
@@ -33,5 +33,5 @@ set(VEXO_KIT_HEADERS
   messagemap.h modulecommand.h modulemark.h nameindex.h oleauto.h outputfiles.h painting.h polylinecurve.h
   polylineshape.h runtimeservices.h rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h rxdlinkr.h rxobject.h
   rxprodkey.h rxregsvc.h scriptedport.h stringtable.h subentitylist.h systemvariables.h tchar.h testhost.h
-  textencoding.h textformat.h tlhelp32.h tracefile.h unboundedline.h unknwn.h vxprompts.h winbase.h windowaction.h
+  textencoding.h textformat.h tlhelp32.h tracefile.h unboundedline.h unknwn.h vexoboundblockprotocol.h vexodomainprotocol.h vxprompts.h winbase.h windowaction.h
   windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)

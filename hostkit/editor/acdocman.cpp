@@ -4,15 +4,19 @@
 #include "dbaccess.h"
 #include "dbapserv.h"
 #include "dbmain.h"
+#include "documentselection.h"
 #include "undohistory.h"
 
 #include <algorithm>
 
 AcApDocument::AcApDocument(std::unique_ptr<AcDbDatabase> database, std::wstring fileName)
     : m_database(std::move(database))
-    , m_fileName(std::move(fileName)) {}
+    , m_fileName(std::move(fileName))
+    , m_selection(std::make_unique<hostkit::DocumentSelection>()) {}
 
 AcApDocument::~AcApDocument() = default;
+
+AcEdInputPointManager* AcApDocument::inputPointManager() const { return &m_selection->inputPoints; }
 
 template <typename Counts>
 AcAp::DocLockMode AcApDocument::strongest(Counts counts) const {

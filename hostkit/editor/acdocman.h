@@ -10,7 +10,11 @@
 
 class AcApDocManager;
 class AcDbDatabase;
+class AcEdInputPointManager;
 class AcTransactionManager;
+namespace hostkit {
+struct DocumentSelection;
+}
 
 class AcAp {
 public:
@@ -53,6 +57,9 @@ public:
     /// False where none was started.
     bool endUndoMark();
     int undoMarkCount() const { return m_undoMarks; }
+    /// What is implied, what was selected before, and how picks go.
+    hostkit::DocumentSelection& selection() const { return *m_selection; }
+    AcEdInputPointManager* inputPointManager() const;
     /// Expires with the document.
     std::weak_ptr<const void> life() const { return m_life; }
 
@@ -73,6 +80,7 @@ private:
     std::vector<Lock> m_locks;
     int m_sheetViewport = 1;
     int m_undoMarks = 0;
+    std::unique_ptr<hostkit::DocumentSelection> m_selection;
     std::shared_ptr<const void> m_life = std::make_shared<char>();
 };
 

@@ -1,7 +1,8 @@
-// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, system variables, commands run and queued, environment, alerts, the status bar's meter, windows, coordinate systems and menu groups; leaves out selection.
+// Stand-in for the host's editor functions. Covers reading a command's answers, keywords, system variables, commands run and queued, environment, alerts, the status bar's meter, windows, coordinate systems, menu groups and, by the headers it includes, selection; leaves out dragging.
 #pragma once
 
 #include "accmd.h"
+#include "acedads.h"
 #include "acutads.h"
 #include "adsdef.h"
 #include "windowstypes.h"

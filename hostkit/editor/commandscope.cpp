@@ -3,6 +3,7 @@
 #include "accmd.h"
 #include "actrans.h"
 #include "dbmain.h"
+#include "documentselection.h"
 #include "undohistory.h"
 
 namespace hostkit {
@@ -19,12 +20,16 @@ AcAp::DocLockMode lockOf(Adesk::Int32 flags) {
 CommandScope::CommandScope(AcApDocManager& documents, const AcEdCommand& command)
     : m_documents(documents)
     , m_document(documents.curDocument()) {
+    const bool wasIdle = m_documents.isApplicationContext();
     m_documents.commandStarts();
     if (!m_document) return;
     m_database = m_document->database();
     m_transactions = m_document->transactionManager()->numActiveTransactions();
     const AcAp::DocLockMode mode = lockOf(command.commandFlags());
     if (mode != AcAp::kNone) m_isLocked = m_documents.lockDocument(m_document, mode) == Acad::eOk;
+    m_isOutermost = wasIdle;
+    m_flags = command.commandFlags();
+    if (m_isOutermost && (m_flags & ACRX_CMD_USEPICKSET) == 0) m_document->selection().implied.clear();
     m_isStep = (command.commandFlags() & ACRX_CMD_NO_UNDO_MARKER) == 0;
     if (m_isStep) beginUndoGroup(*m_database, command.globalName());
 }
@@ -36,6 +41,7 @@ bool CommandScope::hasDocument() const {
 
 CommandScope::~CommandScope() {
     if (hasDocument()) {
+        if (m_isOutermost && (m_flags & ACRX_CMD_REDRAW) == 0) m_document->selection().implied.clear();
         if (m_isStep) endUndoGroup(*m_database);
         if (m_isLocked) m_documents.unlockDocument(m_document);
     }

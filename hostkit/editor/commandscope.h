@@ -1,5 +1,5 @@
-// Frame of a running command: its lock, its step for undo and transactions that it leaves; leaves out the
-// command line.
+// Frame of a running command: its lock, its step for undo, the implied selection and transactions that it
+// leaves; leaves out the command line.
 #pragma once
 
 #include "acdocman.h"
@@ -27,6 +27,8 @@ private:
     AcApDocument* m_document;
     AcDbDatabase* m_database = nullptr;
     int m_transactions = 0;
+    Adesk::Int32 m_flags = 0;
+    bool m_isOutermost = false;
     bool m_isLocked = false;
     bool m_isStep = false;
 };

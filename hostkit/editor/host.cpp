@@ -12,6 +12,7 @@
 #include "menucommands.h"
 #include "menugroup.h"
 #include "outputfiles.h"
+#include "selectionsets.h"
 #include "spacecommands.h"
 #include "statusbarprogress.h"
 #include "textencoding.h"
@@ -63,6 +64,7 @@ struct Host::Parts {
     bool isRunningDeferred = false;
     HostWindows windows;
     MenuGroups menuGroups;
+    SelectionSets selections;
     HostApplication application;
     Host* earlier = nullptr;
 };
@@ -94,6 +96,7 @@ DeferredInput& Host::deferred() { return m_parts->deferred; }
 HostWindows& Host::windows() { return m_parts->windows; }
 HostApplication& Host::application() { return m_parts->application; }
 MenuGroups& Host::menuGroups() { return m_parts->menuGroups; }
+SelectionSets& Host::selections() { return m_parts->selections; }
 StatusBarMeter& Host::meter() { return m_parts->meter; }
 
 Acad::ErrorStatus Host::openDocument(std::wstring_view file) {

@@ -23,6 +23,7 @@ namespace hostkit {
 class HostApplication;
 class HostWindows;
 class MenuGroups;
+class SelectionSets;
 
 /// How a command ended. The reason is a sentence for a person; empty where the status says it all.
 struct CommandResult {
@@ -83,6 +84,7 @@ public:
     HostWindows& windows();
     HostApplication& application();
     MenuGroups& menuGroups();
+    SelectionSets& selections();
 
     /// What acedSetStatusBarProgressMeter and its companions go by.
     StatusBarMeter& meter();

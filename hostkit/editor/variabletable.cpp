@@ -33,6 +33,8 @@ const VariableRow variableRows[] = {
     {L"FILEDIA", RTSHORT, 0, settings, false, 0, 1, 1, nullptr},
     {L"OSMODE", RTSHORT, 0, settings, false, 0, 32767, 0, nullptr},
     {L"PICKADD", RTSHORT, 0, settings, false, 0, 2, 1, nullptr},
+    {L"PICKAUTO", RTSHORT, 0, settings, false, 0, 1, 1, nullptr},
+    {L"PICKBOX", RTSHORT, 0, settings, false, 0, 50, 3, nullptr},
     {L"PICKFIRST", RTSHORT, 0, settings, false, 0, 1, 1, nullptr},
     {L"SAVETIME", RTSHORT, 0, settings, false, 0, 600, 10, nullptr},
     {L"STARTUP", RTSHORT, 0, settings, false, 0, 1, 0, nullptr},

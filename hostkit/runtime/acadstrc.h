@@ -57,6 +57,7 @@
     X(eDwgObjectImproperlyRead, 51)                                                                          \
     X(eNotInBlock, 52)                                                                                       \
     X(eLockViolation, 53)                                                                                    \
+    X(eOnLockedLayer, 55)                                                                                    \
     X(eLockChangeInProgress, 54)                                                                             \
     X(eNotOpenForRead, 78)                                                                                   \
     X(eNotOpenForWrite, 79)                                                                                  \

@@ -27,5 +27,7 @@ using ACHAR = wchar_t;
 using AcDbHandleValue = std::uint64_t;
 using ads_real = double;
 using ads_point = ads_real[3];
+/// Rows of a matrix of the host.
+using ads_matrix = ads_real[4][4];
 /// Two words that name an entity or a selection set; what they hold is the editor's own affair.
 using ads_name = std::intptr_t[2];

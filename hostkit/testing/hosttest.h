@@ -12,8 +12,9 @@
 
 namespace hostkit {
 
-/// A test of its own host. It fails when it leaves anything behind: an open object, a lock, a transaction,
-/// suspended undo recording, an interface. A test class with a TearDown of its own calls this one's last.
+/// A test of its own host. It fails when it leaves anything behind: an open object, a lock, a transaction, a
+/// selection set, suspended undo recording, an interface. A test class with a TearDown of its own calls this
+/// one's last.
 ///
 /// The document is locked for writing, as a command's is, so that a test can change the drawing. A test of
 /// what takes locks itself gives this one back first. Documents that the test opens it locks itself.

@@ -3,6 +3,7 @@
 #include "actrans.h"
 #include "applicationobject.h"
 #include "openobjects.h"
+#include "selectionsets.h"
 #include "tlhelp32.h"
 
 #include <algorithm>
@@ -59,6 +60,8 @@ std::vector<std::wstring> TestHost::leftovers() {
         problems.push_back(L"the command " + command + L" still runs");
     if (const int count = m_host.application().referencesHeld(); count != 0)
         problems.push_back(std::to_wstring(count) + L" interfaces of the application were not released");
+    if (const std::size_t count = m_host.selections().count(); count > 0)
+        problems.push_back(std::to_wstring(count) + L" selection sets were not freed");
     if (const int count = openSnapshotCount() - m_openSnapshots; count != 0)
         problems.push_back(std::to_wstring(count) + L" snapshots of the system were not closed");
     return problems;

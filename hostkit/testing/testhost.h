@@ -34,9 +34,9 @@ public:
 
     /// A sentence for each thing that was left behind: an object that is open, with its class and handle; a
     /// document that is locked; a transaction that was not ended; undo recording that is not as it was (a
-    /// document's is on) or an undo mark that was not ended; a command that still runs; an interface of the
-    /// application that was not released, a snapshot of the system that was not closed. Empty after a clean
-    /// test.
+    /// document's is on) or an undo mark that was not ended; a command that still runs; a selection set that
+    /// was not freed; an interface of the application that was not released, a snapshot of the system that
+    /// was not closed. Empty after a clean test.
     std::vector<std::wstring> leftovers();
 
 private:

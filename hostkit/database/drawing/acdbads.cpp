@@ -67,6 +67,7 @@ Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id) {
 
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
     if (!name || name[0] == 0) return Acad::eNullObjectId;
+    if (name[1] != 0) return Acad::eInvalidInput;
     id.setFromOldId(name[0]);
     return Acad::eOk;
 }

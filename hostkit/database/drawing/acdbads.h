@@ -13,8 +13,8 @@ resbuf* acdbTblSearch(const wchar_t* tableName, const wchar_t* name, int setNext
 /// Registers an application in the working drawing. RTNORM; RTERROR for a name that no record can have, one
 /// that is registered already, a table that cannot be opened for write, and without a drawing.
 int acdbRegApp(const wchar_t* application);
-/// The name by which record lists know an object, and back. eNullObjectId for a null one,
-/// with the other side untouched.
+/// The name by which record lists know an object, and back. eNullObjectId for a null one, eInvalidInput for
+/// the name of a selection set, with the other side untouched.
 Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id);
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
 /// Asks to see the entity drawn again, as AcDbEntity::draw does; of a vertex or an attribute the one that

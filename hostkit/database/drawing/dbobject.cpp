@@ -122,7 +122,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     if (isWriteEnabled()) return Acad::eWasOpenForWrite;
     if (stub.readers == 0) return database()->transactionManager()->upgrade(*this);
     if (stub.readers > 1 || (stub.openMode & hostkit::kHeldForRead)) return Acad::eWasOpenForRead;
-    if (!database()->mayWrite()) return Acad::eLockViolation;
+    if (const Acad::ErrorStatus locked = hostkit::refusalToWrite(*this); locked != Acad::eOk) return locked;
     stub.readers = 0;
     stub.openMode = hostkit::kOpenForWrite;
     return Acad::eOk;

@@ -53,7 +53,7 @@ public:
     /// After the last close the pointer is not to be used.
     Acad::ErrorStatus close();
     /// From one reader to writing; what a transaction alone holds for reading, it holds for writing then.
-    /// eLockViolation where nobody may write.
+    /// eLockViolation where nobody may write, eOnLockedLayer for an entity whose layer is locked.
     Acad::ErrorStatus upgradeOpen();
     /// From writing to one reader.
     Acad::ErrorStatus downgradeOpen();

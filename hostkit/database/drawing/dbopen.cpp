@@ -2,7 +2,16 @@
 
 #include "dbdatabase.h"
 #include "dbent.h"
+#include "dblayertablerecord.h"
 #include "dbobject.h"
+
+Acad::ErrorStatus hostkit::refusalToWrite(const AcDbObject& object) {
+    if (!object.database()->mayWrite()) return Acad::eLockViolation;
+    if (!object.isKindOf(AcDbEntity::desc())) return Acad::eOk;
+    const AcDbStub* layer = static_cast<const AcDbEntity&>(object).layerId().stub();
+    const auto* record = layer ? AcDbLayerTableRecord::cast(layer->object) : nullptr;
+    return record && record->isLocked() ? Acad::eOnLockedLayer : Acad::eOk;
+}
 
 AcRxClass* AcDbObjectId::objectClass() const {
     return m_stub && m_stub->object ? m_stub->object->isA() : nullptr;
@@ -42,8 +51,10 @@ Acad::ErrorStatus open(AcDbObject*& object, AcDbObjectId id, const AcRxClass* wa
     if (wanted && !stub->object->isKindOf(wanted)) return Acad::eNotThatKindOfClass;
     const Acad::ErrorStatus status = refusal(*stub, mode);
     if (status != Acad::eOk) return status;
-    if (lock == Lock::asked && mode == AcDb::kForWrite && !id.database()->mayWrite())
-        return Acad::eLockViolation;
+    if (lock == Lock::asked && mode == AcDb::kForWrite) {
+        const Acad::ErrorStatus locked = hostkit::refusalToWrite(*stub->object);
+        if (locked != Acad::eOk) return locked;
+    }
     enterState(*stub, mode);
     object = stub->object;
     return Acad::eOk;

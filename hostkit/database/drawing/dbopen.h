@@ -13,11 +13,15 @@ class AcRxClass;
 // On failure the pointer is null. What is opened is closed by the caller. Statuses: eNullObjectId,
 // ePermanentlyErased (an id whose object never came), eWasErased, eNotThatKindOfClass, by the open state
 // eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify, eAtMaxReaders, and for writing eLockViolation where
-// nobody holds a lock on the drawing's document; docs/open-modes.md has them all.
+// nobody holds a lock on the drawing's document, eOnLockedLayer for an entity whose layer is locked;
+// docs/open-modes.md has them all.
 
 namespace hostkit {
 
 constexpr int maxReaders = 256;
+
+/// eOk, or why nobody may open the object of a drawing for write: eLockViolation, eOnLockedLayer.
+Acad::ErrorStatus refusalToWrite(const AcDbObject& object);
 
 /// Opens for write what belongs to an object that is open for write itself: that one's open has asked for the
 /// lock, and what became of it since does not tear the two apart.

@@ -3,6 +3,7 @@
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dbdatabase.h"
+#include "dbopen.h"
 
 #include <algorithm>
 #include <set>
@@ -30,7 +31,10 @@ Acad::ErrorStatus AcTransaction::getObject(AcDbObject*& object, AcDbObjectId id,
     if (id.isErased() && !openErased) return Acad::eWasErased;
     if (mode != AcDb::kForRead && mode != AcDb::kForWrite && mode != AcDb::kForNotify)
         return Acad::eInvalidInput;
-    if (mode == AcDb::kForWrite && !m_manager.m_database.mayWrite()) return Acad::eLockViolation;
+    if (mode == AcDb::kForWrite) {
+        const Acad::ErrorStatus locked = hostkit::refusalToWrite(*stub->object);
+        if (locked != Acad::eOk) return locked;
+    }
     hold(*stub, mode == AcDb::kForWrite ? kHeldForWrite : kHeldForRead);
     object = stub->object;
     return Acad::eOk;
@@ -87,7 +91,7 @@ Acad::ErrorStatus AcDbTransactionManager::abortTransaction() {
 Acad::ErrorStatus AcDbTransactionManager::upgrade(AcDbObject& object) {
     AcDbStub& stub = *object.objectId().stub();
     if ((stub.openMode & kHeldForRead) == 0) return Acad::eNotOpenForRead;
-    if (!m_database.mayWrite()) return Acad::eLockViolation;
+    if (const Acad::ErrorStatus locked = hostkit::refusalToWrite(object); locked != Acad::eOk) return locked;
     m_transactions.back()->hold(stub, kHeldForWrite);
     return Acad::eOk;
 }

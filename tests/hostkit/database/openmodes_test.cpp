@@ -219,6 +219,49 @@ TEST(OpenModes, NothingNewComesInWithoutALock) {
     EXPECT_EQ(Acad::eOk, polyline->close());
 }
 
+TEST(OpenModes, WhatLiesOnALockedLayerIsNotOpenedForWriting) {
+    AcDbDatabase database;
+    const AcDbObjectId layer = addRecord<AcDbLayerTable>(database, L"Locked");
+    const AcDbObjectId lined = appendToModelSpace(database, new AcDbLine);
+    auto* polyline = new AcDb2dPolyline;
+    const AcDbObjectId vertexed = appendToModelSpace(database, polyline);
+    AcDbObjectId vertex;
+    change<AcDb2dPolyline>(vertexed, [&](AcDb2dPolyline& open) {
+        auto* made = new AcDb2dVertex;
+        open.appendVertex(vertex, made);
+        made->close();
+    });
+    for (const AcDbObjectId id : {lined, vertexed})
+        change<AcDbEntity>(id, [&](AcDbEntity& entity) { entity.setLayer(layer); });
+    const auto statuses = [&](AcDbObjectId id) {
+        std::vector<Acad::ErrorStatus> found;
+        const AcDbObjectPointer<AcDbObject> reading(id, AcDb::kForRead);
+        found.push_back(reading->upgradeOpen());
+        if (found.back() == Acad::eOk) reading->downgradeOpen();
+        AcTransaction* transaction = database.transactionManager()->startTransaction();
+        AcDbObject* object = nullptr;
+        found.push_back(transaction->getObject(object, id, AcDb::kForWrite));
+        found.push_back(transaction->getObject(object, id, AcDb::kForRead));
+        database.transactionManager()->abortTransaction();
+        return found;
+    };
+    using Statuses = std::vector<Acad::ErrorStatus>;
+    EXPECT_EQ(statuses(lined), (Statuses{Acad::eOk, Acad::eOk, Acad::eOk}));
+    AcDbEntity* open = opened<AcDbEntity>(vertexed);
+    change<AcDbLayerTableRecord>(layer, [](AcDbLayerTableRecord& record) { record.setIsLocked(true); });
+    EXPECT_EQ(open->setColorIndex(1, true), Acad::eOk) << "what is open stays so, with its parts";
+    open->close();
+    EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(vertex, AcDb::kForRead)->colorIndex(), 1);
+    for (const AcDbObjectId id : {lined, vertexed}) {
+        EXPECT_EQ(statuses(id), (Statuses{Acad::eOnLockedLayer, Acad::eOnLockedLayer, Acad::eOk}));
+        EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(id, AcDb::kForWrite).openStatus(), Acad::eOnLockedLayer);
+        EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(id, AcDb::kForNotify).openStatus(), Acad::eOk);
+    }
+    auto* fresh = new AcDbLine;
+    fresh->setLayer(layer);
+    appendToModelSpace(database, fresh); // new ones come in
+}
+
 TEST(OpenModes, RefusedChangesChangeNothing) {
     Subject subject("read");
     AcDbLine& line = *AcDbLine::cast(&subject.object());

@@ -1,0 +1,3 @@
+#include "vexodomainprotocol.h"
+
+HOSTKIT_KIT_CLASS_WITHOUT_VALUES(VEXODomainProtocol, AcRxObject)
