@@ -315,7 +315,7 @@ class ForgedId {
 public:
     explicit ForgedId(AcDbObjectId record)
         : m_chunk(std::aligned_alloc(hostkit::stubChunkSize, hostkit::stubChunkSize)) {
-        auto* const header = new (m_chunk) hostkit::StubChunkHeader{record.database(), nullptr};
+        auto* const header = new (m_chunk) hostkit::StubChunkHeader{record.database(), 0};
         m_stub = new (header + 1) AcDbStub(*record.stub());
     }
     ~ForgedId() { std::free(m_chunk); }
