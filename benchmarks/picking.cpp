@@ -142,6 +142,7 @@ void changesAlone(benchmark::State& state) {
 /// A change and a pick in turn, as a person works.
 void changeThenPick(benchmark::State& state) {
     Plan& plan = Plan::of(state.range(0));
+    benchmark::DoNotOptimize(pickedEntity(plan.drawing(), plan.space(), {}, plan.window(0.5)));
     for (auto _ : state) {
         move(plan);
         benchmark::DoNotOptimize(pickedEntity(plan.drawing(), plan.space(), {}, plan.window(0.5)));

@@ -5,6 +5,7 @@
 #include "interrupt.h"
 #include "meterline.h"
 #include "textencoding.h"
+#include "tracefile.h"
 
 #include <cerrno>
 #include <sys/ioctl.h>
@@ -72,6 +73,19 @@ bool ConsolePort::isInteractive() { return isatty(STDIN_FILENO) == 1; }
 std::size_t ConsolePort::shownColumns() {
     return isatty(STDOUT_FILENO) == 1 ? terminalColumns(STDOUT_FILENO) : 0;
 }
+
+bool ConsolePort::watchesDisplay() const { return hostkit::traceActive; }
+
+void ConsolePort::displayChanged(const hostkit::DisplayChange&) {
+    constexpr std::int64_t interval = 1'000'000;
+    ++m_displayChanges;
+    const std::int64_t now = monotonicNanoseconds();
+    if (now - m_displayTraced < interval) return;
+    m_displayTraced = now;
+    traceDisplayChanges();
+}
+
+void ConsolePort::traceDisplayChanges() const { hostkit::traceCount(L"shown anew", m_displayChanges); }
 
 bool ConsolePort::interruptRequested() const { return interrupt::isRequested(); }
 

@@ -32,6 +32,10 @@ public:
     bool askWindow(const hostkit::ShownWindow& window, hostkit::WindowAction& action) override;
     void reportProblem(std::wstring_view text) override;
     bool interruptRequested() const override;
+    /// While a timeline is written: it shows how much was to be shown anew so far, at most every millisecond.
+    bool watchesDisplay() const override;
+    void displayChanged(const hostkit::DisplayChange& change) override;
+    void traceDisplayChanges() const;
 
     /// Whether standard output has not taken all of it, as on a full disk.
     bool hasLostOutput() const { return m_hasLostOutput; }
@@ -58,6 +62,8 @@ private:
     bool m_isEditorKnown = false;
     std::optional<CommandHistory> m_history;
     bool m_hasLostOutput = false;
+    long long m_displayChanges = 0;
+    std::int64_t m_displayTraced = 0; ///< when, by the port's clock
     std::wstring m_meterCaption;
     int m_meterMinimum = 0;
     int m_meterMaximum = 0;

@@ -196,6 +196,7 @@ int Session::runTraced() {
 
 // A file that the run has read since the beginning, such as a menu, is not replaced either.
 int Session::finishTrace(hostkit::TraceFile& trace, int code) {
+    m_port.traceDisplayChanges();
     m_port.outputs().release(m_traceClaim);
     const std::wstring refusal =
         m_port.outputs().refusal({*m_options.trace}, hostkit::OutputFiles::Kind::file, overwriteOption);

@@ -4,6 +4,7 @@
 #include "dbaccess.h"
 #include "dbapserv.h"
 #include "dbmain.h"
+#include "displaywatch.h"
 #include "documentselection.h"
 #include "undohistory.h"
 
@@ -127,6 +128,10 @@ AcApDocument* AcApDocManager::adopt(std::unique_ptr<AcDbDatabase> database, std:
     m_documents.push_back(std::make_unique<AcApDocument>(std::move(database), std::move(fileName)));
     m_documents.back()->m_manager = this;
     m_documents.back()->permitWriting();
+    hostkit::HostPort& port = *hostkit::currentPort();
+    if (port.watchesDisplay())
+        m_documents.back()->m_displayWatch =
+            std::make_unique<hostkit::DisplayWatch>(*m_documents.back()->database(), port);
     makeCurrent(m_documents.back().get());
     return m_active = m_current;
 }

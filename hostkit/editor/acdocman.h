@@ -13,8 +13,9 @@ class AcDbDatabase;
 class AcEdInputPointManager;
 class AcTransactionManager;
 namespace hostkit {
+class DisplayWatch;
 struct DocumentSelection;
-}
+} // namespace hostkit
 
 class AcAp {
 public:
@@ -76,6 +77,7 @@ private:
 
     AcApDocManager* m_manager = nullptr; ///< null until the document is adopted
     std::unique_ptr<AcDbDatabase> m_database;
+    std::unique_ptr<hostkit::DisplayWatch> m_displayWatch; ///< null where the port does not watch
     std::wstring m_fileName;
     std::vector<Lock> m_locks;
     int m_sheetViewport = 1;

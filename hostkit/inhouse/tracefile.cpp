@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <unistd.h>
 
@@ -71,7 +72,7 @@ void putMicroseconds(long long nanoseconds) {
         g_trace.buffer += static_cast<char>('0' + digit);
 }
 
-void write(char phase, const wchar_t* name, int thread) {
+void write(char phase, const wchar_t* name, int thread, std::optional<long long> value = {}) {
     const auto since =
         std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - g_trace.start).count();
     std::string& text = g_trace.buffer;
@@ -82,6 +83,11 @@ void write(char phase, const wchar_t* name, int thread) {
     putMicroseconds(since);
     text += g_trace.processAndThread;
     putNumber(thread);
+    if (value) {
+        text += ",\"args\":{\"value\":";
+        putNumber(*value);
+        text += '}';
+    }
     text += '}';
     g_trace.first = false;
     if (text.size() >= bufferSize) flush();
@@ -104,6 +110,11 @@ void traceEnd(unsigned token) {
     ThreadTrack& own = track();
     --own.depth;
     write('E', L"", own.number);
+}
+
+void traceCount(const wchar_t* name, long long value) {
+    const std::lock_guard lock(g_mutex);
+    if (g_trace.file) write('C', name, track().number, value);
 }
 
 TraceFile::TraceFile(const std::string& path) {

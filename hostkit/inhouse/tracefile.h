@@ -13,11 +13,15 @@ unsigned traceBegin(const wchar_t* name);
 /// Ignored when the trace that gave the token has ended.
 void traceEnd(unsigned token);
 
+/// A number as it is from now on, which the timeline shows as a graph of that name. Dropped while nothing is
+/// traced.
+void traceCount(const wchar_t* name, long long value);
+
 /// Traces from its construction to its end. One at a time: a second one while the first lives stays closed.
-/// The file is an array of trace events, one a line: "B" and "E" for the start and end of a call, in
-/// microseconds since tracing began, with the process and a number for the thread. Calls that are still
-/// running at the end are closed there, so that the file always nests. It stands under its name once the
-/// trace is closed, whole (atomicfile.h); a pipe gets it as it grows.
+/// The file is an array of trace events, one a line: "B" and "E" for the start and end of a call and "C"
+/// for a number, in microseconds since tracing began, with the process and a number for the thread. Calls
+/// that are still running at the end are closed there, so that the file always nests. It stands under its
+/// name once the trace is closed, whole (atomicfile.h); a pipe gets it as it grows.
 class TraceFile {
 public:
     /// `path` is in the file system's own bytes. isOpen() tells whether the file could be made.

@@ -35,6 +35,8 @@ bool HostPort::askWindow(const ShownWindow&, WindowAction&) { return false; }
 
 std::optional<int> HostPort::systemMetric(int) const { return {}; }
 
+bool HostPort::watchesDisplay() const { return false; }
+void HostPort::displayChanged(const DisplayChange&) {}
 void HostPort::debugOutput(std::wstring_view) {}
 
 void HostPort::reportProblem(std::wstring_view text) {

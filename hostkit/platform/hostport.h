@@ -17,6 +17,20 @@ class RegistryStore;
 struct ShownWindow;
 struct WindowAction;
 
+/// Something in an open drawing that looks otherwise now, or that somebody asks to see again.
+struct DisplayChange {
+    enum class Kind : unsigned char {
+        entity, ///< of a space: new, changed or restored
+        gone,   ///< of a space: erased, or taken back
+        redraw, ///< of a space: as before, to be drawn again
+        layer,  ///< all that stands on the layer
+        block   ///< all that shows the block
+    };
+    const void* drawing = nullptr; ///< tells the drawings of a host apart
+    std::uint64_t handle = 0;      ///< of the entity, the layer or the block
+    Kind kind = Kind::entity;
+};
+
 /// How a request for a line of input ended.
 enum class Input { line, cancelled, end };
 
@@ -64,6 +78,12 @@ public:
         if (!found) found = std::make_shared<T>();
         return *static_cast<T*>(found.get());
     }
+
+    /// Whether somebody looks at the drawings; asked when a drawing is opened. Headless: false.
+    virtual bool watchesDisplay() const;
+    /// Told where watchesDisplay was true: once when a changed object is closed, once for each that an undo
+    /// or the like has put back. Headless: dropped.
+    virtual void displayChanged(const DisplayChange& change);
 
     /// What only a developer should see. Headless: dropped.
     virtual void debugOutput(std::wstring_view text);

@@ -35,6 +35,10 @@ public:
     std::vector<std::wstring> debug;
     std::vector<std::wstring> problems;
 
+    /// What was to be shown anew, where the test watches: set before the drawing is opened.
+    bool isWatchingDisplay = false;
+    std::vector<DisplayChange> displayChanges;
+
     /// Each time that a modal window waited, as it stood there; message boxes too.
     std::vector<ShownWindow> windows;
 
@@ -60,6 +64,8 @@ public:
     void meterStop() override;
     bool askWindow(const ShownWindow& window, WindowAction& action) override;
     std::optional<int> systemMetric(int number) const override;
+    bool watchesDisplay() const override { return isWatchingDisplay; }
+    void displayChanged(const DisplayChange& change) override { displayChanges.push_back(change); }
     void debugOutput(std::wstring_view text) override;
     void reportProblem(std::wstring_view text) override;
     std::int64_t now() const override;

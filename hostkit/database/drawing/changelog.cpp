@@ -113,7 +113,7 @@ void ChangeLog::closed(AcDbObject& object) {
     if (m_openCount > 0) --m_openCount;
     if (!object.isNewObject()) dropOfOpen(object.m_id.stub());
     trim();
-    m_display.changed(object, object.isModified());
+    m_display.changed(object);
 }
 
 // What only this open could ask for stands near the end, if the open was a short one.

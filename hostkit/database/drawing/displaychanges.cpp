@@ -22,7 +22,7 @@ StandingEntity standingEntity(const AcDbObject& entity) {
 namespace {
 
 /// False for what is not seen.
-bool describe(const AcDbObject& object, bool areFieldsChanged, ShownChange& change) {
+bool describe(const AcDbObject& object, ShownChange& change) {
     const AcDbObjectId id = object.objectId();
     if (object.isKindOf(AcDbEntity::desc())) {
         const auto [entity, block] = standingEntity(object);
@@ -33,9 +33,9 @@ bool describe(const AcDbObject& object, bool areFieldsChanged, ShownChange& chan
         return true;
     }
     const bool isLayer = object.isKindOf(AcDbLayerTableRecord::desc());
-    const bool isBlock = areFieldsChanged && object.isKindOf(AcDbBlockTableRecord::desc());
+    const auto* block = isLayer ? nullptr : AcDbBlockTableRecord::cast(&object);
     change = {isLayer ? ShownChange::Kind::layer : ShownChange::Kind::block, id, id};
-    return isLayer || isBlock;
+    return isLayer || (block && !block->isLayout());
 }
 
 } // namespace
@@ -50,14 +50,14 @@ void DisplayChanges::tellOfBeginning(const AcDbObject& object) const {
     for (DisplayObserver* observer : m_observers) observer->changeBegins(object);
 }
 
-void DisplayChanges::tellOfChange(const AcDbObject& object, bool areFieldsChanged) const {
+void DisplayChanges::tellOfChange(const AcDbObject& object) const {
     ShownChange change{};
-    if (describe(object, areFieldsChanged, change)) tell(change);
+    if (describe(object, change)) tell(change);
 }
 
 void DisplayChanges::tellOfRedraw(const AcDbObject& entity) const {
     ShownChange change{};
-    if (!describe(entity, false, change)) return;
+    if (!describe(entity, change)) return;
     if (change.kind == ShownChange::Kind::entity) change.kind = ShownChange::Kind::redraw;
     tell(change);
 }
@@ -68,7 +68,7 @@ void DisplayChanges::tellRestored() {
     stubs.swap(m_restored);
     std::sort(stubs.begin(), stubs.end());
     stubs.erase(std::unique(stubs.begin(), stubs.end()), stubs.end());
-    for (const AcDbStub* stub : stubs) tellOfChange(*stub->object, true);
+    for (const AcDbStub* stub : stubs) tellOfChange(*stub->object);
 }
 
 } // namespace hostkit

@@ -26,7 +26,7 @@ struct ShownChange {
         gone,   ///< an entity of a space was erased, or never came
         redraw, ///< an entity of a space is as before; somebody asks to see it drawn again
         layer,  ///< its state, colour, linetype ...; erased too
-        block   ///< the block, or something that stands in it; all that shows it looks otherwise
+        block   ///< a block that is no space, or what stands in it; all that shows it looks otherwise
     };
     Kind kind;
     /// The entity that stands in the space (for a vertex or an attribute the one that owns it), the layer or
@@ -63,9 +63,8 @@ public:
     void begins(const AcDbObject& object) const {
         if (isWatched()) tellOfBeginning(object);
     }
-    /// `areFieldsChanged`: of a block not only its list of entities, which tell of themselves.
-    void changed(const AcDbObject& object, bool areFieldsChanged) const {
-        if (isWatched()) tellOfChange(object, areFieldsChanged);
+    void changed(const AcDbObject& object) const {
+        if (isWatched()) tellOfChange(object);
     }
     void redrawAsked(const AcDbObject& entity) const {
         if (isWatched()) tellOfRedraw(entity);
@@ -78,7 +77,7 @@ public:
 
 private:
     void tellOfBeginning(const AcDbObject& object) const;
-    void tellOfChange(const AcDbObject& object, bool areFieldsChanged) const;
+    void tellOfChange(const AcDbObject& object) const;
     void tellOfRedraw(const AcDbObject& entity) const;
     void tell(const ShownChange& change) const;
 

@@ -63,6 +63,18 @@ TEST_F(TraceTest, CallsNestOnTheirThread) {
     EXPECT_EQ(calls, (std::map<int, std::string>{{1, each}, {2, each}}));
 }
 
+TEST_F(TraceTest, NumbersBecomeAGraph) {
+    hostkit::traceCount(L"shown", 1); // tracing is off
+    hostkit::TraceFile trace(file);
+    outer();
+    hostkit::traceCount(L"shown", -12345678901);
+    ASSERT_TRUE(trace.close());
+    const std::string end = ",\"args\":{\"value\":-12345678901}}\n]\n";
+    EXPECT_TRUE(content().ends_with(end)) << content();
+    EXPECT_NE(content().find(R"({"name":"shown","ph":"C","ts":)"), std::string::npos);
+    EXPECT_EQ(events().size(), 6U) << "calls are as before";
+}
+
 TEST_F(TraceTest, RecordsThatOutliveATraceLeaveNoHalfEntry) {
     auto trace = std::make_unique<hostkit::TraceFile>(file);
     auto running = std::make_unique<CVxLogEntry>(L"Tools::running");
