@@ -3,6 +3,7 @@
 #include "aced.h"
 #include "actrans.h"
 #include "applicationobject.h"
+#include "classadoption.h"
 #include "commandscope.h"
 #include "dbapserv.h"
 #include "dbmain.h"
@@ -72,6 +73,10 @@ struct Host::Parts {
 Host::Host(HostPort& port)
     : m_parts(std::make_unique<Parts>(*this, port)) {
     m_parts->runtime->systemRegistry().atPut(L"ACAD_REGISTERED_COMMANDS", &m_parts->commands);
+    m_parts->runtime->linker().setAfterLoading([this] {
+        for (int i = 0; i < documents().documentCount(); ++i)
+            adoptApplicationClasses(*documents().documentAt(i)->database());
+    });
     registerSpaceCommands(m_parts->commands);
     registerMenuCommands(m_parts->commands);
     m_parts->earlier = g_current;

@@ -113,7 +113,10 @@ Acad::ErrorStatus AcRxDynamicLinker::loadModule(const wchar_t* file) {
     }
     Module& loaded = *module;
     m_modules.push_back(std::move(module)); // known before its entry runs, which asks by its packet
-    if (loaded.entry(AcRx::kInitAppMsg, &loaded) == AcRx::kRetOK) return Acad::eOk;
+    if (loaded.entry(AcRx::kInitAppMsg, &loaded) == AcRx::kRetOK) {
+        if (m_afterLoading) m_afterLoading();
+        return Acad::eOk;
+    }
     if (loaded.dllMain) loaded.dllMain(handle, processDetach, nullptr);
     dlclose(handle);
     m_modules.pop_back();

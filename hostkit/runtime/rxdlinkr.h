@@ -4,6 +4,7 @@
 #include "rxdefs.h"
 #include "rxobject.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,6 +41,10 @@ public:
     bool registerAppMDIAware(void* packet) const;
     bool isAppMDIAware(const wchar_t* file) const;
 
+    /// Called behind each module that was loaded, with its classes known; a host's drawings may hold objects
+    /// of them.
+    void setAfterLoading(std::function<void()> hear) { m_afterLoading = std::move(hear); }
+
     /// Sends a message to every loaded module, in the order of loading.
     void broadcast(AcRx::AppMsgCode message);
 
@@ -51,6 +56,7 @@ private:
     void leave(Module& module);
 
     std::vector<std::unique_ptr<Module>> m_modules;
+    std::function<void()> m_afterLoading;
     std::wstring m_problem;
 };
 

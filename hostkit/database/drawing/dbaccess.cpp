@@ -37,6 +37,16 @@ AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object,
     return id;
 }
 
+void DatabaseAccess::takePlace(std::unique_ptr<AcDbObject> object, AcDbObject& earlier) {
+    AcDbStub* const stub = earlier.m_id.stub();
+    AcDbObject& taken = *object.release();
+    taken.AcDbObject::operator=(earlier);
+    taken.m_id = earlier.m_id;
+    taken.m_flags = earlier.m_flags;
+    stub->object = &taken;
+    delete &earlier;
+}
+
 ChangeLog& DatabaseAccess::changes(AcDbDatabase& database) { return database.m_contents->changes; }
 
 OwnedObjects& DatabaseAccess::ownedObjects(AcDbDatabase& database) {

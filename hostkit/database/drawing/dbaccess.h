@@ -76,6 +76,9 @@ public:
         object.m_flags &= static_cast<Adesk::UInt8>(~(AcDbObject::kModified | AcDbObject::kNew));
         object.m_source.setModified(false);
     }
+    /// The drawing has an object of another class in an object's place: its id, owner, extended data,
+    /// dictionary and reactors are that one's, which is deleted. Neither is open.
+    static void takePlace(std::unique_ptr<AcDbObject> object, AcDbObject& earlier);
     static void markChanged(AcDbObject& object) { object.m_source.setModified(true); }
     static void setExtendedData(AcDbObject& object, GroupBlock&& data);
     static void setExtensionDictionary(AcDbObject& object, AcDbObjectId id);

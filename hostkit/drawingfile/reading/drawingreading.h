@@ -85,6 +85,7 @@ private:
     GroupScanner m_scanner;
     ProgressStage m_progress; // by the bytes of the source
     DrawingVersion m_version = DrawingVersion::kR12;
+    ApplicationClasses m_applications{};
     RecordReader m_filer;
     DrawingRecord m_record;
     RecordHead m_head;

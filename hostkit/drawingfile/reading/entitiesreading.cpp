@@ -136,7 +136,7 @@ bool DrawingReading::takeEntity(AcDbBlockTableRecord& block) {
     closeContainer();
     std::unique_ptr<AcDbEntity> entity =
         isPart ? std::make_unique<AcDbOpaqueEntity>(std::wstring(name.begin(), name.end()))
-               : makeEntity(m_record);
+               : makeEntity(m_record, m_applications);
     AcDbObject* const added = addRead(withFields(std::move(entity)), block.objectId());
     if (!added) return false;
     auto& taken = static_cast<AcDbEntity&>(*added);

@@ -17,7 +17,7 @@ bool DrawingReading::readObjects(const RawGroup& opening) {
         if (group.code != 0 || group.is(0, "SECTION") || group.is(0, "EOF"))
             return fail(Acad::eBadDxfSequence, opening.start, L"the section of the objects is not closed");
         if (!nextRecord(group)) return false;
-        std::unique_ptr<AcDbObject> object = withFields(makeObject(m_record));
+        std::unique_ptr<AcDbObject> object = withFields(makeObject(m_record, m_applications));
         const AcDbObject* const added =
             addRead(std::move(object), DatabaseAccess::reserve(m_database, m_head.owner));
         if (!added) return false;

@@ -76,7 +76,7 @@ bool DrawingReading::readTable(std::size_t offset) {
         if (!nextRecord(group)) return false;
         if (kind && m_record.name() == kindName) {
             if (!readTableRecord(*kind)) return false;
-        } else if (!addRead(withFields(makeObject(m_record)), {})) {
+        } else if (!addRead(withFields(makeObject(m_record, m_applications)), {})) {
             return false;
         }
     }

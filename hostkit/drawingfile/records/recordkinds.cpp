@@ -143,12 +143,15 @@ constexpr std::array recordMakers = {
 
 } // namespace
 
-std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record) {
+std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record, const ApplicationClasses& applications) {
     const std::string_view name = record.name();
     if (name == "INSERT") return makeReference(record);
     if (name == "POLYLINE") return makePolyline(record);
     std::unique_ptr<AcDbEntity> entity = makeKind(entityKinds, name);
-    return entity ? std::move(entity) : std::make_unique<AcDbOpaqueEntity>(wideName(name));
+    if (entity) return entity;
+    std::unique_ptr<AcDbObject> own = applications.make(name, ApplicationClasses::Kind::entity);
+    if (own) return std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(own.release()));
+    return std::make_unique<AcDbOpaqueEntity>(wideName(name));
 }
 
 std::unique_ptr<AcDbEntity> makePart(const DrawingRecord& record, const AcDbEntity& owner) {
@@ -161,8 +164,9 @@ std::unique_ptr<AcDbEntity> makePart(const DrawingRecord& record, const AcDbEnti
     return std::make_unique<AcDbOpaqueEntity>(wideName(name));
 }
 
-std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record) {
+std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record, const ApplicationClasses& applications) {
     std::unique_ptr<AcDbObject> object = makeKind(objectKinds, record.name());
+    if (!object) object = applications.make(record.name(), ApplicationClasses::Kind::object);
     return object ? std::move(object) : std::make_unique<AcDbOpaqueObject>(wideName(record.name()));
 }
 

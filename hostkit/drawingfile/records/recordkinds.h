@@ -1,6 +1,7 @@
 // Which object a record makes, by its kind; the tables of a file by their names.
 #pragma once
 
+#include "applicationclasses.h"
 #include "drawingrecord.h"
 
 #include "dbaccess.h"
@@ -11,12 +12,13 @@
 
 namespace hostkit {
 
-/// A new object for a record of a block or a space; the kinds that the kit has no class for are opaque.
-std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record);
+/// A new object for a record of a block or a space; the kinds that neither the kit nor an application has a
+/// class for are opaque.
+std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record, const ApplicationClasses& applications);
 /// The same for a part that the owner holds (vertices, attributes).
 std::unique_ptr<AcDbEntity> makePart(const DrawingRecord& record, const AcDbEntity& owner);
 /// A new object for a record outside of blocks and tables.
-std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record);
+std::unique_ptr<AcDbObject> makeObject(const DrawingRecord& record, const ApplicationClasses& applications);
 /// A new record of a table.
 std::unique_ptr<AcDbSymbolTableRecord> makeTableRecord(TableKind kind);
 std::unique_ptr<AcDbSymbolTable> makeTable(TableKind kind);

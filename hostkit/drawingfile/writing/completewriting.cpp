@@ -1,5 +1,7 @@
 #include "completewriting.h"
 
+#include "classrecords.h"
+
 #include "drawingedits.h"
 #include "formtables.h"
 #include "recordkinds.h"
@@ -75,6 +77,7 @@ bool CompleteWriting::run(std::string& bytes) {
                         : static_cast<std::size_t>(m_database.approxNumObjects()) * typicalRecord);
     if (!isR12()) {
         appendSectionStart("CLASSES", style, body);
+        body += missingClassRecords(m_database, style, {});
         appendGroup(0, "ENDSEC", style, body);
     }
     if (!writeTables(body) || !writeBlocks(body) || !writeEntities(body)) return false;

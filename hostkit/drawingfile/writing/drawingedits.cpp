@@ -1,5 +1,6 @@
 #include "drawingedits.h"
 
+#include "classrecords.h"
 #include "recordkinds.h"
 #include "recordrewriting.h"
 
@@ -83,6 +84,7 @@ bool DrawingEdits::run(std::string& bytes) {
     const RewritingRules rules{m_database, m_source, m_everything, m_changes, m_holders};
     if (!rewriteRecords(rules, m_objects, m_threads, m_edits, m_recordsCopied)) return failWriting();
     m_structure = map.get();
+    addClasses();
     if (!addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
     editHeader();
     bytes = m_edits.apply();
@@ -209,6 +211,14 @@ void DrawingEdits::insertIntoSection(std::string_view section, std::string_view 
     whole += text;
     appendGroup(0, "ENDSEC", m_objects.style(), whole);
     m_edits.insert(next ? next->begin : m_structure.endMark, whole);
+}
+
+void DrawingEdits::addClasses() {
+    const NamedSpan* const section = m_structure.section("CLASSES");
+    const std::string_view bytes = m_source.bytes;
+    const std::string_view present =
+        section ? bytes.substr(section->begin, section->closing - section->begin) : std::string_view();
+    insertIntoSection("CLASSES", "TABLES", missingClassRecords(m_database, m_objects.style(), present));
 }
 
 bool DrawingEdits::addTableRecords() {

@@ -42,6 +42,7 @@ private:
     bool isAsGiven(const AcDbObject& object) const;
     bool comesIntoFile(const AcDbObject& object) const { return m_coming.contains(&object); }
 
+    void addClasses();
     bool addTableRecords();
     bool addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables);
     bool updateTable(TableKind kind, const AcDbSymbolTable& table);

@@ -1,0 +1,72 @@
+#include "classrecords.h"
+
+#include "applicationclasses.h"
+#include "groupscanner.h"
+
+#include "dbaccess.h"
+#include "dbent.h"
+
+#include <map>
+#include <set>
+
+namespace hostkit {
+namespace {
+
+// In the order of their names, so that a save does not depend on where classes lie in memory.
+using CountedClasses = std::map<std::string, std::pair<const AcRxClass*, int>>;
+
+std::string narrowName(const wchar_t* name) {
+    const std::wstring_view wide = name;
+    return {wide.begin(), wide.end()};
+}
+
+CountedClasses classesInUse(const AcDbDatabase& database) {
+    std::map<const AcRxClass*, int> counts;
+    DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
+        const AcRxClass* const own = object.isA();
+        if (isOfApplication(*own) && own->dxfName() && !object.isErased()) ++counts[own];
+    });
+    CountedClasses classes;
+    for (const auto& [each, count] : counts) classes[narrowName(each->dxfName())] = {each, count};
+    return classes;
+}
+
+std::set<std::string, std::less<>> namesIn(std::string_view section) {
+    std::set<std::string, std::less<>> names;
+    GroupScanner scanner(section);
+    constexpr int recordNameCode = 1;
+    for (RawGroup group; scanner.next(group) == ScanResult::kGroup;)
+        if (group.code == recordNameCode) names.emplace(group.value);
+    return names;
+}
+
+void appendRecord(const AcRxClass& each, const std::string& recordName, int count, const DrawingStyle& style,
+                  std::string& bytes) {
+    const bool isEntity = each.isDerivedFrom(AcDbEntity::desc());
+    appendGroup(0, "CLASS", style, bytes);
+    appendGroup(1, recordName, style, bytes);
+    appendGroup(2, narrowName(each.name()), style, bytes);
+    appendText(3, each.appName(), style, bytes);
+    appendInteger(90, 0, style, bytes); // others may do nothing with them but keep them
+    if (style.version >= DrawingVersion::k2004) appendInteger(91, count, style, bytes);
+    appendInteger(280, 0, style, bytes);
+    appendInteger(281, isEntity ? 1 : 0, style, bytes);
+}
+
+} // namespace
+
+std::string missingClassRecords(const AcDbDatabase& database, const DrawingStyle& style,
+                                std::string_view present) {
+    std::string bytes;
+    if (!hasSubclassMarkers(style.version)) return bytes;
+    if (ApplicationClasses().isEmpty()) return bytes;
+    const CountedClasses classes = classesInUse(database);
+    if (classes.empty()) return bytes;
+    const auto names = namesIn(present);
+    for (const auto& [recordName, counted] : classes)
+        if (!names.contains(recordName))
+            appendRecord(*counted.first, recordName, counted.second, style, bytes);
+    return bytes;
+}
+
+} // namespace hostkit
