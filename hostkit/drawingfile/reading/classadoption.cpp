@@ -66,7 +66,7 @@ bool Adoption::adopt(AcDbObject& opaque) {
     if (!made || !readInto(*made, opaque.sourceSpan())) return false;
     if (entity) DatabaseAccess::setLayer(static_cast<AcDbEntity&>(*made), entity->layerId());
     DatabaseAccess::takePlace(std::move(made), opaque);
-    DatabaseAccess::display(*id.database()).changed(*DatabaseAccess::object(id), true);
+    DatabaseAccess::display(*id.database()).changed(*DatabaseAccess::object(id));
     return true;
 }
 
