@@ -171,18 +171,23 @@ void PickIndex::note(const AcDbStub* stub) {
     constexpr std::size_t most = 100000;
     if (m_isDropped || (!m_changed.empty() && m_changed.back() == stub)) return;
     m_changed.push_back(stub);
-    m_isDropped = m_changed.size() > most + m_positions.size() / 4;
+    if (m_changed.size() <= most + m_positions.size() / 4) return;
+    drop();
+    m_isDropped = true;
+}
+
+void PickIndex::drop() {
+    m_contents.clear();
+    m_users.clear();
+    m_positions = {};
+    m_changed = {};
+    forgetAll();
 }
 
 void PickIndex::changeBegins(const AcDbObject& object) { note(object.objectId().stub()); }
 
 // What is open was told of before.
 void PickIndex::startAnew() {
-    m_contents.clear();
-    m_users.clear();
-    m_positions.clear();
-    m_changed.clear();
-    forgetAll();
     m_isDropped = false;
     for (std::size_t i = 0, count = DatabaseAccess::stubCount(m_database); i < count; ++i)
         if (const AcDbStub* stub = DatabaseAccess::stubAt(m_database, i); isOpenForWrite(*stub)) note(stub);

@@ -53,6 +53,7 @@ private:
     void changeBegins(const AcDbObject& object) override;
     void note(const AcDbStub* stub);
 
+    void drop();
     void startAnew();
     void catchUp();
     void collect(const AcDbStub& stub, Blocks& changed, std::vector<const AcDbStub*>& entities);

@@ -3,7 +3,6 @@
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbattribute.h"
-#include "dbdatabase.h"
 #include "dbdim.h"
 #include "dblayertablerecord.h"
 #include "dbminsert.h"
@@ -14,8 +13,9 @@ namespace hostkit {
 
 AcDbObjectId shownLayer(const AcDbEntity& entity, const ShownPlace& place) {
     const AcDbObjectId own = entity.layerId();
-    if (!place.isInBlock || own.isNull()) return own;
-    return own == own.database()->layerZero() ? place.layer : own;
+    if (!place.isInBlock) return own;
+    const auto* record = DatabaseAccess::objectOf<AcDbLayerTableRecord>(own);
+    return record && record->name() == L"0" ? place.layer : own;
 }
 
 bool isSeen(const AcDbEntity& entity, const ShownPlace& place) {

@@ -87,7 +87,7 @@ TEST_F(PickingBlocks, AreTakenAsTheirMovedEntities) {
     scatter(*within, random, 0.0);
     append(outer, within);
     int judged = 0, taken = 0;
-    for (int round = 0; round < 150; ++round) {
+    for (int round = 0; round < 80; ++round) {
         AcDbMInsertBlock reference;
         ASSERT_EQ(reference.setBlockTableRecord(outer), Acad::eOk);
         scatter(reference, random, round % 2 == 0 ? 0.0 : 2e6);
@@ -114,8 +114,8 @@ TEST_F(PickingBlocks, AreTakenAsTheirMovedEntities) {
             }
         }
     }
-    EXPECT_GT(judged, 900);
-    EXPECT_GT(taken, 250);
+    EXPECT_GT(judged, 450);
+    EXPECT_GT(taken, 120);
 }
 
 TEST_F(PickingBlocks, LargeArraysAreNotWalked) {

@@ -252,7 +252,7 @@ void PickIndexModel::compare() {
 TEST_F(PickIndexModel, AgreesWithAskingEveryEntity) {
     hostkit::ChangeLog& log = DatabaseAccess::changes(m_drawing);
     compare();
-    for (int round = 0; round < 700; ++round) {
+    for (int round = 0; round < 400; ++round) {
         SCOPED_TRACE(round);
         const int way = static_cast<int>(m_random.between(0.0, 8.0));
         if (way == 0 && log.groupCount() > 0) {
