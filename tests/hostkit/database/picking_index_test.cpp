@@ -88,22 +88,24 @@ TEST(ChangingBoxTree, FindsAllThatAWalkFinds) {
 class PickIndexModel : public testing::Test {
 protected:
     void SetUp() override {
-        m_drawing.disableUndoRecording(false);
         for (const wchar_t* name : {L"A", L"B"})
             m_layers.push_back(addRecord<AcDbLayerTable>(m_drawing, name));
-        // The first block is large, the second holds the first, the third the second.
-        for (const wchar_t* name : {L"Large", L"Middle", L"Outer"}) {
+        // The first block is large; of the others each holds the one before, and a change of little shows.
+        for (const wchar_t* name : {L"Large", L"Small", L"Middle", L"Outer"}) {
             const AcDbObjectId block = addRecord<AcDbBlockTable>(m_drawing, name);
-            const int count = m_blocks.empty() ? 120 : 4;
-            for (int i = 0; i < count; ++i) add(block, randomEntity());
-            if (!m_blocks.empty()) add(block, reference(m_blocks.back()));
+            for (int i = m_blocks.empty() ? 70 : 1; i > 0; --i) add(block, randomEntity());
+            if (m_blocks.size() > 1) add(block, reference(m_blocks.back()));
+            if (!m_blocks.empty())
+                m_inBlocks.insert(m_inBlocks.end(), m_entities.end() - 1, m_entities.end());
             m_blocks.push_back(block);
         }
+        for (int i = 0; i < 60; ++i) add(m_blocks[3], new AcDbPoint(place(5.0)));
         for (int i = 0; i < 200; ++i) add(space(), randomEntity());
-        for (int i = 0; i < 12; ++i) add(space(), reference(m_blocks[std::size_t(i) % 3]));
+        for (int i = 0; i < 12; ++i) add(space(), reference(anyBlock()));
         auto* dimension = new AcDbDimension(AcDbDimension::kAligned);
         ASSERT_EQ(dimension->setDimBlockId(m_blocks[1]), Acad::eOk);
         add(space(), dimension);
+        m_drawing.disableUndoRecording(false); // what stands here stays
     }
 
     AcDbObjectId space() const { return m_drawing.modelSpaceId(); }
@@ -147,7 +149,10 @@ protected:
         EXPECT_EQ(made->appendAttribute(attribute), Acad::eOk);
         return made;
     }
+    AcDbObjectId anyBlock() { return m_blocks[static_cast<std::size_t>(m_random.between(0.0, 4.0))]; }
     AcDbObjectId anyEntity() {
+        if (m_random.between(0.0, 4.0) < 1.0)
+            return m_inBlocks[static_cast<std::size_t>(m_random.between(0.0, double(m_inBlocks.size())))];
         return m_entities[static_cast<std::size_t>(m_random.between(0.0, double(m_entities.size())))];
     }
 
@@ -157,11 +162,12 @@ protected:
     void changeSome() {
         for (int i = static_cast<int>(m_random.between(1.0, 4.0)); i > 0; --i) changeOne();
     }
+    AcGePoint3d somePlace();
     void compare();
 
     AcDbDatabase m_drawing;
     Random m_random{99};
-    std::vector<AcDbObjectId> m_layers, m_blocks, m_entities;
+    std::vector<AcDbObjectId> m_layers, m_blocks, m_entities, m_inBlocks;
 };
 
 void PickIndexModel::changeParts(AcDbEntity& entity) {
@@ -187,16 +193,14 @@ void PickIndexModel::changeLayer() {
 void PickIndexModel::changeOne() {
     const int action = static_cast<int>(m_random.between(0.0, 9.0));
     if (action == 0) {
-        add(m_random.sign() > 0 ? space() : m_blocks[std::size_t(m_random.between(0.0, 3.0))],
-            randomEntity());
+        add(m_random.sign() > 0 ? space() : anyBlock(), randomEntity());
     } else if (action == 1) {
         changeLayer();
     } else if (action == 2) {
-        const AcDbObjectPointer<AcDbBlockTableRecord> block(m_blocks[std::size_t(m_random.between(0.0, 3.0))],
-                                                            AcDb::kForWrite);
+        const AcDbObjectPointer<AcDbBlockTableRecord> block(anyBlock(), AcDb::kForWrite);
         (void)block->setOrigin(place(20.0));
     } else if (action == 3) {
-        add(space(), reference(m_blocks[std::size_t(m_random.between(0.0, 3.0))]));
+        add(space(), reference(anyBlock()));
     } else {
         AcDbEntity* entity = nullptr;
         if (acdbOpenObject(entity, anyEntity(), AcDb::kForWrite, true) != Acad::eOk) return;
@@ -221,9 +225,23 @@ bool isVisible(const AcDbEntity& entity) {
     return entity.visibility() == AcDb::kVisible && !layer->isFrozen() && !isOff;
 }
 
+/// A corner of something that is seen, or anywhere.
+AcGePoint3d PickIndexModel::somePlace() {
+    const auto& entities = DatabaseAccess::objectOf<AcDbBlockTableRecord>(space())->entities();
+    // What came last is what references are among.
+    const std::size_t reach = m_random.sign() > 0 ? entities.size() : 40;
+    const std::size_t index =
+        entities.size() - 1 - static_cast<std::size_t>(m_random.between(0.0, double(reach)));
+    AcDbExtents box;
+    const auto* entity = DatabaseAccess::objectOf<AcDbEntity>(entities[index]);
+    if (entity->getGeomExtents(box) != Acad::eOk) return place();
+    return {m_random.sign() > 0 ? box.minPoint().x : box.maxPoint().x,
+            m_random.sign() > 0 ? box.minPoint().y : box.maxPoint().y, 0.0};
+}
+
 /// The same by asking every entity by itself.
 void PickIndexModel::compare() {
-    const AcGePoint3d at = place();
+    const AcGePoint3d at = somePlace();
     const double size = std::exp(m_random.between(-1.0, 4.5));
     const PickRegion region = PickRegion::box({at.x - size, at.y - size}, {at.x + size, at.y + size});
     const hostkit::PickSight sight{
@@ -252,7 +270,7 @@ void PickIndexModel::compare() {
 TEST_F(PickIndexModel, AgreesWithAskingEveryEntity) {
     hostkit::ChangeLog& log = DatabaseAccess::changes(m_drawing);
     compare();
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 800; ++round) {
         SCOPED_TRACE(round);
         const int way = static_cast<int>(m_random.between(0.0, 8.0));
         if (way == 0 && log.groupCount() > 0) {
