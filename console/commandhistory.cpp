@@ -30,7 +30,7 @@ std::optional<std::string> CommandHistory::defaultPath() {
 CommandHistory::CommandHistory(std::string path)
     : m_path(std::move(path)) {}
 
-std::vector<std::wstring> CommandHistory::read() const {
+std::vector<std::wstring> CommandHistory::read() {
     std::string bytes;
     std::vector<std::wstring> lines;
     if (!hostkit::readWholeFile(m_path, bytes)) return lines;
@@ -40,6 +40,7 @@ std::vector<std::wstring> CommandHistory::read() const {
             lines.push_back(onOneLine(wideFromArgument(line)));
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
     }
+    if (!lines.empty()) m_last = lines.back();
     const bool isLong = lines.size() > linesInFile;
     if (lines.size() > linesKept)
         lines.erase(lines.begin(), lines.end() - static_cast<std::ptrdiff_t>(linesKept));

@@ -14,7 +14,7 @@ public:
     explicit CommandHistory(std::string path);
 
     /// The oldest first, at most the latest thousand. A file that has grown far beyond is cut to these.
-    std::vector<std::wstring> read() const;
+    std::vector<std::wstring> read();
     /// Puts the line at the end; one that repeats the line before it is not kept. False, with the reason,
     /// where that cannot be done.
     bool add(const std::wstring& line, std::wstring& problem);

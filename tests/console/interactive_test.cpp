@@ -100,6 +100,28 @@ TEST_F(Interactive, ANewDrawingIsGivenItsFileAsItIsLeft) {
     expectHas(outputOf({folder / "new.dxf", "--command", "LIST JSON"}), {"\"LINE\""});
 }
 
+#ifdef VEXO_EDITS_LINES
+TEST_F(Interactive, LinesAreEditedCompletedAndRemembered) {
+    constexpr const char* up = "\x1B[A";
+    constexpr const char* left = "\x1B[D";
+    for (const bool isFirst : {true, false}) {
+        const auto console = started({"--new", "--module", helpful});
+        for (const std::string& keys :
+             {isFirst ? std::string("SALU\tWold") + left + left + "r\n" : up + std::string("\n")}) {
+            ASSERT_TRUE(console->waitFor("Command: ")) << console->shown();
+            console->type(keys);
+            ASSERT_TRUE(console->waitFor("Times: ")) << console->shown();
+            console->type("2\n");
+            ASSERT_TRUE(console->waitFor("Hello World\r\nHello World")) << console->shown();
+        }
+        ASSERT_TRUE(console->waitFor("Command: "));
+        console->type(ctrlD);
+        EXPECT_EQ(console->finish(), exitcode::ok);
+    }
+    EXPECT_EQ(readFile(folder / "state/vexotools/history"), "SALUER World\n");
+}
+#endif
+
 // With and without line editing.
 class Cancelling : public Interactive, public ::testing::WithParamInterface<const char*> {
 protected:
