@@ -45,6 +45,8 @@ constexpr CommandDescription described[] = {
     {L"U", uCommand, L"", L"takes back the last command that changed the drawing", L"", noStep},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      L"COUNT commands, 1 where none is given.", noStep},
+    {L"REDO", redoCommand, L"[COUNT]", L"does again what U or UNDO took back",
+     L"COUNT commands, 1 where none is given; any change in between forgets them.", noStep},
     {L"SETVAR", setVariableCommand, L"[NAME [VALUE]]", L"shows or sets a system variable",
      L"Without a name, or with ?, lists all. Points are x,y,z; . is the empty text."},
     {L"VERSION", versionCommand, L"", L"the versions of host and kit, and the product's key", L""},

@@ -12,8 +12,12 @@
 
 namespace {
 
+std::wstring nameOf(const hostkit::UndoReport& report) {
+    return report.name.empty() ? L"Changes by no command" : report.name;
+}
+
 void tell(const hostkit::UndoReport& report) {
-    const std::wstring name = report.name.empty() ? L"Changes by no command" : report.name;
+    const std::wstring name = nameOf(report);
     std::wstring text =
         name + L": taken back, " + counted(report.restored, L"object is", L"objects are") + L" as before\n";
     if (report.keptSuspended > 0)
@@ -43,15 +47,32 @@ void takeBack(int count) {
     }
 }
 
+bool readCount(int& count) {
+    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
+    const int answer = acedGetInt(L"Number of commands <1>: ", &count);
+    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"the number of commands is 1 or more");
+    return answer == RTNORM || answer == RTNONE;
+}
+
 } // namespace
 
 void uCommand() { takeBack(1); }
 
 void undoCommand() {
     int count = 1;
-    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
-    const int answer = acedGetInt(L"Number of commands <1>: ", &count);
-    if (answer == RTREJ)
-        return hostkit::failCommand(Acad::eInvalidInput, L"the number of commands is 1 or more");
-    if (answer == RTNORM || answer == RTNONE) takeBack(count);
+    if (readCount(count)) takeBack(count);
+}
+
+void redoCommand() {
+    AcApDocument* document = documentOrFail();
+    int count = 1;
+    if (!document || !readCount(count)) return;
+    for (int i = 0; i < count; ++i) {
+        hostkit::UndoReport report;
+        const Acad::ErrorStatus status = hostkit::redoLastGroup(*document->database(), report);
+        if (status != Acad::eOk && i > 0) return acutPrintf(L"Nothing further to do again\n"), void();
+        if (status != Acad::eOk) return hostkit::failCommand(status, L"there is nothing to do again");
+        acutPrintf(L"%s: done again, %s as before it was taken back\n", nameOf(report).c_str(),
+                   counted(report.restored, L"object is", L"objects are").c_str());
+    }
 }

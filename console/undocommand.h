@@ -2,4 +2,6 @@
 
 /// The commands U and UNDO [COUNT].
 void uCommand();
+/// The command REDO [COUNT].
+void redoCommand();
 void undoCommand();

@@ -31,6 +31,17 @@ TEST_F(UndoCommandTest, CountsCommandsAndSaysWhenThereAreNoMore) {
     EXPECT_TRUE(isAsBefore());
 }
 
+// What was done again is saved as if it had never been taken back.
+TEST_F(UndoCommandTest, DoesAgainWhatWasTakenBackUntilAChange) {
+    printedBy("ADDLINE\nADDLINE\n");
+    const std::string whole = readFile(saved);
+    expectHas(printedBy("ADDLINE\nADDLINE\nU\nUNDO\nREDO\nLAYERS\nredo 1\n"),
+              {"ADDLINE: done again, 1 object is as before it was taken back\nLayer"});
+    EXPECT_EQ(readFile(saved), whole);
+    expectHas(printedBy("ADDLINE\nU\nREDO 3\nU\n"), {"Nothing further to do again", "taken back"});
+    EXPECT_TRUE(isAsBefore());
+}
+
 TEST_F(UndoCommandTest, SaysWhatStays) {
     expectHas(printedBy("ADDTWO\nUNDO\n"),
               {"1 object is as before", "1 object stays as changed while undo recording was off"});
@@ -43,6 +54,10 @@ TEST_F(UndoCommandTest, RefusesWhatItCannotDo) {
         {"ADDLINE\nUNDO 0\n", "script.scr:2: UNDO"},
         {"ADDLINE\nUNDO -1\n", "script.scr:2: UNDO"},
         {"ADDLINE\nUNDO all\n", "script.scr:2: UNDO"},
+        {"REDO\n", "nothing to do again (eUndoOperationNotAvailable)"},
+        {"ADDLINE\nU\nADDLINE\nREDO\n", "nothing to do again (eUndoOperationNotAvailable)"},
+        {"ADDTWO\nU\nREDO\n", "nothing to do again (eUndoOperationNotAvailable)"},
+        {"REDO 0\n", "1 or more"},
         {"LEAVE\n", "eTransactionOpenWhileCommandEnded"},
     };
     for (const auto& [lines, told] : cases) {

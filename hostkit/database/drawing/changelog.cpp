@@ -1,6 +1,6 @@
 #include "changelog.h"
 
-#include "changememory.h"
+#include "changeredo.h"
 #include "databasecontents.h"
 #include "dbdatabase.h"
 
@@ -21,7 +21,10 @@ ChangeLog::Entry& ChangeLog::append(Kind kind, AcDbStub* stub) {
     const bool startsGroup =
         m_isRecording && !m_hasOpenGroup && (m_groups.empty() || m_groups.back().isNamed);
     if (startsGroup) m_groups.push_back({std::wstring(), m_entries.size(), false, m_state});
-    if (kind != Kind::touch) enterNewState();
+    if (kind != Kind::touch) {
+        enterNewState();
+        m_redo.clear();
+    }
     Entry& entry = m_entries.emplace_back();
     entry.stub = stub;
     entry.kind = kind;

@@ -1,5 +1,5 @@
 // Undo recording: what objects, containers and the header were before a change, marks, taking back and
-// cancelling; leaves out redo and partial undo by applications.
+// cancelling, doing again; leaves out partial undo by applications.
 #pragma once
 
 #include "undoreport.h"
@@ -85,6 +85,12 @@ public:
     /// its name, or stays erased. eUndoOperationNotAvailable: there is no group, one is not ended
     /// yet, or a transaction is active.
     Acad::ErrorStatus undo(UndoReport& report);
+    std::size_t redoCount() const;
+    /// Does again what the latest undo took back: everything is what it was before that, ids and order
+    /// included, and the group can be taken back again. Any change forgets what could be done again. So does
+    /// an undo that left something as it was, or met an object that is open and changed.
+    /// eUndoOperationNotAvailable: there is nothing, a group is not ended yet, or a transaction is active.
+    Acad::ErrorStatus redo(UndoReport& report);
 
     // Saving.
 
@@ -121,6 +127,14 @@ private:
         bool isNamed = false; ///< else of what was done between commands
         Adesk::UInt64 stateBefore = 0;
     };
+    /// What an undo took out of its owner: where it stood there.
+    struct TakenBack {
+        AcDbStub* stub;
+        std::size_t place;
+        Adesk::UInt8 stubFlags;
+    };
+    /// An undo that can be done again: what it found where it put something back, the latest change first.
+    struct RedoStep;
     /// What was changed while recording was off, later than the entry that is looked at.
     struct Suspended;
     /// Nothing that is put back is remembered itself.
@@ -142,7 +156,14 @@ private:
     void restoreState(Entry& entry);
     void putBack(AcDbStub& stub, const StateMemory& state);
     void restoreErasure(Entry& entry);
+    /// Notes in m_taken, where an undo asks for it.
     void takeBack(AcDbObject& object);
+    void giveBack(const TakenBack& taken);
+    Entry oppositeOf(const Entry& entry);
+    static std::unique_ptr<SlotMemory> oppositeOfSlot(const Entry& entry);
+    bool canBeDoneAgain(const Group& group) const;
+    void rememberForRedo(const Group& group, RedoStep& step, const UndoReport& report);
+    void restoreOpposites(RedoStep& step);
     static std::vector<AcDbObjectId> ownedBy(AcDbObject& owner);
 
     struct Settling;
@@ -160,6 +181,8 @@ private:
     std::deque<Entry> m_entries;
     std::vector<std::size_t> m_marks;
     std::vector<Group> m_groups;
+    std::vector<RedoStep> m_redo;
+    RedoStep* m_undoing = nullptr; ///< what the running undo remembers
     Adesk::UInt32 m_epoch = 1;
     Adesk::UInt64 m_state = 0; ///< a number for what the drawing holds; another one after each change
     Adesk::UInt64 m_latestState = 0;

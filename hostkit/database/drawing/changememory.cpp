@@ -104,6 +104,8 @@ bool ChangeLog::SlotMemory::putBack(AcDbDictionary& dictionary) const {
     if (!dictionary.putSlotBack(index, earlier)) return false;
     AcDbObject* named = wasOwned ? DatabaseAccess::object(earlier->id) : nullptr;
     if (named && named->ownerId().isNull()) DatabaseAccess::setOwner(*named, dictionary.objectId());
+    if (AcDbObject* const left = DatabaseAccess::object(leaving))
+        DatabaseAccess::setOwner(*left, leavingOwner);
     return true;
 }
 

@@ -71,6 +71,8 @@ struct ChangeLog::SlotMemory : Memory {
     std::size_t index;
     bool wasOwned = false;                        ///< the dictionary owned what the entry named
     std::optional<AcDbDictionary::Entry> earlier; ///< none: the entry was not there
+    AcDbObjectId leaving{};                       ///< for doing again: what the entry named meanwhile,
+    AcDbObjectId leavingOwner{};                  ///< and the owner that it had before
 };
 
 struct ChangeLog::VariableMemory : Memory {

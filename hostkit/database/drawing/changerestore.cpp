@@ -1,4 +1,5 @@
 // What the memory of changes does when a transaction is aborted or an open is cancelled.
+#include "changeredo.h"
 #include "changesettling.h"
 
 #include "dbblocktablerecord.h"
@@ -6,6 +7,7 @@
 #include "dbsymboltable.h"
 
 #include "casefold.h"
+#include "ownedlist.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -60,9 +62,12 @@ void ChangeLog::restoreErasure(Entry& entry) {
 void ChangeLog::takeBack(AcDbObject& object) {
     AcDbStub& stub = *object.m_id.stub();
     if (stub.flags & kStubTakenBack) return;
+    const Adesk::UInt8 flags = stub.flags;
     stub.flags = kStubErased | kStubTakenBack;
     m_display.restored(stub);
-    if (AcDbObject* const owner = DatabaseAccess::object(object.m_ownerId)) owner->takeBack(object.m_id);
+    AcDbObject* const owner = DatabaseAccess::object(object.m_ownerId);
+    const std::size_t place = owner ? owner->takeBack(object.m_id) : notListed;
+    if (m_undoing) m_undoing->taken.push_back({&stub, place, flags});
     for (const AcDbObjectId id : ownedBy(object)) takeBack(*DatabaseAccess::object(id));
 }
 

@@ -1,4 +1,5 @@
 // What the memory of changes does when a step is taken back.
+#include "changeredo.h"
 #include "changesettling.h"
 
 #include <algorithm>
@@ -83,11 +84,20 @@ Acad::ErrorStatus ChangeLog::undo(UndoReport& report) {
     const Group group = std::move(m_groups.back());
     m_groups.pop_back();
     report.name = group.name;
+    RedoStep step;
+    step.stateAfter = m_state;
+    const bool isRemembered = canBeDoneAgain(group);
     {
         Restoring restoring(*this);
+        m_undoing = isRemembered ? &step : nullptr;
         undoGroup(group, report);
+        m_undoing = nullptr;
     }
     ++m_epoch;
+    if (isRemembered)
+        rememberForRedo(group, step, report);
+    else
+        m_redo.clear();
     forgetGroup(group.start);
     const bool isAsBefore = m_entries.size() <= group.start && report.inConflict + report.unfiled == 0;
     if (isAsBefore)
@@ -143,6 +153,7 @@ void ChangeLog::undoEntry(Entry& entry, Suspended& later, Tally& tally) {
     }
     if (later.hides(entry)) return tally.inConflict.add(entry);
     later.settling.note(entry);
+    if (m_undoing) m_undoing->opposites.push_back(oppositeOf(entry));
     if (!restore(entry)) {
         later.unlisted.push_back(static_cast<SlotMemory&>(*entry.memory).earlier->id.stub());
         return tally.inConflict.add(entry);

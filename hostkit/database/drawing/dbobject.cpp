@@ -13,6 +13,7 @@
 #include "ownedobjects.h"
 
 #include "acarray.h"
+#include "ownedlist.h"
 
 #include <algorithm>
 
@@ -170,7 +171,8 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
 
 Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) { return Acad::eOk; }
 void AcDbObject::listOwned(std::vector<AcDbObjectId>&) const {}
-void AcDbObject::takeBack(AcDbObjectId) {}
+std::size_t AcDbObject::takeBack(AcDbObjectId) { return hostkit::notListed; }
+void AcDbObject::giveBack(AcDbObjectId, std::size_t) {}
 
 Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }
 AcRxObject* AcDbObject::clone() const { return nullptr; }

@@ -174,8 +174,11 @@ protected:
     /// Adds what the object's own fields name as its property: entities, parts, entries. An undo asks which
     /// of them go with it; its extension dictionary is known already.
     virtual void listOwned(std::vector<AcDbObjectId>& owned) const;
-    /// One of them never was: its creation was taken back.
-    virtual void takeBack(AcDbObjectId owned);
+    /// One of them never was: its creation was taken back. The place where it was listed, or
+    /// hostkit::notListed (ownedlist.h).
+    virtual std::size_t takeBack(AcDbObjectId owned);
+    /// The reverse: it is listed at that place again.
+    virtual void giveBack(AcDbObjectId owned, std::size_t place);
 
     /// kRemembered, kTouched: the drawing's memory of changes was told of this open. kCopy: a copy without an
     /// owner yet, with the original in that place.

@@ -87,7 +87,12 @@ HeaderVariables::Variable& HeaderVariables::change(std::wstring_view name, Group
 
 void HeaderVariables::putBack(std::wstring_view name, const std::optional<Variable>& earlier) {
     const auto found = m_index.find(name);
-    if (found == m_index.end()) return;
+    if (found == m_index.end()) {
+        if (!earlier) return;
+        m_variables.push_back(*earlier);
+        m_index.emplace(earlier->name, m_variables.size() - 1);
+        return;
+    }
     const std::size_t place = found->second;
     if (earlier) {
         m_variables[place] = *earlier;

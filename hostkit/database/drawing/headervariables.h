@@ -56,7 +56,8 @@ public:
     void setHandle(std::wstring_view name, Adesk::UInt64 value, short code = 5);
     void setPoint(std::wstring_view name, const double* coordinates, int dimension, short code = 10);
 
-    /// As it was, the mark too; none: there was no such variable. Tells no log.
+    /// As it was, the mark too, behind all others where it is gone; none: there was no such variable. Tells
+    /// no log.
     void putBack(std::wstring_view name, const std::optional<Variable>& earlier);
 
 private:

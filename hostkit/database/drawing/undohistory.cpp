@@ -25,6 +25,12 @@ Acad::ErrorStatus undoLastGroup(AcDbDatabase& database, UndoReport& report) {
     return DatabaseAccess::changes(database).undo(report);
 }
 
+Acad::ErrorStatus redoLastGroup(AcDbDatabase& database, UndoReport& report) {
+    return DatabaseAccess::changes(database).redo(report);
+}
+
+int redoGroupCount(const AcDbDatabase& database) { return static_cast<int>(changesOf(database).redoCount()); }
+
 void noteSaved(AcDbDatabase& database) { DatabaseAccess::changes(database).noteSaved(); }
 
 bool hasUnsavedChanges(const AcDbDatabase& database) { return changesOf(database).hasUnsavedChanges(); }

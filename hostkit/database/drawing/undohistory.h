@@ -1,4 +1,5 @@
-// Undo of a drawing's last steps: groups and taking back the latest; leaves out redo and marks with names.
+// Undo of a drawing's last steps: groups, taking back the latest and doing it again; leaves out marks with
+// names.
 #pragma once
 
 #include "undoreport.h"
@@ -23,6 +24,13 @@ int undoGroupCount(const AcDbDatabase& database);
 /// was off stays. eUndoOperationNotAvailable: there is no step, one is not ended yet, or a transaction is
 /// active.
 Acad::ErrorStatus undoLastGroup(AcDbDatabase& database, UndoReport& report);
+
+/// Does the step again that was taken back last: the drawing is, to its ids, what it was before. Any change
+/// forgets such steps, and a step that was not taken back whole is none. eUndoOperationNotAvailable: there is
+/// none, a step is not ended yet, or a transaction is active.
+Acad::ErrorStatus redoLastGroup(AcDbDatabase& database, UndoReport& report);
+/// Steps that can be done again.
+int redoGroupCount(const AcDbDatabase& database);
 
 /// What the drawing holds now is saved. A drawing begins so.
 void noteSaved(AcDbDatabase& database);

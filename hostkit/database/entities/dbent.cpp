@@ -12,6 +12,7 @@
 #include "subentitylist.h"
 
 #include "adsdef.h"
+#include "ownedlist.h"
 
 #include <cmath>
 
@@ -224,6 +225,11 @@ void AcDbEntity::listOwned(std::vector<AcDbObjectId>& owned) const {
     for (std::size_t i = 0; parts && i < parts->count(); ++i) owned.push_back(parts->idAt(i));
 }
 
-void AcDbEntity::takeBack(AcDbObjectId part) {
-    if (hostkit::SubentityList* const parts = subentities()) parts->takeBack(part);
+std::size_t AcDbEntity::takeBack(AcDbObjectId part) {
+    hostkit::SubentityList* const parts = subentities();
+    return parts ? parts->takeBack(part) : hostkit::notListed;
+}
+
+void AcDbEntity::giveBack(AcDbObjectId part, std::size_t place) {
+    if (hostkit::SubentityList* const parts = subentities()) parts->giveBack(part, place);
 }

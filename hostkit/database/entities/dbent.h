@@ -122,7 +122,8 @@ protected:
     /// The entities that this one owns; null for a class that owns none.
     virtual hostkit::SubentityList* subentities();
     void listOwned(std::vector<AcDbObjectId>& owned) const override;
-    void takeBack(AcDbObjectId part) override;
+    std::size_t takeBack(AcDbObjectId part) override;
+    void giveBack(AcDbObjectId part, std::size_t place) override;
 
     struct Filing; ///< the groups of a drawing file
     friend class hostkit::DatabaseAccess;

@@ -3,6 +3,7 @@
 #include "dbaccess.h"
 #include "dbent.h"
 #include "ownederasure.h"
+#include "ownedlist.h"
 
 #include <algorithm>
 
@@ -28,10 +29,8 @@ SubentityList& SubentityList::operator=(const SubentityList& other) {
     return *this;
 }
 
-void SubentityList::takeBack(AcDbObjectId id) {
-    const auto found = std::find(m_ids.rbegin(), m_ids.rend(), id);
-    if (found != m_ids.rend()) m_ids.erase(std::next(found).base());
-}
+std::size_t SubentityList::takeBack(AcDbObjectId id) { return takeFromList(m_ids, id); }
+void SubentityList::giveBack(AcDbObjectId id, std::size_t place) { giveToList(m_ids, id, place); }
 
 AcDbEntity* SubentityList::at(std::size_t index) const {
     return m_isResident ? DatabaseAccess::objectOf<AcDbEntity>(m_ids[index]) : m_parts[index].get();

@@ -50,7 +50,8 @@ public:
     /// A reader adds a part that the drawing has already.
     void appendResident(AcDbObjectId id);
     /// A part that came lately is none any more.
-    void takeBack(AcDbObjectId id);
+    std::size_t takeBack(AcDbObjectId id);
+    void giveBack(AcDbObjectId id, std::size_t place);
     /// Erases or restores all parts with their owner; busy ones are passed over.
     void eraseAll(bool erasing);
 

@@ -99,6 +99,7 @@ bool AcDbDictionary::putSlotBack(std::size_t index, const std::optional<Entry>& 
         m_index.erase(earlier->name, other);
         m_entries[other] = Entry();
     }
+    if (index == m_entries.size()) m_entries.emplace_back(); // one that was new comes again
     m_index.erase(m_entries[index].name, index);
     m_entries[index] = earlier.value_or(Entry());
     if (isNamed) m_index.insert(earlier->name, index);

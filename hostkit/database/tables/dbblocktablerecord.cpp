@@ -10,6 +10,7 @@
 #include "fieldsetters.h"
 #include "fieldtable.h"
 #include "ownederasure.h"
+#include "ownedlist.h"
 
 #include <algorithm>
 
@@ -47,9 +48,12 @@ void AcDbBlockTableRecord::listOwned(std::vector<AcDbObjectId>& owned) const {
     owned.insert(owned.end(), {m_beginId, m_endId});
 }
 
-void AcDbBlockTableRecord::takeBack(AcDbObjectId entity) {
-    const auto found = std::find(m_entities.rbegin(), m_entities.rend(), entity);
-    if (found != m_entities.rend()) m_entities.erase(std::next(found).base());
+std::size_t AcDbBlockTableRecord::takeBack(AcDbObjectId entity) {
+    return hostkit::takeFromList(m_entities, entity);
+}
+
+void AcDbBlockTableRecord::giveBack(AcDbObjectId entity, std::size_t place) {
+    hostkit::giveToList(m_entities, entity, place);
 }
 
 namespace {

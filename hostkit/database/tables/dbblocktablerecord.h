@@ -74,7 +74,8 @@ private:
     friend class AcDbBlockBegin;
     struct Filing;
     void listOwned(std::vector<AcDbObjectId>& owned) const override;
-    void takeBack(AcDbObjectId entity) override;
+    std::size_t takeBack(AcDbObjectId entity) override;
+    void giveBack(AcDbObjectId entity, std::size_t place) override;
 
     std::vector<AcDbObjectId> m_entities;
     AcGePoint3d m_origin;

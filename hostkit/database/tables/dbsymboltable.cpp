@@ -5,6 +5,7 @@
 #include "fielditems.h"
 #include "fieldtable.h"
 #include "headervariables.h"
+#include "ownedlist.h"
 
 #include <algorithm>
 #include <iterator>
@@ -92,11 +93,16 @@ AcDbSymbolTable& AcDbSymbolTable::operator=(const AcDbSymbolTable& other) {
     return *this;
 }
 
-void AcDbSymbolTable::takeBack(AcDbObjectId record) {
-    const auto found = std::find(m_records.rbegin(), m_records.rend(), record);
-    if (found == m_records.rend()) return;
-    m_records.erase(std::next(found).base());
-    dropName(record, DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record)->name());
+std::size_t AcDbSymbolTable::takeBack(AcDbObjectId record) {
+    const std::size_t place = hostkit::takeFromList(m_records, record);
+    if (place != hostkit::notListed)
+        dropName(record, DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record)->name());
+    return place;
+}
+
+void AcDbSymbolTable::giveBack(AcDbObjectId record, std::size_t place) {
+    hostkit::giveToList(m_records, record, place);
+    enterName(record, DatabaseAccess::objectOf<AcDbSymbolTableRecord>(record)->name());
 }
 
 bool AcDbSymbolTable::dropName(AcDbObjectId record, std::wstring_view name) {
@@ -109,8 +115,13 @@ bool AcDbSymbolTable::dropName(AcDbObjectId record, std::wstring_view name) {
 void AcDbSymbolTable::renamed(AcDbSymbolTableRecord& record, std::wstring_view oldName) {
     if (hostkit::equalFolded(record.name(), oldName)) return;
     if (!dropName(record.objectId(), oldName)) return; // the table has let it go
-    std::vector<AcDbObjectId>& bearers = m_names[record.name()];
-    bearers.push_back(record.objectId());
+    enterName(record.objectId(), record.name());
+}
+
+// Records of one name stand in the order of the table.
+void AcDbSymbolTable::enterName(AcDbObjectId record, const std::wstring& name) {
+    std::vector<AcDbObjectId>& bearers = m_names[name];
+    bearers.push_back(record);
     if (bearers.size() == 1) return;
     const std::unordered_set<AcDbObjectId> unordered(bearers.begin(), bearers.end());
     bearers.clear();

@@ -74,7 +74,8 @@ private:
     friend class AcDbSymbolTableRecord;
     struct Filing;
     void enter(AcDbSymbolTableRecord& record);
-    void takeBack(AcDbObjectId record) override;
+    std::size_t takeBack(AcDbObjectId record) override;
+    void giveBack(AcDbObjectId record, std::size_t place) override;
     /// The record has another name than before, however it came by it.
     void renamed(AcDbSymbolTableRecord& record, std::wstring_view oldName);
     /// Whether the header names the record as the current one.
@@ -82,6 +83,7 @@ private:
     /// The header names the current record so.
     void nameCurrent(const std::wstring& name) const;
     const std::vector<AcDbObjectId>* bearersOf(std::wstring_view name) const;
+    void enterName(AcDbObjectId record, const std::wstring& name);
     bool dropName(AcDbObjectId record, std::wstring_view name);
 
     std::vector<AcDbObjectId> m_records;
