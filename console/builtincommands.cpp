@@ -8,6 +8,7 @@
 #include "inventorycommands.h"
 #include "listcommands.h"
 #include "plotcommand.h"
+#include "selectioncommands.h"
 #include "undocommand.h"
 #include "variablecommands.h"
 #include "xdatacommand.h"
@@ -15,7 +16,7 @@
 namespace {
 
 constexpr Adesk::Int32 ofSession = ACRX_CMD_SESSION | ACRX_CMD_NO_UNDO_MARKER;
-constexpr Adesk::Int32 noStep = ACRX_CMD_NO_UNDO_MARKER;
+constexpr Adesk::Int32 noStep = keepsSelection | ACRX_CMD_NO_UNDO_MARKER;
 
 constexpr CommandDescription described[] = {
     {L"HELP", helpCommand, L"[COMMAND]", L"this list, or all that is known of one command", L""},
@@ -30,7 +31,20 @@ constexpr CommandDescription described[] = {
      L"saves the drawing to another file, in any form",
      L"A file that is there, the opened one too, is replaced only with OVERWRITE. FIELDS writes every record "
      L"anew."},
-    {L"LIST", listCommand, L"[TABLE | JSON [FILE [OVERWRITE]]]", L"all entities of the drawing", L""},
+    {L"SELECT", selectCommand, L"[(CODE . VALUE)...] [WAY]... [TABLE | JSON [FILE [OVERWRITE]]]",
+     L"selects entities for the next commands",
+     L"Ways are points, W x,y x,y, C x,y x,y, F, WP, CP, ALL, L, P, G, handles, R and A; ? at the prompt "
+     L"lists them. "
+     L"Only what the groups in parentheses fit is taken: (0 . \"LINE,ARC\") (8 . \"WALL*\").",
+     noStep},
+    {L"ERASE", eraseCommand, L"[WAY]...", L"erases what is selected",
+     L"Or what is selected now, by the ways of SELECT.", ACRX_CMD_USEPICKSET},
+    {L"CHPROP", changePropertiesCommand, L"[WAY... \"\"] [LAYER NAME | COLOR COLOUR | LTYPE NAME]...",
+     L"gives what is selected another layer, colour or linetype",
+     L"Or what is selected now, by the ways of SELECT; \"\" is Enter, behind which the properties stand.",
+     ACRX_CMD_USEPICKSET},
+    {L"LIST", listCommand, L"[SELECTED] [TABLE | JSON [FILE [OVERWRITE]]]",
+     L"all entities of the drawing, or those selected", L""},
     {L"LAYERS", layersCommand, L"", L"the layers with their number of entities and state", L""},
     {L"XDATA", xdataCommand, L"HANDLE [TABLE | JSON [FILE [OVERWRITE]]]", L"the extended data of an object",
      L"Application by application; HANDLE is the hexadecimal number that LIST shows."},
@@ -38,10 +52,10 @@ constexpr CommandDescription described[] = {
      L"With CONTENTS what stands in their records, too."},
     {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]", L"checks the drawing, or a file",
      L"The text as which the drawing would be saved, or a file as it is; fails where it has faults."},
-    {L"PLOT", plotCommand, L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [FILL LAYER]...",
+    {L"PLOT", plotCommand, L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [SELECTED] [FILL LAYER]...",
      L"a picture of the drawing",
      L"The page is WIDTH by HEIGHT millimetres, 20 to 5000; closed curves of the layers behind FILL are "
-     L"filled."},
+     L"filled; with SELECTED the selection stands on a band of colour."},
     {L"U", uCommand, L"", L"takes back the last command that changed the drawing", L"", noStep},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      L"COUNT commands, 1 where none is given.", noStep},

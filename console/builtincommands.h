@@ -7,6 +7,9 @@
 
 class AcEdCommandStack;
 
+/// A command that leaves the implied selection to the next one.
+inline constexpr Adesk::Int32 keepsSelection = ACRX_CMD_MODAL | ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW;
+
 /// What HELP knows of a command.
 struct CommandDescription {
     const wchar_t* name;
@@ -14,7 +17,7 @@ struct CommandDescription {
     const wchar_t* arguments;
     const wchar_t* help;    ///< in a few words, for a list
     const wchar_t* details; ///< sentences on the arguments; may be empty
-    Adesk::Int32 flags = ACRX_CMD_MODAL;
+    Adesk::Int32 flags = keepsSelection;
 };
 
 /// The console's own commands and those of the host.

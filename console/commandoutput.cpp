@@ -15,13 +15,17 @@ AcApDocument* documentOrFail() {
     return document;
 }
 
-std::optional<ReportForm> readReportForm() {
-    CString form;
-    acedInitGet(0, L"Table Json");
-    const int answer = acedGetKword(L"Form [Table/Json] <Table>: ", form);
-    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
-    if (answer != RTNORM && answer != RTNONE) return std::nullopt;
-    return form == L"Json" ? ReportForm::json : ReportForm::table;
+std::optional<ReportForm> readReportForm(bool* ofSelection) {
+    for (;;) {
+        CString form;
+        acedInitGet(0, ofSelection ? L"Table Json Selected" : L"Table Json");
+        const int answer = acedGetKword(
+            ofSelection ? L"Form [Table/Json/Selected] <Table>: " : L"Form [Table/Json] <Table>: ", form);
+        if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"the form is TABLE or JSON");
+        if (answer != RTNORM && answer != RTNONE) return std::nullopt;
+        if (form != L"Selected") return form == L"Json" ? ReportForm::json : ReportForm::table;
+        *ofSelection = true;
+    }
 }
 
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment) {

@@ -11,9 +11,10 @@ class AcApDocument;
 
 /// The current document; null, and the running command has failed, when there is none.
 AcApDocument* documentOrFail();
-/// Asks for the form of a report, TABLE or JSON; nothing when the command ends here, failed or stopped.
+/// Asks for the form of a report, TABLE or JSON; nothing when the command ends here, failed or stopped. Where
+/// `ofSelection` is given, the word SELECTED before the form sets it.
 enum class ReportForm { table, json };
-std::optional<ReportForm> readReportForm();
+std::optional<ReportForm> readReportForm(bool* ofSelection = nullptr);
 /// On the command line, in a terminal no wider than that; see formatTable.
 void printTable(const std::vector<std::vector<std::wstring>>& rows, std::string_view alignment);
 /// Asks for a file (readOutputFile) and writes the UTF-8 text to it, or to the command line where none is

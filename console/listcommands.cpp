@@ -12,9 +12,11 @@
 #include "dbobjptr.h"
 #include "drawinglisting.h"
 #include "modulecommand.h"
+#include "selectioninput.h"
 
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace {
 
@@ -63,6 +65,15 @@ void printListing(const hostkit::DrawingListing& listing) {
     acutPrintf(L"%d entities, %s\n", static_cast<int>(listing.entities.size()), listing.version.c_str());
 }
 
+// False, and the command has failed, where nothing is selected.
+bool keepSelected(const AcApDocument& document, hostkit::DrawingListing& listing) {
+    std::unordered_set<std::wstring> handles;
+    for (const AcDbObjectId id : impliedSelectionOrFail(document)) handles.insert(handleText(id.handle()));
+    std::erase_if(listing.entities,
+                  [&](const hostkit::ListedEntity& each) { return !handles.contains(each.handle); });
+    return !handles.empty();
+}
+
 } // namespace
 
 void layersCommand() {
@@ -90,9 +101,11 @@ void layersCommand() {
 void listCommand() {
     AcApDocument* document = documentOrFail();
     if (!document) return;
-    const std::optional<ReportForm> form = readReportForm();
+    bool ofSelection = false;
+    const std::optional<ReportForm> form = readReportForm(&ofSelection);
     if (!form) return;
-    const hostkit::DrawingListing listing = hostkit::listDrawing(*document->database());
+    hostkit::DrawingListing listing = hostkit::listDrawing(*document->database());
+    if (ofSelection && !keepSelected(*document, listing)) return;
     if (*form == ReportForm::table) return printListing(listing);
     offerText(hostkit::listingAsJson(listing));
 }

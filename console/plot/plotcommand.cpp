@@ -10,6 +10,7 @@
 #include "host.h"
 #include "modulecommand.h"
 #include "plotdrawing.h"
+#include "selectioninput.h"
 #include "svgpicture.h"
 #include "systempath.h"
 
@@ -27,6 +28,7 @@ struct Request {
     double height = sheetHeight;
     bool isExactSize = false;
     std::vector<AcDbObjectId> filledLayers;
+    std::vector<AcDbObjectId> marked;
 };
 
 bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
@@ -47,10 +49,14 @@ bool readFilledLayer(AcDbDatabase& database, Request& request) {
     return true;
 }
 
-bool readWord(AcDbDatabase& database, Request& request) {
+bool readWord(const AcApDocument& document, Request& request) {
     CString word;
     acedGetInput(word);
-    if (word != L"OVERWRITE") return readFilledLayer(database, request);
+    if (word == L"Selected") {
+        request.marked = impliedSelectionOrFail(document);
+        return !request.marked.empty();
+    }
+    if (word != L"OVERWRITE") return readFilledLayer(*document.database(), request);
     return request.file.mayReplace = true;
 }
 
@@ -80,21 +86,21 @@ bool mayBeWritten(const hostkit::OutputFile& file) {
            refuse(Acad::eInvalidInput, file.name + L": pictures are written as .svg alone");
 }
 
-bool readRequest(AcDbDatabase& database, Request& request) {
+bool readRequest(const AcApDocument& document, Request& request) {
     CString name;
     if (acedGetString(0, L"Picture file: ", name) != RTNORM) return false;
     if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"a file for the picture is needed");
     request.file.name = name.GetString();
     for (;;) {
         double width = 0.0;
-        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill OVERWRITE");
-        const int answer =
-            acedGetReal(L"Width of the page in millimetres, or Fill or OVERWRITE <fitted>: ", &width);
+        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill Selected OVERWRITE");
+        const int answer = acedGetReal(
+            L"Width of the page in millimetres, or Fill, Selected or OVERWRITE <fitted>: ", &width);
         if (answer == RTNONE) return mayBeWritten(request.file);
         if (answer != RTNORM && answer != RTKWORD)
             return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "
                                              L"layer fill its curves, OVERWRITE replaces the file");
-        if (!(answer == RTKWORD ? readWord(database, request) : readSize(width, request))) return false;
+        if (!(answer == RTKWORD ? readWord(document, request) : readSize(width, request))) return false;
     }
 }
 
@@ -113,13 +119,14 @@ void plotCommand() {
     AcApDocument* document = documentOrFail();
     if (!document) return;
     Request request;
-    if (!readRequest(*document->database(), request)) return;
+    if (!readRequest(*document, request)) return;
 
     PictureExtents extents;
     plotDrawing(*document->database(), extents);
     SvgPicture picture(PictureFrame::fitted(extents, request.width, request.height, request.isExactSize),
                        std::wstring(hostkit::fileNameOfPath(document->fileName())));
-    const PlotReport report = plotDrawing(*document->database(), picture, request.filledLayers);
+    const PlotReport report =
+        plotDrawing(*document->database(), picture, request.filledLayers, request.marked);
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
     if (!hostkit::writeOutputFile(request.file, picture.finish())) return;

@@ -20,6 +20,7 @@
 #include "dbtrace.h"
 #include "dbxline.h"
 #include "linepattern.h"
+#include "markingsink.h"
 #include "plotcurves.h"
 #include "plotdimension.h"
 #include "plothatch.h"
@@ -54,6 +55,7 @@ public:
         , m_dimensionText(dimensionTextOf(database)) {}
 
     void drawBlock(AcDbObjectId block, const Surroundings& around);
+    void drawThese(AcDbObjectId block, const std::vector<AcDbObjectId>& entities);
     void fillClosedCurves(AcDbObjectId block, const std::vector<AcDbObjectId>& layers);
     PlotReport report;
 
@@ -109,6 +111,14 @@ void DrawingPlotter::drawBlock(AcDbObjectId block, const Surroundings& around) {
         if (mustStop()) return;
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (entity.object()) drawEntity(*entity.object(), around);
+    }
+}
+
+void DrawingPlotter::drawThese(AcDbObjectId block, const std::vector<AcDbObjectId>& entities) {
+    for (const AcDbObjectId id : entities) {
+        if (mustStop()) return;
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.object() && entity->ownerId() == block) drawEntity(*entity.object(), Surroundings());
     }
 }
 
@@ -333,9 +343,12 @@ AcDbObjectId spaceToDraw(AcDbDatabase& database) {
 } // namespace
 
 PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink,
-                       const std::vector<AcDbObjectId>& filledLayers) {
-    DrawingPlotter plotter(database, sink);
+                       const std::vector<AcDbObjectId>& filledLayers,
+                       const std::vector<AcDbObjectId>& marked) {
     const AcDbObjectId space = spaceToDraw(database);
+    MarkingSink marking(sink);
+    DrawingPlotter(database, marking).drawThese(space, marked);
+    DrawingPlotter plotter(database, sink);
     plotter.fillClosedCurves(space, filledLayers);
     plotter.drawBlock(space, Surroundings());
     return plotter.report;

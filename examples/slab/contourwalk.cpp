@@ -54,8 +54,7 @@ public:
         AcDbBlockTableRecordIterator* opened = nullptr;
         record->newIterator(opened);
         for (const std::unique_ptr<AcDbBlockTableRecordIterator> each(opened); !each->done(); each->step()) {
-            if (++m_entities > mostEntities || acedUsrBrk()) result.isCut = true;
-            if (result.isCut) return;
+            if (mustStop()) return;
             AcDbObjectId id;
             each->getEntityId(id);
             const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
@@ -63,9 +62,23 @@ public:
         }
     }
 
+    /// Those that stand in the space itself.
+    void walkThese(const AcDbObjectIdArray& ids, AcDbObjectId space) {
+        for (const AcDbObjectId id : ids) {
+            if (mustStop()) return;
+            const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+            if (entity.object() && entity->ownerId() == space) visitEntity(*entity.object(), Place());
+        }
+    }
+
     ContourWalk result;
 
 private:
+    bool mustStop() {
+        if (++m_entities > mostEntities || acedUsrBrk()) result.isCut = true;
+        return result.isCut;
+    }
+
     void visitEntity(const AcDbEntity& entity, const Place& place) {
         if (const auto* reference = AcDbBlockReference::cast(&entity))
             return walkReference(*reference, place);
@@ -123,8 +136,12 @@ private:
 
 } // namespace
 
-ContourWalk forEachContour(AcDbDatabase& database, const std::function<void(Contour&&)>& visit) {
+ContourWalk forEachContour(AcDbDatabase& database, const std::function<void(Contour&&)>& visit,
+                           const PlanSelection& selected) {
     Walk walk(visit);
-    walk.walkBlock(database.modelSpaceId(), Place());
+    if (selected)
+        walk.walkThese(*selected, database.modelSpaceId());
+    else
+        walk.walkBlock(database.modelSpaceId(), Place());
     return walk.result;
 }

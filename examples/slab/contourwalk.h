@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contour.h"
+#include "planselection.h"
 
 #include <functional>
 
@@ -18,4 +19,6 @@ struct ContourWalk {
 
 /// Gives every closed polyline, old-style polyline and circle of model space in drawing order, and those
 /// inside block references where each reference stands, nested ones and arrays too.
-ContourWalk forEachContour(AcDbDatabase& database, const std::function<void(Contour&&)>& visit);
+/// Where `selected` is given, of these entities of model space alone.
+ContourWalk forEachContour(AcDbDatabase& database, const std::function<void(Contour&&)>& visit,
+                           const PlanSelection& selected = {});

@@ -8,8 +8,12 @@ namespace {
 
 constexpr const wchar_t* commandGroup = L"SLAB";
 
-bool addCommand(const wchar_t* name, AcRxFunctionPtr function) {
-    return acedRegCmds->addCommand(commandGroup, name, name, ACRX_CMD_MODAL, function) == Acad::eOk;
+// A command that only measures leaves the selection to the next one.
+constexpr Adesk::Int32 measuring = ACRX_CMD_MODAL | ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW;
+constexpr Adesk::Int32 drawing = ACRX_CMD_MODAL | ACRX_CMD_USEPICKSET;
+
+bool addCommand(const wchar_t* name, Adesk::Int32 flags, AcRxFunctionPtr function) {
+    return acedRegCmds->addCommand(commandGroup, name, name, flags, function) == Acad::eOk;
 }
 
 } // namespace
@@ -19,7 +23,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
     case AcRx::kInitAppMsg:
         acrxDynamicLinker->unlockApplication(packet);
         acrxDynamicLinker->registerAppMDIAware(packet);
-        if (!addCommand(L"CONTOURS", contoursCommand) || !addCommand(L"SLABSTRIPS", slabStripsCommand))
+        if (!addCommand(L"CONTOURS", measuring, contoursCommand) || !addCommand(L"SLABSTRIPS", drawing, slabStripsCommand))
             return AcRx::kRetError;
         break;
     case AcRx::kUnloadAppMsg:

@@ -22,6 +22,7 @@
 namespace {
 
 struct Request {
+    PlanSelection plan;
     SlabRoles roles;
     CuttingFrame frame{AcGePoint3d(), AcGeVector3d::kXAxis};
     StripLook look{defaultStripLayer};
@@ -92,6 +93,7 @@ bool readStripLayer(std::wstring& layer) {
 }
 
 bool readOption(const AcDbDatabase& database, const CString& option, Request& request) {
+    if (option == L"Selection") return readPlan(request.plan);
     if (option == L"OUtlines")
         return readLayers(database, L"Layers of the outlines: ", request.roles.outlineLayers);
     if (option == L"OPenings")
@@ -121,12 +123,14 @@ bool isSound(const Request& request) {
 bool readRequest(const AcDbDatabase& database, Request& request) {
     for (;;) {
         CString option;
-        acedInitGet(0, L"OUtlines OPenings Direction Angle Base Layer Numbers Text CSV Json");
+        acedInitGet(0, L"Selection OUtlines OPenings Direction Angle Base Layer Numbers Text CSV Json");
         const int answer = acedGetKword(
-            L"Option [OUtlines/OPenings/Direction/Angle/Base/Layer/Numbers/Text/CSV/Json] <Text>: ", option);
+            L"Option [Selection/OUtlines/OPenings/Direction/Angle/Base/Layer/Numbers/Text/CSV/Json] <Text>: ",
+            option);
         if (answer == RTREJ)
-            return refuse(Acad::eInvalidInput, L"the options are OUTLINES, OPENINGS, DIRECTION, ANGLE, BASE, "
-                                               L"LAYER, NUMBERS, and TEXT, CSV or JSON at the end");
+            return refuse(Acad::eInvalidInput,
+                          L"the options are SELECTION, OUTLINES, OPENINGS, DIRECTION, ANGLE, BASE, "
+                          L"LAYER, NUMBERS, and TEXT, CSV or JSON at the end");
         if (answer != RTNORM && answer != RTNONE) return false;
         if (answer == RTNORM && !isForm(option)) {
             if (!readOption(database, option, request)) return false;
@@ -178,7 +182,7 @@ std::vector<std::unique_ptr<PlanContour>> readContours(AcDbDatabase& database, c
     std::vector<std::unique_ptr<PlanContour>> contours;
     std::vector<std::wstring> stripLayers = filedStripLayers(database);
     stripLayers.push_back(request.look.layer);
-    const ContourWalk walk = forEachContour(database, [&](Contour&& contour) {
+    const auto visit = [&](Contour&& contour) {
         if (!takesPart(request.roles, stripLayers, contour.layer)) return;
         std::wstring reason;
         std::optional<PlanContour> plan = planContourOf(contour, reason);
@@ -186,7 +190,8 @@ std::vector<std::unique_ptr<PlanContour>> readContours(AcDbDatabase& database, c
             contours.push_back(std::make_unique<PlanContour>(std::move(*plan)));
         else
             run.findings.push_back({contour.layer, contour.path, reason});
-    });
+    };
+    const ContourWalk walk = forEachContour(database, visit, request.plan);
     // Open lines are only amiss where outlines and openings are said to stand.
     for (const ContourWalk::OpenCurve& each : walk.openCurves)
         if (isListed(request.roles.outlineLayers, each.layer) ||
@@ -243,12 +248,14 @@ void slabStripsCommand() {
     if (!document) return hostkit::failCommand(Acad::eNoDocument, L"no drawing is open");
     AcDbDatabase& database = *document->database();
     Request request;
+    request.plan = impliedPlan();
     if (!readRequest(database, request)) return;
 
     StripRun run;
     run.unit = unitName(database.insunits());
     run.decimals = std::clamp<int>(database.luprec(), 0, 8);
-    run.isByContainment = request.roles.outlineLayers.empty() && request.roles.openingLayers.empty();
+    run.isByContainment =
+        request.roles.outlineLayers.empty() && request.roles.openingLayers.empty() && !request.plan;
     if (!makeRun(database, request, run))
         return hostkit::failCommand(Acad::eUserBreak, L"stopped; no strips were drawn");
     if (run.slabs.empty()) {

@@ -110,7 +110,9 @@ int readAnswer(const wchar_t* prompt, bool wholeLine, const wchar_t* wanted, con
         const Answer answer = command->input.next(prompt ? prompt : L"", wholeLine);
         if (answer.kind == Answer::Kind::cancelled) return RTCAN;
         if (answer.kind == Answer::Kind::end) return RTERROR;
-        if (answer.kind == Answer::Kind::enter) {
+        const bool isEnter =
+            answer.kind == Answer::Kind::enter || (answer.text.empty() && !command->input.isUnclosed());
+        if (isEnter) {
             if (!(request.flags & RSG_NONULL)) return RTNONE;
             if (command->input.more() == MoreInput::none) return RTREJ;
             continue;

@@ -2,6 +2,8 @@
 
 #include "hostport.h"
 
+#include <algorithm>
+
 namespace hostkit {
 namespace {
 
@@ -69,6 +71,11 @@ Answer CommandInput::next(std::wstring_view prompt, bool wholeLine) {
     m_position = 0;
     answer.kind = nextWord(answer.text, wholeLine) ? Answer::Kind::word : Answer::Kind::enter;
     return answer;
+}
+
+void CommandInput::skip(std::size_t characters) {
+    skipBlanks();
+    m_position = std::min(m_position + characters, m_line.size());
 }
 
 std::wstring_view CommandInput::rest() const {

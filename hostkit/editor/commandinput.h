@@ -38,6 +38,8 @@ public:
     bool isUnclosed() const { return m_isUnclosed; }
     /// What is left of the line, without the blanks in front.
     std::wstring_view rest() const;
+    /// Takes so many characters of what is left as read.
+    void skip(std::size_t characters);
     MoreInput more() const { return m_more; }
 
 private:

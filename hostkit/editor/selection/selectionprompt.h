@@ -29,6 +29,8 @@ public:
     /// RTNORM, RTERROR (nothing was selected, or nobody answers), RTCAN, RTREJ, RTKWORD. The set is good with
     /// RTNORM alone.
     int run(SelectionSet& selection);
+    /// What was selected before a keyword ended the prompt.
+    SelectionSet takeSelection() { return std::move(m_selection); }
 
 private:
     struct Step;

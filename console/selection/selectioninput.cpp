@@ -1,0 +1,90 @@
+#include "selectioninput.h"
+
+#include "acdocman.h"
+#include "aced.h"
+#include "documentselection.h"
+#include "filtertext.h"
+#include "host.h"
+#include "modulecommand.h"
+#include "selectionsets.h"
+
+namespace {
+
+bool refuseFilter(const std::wstring& reason) {
+    hostkit::failCommand(Acad::eInvalidInput, L"the filter: " + reason);
+    return false;
+}
+
+std::vector<AcDbObjectId> liveOnes(const std::vector<AcDbObjectId>& ids) {
+    std::vector<AcDbObjectId> live;
+    for (const AcDbObjectId id : ids)
+        if (!id.isErased()) live.push_back(id);
+    return live;
+}
+
+} // namespace
+
+std::size_t lengthOfLists(std::wstring_view text) {
+    std::size_t end = 0;
+    int depth = 0;
+    bool isInText = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t character = text[i];
+        if (isInText && character == L'\\') {
+            ++i;
+        } else if (character == L'"') {
+            isInText = !isInText;
+        } else if (!isInText && character == L'(') {
+            ++depth;
+        } else if (!isInText && character == L')' && --depth == 0) {
+            end = i + 1;
+        } else if (depth == 0 && !isInText && character != L' ' && character != L'\t') {
+            return end;
+        }
+    }
+    return depth == 0 ? end : text.size();
+}
+
+std::optional<hostkit::SelectionFilter> readTypedFilter(AcDbDatabase& database) {
+    hostkit::CommandInput& input = hostkit::Host::current()->runningCommand()->input;
+    const std::wstring_view rest = input.rest();
+    const std::size_t length = rest.starts_with(L'(') ? lengthOfLists(rest) : 0;
+    const hostkit::FilterReading reading = hostkit::readFilterText(rest.substr(0, length));
+    if (!reading.isRead()) {
+        refuseFilter(reading.problem + L" (at character " + std::to_wstring(reading.position + 1) + L")");
+        return std::nullopt;
+    }
+    input.skip(length);
+    std::wstring reason;
+    std::optional<hostkit::SelectionFilter> filter =
+        hostkit::SelectionFilter::compile(reading.list.get(), database, &reason);
+    if (!filter) refuseFilter(reason);
+    return filter;
+}
+
+void failSelection(int result) {
+    if (result == RTREJ)
+        hostkit::failCommand(Acad::eInvalidInput, L"an answer is no way to select objects; ? lists them");
+    else if (result != RTCAN)
+        hostkit::failCommand(Acad::eInvalidInput, L"nothing was selected");
+}
+
+std::vector<AcDbObjectId> selectionOrFail() {
+    ads_name set = {0, 0};
+    const int result = acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
+    if (result != RTNORM) {
+        failSelection(result);
+        return {};
+    }
+    std::vector<AcDbObjectId> ids = hostkit::Host::current()->selections().find(set)->ids();
+    acedSSFree(set);
+    return ids;
+}
+
+std::vector<AcDbObjectId> impliedSelectionOrFail(const AcApDocument& document) {
+    std::vector<AcDbObjectId> ids = liveOnes(document.selection().implied);
+    if (ids.empty())
+        hostkit::failCommand(Acad::eInvalidInput,
+                             L"nothing is selected; SELECT selects for the next command");
+    return ids;
+}
