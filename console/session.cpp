@@ -2,6 +2,7 @@
 
 #include "atomicfile.h"
 #include "builtincommands.h"
+#include "commandloop.h"
 #include "consoleport.h"
 #include "consolestate.h"
 #include "exitcodes.h"
@@ -18,7 +19,6 @@
 #include "systempath.h"
 #include "textencoding.h"
 #include "tracefile.h"
-#include "undohistory.h"
 
 #include <functional>
 #include <optional>
@@ -29,12 +29,6 @@ ConsoleState* g_state = nullptr;
 constexpr unsigned french = 0x40C; // of France
 
 std::wstring statusName(Acad::ErrorStatus status) { return acadErrorStatusText(status); }
-
-// Of the current document.
-int undoSteps(hostkit::Host& host) {
-    const AcApDocument* document = host.documents().curDocument();
-    return document ? hostkit::undoGroupCount(*document->database()) : 0;
-}
 
 class Session {
 public:
@@ -61,13 +55,8 @@ private:
     int loadModule(hostkit::Host& host, const std::wstring& file);
     int openDrawing(hostkit::Host& host);
     int runCommands(hostkit::Host& host);
-    int runLines(hostkit::Host& host, const std::wstring& source, const std::vector<ScriptLine>& lines);
-    int runPrompt(hostkit::Host& host);
-    int runInteractively(hostkit::Host& host);
-    bool runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
-                 hostkit::MoreInput more);
-    void tellCancelled(const std::wstring& name, const hostkit::CommandResult& result, bool hasChanged);
     int save(hostkit::Host& host);
+    CommandLoop loopOf(hostkit::Host& host) { return CommandLoop(host, m_port, m_options.isQuiet); }
     int fail(int code, const std::wstring& problem);
     void tell(const std::wstring& text);
 
@@ -218,8 +207,8 @@ int Session::runInHost(hostkit::Host& host) {
     if (m_options.wantsCommandList && m_options.drawing.empty()) {
         for (const std::wstring& module : m_options.modules)
             if (const int code = loadModule(host, module)) return code;
-        return runLine(host, L"", L"COMMANDS", hostkit::MoreInput::none) ? exitcode::ok
-                                                                         : exitcode::commandFailed;
+        return loopOf(host).runLine(L"", L"COMMANDS", hostkit::MoreInput::none) ? exitcode::ok
+                                                                                : exitcode::commandFailed;
     }
     if (const int code = openDrawing(host)) return code;
     if (interrupt::isRequested()) return exitcode::interrupted;
@@ -266,87 +255,17 @@ int Session::openDrawing(hostkit::Host& host) {
 }
 
 int Session::runCommands(hostkit::Host& host) {
-    if (m_options.wantsCommandList) return runLines(host, L"--list-commands", {{0, L"COMMANDS"}});
+    if (m_options.wantsCommandList) return loopOf(host).runLines(L"--list-commands", {{0, L"COMMANDS"}});
     if (m_options.script) {
         std::wstring reason;
         const auto lines = readScript(*m_options.script, reason);
         if (!lines) return fail(exitcode::scriptUnreadable, *m_options.script + L": " + reason);
-        return runLines(host, *m_options.script, *lines);
+        return loopOf(host).runLines(*m_options.script, *lines);
     }
-    if (m_options.commands.empty()) return runPrompt(host);
+    if (m_options.commands.empty()) return loopOf(host).runPrompt();
     std::vector<ScriptLine> lines;
     for (const std::wstring& command : m_options.commands) lines.push_back({0, command});
-    return runLines(host, L"--command", lines);
-}
-
-int Session::runLines(hostkit::Host& host, const std::wstring& source, const std::vector<ScriptLine>& lines) {
-    for (const ScriptLine& line : lines) {
-        const std::wstring where = line.number ? source + L":" + std::to_wstring(line.number) : source;
-        if (!runLine(host, where, line.text, hostkit::MoreInput::none)) return exitcode::commandFailed;
-        if (interrupt::isRequested()) return exitcode::interrupted;
-        if (m_state.wantsToQuit) break;
-    }
-    return host.endInput() ? exitcode::ok : exitcode::commandFailed;
-}
-
-int Session::runPrompt(hostkit::Host& host) {
-    if (ConsolePort::isInteractive()) return runInteractively(host);
-    for (std::size_t number = 1; !m_state.wantsToQuit; ++number) {
-        std::wstring line;
-        const hostkit::Input input = m_port.readLine(L"", line);
-        if (input == hostkit::Input::cancelled) return exitcode::interrupted;
-        if (input == hostkit::Input::end) break;
-        if (parseScript(hostkit::utf8FromWide(line)).empty()) continue;
-        if (!runLine(host, L"standard input:" + std::to_wstring(number), line, hostkit::MoreInput::none))
-            return exitcode::commandFailed;
-        if (interrupt::isRequested()) return exitcode::interrupted;
-    }
-    return host.endInput() ? exitcode::ok : exitcode::commandFailed;
-}
-
-// A person who types goes on after a mistake, and a wish to stop ends the running command alone.
-int Session::runInteractively(hostkit::Host& host) {
-    tell(L"Type HELP for the commands, QUIT to leave.\n");
-    while (!m_state.wantsToQuit) {
-        std::wstring line;
-        const Typed typed = m_port.readCommand(line);
-        if (interrupt::isEndRequested()) return exitcode::interrupted;
-        if (typed == Typed::end) line = L"QUIT";
-        if (typed == Typed::cancelled) m_port.print(L"QUIT ends the program.\n");
-        const bool isCommand = typed == Typed::end || typed == Typed::line;
-        if (isCommand && !parseScript(hostkit::utf8FromWide(line)).empty())
-            runLine(host, L"", line, hostkit::MoreInput::ask);
-        if (interrupt::isEndRequested()) return exitcode::interrupted;
-        interrupt::withdraw();
-    }
-    (void)host.endInput();
-    return exitcode::ok;
-}
-
-bool Session::runLine(hostkit::Host& host, const std::wstring& where, const std::wstring& line,
-                      hostkit::MoreInput more) {
-    const int steps = undoSteps(host);
-    const hostkit::CommandResult result = host.run(line, more);
-    m_port.flush();
-    hostkit::CommandInput words(line, hostkit::MoreInput::none);
-    std::wstring name;
-    words.nextWord(name);
-    if (interrupt::isRequested()) {
-        if (more == hostkit::MoreInput::ask) tellCancelled(name, result, undoSteps(host) > steps);
-        return result.status == Acad::eOk;
-    }
-    if (result.status == Acad::eOk) return true;
-    const std::wstring reason = result.reason.empty() ? L"the command failed" : result.reason;
-    fail(exitcode::commandFailed, (where.empty() ? L"" : where + L": ") + name + L": " + reason + L" (" +
-                                      statusName(result.status) + L")");
-    return false;
-}
-
-void Session::tellCancelled(const std::wstring& name, const hostkit::CommandResult& result, bool hasChanged) {
-    std::wstring text = L"vexohost: " + name + L": cancelled";
-    if (!result.reason.empty()) text += L": " + result.reason;
-    if (hasChanged) text += L"; what it had changed stays, UNDO takes it back";
-    m_port.reportProblem(text);
+    return loopOf(host).runLines(L"--command", lines);
 }
 
 int Session::save(hostkit::Host& host) {
