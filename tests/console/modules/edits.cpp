@@ -1,7 +1,7 @@
 // A module whose commands change a whole drawing in one way each, for tools that compare what is written with
-// what another program expects of it. Entities are those that stand in a block themselves; the blocks that
-// dimensions and the like keep for their pictures (names with *) are left alone, but for the spaces. What an
-// edit refuses is told.
+// what another program expects of it, and one that tells what a filter takes. Entities are those that stand
+// in a block themselves; the blocks that dimensions and the like keep for their pictures (names with *) are
+// left alone, but for the spaces. What an edit refuses is told.
 #include "acdocman.h"
 #include "aced.h"
 #include "dbaccess.h"
@@ -12,6 +12,7 @@
 #include "dbobjptr.h"
 #include "modulecommand.h"
 #include "rxdlinkr.h"
+#include "selecting.h"
 
 #include <functional>
 #include <numbers>
@@ -207,7 +208,7 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
             {L"RENAMEALL", renameAll}, {L"MOVEALL", moveAll},   {L"TURNALL", turnAll},
             {L"SCALEALL", scaleAll},   {L"COLORALL", colorAll}, {L"TRUECOLORALL", trueColorAll},
             {L"LAYERALL", layerAll},   {L"COPYALL", copyAll},   {L"ERASEHALF", eraseHalf},
-            {L"TOUCHALL", touchAll},   {L"ADDLINE", addLine}};
+            {L"TOUCHALL", touchAll},   {L"ADDLINE", addLine},   {L"SELECTWHOLE", selectWhole}};
         for (const auto& [name, function] : commands)
             acedRegCmds->addCommand(L"EDITS", name, L"", 0, function);
     }

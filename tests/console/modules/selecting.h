@@ -1,0 +1,5 @@
+#pragma once
+
+/// SELECTWHOLE [FILTER]: what the filter takes of the whole drawing, as one line: how many, and their handles
+/// in the order of the selection. Nothing is kept.
+void selectWhole();
