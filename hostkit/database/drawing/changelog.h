@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 class AcDbDictionary;
@@ -99,6 +100,9 @@ public:
     /// The drawing holds something else than was saved last, or than at the log's beginning. What was changed
     /// and taken back is no change, but for a change that was taken back by cancel alone or stays in part.
     bool hasUnsavedChanges() const { return m_state != m_savedState; }
+
+    /// What it remembers something of, for undo or for redo.
+    std::unordered_set<const AcDbStub*> remembered() const;
 
     /// Entries in memory; for tests.
     std::size_t size() const { return m_entries.size(); }

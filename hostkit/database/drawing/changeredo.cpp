@@ -68,6 +68,20 @@ void ChangeLog::rememberForRedo(const Group& group, RedoStep& step, const UndoRe
 
 // Redo.
 
+std::unordered_set<const AcDbStub*> ChangeLog::remembered() const {
+    std::unordered_set<const AcDbStub*> stubs;
+    const auto take = [&](const auto& entries) {
+        for (const auto& entry : entries) stubs.insert(entry.stub);
+    };
+    take(m_entries);
+    for (const RedoStep& step : m_redo) {
+        take(step.entries);
+        take(step.opposites);
+        take(step.taken);
+    }
+    return stubs;
+}
+
 std::size_t ChangeLog::redoCount() const { return m_redo.size(); }
 
 // In the reverse order of the undo, so that each finds what was there behind its own undoing.

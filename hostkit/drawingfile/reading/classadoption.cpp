@@ -6,6 +6,7 @@
 #include "recordhead.h"
 #include "recordreader.h"
 
+#include "changelog.h"
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "displaychanges.h"
@@ -17,6 +18,7 @@ class Adoption {
 public:
     Adoption(AcDbDatabase& database, const DrawingSource& source)
         : m_source(source)
+        , m_remembered(DatabaseAccess::changes(database).remembered())
         , m_reader(&database, DrawingText(static_cast<CodePage>(source.codePage)),
                    versionOfFiler(source.version)) {}
 
@@ -24,10 +26,11 @@ public:
     bool adopt(AcDbObject& opaque);
 
 private:
-    static bool isUntouched(const AcDbObject& object);
+    bool isUntouched(const AcDbObject& object) const;
     bool readInto(AcDbObject& made, SourceSpan span);
 
     const DrawingSource& m_source;
+    std::unordered_set<const AcDbStub*> m_remembered;
     ApplicationClasses m_classes{};
     RecordReader m_reader;
     DrawingRecord m_record{};
@@ -35,9 +38,10 @@ private:
 };
 
 // What undo remembers of an object is of its class.
-bool Adoption::isUntouched(const AcDbObject& object) {
+bool Adoption::isUntouched(const AcDbObject& object) const {
     const AcDbStub& stub = *object.objectId().stub();
-    return stub.readers == 0 && stub.openMode == 0 && stub.epoch == 0 && !object.isChangedSinceRead();
+    return stub.readers == 0 && stub.openMode == 0 && !object.isChangedSinceRead() &&
+           !m_remembered.contains(&stub);
 }
 
 bool Adoption::readInto(AcDbObject& made, SourceSpan span) {

@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <map>
+#include <numbers>
 #include <set>
 
 namespace {
@@ -447,13 +448,18 @@ TEST_F(SelectionTools, neighboursAreFoundInReferencesToo) {
     const AcDbObjectId inner = addRecord<AcDbBlockTable>(database(), L"INNER");
     const AcDbObjectId outer = addRecord<AcDbBlockTable>(database(), L"OUTER");
     const AcDbObjectId deep = addTo(inner, 0.0);
-    append(outer, new AcDbBlockReference(AcGePoint3d(10, 0, 0), inner));
+    auto* turned = new AcDbBlockReference(AcGePoint3d(10, 0, 0), inner);
+    turned->setRotation(std::numbers::pi / 2.0); // the bar lies along -x from there
+    append(outer, turned);
     append(outer, new AcDbBlockReference(AcGePoint3d(500, 0, 0), inner));
     const AcDbObjectId near = add<Bar>(112);
     add<Bar>(200);
     addLine(112);
-    append(database().modelSpaceId(), new AcDbBlockReference(AcGePoint3d(100, 0, 0), outer));
-    const AcGeBoundBlock3d box(AcGePoint3d(109, 5, -1), AcGePoint3d(113, 6, 1));
+    auto* whole = new AcDbBlockReference(AcGePoint3d(100, 0, 0), outer);
+    whole->setScaleFactors(AcGeScale3d(2, 2, 2));
+    append(database().modelSpaceId(), whole);
+    const AcGeBoundBlock3d box(AcGePoint3d(105, -1, -1),
+                               AcGePoint3d(113, 6, 1)); // the bar from (100,0) to (120,0)
     AcDbObjectIdArray ids;
     AcArray<AcGeMatrix3d> matrices;
     Tools::getAdiacentElements(box, ids, matrices);
@@ -464,5 +470,6 @@ TEST_F(SelectionTools, neighboursAreFoundInReferencesToo) {
     EXPECT_EQ(listOf(ids), (Ids{near, deep}));
     ASSERT_EQ(matrices.length(), 2);
     EXPECT_EQ(matrices[0].translation().x, 0.0);
-    EXPECT_EQ(matrices[1].translation().x, 110.0);
+    EXPECT_NEAR(matrices[1].translation().x, 120.0, 1e-9);
+    EXPECT_NEAR((matrices[1] * AcGePoint3d(0, 10, 0)).x, 100.0, 1e-9);
 }

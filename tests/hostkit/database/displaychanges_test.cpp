@@ -139,6 +139,10 @@ TEST_F(DisplayChangesOf, WhatGoesBackIsToldOnce) {
     hostkit::UndoReport report;
     ASSERT_EQ(log.undo(report), Acad::eOk);
     EXPECT_EQ(told(), "entity line, entity other, gone late");
+    ASSERT_EQ(log.redo(report), Acad::eOk);
+    EXPECT_EQ(told(), "entity late, entity other, gone line");
+    ASSERT_EQ(log.undo(report), Acad::eOk);
+    EXPECT_EQ(told(), "entity line, entity other, gone late");
 
     m_drawing.transactionManager()->startTransaction();
     AcDbObject* held = nullptr;

@@ -4,6 +4,7 @@
 
 #include "dbline.h"
 #include "dbopaque.h"
+#include "undohistory.h"
 
 using namespace hostkit;
 using namespace drawingtest;
@@ -118,6 +119,32 @@ TEST(ApplicationClasses, aClassComesIntoADrawingThatHasNoRecordOfIt) {
     const std::string made = saved(*bare);
     EXPECT_EQ(classRecords(made), 1u);
     EXPECT_LT(made.find("CLASSES"), made.find("ENTITIES"));
+}
+
+// What undo remembers of an object is of the class that it had.
+TEST(ApplicationClasses, whatUndoRemembersStaysOpaque) {
+    std::string bytes;
+    {
+        const PileModule module;
+        AcDbDatabase database;
+        addPile(database, 1.0);
+        addPile(database, 2.0);
+        bytes = saved(database);
+    }
+    const auto database = openDrawingFromMemory(bytes, L"piles", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    database->disableUndoRecording(false);
+    const std::vector<AcDbObjectId> ids = entitiesOf(*database);
+    beginUndoGroup(*database, L"Colour");
+    change<AcDbEntity>(ids[1], [](AcDbEntity& entity) { entity.setColorIndex(1); });
+    endUndoGroup(*database);
+    UndoReport report;
+    EXPECT_EQ(undoLastGroup(*database, report), Acad::eOk);
+    const PileModule module;
+    EXPECT_EQ(adoptApplicationClasses(*database), 1u);
+    EXPECT_TRUE(isPile(ids[0], 1.0) && isOpaque(ids[1]));
+    EXPECT_EQ(redoLastGroup(*database, report), Acad::eOk);
+    EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(ids[1], AcDb::kForRead)->colorIndex(), 1);
 }
 
 TEST(ApplicationClasses, whatWasReadBeforeItsModuleCameIsTakenOver) {

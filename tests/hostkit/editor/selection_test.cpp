@@ -2,6 +2,7 @@
 #include "documentselection.h"
 #include "drawingparts.h"
 #include "selectionset.h"
+#include "temporaryfolder.h"
 
 #include "acdocman.h"
 #include "acedinpt.h"
@@ -255,6 +256,9 @@ TEST_F(Selections, previousAndImpliedBelongToTheDocument) {
     EXPECT_EQ(select(RTNORM, L"_P"), (Indexes{plain}));
     drawingtest::erase(lines[red], false);
 
+    imply({red});
+    select(RTNORM, L"_I");
+    EXPECT_EQ(select(RTNORM, L"_P"), (Indexes{plain})) << "asking what is implied is no selection";
     imply(two);
     EXPECT_EQ(select(RTNORM, L"_I"), two);
     EXPECT_EQ(select(RTNORM, L"_I"), two) << "it stays";
@@ -269,6 +273,35 @@ TEST_F(Selections, previousAndImpliedBelongToTheDocument) {
     select(RTERROR, L"_I"); // used up by a plain call
     run(L"GO 0,5", [&] { imply(two); });
     select(RTERROR, L"_I"); // gone with the command
+}
+
+TEST_F(Selections, groupsOfAFileAreSelectedByName) {
+    const TemporaryFolder folder;
+    const auto line = [](const std::string& handle, const std::string& layer) {
+        return "0\nLINE\n5\n" + handle + "\n100\nAcDbEntity\n8\n" + layer +
+               "\n100\nAcDbLine\n10\n0.0\n20\n0.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n";
+    };
+    folder.write(
+        "groups.dxf",
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" +
+            line("20", "0") + line("21", "0") + line("22", "0") + line("23", "0") +
+            "0\nENDSEC\n0\nSECTION\n2\nOBJECTS\n"
+            "0\nDICTIONARY\n5\nA\n330\n0\n100\nAcDbDictionary\n3\nACAD_GROUP\n350\nB\n"
+            "0\nDICTIONARY\n5\nB\n330\nA\n100\nAcDbDictionary\n3\nStairs\n350\nC\n"
+            "0\nGROUP\n5\nC\n330\nB\n100\nAcDbGroup\n300\n\n70\n0\n71\n1\n340\n23\n340\n20\n340\n21\n"
+            "0\nENDSEC\n0\nEOF\n");
+    ASSERT_EQ(host.openDocument(hostkit::wideFromUtf8(folder / "groups.dxf")), Acad::eOk);
+    const AcAxDocLock lock;
+    lines.clear();
+    for (const wchar_t* handle : {L"20", L"21", L"22", L"23"}) {
+        lines.emplace_back();
+        database().getAcDbObjectId(lines.back(), false, AcDbHandle(handle));
+    }
+    EXPECT_EQ(select(RTNORM, L"_G", L"STAIRS"), (Indexes{3, 0, 1}));
+    EXPECT_EQ(ask(RTNORM, L"G stairs R 023"), (Indexes{0, 1}));
+    drawingtest::erase(lines[0]);
+    EXPECT_EQ(select(RTNORM, L"_G", L"Stairs"), (Indexes{3, 1}));
+    select(RTERROR, L"_G", L"none");
 }
 
 TEST_F(Selections, commandsFindTheImpliedSelectionByTheirFlags) {
