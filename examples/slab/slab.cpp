@@ -23,7 +23,8 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
     case AcRx::kInitAppMsg:
         acrxDynamicLinker->unlockApplication(packet);
         acrxDynamicLinker->registerAppMDIAware(packet);
-        if (!addCommand(L"CONTOURS", measuring, contoursCommand) || !addCommand(L"SLABSTRIPS", drawing, slabStripsCommand))
+        if (!addCommand(L"CONTOURS", measuring, contoursCommand) ||
+            !addCommand(L"SLABSTRIPS", drawing, slabStripsCommand))
             return AcRx::kRetError;
         break;
     case AcRx::kUnloadAppMsg:
