@@ -220,19 +220,20 @@ void SelectionPrompt::take(const Found& found) {
             changed += m_selection.add(id, found.way);
     }
     m_hasFound = !found.ids.empty();
-    tell(found.ids.size(), m_removes ? 0 : found.ids.size() - changed, found);
+    tell(found, changed);
 }
 
-void SelectionPrompt::tell(std::size_t count, std::size_t repeated, const Found& found) const {
+void SelectionPrompt::tell(const Found& found, std::size_t changed) const {
+    const std::size_t count = found.ids.size();
     std::wstring text = L"\n" + std::to_wstring(count) + L" found";
     const auto add = [&text](std::size_t number, const wchar_t* what) {
         if (number > 0) text += L", " + std::to_wstring(number) + what;
     };
-    add(repeated, L" selected before");
+    add(m_removes ? 0 : count - changed, L" selected before");
     add(found.filteredOut, L" not of the kind that is asked for");
     add(found.onLockedLayers, L" on locked layers");
     add(found.inOtherSpaces, L" not in the current space");
-    if (m_removes) text += L", removed";
+    if (m_removes) text += L", " + std::to_wstring(changed) + L" removed";
     if (m_selection.size() != count || m_removes)
         text += L"; " + std::to_wstring(m_selection.size()) + L" in all";
     acutPrintf(L"%s\n", text.c_str());

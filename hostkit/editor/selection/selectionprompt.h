@@ -50,7 +50,7 @@ private:
     int readPoint(const wchar_t* prompt, AcGePoint3d& point) const;
     int readPoints(const wchar_t* first, std::vector<AcGePoint3d>& points) const;
     void take(const Found& found);
-    void tell(std::size_t count, std::size_t repeated, const Found& found) const;
+    void tell(const Found& found, std::size_t changed) const;
 
     AcApDocument& m_document;
     SelectionMode m_mode;

@@ -207,6 +207,13 @@ TEST_F(Selections, aScriptAnswersThePrompt) {
         << "by its handle what is off, but nothing of another space";
 }
 
+TEST_F(Selections, whatWasFoundIsTold) {
+    ask(RTNORM, L"0,5 C -1,-1 101,11 R 0,5 0,5 " + handleOf(onSheet), L"_:L");
+    EXPECT_EQ(port.printed, L"\n1 found\n\n2 found, 1 selected before\n\n1 found, 1 removed; 1 in all\n"
+                            L"\n1 found, 0 removed; 1 in all\n"
+                            L"\n0 found, 1 not in the current space, 0 removed; 1 in all\n");
+}
+
 TEST_F(Selections, optionsOfThePrompt) {
     const wchar_t* prompts[] = {L"Bars: ", L"Not these: "};
     EXPECT_EQ(ask(RTNORM, L"0,5 100,5", L"_:S"), (Indexes{plain}));
