@@ -316,11 +316,12 @@ bool VEXOLayerTools::getEntitiesFromLayer(const AcDbObjectId& layer, AcDbObjectI
 
 bool VEXOLayerTools::getEntitiesFromLayerEx(const AcDbObjectId& layer, AcDbObjectIdArray& ids) {
     CVxLogEntry entry(L"VEXOLayerTools::getEntitiesFromLayerEx");
-    std::unordered_set<AcDbObjectId> taken(ids.begin(), ids.end());
+    // What the walk finds stands in it once.
+    const std::unordered_set<AcDbObjectId> taken(ids.begin(), ids.end());
     const AcDbObjectId id = layer;
     const vexo::EntitiesOnLayers found = vexo::walk(id.database(), {&id, 1});
     for (const AcDbObjectId entity : vexo::on(id, found))
-        if (taken.insert(entity).second) ids.append(entity);
+        if (taken.empty() || !taken.contains(entity)) ids.append(entity);
     return true;
 }
 

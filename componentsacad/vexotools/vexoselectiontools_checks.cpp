@@ -1,6 +1,7 @@
 #include "vexoacadsystemtools.h"
 #include "vexodatabasetools.h"
 #include "vexoselectiontools.h"
+#include "vexoselectiontools_internal.h"
 #include "vexosmartopen.h"
 #include "vexotools.h"
 #include "vexouitools.h"
@@ -224,11 +225,10 @@ bool VEXOSelectionTools::checkSelectionSet(AcDbObjectIdArray ids, eSelect kind, 
 
 AcDbObjectIdArray VEXOSelectionTools::filterSelectionSet(const resbuf* filter, AcDbObjectIdArray ids) {
     CVxLogEntry entry(L"VEXOSelectionTools::filterSelectionSet");
-    const AcDbObjectIdArray taken = vexo::idsOfWholeDrawing(filter);
-    const std::unordered_set<AcDbObjectId> found(taken.begin(), taken.end());
+    vexo::SortedIds found(vexo::idsOfWholeDrawing(filter));
     AcDbObjectIdArray kept;
     for (const AcDbObjectId id : ids)
-        if (found.contains(id)) kept.append(id);
+        if (found.has(id)) kept.append(id);
     return kept;
 }
 

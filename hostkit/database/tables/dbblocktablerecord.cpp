@@ -6,6 +6,7 @@
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbdatabase.h"
+#include "fetchahead.h"
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "fieldtable.h"
@@ -155,6 +156,7 @@ void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
 void AcDbBlockTableRecordIterator::step(bool forward, bool skipDeleted) {
     if (done()) return;
     m_index += forward ? 1 : static_cast<std::size_t>(-1);
+    fetchAhead(m_block.entities(), m_index);
     if (skipDeleted) skipErased(forward);
 }
 

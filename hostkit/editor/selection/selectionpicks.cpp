@@ -9,6 +9,7 @@
 #include "documentselection.h"
 #include "drawinggroups.h"
 #include "entitypicking.h"
+#include "fetchahead.h"
 #include "host.h"
 #include "winuser.h"
 
@@ -33,6 +34,11 @@ bool isSeen(const AcDbEntity& entity) {
 
 const AcDbEntity* liveEntity(AcDbObjectId id) {
     return id.isErased() ? nullptr : AcDbEntity::cast(DatabaseAccess::object(id));
+}
+
+// Of a block's list, in which entities alone stand.
+const AcDbEntity* liveEntityOfBlock(AcDbObjectId id) {
+    return id.isErased() ? nullptr : static_cast<const AcDbEntity*>(DatabaseAccess::object(id));
 }
 
 const std::vector<AcDbObjectId>& entitiesOf(AcDbObjectId block) {
@@ -80,19 +86,20 @@ PickRegion SelectionPicks::pickBox(const AcGePoint3d& point) const {
                            {middle.x + m_pickBox, middle.y + m_pickBox});
 }
 
-bool SelectionPicks::isTaken(AcDbObjectId id, Found& found) const {
-    const AcDbEntity* entity = liveEntity(id);
-    if (!entity) return false;
-    if (m_mode.skipsViewports && std::wstring_view(entity->dxfName()) == L"VIEWPORT") return false;
-    if (m_mode.skipsLocked && isLocked(*entity)) return ++found.onLockedLayers, false;
-    if (!m_filter.accepts(*entity)) return ++found.filteredOut, false;
+bool SelectionPicks::isTaken(const AcDbEntity& entity, Found& found) const {
+    if (m_mode.skipsViewports && std::wstring_view(entity.dxfName()) == L"VIEWPORT") return false;
+    if (m_mode.skipsLocked && isLocked(entity)) return ++found.onLockedLayers, false;
+    if (!m_filter.accepts(entity)) return ++found.filteredOut, false;
     return true;
 }
 
 Found SelectionPicks::taken(std::vector<AcDbObjectId> ids, SelectionWay way) const {
     Found found;
     if (way.method != SelectionWay::other) found.way = std::make_shared<SelectionWay>(std::move(way));
-    std::erase_if(ids, [&](AcDbObjectId id) { return !isTaken(id, found); });
+    std::erase_if(ids, [&](AcDbObjectId id) {
+        const AcDbEntity* entity = liveEntity(id);
+        return !entity || !isTaken(*entity, found);
+    });
     found.ids = std::move(ids);
     return found;
 }
@@ -157,12 +164,14 @@ Found SelectionPicks::last() const {
 
 Found SelectionPicks::currentSpaceWhole() const {
     Found found;
-    for (const AcDbObjectId id : entitiesOf(m_space)) {
-        const AcDbEntity* entity = liveEntity(id);
+    const std::vector<AcDbObjectId>& ids = entitiesOf(m_space);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        fetchAhead(ids, i);
+        const AcDbEntity* entity = liveEntityOfBlock(ids[i]);
         if (!entity || entity->visibility() == AcDb::kInvisible) continue;
         const AcDbLayerTableRecord* layer = layerOf(*entity);
         if (layer && (layer->isFrozen() || layer->isLocked())) continue;
-        if (isTaken(id, found)) found.ids.push_back(id);
+        if (isTaken(*entity, found)) found.ids.push_back(ids[i]);
     }
     return found;
 }
@@ -174,8 +183,12 @@ Found SelectionPicks::wholeDrawing() const {
     for (const AcDbObjectId block : blocks->records()) {
         const auto* record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
         if (!record || record->isErased() || !record->isLayout()) continue;
-        for (const AcDbObjectId id : record->entities())
-            if (isTaken(id, found)) found.ids.push_back(id);
+        const std::vector<AcDbObjectId>& ids = record->entities();
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            fetchAhead(ids, i);
+            const AcDbEntity* entity = liveEntityOfBlock(ids[i]);
+            if (entity && isTaken(*entity, found)) found.ids.push_back(ids[i]);
+        }
     }
     return found;
 }
@@ -187,7 +200,7 @@ Found SelectionPicks::ofList(const std::vector<AcDbObjectId>& ids, bool inCurren
         if (!entity) continue;
         if (inCurrentSpace && entity->ownerId() != m_space)
             ++found.inOtherSpaces;
-        else if (isTaken(id, found))
+        else if (isTaken(*entity, found))
             found.ids.push_back(id);
     }
     return found;

@@ -55,7 +55,7 @@ private:
     PickRegion pickBox(const AcGePoint3d& point) const;
     Found nestedAt(const AcGePoint3d& point) const;
     Found taken(std::vector<AcDbObjectId> ids, SelectionWay way) const;
-    bool isTaken(AcDbObjectId id, Found& found) const;
+    bool isTaken(const AcDbEntity& entity, Found& found) const;
 
     const AcApDocument& m_document;
     const SelectionMode& m_mode;

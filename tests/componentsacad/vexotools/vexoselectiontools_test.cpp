@@ -9,9 +9,11 @@
 #include "vexoboundblockprotocol.h"
 #include "vexodomainprotocol.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <numbers>
+#include <random>
 #include <set>
 
 namespace {
@@ -414,6 +416,33 @@ TEST_F(SelectionTools, theWholeDrawingDecidesWhatAFilterLeaves) {
     const AcDbObjectIdArray ids = arrayOf({c, inBlock, b, a, c});
     EXPECT_EQ(listOf(Tools::filterSelectionSet(lines.get(), ids)), (Ids{c, a, c}));
     EXPECT_EQ(Tools::filterSelectionSet(broken.get(), ids).length(), 0);
+}
+
+// Whatever the order in which they are asked for, and however often.
+TEST_F(SelectionTools, whatAFilterLeavesKeepsItsOrder) {
+    std::mt19937 random(11);
+    std::set<AcDbObjectId> taken;
+    Ids all;
+    for (int i = 0; i < 300; ++i) {
+        const bool isLine = random() % 3 == 0;
+        all.push_back(isLine ? addLine(i) : add<Bar>(i));
+        if (isLine) taken.insert(all.back());
+    }
+    const List lines(acutBuildList(RTDXF0, L"LINE", 0));
+    for (int round = 0; round < 40; ++round) {
+        Ids asked;
+        for (std::size_t i = 0, count = 1 + random() % 500; i < count; ++i)
+            asked.push_back(all[random() % all.size()]);
+        if (round % 4 == 1) std::sort(asked.begin(), asked.end());
+        if (round % 4 == 2) std::sort(asked.rbegin(), asked.rend());
+        if (round % 4 == 3) std::sort(asked.begin(), asked.begin() + static_cast<long>(asked.size() / 2));
+        Ids expected;
+        for (const AcDbObjectId id : asked)
+            if (taken.contains(id)) expected.push_back(id);
+        AcDbObjectIdArray ids;
+        for (const AcDbObjectId id : asked) ids.append(id);
+        EXPECT_EQ(listOf(Tools::filterSelectionSet(lines.get(), ids)), expected) << "round " << round;
+    }
 }
 
 TEST_F(SelectionTools, allButOneTypeIsHidden) {
