@@ -31,7 +31,7 @@ struct Tally {
 
 std::wstring layerNameOf(const AcDbEntity& entity) {
     wchar_t* name = entity.layer();
-    const std::wstring text = name ? name : L"";
+    std::wstring text = name ? name : L"";
     acutDelString(name);
     return text;
 }
