@@ -80,6 +80,13 @@ AcGePoint2d SelectionPicks::inView(const AcGePoint3d& point) const {
     return {seen.x, seen.y};
 }
 
+std::vector<AcGePoint2d> SelectionPicks::inView(const std::vector<AcGePoint3d>& points) const {
+    std::vector<AcGePoint2d> seen(points.size());
+    std::transform(points.begin(), points.end(), seen.begin(),
+                   [this](const AcGePoint3d& point) { return inView(point); });
+    return seen;
+}
+
 PickRegion SelectionPicks::pickBox(const AcGePoint3d& point) const {
     const AcGePoint2d middle = inView(point);
     return PickRegion::box({middle.x - m_pickBox, middle.y - m_pickBox},
@@ -136,20 +143,16 @@ Found SelectionPicks::box(const AcGePoint3d& first, const AcGePoint3d& second) c
 Found SelectionPicks::polygon(const std::vector<AcGePoint3d>& corners, PickMode mode) const {
     constexpr std::size_t fewest = 3;
     if (corners.size() < fewest) return {};
-    std::vector<AcGePoint2d> points;
-    for (const AcGePoint3d& corner : corners) points.push_back(inView(corner));
-    return taken(pickedEntities(*m_document.database(), m_space, m_sight,
-                                PickRegion::polygon(std::move(points)), mode),
-                 {mode == PickMode::inside ? SelectionWay::window : SelectionWay::crossing});
+    return taken(
+        pickedEntities(*m_document.database(), m_space, m_sight, PickRegion::polygon(inView(corners)), mode),
+        {mode == PickMode::inside ? SelectionWay::window : SelectionWay::crossing});
 }
 
 Found SelectionPicks::fence(const std::vector<AcGePoint3d>& chain) const {
     constexpr std::size_t fewest = 2;
     if (chain.size() < fewest) return {};
-    std::vector<AcGePoint2d> points;
-    for (const AcGePoint3d& point : chain) points.push_back(inView(point));
-    return taken(pickedEntities(*m_document.database(), m_space, m_sight,
-                                PickRegion::fence(std::move(points)), PickMode::touching),
+    return taken(pickedEntities(*m_document.database(), m_space, m_sight, PickRegion::fence(inView(chain)),
+                                PickMode::touching),
                  {SelectionWay::fence});
 }
 

@@ -52,6 +52,7 @@ public:
 
 private:
     AcGePoint2d inView(const AcGePoint3d& point) const;
+    std::vector<AcGePoint2d> inView(const std::vector<AcGePoint3d>& points) const;
     PickRegion pickBox(const AcGePoint3d& point) const;
     Found nestedAt(const AcGePoint3d& point) const;
     Found taken(std::vector<AcDbObjectId> ids, SelectionWay way) const;
