@@ -134,16 +134,20 @@ class Window:
         return any(piece.touches(box) for piece in shape)
 
 
-def quarter(entities):
-    """The middle of what the plain ones cover; None without any."""
+def boxes(entities):
+    """The middle quarter of what the plain ones cover, and parts around it; none without any."""
     points = [point for entity in entities if entity.dxftype() in SIMPLE
               for piece in pieces(entity) or [] for point in piece.extremes()]
     if not points:
-        return None
-    box = []
-    for part in (0.2513, 0.7489):
-        box.append(tuple(min(p[axis] for p in points) * (1 - part) + max(p[axis] for p in points) * part for axis in (0, 1)))
-    return tuple(box)
+        return []
+    low, high = ([choose(point[axis] for point in points) for axis in (0, 1)] for choose in (min, max))
+
+    def at(*parts):
+        return tuple(low[axis] * (1 - parts[axis]) + high[axis] * parts[axis] for axis in (0, 1))
+
+    corners = ((0.2513, 0.2513, 0.7489, 0.7489), (0.0171, 0.0313, 0.3119, 0.4337), (0.4931, 0.0271, 0.9733, 0.5171),
+               (0.0291, 0.4177, 0.5273, 0.9629), (0.6119, 0.5813, 0.9871, 0.9911), (0.1373, 0.1117, 0.9177, 0.8839))
+    return [(at(left, bottom), at(right, top)) for left, bottom, right, top in corners]
 
 
 def place_of(document):

@@ -7,7 +7,7 @@ import os
 import re
 
 from judges import quoted
-from picking import SIMPLE, Window, place_of, quarter
+from picking import SIMPLE, Window, boxes, place_of
 
 # A text that a pattern takes as it stands.
 SPECIAL = re.compile(r"([#@.*?~\[\],`-])")
@@ -124,18 +124,32 @@ class SelectedDrawing:
                 if is_so:
                     names.add(layer.dxf.name.upper())
 
-    def commands_for_places(self):
-        simple = group(0, ",".join(SIMPLE))
+    def places(self):
+        """Where windows are drawn: twice each, as the drawing is and after two layers were changed."""
         self.words = place_of(self.document)
-        box = None if self.words else quarter([e.entity for e in self.entities if not e.in_paper])
-        self.places = [Window(box, whole) for whole in (True, False)] if box else []
-        return [f"SELECT {simple} {place.text()} JSON {quoted(self.report + str(i))}" for i, place in enumerate(self.places)]
+        drawn = [] if self.words else boxes([e.entity for e in self.entities if not e.in_paper])
+        return [Window(box, whole) for box in drawn for whole in (True, False)]
+
+    def commands_for_places(self, places, turn):
+        simple = group(0, ",".join(SIMPLE))
+        commands = [f"SELECT {simple} {place.text()} JSON {quoted(f'{self.report}{turn}{i}')}" for i, place in enumerate(places)]
+        return commands + [f"SELECT ALL JSON {quoted(f'{self.report}{turn}')}"]
+
+    def changed_layers(self):
+        """The layer with the most entities in model space, to be frozen, and the next one, to be locked. The current one
+        cannot be frozen."""
+        known = {layer.dxf.name.upper() for layer in self.document.layers} - {self.document.header.get("$CLAYER", "0").upper()}
+        counts = collections.Counter(e.layer.upper() for e in self.entities if not e.in_paper)
+        return [name for name, _ in counts.most_common() if name in known][:2]
 
     def check(self):
         layers = sorted({layer.dxf.name for layer in self.document.layers} | {e.layer for e in self.entities})
         questions = [*value_questions(self.entities, layers), *joined_questions(self.entities, layers)]
+        places, changed = self.places(), self.changed_layers()
         commands = [f"SELECTWHOLE {question.text}" for question in questions]
-        commands += self.commands_for_places() + [f"SELECT ALL JSON {quoted(self.report)}"]
+        commands += self.commands_for_places(places, "before")
+        commands += [f"{command} {name}" for command, name in zip(("FREEZENAMED", "LOCKNAMED"), changed)]
+        commands += self.commands_for_places(places, "after")
         code, text = self.console.run(self.path, commands)
         answers = [set(line.split(":")[1].split()) for line in text.splitlines() if line.startswith("whole drawing ")]
         if code or len(answers) != len(questions):
@@ -144,7 +158,10 @@ class SelectedDrawing:
         for question, found in zip(questions, answers):
             self.compare(question.text or "no filter", found, {e.handle for e in self.entities if question.takes(e)},
                          {e.handle for e in self.entities if question.is_open(e)})
-        self.check_places()
+        self.check_places(places, "before")
+        self.frozen |= set(changed[:1])
+        self.locked |= set(changed[1:])
+        self.check_places(places, "after")
         return self
 
     def compare(self, what, found, expected, may_be=frozenset()):
@@ -164,13 +181,13 @@ class SelectedDrawing:
     def is_shown(self, entity, hiding):
         return not (entity.in_paper or entity.is_invisible or entity.layer.upper() in hiding)
 
-    def check_places(self):
-        for i, place in enumerate(self.places):
+    def check_places(self, places, turn):
+        for i, place in enumerate(places):
             answers = {e.handle: place.takes(e.entity) for e in self.entities
                        if e.kind in SIMPLE and self.is_shown(e, self.off | self.frozen)}
             unsure = {handle for handle, answer in answers.items() if answer is None}
             self.picked += len(answers) - len(unsure)
-            self.compare(place.text(), self.selected(str(i)), {h for h, answer in answers.items() if answer}, unsure)
+            self.compare(f"{place.text()} {turn}", self.selected(f"{turn}{i}"), {h for h, answer in answers.items() if answer}, unsure)
         if self.document.header.get("$TILEMODE", 1):
             whole = {e.handle for e in self.entities if self.is_shown(e, self.frozen | self.locked)}
-            self.compare("SELECT ALL", self.selected(""), whole)
+            self.compare(f"SELECT ALL {turn}", self.selected(turn), whole)

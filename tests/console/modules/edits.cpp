@@ -1,5 +1,5 @@
 // A module whose commands change a whole drawing in one way each, for tools that compare what is written with
-// what another program expects of it, and one that tells what a filter takes. Entities are those that stand
+// what another program expects of it, and some for what selections take. Entities are those that stand
 // in a block themselves; the blocks that dimensions and the like keep for their pictures (names with *) are
 // left alone, but for the spaces. What an edit refuses is told.
 #include "acdocman.h"
@@ -205,10 +205,11 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
     if (message == AcRx::kInitAppMsg) {
         acrxDynamicLinker->unlockApplication(packet);
         const std::pair<const wchar_t*, AcRxFunctionPtr> commands[] = {
-            {L"RENAMEALL", renameAll}, {L"MOVEALL", moveAll},   {L"TURNALL", turnAll},
-            {L"SCALEALL", scaleAll},   {L"COLORALL", colorAll}, {L"TRUECOLORALL", trueColorAll},
-            {L"LAYERALL", layerAll},   {L"COPYALL", copyAll},   {L"ERASEHALF", eraseHalf},
-            {L"TOUCHALL", touchAll},   {L"ADDLINE", addLine},   {L"SELECTWHOLE", selectWhole}};
+            {L"RENAMEALL", renameAll},     {L"MOVEALL", moveAll},    {L"TURNALL", turnAll},
+            {L"SCALEALL", scaleAll},       {L"COLORALL", colorAll},  {L"TRUECOLORALL", trueColorAll},
+            {L"LAYERALL", layerAll},       {L"COPYALL", copyAll},    {L"ERASEHALF", eraseHalf},
+            {L"TOUCHALL", touchAll},       {L"ADDLINE", addLine},    {L"SELECTWHOLE", selectWhole},
+            {L"FREEZENAMED", freezeNamed}, {L"LOCKNAMED", lockNamed}};
         for (const auto& [name, function] : commands)
             acedRegCmds->addCommand(L"EDITS", name, L"", 0, function);
     }

@@ -5,6 +5,7 @@
 #include "dbid.h"
 #include "filtertext.h"
 #include "modulecommand.h"
+#include "vexolayertools.h"
 
 #include <string>
 
@@ -27,6 +28,14 @@ void printWhole(const resbuf* filter) {
     acutPrintf(L"whole drawing %d:%s\n", count, handles.c_str());
 }
 
+AcDbObjectId askedLayer() {
+    CString name;
+    if (acedGetString(1, L"Layer: ", name) != RTNORM) return {};
+    const AcDbObjectId layer = VEXOLayerTools::getLayerId(name);
+    if (layer.isNull()) hostkit::failCommand(Acad::eKeyNotFound, L"there is no such layer");
+    return layer;
+}
+
 } // namespace
 
 void selectWhole() {
@@ -36,3 +45,7 @@ void selectWhole() {
     if (!reading.isRead()) return hostkit::failCommand(Acad::eInvalidInput, reading.problem);
     printWhole(reading.list.get());
 }
+
+void freezeNamed() { VEXOLayerTools::freezeLayer(askedLayer(), true); }
+
+void lockNamed() { VEXOLayerTools::lockLayer(askedLayer(), true); }
