@@ -12,6 +12,7 @@ class VEXOBoundBlockProtocol : public AcRxObject {
     ACRX_DECLARE_MEMBERS(VEXOBoundBlockProtocol)
 
 public:
+    ~VEXOBoundBlockProtocol() override;
     /// A block around the object, in the coordinates that it stands in. eOk, or why there is none, with the
     /// block as it was. The object may be open for read.
     virtual Acad::ErrorStatus getBoundBlock(AcDbObjectId object, AcGeBoundBlock3d& block) = 0;

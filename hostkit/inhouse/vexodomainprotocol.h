@@ -12,6 +12,7 @@ class VEXODomainProtocol : public AcRxObject {
     ACRX_DECLARE_MEMBERS(VEXODomainProtocol)
 
 public:
+    ~VEXODomainProtocol() override;
     /// The name of the part of the application that the entity belongs to, as a sentence would name it. The
     /// entity is open, for notify at least.
     virtual Acad::ErrorStatus getDomain(const AcDbEntity* entity, CString& domain) = 0;
