@@ -139,6 +139,20 @@ void undoChanges(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+void redoChanges(benchmark::State& state) {
+    Session session;
+    session.append(state.range(0), false);
+    session.changeAll();
+    hostkit::UndoReport report;
+    for (auto _ : state) {
+        state.PauseTiming();
+        hostkit::undoLastGroup(*session.database, report);
+        state.ResumeTiming();
+        hostkit::redoLastGroup(*session.database, report);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void undoAppended(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
@@ -163,6 +177,7 @@ BENCHMARK(walkWithGuard)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark:
 BENCHMARK(guardThroughTransaction);
 BENCHMARK(changeRecorded)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(undoChanges)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(redoChanges)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(undoAppended)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -16,7 +16,7 @@ struct OpenObject {
     std::wstring mode{}; ///< "read", "write" or "notify"; the strongest
 };
 
-/// In the order in which they came into the drawing. Looks at the state of each, 2 ms for a million.
+/// In the order in which they came into the drawing. Looks at the state of each object.
 std::vector<OpenObject> openObjects(const AcDbDatabase& database);
 
 } // namespace hostkit
