@@ -52,8 +52,33 @@ std::vector<AcDbObjectId> entitiesOf(const AcDbBlockTableRecord& block) {
     return entities;
 }
 
+// What lies on locked layers is edited too: they are unlocked for a scope, and locked again.
+class Unlocked {
+public:
+    Unlocked() {
+        for (const AcDbObjectId id : recordsOf(TableKind::kLayer)) {
+            const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
+            if (layer.object() && layer->isLocked()) m_layers.push_back(id);
+        }
+        lock(false);
+    }
+    ~Unlocked() { lock(true); }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+private:
+    void lock(bool isLocked) {
+        for (const AcDbObjectId id : m_layers) {
+            const AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForWrite);
+            if (layer.object()) layer->setIsLocked(isLocked);
+        }
+    }
+    std::vector<AcDbObjectId> m_layers;
+};
+
 template <typename Edit>
 void editBlocks(Edit&& edit) {
+    const Unlocked unlocked;
     for (const AcDbObjectId id : recordsOf(TableKind::kBlock)) {
         const auto* const block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
         if (block && isForEdits(*block)) edit(*block);
@@ -182,6 +207,7 @@ void touchAll() {
     DatabaseAccess::forEachObject(drawing(), [&](const AcDbObject& object) {
         if (!object.isErased() && !object.sourceSpan().isEmpty()) all.push_back(object.objectId());
     });
+    const Unlocked unlocked;
     for (const AcDbObjectId id : all) {
         const AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
         const Acad::ErrorStatus status = object.object() ? object->assertWriteEnabled() : object.openStatus();
