@@ -16,8 +16,10 @@ public:
     JoinedConditions(Joining joining, Conditions conditions)
         : m_joining(joining)
         , m_conditions(std::move(conditions)) {
-        std::stable_partition(m_conditions.begin(), m_conditions.end(),
-                              [](const ConditionPointer& each) { return !each->isSlow(); });
+        std::stable_sort(m_conditions.begin(), m_conditions.end(),
+                         [](const ConditionPointer& one, const ConditionPointer& other) {
+                             return one->cost() < other->cost();
+                         });
     }
 
     bool holds(FilterCandidate& candidate) const override {
@@ -34,11 +36,11 @@ public:
         }
     }
 
-    bool isSlow() const override { return !m_conditions.empty() && m_conditions.back()->isSlow(); }
+    Cost cost() const override { return m_conditions.empty() ? Cost::field : m_conditions.back()->cost(); }
 
 private:
     Joining m_joining;
-    Conditions m_conditions; ///< the slow ones last
+    Conditions m_conditions; ///< the costly ones last
 };
 
 class GroupCondition final : public FilterCondition {
@@ -46,7 +48,7 @@ public:
     explicit GroupCondition(std::size_t test)
         : m_test(test) {}
     bool holds(FilterCandidate& candidate) const override { return candidate.files(m_test); }
-    bool isSlow() const override { return true; }
+    Cost cost() const override { return Cost::filing; }
 
 private:
     std::size_t m_test;

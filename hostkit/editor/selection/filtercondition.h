@@ -35,8 +35,9 @@ public:
     FilterCondition& operator=(const FilterCondition&) = delete;
 
     virtual bool holds(FilterCandidate& candidate) const = 0;
-    /// Looks at more than fields that every entity has.
-    virtual bool isSlow() const { return false; }
+    /// What an answer takes: a look at a field that every entity has, at a name, or a filing of the entity.
+    enum class Cost : unsigned char { field, name, filing };
+    virtual Cost cost() const { return Cost::field; }
 };
 
 using ConditionPointer = std::unique_ptr<const FilterCondition>;

@@ -58,6 +58,8 @@ public:
         return found != m_known.end() && found->first == name ? found->second : m_pattern.matches(name);
     }
 
+    Cost cost() const override { return Cost::name; }
+
 private:
     using Known = std::pair<const wchar_t*, bool>;
     WildcardPattern m_pattern;
@@ -74,6 +76,7 @@ public:
         candidate.entity().handle().getIntoAsciiBuffer(text);
         return m_pattern.matches(text);
     }
+    Cost cost() const override { return Cost::name; }
 
 private:
     WildcardPattern m_pattern;
@@ -192,7 +195,7 @@ public:
         }
         return false;
     }
-    bool isSlow() const override { return true; }
+    Cost cost() const override { return Cost::filing; }
 
 private:
     WildcardPattern m_name;
