@@ -1,8 +1,8 @@
 #pragma once
 
 #include "aced.h"
-#include "dbapserv.h"
 #include "hostapplication.h"
+#include "moduledatabase.h"
 
 #include <cstdlib>
 
@@ -57,11 +57,6 @@ public:
 private:
     T* m_interface = nullptr;
 };
-
-inline AcDbDatabase* workingDatabase() {
-    AcDbHostApplicationServices* services = acdbHostApplicationServices();
-    return services ? services->workingDatabase() : nullptr;
-}
 
 /// The command stack by its entry in the host's registry; null when there is none.
 AcEdCommandStack* commandStack();

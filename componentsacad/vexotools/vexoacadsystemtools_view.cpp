@@ -25,8 +25,6 @@ constexpr int frontClipBit = 2;
 constexpr int backClipBit = 4;
 constexpr int frontClipNotAtEyeBit = 16;
 
-AcDbDatabase* databaseOr(AcDbDatabase* database) { return database ? database : workingDatabase(); }
-
 // A variable's point in the user coordinate system, taken to another one.
 std::optional<AcGePoint3d> pointOfVariable(const wchar_t* name, short system, bool isDirection) {
     const Variable variable(name);
@@ -109,25 +107,25 @@ void VEXOAcadSystemTools::setFloatingSpace() {
 
 AcGeVector3d VEXOAcadSystemTools::getUcsXAxis(AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::getUcsXAxis");
-    const AcDbDatabase* const drawing = databaseOr(database);
+    const AcDbDatabase* const drawing = workingDatabaseOr(database);
     return drawing ? drawing->ucsxdir() : AcGeVector3d::kXAxis;
 }
 
 AcGeVector3d VEXOAcadSystemTools::getUcsYAxis(AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::getUcsYAxis");
-    const AcDbDatabase* const drawing = databaseOr(database);
+    const AcDbDatabase* const drawing = workingDatabaseOr(database);
     return drawing ? drawing->ucsydir() : AcGeVector3d::kYAxis;
 }
 
 AcGeVector3d VEXOAcadSystemTools::getUcsZAxis(AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::getUcsZAxis");
-    const AcDbDatabase* const drawing = databaseOr(database);
+    const AcDbDatabase* const drawing = workingDatabaseOr(database);
     return drawing ? drawing->ucsxdir().crossProduct(drawing->ucsydir()).normal() : AcGeVector3d::kZAxis;
 }
 
 AcGePlane VEXOAcadSystemTools::getUcsPlane(AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXOAcadSystemTools::getUcsPlane");
-    const AcDbDatabase* const drawing = databaseOr(database);
+    const AcDbDatabase* const drawing = workingDatabaseOr(database);
     return drawing ? AcGePlane(drawing->ucsorg(), drawing->ucsxdir(), drawing->ucsydir())
                    : AcGePlane::kXYPlane();
 }

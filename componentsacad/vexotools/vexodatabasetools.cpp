@@ -6,10 +6,10 @@
 
 #include "acdocman.h"
 #include "cvxlogentry.h"
-#include "dbapserv.h"
 #include "dbdatabase.h"
 #include "dbdict.h"
 #include "dbsymtb.h"
+#include "moduledatabase.h"
 #include "tchar.h"
 
 #include <memory>
@@ -23,11 +23,6 @@ constexpr wchar_t buildVersionKey[] = L"ORDANE";
 constexpr wchar_t modelSpaceName[] = L"*Model_Space";
 /// Hands the naming of the entry to the host.
 constexpr wchar_t anyKey[] = L"*";
-
-AcDbDatabase* orWorking(AcDbDatabase* database) {
-    if (database || !acdbHostApplicationServices()) return database;
-    return acdbHostApplicationServices()->workingDatabase();
-}
 
 struct OpenedDictionary {
     AcDbDictionary* dictionary = nullptr; ///< null unless the status is eOk
@@ -148,7 +143,7 @@ constexpr TableWord tableWords[] = {
 AcDbDictionary* VEXODatabaseTools::openDictionary(const wchar_t* name, AcDb::OpenMode mode,
                                                   AcDbDatabase* database, int create) {
     CVxLogEntry entry(L"VEXODatabaseTools::openDictionary");
-    database = orWorking(database);
+    database = vexo::workingDatabaseOr(database);
     return database ? openUnderLock(name, mode, *database, create != 0, true) : nullptr;
 }
 
@@ -169,7 +164,7 @@ AcDbDictionary* VEXODatabaseTools::openDictionary2(const wchar_t* name, AcDb::Op
             return nullptr;
         }
     }
-    database = orWorking(database);
+    database = vexo::workingDatabaseOr(database);
     AcDbDictionary* root = nullptr;
     if (!database || database->getNamedObjectsDictionary(root, mode) != Acad::eOk) {
         giveBackLock(lock, mode);
@@ -296,7 +291,7 @@ Acad::ErrorStatus VEXODatabaseTools::getOrdaneBuildVersion(int& version, AcDbDat
 int VEXODatabaseTools::appendEntity(AcDbEntity* entity, const wchar_t* blockName, AcDbObjectId& id,
                                     AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXODatabaseTools::appendEntity");
-    database = orWorking(database);
+    database = vexo::workingDatabaseOr(database);
     AcDbBlockTable* table = nullptr;
     if (!database || database->getSymbolTable(table, AcDb::kForRead) != Acad::eOk) return 0;
     AcDbBlockTableRecord* record = nullptr;
@@ -309,7 +304,7 @@ int VEXODatabaseTools::appendEntity(AcDbEntity* entity, const wchar_t* blockName
 int VEXODatabaseTools::appendEntity(AcDbEntity* entity, const wchar_t* blockName, AcDbObjectId& id) {
     CVxLogEntry entry(L"VEXODatabaseTools::appendEntity");
     if (!entity) return Acad::eInvalidInput;
-    AcDbDatabase* database = orWorking(nullptr);
+    AcDbDatabase* database = vexo::workingDatabaseOr(nullptr);
     if (!database) return 0;
     const VEXOSmartLock lock;
     AcDbBlockTable* table = nullptr;
@@ -325,7 +320,7 @@ int VEXODatabaseTools::appendEntity(AcDbEntity* entity, const wchar_t* blockName
 int VEXODatabaseTools::getFromBlockTable(AcDbObjectIdArray& ids, AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXODatabaseTools::getFromBlockTable");
     ids.removeAll();
-    database = orWorking(database);
+    database = vexo::workingDatabaseOr(database);
     if (!database) return 0;
     const VEXOSmartOpen<AcDbBlockTable> table(database->blockTableId(), AcDb::kForRead, false);
     AcDbBlockTableIterator* opened = nullptr;
@@ -360,7 +355,7 @@ AcDbObjectId VEXODatabaseTools::getFromSymbolTable(const wchar_t* tableWord, con
                                                    AcDbDatabase* database) {
     CVxLogEntry entry(L"VEXODatabaseTools::getFromSymbolTable");
     AcDbObjectId id;
-    database = orWorking(database);
+    database = vexo::workingDatabaseOr(database);
     if (!database || !tableWord || !name) return id;
     for (const TableWord& each : tableWords) {
         if (_wcsicmp(tableWord, each.word) != 0) continue;

@@ -57,24 +57,6 @@ void putInto(AcDbLayerTable& table, std::unique_ptr<AcDbLayerTableRecord> layer,
     layer.release()->close();
 }
 
-// Calls use(id, layer) for each layer that is not erased, in the table's order.
-template <class Use>
-void forEachLayer(AcDbDatabase* database, Use use) {
-    if (!database) return;
-    AcDbLayerTableIterator* opened = nullptr;
-    {
-        const VEXOSmartOpen<AcDbLayerTable> table(database->layerTableId(), AcDb::kForRead, false);
-        if (table.status() != Acad::eOk || table->newIterator(opened) != Acad::eOk) return;
-    }
-    const VEXOSmartPointer<AcDbLayerTableIterator> iterator(opened);
-    for (; !iterator->done(); iterator->step()) {
-        AcDbObjectId id;
-        if (iterator->getRecordId(id) != Acad::eOk) continue;
-        const OpenLayer layer(id, AcDb::kForRead, false);
-        if (layer.status() == Acad::eOk) use(id, *layer);
-    }
-}
-
 template <class Holds>
 void appendLayers(AcDbDatabase* database, AcDbObjectIdArray& ids, Holds holds) {
     forEachLayer(database, [&](AcDbObjectId id, const AcDbLayerTableRecord& layer) {
@@ -118,7 +100,7 @@ bool VEXOLayerTools::addNewLayer(const wchar_t* name, AcDbObjectId& id, AcDbData
 
 bool VEXOLayerTools::existLayer(const CString& name, AcDbObjectId& id) {
     CVxLogEntry entry(L"VEXOLayerTools::existLayer");
-    const AcDbDatabase* database = vexo::workingDatabaseOr(nullptr);
+    const AcDbDatabase* database = vexo::workingDatabase();
     if (!database) return false;
     const VEXOSmartOpen<AcDbLayerTable> table(database->layerTableId(), AcDb::kForRead, false);
     return table.status() == Acad::eOk && table->getAt(name, id, false) == Acad::eOk;
@@ -133,7 +115,7 @@ AcDbObjectId VEXOLayerTools::getLayerId(const wchar_t* name) {
 
 void VEXOLayerTools::setLayerCurrent(const AcDbObjectId& layer) {
     CVxLogEntry entry(L"VEXOLayerTools::setLayerCurrent");
-    if (AcDbDatabase* database = vexo::workingDatabaseOr(nullptr)) database->setClayer(layer);
+    if (AcDbDatabase* database = vexo::workingDatabase()) database->setClayer(layer);
 }
 
 Acad::ErrorStatus VEXOLayerTools::renameLayer(const CString& newName, const AcDbObjectId& layer) {
@@ -167,11 +149,10 @@ void VEXOLayerTools::getAllLayers(AcDbObjectIdArray& ids, AcDbDatabase* database
 
 void VEXOLayerTools::getAllLayersName(CStringList& names, AcDbObjectIdArray& ids) {
     CVxLogEntry entry(L"VEXOLayerTools::getAllLayersName");
-    vexo::forEachLayer(vexo::workingDatabaseOr(nullptr),
-                       [&](AcDbObjectId id, const AcDbLayerTableRecord& layer) {
-                           names.AddTail(layer.name().c_str());
-                           ids.append(id);
-                       });
+    vexo::forEachLayer(vexo::workingDatabase(), [&](AcDbObjectId id, const AcDbLayerTableRecord& layer) {
+        names.AddTail(layer.name().c_str());
+        ids.append(id);
+    });
 }
 
 void VEXOLayerTools::getSelectLayersName(const AcDbObjectIdArray& layers, CStringList& names,
@@ -187,19 +168,19 @@ void VEXOLayerTools::getSelectLayersName(const AcDbObjectIdArray& layers, CStrin
 
 void VEXOLayerTools::getAllActiveLayers(AcDbObjectIdArray& ids) {
     CVxLogEntry entry(L"VEXOLayerTools::getAllActiveLayers");
-    vexo::appendLayers(vexo::workingDatabaseOr(nullptr), ids,
+    vexo::appendLayers(vexo::workingDatabase(), ids,
                        [](const AcDbLayerTableRecord& layer) { return !layer.isOff(); });
 }
 
 void VEXOLayerTools::getLokedLayers(AcDbObjectIdArray& ids) {
     CVxLogEntry entry(L"VEXOLayerTools::getLokedLayers");
-    vexo::appendLayers(vexo::workingDatabaseOr(nullptr), ids,
+    vexo::appendLayers(vexo::workingDatabase(), ids,
                        [](const AcDbLayerTableRecord& layer) { return layer.isLocked(); });
 }
 
 void VEXOLayerTools::getFrozenAndOffLayers(AcDbObjectIdArray& ids) {
     CVxLogEntry entry(L"VEXOLayerTools::getFrozenAndOffLayers");
-    vexo::appendLayers(vexo::workingDatabaseOr(nullptr), ids,
+    vexo::appendLayers(vexo::workingDatabase(), ids,
                        [](const AcDbLayerTableRecord& layer) { return layer.isFrozen() && layer.isOff(); });
 }
 

@@ -2,6 +2,7 @@
 #include "vexolayertools.h"
 #include "vexolayertools_internal.h"
 #include "vexoselectiontools.h"
+#include "vexoselectiontools_internal.h"
 #include "vexosmartpointer.h"
 
 #include "aced.h"
@@ -118,7 +119,7 @@ bool deleteLayer(AcDbObjectId layer, bool eraseEntities, const EntitiesOnLayers&
 
 // What is erased is looked for in the working database, what is moved in the layer's own.
 AcDbDatabase* databaseOf(AcDbObjectId layer, bool eraseEntities) {
-    return eraseEntities ? workingDatabaseOr(nullptr) : layer.database();
+    return eraseEntities ? workingDatabase() : layer.database();
 }
 
 CString layerName(AcDbObjectId layer) {
@@ -151,16 +152,6 @@ struct BlocksOnTheWay {
         return std::find(blocks.begin(), blocks.end(), block) != blocks.end();
     }
 };
-
-void getBlockContents(const AcDbBlockReference& reference, AcDbObjectIdArray& ids) {
-    CString name;
-    {
-        const VEXOSmartOpen<AcDbBlockTableRecord> block(reference.blockTableRecord(), AcDb::kForRead, false);
-        if (block.status() != Acad::eOk) return;
-        name = block->name().c_str();
-    }
-    VEXODatabaseTools::getFromBlockTable(ids, name, reference.database());
-}
 
 // What is done with an entity of a block, and with a reference before its block is entered.
 struct BlockVisitor {
@@ -272,14 +263,14 @@ void VEXOLayerTools::delLayers(const AcDbObjectIdArray& layers, bool eraseEntiti
 bool VEXOLayerTools::emptyLayer(const AcDbObjectId& layer) {
     CVxLogEntry entry(L"VEXOLayerTools::emptyLayer");
     const AcDbObjectId id = layer;
-    return vexo::eraseEntitiesOn(id, vexo::walk(vexo::workingDatabaseOr(nullptr), {&id, 1}));
+    return vexo::eraseEntitiesOn(id, vexo::walk(vexo::workingDatabase(), {&id, 1}));
 }
 
 bool VEXOLayerTools::emptyLayers(const AcDbObjectIdArray& layers) {
     CVxLogEntry entry(L"VEXOLayerTools::emptyLayers");
     const std::vector<AcDbObjectId> ids(layers.begin(), layers.end());
     if (ids.empty()) return false;
-    const vexo::EntitiesOnLayers found = vexo::walk(vexo::workingDatabaseOr(nullptr), ids);
+    const vexo::EntitiesOnLayers found = vexo::walk(vexo::workingDatabase(), ids);
     bool areEmpty = true;
     for (const AcDbObjectId layer : ids) areEmpty &= vexo::eraseEntitiesOn(layer, found);
     return areEmpty;

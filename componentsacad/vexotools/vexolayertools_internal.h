@@ -1,24 +1,18 @@
 #pragma once
 
-#include "afx.h"
-#include "dbapserv.h"
+#include "dbdatabase.h"
 #include "dbid.h"
 #include "dbmaindefs.h"
 #include "dbsymtb.h"
+#include "moduledatabase.h"
 #include "vexosmartopen.h"
+#include "vexosmartpointer.h"
 
 #include "acarray.h"
 
 #include <unordered_set>
 
-class AcDbDatabase;
-
 namespace vexo {
-
-inline AcDbDatabase* workingDatabaseOr(AcDbDatabase* database) {
-    if (database || !acdbHostApplicationServices()) return database;
-    return acdbHostApplicationServices()->workingDatabase();
-}
 
 /// A layer open for reading or writing for a scope.
 using OpenLayer = VEXOSmartOpen<AcDbLayerTableRecord>;
@@ -34,5 +28,24 @@ public:
 private:
     std::unordered_set<AcDbObjectId> m_layers;
 };
+
+/// Calls use(id, layer) for each layer that is not erased, open for reading, in the table's order. Nothing
+/// for null.
+template <class Use>
+void forEachLayer(AcDbDatabase* database, Use use) {
+    if (!database) return;
+    AcDbLayerTableIterator* opened = nullptr;
+    {
+        const VEXOSmartOpen<AcDbLayerTable> table(database->layerTableId(), AcDb::kForRead, false);
+        if (table.status() != Acad::eOk || table->newIterator(opened) != Acad::eOk) return;
+    }
+    const VEXOSmartPointer<AcDbLayerTableIterator> iterator(opened);
+    for (; !iterator->done(); iterator->step()) {
+        AcDbObjectId id;
+        if (iterator->getRecordId(id) != Acad::eOk) continue;
+        const OpenLayer layer(id, AcDb::kForRead, false);
+        if (layer.status() == Acad::eOk) use(id, *layer);
+    }
+}
 
 } // namespace vexo

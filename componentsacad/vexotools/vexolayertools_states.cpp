@@ -2,7 +2,6 @@
 #include "vexolayertools.h"
 #include "vexolayertools_internal.h"
 #include "vexosmartlock.h"
-#include "vexosmartpointer.h"
 
 #include "acdbads.h"
 #include "cvxlogentry.h"
@@ -71,23 +70,12 @@ bool switchLayer(AcDbObjectId id, bool activate, SwitchedLayer& switched) {
     return true;
 }
 
-AcDbLayerTableIterator* layersOf(const AcDbDatabase& database) {
-    const VEXOSmartOpen<AcDbLayerTable> table(database.layerTableId(), AcDb::kForRead, false);
-    AcDbLayerTableIterator* iterator = nullptr;
-    if (table.status() == Acad::eOk) table->newIterator(iterator, true, true);
-    return iterator;
-}
-
-// True, with its name, for a layer that was hidden.
-bool hideOrShow(AcDbObjectId id, const LayerList& listed, bool hideListed, CString& name) {
-    const OpenLayer layer(id, AcDb::kForRead, false);
-    if (layer.status() != Acad::eOk) return false;
-    name = layer->name().c_str();
-    const bool isListed = listed.has(id);
-    if (!isListed && name == L"0") return false;
+// True for a layer that was hidden.
+bool hideOrShow(AcDbLayerTableRecord& layer, bool isListed, bool hideListed) {
+    if (!isListed && layer.name() == L"0") return false;
     const bool hides = isListed == hideListed;
-    if (isActive(*layer, !hides) || layer->upgradeOpen() != Acad::eOk) return false;
-    setActive(*layer, !hides);
+    if (isActive(layer, !hides) || layer.upgradeOpen() != Acad::eOk) return false;
+    setActive(layer, !hides);
     return hides;
 }
 
@@ -117,7 +105,7 @@ void VEXOLayerTools::activateLayers(bool activate, const AcDbObjectIdArray& laye
     CVxLogEntry entry(L"VEXOLayerTools::activateLayers");
     const VEXOSmartLock lock;
     AcDbObjectIdArray wanted = layers;
-    const AcDbDatabase* database = vexo::workingDatabaseOr(nullptr);
+    const AcDbDatabase* database = vexo::workingDatabase();
     if (wanted.isEmpty() && database) wanted.append(database->layerZero());
     std::vector<CString> activated;
     for (const AcDbObjectId layer : wanted) {
@@ -131,22 +119,17 @@ void VEXOLayerTools::activateLayers(bool activate, const AcDbObjectIdArray& laye
 void VEXOLayerTools::activateAllLayers(bool activate) {
     CVxLogEntry entry(L"VEXOLayerTools::activateAllLayers");
     AcDbObjectIdArray layers;
-    getAllLayers(layers, vexo::workingDatabaseOr(nullptr));
+    getAllLayers(layers, vexo::workingDatabase());
     activateLayers(activate, layers);
 }
 
 void VEXOLayerTools::activateLayersExclusively(bool hideListed, const AcDbObjectIdArray& layers) {
     CVxLogEntry entry(L"VEXOLayerTools::activateLayersExclusively");
-    const AcDbDatabase* database = vexo::workingDatabaseOr(nullptr);
-    const VEXOSmartPointer<AcDbLayerTableIterator> iterator(database ? vexo::layersOf(*database) : nullptr);
     const vexo::LayerList listed(layers);
     std::vector<CString> hidden;
-    for (bool more = iterator && !iterator->done(); more; iterator->step(), more = !iterator->done()) {
-        AcDbObjectId id;
-        CString name;
-        if (iterator->getRecordId(id) == Acad::eOk && vexo::hideOrShow(id, listed, hideListed, name))
-            hidden.push_back(name);
-    }
+    vexo::forEachLayer(vexo::workingDatabase(), [&](AcDbObjectId id, AcDbLayerTableRecord& layer) {
+        if (vexo::hideOrShow(layer, listed.has(id), hideListed)) hidden.push_back(layer.name().c_str());
+    });
     vexo::redrawEach(hidden);
 }
 

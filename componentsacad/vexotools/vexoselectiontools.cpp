@@ -1,7 +1,6 @@
 #include "vexoselectiontools.h"
 
 #include "vexoacadsystemtools.h"
-#include "vexotools.h"
 
 #include "acdocman.h"
 #include "aced.h"
@@ -9,19 +8,13 @@
 #include "cvxlogentry.h"
 #include "dbent.h"
 #include "dbopen.h"
-#include "vxprompts.h"
+#include "moduleprompts.h"
 
 namespace vexo {
 namespace {
 
 constexpr unsigned int selectPrompt = 14000;
 constexpr unsigned int nothingSelected = 14001;
-
-CString promptText(unsigned int id) {
-    CString text;
-    VxPrompts::getPrompt(text, id, getModulePromptsProjectName(), 0);
-    return text;
-}
 
 // A selection set that is freed with its scope, whether or not one was made.
 class SelectedSet {

@@ -1,9 +1,10 @@
 #include "vexoacadsystemtools.h"
 #include "vexodatabasetools.h"
+#include "vexolayertools.h"
+#include "vexolayertools_internal.h"
 #include "vexoselectiontools.h"
 #include "vexoselectiontools_internal.h"
 #include "vexosmartopen.h"
-#include "vexotools.h"
 #include "vexouitools.h"
 
 #include "aced.h"
@@ -15,10 +16,10 @@
 #include "dbsymtb.h"
 #include "gebndblock3d.h"
 #include "moduleinstance.h"
+#include "moduleprompts.h"
 #include "vexoboundblockprotocol.h"
 #include "vexodomainprotocol.h"
 #include "vexosmartpointer.h"
-#include "vxprompts.h"
 
 #include <unordered_set>
 #include <vector>
@@ -32,12 +33,6 @@ constexpr unsigned int areNotCompatible = 14004;
 constexpr unsigned int choiceOfElements = 14029;
 constexpr std::wstring_view applicationPrefix = L"VEXO";
 constexpr std::wstring_view repartitionSuffix = L"REPARTITION";
-
-CString promptText(unsigned int id) {
-    CString text;
-    VxPrompts::getPrompt(text, id, getModulePromptsProjectName(), 0);
-    return text;
-}
 
 std::vector<CString> splitDomains(const wchar_t* domains) {
     constexpr std::wstring_view separator = L"||";
@@ -135,24 +130,6 @@ bool holdsBehindFirst(const AcDbObjectIdArray& ids, const std::wstring& first, A
     return true;
 }
 
-std::unordered_set<AcDbObjectId> layersThatAreOn() {
-    std::unordered_set<AcDbObjectId> layers;
-    AcDbHostApplicationServices* services = acdbHostApplicationServices();
-    const AcDbDatabase* database = services ? services->workingDatabase() : nullptr;
-    if (!database) return layers;
-    const VEXOSmartOpen<AcDbLayerTable> table(database->layerTableId(), AcDb::kForRead, false);
-    AcDbLayerTableIterator* opened = nullptr;
-    if (table.status() != Acad::eOk || table->newIterator(opened) != Acad::eOk) return layers;
-    const VEXOSmartPointer<AcDbLayerTableIterator> iterator(opened);
-    for (; !iterator->done(); iterator->step()) {
-        AcDbObjectId id;
-        if (iterator->getRecordId(id) != Acad::eOk) continue;
-        const VEXOSmartOpen<AcDbLayerTableRecord> layer(id, AcDb::kForRead, false);
-        if (layer.status() == Acad::eOk && !layer->isOff()) layers.insert(id);
-    }
-    return layers;
-}
-
 // The whole drawing by a filter.
 AcDbObjectIdArray idsOfWholeDrawing(const resbuf* filter) {
     AcDbObjectIdArray ids;
@@ -175,14 +152,8 @@ void appendContents(const AcDbBlockReference& reference, const PlacedEntity& pla
     const AcDbObjectId block = reference.blockTableRecord();
     for (const AcDbObjectId around : placed.blocks)
         if (around == block) return;
-    CString name;
-    {
-        const VEXOSmartOpen<AcDbBlockTableRecord> record(block, AcDb::kForRead, false);
-        if (record.status() != Acad::eOk) return;
-        name = record->name().c_str();
-    }
     AcDbObjectIdArray contents;
-    VEXODatabaseTools::getFromBlockTable(contents, name, reference.database());
+    getBlockContents(reference, contents);
     PlacedEntity inner{{}, placed.matrix * reference.blockTransform(), placed.blocks};
     inner.blocks.push_back(block);
     for (const AcDbObjectId id : contents) {
@@ -200,6 +171,16 @@ bool meetsBox(const AcDbEntity& entity, const AcGeMatrix3d& matrix, const AcGeBo
 }
 
 } // namespace
+
+void getBlockContents(const AcDbBlockReference& reference, AcDbObjectIdArray& ids) {
+    CString name;
+    {
+        const VEXOSmartOpen<AcDbBlockTableRecord> block(reference.blockTableRecord(), AcDb::kForRead, false);
+        if (block.status() == Acad::eOk) name = block->name().c_str();
+    }
+    VEXODatabaseTools::getFromBlockTable(ids, name, reference.database());
+}
+
 } // namespace vexo
 
 bool VEXOSelectionTools::checkSelectionSet(AcDbObjectIdArray ids, eSelect kind, const wchar_t* domains,
@@ -248,13 +229,15 @@ bool VEXOSelectionTools::isSelectionHomogenous(const AcDbObjectIdArray& ids, con
 void VEXOSelectionTools::HideExcept(const wchar_t* type, int hide) {
     CVxLogEntry entry(L"VEXOSelectionTools::HideExcept");
     if (!type) return;
-    const std::unordered_set<AcDbObjectId> layers = vexo::layersThatAreOn();
+    AcDbObjectIdArray layers;
+    VEXOLayerTools::getAllActiveLayers(layers);
+    const vexo::LayerList shown(layers);
     resbuf* const filter = acutBuildList(-4, L"<not", RTDXF0, type, -4, L"not>", 0);
     const AcDbObjectIdArray others = vexo::idsOfWholeDrawing(filter);
     acutRelRb(filter);
     for (const AcDbObjectId id : others) {
         const VEXOSmartOpen<AcDbEntity> entity(id, AcDb::kForRead, false);
-        if (entity.status() != Acad::eOk || !layers.contains(entity->layerId())) continue;
+        if (entity.status() != Acad::eOk || !shown.has(entity->layerId())) continue;
         if (entity->upgradeOpen() == Acad::eOk)
             entity->setVisibility(hide != 0 ? AcDb::kInvisible : AcDb::kVisible);
     }

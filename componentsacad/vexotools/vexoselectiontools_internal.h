@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <vector>
 
+class AcDbBlockReference;
+
 namespace vexo {
 
 /// Ids by their places in memory. Those that are asked for in about the order in which the drawing made them
@@ -31,5 +33,8 @@ private:
     std::vector<AcDbObjectId> m_ids;
     std::size_t m_place = 0; ///< of the first that is not before the last one asked for
 };
+
+/// The entities of the reference's block; emptied first.
+void getBlockContents(const AcDbBlockReference& reference, AcDbObjectIdArray& ids);
 
 } // namespace vexo

@@ -6,7 +6,7 @@
 #include "cvxtoolsresoverride.h"
 #include "dbmtext.h"
 #include "moduleinstance.h"
-#include "vexotools.h"
+#include "moduleprompts.h"
 #include "vxprompts.h"
 
 namespace {
@@ -19,12 +19,6 @@ constexpr unsigned int documentStep = 14025;
 constexpr unsigned int invalidStep = 14027;
 constexpr unsigned int invalidStepOfTwo = 14028;
 
-CString promptText(unsigned int id) {
-    CString text;
-    VxPrompts::getPrompt(text, id, getModulePromptsProjectName(), 0);
-    return text;
-}
-
 // The windows from a dialog outwards, without the host's frame: those that can be seen.
 std::vector<HWND> visibleChain(HWND window) {
     std::vector<HWND> chain;
@@ -35,7 +29,7 @@ std::vector<HWND> visibleChain(HWND window) {
 
 int showBox(const CString& text, unsigned int flags, const CWnd* owner) {
     const HWND window = owner ? owner->GetSafeHwnd() : adsw_acadMainWnd();
-    return ::MessageBoxW(window, text, promptText(captionPrompt), flags);
+    return ::MessageBoxW(window, text, vexo::promptText(captionPrompt), flags);
 }
 
 } // namespace
@@ -64,15 +58,15 @@ int VEXOUITools::MessageBoxW(const CString& text, unsigned int flags, const CWnd
 void VEXOUITools::DisplayInvalidStep(int current, int needed) {
     CVxLogEntry entry(L"VEXOUITools::DisplayInvalidStep");
     CString text;
-    text.Format(promptText(invalidStep), getStringFromStepMode(current), getStringFromStepMode(needed));
+    text.Format(vexo::promptText(invalidStep), getStringFromStepMode(current), getStringFromStepMode(needed));
     MessageBoxW(text, MB_ICONINFORMATION, nullptr);
 }
 
 void VEXOUITools::DisplayInvalidStep(int current, int first, int second) {
     CVxLogEntry entry(L"VEXOUITools::DisplayInvalidStep");
     CString text;
-    text.Format(promptText(invalidStepOfTwo), getStringFromStepMode(current), getStringFromStepMode(first),
-                getStringFromStepMode(second));
+    text.Format(vexo::promptText(invalidStepOfTwo), getStringFromStepMode(current),
+                getStringFromStepMode(first), getStringFromStepMode(second));
     MessageBoxW(text, MB_ICONINFORMATION, nullptr);
 }
 
@@ -80,13 +74,13 @@ CString VEXOUITools::getStringFromStepMode(int mode) {
     CVxLogEntry entry(L"VEXOUITools::getStringFromStepMode");
     switch (mode) {
     case 0:
-        return promptText(modelStep);
+        return vexo::promptText(modelStep);
     case 1:
-        return promptText(drawingStep);
+        return vexo::promptText(drawingStep);
     case 2:
-        return promptText(documentStep);
+        return vexo::promptText(documentStep);
     default:
-        return promptText(noStep);
+        return vexo::promptText(noStep);
     }
 }
 
@@ -122,10 +116,11 @@ void VEXOUITools::hideControls(std::vector<CWnd*> controls, std::vector<bool> hi
 void VEXOUITools::appendOptions(CMenu* menu, int id, int textId, int id2, int textId2) {
     CVxLogEntry entry(L"VEXOUITools::appendOptions");
     if (!menu) return;
-    menu->AppendMenuW(MF_STRING, static_cast<UINT_PTR>(id), promptText(static_cast<unsigned int>(textId)));
+    menu->AppendMenuW(MF_STRING, static_cast<UINT_PTR>(id),
+                      vexo::promptText(static_cast<unsigned int>(textId)));
     if (id2 != 0)
         menu->AppendMenuW(MF_STRING, static_cast<UINT_PTR>(id2),
-                          promptText(static_cast<unsigned int>(textId2)));
+                          vexo::promptText(static_cast<unsigned int>(textId2)));
 }
 
 void VEXOUITools::EditMTextUsingInteractiveAcedEdit(AcDbMText* text, CWnd* window, AcGePoint3d location) {

@@ -1,6 +1,6 @@
 #include "markingsink.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -28,15 +28,11 @@ void MarkingSink::fill(const PicturePath& path, std::uint32_t, double) {
 }
 
 void MarkingSink::text(const PlacedText& text) {
-    const double length = std::max(text.along.length(), 1e-300);
-    const double wide = text.fitLength > 0.0 ? text.fitLength / length : estimatedWidth(text.runs);
-    const double start = text.anchor == PlacedText::Anchor::start    ? 0.0
-                         : text.anchor == PlacedText::Anchor::middle ? -wide / 2.0
-                                                                     : -wide;
+    const TextReach reach = reachOf(text);
     constexpr double below = -0.3, above = 1.2; // of the height of capitals
     PicturePath box;
-    for (const auto& [across, up] : {std::pair(start, below), std::pair(start + wide, below),
-                                     std::pair(start + wide, above), std::pair(start, above)})
+    for (const auto& [across, up] : {std::pair(reach.start, below), std::pair(reach.end, below),
+                                     std::pair(reach.end, above), std::pair(reach.start, above)})
         box.lineTo(text.origin + text.along * across + text.up * up);
     box.close();
     m_sink.fill(box, tone, 1.0);

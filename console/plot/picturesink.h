@@ -65,3 +65,9 @@ public:
 /// Good to a tenth or so: whoever shows the picture chooses the face.
 double estimatedWidth(const std::vector<TextRun>& runs);
 double estimatedWidth(const std::wstring& text);
+/// Where the line of text begins and ends, in heights of capitals along it from its origin on.
+struct TextReach {
+    double start;
+    double end;
+};
+TextReach reachOf(const PlacedText& text);

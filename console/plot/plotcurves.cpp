@@ -10,6 +10,7 @@
 #include "dbpolyline.h"
 #include "dbspline.h"
 #include "genurb3d.h"
+#include "shownspline.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,20 +55,9 @@ bool appendEllipse(PicturePath& path, const AcDbEllipse& ellipse) {
 }
 
 bool appendDbSpline(PicturePath& path, const AcDbSpline& spline) {
-    AcGeCurve3d* opened = nullptr;
-    spline.getAcGeCurve(opened);
-    const std::unique_ptr<AcGeCurve3d> curve(opened);
-    if (const auto* exact = dynamic_cast<const AcGeNurbCurve3d*>(curve.get())) {
-        appendSpline(path, *exact);
-        return true;
-    }
-    AcGePoint3dArray points;
-    AcGePoint3d point;
-    for (int i = 0; i < spline.numFitPoints(); ++i)
-        if (spline.getFitPointAt(i, point) == Acad::eOk) points.append(point);
-    const AcGeNurbCurve3d fitted(points, AcGeVector3d(), AcGeVector3d());
-    if (fitted.isEmpty()) return false;
-    appendSpline(path, fitted);
+    const AcGeNurbCurve3d curve = hostkit::shownCurve(spline);
+    if (curve.isEmpty()) return false;
+    appendSpline(path, curve);
     return true;
 }
 

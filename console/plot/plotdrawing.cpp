@@ -21,6 +21,7 @@
 #include "dbxline.h"
 #include "linepattern.h"
 #include "markingsink.h"
+#include "movedblock.h"
 #include "plotcurves.h"
 #include "plotdimension.h"
 #include "plothatch.h"
@@ -290,8 +291,7 @@ void DrawingPlotter::drawReference(const AcDbBlockReference& reference, const Lo
         }
 }
 
-// The block that a drawing keeps for a dimension is shown displaced by the dimension's point 12, whatever its
-// other points are. Drawings of other programs may have none: then its points tell enough for the common
+// Drawings of other programs may have no block for a dimension: then its points tell enough for the common
 // kinds.
 void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& look,
                                    const Surroundings& around) {
@@ -299,11 +299,7 @@ void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& l
         Surroundings inside = around;
         inside.look = &look;
         inside.depth = around.depth + 1;
-        constexpr int placeOfBlockCode = 12;
-        AcGeMatrix3d plane;
-        dimension.getEcs(plane);
-        inside.toWorld = around.toWorld *
-                         AcGeMatrix3d::translation(plane * dimension.pointOf(placeOfBlockCode).asVector());
+        inside.toWorld = around.toWorld * hostkit::blockPlacement(dimension);
         return drawBlock(dimension.dimBlockId(), inside);
     }
     PicturePath lines;

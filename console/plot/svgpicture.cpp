@@ -85,12 +85,8 @@ void PictureExtents::stroke(const PicturePath& path, const StrokeStyle& style) {
 void PictureExtents::fill(const PicturePath& path, std::uint32_t, double) { stroke(path, StrokeStyle()); }
 
 void PictureExtents::text(const PlacedText& text) {
-    const double wide = text.fitLength > 0.0 ? text.fitLength / std::max(text.along.length(), 1e-300)
-                                             : estimatedWidth(text.runs);
-    const double start = text.anchor == PlacedText::Anchor::start    ? 0.0
-                         : text.anchor == PlacedText::Anchor::middle ? -wide / 2
-                                                                     : -wide;
-    for (const double across : {start, start + wide})
+    const TextReach reach = reachOf(text);
+    for (const double across : {reach.start, reach.end})
         for (const double height : {-0.25, 1.0}) {
             const AcGePoint3d corner = text.origin + text.along * across + text.up * height;
             add(corner.x, corner.y);

@@ -24,32 +24,10 @@ std::vector<AcDbObjectId> liveOnes(const std::vector<AcDbObjectId>& ids) {
 
 } // namespace
 
-std::size_t lengthOfLists(std::wstring_view text) {
-    std::size_t end = 0;
-    int depth = 0;
-    bool isInText = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const wchar_t character = text[i];
-        if (isInText && character == L'\\') {
-            ++i;
-        } else if (character == L'"') {
-            isInText = !isInText;
-        } else if (!isInText && character == L'(') {
-            ++depth;
-        } else if (!isInText && character == L')' && --depth == 0) {
-            end = i + 1;
-        } else if (depth == 0 && !isInText && character != L' ' && character != L'\t') {
-            return end;
-        }
-    }
-    return depth == 0 ? end : text.size();
-}
-
 std::optional<hostkit::SelectionFilter> readTypedFilter(AcDbDatabase& database) {
     hostkit::CommandInput& input = hostkit::Host::current()->runningCommand()->input;
-    const std::wstring_view rest = input.rest();
-    const std::size_t length = rest.starts_with(L'(') ? lengthOfLists(rest) : 0;
-    const hostkit::FilterReading reading = hostkit::readFilterText(rest.substr(0, length));
+    std::size_t length = 0;
+    const hostkit::FilterReading reading = hostkit::readFilterStart(input.rest(), length);
     if (!reading.isRead()) {
         refuseFilter(reading.problem + L" (at character " + std::to_wstring(reading.position + 1) + L")");
         return std::nullopt;

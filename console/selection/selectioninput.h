@@ -5,7 +5,6 @@
 #include "dbid.h"
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 class AcApDocument;
@@ -13,9 +12,6 @@ class AcApDocument;
 /// The filter that the running command's line begins with, "(0 . \"LINE\") (8 . \"WALL*\")"; one that takes
 /// everything where there is none. Nothing, and the command has failed, for one that is none.
 std::optional<hostkit::SelectionFilter> readTypedFilter(AcDbDatabase& database);
-/// How much of a text the lists in parentheses take that it begins with, to its end where the last is not
-/// closed.
-std::size_t lengthOfLists(std::wstring_view text);
 
 /// The implied selection, or what the user selects. Empty when the command ends here, stopped or failed.
 std::vector<AcDbObjectId> selectionOrFail();

@@ -13,10 +13,6 @@
 namespace hostkit {
 namespace {
 
-bool isModelCurrent(const AcApDocument& document) {
-    return document.database()->tilemode() || document.sheetViewport() > 1;
-}
-
 CurrentView planOf(const AcGePoint3d& low, const AcGePoint3d& high) {
     CurrentView view;
     if (high.x <= low.x || high.y <= low.y) return view;
@@ -43,6 +39,10 @@ CurrentView viewOf(const AcDbViewportTableRecord& record) {
 }
 
 } // namespace
+
+bool isModelCurrent(const AcApDocument& document) {
+    return document.database()->tilemode() || document.sheetViewport() > 1;
+}
 
 CurrentView currentView(const AcApDocument& document) {
     const AcDbDatabase& database = *document.database();

@@ -29,6 +29,8 @@ struct CurrentView {
 /// the plan view of the world onto the drawing's limits.
 CurrentView currentView(const AcApDocument& document);
 
+/// Model space is current, by itself or through a viewport of the sheet; else the sheet is.
+bool isModelCurrent(const AcApDocument& document);
 /// From the user coordinate system of the space that is current to the world: the sheet's on the sheet
 /// itself, else the model's.
 AcGeMatrix3d ucsToWorld(const AcApDocument& document);

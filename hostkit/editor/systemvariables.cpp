@@ -168,6 +168,13 @@ VariableResult SystemVariables::setOwn(Own& own, const SystemValue& value) {
     return VariableResult::ok;
 }
 
+int SystemVariables::integer(std::wstring_view name, int otherwise) const {
+    SystemValue value;
+    const bool isWhole =
+        get(name, value) == VariableResult::ok && (value.type == RTSHORT || value.type == RTLONG);
+    return isWhole ? value.integer : otherwise;
+}
+
 VariableResult SystemVariables::set(std::wstring_view name, const SystemValue& value) {
     SystemVariableInfo info;
     if (!describe(name, info)) return VariableResult::unknown;

@@ -59,6 +59,8 @@ public:
 
     /// The value is untouched unless the result is ok.
     VariableResult get(std::wstring_view name, SystemValue& value) const;
+    /// The value of a whole number; `otherwise` for any other variable and one that cannot be read.
+    int integer(std::wstring_view name, int otherwise) const;
     /// A real takes whole numbers too; a whole number takes RTSHORT and RTLONG; a point of three coordinates
     /// takes one of two, at height 0, and the reverse drops the height. Nothing else is converted. A number
     /// that is not finite is out of range.

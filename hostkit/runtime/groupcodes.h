@@ -17,6 +17,10 @@ inline constexpr short trueColorCode = 420;
 inline constexpr short colorNameCode = 430;
 inline constexpr short commentCode = 999;
 
+// In record lists alone.
+inline constexpr short operatorCode = -4;
+inline constexpr short extendedDataCode = -3;
+
 // Extended data.
 inline constexpr short firstExtendedCode = 1000;
 inline constexpr short applicationCode = 1001;

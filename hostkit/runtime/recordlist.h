@@ -13,4 +13,26 @@ struct RecordListDeleter {
 /// Frees the whole list with its texts.
 using RecordList = std::unique_ptr<resbuf, RecordListDeleter>;
 
+/// Makes a list, one record behind the other.
+class RecordListMaker {
+public:
+    /// A record of that type with a zero value.
+    resbuf& append(int type) {
+        resbuf* const record = acutNewRb(type);
+        if (m_last)
+            m_last->rbnext = record;
+        else
+            m_list.reset(record);
+        return *(m_last = record);
+    }
+    RecordList take() {
+        m_last = nullptr;
+        return std::move(m_list);
+    }
+
+private:
+    RecordList m_list{};
+    resbuf* m_last = nullptr;
+};
+
 } // namespace hostkit

@@ -1,6 +1,5 @@
 // SELECT and the commands that use a selection, as an engineer types them.
 #include "consoletest.h"
-#include "selectioninput.h"
 
 #include <fstream>
 #include <sstream>
@@ -133,14 +132,4 @@ TEST_F(SelectionConsole, entitiesOfAModuleLiveInADrawing) {
     expectHas(with.output, {"diameter 0.5: 1 bars, length 10\n", "diameter 1.2: 1 bars, length 14.1421\n"});
     expectHas(outputOf({again, "--module", barsModule, "--command", "BARLIST ALL"}),
               {"diameter 0.5", "diameter 1.2"});
-}
-
-TEST(SelectionInput, listsInParenthesesEndWhereTheyClose) {
-    EXPECT_EQ(lengthOfLists(L"(0 . \"LINE\") (8 . \"a)(b\") ALL"),
-              std::wstring_view(L"(0 . \"LINE\") (8 . \"a)(b\")").size());
-    EXPECT_EQ(lengthOfLists(L"((0 . \"A\") (-3 (\"B\"))) W"),
-              std::wstring_view(L"((0 . \"A\") (-3 (\"B\")))").size());
-    EXPECT_EQ(lengthOfLists(L"(0 . \"a\\\")\") x"), std::wstring_view(L"(0 . \"a\\\")\")").size());
-    EXPECT_EQ(lengthOfLists(L"(0 . \"LINE\""), std::wstring_view(L"(0 . \"LINE\"").size());
-    EXPECT_EQ(lengthOfLists(L"ALL"), 0u);
 }

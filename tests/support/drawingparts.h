@@ -7,6 +7,7 @@
 #include "dbsymtb.h"
 #include "dbxrecrd.h"
 #include "gepnt3d.h"
+#include "recordlist.h"
 
 #include "acarray.h"
 #include "adsdef.h"
@@ -18,6 +19,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace drawingtest {
 
@@ -26,6 +28,16 @@ AcArray<T> arrayOf(std::initializer_list<T> values) {
     AcArray<T> array;
     for (const T& value : values) array.append(value);
     return array;
+}
+template <class T>
+AcArray<T> arrayOf(const std::vector<T>& values) {
+    AcArray<T> array;
+    for (const T& value : values) array.append(value);
+    return array;
+}
+template <class T>
+std::vector<T> listOf(const AcArray<T>& array) {
+    return {array.begin(), array.end()};
 }
 inline AcGePoint3dArray pointsOf(std::initializer_list<AcGePoint3d> points) { return arrayOf(points); }
 inline AcGeDoubleArray numbersOf(std::initializer_list<double> numbers) { return arrayOf(numbers); }
@@ -38,10 +50,7 @@ inline std::string narrow(std::wstring_view text) {
     return bytes;
 }
 
-struct ListDeleter {
-    void operator()(resbuf* list) const { acutRelRb(list); }
-};
-using List = std::unique_ptr<resbuf, ListDeleter>;
+using List = hostkit::RecordList;
 
 /// The shortest text that reads back to the same bits.
 inline std::string textOf(double value) {

@@ -26,8 +26,7 @@
 #include "dbxline.h"
 
 #include "gevec3d.h"
-
-#include <memory>
+#include "shownspline.h"
 
 namespace hostkit {
 
@@ -146,23 +145,10 @@ void EntityShower::showOne(const AcDb2dPolyline& polyline) {
     showWidths(m_probe, m_toView, polyline);
 }
 
-// A spline that is known by its fit points alone is what a plain curve through them shows.
 void EntityShower::showOne(const AcDbSpline& spline) {
-    AcGeCurve3d* made = nullptr;
-    (void)spline.getAcGeCurve(made);
-    const std::unique_ptr<AcGeCurve3d> owned(made);
-    AcGeNurbCurve3d fitted;
-    const auto* curve = dynamic_cast<const AcGeNurbCurve3d*>(owned.get());
-    if (!curve) {
-        AcGePoint3dArray points;
-        AcGePoint3d point;
-        for (int i = 0; i < spline.numFitPoints(); ++i)
-            if (spline.getFitPointAt(i, point) == Acad::eOk) points.append(point);
-        fitted = AcGeNurbCurve3d(points, AcGeVector3d(), AcGeVector3d());
-        curve = &fitted;
-    }
     std::vector<PlanePiece> pieces;
-    appendSpline(pieces, m_toView, *curve, chordDeviation(m_probe.region()), &m_probe.region().box());
+    appendSpline(pieces, m_toView, shownCurve(spline), chordDeviation(m_probe.region()),
+                 &m_probe.region().box());
     m_probe.addPieces(pieces);
 }
 

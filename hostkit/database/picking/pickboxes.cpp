@@ -5,6 +5,8 @@
 #include "dbblockreference.h"
 #include "dbdim.h"
 #include "dbspline.h"
+#include "movedblock.h"
+#include "shownspline.h"
 #include "widepieces.h"
 
 #include <algorithm>
@@ -110,11 +112,7 @@ SearchBox boxOfDefinition(const AcDbAttributeDefinition& definition) {
 }
 
 SearchBox boxOfFitPoints(const AcDbSpline& spline) {
-    AcGePoint3dArray points;
-    AcGePoint3d point;
-    for (int i = 0; i < spline.numFitPoints(); ++i)
-        if (spline.getFitPointAt(i, point) == Acad::eOk) points.append(point);
-    const AcGeNurbCurve3d curve(points, AcGeVector3d(), AcGeVector3d());
+    const AcGeNurbCurve3d curve = shownCurve(spline);
     AcDbExtents extents;
     for (int i = 0; i < curve.numControlPoints(); ++i) extents.addPoint(curve.controlPointAt(i));
     return boxAround(extents, 0.0);
@@ -135,13 +133,6 @@ bool PickBoxes::isEndless(const SearchBox& box) {
     for (std::size_t axis = 0; axis < 3; ++axis)
         if (!std::isfinite(box.low[axis]) || !std::isfinite(box.high[axis])) return true;
     return false;
-}
-
-AcGeMatrix3d blockPlacement(const AcDbDimension& dimension) {
-    constexpr int placeOfBlockCode = 12;
-    AcGeMatrix3d plane;
-    dimension.getEcs(plane);
-    return AcGeMatrix3d::translation(plane * dimension.pointOf(placeOfBlockCode).asVector());
 }
 
 SearchBox PickBoxes::of(const AcDbEntity& entity) {

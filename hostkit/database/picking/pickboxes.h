@@ -11,7 +11,6 @@
 #include <vector>
 
 class AcDbBlockTableRecord;
-class AcDbDimension;
 class AcDbEntity;
 
 namespace hostkit {
@@ -57,8 +56,5 @@ private:
 
 /// The box as the map shows it.
 PlaneBox seen(const SearchBox& box, const ViewMap& toView);
-
-/// From the coordinates of the dimension's block to those of the dimension.
-AcGeMatrix3d blockPlacement(const AcDbDimension& dimension);
 
 } // namespace hostkit

@@ -122,12 +122,11 @@ PickIndex::Contents& PickIndex::contentsOf(const AcDbBlockTableRecord& block) {
     if (contents) {
         catchUp(block, *contents);
     } else {
-        auto made = std::make_unique<Contents>();
+        auto made = std::make_unique<Contents>(); // building may come by the block again
         build(block, *made);
-        // Building may have come by other blocks.
-        m_contents[&block] = std::move(made);
+        contents = std::move(made);
     }
-    return *m_contents[&block];
+    return *contents;
 }
 
 bool PickIndex::findNear(const AcDbBlockTableRecord& block, const std::function<bool(const SearchBox&)>& near,

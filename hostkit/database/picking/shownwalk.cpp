@@ -6,6 +6,7 @@
 #include "dbdim.h"
 #include "dblayertablerecord.h"
 #include "dbminsert.h"
+#include "movedblock.h"
 
 #include <algorithm>
 

@@ -64,4 +64,11 @@ AcDbObjectId movedBlock(const AcDbDimension& dimension, AcDbObjectId earlier, co
     return isOwn && moveInPlace(*block, matrix) ? earlier : addBlock(*table, *block, std::move(copies));
 }
 
+AcGeMatrix3d blockPlacement(const AcDbDimension& dimension) {
+    constexpr int placeOfBlockCode = 12;
+    AcGeMatrix3d plane;
+    dimension.getEcs(plane);
+    return AcGeMatrix3d::translation(plane * dimension.pointOf(placeOfBlockCode).asVector());
+}
+
 } // namespace hostkit

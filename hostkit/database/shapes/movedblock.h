@@ -1,4 +1,5 @@
-// Blocks that follow what they show: a copy of a block with its contents moved; leaves out who shows it.
+// Blocks of dimensions: where one is shown, and a copy of it with its contents moved; leaves out who else
+// shows it.
 #pragma once
 
 #include "dbid.h"
@@ -7,6 +8,10 @@
 class AcDbDimension;
 
 namespace hostkit {
+
+/// From the coordinates of the dimension's block to those of the world: a block is shown displaced by the
+/// dimension's point 12, whatever its other points are.
+AcGeMatrix3d blockPlacement(const AcDbDimension& dimension);
 
 /// The block that shows a dimension after a motion: the earlier one with its contents moved, where nothing
 /// else shows it and nobody has a part of it open; else a new one ("*D" and the next free number) with moved

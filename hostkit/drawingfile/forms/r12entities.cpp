@@ -300,11 +300,8 @@ OlderEntities R12Entities::turnOpaque(const AcDbEntity& entity) const {
     const auto source = m_database.source();
     if (!kind || !source || entity.sourceSpan().isEmpty()) return {};
     const SourceSpan span = entity.sourceSpan();
-    GroupScanner scanner(std::string_view(source->bytes).substr(0, span.offset + span.length), span.offset);
-    RawGroup first;
     DrawingRecord record;
-    (void)scanner.next(first);
-    (void)scanRecord(scanner, first, record);
+    scanRecordAt(source->bytes, span.offset, span.length, record);
     if (kind->hasBlock) return turnToBlock(record, kind->isPlaced);
     const std::vector<AcGePoint3d> points = pointsIn(record, 10);
     OlderEntities result{L"POLYLINE", {}};

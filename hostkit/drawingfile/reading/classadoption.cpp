@@ -2,9 +2,9 @@
 
 #include "applicationclasses.h"
 #include "drawingtext.h"
-#include "groupscanner.h"
 #include "recordhead.h"
 #include "recordreader.h"
+#include "textencoding.h"
 
 #include "changelog.h"
 #include "dbaccess.h"
@@ -45,10 +45,7 @@ bool Adoption::isUntouched(const AcDbObject& object) const {
 }
 
 bool Adoption::readInto(AcDbObject& made, SourceSpan span) {
-    GroupScanner scanner(std::string_view(m_source.bytes).substr(0, span.offset + span.length), span.offset);
-    RawGroup first;
-    if (scanner.next(first) != ScanResult::kGroup) return false;
-    (void)scanRecord(scanner, first, m_record);
+    scanRecordAt(m_source.bytes, span.offset, span.length, m_record);
     readHead(m_record, m_head);
     m_reader.resetFilerStatus();
     m_reader.begin(m_record);
@@ -63,9 +60,8 @@ bool Adoption::adopt(AcDbObject& opaque) {
     if (!entity && !opaque.isKindOf(AcDbOpaqueObject::desc())) return false;
     if (opaque.sourceSpan().isEmpty() || !isUntouched(opaque)) return false;
     if (entity && entity->parts().count() > 0) return false;
-    const std::wstring_view wide = opaque.dxfName();
     std::unique_ptr<AcDbObject> made =
-        m_classes.make(std::string(wide.begin(), wide.end()),
+        m_classes.make(utf8FromWide(opaque.dxfName()),
                        entity ? ApplicationClasses::Kind::entity : ApplicationClasses::Kind::object);
     if (!made || !readInto(*made, opaque.sourceSpan())) return false;
     if (entity) DatabaseAccess::setLayer(static_cast<AcDbEntity&>(*made), entity->layerId());

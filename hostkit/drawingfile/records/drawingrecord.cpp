@@ -55,4 +55,11 @@ ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecor
     return result;
 }
 
+void scanRecordAt(std::string_view bytes, std::size_t offset, std::size_t length, DrawingRecord& record) {
+    GroupScanner scanner(bytes.substr(0, offset + length), offset);
+    RawGroup first;
+    (void)scanner.next(first);
+    (void)scanRecord(scanner, first, record);
+}
+
 } // namespace hostkit

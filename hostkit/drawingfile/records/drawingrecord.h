@@ -45,4 +45,7 @@ struct DrawingRecord {
 /// scanner before the next "0" group or at the fault. The record's storage is used again.
 ScanResult scanRecord(GroupScanner& scanner, const RawGroup& first, DrawingRecord& record);
 
+/// The record that stands at that stretch of the bytes.
+void scanRecordAt(std::string_view bytes, std::size_t offset, std::size_t length, DrawingRecord& record);
+
 } // namespace hostkit

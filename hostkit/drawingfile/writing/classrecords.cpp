@@ -2,6 +2,7 @@
 
 #include "applicationclasses.h"
 #include "groupscanner.h"
+#include "textencoding.h"
 
 #include "dbaccess.h"
 #include "dbent.h"
@@ -15,11 +16,6 @@ namespace {
 // In the order of their names, so that a save does not depend on where classes lie in memory.
 using CountedClasses = std::map<std::string, std::pair<const AcRxClass*, int>>;
 
-std::string narrowName(const wchar_t* name) {
-    const std::wstring_view wide = name;
-    return {wide.begin(), wide.end()};
-}
-
 CountedClasses classesInUse(const AcDbDatabase& database) {
     std::map<const AcRxClass*, int> counts;
     DatabaseAccess::forEachObject(database, [&](const AcDbObject& object) {
@@ -27,7 +23,7 @@ CountedClasses classesInUse(const AcDbDatabase& database) {
         if (isOfApplication(*own) && own->dxfName() && !object.isErased()) ++counts[own];
     });
     CountedClasses classes;
-    for (const auto& [each, count] : counts) classes[narrowName(each->dxfName())] = {each, count};
+    for (const auto& [each, count] : counts) classes[utf8FromWide(each->dxfName())] = {each, count};
     return classes;
 }
 
@@ -45,7 +41,7 @@ void appendRecord(const AcRxClass& each, const std::string& recordName, int coun
     const bool isEntity = each.isDerivedFrom(AcDbEntity::desc());
     appendGroup(0, "CLASS", style, bytes);
     appendGroup(1, recordName, style, bytes);
-    appendGroup(2, narrowName(each.name()), style, bytes);
+    appendGroup(2, utf8FromWide(each.name()), style, bytes);
     appendText(3, each.appName(), style, bytes);
     appendInteger(90, 0, style, bytes); // others may do nothing with them but keep them
     if (style.version >= DrawingVersion::k2004) appendInteger(91, count, style, bytes);

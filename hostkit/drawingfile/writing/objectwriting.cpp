@@ -21,13 +21,6 @@ std::string asciiOf(const wchar_t* name) {
     return {text.begin(), text.end()};
 }
 
-void scan(std::string_view sourceBytes, SourceSpan span, DrawingRecord& record) {
-    GroupScanner scanner(sourceBytes.substr(0, span.offset + span.length), span.offset);
-    RawGroup first;
-    (void)scanner.next(first);
-    (void)scanRecord(scanner, first, record);
-}
-
 } // namespace
 
 // What the class takes there is what it will write. The drawing is not asked, which may have other names by
@@ -35,7 +28,7 @@ void scan(std::string_view sourceBytes, SourceSpan span, DrawingRecord& record) 
 std::unique_ptr<AcDbObject> markGroups(const AcDbObject& object, std::string_view sourceBytes,
                                        SourceSpan span, RecordReader& filer, DrawingRecord& record,
                                        RecordHead& head) {
-    scan(sourceBytes, span, record);
+    scanRecordAt(sourceBytes, span.offset, span.length, record);
     readHead(record, head);
     std::unique_ptr<AcDbObject> blank = makeBlank(object, record);
     filer.begin(record);
@@ -109,7 +102,7 @@ void ObjectWriting::take(const ObjectWriting& sibling) {
 
 bool ObjectWriting::mustFollow(std::string_view sourceBytes, SourceSpan span) {
     if (!m_changes) return false;
-    scan(sourceBytes, span, m_original);
+    scanRecordAt(sourceBytes, span.offset, span.length, m_original);
     return m_changes->concern(m_original, m_style.text);
 }
 

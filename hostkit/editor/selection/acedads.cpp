@@ -24,15 +24,14 @@ SelectionSet* setOf(const ads_name name) {
 }
 
 hostkit::DocumentSelection* rememberedSelection() {
-    hostkit::Host* host = hostkit::Host::current();
-    AcApDocument* document = host ? host->documents().curDocument() : nullptr;
+    AcApDocument* document = hostkit::currentDocument();
     return document ? &document->selection() : nullptr;
 }
 
 // Null for what is no entity's name.
 AcDbObjectId entityOf(const ads_name name) {
     AcDbObjectId id;
-    if (!name || name[1] != 0 || acdbGetObjectId(id, name) != Acad::eOk) return {};
+    if (acdbGetObjectId(id, name) != Acad::eOk) return {};
     const AcDbObject* object = hostkit::DatabaseAccess::object(id);
     return object && object->isKindOf(AcDbEntity::desc()) ? id : AcDbObjectId();
 }
@@ -41,38 +40,26 @@ bool isPlace(const SelectionSet& set, int index) {
     return index >= 0 && static_cast<std::size_t>(index) < set.size();
 }
 
-// Appends records to a list.
-class ListEnd {
-public:
-    explicit ListEnd(resbuf** list)
-        : m_link(list) {}
-    resbuf& add(int type) {
-        *m_link = acutNewRb(type);
-        resbuf& added = **m_link;
-        m_link = &added.rbnext;
-        return added;
-    }
-    void addCode(int value) { add(RTSHORT).resval.rint = static_cast<short>(value); }
-    void addEntity(AcDbObjectId id) { (void)acdbGetAdsName(add(RTENAME).resval.rlname, id); }
-    void addPoint(double x, double y, double z) {
-        resbuf& record = add(RT3DPOINT);
-        record.resval.rpoint[0] = x;
-        record.resval.rpoint[1] = y;
-        record.resval.rpoint[2] = z;
-    }
+using hostkit::RecordListMaker;
 
-private:
-    resbuf** m_link;
-};
+void addCode(RecordListMaker& list, int value) {
+    list.append(RTSHORT).resval.rint = static_cast<short>(value);
+}
+void addPoint(RecordListMaker& list, double x, double y, double z) {
+    ads_real* const point = list.append(RT3DPOINT).resval.rpoint;
+    point[0] = x;
+    point[1] = y;
+    point[2] = z;
+}
 
-void addPick(ListEnd& list, const SelectionWay& way) {
-    for (const AcDbObjectId container : way.containers) list.addEntity(container);
+void addPick(RecordListMaker& list, const SelectionWay& way) {
+    hostkit::addEntities(list, way.containers);
     for (int column = 0; column < 4 && !way.containers.empty(); ++column)
-        list.addPoint(way.toWorld(0, column), way.toWorld(1, column), way.toWorld(2, column));
-    list.add(RTLB);
-    list.addCode(0);
-    list.addPoint(way.point.x, way.point.y, way.point.z);
-    list.add(RTLE);
+        addPoint(list, way.toWorld(0, column), way.toWorld(1, column), way.toWorld(2, column));
+    list.append(RTLB);
+    addCode(list, 0);
+    addPoint(list, way.point.x, way.point.y, way.point.z);
+    list.append(RTLE);
 }
 
 } // namespace
@@ -87,10 +74,7 @@ int acedSSLength(const ads_name set, Adesk::Int32* length) {
 int acedSSName(const ads_name set, int index, ads_name entity) {
     const SelectionSet* found = setOf(set);
     if (!found || !entity || !isPlace(*found, index)) return RTERROR;
-    return acdbGetAdsName(*reinterpret_cast<ads_name*>(entity), found->at(static_cast<std::size_t>(index))) ==
-                   Acad::eOk
-               ? RTNORM
-               : RTERROR;
+    return hostkit::nameEntity(found->at(static_cast<std::size_t>(index)), entity) ? RTNORM : RTERROR;
 }
 
 int acedSSNameX(resbuf** list, const ads_name set, int index) {
@@ -98,13 +82,12 @@ int acedSSNameX(resbuf** list, const ads_name set, int index) {
     if (!found || !list || !isPlace(*found, index)) return RTERROR;
     const auto place = static_cast<std::size_t>(index);
     const SelectionWay* way = found->wayAt(place);
-    resbuf* made = nullptr;
-    ListEnd end(&made);
-    end.addCode(way ? way->method : SelectionWay::other);
-    end.addEntity(found->at(place));
-    end.addCode(0);
-    if (way && way->method == SelectionWay::pick) addPick(end, *way);
-    *list = made;
+    RecordListMaker made;
+    addCode(made, way ? way->method : SelectionWay::other);
+    hostkit::addEntities(made, {found->at(place)});
+    addCode(made, 0);
+    if (way && way->method == SelectionWay::pick) addPick(made, *way);
+    *list = made.take().release();
     return RTNORM;
 }
 

@@ -2,23 +2,18 @@
 
 #include "acdocman.h"
 #include "answerreading.h"
-#include "currentview.h"
 #include "dbdatabase.h"
 #include "documentselection.h"
 #include "entitypicking.h"
 #include "handletext.h"
 #include "host.h"
 #include "selectionpicks.h"
+#include "selectionsets.h"
 
 namespace {
 
 using hostkit::Found;
 using hostkit::SelectionPicks;
-
-AcApDocument* currentDocument() {
-    hostkit::Host* host = hostkit::Host::current();
-    return host ? host->documents().curDocument() : nullptr;
-}
 
 // A point, or an entity that was named.
 struct PickAnswer {
@@ -44,27 +39,8 @@ int readPick(const AcApDocument& document, const SelectionPicks& picks, const wc
         });
 }
 
-AcGePoint3d inWorld(const AcApDocument& document, const ads_real* point) {
-    return hostkit::ucsToWorld(document) * AcGePoint3d(point[0], point[1], point[2]);
-}
-
 void give(const ads_point from, ads_point to) {
     for (int i = 0; i < 3 && to; ++i) to[i] = from[i];
-}
-
-bool nameEntity(AcDbObjectId id, ads_name entity) {
-    return acdbGetAdsName(*reinterpret_cast<ads_name*>(entity), id) == Acad::eOk;
-}
-
-resbuf* listOf(const std::vector<AcDbObjectId>& containers) {
-    resbuf* list = nullptr;
-    resbuf** link = &list;
-    for (const AcDbObjectId id : containers) {
-        *link = acutNewRb(RTENAME);
-        nameEntity(id, (*link)->resval.rlname);
-        link = &(*link)->rbnext;
-    }
-    return list;
 }
 
 void giveMatrix(const AcGeMatrix3d& from, ads_matrix to) {
@@ -75,7 +51,7 @@ void giveMatrix(const AcGeMatrix3d& from, ads_matrix to) {
 } // namespace
 
 int acedEntSel(const wchar_t* prompt, ads_name entity, ads_point point) {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = hostkit::currentDocument();
     if (!document || !entity) return RTERROR;
     const hostkit::SelectionMode mode;
     const auto filter = hostkit::SelectionFilter::compile(nullptr, *document->database());
@@ -85,18 +61,18 @@ int acedEntSel(const wchar_t* prompt, ads_name entity, ads_point point) {
     if (status != RTNORM) return status;
     AcDbObjectId id = answer.named;
     if (answer.isPoint) {
-        const Found found = picks.at(inWorld(*document, answer.point));
+        const Found found = picks.at(hostkit::fromUser(*document, answer.point));
         if (found.ids.empty()) return RTERROR;
         id = found.ids.front();
     }
-    if (!nameEntity(id, entity)) return RTERROR;
+    if (!hostkit::nameEntity(id, entity)) return RTERROR;
     give(answer.point, point);
     return RTNORM;
 }
 
 int acedNEntSelP(const wchar_t* prompt, ads_name entity, ads_point point, int pickFlag, ads_matrix matrix,
                  resbuf** containers) {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = hostkit::currentDocument();
     if (!document || !entity || !point) return RTERROR;
     hostkit::SelectionMode mode;
     mode.isNested = true;
@@ -111,14 +87,18 @@ int acedNEntSelP(const wchar_t* prompt, ads_name entity, ads_point point, int pi
     }
     Found found;
     if (answer.isPoint)
-        found = picks.at(inWorld(*document, answer.point));
+        found = picks.at(hostkit::fromUser(*document, answer.point));
     else
         found.ids = {answer.named};
-    if (found.ids.empty() || !nameEntity(found.ids.front(), entity)) return RTERROR;
+    if (found.ids.empty() || !hostkit::nameEntity(found.ids.front(), entity)) return RTERROR;
     give(answer.point, point);
     static const hostkit::SelectionWay whole;
     const hostkit::SelectionWay& way = found.way ? *found.way : whole;
     if (matrix) giveMatrix(way.toWorld, matrix);
-    if (containers) *containers = listOf(way.containers);
+    if (containers) {
+        hostkit::RecordListMaker list;
+        hostkit::addEntities(list, way.containers);
+        *containers = list.take().release();
+    }
     return RTNORM;
 }

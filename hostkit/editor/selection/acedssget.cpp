@@ -1,7 +1,6 @@
 #include "acedads.h"
 
 #include "acdocman.h"
-#include "currentview.h"
 #include "dbdatabase.h"
 #include "documentselection.h"
 #include "host.h"
@@ -19,11 +18,6 @@ using hostkit::SelectionMode;
 using hostkit::SelectionPicks;
 using hostkit::SelectionSet;
 
-AcApDocument* currentDocument() {
-    hostkit::Host* host = hostkit::Host::current();
-    return host ? host->documents().curDocument() : nullptr;
-}
-
 // What acedSSGet was called with, in a document.
 struct Call {
     AcApDocument& document;
@@ -33,17 +27,13 @@ struct Call {
     const hostkit::SelectionFilter& filter;
 };
 
-AcGePoint3d worldPoint(const AcApDocument& document, const ads_real* point) {
-    return hostkit::ucsToWorld(document) * AcGePoint3d(point[0], point[1], point[2]);
-}
-
 std::vector<AcGePoint3d> worldPoints(const Call& call) {
     std::vector<AcGePoint3d> points;
     for (auto record = static_cast<const resbuf*>(call.first); record; record = record->rbnext)
         if (record->restype == RTPOINT || record->restype == RT3DPOINT) {
             const ads_real* typed = record->resval.rpoint;
             const ads_point flat = {typed[0], typed[1], record->restype == RT3DPOINT ? typed[2] : 0.0};
-            points.push_back(worldPoint(call.document, flat));
+            points.push_back(hostkit::fromUser(call.document, flat));
         }
     return points;
 }
@@ -51,8 +41,8 @@ std::vector<AcGePoint3d> worldPoints(const Call& call) {
 // False for a method that lacks its points or its name.
 bool findByCorners(const Call& call, const SelectionPicks& picks, Found& found) {
     if (!call.first || !call.second) return false;
-    const AcGePoint3d one = worldPoint(call.document, static_cast<const ads_real*>(call.first));
-    const AcGePoint3d other = worldPoint(call.document, static_cast<const ads_real*>(call.second));
+    const AcGePoint3d one = hostkit::fromUser(call.document, static_cast<const ads_real*>(call.first));
+    const AcGePoint3d other = hostkit::fromUser(call.document, static_cast<const ads_real*>(call.second));
     if (call.mode.method == SelectionMethod::box)
         found = picks.box(one, other);
     else
@@ -65,7 +55,7 @@ bool findByPlace(const Call& call, const SelectionPicks& picks, Found& found) {
     if (!call.first) return false;
     switch (call.mode.method) {
     case SelectionMethod::point:
-        found = picks.at(worldPoint(call.document, static_cast<const ads_real*>(call.first)));
+        found = picks.at(hostkit::fromUser(call.document, static_cast<const ads_real*>(call.first)));
         return true;
     case SelectionMethod::fence:
         found = picks.fence(worldPoints(call));
@@ -119,11 +109,9 @@ int ask(const Call& call, SelectionSet& selection) {
 }
 
 bool takesImplied(const AcApDocument& document) {
-    hostkit::SystemValue value;
-    const hostkit::SystemVariables& variables = hostkit::Host::current()->variables();
-    const bool isOff =
-        variables.get(L"PICKFIRST", value) == hostkit::VariableResult::ok && value.integer == 0;
-    return !isOff && !document.selection().implied.empty();
+    constexpr int on = 1;
+    return !document.selection().implied.empty() &&
+           hostkit::Host::current()->variables().integer(L"PICKFIRST", on) != 0;
 }
 
 int select(const Call& call, SelectionSet& selection) {
@@ -147,7 +135,7 @@ void chooseMethod(SelectionMode& mode, bool isPlain, const void* first, const Ac
 
 int acedSSGet(const wchar_t* mode, const void* first, const void* second, const resbuf* filter,
               ads_name set) {
-    AcApDocument* document = currentDocument();
+    AcApDocument* document = hostkit::currentDocument();
     std::optional<SelectionMode> parsed = hostkit::parseSelectionMode(mode ? mode : L"");
     if (!document || !parsed || !set) return RTERROR;
     const auto compiled = hostkit::SelectionFilter::compile(filter, *document->database());

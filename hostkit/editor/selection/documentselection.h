@@ -7,6 +7,8 @@
 
 #include <vector>
 
+class AcApDocument;
+
 namespace hostkit {
 
 struct DocumentSelection {
@@ -15,5 +17,8 @@ struct DocumentSelection {
     bool allowsDuplicates = false;
     AcEdInputPointManager inputPoints{};
 };
+
+/// Of the current host; null where there is none.
+AcApDocument* currentDocument();
 
 } // namespace hostkit

@@ -6,20 +6,7 @@
 #include "dbopaque.h"
 #include "groupscanner.h"
 
-#include <charconv>
-
 namespace hostkit {
-namespace {
-
-AcDbHandleValue handleOf(std::string_view text) {
-    AcDbHandleValue value = 0;
-    constexpr int hexadecimal = 16;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), value, hexadecimal);
-    return end.ptr == text.data() + text.size() ? value : 0;
-}
-
-} // namespace
-
 bool groupMembers(const AcDbDatabase& database, std::wstring_view name, std::vector<AcDbObjectId>& members) {
     const auto* groups = DatabaseAccess::objectOf<AcDbDictionary>(database.groupDictionaryId());
     AcDbObjectId id;
@@ -32,8 +19,8 @@ bool groupMembers(const AcDbDatabase& database, std::wstring_view name, std::vec
     members.clear();
     GroupScanner scanner(std::string_view(source->bytes).substr(span.offset, span.length));
     for (RawGroup raw; scanner.next(raw) == ScanResult::kGroup;) {
-        const AcDbObjectId member =
-            raw.code == memberCode ? DatabaseAccess::find(database, handleOf(raw.value)) : AcDbObjectId();
+        if (raw.code != memberCode) continue;
+        const AcDbObjectId member = DatabaseAccess::find(database, handleFromText(raw.value).value_or(0));
         if (!member.isNull() && !member.isErased()) members.push_back(member);
     }
     return true;

@@ -12,9 +12,6 @@ using AcDb::GroupKind;
 
 namespace {
 
-constexpr short operatorCode = -4;
-constexpr short extendedDataCode = -3;
-
 std::wstring groupName(short code) { return L"group " + std::to_wstring(code); }
 std::wstring quoted(std::wstring_view text) { return L'"' + std::wstring(text) + L'"'; }
 

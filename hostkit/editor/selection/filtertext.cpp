@@ -11,9 +11,6 @@ using AcDb::GroupKind;
 
 namespace {
 
-constexpr short operatorCode = -4;
-constexpr short extendedDataCode = -3;
-
 bool isTextKind(GroupKind kind) { return kind == GroupKind::kText || kind == GroupKind::kHandle; }
 
 class FilterTextReader {
@@ -22,17 +19,26 @@ public:
         : m_text(text) {}
 
     FilterReading read() {
+        return resultOf(readList() &&
+                        (m_at == m_text.size() || fail(L"a group in parentheses is expected here")));
+    }
+    FilterReading readStart(std::size_t& length) {
+        const bool isRead = !isNext(L'(') || readList();
+        length = m_at;
+        return resultOf(isRead);
+    }
+
+private:
+    FilterReading resultOf(bool isRead) {
         FilterReading result;
-        if (readList()) {
-            result.list = std::move(m_list);
+        if (isRead) {
+            result.list = m_list.take();
         } else {
             result.problem = std::move(m_problem);
             result.position = m_position;
         }
         return result;
     }
-
-private:
     bool readList();
     bool readGroup();
     bool readValue(short code);
@@ -51,15 +57,13 @@ private:
     bool isNext(wchar_t sign);
     /// Up to a blank, a parenthesis or a quotation mark.
     std::wstring_view takeWord();
-    resbuf& append(short type);
     void appendText(short type, const std::wstring& text) {
-        append(type).resval.rstring = acutNewString(text.c_str());
+        m_list.append(type).resval.rstring = acutNewString(text.c_str());
     }
 
     std::wstring_view m_text;
     std::size_t m_at = 0;
-    RecordList m_list;
-    resbuf* m_last = nullptr;
+    RecordListMaker m_list;
     std::wstring m_problem;
     std::size_t m_position = 0;
 };
@@ -94,15 +98,6 @@ std::wstring_view FilterTextReader::takeWord() {
     return m_text.substr(begin, m_at - begin);
 }
 
-resbuf& FilterTextReader::append(short type) {
-    resbuf* const record = acutNewRb(type);
-    if (m_last)
-        m_last->rbnext = record;
-    else
-        m_list.reset(record);
-    return *(m_last = record);
-}
-
 /// The groups, in parentheses of their own or without.
 bool FilterTextReader::readList() {
     take(L'\'');
@@ -113,7 +108,7 @@ bool FilterTextReader::readList() {
         if (!readGroup()) return false;
     if (isEnclosed && !take(L')')) return fail(L"the list is not closed by a parenthesis");
     skipBlanks();
-    return m_at == m_text.size() || fail(L"a group in parentheses is expected here");
+    return true;
 }
 
 bool FilterTextReader::readGroup() {
@@ -135,7 +130,7 @@ bool FilterTextReader::readClosing(const wchar_t* behindWhat) {
 }
 
 bool FilterTextReader::readApplications() {
-    append(extendedDataCode);
+    m_list.append(extendedDataCode);
     if (!isNext(L'(')) return fail(L"the name of an application in parentheses is expected here");
     while (take(L'(')) {
         std::wstring name;
@@ -155,7 +150,7 @@ bool FilterTextReader::readValue(short code) {
         appendText(code, text);
         return true;
     }
-    resbuf& record = append(code);
+    resbuf& record = m_list.append(code);
     if (kind == GroupKind::kPoint) return readPoint(record);
     return kind == GroupKind::kReal ? readReal(record.resval.rreal) : readInteger(record, kind);
 }
@@ -242,6 +237,10 @@ std::wstring applicationsText(const resbuf*& record) {
 } // namespace
 
 FilterReading readFilterText(std::wstring_view text) { return FilterTextReader(text).read(); }
+
+FilterReading readFilterStart(std::wstring_view text, std::size_t& length) {
+    return FilterTextReader(text).readStart(length);
+}
 
 std::wstring writeFilterText(const resbuf* list) {
     std::wstring text;

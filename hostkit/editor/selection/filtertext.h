@@ -27,6 +27,9 @@ struct FilterReading {
 /// parentheses, and becomes 1001 records behind it. The whole may stand in parentheses, with a ' before them.
 /// An empty text reads as no list.
 FilterReading readFilterText(std::wstring_view text);
+/// The same of the groups that a text begins with; `length` is how much of it they take, with the blanks
+/// behind them, or was read when a problem came.
+FilterReading readFilterStart(std::wstring_view text, std::size_t& length);
 
 /// A list in that form, which reads back as the same one but for a text of -3 itself, which becomes the first
 /// name; the codes are those that readFilterText takes. Null gives an empty text.

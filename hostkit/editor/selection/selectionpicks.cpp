@@ -11,6 +11,7 @@
 #include "entitypicking.h"
 #include "fetchahead.h"
 #include "host.h"
+#include "shownwalk.h"
 #include "winuser.h"
 
 #include <algorithm>
@@ -25,11 +26,6 @@ const AcDbLayerTableRecord* layerOf(const AcDbEntity& entity) {
 bool isLocked(const AcDbEntity& entity) {
     const AcDbLayerTableRecord* layer = layerOf(entity);
     return layer && layer->isLocked();
-}
-
-bool isSeen(const AcDbEntity& entity) {
-    const AcDbLayerTableRecord* layer = layerOf(entity);
-    return entity.visibility() == AcDb::kVisible && !(layer && (layer->isOff() || layer->isFrozen()));
 }
 
 const AcDbEntity* liveEntity(AcDbObjectId id) {
@@ -48,20 +44,21 @@ const std::vector<AcDbObjectId>& entitiesOf(AcDbObjectId block) {
 }
 
 double halfPickBox(const CurrentView& view) {
-    SystemValue value;
-    Host* host = Host::current();
-    const bool isKnown = host && host->variables().get(L"PICKBOX", value) == VariableResult::ok;
     constexpr int usual = 3;
-    const int pixels = isKnown ? value.integer : usual;
+    Host* const host = Host::current();
+    const int pixels = host ? host->variables().integer(L"PICKBOX", usual) : usual;
     return pixels * view.height / std::max(1, GetSystemMetrics(SM_CYSCREEN));
 }
 
 } // namespace
 
+AcGePoint3d fromUser(const AcApDocument& document, const ads_real* point) {
+    return ucsToWorld(document) * AcGePoint3d(point[0], point[1], point[2]);
+}
+
 AcDbObjectId currentSpace(const AcApDocument& document) {
     const AcDbDatabase& database = *document.database();
-    return database.tilemode() || document.sheetViewport() > 1 ? database.modelSpaceId()
-                                                               : database.paperSpaceId();
+    return isModelCurrent(document) ? database.modelSpaceId() : database.paperSpaceId();
 }
 
 SelectionPicks::SelectionPicks(const AcApDocument& document, const SelectionMode& mode,
@@ -160,7 +157,7 @@ Found SelectionPicks::last() const {
     const std::vector<AcDbObjectId>& ids = entitiesOf(m_space);
     for (std::size_t i = ids.size(); i > 0; --i) {
         const AcDbEntity* entity = liveEntity(ids[i - 1]);
-        if (entity && isSeen(*entity)) return taken({ids[i - 1]}, {});
+        if (entity && isSeen(*entity, {})) return taken({ids[i - 1]}, {});
     }
     return {};
 }

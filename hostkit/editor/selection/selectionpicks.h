@@ -25,6 +25,8 @@ struct Found {
     std::size_t inOtherSpaces = 0;
 };
 
+/// A point of the user coordinate system in the world.
+AcGePoint3d fromUser(const AcApDocument& document, const ads_real* point);
 /// The space that picks are made in: model space, also through a viewport of the sheet, or the sheet.
 AcDbObjectId currentSpace(const AcApDocument& document);
 

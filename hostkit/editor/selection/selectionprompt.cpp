@@ -3,7 +3,6 @@
 #include "acdocman.h"
 #include "aced.h"
 #include "answerreading.h"
-#include "currentview.h"
 #include "dbaccess.h"
 #include "dbdatabase.h"
 #include "documentselection.h"
@@ -18,10 +17,10 @@ namespace {
 constexpr wchar_t waysOfSelecting[] = L"Window Last Crossing BOX ALL Fence WPolygon CPolygon Group Add "
                                       L"Remove Multiple Previous Undo AUto SIngle";
 
-bool isOn(const wchar_t* variable) {
-    SystemValue value;
-    Host* host = Host::current();
-    return !host || host->variables().get(variable, value) != VariableResult::ok || value.integer != 0;
+bool beginsWindows() {
+    constexpr int on = 1;
+    Host* const host = Host::current();
+    return !host || host->variables().integer(L"PICKAUTO", on) != 0;
 }
 
 } // namespace
@@ -78,7 +77,7 @@ int SelectionPrompt::readStep(Step& step) {
 int SelectionPrompt::parseStep(const std::wstring& text, Step& step) const {
     ads_point typed;
     if (parseAnsweredPoint(text, nullptr, typed)) {
-        step.point = ucsToWorld(m_document) * AcGePoint3d(typed[0], typed[1], typed[2]);
+        step.point = fromUser(m_document, typed);
         step.isPoint = true;
         return RTNORM;
     }
@@ -118,7 +117,7 @@ int SelectionPrompt::performWord(const std::wstring& word) {
 int SelectionPrompt::readPoint(const wchar_t* prompt, AcGePoint3d& point) const {
     ads_point typed;
     const int answer = acedGetPoint(nullptr, prompt, typed);
-    if (answer == RTNORM) point = ucsToWorld(m_document) * AcGePoint3d(typed[0], typed[1], typed[2]);
+    if (answer == RTNORM) point = fromUser(m_document, typed);
     return answer;
 }
 
@@ -137,7 +136,7 @@ int SelectionPrompt::windowByCorners(const std::wstring& word) {
 int SelectionPrompt::pickAt(const AcGePoint3d& point) {
     const Found found = m_picks.at(point);
     const bool hasMet = !found.ids.empty() || found.filteredOut + found.onLockedLayers > 0;
-    if (hasMet || m_mode.picksOnly || m_mode.isNested || !isOn(L"PICKAUTO")) {
+    if (hasMet || m_mode.picksOnly || m_mode.isNested || !beginsWindows()) {
         take(found);
         return RTNORM;
     }
@@ -203,13 +202,18 @@ void SelectionPrompt::undo() {
         acutPrintf(L"\nThere is nothing to take back.\n");
         return;
     }
-    m_selection = std::move(m_earlier.back());
+    Earlier& earlier = m_earlier.back();
+    if (earlier.whole)
+        m_selection = std::move(*earlier.whole);
+    else
+        m_selection.shrinkTo(earlier.size);
     m_earlier.pop_back();
     acutPrintf(L"\n%d in all\n", static_cast<int>(m_selection.size()));
 }
 
 void SelectionPrompt::take(const Found& found) {
-    m_earlier.push_back(m_selection);
+    m_earlier.push_back({m_selection.size(), {}});
+    if (m_removes) m_earlier.back().whole = m_selection;
     std::size_t changed = 0;
     for (const AcDbObjectId id : found.ids) {
         if (m_removes)

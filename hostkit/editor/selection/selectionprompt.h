@@ -3,7 +3,9 @@
 
 #include "selectionpicks.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 class AcApDocument;
 
@@ -59,7 +61,12 @@ private:
     std::wstring m_removing = L"Remove objects: ";
     std::wstring m_keywords{};
     SelectionSet m_selection{};
-    std::vector<SelectionSet> m_earlier{};
+    /// Before a way of selecting: its own entities stand behind these, but for one that removed some.
+    struct Earlier {
+        std::size_t size;
+        std::optional<SelectionSet> whole{};
+    };
+    std::vector<Earlier> m_earlier{};
     bool m_removes = false;
     bool m_hasFound = false; ///< the latest way of selecting gave something
     bool m_allowsRepeats = false;

@@ -64,6 +64,15 @@ void SelectionSet::addAgain(AcDbObjectId id, const SharedWay& way) {
     ++m_liveCount;
 }
 
+void SelectionSet::shrinkTo(std::size_t size) {
+    closeGaps();
+    for (std::size_t i = m_ids.size(); m_knowsPlaces && i-- > size;)
+        if (const auto found = m_places.find(m_ids[i]); found->second == i) m_places.erase(found);
+    m_ids.resize(std::min(size, m_ids.size()));
+    if (!m_ways.empty()) m_ways.resize(m_ids.size());
+    m_liveCount = m_ids.size();
+}
+
 bool SelectionSet::remove(AcDbObjectId id) {
     learnPlaces();
     const auto found = m_places.find(id);

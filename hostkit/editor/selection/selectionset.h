@@ -40,6 +40,8 @@ public:
     bool add(AcDbObjectId id, const SharedWay& way = nullptr);
     /// Once more, whether it is in it or not.
     void addAgain(AcDbObjectId id, const SharedWay& way = nullptr);
+    /// Takes the last ones out again, so that so many are left.
+    void shrinkTo(std::size_t size);
     /// All places of it; false for one that is not in it.
     bool remove(AcDbObjectId id);
     std::vector<AcDbObjectId> ids() const;

@@ -1,5 +1,8 @@
 #include "selectionsets.h"
 
+#include "acdbads.h"
+#include "adscodes.h"
+
 namespace hostkit {
 
 void SelectionSets::make(SelectionSet set, ads_name name) {
@@ -15,5 +18,13 @@ SelectionSet* SelectionSets::find(const ads_name name) {
 }
 
 bool SelectionSets::free(const ads_name name) { return find(name) && m_sets.erase(name[0]) == 1; }
+
+bool nameEntity(AcDbObjectId id, std::intptr_t* name) {
+    return acdbGetAdsName(*reinterpret_cast<ads_name*>(name), id) == Acad::eOk;
+}
+
+void addEntities(RecordListMaker& list, const std::vector<AcDbObjectId>& ids) {
+    for (const AcDbObjectId id : ids) nameEntity(id, list.append(RTENAME).resval.rlname);
+}
 
 } // namespace hostkit

@@ -4,6 +4,7 @@
 #include "selectionset.h"
 
 #include "adesk.h"
+#include "recordlist.h"
 
 #include <map>
 #include <memory>
@@ -26,5 +27,12 @@ private:
     std::map<std::intptr_t, std::unique_ptr<SelectionSet>> m_sets{};
     std::intptr_t m_last = 0;
 };
+
+// Names of entities, which those of sets are told from.
+
+/// False for the null id.
+bool nameEntity(AcDbObjectId id, std::intptr_t* name);
+/// RTENAME of each.
+void addEntities(RecordListMaker& list, const std::vector<AcDbObjectId>& ids);
 
 } // namespace hostkit

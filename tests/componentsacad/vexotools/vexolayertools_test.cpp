@@ -18,8 +18,10 @@ using Tools = VEXOLayerTools;
 using drawingtest::addRecord;
 using drawingtest::append;
 using drawingtest::change;
+using drawingtest::listOf;
 
 using Ids = std::vector<AcDbObjectId>;
+AcDbObjectIdArray arrayOf(const Ids& ids) { return drawingtest::arrayOf(ids); }
 
 class LayerTools : public hostkit::HostTest {
 protected:
@@ -59,12 +61,6 @@ protected:
             record.setIsLocked(locked);
         });
     }
-    static AcDbObjectIdArray arrayOf(const Ids& ids) {
-        AcDbObjectIdArray array;
-        for (const AcDbObjectId id : ids) array.append(id);
-        return array;
-    }
-    static Ids listOf(const AcDbObjectIdArray& array) { return {array.begin(), array.end()}; }
 
     AcDbObjectId zero() { return database().layerZero(); }
 };

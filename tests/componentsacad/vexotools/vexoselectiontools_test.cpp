@@ -22,8 +22,10 @@ using Tools = VEXOSelectionTools;
 using drawingtest::addRecord;
 using drawingtest::append;
 using drawingtest::change;
+using drawingtest::listOf;
 
 using Ids = std::vector<AcDbObjectId>;
+AcDbObjectIdArray arrayOf(const Ids& ids) { return drawingtest::arrayOf(ids); }
 
 // Application entities, as modules derive them.
 class Bar : public AcDbLine {
@@ -117,12 +119,6 @@ protected:
         host.run(L"GO " + answers);
     }
     void imply(const Ids& ids) { session.document().selection().implied = ids; }
-    static AcDbObjectIdArray arrayOf(const Ids& ids) {
-        AcDbObjectIdArray array;
-        for (const AcDbObjectId id : ids) array.append(id);
-        return array;
-    }
-    static Ids listOf(const AcDbObjectIdArray& array) { return {array.begin(), array.end()}; }
     std::wstring taken() { return std::exchange(port.printed, L""); }
 
     const Classes classes;

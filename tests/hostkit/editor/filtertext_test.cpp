@@ -11,18 +11,11 @@
 
 namespace {
 
+using drawingtest::textOf;
 using hostkit::FilterReading;
 using hostkit::readFilterText;
 using hostkit::RecordList;
 using hostkit::writeFilterText;
-
-std::string recordsOf(const resbuf* list) {
-    std::string text;
-    for (const resbuf* record = list; record; record = record->rbnext)
-        text += (text.empty() ? "" : ", ") + std::to_string(record->restype) + ' ' +
-                drawingtest::valueOf(*record);
-    return text;
-}
 
 TEST(FilterText, IsReadAsItIsTyped) {
     const struct {
@@ -45,8 +38,32 @@ TEST(FilterText, IsReadAsItIsTyped) {
     for (const auto& each : cases) {
         const FilterReading reading = readFilterText(each.text);
         EXPECT_EQ(reading.problem, L"") << each.text;
-        EXPECT_EQ(recordsOf(reading.list.get()), each.records) << each.text;
+        EXPECT_EQ(textOf(reading.list), each.records) << each.text;
     }
+}
+
+TEST(FilterText, TheGroupsThatALineBeginsWithEndWhereTheyClose) {
+    const struct {
+        const wchar_t* groups;
+        const wchar_t* rest;
+    } cases[] = {
+        {LR"x((0 . "LINE") (8 . "a)(b") )x", L"ALL"},
+        {LR"x(((0 . "A") (-3 ("B"))) )x", L"W"},
+        {LR"x((0 . "a\")") )x", L"x"},
+        {L"", L"ALL"},
+        {L"", L""},
+        {L"(62 . 1)", L""},
+    };
+    for (const auto& each : cases) {
+        std::size_t length = 99;
+        const FilterReading reading = hostkit::readFilterStart(std::wstring(each.groups) + each.rest, length);
+        EXPECT_EQ(reading.problem, L"") << each.groups;
+        EXPECT_EQ(length, std::wstring_view(each.groups).size());
+        EXPECT_EQ(textOf(reading.list), textOf(readFilterText(each.groups).list));
+    }
+    std::size_t length = 0;
+    EXPECT_EQ(hostkit::readFilterStart(LR"x((0 . "LINE")x", length).problem,
+              L"a closing parenthesis is expected behind the value");
 }
 
 TEST(FilterText, TellsWhatIsWrongAndWhere) {
@@ -139,7 +156,7 @@ TEST(FilterText, IsWrittenAsItIsRead) {
         const std::wstring text = writeFilterText(list.get());
         const FilterReading reading = readFilterText(text);
         ASSERT_EQ(reading.problem, L"") << text;
-        ASSERT_EQ(recordsOf(reading.list.get()), recordsOf(list.get())) << text;
+        ASSERT_EQ(textOf(reading.list), textOf(list)) << text;
     }
     const RecordList typed(acutBuildList(RTDXF0, L"LINE", -3, L"A", 1001, L"B", 0));
     EXPECT_EQ(writeFilterText(typed.get()), LR"((0 . "LINE") (-3 ("A") ("B")))");

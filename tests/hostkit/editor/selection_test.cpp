@@ -492,7 +492,14 @@ TEST(SelectionSetModel, keepsOrderMembershipAndWays) {
             const bool isIn =
                 std::any_of(model.begin(), model.end(), [&](auto& each) { return each.first == id; });
             const auto way = random() % 3 ? nullptr : std::make_shared<hostkit::SelectionWay>();
-            switch (random() % 5) {
+            switch (random() % 6) {
+            case 5: {
+                const std::size_t size =
+                    model.size() - (model.empty() ? 0 : random() % std::min<std::size_t>(3, model.size()));
+                set.shrinkTo(size);
+                model.resize(size);
+                break;
+            }
             case 0:
                 set.addAgain(id, way);
                 model.emplace_back(id, way.get());

@@ -1,0 +1,12 @@
+#include "documentselection.h"
+
+#include "acdocman.h"
+
+namespace hostkit {
+
+AcApDocument* currentDocument() {
+    const AcApDocManager* documents = acDocManagerPtr();
+    return documents ? documents->curDocument() : nullptr;
+}
+
+} // namespace hostkit
