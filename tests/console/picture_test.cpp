@@ -170,6 +170,29 @@ TEST(Picture, PageFitsTheDrawingAndTurnsWithIt) {
     }
 }
 
+// The box of a text on the page, by what its anchor says.
+TEST(Picture, TextReachesFromItsAnchor) {
+    PlacedText text;
+    text.origin = AcGePoint3d(100, 50, 0);
+    text.along = AcGeVector3d(4, 0, 0); // twice as wide as high
+    text.up = AcGeVector3d(0, 2, 0);
+    text.runs.push_back({L"A text", 1.0, 0.0, 0, false, false, false, false, false, L""});
+    const double wide = estimatedWidth(L"A text") * 4;
+    ASSERT_GT(wide, 0.0);
+    using Anchor = PlacedText::Anchor;
+    for (const auto& [anchor, before] :
+         {std::pair(Anchor::start, 0.0), std::pair(Anchor::middle, wide / 2), std::pair(Anchor::end, wide)})
+        for (const double fit : {0.0, 30.0}) {
+            text.anchor = anchor;
+            text.fitLength = fit;
+            PictureExtents extents;
+            extents.text(text);
+            const double length = fit > 0.0 ? fit : wide;
+            EXPECT_NEAR(extents.minX(), 100.0 - before / wide * length, 1e-9);
+            EXPECT_NEAR(extents.maxX() - extents.minX(), length, 1e-9);
+        }
+}
+
 TEST(Picture, CoordinatesThatMeanNothingWidenNoPage) {
     PictureExtents extents;
     PicturePath broken = square(0, 0, 1);

@@ -5,6 +5,7 @@
 #include "dblayertable.h"
 #include "dbobjptr.h"
 #include "drawingreader.h"
+#include "entitypicking.h"
 #include "plantext.h"
 #include "scriptedport.h"
 
@@ -188,6 +189,40 @@ TEST_F(PlotTest, EveryKindHasItsForm) {
     EXPECT_GT(sink.texts[1].origin.y, 6.0);
     EXPECT_EQ(report.notDrawn, (std::map<std::wstring, std::size_t>{{L"WIPEOUT", 1}}));
     EXPECT_EQ(report.drawn, 6u);
+}
+
+// Splines that have fit points alone, and blocks of dimensions that stand displaced: only files have them.
+TEST_F(PlotTest, IsPickedWhereItIsDrawn) {
+    const std::string drawing =
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nBLOCKS\n" +
+        block("*D1", "0\nLINE\n8\n0\n10\n0.0\n20\n0.0\n11\n5.0\n21\n0.0\n") +
+        "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
+        "0\nSPLINE\n5\n50\n100\nAcDbEntity\n8\n0\n100\nAcDbSpline\n70\n8\n71\n3\n72\n0\n73\n0\n74\n3\n"
+        "11\n0.0\n21\n0.0\n31\n0.0\n11\n10.0\n21\n7.0\n31\n0.0\n11\n20.0\n21\n0.0\n31\n0.0\n"
+        "0\nDIMENSION\n5\n51\n100\nAcDbEntity\n8\n0\n100\nAcDbDimension\n2\n*D1\n10\n0.0\n20\n0.0\n30\n0.0\n"
+        "12\n100.0\n22\n50.0\n32\n0.0\n70\n1\n100\nAcDbAlignedDimension\n13\n0.0\n23\n0.0\n14\n5.0\n24\n0.0\n"
+        "0\nENDSEC\n0\nEOF\n";
+    const auto database = hostkit::openDrawingFromMemory(drawing, L"test.dxf");
+    ASSERT_NE(database, nullptr);
+    sink = RecordingSink();
+    plotDrawing(*database, sink);
+    ASSERT_EQ(sink.strokes.size(), 2u);
+    for (const auto& [place, index] :
+         {std::pair(AcGePoint3d(10, 7, 0), 0), std::pair(AcGePoint3d(105, 50, 0), 1)}) {
+        const auto& points = sink.strokes[static_cast<std::size_t>(index)].path.points();
+        const bool isThere =
+            std::any_of(points.begin(), points.end(),
+                        [&place = place](const AcGePoint3d& each) { return each.distanceTo(place) < 1e-6; });
+        EXPECT_TRUE(isThere) << index;
+        const auto around =
+            hostkit::PickRegion::box({place.x - 0.1, place.y - 0.1}, {place.x + 0.1, place.y + 0.1});
+        const AcDbObjectId picked = hostkit::pickedEntity(*database, database->modelSpaceId(), {}, around);
+        EXPECT_EQ(picked.handle().value(), 0x50u + static_cast<unsigned>(index));
+    }
+    EXPECT_TRUE(hostkit::pickedEntity(*database, database->modelSpaceId(), {},
+                                      hostkit::PickRegion::box({4, -1}, {5, 0}))
+                    .isNull())
+        << "where the dimension's block would stand without its place";
 }
 
 std::string hatch(const std::string& pattern) {
