@@ -61,33 +61,49 @@ bool appendDbSpline(PicturePath& path, const AcDbSpline& spline) {
     return true;
 }
 
-bool appendPolyline(PicturePath& path, const AcDbPolyline& polyline) {
-    const unsigned count = polyline.numVerts();
-    if (count == 0) return false;
-    PicturePath piece;
-    double bulge = 0.0;
-    AcGePoint2d first;
-    for (unsigned i = 0; i < count; ++i) {
-        AcGePoint2d point;
-        polyline.getPointAt(i, point);
-        const AcGePoint3d at(point.x, point.y, polyline.elevation());
-        if (i == 0) {
-            piece.moveTo(at);
-            first = point;
-        } else {
-            piece.bulgeTo(at, bulge);
+// Straight lines and arcs through the vertices of a polyline, in its own plane.
+class VertexPath {
+public:
+    /// The bulge is that of the edge which leaves the vertex.
+    void add(const AcGePoint3d& vertex, double bulge) {
+        if (m_piece.isEmpty())
+            m_piece.moveTo(m_first = vertex);
+        else
+            m_piece.bulgeTo(vertex, m_bulge);
+        m_bulge = bulge;
+    }
+
+    /// Closes what the polyline closes and puts it in its place in the world. False without a vertex.
+    template <class Polyline>
+    bool appendTo(PicturePath& path, const Polyline& polyline) {
+        if (m_piece.isEmpty()) return false;
+        if (polyline.isClosed()) {
+            if (m_bulge != 0.0) m_piece.bulgeTo(m_first, m_bulge);
+            m_piece.close();
         }
+        AcGeMatrix3d toWorld;
+        polyline.getEcs(toWorld);
+        m_piece.transformBy(toWorld);
+        path.append(m_piece);
+        return true;
+    }
+
+private:
+    PicturePath m_piece;
+    AcGePoint3d m_first{};
+    double m_bulge = 0.0;
+};
+
+bool appendPolyline(PicturePath& path, const AcDbPolyline& polyline) {
+    VertexPath vertices;
+    for (unsigned i = 0; i < polyline.numVerts(); ++i) {
+        AcGePoint2d point;
+        double bulge = 0.0;
+        polyline.getPointAt(i, point);
         polyline.getBulgeAt(i, bulge);
+        vertices.add(AcGePoint3d(point.x, point.y, polyline.elevation()), bulge);
     }
-    if (polyline.isClosed()) {
-        if (bulge != 0.0) piece.bulgeTo(AcGePoint3d(first.x, first.y, polyline.elevation()), bulge);
-        piece.close();
-    }
-    AcGeMatrix3d toWorld;
-    polyline.getEcs(toWorld);
-    piece.transformBy(toWorld);
-    path.append(piece);
-    return true;
+    return vertices.appendTo(path, polyline);
 }
 
 // Vertices of an old-style polyline, whether it stands in a drawing or not.
@@ -105,28 +121,13 @@ void visitVertices(const Polyline& polyline, Visit visit) {
 }
 
 bool append2dPolyline(PicturePath& path, const AcDb2dPolyline& polyline) {
-    PicturePath piece;
-    double bulge = 0.0;
-    AcGePoint3d first;
+    VertexPath vertices;
     visitVertices<AcDb2dPolyline, AcDb2dVertex>(polyline, [&](const AcDb2dVertex& vertex) {
         if (vertex.vertexType() == AcDb::k2dSplineCtlVertex) return;
-        const AcGePoint3d at(vertex.position().x, vertex.position().y, polyline.elevation());
-        if (piece.isEmpty())
-            piece.moveTo(first = at);
-        else
-            piece.bulgeTo(at, bulge);
-        bulge = vertex.bulge();
+        vertices.add(AcGePoint3d(vertex.position().x, vertex.position().y, polyline.elevation()),
+                     vertex.bulge());
     });
-    if (piece.isEmpty()) return false;
-    if (polyline.isClosed()) {
-        if (bulge != 0.0) piece.bulgeTo(first, bulge);
-        piece.close();
-    }
-    AcGeMatrix3d toWorld;
-    polyline.getEcs(toWorld);
-    piece.transformBy(toWorld);
-    path.append(piece);
-    return true;
+    return vertices.appendTo(path, polyline);
 }
 
 bool append3dPolyline(PicturePath& path, const AcDb3dPolyline& polyline) {
