@@ -10,7 +10,7 @@ set(VEXO_LIBRARY_HEADERS
 # Of the kit: names of the CAD host and of the platform, what modules and their tests ask of this host, and what these
 # include.
 set(VEXO_KIT_HEADERS
-  acadstrc.h acarray.h accmd.h acdbads.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h adesk.h adscodes.h adsdef.h afx.h
+  acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h adesk.h adscodes.h adsdef.h afx.h
   afxcmn.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h casefold.h ccontrols.h cdc.h cdialog.h cfile.h
   cfilefind.h circularcurve.h cmenu.h commandinput.h cornerfigure.h cstring.h cstringlist.h cvxcrashhandler.h
   cvxlogentry.h cvxtoolsresoverride.h cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db3dpolyline.h db3dvertex.h
