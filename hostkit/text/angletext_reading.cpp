@@ -49,8 +49,10 @@ bool readUnsignedAngle(std::wstring_view text, AngleUnit unit, double& radians) 
     if (isGradian || isRadian) text.remove_suffix(1);
     if (!readUnsigned(text, value)) return false;
     const bool isBare = !isGradian && !isRadian;
-    if (isGradian || (isBare && unit == AngleUnit::gradians)) value *= kGradian;
-    else if (isBare && unit != AngleUnit::radians) value *= kDegree;
+    if (isGradian || (isBare && unit == AngleUnit::gradians))
+        value *= kGradian;
+    else if (isBare && unit != AngleUnit::radians)
+        value *= kDegree;
     radians = value;
     return true;
 }

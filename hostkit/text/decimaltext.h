@@ -6,9 +6,9 @@
 namespace hostkit {
 
 /// Values round to the nearest shown one, halves away from zero. What is short of a half by no more than
-/// 1e-9 of the last place, or by two units in the last place of the number itself, counts as a half: 1.0325 at
-/// three places is 1.033, though the number that stands for it is below. Where numbers lie wider apart than
-/// a 64th of the last place, digits are those of the number as it is.
+/// 1e-9 of the last place, or by two units in the last place of the number itself, counts as a half: 1.0325
+/// at three places is 1.033, though the number that stands for it is below. Where numbers lie wider apart
+/// than a 64th of the last place, digits are those of the number as it is.
 struct DecimalForm {
     int places = 4; ///< taken into 0 to 16
     bool dropsLeadingZero = false;

@@ -103,8 +103,8 @@ Written engineeringText(double magnitude, const LengthForm& form) {
         feet += 1.0;
         inches = decimalText(0.0, decimals);
     }
-    const bool hasInches = std::any_of(inches.begin(), inches.end(),
-                                       [](wchar_t each) { return each >= L'1' && each <= L'9'; });
+    const bool hasInches =
+        std::any_of(inches.begin(), inches.end(), [](wchar_t each) { return each >= L'1' && each <= L'9'; });
     return {feetText(feet, hasInches, form, [&](bool) { return inches; }), feet == 0.0 && !hasInches};
 }
 

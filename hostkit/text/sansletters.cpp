@@ -1,5 +1,5 @@
-// Letters of the common sans-serif faces in units of 2048 to the em, measured from a free face of their widths,
-// some digits and marks from drawings; heights are set to capitals of 1466.
+// Letters of the common sans-serif faces in units of 2048 to the em, measured from a free face of their
+// widths, some digits and marks from drawings; heights are set to capitals of 1466.
 #include "letterface.h"
 
 #include <algorithm>

@@ -120,8 +120,10 @@ DimensionNumber DimensionNumber::ofAlternate(const DimensionVariables& variables
     number.length.unit = unit;
     number.length.places = placesOf(variables.dimaltd);
     number.length.zeros = variables.dimaltz;
-    if (!isStacked) number.length.fraction = FractionForm::plain;
-    else if (number.length.fraction == FractionForm::plain) number.length.fraction = FractionForm::stacked;
+    if (!isStacked)
+        number.length.fraction = FractionForm::plain;
+    else if (number.length.fraction == FractionForm::plain)
+        number.length.fraction = FractionForm::stacked;
     number.tolerancePlaces = placesOf(variables.dimalttd);
     number.toleranceZeros = variables.dimalttz;
     return number;

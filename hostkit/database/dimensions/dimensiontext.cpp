@@ -87,8 +87,8 @@ std::wstring alternateText(const DimensionVariables& variables, MeasureKind kind
 
 // Puts the texts where their signs stand. What would come beyond the longest text is cut.
 std::wstring filledIn(std::wstring_view text, const MeasureTexts& texts) {
-    const std::pair<std::wstring_view, const std::wstring&> places[] = {
-        {kPlaceOfNumber, texts.primary}, {kPlaceOfAlternate, texts.alternate}};
+    const std::pair<std::wstring_view, const std::wstring&> places[] = {{kPlaceOfNumber, texts.primary},
+                                                                        {kPlaceOfAlternate, texts.alternate}};
     std::wstring filled;
     while (!text.empty() && filled.size() < kLongestDimensionText) {
         std::size_t taken = 0;
@@ -116,8 +116,7 @@ std::wstring headOf(const DimensionVariables& variables) {
 
 std::wstring dimensionText(const DimensionVariables& variables, MeasureKind kind, double measure,
                            std::wstring_view userText, bool isInPaperSpace) {
-    const double value =
-        kind == MeasureKind::angle ? measure : measure * factorOf(variables, isInPaperSpace);
+    const double value = kind == MeasureKind::angle ? measure : measure * factorOf(variables, isInPaperSpace);
     if (!std::isfinite(value) || userText == L" ") return {};
     MeasureTexts texts{primaryText(variables, kind, value), {}};
     const bool hasOwnPlace = userText.find(kPlaceOfAlternate) != userText.npos;

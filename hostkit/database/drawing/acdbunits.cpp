@@ -34,9 +34,9 @@ std::optional<int> chosen(int asked, const wchar_t* variable, int otherwise, int
 }
 
 std::optional<LengthUnit> lengthUnit(int asked) {
-    const auto unit = chosen(asked, L"LUNITS", static_cast<int>(LengthUnit::decimal),
-                             static_cast<int>(LengthUnit::scientific),
-                             static_cast<int>(LengthUnit::fractional));
+    const auto unit =
+        chosen(asked, L"LUNITS", static_cast<int>(LengthUnit::decimal),
+               static_cast<int>(LengthUnit::scientific), static_cast<int>(LengthUnit::fractional));
     return unit ? std::optional(static_cast<LengthUnit>(*unit)) : std::nullopt;
 }
 
@@ -90,11 +90,11 @@ int acdbRToS(ads_real value, int unit, int precision, wchar_t* text) {
     const auto form = lengthUnit(unit);
     const auto places = chosen(precision, L"LUPREC", kUsualPrecision, 0, kLargestPrecision);
     if (!form || !places) return RTERROR;
-    return handOut(hostkit::lengthText(value, {.unit = *form,
-                                               .places = *places,
-                                               .zeros = drawingValue(L"DIMZIN", 0),
-                                               .isTyped = isTyped()}),
-                   text);
+    return handOut(
+        hostkit::lengthText(
+            value,
+            {.unit = *form, .places = *places, .zeros = drawingValue(L"DIMZIN", 0), .isTyped = isTyped()}),
+        text);
 }
 
 int acdbAngToS(ads_real value, int unit, int precision, wchar_t* text) {
@@ -103,12 +103,12 @@ int acdbAngToS(ads_real value, int unit, int precision, wchar_t* text) {
     if (!form || !places || !std::isfinite(value)) return RTERROR;
     const int zeros = drawingValue(L"DIMZIN", 0);
     const AngleBase base(*form != AngleUnit::bearing);
-    const hostkit::AngleForm spelling{
-        .unit = *form,
-        .places = *places,
-        .dropsLeadingZero = (zeros & kLeadingZeroBit) != 0,
-        .dropsTrailingZeros = (zeros & kTrailingZeroBit) != 0,
-        .spelling = isTyped() ? hostkit::AngleSpelling::typed : hostkit::AngleSpelling::shown};
+    const hostkit::AngleForm spelling{.unit = *form,
+                                      .places = *places,
+                                      .dropsLeadingZero = (zeros & kLeadingZeroBit) != 0,
+                                      .dropsTrailingZeros = (zeros & kTrailingZeroBit) != 0,
+                                      .spelling = isTyped() ? hostkit::AngleSpelling::typed
+                                                            : hostkit::AngleSpelling::shown};
     return handOut(directionText(withinTurn((value - base.start) * base.sense), spelling), text);
 }
 

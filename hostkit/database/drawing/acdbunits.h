@@ -1,8 +1,8 @@
 // Stand-in for the host's conversion of numbers and texts. Covers lengths and angles in the units of the working drawing; leaves out reading and writing of raw angles.
 #pragma once
 
-#include "adscodes.h"
 #include "adesk.h"
+#include "adscodes.h"
 
 #include <cstddef>
 

@@ -17,9 +17,12 @@ void placeDown(std::vector<ParagraphLine>& lines, const std::vector<double>& hei
     double base = 0.0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const double gap = (kLinePitch * frame.lineSpacingFactor - 1.0) * heights[i];
-        if (i == 0) base -= lines[i].top;
-        else if (frame.isSpacingExact) base -= kLinePitch * frame.lineSpacingFactor * frame.height;
-        else base -= gap + lines[i].top;
+        if (i == 0)
+            base -= lines[i].top;
+        else if (frame.isSpacingExact)
+            base -= kLinePitch * frame.lineSpacingFactor * frame.height;
+        else
+            base -= gap + lines[i].top;
         lines[i].base = base;
     }
 }

@@ -78,8 +78,8 @@ double riseOf(const ParagraphPiece& piece, double lineHeight) {
 std::vector<ParagraphPiece> joined(std::vector<ParagraphPiece> pieces) {
     std::vector<ParagraphPiece> runs;
     for (ParagraphPiece& piece : pieces) {
-        const bool goesOn = !runs.empty() && !piece.isStacked && !runs.back().isStacked &&
-                            runs.back().look == piece.look;
+        const bool goesOn =
+            !runs.empty() && !piece.isStacked && !runs.back().isStacked && runs.back().look == piece.look;
         if (goesOn) {
             runs.back().text += piece.text;
             runs.back().width += piece.width;
@@ -117,8 +117,10 @@ void ParagraphLineMaker::take(const MarkupPiece& piece) {
 }
 
 void ParagraphLineMaker::openGroup() {
-    if (m_saved.size() < kDeepestGroup) m_saved.push_back(m_look);
-    else ++m_groupsBeyond;
+    if (m_saved.size() < kDeepestGroup)
+        m_saved.push_back(m_look);
+    else
+        ++m_groupsBeyond;
 }
 
 void ParagraphLineMaker::closeGroup() {
@@ -139,8 +141,10 @@ void ParagraphLineMaker::addLetters(std::wstring_view letters) {
         const auto length = static_cast<std::size_t>(end - letters.begin());
         ParagraphPiece piece{.look = m_look, .fullHeight = m_look.height};
         for (const wchar_t each : letters.substr(0, length)) {
-            if (each == L'\t') piece.text += kTabAsBlanks;
-            else piece.text += each;
+            if (each == L'\t')
+                piece.text += kTabAsBlanks;
+            else
+                piece.text += each;
         }
         piece.width = advanceOf(piece.text, piece.look);
         addWord(std::move(piece), isBlank);

@@ -33,8 +33,9 @@ struct ParagraphLook {
     /// Of a text style, null being the standing one; a height that is none leaves nothing to be seen.
     static ParagraphLook ofStyle(AcDbObjectId textStyle, double height);
 
-    /// Takes a form or a toggle. What is no number, or beyond all use, changes nothing: heights within 1/10000
-    /// and 10000 of the paragraph's, width factors and tracking within 0.01 and 100, slants below 85 degrees.
+    /// Takes a form or a toggle. What is no number, or beyond all use, changes nothing: heights within
+    /// 1/10000 and 10000 of the paragraph's, width factors and tracking within 0.01 and 100, slants below 85
+    /// degrees.
     void take(const MarkupPiece& code, double paragraphHeight);
 
     double advanceScale() const { return height * widthFactor * tracking; }

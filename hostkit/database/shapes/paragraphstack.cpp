@@ -7,8 +7,8 @@
 namespace hostkit {
 namespace {
 
-constexpr double kGap = 0.4;        // between the parts, of their height; a bar stands in its middle
-constexpr double kBarWidth = 0.93;  // of the wider part
+constexpr double kGap = 0.4;              // between the parts, of their height; a bar stands in its middle
+constexpr double kBarWidth = 0.93;        // of the wider part
 constexpr double kSlashWidth = 1.0 / 3.0; // what a slash keeps free between the parts, of their height
 constexpr wchar_t kTolerance = L'^';
 constexpr wchar_t kDiagonal = L'#';
@@ -21,8 +21,10 @@ struct StackParts {
     explicit StackParts(std::wstring_view stack) {
         while (!stack.empty()) {
             const auto [character, isDivider] = takeStackCharacter(stack);
-            if (isDivider && divider == 0) divider = character;
-            else (divider == 0 ? upper : lower) += character;
+            if (isDivider && divider == 0)
+                divider = character;
+            else
+                (divider == 0 ? upper : lower) += character;
         }
     }
 };
@@ -44,8 +46,8 @@ StackPieces diagonalStack(const StackParts& parts, const ParagraphLook& look) {
     stack.width = upper.width + room + lower.width;
     stack.height = 2.0 * look.height;
     const double run = std::min(look.height, stack.width);
-    ParagraphPiece slash = dividingLine(look, ParagraphPiece::Kind::slash,
-                                        upper.width + (room - run) / 2.0, look.height / 2.0, run);
+    ParagraphPiece slash = dividingLine(look, ParagraphPiece::Kind::slash, upper.width + (room - run) / 2.0,
+                                        look.height / 2.0, run);
     stack.pieces = {std::move(upper), std::move(slash), std::move(lower)};
     return stack;
 }
@@ -79,8 +81,7 @@ double advanceOf(std::wstring_view letters, const ParagraphLook& look) {
 
 StackPieces stackPieces(std::wstring_view text, const ParagraphLook& look) {
     const StackParts parts(text);
-    StackPieces stack =
-        parts.divider == kDiagonal ? diagonalStack(parts, look) : uprightStack(parts, look);
+    StackPieces stack = parts.divider == kDiagonal ? diagonalStack(parts, look) : uprightStack(parts, look);
     for (ParagraphPiece& piece : stack.pieces) {
         piece.fullHeight = stack.height;
         piece.isStacked = true;

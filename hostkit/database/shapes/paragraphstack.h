@@ -13,7 +13,8 @@ struct StackPieces {
 };
 
 /// Both parts have the look's height. At a slash (#) the lower one begins right of the upper one and
-/// ends where that begins, at a bar and without one (^) there is a gap between them. Without a divider there is an upper part alone.
+/// ends where that begins, at a bar and without one (^) there is a gap between them. Without a divider there
+/// is an upper part alone.
 StackPieces stackPieces(std::wstring_view stack, const ParagraphLook& look);
 
 /// The advances of letters in that look. Control characters count for nothing.

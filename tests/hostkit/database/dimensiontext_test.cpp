@@ -159,8 +159,7 @@ TEST(DimensionText, AlternateUnitsAndUserTexts) {
 
 TEST(DimensionText, BadInputGivesATextOrNone) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    for (const double none : {infinity, -infinity, std::nan("")})
-        EXPECT_EQ(textOf(plain(), none, L"x"), L"");
+    for (const double none : {infinity, -infinity, std::nan("")}) EXPECT_EQ(textOf(plain(), none, L"x"), L"");
     EXPECT_EQ(textOf(with([](auto& v) { v.dimlfac = 1e300; }), 1e300), L"");
     EXPECT_EQ(textOf(with([](auto& v) { v.dimrnd = 5e-324; }), 2.5), L"2.50");
     EXPECT_EQ(textOf(with([](auto& v) { v.dimtol = true, v.dimtp = std::nan(""); }), 2.5), L"2.50");

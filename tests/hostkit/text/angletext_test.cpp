@@ -10,10 +10,10 @@
 namespace {
 
 using hostkit::AngleForm;
-using hostkit::angleText;
-using hostkit::readAngle;
 using hostkit::AngleSpelling;
+using hostkit::angleText;
 using hostkit::AngleUnit;
+using hostkit::readAngle;
 
 constexpr double kDegree = std::numbers::pi / 180.0;
 

@@ -119,14 +119,13 @@ TEST(LengthText, FeetAndInchesByTheirZeros) {
         for (int zeros = 0; zeros < 4; ++zeros)
             check({row.inches, LengthUnit::architectural, 3, zeros, row.texts[zeros]});
     using enum LengthUnit;
-    const Case others[] = {{15.5, engineering, 2, 0, L"1'-3.50\""},  {15.5, engineering, 2, 8, L"1'-3.5\""},
-                           {0.5, engineering, 2, 4, L".50\""},       {11.996, engineering, 2, 1, L"1'-0.00\""},
-                           {12.0, engineering, 2, 0, L"1'"},         {-0.001, engineering, 2, 0, L"0.00\""},
-                           {2.5, fractional, 1, 0, L"2 1/2"},        {0.5, fractional, 4, 0, L"1/2"},
-                           {-0.01, fractional, 4, 0, L"0"},          {0.99, fractional, 2, 0, L"1"},
+    const Case others[] = {{15.5, engineering, 2, 0, L"1'-3.50\""}, {15.5, engineering, 2, 8, L"1'-3.5\""},
+                           {0.5, engineering, 2, 4, L".50\""},      {11.996, engineering, 2, 1, L"1'-0.00\""},
+                           {12.0, engineering, 2, 0, L"1'"},        {-0.001, engineering, 2, 0, L"0.00\""},
+                           {2.5, fractional, 1, 0, L"2 1/2"},       {0.5, fractional, 4, 0, L"1/2"},
+                           {-0.01, fractional, 4, 0, L"0"},         {0.99, fractional, 2, 0, L"1"},
                            {3.0 / 256, fractional, 9, 0, L"3/256"}};
-    for (const Case& each : others)
-        check(each);
+    for (const Case& each : others) check(each);
     EXPECT_EQ(lengthText(15.5, {.unit = architectural, .isTyped = true}), L"1'3-1/2\"");
     EXPECT_EQ(lengthText(15.5, {.unit = fractional, .isTyped = true}), L"15-1/2");
 }
@@ -135,7 +134,8 @@ TEST(LengthText, FractionsStack) {
     const double value = 48.3636; // 4'-0 1/4" and a bit
     LengthForm form{.unit = LengthUnit::architectural, .places = 2, .fraction = FractionForm::diagonal};
     EXPECT_EQ(lengthText(value, form), L"4'-0{\\H1x;\\S1#4;}\"");
-    form = {.unit = LengthUnit::fractional, .places = 1, .fraction = FractionForm::stacked, .stackHeight = 0.75};
+    form = {
+        .unit = LengthUnit::fractional, .places = 1, .fraction = FractionForm::stacked, .stackHeight = 0.75};
     EXPECT_EQ(lengthText(2.5, form), L"2{\\H0.75x;\\S1/2;}");
     EXPECT_EQ(lengthText(0.5, form), L"{\\H0.75x;\\S1/2;}");
 }
@@ -151,7 +151,8 @@ TEST(LengthText, WhatIsWrittenReadsBackToTheNearestShownValue) {
                               .isTyped = random() % 2 == 0};
         const bool isFraction = form.unit >= LengthUnit::architectural;
         double unit = isFraction ? std::ldexp(1.0, -form.places) : std::pow(10.0, -form.places);
-        if (form.unit == LengthUnit::scientific) unit *= std::pow(10.0, std::floor(std::log10(std::abs(value))));
+        if (form.unit == LengthUnit::scientific)
+            unit *= std::pow(10.0, std::floor(std::log10(std::abs(value))));
         const std::wstring text = lengthText(value, form);
         double back = std::nan("");
         ASSERT_TRUE(readLength(text, form.unit, back)) << narrow(text);
@@ -169,20 +170,24 @@ TEST(LengthText, OnlyLengthsAreRead) {
         const wchar_t* text;
         LengthUnit unit;
         double value;
-    } good[] = {{L" 12.5 ", decimal, 12.5},        {L"1e2", decimal, 100.0},    {L"1'3", architectural, 15.0},
-                {L"1'-3-1/2\"", fractional, 15.5}, {L"1'3.5", engineering, 15.5}, {L"1.5'", architectural, 18.0},
-                {L"-1/2\"", architectural, -0.5},  {L"+7 3/4", fractional, 7.75}, {L"6\"", engineering, 6.0},
-                {L"1' 2\"", architectural, 14.0},  {L"1/2'", architectural, 6.0}};
+    } good[] = {
+        {L" 12.5 ", decimal, 12.5},        {L"1e2", decimal, 100.0},      {L"1'3", architectural, 15.0},
+        {L"1'-3-1/2\"", fractional, 15.5}, {L"1'3.5", engineering, 15.5}, {L"1.5'", architectural, 18.0},
+        {L"-1/2\"", architectural, -0.5},  {L"+7 3/4", fractional, 7.75}, {L"6\"", engineering, 6.0},
+        {L"1' 2\"", architectural, 14.0},  {L"1/2'", architectural, 6.0}};
     for (const auto& [text, unit, value] : good) {
         double read = -1.0;
         EXPECT_TRUE(readLength(text, unit, read)) << narrow(text);
         EXPECT_DOUBLE_EQ(read, value) << narrow(text);
     }
-    const std::pair<const wchar_t*, LengthUnit> bad[] = {
-        {L"", decimal},          {L"1'3\"", decimal},       {L"1/2", decimal},     {L"", architectural},
-        {L"'", architectural},   {L"\"", architectural},    {L"1'-", engineering}, {L"1/0", fractional},
-        {L"--1", architectural}, {L"1'2'3", architectural}, {L"1 2", fractional},  {L"1/2/3", fractional},
-        {L"-", fractional},      {L"nan", decimal},         {L"1e999", decimal},   {L"1e308'", architectural}};
+    const std::pair<const wchar_t*, LengthUnit> bad[] = {{L"", decimal},          {L"1'3\"", decimal},
+                                                         {L"1/2", decimal},       {L"", architectural},
+                                                         {L"'", architectural},   {L"\"", architectural},
+                                                         {L"1'-", engineering},   {L"1/0", fractional},
+                                                         {L"--1", architectural}, {L"1'2'3", architectural},
+                                                         {L"1 2", fractional},    {L"1/2/3", fractional},
+                                                         {L"-", fractional},      {L"nan", decimal},
+                                                         {L"1e999", decimal},     {L"1e308'", architectural}};
     for (const auto& [text, unit] : bad) {
         double read = -1.0;
         EXPECT_FALSE(readLength(text, unit, read)) << narrow(text);
