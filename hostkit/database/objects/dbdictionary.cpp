@@ -117,6 +117,14 @@ void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
     m_index.insert(name, m_entries.size() - 1);
 }
 
+// The numbers grow fast: a damaged record may hold one name, and names like these, many thousand times.
+std::wstring AcDbDictionary::nameBeside(std::wstring_view name) const {
+    for (std::size_t number = m_entries.size() + 1;; number = 2 * number + 1) {
+        std::wstring beside = std::wstring(name) + L"-" + std::to_wstring(number);
+        if (placeOf(beside) == NameIndex::none) return beside;
+    }
+}
+
 std::wstring AcDbDictionary::freeName() {
     assertWriteEnabled();
     std::wstring name;

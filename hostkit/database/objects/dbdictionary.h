@@ -89,6 +89,8 @@ private:
     const Entry* find(std::wstring_view name) const;
     const Entry* find(AcDbObjectId id) const;
     std::wstring freeName();
+    /// A name like this one that no entry has.
+    std::wstring nameBeside(std::wstring_view name) const;
     static Acad::ErrorStatus statusOfEntry(Acad::ErrorStatus opened);
     Acad::ErrorStatus takeOut(const Entry* entry);
     /// Replaces an entry of that name, whatever it holds.

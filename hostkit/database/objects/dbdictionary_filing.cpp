@@ -15,13 +15,15 @@ struct AcDbDictionary::Filing {
     static constexpr short hardCode = 360;
 };
 
-// Entries are pairs of a name and a handle. A handle without a name before it, or a name twice, is left to
-// the file.
+// Entries are pairs of a name and a handle. A handle without a name before it, or a name that no handle
+// follows, is left to the file. What has the name of an entry before it gets another one, so that it is not
+// lost.
 Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbObject::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbDictionary")) return status;
     std::wstring name;
     bool hasName = false;
+    const std::size_t earlier = m_entries.size();
     return readFields(*filer, Filing::groups, *this, [&](const AcDbDxfGroup& group) {
         if (group.code == Filing::nameCode) {
             name = group.text;
@@ -31,7 +33,8 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {
         hasName = false;
         // R13 and R14 tell hard ownership by the code alone.
         if (group.code == Filing::hardCode) m_treatElementsAsHard = true;
-        put(name, filer->objectIdOf(group));
+        const std::size_t place = placeOf(name);
+        put(place == NameIndex::none || place < earlier ? name : nameBeside(name), filer->objectIdOf(group));
         return true;
     });
 }

@@ -4,6 +4,7 @@
 #include "binaryform.h"
 #include "blockcircles.h"
 #include "completewriting.h"
+#include "dbaccess.h"
 #include "drawingedits.h"
 #include "formtransfer.h"
 #include "headervariables.h"
@@ -162,12 +163,26 @@ bool hasNoCircle(const AcDbDatabase& database, WriteReport& report) {
     return false;
 }
 
+// A reader of the R12 form takes a block of that name for the space.
+bool hasNoSpaceOfR12(const AcDbDatabase& database, DrawingVersion target, WriteReport& report) {
+    if (hasSubclassMarkers(target)) return true;
+    const auto* const blocks = DatabaseAccess::objectOf<AcDbSymbolTable>(database.blockTableId());
+    for (const wchar_t* const name : {L"$MODEL_SPACE", L"$PAPER_SPACE"}) {
+        if (!blocks || !blocks->has(name)) continue;
+        report.status = Acad::eDuplicateKey;
+        report.message = std::wstring(L"the block ") + name + L" has the name that a space has in R12";
+        return false;
+    }
+    return true;
+}
+
 bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Output& output,
                 WriteReport& report) {
     if (!hasNoCircle(database, report)) return false;
     output.source = database.source();
     const DrawingStyle source = styleOf(output.source.get());
     const DrawingStyle target = styleInForm(source, options.version.value_or(source.version), database);
+    if (!hasNoSpaceOfR12(database, target.version, report)) return false;
     const bool isOwnForm = output.source && target.version == source.version;
     DrawingStyle written = target;
     if (output.source) written.text = source.text;

@@ -60,14 +60,15 @@ struct WriteReport {
 /// With options.version other than the form the drawing was read in, everything is written from fields, with
 /// the groups and records of unknown meaning that the new form can hold (formtransfer.h). What it has no
 /// place for is turned into what it has (r12entities.h) or left out; report.changes tells of both. No drawing
-/// is refused for what it holds.
+/// is refused for what its old form holds and the new one lacks.
 ///
 /// A binary drawing is written by the same rules as the text that its groups make, and turned back.
 /// eInvalidInput where a text drawing holds a value that the binary form has no place for; the message names
 /// the line of what was to be turned.
 ///
 /// A block that contains itself, also by way of others, is refused with eCyclicReference: the drawing could
-/// not be opened again.
+/// not be opened again. So is, in R12, a block with a name that a space has there ($MODEL_SPACE,
+/// $PAPER_SPACE), with eDuplicateKey.
 ///
 /// Statuses besides these: eFileAccessErr (cannot be written; the old file is as it was), eOutOfMemory.
 Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view file,

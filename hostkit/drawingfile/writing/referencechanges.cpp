@@ -114,7 +114,7 @@ ReferenceChanges::Fate ReferenceChanges::fateOfHandle(const DrawingRecord& recor
     };
     if (refers(group.code) && goneAt(place)) {
         if (listAt(record, place)) return Fate::kGoes;
-        value = "0";
+        value.assign(1, '0');
         return Fate::kHasNewValue;
     }
     const auto goesWith = [&](std::size_t where, short HandleList::*code) {

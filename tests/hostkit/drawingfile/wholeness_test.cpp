@@ -308,6 +308,46 @@ TEST(Wholeness, whatIsAddedToEntitiesAloneNamesNobody) {
     EXPECT_EQ(countOf(written, "BLOCKS"), 0u);
 }
 
+// Two names of a dictionary that differ in case at most, and an edit of it: both objects keep an entry.
+TEST(Wholeness, noEntryIsLostForItsName) {
+    const std::string objects =
+        "0 DICTIONARY ; 5 C ; 330 0 ; 100 AcDbDictionary ; 281 1 ; 3 KEY ; 350 D ; 3 key ; 350 E ;"
+        "0 DICTIONARY ; 5 D ; 330 C ; 100 AcDbDictionary ; 281 1 ;"
+        "0 DICTIONARY ; 5 E ; 330 C ; 100 AcDbDictionary ; 281 1";
+    const auto database =
+        openDrawingFromMemory(header("AC1015") + section("OBJECTS", groupsOf(objects)) + group(0, "EOF"),
+                              L"keys", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    {
+        const AcDbObjectPointer<AcDbDictionary> root(database->namedObjectsDictionaryId(), AcDb::kForWrite);
+        ASSERT_EQ(root->assertWriteEnabled(), Acad::eOk);
+    }
+    const std::string written = saved(*database);
+    for (const char* const handle : {"D", "E"})
+        EXPECT_EQ(countOf(written, std::string("\r\n350\r\n") + handle + "\r\n"), 1u) << handle;
+    EXPECT_EQ(countOf(written, "\r\nKEY\r\n") + countOf(written, "\r\nkey\r\n"), 1u);
+}
+
+// A reader of R12 takes such a block for the space: the drawing could not be opened, or its contents would
+// move.
+TEST(Wholeness, aBlockIsNoSpaceOfR12) {
+    AcDbDatabase database;
+    auto* const block = new AcDbBlockTableRecord;
+    (void)block->setName(L"$Paper_Space");
+    AcDbBlockTable* blocks = nullptr;
+    ASSERT_EQ(database.getBlockTable(blocks, AcDb::kForWrite), Acad::eOk);
+    EXPECT_EQ(blocks->add(block), Acad::eOk);
+    block->close();
+    blocks->close();
+    std::string bytes;
+    WriteOptions options = quietWriting;
+    for (const auto& [version, status] :
+         {std::pair(DrawingVersion::k2000, Acad::eOk), {DrawingVersion::kR12, Acad::eDuplicateKey}}) {
+        options.version = version;
+        EXPECT_EQ(writeDrawingToMemory(database, bytes, options), status);
+    }
+}
+
 // References to what is erased go with it, in the records that no class reads too.
 TEST(Wholeness, nothingRefersToWhatWasErased) {
     const std::string objects =
