@@ -144,7 +144,8 @@ struct AuditedDrawing {
     std::vector<AuditEntry> entries;
     std::array<AuditTableNames, tableCount> tables;
     AuditTableNames blocks; ///< BLOCK records; those of the table BLOCK_RECORD stand in tables
-    std::map<AuditIndex, std::int64_t> tableCounts; ///< of each table: how many records it says to have
+    std::map<AuditIndex, std::optional<std::int64_t>>
+        tableCounts; ///< of each table: how many records it says to have, where it does
     /// Of a block's record its layout, of a layout its block.
     std::map<AuditIndex, AuditHandleReference> layouts;
     std::vector<std::string_view> classes; ///< the record names that the classes give

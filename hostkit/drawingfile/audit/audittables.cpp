@@ -118,9 +118,9 @@ void checkHeadCounts(AuditRun& run) {
     // Programs take the number as a hint of how much room to make. They write ones that are too large, and
     // leave out the two linetypes and the two spaces that are always there.
     for (const auto& [index, told] : drawing.tableCounts)
-        if (told >= 0 && told + uncounted(drawing, index) < found[index])
+        if (told && *told + uncounted(drawing, index) < found[index])
             run.findings.remark(AuditCheck::kTable, &drawing.records[index], drawing.records[index].line,
-                                L"its group 70 speaks of ", told, L" records, but ", found[index],
+                                L"its group 70 speaks of ", *told, L" records, but ", found[index],
                                 found[index] == 1 ? L" follows" : L" follow");
 }
 
@@ -132,7 +132,7 @@ void auditTableRecord(AuditRun& run, const AuditContent& content, AuditIndex ind
     if (record.type == "TABLE") {
         const AuditGroup* const name = content.find(2);
         record.name = name ? drawing.names.idOf(name->value) : AuditNames::none;
-        if (name) drawing.tableCounts.emplace(index, content.integer(70).value_or(-1));
+        if (name) drawing.tableCounts.emplace(index, content.integer(70));
     } else if (record.type == "BLOCK") {
         gatherName(run, content, index, drawing.blocks, false);
     } else if (record.type == "INSERT" || record.type == "DIMENSION") {
