@@ -112,6 +112,8 @@ public:
         block.m_beginId = begin;
         block.m_endId = end;
     }
+    /// What a file's flags say of a block without a name of its own.
+    static void markAnonymous(AcDbBlockTableRecord& block) { block.m_dxfFlags |= 1; }
     static void setLayout(AcDbBlockTableRecord& block, AcDbObjectId layout) { block.m_layoutId = layout; }
     /// The parts of an entity that has some; null for others.
     static SubentityList* parts(AcDbEntity& entity);

@@ -1,4 +1,3 @@
-#include "dbdimstyletablerecord.h"
 #include "dbregapptablerecord.h"
 #include "dbucstablerecord.h"
 #include "dbviewporttablerecord.h"
@@ -10,15 +9,10 @@
 
 // The records whose groups are kept without a meaning of their own.
 
-HOSTKIT_KIT_CLASS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, L"DIMSTYLE")
 HOSTKIT_KIT_CLASS(AcDbViewTableRecord, AcDbAbstractViewTableRecord, L"VIEW")
 HOSTKIT_KIT_CLASS(AcDbUCSTableRecord, AcDbSymbolTableRecord, L"UCS")
 HOSTKIT_KIT_CLASS(AcDbViewportTableRecord, AcDbAbstractViewTableRecord, L"VPORT")
 HOSTKIT_KIT_CLASS(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
-
-Acad::ErrorStatus AcDbDimStyleTableRecord::setGroups(hostkit::GroupBlock groups) {
-    return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));
-}
 
 Acad::ErrorStatus AcDbUCSTableRecord::setGroups(hostkit::GroupBlock groups) {
     return hostkit::assignIf(groups.isFinite(), *this, m_groups, std::move(groups));

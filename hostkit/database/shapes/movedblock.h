@@ -2,8 +2,8 @@
 // shows it.
 #pragma once
 
-#include "dbid.h"
 #include "gemat3d.h"
+#include "newblock.h"
 
 class AcDbDimension;
 
@@ -12,6 +12,10 @@ namespace hostkit {
 /// From the coordinates of the dimension's block to those of the world: a block is shown displaced by the
 /// dimension's point 12, whatever its other points are.
 AcGeMatrix3d blockPlacement(const AcDbDimension& dimension);
+
+/// Non-resident copies of what the block holds, erased entities left out, moved. False where one cannot be
+/// copied or moved.
+bool copyMoved(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix, BlockContents& copies);
 
 /// The block that shows a dimension after a motion: the earlier one with its contents moved, where nothing
 /// else shows it and nobody has a part of it open; else a new one ("*D" and the next free number) with moved

@@ -1,37 +1,100 @@
 #include "dbdimstyletablerecord.h"
 
+#include "arrowblocks.h"
+#include "assignfield.h"
+#include "dbapserv.h"
+#include "dimensionvariablefiling.h"
 #include "fielditems.h"
 #include "fieldtable.h"
 
 using namespace hostkit;
 
+HOSTKIT_KIT_CLASS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, L"DIMSTYLE")
+
+#define HOSTKIT_DEFINE_OF_STYLE(name, Name, code, kind, least, greatest)                                     \
+    variabletypes::kind AcDbDimStyleTableRecord::name() const {                                              \
+        return shownVariable<variabletypes::kind>(m_variables.name);                                         \
+    }                                                                                                        \
+    Acad::ErrorStatus AcDbDimStyleTableRecord::set##Name(variabletypes::kind shown) {                        \
+        const auto value = storedVariable<decltype(m_variables.name)>(shown);                                \
+        const Acad::ErrorStatus status = checkVariable(*dimensionVariable(code), value);                     \
+        return status == Acad::eOk ? assignField(*this, m_variables.name, value) : status;                   \
+    }
+HOSTKIT_DIMENSION_VARIABLES(HOSTKIT_DEFINE_OF_STYLE)
+#undef HOSTKIT_DEFINE_OF_STYLE
+
+#define HOSTKIT_DEFINE_BY_NAME(Name)                                                                         \
+    Acad::ErrorStatus AcDbDimStyleTableRecord::set##Name(const wchar_t* name) {                              \
+        AcDbObjectId block;                                                                                  \
+        const Acad::ErrorStatus status = arrowBlock(orWorkingDatabase(database()), name, block);             \
+        return status == Acad::eOk ? set##Name(block) : status;                                              \
+    }
+HOSTKIT_DEFINE_BY_NAME(Dimblk)
+HOSTKIT_DEFINE_BY_NAME(Dimblk1)
+HOSTKIT_DEFINE_BY_NAME(Dimblk2)
+HOSTKIT_DEFINE_BY_NAME(Dimldrblk)
+#undef HOSTKIT_DEFINE_BY_NAME
+
+DimensionVariables AcDbDimStyleTableRecord::variables() const {
+    DimensionVariables variables = m_variables;
+    findNamedBlocks(*this, variables);
+    return variables;
+}
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::setVariables(const DimensionVariables& variables) {
+    for (const DimensionVariable& variable : dimensionVariableTable()) {
+        const Acad::ErrorStatus status = std::visit(
+            [&](auto member) { return checkVariable(variable, variables.*member); }, variable.member);
+        if (status != Acad::eOk) return status;
+    }
+    return assignField(*this, m_variables, variables);
+}
+
+// --- Filing ------------------------------------------------------------------------------------------------
+
 struct AcDbDimStyleTableRecord::Filing {
-    static constexpr GroupField<AcDbDimStyleTableRecord> groups[] = {
-        textField<&AcDbDimStyleTableRecord::m_name, AcDbDimStyleTableRecord>(2),
-        integerField<&AcDbDimStyleTableRecord::m_dxfFlags, AcDbDimStyleTableRecord>(70),
-    };
+    static constexpr short nameCode = 2;
+    /// First the record's flags; a second group of that code is the text's background.
+    static constexpr short flagsCode = 70;
+
+    static bool takeFlags(AcDbDimStyleTableRecord& style, const AcDbDxfGroup& group) {
+        const auto flags = static_cast<Adesk::Int16>(group.integer);
+        if (flags == group.integer) style.m_dxfFlags = flags;
+        return flags == group.integer;
+    }
 };
 
 Acad::ErrorStatus AcDbDimStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
-    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
+    Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbDimStyleTableRecord")) return status;
-    m_groups.clear();
-    constexpr short arrowBlockCode = 5;
-    return readFields(*filer, Filing::groups, *this, [this](const AcDbDxfGroup& group) {
-        // In R12 this is an arrow block's name, elsewhere the code is that of handles: it stays in the file
-        // alone.
-        if (group.code == arrowBlockCode || !isStorable(group)) return false;
-        m_groups.append(group);
-        return true;
-    });
+    m_variables = {};
+    m_hasFillColor = false;
+    bool hasFlags = false;
+    AcDbDxfGroup group;
+    while ((status = filer->readItem(group)) == Acad::eOk) {
+        bool isTaken = true;
+        if (group.code == Filing::nameCode) {
+            m_name = group.text;
+        } else if (group.code == Filing::flagsCode && !hasFlags) {
+            isTaken = hasFlags = Filing::takeFlags(*this, group);
+        } else {
+            isTaken = readVariable(*filer, group, *this, m_variables);
+            m_hasFillColor |= isTaken && group.code == Filing::flagsCode;
+        }
+        if (!isTaken) filer->rejectItem();
+    }
+    return status == Acad::eEndOfObject ? Acad::eOk : status;
 }
 
 Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
     filer->writeSubclassMark(L"AcDbDimStyleTableRecord");
-    writeFields(*filer, Filing::groups, *this);
-    writeBlock(*filer, m_groups);
+    filer->writeText(Filing::nameCode, m_name);
+    filer->writeInteger(Filing::flagsCode, m_dxfFlags);
+    writeVariables(*filer, *this, m_variables);
+    if (m_hasFillColor || m_variables.dimtfillclr != 0)
+        filer->writeInteger(Filing::flagsCode, m_variables.dimtfillclr);
     return filer->filerStatus();
 }
 

@@ -1,9 +1,11 @@
-// Stand-in for the host's AcDbDimStyleTableRecord. Covers the name; the rest is kept as the drawing has it; leaves out its meaning.
+// Stand-in for the host's AcDbDimStyleTableRecord. Covers the name and all variables; leaves out annotation scales and sub-units.
 #pragma once
 
 #include "dbsymboltablerecord.h"
-#include "groupblock.h"
+#include "dimensionvariabletable.h"
 
+/// A dimension style: a value for each variable. A record of a drawing may leave values out; it then has the
+/// imperial default (dimensionvariables.h).
 class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord)
 
@@ -11,10 +13,21 @@ public:
     AcDbDimStyleTableRecord() = default;
     AcDbDimStyleTableRecord(const AcDbDimStyleTableRecord&) = default;
 
-    /// All groups beyond the name and the flags, in order.
-    const hostkit::GroupBlock& groups() const { return m_groups; }
-    /// eInvalidInput for reals and coordinates that are infinite or no numbers.
-    Acad::ErrorStatus setGroups(hostkit::GroupBlock groups);
+    HOSTKIT_DIMENSION_VARIABLES(HOSTKIT_DECLARE_DIMENSION_VARIABLE)
+
+    // Arrow blocks by name, with or without the underscore of the standing ones. A standing block that the
+    // style's drawing (a style of none: the host's working one) lacks is made there. An empty name or "." is
+    // the filled closed arrow. eKeyNotFound: no such block; eNoDatabase.
+    Acad::ErrorStatus setDimblk(const wchar_t* name);
+    Acad::ErrorStatus setDimblk1(const wchar_t* name);
+    Acad::ErrorStatus setDimblk2(const wchar_t* name);
+    Acad::ErrorStatus setDimldrblk(const wchar_t* name);
+
+    /// All of them at once.
+    hostkit::DimensionVariables variables() const;
+    Acad::ErrorStatus setVariables(const hostkit::DimensionVariables& variables);
+    /// The same unchecked, as values of a drawing come; for a record of no drawing.
+    void putVariables(const hostkit::DimensionVariables& variables) { m_variables = variables; }
 
     AcRxObject* clone() const override { return new AcDbDimStyleTableRecord(*this); }
 
@@ -25,5 +38,6 @@ public:
 
 private:
     struct Filing;
-    hostkit::GroupBlock m_groups;
+    hostkit::DimensionVariables m_variables;
+    bool m_hasFillColor = false; ///< the record that was read has the group
 };

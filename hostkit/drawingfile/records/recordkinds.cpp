@@ -53,14 +53,13 @@ constexpr Kind<Base> kindOf(std::string_view name) {
     return {name, []() -> std::unique_ptr<Base> { return std::make_unique<Object>(); }};
 }
 
-// Sorted by name. Polylines and block references are of several classes: makeEntity looks closer at them.
+// Sorted by name. Polylines, block references and dimensions are of several classes: makeEntity looks closer at them.
 constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbFace>("3DFACE"),
     kindOf<AcDbEntity, AcDbArc>("ARC"),
     kindOf<AcDbEntity, AcDbAttributeDefinition>("ATTDEF"),
     kindOf<AcDbEntity, AcDbBlockBegin>("BLOCK"),
     kindOf<AcDbEntity, AcDbCircle>("CIRCLE"),
-    kindOf<AcDbEntity, AcDbDimension>("DIMENSION"),
     kindOf<AcDbEntity, AcDbEllipse>("ELLIPSE"),
     kindOf<AcDbEntity, AcDbBlockEnd>("ENDBLK"),
     kindOf<AcDbEntity, AcDbHatch>("HATCH"),
@@ -118,6 +117,20 @@ std::unique_ptr<AcDbEntity> makeReference(const DrawingRecord& record) {
     return std::make_unique<AcDbBlockReference>();
 }
 
+// The types that have no class of their own are known by their points all the same.
+std::unique_ptr<AcDbEntity> makeDimension(const DrawingRecord& record) {
+    constexpr int typeCode = 70;
+    constexpr std::int64_t typeBits = 15;
+    switch (integerOf(record, typeCode, 0) & typeBits) {
+    case AcDbDimension::kRotated:
+        return std::make_unique<AcDbRotatedDimension>();
+    case AcDbDimension::kAligned:
+        return std::make_unique<AcDbAlignedDimension>();
+    default:
+        return std::make_unique<AcDbDimension>();
+    }
+}
+
 template <class Table>
 constexpr Kind<AcDbSymbolTable> tableOfKind() {
     return kindOf<AcDbSymbolTable, Table>({});
@@ -147,6 +160,7 @@ std::unique_ptr<AcDbEntity> makeEntity(const DrawingRecord& record, const Applic
     const std::string_view name = record.name();
     if (name == "INSERT") return makeReference(record);
     if (name == "POLYLINE") return makePolyline(record);
+    if (name == "DIMENSION") return makeDimension(record);
     std::unique_ptr<AcDbEntity> entity = makeKind(entityKinds, name);
     if (entity) return entity;
     std::unique_ptr<AcDbObject> own = applications.make(name, ApplicationClasses::Kind::entity);

@@ -1,4 +1,4 @@
-#include "dbdim.h"
+#include "dbdimension.h"
 
 #include "fielditems.h"
 #include "symbolnames.h"
@@ -12,6 +12,8 @@ struct AcDbDimension::Filing {
         integerField<&AcDbDimension::m_attachment>(71, 5),
         integerField<&AcDbDimension::m_lineSpacingStyle>(72, 1),
         realField<&AcDbDimension::m_lineSpacingFactor>(41, 1.0),
+        integerField<&AcDbDimension::m_isFirstArrowFlipped>(74, 0),
+        integerField<&AcDbDimension::m_isSecondArrowFlipped>(75, 0),
         optionalTextField<&AcDbDimension::m_text>(1),
         angleField<&AcDbDimension::m_textRotation>(53, 0.0),
         angleField<&AcDbDimension::m_horizontalRotation>(51, 0.0),
@@ -123,8 +125,8 @@ Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
     filer->writeSubclassMark(L"AcDbDimension");
-    const auto& [block, type, attachment, spacing, factor, text, textRotation, horizontal, normal, style] =
-        Filing::head;
+    const auto& [block, type, attachment, spacing, factor, firstFlip, secondFlip, text, textRotation,
+                 horizontal, normal, style] = Filing::head;
     block.write(*this, block, *filer);
     const bool placeInHead = (m_hasPoint & Filing::placeInHeadBit) != 0;
     Filing::writePoints(*this, Filing::firstPointCode, Filing::firstPointOfTypeCode - (placeInHead ? 0 : 1),
@@ -132,7 +134,7 @@ Acad::ErrorStatus AcDbDimension::dxfOutFields(AcDbDxfFiler* filer) const {
     type.write(*this, type, *filer);
     for (const auto* field : {&attachment, &spacing, &factor}) field->write(*this, *field, *filer);
     if (m_hasMeasurement) filer->writeReal(Filing::measurementCode, m_measurement);
-    for (const auto* field : {&text, &textRotation, &horizontal, &normal})
+    for (const auto* field : {&firstFlip, &secondFlip, &text, &textRotation, &horizontal, &normal})
         field->write(*this, *field, *filer);
     // Older records do without the standard style's name.
     if (equalFolded(symbolName(m_styleId, L"STANDARD"), L"STANDARD")) filer->markOptional();

@@ -1,14 +1,13 @@
-#include "dbdim.h"
+#include "dbdimension.h"
 
-#include "blockusers.h"
 #include "changelog.h"
 #include "dbaccess.h"
+#include "dimensionpicture.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
 #include "movedblock.h"
 
 #include "dbblocktablerecord.h"
-#include "dbdimstyletablerecord.h"
 
 #include "adsdef.h"
 
@@ -27,6 +26,7 @@ constexpr int clonePointCode = 12;
 bool isPointCode(int code) { return code >= firstPointCode && code <= lastPointCode; }
 
 constexpr int arcPointCode = 16;
+constexpr int userPosition = 128; ///< of the type: the text stands where its user put it
 
 /// These points are filed in the coordinates of the normal.
 constexpr int ownCoordinateCodes[] = {textPointCode, clonePointCode, arcPointCode};
@@ -36,18 +36,16 @@ bool isOwnCoordinate(int code) {
 
 } // namespace
 
-AcGePoint3d AcDbDimension::pointOf(int code) const {
-    return isPointCode(code) ? m_points[code - firstPointCode] : AcGePoint3d();
+AcDbDimension::AcDbDimension(Type type, std::initializer_list<GivenPoint> points, const wchar_t* text,
+                             AcDbObjectId style)
+    : m_type(static_cast<Adesk::Int16>(type)) {
+    for (const GivenPoint& given : points) (void)setPointOf(given.code, given.point);
+    if (text) (void)setDimensionText(text);
+    if (!style.isNull()) (void)setDimensionStyle(style);
 }
 
-/// A field that the block shows: with another value the block is not the dimension's any more.
-template <typename Field, typename Value>
-Acad::ErrorStatus AcDbDimension::assignSeen(Field& field, const Value& value) {
-    const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status != Acad::eOk || field == value) return status;
-    field = value;
-    dropBlock();
-    return Acad::eOk;
+AcGePoint3d AcDbDimension::pointOf(int code) const {
+    return isPointCode(code) ? m_points[code - firstPointCode] : AcGePoint3d();
 }
 
 void AcDbDimension::dropBlock() {
@@ -72,9 +70,12 @@ AcGePoint3d AcDbDimension::textPosition() const { return hostkit::toWorld(m_norm
 
 Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
     const Acad::ErrorStatus status = setPointOf(textPointCode, hostkit::toEntity(m_normal, position));
-    constexpr int userPosition = 128;
     if (status == Acad::eOk) m_type = static_cast<Adesk::Int16>(m_type | userPosition);
     return status;
+}
+
+Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
+    return assignSeen(m_type, static_cast<Adesk::Int16>(m_type & ~userPosition));
 }
 
 wchar_t* AcDbDimension::dimensionText() const { return acutNewString(m_text.c_str()); }
@@ -83,8 +84,25 @@ Acad::ErrorStatus AcDbDimension::setDimensionText(const wchar_t* text) {
     return text ? assignSeen(m_text, std::wstring(text)) : Acad::eInvalidInput;
 }
 
-Acad::ErrorStatus AcDbDimension::setRotation(double angle) {
-    return hostkit::isFinite(angle) ? assignSeen(m_rotation, angle) : Acad::eInvalidInput;
+Acad::ErrorStatus AcDbDimension::setRotation(double angle) { return setSeenReal(m_rotation, angle); }
+Acad::ErrorStatus AcDbDimension::setOblique(double angle) { return setSeenReal(m_oblique, angle); }
+Acad::ErrorStatus AcDbDimension::setTextRotation(double angle) { return setSeenReal(m_textRotation, angle); }
+Acad::ErrorStatus AcDbDimension::setHorizontalRotation(double angle) {
+    return setSeenReal(m_horizontalRotation, angle);
+}
+Acad::ErrorStatus AcDbDimension::setLeaderLength(double length) {
+    return setSeenReal(m_leaderLength, length);
+}
+
+Acad::ErrorStatus AcDbDimension::setSeenReal(double& field, double value) {
+    return hostkit::isFinite(value) ? assignSeen(field, value) : Acad::eInvalidInput;
+}
+
+Acad::ErrorStatus AcDbDimension::setArrowFirstIsFlipped(bool isFlipped) {
+    return assignSeen(m_isFirstArrowFlipped, isFlipped);
+}
+Acad::ErrorStatus AcDbDimension::setArrowSecondIsFlipped(bool isFlipped) {
+    return assignSeen(m_isSecondArrowFlipped, isFlipped);
 }
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
@@ -99,12 +117,6 @@ Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
     if (unit.x != m_normal.x || unit.y != m_normal.y || unit.z != m_normal.z) dropBlock();
     m_normal = unit;
     return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbDimension::setDimensionStyle(AcDbObjectId style) {
-    const AcRxClass* kind = style.objectClass();
-    if (!kind || !kind->isDerivedFrom(AcDbDimStyleTableRecord::desc())) return Acad::eNotThatKindOfClass;
-    return assignSeen(m_styleId, style);
 }
 
 Acad::ErrorStatus AcDbDimension::setDimBlockId(AcDbObjectId block) {
@@ -124,24 +136,10 @@ Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
         value = m_measurement;
         return Acad::eOk;
     }
-    const AcGeVector3d between = pointOf(14) - pointOf(13);
-    switch (dimensionType()) {
-    case kRotated: {
-        const AcGeVector3d direction =
-            hostkit::toWorld(m_normal, AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0.0));
-        value = std::abs(between.dotProduct(direction));
-        return Acad::eOk;
-    }
-    case kAligned:
-        value = between.length();
-        return Acad::eOk;
-    case kRadial:
-    case kDiametric:
-        value = pointOf(10).distanceTo(pointOf(15));
-        return Acad::eOk;
-    default:
-        return Acad::eNotApplicable;
-    }
+    const double reckoned = hostkit::dimensionMeasure(hostkit::dimensionShape(*this));
+    if (!std::isfinite(reckoned)) return Acad::eNotApplicable;
+    value = reckoned;
+    return Acad::eOk;
 }
 
 // The block that shows the dimension is not looked into: the box is that of the points which it measures.

@@ -1,0 +1,83 @@
+#include "completedimensions.h"
+
+#include "changelog.h"
+#include "dbaccess.h"
+#include "dbblocktable.h"
+#include "dbdimension.h"
+#include "dblayertable.h"
+#include "dimensionpicture.h"
+#include "newblock.h"
+
+namespace hostkit {
+
+class DimensionCompletion {
+public:
+    explicit DimensionCompletion(AcDbDatabase& database)
+        : m_database(database) {}
+
+    int run();
+
+private:
+    static bool needsBlock(const AcDbObject& object);
+    bool complete(AcDbDimension& dimension);
+    void makeDefinitionLayer();
+
+    AcDbDatabase& m_database;
+};
+
+// Of the objects that a file has, those that were changed.
+bool DimensionCompletion::needsBlock(const AcDbObject& object) {
+    if (object.isErased() || !object.isKindOf(AcDbDimension::desc())) return false;
+    const auto& dimension = static_cast<const AcDbDimension&>(object);
+    const bool isOpen = object.isWriteEnabled() || object.isNotifyEnabled();
+    return dimension.dimBlockId().isNull() && dimension.differsFromSource() && !isOpen &&
+           !dimension.blockId().isNull();
+}
+
+void DimensionCompletion::makeDefinitionLayer() {
+    auto* const layers = DatabaseAccess::objectOf<AcDbLayerTable>(m_database.layerTableId());
+    if (!layers || !layers->find(definitionLayerName).isNull()) return;
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    DatabaseAccess::setRecordName(*layer, definitionLayerName);
+    (void)layer->setLinetypeObjectId(m_database.continuousLinetype());
+    (void)layer->setIsPlottable(false);
+    ChangeLog::of(*layers).changing(*layers);
+    DatabaseAccess::markChanged(*layers);
+    (void)DatabaseAccess::addOpen(m_database, layer.get(), layers->objectId());
+    AcDbLayerTableRecord& added = *layer.release();
+    DatabaseAccess::enterRecord(*layers, added);
+    (void)added.close();
+}
+
+bool DimensionCompletion::complete(AcDbDimension& dimension) {
+    auto* const blocks = DatabaseAccess::objectOf<AcDbBlockTable>(m_database.blockTableId());
+    DimensionPicture picture;
+    if (!blocks || !layOutDimension(dimension, picture)) return false;
+    makeDefinitionLayer();
+    auto record = std::make_unique<AcDbBlockTableRecord>();
+    DatabaseAccess::markAnonymous(*record);
+    const AcDbObjectId block = addBlock(*blocks, std::move(record), blocks->freeName(L"*D"),
+                                        entitiesOf(dimension, picture, PieceUse::inBlock));
+    ChangeLog::of(dimension).changing(dimension);
+    DatabaseAccess::markChanged(dimension);
+    dimension.takeLayout(picture);
+    constexpr int ownBlock = 32; // of the type: nobody else shows the block
+    dimension.m_type = static_cast<Adesk::Int16>(dimension.m_type | ownBlock);
+    dimension.m_blockId = block;
+    return true;
+}
+
+int DimensionCompletion::run() {
+    std::vector<AcDbDimension*> wanting;
+    DatabaseAccess::forEachObject(m_database, [&](AcDbObject& object) {
+        if (needsBlock(object)) wanting.push_back(static_cast<AcDbDimension*>(&object));
+    });
+    int made = 0;
+    for (AcDbDimension* dimension : wanting)
+        if (complete(*dimension)) ++made;
+    return made;
+}
+
+int completeDimensions(AcDbDatabase& database) { return DimensionCompletion(database).run(); }
+
+} // namespace hostkit

@@ -1,0 +1,85 @@
+#include "dbdimension.h"
+
+#include "dbaccess.h"
+#include "dbblocktablerecord.h"
+#include "dimensionpicture.h"
+#include "entitycoordinates.h"
+#include "movedblock.h"
+
+using namespace hostkit;
+
+// What a dimension looks like.
+
+bool AcDbDimension::isInPaperSpace() const {
+    const AcDbObjectId block = blockId();
+    const auto* record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
+    return record && record->isLayout() && block != block.database()->modelSpaceId();
+}
+
+DimensionKind AcDbDimension::kindOfLayout() const {
+    switch (dimensionType()) {
+    case kRotated:
+        return DimensionKind::rotated;
+    case kAligned:
+        return DimensionKind::aligned;
+    case kTwoLineAngular:
+        return DimensionKind::twoLineAngular;
+    case kDiametric:
+        return DimensionKind::diametric;
+    case kRadial:
+        return DimensionKind::radial;
+    case kThreePointAngular:
+        return DimensionKind::threePointAngular;
+    case kOrdinate:
+        return DimensionKind::ordinate;
+    case kArcLength:
+        return DimensionKind::arcLength;
+    }
+    return DimensionKind::none;
+}
+
+void AcDbDimension::takeLayout(const DimensionPicture& picture) {
+    constexpr int linePoint = 0;
+    constexpr int textPoint = 1;
+    const double elevation = toEntity(m_normal, m_points[linePoint]).z;
+    const DimensionLayout& layout = picture.layout;
+    m_points[linePoint] = toWorld(m_normal, AcGePoint3d(layout.linePoint.x, layout.linePoint.y, elevation));
+    m_points[textPoint].set(layout.textCentre.x, layout.textCentre.y, elevation);
+    m_hasPoint = static_cast<Adesk::UInt8>(m_hasPoint | 1 << linePoint | 1 << textPoint);
+    m_measurement = picture.measure;
+    m_hasMeasurement = true;
+}
+
+Acad::ErrorStatus AcDbDimension::generateLayout() {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    DimensionPicture picture;
+    if (!layOutDimension(*this, picture)) return Acad::eInvalidInput;
+    takeLayout(picture);
+    dropBlock();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::explodeBlock(AcDbVoidPtrArray& parts) const {
+    const AcDbObjectId shown = m_blockId.isNull() ? m_shownBlockId : m_blockId;
+    const auto* block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(shown);
+    if (!block || shown.isErased()) return Acad::eNotApplicable;
+    AcGeMatrix3d matrix = blockPlacement(*this);
+    if (m_blockId.isNull()) matrix.postMultBy(m_blockMotion);
+    BlockContents copies;
+    if (!copyMoved(*block, matrix, copies)) return Acad::eNotApplicable;
+    for (std::unique_ptr<AcDbEntity>& copy : copies) {
+        takeLookOfBlock(*copy, *this);
+        parts.append(copy.release());
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::explode(AcDbVoidPtrArray& parts) const {
+    if (!m_blockId.isNull() || !m_shownBlockId.isNull()) return explodeBlock(parts);
+    DimensionPicture picture;
+    if (!layOutDimension(*this, picture)) return Acad::eNotApplicable;
+    for (std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose))
+        parts.append(entity.release());
+    return Acad::eOk;
+}

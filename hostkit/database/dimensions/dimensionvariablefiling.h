@@ -1,0 +1,23 @@
+// The variables of dimensions as groups of a style's record; leaves out its name and flags.
+#pragma once
+
+#include "dimensionvariabletable.h"
+
+#include "dbfiler.h"
+
+class AcDbObject;
+
+namespace hostkit {
+
+/// A group of a variable into the style's variables. False where the group is none, or its value has no place
+/// there. Where older forms and some programs name a block or text style instead of giving its handle, the
+/// name may be one that no record has yet (namedBlocks).
+bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& style,
+                  DimensionVariables& variables);
+/// Every variable but dimtfillclr, whose code is also that of the flags: those that have the value which a
+/// missing group means are marked so. Forms before 2000 have arrow blocks by their names.
+void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables);
+/// Arrow blocks that were read by name before there was a block: found now.
+void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables);
+
+} // namespace hostkit

@@ -1,0 +1,306 @@
+// Layout of dimensions: figures worked out by hand from dimensions that the host wrote, and what holds for any.
+
+#include "dimensionlayout.h"
+#include "dimensionsizes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+
+namespace {
+
+using namespace hostkit;
+using Form = DimensionPiece::Form;
+
+constexpr double degree = std::numbers::pi / 180.0;
+
+struct Stretch {
+    AcGePoint2d from, to;
+};
+
+/// A linear dimension along x from the origin, its dimension line on the x axis.
+struct Linear {
+    DimensionShape shape;
+    DimensionVariables variables;
+    DimensionArrows arrows;
+    DimensionWording wording;
+    DimensionLayout layout;
+
+    explicit Linear(double length, double firstOrigin = 0.0, double secondOrigin = 0.0) {
+        shape.points[3].set(0.0, firstOrigin);
+        shape.points[4].set(length, secondOrigin);
+        shape.points[0].set(length, 0.0);
+    }
+    void text(const wchar_t* contents, double width, double height, double letters) {
+        wording = {contents, letters, {width, height}};
+    }
+    bool layOut() { return layOutDimension(shape, variables, arrows, wording, layout); }
+    std::vector<Stretch> lines(PieceLook look) const {
+        std::vector<Stretch> found;
+        for (const DimensionPiece& piece : layout.pieces)
+            if (piece.form == Form::line && piece.look == look) found.push_back({piece.at[0], piece.at[1]});
+        return found;
+    }
+    std::vector<DimensionPiece> ofForm(Form form) const {
+        std::vector<DimensionPiece> found;
+        for (const DimensionPiece& piece : layout.pieces)
+            if (piece.form == form) found.push_back(piece);
+        return found;
+    }
+};
+
+void expectLines(const std::vector<Stretch>& found, const std::vector<Stretch>& wanted, double tolerance) {
+    ASSERT_EQ(found.size(), wanted.size());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        EXPECT_NEAR(found[i].from.x, wanted[i].from.x, tolerance) << i;
+        EXPECT_NEAR(found[i].from.y, wanted[i].from.y, tolerance) << i;
+        EXPECT_NEAR(found[i].to.x, wanted[i].to.x, tolerance) << i;
+        EXPECT_NEAR(found[i].to.y, wanted[i].to.y, tolerance) << i;
+    }
+}
+
+void expectText(const DimensionLayout& layout, double x, double y, double rotation, double tolerance) {
+    EXPECT_NEAR(layout.textCentre.x, x, tolerance);
+    EXPECT_NEAR(layout.textCentre.y, y, tolerance);
+    EXPECT_NEAR(std::remainder(layout.textRotation - rotation, 2.0 * std::numbers::pi), 0.0, 1e-9);
+}
+
+TEST(DimensionLayout, ImperialDefaultsBreakTheLine) {
+    Linear dimension(5.5105235, -1.4963, -1.4963);
+    dimension.text(L"5.5105", 0.7486, 0.1838, 0.18);
+    ASSERT_TRUE(dimension.layOut());
+    expectText(dimension.layout, 2.75526, 0.0, 0.0, 1e-4);
+    expectLines(dimension.lines(PieceLook::firstExtension), {{{0.0, -1.4338}, {0.0, 0.18}}}, 1e-4);
+    expectLines(dimension.lines(PieceLook::secondExtension), {{{5.5105, -1.4338}, {5.5105, 0.18}}}, 1e-4);
+    expectLines(dimension.lines(PieceLook::dimensionLine),
+                {{{0.18, 0.0}, {2.2910, 0.0}}, {{5.3305, 0.0}, {3.2195, 0.0}}}, 1e-4);
+    const auto solids = dimension.ofForm(Form::triangle);
+    ASSERT_EQ(solids.size(), 2u);
+    EXPECT_NEAR(solids[0].at[0].x, 0.18, 1e-9);
+    EXPECT_NEAR(solids[0].at[0].y, 0.03, 1e-9);
+    EXPECT_NEAR(solids[0].at[1].y, -0.03, 1e-9);
+    EXPECT_NEAR(solids[0].at[2].x, 0.0, 1e-9);
+    EXPECT_NEAR(solids[1].at[2].x, 5.5105235, 1e-9);
+}
+
+DimensionVariables metric() {
+    DimensionVariables variables;
+    variables.dimasz = 2.5;
+    variables.dimexo = 0.625;
+    variables.dimexe = 1.25;
+    variables.dimtxt = 2.5;
+    variables.dimgap = 0.625;
+    variables.dimtad = 1;
+    variables.dimtih = variables.dimtoh = false;
+    variables.dimtofl = true;
+    variables.dimcen = 2.5;
+    return variables;
+}
+
+// The sheet's figures stand in the frame of the dimension line; the dimension is turned by 30 degrees.
+TEST(DimensionLayout, MetricTextStandsAboveATurnedLine) {
+    Linear dimension(0.0);
+    const AcGeVector2d along(std::cos(30.0 * degree), std::sin(30.0 * degree));
+    const AcGeVector2d up = along.perpVector();
+    const AcGePoint2d origin(100.0, -40.0);
+    dimension.shape.rotation = 30.0 * degree;
+    dimension.shape.points[3] = origin + up * -20.78;
+    dimension.shape.points[4] = origin + along * 46.7164 + up * -8.258;
+    dimension.shape.points[0] = origin + along * 46.7164;
+    dimension.variables = metric();
+    dimension.text(L"46,72", 9.0, 3.005, 2.5);
+    ASSERT_TRUE(dimension.layOut());
+    const auto inFrame = [&](const AcGePoint2d& point) {
+        return AcGePoint2d((point - origin).dotProduct(along), (point - origin).dotProduct(up));
+    };
+    const AcGePoint2d text = inFrame(dimension.layout.textCentre);
+    EXPECT_NEAR(text.x, 23.358, 1e-3);
+    EXPECT_NEAR(text.y, 2.1275, 1e-3);
+    EXPECT_NEAR(dimension.layout.textRotation, 30.0 * degree, 1e-12);
+    for (auto [look, from] : {std::pair{PieceLook::firstExtension, -20.155}, {PieceLook::secondExtension, -7.633}}) {
+        const auto lines = dimension.lines(look);
+        ASSERT_EQ(lines.size(), 1u);
+        EXPECT_NEAR(inFrame(lines[0].from).y, from, 1e-3);
+        EXPECT_NEAR(inFrame(lines[0].to).y, 1.25, 1e-9);
+    }
+    const auto line = dimension.lines(PieceLook::dimensionLine);
+    ASSERT_EQ(line.size(), 1u);
+    EXPECT_NEAR(inFrame(line[0].from).x, 2.5, 1e-9);
+    EXPECT_NEAR(inFrame(line[0].to).x, 44.2164, 1e-9);
+}
+
+TEST(DimensionLayout, ANarrowOneHasTextAndArrowsOutside) {
+    Linear dimension(0.5);
+    DimensionVariables& variables = dimension.variables;
+    variables.dimscale = 2.0;
+    variables.dimasz = 0.125;
+    variables.dimexe = 0.0625;
+    variables.dimgap = 0.03125;
+    variables.dimtxt = 0.09375;
+    variables.dimtad = 1;
+    variables.dimtofl = true;
+    variables.dimatfit = 0;
+    variables.dimtih = variables.dimtoh = false;
+    dimension.text(L"1/2", 0.438, 0.375, 0.1875);
+    ASSERT_TRUE(dimension.layOut());
+    EXPECT_TRUE(dimension.lines(PieceLook::firstExtension).empty());
+    expectLines(dimension.lines(PieceLook::dimensionLine),
+                {{{-0.25, 0.0}, {-0.5, 0.0}}, {{0.75, 0.0}, {1.438, 0.0}}, {{0.0, 0.0}, {0.5, 0.0}}}, 1e-3);
+    expectText(dimension.layout, 1.219, 0.25, 0.0, 1e-3);
+}
+
+DimensionVariables architectural() {
+    DimensionVariables variables;
+    variables.dimscale = 32.0;
+    variables.dimasz = 0.15625;
+    variables.dimgap = 0.09375;
+    variables.dimtxt = 0.1875;
+    variables.dimtix = true;
+    return variables;
+}
+
+TEST(DimensionLayout, TicksNeedLessRoom) {
+    for (const double length : {37.0, 28.0}) {
+        Linear dimension(length);
+        dimension.variables = architectural();
+        for (ArrowTraits& traits : dimension.arrows.traits) traits = {false, true, 0.6};
+        dimension.text(L"3'-1\"", length > 30.0 ? 15.946 : 16.1, 7.14, 6.0);
+        ASSERT_TRUE(dimension.layOut());
+        if (length > 30.0)
+            expectLines(dimension.lines(PieceLook::dimensionLine),
+                        {{{0.0, 0.0}, {7.527, 0.0}}, {{37.0, 0.0}, {29.473, 0.0}}}, 2e-3);
+        else
+            expectLines(dimension.lines(PieceLook::dimensionLine),
+                        {{{0.0, 0.0}, {-5.0, 0.0}}, {{28.0, 0.0}, {33.0, 0.0}}}, 1e-9);
+        expectText(dimension.layout, length / 2.0, 0.0, 0.0, 1e-9);
+        const auto arrows = dimension.ofForm(Form::triangle);
+        ASSERT_EQ(arrows.size(), 2u);
+        EXPECT_EQ(arrows[0].at[0].x > 0.0, length > 30.0) << "the first one points outwards where there is room";
+    }
+}
+
+DimensionVariables fine() {
+    DimensionVariables variables;
+    variables.dimasz = 0.118;
+    variables.dimexo = 0.1;
+    variables.dimexe = 0.06;
+    variables.dimgap = 0.04;
+    variables.dimtxt = 0.115;
+    variables.dimatfit = 0;
+    return variables;
+}
+
+TEST(DimensionLayout, TextOutsideFollowsTheLine) {
+    Linear dimension(0.1);
+    dimension.variables = fine();
+    dimension.text(L"0.100", 0.36417, 0.115, 0.115);
+    ASSERT_TRUE(dimension.layOut());
+    expectLines(dimension.lines(PieceLook::dimensionLine),
+                {{{-0.118, 0.0}, {-0.236, 0.0}}, {{0.218, 0.0}, {0.336, 0.0}}}, 1e-4);
+    expectText(dimension.layout, 0.5581, 0.0, 0.0, 1e-4);
+}
+
+TEST(DimensionLayout, LevelTextOutsideAnUprightLineHasAHook) {
+    Linear dimension(0.0);
+    dimension.shape.rotation = 90.0 * degree;
+    dimension.shape.points[4].set(0.0, 0.125);
+    dimension.shape.points[0].set(0.0, 0.125);
+    dimension.variables = fine();
+    dimension.text(L"0.125", 0.4026, 0.115, 0.115);
+    ASSERT_TRUE(dimension.layOut());
+    expectLines(dimension.lines(PieceLook::dimensionLine),
+                {{{0.0, -0.118}, {0.0, -0.236}}, {{0.0, 0.243}, {0.0, 0.361}}, {{0.0, 0.361}, {0.118, 0.361}}},
+                1e-4);
+    expectText(dimension.layout, 0.3593, 0.361, 0.0, 1e-4);
+}
+
+TEST(DimensionLayout, AFrameLiftsTheTextAndUnequalArrowsShiftIt) {
+    Linear dimension(28.55);
+    dimension.variables = metric();
+    dimension.variables.dimgap = -0.625;
+    dimension.arrows.traits[1] = {false, true, 1.0};
+    dimension.text(L"28,55", 8.5, 3.004, 2.5);
+    ASSERT_TRUE(dimension.layOut());
+    expectText(dimension.layout, 15.525, 2.752, 0.0, 1e-3);
+    expectLines(dimension.lines(PieceLook::dimensionLine),
+                {{{2.5, 0.0}, {28.55, 0.0}},
+                 {{10.65, 0.625}, {20.40, 0.625}},
+                 {{20.40, 0.625}, {20.40, 4.879}},
+                 {{20.40, 4.879}, {10.65, 4.879}},
+                 {{10.65, 4.879}, {10.65, 0.625}}},
+                1e-2);
+}
+
+// Turned, moved and read the other way round the figure is the same, as long as the text is aligned.
+TEST(DimensionLayout, TurnsWithItsPoints) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> any(-1.0, 1.0);
+    for (int round = 0; round < 200; ++round) {
+        Linear dimension(3.0 + 3.0 * any(random), -1.0 + any(random), -1.0 + any(random));
+        dimension.variables = metric();
+        dimension.variables.dimscale = 0.15 + 0.1 * any(random);
+        dimension.variables.dimatfit = static_cast<Adesk::Int16>(round % 4);
+        dimension.variables.dimtad = static_cast<Adesk::Int16>(round / 4 % 2);
+        dimension.text(L"text", 1.0 + 0.5 * any(random), 0.3, 0.3);
+        ASSERT_TRUE(dimension.layOut());
+        // Less than a right angle: the reading direction stays.
+        const double angle = 1.5 * any(random);
+        const AcGeVector2d shift(1e4 * any(random), 1e4 * any(random));
+        const AcGeVector2d along = directionOf(angle);
+        const auto turned = [&](const AcGePoint2d& point) {
+            return AcGePoint2d() + along * point.x + along.perpVector() * point.y + shift;
+        };
+        Linear other = dimension;
+        for (AcGePoint2d& point : other.shape.points) point = turned(point);
+        other.shape.rotation = angle;
+        other.shape.kind = DimensionKind::rotated;
+        ASSERT_TRUE(other.layOut());
+        ASSERT_EQ(other.layout.pieces.size(), dimension.layout.pieces.size());
+        for (std::size_t i = 0; i < dimension.layout.pieces.size(); ++i)
+            for (std::size_t end = 0; end < 2; ++end) {
+                const DimensionPiece& piece = dimension.layout.pieces[i];
+                if (piece.form != Form::line && piece.form != Form::triangle && end > 0) continue;
+                EXPECT_LT((other.layout.pieces[i].at[end] - turned(piece.at[end])).length(), 1e-8)
+                    << round << ' ' << i;
+            }
+    }
+}
+
+// Whatever the values: a figure of few pieces, or none.
+TEST(DimensionLayout, EveryValueGivesAFigureOrNone) {
+    const double values[] = {0.0, 1.0, -1.0, 1e-300, 1e300, 1e-9, 7e9, std::numeric_limits<double>::infinity(),
+                             std::numeric_limits<double>::quiet_NaN()};
+    std::mt19937 random(11);
+    const auto any = [&] { return values[random() % std::size(values)]; };
+    int figures = 0;
+    for (int round = 0; round < 20000; ++round) {
+        Linear dimension(0.0);
+        dimension.shape.kind = static_cast<DimensionKind>(round % 10);
+        for (AcGePoint2d& point : dimension.shape.points)
+            if (random() % 2 != 0) point.set(any(), any());
+        if (random() % 4 == 0) dimension.shape.rotation = any();
+        if (random() % 4 == 0) dimension.shape.oblique = any();
+        dimension.shape.isTextPlaced = random() % 3 == 0;
+        DimensionVariables& variables = dimension.variables;
+        for (double* length : {&variables.dimscale, &variables.dimasz, &variables.dimgap, &variables.dimexe,
+                               &variables.dimtsz, &variables.dimtvp, &variables.dimcen})
+            if (random() % 6 == 0) *length = any();
+        variables.dimtad = static_cast<Adesk::Int16>(random() % 6);
+        variables.dimjust = static_cast<Adesk::Int16>(random() % 6);
+        variables.dimatfit = static_cast<Adesk::Int16>(random() % 5);
+        variables.dimtmove = static_cast<Adesk::Int16>(random() % 3);
+        if (random() % 3 != 0) dimension.text(L"x", any(), any(), 1.0);
+        const bool isLaidOut = dimension.layOut();
+        figures += isLaidOut;
+        EXPECT_LE(dimension.layout.pieces.size(), 30u);
+        EXPECT_TRUE(isLaidOut || dimension.layout.pieces.empty());
+        for (const DimensionPiece& piece : dimension.layout.pieces)
+            EXPECT_TRUE(std::isfinite(piece.at[0].x) && std::isfinite(piece.at[1].y) && std::isfinite(piece.size));
+    }
+    EXPECT_GT(figures, 1000);
+}
+
+} // namespace
