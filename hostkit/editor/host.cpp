@@ -5,6 +5,7 @@
 #include "applicationobject.h"
 #include "classadoption.h"
 #include "commandscope.h"
+#include "completedimensions.h"
 #include "dbapserv.h"
 #include "dbmain.h"
 #include "drawingreader.h"
@@ -126,6 +127,7 @@ Acad::ErrorStatus Host::saveDocument(AcApDocument& document, std::wstring_view f
     StatusBarProgress progress(*this, L"Saving", file);
     WriteOptions withProgress = options;
     if (!withProgress.progress) withProgress.progress = &progress;
+    completeDimensions(*document.database());
     return writeDrawing(*document.database(), file, withProgress);
 }
 

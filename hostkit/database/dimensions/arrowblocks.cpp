@@ -87,14 +87,11 @@ struct TraitsRow {
     ArrowTraits traits;
 };
 constexpr TraitsRow traitsTable[] = {
-    {L"DotSmall", {false, false, 1.0}}, {L"Small", {false, true, 1.0}},
-    {L"None", {false, true, 1.0}},      {L"Oblique", {false, true, 1.0}},
-    {L"Integral", {false, true, 1.0}},  {L"ArchTick", {false, true, 0.6}},
+    {L"DotSmall", {false, false, 1.0}}, {L"Small", {false, true, 1.0}},    {L"None", {false, true, 1.0}},
+    {L"Oblique", {false, true, 1.0}},   {L"Integral", {false, true, 1.0}}, {L"ArchTick", {false, true, 0.6}},
 };
 
-std::wstring_view bareName(std::wstring_view name) {
-    return name.starts_with(L'_') ? name.substr(1) : name;
-}
+std::wstring_view bareName(std::wstring_view name) { return name.starts_with(L'_') ? name.substr(1) : name; }
 
 std::unique_ptr<AcDbEntity> path(const double (&ends)[4], double bulge, double width) {
     auto polyline = std::make_unique<AcDbPolyline>();

@@ -17,8 +17,8 @@ enum class DimensionKind : unsigned char;
 } // namespace hostkit
 
 /// A dimension of any type. What is seen of it stands in the block that the drawing keeps for it, or, where
-/// there is none, is laid out by its style, its overrides and its points. A dimension that was made or changed
-/// here has its block when the drawing is saved (completedimensions.h).
+/// there is none, is laid out by its style, its overrides and its points. A dimension that was made or
+/// changed here has its block when the drawing is saved (completedimensions.h).
 ///
 /// The getters of variables tell the overrides' values, else the style's; their setters write overrides into
 /// the extended data of the host's own application, and drop the block. A text of more than 255 characters,
@@ -33,8 +33,8 @@ enum class DimensionKind : unsigned char;
 /// earlier block is in, and none in another drawing. A matrix that moves nothing changes nothing.
 ///
 /// A mirror, a block that holds what cannot be moved (records of unknown kinds), and every setter that gives
-/// points, normal, angle, text or style another value leave the dimension without a block until the drawing is
-/// saved: the old block would show what is not so any more.
+/// points, normal, angle, text or style another value leave the dimension without a block until the drawing
+/// is saved: the old block would show what is not so any more.
 class AcDbDimension : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbDimension)
 
@@ -105,8 +105,8 @@ public:
     hostkit::DimensionVariables variables() const;
     /// They as a style of no drawing, which belongs to the caller.
     Acad::ErrorStatus getDimstyleData(AcDbDimStyleTableRecord*& record) const;
-    /// What the record has otherwise than the dimension's style becomes the overrides, in place of the earlier
-    /// ones. eNullObjectPointer, eNotThatKindOfClass.
+    /// What the record has otherwise than the dimension's style becomes the overrides, in place of the
+    /// earlier ones. eNullObjectPointer, eNotThatKindOfClass.
     Acad::ErrorStatus setDimstyleData(const AcDbDimStyleTableRecord* record);
     Acad::ErrorStatus setDimstyleData(AcDbObjectId record);
     /// Takes every override away.
@@ -128,8 +128,8 @@ public:
     bool needsBlock(AcDbObjectId block) const {
         return !block.isNull() && (m_blockId == block || m_shownBlockId == block);
     }
-    /// What the drawing says was measured, or what is reckoned from the points. Lengths in drawing units, angles in radians. eNotApplicable where neither
-    /// can be had.
+    /// What the drawing says was measured, or what is reckoned from the points. Lengths in drawing units,
+    /// angles in radians. eNotApplicable where neither can be had.
     Acad::ErrorStatus measurement(double& value) const;
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;

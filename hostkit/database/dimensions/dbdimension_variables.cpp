@@ -62,8 +62,7 @@ AcDbObjectId familyStyle(AcDbObjectId style, AcDbDimension::Type type) {
     const auto* record = DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(style);
     const std::wstring suffix = childSuffix(type);
     if (!record || !record->database() || suffix.empty()) return style;
-    const auto* table =
-        DatabaseAccess::objectOf<AcDbDimStyleTable>(record->database()->dimStyleTableId());
+    const auto* table = DatabaseAccess::objectOf<AcDbDimStyleTable>(record->database()->dimStyleTableId());
     const AcDbObjectId child = table ? table->find(record->name() + suffix) : AcDbObjectId();
     return child.isNull() ? style : child;
 }

@@ -1,16 +1,18 @@
 #include "dimensionlayout.h"
 
 #include "lineardimension.h"
+#include "otherdimensions.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace hostkit {
 
 namespace {
 
 bool isFinitePiece(const DimensionPiece& piece) {
-    return std::all_of(std::begin(piece.at), std::end(piece.at), isFinitePoint) && std::isfinite(piece.size) &&
-           std::isfinite(piece.startAngle) && std::isfinite(piece.endAngle);
+    return std::all_of(std::begin(piece.at), std::end(piece.at), isFinitePoint) &&
+           std::isfinite(piece.size) && std::isfinite(piece.startAngle) && std::isfinite(piece.endAngle);
 }
 
 bool layOutKind(const DimensionShape& shape, const DimensionVariables& variables,
@@ -19,9 +21,32 @@ bool layOutKind(const DimensionShape& shape, const DimensionVariables& variables
     case DimensionKind::rotated:
     case DimensionKind::aligned:
         return layOutLinear(shape, variables, arrows, wording, layout);
+    case DimensionKind::radial:
+    case DimensionKind::diametric:
+        return layOutRadial(shape, variables, arrows, wording, layout);
+    case DimensionKind::ordinate:
+        return layOutOrdinate(shape, variables, arrows, wording, layout);
+    case DimensionKind::twoLineAngular:
+    case DimensionKind::threePointAngular:
+    case DimensionKind::arcLength:
+        return layOutArc(shape, variables, arrows, wording, layout);
     default:
         return false;
     }
+}
+
+constexpr double noMeasure = std::numeric_limits<double>::quiet_NaN();
+
+double spanOf(const DimensionShape& shape) {
+    DimensionSector sector;
+    if (!findSector(shape, sector)) return noMeasure;
+    return shape.kind == DimensionKind::arcLength ? sector.starts[0] * sector.span : sector.span;
+}
+
+double ordinateOf(const DimensionShape& shape) {
+    const AcGeVector2d level = directionOf(shape.horizontal);
+    const AcGeVector2d axis = shape.isOrdinateOfX ? level : level.perpVector();
+    return std::abs((shape.point(13) - shape.point(10)).dotProduct(axis));
 }
 
 } // namespace
@@ -42,8 +67,17 @@ double dimensionMeasure(const DimensionShape& shape) {
         return std::abs((shape.point(14) - shape.point(13)).dotProduct(directionOf(shape.rotation)));
     case DimensionKind::aligned:
         return shape.point(13).distanceTo(shape.point(14));
+    case DimensionKind::radial:
+    case DimensionKind::diametric:
+        return shape.point(10).distanceTo(shape.point(15));
+    case DimensionKind::ordinate:
+        return ordinateOf(shape);
+    case DimensionKind::twoLineAngular:
+    case DimensionKind::threePointAngular:
+    case DimensionKind::arcLength:
+        return spanOf(shape);
     default:
-        return 0.0;
+        return noMeasure;
     }
 }
 

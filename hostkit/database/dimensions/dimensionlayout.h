@@ -74,7 +74,7 @@ struct DimensionPiece {
     /// Line: from, to. Arc: centre. Triangle: left and right corner of the base, tip. Insert and paragraph:
     /// place.
     AcGePoint2d at[3];
-    double size = 0.0; ///< radius of an arc, scale of an insert, height of letters
+    double size = 0.0;       ///< radius of an arc, scale of an insert, height of letters
     double startAngle = 0.0; ///< of an arc, anticlockwise to the end; rotation of insert and paragraph
     double endAngle = 0.0;
     AcDbObjectId block; ///< of an insert

@@ -22,8 +22,8 @@ constexpr short integerCode = 1070;
 /// Where the list of overrides stands.
 struct OverrideList {
     bool isThere = false;
-    std::size_t from = 0;       ///< its name
-    std::size_t firstPair = 0;  ///< behind the open brace
+    std::size_t from = 0;        ///< its name
+    std::size_t firstPair = 0;   ///< behind the open brace
     std::size_t behindPairs = 0; ///< the closing brace, or what ended a list without one
     std::size_t to = 0;
 };

@@ -82,9 +82,9 @@ private:
 std::unique_ptr<AcDbEntity> EntityMaker::makeTriangle(const DimensionPiece& piece) const {
     const AcGePoint2d* const at = piece.at;
     const double z = m_elevation;
-    auto solid = std::make_unique<AcDbSolid>(AcGePoint3d(at[0].x, at[0].y, z), AcGePoint3d(at[1].x, at[1].y, z),
-                                             AcGePoint3d(at[2].x, at[2].y, z),
-                                             AcGePoint3d(at[2].x, at[2].y, z));
+    auto solid =
+        std::make_unique<AcDbSolid>(AcGePoint3d(at[0].x, at[0].y, z), AcGePoint3d(at[1].x, at[1].y, z),
+                                    AcGePoint3d(at[2].x, at[2].y, z), AcGePoint3d(at[2].x, at[2].y, z));
     if (isZAxis(m_normal)) return solid;
     (void)solid->setNormal(m_normal);
     const Adesk::UInt16 corners[] = {0, 1, 2, 2};
@@ -122,8 +122,8 @@ std::unique_ptr<AcDbEntity> EntityMaker::makePoint(const DimensionPiece& piece) 
     constexpr int arcPointCode = 16;
     const AcGePoint3d given = m_dimension.pointOf(piece.code);
     const AcGePoint3d own = piece.code == arcPointCode ? given : toEntity(m_normal, given);
-    auto point = std::make_unique<AcDbPoint>(
-        toWorld(m_normal, AcGePoint3d(piece.at[0].x, piece.at[0].y, own.z)));
+    auto point =
+        std::make_unique<AcDbPoint>(toWorld(m_normal, AcGePoint3d(piece.at[0].x, piece.at[0].y, own.z)));
     (void)point->setNormal(m_normal);
     return point;
 }

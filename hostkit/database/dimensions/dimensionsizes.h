@@ -21,7 +21,7 @@ struct DimensionSizes {
     double gap = 0.0;
     bool isFramed = false;
     double textHeight = 0.0; ///< of its letters
-    double halfWidth = 0.0; ///< of the text
+    double halfWidth = 0.0;  ///< of the text
     double halfHeight = 0.0;
     bool hasText = false;
 
@@ -61,8 +61,8 @@ public:
     void line(PieceLook look, const AcGePoint2d& from, const AcGePoint2d& to);
     /// Anticlockwise.
     void arc(PieceLook look, const AcGePoint2d& centre, double radius, double from, double to);
-    /// Which of the two arrows stands with its tip there; it points in that direction. The base of a filled one
-    /// begins on the side of `up`.
+    /// Which of the two arrows stands with its tip there; it points in that direction. The base of a filled
+    /// one begins on the side of `up`.
     void arrow(int which, const AcGePoint2d& tip, const AcGeVector2d& direction, const AcGeVector2d& up);
     /// The paragraph with its frame, where there is one; the layout's place and rotation of the text are set.
     void text(const AcGePoint2d& centre, double rotation);

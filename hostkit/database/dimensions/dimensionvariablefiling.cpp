@@ -60,7 +60,8 @@ void put(AcDbDxfFiler& filer, const DimensionVariable& variable, const AcDbObjec
         filer.writeReal(variable.code, value);
 }
 
-void put(AcDbDxfFiler& filer, const DimensionVariable& variable, const AcDbObject& style, AcDbObjectId value) {
+void put(AcDbDxfFiler& filer, const DimensionVariable& variable, const AcDbObject& style,
+         AcDbObjectId value) {
     if (value.isNull() && DatabaseAccess::unknownName(style, variable.code))
         writeRecord(filer, variable.code, style, value, L"");
     else
@@ -103,22 +104,25 @@ bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& st
     }
     const DimensionVariable* const variable = dimensionVariable(group.code);
     if (!variable) return false;
-    return std::visit(
-        [&](auto member) { return take(filer, group, *variable, style, variables.*member); },
-        variable->member);
+    return std::visit([&](auto member) { return take(filer, group, *variable, style, variables.*member); },
+                      variable->member);
 }
 
-void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables) {
+void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables,
+                    const std::bitset<variableLimit>& given) {
     static const DimensionVariables standard;
     const bool namesArrows = hasNamedArrows(filer);
     if (namesArrows) writeNamedArrows(filer, style, variables);
+    std::size_t place = 0;
     for (const DimensionVariable& variable : dimensionVariableTable()) {
-        if (variable.code == fillColorCode || (namesArrows && isNamedArrow(variable.code))) continue;
+        const bool isGiven = given[place++];
+        if (namesArrows && isNamedArrow(variable.code)) continue;
         std::visit(
             [&](auto member) {
-                if (variables.*member == standard.*member &&
-                    !DatabaseAccess::unknownName(style, variable.code))
-                    filer.markDefault();
+                const bool isTold = isGiven || variables.*member != standard.*member ||
+                                    DatabaseAccess::unknownName(style, variable.code);
+                if (!isTold && variable.code == fillColorCode) return;
+                if (!isTold) filer.markDefault();
                 put(filer, variable, style, variables.*member);
             },
             variable.member);

@@ -5,6 +5,8 @@
 
 #include "dbfiler.h"
 
+#include <bitset>
+
 class AcDbObject;
 
 namespace hostkit {
@@ -14,9 +16,11 @@ namespace hostkit {
 /// name may be one that no record has yet (namedBlocks).
 bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& style,
                   DimensionVariables& variables);
-/// Every variable but dimtfillclr, whose code is also that of the flags: those that have the value which a
-/// missing group means are marked so. Forms before 2000 have arrow blocks by their names.
-void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables);
+/// Every variable: those that were not read (`given`, by place in the table) and have the value which a
+/// missing group means are marked so. The background's colour, whose code is also that of the flags, is left
+/// out then. Forms before 2000 have arrow blocks by their names.
+void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables,
+                    const std::bitset<variableLimit>& given);
 /// Arrow blocks that were read by name before there was a block: found now.
 void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables);
 

@@ -1,9 +1,9 @@
 // The variables of dimensions, once: name, name in a setter, group code, kind, least and greatest value.
 #pragma once
 
-#include "dbmaindefs.h"
 #include "dbcolor.h"
 #include "dbid.h"
+#include "dbmaindefs.h"
 
 #include <limits>
 
@@ -44,6 +44,15 @@ constexpr double most = std::numeric_limits<double>::max();
     V(dimtm, Dimtm, 48, real, -most, most)                  \
     V(dimfxlen, Dimfxlen, 49, real, 0, most)                \
     V(dimjogang, Dimjogang, 50, angle, 0, most)             \
+    V(dimtxt, Dimtxt, 140, real, 0, most)                   \
+    V(dimcen, Dimcen, 141, real, -most, most)               \
+    V(dimtsz, Dimtsz, 142, real, 0, most)                   \
+    V(dimaltf, Dimaltf, 143, real, 0, most)                 \
+    V(dimlfac, Dimlfac, 144, real, -most, most)             \
+    V(dimtvp, Dimtvp, 145, real, -most, most)               \
+    V(dimtfac, Dimtfac, 146, real, 0, most)                 \
+    V(dimgap, Dimgap, 147, real, -most, most)               \
+    V(dimaltrnd, Dimaltrnd, 148, real, 0, most)             \
     V(dimtfill, Dimtfill, 69, integer, 0, 2)                \
     V(dimtfillclr, Dimtfillclr, 70, color, 0, 256)          \
     V(dimtol, Dimtol, 71, flag, 0, 1)                       \
@@ -56,15 +65,6 @@ constexpr double most = std::numeric_limits<double>::max();
     V(dimzin, Dimzin, 78, integer, 0, 15)                   \
     V(dimazin, Dimazin, 79, integer, 0, 3)                  \
     V(dimarcsym, Dimarcsym, 90, integer, 0, 2)              \
-    V(dimtxt, Dimtxt, 140, real, 0, most)                   \
-    V(dimcen, Dimcen, 141, real, -most, most)               \
-    V(dimtsz, Dimtsz, 142, real, 0, most)                   \
-    V(dimaltf, Dimaltf, 143, real, 0, most)                 \
-    V(dimlfac, Dimlfac, 144, real, -most, most)             \
-    V(dimtvp, Dimtvp, 145, real, -most, most)               \
-    V(dimtfac, Dimtfac, 146, real, 0, most)                 \
-    V(dimgap, Dimgap, 147, real, -most, most)               \
-    V(dimaltrnd, Dimaltrnd, 148, real, 0, most)             \
     V(dimalt, Dimalt, 170, flag, 0, 1)                      \
     V(dimaltd, Dimaltd, 171, integer, 0, 8)                 \
     V(dimtofl, Dimtofl, 172, flag, 0, 1)                    \

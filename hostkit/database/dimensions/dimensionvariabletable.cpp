@@ -16,6 +16,7 @@ using variabletypes::most;
     DimensionVariable{code, VariableKind::kind, &DimensionVariables::name, least, greatest},
 const DimensionVariable table[] = {HOSTKIT_DIMENSION_VARIABLES(HOSTKIT_TABLE_ROW)};
 #undef HOSTKIT_TABLE_ROW
+static_assert(std::size(table) <= variableLimit);
 
 constexpr short codeLimit = 400;
 

@@ -27,10 +27,9 @@ enum class VariableKind : unsigned char {
     linetype
 };
 
-using VariableMember =
-    std::variant<std::wstring DimensionVariables::*, double DimensionVariables::*,
-                 Adesk::Int16 DimensionVariables::*, bool DimensionVariables::*,
-                 wchar_t DimensionVariables::*, AcDbObjectId DimensionVariables::*>;
+using VariableMember = std::variant<std::wstring DimensionVariables::*, double DimensionVariables::*,
+                                    Adesk::Int16 DimensionVariables::*, bool DimensionVariables::*,
+                                    wchar_t DimensionVariables::*, AcDbObjectId DimensionVariables::*>;
 
 struct DimensionVariable {
     short code; ///< of its group in a style's record, and its name in the overrides of a dimension
@@ -39,6 +38,9 @@ struct DimensionVariable {
     double least;
     double most;
 };
+
+/// More than there are variables.
+constexpr std::size_t variableLimit = 80;
 
 /// In the order of a record.
 std::span<const DimensionVariable> dimensionVariableTable();
@@ -51,8 +53,8 @@ Acad::ErrorStatus checkVariable(const DimensionVariable& variable, double value)
 Acad::ErrorStatus checkVariable(const DimensionVariable& variable, AcDbObjectId value);
 inline Acad::ErrorStatus checkVariable(const DimensionVariable&, const std::wstring&) { return Acad::eOk; }
 template <typename Integer>
-Acad::ErrorStatus checkVariable(const DimensionVariable& variable, Integer value) requires(
-    std::is_integral_v<Integer>) {
+Acad::ErrorStatus checkVariable(const DimensionVariable& variable,
+                                Integer value) requires(std::is_integral_v<Integer>) {
     return checkVariable(variable, static_cast<double>(value));
 }
 
@@ -87,10 +89,10 @@ Stored storedVariable(const Shown& shown) {
 
 } // namespace hostkit
 
-/// A getter and a setter for each variable, as styles and dimensions have them. The setters give eInvalidInput
-/// for what is no number, eOutOfRange for a value that the variable cannot have, eNotThatKindOfClass for the
-/// id of another kind of record. Texts that are given live until the next change; of a dimension, until the
-/// next text is asked for.
+/// A getter and a setter for each variable, as styles and dimensions have them. The setters give
+/// eInvalidInput for what is no number, eOutOfRange for a value that the variable cannot have,
+/// eNotThatKindOfClass for the id of another kind of record. Texts that are given live until the next change;
+/// of a dimension, until the next text is asked for.
 #define HOSTKIT_DECLARE_DIMENSION_VARIABLE(name, Name, code, kind, least, most)                              \
     hostkit::variabletypes::kind name() const;                                                               \
     Acad::ErrorStatus set##Name(hostkit::variabletypes::kind value);

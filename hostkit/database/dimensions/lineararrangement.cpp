@@ -117,8 +117,8 @@ void Arranging::choosePlaced() {
     turnText(m_result.isTextInside);
     m_result.hasHook = !m_result.isTextInside && m_result.isTextHorizontal && m_isInclined;
     const bool arrowsStay = m_variables.dimatfit >= 2;
-    const bool areInside = m_result.isTextInside ? fitsAround(m_result.textPlace)
-                                                 : arrowsStay && fitAutomatic().arrows;
+    const bool areInside =
+        m_result.isTextInside ? fitsAround(m_result.textPlace) : arrowsStay && fitAutomatic().arrows;
     m_result.areArrowsInside[0] = m_result.areArrowsInside[1] = areInside;
 }
 
@@ -176,8 +176,8 @@ void Arranging::placeOverExtensionLine(int end) {
     m_result.rotation = angleOf(reading);
     m_result.isTextOnLine = false;
     m_result.textPlace = end == 0 ? 0.0 : m_frame.length;
-    m_result.centre = m_frame.feet[end] + away * (m_sizes.gap + m_sizes.halfWidth) +
-                      reading.perpVector() * m_sizes.lift();
+    m_result.centre =
+        m_frame.feet[end] + away * (m_sizes.gap + m_sizes.halfWidth) + reading.perpVector() * m_sizes.lift();
 }
 
 void Arranging::placeOutside() {
@@ -187,8 +187,8 @@ void Arranging::placeOutside() {
     if (m_result.hasHook) {
         const double cut = m_arrows.traits[1].endsLine ? m_sizes.arrow : 0.0;
         m_result.textPlace = m_frame.length + cut + m_sizes.arrow;
-        m_result.centre = m_frame.at(m_result.textPlace) +
-                          m_level * (m_sizes.arrow + m_sizes.gap + m_sizes.halfWidth);
+        m_result.centre =
+            m_frame.at(m_result.textPlace) + m_level * (m_sizes.arrow + m_sizes.gap + m_sizes.halfWidth);
         return;
     }
     const double gap = m_result.isTextOnLine ? m_sizes.gap : 0.0;

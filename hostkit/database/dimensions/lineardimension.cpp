@@ -13,9 +13,8 @@ constexpr double sameFoot = 1e-6;
 /// The pieces of one linear dimension.
 class LinearPieces {
 public:
-    LinearPieces(const LinearFrame& frame, const DimensionVariables& variables,
-                 const DimensionArrows& arrows, const DimensionSizes& sizes,
-                 const LinearArrangement& arrangement, DimensionLayout& layout)
+    LinearPieces(const LinearFrame& frame, const DimensionVariables& variables, const DimensionArrows& arrows,
+                 const DimensionSizes& sizes, const LinearArrangement& arrangement, DimensionLayout& layout)
         : m_frame(frame)
         , m_variables(variables)
         , m_arrows(arrows)
@@ -68,14 +67,14 @@ void LinearPieces::extensionLine(int end) {
     double start = m_sizes.offset;
     if (m_variables.dimfxlenOn) start = std::max(start, distance - m_sizes.fixedLength);
     m_writer.line(end == 0 ? PieceLook::firstExtension : PieceLook::secondExtension,
-                  m_frame.origins[end] + direction * start, m_frame.feet[end] + direction * m_sizes.extension);
+                  m_frame.origins[end] + direction * start,
+                  m_frame.feet[end] + direction * m_sizes.extension);
 }
 
 // Where the line between the extension lines ends, from the first foot.
 double LinearPieces::lineEnd(int end) const {
     double inset = 0.0;
-    if (isInside(end) && hasArrow(end))
-        inset = m_arrows.traits[end].isTick ? -m_sizes.beyond : cut(end);
+    if (isInside(end) && hasArrow(end)) inset = m_arrows.traits[end].isTick ? -m_sizes.beyond : cut(end);
     return end == 0 ? inset : m_frame.length - inset;
 }
 
@@ -142,8 +141,7 @@ void LinearPieces::leader() {
     const double rise = (m_arrangement.centre - middle).dotProduct(m_frame.up);
     const AcGePoint2d knee = middle + m_frame.up * rise;
     m_writer.line(PieceLook::dimensionLine, middle, knee);
-    m_writer.line(PieceLook::dimensionLine, knee,
-                  knee + directionOf(m_arrangement.rotation) * m_sizes.arrow);
+    m_writer.line(PieceLook::dimensionLine, knee, knee + directionOf(m_arrangement.rotation) * m_sizes.arrow);
 }
 
 void LinearPieces::dimensionLines() {

@@ -25,13 +25,13 @@ struct LinearFrame {
 struct LinearArrangement {
     bool isTextInside = true;
     bool areArrowsInside[2] = {true, true};
-    bool isTextOnLine = false;    ///< it competes with the line for its place
+    bool isTextOnLine = false; ///< it competes with the line for its place
     bool isTextHorizontal = false;
-    bool hasHook = false;         ///< horizontal text outside an inclined line
-    bool isRaised = false;        ///< by dimtmove, away from the line
-    double rotation = 0.0;        ///< of the text
+    bool hasHook = false;  ///< horizontal text outside an inclined line
+    bool isRaised = false; ///< by dimtmove, away from the line
+    double rotation = 0.0; ///< of the text
     AcGePoint2d centre;
-    double textPlace = 0.0; ///< of the centre along the line
+    double textPlace = 0.0;  ///< of the centre along the line
     double halfExtent = 0.0; ///< of the text along the line, without gaps
 };
 

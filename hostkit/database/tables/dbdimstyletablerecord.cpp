@@ -68,7 +68,7 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     Acad::ErrorStatus status = AcDbSymbolTableRecord::dxfInFields(filer);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbDimStyleTableRecord")) return status;
     m_variables = {};
-    m_hasFillColor = false;
+    m_given.reset();
     bool hasFlags = false;
     AcDbDxfGroup group;
     while ((status = filer->readItem(group)) == Acad::eOk) {
@@ -79,7 +79,8 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
             isTaken = hasFlags = Filing::takeFlags(*this, group);
         } else {
             isTaken = readVariable(*filer, group, *this, m_variables);
-            m_hasFillColor |= isTaken && group.code == Filing::flagsCode;
+            if (const DimensionVariable* const variable = dimensionVariable(group.code); variable && isTaken)
+                m_given.set(static_cast<std::size_t>(variable - dimensionVariableTable().data()));
         }
         if (!isTaken) filer->rejectItem();
     }
@@ -92,9 +93,7 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     filer->writeSubclassMark(L"AcDbDimStyleTableRecord");
     filer->writeText(Filing::nameCode, m_name);
     filer->writeInteger(Filing::flagsCode, m_dxfFlags);
-    writeVariables(*filer, *this, m_variables);
-    if (m_hasFillColor || m_variables.dimtfillclr != 0)
-        filer->writeInteger(Filing::flagsCode, m_variables.dimtfillclr);
+    writeVariables(*filer, *this, m_variables, m_given);
     return filer->filerStatus();
 }
 

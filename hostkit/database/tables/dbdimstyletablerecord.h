@@ -4,6 +4,8 @@
 #include "dbsymboltablerecord.h"
 #include "dimensionvariabletable.h"
 
+#include <bitset>
+
 /// A dimension style: a value for each variable. A record of a drawing may leave values out; it then has the
 /// imperial default (dimensionvariables.h).
 class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
@@ -39,5 +41,5 @@ public:
 private:
     struct Filing;
     hostkit::DimensionVariables m_variables;
-    bool m_hasFillColor = false; ///< the record that was read has the group
+    std::bitset<hostkit::variableLimit> m_given; ///< by place: what the record that was read has
 };

@@ -53,7 +53,8 @@ constexpr Kind<Base> kindOf(std::string_view name) {
     return {name, []() -> std::unique_ptr<Base> { return std::make_unique<Object>(); }};
 }
 
-// Sorted by name. Polylines, block references and dimensions are of several classes: makeEntity looks closer at them.
+// Sorted by name. Polylines, block references and dimensions are of several classes: makeEntity looks closer
+// at them.
 constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbFace>("3DFACE"),
     kindOf<AcDbEntity, AcDbArc>("ARC"),

@@ -1,4 +1,5 @@
-// Layout of dimensions: figures worked out by hand from dimensions that the host wrote, and what holds for any.
+// Layout of dimensions: figures worked out by hand from dimensions that the host wrote, and what holds for
+// any.
 
 #include "dimensionlayout.h"
 #include "dimensionsizes.h"
@@ -120,7 +121,8 @@ TEST(DimensionLayout, MetricTextStandsAboveATurnedLine) {
     EXPECT_NEAR(text.x, 23.358, 1e-3);
     EXPECT_NEAR(text.y, 2.1275, 1e-3);
     EXPECT_NEAR(dimension.layout.textRotation, 30.0 * degree, 1e-12);
-    for (auto [look, from] : {std::pair{PieceLook::firstExtension, -20.155}, {PieceLook::secondExtension, -7.633}}) {
+    for (auto [look, from] :
+         {std::pair{PieceLook::firstExtension, -20.155}, {PieceLook::secondExtension, -7.633}}) {
         const auto lines = dimension.lines(look);
         ASSERT_EQ(lines.size(), 1u);
         EXPECT_NEAR(inFrame(lines[0].from).y, from, 1e-3);
@@ -178,7 +180,8 @@ TEST(DimensionLayout, TicksNeedLessRoom) {
         expectText(dimension.layout, length / 2.0, 0.0, 0.0, 1e-9);
         const auto arrows = dimension.ofForm(Form::triangle);
         ASSERT_EQ(arrows.size(), 2u);
-        EXPECT_EQ(arrows[0].at[0].x > 0.0, length > 30.0) << "the first one points outwards where there is room";
+        EXPECT_EQ(arrows[0].at[0].x > 0.0, length > 30.0)
+            << "the first one points outwards where there is room";
     }
 }
 
@@ -211,9 +214,9 @@ TEST(DimensionLayout, LevelTextOutsideAnUprightLineHasAHook) {
     dimension.variables = fine();
     dimension.text(L"0.125", 0.4026, 0.115, 0.115);
     ASSERT_TRUE(dimension.layOut());
-    expectLines(dimension.lines(PieceLook::dimensionLine),
-                {{{0.0, -0.118}, {0.0, -0.236}}, {{0.0, 0.243}, {0.0, 0.361}}, {{0.0, 0.361}, {0.118, 0.361}}},
-                1e-4);
+    expectLines(
+        dimension.lines(PieceLook::dimensionLine),
+        {{{0.0, -0.118}, {0.0, -0.236}}, {{0.0, 0.243}, {0.0, 0.361}}, {{0.0, 0.361}, {0.118, 0.361}}}, 1e-4);
     expectText(dimension.layout, 0.3593, 0.361, 0.0, 1e-4);
 }
 
@@ -271,7 +274,14 @@ TEST(DimensionLayout, TurnsWithItsPoints) {
 
 // Whatever the values: a figure of few pieces, or none.
 TEST(DimensionLayout, EveryValueGivesAFigureOrNone) {
-    const double values[] = {0.0, 1.0, -1.0, 1e-300, 1e300, 1e-9, 7e9, std::numeric_limits<double>::infinity(),
+    const double values[] = {0.0,
+                             1.0,
+                             -1.0,
+                             1e-300,
+                             1e300,
+                             1e-9,
+                             7e9,
+                             std::numeric_limits<double>::infinity(),
                              std::numeric_limits<double>::quiet_NaN()};
     std::mt19937 random(11);
     const auto any = [&] { return values[random() % std::size(values)]; };
@@ -298,7 +308,8 @@ TEST(DimensionLayout, EveryValueGivesAFigureOrNone) {
         EXPECT_LE(dimension.layout.pieces.size(), 30u);
         EXPECT_TRUE(isLaidOut || dimension.layout.pieces.empty());
         for (const DimensionPiece& piece : dimension.layout.pieces)
-            EXPECT_TRUE(std::isfinite(piece.at[0].x) && std::isfinite(piece.at[1].y) && std::isfinite(piece.size));
+            EXPECT_TRUE(std::isfinite(piece.at[0].x) && std::isfinite(piece.at[1].y) &&
+                        std::isfinite(piece.size));
     }
     EXPECT_GT(figures, 1000);
 }

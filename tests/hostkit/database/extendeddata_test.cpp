@@ -150,7 +150,7 @@ TEST_F(ExtendedData, WhatIsNoNumberIsRefused) {
         GroupBlock groups;
         ASSERT_EQ(Acad::eOk, groups.appendList(real.get()));
         EXPECT_EQ(Acad::eInvalidInput, record.setGroups(groups));
-        EXPECT_EQ(Acad::eInvalidInput, AcDbDimStyleTableRecord().setGroups(groups));
+        EXPECT_EQ(Acad::eInvalidInput, AcDbDimStyleTableRecord().setDimscale(none));
         EXPECT_EQ(Acad::eInvalidInput, AcDbUCSTableRecord().setGroups(groups));
         EXPECT_EQ(Acad::eInvalidInput, AcDbViewTableRecord().setGroups(groups));
         EXPECT_EQ(Acad::eInvalidInput, AcDbBlockTableRecord().setOrigin({0.0, none, 0.0}));

@@ -154,7 +154,8 @@ TEST(Dimensions, MeasureByTheirPoints) {
         }
     }
     double kept = 8.0;
-    EXPECT_EQ(AcDbDimension(AcDbDimension::kOrdinate).measurement(kept), Acad::eNotApplicable);
+    // Two lines that are none make no angle.
+    EXPECT_EQ(AcDbDimension(AcDbDimension::kTwoLineAngular).measurement(kept), Acad::eNotApplicable);
     EXPECT_EQ(kept, 8.0);
 }
 
