@@ -21,6 +21,11 @@ public:
 
     static AcRxClass* desc();
     AcRxClass* isA() const override { return desc(); }
+    /// Null for null and for an object that is no class.
+    static AcRxClass* cast(const AcRxObject* object) {
+        return object && object->isKindOf(desc()) ? static_cast<AcRxClass*>(const_cast<AcRxObject*>(object))
+                                                  : nullptr;
+    }
 
     const wchar_t* name() const { return m_name.c_str(); }
     /// The record name in a drawing, or null for a class that has none.

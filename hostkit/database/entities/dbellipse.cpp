@@ -2,6 +2,7 @@
 
 #include "curvegeometry.h"
 #include "curvesupport.h"
+#include "ellipseangle.h"
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "fieldtable.h"
@@ -16,33 +17,22 @@ namespace {
 /// Cosine of the angle between the axes up to which they count as perpendicular.
 constexpr double kPerpendicular = 1e-6;
 
-/// The angle seen from the major axis at a parameter, in the same turn.
-double seenAngle(double parameter, double ratio) {
-    const double turns = std::floor(parameter / AcGe::kTwoPi) * AcGe::kTwoPi;
-    return turns + hostkit::angleWithinTurn(std::atan2(ratio * std::sin(parameter), std::cos(parameter)));
-}
-
-double parameterOfSeen(double angle, double ratio) {
-    const double turns = std::floor(angle / AcGe::kTwoPi) * AcGe::kTwoPi;
-    return turns + hostkit::angleWithinTurn(std::atan2(std::sin(angle), ratio * std::cos(angle)));
-}
-
 } // namespace
 
 AcDbEllipse::AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& majorAxis,
                          double radiusRatio, double startAngle, double endAngle)
     : m_center(center)
     , m_majorAxis(majorAxis)
-    , m_normal(normal.isZeroLength() ? AcGeVector3d::kZAxis : normal.normal())
+    , m_normal(normal.isZeroLength() ? AcGeVector3d::kZAxis : AcGe::unitOf(normal))
     , m_radiusRatio(radiusRatio)
-    , m_startParam(parameterOfSeen(startAngle, radiusRatio))
-    , m_endParam(parameterOfSeen(endAngle, radiusRatio)) {}
+    , m_startParam(hostkit::parameterThatReads(startAngle, radiusRatio))
+    , m_endParam(hostkit::parameterThatReads(endAngle, radiusRatio)) {}
 
 AcGeVector3d AcDbEllipse::minorAxis() const { return m_normal.crossProduct(m_majorAxis) * m_radiusRatio; }
 double AcDbEllipse::majorRadius() const { return m_majorAxis.length(); }
 double AcDbEllipse::minorRadius() const { return m_majorAxis.length() * m_radiusRatio; }
-double AcDbEllipse::startAngle() const { return seenAngle(m_startParam, m_radiusRatio); }
-double AcDbEllipse::endAngle() const { return seenAngle(m_endParam, m_radiusRatio); }
+double AcDbEllipse::startAngle() const { return hostkit::ellipseAngle(m_startParam, m_radiusRatio); }
+double AcDbEllipse::endAngle() const { return hostkit::ellipseAngle(m_endParam, m_radiusRatio); }
 
 Acad::ErrorStatus AcDbEllipse::setCenter(const AcGePoint3d& center) {
     return hostkit::setFiniteField(*this, m_center, center);
@@ -61,11 +51,11 @@ Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     m_center = center;
-    m_normal = normal.normal();
+    m_normal = AcGe::unitOf(normal);
     m_majorAxis = majorAxis;
     m_radiusRatio = radiusRatio;
-    m_startParam = parameterOfSeen(startAngle, radiusRatio);
-    m_endParam = parameterOfSeen(endAngle, radiusRatio);
+    m_startParam = hostkit::parameterThatReads(startAngle, radiusRatio);
+    m_endParam = hostkit::parameterThatReads(endAngle, radiusRatio);
     return Acad::eOk;
 }
 
@@ -74,11 +64,11 @@ Acad::ErrorStatus AcDbEllipse::setRadiusRatio(double ratio) {
 }
 
 Acad::ErrorStatus AcDbEllipse::setStartAngle(double angle) {
-    return setStartParam(parameterOfSeen(angle, m_radiusRatio));
+    return setStartParam(hostkit::parameterThatReads(angle, m_radiusRatio));
 }
 
 Acad::ErrorStatus AcDbEllipse::setEndAngle(double angle) {
-    return setEndParam(parameterOfSeen(angle, m_radiusRatio));
+    return setEndParam(hostkit::parameterThatReads(angle, m_radiusRatio));
 }
 
 Acad::ErrorStatus AcDbEllipse::setStartParam(double parameter) {

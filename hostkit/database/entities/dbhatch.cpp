@@ -301,6 +301,7 @@ private:
         edge.startTangent = m_motion.vector(edge.startTangent);
         edge.endTangent = m_motion.vector(edge.endTangent);
         edge.majorAxis = m_motion.vector(edge.majorAxis);
+        edge.given.reset();
         edge.radius *= m_motion.scale();
         if (edge.kind == HatchEdge::kCircArc && !m_motion.isShift()) turnArc(edge);
         if (m_motion.isMirror()) edge.isCounterClockwise = !edge.isCounterClockwise;

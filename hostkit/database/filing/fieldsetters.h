@@ -50,7 +50,7 @@ inline bool isDirection(const AcGeVector3d& vector) { return isFinite(vector) &&
 inline Acad::ErrorStatus setDirectionField(AcDbObject& object, AcGeVector3d& field,
                                            const AcGeVector3d& vector) {
     if (!isDirection(vector)) return Acad::eInvalidInput;
-    return assignField(object, field, vector.normal());
+    return assignField(object, field, AcGe::unitOf(vector));
 }
 
 } // namespace hostkit

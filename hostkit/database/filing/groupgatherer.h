@@ -8,10 +8,13 @@
 namespace hostkit {
 
 /// Gathers the groups that an object files.
-class GroupGatherer final : public AcDbDxfFiler {
+class GroupGatherer : public AcDbDxfFiler {
 public:
     explicit GroupGatherer(AcDbDatabase* database)
         : m_database(database) {}
+    GroupGatherer(AcDbDatabase* database, GroupBlock groups)
+        : m_database(database)
+        , m_groups(std::move(groups)) {}
     const GroupBlock& groups() const { return m_groups; }
 
     AcDb::FilerType filerType() const override { return AcDb::kBagFiler; }

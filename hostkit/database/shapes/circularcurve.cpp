@@ -12,7 +12,7 @@ CircularCurve::CircularCurve(const AcGePoint3d& center, const AcGeVector3d& norm
     : m_ecsCenter(center)
     , m_radius(radius) {
     if (normal.isZeroLength()) return;
-    m_normal = normal.normal();
+    m_normal = AcGe::unitOf(normal);
     m_ecsCenter = toEntity(m_normal, center);
 }
 
@@ -31,7 +31,7 @@ Acad::ErrorStatus CircularCurve::setThickness(double thickness) {
 Acad::ErrorStatus CircularCurve::setNormal(const AcGeVector3d& normal) {
     if (!isDirection(normal)) return Acad::eInvalidInput;
     const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk) turnTo(normal.normal());
+    if (status == Acad::eOk) turnTo(AcGe::unitOf(normal));
     return status;
 }
 

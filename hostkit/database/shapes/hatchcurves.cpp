@@ -1,5 +1,7 @@
 #include "hatchcurves.h"
 
+#include "ellipseangle.h"
+
 #include "gearc2d.h"
 #include "gebndblock2d.h"
 #include "geell2d.h"
@@ -13,13 +15,6 @@
 
 namespace hostkit {
 namespace {
-
-// Both angles lie in one quarter turn, so their difference says how much to add without losing whole turns.
-double shiftedWithinQuarter(double angle, double yScale) {
-    const double sine = std::sin(angle);
-    const double cosine = std::cos(angle);
-    return angle + (std::atan2(sine * yScale, cosine) - std::atan2(sine, cosine));
-}
 
 AcGePoint2dArray arrayOf(const std::vector<AcGePoint2d>& points) {
     AcGePoint2dArray array(static_cast<int>(points.size()));
@@ -41,7 +36,7 @@ std::unique_ptr<AcGeCurve2d> splineOf(const HatchEdge& edge) {
                       edge.knots.size() == points + static_cast<std::size_t>(edge.degree) + 1 &&
                       (!edge.isRational || edge.weights.size() == points);
     if (!fits) return nullptr;
-    const AcGeKnotVector knots(arrayOf(edge.knots));
+    const AcGeKnotVector knots(arrayOf(edge.knots), edge.knotTolerance);
     auto curve = edge.isRational
                      ? std::make_unique<AcGeNurbCurve2d>(edge.degree, knots, arrayOf(edge.controlPoints),
                                                          arrayOf(edge.weights), edge.isPeriodic)
@@ -65,6 +60,7 @@ std::unique_ptr<AcGeCurve2d> circleOf(const HatchEdge& edge) {
 }
 
 std::unique_ptr<AcGeCurve2d> ellipseOf(const HatchEdge& edge) {
+    if (edge.given) return std::make_unique<AcGeEllipArc2d>(*edge.given);
     const double radius = edge.majorAxis.length();
     AcGeVector2d minor = edge.majorAxis.perpVector();
     if (!edge.isCounterClockwise) minor.negate();
@@ -107,6 +103,7 @@ void setEllipse(const AcGeEllipArc2d& arc, HatchEdge& edge) {
     edge.isCounterClockwise = !arc.isClockWise();
     edge.startAngle = ellipseAngle(arc.startAng() + shift, edge.ratio);
     edge.endAngle = ellipseAngle(arc.endAng() + shift, edge.ratio);
+    edge.given = std::make_shared<const AcGeEllipArc2d>(arc);
 }
 
 void setSpline(const AcGeNurbCurve2d& curve, HatchEdge& edge) {
@@ -115,6 +112,7 @@ void setSpline(const AcGeNurbCurve2d& curve, HatchEdge& edge) {
     edge.isRational = curve.isRational();
     double period = 0.0;
     edge.isPeriodic = curve.isPeriodic(period);
+    edge.knotTolerance = curve.knots().tolerance();
     for (int i = 0; i < curve.numKnots(); ++i) edge.knots.push_back(curve.knotAt(i));
     for (int i = 0; i < curve.numControlPoints(); ++i) {
         edge.controlPoints.push_back(curve.controlPointAt(i));
@@ -128,14 +126,6 @@ bool crossesRayFrom(const AcGePoint2d& point, const AcGePoint2d& start, const Ac
 }
 
 } // namespace
-
-double ellipseParameter(double angle, double radiusRatio) {
-    return radiusRatio > 0.0 ? shiftedWithinQuarter(angle, 1.0 / radiusRatio) : angle;
-}
-
-double ellipseAngle(double parameter, double radiusRatio) {
-    return shiftedWithinQuarter(parameter, radiusRatio);
-}
 
 std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge) {
     switch (edge.kind) {
@@ -172,7 +162,8 @@ bool areFinite(const std::vector<double>& values) {
 bool isFinite(const HatchEdge& edge) {
     std::vector<double> values = {edge.start.x,  edge.start.y,  edge.end.x,       edge.end.y,
                                   edge.center.x, edge.center.y, edge.majorAxis.x, edge.majorAxis.y,
-                                  edge.radius,   edge.ratio,    edge.startAngle,  edge.endAngle};
+                                  edge.radius,   edge.ratio,    edge.startAngle,  edge.endAngle,
+                                  edge.knotTolerance};
     for (const AcGePoint2d& point : edge.controlPoints) values.insert(values.end(), {point.x, point.y});
     return areFinite(values) && areFinite(edge.knots) && areFinite(edge.weights);
 }

@@ -12,11 +12,6 @@ namespace hostkit {
 
 using LoopCurves = std::vector<std::unique_ptr<AcGeCurve2d>>;
 
-/// The angle of the ellipse's own parameter, from the angle as seen, and back. Whole quarter turns stay as
-/// they are.
-double ellipseParameter(double angle, double radiusRatio);
-double ellipseAngle(double parameter, double radiusRatio);
-
 /// A new curve for the edge; null for a spline whose counts do not fit together.
 std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge);
 /// The loop's edges, or the segments of its polyline, with the closing one; zero-length segments are left

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "dbid.h"
+#include "geell2d.h"
 #include "gepnt2d.h"
 #include "gevec2d.h"
 
+#include <memory>
 #include <vector>
 
 namespace hostkit {
@@ -27,6 +29,10 @@ struct HatchEdge {
     double ratio = 1.0;     ///< elliptic arcs
     double startAngle = 0.0;
     double endAngle = 0.0;
+    /// Elliptic arcs: the curve that the edge was made of. The fields above say the same but for rounding; null where
+    /// they were read from a drawing or moved.
+    std::shared_ptr<const AcGeEllipArc2d> given;
+    double knotTolerance = 1e-9; ///< splines
     std::vector<double> knots;
     std::vector<AcGePoint2d> controlPoints;
     std::vector<double> weights;

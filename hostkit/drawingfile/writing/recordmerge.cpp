@@ -58,7 +58,7 @@ void RecordMerge::gatherOldItems() {
             isBehindEmbedded = false;
         }
         isBehindEmbedded = isBehindEmbedded || group.code == embeddedObjectCode;
-        OldItem item{place, 1, group.part, group.code, region, isBehindEmbedded, noField};
+        OldItem item{place, 1, group.part, group.code, region, isBehindEmbedded, noField, 0};
         if (AcDb::groupKind(item.code) == AcDb::GroupKind::kPoint)
             while (item.count < 3 && place + item.count < groups.size() &&
                    groups[place + item.count].code == item.code + static_cast<short>(item.count) * 10 &&
@@ -216,7 +216,37 @@ std::size_t RecordMerge::distanceInNew(const Part& part, std::size_t place, shor
     return nowhere;
 }
 
+bool RecordMerge::hasMixedPoints(const Part& part) const {
+    const FieldGroup* before = nullptr;
+    for (std::size_t place = part.begin; place < part.end; ++place) {
+        const FieldGroup& group = field(place);
+        if (group.kind != AcDb::GroupKind::kPoint) continue;
+        if (before && before->code == group.code && before->dimension != group.dimension) return true;
+        before = &group;
+    }
+    return false;
+}
+
+// Where one code has points with and without z, a list that has become longer or shorter sets the one in the place of
+// the other. What the object files for the points of the old record tells them apart.
+void RecordMerge::learnDimensions(const Part& part) {
+    if (!hasMixedPoints(part) || !asRead()) return;
+    const RecordPart own = m_writer.m_parts.counterpart(field(part.begin).part, m_asRead->m_parts);
+    const auto isPoint = [own](const FieldGroup& group) {
+        return group.part == own && group.kind == AcDb::GroupKind::kPoint;
+    };
+    auto filed = std::find_if(m_asRead->m_groups.begin(), m_asRead->m_groups.end(), isPoint);
+    for (const std::size_t item : *part.items) {
+        OldItem& old = m_room.items[item];
+        if (AcDb::groupKind(old.code) != AcDb::GroupKind::kPoint) continue;
+        if (filed == m_asRead->m_groups.end() || filed->code != old.code) return;
+        old.filed = filed->dimension;
+        filed = std::find_if(filed + 1, m_asRead->m_groups.end(), isPoint);
+    }
+}
+
 void RecordMerge::alignInOrder(const Part& part) {
+    learnDimensions(part);
     std::size_t oldPlace = 0;
     const auto isSettled = [&] {
         const OldItem& old = m_room.items[(*part.items)[oldPlace]];
@@ -315,6 +345,7 @@ void RecordMerge::emitOld(const OldItem& item) {
 void RecordMerge::emitMatched(const OldItem& item) {
     const FieldGroup& group = field(item.field);
     ++m_writer.m_groupsFromFields;
+    if (isOtherPoint(item, group)) return m_writer.format(group, m_bytes);
     std::size_t kept = item.first;
     if (!keepsOldBytes(item, group)) {
         m_hasNewColor = m_hasNewColor || item.code == colorCode || item.code == trueColorCode;

@@ -22,6 +22,7 @@ struct MergeRoom {
         unsigned short region = 0;     ///< how many subclass marks stand before it, its own among them
         bool isBehindEmbedded = false; ///< the codes are those of another object
         std::size_t field = 0;         ///< the field that takes its place, or noField
+        unsigned char filed = 0;       ///< the dimension that its object files for it, where that must be known
     };
     struct Insertion {
         std::size_t behind = 0; ///< an old item
@@ -53,6 +54,8 @@ struct MergeRoom {
 /// - a field that the record lacks goes behind the field that the object files before it, or takes the place
 /// of a group
 ///   of its code and part whose value nobody could read;
+/// - a point's z that the object does not file stays, and one of nought is not added, but where a point with z takes the
+///   place of one without or the other way round;
 /// - groups keep the order of the old record where each code stands once in its part, else they have the
 /// object's.
 class RecordMerge {
@@ -91,6 +94,11 @@ private:
     bool eachCodeIsOnce(const Part& part) const;
     void alignByCode(const Part& part);
     void alignInOrder(const Part& part);
+    bool hasMixedPoints(const Part& part) const;
+    void learnDimensions(const Part& part);
+    bool isOtherPoint(const OldItem& item, const FieldGroup& group) const {
+        return item.filed != 0 && item.filed != group.dimension;
+    }
     bool stepInOrder(const Part& part, std::size_t& oldPlace, std::size_t& newPlace);
     std::size_t distanceInOld(const Part& part, std::size_t place, short code) const;
     std::size_t distanceInNew(const Part& part, std::size_t place, short code) const;

@@ -9,7 +9,7 @@ template <class T>
 EllipseOf<T>::EllipseOf(const Point& center, const Vector& majorAxis, double majorRadius, double minorRadius,
                         double startAngle, double endAngle)
     : m_center(center)
-    , m_majorAxis(majorAxis.isZeroLength() ? Vector::kXAxis : majorAxis.normal())
+    , m_majorAxis(majorAxis.isZeroLength() ? Vector::kXAxis : AcGe::unitOf(majorAxis))
     , m_majorRadius(std::abs(majorRadius))
     , m_minorRadius(std::abs(minorRadius))
     , m_startAngle(startAngle)

@@ -6,6 +6,8 @@
 
 #include "acarray.h"
 
+#include <cmath>
+#include <limits>
 #include <numbers>
 
 class AcGeBoundBlock2d;
@@ -93,6 +95,14 @@ bool isDerivedFrom(EntityId id, EntityId ancestor);
 
 inline constexpr double kPi = std::numbers::pi;
 inline constexpr double kTwoPi = 2.0 * std::numbers::pi;
+
+/// The unit vector along a direction. One that has length 1 but for rounding stays as it is: a direction that is
+/// read from an object and set again keeps its bits, however often.
+template <class Vector>
+Vector unitOf(const Vector& direction) {
+    constexpr double rounding = 8.0 * std::numeric_limits<double>::epsilon();
+    return std::abs(direction.lengthSqrd() - 1.0) <= rounding ? direction : direction.normal();
+}
 
 } // namespace AcGe
 
