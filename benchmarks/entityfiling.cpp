@@ -1,5 +1,6 @@
-// Filing of entities within objects, in memory: polylines by vertices, hatches by edges and by loops, lines by their
-// number, out and in, through the binary and the text filer. Wanted: 5 million items a second, linear in all of them.
+// Filing of entities within objects, in memory: polylines by vertices, hatches by edges and by loops, lines
+// by their number, out and in, through the binary and the text filer. Wanted: 5 million items a second,
+// linear in all of them.
 #include "vexoentityfiler.h"
 
 #include "dbhatch.h"

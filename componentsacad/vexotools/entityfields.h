@@ -12,9 +12,9 @@ class AcDbLine;
 class AcDbPolyline;
 class AcDbSpline;
 
-// The layout of filed entities. Each structure is the part of a record between its version and its colour: what stands
-// in `file` is the order of the items, their types are the kinds of items (EntityItems), a list has its count before
-// it. Drawings hold these records: nothing here ever changes its order or its type.
+// The layout of filed entities. Each structure is the part of a record between its version and its colour:
+// what stands in `file` is the order of the items, their types are the kinds of items (EntityItems), a list
+// has its count before it. Drawings hold these records: nothing here ever changes its order or its type.
 
 namespace vexo {
 
@@ -145,7 +145,8 @@ inline void file(EntityItems& items, HatchFields& hatch) {
          hatch.loops);
 }
 
-// Between fields and entities. What an entity refuses stays as it was there; old vertices and loops are replaced.
+// Between fields and entities. What an entity refuses stays as it was there; old vertices and loops are
+// replaced.
 
 LineFields fieldsOf(const AcDbLine& line);
 ArcFields fieldsOf(const AcDbArc& arc);

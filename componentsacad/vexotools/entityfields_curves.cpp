@@ -81,8 +81,7 @@ SplineFields fieldsOf(const AcDbSpline& spline) {
     int degree = 0;
     Adesk::Boolean rational = Adesk::kFalse, closed = Adesk::kFalse, periodic = Adesk::kFalse;
     if (spline.getNurbsData(degree, rational, closed, periodic, fields.controlPoints, fields.knots,
-                            fields.weights, fields.controlPointTolerance,
-                            fields.knotTolerance) != Acad::eOk)
+                            fields.weights, fields.controlPointTolerance, fields.knotTolerance) != Acad::eOk)
         return SplineFields();
     fields.degree = degree;
     fields.rational = rational ? 1 : 0;

@@ -12,9 +12,9 @@
 
 namespace vexo {
 
-/// The items of one record of a filed entity, in their order: into an owner's stream or out of it. The type of a
-/// value is the kind of its item, so that one list of values is the layout for both directions and both filers. After
-/// the first failure nothing more is filed, and values stay as they are.
+/// The items of one record of a filed entity, in their order: into an owner's stream or out of it. The type
+/// of a value is the kind of its item, so that one list of values is the layout for both directions and both
+/// filers. After the first failure nothing more is filed, and values stay as they are.
 class EntityItems {
 public:
     EntityItems() = default;
@@ -42,15 +42,12 @@ public:
 
 /// A single value is an item; what is made of several has a `file` of its own beside its type.
 template <class Value>
-    requires requires(EntityItems& items, Value& value) { items.item(value); }
-void file(EntityItems& items, Value& value) {
-    items.item(value);
-}
+requires requires(EntityItems& items, Value& value) { items.item(value); }
+void file(EntityItems& items, Value& value) { items.item(value); }
 
 /// Some values, one after the other.
 template <class... Values>
-    requires(sizeof...(Values) > 1)
-void file(EntityItems& items, Values&... values) {
+requires(sizeof...(Values) > 1) void file(EntityItems& items, Values&... values) {
     (file(items, values), ...);
 }
 
@@ -62,7 +59,8 @@ void add(std::vector<Value>& list, Value&& value) {
     list.push_back(std::move(value));
 }
 
-/// The elements alone, as many as the count says. A count that was read is believed only as far as elements follow.
+/// The elements alone, as many as the count says. A count that was read is believed only as far as elements
+/// follow.
 template <class Value, class List>
 void fileElements(EntityItems& items, List& list, Adesk::Int32 count) {
     if (!items.isReading()) {

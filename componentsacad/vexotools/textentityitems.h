@@ -41,8 +41,9 @@ private:
     AcDbDxfFiler& m_filer;
 };
 
-/// Items of a record out of a text filer. A group of another code than the one that is due, and the end of the record,
-/// stop the reading: the group goes back, and the filer fails with eBadDxfSequence and a text that names the code.
+/// Items of a record out of a text filer. A group of another code than the one that is due, and the end of
+/// the record, stop the reading: the group goes back, and the filer fails with eBadDxfSequence and a text
+/// that names the code.
 class TextItemReader final : public EntityItems {
 public:
     explicit TextItemReader(AcDbDxfFiler& filer);

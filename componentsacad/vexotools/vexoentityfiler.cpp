@@ -103,8 +103,7 @@ Acad::ErrorStatus readEntity(EntityItems& items, AcDbEntity*& entity) {
     items.item(name);
     if (!items.isGood() || name.IsEmpty()) return items.status();
     Acad::ErrorStatus status = makeEntity(name, entity);
-    if (status == Acad::eOk)
-        asItsKind(*entity, [&](auto& kind) { status = readKind(items, kind); });
+    if (status == Acad::eOk) asItsKind(*entity, [&](auto& kind) { status = readKind(items, kind); });
     return status == Acad::eOk ? items.status() : status;
 }
 
@@ -143,25 +142,25 @@ Acad::ErrorStatus VEXOEntityFiler::dxfInFieldsEntity(AcDbDxfFiler* filer, AcDbEn
 // The four operations of one kind.
 #define VEXO_FILED_KIND(Kind)                                                                                \
     Acad::ErrorStatus VEXOEntityFiler::dwgOutFields##Kind(AcDbDwgFiler* filer, AcDb##Kind const* entity) {   \
-        CVxLogEntry entry(L"VEXOEntityFiler::dwgOutFields" #Kind);                                       \
+        CVxLogEntry entry(L"VEXOEntityFiler::dwgOutFields" #Kind);                                           \
         if (!filer || !entity) return refuseNull();                                                          \
         vexo::BinaryItemWriter items(*filer);                                                                \
         return writeKind(items, *entity);                                                                    \
     }                                                                                                        \
     Acad::ErrorStatus VEXOEntityFiler::dwgInFields##Kind(AcDbDwgFiler* filer, AcDb##Kind* entity) {          \
-        CVxLogEntry entry(L"VEXOEntityFiler::dwgInFields" #Kind);                                        \
+        CVxLogEntry entry(L"VEXOEntityFiler::dwgInFields" #Kind);                                            \
         if (!filer || !entity) return refuseNull();                                                          \
         vexo::BinaryItemReader items(*filer);                                                                \
         return readKind(items, *entity);                                                                     \
     }                                                                                                        \
     Acad::ErrorStatus VEXOEntityFiler::dxfOutFields##Kind(AcDbDxfFiler* filer, AcDb##Kind const* entity) {   \
-        CVxLogEntry entry(L"VEXOEntityFiler::dxfOutFields" #Kind);                                       \
+        CVxLogEntry entry(L"VEXOEntityFiler::dxfOutFields" #Kind);                                           \
         if (!filer || !entity) return refuseNull();                                                          \
         vexo::TextItemWriter items(*filer);                                                                  \
         return writeKind(items, *entity);                                                                    \
     }                                                                                                        \
     Acad::ErrorStatus VEXOEntityFiler::dxfInFields##Kind(AcDbDxfFiler* filer, AcDb##Kind* entity) {          \
-        CVxLogEntry entry(L"VEXOEntityFiler::dxfInFields" #Kind);                                        \
+        CVxLogEntry entry(L"VEXOEntityFiler::dxfInFields" #Kind);                                            \
         if (!filer || !entity) return refuseNull();                                                          \
         vexo::TextItemReader items(*filer);                                                                  \
         return readKind(items, *entity);                                                                     \

@@ -44,7 +44,8 @@ Acad::ErrorStatus ExampleSketch::transformBy(const AcGeMatrix3d& matrix) {
     Entities moved;
     for (const std::unique_ptr<AcDbEntity>& each : m_entities) {
         moved.emplace_back(AcDbEntity::cast(each->clone()));
-        const Acad::ErrorStatus status = moved.back() ? moved.back()->transformBy(matrix) : Acad::eNotApplicable;
+        const Acad::ErrorStatus status =
+            moved.back() ? moved.back()->transformBy(matrix) : Acad::eNotApplicable;
         if (status != Acad::eOk) return status;
     }
     const Acad::ErrorStatus status = assertWriteEnabled();

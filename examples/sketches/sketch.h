@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-/// Entities that stand in no block: an object of a dictionary owns them. Its record in a drawing is VEXOSKETCH, with
-/// their number (90) and each one as VEXOEntityFiler files it.
+/// Entities that stand in no block: an object of a dictionary owns them. Its record in a drawing is
+/// VEXOSKETCH, with their number (90) and each one as VEXOEntityFiler files it.
 class ExampleSketch : public AcDbObject {
     ACRX_DECLARE_MEMBERS(ExampleSketch)
 

@@ -84,7 +84,8 @@ void sketchTakeCommand() {
     CString name;
     if (!readName(name)) return;
     AcDbObjectIdArray ids;
-    VEXOSelectionTools::selectEntity(L"Entities: ", nullptr, VEXOSelectionTools::eSelectAny, ids, nullptr, true);
+    VEXOSelectionTools::selectEntity(L"Entities: ", nullptr, VEXOSelectionTools::eSelectAny, ids, nullptr,
+                                     true);
     const int selected = ids.length();
     ExampleSketch::Entities copies = copiesOf(ids);
     if (copies.empty())

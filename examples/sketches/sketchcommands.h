@@ -1,7 +1,7 @@
 #pragma once
 
-/// SKETCHTAKE NAME SELECTION: the entities leave their blocks and go into the sketch of that name, which is made where
-/// it is missing. Those of kinds that a sketch cannot file stay.
+/// SKETCHTAKE NAME SELECTION: the entities leave their blocks and go into the sketch of that name, which is
+/// made where it is missing. Those of kinds that a sketch cannot file stay.
 void sketchTakeCommand();
 /// SKETCHLIST: every sketch with its entities: class, colour, and the box around each.
 void sketchListCommand();

@@ -1,5 +1,5 @@
-// An application module whose objects own entities: sketches, which take entities out of model space, keep them in
-// the drawing through the library's filing, and put them back.
+// An application module whose objects own entities: sketches, which take entities out of model space, keep
+// them in the drawing through the library's filing, and put them back.
 
 #include "sketch.h"
 #include "sketchcommands.h"

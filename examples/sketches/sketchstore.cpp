@@ -49,8 +49,7 @@ AcDbObjectId findOrMakeSketch(const CString& name) {
     auto made = std::make_unique<ExampleSketch>();
     VEXODatabaseTools::appendToDictionary(dictionaryName, made.get(), id, nullptr, true, name);
     if (id.isNull()) {
-        hostkit::failCommand(Acad::eInvalidKey,
-                             (L"\"" + name + L"\" cannot be the name of a sketch").view());
+        hostkit::failCommand(Acad::eInvalidKey, (L"\"" + name + L"\" cannot be the name of a sketch").view());
         return id;
     }
     (void)made.release(); // the drawing's from here on

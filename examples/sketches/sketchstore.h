@@ -6,7 +6,8 @@
 #include "afx.h"
 #include "dbid.h"
 
-/// The sketches of the working drawing: a dictionary of their own below the drawing's, by name without regard to case.
+/// The sketches of the working drawing: a dictionary of their own below the drawing's, by name without regard
+/// to case.
 
 struct NamedSketch {
     CString name;
@@ -16,5 +17,6 @@ struct NamedSketch {
 std::vector<NamedSketch> allSketches();
 /// Null where there is none of that name, and the command has failed then.
 AcDbObjectId findSketch(const CString& name);
-/// The sketch of that name, a new one where there is none; null, and the command has failed, where none can be.
+/// The sketch of that name, a new one where there is none; null, and the command has failed, where none can
+/// be.
 AcDbObjectId findOrMakeSketch(const CString& name);

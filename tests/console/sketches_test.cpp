@@ -1,5 +1,5 @@
-// Entities that an object of a module owns, as a user meets them: taken, listed, saved, read without the module and
-// with it again, changed, taken back and put back.
+// Entities that an object of a module owns, as a user meets them: taken, listed, saved, read without the
+// module and with it again, changed, taken back and put back.
 #include "consoletest.h"
 
 #include <fstream>
@@ -11,7 +11,17 @@ const std::string layersModule = VEXO_BINARY_DIR "/lib/layers.so";
 
 class SketchesConsole : public ConsoleTest {
 protected:
-    SketchesConsole() { std::ofstream(drawing, std::ios::binary) << text; }
+    SketchesConsole() {
+        EXPECT_EQ(run({"--new", "--output", drawing}).code, exitcode::ok);
+        std::string bytes = readFile(drawing);
+        const std::string section = "ENTITIES\r\n";
+        const std::size_t place = bytes.find(section);
+        EXPECT_NE(place, std::string::npos);
+        std::string lines;
+        for (const char* at = text; *at; ++at)
+            lines += *at == '\n' ? std::string("\r\n") : std::string(1, *at);
+        std::ofstream(drawing, std::ios::binary) << bytes.insert(place + section.size(), lines);
+    }
 
     /// Runs lines with a module, and gives what they print; the drawing that they leave is `target`.
     std::string made(const std::string& source, const std::string& target, const std::string& lines,
@@ -31,17 +41,21 @@ protected:
         return records;
     }
 
-    const std::string drawing = folder / "plan.dxf", taken = folder / "taken.dxf", again = folder / "again.dxf";
+    const std::string drawing = folder / "plan.dxf", taken = folder / "taken.dxf",
+                      again = folder / "again.dxf";
 
 private:
     static constexpr const char* text =
-        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
-        "0\nLINE\n5\nA1\n8\n0\n62\n1\n10\n0\n20\n0\n11\n10\n21\n5\n"
-        "0\nCIRCLE\n5\nA2\n8\n0\n62\n3\n10\n20\n20\n0\n40\n5\n"
-        "0\nLWPOLYLINE\n5\nA3\n8\n0\n90\n3\n70\n1\n10\n0\n20\n10\n42\n1\n10\n10\n20\n10\n10\n10\n20\n20\n"
-        "0\nELLIPSE\n5\nA4\n8\n0\n62\n4\n10\n40\n20\n0\n11\n8\n21\n0\n40\n0.5\n41\n0\n42\n6.283185307179586\n"
-        "0\nTEXT\n5\nA5\n8\n0\n10\n0\n20\n0\n40\n1\n1\nplan\n"
-        "0\nENDSEC\n0\nEOF\n";
+        "0\nLINE\n5\nA01\n100\nAcDbEntity\n8\n0\n62\n1\n100\nAcDbLine\n10\n0\n20\n0\n11\n10\n21\n5\n"
+        "0\nCIRCLE\n5\nA02\n100\nAcDbEntity\n8\n0\n62\n3\n100\nAcDbCircle\n10\n20\n20\n0\n40\n5\n"
+        "0\nLWPOLYLINE\n5\nA03\n100\nAcDbEntity\n8\n0\n100\nAcDbPolyline\n90\n3\n70\n1\n10\n0\n20\n10\n42\n1"
+        "\n"
+        "10\n10\n20\n10\n10\n10\n20\n20\n"
+        "0\nELLIPSE\n5\nA04\n100\nAcDbEntity\n8\n0\n62\n4\n100\nAcDbEllipse\n10\n40\n20\n0\n11\n8\n21\n0\n40"
+        "\n0.5\n"
+        "41\n0\n42\n6.283185307179586\n"
+        "0\nTEXT\n5\nA05\n100\nAcDbEntity\n8\n0\n100\nAcDbText\n10\n0\n20\n0\n40\n1\n1\nplan\n100\nAcDbText"
+        "\n";
 };
 
 constexpr const char* listed = "PLAN: 4 entities\n"
@@ -74,13 +88,15 @@ TEST_F(SketchesConsole, KeepTheirEntitiesWithAndWithoutTheirModule) {
 TEST_F(SketchesConsole, AreTakenBackAndDoneAgain) {
     made(drawing, taken, "SKETCHTAKE PLAN W -1,-1 60,6\n\nSKETCHLIST\n");
     const std::string undone = folder / "undone.dxf", redone = folder / "redone.dxf";
-    for (const char* change : {"SKETCHMOVE PLAN 0,0 100,50\n", "SKETCHTAKE PLAN ALL\n\n", "SKETCHPUT PLAN\n"}) {
+    for (const char* change :
+         {"SKETCHMOVE PLAN 0,0 100,50\n", "SKETCHTAKE PLAN ALL\n\n", "SKETCHPUT PLAN\n"}) {
         SCOPED_TRACE(change);
         made(taken, again, change);
         EXPECT_NE(recordsOf(again), recordsOf(taken));
         expectHas(made(taken, undone, change + std::string("UNDO\nAUDIT\n")), {"taken back", "0 faults"});
         EXPECT_EQ(readFile(undone), readFile(taken));
-        expectHas(made(taken, redone, change + std::string("UNDO\nREDO\nAUDIT\n")), {"done again", "0 faults"});
+        expectHas(made(taken, redone, change + std::string("UNDO\nREDO\nAUDIT\n")),
+                  {"done again", "0 faults"});
         EXPECT_EQ(recordsOf(redone), recordsOf(again));
         made(again, undone, "SKETCHLIST\n"); // what was saved is read again
     }
@@ -104,7 +120,8 @@ TEST_F(SketchesConsole, SayWhatCannotBe) {
 TEST_F(SketchesConsole, KeepWhatIsDamagedAsItStands) {
     made(drawing, taken, "SKETCHTAKE PLAN ALL\n\n");
     std::string bytes = readFile(taken);
-    const std::size_t place = bytes.find("AcDbCircle", bytes.find("ExampleSketch\r\n 90", bytes.find("OBJECTS")));
+    const std::size_t place =
+        bytes.find("AcDbCircle", bytes.find("ExampleSketch\r\n 90", bytes.find("OBJECTS")));
     ASSERT_NE(place, std::string::npos);
     bytes.replace(place, 10, "NoSuchKind");
     std::ofstream(taken, std::ios::binary) << bytes;

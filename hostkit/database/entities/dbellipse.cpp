@@ -82,6 +82,7 @@ Acad::ErrorStatus AcDbEllipse::setEndParam(double parameter) {
 bool AcDbEllipse::geometry(hostkit::CurveGeometry& geometry) const {
     const double major = majorRadius();
     if (!(major > 0.0) || !(m_radiusRatio > 0.0)) return false;
+    if (!std::isfinite(m_startParam) || !std::isfinite(m_endParam)) return false;
     geometry.set(AcGeEllipArc3d(m_center, m_majorAxis, m_normal.crossProduct(m_majorAxis), major,
                                 major * m_radiusRatio, m_startParam, m_endParam));
     return true;

@@ -8,9 +8,9 @@
 
 namespace hostkit {
 
-/// Groups in memory, written and then read after rewind(). Writing goes on behind the last group. Points keep whether
-/// they have a z. Reading past the end, or past a class' part, gives eEndOfObject; a group that a class rejects is
-/// passed over.
+/// Groups in memory, written and then read after rewind(). Writing goes on behind the last group. Points keep
+/// whether they have a z. Reading past the end, or past a class' part, gives eEndOfObject; a group that a
+/// class rejects is passed over.
 class MemoryDxfFiler final : public GroupGatherer {
 public:
     explicit MemoryDxfFiler(AcDbDatabase* database = nullptr)

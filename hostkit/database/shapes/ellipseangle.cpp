@@ -1,5 +1,6 @@
 #include "ellipseangle.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -7,20 +8,23 @@ namespace hostkit {
 namespace {
 
 // Both angles lie in one quarter turn, so their difference says how much to add without losing whole turns.
-double shiftedWithinQuarter(double angle, double yScale) {
+double shiftedWithinQuarter(double angle, double xScale, double yScale) {
     const double sine = std::sin(angle);
     const double cosine = std::cos(angle);
-    return angle + (std::atan2(sine * yScale, cosine) - std::atan2(sine, cosine));
+    // What a quarter turn lacks by rounding is not blown up on a flat ellipse.
+    const double rounding = 2.0 * std::numeric_limits<double>::epsilon() * std::max(1.0, std::abs(angle));
+    if (std::min(std::abs(sine), std::abs(cosine)) <= rounding) return angle;
+    return angle + (std::atan2(sine * yScale, cosine * xScale) - std::atan2(sine, cosine));
 }
 
 } // namespace
 
 double ellipseParameter(double angle, double radiusRatio) {
-    return radiusRatio > 0.0 ? shiftedWithinQuarter(angle, 1.0 / radiusRatio) : angle;
+    return radiusRatio > 0.0 ? shiftedWithinQuarter(angle, radiusRatio, 1.0) : angle;
 }
 
 double ellipseAngle(double parameter, double radiusRatio) {
-    return shiftedWithinQuarter(parameter, radiusRatio);
+    return shiftedWithinQuarter(parameter, 1.0, radiusRatio);
 }
 
 double parameterThatReads(double angle, double radiusRatio) {

@@ -160,9 +160,9 @@ bool areFinite(const std::vector<double>& values) {
 }
 
 bool isFinite(const HatchEdge& edge) {
-    std::vector<double> values = {edge.start.x,  edge.start.y,  edge.end.x,       edge.end.y,
-                                  edge.center.x, edge.center.y, edge.majorAxis.x, edge.majorAxis.y,
-                                  edge.radius,   edge.ratio,    edge.startAngle,  edge.endAngle,
+    std::vector<double> values = {edge.start.x,      edge.start.y,  edge.end.x,       edge.end.y,
+                                  edge.center.x,     edge.center.y, edge.majorAxis.x, edge.majorAxis.y,
+                                  edge.radius,       edge.ratio,    edge.startAngle,  edge.endAngle,
                                   edge.knotTolerance};
     for (const AcGePoint2d& point : edge.controlPoints) values.insert(values.end(), {point.x, point.y});
     return areFinite(values) && areFinite(edge.knots) && areFinite(edge.weights);

@@ -29,8 +29,8 @@ struct HatchEdge {
     double ratio = 1.0;     ///< elliptic arcs
     double startAngle = 0.0;
     double endAngle = 0.0;
-    /// Elliptic arcs: the curve that the edge was made of. The fields above say the same but for rounding; null where
-    /// they were read from a drawing or moved.
+    /// Elliptic arcs: the curve that the edge was made of. The fields above say the same but for rounding;
+    /// null where they were read from a drawing or moved.
     std::shared_ptr<const AcGeEllipArc2d> given;
     double knotTolerance = 1e-9; ///< splines
     std::vector<double> knots;

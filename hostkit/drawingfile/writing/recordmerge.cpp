@@ -217,18 +217,17 @@ std::size_t RecordMerge::distanceInNew(const Part& part, std::size_t place, shor
 }
 
 bool RecordMerge::hasMixedPoints(const Part& part) const {
-    const FieldGroup* before = nullptr;
-    for (std::size_t place = part.begin; place < part.end; ++place) {
-        const FieldGroup& group = field(place);
-        if (group.kind != AcDb::GroupKind::kPoint) continue;
-        if (before && before->code == group.code && before->dimension != group.dimension) return true;
-        before = &group;
-    }
-    return false;
+    unsigned dimensions = 0;
+    for (const std::size_t item : *part.items)
+        if (AcDb::groupKind(m_room.items[item].code) == AcDb::GroupKind::kPoint)
+            dimensions |= 1U << m_room.items[item].count;
+    for (std::size_t place = part.begin; place < part.end; ++place)
+        if (field(place).kind == AcDb::GroupKind::kPoint) dimensions |= 1U << field(place).dimension;
+    return (dimensions & (dimensions - 1)) != 0;
 }
 
-// Where one code has points with and without z, a list that has become longer or shorter sets the one in the place of
-// the other. What the object files for the points of the old record tells them apart.
+// Where points stand with and without z, a list that has become longer or shorter sets the one in the place
+// of the other. What the object files for the points of the old record tells them apart.
 void RecordMerge::learnDimensions(const Part& part) {
     if (!hasMixedPoints(part) || !asRead()) return;
     const RecordPart own = m_writer.m_parts.counterpart(field(part.begin).part, m_asRead->m_parts);

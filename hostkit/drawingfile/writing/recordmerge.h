@@ -22,7 +22,7 @@ struct MergeRoom {
         unsigned short region = 0;     ///< how many subclass marks stand before it, its own among them
         bool isBehindEmbedded = false; ///< the codes are those of another object
         std::size_t field = 0;         ///< the field that takes its place, or noField
-        unsigned char filed = 0;       ///< the dimension that its object files for it, where that must be known
+        unsigned char filed = 0; ///< the dimension that its object files for it, where that must be known
     };
     struct Insertion {
         std::size_t behind = 0; ///< an old item
@@ -54,7 +54,8 @@ struct MergeRoom {
 /// - a field that the record lacks goes behind the field that the object files before it, or takes the place
 /// of a group
 ///   of its code and part whose value nobody could read;
-/// - a point's z that the object does not file stays, and one of nought is not added, but where a point with z takes the
+/// - a point's z that the object does not file stays, and one of nought is not added, but where a point with
+/// z takes the
 ///   place of one without or the other way round;
 /// - groups keep the order of the old record where each code stands once in its part, else they have the
 /// object's.

@@ -96,8 +96,8 @@ bool isDerivedFrom(EntityId id, EntityId ancestor);
 inline constexpr double kPi = std::numbers::pi;
 inline constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
-/// The unit vector along a direction. One that has length 1 but for rounding stays as it is: a direction that is
-/// read from an object and set again keeps its bits, however often.
+/// The unit vector along a direction. One that has length 1 but for rounding stays as it is: a direction that
+/// is read from an object and set again keeps its bits, however often.
 template <class Vector>
 Vector unitOf(const Vector& direction) {
     constexpr double rounding = 8.0 * std::numeric_limits<double>::epsilon();

@@ -1,5 +1,5 @@
-// The kinds of entities that are filed: each with a sample, the four operations, and the sample's record as it stands
-// in drawings.
+// The kinds of entities that are filed: each with a sample, the four operations, and the sample's record as
+// it stands in drawings.
 #pragma once
 
 #include "filedrecords.h"
@@ -67,7 +67,8 @@ inline AcDbEntity* sampleOfHatch() {
     hatch->setElevation(1.5);
     hatch->setHatchStyle(AcDbHatch::kOuter);
     hatch->setPattern(AcDbHatch::kPreDefined, L"SOLID");
-    const auto addLoop = [hatch](int type, std::initializer_list<const AcGeCurve2d*> curves, std::vector<int> types) {
+    const auto addLoop = [hatch](int type, std::initializer_list<const AcGeCurve2d*> curves,
+                                 std::vector<int> types) {
         AcGeVoidPointerArray edges;
         for (const AcGeCurve2d* each : curves) edges.append(const_cast<AcGeCurve2d*>(each));
         EXPECT_EQ(hatch->appendLoop(type, edges, arrayOf(types)), Acad::eOk);
@@ -76,7 +77,8 @@ inline AcDbEntity* sampleOfHatch() {
     const AcGeCircArc2d arc({0, 0}, 2, 0, 3.125, AcGeVector2d::kXAxis, false);
     const AcGeCircArc2d clockwise({0, 0}, 8, 0.5, 1, AcGeVector2d::kXAxis, true);
     const AcGeEllipArc2d ellipse({1, 2}, {0, 1}, {-1, 0}, 4, 2, 0.25, 6);
-    const AcGeNurbCurve2d plain(1, AcGeKnotVector(numbersOf({0, 0, 1, 1})), arrayOf<AcGePoint2d>({{0, 0}, {4, 4}}), true);
+    const AcGeNurbCurve2d plain(1, AcGeKnotVector(numbersOf({0, 0, 1, 1})),
+                                arrayOf<AcGePoint2d>({{0, 0}, {4, 4}}), true);
     const AcGeNurbCurve2d rational(2, AcGeKnotVector(numbersOf({0, 0, 0, 2, 2, 2}), 0.5),
                                    arrayOf<AcGePoint2d>({{0, 0}, {4, 4}, {8, 0}}), numbersOf({1, 2, 1}));
     addLoop(AcDbHatch::kExternal, {&line, &arc}, {1, 2});
@@ -99,8 +101,7 @@ constexpr const char* ellipseRecord =
 constexpr const char* splineRecord = "I32 2, I32 2, I16 1, I16 0, I16 0, N 3, P3 0/0/0, P3 1/2/0, P3 3/1/4, "
                                      "N 6, R 0, R 0, R 0, R 1, R 1, R 1, N 3, R 1, R 0.5, R 1, "
                                      "R 0.125, R 0.0625, I32 6";
-constexpr const char* emptySplineRecord =
-    "I32 2, I32 0, I16 0, I16 0, I16 0, N 0, N 0, N 0, R 0, R 0, I32 7";
+constexpr const char* emptySplineRecord = "I32 2, I32 0, I16 0, I16 0, I16 0, N 0, N 0, N 0, R 0, R 0, I32 7";
 constexpr const char* hatchRecord = "I32 2, V3 0/0/1, R 1.5, I16 1, I16 1, S SOLID, N 4, "
                                     "I32 1, N 2, E 1, P2 -2/0, P2 2/0, "
                                     "E 2, P2 0/0, R 2, R 0, R 3.125, V2 1/0, I16 0, "
@@ -113,13 +114,13 @@ constexpr const char* hatchRecord = "I32 2, V3 0/0/1, R 1.5, I16 1, I16 1, S SOL
 constexpr const char* emptyHatchRecord = "I32 2, V3 0/0/1, R 0, I16 0, I16 0, S LINES, N 0, I32 8";
 
 #define VEXO_TEST_KIND(Name, sample, record)                                                                 \
-    Kind{#Name,                                                                                              \
-         [] { return static_cast<AcDbEntity*>(sample); },                                                    \
-         ofAny(&VEXOEntityFiler::dwgInFields##Name),                                                         \
-         ofAny(&VEXOEntityFiler::dwgOutFields##Name),                                                        \
-         ofAny(&VEXOEntityFiler::dxfInFields##Name),                                                         \
-         ofAny(&VEXOEntityFiler::dxfOutFields##Name),                                                        \
-         itemsOf(record)}
+    Kind {                                                                                                   \
+#Name, [] { return static_cast<AcDbEntity*>(sample); }, ofAny(&VEXOEntityFiler::dwgInFields##Name),  \
+                                                             ofAny(&VEXOEntityFiler::dwgOutFields##Name),    \
+                                                             ofAny(&VEXOEntityFiler::dxfInFields##Name),     \
+                                                             ofAny(&VEXOEntityFiler::dxfOutFields##Name),    \
+                                                             itemsOf(record)                                 \
+    }
 
 inline AcDbEntity* sampleOfEmptyHatch() {
     auto* const hatch = new AcDbHatch;

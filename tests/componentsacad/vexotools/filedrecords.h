@@ -1,5 +1,5 @@
-// Records of filed entities item by item, as they stand in drawings: written down by hand, put into filers, and read
-// off what a filer is given.
+// Records of filed entities item by item, as they stand in drawings: written down by hand, put into filers,
+// and read off what a filer is given.
 #pragma once
 
 #include "drawingparts.h"
@@ -14,8 +14,8 @@ namespace filedrecords {
 using drawingtest::narrow;
 using drawingtest::textOf;
 
-/// One item: its kind and its value. Kinds: I32, I16, R, P2, P3, V2, V3, S; N is an I32 that counts what follows, E an
-/// I16 that says which edge follows.
+/// One item: its kind and its value. Kinds: I32, I16, R, P2, P3, V2, V3, S; N is an I32 that counts what
+/// follows, E an I16 that says which edge follows.
 struct Item {
     std::string kind, value;
 

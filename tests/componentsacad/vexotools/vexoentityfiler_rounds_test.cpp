@@ -1,4 +1,5 @@
-// What is filed and read and filed again is the same record to the bit, however often: entities of random shape.
+// What is filed and read and filed again is the same record to the bit, however often: entities of random
+// shape.
 #include "filedkinds.h"
 #include "hosttest.h"
 
@@ -37,8 +38,8 @@ protected:
         made->setClosed(coin());
         const bool isWide = coin(), isRound = coin();
         for (int i = integer(0, 20); i > 0; --i)
-            made->addVertexAt(made->numVerts(), flatPlace(), isRound ? real(-3, 3) : 0.0, isWide ? real(0, 2) : 0.0,
-                              isWide ? real(0, 2) : 0.0);
+            made->addVertexAt(made->numVerts(), flatPlace(), isRound ? real(-3, 3) : 0.0,
+                              isWide ? real(0, 2) : 0.0, isWide ? real(0, 2) : 0.0);
         return made;
     }
     AcDbEntity* ellipse() {
@@ -50,7 +51,8 @@ protected:
             return new AcDbEllipse(place(), normal, major, ratio);
         case 1: {
             const double start = integer(-4, 4) * AcGe::kPi / 2.0;
-            return new AcDbEllipse(place(), normal, major, ratio, start, start + integer(1, 4) * AcGe::kPi / 2.0);
+            return new AcDbEllipse(place(), normal, major, ratio, start,
+                                   start + integer(1, 4) * AcGe::kPi / 2.0);
         }
         default: {
             auto* const made = new AcDbEllipse(place(), normal, major, ratio);
@@ -66,7 +68,8 @@ protected:
         AcGeDoubleArray knots, weights;
         for (int i = 0; i < count; ++i) points.append(place());
         for (int i = 0; i < count; ++i) weights.append(real(0.1, 4));
-        for (double knot = real(-1, 1); knots.length() < count + degree + 1; knot += real(0, 1)) knots.append(knot);
+        for (double knot = real(-1, 1); knots.length() < count + degree + 1; knot += real(0, 1))
+            knots.append(knot);
         return new AcDbSpline(degree, coin(), coin(), coin(), points, knots, weights, real(0, 1), real(0, 1));
     }
     AcGeCurve2d* edge(int type) {
@@ -78,8 +81,8 @@ protected:
                                      AcGeVector2d(real(-1, 1), real(-1, 1)), coin());
         case 3: {
             const AcGeVector2d major(real(-1, 1), real(-1, 1));
-            return new AcGeEllipArc2d(flatPlace(), major, major.perpVector() * (coin() ? 1.0 : -1.0), real(0, 50),
-                                      real(0, 50), real(-7, 7), real(-7, 14));
+            return new AcGeEllipArc2d(flatPlace(), major, major.perpVector() * (coin() ? 1.0 : -1.0),
+                                      real(0, 50), real(0, 50), real(-7, 7), real(-7, 14));
         }
         default: {
             AcGeKnotVector knots(real(0, 0.1));
@@ -145,9 +148,9 @@ protected:
 TEST_F(EntityFilerRounds, GiveTheSameRecordToTheBit) {
     const std::vector<Kind> all = kinds();
     const std::function<AcDbEntity*()> makers[] = {
-        [this] { return line(); },    [this] { return arc(); },     [this] { return polyline(); },
-        [this] { return circle(); },  [this] { return ellipse(); }, [this] { return spline(); },
-        [this] { return spline(); },  [this] { return hatch(); },   [this] { return hatch(); },
+        [this] { return line(); },   [this] { return arc(); },     [this] { return polyline(); },
+        [this] { return circle(); }, [this] { return ellipse(); }, [this] { return spline(); },
+        [this] { return spline(); }, [this] { return hatch(); },   [this] { return hatch(); },
     };
     for (std::size_t at = 0; at < all.size(); ++at) {
         for (int round = 0; round < 300; ++round) {

@@ -28,8 +28,8 @@ Items withColor(Items items, int color) {
     return items;
 }
 
-/// Of every item the record up to it alone, then the record with another item in its place: what reading gives, and
-/// what it leaves of the entity.
+/// Of every item the record up to it alone, then the record with another item in its place: what reading
+/// gives, and what it leaves of the entity.
 template <class Filer, class Fill, class Read, class Check>
 void damageEachItem(const Kind& kind, const Fill& fill, const Read& read, const Check& check) {
     for (std::size_t place = 0; place < kind.record.size(); ++place) {
@@ -74,7 +74,8 @@ TEST_F(EntityFiler, FilesWhatDrawingsHold) {
         const Held ofBinary = priorOf(kind), ofText = priorOf(kind);
         EXPECT_EQ(kind.dwgIn(&binary, ofBinary.get()), Acad::eOk);
         EXPECT_EQ(kind.dxfIn(&text, ofText.get()), Acad::eOk);
-        EXPECT_EQ(toldBinary(kind, *ofBinary), asBinary(kind.record)) << "old vertices and loops are replaced";
+        EXPECT_EQ(toldBinary(kind, *ofBinary), asBinary(kind.record))
+            << "old vertices and loops are replaced";
         EXPECT_EQ(toldText(kind, *ofText), asText(kind.record));
         Adesk::Int32 next = 0;
         AcDbDxfGroup group;
@@ -137,7 +138,8 @@ TEST_F(EntityFiler, DamagedItemsFailTheFilerAndLeaveTheEntity) {
                 filer.resetFilerStatus();
                 AcDbDxfGroup group;
                 EXPECT_EQ(filer.readItem(group), isCut ? Acad::eEndOfObject : Acad::eOk);
-                EXPECT_EQ(group.code, isCut ? 0 : due.code() + 1) << "what came instead is the owner's to read";
+                EXPECT_EQ(group.code, isCut ? 0 : due.code() + 1)
+                    << "what came instead is the owner's to read";
             });
     }
 }
@@ -289,11 +291,16 @@ TEST_F(EntityFiler, AnApplicationsClassIsFiledAsTheKindAboveIt) {
 
 TEST_F(EntityFiler, WhatCannotBeMadeIsToldByItsStatus) {
     const std::pair<const char*, int> cases[] = {
-        {"I32 2, S AcDbLine, I32 2", 301}, {"I32 9", 301},
-        {"I32 1, S NoSuchClass", 34},      {"I32 1, S AcDbDictionary", 20},
-        {"I32 1, S AcDbEntity", 20},       {"I32 1, S AcDbCurve", 20},
-        {"I16 1, S AcDbLine", 51},         {"I32 1, I32 5", 51},
-        {"I32 1", 51},                     {"", 51},
+        {"I32 2, S AcDbLine, I32 2", 301},
+        {"I32 9", 301},
+        {"I32 1, S NoSuchClass", 34},
+        {"I32 1, S AcDbDictionary", 20},
+        {"I32 1, S AcDbEntity", 20},
+        {"I32 1, S AcDbCurve", 20},
+        {"I16 1, S AcDbLine", 51},
+        {"I32 1, I32 5", 51},
+        {"I32 1", 51},
+        {"", 51},
     };
     for (const auto& [items, status] : cases) {
         SCOPED_TRACE(items);

@@ -15,8 +15,8 @@ constexpr double kPi = 3.14159265358979323846;
 
 // The angle of a direction in the ellipse's plane, from the point itself.
 double seenAt(const AcDbEllipse& ellipse, double parameter) {
-    const AcGePoint3d point =
-        ellipse.center() + ellipse.majorAxis() * std::cos(parameter) + ellipse.minorAxis() * std::sin(parameter);
+    const AcGePoint3d point = ellipse.center() + ellipse.majorAxis() * std::cos(parameter) +
+                              ellipse.minorAxis() * std::sin(parameter);
     const AcGeVector3d minor = ellipse.normal().crossProduct(ellipse.majorAxis());
     const AcGeVector3d away = point - ellipse.center();
     return std::atan2(away.dotProduct(minor), away.dotProduct(ellipse.majorAxis()));
@@ -40,8 +40,8 @@ TEST(EllipseAngles, AreThoseThatWereSetHoweverOften) {
         const double first = ellipse.startAngle(), last = ellipse.endAngle();
         for (int again = 0; again < 3; ++again) {
             ASSERT_EQ(ellipse.setStartAngle(ellipse.startAngle()), Acad::eOk);
-            ASSERT_EQ(ellipse.set(ellipse.center(), ellipse.normal(), ellipse.majorAxis(), ratio, ellipse.startAngle(),
-                                  ellipse.endAngle()),
+            ASSERT_EQ(ellipse.set(ellipse.center(), ellipse.normal(), ellipse.majorAxis(), ratio,
+                                  ellipse.startAngle(), ellipse.endAngle()),
                       Acad::eOk);
         }
         EXPECT_EQ(ellipse.startAngle(), first) << ratio;
@@ -68,8 +68,8 @@ TEST(EllipticEdges, AreThoseThatWereGivenToTheBit) {
     for (int round = 0; round < 500; ++round) {
         const AcGeVector2d major(values(random), values(random));
         AcGeEllipArc2d given({values(random), values(random)}, major,
-                             round % 2 ? major.perpVector() : -major.perpVector(), values(random), values(random),
-                             angles(random), angles(random));
+                             round % 2 ? major.perpVector() : -major.perpVector(), values(random),
+                             values(random), angles(random), angles(random));
         AcDbHatch hatch;
         AcGeVoidPointerArray edges, found;
         AcArray<int> types, foundTypes;
