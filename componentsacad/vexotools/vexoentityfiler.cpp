@@ -22,12 +22,11 @@ using vexo::EntityItems;
 constexpr Adesk::Int32 wrapperVersion = 1;
 constexpr Adesk::Int32 kindVersion = 2;
 constexpr Adesk::Int32 firstVersionWithColor = 2;
-/// What stands in the class dictionary under no name.
-constexpr auto classIsUnknown = static_cast<Acad::ErrorStatus>(34);
 
 Acad::ErrorStatus refuseNull() {
-    if (DebugLogOption & 1) return Acad::eNullEntityPointer; // where a diagnostic build reports
-    return Acad::eNullEntityPointer;
+    const Acad::ErrorStatus status = Acad::eNullEntityPointer;
+    if (DebugLogOption & 1) return status; // where a diagnostic build reports
+    return status;
 }
 
 // One kind.
@@ -89,7 +88,7 @@ Acad::ErrorStatus makeEntity(const wchar_t* className, AcDbEntity*& entity) {
     const AcRxDictionary* const classes =
         registry ? AcRxDictionary::cast(registry->at(L"ClassDictionary")) : nullptr;
     const AcRxClass* const found = classes ? AcRxClass::cast(classes->at(className)) : nullptr;
-    if (!found) return classIsUnknown;
+    if (!found) return Acad::eInvalidSymbolTableName;
     AcRxObject* const made = found->isDerivedFrom(AcDbEntity::desc()) ? found->create() : nullptr;
     entity = static_cast<AcDbEntity*>(made);
     return entity ? Acad::eOk : Acad::eNullEntityPointer;

@@ -7,6 +7,7 @@
 #include "dbdeepclonefiler.h"
 #include "dbopaque.h"
 #include "memorydwgfiler.h"
+#include "memorydxffiler.h"
 
 #include <cmath>
 
@@ -98,6 +99,46 @@ TEST(MemoryFilers, WhatWasNotWrittenIsNotRead) {
     EXPECT_EQ(filer.seek(second, 0), Acad::eOk);
     filer.writeBool(true);
     EXPECT_LT(filer.size(), static_cast<std::size_t>(end)) << "what stood from there on is dropped";
+}
+
+TEST(MemoryFilers, TextGroupsComeBackAsTheyWereWritten) {
+    hostkit::MemoryDxfFiler filer;
+    const double point[] = {1, 2, 3};
+    const auto write = [&] {
+        filer.writeSubclassMark(L"First");
+        filer.writeInt16(70, -5);
+        filer.writeInt32(90, -2147483647);
+        filer.writePoint(10, point, 2);
+        filer.writePoint(10, point, 3);
+        filer.writeSubclassMark(L"Second");
+        filer.writeAngle(50, 0.1);
+        filer.writeString(1, L"Ausführung \U0001F600");
+    };
+    write();
+    for (int round = 0; round < 2; ++round, filer.rewind()) {
+        AcDbDxfGroup group;
+        const auto next = [&] { return filer.readItem(group) == Acad::eOk ? int{group.code} : -1; };
+        EXPECT_EQ(next(), -1) << "a mark stands before it";
+        ASSERT_TRUE(filer.atSubclassData(L"First"));
+        EXPECT_TRUE(next() == 70 && group.integer == -5);
+        filer.pushBackItem();
+        EXPECT_TRUE(next() == 70 && group.integer == -5);
+        EXPECT_TRUE(next() == 90 && group.integer == -2147483647);
+        EXPECT_TRUE(next() == 10 && group.dimension == 2 && group.point[1] == 2 && group.point[2] == 0);
+        EXPECT_FALSE(filer.atEndOfObject());
+        EXPECT_TRUE(next() == 10 && group.dimension == 3 && group.point[2] == 3);
+        EXPECT_TRUE(filer.atEndOfObject());
+        EXPECT_EQ(filer.readItem(group), Acad::eEndOfObject);
+        EXPECT_FALSE(filer.atSubclassData(L"Third"));
+        ASSERT_TRUE(filer.atSubclassData(L"Second"));
+        EXPECT_TRUE(next() == 50 && filer.angleOf(group) == 0.1);
+        resbuf* const record = acutNewRb(0);
+        EXPECT_EQ(filer.readResBuf(record), Acad::eOk);
+        EXPECT_STREQ(record->resval.rstring, L"Ausführung \U0001F600");
+        acutRelRb(record);
+        EXPECT_EQ(next(), -1);
+        EXPECT_EQ(filer.filerStatus(), Acad::eOk) << "an end is no failure";
+    }
 }
 
 TEST(BinaryRecords, AnApplicationsClassFilesItsItemsBehindItsParents) {
