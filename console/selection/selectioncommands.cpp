@@ -11,6 +11,7 @@
 #include "dbsymtb.h"
 #include "documentselection.h"
 #include "escaping.h"
+#include "host.h"
 #include "modulecommand.h"
 #include "numbertext.h"
 #include "selectioninput.h"
@@ -84,7 +85,8 @@ std::string selectionAsJson(const std::vector<AcDbObjectId>& ids) {
     return json + "]\n}";
 }
 
-// RTNORM also for a selection without entities; a word that begins the report ends it.
+// RTNORM also for a selection without entities. A word that begins the report ends it; behind an Enter of the
+// line, and behind the one way of Single, it comes as an answer of its own.
 int selectByPrompt(AcApDocument& document, const hostkit::SelectionFilter& filter,
                    std::vector<AcDbObjectId>& ids, ReportForm& form) {
     const hostkit::SelectionMode mode;
@@ -99,6 +101,11 @@ int selectByPrompt(AcApDocument& document, const hostkit::SelectionFilter& filte
         acedGetInput(word);
     }
     form = word == L"Json" ? ReportForm::json : ReportForm::table;
+    if (result != RTKWORD && !hostkit::Host::current()->runningCommand()->input.rest().empty()) {
+        const std::optional<ReportForm> named = readReportForm();
+        if (!named) return RTCAN;
+        form = *named;
+    }
     ids = selection.ids();
     return RTNORM;
 }

@@ -1,5 +1,6 @@
 #include "aced.h"
 #include "cvxlogentry.h"
+#include "dbblockreference.h"
 #include "dbblocktablerecord.h"
 #include "dbdatabase.h"
 #include "dbent.h"
@@ -32,9 +33,13 @@ CString placeOf(const AcDbEntity& entity, const Showings& showings) {
     if (block.status() != Acad::eOk || block->getName(name) != Acad::eOk) return L"nowhere";
     if (entity.blockId() == entity.database()->modelSpaceId()) return L"model space";
     if (acutWcMatch(CString(name).MakeUpper(), L"`*PAPER_SPACE*") == RTNORM) return L"a sheet";
+    CString place;
+    if (AcDbBlockReference::cast(&entity)) {
+        place.Format(L"block \"%s\"", name); // shown are what it refers to, and not the reference
+        return place;
+    }
     const auto found = showings.find(entity.objectId());
     const int count = found == showings.end() ? 0 : found->second;
-    CString place;
     place.Format(count == 0 ? L"block \"%s\", not inserted" : L"block \"%s\", inserted %d x", name, count);
     return place;
 }

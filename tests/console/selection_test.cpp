@@ -46,10 +46,13 @@ TEST_F(SelectionConsole, whatIsSelectedIsToldAndTheNextCommandsUseIt) {
 }
 
 TEST_F(SelectionConsole, theReportAsJsonGoesToAFile) {
-    floor("SELECT (62 . 256) (0 . \"CIRCLE,ARC\") ALL JSON " + (folder / "s.json") + "\n");
-    std::ifstream file(folder / "s.json");
-    const std::string json((std::istreambuf_iterator<char>(file)), {});
-    expectHas(json, {"\"selected\": 2,", "\"byType\": {\"CIRCLE\": 2}", "\"byLayer\": {\"TREMIES\": 2}"});
+    for (const std::string end : {" JSON ", " \"\" JSON "}) { // an Enter of the line ends the ways too
+        const std::string name = folder / (std::to_string(end.size()) + ".json");
+        floor("SELECT (62 . 256) (0 . \"CIRCLE,ARC\") ALL" + end + name + "\n");
+        std::ifstream file(name);
+        const std::string json((std::istreambuf_iterator<char>(file)), {});
+        expectHas(json, {"\"selected\": 2,", "\"byType\": {\"CIRCLE\": 2}", "\"byLayer\": {\"TREMIES\": 2}"});
+    }
 }
 
 TEST_F(SelectionConsole, propertiesAreChangedTogetherOrNotAtAll) {
