@@ -19,7 +19,10 @@ namespace {
 /// Records of a table, by their stubs in order.
 using Records = std::vector<const AcDbStub*>;
 
+// Of a few records each is compared: which of them are the same can be foretold, which come before cannot.
 bool contains(const Records& records, AcDbObjectId id) {
+    constexpr std::size_t few = 8;
+    if (records.size() <= few) return std::find(records.begin(), records.end(), id.stub()) != records.end();
     return std::binary_search(records.begin(), records.end(), id.stub(), std::less<>());
 }
 
