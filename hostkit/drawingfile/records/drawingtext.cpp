@@ -10,7 +10,7 @@ namespace {
 
 constexpr wchar_t escapedByteBase = 0xDC00;
 
-bool isPlain(unsigned char byte) { return byte < 0x80 && byte != '\\' && byte != '^'; }
+bool isPlain(unsigned char byte) { return byte < 0x80 && byte != '\\' && byte != '^' && byte != 0; }
 
 // The length of the well-formed UTF-8 character at the front, or 0.
 std::size_t characterLength(std::string_view bytes) {
@@ -191,6 +191,7 @@ void DrawingText::decode(std::string_view bytes, std::wstring& text) const {
     }
     decodeBytes(bytes, text);
     resolveEscapes(text);
+    std::erase(text, L'\0'); // as nothing could be written that reads back to it
 }
 
 std::wstring DrawingText::decode(std::string_view bytes) const {

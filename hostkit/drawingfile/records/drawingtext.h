@@ -24,7 +24,7 @@ public:
         : m_page(page) {}
 
     CodePage page() const { return m_page; }
-    /// Replaces the content of `text`.
+    /// Replaces the content of `text`, which holds no NUL: those of the file are passed over.
     void decode(std::string_view bytes, std::wstring& text) const;
     std::wstring decode(std::string_view bytes) const;
     /// Appends to `bytes`.
