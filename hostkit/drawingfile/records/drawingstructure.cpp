@@ -36,6 +36,7 @@ private:
     void takeRecord(std::string_view name, std::size_t begin) {
         endVariable(begin);
         m_awaitsName = nullptr;
+        if (name == "TABLE" || name == "ENDSEC") endTable(begin);
         if (name == "SECTION")
             open(m_structure.sections, begin);
         else if (name == "TABLE")
@@ -51,6 +52,14 @@ private:
         else if (name == "EOF")
             m_structure.endMark = begin;
         if (name == "ENDSEC") m_inHeader = false;
+    }
+
+    // One without an end mark ends with its section at the latest: what comes into it must not stand in
+    // another.
+    void endTable(std::size_t begin) {
+        if (m_structure.tables.empty()) return;
+        NamedSpan& last = m_structure.tables.back();
+        if (last.end == last.begin && m_open != &m_structure.tables) last.closing = last.end = begin;
     }
 
     void takeVariable(const RawGroup& group, std::size_t begin) {
