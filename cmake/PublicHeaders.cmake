@@ -2,7 +2,7 @@
 
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
-  vexoacadprogressbar.h vexoacadsystemtools.h vexodatabasetools.h vexodlgexitapp.h vexodlglistck.h vexodlgsavefile.h
+  vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h vexodlgexitapp.h vexodlglistck.h vexodlgsavefile.h
   vexodlgwarningck.h vexoentityfiler.h vexogeometrytools.h vexoidfiller.h vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoprogressbar.h
   vexoprogressbarsmart.h vexoregistrytools.h vexoselectiontools.h vexosmartlock.h vexosmartopen.h vexosmartpointer.h
   vexosmartundorecording.h vexotools.h vexouitools.h)

@@ -1,36 +1,11 @@
 #include "picturesink.h"
 
-#include "consoletext.h"
+#include "letterface.h"
 
 #include <algorithm>
 
-#include <string_view>
-
-namespace {
-
-// Advance widths in thousandths of the type size for the characters from blank to tilde, of the common
-// sans-serif faces.
-constexpr short advances[] = {
-    278,  278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278, //
-    556,  556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556, //
-    1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778, //
-    667,  778, 722, 667, 611, 722, 667, 944, 667, 667, 611, 278, 278, 278, 469, 556, //
-    333,  556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500, 222, 833, 556, 556, //
-    556,  556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};
-// Capitals of these faces are so high for a type size of 1.
-constexpr double capitalHeight = 0.72;
-
-} // namespace
-
 double estimatedWidth(const std::wstring& text) {
-    double thousandths = 0.0;
-    for (const wchar_t character : text) {
-        if (character >= L' ' && character <= L'~')
-            thousandths += advances[character - L' '];
-        else
-            thousandths += 556.0 * static_cast<double>(columnsOf(std::wstring_view(&character, 1)));
-    }
-    return thousandths / 1000.0 / capitalHeight;
+    return hostkit::lineWidth(text, hostkit::LetterFace::sans());
 }
 
 double estimatedWidth(const std::vector<TextRun>& runs) {

@@ -61,7 +61,7 @@ public:
     virtual double scale() const = 0;
 };
 
-/// The width that a line of text takes, in heights of capitals, by the average widths of a sans-serif face.
+/// The width that a line of text takes, in heights of capitals, by the widths of the common sans-serif face.
 /// Good to a tenth or so: whoever shows the picture chooses the face.
 double estimatedWidth(const std::vector<TextRun>& runs);
 double estimatedWidth(const std::wstring& text);

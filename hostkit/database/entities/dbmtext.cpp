@@ -7,6 +7,8 @@
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "paragraphlayout.h"
+#include "paragraphparts.h"
 #include "symbolnames.h"
 #include "textmarkup.h"
 
@@ -20,6 +22,12 @@ namespace {
 
 constexpr double kSmallestLineSpacing = 0.25;
 constexpr double kLargestLineSpacing = 4.0;
+constexpr Adesk::Int16 kExactSpacing = 2;
+
+// Columns from left to right, then rows from the top.
+int placeOf(Adesk::Int16 attachment) {
+    return std::clamp<int>(attachment, AcDbMText::kTopLeft, AcDbMText::kBottomRight) - AcDbMText::kTopLeft;
+}
 
 AcGeVector3d xAxisOf(const AcGeVector3d& normal) { return hostkit::toWorld(normal, AcGeVector3d::kXAxis); }
 
@@ -113,55 +121,33 @@ Acad::ErrorStatus AcDbMText::setLineSpacingFactor(double factor) {
                              m_lineSpacingFactor, factor);
 }
 
-std::vector<std::wstring> AcDbMText::lines() const {
-    std::vector<std::wstring> paragraphs = hostkit::visibleLines(m_contents);
-    const double characters = m_width / (hostkit::kReckonedCharacterWidth * m_textHeight);
-    // A box that no text fills breaks nothing, and the number of its characters may be beyond counting.
-    if (!(characters > 0.0 && characters < static_cast<double>(m_contents.size()))) return paragraphs;
-    const auto longest = std::max<std::size_t>(1, static_cast<std::size_t>(characters));
-    std::vector<std::wstring> broken;
-    for (const std::wstring& paragraph : paragraphs)
-        for (std::wstring& line : hostkit::brokenAtBlanks(paragraph, longest))
-            broken.push_back(std::move(line));
-    return broken;
+hostkit::ParagraphLayout AcDbMText::layout() const {
+    return hostkit::laidOut(m_contents, {.textStyle = m_styleId,
+                                         .height = m_textHeight,
+                                         .width = m_width,
+                                         .lineSpacingFactor = m_lineSpacingFactor,
+                                         .isSpacingExact = m_lineSpacingStyle == kExactSpacing,
+                                         .column = placeOf(m_attachment) % 3});
 }
 
-double AcDbMText::lineWidth(const std::wstring& line) const {
-    return hostkit::kReckonedCharacterWidth * m_textHeight * static_cast<double>(line.size());
+double AcDbMText::topOf(const hostkit::ParagraphLayout& layout) const {
+    return layout.height * (placeOf(m_attachment) / 3) / 2.0; // NOLINT(bugprone-integer-division): a row
 }
 
-double AcDbMText::actualWidth() const {
-    double widest = 0.0;
-    for (const std::wstring& line : lines()) widest = std::max(widest, lineWidth(line));
-    return widest;
-}
-
-double AcDbMText::actualHeight() const {
-    const std::vector<std::wstring> all = lines();
-    const bool isBlank =
-        std::all_of(all.begin(), all.end(), [](const std::wstring& line) { return line.empty(); });
-    if (isBlank) return 0.0;
-    const auto steps = static_cast<double>(all.size() - 1);
-    return m_textHeight * (1.0 + steps * hostkit::kReckonedLinePitch * m_lineSpacingFactor);
-}
-
-AcGeVector2d AcDbMText::topLeft(double width, double height) const {
-    const int place = std::clamp<int>(m_attachment, kTopLeft, kBottomRight) - kTopLeft;
-    return {-width * (place % 3) / 2.0, height * (place / 3) / 2.0};
-}
+double AcDbMText::actualWidth() const { return layout().width(); }
+double AcDbMText::actualHeight() const { return layout().height; }
 
 bool AcDbMText::letterBox(AcGePoint3d (&corners)[4]) const {
-    const double width = actualWidth();
-    const double height = actualHeight();
-    if (!(width > 0.0)) return false;
+    const hostkit::ParagraphLayout layout = this->layout();
+    if (!(layout.width() > 0.0)) return false;
     const AcGeVector3d x = direction();
     const AcGeVector3d y = m_normal.crossProduct(x);
-    const AcGeVector2d corner = topLeft(width, height);
+    const double top = topOf(layout);
     const auto at = [&](double along, double up) { return m_location + x * along + y * up; };
-    corners[0] = at(corner.x, corner.y);
-    corners[1] = at(corner.x + width, corner.y);
-    corners[2] = at(corner.x + width, corner.y - height);
-    corners[3] = at(corner.x, corner.y - height);
+    corners[0] = at(layout.left, top);
+    corners[1] = at(layout.right, top);
+    corners[2] = at(layout.right, top - layout.height);
+    corners[3] = at(layout.left, top - layout.height);
     return true;
 }
 
@@ -175,21 +161,7 @@ Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
 }
 
 Acad::ErrorStatus AcDbMText::explode(AcDbVoidPtrArray& parts) const {
-    const std::vector<std::wstring> all = lines();
-    const double height = actualHeight();
-    const AcGeVector3d x = direction();
-    const AcGeVector3d y = m_normal.crossProduct(x);
-    double down = m_textHeight;
-    for (const std::wstring& line : all) {
-        const AcGeVector2d corner = topLeft(lineWidth(line), height);
-        const AcGePoint3d base = m_location + x * corner.x + y * (corner.y - down);
-        down += m_textHeight * hostkit::kReckonedLinePitch * m_lineSpacingFactor;
-        if (line.empty()) continue;
-        AcDbText* text = new AcDbText(base, line.c_str(), m_styleId, m_textHeight, rotation());
-        (void)text->setNormal(m_normal);
-        (void)text->setPropertiesFrom(this);
-        parts.append(text);
-    }
+    for (auto& part : hostkit::partsOf(*this)) parts.append(part.release());
     return Acad::eOk;
 }
 

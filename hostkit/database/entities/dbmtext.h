@@ -1,16 +1,16 @@
-// Stand-in for the host's AcDbMText. Covers contents, box and attachment; leaves out layout of lines by font metrics.
+// Stand-in for the host's AcDbMText. Covers contents, box, attachment and the layout of lines; leaves out columns and writing from top to bottom.
 #pragma once
 
 #include "dbent.h"
-#include "gevec2d.h"
 
 #include <string>
-#include <vector>
 
-/// A paragraph of text in a box. Contents have the format's own codes in them (\\P for a new line).
-///
-/// The box of a paragraph is reckoned without its font: 0.6 of the height for each character, lines 5/3 of
-/// the height apart, lines broken at the box's width.
+namespace hostkit {
+struct ParagraphLayout;
+}
+
+/// A paragraph of text in a box. Contents have the format's own codes in them (\\P for a new line). Lines are
+/// laid out by the widths of letters that the kit knows (paragraphlayout.h), and broken at the box's width.
 class AcDbMText : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbMText)
 
@@ -69,14 +69,18 @@ public:
     double lineSpacingFactor() const { return m_lineSpacingFactor; }
     /// eInvalidInput outside 0.25 to 4.
     Acad::ErrorStatus setLineSpacingFactor(double factor);
-    /// Of the widest line, and from the top of the first line to the base of the last one. 0 without a
-    /// letter.
+    /// Of what is seen: from the leftmost to the rightmost letter edge, and from the top of the first line to
+    /// the lowest tail of the last one. 0 without a letter.
     double actualWidth() const;
     double actualHeight() const;
+    /// The lines with their pieces; places along the direction count from the location.
+    hostkit::ParagraphLayout layout() const;
+    /// How far the top of a layout is above the location.
+    double topOf(const hostkit::ParagraphLayout& layout) const;
     /// The corners of the box in the world, around it from the left top one; false for a paragraph of which
     /// nothing is seen.
     bool letterBox(AcGePoint3d (&corners)[4]) const;
-    /// A text for each line that has a letter.
+    /// A text for each run of letters of one look, and a line for the bar of each stack (paragraphparts.h).
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
     /// eInvalidExtents for a paragraph of which nothing is seen.
@@ -94,11 +98,6 @@ private:
     /// follow. A mirrored paragraph is the same one seen from behind, so that its letters are where their
     /// images are.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
-    /// The lines as they stand in the box, broken at its width.
-    std::vector<std::wstring> lines() const;
-    /// The left top corner of a block of that size, along and across the direction from the location.
-    AcGeVector2d topLeft(double width, double height) const;
-    double lineWidth(const std::wstring& line) const;
 
     struct Filing;
     Adesk::Int16 m_attachment = kTopLeft;

@@ -8,6 +8,7 @@
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "paragraphlook.h"
 #include "symbolnames.h"
 #include "textmarkup.h"
 
@@ -164,8 +165,8 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
 
 double AcDbText::estimatedWidth(const std::wstring& wording) const {
     if (isBetweenPoints()) return m_ecsPosition.distanceTo(m_ecsAlignment);
-    const auto letters = static_cast<double>(hostkit::visibleText(wording).size());
-    return hostkit::kReckonedCharacterWidth * letters * m_height * m_widthFactor;
+    const hostkit::LetterFace& face = hostkit::faceOfStyle(m_styleId);
+    return hostkit::lineWidth(hostkit::visibleText(wording), face) * m_height * m_widthFactor;
 }
 
 void AcDbText::alignPosition() {

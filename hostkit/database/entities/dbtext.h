@@ -11,9 +11,9 @@ class FlatMotion;
 
 /// One line of text. Angles are in radians.
 ///
-/// The box of a text is reckoned without its font: from the base line up by the height, and along it 0.6 of
-/// the height for each character, times the width factor, with %% codes counted as the characters they stand
-/// for. Aligned and fitted texts run between their two points.
+/// The box of a text goes from the base line up by the height, and along it by the advances of its letters
+/// (letterface.h), times height and width factor, with %% codes counted as the characters they stand for.
+/// Aligned and fitted texts run between their two points.
 ///
 /// Other alignments hang on the alignment point. When a setter changes such a text its position follows, by
 /// the same reckoning; a text that is only read keeps the position of its file.

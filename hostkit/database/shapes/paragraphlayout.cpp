@@ -27,20 +27,12 @@ void placeDown(std::vector<ParagraphLine>& lines, const std::vector<double>& hei
     }
 }
 
-double startOf(const ParagraphLine& line, double frameWidth, int column) {
-    const double width = line.right - line.left;
-    const double frameStart = column == 0 ? 0.0 : column == 1 ? -frameWidth / 2.0 : -frameWidth;
-    const double room = frameWidth - width;
-    switch (line.alignment) {
-    case L'l':
-        return frameStart;
-    case L'c':
-        return frameStart + room / 2.0;
-    case L'r':
-        return frameStart + room;
-    default:
-        return column == 0 ? 0.0 : column == 1 ? -width / 2.0 : -width;
-    }
+// Of a line that is so wide. One with an alignment of its own stands within the frame's width.
+double startOf(const ParagraphLine& line, double width, double frameWidth, int column) {
+    const int wanted = line.columnOr(column);
+    const double room = line.alignment == 0 ? 0.0 : frameWidth - width;
+    const double around = width + room;
+    return (wanted * room - column * around) / 2.0;
 }
 
 void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
@@ -50,7 +42,7 @@ void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
     layout.right = -layout.left;
     for (ParagraphLine& line : layout.lines) {
         if (line.isBlank()) continue;
-        const double shift = startOf(line, widest, frame.column) - line.left;
+        const double shift = startOf(line, line.right - line.left, widest, frame.column) - line.left;
         for (ParagraphPiece& piece : line.pieces) piece.x += shift;
         line.left += shift;
         line.right += shift;
@@ -59,7 +51,39 @@ void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
     }
 }
 
+bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+
 } // namespace
+
+int ParagraphLine::columnOr(int paragraphColumn) const {
+    switch (alignment) {
+    case L'l':
+        return 0;
+    case L'c':
+        return 1;
+    case L'r':
+        return 2;
+    default:
+        return paragraphColumn;
+    }
+}
+
+std::wstring ParagraphLine::text() const {
+    using Role = ParagraphPiece::StackRole;
+    std::wstring seen;
+    Role last = Role::none;
+    for (const ParagraphPiece& piece : pieces) {
+        const bool isOnNumber =
+            !seen.empty() && isDigit(seen.back()) && !piece.text.empty() && isDigit(piece.text.front());
+        if (piece.role == Role::upper && isOnNumber) seen += L' ';
+        if (piece.role == Role::lower && last == Role::upper && !piece.text.empty()) seen += L' ';
+        if (piece.role == Role::divider) seen += L'/';
+        seen += piece.text;
+        last = piece.role;
+    }
+    const std::size_t first = std::min(seen.find_first_not_of(L' '), seen.size());
+    return seen.substr(first, seen.find_last_not_of(L' ') + 1 - first);
+}
 
 ParagraphLayout laidOut(std::wstring_view contents, const ParagraphFrame& frame) {
     ParagraphLineMaker maker(frame);

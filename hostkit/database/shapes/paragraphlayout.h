@@ -18,14 +18,17 @@ struct ParagraphPiece {
         bar,  ///< from (x, rise) on, `width` along
         slash ///< from (x, rise) on, `width` along and the look's height up, of both parts together
     };
+    enum class StackRole { none, upper, divider, lower };
     Kind kind = Kind::letters;
+    StackRole role = StackRole::none;
     ParagraphLook look;
     std::wstring text{};
     double x = 0.0;    ///< of the start of its first letter
     double rise = 0.0; ///< of its base line above that of its line
     double width = 0.0;
     double fullHeight = 0.0; ///< of the letters, or of the stack that it is a part of
-    bool isStacked = false;
+
+    bool isStacked() const { return role != StackRole::none; }
 };
 
 struct ParagraphLine {
@@ -40,6 +43,11 @@ struct ParagraphLine {
     wchar_t alignment = 0;
 
     bool isBlank() const { return !(right > left); }
+    /// 0 for lines that begin at the left, 1 for centred ones, 2 for those that end at the right.
+    int columnOr(int paragraphColumn) const;
+    /// What is seen of it, without blanks around; of a stack the upper part, the bar and the lower part,
+    /// behind a digit with a blank between: 10 1/2.
+    std::wstring text() const;
 };
 
 /// What a paragraph is laid out into.

@@ -64,7 +64,7 @@ double letterHeight(const std::vector<ParagraphPiece>& pieces, double otherwise)
     double ofLetters = 0.0;
     double ofStacks = 0.0;
     for (const ParagraphPiece& piece : pieces) {
-        double& height = piece.isStacked ? ofStacks : ofLetters;
+        double& height = piece.isStacked() ? ofStacks : ofLetters;
         height = std::max(height, piece.fullHeight);
     }
     return ofLetters > 0.0 ? ofLetters : ofStacks > 0.0 ? ofStacks : otherwise;
@@ -79,7 +79,7 @@ std::vector<ParagraphPiece> joined(std::vector<ParagraphPiece> pieces) {
     std::vector<ParagraphPiece> runs;
     for (ParagraphPiece& piece : pieces) {
         const bool goesOn =
-            !runs.empty() && !piece.isStacked && !runs.back().isStacked && runs.back().look == piece.look;
+            !runs.empty() && !piece.isStacked() && !runs.back().isStacked() && runs.back().look == piece.look;
         if (goesOn) {
             runs.back().text += piece.text;
             runs.back().width += piece.width;

@@ -28,13 +28,17 @@ bool ParagraphLook::*lineMarkOf(wchar_t code) {
 
 } // namespace
 
+const LetterFace& faceOfStyle(AcDbObjectId textStyle) {
+    const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(textStyle);
+    return style ? LetterFace::ofFile(style->fileName()) : LetterFace::strokes();
+}
+
 ParagraphLook ParagraphLook::ofStyle(AcDbObjectId textStyle, double height) {
     ParagraphLook look;
     look.height = std::isfinite(height) && height > 0.0 ? height : 0.0;
-    look.face = &LetterFace::strokes();
+    look.face = &faceOfStyle(textStyle);
     const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(textStyle);
     if (!style) return look;
-    look.face = &LetterFace::ofFile(style->fileName());
     look.widthFactor = style->xScale();
     look.oblique = style->obliquingAngle();
     return look;

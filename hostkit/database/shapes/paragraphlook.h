@@ -13,6 +13,9 @@ namespace hostkit {
 
 struct MarkupPiece;
 
+/// Null is the standing style.
+const LetterFace& faceOfStyle(AcDbObjectId textStyle);
+
 struct ParagraphLook {
     const LetterFace* face = nullptr;
     std::wstring font{}; ///< as a code names it; empty: the style's

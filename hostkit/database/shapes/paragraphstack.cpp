@@ -29,20 +29,22 @@ struct StackParts {
     }
 };
 
-ParagraphPiece part(const ParagraphLook& look, const std::wstring& text, double x, double rise) {
-    return {.look = look, .text = text, .x = x, .rise = rise, .width = advanceOf(text, look)};
+using Role = ParagraphPiece::StackRole;
+
+ParagraphPiece part(const ParagraphLook& look, Role role, const std::wstring& text, double x, double rise) {
+    return {.role = role, .look = look, .text = text, .x = x, .rise = rise, .width = advanceOf(text, look)};
 }
 
 ParagraphPiece dividingLine(const ParagraphLook& look, ParagraphPiece::Kind kind, double x, double rise,
                             double width) {
-    return {.kind = kind, .look = look, .x = x, .rise = rise, .width = width};
+    return {.kind = kind, .role = Role::divider, .look = look, .x = x, .rise = rise, .width = width};
 }
 
 StackPieces diagonalStack(const StackParts& parts, const ParagraphLook& look) {
     StackPieces stack;
-    ParagraphPiece upper = part(look, parts.upper, 0.0, look.height);
+    ParagraphPiece upper = part(look, Role::upper, parts.upper, 0.0, look.height);
     const double room = kSlashWidth * look.height * look.widthFactor;
-    ParagraphPiece lower = part(look, parts.lower, upper.width + room, 0.0);
+    ParagraphPiece lower = part(look, Role::lower, parts.lower, upper.width + room, 0.0);
     stack.width = upper.width + room + lower.width;
     stack.height = 2.0 * look.height;
     const double run = std::min(look.height, stack.width);
@@ -54,8 +56,8 @@ StackPieces diagonalStack(const StackParts& parts, const ParagraphLook& look) {
 
 StackPieces uprightStack(const StackParts& parts, const ParagraphLook& look) {
     StackPieces stack;
-    ParagraphPiece upper = part(look, parts.upper, 0.0, (1.0 + kGap) * look.height);
-    ParagraphPiece lower = part(look, parts.lower, 0.0, 0.0);
+    ParagraphPiece upper = part(look, Role::upper, parts.upper, 0.0, (1.0 + kGap) * look.height);
+    ParagraphPiece lower = part(look, Role::lower, parts.lower, 0.0, 0.0);
     const bool isBarred = parts.divider != 0 && parts.divider != kTolerance;
     const double widest = std::max(upper.width, lower.width);
     stack.width = isBarred ? kBarWidth * widest : widest;
@@ -82,10 +84,7 @@ double advanceOf(std::wstring_view letters, const ParagraphLook& look) {
 StackPieces stackPieces(std::wstring_view text, const ParagraphLook& look) {
     const StackParts parts(text);
     StackPieces stack = parts.divider == kDiagonal ? diagonalStack(parts, look) : uprightStack(parts, look);
-    for (ParagraphPiece& piece : stack.pieces) {
-        piece.fullHeight = stack.height;
-        piece.isStacked = true;
-    }
+    for (ParagraphPiece& piece : stack.pieces) piece.fullHeight = stack.height;
     return stack;
 }
 

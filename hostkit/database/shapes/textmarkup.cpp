@@ -2,8 +2,6 @@
 
 #include "markupreader.h"
 
-#include <algorithm>
-
 namespace hostkit {
 
 namespace {
@@ -36,22 +34,6 @@ std::vector<std::wstring> visibleLines(std::wstring_view contents) {
         if (piece->kind == MarkupPiece::Kind::lineEnd) lines.emplace_back();
         if (piece->kind == MarkupPiece::Kind::stack) addStack(lines.back(), piece->text);
     }
-    return lines;
-}
-
-std::vector<std::wstring> brokenAtBlanks(const std::wstring& line, std::size_t longest) {
-    if (longest == 0 || line.size() <= longest) return {line};
-    std::vector<std::wstring> lines;
-    std::size_t start = 0;
-    while (line.size() - start > longest) {
-        // The last blank that leaves the line short enough, or the first one behind a word that is too long.
-        std::size_t blank = line.rfind(L' ', start + longest);
-        if (blank == line.npos || blank <= start) blank = line.find(L' ', start + longest);
-        if (blank == line.npos) break;
-        lines.push_back(line.substr(start, blank - start));
-        start = std::min(line.find_first_not_of(L' ', blank), line.size());
-    }
-    if (start < line.size()) lines.push_back(line.substr(start));
     return lines;
 }
 

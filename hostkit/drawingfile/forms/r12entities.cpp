@@ -22,7 +22,7 @@
 #include "dbtextstyletablerecord.h"
 #include "dbxline.h"
 #include "entitycoordinates.h"
-#include "markupreader.h"
+#include "paragraphlayout.h"
 
 #include "gecurv3d.h"
 #include "geintrvl.h"
@@ -134,46 +134,6 @@ std::vector<AcGePoint3d> pointsIn(const DrawingRecord& record, int code) {
     return points;
 }
 
-// A paragraph of a text of several lines, and the letter of the alignment that its codes ask for; 0: none.
-struct AlignedParagraph {
-    std::wstring contents;
-    wchar_t alignment = 0;
-};
-
-// The code for alignment (\pxqc; or \pi0,qr; and the like) holds from its paragraph on.
-std::vector<AlignedParagraph> paragraphsOf(const std::wstring& contents) {
-    std::vector<AlignedParagraph> paragraphs(1);
-    MarkupReader reader(contents, MarkupReader::Extent::paragraphs);
-    while (const auto piece = reader.next()) {
-        if (piece->kind == MarkupPiece::Kind::lineEnd) {
-            paragraphs.push_back({{}, paragraphs.back().alignment});
-            continue;
-        }
-        const bool isForm = piece->kind == MarkupPiece::Kind::form && piece->code == L'p';
-        if (const wchar_t asked = isForm ? alignmentAskedBy(piece->text) : L'\0')
-            paragraphs.back().alignment = asked;
-        paragraphs.back().contents += piece->source;
-    }
-    return paragraphs;
-}
-
-// How many lines of the whole belong to each paragraph; nothing where they do not add up.
-std::vector<wchar_t> alignmentsOfLines(const AcDbMText& text, int lineCount) {
-    std::vector<wchar_t> alignments;
-    AcDbMText part(text);
-    for (const AlignedParagraph& paragraph : paragraphsOf(text.rawContents())) {
-        AcDbVoidPtrArray lines;
-        (void)part.setContents(paragraph.contents.c_str());
-        (void)part.explode(lines);
-        for (int place = 0; place < lines.length(); ++place) {
-            delete static_cast<AcDbEntity*>(lines[place]);
-            alignments.push_back(paragraph.alignment);
-        }
-    }
-    if (alignments.size() != static_cast<std::size_t>(lineCount)) return {};
-    return alignments;
-}
-
 void handOnLook(const AcDbEntity& from, OlderEntities& to) {
     for (const std::unique_ptr<AcDbEntity>& entity : to.entities) {
         (void)entity->setPropertiesFrom(&from);
@@ -264,32 +224,35 @@ OlderEntities R12Entities::turnCurve(const AcDbCurve& curve) const {
     return result;
 }
 
+// Each line becomes one text at what it is aligned by, so that another face leaves it in its place; it looks
+// as its first letters do.
 OlderEntities R12Entities::turnText(const AcDbMText& text) const {
     OlderEntities result{L"TEXT", {}};
-    AcDbVoidPtrArray parts;
-    (void)text.explode(parts);
-    const std::vector<wchar_t> alignments = alignmentsOfLines(text, parts.length());
-    const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(text.textStyle());
+    const ParagraphLayout layout = text.layout();
+    const AcGeVector3d x = text.direction();
+    const AcGeVector3d y = text.normal().crossProduct(x);
+    const double top = text.topOf(layout);
     const int column = (text.attachment() - AcDbMText::kTopLeft) % 3;
-    const double width = text.width() > 0.0 ? text.width() : text.actualWidth();
-    const AcGeVector3d along = text.direction();
-    for (int place = 0; place < parts.length(); ++place) {
-        std::unique_ptr<AcDbText> line(static_cast<AcDbText*>(parts[place]));
-        if (style && style->xScale() > 0.0) (void)line->setWidthFactor(style->xScale());
-        const wchar_t asked = alignments.empty() ? L'\0' : alignments[static_cast<std::size_t>(place)];
-        const int wanted = asked == L'l' ? 0 : asked == L'c' ? 1 : asked == L'r' ? 2 : column;
-        if (wanted != 0 || column != 0) {
-            const AcGePoint3d base = line->position();
-            const AcGePoint3d anchor =
-                base + along * ((text.location() - base).dotProduct(along) + width * (wanted - column) / 2.0);
-            if (wanted == 0) {
-                (void)line->setPosition(anchor);
-            } else {
-                (void)line->setHorizontalMode(wanted == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
-                (void)line->setAlignmentPoint(anchor);
-            }
+    for (const ParagraphLine& line : layout.lines) {
+        const std::wstring letters = line.text();
+        if (letters.empty()) continue;
+        const ParagraphLook& look = line.pieces.front().look;
+        auto made =
+            std::make_unique<AcDbText>(AcGePoint3d::kOrigin, letters.c_str(), text.textStyle(), look.height);
+        (void)made->setNormal(text.normal());
+        (void)made->setRotation(text.rotation());
+        (void)made->setWidthFactor(look.widthFactor * look.tracking);
+        (void)made->setOblique(look.oblique);
+        const int wanted = line.columnOr(column);
+        const double along = (line.left * (2 - wanted) + line.right * wanted) / 2.0;
+        const AcGePoint3d anchor = text.location() + x * along + y * (top + line.base);
+        if (wanted == 0) {
+            (void)made->setPosition(anchor);
+        } else {
+            (void)made->setHorizontalMode(wanted == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
+            (void)made->setAlignmentPoint(anchor);
         }
-        result.entities.push_back(std::move(line));
+        result.entities.push_back(std::move(made));
     }
     return result;
 }

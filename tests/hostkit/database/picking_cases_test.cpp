@@ -197,17 +197,19 @@ TEST(PickingCases, HatchEdgesMayRunEitherWay) {
 }
 
 TEST(PickingCases, TextsAreTheirTurnedBoxes) {
-    // Five letters: 15 long, 5 high, turned by a quarter.
+    // Five letters, one of them narrow: 26 sixths of 5 long, 5 high, turned by a quarter.
     const AcDbText text({0, 0, 0}, L"Beam1", AcDbObjectId::kNull, 5.0, AcGe::kPi / 2.0);
     check(text, {{"between its letters", dot(-2, 7), true, false},
                  {"where a text that is not turned stands", dot(7, 2), false, false},
-                 {"around", box(-5, 0, 1e-9, 15), true, true}});
+                 {"around", box(-5, 0, 1e-9, 21.7), true, true},
+                 {"around all but its end", box(-5, 0, 1e-9, 21.6), true, false}});
     AcDbMText paragraph;
     ASSERT_EQ(paragraph.setContents(L"{\\C1;ab}\\Pabcdefgh"), Acad::eOk);
     ASSERT_EQ(paragraph.setTextHeight(3.0), Acad::eOk);
-    check(paragraph, {{"its second line", dot(14.0, -7.9), true, false},
-                      {"beside the longer line", dot(14.5, -7.9), false, false},
-                      {"under it", dot(1.0, -8.1), false, false}});
+    // Eight letters in the second line: 46 sixths of 3 long, and one with a tail of 2 sixths.
+    check(paragraph, {{"its second line", dot(22.9, -8.9), true, false},
+                      {"beside the longer line", dot(23.1, -7.9), false, false},
+                      {"under it", dot(1.0, -9.1), false, false}});
     const AcDbText blank({0, 0, 0}, L"", AcDbObjectId::kNull, 5.0);
     check(blank, {{"around nothing", box(-50, -50, 50, 50), false, false}});
 }

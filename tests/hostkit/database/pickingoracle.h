@@ -95,7 +95,7 @@ inline std::vector<AcGePoint3d> cornersOf(const AcDbText& text) {
     AcGe::arbitraryAxes(text.normal(), x, y);
     const AcGeVector3d along = x * std::cos(text.rotation()) + y * std::sin(text.rotation());
     const AcGeVector3d up = text.normal().crossProduct(along) + along * std::tan(text.oblique());
-    const double width = 0.6 * text.height() * text.widthFactor() * static_cast<double>(text.text().size());
+    const double width = text.estimatedWidth();
     const AcGeVector3d run = along * (text.isMirroredInX() ? -width : width);
     const AcGeVector3d rise = up * text.height();
     const AcGePoint3d start = text.position();

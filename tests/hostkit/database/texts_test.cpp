@@ -16,8 +16,9 @@ using motions::isNear;
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Five letters of height 10: 30 wide.
-AcDbText fiveLetters() { return AcDbText({100.0, 50.0, 7.0}, L"ab%%d%%%z", AcDbObjectId(), 10.0); }
+/// Five letters of height 10: 6, 4, 3, 2 and 5 sixths of it wide, the blank of 2 behind the last one left
+/// out.
+AcDbText fiveLetters() { return AcDbText({100.0, 50.0, 7.0}, L"%%d1,.0", AcDbObjectId(), 10.0); }
 
 std::wstring taken(wchar_t* text) {
     const std::wstring copy = text;
@@ -26,14 +27,42 @@ std::wstring taken(wchar_t* text) {
 }
 
 TEST(Texts, CodesCountAsTheLettersThatAreSeen) {
-    const std::pair<const wchar_t*, int> cases[] = {
-        {L"", 0},          {L"abc", 3},   {L"%%c12", 3}, {L"%%D%%p%%C", 3}, {L"%%%", 1}, {L"%%utitle%%u", 5},
-        {L"%%065%%66", 2}, {L"%%007", 0}, {L"50%", 3},   {L"%%", 2},        {L"%%x", 3}, {L"\\U+00E9t", 2},
-        {L"\\U+00Ex", 7}};
-    for (const auto& [text, letters] : cases) {
-        EXPECT_DOUBLE_EQ(AcDbText({}, text, AcDbObjectId(), 5.0).estimatedWidth(), 3.0 * letters)
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"%%c12", L"\u230012"}, {L"%%D%%p%%C", L"\u00B0\u00B1\u2300"},
+        {L"%%%", L"%"},          {L"%%utitle%%u", L"title"},
+        {L"%%049%%46", L"1."},   {L"%%007", L""},
+        {L"\\U+002C1", L",1"}};
+    const auto width = [](const wchar_t* text) {
+        return AcDbText({}, text, AcDbObjectId(), 5.0).estimatedWidth();
+    };
+    for (const auto& [text, seen] : cases) EXPECT_EQ(width(text), width(seen)) << drawingtest::narrow(text);
+    for (const wchar_t* other : {L"50%", L"%%", L"%%x", L"\\U+00Ex"})
+        EXPECT_GT(width(other), 4.0 * static_cast<double>(wcslen(other))) << "every letter counts";
+    EXPECT_EQ(width(L""), 0.0);
+}
+
+// What other programs filed of centred texts: twice the way from the start to the middle, in heights.
+TEST(Texts, WidthsOfSavedTexts) {
+    AcDbDatabase database;
+    const AcDbObjectId sans = drawingtest::addRecord<AcDbTextStyleTable>(database, L"Sans");
+    AcDbObjectPointer<AcDbTextStyleTableRecord>(sans, AcDb::kForWrite)->setFileName(L"arial.ttf");
+    const struct {
+        AcDbObjectId style;
+        const wchar_t* text;
+        double width;
+    } cases[] = {{sans, L"%%u2 CAR GARAGE", 10.4802},
+                 {sans, L"%%uBATH", 3.7258},
+                 {sans, L"%%uBEDROOM 2", 8.3834},
+                 {sans, L"%%uCOVERED", 6.9086},
+                 {sans, L"21/04/2020", 6.9918},
+                 {{}, L"-", 4.0 / 6},
+                 {{}, L"Blatt", 25.0 / 6},
+                 {{}, L"Datum", 28.0 / 6},
+                 {{}, L"Zust.", 24.0 / 6},
+                 {{}, L"\u00C4nderungen", 58.0 / 6}};
+    for (const auto& [style, text, width] : cases)
+        EXPECT_NEAR(AcDbText({}, text, style, 1.0).estimatedWidth(), width, 0.001)
             << drawingtest::narrow(text);
-    }
 }
 
 TEST(Texts, BoxByAlignmentAndGeneration) {
@@ -89,8 +118,8 @@ TEST(Texts, PositionFollowsTheAlignmentPoint) {
     EXPECT_TRUE(isNear(text.position(), {70.0, 50.0, 7.0}));
     ASSERT_EQ(text.setRotation(AcGe::kPi / 2.0), Acad::eOk);
     EXPECT_TRUE(isNear(text.position(), {100.0, 20.0, 7.0}));
-    ASSERT_EQ(text.setTextString(L"ab"), Acad::eOk);
-    EXPECT_TRUE(isNear(text.position(), {100.0, 38.0, 7.0}));
+    ASSERT_EQ(text.setTextString(L"0,"), Acad::eOk);
+    EXPECT_TRUE(isNear(text.position(), {100.0, 40.0, 7.0}));
     ASSERT_EQ(text.setNormal({0.0, 0.0, -2.0}), Acad::eOk);
     EXPECT_TRUE(isNear(text.alignmentPoint(), {100.0, 50.0, 7.0}));
 }
@@ -195,7 +224,7 @@ AcDbMText twoLines() {
     AcDbMText text;
     text.setLocation({10.0, 20.0, 3.0});
     text.setTextHeight(3.0);
-    text.setContents(L"ten of themX\\Pabcde"); // 12 and 5 letters: 21.6 wide, 3 + 5 high
+    text.setContents(L"ten of themX\\Pabcde"); // 12 and 5 letters: 35 wide, 3 + 5 high
     return text;
 }
 
@@ -204,12 +233,12 @@ TEST(Paragraphs, BoxHangsOnTheAttachmentPoint) {
         AcDbMText text = twoLines();
         ASSERT_EQ(text.setAttachment(static_cast<AcDbMText::AttachmentPoint>(place)), Acad::eOk);
         const int column = (place - 1) % 3, row = (place - 1) / 3;
-        const AcGePoint3d low(10.0 - 21.6 * column / 2.0, 12.0 + 8.0 * row / 2.0, 3.0);
-        EXPECT_TRUE(isNear(boxOf(text), AcDbExtents(low, low + AcGeVector3d(21.6, 8.0, 0.0)))) << place;
+        const AcGePoint3d low(10.0 - 35.0 * column / 2.0, 12.0 + 8.0 * row / 2.0, 3.0);
+        EXPECT_TRUE(isNear(boxOf(text), AcDbExtents(low, low + AcGeVector3d(35.0, 8.0, 0.0)))) << place;
     }
     AcDbMText turned = twoLines();
     ASSERT_EQ(turned.setRotation(AcGe::kPi / 2.0), Acad::eOk);
-    EXPECT_TRUE(isNear(boxOf(turned), AcDbExtents({10.0, 20.0, 3.0}, {18.0, 41.6, 3.0})));
+    EXPECT_TRUE(isNear(boxOf(turned), AcDbExtents({10.0, 20.0, 3.0}, {18.0, 55.0, 3.0})));
     AcDbMText blank = twoLines();
     ASSERT_EQ(blank.setContents(L"\\P\\P"), Acad::eOk);
     AcDbExtents box;
@@ -219,8 +248,8 @@ TEST(Paragraphs, BoxHangsOnTheAttachmentPoint) {
 
 TEST(Paragraphs, LinesBreakAtTheBox) {
     const std::pair<double, std::vector<std::wstring>> cases[] = {
-        {0.0, {L"ten of themX", L"abcde"}},         {21.7, {L"ten of themX", L"abcde"}},
-        {21.5, {L"ten of", L"themX", L"abcde"}},    {9.1, {L"ten", L"of", L"themX", L"abcde"}},
+        {0.0, {L"ten of themX", L"abcde"}},         {35.1, {L"ten of themX", L"abcde"}},
+        {34.9, {L"ten of", L"themX", L"abcde"}},    {14.1, {L"ten", L"of", L"themX", L"abcde"}},
         {0.1, {L"ten", L"of", L"themX", L"abcde"}}, {1e300, {L"ten of themX", L"abcde"}}};
     for (const auto& [width, expected] : cases) {
         AcDbMText text = twoLines();
@@ -305,8 +334,8 @@ TEST(Attributes, ADefinitionIsAsWideAsItsTag) {
         attribute.setHeight(10.0);
         return attribute.estimatedWidth();
     };
-    EXPECT_NEAR(widthOf(AcDbAttributeDefinition()), 36.0, 1e-12);
-    EXPECT_NEAR(widthOf(AcDbAttribute()), 6.0, 1e-12);
+    EXPECT_NEAR(widthOf(AcDbAttributeDefinition()), 340.0 / 6.0, 1e-12);
+    EXPECT_NEAR(widthOf(AcDbAttribute()), 20.0 / 6.0, 1e-12);
 }
 
 } // namespace
