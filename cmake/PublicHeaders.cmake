@@ -34,5 +34,5 @@ set(VEXO_KIT_HEADERS
   messagemap.h modulecommand.h modulemark.h nameindex.h oleauto.h outputfiles.h painting.h polylinecurve.h
   polylineshape.h runtimeservices.h rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h rxdlinkr.h rxobject.h
   rxprodkey.h rxregsvc.h scriptedport.h stringtable.h subentitylist.h systemvariables.h tchar.h testhost.h
-  textencoding.h textformat.h tlhelp32.h tracefile.h unboundedline.h unknwn.h vexoboundblockprotocol.h vexodomainprotocol.h vxprompts.h winbase.h windowaction.h
+  textencoding.h textformat.h tlhelp32.h tracefile.h unboundedline.h unknwn.h vexoboundblockprotocol.h vexodomainprotocol.h vxprompts.h winbase.h winnls.h windowaction.h
   windows.h windowstypes.h wingdi.h wingeometry.h winreg.h winuser.h)

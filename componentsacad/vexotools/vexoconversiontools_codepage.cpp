@@ -1,20 +1,28 @@
 #include "vexoconversiontools.h"
 
 #include "cvxlogentry.h"
-#include "textencoding.h"
+#include "winnls.h"
+
+#include <string>
 
 CString VEXOConversionTools::StringAnsiToUnicode(CString text) {
     CVxLogEntry entry(L"VEXOConversionTools::StringAnsiToUnicode");
     constexpr wchar_t lastByte = 0xFF;
     std::wstring wide(text.view());
-    for (wchar_t& each : wide)
-        if (each >= 0 && each <= lastByte) each = hostkit::wideFromAnsi(static_cast<unsigned char>(each));
+    for (wchar_t& each : wide) {
+        const char byte = static_cast<char>(each);
+        if (each >= 0 && each <= lastByte) MultiByteToWideChar(CP_ACP, 0, &byte, 1, &each, 1);
+    }
     return CString(std::move(wide));
 }
 
 CString VEXOConversionTools::StringUnicodeToAnsi(CString text) {
     CVxLogEntry entry(L"VEXOConversionTools::StringUnicodeToAnsi");
     std::wstring bytes(text.view());
-    for (wchar_t& each : bytes) each = hostkit::ansiFromWide(each).value_or('?');
+    for (wchar_t& each : bytes) {
+        char byte = 0;
+        WideCharToMultiByte(CP_ACP, 0, &each, 1, &byte, 1, nullptr, nullptr);
+        each = static_cast<unsigned char>(byte);
+    }
     return CString(std::move(bytes));
 }
