@@ -7,7 +7,7 @@
 #include "windows.h"
 
 /// Numbers that meet the host's texts and units: conversion of units, numbers in the program's own key files,
-/// fractions, and records by their names.
+/// fractions, what a dimension says, and records by their names.
 ///
 /// A value x is within the tolerance of y when they are at most fabs(y) * 1e-10 + 1e-10 apart. Nothing is
 /// shown and nothing is thrown.
@@ -42,6 +42,31 @@ public:
     /// is 0 and 0/1.
     static double Double2Fraction(double value, __int64& whole, __int64& numerator, __int64& denominator,
                                   double tolerance);
+
+    // --- Texts of dimensions -------------------------------------------------------------------------------
+
+    /// The contents of the paragraph that a rotated dimension of that length (without its sign) has in the
+    /// style, codes and all, with dimlfac 1. The dimension is in no drawing and leaves no trace. 20 when it
+    /// cannot be made, else the status of its explosion; `text` is empty where no paragraph came out. A null
+    /// style is the standing one.
+    static Acad::ErrorStatus getFormatedDimText(double value, const AcDbObjectId& dimStyle, CString& text);
+    /// The same with the style's own dimlfac, in another form:
+    /// - rounding above 1e-10: dimlfac becomes rounding / scale, and dimdec is lowered so that the value
+    /// keeps
+    ///   its digits. Otherwise the number counts as multiplied by dimlfac * scale;
+    /// - smallValues: without a rounding, a decimal value below the scale is written with rounding 100,
+    ///   smallDecimals and the zeros that smallTrailingZeros lets go;
+    /// - raisedDigits: decimals beyond those that 1000 / (dimlfac * scale) keeps down stand as a stack of 0.6
+    ///   of the height; 1.255 of metres is 1.25 with a raised 5;
+    /// - trimZeros: zeros behind a point go, the point stays ("2.000" is "2."), and raised zeros;
+    /// - takePrefix: what dimpost has before "<>" goes into `prefix` (left alone where there is none) and not
+    ///   into the text. A dimpost without "<>" stands behind the number.
+    /// What stands up to the first ";" of the contents counts as codes in front, also where it is a stack of
+    /// the number, and is kept.
+    static Acad::ErrorStatus getFormatedDimText(double value, const AcDbObjectId& dimStyle, double scale,
+                                                double rounding, bool smallValues, int smallDecimals,
+                                                bool smallTrailingZeros, bool raisedDigits, CString& text,
+                                                bool trimZeros, CString& prefix, bool takePrefix);
 
     // --- Records by name -----------------------------------------------------------------------------------
 

@@ -18,8 +18,8 @@ int convert(UINT codePage, DWORD flags, const Source* source, int length, Target
             Convert convertOne) {
     if (codePage != CP_ACP || flags != 0 || !source || length < -1 || room < 0 || (room > 0 && !target))
         return failWith(ERROR_INVALID_PARAMETER);
-    const std::size_t count = length >= 0 ? static_cast<std::size_t>(length)
-                                          : std::char_traits<Source>::length(source) + 1;
+    const std::size_t count =
+        length >= 0 ? static_cast<std::size_t>(length) : std::char_traits<Source>::length(source) + 1;
     if (room == 0) return static_cast<int>(count);
     if (count > static_cast<std::size_t>(room)) return failWith(ERROR_INSUFFICIENT_BUFFER);
     for (std::size_t i = 0; i < count; ++i) target[i] = convertOne(source[i]);
@@ -37,12 +37,11 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, const char* bytes, int byteL
 int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int textLength, char* bytes,
                         int byteRoom, const char* replacement, BOOL* wasReplaced) {
     bool isReplaced = false;
-    const int count =
-        convert(codePage, flags, text, textLength, bytes, byteRoom, [&](wchar_t character) {
-            const auto byte = hostkit::ansiFromWide(character);
-            if (!byte) isReplaced = true;
-            return byte ? static_cast<char>(*byte) : replacement ? *replacement : '?';
-        });
+    const int count = convert(codePage, flags, text, textLength, bytes, byteRoom, [&](wchar_t character) {
+        const auto byte = hostkit::ansiFromWide(character);
+        if (!byte) isReplaced = true;
+        return byte ? static_cast<char>(*byte) : replacement ? *replacement : '?';
+    });
     if (wasReplaced) *wasReplaced = isReplaced ? TRUE : FALSE;
     return count;
 }

@@ -260,8 +260,8 @@ void ArcPieces::arcSymbol() {
     const double height = 2.0 * m_sizes.halfHeight;
     const double radius = 0.8 * height;
     const AcGeVector2d along = directionOf(m_rotation);
-    const AcGePoint2d centre = m_centre - along * (m_sizes.halfWidth + 0.2 * height + radius) -
-                               along.perpVector() * (0.4 * height);
+    const AcGePoint2d centre =
+        m_centre - along * (m_sizes.halfWidth + 0.2 * height + radius) - along.perpVector() * (0.4 * height);
     m_writer.arc(PieceLook::arcSymbol, centre, radius, m_rotation, m_rotation + std::numbers::pi);
 }
 

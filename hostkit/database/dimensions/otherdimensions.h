@@ -17,10 +17,10 @@ bool layOutArc(const DimensionShape& shape, const DimensionVariables& variables,
 /// What an angle or an arc length spans, about its centre: the sector in which the arc's point lies.
 struct DimensionSector {
     AcGePoint2d centre;
-    double radius = 0.0;    ///< of the dimension's arc
-    AcGeVector2d sides[2];  ///< from the centre, of length 1: towards what the first and second points measure
-    double starts[2] = {};  ///< where the extension lines begin, along their sides
-    double span = 0.0;      ///< above 0, up to a whole turn
+    double radius = 0.0;   ///< of the dimension's arc
+    AcGeVector2d sides[2]; ///< from the centre, of length 1: towards what the first and second points measure
+    double starts[2] = {}; ///< where the extension lines begin, along their sides
+    double span = 0.0;     ///< above 0, up to a whole turn
     bool isAnticlockwise = true; ///< from the first side to the second
 };
 

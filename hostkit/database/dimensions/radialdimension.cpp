@@ -77,13 +77,13 @@ void RadialPieces::writeLevel() {
         side = (m_shape.point(11) - (m_tip + way * leg)).dotProduct(m_level) < 0.0 ? -1.0 : 1.0;
     }
     const AcGePoint2d knee = m_tip + way * leg;
-    m_place = m_shape.isTextPlaced
-                  ? m_shape.point(11)
-                  : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth));
+    m_place = m_shape.isTextPlaced ? m_shape.point(11)
+                                   : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth));
     m_rotation = m_shape.horizontal;
     const bool arrowsStay = !isInside && m_isDiameter && m_variables.dimatfit == 2;
     if (arrowsStay)
-        m_writer.line(PieceLook::dimensionLine, m_shape.point(10) + m_outward * cut(), m_tip - m_outward * cut());
+        m_writer.line(PieceLook::dimensionLine, m_shape.point(10) + m_outward * cut(),
+                      m_tip - m_outward * cut());
     m_writer.line(PieceLook::dimensionLine, m_tip + way * (arrowsStay ? 0.0 : cut()), knee);
     m_writer.line(PieceLook::dimensionLine, knee, knee + m_level * (side * landing));
     if (arrowsStay) m_writer.arrow(1, m_shape.point(10), -m_outward, upward);
@@ -106,9 +106,8 @@ void RadialPieces::writeAlong() {
     const double half = m_sizes.halfWidth + margin;
     double place = 2.0 * m_sizes.arrow + half;
     if (m_shape.isTextPlaced) place = (m_shape.point(11) - m_tip).dotProduct(way);
-    m_place = m_shape.isTextPlaced
-                  ? m_shape.point(11)
-                  : m_tip + way * place + up * (isOnLine ? 0.0 : m_sizes.lift());
+    m_place = m_shape.isTextPlaced ? m_shape.point(11)
+                                   : m_tip + way * place + up * (isOnLine ? 0.0 : m_sizes.lift());
     const double end = std::max(cut() + m_sizes.arrow, isOnLine ? place - half : place + half);
     m_writer.line(PieceLook::dimensionLine, m_tip + way * cut(), m_tip + way * end);
     text();
@@ -125,8 +124,7 @@ void RadialPieces::writeBetween() {
     m_rotation = m_variables.dimtih ? m_shape.horizontal : angleOf(reading);
     const bool isInclined = std::abs(m_level.crossProduct(m_outward)) > 1e-9;
     const bool isOnLine = m_variables.dimtad == 0 || (m_variables.dimtih && isInclined);
-    m_place = m_shape.isTextPlaced ? m_shape.point(11)
-                                   : m_centre + up * (isOnLine ? 0.0 : m_sizes.lift());
+    m_place = m_shape.isTextPlaced ? m_shape.point(11) : m_centre + up * (isOnLine ? 0.0 : m_sizes.lift());
     const AcGePoint2d from = m_shape.point(10) + m_outward * cut();
     const AcGePoint2d to = m_tip - m_outward * cut();
     LineStretch gap;

@@ -2,6 +2,8 @@
 
 #include "dbaccess.h"
 #include "dbtextstyletablerecord.h"
+#include "groupblock.h"
+#include "groupcodes.h"
 #include "markupreader.h"
 #include "numbertext.h"
 
@@ -26,11 +28,26 @@ bool ParagraphLook::*lineMarkOf(wchar_t code) {
                                           : &ParagraphLook::isStruckOut;
 }
 
+// The host keeps the name of a typeface in its own extended data; there may be no file then.
+bool hasTypeface(const AcDbTextStyleTableRecord& style) {
+    if (!style.extendedData()) return false;
+    GroupWalker walker(*style.extendedData());
+    AcDbDxfGroup group;
+    bool isHosts = false;
+    while (walker.next(group)) {
+        if (group.code == applicationCode) isHosts = group.text == L"ACAD";
+        if (isHosts && group.code == firstExtendedCode && !group.text.empty()) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 const LetterFace& faceOfStyle(AcDbObjectId textStyle) {
     const auto* const style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(textStyle);
-    return style ? LetterFace::ofFile(style->fileName()) : LetterFace::strokes();
+    if (!style) return LetterFace::strokes();
+    if (style->fileName().empty() && hasTypeface(*style)) return LetterFace::sans();
+    return LetterFace::ofFile(style->fileName());
 }
 
 ParagraphLook ParagraphLook::ofStyle(AcDbObjectId textStyle, double height) {
