@@ -42,24 +42,43 @@ int systemFlags(UINT flags) {
         result |= O_RDWR;
         break;
     }
-    if (flags & CFile::modeCreate) result |= O_CREAT | (flags & CFile::modeNoTruncate ? 0 : O_TRUNC);
+    if (flags & CFile::modeCreate) result |= O_CREAT;
     return result;
 }
 
-std::FILE* openStream(const std::string& path, UINT flags) {
-    const int descriptor = open(path.c_str(), systemFlags(flags), 0666);
-    if (descriptor < 0) return nullptr;
+// What stood in the file goes only when nobody else holds it.
+bool admit(int descriptor, UINT flags, hostkit::FileShare& share, int& cause) {
     struct stat status;
-    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
-        close(descriptor);
+    if (fstat(descriptor, &status) != 0) return false;
+    if (S_ISDIR(status.st_mode)) {
         errno = EISDIR;
-        return nullptr;
+        return false;
     }
-    const int way = systemFlags(flags) & O_ACCMODE;
-    std::FILE* stream = fdopen(descriptor, way == O_RDONLY ? "r" : way == O_WRONLY ? "w" : "r+");
-    if (!stream) close(descriptor);
-    return stream;
+    if (!S_ISREG(status.st_mode)) return true;
+    share = hostkit::shareFile(status.st_dev, status.st_ino, flags);
+    if (!share) {
+        cause = CFileException::sharingViolation;
+        return false;
+    }
+    const bool empties = (flags & CFile::modeCreate) && !(flags & CFile::modeNoTruncate);
+    return !empties || ftruncate(descriptor, 0) == 0;
 }
+
+std::FILE* openStream(const std::string& path, UINT flags, hostkit::FileShare& share, int& cause) {
+    errno = 0;
+    const int descriptor = open(path.c_str(), systemFlags(flags), 0666);
+    if (descriptor >= 0 && admit(descriptor, flags, share, cause)) {
+        const int way = systemFlags(flags) & O_ACCMODE;
+        if (std::FILE* stream = fdopen(descriptor, way == O_RDONLY ? "r" : way == O_WRONLY ? "w" : "r+"))
+            return stream;
+    }
+    if (cause == CFileException::none) cause = causeOf(errno);
+    if (descriptor >= 0) close(descriptor);
+    share.reset();
+    return nullptr;
+}
+
+constexpr char endOfText = '\x1A';
 
 int systemOrigin(UINT from) {
     return from == CFile::begin ? SEEK_SET : from == CFile::current ? SEEK_CUR : SEEK_END;
@@ -78,15 +97,21 @@ CFile::~CFile() = default;
 
 BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
     m_stream.reset();
+    m_share.reset();
     const CString name(path);
-    errno = 0;
-    m_stream.reset(openStream(hostkit::mapPath(name.view()), flags));
+    int cause = CFileException::none;
+    m_stream.reset(openStream(hostkit::platformPath(name.view()), flags, m_share, cause));
     if (m_stream) m_path = name;
-    if (!m_stream && error) *error = CFileException(causeOf(errno), name);
+    if (!m_stream && error) *error = CFileException(cause, name);
     return m_stream ? TRUE : FALSE;
 }
 
-void CFile::Close() { m_stream.reset(); }
+void CFile::Close() {
+    std::FILE* const stream = m_stream.release();
+    const bool isLost = stream && std::fclose(stream) != 0;
+    m_share.reset();
+    if (isLost) throw new CFileException(CFileException::diskFull, m_path);
+}
 
 UINT CFile::Read(void* buffer, UINT count) {
     return m_stream && buffer ? static_cast<UINT>(std::fread(buffer, 1, count, stream())) : 0;
@@ -123,7 +148,8 @@ CString CFile::GetFileName() const { return CString(hostkit::fileNameOfPath(m_pa
 
 void CFile::Remove(const wchar_t* path) {
     const CString name(path);
-    if (unlink(hostkit::mapPath(name.view()).c_str()) != 0) throw new CFileException(causeOf(errno), name);
+    if (unlink(hostkit::platformPath(name.view()).c_str()) != 0)
+        throw new CFileException(causeOf(errno), name);
 }
 
 CStdioFile::CStdioFile(const wchar_t* path, UINT flags) {
@@ -139,13 +165,22 @@ BOOL CStdioFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
 BOOL CStdioFile::ReadString(CString& line) {
     line.Empty();
     if (!IsOpen()) return FALSE;
-    std::string bytes;
-    int byte = std::fgetc(stream());
-    const bool isEnd = byte == EOF;
-    for (; byte != EOF && byte != '\n'; byte = std::fgetc(stream())) bytes += static_cast<char>(byte);
-    if (m_textMode && byte == '\n' && !bytes.empty() && bytes.back() == '\r') bytes.pop_back();
-    line = CString(hostkit::wideFromAnsi(bytes));
-    return isEnd ? FALSE : TRUE;
+    char* bytes = m_line.release();
+    const ssize_t count = getline(&bytes, &m_lineRoom, stream());
+    m_line.reset(bytes);
+    if (count <= 0) return FALSE;
+    std::string_view text(bytes, static_cast<std::size_t>(count));
+    const std::size_t last = m_textMode ? text.find(endOfText) : std::string_view::npos;
+    if (last != std::string_view::npos) {
+        SeekToEnd();
+        text = text.substr(0, last);
+        if (text.empty()) return FALSE;
+    } else if (text.back() == '\n') {
+        text.remove_suffix(1);
+        if (m_textMode && !text.empty() && text.back() == '\r') text.remove_suffix(1);
+    }
+    line = CString(hostkit::wideFromAnsi(text));
+    return TRUE;
 }
 
 void CStdioFile::WriteString(const wchar_t* text) {

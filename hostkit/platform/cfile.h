@@ -1,10 +1,11 @@
-// Stand-in for the host's file classes. Covers CFile and CStdioFile with their open flags, text lines and exceptions; leaves out share modes, which are not enforced.
+// Stand-in for the host's file classes. Covers CFile and CStdioFile with their open flags, share modes, text lines and exceptions; leaves out what other programs have open.
 #pragma once
 
 #include "cstring.h"
-#include "windowstypes.h"
+#include "filesharing.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 /// What a file operation throws, by pointer; the catcher calls Delete.
@@ -16,6 +17,7 @@ public:
         fileNotFound,
         badPath,
         accessDenied = 5,
+        sharingViolation = 11,
         diskFull = 13,
         endOfFile = 14
     };
@@ -57,8 +59,12 @@ public:
     CFile& operator=(const CFile&) = delete;
 
     /// FALSE when it cannot be opened; *error, when given, then says why. With modeCreate an old file is
-    /// emptied, unless modeNoTruncate keeps its content; without modeCreate the file has to be there.
+    /// emptied, unless modeNoTruncate keeps its content; without modeCreate the file has to be there. A file
+    /// that this host has open is refused (sharingViolation, with its content as it was) where one of the two
+    /// denies what the other does; without a share flag a file is exclusive.
     virtual BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr);
+    /// Throws CFileException* (diskFull) when what was written does not all get there; it is closed then too.
+    /// The destructor closes in silence.
     virtual void Close();
     /// How many bytes were read; fewer than count only at the end of the file.
     virtual UINT Read(void* buffer, UINT count);
@@ -85,18 +91,20 @@ private:
         void operator()(std::FILE* stream) const { std::fclose(stream); }
     };
     std::unique_ptr<std::FILE, CloseStream> m_stream;
+    hostkit::FileShare m_share;
     CString m_path;
 };
 
 /// A file of lines in the ANSI code page. In text mode (no typeBinary) a line feed is written as carriage
-/// return and line feed, and read back as a line feed.
+/// return and line feed, and read back as a line feed; a carriage return by itself stays, and a Ctrl-Z (1A)
+/// ends what is read.
 class CStdioFile : public CFile {
 public:
     CStdioFile() = default;
     CStdioFile(const wchar_t* path, UINT flags);
 
     BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr) override;
-    /// One line without its end. FALSE, with an empty text, at the end of the file.
+    /// One line of any length without its end; NULs stay. FALSE, with an empty text, at the end of the file.
     BOOL ReadString(CString& line);
     /// Writes the text as it stands: characters up to U+00FF as the byte of that number, others through the
     /// ANSI code page, with '?' for what has no place in it. Text that was turned into code-page bytes before
@@ -104,5 +112,10 @@ public:
     void WriteString(const wchar_t* text);
 
 private:
+    struct FreeBytes {
+        void operator()(char* bytes) const { std::free(bytes); }
+    };
     bool m_textMode = true;
+    std::unique_ptr<char, FreeBytes> m_line; ///< of the last line read, kept for the next
+    std::size_t m_lineRoom = 0;
 };

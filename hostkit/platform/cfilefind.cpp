@@ -39,7 +39,7 @@ BOOL CFileFind::FindFile(const wchar_t* pattern, DWORD) {
         directory = name.substr(0, 2);
         name.remove_prefix(2);
     }
-    std::string place = hostkit::mapPath(directory);
+    std::string place = hostkit::platformPath(directory.empty() ? L"." : directory);
     if (!place.empty() && place.back() != '/') place += '/';
     m_directory = CString(directory);
     m_directory.TrimRight(L"\\/");
@@ -47,7 +47,7 @@ BOOL CFileFind::FindFile(const wchar_t* pattern, DWORD) {
     if (name.find_first_of(L"*?") == std::wstring_view::npos)
         return !name.empty() && appendEntry(place, hostkit::mapPath(name)) ? TRUE : FALSE;
     if (name == L"*.*") name = L"*";
-    DIR* entries = opendir(place.empty() ? "." : place.c_str());
+    DIR* entries = opendir(place.c_str());
     if (!entries) return FALSE;
     while (const dirent* entry = readdir(entries))
         if (hostkit::matchesWildcard(name, hostkit::pathFromSystem(entry->d_name)))

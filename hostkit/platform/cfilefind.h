@@ -23,7 +23,7 @@ public:
 
     /// Of the entry that FindNextFile went to; empty, 0 or false before that.
     CString GetFileName() const;
-    /// The directory as it was given, a '\' and the name.
+    /// The directory as it was given, a '\' and the name; the name alone where none was given.
     CString GetFilePath() const;
     /// The name without its last point and what follows.
     CString GetFileTitle() const;

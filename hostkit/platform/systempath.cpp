@@ -50,6 +50,22 @@ std::string mapPath(std::wstring_view path) {
 
 namespace {
 
+struct HostDirectory {
+    std::string path{};
+};
+
+} // namespace
+
+std::string& hostDirectory() { return currentPort()->kept<HostDirectory>().path; }
+
+std::string platformPath(std::wstring_view path) {
+    std::string mapped = mapPath(path);
+    if (mapped.empty() || mapped.front() == '/' || hostDirectory().empty()) return mapped;
+    return hostDirectory() + (hostDirectory().back() == '/' ? "" : "/") + mapped;
+}
+
+namespace {
+
 bool exists(const std::string& path) {
     struct stat status;
     return stat(path.c_str(), &status) == 0;

@@ -13,6 +13,14 @@ namespace hostkit {
 /// would.
 std::string mapPath(std::wstring_view path);
 
+/// The same for the platform's own file functions: a relative path stands below the host's current directory,
+/// where SetCurrentDirectoryW has set one. What a user names on the command line goes through mapPath, so
+/// that a module that changes the directory never moves a user's files.
+std::string platformPath(std::wstring_view path);
+/// The host's current directory; empty while nobody has set it, which means that of the process. It belongs
+/// to the current port: no host changes another's.
+std::string& hostDirectory();
+
 /// A name of the file system as wide text. Bytes that are not UTF-8, and a '\' within a name, become the
 /// reserved characters U+DC00 + byte, which mapPath turns back, so that every name of a listing can be
 /// opened.

@@ -75,20 +75,20 @@ void SetLastError(DWORD error) { lastError = error; }
 // --- Files -------------------------------------------------------------------------------------------------
 
 BOOL CreateDirectoryW(const wchar_t* path, SECURITY_ATTRIBUTES*) {
-    const std::string name = hostkit::mapPath(viewOf(path));
+    const std::string name = hostkit::platformPath(viewOf(path));
     if (mkdir(name.c_str(), 0777) == 0) return TRUE;
     return failWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : errorOf(errno));
 }
 
 BOOL RemoveDirectoryW(const wchar_t* path) {
-    const std::string name = hostkit::mapPath(viewOf(path));
+    const std::string name = hostkit::platformPath(viewOf(path));
     if (rmdir(name.c_str()) == 0) return TRUE;
     if (errno == ENOTDIR && exists(name)) return failWith(ERROR_DIRECTORY);
     return failWith(errno == EEXIST ? ERROR_DIR_NOT_EMPTY : errorOfMissing(name, errno));
 }
 
 DWORD GetFileAttributesW(const wchar_t* path) {
-    const std::string name = hostkit::mapPath(viewOf(path));
+    const std::string name = hostkit::platformPath(viewOf(path));
     struct stat status;
     if (stat(name.c_str(), &status) != 0) {
         failWith(errorOfMissing(name, errno));
@@ -102,32 +102,39 @@ DWORD GetFileAttributesW(const wchar_t* path) {
 }
 
 BOOL DeleteFileW(const wchar_t* path) {
-    const std::string name = hostkit::mapPath(viewOf(path));
+    const std::string name = hostkit::platformPath(viewOf(path));
     if (unlink(name.c_str()) == 0) return TRUE;
     return failWith(errorOfMissing(name, errno));
 }
 
 BOOL MoveFileW(const wchar_t* from, const wchar_t* to) {
-    const std::string target = hostkit::mapPath(viewOf(to));
-    const std::string source = hostkit::mapPath(viewOf(from));
+    const std::string target = hostkit::platformPath(viewOf(to));
+    const std::string source = hostkit::platformPath(viewOf(from));
     if (exists(target)) return failWith(ERROR_ALREADY_EXISTS);
     if (std::rename(source.c_str(), target.c_str()) == 0) return TRUE;
     return failWith(errorOfMissing(exists(source) ? target : source, errno));
 }
 
 BOOL SetCurrentDirectoryW(const wchar_t* path) {
-    const std::string name = hostkit::mapPath(viewOf(path));
-    if (chdir(name.c_str()) == 0) return TRUE;
-    return failWith(errorOfMissing(name, errno));
+    const std::string name = hostkit::platformPath(viewOf(path));
+    struct stat status;
+    char resolved[PATH_MAX];
+    if (!realpath(name.c_str(), resolved) || stat(resolved, &status) != 0)
+        return failWith(errorOfMissing(name, errno));
+    if (!S_ISDIR(status.st_mode)) return failWith(ERROR_DIRECTORY);
+    if (access(resolved, X_OK) != 0) return failWith(ERROR_ACCESS_DENIED);
+    hostkit::hostDirectory() = resolved;
+    return TRUE;
 }
 
 DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer) {
     char name[PATH_MAX];
-    if (!getcwd(name, sizeof name)) {
+    const std::string& set = hostkit::hostDirectory();
+    if (set.empty() && !getcwd(name, sizeof name)) {
         failWith(errorOf(errno));
         return 0;
     }
-    const std::wstring text = hostkit::pathFromSystem(name);
+    const std::wstring text = hostkit::pathFromSystem(set.empty() ? name : set);
     const DWORD length = static_cast<DWORD>(text.size());
     if (!buffer || size <= length) return length + 1;
     lstrcpyW(buffer, text.c_str());
@@ -137,7 +144,10 @@ DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer) {
 // --- Modules -----------------------------------------------------------------------------------------------
 
 HMODULE LoadLibraryW(const wchar_t* file) {
-    const std::string name = hostkit::mapPath(viewOf(file));
+    // A name without a folder is left to the system's search.
+    const std::string mapped = hostkit::mapPath(viewOf(file));
+    const std::string name =
+        mapped.find('/') == std::string::npos ? mapped : hostkit::platformPath(viewOf(file));
     // An empty name would give the program itself.
     void* module = name.empty() ? nullptr : dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module) failWith(ERROR_MOD_NOT_FOUND);

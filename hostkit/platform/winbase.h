@@ -32,8 +32,9 @@ DWORD GetCurrentProcessId();
 BOOL CloseHandle(HANDLE handle);
 
 // --- Files -------------------------------------------------------------------------------------------------
-/// Every path goes through hostkit::mapPath: both separators are taken, a drive letter is mapped by the port.
-/// Names are compared as the file system below compares them.
+/// Every path goes through hostkit::platformPath: both separators are taken, a drive letter is mapped by the
+/// port, and a relative path stands below the current directory. Names are compared as the file system below
+/// compares them.
 
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
 inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;
@@ -60,9 +61,13 @@ DWORD GetFileAttributesW(const wchar_t* path);
 BOOL DeleteFileW(const wchar_t* path);
 /// Renames; fails with ERROR_ALREADY_EXISTS where the new name stands.
 BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
+/// Changes what relative paths of these functions, of CFile and of CFileFind stand below, for the current
+/// host alone: the process stays where it is, so that what a user names on the command line stays there too.
+/// ERROR_DIRECTORY for a file.
 BOOL SetCurrentDirectoryW(const wchar_t* path);
-/// Writes the current directory, with '/' as it stands in the file system. Returns the characters without the
-/// terminator, or the size needed with it when the buffer is too small, or 0 on failure.
+/// Writes the current directory, that of the process until one is set, with '/' as it stands in the file
+/// system. Returns the characters without the terminator, or the size needed with it when the buffer is too
+/// small, or 0 on failure.
 DWORD GetCurrentDirectoryW(DWORD size, wchar_t* buffer);
 
 // --- Modules -----------------------------------------------------------------------------------------------

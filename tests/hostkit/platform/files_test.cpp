@@ -3,6 +3,7 @@
 #include "cfile.h"
 #include "cfilefind.h"
 #include "cstringlist.h"
+#include "hostport.h"
 #include "systempath.h"
 #include "tchar.h"
 #include "temporaryfolder.h"
@@ -148,6 +149,109 @@ TEST(Files, StdioLinesAreInTheAnsiCodePage) {
         EXPECT_EQ(error->m_cause, CFileException::fileNotFound);
         error->Delete();
     }
+}
+
+TEST(Files, TextModeEndsLinesAsThePlatformDoes) {
+    const TemporaryFolder folder;
+    const CString path = wide(folder / "x");
+    const auto linesOf = [&](const std::string& bytes, UINT mode) {
+        folder.write("x", bytes);
+        CStdioFile file(path, CFile::modeRead | mode);
+        CString line;
+        std::wstring lines;
+        while (file.ReadString(line)) lines.append(line.view()) += L'|';
+        return lines;
+    };
+    EXPECT_EQ(linesOf("a\rb\r\r\n\r\n\nlast\r", CFile::typeText), L"a\rb\r|||last\r|");
+    EXPECT_EQ(linesOf("a\r\nb\x1A\r\nc\n", CFile::typeText), L"a|b|");
+    EXPECT_EQ(linesOf("\x1A", CFile::typeText), L"");
+    EXPECT_EQ(linesOf("a\r\nb\x1A\r\nc\n", CFile::typeBinary), L"a\r|b\x1A\r|c|");
+    EXPECT_TRUE(linesOf(std::string("a\0b\n", 4) + std::string(1'000'000, 'c'), 0) ==
+                std::wstring(L"a\0b|", 4) + std::wstring(1'000'000, L'c') + L"|");
+}
+
+// Two files of one name: what each does, and what it lets the other do.
+TEST(Files, SharingIsAsTheFlagsOfBothSay) {
+    const TemporaryFolder folder;
+    const CString path = wide(folder / "x");
+    const UINT ways[] = {CFile::modeRead, CFile::modeWrite, CFile::modeReadWrite};
+    const UINT shares[] = {CFile::shareCompat, CFile::shareExclusive, CFile::shareDenyWrite,
+                           CFile::shareDenyRead, CFile::shareDenyNone};
+    const auto lets = [](UINT share, UINT way) {
+        const bool reads = way != CFile::modeWrite, writes = way != CFile::modeRead;
+        return !(reads && share != CFile::shareDenyNone && share != CFile::shareDenyWrite) &&
+               !(writes && share != CFile::shareDenyNone && share != CFile::shareDenyRead);
+    };
+    for (const UINT way : ways)
+        for (const UINT share : shares)
+            for (const UINT otherWay : ways)
+                for (const UINT otherShare : shares) {
+                    folder.write("x", "kept");
+                    CFile one(path, way | share);
+                    CFile other;
+                    CFileException reason(CFileException::none, {});
+                    const bool opens = other.Open(path, otherWay | otherShare | CFile::modeCreate, &reason);
+                    EXPECT_EQ(opens, lets(share, otherWay) && lets(otherShare, way))
+                        << way << " " << share << " " << otherWay << " " << otherShare;
+                    if (opens) continue;
+                    EXPECT_EQ(reason.m_cause, CFileException::sharingViolation);
+                    EXPECT_EQ(folder.read("x"), "kept") << "not emptied";
+                    one.Close();
+                    EXPECT_TRUE(other.Open(path, otherWay | otherShare)) << "given back";
+                }
+}
+
+TEST(Files, WhatDoesNotGetThereIsToldAtTheLatestWhenClosed) {
+    CStdioFile file(L"/dev/full", CFile::modeWrite);
+    file.WriteString(L"a");
+    try {
+        file.Close();
+        FAIL();
+    } catch (CFileException* error) {
+        EXPECT_EQ(error->m_cause, CFileException::diskFull);
+        error->Delete();
+    }
+    EXPECT_FALSE(file.IsOpen());
+    file.Close();
+    CStdioFile dropped(L"/dev/full", CFile::modeWrite);
+    dropped.WriteString(L"a"); // and nobody closes it
+}
+
+TEST(Files, TheCurrentDirectoryIsTheHostsOwn) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "a/b");
+    folder.write("a/b/x", "inner");
+    const auto process = std::filesystem::current_path();
+    const auto current = [] {
+        wchar_t name[4096] = L"";
+        GetCurrentDirectoryW(4096, name);
+        return std::wstring(name);
+    };
+    hostkit::HostPort port;
+    {
+        const hostkit::ScopedPort use(port);
+        EXPECT_EQ(current(), process.wstring());
+        EXPECT_FALSE(SetCurrentDirectoryW(wide(folder / "none")));
+        EXPECT_FALSE(SetCurrentDirectoryW(wide(folder / "a/b/x")));
+        EXPECT_FALSE(SetCurrentDirectoryW(L""));
+        EXPECT_EQ(current(), process.wstring());
+        ASSERT_TRUE(SetCurrentDirectoryW(wide(folder / "a")));
+        EXPECT_NE(GetFileAttributesW(L"b\\x"), INVALID_FILE_ATTRIBUTES);
+        ASSERT_TRUE(SetCurrentDirectoryW(L"b\\..\\b"));
+        EXPECT_EQ(current(), std::filesystem::canonical(folder / "a/b").wstring());
+        CFile file(L"x", CFile::modeRead);
+        EXPECT_EQ(file.GetLength(), 5u);
+        file.Close();
+        CFileFind finder;
+        EXPECT_TRUE(finder.FindFile(L"*"));
+        EXPECT_TRUE(finder.FindFile(L"x"));
+        EXPECT_TRUE(finder.FindFile(L"..\\b"));
+        EXPECT_TRUE(MoveFileW(L"x", L"y") && CreateDirectoryW(L"z", nullptr) && DeleteFileW(L"y"));
+        EXPECT_EQ(hostkit::mapPath(L"y"), "y") << "what a user names";
+    }
+    EXPECT_EQ(current(), process.wstring()) << "another host";
+    EXPECT_EQ(std::filesystem::current_path(), process);
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "a/b/z"));
 }
 
 TEST(Files, BinaryFilesAreReadBackAndKeptByNoTruncate) {
