@@ -38,6 +38,14 @@ bool takesText(const WindowRecord* window) {
     return window && (window->className == L"EDIT" || window->className == L"COMBOBOX");
 }
 
+// The windows within, those of inner dialogs too.
+void appendControls(HWND window, std::vector<HWND>& controls) {
+    for (const HWND each : Desktop::current().find(window)->children) {
+        controls.push_back(each);
+        appendControls(each, controls);
+    }
+}
+
 } // namespace
 
 CDialog::CDialog(UINT templateId, CWnd* parent)
@@ -65,20 +73,26 @@ bool CDialog::makeWindow(HWND owner) {
     const hostkit::DialogTemplate* description = hostkit::findDialogTemplate(m_templateId);
     if (!description) return false;
     const BaseUnits base = baseUnits();
-    const DWORD style = description->style | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+    const bool isChild = (description->style & WS_CHILD) != 0;
+    const DWORD style = description->style | (isChild ? 0 : WS_POPUP | WS_CAPTION | WS_SYSMENU);
     RECT place{0, 0, pixels(description->width, base.width, horizontalUnits),
                pixels(description->height, base.height, verticalUnits)};
     AdjustWindowRectEx(&place, style, FALSE, 0);
-    if (!CreateEx(WS_EX_CONTROLPARENT, L"#32770", L"", style & ~WS_VISIBLE, place.left, place.top,
-                  hostkit::widthOf(place), hostkit::heightOf(place), owner, 0))
+    if (!CreateEx(WS_EX_CONTROLPARENT, L"#32770", L"", style & ~WS_VISIBLE, 0, 0, hostkit::widthOf(place),
+                  hostkit::heightOf(place), owner, 0))
         return false;
     if (!makeControls(*description)) {
         DestroyWindow();
         return false;
     }
-    CenterWindow();
+    if (!isChild) CenterWindow();
+    return startWindow();
+}
+
+bool CDialog::startWindow() {
     const HWND first = GetNextDlgTabItem(m_hWnd, nullptr, FALSE);
-    if (SendMessageW(WM_INITDIALOG, reinterpret_cast<WPARAM>(first))) ::SetFocus(first);
+    const LRESULT takesFocus = SendMessageW(WM_INITDIALOG, reinterpret_cast<WPARAM>(first));
+    if (takesFocus && !(GetStyle() & WS_CHILD)) ::SetFocus(first);
     if (!::IsWindow(m_hWnd)) return false;
     ShowWindow(SW_SHOW);
     return true;
@@ -152,7 +166,7 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
 void CDialog::pressDefault() {
     Desktop& desktop = Desktop::current();
     const WindowRecord* focused = desktop.find(::GetFocus());
-    if (focused && focused->parent == m_hWnd && isPushButton(*focused)) {
+    if (focused && ::IsChild(m_hWnd, focused->handle) && isPushButton(*focused)) {
         ::SendMessageW(focused->handle, BM_CLICK, 0, 0);
         return;
     }
@@ -169,8 +183,9 @@ void CDialog::pressDefault() {
 // A label's mnemonic leads to the control behind it.
 BOOL CDialog::pressMnemonic(wchar_t character) {
     Desktop& desktop = Desktop::current();
-    const std::vector<HWND> children = desktop.find(m_hWnd)->children;
-    for (const HWND each : children) {
+    std::vector<HWND> controls;
+    appendControls(m_hWnd, controls);
+    for (const HWND each : controls) {
         const WindowRecord* child = desktop.find(each);
         wchar_t mnemonic = 0;
         hostkit::labelText(child->text, mnemonic);
@@ -192,7 +207,18 @@ BOOL CDialog::translateKey(const MSG& message) {
     const WindowRecord* focused = Desktop::current().find(::GetFocus());
     const bool wantsReturn = focused && focused->className == L"EDIT" && (focused->style & ES_MULTILINE) &&
                              (focused->style & ES_WANTRETURN);
+    // An open list takes the keys that close it.
+    if (focused && (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE) &&
+        ::SendMessageW(focused->handle, CB_GETDROPPEDSTATE, 0, 0))
+        return FALSE;
     switch (message.wParam) {
+    case VK_F1: {
+        HELPINFO help;
+        help.iCtrlId = ::GetDlgCtrlID(::GetFocus());
+        help.hItemHandle = ::GetFocus();
+        ::SendMessageW(focused ? focused->handle : m_hWnd, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+        return TRUE;
+    }
     case VK_TAB:
         ::SetFocus(GetNextDlgTabItem(m_hWnd, ::GetFocus(), GetKeyState(VK_SHIFT) < 0));
         return TRUE;
@@ -211,7 +237,8 @@ BOOL CDialog::translateKey(const MSG& message) {
 }
 
 BOOL CDialog::PreTranslateMessage(MSG* message) {
-    if (!message || !m_hWnd) return FALSE;
+    // Within another window the keys are that window's.
+    if (!message || !m_hWnd || (GetStyle() & WS_CHILD)) return FALSE;
     if (message->message == WM_KEYDOWN) return translateKey(*message);
     if (message->message == WM_CHAR && message->wParam != L' ' &&
         !takesText(Desktop::current().find(::GetFocus())))

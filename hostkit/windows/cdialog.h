@@ -1,4 +1,4 @@
-// Stand-in for the host's dialog class. Covers modal and modeless dialogs from templates, default buttons and keys; leaves out help.
+// Stand-in for the host's dialog class. Covers modal and modeless dialogs from templates, dialogs within windows, default buttons and keys; leaves out help files.
 #pragma once
 
 #include "cwnd.h"
@@ -6,7 +6,9 @@
 
 /// A dialog from a template of a module (hostkit::DialogTemplate), or, without one, a base for windows that
 /// build themselves. Enter presses the default button, Escape is OnCancel, Tab goes round the controls, a
-/// mnemonic presses its button.
+/// mnemonic presses its button. A template with WS_CHILD makes a dialog within its parent, at the corner of
+/// its client area: MoveWindow puts it elsewhere. Tab, the mnemonics and Enter of the dialog around it reach
+/// its controls too, and Enter and Escape are answered there.
 class CDialog : public CWnd {
 public:
     CDialog() = default;
@@ -20,6 +22,7 @@ public:
     /// Modeless; stays until DestroyWindow.
     BOOL Create(UINT templateId, CWnd* parent = nullptr);
     void EndDialog(int result);
+    UINT templateId() const { return m_templateId; }
     void GotoDlgCtrl(CWnd* control) { control->SetFocus(); }
 
     BOOL PreTranslateMessage(MSG* message) override;
@@ -33,11 +36,15 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
+    /// Makes window and controls, and shows them; from the template. A class that builds itself overrides it.
+    virtual bool makeWindow(HWND owner);
+    /// Sends WM_INITDIALOG and shows the window; false where it is gone by then.
+    bool startWindow();
+
     UINT m_templateId = 0;
     CWnd* m_parent = nullptr;
 
 private:
-    bool makeWindow(HWND owner);
     bool makeControls(const hostkit::DialogTemplate& description);
     BOOL translateKey(const MSG& message);
     void pressDefault();

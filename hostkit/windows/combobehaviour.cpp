@@ -19,13 +19,20 @@ void ComboBehaviour::showItem(WindowRecord& window, LPARAM index) const {
 void ComboBehaviour::setDropped(WindowRecord& window, bool isDropped) {
     if (m_isDropped == isDropped) return;
     m_isDropped = isDropped;
+    if (isDropped) m_textBefore = window.text;
     Desktop::current().notifyParent(window, isDropped ? CBN_DROPDOWN : CBN_CLOSEUP);
 }
 
 // The order of notifications is the platform's: list opens, selection changes, list closes.
 bool ComboBehaviour::choose(WindowRecord& window, int item) {
     const HWND handle = window.handle;
+    if (!m_list.at(item)) return false;
+    const std::wstring wanted = m_list.at(item)->text;
     setDropped(window, true);
+    if (!IsWindow(handle)) return true;
+    // The list may be another now that it is open.
+    const ListItem* still = m_list.at(item);
+    if (!still || still->text != wanted) item = m_list.find(-1, wanted, true);
     const bool isThere = m_list.at(item) != nullptr;
     if (isThere) {
         showItem(window, m_list.select(item));
@@ -36,7 +43,29 @@ bool ComboBehaviour::choose(WindowRecord& window, int item) {
     return isThere;
 }
 
+// Escape leaves what was chosen before the list opened.
+void ComboBehaviour::closeByKey(WindowRecord& window, bool isTaken) {
+    const HWND handle = window.handle;
+    if (!isTaken) {
+        m_list.select(m_list.find(-1, m_textBefore, true));
+        window.text = m_textBefore;
+    }
+    Desktop::current().notifyParent(window, isTaken ? CBN_SELENDOK : CBN_SELENDCANCEL);
+    if (IsWindow(handle)) setDropped(window, false);
+}
+
 bool ComboBehaviour::pressKey(WindowRecord& window, WPARAM key) {
+    if (key == VK_F4) {
+        if (m_isDropped)
+            closeByKey(window, true);
+        else
+            setDropped(window, true);
+        return true;
+    }
+    if (m_isDropped && (key == VK_RETURN || key == VK_ESCAPE)) {
+        closeByKey(window, key == VK_RETURN);
+        return true;
+    }
     if (key != VK_UP && key != VK_DOWN) return false;
     const int wanted =
         std::clamp(m_list.selected + (key == VK_DOWN ? 1 : -1), 0, std::max(m_list.count() - 1, 0));
@@ -64,6 +93,12 @@ bool ComboBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, L
     case CB_SHOWDROPDOWN:
         setDropped(window, wParam != 0);
         return true;
+    case CB_GETDROPPEDSTATE:
+        answer = m_isDropped;
+        return true;
+    case WM_KILLFOCUS:
+        setDropped(window, false);
+        return true;
     case EM_REPLACESEL:
         if (!isEditable(window)) return true;
         window.text = lParam ? reinterpret_cast<const wchar_t*>(lParam) : L"";
@@ -72,6 +107,7 @@ bool ComboBehaviour::handle(WindowRecord& window, UINT message, WPARAM wParam, L
         return true;
     case WM_LBUTTONDOWN:
         SetFocus(window.handle);
+        setDropped(window, !m_isDropped);
         return true;
     case WM_KEYDOWN:
         return pressKey(window, wParam);
@@ -98,12 +134,35 @@ void ComboBehaviour::paint(const WindowRecord& window, HDC dc) const {
     DrawTextW(dc, window.text.c_str(), -1, &room, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
+RECT ComboBehaviour::paintAbove(const WindowRecord& window, HDC dc) const {
+    if (!m_isDropped) return {};
+    const RECT client = clientRectOf(window);
+    const LONG row = faceOfWindow(window).height();
+    const RECT list{client.left, client.bottom, client.right,
+                    client.bottom + row * std::max(m_list.count(), 1) + 2};
+    FillRect(dc, &list, GetSysColorBrush(COLOR_WINDOW));
+    FrameRect(dc, &list, GetSysColorBrush(COLOR_WINDOWFRAME));
+    SetBkMode(dc, TRANSPARENT);
+    LONG top = list.top + 1;
+    for (int i = 0; i < m_list.count(); ++i, top += row) {
+        const bool isSelected = i == m_list.selected;
+        const RECT bar{list.left + 1, top, list.right - 1, top + row};
+        if (isSelected) FillRect(dc, &bar, GetSysColorBrush(COLOR_HIGHLIGHT));
+        SetTextColor(dc, GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+        RECT room{bar.left + margin - 1, top, bar.right - margin, top + row};
+        DrawTextW(dc, m_list.items[static_cast<std::size_t>(i)].text.c_str(), -1, &room,
+                  DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    }
+    return list;
+}
+
 void ComboBehaviour::describe(const WindowRecord& window, ShownControl& control) const {
     control.kind = ShownControl::Kind::combo;
     control.text = window.text;
     control.mnemonic = 0;
     for (const ListItem& item : m_list.items) control.items.push_back({item.text});
     control.selected = m_list.selected;
+    control.isDropped = m_isDropped;
 }
 
 std::unique_ptr<ControlBehaviour> makeControlBehaviour(const std::wstring& className) {

@@ -67,6 +67,7 @@ class ComboBehaviour final : public ControlBehaviour {
 public:
     bool handle(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer) override;
     void paint(const WindowRecord& window, HDC dc) const override;
+    RECT paintAbove(const WindowRecord& window, HDC dc) const override;
     void describe(const WindowRecord& window, ShownControl& control) const override;
     bool choose(WindowRecord& window, int item) override;
 
@@ -74,10 +75,12 @@ private:
     bool handleItems(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& answer);
     bool pressKey(WindowRecord& window, WPARAM key);
     void setDropped(WindowRecord& window, bool isDropped);
+    void closeByKey(WindowRecord& window, bool isTaken);
     void showItem(WindowRecord& window, LPARAM index) const;
 
     ItemList m_list;
     bool m_isDropped = false;
+    std::wstring m_textBefore; ///< when the list opened
 };
 
 /// Of the window's own font, or the default one.

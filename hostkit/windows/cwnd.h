@@ -118,6 +118,7 @@ protected:
     /// The default of the message being handled.
     LRESULT Default();
 
+    BOOL OnHelpInfo(HELPINFO*) { return static_cast<BOOL>(Default()); }
     void OnPaint() { Default(); }
     void OnClose() { Default(); }
     void OnDestroy() { Default(); }

@@ -28,6 +28,9 @@ public:
                         LRESULT& answer) = 0;
     /// Into the client area.
     virtual void paint(const WindowRecord& window, HDC dc) const = 0;
+    /// What stands above all windows while it is open (the list of a combo box), from the corner of the
+    /// control's client area; gives its place there, empty where nothing is open.
+    virtual RECT paintAbove(const WindowRecord& /*window*/, HDC /*dc*/) const { return {}; }
     /// Kind, marks and items as a person sees them.
     virtual void describe(const WindowRecord& window, ShownControl& control) const = 0;
     /// The user takes that item, as with the mouse. False where there is none.
@@ -156,10 +159,12 @@ private:
         Desktop& m_desktop;
     };
     void paintWindow(HWND window, Painting& painting, POINT origin, const RECT& clip);
+    void paintOpenLists(HWND window, Painting& painting, POINT origin);
     void describeControls(HWND window, POINT clientOrigin, std::vector<ShownControl>& controls);
     void forget(HWND window);
     HWND hit(HWND window, POINT& inClient);
     void postKey(HWND window, const WindowAction& action);
+    HWND findWithin(HWND window, int id);
     bool performOnControl(HWND window, const WindowAction& action, std::wstring& reason);
 
     std::map<HWND, std::unique_ptr<WindowRecord>> m_windows;

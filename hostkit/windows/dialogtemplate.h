@@ -23,7 +23,7 @@ struct DialogItem {
 /// Caption and texts are prompts, which VxPrompts::setDialogPrompts fills in.
 struct DialogTemplate {
     unsigned id;
-    DWORD style; ///< WS_POPUP, WS_CAPTION and WS_SYSMENU are added
+    DWORD style; ///< WS_POPUP, WS_CAPTION and WS_SYSMENU are added, but to a WS_CHILD
     short width;
     short height;
     unsigned prompt;

@@ -70,6 +70,9 @@ protected:                                                                      
 #define ON_WM_PAINT() HOSTKIT_ON_MESSAGE(WM_PAINT, static_cast<ThisClass&>(window).OnPaint(); return 0;)
 #define ON_WM_CLOSE() HOSTKIT_ON_MESSAGE(WM_CLOSE, static_cast<ThisClass&>(window).OnClose(); return 0;)
 #define ON_WM_DESTROY() HOSTKIT_ON_MESSAGE(WM_DESTROY, static_cast<ThisClass&>(window).OnDestroy(); return 0;)
+#define ON_WM_HELPINFO()                                                                                     \
+    HOSTKIT_ON_MESSAGE(                                                                                      \
+        WM_HELP, return static_cast<ThisClass&>(window).OnHelpInfo(reinterpret_cast<HELPINFO*>(lParam));)
 #define ON_WM_ERASEBKGND()                                                                                   \
     HOSTKIT_ON_MESSAGE(WM_ERASEBKGND, return static_cast<ThisClass&>(window).OnEraseBkgnd(                   \
                                           CDC::FromHandle(reinterpret_cast<HDC>(wParam)).get());)

@@ -34,15 +34,6 @@ int refusingButton(unsigned flags) {
     return buttons[0];
 }
 
-namespace {
-
-constexpr LONG margin = 12;
-constexpr LONG buttonWidth = 88;
-constexpr LONG buttonHeight = 24;
-constexpr LONG buttonGap = 8;
-constexpr LONG smallestWidth = 180;
-constexpr int messageId = 0xFFFF;
-
 const wchar_t* textOfButton(int id) {
     switch (id) {
     case IDCANCEL:
@@ -61,6 +52,15 @@ const wchar_t* textOfButton(int id) {
         return L"&Ok";
     }
 }
+
+namespace {
+
+constexpr LONG margin = 12;
+constexpr LONG buttonWidth = 88;
+constexpr LONG buttonHeight = 24;
+constexpr LONG buttonGap = 8;
+constexpr LONG smallestWidth = 180;
+constexpr int messageId = 0xFFFF;
 
 HICON iconOfBox(unsigned flags) {
     unsigned icon = 0;
@@ -84,7 +84,7 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
 private:
-    bool makeWindow(HWND owner);
+    bool makeWindow(HWND owner) override;
     bool makeButtons(CSize client);
     int numberOfButtons() const;
     CSize sizeOfText() const;

@@ -12,4 +12,7 @@ namespace hostkit {
 /// only one.
 [[nodiscard]] int refusingButton(unsigned flags);
 
+/// The text of a button of that id, with its mark: French, as all texts of the system's own windows here.
+[[nodiscard]] const wchar_t* textOfButton(int id);
+
 } // namespace hostkit

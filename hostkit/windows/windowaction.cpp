@@ -47,6 +47,12 @@ WindowAction WindowAction::choose(int control, int item) {
     return action;
 }
 
+WindowAction WindowAction::at(HWND window) const {
+    WindowAction action = *this;
+    action.target = window;
+    return action;
+}
+
 void Desktop::postKey(HWND window, const WindowAction& action) {
     const HWND target = topWindow(m_focus) == window ? m_focus : window;
     m_isShiftHeld = action.withShift;
@@ -68,8 +74,17 @@ HWND Desktop::hit(HWND window, POINT& inClient) {
     return window;
 }
 
+// Its own controls first, then those of the windows within it that are seen.
+HWND Desktop::findWithin(HWND window, int id) {
+    if (const HWND own = GetDlgItem(window, id)) return own;
+    for (const HWND each : find(window)->children)
+        if (const HWND inner = find(each)->style & WS_VISIBLE ? findWithin(each, id) : nullptr) return inner;
+    return nullptr;
+}
+
 bool Desktop::performOnControl(HWND window, const WindowAction& action, std::wstring& reason) {
-    const HWND control = GetDlgItem(window, action.control);
+    const HWND control =
+        action.target && IsChild(window, action.target) ? action.target : findWithin(window, action.control);
     WindowRecord* record = find(control);
     const std::wstring name = L"control " + std::to_wstring(action.control);
     if (!record || !isVisible(control)) {

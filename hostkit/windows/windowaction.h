@@ -15,7 +15,8 @@ struct WindowAction {
     unsigned key = 0; ///< a VK code
     bool withShift = false;
     std::wstring text{};
-    int control = 0;
+    int control = 0;       ///< its id; the window's own controls first, then those of windows within it
+    HWND target = nullptr; ///< the control itself, where one is meant whose id stands there twice
     int item = 0;
     POINT point{}; ///< in the window's client area
 
@@ -27,8 +28,11 @@ struct WindowAction {
     static WindowAction write(int control, std::wstring text);
     static WindowAction click(int control);
     static WindowAction clickAt(int x, int y);
-    /// An item of a list or combo box, counted from 0. In a check list it changes the item's mark.
+    /// An item of a list or combo box, counted from 0. In a check list it changes the item's mark. A combo
+    /// box opens its list first; the item is the one that stood there before.
     static WindowAction choose(int control, int item);
+    /// The same at that very control.
+    WindowAction at(HWND window) const;
 };
 
 struct ShownItem {
@@ -51,6 +55,7 @@ struct ShownControl {
     bool isChecked = false;
     std::vector<ShownItem> items{};
     int selected = -1;
+    bool isDropped = false; ///< of a combo box: its list is open
 };
 
 /// What the system's own message box asks.

@@ -111,12 +111,37 @@ void Desktop::paintWindow(HWND window, Painting& painting, POINT origin, const R
     }
 }
 
+// They stand above what lies under them, and the picture grows where one reaches out of the window.
+void Desktop::paintOpenLists(HWND window, Painting& painting, POINT origin) {
+    const WindowRecord* record = find(window);
+    if (!record) return;
+    const RECT client = clientOf(*record, origin);
+    if (record->behaviour) {
+        constexpr LONG anywhere = 0x7FFF;
+        HostDeviceContext context;
+        context.painting = &painting;
+        context.window = window;
+        context.origin = {client.left, client.top};
+        context.clip = {0, 0, anywhere, anywhere};
+        context.font = record->font;
+        const RECT list = record->behaviour->paintAbove(*record, &context);
+        painting.size = {std::max(painting.size.cx, client.left + list.right),
+                         std::max(painting.size.cy, client.top + list.bottom)};
+    }
+    for (const HWND each : record->children) {
+        const WindowRecord* child = find(each);
+        if (child && (child->style & WS_VISIBLE))
+            paintOpenLists(each, painting, {client.left + child->place.left, client.top + child->place.top});
+    }
+}
+
 Painting Desktop::paint(HWND window) {
     const WindowRecord* record = find(window);
     if (!record) return {};
     Painting painting;
     painting.size = {widthOf(record->place), heightOf(record->place)};
     paintWindow(window, painting, {}, {0, 0, painting.size.cx, painting.size.cy});
+    paintOpenLists(window, painting, {});
     return painting;
 }
 
@@ -132,9 +157,10 @@ void Desktop::describeControls(HWND window, POINT clientOrigin, std::vector<Show
         control.bounds = moved(child->place, clientOrigin.x, clientOrigin.y);
         control.isEnabled = isEnabled(each);
         control.hasFocus = m_focus == each;
+        const RECT inner = clientOf(*child, {control.bounds.left, control.bounds.top});
         if (child->behaviour) child->behaviour->describe(*child, control);
-        controls.push_back(std::move(control));
-        const RECT inner = clientOf(*child, {controls.back().bounds.left, controls.back().bounds.top});
+        // A dialog within is its controls.
+        if (child->className != L"#32770") controls.push_back(std::move(control));
         describeControls(each, {inner.left, inner.top}, controls);
     }
 }

@@ -30,6 +30,22 @@ LRESULT defaultText(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lP
     return static_cast<LRESULT>(count);
 }
 
+// By the control's own style: a dialog chooses its first control before it shows.
+void appendTabStops(HWND window, HWND from, std::vector<HWND>& stops) {
+    constexpr DWORD wanted = WS_TABSTOP | WS_VISIBLE;
+    for (const HWND each : recordOf(window)->children) {
+        const WindowRecord& child = *recordOf(each);
+        const bool isUsable = (child.style & WS_VISIBLE) && !(child.style & WS_DISABLED);
+        if (each == from || (isUsable && (child.style & wanted) == wanted)) stops.push_back(each);
+        if (isUsable && (child.exStyle & WS_EX_CONTROLPARENT)) appendTabStops(each, from, stops);
+    }
+}
+
+// Up through the windows, until one answers.
+LRESULT askForHelp(const WindowRecord& window, LPARAM lParam) {
+    return window.parent ? desktop().send(window.parent, WM_HELP, 0, lParam) : FALSE;
+}
+
 LRESULT eraseWithClassBrush(const WindowRecord& window, WPARAM wParam) {
     const auto context = reinterpret_cast<HDC>(wParam);
     if (!context || !window.windowClass.background) return FALSE;
@@ -95,6 +111,8 @@ LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
         return reinterpret_cast<LRESULT>(record->font);
     case WM_SETICON:
         return reinterpret_cast<LRESULT>(std::exchange(record->icon, reinterpret_cast<HICON>(lParam)));
+    case WM_HELP:
+        return askForHelp(*record, lParam);
     case WM_SETCURSOR:
         return chooseCursor(*record, wParam, lParam);
     default:
@@ -265,15 +283,9 @@ HWND GetDlgItem(HWND window, int id) {
 }
 
 HWND GetNextDlgTabItem(HWND window, HWND from, BOOL backward) {
-    const WindowRecord* record = recordOf(window);
-    if (!record) return nullptr;
-    // By the control's own style: a dialog chooses its first control before it shows.
-    constexpr DWORD wanted = WS_TABSTOP | WS_VISIBLE;
+    if (!recordOf(window)) return nullptr;
     std::vector<HWND> stops;
-    for (const HWND each : record->children) {
-        const DWORD style = GetWindowLongW(each, GWL_STYLE);
-        if (each == from || ((style & wanted) == wanted && !(style & WS_DISABLED))) stops.push_back(each);
-    }
+    appendTabStops(window, from, stops);
     if (backward) std::reverse(stops.begin(), stops.end());
     if (stops.empty()) return nullptr;
     const auto at = std::find(stops.begin(), stops.end(), from);

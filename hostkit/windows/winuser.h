@@ -29,6 +29,8 @@ inline constexpr UINT WM_SETCURSOR = 0x0020;
 inline constexpr UINT WM_SETFONT = 0x0030;
 inline constexpr UINT WM_GETFONT = 0x0031;
 inline constexpr UINT WM_COPYDATA = 0x004A;
+/// F1: lParam is a HELPINFO*. It goes to the control with the focus, then to each window around it.
+inline constexpr UINT WM_HELP = 0x0053;
 inline constexpr UINT WM_SETICON = 0x0080;
 inline constexpr UINT WM_NCDESTROY = 0x0082;
 inline constexpr UINT WM_GETDLGCODE = 0x0087;
@@ -54,6 +56,16 @@ struct COPYDATASTRUCT {
     ULONG_PTR dwData = 0;
     DWORD cbData = 0; ///< bytes
     void* lpData = nullptr;
+};
+
+/// What help is asked for.
+struct HELPINFO {
+    UINT cbSize = sizeof(HELPINFO);
+    int iContextType = 1;         ///< a window
+    int iCtrlId = 0;              ///< of the control
+    HANDLE hItemHandle = nullptr; ///< its window
+    DWORD_PTR dwContextId = 0;
+    POINT MousePos{};
 };
 
 constexpr WORD LOWORD(std::uintptr_t value) { return static_cast<WORD>(value & 0xFFFF); }
@@ -82,6 +94,8 @@ inline constexpr unsigned VK_UP = 0x26;
 inline constexpr unsigned VK_RIGHT = 0x27;
 inline constexpr unsigned VK_DOWN = 0x28;
 inline constexpr unsigned VK_DELETE = 0x2E;
+inline constexpr unsigned VK_F1 = 0x70;
+inline constexpr unsigned VK_F4 = 0x73;
 /// Negative while the key is held at the message being handled; Shift alone is known.
 short GetKeyState(int key);
 
@@ -100,6 +114,8 @@ inline constexpr DWORD WS_GROUP = 0x00020000u;
 inline constexpr DWORD WS_TABSTOP = 0x00010000u;
 inline constexpr DWORD WS_EX_CONTROLPARENT = 0x00010000u;
 inline constexpr DWORD DS_MODALFRAME = 0x80u;
+/// Of a dialog within another: its controls take part in the keys of the one around it.
+inline constexpr DWORD DS_CONTROL = 0x400u;
 inline constexpr DWORD DS_CENTER = 0x800u;
 
 inline constexpr DWORD BS_PUSHBUTTON = 0x0;
@@ -176,6 +192,7 @@ inline constexpr UINT CB_FINDSTRING = 0x14C;
 inline constexpr UINT CB_SELECTSTRING = 0x14D;
 inline constexpr UINT CB_SETCURSEL = 0x14E;
 inline constexpr UINT CB_SHOWDROPDOWN = 0x14F;
+inline constexpr UINT CB_GETDROPPEDSTATE = 0x157;
 inline constexpr UINT CB_GETITEMDATA = 0x150;
 inline constexpr UINT CB_SETITEMDATA = 0x151;
 inline constexpr UINT CB_FINDSTRINGEXACT = 0x158;
@@ -185,6 +202,7 @@ inline constexpr UINT CBN_EDITCHANGE = 5;
 inline constexpr UINT CBN_DROPDOWN = 7;
 inline constexpr UINT CBN_CLOSEUP = 8;
 inline constexpr UINT CBN_SELENDOK = 9;
+inline constexpr UINT CBN_SELENDCANCEL = 10;
 
 // --- Windows -----------------------------------------------------------------------------------------------
 
@@ -254,8 +272,8 @@ inline constexpr int GWL_EXSTYLE = -20;
 DWORD GetWindowLongW(HWND window, int which);
 int GetDlgCtrlID(HWND window);
 HWND GetDlgItem(HWND window, int id);
-/// The control that Tab leads to from `from`: visible, enabled, a tab stop; round at the ends. Null when
-/// there is none.
+/// The control that Tab leads to from `from`: visible, enabled, a tab stop, also within a child that is a
+/// WS_EX_CONTROLPARENT; round at the ends. Null when there is none.
 HWND GetNextDlgTabItem(HWND window, HWND from, BOOL backward);
 
 /// What the platform does with a message that nobody wants.
