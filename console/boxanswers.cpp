@@ -19,7 +19,8 @@ struct NamedKey {
 constexpr NamedKey namedKeys[] = {
     {L"Enter", VK_RETURN}, {L"Esc", VK_ESCAPE},    {L"Escape", VK_ESCAPE},  {L"Tab", VK_TAB},
     {L"Space", VK_SPACE},  {L"Up", VK_UP},         {L"Down", VK_DOWN},      {L"Home", VK_HOME},
-    {L"End", VK_END},      {L"Delete", VK_DELETE}, {L"Backspace", VK_BACK},
+    {L"End", VK_END},      {L"Delete", VK_DELETE}, {L"Backspace", VK_BACK}, {L"F1", VK_F1},
+    {L"F4", VK_F4},
 };
 
 bool isPressed(const ShownControl& control) {
@@ -38,6 +39,21 @@ const ShownControl* pressedControl(const ShownWindow& window, const std::wstring
     return nullptr;
 }
 
+// The field that a label stands before, or a combo box by what it shows.
+const ShownControl* namedField(const ShownWindow& window, const std::wstring& word) {
+    const auto isField = [](const ShownControl& each) { return each.kind == Kind::edit || hasItems(each); };
+    for (std::size_t i = 0; i + 1 < window.controls.size(); ++i) {
+        const ShownControl& label = window.controls[i];
+        const std::wstring text = label.text.substr(0, label.text.find_last_not_of(L" :") + 1);
+        const bool isNamed = hostkit::equalFolded(text, word) || hostkit::equalFolded(label.text, word);
+        if (label.kind == Kind::label && isNamed && isField(window.controls[i + 1]))
+            return &window.controls[i + 1];
+    }
+    for (const ShownControl& each : window.controls)
+        if (each.kind == Kind::combo && hostkit::equalFolded(each.text, word)) return &each;
+    return nullptr;
+}
+
 // The one with the focus, else the first.
 template <class Test>
 const ShownControl* focusedOrFirst(const ShownWindow& window, Test isWanted) {
@@ -48,25 +64,40 @@ const ShownControl* focusedOrFirst(const ShownWindow& window, Test isWanted) {
     return nullptr;
 }
 
-std::wstring addItem(BoxAnswer& answer, const ShownWindow& window, const std::wstring& number) {
-    const ShownControl* list = focusedOrFirst(window, hasItems);
-    if (!list) return L"the box has no list";
-    std::size_t item = 0;
-    for (const wchar_t digit : number) {
-        if (digit < L'0' || digit > L'9' || item > list->items.size())
-            return L"#" + number + L" is no item of the list";
-        item = item * 10 + static_cast<std::size_t>(digit - L'0');
+// The one that an earlier word went to, else the one with the focus, else the first.
+template <class Test>
+const ShownControl* chosenField(const BoxAnswer& answer, const ShownWindow& window, Test isWanted) {
+    return answer.field && isWanted(*answer.field) ? answer.field : focusedOrFirst(window, isWanted);
+}
+
+// By its text, which may be a number, or by its number from 1; -1 where there is none.
+int itemOf(const ShownControl& list, const std::wstring& wanted) {
+    for (std::size_t i = 0; i < list.items.size(); ++i)
+        if (hostkit::equalFolded(list.items[i].text, wanted)) return static_cast<int>(i);
+    std::size_t number = 0;
+    for (const wchar_t digit : wanted) {
+        if (digit < L'0' || digit > L'9' || number > list.items.size()) return -1;
+        number = number * 10 + static_cast<std::size_t>(digit - L'0');
     }
-    if (item < 1 || item > list->items.size()) return L"#" + number + L" is no item of the list";
-    answer.steps.push_back({WindowAction::choose(list->id, static_cast<int>(item) - 1)});
+    return number <= list.items.size() ? static_cast<int>(number) - 1 : -1;
+}
+
+std::wstring addItem(BoxAnswer& answer, const ShownWindow& window, const std::wstring& number) {
+    const ShownControl* list = chosenField(answer, window, hasItems);
+    if (!list) return L"the box has no list";
+    int item = itemOf(*list, number);
+    for (const ShownControl& each : window.controls)
+        if (item < 0 && hasItems(each) && (item = itemOf(each, number)) >= 0) list = &each;
+    if (item < 0) return L"#" + number + L" is no item of the list";
+    answer.steps.push_back({WindowAction::choose(list->id, item).at(list->window)});
     return {};
 }
 
 std::wstring addText(BoxAnswer& answer, const ShownWindow& window, const std::wstring& text) {
     const ShownControl* edit =
-        focusedOrFirst(window, [](const ShownControl& each) { return each.kind == Kind::edit; });
+        chosenField(answer, window, [](const ShownControl& each) { return each.kind == Kind::edit; });
     if (!edit) return L"the box has no field to write in";
-    answer.steps.push_back({WindowAction::write(edit->id, text)});
+    answer.steps.push_back({WindowAction::write(edit->id, text).at(edit->window)});
     return {};
 }
 
@@ -77,15 +108,18 @@ std::wstring addWord(BoxAnswer& answer, const ShownWindow& window, const std::ws
         answer.steps.emplace_back().picture = word.substr(1);
         return {};
     }
-    if (const ShownControl* control = pressedControl(window, word)) {
-        answer.steps.push_back({WindowAction::click(control->id)});
-        return {};
-    }
+    const ShownControl* control = pressedControl(window, word);
     for (const NamedKey& each : namedKeys)
-        if (hostkit::equalFolded(each.name, word)) {
+        if (!control && hostkit::equalFolded(each.name, word)) {
             answer.steps.push_back({WindowAction::press(each.key)});
             return {};
         }
+    if (!control) control = namedField(window, word);
+    if (control) {
+        answer.field = control->kind == Kind::button ? answer.field : control;
+        answer.steps.push_back({WindowAction::click(control->id).at(control->window)});
+        return {};
+    }
     return L"\"" + word + L"\" is no answer to this box (" + buttonTexts(window) + L", or a key)";
 }
 
@@ -100,6 +134,7 @@ BoxAnswer parseBoxAnswer(const std::wstring& line, const ShownWindow& window) {
     if (answer.problem.empty() && answer.steps.empty())
         answer.steps.push_back({WindowAction::press(VK_RETURN)});
     if (!answer.problem.empty()) answer.steps.clear();
+    answer.field = nullptr;
     return answer;
 }
 

@@ -13,14 +13,21 @@ struct BoxStep {
 
 struct BoxAnswer {
     std::vector<BoxStep> steps{};
-    std::wstring problem{}; ///< what cannot be meant at this box; empty where all can
+    std::wstring problem{};                       ///< what cannot be meant at this box; empty where all can
+    const hostkit::ShownControl* field = nullptr; ///< while it is read: the one that a word went to last
 };
 
 /// An answer is words separated by blanks, in quotation marks where they hold blanks, done one after the
 /// other:
 ///   Oui, o      a button or check box by its text or its marked letter
-///   Enter, Esc, Tab, Space, Up, Down, Home, End, Backspace, Delete    a key
-///   #3          the third item of the list or combo box; in a list with marks it changes the mark
+///   Largeur     the field behind the label "Largeur :", or a combo box by the text that it shows: a click
+///   there,
+///               which opens the combo box or closes it; `#` and `=` behind it mean that field
+///   Enter, Esc, Tab, Space, Up, Down, Home, End, Backspace, Delete, F1, F4    a key; F4 opens the list of a
+///               combo box and closes it
+///   #3          the third item of the list or combo box that has the focus, or the first one; in a list with
+///               marks it changes the mark
+///   "#ST 25"    the item of that text, in any list where that one has none
 ///   =text       writes this into the edit that has the focus, or the first one
 ///   >box.svg    writes a picture of the box as it stands then
 /// An empty answer is Enter. Letters count without regard to case. All of it is looked at before anything is

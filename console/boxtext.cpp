@@ -14,7 +14,9 @@ using Kind = ShownControl::Kind;
 
 constexpr std::size_t widest = 72;
 constexpr LONG sameRow = 8;
-constexpr std::size_t editWidth = 30;
+constexpr LONG pixelsOfColumn = 6;
+constexpr LONG narrowestEdit = 8;
+constexpr LONG widestEdit = 30;
 
 // Broken at blanks; a longer word is cut.
 void appendWrapped(std::vector<std::wstring>& lines, std::wstring_view text) {
@@ -40,6 +42,11 @@ std::wstring marked(const ShownControl& control, const std::wstring& text) {
     return control.hasFocus ? L">" + state + L"<" : state;
 }
 
+std::size_t columnsOfEdit(const ShownControl& control) {
+    const LONG columns = hostkit::widthOf(control.bounds) / pixelsOfColumn;
+    return static_cast<std::size_t>(std::clamp(columns, narrowestEdit, widestEdit));
+}
+
 std::wstring lineOf(const ShownControl& control) {
     const std::wstring mark = control.isChecked ? L"x" : L" ";
     switch (control.kind) {
@@ -50,9 +57,9 @@ std::wstring lineOf(const ShownControl& control) {
     case Kind::radio:
         return marked(control, L"(" + mark + L") " + control.text);
     case Kind::edit:
-        return marked(control, L"[" + padRight(control.text, editWidth) + L"]");
+        return marked(control, L"[" + padRight(control.text, columnsOfEdit(control)) + L"]");
     case Kind::combo:
-        return marked(control, L"[" + control.text + L" v]");
+        return marked(control, L"[" + control.text + (control.isDropped ? L" ^]" : L" v]"));
     default:
         return control.text;
     }
@@ -76,10 +83,16 @@ bool isList(const ShownControl& control) {
 std::vector<const ShownControl*> fromTop(const ShownWindow& window) {
     std::vector<const ShownControl*> controls;
     for (const ShownControl& each : window.controls) controls.push_back(&each);
-    std::stable_sort(controls.begin(), controls.end(), [](const ShownControl* a, const ShownControl* b) {
-        return a->bounds.top / sameRow != b->bounds.top / sameRow ? a->bounds.top < b->bounds.top
-                                                                  : a->bounds.left < b->bounds.left;
-    });
+    const auto isAbove = [](const auto* a, const auto* b) { return a->bounds.top < b->bounds.top; };
+    const auto isLeft = [](const auto* a, const auto* b) { return a->bounds.left < b->bounds.left; };
+    std::stable_sort(controls.begin(), controls.end(), isAbove);
+    for (auto row = controls.begin(); row != controls.end();) {
+        const auto end = std::find_if(row, controls.end(), [top = (*row)->bounds.top](const auto* each) {
+            return each->bounds.top - top > sameRow;
+        });
+        std::stable_sort(row, end, isLeft);
+        row = end;
+    }
     return controls;
 }
 
@@ -108,6 +121,9 @@ std::vector<std::wstring> contentOf(const ShownWindow& window) {
         if (text.empty()) continue;
         if (row.empty()) rowTop = control->bounds.top;
         row += (row.empty() ? L"" : L"  ") + text;
+        if (!control->isDropped) continue;
+        endRow();
+        appendItems(lines, *control);
     }
     endRow();
     return lines;

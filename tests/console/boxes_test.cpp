@@ -36,15 +36,15 @@ ShownWindow sampleWindow() {
 }
 
 TEST(BoxText, ShowsRowsFromTheTopWithMarksAndFocus) {
-    EXPECT_EQ(boxAsText(sampleWindow()), L"+- Titre ---------------------------------+\n"
-                                         L"| Une ligne                               |\n"
-                                         L"| Nom :  [abc                           ] |\n"
-                                         L"|   1 [x] a                               |\n"
-                                         L"| > 2 [ ] b                               |\n"
-                                         L"| ([ ] Toujours)                          |\n"
-                                         L"|                                         |\n"
-                                         L"| >[ Oui ]<  [ Non ]                      |\n"
-                                         L"+-----------------------------------------+\n");
+    EXPECT_EQ(boxAsText(sampleWindow()), L"+- Titre ------------+\n"
+                                         L"| Une ligne          |\n"
+                                         L"| Nom :  [abc     ]  |\n"
+                                         L"|   1 [x] a          |\n"
+                                         L"| > 2 [ ] b          |\n"
+                                         L"| ([ ] Toujours)     |\n"
+                                         L"|                    |\n"
+                                         L"| >[ Oui ]<  [ Non ] |\n"
+                                         L"+--------------------+\n");
     ShownWindow wide;
     wide.lines = {std::wstring(200, L'漢'), std::wstring(80, L'a') + L" " + std::wstring(10, L'b')};
     const std::wstring text = boxAsText(wide);
@@ -80,7 +80,7 @@ TEST(BoxAnswers, WordsBecomeActionsAndWhatCannotBeMeantStopsThemAll) {
     EXPECT_EQ(parseBoxAnswer(L">a.svg Oui", window).steps.at(0).picture, L"a.svg");
     EXPECT_EQ(parseBoxAnswer(L"#1 =x Oui", window).steps.size(), 3u);
     for (const wchar_t* bad :
-         {L"Oui peut-être", L"#0", L"#3", L"#99999999999999999999", L"#x", L"x", L"F1"}) {
+         {L"Oui peut-être", L"#0", L"#3", L"#99999999999999999999", L"#x", L"x", L"F2"}) {
         const BoxAnswer answer = parseBoxAnswer(bad, window);
         EXPECT_FALSE(answer.problem.empty());
         EXPECT_TRUE(answer.steps.empty());
