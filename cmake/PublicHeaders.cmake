@@ -2,17 +2,20 @@
 
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
-  vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h vexodlgexitapp.h vexodlglistck.h vexodlgsavefile.h
-  vexodlgwarningck.h vexoentityfiler.h vexogeometrytools.h vexoidfiller.h vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoprogressbar.h
+  vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h vexodlgexitapp.h
+  vexodlglistck.h vexodlgorstyle.h vexodlgorstylesavefile.h vexodlgsavefile.h vexodlgwarningck.h vexoentityfiler.h
+  vexogeometrytools.h vexoidfiller.h vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoorstyledata.h
+  vexoorstyledataitem.h vexoprogressbar.h
   vexoprogressbarsmart.h vexoregistrytools.h vexoselectiontools.h vexosmartlock.h vexosmartopen.h vexosmartpointer.h
   vexosmartundorecording.h vexotools.h vexouitools.h)
 
 # Of the kit: names of the CAD host and of the platform, what modules and their tests ask of this host, and what these
 # include.
 set(VEXO_KIT_HEADERS
-  acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h adesk.h adscodes.h adsdef.h afx.h
-  afxcmn.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h casefold.h ccontrols.h cdc.h cdialog.h cfile.h
-  cfilefind.h circularcurve.h cmenu.h commandinput.h cornerfigure.h cstring.h cstringlist.h cvxcrashhandler.h
+  acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h
+  adesk.h adscodes.h adsdef.h afx.h afxcmn.h afxdlgs.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h
+  casefold.h ccontrols.h cdc.h cdialog.h cfile.h cfiledialog.h cfilefind.h circularcurve.h cmenu.h commandinput.h
+  cornerfigure.h cpropertysheet.h cstring.h cstringlist.h cvxcrashhandler.h
   cvxlogentry.h cvxtoolsresoverride.h cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db3dpolyline.h db3dvertex.h
   dbabstractviewtablerecord.h dbapserv.h dbarc.h dbattdef.h dbattribute.h dbblockbegin.h dbblockend.h
   dbblockreference.h dbblocktable.h dbblocktablerecord.h dbcircle.h dbcolor.h dbcurve.h dbdatabase.h
@@ -25,7 +28,7 @@ set(VEXO_KIT_HEADERS
   dbspline.h dbsymboltable.h dbsymboltablerecord.h dbsymtb.h dbtext.h dbtextstyletable.h dbtextstyletablerecord.h
   dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewporttable.h dbviewporttablerecord.h dbviewtable.h
   dbviewtablerecord.h dbxline.h dbxrecrd.h debuglogoption.h deferredinput.h desktop.h dialogtemplate.h
-  drawingreader.h drawingversion.h drawingwriter.h entitycoordinates.h fielditems.h fontmetrics.h formchanges.h
+  drawingreader.h drawingversion.h drawingwriter.h entitycoordinates.h fielditems.h filesharing.h fontmetrics.h formchanges.h
   gearc.h gearc2d.h gearc3d.h gebndblock.h gebndblock2d.h gebndblock3d.h gecint.h gecint2d.h gecint3d.h gecurv.h
   gecurv2d.h gecurv3d.h geell.h geell2d.h geell3d.h geent.h geent2d.h geent3d.h gegbl.h geintrvl.h gekvec.h gelent.h
   gelent2d.h gelent3d.h geline.h geline2d.h geline3d.h gelnsg2d.h gelnsg3d.h gemat2d.h gemat3d.h genurb.h genurb2d.h

@@ -1,6 +1,8 @@
 #include "dialogtemplate.h"
 #include "vexodlgexitapp.h"
 #include "vexodlglistck.h"
+#include "vexodlgorstyle.h"
+#include "vexodlgorstylesavefile.h"
 #include "vexodlgsavefile.h"
 #include "vexodlgwarningck.h"
 
@@ -31,6 +33,16 @@ const hostkit::DialogItem saveItems[] = {
     {L"BUTTON", IDOK, defaultButton, 88, 31, 50, 14, promptOk},
     {L"BUTTON", IDCANCEL, button, 143, 31, 50, 14, promptCancel},
 };
+const hostkit::DialogItem styleItems[] = {
+    {L"COMBOBOX", VEXODlgORStyle::IDC_COMBO_STYLES, CBS_DROPDOWNLIST | WS_TABSTOP, 0, 0, 168, 13, 0},
+    {L"BUTTON", VEXODlgORStyle::IDC_BUTTON_SAVE, button, 173, 0, 50, 14, 14063},
+};
+const hostkit::DialogItem styleNameItems[] = {
+    {L"STATIC", VEXODlgORStyleSaveFile::IDC_LABEL, SS_LEFT, 7, 10, 65, 9, 14074},
+    {L"EDIT", VEXODlgORStyleSaveFile::IDC_NAME, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, 76, 7, 117, 14, 0},
+    {L"BUTTON", IDOK, defaultButton, 88, 31, 50, 14, promptOk},
+    {L"BUTTON", IDCANCEL, button, 143, 31, 50, 14, promptCancel},
+};
 const hostkit::DialogItem warningItems[] = {
     {L"STATIC", VEXODlgWarningCk::IDC_MESSAGE, messageLabel, 7, 10, 216, 33, 0},
     {L"BUTTON", VEXODlgWarningCk::IDC_CHECK, BS_AUTOCHECKBOX | WS_TABSTOP, 7, 48, 216, 10, 14064},
@@ -42,6 +54,8 @@ const hostkit::DialogTemplate templates[] = {
     {VEXODlgExitApp::IDD, DS_MODALFRAME, 230, 72, 14020, exitItems, std::size(exitItems)},
     {VEXODlgListCk::IDD, DS_MODALFRAME, 200, 128, 14070, listItems, std::size(listItems)},
     {VEXODlgSaveFile::IDD, DS_MODALFRAME, 200, 52, 14063, saveItems, std::size(saveItems)},
+    {VEXODlgORStyle::IDD, WS_CHILD | DS_CONTROL, 223, 14, 0, styleItems, std::size(styleItems)},
+    {VEXODlgORStyleSaveFile::IDD, DS_MODALFRAME, 200, 52, 14063, styleNameItems, std::size(styleNameItems)},
     {VEXODlgWarningCk::IDD, DS_MODALFRAME, 230, 88, 14067, warningItems, std::size(warningItems)},
 };
 

@@ -43,6 +43,7 @@ const hostkit::StringTableEntry frenchTexts[] = {
     {14071, L"Le nom du style n'est pas valide."},
     {14072, L"Le style sélectionné n'est pas compatible avec ce type d'objet."},
     {14073, L"Le fichier sélectionné ne contient pas de style Ordane Dalle."},
+    {14074, L"Nom du style :"},
     {14110, L"Invalid file name!"},
 };
 

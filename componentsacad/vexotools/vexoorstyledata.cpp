@@ -1,0 +1,153 @@
+#include "vexoorstyledata.h"
+
+#include "cvxlogentry.h"
+#include "stylefiletext.h"
+
+VEXOORStyleData& VEXOORStyleData::operator=(const VEXOORStyleData& other) {
+    CVxLogEntry entry(L"VEXOORStyleData::operator=");
+    m_items = other.m_items;
+    m_entityType = other.m_entityType;
+    m_styleName = other.m_styleName;
+    m_sheet = other.m_sheet;
+    m_page = other.m_page;
+    return *this;
+}
+
+Acad::ErrorStatus VEXOORStyleData::WriteDataFromControls() {
+    CVxLogEntry entry(L"VEXOORStyleData::WriteDataFromControls");
+    return Acad::eNotImplementedYet;
+}
+
+Acad::ErrorStatus VEXOORStyleData::UpdateControlsFromData() {
+    CVxLogEntry entry(L"VEXOORStyleData::UpdateControlsFromData");
+    return Acad::eNotImplementedYet;
+}
+
+// --- Files -------------------------------------------------------------------------------------------------
+
+namespace {
+
+CString lineOf(const VEXOORStyleDataItem& item) {
+    CString line;
+    switch (item.m_kind) {
+    case VEXOORStyleDataItem::kReal:
+        line.Format(L"%s = %.12f\n", item.m_key, item.real());
+        break;
+    case VEXOORStyleDataItem::kInteger:
+        line.Format(L"%s = %d\n", item.m_key, item.integer());
+        break;
+    default:
+        line.Format(L"%s = \"%s\"\n", item.m_key, item.text());
+        break;
+    }
+    return line;
+}
+
+} // namespace
+
+void VEXOORStyleData::writeLines(CStdioFile& file) const {
+    CString line = L"[" + m_entityType + L"]\n";
+    file.WriteString(vexo::toFileText(line));
+    line.Format(L"%s = \"%s\"\n", vexo::styleNameKey, m_styleName);
+    file.WriteString(vexo::toFileText(line));
+    for (const VEXOORStyleDataItem& item : m_items) file.WriteString(vexo::toFileText(lineOf(item)));
+}
+
+void VEXOORStyleData::WriteDataToFile(CStdioFile* file) {
+    CVxLogEntry entry(L"VEXOORStyleData::WriteDataToFile");
+    if (!file || m_entityType.IsEmpty() || m_styleName.IsEmpty()) return;
+    try {
+        writeLines(*file);
+    } catch (CFileException* error) {
+        error->Delete();
+    } catch (...) {
+        return;
+    }
+}
+
+void VEXOORStyleData::ReadDataFromFile(CStdioFile*) {
+    CVxLogEntry entry(L"VEXOORStyleData::ReadDataFromFile");
+}
+
+// --- Items -------------------------------------------------------------------------------------------------
+
+bool VEXOORStyleData::makeFull(CString& key) const {
+    if (key.IsEmpty()) return false;
+    if (key.Find(m_prefix) < 0) key = m_prefix + key;
+    return true;
+}
+
+void VEXOORStyleData::appendItem(const CString& key, VEXOORStyleDataItem& item) {
+    item.m_key = key;
+    m_items.append(item);
+}
+
+void VEXOORStyleData::AddItem(CString& key, const double& value) {
+    CVxLogEntry entry(L"VEXOORStyleData::AddItem");
+    if (!makeFull(key)) return;
+    VEXOORStyleDataItem item;
+    item.setReal(value);
+    appendItem(key, item);
+}
+
+void VEXOORStyleData::AddItem(CString& key, const int& value) {
+    CVxLogEntry entry(L"VEXOORStyleData::AddItem");
+    if (!makeFull(key)) return;
+    VEXOORStyleDataItem item;
+    item.setInteger(value);
+    appendItem(key, item);
+}
+
+void VEXOORStyleData::AddItem(CString& key, const CString& value) {
+    CVxLogEntry entry(L"VEXOORStyleData::AddItem");
+    if (!makeFull(key)) return;
+    VEXOORStyleDataItem item;
+    item.setText(value);
+    appendItem(key, item);
+}
+
+void VEXOORStyleData::AddItem(VEXOORStyleDataItem& item) {
+    CVxLogEntry entry(L"VEXOORStyleData::AddItem");
+    m_items.append(item);
+}
+
+Acad::ErrorStatus VEXOORStyleData::GetItem(CString key, VEXOORStyleDataItem& item) {
+    CVxLogEntry entry(L"VEXOORStyleData::GetItem");
+    const CString wanted = m_prefix + key;
+    for (const VEXOORStyleDataItem& each : m_items) {
+        if (each.m_key != wanted) continue;
+        item = each;
+        return Acad::eOk;
+    }
+    return Acad::eInvalidInput;
+}
+
+void VEXOORStyleData::ClearItems() {
+    CVxLogEntry entry(L"VEXOORStyleData::ClearItems");
+    m_items.removeAll();
+}
+
+void VEXOORStyleData::ReserveItems(int count) {
+    CVxLogEntry entry(L"VEXOORStyleData::ReserveItems");
+    if (count > m_items.physicalLength()) m_items.setPhysicalLength(count);
+}
+
+// --- What else it holds ------------------------------------------------------------------------------------
+
+Acad::ErrorStatus VEXOORStyleData::setEntityType(const CString& entityType) {
+    CVxLogEntry entry(L"VEXOORStyleData::setEntityType");
+    m_entityType = entityType;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus VEXOORStyleData::setStyleName(const CString& styleName) {
+    CVxLogEntry entry(L"VEXOORStyleData::setStyleName");
+    m_styleName = styleName;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus VEXOORStyleData::setPrefix(const CString& prefix) {
+    CVxLogEntry entry(L"VEXOORStyleData::setPrefix");
+    m_prefix = prefix;
+    return Acad::eOk;
+}
