@@ -2,8 +2,8 @@
 #include "vexodlgorstyle.h"
 
 #include "cvxlogentry.h"
-#include "stylefiletext.h"
 #include "tchar.h"
+#include "vexoconversiontools.h"
 #include "vexotools.h"
 #include "vexouitools.h"
 
@@ -48,7 +48,7 @@ bool readLine(CStdioFile& file, CString& line) {
     if (!file.ReadString(line)) return false;
     const std::size_t end = line.view().find(L'\0');
     if (end != std::wstring_view::npos) line.Truncate(static_cast<int>(end));
-    line = vexo::fromFileText(std::move(line));
+    line = VEXOConversionTools::StringAnsiToUnicode(std::move(line));
     return true;
 }
 
@@ -107,7 +107,8 @@ Acad::ErrorStatus VEXODlgORStyle::GetStyleNameFromFile(CStdioFile* file, CString
     CVxLogEntry entry(L"VEXODlgORStyle::GetStyleNameFromFile");
     CString line, key, value;
     while (file && readLine(*file, line)) {
-        if (GetKeyAndValueFromString(line, key, value) != Acad::eOk || key != vexo::styleNameKey) continue;
+        if (GetKeyAndValueFromString(line, key, value) != Acad::eOk || key != VEXOORStyleData::styleNameKey)
+            continue;
         name = value;
         return Acad::eOk;
     }

@@ -1,7 +1,7 @@
 #include "vexoorstyledata.h"
 
 #include "cvxlogentry.h"
-#include "stylefiletext.h"
+#include "vexoconversiontools.h"
 
 VEXOORStyleData& VEXOORStyleData::operator=(const VEXOORStyleData& other) {
     CVxLogEntry entry(L"VEXOORStyleData::operator=");
@@ -47,10 +47,11 @@ CString lineOf(const VEXOORStyleDataItem& item) {
 
 void VEXOORStyleData::writeLines(CStdioFile& file) const {
     CString line = L"[" + m_entityType + L"]\n";
-    file.WriteString(vexo::toFileText(line));
-    line.Format(L"%s = \"%s\"\n", vexo::styleNameKey, m_styleName);
-    file.WriteString(vexo::toFileText(line));
-    for (const VEXOORStyleDataItem& item : m_items) file.WriteString(vexo::toFileText(lineOf(item)));
+    file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(line));
+    line.Format(L"%s = \"%s\"\n", styleNameKey, m_styleName);
+    file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(line));
+    for (const VEXOORStyleDataItem& item : m_items)
+        file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(lineOf(item)));
 }
 
 void VEXOORStyleData::WriteDataToFile(CStdioFile* file) {

@@ -31,6 +31,9 @@ public:
     /// Of the two functions that make records: there was nothing to make.
     static constexpr auto nothingTried = static_cast<Acad::ErrorStatus>(260);
 
+    /// The key of a file's name line.
+    static constexpr wchar_t styleNameKey[] = L"StyleName";
+
     VEXOORStyleData() = default;
     VEXOORStyleData(const VEXOORStyleData&) = default;
     virtual ~VEXOORStyleData() = default;
