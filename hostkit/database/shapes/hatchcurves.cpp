@@ -184,6 +184,7 @@ bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge) {
         setEllipse(static_cast<const AcGeEllipArc2d&>(curve), made);
         break;
     case AcGe::kNurbCurve2d:
+        if (static_cast<const AcGeNurbCurve2d&>(curve).isEmpty()) return false;
         setSpline(static_cast<const AcGeNurbCurve2d&>(curve), made);
         break;
     default:

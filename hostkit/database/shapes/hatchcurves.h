@@ -17,7 +17,8 @@ std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge);
 /// The loop's edges, or the segments of its polyline, with the closing one; zero-length segments are left
 /// out.
 LoopCurves curvesOf(const HatchLoop& loop);
-/// False, and no change, for a curve that is none of the four kinds.
+/// False, and no change, for a curve that is none of the four kinds, for a spline that is empty and for
+/// infinite values.
 bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge);
 
 /// Area with the sign of the sense, the chords and what lies between them and their curves.
