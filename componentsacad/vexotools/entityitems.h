@@ -55,7 +55,7 @@ inline void add(AcGeDoubleArray& list, double value) { list.append(value); }
 inline void add(AcGePoint2dArray& list, const AcGePoint2d& value) { list.append(value); }
 inline void add(AcGePoint3dArray& list, const AcGePoint3d& value) { list.append(value); }
 template <class Value>
-void add(std::vector<Value>& list, Value&& value) {
+void add(std::vector<Value>& list, Value value) {
     list.push_back(std::move(value));
 }
 
