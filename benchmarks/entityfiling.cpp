@@ -123,14 +123,18 @@ void reads(benchmark::State& state, Work (*make)(int)) {
     state.SetItemsProcessed(state.iterations() * work.items);
 }
 
-using Binary = hostkit::MemoryDwgFiler;
-using Text = hostkit::MemoryDxfFiler;
+void writesBinary(benchmark::State& state, Work (*make)(int)) {
+    writes<hostkit::MemoryDwgFiler>(state, make);
+}
+void readsBinary(benchmark::State& state, Work (*make)(int)) { reads<hostkit::MemoryDwgFiler>(state, make); }
+void writesText(benchmark::State& state, Work (*make)(int)) { writes<hostkit::MemoryDxfFiler>(state, make); }
+void readsText(benchmark::State& state, Work (*make)(int)) { reads<hostkit::MemoryDxfFiler>(state, make); }
 
 #define VEXO_FILING(name, work)                                                                              \
-    BENCHMARK_CAPTURE(writes<Binary>, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                       \
-    BENCHMARK_CAPTURE(reads<Binary>, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                        \
-    BENCHMARK_CAPTURE(writes<Text>, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                         \
-    BENCHMARK_CAPTURE(reads<Text>, name, work)->Arg(100)->Arg(10000)->Arg(1000000);
+    BENCHMARK_CAPTURE(writesBinary, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                         \
+    BENCHMARK_CAPTURE(readsBinary, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                          \
+    BENCHMARK_CAPTURE(writesText, name, work)->Arg(100)->Arg(10000)->Arg(1000000);                           \
+    BENCHMARK_CAPTURE(readsText, name, work)->Arg(100)->Arg(10000)->Arg(1000000);
 VEXO_FILING(vertices, polylineWork)
 VEXO_FILING(edges, edgeWork)
 VEXO_FILING(loops, loopWork)
