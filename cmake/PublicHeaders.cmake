@@ -19,7 +19,9 @@ set(VEXO_KIT_HEADERS
   cvxlogentry.h cvxtoolsresoverride.h cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db3dpolyline.h db3dvertex.h
   dbabstractviewtablerecord.h dbapserv.h dbarc.h dbattdef.h dbattribute.h dbblockbegin.h dbblockend.h
   dbblockreference.h dbblocktable.h dbblocktablerecord.h dbcircle.h dbcolor.h dbcurve.h dbdatabase.h
-  dbdeepclonefiler.h dbdict.h dbdictdflt.h dbdictionary.h dbaligneddimension.h dbdim.h dbdimension.h dbrotateddimension.h dimensionvariablelist.h
+  dbdeepclonefiler.h dbdict.h dbdictdflt.h dbdictionary.h db2lineangulardimension.h db3pointangulardimension.h
+  dbaligneddimension.h dbarcdimension.h dbdiametricdimension.h dbordinatedimension.h dbradialdimension.h
+  dbdim.h dbdimension.h dbrotateddimension.h dimensionvariablelist.h
   dimensionvariables.h dimensionvariabletable.h dbdimstyletable.h dbdimstyletablerecord.h
   dbdxfgroup.h dbelipse.h dbellipse.h dbent.h dbents.h dbextents.h dbface.h dbfiler.h dbhandle.h dbhatch.h dbid.h
   dblayertable.h dblayertablerecord.h dblayout.h dbline.h dblinetypetable.h dblinetypetablerecord.h dbmain.h

@@ -19,11 +19,11 @@
 #include "dbsolid.h"
 #include "dbtrace.h"
 #include "dbxline.h"
+#include "dimensionpicture.h"
 #include "linepattern.h"
 #include "markingsink.h"
 #include "movedblock.h"
 #include "plotcurves.h"
-#include "plotdimension.h"
 #include "plothatch.h"
 #include "plotlook.h"
 #include "plottext.h"
@@ -37,7 +37,6 @@ namespace {
 // Blocks within blocks may stand for any number of entities; a picture ends at these.
 constexpr int deepestNesting = 50;
 constexpr std::size_t mostEntities = 2'000'000;
-constexpr double largestNumbers = 2.5;            // millimetres, of a dimension's number
 constexpr double fillTones[] = {0.22, 0.36, 0.5}; // opacities: what lies on a filled curve stays readable
 constexpr std::size_t breakInterval = 256;        // entities between looks for a break of the user
 
@@ -52,8 +51,7 @@ class DrawingPlotter {
 public:
     DrawingPlotter(AcDbDatabase& database, PictureSink& sink)
         : m_sink(sink)
-        , m_looks(database)
-        , m_dimensionText(dimensionTextOf(database)) {}
+        , m_looks(database) {}
 
     void drawBlock(AcDbObjectId block, const Surroundings& around);
     void drawThese(AcDbObjectId block, const std::vector<AcDbObjectId>& entities);
@@ -75,7 +73,6 @@ private:
 
     PictureSink& m_sink;
     LookTable m_looks;
-    DimensionText m_dimensionText;
     std::size_t m_visited = 0;
 };
 
@@ -291,31 +288,25 @@ void DrawingPlotter::drawReference(const AcDbBlockReference& reference, const Lo
         }
 }
 
-// Drawings of other programs may have no block for a dimension: then its points tell enough for the common
-// kinds.
+// Drawings of other programs may have no block for a dimension: then it is laid out as a save would.
 void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& look,
                                    const Surroundings& around) {
+    Surroundings inside = around;
+    inside.look = &look;
+    inside.depth = around.depth + 1;
     if (!dimension.dimBlockId().isNull()) {
-        Surroundings inside = around;
-        inside.look = &look;
-        inside.depth = around.depth + 1;
         inside.toWorld = around.toWorld * hostkit::blockPlacement(dimension);
         return drawBlock(dimension.dimBlockId(), inside);
     }
-    PicturePath lines;
-    PlacedText text;
-    // Such drawings often leave the height of the numbers out; they are no larger than can be read well on
-    // paper.
-    DimensionText form = m_dimensionText;
-    form.height = m_sink.scale() > 0.0 ? std::min(form.height, largestNumbers / m_sink.scale()) : 0.0;
-    if (!plainDimension(dimension, form, look.rgb, lines, text)) {
+    hostkit::DimensionPicture picture;
+    if (inside.depth > deepestNesting || !dimension.isComplete() ||
+        !hostkit::layOutDimension(dimension, picture)) {
         --report.drawn;
         ++report.notDrawn[L"DIMENSION without a block"];
         return;
     }
-    lines.transformBy(around.toWorld);
-    m_sink.stroke(lines, strokeOf(Look{look.layer, look.rgb, {}, 0.0}, around.toWorld));
-    drawText(std::move(text), around);
+    for (const auto& entity : hostkit::entitiesOf(dimension, picture, hostkit::PieceUse::inBlock))
+        drawEntity(*entity, inside);
 }
 
 // Model space, or the first space of another sheet that holds something where model space is empty.

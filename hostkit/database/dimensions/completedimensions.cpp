@@ -31,7 +31,7 @@ bool DimensionCompletion::needsBlock(const AcDbObject& object) {
     const auto& dimension = static_cast<const AcDbDimension&>(object);
     const bool isOpen = object.isWriteEnabled() || object.isNotifyEnabled();
     return dimension.dimBlockId().isNull() && dimension.differsFromSource() && !isOpen &&
-           !dimension.blockId().isNull();
+           !dimension.blockId().isNull() && dimension.isComplete();
 }
 
 void DimensionCompletion::makeDefinitionLayer() {
@@ -61,6 +61,8 @@ bool DimensionCompletion::complete(AcDbDimension& dimension) {
     ChangeLog::of(dimension).changing(dimension);
     DatabaseAccess::markChanged(dimension);
     dimension.takeLayout(picture);
+    constexpr int placeOfBlock = 2; // the point 12: the block stands where it is seen
+    dimension.m_points[placeOfBlock] = {};
     constexpr int ownBlock = 32; // of the type: nobody else shows the block
     dimension.m_type = static_cast<Adesk::Int16>(dimension.m_type | ownBlock);
     dimension.m_blockId = block;

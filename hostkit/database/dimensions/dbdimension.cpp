@@ -98,6 +98,12 @@ Acad::ErrorStatus AcDbDimension::setSeenReal(double& field, double value) {
     return hostkit::isFinite(value) ? assignSeen(field, value) : Acad::eInvalidInput;
 }
 
+Acad::ErrorStatus AcDbDimension::setOrdinateOfX(bool isOfX) {
+    constexpr int ofX = 64;
+    if (isOfX != isOrdinateOfX()) m_hasMeasurement = false;
+    return assignSeen(m_type, static_cast<Adesk::Int16>(isOfX ? m_type | ofX : m_type & ~ofX));
+}
+
 Acad::ErrorStatus AcDbDimension::setArrowFirstIsFlipped(bool isFlipped) {
     return assignSeen(m_isFirstArrowFlipped, isFlipped);
 }
@@ -142,13 +148,15 @@ Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
     return Acad::eOk;
 }
 
-// The block that shows the dimension is not looked into: the box is that of the points which it measures.
+// A block that shows the dimension is not looked into: the box is that of the points which it measures, and
+// of its layout where no block shows it.
 Acad::ErrorStatus AcDbDimension::getGeomExtents(AcDbExtents& extents) const {
     AcDbExtents box;
     for (int code = firstPointCode; code <= lastPointCode; ++code) {
         if (!(m_hasPoint & 1 << (code - firstPointCode)) || code == clonePointCode) continue;
         box.addPoint(isOwnCoordinate(code) ? hostkit::toWorld(m_normal, pointOf(code)) : pointOf(code));
     }
+    if (m_blockId.isNull() && m_shownBlockId.isNull() && isComplete()) addLayout(box);
     if (box.isEmpty()) return Acad::eInvalidExtents;
     extents = box;
     return Acad::eOk;

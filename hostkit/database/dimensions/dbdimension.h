@@ -55,7 +55,7 @@ public:
         : m_type(static_cast<Adesk::Int16>(type)) {}
     AcDbDimension(const AcDbDimension&) = default;
 
-    Type dimensionType() const { return static_cast<Type>(m_type & 15); }
+    virtual Type dimensionType() const { return static_cast<Type>(m_type & 15); }
     /// Group code 10 to 16 of the point, in world coordinates but for 11, 12 and 16, which are in those of
     /// the normal. By type: 10 the dimension line or the far end, 13 and 14 the measured points, 15 the
     /// centre or a point on the arc, 16 the arc's place. Zero for another code.
@@ -93,6 +93,8 @@ public:
     /// Stands in a block of a sheet.
     bool isInPaperSpace() const;
     virtual hostkit::DimensionKind kindOfLayout() const;
+    /// The points that its kind is laid out by are all given.
+    bool isComplete() const;
     AcGeVector3d normal() const { return m_normal; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     AcDbObjectId dimensionStyle() const { return m_styleId; }
@@ -149,6 +151,7 @@ protected:
     /// For the constructors of the types.
     AcDbDimension(Type type, std::initializer_list<GivenPoint> points, const wchar_t* text,
                   AcDbObjectId style);
+    Acad::ErrorStatus setOrdinateOfX(bool isOfX);
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     /// Makes the block of a moved dimension.
     Acad::ErrorStatus subClose() override;
@@ -183,6 +186,7 @@ private:
     Acad::ErrorStatus setOverrides(hostkit::GroupBlock&& data);
     hostkit::DimensionVariables styleVariables() const;
     void takeLayout(const hostkit::DimensionPicture& picture);
+    void addLayout(AcDbExtents& box) const;
     Acad::ErrorStatus explodeBlock(AcDbVoidPtrArray& parts) const;
     void dropBlock();
     void moveBlock(const AcGeMatrix3d& matrix);

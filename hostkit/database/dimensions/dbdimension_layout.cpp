@@ -38,6 +38,39 @@ DimensionKind AcDbDimension::kindOfLayout() const {
     return DimensionKind::none;
 }
 
+bool AcDbDimension::isComplete() const {
+    const auto has = [this](std::initializer_list<int> codes) {
+        for (const int code : codes)
+            if ((m_hasPoint >> (code - DimensionShape::firstPointCode) & 1) == 0) return false;
+        return true;
+    };
+    switch (kindOfLayout()) {
+    case DimensionKind::rotated:
+    case DimensionKind::aligned:
+    case DimensionKind::ordinate:
+        return has({10, 13, 14});
+    case DimensionKind::twoLineAngular:
+        return has({10, 13, 14, 15, 16});
+    case DimensionKind::threePointAngular:
+    case DimensionKind::arcLength:
+        return has({10, 13, 14, 15});
+    case DimensionKind::radial:
+    case DimensionKind::diametric:
+        return has({10, 15});
+    default:
+        return false;
+    }
+}
+
+void AcDbDimension::addLayout(AcDbExtents& box) const {
+    DimensionPicture picture;
+    if (!layOutDimension(*this, picture)) return;
+    for (const std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose)) {
+        AcDbExtents part;
+        if (entity->getGeomExtents(part) == Acad::eOk) box.addExt(part);
+    }
+}
+
 void AcDbDimension::takeLayout(const DimensionPicture& picture) {
     constexpr int linePoint = 0;
     constexpr int textPoint = 1;

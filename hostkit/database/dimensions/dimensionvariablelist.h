@@ -82,7 +82,7 @@ constexpr double most = std::numeric_limits<double>::max();
     V(dimaunit, Dimaunit, 275, integer, 0, 4)               \
     V(dimfrac, Dimfrac, 276, integer, 0, 2)                 \
     V(dimlunit, Dimlunit, 277, integer, 1, 6)               \
-    V(dimdsep, Dimdsep, 278, character, 0, 65535)           \
+    V(dimdsep, Dimdsep, 278, character, 0, 32767)           \
     V(dimtmove, Dimtmove, 279, integer, 0, 2)               \
     V(dimjust, Dimjust, 280, integer, 0, 4)                 \
     V(dimsd1, Dimsd1, 281, flag, 0, 1)                      \

@@ -58,6 +58,7 @@ constexpr Kind<Base> kindOf(std::string_view name) {
 constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbFace>("3DFACE"),
     kindOf<AcDbEntity, AcDbArc>("ARC"),
+    kindOf<AcDbEntity, AcDbArcDimension>("ARC_DIMENSION"),
     kindOf<AcDbEntity, AcDbAttributeDefinition>("ATTDEF"),
     kindOf<AcDbEntity, AcDbBlockBegin>("BLOCK"),
     kindOf<AcDbEntity, AcDbCircle>("CIRCLE"),
@@ -127,6 +128,16 @@ std::unique_ptr<AcDbEntity> makeDimension(const DrawingRecord& record) {
         return std::make_unique<AcDbRotatedDimension>();
     case AcDbDimension::kAligned:
         return std::make_unique<AcDbAlignedDimension>();
+    case AcDbDimension::kTwoLineAngular:
+        return std::make_unique<AcDb2LineAngularDimension>();
+    case AcDbDimension::kDiametric:
+        return std::make_unique<AcDbDiametricDimension>();
+    case AcDbDimension::kRadial:
+        return std::make_unique<AcDbRadialDimension>();
+    case AcDbDimension::kThreePointAngular:
+        return std::make_unique<AcDb3PointAngularDimension>();
+    case AcDbDimension::kOrdinate:
+        return std::make_unique<AcDbOrdinateDimension>();
     default:
         return std::make_unique<AcDbDimension>();
     }

@@ -1,0 +1,243 @@
+// Dimension styles, overrides and the blocks of dimensions, as drawings hold them.
+
+#include "completedimensions.h"
+#include "dbaccess.h"
+#include "dbdim.h"
+#include "dbdimstyletable.h"
+#include "drawingaudit.h"
+#include "drawingfiles.h"
+#include "drawingparts.h"
+#include "undohistory.h"
+
+#include <random>
+
+using namespace hostkit;
+using namespace drawingtest;
+
+namespace {
+
+template <typename Value>
+void giveAny(Value& value, const DimensionVariable& variable, std::mt19937& random) {
+    if constexpr (std::is_same_v<Value, std::wstring>) {
+        value = L"v" + std::to_wstring(random() % 100) + L"<>";
+    } else if constexpr (std::is_same_v<Value, double>) {
+        value = (variable.least < 0.0 ? -1.0 : 1.0) * static_cast<double>(random() % 1000 + 1) / 8.0;
+    } else if constexpr (!std::is_same_v<Value, AcDbObjectId>) {
+        const auto least = static_cast<int>(variable.least);
+        const int count = static_cast<int>(variable.most) - least + 1;
+        value = static_cast<Value>(least + static_cast<int>(random() % static_cast<unsigned>(count)));
+    }
+}
+
+bool areEqual(const DimensionVariables& one, const DimensionVariables& other, short& different) {
+    for (const DimensionVariable& variable : dimensionVariableTable()) {
+        different = variable.code;
+        const bool isEqual = std::visit(
+            [&](auto member) {
+                if constexpr (std::is_same_v<decltype(member), AcDbObjectId DimensionVariables::*>)
+                    return (one.*member).handle() == (other.*member).handle();
+                else
+                    return one.*member == other.*member;
+            },
+            variable.member);
+        // A weight need not be one of the enumeration for a file.
+        if (!isEqual) return false;
+    }
+    return true;
+}
+
+AcDbObjectId addStyle(AcDbDatabase& drawing, const wchar_t* name) {
+    return addRecord<AcDbDimStyleTable>(drawing, name);
+}
+
+AcDbObjectId addDimension(AcDbDatabase& drawing, AcDbObjectId style = AcDbObjectId::kNull) {
+    return appendToModelSpace(
+        drawing, new AcDbRotatedDimension(0.0, AcGePoint3d(0.0, 0.0, 0.0), AcGePoint3d(40.0, 5.0, 0.0),
+                                          AcGePoint3d(40.0, 15.0, 0.0), nullptr, style));
+}
+
+AcDbObjectId idOfStyle(const AcDbDatabase& drawing, const wchar_t* name) {
+    return DatabaseAccess::objectOf<AcDbDimStyleTable>(drawing.dimStyleTableId())->find(name);
+}
+
+// The first dimension of model space.
+AcDbRotatedDimension& dimensionOf(const AcDbDatabase& drawing) {
+    const auto* space = DatabaseAccess::objectOf<AcDbBlockTableRecord>(drawing.modelSpaceId());
+    for (const AcDbObjectId id : space->entities())
+        if (auto* dimension = DatabaseAccess::objectOf<AcDbRotatedDimension>(id)) return *dimension;
+    throw std::runtime_error("no dimension");
+}
+
+bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+} // namespace
+
+TEST(DimensionStyles, EveryValueComesBackFromEveryForm) {
+    std::mt19937 random(5);
+    AcDbDatabase drawing;
+    AcDbObjectId ids[] = {addStyle(drawing, L"A"), addStyle(drawing, L"B"), addStyle(drawing, L"C")};
+    for (const AcDbObjectId id : ids) {
+        change<AcDbDimStyleTableRecord>(id, [&](AcDbDimStyleTableRecord& style) {
+            DimensionVariables variables;
+            for (const DimensionVariable& variable : dimensionVariableTable())
+                if (random() % 4 != 0)
+                    std::visit([&](auto member) { giveAny(variables.*member, variable, random); },
+                               variable.member);
+            variables.dimtxsty = drawing.textStyleStandard();
+            EXPECT_EQ(style.setVariables(variables), Acad::eOk);
+            EXPECT_EQ(style.setDimblk1(L"DOT"), Acad::eOk);
+            EXPECT_EQ(style.setDimltex1(drawing.continuousLinetype()), Acad::eOk);
+        });
+    }
+    for (const DrawingVersion version : {DrawingVersion::k2010, DrawingVersion::k2018}) {
+        const auto again = openDrawingFromMemory(saved(drawing, version), L"again");
+        ASSERT_TRUE(again);
+        for (const wchar_t* name : {L"A", L"B", L"C"}) {
+            const auto* one = DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(idOfStyle(drawing, name));
+            const auto* other = DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(idOfStyle(*again, name));
+            short different = 0;
+            EXPECT_TRUE(areEqual(one->variables(), other->variables(), different)) << "group " << different;
+        }
+    }
+    // An older form names the arrow's block, which stands behind the tables.
+    const auto old = openDrawingFromMemory(saved(drawing, DrawingVersion::kR12), L"old");
+    ASSERT_TRUE(old);
+    const auto* style = DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(idOfStyle(*old, L"A"));
+    const AcDbObjectId arrow = style->variables().dimblk1;
+    ASSERT_TRUE(arrow.isResident());
+    EXPECT_EQ(DatabaseAccess::objectOf<AcDbBlockTableRecord>(arrow)->name(), L"_DOT");
+}
+
+TEST(DimensionStyles, SettersRefuseWhatCannotBe) {
+    AcDbDatabase drawing;
+    AcDbDimStyleTableRecord style;
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(style.setDimtxt(none), Acad::eInvalidInput);
+    EXPECT_EQ(style.setDimtxt(-1.0), Acad::eOutOfRange);
+    EXPECT_EQ(style.setDimdec(9), Acad::eOutOfRange);
+    EXPECT_EQ(style.setDimdec(70000), Acad::eOutOfRange);
+    EXPECT_EQ(style.setDimtxsty(drawing.layerZero()), Acad::eNotThatKindOfClass);
+    EXPECT_EQ(style.setDimtxsty(drawing.textStyleStandard()), Acad::eOk);
+    EXPECT_EQ(style.setDimblk(L"no such arrow"), Acad::eNoDatabase);
+    EXPECT_EQ(style.dimtxt(), 0.18);
+    EXPECT_EQ(style.dimdec(), 4);
+    EXPECT_STREQ(style.dimpost(), L"");
+}
+
+TEST(DimensionOverrides, StandInTheDataOfTheHost) {
+    AcDbDatabase drawing;
+    const AcDbObjectId style = addStyle(drawing, L"Own");
+    const AcDbObjectId id = addDimension(drawing, style);
+    change<AcDbDimension>(id, [&](AcDbDimension& dimension) {
+        resbuf* const list = acutBuildList(1001, L"ACAD", 1000, L"OTHER", 1070, 7, 0);
+        EXPECT_EQ(dimension.setXData(list), Acad::eOk);
+        acutRelRb(list);
+        EXPECT_EQ(dimension.setDimlfac(2.5), Acad::eOk);
+        EXPECT_EQ(dimension.setDimpost(L"<> m"), Acad::eOk);
+        EXPECT_EQ(dimension.setDimblk(AcDbObjectId::kNull), Acad::eOk);
+        EXPECT_EQ(dimension.setDimlfac(4.0), Acad::eOk);
+        EXPECT_EQ(dimension.setDimpost(std::wstring(256, L'x').c_str()), Acad::eInvalidInput);
+        EXPECT_EQ(dimension.setDimdec(99), Acad::eOutOfRange);
+    });
+    const std::string bytes = saved(drawing, DrawingVersion::k2013);
+    EXPECT_TRUE(
+        holds(bytes, "1001\nACAD\n1000\nOTHER\n1070\n     7\n1000\nDSTYLE\n1002\n{\n1070\n   144\n1040\n4.0\n"
+                     "1070\n     3\n1000\n<> m\n1070\n   342\n1005\n0\n1002\n}\n"));
+    const auto again = openDrawingFromMemory(bytes, L"again");
+    ASSERT_TRUE(again);
+    const AcDbRotatedDimension& dimension = dimensionOf(*again);
+    EXPECT_EQ(dimension.dimlfac(), 4.0);
+    EXPECT_STREQ(dimension.dimpost(), L"<> m");
+    EXPECT_EQ(dimension.dimdec(), 4);
+    AcDbDimStyleTableRecord* data = nullptr;
+    ASSERT_EQ(dimension.getDimstyleData(data), Acad::eOk);
+    EXPECT_EQ(data->dimlfac(), 4.0);
+    EXPECT_EQ(data->setDimlfac(1.0), Acad::eOk);
+    EXPECT_EQ(data->setDimtad(3), Acad::eOk);
+    change<AcDbDimension>(dimension.objectId(), [&](AcDbDimension& each) {
+        EXPECT_EQ(each.setDimstyleData(data), Acad::eOk);
+        EXPECT_EQ(each.dimlfac(), 1.0);
+        EXPECT_EQ(each.dimtad(), 3);
+        EXPECT_STREQ(each.dimpost(), L"<> m");
+        EXPECT_EQ(each.removeOverrides(), Acad::eOk);
+        EXPECT_EQ(each.dimtad(), 0);
+        EXPECT_NE(each.extendedData(), nullptr) << "what is no override stays";
+    });
+    delete data;
+}
+
+TEST(DimensionStyles, AChildOfTheFamilyIsTaken) {
+    AcDbDatabase drawing;
+    const AcDbObjectId style = addStyle(drawing, L"Own");
+    const AcDbObjectId child = addStyle(drawing, L"Own$4");
+    EXPECT_EQ(
+        AcDbRadialDimension(AcGePoint3d(), AcGePoint3d(1.0, 0.0, 0.0), 0.0, nullptr, style).dimensionStyle(),
+        child);
+    EXPECT_EQ(AcDbDiametricDimension(AcGePoint3d(), AcGePoint3d(1.0, 0.0, 0.0), 0.0, nullptr, style)
+                  .dimensionStyle(),
+              style);
+}
+
+TEST(DimensionBlocks, ASaveMakesThoseThatAreMissingOnce) {
+    AcDbDatabase drawing;
+    drawing.disableUndoRecording(false);
+    const std::string empty = saved(drawing, DrawingVersion::k2013);
+    beginUndoGroup(drawing, L"DIM");
+    const AcDbObjectId id = addDimension(drawing);
+    endUndoGroup(drawing);
+    EXPECT_EQ(completeDimensions(drawing), 1);
+    EXPECT_EQ(completeDimensions(drawing), 0);
+    const AcDbObjectId block = dimensionOf(drawing).dimBlockId();
+    ASSERT_TRUE(block.isResident());
+    const std::string bytes = saved(drawing, DrawingVersion::k2013);
+    EXPECT_TRUE(auditDrawingText(bytes).findings.empty());
+    const auto again = openDrawingFromMemory(bytes, L"again");
+    ASSERT_TRUE(again);
+    EXPECT_EQ(completeDimensions(*again), 0);
+    EXPECT_EQ(saved(*again, DrawingVersion::k2013), bytes);
+    // A change takes the block away, and the next save makes another.
+    change<AcDbRotatedDimension>(id, [](AcDbRotatedDimension& dimension) {
+        EXPECT_EQ(dimension.setXLine2Point({60.0, 0.0, 0.0}), Acad::eOk);
+    });
+    EXPECT_EQ(completeDimensions(drawing), 1);
+    double measured = 0.0;
+    EXPECT_EQ(dimensionOf(drawing).measurement(measured), Acad::eOk);
+    EXPECT_EQ(measured, 60.0);
+    UndoReport report;
+    while (undoGroupCount(drawing) > 0) ASSERT_EQ(undoLastGroup(drawing, report), Acad::eOk);
+    EXPECT_EQ(saved(drawing, DrawingVersion::k2013), empty);
+}
+
+// The arrow would show the block that shows the arrow.
+TEST(DimensionBlocks, AnArrowThatHoldsTheDimensionIsNone) {
+    AcDbDatabase drawing;
+    const AcDbObjectId arrow = addRecord<AcDbBlockTable>(drawing, L"ARROW");
+    const AcDbObjectId id = append(arrow, new AcDbAlignedDimension(AcGePoint3d(), AcGePoint3d(10.0, 0.0, 0.0),
+                                                                   AcGePoint3d(10.0, 2.0, 0.0)));
+    change<AcDbDimension>(
+        id, [&](AcDbDimension& dimension) { EXPECT_EQ(dimension.setDimblk(arrow), Acad::eOk); });
+    EXPECT_EQ(completeDimensions(drawing), 1);
+    EXPECT_TRUE(openDrawingFromMemory(saved(drawing, DrawingVersion::k2013), L"again"));
+}
+
+TEST(DimensionBlocks, WhatAnExplosionGivesIsTheBlock) {
+    AcDbDatabase drawing;
+    const AcDbObjectId id = addDimension(drawing);
+    AcDbVoidPtrArray laidOut;
+    AcDbVoidPtrArray copied;
+    ASSERT_EQ(dimensionOf(drawing).explode(laidOut), Acad::eOk);
+    EXPECT_EQ(completeDimensions(drawing), 1);
+    ASSERT_EQ(dimensionOf(drawing).explode(copied), Acad::eOk);
+    ASSERT_EQ(laidOut.length(), copied.length());
+    for (int i = 0; i < laidOut.length(); ++i) {
+        const std::unique_ptr<AcDbEntity> one(static_cast<AcDbEntity*>(laidOut[i]));
+        const std::unique_ptr<AcDbEntity> other(static_cast<AcDbEntity*>(copied[i]));
+        EXPECT_EQ(one->isA(), other->isA());
+        EXPECT_FALSE(one->color().isByBlock());
+        AcDbExtents box;
+        AcDbExtents same;
+        EXPECT_EQ(one->getGeomExtents(box), other->getGeomExtents(same));
+        EXPECT_TRUE(box.minPoint().isEqualTo(same.minPoint()) && box.maxPoint().isEqualTo(same.maxPoint()));
+    }
+    EXPECT_TRUE(id.isResident());
+}
