@@ -18,8 +18,11 @@ constexpr NamedArrow namedArrows[] = {{5, 342, &DimensionVariables::dimblk},
                                       {6, 343, &DimensionVariables::dimblk1},
                                       {7, 344, &DimensionVariables::dimblk2}};
 
+// Some programs name them in later forms too.
+bool mayNameArrows(const AcDbDxfFiler& filer) { return filer.filerType() == AcDb::kFileFiler; }
+
 bool hasNamedArrows(const AcDbDxfFiler& filer) {
-    return filer.filerType() == AcDb::kFileFiler && filer.dwgVersion() < AcDb::kDHL_1015;
+    return mayNameArrows(filer) && filer.dwgVersion() < AcDb::kDHL_1015;
 }
 
 bool take(AcDbDxfFiler&, const AcDbDxfGroup& group, const DimensionVariable&, AcDbObject&,
@@ -84,11 +87,13 @@ bool isNamedArrow(short code) {
     return false;
 }
 
-void writeNamedArrows(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables) {
+void writeNamedArrows(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables,
+                      bool areAllNamed) {
     for (const NamedArrow& arrow : namedArrows) {
         const AcDbObjectId block = variables.*arrow.member;
-        if (block.isNull() && !DatabaseAccess::unknownName(style, arrow.nameCode)) filer.markDefault();
-        writeRecord(filer, arrow.nameCode, style, block, L"");
+        const bool isNamed = block.isNull() && DatabaseAccess::unknownName(style, arrow.nameCode);
+        if (isNamed || (areAllNamed && !block.isNull()))
+            writeRecord(filer, arrow.nameCode, style, block, L"");
     }
 }
 
@@ -98,7 +103,7 @@ bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& st
                   DimensionVariables& variables) {
     for (const NamedArrow& arrow : namedArrows) {
         if (arrow.nameCode != group.code) continue;
-        if (!hasNamedArrows(filer) || group.kind != AcDb::GroupKind::kText) return false;
+        if (!mayNameArrows(filer)) return false;
         readRecord(filer, TableKind::kBlock, group, style, variables.*arrow.member);
         return true;
     }
@@ -108,11 +113,16 @@ bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& st
                       variable->member);
 }
 
-void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables,
+void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& filed,
                     const std::bitset<variableLimit>& given) {
     static const DimensionVariables standard;
     const bool namesArrows = hasNamedArrows(filer);
-    if (namesArrows) writeNamedArrows(filer, style, variables);
+    DimensionVariables variables = filed;
+    // A drawing of an older form has names where a later one has handles.
+    const AcDbDatabase* const database = style.database();
+    if (!namesArrows && database && database->originalFileVersion() < AcDb::kDHL_1015)
+        findNamedBlocks(style, variables);
+    writeNamedArrows(filer, style, variables, namesArrows);
     std::size_t place = 0;
     for (const DimensionVariable& variable : dimensionVariableTable()) {
         const bool isGiven = given[place++];
@@ -129,6 +139,14 @@ void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const Dimensio
     }
 }
 
+void forgetNamedBlock(AcDbObject& style, short code) {
+    for (const NamedArrow& arrow : namedArrows) {
+        if (arrow.handleCode != code) continue;
+        DatabaseAccess::forgetUnknownName(style, arrow.nameCode);
+        DatabaseAccess::forgetUnknownName(style, code);
+    }
+}
+
 void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables) {
     const AcDbDatabase* const database = style.database();
     const auto* blocks =
@@ -139,7 +157,10 @@ void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables) {
             AcDbObjectId& block = variables.*arrow.member;
             const std::wstring* const name =
                 block.isNull() ? DatabaseAccess::unknownName(style, code) : nullptr;
-            if (name && !name->empty()) block = blocks->find(*name);
+            if (!name || name->empty()) continue;
+            block = blocks->find(*name);
+            // Standing arrows are named without the underscore of their blocks.
+            if (block.isNull()) block = blocks->find(L"_" + *name);
         }
 }
 

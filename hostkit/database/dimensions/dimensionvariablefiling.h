@@ -24,4 +24,7 @@ void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const Dimensio
 /// Arrow blocks that were read by name before there was a block: found now.
 void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables);
 
+/// The variable of the code was set anew: a name that was read for it holds no more.
+void forgetNamedBlock(AcDbObject& style, short code);
+
 } // namespace hostkit

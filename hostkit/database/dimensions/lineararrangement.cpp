@@ -203,6 +203,7 @@ void Arranging::placeMoved() {
     m_result.textPlace = 0.5 * m_frame.length;
     const AcGePoint2d middle = m_frame.at(m_result.textPlace);
     if (m_variables.dimtmove == 1) {
+        m_result.areArrowsInside[0] = m_result.areArrowsInside[1] = false;
         const AcGeVector2d reading = readingDirection(m_frame.along, m_shape.horizontal);
         m_result.centre = middle + m_frame.up * (leaderRise * m_sizes.textHeight) +
                           reading * (m_sizes.arrow + m_sizes.gap + m_sizes.halfWidth);

@@ -102,12 +102,11 @@ void RadialPieces::writeAlong() {
     const AcGeVector2d up = reading.perpVector();
     m_rotation = angleOf(reading);
     const bool isOnLine = m_variables.dimtad == 0;
-    const double margin = m_sizes.isFramed || isOnLine ? m_sizes.gap : 0.0;
-    const double half = m_sizes.halfWidth + margin;
+    const double half = m_sizes.halfWidth + m_sizes.gap;
     double place = 2.0 * m_sizes.arrow + half;
     if (m_shape.isTextPlaced) place = (m_shape.point(11) - m_tip).dotProduct(way);
-    m_place = m_shape.isTextPlaced ? m_shape.point(11)
-                                   : m_tip + way * place + up * (isOnLine ? 0.0 : m_sizes.lift());
+    // A user places it along the line; beside the line it stands by the style.
+    m_place = m_tip + way * place + up * (isOnLine ? 0.0 : m_sizes.lift());
     const double end = std::max(cut() + m_sizes.arrow, isOnLine ? place - half : place + half);
     m_writer.line(PieceLook::dimensionLine, m_tip + way * cut(), m_tip + way * end);
     text();
@@ -165,7 +164,7 @@ bool RadialPieces::write() {
     m_layout.linePoint = m_shape.point(10);
     const bool isInside = standsInside();
     const bool isLevel = isInside ? m_variables.dimtih : m_variables.dimtoh;
-    if (isInside && m_isDiameter)
+    if (isInside && m_isDiameter && !m_shape.isTextPlaced)
         writeBetween();
     else if (isLevel)
         writeLevel();

@@ -18,7 +18,10 @@ HOSTKIT_KIT_CLASS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, L"DIMSTYLE")
     Acad::ErrorStatus AcDbDimStyleTableRecord::set##Name(variabletypes::kind shown) {                        \
         const auto value = storedVariable<decltype(m_variables.name)>(shown);                                \
         const Acad::ErrorStatus status = checkVariable(*dimensionVariable(code), value);                     \
-        return status == Acad::eOk ? assignField(*this, m_variables.name, value) : status;                   \
+        if (status != Acad::eOk) return status;                                                              \
+        const Acad::ErrorStatus assigned = assignField(*this, m_variables.name, value);                      \
+        if (assigned == Acad::eOk) forgetNamedBlock(*this, code);                                            \
+        return assigned;                                                                                     \
     }
 HOSTKIT_DIMENSION_VARIABLES(HOSTKIT_DEFINE_OF_STYLE)
 #undef HOSTKIT_DEFINE_OF_STYLE
