@@ -25,12 +25,11 @@ private:
     AcDbDatabase& m_database;
 };
 
-// Of the objects that a file has, those that were changed.
 bool DimensionCompletion::needsBlock(const AcDbObject& object) {
     if (object.isErased() || !object.isKindOf(AcDbDimension::desc())) return false;
     const auto& dimension = static_cast<const AcDbDimension&>(object);
     const bool isOpen = object.isWriteEnabled() || object.isNotifyEnabled();
-    return dimension.dimBlockId().isNull() && dimension.differsFromSource() && !isOpen &&
+    return dimension.dimBlockId().isNull() && dimension.m_wantsBlock && !isOpen &&
            !dimension.blockId().isNull() && dimension.isComplete();
 }
 

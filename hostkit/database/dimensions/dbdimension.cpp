@@ -51,6 +51,7 @@ AcGePoint3d AcDbDimension::pointOf(int code) const {
 void AcDbDimension::dropBlock() {
     m_blockId.setNull();
     m_shownBlockId.setNull();
+    m_wantsBlock = true;
 }
 
 Acad::ErrorStatus AcDbDimension::setPointOf(int code, const AcGePoint3d& point) {
@@ -195,7 +196,9 @@ void AcDbDimension::moveBlock(const AcGeMatrix3d& matrix) {
         m_shownBlockId = m_blockId;
         m_blockMotion.setToIdentity();
     }
-    if (m_shownBlockId.isNull() || matrix.det() < 0.0) return dropBlock();
+    // One that no block showed before the motion does without as it did.
+    if (m_shownBlockId.isNull()) return;
+    if (matrix.det() < 0.0) return dropBlock();
     m_blockMotion.preMultBy(matrix);
     m_blockId.setNull();
 }

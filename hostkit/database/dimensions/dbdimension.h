@@ -162,6 +162,7 @@ protected:
     bool m_hasMeasurement = false;
     bool m_isFirstArrowFlipped = false;
     bool m_isSecondArrowFlipped = false;
+    bool m_wantsBlock = false;   ///< what is seen of it was set here; a save makes a block
     AcGePoint3d m_points[7];     ///< groups 10 to 16
     Adesk::UInt8 m_hasPoint = 0; ///< bit i: group 10 + i was given
     double m_measurement = 0.0;

@@ -18,11 +18,9 @@ constexpr NamedArrow namedArrows[] = {{5, 342, &DimensionVariables::dimblk},
                                       {6, 343, &DimensionVariables::dimblk1},
                                       {7, 344, &DimensionVariables::dimblk2}};
 
-// Some programs name them in later forms too.
-bool mayNameArrows(const AcDbDxfFiler& filer) { return filer.filerType() == AcDb::kFileFiler; }
-
-bool hasNamedArrows(const AcDbDxfFiler& filer) {
-    return mayNameArrows(filer) && filer.dwgVersion() < AcDb::kDHL_1015;
+/// A form before 2000 has names, but for what its record was read with.
+bool isInOldForm(const AcDbDxfFiler& filer) {
+    return filer.filerType() == AcDb::kFileFiler && filer.dwgVersion() < AcDb::kDHL_1015;
 }
 
 bool take(AcDbDxfFiler&, const AcDbDxfGroup& group, const DimensionVariable&, AcDbObject&,
@@ -81,20 +79,39 @@ void put(AcDbDxfFiler& filer, const DimensionVariable& variable, const AcDbObjec
     filer.writeInteger(variable.code, static_cast<Adesk::Int64>(value));
 }
 
-bool isNamedArrow(short code) {
+const NamedArrow* namedArrow(short handleCode) {
     for (const NamedArrow& arrow : namedArrows)
-        if (code == arrow.handleCode) return true;
-    return false;
+        if (handleCode == arrow.handleCode) return &arrow;
+    return nullptr;
 }
 
-void writeNamedArrows(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& variables,
-                      bool areAllNamed) {
-    for (const NamedArrow& arrow : namedArrows) {
-        const AcDbObjectId block = variables.*arrow.member;
-        const bool isNamed = block.isNull() && DatabaseAccess::unknownName(style, arrow.nameCode);
-        if (isNamed || (areAllNamed && !block.isNull()))
-            writeRecord(filer, arrow.nameCode, style, block, L"");
+/// How an arrow's block is written in this record.
+bool isWrittenByName(const AcDbDxfFiler& filer, const AcDbObject& style, const NamedArrow& arrow,
+                     AcDbObjectId block, bool isGiven) {
+    if (filer.filerType() != AcDb::kFileFiler) return false;
+    if (block.isNull()) return DatabaseAccess::unknownName(style, arrow.nameCode) != nullptr;
+    const AcDbDatabase* const database = style.database();
+    const bool isOwnForm = database && database->originalFileVersion() == filer.dwgVersion();
+    return isInOldForm(filer) && !(isGiven && isOwnForm);
+}
+
+void writeVariable(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariable& variable,
+                   const DimensionVariables& variables, bool isGiven) {
+    static const DimensionVariables standard;
+    if (const NamedArrow* const arrow = namedArrow(variable.code)) {
+        const AcDbObjectId block = variables.*arrow->member;
+        if (isWrittenByName(filer, style, *arrow, block, isGiven))
+            return writeRecord(filer, arrow->nameCode, style, block, L"");
     }
+    std::visit(
+        [&](auto member) {
+            const bool isTold = isGiven || variables.*member != standard.*member ||
+                                DatabaseAccess::unknownName(style, variable.code);
+            if (!isTold && variable.code == fillColorCode) return;
+            if (!isTold) filer.markDefault();
+            put(filer, variable, style, variables.*member);
+        },
+        variable.member);
 }
 
 } // namespace
@@ -103,7 +120,6 @@ bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& st
                   DimensionVariables& variables) {
     for (const NamedArrow& arrow : namedArrows) {
         if (arrow.nameCode != group.code) continue;
-        if (!mayNameArrows(filer)) return false;
         readRecord(filer, TableKind::kBlock, group, style, variables.*arrow.member);
         return true;
     }
@@ -115,28 +131,15 @@ bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& st
 
 void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const DimensionVariables& filed,
                     const std::bitset<variableLimit>& given) {
-    static const DimensionVariables standard;
-    const bool namesArrows = hasNamedArrows(filer);
     DimensionVariables variables = filed;
-    // A drawing of an older form has names where a later one has handles.
+    // A drawing of an older form has names where a later one, and whoever serves one process, has ids.
     const AcDbDatabase* const database = style.database();
-    if (!namesArrows && database && database->originalFileVersion() < AcDb::kDHL_1015)
-        findNamedBlocks(style, variables);
-    writeNamedArrows(filer, style, variables, namesArrows);
+    const bool isForFile = filer.filerType() == AcDb::kFileFiler;
+    const bool isFromOldForm = database && database->originalFileVersion() < AcDb::kDHL_1015;
+    if (!isForFile || (isFromOldForm && !isInOldForm(filer))) findNamedBlocks(style, variables);
     std::size_t place = 0;
-    for (const DimensionVariable& variable : dimensionVariableTable()) {
-        const bool isGiven = given[place++];
-        if (namesArrows && isNamedArrow(variable.code)) continue;
-        std::visit(
-            [&](auto member) {
-                const bool isTold = isGiven || variables.*member != standard.*member ||
-                                    DatabaseAccess::unknownName(style, variable.code);
-                if (!isTold && variable.code == fillColorCode) return;
-                if (!isTold) filer.markDefault();
-                put(filer, variable, style, variables.*member);
-            },
-            variable.member);
-    }
+    for (const DimensionVariable& variable : dimensionVariableTable())
+        writeVariable(filer, style, variable, variables, given[place++]);
 }
 
 void forgetNamedBlock(AcDbObject& style, short code) {
