@@ -16,6 +16,8 @@
 #include <random>
 #include <set>
 
+using namespace std::string_literals;
+
 namespace {
 
 using Do = hostkit::WindowAction;
@@ -112,8 +114,8 @@ TEST_F(StyleDialog, WhatIsNoStyleOfThisTypeIsTold) {
                  {"[Autosurf\r\nStyleName = \"a\"\r\n", noStyle},
                  {"[Autosurf]\r\n", noStyle},
                  {"[Autosurf]\r\nStyleName = \"?.:\"\r\nstylename = \"a\"\r\n", noStyle},
-                 {std::string("[Autosurf]\0]\r\nStyleName = a\0b", 28), nullptr},
-                 {std::string("[Autosurf]\r\nStyleName = \0b", 26), noStyle},
+                 {"[Autosurf]\0]\r\nStyleName = a\0b"s, nullptr},
+                 {"[Autosurf]\r\nStyleName = \0b"s, noStyle},
                  {"\x1A" + head, noStyle},
                  {"[]\r\n" + head, otherType},
                  {"[autosurf]\r\nStyleName = \"a\"\r\n", otherType},
@@ -156,9 +158,8 @@ TEST_F(StyleDialog, LinesAreUnderstoodByTheirKey) {
                   "DimensionStyleRepStyle8 = \"ISO-25\"\r\nDimensionStyleRepStyle8Font = \"x\"\r\n"),
         L"PositionTextStyleFont='txt.shx=1';LinetypeDescription='2 0.5 -1';PositionTextStyleBackWards=1;"
         L"PositionTextStyleHeight=2.5;DimensionStyleRepStyle8='ISO-25';");
-    EXPECT_EQ(
-        readItems(std::string("Label = a\0b\r\nTop or Front = 1\rAngle = 2\nAngle = 3\x1A\r\nAngle = 4", 66)),
-        L"Label='a';Top or Front=1;Angle=3;");
+    EXPECT_EQ(readItems("Label = a\0b\r\nTop or Front = 1\rAngle = 2\nAngle = 3\x1A\r\nAngle = 4"s),
+              L"Label='a';Top or Front=1;Angle=3;");
     EXPECT_EQ(style.getStyleName(), L"Mine");
 }
 
