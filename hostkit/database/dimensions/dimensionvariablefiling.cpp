@@ -150,6 +150,20 @@ void forgetNamedBlock(AcDbObject& style, short code) {
     }
 }
 
+void bindNamedBlocks(AcDbObject& style, DimensionVariables& variables) {
+    const AcDbDatabase* const database = style.database();
+    if (!database || database->originalFileVersion() >= AcDb::kDHL_1015) return;
+    const auto* const blocks = DatabaseAccess::objectOf<AcDbBlockTable>(database->blockTableId());
+    if (!blocks) return;
+    for (const NamedArrow& arrow : namedArrows) {
+        const std::wstring* const name = DatabaseAccess::unknownName(style, arrow.nameCode);
+        const AcDbObjectId block = name && !name->empty() ? blocks->find(*name) : AcDbObjectId();
+        if (block.isNull() || symbolName(block, L"") != *name) continue;
+        variables.*arrow.member = block;
+        DatabaseAccess::forgetUnknownName(style, arrow.nameCode);
+    }
+}
+
 void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables) {
     const AcDbDatabase* const database = style.database();
     const auto* blocks =

@@ -23,6 +23,9 @@ void writeVariables(AcDbDxfFiler& filer, const AcDbObject& style, const Dimensio
                     const std::bitset<variableLimit>& given);
 /// Arrow blocks that were read by name before there was a block: found now.
 void findNamedBlocks(const AcDbObject& style, DimensionVariables& variables);
+/// The same for good, of a drawing that was read in a form before 2000: a name that is spelled as its block's
+/// is the block from now on, and follows it when that is renamed. Other spellings stay names.
+void bindNamedBlocks(AcDbObject& style, DimensionVariables& variables);
 
 /// The variable of the code was set anew: a name that was read for it holds no more.
 void forgetNamedBlock(AcDbObject& style, short code);

@@ -53,6 +53,8 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::setVariables(const DimensionVariables
     return assignField(*this, m_variables, variables);
 }
 
+void AcDbDimStyleTableRecord::bindNamedBlocks() { hostkit::bindNamedBlocks(*this, m_variables); }
+
 // --- Filing ------------------------------------------------------------------------------------------------
 
 struct AcDbDimStyleTableRecord::Filing {

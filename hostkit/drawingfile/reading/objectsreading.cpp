@@ -5,6 +5,7 @@
 #include "objectwriting.h"
 
 #include "dbdictionary.h"
+#include "dbdimstyletablerecord.h"
 
 namespace hostkit {
 
@@ -38,8 +39,11 @@ bool DrawingReading::finish() {
     DatabaseAccess::completeDrawing(m_database);
     // What the drawing lacked and was given stands in no file; it counts as unchanged until somebody changes
     // it.
-    DatabaseAccess::forEachObject(m_database,
-                                  [](AcDbObject& object) { DatabaseAccess::markUnchanged(object); });
+    DatabaseAccess::forEachObject(m_database, [](AcDbObject& object) {
+        if (object.isA() == AcDbDimStyleTableRecord::desc())
+            static_cast<AcDbDimStyleTableRecord&>(object).bindNamedBlocks();
+        DatabaseAccess::markUnchanged(object);
+    });
     rememberGiven();
     return true;
 }
