@@ -155,6 +155,7 @@ Acad::ErrorStatus AcDbHatch::appendLoop(Adesk::Int32 type, const AcGeVoidPointer
     if (edges.isEmpty() || edges.length() != edgeTypes.length()) return Acad::eInvalidInput;
     HatchLoop loop;
     loop.type = type & ~kPolyline;
+    loop.edges.reserve(static_cast<std::size_t>(edges.length()));
     for (int i = 0; i < edges.length(); ++i) {
         const auto* curve = static_cast<const AcGeCurve2d*>(edges[i]);
         HatchEdge edge;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
 namespace hostkit {
@@ -155,17 +156,21 @@ LoopCurves curvesOf(const HatchLoop& loop) {
 
 namespace {
 
-bool areFinite(const std::vector<double>& values) {
+template <class Values>
+bool areFinite(const Values& values) {
     return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
 }
 
 bool isFinite(const HatchEdge& edge) {
-    std::vector<double> values = {edge.start.x,      edge.start.y,  edge.end.x,       edge.end.y,
-                                  edge.center.x,     edge.center.y, edge.majorAxis.x, edge.majorAxis.y,
-                                  edge.radius,       edge.ratio,    edge.startAngle,  edge.endAngle,
-                                  edge.knotTolerance};
-    for (const AcGePoint2d& point : edge.controlPoints) values.insert(values.end(), {point.x, point.y});
-    return areFinite(values) && areFinite(edge.knots) && areFinite(edge.weights);
+    const auto isPointFinite = [](const AcGePoint2d& point) {
+        return std::isfinite(point.x) && std::isfinite(point.y);
+    };
+    return areFinite(std::initializer_list<double>{edge.start.x, edge.start.y, edge.end.x, edge.end.y,
+                                                   edge.center.x, edge.center.y, edge.majorAxis.x,
+                                                   edge.majorAxis.y, edge.radius, edge.ratio, edge.startAngle,
+                                                   edge.endAngle, edge.knotTolerance}) &&
+           areFinite(edge.knots) && areFinite(edge.weights) &&
+           std::all_of(edge.controlPoints.begin(), edge.controlPoints.end(), isPointFinite);
 }
 
 } // namespace
