@@ -163,6 +163,7 @@ void setFields(AcDbPolyline& polyline, const PolylineFields& fields);
 void setFields(AcDbCircle& circle, const CircleFields& fields);
 void setFields(AcDbEllipse& ellipse, const EllipseFields& fields);
 void setFields(AcDbSpline& spline, const SplineFields& fields);
-void setFields(AcDbHatch& hatch, const HatchFields& fields);
+/// Loop by loop the fields give their memory back: a hatch may have a million.
+void setFields(AcDbHatch& hatch, HatchFields&& fields);
 
 } // namespace vexo

@@ -37,9 +37,6 @@ void file(EntityItems& items, EdgeFields& edge) {
 
 namespace {
 
-// What the host gives with a new spline's knots.
-constexpr double knotTolerance = 1e-9;
-
 /// The curves of a loop, which the host hands out to be freed.
 class LoopCurves {
 public:
@@ -74,7 +71,7 @@ SplineEdgeFields fieldsOf(const AcGeNurbCurve2d& spline) {
     SplineEdgeFields fields;
     int degree = 0;
     Adesk::Boolean rational = Adesk::kFalse, periodic = Adesk::kFalse;
-    AcGeKnotVector knots(knotTolerance);
+    AcGeKnotVector knots;
     spline.getDefinitionData(degree, rational, periodic, knots, fields.controlPoints, fields.weights);
     fields.degree = degree;
     fields.periodic = periodic ? 1 : 0;
@@ -146,16 +143,17 @@ HatchFields fieldsOf(const AcDbHatch& hatch) {
     return fields;
 }
 
-void setFields(AcDbHatch& hatch, const HatchFields& fields) {
+void setFields(AcDbHatch& hatch, HatchFields&& fields) {
     (void)hatch.setNormal(fields.normal);
     (void)hatch.setElevation(fields.elevation);
     (void)hatch.setHatchStyle(static_cast<AcDbHatch::HatchStyle>(fields.style));
     (void)hatch.setPattern(static_cast<AcDbHatch::HatchPatternType>(fields.patternType), fields.patternName);
     for (int last = hatch.numLoops() - 1; last >= 0; --last)
         if (hatch.removeLoopAt(last) != Acad::eOk) return; // not open for write: nothing is added either
-    for (const LoopFields& filed : fields.loops) {
+    for (LoopFields& filed : fields.loops) {
         LoopCurves loop;
-        for (const EdgeFields& edge : filed.edges) std::visit(CurveMaker{loop}, edge);
+        const std::vector<EdgeFields> edges = std::move(filed.edges);
+        for (const EdgeFields& edge : edges) std::visit(CurveMaker{loop}, edge);
         (void)hatch.appendLoop(filed.type, loop.curves, loop.types);
     }
 }

@@ -48,7 +48,7 @@ Acad::ErrorStatus readKind(EntityItems& items, Kind& entity) {
     decltype(vexo::fieldsOf(entity)) fields;
     if (items.isGood()) file(items, fields);
     if (!items.isGood()) return items.status();
-    setFields(entity, fields);
+    setFields(entity, std::move(fields));
     if (version < firstVersionWithColor) return items.status();
     Adesk::Int32 color = 0;
     items.item(color);

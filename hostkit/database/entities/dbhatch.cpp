@@ -158,9 +158,8 @@ Acad::ErrorStatus AcDbHatch::appendLoop(Adesk::Int32 type, const AcGeVoidPointer
     loop.edges.reserve(static_cast<std::size_t>(edges.length()));
     for (int i = 0; i < edges.length(); ++i) {
         const auto* curve = static_cast<const AcGeCurve2d*>(edges[i]);
-        HatchEdge edge;
+        HatchEdge& edge = loop.edges.emplace_back();
         if (!curve || !hostkit::edgeOf(*curve, edge) || edge.kind != edgeTypes[i]) return Acad::eInvalidInput;
-        loop.edges.push_back(std::move(edge));
     }
     return appendLoop(std::move(loop));
 }
