@@ -7,6 +7,7 @@
 #include "groupscanner.h"
 
 namespace hostkit {
+
 bool groupMembers(const AcDbDatabase& database, std::wstring_view name, std::vector<AcDbObjectId>& members) {
     const auto* groups = DatabaseAccess::objectOf<AcDbDictionary>(database.groupDictionaryId());
     AcDbObjectId id;
