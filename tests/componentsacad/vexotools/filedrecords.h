@@ -81,14 +81,22 @@ inline void put(const Item& item, hostkit::MemoryDxfFiler& filer, short code) {
     filer.writePoint(code, point, dimension);
 }
 
-template <class Filer>
-void putAll(const Items& items, Filer& filer) {
-    for (const Item& each : items)
-        if constexpr (std::is_same_v<Filer, hostkit::MemoryDwgFiler>)
-            put(each, filer);
-        else
-            put(each, filer, each.code());
-}
+/// A record in both filers, to be read. One item may be another than its kind: in the binary filer of another
+/// size, in the text filer under the next code.
+struct Filled {
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    explicit Filled(const Items& items, std::size_t other = none) {
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const bool isOther = i == other;
+            const Item instead{items[i].kindOfFiler() == "I32" ? "R" : "I32", "9"};
+            put(isOther ? instead : items[i], binary);
+            put(items[i], text, static_cast<short>(items[i].code() + (isOther ? 1 : 0)));
+        }
+        binary.seek(0, 0);
+    }
+    hostkit::MemoryDwgFiler binary{AcDb::kFileFiler};
+    hostkit::MemoryDxfFiler text;
+};
 
 /// Tells what it is given, one item a line, as asBinary does.
 class BinarySpy : public hostkit::MemoryDwgFiler {

@@ -23,37 +23,11 @@ Held priorOf(const Kind& kind) {
     return prior;
 }
 
-Items withColor(Items items, int color) {
-    items.back().value = std::to_string(color);
+Items with(Items items, std::size_t place, int value) {
+    items[place].value = std::to_string(value);
     return items;
 }
-
-/// Of every item the record up to it alone, then the record with another item in its place: what reading
-/// gives, and what it leaves of the entity.
-template <class Filer, class Fill, class Read, class Check>
-void damageEachItem(const Kind& kind, const Fill& fill, const Read& read, const Check& check) {
-    for (std::size_t place = 0; place < kind.record.size(); ++place) {
-        for (const bool isCut : {true, false}) {
-            SCOPED_TRACE(std::string(kind.name) + (isCut ? " without item " : " with another item ") +
-                         std::to_string(place));
-            Filer filer = [] {
-                if constexpr (std::is_same_v<Filer, MemoryDwgFiler>)
-                    return MemoryDwgFiler(AcDb::kFileFiler);
-                else
-                    return MemoryDxfFiler();
-            }();
-            for (std::size_t i = 0; i < (isCut ? place : kind.record.size()); ++i)
-                fill(kind.record[i], filer, i == place);
-            if constexpr (std::is_same_v<Filer, MemoryDwgFiler>) filer.seek(0, 0);
-            const Held entity = priorOf(kind);
-            const std::string before = toldBinary(kind, *entity);
-            const Acad::ErrorStatus status = read(&filer, entity.get());
-            const bool isColor = place + 1 == kind.record.size();
-            EXPECT_EQ(toldBinary(kind, *entity), isColor ? asBinary(withColor(kind.record, 5)) : before);
-            check(filer, status, kind.record[place], isCut);
-        }
-    }
-}
+Items withColor(const Items& items, int color) { return with(items, items.size() - 1, color); }
 
 } // namespace
 
@@ -64,23 +38,20 @@ TEST_F(EntityFiler, FilesWhatDrawingsHold) {
         EXPECT_EQ(toldBinary(kind, *sample), asBinary(kind.record));
         EXPECT_EQ(toldText(kind, *sample), asText(kind.record));
 
-        MemoryDwgFiler binary(AcDb::kFileFiler);
-        putAll(kind.record, binary);
-        binary.writeInt32(-77);
-        binary.seek(0, 0);
-        MemoryDxfFiler text;
-        putAll(kind.record, text);
-        text.writeInteger(70, -77);
+        Items items = kind.record;
+        items.push_back({"I32", "-77"});
+        Filled filled(items);
         const Held ofBinary = priorOf(kind), ofText = priorOf(kind);
-        EXPECT_EQ(kind.dwgIn(&binary, ofBinary.get()), Acad::eOk);
-        EXPECT_EQ(kind.dxfIn(&text, ofText.get()), Acad::eOk);
+        EXPECT_EQ(kind.dwgIn(&filled.binary, ofBinary.get()), Acad::eOk);
+        EXPECT_EQ(kind.dxfIn(&filled.text, ofText.get()), Acad::eOk);
         EXPECT_EQ(toldBinary(kind, *ofBinary), asBinary(kind.record))
             << "old vertices and loops are replaced";
         EXPECT_EQ(toldText(kind, *ofText), asText(kind.record));
         Adesk::Int32 next = 0;
         AcDbDxfGroup group;
-        EXPECT_TRUE(binary.readInt32(&next) == Acad::eOk && next == -77) << "no item of the owner is taken";
-        EXPECT_TRUE(text.readItem(group) == Acad::eOk && group.integer == -77);
+        EXPECT_TRUE(filled.binary.readInt32(&next) == Acad::eOk && next == -77)
+            << "no item of the owner is taken";
+        EXPECT_TRUE(filled.text.readItem(group) == Acad::eOk && group.integer == -77);
     }
 }
 
@@ -88,59 +59,54 @@ TEST_F(EntityFiler, OldRecordsHaveNoColorAndNewOnesAreRefused) {
     for (const Kind& kind : kinds()) {
         for (const int version : {1, 0, -1, 3, 2147483647}) {
             SCOPED_TRACE(std::string(kind.name) + " of version " + std::to_string(version));
-            Items items = kind.record;
+            Items items = with(kind.record, 0, version);
             items.pop_back();
-            items.front().value = std::to_string(version);
-            MemoryDwgFiler binary(AcDb::kFileFiler);
-            putAll(items, binary);
-            binary.seek(0, 0);
-            MemoryDxfFiler text;
-            putAll(items, text);
+            Filled filled(items);
             const bool isOld = version < 2;
             const Held ofBinary = priorOf(kind), ofText = priorOf(kind);
             const std::string expected =
                 isOld ? asBinary(withColor(kind.record, 5)) : toldBinary(kind, *ofBinary);
-            EXPECT_EQ(kind.dwgIn(&binary, ofBinary.get()), isOld ? 0 : 301);
-            EXPECT_EQ(kind.dxfIn(&text, ofText.get()), isOld ? 0 : 301);
+            EXPECT_EQ(kind.dwgIn(&filled.binary, ofBinary.get()), isOld ? 0 : 301);
+            EXPECT_EQ(kind.dxfIn(&filled.text, ofText.get()), isOld ? 0 : 301);
             EXPECT_EQ(toldBinary(kind, *ofBinary), expected);
             EXPECT_EQ(toldBinary(kind, *ofText), expected);
             AcDbDxfGroup group;
-            EXPECT_EQ(binary.tell() == static_cast<Adesk::Int64>(binary.size()), isOld);
-            EXPECT_EQ(text.readItem(group), isOld ? Acad::eEndOfObject : Acad::eOk) << "no more is read";
+            EXPECT_EQ(filled.binary.tell() == static_cast<Adesk::Int64>(filled.binary.size()), isOld);
+            EXPECT_EQ(filled.text.readItem(group), isOld ? Acad::eEndOfObject : Acad::eOk) << "no more is read";
         }
     }
 }
 
+// Of every item: the record up to it alone, then the record with another item in its place.
 TEST_F(EntityFiler, DamagedItemsFailTheFilerAndLeaveTheEntity) {
     for (const Kind& kind : kinds()) {
-        const Item integer{"I32", "9"}, real{"R", "9"};
-        damageEachItem<MemoryDwgFiler>(
-            kind,
-            [&](const Item& item, MemoryDwgFiler& filer, bool isOther) {
-                put(!isOther ? item : item.kindOfFiler() == "I32" ? real : integer, filer);
-            },
-            kind.dwgIn,
-            [](MemoryDwgFiler& filer, Acad::ErrorStatus status, const Item&, bool) {
-                EXPECT_EQ(status, Acad::eDwgObjectImproperlyRead);
-                EXPECT_EQ(filer.filerStatus(), status);
-            });
-        damageEachItem<MemoryDxfFiler>(
-            kind,
-            [](const Item& item, MemoryDxfFiler& filer, bool isOther) {
-                put(item, filer, static_cast<short>(item.code() + (isOther ? 1 : 0)));
-            },
-            kind.dxfIn,
-            [](MemoryDxfFiler& filer, Acad::ErrorStatus status, const Item& due, bool isCut) {
-                EXPECT_EQ(status, 50);
-                EXPECT_EQ(filer.filerStatus(), status);
-                EXPECT_EQ(narrow(filer.errorMessage()),
-                          "\nError: expected group code " + std::to_string(due.code()));
-                filer.resetFilerStatus();
+        for (std::size_t place = 0; place < kind.record.size(); ++place) {
+            for (const bool isCut : {true, false}) {
+                SCOPED_TRACE(std::string(kind.name) + (isCut ? " without item " : " with another item ") +
+                             std::to_string(place));
+                Items items = kind.record;
+                if (isCut) items.resize(place);
+                Filled filled(items, place);
+                const Held ofBinary = priorOf(kind), ofText = priorOf(kind);
+                const bool isColor = place + 1 == kind.record.size();
+                const std::string left =
+                    isColor ? asBinary(withColor(kind.record, 5)) : toldBinary(kind, *ofBinary);
+                EXPECT_EQ(kind.dwgIn(&filled.binary, ofBinary.get()), Acad::eDwgObjectImproperlyRead);
+                EXPECT_EQ(filled.binary.filerStatus(), Acad::eDwgObjectImproperlyRead);
+                EXPECT_EQ(kind.dxfIn(&filled.text, ofText.get()), 50);
+                EXPECT_EQ(filled.text.filerStatus(), 50);
+                EXPECT_EQ(toldBinary(kind, *ofBinary), left);
+                EXPECT_EQ(toldBinary(kind, *ofText), left);
+
+                const int due = kind.record[place].code();
+                EXPECT_EQ(narrow(filled.text.errorMessage()),
+                          "\nError: expected group code " + std::to_string(due));
+                filled.text.resetFilerStatus();
                 AcDbDxfGroup group;
-                EXPECT_EQ(filer.readItem(group), isCut ? Acad::eEndOfObject : Acad::eOk);
-                EXPECT_EQ(group.code, isCut ? 0 : due.code() + 1)
-                    << "what came instead is the owner's to read";
-            });
+                EXPECT_EQ(filled.text.readItem(group), isCut ? Acad::eEndOfObject : Acad::eOk);
+                EXPECT_EQ(group.code, isCut ? 0 : due + 1) << "what came instead is the owner's to read";
+            }
+        }
     }
 }
 
@@ -153,18 +119,12 @@ TEST_F(EntityFiler, CountsAndEdgeTypesAreBelievedOnlyAsFarAsTheyHold) {
                                            : std::vector<int>{0, 5, -1, 32767}) {
                 SCOPED_TRACE(std::string(kind.name) + ' ' + std::to_string(place) + " is " +
                              std::to_string(value));
-                Items items = kind.record;
-                items[place].value = std::to_string(value);
-                MemoryDwgFiler binary(AcDb::kFileFiler);
-                putAll(items, binary);
-                binary.seek(0, 0);
-                MemoryDxfFiler text;
-                putAll(items, text);
+                Filled filled(with(kind.record, place, value));
                 const Held entity = priorOf(kind);
                 const std::string before = toldBinary(kind, *entity);
-                EXPECT_EQ(kind.dwgIn(&binary, entity.get()), Acad::eDwgObjectImproperlyRead);
-                EXPECT_EQ(kind.dxfIn(&text, entity.get()), Acad::eBadDxfSequence);
-                EXPECT_FALSE(text.errorMessage().empty());
+                EXPECT_EQ(kind.dwgIn(&filled.binary, entity.get()), Acad::eDwgObjectImproperlyRead);
+                EXPECT_EQ(kind.dxfIn(&filled.text, entity.get()), Acad::eBadDxfSequence);
+                EXPECT_FALSE(filled.text.errorMessage().empty());
                 EXPECT_EQ(toldBinary(kind, *entity), before);
             }
         }
@@ -172,11 +132,9 @@ TEST_F(EntityFiler, CountsAndEdgeTypesAreBelievedOnlyAsFarAsTheyHold) {
 }
 
 TEST_F(EntityFiler, TheLowBitsOfAColorCount) {
-    MemoryDwgFiler filer(AcDb::kFileFiler);
-    putAll(itemsOf("I32 2, V3 0/0/1, P3 0/0/0, P3 1/0/0, I32 65539"), filer);
-    filer.seek(0, 0);
+    Filled filled(itemsOf("I32 2, V3 0/0/1, P3 0/0/0, P3 1/0/0, I32 65539"));
     AcDbLine line;
-    EXPECT_EQ(Tools::dwgInFieldsLine(&filer, &line), Acad::eOk);
+    EXPECT_EQ(Tools::dwgInFieldsLine(&filled.binary, &line), Acad::eOk);
     EXPECT_EQ(line.colorIndex(), 3);
 }
 
@@ -193,14 +151,13 @@ TEST_F(EntityFiler, NullsAndFilersThatFailedAreTold) {
                                  kind.dxfIn(&text, nullptr), kind.dxfOut(&text, nullptr)})
             EXPECT_EQ(status, 20);
         EXPECT_TRUE(binary.size() == 0 && text.groups().isEmpty());
-        putAll(kind.record, binary);
-        putAll(kind.record, text);
-        binary.seek(0, 0);
-        binary.setFilerStatus(Acad::eOutOfDisk);
-        text.setError(Acad::eOutOfDisk);
-        EXPECT_EQ(kind.dwgIn(&binary, entity.get()), Acad::eOutOfDisk);
-        EXPECT_EQ(kind.dxfIn(&text, entity.get()), Acad::eOutOfDisk);
-        EXPECT_EQ(kind.dwgOut(&binary, entity.get()), Acad::eOutOfDisk);
+        Filled filled(kind.record);
+        filled.binary.setFilerStatus(Acad::eOutOfDisk);
+        filled.text.setError(Acad::eOutOfDisk);
+        EXPECT_EQ(kind.dwgIn(&filled.binary, entity.get()), Acad::eOutOfDisk);
+        EXPECT_EQ(kind.dxfIn(&filled.text, entity.get()), Acad::eOutOfDisk);
+        EXPECT_EQ(kind.dwgOut(&filled.binary, entity.get()), Acad::eOutOfDisk);
+        EXPECT_EQ(kind.dxfOut(&filled.text, entity.get()), Acad::eOutOfDisk);
         EXPECT_EQ(toldBinary(kind, *entity), before);
     }
 }
@@ -221,16 +178,12 @@ struct BeamClass {
 
 /// Reads the items as an entity of any class, by both filers; the last one read belongs to the caller.
 Held readBoth(const Items& items, int status) {
-    MemoryDwgFiler binary(AcDb::kFileFiler);
-    putAll(items, binary);
-    binary.seek(0, 0);
-    MemoryDxfFiler text;
-    putAll(items, text);
+    Filled filled(items);
     AcDbLine other;
     AcDbEntity* ofBinary = &other;
     AcDbEntity* ofText = &other;
-    EXPECT_EQ(Tools::dwgInFieldsEntity(&binary, ofBinary), status);
-    EXPECT_EQ(Tools::dxfInFieldsEntity(&text, ofText), status == 51 ? 50 : status);
+    EXPECT_EQ(Tools::dwgInFieldsEntity(&filled.binary, ofBinary), status);
+    EXPECT_EQ(Tools::dxfInFieldsEntity(&filled.text, ofText), status == 51 ? 50 : status);
     Held first(ofBinary), second(ofText);
     EXPECT_EQ(first ? first->isA() : nullptr, second ? second->isA() : nullptr);
     return second;
@@ -244,11 +197,7 @@ std::string toldAny(const AcDbEntity* entity) {
     return binary.told + text.told;
 }
 
-std::string toldOf(const std::string& head, const Items& rest = {}) {
-    Items items = itemsOf(head);
-    items.insert(items.end(), rest.begin(), rest.end());
-    return asBinary(items) + asText(items);
-}
+std::string toldOf(const Items& items) { return asBinary(items) + asText(items); }
 
 } // namespace
 
@@ -257,10 +206,10 @@ TEST_F(EntityFiler, AnyEntityIsFiledBehindItsClass) {
         const Held sample(kind.make());
         Items items = itemsOf("I32 1, S " + narrow(sample->isA()->name()));
         items.insert(items.end(), kind.record.begin(), kind.record.end());
-        EXPECT_EQ(toldAny(sample.get()), asBinary(items) + asText(items));
+        EXPECT_EQ(toldAny(sample.get()), toldOf(items));
         const Held read = readBoth(items, 0);
         ASSERT_TRUE(read);
-        EXPECT_EQ(toldAny(read.get()), asBinary(items) + asText(items));
+        EXPECT_EQ(toldAny(read.get()), toldOf(items));
         items.pop_back();
         items.pop_back();
         const Held damaged = readBoth(items, 51);
@@ -269,10 +218,10 @@ TEST_F(EntityFiler, AnyEntityIsFiledBehindItsClass) {
 }
 
 TEST_F(EntityFiler, WhatIsNoKindOrNothingIsFiledByItsNameAlone) {
-    EXPECT_EQ(toldAny(nullptr), toldOf("I32 1, S"));
+    EXPECT_EQ(toldAny(nullptr), toldOf(itemsOf("I32 1, S")));
     EXPECT_FALSE(readBoth(itemsOf("I32 1, S"), 0));
     AcDbText text(AcGePoint3d(1, 2, 3), L"text");
-    EXPECT_EQ(toldAny(&text), toldOf("I32 1, S AcDbText"));
+    EXPECT_EQ(toldAny(&text), toldOf(itemsOf("I32 1, S AcDbText")));
     const Held read = readBoth(itemsOf("I32 1, S AcDbText"), 0);
     ASSERT_TRUE(read);
     EXPECT_TRUE(AcDbText::cast(read.get()) && AcDbText::cast(read.get())->position() == AcGePoint3d::kOrigin);
@@ -283,7 +232,7 @@ TEST_F(EntityFiler, AnApplicationsClassIsFiledAsTheKindAboveIt) {
     Beam beam;
     beam.setEndPoint(AcGePoint3d(8, 0, 0));
     const Items items = itemsOf("I32 1, S Beam, I32 2, V3 0/0/1, P3 0/0/0, P3 8/0/0, I32 256");
-    EXPECT_EQ(toldAny(&beam), toldOf("", items));
+    EXPECT_EQ(toldAny(&beam), toldOf(items));
     const Held read = readBoth(items, 0);
     ASSERT_TRUE(read);
     EXPECT_TRUE(Beam::cast(read.get()));
