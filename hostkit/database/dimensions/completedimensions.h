@@ -1,10 +1,7 @@
 // Blocks of dimensions that lack one, made before a drawing is saved; leaves out when that is.
 #pragma once
 
-#include "dbid.h"
-
 class AcDbDatabase;
-class AcDbDimension;
 
 namespace hostkit {
 

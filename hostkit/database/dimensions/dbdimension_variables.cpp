@@ -74,8 +74,7 @@ Acad::ErrorStatus AcDbDimension::setOverride(short code, const Value& value) {
     Acad::ErrorStatus status = checkVariable(*dimensionVariable(code), value);
     if (status == Acad::eOk && !isFileable(value)) status = Acad::eInvalidInput;
     if (status != Acad::eOk) return status;
-    const AcDbDxfGroup group = overrideGroup(value);
-    return setOverrides(withOverride(extendedData(), code, &group));
+    return setOverrides(withOverride(extendedData(), code, overrideGroup(value)));
 }
 
 HOSTKIT_DIMENSION_VARIABLES(HOSTKIT_DEFINE_OF_DIMENSION)
@@ -129,8 +128,7 @@ Acad::ErrorStatus AcDbDimension::setDimstyleData(const AcDbDimStyleTableRecord* 
         const bool isFiled = std::visit(
             [&](auto member) {
                 if (wanted.*member == own.*member) return true;
-                const AcDbDxfGroup group = overrideGroup(wanted.*member);
-                data = withOverride(&data, variable.code, &group);
+                data = withOverride(&data, variable.code, overrideGroup(wanted.*member));
                 return isFileable(wanted.*member);
             },
             variable.member);

@@ -84,7 +84,6 @@ double dimensionMeasure(const DimensionShape& shape) {
 MeasureKind measureKindOf(DimensionKind kind) {
     switch (kind) {
     case DimensionKind::radial:
-    case DimensionKind::joggedRadial:
         return MeasureKind::radius;
     case DimensionKind::diametric:
         return MeasureKind::diameter;

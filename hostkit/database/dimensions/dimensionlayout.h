@@ -24,7 +24,6 @@ enum class DimensionKind : unsigned char {
     threePointAngular,
     ordinate,
     arcLength,
-    joggedRadial,
     none
 };
 

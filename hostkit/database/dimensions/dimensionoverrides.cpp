@@ -144,22 +144,22 @@ AcDbDxfGroup overrideGroup(AcDbObjectId value) {
     return group;
 }
 
-GroupBlock withOverride(const GroupBlock* data, short code, const AcDbDxfGroup* value) {
+GroupBlock withOverride(const GroupBlock* data, short code, const AcDbDxfGroup& value) {
     static const GroupBlock none;
     const GroupBlock& before = data ? *data : none;
     const OverrideList list = findOverrides(before);
-    if (!list.isThere) return value ? withNewList(before, code, *value) : before;
+    if (!list.isThere) return withNewList(before, code, value);
     GroupBlock result;
     result.appendPart(before, 0, list.firstPair);
-    bool isPlaced = !value;
+    bool isPlaced = false;
     forEachPair(before, list.firstPair,
                 [&](short each, const AcDbDxfGroup&, std::size_t from, std::size_t to) {
                     if (each != code)
                         result.appendPart(before, from, to);
                     else if (!std::exchange(isPlaced, true))
-                        appendPair(result, code, *value);
+                        appendPair(result, code, value);
                 });
-    if (!isPlaced) appendPair(result, code, *value);
+    if (!isPlaced) appendPair(result, code, value);
     result.appendPart(before, list.behindPairs, before.size());
     return result;
 }

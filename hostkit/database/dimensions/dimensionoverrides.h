@@ -28,8 +28,8 @@ AcDbDxfGroup overrideGroup(Integer value) requires(std::is_integral_v<Integer>) 
 }
 
 /// The data with that value for the variable of the code, in the place of the earlier one or behind the
-/// others; the rest of the data stays as it is. Null takes the override away.
-GroupBlock withOverride(const GroupBlock* data, short code, const AcDbDxfGroup* value);
+/// others; the rest of the data stays as it is. Null data are none.
+GroupBlock withOverride(const GroupBlock* data, short code, const AcDbDxfGroup& value);
 /// Without any override.
 GroupBlock withoutOverrides(const GroupBlock& data);
 

@@ -13,7 +13,7 @@ namespace hostkit {
 
 /// A group of a variable into the style's variables. False where the group is none, or its value has no place
 /// there. Where older forms and some programs name a block or text style instead of giving its handle, the
-/// name may be one that no record has yet (namedBlocks).
+/// name may be one that no record has yet (findNamedBlocks).
 bool readVariable(AcDbDxfFiler& filer, const AcDbDxfGroup& group, AcDbObject& style,
                   DimensionVariables& variables);
 /// Every variable: those that were not read (`given`, by place in the table) and have the value which a

@@ -44,15 +44,6 @@ DimensionVariables AcDbDimStyleTableRecord::variables() const {
     return variables;
 }
 
-Acad::ErrorStatus AcDbDimStyleTableRecord::setVariables(const DimensionVariables& variables) {
-    for (const DimensionVariable& variable : dimensionVariableTable()) {
-        const Acad::ErrorStatus status = std::visit(
-            [&](auto member) { return checkVariable(variable, variables.*member); }, variable.member);
-        if (status != Acad::eOk) return status;
-    }
-    return assignField(*this, m_variables, variables);
-}
-
 void AcDbDimStyleTableRecord::bindNamedBlocks() { hostkit::bindNamedBlocks(*this, m_variables); }
 
 // --- Filing ------------------------------------------------------------------------------------------------

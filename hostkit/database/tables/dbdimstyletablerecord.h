@@ -27,7 +27,6 @@ public:
 
     /// All of them at once.
     hostkit::DimensionVariables variables() const;
-    Acad::ErrorStatus setVariables(const hostkit::DimensionVariables& variables);
     /// The same unchecked, as values of a drawing come; for a record of no drawing.
     void putVariables(const hostkit::DimensionVariables& variables) { m_variables = variables; }
     /// For who reads drawings, when their blocks are there: arrows that were read by name (bindNamedBlocks).

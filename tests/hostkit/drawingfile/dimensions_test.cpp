@@ -91,7 +91,7 @@ TEST(DimensionStyles, EveryValueComesBackFromEveryForm) {
                     std::visit([&](auto member) { giveAny(variables.*member, variable, random); },
                                variable.member);
             variables.dimtxsty = drawing.textStyleStandard();
-            EXPECT_EQ(style.setVariables(variables), Acad::eOk);
+            style.putVariables(variables);
             EXPECT_EQ(style.setDimblk1(L"DOT"), Acad::eOk);
             EXPECT_EQ(style.setDimltex1(drawing.continuousLinetype()), Acad::eOk);
         });
