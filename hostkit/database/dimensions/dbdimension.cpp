@@ -29,7 +29,6 @@ constexpr int arcPointCode = 16;
 constexpr int userPosition = 128; ///< of the type: the text stands where its user put it
 
 /// These points are filed in the coordinates of the normal.
-constexpr int ownCoordinateCodes[] = {textPointCode, clonePointCode, arcPointCode};
 bool isOwnCoordinate(int code) {
     return code == textPointCode || code == clonePointCode || code == arcPointCode;
 }
@@ -46,6 +45,10 @@ AcDbDimension::AcDbDimension(Type type, std::initializer_list<GivenPoint> points
 
 AcGePoint3d AcDbDimension::pointOf(int code) const {
     return isPointCode(code) ? m_points[code - firstPointCode] : AcGePoint3d();
+}
+
+AcGePoint3d AcDbDimension::planePointOf(int code) const {
+    return isOwnCoordinate(code) ? pointOf(code) : hostkit::toEntity(m_normal, pointOf(code));
 }
 
 void AcDbDimension::dropBlock() {
@@ -117,9 +120,9 @@ Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
     const AcGeVector3d unit = normal.normal();
-    for (const int code : ownCoordinateCodes) {
+    for (int code = firstPointCode; code <= lastPointCode; ++code) {
         AcGePoint3d& point = m_points[code - firstPointCode];
-        point = hostkit::toEntity(unit, hostkit::toWorld(m_normal, point));
+        if (isOwnCoordinate(code)) point = hostkit::toEntity(unit, hostkit::toWorld(m_normal, point));
     }
     if (unit.x != m_normal.x || unit.y != m_normal.y || unit.z != m_normal.z) dropBlock();
     m_normal = unit;

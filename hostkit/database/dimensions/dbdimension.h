@@ -60,6 +60,8 @@ public:
     /// the normal. By type: 10 the dimension line or the far end, 13 and 14 the measured points, 15 the
     /// centre or a point on the arc, 16 the arc's place. Zero for another code.
     AcGePoint3d pointOf(int code) const;
+    /// The same in the coordinates of the normal, whatever the code.
+    AcGePoint3d planePointOf(int code) const;
     /// eInvalidInput for another code.
     Acad::ErrorStatus setPointOf(int code, const AcGePoint3d& point);
     AcGePoint3d textPosition() const;
@@ -92,7 +94,7 @@ public:
     bool isOrdinateOfX() const { return (m_type & 64) != 0; }
     /// Stands in a block of a sheet.
     bool isInPaperSpace() const;
-    virtual hostkit::DimensionKind kindOfLayout() const;
+    hostkit::DimensionKind kindOfLayout() const;
     /// The points that its kind is laid out by are all given.
     bool isComplete() const;
     AcGeVector3d normal() const { return m_normal; }

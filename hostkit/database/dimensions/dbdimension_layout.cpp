@@ -74,7 +74,7 @@ void AcDbDimension::addLayout(AcDbExtents& box) const {
 void AcDbDimension::takeLayout(const DimensionPicture& picture) {
     constexpr int linePoint = 0;
     constexpr int textPoint = 1;
-    const double elevation = toEntity(m_normal, m_points[linePoint]).z;
+    const double elevation = planePointOf(DimensionShape::firstPointCode).z;
     const DimensionLayout& layout = picture.layout;
     m_points[linePoint] = toWorld(m_normal, AcGePoint3d(layout.linePoint.x, layout.linePoint.y, elevation));
     m_points[textPoint].set(layout.textCentre.x, layout.textCentre.y, elevation);

@@ -12,8 +12,6 @@
 #include "dbtextstyletablerecord.h"
 #include "entitycoordinates.h"
 
-#include <algorithm>
-
 namespace hostkit {
 
 namespace {
@@ -56,7 +54,7 @@ public:
         , m_picture(picture)
         , m_use(use)
         , m_normal(dimension.normal())
-        , m_elevation(toEntity(m_normal, dimension.pointOf(10)).z) {}
+        , m_elevation(dimension.planePointOf(DimensionShape::firstPointCode).z) {}
 
     std::unique_ptr<AcDbEntity> make(const DimensionPiece& piece) const;
 
@@ -119,11 +117,9 @@ std::unique_ptr<AcDbEntity> EntityMaker::makeParagraph(const DimensionPiece& pie
 
 // Each stands where the dimension has it, whatever its height above the plane.
 std::unique_ptr<AcDbEntity> EntityMaker::makePoint(const DimensionPiece& piece) const {
-    constexpr int arcPointCode = 16;
-    const AcGePoint3d given = m_dimension.pointOf(piece.code);
-    const AcGePoint3d own = piece.code == arcPointCode ? given : toEntity(m_normal, given);
+    const double height = m_dimension.planePointOf(piece.code).z;
     auto point =
-        std::make_unique<AcDbPoint>(toWorld(m_normal, AcGePoint3d(piece.at[0].x, piece.at[0].y, own.z)));
+        std::make_unique<AcDbPoint>(toWorld(m_normal, AcGePoint3d(piece.at[0].x, piece.at[0].y, height)));
     (void)point->setNormal(m_normal);
     return point;
 }
@@ -180,7 +176,7 @@ std::unique_ptr<AcDbEntity> EntityMaker::make(const DimensionPiece& piece) const
 double textHeightOf(const DimensionVariables& variables) {
     const auto* style = DatabaseAccess::objectOf<AcDbTextStyleTableRecord>(variables.dimtxsty);
     if (style && style->textSize() > 0.0) return style->textSize();
-    return variables.dimtxt * (variables.dimscale == 0.0 ? 1.0 : variables.dimscale);
+    return variables.dimtxt * variables.scale();
 }
 
 // A block that holds the one in which the dimension stands can be no arrow: the drawing would have a circle.
@@ -199,13 +195,10 @@ DimensionArrows arrowsOf(const AcDbDimension& dimension, const DimensionVariable
 DimensionShape dimensionShape(const AcDbDimension& dimension) {
     DimensionShape shape;
     shape.kind = dimension.kindOfLayout();
-    constexpr int ownCoordinateCodes[] = {11, 12, 16};
-    for (int code = 10; code <= 16; ++code) {
-        const bool isOwn = std::find(std::begin(ownCoordinateCodes), std::end(ownCoordinateCodes), code) !=
-                           std::end(ownCoordinateCodes);
-        const AcGePoint3d given = dimension.pointOf(code);
-        const AcGePoint3d own = isOwn ? given : toEntity(dimension.normal(), given);
-        shape.points[code - DimensionShape::firstPointCode].set(own.x, own.y);
+    int code = DimensionShape::firstPointCode;
+    for (AcGePoint2d& point : shape.points) {
+        const AcGePoint3d given = dimension.planePointOf(code++);
+        point.set(given.x, given.y);
     }
     shape.rotation = dimension.rotation();
     shape.oblique = dimension.oblique();
