@@ -1,3 +1,4 @@
+#include "dimensionfit.h"
 #include "otherdimensions.h"
 
 #include <algorithm>
@@ -114,9 +115,7 @@ void ArcPieces::turnText(bool isInside) {
     const AcGeVector2d tangent = directionAt(m_textPlace).perpVector();
     const AcGeVector2d level = directionOf(m_shape.horizontal);
     const bool isLevel = isInside ? m_variables.dimtih : m_variables.dimtoh;
-    m_rotation = isLevel ? m_shape.horizontal : angleOf(readingDirection(tangent, m_shape.horizontal));
-    if (m_shape.textRotation != 0.0) m_rotation = m_shape.horizontal + m_shape.textRotation;
-    if (m_variables.dimtxtdirection) m_rotation += std::numbers::pi;
+    m_rotation = textAngle(m_shape, m_variables, tangent, isLevel);
     constexpr double levelTolerance = 1e-9;
     const bool isForced = isLevel && std::abs(level.crossProduct(tangent)) > levelTolerance;
     m_isOnArc = m_variables.dimtad == 0 || isForced;
@@ -127,23 +126,13 @@ void ArcPieces::arrange() {
     m_textPlace = m_shape.isTextPlaced ? placeOf(m_shape.point(11)) : 0.5 * m_span;
     m_isTextInside = m_textPlace > 0.0 && m_textPlace < m_span;
     turnText(m_isTextInside);
-    const double length = m_span * m_sector.radius;
     const double turn = m_rotation - angleOf(directionAt(m_textPlace).perpVector());
-    const double margin = m_isOnArc ? m_sizes.gap : 0.0;
-    constexpr double least = 1e-9;
-    const double wide = (m_sizes.halfWidth + margin) / std::max(std::abs(std::cos(turn)), least);
-    const double high = (m_sizes.halfHeight + margin) / std::max(std::abs(std::sin(turn)), least);
-    const double text = m_sizes.hasText ? 2.0 * std::min(wide, high) : 0.0;
-    const double arrows = (m_arrows.traits[0].room + m_arrows.traits[1].room) * m_sizes.arrow;
-    const bool fitsBoth = text + arrows <= length;
-    bool areInside = fitsBoth;
-    if (!fitsBoth && !m_variables.dimtix && m_sizes.hasText && !m_shape.isTextPlaced) {
-        m_isTextInside = (m_variables.dimatfit == 1 || m_variables.dimatfit == 3) && text <= length;
-        areInside = !m_isTextInside && m_variables.dimatfit >= 2 && arrows <= length;
-    } else if (m_shape.isTextPlaced && !m_isTextInside) {
-        areInside = m_variables.dimatfit >= 2 && arrows <= length;
-    }
-    for (int end = 0; end < 2; ++end) m_isInside[end] = areInside != m_shape.isFlipped[end];
+    const double text = 2.0 * halfExtent(m_sizes, turn, m_isOnArc ? m_sizes.gap : 0.0);
+    const DimensionFit fit(m_arrows, m_sizes, text, m_span * m_sector.radius);
+    DimensionSides sides{m_isTextInside, m_isTextInside ? fit.hasBoth : stayInside(m_variables, fit)};
+    if (!m_shape.isTextPlaced) sides = chosenSides(m_variables, m_sizes, fit);
+    m_isTextInside = sides.isTextInside;
+    for (int end = 0; end < 2; ++end) m_isInside[end] = sides.areArrowsInside != m_shape.isFlipped[end];
     if (!m_isTextInside && !m_shape.isTextPlaced) placeOutside();
     const AcGeVector2d reading = readingDirection(directionAt(m_textPlace).perpVector(), m_shape.horizontal);
     constexpr int below = 4;
@@ -200,11 +189,7 @@ void ArcPieces::cutEdge(const AcGePoint2d& from, const AcGePoint2d& to, double m
 
 bool ArcPieces::gapInArc(double& from, double& to) const {
     if (!m_sizes.hasText || !m_isTextInside || !m_isOnArc) return false;
-    const AcGeVector2d along = directionOf(m_rotation);
-    const AcGeVector2d right = along * (m_sizes.halfWidth + m_sizes.gap);
-    const AcGeVector2d up = along.perpVector() * (m_sizes.halfHeight + m_sizes.gap);
-    const AcGePoint2d corners[] = {m_centre - right - up, m_centre + right - up, m_centre + right + up,
-                                   m_centre - right + up};
+    const auto corners = cornersAround(m_sizes, m_centre, m_rotation);
     constexpr double never = 1e9;
     double before = -never;
     double behind = never;

@@ -1,13 +1,12 @@
 #include "dimensionsizes.h"
 
+#include <algorithm>
 #include <limits>
-#include <numbers>
 
 namespace hostkit {
 
 DimensionSizes::DimensionSizes(const DimensionVariables& variables, const DimensionWording& wording) {
-    // A style that takes its scale from the layout has it as an override of each dimension.
-    const double scale = variables.dimscale == 0.0 ? 1.0 : variables.dimscale;
+    const double scale = variables.scale();
     isTicked = variables.dimtsz > 0.0;
     arrow = (isTicked ? variables.dimtsz : variables.dimasz) * scale;
     offset = variables.dimexo * scale;
@@ -23,10 +22,10 @@ DimensionSizes::DimensionSizes(const DimensionVariables& variables, const Dimens
     hasText = !wording.contents.empty();
 }
 
-LineStretch stretchInBox(const AcGePoint2d& start, const AcGeVector2d& direction, const AcGePoint2d& centre,
-                         double halfWidth, double halfHeight, double angle) {
+LineStretch stretchInText(const AcGePoint2d& start, const AcGeVector2d& direction,
+                          const DimensionSizes& sizes, const AcGePoint2d& centre, double angle) {
     const AcGeVector2d along = directionOf(angle);
-    const AcGeVector2d half(halfWidth, halfHeight);
+    const AcGeVector2d half(sizes.halfWidth + sizes.gap, sizes.halfHeight + sizes.gap);
     const AcGeVector2d axes[] = {along, along.perpVector()};
     LineStretch stretch{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
     for (unsigned int axis = 0; axis < 2; ++axis) {
@@ -43,6 +42,14 @@ LineStretch stretchInBox(const AcGePoint2d& start, const AcGeVector2d& direction
         stretch.to = std::min(stretch.to, std::max(first, second));
     }
     return stretch.isEmpty() ? LineStretch() : stretch;
+}
+
+std::array<AcGePoint2d, 4> cornersAround(const DimensionSizes& sizes, const AcGePoint2d& centre,
+                                         double angle) {
+    const AcGeVector2d along = directionOf(angle);
+    const AcGeVector2d right = along * (sizes.halfWidth + sizes.gap);
+    const AcGeVector2d up = along.perpVector() * (sizes.halfHeight + sizes.gap);
+    return {centre - right - up, centre + right - up, centre + right + up, centre - right + up};
 }
 
 AcGeVector2d unitOf(const AcGeVector2d& vector) {
@@ -120,12 +127,7 @@ void PieceWriter::text(const AcGePoint2d& centre, double rotation) {
 }
 
 void PieceWriter::frame() {
-    const AcGeVector2d along = directionOf(m_layout.textRotation);
-    const AcGeVector2d right = along * (m_sizes.halfWidth + m_sizes.gap);
-    const AcGeVector2d up = along.perpVector() * (m_sizes.halfHeight + m_sizes.gap);
-    const AcGePoint2d& middle = m_layout.textCentre;
-    const AcGePoint2d corners[] = {middle - right - up, middle + right - up, middle + right + up,
-                                   middle - right + up};
+    const auto corners = cornersAround(m_sizes, m_layout.textCentre, m_layout.textRotation);
     for (std::size_t i = 0; i < 4; ++i) line(PieceLook::dimensionLine, corners[i], corners[(i + 1) % 4]);
 }
 

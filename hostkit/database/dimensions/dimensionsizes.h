@@ -3,8 +3,9 @@
 
 #include "dimensionlayout.h"
 
+#include <array>
 #include <cmath>
-#include <utility>
+#include <initializer_list>
 
 namespace hostkit {
 
@@ -36,10 +37,13 @@ struct LineStretch {
     bool isEmpty() const { return !(from < to); }
 };
 
-/// The part of a line within a box of that centre and half size that is turned by the angle. `direction` has
-/// length 1. Empty where they do not meet.
-LineStretch stretchInBox(const AcGePoint2d& start, const AcGeVector2d& direction, const AcGePoint2d& centre,
-                         double halfWidth, double halfHeight, double angle);
+/// The part of a line within the text's box, widened by the gap, that has its centre there and is turned by
+/// the angle. `direction` has length 1. Empty where they do not meet.
+LineStretch stretchInText(const AcGePoint2d& start, const AcGeVector2d& direction,
+                          const DimensionSizes& sizes, const AcGePoint2d& centre, double angle);
+/// Corners of that box, anticlockwise from the lower left as the text is read.
+std::array<AcGePoint2d, 4> cornersAround(const DimensionSizes& sizes, const AcGePoint2d& centre,
+                                         double angle);
 
 inline AcGeVector2d directionOf(double angle) { return {std::cos(angle), std::sin(angle)}; }
 inline double angleOf(const AcGeVector2d& direction) { return std::atan2(direction.y, direction.x); }
@@ -66,13 +70,13 @@ public:
     void arrow(int which, const AcGePoint2d& tip, const AcGeVector2d& direction, const AcGeVector2d& up);
     /// The paragraph with its frame, where there is one; the layout's place and rotation of the text are set.
     void text(const AcGePoint2d& centre, double rotation);
-    void frame();
     void point(const AcGePoint2d& place, int code);
     void points(const DimensionShape& shape, std::initializer_list<int> codes) {
         for (const int code : codes) point(shape.point(code), code);
     }
 
 private:
+    void frame();
     DimensionPiece& add(DimensionPiece::Form form, PieceLook look);
 
     DimensionLayout& m_layout;

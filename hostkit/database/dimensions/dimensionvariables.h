@@ -92,6 +92,10 @@ struct DimensionVariables {
     // Lineweights: -2 by block, -1 by layer.
     Adesk::Int16 dimlwd = -2;
     Adesk::Int16 dimlwe = -2;
+
+    /// What lengths are multiplied by. A style that takes its scale from the layout has it as an override of
+    /// each dimension; where there is none it is 1.
+    double scale() const { return dimscale == 0.0 ? 1.0 : dimscale; }
 };
 
 } // namespace hostkit

@@ -1,7 +1,5 @@
+#include "dimensionfit.h"
 #include "lineardimension.h"
-
-#include <algorithm>
-#include <numbers>
 
 namespace hostkit {
 
@@ -31,17 +29,11 @@ public:
     LinearArrangement run();
 
 private:
-    struct Fit {
-        bool both = true;
-        bool text = true;
-        bool arrows = true;
-    };
-
     void choosePlaced();
     void chooseByRoom();
     void turnText(bool isInside);
-    double halfExtent(double margin) const;
-    Fit fitAutomatic() const;
+    double halfExtentOnLine(double margin) const;
+    DimensionFit fitAutomatic() const;
     bool fitsAround(double place) const;
     double room(int end) const { return m_arrows.traits[end].room * m_sizes.arrow; }
     void placeInside();
@@ -64,49 +56,30 @@ void Arranging::turnText(bool isInside) {
     const bool isLevel = (isInside ? m_variables.dimtih : m_variables.dimtoh) &&
                          !(isInside && m_variables.dimtad == japanesePlace);
     m_result.isTextHorizontal = isLevel;
-    const AcGeVector2d reading = readingDirection(m_frame.along, m_shape.horizontal);
-    m_result.rotation = isLevel ? m_shape.horizontal : angleOf(reading);
-    if (m_shape.textRotation != 0.0) m_result.rotation = m_shape.horizontal + m_shape.textRotation;
-    if (m_variables.dimtxtdirection) m_result.rotation += std::numbers::pi;
+    m_result.rotation = textAngle(m_shape, m_variables, m_frame.along, isLevel);
     const bool isForced = isLevel && m_isInclined;
     m_result.isTextOnLine =
         isForced || (m_variables.dimtad == centredPlace && std::abs(m_variables.dimtvp) < breakingOffset);
-    m_result.halfExtent = halfExtent(0.0);
+    m_result.halfExtent = halfExtentOnLine(0.0);
 }
 
 // Half of the line that the text's box covers as it is turned, widened by the margin.
-double Arranging::halfExtent(double margin) const {
-    const double turn = m_result.rotation - m_frame.lineAngle;
-    const double across = std::abs(std::sin(turn));
-    const double along = std::abs(std::cos(turn));
-    const double wide = (m_sizes.halfWidth + margin) / std::max(along, levelTolerance);
-    const double high = (m_sizes.halfHeight + margin) / std::max(across, levelTolerance);
-    return m_result.isTextOnLine ? std::min(wide, high) : m_sizes.halfWidth + margin;
+double Arranging::halfExtentOnLine(double margin) const {
+    if (!m_result.isTextOnLine) return m_sizes.halfWidth + margin;
+    return halfExtent(m_sizes, m_result.rotation - m_frame.lineAngle, margin);
 }
 
-bool isWithin(double needed, double length) { return needed <= length * (1.0 + 1e-9); }
-
-Arranging::Fit Arranging::fitAutomatic() const {
-    const double arrows = room(0) + room(1);
-    Fit fit;
-    fit.arrows = isWithin(arrows, m_frame.length);
-    if (!m_sizes.hasText) {
-        fit.both = fit.arrows;
-        return fit;
-    }
-    const double text = 2.0 * halfExtent(m_result.isTextOnLine ? m_sizes.gap : 0.0);
-    fit.text = isWithin(text, m_frame.length);
-    fit.both = isWithin(text + arrows, m_frame.length);
-    return fit;
+DimensionFit Arranging::fitAutomatic() const {
+    const double text = 2.0 * halfExtentOnLine(m_result.isTextOnLine ? m_sizes.gap : 0.0);
+    return {m_arrows, m_sizes, text, m_frame.length};
 }
 
 // Whether both arrows have room beside a text that stands at its own place.
 bool Arranging::fitsAround(double place) const {
     const LineStretch box =
-        stretchInBox(m_frame.feet[0], m_frame.along, m_result.centre, m_sizes.halfWidth + m_sizes.gap,
-                     m_sizes.halfHeight + m_sizes.gap, m_result.rotation);
-    if (!m_result.isTextOnLine || box.isEmpty()) return fitAutomatic().both;
-    const double half = halfExtent(m_sizes.gap);
+        stretchInText(m_frame.feet[0], m_frame.along, m_sizes, m_result.centre, m_result.rotation);
+    if (!m_result.isTextOnLine || box.isEmpty()) return fitAutomatic().hasBoth;
+    const double half = halfExtentOnLine(m_sizes.gap);
     return isWithin(room(0), place - half) && isWithin(room(1), m_frame.length - place - half);
 }
 
@@ -116,25 +89,16 @@ void Arranging::choosePlaced() {
     m_result.isTextInside = m_result.textPlace > 0.0 && m_result.textPlace < m_frame.length;
     turnText(m_result.isTextInside);
     m_result.hasHook = !m_result.isTextInside && m_result.isTextHorizontal && m_isInclined;
-    const bool arrowsStay = m_variables.dimatfit >= 2;
     const bool areInside =
-        m_result.isTextInside ? fitsAround(m_result.textPlace) : arrowsStay && fitAutomatic().arrows;
+        m_result.isTextInside ? fitsAround(m_result.textPlace) : stayInside(m_variables, fitAutomatic());
     m_result.areArrowsInside[0] = m_result.areArrowsInside[1] = areInside;
 }
 
 void Arranging::chooseByRoom() {
     turnText(true);
-    const Fit fit = fitAutomatic();
-    bool isTextInside = true;
-    bool areArrowsInside = fit.both;
-    if (!fit.both && !m_variables.dimtix && m_sizes.hasText) {
-        const bool textMayStay = m_variables.dimatfit == 1 || m_variables.dimatfit == 3;
-        const bool arrowsMayStay = m_variables.dimatfit >= 2;
-        isTextInside = textMayStay && fit.text;
-        areArrowsInside = !isTextInside && arrowsMayStay && fit.arrows;
-    }
-    m_result.isTextInside = isTextInside;
-    m_result.areArrowsInside[0] = m_result.areArrowsInside[1] = areArrowsInside;
+    const DimensionSides sides = chosenSides(m_variables, m_sizes, fitAutomatic());
+    m_result.isTextInside = sides.isTextInside;
+    m_result.areArrowsInside[0] = m_result.areArrowsInside[1] = sides.areArrowsInside;
 }
 
 // From the line to the text's middle, upwards.

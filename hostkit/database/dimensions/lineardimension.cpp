@@ -1,7 +1,6 @@
 #include "lineardimension.h"
 
 #include <algorithm>
-#include <numbers>
 
 namespace hostkit {
 
@@ -91,9 +90,8 @@ void LinearPieces::lineBetween() {
     const double to = lineEnd(1);
     LineStretch gap;
     if (m_sizes.hasText && m_arrangement.isTextInside && m_arrangement.isTextOnLine)
-        gap = stretchInBox(m_frame.feet[0], m_frame.along, m_arrangement.centre,
-                           m_sizes.halfWidth + m_sizes.gap, m_sizes.halfHeight + m_sizes.gap,
-                           m_arrangement.rotation);
+        gap = stretchInText(m_frame.feet[0], m_frame.along, m_sizes, m_arrangement.centre,
+                            m_arrangement.rotation);
     const bool isBroken = !gap.isEmpty() && (gap.from > from || gap.to < to);
     if (!isBroken) return wholeLine(from, to);
     if (gap.from > from && !isLeftOut(0))
@@ -104,10 +102,9 @@ void LinearPieces::lineBetween() {
 
 // From the extension line to where the text's widened box begins, outwards.
 double LinearPieces::nearEdge(int end) const {
-    const LineStretch box =
-        stretchInBox(m_frame.feet[end], outward(end), m_arrangement.centre, m_sizes.halfWidth + m_sizes.gap,
-                     m_sizes.halfHeight + m_sizes.gap, m_arrangement.rotation);
-    return box.from;
+    return stretchInText(m_frame.feet[end], outward(end), m_sizes, m_arrangement.centre,
+                         m_arrangement.rotation)
+        .from;
 }
 
 double LinearPieces::tailLength(int end) const {

@@ -127,9 +127,7 @@ void RadialPieces::writeBetween() {
     const AcGePoint2d from = m_shape.point(10) + m_outward * cut();
     const AcGePoint2d to = m_tip - m_outward * cut();
     LineStretch gap;
-    if (m_sizes.hasText && isOnLine)
-        gap = stretchInBox(from, m_outward, m_place, m_sizes.halfWidth + m_sizes.gap,
-                           m_sizes.halfHeight + m_sizes.gap, m_rotation);
+    if (m_sizes.hasText && isOnLine) gap = stretchInText(from, m_outward, m_sizes, m_place, m_rotation);
     const double length = (to - from).length();
     if (!gap.isEmpty() && gap.from > 0.0 && gap.to < length) {
         m_writer.line(PieceLook::dimensionLine, from, from + m_outward * gap.from);
