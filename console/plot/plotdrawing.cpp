@@ -305,7 +305,7 @@ void DrawingPlotter::drawDimension(const AcDbDimension& dimension, const Look& l
         ++report.notDrawn[L"DIMENSION without a block"];
         return;
     }
-    for (const auto& entity : hostkit::entitiesOf(dimension, picture, hostkit::PieceUse::inBlock))
+    for (const auto& entity : hostkit::entitiesOf(dimension, picture, hostkit::PieceUse::plotted))
         drawEntity(*entity, inside);
 }
 

@@ -6,12 +6,11 @@
 #include "dblayertablerecord.h"
 #include "dblinetypetablerecord.h"
 #include "dbobjptr.h"
+#include "dimensionpicture.h"
 
 namespace {
 
 constexpr std::uint32_t white = 0xFFFFFF;
-// The layer on which dimensions keep their definition points; it is never plotted.
-constexpr const wchar_t* definitionPoints = L"Defpoints";
 
 } // namespace
 
@@ -35,7 +34,7 @@ const LookTable::Layer& LookTable::layerOf(AcDbObjectId id) {
     if (!record.object()) return layer;
     layer.isFrozen = record->isFrozen();
     layer.isHidden = record->isFrozen() || record->isOff() || !record->isPlottable() ||
-                     hostkit::equalFolded(record->name(), definitionPoints);
+                     hostkit::equalFolded(record->name(), hostkit::definitionLayerName);
     layer.rgb = paperColor(record->color());
     layer.linetype = record->linetypeObjectId();
     layer.lineweight = record->lineWeight();

@@ -225,6 +225,20 @@ TEST_F(PlotTest, IsPickedWhereItIsDrawn) {
         << "where the dimension's block would stand without its place";
 }
 
+TEST_F(PlotTest, ADimensionWithoutABlockIsLaidOutButForItsPoints) {
+    const auto database =
+        hostkit::openDrawingFromMemory("0\nSECTION\n2\nENTITIES\n0\nDIMENSION\n8\n0\n70\n1\n10\n9.0\n20\n3."
+                                       "0\n13\n0.0\n23\n0.0\n14\n9.0\n24\n0.0\n"
+                                       "0\nENDSEC\n0\nEOF\n",
+                                       L"test.dxf");
+    ASSERT_NE(database, nullptr);
+    plotDrawing(*database, sink);
+    EXPECT_EQ(sink.strokes.size(), 4u) << "two extension lines, a line that the text breaks";
+    EXPECT_EQ(sink.fills.size(), 2u);
+    EXPECT_EQ(sink.texts.size(), 1u);
+    EXPECT_TRUE(sink.dots.empty()) << "no layer says that these are not plotted";
+}
+
 std::string hatch(const std::string& pattern) {
     return "0\nHATCH\n8\nRED\n100\nAcDbHatch\n10\n0.0\n20\n0.0\n30\n0.0\n210\n0.0\n220\n0.0\n230\n1."
            "0\n2\nP\n" +

@@ -30,7 +30,8 @@ bool stayInside(const DimensionVariables& variables, const DimensionFit& fit);
 /// Half of what the text's box covers of a line from which it is turned by the angle, widened by the margin.
 double halfExtent(const DimensionSizes& sizes, double turn, double margin);
 
-/// The angle of a text on or beside a line, by the user or by the style, which has it level or along the line.
+/// The angle of a text on or beside a line, by the user or by the style, which has it level or along the
+/// line.
 double textAngle(const DimensionShape& shape, const DimensionVariables& variables, const AcGeVector2d& line,
                  bool isLevel);
 

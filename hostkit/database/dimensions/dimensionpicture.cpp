@@ -233,7 +233,9 @@ std::vector<std::unique_ptr<AcDbEntity>> entitiesOf(const AcDbDimension& dimensi
     const EntityMaker maker(dimension, picture, use);
     std::vector<std::unique_ptr<AcDbEntity>> entities;
     entities.reserve(picture.layout.pieces.size());
-    for (const DimensionPiece& piece : picture.layout.pieces) entities.push_back(maker.make(piece));
+    for (const DimensionPiece& piece : picture.layout.pieces)
+        if (use != PieceUse::plotted || piece.look != PieceLook::definition)
+            entities.push_back(maker.make(piece));
     return entities;
 }
 

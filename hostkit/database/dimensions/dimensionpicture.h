@@ -10,7 +10,7 @@
 
 namespace hostkit {
 
-/// The layer of the points that a dimension measures; it is not plotted.
+/// The layer of the points that a dimension measures; it is never plotted, whatever its record says.
 constexpr std::wstring_view definitionLayerName = L"Defpoints";
 
 /// A dimension laid out, with all that its pieces look by.
@@ -28,6 +28,7 @@ bool layOutDimension(const AcDbDimension& dimension, DimensionPicture& picture);
 
 enum class PieceUse : unsigned char {
     inBlock, ///< by-block looks stay; the points go to the layer of definition points, where there is one
+    plotted, ///< as in a block, without the points, which no plot shows
     loose    ///< by-block looks are the dimension's own
 };
 
