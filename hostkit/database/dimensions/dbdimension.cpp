@@ -88,14 +88,22 @@ Acad::ErrorStatus AcDbDimension::setDimensionText(const wchar_t* text) {
     return text ? assignSeen(m_text, std::wstring(text)) : Acad::eInvalidInput;
 }
 
-Acad::ErrorStatus AcDbDimension::setRotation(double angle) { return setSeenReal(m_rotation, angle); }
+Acad::ErrorStatus AcDbDimension::setRotation(double angle) { return setDirection(m_rotation, angle); }
 Acad::ErrorStatus AcDbDimension::setOblique(double angle) { return setSeenReal(m_oblique, angle); }
 Acad::ErrorStatus AcDbDimension::setTextRotation(double angle) { return setSeenReal(m_textRotation, angle); }
 Acad::ErrorStatus AcDbDimension::setHorizontalRotation(double angle) {
-    return setSeenReal(m_horizontalRotation, angle);
+    return setDirection(m_horizontalRotation, angle);
 }
 Acad::ErrorStatus AcDbDimension::setLeaderLength(double length) {
     return setSeenReal(m_leaderLength, length);
+}
+
+// What was measured along another direction is forgotten.
+Acad::ErrorStatus AcDbDimension::setDirection(double& field, double angle) {
+    const bool isOther = field != angle;
+    const Acad::ErrorStatus status = setSeenReal(field, angle);
+    if (status == Acad::eOk && isOther) m_hasMeasurement = false;
+    return status;
 }
 
 Acad::ErrorStatus AcDbDimension::setSeenReal(double& field, double value) {
@@ -124,7 +132,10 @@ Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
         AcGePoint3d& point = m_points[code - firstPointCode];
         if (isOwnCoordinate(code)) point = hostkit::toEntity(unit, hostkit::toWorld(m_normal, point));
     }
-    if (unit.x != m_normal.x || unit.y != m_normal.y || unit.z != m_normal.z) dropBlock();
+    if (unit.x != m_normal.x || unit.y != m_normal.y || unit.z != m_normal.z) {
+        dropBlock();
+        m_hasMeasurement = false;
+    }
     m_normal = unit;
     return Acad::eOk;
 }

@@ -184,6 +184,7 @@ private:
     template <typename Field, typename Value>
     Acad::ErrorStatus assignSeen(Field& field, const Value& value);
     Acad::ErrorStatus setSeenReal(double& field, double value);
+    Acad::ErrorStatus setDirection(double& field, double angle);
     template <typename Value>
     Acad::ErrorStatus setOverride(short code, const Value& value);
     Acad::ErrorStatus setOverrides(hostkit::GroupBlock&& data);

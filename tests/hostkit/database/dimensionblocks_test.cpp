@@ -259,34 +259,16 @@ TEST_F(DimensionBlocks, OtherChangesDropIt) {
     const AcDbObjectId style = addRecord<AcDbDimStyleTable>(m_drawing, L"OTHER");
     using Set = std::function<Acad::ErrorStatus(AcDbDimension&)>;
     const std::vector<std::pair<bool, Set>> cases = {
-        {true,
-         [](auto& each) {
-             return each.setPointOf(13, {1.0, 1.0, 0.0});
-         }},
-        {false,
-         [](auto& each) {
-             return each.setPointOf(13, {1.0, 1.0, 1e-12});
-         }},
-        {true,
-         [](auto& each) {
-             return each.setTextPosition({3.0, 3.5, 0.0});
-         }},
-        {false,
-         [](auto& each) {
-             return each.setTextPosition({3.0, 3.0, 0.0});
-         }},
+        {true, [](auto& each) { return each.setPointOf(13, AcGePoint3d(1.0, 1.0, 0.0)); }},
+        {false, [](auto& each) { return each.setPointOf(13, AcGePoint3d(1.0, 1.0, 1e-12)); }},
+        {true, [](auto& each) { return each.setTextPosition(AcGePoint3d(3.0, 3.5, 0.0)); }},
+        {false, [](auto& each) { return each.setTextPosition(AcGePoint3d(3.0, 3.0, 0.0)); }},
         {true, [](auto& each) { return each.setRotation(0.25); }},
         {false, [](auto& each) { return each.setRotation(0.5); }},
         {true, [](auto& each) { return each.setDimensionText(L""); }},
         {false, [](auto& each) { return each.setDimensionText(L"<> m"); }},
-        {true,
-         [](auto& each) {
-             return each.setNormal({0.0, 0.0, 2.0});
-         }},
-        {false,
-         [](auto& each) {
-             return each.setNormal({0.0, 0.0, -1.0});
-         }},
+        {true, [](auto& each) { return each.setNormal(AcGeVector3d(0.0, 0.0, 2.0)); }},
+        {false, [](auto& each) { return each.setNormal(AcGeVector3d(0.0, 0.0, -1.0)); }},
         {true, [](auto& each) { return each.setDimensionStyle(each.dimensionStyle()); }},
         {false, [&](auto& each) { return each.setDimensionStyle(style); }},
         {false, [](auto& each) { return each.setDimBlockId(AcDbObjectId()); }},

@@ -87,13 +87,18 @@ TEST(DimensionLayout, ImperialDefaultsBreakTheLine) {
     EXPECT_NEAR(solids[1].at[2].x, 5.5105235, 1e-9);
 }
 
-DimensionVariables metric() {
+DimensionVariables sized(double arrow, double extension, double gap, double letters) {
     DimensionVariables variables;
-    variables.dimasz = 2.5;
+    variables.dimasz = arrow;
+    variables.dimexe = extension;
+    variables.dimgap = gap;
+    variables.dimtxt = letters;
+    return variables;
+}
+
+DimensionVariables metric() {
+    DimensionVariables variables = sized(2.5, 1.25, 0.625, 2.5);
     variables.dimexo = 0.625;
-    variables.dimexe = 1.25;
-    variables.dimtxt = 2.5;
-    variables.dimgap = 0.625;
     variables.dimtad = 1;
     variables.dimtih = variables.dimtoh = false;
     variables.dimtofl = true;
@@ -136,12 +141,8 @@ TEST(DimensionLayout, MetricTextStandsAboveATurnedLine) {
 
 TEST(DimensionLayout, ANarrowOneHasTextAndArrowsOutside) {
     Linear dimension(0.5);
-    DimensionVariables& variables = dimension.variables;
+    DimensionVariables& variables = dimension.variables = sized(0.125, 0.0625, 0.03125, 0.09375);
     variables.dimscale = 2.0;
-    variables.dimasz = 0.125;
-    variables.dimexe = 0.0625;
-    variables.dimgap = 0.03125;
-    variables.dimtxt = 0.09375;
     variables.dimtad = 1;
     variables.dimtofl = true;
     variables.dimatfit = 0;
@@ -154,20 +155,12 @@ TEST(DimensionLayout, ANarrowOneHasTextAndArrowsOutside) {
     expectText(dimension.layout, 1.219, 0.25, 0.0, 1e-3);
 }
 
-DimensionVariables architectural() {
-    DimensionVariables variables;
-    variables.dimscale = 32.0;
-    variables.dimasz = 0.15625;
-    variables.dimgap = 0.09375;
-    variables.dimtxt = 0.1875;
-    variables.dimtix = true;
-    return variables;
-}
-
 TEST(DimensionLayout, TicksNeedLessRoom) {
     for (const double length : {37.0, 28.0}) {
         Linear dimension(length);
-        dimension.variables = architectural();
+        dimension.variables = sized(0.15625, 0.18, 0.09375, 0.1875);
+        dimension.variables.dimscale = 32.0;
+        dimension.variables.dimtix = true;
         for (ArrowTraits& traits : dimension.arrows.traits) traits = {false, true, 0.6};
         dimension.text(L"3'-1\"", length > 30.0 ? 15.946 : 16.1, 7.14, 6.0);
         ASSERT_TRUE(dimension.layOut());
@@ -186,12 +179,8 @@ TEST(DimensionLayout, TicksNeedLessRoom) {
 }
 
 DimensionVariables fine() {
-    DimensionVariables variables;
-    variables.dimasz = 0.118;
+    DimensionVariables variables = sized(0.118, 0.06, 0.04, 0.115);
     variables.dimexo = 0.1;
-    variables.dimexe = 0.06;
-    variables.dimgap = 0.04;
-    variables.dimtxt = 0.115;
     variables.dimatfit = 0;
     return variables;
 }
@@ -235,6 +224,48 @@ TEST(DimensionLayout, AFrameLiftsTheTextAndUnequalArrowsShiftIt) {
                  {{20.40, 4.879}, {10.65, 4.879}},
                  {{10.65, 4.879}, {10.65, 0.625}}},
                 1e-2);
+}
+
+TEST(DimensionLayout, AHangingCommaLiftsTheText) {
+    Linear dimension(317.88);
+    dimension.variables = metric();
+    dimension.text(L"317,88", 9.0, 1.1667 * 2.5, 2.5);
+    ASSERT_TRUE(dimension.layOut());
+    expectText(dimension.layout, 158.94, 2.083, 0.0, 1e-3);
+}
+
+TEST(DimensionLayout, AnOrdinateUnderlinesItsText) {
+    Linear dimension(0.0);
+    dimension.shape.kind = DimensionKind::ordinate;
+    dimension.shape.points[3].set(660.872, 8.641);
+    dimension.shape.points[4].set(700.770, 14.341);
+    dimension.variables = metric();
+    dimension.text(L"102,59", 10.148, 3.004, 2.5);
+    ASSERT_TRUE(dimension.layOut());
+    expectLines(dimension.lines(PieceLook::firstExtension),
+                {{{661.497, 8.641}, {690.770, 8.641}},
+                 {{690.770, 8.641}, {695.770, 14.341}},
+                 {{695.770, 14.341}, {711.543, 14.341}}},
+                1e-3);
+    expectText(dimension.layout, 706.469, 16.468, 0.0, 1e-3);
+}
+
+TEST(DimensionLayout, AnArcEndsAtTheChordsOfItsArrows) {
+    Linear dimension(0.0);
+    dimension.shape.kind = DimensionKind::threePointAngular;
+    dimension.shape.points[3].set(1.0, 0.0);
+    dimension.shape.points[4].set(0.0, 1.0);
+    dimension.shape.points[0] = AcGePoint2d() + directionOf(45.0 * degree) * 1.34348;
+    dimension.variables.dimtad = 1;
+    dimension.variables.dimtih = false;
+    dimension.text(L"90", 0.3, 0.18, 0.18);
+    ASSERT_TRUE(dimension.layOut());
+    const auto arcs = dimension.ofForm(Form::arc);
+    ASSERT_EQ(arcs.size(), 1u);
+    EXPECT_NEAR(arcs[0].startAngle, 7.682 * degree, 1e-5);
+    EXPECT_NEAR(arcs[0].endAngle, 82.318 * degree, 1e-5);
+    const AcGePoint2d text = AcGePoint2d() + directionOf(45.0 * degree) * (1.34348 + 0.18);
+    expectText(dimension.layout, text.x, text.y, -45.0 * degree, 1e-9);
 }
 
 // Turned, moved and read the other way round the figure is the same, as long as the text is aligned.

@@ -115,6 +115,34 @@ TEST(DimensionStyles, EveryValueComesBackFromEveryForm) {
     EXPECT_EQ(DatabaseAccess::objectOf<AcDbBlockTableRecord>(arrow)->name(), L"_Dot");
 }
 
+// Spelled as its block is, the name follows that; another spelling stays as it was read.
+TEST(DimensionStyles, ANamedArrowFollowsItsBlock) {
+    AcDbDatabase drawing;
+    change<AcDbDimStyleTableRecord>(addStyle(drawing, L"Own"), [](AcDbDimStyleTableRecord& style) {
+        EXPECT_EQ(style.setDimblk(L"_Dot"), Acad::eOk);
+    });
+    const std::string bytes = saved(drawing, DrawingVersion::kR12);
+    for (const std::string given : {"_Dot", "_DOT"}) {
+        std::string spelled = bytes;
+        const std::size_t place = spelled.find("_Dot");
+        ASSERT_NE(place, spelled.npos);
+        spelled.replace(place, given.size(), given);
+        const auto old = openDrawingFromMemory(spelled, L"old");
+        ASSERT_TRUE(old);
+        const AcDbObjectId style = idOfStyle(*old, L"Own");
+        const AcDbObjectId arrow =
+            DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(style)->variables().dimblk;
+        ASSERT_TRUE(arrow.isResident());
+        change<AcDbDimStyleTableRecord>(
+            style, [](AcDbDimStyleTableRecord& each) { EXPECT_EQ(each.setDimtxt(0.5), Acad::eOk); });
+        EXPECT_TRUE(holds(saved(*old, DrawingVersion::kR12), "\n5\n" + given + "\n"));
+        change<AcDbBlockTableRecord>(
+            arrow, [](AcDbBlockTableRecord& block) { EXPECT_EQ(block.setName(L"Round"), Acad::eOk); });
+        const std::string renamed = given == "_Dot" ? "Round" : given;
+        EXPECT_TRUE(holds(saved(*old, DrawingVersion::kR12), "\n5\n" + renamed + "\n"));
+    }
+}
+
 TEST(DimensionStyles, SettersRefuseWhatCannotBe) {
     AcDbDatabase drawing;
     AcDbDimStyleTableRecord style;
@@ -212,6 +240,32 @@ TEST(DimensionBlocks, ASaveMakesThoseThatAreMissingOnce) {
     UndoReport report;
     while (undoGroupCount(drawing) > 0) ASSERT_EQ(undoLastGroup(drawing, report), Acad::eOk);
     EXPECT_EQ(pictureOf(drawing), empty);
+}
+
+// A save tells what was measured; along another direction it is not so any more.
+TEST(DimensionBlocks, WhatWasMeasuredHoldsForItsDirection) {
+    using Set = Acad::ErrorStatus (*)(AcDbDimension&);
+    const std::pair<AcDbDimension*, Set> cases[] = {
+        {new AcDbRotatedDimension(0.0, {}, {40.0, 5.0, 0.0}, {40.0, 15.0, 0.0}),
+         [](AcDbDimension& each) { return each.setRotation(AcGe::kPi / 2.0); }},
+        {new AcDbRotatedDimension(0.0, {}, {40.0, 5.0, 0.0}, {40.0, 15.0, 0.0}),
+         [](AcDbDimension& each) { return each.setNormal(AcGeVector3d::kXAxis); }},
+        {new AcDbOrdinateDimension(true, {40.0, 5.0, 0.0}, {40.0, 15.0, 0.0}),
+         [](AcDbDimension& each) { return each.setHorizontalRotation(-AcGe::kPi / 2.0); }}};
+    AcDbDatabase drawing;
+    for (const auto& [dimension, turn] : cases) {
+        const AcDbObjectId id = appendToModelSpace(drawing, dimension);
+        EXPECT_EQ(completeDimensions(drawing), 1);
+        change<AcDbDimension>(id, [turn = turn](AcDbDimension& each) {
+            double measured = 0.0;
+            EXPECT_EQ(each.measurement(measured), Acad::eOk);
+            EXPECT_NEAR(measured, 40.0, 1e-12);
+            EXPECT_EQ(turn(each), Acad::eOk);
+            EXPECT_EQ(each.measurement(measured), Acad::eOk);
+            EXPECT_NEAR(measured, 5.0, 1e-12);
+        });
+        EXPECT_EQ(completeDimensions(drawing), 1);
+    }
 }
 
 // The arrow would show the block that shows the arrow.
