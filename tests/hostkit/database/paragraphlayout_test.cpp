@@ -1,6 +1,10 @@
 #include "paragraphlayout.h"
 
+#include "dbline.h"
+#include "dbmtext.h"
+#include "dbtext.h"
 #include "drawingparts.h"
+#include "entitymotions.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +46,53 @@ TEST(ParagraphLayout, InkOfSavedDimensions) {
         EXPECT_NEAR(ink.width, c.width > 0.0 ? c.width : ink.width, 0.02 * c.height) << name;
         EXPECT_NEAR(ink.height, c.tall > 0.0 ? c.tall : ink.height, 0.01 * c.height) << name;
     }
+}
+
+/// Strokes of height 6: a letter is 6 wide, 1 is 4.
+AcDbMText paragraphOf(const wchar_t* contents) {
+    AcDbMText text;
+    text.setTextHeight(6.0);
+    text.setContents(contents);
+    return text;
+}
+
+TEST(ParagraphLayout, EachRunBecomesATextWithItsLook) {
+    const AcDbMText paragraph =
+        paragraphOf(L"\\A1;a{\\T1;b}{\\H2x;c}{\\C1;\\W0.5;\\Q10;\\Lde} {\\c16711680;\\T2;f}\\S1/22;");
+    const struct {
+        const wchar_t* text;
+        double x, up, height, widthFactor, oblique;
+        int color;
+    } runs[] = {{L"ab", 0.0, 3.0, 6.0, 1.0, 0.0, 256},        {L"c", 12.0, 0.0, 12.0, 1.0, 0.0, 256},
+                {L"%%ude", 24.0, 3.0, 6.0, 0.5, 10.0, 1},     {L"f", 36.0, 3.0, 6.0, 2.0, 0.0, -1},
+                {L"1", 48.0 + 3.58, 7.2, 6.0, 1.0, 0.0, 256}, {L"22", 48.0 - 0.42, -1.2, 6.0, 1.0, 0.0, 256}};
+    constexpr double base = -13.2; // below the top of the upper part of the stack
+    const auto parts = motions::partsOf<AcDbEntity>(paragraph);
+    ASSERT_EQ(parts.size(), std::size(runs) + 1);
+    std::size_t next = 0;
+    for (const auto& entity : parts) {
+        if (const auto* const bar = AcDbLine::cast(entity.get())) {
+            EXPECT_TRUE(motions::isNear(bar->startPoint(), {48.0, base + 6.0, 0.0}));
+            EXPECT_TRUE(motions::isNear(bar->endPoint(), {48.0 + 11.16, base + 6.0, 0.0}));
+            continue;
+        }
+        const auto* const part = AcDbText::cast(entity.get());
+        ASSERT_TRUE(part && next < std::size(runs));
+        const auto& run = runs[next++];
+        EXPECT_EQ(part->text(), run.text);
+        EXPECT_NEAR(part->position().x, run.x, 1e-9) << next;
+        EXPECT_NEAR(part->position().y, base + run.up, 1e-9) << next;
+        EXPECT_NEAR(part->height(), run.height, 1e-9) << next;
+        EXPECT_NEAR(part->widthFactor(), run.widthFactor, 1e-9) << next;
+        EXPECT_NEAR(part->oblique(), run.oblique / 180.0 * AcGe::kPi, 1e-9) << next;
+        AcCmColor color;
+        if (run.color < 0)
+            color.setRGB(0, 0, 255);
+        else
+            color.setColorIndex(static_cast<Adesk::UInt16>(run.color));
+        EXPECT_TRUE(part->color() == color) << next;
+    }
+    EXPECT_EQ(next, std::size(runs));
 }
 
 } // namespace
