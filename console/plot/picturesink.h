@@ -61,9 +61,8 @@ public:
     virtual double scale() const = 0;
 };
 
-/// The width that a line of text takes, in heights of capitals, by the widths of the common sans-serif face.
-/// Good to a tenth or so: whoever shows the picture chooses the face.
-double estimatedWidth(const std::vector<TextRun>& runs);
+/// The width that letters take, in heights of capitals, by the widths of the common sans-serif face. Good to
+/// a tenth or so: whoever shows the picture chooses the face.
 double estimatedWidth(const std::wstring& text);
 /// Where the line of text begins and ends, in heights of capitals along it from its origin on.
 struct TextReach {

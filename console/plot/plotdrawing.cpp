@@ -66,6 +66,7 @@ private:
     void drawAttributes(const AcDbBlockReference& reference, const Surroundings& around);
     void drawDimension(const AcDbDimension& dimension, const Look& look, const Surroundings& around);
     void drawText(PlacedText text, const Surroundings& around);
+    void drawParagraph(const PlacedParagraph& paragraph, const Surroundings& around);
     void drawPolyline(const AcDbPolyline& polyline, const Look& look, const Surroundings& around);
     void drawCorners(const AcDbEntity& entity, const AcGePoint3d (&corners)[4], const Look& look,
                      const Surroundings& around);
@@ -164,10 +165,8 @@ void DrawingPlotter::drawVisible(const AcDbEntity& entity, const Look& look, con
         return;
     }
     if (const auto* text = AcDbText::cast(&entity)) return drawText(placedText(*text, look.rgb), around);
-    if (const auto* paragraphs = AcDbMText::cast(&entity)) {
-        for (PlacedText& line : placedLines(*paragraphs, look.rgb)) drawText(std::move(line), around);
-        return;
-    }
+    if (const auto* paragraph = AcDbMText::cast(&entity))
+        return drawParagraph(placedParagraph(*paragraph, look.rgb), around);
     PicturePath path;
     if (appendCurve(path, entity)) {
         path.transformBy(around.toWorld);
@@ -249,6 +248,17 @@ void DrawingPlotter::drawText(PlacedText text, const Surroundings& around) {
     text.along.transformBy(around.toWorld);
     text.up.transformBy(around.toWorld);
     if (!text.runs.empty()) m_sink.text(text);
+}
+
+void DrawingPlotter::drawParagraph(const PlacedParagraph& paragraph, const Surroundings& around) {
+    for (const PlacedText& text : paragraph.texts) drawText(text, around);
+    for (const PlacedParagraph::Bar& bar : paragraph.bars) {
+        PicturePath path;
+        path.moveTo(bar.from);
+        path.lineTo(bar.to);
+        path.transformBy(around.toWorld);
+        m_sink.stroke(path, {.rgb = bar.rgb});
+    }
 }
 
 void DrawingPlotter::drawAttributes(const AcDbBlockReference& reference, const Surroundings& around) {

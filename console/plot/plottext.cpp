@@ -1,36 +1,62 @@
 #include "plottext.h"
 
 #include "casefold.h"
+#include "dbcolor.h"
 #include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbtext.h"
 #include "dbtextstyletablerecord.h"
-#include "textcodes.h"
+#include "markupreader.h"
+#include "paragraphlayout.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
-constexpr double lineStep = 5.0 / 3.0; // of the text's height, between base lines
-constexpr double descent = 0.3;        // of the text's height, below the base line
+using hostkit::ParagraphLine;
+using hostkit::ParagraphLook;
+using hostkit::ParagraphPiece;
 
-std::wstring familyOfStyle(AcDbObjectId style) {
-    const AcDbObjectPointer<AcDbTextStyleTableRecord> record(style, AcDb::kForRead);
-    if (!record.object()) return {};
-    const std::wstring file = hostkit::foldCase(record->fileName());
-    const auto has = [&](const wchar_t* part) { return file.find(part) != std::wstring::npos; };
-    if (has(L"times") || has(L"romant") || has(L"garamond")) return L"Times New Roman, serif";
+constexpr double descent = 0.3; // of the text's height, below the base line
+
+// The face that a browser has for a font of a drawing; empty where the default will do.
+std::wstring familyOf(std::wstring_view font) {
+    const std::wstring name = hostkit::foldCase(font);
+    const auto has = [&](const wchar_t* part) { return name.find(part) != std::wstring::npos; };
+    if (has(L"times") || has(L"romant") || has(L"garamond") || has(L"georgia"))
+        return L"Times New Roman, serif";
     if (has(L"cour") || has(L"consol") || has(L"mono")) return L"Courier New, monospace";
     return {};
 }
 
-TextDefaults defaultsOf(AcDbObjectId style, double height, std::uint32_t rgb) {
-    TextDefaults defaults;
-    defaults.rgb = rgb;
-    defaults.height = height;
-    defaults.family = familyOfStyle(style);
-    return defaults;
+std::wstring familyOfStyle(AcDbObjectId style) {
+    const AcDbObjectPointer<AcDbTextStyleTableRecord> record(style, AcDb::kForRead);
+    return record.object() ? familyOf(record->fileName()) : std::wstring();
+}
+
+std::uint32_t colorOf(const ParagraphLook& look, std::uint32_t otherwise) {
+    if (look.rgb) return *look.rgb;
+    const int index = look.colorIndex.value_or(0);
+    if (index == AcCmEntityColor::kACIforeground) return 0;
+    const bool isIndex = index > 0 && index < AcCmEntityColor::kACIbyLayer;
+    return isIndex ? AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt16>(index)) : otherwise;
+}
+
+TextRun runOf(const ParagraphLook& look, std::wstring_view letters, std::uint32_t rgb,
+              const std::wstring& family) {
+    TextRun run;
+    std::copy_if(letters.begin(), letters.end(), std::back_inserter(run.text),
+                 [](wchar_t each) { return each >= L' '; });
+    run.rgb = colorOf(look, rgb);
+    run.isBold = look.isBold;
+    run.isItalic = look.isItalic;
+    run.isUnderlined = look.isUnderlined;
+    run.isOverlined = look.isOverlined;
+    run.isStruckOut = look.isStruckOut;
+    run.family = look.font.empty() ? family : familyOf(look.font);
+    return run;
 }
 
 // How far the base line lies under the alignment point, in heights of capitals.
@@ -61,9 +87,30 @@ bool isBetweenPoints(const AcDbText& text) {
 
 } // namespace
 
+std::vector<TextRun> runsOfText(std::wstring_view text, std::uint32_t rgb, const std::wstring& family) {
+    std::vector<TextRun> runs;
+    ParagraphLook look;
+    std::wstring letters;
+    const auto endRun = [&] {
+        if (!letters.empty()) runs.push_back(runOf(look, letters, rgb, family));
+        letters.clear();
+    };
+    hostkit::MarkupReader reader(text, hostkit::MarkupReader::Extent::line);
+    while (const auto piece = reader.next()) {
+        if (piece->kind == hostkit::MarkupPiece::Kind::letters) {
+            letters += piece->text;
+        } else {
+            endRun();
+            look.take(*piece, 0.0);
+        }
+    }
+    endRun();
+    return runs;
+}
+
 PlacedText placedText(const AcDbText& text, const std::wstring& wording, std::uint32_t rgb) {
     PlacedText placed;
-    placed.runs = runsOfText(wording, defaultsOf(text.textStyle(), text.height(), rgb));
+    placed.runs = runsOfText(wording, rgb, familyOfStyle(text.textStyle()));
     AcGeVector3d x, y;
     AcGe::arbitraryAxes(text.normal(), x, y);
     AcGeVector3d along = x * std::cos(text.rotation()) + y * std::sin(text.rotation());
@@ -88,66 +135,109 @@ PlacedText placedText(const AcDbText& text, std::uint32_t rgb) { return placedTe
 
 namespace {
 
-using Anchor = PlacedText::Anchor;
+// Pieces of a line that make one text.
+using Segment = std::vector<ParagraphPiece>;
 
-struct TextLine {
-    std::vector<TextRun> runs;
-    std::optional<Anchor> alignment;
-    double factor = 1.0; ///< the tallest run's height
-};
-
-std::vector<TextLine> linesOf(const AcDbMText& text, const TextDefaults& defaults) {
-    std::vector<TextLine> lines;
-    const double width = text.width() / text.textHeight();
-    for (const Paragraph& paragraph : paragraphsOfText(text.rawContents(), defaults))
-        for (std::vector<TextRun>& runs : brokenLines(paragraph, width)) {
-            TextLine line{std::move(runs), paragraph.alignment};
-            if (!line.runs.empty()) line.factor = 0.0;
-            for (const TextRun& run : line.runs) line.factor = std::max(line.factor, run.heightFactor);
-            lines.push_back(std::move(line));
-        }
-    return lines;
+bool makeOneText(const ParagraphPiece& piece, const ParagraphPiece& next) {
+    const auto widthOf = [](const ParagraphLook& look) { return look.widthFactor * look.tracking; };
+    return !piece.isStacked() && !next.isStacked() && piece.look.oblique == next.look.oblique &&
+           widthOf(piece.look) == widthOf(next.look);
 }
 
-// 0 left, 1 middle, 2 right; and 0 top, 1 middle, 2 bottom.
-int columnOf(const AcDbMText& text) { return (std::clamp<int>(text.attachment(), 1, 9) - 1) % 3; }
-int rowOf(const AcDbMText& text) { return (std::clamp<int>(text.attachment(), 1, 9) - 1) / 3; }
+std::vector<Segment> segmentsOf(const ParagraphLine& line) {
+    std::vector<Segment> segments;
+    for (const ParagraphPiece& piece : line.pieces) {
+        if (piece.kind != ParagraphPiece::Kind::letters || piece.text.empty()) continue;
+        if (segments.empty() || !makeOneText(segments.back().back(), piece)) segments.emplace_back();
+        segments.back().push_back(piece);
+    }
+    return segments;
+}
+
+void dropBlanksAround(std::vector<TextRun>& runs) {
+    const auto isBlank = [](const TextRun& run) { return run.text.find_first_not_of(L' ') == run.text.npos; };
+    runs.erase(runs.begin(), std::find_if_not(runs.begin(), runs.end(), isBlank));
+    if (runs.empty()) return;
+    while (isBlank(runs.back())) runs.pop_back();
+    runs.front().text.erase(0, runs.front().text.find_first_not_of(L' '));
+    runs.back().text.erase(runs.back().text.find_last_not_of(L' ') + 1);
+}
+
+class ParagraphPlacer {
+public:
+    ParagraphPlacer(const AcDbMText& text, std::uint32_t rgb)
+        : m_text(text)
+        , m_rgb(rgb)
+        , m_family(familyOfStyle(text.textStyle()))
+        , m_along(text.direction())
+        , m_up(text.normal().crossProduct(m_along)) {}
+
+    PlacedParagraph placed() {
+        const hostkit::ParagraphLayout layout = m_text.layout();
+        const double top = m_text.topOf(layout);
+        const int column = (std::clamp<int>(m_text.attachment(), 1, 9) - 1) % 3;
+        for (const ParagraphLine& line : layout.lines)
+            if (!line.isBlank()) place(line, top + line.base, line.columnOr(column));
+        return std::move(m_placed);
+    }
+
+private:
+    AcGePoint3d at(double x, double y) const { return m_text.location() + m_along * x + m_up * y; }
+
+    void place(const ParagraphLine& line, double base, int column) {
+        for (const ParagraphPiece& piece : line.pieces)
+            if (piece.kind != ParagraphPiece::Kind::letters) placeBar(piece, base);
+        const std::vector<Segment> segments = segmentsOf(line);
+        for (const Segment& segment : segments) {
+            PlacedText text = textOf(segment, base);
+            if (segments.size() == 1)
+                align(text, line, base + segment.front().rise, column);
+            else
+                for (const ParagraphPiece& piece : segment) text.fitLength += piece.width;
+            if (!text.runs.empty()) m_placed.texts.push_back(std::move(text));
+        }
+    }
+
+    PlacedText textOf(const Segment& segment, double base) const {
+        const ParagraphPiece& first = segment.front();
+        const ParagraphLook& look = first.look;
+        PlacedText text;
+        for (const ParagraphPiece& piece : segment) {
+            text.runs.push_back(runOf(piece.look, piece.text, m_rgb, m_family));
+            text.runs.back().heightFactor = piece.look.height / look.height;
+            text.runs.back().rise = (piece.rise - first.rise) / look.height;
+        }
+        text.origin = at(first.x, base + first.rise);
+        text.along = m_along * look.advanceScale();
+        text.up = (m_up + m_along * std::tan(look.oblique)) * look.height;
+        return text;
+    }
+
+    void align(PlacedText& text, const ParagraphLine& line, double height, int column) const {
+        constexpr PlacedText::Anchor anchors[] = {PlacedText::Anchor::start, PlacedText::Anchor::middle,
+                                                  PlacedText::Anchor::end};
+        dropBlanksAround(text.runs);
+        text.anchor = anchors[column];
+        text.origin = at((line.left * (2 - column) + line.right * column) / 2.0, height);
+    }
+
+    void placeBar(const ParagraphPiece& bar, double base) {
+        const double from = base + bar.rise;
+        const double up = bar.kind == ParagraphPiece::Kind::slash ? bar.look.height : 0.0;
+        m_placed.bars.push_back(
+            {at(bar.x, from), at(bar.x + bar.width, from + up), colorOf(bar.look, m_rgb)});
+    }
+
+    const AcDbMText& m_text;
+    std::uint32_t m_rgb;
+    std::wstring m_family;
+    AcGeVector3d m_along;
+    AcGeVector3d m_up;
+    PlacedParagraph m_placed;
+};
 
 } // namespace
 
-std::vector<PlacedText> placedLines(const AcDbMText& text, std::uint32_t rgb) {
-    std::vector<PlacedText> placed;
-    const double height = text.textHeight();
-    if (!(height > 0.0)) return placed;
-    const std::vector<TextLine> lines = linesOf(text, defaultsOf(text.textStyle(), height, rgb));
-    const double step = lineStep * (text.lineSpacingFactor() > 0.0 ? text.lineSpacingFactor() : 1.0);
-
-    // Base lines in text heights below the top of the first line's capitals.
-    std::vector<double> depths;
-    depths.reserve(lines.size());
-    double depth = 0.0;
-    for (const TextLine& line : lines)
-        depths.push_back(depth += depths.empty() ? line.factor : step * line.factor);
-    const double shift = depth * rowOf(text) / 2.0;
-
-    const AcGeVector3d along = text.direction();
-    const AcGeVector3d up = text.normal().crossProduct(along);
-    constexpr Anchor anchors[] = {Anchor::start, Anchor::middle, Anchor::end};
-    const int column = columnOf(text);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (lines[i].runs.empty()) continue;
-        PlacedText line;
-        line.runs = lines[i].runs;
-        line.anchor = anchors[column];
-        line.origin = text.location() + up * ((shift - depths[i]) * height);
-        // A paragraph with an alignment of its own is aligned within the box, where there is one.
-        if (lines[i].alignment && text.width() > 0.0) {
-            line.anchor = *lines[i].alignment;
-            line.origin += along * (text.width() * (static_cast<int>(line.anchor) - column) / 2.0);
-        }
-        line.along = along * height;
-        line.up = up * height;
-        placed.push_back(std::move(line));
-    }
-    return placed;
+PlacedParagraph placedParagraph(const AcDbMText& text, std::uint32_t rgb) {
+    return ParagraphPlacer(text, rgb).placed();
 }

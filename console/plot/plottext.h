@@ -2,6 +2,7 @@
 
 #include "picturesink.h"
 
+#include <string_view>
 #include <vector>
 
 class AcDbAttributeDefinition;
@@ -14,6 +15,21 @@ PlacedText placedText(const AcDbText& text, std::uint32_t rgb);
 /// The same with another wording: the tag of an attribute definition, say.
 PlacedText placedText(const AcDbText& text, const std::wstring& wording, std::uint32_t rgb);
 
-/// The lines of a text of several lines where they stand. Lines are broken at the box's width by estimated
-/// widths.
-std::vector<PlacedText> placedLines(const AcDbMText& text, std::uint32_t rgb);
+/// A text of several lines where it stands.
+struct PlacedParagraph {
+    struct Bar {
+        AcGePoint3d from;
+        AcGePoint3d to;
+        std::uint32_t rgb;
+    };
+    std::vector<PlacedText> texts;
+    std::vector<Bar> bars; ///< of stacked fractions
+};
+
+/// Lines as AcDbMText::layout() has them. A line of one width factor and slant without a stack is one text at
+/// what it is aligned by, so that another face leaves it in its place; the parts of others fill the widths
+/// that the layout gives them.
+PlacedParagraph placedParagraph(const AcDbMText& text, std::uint32_t rgb);
+
+/// The runs of the visible letters of one line; `rgb` and `family` where nothing else is said.
+std::vector<TextRun> runsOfText(std::wstring_view text, std::uint32_t rgb, const std::wstring& family);

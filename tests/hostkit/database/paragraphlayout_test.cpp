@@ -95,4 +95,37 @@ TEST(ParagraphLayout, EachRunBecomesATextWithItsLook) {
     EXPECT_EQ(next, std::size(runs));
 }
 
+std::vector<std::wstring> linesOf(std::wstring_view contents, double width = 0.0) {
+    std::vector<std::wstring> lines;
+    for (const hostkit::ParagraphLine& line : hostkit::laidOut(contents, {.width = width}).lines)
+        lines.push_back(line.text());
+    return lines;
+}
+
+TEST(ParagraphLayout, LinesAreWhatIsSeen) {
+    const std::pair<std::wstring, std::vector<std::wstring>> cases[] = {
+        {L"\\S1/2; \\S+0.1^-0.2; \\S3#4;", {L"1/2 +0.1 -0.2 3/4"}},
+        {L"10\\S1/2;\" \\S1/2/3; a\\S2;", {L"10 1/2\" 1/2/3 a2"}},
+        {L" {\\C1;a\t{\\Lb}\\Pc} ", {L"a    b", L"c"}},
+        {L"}}}a{{{", {L"a"}},
+        {std::wstring(100000, L'{') + L"x" + std::wstring(100000, L'}'), {L"x"}},
+        {L"", {L""}}};
+    for (const auto& [contents, lines] : cases) EXPECT_EQ(linesOf(contents), lines) << contents.substr(0, 40);
+}
+
+TEST(ParagraphLayout, LinesBreakAtBlanksAndLoseNothing) {
+    constexpr wchar_t contents[] = L"the quick brown fox {\\Ljumps \\H2x;over} theincrediblylazydogs";
+    const std::wstring whole = linesOf(contents).at(0);
+    for (const double width : {0.1, 5.0, 12.0, 30.0, 1000.0}) {
+        std::wstring joined;
+        for (const hostkit::ParagraphLine& line : hostkit::laidOut(contents, {.width = width}).lines) {
+            EXPECT_TRUE(line.text().find(L' ') == std::wstring::npos ||
+                        line.right - line.left <= width + 1e-9)
+                << width;
+            joined += (joined.empty() ? L"" : L" ") + line.text();
+        }
+        EXPECT_EQ(joined, whole) << width;
+    }
+}
+
 } // namespace
