@@ -175,23 +175,22 @@ public:
     PlacedParagraph placed() {
         const hostkit::ParagraphLayout layout = m_text.layout();
         const double top = m_text.topOf(layout);
-        const int column = (std::clamp<int>(m_text.attachment(), 1, 9) - 1) % 3;
         for (const ParagraphLine& line : layout.lines)
-            if (!line.isBlank()) place(line, top + line.base, line.columnOr(column));
+            if (!line.isBlank()) place(line, top + line.base);
         return std::move(m_placed);
     }
 
 private:
     AcGePoint3d at(double x, double y) const { return m_text.location() + m_along * x + m_up * y; }
 
-    void place(const ParagraphLine& line, double base, int column) {
+    void place(const ParagraphLine& line, double base) {
         for (const ParagraphPiece& piece : line.pieces)
             if (piece.kind != ParagraphPiece::Kind::letters) placeBar(piece, base);
         const std::vector<Segment> segments = segmentsOf(line);
         for (const Segment& segment : segments) {
             PlacedText text = textOf(segment, base);
             if (segments.size() == 1)
-                align(text, line, base + segment.front().rise, column);
+                align(text, line, base + segment.front().rise);
             else
                 for (const ParagraphPiece& piece : segment) text.fitLength += piece.width;
             if (!text.runs.empty()) m_placed.texts.push_back(std::move(text));
@@ -213,12 +212,12 @@ private:
         return text;
     }
 
-    void align(PlacedText& text, const ParagraphLine& line, double height, int column) const {
+    void align(PlacedText& text, const ParagraphLine& line, double height) const {
         constexpr PlacedText::Anchor anchors[] = {PlacedText::Anchor::start, PlacedText::Anchor::middle,
                                                   PlacedText::Anchor::end};
         dropBlanksAround(text.runs);
-        text.anchor = anchors[column];
-        text.origin = at((line.left * (2 - column) + line.right * column) / 2.0, height);
+        text.anchor = anchors[line.column];
+        text.origin = at(line.anchor(), height);
     }
 
     void placeBar(const ParagraphPiece& bar, double base) {

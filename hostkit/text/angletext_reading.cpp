@@ -81,9 +81,7 @@ bool readBearing(std::wstring_view text, double& radians) {
 
 bool readAngle(std::wstring_view text, AngleUnit unit, double& radians) {
     std::wstring plain;
-    const std::size_t first = std::min(text.find_first_not_of(L' '), text.size());
-    text = text.substr(first, text.find_last_not_of(L' ') + 1 - first);
-    for (const wchar_t each : text)
+    for (const wchar_t each : withoutBlanksAround(text))
         plain += each >= L'A' && each <= L'Z' ? static_cast<wchar_t>(each - L'A' + L'a') : each;
     if (plain.empty()) return false;
     if (std::wstring_view(L"nsew").find(plain.front()) != std::wstring_view::npos) {

@@ -12,8 +12,6 @@ namespace {
 constexpr int kFinestFraction = 8; // 1/256
 constexpr double kInchesInFoot = 12.0;
 constexpr int kFeetInchesBits = 3;
-constexpr int kLeadingZeroBit = 4;
-constexpr int kTrailingZeroBit = 8;
 
 DecimalForm decimalsOf(const LengthForm& form) {
     return {form.places, (form.zeros & kLeadingZeroBit) != 0, (form.zeros & kTrailingZeroBit) != 0, false,

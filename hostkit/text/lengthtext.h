@@ -23,13 +23,17 @@ enum class FractionForm {
     plain     ///< 1/2 behind a blank
 };
 
+/// Bits of what says which zeros go: the one before a separator, and those at the end of decimals.
+inline constexpr int kLeadingZeroBit = 4;
+inline constexpr int kTrailingZeroBit = 8;
+
 /// The platform's separators are those of its neutral settings, a point and a comma at each thousand: texts
 /// come out the same on every machine.
 struct LengthForm {
     LengthUnit unit = LengthUnit::decimal;
     int places = 4; ///< decimals, taken into 0 to 16; of fractions the power of two below the bar, 0 to 8
-    /// The low two bits say of feet and inches which zeros stay: 0 neither, 1 both, 2 feet, 3 inches. Bit 4
-    /// drops the zero before a separator, bit 8 zeros at the end of decimals; fractions know neither.
+    /// The bits above, which fractions do not know; the low two say of feet and inches which zeros stay: 0
+    /// neither, 1 both, 2 feet, 3 inches.
     int zeros = 0;
     FractionForm fraction = FractionForm::plain;
     double stackHeight = 1.0; ///< of the text's, written even where it is 1

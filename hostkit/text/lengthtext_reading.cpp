@@ -51,12 +51,6 @@ bool readFeetAndInches(std::wstring_view text, double& value) {
     return true;
 }
 
-std::wstring_view withoutBlanksAround(std::wstring_view text) {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(L' ') + 1 - first);
-}
-
 } // namespace
 
 bool readLength(std::wstring_view text, LengthUnit unit, double& value) {

@@ -34,6 +34,11 @@ bool parseNumber(std::wstring_view text, Number& value) {
 
 } // namespace
 
+std::wstring_view withoutBlanksAround(std::wstring_view text) {
+    const std::size_t first = std::min(text.find_first_not_of(L' '), text.size());
+    return text.substr(first, text.find_last_not_of(L' ') + 1 - first);
+}
+
 std::wstring formatReal(double value) {
     char buffer[32];
     const auto [end, fault] = std::to_chars(buffer, buffer + sizeof buffer, value);

@@ -7,6 +7,7 @@
 
 namespace hostkit {
 
+std::wstring_view withoutBlanksAround(std::wstring_view text);
 /// The shortest text that reads back as the same number.
 std::wstring formatReal(double value);
 /// A finite number in the form of the C locale with nothing behind it. Nothing is set on failure, here and

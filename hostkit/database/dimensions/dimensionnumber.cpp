@@ -10,8 +10,6 @@ namespace hostkit {
 namespace {
 
 constexpr int kMostPlaces = 8;
-constexpr int kLeadingZeroBit = 4;
-constexpr int kTrailingZeroBit = 8;
 constexpr wchar_t kPlusMinus[] = L"\u00B1";
 
 LengthUnit lengthUnitOf(int unit) {

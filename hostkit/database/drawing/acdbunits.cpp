@@ -18,8 +18,6 @@ using hostkit::LengthUnit;
 
 constexpr int kLargestPrecision = 8;
 constexpr int kUsualPrecision = 4;
-constexpr int kLeadingZeroBit = 4;
-constexpr int kTrailingZeroBit = 8;
 constexpr double kTurn = 2.0 * std::numbers::pi;
 
 int drawingValue(const wchar_t* variable, int otherwise) {
@@ -105,8 +103,8 @@ int acdbAngToS(ads_real value, int unit, int precision, wchar_t* text) {
     const AngleBase base(*form != AngleUnit::bearing);
     const hostkit::AngleForm spelling{.unit = *form,
                                       .places = *places,
-                                      .dropsLeadingZero = (zeros & kLeadingZeroBit) != 0,
-                                      .dropsTrailingZeros = (zeros & kTrailingZeroBit) != 0,
+                                      .dropsLeadingZero = (zeros & hostkit::kLeadingZeroBit) != 0,
+                                      .dropsTrailingZeros = (zeros & hostkit::kTrailingZeroBit) != 0,
                                       .spelling = isTyped() ? hostkit::AngleSpelling::typed
                                                             : hostkit::AngleSpelling::shown};
     return handOut(directionText(withinTurn((value - base.start) * base.sense), spelling), text);

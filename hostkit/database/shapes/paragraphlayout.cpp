@@ -1,6 +1,7 @@
 #include "paragraphlayout.h"
 
 #include "markupreader.h"
+#include "numbertext.h"
 #include "paragraphlines.h"
 
 #include <algorithm>
@@ -27,35 +28,7 @@ void placeDown(std::vector<ParagraphLine>& lines, const std::vector<double>& hei
     }
 }
 
-// Of a line that is so wide. One with an alignment of its own stands within the frame's width.
-double startOf(const ParagraphLine& line, double width, double frameWidth, int column) {
-    const int wanted = line.columnOr(column);
-    const double room = line.alignment == 0 ? 0.0 : frameWidth - width;
-    const double around = width + room;
-    return (wanted * room - column * around) / 2.0;
-}
-
-void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
-    double widest = frame.width;
-    for (const ParagraphLine& line : layout.lines) widest = std::max(widest, line.right - line.left);
-    layout.left = std::numeric_limits<double>::infinity();
-    layout.right = -layout.left;
-    for (ParagraphLine& line : layout.lines) {
-        if (line.isBlank()) continue;
-        const double shift = startOf(line, line.right - line.left, widest, frame.column) - line.left;
-        for (ParagraphPiece& piece : line.pieces) piece.x += shift;
-        line.left += shift;
-        line.right += shift;
-        layout.left = std::min(layout.left, line.left);
-        layout.right = std::max(layout.right, line.right);
-    }
-}
-
-bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
-
-} // namespace
-
-int ParagraphLine::columnOr(int paragraphColumn) const {
+int columnOf(wchar_t alignment, int paragraphColumn) {
     switch (alignment) {
     case L'l':
         return 0;
@@ -67,6 +40,35 @@ int ParagraphLine::columnOr(int paragraphColumn) const {
         return paragraphColumn;
     }
 }
+
+// One with an alignment of its own stands within the frame's width.
+double startOf(const ParagraphLine& line, double frameWidth, int column) {
+    const double width = line.right - line.left;
+    const double room = line.alignment == 0 ? 0.0 : frameWidth - width;
+    const double around = width + room;
+    return (line.column * room - column * around) / 2.0;
+}
+
+void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
+    double widest = frame.width;
+    for (const ParagraphLine& line : layout.lines) widest = std::max(widest, line.right - line.left);
+    layout.left = std::numeric_limits<double>::infinity();
+    layout.right = -layout.left;
+    for (ParagraphLine& line : layout.lines) {
+        if (line.isBlank()) continue;
+        line.column = columnOf(line.alignment, frame.column);
+        const double shift = startOf(line, widest, frame.column) - line.left;
+        for (ParagraphPiece& piece : line.pieces) piece.x += shift;
+        line.left += shift;
+        line.right += shift;
+        layout.left = std::min(layout.left, line.left);
+        layout.right = std::max(layout.right, line.right);
+    }
+}
+
+bool isDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+
+} // namespace
 
 std::wstring ParagraphLine::text() const {
     using Role = ParagraphPiece::StackRole;
@@ -81,8 +83,7 @@ std::wstring ParagraphLine::text() const {
         seen += piece.text;
         last = piece.role;
     }
-    const std::size_t first = std::min(seen.find_first_not_of(L' '), seen.size());
-    return seen.substr(first, seen.find_last_not_of(L' ') + 1 - first);
+    return std::wstring(withoutBlanksAround(seen));
 }
 
 ParagraphLayout laidOut(std::wstring_view contents, const ParagraphFrame& frame) {

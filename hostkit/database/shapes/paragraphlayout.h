@@ -41,10 +41,11 @@ struct ParagraphLine {
     double bottom = 0.0;
     /// The letter that asks for the alignment, l, c or r; others are as 0: the paragraph's own.
     wchar_t alignment = 0;
+    int column = 0; ///< it begins at the left, is centred, or ends at the right: 0, 1, 2
 
     bool isBlank() const { return !(right > left); }
-    /// 0 for lines that begin at the left, 1 for centred ones, 2 for those that end at the right.
-    int columnOr(int paragraphColumn) const;
+    /// What it is aligned by: its left edge, its middle or its right edge.
+    double anchor() const { return (left * (2 - column) + right * column) / 2.0; }
     /// What is seen of it, without blanks around; of a stack the upper part, the bar and the lower part,
     /// behind a digit with a blank between: 10 1/2.
     std::wstring text() const;

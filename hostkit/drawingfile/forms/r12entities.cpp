@@ -232,7 +232,6 @@ OlderEntities R12Entities::turnText(const AcDbMText& text) const {
     const AcGeVector3d x = text.direction();
     const AcGeVector3d y = text.normal().crossProduct(x);
     const double top = text.topOf(layout);
-    const int column = (text.attachment() - AcDbMText::kTopLeft) % 3;
     for (const ParagraphLine& line : layout.lines) {
         const std::wstring letters = line.text();
         if (letters.empty()) continue;
@@ -243,13 +242,11 @@ OlderEntities R12Entities::turnText(const AcDbMText& text) const {
         (void)made->setRotation(text.rotation());
         (void)made->setWidthFactor(look.widthFactor * look.tracking);
         (void)made->setOblique(look.oblique);
-        const int wanted = line.columnOr(column);
-        const double along = (line.left * (2 - wanted) + line.right * wanted) / 2.0;
-        const AcGePoint3d anchor = text.location() + x * along + y * (top + line.base);
-        if (wanted == 0) {
+        const AcGePoint3d anchor = text.location() + x * line.anchor() + y * (top + line.base);
+        if (line.column == 0) {
             (void)made->setPosition(anchor);
         } else {
-            (void)made->setHorizontalMode(wanted == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
+            (void)made->setHorizontalMode(line.column == 1 ? AcDb::kTextCenter : AcDb::kTextRight);
             (void)made->setAlignmentPoint(anchor);
         }
         result.entities.push_back(std::move(made));
