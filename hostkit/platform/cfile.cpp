@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <stdio_ext.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -106,9 +107,11 @@ BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
     return m_stream ? TRUE : FALSE;
 }
 
+// A write that failed leaves the stream empty: closing it then succeeds.
 void CFile::Close() {
     std::FILE* const stream = m_stream.release();
-    const bool isLost = stream && std::fclose(stream) != 0;
+    const bool wasLost = stream && __fwritable(stream) && std::ferror(stream);
+    const bool isLost = (stream && std::fclose(stream) != 0) || wasLost;
     m_share.reset();
     if (isLost) throw new CFileException(CFileException::diskFull, m_path);
 }

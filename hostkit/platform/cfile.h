@@ -63,7 +63,8 @@ public:
     /// that this host has open is refused (sharingViolation, with its content as it was) where one of the two
     /// denies what the other does; without a share flag a file is exclusive.
     virtual BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr);
-    /// Throws CFileException* (diskFull) when what was written does not all get there; it is closed then too.
+    /// Throws CFileException* (diskFull) when what was written does not all get there, also where Write has
+    /// thrown that before; it is closed then too.
     /// The destructor closes in silence.
     virtual void Close();
     /// How many bytes were read; fewer than count only at the end of the file.
