@@ -198,9 +198,8 @@ void VEXODlgORStyle::OnButtonSave() {
     if (dialog.DoModal() == IDOK) saveStyle(nameBox.getStyleName(), dialog.GetPathName());
 }
 
-void VEXODlgORStyle::saveStyle(const CString& name, const CString& path) {
+bool VEXODlgORStyle::writeStyle(const CString& name, CStdioFile& file) {
     try {
-        CStdioFile file(path, CFile::modeCreate | CFile::modeWrite | CFile::shareDenyWrite);
         if (m_data) {
             m_data->WriteDataFromControls();
             m_data->setEntityType(m_entityType);
@@ -208,12 +207,26 @@ void VEXODlgORStyle::saveStyle(const CString& name, const CString& path) {
             m_data->WriteDataToFile(&file);
         }
         file.Close();
-        AddAndSelectItem(name, path);
+        return true;
     } catch (CFileException* error) {
         error->Delete();
+        return false;
     } catch (...) {
-        return;
+        return false;
     }
+}
+
+// Beside the file first: a disk that fills takes nothing away.
+void VEXODlgORStyle::saveStyle(const CString& name, const CString& path) {
+    const CString beside = path + L".new";
+    bool isSaved = false;
+    {
+        CStdioFile file;
+        if (!file.Open(beside, CFile::modeCreate | CFile::modeWrite | CFile::shareDenyWrite)) return;
+        isSaved = writeStyle(name, file);
+    }
+    if (isSaved && MoveFileExW(beside, path, MOVEFILE_REPLACE_EXISTING)) return AddAndSelectItem(name, path);
+    DeleteFileW(beside);
 }
 
 // --- Keys of the dialog ------------------------------------------------------------------------------------

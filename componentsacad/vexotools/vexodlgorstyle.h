@@ -58,8 +58,8 @@ protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     void InitControls();
-    /// Asks for a name, then for a file, and writes the style. A file that cannot be written leaves the list
-    /// as it was.
+    /// Asks for a name, then for a file, and writes the style: beside the file, whose place it takes when it is
+    /// whole. What cannot be written leaves the list and the file as they were.
     void OnButtonSave();
     /// Loads what was chosen. The data takes its values over (UpdateControlsFromData) after a style of the
     /// list in any case, after a file only where it could be read. Without one the selection goes back.
@@ -98,6 +98,7 @@ private:
     void addStylesOfDirectory(const CString& directory);
     bool isOfEntityType(CStdioFile& file) const;
     CString fileFilter() const;
+    bool writeStyle(const CString& name, CStdioFile& file);
     void saveStyle(const CString& name, const CString& path);
     void loadFromFile();
     void selectEntry(const CString& text);

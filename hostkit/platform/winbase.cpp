@@ -1,5 +1,6 @@
 #include "winbase.h"
 
+#include "cfile.h"
 #include "hostport.h"
 #include "systempath.h"
 #include "tchar.h"
@@ -49,6 +50,14 @@ LONG errorOfMissing(const std::string& path, int systemError) {
     const bool parentMissing =
         separator != std::string::npos && separator > 0 && !exists(path.substr(0, separator));
     return systemError == ENOENT && parentMissing ? ERROR_PATH_NOT_FOUND : errorOf(systemError);
+}
+
+bool isReplaceable(const std::string& path) {
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0) return true;
+    constexpr UINT alone = CFile::modeReadWrite | CFile::shareExclusive;
+    return !S_ISDIR(status.st_mode) && access(path.c_str(), W_OK) == 0 &&
+           hostkit::shareFile(status.st_dev, status.st_ino, alone);
 }
 
 } // namespace
@@ -107,10 +116,14 @@ BOOL DeleteFileW(const wchar_t* path) {
     return failWith(errorOfMissing(name, errno));
 }
 
-BOOL MoveFileW(const wchar_t* from, const wchar_t* to) {
+BOOL MoveFileW(const wchar_t* from, const wchar_t* to) { return MoveFileExW(from, to, 0); }
+
+BOOL MoveFileExW(const wchar_t* from, const wchar_t* to, DWORD flags) {
     const std::string target = hostkit::platformPath(viewOf(to));
     const std::string source = hostkit::platformPath(viewOf(from));
-    if (exists(target)) return failWith(ERROR_ALREADY_EXISTS);
+    if (flags & ~MOVEFILE_REPLACE_EXISTING) return failWith(ERROR_INVALID_PARAMETER);
+    if (flags == 0 && exists(target)) return failWith(ERROR_ALREADY_EXISTS);
+    if (exists(source) && !isReplaceable(target)) return failWith(ERROR_ACCESS_DENIED);
     if (std::rename(source.c_str(), target.c_str()) == 0) return TRUE;
     return failWith(errorOfMissing(exists(source) ? target : source, errno));
 }

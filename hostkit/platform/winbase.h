@@ -61,6 +61,11 @@ DWORD GetFileAttributesW(const wchar_t* path);
 BOOL DeleteFileW(const wchar_t* path);
 /// Renames; fails with ERROR_ALREADY_EXISTS where the new name stands.
 BOOL MoveFileW(const wchar_t* from, const wchar_t* to);
+inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 0x1;
+/// The same; with MOVEFILE_REPLACE_EXISTING the file of the new name is replaced at once, so that the old one
+/// or the new one stands there. ERROR_ACCESS_DENIED where that is a directory, may not be written, or is open
+/// in this host. ERROR_INVALID_PARAMETER for another flag.
+BOOL MoveFileExW(const wchar_t* from, const wchar_t* to, DWORD flags);
 /// Changes what relative paths of these functions, of CFile and of CFileFind stand below, for the current
 /// host alone: the process stays where it is, so that what a user names on the command line stays there too.
 /// ERROR_DIRECTORY for a file.

@@ -11,10 +11,12 @@
 #include "vexoregistrytools.h"
 #include "vexotools.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <random>
 #include <set>
+#include <sys/resource.h>
 
 using namespace std::string_literals;
 
@@ -347,6 +349,22 @@ TEST_F(StyleSheetTest, AStyleIsSavedAndStandsInTheList) {
     run({save(), name(L"Autre"), ok(), path(L"dalle"), ok(), Do::click(IDNO), ok(), Do::click(IDYES)});
     EXPECT_EQ(folder.read("Support/Styles/dalle.ORStyle").substr(0, 34),
               "[Autosurf]\r\nStyleName = \"Autre\"\r\nC");
+}
+
+TEST_F(StyleSheetTest, AFullDiskLeavesTheStyleThatStands) {
+    folder.write("Support/Styles/a.ORStyle", head);
+    const std::wstring standing = std::wstring(selectEntry) + L":Mine|" + load + select;
+    rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{20, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_EQ(run({save(), name(L"x"), ok(), path(L"a"), ok(), Do::click(IDYES)}), standing);
+    EXPECT_EQ(run({save(), name(L"x"), ok(), path(L"b"), ok()}), standing);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(folder.read("Support/Styles/a.ORStyle"), head);
+    EXPECT_EQ(std::distance(fs::directory_iterator(styles), {}), 1) << "nothing is left behind";
 }
 
 TEST_F(StyleSheetTest, AStyleIsLoadedFromAnyFile) {

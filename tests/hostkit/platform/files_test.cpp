@@ -47,6 +47,20 @@ TEST(Files, AnswerWithTheReason) {
     EXPECT_EQ(failure(MoveFileW(base + L"\\file.txt", base + L"\\Été\\b")), 0);
     folder.write("a", "");
     EXPECT_EQ(failure(MoveFileW(base + L"\\a", base + L"\\Été\\b")), ERROR_ALREADY_EXISTS);
+    const auto replace = [&](const CString& from, const CString& to, DWORD flags = MOVEFILE_REPLACE_EXISTING) {
+        return failure(MoveFileExW(base + from, base + to, flags));
+    };
+    EXPECT_EQ(replace(L"\\none", L"\\Été\\b"), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(replace(L"\\a", L"\\Été"), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(replace(L"\\a", L"\\Été\\b", 2), ERROR_INVALID_PARAMETER);
+    {
+        const CFile reader(base + L"\\Été\\b", CFile::modeRead | CFile::shareDenyNone);
+        EXPECT_EQ(replace(L"\\a", L"\\Été\\b"), ERROR_ACCESS_DENIED);
+    }
+    EXPECT_EQ(folder.read("Été/b"), "x");
+    EXPECT_EQ(replace(L"\\a", L"\\Été\\b"), 0);
+    EXPECT_EQ(folder.read("Été/b"), "");
+    folder.write("a", "");
     EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\Été")), ERROR_DIR_NOT_EMPTY);
     EXPECT_EQ(failure(RemoveDirectoryW(base + L"\\a")), ERROR_DIRECTORY);
     EXPECT_EQ(failure(DeleteFileW(base + L"\\Été\\b")), 0);
