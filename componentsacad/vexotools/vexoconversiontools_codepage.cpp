@@ -3,7 +3,7 @@
 #include "cvxlogentry.h"
 #include "winnls.h"
 
-#include <string>
+#include <span>
 
 namespace {
 
@@ -15,22 +15,25 @@ constexpr wchar_t firstByte = 0x80;
 CString VEXOConversionTools::StringAnsiToUnicode(CString text) {
     CVxLogEntry entry(L"VEXOConversionTools::StringAnsiToUnicode");
     constexpr wchar_t lastByte = 0xFF;
-    std::wstring wide(text.view());
-    for (wchar_t& each : wide) {
+    const int length = text.GetLength();
+    for (wchar_t& each : std::span(text.GetBuffer(), static_cast<std::size_t>(length))) {
+        if (each < firstByte || each > lastByte) continue;
         const char byte = static_cast<char>(each);
-        if (each >= firstByte && each <= lastByte) MultiByteToWideChar(CP_ACP, 0, &byte, 1, &each, 1);
+        MultiByteToWideChar(CP_ACP, 0, &byte, 1, &each, 1);
     }
-    return CString(std::move(wide));
+    text.ReleaseBuffer(length);
+    return text;
 }
 
 CString VEXOConversionTools::StringUnicodeToAnsi(CString text) {
     CVxLogEntry entry(L"VEXOConversionTools::StringUnicodeToAnsi");
-    std::wstring bytes(text.view());
-    for (wchar_t& each : bytes) {
+    const int length = text.GetLength();
+    for (wchar_t& each : std::span(text.GetBuffer(), static_cast<std::size_t>(length))) {
         if (each >= 0 && each < firstByte) continue;
         char byte = 0;
         WideCharToMultiByte(CP_ACP, 0, &each, 1, &byte, 1, nullptr, nullptr);
         each = static_cast<unsigned char>(byte);
     }
-    return CString(std::move(bytes));
+    text.ReleaseBuffer(length);
+    return text;
 }

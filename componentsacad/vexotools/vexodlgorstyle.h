@@ -75,7 +75,6 @@ private:
     using KeyKinds = std::unordered_map<CString, int>;
     struct KeyTable;
 
-    int countKnownLines(CStdioFile& file, const KeyKinds& kinds);
     Acad::ErrorStatus readHead(CStdioFile& file);
     Acad::ErrorStatus readStyle(CStdioFile& file);
     /// eInvalidIndex for a null file and one without a name.

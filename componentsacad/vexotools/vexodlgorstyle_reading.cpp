@@ -9,13 +9,14 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace {
 
 constexpr unsigned int otherTypePrompt = 14072;
 constexpr unsigned int noStylePrompt = 14073;
 
-constexpr std::wstring_view punctuation = L"\":;,.?=";
+constexpr std::wstring_view punctuation = VEXOORStyleData::punctuation;
 constexpr std::wstring_view quotationMark = L"\"";
 
 // Short sets: a look at each character costs less than a call.
@@ -34,12 +35,13 @@ void keepWithout(std::wstring_view text, std::wstring_view excluded, CString& ke
     kept.ReleaseBuffer(count);
 }
 
-// What stands before the first "="; false without one.
-bool takeKey(const CString& line, CString& key) {
+// What stands before the first "=", and the rest as it is; false without one.
+bool takeKey(const CString& line, CString& key, std::wstring_view& rest) {
     const std::size_t separator = line.view().find(L'=');
     if (separator == std::wstring_view::npos) return false;
     keepWithout(line.view().substr(0, separator), punctuation, key);
     key.Trim();
+    rest = line.view().substr(separator + 1);
     return true;
 }
 
@@ -115,25 +117,21 @@ Acad::ErrorStatus VEXODlgORStyle::GetStyleNameFromFile(CStdioFile* file, CString
     return Acad::eInvalidIndex;
 }
 
-// At least as many as there are items, and hardly more.
-int VEXODlgORStyle::countKnownLines(CStdioFile& file, const KeyKinds& kinds) {
-    const ULONGLONG start = file.GetPosition();
-    int count = 0;
-    for (CString line, key; readLine(file, line);) count += takeKey(line, key) && kinds.contains(key);
-    file.Seek(static_cast<LONGLONG>(start), CFile::begin);
-    return count;
-}
-
-// An item takes a kilobyte: it costs less to read the lines twice than to move items to a larger place.
+// An item takes a kilobyte: it costs less to keep the lines, and to make room for all, than to move items to
+// a larger place.
 Acad::ErrorStatus VEXODlgORStyle::FillItemsFromFile(CStdioFile* file) {
     CVxLogEntry entry(L"VEXODlgORStyle::FillItemsFromFile");
     if (!file || !m_data) return Acad::eInvalidInput;
     m_data->ClearItems();
     KeyKinds kinds;
     GetKeyMapToType(kinds);
-    m_data->ReserveItems(countKnownLines(*file, kinds));
+    std::vector<CString> lines;
+    std::wstring_view rest;
+    for (CString line, key; readLine(*file, line);)
+        if (takeKey(line, key, rest) && kinds.contains(key)) lines.push_back(std::move(line));
+    m_data->ReserveItems(static_cast<int>(lines.size()));
     VEXOORStyleDataItem item;
-    for (CString line; readLine(*file, line);)
+    for (const CString& line : lines)
         if (GetItemFromString(line, item, kinds) == Acad::eOk) m_data->AddItem(item);
     return Acad::eOk;
 }
@@ -157,17 +155,14 @@ Acad::ErrorStatus VEXODlgORStyle::GetKeyAndValueFromString(const CString& line, 
 Acad::ErrorStatus VEXODlgORStyle::GetItemFromString(const CString& line, VEXOORStyleDataItem& item,
                                                     const KeyKinds& kinds) {
     CVxLogEntry entry(L"VEXODlgORStyle::GetItemFromString");
-    if (!takeKey(line, item.m_key)) return Acad::eInvalidInput;
+    std::wstring_view rest;
+    if (!takeKey(line, item.m_key, rest)) return Acad::eInvalidInput;
     const auto known = kinds.find(item.m_key);
     if (known == kinds.end()) return Acad::eInvalidInput;
     const int kind = known->second;
     const bool isName = kind == VEXOORStyleDataItem::kName, isText = kind == VEXOORStyleDataItem::kText;
     CString value;
-    keepWithout(line.view().substr(line.view().find(L'=') + 1),
-                isName   ? punctuation
-                : isText ? quotationMark
-                         : L"",
-                value);
+    keepWithout(rest, isName ? punctuation : isText ? quotationMark : L"", value);
     value.Trim();
     if (item.m_key.IsEmpty() || (value.IsEmpty() && !isName && !isText)) return Acad::eNullPtr;
     if (kind == VEXOORStyleDataItem::kReal)

@@ -1,13 +1,13 @@
 #include "vexodlgorstylesavefile.h"
 
 #include "cvxlogentry.h"
+#include "vexoorstyledata.h"
 #include "vexotools.h"
 #include "vexouitools.h"
 #include "vxprompts.h"
 
 namespace {
 constexpr unsigned int invalidName = 14071;
-constexpr const wchar_t* refusedCharacters = L"\":;,.?=";
 } // namespace
 
 VEXODlgORStyleSaveFile::VEXODlgORStyleSaveFile(CWnd* parent)
@@ -35,7 +35,7 @@ CString VEXODlgORStyleSaveFile::writtenName() const {
 int VEXODlgORStyleSaveFile::isStyleNameValid() {
     CVxLogEntry entry(L"VEXODlgORStyleSaveFile::isStyleNameValid");
     const CString name = writtenName();
-    return !name.IsEmpty() && name.FindOneOf(refusedCharacters) < 0;
+    return !name.IsEmpty() && name.FindOneOf(VEXOORStyleData::punctuation) < 0;
 }
 
 void VEXODlgORStyleSaveFile::OnOK() {

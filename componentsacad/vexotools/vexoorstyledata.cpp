@@ -72,39 +72,32 @@ void VEXOORStyleData::ReadDataFromFile(CStdioFile*) {
 
 // --- Items -------------------------------------------------------------------------------------------------
 
-bool VEXOORStyleData::makeFull(CString& key) const {
-    if (key.IsEmpty()) return false;
+void VEXOORStyleData::addUnder(CString& key, VEXOORStyleDataItem& item) {
+    if (key.IsEmpty()) return;
     if (key.Find(m_prefix) < 0) key = m_prefix + key;
-    return true;
-}
-
-void VEXOORStyleData::appendItem(const CString& key, VEXOORStyleDataItem& item) {
     item.m_key = key;
     m_items.append(item);
 }
 
 void VEXOORStyleData::AddItem(CString& key, const double& value) {
     CVxLogEntry entry(L"VEXOORStyleData::AddItem");
-    if (!makeFull(key)) return;
     VEXOORStyleDataItem item;
     item.setReal(value);
-    appendItem(key, item);
+    addUnder(key, item);
 }
 
 void VEXOORStyleData::AddItem(CString& key, const int& value) {
     CVxLogEntry entry(L"VEXOORStyleData::AddItem");
-    if (!makeFull(key)) return;
     VEXOORStyleDataItem item;
     item.setInteger(value);
-    appendItem(key, item);
+    addUnder(key, item);
 }
 
 void VEXOORStyleData::AddItem(CString& key, const CString& value) {
     CVxLogEntry entry(L"VEXOORStyleData::AddItem");
-    if (!makeFull(key)) return;
     VEXOORStyleDataItem item;
     item.setText(value);
-    appendItem(key, item);
+    addUnder(key, item);
 }
 
 void VEXOORStyleData::AddItem(VEXOORStyleDataItem& item) {

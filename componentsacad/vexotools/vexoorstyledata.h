@@ -33,6 +33,8 @@ public:
 
     /// The key of a file's name line.
     static constexpr wchar_t styleNameKey[] = L"StyleName";
+    /// What keys and names lose on reading.
+    static constexpr wchar_t punctuation[] = L"\":;,.?=";
 
     VEXOORStyleData() = default;
     VEXOORStyleData(const VEXOORStyleData&) = default;
@@ -119,8 +121,7 @@ public:
     CPropertyPage* getMainPropertyPage() const { return m_page; }
 
 private:
-    bool makeFull(CString& key) const;
-    void appendItem(const CString& key, VEXOORStyleDataItem& item);
+    void addUnder(CString& key, VEXOORStyleDataItem& item);
     void writeLines(CStdioFile& file) const;
 
     AcArray<VEXOORStyleDataItem> m_items{0, 8};
