@@ -20,8 +20,7 @@ struct BoxAnswer {
 /// An answer is words separated by blanks, in quotation marks where they hold blanks, done one after the
 /// other:
 ///   Oui, o      a button or check box by its text or its marked letter
-///   Largeur     the field behind the label "Largeur :", or a combo box by the text that it shows: a click
-///   there,
+///   Largeur     the field behind the label "Largeur :", or a combo box by the text that it shows: a click,
 ///               which opens the combo box or closes it; `#` and `=` behind it mean that field
 ///   Enter, Esc, Tab, Space, Up, Down, Home, End, Backspace, Delete, F1, F4    a key; F4 opens the list of a
 ///               combo box and closes it

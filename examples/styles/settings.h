@@ -20,6 +20,7 @@ Settings currentSettings();
 /// lacks stays as it is, and is told.
 void applySettings(const Settings& settings);
 
-/// The names of a table's records, by the word that names it, in the table's order.
+/// The records of the table of that name (STYLE, LTYPE, DIMSTYLE), in its order.
 AcDbObjectIdArray recordsOf(const wchar_t* table);
+/// Empty where it cannot be opened.
 CString nameOf(AcDbObjectId record);
