@@ -1,10 +1,10 @@
-// Stand-in for the host's AcDbHatch. Covers loops, patterns, fill and the kept gradient; leaves out evaluating pattern lines and following its sources.
+// Stand-in for the host's AcDbHatch. Covers loops, islands, patterns and their lines, fill and the kept gradient; leaves out following its sources.
 #pragma once
 
 #include "dbent.h"
 #include "gecurv2d.h"
 #include "groupblock.h"
-#include "hatchloop.h"
+#include "hatchlines.h"
 
 #include <string>
 #include <vector>
@@ -42,9 +42,11 @@ public:
 
     HatchPatternType patternType() const { return static_cast<HatchPatternType>(m_patternType); }
     const wchar_t* patternName() const { return m_patternName.c_str(); }
-    /// "SOLID" fills; another name keeps the definition lines that the hatch has. eInvalidInput for null and
-    /// empty.
+    /// "SOLID" fills. The predefined type with a name of predefinedPatterns() takes that pattern's definition
+    /// lines at the hatch's angle and scale of now: set those before. Every other name keeps the definition
+    /// lines that the hatch has. eInvalidInput for null and empty.
     Acad::ErrorStatus setPattern(HatchPatternType type, const wchar_t* name);
+    /// Radians. As with the scale, the definition lines stay as they are until setPattern is called.
     double patternAngle() const { return m_patternAngle; }
     Acad::ErrorStatus setPatternAngle(double angle);
     double patternScale() const { return m_patternScale; }
@@ -82,6 +84,19 @@ public:
     /// What is filled, by the loops' nesting and the style; loops must not cross or touch. eNotApplicable for
     /// loops that are not closed.
     Acad::ErrorStatus getArea(double& area) const;
+
+    /// Whether the hatch has something to show. eDegenerateGeometry: no loops, or none with an area;
+    /// eInvalidInput: a pattern without definition lines, or with values that are no numbers; eOutOfRange:
+    /// more than hostkit::kMostHatchStrokes dashes and dots. These are counted as if the box of the loops
+    /// were filled, which takes no time, or, with underestimateNumLines, one by one where they are.
+    Acad::ErrorStatus evaluateHatch(bool underestimateNumLines = false) const;
+    /// What is filled, in the coordinates of the normal; see HatchArea.
+    hostkit::HatchArea filledArea(double deviation = 0.0) const;
+    /// The definition lines as they stand, scaled and turned.
+    const std::vector<hostkit::HatchPatternLine>& patternDefinitions() const { return m_patternLines; }
+    /// A line a dash and a point a dot, with the hatch's look. eNotApplicable for a solid fill; else as
+    /// evaluateHatch(true), and `parts` keeps what it had.
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;
