@@ -136,6 +136,7 @@ public:
     /// angles in radians. eNotApplicable where neither can be had.
     Acad::ErrorStatus measurement(double& value) const;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }

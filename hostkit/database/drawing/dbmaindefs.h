@@ -23,7 +23,7 @@ enum TextHorzMode {
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 
 /// Hundredths of a millimetre, or one of the three rules.
-enum LineWeight {
+enum LineWeight : int {
     kLnWt000 = 0,
     kLnWt005 = 5,
     kLnWt009 = 9,

@@ -17,7 +17,7 @@
 
 #include <algorithm>
 
-HOSTKIT_KIT_ABSTRACT_CLASS(AcDbObject, AcRxObject)
+HOSTKIT_KIT_ABSTRACT_CLASS(AcDbObject, AcGiDrawable)
 
 AcDbObject::AcDbObject() = default;
 AcDbObject::~AcDbObject() = default;

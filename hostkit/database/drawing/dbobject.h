@@ -1,10 +1,11 @@
-// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary, persistent reactors and filing; leaves out deep clone, proxies and long transactions.
+// Stand-in for the host's AcDbObject. Covers identity, open state, erase, extended data, extension dictionary, persistent reactors and filing; leaves out deep clone, proxies and long transactions. What has nothing to show draws nothing.
 #pragma once
 
 #include "dbfiler.h"
 #include "dbmaindefs.h"
 #include "dbsource.h"
 
+#include "acgidrawable.h"
 #include "dbid.h"
 #include "rxboiler.h"
 
@@ -25,7 +26,7 @@ struct ObjectExtras;
 ///
 /// Every member that changes the object calls assertWriteEnabled before the first change and refuses with its
 /// status.
-class AcDbObject : public AcRxObject {
+class AcDbObject : public AcGiDrawable {
     ACRX_DECLARE_MEMBERS(AcDbObject)
 
 public:
@@ -37,7 +38,7 @@ public:
     AcDbObject(const AcDbObject& other);
 
     AcDbObjectId objectId() const { return m_id; }
-    AcDbObjectId id() const { return m_id; }
+    AcDbObjectId id() const final { return m_id; }
     AcDbObjectId ownerId() const { return (m_flags & kCopy) != 0 ? AcDbObjectId() : m_ownerId; }
     /// A container calls this as it takes the object in; ids of another drawing are refused with
     /// eInvalidInput.
@@ -86,6 +87,10 @@ public:
     /// Came into the drawing during the present open.
     Adesk::Boolean isNewObject() const { return (m_flags & kNew) != 0; }
     bool isAProxy() const { return false; }
+
+    Adesk::UInt32 setAttributes(AcGiDrawableTraits*) override { return kDrawableNone; }
+    Adesk::Boolean worldDraw(AcGiWorldDraw*) override { return Adesk::kTrue; }
+    Adesk::Boolean isPersistent() const final { return !m_id.isNull(); }
 
     /// eOk, or eNotOpenForRead.
     Acad::ErrorStatus assertReadEnabled() const {

@@ -40,6 +40,7 @@ public:
     Adesk::Boolean isClosed() const override;
     Acad::ErrorStatus reverseCurve() override;
     hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDb3dPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

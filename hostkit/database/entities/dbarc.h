@@ -25,6 +25,7 @@ public:
     Acad::ErrorStatus setEndAngle(double angle);
 
     Acad::ErrorStatus reverseCurve() override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbArc(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

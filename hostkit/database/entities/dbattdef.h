@@ -16,6 +16,7 @@ public:
     /// A copy from acutNewString for the caller.
     wchar_t* prompt() const;
     Acad::ErrorStatus setPrompt(const wchar_t* prompt);
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbAttributeDefinition(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

@@ -11,6 +11,7 @@ public:
     AcDbAttribute() = default;
     AcDbAttribute(const AcDbAttribute&) = default;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbAttribute(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

@@ -60,6 +60,7 @@ public:
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
     const wchar_t* dxfName() const override { return L"INSERT"; }
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     /// Of what is shown: the block's entities wherever it is turned to, blocks in blocks, and the visible
     /// attributes; definitions of attributes count when they are constant. hostkit::BlockExtents tells what
     /// becomes of blocks that hold themselves and of very deep and very large ones.

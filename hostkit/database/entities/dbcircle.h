@@ -15,6 +15,7 @@ public:
     AcDbCircle(const AcDbCircle&) = default;
 
     Acad::ErrorStatus reverseCurve() override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbCircle(*this); }
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;

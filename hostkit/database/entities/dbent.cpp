@@ -1,5 +1,7 @@
 #include "dbent.h"
 
+#include "acgitraits.h"
+
 #include "assignfield.h"
 #include "dbaccess.h"
 #include "dbapserv.h"
@@ -13,6 +15,7 @@
 
 #include "adsdef.h"
 #include "ownedlist.h"
+#include "pathgeometry.h"
 
 #include <cmath>
 
@@ -143,6 +146,11 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSube
 Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool doSubents) {
     return assignAll(*this, m_invisible, visibility == AcDb::kInvisible, doSubents,
                      [visibility](AcDbEntity& part) { part.setVisibility(visibility, false); });
+}
+
+Adesk::UInt32 AcDbEntity::setAttributes(AcGiDrawableTraits* traits) {
+    if (traits) hostkit::setLook(*traits, *this);
+    return kDrawableIsAnEntity | (m_invisible ? kDrawableIsInvisible : kDrawableNone);
 }
 
 void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {

@@ -79,6 +79,10 @@ public:
     /// be open for read; eNotOpenForRead. Nothing is told of a non-resident one: eOk.
     Acad::ErrorStatus draw();
 
+    /// Colour, layer, linetype, its scale and lineweight become those of the traits. kDrawableIsAnEntity, and
+    /// kDrawableIsInvisible where it is.
+    Adesk::UInt32 setAttributes(AcGiDrawableTraits* traits) override;
+
     /// The box of the geometry, without widths and thickness. eInvalidExtents: the entity has none (an
     /// infinite or empty one), `extents` stays as it was.
     virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;

@@ -18,6 +18,7 @@ public:
     Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
     Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     AcRxObject* clone() const override { return new AcDbFace(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;

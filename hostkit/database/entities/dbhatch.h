@@ -98,6 +98,7 @@ public:
     /// evaluateHatch(true), and `parts` keeps what it had.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }

@@ -28,6 +28,7 @@ public:
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
     bool isPlanar() const override { return true; }
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbLine(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

@@ -83,6 +83,7 @@ public:
     /// A text for each run of letters of one look, and a line for the bar of each stack (paragraphparts.h).
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     /// eInvalidExtents for a paragraph of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;

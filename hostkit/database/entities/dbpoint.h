@@ -23,6 +23,7 @@ public:
     double ecsRotation() const { return m_ecsRotation; }
     Acad::ErrorStatus setEcsRotation(double angle);
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }

@@ -73,6 +73,7 @@ public:
     /// which nothing is seen. `wording` stands for the text's own where it is given.
     bool letterBox(AcGePoint3d (&corners)[4], const std::wstring* wording = nullptr) const;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     /// eInvalidExtents for a text of which nothing is seen.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;

@@ -13,5 +13,6 @@ public:
         : CornerFigure(p0, p1, p2, p3) {}
     AcDbTrace(const AcDbTrace&) = default;
 
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbTrace(*this); }
 };

@@ -12,6 +12,7 @@ public:
     AcDbXline(const AcDbXline&) = default;
 
     Acad::ErrorStatus reverseCurve() override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbXline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;

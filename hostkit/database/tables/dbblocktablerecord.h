@@ -54,6 +54,7 @@ public:
 
     /// Blocks with names of their own; *U, *D and the like ask for a number.
     bool allowsName(std::wstring_view name) const override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbBlockTableRecord(*this); }
 
     /// The fields of the table's record. Those of the block itself are its begin record's to file.

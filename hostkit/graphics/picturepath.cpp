@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+namespace hostkit {
+
 void PicturePath::moveTo(const AcGePoint3d& point) {
     m_steps.push_back(Step::move);
     m_points.push_back(point);
@@ -68,3 +70,5 @@ void PicturePath::append(const PicturePath& path) {
 void PicturePath::transformBy(const AcGeMatrix3d& matrix) {
     for (AcGePoint3d& point : m_points) point.transformBy(matrix);
 }
+
+} // namespace hostkit

@@ -1,4 +1,4 @@
-#include "plotcurves.h"
+#include "curvepaths.h"
 
 #include "db2dpolyline.h"
 #include "db3dpolyline.h"
@@ -16,6 +16,8 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+
+namespace hostkit {
 
 namespace {
 
@@ -55,7 +57,7 @@ bool appendEllipse(PicturePath& path, const AcDbEllipse& ellipse) {
 }
 
 bool appendDbSpline(PicturePath& path, const AcDbSpline& spline) {
-    const AcGeNurbCurve3d curve = hostkit::shownCurve(spline);
+    const AcGeNurbCurve3d curve = shownCurve(spline);
     if (curve.isEmpty()) return false;
     appendSpline(path, curve);
     return true;
@@ -129,6 +131,23 @@ bool append2dPolyline(PicturePath& path, const AcDb2dPolyline& polyline) {
     });
     return vertices.appendTo(path, polyline);
 }
+
+} // namespace
+
+AcDbPolyline lightPolyline(const AcDb2dPolyline& polyline) {
+    AcDbPolyline light;
+    (void)light.setNormal(polyline.normal());
+    (void)light.setElevation(polyline.elevation());
+    visitVertices<AcDb2dPolyline, AcDb2dVertex>(polyline, [&](const AcDb2dVertex& vertex) {
+        if (vertex.vertexType() == AcDb::k2dSplineCtlVertex) return;
+        (void)light.addVertexAt(light.numVerts(), AcGePoint2d(vertex.position().x, vertex.position().y),
+                                vertex.bulge(), vertex.startWidth(), vertex.endWidth());
+    });
+    (void)light.setClosed(polyline.isClosed());
+    return light;
+}
+
+namespace {
 
 bool append3dPolyline(PicturePath& path, const AcDb3dPolyline& polyline) {
     PicturePath piece;
@@ -267,3 +286,5 @@ std::vector<WidePiece> widePieces(const AcDbPolyline& polyline) {
     }
     return pieces;
 }
+
+} // namespace hostkit

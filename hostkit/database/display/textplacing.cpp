@@ -1,5 +1,6 @@
-#include "plottext.h"
+#include "textplacing.h"
 
+#include "acgitextstyle.h"
 #include "casefold.h"
 #include "dbcolor.h"
 #include "dbmtext.h"
@@ -12,18 +13,17 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
+
+namespace hostkit {
 
 namespace {
-
-using hostkit::ParagraphLine;
-using hostkit::ParagraphLook;
-using hostkit::ParagraphPiece;
 
 constexpr double descent = 0.3; // of the text's height, below the base line
 
 // The face that a browser has for a font of a drawing; empty where the default will do.
 std::wstring familyOf(std::wstring_view font) {
-    const std::wstring name = hostkit::foldCase(font);
+    const std::wstring name = foldCase(font);
     const auto has = [&](const wchar_t* part) { return name.find(part) != std::wstring::npos; };
     if (has(L"times") || has(L"romant") || has(L"garamond") || has(L"georgia"))
         return L"Times New Roman, serif";
@@ -36,20 +36,23 @@ std::wstring familyOfStyle(AcDbObjectId style) {
     return record.object() ? familyOf(record->fileName()) : std::wstring();
 }
 
-std::uint32_t colorOf(const ParagraphLook& look, std::uint32_t otherwise) {
-    if (look.rgb) return *look.rgb;
+// None: the text's own.
+std::optional<std::uint32_t> colorOf(const ParagraphLook& look) {
+    if (look.rgb) return look.rgb;
     const int index = look.colorIndex.value_or(0);
     if (index == AcCmEntityColor::kACIforeground) return 0;
     const bool isIndex = index > 0 && index < AcCmEntityColor::kACIbyLayer;
-    return isIndex ? AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt16>(index)) : otherwise;
+    if (!isIndex) return std::nullopt;
+    return AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt16>(index));
 }
 
-TextRun runOf(const ParagraphLook& look, std::wstring_view letters, std::uint32_t rgb,
-              const std::wstring& family) {
+TextRun runOf(const ParagraphLook& look, std::wstring_view letters, const std::wstring& family) {
     TextRun run;
     std::copy_if(letters.begin(), letters.end(), std::back_inserter(run.text),
                  [](wchar_t each) { return each >= L' '; });
-    run.rgb = colorOf(look, rgb);
+    const std::optional<std::uint32_t> color = colorOf(look);
+    run.hasOwnColor = color.has_value();
+    run.rgb = color.value_or(0);
     run.isBold = look.isBold;
     run.isItalic = look.isItalic;
     run.isUnderlined = look.isUnderlined;
@@ -87,17 +90,17 @@ bool isBetweenPoints(const AcDbText& text) {
 
 } // namespace
 
-std::vector<TextRun> runsOfText(std::wstring_view text, std::uint32_t rgb, const std::wstring& family) {
+std::vector<TextRun> runsOfText(std::wstring_view text, const std::wstring& family) {
     std::vector<TextRun> runs;
     ParagraphLook look;
     std::wstring letters;
     const auto endRun = [&] {
-        if (!letters.empty()) runs.push_back(runOf(look, letters, rgb, family));
+        if (!letters.empty()) runs.push_back(runOf(look, letters, family));
         letters.clear();
     };
-    hostkit::MarkupReader reader(text, hostkit::MarkupReader::Extent::line);
+    MarkupReader reader(text, MarkupReader::Extent::line);
     while (const auto piece = reader.next()) {
-        if (piece->kind == hostkit::MarkupPiece::Kind::letters) {
+        if (piece->kind == MarkupPiece::Kind::letters) {
             letters += piece->text;
         } else {
             endRun();
@@ -108,9 +111,9 @@ std::vector<TextRun> runsOfText(std::wstring_view text, std::uint32_t rgb, const
     return runs;
 }
 
-PlacedText placedText(const AcDbText& text, const std::wstring& wording, std::uint32_t rgb) {
+PlacedText placedText(const AcDbText& text, const std::wstring& wording) {
     PlacedText placed;
-    placed.runs = runsOfText(wording, rgb, familyOfStyle(text.textStyle()));
+    placed.runs = runsOfText(wording, familyOfStyle(text.textStyle()));
     AcGeVector3d x, y;
     AcGe::arbitraryAxes(text.normal(), x, y);
     AcGeVector3d along = x * std::cos(text.rotation()) + y * std::sin(text.rotation());
@@ -131,7 +134,7 @@ PlacedText placedText(const AcDbText& text, const std::wstring& wording, std::ui
     return placed;
 }
 
-PlacedText placedText(const AcDbText& text, std::uint32_t rgb) { return placedText(text, text.text(), rgb); }
+PlacedText placedText(const AcDbText& text) { return placedText(text, text.text()); }
 
 namespace {
 
@@ -165,15 +168,14 @@ void dropBlanksAround(std::vector<TextRun>& runs) {
 
 class ParagraphPlacer {
 public:
-    ParagraphPlacer(const AcDbMText& text, std::uint32_t rgb)
+    explicit ParagraphPlacer(const AcDbMText& text)
         : m_text(text)
-        , m_rgb(rgb)
         , m_family(familyOfStyle(text.textStyle()))
         , m_along(text.direction())
         , m_up(text.normal().crossProduct(m_along)) {}
 
     PlacedParagraph placed() {
-        const hostkit::ParagraphLayout layout = m_text.layout();
+        const ParagraphLayout layout = m_text.layout();
         const double top = m_text.topOf(layout);
         for (const ParagraphLine& line : layout.lines)
             if (!line.isBlank()) place(line, top + line.base);
@@ -202,7 +204,7 @@ private:
         const ParagraphLook& look = first.look;
         PlacedText text;
         for (const ParagraphPiece& piece : segment) {
-            text.runs.push_back(runOf(piece.look, piece.text, m_rgb, m_family));
+            text.runs.push_back(runOf(piece.look, piece.text, m_family));
             text.runs.back().heightFactor = piece.look.height / look.height;
             text.runs.back().rise = (piece.rise - first.rise) / look.height;
         }
@@ -223,12 +225,12 @@ private:
     void placeBar(const ParagraphPiece& bar, double base) {
         const double from = base + bar.rise;
         const double up = bar.kind == ParagraphPiece::Kind::slash ? bar.look.height : 0.0;
+        const std::optional<std::uint32_t> color = colorOf(bar.look);
         m_placed.bars.push_back(
-            {at(bar.x, from), at(bar.x + bar.width, from + up), colorOf(bar.look, m_rgb)});
+            {at(bar.x, from), at(bar.x + bar.width, from + up), color.value_or(0), color.has_value()});
     }
 
     const AcDbMText& m_text;
-    std::uint32_t m_rgb;
     std::wstring m_family;
     AcGeVector3d m_along;
     AcGeVector3d m_up;
@@ -237,6 +239,40 @@ private:
 
 } // namespace
 
-PlacedParagraph placedParagraph(const AcDbMText& text, std::uint32_t rgb) {
-    return ParagraphPlacer(text, rgb).placed();
+PlacedParagraph placedParagraph(const AcDbMText& text) {
+    return ParagraphPlacer(text).placed();
 }
+
+void takeForm(TextRun& run, const AcGiTextStyle& style) {
+    std::wstring typeface;
+    Adesk::Boolean isBold = false, isItalic = false;
+    int characterSet = 0, pitch = 0;
+    style.font(typeface, isBold, isItalic, characterSet, pitch);
+    run.family = familyOf(typeface.empty() ? style.fileName() : typeface);
+    run.isBold |= isBold;
+    run.isItalic |= isItalic;
+    run.isUnderlined |= style.isUnderlined();
+    run.isOverlined |= style.isOverlined();
+    run.isStruckOut |= style.isStrikethrough();
+}
+
+AcGiTextStyle styleOf(const TextRun& run, AcDbObjectId textStyle, double height, double widthFactor,
+                      double oblique) {
+    AcGiTextStyle style;
+    const AcDbObjectPointer<AcDbTextStyleTableRecord> record(textStyle, AcDb::kForRead);
+    if (record.object()) {
+        style.setFileName(record->fileName().c_str());
+        style.setBigFontFileName(record->bigFontFileName().c_str());
+    }
+    if (run.isBold || run.isItalic || !run.family.empty())
+        (void)style.setFont(run.family.c_str(), run.isBold, run.isItalic, 0, 0);
+    style.setTextSize(height * run.heightFactor);
+    style.setXScale(widthFactor);
+    style.setObliquingAngle(oblique);
+    style.setUnderlined(run.isUnderlined);
+    style.setOverlined(run.isOverlined);
+    style.setStrikethrough(run.isStruckOut);
+    return style;
+}
+
+} // namespace hostkit

@@ -1,9 +1,12 @@
+// Outlines of straight and cubic pieces.
 #pragma once
 
 #include "gemat3d.h"
 #include "gepnt3d.h"
 
 #include <vector>
+
+namespace hostkit {
 
 /// A path of straight and cubic pieces in drawing coordinates, in any number of runs. Cubics go through every
 /// affine map unchanged in kind, so that circles in blocks of unequal scales come out as what they are.
@@ -43,3 +46,5 @@ private:
     std::vector<AcGePoint3d> m_points;
     bool m_isOpen = false;
 };
+
+} // namespace hostkit

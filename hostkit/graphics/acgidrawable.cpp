@@ -1,0 +1,3 @@
+#include "acgidrawable.h"
+
+HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcGiDrawable, AcRxObject)
