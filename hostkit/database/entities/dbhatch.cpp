@@ -2,7 +2,11 @@
 
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "dbline.h"
+#include "dbpoint.h"
 #include "hatchcurves.h"
+#include "hatchlines.h"
+#include "hatchpatterns.h"
 
 #include "casefold.h"
 
@@ -41,6 +45,9 @@ Acad::ErrorStatus AcDbHatch::setPattern(HatchPatternType type, const wchar_t* na
     m_patternType = static_cast<Adesk::Int16>(type);
     m_patternName = name;
     m_solidFill = hostkit::equalFolded(name, L"SOLID");
+    const hostkit::PredefinedPattern* const known =
+        type == kPreDefined ? hostkit::predefinedPattern(name) : nullptr;
+    if (known) m_patternLines = hostkit::definitionLines(*known, m_patternAngle, m_patternScale);
     if (m_solidFill) m_patternLines.clear();
     return Acad::eOk;
 }
@@ -187,60 +194,50 @@ AcDbObjectIdArray AcDbHatch::getAssocObjIds() const {
 
 // Geometry.
 
-namespace {
-
-/// A loop with what tells whether it lies in another one.
-struct MeasuredLoop {
-    LoopCurves curves;
-    AcGePoint2d point;
-    double area = 0.0;
-    double size = 0.0;
-};
-
-double sizeOf(const LoopCurves& curves) {
-    return hostkit::reachAlong(curves, AcGeVector2d::kXAxis) +
-           hostkit::reachAlong(curves, -AcGeVector2d::kXAxis) +
-           hostkit::reachAlong(curves, AcGeVector2d::kYAxis) +
-           hostkit::reachAlong(curves, -AcGeVector2d::kYAxis);
+hostkit::HatchArea AcDbHatch::filledArea(double deviation) const {
+    return hostkit::HatchArea(m_loops, m_style, deviation);
 }
-
-MeasuredLoop measured(const HatchLoop& loop) {
-    MeasuredLoop result;
-    result.curves = hostkit::curvesOf(loop);
-    if (result.curves.empty()) return result;
-    AcGeInterval interval;
-    result.curves.front()->getInterval(interval);
-    result.point = result.curves.front()->evalPoint((interval.lowerBound() + interval.upperBound()) / 2.0);
-    result.area = std::abs(hostkit::signedArea(result.curves));
-    result.size = sizeOf(result.curves);
-    return result;
-}
-
-// A chord as near as this part of the loop's size tells inside from outside for loops that do not touch.
-constexpr double kChordFraction = 1e-5;
-
-int depthOf(const MeasuredLoop& loop, const std::vector<MeasuredLoop>& loops) {
-    return static_cast<int>(std::count_if(loops.begin(), loops.end(), [&](const MeasuredLoop& other) {
-        return &other != &loop && other.area > loop.area &&
-               hostkit::isInside(other.curves, loop.point, other.size * kChordFraction);
-    }));
-}
-
-} // namespace
 
 Acad::ErrorStatus AcDbHatch::getArea(double& area) const {
-    std::vector<MeasuredLoop> loops;
-    for (const HatchLoop& loop : m_loops) {
+    for (const HatchLoop& loop : m_loops)
         if ((loop.type & kNotClosed) || !loop.isClosed) return Acad::eNotApplicable;
-        loops.push_back(measured(loop));
-    }
-    double sum = 0.0;
-    for (const MeasuredLoop& loop : loops) {
-        const int depth = depthOf(loop, loops);
-        if (depth == 0 || (m_style == kOuter && depth == 1) || m_style == kNormal)
-            sum += depth % 2 == 0 ? loop.area : -loop.area;
-    }
-    area = sum;
+    area = filledArea().area();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbHatch::evaluateHatch(bool underestimateNumLines) const {
+    const hostkit::HatchArea area = filledArea();
+    if (area.isEmpty()) return Acad::eDegenerateGeometry;
+    if (m_solidFill) return Acad::eOk;
+    const Acad::ErrorStatus status =
+        hostkit::forEachStroke(area, m_patternLines, hostkit::kMostHatchStrokes,
+                               [&](const hostkit::HatchStroke&) { return underestimateNumLines; });
+    if (status != Acad::eOk || underestimateNumLines) return status;
+    const double estimate = hostkit::estimatedStrokes(area, m_patternLines);
+    return estimate <= hostkit::kMostHatchStrokes ? Acad::eOk : Acad::eOutOfRange;
+}
+
+Acad::ErrorStatus AcDbHatch::explode(AcDbVoidPtrArray& parts) const {
+    if (m_solidFill) return Acad::eNotApplicable;
+    const hostkit::HatchArea area = filledArea();
+    if (area.isEmpty()) return Acad::eDegenerateGeometry;
+    const AcGeMatrix3d toWorld = hostkit::arbitraryAxisSystem(m_normal);
+    std::vector<std::unique_ptr<AcDbEntity>> made;
+    const auto inWorld = [&](const AcGePoint2d& point) {
+        return toWorld * AcGePoint3d(point.x, point.y, m_elevation);
+    };
+    const auto add = [&](const hostkit::HatchStroke& stroke) {
+        if (stroke.isDot())
+            made.push_back(std::make_unique<AcDbPoint>(inWorld(stroke.from)));
+        else
+            made.push_back(std::make_unique<AcDbLine>(inWorld(stroke.from), inWorld(stroke.to)));
+        (void)made.back()->setPropertiesFrom(this);
+        return true;
+    };
+    const Acad::ErrorStatus status =
+        hostkit::forEachStroke(area, m_patternLines, hostkit::kMostHatchStrokes, add);
+    if (status != Acad::eOk) return status;
+    for (std::unique_ptr<AcDbEntity>& part : made) parts.append(part.release());
     return Acad::eOk;
 }
 
