@@ -2,6 +2,11 @@
 
 #include <utility>
 
+using hostkit::PicturePath;
+using hostkit::PlacedText;
+using hostkit::TextReach;
+using hostkit::TextRun;
+
 namespace {
 
 constexpr std::uint32_t tone = 0xFFB347; // light orange: dark lines stay readable on it
@@ -28,7 +33,7 @@ void MarkingSink::fill(const PicturePath& path, std::uint32_t, double) {
 }
 
 void MarkingSink::text(const PlacedText& text) {
-    const TextReach reach = reachOf(text);
+    const TextReach reach = hostkit::reachOf(text);
     constexpr double below = -0.3, above = 1.2; // of the height of capitals
     PicturePath box;
     for (const auto& [across, up] : {std::pair(reach.start, below), std::pair(reach.end, below),

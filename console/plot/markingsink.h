@@ -9,13 +9,13 @@ public:
     explicit MarkingSink(PictureSink& sink)
         : m_sink(sink) {}
 
-    void stroke(const PicturePath& path, const StrokeStyle& style) override;
-    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override;
-    void text(const PlacedText& text) override;
+    void stroke(const hostkit::PicturePath& path, const StrokeStyle& style) override;
+    void fill(const hostkit::PicturePath& path, std::uint32_t rgb, double opacity) override;
+    void text(const hostkit::PlacedText& text) override;
     void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
     void endlessLine(const AcGePoint3d& point, const AcGeVector3d& direction, bool isBothWays,
                      const StrokeStyle& style) override;
-    void beginClip(const PicturePath& path) override { m_sink.beginClip(path); }
+    void beginClip(const hostkit::PicturePath& path) override { m_sink.beginClip(path); }
     void endClip() override { m_sink.endClip(); }
     double scale() const override { return m_sink.scale(); }
 

@@ -54,12 +54,18 @@ const std::vector<double>& LookTable::dashesOf(AcDbObjectId linetype) {
 }
 
 Look LookTable::lookOf(const AcDbEntity& entity, const Look* around) {
+    return lookOf(WantedLook{entity.layerId(), entity.entityColor(), entity.linetypeId(),
+                             entity.linetypeScale(), entity.lineWeight()},
+                  around);
+}
+
+Look LookTable::lookOf(const WantedLook& wanted, const Look* around) {
     Look look;
-    look.layer = entity.layerId();
+    look.layer = wanted.layer;
     if (around && look.layer == m_database.layerZero()) look.layer = around->layer;
     const Layer& layer = layerOf(look.layer);
 
-    const AcCmEntityColor color = entity.entityColor();
+    const AcCmEntityColor color = wanted.color;
     if (color.isByLayer())
         look.rgb = layer.rgb;
     else if (color.isByBlock())
@@ -67,16 +73,16 @@ Look LookTable::lookOf(const AcDbEntity& entity, const Look* around) {
     else
         look.rgb = paperColor(color);
 
-    AcDbObjectId linetype = entity.linetypeId();
+    AcDbObjectId linetype = wanted.linetype;
     if (linetype == m_database.byBlockLinetype() && !linetype.isNull()) {
         if (around) look.dashes = around->dashes;
     } else {
         if (linetype.isNull() || linetype == m_database.byLayerLinetype()) linetype = layer.linetype;
         if (!linetype.isNull()) look.dashes = dashesOf(linetype);
-        for (double& dash : look.dashes) dash *= m_linetypeScale * entity.linetypeScale();
+        for (double& dash : look.dashes) dash *= m_linetypeScale * wanted.linetypeScale;
     }
 
-    int weight = entity.lineWeight();
+    int weight = wanted.lineweight;
     if (weight == AcDb::kLnWtByLayer) weight = layer.lineweight;
     if (weight == AcDb::kLnWtByBlock)
         look.lineweight = around ? around->lineweight : 0.0;

@@ -18,6 +18,15 @@ struct Look {
     double lineweight = 0.0;      ///< millimetres; 0 is the thinnest
 };
 
+/// What an entity says of its look: by layer and by block as they stand.
+struct WantedLook {
+    AcDbObjectId layer{};
+    AcCmEntityColor color{};
+    AcDbObjectId linetype{}; ///< null is by layer
+    double linetypeScale = 1.0;
+    int lineweight = -1; ///< AcDb::LineWeight
+};
+
 /// The looks of a drawing's entities. What a layer or linetype says is read once.
 class LookTable {
 public:
@@ -26,6 +35,7 @@ public:
     /// The look where the entity stands: directly in a space (around is null) or in a block whose reference
     /// looks like `around`. Layer 0 in a block is the reference's layer, and "by block" is the reference's
     /// property.
+    Look lookOf(const WantedLook& wanted, const Look* around);
     Look lookOf(const AcDbEntity& entity, const Look* around);
     /// Off or frozen, not to be plotted, or the layer of dimensions' definition points.
     bool isHidden(AcDbObjectId layer);

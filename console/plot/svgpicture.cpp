@@ -7,6 +7,11 @@
 #include <cmath>
 #include <cstdio>
 
+using hostkit::PicturePath;
+using hostkit::PlacedText;
+using hostkit::TextReach;
+using hostkit::TextRun;
+
 namespace {
 
 constexpr double margin = 10.0;       // millimetres of paper around the drawing
@@ -85,7 +90,7 @@ void PictureExtents::stroke(const PicturePath& path, const StrokeStyle& style) {
 void PictureExtents::fill(const PicturePath& path, std::uint32_t, double) { stroke(path, StrokeStyle()); }
 
 void PictureExtents::text(const PlacedText& text) {
-    const TextReach reach = reachOf(text);
+    const TextReach reach = hostkit::reachOf(text);
     for (const double across : {reach.start, reach.end})
         for (const double height : {-0.25, 1.0}) {
             const AcGePoint3d corner = text.origin + text.along * across + text.up * height;

@@ -14,12 +14,12 @@ public:
     double maxX() const { return m_maxX; }
     double maxY() const { return m_maxY; }
 
-    void stroke(const PicturePath& path, const StrokeStyle& style) override;
-    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override;
-    void text(const PlacedText& text) override;
+    void stroke(const hostkit::PicturePath& path, const StrokeStyle& style) override;
+    void fill(const hostkit::PicturePath& path, std::uint32_t rgb, double opacity) override;
+    void text(const hostkit::PlacedText& text) override;
     void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
     void endlessLine(const AcGePoint3d&, const AcGeVector3d&, bool, const StrokeStyle&) override {}
-    void beginClip(const PicturePath&) override {}
+    void beginClip(const hostkit::PicturePath&) override {}
     void endClip() override {}
     double scale() const override { return 0.0; }
 
@@ -50,13 +50,13 @@ class SvgPicture final : public PictureSink {
 public:
     SvgPicture(const PictureFrame& frame, const std::wstring& title);
 
-    void stroke(const PicturePath& path, const StrokeStyle& style) override;
-    void fill(const PicturePath& path, std::uint32_t rgb, double opacity) override;
-    void text(const PlacedText& text) override;
+    void stroke(const hostkit::PicturePath& path, const StrokeStyle& style) override;
+    void fill(const hostkit::PicturePath& path, std::uint32_t rgb, double opacity) override;
+    void text(const hostkit::PlacedText& text) override;
     void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
     void endlessLine(const AcGePoint3d& point, const AcGeVector3d& direction, bool isBothWays,
                      const StrokeStyle& style) override;
-    void beginClip(const PicturePath& path) override;
+    void beginClip(const hostkit::PicturePath& path) override;
     void endClip() override;
     double scale() const override { return m_frame.scale; }
 
@@ -68,8 +68,8 @@ private:
     double pageY(double y) const { return m_frame.height - (y - m_frame.originY) * m_frame.scale; }
     void appendNumber(double value);
     void appendPoint(const AcGePoint3d& point);
-    bool appendPath(const PicturePath& path);
-    void appendRun(const TextRun& run, double size, double& rise);
+    bool appendPath(const hostkit::PicturePath& path);
+    void appendRun(const hostkit::TextRun& run, double size, double& rise);
     void openGroup(const std::string& attributes);
     void closeGroup();
     std::string strokeAttributes(const StrokeStyle& style) const;

@@ -9,6 +9,10 @@
 #include <numbers>
 #include <random>
 
+using hostkit::PicturePath;
+using hostkit::PlacedText;
+using hostkit::TextRun;
+
 namespace {
 
 using std::numbers::pi;
@@ -98,39 +102,6 @@ TEST(LinePattern, DashesTurnSoThatADrawnOneComesFirst) {
 }
 
 // What the pattern draws at a point must not depend on where its strokes begin.
-TEST(LinePattern, FamiliesCoverTheBoxAndKeepTheirPhase) {
-    std::mt19937 random(11);
-    std::uniform_real_distribution<double> value(-5, 5);
-    for (int round = 0; round < 200; ++round) {
-        PatternLine line{value(random),
-                         AcGePoint2d(value(random), value(random)),
-                         AcGeVector2d(value(random), value(random)),
-                         {}};
-        if (spacingOf(line) < 0.2) continue;
-        const AcGePoint2d low(-20, -10), high(20, 10);
-        const AcGeVector2d along(std::cos(line.angle), std::sin(line.angle));
-        const AcGeVector2d across(-along.y, along.x);
-        const std::vector<PatternStroke> strokes = strokesOf(line, low, high, 100000);
-        for (const PatternStroke& stroke : strokes) {
-            const double k = (stroke.from - line.base).dotProduct(across) / line.offset.dotProduct(across);
-            EXPECT_NEAR(k, std::round(k), 1e-9);
-            const AcGePoint2d start = line.base + line.offset * std::round(k);
-            EXPECT_NEAR((stroke.from - start).dotProduct(along), stroke.dashStart, 1e-9);
-        }
-        // The box is 40 by 20: seen along the lines it is this wide.
-        const double width = 40 * std::abs(along.y) + 20 * std::abs(along.x);
-        EXPECT_NEAR(static_cast<double>(strokes.size()), width / spacingOf(line), 1.0);
-    }
-}
-
-TEST(LinePattern, AbsurdFamiliesGiveNothing) {
-    const AcGePoint2d low(0, 0), high(1000, 1000);
-    EXPECT_TRUE(strokesOf({0.0, {}, {0, 1e-9}, {}}, low, high, 1000).empty());
-    EXPECT_TRUE(strokesOf({NAN, {}, {0, 1}, {}}, low, high, 1000).empty());
-    EXPECT_TRUE(strokesOf({0.0, {}, {0, INFINITY}, {}}, low, high, 1000).empty());
-    EXPECT_EQ(strokesOf({0.0, {5, 5}, {1, 0}, {}}, low, high, 1000).size(), 1u) << "all lines are one";
-}
-
 PicturePath square(double x, double y, double size) {
     PicturePath path;
     path.moveTo(AcGePoint3d(x, y, 0));

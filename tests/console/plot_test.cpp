@@ -15,6 +15,9 @@
 #include <map>
 #include <set>
 
+using hostkit::PicturePath;
+using hostkit::PlacedText;
+
 namespace {
 
 // Keeps what is drawn instead of drawing it; at scale 0, where only extents are wanted, nothing.

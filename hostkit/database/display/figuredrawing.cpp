@@ -192,10 +192,11 @@ Adesk::Boolean AcDbHatch::worldDraw(AcGiWorldDraw* draw) {
     const std::vector<hostkit::HatchPatternLine>& pattern = patternDefinitions();
     if (const auto* geometry = dynamic_cast<const PathGeometry*>(&draw->geometry()))
         if (pattern.empty() || geometry->wantsTone(closestSpacing(pattern)) ||
-            hostkit::mostStrokes(area, pattern) > hostkit::kMostHatchStrokes) {
+            hostkit::estimatedStrokes(area, pattern) > hostkit::kMostHatchStrokes) {
             geometry->tone(outline);
             return Adesk::kTrue;
         }
+    if (database()) draw->subEntityTraits().setLineType(database()->continuousLinetype());
     StrokeCollector strokes(*draw, plane, elevation());
     (void)hostkit::forEachStroke(area, pattern, hostkit::kMostHatchStrokes,
                                  [&](const hostkit::HatchStroke& stroke) { return strokes.add(stroke); });

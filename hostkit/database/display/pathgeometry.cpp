@@ -146,7 +146,7 @@ Adesk::Boolean PathGeometry::pushClipBoundary(AcGiClipBoundary* boundary) {
     };
     PicturePath path;
     if (count == 2) {
-        for (const auto [i, k] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
+        for (const auto& [i, k] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
             path.lineTo(at(corners[i].x, corners[k].y));
     } else {
         for (const AcGePoint2d& corner : corners) path.lineTo(at(corner.x, corner.y));

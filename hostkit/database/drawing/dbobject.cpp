@@ -23,7 +23,7 @@ AcDbObject::AcDbObject() = default;
 AcDbObject::~AcDbObject() = default;
 
 AcDbObject::AcDbObject(const AcDbObject& other)
-    : AcRxObject(other) {
+    : AcGiDrawable(other) {
     // Until the copy has an owner it remembers whose it is.
     m_source = other.m_source.forCopy();
     if (!m_source.originalSpan().isEmpty()) {

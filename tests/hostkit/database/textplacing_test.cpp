@@ -1,9 +1,13 @@
-#include "plottext.h"
+#include "textplacing.h"
 
 #include "dbmtext.h"
 #include "dbtext.h"
 
 #include <gtest/gtest.h>
+
+#include <optional>
+
+using namespace hostkit;
 
 namespace {
 
@@ -15,17 +19,17 @@ std::wstring lettersOf(const std::vector<TextRun>& runs) {
     return letters;
 }
 
-TEST(PlotText, RunsOfALineHaveItsLines) {
-    EXPECT_EQ(lettersOf(runsOfText(L"\\U+00E9t\t%%x", 0, L"")), L"\u00E9t%%x");
-    EXPECT_TRUE(runsOfText(L"", 0, L"").empty());
-    const auto runs = runsOfText(L"a%%ub%%oc%%ud%%ke", 5, L"f");
+TEST(TextPlacing, RunsOfALineHaveItsLines) {
+    EXPECT_EQ(lettersOf(runsOfText(L"\\U+00E9t\t%%x", L"")), L"\u00E9t%%x");
+    EXPECT_TRUE(runsOfText(L"", L"").empty());
+    const auto runs = runsOfText(L"a%%ub%%oc%%ud%%ke", L"f");
     ASSERT_EQ(runs.size(), 5u);
     for (std::size_t i = 0; i < runs.size(); ++i) {
         EXPECT_EQ(runs[i].isUnderlined, i == 1 || i == 2) << i;
         EXPECT_EQ(runs[i].isOverlined, i >= 2) << i;
         EXPECT_EQ(runs[i].isStruckOut, i == 4) << i;
         EXPECT_EQ(runs[i].heightFactor, 1.0);
-        EXPECT_EQ(runs[i].rgb, 5u);
+        EXPECT_FALSE(runs[i].hasOwnColor);
         EXPECT_EQ(runs[i].family, L"f");
     }
 }
@@ -38,11 +42,11 @@ PlacedParagraph placed(const wchar_t* contents, int attachment = 1, double width
     text.setWidth(width);
     text.setAttachment(static_cast<AcDbMText::AttachmentPoint>(attachment));
     text.setContents(contents);
-    return placedParagraph(text, 0x123456);
+    return placedParagraph(text);
 }
 
 // Blanks around a line shift nothing.
-TEST(PlotText, LinesStandAtWhatTheyAreAlignedBy) {
+TEST(TextPlacing, LinesStandAtWhatTheyAreAlignedBy) {
     const struct {
         const wchar_t* contents;
         int attachment;
@@ -69,26 +73,27 @@ TEST(PlotText, LinesStandAtWhatTheyAreAlignedBy) {
     EXPECT_TRUE(slash.texts.empty() && slash.bars.size() == 1u);
 }
 
-TEST(PlotText, RunsLookAsTheCodesSay) {
+TEST(TextPlacing, RunsLookAsTheCodesSay) {
     const auto runs = placed(L"\\A1;a{\\fTimes New Roman|b1|i0;b}{\\Fmonotxt;\\C1;\\H0.5x;c}{\\C7;\\Ld}"
                              L"{\\c255;e}{\\C256;f}{\\fArial|b0|i1;g}")
                           .texts.at(0)
                           .runs;
     const struct {
-        std::uint32_t rgb;
+        std::optional<std::uint32_t> rgb;
         double heightFactor, rise;
         bool isBold, isItalic, isUnderlined;
         std::wstring family;
-    } looks[] = {{0x123456, 1.0, 0.0, false, false, false, L""},
-                 {0x123456, 1.0, 0.0, true, false, false, L"Times New Roman, serif"},
+    } looks[] = {{{}, 1.0, 0.0, false, false, false, L""},
+                 {{}, 1.0, 0.0, true, false, false, L"Times New Roman, serif"},
                  {0xFF0000, 0.5, 0.25, false, false, false, L"Courier New, monospace"},
                  {0, 1.0, 0.0, false, false, true, L""},
                  {0xFF0000, 1.0, 0.0, false, false, false, L""},
-                 {0x123456, 1.0, 0.0, false, false, false, L""},
-                 {0x123456, 1.0, 0.0, false, true, false, L""}};
+                 {{}, 1.0, 0.0, false, false, false, L""},
+                 {{}, 1.0, 0.0, false, true, false, L""}};
     ASSERT_EQ(runs.size(), std::size(looks));
     for (std::size_t i = 0; i < runs.size(); ++i) {
-        EXPECT_EQ(runs[i].rgb, looks[i].rgb) << i;
+        EXPECT_EQ(runs[i].hasOwnColor, looks[i].rgb.has_value()) << i;
+        EXPECT_EQ(runs[i].rgb, looks[i].rgb.value_or(0)) << i;
         EXPECT_DOUBLE_EQ(runs[i].heightFactor, looks[i].heightFactor) << i;
         EXPECT_DOUBLE_EQ(runs[i].rise, looks[i].rise) << i;
         EXPECT_EQ(runs[i].isBold, looks[i].isBold) << i;
@@ -98,7 +103,7 @@ TEST(PlotText, RunsLookAsTheCodesSay) {
     }
 }
 
-TEST(PlotText, PartsOfALineFillTheirWidths) {
+TEST(TextPlacing, PartsOfALineFillTheirWidths) {
     const PlacedParagraph stacked = placed(L"A\\S1/22;\\PB");
     const struct {
         const wchar_t* letters;
