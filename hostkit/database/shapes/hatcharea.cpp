@@ -254,7 +254,7 @@ double signedArea(const HatchContour& contour) {
     const AcGePoint2d origin = contour.front().start;
     double sum = 0.0;
     for (const ContourPiece& piece : contour) {
-        sum += (piece.start - origin).crossProduct(piece.end - origin) / 2.0;
+        sum += (piece.start - origin).crossProduct(piece.end - origin) / 2.0 + piece.besideChords;
         if (piece.isArc) sum += piece.u.crossProduct(piece.v) / 2.0 * beyondChord(piece.sweep);
     }
     return sum;

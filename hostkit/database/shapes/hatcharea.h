@@ -19,6 +19,8 @@ struct ContourPiece {
     AcGeVector2d v;
     double startAngle = 0.0;
     double sweep = 0.0;
+    /// On the first chord of a spline: the area between the spline and its chords, with the sign of the sense.
+    double besideChords = 0.0;
 };
 
 /// Closed: each piece starts just where the one before it ends, the first where the last ends.
@@ -55,7 +57,7 @@ private:
     std::vector<int> m_depths; ///< of the contours
 };
 
-/// The area of a contour with the sign of its sense.
+/// The area of a contour with the sign of its sense; splines count as they are, not as their chords.
 double signedArea(const HatchContour& contour);
 
 } // namespace hostkit

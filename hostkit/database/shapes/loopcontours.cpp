@@ -78,7 +78,13 @@ Pieces chords(const AcGeNurbCurve2d& spline, double deviation) {
     spline.getSamplePoints(interval.lowerBound(), interval.upperBound(),
                            deviation > 0.0 ? deviation : reach * partOfBox, points, parameters);
     Pieces pieces;
-    for (int i = 0; i + 1 < points.length(); ++i) pieces.push_back(segment(points[i], points[i + 1]));
+    double beside = 0.0;
+    spline.area(interval.lowerBound(), interval.upperBound(), beside);
+    for (int i = 0; i + 1 < points.length(); ++i) {
+        pieces.push_back(segment(points[i], points[i + 1]));
+        beside -= (points[i] - points[0]).crossProduct(points[i + 1] - points[0]) / 2.0;
+    }
+    if (!pieces.empty()) pieces.front().besideChords = beside;
     return pieces;
 }
 
@@ -106,7 +112,7 @@ Pieces piecesOf(const HatchEdge& edge, double deviation) {
 bool isUsable(double value) { return std::abs(value) < kLargest; } // false for what is no number
 
 bool isUsable(const ContourPiece& piece) {
-    const auto& [start, end, isArc, center, u, v, startAngle, sweep] = piece;
+    const auto& [start, end, isArc, center, u, v, startAngle, sweep, beside] = piece;
     return isUsable(start.x) && isUsable(start.y) && isUsable(end.x) && isUsable(end.y) &&
            isUsable(center.x) && isUsable(center.y) && isUsable(u.x) && isUsable(u.y) && isUsable(v.x) &&
            isUsable(v.y) && isUsable(startAngle) && isUsable(sweep);
@@ -118,6 +124,7 @@ void turnRound(Pieces& edge) {
         std::swap(piece.start, piece.end);
         piece.startAngle += piece.sweep;
         piece.sweep = -piece.sweep;
+        piece.besideChords = -piece.besideChords;
     }
 }
 
