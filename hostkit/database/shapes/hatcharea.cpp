@@ -129,6 +129,7 @@ private:
 };
 
 void findDepths(std::vector<NestedLoop>& loops) {
+    if (loops.empty()) return;
     const SweepAxes axes{loops.front().contours.front().front().start, AcGeVector2d(1.0, 0.0)};
     std::vector<LoopPiece> pieces;
     std::vector<MonotonePiece> own;
@@ -175,7 +176,9 @@ double reachOf(const HatchContour& contour) {
 // much to the left as to the right.
 bool isCrossed(const std::vector<HatchContour>& contours) {
     constexpr int lineCount = 61;
-    constexpr double nothing = 1e-10;
+    constexpr double nothing = 1e-10; // of the widest contour's reach
+    double reach = 0.0;
+    for (const HatchContour& contour : contours) reach = std::max(reach, reachOf(contour));
     const SweepAxes axes{contours.front().front().start, AcGeVector2d(0.8, 0.6)};
     std::vector<MonotonePiece> pieces;
     for (const HatchContour& contour : contours) appendMonotonePieces(contour, axes, pieces);
@@ -184,6 +187,7 @@ bool isCrossed(const std::vector<HatchContour>& contours) {
         low = std::min(low, piece.low);
         high = std::max(high, piece.high);
     }
+    if (high - low <= nothing * reach) return false;
     std::vector<double> crossings;
     for (int line = 0; line < lineCount; ++line) {
         const double height = low + (high - low) * (line + 0.5) / lineCount;
@@ -192,7 +196,7 @@ bool isCrossed(const std::vector<HatchContour>& contours) {
             if (piece.low <= height && height < piece.high) crossings.push_back(piece.abscissaAt(height));
         std::sort(crossings.begin(), crossings.end());
         for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
-            if (crossings[i + 1] - crossings[i] > nothing * (high - low)) return true;
+            if (crossings[i + 1] - crossings[i] > nothing * reach) return true;
     }
     return false;
 }
@@ -201,18 +205,20 @@ bool isCrossed(const std::vector<HatchContour>& contours) {
 
 HatchArea::HatchArea(const std::vector<HatchLoop>& loops, int style, double deviation) {
     std::vector<NestedLoop> nested;
+    bool hasTextbox = false;
     for (const HatchLoop& loop : loops) {
         NestedLoop made;
         made.contours = contoursOf(loop, deviation);
         made.isTextbox = (loop.type & kTextboxBit) != 0;
+        hasTextbox |= made.isTextbox;
         if (!made.contours.empty()) nested.push_back(std::move(made));
     }
-    if (nested.size() > 1) findDepths(nested);
-    for (NestedLoop& loop : nested) {
-        if (!isContour(loop, style)) continue;
-        for (HatchContour& contour : loop.contours) {
+    if (hasTextbox || style == kOuterStyle || style == kIgnoreStyle) findDepths(nested);
+    for (std::size_t i = 0; i < nested.size(); ++i) {
+        if (!isContour(nested[i], style)) continue;
+        for (HatchContour& contour : nested[i].contours) {
             m_contours.push_back(std::move(contour));
-            m_depths.push_back(loop.depth);
+            m_loops.push_back(i);
         }
     }
 }
@@ -243,9 +249,14 @@ bool HatchArea::isEmpty() const {
 }
 
 double HatchArea::area() const {
+    std::vector<NestedLoop> nested;
+    for (std::size_t i = 0; i < m_contours.size(); ++i) {
+        if (i == 0 || m_loops[i] != m_loops[i - 1]) nested.emplace_back();
+        nested.back().contours.push_back(m_contours[i]);
+    }
+    findDepths(nested);
     double sum = 0.0;
-    for (std::size_t i = 0; i < m_contours.size(); ++i)
-        sum += (m_depths[i] % 2 == 0 ? 1.0 : -1.0) * std::abs(signedArea(m_contours[i]));
+    for (const NestedLoop& loop : nested) sum += loop.depth % 2 == 0 ? loop.area : -loop.area;
     return sum;
 }
 

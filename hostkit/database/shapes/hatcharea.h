@@ -4,6 +4,7 @@
 
 #include "hatchloop.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace hostkit {
@@ -33,8 +34,8 @@ using HatchContour = std::vector<ContourPiece>;
 /// filled part is a hole, another one is left out. Flags of loops that say outermost are not looked at: they
 /// are wrong too often. Edges of a loop may run either way; where they leave gaps, and between the ends of an
 /// open loop, the contour has a segment. Lines and arcs, elliptic ones too, are kept as such; splines are cut
-/// into chords. Takes time for the pieces of the loops and, where there are several, for their crossings with
-/// one line a loop.
+/// into chords. Takes time for the pieces of the loops and, where depths matter, for their crossings with one
+/// line a loop.
 class HatchArea {
 public:
     /// `style` as AcDbHatch::HatchStyle. Chords of splines are no farther from them than `deviation`; 0
@@ -54,7 +55,7 @@ public:
 
 private:
     std::vector<HatchContour> m_contours;
-    std::vector<int> m_depths; ///< of the contours
+    std::vector<std::size_t> m_loops; ///< of the contours: a loop may have several
 };
 
 /// The area of a contour with the sign of its sense; splines count as they are, not as their chords.

@@ -121,11 +121,6 @@ void setSpline(const AcGeNurbCurve2d& curve, HatchEdge& edge) {
     }
 }
 
-bool crossesRayFrom(const AcGePoint2d& point, const AcGePoint2d& start, const AcGePoint2d& end) {
-    if ((start.y > point.y) == (end.y > point.y)) return false;
-    return point.x < start.x + (end.x - start.x) * (point.y - start.y) / (end.y - start.y);
-}
-
 } // namespace
 
 std::unique_ptr<AcGeCurve2d> curveOf(const HatchEdge& edge) {
@@ -198,35 +193,6 @@ bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge) {
     if (!isFinite(made)) return false;
     edge = std::move(made);
     return true;
-}
-
-double signedArea(const LoopCurves& curves) {
-    if (curves.empty()) return 0.0;
-    AcGeInterval interval;
-    AcGePoint2d origin, start, end;
-    curves.front()->getInterval(interval, origin, end);
-    double sum = 0.0;
-    for (const auto& curve : curves) {
-        curve->getInterval(interval, start, end);
-        double beyondChord = 0.0;
-        curve->area(interval.lowerBound(), interval.upperBound(), beyondChord);
-        sum += (start - origin).crossProduct(end - origin) / 2.0 + beyondChord;
-    }
-    return sum;
-}
-
-bool isInside(const LoopCurves& curves, const AcGePoint2d& point, double tolerance) {
-    bool inside = false;
-    AcGeInterval interval;
-    AcGePoint2dArray points;
-    AcGeDoubleArray parameters;
-    for (const auto& curve : curves) {
-        curve->getInterval(interval);
-        curve->getSamplePoints(interval.lowerBound(), interval.upperBound(), tolerance, points, parameters);
-        for (int i = 0; i + 1 < points.length(); ++i)
-            if (crossesRayFrom(point, points[i], points[i + 1])) inside = !inside;
-    }
-    return inside;
 }
 
 double reachAlong(const LoopCurves& curves, const AcGeVector2d& direction) {

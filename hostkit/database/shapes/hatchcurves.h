@@ -1,5 +1,5 @@
-// Hatch loops as curves: both ways between a loop's edges and geometry curves, boxes and areas; leaves out
-// patterns.
+// Hatch loops as curves: both ways between a loop's edges and geometry curves, boxes; leaves out
+// what is filled.
 #pragma once
 
 #include "gecurv2d.h"
@@ -21,11 +21,6 @@ LoopCurves curvesOf(const HatchLoop& loop);
 /// infinite values.
 bool edgeOf(const AcGeCurve2d& curve, HatchEdge& edge);
 
-/// Area with the sign of the sense, the chords and what lies between them and their curves.
-double signedArea(const LoopCurves& curves);
-/// Whether the point lies within the loop, by crossings with chords that are within `tolerance` of the
-/// curves.
-bool isInside(const LoopCurves& curves, const AcGePoint2d& point, double tolerance);
 /// The largest distance of the curves along the direction from the origin, negated for the smallest with the
 /// opposite direction. -infinity for no curves.
 double reachAlong(const LoopCurves& curves, const AcGeVector2d& direction);

@@ -14,6 +14,9 @@ constexpr double kLargest = 1e100;
 // Numbers of lines beyond this have no unit in the last place of their own.
 constexpr double kMostLineNumber = 4e15;
 
+/// Steps that may be made for a stroke, so that patterns of which next to nothing is drawn end too.
+constexpr double kStepsByStroke = 64.0;
+
 bool isUsable(double value) { return std::abs(value) < kLargest; } // false for what is no number
 
 bool isUsable(const HatchPatternLine& family) {
@@ -141,15 +144,18 @@ public:
         return m_lineCount > 0.0 ? m_lineCount * m_dashes.countIn(m_right - m_left) : 0.0;
     }
 
-    /// False where visit(from, to) said so or dashes are more than `limit` in one part of a line.
+    /// False where visit(stroke) said so, where dashes are more than `limit` in one part of a line, and when
+    /// `steps` are used up.
     template <class Visit>
-    bool run(double limit, const Visit& visit) {
+    bool run(double limit, double& steps, const Visit& visit) {
         std::size_t next = 0;
         for (double number = 0.0; next < m_pieces.size() || !m_active.empty(); number += 1.0) {
             if (m_active.empty()) number = m_pieces[next].first;
             std::erase_if(m_active, [&](const Crossing& c) { return m_pieces[c.piece].last <= number; });
             for (; next < m_pieces.size() && m_pieces[next].first == number; ++next)
                 m_active.push_back({next, 0.0});
+            steps -= 1.0 + static_cast<double>(m_active.size());
+            if (steps < 0.0) return false;
             cross(m_lines.height(number));
             if (!cutLine(number, limit, visit)) return false;
         }
@@ -168,15 +174,15 @@ private:
     };
 
     void add(const MonotonePiece& piece) {
-        const double first = m_lines.firstFrom(piece.low);
-        const double last = m_lines.firstFrom(piece.high);
-        m_isBeyond |= !(std::abs(first) < kMostLineNumber && std::abs(last) < kMostLineNumber);
-        if (m_isBeyond || first >= last) return;
         for (const double height : {piece.low, piece.high}) {
             const double at = piece.abscissaAt(height);
             m_left = std::min(m_left, at);
             m_right = std::max(m_right, at);
         }
+        const double first = m_lines.firstFrom(piece.low);
+        const double last = m_lines.firstFrom(piece.high);
+        m_isBeyond |= !(std::abs(first) < kMostLineNumber && std::abs(last) < kMostLineNumber);
+        if (m_isBeyond || first >= last) return;
         m_pieces.push_back({piece, first, last});
     }
 
@@ -238,6 +244,16 @@ private:
     bool m_isBeyond = false;
 };
 
+double pieceCount(const HatchArea& area) {
+    double count = 0.0;
+    for (const HatchContour& contour : area.contours()) count += static_cast<double>(contour.size());
+    return count;
+}
+
+double stepsFor(double limit) {
+    return kStepsByStroke * std::max(limit, static_cast<double>(kMostHatchStrokes));
+}
+
 } // namespace
 
 double spacingOf(const HatchPatternLine& line) {
@@ -251,12 +267,15 @@ Acad::ErrorStatus forEachStroke(const HatchArea& area, const std::vector<HatchPa
     if (families.empty() || !areUsable) return Acad::eInvalidInput;
     if (area.contours().empty()) return Acad::eOk;
     const auto most = static_cast<double>(limit);
+    const double pieces = pieceCount(area);
+    double steps = stepsFor(most);
     std::size_t count = 0;
     bool isEnded = false;
     for (const HatchPatternLine& family : families) {
         FamilySweep sweep(area, family);
-        if (sweep.lineCount() > most) return Acad::eOutOfRange;
-        const bool isWhole = sweep.run(most, [&](const HatchStroke& stroke) {
+        steps -= pieces;
+        if (sweep.lineCount() > most || steps < 0.0) return Acad::eOutOfRange;
+        const bool isWhole = sweep.run(most, steps, [&](const HatchStroke& stroke) {
             if (count == limit) return false;
             ++count;
             isEnded = !visit(stroke);
@@ -268,12 +287,16 @@ Acad::ErrorStatus forEachStroke(const HatchArea& area, const std::vector<HatchPa
 }
 
 double estimatedStrokes(const HatchArea& area, const std::vector<HatchPatternLine>& families) {
-    double sum = 0.0;
+    constexpr double unbounded = std::numeric_limits<double>::infinity();
+    double steps = stepsFor(0.0);
+    const double pieces = pieceCount(area);
+    double sum = families.empty() ? unbounded : 0.0;
     for (const HatchPatternLine& family : families) {
-        if (!isUsable(family)) return std::numeric_limits<double>::infinity();
+        steps -= pieces;
+        if (!isUsable(family) || steps < 0.0) return unbounded;
         if (!area.contours().empty()) sum += FamilySweep(area, family).estimate();
     }
-    return families.empty() ? std::numeric_limits<double>::infinity() : sum;
+    return sum;
 }
 
 } // namespace hostkit

@@ -34,9 +34,10 @@ double spacingOf(const HatchPatternLine& line);
 /// areas side by side have them once.
 ///
 /// eInvalidInput: no family, or one with values that are no numbers or beyond 1e100; nothing is visited.
-/// eOutOfRange: more than `limit` strokes; nothing is visited where the lines of a family alone would be too
-/// many, and never more than `limit`. eOk too where the visitor ended the walk. Takes time for the lines and
-/// their crossings with the contours, and memory for the contours alone.
+/// eOutOfRange: more than `limit` strokes, or so little drawn of so much that a stroke takes 64 steps; of a
+/// family whose lines alone would be too many nothing is visited, and never more than `limit` in all. eOk too
+/// where the visitor ended the walk. Takes time for the lines and their crossings with the contours, and
+/// memory for the contours alone.
 Acad::ErrorStatus forEachStroke(const HatchArea& area, const std::vector<HatchPatternLine>& families,
                                 std::size_t limit, const HatchStrokeVisitor& visit);
 

@@ -2,7 +2,7 @@
 // which are filled in one colour.
 #pragma once
 
-#include "hatchloop.h"
+#include "hatchlines.h"
 
 #include "gepnt2d.h"
 
@@ -13,22 +13,18 @@ class AcDbHatch;
 
 namespace hostkit {
 
-/// Of a hatch, in the coordinates of its normal. Curved edges are taken as chords within `tolerance`.
-///
-/// What is filled follows from how many loops a point lies in: an odd number (normal style), just one
-/// (outer), any (ignore).
+/// Of a hatch, in the coordinates of its normal. Splines are taken as chords within `tolerance`, and arcs too
+/// but for strokes. What is filled is HatchArea's to say.
 class HatchFigure {
 public:
     using Polygon = std::vector<AcGePoint2d>;
-    struct Stroke {
-        AcGePoint2d from;
-        AcGePoint2d to;
-    };
+    using Stroke = HatchStroke;
     /// Left and right at the bottom, left and right at the top: the order of a solid's corners.
     using Trapezoid = std::array<AcGePoint2d, 4>;
 
     HatchFigure(const AcDbHatch& hatch, double tolerance);
 
+    /// All loops, whatever the style.
     const std::vector<Polygon>& loops() const { return m_loops; }
     /// The dashes of all families of the pattern; a dot is a stroke without length. Empty where there would
     /// be more than `limit`, and for a pattern without lines.
@@ -40,7 +36,7 @@ public:
 private:
     struct Crossing {
         double at = 0.0;
-        std::size_t loop = 0;
+        std::size_t contour = 0;
         std::size_t edge = 0;
     };
     /// Two crossings between which is filled.
@@ -48,13 +44,12 @@ private:
         Crossing from;
         Crossing to;
     };
-    std::vector<Span> spansAt(const std::vector<Polygon>& loops, double height) const;
-    bool isFilled(const std::vector<bool>& isInside) const;
-    bool addFamily(const HatchPatternLine& family, std::size_t limit, std::vector<Stroke>& strokes) const;
+    std::vector<Span> spansAt(double height) const;
 
     std::vector<Polygon> m_loops;
+    HatchArea m_area;
+    std::vector<Polygon> m_contours; ///< of the area
     std::vector<HatchPatternLine> m_families;
-    int m_style = 0;
 };
 
 } // namespace hostkit
