@@ -5,6 +5,8 @@
 #include "svgpicture.h"
 
 #include <cmath>
+#include "letterface.h"
+
 #include <gtest/gtest.h>
 #include <numbers>
 #include <random>
@@ -147,8 +149,8 @@ TEST(Picture, TextReachesFromItsAnchor) {
     text.origin = AcGePoint3d(100, 50, 0);
     text.along = AcGeVector3d(4, 0, 0); // twice as wide as high
     text.up = AcGeVector3d(0, 2, 0);
-    text.runs.push_back({L"A text", 1.0, 0.0, 0, false, false, false, false, false, L""});
-    const double wide = estimatedWidth(L"A text") * 4;
+    text.runs.push_back({.text = L"A text"});
+    const double wide = hostkit::lineWidth(L"A text", hostkit::LetterFace::sans()) * 4;
     ASSERT_GT(wide, 0.0);
     using Anchor = PlacedText::Anchor;
     for (const auto& [anchor, before] :

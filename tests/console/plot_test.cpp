@@ -258,11 +258,12 @@ TEST_F(PlotTest, HatchesAreFilledLinedOrToned) {
     ASSERT_EQ(sink.fills.size(), 1u);
     EXPECT_EQ(sink.fills[0].opacity, 1.0);
     draw("", hatch("70\n0\n") + lines);
-    EXPECT_EQ(sink.clips, 1);
-    EXPECT_EQ(sink.strokes.size(), 11u);
+    EXPECT_EQ(sink.clips, 0) << "the lines end at the boundary by themselves";
+    ASSERT_EQ(sink.strokes.size(), 1u);
+    const auto& steps = sink.strokes[0].path.steps();
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), PicturePath::Step::move), 10);
     sink.pageScale = 0.1; // the lines are a tenth of a millimetre apart on paper
     draw("", hatch("70\n0\n") + lines);
-    EXPECT_EQ(sink.clips, 0);
     ASSERT_EQ(sink.fills.size(), 1u);
     EXPECT_LT(sink.fills[0].opacity, 1.0);
 }
