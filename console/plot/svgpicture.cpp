@@ -44,6 +44,24 @@ void appendDecimal(std::string& bytes, double value, int decimals) {
     bytes += number == "-0" ? "0" : number;
 }
 
+void appendThousandths(std::string& bytes, long long value) {
+    char text[24];
+    char* place = text + sizeof text;
+    const bool isNegative = value < 0;
+    auto rest = static_cast<unsigned long long>(isNegative ? -value : value);
+    unsigned decimals = static_cast<unsigned>(rest % 1000);
+    rest /= 1000;
+    if (decimals != 0) {
+        for (int i = 0; i < 3; ++i, decimals /= 10)
+            if (decimals % 10 != 0 || place != text + sizeof text) *--place = static_cast<char>('0' + decimals % 10);
+        *--place = '.';
+    }
+    do *--place = static_cast<char>('0' + rest % 10);
+    while ((rest /= 10) != 0);
+    if (isNegative) *--place = '-';
+    bytes.append(place, text + sizeof text);
+}
+
 // A line or a text in a light colour cannot be read on white: its luminance (ITU-R BT.709, linear light) is
 // brought down to a limit, its hue stays.
 constexpr double brightestLuminance = 0.4;
@@ -147,29 +165,62 @@ SvgPicture::SvgPicture(const PictureFrame& frame, const std::wstring& title)
 
 void SvgPicture::appendNumber(double value) { appendDecimal(m_body, value, 3); }
 
-void SvgPicture::appendPoint(const AcGePoint3d& point) {
+SvgPicture::PagePoint SvgPicture::onPage(const AcGePoint3d& point) const {
     // What shows the picture may count in single precision: far off the page a coordinate is cut.
     const double reach = pagesAround * (m_frame.width + m_frame.height);
-    appendNumber(std::clamp(pageX(point.x), -reach, reach));
+    const auto thousandths = [reach](double value) { return std::llround(std::clamp(value, -reach, reach) * 1000.0); };
+    return {thousandths(pageX(point.x)), thousandths(pageY(point.y))};
+}
+
+void SvgPicture::appendPoint(const PagePoint& point) {
+    appendThousandths(m_body, point.x);
     m_body += ' ';
-    appendNumber(std::clamp(pageY(point.y), -reach, reach));
+    appendThousandths(m_body, point.y);
+}
+
+void SvgPicture::appendLine(const PagePoint& from, const PagePoint& to) {
+    const long long across = to.x - from.x;
+    const long long down = to.y - from.y;
+    if (down == 0) {
+        m_body += 'h';
+        appendThousandths(m_body, across);
+    } else if (across == 0) {
+        m_body += 'v';
+        appendThousandths(m_body, down);
+    } else {
+        m_body += 'l';
+        appendThousandths(m_body, across);
+        if (down > 0) m_body += ' ';
+        appendThousandths(m_body, down);
+    }
 }
 
 bool SvgPicture::appendPath(const PicturePath& path) {
     if (path.isEmpty() || !isUsable(path)) return false;
     m_body += "<path d=\"";
     auto point = path.points().begin();
+    PagePoint last;
+    PagePoint start;
     for (const PicturePath::Step step : path.steps()) {
         if (step == PicturePath::Step::close) {
             m_body += 'Z';
+            last = start;
             continue;
         }
-        m_body += step == PicturePath::Step::move ? 'M' : step == PicturePath::Step::line ? 'L' : 'C';
+        if (step == PicturePath::Step::line) {
+            const PagePoint to = onPage(*point++);
+            appendLine(last, to);
+            last = to;
+            continue;
+        }
+        m_body += step == PicturePath::Step::move ? 'M' : 'C';
         const int count = step == PicturePath::Step::curve ? 3 : 1;
         for (int i = 0; i < count; ++i) {
             if (i) m_body += ' ';
-            appendPoint(*point++);
+            last = onPage(*point++);
+            appendPoint(last);
         }
+        if (step == PicturePath::Step::move) start = last;
     }
     m_body += '"';
     return true;
@@ -326,7 +377,7 @@ void SvgPicture::text(const PlacedText& text) {
         appendDecimal(m_body, entry, 6);
         m_body += ' ';
     }
-    appendPoint(text.origin);
+    appendPoint(onPage(text.origin));
     m_body += ")\"";
     if (text.anchor == PlacedText::Anchor::middle) m_body += " text-anchor=\"middle\"";
     if (text.anchor == PlacedText::Anchor::end) m_body += " text-anchor=\"end\"";

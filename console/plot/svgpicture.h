@@ -67,7 +67,14 @@ private:
     double pageX(double x) const { return (x - m_frame.originX) * m_frame.scale; }
     double pageY(double y) const { return m_frame.height - (y - m_frame.originY) * m_frame.scale; }
     void appendNumber(double value);
-    void appendPoint(const AcGePoint3d& point);
+    /// In thousandths of a millimetre.
+    struct PagePoint {
+        long long x = 0;
+        long long y = 0;
+    };
+    PagePoint onPage(const AcGePoint3d& point) const;
+    void appendPoint(const PagePoint& point);
+    void appendLine(const PagePoint& from, const PagePoint& to);
     bool appendPath(const hostkit::PicturePath& path);
     void appendRun(const hostkit::TextRun& run, double size, double& rise);
     void openGroup(const std::string& attributes);

@@ -80,7 +80,7 @@ double closestSpacing(const std::vector<hostkit::HatchPatternLine>& pattern) {
     return closest;
 }
 
-// The strokes of one hatch as one path where the device takes that, dots apart.
+// The strokes of one hatch, as one path where the device takes that.
 class StrokeCollector {
 public:
     StrokeCollector(AcGiWorldDraw& draw, const AcGeMatrix3d& plane, double elevation)
@@ -94,11 +94,11 @@ public:
 
     bool add(const hostkit::HatchStroke& stroke) {
         const AcGePoint3d ends[] = {at(stroke.from), at(stroke.to)};
-        if (stroke.isDot()) {
-            m_draw.geometry().rowOfDots(1, ends[0], AcGeVector3d());
-        } else if (m_paths) {
+        if (m_paths) {
             m_path.moveTo(ends[0]);
-            m_path.lineTo(ends[1]);
+            m_path.lineTo(ends[1]); // of a dot too, which is as broad as its line
+        } else if (stroke.isDot()) {
+            m_draw.geometry().rowOfDots(1, ends[0], AcGeVector3d());
         } else {
             m_draw.geometry().polyline(2, ends);
         }
