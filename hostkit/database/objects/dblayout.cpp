@@ -7,6 +7,8 @@
 #include "fieldtable.h"
 #include "ownederasure.h"
 
+#include <initializer_list>
+
 using namespace hostkit;
 
 HOSTKIT_KIT_CLASS(AcDbLayout, AcDbObject, L"LAYOUT")
@@ -72,49 +74,51 @@ struct AcDbLayout::Filing {
         }
     }
 
-    struct Real {
-        short code;
-        double value;
-    };
-    struct Integer {
-        short code;
-        Adesk::Int64 value;
-    };
+    /// Groups that a new record gets and one that was read without does not.
+    template <class Value>
+    static void writeStandard(AcDbDxfFiler& filer, std::initializer_list<short> codes, const Value& value) {
+        for (const short code : codes) {
+            filer.markOptional();
+            filer.writeItem(code, value);
+        }
+    }
 
     /// A page without a printer, as readers want to find one.
     static void writeStandardPlotSettings(AcDbDxfFiler& filer) {
-        for (const short code : {1, 2, 4, 6}) filer.writeText(code, code == 2 ? L"none_device" : L"");
-        for (short code = 40; code <= 49; ++code) filer.writeReal(code, 0.0);
-        constexpr Real reals[] = {{140, 0.0}, {141, 0.0}, {142, 1.0}, {143, 1.0}};
-        for (const Real& real : reals) filer.writeReal(real.code, real.value);
-        constexpr Integer integers[] = {{70, 688}, {72, 0}, {73, 0}, {74, 5}};
-        for (const Integer& integer : integers) filer.writeInteger(integer.code, integer.value);
-        filer.writeText(7, L"");
-        filer.writeInteger(75, 16);
-        filer.writeReal(147, 1.0);
-        filer.writeReal(148, 0.0);
-        filer.writeReal(149, 0.0);
+        writeStandard(filer, {1}, L"");
+        writeStandard(filer, {2}, L"none_device");
+        writeStandard(filer, {4, 6}, L"");
+        writeStandard(filer, {40, 41, 42, 43, 44, 45, 46, 47, 48, 49, 140, 141}, 0.0);
+        writeStandard(filer, {142, 143}, 1.0);
+        writeStandard(filer, {70}, 688);
+        writeStandard(filer, {72, 73}, 0);
+        writeStandard(filer, {74}, 5);
+        writeStandard(filer, {7}, L"");
+        writeStandard(filer, {75}, 16);
+        writeStandard(filer, {147}, 1.0);
+        writeStandard(filer, {148, 149}, 0.0);
     }
 
     /// Limits, insertion base, extents (empty) and coordinate system.
     static void writeStandardRest(AcDbDxfFiler& filer) {
         constexpr double far = 1e20;
-        filer.writeItem(10, AcGePoint2d(0.0, 0.0));
-        filer.writeItem(11, AcGePoint2d(12.0, 9.0));
-        filer.writeItem(12, AcGePoint3d(0.0, 0.0, 0.0));
-        filer.writeItem(14, AcGePoint3d(far, far, far));
-        filer.writeItem(15, AcGePoint3d(-far, -far, -far));
-        filer.writeReal(146, 0.0);
-        filer.writeItem(13, AcGePoint3d(0.0, 0.0, 0.0));
-        filer.writeItem(16, AcGePoint3d(1.0, 0.0, 0.0));
-        filer.writeItem(17, AcGePoint3d(0.0, 1.0, 0.0));
-        filer.writeInteger(76, 0);
+        writeStandard(filer, {10}, AcGePoint2d(0.0, 0.0));
+        writeStandard(filer, {11}, AcGePoint2d(12.0, 9.0));
+        writeStandard(filer, {12}, AcGePoint3d(0.0, 0.0, 0.0));
+        writeStandard(filer, {14}, AcGePoint3d(far, far, far));
+        writeStandard(filer, {15}, AcGePoint3d(-far, -far, -far));
+        writeStandard(filer, {146}, 0.0);
+        writeStandard(filer, {13}, AcGePoint3d(0.0, 0.0, 0.0));
+        writeStandard(filer, {16}, AcGePoint3d(1.0, 0.0, 0.0));
+        writeStandard(filer, {17}, AcGePoint3d(0.0, 1.0, 0.0));
+        writeStandard(filer, {76}, 0);
     }
 };
 
 Acad::ErrorStatus AcDbLayout::dxfInFields(AcDbDxfFiler* filer) {
     Acad::ErrorStatus status = AcDbObject::dxfInFields(filer);
-    if (status == Acad::eOk && filer->atSubclassData(L"AcDbPlotSettings"))
+    // Both parts have the name's code: a record without marks is the layout's alone.
+    if (status == Acad::eOk && filer->hasSubclassMarks() && filer->atSubclassData(L"AcDbPlotSettings"))
         status = Filing::readAll(*filer, m_plotSettings);
     if (status != Acad::eOk || !filer->atSubclassData(L"AcDbLayout")) return status;
     m_rest.clear();
@@ -136,7 +140,7 @@ Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeSubclassMark(L"AcDbLayout");
     const auto& [name, order, block] = Filing::groups;
     name.write(*this, name, *filer);
-    if (m_rest.isEmpty()) filer->writeInteger(70, 1);
+    if (m_rest.isEmpty()) Filing::writeStandard(*filer, {70}, 1);
     order.write(*this, order, *filer);
     if (m_rest.isEmpty())
         Filing::writeStandardRest(*filer);
