@@ -56,7 +56,6 @@ void placeAlong(ParagraphLayout& layout, const ParagraphFrame& frame) {
     layout.right = -layout.left;
     for (ParagraphLine& line : layout.lines) {
         if (line.isBlank()) continue;
-        line.column = columnOf(line.alignment, frame.column);
         const double shift = startOf(line, widest, frame.column) - line.left;
         for (ParagraphPiece& piece : line.pieces) piece.x += shift;
         line.left += shift;
@@ -93,6 +92,7 @@ ParagraphLayout laidOut(std::wstring_view contents, const ParagraphFrame& frame)
     ParagraphLayout layout;
     std::vector<double> heights;
     maker.finish(layout.lines, heights);
+    for (ParagraphLine& line : layout.lines) line.column = columnOf(line.alignment, frame.column);
     const bool isBlank = std::all_of(layout.lines.begin(), layout.lines.end(),
                                      [](const ParagraphLine& line) { return line.isBlank(); });
     placeDown(layout.lines, heights, frame);
