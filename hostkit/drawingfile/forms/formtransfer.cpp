@@ -92,9 +92,10 @@ void FormTransfer::readHeadOf(Record& record) const {
     }
 }
 
+// What stands before the first section is one, but a damaged record that lost its name is not.
 bool FormTransfer::isHolder(const Record& record) const {
     return record.kind == "SECTION" || record.kind == "ENDSEC" || record.kind == "TABLE" ||
-           record.kind == "ENDTAB" || record.kind == "EOF" || record.kind.empty();
+           record.kind == "ENDTAB" || record.kind == "EOF" || m_groups[record.first].code != 0;
 }
 
 bool FormTransfer::hasNoPlace(const Record& record) const {
