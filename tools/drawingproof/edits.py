@@ -20,7 +20,7 @@ Kinds without a class (motion.kind_of gives None: meshes, leaders, viewports, im
 motions; their extended data too.
 """
 
-from motion import Z_AXIS, Motion, kind_of, moved, normal_of, number, triple
+from motion import DIMENSIONS, Z_AXIS, Motion, kind_of, moved, normal_of, number, triple
 from names import R12_SPACES, is_entity, new_names, renamed, table_of
 from records import (FREE, GONE, About, Either, Expected, Loose, Name, Record, compare_groups, is_reference, plain_handle,
                      same_value)
@@ -106,11 +106,11 @@ class Move(Edit):
 
     def expected(self, drawing):
         result = []
-        pictures = {r.first(2, "").strip().casefold() for r in drawing.records if r.kind == "DIMENSION" and is_edited(r)}
+        pictures = {r.first(2, "").strip().casefold() for r in drawing.records if r.kind in DIMENSIONS and is_edited(r)}
         self.pictures = {name for name in pictures if name}
         for record in drawing.records:
             each = moved(record, self.motion) if is_edited(record) else None
-            if each and record.kind == "DIMENSION":
+            if each and record.kind in DIMENSIONS:
                 each.groups = [(c, FREE if c == 2 and v.strip() or c in (12, 22, 32) else v) for c, v in each.groups]
             result.append(each or Expected(record))
         return result
@@ -122,7 +122,7 @@ class Move(Edit):
         return None
 
     def judge_added(self, drawing, result, added, say):
-        shown = {r.first(2, "").strip().casefold() for r in result.records if r.kind == "DIMENSION"}
+        shown = {r.first(2, "").strip().casefold() for r in result.records if r.kind in DIMENSIONS}
         for record in added:
             name = record.container if record.section == "BLOCKS" else record.first(2, "")
             if record.kind in ("BLOCK", "ENDBLK", "BLOCK_RECORD") or record.section == "BLOCKS":
@@ -136,7 +136,7 @@ class Move(Edit):
         """A moved dimension shows what it showed, moved."""
         before, after = contents_by_block(drawing), contents_by_block(result)
         for expected, actual in pairs:
-            if expected.record.kind != "DIMENSION" or not is_edited(expected.record):
+            if expected.record.kind not in DIMENSIONS or not is_edited(expected.record):
                 continue
             old = before.get(expected.record.first(2, "").strip().casefold())
             if old is None:

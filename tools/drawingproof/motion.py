@@ -88,6 +88,7 @@ class Kind:
         self.lengths, self.angles, self.absent, self.part, self.tangents = set(lengths), set(angles), absent, part, set(tangents)
 
 
+DIMENSIONS = ("DIMENSION", "ARC_DIMENSION")
 TEXT = Kind(own=(10, 11), lengths=(39, 40), angles=(50,), absent=((50, 0.0),), part="AcDbText")
 KINDS = {
     "LINE": Kind(world=(10, 11), lengths=(39,)),
@@ -111,6 +112,7 @@ KINDS = {
                    absent=((41, 1.0), (42, 1.0), (43, 1.0), (50, 0.0)), part=("AcDbBlockReference", "AcDbMInsertBlock")),
     # Its group 12 is the place of its picture, which is judged with the picture.
     "DIMENSION": Kind(world=(10, 13, 14, 15), own=(11, 16), lengths=(40,)),
+    "ARC_DIMENSION": Kind(world=(10, 13, 14, 15, 16, 17), own=(11,)),
     "POLYLINE 2D": Kind(lengths=(39, 40, 41)),
     "VERTEX 2D": Kind(own=(10,), lengths=(40, 41), angles=(50,)),
     "POLYLINE 3D": Kind(),
@@ -338,11 +340,16 @@ def elevation_of_polyline(record):
 def move_dimension(writer, record, plane):
     groups, motion = writer.groups, writer.motion
     kind = record.integer(70) & 7
+    is_arc_length = record.kind == "ARC_DIMENSION"
+    part = ""
     end = end_of_own_groups(groups)
     present = {code for code, _ in groups[:end]}
     for index in range(end):
         code, value = groups[index]
-        if code == 42 and motion.scale != 1.0 and kind not in (2, 5):
+        part = value if code == 100 else part
+        if code in (40, 41) and part == "AcDbArcDimension" and not is_position_only(motion):
+            groups[index] = (code, About(math.radians(plane.angle(math.degrees(number(value)))), 1.0, 2 * math.pi))
+        if code == 42 and motion.scale != 1.0 and (is_arc_length or kind not in (2, 5)):
             writer.real(index, number(value) * motion.scale)
         if code == 50 and not is_position_only(motion) and kind in (0, 1):
             turned = About(plane.angle(number(value)), 1.0, 360.0)
@@ -527,7 +534,7 @@ def moved(record, motion):
         move_normal(writer)
     else:
         move_own_groups(writer, kind, record, plane, elevation)
-    if record.kind == "DIMENSION":
+    if record.kind in DIMENSIONS:
         move_dimension(writer, record, plane)
     add_defaults(writer, kind, record, plane)
     move_embedded_text(writer, record)

@@ -77,26 +77,16 @@ struct AcDbDimension::Filing {
             return L"AcDb3PointAngularDimension";
         case kOrdinate:
             return L"AcDbOrdinateDimension";
-        case kArcLength:
-            return L"AcDbArcDimension";
+        case kArcLength: // a class of its own
+            return nullptr;
         }
         return nullptr;
-    }
-
-    /// Of an arc length: its other groups have the codes of other types' values and another meaning.
-    static Acad::ErrorStatus readPoints(AcDbDimension& dimension, AcDbDxfFiler& filer) {
-        AcDbDxfGroup group;
-        Acad::ErrorStatus status = filer.readItem(group);
-        for (; status == Acad::eOk; status = filer.readItem(group))
-            if (!readPoint(dimension, group)) filer.rejectItem();
-        return status == Acad::eEndOfObject ? Acad::eOk : status;
     }
 
     static Acad::ErrorStatus readOfType(AcDbDimension& dimension, AcDbDxfFiler& filer) {
         const wchar_t* const mark = markOf(dimension.dimensionType());
         if (!mark || !filer.atSubclassData(mark)) return filer.filerStatus();
         const auto point = [&](const AcDbDxfGroup& group) { return readPoint(dimension, group); };
-        if (dimension.dimensionType() == kArcLength) return readPoints(dimension, filer);
         const Acad::ErrorStatus status = readFields(filer, ofType, dimension, point);
         if (status != Acad::eOk || dimension.dimensionType() != kRotated || !filer.hasSubclassMarks())
             return status;

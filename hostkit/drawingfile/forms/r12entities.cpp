@@ -7,6 +7,7 @@
 #include "db2dpolyline.h"
 #include "db3dpolyline.h"
 #include "dbaccess.h"
+#include "dbarcdimension.h"
 #include "dbblockreference.h"
 #include "dbellipse.h"
 #include "dbhatch.h"
@@ -22,6 +23,7 @@
 #include "dbtextstyletablerecord.h"
 #include "dbxline.h"
 #include "entitycoordinates.h"
+#include "movedblock.h"
 #include "paragraphlayout.h"
 
 #include "gecurv3d.h"
@@ -29,6 +31,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace hostkit {
 
@@ -154,7 +157,8 @@ bool R12Entities::isKept(const AcDbEntity& entity) {
     return !entity.isKindOf(AcDbPolyline::desc()) && !entity.isKindOf(AcDbEllipse::desc()) &&
            !entity.isKindOf(AcDbSpline::desc()) && !entity.isKindOf(AcDbMText::desc()) &&
            !entity.isKindOf(AcDbRay::desc()) && !entity.isKindOf(AcDbXline::desc()) &&
-           !entity.isKindOf(AcDbHatch::desc()) && !opaqueKindOf(entity);
+           !entity.isKindOf(AcDbHatch::desc()) && !entity.isKindOf(AcDbArcDimension::desc()) &&
+           !opaqueKindOf(entity);
 }
 
 double R12Entities::chordTolerance(const AcDbEntity& entity) const {
@@ -167,6 +171,7 @@ double R12Entities::chordTolerance(const AcDbEntity& entity) const {
 
 OlderEntities R12Entities::turn(const AcDbEntity& entity) const {
     OlderEntities result;
+    if (const auto* const dimension = AcDbArcDimension::cast(&entity)) return turnDimension(*dimension);
     if (const auto* const polyline = AcDbPolyline::cast(&entity))
         result = turnPolyline(*polyline);
     else if (const auto* const text = AcDbMText::cast(&entity))
@@ -284,6 +289,32 @@ OlderEntities R12Entities::turnToBlock(const DrawingRecord& record, bool isPlace
     const std::vector<AcGePoint3d> points = pointsIn(record, 10);
     const AcGePoint3d place = isPlaced && !points.empty() ? points.front() : AcGePoint3d::kOrigin;
     result.entities.push_back(std::make_unique<AcDbBlockReference>(place, block));
+    return result;
+}
+
+// What stands for the lines and letters of a dimension without a block has their looks.
+OlderEntities R12Entities::turnDimension(const AcDbArcDimension& dimension) const {
+    OlderEntities result{L"INSERT", {}};
+    const AcDbObjectId block = dimension.dimBlockId();
+    if (block.isResident() && !block.isErased()) {
+        const AcGePoint3d place = blockPlacement(dimension) * AcGePoint3d::kOrigin;
+        result.entities.push_back(std::make_unique<AcDbBlockReference>(place, block));
+        handOnLook(dimension, result);
+        return result;
+    }
+    result.kind = L"ARC";
+    AcDbVoidPtrArray parts;
+    (void)dimension.explode(parts);
+    for (int place = 0; place < parts.length(); ++place) {
+        std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[place]));
+        DatabaseAccess::setOwner(*part, dimension.ownerId());
+        OlderEntities older;
+        if (isKept(*part))
+            older.entities.push_back(std::move(part));
+        else
+            older = turn(*part);
+        std::move(older.entities.begin(), older.entities.end(), std::back_inserter(result.entities));
+    }
     return result;
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 class AcDbDatabase;
+class AcDbArcDimension;
 class AcDbCurve;
 class AcDbEllipse;
 class AcDbHatch;
@@ -36,7 +37,8 @@ struct OlderEntities {
 /// | paragraph | a TEXT for each line, codes taken out, broken at the box by reckoned widths; centred and
 /// right | | ones keep their anchor | | ray, xline | LINE, the part within the box of model space; left out
 /// where that is none | | hatch | LINEs of its pattern; a fill SOLIDs; over 20,000 of either, or without a
-/// pattern, closed POLYLINEs of | | its loops |
+/// pattern, closed POLYLINEs of | | its loops | | arc length dimension | INSERT of the block that shows it;
+/// without one, what its layout shows, in those kinds |
 class R12Entities {
 public:
     /// The drawing must outlive it.
@@ -55,6 +57,7 @@ private:
     OlderEntities turnText(const AcDbMText& text) const;
     OlderEntities turnUnbounded(const AcGePoint3d& base, const AcGeVector3d& direction, bool isRay) const;
     OlderEntities turnHatch(const AcDbHatch& hatch) const;
+    OlderEntities turnDimension(const AcDbArcDimension& dimension) const;
     OlderEntities turnOpaque(const AcDbEntity& entity) const;
     OlderEntities turnToBlock(const DrawingRecord& record, bool isPlaced) const;
 

@@ -58,6 +58,7 @@ constexpr Kind<Base> kindOf(std::string_view name) {
 constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbFace>("3DFACE"),
     kindOf<AcDbEntity, AcDbArc>("ARC"),
+    kindOf<AcDbEntity, AcDbArcDimension>("ARC_DIMENSION"),
     kindOf<AcDbEntity, AcDbAttributeDefinition>("ATTDEF"),
     kindOf<AcDbEntity, AcDbBlockBegin>("BLOCK"),
     kindOf<AcDbEntity, AcDbCircle>("CIRCLE"),

@@ -30,8 +30,6 @@ constexpr NamingGroup namingGroups[] = {
     {"TEXT", "AcDbText", 7, TableKind::kTextStyle},
     {"LEADER", "AcDbLeader", 3, TableKind::kDimStyle},
     {"TOLERANCE", "AcDbFcf", 3, TableKind::kDimStyle},
-    {"ARC_DIMENSION", "AcDbDimension", 2, TableKind::kBlock},
-    {"ARC_DIMENSION", "AcDbDimension", 3, TableKind::kDimStyle},
     {"LARGE_RADIAL_DIMENSION", "AcDbDimension", 2, TableKind::kBlock},
     {"LARGE_RADIAL_DIMENSION", "AcDbDimension", 3, TableKind::kDimStyle},
     {"ACAD_TABLE", "AcDbBlockReference", 2, TableKind::kBlock},
