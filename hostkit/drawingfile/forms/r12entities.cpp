@@ -22,6 +22,7 @@
 #include "dbtext.h"
 #include "dbtextstyletablerecord.h"
 #include "dbxline.h"
+#include "dimensionpicture.h"
 #include "entitycoordinates.h"
 #include "movedblock.h"
 #include "paragraphlayout.h"
@@ -303,10 +304,10 @@ OlderEntities R12Entities::turnDimension(const AcDbArcDimension& dimension) cons
         return result;
     }
     result.kind = L"ARC";
-    AcDbVoidPtrArray parts;
-    (void)dimension.explode(parts);
-    for (int place = 0; place < parts.length(); ++place) {
-        std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[place]));
+    DimensionPicture picture;
+    if (!layOutDimension(dimension, picture)) return result;
+    for (std::unique_ptr<AcDbEntity>& part : entitiesOf(dimension, picture, PieceUse::plotted)) {
+        takeLookOfBlock(*part, dimension);
         DatabaseAccess::setOwner(*part, dimension.ownerId());
         OlderEntities older;
         if (isKept(*part))

@@ -20,9 +20,10 @@ constexpr double sixth = std::numbers::pi / 6.0;
 // Of radius 5 about (10, 20), from 30 to 90 degrees. The first direction is told otherwise.
 std::string drawingWith(const std::string& blockName) {
     const std::string record =
-        group(0, "ARC_DIMENSION") + group(100, "AcDbEntity") + group(8, "0") + group(100, "AcDbDimension") +
-        (blockName.empty() ? "" : group(2, blockName)) +
-        groups({{10, "10.0"}, {20, "28.0"}, {30, "0.0"}, {70, "37"}, {100, "AcDbArcDimension"}}) +
+        group(0, "ARC_DIMENSION") + group(100, "AcDbEntity") + group(8, "Notes") +
+        group(100, "AcDbDimension") + (blockName.empty() ? "" : group(2, blockName)) +
+        groups(
+            {{10, "10.0"}, {20, "28.0"}, {12, "2.0"}, {22, "3.0"}, {70, "37"}, {100, "AcDbArcDimension"}}) +
         groups({{13, textOf(10.0 + 5.0 * std::cos(sixth))}, {23, textOf(20.0 + 5.0 * std::sin(sixth))}}) +
         groups({{14, "10.0"}, {24, "25.0"}, {15, "10.0"}, {25, "20.0"}, {70, "1"}, {40, "0.5"}}) +
         groups({{41, textOf(3.0 * sixth)}, {71, "1"}, {16, "7.0"}, {26, "8.0"}, {17, "0.0"}, {27, "0.0"}});
@@ -80,10 +81,13 @@ TEST(ArcLengthDimensions, R12HasWhatIsSeen) {
         const auto older = opened(saved(*opened(drawingWith(blockName)), DrawingVersion::kR12));
         std::set<std::wstring> kinds;
         for (const ListedEntity& each : listDrawing(*older).entities)
-            if (each.space == L"*Model_Space") kinds.insert(each.type);
+            if (each.space == L"*Model_Space") {
+                kinds.insert(each.type + L' ' + each.layer);
+                if (*blockName) EXPECT_EQ(each.vertices.at(0), (std::array{2.0, 3.0, 0.0, 0.0}));
+            }
         const std::set<std::wstring> wanted =
-            *blockName ? std::set<std::wstring>{L"INSERT"}
-                       : std::set<std::wstring>{L"ARC", L"LINE", L"POINT", L"SOLID", L"TEXT"};
+            *blockName ? std::set<std::wstring>{L"INSERT Notes"}
+                       : std::set<std::wstring>{L"ARC Notes", L"LINE Notes", L"SOLID Notes", L"TEXT Notes"};
         EXPECT_EQ(kinds, wanted) << blockName;
     }
 }
