@@ -20,7 +20,7 @@ constexpr double sixth = std::numbers::pi / 6.0;
 // Of radius 5 about (10, 20), from 30 to 90 degrees. The first direction is told otherwise.
 std::string drawingWith(const std::string& blockName) {
     const std::string record =
-        group(0, "ARC_DIMENSION") + group(100, "AcDbEntity") + group(8, "Notes") +
+        group(0, "ARC_DIMENSION") + groups({{100, "AcDbEntity"}, {8, "Notes"}, {62, "1"}}) +
         group(100, "AcDbDimension") + (blockName.empty() ? "" : group(2, blockName)) +
         groups(
             {{10, "10.0"}, {20, "28.0"}, {12, "2.0"}, {22, "3.0"}, {70, "37"}, {100, "AcDbArcDimension"}}) +
@@ -34,9 +34,12 @@ std::unique_ptr<AcDbDatabase> opened(const std::string& bytes) {
     return openDrawingFromMemory(bytes, L"arcs", nullptr, quietReading);
 }
 
+const AcDbBlockTableRecord& spaceOf(const AcDbDatabase& drawing) {
+    return *DatabaseAccess::objectOf<AcDbBlockTableRecord>(drawing.modelSpaceId());
+}
+
 AcDbArcDimension* dimensionOf(const AcDbDatabase& drawing) {
-    const auto* space = DatabaseAccess::objectOf<AcDbBlockTableRecord>(drawing.modelSpaceId());
-    return DatabaseAccess::objectOf<AcDbArcDimension>(space->entities().at(0));
+    return DatabaseAccess::objectOf<AcDbArcDimension>(spaceOf(drawing).entities().at(0));
 }
 
 } // namespace
@@ -79,6 +82,8 @@ TEST(ArcLengthDimensions, MovedOnesSaySoInEveryForm) {
 TEST(ArcLengthDimensions, R12HasWhatIsSeen) {
     for (const char* blockName : {"*D1", ""}) {
         const auto older = opened(saved(*opened(drawingWith(blockName)), DrawingVersion::kR12));
+        for (const AcDbObjectId id : spaceOf(*older).entities())
+            EXPECT_EQ(DatabaseAccess::objectOf<AcDbEntity>(id)->colorIndex(), 1);
         std::set<std::wstring> kinds;
         for (const ListedEntity& each : listDrawing(*older).entities)
             if (each.space == L"*Model_Space") {
@@ -98,8 +103,10 @@ TEST(ArcLengthDimensions, NewOnesAreAnnounced) {
     const AcGePoint3d centre, first(5.0, 0.0, 0.0), second(0.0, 5.0, 0.0), arc(6.0, 6.0, 0.0);
     appendToModelSpace(drawing, new AcDbArcDimension(centre, first, second, arc));
     appendToModelSpace(drawing, new AcDbArcDimension(centre, first, second, arc));
-    EXPECT_EQ(countOf(saved(drawing, DrawingVersion::k2018), "AcDbArcDimension"), 3u);
-    const auto again = opened(saved(drawing, DrawingVersion::k2018));
+    const std::string bytes = saved(drawing, DrawingVersion::k2018);
+    EXPECT_EQ(countOf(bytes, "AcDbArcDimension"), 3u);
+    EXPECT_EQ(countOf(bytes, group(90, "1025") + group(91, "2")), 1u);
+    const auto again = opened(bytes);
     EXPECT_EQ(countOf(saved(*again, fromFields), "AcDbArcDimension"), 3u);
     EXPECT_EQ(dimensionOf(*again)->arcEndParam(), 3.0 * sixth);
 }
