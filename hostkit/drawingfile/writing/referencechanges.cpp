@@ -21,6 +21,7 @@ struct NamingGroup {
     std::string_view mark;
     short code;
     TableKind kind;
+    bool isOwnName = false; ///< a class that reads the record has the new one
 };
 
 constexpr NamingGroup namingGroups[] = {
@@ -40,6 +41,9 @@ constexpr NamingGroup namingGroups[] = {
     {"ATTRIB", "", 7, TableKind::kTextStyle},
     {"ATTDEF", "", 7, TableKind::kTextStyle},
     {"MTEXT", "", 7, TableKind::kTextStyle},
+    // Where the block's beginning is damaged.
+    {"BLOCK", "", 2, TableKind::kBlock, true},
+    {"BLOCK", "", 3, TableKind::kBlock, true},
     {"MLINESTYLE", "AcDbMlineStyle", 6, TableKind::kLinetype},
     {"TABLESTYLE", "AcDbTableStyle", 7, TableKind::kTextStyle},
     {"LAYER_FILTER", "AcDbLayerFilter", 8, TableKind::kLayer},
@@ -91,7 +95,8 @@ const std::wstring* ReferenceChanges::newName(TableKind kind, std::wstring_view 
 
 std::optional<TableKind> ReferenceChanges::namedBy(std::string_view recordName, short code) {
     for (const NamingGroup& naming : namingGroups)
-        if (naming.mark.empty() && naming.code == code && naming.record == recordName) return naming.kind;
+        if (naming.mark.empty() && naming.code == code && naming.record == recordName && !naming.isOwnName)
+            return naming.kind;
     return {};
 }
 
