@@ -126,6 +126,10 @@ void PictureDraw::Geometry::fillPath(const PicturePath& path) const {
     m_owner.mark().fill(path, m_owner.look().rgb, 1.0);
 }
 
+void PictureDraw::Geometry::groundPath(const PicturePath& path, std::uint32_t rgb) const {
+    m_owner.mark().fill(path, rgb, 1.0);
+}
+
 void PictureDraw::Geometry::tonePath(const PicturePath& path) const {
     m_owner.mark().fill(path, m_owner.look().rgb, toneOfLines);
 }

@@ -85,6 +85,7 @@ private:
         AcGiSubEntityTraits& traits() const override { return m_owner.m_traits; }
         void strokePath(const hostkit::PicturePath& path, double width) const override;
         void fillPath(const hostkit::PicturePath& path) const override;
+        void groundPath(const hostkit::PicturePath& path, std::uint32_t rgb) const override;
         void tonePath(const hostkit::PicturePath& path) const override;
         void placeLetters(const hostkit::PlacedText& text) const override;
         void placeDot(const AcGePoint3d& point) const override;

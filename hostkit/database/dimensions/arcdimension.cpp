@@ -118,7 +118,8 @@ void ArcPieces::turnText(bool isInside) {
     m_rotation = textAngle(m_shape, m_variables, tangent, isLevel);
     constexpr double levelTolerance = 1e-9;
     const bool isForced = isLevel && std::abs(level.crossProduct(tangent)) > levelTolerance;
-    m_isOnArc = m_variables.dimtad == 0 || isForced;
+    const bool isTurned = m_sizes.isParted && m_shape.textRotation != 0.0;
+    m_isOnArc = m_sizes.isOnLine(m_variables) || isForced || isTurned;
 }
 
 // By the same rule as along a line, with lengths along the arc.
@@ -135,8 +136,7 @@ void ArcPieces::arrange() {
     for (int end = 0; end < 2; ++end) m_isInside[end] = sides.areArrowsInside != m_shape.isFlipped[end];
     if (!m_isTextInside && !m_shape.isTextPlaced) placeOutside();
     const AcGeVector2d reading = readingDirection(directionAt(m_textPlace).perpVector(), m_shape.horizontal);
-    constexpr int below = 4;
-    const double lift = m_isOnArc ? 0.0 : m_variables.dimtad == below ? -m_sizes.lift() : m_sizes.lift();
+    const double lift = m_isOnArc ? 0.0 : m_sizes.liftBy(m_variables);
     m_centre = m_shape.isTextPlaced ? m_shape.point(11) : at(m_textPlace) + reading.perpVector() * lift;
 }
 
@@ -242,7 +242,7 @@ void ArcPieces::arrow(int end) {
 // A half circle left of the text.
 void ArcPieces::arcSymbol() {
     if (m_shape.kind != DimensionKind::arcLength || m_variables.dimarcsym != 0 || !m_sizes.hasText) return;
-    const double height = 2.0 * m_sizes.halfHeight;
+    const double height = m_sizes.isParted ? m_sizes.textHeight : 2.0 * m_sizes.halfHeight;
     const double radius = 0.8 * height;
     const AcGeVector2d along = directionOf(m_rotation);
     const AcGePoint2d centre =

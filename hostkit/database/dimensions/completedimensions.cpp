@@ -1,12 +1,17 @@
 #include "completedimensions.h"
 
+#include "blockholding.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dbblocktable.h"
 #include "dbdimension.h"
 #include "dblayertable.h"
+#include "dbopen.h"
 #include "dimensionpicture.h"
 #include "newblock.h"
+
+#include <set>
+#include <utility>
 
 namespace hostkit {
 
@@ -21,8 +26,10 @@ private:
     static bool needsBlock(const AcDbObject& object);
     bool complete(AcDbDimension& dimension);
     void makeDefinitionLayer();
+    void eraseFormer();
 
     AcDbDatabase& m_database;
+    std::set<AcDbObjectId> m_former; ///< blocks that showed what has new ones
 };
 
 bool DimensionCompletion::needsBlock(const AcDbObject& object) {
@@ -65,7 +72,28 @@ bool DimensionCompletion::complete(AcDbDimension& dimension) {
     constexpr int ownBlock = 32; // of the type: nobody else shows the block
     dimension.m_type = static_cast<Adesk::Int16>(dimension.m_type | ownBlock);
     dimension.m_blockId = block;
+    const AcDbObjectId former = std::exchange(dimension.m_formerBlockId, AcDbObjectId());
+    const auto* const shown = DatabaseAccess::objectOf<AcDbBlockTableRecord>(former);
+    if (shown && former.database() == &m_database && !former.isErased() && shown->name().starts_with(L"*D"))
+        m_former.insert(former);
     return true;
+}
+
+// One walk for all of them. What is erased may be restored, and then shows its block again.
+void DimensionCompletion::eraseFormer() {
+    if (m_former.empty()) return;
+    DatabaseAccess::forEachObject(m_database, [this](AcDbObject& object) {
+        if ((object.objectId().stub()->flags & kStubTakenBack) != 0) return;
+        m_former.erase(shownBlock(object));
+        if (object.isKindOf(AcDbDimension::desc()))
+            m_former.erase(static_cast<const AcDbDimension&>(object).m_shownBlockId);
+    });
+    for (const AcDbObjectId former : m_former) {
+        AcDbObject* block = nullptr;
+        if (openPart(block, former) != Acad::eOk) continue;
+        (void)block->erase();
+        block->close();
+    }
 }
 
 int DimensionCompletion::run() {
@@ -76,6 +104,7 @@ int DimensionCompletion::run() {
     int made = 0;
     for (AcDbDimension* dimension : wanting)
         if (complete(*dimension)) ++made;
+    eraseFormer();
     return made;
 }
 

@@ -52,6 +52,8 @@ AcGePoint3d AcDbDimension::planePointOf(int code) const {
 }
 
 void AcDbDimension::dropBlock() {
+    const AcDbObjectId shown = m_blockId.isNull() ? m_shownBlockId : m_blockId;
+    if (!shown.isNull()) m_formerBlockId = shown;
     m_blockId.setNull();
     m_shownBlockId.setNull();
     m_wantsBlock = true;
@@ -223,6 +225,7 @@ Acad::ErrorStatus AcDbDimension::subClose() {
     hostkit::ChangeLog::of(*this).changing(*this);
     const AcDbObjectId earlier = std::exchange(m_shownBlockId, AcDbObjectId());
     m_blockId = hostkit::movedBlock(*this, earlier, m_blockMotion);
+    if (m_blockId.isNull()) m_wantsBlock = true;
     return status;
 }
 

@@ -34,7 +34,8 @@ enum class DimensionKind : unsigned char;
 ///
 /// A mirror, a block that holds what cannot be moved (records of unknown kinds), and every setter that gives
 /// points, normal, angle, text or style another value leave the dimension without a block until the drawing
-/// is saved: the old block would show what is not so any more.
+/// is saved: the old block would show what is not so any more. Where it was the dimension's own, the save
+/// erases it.
 class AcDbDimension : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbDimension)
 
@@ -110,7 +111,8 @@ public:
     /// They as a style of no drawing, which belongs to the caller.
     Acad::ErrorStatus getDimstyleData(AcDbDimStyleTableRecord*& record) const;
     /// What the record has otherwise than the dimension's style becomes the overrides, in place of the
-    /// earlier ones. eNullObjectPointer, eNotThatKindOfClass.
+    /// earlier ones; records of another drawing as in AcDbDatabase::setDimstyleData. eNullObjectPointer,
+    /// eNotThatKindOfClass, eKeyNotFound.
     Acad::ErrorStatus setDimstyleData(const AcDbDimStyleTableRecord* record);
     Acad::ErrorStatus setDimstyleData(AcDbObjectId record);
     /// Takes every override away.
@@ -200,6 +202,7 @@ private:
     // from there.
     AcDbObjectId m_shownBlockId;
     AcGeMatrix3d m_blockMotion;
+    AcDbObjectId m_formerBlockId; ///< showed the dimension before what is seen of it changed
     /// Owns the text that a getter gave.
     mutable std::wstring m_givenText;
 };

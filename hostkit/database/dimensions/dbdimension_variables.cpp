@@ -5,6 +5,7 @@
 #include "dbblocktablerecord.h"
 #include "dbdimstyletable.h"
 #include "dimensionoverrides.h"
+#include "dimensionrecords.h"
 
 using namespace hostkit;
 
@@ -120,7 +121,10 @@ Acad::ErrorStatus AcDbDimension::getDimstyleData(AcDbDimStyleTableRecord*& recor
 
 Acad::ErrorStatus AcDbDimension::setDimstyleData(const AcDbDimStyleTableRecord* record) {
     if (!record) return Acad::eNullObjectPointer;
-    const DimensionVariables wanted = record->variables();
+    DimensionVariables wanted = record->variables();
+    Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk && database()) status = takeIntoDrawing(*database(), wanted);
+    if (status != Acad::eOk) return status;
     const DimensionVariables own = styleVariables();
     GroupBlock data;
     if (const GroupBlock* const before = extendedData()) data = withoutOverrides(*before);

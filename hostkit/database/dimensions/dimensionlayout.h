@@ -49,7 +49,16 @@ struct DimensionWording {
     std::wstring contents; ///< empty: no text
     double height = 0.0;
     InkSize ink;
+    bool isParted = false; ///< \\X: the dimension line runs between two parts, or beside the only one
+    double offset = 0.0;   ///< of a parted one: how far its middle is above the dimension line
+    double lineSpacing = 1.0;
 };
+
+/// Takes \\X out of the contents: what stands before the first one comes above the dimension line, what stands
+/// behind it below, each `gap` away from the line; further ones end lines. The parts are one paragraph, whose
+/// lines are as far apart as that asks for (from 0.25 to 4 of the usual distance). A part of which nothing is
+/// seen leaves the other one alone on its side. Reckons the ink.
+void measureWording(DimensionWording& wording, AcDbObjectId textStyle, double gap);
 
 /// How a piece looks: which variables give its colour, lineweight and linetype.
 enum class PieceLook : unsigned char {

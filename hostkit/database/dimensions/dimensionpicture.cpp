@@ -10,6 +10,7 @@
 #include "dbpoint.h"
 #include "dbsolid.h"
 #include "dbtextstyletablerecord.h"
+#include "dimensionsizes.h"
 #include "entitycoordinates.h"
 
 namespace hostkit {
@@ -66,6 +67,7 @@ private:
     std::unique_ptr<AcDbEntity> makeTriangle(const DimensionPiece& piece) const;
     std::unique_ptr<AcDbEntity> makeInsert(const DimensionPiece& piece) const;
     std::unique_ptr<AcDbEntity> makeParagraph(const DimensionPiece& piece) const;
+    void setGround(AcDbMText& text) const;
     std::unique_ptr<AcDbEntity> makePoint(const DimensionPiece& piece) const;
     void dress(AcDbEntity& entity, PieceLook look) const;
     AcDbObjectId definitionLayer() const;
@@ -108,11 +110,25 @@ std::unique_ptr<AcDbEntity> EntityMaker::makeParagraph(const DimensionPiece& pie
     (void)text->setFlowDirection(AcDbMText::kLtoR);
     if (!m_picture.variables.dimtxsty.isNull()) (void)text->setTextStyle(m_picture.variables.dimtxsty);
     (void)text->setContents(m_picture.wording.contents.c_str());
+    (void)text->setLineSpacingFactor(m_picture.wording.lineSpacing);
+    setGround(*text);
     const AcGeVector2d along(std::cos(piece.startAngle), std::sin(piece.startAngle));
     constexpr double level = 1e-12;
     if (std::abs(along.y) > level || along.x < 0.0)
         (void)text->setDirection(toWorld(m_normal, AcGeVector3d(along.x, along.y, 0.0)));
     return text;
+}
+
+void EntityMaker::setGround(AcDbMText& text) const {
+    constexpr int drawingGround = 1;
+    constexpr double groundScale = 1.25;
+    const DimensionVariables& variables = m_picture.variables;
+    if (variables.dimtfill == 0) return;
+    AcCmColor color;
+    (void)color.setColorIndex(static_cast<Adesk::UInt16>(variables.dimtfillclr));
+    (void)text.setBackgroundFillColor(color);
+    (void)text.setUseBackgroundColor(variables.dimtfill == drawingGround);
+    (void)text.setBackgroundScaleFactor(groundScale);
 }
 
 // Each stands where the dimension has it, whatever its height above the plane.
@@ -222,8 +238,8 @@ bool layOutDimension(const AcDbDimension& dimension, DimensionPicture& picture) 
     picture.wording.height = textHeightOf(picture.variables);
     if (!(picture.wording.height > 0.0)) picture.wording.contents.clear();
     if (!picture.wording.contents.empty())
-        picture.wording.ink =
-            paragraphInk(picture.wording.contents, picture.wording.height, picture.variables.dimtxsty);
+        measureWording(picture.wording, picture.variables.dimtxsty,
+                       DimensionSizes(picture.variables, picture.wording).lineGap());
     return layOutDimension(picture.shape, picture.variables, arrowsOf(dimension, picture.variables),
                            picture.wording, picture.layout);
 }

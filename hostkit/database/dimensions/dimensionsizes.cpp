@@ -20,6 +20,16 @@ DimensionSizes::DimensionSizes(const DimensionVariables& variables, const Dimens
     halfWidth = 0.5 * wording.ink.width;
     halfHeight = 0.5 * wording.ink.height;
     hasText = !wording.contents.empty();
+    isParted = hasText && wording.isParted;
+    partOffset = wording.offset;
+}
+
+double DimensionSizes::liftBy(const DimensionVariables& variables) const {
+    constexpr int below = 4;
+    // Read the other way round, what is above in the text is below the line.
+    if (isParted) return variables.dimtxtdirection ? -partOffset : partOffset;
+    if (isOnLine(variables)) return 0.0;
+    return variables.dimtad == below ? -lift() : lift();
 }
 
 LineStretch stretchInText(const AcGePoint2d& start, const AcGeVector2d& direction,

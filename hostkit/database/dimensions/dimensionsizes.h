@@ -25,9 +25,18 @@ struct DimensionSizes {
     double halfWidth = 0.0;  ///< of the text
     double halfHeight = 0.0;
     bool hasText = false;
+    bool isParted = false;   ///< the line runs between two parts of the text
+    double partOffset = 0.0; ///< from there to the text's middle, upwards
 
+    /// Between the dimension line and a text beside it.
+    double lineGap() const { return isFramed ? 2.0 * gap : gap; }
     /// From the dimension line to the middle of a text that stands beside it.
-    double lift() const { return (isFramed ? 2.0 * gap : gap) + halfHeight; }
+    double lift() const { return lineGap() + halfHeight; }
+    /// The text breaks the line, if it is turned as the line is.
+    bool isOnLine(const DimensionVariables& variables) const { return !isParted && variables.dimtad == 0; }
+    /// From the line to the middle of a text that is turned as the line is, upwards; dimtad says on which
+    /// side it stands.
+    double liftBy(const DimensionVariables& variables) const;
 };
 
 /// Part of a straight line, by the distance from its start.

@@ -94,7 +94,8 @@ struct DimensionVariables {
     Adesk::Int16 dimlwe = -2;
 
     /// What lengths are multiplied by. A style that takes its scale from the layout has it as an override of
-    /// each dimension; where there is none it is 1.
+    /// each dimension; where there is none it is 1, also for styles that are marked as annotative: no drawing
+    /// at hand shows what a current annotation scale makes of a block, so it has no part here.
     double scale() const { return dimscale == 0.0 ? 1.0 : dimscale; }
 };
 

@@ -11,7 +11,7 @@ constexpr double breakingOffset = 0.7;
 // Of a text that dimtmove lets stand beside its place: how far its leader rises, in text heights.
 constexpr double leaderRise = 2.27;
 
-enum Place : int { centredPlace = 0, abovePlace = 1, outerPlace = 2, japanesePlace = 3, belowPlace = 4 };
+enum Place : int { centredPlace = 0, outerPlace = 2, japanesePlace = 3 };
 
 /// The steps from the variables to an arrangement.
 class Arranging {
@@ -58,8 +58,9 @@ void Arranging::turnText(bool isInside) {
     m_result.isTextHorizontal = isLevel;
     m_result.rotation = textAngle(m_shape, m_variables, m_frame.along, isLevel);
     const bool isForced = isLevel && m_isInclined;
-    m_result.isTextOnLine =
-        isForced || (m_variables.dimtad == centredPlace && std::abs(m_variables.dimtvp) < breakingOffset);
+    const bool isTurned = m_sizes.isParted && m_shape.textRotation != 0.0;
+    m_result.isTextOnLine = isForced || isTurned ||
+                            (m_sizes.isOnLine(m_variables) && std::abs(m_variables.dimtvp) < breakingOffset);
     m_result.halfExtent = halfExtentOnLine(0.0);
 }
 
@@ -103,20 +104,12 @@ void Arranging::chooseByRoom() {
 
 // From the line to the text's middle, upwards.
 double Arranging::acrossLine() const {
-    const double lift = m_sizes.lift();
-    switch (m_variables.dimtad) {
-    case centredPlace:
-        return m_variables.dimtvp * m_sizes.textHeight;
-    case outerPlace: {
-        double side = (m_frame.feet[0] - m_frame.origins[0]).dotProduct(m_frame.up);
-        if (side == 0.0) side = (m_frame.feet[1] - m_frame.origins[1]).dotProduct(m_frame.up);
-        return side < 0.0 ? -lift : lift;
-    }
-    case belowPlace:
-        return -lift;
-    default:
-        return lift;
-    }
+    if (m_sizes.isParted) return m_result.isTextOnLine ? 0.0 : m_sizes.liftBy(m_variables);
+    if (m_variables.dimtad == centredPlace) return m_variables.dimtvp * m_sizes.textHeight;
+    if (m_variables.dimtad != outerPlace) return m_sizes.liftBy(m_variables);
+    double side = (m_frame.feet[0] - m_frame.origins[0]).dotProduct(m_frame.up);
+    if (side == 0.0) side = (m_frame.feet[1] - m_frame.origins[1]).dotProduct(m_frame.up);
+    return side < 0.0 ? -m_sizes.lift() : m_sizes.lift();
 }
 
 void Arranging::placeInside() {

@@ -16,9 +16,8 @@ bool layOutOrdinate(const DimensionShape& shape, const DimensionVariables& varia
     const AcGeVector2d run = way.dotProduct(axis) < 0.0 ? -axis : axis;
     const double aside = way.dotProduct(across);
     const AcGeVector2d up = axis.perpVector();
-    const bool isOnLine = variables.dimtad == 0;
-    constexpr int below = 4;
-    const double lift = isOnLine ? 0.0 : variables.dimtad == below ? -sizes.lift() : sizes.lift();
+    const bool isOnLine = sizes.isOnLine(variables);
+    const double lift = sizes.liftBy(variables);
     const double textReach = sizes.gap + 2.0 * sizes.halfWidth;
     const AcGePoint2d last = isOnLine || !sizes.hasText ? end : end + run * textReach;
     const AcGePoint2d start = feature + run * sizes.offset;

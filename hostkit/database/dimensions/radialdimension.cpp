@@ -62,13 +62,16 @@ bool RadialPieces::standsInside() const {
 void RadialPieces::writeLevel() {
     const bool isInside = standsInside();
     const AcGeVector2d way = isInside ? -m_outward : m_outward;
-    const double landing = m_sizes.arrow;
     const AcGeVector2d upward = m_level.perpVector();
+    const AcGeVector2d raise = upward * (m_sizes.isParted ? m_sizes.liftBy(m_variables) : 0.0);
+    const double landing = m_sizes.arrow;
+    // A line between two parts runs on to their far end.
+    const double landingEnd = landing + (m_sizes.isParted ? m_sizes.gap + 2.0 * m_sizes.halfWidth : 0.0);
     const double climb = way.dotProduct(upward);
     double leg = cut() + m_sizes.arrow;
     double side = way.dotProduct(m_level) < 0.0 ? -1.0 : 1.0;
     if (m_shape.isTextPlaced) {
-        const AcGeVector2d toText = m_shape.point(11) - m_tip;
+        const AcGeVector2d toText = m_shape.point(11) - raise - m_tip;
         constexpr double level = 1e-6;
         const double reach = std::abs(climb) > level ? toText.dotProduct(upward) / climb
                                                      : std::abs(toText.dotProduct(m_level)) - landing -
@@ -78,14 +81,14 @@ void RadialPieces::writeLevel() {
     }
     const AcGePoint2d knee = m_tip + way * leg;
     m_place = m_shape.isTextPlaced ? m_shape.point(11)
-                                   : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth));
+                                   : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth)) + raise;
     m_rotation = m_shape.horizontal;
     const bool arrowsStay = !isInside && m_isDiameter && m_variables.dimatfit == 2;
     if (arrowsStay)
         m_writer.line(PieceLook::dimensionLine, m_shape.point(10) + m_outward * cut(),
                       m_tip - m_outward * cut());
     m_writer.line(PieceLook::dimensionLine, m_tip + way * (arrowsStay ? 0.0 : cut()), knee);
-    m_writer.line(PieceLook::dimensionLine, knee, knee + m_level * (side * landing));
+    m_writer.line(PieceLook::dimensionLine, knee, knee + m_level * (side * landingEnd));
     if (arrowsStay) m_writer.arrow(1, m_shape.point(10), -m_outward, upward);
     m_writer.arrow(0, m_tip, arrowsStay ? m_outward : -way, upward);
     text();
@@ -101,12 +104,12 @@ void RadialPieces::writeAlong() {
     const AcGeVector2d reading = readingDirection(m_outward, m_shape.horizontal);
     const AcGeVector2d up = reading.perpVector();
     m_rotation = angleOf(reading);
-    const bool isOnLine = m_variables.dimtad == 0;
+    const bool isOnLine = m_sizes.isOnLine(m_variables);
     const double half = m_sizes.halfWidth + m_sizes.gap;
     double place = 2.0 * m_sizes.arrow + half;
     if (m_shape.isTextPlaced) place = (m_shape.point(11) - m_tip).dotProduct(way);
     // A user places it along the line; beside the line it stands by the style.
-    m_place = m_tip + way * place + up * (isOnLine ? 0.0 : m_sizes.lift());
+    m_place = m_tip + way * place + up * m_sizes.liftBy(m_variables);
     const double end = std::max(cut() + m_sizes.arrow, isOnLine ? place - half : place + half);
     m_writer.line(PieceLook::dimensionLine, m_tip + way * cut(), m_tip + way * end);
     text();
@@ -122,8 +125,9 @@ void RadialPieces::writeBetween() {
     const AcGeVector2d up = reading.perpVector();
     m_rotation = m_variables.dimtih ? m_shape.horizontal : angleOf(reading);
     const bool isInclined = std::abs(m_level.crossProduct(m_outward)) > 1e-9;
-    const bool isOnLine = m_variables.dimtad == 0 || (m_variables.dimtih && isInclined);
-    m_place = m_shape.isTextPlaced ? m_shape.point(11) : m_centre + up * (isOnLine ? 0.0 : m_sizes.lift());
+    const bool isForced = m_variables.dimtih && isInclined;
+    const bool isOnLine = m_sizes.isOnLine(m_variables) || isForced;
+    m_place = m_shape.isTextPlaced ? m_shape.point(11) : m_centre + up * (isForced ? 0.0 : m_sizes.liftBy(m_variables));
     const AcGePoint2d from = m_shape.point(10) + m_outward * cut();
     const AcGePoint2d to = m_tip - m_outward * cut();
     LineStretch gap;

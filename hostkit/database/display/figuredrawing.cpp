@@ -44,6 +44,13 @@ void drawCorners(AcGiWorldDraw& draw, const Figure& figure) {
 
 void drawParagraph(AcGiWorldDraw& draw, const AcDbMText& text) {
     const hostkit::PlacedParagraph paragraph = hostkit::placedParagraph(text);
+    const auto* geometry = dynamic_cast<const PathGeometry*>(&draw.geometry());
+    if (geometry && !paragraph.ground.empty()) {
+        PicturePath ground;
+        for (const AcGePoint3d& corner : paragraph.ground) ground.lineTo(corner);
+        ground.close();
+        geometry->ground(ground, paragraph.groundRgb);
+    }
     for (const hostkit::PlacedText& line : paragraph.texts)
         drawLetters(draw, line, text.normal(), text.textStyle());
     for (const hostkit::PlacedParagraph::Bar& bar : paragraph.bars) {

@@ -83,6 +83,12 @@ void PathGeometry::tone(const PicturePath& path) const {
     tonePath(moved);
 }
 
+void PathGeometry::ground(const PicturePath& path, std::uint32_t rgb) const {
+    PicturePath moved = path;
+    moved.transformBy(m_toWorld);
+    groundPath(moved, rgb);
+}
+
 bool PathGeometry::wantsTone(double spacing) const { return areTooClose(spacing * lengthScale(m_toWorld)); }
 
 void PathGeometry::letters(const PlacedText& text) const {

@@ -6,6 +6,7 @@
 #include "picturepath.h"
 #include "placedtext.h"
 
+#include <cstdint>
 #include <vector>
 
 class AcGiSubEntityTraits;
@@ -24,6 +25,8 @@ public:
     void path(const PicturePath& path) const;
     void area(const PicturePath& path) const;
     void letters(const PlacedText& text) const;
+    /// Hides what was drawn before, in the colour of the ground, 0xRRGGBB.
+    void ground(const PicturePath& path, std::uint32_t rgb) const;
     /// True where lines that far apart, in those coordinates, would run into each other: then tone() stands
     /// for them.
     bool wantsTone(double spacing) const;
@@ -101,6 +104,7 @@ protected:
     virtual void strokePath(const PicturePath& path, double width) const = 0;
     /// Inside by the even-odd rule.
     virtual void fillPath(const PicturePath& path) const = 0;
+    virtual void groundPath(const PicturePath& path, std::uint32_t rgb) const = 0;
     virtual void tonePath(const PicturePath& path) const = 0;
     virtual void placeLetters(const PlacedText& text) const = 0;
     virtual void placeDot(const AcGePoint3d& point) const = 0;

@@ -177,6 +177,7 @@ public:
     PlacedParagraph placed() {
         const ParagraphLayout layout = m_text.layout();
         const double top = m_text.topOf(layout);
+        placeGround();
         for (const ParagraphLine& line : layout.lines)
             if (!line.isBlank()) place(line, top + line.base);
         return std::move(m_placed);
@@ -197,6 +198,16 @@ private:
                 for (const ParagraphPiece& piece : segment) text.fitLength += piece.width;
             if (!text.runs.empty()) m_placed.texts.push_back(std::move(text));
         }
+    }
+
+    void placeGround() {
+        constexpr std::uint32_t paper = 0xFFFFFF;
+        AcGePoint3d corners[4];
+        if (!m_text.groundBox(corners)) return;
+        m_placed.ground.assign(std::begin(corners), std::end(corners));
+        const AcCmColor color = m_text.backgroundFillColor();
+        const bool isOwn = color.isByColor() || color.isByACI();
+        m_placed.groundRgb = m_text.useBackgroundColorOn() ? paper : isOwn ? color.rgb() : m_rgb;
     }
 
     PlacedText textOf(const Segment& segment, double base) const {

@@ -27,13 +27,16 @@ struct PlacedParagraph {
         std::uint32_t rgb;
         bool hasOwnColor; ///< else that of the text
     };
+    /// What hides what was drawn before, from corner to corner; none: empty.
+    std::vector<AcGePoint3d> ground;
+    std::uint32_t groundRgb = 0;
     std::vector<PlacedText> texts;
     std::vector<Bar> bars; ///< of stacked fractions
 };
 
 /// Lines as AcDbMText::layout() has them. A line of one width factor and slant without a stack is one text at
 /// what it is aligned by, so that another face leaves it in its place; the parts of others fill the widths
-/// that the layout gives them.
+/// that the layout gives them. The drawing's background is the white of paper.
 PlacedParagraph placedParagraph(const AcDbMText& text);
 
 /// The runs of the visible letters of one line; `family` where nothing else is said.

@@ -16,6 +16,7 @@ class AcDbBlockTable;
 class AcDbTransactionManager;
 class AcDbDictionary;
 class AcDbDimStyleTable;
+class AcDbDimStyleTableRecord;
 class AcDbLayerTable;
 class AcDbLinetypeTable;
 class AcDbRegAppTable;
@@ -136,6 +137,15 @@ public:
     Acad::ErrorStatus setTextstyle(AcDbObjectId style);
     AcDbObjectId dimstyle() const;
     Acad::ErrorStatus setDimstyle(AcDbObjectId style);
+    /// The variables of dimensions as the header has them, and as the current style has them where the header
+    /// does not or has a value that cannot be; as a style of no drawing, which belongs to the caller.
+    Acad::ErrorStatus getDimstyleData(AcDbDimStyleTableRecord*& record) const;
+    /// What the record has otherwise goes into the header; the current style stays as it is. Records of
+    /// another drawing stand for those of this one that have their names; a standing arrow is made where it
+    /// is missing. eNullObjectPointer; eNotThatKindOfClass; eKeyNotFound: no record of that name, and nothing
+    /// is set.
+    Acad::ErrorStatus setDimstyleData(const AcDbDimStyleTableRecord* record);
+    Acad::ErrorStatus setDimstyleData(AcDbObjectId record);
     AcCmColor cecolor() const;
     Acad::ErrorStatus setCecolor(const AcCmColor& color);
     AcDb::LineWeight celweight() const;

@@ -23,6 +23,8 @@ namespace {
 constexpr double kSmallestLineSpacing = 0.25;
 constexpr double kLargestLineSpacing = 4.0;
 constexpr Adesk::Int16 kExactSpacing = 2;
+constexpr double kSmallestGround = 1.0;
+constexpr double kLargestGround = 5.0;
 
 // Columns from left to right, then rows from the top.
 int placeOf(Adesk::Int16 attachment) {
@@ -137,17 +139,53 @@ double AcDbMText::topOf(const hostkit::ParagraphLayout& layout) const {
 double AcDbMText::actualWidth() const { return layout().width(); }
 double AcDbMText::actualHeight() const { return layout().height; }
 
-bool AcDbMText::letterBox(AcGePoint3d (&corners)[4]) const {
+Acad::ErrorStatus AcDbMText::setBackgroundFill(bool isOn) {
+    if (isOn == backgroundFillOn()) return assertWriteEnabled();
+    return setFlag(*this, m_ground, isOn ? colorGround : colorGround | drawingGround, isOn);
+}
+
+Acad::ErrorStatus AcDbMText::setUseBackgroundColor(bool isUsed) {
+    const int chosen = isUsed ? drawingGround : colorGround;
+    return assignField(*this, m_ground, (m_ground & ~(colorGround | drawingGround)) | chosen);
+}
+
+AcCmColor AcDbMText::backgroundFillColor() const {
+    AcCmColor color;
+    if (m_groundRgb == noRgb) {
+        (void)color.setColorIndex(static_cast<Adesk::UInt16>(m_groundColor));
+        return color;
+    }
+    const auto part = [this](int shift) { return static_cast<Adesk::UInt8>(m_groundRgb >> shift); };
+    color.setRGB(part(16), part(8), part(0));
+    return color;
+}
+
+Acad::ErrorStatus AcDbMText::setBackgroundFillColor(const AcCmColor& color) {
+    const auto rgb = static_cast<Adesk::Int32>(color.rgb());
+    const Acad::ErrorStatus status = assignField(*this, m_groundRgb, color.isByColor() ? rgb : noRgb);
+    if (status == Acad::eOk) m_groundColor = static_cast<Adesk::Int16>(color.colorIndex());
+    return status;
+}
+
+Acad::ErrorStatus AcDbMText::setBackgroundScaleFactor(double factor) {
+    return assignIf(factor >= kSmallestGround && factor <= kLargestGround, *this, m_groundScale, factor);
+}
+
+bool AcDbMText::groundBox(AcGePoint3d (&corners)[4]) const {
+    return backgroundFillOn() && boxAround((m_groundScale - 1.0) * m_textHeight, corners);
+}
+
+bool AcDbMText::boxAround(double margin, AcGePoint3d (&corners)[4]) const {
     const hostkit::ParagraphLayout layout = this->layout();
     if (!(layout.width() > 0.0)) return false;
     const AcGeVector3d x = direction();
     const AcGeVector3d y = m_normal.crossProduct(x);
     const double top = topOf(layout);
     const auto at = [&](double along, double up) { return m_location + x * along + y * up; };
-    corners[0] = at(layout.left, top);
-    corners[1] = at(layout.right, top);
-    corners[2] = at(layout.right, top - layout.height);
-    corners[3] = at(layout.left, top - layout.height);
+    corners[0] = at(layout.left - margin, top + margin);
+    corners[1] = at(layout.right + margin, top + margin);
+    corners[2] = at(layout.right + margin, top - layout.height - margin);
+    corners[3] = at(layout.left - margin, top - layout.height - margin);
     return true;
 }
 
@@ -202,6 +240,10 @@ struct AcDbMText::Filing {
         normalField<&AcDbMText::m_normal>(),
         integerField<&AcDbMText::m_lineSpacingStyle>(73, 1),
         realField<&AcDbMText::m_lineSpacingFactor>(44, 1.0),
+        integerField<&AcDbMText::m_ground>(90, 0),
+        integerField<&AcDbMText::m_groundColor>(63, AcCmEntityColor::kACIbyLayer),
+        integerField<&AcDbMText::m_groundRgb>(421, noRgb),
+        realField<&AcDbMText::m_groundScale>(45, usualGroundScale),
     };
     static constexpr short partCode = 3;
     static constexpr short styleCode = 7;
@@ -256,8 +298,8 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
     filer->writeSubclassMark(L"AcDbMText");
-    const auto& [location, height, width, boxHeight, attachment, flow, style, normal, spacing, factor] =
-        Filing::head;
+    const auto& [location, height, width, boxHeight, attachment, flow, style, normal, spacing, factor, ground,
+                 groundColor, groundRgb, groundScale] = Filing::head;
     for (const auto* field : {&location, &height, &width, &boxHeight, &attachment, &flow})
         field->write(*this, *field, *filer);
     Filing::writeContents(m_contents, *filer);
@@ -268,6 +310,11 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     if (m_hasDirection) filer->writeItem(Filing::directionCode, m_direction);
     for (const auto* field : {&spacing, &factor}) {
         filer->markSince(AcDb::kDHL_1015);
+        field->write(*this, *field, *filer);
+    }
+    for (const auto* field : {&ground, &groundColor, &groundRgb, &groundScale}) {
+        if (!backgroundFillOn()) filer->markDefault();
+        filer->markSince(AcDb::kDHL_1018);
         field->write(*this, *field, *filer);
     }
     writeEmbedded(*filer, *this);

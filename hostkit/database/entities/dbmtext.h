@@ -1,6 +1,7 @@
-// Stand-in for the host's AcDbMText. Covers contents, box, attachment and the layout of lines; leaves out columns and writing from top to bottom.
+// Stand-in for the host's AcDbMText. Covers contents, box, attachment, the layout of lines and what fills the ground behind them; leaves out columns and writing from top to bottom.
 #pragma once
 
+#include "dbcolor.h"
 #include "dbent.h"
 
 #include <string>
@@ -69,6 +70,21 @@ public:
     double lineSpacingFactor() const { return m_lineSpacingFactor; }
     /// eInvalidInput outside 0.25 to 4.
     Acad::ErrorStatus setLineSpacingFactor(double factor);
+    /// Something hides what was drawn before it around the letters: the drawing's background or a colour.
+    bool backgroundFillOn() const { return (m_ground & (colorGround | drawingGround)) != 0; }
+    /// Off, or filled with the colour unless the drawing's background was chosen.
+    Acad::ErrorStatus setBackgroundFill(bool isOn);
+    bool useBackgroundColorOn() const { return (m_ground & drawingGround) != 0; }
+    /// The drawing's background, or the colour. Fills.
+    Acad::ErrorStatus setUseBackgroundColor(bool isUsed);
+    AcCmColor backgroundFillColor() const;
+    Acad::ErrorStatus setBackgroundFillColor(const AcCmColor& color);
+    /// What is filled goes beyond the letters by the text's height times the factor less 1.
+    double backgroundScaleFactor() const { return m_groundScale; }
+    /// eInvalidInput outside 1 to 5.
+    Acad::ErrorStatus setBackgroundScaleFactor(double factor);
+    /// The corners of what is filled, as those of letterBox; false where nothing is.
+    bool groundBox(AcGePoint3d (&corners)[4]) const;
     /// Of what is seen: from the leftmost to the rightmost letter edge, and from the top of the first line to
     /// the lowest tail of the last one. 0 without a letter.
     double actualWidth() const;
@@ -79,7 +95,7 @@ public:
     double topOf(const hostkit::ParagraphLayout& layout) const;
     /// The corners of the box in the world, around it from the left top one; false for a paragraph of which
     /// nothing is seen.
-    bool letterBox(AcGePoint3d (&corners)[4]) const;
+    bool letterBox(AcGePoint3d (&corners)[4]) const { return boxAround(0.0, corners); }
     /// A text for each run of letters of one look, and a line for the bar of each stack (paragraphparts.h).
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 
@@ -100,7 +116,17 @@ private:
     /// images are.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
 
+    bool boxAround(double margin, AcGePoint3d (&corners)[4]) const;
+
+    static constexpr int colorGround = 1;
+    static constexpr int drawingGround = 2;
+    static constexpr int noRgb = -1;
+    static constexpr double usualGroundScale = 1.5;
+
     struct Filing;
+    Adesk::Int32 m_ground = 0; ///< what fills it, with flags that are kept as they came
+    Adesk::Int32 m_groundRgb = noRgb;
+    Adesk::Int16 m_groundColor = AcCmEntityColor::kACIbyLayer;
     Adesk::Int16 m_attachment = kTopLeft;
     Adesk::Int16 m_flowDirection = kLtoR;
     Adesk::Int16 m_lineSpacingStyle = 1;
@@ -113,6 +139,7 @@ private:
     double m_width = 0.0;
     double m_boxHeight = 0.0;
     double m_lineSpacingFactor = 1.0;
+    double m_groundScale = usualGroundScale;
     AcDbObjectId m_styleId;
     std::wstring m_contents;
 };

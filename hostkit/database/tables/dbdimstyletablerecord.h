@@ -25,6 +25,12 @@ public:
     Acad::ErrorStatus setDimblk2(const wchar_t* name);
     Acad::ErrorStatus setDimldrblk(const wchar_t* name);
 
+    /// They as a style of no drawing, which belongs to the caller.
+    Acad::ErrorStatus getDimstyleData(AcDbDimStyleTableRecord*& record) const;
+    /// The variables become those of the other record, as AcDbDatabase::setDimstyleData takes them.
+    Acad::ErrorStatus setDimstyleData(const AcDbDimStyleTableRecord* record);
+    Acad::ErrorStatus setDimstyleData(AcDbObjectId record);
+
     /// All of them at once.
     hostkit::DimensionVariables variables() const;
     /// The same unchecked, as values of a drawing come; for a record of no drawing.

@@ -4,10 +4,13 @@
 #include "dbaccess.h"
 #include "dbdim.h"
 #include "dbdimstyletable.h"
+#include "dbline.h"
+#include "dbmtext.h"
 #include "drawingaudit.h"
 #include "drawingfiles.h"
 #include "drawingparts.h"
 #include "drawingpicture.h"
+#include "paragraphlayout.h"
 #include "undohistory.h"
 
 #include <random>
@@ -28,6 +31,15 @@ void giveAny(Value& value, const DimensionVariable& variable, std::mt19937& rand
         const int count = static_cast<int>(variable.most) - least + 1;
         value = static_cast<Value>(least + static_cast<int>(random() % static_cast<unsigned>(count)));
     }
+}
+
+DimensionVariables anyVariables(const AcDbDatabase& drawing, std::mt19937& random) {
+    DimensionVariables variables;
+    for (const DimensionVariable& variable : dimensionVariableTable())
+        if (random() % 4 != 0)
+            std::visit([&](auto member) { giveAny(variables.*member, variable, random); }, variable.member);
+    variables.dimtxsty = drawing.textStyleStandard();
+    return variables;
 }
 
 bool areEqual(const DimensionVariables& one, const DimensionVariables& other, short& different) {
@@ -69,6 +81,16 @@ AcDbRotatedDimension& dimensionOf(const AcDbDatabase& drawing) {
     throw std::runtime_error("no dimension");
 }
 
+int blocksInFile(const AcDbDatabase& drawing) {
+    const auto again = openDrawingFromMemory(saved(drawing, DrawingVersion::k2013), L"again");
+    int count = 0;
+    DatabaseAccess::forEachObject(*again, [&](AcDbObject& object) {
+        const auto* const block = AcDbBlockTableRecord::cast(&object);
+        count += block && block->name().starts_with(L"*D");
+    });
+    return count;
+}
+
 /// Whether the text holds the lines, whatever ends and indents them.
 bool holds(const std::string& text, std::string_view part) {
     std::string plain;
@@ -85,13 +107,7 @@ TEST(DimensionStyles, EveryValueComesBackFromEveryForm) {
     AcDbObjectId ids[] = {addStyle(drawing, L"A"), addStyle(drawing, L"B"), addStyle(drawing, L"C")};
     for (const AcDbObjectId id : ids) {
         change<AcDbDimStyleTableRecord>(id, [&](AcDbDimStyleTableRecord& style) {
-            DimensionVariables variables;
-            for (const DimensionVariable& variable : dimensionVariableTable())
-                if (random() % 4 != 0)
-                    std::visit([&](auto member) { giveAny(variables.*member, variable, random); },
-                               variable.member);
-            variables.dimtxsty = drawing.textStyleStandard();
-            style.putVariables(variables);
+            style.putVariables(anyVariables(drawing, random));
             EXPECT_EQ(style.setDimblk1(L"DOT"), Acad::eOk);
             EXPECT_EQ(style.setDimltex1(drawing.continuousLinetype()), Acad::eOk);
         });
@@ -200,6 +216,56 @@ TEST(DimensionOverrides, StandInTheDataOfTheHost) {
     delete data;
 }
 
+// Whoever takes a style from another drawing has its values, and records of its own by their names.
+TEST(DimensionStyles, TheirDataGoIntoAnotherDrawing) {
+    std::mt19937 random(6);
+    AcDbDatabase source;
+    AcDbDatabase drawing;
+    const AcDbObjectId id = addStyle(source, L"A");
+    const AcDbObjectId own = addStyle(drawing, L"A");
+    const AcDbObjectId dimension = addDimension(drawing);
+    using Holder = std::unique_ptr<AcDbDimStyleTableRecord>;
+    for (int round = 0; round < 20; ++round) {
+        change<AcDbDimStyleTableRecord>(id, [&](AcDbDimStyleTableRecord& style) {
+            style.putVariables(anyVariables(source, random));
+            EXPECT_EQ(style.setDimblk(round % 2 ? L"" : L"Open30"), Acad::eOk);
+            EXPECT_EQ(style.setDimltex1(source.continuousLinetype()), Acad::eOk);
+        });
+        ASSERT_EQ(drawing.setDimstyleData(id), Acad::eOk);
+        change<AcDbDimStyleTableRecord>(
+            own, [&](AcDbDimStyleTableRecord& each) { ASSERT_EQ(each.setDimstyleData(id), Acad::eOk); });
+        change<AcDbDimension>(
+            dimension, [&](AcDbDimension& each) { ASSERT_EQ(each.setDimstyleData(id), Acad::eOk); });
+        const auto again = openDrawingFromMemory(saved(drawing, DrawingVersion::k2018), L"again");
+        ASSERT_TRUE(again);
+        AcDbDimStyleTableRecord* given[4] = {};
+        ASSERT_EQ(DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(id)->getDimstyleData(given[0]),
+                  Acad::eOk);
+        ASSERT_EQ(again->getDimstyleData(given[1]), Acad::eOk);
+        ASSERT_EQ(DatabaseAccess::objectOf<AcDbDimStyleTableRecord>(idOfStyle(*again, L"A"))
+                      ->getDimstyleData(given[2]),
+                  Acad::eOk);
+        ASSERT_EQ(dimensionOf(*again).getDimstyleData(given[3]), Acad::eOk);
+        const Holder holders[] = {Holder(given[0]), Holder(given[1]), Holder(given[2]), Holder(given[3])};
+        for (int holder = 1; holder < 4; ++holder) {
+            DimensionVariables wanted = given[0]->variables();
+            const DimensionVariables found = given[holder]->variables();
+            EXPECT_EQ(found.dimblk.isNull(), round % 2 != 0);
+            EXPECT_EQ(found.dimltex1, again->continuousLinetype());
+            wanted.dimblk = found.dimblk;
+            wanted.dimltex1 = found.dimltex1;
+            wanted.dimtxsty = found.dimtxsty;
+            short different = 0;
+            EXPECT_TRUE(areEqual(wanted, found, different)) << holder << " group " << different;
+        }
+    }
+    change<AcDbDimStyleTableRecord>(id, [&](AcDbDimStyleTableRecord& style) {
+        EXPECT_EQ(style.setDimblk(addRecord<AcDbBlockTable>(source, L"ONLY THERE")), Acad::eOk);
+    });
+    EXPECT_EQ(drawing.setDimstyleData(id), Acad::eKeyNotFound);
+    EXPECT_EQ(drawing.setDimstyleData(drawing.layerZero()), Acad::eNotThatKindOfClass);
+}
+
 TEST(DimensionStyles, AChildOfTheFamilyIsTaken) {
     AcDbDatabase drawing;
     const AcDbObjectId style = addStyle(drawing, L"Own");
@@ -229,7 +295,7 @@ TEST(DimensionBlocks, ASaveMakesThoseThatAreMissingOnce) {
     ASSERT_TRUE(again);
     EXPECT_EQ(completeDimensions(*again), 0);
     EXPECT_EQ(saved(*again, DrawingVersion::k2013), bytes);
-    // A change takes the block away, and the next save makes another.
+    // A change takes the block away, and the next save makes another in its place.
     change<AcDbRotatedDimension>(id, [](AcDbRotatedDimension& dimension) {
         EXPECT_EQ(dimension.setXLine2Point({60.0, 0.0, 0.0}), Acad::eOk);
     });
@@ -237,9 +303,33 @@ TEST(DimensionBlocks, ASaveMakesThoseThatAreMissingOnce) {
     double measured = 0.0;
     EXPECT_EQ(dimensionOf(drawing).measurement(measured), Acad::eOk);
     EXPECT_EQ(measured, 60.0);
+    EXPECT_TRUE(block.isErased());
+    EXPECT_EQ(blocksInFile(drawing), 1);
     UndoReport report;
     while (undoGroupCount(drawing) > 0) ASSERT_EQ(undoLastGroup(drawing, report), Acad::eOk);
     EXPECT_EQ(pictureOf(drawing), empty);
+}
+
+// It goes when the last that shows it changed; what is erased may come back and shows it then.
+TEST(DimensionBlocks, ABlockStaysForOthersThatShowIt) {
+    for (const bool isErased : {false, true}) {
+        AcDbDatabase drawing;
+        const AcDbObjectId ids[] = {addDimension(drawing), addDimension(drawing)};
+        EXPECT_EQ(completeDimensions(drawing), 2);
+        const AcDbObjectId block = dimensionOf(drawing).dimBlockId();
+        change<AcDbDimension>(
+            ids[1], [&](AcDbDimension& each) { EXPECT_EQ(each.setDimBlockId(block), Acad::eOk); });
+        if (isErased) {
+            EXPECT_EQ(erase(ids[1]), Acad::eOk);
+        }
+        for (const AcDbObjectId id : ids) {
+            if (id.isErased()) continue;
+            change<AcDbDimension>(
+                id, [](AcDbDimension& each) { EXPECT_EQ(each.setDimensionText(L"text"), Acad::eOk); });
+            EXPECT_EQ(completeDimensions(drawing), 1);
+            EXPECT_EQ(block.isErased(), id == ids[1]);
+        }
+    }
 }
 
 // A save tells what was measured; along another direction it is not so any more.
@@ -278,6 +368,80 @@ TEST(DimensionBlocks, AnArrowThatHoldsTheDimensionIsNone) {
         id, [&](AcDbDimension& dimension) { EXPECT_EQ(dimension.setDimblk(arrow), Acad::eOk); });
     EXPECT_EQ(completeDimensions(drawing), 1);
     EXPECT_TRUE(openDrawingFromMemory(saved(drawing, DrawingVersion::k2013), L"again"));
+}
+
+// Figures by hand: the line lies at y = 15, arrows of 0.18, from 0 to 40.
+TEST(DimensionBlocks, TheLineRunsBetweenPartsOfItsText) {
+    struct Case {
+        const wchar_t* text;
+        double gap;
+        const wchar_t* contents;
+        bool isAbove;
+        bool isBelow;
+    };
+    const Case cases[] = {{L"<>\\X{\\C1;low}", 0.09, L"\\A1;40.0000\\P{\\C1;low}", true, true},
+                          {L"up,\\P<>\\Xlow\\Xlower", 0.3, L"\\A1;up,\\P40.0000\\Plow\\Plower", true, true},
+                          {L"<>\\X ", 0.09, L"\\A1;40.0000", true, false},
+                          {L"\\X<>", 0.09, L"\\A1;40.0000", false, true}};
+    for (const Case& each : cases) {
+        AcDbDatabase drawing;
+        change<AcDbDimension>(addDimension(drawing), [&](AcDbDimension& dimension) {
+            EXPECT_EQ(dimension.setDimensionText(each.text), Acad::eOk);
+            EXPECT_EQ(dimension.setDimgap(each.gap), Acad::eOk);
+        });
+        AcDbVoidPtrArray parts;
+        ASSERT_EQ(dimensionOf(drawing).explode(parts), Acad::eOk);
+        int lines = 0;
+        for (int i = 0; i < parts.length(); ++i) {
+            const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[i]));
+            if (const auto* line = AcDbLine::cast(part.get()))
+                lines += std::abs(line->startPoint().distanceTo(line->endPoint()) - 39.64) < 1e-9;
+            const auto* text = AcDbMText::cast(part.get());
+            if (!text) continue;
+            EXPECT_EQ(text->rawContents(), each.contents);
+            const ParagraphLayout layout = text->layout();
+            const double top = text->location().y + text->topOf(layout) - 15.0;
+            const std::size_t above = each.text[0] == L'u' ? 2 : 1;
+            const ParagraphLine& upper = layout.lines[above - 1];
+            const ParagraphLine& lower = layout.lines[each.isAbove && each.isBelow ? above : 0];
+            EXPECT_NEAR(top + upper.base + upper.bottom, each.gap, each.isAbove ? 1e-9 : HUGE_VAL);
+            EXPECT_NEAR(top + lower.base + lower.top, -each.gap, each.isBelow ? 1e-9 : HUGE_VAL);
+        }
+        EXPECT_EQ(lines, 1) << "unbroken";
+    }
+}
+
+TEST(DimensionBlocks, TheGroundOfATextHidesTheLine) {
+    const std::pair<int, const char*> cases[] = {{0, "AcDbMText"},
+                                                 {1, "90\n2\n63\n5\n45\n1.25\n"},
+                                                 {2, "90\n1\n63\n5\n45\n1.25\n"}};
+    for (const auto& [fill, groups] : cases) {
+        AcDbDatabase drawing;
+        change<AcDbDimension>(addDimension(drawing), [fill = fill](AcDbDimension& dimension) {
+            AcCmColor color;
+            EXPECT_EQ(color.setColorIndex(5), Acad::eOk);
+            EXPECT_EQ(dimension.setDimtfill(fill), Acad::eOk);
+            EXPECT_EQ(dimension.setDimtfillclr(color), Acad::eOk);
+        });
+        EXPECT_EQ(completeDimensions(drawing), 1);
+        const std::string bytes = saved(drawing, DrawingVersion::k2010);
+        EXPECT_TRUE(holds(bytes, groups)) << fill;
+        const auto again = openDrawingFromMemory(bytes, L"again");
+        ASSERT_TRUE(again);
+        DatabaseAccess::forEachObject(*again, [&, fill = fill](AcDbObject& object) {
+            AcGePoint3d letters[4];
+            AcGePoint3d ground[4];
+            const auto* const text = AcDbMText::cast(&object);
+            if (!text) return;
+            EXPECT_EQ(text->groundBox(ground), fill != 0);
+            EXPECT_EQ(text->useBackgroundColorOn(), fill == 1);
+            if (fill == 0) return;
+            EXPECT_EQ(text->backgroundFillColor().colorIndex(), 5);
+            ASSERT_TRUE(text->letterBox(letters));
+            EXPECT_NEAR(letters[0].distanceTo(ground[0]), 0.25 * 0.18 * std::sqrt(2.0), 1e-9);
+            EXPECT_NEAR(letters[2].distanceTo(ground[2]), 0.25 * 0.18 * std::sqrt(2.0), 1e-9);
+        });
+    }
 }
 
 TEST(DimensionBlocks, WhatAnExplosionGivesIsTheBlock) {
