@@ -268,6 +268,131 @@ TEST(DimensionLayout, AnArcEndsAtTheChordsOfItsArrows) {
     expectText(dimension.layout, text.x, text.y, -45.0 * degree, 1e-9);
 }
 
+// Length 40 with arrows of 2.5, gap 0.625, and a text of 9 by 3 above the line; figures by hand.
+TEST(DimensionLayout, EachVariableHasItsFigure) {
+    struct Case {
+        const char* name;
+        void (*set)(Linear&);
+        PieceLook look;
+        std::vector<Stretch> lines;
+        AcGePoint2d text;
+        std::size_t arrows;
+    };
+    const PieceLook line = PieceLook::dimensionLine;
+    const std::vector<Stretch> whole = {{{2.5, 0}, {37.5, 0}}};
+    const std::vector<Stretch> tails = {{{-2.5, 0}, {-5, 0}}, {{42.5, 0}, {45, 0}}, {{0, 0}, {40, 0}}};
+    const Case cases[] = {
+        {"dimsd1", [](Linear& d) { d.variables.dimsd1 = true; }, line, {{{20, 0}, {37.5, 0}}}, {20, 2.125}, 1},
+        {"dimsd2", [](Linear& d) { d.variables.dimsd2 = true; }, line, {{{2.5, 0}, {20, 0}}}, {20, 2.125}, 1},
+        {"dimfxl",
+         [](Linear& d) { d.variables.dimfxlenOn = true, d.variables.dimfxlen = 3.0; },
+         PieceLook::firstExtension,
+         {{{0, -3}, {0, 1.25}}},
+         {20, 2.125},
+         2},
+        {"dimtsz",
+         [](Linear& d) {
+             d.variables.dimtsz = 2.0, d.variables.dimdle = 1.0, d.arrows = dimensionArrows(d.variables);
+         },
+         line,
+         {{{-1, 0}, {41, 0}}, {{1, 1}, {-1, -1}}, {{39, -1}, {41, 1}}},
+         {20, 2.125},
+         0},
+        {"dimjust 1", [](Linear& d) { d.variables.dimjust = 1; }, line, whole, {10.125, 2.125}, 2},
+        {"dimjust 2", [](Linear& d) { d.variables.dimjust = 2; }, line, whole, {29.875, 2.125}, 2},
+        {"dimjust 3", [](Linear& d) { d.variables.dimjust = 3; }, line, whole, {-2.125, 5.125}, 2},
+        {"dimjust 4", [](Linear& d) { d.variables.dimjust = 4; }, line, whole, {37.875, 5.125}, 2},
+        {"dimtad 2",
+         [](Linear& d) { d.variables.dimtad = 2, d.shape.points[3].y = d.shape.points[4].y = 10.0; },
+         line,
+         whole,
+         {20, -2.125},
+         2},
+        {"dimtad 4", [](Linear& d) { d.variables.dimtad = 4; }, line, whole, {20, -2.125}, 2},
+        {"flipped", [](Linear& d) { d.shape.isFlipped[0] = d.shape.isFlipped[1] = true; }, line, tails, {20, 2.125}, 2},
+        {"dimsoxd",
+         [](Linear& d) { d.shape.isFlipped[0] = d.shape.isFlipped[1] = d.variables.dimsoxd = true; },
+         line,
+         {{{0, 0}, {40, 0}}},
+         {20, 2.125},
+         0},
+        {"parted",
+         [](Linear& d) { d.variables.dimtad = 0, d.wording.isParted = true, d.wording.offset = 0.5; },
+         line,
+         whole,
+         {20, 0.5},
+         2},
+        {"parted, read the other way round",
+         [](Linear& d) { d.variables.dimtxtdirection = d.wording.isParted = true, d.wording.offset = 0.5; },
+         line,
+         whole,
+         {20, -0.5},
+         2},
+        {"dimtmove 1",
+         [](Linear& d) {
+             d.variables.dimtmove = 1, d.variables.dimtofl = false, d.shape.points[0].x = d.shape.points[4].x = 8;
+         },
+         line,
+         {{{-2.5, 0}, {-5, 0}}, {{10.5, 0}, {13, 0}}, {{0, 0}, {8, 0}}, {{4, 0}, {4, 5.675}}, {{4, 5.675}, {6.5, 5.675}}},
+         {11.625, 5.675},
+         2},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Linear dimension(40.0, -10.0, -10.0);
+        dimension.variables = metric();
+        dimension.text(L"text", 9.0, 3.0, 2.5);
+        each.set(dimension);
+        ASSERT_TRUE(dimension.layOut());
+        expectLines(dimension.lines(each.look), each.lines, 1e-9);
+        EXPECT_LT(dimension.layout.textCentre.distanceTo(each.text), 1e-9);
+        EXPECT_EQ(dimension.ofForm(Form::triangle).size(), each.arrows);
+    }
+}
+
+// A radius with its text outside, and the symbol of an arc's length.
+TEST(DimensionLayout, MarksAndSymbolsHaveTheirFigures) {
+    Linear radius(0.0);
+    radius.shape.kind = DimensionKind::radial;
+    radius.shape.points[5].set(10.0, 0.0);
+    radius.variables = metric();
+    radius.variables.dimcen = -1.0;
+    radius.variables.dimtoh = true;
+    radius.variables.dimtofl = false;
+    radius.text(L"R10", 9.0, 3.0, 2.5);
+    for (const bool isParted : {false, true}) {
+        radius.wording.isParted = isParted;
+        radius.wording.offset = 0.5;
+        ASSERT_TRUE(radius.layOut());
+        expectLines(radius.lines(PieceLook::centreMark),
+                    {{{-1, 0}, {1, 0}},
+                     {{0, -1}, {0, 1}},
+                     {{2, 0}, {11, 0}},
+                     {{-2, 0}, {-11, 0}},
+                     {{0, 2}, {0, 11}},
+                     {{0, -2}, {0, -11}}},
+                    1e-9);
+        // The line that parts a text runs on to its end.
+        const double landing = isParted ? 27.125 : 17.5;
+        expectLines(radius.lines(PieceLook::dimensionLine),
+                    {{{12.5, 0}, {15, 0}}, {{15, 0}, {landing, 0}}}, 1e-9);
+        expectText(radius.layout, 22.625, isParted ? 0.5 : 0.0, 0.0, 1e-9);
+    }
+    Linear arc(0.0);
+    arc.shape.kind = DimensionKind::arcLength;
+    arc.shape.points[3].set(100.0, 0.0);
+    arc.shape.points[4].set(-100.0, 0.0);
+    arc.shape.points[0].set(0.0, 110.0);
+    arc.variables = metric();
+    arc.text(L"314", 9.0, 3.0, 2.5);
+    ASSERT_TRUE(arc.layOut());
+    const auto arcs = arc.ofForm(Form::arc);
+    ASSERT_EQ(arcs.size(), 2u);
+    expectText(arc.layout, 0.0, 112.125, 0.0, 1e-9);
+    EXPECT_NEAR(arcs[1].size, 2.4, 1e-9);
+    EXPECT_LT(arcs[1].at[0].distanceTo({-7.5, 110.925}), 1e-9);
+}
+
 // Turned, moved and read the other way round the figure is the same, as long as the text is aligned.
 TEST(DimensionLayout, TurnsWithItsPoints) {
     std::mt19937 random(7);
