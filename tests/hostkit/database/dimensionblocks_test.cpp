@@ -5,6 +5,7 @@
 #include "everyentity.h"
 
 #include "actrans.h"
+#include "completedimensions.h"
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "undohistory.h"
@@ -253,6 +254,10 @@ TEST_F(DimensionBlocks, WhatCannotBeMovedIsDropped) {
     EXPECT_TRUE(blockOf(m_dimension).isNull());
     expectMoved(m_block, still, 1.0);
     EXPECT_EQ(hostkit::DatabaseAccess::stubCount(m_drawing), count);
+    // A save draws it anew; what nobody could move stays.
+    EXPECT_EQ(hostkit::completeDimensions(m_drawing), 1);
+    EXPECT_FALSE(blockOf(m_dimension).isNull());
+    EXPECT_FALSE(m_block.isErased());
 }
 
 TEST_F(DimensionBlocks, OtherChangesDropIt) {

@@ -350,6 +350,22 @@ TEST(DimensionLayout, EachVariableHasItsFigure) {
     }
 }
 
+TEST(DimensionLayout, TextOutsideAnArcFollowsIt) {
+    Linear angle(0.0);
+    angle.shape.kind = DimensionKind::threePointAngular;
+    angle.shape.points[3].set(5.0, 0.0);
+    angle.shape.points[4] = AcGePoint2d() + directionOf(10.0 * degree) * 5.0;
+    angle.shape.points[0] = AcGePoint2d() + directionOf(5.0 * degree) * 10.0;
+    angle.variables = metric();
+    angle.variables.dimtad = 0;
+    angle.text(L"10", 9.0, 3.0, 2.5);
+    ASSERT_TRUE(angle.layOut());
+    // Two arrows, a gap and half of the text beyond the second end.
+    const double place = 10.0 * degree + 4.0 * std::asin(0.125) + (0.625 + 4.5) / 10.0;
+    const AcGePoint2d text = AcGePoint2d() + directionOf(place) * 10.0;
+    expectText(angle.layout, text.x, text.y, place - 90.0 * degree, 1e-9);
+}
+
 // A radius with its text outside, and the symbol of an arc's length.
 TEST(DimensionLayout, MarksAndSymbolsHaveTheirFigures) {
     Linear radius(0.0);
