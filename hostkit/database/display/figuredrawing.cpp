@@ -49,7 +49,7 @@ void drawParagraph(AcGiWorldDraw& draw, const AcDbMText& text) {
         PicturePath ground;
         for (const AcGePoint3d& corner : paragraph.ground) ground.lineTo(corner);
         ground.close();
-        geometry->ground(ground, paragraph.groundRgb);
+        paragraph.groundRgb ? geometry->ground(ground, *paragraph.groundRgb) : geometry->area(ground);
     }
     for (const hostkit::PlacedText& line : paragraph.texts)
         drawLetters(draw, line, text.normal(), text.textStyle());

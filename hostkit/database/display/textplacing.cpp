@@ -207,7 +207,10 @@ private:
         m_placed.ground.assign(std::begin(corners), std::end(corners));
         const AcCmColor color = m_text.backgroundFillColor();
         const bool isOwn = color.isByColor() || color.isByACI();
-        m_placed.groundRgb = m_text.useBackgroundColorOn() ? paper : isOwn ? color.rgb() : m_rgb;
+        if (m_text.useBackgroundColorOn())
+            m_placed.groundRgb = paper;
+        else if (isOwn)
+            m_placed.groundRgb = color.rgb();
     }
 
     PlacedText textOf(const Segment& segment, double base) const {

@@ -3,6 +3,7 @@
 
 #include "placedtext.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +30,7 @@ struct PlacedParagraph {
     };
     /// What hides what was drawn before, from corner to corner; none: empty.
     std::vector<AcGePoint3d> ground;
-    std::uint32_t groundRgb = 0;
+    std::optional<std::uint32_t> groundRgb; ///< none: the colour of the text
     std::vector<PlacedText> texts;
     std::vector<Bar> bars; ///< of stacked fractions
 };
