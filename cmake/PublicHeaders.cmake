@@ -11,7 +11,8 @@ set(VEXO_LIBRARY_HEADERS
 # Of the kit: names of the CAD host and of the platform, what modules and their tests ask of this host, and what these
 # include.
 set(VEXO_KIT_HEADERS
-  acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h actrans.h acutads.h
+  acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h acgi.h acgicontext.h
+  acgidefs.h acgidrawable.h acgigeometry.h acgitextstyle.h acgitraits.h actrans.h acutads.h
   adesk.h adscodes.h adsdef.h afx.h afxcmn.h afxdlgs.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h
   casefold.h ccontrols.h cdc.h cdialog.h cfile.h cfiledialog.h cfilefind.h circularcurve.h cmenu.h commandinput.h
   cornerfigure.h cpropertysheet.h cstring.h cstringlist.h cvxcrashhandler.h cvxlogentry.h cvxtoolsresoverride.h

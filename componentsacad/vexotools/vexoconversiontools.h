@@ -51,7 +51,8 @@ public:
     /// style is the standing one.
     static Acad::ErrorStatus getFormatedDimText(double value, const AcDbObjectId& dimStyle, CString& text);
     /// The same with the style's own dimlfac, in another form:
-    /// - rounding above 1e-10: dimlfac becomes rounding / scale, and dimdec is lowered so that the value keeps
+    /// - rounding above 1e-10: dimlfac becomes rounding / scale, and dimdec is lowered so that the value
+    /// keeps
     ///   its digits. Otherwise the number counts as multiplied by dimlfac * scale;
     /// - smallValues: without a rounding, a decimal value below the scale is written with rounding 100,
     ///   smallDecimals and the zeros that smallTrailingZeros lets go;

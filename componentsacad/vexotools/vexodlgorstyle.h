@@ -58,8 +58,8 @@ protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     void InitControls();
-    /// Asks for a name, then for a file, and writes the style: beside the file, whose place it takes when it is
-    /// whole. What cannot be written leaves the list and the file as they were.
+    /// Asks for a name, then for a file, and writes the style: beside the file, whose place it takes when it
+    /// is whole. What cannot be written leaves the list and the file as they were.
     void OnButtonSave();
     /// Loads what was chosen. The data takes its values over (UpdateControlsFromData) after a style of the
     /// list in any case, after a file only where it could be read. Without one the selection goes back.

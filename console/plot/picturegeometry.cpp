@@ -71,7 +71,8 @@ void PictureDraw::drawEntity(AcDbEntity& entity) {
     const bool isInvisible = (entity.setAttributes(&m_traits) & AcGiDrawable::kDrawableIsInvisible) != 0;
     // A reference on a layer that is only off still shows what stands on other layers.
     const AcDbObjectId layer = look().layer;
-    const bool isHidden = AcDbBlockReference::cast(&entity) ? m_looks.isFrozen(layer) : m_looks.isHidden(layer);
+    const bool isHidden =
+        AcDbBlockReference::cast(&entity) ? m_looks.isFrozen(layer) : m_looks.isHidden(layer);
     if (!isInvisible && !isHidden) {
         const std::size_t marks = m_marks;
         const std::size_t notDrawn = m_report.notDrawn.size();

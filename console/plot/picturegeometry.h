@@ -34,7 +34,9 @@ public:
     AcDbObjectId layerId() const override { return m_wanted.layer; }
     AcDbObjectId lineTypeId() const override { return m_wanted.linetype; }
     AcGiFillType fillType() const override { return m_fillType; }
-    AcDb::LineWeight lineWeight() const override { return static_cast<AcDb::LineWeight>(m_wanted.lineweight); }
+    AcDb::LineWeight lineWeight() const override {
+        return static_cast<AcDb::LineWeight>(m_wanted.lineweight);
+    }
     double lineTypeScale() const override { return m_wanted.linetypeScale; }
     double thickness() const override { return m_thickness; }
 

@@ -53,7 +53,8 @@ void appendThousandths(std::string& bytes, long long value) {
     rest /= 1000;
     if (decimals != 0) {
         for (int i = 0; i < 3; ++i, decimals /= 10)
-            if (decimals % 10 != 0 || place != text + sizeof text) *--place = static_cast<char>('0' + decimals % 10);
+            if (decimals % 10 != 0 || place != text + sizeof text)
+                *--place = static_cast<char>('0' + decimals % 10);
         *--place = '.';
     }
     do *--place = static_cast<char>('0' + rest % 10);
@@ -168,7 +169,9 @@ void SvgPicture::appendNumber(double value) { appendDecimal(m_body, value, 3); }
 SvgPicture::PagePoint SvgPicture::onPage(const AcGePoint3d& point) const {
     // What shows the picture may count in single precision: far off the page a coordinate is cut.
     const double reach = pagesAround * (m_frame.width + m_frame.height);
-    const auto thousandths = [reach](double value) { return std::llround(std::clamp(value, -reach, reach) * 1000.0); };
+    const auto thousandths = [reach](double value) {
+        return std::llround(std::clamp(value, -reach, reach) * 1000.0);
+    };
     return {thousandths(pageX(point.x)), thousandths(pageY(point.y))};
 }
 

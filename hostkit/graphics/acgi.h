@@ -1,4 +1,4 @@
-// Stand-in for the host's AcGiCommonDraw and AcGiWorldDraw, with all that they name.
+// Stand-in for the host's AcGiCommonDraw and AcGiWorldDraw. Covers drawing into a world, with all that this names; leaves out drawing for one viewport.
 #pragma once
 
 #include "acgicontext.h"

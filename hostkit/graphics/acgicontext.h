@@ -1,8 +1,8 @@
-// Stand-in for the host's AcGiContext.
+// Stand-in for the host's AcGiContext. Covers what a drawing is made for; leaves out its stages.
 #pragma once
 
-#include "rxobject.h"
 #include "adesk.h"
+#include "rxobject.h"
 
 class AcDbDatabase;
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's enumerations and small structures of the draw interface.
+// Stand-in for the host's small types of the draw interface. Covers enumerations, looks of faces, clips, point runs and pixels; leaves out materials and lights.
 #pragma once
 
 #include "adesk.h"

@@ -18,7 +18,7 @@ public:
     const wchar_t* bigFontFileName() const { return m_bigFontFileName.c_str(); }
     double textSize() const { return m_textSize; } ///< height of capitals
     double xScale() const { return m_xScale; }
-    double obliquingAngle() const { return m_obliquingAngle; } ///< radians
+    double obliquingAngle() const { return m_obliquingAngle; }   ///< radians
     double trackingPercent() const { return m_trackingPercent; } ///< factor of the advances, 1 is plain
     Adesk::Boolean isBackward() const { return m_isBackward; }
     Adesk::Boolean isUpsideDown() const { return m_isUpsideDown; }

@@ -21,7 +21,8 @@ TextReach reachOf(const PlacedText& text) {
     if (text.fitLength > 0.0)
         wide = text.fitLength / std::max(text.along.length(), least);
     else
-        for (const TextRun& run : text.runs) wide += lineWidth(run.text, LetterFace::sans()) * run.heightFactor;
+        for (const TextRun& run : text.runs)
+            wide += lineWidth(run.text, LetterFace::sans()) * run.heightFactor;
     const double start = text.anchor == PlacedText::Anchor::start    ? 0.0
                          : text.anchor == PlacedText::Anchor::middle ? -wide / 2
                                                                      : -wide;

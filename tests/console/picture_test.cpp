@@ -4,8 +4,8 @@
 #include "picturepath.h"
 #include "svgpicture.h"
 
-#include <cmath>
 #include "letterface.h"
+#include <cmath>
 
 #include <gtest/gtest.h>
 #include <numbers>

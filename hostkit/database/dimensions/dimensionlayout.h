@@ -54,10 +54,10 @@ struct DimensionWording {
     double lineSpacing = 1.0;
 };
 
-/// Takes \\X out of the contents: what stands before the first one comes above the dimension line, what stands
-/// behind it below, each `gap` away from the line; further ones end lines. The parts are one paragraph, whose
-/// lines are as far apart as that asks for (from 0.25 to 4 of the usual distance). A part of which nothing is
-/// seen leaves the other one alone on its side. Reckons the ink.
+/// Takes \\X out of the contents: what stands before the first one comes above the dimension line, what
+/// stands behind it below, each `gap` away from the line; further ones end lines. The parts are one
+/// paragraph, whose lines are as far apart as that asks for (from 0.25 to 4 of the usual distance). A part of
+/// which nothing is seen leaves the other one alone on its side. Reckons the ink.
 void measureWording(DimensionWording& wording, AcDbObjectId textStyle, double gap);
 
 /// How a piece looks: which variables give its colour, lineweight and linetype.

@@ -147,7 +147,7 @@ Acad::ErrorStatus hostkit::takeIntoDrawing(AcDbDatabase& drawing, DimensionVaria
         else if (const AcDbSymbolTable* const table = tableOf(drawing, variable.kind))
             own = table->find(name);
         if (own.isNull()) return Acad::eKeyNotFound;
-        taken.**member = own;
+        taken.** member = own;
     }
     variables = taken;
     return Acad::eOk;

@@ -80,8 +80,9 @@ void RadialPieces::writeLevel() {
         side = (m_shape.point(11) - (m_tip + way * leg)).dotProduct(m_level) < 0.0 ? -1.0 : 1.0;
     }
     const AcGePoint2d knee = m_tip + way * leg;
-    m_place = m_shape.isTextPlaced ? m_shape.point(11)
-                                   : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth)) + raise;
+    m_place = m_shape.isTextPlaced
+                  ? m_shape.point(11)
+                  : knee + m_level * (side * (landing + m_sizes.gap + m_sizes.halfWidth)) + raise;
     m_rotation = m_shape.horizontal;
     const bool arrowsStay = !isInside && m_isDiameter && m_variables.dimatfit == 2;
     if (arrowsStay)
@@ -127,7 +128,8 @@ void RadialPieces::writeBetween() {
     const bool isInclined = std::abs(m_level.crossProduct(m_outward)) > 1e-9;
     const bool isForced = m_variables.dimtih && isInclined;
     const bool isOnLine = m_sizes.isOnLine(m_variables) || isForced;
-    m_place = m_shape.isTextPlaced ? m_shape.point(11) : m_centre + up * (isForced ? 0.0 : m_sizes.liftBy(m_variables));
+    m_place = m_shape.isTextPlaced ? m_shape.point(11)
+                                   : m_centre + up * (isForced ? 0.0 : m_sizes.liftBy(m_variables));
     const AcGePoint2d from = m_shape.point(10) + m_outward * cut();
     const AcGePoint2d to = m_tip - m_outward * cut();
     LineStretch gap;

@@ -28,8 +28,8 @@ void appendChords(std::vector<AcGePoint3d>& run, const AcGePoint3d (&p)[4], doub
         const double t = static_cast<double>(i) / count;
         const double s = 1.0 - t;
         run.push_back(i == count ? p[3]
-                                 : p[0] + (p[1] - p[0]) * (3.0 * s * s * t) + (p[2] - p[0]) * (3.0 * s * t * t) +
-                                       (p[3] - p[0]) * (t * t * t));
+                                 : p[0] + (p[1] - p[0]) * (3.0 * s * s * t) +
+                                       (p[2] - p[0]) * (3.0 * s * t * t) + (p[3] - p[0]) * (t * t * t));
     }
 }
 
@@ -135,7 +135,8 @@ void drawLetters(AcGiWorldDraw& draw, const PlacedText& text, const AcGeVector3d
                                                 static_cast<Adesk::UInt8>(run.rgb)));
         draw.geometry().text(at + text.up * run.rise, normal, text.along, run.text.c_str(),
                              static_cast<Adesk::Int32>(run.text.size()), Adesk::kTrue, style);
-        if (run.hasOwnColor) before.isByColor() && before.rgb() ? traits.setTrueColor(before) : traits.setColor(index);
+        if (run.hasOwnColor)
+            before.isByColor() && before.rgb() ? traits.setTrueColor(before) : traits.setColor(index);
         at += text.along * (lineWidth(run.text, LetterFace::sans()) * run.heightFactor);
     }
 }

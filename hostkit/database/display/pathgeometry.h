@@ -117,8 +117,8 @@ protected:
 private:
     bool isFilled() const;
     void show(PicturePath&& path, bool isClosed, double width = 0.0) const;
-    void showArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor, double start,
-                 double sweep, AcGiArcType arcType) const;
+    void showArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor,
+                 double start, double sweep, AcGiArcType arcType) const;
 
     AcGeMatrix3d m_toWorld;
     std::vector<AcGeMatrix3d> m_outer;

@@ -67,8 +67,8 @@ void appendFrames(PicturePath& path, int mode) {
     }
     if (mode & squareBit) {
         PicturePath square;
-        for (const auto& [x, y] : {std::pair(-1.0, -1.0), std::pair(1.0, -1.0), std::pair(1.0, 1.0),
-                                   std::pair(-1.0, 1.0)})
+        for (const auto& [x, y] :
+             {std::pair(-1.0, -1.0), std::pair(1.0, -1.0), std::pair(1.0, 1.0), std::pair(-1.0, 1.0)})
             square.lineTo(AcGePoint3d(x, y, 0.0));
         square.close();
         path.append(square);

@@ -253,9 +253,7 @@ private:
 
 } // namespace
 
-PlacedParagraph placedParagraph(const AcDbMText& text) {
-    return ParagraphPlacer(text).placed();
-}
+PlacedParagraph placedParagraph(const AcDbMText& text) { return ParagraphPlacer(text).placed(); }
 
 void takeForm(TextRun& run, const AcGiTextStyle& style) {
     std::wstring typeface;

@@ -1,9 +1,9 @@
 #include "dbhatch.h"
 
-#include "fieldsetters.h"
-#include "flatmotion.h"
 #include "dbline.h"
 #include "dbpoint.h"
+#include "fieldsetters.h"
+#include "flatmotion.h"
 #include "hatchcurves.h"
 #include "hatchlines.h"
 #include "hatchpatterns.h"

@@ -37,8 +37,7 @@ double beyondChord(double sweep) {
     constexpr double seriesBelow = 0.1; // beyond, the difference has digits enough
     if (std::abs(sweep) > seriesBelow) return sweep - std::sin(sweep);
     const double square = sweep * sweep;
-    return sweep * square / 6.0 *
-           (1.0 - square / 20.0 * (1.0 - square / 42.0 * (1.0 - square / 72.0)));
+    return sweep * square / 6.0 * (1.0 - square / 20.0 * (1.0 - square / 42.0 * (1.0 - square / 72.0)));
 }
 
 void setHeights(NestedLoop& loop, const std::vector<LoopPiece>& pieces, std::size_t from) {
@@ -85,9 +84,8 @@ public:
         std::vector<std::size_t> order;
         for (std::size_t i = 0; i < m_loops.size(); ++i)
             if (m_loops[i].low < m_loops[i].high) order.push_back(i);
-        std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-            return m_loops[a].inside.y < m_loops[b].inside.y;
-        });
+        std::sort(order.begin(), order.end(),
+                  [&](std::size_t a, std::size_t b) { return m_loops[a].inside.y < m_loops[b].inside.y; });
         for (const std::size_t index : order) {
             advanceTo(m_loops[index].inside.y);
             m_loops[index].depth = depthOf(index);

@@ -20,7 +20,8 @@ struct ContourPiece {
     AcGeVector2d v;
     double startAngle = 0.0;
     double sweep = 0.0;
-    /// On the first chord of a spline: the area between the spline and its chords, with the sign of the sense.
+    /// On the first chord of a spline: the area between the spline and its chords, with the sign of the
+    /// sense.
     double besideChords = 0.0;
 };
 

@@ -22,7 +22,8 @@ bool isUsable(double value) { return std::abs(value) < kLargest; } // false for 
 bool isUsable(const HatchPatternLine& family) {
     return isUsable(family.angle) && isUsable(family.base.x) && isUsable(family.base.y) &&
            isUsable(family.offset.x) && isUsable(family.offset.y) &&
-           std::all_of(family.dashes.begin(), family.dashes.end(), [](double dash) { return isUsable(dash); });
+           std::all_of(family.dashes.begin(), family.dashes.end(),
+                       [](double dash) { return isUsable(dash); });
 }
 
 /// What of a family's line is drawn, from its origin on, again and again.

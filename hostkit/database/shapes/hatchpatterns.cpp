@@ -40,10 +40,13 @@ constexpr double stoneLeft[] = {1.5 * kRoot2, -22.5 * kRoot2};
 constexpr double stoneRight[] = {1.5 * kRoot2, -6.5 * kRoot2};
 constexpr double grains[] = {0.0, -12.0};
 constexpr PatternFamily concrete[] = {
-    {0.0, 0.0, 0.0, 4.0, 8.0, stoneBottom}, {45.0, 0.0, 0.0, 6.0 * kRoot2, 2.0 * kRoot2, stoneLeft},
+    {0.0, 0.0, 0.0, 4.0, 8.0, stoneBottom},
+    {45.0, 0.0, 0.0, 6.0 * kRoot2, 2.0 * kRoot2, stoneLeft},
     {135.0, 3.0, 0.0, 6.0 * kRoot2, 6.0 * kRoot2, stoneRight},
-    {0.0, 6.0, 1.0, 4.0, 8.0, grains},      {0.0, 10.0, 3.0, 4.0, 8.0, grains},
-    {0.0, 3.0, 5.0, 4.0, 8.0, grains},      {0.0, 8.0, 6.0, 4.0, 8.0, grains},
+    {0.0, 6.0, 1.0, 4.0, 8.0, grains},
+    {0.0, 10.0, 3.0, 4.0, 8.0, grains},
+    {0.0, 3.0, 5.0, 4.0, 8.0, grains},
+    {0.0, 8.0, 6.0, 4.0, 8.0, grains},
 };
 
 constexpr PredefinedPattern patterns[] = {

@@ -9,8 +9,8 @@
 
 namespace hostkit {
 
-/// A family of lines as patterns are written down: angle in degrees, a point of the first line, and from there
-/// to the next line along and across. Of the dashes, above 0 is drawn, below 0 left out, 0 is a dot.
+/// A family of lines as patterns are written down: angle in degrees, a point of the first line, and from
+/// there to the next line along and across. Of the dashes, above 0 is drawn, below 0 left out, 0 is a dot.
 struct PatternFamily {
     double degrees;
     double x;

@@ -57,8 +57,7 @@ ContourPiece arc(const AcGePoint2d& center, const AcGeVector2d& u, const AcGeVec
     piece.sweep = std::clamp(to - from, -kTurn, kTurn);
     piece.start = pointAt(piece, piece.startAngle);
     // A whole turn ends where it began, not a rounding beside it.
-    piece.end =
-        std::abs(piece.sweep) == kTurn ? piece.start : pointAt(piece, piece.startAngle + piece.sweep);
+    piece.end = std::abs(piece.sweep) == kTurn ? piece.start : pointAt(piece, piece.startAngle + piece.sweep);
     return piece;
 }
 
@@ -134,8 +133,8 @@ double distance(const AcGePoint2d& point, const Pieces& edge) {
     return std::min(distance(point, edge.front().start), distance(point, edge.back().end));
 }
 
-/// Joins edges to one chain, each turned the way that brings it nearer to the one before. What rounding leaves
-/// between them is taken up by the next one; a real gap gets a segment.
+/// Joins edges to one chain, each turned the way that brings it nearer to the one before. What rounding
+/// leaves between them is taken up by the next one; a real gap gets a segment.
 class ChainMaker {
 public:
     /// `next` decides which way round the first edge runs.

@@ -7,8 +7,8 @@
 
 namespace hostkit {
 
-/// The loop's chain of edges or its polyline, and each edge that is closed by itself. Empty for a loop without
-/// edges, and for one with values that are no numbers or beyond 1e100. Deviation as for HatchArea.
+/// The loop's chain of edges or its polyline, and each edge that is closed by itself. Empty for a loop
+/// without edges, and for one with values that are no numbers or beyond 1e100. Deviation as for HatchArea.
 std::vector<HatchContour> contoursOf(const HatchLoop& loop, double deviation);
 
 } // namespace hostkit

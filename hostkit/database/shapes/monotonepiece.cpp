@@ -91,8 +91,8 @@ void appendArc(const SweptArc& arc, std::vector<MonotonePiece>& pieces) {
     for (; (part + 1.0) * kHalfTurn < arc.to; part += 1.0) {
         const bool isFalling = std::fmod(part, 2.0) == 0.0;
         const double cosine = isFalling ? -1.0 : 1.0; // a falling part ends at the bottom
-        const PartEnd extreme{{arc.center.x + cosine * arc.lean, arc.center.y + cosine * arc.radius}, true,
-                              cosine};
+        const PartEnd extreme{
+            {arc.center.x + cosine * arc.lean, arc.center.y + cosine * arc.radius}, true, cosine};
         appendPart(arc, start, extreme, isFalling, pieces);
         start = extreme;
     }

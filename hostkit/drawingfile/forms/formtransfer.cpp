@@ -352,7 +352,8 @@ void FormTransfer::writeGroup(const Record& record, const RawGroup& group, std::
         const auto found = names.find(foldCase(old));
         return appendText(group.code, found == names.end() ? old : found->second, m_target, bytes);
     }
-    // With a NUL within it a name is none of a section, a table or a record; encoded, without it, it would be.
+    // With a NUL within it a name is none of a section, a table or a record; encoded, without it, it would
+    // be.
     const bool isStructure = group.code == 0 || (group.code == nameCode && isHolder(record));
     const bool isDamaged = isStructure && group.value.find('\0') != std::string_view::npos;
     if (isText && m_encodesAnew && !isDamaged)

@@ -44,11 +44,10 @@ std::vector<HatchFigure::Span> HatchFigure::spansAt(double height) const {
 
 std::vector<HatchFigure::Stroke> HatchFigure::strokes(std::size_t limit) const {
     std::vector<Stroke> result;
-    const Acad::ErrorStatus status =
-        forEachStroke(m_area, m_families, limit, [&](const HatchStroke& stroke) {
-            result.push_back(stroke);
-            return true;
-        });
+    const Acad::ErrorStatus status = forEachStroke(m_area, m_families, limit, [&](const HatchStroke& stroke) {
+        result.push_back(stroke);
+        return true;
+    });
     if (status != Acad::eOk) return {};
     return result;
 }

@@ -72,7 +72,8 @@ TEST_F(EntityFiler, OldRecordsHaveNoColorAndNewOnesAreRefused) {
             EXPECT_EQ(toldBinary(kind, *ofText), expected);
             AcDbDxfGroup group;
             EXPECT_EQ(filled.binary.tell() == static_cast<Adesk::Int64>(filled.binary.size()), isOld);
-            EXPECT_EQ(filled.text.readItem(group), isOld ? Acad::eEndOfObject : Acad::eOk) << "no more is read";
+            EXPECT_EQ(filled.text.readItem(group), isOld ? Acad::eEndOfObject : Acad::eOk)
+                << "no more is read";
         }
     }
 }

@@ -282,7 +282,12 @@ TEST(DimensionLayout, EachVariableHasItsFigure) {
     const std::vector<Stretch> whole = {{{2.5, 0}, {37.5, 0}}};
     const std::vector<Stretch> tails = {{{-2.5, 0}, {-5, 0}}, {{42.5, 0}, {45, 0}}, {{0, 0}, {40, 0}}};
     const Case cases[] = {
-        {"dimsd1", [](Linear& d) { d.variables.dimsd1 = true; }, line, {{{20, 0}, {37.5, 0}}}, {20, 2.125}, 1},
+        {"dimsd1",
+         [](Linear& d) { d.variables.dimsd1 = true; },
+         line,
+         {{{20, 0}, {37.5, 0}}},
+         {20, 2.125},
+         1},
         {"dimsd2", [](Linear& d) { d.variables.dimsd2 = true; }, line, {{{2.5, 0}, {20, 0}}}, {20, 2.125}, 1},
         {"dimfxl",
          [](Linear& d) { d.variables.dimfxlenOn = true, d.variables.dimfxlen = 3.0; },
@@ -309,7 +314,12 @@ TEST(DimensionLayout, EachVariableHasItsFigure) {
          {20, -2.125},
          2},
         {"dimtad 4", [](Linear& d) { d.variables.dimtad = 4; }, line, whole, {20, -2.125}, 2},
-        {"flipped", [](Linear& d) { d.shape.isFlipped[0] = d.shape.isFlipped[1] = true; }, line, tails, {20, 2.125}, 2},
+        {"flipped",
+         [](Linear& d) { d.shape.isFlipped[0] = d.shape.isFlipped[1] = true; },
+         line,
+         tails,
+         {20, 2.125},
+         2},
         {"dimsoxd",
          [](Linear& d) { d.shape.isFlipped[0] = d.shape.isFlipped[1] = d.variables.dimsoxd = true; },
          line,
@@ -330,10 +340,15 @@ TEST(DimensionLayout, EachVariableHasItsFigure) {
          2},
         {"dimtmove 1",
          [](Linear& d) {
-             d.variables.dimtmove = 1, d.variables.dimtofl = false, d.shape.points[0].x = d.shape.points[4].x = 8;
+             d.variables.dimtmove = 1, d.variables.dimtofl = false,
+             d.shape.points[0].x = d.shape.points[4].x = 8;
          },
          line,
-         {{{-2.5, 0}, {-5, 0}}, {{10.5, 0}, {13, 0}}, {{0, 0}, {8, 0}}, {{4, 0}, {4, 5.675}}, {{4, 5.675}, {6.5, 5.675}}},
+         {{{-2.5, 0}, {-5, 0}},
+          {{10.5, 0}, {13, 0}},
+          {{0, 0}, {8, 0}},
+          {{4, 0}, {4, 5.675}},
+          {{4, 5.675}, {6.5, 5.675}}},
          {11.625, 5.675},
          2},
     };
@@ -390,8 +405,8 @@ TEST(DimensionLayout, MarksAndSymbolsHaveTheirFigures) {
                     1e-9);
         // The line that parts a text runs on to its end.
         const double landing = isParted ? 27.125 : 17.5;
-        expectLines(radius.lines(PieceLook::dimensionLine),
-                    {{{12.5, 0}, {15, 0}}, {{15, 0}, {landing, 0}}}, 1e-9);
+        expectLines(radius.lines(PieceLook::dimensionLine), {{{12.5, 0}, {15, 0}}, {{15, 0}, {landing, 0}}},
+                    1e-9);
         expectText(radius.layout, 22.625, isParted ? 0.5 : 0.0, 0.0, 1e-9);
     }
     Linear arc(0.0);

@@ -33,8 +33,8 @@ protected:
         const double sense = integer(0, 1) ? 1.0 : -1.0;
         for (int i = 0; i < count; ++i) {
             const double angle = sense * AcGe::kTwoPi * (i + real(-0.2, 0.2)) / count;
-            loop.vertices.push_back(center + AcGeVector2d(std::cos(angle), std::sin(angle)) * radius *
-                                                 real(0.9, 1.0));
+            loop.vertices.push_back(center +
+                                    AcGeVector2d(std::cos(angle), std::sin(angle)) * radius * real(0.9, 1.0));
             loop.bulges.push_back(integer(0, 2) ? real(-0.15, 0.15) : 0.0);
         }
         return loop;
@@ -42,8 +42,10 @@ protected:
     HatchPatternLine family(const AcGePoint2d& center) {
         const double angle = integer(0, 3) ? real(0.0, AcGe::kTwoPi) : AcGe::kPi / 4.0 * integer(0, 7);
         const AcGeVector2d along(std::cos(angle), std::sin(angle));
-        HatchPatternLine line{angle, center + AcGeVector2d(real(-90, 90), real(-90, 90)),
-                              along * real(-2, 2) + along.perpVector() * real(0.05, 0.2), {}};
+        HatchPatternLine line{angle,
+                              center + AcGeVector2d(real(-90, 90), real(-90, 90)),
+                              along * real(-2, 2) + along.perpVector() * real(0.05, 0.2),
+                              {}};
         if (integer(0, 1)) line.offset = -line.offset;
         static const std::vector<double> dashes[] = {
             {}, {1.0, -0.5}, {-0.3, 0.8}, {0.4, -0.2, 0.0, -0.3, 0.5}, {0.0, -0.25}, {0.5, 0.5}};
@@ -129,8 +131,9 @@ void expectInPattern(const HatchStroke& stroke, const HatchPatternLine& line, do
     double period = 0.0;
     for (const double dash : line.dashes) period += std::abs(dash);
     if (drawnShare(line.dashes) == 1.0) return;
-    const double middle = ((stroke.from + (stroke.to - stroke.from) / 2.0) - (line.base + line.offset * nearest))
-                              .dotProduct(along);
+    const double middle =
+        ((stroke.from + (stroke.to - stroke.from) / 2.0) - (line.base + line.offset * nearest))
+            .dotProduct(along);
     double place = std::floor(middle / period) * period;
     bool isDrawn = false;
     for (const double dash : line.dashes) {
@@ -247,8 +250,11 @@ HatchLoop square(double low, double high, int type = 0) {
 
 TEST(HatchAreas, TextBoxesAreHolesOfWhatIsFilled) {
     // In squares of 20, 16, 12: texts in the outermost part, in the hole, and beside them all.
-    const std::vector<HatchLoop> loops = {square(1, 1.5, AcDbHatch::kTextbox), square(0, 20),
-                                          square(2.5, 3.5, AcDbHatch::kTextbox), square(2, 18), square(4, 16),
+    const std::vector<HatchLoop> loops = {square(1, 1.5, AcDbHatch::kTextbox),
+                                          square(0, 20),
+                                          square(2.5, 3.5, AcDbHatch::kTextbox),
+                                          square(2, 18),
+                                          square(4, 16),
                                           square(5, 7, AcDbHatch::kTextbox),
                                           square(30, 33, AcDbHatch::kTextbox)};
     EXPECT_NEAR(HatchArea(loops, AcDbHatch::kNormal).area(), 400 - 256 + 144 - 0.25 - 4, 1e-9);
@@ -344,8 +350,8 @@ TEST(HatchPatterns, StatusesOfWhatCannotBeEvaluated) {
         SCOPED_TRACE(name);
         // A square with a sting: the box is much larger than what is filled.
         AcDbHatch hatch;
-        const AcGePoint2dArray corners =
-            drawingtest::arrayOf<AcGePoint2d>({{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0.57}, {-1e5, 0.56}, {0, 0.55}});
+        const AcGePoint2dArray corners = drawingtest::arrayOf<AcGePoint2d>(
+            {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0.57}, {-1e5, 0.56}, {0, 0.55}});
         ASSERT_EQ(hatch.appendLoop(AcDbHatch::kExternal, corners, AcGeDoubleArray()), Acad::eOk);
         ASSERT_EQ(hatch.setPattern(AcDbHatch::kCustomDefined, L"X"), Acad::eOk);
         ASSERT_EQ(hatch.setPatternDefinitions(lines), Acad::eOk);
@@ -365,7 +371,8 @@ TEST(HatchPatterns, ExplodeToLinesAndPointsInTheirPlane) {
         if (!motion.keepsShape) continue;
         SCOPED_TRACE(motion.name);
         AcDbHatch hatch = patterned(L"AR-CONC");
-        const AcGePoint2dArray corners = drawingtest::arrayOf<AcGePoint2d>({{0, 0.5}, {40, 0.5}, {40, 30}, {0, 30}});
+        const AcGePoint2dArray corners =
+            drawingtest::arrayOf<AcGePoint2d>({{0, 0.5}, {40, 0.5}, {40, 30}, {0, 30}});
         ASSERT_EQ(hatch.appendLoop(AcDbHatch::kExternal, corners, AcGeDoubleArray()), Acad::eOk);
         ASSERT_EQ(hatch.setElevation(7.0), Acad::eOk);
         ASSERT_EQ(hatch.setColorIndex(3), Acad::eOk);

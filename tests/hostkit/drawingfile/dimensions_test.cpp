@@ -234,11 +234,12 @@ TEST(DimensionStyles, TheirDataGoIntoAnotherDrawing) {
         ASSERT_EQ(drawing.setDimstyleData(id), Acad::eOk);
         change<AcDbDimStyleTableRecord>(
             own, [&](AcDbDimStyleTableRecord& each) { ASSERT_EQ(each.setDimstyleData(id), Acad::eOk); });
-        change<AcDbDimension>(
-            dimension, [&](AcDbDimension& each) { ASSERT_EQ(each.setDimstyleData(id), Acad::eOk); });
+        change<AcDbDimension>(dimension,
+                              [&](AcDbDimension& each) { ASSERT_EQ(each.setDimstyleData(id), Acad::eOk); });
         const std::string bytes = saved(drawing, DrawingVersion::k2018);
-        EXPECT_TRUE(round > 0 || (holds(bytes, "\n$DIMFXL\n40\n") && holds(bytes, "\n$DIMLTEX1\n6\nContinuous\n") &&
-                                  holds(bytes, "\n$DIMBLK\n1\nOpen30\n")));
+        EXPECT_TRUE(round > 0 ||
+                    (holds(bytes, "\n$DIMFXL\n40\n") && holds(bytes, "\n$DIMLTEX1\n6\nContinuous\n") &&
+                     holds(bytes, "\n$DIMBLK\n1\nOpen30\n")));
         const auto again = openDrawingFromMemory(bytes, L"again");
         ASSERT_TRUE(again);
         AcDbDimStyleTableRecord* given[4] = {};
@@ -320,8 +321,8 @@ TEST(DimensionBlocks, ABlockStaysForOthersThatShowIt) {
         const AcDbObjectId ids[] = {addDimension(drawing), addDimension(drawing)};
         EXPECT_EQ(completeDimensions(drawing), 2);
         const AcDbObjectId block = dimensionOf(drawing).dimBlockId();
-        change<AcDbDimension>(
-            ids[1], [&](AcDbDimension& each) { EXPECT_EQ(each.setDimBlockId(block), Acad::eOk); });
+        change<AcDbDimension>(ids[1],
+                              [&](AcDbDimension& each) { EXPECT_EQ(each.setDimBlockId(block), Acad::eOk); });
         if (isErased) {
             EXPECT_EQ(erase(ids[1]), Acad::eOk);
         }
@@ -426,9 +427,8 @@ TEST(DimensionBlocks, TheLineRunsBetweenPartsOfItsText) {
 }
 
 TEST(DimensionBlocks, TheGroundOfATextHidesTheLine) {
-    const std::pair<int, const char*> cases[] = {{0, "AcDbMText"},
-                                                 {1, "90\n2\n63\n5\n45\n1.25\n"},
-                                                 {2, "90\n1\n63\n5\n45\n1.25\n"}};
+    const std::pair<int, const char*> cases[] = {
+        {0, "AcDbMText"}, {1, "90\n2\n63\n5\n45\n1.25\n"}, {2, "90\n1\n63\n5\n45\n1.25\n"}};
     for (const auto& [fill, groups] : cases) {
         AcDbDatabase drawing;
         change<AcDbDimension>(addDimension(drawing), [fill = fill](AcDbDimension& dimension) {

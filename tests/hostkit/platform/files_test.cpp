@@ -47,7 +47,8 @@ TEST(Files, AnswerWithTheReason) {
     EXPECT_EQ(failure(MoveFileW(base + L"\\file.txt", base + L"\\Été\\b")), 0);
     folder.write("a", "");
     EXPECT_EQ(failure(MoveFileW(base + L"\\a", base + L"\\Été\\b")), ERROR_ALREADY_EXISTS);
-    const auto replace = [&](const CString& from, const CString& to, DWORD flags = MOVEFILE_REPLACE_EXISTING) {
+    const auto replace = [&](const CString& from, const CString& to,
+                             DWORD flags = MOVEFILE_REPLACE_EXISTING) {
         return failure(MoveFileExW(base + from, base + to, flags));
     };
     EXPECT_EQ(replace(L"\\none", L"\\Été\\b"), ERROR_FILE_NOT_FOUND);
