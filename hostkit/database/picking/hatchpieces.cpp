@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 
 namespace hostkit {
 
@@ -131,14 +132,19 @@ Pieces polylineChain(const HatchLoop& loop, const HatchPlane& plane) {
     return pieces;
 }
 
-// In how many of the others it lies; loops do not cross.
-int depthOf(std::size_t index, const std::vector<Pieces>& loops) {
-    constexpr double somewhere = 0.37; // ends of pieces lie on other loops more often
-    const AcGePoint2d point = loops[index].front().at(somewhere);
-    int depth = 0;
-    for (std::size_t i = 0; i < loops.size(); ++i)
-        if (i != index && isEnclosed(point, loops[i])) ++depth;
-    return depth;
+// Where all loops count, nothing need be known of how they lie.
+std::vector<std::size_t> boundingLoops(const AcDbHatch& hatch) {
+    const std::vector<HatchLoop>& loops = hatch.loops();
+    const bool countsAll = hatch.hatchStyle() == AcDbHatch::kNormal &&
+                           std::none_of(loops.begin(), loops.end(), [](const HatchLoop& loop) {
+                               return (loop.type & AcDbHatch::kTextbox) != 0;
+                           });
+    std::vector<std::size_t> indices(loops.size());
+    std::iota(indices.begin(), indices.end(), std::size_t{0});
+    if (countsAll) return indices;
+    indices = hatch.filledArea().loops();
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
+    return indices;
 }
 
 } // namespace
@@ -148,17 +154,12 @@ std::vector<PlanePiece> filledBoundary(const AcDbHatch& hatch, const ViewMap& to
     AcGeMatrix3d toWorld;
     hatch.getEcs(toWorld);
     const HatchPlane plane{toView * toWorld, hatch.elevation(), deviation, near};
-    std::vector<Pieces> loops;
-    for (const HatchLoop& loop : hatch.loops()) {
-        Pieces pieces = loop.edges.empty() ? polylineChain(loop, plane) : edgeChain(loop, plane);
-        if (!pieces.empty()) loops.push_back(std::move(pieces));
-    }
-    const int deepest = hatch.hatchStyle() == AcDbHatch::kIgnore ? 0 : 1;
-    const bool countsAll = hatch.hatchStyle() == AcDbHatch::kNormal || loops.size() < 2;
     Pieces boundary;
-    for (std::size_t i = 0; i < loops.size(); ++i)
-        if (countsAll || depthOf(i, loops) <= deepest)
-            boundary.insert(boundary.end(), loops[i].begin(), loops[i].end());
+    for (const std::size_t index : boundingLoops(hatch)) {
+        const HatchLoop& loop = hatch.loops()[index];
+        const Pieces pieces = loop.edges.empty() ? polylineChain(loop, plane) : edgeChain(loop, plane);
+        boundary.insert(boundary.end(), pieces.begin(), pieces.end());
+    }
     return boundary;
 }
 

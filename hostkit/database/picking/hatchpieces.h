@@ -10,9 +10,8 @@ class AcDbHatch;
 
 namespace hostkit {
 
-/// The boundary of what the hatch fills, by even and odd: all loops, the outer ones and those right within
-/// them, or the outer ones alone, by its style. Edges of a loop may run either way; gaps between them are
-/// closed.
+/// The boundary of what the hatch fills, by even and odd: the loops that HatchArea takes. Edges of a loop may
+/// run either way; gaps between them are closed.
 std::vector<PlanePiece> filledBoundary(const AcDbHatch& hatch, const ViewMap& toView, double deviation,
                                        const PlaneBox* near = nullptr);
 

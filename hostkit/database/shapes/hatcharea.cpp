@@ -17,6 +17,7 @@ constexpr int kTextboxBit = 8;
 
 /// A loop and what tells where it lies.
 struct NestedLoop {
+    std::size_t index = 0; ///< in the given loops
     std::vector<HatchContour> contours;
     bool isTextbox = false;
     double area = 0.0;
@@ -204,19 +205,20 @@ bool isCrossed(const std::vector<HatchContour>& contours) {
 HatchArea::HatchArea(const std::vector<HatchLoop>& loops, int style, double deviation) {
     std::vector<NestedLoop> nested;
     bool hasTextbox = false;
-    for (const HatchLoop& loop : loops) {
+    for (std::size_t i = 0; i < loops.size(); ++i) {
         NestedLoop made;
-        made.contours = contoursOf(loop, deviation);
-        made.isTextbox = (loop.type & kTextboxBit) != 0;
+        made.index = i;
+        made.contours = contoursOf(loops[i], deviation);
+        made.isTextbox = (loops[i].type & kTextboxBit) != 0;
         hasTextbox |= made.isTextbox;
         if (!made.contours.empty()) nested.push_back(std::move(made));
     }
     if (hasTextbox || style == kOuterStyle || style == kIgnoreStyle) findDepths(nested);
-    for (std::size_t i = 0; i < nested.size(); ++i) {
-        if (!isContour(nested[i], style)) continue;
-        for (HatchContour& contour : nested[i].contours) {
+    for (NestedLoop& loop : nested) {
+        if (!isContour(loop, style)) continue;
+        for (HatchContour& contour : loop.contours) {
             m_contours.push_back(std::move(contour));
-            m_loops.push_back(i);
+            m_loops.push_back(loop.index);
         }
     }
 }

@@ -45,6 +45,8 @@ public:
     HatchArea(const std::vector<HatchLoop>& loops, int style, double deviation = 0.0);
 
     const std::vector<HatchContour>& contours() const { return m_contours; }
+    /// Which of the given loops each contour comes from, ascending; a loop may have several contours.
+    const std::vector<std::size_t>& loops() const { return m_loops; }
     /// The contours as points, the closing one left out, to be filled by even and odd in one go; chords of
     /// arcs are no farther from them than `deviation`, but an arc has a chord for each eighth of a turn at
     /// least and 10,000 at most.
@@ -56,7 +58,7 @@ public:
 
 private:
     std::vector<HatchContour> m_contours;
-    std::vector<std::size_t> m_loops; ///< of the contours: a loop may have several
+    std::vector<std::size_t> m_loops;
 };
 
 /// The area of a contour with the sign of its sense; splines count as they are, not as their chords.

@@ -78,10 +78,11 @@ Pieces chords(const AcGeNurbCurve2d& spline, double deviation) {
                            deviation > 0.0 ? deviation : reach * partOfBox, points, parameters);
     Pieces pieces;
     double beside = 0.0;
-    spline.area(interval.lowerBound(), interval.upperBound(), beside);
     for (int i = 0; i + 1 < points.length(); ++i) {
         pieces.push_back(segment(points[i], points[i + 1]));
-        beside -= (points[i] - points[0]).crossProduct(points[i + 1] - points[0]) / 2.0;
+        // As of a parabola through the middle: two thirds of the box between it and its chord.
+        const AcGePoint2d middle = spline.evalPoint((parameters[i] + parameters[i + 1]) / 2.0);
+        beside += (middle - points[i]).crossProduct(points[i + 1] - points[i]) * 2.0 / 3.0;
     }
     if (!pieces.empty()) pieces.front().besideChords = beside;
     return pieces;
@@ -114,7 +115,7 @@ bool isUsable(const ContourPiece& piece) {
     const auto& [start, end, isArc, center, u, v, startAngle, sweep, beside] = piece;
     return isUsable(start.x) && isUsable(start.y) && isUsable(end.x) && isUsable(end.y) &&
            isUsable(center.x) && isUsable(center.y) && isUsable(u.x) && isUsable(u.y) && isUsable(v.x) &&
-           isUsable(v.y) && isUsable(startAngle) && isUsable(sweep);
+           isUsable(v.y) && isUsable(startAngle) && isUsable(sweep) && std::isfinite(beside);
 }
 
 void turnRound(Pieces& edge) {
