@@ -273,6 +273,20 @@ TEST_F(Hatching, PolygonsKeepToTheContours) {
     }
 }
 
+TEST(HatchAreas, StrokesAreWholeAcrossPeriodsAndSharedEdges) {
+    HatchLoop beside = square(0, 12);
+    for (AcGePoint2d& vertex : beside.vertices) vertex.x += 12.0;
+    const HatchArea area({square(0, 12), beside}, AcDbHatch::kNormal);
+    for (const auto& [dashes, count, longest] :
+         {std::tuple(std::vector<double>(), 12U, 24.0), {{1, -2, 3}, 12U * 5U, 4.0}, {{2, 3}, 12U, 24.0}}) {
+        const std::vector<HatchStroke> strokes = strokesOf(area, {0.0, {1.0, 0.5}, {0.0, 1.0}, dashes});
+        EXPECT_EQ(strokes.size(), count);
+        double reach = 0.0;
+        for (const HatchStroke& stroke : strokes) reach = std::max(reach, stroke.from.distanceTo(stroke.to));
+        EXPECT_NEAR(reach, longest, 1e-12);
+    }
+}
+
 AcDbHatch patterned(const wchar_t* name, double angle = 0.0, double scale = 1.0) {
     AcDbHatch hatch;
     EXPECT_EQ(hatch.setPatternAngle(angle), Acad::eOk);
