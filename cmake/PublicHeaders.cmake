@@ -34,7 +34,7 @@ set(VEXO_KIT_HEADERS
   gecurv2d.h gecurv3d.h geell.h geell2d.h geell3d.h geent.h geent2d.h geent3d.h gegbl.h geintrvl.h gekvec.h gelent.h
   gelent2d.h gelent3d.h geline.h geline2d.h geline3d.h gelnsg2d.h gelnsg3d.h gemat2d.h gemat3d.h genurb.h genurb2d.h
   genurb3d.h geplanar.h geplane.h gepnt2d.h gepnt3d.h geray2d.h geray3d.h gescl3d.h getol.h gevec2d.h gevec3d.h
-  groupblock.h groupgatherer.h hatchloop.h host.h hostapplication.h hostport.h hosttest.h iconresource.h itemlist.h
+  groupblock.h groupgatherer.h hatcharea.h hatchlines.h hatchloop.h host.h hostapplication.h hostport.h hosttest.h iconresource.h itemlist.h
   memorydwgfiler.h memorydxffiler.h messagemap.h modulecommand.h modulemark.h nameindex.h oleauto.h outputfiles.h
   painting.h polylinecurve.h polylineshape.h runtimeservices.h rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h
   rxdlinkr.h rxobject.h rxprodkey.h rxregsvc.h scriptedport.h stringtable.h subentitylist.h systemvariables.h

@@ -222,6 +222,7 @@ TEST(HatchAreas, OfEdgesAndOddLoops) {
     rings.edges[1].radius = 1.0, rings.edges[1].endAngle = AcGe::kTwoPi;
     rings.edges[1].isCounterClockwise = false;
     EXPECT_NEAR(area({rings}), 8.0 * AcGe::kPi, 0.02);
+    EXPECT_EQ(HatchArea({rings}, 0).contours().size(), 2U);
 
     HatchLoop parabola; // of height 2 over a base of 6
     parabola.edges.resize(2);
@@ -279,12 +280,29 @@ TEST(HatchAreas, StrokesAreWholeAcrossPeriodsAndSharedEdges) {
     const HatchArea area({square(0, 12), beside}, AcDbHatch::kNormal);
     for (const auto& [dashes, count, longest] :
          {std::tuple(std::vector<double>(), 12U, 24.0), {{1, -2, 3}, 12U * 5U, 4.0}, {{2, 3}, 12U, 24.0}}) {
-        const std::vector<HatchStroke> strokes = strokesOf(area, {0.0, {1.0, 0.5}, {0.0, 1.0}, dashes});
+        const std::vector<HatchStroke> strokes = strokesOf(area, {0.0, {11.5, 0.5}, {0.0, 1.0}, dashes});
         EXPECT_EQ(strokes.size(), count);
         double reach = 0.0;
         for (const HatchStroke& stroke : strokes) reach = std::max(reach, stroke.from.distanceTo(stroke.to));
         EXPECT_NEAR(reach, longest, 1e-12);
     }
+}
+
+// A parabola, as such an arc is to the last digit; the centre is 25 million kilometres away.
+TEST(HatchAreas, StrokesEndOnFlatArcs) {
+    HatchLoop loop;
+    loop.vertices = {{0, 0}, {1000, 0}, {1000, 2000}, {0, 2000}};
+    loop.bulges = {1e-8, 0, 0, 0};
+    const double sagitta = 5e-6;
+    int count = 0;
+    for (const HatchStroke& stroke :
+         strokesOf(HatchArea({loop}, 0), {AcGe::kPi / 4.0, {0.0, 0.0}, {10.0, 0.0}, {}})) {
+        const double x = stroke.from.x;
+        if (stroke.from.y > 1.0 || x < 1e-3 || x > 999.999) continue;
+        ++count;
+        EXPECT_NEAR(stroke.from.y, -4.0 * sagitta * (x / 1000.0) * (1.0 - x / 1000.0), 1e-11);
+    }
+    EXPECT_GT(count, 90);
 }
 
 AcDbHatch patterned(const wchar_t* name, double angle = 0.0, double scale = 1.0) {
