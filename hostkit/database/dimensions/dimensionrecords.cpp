@@ -139,15 +139,17 @@ Acad::ErrorStatus hostkit::takeIntoDrawing(AcDbDatabase& drawing, DimensionVaria
     DimensionVariables taken = variables;
     for (const DimensionVariable& variable : dimensionVariableTable()) {
         const Record* const member = std::get_if<Record>(&variable.member);
-        if (!member || (taken.**member).isNull() || (taken.**member).database() == &drawing) continue;
-        const std::wstring name = nameOf(taken.**member);
+        if (!member) continue;
+        AcDbObjectId& record = taken.*(*member);
+        if (record.isNull() || record.database() == &drawing) continue;
+        const std::wstring name = nameOf(record);
         AcDbObjectId own;
         if (variable.kind == VariableKind::block)
             (void)arrowBlock(&drawing, name.c_str(), own);
         else if (const AcDbSymbolTable* const table = tableOf(drawing, variable.kind))
             own = table->find(name);
         if (own.isNull()) return Acad::eKeyNotFound;
-        taken.** member = own;
+        record = own;
     }
     variables = taken;
     return Acad::eOk;

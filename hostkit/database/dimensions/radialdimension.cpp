@@ -26,6 +26,7 @@ public:
 
 private:
     bool standsInside() const;
+    double legTo(const AcGePoint2d& text, const AcGeVector2d& way) const;
     void writeLevel();
     void writeAlong();
     void writeBetween();
@@ -58,6 +59,16 @@ bool RadialPieces::standsInside() const {
     return m_variables.dimtix || needed <= 2.0 * m_radius;
 }
 
+// From the tip that way to the height of a text.
+double RadialPieces::legTo(const AcGePoint2d& text, const AcGeVector2d& way) const {
+    const AcGeVector2d toText = text - m_tip;
+    const AcGeVector2d upward = m_level.perpVector();
+    const double climb = way.dotProduct(upward);
+    constexpr double level = 1e-6;
+    if (std::abs(climb) > level) return toText.dotProduct(upward) / climb;
+    return std::abs(toText.dotProduct(m_level)) - m_sizes.arrow - m_sizes.gap - m_sizes.halfWidth;
+}
+
 // Level text beside the knee of a leg that runs along the radius.
 void RadialPieces::writeLevel() {
     const bool isInside = standsInside();
@@ -67,16 +78,10 @@ void RadialPieces::writeLevel() {
     const double landing = m_sizes.arrow;
     // A line between two parts runs on to their far end.
     const double landingEnd = landing + (m_sizes.isParted ? m_sizes.gap + 2.0 * m_sizes.halfWidth : 0.0);
-    const double climb = way.dotProduct(upward);
     double leg = cut() + m_sizes.arrow;
     double side = way.dotProduct(m_level) < 0.0 ? -1.0 : 1.0;
     if (m_shape.isTextPlaced) {
-        const AcGeVector2d toText = m_shape.point(11) - raise - m_tip;
-        constexpr double level = 1e-6;
-        const double reach = std::abs(climb) > level ? toText.dotProduct(upward) / climb
-                                                     : std::abs(toText.dotProduct(m_level)) - landing -
-                                                           m_sizes.gap - m_sizes.halfWidth;
-        leg = std::max(leg, reach);
+        leg = std::max(leg, legTo(m_shape.point(11) - raise, way));
         side = (m_shape.point(11) - (m_tip + way * leg)).dotProduct(m_level) < 0.0 ? -1.0 : 1.0;
     }
     const AcGePoint2d knee = m_tip + way * leg;

@@ -232,6 +232,7 @@ TEST_F(StyleDialog, TheListHoldsTheStylesOfItsType) {
     put("a.orstyle", "[Autosurf]\r\nStyleName = \"\xC9t\xE9.1\"\r\n");
     put("c.ORStyle", "x[Autosurf]x\r\nStyleName = \"Loose\"\r\n");
     put("d.ORStyle", "Autosurf]\r\nStyleName = \"No bracket\"\r\n");
+    put("d2.ORStyle", "[AutosurfX]\r\nStyleName = \"Longer type\"\r\n");
     put("e.ORStyle", "[BMRepartition]\r\nStyleName = \"Other\"\r\n");
     put("f.ORStyle", "\r\n[Autosurf]\r\nStyleName = \"Second line\"\r\n");
     put("g.ORStyle", "[Autosurf]\r\nNo name\r\n");

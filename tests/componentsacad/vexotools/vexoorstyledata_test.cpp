@@ -209,11 +209,13 @@ TEST_F(StyleData, RecordsAreFilledAsFarAsItemsGo) {
     ASSERT_EQ(style.GetTextStyle(key, &text), Acad::eOk);
     EXPECT_EQ(text.fileName(), L"romans.shx");
     EXPECT_EQ(text.xScale(), 1.0) << "what is missing stays";
+    add(L"TBigFont", L"big.shx");
     CString part;
     style.AddItem(part = L"TUpsideDown", 1);
     style.AddItem(part = L"TBackWards", 0);
     ASSERT_EQ(style.GetTextStyle(key, &text), Acad::eOk);
     EXPECT_EQ(text.flagBits(), 0) << "never set";
+    EXPECT_EQ(text.bigFontFileName(), L"big.shx");
     text.setFlagBits(6);
     style.GetTextStyle(key, &text);
     EXPECT_EQ(text.flagBits(), 0) << "6 and 4, and that and 0";
