@@ -137,8 +137,10 @@ TEST_F(StyleData, KeysAndTheirPrefix) {
     VEXOORStyleData other(style), assigned;
     EXPECT_EQ(other.getPrefix(), L"Pre");
     assigned.setPrefix(L"Own");
+    style.setStyleName(L"Mur");
     assigned = style;
     EXPECT_EQ(assigned.getPrefix(), L"Own");
+    EXPECT_EQ(assigned.getStyleName(), L"Mur");
     EXPECT_EQ(assigned.GetItems().length(), 5);
     style.ClearItems();
     EXPECT_EQ(other.GetItems().length(), 5);
