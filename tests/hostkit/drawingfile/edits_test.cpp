@@ -6,6 +6,7 @@
 
 #include "db2dpolyline.h"
 #include "db2dvertex.h"
+#include "dbaccess.h"
 #include "dbarc.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
@@ -146,6 +147,28 @@ TEST(Edits, aNewNameReachesAllThatUseIt) {
     EXPECT_EQ(countOf(saved, "\xE4\xB8\xAD\r\n"), 0u);    // nothing has the old name beside the new one
     EXPECT_EQ(countOf(saved, "  8\r\nConcrete\r\n"), 2u); // the entity and the current layer
     EXPECT_EQ(countOf(saved, "$CLAYER\r\n  8\r\nConcrete\r\n"), 1u);
+}
+
+TEST(Edits, aNameThatPassesFromBlockToBlockIsEachOnesOwn) {
+    const auto drawing =
+        openDrawingFromMemory(section("BLOCKS", block("A", line()) + block("B", line() + line())) +
+                                  entities(groups({{0, "INSERT"}, {8, "0"}, {2, "A"}})),
+                              L"blocks", nullptr, quietReading);
+    const auto idOf = [](const AcDbDatabase& database, const wchar_t* name) {
+        return DatabaseAccess::objectOf<AcDbBlockTable>(database.blockTableId())->find(name);
+    };
+    for (const auto& [from, to] : {std::pair(L"B", L"C"), std::pair(L"A", L"B")})
+        change<AcDbBlockTableRecord>(idOf(*drawing, from), [&](AcDbBlockTableRecord& block) {
+            EXPECT_EQ(block.setName(to), Acad::eOk);
+        });
+    const auto again = openDrawingFromMemory(saved(*drawing), L"again", nullptr, quietReading);
+    ASSERT_TRUE(again);
+    for (const auto& [name, count] : {std::pair(L"B", 1u), std::pair(L"C", 2u)}) {
+        const auto* const found = DatabaseAccess::objectOf<AcDbBlockTableRecord>(idOf(*again, name));
+        ASSERT_TRUE(found);
+        EXPECT_EQ(found->entities().size(), count);
+    }
+    EXPECT_EQ(listDrawing(*again).entities.front().name, L"B");
 }
 
 TEST(Edits, attributesAreAddedToAReferenceWithoutAny) {
