@@ -24,8 +24,9 @@ public:
         kNotClosed = 32
     };
     enum HatchEdgeType { kLine = 1, kCirArc = 2, kEllArc = 3, kSpline = 4 };
-    enum HatchPatternType { kUserDefined = 0, kPreDefined = 1, kCustomDefined = 2 };
-    enum HatchStyle { kNormal = 0, kOuter = 1, kIgnore = 2 };
+    // Of a fixed type, so that any number of a file or a caller has a place.
+    enum HatchPatternType : int { kUserDefined = 0, kPreDefined = 1, kCustomDefined = 2 };
+    enum HatchStyle : int { kNormal = 0, kOuter = 1, kIgnore = 2 };
 
     AcDbHatch() = default;
     AcDbHatch(const AcDbHatch&) = default;
