@@ -1,6 +1,10 @@
 // How blocks and what shows them draw themselves.
 
+#include "blockdrawing.h"
+
 #include "acgi.h"
+#include "blockholding.h"
+#include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
@@ -60,14 +64,23 @@ bool drawExploded(AcGiWorldDraw& draw, const AcDbEntity& entity) {
     return true;
 }
 
-void drawRecord(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWorld) {
+} // namespace
+
+namespace hostkit {
+
+void drawBlock(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWorld) {
     const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
     if (!record.object()) return;
     const PushedTransform pushed(draw, toWorld);
     draw.geometry().draw(record.object());
 }
 
-} // namespace
+AcDbObjectId blockToShow(const AcDbEntity& entity, AcDbObjectId block) {
+    const auto* const record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
+    return !record || block.isErased() || holdsBlock(block, entity.blockId()) ? AcDbObjectId() : block;
+}
+
+} // namespace hostkit
 
 Adesk::Boolean AcDbBlockTableRecord::worldDraw(AcGiWorldDraw* draw) {
     for (const AcDbObjectId id : entities()) {
@@ -84,7 +97,7 @@ Adesk::Boolean AcDbBlockReference::worldDraw(AcGiWorldDraw* draw) {
     const AcGeMatrix3d fromFirst = copyTransform(0).inverse();
     for (int i = 0; i < copyCount() && !draw->regenAbort(); ++i) {
         const AcGeMatrix3d place = copyTransform(i);
-        drawRecord(*draw, blockTableRecord(), place);
+        hostkit::drawBlock(*draw, blockTableRecord(), place);
         const PushedTransform pushed(*draw, i == 0 ? AcGeMatrix3d::kIdentity : place * fromFirst);
         const std::unique_ptr<AcDbObjectIterator> each(attributeIterator());
         for (; each && !each->done(); each->step()) {
@@ -99,7 +112,7 @@ Adesk::Boolean AcDbBlockReference::worldDraw(AcGiWorldDraw* draw) {
 Adesk::Boolean AcDbDimension::worldDraw(AcGiWorldDraw* draw) {
     if (drawExploded(*draw, *this)) return Adesk::kTrue;
     if (!dimBlockId().isNull()) {
-        drawRecord(*draw, dimBlockId(), hostkit::blockPlacement(*this));
+        hostkit::drawBlock(*draw, dimBlockId(), hostkit::blockPlacement(*this));
         return Adesk::kTrue;
     }
     hostkit::DimensionPicture picture;

@@ -24,7 +24,8 @@ private:
 };
 
 /// As above for entities: the common properties are known and can be changed, the geometry is not. Vertices
-/// and the like that its record owns are parts of it.
+/// and the like that its record owns are parts of it. Kinds whose records are known draw themselves by them
+/// (recordpictures.h), others draw nothing.
 class AcDbOpaqueEntity : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbOpaqueEntity)
 
@@ -35,6 +36,7 @@ public:
     const wchar_t* dxfName() const override { return m_dxfName.c_str(); }
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     const hostkit::SubentityList& parts() const { return m_parts; }
 
 protected:

@@ -2,7 +2,6 @@
 // codes (%%c), which stay as they are.
 #pragma once
 
-#include "drawingversion.h"
 #include "textencoding.h"
 
 #include <string>

@@ -1,0 +1,127 @@
+// Pictures of multileaders.
+
+#include "acgi.h"
+#include "blockdrawing.h"
+#include "dbaccess.h"
+#include "dbattdef.h"
+#include "dbblockreference.h"
+#include "dbmtext.h"
+#include "dbopaque.h"
+#include "leaderlines.h"
+#include "multileaderrecord.h"
+#include "pathgeometry.h"
+#include "recordpictures.h"
+#include "textplacing.h"
+
+namespace hostkit {
+
+namespace {
+
+using Record = MultileaderRecord;
+
+// By-block colours are those of the entity itself.
+void takeColor(AcGiSubEntityTraits& traits, PackedColor color, const AcDbEntity& entity) {
+    setLook(traits, entity);
+    switch (color >> 24) {
+    case 0xC0:
+        traits.setColor(AcCmEntityColor::kACIbyLayer);
+        break;
+    case 0xC2:
+        traits.setTrueColor(AcCmEntityColor(static_cast<Adesk::UInt8>(color >> 16),
+                                            static_cast<Adesk::UInt8>(color >> 8),
+                                            static_cast<Adesk::UInt8>(color)));
+        break;
+    case 0xC3:
+        traits.setColor(static_cast<Adesk::UInt16>(color & 0xFF));
+        break;
+    }
+}
+
+void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record,
+                const Record::Branch& branch) {
+    const bool isCurved = record.path == Record::Path::curved;
+    const bool isLed = record.isLed && branch.isLed && branch.hasLanding && !isCurved;
+    for (const Record::Line& from : branch.lines) {
+        LeaderLine line;
+        line.points = from.points;
+        if (branch.hasLanding) line.points.push_back(branch.landing);
+        line.normal = record.normal;
+        line.arrow = blockToShow(entity, from.arrow.isNull() ? record.arrow : from.arrow);
+        line.arrowSize = from.arrowSize > 0.0 ? from.arrowSize : record.arrowSize;
+        line.isCurved = isCurved;
+        const bool isOwnColor = from.color != byBlockColor;
+        takeColor(draw.subEntityTraits(), isOwnColor ? from.color : record.lineColor, entity);
+        drawLeaderLine(draw, line);
+    }
+    takeColor(draw.subEntityTraits(), record.lineColor, entity);
+    const AcGePoint3d landing[] = {branch.landing,
+                                   branch.landing + branch.direction.normal() * branch.length};
+    if (isLed && branch.length > 0.0) draw.geometry().polyline(2, landing);
+}
+
+void drawFrame(AcGiWorldDraw& draw, const AcDbMText& text, double gap) {
+    AcGePoint3d corners[4];
+    if (!text.letterBox(corners)) return;
+    const AcGeVector3d x = (corners[1] - corners[0]).normal() * gap;
+    const AcGeVector3d y = (corners[0] - corners[3]).normal() * gap;
+    PicturePath path;
+    path.moveTo(corners[0] - x + y);
+    path.lineTo(corners[1] + x + y);
+    path.lineTo(corners[2] + x - y);
+    path.lineTo(corners[3] - x - y);
+    path.close();
+    drawPath(draw, path);
+}
+
+void drawText(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record) {
+    constexpr AcDbMText::AttachmentPoint attachments[] = {AcDbMText::kTopLeft, AcDbMText::kTopCenter,
+                                                          AcDbMText::kTopRight};
+    const Record::Text& from = record.text;
+    if (!(from.height > 0.0)) return;
+    AcDbMText text;
+    (void)text.setNormal(from.normal);
+    (void)text.setDirection(from.direction);
+    (void)text.setLocation(from.location);
+    (void)text.setTextHeight(from.height);
+    (void)text.setWidth(from.width);
+    (void)text.setLineSpacingFactor(from.lineSpacing);
+    if (from.alignment >= 1 && from.alignment <= 3) (void)text.setAttachment(attachments[from.alignment - 1]);
+    (void)text.setTextStyle(from.style);
+    (void)text.setContents(from.contents.c_str());
+    takeColor(draw.subEntityTraits(), from.color, entity);
+    text.worldDraw(&draw);
+    if (record.isFramed) drawFrame(draw, text, record.gap);
+}
+
+void drawContents(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record) {
+    const Record::Block& from = record.block;
+    const AcDbObjectId id = blockToShow(entity, from.id);
+    if (id.isNull()) return;
+    AcDbBlockReference reference(AcGePoint3d::kOrigin, id);
+    (void)reference.setNormal(from.normal);
+    (void)reference.setPosition(from.position);
+    (void)reference.setScaleFactors(from.scale);
+    (void)reference.setRotation(from.rotation);
+    takeColor(draw.subEntityTraits(), from.color, entity);
+    const AcGeMatrix3d place = reference.blockTransform();
+    drawBlock(draw, id, place);
+    draw.geometry().pushModelTransform(place);
+    for (const auto& [definition, wording] : from.attributes) {
+        const auto* const attribute = DatabaseAccess::objectOf<AcDbAttributeDefinition>(definition);
+        if (!attribute || attribute->isConstant() || attribute->isInvisible()) continue;
+        drawLetters(draw, placedText(*attribute, wording), attribute->normal(), attribute->textStyle());
+    }
+    draw.geometry().popModelTransform();
+}
+
+} // namespace
+
+void drawMultileader(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
+    const MultileaderRecord record = readMultileader(entity);
+    if (record.path != Record::Path::none)
+        for (const Record::Branch& branch : record.branches) drawBranch(draw, entity, record, branch);
+    if (record.hasText) drawText(draw, entity, record);
+    if (record.hasBlock) drawContents(draw, entity, record);
+}
+
+} // namespace hostkit
