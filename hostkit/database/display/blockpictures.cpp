@@ -9,6 +9,8 @@
 #include "recordcursor.h"
 #include "recordpictures.h"
 
+#include <set>
+
 namespace hostkit {
 
 namespace {
@@ -21,15 +23,21 @@ struct ShownBlockRecord {
     AcGeVector3d horizontal = AcGeVector3d::kXAxis;
 };
 
+// The first group of each code: cells of tables have the same ones.
 ShownBlockRecord readShownBlock(const AcDbOpaqueEntity& entity, int placeCode, int handleCode) {
+    constexpr int nameCode = 2, horizontalCode = 11, normalCode = 210;
     ShownBlockRecord shown;
+    std::set<int> met;
     for (RecordCursor group(entity); group.next();) {
         const int code = group.code();
-        if (code == 2 && shown.name.empty()) shown.name = group.text();
-        if (code == handleCode) shown.byHandle = group.id();
+        const bool isWanted = code == nameCode || code == placeCode || code == handleCode ||
+                              code == horizontalCode || code == normalCode;
+        if (!isWanted || !met.insert(code).second) continue;
+        if (code == nameCode) shown.name = group.text();
         if (code == placeCode) shown.place = group.point();
-        if (code == 11) shown.horizontal = group.vector();
-        if (code != 210) continue;
+        if (code == handleCode) shown.byHandle = group.id();
+        if (code == horizontalCode) shown.horizontal = group.vector();
+        if (code != normalCode) continue;
         if (const AcGeVector3d normal = group.vector(); !normal.isZeroLength()) shown.normal = normal.normal();
     }
     return shown;

@@ -37,10 +37,36 @@ void takeColor(AcGiSubEntityTraits& traits, PackedColor color, const AcDbEntity&
     }
 }
 
+AcDbMText textOf(const Record::Text& from) {
+    constexpr AcDbMText::AttachmentPoint attachments[] = {AcDbMText::kTopLeft, AcDbMText::kTopCenter,
+                                                          AcDbMText::kTopRight};
+    AcDbMText text;
+    (void)text.setNormal(from.normal);
+    (void)text.setDirection(from.direction);
+    (void)text.setLocation(from.location);
+    (void)text.setTextHeight(from.height);
+    (void)text.setWidth(from.width);
+    (void)text.setLineSpacingFactor(from.lineSpacing);
+    if (from.alignment >= 1 && from.alignment <= 3) (void)text.setAttachment(attachments[from.alignment - 1]);
+    (void)text.setTextStyle(from.style);
+    (void)text.setContents(from.contents.c_str());
+    return text;
+}
+
+// Some attachments underline the text: the landing goes on under it, with the gap on both sides.
+double underline(const Record& record, const Record::Branch& branch) {
+    constexpr int bottomLine = 5, topLine = 6, allLines = 8;
+    if (!record.hasText) return 0.0;
+    const bool isFromLeft = branch.direction.dotProduct(record.text.direction) >= 0.0;
+    const int attachment = record.text.attachments[isFromLeft ? 0 : 1];
+    if (attachment != bottomLine && attachment != topLine && attachment != allLines) return 0.0;
+    const double width = textOf(record.text).actualWidth();
+    return width > 0.0 ? width + 2.0 * record.gap : 0.0;
+}
+
 void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record,
                 const Record::Branch& branch) {
     const bool isCurved = record.path == Record::Path::curved;
-    const bool isLed = record.isLed && branch.isLed && branch.hasLanding && !isCurved;
     for (const Record::Line& from : branch.lines) {
         LeaderLine line;
         line.points = from.points;
@@ -49,14 +75,15 @@ void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& rec
         line.arrow = blockToShow(entity, from.arrow.isNull() ? record.arrow : from.arrow);
         line.arrowSize = from.arrowSize > 0.0 ? from.arrowSize : record.arrowSize;
         line.isCurved = isCurved;
-        const bool isOwnColor = from.color != byBlockColor;
-        takeColor(draw.subEntityTraits(), isOwnColor ? from.color : record.lineColor, entity);
+        takeColor(draw.subEntityTraits(), from.color == byBlockColor ? record.lineColor : from.color, entity);
         drawLeaderLine(draw, line);
     }
-    takeColor(draw.subEntityTraits(), record.lineColor, entity);
+    if (!record.isLed || !branch.isLed || !branch.hasLanding || isCurved || !(branch.length > 0.0)) return;
     const AcGePoint3d landing[] = {branch.landing,
-                                   branch.landing + branch.direction.normal() * branch.length};
-    if (isLed && branch.length > 0.0) draw.geometry().polyline(2, landing);
+                                   branch.landing + branch.direction.normal() *
+                                                        (branch.length + underline(record, branch))};
+    takeColor(draw.subEntityTraits(), record.lineColor, entity);
+    draw.geometry().polyline(2, landing);
 }
 
 void drawFrame(AcGiWorldDraw& draw, const AcDbMText& text, double gap) {
@@ -74,21 +101,9 @@ void drawFrame(AcGiWorldDraw& draw, const AcDbMText& text, double gap) {
 }
 
 void drawText(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record) {
-    constexpr AcDbMText::AttachmentPoint attachments[] = {AcDbMText::kTopLeft, AcDbMText::kTopCenter,
-                                                          AcDbMText::kTopRight};
-    const Record::Text& from = record.text;
-    if (!(from.height > 0.0)) return;
-    AcDbMText text;
-    (void)text.setNormal(from.normal);
-    (void)text.setDirection(from.direction);
-    (void)text.setLocation(from.location);
-    (void)text.setTextHeight(from.height);
-    (void)text.setWidth(from.width);
-    (void)text.setLineSpacingFactor(from.lineSpacing);
-    if (from.alignment >= 1 && from.alignment <= 3) (void)text.setAttachment(attachments[from.alignment - 1]);
-    (void)text.setTextStyle(from.style);
-    (void)text.setContents(from.contents.c_str());
-    takeColor(draw.subEntityTraits(), from.color, entity);
+    if (!(record.text.height > 0.0)) return;
+    AcDbMText text = textOf(record.text);
+    takeColor(draw.subEntityTraits(), record.text.color, entity);
     text.worldDraw(&draw);
     if (record.isFramed) drawFrame(draw, text, record.gap);
 }

@@ -89,6 +89,9 @@ bool MultileaderReader::takeOfText() {
         return text.color = color(), true;
     case 171:
         return text.alignment = static_cast<int>(m_group.integer(1)), true;
+    case 174:
+    case 175:
+        return text.attachments[m_group.code() - 174] = static_cast<int>(m_group.integer()), true;
     case 304:
         return text.contents = m_group.text(), true;
     case 340:

@@ -44,6 +44,8 @@ struct MultileaderRecord {
         double width = 0.0;
         double lineSpacing = 1.0;
         int alignment = 1; ///< 1 left, 2 centre, 3 right
+        /// How landings meet its left and its right side; some kinds underline it.
+        int attachments[2] = {1, 1};
     };
     struct Block {
         AcDbObjectId id;

@@ -9,6 +9,9 @@
 #include "recordcursor.h"
 #include "recordpictures.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace hostkit {
 
 namespace {
@@ -39,20 +42,23 @@ ToleranceRecord readTolerance(const AcDbOpaqueEntity& entity) {
 // What the letters a to z of the symbol font show.
 constexpr wchar_t symbolLetters[] = L"\u2220\u27C2\u23E5\u2313\u25CB\u2225\u232D\u2197\u232F\u2316\u2312\u24C1\u24C2"
                                     L"\u2300\u25A1\u24C5\u2104\u25CE\u24C8\u2330\u23E4\u2334\u2335\u21A7\u2332\u2333";
-constexpr std::wstring_view symbolFont = L"{\\Fgdt;";
 
-std::wstring withSymbols(std::wstring text) {
-    for (std::size_t i = 0; i + symbolFont.size() < text.size(); ++i) {
-        if (text.compare(i, 3, symbolFont.substr(0, 3)) != 0 &&
-            text.compare(i, 3, L"{\\f") != 0)
+// Each "{\Fgdt;...}", in either case of the F, becomes its symbols.
+std::wstring withSymbols(const std::wstring& text) {
+    constexpr std::wstring_view begins[] = {L"{\\Fgdt;", L"{\\fgdt;"};
+    std::wstring shown;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::wstring_view rest = std::wstring_view(text).substr(i);
+        if (!rest.starts_with(begins[0]) && !rest.starts_with(begins[1])) {
+            shown += text[i++];
             continue;
-        if (text.compare(i + 3, symbolFont.size() - 3, symbolFont.substr(3)) != 0) continue;
-        text.erase(i, symbolFont.size());
-        for (; i < text.size() && text[i] != L'}'; ++i)
-            if (text[i] >= L'a' && text[i] <= L'z') text[i] = symbolLetters[text[i] - L'a'];
-        if (i < text.size()) text.erase(i--, 1);
+        }
+        const std::size_t end = std::min(text.find(L'}', i), text.size());
+        for (i += begins[0].size(); i < end; ++i)
+            shown += text[i] >= L'a' && text[i] <= L'z' ? symbolLetters[text[i] - L'a'] : text[i];
+        i = end + 1;
     }
-    return text;
+    return shown;
 }
 
 std::vector<std::wstring> splitAt(const std::wstring& text, std::wstring_view mark) {
