@@ -108,7 +108,8 @@ void drawImageFrame(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
 void drawWipeout(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
     const PicturePath outline = outlineOf(readImage(entity), true);
     if (draw.regenType() != kAcGiForExplode && !isSorted(entity)) {
-        draw.subEntityTraits().setTrueColor(AcCmEntityColor(255, 255, 255));
+        // White itself is the colour of pens on a dark screen, which paper shows black.
+        draw.subEntityTraits().setTrueColor(AcCmEntityColor(254, 254, 254));
         drawArea(draw, outline);
         setLook(draw.subEntityTraits(), entity);
     }
