@@ -52,9 +52,15 @@ constexpr CommandDescription described[] = {
      L"With CONTENTS what stands in their records, too."},
     {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]", L"checks the drawing, or a file",
      L"The text as which the drawing would be saved, or a file as it is; fails where it has faults."},
-    {L"PLOT", plotCommand, L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [SELECTED] [FILL LAYER]...",
+    {L"PLOT", plotCommand,
+     L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [WINDOW X,Y X,Y] [SCALE 1:N] [LAYOUT NAME] [LAYERS NAMES] "
+     L"[WEIGHTS] "
+     L"[BACKGROUND COLOUR] [SELECTED] [FILL LAYER]...",
      L"a picture of the drawing",
-     L"The page is WIDTH by HEIGHT millimetres, 20 to 5000; closed curves of the layers behind FILL are "
+     L"The page is WIDTH by HEIGHT millimetres, 20 to 5000. WINDOW shows what lies in a box, LAYOUT a sheet "
+     L"with its viewports, LAYERS only these (* and ? and commas). WEIGHTS draws lines as broad as they are. "
+     L"The "
+     L"background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
      L"filled; with SELECTED the selection stands on a band of colour."},
     {L"U", uCommand, L"", L"takes back the last command that changed the drawing", L"", noStep},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",

@@ -3,9 +3,13 @@
 #include "aced.h"
 #include "dbattdef.h"
 #include "dbblockreference.h"
+#include "dbblocktablerecord.h"
 #include "dbdatabase.h"
 #include "dbmtext.h"
+#include "dbobjptr.h"
+#include "headervariables.h"
 #include "linepattern.h"
+#include "sheet.h"
 
 #include <utility>
 
@@ -20,9 +24,13 @@ constexpr std::size_t breakInterval = 256; // entities between looks for a break
 constexpr double densestLines = 0.3;       // millimetres between lines on paper
 constexpr double toneOfLines = 0.3;        // opacity of the tone that stands for lines
 
-// Texts of blanks are as good as drawn, and references show what others are.
-bool mayShowNothing(const AcDbEntity& entity) {
-    return AcDbText::cast(&entity) || AcDbMText::cast(&entity) || AcDbBlockReference::cast(&entity);
+// Texts of blanks are as good as drawn.
+bool mayShowNothing(const AcDbEntity& entity) { return AcDbText::cast(&entity) || AcDbMText::cast(&entity); }
+
+// References and viewports show what others are.
+bool showsOthers(const AcDbEntity& entity) {
+    const wchar_t* name = entity.dxfName();
+    return AcDbBlockReference::cast(&entity) || (name && std::wstring_view(name) == L"VIEWPORT");
 }
 
 } // namespace
@@ -53,7 +61,7 @@ const Look& PictureDraw::look() {
 }
 
 void PictureDraw::count(const AcDbEntity& entity, bool isSeen) {
-    if (AcDbBlockReference::cast(&entity)) return;
+    if (showsOthers(entity)) return;
     if (isSeen || mayShowNothing(entity)) {
         ++m_report.drawn;
         return;
@@ -74,6 +82,7 @@ void PictureDraw::drawEntity(AcDbEntity& entity) {
     const bool isHidden =
         AcDbBlockReference::cast(&entity) ? m_looks.isFrozen(layer) : m_looks.isHidden(layer);
     if (!isInvisible && !isHidden) {
+        if (const std::optional<SheetView> view = sheetViewOf(entity)) drawView(*view);
         const std::size_t marks = m_marks;
         const std::size_t notDrawn = m_report.notDrawn.size();
         entity.worldDraw(this);
@@ -81,6 +90,29 @@ void PictureDraw::drawEntity(AcDbEntity& entity) {
     }
     m_traits = before;
     m_look = std::move(lookBefore);
+}
+
+// The model through a viewport: what is by block there belongs to no block.
+void PictureDraw::drawView(const SheetView& view) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> model(m_context.database()->modelSpaceId(), AcDb::kForRead);
+    if (!model.object() || m_isInView) return;
+    const PictureTraits before = m_traits;
+    const std::vector<AcDbObjectId> hidden = m_looks.hiddenToo();
+    hostkit::PicturePath outline = view.outline;
+    outline.transformBy(m_geometry.toWorld());
+    m_sink.beginClip(outline);
+    m_looks.hideAlso(view.frozen);
+    m_isInView = true;
+    if (m_context.database()->header().integer(L"PSLTSCALE", 1) != 0) m_dashScale = 1.0 / view.scale;
+    m_geometry.pushModelTransform(view.modelToSheet);
+    model->worldDraw(this);
+    m_geometry.popModelTransform();
+    m_dashScale = 1.0;
+    m_isInView = false;
+    m_looks.hideAlso(hidden);
+    m_sink.endClip();
+    m_traits = before;
+    ++m_marks;
 }
 
 void PictureDraw::drawParts(AcGiDrawable& drawable) {
@@ -111,7 +143,7 @@ StrokeStyle PictureDraw::Geometry::stroke() const {
     style.rgb = look.rgb;
     style.lineweight = look.lineweight;
     if (look.dashes.empty()) return style;
-    const DashArray pattern = dashArray(look.dashes, hostkit::lengthScale(toWorld()));
+    const DashArray pattern = dashArray(look.dashes, hostkit::lengthScale(toWorld()) * m_owner.m_dashScale);
     style.dashes = pattern.dashes;
     style.dashStart = pattern.start;
     return style;
@@ -128,7 +160,8 @@ void PictureDraw::Geometry::fillPath(const PicturePath& path) const {
 }
 
 void PictureDraw::Geometry::groundPath(const PicturePath& path, std::uint32_t rgb) const {
-    m_owner.mark().fill(path, rgb, 1.0);
+    const std::uint32_t white = 0xFFFFFF;
+    m_owner.mark().fill(path, rgb == white ? m_owner.m_looks.paper().ground : rgb, 1.0);
 }
 
 void PictureDraw::Geometry::tonePath(const PicturePath& path) const {
@@ -138,7 +171,10 @@ void PictureDraw::Geometry::tonePath(const PicturePath& path) const {
 void PictureDraw::Geometry::placeLetters(const hostkit::PlacedText& text) const {
     hostkit::PlacedText colored = text;
     for (hostkit::TextRun& run : colored.runs)
-        if (!run.hasOwnColor) run.rgb = m_owner.look().rgb;
+        if (!run.hasOwnColor)
+            run.rgb = m_owner.look().rgb;
+        else if (run.rgb == 0)
+            run.rgb = m_owner.m_looks.paper().ink();
     m_owner.mark().text(colored);
 }
 

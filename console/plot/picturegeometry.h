@@ -10,6 +10,8 @@
 #include <string>
 #include <utility>
 
+struct SheetView;
+
 /// What a plot counts.
 struct PlotReport {
     std::size_t drawn = 0;                        ///< entities, those inside block references too
@@ -58,7 +60,8 @@ private:
 
 /// Draws into a picture: the look of each entity by its layer and the block references around it. Invisible
 /// entities and those on layers that are off, frozen or not to be plotted are left out. What a drawable that
-/// is no entity draws is seen as the contents of a block.
+/// is no entity draws is seen as the contents of a block. Viewports of a sheet show the model within their
+/// outline, without the layers that are frozen in them.
 class PictureDraw final : public AcGiWorldDraw {
 public:
     PictureDraw(AcDbDatabase& database, LookTable& looks, PictureSink& sink);
@@ -116,6 +119,7 @@ private:
 
     void drawEntity(AcDbEntity& entity);
     void drawParts(AcGiDrawable& drawable);
+    void drawView(const SheetView& view);
     void count(const AcDbEntity& entity, bool isSeen);
     /// That of what is drawn next.
     const Look& look();
@@ -135,4 +139,6 @@ private:
     std::size_t m_marks = 0;        ///< on the picture
     std::size_t m_visited = 0;
     int m_depth = 0;
+    bool m_isInView = false;
+    double m_dashScale = 1.0; ///< of dashes in a viewport, which may be as long as on the sheet
 };

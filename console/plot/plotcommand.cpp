@@ -2,106 +2,78 @@
 
 #include "acdocman.h"
 #include "aced.h"
-#include "casefold.h"
 #include "commandoutput.h"
 #include "dbdatabase.h"
-#include "dblayertable.h"
-#include "dbobjptr.h"
 #include "host.h"
 #include "modulecommand.h"
 #include "plotdrawing.h"
-#include "selectioninput.h"
+#include "plotrequest.h"
 #include "svgpicture.h"
 #include "systempath.h"
 
 namespace {
 
-// A sheet as it is pinned to the wall; the picture takes what it needs of it.
-constexpr double sheetWidth = 420.0;
-constexpr double sheetHeight = 297.0;
-constexpr double smallestPage = 20.0;
-constexpr double largestPage = 5000.0;
+constexpr double largestPage = 5000.0; // millimetres
 
-struct Request {
-    hostkit::OutputFile file;
-    double width = sheetWidth;
-    double height = sheetHeight;
-    bool isExactSize = false;
-    std::vector<AcDbObjectId> filledLayers;
-    std::vector<AcDbObjectId> marked;
-};
+// Millimetres in a unit of lengths by its number in a drawing's header; a drawing without a unit is in
+// millimetres. 0: no such unit.
+double millimetresInUnit(int unit) {
+    constexpr double table[] = {1.0,     25.4,  304.8, 1609344.0, 1.0,  10.0,  1000.0, 1e6, 25.4e-6,
+                                25.4e-3, 914.4, 1e-7,  1e-6,      1e-3, 100.0, 1e4,    1e5, 1e12};
+    return unit >= 0 && unit < static_cast<int>(std::size(table)) ? table[unit] : 0.0;
+}
 
-bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
-    hostkit::failCommand(status, reason);
+hostkit::PicturePath boxPath(const AcGePoint2d& low, const AcGePoint2d& high) {
+    hostkit::PicturePath path;
+    for (const auto& [x, y] : {std::pair(low.x, low.y), std::pair(high.x, low.y), std::pair(high.x, high.y),
+                               std::pair(low.x, high.y)})
+        path.lineTo(AcGePoint3d(x, y, 0.0));
+    path.close();
+    return path;
+}
+
+// As large as its paper, or fitted into the size that was asked for.
+PictureFrame frameOfSheet(const Sheet& sheet, const PlotRequest& request) {
+    PictureFrame frame;
+    const double share =
+        request.isExactSize ? std::min(request.width / sheet.width, request.height / sheet.height) : 1.0;
+    frame.width = sheet.width * share;
+    frame.height = sheet.height * share;
+    frame.scale = sheet.scale * share;
+    frame.originX = -sheet.originX / sheet.scale;
+    frame.originY = -sheet.originY / sheet.scale;
+    return frame;
+}
+
+bool findFrame(AcDbDatabase& database, const PlotRequest& request, PictureFrame& frame) {
+    if (request.sheet && request.sheet->width > 0.0 && request.sheet->height > 0.0) {
+        frame = frameOfSheet(*request.sheet, request);
+        return true;
+    }
+    PictureExtents extents;
+    if (request.window) {
+        const auto& [low, high] = *request.window;
+        extents.stroke(boxPath(low, high), StrokeStyle());
+    } else {
+        plotDrawing(database, extents, request.choice);
+    }
+    if (request.scale == 0.0) {
+        frame = PictureFrame::fitted(extents, request.width, request.height, request.isExactSize);
+        return true;
+    }
+    const double unit = millimetresInUnit(database.insunits());
+    frame = PictureFrame::scaled(extents, request.scale * unit);
+    if (request.isExactSize) {
+        frame.originX += (frame.width - request.width) / 2.0 / frame.scale;
+        frame.originY += (frame.height - request.height) / 2.0 / frame.scale;
+        frame.width = request.width;
+        frame.height = request.height;
+    }
+    if (unit > 0.0 && frame.width <= largestPage && frame.height <= largestPage) return true;
+    hostkit::failCommand(Acad::eOutOfRange, unit > 0.0
+                                                ? L"at that scale the page is wider or higher than 5000 mm"
+                                                : L"lengths of this drawing have no scale (INSUNITS)");
     return false;
-}
-
-bool readFilledLayer(AcDbDatabase& database, Request& request) {
-    CString name;
-    if (acedGetString(0, L"Layer whose closed curves are filled: ", name) != RTNORM) return false;
-    if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"FILL needs the name of a layer behind it");
-    const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
-    AcDbObjectId id;
-    if (!layers.object() || layers->getAt(name.GetString(), id) != Acad::eOk)
-        return refuse(Acad::eKeyNotFound,
-                      L"there is no layer \"" + std::wstring(name.GetString()) + L"\"; LAYERS lists them");
-    request.filledLayers.push_back(id);
-    return true;
-}
-
-bool readWord(const AcApDocument& document, Request& request) {
-    CString word;
-    acedGetInput(word);
-    if (word == L"Selected") {
-        request.marked = impliedSelectionOrFail(document);
-        return !request.marked.empty();
-    }
-    if (word != L"OVERWRITE") return readFilledLayer(*document.database(), request);
-    return request.file.mayReplace = true;
-}
-
-bool isPageMeasure(double measure) { return measure >= smallestPage && measure <= largestPage; }
-
-// The width and, behind it, the height.
-bool readSize(double width, Request& request) {
-    acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
-    const int answer = acedGetReal(L"Height of the page in millimetres: ", &request.height);
-    if (answer == RTNONE) return refuse(Acad::eInvalidInput, L"the page needs a height beside its width");
-    request.width = width;
-    request.isExactSize = true;
-    const bool isSound = answer == RTNORM && isPageMeasure(width) && isPageMeasure(request.height);
-    return isSound || refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high");
-}
-
-// A name without an ending, and a stream, may be anything.
-bool isPictureName(const std::wstring& file) {
-    const std::wstring_view name = hostkit::fileNameOfPath(file);
-    const std::size_t point = name.rfind(L'.');
-    return point == std::wstring_view::npos || hostkit::equalFolded(name.substr(point), L".svg");
-}
-
-bool mayBeWritten(const hostkit::OutputFile& file) {
-    if (!hostkit::acceptOutputFile(file)) return false;
-    return isPictureName(file.name) ||
-           refuse(Acad::eInvalidInput, file.name + L": pictures are written as .svg alone");
-}
-
-bool readRequest(const AcApDocument& document, Request& request) {
-    CString name;
-    if (acedGetString(0, L"Picture file: ", name) != RTNORM) return false;
-    if (name.IsEmpty()) return refuse(Acad::eInvalidInput, L"a file for the picture is needed");
-    request.file.name = name.GetString();
-    for (;;) {
-        double width = 0.0;
-        acedInitGet(RSG_NOZERO | RSG_NONEG, L"Fill Selected OVERWRITE");
-        const int answer = acedGetReal(
-            L"Width of the page in millimetres, or Fill, Selected or OVERWRITE <fitted>: ", &width);
-        if (answer == RTNONE) return mayBeWritten(request.file);
-        if (answer != RTNORM && answer != RTKWORD)
-            return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "
-                                             L"layer fill its curves, OVERWRITE replaces the file");
-        if (!(answer == RTKWORD ? readWord(document, request) : readSize(width, request))) return false;
-    }
 }
 
 void tellWhatIsMissing(const PlotReport& report) {
@@ -118,15 +90,17 @@ void tellWhatIsMissing(const PlotReport& report) {
 void plotCommand() {
     AcApDocument* document = documentOrFail();
     if (!document) return;
-    Request request;
-    if (!readRequest(*document, request)) return;
+    PlotRequest request;
+    if (!readPlotRequest(*document, request)) return;
+    AcDbDatabase& database = *document->database();
+    PictureFrame frame;
+    if (!findFrame(database, request, frame)) return;
 
-    PictureExtents extents;
-    plotDrawing(*document->database(), extents);
-    SvgPicture picture(PictureFrame::fitted(extents, request.width, request.height, request.isExactSize),
-                       std::wstring(hostkit::fileNameOfPath(document->fileName())));
-    const PlotReport report =
-        plotDrawing(*document->database(), picture, request.filledLayers, request.marked);
+    SvgPicture picture(frame, std::wstring(hostkit::fileNameOfPath(document->fileName())),
+                       request.choice.paper, request.hasWeights);
+    if (request.window) picture.beginClip(boxPath(request.window->first, request.window->second));
+    const PlotReport report = plotDrawing(database, picture, request.choice);
+    if (request.window) picture.endClip();
     if (acedUsrBrk()) return hostkit::failCommand(Acad::eUserBreak, L"stopped; no picture was written");
 
     if (!hostkit::writeOutputFile(request.file, picture.finish())) return;

@@ -62,15 +62,14 @@ AcDbObjectId spaceToDraw(AcDbDatabase& database) {
 
 } // namespace
 
-PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink,
-                       const std::vector<AcDbObjectId>& filledLayers,
-                       const std::vector<AcDbObjectId>& marked) {
-    const AcDbObjectId space = spaceToDraw(database);
-    LookTable looks(database);
+PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink, const PlotChoice& choice) {
+    const AcDbObjectId space = choice.block.isNull() ? spaceToDraw(database) : choice.block;
+    LookTable looks(database, choice.paper);
+    if (!choice.layerPattern.empty()) looks.showOnly(choice.layerPattern);
     MarkingSink marking(sink);
     PictureDraw marker(database, looks, marking);
-    drawThese(space, marked, marker);
-    fillClosedCurves(space, filledLayers, looks, sink);
+    drawThese(space, choice.marked, marker);
+    fillClosedCurves(space, choice.filledLayers, looks, sink);
     PictureDraw draw(database, looks, sink);
     const AcDbObjectPointer<AcDbBlockTableRecord> record(space, AcDb::kForRead);
     if (record.object()) record->worldDraw(&draw);

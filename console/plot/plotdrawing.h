@@ -8,14 +8,20 @@
 
 class AcDbDatabase;
 
-/// Draws model space, or the first paper space that holds something where model space is empty. Entities on
-/// layers that are off, frozen or not to be plotted are left out, as are invisible ones. Ends early when the
-/// user breaks off.
+/// What is drawn, and how.
+struct PlotChoice {
+    AcDbObjectId block{}; ///< a space; null: model space, or the first sheet that holds something where that
+                          ///< is empty
+    std::vector<AcDbObjectId> filledLayers{};
+    std::vector<AcDbObjectId> marked{};
+    std::wstring layerPattern{}; ///< only layers whose names fit; empty: all
+    Paper paper{};
+};
+
+/// Draws a space. Ends early when the user breaks off.
 ///
 /// What is marked among the entities of that space stands on a band of one light colour, beneath all lines.
 ///
 /// Closed curves of that space on the layers to be filled get a tone of their colour, beneath all that is
 /// drawn; three tones in turn tell neighbours apart.
-PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink,
-                       const std::vector<AcDbObjectId>& filledLayers = {},
-                       const std::vector<AcDbObjectId>& marked = {});
+PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink, const PlotChoice& choice = {});

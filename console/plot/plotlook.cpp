@@ -8,22 +8,29 @@
 #include "dbobjptr.h"
 #include "dimensionpicture.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::uint32_t white = 0xFFFFFF;
 
 } // namespace
 
-LookTable::LookTable(AcDbDatabase& database)
+bool Paper::isDark() const {
+    return (ground >> 16 & 0xFF) * 299 + (ground >> 8 & 0xFF) * 587 + (ground & 0xFF) * 114 < 128 * 1000;
+}
+
+LookTable::LookTable(AcDbDatabase& database, const Paper& paper)
     : m_database(database)
+    , m_paper(paper)
     , m_linetypeScale(database.ltscale()) {
     if (!(m_linetypeScale > 0.0)) m_linetypeScale = 1.0;
 }
 
-std::uint32_t LookTable::paperColor(const AcCmEntityColor& color) {
-    if (!color.isByColor() && !color.isByACI()) return 0;
+std::uint32_t LookTable::paperColor(const AcCmEntityColor& color) const {
+    if (!color.isByColor() && !color.isByACI()) return m_paper.ink();
     const std::uint32_t rgb = color.rgb() & white;
-    return rgb == white ? 0 : rgb;
+    return rgb == white || rgb == 0 ? m_paper.ink() : rgb;
 }
 
 const LookTable::Layer& LookTable::layerOf(AcDbObjectId id) {
@@ -34,15 +41,20 @@ const LookTable::Layer& LookTable::layerOf(AcDbObjectId id) {
     if (!record.object()) return layer;
     layer.isFrozen = record->isFrozen();
     layer.isHidden = record->isFrozen() || record->isOff() || !record->isPlottable() ||
-                     hostkit::equalFolded(record->name(), hostkit::definitionLayerName);
+                     hostkit::equalFolded(record->name(), hostkit::definitionLayerName) ||
+                     (m_shown && !m_shown->matches(record->name()));
     layer.rgb = paperColor(record->color());
     layer.linetype = record->linetypeObjectId();
     layer.lineweight = record->lineWeight();
     return layer;
 }
 
-bool LookTable::isHidden(AcDbObjectId layer) { return layerOf(layer).isHidden; }
-bool LookTable::isFrozen(AcDbObjectId layer) { return layerOf(layer).isFrozen; }
+bool LookTable::isHidden(AcDbObjectId layer) { return layerOf(layer).isHidden || isHiddenHere(layer); }
+bool LookTable::isFrozen(AcDbObjectId layer) { return layerOf(layer).isFrozen || isHiddenHere(layer); }
+
+bool LookTable::isHiddenHere(AcDbObjectId layer) const {
+    return std::find(m_hiddenToo.begin(), m_hiddenToo.end(), layer) != m_hiddenToo.end();
+}
 
 const std::vector<double>& LookTable::dashesOf(AcDbObjectId linetype) {
     const auto [place, isNew] = m_linetypes.try_emplace(linetype);
@@ -69,7 +81,7 @@ Look LookTable::lookOf(const WantedLook& wanted, const Look* around) {
     if (color.isByLayer())
         look.rgb = layer.rgb;
     else if (color.isByBlock())
-        look.rgb = around ? around->rgb : 0;
+        look.rgb = around ? around->rgb : m_paper.ink();
     else
         look.rgb = paperColor(color);
 

@@ -18,6 +18,7 @@ constexpr double margin = 10.0;       // millimetres of paper around the drawing
 constexpr double thinnestLine = 0.13; // millimetres
 constexpr double heaviestLine =
     0.5; // millimetres; the page is smaller than the sheet that weights are meant for
+constexpr double usualWeight = 0.25;    // of lines that ask for no weight of their own
 constexpr double dotRadius = 0.35;      // millimetres
 constexpr double shortestPattern = 0.6; // a dash pattern shorter than this on paper reads as a grey line
 constexpr double largestCoordinate = 1e15;
@@ -67,15 +68,15 @@ void appendThousandths(std::string& bytes, long long value) {
 // brought down to a limit, its hue stays.
 constexpr double brightestLuminance = 0.4;
 
-std::uint32_t readable(std::uint32_t rgb) {
+std::uint32_t darkened(std::uint32_t rgb) {
     const auto linear = [rgb](int shift) { return std::pow((rgb >> shift & 0xFF) / 255.0, 2.2); };
     const double luminance = 0.2126 * linear(16) + 0.7152 * linear(8) + 0.0722 * linear(0);
     if (luminance <= brightestLuminance) return rgb;
     const double factor = std::pow(brightestLuminance / luminance, 1.0 / 2.2);
-    std::uint32_t darkened = 0;
+    std::uint32_t result = 0;
     for (const int shift : {16, 8, 0})
-        darkened |= static_cast<std::uint32_t>(std::lround((rgb >> shift & 0xFF) * factor)) << shift;
-    return darkened;
+        result |= static_cast<std::uint32_t>(std::lround((rgb >> shift & 0xFF) * factor)) << shift;
+    return result;
 }
 
 std::string colorText(std::uint32_t rgb) {
@@ -91,14 +92,28 @@ std::string colorText(std::uint32_t rgb) {
 
 void PictureExtents::add(double x, double y, double around) {
     if (!isUsable(x, y)) return;
-    if (isEmpty()) {
-        m_minX = m_maxX = x;
-        m_minY = m_maxY = y;
+    if (!m_clips.empty()) {
+        const Box& clip = m_clips.back();
+        if (clip.isEmpty()) return;
+        x = std::clamp(x, clip.minX, clip.maxX);
+        y = std::clamp(y, clip.minY, clip.maxY);
     }
-    m_minX = std::min(m_minX, x - around);
-    m_minY = std::min(m_minY, y - around);
-    m_maxX = std::max(m_maxX, x + around);
-    m_maxY = std::max(m_maxY, y + around);
+    if (isEmpty()) m_box = {x, y, x, y};
+    m_box.minX = std::min(m_box.minX, x - around);
+    m_box.minY = std::min(m_box.minY, y - around);
+    m_box.maxX = std::max(m_box.maxX, x + around);
+    m_box.maxY = std::max(m_box.maxY, y + around);
+}
+
+void PictureExtents::beginClip(const PicturePath& path) {
+    PictureExtents outline;
+    outline.m_clips = m_clips;
+    outline.stroke(path, StrokeStyle());
+    m_clips.push_back(outline.m_box);
+}
+
+void PictureExtents::endClip() {
+    if (!m_clips.empty()) m_clips.pop_back();
 }
 
 void PictureExtents::stroke(const PicturePath& path, const StrokeStyle& style) {
@@ -146,11 +161,26 @@ PictureFrame PictureFrame::fitted(const PictureExtents& extents, double width, d
     return frame;
 }
 
+PictureFrame PictureFrame::scaled(const PictureExtents& extents, double scale) {
+    PictureFrame frame;
+    const double wide = extents.isEmpty() ? 0.0 : extents.maxX() - extents.minX();
+    const double high = extents.isEmpty() ? 0.0 : extents.maxY() - extents.minY();
+    frame.scale = scale;
+    frame.width = std::max(wide * scale + 2 * margin, 4 * margin);
+    frame.height = std::max(high * scale + 2 * margin, 4 * margin);
+    frame.originX = (extents.isEmpty() ? 0.0 : extents.minX() + wide / 2) - frame.width / 2 / scale;
+    frame.originY = (extents.isEmpty() ? 0.0 : extents.minY() + high / 2) - frame.height / 2 / scale;
+    return frame;
+}
+
 // --- The document
 // -----------------------------------------------------------------------------------------------
 
-SvgPicture::SvgPicture(const PictureFrame& frame, const std::wstring& title)
-    : m_frame(frame) {
+SvgPicture::SvgPicture(const PictureFrame& frame, const std::wstring& title, const Paper& paper,
+                       bool hasWeights)
+    : m_frame(frame)
+    , m_paper(paper)
+    , m_hasWeights(hasWeights) {
     m_body = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
     appendNumber(frame.width);
     m_body += "mm\" height=\"";
@@ -161,7 +191,9 @@ SvgPicture::SvgPicture(const PictureFrame& frame, const std::wstring& title)
     appendNumber(frame.height);
     m_body += "\">\n<title>";
     hostkit::appendXmlText(title, m_body);
-    m_body += "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+    m_body += "</title>\n";
+    if (m_paper.isShown)
+        m_body += "<rect width=\"100%\" height=\"100%\" fill=\"" + colorText(m_paper.ground) + "\"/>\n";
 }
 
 void SvgPicture::appendNumber(double value) { appendDecimal(m_body, value, 3); }
@@ -241,9 +273,13 @@ void SvgPicture::closeGroup() {
     m_group.clear();
 }
 
+std::uint32_t SvgPicture::readable(std::uint32_t rgb) const { return m_paper.isDark() ? rgb : darkened(rgb); }
+
 std::string SvgPicture::strokeAttributes(const StrokeStyle& style) const {
-    const double width =
-        std::max({thinnestLine, std::min(style.lineweight, heaviestLine), style.width * m_frame.scale});
+    const double weight = !m_hasWeights          ? std::min(style.lineweight, heaviestLine)
+                          : style.lineweight > 0 ? style.lineweight
+                                                 : usualWeight;
+    const double width = std::max({thinnestLine, weight, style.width * m_frame.scale});
     std::string text = "fill=\"none\" stroke=\"" + colorText(readable(style.rgb)) + "\" stroke-width=\"";
     appendDecimal(text, width, 3);
     // A wide polyline ends at its end points; a thin line may show its round end.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "picturesink.h"
+#include "plotlook.h"
 
 #include <string>
 
@@ -8,28 +9,34 @@
 /// drawing can mean, count for nothing.
 class PictureExtents final : public PictureSink {
 public:
-    bool isEmpty() const { return m_minX > m_maxX; }
-    double minX() const { return m_minX; }
-    double minY() const { return m_minY; }
-    double maxX() const { return m_maxX; }
-    double maxY() const { return m_maxY; }
+    bool isEmpty() const { return m_box.isEmpty(); }
+    double minX() const { return m_box.minX; }
+    double minY() const { return m_box.minY; }
+    double maxX() const { return m_box.maxX; }
+    double maxY() const { return m_box.maxY; }
 
     void stroke(const hostkit::PicturePath& path, const StrokeStyle& style) override;
     void fill(const hostkit::PicturePath& path, std::uint32_t rgb, double opacity) override;
     void text(const hostkit::PlacedText& text) override;
     void dot(const AcGePoint3d& point, std::uint32_t rgb) override;
     void endlessLine(const AcGePoint3d&, const AcGeVector3d&, bool, const StrokeStyle&) override {}
-    void beginClip(const hostkit::PicturePath&) override {}
-    void endClip() override {}
+    /// What lies beyond the box of the clip counts as on its edge.
+    void beginClip(const hostkit::PicturePath& path) override;
+    void endClip() override;
     double scale() const override { return 0.0; }
 
 private:
+    struct Box {
+        double minX = 1.0;
+        double minY = 1.0;
+        double maxX = 0.0;
+        double maxY = 0.0;
+        bool isEmpty() const { return minX > maxX; }
+    };
     void add(double x, double y, double margin = 0.0);
 
-    double m_minX = 1.0;
-    double m_minY = 1.0;
-    double m_maxX = 0.0;
-    double m_maxY = 0.0;
+    Box m_box;
+    std::vector<Box> m_clips;
 };
 
 /// The paper: a size in millimetres, and the box of the drawing that is fitted on it inside the margin.
@@ -43,12 +50,17 @@ struct PictureFrame {
     /// The page of at most that size which fits the extents' shape, or exactly that size with the drawing in
     /// its middle. Extents without width or height get a page all the same.
     static PictureFrame fitted(const PictureExtents& extents, double width, double height, bool isExactSize);
+    /// The page that the extents need at that scale, with a margin.
+    static PictureFrame scaled(const PictureExtents& extents, double scale);
 };
 
-/// The picture as an SVG document in UTF-8: black on white paper, y upwards turned down, in millimetres.
+/// The picture as an SVG document in UTF-8, y upwards turned down, in millimetres. On light paper lines and
+/// texts in a light colour are darkened until they can be read. Lines are thin, weights count up to half a
+/// millimetre, unless they are to be as they are.
 class SvgPicture final : public PictureSink {
 public:
-    SvgPicture(const PictureFrame& frame, const std::wstring& title);
+    SvgPicture(const PictureFrame& frame, const std::wstring& title, const Paper& paper = {},
+               bool hasWeights = false);
 
     void stroke(const hostkit::PicturePath& path, const StrokeStyle& style) override;
     void fill(const hostkit::PicturePath& path, std::uint32_t rgb, double opacity) override;
@@ -81,7 +93,11 @@ private:
     void closeGroup();
     std::string strokeAttributes(const StrokeStyle& style) const;
 
+    std::uint32_t readable(std::uint32_t rgb) const;
+
     PictureFrame m_frame;
+    Paper m_paper;
+    bool m_hasWeights;
     std::string m_body;
     std::string m_group; ///< attributes of the open group of paths; empty when none is open
     int m_clips = 0;

@@ -95,7 +95,7 @@ protected:
             ASSERT_EQ(layers->getAt(filledLayers[i].c_str(), filled[i]), Acad::eOk);
         layers.close();
         sink = RecordingSink(sink.pageScale);
-        report = plotDrawing(*database, sink, filled);
+        report = plotDrawing(*database, sink, {.filledLayers = filled});
         EXPECT_EQ(database->numOpenObjects(), 0);
     }
     // Colours of the strokes, by the x of their begin.

@@ -38,7 +38,8 @@ ShownBlockRecord readShownBlock(const AcDbOpaqueEntity& entity, int placeCode, i
         if (code == handleCode) shown.byHandle = group.id();
         if (code == horizontalCode) shown.horizontal = group.vector();
         if (code != normalCode) continue;
-        if (const AcGeVector3d normal = group.vector(); !normal.isZeroLength()) shown.normal = normal.normal();
+        if (const AcGeVector3d normal = group.vector(); !normal.isZeroLength())
+            shown.normal = normal.normal();
     }
     return shown;
 }

@@ -33,9 +33,9 @@ AcGePoint2d flatPoint(RecordCursor& group) {
 }
 
 struct ImageRecord {
-    AcGePoint3d origin; ///< of the lowest row
-    AcGeVector3d u, v;  ///< of one pixel
-    AcGePoint2d size;   ///< in pixels
+    AcGePoint3d origin;            ///< of the lowest row
+    AcGeVector3d u, v;             ///< of one pixel
+    AcGePoint2d size;              ///< in pixels
     std::vector<AcGePoint2d> clip; ///< pixels, from the middle of the highest left one, downwards
     bool isClipped = false;
 };
@@ -82,7 +82,8 @@ PicturePath outlineOf(const ImageRecord& image, bool isClipped) {
 bool isSorted(const AcDbEntity& entity) {
     const auto* const block = DatabaseAccess::object(entity.blockId());
     const auto* const extension =
-        block ? DatabaseAccess::objectOf<AcDbDictionary>(DatabaseAccess::extensionDictionary(*block)) : nullptr;
+        block ? DatabaseAccess::objectOf<AcDbDictionary>(DatabaseAccess::extensionDictionary(*block))
+              : nullptr;
     return extension && extension->has(L"ACAD_SORTENTS");
 }
 

@@ -17,7 +17,7 @@ struct DimensionVariables;
 struct LeaderLine {
     std::vector<AcGePoint3d> points; ///< the arrow stands at the first
     AcGeVector3d normal = AcGeVector3d::kZAxis;
-    AcDbObjectId arrow; ///< null: the filled closed one
+    AcDbObjectId arrow;     ///< null: the filled closed one
     double arrowSize = 0.0; ///< drawing units; 0: none
     bool isCurved = false;
 };

@@ -55,7 +55,8 @@ std::vector<VertexRecord> readVertices(const AcDbOpaqueEntity& entity) {
             const int code = group.code();
             if (code == 10) vertex.point = group.point();
             if (code == 70) vertex.flags = static_cast<unsigned>(group.integer());
-            if (code >= 71 && code <= 74) vertex.corners[static_cast<std::size_t>(code - 71)] = group.integer();
+            if (code >= 71 && code <= 74)
+                vertex.corners[static_cast<std::size_t>(code - 71)] = group.integer();
         }
     }
     return vertices;

@@ -14,7 +14,14 @@ namespace hostkit {
 
 namespace {
 
-enum StyleFlags { filled = 1, jointed = 2, startSquare = 16, startRound = 64, endSquare = 256, endRound = 1024 };
+enum StyleFlags {
+    filled = 1,
+    jointed = 2,
+    startSquare = 16,
+    startRound = 64,
+    endSquare = 256,
+    endRound = 1024
+};
 enum LineFlags { closed = 2, noStartCaps = 4, noEndCaps = 8 };
 
 struct MlineElement {
@@ -32,8 +39,8 @@ struct MlineVertex {
     AcGePoint3d point;
     AcGeVector3d direction;
     AcGeVector3d miter;
-    /// For each element its distance along the miter, and then along the direction where its line begins, ends,
-    /// begins again and so on.
+    /// For each element its distance along the miter, and then along the direction where its line begins,
+    /// ends, begins again and so on.
     std::vector<std::vector<double>> elements;
 };
 
@@ -102,7 +109,9 @@ void completeDistances(MlineRecord& line, const MlineStyle& style) {
     if (style.elements.empty()) return;
     const auto less = [](const MlineElement& a, const MlineElement& b) { return a.offset < b.offset; };
     const auto [least, most] = std::minmax_element(style.elements.begin(), style.elements.end(), less);
-    const double shift = line.justification == 0 ? most->offset : line.justification == 2 ? least->offset : 0.0;
+    const double shift = line.justification == 0   ? most->offset
+                         : line.justification == 2 ? least->offset
+                                                   : 0.0;
     for (MlineVertex& vertex : line.vertices) {
         if (!vertex.elements.empty()) continue;
         const double slant = vertex.direction.normal().crossProduct(vertex.miter.normal()).length();

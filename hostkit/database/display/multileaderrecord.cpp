@@ -16,8 +16,7 @@ public:
         , m_record(record) {}
 
     void read() {
-        while (m_group.next())
-            m_group.is(300, "CONTEXT_DATA{") ? readContext() : takeOwn();
+        while (m_group.next()) m_group.is(300, "CONTEXT_DATA{") ? readContext() : takeOwn();
         const AcGeVector3d normal = m_x.crossProduct(m_y);
         if (!normal.isZeroLength()) m_record.normal = normal.normal();
         if (!(m_record.arrowSize > 0.0)) m_record.arrowSize = m_ownArrowSize;

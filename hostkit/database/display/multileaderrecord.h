@@ -21,8 +21,8 @@ struct MultileaderRecord {
     struct Line {
         std::vector<AcGePoint3d> points;
         PackedColor color = byBlockColor; ///< by block: the multileader's
-        double arrowSize = 0.0; ///< 0: the multileader's
-        AcDbObjectId arrow;     ///< null: the multileader's
+        double arrowSize = 0.0;           ///< 0: the multileader's
+        AcDbObjectId arrow;               ///< null: the multileader's
     };
     /// Lines that end at one landing.
     struct Branch {

@@ -38,9 +38,9 @@ constexpr KindRow kindRows[] = {
 } // namespace
 
 RecordDrawer recordDrawer(std::wstring_view recordName) {
-    const auto* const row = std::lower_bound(
-        std::begin(kindRows), std::end(kindRows), recordName,
-        [](const KindRow& each, std::wstring_view wanted) { return each.name < wanted; });
+    const auto* const row =
+        std::lower_bound(std::begin(kindRows), std::end(kindRows), recordName,
+                         [](const KindRow& each, std::wstring_view wanted) { return each.name < wanted; });
     return row == std::end(kindRows) || row->name != recordName ? nullptr : row->drawer;
 }
 

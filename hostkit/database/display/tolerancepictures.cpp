@@ -16,7 +16,7 @@ namespace hostkit {
 
 namespace {
 
-constexpr double boxHeight = 2.0; // in text heights
+constexpr double boxHeight = 2.0;  // in text heights
 constexpr double roomBeside = 0.5; // on each side of a text, in text heights
 
 struct ToleranceRecord {
@@ -40,8 +40,9 @@ ToleranceRecord readTolerance(const AcDbOpaqueEntity& entity) {
 }
 
 // What the letters a to z of the symbol font show.
-constexpr wchar_t symbolLetters[] = L"\u2220\u27C2\u23E5\u2313\u25CB\u2225\u232D\u2197\u232F\u2316\u2312\u24C1\u24C2"
-                                    L"\u2300\u25A1\u24C5\u2104\u25CE\u24C8\u2330\u23E4\u2334\u2335\u21A7\u2332\u2333";
+constexpr wchar_t symbolLetters[] =
+    L"\u2220\u27C2\u23E5\u2313\u25CB\u2225\u232D\u2197\u232F\u2316\u2312\u24C1\u24C2"
+    L"\u2300\u25A1\u24C5\u2104\u25CE\u24C8\u2330\u23E4\u2334\u2335\u21A7\u2332\u2333";
 
 // Each "{\Fgdt;...}", in either case of the F, becomes its symbols.
 std::wstring withSymbols(const std::wstring& text) {

@@ -36,7 +36,8 @@ void RecordCursor::enterClass() {
 }
 
 bool RecordCursor::skipApplication() {
-    while (m_scanner.next(m_group) == ScanResult::kGroup && code() != recordCode && code() < firstExtendedCode)
+    while (m_scanner.next(m_group) == ScanResult::kGroup && code() != recordCode &&
+           code() < firstExtendedCode)
         if (is(applicationGroupCode, "}")) return true;
     return false;
 }

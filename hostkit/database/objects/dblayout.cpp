@@ -26,6 +26,47 @@ Acad::ErrorStatus AcDbLayout::setTabOrder(int order) {
                              static_cast<Adesk::Int16>(order));
 }
 
+double AcDbLayout::plotSetting(short code, double otherwise) const {
+    GroupWalker walker(m_plotSettings);
+    AcDbDxfGroup group;
+    while (walker.next(group))
+        if (group.code == code)
+            return group.kind == AcDb::GroupKind::kReal ? group.real : static_cast<double>(group.integer);
+    return otherwise;
+}
+
+void AcDbLayout::getPlotPaperSize(double& width, double& height) const {
+    width = plotSetting(44, 0.0);
+    height = plotSetting(45, 0.0);
+}
+
+void AcDbLayout::getPlotPaperMargins(double& left, double& bottom, double& right, double& top) const {
+    left = plotSetting(40, 0.0);
+    bottom = plotSetting(41, 0.0);
+    right = plotSetting(42, 0.0);
+    top = plotSetting(43, 0.0);
+}
+
+void AcDbLayout::getPlotOrigin(double& x, double& y) const {
+    x = plotSetting(46, 0.0);
+    y = plotSetting(47, 0.0);
+}
+
+void AcDbLayout::getCustomPrintScale(double& numerator, double& denominator) const {
+    numerator = plotSetting(142, 1.0);
+    denominator = plotSetting(143, 1.0);
+}
+
+AcDbLayout::PlotPaperUnits AcDbLayout::plotPaperUnits() const {
+    const double told = plotSetting(72, 1.0);
+    return told == 0.0 ? kInches : told == 2.0 ? kPixels : kMillimeters;
+}
+
+AcDbLayout::PlotRotation AcDbLayout::plotRotation() const {
+    const double told = plotSetting(73, 0.0);
+    return told >= 1.0 && told <= 3.0 ? static_cast<PlotRotation>(static_cast<int>(told)) : k0degrees;
+}
+
 namespace {
 
 /// The block whose sheet this is; null where the two do not agree.

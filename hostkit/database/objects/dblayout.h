@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbLayout. Covers the name, the block and the order of a sheet; plot settings are kept as the drawing has them; leaves out plotting.
+// Stand-in for the host's AcDbLayout. Covers the name, the block and the order of a sheet; paper, its margins, turn and scale; leaves out other plot settings, which are kept as the drawing has them.
 #pragma once
 
 #include "dbobject.h"
@@ -22,6 +22,22 @@ public:
     int getTabOrder() const { return m_tabOrder; }
     Acad::ErrorStatus setTabOrder(int order);
 
+    // Of the paper, as the drawing has it; a layout without plot settings has none of it.
+
+    enum PlotPaperUnits { kInches = 0, kMillimeters = 1, kPixels = 2 };
+    enum PlotRotation { k0degrees = 0, k90degrees = 1, k180degrees = 2, k270degrees = 3 };
+
+    /// Millimetres, of the paper before it is turned; 0 where no paper is named.
+    void getPlotPaperSize(double& width, double& height) const;
+    /// Millimetres, of the paper before it is turned.
+    void getPlotPaperMargins(double& left, double& bottom, double& right, double& top) const;
+    /// Millimetres from the corner of the printable area.
+    void getPlotOrigin(double& x, double& y) const;
+    /// Units of the paper for units of the drawing.
+    void getCustomPrintScale(double& numerator, double& denominator) const;
+    PlotPaperUnits plotPaperUnits() const;
+    PlotRotation plotRotation() const;
+
     AcRxObject* clone() const override { return new AcDbLayout(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
@@ -34,6 +50,7 @@ protected:
 
 private:
     struct Filing;
+    double plotSetting(short code, double otherwise) const;
     std::wstring m_name;
     AcDbObjectId m_blockId;
     Adesk::Int16 m_tabOrder = 0;
