@@ -34,6 +34,7 @@ void HostPort::meterStop() {}
 bool HostPort::askWindow(const ShownWindow&, WindowAction&) { return false; }
 
 std::optional<int> HostPort::systemMetric(int) const { return {}; }
+ScreenSize HostPort::screenSize() const { return {}; }
 
 bool HostPort::watchesDisplay() const { return false; }
 void HostPort::displayChanged(const DisplayChange&) {}

@@ -37,6 +37,9 @@ public:
     /// 0xRRGGBB; of an index colour its palette entry (7 is white here; who draws on paper decides
     /// otherwise), of a by-layer or by-block colour that of index 7.
     Adesk::UInt32 rgb() const;
+    Adesk::UInt8 red() const { return static_cast<Adesk::UInt8>(rgb() >> 16); }
+    Adesk::UInt8 green() const { return static_cast<Adesk::UInt8>(rgb() >> 8); }
+    Adesk::UInt8 blue() const { return static_cast<Adesk::UInt8>(rgb()); }
     constexpr Adesk::UInt32 bits() const { return m_bits; }
     constexpr bool operator==(const AcCmEntityColor&) const = default;
 

@@ -28,13 +28,23 @@ CPen::CPen(int style, int width, COLORREF color) { Attach(CreatePen(style, width
 
 std::unique_ptr<CDC> CDC::FromHandle(HDC dc) {
     auto object = std::make_unique<CDC>();
-    object->m_hDC = dc;
+    object->Attach(dc);
     return object;
+}
+
+BOOL CDC::Attach(HDC dc) {
+    m_hDC = m_hAttribDC = dc;
+    return dc ? TRUE : FALSE;
+}
+
+HDC CDC::Detach() {
+    m_hAttribDC = nullptr;
+    return std::exchange(m_hDC, nullptr);
 }
 
 CSize CDC::GetTextExtent(const CString& text) const {
     SIZE size{};
-    GetTextExtentPoint32W(m_hDC, text, text.GetLength(), &size);
+    GetTextExtentPoint32W(m_hAttribDC, text, text.GetLength(), &size);
     return size;
 }
 
@@ -46,17 +56,23 @@ void CDC::FillSolidRect(const RECT* rect, COLORREF color) {
 CPoint CDC::MoveTo(int x, int y) {
     POINT before{};
     MoveToEx(m_hDC, x, y, &before);
+    if (m_hAttribDC != m_hDC) MoveToEx(m_hAttribDC, x, y, &before);
     return before;
+}
+
+BOOL CDC::LineTo(int x, int y) {
+    if (m_hAttribDC != m_hDC) MoveToEx(m_hAttribDC, x, y, nullptr);
+    return ::LineTo(m_hDC, x, y);
 }
 
 CPaintDC::CPaintDC(CWnd* window)
     : m_window(window->GetSafeHwnd()) {
-    m_hDC = BeginPaint(m_window);
+    Attach(BeginPaint(m_window));
 }
 CPaintDC::~CPaintDC() { EndPaint(m_window, m_hDC); }
 
 CClientDC::CClientDC(CWnd* window)
     : m_window(window ? window->GetSafeHwnd() : nullptr) {
-    m_hDC = GetDC(m_window);
+    Attach(GetDC(m_window));
 }
 CClientDC::~CClientDC() { ReleaseDC(m_window, m_hDC); }

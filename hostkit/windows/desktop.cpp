@@ -233,6 +233,14 @@ bool Desktop::releaseContext(HDC context) {
     return std::erase_if(m_contexts, [&](const auto& each) { return each.get() == context; }) > 0;
 }
 
+void Desktop::forget(const HostGdiObject* object) {
+    for (const auto& context : m_contexts) {
+        if (context->font == object) context->font = nullptr;
+        if (context->brush == object) context->brush = nullptr;
+        if (context->pen == object) context->pen = nullptr;
+    }
+}
+
 HWND createWindow(DWORD exStyle, const wchar_t* className, const wchar_t* text, DWORD style,
                   const RECT& place, HWND parent, int id, CWnd* object) {
     auto record = std::make_unique<WindowRecord>();

@@ -136,6 +136,8 @@ public:
     /// to measure with. Lives until releaseContext.
     HDC makeContext(HWND window, bool isPaint);
     bool releaseContext(HDC context);
+    /// An object of drawing goes: contexts that have it selected have the stock's instead.
+    void forget(const HostGdiObject* object);
 
 private:
     struct Queued {

@@ -73,6 +73,20 @@ double characterWidth(wchar_t character) {
     return code < tableSize ? table.widths[code] : widthBeyondTable(character);
 }
 
+int FontFace::emOfHeight(int height) {
+    constexpr int largest = 1'000'000;
+    if (height == 0) return FontFace{}.em;
+    if (height < 0) return -std::max(height, -largest);
+    FontFace face;
+    face.em = std::min(height, largest);
+    while (face.em > 1 && face.height() > height) face.em -= std::max((face.height() - height) / 2, 1);
+    return face.em;
+}
+
+int characterAdvance(const FontFace& face, wchar_t character) {
+    return static_cast<int>(std::lround(widthInPixels(face, character)));
+}
+
 int textWidth(const FontFace& face, std::wstring_view text) {
     double width = 0.0;
     for (const wchar_t character : text) width += widthInPixels(face, character);

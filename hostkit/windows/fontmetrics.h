@@ -13,6 +13,9 @@ struct FontFace {
     bool isBold = false;
     bool isUnderlined = false;
 
+    /// The size that a font's height asks for: an em below 0, the height of a line above it (the largest em
+    /// that fits), the default's for 0. From 1 up to a million.
+    static int emOfHeight(int height);
     int ascent() const { return em - em / 10; }
     int descent() const { return em / 5 + 1; }
     /// Of a line: ascent and descent.
@@ -22,6 +25,8 @@ struct FontFace {
 /// In em. Accented letters are as wide as their base; combining marks and control characters have no width;
 /// ideographs are one em.
 double characterWidth(wchar_t character);
+/// To the next character in the face, rounded to whole pixels.
+int characterAdvance(const FontFace& face, wchar_t character);
 /// In whole pixels, rounded up; a line end or a tab within counts nothing.
 int textWidth(const FontFace& face, std::wstring_view text);
 /// How many of the first characters fit into that many pixels.

@@ -1,6 +1,7 @@
 #include "wingdi.h"
 
 #include "dialogtemplate.h"
+#include "metafilerecorder.h"
 #include "painting.h"
 #include "winuser.h"
 
@@ -10,38 +11,24 @@
 
 namespace {
 
+using hostkit::MetafileRecord;
 using hostkit::PaintedItem;
 using hostkit::PaintKind;
 
-constexpr int systemColors = 32;
+// What stands where nothing was selected.
+HFONT fontOf(HDC dc) { return dc->font ? dc->font : static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)); }
+HBRUSH brushOf(HDC dc) { return dc->brush ? dc->brush : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)); }
+HPEN penOf(HDC dc) { return dc->pen ? dc->pen : static_cast<HPEN>(GetStockObject(BLACK_PEN)); }
+const hostkit::FontFace& faceOf(HDC dc) { return fontOf(dc)->face; }
 
-struct SystemColor {
-    int number;
-    COLORREF color;
-};
-
-constexpr SystemColor colorTable[] = {
-    {COLOR_ACTIVECAPTION, RGB(0xCC, 0xD9, 0xE8)},
-    {COLOR_WINDOW, RGB(0xFF, 0xFF, 0xFF)},
-    {COLOR_WINDOWFRAME, RGB(0x64, 0x64, 0x64)},
-    {COLOR_WINDOWTEXT, RGB(0, 0, 0)},
-    {COLOR_CAPTIONTEXT, RGB(0, 0, 0)},
-    {COLOR_HIGHLIGHT, RGB(0x33, 0x66, 0xCC)},
-    {COLOR_HIGHLIGHTTEXT, RGB(0xFF, 0xFF, 0xFF)},
-    {COLOR_BTNFACE, RGB(0xF0, 0xF0, 0xF0)},
-    {COLOR_BTNSHADOW, RGB(0xA0, 0xA0, 0xA0)},
-    {COLOR_GRAYTEXT, RGB(0x6D, 0x6D, 0x6D)},
-    {COLOR_BTNTEXT, RGB(0, 0, 0)},
-};
-
-HostFont stockFont{{HostGdiObject::Kind::font, true}, {}};
-HostBrush whiteBrush{{HostGdiObject::Kind::brush, true}, RGB(0xFF, 0xFF, 0xFF)};
-HostBrush blackBrush{{HostGdiObject::Kind::brush, true}, RGB(0, 0, 0)};
-HostBrush nullBrush{{HostGdiObject::Kind::brush, true}, hostkit::noColor};
-HostPen blackPen{{HostGdiObject::Kind::pen, true}, RGB(0, 0, 0), 1};
-HostPen nullPen{{HostGdiObject::Kind::pen, true}, hostkit::noColor, 0};
-
-const hostkit::FontFace& faceOf(HDC dc) { return dc->font ? dc->font->face : stockFont.face; }
+// Where text begins and its top, by the alignment of its point.
+POINT alignedCorner(HDC dc, POINT at, int width) {
+    const hostkit::FontFace& face = faceOf(dc);
+    const UINT across = dc->textAlign & TA_CENTER, up = dc->textAlign & TA_BASELINE;
+    if (across) at.x -= across == TA_CENTER ? (width + 1) / 2 : width;
+    if (up) at.y -= up == TA_BASELINE ? face.ascent() : face.height();
+    return at;
+}
 
 RECT placed(HDC dc, const RECT& rect) { return hostkit::moved(rect, dc->origin.x, dc->origin.y); }
 
@@ -176,102 +163,60 @@ std::wstring hostkit::withoutPrefixMarks(std::wstring_view text, std::size_t& ma
     return plain;
 }
 
-// --- Objects -----------------------------------------------------------------------------------------------
-
-HGDIOBJ GetStockObject(int number) {
-    switch (number) {
-    case DEFAULT_GUI_FONT:
-    case SYSTEM_FONT:
-        return &stockFont;
-    case WHITE_BRUSH:
-        return &whiteBrush;
-    case BLACK_BRUSH:
-        return &blackBrush;
-    case NULL_BRUSH:
-        return &nullBrush;
-    case BLACK_PEN:
-        return &blackPen;
-    case NULL_PEN:
-        return &nullPen;
-    default:
-        return nullptr;
-    }
-}
-
-HBRUSH CreateSolidBrush(COLORREF color) { return new HostBrush{{HostGdiObject::Kind::brush}, color}; }
-
-HPEN CreatePen(int, int width, COLORREF color) {
-    return new HostPen{{HostGdiObject::Kind::pen}, color, std::max(width, 1)};
-}
-
-HFONT CreateSizedFont(int height, int weight, bool isUnderlined) {
-    constexpr int firstBold = 600;
-    constexpr int largest = 1000;
-    hostkit::FontFace face;
-    if (height != 0) face.em = std::clamp(height < 0 ? -std::max(height, -largest) : height, 1, largest);
-    face.isBold = weight >= firstBold;
-    face.isUnderlined = isUnderlined;
-    return new HostFont{{HostGdiObject::Kind::font}, face};
-}
-
-BOOL DeleteObject(HGDIOBJ object) {
-    if (!object || object->isStock) return FALSE;
-    switch (object->kind) {
-    case HostGdiObject::Kind::font:
-        delete static_cast<HFONT>(object);
-        break;
-    case HostGdiObject::Kind::brush:
-        delete static_cast<HBRUSH>(object);
-        break;
-    case HostGdiObject::Kind::pen:
-        delete static_cast<HPEN>(object);
-        break;
-    }
-    return TRUE;
-}
-
-DWORD GetSysColor(int number) {
-    for (const SystemColor& each : colorTable)
-        if (each.number == number) return each.color;
-    return 0;
-}
-
-HBRUSH GetSysColorBrush(int number) {
-    static std::vector<HostBrush> brushes = [] {
-        std::vector<HostBrush> made;
-        made.reserve(systemColors);
-        for (int i = 0; i < systemColors; ++i)
-            made.push_back({{HostGdiObject::Kind::brush, true}, GetSysColor(i)});
-        return made;
-    }();
-    return number >= 0 && number < systemColors ? &brushes[static_cast<std::size_t>(number)] : nullptr;
-}
-
 // --- Device contexts ---------------------------------------------------------------------------------------
 
 HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
     if (!dc || !object) return nullptr;
+    if (dc->recorder && !dc->recorder->select(*object)) return nullptr;
     HGDIOBJ before = nullptr;
     switch (object->kind) {
     case HostGdiObject::Kind::font:
-        before = dc->font ? dc->font : &stockFont;
+        before = fontOf(dc);
         dc->font = static_cast<HFONT>(object);
         break;
     case HostGdiObject::Kind::brush:
-        before = dc->brush ? dc->brush : &whiteBrush;
+        before = brushOf(dc);
         dc->brush = static_cast<HBRUSH>(object);
         break;
     case HostGdiObject::Kind::pen:
-        before = dc->pen ? dc->pen : &blackPen;
+        before = penOf(dc);
         dc->pen = static_cast<HPEN>(object);
         break;
     }
     return before;
 }
 
-COLORREF SetTextColor(HDC dc, COLORREF color) { return dc ? std::exchange(dc->textColor, color) : 0; }
-COLORREF SetBkColor(HDC dc, COLORREF color) { return dc ? std::exchange(dc->backColor, color) : 0; }
-int SetBkMode(HDC dc, int mode) { return dc ? std::exchange(dc->backMode, mode) : 0; }
+HGDIOBJ GetCurrentObject(HDC dc, UINT kind) {
+    if (!dc) return nullptr;
+    if (kind == OBJ_FONT) return fontOf(dc);
+    if (kind == OBJ_BRUSH) return brushOf(dc);
+    return kind == OBJ_PEN ? penOf(dc) : nullptr;
+}
+
+COLORREF SetTextColor(HDC dc, COLORREF color) {
+    if (!dc) return 0;
+    if (dc->recorder) dc->recorder->value(MetafileRecord::setTextColor, color);
+    return std::exchange(dc->textColor, color);
+}
+
+COLORREF SetBkColor(HDC dc, COLORREF color) {
+    if (!dc) return 0;
+    if (dc->recorder) dc->recorder->value(MetafileRecord::setBackColor, color);
+    return std::exchange(dc->backColor, color);
+}
+
+int SetBkMode(HDC dc, int mode) {
+    if (!dc) return 0;
+    if (dc->recorder) dc->recorder->value(MetafileRecord::setBackMode, static_cast<std::uint32_t>(mode));
+    return std::exchange(dc->backMode, mode);
+}
+
+UINT SetTextAlign(HDC dc, UINT align) {
+    constexpr UINT known = TA_CENTER | TA_BASELINE;
+    if (!dc || (align & ~known)) return GDI_ERROR;
+    if (dc->recorder) dc->recorder->value(MetafileRecord::setTextAlign, align);
+    return std::exchange(dc->textAlign, align);
+}
 
 BOOL GetTextMetricsW(HDC dc, TEXTMETRICW* metrics) {
     if (!dc || !metrics) return FALSE;
@@ -290,13 +235,13 @@ BOOL GetTextExtentPoint32W(HDC dc, const wchar_t* text, int length, SIZE* size) 
 }
 
 BOOL FillRect(HDC dc, const RECT* rect, HBRUSH brush) {
-    if (!dc || !rect || !brush) return FALSE;
+    if (!dc || !rect || !brush || dc->recorder) return FALSE;
     if (!hostkit::isEmpty(*rect)) add(dc, itemOf(dc, PaintKind::fill, *rect, brush->color));
     return TRUE;
 }
 
 BOOL FrameRect(HDC dc, const RECT* rect, HBRUSH brush) {
-    if (!dc || !rect || !brush) return FALSE;
+    if (!dc || !rect || !brush || dc->recorder) return FALSE;
     if (!hostkit::isEmpty(*rect)) add(dc, itemOf(dc, PaintKind::frame, *rect, brush->color));
     return TRUE;
 }
@@ -304,9 +249,9 @@ BOOL FrameRect(HDC dc, const RECT* rect, HBRUSH brush) {
 BOOL Rectangle(HDC dc, int left, int top, int right, int bottom) {
     if (!dc) return FALSE;
     const RECT rect{left, top, right, bottom};
-    FillRect(dc, &rect, dc->brush ? dc->brush : &whiteBrush);
-    if (!hostkit::isEmpty(rect))
-        add(dc, itemOf(dc, PaintKind::frame, rect, (dc->pen ? dc->pen : &blackPen)->color));
+    if (dc->recorder) return dc->recorder->rectangle(rect);
+    FillRect(dc, &rect, brushOf(dc));
+    if (!hostkit::isEmpty(rect)) add(dc, itemOf(dc, PaintKind::frame, rect, penOf(dc)->color));
     return TRUE;
 }
 
@@ -318,28 +263,52 @@ BOOL MoveToEx(HDC dc, int x, int y, POINT* before) {
     if (!dc) return FALSE;
     if (before) *before = dc->position;
     dc->position = {x, y};
-    return TRUE;
+    return dc->recorder ? dc->recorder->moveTo(dc->position) : TRUE;
 }
 
 BOOL LineTo(HDC dc, int x, int y) {
     if (!dc) return FALSE;
-    add(dc, itemOf(dc, PaintKind::line, {dc->position.x, dc->position.y, x, y},
-                   (dc->pen ? dc->pen : &blackPen)->color));
-    dc->position = {x, y};
+    const POINT from = std::exchange(dc->position, {x, y});
+    if (dc->recorder) return dc->recorder->lineTo(from, dc->position);
+    add(dc, itemOf(dc, PaintKind::line, {from.x, from.y, x, y}, penOf(dc)->color));
     return TRUE;
+}
+
+BOOL Arc(HDC dc, int left, int top, int right, int bottom, int startX, int startY, int endX, int endY) {
+    if (!dc || dc->painting) return FALSE;
+    const RECT box{left, top, right, bottom};
+    return dc->recorder ? dc->recorder->arc(box, {startX, startY}, {endX, endY}) : TRUE;
+}
+
+BOOL Ellipse(HDC dc, int left, int top, int right, int bottom) {
+    if (!dc || dc->painting) return FALSE;
+    return dc->recorder ? dc->recorder->ellipse({left, top, right, bottom}) : TRUE;
+}
+
+BOOL Polygon(HDC dc, const POINT* points, int count) {
+    if (!dc || dc->painting || !points || count < 2) return FALSE;
+    return dc->recorder ? dc->recorder->polygon(points, count, true) : TRUE;
+}
+
+BOOL Polyline(HDC dc, const POINT* points, int count) {
+    if (!dc || dc->painting || !points || count < 2) return FALSE;
+    return dc->recorder ? dc->recorder->polygon(points, count, false) : TRUE;
 }
 
 BOOL TextOutW(HDC dc, int x, int y, const wchar_t* text, int length) {
     if (!dc || !text || length < 0) return FALSE;
+    const std::wstring_view view(text, static_cast<std::size_t>(length));
+    if (dc->recorder) return dc->recorder->text({x, y}, view, dc->textAlign);
     TextLine line;
-    line.text.assign(text, static_cast<std::size_t>(length));
+    line.text = view;
     line.width = hostkit::textWidth(faceOf(dc), line.text);
-    addText(dc, line, x, y, dc->clip);
+    const POINT corner = alignedCorner(dc, {x, y}, line.width);
+    addText(dc, line, corner.x, corner.y, dc->clip);
     return TRUE;
 }
 
 int DrawTextW(HDC dc, const wchar_t* text, int length, RECT* rect, UINT format) {
-    if (!dc || !text || !rect || length < -1) return 0;
+    if (!dc || !text || !rect || length < -1 || (dc->recorder && !(format & DT_CALCRECT))) return 0;
     const std::wstring_view view =
         length < 0 ? std::wstring_view(text) : std::wstring_view(text, static_cast<std::size_t>(length));
     const hostkit::FontFace& face = faceOf(dc);
@@ -393,13 +362,13 @@ BOOL DrawIcon(HDC dc, int x, int y, HICON icon) {
 }
 
 BOOL DrawIconEx(HDC dc, int x, int y, HICON icon, int width, int height) {
-    if (!dc || !icon) return FALSE;
+    if (!dc || !icon || dc->recorder) return FALSE;
     addIcon(dc, x, y, icon, width ? width : icon->width, height ? height : icon->height, false);
     return TRUE;
 }
 
 BOOL DrawStateW(HDC dc, HBRUSH, LPARAM data, int x, int y, int width, int height, UINT flags) {
-    if (!dc || !data) return FALSE;
+    if (!dc || !data || dc->recorder) return FALSE;
     const bool isDisabled = (flags & DSS_DISABLED) != 0;
     const UINT kind = flags & 0xF;
     if (kind == DST_ICON) {
