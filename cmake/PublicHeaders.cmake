@@ -2,7 +2,7 @@
 
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
-  vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h vexodlgexitapp.h
+  vexoacad2metafile.h vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h vexodlgexitapp.h
   vexodlglistck.h vexodlgorstyle.h vexodlgorstylesavefile.h vexodlgsavefile.h vexodlgwarningck.h vexoentityfiler.h
   vexogeometrytools.h vexoidfiller.h vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoorstyledata.h
   vexoorstyledataitem.h vexoprogressbar.h vexoprogressbarsmart.h vexoregistrytools.h vexoselectiontools.h

@@ -4,6 +4,7 @@
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "fieldtable.h"
+#include "recordlist.h"
 
 #include <cmath>
 #include <numbers>
@@ -61,6 +62,51 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setIsVertical(bool isVertical) {
 Acad::ErrorStatus AcDbTextStyleTableRecord::setFlagBits(Adesk::UInt8 bits) {
     constexpr Adesk::UInt8 known = 2 | 4;
     return assignIf((bits & ~known) == 0, *this, m_generationFlags, static_cast<Adesk::Int16>(bits));
+}
+
+// --- Typeface ----------------------------------------------------------------------------------------------
+
+namespace {
+
+// Under this application: the name (1000) and one number (1071) of flags, character set, pitch and family.
+constexpr const wchar_t* typefaceApplication = L"ACAD";
+constexpr int nameCode = 1000;
+constexpr int flagsCode = 1071;
+constexpr Adesk::Int32 italicFlag = 0x01000000;
+constexpr Adesk::Int32 boldFlag = 0x02000000;
+constexpr int charsetShift = 8;
+constexpr Adesk::Int32 byteMask = 0xFF;
+
+} // namespace
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::font(wchar_t*& typeface, Adesk::Boolean& bold,
+                                                 Adesk::Boolean& italic, int& charset,
+                                                 int& pitchAndFamily) const {
+    const RecordList list(xData(typefaceApplication));
+    const resbuf* at = list ? list->rbnext : nullptr;
+    const wchar_t* const name = at && at->restype == nameCode ? at->resval.rstring : nullptr;
+    if (name) at = at->rbnext;
+    const Adesk::Int32 flags = name && at && at->restype == flagsCode ? at->resval.rlong : 0;
+    typeface = acutNewString(name ? name : L"");
+    bold = (flags & boldFlag) != 0;
+    italic = (flags & italicFlag) != 0;
+    charset = flags >> charsetShift & byteMask;
+    pitchAndFamily = flags & byteMask;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::setFont(const wchar_t* typeface, Adesk::Boolean bold,
+                                                    Adesk::Boolean italic, int charset, int pitchAndFamily) {
+    const auto isByte = [](int value) { return (value & ~byteMask) == 0; };
+    if (!typeface || !isByte(charset) || !isByte(pitchAndFamily)) return Acad::eInvalidInput;
+    RecordListMaker list;
+    list.append(applicationCode).resval.rstring = acutNewString(typefaceApplication);
+    if (*typeface) {
+        list.append(nameCode).resval.rstring = acutNewString(typeface);
+        list.append(flagsCode).resval.rlong =
+            (bold ? boldFlag : 0) | (italic ? italicFlag : 0) | charset << charsetShift | pitchAndFamily;
+    }
+    return setXData(list.take().get());
 }
 
 // --- Filing ------------------------------------------------------------------------------------------------
