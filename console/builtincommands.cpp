@@ -7,6 +7,7 @@
 #include "helpcommand.h"
 #include "inventorycommands.h"
 #include "listcommands.h"
+#include "metafilecommand.h"
 #include "plotcommand.h"
 #include "selectioncommands.h"
 #include "undocommand.h"
@@ -62,6 +63,11 @@ constexpr CommandDescription described[] = {
      L"The "
      L"background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
      L"filled; with SELECTED the selection stands on a band of colour."},
+    {L"METAFILE", metafileCommand, L"FILE.emf [OVERWRITE] [ASPECT A | SCALE S] [SELECTED [WAY]...]",
+     L"an enhanced metafile of the drawing, or of what is selected",
+     L"By the library's tools, on copies. With SCALE a drawing unit is S pixels; with ASPECT the picture is "
+     L"A times as "
+     L"wide as high and 100 pixels across, margins aside; else it is 4000 pixels across."},
     {L"U", uCommand, L"", L"takes back the last command that changed the drawing", L"", noStep},
     {L"UNDO", undoCommand, L"[COUNT]", L"takes back the last commands that changed the drawing",
      L"COUNT commands, 1 where none is given.", noStep},

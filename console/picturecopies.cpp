@@ -1,0 +1,70 @@
+#include "picturecopies.h"
+
+#include "aced.h"
+#include "dbcurve.h"
+#include "dbhatch.h"
+#include "dbmtext.h"
+#include "dbobjptr.h"
+#include "dbtext.h"
+#include "plotlook.h"
+
+namespace {
+
+// Blocks within blocks may stand for any number of entities.
+constexpr int deepestNesting = 50;
+constexpr std::size_t mostPieces = 4'000'000;
+constexpr std::size_t breakInterval = 1024;
+
+bool isKnownToPictures(const AcDbEntity& entity) {
+    return AcDbCurve::cast(&entity) || AcDbText::cast(&entity) || AcDbMText::cast(&entity) ||
+           AcDbHatch::cast(&entity);
+}
+
+std::wstring kindOf(const AcDbEntity& entity) {
+    const wchar_t* const name = entity.dxfName();
+    return name && *name ? name : entity.isA()->name();
+}
+
+} // namespace
+
+bool PictureCopies::add(const std::vector<AcDbObjectId>& ids) {
+    LookTable looks(m_database);
+    std::size_t visited = 0;
+    for (const AcDbObjectId id : ids) {
+        if (++visited % breakInterval == 0 && acedUsrBrk()) return false;
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (!entity.object() || entity->visibility() == AcDb::kInvisible || looks.isHidden(entity->layerId()))
+            continue;
+        const std::size_t before = m_copies.size();
+        if (isKnownToPictures(*entity))
+            m_copies.emplace_back(AcDbEntity::cast(entity->clone()));
+        else
+            takeApart(*entity, 0);
+        m_count += m_copies.size() > before;
+    }
+    return !m_isCut;
+}
+
+void PictureCopies::takeApart(const AcDbEntity& entity, int depth) {
+    AcDbVoidPtrArray parts;
+    if (depth > deepestNesting || m_copies.size() > mostPieces) {
+        m_isCut = true;
+    } else if (entity.explode(parts) != Acad::eOk) {
+        ++m_missing[kindOf(entity)];
+    }
+    for (void* part : parts) addPiece(std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(part)), depth + 1);
+}
+
+void PictureCopies::addPiece(std::unique_ptr<AcDbEntity> piece, int depth) {
+    if (!piece || piece->visibility() == AcDb::kInvisible) return;
+    if (isKnownToPictures(*piece))
+        m_copies.push_back(std::move(piece));
+    else
+        takeApart(*piece, depth);
+}
+
+AcArray<void*> PictureCopies::list() const {
+    AcArray<void*> list(static_cast<int>(m_copies.size()));
+    for (const auto& copy : m_copies) list.append(copy.get());
+    return list;
+}
