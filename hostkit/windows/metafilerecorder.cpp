@@ -114,7 +114,10 @@ MetafileRecorder::MetafileRecorder(const MetafileDevice& device, std::optional<R
     : m_device(device)
     , m_frame(frame)
     , m_description(description) {
-    take(*GetStockObject(SYSTEM_FONT));
+    for (const int stock : {SYSTEM_FONT, BLACK_PEN, WHITE_BRUSH}) {
+        const HostGdiObject& object = *GetStockObject(stock);
+        take(object, metafile::stockBit | static_cast<std::uint32_t>(stock));
+    }
 }
 
 bool MetafileRecorder::writeToFile(const std::string& path) {
@@ -130,6 +133,11 @@ void MetafileRecorder::start() {
     for (const int stock : {BLACK_PEN, WHITE_BRUSH})
         begin(MetafileRecord::selectObject, metafile::valueSize)
             .u32(metafile::stockBit | static_cast<std::uint32_t>(stock));
+}
+
+void MetafileRecorder::selectPenAgain() {
+    m_isPenLost = false;
+    value(MetafileRecord::selectObject, m_penNumber);
 }
 
 RecordBytes MetafileRecorder::begin(MetafileRecord record, std::uint32_t size) {
@@ -149,6 +157,8 @@ BOOL MetafileRecorder::value(MetafileRecord record, std::uint32_t value) {
 }
 
 BOOL MetafileRecorder::box(MetafileRecord record, const RECT& box, const DrawnBox& drawn) {
+    keepPen();
+    m_isPenLost = m_brushColor == m_penColor;
     m_drawn.add(drawn);
     return begin(record, metafile::boxSize).rect({box.left, box.top, box.right - 1, box.bottom - 1}) ? TRUE
                                                                                                      : FALSE;
@@ -175,6 +185,7 @@ BOOL MetafileRecorder::ellipse(const RECT& given) {
 BOOL MetafileRecorder::arc(const RECT& given, POINT start, POINT end) {
     const RECT rect = ordered(given);
     if (isEmpty(rect)) return TRUE;
+    keepPen();
     m_drawn.add(boxOfArc(Ellipse(rect), start, end, m_penMargin));
     return begin(MetafileRecord::arc, metafile::arcSize)
                    .rect({rect.left, rect.top, rect.right - 1, rect.bottom - 1})
@@ -189,6 +200,8 @@ BOOL MetafileRecorder::arc(const RECT& given, POINT start, POINT end) {
 BOOL MetafileRecorder::polygon(const POINT* points, int count, bool isClosed) {
     constexpr int mostPoints = 1 << 28;
     if (!points || count < 2 || count > mostPoints) return FALSE;
+    keepPen();
+    m_isPenLost = isClosed && m_brushColor == m_penColor;
     DrawnBox drawn;
     bool isShort = true;
     for (const POINT* at = points; at != points + count; ++at) {
@@ -273,12 +286,17 @@ BOOL MetafileRecorder::text(POINT at, std::wstring_view text, UINT align) {
 // --- Objects -----------------------------------------------------------------------------------------------
 
 // What drawing calls need of a selected object, so that it may be deleted.
-void MetafileRecorder::take(const HostGdiObject& object) {
+void MetafileRecorder::take(const HostGdiObject& object, std::uint32_t number) {
     if (object.kind == HostGdiObject::Kind::pen) {
         const auto& pen = static_cast<const HostPen&>(object);
+        m_penNumber = number;
+        m_penColor = pen.color;
+        m_isPenLost = false;
         const bool isThin = pen.color == noColor || pen.width <= 1;
         m_penMargin = isThin ? 0 : (std::int64_t{pen.width} + 1) / 2 + 1;
-    } else if (object.kind == HostGdiObject::Kind::font) {
+    } else if (object.kind == HostGdiObject::Kind::brush) {
+        m_brushColor = static_cast<const HostBrush&>(object).color;
+    } else {
         const auto& font = static_cast<const HostFont&>(object);
         m_face = font.face;
         m_textAngle = font.logical.lfEscapement % 3600 * std::numbers::pi / 1800;
@@ -304,13 +322,15 @@ bool MetafileRecorder::select(HostGdiObject& object) {
             object.recordedBy.push_back(weak_from_this());
         }
     }
-    take(object);
+    take(object, number);
     return value(MetafileRecord::selectObject, number) != FALSE;
 }
 
 void MetafileRecorder::forget(const HostGdiObject& object) {
     const auto known = m_indexes.find(&object);
     if (known == m_indexes.end()) return;
+    if (known->second == m_penNumber)
+        m_isPenLost = false, m_penColor = noColor; // it cannot be selected again
     value(MetafileRecord::deleteObject, known->second);
     m_isTaken[known->second - 1] = false;
     m_indexes.erase(known);

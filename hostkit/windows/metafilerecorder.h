@@ -117,7 +117,8 @@ struct DrawnBox {
 /// What one recording context has recorded. Each call gives one record at once. Units are device pixels.
 ///
 /// The first record is preceded by the selection of the stock pen and brush, which changes nothing by itself:
-/// programs that draw nothing until a pen was selected show the picture then.
+/// programs that draw nothing until a pen was selected show the picture then. Some also lose the pen once
+/// they have filled a figure in its colour: then its selection is recorded anew before the next stroke.
 ///
 /// A call that would make the file larger than its header can tell (4 GiB) fails, and so does finish().
 class MetafileRecorder : public std::enable_shared_from_this<MetafileRecorder> {
@@ -130,6 +131,7 @@ public:
 
     BOOL moveTo(POINT to) { return point(MetafileRecord::moveTo, to); }
     BOOL lineTo(POINT from, POINT to) {
+        keepPen();
         m_drawn.add(from.x, from.y, m_penMargin);
         m_drawn.add(to.x, to.y, m_penMargin);
         return point(MetafileRecord::lineTo, to);
@@ -155,11 +157,15 @@ public:
 
 private:
     void start();
+    void keepPen() {
+        if (m_isPenLost) selectPenAgain();
+    }
+    void selectPenAgain();
     RecordBytes begin(MetafileRecord record, std::uint32_t size);
     BOOL point(MetafileRecord record, POINT point);
     BOOL box(MetafileRecord record, const RECT& box, const DrawnBox& drawn);
     void create(const HostGdiObject& object, std::uint32_t index);
-    void take(const HostGdiObject& object);
+    void take(const HostGdiObject& object, std::uint32_t number);
     std::uint32_t freeIndex() const;
     std::string header() const;
     DrawnBox cell(POINT at, int width, UINT align) const;
@@ -174,6 +180,10 @@ private:
     std::unordered_map<const HostGdiObject*, std::uint32_t> m_indexes;
     std::vector<bool> m_isTaken; ///< by index, from 1 on
     std::int64_t m_penMargin = 0;
+    std::uint32_t m_penNumber = 0;
+    COLORREF m_penColor = 0;
+    COLORREF m_brushColor = 0;
+    bool m_isPenLost = false; ///< a figure was filled in the pen's colour
     FontFace m_face;
     double m_textAngle = 0.0;
     bool m_hasStarted = false;
