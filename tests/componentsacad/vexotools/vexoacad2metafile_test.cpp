@@ -127,6 +127,33 @@ TEST_F(Metafile, TextsAreCentredInTheFaceOfTheFontFile) {
     EXPECT_EQ(drawn({&plain}, textOut).size(), 1u) << "the standard style";
 }
 
+TEST_F(Metafile, TheCurrentFontGivesTheWeightOfStylesThatAreNotBold) {
+    CMetaFileDC dc;
+    ASSERT_TRUE(dc.CreateEnhanced(nullptr, m_file.wstring().c_str(), nullptr, nullptr));
+    const HDC attributes = CreateCompatibleDC(nullptr);
+    dc.SetAttribDC(attributes);
+    LOGFONTW current;
+    current.lfWeight = 300;
+    CFont own;
+    own.CreateFontIndirect(&current);
+    SelectObject(attributes, own.GetSafeHandle());
+    const AcDbObjectId style = drawingtest::addRecord<AcDbTextStyleTable>(database(), L"Plan");
+    AcDbText text({0, 0, 0}, L"x", style, 1.0);
+    for (const bool isBold : {false, true}) {
+        drawingtest::change<AcDbTextStyleTableRecord>(
+            style, [&](AcDbTextStyleTableRecord& record) { record.setFont(L"Any", isBold, false, 0, 0); });
+        VEXOAcad2MetaFile().DrawTextW(dc, &text);
+    }
+    EXPECT_EQ(GetCurrentObject(attributes, OBJ_FONT), own.GetSafeHandle());
+    DeleteEnhMetaFile(dc.CloseEnhanced());
+    DeleteDC(attributes);
+    std::vector<int> weights;
+    for (const Record& each : Walked::ofFile(m_file).records)
+        if (each.type == font) weights.push_back(each.data[5]);
+    EXPECT_EQ(weights, (std::vector<int>{300, 300, 700}))
+        << "the first text, the font that comes back, the second text";
+}
+
 TEST_F(Metafile, HatchesFillEachLoopAndCloseByTheLoopsPlace) {
     AcDbHatch hatch;
     hatch.setPattern(AcDbHatch::kPreDefined, L"SOLID");

@@ -51,7 +51,7 @@ TEST_F(Metafiles, EachCallGivesItsRecordAndTheStartStateIsSelectedFirst) {
         Arc(dc, 30, 40, 30, 20, 1, 2, 3, 4);
         const POINT points[] = {{1, 2}, {-32768, 32767}, {5, 6}};
         Polygon(dc, points, 3);
-        const POINT far[] = {{1, 2}, {32768, 0}};
+        const POINT far[] = {{1, 2}, {0, 32768}};
         Polyline(dc, far, 2);
         EXPECT_FALSE(Polygon(dc, points, 1));
         EXPECT_FALSE(FillRect(dc, nullptr, nullptr));
@@ -59,8 +59,14 @@ TEST_F(Metafiles, EachCallGivesItsRecordAndTheStartStateIsSelectedFirst) {
         EXPECT_EQ(SetTextAlign(dc, 1), GDI_ERROR);
         EXPECT_EQ(SetTextAlign(dc, TA_CENTER | TA_BASELINE), 0u);
         SetBkMode(dc, TRANSPARENT);
+        SelectObject(dc, GetStockObject(BLACK_BRUSH));
+        Polygon(dc, points, 3);
+        SelectObject(dc, GetStockObject(WHITE_BRUSH));
+        LineTo(dc, 0, 0);
+        LineTo(dc, 0, 0);
     });
-    EXPECT_EQ(walked.types(), (std::vector<std::uint32_t>{1, 37, 37, 27, 54, 45, 86, 4, 22, 18, 14}));
+    EXPECT_EQ(walked.types(),
+              (std::vector<std::uint32_t>{1, 37, 37, 27, 54, 45, 86, 4, 22, 18, 37, 86, 37, 37, 54, 54, 14}));
     using Data = std::vector<std::int32_t>;
     const std::int32_t stock = INT32_MIN;
     const Data expected[] = {{stock + 7},
@@ -69,10 +75,12 @@ TEST_F(Metafiles, EachCallGivesItsRecordAndTheStartStateIsSelectedFirst) {
                              {70000, 5},
                              {10, 20, 29, 39, 1, 2, 3, 4},
                              {-32768, 2, 5, 32767, 3, 0x20001, 0x7FFF8000, 0x60005},
-                             {1, 0, 32768, 2, 2, 1, 2, 32768, 0},
+                             {0, 2, 1, 32768, 2, 1, 2, 0, 32768},
                              {30},
-                             {1},
-                             {0, 16, 20}};
+                             {1}};
+    EXPECT_EQ(walked.records[13].data, Data{stock + 7})
+        << "the pen again, of which a filling in its colour made some lose sight";
+    EXPECT_EQ(walked.records.back().data, (Data{0, 16, 20}));
     for (std::size_t i = 0; i < std::size(expected); ++i)
         EXPECT_EQ(walked.records[i + 1].data, expected[i]) << i;
     EXPECT_EQ(walked.handles(), 1);
@@ -181,7 +189,7 @@ TEST_F(Metafiles, ObjectsTakeTheLowestFreeIndexAtTheirFirstSelection) {
 
 TEST_F(Metafiles, TextsHaveTheirFontAdvancesAndCell) {
     LOGFONTW font;
-    font.lfHeight = -16;
+    font.lfHeight = -17;
     font.lfWeight = 700;
     std::wcscpy(font.lfFaceName, L"Beton");
     const auto cellAt = [&](int tenths, UINT align) {
@@ -198,7 +206,7 @@ TEST_F(Metafiles, TextsHaveTheirFontAdvancesAndCell) {
         EXPECT_EQ(made.type, 82u);
         EXPECT_EQ(made.data.size(), 90u);
         EXPECT_EQ((std::vector<int>{made.data[1], made.data[3], made.data[5]}),
-                  (std::vector<int>{-16, tenths, 700}));
+                  (std::vector<int>{-17, tenths, 700}));
         EXPECT_EQ(made.data[8], L'B' | L'e' << 16);
         const Record& text = walked.records[6];
         EXPECT_EQ(text.type, 84u);
@@ -207,13 +215,13 @@ TEST_F(Metafiles, TextsHaveTheirFontAdvancesAndCell) {
         int width = 0;
         for (std::size_t i = 19; i < text.data.size(); ++i) width += text.data[i];
         EXPECT_EQ(text.data.size(), 23u);
-        EXPECT_NEAR(width, textWidth({16, true, false}, L"a\U0001F600b"), 2);
+        EXPECT_NEAR(width, textWidth({17, true, false}, L"a\U0001F600b"), 2);
         EXPECT_EQ((std::vector<int>(text.data.begin(), text.data.begin() + 4)), walked.bounds());
         std::vector<int> cell = walked.bounds();
         cell.push_back(width);
         return cell;
     };
-    const FontFace face{16, true, false};
+    const FontFace face{17, true, false};
     const std::vector<int> level = cellAt(0, TA_CENTER | TA_BASELINE), right = cellAt(0, TA_RIGHT | TA_TOP);
     const int width = level[4];
     EXPECT_EQ(level, (std::vector<int>{100 - (width + 1) / 2, 200 - face.ascent(),
