@@ -5,6 +5,7 @@
 #include "host.h"
 #include "scriptedport.h"
 #include "vexodatabasetools.h"
+#include "vexogiworlddraw.h"
 #include "wingdi.h"
 
 #include <benchmark/benchmark.h>
@@ -49,5 +50,33 @@ void PictureOfLines(benchmark::State& state) {
 }
 BENCHMARK(PictureOfLines)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-} // namespace
+void Capture(benchmark::State& state) {
+    hostkit::ScriptedPort port;
+    const hostkit::Host host{port};
+    AcDbLine source;
+    for (auto _ : state) {
+        VEXOGiWorldDraw draw(&source);
+        for (int i = 0; i < state.range(0); ++i) {
+            const AcGePoint3d ends[] = {{double(i), 0.0, 0.0}, {0.0, double(i), 0.0}};
+            draw.geometry().polyline(2, ends);
+        }
+        AcArray<void*> drawn;
+        draw.getAcDbEnts(drawn);
+        for (void* each : drawn) delete static_cast<AcDbEntity*>(each);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(Capture)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
+void LinesAlone(benchmark::State& state) {
+    for (auto _ : state) {
+        std::vector<AcDbEntity*> lines;
+        for (int i = 0; i < state.range(0); ++i)
+            lines.push_back(new AcDbLine({double(i), 0.0, 0.0}, {0.0, double(i), 0.0}));
+        for (AcDbEntity* line : lines) delete line;
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(LinesAlone)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+} // namespace

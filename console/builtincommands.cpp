@@ -1,6 +1,7 @@
 #include "builtincommands.h"
 
 #include "auditcommand.h"
+#include "capturecommand.h"
 #include "casefold.h"
 #include "dictcommand.h"
 #include "drawingcommands.h"
@@ -63,6 +64,14 @@ constexpr CommandDescription described[] = {
      L"The "
      L"background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
      L"filled; with SELECTED the selection stands on a band of colour."},
+    {L"CAPTURE", captureCommand, L"[WAY]...", L"what the selected entities draw, part by part",
+     L"As the library captures it for tools that want simple entities; selected now, or by the ways of "
+     L"SELECT."},
+    {L"EXPLODE", explodeCommand, L"[WAY]...", L"takes apart what is selected",
+     L"Blocks, dimensions, paragraphs, hatches; entities of applications become what they draw. Or what is "
+     L"selected "
+     L"now, by the ways of SELECT.",
+     ACRX_CMD_USEPICKSET},
     {L"METAFILE", metafileCommand, L"FILE.emf [OVERWRITE] [ASPECT A | SCALE S] [SELECTED [WAY]...]",
      L"an enhanced metafile of the drawing, or of what is selected",
      L"By the library's tools, on copies. With SCALE a drawing unit is S pixels; with ASPECT the picture is "

@@ -12,6 +12,8 @@ struct LibraryWork {
     /// The file is a path from the root.
     bool (*exportScaled)(const AcArray<void*>& entities, const wchar_t* file, double scale);
     bool (*exportWithAspect)(const AcArray<void*>& entities, const wchar_t* file, double aspect);
+    /// Appends what the entity draws as new entities that belong to the caller (VEXOGiWorldDraw).
+    void (*capture)(AcDbEntity& entity, AcArray<void*>& drawn);
 };
 
 /// The name of the module's one function, and its type.

@@ -162,7 +162,7 @@ void metafileCommand() {
     const std::vector<AcDbObjectId> ids =
         request.isOfSelection ? selectionOrFail() : shownEntities(*document->database());
     if (request.isOfSelection && ids.empty()) return;
-    PictureCopies copies(*document->database());
+    PictureCopies copies(*document->database(), *work);
     if (!copies.add(ids) && !copies.isCut())
         return hostkit::failCommand(Acad::eUserBreak, L"stopped; no metafile was written");
     if (!exportCopies(*work, copies, request) || hostkit::isStandardOutput(request.file.name)) return;

@@ -6,6 +6,7 @@
 #include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbtext.h"
+#include "librarywork.h"
 #include "plotlook.h"
 
 namespace {
@@ -45,12 +46,13 @@ bool PictureCopies::add(const std::vector<AcDbObjectId>& ids) {
     return !m_isCut;
 }
 
-void PictureCopies::takeApart(const AcDbEntity& entity, int depth) {
+void PictureCopies::takeApart(AcDbEntity& entity, int depth) {
     AcDbVoidPtrArray parts;
     if (depth > deepestNesting || m_copies.size() > mostPieces) {
         m_isCut = true;
     } else if (entity.explode(parts) != Acad::eOk) {
-        ++m_missing[kindOf(entity)];
+        m_work.capture(entity, parts);
+        if (parts.isEmpty()) ++m_missing[kindOf(entity)];
     }
     for (void* part : parts) addPiece(std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(part)), depth + 1);
 }

@@ -1,6 +1,8 @@
 #include "librarywork.h"
 
+#include "dbent.h"
 #include "vexodatabasetools.h"
+#include "vexogiworlddraw.h"
 
 namespace {
 
@@ -12,7 +14,19 @@ bool exportWithAspect(const AcArray<void*>& entities, const wchar_t* file, doubl
     return VEXODatabaseTools::ExportEntitiesInWmfEx(entities, file, aspect);
 }
 
-constexpr LibraryWork work = {exportScaled, exportWithAspect};
+// What the entity has drawn by handing on an entity of the drawing is copied: the drawing owns that one.
+void capture(AcDbEntity& entity, AcArray<void*>& drawn) {
+    VEXOGiWorldDraw draw(&entity);
+    entity.worldDraw(&draw);
+    AcArray<void*> recorded;
+    draw.getAcDbEnts(recorded);
+    for (void* each : recorded) {
+        auto* const part = static_cast<AcDbEntity*>(each);
+        drawn.append(part->objectId().isNull() ? part : AcDbEntity::cast(part->clone()));
+    }
+}
+
+constexpr LibraryWork work = {exportScaled, exportWithAspect, capture};
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "bar.h"
 
+#include "acgi.h"
+
 ACRX_DXF_DEFINE_MEMBERS(ExampleBar, AcDbEntity, AcDb::kDHL_CURRENT, 0, 0, VEXOBAR, BARS)
 
 namespace {
@@ -22,6 +24,19 @@ Acad::ErrorStatus ExampleBar::getGeomExtents(AcDbExtents& extents) const {
     }
     extents = box;
     return Acad::eOk;
+}
+
+Adesk::Boolean ExampleBar::worldDraw(AcGiWorldDraw* draw) {
+    AcGeVector3d across = AcGeVector3d::kZAxis.crossProduct(m_end - m_start);
+    draw->subEntityTraits().setFillType(kAcGiFillAlways);
+    if (across.isZeroLength()) {
+        draw->geometry().circle(m_start, m_diameter / 2.0, AcGeVector3d::kZAxis);
+    } else {
+        across = across.normal() * (m_diameter / 2.0);
+        const AcGePoint3d corners[] = {m_start - across, m_end - across, m_end + across, m_start + across};
+        draw->geometry().polygon(4, corners);
+    }
+    return Adesk::kTrue;
 }
 
 Acad::ErrorStatus ExampleBar::subTransformBy(const AcGeMatrix3d& matrix) {

@@ -20,6 +20,8 @@ public:
 
     /// The box around the bar with its thickness.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// A filled strip as wide as the bar, or a filled circle for one that stands upright.
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new ExampleBar(*this); }
 
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;

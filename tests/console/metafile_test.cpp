@@ -58,4 +58,21 @@ TEST_F(MetafileCommand, WhatCannotBeMeantIsRefusedAndNoFileIsMade) {
     EXPECT_FALSE(std::filesystem::exists(a));
 }
 
+// The bar of the example module draws a filled strip; the library captures its outline and its filling.
+TEST_F(MetafileCommand, EntitiesOfApplicationsAreDrawnAndExplodedAsTheyDrawThemselves) {
+    const std::string module = std::string(VEXO_BINARY_DIR) + "/lib/bars.so";
+    const ProgramResult result = runScript(
+        {"--new", "--module", module}, "BAR 10,10 110,10 20\nCAPTURE ALL\nMETAFILE " + (folder / "bar.emf") +
+                                           " SCALE 2\nEXPLODE ALL\nLIST\nU\nLIST\n");
+    EXPECT_EQ(result.code, exitcode::ok) << result.problems;
+    expectHas(result.output,
+              {"2 entities drawn by 1 entity", "bar.emf: 1 entities", "1 entity exploded into 2"});
+    const std::size_t exploded = result.output.find("exploded into"), undone = result.output.rfind("VEXOBAR");
+    const std::string between = result.output.substr(exploded, undone - exploded);
+    expectHas(between, {"LWPOLYLINE", "HATCH"});
+    EXPECT_EQ(between.find("VEXOBAR"), std::string::npos) << "gone, and back after U";
+    EXPECT_GT(undone, result.output.rfind("HATCH"));
+    EXPECT_EQ(picture("bar.emf").bounds(), (std::vector<int>{0, -40, 200, 0}));
+}
+
 } // namespace

@@ -1,0 +1,107 @@
+#include "capturecommand.h"
+
+#include "aced.h"
+#include "commandoutput.h"
+#include "consoletext.h"
+#include "dbblocktablerecord.h"
+#include "dbobjptr.h"
+#include "librarywork.h"
+#include "selectioninput.h"
+
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using Parts = std::vector<std::unique_ptr<AcDbEntity>>;
+
+Parts owned(const AcDbVoidPtrArray& entities) {
+    Parts parts;
+    for (void* each : entities) parts.emplace_back(static_cast<AcDbEntity*>(each));
+    return parts;
+}
+
+Parts captured(const LibraryWork& work, AcDbEntity& entity) {
+    AcDbVoidPtrArray drawn;
+    work.capture(entity, drawn);
+    return owned(drawn);
+}
+
+std::wstring colorText(const AcDbEntity& entity) {
+    const AcCmColor color = entity.color();
+    if (color.isByLayer()) return L"ByLayer";
+    return color.isByBlock() ? L"ByBlock" : std::to_wstring(color.colorIndex());
+}
+
+std::wstring pointText(const AcGePoint3d& point) {
+    CString text;
+    text.Format(L"%.4g,%.4g,%.4g", point.x, point.y, point.z);
+    return text.GetString();
+}
+
+std::vector<std::wstring> rowOf(AcDbHandle source, const AcDbEntity& part) {
+    AcDbExtents box;
+    const bool hasBox = part.getGeomExtents(box) == Acad::eOk;
+    return {handleText(source), part.dxfName(), colorText(part), hasBox ? pointText(box.minPoint()) : L"",
+            hasBox ? pointText(box.maxPoint()) : L""};
+}
+
+// Those of the host have parts of their own, or are simple enough.
+bool isOfApplication(const AcDbEntity& entity) {
+    return !std::wstring_view(entity.isA()->name()).starts_with(L"AcDb");
+}
+
+Parts partsOf(const LibraryWork& work, AcDbEntity& entity) {
+    AcDbVoidPtrArray parts;
+    const Acad::ErrorStatus status = entity.explode(parts);
+    if (status == Acad::eNotApplicable && isOfApplication(entity)) return captured(work, entity);
+    return owned(parts);
+}
+
+// False, with all as it was, where the entity has no parts or cannot be changed.
+bool explodeInPlace(const LibraryWork& work, AcDbObjectId id, std::size_t& made) {
+    const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+    if (!entity.object()) return false;
+    Parts parts = partsOf(work, *entity);
+    const AcDbObjectPointer<AcDbBlockTableRecord> block(entity->ownerId(), AcDb::kForWrite);
+    if (parts.empty() || !block.object() || entity->erase() != Acad::eOk) return false;
+    for (std::unique_ptr<AcDbEntity>& part : parts) {
+        if (block->appendAcDbEntity(part.get()) != Acad::eOk) continue;
+        part.release()->close();
+        ++made;
+    }
+    return true;
+}
+
+} // namespace
+
+void captureCommand() {
+    const LibraryWork* const work = documentOrFail() ? libraryWorkOrFail() : nullptr;
+    if (!work) return;
+    const std::vector<AcDbObjectId> ids = selectionOrFail();
+    if (ids.empty()) return;
+    std::vector<std::vector<std::wstring>> rows = {{L"Of", L"Draws", L"Colour", L"From", L"To"}};
+    for (const AcDbObjectId id : ids) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (!entity.object()) continue;
+        for (const std::unique_ptr<AcDbEntity>& part : captured(*work, *entity))
+            rows.push_back(rowOf(id.handle(), *part));
+        if (acedUsrBrk()) return;
+    }
+    if (rows.size() > 1) printTable(rows, "lllll");
+    acutPrintf(L"%s drawn by %s\n", counted(rows.size() - 1, L"entity", L"entities").c_str(),
+               counted(ids.size(), L"entity", L"entities").c_str());
+}
+
+void explodeCommand() {
+    const LibraryWork* const work = documentOrFail() ? libraryWorkOrFail() : nullptr;
+    if (!work) return;
+    std::size_t exploded = 0, made = 0;
+    const std::vector<AcDbObjectId> ids = selectionOrFail();
+    if (ids.empty()) return;
+    for (const AcDbObjectId id : ids) exploded += explodeInPlace(*work, id, made);
+    std::wstring text =
+        counted(exploded, L"entity", L"entities") + L" exploded into " + std::to_wstring(made);
+    if (exploded < ids.size()) text += L", " + std::to_wstring(ids.size() - exploded) + L" left as they are";
+    acutPrintf(L"%s\n", text.c_str());
+}
