@@ -3,7 +3,6 @@
 #include "blockdrawing.h"
 
 #include "acgi.h"
-#include "blockholding.h"
 #include "dbaccess.h"
 #include "dbattdef.h"
 #include "dbattribute.h"
@@ -15,6 +14,7 @@
 #include "movedblock.h"
 #include "pathgeometry.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -68,16 +68,40 @@ bool drawExploded(AcGiWorldDraw& draw, const AcDbEntity& entity) {
 
 namespace hostkit {
 
+namespace {
+
+// The blocks that this thread is drawing, the outer ones first.
+class DrawnBlock {
+public:
+    explicit DrawnBlock(AcDbObjectId block)
+        : m_isNew(std::find(s_blocks.begin(), s_blocks.end(), block) == s_blocks.end()) {
+        if (m_isNew) s_blocks.push_back(block);
+    }
+    ~DrawnBlock() {
+        if (m_isNew) s_blocks.pop_back();
+    }
+    DrawnBlock(const DrawnBlock&) = delete;
+    DrawnBlock& operator=(const DrawnBlock&) = delete;
+    bool isNew() const { return m_isNew; }
+
+private:
+    static thread_local std::vector<AcDbObjectId> s_blocks;
+    bool m_isNew;
+};
+thread_local std::vector<AcDbObjectId> DrawnBlock::s_blocks;
+
+} // namespace
+
 void drawBlock(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWorld) {
     const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
-    if (!record.object()) return;
+    const DrawnBlock drawn(block);
+    if (!record.object() || !drawn.isNew()) return;
     const PushedTransform pushed(draw, toWorld);
     draw.geometry().draw(record.object());
 }
 
-AcDbObjectId blockToShow(const AcDbEntity& entity, AcDbObjectId block) {
-    const auto* const record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
-    return !record || block.isErased() || holdsBlock(block, entity.blockId()) ? AcDbObjectId() : block;
+AcDbObjectId blockToShow(AcDbObjectId block) {
+    return DatabaseAccess::objectOf<AcDbBlockTableRecord>(block) && !block.isErased() ? block : AcDbObjectId();
 }
 
 } // namespace hostkit

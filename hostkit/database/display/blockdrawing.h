@@ -4,17 +4,15 @@
 #include "dbid.h"
 #include "gemat3d.h"
 
-class AcDbEntity;
 class AcGiWorldDraw;
 
 namespace hostkit {
 
 /// What stands in the block, as a reference in the look of the traits would show it. Nothing for an id of no
-/// block.
+/// block, and for a block within itself: records of kinds without a class may make such circles.
 void drawBlock(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWorld);
 
-/// The block, or null where an entity cannot show it: it is erased, no block, or holds the one in which the
-/// entity stands, so that there would be no end.
-AcDbObjectId blockToShow(const AcDbEntity& entity, AcDbObjectId block);
+/// The same id, or null for one of no block and for that of an erased one.
+AcDbObjectId blockToShow(AcDbObjectId block);
 
 } // namespace hostkit

@@ -49,7 +49,7 @@ AcDbObjectId blockOf(const AcDbOpaqueEntity& entity, const ShownBlockRecord& sho
     const auto* blocks =
         database ? DatabaseAccess::objectOf<AcDbBlockTable>(database->blockTableId()) : nullptr;
     const AcDbObjectId named = blocks ? blocks->find(shown.name) : AcDbObjectId();
-    return blockToShow(entity, named.isNull() ? shown.byHandle : named);
+    return blockToShow(named.isNull() ? shown.byHandle : named);
 }
 
 } // namespace

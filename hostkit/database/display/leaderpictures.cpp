@@ -69,7 +69,7 @@ void drawLeader(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
     const double arrowSize = style.dimasz * style.scale();
     if (leader.hasArrow && line.points[0].distanceTo(line.points[1]) >= 2.0 * arrowSize) {
         line.arrowSize = arrowSize;
-        line.arrow = blockToShow(entity, style.dimldrblk);
+        line.arrow = blockToShow(style.dimldrblk);
     }
     // A text that stands above the line is underlined by it.
     constexpr int textContents = 0;

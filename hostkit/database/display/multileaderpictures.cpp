@@ -72,7 +72,7 @@ void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& rec
         line.points = from.points;
         if (branch.hasLanding) line.points.push_back(branch.landing);
         line.normal = record.normal;
-        line.arrow = blockToShow(entity, from.arrow.isNull() ? record.arrow : from.arrow);
+        line.arrow = blockToShow(from.arrow.isNull() ? record.arrow : from.arrow);
         line.arrowSize = from.arrowSize > 0.0 ? from.arrowSize : record.arrowSize;
         line.isCurved = isCurved;
         takeColor(draw.subEntityTraits(), from.color == byBlockColor ? record.lineColor : from.color, entity);
@@ -110,7 +110,7 @@ void drawText(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& recor
 
 void drawContents(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& record) {
     const Record::Block& from = record.block;
-    const AcDbObjectId id = blockToShow(entity, from.id);
+    const AcDbObjectId id = blockToShow(from.id);
     if (id.isNull()) return;
     AcDbBlockReference reference(AcGePoint3d::kOrigin, id);
     (void)reference.setNormal(from.normal);

@@ -5,6 +5,8 @@
 #include "fieldtable.h"
 #include "groupcodes.h"
 
+#include <cmath>
+
 namespace hostkit {
 
 namespace {
@@ -55,6 +57,12 @@ bool RecordCursor::next() {
     return false;
 }
 
+double RecordCursor::realOf(const RawGroup& group, double otherwise) {
+    constexpr double largest = 1e70;
+    const double value = realFromText(group.value).value_or(otherwise);
+    return std::abs(value) <= largest ? value : otherwise;
+}
+
 double RecordCursor::radians() const { return radiansFromDegrees(real()); }
 
 AcDbObjectId RecordCursor::id() const {
@@ -70,7 +78,7 @@ bool RecordCursor::takeAxis(int code, double& value) {
         m_scanner.returnTo(group);
         return false;
     }
-    value = realFromText(group.value).value_or(0.0);
+    value = realOf(group, 0.0);
     return true;
 }
 

@@ -32,8 +32,8 @@ public:
 
     // The value of the group; what is no value of that kind is the other one.
 
-    /// Always finite.
-    double real(double otherwise = 0.0) const { return realFromText(m_group.value).value_or(otherwise); }
+    /// Never of a size whose fourth power is no number: whoever draws with it need not ask.
+    double real(double otherwise = 0.0) const { return realOf(m_group, otherwise); }
     Adesk::Int64 integer(Adesk::Int64 otherwise = 0) const {
         return integerFromText(m_group.value).value_or(otherwise);
     }
@@ -47,6 +47,7 @@ public:
     AcGeVector3d vector() { return point().asVector(); }
 
 private:
+    static double realOf(const RawGroup& group, double otherwise);
     void enterClass();
     bool skipApplication();
     bool takeAxis(int code, double& value);
