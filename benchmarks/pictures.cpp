@@ -1,4 +1,5 @@
-// Pictures of drawings as documents: lines, and curves in blocks; both passes, the measuring and the drawing one.
+// Pictures of drawings as documents: lines, and curves in blocks; both passes, the measuring and the drawing
+// one.
 #include "dbblockreference.h"
 #include "dbblocktable.h"
 #include "dbblocktablerecord.h"
@@ -20,7 +21,8 @@ void addLines(AcDbDatabase& database, std::int64_t count) {
     const AcDbObjectPointer<AcDbBlockTableRecord> model(database.modelSpaceId(), AcDb::kForWrite);
     for (std::int64_t i = 0; i < count; ++i) {
         const AcGePoint3d start(place(random), place(random), 0.0);
-        auto* line = new AcDbLine(start, start + AcGeVector3d(place(random) / 100.0, place(random) / 100.0, 0.0));
+        auto* line =
+            new AcDbLine(start, start + AcGeVector3d(place(random) / 100.0, place(random) / 100.0, 0.0));
         model->appendAcDbEntity(line);
         line->close();
     }
@@ -64,7 +66,9 @@ void pictureOfReferences(benchmark::State& state) {
     {
         const AcDbObjectPointer<AcDbBlockTableRecord> model(database.modelSpaceId(), AcDb::kForWrite);
         for (std::int64_t i = 0; i < state.range(0); ++i) {
-            auto* reference = new AcDbBlockReference(AcGePoint3d(10.0 * static_cast<double>(i % 300), static_cast<double>(i / 300) * 10.0, 0.0), id);
+            auto* reference = new AcDbBlockReference(
+                AcGePoint3d(10.0 * static_cast<double>(i % 300), static_cast<double>(i / 300) * 10.0, 0.0),
+                id);
             model->appendAcDbEntity(reference);
             reference->close();
         }

@@ -220,21 +220,23 @@ public:
     // Metafiles (vexodatabasetools_metafile.cpp)
     // -----------------------------------------------------------------------------------------------------------------
     //
-    // Pictures of a list of AcDbEntity pointers, nulls allowed, as enhanced metafiles: lines, arcs, light polylines,
-    // other curves, texts and hatches (VEXOAcad2MetaFile), in the order of the list; other kinds are left out. What a
-    // patterned hatch explodes to is drawn behind the list. A picture has one pixel of the screen to a unit.
+    // Pictures of a list of AcDbEntity pointers, nulls allowed, as enhanced metafiles: lines, arcs, light
+    // polylines, other curves, texts and hatches (VEXOAcad2MetaFile), in the order of the list; other kinds
+    // are left out. What a patterned hatch explodes to is drawn behind the list. A picture has one pixel of
+    // the screen to a unit.
     //
-    // The entities are scaled in place, about the middle of their common box, and stay so, also where the file
-    // cannot be made or written; those that cannot be scaled are drawn as they are. False: an empty list, one that
-    // has no box, or a file that cannot be made or written; then no file is there that was not there before.
+    // The entities are scaled in place, about the middle of their common box, and stay so, also where the
+    // file cannot be made or written; those that cannot be scaled are drawn as they are. False: an empty
+    // list, one that has no box, or a file that cannot be made or written; then no file is there that was not
+    // there before.
 
     /// Scaled by that factor. The second factor has no effect.
     static bool ExportEntitiesInWMF(const AcArray<void*>& entities, const CString& file, double scale,
                                     double secondFactor);
-    /// Scaled so that the flat diagonal of the box is 100 units, with two dots that make the picture's width by its
-    /// height the aspect: the longer direction has a margin of 5 per cent on either side. A list without width or
-    /// height counts as a square. A list that is one point alone has no such scale: callers keep it out; here it
-    /// stays as it is. False for an aspect whose square is at most 1e-20.
+    /// Scaled so that the flat diagonal of the box is 100 units, with two dots that make the picture's width
+    /// by its height the aspect: the longer direction has a margin of 5 per cent on either side. A list
+    /// without width or height counts as a square. A list that is one point alone has no such scale: callers
+    /// keep it out; here it stays as it is. False for an aspect whose square is at most 1e-20.
     static bool ExportEntitiesInWmfEx(const AcArray<void*>& entities, const CString& file, double aspect);
 
     /// Whether the object refers to a registered application by an id that stands for a record of the

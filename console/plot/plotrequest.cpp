@@ -37,7 +37,8 @@ bool readText(const wchar_t* prompt, std::wstring& text, const wchar_t* reason) 
 
 bool readFilledLayer(AcDbDatabase& database, PlotRequest& request) {
     std::wstring name;
-    if (!readText(L"Layer whose closed curves are filled: ", name, L"FILL needs the name of a layer behind it"))
+    if (!readText(L"Layer whose closed curves are filled: ", name,
+                  L"FILL needs the name of a layer behind it"))
         return false;
     const AcDbSymbolTablePointer<AcDbLayerTable> layers(&database, AcDb::kForRead);
     AcDbObjectId id;
@@ -85,13 +86,15 @@ bool readSheet(AcDbDatabase& database, PlotRequest& request) {
     }
     std::wstring known;
     for (const std::wstring& each : sheetNames(database)) known += (known.empty() ? L"" : L", ") + each;
-    return refuse(Acad::eKeyNotFound, L"there is no layout \"" + name +
-                                          (known.empty() ? L"\"; the drawing has none" : L"\", but: " + known));
+    return refuse(Acad::eKeyNotFound,
+                  L"there is no layout \"" + name +
+                      (known.empty() ? L"\"; the drawing has none" : L"\", but: " + known));
 }
 
 bool readBackground(Paper& paper) {
     std::wstring text;
-    if (!readText(L"Background: ", text, L"BACKGROUND needs WHITE, BLACK, NONE or #RRGGBB behind it")) return false;
+    if (!readText(L"Background: ", text, L"BACKGROUND needs WHITE, BLACK, NONE or #RRGGBB behind it"))
+        return false;
     const std::wstring name = hostkit::foldCase(text);
     wchar_t* end = nullptr;
     const bool isHex = name.size() == 7 && name.front() == L'#';
@@ -148,7 +151,8 @@ bool isPictureName(const std::wstring& file) {
 
 bool mayBePlotted(const PlotRequest& request) {
     if (request.sheet && (request.window || request.scale > 0.0))
-        return refuse(Acad::eInvalidInput, L"a layout has its own paper and scale: no WINDOW or SCALE beside it");
+        return refuse(Acad::eInvalidInput,
+                      L"a layout has its own paper and scale: no WINDOW or SCALE beside it");
     if (!hostkit::acceptOutputFile(request.file)) return false;
     return isPictureName(request.file.name) ||
            refuse(Acad::eInvalidInput, request.file.name + L": pictures are written as .svg alone");
@@ -164,10 +168,10 @@ bool readPlotRequest(const AcApDocument& document, PlotRequest& request) {
         double width = 0.0;
         acedInitGet(RSG_NOZERO | RSG_NONEG,
                     L"Fill Selected Window SCale LAYErs LAYOut WEights Background OVERWRITE");
-        const int answer =
-            acedGetReal(L"Width of the page in millimetres, or "
-                        L"Fill, Selected, Window, SCale, LAYErs, LAYOut, WEights, Background or OVERWRITE <fitted>: ",
-                        &width);
+        const int answer = acedGetReal(
+            L"Width of the page in millimetres, or "
+            L"Fill, Selected, Window, SCale, LAYErs, LAYOut, WEights, Background or OVERWRITE <fitted>: ",
+            &width);
         if (answer == RTNONE) return mayBePlotted(request);
         if (answer != RTNORM && answer != RTKWORD)
             return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "

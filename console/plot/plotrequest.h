@@ -18,7 +18,7 @@ struct PlotRequest {
     bool isExactSize = false;
     bool hasWeights = false;
     std::optional<std::pair<AcGePoint2d, AcGePoint2d>> window{}; ///< lower left and upper right, in the world
-    double scale = 0.0;                                          ///< lengths on paper for lengths drawn; 0: fitted
+    double scale = 0.0; ///< lengths on paper for lengths drawn; 0: fitted
     std::optional<Sheet> sheet{};
     PlotChoice choice{};
 };

@@ -1,8 +1,8 @@
 #include "sheet.h"
 
 #include "casefold.h"
-#include "curvepaths.h"
 #include "currentview.h"
+#include "curvepaths.h"
 #include "dbdatabase.h"
 #include "dbdictionary.h"
 #include "dblayout.h"
@@ -102,7 +102,8 @@ ViewportRecord readViewport(const AcDbEntity& entity) {
 bool isShown(const ViewportRecord& record) {
     constexpr int offBit = 0x20000;
     const bool isSheetItself = record.number(69, 2.0) == 1.0;
-    const bool isOff = record.number(68, 1.0) == 0.0 || (static_cast<int>(record.number(90, 0.0)) & offBit) != 0;
+    const bool isOff =
+        record.number(68, 1.0) == 0.0 || (static_cast<int>(record.number(90, 0.0)) & offBit) != 0;
     return !isSheetItself && !isOff && record.number(40, 0.0) > 0.0 && record.number(41, 0.0) > 0.0 &&
            record.number(45, 0.0) > 0.0 && record.direction.length() > 0.0;
 }
@@ -153,9 +154,9 @@ std::optional<SheetView> sheetViewOf(const AcDbEntity& entity) {
     SheetView shown;
     shown.scale = record.number(41, 0.0) / record.number(45, 0.0);
     shown.outline = outlineOf(record);
-    shown.modelToSheet = AcGeMatrix3d::translation(record.center.asVector()) * AcGeMatrix3d::scaling(shown.scale) *
-                         AcGeMatrix3d::translation(-record.middle.asVector()) *
-                         hostkit::displayToWorld(view).inverse();
+    shown.modelToSheet =
+        AcGeMatrix3d::translation(record.center.asVector()) * AcGeMatrix3d::scaling(shown.scale) *
+        AcGeMatrix3d::translation(-record.middle.asVector()) * hostkit::displayToWorld(view).inverse();
     shown.frozen = std::move(record.frozen);
     return shown;
 }

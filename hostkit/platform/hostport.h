@@ -76,8 +76,8 @@ public:
     /// The screen's size and the sizes of what stands on it, by the platform's SM numbers; nothing for a
     /// number that the port leaves to GetSystemMetrics. Headless: nothing.
     virtual std::optional<int> systemMetric(int number) const;
-    /// What pictures are measured against that are recorded for the screen (CreateEnhMetaFileW). Headless: 508
-    /// by 285.75 mm, so that 1920 by 1080 pixels have 96 to the inch.
+    /// What pictures are measured against that are recorded for the screen (CreateEnhMetaFileW). Headless:
+    /// 508 by 285.75 mm, so that 1920 by 1080 pixels have 96 to the inch.
     virtual ScreenSize screenSize() const;
     /// What a layer above keeps with the port for as long as it lives (its windows, say), one of each type;
     /// made when it is first asked for.

@@ -21,14 +21,22 @@ std::string groups(const std::vector<std::pair<int, std::string>>& all) {
 
 std::string drawn(const std::string& entities) {
     return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$INSUNITS\n70\n6\n0\nENDSEC\n"
-           "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n2\n0\nLAYER\n2\nWALL-1\n70\n0\n62\n5\n6\nCONTINUOUS\n370\n70\n"
+           "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n2\n0\nLAYER\n2\nWALL-"
+           "1\n70\n0\n62\n5\n6\nCONTINUOUS\n370\n70\n"
            "0\nLAYER\n2\nROOM\n70\n0\n62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" +
            entities + "0\nENDSEC\n0\nEOF\n";
 }
 
-std::string line(const std::string& layer, const std::string& x0, const std::string& y0, const std::string& x1,
-                 const std::string& y1) {
-    return groups({{0, "LINE"}, {100, "AcDbEntity"}, {8, layer}, {100, "AcDbLine"}, {10, x0}, {20, y0}, {11, x1}, {21, y1}});
+std::string line(const std::string& layer, const std::string& x0, const std::string& y0,
+                 const std::string& x1, const std::string& y1) {
+    return groups({{0, "LINE"},
+                   {100, "AcDbEntity"},
+                   {8, layer},
+                   {100, "AcDbLine"},
+                   {10, x0},
+                   {20, y0},
+                   {11, x1},
+                   {21, y1}});
 }
 
 class PlotPages : public ConsoleTest {
@@ -38,45 +46,50 @@ protected:
         outputOf({m_drawing, "--command", "PLOT " + file + " OVERWRITE " + words});
         return folder.read("p.svg");
     }
-    std::string m_drawing = writtenFile(folder, "d.dxf",
-                                        drawn(line("WALL-1", "0.0", "0.0", "10.0", "5.0") +
-                                              line("ROOM", "2.0", "0.0", "2.0", "5.0")));
+    std::string m_drawing = writtenFile(
+        folder, "d.dxf",
+        drawn(line("WALL-1", "0.0", "0.0", "10.0", "5.0") + line("ROOM", "2.0", "0.0", "2.0", "5.0")));
 };
 
 TEST_F(PlotPages, HaveTheirScaleGroundWeightsAndLayers) {
     const struct {
         const char* words;
         std::vector<std::string> parts, others;
-    } cases[] = {
-        // Ten metres at 1:50 and a margin of 10 mm on either side.
-        {"SCALE 1:50", {"width=\"220mm\" height=\"120mm\"", "M10 110l200-100", "fill=\"#ffffff\"", "#000000"}, {}},
-        {"SCALE 100 300 200", {"width=\"300mm\" height=\"200mm\"", "M100 125l100-50"}, {}},
-        {"SCALE 1:50 WINDOW 0,0 4,2", {"width=\"100mm\" height=\"60mm\"", "clip-path"}, {}},
-        {"LAYERS wall*", {"#0000ff"}, {"#000000"}},
-        {"LAYERS ~wall*", {"#000000"}, {"#0000ff"}},
-        {"WEIGHTS", {"stroke-width=\"0.7\"", "stroke-width=\"0.25\""}, {}},
-        {"BACKGROUND black", {"height=\"100%\" fill=\"#000000\"", "stroke=\"#ffffff\""}, {}},
-        {"BACKGROUND none", {"stroke=\"#000000\""}, {"100%"}},
-        {"BACKGROUND #12aB34", {"fill=\"#12ab34\""}, {}}};
+    } cases[] = {// Ten metres at 1:50 and a margin of 10 mm on either side.
+                 {"SCALE 1:50",
+                  {"width=\"220mm\" height=\"120mm\"", "M10 110l200-100", "fill=\"#ffffff\"", "#000000"},
+                  {}},
+                 {"SCALE 100 300 200", {"width=\"300mm\" height=\"200mm\"", "M100 125l100-50"}, {}},
+                 {"SCALE 1:50 WINDOW 0,0 4,2", {"width=\"100mm\" height=\"60mm\"", "clip-path"}, {}},
+                 {"LAYERS wall*", {"#0000ff"}, {"#000000"}},
+                 {"LAYERS ~wall*", {"#000000"}, {"#0000ff"}},
+                 {"WEIGHTS", {"stroke-width=\"0.7\"", "stroke-width=\"0.25\""}, {}},
+                 {"BACKGROUND black", {"height=\"100%\" fill=\"#000000\"", "stroke=\"#ffffff\""}, {}},
+                 {"BACKGROUND none", {"stroke=\"#000000\""}, {"100%"}},
+                 {"BACKGROUND #12aB34", {"fill=\"#12ab34\""}, {}}};
     for (const auto& each : cases) {
         const std::string svg = picture(each.words);
-        for (const std::string& part : each.parts) EXPECT_TRUE(has(svg, part)) << each.words << ": " << part << svg;
-        for (const std::string& other : each.others) EXPECT_FALSE(has(svg, other)) << each.words << ": " << other;
+        for (const std::string& part : each.parts)
+            EXPECT_TRUE(has(svg, part)) << each.words << ": " << part << svg;
+        for (const std::string& other : each.others)
+            EXPECT_FALSE(has(svg, other)) << each.words << ": " << other;
     }
     for (const auto& [words, reason] :
-         {std::pair("SCALE 0:5", "no scale"), std::pair("SCALE 1000:1", "5000 mm"), std::pair("LAYOUT x", "Model"),
-          std::pair("WINDOW 1,1 1,5", "one line"), std::pair("BACKGROUND pink", "#RRGGBB"),
-          std::pair("LAYOUT Model SCALE 1:5", "its own paper")})
-        expectProblems({m_drawing, "--command", std::string("PLOT x.svg ") + words}, exitcode::commandFailed, {reason});
+         {std::pair("SCALE 0:5", "no scale"), std::pair("SCALE 1000:1", "5000 mm"),
+          std::pair("LAYOUT x", "Model"), std::pair("WINDOW 1,1 1,5", "one line"),
+          std::pair("BACKGROUND pink", "#RRGGBB"), std::pair("LAYOUT Model SCALE 1:5", "its own paper")})
+        expectProblems({m_drawing, "--command", std::string("PLOT x.svg ") + words}, exitcode::commandFailed,
+                       {reason});
 }
 
 // The view's x axis stands on the sheet turned by the twist, counter-clockwise, its middle in the viewport's.
 TEST(SheetViews, ShowTheModelTurnedAndScaled) {
     const auto viewport = [](const std::string& number, const std::string& flags) {
-        return groups({{0, "VIEWPORT"}, {100, "AcDbEntity"}, {67, "1"}, {8, "ROOM"}, {100, "AcDbViewport"},
-                       {10, "100.0"}, {20, "50.0"}, {30, "0.0"}, {40, "80.0"}, {41, "40.0"}, {68, "2"}, {69, number},
-                       {12, "7.0"}, {22, "3.0"}, {16, "0.0"}, {26, "0.0"}, {36, "1.0"}, {17, "5.0"}, {27, "6.0"},
-                       {37, "0.0"}, {45, "20.0"}, {51, "30.0"}, {90, flags}});
+        return groups({{0, "VIEWPORT"}, {100, "AcDbEntity"}, {67, "1"},   {8, "ROOM"},  {100, "AcDbViewport"},
+                       {10, "100.0"},   {20, "50.0"},        {30, "0.0"}, {40, "80.0"}, {41, "40.0"},
+                       {68, "2"},       {69, number},        {12, "7.0"}, {22, "3.0"},  {16, "0.0"},
+                       {26, "0.0"},     {36, "1.0"},         {17, "5.0"}, {27, "6.0"},  {37, "0.0"},
+                       {45, "20.0"},    {51, "30.0"},        {90, flags}});
     };
     hostkit::ScriptedPort port;
     const hostkit::ScopedPort usePort(port);

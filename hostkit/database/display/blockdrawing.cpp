@@ -101,7 +101,8 @@ void drawBlock(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWo
 }
 
 AcDbObjectId blockToShow(AcDbObjectId block) {
-    return DatabaseAccess::objectOf<AcDbBlockTableRecord>(block) && !block.isErased() ? block : AcDbObjectId();
+    return DatabaseAccess::objectOf<AcDbBlockTableRecord>(block) && !block.isErased() ? block
+                                                                                      : AcDbObjectId();
 }
 
 } // namespace hostkit

@@ -107,13 +107,12 @@ void drawImageFrame(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
 
 // The area of a wipeout is its clip boundary, whatever the record says of clipping.
 void drawWipeout(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity) {
-    const PicturePath outline = outlineOf(readImage(entity), true);
-    if (draw.regenType() != kAcGiForExplode && !isSorted(entity)) {
-        // White itself is the colour of pens on a dark screen, which paper shows black.
-        draw.subEntityTraits().setTrueColor(AcCmEntityColor(254, 254, 254));
-        drawArea(draw, outline);
-        setLook(draw.subEntityTraits(), entity);
-    }
+    const ImageRecord image = readImage(entity);
+    if (image.u.isZeroLength() || image.v.isZeroLength()) return;
+    const PicturePath outline = outlineOf(image, true);
+    const auto* geometry = dynamic_cast<const PathGeometry*>(&draw.geometry());
+    constexpr std::uint32_t paper = 0xFFFFFF;
+    if (geometry && !isSorted(entity)) geometry->ground(outline, paper);
     if (entity.database() && showsWipeoutFrames(*entity.database())) drawPath(draw, outline);
 }
 

@@ -25,7 +25,7 @@ public:
     void path(const PicturePath& path) const;
     void area(const PicturePath& path) const;
     void letters(const PlacedText& text) const;
-    /// Hides what was drawn before, in the colour of the ground, 0xRRGGBB.
+    /// Hides what was drawn before, in that colour, 0xRRGGBB; white is that of the paper.
     void ground(const PicturePath& path, std::uint32_t rgb) const;
     /// True where lines that far apart, in those coordinates, would run into each other: then tone() stands
     /// for them.

@@ -38,7 +38,8 @@ void drawSubdivisionMesh(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
 
 /// The clip boundary, or the whole rectangle.
 void drawImageFrame(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
-/// The colour of paper, where the drawing order is that of the entities, and its frame where the drawing shows these.
+/// The colour of paper, where the drawing order is that of the entities, and its frame where the drawing
+/// shows these.
 void drawWipeout(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
 /// The clip boundary, in the underlay's own coordinates; a cross of one of its units at the place of a whole
 /// one, whose size only its file tells.

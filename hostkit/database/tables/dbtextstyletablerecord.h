@@ -17,15 +17,15 @@ public:
     Acad::ErrorStatus bigFontFileName(wchar_t*& name) const;
     Acad::ErrorStatus setFileName(const wchar_t* name);
     Acad::ErrorStatus setBigFontFileName(const wchar_t* name);
-    /// The typeface of a style that takes one in place of a font file: its name from acutNewString for the caller,
-    /// the platform's character set, and pitch and family in one number. Drawings keep it in the extended data
-    /// of "ACAD": a style without that has an empty name and zeros.
+    /// The typeface of a style that takes one in place of a font file: its name from acutNewString for the
+    /// caller, the platform's character set, and pitch and family in one number. Drawings keep it in the
+    /// extended data of "ACAD": a style without that has an empty name and zeros.
     Acad::ErrorStatus font(wchar_t*& typeface, Adesk::Boolean& bold, Adesk::Boolean& italic, int& charset,
                            int& pitchAndFamily) const;
     /// An empty name takes the typeface away. eInvalidInput for null and numbers beyond a byte; what setXData
     /// says.
-    Acad::ErrorStatus setFont(const wchar_t* typeface, Adesk::Boolean bold, Adesk::Boolean italic, int charset,
-                              int pitchAndFamily);
+    Acad::ErrorStatus setFont(const wchar_t* typeface, Adesk::Boolean bold, Adesk::Boolean italic,
+                              int charset, int pitchAndFamily);
     /// 0: each text has its own size.
     double textSize() const { return m_textSize; }
     /// eInvalidInput below 0.

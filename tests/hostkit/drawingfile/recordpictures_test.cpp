@@ -72,6 +72,7 @@ private:
     }
     void strokePath(const PicturePath& path, double) const override { take('s', path); }
     void fillPath(const PicturePath& path) const override { take('a', path); }
+    void groundPath(const PicturePath& path, std::uint32_t) const override { take('g', path); }
     void tonePath(const PicturePath& path) const override { take('t', path); }
     void placeLetters(const PlacedText&) const override { mark('l'); }
     void placeDot(const AcGePoint3d&) const override {}
@@ -96,7 +97,8 @@ std::string groupsOf(const std::string& notation) {
 
 std::string drawingWith(const std::string& records) {
     const std::string line = "0=LINE 8=0 10=0 20=0 11=4 21=2";
-    const std::string style = "0=MLINESTYLE 5=E1 100=AcDbMlineStyle 2=S 70=1043 62=6 71=2 49=1 62=1 49=-1 62=5";
+    const std::string style =
+        "0=MLINESTYLE 5=E1 100=AcDbMlineStyle 2=S 70=1043 62=6 71=2 49=1 62=1 49=-1 62=5";
     const std::string block1 = "0=TABLE 2=BLOCK_RECORD 70=1 0=BLOCK_RECORD 5=B1 2=*T1 0=ENDTAB";
     const std::string table = "0=ACAD_TABLE 8=0 100=AcDbBlockReference 10=0 20=0 100=AcDbTable 2=";
     return header("AC1027") + section("TABLES", groupsOf(block1)) +
@@ -140,10 +142,12 @@ struct RecordCase {
 #define LEADER_POINTS "10=0 20=0 30=0 10=10 20=0 30=0 10=10 20=5 30=0 "
 #define CONTEXT_START "0=MULTILEADER 8=0 100=AcDbMLeader 270=2 300=CONTEXT_DATA{ 40=1 41=2 140=3 145=1 "
 #define CONTEXT_END                                                                                          \
-    "302=LEADER{ 290=1 291=1 10=10 20=10 30=0 11=1 21=0 31=0 40=5 304=LEADER_LINE{ 10=0 20=10 30=0 91=0 "      \
+    "302=LEADER{ 290=1 291=1 10=10 20=10 30=0 11=1 21=0 31=0 40=5 304=LEADER_LINE{ 10=0 20=10 30=0 91=0 "    \
     "305=} 303=} 301=} 170=1 91=-1023410173 291=1 42=9 "
-#define MESH_VERTEX(x, y) "0=VERTEX 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=" #x " 20=" #y " 30=0 70=64 "
-#define FACE_VERTEX(x, y) "0=VERTEX 8=0 100=AcDbVertex 100=AcDbPolyFaceMeshVertex 10=" #x " 20=" #y " 30=0 70=192 "
+#define MESH_VERTEX(x, y)                                                                                    \
+    "0=VERTEX 8=0 100=AcDbVertex 100=AcDbPolygonMeshVertex 10=" #x " 20=" #y " 30=0 70=64 "
+#define FACE_VERTEX(x, y)                                                                                    \
+    "0=VERTEX 8=0 100=AcDbVertex 100=AcDbPolyFaceMeshVertex 10=" #x " 20=" #y " 30=0 70=192 "
 #define SEQUENCE_END "0=SEQEND 8=0"
 
 const RecordCase recordCases[] = {
@@ -153,70 +157,118 @@ const RecordCase recordCases[] = {
     {LEADER_START "71=0 77=3 " LEADER_POINTS, "s", 3, {0, 0, 10, 5}},
     {LEADER_START "210=0 220=0 230=1 " LEADER_POINTS
                   "1001=ACAD 1000=DSTYLE 1002={ 1070=41 1040=2 1070=40 1040=1.5 1070=176 1070=4 1002=}",
-     "s4a4", 6, {0, -0.5, 10, 5}},
+     "s4a4",
+     6,
+     {0, -0.5, 10, 5}},
     // A text above the line is underlined, to the side that the record says.
-    {LEADER_START "73=0 74=0 41=3 " LEADER_POINTS "1001=ACAD 1000=DSTYLE 1002={ 1070=77 1070=1 1002=}", "sa", 7,
+    {LEADER_START "73=0 74=0 41=3 " LEADER_POINTS "1001=ACAD 1000=DSTYLE 1002={ 1070=77 1070=1 1002=}",
+     "sa",
+     7,
      {0, -0.03, 13.09, 5}},
     {LEADER_START "73=0 74=1 41=3 211=0 221=1 231=0 " LEADER_POINTS
                   "1001=ACAD 1000=DSTYLE 1002={ 1070=77 1070=1 1002=}",
-     "sa", 7, {0, -0.03, 10, 5}},
-    {CONTEXT_START "290=1 304=AB 12=16 22=11 32=0 11=0 21=0 31=1 13=1 23=0 33=0 " CONTEXT_END "292=0", "s3a3s3l", 7,
+     "sa",
+     7,
+     {0, -0.03, 10, 5}},
+    {CONTEXT_START "290=1 304=AB 12=16 22=11 32=0 11=0 21=0 31=1 13=1 23=0 33=0 " CONTEXT_END "292=0",
+     "s3a3s3l",
+     7,
      {0, 9.5, 15, 10.5}},
     // Of a path that is not shown the contents are, here within a frame: letters 2 high, and the gap around.
-    {CONTEXT_START "290=1 304=H 12=16 22=11 32=0 11=0 21=0 31=1 13=1 23=0 33=0 " CONTEXT_END "170=0 292=1", "ls", 4,
+    {CONTEXT_START "290=1 304=H 12=16 22=11 32=0 11=0 21=0 31=1 13=1 23=0 33=0 " CONTEXT_END "170=0 292=1",
+     "ls",
+     4,
      {15, 8, 0, 12}},
     {CONTEXT_START "290=0 296=1 341=B1 15=20 25=20 35=0 16=2 26=2 36=2 46=1.5707963267948966 " CONTEXT_END,
-     "s3a3s3s", 9, {0, 9.5, 20, 28}},
+     "s3a3s3s",
+     9,
+     {0, 9.5, 20, 28}},
     // Filled, with joints and both caps, the end's a half circle; the first element has a break.
     {"0=MLINE 8=0 100=AcDbMline 2=S 340=E1 40=1 70=1 71=1 72=2 73=2 10=0 20=0 30=0 210=0 220=0 230=1 "
      "11=0 21=0 31=0 12=1 22=0 32=0 13=0 23=1 33=0 74=4 41=1 41=0 41=3 41=5 75=0 74=2 41=-1 41=0 75=0 "
      "11=10 21=0 31=0 12=1 22=0 32=0 13=0 23=1 33=0 74=2 41=1 41=0 75=0 74=2 41=-1 41=0 75=0",
-     "a6s1s5s1s1", 0, {0, -1, 11, 1}},
+     "a6s1s5s1s1",
+     0,
+     {0, -1, 11, 1}},
     // No distances are told: they follow from the style's offsets, which begin at the bottom.
     {"0=MLINE 8=0 100=AcDbMline 2=S 340=E1 40=2 70=2 71=13 72=2 73=2 10=0 20=0 30=0 "
      "11=0 21=0 31=0 12=1 22=0 32=0 13=0 23=1 33=0 11=10 21=0 31=0 12=1 22=0 32=0 13=0 23=1 33=0",
-     "a6s1s5", 8, {0, 0, 10, 4}},
+     "a6s1s5",
+     8,
+     {0, 0, 10, 4}},
     // A net of two rows, closed in their direction: each point has its edges.
     {"0=POLYLINE 8=0 100=AcDbPolygonMesh 66=1 70=17 71=3 72=2 " MESH_VERTEX(0, 0) MESH_VERTEX(0, 5)
          MESH_VERTEX(9, 0) MESH_VERTEX(9, 5) MESH_VERTEX(4, 7) MESH_VERTEX(4, 8) SEQUENCE_END,
-     "s", 0, {0, 0, 9, 8}},
+     "s",
+     0,
+     {0, 0, 9, 8}},
     {"0=POLYLINE 8=0 100=AcDbPolygonMesh 66=1 70=16 71=3 72=3 " MESH_VERTEX(0, 0) SEQUENCE_END, "", 0, {}},
     // Two triangles share an edge; one edge is not seen.
     {"0=POLYLINE 8=0 100=AcDbPolyFaceMesh 66=1 70=64 71=4 72=2 " FACE_VERTEX(0, 0) FACE_VERTEX(8, 0)
-         FACE_VERTEX(8, 6) FACE_VERTEX(0, 6) "0=VERTEX 8=0 100=AcDbFaceRecord 10=0 20=0 30=0 70=128 71=1 72=2 73=3 "
-                                             "0=VERTEX 8=0 100=AcDbFaceRecord 10=0 20=0 30=0 70=128 71=1 72=3 "
-                                             "73=-4 74=0 " SEQUENCE_END,
-     "s", 8, {0, 0, 8, 6}},
-    {"0=MESH 8=0 100=AcDbSubDMesh 71=2 72=1 91=0 92=4 10=0 20=0 30=0 10=8 20=0 30=0 10=8 20=6 30=0 10=0 20=6 30=0 "
+         FACE_VERTEX(8, 6)
+             FACE_VERTEX(0, 6) "0=VERTEX 8=0 100=AcDbFaceRecord 10=0 20=0 30=0 70=128 71=1 72=2 73=3 "
+                               "0=VERTEX 8=0 100=AcDbFaceRecord 10=0 20=0 30=0 70=128 71=1 72=3 "
+                               "73=-4 74=0 " SEQUENCE_END,
+     "s",
+     8,
+     {0, 0, 8, 6}},
+    {"0=MESH 8=0 100=AcDbSubDMesh 71=2 72=1 91=0 92=4 10=0 20=0 30=0 10=8 20=0 30=0 10=8 20=6 30=0 10=0 20=6 "
+     "30=0 "
      "93=8 90=3 90=0 90=1 90=2 90=3 90=0 90=2 90=3 94=0 95=0 90=0",
-     "s", 10, {0, 0, 8, 6}},
+     "s",
+     10,
+     {0, 0, 8, 6}},
     // A parabola: its end points and the corner between them.
-    {"0=HELIX 8=0 100=AcDbSpline 70=0 71=2 72=6 73=3 40=0 40=0 40=0 40=1 40=1 40=1 10=0 20=0 30=0 10=4 20=8 30=0 "
+    {"0=HELIX 8=0 100=AcDbSpline 70=0 71=2 72=6 73=3 40=0 40=0 40=0 40=1 40=1 40=1 10=0 20=0 30=0 10=4 20=8 "
+     "30=0 "
      "10=8 20=0 30=0 100=AcDbHelix 10=99 20=99 30=0 40=9 41=3",
-     "s", 4, {0, 0, 8, 16.0 / 3}},
-    {"0=TOLERANCE 8=0 100=AcDbFcf 3=Standard 10=5 20=5 30=0 1={\\Fgdt;j}%%v0.1%%v^JA 11=0 21=1 31=0", "lslsls", 12,
+     "s",
+     4,
+     {0, 0, 8, 16.0 / 3}},
+    {"0=TOLERANCE 8=0 100=AcDbFcf 3=Standard 10=5 20=5 30=0 1={\\Fgdt;j}%%v0.1%%v^JA 11=0 21=1 31=0",
+     "lslsls",
+     12,
      {4.82, 5, 5.54, 0}},
     // The first groups are the table's, the later ones those of its cells.
-    {"0=ACAD_TABLE 8=0 100=AcDbBlockReference 2=*T1 10=10 20=20 30=0 100=AcDbTable 11=0 21=1 31=0 2=none 10=0 20=0",
-     "s", 2, {8, 20, 10, 24}},
+    {"0=ACAD_TABLE 8=0 100=AcDbBlockReference 2=*T1 10=10 20=20 30=0 100=AcDbTable 11=0 21=1 31=0 2=none "
+     "10=0 20=0",
+     "s",
+     2,
+     {8, 20, 10, 24}},
     // Two tables show each other.
     {"0=ACAD_TABLE 8=0 100=AcDbBlockReference 10=1 20=1 100=AcDbTable 2=*T2", "s", 2, {1, 1, 5, 3}},
-    {"0=LARGE_RADIAL_DIMENSION 8=0 100=AcDbDimension 2=*T1 10=3 20=3 30=0 12=100 22=1 32=0 210=0 220=0 230=-1", "s",
-     2, {-100, 1, -96, 3}},
+    {"0=LARGE_RADIAL_DIMENSION 8=0 100=AcDbDimension 2=*T1 10=3 20=3 30=0 12=100 22=1 32=0 210=0 220=0 "
+     "230=-1",
+     "s",
+     2,
+     {-100, 1, -96, 3}},
     {"0=IMAGE 8=0 100=AcDbRasterImage 10=1 20=2 30=0 11=0 21=0.5 31=0 12=-0.5 22=0 32=0 13=8 23=4 280=0 "
      "91=2 14=0 24=0 14=1 24=1",
-     "s", 4, {-1, 2, 1, 6}},
+     "s",
+     4,
+     {-1, 2, 1, 6}},
     // Pixels count downwards from the top.
-    {"0=IMAGE 8=0 100=AcDbRasterImage 10=0 20=0 30=0 11=1 21=0 31=0 12=0 22=1 32=0 13=8 23=4 280=1 91=2 14=0.5 "
+    {"0=IMAGE 8=0 100=AcDbRasterImage 10=0 20=0 30=0 11=1 21=0 31=0 12=0 22=1 32=0 13=8 23=4 280=1 91=2 "
+     "14=0.5 "
      "24=-0.5 14=2.5 24=0.5",
-     "s", 4, {1, 3, 3, 4}},
+     "s",
+     4,
+     {1, 3, 3, 4}},
     {"0=WIPEOUT 8=0 100=AcDbWipeout 10=0 20=0 30=0 11=10 21=0 31=0 12=0 22=10 32=0 13=1 23=1 280=1 91=4 "
      "14=-0.5 24=0.5 14=0.5 24=0.5 14=0.5 24=-0.3 14=-0.5 24=0.5",
-     "as", 8, {0, 0, 10, 8}},
-    {"0=DWFUNDERLAY 8=0 100=AcDbUnderlayReference 10=5 20=5 30=0 41=2 42=3 43=1 50=90 280=3 11=1 21=1 11=2 21=3",
-     "s", 4, {-4, 7, 2, 9}},
+     "gs",
+     8,
+     {0, 0, 10, 8}},
+    {"0=DWFUNDERLAY 8=0 100=AcDbUnderlayReference 10=5 20=5 30=0 41=2 42=3 43=1 50=90 280=3 11=1 21=1 11=2 "
+     "21=3",
+     "s",
+     4,
+     {-4, 7, 2, 9}},
     {"0=PDFUNDERLAY 8=0 100=AcDbUnderlayReference 10=5 20=5 30=0 41=2 42=3", "s", 4, {4, 3.5, 6, 6.5}},
-    {"0=OLE2FRAME 8=0 100=AcDbOle2Frame 70=2 3=Paint 10=1 20=9 30=0 11=6 21=2 31=0 71=2", "s", 4, {1, 2, 6, 9}},
+    {"0=OLE2FRAME 8=0 100=AcDbOle2Frame 70=2 3=Paint 10=1 20=9 30=0 11=6 21=2 31=0 71=2",
+     "s",
+     4,
+     {1, 2, 6, 9}},
     {"0=SHAPE 8=0 100=AcDbShape 10=1 20=1 30=0 40=2 2=MARK 41=3 50=90", "s", 8, {-1, 1, 1, 7}},
     {"0=VIEWPORT 8=0 100=AcDbViewport 10=1 20=1 30=0 40=2 41=3", "", 0, {}},
     {"0=UNHEARD 8=0 100=AcDbUnheard 10=1 20=1 30=0", "", 0, {}},
@@ -283,7 +335,8 @@ TEST(RecordPictures, areSoundFromDamagedRecords) {
             if (words[place].starts_with("0=")) continue;
             damaged += before + before + after;
             for (const char* value : values)
-                damaged += before + words[place].substr(0, words[place].find('=') + 1) + value + ' ' + after + ' ';
+                damaged +=
+                    before + words[place].substr(0, words[place].find('=') + 1) + value + ' ' + after + ' ';
         }
         for (const Recorder& picture : picturesOf(damaged)) {
             EXPECT_LT(picture.points.size(), 100u) << each.record;
