@@ -82,6 +82,7 @@ TEST_F(WholeProgram, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
         {"PLOT x.svg 1 1", {"PLOT", "20 to 5000"}},
         {"LIST YAML", {"TABLE or JSON", "eInvalidInput"}},
         {"SAVEAS " + drawing, {"OVERWRITE", "eFileAccessErr"}},
+        {"SAVE " + lost + "x.dxf", {"own file", "Nothing was saved"}},
         {"PLOT x.png", {"x.png", ".svg alone"}},
         {"UNDO 0", {"1 or more"}},
         {"SETVAR CLAYER nolayer", {"CLAYER (text): there is no layer \"nolayer\""}},
