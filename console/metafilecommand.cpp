@@ -4,6 +4,7 @@
 #include "aced.h"
 #include "casefold.h"
 #include "commandoutput.h"
+#include "consoletext.h"
 #include "dbblocktablerecord.h"
 #include "dbdatabase.h"
 #include "dbobjptr.h"
@@ -166,7 +167,8 @@ void metafileCommand() {
     if (!copies.add(ids) && !copies.isCut())
         return hostkit::failCommand(Acad::eUserBreak, L"stopped; no metafile was written");
     if (!exportCopies(*work, copies, request) || hostkit::isStandardOutput(request.file.name)) return;
-    acutPrintf(L"Metafile %s: %d entities\n", request.file.name.c_str(), static_cast<int>(copies.count()));
+    acutPrintf(L"Metafile %s: %s\n", request.file.name.c_str(),
+               counted(copies.count(), L"entity", L"entities").c_str());
     std::wstring kinds;
     for (const auto& [name, count] : copies.missing())
         kinds += (kinds.empty() ? L"" : L", ") + name + L" " + std::to_wstring(count);

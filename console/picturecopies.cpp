@@ -7,7 +7,6 @@
 #include "dbobjptr.h"
 #include "dbtext.h"
 #include "librarywork.h"
-#include "plotlook.h"
 
 namespace {
 
@@ -29,13 +28,11 @@ std::wstring kindOf(const AcDbEntity& entity) {
 } // namespace
 
 bool PictureCopies::add(const std::vector<AcDbObjectId>& ids) {
-    LookTable looks(m_database);
     std::size_t visited = 0;
     for (const AcDbObjectId id : ids) {
         if (++visited % breakInterval == 0 && acedUsrBrk()) return false;
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (!entity.object() || entity->visibility() == AcDb::kInvisible || looks.isHidden(entity->layerId()))
-            continue;
+        if (!entity.object() || !isShown(*entity)) continue;
         const std::size_t before = m_copies.size();
         if (isKnownToPictures(*entity))
             m_copies.emplace_back(AcDbEntity::cast(entity->clone()));
@@ -44,6 +41,10 @@ bool PictureCopies::add(const std::vector<AcDbObjectId>& ids) {
         m_count += m_copies.size() > before;
     }
     return !m_isCut;
+}
+
+bool PictureCopies::isShown(const AcDbEntity& entity) {
+    return entity.visibility() != AcDb::kInvisible && !m_looks.isHidden(entity.layerId());
 }
 
 void PictureCopies::takeApart(AcDbEntity& entity, int depth) {
@@ -58,7 +59,7 @@ void PictureCopies::takeApart(AcDbEntity& entity, int depth) {
 }
 
 void PictureCopies::addPiece(std::unique_ptr<AcDbEntity> piece, int depth) {
-    if (!piece || piece->visibility() == AcDb::kInvisible) return;
+    if (!piece || !isShown(*piece)) return;
     if (isKnownToPictures(*piece))
         m_copies.push_back(std::move(piece));
     else

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dbent.h"
+#include "plotlook.h"
 
 #include <map>
 #include <memory>
@@ -15,7 +16,7 @@ class PictureCopies {
 public:
     /// By entities on layers that are not shown, and invisible ones, nothing is added.
     PictureCopies(AcDbDatabase& database, const LibraryWork& work)
-        : m_database(database)
+        : m_looks(database)
         , m_work(work) {}
 
     /// False once a break of the user, or too many pieces, ended the work.
@@ -29,10 +30,11 @@ public:
     AcArray<void*> list() const;
 
 private:
+    bool isShown(const AcDbEntity& entity);
     void addPiece(std::unique_ptr<AcDbEntity> piece, int depth);
     void takeApart(AcDbEntity& entity, int depth);
 
-    AcDbDatabase& m_database;
+    LookTable m_looks;
     const LibraryWork& m_work;
     std::vector<std::unique_ptr<AcDbEntity>> m_copies;
     std::map<std::wstring, std::size_t> m_missing;

@@ -66,7 +66,7 @@ TEST_F(MetafileCommand, EntitiesOfApplicationsAreDrawnAndExplodedAsTheyDrawThems
                                            " SCALE 2\nEXPLODE ALL\nLIST\nU\nLIST\n");
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
     expectHas(result.output,
-              {"2 entities drawn by 1 entity", "bar.emf: 1 entities", "1 entity exploded into 2"});
+              {"2 entities drawn by 1 entity", "bar.emf: 1 entity", "1 entity exploded into 2"});
     const std::size_t exploded = result.output.find("exploded into"), undone = result.output.rfind("VEXOBAR");
     const std::string between = result.output.substr(exploded, undone - exploded);
     expectHas(between, {"LWPOLYLINE", "HATCH"});

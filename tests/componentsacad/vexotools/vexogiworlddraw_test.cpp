@@ -47,7 +47,7 @@ protected:
 TEST_F(WorldDraw, EachPrimitiveGivesItsEntities) {
     const AcGePoint3d points[] = {{0, 0, 5}, {10, 0, 5}, {10, 10, 5}};
     const AcGePoint3d flat[] = {{0, 0, 0}, {10, 0, 0}, {20, 0, 0}};
-    const Adesk::Int32 faces[] = {3, 0, 1, 2, -3, 0, 1, 2, 3, 0, 1, 9, 3, 2, 1, 0, 0, 4, 0, 1};
+    const Adesk::Int32 faces[] = {3, 0, 1, 2, -4, 3, 0, 1, 2, 3, 0, 1, 9, 3, 2, 1, 0, 0, 4, 0, 1};
     AcGiTextStyle style;
     style.setTextSize(2.5);
     AcDbPolyline run;
@@ -73,7 +73,7 @@ TEST_F(WorldDraw, EachPrimitiveGivesItsEntities) {
         {"Polyline ", "Polyline Hatch ", [&](Geometry& g) { return g.polygon(3, points); }},
         {"Polyline ", "Polyline ", [&](Geometry& g) { return g.polygon(3, flat); }},
         {"Polyline ", "Polyline ", [&](Geometry& g) { return g.pline(run, 1, 1); }},
-        {"Hatch Hatch ", "Hatch Hatch ", [&](Geometry& g) { return g.shell(3, points, 20, faces); }},
+        {"Hatch Hatch ", "Hatch Hatch ", [&](Geometry& g) { return g.shell(3, points, 21, faces); }},
         {"", "", [&](Geometry& g) { return g.shell(3, points, 0, nullptr); }},
         {"MText ", "MText ", [&](Geometry& g) { return g.text(points[0], up, right, 2, 30, 0.1, L"text"); }},
         {"MText ", "MText ",
