@@ -82,6 +82,7 @@ private:
     }
     void strokePath(const PicturePath& path, double) const override { take('s', path); }
     void fillPath(const PicturePath& path) const override { take('a', path); }
+    void groundPath(const PicturePath& path, std::uint32_t) const override { take('g', path); }
     void tonePath(const PicturePath& path) const override { take('t', path); }
     void placeLetters(const PlacedText&) const override { mark('l'); }
     void placeDot(const AcGePoint3d&) const override {}
