@@ -161,8 +161,9 @@ void saveCommand() {
                                     L"the drawing has no file yet; SAVEAS FILE gives it one");
     // Who names a file means that one, not the drawing's own.
     if (!Host::current()->runningCommand()->input.rest().empty())
-        return hostkit::failCommand(Acad::eInvalidInput,
-                                    L"it saves the drawing to its own file; SAVEAS takes another name. Nothing was saved");
+        return hostkit::failCommand(
+            Acad::eInvalidInput,
+            L"it saves the drawing to its own file; SAVEAS takes another name. Nothing was saved");
     (void)saveToOwnFile(*document);
 }
 
