@@ -292,7 +292,7 @@ const RecordCase recordCases[] = {
     // The drawing shows no frames of wipeouts.
     {"0=WIPEOUT 8=0 100=AcDbWipeout 10=0 20=0 30=0 11=10 21=0 31=0 12=0 22=10 32=0 13=1 23=1 280=1 91=4 "
      "14=-0.5 24=0.5 14=0.5 24=0.5 14=0.5 24=-0.3 14=-0.5 24=0.5",
-     "a",
+     "g",
      30.806248,
      {0, 0, 10, 8}},
     {"0=DWFUNDERLAY 8=0 100=AcDbUnderlayReference 10=5 20=5 30=0 41=2 42=3 43=1 50=90 280=3 11=1 21=1 11=2 "
