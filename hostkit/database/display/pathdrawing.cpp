@@ -58,6 +58,32 @@ private:
     AcGiFillType m_before;
 };
 
+// The colour of a run, and afterwards what was there; traits that know no true colours tell black as theirs.
+class RunColor {
+public:
+    RunColor(AcGiSubEntityTraits& traits, const TextRun& run)
+        : m_traits(traits)
+        , m_isSet(run.hasOwnColor)
+        , m_color(traits.trueColor())
+        , m_index(traits.color()) {
+        const auto part = [&run](int shift) { return static_cast<Adesk::UInt8>(run.rgb >> shift); };
+        if (m_isSet) traits.setTrueColor(AcCmEntityColor(part(16), part(8), part(0)));
+    }
+    ~RunColor() {
+        if (m_isSet)
+            m_color.isByColor() && m_color.rgb() ? m_traits.setTrueColor(m_color)
+                                                 : m_traits.setColor(m_index);
+    }
+    RunColor(const RunColor&) = delete;
+    RunColor& operator=(const RunColor&) = delete;
+
+private:
+    AcGiSubEntityTraits& m_traits;
+    bool m_isSet;
+    AcCmEntityColor m_color;
+    Adesk::UInt16 m_index;
+};
+
 } // namespace
 
 double lengthScale(const AcGeMatrix3d& matrix) {
@@ -127,16 +153,9 @@ void drawLetters(AcGiWorldDraw& draw, const PlacedText& text, const AcGeVector3d
         AcGiTextStyle style = styleOf(run, textStyle, std::abs(height), width / std::abs(height),
                                       std::atan(text.up.dotProduct(text.along.normal()) / height));
         style.setUpsideDown(height < 0.0);
-        const AcCmEntityColor before = traits.trueColor();
-        const Adesk::UInt16 index = traits.color();
-        if (run.hasOwnColor)
-            traits.setTrueColor(AcCmEntityColor(static_cast<Adesk::UInt8>(run.rgb >> 16),
-                                                static_cast<Adesk::UInt8>(run.rgb >> 8),
-                                                static_cast<Adesk::UInt8>(run.rgb)));
+        const RunColor color(traits, run);
         draw.geometry().text(at + text.up * run.rise, normal, text.along, run.text.c_str(),
                              static_cast<Adesk::Int32>(run.text.size()), Adesk::kTrue, style);
-        if (run.hasOwnColor)
-            before.isByColor() && before.rgb() ? traits.setTrueColor(before) : traits.setColor(index);
         at += text.along * (lineWidth(run.text, LetterFace::sans()) * run.heightFactor);
     }
 }

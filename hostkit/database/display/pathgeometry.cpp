@@ -242,6 +242,7 @@ Adesk::Boolean PathGeometry::polyPolygon(const Adesk::UInt32 groups, const Adesk
                                          const AcCmEntityColor* fillColors) const {
     if (!polygonCounts || !pointCounts || !points) return Adesk::kFalse;
     const AcCmEntityColor* colors = isFilled() ? fillColors : outlineColors;
+    const AcCmEntityColor before = traits().trueColor();
     for (Adesk::UInt32 group = 0; group < groups; ++group) {
         PicturePath path;
         for (Adesk::UInt32 i = 0; i < polygonCounts[group]; ++i) {
@@ -252,6 +253,7 @@ Adesk::Boolean PathGeometry::polyPolygon(const Adesk::UInt32 groups, const Adesk
         if (colors) traits().setTrueColor(colors[group]);
         show(std::move(path), true);
     }
+    if (colors) traits().setTrueColor(before);
     return Adesk::kFalse;
 }
 
