@@ -129,10 +129,20 @@ std::wstring fromRoot(const std::wstring& name) {
     return hostkit::pathFromSystem(std::filesystem::absolute(hostkit::mapPath(name)).string());
 }
 
+std::wstring missingKinds(const PictureCopies& copies) {
+    std::wstring kinds;
+    for (const auto& [name, count] : copies.missing())
+        kinds += (kinds.empty() ? L"" : L", ") + name + L" " + std::to_wstring(count);
+    return kinds;
+}
+
 bool exportCopies(const LibraryWork& work, const PictureCopies& copies, const Request& request) {
     const AcArray<void*> list = copies.list();
     const AcDbExtents box = boxOf(list);
-    if (box.isEmpty()) return refuse(Acad::eInvalidExtents, L"there is nothing to be drawn");
+    const std::wstring missing = missingKinds(copies);
+    if (box.isEmpty())
+        return refuse(Acad::eInvalidExtents,
+                      L"there is nothing to be drawn" + (missing.empty() ? missing : L"; not " + missing));
     const Placing placing = placingOf(box, request);
     if (placing.isPoint && request.aspect)
         return refuse(Acad::eInvalidExtents,
@@ -169,9 +179,7 @@ void metafileCommand() {
     if (!exportCopies(*work, copies, request) || hostkit::isStandardOutput(request.file.name)) return;
     acutPrintf(L"Metafile %s: %s\n", request.file.name.c_str(),
                counted(copies.count(), L"entity", L"entities").c_str());
-    std::wstring kinds;
-    for (const auto& [name, count] : copies.missing())
-        kinds += (kinds.empty() ? L"" : L", ") + name + L" " + std::to_wstring(count);
+    const std::wstring kinds = missingKinds(copies);
     if (!kinds.empty()) acutPrintf(L"Not in the picture: %s\n", kinds.c_str());
     if (copies.isCut())
         acutPrintf(L"The drawing repeats more than a picture can hold; the rest is left out.\n");

@@ -35,7 +35,7 @@ bool PictureCopies::add(const std::vector<AcDbObjectId>& ids) {
         if (!entity.object() || !isShown(*entity)) continue;
         const std::size_t before = m_copies.size();
         if (isKnownToPictures(*entity))
-            m_copies.emplace_back(AcDbEntity::cast(entity->clone()));
+            keep(std::unique_ptr<AcDbEntity>(AcDbEntity::cast(entity->clone())));
         else
             takeApart(*entity, 0);
         m_count += m_copies.size() > before;
@@ -58,10 +58,19 @@ void PictureCopies::takeApart(AcDbEntity& entity, int depth) {
     for (void* part : parts) addPiece(std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(part)), depth + 1);
 }
 
+// What a tool would pass over in silence, as a pattern with more strokes than anybody can see, is told.
+void PictureCopies::keep(std::unique_ptr<AcDbEntity> copy) {
+    AcDbHatch* const hatch = AcDbHatch::cast(copy.get());
+    if (hatch && !hatch->isSolidFill() && hatch->evaluateHatch(true) == Acad::eOutOfRange)
+        ++m_missing[L"HATCH too dense for lines"];
+    else
+        m_copies.push_back(std::move(copy));
+}
+
 void PictureCopies::addPiece(std::unique_ptr<AcDbEntity> piece, int depth) {
     if (!piece || !isShown(*piece)) return;
     if (isKnownToPictures(*piece))
-        m_copies.push_back(std::move(piece));
+        keep(std::move(piece));
     else
         takeApart(*piece, depth);
 }

@@ -23,7 +23,8 @@ public:
     bool add(const std::vector<AcDbObjectId>& ids);
     /// Entities of the drawing that something was taken of.
     std::size_t count() const { return m_count; }
-    /// Entities and pieces that cannot be taken apart and draw nothing, by kind.
+    /// Entities and pieces that cannot be taken apart and draw nothing, and hatches too dense for lines, by
+    /// kind.
     const std::map<std::wstring, std::size_t>& missing() const { return m_missing; }
     /// Blocks within blocks went on too far; the rest is left out.
     bool isCut() const { return m_isCut; }
@@ -33,6 +34,7 @@ private:
     bool isShown(const AcDbEntity& entity);
     void addPiece(std::unique_ptr<AcDbEntity> piece, int depth);
     void takeApart(AcDbEntity& entity, int depth);
+    void keep(std::unique_ptr<AcDbEntity> copy);
 
     LookTable m_looks;
     const LibraryWork& m_work;

@@ -55,6 +55,15 @@ TEST_F(MetafileCommand, WhatCannotBeMeantIsRefusedAndNoFileIsMade) {
     };
     for (const auto& [command, problem] : cases)
         expectProblems({file, "--command", command}, exitcode::commandFailed, {problem});
+    const std::string dense =
+        writtenFile(folder, "dense.dxf",
+                    "0\nSECTION\n2\nENTITIES\n0\nHATCH\n8\n0\n100\nAcDbHatch\n10\n0\n20\n0\n30\n0\n210\n0\n22"
+                    "0\n0\n230\n1\n2\nP\n70\n0\n71\n0\n"
+                    "91\n1\n92\n2\n72\n0\n73\n1\n93\n3\n10\n0\n20\n0\n10\n900\n20\n0\n10\n0\n20\n900\n97\n0\n"
+                    "75\n0\n76\n1\n52\n0\n41\n1\n77\n0\n"
+                    "78\n1\n53\n30\n43\n0\n44\n0\n45\n0\n46\n0.00001\n79\n0\n98\n0\n0\nENDSEC\n0\nEOF\n");
+    expectProblems({dense, "--command", "METAFILE " + a}, exitcode::commandFailed,
+                   {"HATCH too dense for lines 1"});
     EXPECT_FALSE(std::filesystem::exists(a));
 }
 
