@@ -5,6 +5,7 @@
 #include "drawingedits.h"
 #include "formtables.h"
 #include "recordkinds.h"
+#include "sequenceends.h"
 #include "sourcegroups.h"
 
 #include "dbblockreference.h"
@@ -135,12 +136,16 @@ bool CompleteWriting::writeEntitiesOf(const AcDbBlockTableRecord& block, std::st
             m_changes.add(entity->dxfName(), {}, entity->handle().value());
             continue;
         }
-        const bool isWritten = isR12() && !R12Entities::isKept(*entity)
-                                   ? writeOlder(*entity, bytes)
-                                   : writeNewEntity(*entity, m_objects, bytes);
-        if (!isWritten) return failWriting();
+        if (!writeEntity(*entity, bytes)) return failWriting();
     }
     return true;
+}
+
+bool CompleteWriting::writeEntity(const AcDbEntity& entity, std::string& bytes) {
+    if (m_open && isOfPartKind(entity) && !writeSequenceEnd(*m_open, m_objects, bytes)) return false;
+    if (isR12() && !R12Entities::isKept(entity)) return writeOlder(entity, bytes);
+    m_open = hasOpenSequence(entity) ? &entity : nullptr;
+    return writeNewEntity(entity, m_objects, bytes);
 }
 
 // The first of the new entities takes the handle of the old one over.
@@ -153,6 +158,7 @@ bool CompleteWriting::writeOlder(const AcDbEntity& entity, std::string& bytes) {
     for (const std::unique_ptr<AcDbEntity>& each : older.entities) {
         if (!m_objects.writeNewUnder(*each, next, entity.ownerId(), bytes) || !writeOwnedParts(*each, bytes))
             return false;
+        m_open = hasOpenSequence(*each) ? &entity : nullptr;
         next = m_objects.newHandle();
     }
     return true;
@@ -193,6 +199,7 @@ bool CompleteWriting::writeBlocks(std::string& bytes) {
             continue;
         }
         std::string entities;
+        m_open = nullptr;
         if (!isActiveSpace(*block) && !writeEntitiesOf(*block, entities)) return false;
         if (!writeNewBlock(*block, entities, m_objects, bytes)) return failWriting();
     }
@@ -202,6 +209,7 @@ bool CompleteWriting::writeBlocks(std::string& bytes) {
 
 bool CompleteWriting::writeEntities(std::string& bytes) {
     appendSectionStart("ENTITIES", m_objects.style(), bytes);
+    m_open = nullptr;
     for (const AcDbObjectId id : {m_database.modelSpaceId(), m_database.paperSpaceId()}) {
         const auto* const space = DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);
         if (space && !writeEntitiesOf(*space, bytes)) return false;

@@ -33,6 +33,7 @@ private:
     bool writeBlocks(std::string& bytes);
     bool writeEntities(std::string& bytes);
     bool writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& bytes);
+    bool writeEntity(const AcDbEntity& entity, std::string& bytes);
     bool writeOlder(const AcDbEntity& entity, std::string& bytes);
     bool writeOwnedParts(const AcDbEntity& entity, std::string& bytes);
     bool writeObjects(std::string& bytes);
@@ -46,6 +47,7 @@ private:
     ObjectWriting& m_objects;
     FormChanges& m_changes;
     std::optional<R12Entities> m_older;
+    const AcDbEntity* m_open = nullptr; // the last entity written, where its sequence has no end
     Acad::ErrorStatus m_status = Acad::eOk;
     std::wstring m_message;
 };

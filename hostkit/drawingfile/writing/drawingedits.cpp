@@ -3,6 +3,7 @@
 #include "classrecords.h"
 #include "recordkinds.h"
 #include "recordrewriting.h"
+#include "sequenceends.h"
 
 #include "dbblockbegin.h"
 #include "dbblockend.h"
@@ -324,7 +325,7 @@ bool DrawingEdits::addEntities() {
         const bool cameWithBlock = comesIntoFile(*block) && !isActiveSpace(*block);
         if (!cameWithBlock && !addEntitiesOf(*block)) return false;
     }
-    return true;
+    return !m_hasStrayParts || endBeforeStrays(m_database, m_source, m_objects, m_edits) || failWriting();
 }
 
 bool DrawingEdits::addEntitiesOf(const AcDbBlockTableRecord& block) {
@@ -333,6 +334,7 @@ bool DrawingEdits::addEntitiesOf(const AcDbBlockTableRecord& block) {
         const auto* const entity = DatabaseAccess::objectOf<AcDbEntity>(id);
         if (!entity || isLeftOut(*entity)) continue;
         if (!entity->sourceSpan().isEmpty()) {
+            m_hasStrayParts = m_hasStrayParts || isOfPartKind(*entity);
             if (!addParts(*entity)) return false;
         } else if (isNewRecord(*entity) && !writeNewEntity(*entity, m_objects, added)) {
             return failWriting();

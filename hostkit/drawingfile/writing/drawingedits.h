@@ -73,6 +73,7 @@ private:
     DrawingStructure m_structure;
     ByteEdits m_edits;
     std::string m_text; // of the record at work
+    bool m_hasStrayParts = false;
     Acad::ErrorStatus m_status = Acad::eOk;
     std::wstring m_message;
     std::size_t m_recordsCopied = 0;

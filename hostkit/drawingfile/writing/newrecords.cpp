@@ -2,12 +2,10 @@
 
 #include "drawingedits.h"
 #include "recordkinds.h"
+#include "sequenceends.h"
 
 #include "dbblockbegin.h"
 #include "dbblockend.h"
-#include "dbblockreference.h"
-#include "dbopaque.h"
-#include "dbsequenceend.h"
 
 #include <algorithm>
 
@@ -16,16 +14,6 @@ namespace hostkit {
 namespace {
 
 constexpr int nameCode = 2;
-
-// A sequence ends with a record of its own; where the drawing has no object for it, one is made for the file.
-bool writeSequenceEnd(const AcDbEntity& owner, const SubentityList& parts, ObjectWriting& objects,
-                      std::string& bytes) {
-    if (const AcDbObject* const end = DatabaseAccess::object(parts.sequenceEnd()))
-        return objects.writeNew(*end, bytes);
-    AcDbSequenceEnd end;
-    (void)end.setPropertiesFrom(&owner);
-    return objects.writeNewUnder(end, objects.newHandle(), owner.objectId(), bytes);
-}
 
 void countOneMore(std::string& head, const DrawingStyle& style) {
     const SourceSpan span = tableCountIn(head, {0, static_cast<Adesk::UInt32>(head.size())});
@@ -69,17 +57,11 @@ bool writeNewEntity(const AcDbEntity& entity, ObjectWriting& objects, std::strin
     if (!objects.writeNew(entity, bytes)) return false;
     const SubentityList* const parts = partsOf(entity);
     if (!parts) return true;
-    bool hasParts = false;
     for (std::size_t place = 0; place < parts->count(); ++place) {
         const AcDbObject* const part = DatabaseAccess::object(parts->idAt(place));
-        if (!part || part->isErased()) continue;
-        hasParts = true;
-        if (!objects.writeNew(*part, bytes)) return false;
+        if (part && !part->isErased() && !objects.writeNew(*part, bytes)) return false;
     }
-    const bool mayLackParts =
-        entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbOpaqueEntity::desc());
-    const bool needsEnd = hasParts || !mayLackParts;
-    return !needsEnd || writeSequenceEnd(entity, *parts, objects, bytes);
+    return !needsSequenceEnd(entity) || writeSequenceEnd(entity, objects, bytes);
 }
 
 bool writeNewBlock(const AcDbBlockTableRecord& block, std::string_view entities, ObjectWriting& objects,
