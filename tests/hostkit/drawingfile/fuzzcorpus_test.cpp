@@ -1,4 +1,6 @@
 // What the fuzzer starts from, and what it has found, changed in every way that the fuzzer knows.
+#include "db2dpolyline.h"
+#include "db2dvertex.h"
 #include "drawinginvariants.h"
 
 #include <gtest/gtest.h>
@@ -55,7 +57,7 @@ std::string randomSequence(std::mt19937& random) {
         return text;
     };
     std::string text = "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nB\n0\nENDBLK\n0\nBLOCK\n2\nC\n" + some(false);
-    text += "0\nENDBLK\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + some(true) + "0\nENDSEC\n";
+    text += "0\nENDBLK\n0\nBLOCK\n2\nD\n" + some(false) + "0\nENDBLK\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + some(true) + "0\nENDSEC\n";
     text += "0\nSECTION\n2\nENTITIES\n" + some(true) + "0\nENDSEC\n0\nEOF\n";
     return text;
 }
@@ -78,6 +80,34 @@ TEST(StrayParts, areTakenByNoContainerWhateverGoes) {
         const auto again = read(newer);
         ASSERT_TRUE(again);
         ASSERT_EQ(entitiesAsText(*again), entitiesAsText(*database));
+    }
+}
+
+// One gets its end with a new part, one becomes a container of another kind in R12.
+TEST(StrayParts, areTakenByNoContainerThatIsNew) {
+    const auto database =
+        read("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\n"
+             "B\n0\nENDBLK\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n0\nLINE\n0\nVERTEX\n"
+             "0\nLINE\n0\nACAD_TABLE\n2\nB\n0\nLINE\n0\nSEQEND\n0\nENDSEC\n0\nEOF\n");
+    ASSERT_TRUE(database);
+    apply(*database, Edit::eraseEverySecond, 0);
+    AcDbObjectPointer<AcDb2dPolyline> polyline(entitiesOf(*database).front(), AcDb::kForWrite);
+    ASSERT_TRUE(polyline.object());
+    auto* const vertex = new AcDb2dVertex;
+    ASSERT_EQ(polyline->appendVertex(vertex), Acad::eOk);
+    vertex->close();
+    polyline.close();
+    std::string text = entitiesAsText(*database);
+    for (const DrawingVersion form : {DrawingVersion::k2000, DrawingVersion::kR12}) {
+        if (form == DrawingVersion::kR12) text.replace(text.find("ACAD_TABLE"), 27, "INSERT 0 *Model_Space 1");
+        WriteOptions options;
+        options.tellPort = false;
+        options.version = form;
+        std::string bytes;
+        ASSERT_EQ(writeDrawingToMemory(*database, bytes, options), Acad::eOk);
+        const auto again = read(bytes);
+        ASSERT_TRUE(again);
+        EXPECT_EQ(entitiesAsText(*again), text);
     }
 }
 
