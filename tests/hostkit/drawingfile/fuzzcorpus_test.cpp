@@ -45,8 +45,9 @@ TEST(FuzzCorpus, holdsWhatAllDrawingsHold) {
 
 // Records in any order, in a block, in both spaces and in two sections of entities.
 std::string randomSequence(std::mt19937& random) {
-    const std::string records[] = {"INSERT\n2\nB\n", "INSERT\n2\nB\n66\n1\n", "POLYLINE\n66\n1\n", "REBAR\n",
-                                   "LINE\n",         "VERTEX\n",              "ATTRIB\n2\nT\n",    "SEQEND\n"};
+    const std::string records[] = {
+        "INSERT\n2\nB\n", "INSERT\n2\nB\n66\n1\n", "POLYLINE\n66\n1\n", "REBAR\n", "LINE\n",
+        "VERTEX\n",       "ATTRIB\n2\nT\n",        "SEQEND\n"};
     const auto some = [&](bool hasSpaces) {
         std::string text;
         for (std::size_t count = random() % 12; count > 0; --count) {
@@ -57,7 +58,8 @@ std::string randomSequence(std::mt19937& random) {
         return text;
     };
     std::string text = "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nB\n0\nENDBLK\n0\nBLOCK\n2\nC\n" + some(false);
-    text += "0\nENDBLK\n0\nBLOCK\n2\nD\n" + some(false) + "0\nENDBLK\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + some(true) + "0\nENDSEC\n";
+    text += "0\nENDBLK\n0\nBLOCK\n2\nD\n" + some(false) + "0\nENDBLK\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" +
+            some(true) + "0\nENDSEC\n";
     text += "0\nSECTION\n2\nENTITIES\n" + some(true) + "0\nENDSEC\n0\nEOF\n";
     return text;
 }
@@ -99,7 +101,8 @@ TEST(StrayParts, areTakenByNoContainerThatIsNew) {
     polyline.close();
     std::string text = entitiesAsText(*database);
     for (const DrawingVersion form : {DrawingVersion::k2000, DrawingVersion::kR12}) {
-        if (form == DrawingVersion::kR12) text.replace(text.find("ACAD_TABLE"), 27, "INSERT 0 *Model_Space 1");
+        if (form == DrawingVersion::kR12)
+            text.replace(text.find("ACAD_TABLE"), 27, "INSERT 0 *Model_Space 1");
         WriteOptions options;
         options.tellPort = false;
         options.version = form;
