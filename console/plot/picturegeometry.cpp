@@ -29,8 +29,7 @@ bool mayShowNothing(const AcDbEntity& entity) { return AcDbText::cast(&entity) |
 
 // References and viewports show what others are.
 bool showsOthers(const AcDbEntity& entity) {
-    const wchar_t* name = entity.dxfName();
-    return AcDbBlockReference::cast(&entity) || (name && std::wstring_view(name) == L"VIEWPORT");
+    return AcDbBlockReference::cast(&entity) || isSheetViewport(entity);
 }
 
 } // namespace

@@ -141,10 +141,12 @@ std::vector<std::wstring> sheetNames(AcDbDatabase& database) {
     return names;
 }
 
+bool isSheetViewport(const AcDbEntity& entity) {
+    return AcDbOpaqueEntity::cast(&entity) && std::wstring_view(entity.dxfName()) == L"VIEWPORT";
+}
+
 std::optional<SheetView> sheetViewOf(const AcDbEntity& entity) {
-    const wchar_t* name = entity.dxfName();
-    if (!AcDbOpaqueEntity::cast(&entity) || !name || std::wstring_view(name) != L"VIEWPORT")
-        return std::nullopt;
+    if (!isSheetViewport(entity)) return std::nullopt;
     ViewportRecord record = readViewport(entity);
     if (!isShown(record)) return std::nullopt;
     hostkit::CurrentView view;

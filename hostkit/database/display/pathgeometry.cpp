@@ -117,27 +117,7 @@ Adesk::Boolean PathGeometry::popModelTransform() {
     return Adesk::kTrue;
 }
 
-AcGeMatrix3d PathGeometry::pushPositionTransform(AcGiPositionTransformBehavior, const AcGePoint3d&) {
-    pushModelTransform(AcGeMatrix3d::kIdentity);
-    return m_toWorld;
-}
-
-AcGeMatrix3d PathGeometry::pushPositionTransform(AcGiPositionTransformBehavior, const AcGePoint2d&) {
-    pushModelTransform(AcGeMatrix3d::kIdentity);
-    return m_toWorld;
-}
-
-AcGeMatrix3d PathGeometry::pushScaleTransform(AcGiScaleTransformBehavior, const AcGePoint3d&) {
-    pushModelTransform(AcGeMatrix3d::kIdentity);
-    return m_toWorld;
-}
-
-AcGeMatrix3d PathGeometry::pushScaleTransform(AcGiScaleTransformBehavior, const AcGePoint2d&) {
-    pushModelTransform(AcGeMatrix3d::kIdentity);
-    return m_toWorld;
-}
-
-AcGeMatrix3d PathGeometry::pushOrientationTransform(AcGiOrientationTransformBehavior) {
+AcGeMatrix3d PathGeometry::pushUnchanged() {
     pushModelTransform(AcGeMatrix3d::kIdentity);
     return m_toWorld;
 }

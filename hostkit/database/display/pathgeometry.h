@@ -40,13 +40,21 @@ public:
     Adesk::Boolean pushModelTransform(const AcGeMatrix3d& matrix) override;
     Adesk::Boolean popModelTransform() override;
     /// These know no viewport: they change nothing, but each wants its pop.
-    AcGeMatrix3d pushPositionTransform(AcGiPositionTransformBehavior behavior,
-                                       const AcGePoint3d& offset) override;
-    AcGeMatrix3d pushPositionTransform(AcGiPositionTransformBehavior behavior,
-                                       const AcGePoint2d& offset) override;
-    AcGeMatrix3d pushScaleTransform(AcGiScaleTransformBehavior behavior, const AcGePoint3d& extents) override;
-    AcGeMatrix3d pushScaleTransform(AcGiScaleTransformBehavior behavior, const AcGePoint2d& extents) override;
-    AcGeMatrix3d pushOrientationTransform(AcGiOrientationTransformBehavior behavior) override;
+    AcGeMatrix3d pushPositionTransform(AcGiPositionTransformBehavior, const AcGePoint3d&) override {
+        return pushUnchanged();
+    }
+    AcGeMatrix3d pushPositionTransform(AcGiPositionTransformBehavior, const AcGePoint2d&) override {
+        return pushUnchanged();
+    }
+    AcGeMatrix3d pushScaleTransform(AcGiScaleTransformBehavior, const AcGePoint3d&) override {
+        return pushUnchanged();
+    }
+    AcGeMatrix3d pushScaleTransform(AcGiScaleTransformBehavior, const AcGePoint2d&) override {
+        return pushUnchanged();
+    }
+    AcGeMatrix3d pushOrientationTransform(AcGiOrientationTransformBehavior) override {
+        return pushUnchanged();
+    }
 
     Adesk::Boolean circle(const AcGePoint3d& center, const double radius,
                           const AcGeVector3d& normal) const override;
@@ -115,6 +123,7 @@ protected:
     virtual bool areTooClose(double spacing) const = 0;
 
 private:
+    AcGeMatrix3d pushUnchanged();
     bool isFilled() const;
     void show(PicturePath&& path, bool isClosed, double width = 0.0) const;
     void showArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor,

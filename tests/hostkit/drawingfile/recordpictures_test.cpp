@@ -1,12 +1,11 @@
 #include "recordpictures.h"
 
 #include "drawingfiles.h"
+#include "drawnpaths.h"
 
-#include "acgi.h"
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "entitycoordinates.h"
-#include "pathgeometry.h"
 
 #include <cmath>
 #include <numbers>
@@ -14,85 +13,9 @@
 
 using namespace hostkit;
 using namespace drawingtest;
+using drawntest::Recorder;
 
 namespace {
-
-class PlainTraits final : public AcGiSubEntityTraits {
-public:
-    void setColor(const Adesk::UInt16 color) override { m_color = color; }
-    void setTrueColor(const AcCmEntityColor&) override {}
-    void setLayer(const AcDbObjectId) override {}
-    void setLineType(const AcDbObjectId) override {}
-    void setSelectionMarker(const Adesk::LongPtr) override {}
-    void setFillType(const AcGiFillType) override {}
-    void setLineWeight(const AcDb::LineWeight) override {}
-    void setLineTypeScale(double) override {}
-    void setThickness(double) override {}
-    Adesk::UInt16 color() const override { return m_color; }
-    AcCmEntityColor trueColor() const override { return {}; }
-    AcDbObjectId layerId() const override { return {}; }
-    AcDbObjectId lineTypeId() const override { return {}; }
-    AcGiFillType fillType() const override { return kAcGiFillNever; }
-    AcDb::LineWeight lineWeight() const override { return AcDb::kLnWtByLayer; }
-    double lineTypeScale() const override { return 1.0; }
-    double thickness() const override { return 0.0; }
-
-private:
-    Adesk::UInt16 m_color = 256;
-};
-
-/// Counts what is drawn and keeps the points of lines and areas.
-class Recorder final : public AcGiWorldDraw, private PathGeometry {
-public:
-    AcGiRegenType regenType() const override { return kAcGiStandardDisplay; }
-    Adesk::Boolean regenAbort() const override { return Adesk::kFalse; }
-    AcGiSubEntityTraits& subEntityTraits() const override { return m_traits; }
-    AcGiGeometry* rawGeometry() const override { return &geometry(); }
-    Adesk::Boolean isDragging() const override { return Adesk::kFalse; }
-    double deviation(const AcGiDeviationType, const AcGePoint3d&) const override { return 0.01; }
-    Adesk::UInt32 numberOfIsolines() const override { return 0; }
-    AcGiContext* context() override { return nullptr; }
-    AcGiWorldGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
-
-    mutable std::vector<AcGePoint3d> points;
-    mutable double length = 0.0; ///< of what is straight
-    mutable std::string marks;   ///< a letter for each stroke, area and line of text, with the colour set
-
-private:
-    void mark(char kind) const {
-        marks += kind;
-        if (m_traits.color() != 256) marks += std::to_string(m_traits.color());
-    }
-    void take(char kind, const PicturePath& path) const {
-        mark(kind);
-        points.insert(points.end(), path.points().begin(), path.points().end());
-        auto point = path.points().begin();
-        auto start = point;
-        for (const PicturePath::Step step : path.steps()) {
-            if (step == PicturePath::Step::move) start = point;
-            if (step == PicturePath::Step::line) length += point[-1].distanceTo(*point);
-            if (step == PicturePath::Step::close) length += point[-1].distanceTo(*start);
-            if (step == PicturePath::Step::curve) point += 2;
-            if (step != PicturePath::Step::close) ++point;
-        }
-    }
-    AcGiSubEntityTraits& traits() const override { return m_traits; }
-    Adesk::Boolean draw(AcGiDrawable* drawable) const override {
-        return drawable->worldDraw(const_cast<Recorder*>(this));
-    }
-    void strokePath(const PicturePath& path, double) const override { take('s', path); }
-    void fillPath(const PicturePath& path) const override { take('a', path); }
-    void groundPath(const PicturePath& path, std::uint32_t) const override { take('g', path); }
-    void tonePath(const PicturePath& path) const override { take('t', path); }
-    void placeLetters(const PlacedText&) const override { mark('l'); }
-    void placeDot(const AcGePoint3d&) const override {}
-    void placeEndless(const AcGePoint3d&, const AcGeVector3d&, bool) const override {}
-    void beginClip(const PicturePath&) const override {}
-    void endClip() const override {}
-    bool areTooClose(double) const override { return false; }
-
-    mutable PlainTraits m_traits;
-};
 
 /// Groups as "code=value", apart by blanks.
 std::string groupsOf(const std::string& notation) {
