@@ -23,7 +23,8 @@ std::string drawn(const std::string& entities) {
     return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$INSUNITS\n70\n6\n0\nENDSEC\n"
            "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n2\n0\nLAYER\n2\nWALL-"
            "1\n70\n0\n62\n5\n6\nCONTINUOUS\n370\n70\n"
-           "0\nLAYER\n2\nROOM\n70\n0\n62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" +
+           "0\nLAYER\n5\nAB\n2\nROOM\n70\n0\n62\n7\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTIT"
+           "IES\n" +
            entities + "0\nENDSEC\n0\nEOF\n";
 }
 
@@ -80,6 +81,35 @@ TEST_F(PlotPages, HaveTheirScaleGroundWeightsAndLayers) {
           std::pair("BACKGROUND pink", "#RRGGBB"), std::pair("LAYOUT Model SCALE 1:5", "its own paper")})
         expectProblems({m_drawing, "--command", std::string("PLOT x.svg ") + words}, exitcode::commandFailed,
                        {reason});
+}
+
+// Of the model a sheet shows what its viewport does: not the frozen layer, and nothing beyond its outline.
+TEST_F(PlotPages, OfSheetsShowTheModelThroughTheirViewports) {
+    m_drawing = writtenFile(folder, "s.dxf",
+                            drawn(line("WALL-1", "-900.0", "0.0", "900.0", "0.0") +
+                                  line("ROOM", "0.0", "-2.0", "0.0", "2.0") +
+                                  groups({{0, "VIEWPORT"},
+                                          {100, "AcDbEntity"},
+                                          {67, "1"},
+                                          {8, "ROOM"},
+                                          {100, "AcDbViewport"},
+                                          {10, "100.0"},
+                                          {20, "50.0"},
+                                          {40, "80.0"},
+                                          {41, "40.0"},
+                                          {68, "2"},
+                                          {69, "2"},
+                                          {12, "0.0"},
+                                          {22, "0.0"},
+                                          {16, "0.0"},
+                                          {26, "0.0"},
+                                          {36, "1.0"},
+                                          {45, "20.0"},
+                                          {331, "AB"},
+                                          {90, "0"}})));
+    const std::string svg = picture("LAYOUT layout1");
+    expectHas(svg, {"width=\"420mm\"", "clip-path", "#0000ff"});
+    EXPECT_FALSE(has(svg, "#000000")) << svg;
 }
 
 // The view's x axis stands on the sheet turned by the twist, counter-clockwise, its middle in the viewport's.

@@ -95,7 +95,8 @@ private:
     void tonePath(const PicturePath& path) const override { take('t', path); }
     void placeLetters(const PlacedText&) const override { mark('l'); }
     void placeDot(const AcGePoint3d& point) const override { dots.push_back(point); }
-    void placeEndless(const AcGePoint3d& point, const AcGeVector3d& direction, bool isBothWays) const override {
+    void placeEndless(const AcGePoint3d& point, const AcGeVector3d& direction,
+                      bool isBothWays) const override {
         mark(isBothWays ? 'x' : 'r');
         points.push_back(point);
         points.push_back(point + direction);

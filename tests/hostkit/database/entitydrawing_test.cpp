@@ -43,7 +43,8 @@ void expectBox(const AcDbExtents& box, const AcDbExtents& wanted, const char* wh
 Made bulged(std::mt19937& random) {
     std::uniform_real_distribution<double> value(-3.0, 3.0);
     auto made = std::make_unique<AcDbPolyline>();
-    for (int i = 0; i < 5; ++i) made->addVertexAt(made->numVerts(), {value(random), value(random)}, value(random) / 3.0);
+    for (int i = 0; i < 5; ++i)
+        made->addVertexAt(made->numVerts(), {value(random), value(random)}, value(random) / 3.0);
     made->setClosed(value(random) > 0.0);
     return made;
 }
@@ -133,7 +134,8 @@ TEST(EntityDrawing, PointsHaveTheFigureOfTheirDrawing) {
         int mode;
         std::size_t dots;
         double reach; // from the point to the sides of the figure; 0: no figure
-    } cases[] = {{0, 1, 0.0}, {1, 0, 0.0}, {2, 0, 4.0}, {3, 0, 2.0}, {33, 0, 2.0}, {64, 0, 2.0}, {98, 0, 4.0}};
+    } cases[] = {{0, 1, 0.0},  {1, 0, 0.0},  {2, 0, 4.0}, {3, 0, 2.0},
+                 {33, 0, 2.0}, {64, 0, 2.0}, {98, 0, 4.0}};
     for (const auto& each : cases) {
         database.header().setInteger(L"PDMODE", each.mode);
         Recorder drawn;
@@ -141,7 +143,10 @@ TEST(EntityDrawing, PointsHaveTheFigureOfTheirDrawing) {
         EXPECT_EQ(drawn.dots.size(), each.dots) << each.mode;
         EXPECT_EQ(drawn.paths.empty(), each.reach == 0.0) << each.mode;
         if (each.reach > 0.0)
-            expectBox(drawn.box(), {{10.0 - each.reach, 20.0 - each.reach, 0.0}, {10.0 + each.reach, 20.0 + each.reach, 0.0}}, "figure");
+            expectBox(
+                drawn.box(),
+                {{10.0 - each.reach, 20.0 - each.reach, 0.0}, {10.0 + each.reach, 20.0 + each.reach, 0.0}},
+                "figure");
     }
     point->close();
 }
@@ -165,24 +170,58 @@ TEST(PathPrimitives, AreWhatTheyAreCalled) {
         const char* filled;
         AcDbExtents box;
         Draw draw;
-    } cases[] = {
-        {"s", "a", {{-2, -2, 0}, {2, 2, 0}}, [&](auto&, auto& to) { to.circle({0, 0, 0}, 2.0, up); }},
-        {"s", "a", {{-2, -2, 0}, {2, 2, 0}}, [&](auto&, auto& to) { to.circle({2, 0, 0}, {0, 2, 0}, {-2, 0, 0}); }},
-        {"s", "s", {{-2, 0, 0}, {2, 2, 0}}, [&](auto&, auto& to) { to.circularArc({0, 0, 0}, 2.0, up, right, pi); }},
-        {"s", "s", {{-2, 0, 0}, {2, 2, 0}}, [&](auto&, auto& to) { to.circularArc({-2, 0, 0}, {0, 2, 0}, {2, 0, 0}); }},
-        {"s", "a", {{0, 0, 0}, {2, 2, 0}},
-         [&](auto&, auto& to) { to.circularArc({0, 0, 0}, 2.0, up, right, pi / 2, kAcGiArcSector); }},
-        {"s", "s", {{-3, 0, 0}, {3, 1, 0}},
-         [&](auto&, auto& to) { to.ellipticalArc(AcGeEllipArc3d({0, 0, 0}, right, AcGeVector3d::kYAxis, 3, 1, 0, pi)); }},
-        {"s", "s", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.polyline(4, square); }},
-        {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.polygon(4, square); }},
-        {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.mesh(2, 2, net); }},
-        {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.shell(4, square, 5, faces); }},
-        {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.polyPolygon(1, &contours, nullptr, counts, ring); }},
-        {"s", "s", {{4, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.pline(corner, 1, 1); }},
-        {"s", "s", {{0, 0, 0}, {4, 3, 0}},
-         [&](auto&, auto& to) { to.image(AcGiImageBGRA32(), {0, 0, 0}, {4, 0, 0}, {0, 3, 0}); }},
-        {"c", "c", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.pushClipBoundary(&clip); }}};
+    } cases[] = {{"s",
+                  "a",
+                  {{-2, -2, 0}, {2, 2, 0}},
+                  [&](auto&, auto& to) {
+                      to.circle({0, 0, 0}, 2.0, up);
+                  }},
+                 {"s",
+                  "a",
+                  {{-2, -2, 0}, {2, 2, 0}},
+                  [&](auto&, auto& to) {
+                      to.circle({2, 0, 0}, {0, 2, 0}, {-2, 0, 0});
+                  }},
+                 {"s",
+                  "s",
+                  {{-2, 0, 0}, {2, 2, 0}},
+                  [&](auto&, auto& to) {
+                      to.circularArc({0, 0, 0}, 2.0, up, right, pi);
+                  }},
+                 {"s",
+                  "s",
+                  {{-2, 0, 0}, {2, 2, 0}},
+                  [&](auto&, auto& to) {
+                      to.circularArc({-2, 0, 0}, {0, 2, 0}, {2, 0, 0});
+                  }},
+                 {"s",
+                  "a",
+                  {{0, 0, 0}, {2, 2, 0}},
+                  [&](auto&, auto& to) {
+                      to.circularArc({0, 0, 0}, 2.0, up, right, pi / 2, kAcGiArcSector);
+                  }},
+                 {"s",
+                  "s",
+                  {{-3, 0, 0}, {3, 1, 0}},
+                  [&](auto&, auto& to) {
+                      to.ellipticalArc(AcGeEllipArc3d({0, 0, 0}, right, AcGeVector3d::kYAxis, 3, 1, 0, pi));
+                  }},
+                 {"s", "s", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.polyline(4, square); }},
+                 {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.polygon(4, square); }},
+                 {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.mesh(2, 2, net); }},
+                 {"s", "a", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.shell(4, square, 5, faces); }},
+                 {"s",
+                  "a",
+                  {{0, 0, 0}, {4, 3, 0}},
+                  [&](auto&, auto& to) { to.polyPolygon(1, &contours, nullptr, counts, ring); }},
+                 {"s", "s", {{4, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.pline(corner, 1, 1); }},
+                 {"s",
+                  "s",
+                  {{0, 0, 0}, {4, 3, 0}},
+                  [&](auto&, auto& to) {
+                      to.image(AcGiImageBGRA32(), {0, 0, 0}, {4, 0, 0}, {0, 3, 0});
+                  }},
+                 {"c", "c", {{0, 0, 0}, {4, 3, 0}}, [&](auto&, auto& to) { to.pushClipBoundary(&clip); }}};
     int row = 0;
     for (const auto& each : cases) {
         for (const AcGiFillType fill : {kAcGiFillNever, kAcGiFillAlways}) {
