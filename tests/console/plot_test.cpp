@@ -156,7 +156,7 @@ TEST_F(PlotTest, ArraysRepeatTheirAttributesToo) {
         "0\nATTRIB\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nhidden\n2\nTAG2\n70\n1\n0\nSEQEND\n8\n0\n";
     draw(block("B",
                line("RED", 0) + "0\nATTDEF\n8\nRED\n10\n0.0\n20\n0.0\n40\n1.0\n1\nx\n3\ny\n2\nTAG\n70\n0\n"),
-         insertOn("REF", "B") + attributes);
+         insert("B", 5, 7, 1, 1, 0, attributes, "REF"));
     EXPECT_EQ(sink.strokes.size(), 6u);
     ASSERT_EQ(sink.texts.size(), 6u);
     const auto highest =

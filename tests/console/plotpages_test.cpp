@@ -58,7 +58,8 @@ TEST_F(PlotPages, HaveTheirScaleGroundWeightsAndLayers) {
         std::vector<std::string> parts, others;
     } cases[] = {// Ten metres at 1:50 and a margin of 10 mm on either side.
                  {"SCALE 1:50",
-                  {"width=\"220mm\" height=\"120mm\"", "M10 110l200-100", "fill=\"#ffffff\"", "#000000"},
+                  {"width=\"220mm\" height=\"120mm\"", "M10 110l200-100", "M50 110v-100", "fill=\"#ffffff\"",
+                   "#000000"},
                   {}},
                  {"SCALE 100 300 200", {"width=\"300mm\" height=\"200mm\"", "M100 125l100-50"}, {}},
                  {"SCALE 1:50 WINDOW 0,0 4,2", {"width=\"100mm\" height=\"60mm\"", "clip-path"}, {}},
@@ -108,7 +109,7 @@ TEST_F(PlotPages, OfSheetsShowTheModelThroughTheirViewports) {
                                           {331, "AB"},
                                           {90, "0"}})));
     const std::string svg = picture("LAYOUT layout1");
-    expectHas(svg, {"width=\"420mm\"", "clip-path", "#0000ff"});
+    expectHas(svg, {"width=\"420mm\"", "h400v-200h-400Z", "#0000ff"});
     EXPECT_FALSE(has(svg, "#000000")) << svg;
 }
 
