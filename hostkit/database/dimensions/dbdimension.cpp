@@ -1,5 +1,6 @@
 #include "dbdimension.h"
 
+#include "blockextents.h"
 #include "changelog.h"
 #include "dbaccess.h"
 #include "dimensionpicture.h"
@@ -165,10 +166,15 @@ Acad::ErrorStatus AcDbDimension::measurement(double& value) const {
     return Acad::eOk;
 }
 
-// A block that shows the dimension is not looked into: the box is that of the points which it measures, and
-// of its layout where no block shows it.
+// That of what is seen. The points that are measured stand for it where a block was taken away by a motion
+// that has not ended, and where there is nothing else.
 Acad::ErrorStatus AcDbDimension::getGeomExtents(AcDbExtents& extents) const {
     AcDbExtents box;
+    hostkit::BlockExtents().addBlock(box, m_blockId, hostkit::blockPlacement(*this));
+    if (!box.isEmpty()) {
+        extents = box;
+        return Acad::eOk;
+    }
     for (int code = firstPointCode; code <= lastPointCode; ++code) {
         if (!(m_hasPoint & 1 << (code - firstPointCode)) || code == clonePointCode) continue;
         box.addPoint(isOwnCoordinate(code) ? hostkit::toWorld(m_normal, pointOf(code)) : pointOf(code));

@@ -16,6 +16,7 @@
 #include "adsdef.h"
 #include "ownedlist.h"
 #include "pathgeometry.h"
+#include "shapegeometry.h"
 
 #include <cmath>
 
@@ -189,7 +190,13 @@ Acad::ErrorStatus AcDbEntity::draw() {
 
 // The geometry, where a kind does not say otherwise.
 
-Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents&) const { return Acad::eInvalidExtents; }
+Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
+    const hostkit::DrawnExtents drawn = hostkit::drawnExtents(*this);
+    if (drawn.box.isEmpty() || drawn.isEndless) return Acad::eInvalidExtents;
+    extents = drawn.box;
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbEntity::subTransformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }
 Acad::ErrorStatus AcDbEntity::explode(AcDbVoidPtrArray&) const { return Acad::eNotApplicable; }
 void AcDbEntity::getEcs(AcGeMatrix3d& matrix) const { matrix.setToIdentity(); }

@@ -83,8 +83,9 @@ public:
     /// kDrawableIsInvisible where it is.
     Adesk::UInt32 setAttributes(AcGiDrawableTraits* traits) override;
 
-    /// The box of the geometry, without widths and thickness. eInvalidExtents: the entity has none (an
-    /// infinite or empty one), `extents` stays as it was.
+    /// The box of the geometry, without widths and thickness; where a kind does not say otherwise, of what
+    /// its worldDraw draws. eInvalidExtents: the entity has none (an infinite or empty one), `extents` stays
+    /// as it was.
     virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
     /// Moves the entity and what it owns, with the extended data of each (hostkit::ExtendedDataMotion says
     /// which values follow, and how). eCannotScaleNonUniformly: the matrix does not keep angles and the class

@@ -20,9 +20,10 @@ namespace hostkit {
 // Hatches, filled or patterned, are what their loops enclose, islands open by the hatch's style; solids and
 // traces are filled, faces too. A text is its box, turned and slanted as it stands, reckoned as
 // getGeomExtents says. A reference is what it shows: the block's entities and its visible attributes, in
-// every row and column; a dimension likewise, and one without a block the box of its points. Any other class
-// is the box that getGeomExtents gives. Thickness does not count. What has no extent (an empty polyline, a
-// text without letters) is never picked; nothing endless is ever inside.
+// every row and column; a dimension likewise, and one without a block its layout. Any other class
+// is what it draws (shapegeometry.h), and where it draws nothing the box that getGeomExtents gives. Thickness
+// does not count. What has no extent (an empty polyline, a text without letters) is never picked; nothing
+// endless is ever inside.
 //
 // What is seen within blocks: invisible entities and those on layers that are off or frozen are left out;
 // layer 0 is there the layer of the reference. A reference on a layer that is off still shows what stands on

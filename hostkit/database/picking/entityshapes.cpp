@@ -3,14 +3,18 @@
 #include "widepieces.h"
 
 #include "hatchpieces.h"
+#include "shapegeometry.h"
+#include "shownwalk.h"
 #include "viewpieces.h"
 
 #include "db2dpolyline.h"
 #include "db3dpolyline.h"
 #include "dbarc.h"
 #include "dbattdef.h"
+#include "dbattribute.h"
 #include "dbblockreference.h"
 #include "dbcircle.h"
+#include "dbdim.h"
 #include "dbellipse.h"
 #include "dbface.h"
 #include "dbhatch.h"
@@ -28,9 +32,22 @@
 #include "gevec3d.h"
 #include "shownspline.h"
 
+#include <utility>
+
 namespace hostkit {
 
+// The kinds whose fields tell what they show, the usual ones first.
+#define HOSTKIT_SHOWN_KINDS                                                                                  \
+    AcDbLine, AcDbPolyline, AcDbArc, AcDbCircle, AcDbText, AcDbMText, AcDbBlockReference, AcDbHatch,         \
+        AcDbPoint, AcDb2dPolyline, AcDb3dPolyline, AcDbEllipse, AcDbSpline, AcDbSolid, AcDbTrace, AcDbFace,  \
+        AcDbRay, AcDbXline
+
 namespace {
+
+template <typename... Kinds>
+bool isAnyOf(const AcDbEntity& entity) {
+    return (entity.isKindOf(Kinds::desc()) || ...);
+}
 
 /// One kind's way to show itself, for an entity that is known to be of it.
 class EntityShower {
@@ -93,12 +110,91 @@ private:
     bool m_isInBlock;
 };
 
+/// Shows what an entity draws.
+class DrawnShower final : public ShapeGeometry {
+public:
+    DrawnShower(RegionProbe& probe, const ViewMap& toView, AcDbObjectId layer)
+        : m_probe(probe)
+        , m_toView(toView)
+        , m_layer(layer) {}
+    bool hasShown() const { return m_hasShown; }
+
+private:
+    void part(AcDbEntity& entity) const override;
+    bool mayPass(const AcDbExtents& box) const;
+    std::vector<PlanePiece> piecesOf(const PicturePath& path, bool isClosed) const;
+    void strokePath(const PicturePath& path, double) const override {
+        if (!mayPass(extentsOf(path))) m_probe.addPieces(piecesOf(path, false));
+    }
+    void fillPath(const PicturePath& path) const override {
+        if (!mayPass(extentsOf(path))) m_probe.addArea(piecesOf(path, true));
+    }
+    void placeDot(const AcGePoint3d& point) const override {
+        if (!mayPass(AcDbExtents(point, point))) m_probe.addPoint(m_toView(point));
+    }
+    void placeEndless(const AcGePoint3d& point, const AcGeVector3d& direction,
+                      bool isBothWays) const override {
+        m_hasShown = true;
+        m_probe.addEndless(m_toView(point), m_toView(direction), isBothWays);
+    }
+
+    RegionProbe& m_probe;
+    ViewMap m_toView;
+    mutable AcDbObjectId m_layer; ///< what layer 0 stands for
+    mutable bool m_hasShown = false;
+};
+
+void DrawnShower::part(AcDbEntity& entity) const {
+    const ShownPlace place{m_toView * toWorld(), toWorld(), m_layer, true};
+    if (m_probe.isDecided() || !isSeenInBlock(entity, place)) return;
+    if (const auto* attribute = AcDbAttribute::cast(&entity); attribute && attribute->isInvisible()) return;
+    m_hasShown = true;
+    if (!AcDbBlockReference::cast(&entity) && !AcDbDimension::cast(&entity))
+        return showEntity(m_probe, entity, place.toView, true);
+    const AcDbObjectId around = std::exchange(m_layer, shownLayer(entity, place));
+    askPart(entity);
+    m_layer = around;
+}
+
+// A clip takes away what is beside its box.
+bool DrawnShower::mayPass(const AcDbExtents& box) const {
+    if (box.isEmpty()) return true;
+    m_hasShown = true;
+    if (m_probe.isDecided()) return true;
+    if (clip())
+        for (unsigned int axis = 0; axis < 2; ++axis)
+            if (!(box.minPoint()[axis] <= clip()->maxPoint()[axis] &&
+                  clip()->minPoint()[axis] <= box.maxPoint()[axis]))
+                return true;
+    PlaneBox hull;
+    for (unsigned int corner = 0; corner < 8; ++corner) {
+        const auto side = [&](unsigned int axis) {
+            return (corner >> axis & 1 ? box.maxPoint() : box.minPoint())[axis];
+        };
+        hull.add(m_toView(AcGePoint3d(side(0), side(1), side(2))));
+    }
+    return m_probe.mayPass(hull);
+}
+
+std::vector<PlanePiece> DrawnShower::piecesOf(const PicturePath& path, bool isClosed) const {
+    PicturePath seen = path;
+    seen.transformBy(m_toView.matrix);
+    std::vector<PlanePiece> pieces;
+    const auto at = [](const AcGePoint3d& point) { return AcGePoint2d(point.x, point.y); };
+    for (const std::vector<AcGePoint3d>& run : chordsOf(seen, chordDeviation(m_probe.region()))) {
+        if (run.size() == 1) pieces.push_back(PlanePiece::segment(at(run[0]), at(run[0])));
+        for (std::size_t i = 1; i < run.size(); ++i)
+            pieces.push_back(PlanePiece::segment(at(run[i - 1]), at(run[i])));
+        if (isClosed) pieces.push_back(PlanePiece::segment(at(run.back()), at(run.front())));
+    }
+    return pieces;
+}
+
 void EntityShower::show(const AcDbEntity& entity) {
-    const bool isKnown =
-        showAsFirstOf<AcDbLine, AcDbPolyline, AcDbArc, AcDbCircle, AcDbText, AcDbMText, AcDbBlockReference,
-                      AcDbHatch, AcDbPoint, AcDb2dPolyline, AcDb3dPolyline, AcDbEllipse, AcDbSpline,
-                      AcDbSolid, AcDbTrace, AcDbFace, AcDbRay, AcDbXline>(entity);
-    if (!isKnown) showExtents(entity);
+    if (showAsFirstOf<HOSTKIT_SHOWN_KINDS>(entity)) return;
+    DrawnShower drawn(m_probe, m_toView, entity.layerId());
+    drawn.ask(entity, AcGeMatrix3d::kIdentity);
+    if (!drawn.hasShown()) showExtents(entity);
 }
 
 void EntityShower::showRound(const CircularCurve& curve, double start, double sweep) {
@@ -197,6 +293,8 @@ void EntityShower::showExtents(const AcDbEntity& entity) {
 }
 
 } // namespace
+
+bool isShownAsDrawn(const AcDbEntity& entity) { return !isAnyOf<HOSTKIT_SHOWN_KINDS>(entity); }
 
 void showEntity(RegionProbe& probe, const AcDbEntity& entity, const ViewMap& toView, bool isInBlock) {
     EntityShower(probe, toView, isInBlock).show(entity);

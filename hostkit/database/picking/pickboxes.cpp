@@ -5,7 +5,9 @@
 #include "dbblockreference.h"
 #include "dbdim.h"
 #include "dbspline.h"
+#include "entityshapes.h"
 #include "movedblock.h"
+#include "shapegeometry.h"
 #include "shownspline.h"
 #include "widepieces.h"
 
@@ -143,10 +145,23 @@ SearchBox PickBoxes::of(const AcDbEntity& entity) {
         if (block) return id.isErased() ? emptyBox() : moved(of(*block), blockPlacement(*dimension));
     }
     if (const auto* definition = AcDbAttributeDefinition::cast(&entity)) return boxOfDefinition(*definition);
+    if (isShownAsDrawn(entity)) return boxOfDrawing(entity);
     AcDbExtents extents;
     if (entity.getGeomExtents(extents) == Acad::eOk) return boxAround(extents, widthBeyondExtents(entity));
     const auto* spline = AcDbSpline::cast(&entity);
     if (spline && spline->isNull()) return boxOfFitPoints(*spline);
+    return AcDbCurve::cast(&entity) ? endlessBox() : emptyBox();
+}
+
+// One that draws nothing is its extents to a region; applications tell them as they like.
+SearchBox PickBoxes::boxOfDrawing(const AcDbEntity& entity) {
+    const DrawnExtents drawn = drawnExtents(entity);
+    for (const AcDbBlockTableRecord* block : drawn.blocks) (void)of(*block);
+    if (!drawn.blocks.empty()) noteDrawn(entity, drawn.blocks);
+    if (drawn.isEndless) return endlessBox();
+    if (!drawn.box.isEmpty()) return boxAround(drawn.box, 0.0);
+    AcDbExtents extents;
+    if (entity.getGeomExtents(extents) == Acad::eOk) return boxAround(extents, 0.0);
     return AcDbCurve::cast(&entity) ? endlessBox() : emptyBox();
 }
 

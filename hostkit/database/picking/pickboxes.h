@@ -41,15 +41,20 @@ public:
                           std::vector<std::uint32_t>& positions);
 
 protected:
+    using BlockList = std::vector<const AcDbBlockTableRecord*>;
     void forget(const AcDbBlockTableRecord& block) { m_blocks.erase(&block); }
     void forgetAll() { m_blocks.clear(); }
     virtual SearchBox ofContents(const AcDbBlockTableRecord& block);
     /// Called where the box of the inner block goes into that of the outer one.
     virtual void noteShown(const AcDbBlockTableRecord& /*inner*/, const AcDbBlockTableRecord& /*outer*/) {}
+    /// Called where an entity that is neither reference nor dimension draws blocks.
+    virtual void noteDrawn(const AcDbEntity& /*entity*/, const BlockList& /*blocks*/) {}
     /// As of(entity), for one that stands in the block.
     SearchBox ofPart(const AcDbEntity& entity, const AcDbBlockTableRecord& block);
 
 private:
+    SearchBox boxOfDrawing(const AcDbEntity& entity);
+
     std::unordered_map<const AcDbBlockTableRecord*, SearchBox> m_blocks;
     std::vector<const AcDbBlockTableRecord*> m_path;
 };

@@ -19,10 +19,6 @@ constexpr std::size_t fewEntities = 48;
 
 bool isOpenForWrite(const AcDbStub& stub) { return (stub.openMode & (kOpenForWrite | kHeldForWrite)) != 0; }
 
-bool mayShowBlock(const AcDbEntity& entity) {
-    return entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbDimension::desc());
-}
-
 void insertSorted(std::vector<std::uint32_t>& numbers, std::uint32_t number) {
     const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
     if (place == numbers.end() || *place != number) numbers.insert(place, number);
@@ -83,6 +79,23 @@ void PickIndex::build(const AcDbBlockTableRecord& block, Contents& contents) {
     });
 }
 
+bool PickIndex::mayShowBlock(const AcDbEntity& entity) const {
+    return entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbDimension::desc()) ||
+           (!m_drawn.empty() && m_drawn.count(entity.objectId().stub()) > 0);
+}
+
+bool PickIndex::showsAnyOf(const AcDbEntity& holder, const Blocks& blocks) const {
+    const auto* shown = DatabaseAccess::objectOf<AcDbBlockTableRecord>(shownBlock(holder));
+    if (shown) return blocks.count(shown) > 0;
+    const auto drawn = m_drawn.find(holder.objectId().stub());
+    return drawn != m_drawn.end() && std::any_of(drawn->second.begin(), drawn->second.end(),
+                                                 [&](const auto* block) { return blocks.count(block) > 0; });
+}
+
+void PickIndex::noteDrawn(const AcDbEntity& entity, const BlockList& blocks) {
+    m_drawn[entity.objectId().stub()] = blocks;
+}
+
 // What the list lost at its end goes. False where it lost something else.
 bool PickIndex::takeTail(const AcDbBlockTableRecord& block, Contents& contents) {
     constexpr std::uint32_t longestTail = 1000;
@@ -98,6 +111,7 @@ bool PickIndex::takeTail(const AcDbBlockTableRecord& block, Contents& contents) 
 void PickIndex::setAnew(const AcDbBlockTableRecord& block, Contents& contents, std::uint32_t position) {
     const auto* entity = DatabaseAccess::objectOf<AcDbEntity>(block.entities()[position]);
     contents.set(position, entity ? ofPart(*entity, block) : emptyBox());
+    if (entity && mayShowBlock(*entity)) insertSorted(contents.holders, position);
 }
 
 void PickIndex::catchUp(const AcDbBlockTableRecord& block, Contents& contents) {
@@ -111,8 +125,6 @@ void PickIndex::catchUp(const AcDbBlockTableRecord& block, Contents& contents) {
     while (contents.known < entities.size()) {
         const std::uint32_t position = contents.known++;
         setPosition(entities[position].stub(), position);
-        const auto* entity = DatabaseAccess::objectOf<AcDbEntity>(entities[position]);
-        if (entity && mayShowBlock(*entity)) contents.holders.push_back(position);
         setAnew(block, contents, position);
     }
 }
@@ -178,6 +190,7 @@ void PickIndex::note(const AcDbStub* stub) {
 void PickIndex::drop() {
     m_contents.clear();
     m_users.clear();
+    m_drawn.clear();
     m_positions = {};
     m_changed = {};
     forgetAll();
@@ -239,7 +252,7 @@ void PickIndex::forgetUsersOf(Blocks& changed) {
     }
 }
 
-// References and dimensions in the changed blocks that show one of them.
+// What in the changed blocks shows one of them.
 void PickIndex::markHolders(const Blocks& changed) {
     for (const AcDbBlockTableRecord* user : changed) {
         const auto found = m_contents.find(user);
@@ -247,9 +260,8 @@ void PickIndex::markHolders(const Blocks& changed) {
         Contents& contents = *found->second;
         for (const std::uint32_t position : contents.holders) {
             if (position >= user->entities().size()) continue;
-            const AcDbObject* holder = DatabaseAccess::object(user->entities()[position]);
-            const auto* shown = DatabaseAccess::objectOf<AcDbBlockTableRecord>(shownBlock(*holder));
-            if (shown && changed.count(shown) > 0) contents.waiting.push_back(position);
+            const auto* holder = DatabaseAccess::objectOf<AcDbEntity>(user->entities()[position]);
+            if (holder && showsAnyOf(*holder, changed)) contents.waiting.push_back(position);
         }
     }
 }

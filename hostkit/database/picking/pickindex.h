@@ -41,7 +41,7 @@ private:
     struct Contents {
         ChangingBoxTree tree;
         std::vector<std::uint32_t> endless; ///< ascending
-        std::vector<std::uint32_t> holders; ///< references and dimensions, ascending
+        std::vector<std::uint32_t> holders; ///< what shows blocks, ascending
         std::vector<std::uint32_t> waiting; ///< their boxes may be others now
         std::uint32_t known = 0;            ///< of the list's front
 
@@ -73,11 +73,15 @@ private:
 
     SearchBox ofContents(const AcDbBlockTableRecord& block) override;
     void noteShown(const AcDbBlockTableRecord& inner, const AcDbBlockTableRecord& outer) override;
+    void noteDrawn(const AcDbEntity& entity, const BlockList& blocks) override;
+    bool mayShowBlock(const AcDbEntity& entity) const;
+    bool showsAnyOf(const AcDbEntity& holder, const Blocks& blocks) const;
 
     AcDbDatabase& m_database;
     std::unordered_map<const AcDbBlockTableRecord*, std::unique_ptr<Contents>> m_contents;
     std::unordered_map<const AcDbBlockTableRecord*, Blocks> m_users; ///< of each block, those that show it
-    std::vector<std::uint32_t> m_positions;                          ///< by the index of the stub
+    std::unordered_map<const AcDbStub*, BlockList> m_drawn; ///< of entities that draw blocks by themselves
+    std::vector<std::uint32_t> m_positions;                 ///< by the index of the stub
     std::vector<const AcDbStub*> m_changed;
     bool m_isDropped = true; ///< more has changed than is worth following
 };

@@ -26,13 +26,13 @@ bool isSeen(const AcDbEntity& entity, const ShownPlace& place) {
     return !layer->isFrozen() && (!layer->isOff() || AcDbBlockReference::cast(&entity));
 }
 
-namespace {
-
 bool isSeenInBlock(const AcDbEntity& entity, const ShownPlace& place) {
     if (const auto* definition = AcDbAttributeDefinition::cast(&entity))
         if (!definition->isConstant() || definition->isInvisible()) return false;
     return isSeen(entity, place);
 }
+
+namespace {
 
 const AcDbBlockTableRecord* blockOf(AcDbObjectId id) {
     return id.isErased() ? nullptr : DatabaseAccess::objectOf<AcDbBlockTableRecord>(id);

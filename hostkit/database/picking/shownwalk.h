@@ -27,6 +27,8 @@ struct ShownPlace {
 AcDbObjectId shownLayer(const AcDbEntity& entity, const ShownPlace& place);
 /// Not invisible, and not on a layer that is frozen or, but for references, off. Erasure is not asked.
 bool isSeen(const AcDbEntity& entity, const ShownPlace& place);
+/// The same in a block, where of definitions of attributes only the constant ones that are not invisible are.
+bool isSeenInBlock(const AcDbEntity& entity, const ShownPlace& place);
 
 /// Visits what is shown, the last drawn first, until it is done. Ends after two million visits: a drawing can
 /// say that it repeats more than any machine can look at.

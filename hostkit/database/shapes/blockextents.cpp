@@ -4,6 +4,10 @@
 #include "dbattdef.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
+#include "dbdim.h"
+#include "dbopaque.h"
+#include "movedblock.h"
+#include "shapegeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -60,6 +64,11 @@ void BlockExtents::addReference(AcDbExtents& box, const AcDbBlockReference& refe
     }
 }
 
+void BlockExtents::addBlock(AcDbExtents& box, AcDbObjectId block, const AcGeMatrix3d& matrix) {
+    const auto* record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(block);
+    if (record && !block.isErased() && canEnter(*record)) box.addExt(boxOf(*record, matrix));
+}
+
 AcDbExtents BlockExtents::boxOf(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix) {
     if (!keepsAxes(matrix) && m_exactPartsLeft > 0) {
         AcDbExtents box;
@@ -90,8 +99,12 @@ void BlockExtents::addEntities(AcDbExtents& box, const AcDbBlockTableRecord& blo
 void BlockExtents::addEntity(AcDbExtents& box, const AcDbEntity& entity, const AcGeMatrix3d& matrix) {
     if (const auto* reference = AcDbBlockReference::cast(&entity))
         return addReference(box, *reference, matrix);
+    const auto* dimension = AcDbDimension::cast(&entity);
+    if (dimension && !dimension->dimBlockId().isNull())
+        return addBlock(box, dimension->dimBlockId(), matrix * blockPlacement(*dimension));
     if (!isShown(entity)) return;
     --m_exactPartsLeft;
+    if (AcDbOpaqueEntity::cast(&entity)) return box.addExt(drawnExtents(entity, matrix).box);
     AcDbExtents own;
     AcDbEntity* moved = nullptr;
     const bool asCopy = !keepsAxes(matrix) && entity.getTransformedCopy(matrix, moved) == Acad::eOk;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dbextents.h"
+#include "dbid.h"
 
 #include <unordered_map>
 #include <vector>
@@ -23,9 +24,14 @@ public:
     /// more than 64 deep are left out.
     void addReference(AcDbExtents& box, const AcDbBlockReference& reference, const AcGeMatrix3d& matrix);
 
+    /// As above, for what stands in the block.
+    void addBlock(AcDbExtents& box, AcDbObjectId block, const AcGeMatrix3d& matrix);
+    /// Adds the box of what the entity shows, moved by the matrix: nothing for attributes that are invisible
+    /// and definitions that show none.
+    void addEntity(AcDbExtents& box, const AcDbEntity& entity, const AcGeMatrix3d& matrix);
+
 private:
     void addEntities(AcDbExtents& box, const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix);
-    void addEntity(AcDbExtents& box, const AcDbEntity& entity, const AcGeMatrix3d& matrix);
     AcDbExtents boxOf(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix);
     bool canEnter(const AcDbBlockTableRecord& block) const;
 

@@ -1,15 +1,19 @@
 #include "drawingparts.h"
 
+#include "acgi.h"
+#include "blockdrawing.h"
 #include "changelog.h"
 #include "db2dpolyline.h"
 #include "dbaccess.h"
 #include "dbattribute.h"
 #include "dbblockreference.h"
 #include "dbdim.h"
+#include "dblayertable.h"
 #include "dbline.h"
 #include "dbpoint.h"
 #include "entitypicking.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -17,6 +21,27 @@ namespace {
 using namespace drawingtest;
 using hostkit::DatabaseAccess;
 using hostkit::PickRegion;
+
+/// A class of an application that is known by what it draws: a block, and a stroke that a clip cuts off.
+class Stamp : public AcDbEntity {
+public:
+    explicit Stamp(AcDbObjectId block)
+        : m_block(block) {}
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override {
+        hostkit::drawBlock(*draw, m_block, AcGeMatrix3d::kIdentity);
+        AcGiClipBoundary clip;
+        clip.m_aptPoints.append(AcGePoint2d(-1.0, -1.0));
+        clip.m_aptPoints.append(AcGePoint2d(1.0, 1.0));
+        draw->geometry().pushClipBoundary(&clip);
+        const AcGePoint3d ends[] = {{0.0, 0.0, 0.0}, {2.0, 0.0, 0.0}};
+        draw->geometry().polyline(2, ends);
+        draw->geometry().popClipBoundary();
+        return Adesk::kTrue;
+    }
+
+private:
+    AcDbObjectId m_block;
+};
 
 /// Each change brings something to a place far from all else.
 class PickFollowing : public testing::Test {
@@ -45,6 +70,7 @@ protected:
         auto* dimension = new AcDbDimension(AcDbDimension::kAligned);
         ASSERT_EQ(dimension->setDimBlockId(m_blocks[1]), Acad::eOk);
         m_dimension = append(space(), dimension);
+        m_stamp = append(space(), new Stamp(m_blocks[1]));
         auto* polyline =
             new AcDb2dPolyline(AcDb::k2dSimplePoly, pointsOf({{0, 0, 0}, {0, 1, 0}}), 0.0, false);
         m_polyline = append(space(), polyline);
@@ -60,7 +86,7 @@ protected:
 
     AcDbDatabase m_drawing;
     std::vector<AcDbObjectId> m_blocks;
-    AcDbObjectId m_point, m_middle, m_reference, m_attribute, m_dimension, m_polyline, m_vertex;
+    AcDbObjectId m_point, m_middle, m_reference, m_attribute, m_dimension, m_stamp, m_polyline, m_vertex;
 };
 
 TEST_F(PickFollowing, ChangesReachAllThatShowThem) {
@@ -77,24 +103,24 @@ TEST_F(PickFollowing, ChangesReachAllThatShowThem) {
     const auto shift = [&](AcDbObjectId block) {
         change<AcDbBlockTableRecord>(block, [&](auto& record) { (void)record.setOrigin({-far, 0.0, 0.0}); });
     };
-    const Ids both = {m_reference, m_dimension};
+    const Ids all = {m_reference, m_dimension, m_stamp};
     const std::vector<Case> cases = {
-        {"an entity three blocks deep", [&] { move(m_point); }, both},
-        {"a block within blocks", [&] { move(m_middle); }, both},
-        {"the origin of the innermost block", [&] { shift(m_blocks[0]); }, both},
+        {"an entity three blocks deep", [&] { move(m_point); }, all},
+        {"a block within blocks", [&] { move(m_middle); }, all},
+        {"the origin of the innermost block", [&] { shift(m_blocks[0]); }, all},
         {"the origin of the outermost", [&] { shift(m_blocks[2]); }, {m_reference}},
         {"an entity that is new deep within",
          [&] {
              append(m_blocks[0], new AcDbPoint({far, 0, 0}));
          },
-         both},
+         all},
         {"an inner reference to another block",
          [&] {
              change<AcDbBlockReference>(m_middle, [&](auto& inner) {
                  EXPECT_EQ(inner.setBlockTableRecord(m_blocks[3]), Acad::eOk);
              });
          },
-         both},
+         all},
         {"an attribute", [&] { move(m_attribute); }, {m_reference}},
         {"a vertex",
          [&] {
@@ -115,6 +141,28 @@ TEST_F(PickFollowing, ChangesReachAllThatShowThem) {
         ASSERT_EQ(log.undo(report), Acad::eOk);
         EXPECT_TRUE(found().empty());
     }
+}
+
+TEST_F(PickFollowing, WhatIsDrawnCountsAsItIsSeen) {
+    const auto takes = [&](double x, double y) {
+        const PickRegion region = PickRegion::box({x - 0.1, y - 0.1}, {x + 0.1, y + 0.1});
+        const auto ids = pickedEntities(m_drawing, space(), {}, region, hostkit::PickMode::touching);
+        return std::count(ids.begin(), ids.end(), m_stamp) == 1;
+    };
+    AcDbExtents box;
+    const auto* stamp = DatabaseAccess::objectOf<AcDbEntity>(m_stamp);
+    ASSERT_EQ(stamp->getGeomExtents(box), Acad::eOk);
+    EXPECT_EQ(box.maxPoint(), AcGePoint3d(1, 0, 0)) << "the clip bounds the stroke";
+    append(m_blocks[0], new AcDbPoint({7, 7, 0}));
+    ASSERT_EQ(stamp->getGeomExtents(box), Acad::eOk);
+    EXPECT_EQ(box.maxPoint(), AcGePoint3d(8, 7, 0)) << "a point two blocks deep";
+    EXPECT_TRUE(takes(0.5, 0.0));
+    EXPECT_TRUE(takes(8.0, 7.0));
+    const AcDbObjectId layer = addRecord<AcDbLayerTable>(m_drawing, L"Hidden");
+    change<AcDbEntity>(m_middle, [&](auto& entity) { (void)entity.setLayer(layer); });
+    change<AcDbLayerTableRecord>(layer, [](auto& record) { (void)record.setIsFrozen(true); });
+    EXPECT_FALSE(takes(8.0, 7.0)) << "a part on a frozen layer";
+    EXPECT_TRUE(takes(0.5, 0.0));
 }
 
 TEST_F(PickFollowing, EntitiesThatComeAndGoKeepTheirPlaces) {

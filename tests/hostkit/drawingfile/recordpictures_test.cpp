@@ -6,6 +6,7 @@
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "entitycoordinates.h"
+#include "entitypicking.h"
 
 #include <cmath>
 #include <numbers>
@@ -253,6 +254,42 @@ TEST(RecordPictures, showWhatTheirRecordsSay) {
         }
         for (int side = 0; side < 4 && !picture.points.empty(); ++side)
             EXPECT_TRUE(isNear(box[side], each.box[side])) << side << ": " << box[side];
+    }
+}
+
+// A box of what is drawn is the box of the entity, a window around it takes the entity, a smaller one does
+// not, and every stroke is touched where it runs.
+TEST(RecordPictures, areMeasuredAndPickedAsTheyAreDrawn) {
+    for (const RecordCase& each : recordCases) {
+        SCOPED_TRACE(each.record);
+        const auto database = reading(each.record);
+        const auto* const space = DatabaseAccess::objectOf<AcDbBlockTableRecord>(database->modelSpaceId());
+        const auto& entity = *DatabaseAccess::objectOf<AcDbEntity>(space->entities().front());
+        AcDbExtents box;
+        const bool isDrawn = *each.marks != '\0';
+        ASSERT_EQ(entity.getGeomExtents(box), isDrawn ? Acad::eOk : Acad::eInvalidExtents);
+        const auto picks = [&](double left, double low, double right, double high, PickMode mode) {
+            return isPicked(entity, {}, PickRegion::box({left, low}, {right, high}), mode);
+        };
+        EXPECT_EQ(picks(-1e6, -1e6, 1e6, 1e6, PickMode::inside), isDrawn);
+        if (!isDrawn) continue;
+        const AcGePoint3d low = box.minPoint(), high = box.maxPoint();
+        const double edge = 1e-3;
+        EXPECT_TRUE(picks(low.x - edge, low.y - edge, high.x + edge, high.y + edge, PickMode::inside));
+        EXPECT_FALSE(picks(low.x + edge, low.y - edge, high.x + edge, high.y + edge, PickMode::inside));
+        EXPECT_FALSE(picks(low.x - edge, low.y - edge, high.x + edge, high.y - edge, PickMode::inside));
+        EXPECT_FALSE(picks(high.x + edge, low.y, high.x + 1.0, high.y, PickMode::touching));
+        const Recorder picture = pictureOf(each.record);
+        for (const PicturePath& path : picture.paths)
+            for (const auto& run : chordsOf(path, 1e-9))
+                for (std::size_t i = 1; i < run.size(); ++i) {
+                    const AcGePoint3d middle = run[i - 1] + (run[i] - run[i - 1]) / 2.0;
+                    EXPECT_TRUE(picks(middle.x - 1e-6, middle.y - 1e-6, middle.x + 1e-6, middle.y + 1e-6,
+                                      PickMode::touching));
+                }
+        if (std::string(each.marks).find('l') != std::string::npos) continue; // letters are beside
+        const AcDbExtents drawn = picture.box();
+        EXPECT_LT((low - drawn.minPoint()).length() + (high - drawn.maxPoint()).length(), 1e-6);
     }
 }
 
