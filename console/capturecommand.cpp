@@ -5,9 +5,12 @@
 #include "consoletext.h"
 #include "dbblocktablerecord.h"
 #include "dbobjptr.h"
+#include "dbopaque.h"
 #include "librarywork.h"
 #include "selectioninput.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string_view>
 
@@ -51,10 +54,22 @@ bool isOfApplication(const AcDbEntity& entity) {
     return !std::wstring_view(entity.isA()->name()).starts_with(L"AcDb");
 }
 
+// Kinds without a class that a person takes apart: what they draw is all that is known of them. Images and
+// the like are more than what they draw.
+bool isTakenApartAsDrawn(const AcDbEntity& entity) {
+    constexpr std::wstring_view names[] = {L"ACAD_TABLE",  L"ARC_DIMENSION", L"LARGE_RADIAL_DIMENSION",
+                                           L"LEADER",      L"MLEADER",       L"MLINE",
+                                           L"MULTILEADER", L"TOLERANCE"};
+    return AcDbOpaqueEntity::cast(&entity) &&
+           std::find(std::begin(names), std::end(names), std::wstring_view(entity.dxfName())) !=
+               std::end(names);
+}
+
 Parts partsOf(const LibraryWork& work, AcDbEntity& entity) {
     AcDbVoidPtrArray parts;
     const Acad::ErrorStatus status = entity.explode(parts);
-    if (status == Acad::eNotApplicable && isOfApplication(entity)) return captured(work, entity);
+    if (status == Acad::eNotApplicable && (isOfApplication(entity) || isTakenApartAsDrawn(entity)))
+        return captured(work, entity);
     return owned(parts);
 }
 

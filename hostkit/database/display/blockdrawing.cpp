@@ -92,10 +92,30 @@ thread_local std::vector<AcDbObjectId> DrawnBlock::s_blocks;
 
 } // namespace
 
+namespace {
+
+// Moved copies, one by one: what becomes simple entities keeps no transform. What is by block has the colour
+// that the traits had.
+void drawPieces(AcGiWorldDraw& draw, const AcDbBlockTableRecord& block, const AcGeMatrix3d& toWorld) {
+    BlockContents pieces;
+    if (!copyMoved(block, toWorld, pieces)) return;
+    AcGiSubEntityTraits& traits = draw.subEntityTraits();
+    const Adesk::UInt16 around = traits.color();
+    for (const std::unique_ptr<AcDbEntity>& piece : pieces) {
+        if (piece->visibility() == AcDb::kInvisible || AcDbAttributeDefinition::cast(piece.get())) continue;
+        setLook(traits, *piece);
+        if (piece->entityColor().isByBlock()) traits.setColor(around);
+        piece->worldDraw(&draw);
+    }
+}
+
+} // namespace
+
 void drawBlock(AcGiWorldDraw& draw, AcDbObjectId block, const AcGeMatrix3d& toWorld) {
     const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
     const DrawnBlock drawn(block);
     if (!record.object() || !drawn.isNew()) return;
+    if (draw.regenType() == kAcGiForExplode) return drawPieces(draw, *record.object(), toWorld);
     const PushedTransform pushed(draw, toWorld);
     draw.geometry().draw(record.object());
 }

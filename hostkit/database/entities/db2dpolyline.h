@@ -53,6 +53,10 @@ public:
     hostkit::PolylineShape shape(hostkit::VertexBuffer& buffer) const override;
     void getEcs(AcGeMatrix3d& matrix) const override;
     bool isPlanar() const override { return true; }
+    /// Lines and arcs (PolylineCurve::explodeFlat).
+    Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override {
+        return explodeFlat(m_normal, m_thickness, parts);
+    }
     Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDb2dPolyline(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;

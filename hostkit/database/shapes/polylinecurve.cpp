@@ -2,9 +2,14 @@
 
 #include "curveintersection.h"
 #include "curvesupport.h"
+#include "dbarc.h"
+#include "dbline.h"
 #include "dbpolyline.h"
 #include "entitycoordinates.h"
 #include "flatmotion.h"
+
+#include <cmath>
+#include <memory>
 
 namespace hostkit {
 
@@ -131,6 +136,52 @@ bool PolylineCurve::pieces(CurvePieces& pieces, bool extend) const {
     const PolylineShape own = shape(buffer);
     own.addPieces(pieces, extend);
     return own.segmentCount() > 0;
+}
+
+namespace {
+
+std::unique_ptr<AcDbArc> arcAbout(const AcGeVector3d& normal, const AcGePoint3d& center,
+                                  const AcGePoint3d& start, const AcGePoint3d& end) {
+    AcGeVector3d x, y;
+    AcGe::arbitraryAxes(normal, x, y);
+    const auto angleOf = [&](const AcGePoint3d& point) {
+        const AcGeVector3d arm = point - center;
+        const double angle = std::atan2(arm.dotProduct(y), arm.dotProduct(x));
+        return angle < 0.0 ? angle + AcGe::kTwoPi : angle;
+    };
+    return std::make_unique<AcDbArc>(center, normal, center.distanceTo(start), angleOf(start), angleOf(end));
+}
+
+std::unique_ptr<AcDbLine> lineAlong(const AcGeVector3d& normal, const AcGePoint3d& start,
+                                    const AcGePoint3d& end) {
+    auto line = std::make_unique<AcDbLine>(start, end);
+    (void)line->setNormal(normal);
+    return line;
+}
+
+} // namespace
+
+Acad::ErrorStatus PolylineCurve::explodeFlat(const AcGeVector3d& normal, double thickness,
+                                             AcDbVoidPtrArray& parts) const {
+    VertexBuffer buffer;
+    const PolylineShape own = shape(buffer);
+    const int before = parts.length();
+    const auto keep = [&](auto part) {
+        (void)part->setPropertiesFrom(this);
+        (void)part->setThickness(thickness);
+        parts.append(part.release());
+    };
+    for (std::size_t i = 0; i < own.segmentCount(); ++i) {
+        const AcGePoint3d from = own.worldVertex(i);
+        const AcGePoint3d to = own.worldVertex(i + 1 < own.vertexCount() ? i + 1 : 0);
+        AcGeCircArc3d arc;
+        if (own.arcSegment(i, arc))
+            keep(own.bulge(i) > 0.0 ? arcAbout(normal, arc.center(), from, to)
+                                    : arcAbout(normal, arc.center(), to, from));
+        else if (from != to)
+            keep(lineAlong(normal, from, to));
+    }
+    return parts.length() > before ? Acad::eOk : Acad::eDegenerateGeometry;
 }
 
 namespace {

@@ -66,6 +66,13 @@ public:
     /// The vertices as they stand or, where they are entities, gathered in `buffer`; good until either
     /// changes.
     virtual PolylineShape shape(VertexBuffer& buffer) const = 0;
+
+protected:
+    /// Lines and arcs in the order of the segments, in this curve's look, plane and thickness; widths are
+    /// lost. An arc turns about `normal`, so that one with a negative bulge begins where its segment ends.
+    /// Segments without length give nothing. eDegenerateGeometry, and no parts, where there are no others.
+    Acad::ErrorStatus explodeFlat(const AcGeVector3d& normal, double thickness,
+                                  AcDbVoidPtrArray& parts) const;
 };
 
 } // namespace hostkit

@@ -116,3 +116,46 @@ TEST(CurveSplit, RefusesNothingToCutAndCutsOutside) {
         EXPECT_EQ(pieces.count(), 0);
     }
 }
+
+// In the order of the segments, where the curve runs, in its look; arcs about the curve's own normal.
+TEST(CurveSplit, ExplosionGivesTheSegments) {
+    int exploded = 0;
+    for (const Case& each : allCurves()) {
+        SCOPED_TRACE(each.name);
+        auto* const light = AcDbPolyline::cast(each.curve.get());
+        auto* const flat = AcDb2dPolyline::cast(each.curve.get());
+        if (!light && !flat) continue;
+        AcDbCurve& curve = *each.curve;
+        (void)curve.setColorIndex(3);
+        (void)(light ? light->setThickness(2.5) : flat->setThickness(2.5));
+        AcGeMatrix3d plane;
+        curve.getEcs(plane);
+        const AcGeVector3d normal = plane * AcGeVector3d::kZAxis;
+        Pieces parts;
+        ASSERT_EQ(curve.explode(parts.array), Acad::eOk);
+        double end = 0.0, sum = 0.0, rounding = 0.0;
+        ASSERT_EQ(curve.getEndParam(end), Acad::eOk);
+        ASSERT_EQ(parts.count(), static_cast<int>(end));
+        for (int i = 0; i < parts.count(); ++i) {
+            const AcDbCurve& part = parts[i];
+            sum += lengthOf(part);
+            EXPECT_EQ(part.colorIndex(), 3);
+            const auto* arc = AcDbArc::cast(&part);
+            // A flat arc is only as exact as its far centre.
+            const double own =
+                roundingAt(pointAt(curve, i + 0.5)) + (arc ? 8.0 * AcGe::ulpOf(arc->radius()) : 0.0);
+            rounding += own;
+            EXPECT_TRUE(isNear(pointAt(part, paramAt(part, 0.5)), pointAt(curve, i + 0.5), own));
+            const auto* line = AcDbLine::cast(&part);
+            ASSERT_TRUE(arc || line);
+            EXPECT_EQ(arc ? arc->thickness() : line->thickness(), 2.5);
+            EXPECT_TRUE((arc ? arc->normal() : line->normal()).isEqualTo(normal));
+        }
+        EXPECT_NEAR(sum, lengthOf(curve), 1e-9 * lengthOf(curve) + rounding);
+        ++exploded;
+    }
+    EXPECT_GT(exploded, 2);
+    AcDbVoidPtrArray none;
+    EXPECT_EQ(polyline({{1, 1}, {1, 1}}, true)->explode(none), Acad::eDegenerateGeometry);
+    EXPECT_TRUE(none.isEmpty());
+}
