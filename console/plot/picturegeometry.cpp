@@ -7,6 +7,7 @@
 #include "dbdatabase.h"
 #include "dbmtext.h"
 #include "dbobjptr.h"
+#include "dbviewport.h"
 #include "headervariables.h"
 #include "linepattern.h"
 #include "sheet.h"
@@ -29,7 +30,7 @@ bool mayShowNothing(const AcDbEntity& entity) { return AcDbText::cast(&entity) |
 
 // References and viewports show what others are.
 bool showsOthers(const AcDbEntity& entity) {
-    return AcDbBlockReference::cast(&entity) || isSheetViewport(entity);
+    return AcDbBlockReference::cast(&entity) || AcDbViewport::cast(&entity);
 }
 
 } // namespace
@@ -76,12 +77,12 @@ void PictureDraw::drawEntity(AcDbEntity& entity) {
     const Look lookBefore = std::move(m_look);
     m_traits = PictureTraits();
     const bool isInvisible = (entity.setAttributes(&m_traits) & AcGiDrawable::kDrawableIsInvisible) != 0;
-    // A reference on a layer that is only off still shows what stands on other layers.
+    // References and viewports on a layer that is only off still show what stands on other layers.
     const AcDbObjectId layer = look().layer;
-    const bool isHidden =
-        AcDbBlockReference::cast(&entity) ? m_looks.isFrozen(layer) : m_looks.isHidden(layer);
-    if (!isInvisible && !isHidden) {
+    const bool isFrozen = isInvisible || m_looks.isFrozen(layer);
+    if (!isFrozen)
         if (const std::optional<SheetView> view = sheetViewOf(entity)) drawView(*view);
+    if (!isFrozen && (AcDbBlockReference::cast(&entity) || !m_looks.isHidden(layer))) {
         const std::size_t marks = m_marks;
         const std::size_t notDrawn = m_report.notDrawn.size();
         entity.worldDraw(this);
@@ -99,6 +100,7 @@ void PictureDraw::drawView(const SheetView& view) {
     const std::vector<AcDbObjectId> hidden = m_looks.hiddenToo();
     hostkit::PicturePath outline = view.outline;
     outline.transformBy(m_geometry.toWorld());
+    if (m_sink.scale() == 0.0) m_sink.stroke(outline, StrokeStyle()); // of extents, whatever it shows
     m_sink.beginClip(outline);
     m_looks.hideAlso(view.frozen);
     m_isInView = true;

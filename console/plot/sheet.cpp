@@ -7,11 +7,10 @@
 #include "dbdictionary.h"
 #include "dblayout.h"
 #include "dbobjptr.h"
-#include "dbopaque.h"
-#include "recordcursor.h"
+#include "dbviewport.h"
+#include "sheetviewport.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
 
 namespace {
@@ -50,72 +49,19 @@ Sheet sheetOf(const AcDbLayout& layout) {
     return sheet;
 }
 
-// What the record of a viewport says, by group code; points and layers apart.
-struct ViewportRecord {
-    AcGePoint3d center;
-    AcGePoint3d middle;
-    AcGePoint3d target;
-    AcGeVector3d direction = AcGeVector3d::kZAxis;
-    std::map<int, double> numbers;
-    std::vector<AcDbObjectId> frozen;
-    AcDbObjectId clip;
-
-    double number(int code, double otherwise) const {
-        const auto place = numbers.find(code);
-        return place == numbers.end() ? otherwise : place->second;
-    }
-};
-
-ViewportRecord readViewport(const AcDbEntity& entity) {
-    ViewportRecord record;
-    for (hostkit::RecordCursor group(entity); group.next();) {
-        switch (group.code()) {
-        case 10:
-            record.center = group.point();
-            break;
-        case 12:
-            record.middle = group.point();
-            break;
-        case 16:
-            record.direction = group.vector();
-            break;
-        case 17:
-            record.target = group.point();
-            break;
-        case 331:
-        case 341:
-            record.frozen.push_back(group.id());
-            break;
-        case 340:
-            record.clip = group.id();
-            break;
-        case 51:
-            record.numbers[51] = group.radians();
-            break;
-        default:
-            record.numbers[group.code()] = group.real();
-        }
-    }
-    return record;
+bool isShown(const AcDbViewport& viewport) {
+    return viewport.number() != 1 && viewport.isOn() && viewport.width() > 0.0 &&
+           viewport.customScale() > 0.0 && viewport.viewDirection().length() > 0.0;
 }
 
-bool isShown(const ViewportRecord& record) {
-    constexpr int offBit = 0x20000;
-    const bool isSheetItself = record.number(69, 2.0) == 1.0;
-    const bool isOff =
-        record.number(68, 1.0) == 0.0 || (static_cast<int>(record.number(90, 0.0)) & offBit) != 0;
-    return !isSheetItself && !isOff && record.number(40, 0.0) > 0.0 && record.number(41, 0.0) > 0.0 &&
-           record.number(45, 0.0) > 0.0 && record.direction.length() > 0.0;
-}
-
-hostkit::PicturePath outlineOf(const ViewportRecord& record) {
+hostkit::PicturePath outlineOf(const AcDbViewport& viewport) {
     hostkit::PicturePath outline;
-    const AcDbObjectPointer<AcDbEntity> clip(record.clip, AcDb::kForRead);
+    const AcDbObjectPointer<AcDbEntity> clip(viewport.nonRectClipEntityId(), AcDb::kForRead);
     if (clip.object() && hostkit::appendCurve(outline, *clip)) return outline;
-    const double across = record.number(40, 0.0) / 2.0;
-    const double upwards = record.number(41, 0.0) / 2.0;
+    const double across = viewport.width() / 2.0;
+    const double upwards = viewport.height() / 2.0;
     for (const auto& [x, y] : {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)})
-        outline.lineTo(record.center + AcGeVector3d(x * across, y * upwards, 0.0));
+        outline.lineTo(viewport.centerPoint() + AcGeVector3d(x * across, y * upwards, 0.0));
     outline.close();
     return outline;
 }
@@ -141,24 +87,17 @@ std::vector<std::wstring> sheetNames(AcDbDatabase& database) {
     return names;
 }
 
-bool isSheetViewport(const AcDbEntity& entity) {
-    return AcDbOpaqueEntity::cast(&entity) && std::wstring_view(entity.dxfName()) == L"VIEWPORT";
-}
-
 std::optional<SheetView> sheetViewOf(const AcDbEntity& entity) {
-    if (!isSheetViewport(entity)) return std::nullopt;
-    ViewportRecord record = readViewport(entity);
-    if (!isShown(record)) return std::nullopt;
-    hostkit::CurrentView view;
-    view.target = record.target;
-    view.direction = record.direction;
-    view.twist = record.number(51, 0.0);
+    const auto* viewport = AcDbViewport::cast(&entity);
+    if (!viewport || !isShown(*viewport)) return std::nullopt;
+    const hostkit::SheetViewport sheet = hostkit::sheetViewportOf(*viewport);
     SheetView shown;
-    shown.scale = record.number(41, 0.0) / record.number(45, 0.0);
-    shown.outline = outlineOf(record);
-    shown.modelToSheet =
-        AcGeMatrix3d::translation(record.center.asVector()) * AcGeMatrix3d::scaling(shown.scale) *
-        AcGeMatrix3d::translation(-record.middle.asVector()) * hostkit::displayToWorld(view).inverse();
-    shown.frozen = std::move(record.frozen);
+    shown.scale = sheet.scale();
+    shown.outline = outlineOf(*viewport);
+    const AcGeVector3d middle(sheet.view.middle[0], sheet.view.middle[1], 0.0);
+    shown.modelToSheet = AcGeMatrix3d::translation(sheet.place.asVector()) *
+                         AcGeMatrix3d::scaling(shown.scale) * AcGeMatrix3d::translation(-middle) *
+                         hostkit::displayToWorld(sheet.view).inverse();
+    shown.frozen = viewport->frozenLayers();
     return shown;
 }

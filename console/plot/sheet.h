@@ -28,9 +28,6 @@ std::optional<Sheet> sheetOfName(AcDbDatabase& database, std::wstring_view name)
 /// Of all layouts, the model's too, in their order.
 std::vector<std::wstring> sheetNames(AcDbDatabase& database);
 
-/// A viewport of a sheet, whatever it shows.
-bool isSheetViewport(const AcDbEntity& entity);
-
 /// What a viewport shows of the model.
 struct SheetView {
     hostkit::PicturePath outline; ///< on the sheet

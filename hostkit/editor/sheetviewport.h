@@ -5,6 +5,7 @@
 #include "currentview.h"
 
 class AcDbDatabase;
+class AcDbViewport;
 
 namespace hostkit {
 
@@ -18,9 +19,11 @@ struct SheetViewport {
     double scale() const { return height / view.height; }
 };
 
-/// The viewport of that number (group 69) on the current sheet, as the drawing's file has it. False, with the
-/// viewport untouched, where there is none, and for one whose record lacks a size (R12 keeps it in extended
-/// data, which is not looked at) or has values that are no numbers.
+/// What the viewport says, usable or not.
+SheetViewport sheetViewportOf(const AcDbViewport& viewport);
+
+/// The viewport of that number on the current sheet. False, with the viewport untouched, where there is none,
+/// and for one without sizes or with values that are no numbers.
 bool findSheetViewport(const AcDbDatabase& database, int number, SheetViewport& viewport);
 
 } // namespace hostkit

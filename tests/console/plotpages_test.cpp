@@ -92,7 +92,7 @@ TEST_F(PlotPages, OfSheetsShowTheModelThroughTheirViewports) {
                                   groups({{0, "VIEWPORT"},
                                           {100, "AcDbEntity"},
                                           {67, "1"},
-                                          {8, "ROOM"},
+                                          {8, "WALL-1"},
                                           {100, "AcDbViewport"},
                                           {10, "100.0"},
                                           {20, "50.0"},

@@ -131,7 +131,7 @@ TEST_F(SelectionConsole, entitiesOfAModuleLiveInADrawing) {
     EXPECT_EQ(without.code, exitcode::ok) << without.problems;
     expectHas(without.output, {"2 entities selected", "0 faults"});
     const ProgramResult with =
-        runScript({again, "--module", barsModule}, "BARLIST W -1,-1 11,1\nBARLIST C 105,1 106,2\n");
+        runScript({again, "--module", barsModule}, "BARLIST W -1,-1 11,1\nBARLIST C 104,4 105,5\n");
     expectHas(with.output, {"diameter 0.5: 1 bars, length 10\n", "diameter 1.2: 1 bars, length 14.1421\n"});
     expectHas(outputOf({again, "--module", barsModule, "--command", "BARLIST ALL"}),
               {"diameter 0.5", "diameter 1.2"});

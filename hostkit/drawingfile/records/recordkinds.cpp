@@ -32,6 +32,7 @@
 #include "dbsymtb.h"
 #include "dbtext.h"
 #include "dbtrace.h"
+#include "dbviewport.h"
 #include "dbxline.h"
 #include "dbxrecrd.h"
 
@@ -74,6 +75,7 @@ constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbSpline>("SPLINE"),
     kindOf<AcDbEntity, AcDbText>("TEXT"),
     kindOf<AcDbEntity, AcDbTrace>("TRACE"),
+    kindOf<AcDbEntity, AcDbViewport>("VIEWPORT"),
     kindOf<AcDbEntity, AcDbXline>("XLINE"),
 };
 

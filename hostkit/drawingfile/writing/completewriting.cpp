@@ -84,7 +84,7 @@ bool CompleteWriting::run(std::string& bytes) {
     if (!writeTables(body) || !writeBlocks(body) || !writeEntities(body)) return false;
     if (!writeObjects(body)) return false;
     appendGroup(0, "EOF", style, body);
-    if (source) body = SourceGroups(m_database, style).complete(body);
+    if (source || isR12()) body = SourceGroups(m_database, style).complete(body);
     std::string header;
     writeHeader(header); // last, when all handles are given
     bytes = std::move(body);

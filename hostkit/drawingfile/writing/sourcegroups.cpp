@@ -6,6 +6,7 @@
 #include "dbaccess.h"
 #include "dbopaque.h"
 #include "dbsource.h"
+#include "dbviewport.h"
 #include "groupcodes.h"
 
 #include <algorithm>
@@ -73,8 +74,11 @@ std::string SourceGroups::complete(std::string_view text) {
         const char* const extended = record.extendedDataBegin < record.groups.size()
                                          ? record.groups[record.extendedDataBegin].start
                                          : record.end();
+        const std::size_t begin = result.size();
         result.append(record.begin(), extended);
         if (object && isOfKind(*object, record.name()) && isWanted(*object)) appendGroups(*object, result);
+        if (AcDbViewport::cast(object) && !hasSubclassMarkers(m_target.version))
+            appendView({extended, record.end()}, begin, result);
         result.append(extended, record.end());
     }
     return result;
@@ -82,8 +86,8 @@ std::string SourceGroups::complete(std::string_view text) {
 
 bool SourceGroups::isWanted(const AcDbObject& object) const {
     if (object.sourceSpan().isEmpty() || object.isKindOf(AcDbSymbolTable::desc())) return false;
-    return isOpaque(object) || hasSubclassMarkers(m_target.version) ||
-           object.isKindOf(AcDbSymbolTableRecord::desc());
+    return isOpaque(object) || object.isKindOf(AcDbViewport::desc()) ||
+           hasSubclassMarkers(m_target.version) || object.isKindOf(AcDbSymbolTableRecord::desc());
 }
 
 void SourceGroups::appendMarks(std::string& bytes) const {
@@ -114,10 +118,22 @@ void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
         bytes += group.bytes();
     }
     if (m_original.name() != "VIEWPORT") return;
-    if (!hasMarks)
-        appendViewOfR12(m_original, m_database, m_target, bytes);
-    else
+    const auto* const viewport = AcDbViewport::cast(&object);
+    if (hasMarks && !(viewport && viewport->tellsView()))
         appendViewFromR12(m_original, m_target, bytes);
+    else if (!viewport)
+        appendViewOfR12(m_original, m_database, m_target, bytes);
+}
+
+// Of the viewport whose record begins there, as it has been written by now.
+void SourceGroups::appendView(std::string_view extended, std::size_t begin, std::string& bytes) {
+    const std::string written = bytes.substr(begin).append(extended);
+    GroupScanner scanner(written);
+    DrawingRecord record;
+    RawGroup group;
+    if (scanner.next(group) != ScanResult::kGroup) return;
+    (void)scanRecord(scanner, group, record);
+    appendViewOfR12(record, m_database, m_target, bytes);
 }
 
 } // namespace hostkit

@@ -21,13 +21,14 @@ class SourceGroups {
 public:
     SourceGroups(const AcDbDatabase& database, const DrawingStyle& target);
     /// `text` with these groups at the end of each record, before its extended data. For R12 only tables'
-    /// records and kinds without a class get them: the others' groups are all known. Records of kinds without
-    /// a class that come from R12 get the marks of their subclasses.
+    /// records, viewports and kinds without a class get them: the others' groups are all known. Records of
+    /// kinds without a class that come from R12 get the marks of their subclasses.
     std::string complete(std::string_view text);
 
 private:
     void appendGroups(const AcDbObject& object, std::string& bytes);
     void appendMarks(std::string& bytes) const;
+    void appendView(std::string_view extended, std::size_t begin, std::string& bytes);
     bool isWanted(const AcDbObject& object) const;
 
     const AcDbDatabase& m_database;

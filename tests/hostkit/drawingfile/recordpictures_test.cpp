@@ -230,7 +230,6 @@ const RecordCase recordCases[] = {
      24,
      {1, 2, 6, 9}},
     {"0=SHAPE 8=0 100=AcDbShape 10=1 20=1 30=0 40=2 2=MARK 41=3 50=90", "s", 28.649111, {-1, 1, 1, 7}},
-    {"0=VIEWPORT 8=0 100=AcDbViewport 10=1 20=1 30=0 40=2 41=3", "", 0, {}},
     {"0=UNHEARD 8=0 100=AcDbUnheard 10=1 20=1 30=0", "", 0, {}},
 };
 
