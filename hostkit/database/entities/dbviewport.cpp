@@ -1,7 +1,6 @@
 #include "dbviewport.h"
 
 #include "acgi.h"
-#include "adsdef.h"
 #include "dbaccess.h"
 #include "dblayertable.h"
 #include "extendeddata.h"
@@ -9,7 +8,7 @@
 #include "fieldsetters.h"
 #include "fieldtable.h"
 #include "flatmotion.h"
-#include "groupcodes.h"
+#include "symbolnames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +38,12 @@ Acad::ErrorStatus AcDbViewport::setOn() {
     return status;
 }
 
-Acad::ErrorStatus AcDbViewport::setOff() { return setFlag(kOff, true); }
+// R12 knows the status alone.
+Acad::ErrorStatus AcDbViewport::setOff() {
+    const Acad::ErrorStatus status = setFlag(kOff, true);
+    if (status == Acad::eOk) m_status = 0;
+    return status;
+}
 
 Acad::ErrorStatus AcDbViewport::setNonRectClipEntityId(AcDbObjectId id) {
     return setRecordField<AcDbEntity>(*this, m_clipId, id);
@@ -156,21 +160,63 @@ bool AcDbViewport::readViewOfR12(View& view) const {
     return true;
 }
 
-// What the fields tell from now on.
-void AcDbViewport::dropViewOfR12() {
+namespace {
+
+AcDbDxfGroup groupOf(short code, AcDb::GroupKind kind) {
+    AcDbDxfGroup group;
+    group.code = code;
+    group.kind = kind;
+    return group;
+}
+
+AcDbDxfGroup realGroup(double value) {
+    AcDbDxfGroup group = groupOf(realCode, AcDb::GroupKind::kReal);
+    group.real = value;
+    return group;
+}
+
+template <typename Point>
+AcDbDxfGroup pointGroup(const Point& point) {
+    AcDbDxfGroup group = groupOf(pointCode, AcDb::GroupKind::kPoint);
+    group.dimension = 3;
+    for (unsigned int axis = 0; axis < 3; ++axis) group.point[axis] = point[axis];
+    return group;
+}
+
+} // namespace
+
+// Extended data of R12 follows the fields, so that the drawing can stay in that form.
+void AcDbViewport::followInViewOfR12() {
+    const GroupBlock* const before = extendedData();
     View unused;
-    if (!readViewOfR12(unused)) return;
-    wchar_t name[] = L"ACAD";
-    resbuf application{};
-    application.restype = applicationCode;
-    application.resval.rstring = name;
-    (void)setXData(&application);
+    ApplicationSpan span;
+    if (!before || !readViewOfR12(unused) || !findApplication(*before, L"ACAD", span)) return;
+    const AcDbDxfGroup values[] = {
+        pointGroup(m_target),    pointGroup(m_direction),   realGroup(m_twist * 180.0 / AcGe::kPi),
+        realGroup(m_viewHeight), realGroup(m_viewCenter.x), realGroup(m_viewCenter.y),
+        realGroup(m_lensLength), realGroup(m_frontClip),    realGroup(m_backClip)};
+    GroupBlock after;
+    GroupWalker walker(*before);
+    std::size_t next = 0;
+    int braces = 0;
+    for (AcDbDxfGroup group; walker.next(group);) {
+        const bool isInside = walker.position() > span.behindName && walker.position() <= span.to;
+        const bool isValue = isInside && next < std::size(values) && group.code == values[next].code;
+        if (isInside && group.code == layerCode) continue;
+        after.append(isValue ? values[next++] : group);
+        if (!isInside || !group.isText(braceCode, L"{") || ++braces != 2) continue;
+        for (const AcDbObjectId layer : m_frozen) {
+            AcDbDxfGroup name = groupOf(layerCode, AcDb::GroupKind::kText);
+            name.text = symbolName(layer, L"");
+            if (!name.text.empty()) after.append(name);
+        }
+    }
+    (void)setExtendedData(std::move(after));
 }
 
 Acad::ErrorStatus AcDbViewport::setView(const View& view) {
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status != Acad::eOk) return status;
-    if (!tellsView()) dropViewOfR12();
     m_viewCenter = view.center;
     m_target = view.target;
     m_direction = view.direction;
@@ -181,6 +227,7 @@ Acad::ErrorStatus AcDbViewport::setView(const View& view) {
     m_backClip = view.backClip;
     m_flags = view.flags;
     m_frozen = view.frozen;
+    followInViewOfR12();
     return Acad::eOk;
 }
 
@@ -305,7 +352,8 @@ Acad::ErrorStatus AcDbViewport::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeSubclassMark(L"AcDbViewport");
     bool isOfView = false;
     for (const GroupField<AcDbViewport>& field : Filing::groups) {
-        if (isOfView && !(m_viewHeight > 0.0)) filer->markDefault();
+        if (isOfView && !tellsView()) filer->markDefault();
+        if (isOfView) filer->markSince(AcDb::kDHL_1012);
         field.write(*this, field, *filer);
         isOfView |= field.code == lastOfPlace;
     }

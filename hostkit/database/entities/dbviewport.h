@@ -105,7 +105,7 @@ private:
     static constexpr Adesk::Int32 kClipped = 0x10000;
     static constexpr Adesk::Int32 kOff = 0x20000;
 
-    void dropViewOfR12();
+    void followInViewOfR12();
     View view() const;
     View ownView() const;
     bool readViewOfR12(View& view) const;

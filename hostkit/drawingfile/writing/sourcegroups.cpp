@@ -7,6 +7,7 @@
 #include "dbopaque.h"
 #include "dbsource.h"
 #include "dbviewport.h"
+#include "fieldtable.h"
 #include "groupcodes.h"
 
 #include <algorithm>
@@ -77,8 +78,9 @@ std::string SourceGroups::complete(std::string_view text) {
         const std::size_t begin = result.size();
         result.append(record.begin(), extended);
         if (object && isOfKind(*object, record.name()) && isWanted(*object)) appendGroups(*object, result);
-        if (AcDbViewport::cast(object) && !hasSubclassMarkers(m_target.version))
-            appendView({extended, record.end()}, begin, result);
+        const auto* const viewport = AcDbViewport::cast(object);
+        if (viewport && !hasSubclassMarkers(m_target.version))
+            appendView(*viewport, {extended, record.end()}, begin, result);
         result.append(extended, record.end());
     }
     return result;
@@ -125,9 +127,40 @@ void SourceGroups::appendGroups(const AcDbObject& object, std::string& bytes) {
         appendViewOfR12(m_original, m_database, m_target, bytes);
 }
 
-// Of the viewport whose record begins there, as it has been written by now.
-void SourceGroups::appendView(std::string_view extended, std::size_t begin, std::string& bytes) {
-    const std::string written = bytes.substr(begin).append(extended);
+namespace {
+
+// As a record of a later form has it.
+void appendViewGroups(const AcDbViewport& viewport, const DrawingStyle& style, std::string& bytes) {
+    const AcGePoint2d center = viewport.viewCenter();
+    const AcGePoint3d target = viewport.viewTarget();
+    const AcGeVector3d direction = viewport.viewDirection();
+    const std::pair<int, double> values[] = {{12, center.x},
+                                             {22, center.y},
+                                             {16, direction.x},
+                                             {26, direction.y},
+                                             {36, direction.z},
+                                             {17, target.x},
+                                             {27, target.y},
+                                             {37, target.z},
+                                             {42, viewport.lensLength()},
+                                             {43, viewport.frontClipDistance()},
+                                             {44, viewport.backClipDistance()},
+                                             {45, viewport.viewHeight()},
+                                             {51, degreesFromRadians(viewport.twistAngle())}};
+    for (const auto& [code, value] : values) appendReal(code, value, style, bytes);
+    appendInteger(90, viewport.flags(), style, bytes);
+    for (const AcDbObjectId layer : viewport.frozenLayers())
+        appendHandle(331, layer.handle().value(), style, bytes);
+}
+
+} // namespace
+
+// Of the viewport whose record begins there, as extended data.
+void SourceGroups::appendView(const AcDbViewport& viewport, std::string_view extended, std::size_t begin,
+                              std::string& bytes) {
+    std::string written = bytes.substr(begin);
+    if (viewport.tellsView()) appendViewGroups(viewport, m_target, written);
+    written += extended;
     GroupScanner scanner(written);
     DrawingRecord record;
     RawGroup group;

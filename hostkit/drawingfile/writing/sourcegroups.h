@@ -13,6 +13,7 @@
 
 class AcDbDatabase;
 class AcDbObject;
+class AcDbViewport;
 
 namespace hostkit {
 
@@ -28,7 +29,8 @@ public:
 private:
     void appendGroups(const AcDbObject& object, std::string& bytes);
     void appendMarks(std::string& bytes) const;
-    void appendView(std::string_view extended, std::size_t begin, std::string& bytes);
+    void appendView(const AcDbViewport& viewport, std::string_view extended, std::size_t begin,
+                    std::string& bytes);
     bool isWanted(const AcDbObject& object) const;
 
     const AcDbDatabase& m_database;

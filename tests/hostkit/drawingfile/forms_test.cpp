@@ -2,11 +2,15 @@
 #include "drawingaudit.h"
 #include "drawingfiles.h"
 #include "drawinglisting.h"
+#include "drawingparts.h"
 #include "formtransfer.h"
 #include "r12names.h"
 #include "recordcompare.h"
 
+#include "dbaccess.h"
 #include "dbdatabase.h"
+#include "dblayertable.h"
+#include "dbviewport.h"
 
 #include <algorithm>
 #include <map>
@@ -222,6 +226,78 @@ TEST(Forms, aViewportKeepsItsViewThroughR12) {
         return;
     }
     FAIL() << "no viewport";
+}
+
+void expectSameView(const AcDbViewport& one, const AcDbViewport& other) {
+    EXPECT_EQ(one.centerPoint(), other.centerPoint());
+    EXPECT_EQ(one.width(), other.width());
+    EXPECT_EQ(one.height(), other.height());
+    EXPECT_EQ(one.number(), other.number());
+    EXPECT_EQ(one.viewCenter(), other.viewCenter());
+    EXPECT_EQ(one.viewTarget(), other.viewTarget());
+    EXPECT_EQ(one.viewDirection(), other.viewDirection());
+    EXPECT_EQ(one.customScale(), other.customScale());
+    EXPECT_NEAR(one.twistAngle(), other.twistAngle(), 1e-15);
+    EXPECT_EQ(one.lensLength(), other.lensLength());
+    EXPECT_EQ(one.isOn(), other.isOn());
+    const auto* layers = DatabaseAccess::objectOf<AcDbLayerTable>(other.database()->layerTableId());
+    const AcDbObjectId layer = layers->find(L"HIDDEN");
+    EXPECT_TRUE(other.isLayerFrozenInViewport(layer));
+    EXPECT_EQ(other.frozenLayers().size(), 1u);
+}
+
+// One that a module made, and one whose view was changed after it came back from R12.
+TEST(Forms, viewportsOfModulesComeBackFromEveryForm) {
+    AcDbDatabase drawing;
+    const AcDbObjectId layer = addRecord<AcDbLayerTable>(drawing, L"HIDDEN");
+    auto* made = new AcDbViewport;
+    const AcDbObjectId id = append(drawing.paperSpaceId(), made);
+    change<AcDbViewport>(id, [&](AcDbViewport& viewport) {
+        EXPECT_EQ(viewport.setCenterPoint({100.0, 50.0, 0.0}), Acad::eOk);
+        EXPECT_EQ(viewport.setWidth(80.0), Acad::eOk);
+        EXPECT_EQ(viewport.setHeight(40.0), Acad::eOk);
+        EXPECT_EQ(viewport.setNumber(3), Acad::eOk);
+        EXPECT_EQ(viewport.setViewCenter({7.0, -3.0}), Acad::eOk);
+        EXPECT_EQ(viewport.setViewTarget({1.0, 2.0, 3.0}), Acad::eOk);
+        EXPECT_EQ(viewport.setViewDirection({0.0, -1.0, 0.5}), Acad::eOk);
+        EXPECT_EQ(viewport.setTwistAngle(0.5), Acad::eOk);
+        EXPECT_EQ(viewport.setLensLength(35.0), Acad::eOk);
+        EXPECT_EQ(viewport.setCustomScale(0.25), Acad::eOk);
+        AcDbObjectIdArray layers;
+        layers.append(layer);
+        EXPECT_EQ(viewport.freezeLayersInViewport(layers), Acad::eOk);
+        layers.append(id);
+        EXPECT_EQ(viewport.freezeLayersInViewport(layers), Acad::eNotThatKindOfClass);
+        for (const double bad : {0.0, -1.0, std::nan("")}) {
+            EXPECT_EQ(viewport.setWidth(bad), Acad::eInvalidInput);
+            EXPECT_EQ(viewport.setCustomScale(bad), Acad::eInvalidInput);
+        }
+    });
+    const auto viewportOf = [](const AcDbDatabase& database) {
+        const auto* sheet = DatabaseAccess::objectOf<AcDbBlockTableRecord>(database.paperSpaceId());
+        return DatabaseAccess::objectOf<AcDbViewport>(sheet->entities().at(0));
+    };
+    for (const DrawingVersion version :
+         {DrawingVersion::kR12, DrawingVersion::k2000, DrawingVersion::k2018}) {
+        SCOPED_TRACE(nameOfVersion(version));
+        const auto read = openDrawingFromMemory(saved(drawing, version), L"first", nullptr, quietReading);
+        ASSERT_TRUE(read);
+        expectSameView(*made, *viewportOf(*read));
+        EXPECT_EQ(viewportOf(*read)->tellsView(), version != DrawingVersion::kR12);
+        change<AcDbViewport>(viewportOf(*read)->objectId(), [](AcDbViewport& viewport) {
+            EXPECT_EQ(viewport.setViewTarget({-8.0, 9.0, 0.0}), Acad::eOk);
+            EXPECT_EQ(viewport.setOff(), Acad::eOk);
+        });
+        const AcDbViewport& changed = *viewportOf(*read);
+        EXPECT_EQ(changed.customScale(), made->customScale());
+        EXPECT_FALSE(changed.isOn());
+        for (const DrawingVersion next : {version, DrawingVersion::k2000}) {
+            const auto again = openDrawingFromMemory(saved(*read, next), L"again", nullptr, quietReading);
+            ASSERT_TRUE(again);
+            expectSameView(changed, *viewportOf(*again));
+            EXPECT_EQ(viewportOf(*again)->tellsView(), next != DrawingVersion::kR12);
+        }
+    }
 }
 
 TEST(Forms, blankLinesBeforeADrawingStay) {
