@@ -113,6 +113,60 @@ TEST_F(PlotPages, OfSheetsShowTheModelThroughTheirViewports) {
     EXPECT_FALSE(has(svg, "#000000")) << svg;
 }
 
+// On a sheet dashes are as long in viewports as beside them, unless the drawing says that they are the
+// model's. A viewport whose layer is off still shows the model, without its frame, and bounds a sheet without
+// paper.
+TEST_F(PlotPages, DashesAndExtentsOfSheetsFollowTheirViewports) {
+    const auto dashesOf = [&](const std::string& scaling) {
+        const std::string viewport = groups({{0, "VIEWPORT"},
+                                             {100, "AcDbEntity"},
+                                             {67, "1"},
+                                             {8, "OFF"},
+                                             {100, "AcDbViewport"},
+                                             {10, "0.0"},
+                                             {20, "0.0"},
+                                             {40, "80.0"},
+                                             {41, "40.0"},
+                                             {68, "2"},
+                                             {69, "2"},
+                                             {16, "0.0"},
+                                             {26, "0.0"},
+                                             {36, "1.0"},
+                                             {45, "10.0"}});
+        const auto dashed = [](const std::string& space) {
+            return groups({{0, "LINE"},
+                           {100, "AcDbEntity"},
+                           {67, space},
+                           {8, "0"},
+                           {6, "DASHED"},
+                           {100, "AcDbLine"},
+                           {10, "-5.0"},
+                           {20, "0.0"},
+                           {11, "5.0"},
+                           {21, "0.0"}});
+        };
+        m_drawing = writtenFile(
+            folder, "d.dxf",
+            "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$PSLTSCALE\n70\n" + scaling +
+                "\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLTYPE\n0\nLTYPE\n2\nDASHED\n70\n0\n72\n65\n"
+                "73\n2\n"
+                "40\n2.0\n49\n1.0\n49\n-1.0\n0\nENDTAB\n0\nTABLE\n2\nLAYER\n0\nLAYER\n2\nOFF\n70\n0\n62\n-"
+                "1\n0\nENDTAB\n0\n"
+                "ENDSEC\n0\nSECTION\n2\nENTITIES\n" +
+                viewport + dashed("0") + dashed("1") + "0\nENDSEC\n0\nEOF\n");
+        const std::string svg = picture("LAYOUT Layout1");
+        expectHas(svg, {"width=\"420mm\" height=\"220mm\""}); // 80 by 40 at 1:0.2, and a margin
+        EXPECT_FALSE(has(svg, "#ff0000")) << "the frame's layer is off";
+        std::vector<double> dashes;
+        const std::string mark = "stroke-dasharray=\"";
+        for (std::size_t i = svg.find(mark); i != svg.npos; i = svg.find(mark, i + 1))
+            dashes.push_back(std::stod(svg.substr(i + mark.size())));
+        return dashes;
+    };
+    EXPECT_EQ(dashesOf("1"), (std::vector<double>{5.0, 5.0}));
+    EXPECT_EQ(dashesOf("0"), (std::vector<double>{20.0, 5.0}));
+}
+
 // The view's x axis stands on the sheet turned by the twist, counter-clockwise, its middle in the viewport's.
 TEST(SheetViews, ShowTheModelTurnedAndScaled) {
     const auto viewport = [](const std::string& number, const std::string& flags) {

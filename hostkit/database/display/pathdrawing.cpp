@@ -58,7 +58,8 @@ private:
     AcGiFillType m_before;
 };
 
-// The colour of a run, and afterwards what was there; traits that know no true colours tell black as theirs.
+// The colour of a run, and afterwards what was there; traits that know no true colours take the nearest index
+// and tell black as theirs.
 class RunColor {
 public:
     RunColor(AcGiSubEntityTraits& traits, const TextRun& run)
@@ -67,7 +68,9 @@ public:
         , m_color(traits.trueColor())
         , m_index(traits.color()) {
         const auto part = [&run](int shift) { return static_cast<Adesk::UInt8>(run.rgb >> shift); };
-        if (m_isSet) traits.setTrueColor(AcCmEntityColor(part(16), part(8), part(0)));
+        if (!m_isSet) return;
+        traits.setColor(AcCmEntityColor::lookUpACI(part(16), part(8), part(0)));
+        traits.setTrueColor(AcCmEntityColor(part(16), part(8), part(0)));
     }
     ~RunColor() {
         if (m_isSet)

@@ -209,6 +209,21 @@ TEST_F(WorldDraw, LooksAreTheSourcesButForWhatTheTraitsSet) {
     for (const auto& part : parts) EXPECT_EQ(part->layerId(), layer);
 }
 
+// A run in a colour of its own leaves the look as it was to what comes behind it.
+TEST_F(WorldDraw, RunsOfTextsHaveTheirColours) {
+    m_source.setColorIndex(3);
+    AcDbMText text;
+    text.setTextHeight(1.0);
+    text.setContents(L"ab{\\C1;cd}ef");
+    const Parts parts = captured([&](VEXOGiWorldDraw& draw) {
+        text.worldDraw(&draw);
+        draw.geometry().circle({0, 0, 0}, 1.0, up);
+    });
+    ASSERT_EQ(kindsOf(parts), "MText MText MText Circle ");
+    const int colors[] = {3, 1, 3, 3};
+    for (std::size_t i = 0; i < parts.size(); ++i) EXPECT_EQ(parts[i]->colorIndex(), colors[i]) << i;
+}
+
 TEST_F(WorldDraw, DrawablesAreHandedOnAndListsAreAppendedTo) {
     VEXOGiWorldDraw draw(&m_source);
     auto circle = std::make_unique<AcDbCircle>(), other = std::make_unique<AcDbCircle>();
