@@ -6,12 +6,15 @@
 #include "dbblocktablerecord.h"
 #include "dbobjptr.h"
 #include "dbopaque.h"
+#include "escaping.h"
+#include "host.h"
 #include "librarywork.h"
 #include "selectioninput.h"
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace {
@@ -42,11 +45,57 @@ std::wstring pointText(const AcGePoint3d& point) {
     return text.GetString();
 }
 
-std::vector<std::wstring> rowOf(AcDbHandle source, const AcDbEntity& part) {
-    AcDbExtents box;
-    const bool hasBox = part.getGeomExtents(box) == Acad::eOk;
-    return {handleText(source), part.dxfName(), colorText(part), hasBox ? pointText(box.minPoint()) : L"",
-            hasBox ? pointText(box.maxPoint()) : L""};
+/// A part of what an entity draws.
+struct DrawnPart {
+    AcDbHandle source;
+    std::wstring type;
+    std::wstring color;
+    AcDbExtents box; ///< empty where it has none
+};
+
+DrawnPart drawnPart(AcDbHandle source, const AcDbEntity& part) {
+    DrawnPart drawn{source, part.dxfName(), colorText(part), {}};
+    (void)part.getGeomExtents(drawn.box);
+    return drawn;
+}
+
+void printParts(const std::vector<DrawnPart>& parts) {
+    std::vector<std::vector<std::wstring>> rows = {{L"Of", L"Draws", L"Colour", L"From", L"To"}};
+    for (const DrawnPart& part : parts) {
+        const bool hasBox = !part.box.isEmpty();
+        rows.push_back({handleText(part.source), part.type, part.color,
+                        hasBox ? pointText(part.box.minPoint()) : L"",
+                        hasBox ? pointText(part.box.maxPoint()) : L""});
+    }
+    if (rows.size() > 1) printTable(rows, "lllll");
+}
+
+void appendCorner(const char* name, const AcGePoint3d& point, std::string& json) {
+    json += std::string(", \"") + name + "\": [";
+    for (unsigned int axis = 0; axis < 3; ++axis) {
+        if (axis > 0) json += ", ";
+        hostkit::appendJsonNumber(point[axis], json);
+    }
+    json += "]";
+}
+
+// An array of {"of", "type", "colour", "from", "to"}; the box is missing where a part has none.
+std::string partsAsJson(const std::vector<DrawnPart>& parts) {
+    std::string json = "[";
+    for (const DrawnPart& part : parts) {
+        json += json.size() > 1 ? ",\n  {" : "\n  {";
+        appendField("of", handleText(part.source), json);
+        json += ", ";
+        appendField("type", part.type, json);
+        json += ", ";
+        appendField("colour", part.color, json);
+        if (!part.box.isEmpty()) {
+            appendCorner("from", part.box.minPoint(), json);
+            appendCorner("to", part.box.maxPoint(), json);
+        }
+        json += "}";
+    }
+    return json + (parts.empty() ? "]\n" : "\n]\n");
 }
 
 // Those of the host have parts of their own, or are simple enough.
@@ -95,16 +144,20 @@ void captureCommand() {
     if (!work) return;
     const std::vector<AcDbObjectId> ids = selectionOrFail();
     if (ids.empty()) return;
-    std::vector<std::vector<std::wstring>> rows = {{L"Of", L"Draws", L"Colour", L"From", L"To"}};
+    std::optional<ReportForm> form = ReportForm::table;
+    if (!hostkit::Host::current()->runningCommand()->input.rest().empty()) form = readReportForm();
+    if (!form) return;
+    std::vector<DrawnPart> parts;
     for (const AcDbObjectId id : ids) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (!entity.object()) continue;
         for (const std::unique_ptr<AcDbEntity>& part : captured(*work, *entity))
-            rows.push_back(rowOf(id.handle(), *part));
+            parts.push_back(drawnPart(id.handle(), *part));
         if (acedUsrBrk()) return;
     }
-    if (rows.size() > 1) printTable(rows, "lllll");
-    acutPrintf(L"%s drawn by %s\n", counted(rows.size() - 1, L"entity", L"entities").c_str(),
+    if (form == ReportForm::json) return offerText(partsAsJson(parts));
+    printParts(parts);
+    acutPrintf(L"%s drawn by %s\n", counted(parts.size(), L"entity", L"entities").c_str(),
                counted(ids.size(), L"entity", L"entities").c_str());
 }
 

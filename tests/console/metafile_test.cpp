@@ -70,12 +70,15 @@ TEST_F(MetafileCommand, WhatCannotBeMeantIsRefusedAndNoFileIsMade) {
 // The bar of the example module draws a filled strip; the library captures its outline and its filling.
 TEST_F(MetafileCommand, EntitiesOfApplicationsAreDrawnAndExplodedAsTheyDrawThemselves) {
     const std::string module = std::string(VEXO_BINARY_DIR) + "/lib/bars.so";
-    const ProgramResult result = runScript(
-        {"--new", "--module", module}, "BAR 10,10 110,10 20\nCAPTURE ALL\nMETAFILE " + (folder / "bar.emf") +
-                                           " SCALE 2\nEXPLODE ALL\nLIST\nU\nLIST\n");
+    const ProgramResult result =
+        runScript({"--new", "--module", module},
+                  "BAR 10,10 110,10 20\nCAPTURE ALL\nCAPTURE ALL \"\" JSON " + (folder / "bar.json") +
+                      "\nMETAFILE " + (folder / "bar.emf") + " SCALE 2\nEXPLODE ALL\nLIST\nU\nLIST\n");
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
     expectHas(result.output,
               {"2 entities drawn by 1 entity", "bar.emf: 1 entity", "1 entity exploded into 2"});
+    expectHas(folder.read("bar.json"),
+              {"\"type\":\"LWPOLYLINE\"", "\"type\":\"HATCH\"", "\"from\": [10, 0, 0], \"to\": [110, 20, 0]"});
     const std::size_t exploded = result.output.find("exploded into"), undone = result.output.rfind("VEXOBAR");
     const std::string between = result.output.substr(exploded, undone - exploded);
     expectHas(between, {"LWPOLYLINE", "HATCH"});

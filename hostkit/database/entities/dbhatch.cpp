@@ -48,6 +48,8 @@ Acad::ErrorStatus AcDbHatch::setPattern(HatchPatternType type, const wchar_t* na
     const hostkit::PredefinedPattern* const known =
         type == kPreDefined ? hostkit::predefinedPattern(name) : nullptr;
     if (known) m_patternLines = hostkit::definitionLines(*known, m_patternAngle, m_patternScale);
+    if (type == kUserDefined)
+        m_patternLines = hostkit::userDefinedLines(m_patternAngle, m_patternScale, m_patternDouble);
     if (m_solidFill) m_patternLines.clear();
     return Acad::eOk;
 }
@@ -58,6 +60,10 @@ Acad::ErrorStatus AcDbHatch::setPatternAngle(double angle) {
 
 Acad::ErrorStatus AcDbHatch::setPatternScale(double scale) {
     return hostkit::setPositiveField(*this, m_patternScale, scale);
+}
+
+Acad::ErrorStatus AcDbHatch::setPatternDouble(bool isDouble) {
+    return hostkit::assignField(*this, m_patternDouble, isDouble);
 }
 
 Acad::ErrorStatus AcDbHatch::getPatternDefinitionAt(int index, double& angle, double& baseX, double& baseY,

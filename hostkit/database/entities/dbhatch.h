@@ -52,8 +52,12 @@ public:
     Acad::ErrorStatus setPatternAngle(double angle);
     double patternScale() const { return m_patternScale; }
     Acad::ErrorStatus setPatternScale(double scale);
+    /// Between the lines of a user-defined pattern, and whether others cross them; taken when setPattern is
+    /// called. The space stands where the scale does.
     double patternSpace() const { return m_patternScale; }
+    Acad::ErrorStatus setPatternSpace(double space) { return setPatternScale(space); }
     bool patternDouble() const { return m_patternDouble; }
+    Acad::ErrorStatus setPatternDouble(bool isDouble);
     int numPatternDefinitions() const { return static_cast<int>(m_patternLines.size()); }
     Acad::ErrorStatus getPatternDefinitionAt(int index, double& angle, double& baseX, double& baseY,
                                              double& offsetX, double& offsetY, AcGeDoubleArray& dashes) const;

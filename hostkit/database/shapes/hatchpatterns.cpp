@@ -89,4 +89,10 @@ std::vector<HatchPatternLine> definitionLines(const PredefinedPattern& pattern, 
     return lines;
 }
 
+std::vector<HatchPatternLine> userDefinedLines(double angle, double space, bool isDouble) {
+    constexpr PatternFamily families[] = {{0.0, 0.0, 0.0, 0.0, 1.0, {}}, {90.0, 0.0, 0.0, 0.0, 1.0, {}}};
+    const std::span<const PatternFamily> used(families, isDouble ? 2 : 1);
+    return definitionLines({L"", "", used}, angle, space);
+}
+
 } // namespace hostkit

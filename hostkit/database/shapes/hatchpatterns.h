@@ -34,5 +34,8 @@ const PredefinedPattern* predefinedPattern(const wchar_t* name);
 
 /// The lines of the pattern turned about the origin by an angle in radians, and scaled.
 std::vector<HatchPatternLine> definitionLines(const PredefinedPattern& pattern, double angle, double scale);
+/// Unbroken lines through the origin at that angle, in radians, and `space` apart; crossed by others where
+/// `isDouble`.
+std::vector<HatchPatternLine> userDefinedLines(double angle, double space, bool isDouble);
 
 } // namespace hostkit

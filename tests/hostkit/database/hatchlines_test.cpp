@@ -441,4 +441,34 @@ TEST(HatchPatterns, ExplodeToLinesAndPointsInTheirPlane) {
     EXPECT_EQ(solid.explode(none), Acad::eNotApplicable);
 }
 
+// As many lines as the space fits into the area across them, and as long as the area is along them.
+TEST(HatchPatterns, UserDefinedOnesHaveTheirSpaceAngleAndCross) {
+    for (const double degrees : {0.0, 30.0, 75.0})
+        for (const bool isDouble : {false, true}) {
+            AcDbHatch hatch;
+            const double angle = degrees * AcGe::kPi / 180.0, space = 0.25;
+            const AcGeVector2d x(20.0 * std::cos(angle), 20.0 * std::sin(angle));
+            const AcGeVector2d y = x.perpVector() / 4.0, corner = x * 0.0063 + y * 0.0063;
+            const AcGePoint2d low(corner.x, corner.y);
+            const auto corners = drawingtest::arrayOf<AcGePoint2d>({low, low + x, low + x + y, low + y});
+            ASSERT_EQ(hatch.appendLoop(AcDbHatch::kExternal, corners, AcGeDoubleArray()), Acad::eOk);
+            ASSERT_EQ(hatch.setPatternAngle(angle), Acad::eOk);
+            ASSERT_EQ(hatch.setPatternSpace(space), Acad::eOk);
+            ASSERT_EQ(hatch.setPatternDouble(isDouble), Acad::eOk);
+            ASSERT_EQ(hatch.setPattern(AcDbHatch::kUserDefined, L"_USER"), Acad::eOk);
+            AcDbVoidPtrArray parts;
+            ASSERT_EQ(hatch.explode(parts), Acad::eOk);
+            double along = 0.0, across = 0.0;
+            for (void* each : parts) {
+                const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(each));
+                const AcGeVector3d run =
+                    AcDbLine::cast(part.get())->endPoint() - AcDbLine::cast(part.get())->startPoint();
+                along += std::abs(run.x * x.x + run.y * x.y) / 20.0;
+                across += std::abs(run.x * y.x + run.y * y.y) / 5.0;
+            }
+            EXPECT_NEAR(along, 20.0 * 20, 1e-8) << degrees;
+            EXPECT_NEAR(across, isDouble ? 5.0 * 80 : 0.0, 1e-8) << degrees;
+        }
+}
+
 } // namespace
