@@ -10,6 +10,10 @@
 #include "genurb3d.h"
 #include "pathgeometry.h"
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 namespace hostkit {
 
 namespace {
@@ -44,12 +48,53 @@ PicturePath pathOf(const LeaderLine& line, double cut) {
         appendSpline(path, AcGeNurbCurve3d(fit, AcGeVector3d(), AcGeVector3d()));
         if (!path.isEmpty()) return path;
     }
-    path.moveTo(points[0] + (points[1] - points[0]).normal() * cut);
-    for (std::size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
-    return path;
+    std::vector<AcGePoint3d> chain = points;
+    chain[0] += (points[1] - points[0]).normal() * cut;
+    return interruptedChain(chain, line.gaps);
+}
+
+double distanceTo(const AcGePoint3d& point, const AcGePoint3d& from, const AcGePoint3d& to) {
+    const AcGeVector3d run = to - from;
+    const double square = run.dotProduct(run);
+    const double share = square > 0.0 ? (point - from).dotProduct(run) / square : 0.0;
+    return point.distanceTo(from + run * std::clamp(share, 0.0, 1.0));
+}
+
+std::size_t nearestSegment(const std::vector<AcGePoint3d>& points, const LeaderGap& gap) {
+    std::size_t nearest = 0;
+    double least = HUGE_VAL;
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+        const double away =
+            distanceTo(gap.from, points[i], points[i + 1]) + distanceTo(gap.to, points[i], points[i + 1]);
+        if (away < least) nearest = i;
+        least = std::min(least, away);
+    }
+    return nearest;
 }
 
 } // namespace
+
+PicturePath interruptedChain(const std::vector<AcGePoint3d>& points, const std::vector<LeaderGap>& gaps) {
+    PicturePath path;
+    path.moveTo(points[0]);
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+        std::vector<LeaderGap> own;
+        for (LeaderGap gap : gaps) {
+            if (nearestSegment(points, gap) != i) continue;
+            if (points[i].distanceTo(gap.to) < points[i].distanceTo(gap.from)) std::swap(gap.from, gap.to);
+            own.push_back(gap);
+        }
+        std::sort(own.begin(), own.end(), [&](const LeaderGap& a, const LeaderGap& b) {
+            return points[i].distanceTo(a.from) < points[i].distanceTo(b.from);
+        });
+        for (const LeaderGap& gap : own) {
+            path.lineTo(gap.from);
+            path.moveTo(gap.to);
+        }
+        path.lineTo(points[i + 1]);
+    }
+    return path;
+}
 
 void drawLeaderLine(AcGiWorldDraw& draw, const LeaderLine& line) {
     if (line.points.size() < 2) return;

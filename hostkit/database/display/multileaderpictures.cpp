@@ -37,6 +37,20 @@ void takeColor(AcGiSubEntityTraits& traits, PackedColor color, const AcDbEntity&
     }
 }
 
+void giveGround(AcDbMText& text, const Record::Text& from) {
+    AcCmColor color;
+    if (from.groundColor >> 24 == 0xC2)
+        (void)color.setRGB(static_cast<Adesk::UInt8>(from.groundColor >> 16),
+                           static_cast<Adesk::UInt8>(from.groundColor >> 8),
+                           static_cast<Adesk::UInt8>(from.groundColor));
+    else if (from.groundColor >> 24 == 0xC3)
+        (void)color.setColorIndex(static_cast<Adesk::UInt16>(from.groundColor & 0xFF));
+    (void)text.setBackgroundFillColor(color);
+    (void)text.setBackgroundScaleFactor(from.groundScale);
+    (void)text.setUseBackgroundColor(from.isPaperGround);
+    (void)text.setBackgroundFill(true);
+}
+
 AcDbMText textOf(const Record::Text& from) {
     constexpr AcDbMText::AttachmentPoint attachments[] = {AcDbMText::kTopLeft, AcDbMText::kTopCenter,
                                                           AcDbMText::kTopRight};
@@ -50,6 +64,7 @@ AcDbMText textOf(const Record::Text& from) {
     if (from.alignment >= 1 && from.alignment <= 3) (void)text.setAttachment(attachments[from.alignment - 1]);
     (void)text.setTextStyle(from.style);
     (void)text.setContents(from.contents.c_str());
+    if (from.hasGround) giveGround(text, from);
     return text;
 }
 
@@ -70,6 +85,7 @@ void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& rec
     for (const Record::Line& from : branch.lines) {
         LeaderLine line;
         line.points = from.points;
+        line.gaps = from.gaps;
         if (branch.hasLanding) line.points.push_back(branch.landing);
         line.normal = record.normal;
         line.arrow = blockToShow(from.arrow.isNull() ? record.arrow : from.arrow);
@@ -79,11 +95,9 @@ void drawBranch(AcGiWorldDraw& draw, const AcDbEntity& entity, const Record& rec
         drawLeaderLine(draw, line);
     }
     if (!record.isLed || !branch.isLed || !branch.hasLanding || isCurved || !(branch.length > 0.0)) return;
-    const AcGePoint3d landing[] = {branch.landing,
-                                   branch.landing + branch.direction.normal() *
-                                                        (branch.length + underline(record, branch))};
+    const AcGeVector3d run = branch.direction.normal() * (branch.length + underline(record, branch));
     takeColor(draw.subEntityTraits(), record.lineColor, entity);
-    draw.geometry().polyline(2, landing);
+    drawPath(draw, interruptedChain({branch.landing, branch.landing + run}, branch.gaps));
 }
 
 void drawFrame(AcGiWorldDraw& draw, const AcDbMText& text, double gap) {

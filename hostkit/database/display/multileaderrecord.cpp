@@ -35,6 +35,7 @@ private:
     bool takeOfText();
     bool takeOfBlock();
     void readBranch();
+    void takeGap(std::vector<LeaderGap>& gaps, bool isBegin);
     void readLine(MultileaderRecord::Branch& branch);
     void takeOwn();
     PackedColor color() const { return static_cast<PackedColor>(m_group.integer(byBlockColor)); }
@@ -86,6 +87,14 @@ bool MultileaderReader::takeOfText() {
         return text.lineSpacing = m_group.real(1.0), true;
     case 90:
         return text.color = color(), true;
+    case 91:
+        return text.groundColor = color(), true;
+    case 141:
+        return text.groundScale = m_group.real(1.5), true;
+    case 291:
+        return text.isPaperGround = m_group.integer() != 0, true;
+    case 292:
+        return text.hasGround = m_group.integer() != 0, true;
     case 171:
         return text.alignment = static_cast<int>(m_group.integer(1)), true;
     case 174:
@@ -120,6 +129,15 @@ bool MultileaderReader::takeOfBlock() {
     return false;
 }
 
+// A begin and an end in turn; an end without a begin is none.
+void MultileaderReader::takeGap(std::vector<LeaderGap>& gaps, bool isBegin) {
+    const AcGePoint3d point = m_group.point();
+    if (isBegin)
+        gaps.push_back({point, point});
+    else if (!gaps.empty())
+        gaps.back().to = point;
+}
+
 void MultileaderReader::readBranch() {
     constexpr Adesk::Int64 vertical = 1;
     MultileaderRecord::Branch& branch = m_record.branches.emplace_back();
@@ -131,6 +149,8 @@ void MultileaderReader::readBranch() {
             branch.landing = m_group.point();
         else if (m_group.code() == 11)
             branch.direction = m_group.vector();
+        else if (m_group.code() == 12 || m_group.code() == 13)
+            takeGap(branch.gaps, m_group.code() == 12);
         else if (m_group.code() == 40)
             branch.length = m_group.real();
         else if (m_group.code() == 271)
@@ -148,6 +168,8 @@ void MultileaderReader::readLine(MultileaderRecord::Branch& branch) {
     while (m_group.next() && !m_group.is(305, "}")) {
         if (m_group.code() == 10)
             line.points.push_back(m_group.point());
+        else if (m_group.code() == 11 || m_group.code() == 12)
+            takeGap(line.gaps, m_group.code() == 11);
         else if (m_group.code() == 40)
             line.arrowSize = m_group.real();
         else if (m_group.code() == 92)

@@ -4,6 +4,7 @@
 #include "dbid.h"
 #include "gepnt3d.h"
 #include "gescl3d.h"
+#include "leaderlines.h"
 
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ constexpr PackedColor byBlockColor = 0xC1000000;
 struct MultileaderRecord {
     struct Line {
         std::vector<AcGePoint3d> points;
+        std::vector<LeaderGap> gaps;
         PackedColor color = byBlockColor; ///< by block: the multileader's
         double arrowSize = 0.0;           ///< 0: the multileader's
         AcDbObjectId arrow;               ///< null: the multileader's
@@ -30,8 +32,9 @@ struct MultileaderRecord {
         AcGePoint3d landing;
         AcGeVector3d direction; ///< in which the landing leads to the contents
         double length = 0.0;
-        bool hasLanding = false; ///< else the lines end at their last points
-        bool isLed = false;      ///< the landing has a length to be shown
+        bool hasLanding = false;     ///< else the lines end at their last points
+        bool isLed = false;          ///< the landing has a length to be shown
+        std::vector<LeaderGap> gaps; ///< of the landing
     };
     struct Text {
         std::wstring contents;
@@ -44,6 +47,10 @@ struct MultileaderRecord {
         double width = 0.0;
         double lineSpacing = 1.0;
         int alignment = 1; ///< 1 left, 2 centre, 3 right
+        PackedColor groundColor = byBlockColor;
+        double groundScale = 1.5; ///< as AcDbMText has it
+        bool hasGround = false;
+        bool isPaperGround = false; ///< the drawing's background, else the colour
         /// How landings meet its left and its right side; some kinds underline it.
         int attachments[2] = {1, 1};
     };

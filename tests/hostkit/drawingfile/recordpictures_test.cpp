@@ -112,6 +112,17 @@ const RecordCase recordCases[] = {
      "s3a3s3l",
      19.082763,
      {0, 9.5, 15, 10.5}},
+    // A gap of 2 in the line, told backwards, and one of 1 in the landing.
+    {CONTEXT_START "290=1 304=AB " CONTEXT_TEXT CONTEXT_END("90=0 11=7 21=10 31=0 12=5 22=10 32=0 91=0 ",
+                                                            "12=12 22=10 32=0 13=13 23=10 33=0 ") "292=0",
+     "s3a3s3l",
+     16.082763,
+     {0, 9.5, 15, 10.5}},
+    // The paper hides what is within half a text height around the letters, which are 10/3 by 2.
+    {CONTEXT_START "290=1 304=AB 141=1.5 291=1 292=1 " CONTEXT_TEXT CONTEXT_END("91=0 ", "") "292=0",
+     "s3a3s3gl",
+     37.749430,
+     {0, 8, 20.333333, 12}},
     // The landing runs on under the text, and the line has an arrow of its own size; without landing.
     {CONTEXT_START "290=1 174=5 304=AB " CONTEXT_TEXT CONTEXT_END("40=6 ", ""),
      "s3a3s3l",
