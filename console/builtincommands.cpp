@@ -64,7 +64,8 @@ constexpr CommandDescription described[] = {
      L"The "
      L"background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
      L"filled; with SELECTED the selection stands on a band of colour."},
-    {L"CAPTURE", captureCommand, L"[WAY... \"\"] [TABLE | JSON [FILE [OVERWRITE]]]", L"what the selected entities draw, part by part",
+    {L"CAPTURE", captureCommand, L"[WAY... \"\"] [TABLE | JSON [FILE [OVERWRITE]]]",
+     L"what the selected entities draw, part by part",
      L"As the library captures it for tools that want simple entities; selected now, or by the ways of "
      L"SELECT."},
     {L"EXPLODE", explodeCommand, L"[WAY]...", L"takes apart what is selected",

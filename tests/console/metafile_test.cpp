@@ -77,8 +77,8 @@ TEST_F(MetafileCommand, EntitiesOfApplicationsAreDrawnAndExplodedAsTheyDrawThems
     EXPECT_EQ(result.code, exitcode::ok) << result.problems;
     expectHas(result.output,
               {"2 entities drawn by 1 entity", "bar.emf: 1 entity", "1 entity exploded into 2"});
-    expectHas(folder.read("bar.json"),
-              {"\"type\":\"LWPOLYLINE\"", "\"type\":\"HATCH\"", "\"from\": [10, 0, 0], \"to\": [110, 20, 0]"});
+    expectHas(folder.read("bar.json"), {"\"type\":\"LWPOLYLINE\"", "\"type\":\"HATCH\"",
+                                        "\"from\": [10, 0, 0], \"to\": [110, 20, 0]"});
     const std::size_t exploded = result.output.find("exploded into"), undone = result.output.rfind("VEXOBAR");
     const std::string between = result.output.substr(exploded, undone - exploded);
     expectHas(between, {"LWPOLYLINE", "HATCH"});

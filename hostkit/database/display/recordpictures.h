@@ -20,8 +20,8 @@ RecordDrawer recordDrawer(std::wstring_view recordName);
 /// Straight or curved, with the arrow by dimension style and overrides, and the line under a text above it.
 /// What it leads to is an entity of its own. A first segment shorter than two arrows has none.
 void drawLeader(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
-/// Lines, landings, arrows and contents as its context has them, with the ground of its text; breaks of curved
-/// lines are shown closed.
+/// Lines, landings, arrows and contents as its context has them, with the ground of its text; breaks of
+/// curved lines are shown closed.
 void drawMultileader(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
 /// Elements with their breaks, joints, square and round caps, and the fill, by its style.
 void drawMline(AcGiWorldDraw& draw, const AcDbOpaqueEntity& entity);
