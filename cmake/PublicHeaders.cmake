@@ -27,7 +27,7 @@ set(VEXO_KIT_HEADERS
   dbobject.h dbobjectiterator.h dbobjptr.h dbopaque.h dbopen.h dbordinatedimension.h dbpl.h dbplhldr.h dbpoint.h
   dbpolyline.h dbradialdimension.h dbray.h dbregapptable.h dbregapptablerecord.h dbrotateddimension.h
   dbsequenceend.h dbsolid.h dbsource.h dbspline.h dbsymboltable.h dbsymboltablerecord.h dbsymtb.h dbtext.h
-  dbtextstyletable.h dbtextstyletablerecord.h dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewporttable.h
+  dbtextstyletable.h dbtextstyletablerecord.h dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewport.h dbviewporttable.h
   dbviewporttablerecord.h dbviewtable.h dbviewtablerecord.h dbxline.h dbxrecrd.h debuglogoption.h deferredinput.h
   desktop.h dialogtemplate.h dimensionvariablelist.h dimensionvariables.h dimensionvariabletable.h drawingreader.h
   drawingversion.h drawingwriter.h entitycoordinates.h fielditems.h filesharing.h fontmetrics.h formchanges.h

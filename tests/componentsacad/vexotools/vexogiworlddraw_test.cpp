@@ -2,6 +2,7 @@
 #include "hosttest.h"
 #include "vexogiworlddraw.h"
 
+#include "blockdrawing.h"
 #include "dbents.h"
 #include "dbhatch.h"
 #include "dbmtext.h"
@@ -222,6 +223,24 @@ TEST_F(WorldDraw, RunsOfTextsHaveTheirColours) {
     ASSERT_EQ(kindsOf(parts), "MText MText MText Circle ");
     const int colors[] = {3, 1, 3, 3};
     for (std::size_t i = 0; i < parts.size(); ++i) EXPECT_EQ(parts[i]->colorIndex(), colors[i]) << i;
+}
+
+// Tables, arrows and the like draw blocks: each piece stands in its place, by-block ones in the look around.
+TEST_F(WorldDraw, BlocksGiveTheirPiecesWhereTheyStand) {
+    const AcDbObjectId block = drawingtest::addRecord<AcDbBlockTable>(database(), L"Arrow");
+    for (const int color : {0, 2}) {
+        auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
+        line->setColorIndex(static_cast<Adesk::UInt16>(color));
+        drawingtest::append(block, line);
+    }
+    const Parts parts = captured([&](VEXOGiWorldDraw& draw) {
+        draw.subEntityTraits().setColor(5);
+        hostkit::drawBlock(draw, block, AcGeMatrix3d::translation({10, 0, 0}));
+    });
+    ASSERT_EQ(kindsOf(parts), "Line Line ");
+    EXPECT_EQ(parts[0]->colorIndex(), 5);
+    EXPECT_EQ(parts[1]->colorIndex(), 2);
+    EXPECT_EQ(static_cast<const AcDbLine&>(*parts[0]).endPoint(), AcGePoint3d(11, 0, 0));
 }
 
 TEST_F(WorldDraw, DrawablesAreHandedOnAndListsAreAppendedTo) {

@@ -3,6 +3,7 @@
 #include "curvecases.h"
 #include "entitypicking.h"
 
+#include "acgi.h"
 #include "dbface.h"
 #include "dbhatch.h"
 #include "dbmtext.h"
@@ -221,6 +222,27 @@ public:
         return extents.set({1, 2, 3}, {4, 6, 9});
     }
 };
+
+/// One that draws an endless line and a stroke.
+class Sight : public AcDbEntity {
+public:
+    Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override {
+        const AcGePoint3d ends[] = {{0, 0, 0}, {0, 5, 0}};
+        draw->geometry().polyline(2, ends);
+        draw->geometry().xline({0, 0, 0}, {1, 1, 0});
+        return Adesk::kTrue;
+    }
+};
+
+TEST(PickingCases, WhatIsDrawnWithoutEndHasNoBox) {
+    const Sight sight;
+    AcDbExtents box;
+    EXPECT_EQ(sight.getGeomExtents(box), Acad::eInvalidExtents);
+    check(sight, {{"far out on the line", dot(1e5, 1e5), true, false},
+                  {"on the stroke", dot(0, 4), true, false},
+                  {"around the stroke", PickRegion::box({-1, -1}, {1, 6}), true, false},
+                  {"beside both", dot(9, 4), false, false}});
+}
 
 TEST(PickingCases, OtherClassesAreTheirBox) {
     const Crate crate;

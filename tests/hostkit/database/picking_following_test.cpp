@@ -156,6 +156,9 @@ TEST_F(PickFollowing, WhatIsDrawnCountsAsItIsSeen) {
     append(m_blocks[0], new AcDbPoint({7, 7, 0}));
     ASSERT_EQ(stamp->getGeomExtents(box), Acad::eOk);
     EXPECT_EQ(box.maxPoint(), AcGePoint3d(8, 7, 0)) << "a point two blocks deep";
+    const auto* dimension = DatabaseAccess::objectOf<AcDbEntity>(m_dimension);
+    ASSERT_EQ(dimension->getGeomExtents(box), Acad::eOk);
+    EXPECT_EQ(box.maxPoint(), AcGePoint3d(8, 7, 0)) << "as large as its block";
     EXPECT_TRUE(takes(0.5, 0.0));
     EXPECT_TRUE(takes(8.0, 7.0));
     const AcDbObjectId layer = addRecord<AcDbLayerTable>(m_drawing, L"Hidden");
