@@ -32,6 +32,7 @@
 #include "gevec3d.h"
 #include "shownspline.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace hostkit {
@@ -161,16 +162,15 @@ bool DrawnShower::mayPass(const AcDbExtents& box) const {
     if (box.isEmpty()) return true;
     m_hasShown = true;
     if (m_probe.isDecided()) return true;
-    if (clip())
-        for (unsigned int axis = 0; axis < 2; ++axis)
-            if (!(box.minPoint()[axis] <= clip()->maxPoint()[axis] &&
-                  clip()->minPoint()[axis] <= box.maxPoint()[axis]))
-                return true;
+    AcGePoint3d low = box.minPoint(), high = box.maxPoint();
+    for (unsigned int axis = 0; clip() && axis < 2; ++axis) {
+        low[axis] = std::max(low[axis], clip()->minPoint()[axis]);
+        high[axis] = std::min(high[axis], clip()->maxPoint()[axis]);
+        if (!(low[axis] <= high[axis])) return true;
+    }
     PlaneBox hull;
     for (unsigned int corner = 0; corner < 8; ++corner) {
-        const auto side = [&](unsigned int axis) {
-            return (corner >> axis & 1 ? box.maxPoint() : box.minPoint())[axis];
-        };
+        const auto side = [&](unsigned int axis) { return (corner >> axis & 1 ? high : low)[axis]; };
         hull.add(m_toView(AcGePoint3d(side(0), side(1), side(2))));
     }
     return m_probe.mayPass(hull);

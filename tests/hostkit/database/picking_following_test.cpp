@@ -160,6 +160,7 @@ TEST_F(PickFollowing, WhatIsDrawnCountsAsItIsSeen) {
     ASSERT_EQ(dimension->getGeomExtents(box), Acad::eOk);
     EXPECT_EQ(box.maxPoint(), AcGePoint3d(8, 7, 0)) << "as large as its block";
     EXPECT_TRUE(takes(0.5, 0.0));
+    EXPECT_FALSE(takes(1.8, 0.0)) << "cut off";
     EXPECT_TRUE(takes(8.0, 7.0));
     const AcDbObjectId layer = addRecord<AcDbLayerTable>(m_drawing, L"Hidden");
     change<AcDbEntity>(m_middle, [&](auto& entity) { (void)entity.setLayer(layer); });
