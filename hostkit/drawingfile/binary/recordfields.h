@@ -1,0 +1,85 @@
+// The fields of one record of a binary drawing, as they stand in it.
+#pragma once
+
+#include "binarycontainer.h"
+#include "bitreader.h"
+#include "recordlayout.h"
+
+#include <optional>
+
+namespace hostkit {
+
+/// One value with the step of the layout that it was read by.
+struct RecordField {
+    std::uint16_t step = 0;
+    union {
+        std::int64_t whole;
+        double real[3];
+        struct {
+            std::uint64_t firstBit; ///< of the text's characters, or of the bytes, in the bits that were read
+            std::uint64_t count;    ///< characters, or bytes
+        } run;
+        struct {
+            std::int32_t index, value;
+            std::uint32_t hasValue;
+            std::uint32_t transparency; ///< of an entity
+        } color;
+        BinaryHandle reference;
+    };
+    RecordField()
+        : real{} {}
+};
+
+/// A record: where its three streams begin and end, and what they hold. The fields of a record that has no layout are the common ones.
+struct RecordFields {
+    const RecordLayout* layout = nullptr;
+    unsigned type = 0;
+    std::uint64_t handle = 0;
+    bool isKnown = false;       ///< it has a layout
+    bool isWhole = false;       ///< all three streams ended where they had to
+    bool isSumRight = true;     ///< its checksum
+    std::size_t dataBegin = 0, dataEnd = 0; ///< bits: of what follows the common fields, where they have been read alone, and their end
+    std::size_t textBegin = 0, textEnd = 0, referencesBegin = 0, referencesEnd = 0;
+    std::vector<RecordField> fields;
+    std::vector<BinaryHandle> references; ///< all, in their order
+};
+
+/// How a class of a drawing is numbered and named.
+struct BinaryClass {
+    unsigned number = 0;
+    int proxyFlags = 0;
+    std::string application, className, dxfName; ///< UTF-8
+    bool wasProxy = false, isEntity = false;
+    std::int32_t instances = 0;
+};
+
+/// Reads records of one drawing; what it is given must outlive it.
+class RecordReading {
+public:
+    RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes);
+
+    /// The record at the offset in the section of objects. False where nothing can be made of it: it goes past the section's end, or its
+    /// parts past its own. `fields` is used again from one record to the next.
+    [[nodiscard]] bool read(std::size_t offset, RecordFields& fields);
+    /// Characters of a text that was read: bytes of the drawing's code page up to 2004, from then on UTF-16. A zero at the end is left out.
+    [[nodiscard]] std::string text(const RecordField& field) const;
+    [[nodiscard]] ByteSpan objects() const { return m_objects; }
+
+private:
+    friend class FieldReading;
+
+    [[nodiscard]] bool findStreams(std::size_t offset, RecordFields& fields);
+    [[nodiscard]] const RecordLayout* layoutOf(unsigned type, bool& isKnown) const;
+
+    const BinaryContainer& m_container;
+    std::span<const BinaryClass> m_classes;
+    const RecordLayouts& m_layouts;
+    ByteSpan m_objects;
+    int m_form;
+    std::vector<double> m_values;
+};
+
+/// Fault in a section's checksum or end is told in the container.
+[[nodiscard]] std::vector<BinaryClass> readClasses(BinaryContainer& container);
+
+} // namespace hostkit

@@ -1,0 +1,270 @@
+#include "recordlayout.h"
+
+#include "recordlayouts.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <stdexcept>
+#include <utility>
+
+namespace hostkit {
+namespace {
+
+struct Line {
+    std::size_t indent;
+    std::string_view text;
+    std::string_view groups;
+};
+
+struct Source {
+    std::string_view code, kind;
+    std::vector<Line> lines;
+};
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(' ');
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
+}
+
+/// The part before the mark, which is taken off the text together with the mark.
+std::string_view takeUntil(std::string_view& text, std::string_view mark) {
+    const std::size_t at = text.find(mark);
+    const std::string_view before = text.substr(0, at);
+    text = at == std::string_view::npos ? std::string_view() : text.substr(at + mark.size());
+    return before;
+}
+
+int numberOf(std::string_view digits, int otherwise) {
+    int value = otherwise;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return value;
+}
+
+/// "[18+] " and its like are taken off; false for lines of other forms.
+bool belongsTo(int form, std::string_view& text) {
+    if (!text.starts_with('[')) return true;
+    text.remove_prefix(1);
+    std::string_view forms = takeUntil(text, "] ");
+    text = trimmed(text);
+    if (forms.ends_with('+')) return form >= numberOf(forms, 0);
+    const std::string_view first = takeUntil(forms, "-");
+    if (forms.empty()) return form == numberOf(first, 0);
+    return form >= numberOf(first, 0) && form <= numberOf(forms, 0);
+}
+
+using Sources = std::map<std::string, Source, std::less<>>;
+
+void addSources(std::string_view text, Sources& sources) {
+    Source* current = nullptr;
+    while (!text.empty()) {
+        std::string_view groups = takeUntil(text, "\n");
+        const std::string_view line = takeUntil(groups, ";");
+        if (line.starts_with("@ ")) {
+            std::string_view head = line.substr(2);
+            const std::string name(takeUntil(head, " "));
+            const std::string_view code = takeUntil(head, " ");
+            current = &sources[name];
+            *current = {code, trimmed(head), {}};
+        } else if (current && !trimmed(line).empty()) {
+            current->lines.push_back({line.find_first_not_of(' '), trimmed(line), trimmed(groups)});
+        }
+    }
+}
+
+const Sources& allSources() {
+    static const Sources sources = [] {
+        Sources all;
+        for (const char* text : {entitiesLayouts, annotationsLayouts, tablesLayouts, objectsLayouts, leadersLayouts, visualsLayouts,
+                                 headerLayouts})
+            addSources(text, all);
+        return all;
+    }();
+    return sources;
+}
+
+constexpr std::array<std::pair<std::string_view, FieldCode>, 33> codes{{
+    {"B", FieldCode::bit}, {"BB", FieldCode::twoBits}, {"RC", FieldCode::rawByte}, {"RS", FieldCode::rawShort},
+    {"RL", FieldCode::rawLong}, {"RLL", FieldCode::rawLongLong}, {"RD", FieldCode::rawDouble}, {"BS", FieldCode::bitShort},
+    {"BL", FieldCode::bitLong}, {"BLL", FieldCode::bitLongLong}, {"BD", FieldCode::bitDouble}, {"BT", FieldCode::thickness},
+    {"BE", FieldCode::direction}, {"2BD", FieldCode::bitPoint2}, {"3BD", FieldCode::bitPoint3}, {"2RD", FieldCode::rawPoint2},
+    {"3RD", FieldCode::rawPoint3}, {"DD", FieldCode::standardDouble}, {"2DD", FieldCode::standardPoint2},
+    {"3DD", FieldCode::standardPoint3}, {"2DDCHAIN", FieldCode::standardChain}, {"TV", FieldCode::text}, {"CMC", FieldCode::color},
+    {"CMCX", FieldCode::longColor}, {"ENC", FieldCode::entityColor}, {"H", FieldCode::reference}, {"HD", FieldCode::ownHandle},
+    {"EED", FieldCode::extendedData}, {"X", FieldCode::bytes}, {"COUNTZ", FieldCode::zeroEnded}, {"SAB", FieldCode::bodyData},
+    {"HREST", FieldCode::references}, {"OPAQUE", FieldCode::opaque}}};
+
+/// Makes the steps of one record of one form.
+class Compiling {
+public:
+    Compiling(int form, RecordLayout& layout)
+        : m_form(form)
+        , m_layout(layout) {
+        m_layout.loopSlot = slotOf("INDEX");
+        m_layout.colorReferenceSlot = slotOf("color_ref");
+    }
+
+    void use(std::string_view part) {
+        const auto found = allSources().find(part);
+        if (found == allSources().end()) throw std::logic_error("no layout: " + std::string(part));
+        if (std::count(m_open.begin(), m_open.end(), part) == deepest) {
+            LayoutStep step;
+            step.code = FieldCode::tooDeep;
+            return m_layout.steps.push_back(std::move(step));
+        }
+        m_open.push_back(part);
+        block(found->second.lines, 0, found->second.lines.size());
+        m_open.pop_back();
+    }
+
+    void finish() { m_layout.slots = static_cast<std::uint16_t>(m_slots); }
+
+private:
+    std::uint16_t slotOf(std::string_view name) {
+        const auto [at, isNew] = m_names.try_emplace(std::string(name), static_cast<std::uint16_t>(m_slots));
+        if (isNew) m_slots += 3; // a point takes three
+        return at->second;
+    }
+    LayoutExpression expression(std::string_view text) {
+        return LayoutExpression(text, [this](std::string_view name) { return slotOf(name); });
+    }
+
+    void block(const std::vector<Line>& lines, std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end;) {
+            std::size_t next = i + 1;
+            while (next < end && lines[next].indent > lines[i].indent)
+                ++next;
+            std::string_view text = lines[i].text;
+            if (belongsTo(m_form, text)) line(lines, i, next, text);
+            i = next;
+        }
+    }
+
+    void line(const std::vector<Line>& lines, std::size_t at, std::size_t next, std::string_view text) {
+        if (text.ends_with(':')) {
+            text.remove_suffix(1);
+            const std::size_t step = m_layout.steps.size();
+            head(text);
+            block(lines, at + 1, next);
+            m_layout.steps[step].end = static_cast<std::uint16_t>(m_layout.steps.size());
+        } else if (text.starts_with("use ")) {
+            use(trimmed(text.substr(4)));
+        } else if (text.starts_with("let ")) {
+            std::string_view rest = text.substr(4);
+            LayoutStep step;
+            step.kind = LayoutStep::Kind::let;
+            step.slot = slotOf(trimmed(takeUntil(rest, "=")));
+            step.condition = expression(trimmed(rest));
+            m_layout.steps.push_back(std::move(step));
+        } else {
+            field(text, lines[at].groups);
+        }
+    }
+
+    void head(std::string_view text) {
+        LayoutStep step;
+        const std::string_view word = takeUntil(text, " ");
+        step.kind = word == "if"      ? LayoutStep::Kind::condition
+                    : word == "else"  ? LayoutStep::Kind::otherwise
+                    : word == "for"   ? LayoutStep::Kind::loop
+                    : word == "while" ? LayoutStep::Kind::whilst
+                                      : throw std::logic_error("no block: " + std::string(word));
+        if (step.kind != LayoutStep::Kind::otherwise) step.condition = expression(trimmed(text));
+        m_layout.steps.push_back(std::move(step));
+    }
+
+    void field(std::string_view text, std::string_view groups) {
+        LayoutStep step;
+        std::string_view own = takeUntil(text, " ? ");
+        if (!trimmed(text).empty()) step.condition = expression(trimmed(text));
+        std::string_view code = takeUntil(own, " ");
+        if (code == "H*") code = "H";
+        if (code.size() == 2 && code[0] == 'H' && code[1] >= '2' && code[1] <= '5') {
+            step.referenceCode = static_cast<std::uint8_t>(code[1] - '0');
+            code = "H";
+        }
+        const auto found = std::find_if(codes.begin(), codes.end(), [&](const auto& entry) { return entry.first == code; });
+        if (found == codes.end()) throw std::logic_error("no code: " + std::string(code));
+        step.code = found->second;
+        own = trimmed(own);
+        if (step.code == FieldCode::bytes) step.count = expression(takeUntil(own, " "));
+        name(own, step);
+        while (!groups.empty())
+            if (const std::string_view word = takeUntil(groups, " "); !word.empty())
+                step.groups.push_back(static_cast<short>(numberOf(word, 0)));
+        m_layout.steps.push_back(std::move(step));
+    }
+
+    /// name, name(standard, ...), name[count]
+    void name(std::string_view text, LayoutStep& step) {
+        if (const std::size_t open = text.find('['); open != std::string_view::npos) {
+            step.count = expression(text.substr(open + 1, text.rfind(']') - open - 1));
+            text = text.substr(0, open);
+        }
+        if (const std::size_t open = text.find('('); open != std::string_view::npos) {
+            std::string_view list = text.substr(open + 1, text.rfind(')') - open - 1);
+            while (!list.empty())
+                step.standard.push_back(expression(trimmed(takeUntil(list, ","))));
+            text = text.substr(0, open);
+        }
+        step.name = trimmed(text);
+        step.slot = slotOf(step.name);
+    }
+
+    static constexpr std::ptrdiff_t deepest = 4; ///< parts within themselves
+
+    int m_form;
+    RecordLayout& m_layout;
+    std::vector<std::string_view> m_open; ///< parts that are being used
+    std::map<std::string, std::uint16_t, std::less<>> m_names;
+    unsigned m_slots = 0;
+};
+
+constexpr std::array<std::pair<std::string_view, std::string_view>, 8> otherNames{{{"ACDBPLACEHOLDER", "PLACEHOLDER"},
+                                                                                   {"LWPLINE", "LWPOLYLINE"},
+                                                                                   {"DICTIONARYWDFLT", "ACDBDICTIONARYWDFLT"},
+                                                                                   {"PDFREFERENCE", "PDFUNDERLAY"}}};
+
+} // namespace
+
+RecordLayouts::RecordLayouts(DrawingVersion version) {
+    const int form = static_cast<int>(version) % 100;
+    for (const auto& [name, source] : allSources()) {
+        const bool isCommon = name == "COMMON-ENTITY" || name == "COMMON-OBJECT";
+        if (source.kind == "P" && !isCommon && name != "HEADER-VARS") continue;
+        auto layout = std::make_unique<RecordLayout>();
+        layout->name = name;
+        layout->number = static_cast<unsigned>(numberOf(source.code, 0));
+        layout->isEntity = source.kind == "E" || name == "COMMON-ENTITY";
+        Compiling compiling(form, *layout);
+        if (source.kind != "P") compiling.use(layout->isEntity ? "COMMON-ENTITY" : "COMMON-OBJECT");
+        compiling.use(name);
+        compiling.finish();
+        if (layout->number) m_byNumber[layout->number] = layout.get();
+        m_byName[name] = std::move(layout);
+    }
+    m_commonEntity = m_byName.at("COMMON-ENTITY").get();
+    m_commonObject = m_byName.at("COMMON-OBJECT").get();
+}
+
+const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
+    static std::map<DrawingVersion, std::unique_ptr<RecordLayouts>> made;
+    std::unique_ptr<RecordLayouts>& layouts = made[version];
+    if (!layouts) layouts.reset(new RecordLayouts(version));
+    return *layouts;
+}
+
+const RecordLayout* RecordLayouts::byNumber(unsigned number) const {
+    const auto found = m_byNumber.find(number);
+    return found == m_byNumber.end() ? nullptr : found->second;
+}
+
+const RecordLayout* RecordLayouts::byName(std::string_view name) const {
+    for (const auto& [other, own] : otherNames)
+        if (name == other && !other.empty()) name = own;
+    const auto found = m_byName.find(name);
+    return found == m_byName.end() ? nullptr : found->second.get();
+}
+
+} // namespace hostkit

@@ -1,0 +1,66 @@
+// The layouts of one form's records, made ready for reading.
+#pragma once
+
+#include "drawingversion.h"
+#include "layoutexpression.h"
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace hostkit {
+
+enum class FieldCode : std::uint8_t {
+    bit, twoBits, rawByte, rawShort, rawLong, rawLongLong, rawDouble, bitShort, bitLong, bitLongLong, bitDouble, thickness, direction,
+    bitPoint2, bitPoint3, rawPoint2, rawPoint3, standardDouble, standardPoint2, standardPoint3, standardChain, text, color, longColor,
+    entityColor, reference, ownHandle, extendedData, bytes, zeroEnded, bodyData, references, opaque,
+    tooDeep ///< a part within itself, deeper than any drawing has it
+};
+
+/// One line of a layout, without those of other forms; parts stand where they are used.
+struct LayoutStep {
+    enum class Kind : std::uint8_t { field, let, condition, otherwise, loop, whilst };
+
+    Kind kind = Kind::field;
+    FieldCode code = FieldCode::bit;
+    std::uint8_t referenceCode = 0;  ///< of a reference: 2 soft owner, 3 hard owner, 4 soft pointer, 5 hard pointer
+    std::uint16_t slot = 0;          ///< the place of its value; of a point the first of three
+    std::uint16_t end = 0;           ///< of a block: the step behind it
+    LayoutExpression condition;      ///< of a field that may be missing, of a block, of a let: its value
+    LayoutExpression count;          ///< of a field that repeats
+    std::vector<LayoutExpression> standard; ///< of fields that are told by what they differ in
+    std::string name;
+    std::vector<short> groups;
+};
+
+/// The layout of one kind of record.
+struct RecordLayout {
+    std::string name;
+    unsigned number = 0; ///< 0 where the drawing's classes number it
+    bool isEntity = false;
+    std::vector<LayoutStep> steps;
+    std::uint16_t slots = 0; ///< how many values there are
+    std::uint16_t loopSlot = 0, colorReferenceSlot = 0; ///< INDEX, and color_ref which an entity's colour sets
+};
+
+/// All layouts of one form. They are made once for each form and live as long as the program.
+class RecordLayouts {
+public:
+    [[nodiscard]] static const RecordLayouts& of(DrawingVersion version);
+
+    /// Null where the number, or the class name, has none. Class names that stand for a fixed number find its layout.
+    [[nodiscard]] const RecordLayout* byNumber(unsigned number) const;
+    [[nodiscard]] const RecordLayout* byName(std::string_view name) const;
+    /// The common fields alone, for records that have no layout: their handle, extended data and references to owner and reactors.
+    [[nodiscard]] const RecordLayout& commonEntity() const { return *m_commonEntity; }
+    [[nodiscard]] const RecordLayout& commonObject() const { return *m_commonObject; }
+
+private:
+    explicit RecordLayouts(DrawingVersion version);
+
+    std::map<std::string, std::unique_ptr<RecordLayout>, std::less<>> m_byName;
+    std::map<unsigned, const RecordLayout*> m_byNumber;
+    const RecordLayout *m_commonEntity = nullptr, *m_commonObject = nullptr;
+};
+
+} // namespace hostkit
