@@ -19,8 +19,7 @@ constexpr std::array<Word, 256> tableOf(Word polynomial) {
 
 template <class Word>
 Word updated(const std::array<Word, 256>& table, Word value, std::span<const std::uint8_t> bytes) {
-    for (std::uint8_t byte : bytes)
-        value = static_cast<Word>((value >> 8) ^ table[(value ^ byte) & 0xFF]);
+    for (std::uint8_t byte : bytes) value = static_cast<Word>((value >> 8) ^ table[(value ^ byte) & 0xFF]);
     return value;
 }
 

@@ -18,9 +18,9 @@ std::string textOf(BitReader& reader, bool isWide) {
     std::string text;
     const auto count = static_cast<std::uint16_t>(reader.bitShort());
     for (unsigned i = 0; i < count && !reader.failed(); ++i)
-        isWide ? appendUtf8(text, static_cast<wchar_t>(reader.rawShort())) : text.push_back(static_cast<char>(reader.rawByte()));
-    while (!text.empty() && text.back() == 0)
-        text.pop_back();
+        isWide ? appendUtf8(text, static_cast<wchar_t>(reader.rawShort()))
+               : text.push_back(static_cast<char>(reader.rawByte()));
+    while (!text.empty() && text.back() == 0) text.pop_back();
     return text;
 }
 
@@ -82,8 +82,7 @@ std::vector<BinaryClass> readClasses(BinaryContainer& container) {
         one.isEntity = static_cast<unsigned>(data.bitShort()) == entityItem;
         if (form >= 18) {
             one.instances = data.bitLong();
-            for (int i = 0; i < 4; ++i)
-                data.bitLong();
+            for (int i = 0; i < 4; ++i) data.bitLong();
         }
         if (!data.failed() && one.number == firstNumber + classes.size() - 1) continue;
         classes.pop_back();

@@ -30,9 +30,7 @@ ByteSpan partOf(ByteSpan bytes, std::size_t at, std::size_t count) {
 
 namespace {
 
-bool isDigit(std::uint8_t byte) {
-    return byte >= '0' && byte <= '9';
-}
+bool isDigit(std::uint8_t byte) { return byte >= '0' && byte <= '9'; }
 
 } // namespace
 
@@ -42,7 +40,8 @@ bool isBinaryDrawing(ByteSpan file) {
 }
 
 bool openContainer(ByteSpan file, BinaryContainer& container) {
-    const std::string name(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(file.size(), 6)));
+    const std::string name(file.begin(),
+                           file.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(file.size(), 6)));
     if (!isBinaryDrawing(file)) {
         container.addFault(0, {}, L"it is no binary drawing");
         return false;
@@ -61,15 +60,17 @@ bool openContainer(ByteSpan file, BinaryContainer& container) {
             container.version = *versionFromName(form);
             return open(file, container);
         }
-    container.addFault(0, {}, L"binary drawings of the form " + std::wstring(name.begin(), name.end()) + L" are not read");
+    container.addFault(
+        0, {}, L"binary drawings of the form " + std::wstring(name.begin(), name.end()) + L" are not read");
     return false;
 }
 
-// --- The form 2000: sections at addresses in the file ------------------------------------------------------------------
+// --- The form 2000: sections at addresses in the file
+// ------------------------------------------------------------------
 
 bool openContainer2000(ByteSpan file, BinaryContainer& container) {
-    constexpr std::array names{"AcDb:Header", "AcDb:Classes", "AcDb:Handles", "AcDb:ObjFreeSpace", "AcDb:Template",
-                               "AcDb:AuxHeader"};
+    constexpr std::array names{"AcDb:Header",       "AcDb:Classes",  "AcDb:Handles",
+                               "AcDb:ObjFreeSpace", "AcDb:Template", "AcDb:AuxHeader"};
     const std::size_t count = std::min<std::size_t>(longAt(file, 0x15), names.size());
     const std::size_t end = 0x19 + 9 * count;
     if (file.size() < end + 2) {
@@ -83,7 +84,8 @@ bool openContainer2000(ByteSpan file, BinaryContainer& container) {
         const std::size_t address = longAt(file, 0x1A + 9 * i), size = longAt(file, 0x1E + 9 * i);
         if (number >= names.size() || size == 0) continue;
         const ByteSpan part = partOf(file, address, size);
-        if (part.size() < size) container.addFault(address, names[number], L"the section goes past the end of the file");
+        if (part.size() < size)
+            container.addFault(address, names[number], L"the section goes past the end of the file");
         container.sections[names[number]].assign(part.begin(), part.end());
     }
     container.sections["AcDb:AcDbObjects"].assign(file.begin(), file.end());

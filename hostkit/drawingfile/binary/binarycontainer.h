@@ -21,14 +21,15 @@ struct BinaryFault {
     std::wstring reason;
 };
 
-/// A binary drawing of the forms 2000 to 2018 as its sections. In the form 2000 the section of objects is the whole file, since
-/// the map has addresses in it; in all others it is a section like others.
+/// A binary drawing of the forms 2000 to 2018 as its sections. In the form 2000 the section of objects is the
+/// whole file, since the map has addresses in it; in all others it is a section like others.
 struct BinaryContainer {
     DrawingVersion version = DrawingVersion::k2000;
-    unsigned maintenance = 0;   ///< of the form
-    unsigned codePage = 30;     ///< the format's own number; 30 is Windows-1252
+    unsigned maintenance = 0; ///< of the form
+    unsigned codePage = 30;   ///< the format's own number; 30 is Windows-1252
     std::map<std::string, std::vector<std::uint8_t>, std::less<>> sections; ///< "AcDb:Header", ...
-    std::vector<BinaryFault> faults; ///< a page that is damaged leaves zeros in its section; at most faultLimit
+    std::vector<BinaryFault>
+        faults; ///< a page that is damaged leaves zeros in its section; at most faultLimit
 
     static constexpr std::size_t faultLimit = 1000;
 
@@ -40,8 +41,8 @@ struct BinaryContainer {
 /// Whether the bytes begin as a binary drawing of any form does: "AC10" and two digits, no line end behind.
 [[nodiscard]] bool isBinaryDrawing(ByteSpan file);
 
-/// False where the file is of no form that is known, is locked by a password, or holds no section; the last fault says why. `file` must
-/// live as long as nothing but the call.
+/// False where the file is of no form that is known, is locked by a password, or holds no section; the last
+/// fault says why. `file` must live as long as nothing but the call.
 [[nodiscard]] bool openContainer(ByteSpan file, BinaryContainer& container);
 
 // The forms, each for itself.
@@ -54,9 +55,7 @@ struct BinaryContainer {
 inline std::uint32_t longAt(ByteSpan bytes, std::size_t at) {
     return static_cast<std::uint32_t>(littleEndian(bytes, at, 4));
 }
-inline std::uint64_t longLongAt(ByteSpan bytes, std::size_t at) {
-    return littleEndian(bytes, at, 8);
-}
+inline std::uint64_t longLongAt(ByteSpan bytes, std::size_t at) { return littleEndian(bytes, at, 8); }
 /// The part that lies within the bytes.
 [[nodiscard]] ByteSpan partOf(ByteSpan bytes, std::size_t at, std::size_t count);
 

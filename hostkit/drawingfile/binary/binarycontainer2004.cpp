@@ -12,7 +12,8 @@ namespace {
 constexpr std::size_t headerAt = 0x80, headerSize = 0x6C, pagesAt = 0x100;
 constexpr std::uint32_t pageMapMark = 0x41630E3B, sectionMapMark = 0x4163003B, dataPageMark = 0x4163043B;
 constexpr std::uint32_t dataPageScramble = 0x4164536B;
-/// No section is larger than this many times the file; more is damage, since pages shrink by some 250 at most.
+/// No section is larger than this many times the file; more is damage, since pages shrink by some 250 at
+/// most.
 constexpr std::uint64_t mostGrowth = 300;
 
 struct PagePlace {
@@ -33,13 +34,16 @@ public:
             return refuse(headerAt, L"the scrambled part of the file's header is damaged");
         std::vector<std::uint8_t> zeroed = header;
         std::fill_n(zeroed.begin() + 0x68, 4, std::uint8_t{0});
-        if (checksum32(zeroed) != longAt(header, 0x68)) fault(headerAt + 0x68, L"the checksum of the scrambled header is wrong");
+        if (checksum32(zeroed) != longAt(header, 0x68))
+            fault(headerAt + 0x68, L"the checksum of the scrambled header is wrong");
         const std::uint64_t pageMapAt = longLongAt(header, 0x54) + pagesAt;
         std::vector<std::uint8_t> map;
-        if (!systemPage(pageMapAt, pageMapMark, map)) return refuse(pageMapAt, L"the map of pages is damaged");
+        if (!systemPage(pageMapAt, pageMapMark, map))
+            return refuse(pageMapAt, L"the map of pages is damaged");
         placePages(map);
         const auto sectionMap = m_places.find(longAt(header, 0x5C));
-        if (sectionMap == m_places.end()) return refuse(pageMapAt, L"the map of pages does not have the map of sections");
+        if (sectionMap == m_places.end())
+            return refuse(pageMapAt, L"the map of pages does not have the map of sections");
         const std::size_t at = sectionMap->second.address;
         if (!systemPage(at, sectionMapMark, map)) return refuse(at, L"the map of sections is damaged");
         return readSections(map);
@@ -72,7 +76,8 @@ private:
         if (packed.size() < longAt(head, 8) || size > packed.size() * mostGrowth) return false;
         std::vector<std::uint8_t> zeroed(head.begin(), head.end());
         std::fill_n(zeroed.begin() + 16, 4, std::uint8_t{0});
-        if (pageChecksum(packed, pageChecksum(zeroed)) != longAt(head, 16)) fault(at, L"the checksum of a map is wrong");
+        if (pageChecksum(packed, pageChecksum(zeroed)) != longAt(head, 16))
+            fault(at, L"the checksum of a map is wrong");
         return unpackPage(packed, size, out) && out.size() == size;
     }
 
@@ -81,7 +86,9 @@ private:
         for (std::size_t at = 0; at + 8 <= map.size(); at += 8) {
             const auto number = static_cast<std::int32_t>(longAt(map, at));
             const auto size = static_cast<std::int32_t>(longAt(map, at + 4));
-            if (number >= 0) m_places[static_cast<std::uint32_t>(number)] = {address, static_cast<std::size_t>(std::max(size, 0))};
+            if (number >= 0)
+                m_places[static_cast<std::uint32_t>(number)] = {address,
+                                                                static_cast<std::size_t>(std::max(size, 0))};
             if (number < 0) at += 16;
             if (size > 0) address += static_cast<std::size_t>(size);
         }
@@ -107,8 +114,7 @@ private:
         const std::size_t capacity = longAt(entry, 0x0C);
         const bool isPacked = longAt(entry, 0x14) == 2;
         std::string name;
-        for (std::size_t i = 0x20; i < 0x60 && entry[i]; ++i)
-            name += static_cast<char>(entry[i]);
+        for (std::size_t i = 0x20; i < 0x60 && entry[i]; ++i) name += static_cast<char>(entry[i]);
         if (name.empty()) return;
         if (longAt(entry, 0x1C) == 1) return fault(0, L"the section is locked by a password", name);
         if (size > m_file.size() * mostGrowth + 0x10000 || capacity > 0x4000000)
@@ -124,7 +130,8 @@ private:
     void readPage(std::uint32_t number, std::uint64_t offset, std::size_t capacity, bool isPacked,
                   const std::string& name, std::vector<std::uint8_t>& out) {
         const auto place = m_places.find(number);
-        if (place == m_places.end()) return fault(0, L"a page of the section is not in the map of pages", name);
+        if (place == m_places.end())
+            return fault(0, L"a page of the section is not in the map of pages", name);
         const std::size_t at = place->second.address;
         const ByteSpan raw = partOf(m_file, at, 32);
         if (raw.size() < 32) return fault(at, L"a page lies past the end of the file", name);

@@ -8,7 +8,8 @@
 
 namespace hostkit {
 
-/// A reference as it stands in a record: what kind of reference, and a handle or its distance from the record's own.
+/// A reference as it stands in a record: what kind of reference, and a handle or its distance from the
+/// record's own.
 struct BinaryHandle {
     std::uint8_t code = 0;
     std::uint64_t value = 0;
@@ -16,17 +17,22 @@ struct BinaryHandle {
     /// The handle itself: codes 6, 8, A and C tell it by its distance from `own`. 0 refers to nothing.
     [[nodiscard]] std::uint64_t resolved(std::uint64_t own) const {
         switch (code) {
-        case 0x6: return own + 1;
-        case 0x8: return own - 1;
-        case 0xA: return own + value;
-        case 0xC: return own - value;
-        default: return value;
+        case 0x6:
+            return own + 1;
+        case 0x8:
+            return own - 1;
+        case 0xA:
+            return own + value;
+        case 0xC:
+            return own - value;
+        default:
+            return value;
         }
     }
 };
 
-/// Takes values from the most significant bit of each byte on. What would be read past the end is 0, and everything after it too;
-/// `failed` then says so, so that a record is read whole and looked at once.
+/// Takes values from the most significant bit of each byte on. What would be read past the end is 0, and
+/// everything after it too; `failed` then says so, so that a record is read whole and looked at once.
 class BitReader {
 public:
     explicit BitReader(std::span<const std::uint8_t> bytes)
@@ -68,7 +74,7 @@ public:
     }
     double rawDouble();
 
-    int bitShort();                 ///< of 16 bits with a sign; a byte has none
+    int bitShort(); ///< of 16 bits with a sign; a byte has none
     std::int32_t bitLong();
     std::uint64_t bitLongLong();
     double bitDouble();

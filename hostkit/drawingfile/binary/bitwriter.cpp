@@ -18,9 +18,7 @@ void BitWriter::bits(std::uint64_t value, unsigned count) {
     }
 }
 
-void BitWriter::rawDouble(double value) {
-    rawLongLong(std::bit_cast<std::uint64_t>(value));
-}
+void BitWriter::rawDouble(double value) { rawLongLong(std::bit_cast<std::uint64_t>(value)); }
 
 void BitWriter::bitShort(int value) {
     if (value == 0) return bits(2, 2);
@@ -40,8 +38,7 @@ void BitWriter::bitLong(std::int32_t value) {
 void BitWriter::bitLongLong(std::uint64_t value) {
     const auto count = static_cast<unsigned>((std::bit_width(value) + 7) / 8);
     bits(std::min(count, 7U), 3);
-    for (unsigned i = 0; i < std::min(count, 7U); ++i)
-        rawByte(static_cast<std::uint8_t>(value >> (8 * i)));
+    for (unsigned i = 0; i < std::min(count, 7U); ++i) rawByte(static_cast<std::uint8_t>(value >> (8 * i)));
 }
 
 void BitWriter::bitDouble(double value) {
@@ -69,14 +66,12 @@ void BitWriter::bitDouble(double value, double standard) {
 
 void BitWriter::modularChar(std::int64_t value) {
     std::uint64_t rest = value < 0 ? -static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-    for (; rest > 0x3F; rest >>= 7)
-        rawByte(static_cast<std::uint8_t>((rest & 0x7F) | 0x80));
+    for (; rest > 0x3F; rest >>= 7) rawByte(static_cast<std::uint8_t>((rest & 0x7F) | 0x80));
     rawByte(static_cast<std::uint8_t>(rest | (value < 0 ? 0x40 : 0)));
 }
 
 void BitWriter::unsignedModularChar(std::uint64_t value) {
-    for (; value > 0x7F; value >>= 7)
-        rawByte(static_cast<std::uint8_t>((value & 0x7F) | 0x80));
+    for (; value > 0x7F; value >>= 7) rawByte(static_cast<std::uint8_t>((value & 0x7F) | 0x80));
     rawByte(static_cast<std::uint8_t>(value));
 }
 
@@ -105,8 +100,7 @@ void BitWriter::handle(BinaryHandle handle) {
     const auto count = static_cast<unsigned>((std::bit_width(handle.value) + 7) / 8);
     bits(handle.code, 4);
     bits(count, 4);
-    for (unsigned i = count; i-- > 0;)
-        rawByte(static_cast<std::uint8_t>(handle.value >> (8 * i)));
+    for (unsigned i = count; i-- > 0;) rawByte(static_cast<std::uint8_t>(handle.value >> (8 * i)));
 }
 
 void BitWriter::append(std::span<const std::uint8_t> bytes, std::size_t firstBit, std::size_t endBit) {
@@ -118,8 +112,7 @@ void BitWriter::append(std::span<const std::uint8_t> bytes, std::size_t firstBit
 }
 
 void BitWriter::pad(bool value) {
-    while (m_bits & 7)
-        bit(value);
+    while (m_bits & 7) bit(value);
 }
 
 void BitWriter::overwriteLong(std::size_t bit, std::uint32_t value) {

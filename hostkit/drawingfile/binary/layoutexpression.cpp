@@ -11,7 +11,8 @@ namespace hostkit {
 
 class LayoutExpression::Parser {
 public:
-    Parser(std::string_view text, const std::function<std::uint16_t(std::string_view)>& slotOf, std::vector<Step>& steps)
+    Parser(std::string_view text, const std::function<std::uint16_t(std::string_view)>& slotOf,
+           std::vector<Step>& steps)
         : m_text(text)
         , m_slotOf(slotOf)
         , m_steps(steps) {}
@@ -47,8 +48,7 @@ private:
 
     [[noreturn]] void fail() const { throw std::logic_error("no expression: " + std::string(m_text)); }
     void skipBlanks() {
-        while (m_at < m_text.size() && m_text[m_at] == ' ')
-            ++m_at;
+        while (m_at < m_text.size() && m_text[m_at] == ' ') ++m_at;
     }
     bool take(std::string_view sign) {
         skipBlanks();
@@ -92,16 +92,19 @@ private:
     void operand() {
         skipBlanks();
         const std::size_t begin = m_at;
-        while (m_at < m_text.size() && (std::isalnum(static_cast<unsigned char>(m_text[m_at])) || m_text[m_at] == '_' || m_text[m_at] == '.'))
+        while (m_at < m_text.size() && (std::isalnum(static_cast<unsigned char>(m_text[m_at])) ||
+                                        m_text[m_at] == '_' || m_text[m_at] == '.'))
             ++m_at;
         const std::string_view word = m_text.substr(begin, m_at - begin);
         if (word.empty()) fail();
-        if (!std::isdigit(static_cast<unsigned char>(word.front()))) return m_steps.push_back({Kind::name, m_slotOf(word)});
+        if (!std::isdigit(static_cast<unsigned char>(word.front())))
+            return m_steps.push_back({Kind::name, m_slotOf(word)});
         const bool isHex = word.starts_with("0x");
         double number = 0.0;
         std::uint32_t whole = 0;
         const char* const end = word.data() + word.size();
-        const auto result = isHex ? std::from_chars(word.data() + 2, end, whole, 16) : std::from_chars(word.data(), end, number);
+        const auto result = isHex ? std::from_chars(word.data() + 2, end, whole, 16)
+                                  : std::from_chars(word.data(), end, number);
         if (result.ptr != end) fail();
         m_steps.push_back({Kind::number, 0, isHex ? whole : number});
     }
@@ -112,31 +115,52 @@ private:
     std::vector<Step>& m_steps;
 };
 
-LayoutExpression::LayoutExpression(std::string_view text, const std::function<std::uint16_t(std::string_view)>& slotOf) {
+LayoutExpression::LayoutExpression(std::string_view text,
+                                   const std::function<std::uint16_t(std::string_view)>& slotOf) {
     Parser(text, slotOf, m_steps).run();
 }
 
 double LayoutExpression::applied(Kind kind, double a, double b) {
-    const auto whole = [](double value) { return std::abs(value) < 9.0e18 ? static_cast<std::int64_t>(value) : 0; };
+    const auto whole = [](double value) {
+        return std::abs(value) < 9.0e18 ? static_cast<std::int64_t>(value) : 0;
+    };
     switch (kind) {
-    case Kind::either: return a != 0.0 || b != 0.0;
-    case Kind::both: return a != 0.0 && b != 0.0;
-    case Kind::bitOr: return static_cast<double>(whole(a) | whole(b));
-    case Kind::bitAnd: return static_cast<double>(whole(a) & whole(b));
-    case Kind::equal: return a == b;
-    case Kind::unequal: return a != b;
-    case Kind::less: return a < b;
-    case Kind::lessEqual: return a <= b;
-    case Kind::more: return a > b;
-    case Kind::moreEqual: return a >= b;
-    case Kind::left: return static_cast<double>(whole(a) << (whole(b) & 31));
-    case Kind::right: return static_cast<double>(whole(a) >> (whole(b) & 63));
-    case Kind::plus: return a + b;
-    case Kind::minus: return a - b;
-    case Kind::times: return a * b;
-    case Kind::negate: return b == 0.0;
-    case Kind::opposite: return -b;
-    default: return 0.0;
+    case Kind::either:
+        return a != 0.0 || b != 0.0;
+    case Kind::both:
+        return a != 0.0 && b != 0.0;
+    case Kind::bitOr:
+        return static_cast<double>(whole(a) | whole(b));
+    case Kind::bitAnd:
+        return static_cast<double>(whole(a) & whole(b));
+    case Kind::equal:
+        return a == b;
+    case Kind::unequal:
+        return a != b;
+    case Kind::less:
+        return a < b;
+    case Kind::lessEqual:
+        return a <= b;
+    case Kind::more:
+        return a > b;
+    case Kind::moreEqual:
+        return a >= b;
+    case Kind::left:
+        return static_cast<double>(whole(a) << (whole(b) & 31));
+    case Kind::right:
+        return static_cast<double>(whole(a) >> (whole(b) & 63));
+    case Kind::plus:
+        return a + b;
+    case Kind::minus:
+        return a - b;
+    case Kind::times:
+        return a * b;
+    case Kind::negate:
+        return b == 0.0;
+    case Kind::opposite:
+        return -b;
+    default:
+        return 0.0;
     }
 }
 

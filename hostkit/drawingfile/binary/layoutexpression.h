@@ -13,8 +13,8 @@ namespace hostkit {
 class LayoutExpression {
 public:
     LayoutExpression() = default;
-    /// `slotOf` gives each name its place among the values. Throws std::logic_error where the text is no expression: the layouts
-    /// stand in the program, so that this is a fault of theirs.
+    /// `slotOf` gives each name its place among the values. Throws std::logic_error where the text is no
+    /// expression: the layouts stand in the program, so that this is a fault of theirs.
     LayoutExpression(std::string_view text, const std::function<std::uint16_t(std::string_view)>& slotOf);
 
     [[nodiscard]] bool empty() const { return m_steps.empty(); }
@@ -25,7 +25,25 @@ public:
 
 private:
     enum class Kind : std::uint8_t {
-        number, name, either, both, bitOr, bitAnd, equal, unequal, less, lessEqual, more, moreEqual, left, right, plus, minus, times, negate, opposite
+        number,
+        name,
+        either,
+        both,
+        bitOr,
+        bitAnd,
+        equal,
+        unequal,
+        less,
+        lessEqual,
+        more,
+        moreEqual,
+        left,
+        right,
+        plus,
+        minus,
+        times,
+        negate,
+        opposite
     };
     struct Step {
         Kind kind;

@@ -19,7 +19,8 @@ void readPart(ByteSpan part, std::size_t at, BinaryContainer& container, std::ve
         offset += reader.modularChar();
         handle += step;
         const bool ascends = step > 0 && (places.empty() || handle > places.back().handle);
-        if (reader.failed() || !ascends) return container.addFault(at, mapName, L"a part of the map of objects is damaged");
+        if (reader.failed() || !ascends)
+            return container.addFault(at, mapName, L"a part of the map of objects is damaged");
         if (offset > 0 && static_cast<std::uint64_t>(offset) < objects)
             places.push_back({handle, static_cast<std::size_t>(offset)});
         else
@@ -30,7 +31,8 @@ void readPart(ByteSpan part, std::size_t at, BinaryContainer& container, std::ve
 } // namespace
 
 std::vector<ObjectPlace> readObjectMap(BinaryContainer& container) {
-    const std::vector<std::uint8_t> bytes(container.section(mapName).begin(), container.section(mapName).end());
+    const std::vector<std::uint8_t> bytes(container.section(mapName).begin(),
+                                          container.section(mapName).end());
     std::vector<ObjectPlace> places;
     for (std::size_t at = 0; at + 4 <= bytes.size();) {
         const std::size_t size = static_cast<std::size_t>(bytes[at] << 8 | bytes[at + 1]);
@@ -38,7 +40,8 @@ std::vector<ObjectPlace> readObjectMap(BinaryContainer& container) {
         if (size < 2 || size > 2040 || at + size + 2 > bytes.size()) break;
         const ByteSpan part = ByteSpan(bytes).subspan(at, size);
         const auto sum = static_cast<std::uint16_t>(bytes[at + size] << 8 | bytes[at + size + 1]);
-        if (checksum16(part) != sum) container.addFault(at, mapName, L"the checksum of a part of the map is wrong");
+        if (checksum16(part) != sum)
+            container.addFault(at, mapName, L"the checksum of a part of the map is wrong");
         readPart(part, at, container, places);
         at += size + 2;
     }

@@ -10,8 +10,8 @@ struct ObjectPlace {
     std::size_t offset = 0; ///< in the section of objects
 };
 
-/// In the order of the handles. What a damaged part of the map tells is taken as far as it ascends and leads into `objects`; the
-/// rest is told in `container`.
+/// In the order of the handles. What a damaged part of the map tells is taken as far as it ascends and leads
+/// into `objects`; the rest is told in `container`.
 [[nodiscard]] std::vector<ObjectPlace> readObjectMap(BinaryContainer& container);
 
 /// The section's bytes for places of ascending handles.

@@ -23,8 +23,7 @@ public:
     [[nodiscard]] bool run() {
         std::uint8_t op = next();
         op = literals(op);
-        while (!m_failed && op != endMark)
-            op = match(op);
+        while (!m_failed && op != endMark) op = match(op);
         return !m_failed;
     }
 
@@ -39,8 +38,7 @@ private:
     std::size_t extension() {
         std::size_t sum = 0;
         std::uint8_t byte = next();
-        for (; byte == 0 && !m_failed; byte = next())
-            sum += 0xFF;
+        for (; byte == 0 && !m_failed; byte = next()) sum += 0xFF;
         return sum + byte;
     }
 
@@ -126,8 +124,7 @@ public:
             }
             literals(at - m_done);
             match(found);
-            for (const std::size_t end = at + found.length; at < end; ++at)
-                remember(at);
+            for (const std::size_t end = at + found.length; at < end; ++at) remember(at);
             m_done = at;
         }
         literals(m_in.size() - m_done);
@@ -161,11 +158,13 @@ private:
     [[nodiscard]] Match longestAt(std::size_t at) const {
         Match best;
         int tries = mostTries;
-        for (std::int32_t from = m_last[slot(at)]; from >= 0 && tries-- > 0; from = m_before[static_cast<std::size_t>(from)]) {
+        for (std::int32_t from = m_last[slot(at)]; from >= 0 && tries-- > 0;
+             from = m_before[static_cast<std::size_t>(from)]) {
             const std::size_t distance = at - static_cast<std::size_t>(from);
             if (distance > farthest) break;
             std::size_t length = 0;
-            while (at + length < m_in.size() && m_in[at + length] == m_in[static_cast<std::size_t>(from) + length])
+            while (at + length < m_in.size() &&
+                   m_in[at + length] == m_in[static_cast<std::size_t>(from) + length])
                 ++length;
             if (length >= leastMatch && length > best.length) best = {distance, length};
         }
@@ -173,8 +172,7 @@ private:
     }
 
     void extension(std::size_t rest) {
-        for (; rest > 0xFF; rest -= 0xFF)
-            m_out.push_back(0);
+        for (; rest > 0xFF; rest -= 0xFF) m_out.push_back(0);
         m_out.push_back(static_cast<std::uint8_t>(rest));
     }
 
@@ -208,7 +206,8 @@ private:
         const auto op = static_cast<std::uint8_t>(isFar ? 0x10 | (distance >> 14 & 1) << 3 : 0x00);
         // 0x11 is the end mark: a near length of three is told as none has it.
         if (m.length <= longest)
-            m_out.push_back(static_cast<std::uint8_t>(isFar ? op | (m.length - shortest) : m.length + shortest));
+            m_out.push_back(
+                static_cast<std::uint8_t>(isFar ? op | (m.length - shortest) : m.length + shortest));
         else {
             m_out.push_back(isFar ? op : 0x20);
             extension(m.length - longest);
@@ -232,8 +231,6 @@ bool unpackPage(std::span<const std::uint8_t> packed, std::size_t capacity, std:
     return Unpacking(packed, capacity, out).run();
 }
 
-std::vector<std::uint8_t> packPage(std::span<const std::uint8_t> bytes) {
-    return Packing(bytes).run();
-}
+std::vector<std::uint8_t> packPage(std::span<const std::uint8_t> bytes) { return Packing(bytes).run(); }
 
 } // namespace hostkit

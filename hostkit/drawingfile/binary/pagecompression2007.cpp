@@ -7,7 +7,8 @@
 namespace hostkit {
 namespace {
 
-/// The order of a rest of less than 32 literals: runs of bytes by count and first place, ascending, or from the last to the first.
+/// The order of a rest of less than 32 literals: runs of bytes by count and first place, ascending, or from
+/// the last to the first.
 struct LiteralRun {
     std::uint8_t count, first;
     bool isReversed = false;
@@ -85,10 +86,8 @@ private:
             return;
         }
         for (; count >= 32; count -= 32, m_at += 32)
-            for (std::size_t group : {24U, 16U, 8U, 0U})
-                copyRun({8, static_cast<std::uint8_t>(group)});
-        for (LiteralRun run : orders[count])
-            copyRun(run);
+            for (std::size_t group : {24U, 16U, 8U, 0U}) copyRun({8, static_cast<std::uint8_t>(group)});
+        for (LiteralRun run : orders[count]) copyRun(run);
         m_at += count;
     }
 
@@ -144,8 +143,7 @@ private:
             m_failed = true;
             return;
         }
-        for (; length > 0; --length)
-            m_out.push_back(m_out[m_out.size() - distance]);
+        for (; length > 0; --length) m_out.push_back(m_out[m_out.size() - distance]);
     }
 
     std::span<const std::uint8_t> m_in;
@@ -157,7 +155,8 @@ private:
 
 } // namespace
 
-bool unpackPage2007(std::span<const std::uint8_t> packed, std::size_t capacity, std::vector<std::uint8_t>& out) {
+bool unpackPage2007(std::span<const std::uint8_t> packed, std::size_t capacity,
+                    std::vector<std::uint8_t>& out) {
     return Unpacking2007(packed, capacity, out).run();
 }
 

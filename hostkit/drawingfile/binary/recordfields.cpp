@@ -40,15 +40,22 @@ private:
         for (std::size_t i = begin; i < end && !isOver();) {
             const LayoutStep& step = m_out.layout->steps[i];
             switch (step.kind) {
-            case LayoutStep::Kind::let: set(step.slot, step.condition.value(m_values)); break;
-            case LayoutStep::Kind::field: field(step, static_cast<std::uint16_t>(i)); break;
-            default: block(step, i);
+            case LayoutStep::Kind::let:
+                set(step.slot, step.condition.value(m_values));
+                break;
+            case LayoutStep::Kind::field:
+                field(step, static_cast<std::uint16_t>(i));
+                break;
+            default:
+                block(step, i);
             }
             i = step.end ? step.end : i + 1;
         }
     }
 
-    [[nodiscard]] bool isOver() const { return m_failed || m_data.failed() || m_references.failed() || m_text.failed(); }
+    [[nodiscard]] bool isOver() const {
+        return m_failed || m_data.failed() || m_references.failed() || m_text.failed();
+    }
 
     void block(const LayoutStep& step, std::size_t at) {
         switch (step.kind) {
@@ -91,8 +98,7 @@ private:
         const double count = step.count.value(m_values);
         if (!isCount(count)) return;
         if (step.code == FieldCode::standardChain) chainStart(step);
-        for (double i = 0; i < count && !isOver(); ++i)
-            one(step, number);
+        for (double i = 0; i < count && !isOver(); ++i) one(step, number);
     }
 
     RecordField& add(std::uint16_t number) {
@@ -103,32 +109,53 @@ private:
 
     void one(const LayoutStep& step, std::uint16_t number) {
         switch (step.code) {
-        case FieldCode::bit: return whole(step, number, m_data.bit());
-        case FieldCode::twoBits: return whole(step, number, static_cast<std::int64_t>(m_data.bits(2)));
-        case FieldCode::rawByte: return whole(step, number, m_data.rawByte());
-        case FieldCode::rawShort: return whole(step, number, static_cast<std::int16_t>(m_data.rawShort()));
-        case FieldCode::rawLong: return whole(step, number, static_cast<std::int32_t>(m_data.rawLong()));
-        case FieldCode::rawLongLong: return whole(step, number, static_cast<std::int64_t>(m_data.rawLongLong()));
-        case FieldCode::bitShort: return whole(step, number, m_data.bitShort());
-        case FieldCode::bitLong: return whole(step, number, m_data.bitLong());
-        case FieldCode::bitLongLong: return whole(step, number, static_cast<std::int64_t>(m_data.bitLongLong()));
-        case FieldCode::zeroEnded: return whole(step, number, countToZero());
-        case FieldCode::text: return text(number);
-        case FieldCode::bytes: return bytes(step, number);
-        case FieldCode::bodyData: return bodyData(number);
-        case FieldCode::extendedData: return extendedData(number);
+        case FieldCode::bit:
+            return whole(step, number, m_data.bit());
+        case FieldCode::twoBits:
+            return whole(step, number, static_cast<std::int64_t>(m_data.bits(2)));
+        case FieldCode::rawByte:
+            return whole(step, number, m_data.rawByte());
+        case FieldCode::rawShort:
+            return whole(step, number, static_cast<std::int16_t>(m_data.rawShort()));
+        case FieldCode::rawLong:
+            return whole(step, number, static_cast<std::int32_t>(m_data.rawLong()));
+        case FieldCode::rawLongLong:
+            return whole(step, number, static_cast<std::int64_t>(m_data.rawLongLong()));
+        case FieldCode::bitShort:
+            return whole(step, number, m_data.bitShort());
+        case FieldCode::bitLong:
+            return whole(step, number, m_data.bitLong());
+        case FieldCode::bitLongLong:
+            return whole(step, number, static_cast<std::int64_t>(m_data.bitLongLong()));
+        case FieldCode::zeroEnded:
+            return whole(step, number, countToZero());
+        case FieldCode::text:
+            return text(number);
+        case FieldCode::bytes:
+            return bytes(step, number);
+        case FieldCode::bodyData:
+            return bodyData(number);
+        case FieldCode::extendedData:
+            return extendedData(number);
         case FieldCode::color:
-        case FieldCode::longColor: return color(step, number);
-        case FieldCode::entityColor: return entityColor(number);
-        case FieldCode::reference: return reference(number);
+        case FieldCode::longColor:
+            return color(step, number);
+        case FieldCode::entityColor:
+            return entityColor(number);
+        case FieldCode::reference:
+            return reference(number);
         case FieldCode::references:
-            while (m_references.left() >= 8 && !isOver())
-                reference(number);
+            while (m_references.left() >= 8 && !isOver()) reference(number);
             return;
-        case FieldCode::ownHandle: return ownHandle(step, number);
-        case FieldCode::opaque: return opaque();
-        case FieldCode::tooDeep: m_failed = true; return;
-        default: return real(step, number);
+        case FieldCode::ownHandle:
+            return ownHandle(step, number);
+        case FieldCode::opaque:
+            return opaque();
+        case FieldCode::tooDeep:
+            m_failed = true;
+            return;
+        default:
+            return real(step, number);
         }
     }
 
@@ -139,8 +166,7 @@ private:
 
     std::int64_t countToZero() {
         std::int64_t count = 0;
-        while (m_data.rawByte() != 0)
-            ++count;
+        while (m_data.rawByte() != 0) ++count;
         return count;
     }
 
@@ -151,8 +177,7 @@ private:
     }
 
     void chainStart(const LayoutStep& step) {
-        for (std::size_t i = 0; i < 2; ++i)
-            m_values[step.slot + i] = standard(step, i);
+        for (std::size_t i = 0; i < 2; ++i) m_values[step.slot + i] = standard(step, i);
     }
 
     void real(const LayoutStep& step, std::uint16_t number) {
@@ -160,32 +185,52 @@ private:
         unsigned count = 1;
         const auto values = [&](unsigned ordinates, auto&& read) {
             count = ordinates;
-            for (unsigned i = 0; i < count; ++i)
-                field.real[i] = read(i);
+            for (unsigned i = 0; i < count; ++i) field.real[i] = read(i);
         };
         const auto bitDouble = [&](unsigned) { return m_data.bitDouble(); };
         const auto rawDouble = [&](unsigned) { return m_data.rawDouble(); };
         const auto byStandard = [&](unsigned i) { return m_data.bitDouble(standard(step, i)); };
         switch (step.code) {
-        case FieldCode::rawDouble: values(1, rawDouble); break;
-        case FieldCode::rawPoint2: values(2, rawDouble); break;
-        case FieldCode::rawPoint3: values(3, rawDouble); break;
-        case FieldCode::bitDouble: values(1, bitDouble); break;
-        case FieldCode::bitPoint2: values(2, bitDouble); break;
-        case FieldCode::bitPoint3: values(3, bitDouble); break;
-        case FieldCode::standardDouble: values(1, byStandard); break;
-        case FieldCode::standardPoint2: values(2, byStandard); break;
-        case FieldCode::standardPoint3: values(3, byStandard); break;
-        case FieldCode::standardChain: values(2, [&](unsigned i) { return m_data.bitDouble(m_values[step.slot + i]); }); break;
-        case FieldCode::thickness: field.real[0] = m_data.bit() ? 0.0 : m_data.bitDouble(); break;
+        case FieldCode::rawDouble:
+            values(1, rawDouble);
+            break;
+        case FieldCode::rawPoint2:
+            values(2, rawDouble);
+            break;
+        case FieldCode::rawPoint3:
+            values(3, rawDouble);
+            break;
+        case FieldCode::bitDouble:
+            values(1, bitDouble);
+            break;
+        case FieldCode::bitPoint2:
+            values(2, bitDouble);
+            break;
+        case FieldCode::bitPoint3:
+            values(3, bitDouble);
+            break;
+        case FieldCode::standardDouble:
+            values(1, byStandard);
+            break;
+        case FieldCode::standardPoint2:
+            values(2, byStandard);
+            break;
+        case FieldCode::standardPoint3:
+            values(3, byStandard);
+            break;
+        case FieldCode::standardChain:
+            values(2, [&](unsigned i) { return m_data.bitDouble(m_values[step.slot + i]); });
+            break;
+        case FieldCode::thickness:
+            field.real[0] = m_data.bit() ? 0.0 : m_data.bitDouble();
+            break;
         default: // a direction
             if (m_data.bit())
                 values(3, [](unsigned i) { return i == 2 ? 1.0 : 0.0; });
             else
                 values(3, bitDouble);
         }
-        for (unsigned i = 0; i < count; ++i)
-            m_values[step.slot + i] = field.real[i];
+        for (unsigned i = 0; i < count; ++i) m_values[step.slot + i] = field.real[i];
     }
 
     void run(std::uint16_t number, BitReader& stream, std::size_t count, std::size_t bitsOfOne) {
@@ -214,12 +259,16 @@ private:
     /// Up to its own end record.
     void bodyData(std::uint16_t number) {
         using namespace std::string_view_literals;
-        static constexpr std::array ends{"End\x0e\x02of\x0e\x04" "ACIS\x0d\x04" "data"sv, "End\x0e\x02of\x0e\x03" "ASM\x0d\x04" "data"sv};
+        static constexpr std::array ends{"End\x0e\x02of\x0e\x04"
+                                         "ACIS\x0d\x04"
+                                         "data"sv,
+                                         "End\x0e\x02of\x0e\x03"
+                                         "ASM\x0d\x04"
+                                         "data"sv};
         const std::size_t begin = m_data.position();
         std::string all;
         all.reserve(m_data.left() / 8);
-        while (m_data.left() >= 8)
-            all += static_cast<char>(m_data.rawByte());
+        while (m_data.left() >= 8) all += static_cast<char>(m_data.rawByte());
         for (const std::string_view end : ends)
             if (const std::size_t at = all.find(end); at != std::string::npos) {
                 m_data.moveTo(begin);
@@ -320,7 +369,8 @@ bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
     fields.dataBegin = reader.position();
     fields.referencesBegin = m_form >= 24 ? end - referenceBits : begin + reader.rawLong();
     fields.referencesEnd = end;
-    if (reader.failed() || fields.referencesBegin < fields.dataBegin || fields.referencesBegin > end) return false;
+    if (reader.failed() || fields.referencesBegin < fields.dataBegin || fields.referencesBegin > end)
+        return false;
     fields.dataEnd = fields.textBegin = fields.textEnd = fields.referencesBegin;
     if (m_form < 21) return true;
     const std::size_t flagAt = fields.referencesBegin - 1;
@@ -330,7 +380,8 @@ bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
     std::size_t count = BitReader(m_objects, at, flagAt).rawShort();
     if (count & 0x8000) {
         at -= 16;
-        count = (count & 0x7FFF) | static_cast<std::size_t>(BitReader(m_objects, at, at + 16).rawShort()) << 15;
+        count = (count & 0x7FFF) | static_cast<std::size_t>(BitReader(m_objects, at, at + 16).rawShort())
+                                       << 15;
     }
     if (at < fields.dataBegin || count > at - fields.dataBegin) return false;
     fields.textEnd = at;
@@ -352,8 +403,7 @@ std::string RecordReading::text(const RecordField& field) const {
     BitReader reader(m_objects, field.run.firstBit, m_objects.size() * 8);
     std::string result;
     if (m_form < 21) {
-        for (std::uint64_t i = 0; i < field.run.count; ++i)
-            result += static_cast<char>(reader.rawByte());
+        for (std::uint64_t i = 0; i < field.run.count; ++i) result += static_cast<char>(reader.rawByte());
     } else {
         for (std::uint64_t i = 0; i < field.run.count; ++i) {
             std::uint32_t unit = reader.rawShort();
@@ -364,8 +414,7 @@ std::string RecordReading::text(const RecordField& field) const {
             appendUtf8(result, static_cast<wchar_t>(unit));
         }
     }
-    while (!result.empty() && result.back() == 0)
-        result.pop_back();
+    while (!result.empty() && result.back() == 0) result.pop_back();
     return result;
 }
 

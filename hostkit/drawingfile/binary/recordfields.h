@@ -30,15 +30,17 @@ struct RecordField {
         : real{} {}
 };
 
-/// A record: where its three streams begin and end, and what they hold. The fields of a record that has no layout are the common ones.
+/// A record: where its three streams begin and end, and what they hold. The fields of a record that has no
+/// layout are the common ones.
 struct RecordFields {
     const RecordLayout* layout = nullptr;
     unsigned type = 0;
     std::uint64_t handle = 0;
-    bool isKnown = false;       ///< it has a layout
-    bool isWhole = false;       ///< all three streams ended where they had to
-    bool isSumRight = true;     ///< its checksum
-    std::size_t dataBegin = 0, dataEnd = 0; ///< bits: of what follows the common fields, where they have been read alone, and their end
+    bool isKnown = false;                   ///< it has a layout
+    bool isWhole = false;                   ///< all three streams ended where they had to
+    bool isSumRight = true;                 ///< its checksum
+    std::size_t dataBegin = 0, dataEnd = 0; ///< bits: of what follows the common fields, where they have been
+                                            ///< read alone, and their end
     std::size_t textBegin = 0, textEnd = 0, referencesBegin = 0, referencesEnd = 0;
     std::vector<RecordField> fields;
     std::vector<BinaryHandle> references; ///< all, in their order
@@ -58,10 +60,11 @@ class RecordReading {
 public:
     RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes);
 
-    /// The record at the offset in the section of objects. False where nothing can be made of it: it goes past the section's end, or its
-    /// parts past its own. `fields` is used again from one record to the next.
+    /// The record at the offset in the section of objects. False where nothing can be made of it: it goes
+    /// past the section's end, or its parts past its own. `fields` is used again from one record to the next.
     [[nodiscard]] bool read(std::size_t offset, RecordFields& fields);
-    /// Characters of a text that was read: bytes of the drawing's code page up to 2004, from then on UTF-16. A zero at the end is left out.
+    /// Characters of a text that was read: bytes of the drawing's code page up to 2004, from then on UTF-16.
+    /// A zero at the end is left out.
     [[nodiscard]] std::string text(const RecordField& field) const;
     [[nodiscard]] ByteSpan objects() const { return m_objects; }
 

@@ -76,24 +76,48 @@ void addSources(std::string_view text, Sources& sources) {
 const Sources& allSources() {
     static const Sources sources = [] {
         Sources all;
-        for (const char* text : {entitiesLayouts, annotationsLayouts, tablesLayouts, objectsLayouts, leadersLayouts, visualsLayouts,
-                                 headerLayouts})
+        for (const char* text : {entitiesLayouts, annotationsLayouts, tablesLayouts, objectsLayouts,
+                                 leadersLayouts, visualsLayouts, headerLayouts})
             addSources(text, all);
         return all;
     }();
     return sources;
 }
 
-constexpr std::array<std::pair<std::string_view, FieldCode>, 33> codes{{
-    {"B", FieldCode::bit}, {"BB", FieldCode::twoBits}, {"RC", FieldCode::rawByte}, {"RS", FieldCode::rawShort},
-    {"RL", FieldCode::rawLong}, {"RLL", FieldCode::rawLongLong}, {"RD", FieldCode::rawDouble}, {"BS", FieldCode::bitShort},
-    {"BL", FieldCode::bitLong}, {"BLL", FieldCode::bitLongLong}, {"BD", FieldCode::bitDouble}, {"BT", FieldCode::thickness},
-    {"BE", FieldCode::direction}, {"2BD", FieldCode::bitPoint2}, {"3BD", FieldCode::bitPoint3}, {"2RD", FieldCode::rawPoint2},
-    {"3RD", FieldCode::rawPoint3}, {"DD", FieldCode::standardDouble}, {"2DD", FieldCode::standardPoint2},
-    {"3DD", FieldCode::standardPoint3}, {"2DDCHAIN", FieldCode::standardChain}, {"TV", FieldCode::text}, {"CMC", FieldCode::color},
-    {"CMCX", FieldCode::longColor}, {"ENC", FieldCode::entityColor}, {"H", FieldCode::reference}, {"HD", FieldCode::ownHandle},
-    {"EED", FieldCode::extendedData}, {"X", FieldCode::bytes}, {"COUNTZ", FieldCode::zeroEnded}, {"SAB", FieldCode::bodyData},
-    {"HREST", FieldCode::references}, {"OPAQUE", FieldCode::opaque}}};
+constexpr std::array<std::pair<std::string_view, FieldCode>, 33> codes{
+    {{"B", FieldCode::bit},
+     {"BB", FieldCode::twoBits},
+     {"RC", FieldCode::rawByte},
+     {"RS", FieldCode::rawShort},
+     {"RL", FieldCode::rawLong},
+     {"RLL", FieldCode::rawLongLong},
+     {"RD", FieldCode::rawDouble},
+     {"BS", FieldCode::bitShort},
+     {"BL", FieldCode::bitLong},
+     {"BLL", FieldCode::bitLongLong},
+     {"BD", FieldCode::bitDouble},
+     {"BT", FieldCode::thickness},
+     {"BE", FieldCode::direction},
+     {"2BD", FieldCode::bitPoint2},
+     {"3BD", FieldCode::bitPoint3},
+     {"2RD", FieldCode::rawPoint2},
+     {"3RD", FieldCode::rawPoint3},
+     {"DD", FieldCode::standardDouble},
+     {"2DD", FieldCode::standardPoint2},
+     {"3DD", FieldCode::standardPoint3},
+     {"2DDCHAIN", FieldCode::standardChain},
+     {"TV", FieldCode::text},
+     {"CMC", FieldCode::color},
+     {"CMCX", FieldCode::longColor},
+     {"ENC", FieldCode::entityColor},
+     {"H", FieldCode::reference},
+     {"HD", FieldCode::ownHandle},
+     {"EED", FieldCode::extendedData},
+     {"X", FieldCode::bytes},
+     {"COUNTZ", FieldCode::zeroEnded},
+     {"SAB", FieldCode::bodyData},
+     {"HREST", FieldCode::references},
+     {"OPAQUE", FieldCode::opaque}}};
 
 /// Makes the steps of one record of one form.
 class Compiling {
@@ -133,8 +157,7 @@ private:
     void block(const std::vector<Line>& lines, std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end;) {
             std::size_t next = i + 1;
-            while (next < end && lines[next].indent > lines[i].indent)
-                ++next;
+            while (next < end && lines[next].indent > lines[i].indent) ++next;
             std::string_view text = lines[i].text;
             if (belongsTo(m_form, text)) line(lines, i, next, text);
             i = next;
@@ -184,7 +207,8 @@ private:
             step.referenceCode = static_cast<std::uint8_t>(code[1] - '0');
             code = "H";
         }
-        const auto found = std::find_if(codes.begin(), codes.end(), [&](const auto& entry) { return entry.first == code; });
+        const auto found =
+            std::find_if(codes.begin(), codes.end(), [&](const auto& entry) { return entry.first == code; });
         if (found == codes.end()) throw std::logic_error("no code: " + std::string(code));
         step.code = found->second;
         own = trimmed(own);
@@ -204,8 +228,7 @@ private:
         }
         if (const std::size_t open = text.find('('); open != std::string_view::npos) {
             std::string_view list = text.substr(open + 1, text.rfind(')') - open - 1);
-            while (!list.empty())
-                step.standard.push_back(expression(trimmed(takeUntil(list, ","))));
+            while (!list.empty()) step.standard.push_back(expression(trimmed(takeUntil(list, ","))));
             text = text.substr(0, open);
         }
         step.name = trimmed(text);
@@ -221,10 +244,11 @@ private:
     unsigned m_slots = 0;
 };
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 8> otherNames{{{"ACDBPLACEHOLDER", "PLACEHOLDER"},
-                                                                                   {"LWPLINE", "LWPOLYLINE"},
-                                                                                   {"DICTIONARYWDFLT", "ACDBDICTIONARYWDFLT"},
-                                                                                   {"PDFREFERENCE", "PDFUNDERLAY"}}};
+constexpr std::array<std::pair<std::string_view, std::string_view>, 8> otherNames{
+    {{"ACDBPLACEHOLDER", "PLACEHOLDER"},
+     {"LWPLINE", "LWPOLYLINE"},
+     {"DICTIONARYWDFLT", "ACDBDICTIONARYWDFLT"},
+     {"PDFREFERENCE", "PDFUNDERLAY"}}};
 
 } // namespace
 

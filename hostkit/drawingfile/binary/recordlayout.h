@@ -11,9 +11,39 @@
 namespace hostkit {
 
 enum class FieldCode : std::uint8_t {
-    bit, twoBits, rawByte, rawShort, rawLong, rawLongLong, rawDouble, bitShort, bitLong, bitLongLong, bitDouble, thickness, direction,
-    bitPoint2, bitPoint3, rawPoint2, rawPoint3, standardDouble, standardPoint2, standardPoint3, standardChain, text, color, longColor,
-    entityColor, reference, ownHandle, extendedData, bytes, zeroEnded, bodyData, references, opaque,
+    bit,
+    twoBits,
+    rawByte,
+    rawShort,
+    rawLong,
+    rawLongLong,
+    rawDouble,
+    bitShort,
+    bitLong,
+    bitLongLong,
+    bitDouble,
+    thickness,
+    direction,
+    bitPoint2,
+    bitPoint3,
+    rawPoint2,
+    rawPoint3,
+    standardDouble,
+    standardPoint2,
+    standardPoint3,
+    standardChain,
+    text,
+    color,
+    longColor,
+    entityColor,
+    reference,
+    ownHandle,
+    extendedData,
+    bytes,
+    zeroEnded,
+    bodyData,
+    references,
+    opaque,
     tooDeep ///< a part within itself, deeper than any drawing has it
 };
 
@@ -23,11 +53,12 @@ struct LayoutStep {
 
     Kind kind = Kind::field;
     FieldCode code = FieldCode::bit;
-    std::uint8_t referenceCode = 0;  ///< of a reference: 2 soft owner, 3 hard owner, 4 soft pointer, 5 hard pointer
-    std::uint16_t slot = 0;          ///< the place of its value; of a point the first of three
-    std::uint16_t end = 0;           ///< of a block: the step behind it
-    LayoutExpression condition;      ///< of a field that may be missing, of a block, of a let: its value
-    LayoutExpression count;          ///< of a field that repeats
+    std::uint8_t referenceCode =
+        0;                  ///< of a reference: 2 soft owner, 3 hard owner, 4 soft pointer, 5 hard pointer
+    std::uint16_t slot = 0; ///< the place of its value; of a point the first of three
+    std::uint16_t end = 0;  ///< of a block: the step behind it
+    LayoutExpression condition; ///< of a field that may be missing, of a block, of a let: its value
+    LayoutExpression count;     ///< of a field that repeats
     std::vector<LayoutExpression> standard; ///< of fields that are told by what they differ in
     std::string name;
     std::vector<short> groups;
@@ -40,7 +71,8 @@ struct RecordLayout {
     bool isEntity = false;
     std::vector<LayoutStep> steps;
     std::uint16_t slots = 0; ///< how many values there are
-    std::uint16_t loopSlot = 0, colorReferenceSlot = 0; ///< INDEX, and color_ref which an entity's colour sets
+    std::uint16_t loopSlot = 0,
+                  colorReferenceSlot = 0; ///< INDEX, and color_ref which an entity's colour sets
 };
 
 /// All layouts of one form. They are made once for each form and live as long as the program.
@@ -48,10 +80,12 @@ class RecordLayouts {
 public:
     [[nodiscard]] static const RecordLayouts& of(DrawingVersion version);
 
-    /// Null where the number, or the class name, has none. Class names that stand for a fixed number find its layout.
+    /// Null where the number, or the class name, has none. Class names that stand for a fixed number find its
+    /// layout.
     [[nodiscard]] const RecordLayout* byNumber(unsigned number) const;
     [[nodiscard]] const RecordLayout* byName(std::string_view name) const;
-    /// The common fields alone, for records that have no layout: their handle, extended data and references to owner and reactors.
+    /// The common fields alone, for records that have no layout: their handle, extended data and references
+    /// to owner and reactors.
     [[nodiscard]] const RecordLayout& commonEntity() const { return *m_commonEntity; }
     [[nodiscard]] const RecordLayout& commonObject() const { return *m_commonObject; }
 

@@ -8,14 +8,10 @@ namespace drawingtest {
 
 using namespace hostkit;
 
-namespace {
-
 std::string folderOfOthers() {
     const char* const folder = std::getenv("VEXO_DRAWINGS");
     return folder ? folder : VEXO_SOURCE_DIR "/../shared/drawings";
 }
-
-} // namespace
 
 std::string group(int code, const std::string& value) {
     std::string text = std::to_string(code);
