@@ -1,0 +1,33 @@
+// Stand-in for the modeller's PolygonVertexData and MorphingMap. Covers segments that are arcs of a circle; leaves out fillets, arcs by radius or bulge, and morphing.
+#pragma once
+
+#include "amgeometry.h"
+
+namespace AModeler {
+
+/// What the segment from a polygon's vertex to the next one is, where it is no straight line.
+class PolygonVertexData {
+public:
+    enum Type { kArc3d = 0 };
+
+    /// `approximation`: the number of sides that a full circle would get; an arc has its share of them, at least one.
+    PolygonVertexData(Type type, const Circle3d& circle, int approximation)
+        : type(type)
+        , circle(circle)
+        , approx(approximation) {}
+
+    Type type;
+    Circle3d circle;
+    int approx;
+};
+
+/// Which vertex of one profile goes to which of the next. Profiles of one body are alike here: only the map that maps nothing is taken.
+class MorphingMap {
+public:
+    static const MorphingMap kNull;
+    [[nodiscard]] bool isNull() const { return true; }
+};
+
+inline const MorphingMap MorphingMap::kNull{};
+
+} // namespace AModeler
