@@ -107,8 +107,8 @@ public:
     Surface* newSurface(const Line3d& axis, double radius);
 
 private:
-    friend class Face;
     struct Storage;
+    [[nodiscard]] Storage& storage(); ///< made where there is none yet
 
     Face* m_faceList = nullptr;
     Vertex* m_vertexList = nullptr;

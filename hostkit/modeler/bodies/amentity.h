@@ -19,12 +19,13 @@ public:
     void setFlagOff(std::uint32_t flag) { m_flags &= ~flag; }
     [[nodiscard]] bool isFlagOn(std::uint32_t flag) const { return (m_flags & flag) != 0; }
 
+    /// Where the part stands in a list that is being made; means nothing between two operations.
+    [[nodiscard]] std::uint32_t mark() const { return m_mark; }
+    void setMark(std::uint32_t mark) const { m_mark = mark; }
+
 private:
     std::uint32_t m_flags = 0;
-
-protected:
-    std::uint32_t m_mark = 0; ///< where the part stands in a list that is being made; means nothing between two operations
-    friend class Body;
+    mutable std::uint32_t m_mark = 0;
 };
 
 /// The round surface that the facets of one arc stand for: a cylinder.
@@ -90,9 +91,9 @@ private:
 /// A flat part of a body's boundary: one circular list of edges. Its body frees it; one made without a body frees its own edges.
 class Face : public Entity {
 public:
-    Face() = default;
-    /// A face on the points. With `makePlane` the plane is computed at once. Without a body the face owns its edges and vertices; `edges`,
-    /// where given, gets them in order. Fewer than three points: Error eFaceMustHaveAtLeastThreeEdges.
+    Face();
+    /// A face for itself on the points; it owns its edges and vertices. With `makePlane` the plane is computed at once. Fewer than three
+    /// points: Error eFaceMustHaveAtLeastThreeEdges. A body or edges to make it in: eFaceMustNotBelongToABody.
     Face(const Point3d points[], int count, Surface* surface, bool makePlane, Body* body = nullptr, Edge* edges[] = nullptr);
     ~Face();
     Face(const Face&) = delete;
@@ -111,14 +112,14 @@ public:
     [[nodiscard]] int edgeCount() const; ///< bridges are counted, each twice
     /// Each point lies within the tolerance of the plane.
     [[nodiscard]] bool isPlanar(double epsilon = gEpsAbs) const;
+    /// Flags, plane, links and surface of another face, which stay those of its body.
+    void takeValuesOf(const Face& other);
     [[nodiscard]] Face* next() const { return m_next; }
     void setNext(Face* face) { m_next = face; }
     [[nodiscard]] Surface* surface() const { return m_surface; }
     void setSurface(Surface* surface) { m_surface = surface; }
-    [[nodiscard]] Body* body() const { return m_body; }
 
 private:
-    friend class Body;
     struct Parts;
 
     mutable Plane m_plane;
@@ -126,7 +127,6 @@ private:
     Edge* m_edgeLoop = nullptr;
     Face* m_next = nullptr;
     Surface* m_surface = nullptr;
-    Body* m_body = nullptr;
     std::unique_ptr<Parts> m_parts; ///< of a face without a body
 };
 

@@ -12,13 +12,18 @@ public:
 
     /// `approximation`: the number of sides that a full circle would get; an arc has its share of them, at least one.
     PolygonVertexData(Type type, const Circle3d& circle, int approximation)
-        : type(type)
-        , circle(circle)
-        , approx(approximation) {}
+        : m_type(type)
+        , m_circle(circle)
+        , m_approximation(approximation) {}
 
-    Type type;
-    Circle3d circle;
-    int approx;
+    [[nodiscard]] Type type() const { return m_type; }
+    [[nodiscard]] const Circle3d& circle() const { return m_circle; }
+    [[nodiscard]] int approximation() const { return m_approximation; }
+
+private:
+    Type m_type;
+    Circle3d m_circle;
+    int m_approximation;
 };
 
 /// Which vertex of one profile goes to which of the next. Profiles of one body are alike here: only the map that maps nothing is taken.
