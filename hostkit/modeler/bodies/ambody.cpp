@@ -32,9 +32,7 @@ Body& Body::operator=(const Body& other) {
     return *this;
 }
 
-void Body::init() {
-    *this = Body();
-}
+void Body::init() { *this = Body(); }
 
 Body::Storage& Body::storage() {
     if (!m_storage) m_storage = std::make_unique<Storage>();
@@ -98,8 +96,7 @@ Body::Body(const Body& other) {
         edge->setVertex(vertices.of(edge->vertex()));
         edge->setFace(faces.of(edge->face()));
     }
-    for (Face* face : faces.all())
-        face->setEdgeLoop(edges.of(face->edgeLoop()));
+    for (Face* face : faces.all()) face->setEdgeLoop(edges.of(face->edgeLoop()));
     vertices.chain();
     faces.chain();
     m_vertexList = vertices.first();
@@ -120,8 +117,7 @@ int Body::edgeCount() const {
 
 int Body::vertexCount() const {
     int count = 0;
-    for (const Vertex* vertex = m_vertexList; vertex; vertex = vertex->next())
-        ++count;
+    for (const Vertex* vertex = m_vertexList; vertex; vertex = vertex->next()) ++count;
     return count;
 }
 
@@ -162,15 +158,9 @@ bool Body::isValid(int level) const {
     return valid;
 }
 
-Body Body::operator+(const Body& other) const {
-    return boolOper(kUnion, other);
-}
-Body Body::operator-(const Body& other) const {
-    return boolOper(kSubtract, other);
-}
-Body Body::operator*(const Body& other) const {
-    return boolOper(kIntersect, other);
-}
+Body Body::operator+(const Body& other) const { return boolOper(kUnion, other); }
+Body Body::operator-(const Body& other) const { return boolOper(kSubtract, other); }
+Body Body::operator*(const Body& other) const { return boolOper(kIntersect, other); }
 
 Body Body::boolOper(BooleanOperationType type, const Body& other, FailurePolicy) const {
     const std::array<const Body*, 1> others{&other};
@@ -181,9 +171,12 @@ namespace {
 
 Operation operationOf(BooleanOperationType type) {
     switch (type) {
-    case kUnion: return Operation::unite;
-    case kSubtract: return Operation::subtract;
-    case kIntersect: return Operation::intersect;
+    case kUnion:
+        return Operation::unite;
+    case kSubtract:
+        return Operation::subtract;
+    case kIntersect:
+        return Operation::intersect;
     }
     throw Error(eBadInput);
 }
@@ -205,14 +198,14 @@ Body Body::boolOper(BooleanOperationType type, std::span<const Body* const> othe
     if (operands.empty()) return type == kIntersect ? Body() : *this;
     const std::optional<Polyhedron> result = combine(operation, toPolyhedron(), operands, gEpsAbs);
     if (result) return fromPolyhedron(*result, sources);
-    const bool allValid = std::all_of(sources.begin(), sources.end(), [](const Body* b) { return b->isValid(); });
+    const bool allValid =
+        std::all_of(sources.begin(), sources.end(), [](const Body* b) { return b->isValid(); });
     throw Error(allValid ? eInternalError : eBadBodyGeometry);
 }
 
 Interval3d Body::interval(double enlargement) const {
     Interval3d box;
-    for (const Vertex* vertex = m_vertexList; vertex; vertex = vertex->next())
-        box.add(vertex->point());
+    for (const Vertex* vertex = m_vertexList; vertex; vertex = vertex->next()) box.add(vertex->point());
     box.enlarge(enlargement);
     return box;
 }
@@ -333,13 +326,9 @@ Sums sumsOf(const Body& body, const AcGePoint3d& about) {
 
 } // namespace
 
-double Body::volume() const {
-    return isNull() ? 0.0 : sumsOf(*this, m_vertexList->point()).volume6 / 6;
-}
+double Body::volume() const { return isNull() ? 0.0 : sumsOf(*this, m_vertexList->point()).volume6 / 6; }
 
-double Body::surfaceArea() const {
-    return isNull() ? 0.0 : sumsOf(*this, m_vertexList->point()).area;
-}
+double Body::surfaceArea() const { return isNull() ? 0.0 : sumsOf(*this, m_vertexList->point()).area; }
 
 Point3d Body::centerOfGravity() const {
     if (isNull()) return {};

@@ -58,8 +58,9 @@ private:
     Vertex* m_next = nullptr;
 };
 
-/// A half-edge: one face's side of an edge. The loop of a face runs counter-clockwise seen from outside the body; holes are joined to it by
-/// bridges, pairs of edges there and back within one loop, partners of each other.
+/// A half-edge: one face's side of an edge. The loop of a face runs counter-clockwise seen from outside the
+/// body; holes are joined to it by bridges, pairs of edges there and back within one loop, partners of each
+/// other.
 class Edge : public Entity {
 public:
     static constexpr std::uint32_t bridgeFlag = 1;
@@ -88,19 +89,22 @@ private:
     Face* m_face = nullptr;
 };
 
-/// A flat part of a body's boundary: one circular list of edges. Its body frees it; one made without a body frees its own edges.
+/// A flat part of a body's boundary: one circular list of edges. Its body frees it; one made without a body
+/// frees its own edges.
 class Face : public Entity {
 public:
     Face();
-    /// A face for itself on the points; it owns its edges and vertices. With `makePlane` the plane is computed at once. Fewer than three
-    /// points: Error eFaceMustHaveAtLeastThreeEdges. A body or edges to make it in: eFaceMustNotBelongToABody.
-    Face(const Point3d points[], int count, Surface* surface, bool makePlane, Body* body = nullptr, Edge* edges[] = nullptr);
+    /// A face for itself on the points; it owns its edges and vertices. With `makePlane` the plane is
+    /// computed at once. Fewer than three points: Error eFaceMustHaveAtLeastThreeEdges. A body or edges to
+    /// make it in: eFaceMustNotBelongToABody.
+    Face(const Point3d points[], int count, Surface* surface, bool makePlane, Body* body = nullptr,
+         Edge* edges[] = nullptr);
     ~Face();
     Face(const Face&) = delete;
     Face& operator=(const Face&) = delete;
 
-    /// Computed at the first call by the loop's signed areas, pointing out of the material; kept until deletePlane. A loop without an
-    /// area has a null plane.
+    /// Computed at the first call by the loop's signed areas, pointing out of the material; kept until
+    /// deletePlane. A loop without an area has a null plane.
     [[nodiscard]] const Plane& plane() const;
     void deletePlane() { m_hasPlane = false; }
     void setPlane(const Plane& plane) const {
@@ -130,8 +134,6 @@ private:
     std::unique_ptr<Parts> m_parts; ///< of a face without a body
 };
 
-inline Surface* Edge::surface() const {
-    return m_face ? m_face->surface() : nullptr;
-}
+inline Surface* Edge::surface() const { return m_face ? m_face->surface() : nullptr; }
 
 } // namespace AModeler

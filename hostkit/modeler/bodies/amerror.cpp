@@ -24,10 +24,9 @@ std::wstring inWords(const char* name) {
 }
 
 const std::map<int, std::wstring>& texts() {
-    static const std::map<int, std::wstring> all{
-        {eOk, L"No error"},
+    static const std::map<int, std::wstring> all{{eOk, L"No error"},
 #define AMODELER_TEXT(number, name) {number, inWords(#name)},
-        AMODELER_ERROR_CODES(AMODELER_TEXT)
+                                                 AMODELER_ERROR_CODES(AMODELER_TEXT)
 #undef AMODELER_TEXT
     };
     return all;
@@ -42,8 +41,7 @@ const wchar_t* errorString(ErrorCode code) {
 
 Error::Error(ErrorCode code)
     : m_code(code) {
-    for (const wchar_t* c = errorString(code); *c; ++c)
-        m_text += static_cast<char>(*c);
+    for (const wchar_t* c = errorString(code); *c; ++c) m_text += static_cast<char>(*c);
 }
 
 } // namespace AModeler

@@ -71,7 +71,8 @@ enum ErrorCode : int {
 #undef AMODELER_ENUMERATOR
 };
 
-/// The code in words, "Radius must be positive"; "No error" for eOk and "Unknown error" for a number that is no code. Never null.
+/// The code in words, "Radius must be positive"; "No error" for eOk and "Unknown error" for a number that is
+/// no code. Never null.
 [[nodiscard]] const wchar_t* errorString(ErrorCode code);
 
 /// What every operation of the modeller throws when it fails.

@@ -20,8 +20,8 @@ Plane::Plane(const AcGePoint3d& point, const AcGeVector3d& normal) {
     m_distance = m_normal.dotProduct(point.asVector());
 }
 
-Circle3d::Circle3d(const AcGePoint3d& start, const AcGePoint3d& end, const AcGeVector3d& normal, double radius,
-                   bool large)
+Circle3d::Circle3d(const AcGePoint3d& start, const AcGePoint3d& end, const AcGeVector3d& normal,
+                   double radius, bool large)
     : m_start(start)
     , m_end(end)
     , m_normal(normal.normal()) {

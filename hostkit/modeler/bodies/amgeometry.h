@@ -6,8 +6,8 @@
 
 namespace AModeler {
 
-/// The modeller's absolute tolerance, in drawing units: what is closer than this is one point. 1e-6 until setEpsAbs changes it. One
-/// for the process: no operation of the modeller may run beside a change of it.
+/// The modeller's absolute tolerance, in drawing units: what is closer than this is one point. 1e-6 until
+/// setEpsAbs changes it. One for the process: no operation of the modeller may run beside a change of it.
 extern double gEpsAbs;
 /// Not above 0, or NaN: Error eEpsilonMustBePositive, and the value stays.
 void setEpsAbs(double epsilon);
@@ -42,7 +42,8 @@ public:
 class Plane {
 public:
     constexpr Plane() = default;
-    /// Through the point. The normal is made a unit vector; one without a length, or NaN: Error eNullNormalVector.
+    /// Through the point. The normal is made a unit vector; one without a length, or NaN: Error
+    /// eNullNormalVector.
     Plane(const AcGePoint3d& point, const AcGeVector3d& normal);
 
     [[nodiscard]] const Vector3d& normal() const { return m_normal; }
@@ -85,11 +86,13 @@ public:
         : m_center(center)
         , m_normal(normal)
         , m_radius(radius) {}
-    /// The circle of that radius through both points, in the plane of the normal. Two circles have this radius; `large` takes the one
-    /// on which the way from start to end, counter-clockwise about the normal, is more than a half turn. The contour's arc is the
-    /// other way: it lies to the left of the chord from start to end seen against the normal, so that (start, end, a point of the arc)
-    /// turn about the normal. A radius below half the chord is taken as half the chord.
-    Circle3d(const AcGePoint3d& start, const AcGePoint3d& end, const AcGeVector3d& normal, double radius, bool large);
+    /// The circle of that radius through both points, in the plane of the normal. Two circles have this
+    /// radius; `large` takes the one on which the way from start to end, counter-clockwise about the normal,
+    /// is more than a half turn. The contour's arc is the other way: it lies to the left of the chord from
+    /// start to end seen against the normal, so that (start, end, a point of the arc) turn about the normal.
+    /// A radius below half the chord is taken as half the chord.
+    Circle3d(const AcGePoint3d& start, const AcGePoint3d& end, const AcGeVector3d& normal, double radius,
+             bool large);
 
     [[nodiscard]] const Point3d& center() const { return m_center; }
     [[nodiscard]] const Vector3d& normal() const { return m_normal; } ///< of length 1, or null

@@ -10,7 +10,8 @@ class PolygonVertexData {
 public:
     enum Type { kArc3d = 0 };
 
-    /// `approximation`: the number of sides that a full circle would get; an arc has its share of them, at least one.
+    /// `approximation`: the number of sides that a full circle would get; an arc has its share of them, at
+    /// least one.
     PolygonVertexData(Type type, const Circle3d& circle, int approximation)
         : m_type(type)
         , m_circle(circle)
@@ -26,7 +27,8 @@ private:
     int m_approximation;
 };
 
-/// Which vertex of one profile goes to which of the next. Profiles of one body are alike here: only the map that maps nothing is taken.
+/// Which vertex of one profile goes to which of the next. Profiles of one body are alike here: only the map
+/// that maps nothing is taken.
 class MorphingMap {
 public:
     static const MorphingMap kNull;

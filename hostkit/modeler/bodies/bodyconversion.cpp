@@ -42,7 +42,8 @@ private:
         double area = 0.0;
     };
 
-    /// One way round over the bridges; where it comes to a point again, what lies between is a loop of its own.
+    /// One way round over the bridges; where it comes to a point again, what lies between is a loop of its
+    /// own.
     void walk(const Edge& first) {
         std::vector<Index> path;
         const Edge* edge = &first;
@@ -50,8 +51,7 @@ private:
             edge->setMark(1);
             step(path, edge->vertex()->mark());
             edge = edge->next();
-            while (edge->isBridge())
-                edge = edge->partner()->next();
+            while (edge->isBridge()) edge = edge->partner()->next();
         } while (edge != &first);
         finish(path, 0);
     }
@@ -65,15 +65,13 @@ private:
     void finish(std::vector<Index>& path, Index from) {
         Loop& loop = m_loops.emplace_back();
         loop.corners.assign(path.begin() + from, path.end());
-        for (Index point : loop.corners)
-            m_seen[point] = Polyhedron::none;
+        for (Index point : loop.corners) m_seen[point] = Polyhedron::none;
         path.resize(from);
     }
 
     void write(const Face& face) {
         const FaceView view(face.plane().normal());
-        for (Loop& loop : m_loops)
-            loop.area = areaOf(loop, view);
+        for (Loop& loop : m_loops) loop.area = areaOf(loop, view);
         std::stable_sort(m_loops.begin(), m_loops.end(),
                          [](const Loop& a, const Loop& b) { return a.area > b.area; });
         const auto holes =
@@ -99,8 +97,10 @@ private:
         return view(m_out.points[loop.corners[i % loop.corners.size()]]);
     }
 
-    /// Of loops that touch at points at most: the first corner of the hole that is none of the outer loop's decides.
-    [[nodiscard]] bool surrounds(const Loop& outer, const std::vector<Index>& hole, const FaceView& view) const {
+    /// Of loops that touch at points at most: the first corner of the hole that is none of the outer loop's
+    /// decides.
+    [[nodiscard]] bool surrounds(const Loop& outer, const std::vector<Index>& hole,
+                                 const FaceView& view) const {
         for (Index corner : hole)
             if (std::find(outer.corners.begin(), outer.corners.end(), corner) == outer.corners.end())
                 return holds(outer, view(m_out.points[corner]), view);
@@ -159,8 +159,7 @@ public:
         faces.reserve(from.faces.size());
         edges.reserve(from.corners.size());
         makeVertices(vertices);
-        for (const Polyhedron::Face& face : from.faces)
-            makeFace(face, *faces.make());
+        for (const Polyhedron::Face& face : from.faces) makeFace(face, *faces.make());
         makePartners(from, m_edges);
     }
 
@@ -197,8 +196,7 @@ private:
             m_edges[i]->setVertex(m_vertices[m_from.corners[i]]);
             m_edges[i]->setFace(&face);
         }
-        for (Index i = begin; i < end; ++i)
-            linkEdges(*m_edges[i], *m_edges[i + 1 < end ? i + 1 : begin]);
+        for (Index i = begin; i < end; ++i) linkEdges(*m_edges[i], *m_edges[i + 1 < end ? i + 1 : begin]);
     }
 
     void bridge(const Polyhedron::Face& from, Face& face) {
@@ -206,8 +204,7 @@ private:
         const Index begin = m_from.loopStarts[from.firstLoop];
         const Index end = m_from.loopStarts[from.firstLoop + from.loopCount];
         std::vector<AcGePoint2d> corners;
-        for (Index i = begin; i < end; ++i)
-            corners.push_back(view(m_from.points[m_from.corners[i]]));
+        for (Index i = begin; i < end; ++i) corners.push_back(view(m_from.points[m_from.corners[i]]));
         std::vector<Index> starts;
         for (Index loop = from.firstLoop; loop <= from.firstLoop + from.loopCount; ++loop)
             starts.push_back(m_from.loopStarts[loop] - begin);

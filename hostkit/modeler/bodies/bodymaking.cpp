@@ -35,8 +35,7 @@ public:
         face.loopCount = 1;
         face.surface = surface;
         std::vector<AcGePoint3d> points;
-        for (Index corner : corners)
-            points.push_back(m_body.points[corner]);
+        for (Index corner : corners) points.push_back(m_body.points[corner]);
         face.normal = areaOf(points).normal();
         face.distance = face.normal.dotProduct(points.front().asVector());
         m_body.corners.insert(m_body.corners.end(), corners.begin(), corners.end());
@@ -48,7 +47,8 @@ private:
     Polyhedron m_body;
 };
 
-/// The prism between a ring of points and the same number of points above them, `below` counter-clockwise seen from above.
+/// The prism between a ring of points and the same number of points above them, `below` counter-clockwise
+/// seen from above.
 Body prismBetween(std::span<const AcGePoint3d> below, std::span<const AcGePoint3d> above,
                   std::span<const Surface* const> surfaces, const Body& owner) {
     const auto count = static_cast<Index>(below.size());
@@ -81,9 +81,10 @@ void checkMotion(const PolygonOutline& outline, const AcGeVector3d& vector, cons
 
 } // namespace
 
-Body Body::extrusion(const Point3d points[], PolygonVertexData* const data[], int count, const AcGeVector3d& normal,
-                     const AcGeVector3d& extrusionVector, const AcGePoint3d& fixedPoint, double scaleFactor,
-                     double twist, const MorphingMap& morphing) {
+Body Body::extrusion(const Point3d points[], PolygonVertexData* const data[], int count,
+                     const AcGeVector3d& normal, const AcGeVector3d& extrusionVector,
+                     const AcGePoint3d& fixedPoint, double scaleFactor, double twist,
+                     const MorphingMap& morphing) {
     if (!morphing.isNull()) throw Error(eBadMorphingMap);
     const PolygonOutline outline = outlineOf(points, data, count, normal);
     checkMotion(outline, extrusionVector, fixedPoint, scaleFactor, twist);
@@ -98,7 +99,8 @@ Body Body::extrusion(const Point3d points[], PolygonVertexData* const data[], in
     std::vector<const Surface*> surfaces;
     for (int arc : outline.arcs)
         surfaces.push_back(arc < 0 ? nullptr : ofArcs[static_cast<std::size_t>(arc)]);
-    if (outline.normal.dotProduct(extrusionVector) > 0.0) return prismBetween(outline.points, moved, surfaces, owner);
+    if (outline.normal.dotProduct(extrusionVector) > 0.0)
+        return prismBetween(outline.points, moved, surfaces, owner);
     return prismBetween(moved, outline.points, surfaces, owner);
 }
 

@@ -19,7 +19,9 @@ public:
         m_cells.resize(static_cast<std::size_t>(m_side * m_side));
     }
 
-    void add(std::uint32_t corner, const AcGePoint2d& p) { m_cells[cell(column(p.x), row(p.y))].push_back(corner); }
+    void add(std::uint32_t corner, const AcGePoint2d& p) {
+        m_cells[cell(column(p.x), row(p.y))].push_back(corner);
+    }
 
     /// True when f(corner) is, for one of the corners in the cells that the box touches.
     template <class F>
@@ -69,18 +71,19 @@ public:
         CornerGrid reflex(m_at);
         const auto count = static_cast<std::uint32_t>(m_at.size());
         for (std::uint32_t i = 0; i < count; ++i)
-            if (!(turnAt(i) > 0.0)) reflex.add(i, m_at[i]);
+            if (!(turnAt(i) > nearly(m_previous[i], m_next[i]))) reflex.add(i, m_at[i]);
         std::vector<bool> gone(count, false);
         std::uint32_t left = count, corner = 0, misses = 0;
         while (left > 3) {
-            // With no ear to be had the loop touches itself; the flattest corner that turns the right way goes then.
+            // With no ear to be had the loop touches itself; the flattest corner that turns the right way
+            // goes then.
             if (misses > left) corner = flattest(corner);
-            if (misses > left || isEar(corner, reflex, gone)) {
+            if (misses > left || isEmpty(corner) || isEar(corner, reflex, gone)) {
                 cut(corner);
                 gone[corner] = true;
                 --left;
                 misses = 0;
-                corner = m_next[m_next[corner]];
+                corner = isEmpty(m_next[corner]) ? m_next[corner] : m_next[m_next[corner]];
             } else {
                 ++misses;
                 corner = m_next[corner];
@@ -90,30 +93,48 @@ public:
     }
 
 private:
-    [[nodiscard]] double turnAt(std::uint32_t i) const { return turn(m_at[m_previous[i]], m_at[i], m_at[m_next[i]]); }
+    [[nodiscard]] double turnAt(std::uint32_t i) const {
+        return turn(m_at[m_previous[i]], m_at[i], m_at[m_next[i]]);
+    }
+
+    /// Twice the area that a corner has which is flat within the tolerance.
+    [[nodiscard]] double nearly(std::uint32_t from, std::uint32_t to) const {
+        return gEpsAbs * (m_at[to] - m_at[from]).length();
+    }
+
+    /// There and back, or no way at all: what is left where the face hangs together at a point only.
+    [[nodiscard]] bool isEmpty(std::uint32_t i) const {
+        const Vertex* vertex = m_vertices[i];
+        const Vertex *before = m_vertices[m_previous[i]], *after = m_vertices[m_next[i]];
+        return before == after || vertex == before || vertex == after;
+    }
 
     [[nodiscard]] bool isEar(std::uint32_t i, const CornerGrid& reflex, const std::vector<bool>& gone) const {
-        if (!(turnAt(i) > 0.0)) return false;
-        const AcGePoint2d &a = m_at[m_previous[i]], &b = m_at[i], &c = m_at[m_next[i]];
-        const AcGePoint2d low(std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y}));
-        const AcGePoint2d high(std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y}));
+        const std::array<std::uint32_t, 3> ear{m_previous[i], i, m_next[i]};
+        const double flat = nearly(ear[0], ear[2]);
+        if (!(turnAt(i) > flat)) return false;
+        const AcGePoint2d &a = m_at[ear[0]], &b = m_at[ear[1]], &c = m_at[ear[2]];
+        const AcGeVector2d around(gEpsAbs, gEpsAbs);
+        const AcGePoint2d low = AcGePoint2d(std::min({a.x, b.x, c.x}), std::min({a.y, b.y, c.y})) - around;
+        const AcGePoint2d high = AcGePoint2d(std::max({a.x, b.x, c.x}), std::max({a.y, b.y, c.y})) + around;
         return !reflex.any(low, high, [&](std::uint32_t k) {
-            if (gone[k] || k == i || k == m_previous[i] || k == m_next[i]) return false;
-            const Vertex* v = m_vertices[k];
-            if (v == m_vertices[m_previous[i]] || v == m_vertices[i] || v == m_vertices[m_next[i]])
-                return blocksFromCorner(k, i);
+            if (gone[k] || k == ear[0] || k == ear[1] || k == ear[2]) return false;
+            for (std::size_t at = 0; at < 3; ++at)
+                if (m_vertices[k] == m_vertices[ear[at]]) return goesInto(ear, at, k);
             const AcGePoint2d& p = m_at[k];
-            return turn(a, b, p) >= 0.0 && turn(b, c, p) >= 0.0 && turn(c, a, p) >= 0.0;
+            return turn(a, b, p) >= 0.0 && turn(b, c, p) >= 0.0 && turn(c, a, p) >= -flat;
         });
     }
 
-    /// A copy of one of the ear's corners, the end of a bridge: the ear is cut off only where the loop does not go into it from there.
-    [[nodiscard]] bool blocksFromCorner(std::uint32_t k, std::uint32_t i) const {
-        const AcGePoint2d &a = m_at[m_previous[i]], &b = m_at[i], &c = m_at[m_next[i]];
-        const auto strictlyIn = [&](const AcGePoint2d& p) {
-            return turn(a, b, p) > 0.0 && turn(b, c, p) > 0.0 && turn(c, a, p) > 0.0;
+    /// A copy of one of the ear's corners, as at the ends of bridges: the loop goes from it, or comes to it,
+    /// through the ear.
+    [[nodiscard]] bool goesInto(const std::array<std::uint32_t, 3>& ear, std::size_t at,
+                                std::uint32_t copy) const {
+        const AcGePoint2d &o = m_at[ear[at]], &from = m_at[ear[(at + 1) % 3]], &to = m_at[ear[(at + 2) % 3]];
+        const auto isBetween = [&](const AcGePoint2d& p) {
+            return turn(o, from, p) > 0.0 && turn(o, p, to) > 0.0;
         };
-        return strictlyIn(m_at[m_next[k]]) || strictlyIn(m_at[m_previous[k]]);
+        return isBetween(m_at[m_next[copy]]) || isBetween(m_at[m_previous[copy]]);
     }
 
     [[nodiscard]] std::uint32_t flattest(std::uint32_t from) const {
@@ -131,8 +152,7 @@ private:
 
     void cut(std::uint32_t i) {
         const std::uint32_t a = m_previous[i], c = m_next[i];
-        if (turnAt(i) > 0.0)
-            m_triangles.push_back({{m_vertices[a], m_vertices[i], m_vertices[c]}, &m_face});
+        if (!isEmpty(i)) m_triangles.push_back({{m_vertices[a], m_vertices[i], m_vertices[c]}, &m_face});
         m_next[a] = c;
         m_previous[c] = a;
     }

@@ -12,8 +12,8 @@ using Index = Polyhedron::Index;
 
 namespace {
 
-/// Leads the loops of one face through its bridges. At a corner the ways that leave it between its own two edges are taken in the order in
-/// which they stand, from the edge that arrives to the one that leaves.
+/// Leads the loops of one face through its bridges. At a corner the ways that leave it between its own two
+/// edges are taken in the order in which they stand, from the edge that arrives to the one that leaves.
 class LoopJoining {
 public:
     LoopJoining(std::span<Edge* const> edges, const FaceView& view)
@@ -31,8 +31,8 @@ public:
         std::stable_sort(m_ways.begin(), m_ways.end(),
                          [](const Way& a, const Way& b) { return a.corner < b.corner; });
         for (auto begin = m_ways.begin(); begin != m_ways.end();) {
-            const auto end =
-                std::find_if(begin, m_ways.end(), [&](const Way& way) { return way.corner != begin->corner; });
+            const auto end = std::find_if(begin, m_ways.end(),
+                                          [&](const Way& way) { return way.corner != begin->corner; });
             lead(std::span(begin, end));
             begin = end;
         }
@@ -50,8 +50,7 @@ private:
         return m_edges[bridge.hole]->vertex() == m_edges[bridge.other]->vertex();
     }
     [[nodiscard]] Index standIn(Index corner) const {
-        while (m_sameAs[corner] != corner)
-            corner = m_sameAs[corner];
+        while (m_sameAs[corner] != corner) corner = m_sameAs[corner];
         return corner;
     }
     [[nodiscard]] AcGeVector2d direction(const Vertex* from, const Vertex* to) const {
@@ -101,7 +100,8 @@ private:
 
     std::span<Edge* const> m_edges;
     const FaceView& m_view;
-    std::vector<Index> m_sameAs; ///< a corner of another loop at the same vertex, between whose edges the hole begins
+    std::vector<Index>
+        m_sameAs; ///< a corner of another loop at the same vertex, between whose edges the hole begins
     std::vector<Way> m_ways;
 };
 
@@ -118,12 +118,10 @@ public:
         for (Index face = 0; face < body.faces.size(); ++face)
             for (Index loop = 0; loop < body.faces[face].loopCount; ++loop)
                 addLoop(face, body.faces[face].firstLoop + loop);
-        for (Index corner : body.corners)
-            ++m_firstOf[corner + 1];
+        for (Index corner : body.corners) ++m_firstOf[corner + 1];
         std::partial_sum(m_firstOf.begin(), m_firstOf.end(), m_firstOf.begin());
         std::vector<Index> place(m_firstOf.begin(), m_firstOf.end() - 1);
-        for (Index i = 0; i < body.corners.size(); ++i)
-            m_ofPoint[place[body.corners[i]]++] = i;
+        for (Index i = 0; i < body.corners.size(); ++i) m_ofPoint[place[body.corners[i]]++] = i;
     }
 
     void run() {
@@ -160,7 +158,8 @@ private:
         m_edges[b]->setPartner(m_edges[a]);
     }
 
-    /// The material lies behind a face: seen along the edge, clockwise from it. There its partner comes first.
+    /// The material lies behind a face: seen along the edge, clockwise from it. There its partner comes
+    /// first.
     void pairAround(const std::vector<Index>& same, std::vector<Index>& reverse) const {
         const AcGePoint3d begin = m_body.points[m_body.corners[same.front()]];
         const AcGeVector3d along = (m_body.points[m_end[same.front()]] - begin).normal();
@@ -196,8 +195,6 @@ void joinLoops(std::span<Edge* const> edges, std::span<const LoopBridge> bridges
     LoopJoining(edges, view).join(bridges, pool, face);
 }
 
-void makePartners(const Polyhedron& body, std::span<Edge* const> edges) {
-    Pairing(body, edges).run();
-}
+void makePartners(const Polyhedron& body, std::span<Edge* const> edges) { Pairing(body, edges).run(); }
 
 } // namespace AModeler

@@ -11,8 +11,9 @@ namespace {
 
 using Corner = std::uint32_t;
 
-/// The sweep keeps the edges that have the face above them, from below to above, each with the last corner that was seen between it and
-/// what lies above it. From there to a hole that begins right above the edge nothing stands in the way.
+/// The sweep keeps the edges that have the face above them, from below to above, each with the last corner
+/// that was seen between it and what lies above it. From there to a hole that begins right above the edge
+/// nothing stands in the way.
 class Sweep {
 public:
     Sweep(std::span<const AcGePoint2d> corners, std::span<const std::uint32_t> loopStarts)
@@ -32,8 +33,7 @@ public:
         std::iota(order.begin(), order.end(), 0);
         std::stable_sort(order.begin(), order.end(),
                          [&](Corner a, Corner b) { return comesBefore(m_at[a], m_at[b]); });
-        for (Corner corner : order)
-            meet(corner);
+        for (Corner corner : order) meet(corner);
         return std::move(m_bridges);
     }
 
@@ -73,8 +73,9 @@ private:
         const bool edgeEnds = comesBefore(m_at[previous], m_at[corner]);
         const bool edgeBegins = comesBefore(m_at[corner], m_at[m_next[corner]]);
         // The face lies below the corner, or on both sides of it: not where it only begins or ends there.
-        const bool facesEdgeBelow =
-            edgeEnds == edgeBegins ? !edgeEnds : turn(m_at[previous], m_at[corner], m_at[m_next[corner]]) < 0.0;
+        const bool facesEdgeBelow = edgeEnds == edgeBegins
+                                        ? !edgeEnds
+                                        : turn(m_at[previous], m_at[corner], m_at[m_next[corner]]) < 0.0;
         if (edgeEnds) close(previous);
         if (facesEdgeBelow) tellEdgeBelow(corner);
         if (edgeBegins) open(corner);
@@ -104,7 +105,7 @@ private:
     std::span<const AcGePoint2d> m_at;
     std::vector<Corner> m_next, m_previous;
     std::vector<bool> m_beginsHole;
-    std::vector<bool> m_isOpen; ///< the edge that begins at the corner is in the list
+    std::vector<bool> m_isOpen;   ///< the edge that begins at the corner is in the list
     std::vector<Corner> m_helper; ///< of the edge that begins at the corner
     std::multiset<Corner, Below> m_edges{Below{this}};
     std::vector<Place> m_place;
@@ -113,7 +114,8 @@ private:
 
 } // namespace
 
-std::vector<LoopBridge> bridgesOf(std::span<const AcGePoint2d> corners, std::span<const std::uint32_t> loopStarts) {
+std::vector<LoopBridge> bridgesOf(std::span<const AcGePoint2d> corners,
+                                  std::span<const std::uint32_t> loopStarts) {
     if (loopStarts.size() <= 2) return {};
     return Sweep(corners, loopStarts).run();
 }

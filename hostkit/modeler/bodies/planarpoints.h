@@ -6,7 +6,8 @@
 
 namespace AModeler {
 
-/// Drops the coordinate in which the normal is longest, so that no rounding moves a point, and keeps the sense of turning about it.
+/// Drops the coordinate in which the normal is longest, so that no rounding moves a point, and keeps the
+/// sense of turning about it.
 class FaceView {
 public:
     explicit FaceView(const AcGeVector3d& normal)

@@ -16,21 +16,25 @@ void addArc(PolygonOutline& outline, const Point3d& from, const Point3d& to, con
     if (data.type() != PolygonVertexData::kArc3d) throw Error(eArc3dTypeExpected);
     if (!circle.isValid()) throw Error(eCircleIsNotValid);
     const double allowance = std::max(gEpsAbs, 1.0e-9 * circle.radius());
-    const bool forward = from.isEqual(circle.startPoint(), allowance) && to.isEqual(circle.endPoint(), allowance);
-    const bool backward = from.isEqual(circle.endPoint(), allowance) && to.isEqual(circle.startPoint(), allowance);
+    const bool forward =
+        from.isEqual(circle.startPoint(), allowance) && to.isEqual(circle.endPoint(), allowance);
+    const bool backward =
+        from.isEqual(circle.endPoint(), allowance) && to.isEqual(circle.startPoint(), allowance);
     if (!forward && !backward) throw Error(eBadArcCenter);
 
     // From the circle's start to its end the arc runs clockwise about the circle's normal.
     const AcGeVector3d axis = forward ? -circle.normal() : AcGeVector3d(circle.normal());
     const AcGeVector3d first = from - circle.center();
     const double span = first.angleTo(to - circle.center(), axis);
-    const int sides = std::max(1, static_cast<int>(std::ceil(data.approximation() * span / (2 * AcGe::kPi) - 1.0e-9)));
+    const int sides =
+        std::max(1, static_cast<int>(std::ceil(data.approximation() * span / (2 * AcGe::kPi) - 1.0e-9)));
     const AcGeVector3d across = axis.crossProduct(first);
     outline.circles.push_back(circle);
     for (int i = 0; i < sides; ++i) {
         const double angle = span * i / sides;
-        outline.points.push_back(
-            i == 0 ? AcGePoint3d(from) : circle.center() + first * std::cos(angle) + across * std::sin(angle));
+        outline.points.push_back(i == 0
+                                     ? AcGePoint3d(from)
+                                     : circle.center() + first * std::cos(angle) + across * std::sin(angle));
         outline.arcs.push_back(static_cast<int>(outline.circles.size()) - 1);
     }
 }
@@ -58,7 +62,8 @@ void check(const PolygonOutline& outline) {
         const AcGePoint3d& p = outline.points[i];
         if (!std::isfinite(p.x + p.y + p.z)) throw Error(eBadPolygon);
         if (Point3d(p).isEqual(outline.points[(i + 1) % count])) throw Error(ePolygonPointsCoincide);
-        if (std::abs(outline.normal.dotProduct(p - outline.points[0])) > gEpsAbs) throw Error(eNonPlanarPolygon);
+        if (std::abs(outline.normal.dotProduct(p - outline.points[0])) > gEpsAbs)
+            throw Error(eNonPlanarPolygon);
     }
 }
 
@@ -112,10 +117,13 @@ bool meet(const Side& a, const Side& b, const AcGeVector3d& normal, double epsil
 bool crossesItself(const PolygonOutline& outline, double epsilon) {
     const std::size_t count = outline.points.size();
     const FaceView view(outline.normal);
-    const auto sideAt = [&](std::size_t i) { return Side{outline.points[i], outline.points[(i + 1) % count]}; };
+    const auto sideAt = [&](std::size_t i) {
+        return Side{outline.points[i], outline.points[(i + 1) % count]};
+    };
     for (std::size_t i = 0; i < count; ++i) { // a spike: a neighbour's end on the side itself
         const Side here = sideAt(i), next = sideAt((i + 1) % count);
-        if (distanceBetween(next.end, here) <= epsilon || distanceBetween(here.begin, next) <= epsilon) return true;
+        if (distanceBetween(next.end, here) <= epsilon || distanceBetween(here.begin, next) <= epsilon)
+            return true;
     }
     std::vector<double> low(count), high(count);
     std::vector<std::size_t> order(count);
