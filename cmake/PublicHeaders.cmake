@@ -14,7 +14,7 @@ set(VEXO_LIBRARY_HEADERS
 set(VEXO_KIT_HEADERS
   acadstrc.h acarray.h accmd.h acdbads.h acdbunits.h acdocman.h aced.h acedads.h acedinpt.h acgi.h acgicontext.h
   acgidefs.h acgidrawable.h acgigeometry.h acgitextstyle.h acgitraits.h actrans.h acutads.h
-  adesk.h adscodes.h adsdef.h afx.h afxcmn.h afxdlgs.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h
+  adesk.h adscodes.h ambody.h amentity.h amerror.h amgeometry.h amodeler.h ampolygon.h adsdef.h afx.h afxcmn.h afxdlgs.h afxdllx.h afxwin.h atltypes.h attributetext.h axlock.h
   casefold.h ccontrols.h cdc.h cdialog.h cfile.h cfiledialog.h cfilefind.h circularcurve.h cmenu.h commandinput.h
   cornerfigure.h cpropertysheet.h cstring.h cstringlist.h cvxcrashhandler.h cvxlogentry.h cvxtoolsresoverride.h
   cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db2lineangulardimension.h db3dpolyline.h db3dvertex.h

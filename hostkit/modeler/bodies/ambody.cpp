@@ -9,8 +9,7 @@
 
 namespace AModeler {
 
-using hostkit::modeler::Operation;
-using hostkit::modeler::Polyhedron;
+using namespace hostkit::modeler;
 
 Body::Body() = default;
 Body::Body(Body&& other) noexcept
@@ -34,8 +33,8 @@ Body& Body::operator=(const Body& other) {
 
 void Body::init() { *this = Body(); }
 
-Body::Storage& Body::storage() {
-    if (!m_storage) m_storage = std::make_unique<Storage>();
+BodyParts& Body::storage() {
+    if (!m_storage) m_storage = std::make_unique<BodyParts>();
     return *m_storage;
 }
 
@@ -78,7 +77,7 @@ private:
 
 Body::Body(const Body& other) {
     if (!other.m_storage) return;
-    Storage& own = storage();
+    BodyParts& own = storage();
     own.surfaces = other.m_storage->surfaces;
     Copies<Vertex> vertices(own.vertices);
     Copies<Face> faces(own.faces);

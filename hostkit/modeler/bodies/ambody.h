@@ -1,4 +1,4 @@
-// Stand-in for the modeller's Body. Covers prisms from contours with arcs, cylinders, booleans, sections, measures, triangles; leaves out sweeps, lofts, fillets and pictures.
+// Stand-in for the host's modeller: Body. Covers prisms from contours with arcs, cylinders, booleans, sections, measures, triangles; leaves out sweeps, lofts, fillets and pictures.
 #pragma once
 
 #include "amentity.h"
@@ -10,8 +10,9 @@
 #include <vector>
 
 namespace hostkit::modeler {
+struct BodyParts;
 struct Polyhedron;
-}
+} // namespace hostkit::modeler
 
 namespace AModeler {
 
@@ -118,12 +119,12 @@ public:
     Surface* newSurface(const Line3d& axis, double radius);
 
 private:
-    struct Storage;
-    [[nodiscard]] Storage& storage(); ///< made where there is none yet
+    [[nodiscard]] hostkit::modeler::BodyParts& storage(); ///< made where there is none yet
 
     Face* m_faceList = nullptr;
     Vertex* m_vertexList = nullptr;
-    std::unique_ptr<Storage> m_storage; ///< of all parts, the unlinked ones too, and the surfaces
+    std::unique_ptr<hostkit::modeler::BodyParts>
+        m_storage; ///< of all parts, the unlinked ones too, and the surfaces
 };
 
 } // namespace AModeler

@@ -1,4 +1,4 @@
-// Stand-in for the modeller's Entity, Surface, Vertex, Edge and Face. Covers half-edges with bridges, their links and the surgery on them; leaves out colours and user data.
+// Stand-in for the host's modeller: Entity, Surface, Vertex, Edge and Face. Covers half-edges with bridges, their links and the surgery on them; leaves out colours and user data.
 #pragma once
 
 #include "amgeometry.h"

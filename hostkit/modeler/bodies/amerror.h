@@ -1,4 +1,4 @@
-// Stand-in for the modeller's ErrorCode, errorString and its exceptions. Covers all codes; leaves out what four numbers that stand for nothing once meant.
+// Stand-in for the host's modeller: ErrorCode, errorString and its exceptions. Covers all codes; leaves out what four numbers that stand for nothing once meant.
 #pragma once
 
 #include <exception>

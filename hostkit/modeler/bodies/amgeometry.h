@@ -1,4 +1,4 @@
-// Stand-in for the modeller's Point3d, Vector3d, Plane, Line3d, Circle3d and Interval3d. Covers what bodies are made of and cut with; leaves out lines and planes as curves of their own.
+// Stand-in for the host's modeller: Point3d, Vector3d, Plane, Line3d, Circle3d and Interval3d. Covers what bodies are made of and cut with; leaves out lines and planes as curves of their own.
 #pragma once
 
 #include "gemat3d.h"

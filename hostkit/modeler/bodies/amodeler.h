@@ -1,4 +1,4 @@
-// Stand-in for the modeller's main header: all of its classes.
+// Stand-in for the host's modeller, its main header. Covers all classes that stand here; leaves out what their headers say.
 #pragma once
 
 #include "ambody.h"

@@ -1,4 +1,4 @@
-// Stand-in for the modeller's PolygonVertexData and MorphingMap. Covers segments that are arcs of a circle; leaves out fillets, arcs by radius or bulge, and morphing.
+// Stand-in for the host's modeller: PolygonVertexData and MorphingMap. Covers segments that are arcs of a circle; leaves out fillets, arcs by radius or bulge, and morphing.
 #pragma once
 
 #include "amgeometry.h"

@@ -9,7 +9,7 @@
 
 namespace AModeler {
 
-using hostkit::modeler::Polyhedron;
+using namespace hostkit::modeler;
 using Index = Polyhedron::Index;
 
 namespace {
@@ -226,7 +226,7 @@ private:
 Body Body::fromPolyhedron(const Polyhedron& polyhedron, std::span<const Body* const> sources) {
     Body body;
     if (polyhedron.empty()) return body;
-    Storage& storage = body.storage();
+    BodyParts& storage = body.storage();
     const Building built(polyhedron, storage.vertices, storage.edges, storage.faces);
     body.m_vertexList = built.vertices();
     body.m_faceList = built.faces();

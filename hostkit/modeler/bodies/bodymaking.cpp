@@ -9,7 +9,7 @@
 
 namespace AModeler {
 
-using hostkit::modeler::Polyhedron;
+using namespace hostkit::modeler;
 using Index = Polyhedron::Index;
 
 namespace {

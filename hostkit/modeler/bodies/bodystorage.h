@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace AModeler {
+namespace hostkit::modeler {
 
 /// Grows by blocks, each as large as all before it; frees everything with itself.
 template <class T>
@@ -32,32 +32,32 @@ private:
     std::size_t m_free = 0, m_made = 0;
 };
 
-struct Body::Storage {
-    PartPool<Vertex> vertices;
-    PartPool<Edge> edges;
-    PartPool<Face> faces;
-    std::vector<std::shared_ptr<Surface>> surfaces;
+struct BodyParts {
+    PartPool<AModeler::Vertex> vertices;
+    PartPool<AModeler::Edge> edges;
+    PartPool<AModeler::Face> faces;
+    std::vector<std::shared_ptr<AModeler::Surface>> surfaces;
 };
 
 /// Calls f(edge) for each half-edge of the face's loop.
 template <class F>
-void forEachEdge(const Face& face, F&& f) {
-    Edge* edge = face.edgeLoop();
+void forEachEdge(const AModeler::Face& face, F&& f) {
+    AModeler::Edge* edge = face.edgeLoop();
     if (!edge) return;
     do {
-        Edge* next = edge->next();
+        AModeler::Edge* next = edge->next();
         f(*edge);
         edge = next;
     } while (edge != face.edgeLoop());
 }
 
 template <class F>
-void forEachFace(const Body& body, F&& f) {
-    for (Face* face = body.faceList(); face;) {
-        Face* next = face->next();
+void forEachFace(const AModeler::Body& body, F&& f) {
+    for (AModeler::Face* face = body.faceList(); face;) {
+        AModeler::Face* next = face->next();
         f(*face);
         face = next;
     }
 }
 
-} // namespace AModeler
+} // namespace hostkit::modeler

@@ -5,6 +5,9 @@
 #include <numeric>
 
 namespace AModeler {
+
+using namespace hostkit::modeler;
+
 namespace {
 
 /// The corners that are not convex, by the cell of a grid in which they lie: what an ear must not hold.

@@ -5,9 +5,10 @@
 #include <cmath>
 #include <numeric>
 
-namespace AModeler {
+namespace hostkit::modeler {
 
-using hostkit::modeler::Polyhedron;
+using namespace AModeler;
+
 using Index = Polyhedron::Index;
 
 namespace {
@@ -197,4 +198,4 @@ void joinLoops(std::span<Edge* const> edges, std::span<const LoopBridge> bridges
 
 void makePartners(const Polyhedron& body, std::span<Edge* const> edges) { Pairing(body, edges).run(); }
 
-} // namespace AModeler
+} // namespace hostkit::modeler

@@ -8,9 +8,9 @@
 
 #include <span>
 
-namespace AModeler {
+namespace hostkit::modeler {
 
-inline void linkEdges(Edge& from, Edge& to) {
+inline void linkEdges(AModeler::Edge& from, AModeler::Edge& to) {
     from.setNext(&to);
     to.setPrev(&from);
 }
@@ -18,12 +18,12 @@ inline void linkEdges(Edge& from, Edge& to) {
 /// Makes one loop of a face's loops by pairs of edges along the bridges. `edges` are those that begin at the
 /// corners that the bridges name. A bridge between corners of one vertex takes no edges: the hole's loop is
 /// led through there.
-void joinLoops(std::span<Edge* const> edges, std::span<const LoopBridge> bridges, const FaceView& view,
-               PartPool<Edge>& pool, Face& face);
+void joinLoops(std::span<AModeler::Edge* const> edges, std::span<const LoopBridge> bridges,
+               const FaceView& view, PartPool<AModeler::Edge>& pool, AModeler::Face& face);
 
 /// Gives each edge its partner, the edge of the corner with the same number as in `body.corners`. Where more
 /// than two faces meet in an edge, partners are those with material between them. Error eBadBodyGeometry
 /// where one finds no reverse.
-void makePartners(const hostkit::modeler::Polyhedron& body, std::span<Edge* const> edges);
+void makePartners(const Polyhedron& body, std::span<AModeler::Edge* const> edges);
 
-} // namespace AModeler
+} // namespace hostkit::modeler

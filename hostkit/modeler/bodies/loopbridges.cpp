@@ -6,7 +6,7 @@
 #include <numeric>
 #include <set>
 
-namespace AModeler {
+namespace hostkit::modeler {
 namespace {
 
 using Corner = std::uint32_t;
@@ -120,4 +120,4 @@ std::vector<LoopBridge> bridgesOf(std::span<const AcGePoint2d> corners,
     return Sweep(corners, loopStarts).run();
 }
 
-} // namespace AModeler
+} // namespace hostkit::modeler

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-namespace AModeler {
+namespace hostkit::modeler {
 
 /// A line from the first corner of a hole, seen from the left, to a corner of another loop. No bridge crosses
 /// an edge or another bridge.
@@ -24,4 +24,4 @@ struct LoopBridge {
 [[nodiscard]] std::vector<LoopBridge> bridgesOf(std::span<const AcGePoint2d> corners,
                                                 std::span<const std::uint32_t> loopStarts);
 
-} // namespace AModeler
+} // namespace hostkit::modeler

@@ -4,7 +4,7 @@
 #include "gepnt2d.h"
 #include "gepnt3d.h"
 
-namespace AModeler {
+namespace hostkit::modeler {
 
 /// Drops the coordinate in which the normal is longest, so that no rounding moves a point, and keeps the
 /// sense of turning about it.
@@ -34,4 +34,4 @@ inline bool comesBefore(const AcGePoint2d& a, const AcGePoint2d& b) {
     return a.x < b.x || (a.x == b.x && a.y < b.y);
 }
 
-} // namespace AModeler
+} // namespace hostkit::modeler

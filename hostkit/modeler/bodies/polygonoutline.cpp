@@ -7,7 +7,9 @@
 #include <cmath>
 #include <numeric>
 
-namespace AModeler {
+namespace hostkit::modeler {
+
+using namespace AModeler;
 namespace {
 
 /// Adds the points of a contour's arc, the one at its end left out.
@@ -146,4 +148,4 @@ bool crossesItself(const PolygonOutline& outline, double epsilon) {
     return false;
 }
 
-} // namespace AModeler
+} // namespace hostkit::modeler

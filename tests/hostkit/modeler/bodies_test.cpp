@@ -1,4 +1,5 @@
-// Half-edge bodies: bridges, partners, prisms with arcs, measures and triangles, asked against areas of the outlines.
+// Half-edge bodies: bridges, partners, prisms with arcs, measures and triangles, asked against areas of the
+// outlines.
 #include "amodeler.h"
 #include "gearc3d.h"
 #include "placements.h"
@@ -30,7 +31,8 @@ Polyhedron prismOf(const std::vector<Ring>& rings, double height) {
     Polyhedron body;
     std::map<std::array<double, 3>, Polyhedron::Index> known;
     const auto numberOf = [&](const AcGePoint3d& p) {
-        const auto [at, isNew] = known.try_emplace({p.x, p.y, p.z}, static_cast<Polyhedron::Index>(body.points.size()));
+        const auto [at, isNew] =
+            known.try_emplace({p.x, p.y, p.z}, static_cast<Polyhedron::Index>(body.points.size()));
         if (isNew) body.points.push_back(p);
         return at->second;
     };
@@ -40,7 +42,8 @@ Polyhedron prismOf(const std::vector<Ring>& rings, double height) {
         ++body.faces.back().loopCount;
     };
     const auto addFace = [&](const AcGeVector3d& normal, const AcGePoint3d& on) {
-        body.faces.push_back({normal.normal(), normal.normal().dotProduct(on.asVector()), body.loopCount(), 0});
+        body.faces.push_back(
+            {normal.normal(), normal.normal().dotProduct(on.asVector()), body.loopCount(), 0});
     };
     const AcGeVector3d up(0, 0, height);
     addFace(AcGeVector3d::kZAxis, rings[0][0] + up);
@@ -59,7 +62,8 @@ Polyhedron prismOf(const std::vector<Ring>& rings, double height) {
     return body;
 }
 
-/// Sums over the triangles: they turn the right way, each side has its reverse, and their fans give the volume.
+/// Sums over the triangles: they turn the right way, each side has its reverse, and their fans give the
+/// volume.
 double volumeOfTriangles(const Body& body) {
     double volume = 0;
     std::map<std::pair<const Vertex*, const Vertex*>, int> sides;
@@ -93,13 +97,15 @@ Loops loopsOf(const Polyhedron& body) {
     return loops;
 }
 
-/// A star within 1 of the middle, its points on multiples of 1/8. With `touching` its corners to the left and right reach their neighbours'.
+/// A star within 1 of the middle, its points on multiples of 1/8. With `touching` its corners to the left and
+/// right reach their neighbours'.
 Ring starAt(placements::Random& random, double x, double y, bool touching, int corners) {
     Ring ring;
     for (int i = 0; i < corners; ++i) {
         const bool isSide = touching && (i == 0 || 2 * i == corners);
         const double angle = 2 * AcGe::kPi * i / corners, r = isSide ? 1 : random.between(0.4, 0.9);
-        const AcGePoint3d p(x + std::round(8 * r * std::cos(angle)) / 8, y + std::round(8 * r * std::sin(angle)) / 8, 0);
+        const AcGePoint3d p(x + std::round(8 * r * std::cos(angle)) / 8,
+                            y + std::round(8 * r * std::sin(angle)) / 8, 0);
         if (ring.empty() || !(p == ring.back())) ring.push_back(p);
     }
     return ring;
@@ -114,10 +120,12 @@ TEST(Bodies, holesOfAllKindsAreBridgedAndTakenApartAgain) {
         // In some the holes at the left touch the outer ring, too.
         std::vector<Ring> rings{{{0, 0, 0}, {side + 1, 0, 0}, {side + 1, side, 0}, {-1, side, 0}}};
         for (int row = cells; row-- > 0;)
-            if (round % 4 == 1) rings[0].insert(rings[0].end(), {{-0.5, 2.0 * row + 1.5, 0}, {0, 2.0 * row + 1, 0}});
+            if (round % 4 == 1)
+                rings[0].insert(rings[0].end(), {{-0.5, 2.0 * row + 1.5, 0}, {0, 2.0 * row + 1, 0}});
         double area = areaOf(rings[0]);
         for (int cell = 0; cell < cells * cells; ++cell) {
-            Ring hole = starAt(random, cell % cells * 2.0 + 1, cell / cells * 2.0 + 1, round % 2, 4 + round % 9);
+            Ring hole =
+                starAt(random, cell % cells * 2.0 + 1, cell / cells * 2.0 + 1, round % 2, 4 + round % 9);
             area -= areaOf(hole);
             std::reverse(hole.begin(), hole.end());
             std::rotate(hole.begin(), hole.begin() + round % static_cast<int>(hole.size()), hole.end());
@@ -138,7 +146,8 @@ TEST(Bodies, holesOfAllKindsAreBridgedAndTakenApartAgain) {
     }
 }
 
-/// A contour of bulges as tangents of a quarter of the angle: its arcs as the modeller takes them, through their middles.
+/// A contour of bulges as tangents of a quarter of the angle: its arcs as the modeller takes them, through
+/// their middles.
 struct Contour {
     Ring points;
     std::vector<double> bulges;
@@ -176,8 +185,8 @@ struct Contour {
         std::vector<PolygonVertexData*> data;
         for (std::size_t i = 0; i < own.size(); ++i) data.push_back(bulges[i] == 0 ? nullptr : &own[i]);
         const std::vector<Point3d> corners(points.begin(), points.end());
-        return Body::extrusion(corners.data(), data.data(), static_cast<int>(corners.size()), AcGeVector3d::kZAxis, up,
-                               corners[0], scale);
+        return Body::extrusion(corners.data(), data.data(), static_cast<int>(corners.size()),
+                               AcGeVector3d::kZAxis, up, corners[0], scale);
     }
 };
 
@@ -197,24 +206,26 @@ TEST(Bodies, prismsFromContoursWithArcsHaveTheirVolume) {
             std::set<const Surface*> surfaces;
             for (const Face* face = body.faceList(); face; face = face->next())
                 if (face->surface()) surfaces.insert(face->surface());
-            const auto arcs = std::count_if(contour.bulges.begin(), contour.bulges.end(), [](double b) { return b != 0; });
+            const auto arcs =
+                std::count_if(contour.bulges.begin(), contour.bulges.end(), [](double b) { return b != 0; });
             EXPECT_EQ(static_cast<std::ptrdiff_t>(surfaces.size()), arcs);
             EXPECT_NEAR(contour.raised(up, 4096, 0.5).volume(), 2 * area * (1 + 0.5 + 0.25) / 3, 2e-5 * area);
         }
     const Body cylinder = Body::cylinder(Line3d({1, 2, 3}, {0, 3, 4}), 2, 12);
     EXPECT_NEAR(cylinder.volume(), 5 * 12 * 2 * std::sin(AcGe::kPi / 6), 1e-9);
     EXPECT_TRUE(cylinder.centerOfGravity().isEqual({1, 3.5, 5}, 1e-9));
-    EXPECT_NEAR(cylinder.surfaceArea(), 2 * 12 * 2 * std::sin(AcGe::kPi / 6) + 5 * 12 * 4 * std::sin(AcGe::kPi / 12), 1e-9);
+    EXPECT_NEAR(cylinder.surfaceArea(),
+                2 * 12 * 2 * std::sin(AcGe::kPi / 6) + 5 * 12 * 4 * std::sin(AcGe::kPi / 12), 1e-9);
 }
 
 TEST(Bodies, contoursThatMakeNoPrismAreRefusedByCode) {
     const double nan = std::nan("");
     const std::vector<Point3d> square{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
-    const auto codeOf = [](const std::vector<Point3d>& points, const AcGeVector3d& normal, const AcGeVector3d& up,
-                           double scale = 1, double twist = 0) {
+    const auto codeOf = [](const std::vector<Point3d>& points, const AcGeVector3d& normal,
+                           const AcGeVector3d& up, double scale = 1, double twist = 0) {
         try {
-            static_cast<void>(Body::extrusion(points.data(), nullptr, static_cast<int>(points.size()), normal, up,
-                                              points.empty() ? Point3d() : points[0], scale, twist));
+            static_cast<void>(Body::extrusion(points.data(), nullptr, static_cast<int>(points.size()), normal,
+                                              up, points.empty() ? Point3d() : points[0], scale, twist));
         } catch (const Error& error) {
             return error.code();
         }
@@ -230,12 +241,16 @@ TEST(Bodies, contoursThatMakeNoPrismAreRefusedByCode) {
     EXPECT_EQ(codeOf({{0, 0, 0}, {1, 0, 0}}, z, z), eBadPolygon);
     EXPECT_EQ(codeOf({{0, 0, 0}, {1, 0, 0}, {nan, 1, 0}}, z, z), eBadPolygon);
     EXPECT_EQ(codeOf({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}}, z, z), ePolygonPointsCoincide);
-    EXPECT_EQ(codeOf({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}, z, z), ePolygonIsSelfIntersectingOrTouching);
-    EXPECT_EQ(codeOf({{0, 0, 0}, {2, 0, 0}, {1, 0, 0}, {1, 1, 0}}, z, z), ePolygonIsSelfIntersectingOrTouching);
-    EXPECT_EQ(codeOf({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 0, 0}, {0, 2, 0}}, z, z), ePolygonIsSelfIntersectingOrTouching);
+    EXPECT_EQ(codeOf({{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}}, z, z),
+              ePolygonIsSelfIntersectingOrTouching);
+    EXPECT_EQ(codeOf({{0, 0, 0}, {2, 0, 0}, {1, 0, 0}, {1, 1, 0}}, z, z),
+              ePolygonIsSelfIntersectingOrTouching);
+    EXPECT_EQ(codeOf({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 0, 0}, {0, 2, 0}}, z, z),
+              ePolygonIsSelfIntersectingOrTouching);
     EXPECT_THROW(setEpsAbs(nan), Error);
     EXPECT_EQ(gEpsAbs, 1e-6);
-    EXPECT_STREQ(Error(eExtrusionVectorMustNotBeParallelToPolygon).what(), "Extrusion vector must not be parallel to polygon");
+    EXPECT_STREQ(Error(eExtrusionVectorMustNotBeParallelToPolygon).what(),
+                 "Extrusion vector must not be parallel to polygon");
 }
 
 TEST(Bodies, copiesStandForThemselvesAndDamageIsSeen) {
