@@ -160,7 +160,10 @@ public:
         edges.reserve(from.corners.size());
         makeVertices(vertices);
         for (const Polyhedron::Face& face : from.faces) makeFace(face, *faces.make());
-        makePartners(from, m_edges);
+        for (std::size_t i = 0; i < m_edges.size(); ++i) {
+            if (!m_edges[i]) throw Error(eBadBodyGeometry); // a loop of no face
+            m_edges[i]->setPartner(m_edges[from.partners[i]]);
+        }
     }
 
     [[nodiscard]] Vertex* vertices() const { return m_firstVertex; }
@@ -169,7 +172,6 @@ public:
 private:
     void makeVertices(PartPool<Vertex>& pool) {
         for (Index corner : m_from.corners) {
-            if (corner >= m_vertices.size()) throw Error(eBadBodyGeometry);
             if (m_vertices[corner]) continue;
             Vertex* vertex = m_vertices[corner] = pool.make();
             vertex->setPoint(m_from.points[corner]);
@@ -226,6 +228,13 @@ private:
 Body Body::fromPolyhedron(const Polyhedron& polyhedron, std::span<const Body* const> sources) {
     Body body;
     if (polyhedron.empty()) return body;
+    if (polyhedron.partners.empty()) {
+        const auto stands = [&](Index corner) { return corner < polyhedron.points.size(); };
+        if (!std::all_of(polyhedron.corners.begin(), polyhedron.corners.end(), stands)) throw Error(eBadBodyGeometry);
+        Polyhedron paired = polyhedron;
+        if (!findPartners(paired)) throw Error(eBadBodyGeometry);
+        return fromPolyhedron(paired, sources);
+    }
     BodyParts& storage = body.storage();
     const Building built(polyhedron, storage.vertices, storage.edges, storage.faces);
     body.m_vertexList = built.vertices();

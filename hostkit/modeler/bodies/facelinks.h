@@ -4,7 +4,6 @@
 #include "bodystorage.h"
 #include "loopbridges.h"
 #include "planarpoints.h"
-#include "polyhedron.h"
 
 #include <span>
 
@@ -20,10 +19,5 @@ inline void linkEdges(AModeler::Edge& from, AModeler::Edge& to) {
 /// led through there.
 void joinLoops(std::span<AModeler::Edge* const> edges, std::span<const LoopBridge> bridges,
                const FaceView& view, PartPool<AModeler::Edge>& pool, AModeler::Face& face);
-
-/// Gives each edge its partner, the edge of the corner with the same number as in `body.corners`. Where more
-/// than two faces meet in an edge, partners are those with material between them. Error eBadBodyGeometry
-/// where one finds no reverse.
-void makePartners(const Polyhedron& body, std::span<AModeler::Edge* const> edges);
 
 } // namespace hostkit::modeler

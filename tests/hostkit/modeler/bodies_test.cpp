@@ -271,6 +271,9 @@ TEST(Bodies, copiesStandForThemselvesAndDamageIsSeen) {
     open.faces.pop_back();
     const std::array<const Body*, 1> sources{&body};
     EXPECT_THROW(static_cast<void>(Body::fromPolyhedron(open, sources)), Error);
+    open.loopStarts.pop_back();
+    open.corners.resize(open.loopStarts.back());
+    EXPECT_THROW(static_cast<void>(Body::fromPolyhedron(open, sources)), Error);
 }
 
 } // namespace
