@@ -276,4 +276,53 @@ TEST(Bodies, copiesStandForThemselvesAndDamageIsSeen) {
     EXPECT_THROW(static_cast<void>(Body::fromPolyhedron(open, sources)), Error);
 }
 
+TEST(Bodies, sectionsTakeEachSideAndTheSidesAddUp) {
+    placements::Random random(4);
+    const Contour contour{{{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0.5, 0, -0.3}};
+    const Body plain = contour.raised({0, 0, 2}, 32) - Body::cylinder(Line3d({2, 1, -1}, {0, 0, 4}), 0.5, 12);
+    for (int round = 0; round < 120; ++round) {
+        Body body = plain;
+        body.transform(placements::ofSpace()[static_cast<std::size_t>(round) % 2]);
+        std::vector<AcGePoint3d> corners;
+        for (const Vertex* v = body.vertexList(); v; v = v->next()) corners.push_back(v->point());
+        const auto corner = [&] { return corners[static_cast<std::size_t>(random.between(0, 0.999) * double(corners.size()))]; };
+        const AcGePoint3d on = round % 3 ? corner() : body.centerOfGravity();
+        AcGeVector3d normal(random.between(-1, 1), random.between(-1, 1), random.between(-1, 1));
+        if (round % 3 == 2) normal = (corner() - on).crossProduct(corner() - on);
+        if (normal.length() < 1e-6) continue;
+        const Plane plane(on, normal), opposite(on, -normal);
+        Body back = body, front = body;
+        back.section(plane);
+        front.section(opposite);
+        ASSERT_TRUE(back.isValid() && front.isValid()) << "round " << round;
+        EXPECT_NEAR(back.volume() + front.volume(), body.volume(), 1e-7) << "round " << round;
+        EXPECT_EQ(body.planeIntersectsBody(plane), !back.isNull() && !front.isNull()) << "round " << round;
+        for (const Vertex* v = back.vertexList(); v; v = v->next()) EXPECT_LE(plane.distanceTo(v->point()), 1e-6);
+        const Interval3d box = back.interval(0.5);
+        if (!back.isNull()) EXPECT_NEAR(box.getMax().x - box.getMin().x, back.interval().getMax().x - back.interval().getMin().x + 1, 1e-9);
+    }
+    Body all = plain;
+    EXPECT_THROW(all.section(Plane()), Error);
+    EXPECT_NEAR(all.volume(), plain.volume(), 0);
+}
+
+TEST(Bodies, operandsThatAreNoBodiesAreRefusedAndStay) {
+    const Body box = Contour{{{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 0, 0}}.raised({0, 0, 2}, 8);
+    Body torn = box;
+    torn.vertexList()->setPoint({9, 9, 9});
+    const auto codeOf = [](const Body& a, const Body& b) {
+        try {
+            static_cast<void>(a - b);
+        } catch (const Error& error) {
+            return error.code();
+        }
+        return eOk;
+    };
+    EXPECT_EQ(codeOf(torn, box), eBadBodyGeometry);
+    EXPECT_EQ(codeOf(box, torn), eBadBodyGeometry);
+    EXPECT_EQ(codeOf(box, Body()), eOk);
+    EXPECT_TRUE((Body() - box).isNull() && (box * Body()).isNull() && (box - box).isNull());
+    EXPECT_NEAR((Body() + box).volume(), 24, 1e-12);
+}
+
 } // namespace
