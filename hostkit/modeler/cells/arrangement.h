@@ -5,6 +5,7 @@
 #include "boxtree.h"
 #include "lookups.h"
 #include "orientation.h"
+#include "workframe.h"
 
 #include <span>
 
@@ -37,6 +38,7 @@ struct Use {
 /// Faces of all bodies that lie in one plane within the tolerance.
 struct PlaneClass {
     Plane plane;
+    Index largest = none; ///< the face that gave the plane
     std::array<unsigned char, 2> axes{0, 1}; ///< kept of space: counter-clockwise seen against the normal
     std::vector<Use> uses;
     std::vector<Index> leaves; ///< the segments in the plane, without those that were split; ascending
@@ -72,11 +74,11 @@ struct Arrangement {
 
     std::span<const Polyhedron* const> bodies; ///< the first, then the others
     double tolerance = 0;
-    AcGeVector3d shift; ///< from the local origin's place to the points of the bodies
+    WorkFrame frame;
 
     std::vector<Index> pointBases; ///< of each body, and the end
     std::vector<Index> faceBases;
-    std::vector<AcGePoint3d> points; ///< about the local origin: those of all bodies, then new ones
+    std::vector<AcGePoint3d> points; ///< in the frame: those of all bodies, then new ones
     std::vector<Index> welded;       ///< of each point of a body: the point that stands for it
     std::vector<bool> clean;         ///< the point belongs to a face that passes through: no other body is near
     PointGrid grid{1, 0};            ///< the points of worked faces that are not clean, and all new ones
@@ -154,7 +156,7 @@ struct Arrangement {
     }
 };
 
-/// Points about a local origin, face planes, boxes; the meetings; which faces are worked. The tolerance is raised to some units in
+/// Points and face planes in the frame, boxes; the meetings; which faces are worked. The tolerance is raised to some units in
 /// the last place of the largest coordinate.
 void findMeetings(Arrangement& all, double tolerance);
 /// One point for those of worked faces that are within the tolerance, and the segments of their edges.

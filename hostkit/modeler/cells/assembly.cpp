@@ -237,9 +237,9 @@ private:
             if (piece.firstLoop == none) {
                 if (!emitPassing(piece)) return false;
             } else {
-                const Plane& plane = m_all.planeClasses[m_all.cells[m_loops[piece.firstLoop].region].plane].plane;
-                face.normal = plane.normal;
-                face.distance = plane.distance + plane.normal.dotProduct(m_all.shift);
+                const PlaneClass& own = m_all.planeClasses[m_all.cells[m_loops[piece.firstLoop].region].plane];
+                face.normal = m_all.face(own.largest).normal;
+                face.distance = own.plane.distance + face.normal.dotProduct(m_all.frame.shift());
                 for (Index loop = piece.firstLoop; loop < piece.lastLoop; ++loop)
                     if (!emitLoop(std::span<const Index>(m_corners).subspan(
                             m_loops[loop].first, m_loops[loop].last - m_loops[loop].first)))
@@ -283,7 +283,7 @@ private:
             const auto body = static_cast<std::size_t>(next - m_all.pointBases.begin()) - 1;
             m_result.points.push_back(m_all.bodies[body]->points[point - m_all.pointBases[body]]);
         } else {
-            m_result.points.push_back(m_all.points[point] + m_all.shift);
+            m_result.points.push_back(m_all.frame.placeOutside(m_all.points[point]));
         }
         return number;
     }

@@ -26,35 +26,17 @@ std::vector<Box> bodyBoxes(const Arrangement& all) {
     return boxes;
 }
 
-// The middle of where the bodies meet, rounded to a power of two of the extent, so that points of a grid stay points of a grid.
-// Zero while the origin is near: the points are then taken as they are.
-AcGeVector3d localOrigin(const std::vector<Box>& boxes) {
-    Box others;
-    for (std::size_t i = 1; i < boxes.size(); ++i) others.add(boxes[i]);
-    const Box& box = others.empty() ? boxes[0] : others;
-    AcGeVector3d origin;
-    if (box.empty()) return origin;
-    const double extent = std::sqrt(box.diagonalSquared());
-    if (!(extent > 0)) return origin;
-    const double unit = std::exp2(std::floor(std::log2(extent)));
-    for (unsigned axis = 0; axis < 3; ++axis) {
-        const double middle = (box.low[axis] + box.high[axis]) / 2;
-        if (std::abs(middle) > 8 * extent) origin[axis] = std::round(middle / unit) * unit;
-    }
-    return origin;
-}
-
 void placePoints(Arrangement& all, const std::vector<Box>& boxes, double tolerance) {
     constexpr double units = 0x1p-46; // 64 units in the last place
     double largest = 0;
     for (const Box& box : boxes)
         if (!box.empty()) largest = std::max({largest, box.low.largestCoordinate(), box.high.largestCoordinate()});
     all.tolerance = std::max(tolerance, units * largest);
-    all.shift = localOrigin(boxes);
+    all.frame = WorkFrame(all.bodies, boxes);
     all.points.clear();
     all.points.reserve(all.pointBases.back() + 64);
     for (const Polyhedron* body : all.bodies)
-        for (const AcGePoint3d& p : body->points) all.points.push_back(p - all.shift);
+        for (const AcGePoint3d& p : body->points) all.points.push_back(all.frame.placeInside(p));
 }
 
 void placeFaces(Arrangement& all) {
@@ -63,7 +45,7 @@ void placeFaces(Arrangement& all) {
     for (Index f = 0; f < all.faceCount(); ++f) {
         double low = Box::infinity;
         double high = -Box::infinity;
-        const AcGeVector3d& normal = all.face(f).normal;
+        const AcGeVector3d normal = all.frame.directionInside(all.face(f).normal);
         Box& box = all.boxes[f];
         all.forEdges(f, [&](Index from, Index) {
             box.add(all.points[from]);

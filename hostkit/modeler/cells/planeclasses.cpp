@@ -80,6 +80,7 @@ void numberClasses(Arrangement& all, Joined& sets) {
         own.severalBodies = own.severalBodies || all.faceBodies[f] != all.faceBodies[head];
     }
     for (Index i = 0; i < largest.size(); ++i) {
+        all.planeClasses[i].largest = largest[i];
         all.planeClasses[i].plane = all.planes[largest[i]];
         all.planeClasses[i].axes = keptAxes(all.planeClasses[i].plane.normal);
     }
