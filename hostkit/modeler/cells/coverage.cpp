@@ -3,7 +3,6 @@
 #include "raycaster.h"
 
 #include <cmath>
-#include <cstdio>
 
 namespace hostkit::modeler {
 
@@ -18,7 +17,7 @@ public:
     bool find() {
         numberPassing();
         m_sides = Joined(2 * (m_all.cells.size() + m_passingFaces.size()));
-        if (!joinAtSegments() || !joinAtCleanPoints()) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+        if (!joinAtSegments() || !joinAtCleanPoints()) return false;
         return spread();
     }
 
@@ -85,7 +84,7 @@ private:
         for (Index s = 0; s < m_all.segments.size(); ++s) {
             if (starts[s] == starts[s + 1]) continue;
             if (isClean(m_all.segments[s].low) || isClean(m_all.segments[s].high)) continue;
-            if (!joinAbout(s, std::span<const Index>(edges).subspan(starts[s], starts[s + 1] - starts[s]))) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+            if (!joinAbout(s, std::span<const Index>(edges).subspan(starts[s], starts[s + 1] - starts[s]))) return false;
         }
         return true;
     }
@@ -96,8 +95,8 @@ private:
 
     // Between a sheet and the next counter-clockwise lies one volume. A half-edge along the segment has its front on that side.
     bool joinAbout(Index segment, std::span<const Index> edges) {
-        if (edges.size() < 2) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
-        if (!sortAbout(segment, edges)) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+        if (edges.size() < 2) return false;
+        if (!sortAbout(segment, edges)) return false;
         for (std::size_t i = 0; i < m_sheets.size(); ++i) {
             const Index first = m_sheets[i].halfEdge;
             const Index second = m_sheets[(i + 1) % m_sheets.size()].halfEdge;
@@ -126,7 +125,7 @@ private:
         }
         std::sort(m_sheets.begin(), m_sheets.end(), [](const Sheet& a, const Sheet& b) { return a.angle < b.angle; });
         for (std::size_t i = 0; i + 1 < m_sheets.size(); ++i)
-            if (m_sheets[i + 1].angle - m_sheets[i].angle < distinct) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+            if (m_sheets[i + 1].angle - m_sheets[i].angle < distinct) return false;
         return m_sheets.back().angle - m_sheets.front().angle < 2 * 3.14159265358979323846 - distinct;
     }
 
@@ -151,7 +150,7 @@ private:
             if (h.cell == none || !isClean(h.origin)) continue;
             const Coverage own = m_all.cells[h.cell].delta;
             const int sense = own[0] + own[1];
-            if (std::abs(own[0]) + std::abs(own[1]) != 1) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+            if (std::abs(own[0]) + std::abs(own[1]) != 1) return false;
             const Index piece = passingPiece(m_passingOf[h.origin]);
             m_sides.join(front(h.cell), sense > 0 ? front(piece) : back(piece));
             m_sides.join(back(h.cell), sense > 0 ? back(piece) : front(piece));
@@ -186,7 +185,7 @@ private:
         m_coverage.assign(m_firsts.size(), {});
         m_reached.assign(m_firsts.size(), false);
         for (const Link& link : m_links)
-            if (!m_reached[link.from] && !spreadFrom(link.from)) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+            if (!m_reached[link.from] && !spreadFrom(link.from)) return false;
         m_all.fronts.assign(m_all.cells.size(), {});
         for (Index cell = 0; cell < m_all.cells.size(); ++cell)
             if (isCovered(cell)) m_all.fronts[cell] = m_coverage[m_sides.find(front(cell))];
@@ -212,7 +211,7 @@ private:
                     has[role] = has[role] || step[role] != 0;
                 }
                 if (m_reached[m_links[i].to]) {
-                    if (m_coverage[m_links[i].to] != there) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+                    if (m_coverage[m_links[i].to] != there) return false;
                     continue;
                 }
                 m_reached[m_links[i].to] = true;
@@ -237,16 +236,16 @@ private:
         Coverage base{-least[0], -least[1]};
         if (!has[0] || !has[1] || others > 1) {
             const auto asked = ask(m_links[m_firsts[m_volumes[0]]]);
-            if (!asked) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+            if (!asked) return false;
             for (std::size_t role = 0; role < 2; ++role) {
                 const int found = (*asked)[role] - m_coverage[m_volumes[0]][role];
-                if (has[role] && (role == 0 || others == 1) && found != base[role]) { fprintf(stderr,"cov %d\n",__LINE__); return false; }
+                if (has[role] && (role == 0 || others == 1) && found != base[role]) return false;
                 base[role] = found;
             }
         }
         for (const Index volume : m_volumes)
             for (std::size_t role = 0; role < 2; ++role) m_coverage[volume][role] += base[role];
-        fprintf(stderr,"settle %d %d %d %d base %d %d has %d %d\n",least[0],most[0],least[1],most[1],base[0],base[1],has[0],has[1]); return least[0] + base[0] >= 0 && most[0] + base[0] <= 1 && least[1] + base[1] >= 0 && most[1] + base[1] <= others;
+        return least[0] + base[0] >= 0 && most[0] + base[0] <= 1 && least[1] + base[1] >= 0 && most[1] + base[1] <= others;
     }
 
     // The coverage of the volume that the link leaves.
@@ -265,14 +264,22 @@ private:
             setAxes(plane.normal);
             m_all.forEdges(face, [&](Index from, Index to) { addBorder(from, to); });
         }
-        const auto inside = pointInside(m_borders);
-        if (!inside) return std::nullopt;
-        AcGePoint3d start;
-        start[m_axes[0]] = inside->x;
-        start[m_axes[1]] = inside->y;
-        start[m_axes[2]] = -plane.height(start) / plane.normal[m_axes[2]];
+        return askFrom(plane, link.sense > 0 ? plane.normal : -plane.normal);
+    }
+
+    // A place that happens to lie on another body tells nothing: the next one is asked. None is where symmetric bodies touch.
+    std::optional<Coverage> askFrom(const Plane& plane, const AcGeVector3d& ahead) {
         if (!m_rays) m_rays.emplace(m_all);
-        return m_rays->coverageBefore(start, link.sense > 0 ? plane.normal : -plane.normal);
+        for (const double part : {0.4271, 0.6134, 0.2917, 0.7719}) {
+            const auto inside = pointInside(m_borders, part);
+            if (!inside) return std::nullopt;
+            AcGePoint3d start;
+            start[m_axes[0]] = inside->x;
+            start[m_axes[1]] = inside->y;
+            start[m_axes[2]] = -plane.height(start) / plane.normal[m_axes[2]];
+            if (const auto found = m_rays->coverageBefore(start, ahead)) return found;
+        }
+        return std::nullopt;
     }
 
     void setAxes(const AcGeVector3d& normal) {

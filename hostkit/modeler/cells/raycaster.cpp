@@ -73,7 +73,7 @@ RayCaster::Hit RayCaster::isInside(Index face, const AcGePoint3d& place) const {
     return unclear ? Hit::unclear : inside ? Hit::through : Hit::missed;
 }
 
-std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& borders) {
+std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& borders, double part) {
     std::vector<double> heights;
     for (const auto& [from, to] : borders) heights.push_back(from.y);
     std::sort(heights.begin(), heights.end());
@@ -82,7 +82,7 @@ std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& bord
     for (std::size_t i = 0; i + 1 < heights.size(); ++i)
         if (heights[i + 1] - heights[i] > gap) {
             gap = heights[i + 1] - heights[i];
-            best.y = (heights[i] + heights[i + 1]) / 2;
+            best.y = heights[i] + (heights[i + 1] - heights[i]) * part;
         }
     if (!(gap > 0)) return std::nullopt;
     std::vector<double> places;
@@ -94,7 +94,7 @@ std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& bord
     for (std::size_t i = 0; i + 1 < places.size(); i += 2)
         if (places[i + 1] - places[i] > width) {
             width = places[i + 1] - places[i];
-            best.x = (places[i] + places[i + 1]) / 2;
+            best.x = places[i] + (places[i + 1] - places[i]) * part;
         }
     if (!(width > 0)) return std::nullopt;
     return best;

@@ -29,8 +29,8 @@ private:
     BoxTree m_tree;
 };
 
-/// A point inside a region of the plane, given by its borders as pairs of points: in the middle of the widest run of a line through
-/// it. Nothing where the region has no width.
-std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& borders);
+/// A point inside a region of the plane, given by its borders as pairs of points: at `part`, between 0 and 1, of the widest run of a line
+/// through it. Nothing where the region has no width.
+std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& borders, double part);
 
 } // namespace hostkit::modeler
