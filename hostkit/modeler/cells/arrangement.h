@@ -93,6 +93,7 @@ struct Arrangement {
 
     std::vector<Segment> segments;
     PairTable segmentNumbers;
+    std::vector<Index> cleanEdges; ///< segments that are edges of faces that pass through
     std::vector<Index> children;
     std::vector<PlaneClass> planeClasses;
 

@@ -72,7 +72,17 @@ private:
 
     bool isClean(Index point) const { return point < m_all.clean.size() && m_all.clean[point]; }
 
-    // All borders of cells, gathered by segment. Near a clean point there is one body alone: its sides are joined there.
+    // Segments at which no other body is near: an edge to a face that passes through, and what begins at a clean point. Their sides
+    // are joined at the clean points.
+    std::vector<bool> cleanSegments() const {
+        std::vector<bool> clean(m_all.segments.size(), false);
+        for (const Index s : m_all.cleanEdges) m_all.forLeaves(s, true, [&](Index leaf, bool) { clean[leaf] = true; });
+        for (Index s = 0; s < m_all.segments.size(); ++s)
+            if (isClean(m_all.segments[s].low) || isClean(m_all.segments[s].high)) clean[s] = true;
+        return clean;
+    }
+
+    // All borders of cells, gathered by segment.
     bool joinAtSegments() {
         std::vector<Index> starts(m_all.segments.size() + 2, 0);
         for (const HalfEdge& h : m_all.halfEdges)
@@ -81,9 +91,9 @@ private:
         std::vector<Index> edges(starts.back());
         for (Index h = 0; h < m_all.halfEdges.size(); ++h)
             if (m_all.halfEdges[h].cell != none) edges[starts[m_all.halfEdges[h].segment + 1]++] = h;
+        const std::vector<bool> clean = cleanSegments();
         for (Index s = 0; s < m_all.segments.size(); ++s) {
-            if (starts[s] == starts[s + 1]) continue;
-            if (isClean(m_all.segments[s].low) || isClean(m_all.segments[s].high)) continue;
+            if (clean[s] || starts[s] == starts[s + 1]) continue;
             if (!joinAbout(s, std::span<const Index>(edges).subspan(starts[s], starts[s + 1] - starts[s]))) return false;
         }
         return true;

@@ -129,6 +129,11 @@ bool weldEdges(Arrangement& all) {
             if (from != to) all.segment(from, to);
         });
     }
+    for (Index f = 0; f < all.faceCount(); ++f)
+        if (!all.worked[f])
+            all.forEdges(f, [&](Index from, Index to) {
+                if (near[from] && near[to]) all.cleanEdges.push_back(all.segment(from, to));
+            });
     return true;
 }
 
