@@ -298,8 +298,9 @@ TEST(Bodies, sectionsTakeEachSideAndTheSidesAddUp) {
         EXPECT_NEAR(back.volume() + front.volume(), body.volume(), 1e-7) << "round " << round;
         EXPECT_EQ(body.planeIntersectsBody(plane), !back.isNull() && !front.isNull()) << "round " << round;
         for (const Vertex* v = back.vertexList(); v; v = v->next()) EXPECT_LE(plane.distanceTo(v->point()), 1e-6);
-        const Interval3d box = back.interval(0.5);
-        if (!back.isNull()) EXPECT_NEAR(box.getMax().x - box.getMin().x, back.interval().getMax().x - back.interval().getMin().x + 1, 1e-9);
+        if (back.isNull()) continue;
+        const Interval3d box = back.interval(0.5), plainBox = back.interval();
+        EXPECT_NEAR(box.getMax().x - box.getMin().x, plainBox.getMax().x - plainBox.getMin().x + 1, 1e-9);
     }
     Body all = plain;
     EXPECT_THROW(all.section(Plane()), Error);
