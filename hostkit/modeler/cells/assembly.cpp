@@ -79,14 +79,48 @@ private:
 
     bool isKept(Index cell) const { return cell != none && m_senses[cell] != 0; }
 
+    // Kept cells at each segment where more than two meet.
+    void gatherCrowded() {
+        std::vector<unsigned char> counts(m_all.segments.size(), 0);
+        for (const HalfEdge& h : m_all.halfEdges)
+            if (isKept(h.cell) && counts[h.segment] < 3) ++counts[h.segment];
+        for (Index h = 0; h < m_all.halfEdges.size(); ++h)
+            if (isKept(m_all.halfEdges[h].cell) && counts[m_all.halfEdges[h].segment] > 2) m_crowded.push_back(h);
+        std::sort(m_crowded.begin(), m_crowded.end(), [this](Index a, Index b) {
+            const Index first = m_all.halfEdges[a].segment;
+            const Index second = m_all.halfEdges[b].segment;
+            return first != second ? first < second : a < b;
+        });
+    }
+
+    // Whether other faces touch the border of a plane from both sides: without it they would not bound wedges in turn.
+    bool isPierced(Index border) const {
+        const Index segment = m_all.halfEdges[border].segment;
+        const Index own = m_all.cells[m_all.halfEdges[border].cell].plane;
+        auto at = std::lower_bound(m_crowded.begin(), m_crowded.end(), segment,
+                                   [this](Index h, Index s) { return m_all.halfEdges[h].segment < s; });
+        bool above = false;
+        bool below = false;
+        for (; at != m_crowded.end() && m_all.halfEdges[*at].segment == segment; ++at) {
+            const Index plane = m_all.cells[m_all.halfEdges[*at].cell].plane;
+            if (plane == own) continue;
+            const AcGeVector3d run = m_all.points[m_all.halfEdges[*at ^ 1].origin] - m_all.points[m_all.halfEdges[*at].origin];
+            const AcGeVector3d into = m_all.planeClasses[plane].plane.normal.crossProduct(run);
+            (into.dotProduct(m_all.planeClasses[own].plane.normal) > 0 ? above : below) = true;
+        }
+        return above && below;
+    }
+
     // A border between two kept cells that differ in nothing is dropped.
     void joinCells() {
+        gatherCrowded();
         m_dropped.assign(m_all.halfEdges.size(), false);
         for (Index h = 0; h < m_all.halfEdges.size(); h += 2) {
             const Index left = m_all.halfEdges[h].cell;
             const Index right = m_all.halfEdges[h + 1].cell;
             if (!isKept(left) || !isKept(right)) continue;
             if (m_senses[left] != m_senses[right] || m_surfaces[left] != m_surfaces[right]) continue;
+            if (!m_crowded.empty() && isPierced(h)) continue;
             m_dropped[h] = m_dropped[h + 1] = true;
             m_regions.join(left, right);
         }
@@ -295,6 +329,7 @@ private:
     std::vector<const AModeler::Surface*> m_surfaces;
     std::vector<Index> m_origins;
     std::vector<bool> m_dropped; ///< of each half-edge
+    std::vector<Index> m_crowded;
     std::vector<Index> m_corners;
     std::vector<Loop> m_loops;
     std::vector<Piece> m_pieces;
