@@ -305,7 +305,7 @@ private:
         for (const Index corner : corners)
             if (!m_straight[corner]) m_result.corners.push_back(emitPoint(corner));
         m_result.loopStarts.push_back(static_cast<Index>(m_result.corners.size()));
-        return m_result.corners.size() >= first + 3;
+        return m_result.corners.size() >= first + 2;
     }
 
     Index emitPoint(Index point) {

@@ -95,6 +95,16 @@ void useEdges(Arrangement& all, Index f) {
         to = all.welded[to];
         if (from != to) own.uses.push_back({all.segment(from, to), f, (from < to) == along});
     });
+    // A slit is looked at anew: what touched the face there may be gone.
+    all.forLoops(f, [&](std::span<const Index> corners, Index) {
+        Index before = corners[corners.size() - 2];
+        Index at = corners.back();
+        for (const Index corner : corners) {
+            own.cut = own.cut || corner == before;
+            before = at;
+            at = corner;
+        }
+    });
 }
 
 } // namespace

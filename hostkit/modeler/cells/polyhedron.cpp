@@ -31,7 +31,7 @@ bool fitsTogether(const Polyhedron& body) {
     }
     if (loop != body.loopCount() || body.loopStarts.front() != 0 || body.loopStarts.back() != body.corners.size()) return false;
     for (std::size_t i = 0; i + 1 < body.loopStarts.size(); ++i)
-        if (body.loopStarts[i + 1] < body.loopStarts[i] + 3 || body.loopStarts[i + 1] > body.corners.size()) return false;
+        if (body.loopStarts[i + 1] < body.loopStarts[i] + 2 || body.loopStarts[i + 1] > body.corners.size()) return false;
     for (const Index corner : body.corners)
         if (corner >= body.points.size()) return false;
     return std::all_of(body.points.begin(), body.points.end(),

@@ -14,7 +14,8 @@ namespace hostkit::modeler {
 
 /// One closed body, or several that do not overlap. Closed: every directed edge of a loop has its reverse in the loops as often as
 /// it stands there itself. A face lies in its plane within the tolerance of the operation. Edges and faces of one body touch
-/// at common points and along whole common edges alone. A loop may pass a point twice where it touches itself.
+/// at common points and along whole common edges alone. A loop may pass a point twice where it touches itself, and there and back along
+/// an edge where others touch the face from both sides; a hole may be such a slit of two corners.
 struct Polyhedron {
     using Index = std::uint32_t;
     static constexpr Index none = ~Index{0};
@@ -41,7 +42,7 @@ struct Polyhedron {
     [[nodiscard]] bool empty() const { return faces.empty(); }
 };
 
-/// Whether the arrays fit together, all numbers are finite, normals have length 1 within 1e-6, loops have three corners or more, and the
+/// Whether the arrays fit together, all numbers are finite, normals have length 1 within 1e-6, loops have two corners or more, and the
 /// body is closed. `partners` that stand are looked at and not trusted.
 [[nodiscard]] bool isClosed(const Polyhedron& body);
 
