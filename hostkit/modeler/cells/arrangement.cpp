@@ -24,4 +24,10 @@ Index Arrangement::weld(const AcGePoint3d& place) {
     return number;
 }
 
+std::vector<bool> Arrangement::cleanPieces() const {
+    std::vector<bool> pieces(segments.size(), false);
+    for (const Index s : cleanEdges) forLeaves(s, true, [&](Index leaf, bool) { pieces[leaf] = true; });
+    return pieces;
+}
+
 } // namespace hostkit::modeler

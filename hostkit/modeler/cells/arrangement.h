@@ -150,6 +150,8 @@ struct Arrangement {
             }
         });
     }
+    /// Of each segment: whether it is a piece of an edge of a face that passes through.
+    std::vector<bool> cleanPieces() const;
     Index cornerCount(Index number) const {
         const Polyhedron::Face& f = face(number);
         const auto& starts = bodies[faceBodies[number]]->loopStarts;

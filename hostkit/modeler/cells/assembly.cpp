@@ -111,14 +111,16 @@ private:
         return above && below;
     }
 
-    // A border between two kept cells that differ in nothing is dropped.
+    // A border between two kept cells that differ in nothing is dropped, but not where other faces of the body, which pass through,
+    // have it as their edge.
     void joinCells() {
         gatherCrowded();
+        const std::vector<bool> clean = m_all.cleanPieces();
         m_dropped.assign(m_all.halfEdges.size(), false);
         for (Index h = 0; h < m_all.halfEdges.size(); h += 2) {
             const Index left = m_all.halfEdges[h].cell;
             const Index right = m_all.halfEdges[h + 1].cell;
-            if (!isKept(left) || !isKept(right)) continue;
+            if (!isKept(left) || !isKept(right) || clean[m_all.halfEdges[h].segment]) continue;
             if (m_senses[left] != m_senses[right] || m_surfaces[left] != m_surfaces[right]) continue;
             if (!m_crowded.empty() && isPierced(h)) continue;
             m_dropped[h] = m_dropped[h + 1] = true;

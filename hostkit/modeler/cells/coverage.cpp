@@ -75,8 +75,7 @@ private:
     // Segments at which no other body is near: an edge to a face that passes through, and what begins at a clean point. Their sides
     // are joined at the clean points.
     std::vector<bool> cleanSegments() const {
-        std::vector<bool> clean(m_all.segments.size(), false);
-        for (const Index s : m_all.cleanEdges) m_all.forLeaves(s, true, [&](Index leaf, bool) { clean[leaf] = true; });
+        std::vector<bool> clean = m_all.cleanPieces();
         for (Index s = 0; s < m_all.segments.size(); ++s)
             if (isClean(m_all.segments[s].low) || isClean(m_all.segments[s].high)) clean[s] = true;
         return clean;
