@@ -21,7 +21,8 @@ using Index = Polyhedron::Index;
 using Outline = std::vector<std::pair<double, double>>;
 
 /// Adds a face of one loop; its plane by the corners' vector area.
-inline void addFace(Polyhedron& body, const std::vector<Index>& loop, const AModeler::Surface* surface = nullptr) {
+inline void addFace(Polyhedron& body, const std::vector<Index>& loop,
+                    const AModeler::Surface* surface = nullptr) {
     AcGeVector3d area;
     const AcGePoint3d first = body.points[loop[0]];
     for (std::size_t i = 0; i < loop.size(); ++i)
@@ -82,7 +83,8 @@ inline Polyhedron moved(Polyhedron body, const AcGeMatrix3d& matrix) {
     return body;
 }
 
-/// How often the body winds about a point, by solid angles (Van Oosterom and Strackee, 1983): near 1 inside, near 0 outside.
+/// How often the body winds about a point, by solid angles (Van Oosterom and Strackee, 1983): near 1 inside,
+/// near 0 outside.
 inline double windings(const Polyhedron& body, const AcGePoint3d& p) {
     double sum = 0;
     for (std::size_t loop = 0; loop + 1 < body.loopStarts.size(); ++loop) {
@@ -93,8 +95,9 @@ inline double windings(const Polyhedron& body, const AcGePoint3d& p) {
             const double la = a.length();
             const double lb = b.length();
             const double lc = c.length();
-            sum += 2 * std::atan2(a.dotProduct(b.crossProduct(c)),
-                                  la * lb * lc + a.dotProduct(b) * lc + b.dotProduct(c) * la + c.dotProduct(a) * lb);
+            sum += 2 * std::atan2(a.dotProduct(b.crossProduct(c)), la * lb * lc + a.dotProduct(b) * lc +
+                                                                       b.dotProduct(c) * la +
+                                                                       c.dotProduct(a) * lb);
         }
     }
     return sum / (4 * std::numbers::pi);
@@ -108,13 +111,14 @@ inline double content(const Polyhedron& body) {
     for (std::size_t loop = 0; loop + 1 < body.loopStarts.size(); ++loop) {
         const AcGeVector3d a = body.points[body.corners[body.loopStarts[loop]]] - origin;
         for (Index i = body.loopStarts[loop] + 1; i + 1 < body.loopStarts[loop + 1]; ++i)
-            sum += a.dotProduct((body.points[body.corners[i]] - origin).crossProduct(body.points[body.corners[i + 1]] - origin));
+            sum += a.dotProduct((body.points[body.corners[i]] - origin)
+                                    .crossProduct(body.points[body.corners[i + 1]] - origin));
     }
     return sum / 6;
 }
 
-/// Euler's characteristic of the surface, V - E + F - (loops - F), with points counted once for each fan of faces about them.
-/// 2 for a ball, 2 - 2 g for g handles. Needs partners.
+/// Euler's characteristic of the surface, V - E + F - (loops - F), with points counted once for each fan of
+/// faces about them. 2 for a ball, 2 - 2 g for g handles. Needs partners.
 inline long eulerCharacteristic(const Polyhedron& body) {
     std::vector<Index> before(body.corners.size());
     for (std::size_t loop = 0; loop + 1 < body.loopStarts.size(); ++loop) {
@@ -129,7 +133,8 @@ inline long eulerCharacteristic(const Polyhedron& body) {
         for (Index i = start; !seen[i]; i = body.partners[before[i]]) seen[i] = true;
     }
     const auto faces = static_cast<long>(body.faces.size());
-    return fans - static_cast<long>(body.corners.size() / 2) + 2 * faces - static_cast<long>(body.loopCount());
+    return fans - static_cast<long>(body.corners.size() / 2) + 2 * faces -
+           static_cast<long>(body.loopCount());
 }
 
 } // namespace polyhedra

@@ -1,5 +1,6 @@
-// The common state of a boolean: bodies cut into plane cells. Each step is a function of its own file and runs once, in
-// the order in which they are declared here; a step that finds a contradiction gives false, and the whole is dropped.
+// The common state of a boolean: bodies cut into plane cells. Each step is a function of its own file and
+// runs once, in the order in which they are declared here; a step that finds a contradiction gives false, and
+// the whole is dropped.
 #pragma once
 
 #include "boxtree.h"
@@ -19,8 +20,8 @@ struct Plane {
     double height(const AcGePoint3d& p) const { return normal.dotProduct(p.asVector()) - distance; }
 };
 
-/// A segment between two points; split, it is the chain of its children. Two points have one segment, so that faces of
-/// all planes see the same splits.
+/// A segment between two points; split, it is the chain of its children. Two points have one segment, so that
+/// faces of all planes see the same splits.
 struct Segment {
     Index low = none;
     Index high = none; ///< the greater number
@@ -38,7 +39,7 @@ struct Use {
 /// Faces of all bodies that lie in one plane within the tolerance.
 struct PlaneClass {
     Plane plane;
-    Index largest = none; ///< the face that gave the plane
+    Index largest = none;                    ///< the face that gave the plane
     std::array<unsigned char, 2> axes{0, 1}; ///< kept of space: counter-clockwise seen against the normal
     std::vector<Use> uses;
     std::vector<Index> leaves; ///< the segments in the plane, without those that were split; ascending
@@ -52,7 +53,8 @@ struct PlaneClass {
 /// A part of a plane that no segment crosses and at least one face covers.
 struct Cell {
     Index plane = none;
-    std::array<int, 2> delta{}; ///< what is gained from the front to the back: of the first body, of the others
+    std::array<int, 2>
+        delta{};          ///< what is gained from the front to the back: of the first body, of the others
     Index along = none;   ///< the first face that covers it with the normal of its class
     Index against = none; ///< with the opposite normal
 };
@@ -80,8 +82,8 @@ struct Arrangement {
     std::vector<Index> faceBases;
     std::vector<AcGePoint3d> points; ///< in the frame: those of all bodies, then new ones
     std::vector<Index> welded;       ///< of each point of a body: the point that stands for it
-    std::vector<bool> clean;         ///< the point belongs to a face that passes through: no other body is near
-    PointGrid grid{1, 0};            ///< the points of worked faces that are not clean, and all new ones
+    std::vector<bool> clean; ///< the point belongs to a face that passes through: no other body is near
+    PointGrid grid{1, 0};    ///< the points of worked faces that are not clean, and all new ones
 
     std::vector<Index> faceBodies; ///< of each face
     std::vector<Plane> planes;
@@ -115,9 +117,10 @@ struct Arrangement {
     Planar planar(const PlaneClass& plane, Index point) const {
         return {points[point][plane.axes[0]], points[point][plane.axes[1]]};
     }
-    /// Calls found(segment, along) for what a segment has become, in its order from low to high; along: a piece runs
-    /// from its own low to its high.
-    template <class Found> void forLeaves(Index number, bool along, Found&& found) const {
+    /// Calls found(segment, along) for what a segment has become, in its order from low to high; along: a
+    /// piece runs from its own low to its high.
+    template <class Found>
+    void forLeaves(Index number, bool along, Found&& found) const {
         const Segment& parent = segments[number];
         if (parent.childCount == 0) {
             found(number, along);
@@ -131,17 +134,21 @@ struct Arrangement {
             from = same ? segments[child].high : segments[child].low;
         }
     }
-    /// Calls loop(corners, base) for the loops of a face: the points of its body, and what is added to their numbers.
-    template <class Loop> void forLoops(Index number, Loop&& loop) const {
+    /// Calls loop(corners, base) for the loops of a face: the points of its body, and what is added to their
+    /// numbers.
+    template <class Loop>
+    void forLoops(Index number, Loop&& loop) const {
         const Index body = faceBodies[number];
         const Polyhedron& shape = *bodies[body];
         const Polyhedron::Face& f = shape.faces[number - faceBases[body]];
         const std::span<const Index> corners(shape.corners);
         for (Index i = f.firstLoop; i < f.firstLoop + f.loopCount; ++i)
-            loop(corners.subspan(shape.loopStarts[i], shape.loopStarts[i + 1] - shape.loopStarts[i]), pointBases[body]);
+            loop(corners.subspan(shape.loopStarts[i], shape.loopStarts[i + 1] - shape.loopStarts[i]),
+                 pointBases[body]);
     }
     /// Calls edge(from, to) for the edges of a face; `to` runs through the corners in their order.
-    template <class Edge> void forEdges(Index number, Edge&& edge) const {
+    template <class Edge>
+    void forEdges(Index number, Edge&& edge) const {
         forLoops(number, [&](std::span<const Index> corners, Index base) {
             Index from = base + corners.back();
             for (const Index corner : corners) {
@@ -159,9 +166,9 @@ struct Arrangement {
     }
 };
 
-/// Points and face planes in the frame, boxes; the meetings; which faces are worked. The tolerance is raised to some units in
-/// the last place of the largest coordinate.
-void findMeetings(Arrangement& all, double tolerance);
+/// Points and face planes in the frame, boxes; the meetings; which faces are worked. The tolerance is raised
+/// to some units in the last place of the largest coordinate.
+bool findMeetings(Arrangement& all, double tolerance);
 /// One point for those of worked faces that are within the tolerance, and the segments of their edges.
 bool weldEdges(Arrangement& all);
 /// One class for worked faces that meet, or are neighbours, in one plane.

@@ -10,9 +10,12 @@ bool isIn(Operation operation, const Coverage& coverage) {
     const bool first = coverage[0] > 0;
     const bool others = coverage[1] > 0;
     switch (operation) {
-    case Operation::unite: return first || others;
-    case Operation::subtract: return first && !others;
-    case Operation::intersect: return first && others;
+    case Operation::unite:
+        return first || others;
+    case Operation::subtract:
+        return first && !others;
+    case Operation::intersect:
+        return first && others;
     }
     return false;
 }
@@ -85,7 +88,8 @@ private:
         for (const HalfEdge& h : m_all.halfEdges)
             if (isKept(h.cell) && counts[h.segment] < 3) ++counts[h.segment];
         for (Index h = 0; h < m_all.halfEdges.size(); ++h)
-            if (isKept(m_all.halfEdges[h].cell) && counts[m_all.halfEdges[h].segment] > 2) m_crowded.push_back(h);
+            if (isKept(m_all.halfEdges[h].cell) && counts[m_all.halfEdges[h].segment] > 2)
+                m_crowded.push_back(h);
         std::sort(m_crowded.begin(), m_crowded.end(), [this](Index a, Index b) {
             const Index first = m_all.halfEdges[a].segment;
             const Index second = m_all.halfEdges[b].segment;
@@ -93,7 +97,8 @@ private:
         });
     }
 
-    // Whether other faces touch the border of a plane from both sides: without it they would not bound wedges in turn.
+    // Whether other faces touch the border of a plane from both sides: without it they would not bound wedges
+    // in turn.
     bool isPierced(Index border) const {
         const Index segment = m_all.halfEdges[border].segment;
         const Index own = m_all.cells[m_all.halfEdges[border].cell].plane;
@@ -104,15 +109,16 @@ private:
         for (; at != m_crowded.end() && m_all.halfEdges[*at].segment == segment; ++at) {
             const Index plane = m_all.cells[m_all.halfEdges[*at].cell].plane;
             if (plane == own) continue;
-            const AcGeVector3d run = m_all.points[m_all.halfEdges[*at ^ 1].origin] - m_all.points[m_all.halfEdges[*at].origin];
+            const AcGeVector3d run =
+                m_all.points[m_all.halfEdges[*at ^ 1].origin] - m_all.points[m_all.halfEdges[*at].origin];
             const AcGeVector3d into = m_all.planeClasses[plane].plane.normal.crossProduct(run);
             (into.dotProduct(m_all.planeClasses[own].plane.normal) > 0 ? above : below) = true;
         }
         return above && below;
     }
 
-    // A border between two kept cells that differ in nothing is dropped, but not where other faces of the body, which pass through,
-    // have it as their edge.
+    // A border between two kept cells that differ in nothing is dropped, but not where other faces of the
+    // body, which pass through, have it as their edge.
     void joinCells() {
         gatherCrowded();
         const std::vector<bool> clean = m_all.cleanPieces();
@@ -140,7 +146,8 @@ private:
                 m_corners.push_back(m_all.halfEdges[h].origin);
                 h = m_all.halfEdges[h ^ 1].clockwise;
                 while (m_dropped[h]) h = m_all.halfEdges[h].clockwise;
-                if (m_all.halfEdges[h].cell == none || m_regions.find(m_all.halfEdges[h].cell) != region) return false;
+                if (m_all.halfEdges[h].cell == none || m_regions.find(m_all.halfEdges[h].cell) != region)
+                    return false;
             }
             finishLoop(first, region);
         }
@@ -199,7 +206,8 @@ private:
                          [](const Piece& a, const Piece& b) { return a.origin < b.origin; });
     }
 
-    template <class Found> void forEdgesOf(const Piece& piece, Found&& edge) const {
+    template <class Found>
+    void forEdgesOf(const Piece& piece, Found&& edge) const {
         if (piece.firstLoop == none) {
             m_all.forEdges(piece.origin, edge);
             return;
@@ -216,14 +224,18 @@ private:
     // Points of traced loops with two neighbours in all the result.
     void dropStraightPoints() {
         m_neighbours.assign(m_all.points.size(), {none, none});
-        std::vector<unsigned char> state(m_all.points.size(), 0); // 0: not traced, 1: up to two neighbours, 2: more
+        std::vector<unsigned char> state(m_all.points.size(),
+                                         0); // 0: not traced, 1: up to two neighbours, 2: more
         for (const Index corner : m_corners) state[corner] = 1;
         const auto meet = [&](Index point, Index neighbour) {
             auto& known = m_neighbours[point];
             if (state[point] != 1 || known[0] == neighbour || known[1] == neighbour) return;
-            if (known[0] == none) known[0] = neighbour;
-            else if (known[1] == none) known[1] = neighbour;
-            else state[point] = 2;
+            if (known[0] == none)
+                known[0] = neighbour;
+            else if (known[1] == none)
+                known[1] = neighbour;
+            else
+                state[point] = 2;
         };
         for (const Piece& piece : m_pieces)
             forEdgesOf(piece, [&](Index from, Index to) {
@@ -235,7 +247,8 @@ private:
             if (state[corner] == 1 && m_neighbours[corner][1] != none) dropChain(corner, state);
     }
 
-    // The chain of points with two neighbours about one of them goes where all lie on the line between its ends.
+    // The chain of points with two neighbours about one of them goes where all lie on the line between its
+    // ends.
     void dropChain(Index point, std::vector<unsigned char>& state) {
         std::vector<Index> chain{point};
         state[point] = 3;
@@ -259,7 +272,8 @@ private:
         for (const Index p : chain) {
             const AcGeVector3d to = m_all.points[p] - from;
             const double along = run.dotProduct(to);
-            if (!(along > 0 && along < run.lengthSqrd()) || run.crossProduct(to).lengthSqrd() > allowance) return;
+            if (!(along > 0 && along < run.lengthSqrd()) || run.crossProduct(to).lengthSqrd() > allowance)
+                return;
         }
         for (const Index p : chain) m_straight[p] = true;
     }
@@ -273,7 +287,8 @@ private:
             if (piece.firstLoop == none) {
                 if (!emitPassing(piece)) return false;
             } else {
-                const PlaneClass& own = m_all.planeClasses[m_all.cells[m_loops[piece.firstLoop].region].plane];
+                const PlaneClass& own =
+                    m_all.planeClasses[m_all.cells[m_loops[piece.firstLoop].region].plane];
                 face.normal = m_all.face(own.largest).normal;
                 face.distance = own.plane.distance + face.normal.dotProduct(m_all.frame.shift());
                 for (Index loop = piece.firstLoop; loop < piece.lastLoop; ++loop)
@@ -344,6 +359,8 @@ private:
 
 } // namespace
 
-std::optional<Polyhedron> assemble(Operation operation, const Arrangement& all) { return Assembler(operation, all).assemble(); }
+std::optional<Polyhedron> assemble(Operation operation, const Arrangement& all) {
+    return Assembler(operation, all).assemble();
+}
 
 } // namespace hostkit::modeler

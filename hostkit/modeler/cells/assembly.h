@@ -8,8 +8,8 @@
 
 namespace hostkit::modeler {
 
-/// The cells across which the operation changes, without the borders between those of one plane and surface, and the faces
-/// that passed through. Nothing where the borders do not close.
+/// The cells across which the operation changes, without the borders between those of one plane and surface,
+/// and the faces that passed through. Nothing where the borders do not close.
 std::optional<Polyhedron> assemble(Operation operation, const Arrangement& all);
 
 } // namespace hostkit::modeler

@@ -44,7 +44,8 @@ public:
     explicit BoxTree(std::span<const Box> boxes);
 
     /// Calls found(number) for each box that meets `box`.
-    template <class Found> void query(const Box& box, Found&& found) const {
+    template <class Found>
+    void query(const Box& box, Found&& found) const {
         walk([&](const Box& b) { return b.meets(box); }, found);
     }
     /// Calls found(number) for each box that the ray from `start` meets.
@@ -58,14 +59,16 @@ private:
 
     struct Node {
         Box box;
-        std::uint32_t first = 0; ///< of a leaf: where its numbers begin; else the second child, the first follows the node
+        std::uint32_t first =
+            0; ///< of a leaf: where its numbers begin; else the second child, the first follows the node
         std::uint32_t count = 0; ///< 0: no leaf
     };
 
     void build(std::span<const Box> boxes, std::uint32_t first, std::uint32_t last);
     static bool meetsRay(const Box& box, const AcGePoint3d& start, const AcGeVector3d& direction);
 
-    template <class Meets, class Found> void walk(Meets&& meets, Found&& found) const {
+    template <class Meets, class Found>
+    void walk(Meets&& meets, Found&& found) const {
         if (m_nodes.empty()) return;
         std::array<std::uint32_t, 64> stack;
         std::size_t depth = 0;

@@ -8,11 +8,11 @@ namespace hostkit::modeler {
 
 namespace {
 
-std::optional<Polyhedron> attempt(Operation operation, std::span<const Polyhedron* const> bodies, double tolerance) {
+std::optional<Polyhedron> attempt(Operation operation, std::span<const Polyhedron* const> bodies,
+                                  double tolerance) {
     Arrangement all(bodies);
-    findMeetings(all, tolerance);
-    if (!weldEdges(all) || !findPlaneClasses(all) || !cutFaces(all) || !nodeSegments(all) || !findCells(all) ||
-        !findCoverage(all))
+    if (!findMeetings(all, tolerance) || !weldEdges(all) || !findPlaneClasses(all) || !cutFaces(all) ||
+        !nodeSegments(all) || !findCells(all) || !findCoverage(all))
         return std::nullopt;
     return assemble(operation, all);
 }
@@ -21,47 +21,58 @@ std::optional<Polyhedron> attempt(Operation operation, std::span<const Polyhedro
 struct Bounds {
     double least = 0;
     double most = 0;
-    double slack = 0; ///< a layer of the tolerance over the bodies' boxes
+    double layer = 0; ///< what a tolerance of 1 over the surfaces comes to
+
+    bool allow(double content, double tolerance) const {
+        return content >= least - tolerance * layer && content <= most + tolerance * layer;
+    }
 };
 
-Bounds boundsOf(Operation operation, std::span<const Polyhedron* const> bodies, double tolerance) {
-    const double first = volume(*bodies[0]);
-    Bounds bounds;
+Bounds boundsOf(Operation operation, std::span<const Polyhedron* const> bodies,
+                const std::vector<double>& volumes) {
+    Box box;
     double sum = 0;
     double greatest = 0;
-    Box box;
     for (std::size_t i = 0; i < bodies.size(); ++i) {
         for (const AcGePoint3d& p : bodies[i]->points) box.add(p);
-        if (i == 0) continue;
-        const double own = volume(*bodies[i]);
-        sum += own;
-        greatest = std::max(greatest, own);
+        if (i > 0) sum += volumes[i];
+        if (i > 0) greatest = std::max(greatest, volumes[i]);
     }
-    bounds.slack = 64 * tolerance * box.diagonalSquared();
+    constexpr double boxesOver = 64;
+    Bounds bounds{.layer = boxesOver * box.diagonalSquared()};
     switch (operation) {
-    case Operation::unite: bounds.least = std::max(first, greatest), bounds.most = first + sum; break;
-    case Operation::subtract: bounds.least = std::max(0.0, first - sum), bounds.most = std::max(0.0, first - 0); break;
-    case Operation::intersect: bounds.most = std::min(first, sum); break;
+    case Operation::unite:
+        bounds.least = std::max(volumes[0], greatest);
+        bounds.most = volumes[0] + sum;
+        break;
+    case Operation::subtract:
+        bounds.least = std::max(0.0, volumes[0] - sum);
+        bounds.most = volumes[0];
+        break;
+    case Operation::intersect:
+        bounds.most = std::min(volumes[0], sum);
+        break;
     }
     return bounds;
 }
 
 } // namespace
 
-std::optional<Polyhedron> combine(Operation operation, const Polyhedron& a, std::span<const Polyhedron* const> others,
-                                  double tolerance) {
+std::optional<Polyhedron> combine(Operation operation, const Polyhedron& a,
+                                  std::span<const Polyhedron* const> others, double tolerance) {
     if (!(tolerance >= 0) || !std::isfinite(tolerance)) return std::nullopt;
     std::vector<const Polyhedron*> bodies{&a};
     bodies.insert(bodies.end(), others.begin(), others.end());
-    for (const Polyhedron* body : bodies)
+    std::vector<double> volumes;
+    for (const Polyhedron* body : bodies) {
         if (!isClosed(*body)) return std::nullopt;
-    constexpr std::array factors{1.0, 4.0, 0.25, 16.0};
-    for (const double factor : factors) {
+        volumes.push_back(volume(*body));
+        if (!(volumes.back() >= 0)) return std::nullopt; // inside out
+    }
+    const Bounds bounds = boundsOf(operation, bodies, volumes);
+    for (const double factor : {1.0, 4.0, 0.25, 16.0}) {
         auto result = attempt(operation, bodies, tolerance * factor);
-        if (!result) continue;
-        const Bounds bounds = boundsOf(operation, bodies, tolerance * factor);
-        const double content = volume(*result);
-        if (content >= bounds.least - bounds.slack && content <= bounds.most + bounds.slack) return result;
+        if (result && bounds.allow(volume(*result), tolerance * factor)) return result;
     }
     return std::nullopt;
 }

@@ -1,5 +1,5 @@
-// How often each side of a cell is covered: sides that bound one volume are joined about the segments, and the coverage is spread
-// through the cells from volume to volume.
+// How often each side of a cell is covered: sides that bound one volume are joined about the segments, and
+// the coverage is spread through the cells from volume to volume.
 #include "raycaster.h"
 
 #include <cmath>
@@ -72,8 +72,8 @@ private:
 
     bool isClean(Index point) const { return point < m_all.clean.size() && m_all.clean[point]; }
 
-    // Segments at which no other body is near: an edge to a face that passes through, and what begins at a clean point. Their sides
-    // are joined at the clean points.
+    // Segments at which no other body is near: an edge to a face that passes through, and what begins at a
+    // clean point. Their sides are joined at the clean points.
     std::vector<bool> cleanSegments() const {
         std::vector<bool> clean = m_all.cleanPieces();
         for (Index s = 0; s < m_all.segments.size(); ++s)
@@ -93,7 +93,8 @@ private:
         const std::vector<bool> clean = cleanSegments();
         for (Index s = 0; s < m_all.segments.size(); ++s) {
             if (clean[s] || starts[s] == starts[s + 1]) continue;
-            if (!joinAbout(s, std::span<const Index>(edges).subspan(starts[s], starts[s + 1] - starts[s]))) return false;
+            if (!joinAbout(s, std::span<const Index>(edges).subspan(starts[s], starts[s + 1] - starts[s])))
+                return false;
         }
         return true;
     }
@@ -102,7 +103,8 @@ private:
         return m_all.planeClasses[m_all.cells[m_all.halfEdges[halfEdge].cell].plane].plane;
     }
 
-    // Between a sheet and the next counter-clockwise lies one volume. A half-edge along the segment has its front on that side.
+    // Between a sheet and the next counter-clockwise lies one volume. A half-edge along the segment has its
+    // front on that side.
     bool joinAbout(Index segment, std::span<const Index> edges) {
         if (edges.size() < 2) return false;
         if (!sortAbout(segment, edges)) return false;
@@ -132,7 +134,8 @@ private:
             const AcGeVector3d into = planeOf(sheet.halfEdge).normal.crossProduct(along ? axis : -axis);
             sheet.angle = std::atan2(into.dotProduct(quarter), into.dotProduct(zero));
         }
-        std::sort(m_sheets.begin(), m_sheets.end(), [](const Sheet& a, const Sheet& b) { return a.angle < b.angle; });
+        std::sort(m_sheets.begin(), m_sheets.end(),
+                  [](const Sheet& a, const Sheet& b) { return a.angle < b.angle; });
         for (std::size_t i = 0; i + 1 < m_sheets.size(); ++i)
             if (m_sheets[i + 1].angle - m_sheets[i].angle < distinct) return false;
         return m_sheets.back().angle - m_sheets.front().angle < 2 * 3.14159265358979323846 - distinct;
@@ -231,8 +234,8 @@ private:
         return settle(has);
     }
 
-    // A body covers nothing twice: where it is met, its least coverage is 0 and its greatest 1. Others together, and a body that is
-    // not met, are asked by a ray.
+    // A body covers nothing twice: where it is met, its least coverage is 0 and its greatest 1. Others
+    // together, and a body that is not met, are asked by a ray.
     bool settle(const std::array<bool, 2>& has) {
         Coverage least = m_coverage[m_volumes[0]];
         Coverage most = least;
@@ -254,7 +257,8 @@ private:
         }
         for (const Index volume : m_volumes)
             for (std::size_t role = 0; role < 2; ++role) m_coverage[volume][role] += base[role];
-        return least[0] + base[0] >= 0 && most[0] + base[0] <= 1 && least[1] + base[1] >= 0 && most[1] + base[1] <= others;
+        return least[0] + base[0] >= 0 && most[0] + base[0] <= 1 && least[1] + base[1] >= 0 &&
+               most[1] + base[1] <= others;
     }
 
     // The coverage of the volume that the link leaves.
@@ -266,7 +270,8 @@ private:
             plane = own.plane;
             setAxes(plane.normal);
             for (Index h = own.firstHalfEdge; h < own.lastHalfEdge; ++h)
-                if (m_all.halfEdges[h].cell == link.piece) addBorder(m_all.halfEdges[h].origin, m_all.halfEdges[h ^ 1].origin);
+                if (m_all.halfEdges[h].cell == link.piece)
+                    addBorder(m_all.halfEdges[h].origin, m_all.halfEdges[h ^ 1].origin);
         } else {
             const Index face = m_passingFaces[link.piece - m_all.cells.size()];
             plane = m_all.planes[face];
@@ -276,7 +281,8 @@ private:
         return askFrom(plane, link.sense > 0 ? plane.normal : -plane.normal);
     }
 
-    // A place that happens to lie on another body tells nothing: the next one is asked. None is where symmetric bodies touch.
+    // A place that happens to lie on another body tells nothing: the next one is asked. None is where
+    // symmetric bodies touch.
     std::optional<Coverage> askFrom(const Plane& plane, const AcGeVector3d& ahead) {
         if (!m_rays) m_rays.emplace(m_all);
         for (const double part : {0.4271, 0.6134, 0.2917, 0.7719}) {

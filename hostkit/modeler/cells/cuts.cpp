@@ -33,7 +33,8 @@ public:
         m_line = line / length;
         if (!cross(first, m_all.classes[second], m_small)) return false;
         if (m_small[0].empty() && m_small[1].empty()) return true;
-        // The run in the smaller face holds the run in both: the larger one shortens it only where that is cheap.
+        // The run in the smaller face holds the run in both: the larger one shortens it only where that is
+        // cheap.
         if (m_all.cornerCount(second) > few) {
             for (const Crossings& run : m_small)
                 for (std::size_t i = 0; i + 1 < run.size(); i += 2) add(run[i], run[i + 1], first, second);
@@ -48,8 +49,8 @@ public:
 private:
     const Plane& planeOf(Index face) const { return m_all.planeClasses[m_all.classes[face]].plane; }
 
-    // A corner in the plane counts once as above it and once as below: the first run then holds the edges in the plane with the
-    // face below them, the second those with the face above.
+    // A corner in the plane counts once as above it and once as below: the first run then holds the edges in
+    // the plane with the face below them, the second those with the face above.
     bool cross(Index face, Index planeClass, std::array<Crossings, 2>& runs) {
         const Plane& plane = m_all.planeClasses[planeClass].plane;
         runs[0].clear();
@@ -77,7 +78,8 @@ private:
         const Index start = shape.loopStarts[f.firstLoop];
         for (Index loop = f.firstLoop; loop < f.firstLoop + f.loopCount; ++loop) {
             Index before = shape.loopStarts[loop + 1] - 1;
-            for (Index corner = shape.loopStarts[loop]; corner < shape.loopStarts[loop + 1]; before = corner++) {
+            for (Index corner = shape.loopStarts[loop]; corner < shape.loopStarts[loop + 1];
+                 before = corner++) {
                 const int from = m_signs[before - start];
                 const int to = m_signs[corner - start];
                 if ((from == 0 ? zero : from) == (to == 0 ? zero : to)) continue;
@@ -127,7 +129,8 @@ private:
         }
     }
 
-    // What is an edge already is no cut: a face that only touches others with its edges then stays in one piece.
+    // What is an edge already is no cut: a face that only touches others with its edges then stays in one
+    // piece.
     bool isEdgeOf(Index face, Index segment) const {
         constexpr Index few = 16;
         if (m_all.cornerCount(face) > few) return false;

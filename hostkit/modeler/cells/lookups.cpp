@@ -31,7 +31,8 @@ std::size_t PairTable::place(std::uint64_t key) const {
 }
 
 Index& PairTable::at(Index first, Index second) {
-    // A slot that the caller left at none counts as used once more: the table is then larger than it needs to be.
+    // A slot that the caller left at none counts as used once more: the table is then larger than it needs to
+    // be.
     const std::uint64_t key = (std::uint64_t{first} << 32) | second;
     std::size_t at = place(key);
     if (m_slots[at].value != none) return m_slots[at].value;
@@ -93,8 +94,10 @@ void PointGrid::grow(const std::vector<AcGePoint3d>& points) {
 
 void PointGrid::add(const std::vector<AcGePoint3d>& points, Index number) {
     m_entries.push_back({number, none});
-    if (m_entries.size() > m_heads.size()) grow(points);
-    else link(points[number], static_cast<Index>(m_entries.size() - 1));
+    if (m_entries.size() > m_heads.size())
+        grow(points);
+    else
+        link(points[number], static_cast<Index>(m_entries.size() - 1));
 }
 
 } // namespace hostkit::modeler

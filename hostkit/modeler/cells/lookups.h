@@ -70,8 +70,10 @@ public:
         first = find(first);
         second = find(second);
         // The smaller number stands for the set: numbering then follows the input.
-        if (first < second) m_parents[second] = first;
-        else m_parents[first] = second;
+        if (first < second)
+            m_parents[second] = first;
+        else
+            m_parents[first] = second;
     }
 
 private:

@@ -30,7 +30,8 @@ void placePoints(Arrangement& all, const std::vector<Box>& boxes, double toleran
     constexpr double units = 0x1p-46; // 64 units in the last place
     double largest = 0;
     for (const Box& box : boxes)
-        if (!box.empty()) largest = std::max({largest, box.low.largestCoordinate(), box.high.largestCoordinate()});
+        if (!box.empty())
+            largest = std::max({largest, box.low.largestCoordinate(), box.high.largestCoordinate()});
     all.tolerance = std::max(tolerance, units * largest);
     all.frame = WorkFrame(all.bodies, boxes);
     all.points.clear();
@@ -39,7 +40,8 @@ void placePoints(Arrangement& all, const std::vector<Box>& boxes, double toleran
         for (const AcGePoint3d& p : body->points) all.points.push_back(all.frame.placeInside(p));
 }
 
-void placeFaces(Arrangement& all) {
+// The corners of a face lie in its plane, and its loops run counter-clockwise about its normal.
+bool placeFaces(Arrangement& all) {
     all.planes.resize(all.faceCount());
     all.boxes.assign(all.faceCount(), Box());
     for (Index f = 0; f < all.faceCount(); ++f) {
@@ -47,25 +49,32 @@ void placeFaces(Arrangement& all) {
         double high = -Box::infinity;
         const AcGeVector3d normal = all.frame.directionInside(all.face(f).normal);
         Box& box = all.boxes[f];
-        all.forEdges(f, [&](Index from, Index) {
+        AcGeVector3d area;
+        const AcGePoint3d& first = all.points[all.pointBases[all.faceBodies[f]]];
+        all.forEdges(f, [&](Index from, Index to) {
             box.add(all.points[from]);
             const double height = normal.dotProduct(all.points[from].asVector());
             low = std::min(low, height);
             high = std::max(high, height);
+            area += (all.points[from] - first).crossProduct(all.points[to] - first);
         });
+        if (!(high - low <= 4 * all.tolerance) || !(area.dotProduct(normal) > 0)) return false;
         all.planes[f] = {normal, (low + high) / 2};
         box.inflate(all.tolerance);
     }
+    return true;
 }
 
 // Faces that may meet another body by its box. With several others each may meet each, and the tree decides.
 std::vector<Index> candidates(const Arrangement& all) {
     std::array<Box, 2> sides;
-    for (Index f = 0; f < all.faceCount(); ++f) sides[static_cast<std::size_t>(all.role(f))].add(all.boxes[f]);
+    for (Index f = 0; f < all.faceCount(); ++f)
+        sides[static_cast<std::size_t>(all.role(f))].add(all.boxes[f]);
     std::vector<Index> faces;
     for (Index f = 0; f < all.faceCount(); ++f) {
         const int role = all.role(f);
-        if ((role == 1 && all.bodies.size() > 2) || all.boxes[f].meets(sides[static_cast<std::size_t>(1 - role)]))
+        if ((role == 1 && all.bodies.size() > 2) ||
+            all.boxes[f].meets(sides[static_cast<std::size_t>(1 - role)]))
             faces.push_back(f);
     }
     return faces;
@@ -93,10 +102,10 @@ bool mayTouch(const Arrangement& all, Index first, Index second) {
 
 } // namespace
 
-void findMeetings(Arrangement& all, double tolerance) {
+bool findMeetings(Arrangement& all, double tolerance) {
     numberBodies(all);
     placePoints(all, bodyBoxes(all), tolerance);
-    placeFaces(all);
+    if (!placeFaces(all)) return false;
     all.worked.assign(all.faceCount(), false);
     const std::vector<Index> faces = candidates(all);
     std::vector<Box> boxes;
@@ -110,6 +119,7 @@ void findMeetings(Arrangement& all, double tolerance) {
             all.meetings.push_back({faces[i], faces[j]});
             all.worked[faces[i]] = all.worked[faces[j]] = true;
         });
+    return true;
 }
 
 } // namespace hostkit::modeler

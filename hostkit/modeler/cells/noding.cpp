@@ -1,4 +1,5 @@
-// Segments of one plane are split where they cross or lie on each other, and all planes of a segment see the same splits.
+// Segments of one plane are split where they cross or lie on each other, and all planes of a segment see the
+// same splits.
 #include "arrangement.h"
 
 #include <cmath>
@@ -33,8 +34,8 @@ private:
     };
     struct Item {
         Index segment;
-        Index body;    ///< all of whose uses in the plane are edges of this body: none for others
-        bool asks;     ///< is tried against the others
+        Index body; ///< all of whose uses in the plane are edges of this body: none for others
+        bool asks;  ///< is tried against the others
     };
 
     // Edges of one body meet at their ends alone: only those of the body with the most are not asked.
@@ -47,7 +48,8 @@ private:
             const Index body = use.face == none ? none : m_all.faceBodies[use.face];
             if (m_items.empty() || m_items.back().segment != use.segment)
                 m_items.push_back({use.segment, body, true});
-            else if (m_items.back().body != body) m_items.back().body = none;
+            else if (m_items.back().body != body)
+                m_items.back().body = none;
         }
         plane.leaves.clear();
         for (const Item& item : m_items) plane.leaves.push_back(item.segment);
@@ -124,7 +126,8 @@ private:
         return (m_all.points[s.high] - from).dotProduct(m_all.points[point] - from);
     }
 
-    // Within the tolerance of the segment, and such that both pieces are shorter than the whole: splitting comes to an end.
+    // Within the tolerance of the segment, and such that both pieces are shorter than the whole: splitting
+    // comes to an end.
     bool splitAt(Index number, Index point) {
         const Segment& s = m_all.segments[number];
         if (point == s.low || point == s.high) return true;
@@ -166,7 +169,9 @@ private:
 
     void split() {
         std::sort(m_splits.begin(), m_splits.end(), [](const Split& a, const Split& b) {
-            return a.segment != b.segment ? a.segment < b.segment : a.place != b.place ? a.place < b.place : a.point < b.point;
+            return a.segment != b.segment ? a.segment < b.segment
+                   : a.place != b.place   ? a.place < b.place
+                                          : a.point < b.point;
         });
         for (std::size_t i = 0; i < m_splits.size();) {
             const Index number = m_splits[i].segment;

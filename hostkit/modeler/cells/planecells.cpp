@@ -1,4 +1,5 @@
-// The cells of each plane: half-edges in angular order, loops, loops in loops, and the faces that cover a cell.
+// The cells of each plane: half-edges in angular order, loops, loops in loops, and the faces that cover a
+// cell.
 #include "arrangement.h"
 
 #include <cmath>
@@ -19,7 +20,8 @@ public:
         m_base = static_cast<Index>(m_all.halfEdges.size());
         m_plane->firstHalfEdge = m_base;
         const bool alone = m_plane->faceCount == 1 && !m_plane->cut;
-        const bool found = alone ? takeWhole() : makeHalfEdges() && turnAtPoints() && traceLoops() && nestLoops() && cover();
+        const bool found =
+            alone ? takeWhole() : makeHalfEdges() && turnAtPoints() && traceLoops() && nestLoops() && cover();
         m_plane->lastHalfEdge = static_cast<Index>(m_all.halfEdges.size());
         return found;
     }
@@ -96,16 +98,20 @@ private:
         const Planar centre = m_all.planar(*m_plane, a.point);
         const Planar first = at(a.halfEdge ^ 1);
         const Planar second = at(b.halfEdge ^ 1);
-        const auto lower = [&](const Planar& p) { return p.y < centre.y || (p.y == centre.y && p.x < centre.x); };
+        const auto lower = [&](const Planar& p) {
+            return p.y < centre.y || (p.y == centre.y && p.x < centre.x);
+        };
         if (lower(first) != lower(second)) return !lower(first);
         return orientation(centre, first, second) > 0;
     }
 
-    // Counter-clockwise order about each point, beginning with the direction of x. Two segments in one direction are a contradiction.
+    // Counter-clockwise order about each point, beginning with the direction of x. Two segments in one
+    // direction are a contradiction.
     bool turnAtPoints() {
         m_spokes.clear();
         for (Index h = 0; h < count(); ++h) m_spokes.push_back({edge(h).origin, h});
-        std::sort(m_spokes.begin(), m_spokes.end(), [this](const Spoke& a, const Spoke& b) { return before(a, b); });
+        std::sort(m_spokes.begin(), m_spokes.end(),
+                  [this](const Spoke& a, const Spoke& b) { return before(a, b); });
         for (std::size_t first = 0; first < m_spokes.size();) {
             std::size_t last = first;
             while (last + 1 < m_spokes.size() && m_spokes[last + 1].point == m_spokes[first].point) {
@@ -124,7 +130,8 @@ private:
         m_loopCount = 0;
         for (Index start = 0; start < count(); ++start) {
             if (m_loops[start] != none) continue;
-            for (Index h = start; m_loops[h] == none; h = edge(h ^ 1).clockwise - m_base) m_loops[h] = m_loopCount;
+            for (Index h = start; m_loops[h] == none; h = edge(h ^ 1).clockwise - m_base)
+                m_loops[h] = m_loopCount;
             ++m_loopCount;
         }
         return true;
@@ -136,7 +143,8 @@ private:
         return p.x != q.x ? p.x < q.x : p.y < q.y;
     }
 
-    // Connected parts; of each the loop about its outside: the one that has the leftmost point in its corner to the left.
+    // Connected parts; of each the loop about its outside: the one that has the leftmost point in its corner
+    // to the left.
     void findParts() {
         Joined parts(m_loopCount);
         for (Index h = 0; h < count(); h += 2) parts.join(m_loops[h], m_loops[h + 1]);
@@ -145,8 +153,10 @@ private:
         m_leftmost.assign(m_loopCount, none);
         for (Index h = 0; h < count(); ++h) {
             Index& best = m_leftmost[m_parts[m_loops[h]]];
-            if (best == none || isLeftOf(h, best)) best = h;
-            else if (edge(h).origin == edge(best).origin && orientation(at(h), at(best ^ 1), at(h ^ 1)) > 0) best = h;
+            if (best == none || isLeftOf(h, best))
+                best = h;
+            else if (edge(h).origin == edge(best).origin && orientation(at(h), at(best ^ 1), at(h ^ 1)) > 0)
+                best = h;
         }
         m_outside.assign(m_loopCount, false);
         m_order.clear();
@@ -172,7 +182,8 @@ private:
         return true;
     }
 
-    // From left to right: what lies below the leftmost point of a part belongs to parts that are nested already.
+    // From left to right: what lies below the leftmost point of a part belongs to parts that are nested
+    // already.
     void nestParts() {
         std::sort(m_order.begin(), m_order.end(),
                   [this](Index a, Index b) { return isLeftOf(m_leftmost[a], m_leftmost[b]); });
@@ -194,7 +205,8 @@ private:
         }
     }
 
-    // The half-edge to the right that lies next below the point, by exact tests; at a common left end the steeper one.
+    // The half-edge to the right that lies next below the point, by exact tests; at a common left end the
+    // steeper one.
     void takeNearer(Index& nearest, Index h, Index corner) {
         if (m_parts[m_loops[h]] == m_parts[m_loops[corner]]) return;
         const Planar p = at(corner);
@@ -214,7 +226,8 @@ private:
         return later ? side > 0 : side < 0;
     }
 
-    // Face by face: from the cells left of its edges through all borders that are not its own. It may not come out at their right.
+    // Face by face: from the cells left of its edges through all borders that are not its own. It may not
+    // come out at their right.
     bool cover() {
         gatherCells();
         std::sort(m_uses.begin(), m_uses.end(), [](const Use& a, const Use& b) {
@@ -230,7 +243,8 @@ private:
         }
         for (Index h = 0; h < count(); ++h) {
             Index& cell = edge(h).cell;
-            if (cell != none && m_all.cells[cell].along == none && m_all.cells[cell].against == none) cell = none;
+            if (cell != none && m_all.cells[cell].along == none && m_all.cells[cell].against == none)
+                cell = none;
         }
         return true;
     }
@@ -268,8 +282,9 @@ private:
                 if (m_borders[h / 2] != face && !reach(edge(h ^ 1).cell, face)) return false;
             }
         }
-        return std::none_of(m_rights.begin(), m_rights.end(),
-                            [&](Index cell) { return cell != none && m_reached[cell - m_firstCell] == face; });
+        return std::none_of(m_rights.begin(), m_rights.end(), [&](Index cell) {
+            return cell != none && m_reached[cell - m_firstCell] == face;
+        });
     }
 
     bool reach(Index cell, Index face) {

@@ -25,10 +25,12 @@ bool isInPlane(const Arrangement& all, Index face, const Plane& plane, double al
     return inside;
 }
 
-// The corners of the smaller face within the tolerance of the plane of the larger one, which is the better known.
+// The corners of the smaller face within the tolerance of the plane of the larger one, which is the better
+// known.
 bool areCoplanar(const Arrangement& all, Index first, Index second) {
     constexpr double nearlyParallel = 0.9;
-    if (std::abs(all.planes[first].normal.dotProduct(all.planes[second].normal)) < nearlyParallel) return false;
+    if (std::abs(all.planes[first].normal.dotProduct(all.planes[second].normal)) < nearlyParallel)
+        return false;
     if (all.boxes[first].diagonalSquared() > all.boxes[second].diagonalSquared()) std::swap(first, second);
     return isInPlane(all, first, all.planes[second], all.tolerance);
 }
@@ -125,8 +127,10 @@ bool weldEdges(Arrangement& all) {
     for (Index p = 0; p < count; ++p) {
         if (!near[p] || all.clean[p]) continue;
         const Index same = all.grid.find(all.points, all.points[p]);
-        if (same == none) all.grid.add(all.points, p);
-        else all.welded[p] = same;
+        if (same == none)
+            all.grid.add(all.points, p);
+        else
+            all.welded[p] = same;
     }
     all.segmentNumbers = PairTable(edges);
     all.segments.reserve(edges);
@@ -152,12 +156,14 @@ bool findPlaneClasses(Arrangement& all) {
     all.senses.assign(all.faceCount(), 1);
     Joined sets(all.faceCount());
     for (const auto& [first, second] : all.meetings)
-        if (sets.find(first) != sets.find(second) && areCoplanar(all, first, second)) sets.join(first, second);
+        if (sets.find(first) != sets.find(second) && areCoplanar(all, first, second))
+            sets.join(first, second);
     joinNeighbours(all, sets);
     numberClasses(all, sets);
     for (Index f = 0; f < all.faceCount(); ++f) {
         if (!all.worked[f]) continue;
-        // A chain of planes that each agree with the next may leave the first: not one plane at this tolerance.
+        // A chain of planes that each agree with the next may leave the first: not one plane at this
+        // tolerance.
         if (!isInPlane(all, f, all.planeClasses[all.classes[f]].plane, 2 * all.tolerance)) return false;
         useEdges(all, f);
     }

@@ -10,7 +10,8 @@ namespace hostkit::modeler {
 namespace {
 
 // Calls edge(corner, from, to) for each corner, loop by loop.
-template <class Edge> void forCorners(const Polyhedron& body, Edge&& edge) {
+template <class Edge>
+void forCorners(const Polyhedron& body, Edge&& edge) {
     for (std::size_t loop = 0; loop + 1 < body.loopStarts.size(); ++loop) {
         const Index first = body.loopStarts[loop];
         const Index last = body.loopStarts[loop + 1];
@@ -19,19 +20,26 @@ template <class Edge> void forCorners(const Polyhedron& body, Edge&& edge) {
     }
 }
 
-bool isFinite(const AcGeVector3d& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+bool isFinite(const AcGeVector3d& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
 
 bool fitsTogether(const Polyhedron& body) {
     constexpr double unitLength = 1e-6;
     Index loop = 0;
     for (const Polyhedron::Face& face : body.faces) {
-        if (face.firstLoop != loop || face.loopCount == 0 || face.loopCount > body.loopCount() - loop) return false;
-        if (!isFinite(face.normal) || !(std::abs(face.normal.lengthSqrd() - 1) < 2 * unitLength)) return false;
+        if (face.firstLoop != loop || face.loopCount == 0 || face.loopCount > body.loopCount() - loop)
+            return false;
+        if (!isFinite(face.normal) || !(std::abs(face.normal.lengthSqrd() - 1) < 2 * unitLength))
+            return false;
         loop += face.loopCount;
     }
-    if (loop != body.loopCount() || body.loopStarts.front() != 0 || body.loopStarts.back() != body.corners.size()) return false;
+    if (loop != body.loopCount() || body.loopStarts.front() != 0 ||
+        body.loopStarts.back() != body.corners.size())
+        return false;
     for (std::size_t i = 0; i + 1 < body.loopStarts.size(); ++i)
-        if (body.loopStarts[i + 1] < body.loopStarts[i] + 2 || body.loopStarts[i + 1] > body.corners.size()) return false;
+        if (body.loopStarts[i + 1] < body.loopStarts[i] + 2 || body.loopStarts[i + 1] > body.corners.size())
+            return false;
     for (const Index corner : body.corners)
         if (corner >= body.points.size()) return false;
     return std::all_of(body.points.begin(), body.points.end(),
@@ -78,7 +86,8 @@ public:
         partners.assign(m_body.corners.size(), none);
         for (const Index last : m_lasts) {
             m_sheets.clear();
-            for (Index corner = last; corner != none; corner = m_befores[corner]) m_sheets.push_back({0, corner});
+            for (Index corner = last; corner != none; corner = m_befores[corner])
+                m_sheets.push_back({0, corner});
             if (m_sheets.size() % 2 != 0) return false;
             if (m_sheets.size() > 2) sortAbout();
             for (std::size_t i = 0; i < m_sheets.size(); ++i) {
@@ -101,7 +110,8 @@ private:
     };
 
     Index from(Index corner) const { return m_body.corners[corner]; }
-    // The other end of an edge stands at the corner that follows; of the first sheet's edge it is enough to know the lesser end.
+    // The other end of an edge stands at the corner that follows; of the first sheet's edge it is enough to
+    // know the lesser end.
     bool isAlong(Index corner) const { return from(corner) == from(m_sheets[0].corner); }
 
     Index to(Index corner) const {
@@ -123,9 +133,11 @@ private:
             sheet.angle = std::atan2(into.dotProduct(quarter), into.dotProduct(zero));
         }
         const Index first = head;
-        std::sort(m_sheets.begin(), m_sheets.end(), [](const Sheet& a, const Sheet& b) { return a.angle < b.angle; });
+        std::sort(m_sheets.begin(), m_sheets.end(),
+                  [](const Sheet& a, const Sheet& b) { return a.angle < b.angle; });
         // The sheet that the directions were taken from stays in front.
-        const auto at = std::find_if(m_sheets.begin(), m_sheets.end(), [&](const Sheet& s) { return s.corner == first; });
+        const auto at =
+            std::find_if(m_sheets.begin(), m_sheets.end(), [&](const Sheet& s) { return s.corner == first; });
         std::rotate(m_sheets.begin(), at, m_sheets.end());
     }
 

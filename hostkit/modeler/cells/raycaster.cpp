@@ -4,10 +4,13 @@
 
 namespace hostkit::modeler {
 
-std::optional<Coverage> RayCaster::coverageBefore(const AcGePoint3d& start, const AcGeVector3d& normal) const {
+std::optional<Coverage> RayCaster::coverageBefore(const AcGePoint3d& start,
+                                                  const AcGeVector3d& normal) const {
     // Directions about the normal, none along an axis or a diagonal.
     constexpr int tries = 12;
-    const AcGeVector3d side = normal.crossProduct(std::abs(normal.x) < 0.6 ? AcGeVector3d(1, 0, 0) : AcGeVector3d(0, 1, 0)).normal();
+    const AcGeVector3d side =
+        normal.crossProduct(std::abs(normal.x) < 0.6 ? AcGeVector3d(1, 0, 0) : AcGeVector3d(0, 1, 0))
+            .normal();
     const AcGeVector3d other = normal.crossProduct(side);
     for (int i = 0; i < tries; ++i) {
         const double turn = 0.7391 + 2.3999632 * i; // the golden angle
@@ -27,7 +30,8 @@ std::optional<Coverage> RayCaster::along(const AcGePoint3d& start, const AcGeVec
         const Hit found = hit(face, start, normal, direction);
         if (found == Hit::unclear) clear = false;
         if (found == Hit::through)
-            coverage[static_cast<std::size_t>(m_all.role(face))] += m_all.planes[face].normal.dotProduct(direction) > 0 ? 1 : -1;
+            coverage[static_cast<std::size_t>(m_all.role(face))] +=
+                m_all.planes[face].normal.dotProduct(direction) > 0 ? 1 : -1;
     });
     if (!clear) return std::nullopt;
     return coverage;

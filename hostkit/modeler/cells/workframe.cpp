@@ -6,8 +6,8 @@ namespace hostkit::modeler {
 
 namespace {
 
-// The middle of the others, rounded to a power of two of their extent, so that points of a grid stay points of a grid. Zero while
-// the origin is near.
+// The middle of the others, rounded to a power of two of their extent, so that points of a grid stay points
+// of a grid. Zero while the origin is near.
 AcGeVector3d middleOf(const std::vector<Box>& boxes) {
     Box others;
     for (std::size_t i = 1; i < boxes.size(); ++i) others.add(boxes[i]);
@@ -75,8 +75,8 @@ private:
             m_runs.push_back({direction, length});
             return;
         }
-        const auto shortest = std::min_element(m_runs.begin(), m_runs.end(),
-                                               [](const Run& a, const Run& b) { return a.length < b.length; });
+        const auto shortest = std::min_element(
+            m_runs.begin(), m_runs.end(), [](const Run& a, const Run& b) { return a.length < b.length; });
         if (shortest->length < length) *shortest = {direction, length};
     }
 
@@ -95,7 +95,8 @@ WorkFrame::WorkFrame(std::span<const Polyhedron* const> bodies, const std::vecto
     constexpr std::size_t mostBodies = 8;
     constexpr std::size_t mostEdges = 256;
     Directions directions;
-    for (std::size_t i = 0; i < std::min(mostBodies, bodies.size()); ++i) directions.add(*bodies[i], mostEdges);
+    for (std::size_t i = 0; i < std::min(mostBodies, bodies.size()); ++i)
+        directions.add(*bodies[i], mostEdges);
     AcGeVector3d main;
     AcGeVector3d second;
     if (!directions.find(main, second)) return;

@@ -1,4 +1,5 @@
-// Where a boolean is worked: about an origin in the midst of the bodies, along the directions in which they run.
+// Where a boolean is worked: about an origin in the midst of the bodies, along the directions in which they
+// run.
 #pragma once
 
 #include "boxtree.h"
@@ -8,8 +9,8 @@
 
 namespace hostkit::modeler {
 
-/// Far bodies are worked as exactly as near ones, and boxes about the faces of turned bodies are as tight as those of upright ones.
-/// Bodies that are near and run along the axes are worked as they stand, to the bit.
+/// Far bodies are worked as exactly as near ones, and boxes about the faces of turned bodies are as tight as
+/// those of upright ones. Bodies that are near and run along the axes are worked as they stand, to the bit.
 class WorkFrame {
 public:
     WorkFrame() = default;
