@@ -1,4 +1,5 @@
-// Chains of random operations on bodies, and what must hold of each: for tests and for the long run of the benchmarks.
+// Chains of random operations on bodies, and what must hold of each: for tests and for the long run of the
+// benchmarks.
 #pragma once
 
 #include "combination.h"
@@ -14,14 +15,17 @@ namespace polyhedra {
 
 using hostkit::modeler::Operation;
 
-/// Boxes, prisms, faceted arcs and cylinders on a grid, upright or lying: most of what two of them share is flush.
+/// Boxes, prisms, faceted arcs and cylinders on a grid, upright or lying: most of what two of them share is
+/// flush.
 class RandomBodies {
 public:
     explicit RandomBodies(std::uint64_t seed)
         : m_engine(seed) {}
 
     int whole(int low, int high) { return std::uniform_int_distribution<int>(low, high)(m_engine); }
-    double real(double low, double high) { return std::uniform_real_distribution<double>(low, high)(m_engine); }
+    double real(double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(m_engine);
+    }
     AcGePoint3d place(double low, double high) { return {real(low, high), real(low, high), real(low, high)}; }
 
     AcGeMatrix3d turn() {
@@ -33,9 +37,11 @@ public:
     Polyhedron body() {
         Polyhedron shape = upright();
         if (whole(0, 3) == 0) {
-            constexpr std::array<AcGeVector3d, 3> axes{AcGeVector3d(1, 0, 0), AcGeVector3d(0, 1, 0), AcGeVector3d(0, 0, 1)};
-            shape = moved(shape, AcGeMatrix3d::rotation(std::numbers::pi / 2 * whole(1, 3),
-                                                        axes[static_cast<std::size_t>(whole(0, 2))], {3, 3, 3}));
+            constexpr std::array<AcGeVector3d, 3> axes{AcGeVector3d(1, 0, 0), AcGeVector3d(0, 1, 0),
+                                                       AcGeVector3d(0, 0, 1)};
+            shape =
+                moved(shape, AcGeMatrix3d::rotation(std::numbers::pi / 2 * whole(1, 3),
+                                                    axes[static_cast<std::size_t>(whole(0, 2))], {3, 3, 3}));
         }
         return shape;
     }
@@ -73,7 +79,8 @@ private:
         if (kind <= 4) return prism(outline(kind - 3, x, y), z, z + height);
         if (kind == 5) return prism(outline(2, x, y), z, z + height, 1, surface(0));
         const double start = kind == 6 ? 0 : 0.1 * whole(0, 3);
-        return prism(circle(x + 1, y + 1, whole(1, 2), 4 * whole(2, 4), start), z, z + height, 0, surface(kind - 5));
+        return prism(circle(x + 1, y + 1, whole(1, 2), 4 * whole(2, 4), start), z, z + height, 0,
+                     surface(kind - 5));
     }
 
     std::mt19937_64 m_engine;
@@ -85,7 +92,8 @@ struct ChainReport {
     std::string wrong; ///< the first contradiction, in words
 };
 
-/// Ten steps: a body meets a new one by all operations, and goes on as one of the results. `tolerance` is what the operations take.
+/// Ten steps: a body meets a new one by all operations, and goes on as one of the results. `tolerance` is
+/// what the operations take.
 class Chain {
 public:
     Chain(std::uint64_t seed, ChainReport& report)
@@ -120,8 +128,10 @@ private:
         const std::array<const Polyhedron*, 1> others{&b};
         ++m_report.operations;
         auto result = hostkit::modeler::combine(operation, a, others, 1e-6);
-        if (!result) ++m_report.refused;
-        else judgeForm(*result);
+        if (!result)
+            ++m_report.refused;
+        else
+            judgeForm(*result);
         return result;
     }
 
@@ -142,14 +152,17 @@ private:
         expect(eulerCharacteristic(body) % 2 == 0, "Euler's characteristic is odd");
         for (const Polyhedron::Face& f : body.faces)
             for (Index i = body.loopStarts[f.firstLoop]; i < body.loopStarts[f.firstLoop + f.loopCount]; ++i)
-                expect(std::abs(f.normal.dotProduct(body.points[body.corners[i]].asVector()) - f.distance) < 1e-6,
+                expect(std::abs(f.normal.dotProduct(body.points[body.corners[i]].asVector()) - f.distance) <
+                           1e-6,
                        "a point is out of its plane");
     }
 
-    void judge(const Polyhedron& a, const Polyhedron& b, const Polyhedron& sum, const Polyhedron& rest, const Polyhedron& common) {
+    void judge(const Polyhedron& a, const Polyhedron& b, const Polyhedron& sum, const Polyhedron& rest,
+               const Polyhedron& common) {
         const double first = content(a);
         const double slack = m_slack * (1 + first + content(b));
-        expect(std::abs(first + content(b) - content(sum) - content(common)) < slack, "V(a)+V(b) is not V(a+b)+V(a*b)");
+        expect(std::abs(first + content(b) - content(sum) - content(common)) < slack,
+               "V(a)+V(b) is not V(a+b)+V(a*b)");
         expect(std::abs(first - content(rest) - content(common)) < slack, "V(a)-V(a*b) is not V(a-b)");
         for (int i = 0; i < 4; ++i) {
             AcGePoint3d p = m_random.place(-1, 9);
@@ -166,7 +179,8 @@ private:
     }
 
     // Commuted results are the same but for whose surface a flush face has: surfaces are left out.
-    void judgeLaws(const Polyhedron& a, const Polyhedron& b, const Polyhedron& sum, const Polyhedron& common, double slack) {
+    void judgeLaws(const Polyhedron& a, const Polyhedron& b, const Polyhedron& sum, const Polyhedron& common,
+                   double slack) {
         const auto bare = [](Polyhedron body) {
             for (Polyhedron::Face& f : body.faces) f.surface = nullptr;
             return body;

@@ -3,9 +3,9 @@
 // the whole is dropped.
 #pragma once
 
-#include "boxtree.h"
 #include "lookups.h"
 #include "orientation.h"
+#include "spacetree.h"
 #include "workframe.h"
 
 #include <span>

@@ -265,34 +265,37 @@ private:
     std::optional<Coverage> ask(const Link& link) {
         m_borders.clear();
         Plane plane;
+        RayCaster::Start start;
         if (link.piece < m_all.cells.size()) {
-            const PlaneClass& own = m_all.planeClasses[m_all.cells[link.piece].plane];
+            start.planeClass = m_all.cells[link.piece].plane;
+            const PlaneClass& own = m_all.planeClasses[start.planeClass];
             plane = own.plane;
             setAxes(plane.normal);
             for (Index h = own.firstHalfEdge; h < own.lastHalfEdge; ++h)
                 if (m_all.halfEdges[h].cell == link.piece)
                     addBorder(m_all.halfEdges[h].origin, m_all.halfEdges[h ^ 1].origin);
         } else {
-            const Index face = m_passingFaces[link.piece - m_all.cells.size()];
-            plane = m_all.planes[face];
+            start.face = m_passingFaces[link.piece - m_all.cells.size()];
+            plane = m_all.planes[start.face];
             setAxes(plane.normal);
-            m_all.forEdges(face, [&](Index from, Index to) { addBorder(from, to); });
+            m_all.forEdges(start.face, [&](Index from, Index to) { addBorder(from, to); });
         }
-        return askFrom(plane, link.sense > 0 ? plane.normal : -plane.normal);
+        start.ahead = link.sense > 0 ? plane.normal : -plane.normal;
+        return askFrom(plane, start);
     }
 
     // A place that happens to lie on another body tells nothing: the next one is asked. None is where
     // symmetric bodies touch.
-    std::optional<Coverage> askFrom(const Plane& plane, const AcGeVector3d& ahead) {
+    std::optional<Coverage> askFrom(const Plane& plane, RayCaster::Start& start) {
         if (!m_rays) m_rays.emplace(m_all);
         for (const double part : {0.4271, 0.6134, 0.2917, 0.7719}) {
             const auto inside = pointInside(m_borders, part);
             if (!inside) return std::nullopt;
-            AcGePoint3d start;
-            start[m_axes[0]] = inside->x;
-            start[m_axes[1]] = inside->y;
-            start[m_axes[2]] = -plane.height(start) / plane.normal[m_axes[2]];
-            if (const auto found = m_rays->coverageBefore(start, ahead)) return found;
+            start.place = AcGePoint3d();
+            start.place[m_axes[0]] = inside->x;
+            start.place[m_axes[1]] = inside->y;
+            start.place[m_axes[2]] = -plane.height(start.place) / plane.normal[m_axes[2]];
+            if (const auto found = m_rays->coverageAhead(start)) return found;
         }
         return std::nullopt;
     }

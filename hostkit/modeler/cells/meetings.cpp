@@ -111,7 +111,7 @@ bool findMeetings(Arrangement& all, double tolerance) {
     std::vector<Box> boxes;
     boxes.reserve(faces.size());
     for (const Index f : faces) boxes.push_back(all.boxes[f]);
-    const BoxTree tree(boxes);
+    const SpaceTree tree(boxes);
     for (Index i = 0; i < faces.size(); ++i)
         tree.query(boxes[i], [&](Index j) {
             if (j <= i || all.faceBodies[faces[i]] == all.faceBodies[faces[j]]) return;

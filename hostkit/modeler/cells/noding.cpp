@@ -21,7 +21,7 @@ public:
                 if (round == 0 ? begin(plane) : renew(plane)) meetAll(plane, round == 0);
             }
             if (m_splits.empty()) return true;
-            split();
+            if (!split()) return false;
         }
         return false;
     }
@@ -116,7 +116,7 @@ private:
                     if (m_boxes[i].meets(m_boxes[j])) meetPair(i, j);
             return;
         }
-        const BoxTree tree(m_boxes);
+        const SpaceTree tree(m_boxes);
         for (std::size_t i = 0; i < m_items.size(); ++i)
             if (m_items[i].asks) tree.query(m_boxes[i], [&](Index j) { meetPair(i, j); });
     }
@@ -167,26 +167,36 @@ private:
         splitAt(second, point);
     }
 
-    void split() {
+    // Each piece is shorter than the whole: no segment is ever a piece of itself. Points beside both ends may
+    // not allow that.
+    bool split() {
         std::sort(m_splits.begin(), m_splits.end(), [](const Split& a, const Split& b) {
-            return a.segment != b.segment ? a.segment < b.segment
-                   : a.place != b.place   ? a.place < b.place
-                                          : a.point < b.point;
+            if (a.segment != b.segment) return a.segment < b.segment;
+            return a.place != b.place ? a.place < b.place : a.point < b.point;
         });
         for (std::size_t i = 0; i < m_splits.size();) {
             const Index number = m_splits[i].segment;
             const auto first = static_cast<Index>(m_all.children.size());
-            Index from = m_all.segments[number].low;
+            const Segment whole = m_all.segments[number];
+            Index from = whole.low;
             for (; i < m_splits.size() && m_splits[i].segment == number; ++i) {
                 if (m_splits[i].point == from) continue;
                 m_all.children.push_back(m_all.segment(from, m_splits[i].point));
                 from = m_splits[i].point;
             }
-            m_all.children.push_back(m_all.segment(from, m_all.segments[number].high));
+            m_all.children.push_back(m_all.segment(from, whole.high));
+            const auto isShorter = [&](Index child) { return lengthSquared(child) < lengthSquared(number); };
+            if (!std::all_of(m_all.children.begin() + first, m_all.children.end(), isShorter)) return false;
             m_all.segments[number].firstChild = first;
             m_all.segments[number].childCount = static_cast<Index>(m_all.children.size()) - first;
         }
         m_splits.clear();
+        return true;
+    }
+
+    double lengthSquared(Index segment) const {
+        return (m_all.points[m_all.segments[segment].high] - m_all.points[m_all.segments[segment].low])
+            .lengthSqrd();
     }
 
     Arrangement& m_all;

@@ -193,7 +193,7 @@ private:
             for (const Index end : {h, h + 1}) box.add(AcGePoint3d(at(end).x, at(end).y, 0));
             m_boxes.push_back(box);
         }
-        const BoxTree tree(m_boxes);
+        const SpaceTree tree(m_boxes);
         for (const Index part : m_order) {
             const Index corner = m_leftmost[part];
             Index nearest = none;

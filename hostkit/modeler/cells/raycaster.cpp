@@ -4,55 +4,50 @@
 
 namespace hostkit::modeler {
 
-std::optional<Coverage> RayCaster::coverageBefore(const AcGePoint3d& start,
-                                                  const AcGeVector3d& normal) const {
+std::optional<Coverage> RayCaster::coverageAhead(const Start& start) const {
     // Directions about the normal, none along an axis or a diagonal.
     constexpr int tries = 12;
-    const AcGeVector3d side =
-        normal.crossProduct(std::abs(normal.x) < 0.6 ? AcGeVector3d(1, 0, 0) : AcGeVector3d(0, 1, 0))
-            .normal();
+    const AcGeVector3d& normal = start.ahead;
+    const AcGeVector3d axis = std::abs(normal.x) < 0.6 ? AcGeVector3d(1, 0, 0) : AcGeVector3d(0, 1, 0);
+    const AcGeVector3d side = normal.crossProduct(axis).normal();
     const AcGeVector3d other = normal.crossProduct(side);
     for (int i = 0; i < tries; ++i) {
         const double turn = 0.7391 + 2.3999632 * i; // the golden angle
         const double lean = 0.3137 + 0.0917 * i;
         const AcGeVector3d direction = normal + (side * std::cos(turn) + other * std::sin(turn)) * lean;
-        if (const auto found = along(start, normal, direction.normal())) return found;
+        if (const auto found = along(start, direction.normal())) return found;
     }
     return std::nullopt;
 }
 
-std::optional<Coverage> RayCaster::along(const AcGePoint3d& start, const AcGeVector3d& normal,
-                                         const AcGeVector3d& direction) const {
+std::optional<Coverage> RayCaster::along(const Start& start, const AcGeVector3d& direction) const {
     Coverage coverage{};
     bool clear = true;
-    m_tree.queryRay(start, direction, [&](Index face) {
+    m_tree.queryRay(start.place, direction, [&](Index face) {
         if (!clear) return;
-        const Hit found = hit(face, start, normal, direction);
+        const Hit found = hit(face, start, direction);
         if (found == Hit::unclear) clear = false;
-        if (found == Hit::through)
-            coverage[static_cast<std::size_t>(m_all.role(face))] +=
-                m_all.planes[face].normal.dotProduct(direction) > 0 ? 1 : -1;
+        if (found != Hit::through) return;
+        const bool leaves = m_all.planes[face].normal.dotProduct(direction) > 0;
+        coverage[static_cast<std::size_t>(m_all.role(face))] += leaves ? 1 : -1;
     });
     if (!clear) return std::nullopt;
     return coverage;
 }
 
-RayCaster::Hit RayCaster::hit(Index face, const AcGePoint3d& start, const AcGeVector3d& normal,
-                              const AcGeVector3d& direction) const {
+RayCaster::Hit RayCaster::hit(Index face, const Start& start, const AcGeVector3d& direction) const {
     constexpr double steep = 1e-6;
-    constexpr double parallel = 1e-6;
+    if (face == start.face || (m_all.worked[face] && m_all.classes[face] == start.planeClass))
+        return Hit::missed;
     const Plane& plane = m_all.planes[face];
-    const double height = plane.height(start);
+    const double height = plane.height(start.place);
+    if (std::abs(height) <= 4 * m_all.tolerance)
+        return isInside(face, start.place) == Hit::missed ? Hit::missed : Hit::unclear;
     const double slope = plane.normal.dotProduct(direction);
-    if (std::abs(height) <= 4 * m_all.tolerance) {
-        // Its own plane, or one that the piece touches near by: that one is clear only where the face is far.
-        if (plane.normal.crossProduct(normal).length() < parallel) return Hit::missed;
-        return isInside(face, start) == Hit::missed ? Hit::missed : Hit::unclear;
-    }
     if (std::abs(slope) < steep) return Hit::unclear;
     const double distance = -height / slope;
     if (distance < 0) return Hit::missed;
-    return isInside(face, start + direction * distance);
+    return isInside(face, start.place + direction * distance);
 }
 
 RayCaster::Hit RayCaster::isInside(Index face, const AcGePoint3d& place) const {

@@ -13,21 +13,27 @@ public:
         : m_all(all)
         , m_tree(all.boxes) {}
 
-    /// The coverage just before a plane piece, on the side of its normal. `start` lies inside the piece.
-    /// Faces in the plane of the piece are not counted. Nothing where no direction keeps clear of edges.
-    std::optional<Coverage> coverageBefore(const AcGePoint3d& start, const AcGeVector3d& normal) const;
+    /// What a ray starts from: a place inside a cell or inside a face that passes through, and the side to
+    /// which it goes.
+    struct Start {
+        AcGePoint3d place;
+        AcGeVector3d ahead;
+        Index planeClass = none; ///< of the cell
+        Index face = none;       ///< or the face
+    };
+    /// The coverage just ahead of a piece. The piece itself, and what lies in its plane, are not counted.
+    /// Nothing where another face is as near as the tolerance, or no direction keeps clear of edges.
+    std::optional<Coverage> coverageAhead(const Start& start) const;
 
 private:
     enum class Hit : unsigned char { missed, through, unclear };
 
-    std::optional<Coverage> along(const AcGePoint3d& start, const AcGeVector3d& normal,
-                                  const AcGeVector3d& direction) const;
-    Hit hit(Index face, const AcGePoint3d& start, const AcGeVector3d& normal,
-            const AcGeVector3d& direction) const;
+    std::optional<Coverage> along(const Start& start, const AcGeVector3d& direction) const;
+    Hit hit(Index face, const Start& start, const AcGeVector3d& direction) const;
     Hit isInside(Index face, const AcGePoint3d& place) const;
 
     const Arrangement& m_all;
-    BoxTree m_tree;
+    SpaceTree m_tree;
 };
 
 /// A point inside a region of the plane, given by its borders as pairs of points: at `part`, between 0 and 1,

@@ -2,8 +2,8 @@
 // run.
 #pragma once
 
-#include "boxtree.h"
 #include "polyhedron.h"
+#include "spacetree.h"
 
 #include <span>
 

@@ -45,13 +45,15 @@ std::optional<Polyhedron> apply(Operation operation, const Polyhedron& a, const 
     return combine(operation, a, others, 1e-6);
 }
 
-// Among them what once went wrong elsewhere: splits not exchanged between collinear edges, a cut that dangles inside a face, faces of one
-// body that come to lie in one plane, a cut that is an edge, a ray from where another body touches, pieces turned against their plane.
+// Among them what once went wrong elsewhere: splits not exchanged between collinear edges, a cut that dangles
+// inside a face, faces of one body that come to lie in one plane, a cut that is an edge, a ray from where
+// another body touches, pieces turned against their plane.
 std::vector<Case> cases() {
     const Polyhedron unit = box(0, 0, 0, 1, 1, 1);
     const Polyhedron ring = *apply(Operation::subtract, box(0, 0, 0, 3, 3, 1), box(1, 1, 0, 2, 2, 1));
     const Polyhedron plate = box(-2, -2, -1, 2, 2, 0);
-    const Polyhedron ridge = moved(prism({{0, 0}, {1, -1}, {1, 1}}, -1, 1), AcGeMatrix3d::rotation(-std::numbers::pi / 2, AcGeVector3d(0, 1, 0)));
+    const Polyhedron ridge = moved(prism({{0, 0}, {1, -1}, {1, 1}}, -1, 1),
+                                   AcGeMatrix3d::rotation(-std::numbers::pi / 2, AcGeVector3d(0, 1, 0)));
     const AcGeMatrix3d onCorner = AcGeMatrix3d::rotation(0.6, AcGeVector3d(1, -1, 0).normal());
     const Expected whole{1, 6, 2};
     const Expected nothing{0, 0, 0};
@@ -74,8 +76,12 @@ std::vector<Case> cases() {
         {"overlap", unit, box(0.5, 0.5, 0.5, 1.5, 1.5, 1.5), {1.875, 12, 2}, {0.875, 9, 2}, {0.125, 6, 2}},
         {"a plug", ring, box(1, 1, 0, 2, 2, 1), {9, 6, 2}, {8, 10, 0}, nothing},
         {"half a plug", ring, box(1, 1, 0, 2, 2, 0.5), {8.5, 11, 2}, {8, 10, 0}, nothing},
-        {"a wedge in a top", unit, prism({{0.5, 0.5}, {2, 0.25}, {2, 0.75}}, 0.5, 1),
-         {1.1875 - 1. / 48, 10, 2}, {1 - 1. / 48, 9, 2}, {1. / 48, 5, 2}},
+        {"a wedge in a top",
+         unit,
+         prism({{0.5, 0.5}, {2, 0.25}, {2, 0.75}}, 0.5, 1),
+         {1.1875 - 1. / 48, 10, 2},
+         {1 - 1. / 48, 9, 2},
+         {1. / 48, 5, 2}},
     };
 }
 
@@ -91,12 +97,14 @@ void expectPointsOf(const Polyhedron& a, const Polyhedron& b, const Polyhedron& 
 
 // As they stand, turned, and far away.
 TEST(Combination, givesTheBodiesThatAreKnown) {
-    for (const AcGeMatrix3d& placed : {AcGeMatrix3d(), genericTurn, AcGeMatrix3d::translation(AcGeVector3d(1e6 / 3, -2e6 / 7, 0))})
+    for (const AcGeMatrix3d& placed :
+         {AcGeMatrix3d(), genericTurn, AcGeMatrix3d::translation(AcGeVector3d(1e6 / 3, -2e6 / 7, 0))})
         for (const Case& c : cases()) {
             const Polyhedron a = moved(c.a, placed);
             const Polyhedron b = moved(c.b, placed);
-            for (const auto& [operation, expected] : {std::pair(Operation::unite, c.sum), std::pair(Operation::subtract, c.rest),
-                                                      std::pair(Operation::intersect, c.common)}) {
+            for (const auto& [operation, expected] :
+                 {std::pair(Operation::unite, c.sum), std::pair(Operation::subtract, c.rest),
+                  std::pair(Operation::intersect, c.common)}) {
                 SCOPED_TRACE(testing::Message() << c.name << ", operation " << static_cast<int>(operation));
                 const auto result = apply(operation, a, b);
                 ASSERT_TRUE(result.has_value());
@@ -114,10 +122,13 @@ TEST(Combination, slabsHaveTheFacesAndHandlesOfTheirOpenings) {
     for (const AcGeMatrix3d& placed : {AcGeMatrix3d(), genericTurn}) {
         std::vector<Polyhedron> openings;
         for (int i = 0; i < rows * rows; ++i)
-            openings.push_back(moved(prism(circle(2 + 3 * (i % rows), 2 + 3 * (i / rows), 1, 16), 0, 0.2), placed));
+            openings.push_back(
+                moved(prism(circle(2 + 3 * (i % rows), 2 + 3 * (i / rows), 1, 16), 0, 0.2), placed));
         const Polyhedron slab = moved(box(0, 0, 0, 10, 10, 0.2), placed);
-        std::vector<Polyhedron> results{*combine(Operation::subtract, slab, pointersTo(openings), 1e-6), slab};
-        for (const Polyhedron& opening : openings) results[1] = *apply(Operation::subtract, results[1], opening);
+        std::vector<Polyhedron> results{*combine(Operation::subtract, slab, pointersTo(openings), 1e-6),
+                                        slab};
+        for (const Polyhedron& opening : openings)
+            results[1] = *apply(Operation::subtract, results[1], opening);
         for (const Polyhedron& result : results) {
             EXPECT_EQ(result.faces.size(), 6 + 16 * openings.size());
             EXPECT_EQ(eulerCharacteristic(result), 2 - 2 * rows * rows);
@@ -137,7 +148,8 @@ TEST(Combination, crossingCylindersHaveTheVolumeOfTheirSquares) {
             const double lower = 2 * std::numbers::pi * (i + 1) / facets;
             const double first = 2 * std::sin(upper);
             const double second = 2 * std::sin(lower);
-            expected += (std::cos(upper) - std::cos(lower)) * (first * first + first * second + second * second) / 3;
+            expected +=
+                (std::cos(upper) - std::cos(lower)) * (first * first + first * second + second * second) / 3;
         }
         const auto common = apply(Operation::intersect, a, b);
         ASSERT_TRUE(common.has_value());
@@ -160,7 +172,9 @@ public:
     void combineWith(Operation operation, CellGrid& other) {
         for (std::size_t i = 0; i < m_cells.size(); ++i) {
             const bool there = other.m_cells[i];
-            m_cells[i] = operation == Operation::unite ? m_cells[i] || there : m_cells[i] && (there == (operation == Operation::intersect));
+            m_cells[i] = operation == Operation::unite
+                             ? m_cells[i] || there
+                             : m_cells[i] && (there == (operation == Operation::intersect));
         }
     }
     int count() const { return static_cast<int>(std::count(m_cells.begin(), m_cells.end(), true)); }
@@ -169,7 +183,8 @@ public:
         for (int x = 0; x + 1 < side; ++x)
             for (int y = 0; y + 1 < side; ++y)
                 for (int z = 0; z + 1 < side; ++z)
-                    sides += (at(x, y, z) != at(x + 1, y, z)) + (at(x, y, z) != at(x, y + 1, z)) + (at(x, y, z) != at(x, y, z + 1));
+                    sides += (at(x, y, z) != at(x + 1, y, z)) + (at(x, y, z) != at(x, y + 1, z)) +
+                             (at(x, y, z) != at(x, y, z + 1));
         return sides;
     }
 
@@ -185,7 +200,8 @@ double surfaceOf(const Polyhedron& body) {
             for (Index i = body.loopStarts[loop]; i < body.loopStarts[loop + 1]; ++i) {
                 const AcGeVector3d p = body.points[body.corners[i]] - body.points[0];
                 const Index next = i + 1 < body.loopStarts[loop + 1] ? i + 1 : body.loopStarts[loop];
-                sum += p.crossProduct(body.points[body.corners[next]] - body.points[0]).dotProduct(f.normal) / 2;
+                sum +=
+                    p.crossProduct(body.points[body.corners[next]] - body.points[0]).dotProduct(f.normal) / 2;
             }
     return sum;
 }
@@ -226,7 +242,8 @@ TEST(Combination, chainsOfRandomOperationsKeepTheLaws) {
     EXPECT_EQ(report.refused, 0);
 }
 
-// Facets keep what they share; what lies in one plane but on different surfaces stays apart, what shares one becomes one face.
+// Facets keep what they share; what lies in one plane but on different surfaces stays apart, what shares one
+// becomes one face.
 TEST(Combination, facetsKeepTheirSurface) {
     const std::array<char, 2> marks{};
     const auto* first = reinterpret_cast<const AModeler::Surface*>(&marks[0]);
@@ -237,7 +254,8 @@ TEST(Combination, facetsKeepTheirSurface) {
         const auto sum = apply(Operation::unite, a, b);
         ASSERT_TRUE(sum.has_value());
         const auto with = [&](const AModeler::Surface* wanted) {
-            return std::count_if(sum->faces.begin(), sum->faces.end(), [&](const auto& f) { return f.surface == wanted; });
+            return std::count_if(sum->faces.begin(), sum->faces.end(),
+                                 [&](const auto& f) { return f.surface == wanted; });
         };
         EXPECT_EQ(with(nullptr), 2);
         EXPECT_EQ(with(first), 12);
@@ -286,7 +304,8 @@ TEST(Combination, refusesWhatIsNoClosedBody) {
     }
 }
 
-// A tolerance of nothing or of the size of the bodies, and points that lie about the tolerance apart: right or refused.
+// A tolerance of nothing or of the size of the bodies, and points that lie about the tolerance apart: right
+// or refused.
 TEST(Combination, isRightOrRefusesNearTheTolerance) {
     RandomBodies random(5);
     int refused = 0;
@@ -296,19 +315,22 @@ TEST(Combination, isRightOrRefusesNearTheTolerance) {
         const std::array tolerances{0.0, 1e-6, 1e-6, 0.1, 1.0};
         const double tolerance = tolerances[static_cast<std::size_t>(round % 5)];
         const double noise = round % 5 == 1 ? 1e-6 : round % 5 == 2 ? 1e-5 : 0;
-        const AcGeVector3d shift(random.real(-noise, noise), random.real(-noise, noise), random.real(-noise, noise));
+        const AcGeVector3d shift(random.real(-noise, noise), random.real(-noise, noise),
+                                 random.real(-noise, noise));
         b = moved(b, AcGeMatrix3d::translation(shift));
         const std::array<const Polyhedron*, 1> others{&b};
         const auto sum = combine(Operation::unite, a, others, tolerance);
         const auto common = combine(Operation::intersect, a, others, tolerance);
         refused += !sum + !common;
         if (!sum || !common) continue;
-        EXPECT_NEAR(content(*sum) + content(*common), content(a) + content(b), 1e-3 + 200 * tolerance) << round;
+        EXPECT_NEAR(content(*sum) + content(*common), content(a) + content(b), 1e-3 + 200 * tolerance)
+            << round;
     }
     EXPECT_LT(refused, 600);
 }
 
-// Against whole numbers of 128 bits: points a few units in the last place about a line, where the rounded determinant errs.
+// Against whole numbers of 128 bits: points a few units in the last place about a line, where the rounded
+// determinant errs.
 TEST(Orientation, isThatOfWholeNumbers) {
     __extension__ using Wide = __int128;
     RandomBodies random(7);

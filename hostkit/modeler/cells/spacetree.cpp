@@ -1,10 +1,10 @@
-#include "boxtree.h"
+#include "spacetree.h"
 
 #include <numeric>
 
 namespace hostkit::modeler {
 
-BoxTree::BoxTree(std::span<const Box> boxes)
+SpaceTree::SpaceTree(std::span<const Box> boxes)
     : m_numbers(boxes.size()) {
     std::iota(m_numbers.begin(), m_numbers.end(), 0u);
     if (boxes.empty()) return;
@@ -14,7 +14,7 @@ BoxTree::BoxTree(std::span<const Box> boxes)
     for (const std::uint32_t number : m_numbers) m_boxes.push_back(boxes[number]);
 }
 
-void BoxTree::build(std::span<const Box> boxes, std::uint32_t first, std::uint32_t last) {
+void SpaceTree::build(std::span<const Box> boxes, std::uint32_t first, std::uint32_t last) {
     const std::size_t at = m_nodes.size();
     m_nodes.emplace_back();
     Box box;
@@ -35,7 +35,7 @@ void BoxTree::build(std::span<const Box> boxes, std::uint32_t first, std::uint32
     build(boxes, middle, last);
 }
 
-bool BoxTree::meetsRay(const Box& box, const AcGePoint3d& start, const AcGeVector3d& direction) {
+bool SpaceTree::meetsRay(const Box& box, const AcGePoint3d& start, const AcGeVector3d& direction) {
     double from = 0;
     double to = Box::infinity;
     for (unsigned axis = 0; axis < 3; ++axis) {

@@ -39,9 +39,9 @@ struct Box {
 };
 
 /// A static tree over boxes, split at the median of the widest axis. Building takes n log n.
-class BoxTree {
+class SpaceTree {
 public:
-    explicit BoxTree(std::span<const Box> boxes);
+    explicit SpaceTree(std::span<const Box> boxes);
 
     /// Calls found(number) for each box that meets `box`.
     template <class Found>
