@@ -2,6 +2,7 @@
 
 #include "blockcircles.h"
 #include "drawingreading.h"
+#include "modelerstore.h"
 #include "objectwriting.h"
 
 #include "dbdictionary.h"
@@ -37,6 +38,9 @@ bool DrawingReading::finish() {
     if (seed < handleLimit) (void)m_database.setHandseed(AcDbHandle(seed));
     DatabaseAccess::setSource(m_database, m_source, m_report.file);
     DatabaseAccess::completeDrawing(m_database);
+    for (const SourceSection& section : m_source->sections)
+        if (section.name == L"ACDSDATA")
+            readModelerStore(m_database, std::string_view(m_source->bytes).substr(section.offset, section.length));
     // What the drawing lacked and was given stands in no file; it counts as unchanged until somebody changes
     // it.
     DatabaseAccess::forEachObject(m_database, [](AcDbObject& object) {

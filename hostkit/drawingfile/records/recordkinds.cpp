@@ -9,6 +9,7 @@
 #include "dbattribute.h"
 #include "dbblockbegin.h"
 #include "dbblockend.h"
+#include "dbbody.h"
 #include "dbblockreference.h"
 #include "dbcircle.h"
 #include "dbdictdflt.h"
@@ -27,6 +28,8 @@
 #include "dbpolyline.h"
 #include "dbray.h"
 #include "dbsequenceend.h"
+#include "dbregion.h"
+#include "dbsol3d.h"
 #include "dbsolid.h"
 #include "dbspline.h"
 #include "dbsymtb.h"
@@ -58,10 +61,12 @@ constexpr Kind<Base> kindOf(std::string_view name) {
 // at them.
 constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbFace>("3DFACE"),
+    kindOf<AcDbEntity, AcDb3dSolid>("3DSOLID"),
     kindOf<AcDbEntity, AcDbArc>("ARC"),
     kindOf<AcDbEntity, AcDbArcDimension>("ARC_DIMENSION"),
     kindOf<AcDbEntity, AcDbAttributeDefinition>("ATTDEF"),
     kindOf<AcDbEntity, AcDbBlockBegin>("BLOCK"),
+    kindOf<AcDbEntity, AcDbBody>("BODY"),
     kindOf<AcDbEntity, AcDbCircle>("CIRCLE"),
     kindOf<AcDbEntity, AcDbEllipse>("ELLIPSE"),
     kindOf<AcDbEntity, AcDbBlockEnd>("ENDBLK"),
@@ -71,6 +76,7 @@ constexpr std::array entityKinds = {
     kindOf<AcDbEntity, AcDbMText>("MTEXT"),
     kindOf<AcDbEntity, AcDbPoint>("POINT"),
     kindOf<AcDbEntity, AcDbRay>("RAY"),
+    kindOf<AcDbEntity, AcDbRegion>("REGION"),
     kindOf<AcDbEntity, AcDbSolid>("SOLID"),
     kindOf<AcDbEntity, AcDbSpline>("SPLINE"),
     kindOf<AcDbEntity, AcDbText>("TEXT"),

@@ -4,6 +4,7 @@
 
 #include "drawingedits.h"
 #include "formtables.h"
+#include "modelerstore.h"
 #include "recordkinds.h"
 #include "sequenceends.h"
 #include "sourcegroups.h"
@@ -83,6 +84,7 @@ bool CompleteWriting::run(std::string& bytes) {
     }
     if (!writeTables(body) || !writeBlocks(body) || !writeEntities(body)) return false;
     if (!writeObjects(body)) return false;
+    if (style.version >= DrawingVersion::k2013) body += newModelerStore(m_database, style);
     appendGroup(0, "EOF", style, body);
     if (source || isR12()) body = SourceGroups(m_database, style).complete(body);
     std::string header;

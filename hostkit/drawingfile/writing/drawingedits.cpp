@@ -1,6 +1,7 @@
 #include "drawingedits.h"
 
 #include "classrecords.h"
+#include "modelerstore.h"
 #include "recordkinds.h"
 #include "recordrewriting.h"
 #include "sequenceends.h"
@@ -87,6 +88,7 @@ bool DrawingEdits::run(std::string& bytes) {
     m_structure = map.get();
     addClasses();
     if (!addTableRecords() || !addBlocks() || !addEntities() || !addObjects()) return false;
+    editStore();
     editHeader();
     bytes = m_edits.apply();
     return true;
@@ -411,6 +413,15 @@ bool DrawingEdits::addObjects() {
                                               L"; save it in a later form");
     insertIntoSection("OBJECTS", "THUMBNAILIMAGE", added);
     return true;
+}
+
+void DrawingEdits::editStore() {
+    if (m_objects.style().version < DrawingVersion::k2013) return;
+    const auto leavesFile = [this](std::uint64_t handle) {
+        const AcDbObject* const object = DatabaseAccess::object(DatabaseAccess::find(m_database, handle));
+        return object && isLeftOut(*object);
+    };
+    editModelerStore(m_database, m_source.bytes, m_structure, m_objects.style(), leavesFile, m_edits);
 }
 
 void DrawingEdits::setHeaderVariable(std::string_view name, std::string_view groups) {

@@ -52,6 +52,7 @@ private:
     bool addEntitiesOf(const AcDbBlockTableRecord& block);
     bool addParts(const AcDbEntity& owner);
     bool addObjects();
+    void editStore();
     void renameInHeader();
     void editHeader();
     void setHeaderVariable(std::string_view name, std::string_view groups);

@@ -1,0 +1,3 @@
+#include "dbbody.h"
+
+HOSTKIT_KIT_CLASS(AcDbBody, AcDbModelerGeometry, L"BODY")

@@ -1,0 +1,149 @@
+#include "dbsol3d.h"
+
+#include "amerror.h"
+#include "dbbody.h"
+#include "dbregion.h"
+#include "fieldtable.h"
+#include "geplane.h"
+#include "raisedface.h"
+
+#include <cmath>
+#include <numbers>
+
+using namespace hostkit;
+
+HOSTKIT_KIT_CLASS(AcDb3dSolid, AcDbModelerGeometry, L"3DSOLID")
+
+namespace {
+
+// What a modeller's operation throws is its refusal; the operands are as they were.
+template <class Work>
+Acad::ErrorStatus refusedAs(Acad::ErrorStatus refusal, Work&& work) {
+    try {
+        return work();
+    } catch (const AModeler::Error&) {
+        return refusal;
+    }
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDb3dSolid::extrude(const AcDbRegion* region, double height, double taper) {
+    const bool isSound = region && !region->isNull() && std::isfinite(height) && height != 0.0 &&
+                         std::abs(taper) < std::numbers::pi / 2.0;
+    if (!isSound) return Acad::eInvalidInput;
+    const modeler::Polyhedron* const sheet = ModelerFiling::content(*region)->facets();
+    if (!sheet || sheet->faces.size() != 1) return Acad::eCannotExtrudeRegion;
+    return refusedAs(Acad::eCannotExtrudeRegion, [&] {
+        const std::optional<AModeler::Body> body = modeler::raisedFace(*sheet, *ModelerFiling::content(*region)->shape(), height, taper);
+        return body ? setBody(*body) : Acad::eCannotExtrudeRegion;
+    });
+}
+
+Acad::ErrorStatus AcDb3dSolid::getSlice(const AcGePlane& plane, Adesk::Boolean getNegHalfToo, AcDb3dSolid*& negHalf) {
+    const AModeler::Body* body = nullptr;
+    Acad::ErrorStatus status = findBody(body);
+    if (status != Acad::eOk) return status;
+    return refusedAs(Acad::eDegenerateGeometry, [&] {
+        AModeler::Body front = *body, back;
+        front.section(AModeler::Plane(plane.pointOnPlane(), -plane.normal()));
+        if (front.isNull()) return Acad::eNoIntersections;
+        if (getNegHalfToo) {
+            back = *body;
+            back.section(AModeler::Plane(plane.pointOnPlane(), plane.normal()));
+        }
+        status = setBody(front);
+        if (status != Acad::eOk || !getNegHalfToo) return status;
+        negHalf = nullptr;
+        if (back.isNull()) return Acad::eOk;
+        negHalf = new AcDb3dSolid;
+        (void)negHalf->setPropertiesFrom(this);
+        return negHalf->setBody(back);
+    });
+}
+
+Acad::ErrorStatus AcDb3dSolid::booleanOper(AcDb::BoolOperType operation, AcDb3dSolid* other) {
+    if (!other || other == this) return Acad::eInvalidInput;
+    const AModeler::Body *mine = nullptr, *its = nullptr;
+    Acad::ErrorStatus status = findBody(mine);
+    if (status == Acad::eOk) status = other->findBody(its);
+    if (status == Acad::eOk) status = assertWriteEnabled();
+    if (status == Acad::eOk) status = other->assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    return refusedAs(Acad::eDegenerateGeometry, [&] {
+        const AModeler::BooleanOperationType kind = operation == AcDb::kBoolUnite      ? AModeler::kUnion
+                                                    : operation == AcDb::kBoolSubtract ? AModeler::kSubtract
+                                                                                       : AModeler::kIntersect;
+        const Acad::ErrorStatus set = setBody(mine->boolOper(kind, *its));
+        return set == Acad::eOk ? other->setContent(nullptr) : set;
+    });
+}
+
+Acad::ErrorStatus AcDb3dSolid::getMassProp(double& volume, AcGePoint3d& centroid, AcDbExtents& box) const {
+    const AModeler::Body* body = nullptr;
+    const Acad::ErrorStatus status = findBody(body);
+    if (status != Acad::eOk) return status;
+    volume = m_content->volume();
+    centroid = body->centerOfGravity();
+    box = m_content->extents();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb3dSolid::explode(AcDbVoidPtrArray& parts) const {
+    if (!m_content) return Acad::eNullPtr;
+    const modeler::Shape* const shape = m_content->shape();
+    if (!shape) return Acad::eNotApplicable;
+    for (const modeler::Shape::Face& face : shape->faces) {
+        const bool isFlat = face.surface.kind == modeler::ShapeSurface::Kind::plane;
+        AcDbModelerGeometry* part = nullptr;
+        if (isFlat)
+            part = new AcDbRegion;
+        else
+            part = new AcDbBody;
+        (void)part->setPropertiesFrom(this);
+        ModelerFiling::setContent(*part, std::make_shared<const ModelerContent>(modeler::sheetOf(*shape, face)));
+        parts.append(part);
+    }
+    return Acad::eOk;
+}
+
+// --- Filing ------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr short historyCode = 350;
+
+} // namespace
+
+Acad::ErrorStatus AcDb3dSolid::dxfInFields(AcDbDxfFiler* filer) {
+    const Acad::ErrorStatus status = AcDbModelerGeometry::dxfInFields(filer);
+    if (status != Acad::eOk || !filer->atSubclassData(L"AcDb3dSolid")) return status;
+    AcDbDxfGroup group;
+    Acad::ErrorStatus read = filer->readItem(group);
+    for (; read == Acad::eOk; read = filer->readItem(group)) {
+        if (group.code == historyCode)
+            m_history = filer->objectIdOf(group);
+        else
+            filer->rejectItem();
+    }
+    return read == Acad::eEndOfObject ? Acad::eOk : read;
+}
+
+// Solids have a history since the 2007 form.
+Acad::ErrorStatus AcDb3dSolid::dxfOutFields(AcDbDxfFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbModelerGeometry::dxfOutFields(filer);
+    if (status != Acad::eOk || filer->dwgVersion() < AcDb::kDHL_1021) return status;
+    filer->writeSubclassMark(L"AcDb3dSolid");
+    filer->writeItem(historyCode, m_history);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDb3dSolid::dwgOutFields(AcDbDwgFiler* filer) const {
+    const Acad::ErrorStatus status = AcDbModelerGeometry::dwgOutFields(filer);
+    return status == Acad::eOk ? filer->writeSoftOwnershipId(m_history) : status;
+}
+
+Acad::ErrorStatus AcDb3dSolid::dwgInFields(AcDbDwgFiler* filer) {
+    const Acad::ErrorStatus status = AcDbModelerGeometry::dwgInFields(filer);
+    return status == Acad::eOk ? filer->readSoftOwnershipId(&m_history) : status;
+}
