@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace hostkit::modeler {
 
@@ -35,10 +36,12 @@ Chart::Place Chart::placeOf(const AcGePoint3d& point) const {
     } else {
         place.v = std::atan2(height, reach - m_radius);
     }
+    if (m_isSwapped) std::swap(place.u, place.v);
     return place;
 }
 
 AcGePoint3d Chart::at(double u, double v) const {
+    if (m_isSwapped) std::swap(u, v);
     const AcGeVector3d radial = m_x * std::cos(u) + m_y * std::sin(u);
     if (m_surface.kind == Kind::cone)
         return m_surface.origin + radial * (1.0 + v * growth() / m_radius) + m_surface.axis * v;
@@ -49,6 +52,7 @@ AcGePoint3d Chart::at(double u, double v) const {
 }
 
 AcGeVector3d Chart::normalAt(double u, double v) const {
+    if (m_isSwapped) std::swap(u, v);
     const AcGeVector3d radial = m_x * std::cos(u) + m_y * std::sin(u);
     const AcGeVector3d along = m_y * std::cos(u) - m_x * std::sin(u);
     if (m_surface.kind == Kind::cone) {
@@ -57,8 +61,9 @@ AcGeVector3d Chart::normalAt(double u, double v) const {
     }
     const double tube = m_surface.kind == Kind::sphere ? m_radius : tubeRadius();
     const double middle = m_surface.kind == Kind::sphere ? 0.0 : m_radius;
-    return (along * (middle + tube * std::cos(v)))
-        .crossProduct((m_surface.axis * std::cos(v) - radial * std::sin(v)) * tube);
+    const AcGeVector3d normal =
+        (along * (middle + tube * std::cos(v))).crossProduct((m_surface.axis * std::cos(v) - radial * std::sin(v)) * tube);
+    return m_isSwapped ? -normal : normal;
 }
 
 std::optional<double> Chart::singularAbove(bool isAbove) const {
@@ -71,7 +76,7 @@ std::optional<double> Chart::singularAbove(bool isAbove) const {
 
 bool Chart::looksOut() const {
     if (m_surface.kind == Kind::cone) return m_surface.cosine > 0.0;
-    return (m_surface.kind == Kind::sphere ? m_surface.radius : m_surface.minorRadius) >= 0.0;
+    return m_isSwapped != ((m_surface.kind == Kind::sphere ? m_surface.radius : m_surface.minorRadius) >= 0.0);
 }
 
 double Chart::tubeRadius() const { return std::abs(m_surface.kind == Kind::torus ? m_surface.minorRadius : m_radius); }

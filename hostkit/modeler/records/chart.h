@@ -10,6 +10,8 @@ namespace hostkit::modeler {
 class Chart {
 public:
     explicit Chart(const ShapeSurface& surface);
+    /// Of a torus: u is the angle about the tube and v that about the axis, so that the normal points inward.
+    void swapParameters() { m_isSwapped = true; }
 
     struct Place {
         double u = 0.0, v = 0.0;
@@ -25,15 +27,19 @@ public:
     [[nodiscard]] std::optional<double> singularAbove(bool isAbove) const;
     /// The surface's own normal is that of the chart.
     [[nodiscard]] bool looksOut() const;
-    [[nodiscard]] double largestRadius() const;
-    [[nodiscard]] double tubeRadius() const;
+    /// Of the circles along which u and v run.
+    [[nodiscard]] double radiusOfU() const { return m_isSwapped ? tubeRadius() : largestRadius(); }
+    [[nodiscard]] double radiusOfV() const { return m_isSwapped ? largestRadius() : tubeRadius(); }
 
 private:
+    [[nodiscard]] double largestRadius() const;
+    [[nodiscard]] double tubeRadius() const;
     [[nodiscard]] double growth() const { return m_surface.sine / m_surface.cosine; }
 
     ShapeSurface m_surface;
     AcGeVector3d m_x, m_y; ///< a cone's as long as its radii
     double m_radius = 0.0;
+    bool m_isSwapped = false;
 };
 
 } // namespace hostkit::modeler

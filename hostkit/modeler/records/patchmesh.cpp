@@ -32,7 +32,8 @@ double PatchMesh::area(Index a, Index b, Index c) const { return areaOf(m_points
 bool PatchMesh::build(std::vector<AcGePoint2d> points, std::vector<std::vector<Index>> loops) {
     m_points = std::move(points);
     m_apexes.clear();
-    if (loops.empty() || !joinHoles(loops) || !clipEars(std::move(loops.front()))) return false;
+    constexpr std::size_t mostCorners = 4096; // the work grows with their square
+    if (loops.empty() || m_points.size() > mostCorners || !joinHoles(loops) || !clipEars(std::move(loops.front()))) return false;
     std::vector<Edge> all;
     all.reserve(m_apexes.size());
     for (const auto& [key, apex] : m_apexes) all.push_back(key);
@@ -58,26 +59,30 @@ bool PatchMesh::isFree(Index from, Index to, const std::vector<std::vector<Index
     return true;
 }
 
-// The nearest pair of corners that see each other joins a hole to the loop around.
+// The nearest pair of corners that see each other joins a hole to the loop around; only so many pairs are tried.
 bool PatchMesh::joinHoles(std::vector<std::vector<Index>>& loops) {
+    struct Pair {
+        double distance;
+        std::size_t from, to;
+        bool operator<(const Pair& other) const { return distance < other.distance; }
+    };
+    std::vector<Pair> pairs;
     while (loops.size() > 1) {
         std::vector<Index>& outer = loops.front();
         std::vector<Index>& hole = loops.back();
-        double best = INFINITY;
-        std::size_t from = 0, to = 0;
+        pairs.clear();
         for (std::size_t i = 0; i < outer.size(); ++i)
-            for (std::size_t j = 0; j < hole.size(); ++j) {
-                const double distance = (m_points[outer[i]] - m_points[hole[j]]).lengthSqrd();
-                if (distance >= best || !isFree(outer[i], hole[j], loops)) continue;
-                best = distance;
-                from = i;
-                to = j;
-            }
-        if (best == INFINITY) return false;
-        std::rotate(hole.begin(), hole.begin() + static_cast<std::ptrdiff_t>(to), hole.end());
+            for (std::size_t j = 0; j < hole.size(); ++j)
+                pairs.push_back({(m_points[outer[i]] - m_points[hole[j]]).lengthSqrd(), i, j});
+        constexpr std::size_t mostTries = 200;
+        const auto tried = pairs.begin() + static_cast<std::ptrdiff_t>(std::min(mostTries, pairs.size()));
+        std::partial_sort(pairs.begin(), tried, pairs.end());
+        const auto best = std::find_if(pairs.begin(), tried, [&](const Pair& pair) { return isFree(outer[pair.from], hole[pair.to], loops); });
+        if (best == tried) return false;
+        std::rotate(hole.begin(), hole.begin() + static_cast<std::ptrdiff_t>(best->to), hole.end());
         hole.push_back(hole.front());
-        hole.push_back(outer[from]);
-        outer.insert(outer.begin() + static_cast<std::ptrdiff_t>(from) + 1, hole.begin(), hole.end());
+        hole.push_back(outer[best->from]);
+        outer.insert(outer.begin() + static_cast<std::ptrdiff_t>(best->from) + 1, hole.begin(), hole.end());
         loops.pop_back();
     }
     return true;
@@ -181,21 +186,33 @@ bool PatchMesh::locate(const AcGePoint2d& point, Triangle& found) const {
 PatchMesh::Index PatchMesh::insert(const AcGePoint2d& point, double margin) {
     Triangle at;
     if (!locate(point, at)) return none;
+    int edgeBelow = -1; // the side that the point lies on
     for (int side = 0; side < 3; ++side) {
         const Index a = at[static_cast<std::size_t>(side)], b = at[static_cast<std::size_t>((side + 1) % 3)];
         const double length = (m_points[b] - m_points[a]).length();
         const double distance = areaOf(m_points[a], m_points[b], point) / length;
-        const double least = apexOf(b, a) == none ? margin : margin * 1e-6;
-        if (distance < least || (m_points[a] - point).lengthSqrd() < margin * margin) return none;
+        const bool isBound = apexOf(b, a) == none;
+        if ((isBound && distance < margin) || (m_points[a] - point).lengthSqrd() < margin * margin) return none;
+        constexpr double onEdge = 1e-9;
+        if (distance < onEdge) edgeBelow = side;
     }
     const auto number = static_cast<Index>(m_points.size());
     m_points.push_back(point);
+    if (edgeBelow >= 0) std::rotate(at.begin(), at.begin() + edgeBelow, at.end());
     const auto& [a, b, c] = at;
+    const Index d = edgeBelow >= 0 ? apexOf(b, a) : none;
     remove(a, b, c);
-    add(a, b, number);
+    if (d != none) remove(b, a, d);
     add(b, c, number);
     add(c, a, number);
-    legalize({edge(a, b), edge(b, c), edge(c, a)});
+    if (d == none) {
+        add(a, b, number);
+        legalize({edge(a, b), edge(b, c), edge(c, a)});
+    } else {
+        add(a, d, number);
+        add(d, b, number);
+        legalize({edge(b, c), edge(c, a), edge(a, d), edge(d, b)});
+    }
     return number;
 }
 

@@ -141,8 +141,8 @@ private:
     };
 
     // The corners of a loop, each angle next to the one before. At a pole or apex the angle turns there: the material is to the left.
-    std::optional<Ring> ringOf(const Chart& chart, std::vector<Index> points, bool isMirrored) {
-        if (isMirrored) std::reverse(points.begin(), points.end());
+    std::optional<Ring> ringOf(const Chart& chart, std::vector<Index> points, bool isFlipped) {
+        if (isFlipped) std::reverse(points.begin(), points.end());
         std::vector<Chart::Place> places;
         for (const Index point : points) places.push_back(chart.placeOf(m_out.points[point]));
         const auto plain = std::find_if(places.begin(), places.end(), [](const Chart::Place& p) { return !p.isSingular; });
@@ -174,7 +174,9 @@ private:
             v = chart.isPeriodicInV() ? v + std::remainder(place.v - v, kTwoPi) : place.v;
             if (step < points.size()) ring.chain.push_back({points[step], u, v});
         }
-        if (chart.isPeriodicInV() && std::abs(v - vBegin) > 1.0) return {};
+        const auto [low, high] = std::minmax_element(ring.chain.begin(), ring.chain.end(),
+                                                     [](const Corner& a, const Corner& b) { return a.v < b.v; });
+        if (chart.isPeriodicInV() && (std::abs(v - vBegin) > 1.0 || high->v - low->v > kTwoPi)) return {};
         ring.turns = static_cast<int>(std::lround((u - uBegin) / kTwoPi));
         if (ring.turns < -1 || ring.turns > 1) return {};
         return ring;
@@ -200,27 +202,40 @@ private:
         double du = 0.0, dv = 0.0; ///< of the facets
     };
 
+    // Of a torus the rings may run about the tube: then the parameters change their parts.
     void addCurvedFace(const Shape::Face& face) {
-        const Chart chart(face.surface);
-        const bool isMirrored = chart.looksOut() == face.isReversed;
-        Patch patch;
-        patch.du = kTwoPi / sidesOf(m_options, chart.largestRadius());
-        patch.dv = chart.isPeriodicInV() ? kTwoPi / sidesOf(m_options, chart.tubeRadius()) : patch.du;
+        Chart chart(face.surface);
         std::vector<Ring> rings;
-        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) {
-            const bool isOnePoint = m_shape.loopStarts[loop + 1] - m_shape.loopStarts[loop] == 1 &&
-                                    m_shape.edges[m_shape.coedges[m_shape.loopStarts[loop]].edge].curve.kind == ShapeCurve::Kind::none;
-            if (isOnePoint) {
-                m_apex = m_shape.startOf(m_shape.coedges[m_shape.loopStarts[loop]]);
-                continue;
-            }
-            std::optional<Ring> ring = ringOf(chart, pointsOf(loop), isMirrored);
-            if (!ring) return fail("a curved face is bounded in a way that is not facetted");
-            rings.push_back(std::move(*ring));
+        bool isFlipped = chart.looksOut() == face.isReversed;
+        if (!ringsOf(chart, face, isFlipped, rings)) {
+            if (!chart.isPeriodicInV()) return fail("a curved face is bounded in a way that is not facetted");
+            chart.swapParameters();
+            isFlipped = !isFlipped;
+            rings.clear();
+            if (!ringsOf(chart, face, isFlipped, rings)) return fail("a curved face is bounded in a way that is not facetted");
         }
+        Patch patch;
+        patch.du = kTwoPi / sidesOf(m_options, chart.radiusOfU());
+        patch.dv = chart.isPeriodicInV() ? kTwoPi / sidesOf(m_options, chart.radiusOfV()) : patch.du;
         if (!outline(chart, std::move(rings), patch)) return fail("a curved face is bounded in a way that is not facetted");
         m_apex.reset();
-        if (!mesh(face, chart, patch, isMirrored)) return fail("the facets of a curved face cross each other");
+        if (!mesh(face, chart, patch, isFlipped)) return fail("the facets of a curved face cross each other");
+    }
+
+    bool ringsOf(const Chart& chart, const Shape::Face& face, bool isFlipped, std::vector<Ring>& rings) {
+        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) {
+            const Index begin = m_shape.loopStarts[loop];
+            const bool isOnePoint = m_shape.loopStarts[loop + 1] - begin == 1 &&
+                                    m_shape.edges[m_shape.coedges[begin].edge].curve.kind == ShapeCurve::Kind::none;
+            if (isOnePoint) {
+                m_apex = m_shape.startOf(m_shape.coedges[begin]);
+                continue;
+            }
+            std::optional<Ring> ring = ringOf(chart, pointsOf(loop), isFlipped);
+            if (!ring) return false;
+            rings.push_back(std::move(*ring));
+        }
+        return true;
     }
 
     // Opens what runs about the axis along a line of equal angle, both sides of which have the same points.
@@ -241,6 +256,8 @@ private:
         if (outer.front().empty()) return false;
         const auto [low, high] = std::minmax_element(outer.front().begin(), outer.front().end(),
                                                      [](const Corner& a, const Corner& b) { return a.u < b.u; });
+        constexpr double widest = 3.0 * kTwoPi;
+        if (!(high->u - low->u < widest)) return false;
         for (Chain& hole : holes) {
             while (hole.front().u < low->u) shift(hole, kTwoPi);
             while (hole.front().u > high->u) shift(hole, -kTwoPi);
@@ -343,7 +360,7 @@ private:
 
     // --- Facets of a patch
 
-    bool mesh(const Shape::Face& face, const Chart& chart, const Patch& patch, bool isMirrored) {
+    bool mesh(const Shape::Face& face, const Chart& chart, const Patch& patch, bool isFlipped) {
         Chain corners;
         std::vector<std::vector<Index>> loops;
         for (const Chain& chain : patch.loops) {
@@ -363,8 +380,8 @@ private:
         PatchMesh mesh;
         if (!mesh.build(std::move(flat), std::move(loops))) return false;
         if (!chart.isRuled()) fill(chart, patch, corners, mesh);
-        measure(chart, corners, mesh.triangles(), isMirrored);
-        addFacets(face, corners, mesh.triangles(), isMirrored);
+        measure(chart, corners, mesh.triangles(), isFlipped);
+        addFacets(face, corners, mesh.triangles(), isFlipped);
         return true;
     }
 
@@ -386,14 +403,14 @@ private:
     }
 
     // Of the surface itself, by a rule of degree five on each triangle of the chart.
-    void measure(const Chart& chart, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isMirrored) {
+    void measure(const Chart& chart, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
         struct Node {
             double near, far, weight;
         };
         constexpr Node nodes[] = {{1.0 / 3.0, 1.0 / 3.0, 0.225},
                                   {0.059715871789770, 0.470142064105115, 0.132394152788506},
                                   {0.797426985353087, 0.101286507323456, 0.125939180544827}};
-        const double sign = isMirrored ? -1.0 : 1.0;
+        const double sign = isFlipped ? -1.0 : 1.0;
         for (const auto& [i, j, k] : triangles) {
             const Corner* const c[3] = {&corners[i], &corners[j], &corners[k]};
             const double size = ((c[1]->u - c[0]->u) * (c[2]->v - c[0]->v) - (c[1]->v - c[0]->v) * (c[2]->u - c[0]->u)) / 2.0;
@@ -412,12 +429,12 @@ private:
 
     using Facet = std::vector<Index>;
 
-    void addFacets(const Shape::Face& face, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isMirrored) {
+    void addFacets(const Shape::Face& face, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
         std::vector<Facet> facets;
         for (const PatchMesh::Triangle& triangle : triangles) {
             Facet facet{corners[triangle[0]].point, corners[triangle[1]].point, corners[triangle[2]].point};
             if (facet[0] == facet[1] || facet[1] == facet[2] || facet[2] == facet[0]) continue; // at a pole
-            if (isMirrored) std::reverse(facet.begin(), facet.end());
+            if (isFlipped) std::reverse(facet.begin(), facet.end());
             facets.push_back(std::move(facet));
         }
         joinFlatPairs(facets);

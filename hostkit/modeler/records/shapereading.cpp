@@ -52,7 +52,7 @@ private:
         }
         const BodyRecord& record = m_records.records[static_cast<std::size_t>(place)];
         if (record.name == name) return &record;
-        fail("not made of plain faces and edges: " + record.name);
+        fail(std::string(name) + " expected, not " + record.name);
         return nullptr;
     }
     // Rings and chains are no longer than the list.
@@ -221,8 +221,9 @@ private:
         edge.from = from;
         edge.to = to;
         const double reach = 1e-4 * (1.0 + (m_shape.vertices[edge.start] - AcGePoint3d::kOrigin).length());
-        if (edge.curve.at(from).distanceTo(m_shape.vertices[edge.start]) > reach ||
-            edge.curve.at(to).distanceTo(m_shape.vertices[edge.end]) > reach)
+        const bool isOn = edge.curve.at(from).distanceTo(m_shape.vertices[edge.start]) <= reach &&
+                          edge.curve.at(to).distanceTo(m_shape.vertices[edge.end]) <= reach;
+        if (!isOn) // also where a number is none
             fail("an edge ends away from its curve");
     }
 

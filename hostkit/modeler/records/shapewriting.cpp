@@ -166,7 +166,8 @@ public:
 
 private:
     [[nodiscard]] std::string kernel() const {
-        return std::to_string(m_layout.version / 100) + '.' + std::to_string(m_layout.version % 100) + ".0.0";
+        const int minor = m_layout.version % 100;
+        return std::to_string(m_layout.version / 100) + (minor < 10 ? ".0" : ".") + std::to_string(minor);
     }
 
     void numberRecords() {
