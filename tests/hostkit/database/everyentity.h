@@ -11,6 +11,8 @@
 #include "dbminsert.h"
 #include "dbmtext.h"
 #include "dbpoint.h"
+#include "dbregion.h"
+#include "dbsol3d.h"
 #include "dbsolid.h"
 #include "dbtrace.h"
 
@@ -95,6 +97,14 @@ inline std::vector<Kind> all(AcDbObjectId block) {
     add("solid", std::make_unique<AcDbSolid>(corners[0], corners[1], corners[2], corners[3]));
     add("trace", std::make_unique<AcDbTrace>(corners[0], corners[1], corners[2], corners[3]));
     add("face", std::make_unique<AcDbFace>(corners[0], corners[1], corners[3], corners[2]));
+    AcDbVoidPtrArray outline, regions;
+    AcDbCircle circle({2.0, 3.0, 1.0}, {0.0, 0.0, 1.0}, 1.5);
+    outline.append(&circle);
+    AcDbRegion::createFromCurves(outline, regions);
+    auto raised = std::make_unique<AcDb3dSolid>();
+    raised->extrude(static_cast<AcDbRegion*>(regions[0]), 2.0);
+    add("region", std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(regions[0])));
+    add("solid body", std::move(raised));
     add("hatch", hatch());
     add("dimension", dimension());
     add("reference", reference<AcDbBlockReference>(block));

@@ -278,6 +278,7 @@ TEST(Movements, AShiftChangesPlacesAlone) {
     AcDbDatabase drawing;
     const AcGeVector3d way(1000.5, -2000.25, 30.125);
     for (const everyentity::Kind& kind : everyentity::all(addBlock(drawing))) {
+        if (kind.entity->isKindOf(AcDbModelerGeometry::desc())) continue; // its places are within text
         SCOPED_TRACE(kind.name);
         const std::unique_ptr<AcDbEntity> before = copyOf(*kind.entity), after = copyOf(*kind.entity);
         ASSERT_EQ(after->transformBy(AcGeMatrix3d::translation(way)), Acad::eOk);
