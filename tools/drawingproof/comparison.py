@@ -13,6 +13,8 @@ def keys_of(records):
             block += 1
         if record.handle:
             keys.append((record.kind, record.handle))
+        elif record.kind == "ACDSRECORD":
+            keys.append((record.kind, (record.first(320) or "").strip()))
         elif record.kind in ("SECTION", "TABLE", "CLASS"):
             keys.append((record.kind, (record.first(2) or record.first(1) or "").strip()))
         elif record.kind == "ENDSEC":

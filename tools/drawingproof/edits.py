@@ -13,10 +13,12 @@ What may differ, and why:
 - A copy is a new record: in the order of its class, without groups that have their default, without comments, reactors and extension
   dictionary; beside a true colour any index; its SEQEND has the look of what it ends and no
   data. Copied are the kinds that the host has a class for.
+- A moved solid or region has its corners at their new places, whatever else its data say (bodies.py); its data are those of its
+  entity in every form.
 - Where something has gone, a reference to it may go or become 0, with the pair or the braces that it stood in, and counts may fall.
   What applications keep in records of their own (XRECORD, the section ACDSDATA) may stay.
 - The count of a table and $HANDSEED follow new records; a section that a file lacked comes with its first record.
-Kinds without a class (motion.kind_of gives None: meshes, leaders, viewports, images, solids, proxies and the like) stay as they are in
+Kinds without a class (motion.kind_of gives None: meshes, leaders, viewports, images, surfaces, proxies and the like) stay as they are in
 motions; their extended data too.
 """
 
@@ -510,6 +512,9 @@ def copied(drawing, record):
                 value = About(number(value), 1.0, 360.0)  # an angle is held in radians, within one turn
             elif code == 62 and record.first(420) is not None:
                 value = FREE  # beside a true colour, any index near it
+            elif code == 350 and record.kind == "3DSOLID":
+                value = "0"  # the history of how it was made stays with the original
+                droppable.add(len(groups))
             groups.append((code, FREE if code in (5, 330) else value))
         if code == 102 and value == "}":
             skipping = False

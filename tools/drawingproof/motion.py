@@ -6,6 +6,7 @@ an entity stays as it is. Coordinates of an entity's own plane follow the arbitr
 
 import math
 
+from bodies import Body
 from records import About, Either, Expected, Loose
 
 Z_AXIS = (0.0, 0.0, 1.0)
@@ -118,6 +119,9 @@ KINDS = {
     "POLYLINE 3D": Kind(),
     "VERTEX 3D": Kind(world=(10,)),
     "HATCH": Kind(),
+    "3DSOLID": Kind(),
+    "REGION": Kind(),
+    "BODY": Kind(),
 }
 
 
@@ -537,6 +541,7 @@ def moved(record, motion):
     if record.kind in DIMENSIONS:
         move_dimension(writer, record, plane)
     add_defaults(writer, kind, record, plane)
+    writer.groups = [(code, value.moved(motion) if isinstance(value, Body) else value) for code, value in writer.groups]
     move_embedded_text(writer, record)
     move_extended_data(writer)
     return Expected(record, writer.groups, writer.loose, writer.droppable)

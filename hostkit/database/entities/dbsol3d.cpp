@@ -121,29 +121,27 @@ Acad::ErrorStatus AcDb3dSolid::dxfInFields(AcDbDxfFiler* filer) {
     AcDbDxfGroup group;
     Acad::ErrorStatus read = filer->readItem(group);
     for (; read == Acad::eOk; read = filer->readItem(group)) {
-        if (group.code == historyCode)
-            m_history = filer->objectIdOf(group);
-        else
-            filer->rejectItem();
+        m_hasHistoryGroup |= group.code == historyCode;
+        filer->rejectItem();
     }
     return read == Acad::eEndOfObject ? Acad::eOk : read;
 }
 
-// Solids have a history since the 2007 form.
+// Solids have a history since the 2007 form; 0 is none.
 Acad::ErrorStatus AcDb3dSolid::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbModelerGeometry::dxfOutFields(filer);
     if (status != Acad::eOk || filer->dwgVersion() < AcDb::kDHL_1021) return status;
     filer->writeSubclassMark(L"AcDb3dSolid");
-    filer->writeItem(historyCode, m_history);
+    if (!m_hasHistoryGroup) filer->writeHandle(historyCode, 0);
     return filer->filerStatus();
 }
 
 Acad::ErrorStatus AcDb3dSolid::dwgOutFields(AcDbDwgFiler* filer) const {
     const Acad::ErrorStatus status = AcDbModelerGeometry::dwgOutFields(filer);
-    return status == Acad::eOk ? filer->writeSoftOwnershipId(m_history) : status;
+    return status == Acad::eOk ? filer->writeBool(m_hasHistoryGroup) : status;
 }
 
 Acad::ErrorStatus AcDb3dSolid::dwgInFields(AcDbDwgFiler* filer) {
     const Acad::ErrorStatus status = AcDbModelerGeometry::dwgInFields(filer);
-    return status == Acad::eOk ? filer->readSoftOwnershipId(&m_history) : status;
+    return status == Acad::eOk ? filer->readBool(&m_hasHistoryGroup) : status;
 }

@@ -43,5 +43,6 @@ public:
     Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
 
 private:
-    AcDbObjectId m_history; ///< group 350
+    /// The history of how it was made stays in the record that was read: a copy, or a solid in another form, has none.
+    bool m_hasHistoryGroup = false;
 };

@@ -218,7 +218,8 @@ private:
         if (m_layout.form == BodyForm::binary) {
             m_out.text("ACIS BinaryFile");
             for (const int value : {m_layout.version, 0, entities, 12}) m_out.raw32(value);
-            for (const std::string_view text : {dates.maker, std::string_view(kernel()), dates.date})
+            const std::string version = kernel();
+            for (const std::string_view text : {dates.maker, std::string_view(version), dates.date})
                 m_out.counted(BinaryTag::string, text);
             for (const double value : {1.0, 1e-6, 1e-10}) m_out.real(value);
             return;

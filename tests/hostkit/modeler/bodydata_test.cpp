@@ -1,11 +1,14 @@
 // Body data: what is read and written, in all versions, against volumes that are known in closed form.
 #include "bodydata.h"
+#include "bodydatainvariants.h"
 #include "bodyediting.h"
 #include "shape.h"
 #include "testshapes.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <numbers>
 #include <random>
@@ -281,6 +284,29 @@ TEST(BodyData, whatIsNotUnderstoodSaysWhyAndCanBeMoved) {
         data.replace(data.find(from), std::string_view(from).size(), to);
         EXPECT_EQ(readShape(data).fault, fault) << to;
     }
+}
+
+// What the fuzzer starts from, with bytes changed, doubled and taken out.
+TEST(BodyData, damageGivesAReasonOrABodyThatCanBeWritten) {
+    std::mt19937 random(7);
+    std::size_t understood = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/bodydata")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        understood += readShape(bytes).shape.has_value();
+        EXPECT_EQ(bodydatainvariants::faultOf(bytes), "") << entry.path();
+        for (int turn = 0; turn < 60; ++turn) {
+            std::string damaged = bytes;
+            const std::size_t place = random() % bytes.size(), other = random() % bytes.size();
+            switch (turn % 3) {
+            case 0: damaged[place] = static_cast<char>(random()); break;
+            case 1: damaged.erase(place, 1 + random() % 40); break;
+            default: damaged[place] = bytes[other]; damaged[other] = bytes[place];
+            }
+            EXPECT_EQ(bodydatainvariants::faultOf(damaged), "") << entry.path() << turn;
+        }
+    }
+    EXPECT_GE(understood, 7u);
 }
 
 } // namespace
