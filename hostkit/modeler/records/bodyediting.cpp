@@ -93,12 +93,15 @@ bool pointTo(const BodyRecords& records, const BodyRecord& body, std::string_vie
     return true;
 }
 
-/// The count of the first line, where it is one: second of its words.
+/// The count, second word of the first line, where there is one.
 void countOneMore(std::string& data, std::size_t count) {
-    const std::size_t begin = data.find(' ', data.find_first_not_of(' ')) + 1;
-    const std::size_t end = data.find(' ', begin);
-    if (begin == 0 || end == std::string::npos || data.substr(begin, end - begin) == "0") return;
-    data.replace(begin, end - begin, std::to_string(count + 1));
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t version = std::min(data.find_first_not_of(blanks), data.size());
+    const std::size_t begin = std::min(data.find_first_not_of(blanks, data.find_first_of(blanks, version)), data.size());
+    const std::size_t end = std::min(data.find_first_of(blanks, begin), data.size());
+    const std::string_view digits = std::string_view(data).substr(begin, end - begin);
+    if (digits.find_first_not_of('0') != std::string_view::npos && digits.front() != '-')
+        data.replace(begin, end - begin, std::to_string(count + 1));
 }
 
 } // namespace
