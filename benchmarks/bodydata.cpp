@@ -1,6 +1,7 @@
-// Data of bodies, text and binary: into exact shapes, facets, bodies, and out again. Slabs of 10, 100 and 1,000 openings.
-#include "amodeler.h"
+// Data of bodies, text and binary: into exact shapes, facets, bodies, and out again. Slabs of 10, 100 and
+// 1,000 openings.
 #include "bodydata.h"
+#include "amodeler.h"
 #include "shape.h"
 
 #include <benchmark/benchmark.h>
@@ -13,7 +14,8 @@ using namespace hostkit::modeler;
 Polyhedron slab(unsigned openings) {
     Polyhedron body;
     const unsigned across = openings >= 1000 ? 40 : 10;
-    const auto addWalls = [&](double x, double y, double size, bool isHole, std::vector<unsigned>& bottom, std::vector<unsigned>& top) {
+    const auto addWalls = [&](double x, double y, double size, bool isHole, std::vector<unsigned>& bottom,
+                              std::vector<unsigned>& top) {
         const auto first = static_cast<unsigned>(body.points.size());
         const double corners[4][2] = {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
         for (const double z : {0.0, 0.2})
@@ -21,12 +23,15 @@ Polyhedron slab(unsigned openings) {
         for (unsigned side = 0; side < 4; ++side) {
             const unsigned next = (side + 1) % 4;
             std::vector<unsigned> loop{first + side, first + next, first + 4 + next, first + 4 + side};
-            AcGeVector3d normal = (body.points[first + next] - body.points[first + side]).crossProduct(AcGeVector3d::kZAxis).normal();
+            AcGeVector3d normal = (body.points[first + next] - body.points[first + side])
+                                      .crossProduct(AcGeVector3d::kZAxis)
+                                      .normal();
             if (isHole) {
                 std::reverse(loop.begin(), loop.end());
                 normal = -normal;
             }
-            body.faces.push_back({normal, normal.dotProduct(body.points[loop[0]].asVector()), body.loopCount(), 1});
+            body.faces.push_back(
+                {normal, normal.dotProduct(body.points[loop[0]].asVector()), body.loopCount(), 1});
             body.corners.insert(body.corners.end(), loop.begin(), loop.end());
             body.loopStarts.push_back(static_cast<unsigned>(body.corners.size()));
         }
@@ -43,7 +48,8 @@ Polyhedron slab(unsigned openings) {
         const bool isTop = loops == &top;
         body.faces.push_back({{0, 0, isTop ? 1.0 : -1.0}, isTop ? 0.2 : 0.0, body.loopCount(), 1 + openings});
         for (std::size_t corner = 0; corner < loops->size(); corner += 4) {
-            body.corners.insert(body.corners.end(), loops->begin() + static_cast<std::ptrdiff_t>(corner), loops->begin() + static_cast<std::ptrdiff_t>(corner) + 4);
+            body.corners.insert(body.corners.end(), loops->begin() + static_cast<std::ptrdiff_t>(corner),
+                                loops->begin() + static_cast<std::ptrdiff_t>(corner) + 4);
             body.loopStarts.push_back(static_cast<unsigned>(body.corners.size()));
         }
     }
@@ -68,7 +74,8 @@ void writeBody(benchmark::State& state) {
 
 template <class Work>
 void onData(benchmark::State& state, Work&& work) {
-    const std::string data = writeShape(shapeOf(slab(static_cast<unsigned>(state.range(0)))), versionOf(state).first, versionOf(state).second);
+    const std::string data = writeShape(shapeOf(slab(static_cast<unsigned>(state.range(0)))),
+                                        versionOf(state).first, versionOf(state).second);
     for (auto _ : state)
         if (!work(data)) state.SkipWithError("the body is not read");
     state.SetBytesProcessed(static_cast<std::int64_t>(data.size()) * state.iterations());
@@ -81,7 +88,8 @@ void readIntoShape(benchmark::State& state) {
 void readIntoBody(benchmark::State& state) {
     onData(state, [](const std::string& data) {
         const ShapeReading reading = readShape(data);
-        const Facets facets = facetsOf(*reading.shape, {}, [](const auto&, const auto&, double) { return nullptr; });
+        const Facets facets =
+            facetsOf(*reading.shape, {}, [](const auto&, const auto&, double) { return nullptr; });
         return facets.polyhedron && !AModeler::Body::fromPolyhedron(*facets.polyhedron).isNull();
     });
 }
@@ -90,9 +98,15 @@ void readIntoBody(benchmark::State& state) {
 void facetBall(benchmark::State& state) {
     Shape shape;
     shape.shellLumps.push_back(0);
-    shape.faces.push_back({{ShapeSurface::Kind::sphere, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, 1.0, 0.0, 1.0, 1.0}, false, false, 0, 0, 0});
+    shape.faces.push_back({{ShapeSurface::Kind::sphere, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, 1.0, 0.0, 1.0, 1.0},
+                           false,
+                           false,
+                           0,
+                           0,
+                           0});
     for (auto _ : state) {
-        const Facets facets = facetsOf(shape, {static_cast<double>(state.range(0)), 0.0}, [](const auto&, const auto&, double) { return nullptr; });
+        const Facets facets = facetsOf(shape, {static_cast<double>(state.range(0)), 0.0},
+                                       [](const auto&, const auto&, double) { return nullptr; });
         if (!facets.polyhedron) state.SkipWithError("no facets");
     }
 }

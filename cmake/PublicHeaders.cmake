@@ -20,14 +20,15 @@ set(VEXO_KIT_HEADERS
   cwinapp.h cwnd.h db2dpolyline.h db2dvertex.h db2lineangulardimension.h db3dpolyline.h db3dvertex.h
   db3pointangulardimension.h dbabstractviewtablerecord.h dbaligneddimension.h dbapserv.h dbarc.h dbarcdimension.h
   dbattdef.h dbattribute.h dbblockbegin.h dbblockend.h dbblockreference.h dbblocktable.h dbblocktablerecord.h
-  dbcircle.h dbcolor.h dbcurve.h dbdatabase.h dbdeepclonefiler.h dbdiametricdimension.h dbdict.h dbdictdflt.h
+  dbbody.h dbcircle.h dbcolor.h dbcurve.h dbdatabase.h dbdeepclonefiler.h dbdiametricdimension.h dbdict.h dbdictdflt.h
   dbdictionary.h dbdim.h dbdimension.h dbdimstyletable.h dbdimstyletablerecord.h dbdxfgroup.h dbelipse.h dbellipse.h
   dbent.h dbents.h dbextents.h dbface.h dbfiler.h dbhandle.h dbhatch.h dbid.h dblayertable.h dblayertablerecord.h
-  dblayout.h dbline.h dblinetypetable.h dblinetypetablerecord.h dbmain.h dbmaindefs.h dbminsert.h dbmtext.h
+  dblayout.h dbline.h dblinetypetable.h dblinetypetablerecord.h dbmain.h dbmaindefs.h dbminsert.h dbmodelergeometry.h dbmtext.h
   dbobject.h dbobjectiterator.h dbobjptr.h dbopaque.h dbopen.h dbordinatedimension.h dbpl.h dbplhldr.h dbpoint.h
-  dbpolyline.h dbradialdimension.h dbray.h dbregapptable.h dbregapptablerecord.h dbrotateddimension.h
-  dbsequenceend.h dbsolid.h dbsource.h dbspline.h dbsymboltable.h dbsymboltablerecord.h dbsymtb.h dbtext.h
-  dbtextstyletable.h dbtextstyletablerecord.h dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewport.h dbviewporttable.h
+  dbpolyline.h dbradialdimension.h dbray.h dbregapptable.h dbregapptablerecord.h dbregion.h dbrotateddimension.h
+  dbsequenceend.h dbsol3d.h dbsolid.h dbsource.h dbspline.h dbsymboltable.h dbsymboltablerecord.h dbsymtb.h dbtext.h
+  dbtextstyletable.h dbtextstyletablerecord.h dbtrace.h dbtrans.h dbucstable.h dbucstablerecord.h dbviewport.h
+  dbviewporttable.h
   dbviewporttablerecord.h dbviewtable.h dbviewtablerecord.h dbxline.h dbxrecrd.h debuglogoption.h deferredinput.h
   desktop.h dialogtemplate.h dimensionvariablelist.h dimensionvariables.h dimensionvariabletable.h drawingreader.h
   drawingversion.h drawingwriter.h entitycoordinates.h fielditems.h filesharing.h fontmetrics.h formchanges.h
@@ -36,7 +37,7 @@ set(VEXO_KIT_HEADERS
   gelent2d.h gelent3d.h geline.h geline2d.h geline3d.h gelnsg2d.h gelnsg3d.h gemat2d.h gemat3d.h genurb.h genurb2d.h
   genurb3d.h geplanar.h geplane.h gepnt2d.h gepnt3d.h geray2d.h geray3d.h gescl3d.h getol.h gevec2d.h gevec3d.h
   groupblock.h groupgatherer.h hatcharea.h hatchlines.h hatchloop.h host.h hostapplication.h hostport.h hosttest.h iconresource.h itemlist.h
-  memorydwgfiler.h memorydxffiler.h messagemap.h modulecommand.h modulemark.h nameindex.h oleauto.h outputfiles.h
+  memorydwgfiler.h memorydxffiler.h messagemap.h modelerenums.h modulecommand.h modulemark.h nameindex.h oleauto.h outputfiles.h
   painting.h polylinecurve.h polylineshape.h runtimeservices.h rxboiler.h rxclass.h rxdefs.h rxdict.h rxditer.h
   rxdlinkr.h rxobject.h rxprodkey.h rxregsvc.h scriptedport.h stringtable.h subentitylist.h systemvariables.h
   tchar.h testhost.h textencoding.h textformat.h tlhelp32.h tracefile.h unboundedline.h unknwn.h

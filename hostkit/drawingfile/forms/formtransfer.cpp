@@ -107,7 +107,8 @@ bool FormTransfer::hasNoPlace(const Record& record) const {
     if (record.section == "ACDSDATA") return target < DrawingVersion::k2013;
     if (isHolder(record)) return false;
     if (isToR12()) return !isKindOfR12(record.kind);
-    // What could not be rewritten has no data in its record; nor have kinds without a class, which stay as they were read.
+    // What could not be rewritten has no data in its record; nor have kinds without a class, which stay as
+    // they were read.
     constexpr int dataLineCode = 1;
     const bool losesItsBody = isModelerKind(record.kind) && m_source.version >= DrawingVersion::k2013 &&
                               target < DrawingVersion::k2013 && !find(record, dataLineCode);

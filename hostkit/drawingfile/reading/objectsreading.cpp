@@ -40,7 +40,8 @@ bool DrawingReading::finish() {
     DatabaseAccess::completeDrawing(m_database);
     for (const SourceSection& section : m_source->sections)
         if (section.name == L"ACDSDATA")
-            readModelerStore(m_database, std::string_view(m_source->bytes).substr(section.offset, section.length));
+            readModelerStore(m_database,
+                             std::string_view(m_source->bytes).substr(section.offset, section.length));
     // What the drawing lacked and was given stands in no file; it counts as unchanged until somebody changes
     // it.
     DatabaseAccess::forEachObject(m_database, [](AcDbObject& object) {

@@ -1,6 +1,7 @@
 #include "modelerstore.h"
 
 #include "dbaccess.h"
+#include "modelercontent.h"
 #include "dbmodelergeometry.h"
 #include "groupscanner.h"
 #include "recordreader.h"
@@ -20,7 +21,7 @@ constexpr std::int64_t usualSchema = 1; ///< where newSection puts the schema of
 struct StoredBody {
     std::uint64_t handle = 0;
     std::size_t begin = 0, end = 0;
-    std::size_t size = 0; ///< that it says
+    std::size_t size = 0;    ///< that it says
     std::string_view digits; ///< the 310 groups, with their codes
 };
 
@@ -77,7 +78,8 @@ private:
         if (group.code == 320) m_body.handle = handleFromText(group.value).value_or(0);
         if (group.code == 2) m_isBody = withoutBlanks(group.value) == bodyColumn;
         if (!m_isBody) return;
-        if (group.code == 94) m_body.size = static_cast<std::size_t>(integerFromText(group.value).value_or(0));
+        if (group.code == 94)
+            m_body.size = static_cast<std::size_t>(integerFromText(group.value).value_or(0));
         if (group.code != 310) return;
         if (!m_digitsBegin) m_digitsBegin = group.start;
         m_body.digits = {m_digitsBegin, static_cast<std::size_t>(m_scanner.position() - m_digitsBegin)};
@@ -98,7 +100,10 @@ private:
 };
 
 int digitOf(char c) {
-    return c >= '0' && c <= '9' ? c - '0' : c >= 'A' && c <= 'F' ? c - 'A' + 10 : c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+    return c >= '0' && c <= '9'   ? c - '0'
+           : c >= 'A' && c <= 'F' ? c - 'A' + 10
+           : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                                  : -1;
 }
 
 // Nothing where the digits are damaged or are not as many as the record says.
@@ -120,7 +125,8 @@ std::optional<std::string> bytesOf(const StoredBody& body) {
     return bytes;
 }
 
-void appendRecord(std::int64_t schema, std::uint64_t handle, std::string_view data, const DrawingStyle& style, std::string& bytes) {
+void appendRecord(std::int64_t schema, std::uint64_t handle, std::string_view data, const DrawingStyle& style,
+                  std::string& bytes) {
     appendGroup(0, "ACDSRECORD", style, bytes);
     appendInteger(90, schema, style, bytes);
     appendGroup(2, "AcDbDs::ID", style, bytes);
@@ -151,28 +157,67 @@ void appendColumns(std::initializer_list<Column> columns, const DrawingStyle& st
     for (const Column& column : columns) appendGroup(column.code, column.value, style, bytes);
 }
 
-void appendDataSchema(std::string_view index, std::string_view name, std::string_view column, const DrawingStyle& style,
-                      std::string& bytes) {
-    appendColumns({{0, "ACDSSCHEMA"}, {90, index}, {1, name}, {2, "AcDbDs::ID"}, {280, "10"}, {91, "8"}, {2, column}, {280, "15"}, {91, "0"}},
+void appendDataSchema(std::string_view index, std::string_view name, std::string_view column,
+                      const DrawingStyle& style, std::string& bytes) {
+    appendColumns({{0, "ACDSSCHEMA"},
+                   {90, index},
+                   {1, name},
+                   {2, "AcDbDs::ID"},
+                   {280, "10"},
+                   {91, "8"},
+                   {2, column},
+                   {280, "15"},
+                   {91, "0"}},
                   style, bytes);
     for (const Column& attribute : {Column{2, "AcDbDs::TreatedAsObjectData"}, Column{3, "AcDbDs::Legacy"}}) {
         const std::string_view number = attribute.code == 2 ? "2" : "3";
-        appendColumns({{101, "ACDSRECORD"}, {95, index}, {90, number}, {2, attribute.value}, {280, "1"}, {291, "1"}}, style, bytes);
+        appendColumns(
+            {{101, "ACDSRECORD"}, {95, index}, {90, number}, {2, attribute.value}, {280, "1"}, {291, "1"}},
+            style, bytes);
     }
-    appendColumns({{101, "ACDSRECORD"}, {1, "AcDbDs::ID"}, {90, "4"}, {2, "AcDs:Indexable"}, {280, "1"}, {291, "1"}}, style, bytes);
-    appendColumns({{101, "ACDSRECORD"}, {1, "AcDbDs::ID"}, {90, "5"}, {2, "AcDbDs::HandleAttribute"}, {280, "7"}, {282, "1"}}, style, bytes);
+    appendColumns(
+        {{101, "ACDSRECORD"}, {1, "AcDbDs::ID"}, {90, "4"}, {2, "AcDs:Indexable"}, {280, "1"}, {291, "1"}},
+        style, bytes);
+    appendColumns({{101, "ACDSRECORD"},
+                   {1, "AcDbDs::ID"},
+                   {90, "5"},
+                   {2, "AcDbDs::HandleAttribute"},
+                   {280, "7"},
+                   {282, "1"}},
+                  style, bytes);
 }
 
 void appendSchemas(const DrawingStyle& style, std::string& bytes) {
     appendDataSchema("0", "AcDb_Thumbnail_Schema", "Thumbnail_Data", style, bytes);
     appendDataSchema("1", bodySchema, bodyColumn, style, bytes);
-    appendColumns({{0, "ACDSSCHEMA"}, {90, "2"}, {1, "AcDbDs::TreatedAsObjectDataSchema"}, {2, "AcDbDs::TreatedAsObjectData"}, {280, "1"}, {91, "0"}},
+    appendColumns({{0, "ACDSSCHEMA"},
+                   {90, "2"},
+                   {1, "AcDbDs::TreatedAsObjectDataSchema"},
+                   {2, "AcDbDs::TreatedAsObjectData"},
+                   {280, "1"},
+                   {91, "0"}},
                   style, bytes);
-    appendColumns({{0, "ACDSSCHEMA"}, {90, "3"}, {1, "AcDbDs::LegacySchema"}, {2, "AcDbDs::Legacy"}, {280, "1"}, {91, "0"}}, style, bytes);
-    appendColumns({{0, "ACDSSCHEMA"}, {90, "4"}, {1, "AcDbDs::IndexedPropertySchema"}, {2, "AcDs:Indexable"}, {280, "1"}, {91, "0"}},
+    appendColumns({{0, "ACDSSCHEMA"},
+                   {90, "3"},
+                   {1, "AcDbDs::LegacySchema"},
+                   {2, "AcDbDs::Legacy"},
+                   {280, "1"},
+                   {91, "0"}},
                   style, bytes);
-    appendColumns({{0, "ACDSSCHEMA"}, {90, "5"}, {1, "AcDbDs::HandleAttributeSchema"}, {2, "AcDbDs::HandleAttribute"}, {280, "7"},
-                   {91, "1"}, {284, "1"}},
+    appendColumns({{0, "ACDSSCHEMA"},
+                   {90, "4"},
+                   {1, "AcDbDs::IndexedPropertySchema"},
+                   {2, "AcDs:Indexable"},
+                   {280, "1"},
+                   {91, "0"}},
+                  style, bytes);
+    appendColumns({{0, "ACDSSCHEMA"},
+                   {90, "5"},
+                   {1, "AcDbDs::HandleAttributeSchema"},
+                   {2, "AcDbDs::HandleAttribute"},
+                   {280, "7"},
+                   {91, "1"},
+                   {284, "1"}},
                   style, bytes);
 }
 
@@ -201,15 +246,17 @@ void forEachBody(const AcDbDatabase& database, Visit&& visit) {
 
 void readModelerStore(AcDbDatabase& database, std::string_view section) {
     for (const StoredBody& body : StoreReader(section, 0, section.size()).run().bodies) {
-        auto* const entity = AcDbModelerGeometry::cast(DatabaseAccess::object(DatabaseAccess::find(database, body.handle)));
+        auto* const entity =
+            AcDbModelerGeometry::cast(DatabaseAccess::object(DatabaseAccess::find(database, body.handle)));
         if (!entity) continue;
         if (std::optional<std::string> bytes = bytesOf(body))
             ModelerFiling::setContent(*entity, std::make_shared<const ModelerContent>(std::move(*bytes)));
     }
 }
 
-void editModelerStore(const AcDbDatabase& database, std::string_view source, const DrawingStructure& structure,
-                      const DrawingStyle& style, const std::function<bool(std::uint64_t)>& leavesFile, ByteEdits& edits) {
+void editModelerStore(const AcDbDatabase& database, std::string_view source,
+                      const DrawingStructure& structure, const DrawingStyle& style,
+                      const std::function<bool(std::uint64_t)>& leavesFile, ByteEdits& edits) {
     const NamedSpan* const section = structure.section(modelerStoreSection);
     const Store store = section ? StoreReader(source, section->begin, section->closing).run() : Store();
     std::unordered_map<std::uint64_t, const StoredBody*> stored;
@@ -217,7 +264,8 @@ void editModelerStore(const AcDbDatabase& database, std::string_view source, con
     const AcDb::AcDbDwgVersion version = filerVersion(style.version);
     std::string added, text;
     for (const StoredBody& body : store.bodies) {
-        const auto* const entity = AcDbModelerGeometry::cast(DatabaseAccess::object(DatabaseAccess::find(database, body.handle)));
+        const auto* const entity =
+            AcDbModelerGeometry::cast(DatabaseAccess::object(DatabaseAccess::find(database, body.handle)));
         const bool isEmptied = entity && !ModelerFiling::content(*entity) && entity->isChangedSinceRead();
         if (leavesFile(body.handle) || isEmptied) edits.replace(body.begin, body.end, {});
     }
@@ -234,7 +282,8 @@ void editModelerStore(const AcDbDatabase& database, std::string_view source, con
     if (added.empty()) return;
     if (!section) return edits.insert(structure.endMark, sectionOf(added, style));
     if (store.hasSchema) return edits.insert(section->closing, added);
-    // Without a schema of bodies the store was kept for other things: schemas stand before the records, under numbers of their own.
+    // Without a schema of bodies the store was kept for other things: schemas stand before the records, under
+    // numbers of their own.
     added.clear();
     forEachBody(database, [&](const AcDbModelerGeometry& entity, const ModelerContent& content) {
         constexpr std::int64_t freeSchema = 6;
@@ -252,7 +301,8 @@ std::string newModelerStore(const AcDbDatabase& database, const DrawingStyle& st
     std::string records;
     forEachBody(database, [&](const AcDbModelerGeometry& entity, const ModelerContent& content) {
         const std::string data = content.dataFor(filerVersion(style.version));
-        if (!entity.isErased() && !data.empty()) appendRecord(usualSchema, entity.handle().value(), data, style, records);
+        if (!entity.isErased() && !data.empty())
+            appendRecord(usualSchema, entity.handle().value(), data, style, records);
     });
     return sectionOf(records, style);
 }

@@ -66,22 +66,38 @@ inline std::optional<BinaryToken> takeBinaryToken(std::string_view& rest) {
     case BinaryTag::isFalse:
     case BinaryTag::begin:
     case BinaryTag::end:
-    case BinaryTag::recordEnd: break;
+    case BinaryTag::recordEnd:
+        break;
     case BinaryTag::integer:
     case BinaryTag::pointer:
-    case BinaryTag::enumeration: size = 4; break;
+    case BinaryTag::enumeration:
+        size = 4;
+        break;
     case BinaryTag::real:
-    case BinaryTag::integer64: size = 8; break;
-    case BinaryTag::pairOfReals: size = 16; break;
+    case BinaryTag::integer64:
+        size = 8;
+        break;
+    case BinaryTag::pairOfReals:
+        size = 16;
+        break;
     case BinaryTag::position:
-    case BinaryTag::direction: size = 24; break;
+    case BinaryTag::direction:
+        size = 24;
+        break;
     case BinaryTag::string:
     case BinaryTag::nameEnd:
-    case BinaryTag::namePart: countSize = 1; break;
-    case BinaryTag::string16: countSize = 2; break;
+    case BinaryTag::namePart:
+        countSize = 1;
+        break;
+    case BinaryTag::string16:
+        countSize = 2;
+        break;
     case BinaryTag::string32:
-    case BinaryTag::longString: countSize = 4; break;
-    default: return {};
+    case BinaryTag::longString:
+        countSize = 4;
+        break;
+    default:
+        return {};
     }
     rest.remove_prefix(1);
     if (rest.size() < countSize) return {};

@@ -36,7 +36,8 @@ std::optional<T> numberOf(std::string_view word) {
 }
 
 bool isEndWord(std::string_view word) {
-    return word == "End-of-ACIS-data" || word == "End-of-ASM-data" || word.starts_with("Begin-of-ACIS-History");
+    return word == "End-of-ACIS-data" || word == "End-of-ASM-data" ||
+           word.starts_with("Begin-of-ACIS-History");
 }
 
 BodyRecords faulty(BodyRecords result, const char* fault) {
@@ -78,7 +79,8 @@ BodyRecords readText(std::string_view bytes) {
     const std::optional<std::int64_t> count = numberOf<std::int64_t>(nextWord(rest));
     if (!count) return faulty(std::move(result), "the first line has no count of records");
     result.version = *version;
-    for (int line = *version < kFirstVersionWithHeader ? 1 : 3; line > 0 && !rest.empty(); --line) dropLine(rest);
+    for (int line = *version < kFirstVersionWithHeader ? 1 : 3; line > 0 && !rest.empty(); --line)
+        dropLine(rest);
     while (*count <= 0 || std::cmp_less(result.records.size(), *count)) {
         std::string_view name = nextWord(rest);
         if (!name.empty() && name.front() == '-' && numberOf<std::int64_t>(name)) name = nextWord(rest);
@@ -149,7 +151,8 @@ BodyRecords readBinary(std::string_view bytes) {
 } // namespace
 
 BodyRecords readBodyRecords(std::string_view bytes) {
-    if (bytes.starts_with("ACIS BinaryFile") || bytes.starts_with("ASM BinaryFile4")) return readBinary(bytes);
+    if (bytes.starts_with("ACIS BinaryFile") || bytes.starts_with("ASM BinaryFile4"))
+        return readBinary(bytes);
     if (bytes.starts_with("ASM BinaryFile")) return faulty({}, "a kernel newer than those that are read");
     return readText(bytes);
 }
@@ -187,13 +190,15 @@ bool BodyFields::isAtEnd() { return !next(); }
 
 bool BodyFields::isAtPointer() {
     if (!next()) return false;
-    return m_form == BodyForm::text ? m_token.front() == '$' : m_tag == static_cast<std::uint8_t>(BinaryTag::pointer);
+    return m_form == BodyForm::text ? m_token.front() == '$'
+                                    : m_tag == static_cast<std::uint8_t>(BinaryTag::pointer);
 }
 
 bool BodyFields::isAtNumber() {
     if (!next()) return false;
     if (m_form == BodyForm::binary)
-        return m_tag == static_cast<std::uint8_t>(BinaryTag::real) || m_tag == static_cast<std::uint8_t>(BinaryTag::integer);
+        return m_tag == static_cast<std::uint8_t>(BinaryTag::real) ||
+               m_tag == static_cast<std::uint8_t>(BinaryTag::integer);
     return numberOf<double>(m_token).has_value();
 }
 
@@ -236,8 +241,9 @@ bool BodyFields::logical() {
         m_isPeeked = true;
         return real() != 0.0;
     }
-    constexpr std::string_view yes[] = {"1", "reversed", "double", "in", "reverse_v", "F", "rotate", "reflect", "shear"};
-    constexpr std::string_view no[] = {"0",         "forward", "single",     "out",       "forward_v",
+    constexpr std::string_view yes[] = {"1", "reversed", "double",  "in",   "reverse_v",
+                                        "F", "rotate",   "reflect", "shear"};
+    constexpr std::string_view no[] = {"0", "forward",   "single",     "out",     "forward_v",
                                        "I", "no_rotate", "no_reflect", "no_shear"};
     if (std::find(std::begin(yes), std::end(yes), m_token) != std::end(yes)) return true;
     if (std::find(std::begin(no), std::end(no), m_token) == std::end(no)) fail();
@@ -262,7 +268,8 @@ void BodyFields::skipInterval() {
 }
 
 void BodyFields::enterLongString() {
-    if (m_form == BodyForm::text || !next() || m_tag != static_cast<std::uint8_t>(BinaryTag::longString)) return;
+    if (m_form == BodyForm::text || !next() || m_tag != static_cast<std::uint8_t>(BinaryTag::longString))
+        return;
     m_rest = m_token;
     m_form = BodyForm::text;
     m_isPeeked = false;

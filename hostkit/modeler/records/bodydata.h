@@ -19,7 +19,8 @@ struct BodyRecord {
     std::string_view fields; ///< all behind the name, without the end sign
 };
 
-/// Records in the order of the data: a pointer counts them from 0. The views point into the bytes that were read.
+/// Records in the order of the data: a pointer counts them from 0. The views point into the bytes that were
+/// read.
 struct BodyRecords {
     BodyForm form = BodyForm::text;
     int version = 0;
@@ -29,18 +30,20 @@ struct BodyRecords {
     std::string fault;       ///< why there are no records, in words
 };
 
-/// Reads the records of text (lines as they stand when their scrambling is undone) or of the binary twin, whichever it is. Nothing
-/// of the data is believed further than bytes follow. Reads as far as the end words, as the counted records or as the data go.
-/// On a fault `fault` says which, and the list is empty.
+/// Reads the records of text (lines as they stand when their scrambling is undone) or of the binary twin,
+/// whichever it is. Nothing of the data is believed further than bytes follow. Reads as far as the end words,
+/// as the counted records or as the data go. On a fault `fault` says which, and the list is empty.
 [[nodiscard]] BodyRecords readBodyRecords(std::string_view bytes);
 
 /// The map of the characters 0x21 to 0x7E that text data in drawings are written with; it is its own inverse.
 void scramble(std::string& line);
 
-/// The fields of one record, in order. A field that is not of the kind asked for makes the list not good; it then gives zeros.
+/// The fields of one record, in order. A field that is not of the kind asked for makes the list not good; it
+/// then gives zeros.
 class BodyFields {
 public:
-    /// Stands behind the attribute pointer, the id, and with `hasPattern` the pattern pointer that the version has.
+    /// Stands behind the attribute pointer, the id, and with `hasPattern` the pattern pointer that the
+    /// version has.
     BodyFields(const BodyRecords& records, const BodyRecord& record, bool hasPattern);
 
     [[nodiscard]] bool isGood() const { return m_isGood; }

@@ -46,9 +46,11 @@ AcGePoint3d Chart::at(double u, double v) const {
     if (m_surface.kind == Kind::cone)
         return m_surface.origin + radial * (1.0 + v * growth() / m_radius) + m_surface.axis * v;
     if (m_surface.kind == Kind::sphere)
-        return m_surface.origin + radial * (m_radius * std::cos(v)) + m_surface.axis * (m_radius * std::sin(v));
+        return m_surface.origin + radial * (m_radius * std::cos(v)) +
+               m_surface.axis * (m_radius * std::sin(v));
     const double tube = tubeRadius();
-    return m_surface.origin + radial * (m_radius + tube * std::cos(v)) + m_surface.axis * (tube * std::sin(v));
+    return m_surface.origin + radial * (m_radius + tube * std::cos(v)) +
+           m_surface.axis * (tube * std::sin(v));
 }
 
 AcGeVector3d Chart::normalAt(double u, double v) const {
@@ -62,7 +64,8 @@ AcGeVector3d Chart::normalAt(double u, double v) const {
     const double tube = m_surface.kind == Kind::sphere ? m_radius : tubeRadius();
     const double middle = m_surface.kind == Kind::sphere ? 0.0 : m_radius;
     const AcGeVector3d normal =
-        (along * (middle + tube * std::cos(v))).crossProduct((m_surface.axis * std::cos(v) - radial * std::sin(v)) * tube);
+        (along * (middle + tube * std::cos(v)))
+            .crossProduct((m_surface.axis * std::cos(v) - radial * std::sin(v)) * tube);
     return m_isSwapped ? -normal : normal;
 }
 
@@ -76,10 +79,15 @@ std::optional<double> Chart::singularAbove(bool isAbove) const {
 
 bool Chart::looksOut() const {
     if (m_surface.kind == Kind::cone) return m_surface.cosine > 0.0;
-    return m_isSwapped != ((m_surface.kind == Kind::sphere ? m_surface.radius : m_surface.minorRadius) >= 0.0);
+    return m_isSwapped !=
+           ((m_surface.kind == Kind::sphere ? m_surface.radius : m_surface.minorRadius) >= 0.0);
 }
 
-double Chart::tubeRadius() const { return std::abs(m_surface.kind == Kind::torus ? m_surface.minorRadius : m_radius); }
-double Chart::largestRadius() const { return m_surface.kind == Kind::torus ? m_radius + tubeRadius() : m_radius; }
+double Chart::tubeRadius() const {
+    return std::abs(m_surface.kind == Kind::torus ? m_surface.minorRadius : m_radius);
+}
+double Chart::largestRadius() const {
+    return m_surface.kind == Kind::torus ? m_radius + tubeRadius() : m_radius;
+}
 
 } // namespace hostkit::modeler

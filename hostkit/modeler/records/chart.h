@@ -5,8 +5,8 @@
 
 namespace hostkit::modeler {
 
-/// u is the angle about the axis, v the height along a cone's axis, the latitude of a sphere, the angle about a torus' tube.
-/// The normal du x dv points away from the axis, centre or middle circle.
+/// u is the angle about the axis, v the height along a cone's axis, the latitude of a sphere, the angle about
+/// a torus' tube. The normal du x dv points away from the axis, centre or middle circle.
 class Chart {
 public:
     explicit Chart(const ShapeSurface& surface);

@@ -18,7 +18,8 @@ bool isSame(const AcGePoint2d& a, const AcGePoint2d& b) { return a.x == b.x && a
 
 // d lies within the circle through a, b, c by more than rounding.
 bool isInCircle(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& c, const AcGePoint2d& d) {
-    const double ax = a.x - d.x, ay = a.y - d.y, bx = b.x - d.x, by = b.y - d.y, cx = c.x - d.x, cy = c.y - d.y;
+    const double ax = a.x - d.x, ay = a.y - d.y, bx = b.x - d.x, by = b.y - d.y, cx = c.x - d.x,
+                 cy = c.y - d.y;
     const double az = ax * ax + ay * ay, bz = bx * bx + by * by, cz = cx * cx + cy * cy;
     const double value = ax * (by * cz - bz * cy) - ay * (bx * cz - bz * cx) + az * (bx * cy - by * cx);
     constexpr double rounding = 1e-10;
@@ -27,13 +28,17 @@ bool isInCircle(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& c
 
 } // namespace
 
-double PatchMesh::area(Index a, Index b, Index c) const { return areaOf(m_points[a], m_points[b], m_points[c]); }
+double PatchMesh::area(Index a, Index b, Index c) const {
+    return areaOf(m_points[a], m_points[b], m_points[c]);
+}
 
 bool PatchMesh::build(std::vector<AcGePoint2d> points, std::vector<std::vector<Index>> loops) {
     m_points = std::move(points);
     m_apexes.clear();
     constexpr std::size_t mostCorners = 4096; // the work grows with their square
-    if (loops.empty() || m_points.size() > mostCorners || !joinHoles(loops) || !clipEars(std::move(loops.front()))) return false;
+    if (loops.empty() || m_points.size() > mostCorners || !joinHoles(loops) ||
+        !clipEars(std::move(loops.front())))
+        return false;
     std::vector<Edge> all;
     all.reserve(m_apexes.size());
     for (const auto& [key, apex] : m_apexes) all.push_back(key);
@@ -44,7 +49,8 @@ bool PatchMesh::build(std::vector<AcGePoint2d> points, std::vector<std::vector<I
 
 bool PatchMesh::crosses(Index a, Index b, Index c, Index d) const {
     const auto sign = [](double value) { return value > kFlat ? 1 : value < -kFlat ? -1 : 0; };
-    const int c1 = sign(area(a, b, c)), d1 = sign(area(a, b, d)), a1 = sign(area(c, d, a)), b1 = sign(area(c, d, b));
+    const int c1 = sign(area(a, b, c)), d1 = sign(area(a, b, d)), a1 = sign(area(c, d, a)),
+              b1 = sign(area(c, d, b));
     return c1 * d1 <= 0 && a1 * b1 <= 0 && (c1 != 0 || d1 != 0);
 }
 
@@ -53,13 +59,16 @@ bool PatchMesh::isFree(Index from, Index to, const std::vector<std::vector<Index
         for (std::size_t place = 0; place < loop.size(); ++place) {
             const Index a = loop[place];
             const Index b = loop[(place + 1) % loop.size()];
-            const auto touches = [&](Index i) { return isSame(m_points[i], m_points[from]) || isSame(m_points[i], m_points[to]); };
+            const auto touches = [&](Index i) {
+                return isSame(m_points[i], m_points[from]) || isSame(m_points[i], m_points[to]);
+            };
             if (!touches(a) && !touches(b) && crosses(from, to, a, b)) return false;
         }
     return true;
 }
 
-// The nearest pair of corners that see each other joins a hole to the loop around; only so many pairs are tried.
+// The nearest pair of corners that see each other joins a hole to the loop around; only so many pairs are
+// tried.
 bool PatchMesh::joinHoles(std::vector<std::vector<Index>>& loops) {
     struct Pair {
         double distance;
@@ -77,7 +86,9 @@ bool PatchMesh::joinHoles(std::vector<std::vector<Index>>& loops) {
         constexpr std::size_t mostTries = 200;
         const auto tried = pairs.begin() + static_cast<std::ptrdiff_t>(std::min(mostTries, pairs.size()));
         std::partial_sort(pairs.begin(), tried, pairs.end());
-        const auto best = std::find_if(pairs.begin(), tried, [&](const Pair& pair) { return isFree(outer[pair.from], hole[pair.to], loops); });
+        const auto best = std::find_if(pairs.begin(), tried, [&](const Pair& pair) {
+            return isFree(outer[pair.from], hole[pair.to], loops);
+        });
         if (best == tried) return false;
         std::rotate(hole.begin(), hole.begin() + static_cast<std::ptrdiff_t>(best->to), hole.end());
         hole.push_back(hole.front());
@@ -95,7 +106,8 @@ bool PatchMesh::isEar(const std::vector<Index>& loop, std::size_t place) const {
     for (const Index other : loop) {
         const AcGePoint2d& p = m_points[other];
         if (isSame(p, m_points[a]) || isSame(p, m_points[b]) || isSame(p, m_points[c])) continue;
-        if (area(a, b, other) >= -kFlat && area(b, c, other) >= -kFlat && area(c, a, other) >= -kFlat) return false;
+        if (area(a, b, other) >= -kFlat && area(b, c, other) >= -kFlat && area(c, a, other) >= -kFlat)
+            return false;
     }
     return true;
 }
@@ -143,7 +155,8 @@ void PatchMesh::legalize(std::vector<Edge> pending) {
         pending.pop_back();
         const auto a = static_cast<Index>(next >> 32), b = static_cast<Index>(next);
         const Index c = apexOf(a, b), d = apexOf(b, a);
-        if (c == none || d == none || !isInCircle(m_points[a], m_points[b], m_points[c], m_points[d])) continue;
+        if (c == none || d == none || !isInCircle(m_points[a], m_points[b], m_points[c], m_points[d]))
+            continue;
         if (!(area(c, a, d) > kFlat) || !(area(d, b, c) > kFlat)) continue;
         remove(a, b, c);
         remove(b, a, d);
@@ -162,7 +175,9 @@ bool PatchMesh::locate(const AcGePoint2d& point, Triangle& found) const {
     for (std::size_t steps = m_apexes.size(); steps > 0; --steps) {
         const Index c = apexOf(a, b);
         if (c == none) break;
-        const auto isOutside = [&](Index from, Index to) { return areaOf(m_points[from], m_points[to], point) < 0.0; };
+        const auto isOutside = [&](Index from, Index to) {
+            return areaOf(m_points[from], m_points[to], point) < 0.0;
+        };
         if (isOutside(a, b)) {
             std::swap(a, b);
         } else if (isOutside(b, c)) {
@@ -175,7 +190,8 @@ bool PatchMesh::locate(const AcGePoint2d& point, Triangle& found) const {
         }
     }
     for (const Triangle& each : triangles())
-        if (areaOf(m_points[each[0]], m_points[each[1]], point) >= 0.0 && areaOf(m_points[each[1]], m_points[each[2]], point) >= 0.0 &&
+        if (areaOf(m_points[each[0]], m_points[each[1]], point) >= 0.0 &&
+            areaOf(m_points[each[1]], m_points[each[2]], point) >= 0.0 &&
             areaOf(m_points[each[2]], m_points[each[0]], point) >= 0.0) {
             found = each;
             return true;
@@ -192,7 +208,8 @@ PatchMesh::Index PatchMesh::insert(const AcGePoint2d& point, double margin) {
         const double length = (m_points[b] - m_points[a]).length();
         const double distance = areaOf(m_points[a], m_points[b], point) / length;
         const bool isBound = apexOf(b, a) == none;
-        if ((isBound && distance < margin) || (m_points[a] - point).lengthSqrd() < margin * margin) return none;
+        if ((isBound && distance < margin) || (m_points[a] - point).lengthSqrd() < margin * margin)
+            return none;
         constexpr double onEdge = 1e-9;
         if (distance < onEdge) edgeBelow = side;
     }

@@ -1,4 +1,5 @@
-// Triangles of a region of the plane with holes, Delaunay; leaves out regions that cross themselves, which it refuses.
+// Triangles of a region of the plane with holes, Delaunay; leaves out regions that cross themselves, which it
+// refuses.
 #pragma once
 
 #include "gepnt2d.h"
@@ -15,11 +16,11 @@ public:
     using Index = std::uint32_t;
     using Triangle = std::array<Index, 3>;
 
-    /// The first loop runs counter-clockwise around the others, which run clockwise. False where no triangles cover the region with
-    /// all its corners.
+    /// The first loop runs counter-clockwise around the others, which run clockwise. False where no triangles
+    /// cover the region with all its corners.
     [[nodiscard]] bool build(std::vector<AcGePoint2d> points, std::vector<std::vector<Index>> loops);
-    /// A point within the region becomes a corner, unless it lies nearer to the bounds or to a corner than `margin`. Its number, or
-    /// `none`.
+    /// A point within the region becomes a corner, unless it lies nearer to the bounds or to a corner than
+    /// `margin`. Its number, or `none`.
     Index insert(const AcGePoint2d& point, double margin);
     static constexpr Index none = ~Index{0};
 

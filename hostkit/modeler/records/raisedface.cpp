@@ -29,7 +29,8 @@ Profile profileOf(const Polyhedron& sheet, bool isTurned) {
 }
 
 // Each side moved to its left by `inset`; false where a side turns round.
-bool insetLoop(const std::vector<AcGePoint3d>& loop, const AcGeVector3d& normal, double inset, std::vector<AcGePoint3d>& result) {
+bool insetLoop(const std::vector<AcGePoint3d>& loop, const AcGeVector3d& normal, double inset,
+               std::vector<AcGePoint3d>& result) {
     const std::size_t count = loop.size();
     for (std::size_t place = 0; place < count; ++place) {
         const AcGeVector3d before = (loop[place] - loop[(place + count - 1) % count]).normal();
@@ -41,13 +42,15 @@ bool insetLoop(const std::vector<AcGePoint3d>& loop, const AcGeVector3d& normal,
         result.push_back(loop[place] + left * (inset / reach));
     }
     for (std::size_t place = 0; place < count; ++place) {
-        const AcGeVector3d was = loop[(place + 1) % count] - loop[place], is = result[(place + 1) % count] - result[place];
+        const AcGeVector3d was = loop[(place + 1) % count] - loop[place],
+                           is = result[(place + 1) % count] - result[place];
         if (!(was.dotProduct(is) > 0.0)) return false;
     }
     return true;
 }
 
-void addFace(Polyhedron& body, const AcGeVector3d& normal, const std::vector<std::vector<Index>>& loops, const AModeler::Surface* surface) {
+void addFace(Polyhedron& body, const AcGeVector3d& normal, const std::vector<std::vector<Index>>& loops,
+             const AModeler::Surface* surface) {
     Polyhedron::Face face;
     face.normal = normal;
     face.distance = normal.dotProduct(body.points[loops.front().front()].asVector());
@@ -68,12 +71,14 @@ public:
         : m_shape(shape) {
         for (const Shape::Edge& edge : shape.edges)
             m_surfaces.push_back(edge.curve.kind == ShapeCurve::Kind::ellipse
-                                     ? m_owner.newSurface(AModeler::Line3d(edge.curve.origin, along), edge.curve.major.length())
+                                     ? m_owner.newSurface(AModeler::Line3d(edge.curve.origin, along),
+                                                          edge.curve.major.length())
                                      : nullptr);
     }
     [[nodiscard]] const AModeler::Surface* of(const AcGePoint3d& from, const AcGePoint3d& to) const {
         for (std::size_t edge = 0; edge < m_surfaces.size(); ++edge)
-            if (m_surfaces[edge] && isOn(m_shape.edges[edge], from) && isOn(m_shape.edges[edge], to)) return m_surfaces[edge];
+            if (m_surfaces[edge] && isOn(m_shape.edges[edge], from) && isOn(m_shape.edges[edge], to))
+                return m_surfaces[edge];
         return nullptr;
     }
     [[nodiscard]] const AModeler::Body& owner() const { return m_owner; }
@@ -92,7 +97,8 @@ private:
 
 } // namespace
 
-std::optional<AModeler::Body> raisedFace(const Polyhedron& sheet, const Shape& shape, double height, double taper) {
+std::optional<AModeler::Body> raisedFace(const Polyhedron& sheet, const Shape& shape, double height,
+                                         double taper) {
     const Profile base = profileOf(sheet, height < 0.0);
     const double rise = std::abs(height);
     const ArcSurfaces arcs(shape, base.normal * rise);
@@ -114,7 +120,8 @@ std::optional<AModeler::Body> raisedFace(const Polyhedron& sheet, const Shape& s
             const Index next = (place + 1) % count;
             const AcGeVector3d along = loop[next] - loop[place];
             const AcGeVector3d up = body.points[first + count + place] - loop[place];
-            addFace(body, along.crossProduct(up).normal(), {{first + place, first + next, first + count + next, first + count + place}},
+            addFace(body, along.crossProduct(up).normal(),
+                    {{first + place, first + next, first + count + next, first + count + place}},
                     arcs.of(loop[place], loop[next]));
         }
     }
@@ -139,7 +146,8 @@ Shape sheetOf(const Shape& shape, const Shape::Face& face) {
     for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) {
         for (Index place = shape.loopStarts[loop]; place < shape.loopStarts[loop + 1]; ++place) {
             const Shape::Coedge& coedge = shape.coedges[place];
-            const auto [found, isNew] = edges.try_emplace(coedge.edge, static_cast<Index>(sheet.edges.size()));
+            const auto [found, isNew] =
+                edges.try_emplace(coedge.edge, static_cast<Index>(sheet.edges.size()));
             if (isNew) {
                 Shape::Edge edge = shape.edges[coedge.edge];
                 edge.start = vertexOf(edge.start);

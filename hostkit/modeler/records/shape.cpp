@@ -16,14 +16,15 @@ double ShapeCurve::parameterOf(const AcGePoint3d& point) const {
     const AcGeVector3d offset = point - origin;
     if (kind == Kind::line) return offset.dotProduct(direction) / direction.lengthSqrd();
     const AcGeVector3d other = minor();
-    return std::atan2(offset.dotProduct(other) / other.lengthSqrd(), offset.dotProduct(major) / major.lengthSqrd());
+    return std::atan2(offset.dotProduct(other) / other.lengthSqrd(),
+                      offset.dotProduct(major) / major.lengthSqrd());
 }
 
 AcGeVector3d areaVectorOf(const Shape& shape, const Shape::Face& face) {
     AcGeVector3d sum;
     const AcGePoint3d base = face.surface.origin;
-    for (Shape::Index place = shape.loopStarts[face.firstLoop]; place < shape.loopStarts[face.firstLoop + face.loopCount];
-         ++place) {
+    for (Shape::Index place = shape.loopStarts[face.firstLoop];
+         place < shape.loopStarts[face.firstLoop + face.loopCount]; ++place) {
         const Shape::Coedge& coedge = shape.coedges[place];
         const Shape::Edge& edge = shape.edges[coedge.edge];
         const AcGeVector3d start = shape.vertices[edge.start] - base;
@@ -50,8 +51,8 @@ struct HalfEdge {
     double angle = 0.0;      ///< of the face about the edge
 };
 
-// The faces at one edge in their order about it. A face that runs along it has its material on the side of lower angles, one
-// that runs against it on that of higher ones.
+// The faces at one edge in their order about it. A face that runs along it has its material on the side of
+// lower angles, one that runs against it on that of higher ones.
 void sortAround(const Polyhedron& body, Index low, Index high, std::vector<HalfEdge>& sides) {
     const AcGeVector3d axis = (body.points[high] - body.points[low]).normal();
     const AcGeVector3d x = axis.perpVector();
@@ -60,7 +61,8 @@ void sortAround(const Polyhedron& body, Index low, Index high, std::vector<HalfE
         const AcGeVector3d inside = body.faces[side.face].normal.crossProduct(side.isReversed ? -axis : axis);
         side.angle = std::atan2(inside.dotProduct(y), inside.dotProduct(x));
     }
-    std::sort(sides.begin(), sides.end(), [](const HalfEdge& a, const HalfEdge& b) { return a.angle < b.angle; });
+    std::sort(sides.begin(), sides.end(),
+              [](const HalfEdge& a, const HalfEdge& b) { return a.angle < b.angle; });
 }
 
 class ShapeMaking {
@@ -89,7 +91,8 @@ private:
         made.firstLoop = face.firstLoop;
         made.loopCount = face.loopCount;
         m_shape.faces.push_back(made);
-        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) addLoop(loop, number);
+        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop)
+            addLoop(loop, number);
     }
 
     void addLoop(Index loop, Index face) {
@@ -118,7 +121,8 @@ private:
     }
 
     // Itself for a free edge.
-    static std::size_t partnerOf(const std::vector<HalfEdge>& sides, std::size_t place, const std::vector<bool>& isDone) {
+    static std::size_t partnerOf(const std::vector<HalfEdge>& sides, std::size_t place,
+                                 const std::vector<bool>& isDone) {
         const std::size_t count = sides.size();
         for (std::size_t step = 1; step < count; ++step) {
             const std::size_t other = (place + (sides[place].isReversed ? step : count - step)) % count;
@@ -177,7 +181,8 @@ private:
     void giveLumps(std::size_t count) {
         std::vector<double> volumes(count, 0.0);
         for (const Shape::Face& face : m_shape.faces)
-            volumes[face.shell] += areaVectorOf(m_shape, face).dotProduct(face.surface.origin - m_body.points.front());
+            volumes[face.shell] +=
+                areaVectorOf(m_shape, face).dotProduct(face.surface.origin - m_body.points.front());
         m_shape.shellLumps.assign(count, 0);
         Index lumps = 0;
         for (std::size_t shell = 0; shell < count; ++shell)
@@ -199,15 +204,16 @@ private:
     struct Box {
         AcGePoint3d low{1e300, 1e300, 1e300}, high{-1e300, -1e300, -1e300};
         [[nodiscard]] bool contains(const Box& o) const {
-            return low.x <= o.low.x && low.y <= o.low.y && low.z <= o.low.z && high.x >= o.high.x && high.y >= o.high.y &&
-                   high.z >= o.high.z;
+            return low.x <= o.low.x && low.y <= o.low.y && low.z <= o.low.z && high.x >= o.high.x &&
+                   high.y >= o.high.y && high.z >= o.high.z;
         }
     };
     Box boxOf(std::size_t shell) const {
         Box box;
         for (const Shape::Face& face : m_shape.faces)
             for (Index place = m_shape.loopStarts[face.firstLoop];
-                 face.shell == shell && place < m_shape.loopStarts[face.firstLoop + face.loopCount]; ++place) {
+                 face.shell == shell && place < m_shape.loopStarts[face.firstLoop + face.loopCount];
+                 ++place) {
                 const AcGePoint3d& p = m_shape.vertices[m_shape.startOf(m_shape.coedges[place])];
                 box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y), std::min(box.low.z, p.z)};
                 box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y), std::max(box.high.z, p.z)};
@@ -231,7 +237,9 @@ Shape shapeOf(const Polyhedron& polyhedron) { return ShapeMaking(polyhedron).run
 
 namespace {
 
-AcGeVector3d turned(const AcGeMatrix3d& matrix, const AcGeVector3d& vector, double scale) { return (matrix * vector) / scale; }
+AcGeVector3d turned(const AcGeMatrix3d& matrix, const AcGeVector3d& vector, double scale) {
+    return (matrix * vector) / scale;
+}
 
 void moveSurface(ShapeSurface& surface, const AcGeMatrix3d& matrix, double scale) {
     surface.origin.transformBy(matrix);
@@ -273,7 +281,8 @@ bool transformShape(Shape& shape, const AcGeMatrix3d& matrix) {
     if (!isMirrored) return true;
     // The faces lie to the right of their coedges now.
     for (std::size_t loop = 0; loop + 1 < shape.loopStarts.size(); ++loop)
-        std::reverse(shape.coedges.begin() + shape.loopStarts[loop], shape.coedges.begin() + shape.loopStarts[loop + 1]);
+        std::reverse(shape.coedges.begin() + shape.loopStarts[loop],
+                     shape.coedges.begin() + shape.loopStarts[loop + 1]);
     for (Shape::Coedge& coedge : shape.coedges) coedge.isReversed = !coedge.isReversed;
     return true;
 }

@@ -41,7 +41,8 @@ public:
     Facets run() {
         m_out.points = m_shape.vertices;
         m_inner.resize(m_shape.edges.size());
-        for (std::size_t edge = 0; edge < m_shape.edges.size(); ++edge) divide(m_shape.edges[edge], m_inner[edge]);
+        for (std::size_t edge = 0; edge < m_shape.edges.size(); ++edge)
+            divide(m_shape.edges[edge], m_inner[edge]);
         for (const Shape::Face& face : m_shape.faces) {
             if (face.surface.kind == ShapeSurface::Kind::plane)
                 addFlatFace(face);
@@ -72,7 +73,8 @@ private:
         const double sides = sidesOf(m_options, edge.curve.major.length());
         const double share = (edge.to - edge.from) / kTwoPi;
         constexpr double rounding = 1e-9;
-        const double count = std::max(std::ceil(share * sides - rounding), edge.start == edge.end ? 3.0 : 1.0);
+        const double count =
+            std::max(std::ceil(share * sides - rounding), edge.start == edge.end ? 3.0 : 1.0);
         for (double step = 1.0; step < count; ++step)
             inner.push_back(addPoint(edge.curve.at(edge.from + (edge.to - edge.from) * step / count)));
     }
@@ -83,7 +85,9 @@ private:
         for (Index place = m_shape.loopStarts[loop]; place < m_shape.loopStarts[loop + 1]; ++place) {
             const Shape::Coedge& coedge = m_shape.coedges[place];
             const std::vector<Index>& inner = m_inner[coedge.edge];
-            if (m_shape.edges[coedge.edge].curve.kind == ShapeCurve::Kind::none && m_shape.loopStarts[loop + 1] - place > 1) continue;
+            if (m_shape.edges[coedge.edge].curve.kind == ShapeCurve::Kind::none &&
+                m_shape.loopStarts[loop + 1] - place > 1)
+                continue;
             points.push_back(m_shape.startOf(coedge));
             if (coedge.isReversed)
                 points.insert(points.end(), inner.rbegin(), inner.rend());
@@ -99,7 +103,8 @@ private:
         AcGeVector3d sum;
         const AcGePoint3d base = m_out.points[points.front()];
         for (std::size_t place = 0; place < points.size(); ++place)
-            sum += (m_out.points[points[place]] - base).crossProduct(m_out.points[points[(place + 1) % points.size()]] - base);
+            sum += (m_out.points[points[place]] - base)
+                       .crossProduct(m_out.points[points[(place + 1) % points.size()]] - base);
         return sum / 2.0;
     }
 
@@ -140,12 +145,14 @@ private:
         int turns = 0; ///< about the axis
     };
 
-    // The corners of a loop, each angle next to the one before. At a pole or apex the angle turns there: the material is to the left.
+    // The corners of a loop, each angle next to the one before. At a pole or apex the angle turns there: the
+    // material is to the left.
     std::optional<Ring> ringOf(const Chart& chart, std::vector<Index> points, bool isFlipped) {
         if (isFlipped) std::reverse(points.begin(), points.end());
         std::vector<Chart::Place> places;
         for (const Index point : points) places.push_back(chart.placeOf(m_out.points[point]));
-        const auto plain = std::find_if(places.begin(), places.end(), [](const Chart::Place& p) { return !p.isSingular; });
+        const auto plain =
+            std::find_if(places.begin(), places.end(), [](const Chart::Place& p) { return !p.isSingular; });
         if (plain == places.end()) return {};
         const auto first = static_cast<std::size_t>(plain - places.begin());
         std::rotate(points.begin(), points.begin() + static_cast<std::ptrdiff_t>(first), points.end());
@@ -174,8 +181,8 @@ private:
             v = chart.isPeriodicInV() ? v + std::remainder(place.v - v, kTwoPi) : place.v;
             if (step < points.size()) ring.chain.push_back({points[step], u, v});
         }
-        const auto [low, high] = std::minmax_element(ring.chain.begin(), ring.chain.end(),
-                                                     [](const Corner& a, const Corner& b) { return a.v < b.v; });
+        const auto [low, high] = std::minmax_element(
+            ring.chain.begin(), ring.chain.end(), [](const Corner& a, const Corner& b) { return a.v < b.v; });
         if (chart.isPeriodicInV() && (std::abs(v - vBegin) > 1.0 || high->v - low->v > kTwoPi)) return {};
         ring.turns = static_cast<int>(std::lround((u - uBegin) / kTwoPi));
         if (ring.turns < -1 || ring.turns > 1) return {};
@@ -187,7 +194,8 @@ private:
         for (std::size_t place = 0; place < chain.size(); ++place) {
             const Corner& a = chain[place];
             const Corner& b = chain[(place + 1) % chain.size()];
-            sum += (a.u - chain.front().u) * (b.v - chain.front().v) - (a.v - chain.front().v) * (b.u - chain.front().u);
+            sum += (a.u - chain.front().u) * (b.v - chain.front().v) -
+                   (a.v - chain.front().v) * (b.u - chain.front().u);
         }
         return sum / 2.0;
     }
@@ -212,12 +220,14 @@ private:
             chart.swapParameters();
             isFlipped = !isFlipped;
             rings.clear();
-            if (!ringsOf(chart, face, isFlipped, rings)) return fail("a curved face is bounded in a way that is not facetted");
+            if (!ringsOf(chart, face, isFlipped, rings))
+                return fail("a curved face is bounded in a way that is not facetted");
         }
         Patch patch;
         patch.du = kTwoPi / sidesOf(m_options, chart.radiusOfU());
         patch.dv = chart.isPeriodicInV() ? kTwoPi / sidesOf(m_options, chart.radiusOfV()) : patch.du;
-        if (!outline(chart, std::move(rings), patch)) return fail("a curved face is bounded in a way that is not facetted");
+        if (!outline(chart, std::move(rings), patch))
+            return fail("a curved face is bounded in a way that is not facetted");
         m_apex.reset();
         if (!mesh(face, chart, patch, isFlipped)) return fail("the facets of a curved face cross each other");
     }
@@ -225,8 +235,9 @@ private:
     bool ringsOf(const Chart& chart, const Shape::Face& face, bool isFlipped, std::vector<Ring>& rings) {
         for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) {
             const Index begin = m_shape.loopStarts[loop];
-            const bool isOnePoint = m_shape.loopStarts[loop + 1] - begin == 1 &&
-                                    m_shape.edges[m_shape.coedges[begin].edge].curve.kind == ShapeCurve::Kind::none;
+            const bool isOnePoint =
+                m_shape.loopStarts[loop + 1] - begin == 1 &&
+                m_shape.edges[m_shape.coedges[begin].edge].curve.kind == ShapeCurve::Kind::none;
             if (isOnePoint) {
                 m_apex = m_shape.startOf(m_shape.coedges[begin]);
                 continue;
@@ -254,8 +265,9 @@ private:
         if (!around.empty()) outer.push_back(openRings(chart, around, patch));
         if (outer.empty()) outer.push_back(wholeSurface(chart, patch));
         if (outer.front().empty()) return false;
-        const auto [low, high] = std::minmax_element(outer.front().begin(), outer.front().end(),
-                                                     [](const Corner& a, const Corner& b) { return a.u < b.u; });
+        const auto [low, high] =
+            std::minmax_element(outer.front().begin(), outer.front().end(),
+                                [](const Corner& a, const Corner& b) { return a.u < b.u; });
         constexpr double widest = 3.0 * kTwoPi;
         if (!(high->u - low->u < widest)) return false;
         for (Chain& hole : holes) {
@@ -263,7 +275,8 @@ private:
             while (hole.front().u > high->u) shift(hole, -kTwoPi);
         }
         patch.loops.push_back(std::move(outer.front()));
-        patch.loops.insert(patch.loops.end(), std::make_move_iterator(holes.begin()), std::make_move_iterator(holes.end()));
+        patch.loops.insert(patch.loops.end(), std::make_move_iterator(holes.begin()),
+                           std::make_move_iterator(holes.end()));
         return true;
     }
 
@@ -313,9 +326,12 @@ private:
 
     // The ring begins at the corner that is nearest to the angle.
     static void alignTo(Chain& chain, double u) {
-        const auto distance = [u](const Corner& corner) { return std::abs(std::remainder(corner.u - u, kTwoPi)); };
-        const auto nearest = std::min_element(chain.begin(), chain.end(),
-                                              [&](const Corner& a, const Corner& b) { return distance(a) < distance(b); });
+        const auto distance = [u](const Corner& corner) {
+            return std::abs(std::remainder(corner.u - u, kTwoPi));
+        };
+        const auto nearest =
+            std::min_element(chain.begin(), chain.end(),
+                             [&](const Corner& a, const Corner& b) { return distance(a) < distance(b); });
         const double turn = chain.front().u > chain.back().u ? -kTwoPi : kTwoPi;
         for (auto corner = chain.begin(); corner != nearest; ++corner) corner->u += turn;
         std::rotate(chain.begin(), nearest, chain.end());
@@ -328,7 +344,8 @@ private:
         if (chart.isRuled()) return seam;
         const double count = std::ceil(std::abs(to.v - from.v) / patch.dv - kFlat);
         for (double step = 1.0; step < count; ++step) {
-            const double u = from.u + (to.u - from.u) * step / count, v = from.v + (to.v - from.v) * step / count;
+            const double u = from.u + (to.u - from.u) * step / count,
+                         v = from.v + (to.v - from.v) * step / count;
             seam.push_back({addPoint(chart.at(u, v)), u, v});
         }
         return seam;
@@ -352,7 +369,8 @@ private:
         result.push_back({low.point, kTwoPi, low.v});
         for (Corner corner : left) result.push_back({corner.point, kTwoPi, corner.v});
         result.push_back({high.point, kTwoPi, high.v});
-        for (std::size_t place = bottom.size(); place-- > 1;) result.push_back({bottom[place].point, bottom[place].u, high.v});
+        for (std::size_t place = bottom.size(); place-- > 1;)
+            result.push_back({bottom[place].point, bottom[place].u, high.v});
         result.push_back(high);
         result.insert(result.end(), left.rbegin(), left.rend());
         return result;
@@ -370,8 +388,8 @@ private:
                 corners.push_back(corner);
             }
         }
-        const auto [low, high] =
-            std::minmax_element(corners.begin(), corners.end(), [](const Corner& a, const Corner& b) { return a.v < b.v; });
+        const auto [low, high] = std::minmax_element(
+            corners.begin(), corners.end(), [](const Corner& a, const Corner& b) { return a.v < b.v; });
         // Along the lines of a ruled surface facets may be as long as they are: only their width counts.
         const double height = std::max(high->v - low->v, 1e-300);
         const double dv = chart.isRuled() ? height * 2.0 : patch.dv;
@@ -403,7 +421,8 @@ private:
     }
 
     // Of the surface itself, by a rule of degree five on each triangle of the chart.
-    void measure(const Chart& chart, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
+    void measure(const Chart& chart, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles,
+                 bool isFlipped) {
         struct Node {
             double near, far, weight;
         };
@@ -413,13 +432,15 @@ private:
         const double sign = isFlipped ? -1.0 : 1.0;
         for (const auto& [i, j, k] : triangles) {
             const Corner* const c[3] = {&corners[i], &corners[j], &corners[k]};
-            const double size = ((c[1]->u - c[0]->u) * (c[2]->v - c[0]->v) - (c[1]->v - c[0]->v) * (c[2]->u - c[0]->u)) / 2.0;
+            const double size =
+                ((c[1]->u - c[0]->u) * (c[2]->v - c[0]->v) - (c[1]->v - c[0]->v) * (c[2]->u - c[0]->u)) / 2.0;
             for (const Node& node : nodes)
                 for (int turn = 0; turn < (node.weight == 0.225 ? 1 : 3); ++turn) {
                     const Corner& a = *c[turn];
                     const Corner& b = *c[(turn + 1) % 3];
                     const Corner& d = *c[(turn + 2) % 3];
-                    const double u = a.u * node.near + (b.u + d.u) * node.far, v = a.v * node.near + (b.v + d.v) * node.far;
+                    const double u = a.u * node.near + (b.u + d.u) * node.far,
+                                 v = a.v * node.near + (b.v + d.v) * node.far;
                     const AcGeVector3d normal = chart.normalAt(u, v) * (size * node.weight);
                     m_result.area += normal.length();
                     m_result.volume += sign * normal.dotProduct(chart.at(u, v) - base()) / 3.0;
@@ -429,7 +450,8 @@ private:
 
     using Facet = std::vector<Index>;
 
-    void addFacets(const Shape::Face& face, const Chain& corners, const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
+    void addFacets(const Shape::Face& face, const Chain& corners,
+                   const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
         std::vector<Facet> facets;
         for (const PatchMesh::Triangle& triangle : triangles) {
             Facet facet{corners[triangle[0]].point, corners[triangle[1]].point, corners[triangle[2]].point};
@@ -440,7 +462,8 @@ private:
         joinFlatPairs(facets);
         const AModeler::Surface* const surface =
             m_makeSurface(face.surface.origin, face.surface.axis,
-                          face.surface.kind == ShapeSurface::Kind::cone ? face.surface.major.length() : std::abs(face.surface.radius));
+                          face.surface.kind == ShapeSurface::Kind::cone ? face.surface.major.length()
+                                                                        : std::abs(face.surface.radius));
         for (const Facet& facet : facets)
             if (!facet.empty()) addFacet(facet, surface);
     }
@@ -450,7 +473,8 @@ private:
         std::map<std::pair<Index, Index>, std::size_t> open;
         for (std::size_t number = 0; number < facets.size(); ++number) {
             for (std::size_t side = 0; side < 3; ++side) {
-                const Index a = facets[number][side], b = facets[number][(side + 1) % 3], c = facets[number][(side + 2) % 3];
+                const Index a = facets[number][side], b = facets[number][(side + 1) % 3],
+                            c = facets[number][(side + 2) % 3];
                 const auto other = open.find({b, a});
                 if (other == open.end()) continue;
                 Facet& partner = facets[other->second];
@@ -476,8 +500,10 @@ private:
     bool isConvex(Index b, Index a, Index d, Index c) const {
         const AcGeVector3d normal = areaOf({b, a, d});
         const auto turns = [&](Index p, Index q, Index r) {
-            const AcGeVector3d first = m_out.points[q] - m_out.points[p], second = m_out.points[r] - m_out.points[q];
-            return first.crossProduct(second).dotProduct(normal) > 1e-6 * first.length() * second.length() * normal.length();
+            const AcGeVector3d first = m_out.points[q] - m_out.points[p],
+                               second = m_out.points[r] - m_out.points[q];
+            return first.crossProduct(second).dotProduct(normal) >
+                   1e-6 * first.length() * second.length() * normal.length();
         };
         return turns(d, b, c) && turns(b, c, a) && turns(c, a, d) && turns(a, d, b);
     }
@@ -487,7 +513,8 @@ private:
         if (!(area.length() > 0.0)) return fail("a facet has no area");
         Polyhedron::Face made;
         made.normal = area.normal();
-        for (const Index corner : facet) made.distance += made.normal.dotProduct(m_out.points[corner] - AcGePoint3d::kOrigin);
+        for (const Index corner : facet)
+            made.distance += made.normal.dotProduct(m_out.points[corner] - AcGePoint3d::kOrigin);
         made.distance /= static_cast<double>(facet.size());
         made.firstLoop = m_out.loopCount();
         made.loopCount = 1;

@@ -13,7 +13,6 @@ using Index = Shape::Index;
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr std::int64_t kNull = -1;
 
-
 // One reading. What fails leaves the reason; all that follows does nothing then.
 class ShapeReader {
 public:
@@ -29,7 +28,8 @@ public:
             }
         if (!hasBody) fail("there is no body");
         if (m_fault.empty() && m_shape.faces.empty()) fail("the body has no faces");
-        if (m_fault.empty() && m_hasMatrix && !transformShape(m_shape, m_matrix)) fail("the transform bends the body");
+        if (m_fault.empty() && m_hasMatrix && !transformShape(m_shape, m_matrix))
+            fail("the transform bends the body");
     }
     ShapeReading take() {
         if (!m_fault.empty()) return {{}, std::move(m_fault)};
@@ -90,7 +90,8 @@ private:
         for (AcGeVector3d& row : rows) row = fields.vector();
         const double scale = fields.real();
         if (!good(fields, "transform")) return;
-        m_matrix.setCoordSystem({rows[3].x, rows[3].y, rows[3].z}, rows[0] * scale, rows[1] * scale, rows[2] * scale);
+        m_matrix.setCoordSystem({rows[3].x, rows[3].y, rows[3].z}, rows[0] * scale, rows[1] * scale,
+                                rows[2] * scale);
         m_hasMatrix = true;
     }
 
@@ -143,7 +144,8 @@ private:
             readRing(coedge);
             ++face.loopCount;
         }
-        const bool needsLoop = face.surface.kind == ShapeSurface::Kind::plane || face.surface.kind == ShapeSurface::Kind::cone;
+        const bool needsLoop =
+            face.surface.kind == ShapeSurface::Kind::plane || face.surface.kind == ShapeSurface::Kind::cone;
         if (face.loopCount == 0 && needsLoop) fail("a face has no bounds");
     }
 
@@ -173,7 +175,8 @@ private:
         const Index begin = m_shape.loopStarts[m_shape.loopStarts.size() - 2];
         const Index end = m_shape.loopStarts.back();
         for (Index place = begin; place < end; ++place)
-            if (m_shape.endOf(m_shape.coedges[place]) != m_shape.startOf(m_shape.coedges[place + 1 == end ? begin : place + 1]))
+            if (m_shape.endOf(m_shape.coedges[place]) !=
+                m_shape.startOf(m_shape.coedges[place + 1 == end ? begin : place + 1]))
                 return fail("the edges of a loop do not follow each other");
     }
 
@@ -203,7 +206,8 @@ private:
         return found->second;
     }
 
-    // Older data have none. What the file has is taken for an angle's whole turns only: the vertices say where an edge ends.
+    // Older data have none. What the file has is taken for an angle's whole turns only: the vertices say
+    // where an edge ends.
     void fixParameters(Shape::Edge& edge) {
         if (edge.curve.kind == ShapeCurve::Kind::none) {
             if (edge.start != edge.end) fail("an edge between two points has no curve");
@@ -228,13 +232,14 @@ private:
     }
 
     Index vertexAt(std::int64_t place) {
-        const auto [found, isNew] = m_vertices.try_emplace(place, static_cast<Index>(m_shape.vertices.size()));
+        const auto [found, isNew] =
+            m_vertices.try_emplace(place, static_cast<Index>(m_shape.vertices.size()));
         if (!isNew) return found->second;
         m_shape.vertices.emplace_back();
         const BodyRecord* const record = find(place, "vertex");
         if (!record) return 0;
         BodyFields fields(m_records, *record, true);
-        (void)fields.pointer(); // an edge
+        (void)fields.pointer();                       // an edge
         if (fields.isAtNumber()) (void)fields.real(); // which end of it
         const std::int64_t point = fields.pointer();
         if (!good(fields, "vertex")) return 0;
@@ -307,7 +312,8 @@ private:
         fields.skipInterval();
         surface.sine = fields.real();
         surface.cosine = fields.real();
-        if (fields.isGood() && (!(surface.ratio > 0.0) || surface.cosine == 0.0)) fail("a cone has no extent");
+        if (fields.isGood() && (!(surface.ratio > 0.0) || surface.cosine == 0.0))
+            fail("a cone has no extent");
     }
 
     const BodyRecords& m_records;

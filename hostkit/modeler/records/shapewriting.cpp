@@ -54,7 +54,8 @@ public:
             bytes += " #\n";
     }
     void nameParts(std::string_view name) {
-        for (std::size_t dash; (dash = name.find('-')) != std::string_view::npos; name.remove_prefix(dash + 1))
+        for (std::size_t dash; (dash = name.find('-')) != std::string_view::npos;
+             name.remove_prefix(dash + 1))
             counted(BinaryTag::namePart, name.substr(0, dash));
         counted(BinaryTag::nameEnd, name);
     }
@@ -122,7 +123,8 @@ private:
         }
         char buffer[32];
         bytes += ' ';
-        bytes.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17).ptr);
+        bytes.append(
+            buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17).ptr);
     }
     void triple(BinaryTag kind, double x, double y, double z) {
         if (isBinary()) tag(kind);
@@ -172,7 +174,9 @@ private:
 
     void numberRecords() {
         const auto size = [](const auto& list) { return static_cast<Index>(list.size()); };
-        m_lumpCount = m_shape.shellLumps.empty() ? 0 : *std::max_element(m_shape.shellLumps.begin(), m_shape.shellLumps.end()) + 1;
+        m_lumpCount = m_shape.shellLumps.empty()
+                          ? 0
+                          : *std::max_element(m_shape.shellLumps.begin(), m_shape.shellLumps.end()) + 1;
         m_body = m_layout.hasHeadRecord() ? 1 : 0;
         m_lumps = m_body + 1;
         m_shells = m_lumps + m_lumpCount;
@@ -265,7 +269,9 @@ private:
         m_out.begin("shell", true);
         m_out.pointer(nextShell(shell + 1, m_shape.shellLumps[shell]));
         m_out.pointer(kNone);
-        m_out.pointer(first == m_shape.faces.end() ? kNone : m_faces + static_cast<Index>(first - m_shape.faces.begin()));
+        m_out.pointer(first == m_shape.faces.end()
+                          ? kNone
+                          : m_faces + static_cast<Index>(first - m_shape.faces.begin()));
         if (m_layout.hasWords()) m_out.pointer(kNone); // a wire
         m_out.pointer(m_lumps + m_shape.shellLumps[shell]);
         m_out.end();
@@ -273,7 +279,8 @@ private:
 
     void writeFace(Index number) {
         const Shape::Face& face = m_shape.faces[number];
-        const bool isLast = number + 1 == m_shape.faces.size() || m_shape.faces[number + 1].shell != face.shell;
+        const bool isLast =
+            number + 1 == m_shape.faces.size() || m_shape.faces[number + 1].shell != face.shell;
         m_out.begin("face", true);
         m_out.pointer(isLast ? kNone : m_faces + number + 1);
         m_out.pointer(face.loopCount == 0 ? kNone : m_loops + face.firstLoop);
@@ -288,10 +295,12 @@ private:
 
     void writeSurface(const ShapeSurface& surface) {
         using enum ShapeSurface::Kind;
-        constexpr std::string_view names[] = {"plane-surface", "cone-surface", "sphere-surface", "torus-surface"};
+        constexpr std::string_view names[] = {"plane-surface", "cone-surface", "sphere-surface",
+                                              "torus-surface"};
         m_out.begin(names[static_cast<std::size_t>(surface.kind)], true);
         m_out.point(surface.origin);
-        if (surface.kind == plane || surface.kind == torus || surface.kind == cone) m_out.vector(surface.axis);
+        if (surface.kind == plane || surface.kind == torus || surface.kind == cone)
+            m_out.vector(surface.axis);
         if (surface.kind == sphere || surface.kind == torus) m_out.real(surface.radius);
         if (surface.kind == torus) m_out.real(surface.minorRadius);
         m_out.vector(surface.major);
@@ -312,7 +321,8 @@ private:
 
     void writeLoops(Index number) {
         const Shape::Face& face = m_shape.faces[number];
-        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop) m_loopFaces.push_back({loop, number});
+        for (Index loop = face.firstLoop; loop < face.firstLoop + face.loopCount; ++loop)
+            m_loopFaces.push_back({loop, number});
         if (number + 1 < m_shape.faces.size()) return;
         std::sort(m_loopFaces.begin(), m_loopFaces.end());
         for (const auto& [loop, owner] : m_loopFaces) {
@@ -389,8 +399,8 @@ private:
     const Shape& m_shape;
     Layout m_layout;
     RecordOut m_out;
-    Index m_lumpCount = 0, m_body = 0, m_lumps = 0, m_shells = 0, m_faces = 0, m_surfaces = 0, m_loops = 0, m_coedges = 0,
-          m_vertices = 0, m_points = 0, m_edges = 0, m_edgeSpan = 0;
+    Index m_lumpCount = 0, m_body = 0, m_lumps = 0, m_shells = 0, m_faces = 0, m_surfaces = 0, m_loops = 0,
+          m_coedges = 0, m_vertices = 0, m_points = 0, m_edges = 0, m_edgeSpan = 0;
     std::vector<Index> m_usedVertices, m_vertexEdges, m_edgeRecords, m_firstCoedges, m_partners;
     std::vector<std::pair<Index, Index>> m_loopFaces;
 };

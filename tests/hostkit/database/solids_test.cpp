@@ -1,4 +1,5 @@
-// Regions and solids against formulas: areas and volumes in closed form, halves that add up, parts that make the whole.
+// Regions and solids against formulas: areas and volumes in closed form, halves that add up, parts that make
+// the whole.
 #include "drawnpaths.h"
 
 #include "dbarc.h"
@@ -38,7 +39,8 @@ Acad::ErrorStatus makeRegions(const Curves& curves, Owned& made) {
     return AcDbRegion::createFromCurves(given, made.list);
 }
 
-std::unique_ptr<AcDbPolyline> polyline(std::initializer_list<std::array<double, 3>> vertices, bool closed = true) {
+std::unique_ptr<AcDbPolyline> polyline(std::initializer_list<std::array<double, 3>> vertices,
+                                       bool closed = true) {
     auto made = std::make_unique<AcDbPolyline>();
     for (const auto& [x, y, bulge] : vertices) made->addVertexAt(made->numVerts(), {x, y}, bulge);
     made->setClosed(closed);
@@ -77,7 +79,8 @@ TEST(Regions, areasOfClosedLoopsAreThoseOfTheFormulas) {
         return std::make_unique<AcDbLine>(AcGePoint3d(x1, y1, 1), AcGePoint3d(x2, y2, 1));
     };
     AcGePoint3dArray frame;
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {0.0, 4.0}, {4.0, 4.0}, {4.0, 0.0}}) frame.append(AcGePoint3d(x, y, 0));
+    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {0.0, 4.0}, {4.0, 4.0}, {4.0, 0.0}})
+        frame.append(AcGePoint3d(x, y, 0));
     AcGeDoubleArray knots, weights;
     for (const double knot : {0.0, 0.0, 0.0, 0.0, 1.0, 1.0, 1.0, 1.0}) knots.append(knot);
     struct {
@@ -88,13 +91,21 @@ TEST(Regions, areasOfClosedLoopsAreThoseOfTheFormulas) {
     } cases[] = {
         {"rectangle", curves(rectangle(1, 1, 3, 2)), 6, 4},
         {"lines in any order and sense", curves(line(0, 0, 4, 0), line(0, 3, 0, 0), line(4, 0, 0, 3)), 6, 3},
-        {"circle", curves(std::make_unique<AcDbCircle>(AcGePoint3d(5, 5, 2), AcGeVector3d(0, 0, -1), 2.0)), 4 * pi, 1},
-        {"half a disc", curves(std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 1), 2.0, 0.0, pi), line(2, 0, -2, 0)), 2 * pi, 2},
+        {"circle", curves(std::make_unique<AcDbCircle>(AcGePoint3d(5, 5, 2), AcGeVector3d(0, 0, -1), 2.0)),
+         4 * pi, 1},
+        {"half a disc",
+         curves(std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 1), 2.0, 0.0, pi), line(2, 0, -2, 0)), 2 * pi, 2},
         {"slot", curves(polyline({{0, 0, 0}, {4, 0, 1}, {4, 2, 0}, {0, 2, 1}})), 8 + pi, 4},
         {"inward bulges", curves(polyline({{0, 0, 0}, {4, 0, -1}, {4, 2, 0}, {0, 2, -1}})), 8 - pi, 4},
-        {"ellipse", curves(std::make_unique<AcDbEllipse>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1), AcGeVector3d(0, 3, 0), 0.5)), 4.5 * pi, 1},
+        {"ellipse",
+         curves(std::make_unique<AcDbEllipse>(AcGePoint3d(0, 0, 0), AcGeVector3d(0, 0, 1),
+                                              AcGeVector3d(0, 3, 0), 0.5)),
+         4.5 * pi, 1},
         // The control polygon of a cubic: 3/20 (3 x 16) + ... = 0.6 of the square, closed by its chord.
-        {"spline", curves(std::make_unique<AcDbSpline>(3, false, false, false, frame, knots, weights), std::make_unique<AcDbLine>(frame[3], frame[0])), 9.6, 33},
+        {"spline",
+         curves(std::make_unique<AcDbSpline>(3, false, false, false, frame, knots, weights),
+                std::make_unique<AcDbLine>(frame[3], frame[0])),
+         9.6, 33},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
@@ -131,12 +142,18 @@ TEST(Regions, onlyClosedFlatLoopsThatDoNotCrossThemselvesBecomeOnes) {
         {"open", curves(polyline({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}}, false)), 0},
         {"a figure of eight", curves(polyline({{0, 0, 0}, {4, 4, 0}, {4, 0, 0}, {0, 5, 0}})), 0},
         {"no area", curves(polyline({{0, 0, 0}, {4, 4, 0}, {2, 2, 0}})), 0},
-        {"not flat", curves(std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 0), 2.0, 0.0, pi), std::make_unique<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(0, 1, 3)), std::make_unique<AcDbLine>(AcGePoint3d(0, 1, 3), AcGePoint3d(-2, 0, 0))), 0},
-        {"a hole is a region too", curves(rectangle(0, 0, 9, 9), rectangle(1, 1, 2, 2), polyline({{0, 0, 0}, {1, 0, 0}}, false)), 2},
+        {"not flat",
+         curves(std::make_unique<AcDbArc>(AcGePoint3d(0, 0, 0), 2.0, 0.0, pi),
+                std::make_unique<AcDbLine>(AcGePoint3d(2, 0, 0), AcGePoint3d(0, 1, 3)),
+                std::make_unique<AcDbLine>(AcGePoint3d(0, 1, 3), AcGePoint3d(-2, 0, 0))),
+         0},
+        {"a hole is a region too",
+         curves(rectangle(0, 0, 9, 9), rectangle(1, 1, 2, 2), polyline({{0, 0, 0}, {1, 0, 0}}, false)), 2},
     };
     for (const auto& each : cases) {
         Owned regions;
-        EXPECT_EQ(makeRegions(each.curves, regions), each.regions ? Acad::eOk : Acad::eInvalidInput) << each.name;
+        EXPECT_EQ(makeRegions(each.curves, regions), each.regions ? Acad::eOk : Acad::eInvalidInput)
+            << each.name;
         EXPECT_EQ(regions.list.length(), each.regions) << each.name;
     }
     AcDbVoidPtrArray none, out;
@@ -146,13 +163,18 @@ TEST(Regions, onlyClosedFlatLoopsThatDoNotCrossThemselvesBecomeOnes) {
 
 TEST(Solids, extrusionsHaveTheVolumeOfTheirPrismsAndFrusta) {
     const double slant = std::tan(0.2);
-    const auto frustum = [](double low, double high, double height) { return height / 3 * (low * low + low * high + high * high); };
+    const auto frustum = [](double low, double high, double height) {
+        return height / 3 * (low * low + low * high + high * high);
+    };
     EXPECT_NEAR(volumeOf(*raised(rectangle(1, 2, 3, 4), 5)), 60, 1e-12);
     EXPECT_NEAR(volumeOf(*raised(rectangle(1, 2, 3, 4), -5)), 60, 1e-12);
     EXPECT_NEAR(volumeOf(*raised(rectangle(0, 0, 6, 6), 5, 0.2)), frustum(6, 6 - 10 * slant, 5), 1e-11);
     EXPECT_NEAR(volumeOf(*raised(rectangle(0, 0, 6, 6), -5, -0.2)), frustum(6, 6 + 10 * slant, 5), 1e-11);
     const double polygon = 36 * std::sin(pi / 36) * std::cos(pi / 36) * 2; // of 72 sides about 1
-    EXPECT_NEAR(volumeOf(*raised(std::make_unique<AcDbCircle>(AcGePoint3d(3, 3, 0), AcGeVector3d(0, 0, 1), 2.0), 5)), 72 * 0.5 * std::sin(2 * pi / 72) * 4 * 5, 1e-11) << polygon;
+    EXPECT_NEAR(
+        volumeOf(*raised(std::make_unique<AcDbCircle>(AcGePoint3d(3, 3, 0), AcGeVector3d(0, 0, 1), 2.0), 5)),
+        72 * 0.5 * std::sin(2 * pi / 72) * 4 * 5, 1e-11)
+        << polygon;
     AcDbExtents box;
     ASSERT_EQ(raised(rectangle(1, 2, 3, 4), -5)->getGeomExtents(box), Acad::eOk);
     EXPECT_TRUE(box.minPoint().isEqualTo({1, 2, -5}) && box.maxPoint().isEqualTo({4, 6, 0}));
@@ -170,14 +192,16 @@ TEST(Solids, halvesAndBooleansAddUp) {
     const double whole = volumeOf(*slot());
     auto upper = slot();
     AcDb3dSolid* lower = nullptr;
-    ASSERT_EQ(upper->getSlice(AcGePlane(AcGePoint3d(2, 1, 1.3), AcGeVector3d(0.3, 0.2, 1)), true, lower), Acad::eOk);
+    ASSERT_EQ(upper->getSlice(AcGePlane(AcGePoint3d(2, 1, 1.3), AcGeVector3d(0.3, 0.2, 1)), true, lower),
+              Acad::eOk);
     ASSERT_NE(lower, nullptr);
     const std::unique_ptr<AcDb3dSolid> owned(lower);
     EXPECT_NEAR(volumeOf(*upper) + volumeOf(*lower), whole, 1e-9);
     AcDbExtents box;
     ASSERT_EQ(upper->getGeomExtents(box), Acad::eOk);
     EXPECT_NEAR(box.maxPoint().z, 3.0, 1e-12);
-    EXPECT_EQ(upper->getSlice(AcGePlane(AcGePoint3d(0, 0, 9), AcGeVector3d(0, 0, 1)), false, lower), Acad::eNoIntersections);
+    EXPECT_EQ(upper->getSlice(AcGePlane(AcGePoint3d(0, 0, 9), AcGeVector3d(0, 0, 1)), false, lower),
+              Acad::eNoIntersections);
 
     const auto boolean = [&](AcDb::BoolOperType operation) {
         auto first = slot();
@@ -229,7 +253,9 @@ TEST(Solids, drawTheirEdgesAndFewLinesOfRoundWalls) {
     };
     EXPECT_EQ(countOf(*raised(rectangle(0, 0, 2, 3), 4)), 12u);
     // Two circles of 72 chords and a line a quarter; none of the other 68 edges between facets.
-    EXPECT_EQ(countOf(*raised(std::make_unique<AcDbCircle>(AcGePoint3d(3, 3, 0), AcGeVector3d(0, 0, 1), 2.0), 5)), 2 * 72u + 4);
+    EXPECT_EQ(
+        countOf(*raised(std::make_unique<AcDbCircle>(AcGePoint3d(3, 3, 0), AcGeVector3d(0, 0, 1), 2.0), 5)),
+        2 * 72u + 4);
     Owned regions;
     ASSERT_EQ(makeRegions(curves(rectangle(0, 0, 1, 1)), regions), Acad::eOk);
     EXPECT_EQ(countOf(regions.region(0)), 4u);

@@ -4,6 +4,7 @@
 
 #include "bodydata.h"
 #include "dbaccess.h"
+#include "modelercontent.h"
 #include "dbcircle.h"
 #include "dbobjptr.h"
 #include "dbregion.h"
@@ -17,8 +18,9 @@ using namespace drawingtest;
 
 namespace {
 
-constexpr DrawingVersion forms[] = {DrawingVersion::kR14,  DrawingVersion::k2000, DrawingVersion::k2004, DrawingVersion::k2007,
-                                    DrawingVersion::k2010, DrawingVersion::k2013, DrawingVersion::k2018};
+constexpr DrawingVersion forms[] = {DrawingVersion::kR14,  DrawingVersion::k2000, DrawingVersion::k2004,
+                                    DrawingVersion::k2007, DrawingVersion::k2010, DrawingVersion::k2013,
+                                    DrawingVersion::k2018};
 
 /// A spline in place of a plane: data of which nobody here makes a body.
 std::string strangeData() {
@@ -71,8 +73,9 @@ Measures measuresOf(const AcDbDatabase& database) {
     for (const AcDbModelerGeometry* const solid : solidsOf(database)) {
         const ModelerContentPtr& content = ModelerFiling::content(*solid);
         if (!content || !content->shape()) continue;
-        all[solid->handle().value()] = {content->shape()->faces.size(),
-                                        solid->isKindOf(AcDbRegion::desc()) ? content->area() : content->volume()};
+        all[solid->handle().value()] = {content->shape()->faces.size(), solid->isKindOf(AcDbRegion::desc())
+                                                                            ? content->area()
+                                                                            : content->volume()};
     }
     return all;
 }
@@ -82,7 +85,8 @@ void expectSame(const Measures& found, const Measures& wanted, double factor = 1
     for (const auto& [handle, measure] : wanted) {
         ASSERT_TRUE(found.contains(handle));
         EXPECT_EQ(found.at(handle).first, measure.first);
-        EXPECT_NEAR(found.at(handle).second, factor * measure.second, 1e-9 * std::abs(factor * measure.second));
+        EXPECT_NEAR(found.at(handle).second, factor * measure.second,
+                    1e-9 * std::abs(factor * measure.second));
     }
 }
 
@@ -132,11 +136,14 @@ TEST(SolidsInDrawings, whatIsNotUnderstoodIsKeptMovedAndLeftOutWhereItHasNoPlace
         EXPECT_EQ(entity->transformBy(larger), Acad::eNotApplicable);
         EXPECT_EQ(entity->transformBy(AcGeMatrix3d::translation({1, 2, 3})), Acad::eOk);
         entity->close();
-        EXPECT_NE(ModelerFiling::content(*solidsOf(*opened(saved(*read))).back())->data().find("transform $-1 1 0 0 0 1 0 0 0 1 1 2 3 1"),
+        EXPECT_NE(ModelerFiling::content(*solidsOf(*opened(saved(*read))).back())
+                      ->data()
+                      .find("transform $-1 1 0 0 0 1 0 0 0 1 1 2 3 1"),
                   std::string::npos);
     }
     // A binary one has no place before 2013.
-    std::string data = modeler::writeShape(*ModelerFiling::content(*solidsOf(*made).front())->shape(), modeler::BodyForm::binary, 21800);
+    std::string data = modeler::writeShape(*ModelerFiling::content(*solidsOf(*made).front())->shape(),
+                                           modeler::BodyForm::binary, 21800);
     data.replace(data.find("plane"), 5, "blend");
     AcDbDatabase drawing;
     auto strange = std::make_unique<AcDb3dSolid>();
@@ -189,7 +196,8 @@ TEST(SolidsInDrawings, longLinesAndCaretsComeBack) {
     append(database, std::move(solid));
     const std::string bytes = saved(database, DrawingVersion::k2000);
     EXPECT_EQ(countOf(bytes, "\r\n  3\r\n^ ^ "), 2u);
-    for (std::size_t begin = 0, end = 0; (end = bytes.find("\r\n", begin)) != std::string::npos; begin = end + 2)
+    for (std::size_t begin = 0, end = 0; (end = bytes.find("\r\n", begin)) != std::string::npos;
+         begin = end + 2)
         EXPECT_LE(end - begin, 255u);
     EXPECT_EQ(ModelerFiling::content(*solidsOf(*opened(bytes)).back())->data(), data);
 }
@@ -207,7 +215,8 @@ TEST_F(SolidsOfOthers, areTheSameInEveryFormAndWhenTheyAreMoved) {
             if (handle == 0xD65 || handle == 0xD6A) {
                 EXPECT_NEAR(measure.second, handle == 0xD65 ? 125 : 47.5393, 1e-4);
             }
-        for (const DrawingVersion form : forms) expectSame(measuresOf(*opened(saved(database, form))), wanted);
+        for (const DrawingVersion form : forms)
+            expectSame(measuresOf(*opened(saved(database, form))), wanted);
         moveAll(database, AcGeMatrix3d::rotation(1.0, {1, 2, 3}, {4, 5, 6}), Acad::eOk);
         expectSame(measuresOf(*opened(saved(database))), wanted);
     });

@@ -19,8 +19,11 @@ using namespace testshapes;
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr std::pair<BodyForm, int> kVersions[] = {
-    {BodyForm::text, 106}, {BodyForm::text, 400}, {BodyForm::text, 700}, {BodyForm::text, 20800}, {BodyForm::binary, 21800}};
+constexpr std::pair<BodyForm, int> kVersions[] = {{BodyForm::text, 106},
+                                                  {BodyForm::text, 400},
+                                                  {BodyForm::text, 700},
+                                                  {BodyForm::text, 20800},
+                                                  {BodyForm::binary, 21800}};
 
 /// A tetrahedron with legs of 3, as others write it.
 constexpr const char* kTetrahedron = R"(400 0 1 0
@@ -89,12 +92,15 @@ double volumeOf(const Polyhedron& body, std::string& fault) {
             const unsigned begin = body.loopStarts[loop], end = body.loopStarts[loop + 1];
             AcGeVector3d area;
             for (unsigned place = begin; place < end; ++place) {
-                const unsigned a = body.corners[place], b = body.corners[place + 1 == end ? begin : place + 1];
+                const unsigned a = body.corners[place],
+                               b = body.corners[place + 1 == end ? begin : place + 1];
                 area += (body.points[a] - body.points[0]).crossProduct(body.points[b] - body.points[0]) / 2.0;
                 if (++edges[{a, b}] > 1) fault = "an edge stands twice";
-                if (std::abs(face.normal.dotProduct(body.points[a].asVector()) - face.distance) > 1e-7) fault = "a corner off its plane";
+                if (std::abs(face.normal.dotProduct(body.points[a].asVector()) - face.distance) > 1e-7)
+                    fault = "a corner off its plane";
             }
-            volume += area.dotProduct(face.normal) * face.normal.dotProduct(body.points[body.corners[begin]] - body.points[0]) / 3.0;
+            volume += area.dotProduct(face.normal) *
+                      face.normal.dotProduct(body.points[body.corners[begin]] - body.points[0]) / 3.0;
         }
     for (const auto& [edge, count] : edges)
         if (!edges.contains({edge.second, edge.first})) fault = "an edge lacks its reverse";
@@ -109,7 +115,8 @@ TEST(BodyData, theKnownTetrahedronIsReadAndWrittenToTheByte) {
     Polyhedron same = *facets.polyhedron;
     std::swap(same.points[1], same.points[2]); // as they are read and as they stand
     for (Polyhedron::Index& corner : same.corners) corner = corner == 1 ? 2 : corner == 2 ? 1 : corner;
-    EXPECT_EQ(writeShape(shapeOf(same), BodyForm::text, 400, {"maker", "Sun Nov 22 00:20:00 2026"}), kTetrahedron);
+    EXPECT_EQ(writeShape(shapeOf(same), BodyForm::text, 400, {"maker", "Sun Nov 22 00:20:00 2026"}),
+              kTetrahedron);
     std::string line = "ABC abc 123 @_~ $-1 #";
     scramble(line);
     EXPECT_EQ(line, "^]\\ >=< nml _@! {rn |");
@@ -154,7 +161,8 @@ TEST(BodyData, curvedBodiesKeepTheirMeasuresInEveryVersion) {
             std::string fault;
             const double flat = volumeOf(*facets.polyhedron, fault);
             EXPECT_EQ(fault, "");
-            // A chord of 72 sides takes 1.3 parts in a thousand from a circle's area, of a ball and a ring about twice that.
+            // A chord of 72 sides takes 1.3 parts in a thousand from a circle's area, of a ball and a ring
+            // about twice that.
             EXPECT_NEAR(flat, known.volume, 4e-3 * known.volume);
         }
     }
@@ -168,7 +176,8 @@ AcGeMatrix3d randomSimilarity(std::mt19937& random, double& scale) {
     scale = 1.5 + any(random);
     factor.setToScaling(scale);
     AcGeMatrix3d mirror;
-    mirror.setCoordSystem({100 * any(random), 100 * any(random), 7}, {any(random) < 0 ? -1.0 : 1.0, 0, 0}, {0, 1, 0}, {0, 0, 1});
+    mirror.setCoordSystem({100 * any(random), 100 * any(random), 7}, {any(random) < 0 ? -1.0 : 1.0, 0, 0},
+                          {0, 1, 0}, {0, 0, 1});
     return matrix * mirror * factor;
 }
 
@@ -201,7 +210,8 @@ TEST(BodyData, piecesThatTouchInAnEdgeAreTwoLumpsAndCavitiesBelongToTheirPiece) 
     const auto addBox = [&](double x, double y, double z, double size, bool isInside) {
         Polyhedron box;
         std::map<std::array<double, 3>, unsigned> known;
-        for (unsigned i = 0; i < body.points.size(); ++i) known[{body.points[i].x, body.points[i].y, body.points[i].z}] = i;
+        for (unsigned i = 0; i < body.points.size(); ++i)
+            known[{body.points[i].x, body.points[i].y, body.points[i].z}] = i;
         for (int axis = 0; axis < 3; ++axis)
             for (int side = 0; side < 2; ++side) {
                 double normal[3] = {};
@@ -217,7 +227,8 @@ TEST(BodyData, piecesThatTouchInAnEdgeAreTwoLumpsAndCavitiesBelongToTheirPiece) 
                     p[axis] += side * size;
                     p[(axis + 1) % 3] += at[0] * size;
                     p[(axis + 2) % 3] += at[1] * size;
-                    const auto [found, isNew] = known.try_emplace({p[0], p[1], p[2]}, static_cast<unsigned>(body.points.size()));
+                    const auto [found, isNew] =
+                        known.try_emplace({p[0], p[1], p[2]}, static_cast<unsigned>(body.points.size()));
                     if (isNew) body.points.emplace_back(p[0], p[1], p[2]);
                     body.corners.push_back(found->second);
                     face.distance = face.normal.dotProduct({p[0], p[1], p[2]});
@@ -258,7 +269,8 @@ TEST(BodyData, whatIsNotUnderstoodSaysWhyAndCanBeMoved) {
         ASSERT_TRUE(reading.shape) << reading.fault;
         for (const AcGePoint3d& vertex : expected.vertices) {
             double nearest = 1e9;
-            for (const AcGePoint3d& found : reading.shape->vertices) nearest = std::min(nearest, found.distanceTo(vertex));
+            for (const AcGePoint3d& found : reading.shape->vertices)
+                nearest = std::min(nearest, found.distanceTo(vertex));
             EXPECT_LT(nearest, 1e-12) << version;
         }
         AcGeMatrix3d larger;
@@ -299,9 +311,15 @@ TEST(BodyData, damageGivesAReasonOrABodyThatCanBeWritten) {
             std::string damaged = bytes;
             const std::size_t place = random() % bytes.size(), other = random() % bytes.size();
             switch (turn % 3) {
-            case 0: damaged[place] = static_cast<char>(random()); break;
-            case 1: damaged.erase(place, 1 + random() % 40); break;
-            default: damaged[place] = bytes[other]; damaged[other] = bytes[place];
+            case 0:
+                damaged[place] = static_cast<char>(random());
+                break;
+            case 1:
+                damaged.erase(place, 1 + random() % 40);
+                break;
+            default:
+                damaged[place] = bytes[other];
+                damaged[other] = bytes[place];
             }
             EXPECT_EQ(bodydatainvariants::faultOf(damaged), "") << entry.path() << turn;
         }

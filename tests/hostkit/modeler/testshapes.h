@@ -21,19 +21,30 @@ public:
         return static_cast<Index>(shape.vertices.size() - 1);
     }
     /// A full circle or ellipse about a normal, with the vertex at its parameter 0.
-    Index round(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& major, double ratio = 1.0) {
+    Index round(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& major,
+                double ratio = 1.0) {
         const AcGePoint3d start = center + major;
         const Index at = vertex(start.x, start.y, start.z);
-        shape.edges.push_back({at, at, 0.0, 2.0 * std::numbers::pi, {ShapeCurve::Kind::ellipse, center, normal, major, ratio}});
+        shape.edges.push_back(
+            {at, at, 0.0, 2.0 * std::numbers::pi, {ShapeCurve::Kind::ellipse, center, normal, major, ratio}});
         return last();
     }
     Index arc(Index from, Index to, const AcGePoint3d& center, const AcGeVector3d& normal, double sweep) {
-        shape.edges.push_back({from, to, 0.0, sweep, {ShapeCurve::Kind::ellipse, center, normal, shape.vertices[from] - center, 1.0}});
+        shape.edges.push_back(
+            {from,
+             to,
+             0.0,
+             sweep,
+             {ShapeCurve::Kind::ellipse, center, normal, shape.vertices[from] - center, 1.0}});
         return last();
     }
     Index line(Index from, Index to) {
         const AcGeVector3d way = shape.vertices[to] - shape.vertices[from];
-        shape.edges.push_back({from, to, 0.0, way.length(), {ShapeCurve::Kind::line, shape.vertices[from], way.normal(), {}, 1.0}});
+        shape.edges.push_back({from,
+                               to,
+                               0.0,
+                               way.length(),
+                               {ShapeCurve::Kind::line, shape.vertices[from], way.normal(), {}, 1.0}});
         return last();
     }
     /// An edge that is a point: the apex of a cone.
@@ -75,7 +86,8 @@ inline ShapeSurface torus(double radius, double tube) {
     return {ShapeSurface::Kind::torus, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, 1.0, 0.0, 1.0, radius, tube};
 }
 
-/// Standing on z = 0, with the radius changing by `growth` a unit of height; with a hole along the axis where its radius is above 0.
+/// Standing on z = 0, with the radius changing by `growth` a unit of height; with a hole along the axis where
+/// its radius is above 0.
 inline Shape drum(double radius, double height, double growth, double hole = 0.0) {
     Maker m;
     const double top = radius + growth * height;
@@ -110,7 +122,8 @@ inline Shape cutCylinder(double radius, double height, double slope) {
     Maker m;
     const double length = std::sqrt(1.0 + slope * slope);
     const Index low = m.round({0, 0, 0}, {0, 0, 1}, {radius, 0, 0});
-    const Index high = m.round({0, 0, height}, {-slope / length, 0, 1 / length}, {radius, 0, radius * slope}, 1 / length);
+    const Index high =
+        m.round({0, 0, height}, {-slope / length, 0, 1 / length}, {radius, 0, radius * slope}, 1 / length);
     m.loop({{low, reversed}});
     m.face(plane(0, -1));
     m.loop({{high, forward}});
@@ -135,10 +148,12 @@ inline Shape cap(double radius, double from) {
 /// An eighth of a ball: three flat faces and a spherical one.
 inline Shape octant(double radius) {
     Maker m;
-    const Index o = m.vertex(0, 0, 0), x = m.vertex(radius, 0, 0), y = m.vertex(0, radius, 0), z = m.vertex(0, 0, radius);
+    const Index o = m.vertex(0, 0, 0), x = m.vertex(radius, 0, 0), y = m.vertex(0, radius, 0),
+                z = m.vertex(0, 0, radius);
     const Index ox = m.line(o, x), oy = m.line(o, y), oz = m.line(o, z);
     const double quarter = std::numbers::pi / 2;
-    const Index xy = m.arc(x, y, {0, 0, 0}, {0, 0, 1}, quarter), yz = m.arc(y, z, {0, 0, 0}, {1, 0, 0}, quarter),
+    const Index xy = m.arc(x, y, {0, 0, 0}, {0, 0, 1}, quarter),
+                yz = m.arc(y, z, {0, 0, 0}, {1, 0, 0}, quarter),
                 zx = m.arc(z, x, {0, 0, 0}, {0, 1, 0}, quarter);
     m.loop({{oy, forward}, {xy, reversed}, {ox, reversed}});
     m.face(plane(0, -1));
@@ -154,7 +169,8 @@ inline Shape octant(double radius) {
 /// A half of a ring: x above 0.
 inline Shape halfRing(double radius, double tube) {
     Maker m;
-    const Index right = m.round({0, radius, 0}, {1, 0, 0}, {0, tube, 0}), left = m.round({0, -radius, 0}, {1, 0, 0}, {0, -tube, 0});
+    const Index right = m.round({0, radius, 0}, {1, 0, 0}, {0, tube, 0}),
+                left = m.round({0, -radius, 0}, {1, 0, 0}, {0, -tube, 0});
     m.loop({{right, reversed}});
     m.face({ShapeSurface::Kind::plane, {0, radius, 0}, {-1, 0, 0}, {0, 1, 0}});
     m.loop({{left, reversed}});

@@ -2,6 +2,7 @@
 
 #include "amerror.h"
 #include "bodyediting.h"
+#include "modelercontent.h"
 
 #include <array>
 
@@ -79,7 +80,8 @@ namespace {
 using modeler::Shape;
 using modeler::ShapeCurve;
 
-void appendEdgePoints(const Shape& shape, const Shape::Edge& edge, AcDb::OsnapMode mode, AcGePoint3dArray& points) {
+void appendEdgePoints(const Shape& shape, const Shape::Edge& edge, AcDb::OsnapMode mode,
+                      AcGePoint3dArray& points) {
     if (edge.curve.kind == ShapeCurve::Kind::none) return;
     const bool isArc = edge.curve.kind == ShapeCurve::Kind::ellipse;
     if (mode == AcDb::kOsModeEnd) {
@@ -102,8 +104,9 @@ AcGePoint3d nearestOnEdge(const Shape::Edge& edge, const AcGePoint3d& picked) {
 
 } // namespace
 
-Acad::ErrorStatus AcDbModelerGeometry::getOsnapPoints(AcDb::OsnapMode mode, Adesk::IntPtr, const AcGePoint3d& picked,
-                                                      const AcGePoint3d&, const AcGeMatrix3d&, AcGePoint3dArray& points,
+Acad::ErrorStatus AcDbModelerGeometry::getOsnapPoints(AcDb::OsnapMode mode, Adesk::IntPtr,
+                                                      const AcGePoint3d& picked, const AcGePoint3d&,
+                                                      const AcGeMatrix3d&, AcGePoint3dArray& points,
                                                       AcDbIntArray&) const {
     if (!m_content) return Acad::eNullPtr;
     const Shape* const shape = m_content->shape();
@@ -116,9 +119,10 @@ Acad::ErrorStatus AcDbModelerGeometry::getOsnapPoints(AcDb::OsnapMode mode, Ades
             appendEdgePoints(*shape, edge, mode, found);
     }
     if (mode == AcDb::kOsModeNear && !found.isEmpty()) {
-        const AcGePoint3d nearest = *std::min_element(found.begin(), found.end(), [&](const AcGePoint3d& a, const AcGePoint3d& b) {
-            return a.distanceTo(picked) < b.distanceTo(picked);
-        });
+        const AcGePoint3d nearest =
+            *std::min_element(found.begin(), found.end(), [&](const AcGePoint3d& a, const AcGePoint3d& b) {
+                return a.distanceTo(picked) < b.distanceTo(picked);
+            });
         found.removeAll();
         found.append(nearest);
     }

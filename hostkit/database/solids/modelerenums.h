@@ -1,4 +1,4 @@
-// Stand-in for the host's enumerations of snap modes, planarity and booleans. Covers all values; leaves out nothing.
+// Stand-in for the host's OsnapMode, Planarity and BoolOperType. Covers all values; leaves out nothing.
 #pragma once
 
 #include "acarray.h"

@@ -2,6 +2,7 @@
 
 #include "acgi.h"
 #include "dbmodelergeometry.h"
+#include "modelercontent.h"
 
 #include <cmath>
 #include <map>
@@ -24,7 +25,8 @@ int quarterOf(const Polyhedron& body, Index face) {
     AcGeVector3d sum;
     for (Index place = body.loopStarts[its.firstLoop]; place < body.loopStarts[its.firstLoop + 1]; ++place)
         sum += body.points[body.corners[place]] - its.surface->axis().point();
-    return static_cast<int>(std::floor(std::atan2(sum.dotProduct(axis.crossProduct(x)), sum.dotProduct(x)) / (std::numbers::pi / 2)));
+    return static_cast<int>(std::floor(std::atan2(sum.dotProduct(axis.crossProduct(x)), sum.dotProduct(x)) /
+                                       (std::numbers::pi / 2)));
 }
 
 bool isSeen(const Polyhedron& body, const Side& side) {
@@ -41,10 +43,12 @@ Adesk::Boolean AcDbModelerGeometry::worldDraw(AcGiWorldDraw* draw) {
     if (!body) return Adesk::kTrue;
     std::map<std::pair<Index, Index>, Side> edges;
     for (Index face = 0; face < body->faces.size(); ++face)
-        for (Index loop = body->faces[face].firstLoop; loop < body->faces[face].firstLoop + body->faces[face].loopCount; ++loop) {
+        for (Index loop = body->faces[face].firstLoop;
+             loop < body->faces[face].firstLoop + body->faces[face].loopCount; ++loop) {
             const Index begin = body->loopStarts[loop], end = body->loopStarts[loop + 1];
             for (Index place = begin; place < end; ++place) {
-                Side& side = edges[std::minmax(body->corners[place], body->corners[place + 1 == end ? begin : place + 1])];
+                Side& side = edges[std::minmax(body->corners[place],
+                                               body->corners[place + 1 == end ? begin : place + 1])];
                 (side.face == Polyhedron::none ? side.face : side.other) = face;
             }
         }

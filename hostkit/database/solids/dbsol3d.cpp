@@ -6,6 +6,7 @@
 #include "fieldtable.h"
 #include "geplane.h"
 #include "raisedface.h"
+#include "modelercontent.h"
 
 #include <cmath>
 #include <numbers>
@@ -35,12 +36,14 @@ Acad::ErrorStatus AcDb3dSolid::extrude(const AcDbRegion* region, double height, 
     const modeler::Polyhedron* const sheet = ModelerFiling::content(*region)->facets();
     if (!sheet || sheet->faces.size() != 1) return Acad::eCannotExtrudeRegion;
     return refusedAs(Acad::eCannotExtrudeRegion, [&] {
-        const std::optional<AModeler::Body> body = modeler::raisedFace(*sheet, *ModelerFiling::content(*region)->shape(), height, taper);
+        const std::optional<AModeler::Body> body =
+            modeler::raisedFace(*sheet, *ModelerFiling::content(*region)->shape(), height, taper);
         return body ? setBody(*body) : Acad::eCannotExtrudeRegion;
     });
 }
 
-Acad::ErrorStatus AcDb3dSolid::getSlice(const AcGePlane& plane, Adesk::Boolean getNegHalfToo, AcDb3dSolid*& negHalf) {
+Acad::ErrorStatus AcDb3dSolid::getSlice(const AcGePlane& plane, Adesk::Boolean getNegHalfToo,
+                                        AcDb3dSolid*& negHalf) {
     const AModeler::Body* body = nullptr;
     Acad::ErrorStatus status = findBody(body);
     if (status != Acad::eOk) return status;
@@ -101,7 +104,8 @@ Acad::ErrorStatus AcDb3dSolid::explode(AcDbVoidPtrArray& parts) const {
         else
             part = new AcDbBody;
         (void)part->setPropertiesFrom(this);
-        ModelerFiling::setContent(*part, std::make_shared<const ModelerContent>(modeler::sheetOf(*shape, face)));
+        ModelerFiling::setContent(*part,
+                                  std::make_shared<const ModelerContent>(modeler::sheetOf(*shape, face)));
         parts.append(part);
     }
     return Acad::eOk;

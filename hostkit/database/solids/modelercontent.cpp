@@ -30,7 +30,9 @@ const DataVersions& textVersionsOf(AcDb::AcDbDwgVersion form) {
     return kTextVersions[std::size(kTextVersions) - 1];
 }
 
-bool looksBinary(std::string_view data) { return data.starts_with("ACIS BinaryFile") || data.starts_with("ASM BinaryFile"); }
+bool looksBinary(std::string_view data) {
+    return data.starts_with("ACIS BinaryFile") || data.starts_with("ASM BinaryFile");
+}
 
 int versionOf(std::string_view data) {
     constexpr std::size_t signature = 15;
@@ -77,11 +79,13 @@ std::string ModelerContent::dataFor(AcDb::AcDbDwgVersion version) const {
     const bool wantsBinary = version >= AcDb::kDHL_1027;
     const DataVersions& text = textVersionsOf(version);
     // A binary body that is not understood is better newer than its drawing than not there.
-    if (isBinary() == wantsBinary && (wantsBinary ? m_version <= kBinaryVersion || version > AcDb::kDHL_1027 || !shape()
-                                                  : m_version <= text.newest))
+    if (isBinary() == wantsBinary &&
+        (wantsBinary ? m_version <= kBinaryVersion || version > AcDb::kDHL_1027 || !shape()
+                     : m_version <= text.newest))
         return m_data;
     if (!shape()) return {};
-    return wantsBinary ? writeShape(*m_shape, BodyForm::binary, kBinaryVersion) : writeShape(*m_shape, BodyForm::text, text.written);
+    return wantsBinary ? writeShape(*m_shape, BodyForm::binary, kBinaryVersion)
+                       : writeShape(*m_shape, BodyForm::text, text.written);
 }
 
 void ModelerContent::makeShape() const {
@@ -106,9 +110,10 @@ void ModelerContent::makeFacets() const {
     makeShape();
     std::call_once(m_facetsOnce, [this] {
         if (!m_shape) return;
-        m_facets = modeler::facetsOf(*m_shape, {}, [this](const AcGePoint3d& point, const AcGeVector3d& axis, double radius) {
-            return m_surfaces.newSurface(AModeler::Line3d(point, axis), radius);
-        });
+        m_facets = modeler::facetsOf(
+            *m_shape, {}, [this](const AcGePoint3d& point, const AcGeVector3d& axis, double radius) {
+                return m_surfaces.newSurface(AModeler::Line3d(point, axis), radius);
+            });
         if (!m_facets.polyhedron) m_fault = m_facets.fault;
     });
 }
@@ -151,11 +156,16 @@ AcDbExtents ModelerContent::extents() const {
     AcDbExtents box;
     const modeler::Polyhedron* const polyhedron = facets();
     if (!polyhedron) return box;
-    for (const modeler::Polyhedron::Index corner : polyhedron->corners) box.addPoint(polyhedron->points[corner]);
+    for (const modeler::Polyhedron::Index corner : polyhedron->corners)
+        box.addPoint(polyhedron->points[corner]);
     return box;
 }
 
-const ModelerContentPtr& ModelerFiling::content(const AcDbModelerGeometry& entity) { return entity.m_content; }
-void ModelerFiling::setContent(AcDbModelerGeometry& entity, ModelerContentPtr content) { entity.m_content = std::move(content); }
+const ModelerContentPtr& ModelerFiling::content(const AcDbModelerGeometry& entity) {
+    return entity.m_content;
+}
+void ModelerFiling::setContent(AcDbModelerGeometry& entity, ModelerContentPtr content) {
+    entity.m_content = std::move(content);
+}
 
 } // namespace hostkit

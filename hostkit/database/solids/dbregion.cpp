@@ -6,6 +6,7 @@
 #include "dbellipse.h"
 #include "dbline.h"
 #include "geplane.h"
+#include "modelercontent.h"
 
 #include <cmath>
 
@@ -49,7 +50,8 @@ Acad::ErrorStatus AcDbRegion::getPerimeter(double& length) const {
     for (void* const part : parts) {
         const std::unique_ptr<AcDbCurve> curve(static_cast<AcDbCurve*>(part));
         double end = 0.0, along = 0.0;
-        if (curve->getEndParam(end) == Acad::eOk && curve->getDistAtParam(end, along) == Acad::eOk) sum += along;
+        if (curve->getEndParam(end) == Acad::eOk && curve->getDistAtParam(end, along) == Acad::eOk)
+            sum += along;
     }
     length = sum;
     return Acad::eOk;
@@ -77,17 +79,17 @@ namespace {
 
 AcDbCurve* curveOf(const Shape& shape, const Shape::Edge& edge) {
     const ShapeCurve& curve = edge.curve;
-    if (curve.kind == ShapeCurve::Kind::line) return new AcDbLine(shape.vertices[edge.start], shape.vertices[edge.end]);
+    if (curve.kind == ShapeCurve::Kind::line)
+        return new AcDbLine(shape.vertices[edge.start], shape.vertices[edge.end]);
     const bool isWhole = edge.start == edge.end;
     constexpr double round = 1e-12;
     if (std::abs(curve.ratio - 1.0) > round)
-        return isWhole ? new AcDbEllipse(curve.origin, curve.direction, curve.major, curve.ratio)
-                       : [&] {
-                             auto* const ellipse = new AcDbEllipse(curve.origin, curve.direction, curve.major, curve.ratio);
-                             (void)ellipse->setStartParam(edge.from);
-                             (void)ellipse->setEndParam(edge.to);
-                             return ellipse;
-                         }();
+        return isWhole ? new AcDbEllipse(curve.origin, curve.direction, curve.major, curve.ratio) : [&] {
+            auto* const ellipse = new AcDbEllipse(curve.origin, curve.direction, curve.major, curve.ratio);
+            (void)ellipse->setStartParam(edge.from);
+            (void)ellipse->setEndParam(edge.to);
+            return ellipse;
+        }();
     const double radius = curve.major.length();
     if (isWhole) return new AcDbCircle(curve.origin, curve.direction, radius);
     AcGeVector3d x, y;

@@ -43,8 +43,8 @@ void appendLine(const AcGePoint3d& start, const AcGePoint3d& end, Chain& chain) 
     chain.push_back(stretch);
 }
 
-void appendRound(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& major, double ratio, double from,
-                 double to, Chain& chain) {
+void appendRound(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& major,
+                 double ratio, double from, double to, Chain& chain) {
     Stretch stretch;
     stretch.edge.from = from;
     stretch.edge.to = to;
@@ -55,13 +55,15 @@ void appendRound(const AcGePoint3d& center, const AcGeVector3d& normal, const Ac
 }
 
 void appendEllipse(const AcGeEllipArc3d& arc, Chain& chain) {
-    const AcGeVector3d major = arc.majorAxis() * arc.majorRadius(), minor = arc.minorAxis() * arc.minorRadius();
+    const AcGeVector3d major = arc.majorAxis() * arc.majorRadius(),
+                       minor = arc.minorAxis() * arc.minorRadius();
     // The longer axis is the major one.
     if (arc.minorRadius() <= arc.majorRadius())
-        return appendRound(arc.center(), arc.normal(), major, arc.minorRadius() / arc.majorRadius(), arc.startAng(), arc.endAng(), chain);
+        return appendRound(arc.center(), arc.normal(), major, arc.minorRadius() / arc.majorRadius(),
+                           arc.startAng(), arc.endAng(), chain);
     const double turn = std::numbers::pi / 2.0;
-    appendRound(arc.center(), arc.normal(), minor, arc.majorRadius() / arc.minorRadius(), arc.startAng() - turn, arc.endAng() - turn,
-                chain);
+    appendRound(arc.center(), arc.normal(), minor, arc.majorRadius() / arc.minorRadius(),
+                arc.startAng() - turn, arc.endAng() - turn, chain);
 }
 
 void appendChords(const AcGeCurve3d& curve, int count, Chain& chain) {
@@ -79,13 +81,16 @@ void appendChords(const AcGeCurve3d& curve, int count, Chain& chain) {
 void appendGeometry(const AcGeCurve3d& curve, Chain& chain) {
     if (curve.type() == AcGe::kCircArc3d) {
         const auto& arc = static_cast<const AcGeCircArc3d&>(curve);
-        return appendRound(arc.center(), arc.normal(), arc.refVec() * arc.radius(), 1.0, arc.startAng(), arc.endAng(), chain);
+        return appendRound(arc.center(), arc.normal(), arc.refVec() * arc.radius(), 1.0, arc.startAng(),
+                           arc.endAng(), chain);
     }
-    if (curve.type() == AcGe::kEllipArc3d) return appendEllipse(static_cast<const AcGeEllipArc3d&>(curve), chain);
+    if (curve.type() == AcGe::kEllipArc3d)
+        return appendEllipse(static_cast<const AcGeEllipArc3d&>(curve), chain);
     if (curve.type() == AcGe::kNurbCurve3d) {
         constexpr int chordsOfSpan = 32;
         const auto& spline = static_cast<const AcGeNurbCurve3d&>(curve);
-        return appendChords(curve, chordsOfSpan * std::max(spline.numControlPoints() - spline.degree(), 1), chain);
+        return appendChords(curve, chordsOfSpan * std::max(spline.numControlPoints() - spline.degree(), 1),
+                            chain);
     }
     appendChords(curve, 1, chain);
 }
@@ -94,11 +99,13 @@ Chain chainOf(const AcDbCurve& curve) {
     Chain chain;
     CurvePieces pieces;
     if (!curve.pieces(pieces, false)) return chain;
-    for (std::size_t place = 0; place < pieces.count(); ++place) appendGeometry(pieces.curveOf(place).curve(), chain);
+    for (std::size_t place = 0; place < pieces.count(); ++place)
+        appendGeometry(pieces.curveOf(place).curve(), chain);
     return chain;
 }
 
-/// Closed chains, in the order of their first curves. An open one goes on with the first of those left that meets its end.
+/// Closed chains, in the order of their first curves. An open one goes on with the first of those left that
+/// meets its end.
 std::vector<Chain> closedChains(const std::vector<const AcDbCurve*>& curves) {
     std::vector<Chain> open, closed;
     for (const AcDbCurve* const curve : curves) {
@@ -110,9 +117,11 @@ std::vector<Chain> closedChains(const std::vector<const AcDbCurve*>& curves) {
         if (isUsed[first]) continue;
         Chain chain = open[first];
         std::vector<std::size_t> members{first};
-        for (std::size_t other = first + 1; other < open.size() && !isSame(chain.front().start, chain.back().end); ++other) {
+        for (std::size_t other = first + 1;
+             other < open.size() && !isSame(chain.front().start, chain.back().end); ++other) {
             const bool isMember = std::find(members.begin(), members.end(), other) != members.end();
-            if (isUsed[other] || isMember || isSame(open[other].front().start, open[other].back().end)) continue;
+            if (isUsed[other] || isMember || isSame(open[other].front().start, open[other].back().end))
+                continue;
             const bool follows = isSame(chain.back().end, open[other].front().start);
             if (!follows && !isSame(chain.back().end, open[other].back().end)) continue;
             Chain next = open[other];
@@ -165,7 +174,8 @@ bool isFlat(const Shape& shape, const AcGeVector3d& normal) {
     for (const AcGePoint3d& vertex : shape.vertices)
         if (std::abs(normal.dotProduct(vertex - base)) > AModeler::gEpsAbs) return false;
     return std::all_of(shape.edges.begin(), shape.edges.end(), [&](const Shape::Edge& edge) {
-        return edge.curve.kind == ShapeCurve::Kind::line || normal.crossProduct(edge.curve.direction).length() <= parallel;
+        return edge.curve.kind == ShapeCurve::Kind::line ||
+               normal.crossProduct(edge.curve.direction).length() <= parallel;
     });
 }
 
@@ -189,7 +199,8 @@ bool meet(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& c, cons
 }
 
 bool crossesItself(const Shape& shape, const AcGeVector3d& normal) {
-    const modeler::Facets facets = modeler::facetsOf(shape, {}, [](const auto&, const auto&, double) { return nullptr; });
+    const modeler::Facets facets =
+        modeler::facetsOf(shape, {}, [](const auto&, const auto&, double) { return nullptr; });
     if (!facets.polyhedron) return true;
     const AcGeVector3d x = normal.perpVector(), y = normal.crossProduct(x);
     std::vector<AcGePoint2d> points;
@@ -208,7 +219,9 @@ bool crossesItself(const Shape& shape, const AcGeVector3d& normal) {
         for (std::size_t j = i + 1; j < count && low(order[j]) <= high(order[i]); ++j) {
             const std::size_t a = order[i], b = order[j];
             const bool areNeighbours = (a + 1) % count == b || (b + 1) % count == a;
-            if (!areNeighbours && meet(points[a], points[(a + 1) % count], points[b], points[(b + 1) % count])) return true;
+            if (!areNeighbours &&
+                meet(points[a], points[(a + 1) % count], points[b], points[(b + 1) % count]))
+                return true;
         }
     return false;
 }

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbRegion. Covers making regions of curves, their area, plane, booleans and curves; leaves out offsets and moments.
+// Stand-in for the host's AcDbRegion. Covers making regions of curves, their area, plane and curves; leaves out booleans, offsets and moments.
 #pragma once
 
 #include "dbmodelergeometry.h"
@@ -11,10 +11,11 @@ public:
     AcDbRegion() = default;
     AcDbRegion(const AcDbRegion&) = default;
 
-    /// One region a closed loop, in the order of their first curves; a loop within another is a region of its own. Curves are joined
-    /// where their ends are within the modeller's tolerance. A loop lies in one plane and does not cross itself; what makes no such
-    /// loop is passed over. The regions belong to the caller, and their normals have z above 0, or else the first coordinate of y and
-    /// x that is not 0. Splines become 32 chords a span. eInvalidInput: no loop at all, or a null pointer or no curve among them.
+    /// One region a closed loop, in the order of their first curves; a loop within another is a region of its
+    /// own. Curves are joined where their ends are within the modeller's tolerance. A loop lies in one plane
+    /// and does not cross itself; what makes no such loop is passed over. The regions belong to the caller,
+    /// and their normals have z above 0, or else the first coordinate of y and x that is not 0. Splines
+    /// become 32 chords a span. eInvalidInput: no loop at all, or a null pointer or no curve among them.
     static Acad::ErrorStatus createFromCurves(const AcDbVoidPtrArray& curves, AcDbVoidPtrArray& regions);
 
     /// Arcs as arcs; holes are left out.

@@ -3,6 +3,7 @@
 #include "bodydata.h"
 #include "fielditems.h"
 #include "fieldtable.h"
+#include "modelercontent.h"
 
 using namespace hostkit;
 
@@ -81,14 +82,15 @@ Acad::ErrorStatus AcDbModelerGeometry::dxfInFields(AcDbDxfFiler* filer) {
     return read;
 }
 
-// From 2013 on the data stand in a store of the drawing (modelerstore.h), which this names by a flag and an id. Text that is not
-// understood goes on as text.
+// From 2013 on the data stand in a store of the drawing (modelerstore.h), which this names by a flag and an
+// id. Text that is not understood goes on as text.
 Acad::ErrorStatus AcDbModelerGeometry::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
     filer->writeSubclassMark(L"AcDbModelerGeometry");
     const bool hasStore = Filing::hasStore(*filer);
-    const std::string stored = hasStore && m_content ? m_content->dataFor(filer->dwgVersion()) : std::string();
+    const std::string stored =
+        hasStore && m_content ? m_content->dataFor(filer->dwgVersion()) : std::string();
     if (hasStore && (!m_content || !stored.empty())) {
         filer->writeInteger(Filing::bodyFlagCode, m_hasBodyFlag);
         filer->writeText(Filing::bodyIdCode, m_bodyId.empty() ? Filing::noBodyId : m_bodyId);
@@ -138,7 +140,8 @@ Acad::ErrorStatus AcDbModelerGeometry::dwgInFields(AcDbDwgFiler* filer) {
     while (data.size() < static_cast<std::size_t>(size)) {
         const std::size_t begin = data.size();
         data.resize(std::min(begin + step, static_cast<std::size_t>(size)));
-        const Acad::ErrorStatus read = filer->readBytes(data.data() + begin, static_cast<Adesk::UInt32>(data.size() - begin));
+        const Acad::ErrorStatus read =
+            filer->readBytes(data.data() + begin, static_cast<Adesk::UInt32>(data.size() - begin));
         if (read != Acad::eOk) return read;
     }
     m_content = data.empty() ? nullptr : std::make_shared<const ModelerContent>(std::move(data));

@@ -1,4 +1,4 @@
-// What a solid or region consists of: its body data as a drawing holds them, and what is made of them when it is asked for.
+// What a solid or region consists of: its data as drawings hold them, and the body made of them when it is asked for.
 #pragma once
 
 #include "amodeler.h"
@@ -17,16 +17,19 @@ class AcDbModelerGeometry;
 
 namespace hostkit {
 
-/// Never changed once it is made; entities and their copies share it. All questions may be asked from several threads.
+/// Never changed once it is made; entities and their copies share it. All questions may be asked from several
+/// threads.
 ///
-/// Exact are the data, the shape, volume and area; facets and the body stand in for curved faces with 72 sides for a full turn, their
-/// corners on the surface. Volume and area are good to 1e-9 of themselves where curved faces end along lines of their own (circles
-/// about the axis, lines of a cylinder), else to about the square of a facet's angle.
+/// Exact are the data, the shape, volume and area; facets and the body stand in for curved faces with 72
+/// sides for a full turn, their corners on the surface. Volume and area are good to 1e-9 of themselves where
+/// curved faces end along lines of their own (circles about the axis, lines of a cylinder), else to about the
+/// square of a facet's angle.
 class ModelerContent {
 public:
     explicit ModelerContent(std::string data);
     explicit ModelerContent(modeler::Shape shape);
-    /// Not a null body. Facets keep the surfaces that they share as long as this content lives; its data have them as flat faces.
+    /// Not a null body. Facets keep the surfaces that they share as long as this content lives; its data have
+    /// them as flat faces.
     explicit ModelerContent(const AModeler::Body& body);
     ModelerContent(const ModelerContent&) = delete;
     ModelerContent& operator=(const ModelerContent&) = delete;
@@ -35,8 +38,8 @@ public:
     const std::string& data() const { return m_data; }
     bool isBinary() const;
     int version() const { return m_version; }
-    /// The data as that form of a drawing files them: text before 2013, binary from then on. Empty where a body that is not
-    /// understood would have to be rewritten.
+    /// The data as that form of a drawing files them: text before 2013, binary from then on. Empty where a
+    /// body that is not understood would have to be rewritten.
     std::string dataFor(AcDb::AcDbDwgVersion version) const;
 
     /// Null for what is not made of planes, cones, spheres, tori, lines and ellipses; `fault` says why.
