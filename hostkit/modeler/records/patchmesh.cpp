@@ -36,6 +36,10 @@ bool PatchMesh::build(std::vector<AcGePoint2d> points, std::vector<std::vector<I
     m_points = std::move(points);
     m_apexes.clear();
     constexpr std::size_t mostCorners = 4096; // the work grows with their square
+    m_bounds.clear();
+    for (const std::vector<Index>& loop : loops)
+        for (std::size_t place = 0; place < loop.size(); ++place)
+            m_bounds.emplace_back(loop[place], loop[(place + 1) % loop.size()]);
     if (loops.empty() || m_points.size() > mostCorners || !joinHoles(loops) ||
         !clipEars(std::move(loops.front())))
         return false;
@@ -167,41 +171,49 @@ void PatchMesh::legalize(std::vector<Edge> pending) {
     }
 }
 
-// Walks over the edges towards the point; gives up outside of a region that is not convex.
+bool PatchMesh::isInside(const AcGePoint2d& point) const {
+    bool isIn = false;
+    for (const auto& [i, j] : m_bounds) {
+        const AcGePoint2d &a = m_points[i], &b = m_points[j];
+        if ((a.y > point.y) != (b.y > point.y) && point.x < a.x + (point.y - a.y) / (b.y - a.y) * (b.x - a.x))
+            isIn = !isIn;
+    }
+    return isIn;
+}
+
+// Walks over the edges towards the point; looks at all triangles where the way leaves a region that is not
+// convex.
 bool PatchMesh::locate(const AcGePoint2d& point, Triangle& found) const {
     if (m_apexes.empty()) return false;
-    const auto first = m_apexes.begin();
+    const auto holds = [&](Index a, Index b, Index c) {
+        return areaOf(m_points[a], m_points[b], point) >= 0.0 &&
+               areaOf(m_points[b], m_points[c], point) >= 0.0 &&
+               areaOf(m_points[c], m_points[a], point) >= 0.0;
+    };
+    const auto first = m_apexes.contains(m_last) ? m_apexes.find(m_last) : m_apexes.begin();
     auto a = static_cast<Index>(first->first >> 32), b = static_cast<Index>(first->first);
     for (std::size_t steps = m_apexes.size(); steps > 0; --steps) {
         const Index c = apexOf(a, b);
         if (c == none) break;
-        const auto isOutside = [&](Index from, Index to) {
-            return areaOf(m_points[from], m_points[to], point) < 0.0;
-        };
-        if (isOutside(a, b)) {
+        found = {a, b, c};
+        if (holds(a, b, c)) return true;
+        if (areaOf(m_points[a], m_points[b], point) < 0.0)
             std::swap(a, b);
-        } else if (isOutside(b, c)) {
+        else if (areaOf(m_points[b], m_points[c], point) < 0.0)
             a = c; // the neighbour's edge c, b
-        } else if (isOutside(c, a)) {
+        else
             b = c;
-        } else {
-            found = {a, b, c};
-            return true;
-        }
     }
-    for (const Triangle& each : triangles())
-        if (areaOf(m_points[each[0]], m_points[each[1]], point) >= 0.0 &&
-            areaOf(m_points[each[1]], m_points[each[2]], point) >= 0.0 &&
-            areaOf(m_points[each[2]], m_points[each[0]], point) >= 0.0) {
-            found = each;
-            return true;
-        }
+    for (const auto& [key, c] : m_apexes) {
+        found = {static_cast<Index>(key >> 32), static_cast<Index>(key), c};
+        if (holds(found[0], found[1], c)) return true;
+    }
     return false;
 }
 
 PatchMesh::Index PatchMesh::insert(const AcGePoint2d& point, double margin) {
     Triangle at;
-    if (!locate(point, at)) return none;
+    if (!isInside(point) || !locate(point, at)) return none;
     int edgeBelow = -1; // the side that the point lies on
     for (int side = 0; side < 3; ++side) {
         const Index a = at[static_cast<std::size_t>(side)], b = at[static_cast<std::size_t>((side + 1) % 3)];
@@ -222,6 +234,7 @@ PatchMesh::Index PatchMesh::insert(const AcGePoint2d& point, double margin) {
     if (d != none) remove(b, a, d);
     add(b, c, number);
     add(c, a, number);
+    m_last = edge(b, c);
     if (d == none) {
         add(a, b, number);
         legalize({edge(a, b), edge(b, c), edge(c, a)});

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace hostkit::modeler {
@@ -41,9 +42,12 @@ private:
     void remove(Index a, Index b, Index c);
     [[nodiscard]] Index apexOf(Index a, Index b) const;
     void legalize(std::vector<Edge> pending);
+    [[nodiscard]] bool isInside(const AcGePoint2d& point) const;
     bool locate(const AcGePoint2d& point, Triangle& found) const;
 
     std::vector<AcGePoint2d> m_points;
+    std::vector<std::pair<Index, Index>> m_bounds;
+    Edge m_last = 0;                          // of the last triangle that was found: the next one is near
     std::unordered_map<Edge, Index> m_apexes; // of the triangle to the left of each directed edge
 };
 

@@ -277,6 +277,13 @@ TEST(BodyData, whatIsNotUnderstoodSaysWhyAndCanBeMoved) {
         larger.setToScaling(2.0);
         EXPECT_FALSE(movedBodyData(data, larger));
     }
+    // With a count the records are read as far as that goes.
+    std::string counted = kTetrahedron;
+    counted.replace(0, 5, "400 47");
+    const std::optional<std::string> moved = movedBodyData(counted, AcGeMatrix3d::translation({5, 0, 0}));
+    ASSERT_TRUE(moved && moved->starts_with("400 48 1 0"));
+    ASSERT_TRUE(readShape(*moved).shape);
+    EXPECT_EQ(readShape(*moved).shape->vertices.front().x, 5.0);
     std::string free = kTetrahedron;
     free.replace(free.find("plane-surface"), 13, "spline-surface");
     EXPECT_EQ(readShape(free).fault, "a face is no plane, cone, sphere or torus: spline-surface");
