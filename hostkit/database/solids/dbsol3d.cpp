@@ -5,8 +5,8 @@
 #include "dbregion.h"
 #include "fieldtable.h"
 #include "geplane.h"
-#include "raisedface.h"
 #include "modelercontent.h"
+#include "raisedface.h"
 
 #include <cmath>
 #include <numbers>

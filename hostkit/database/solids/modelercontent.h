@@ -1,4 +1,5 @@
-// What a solid or region consists of: its data as drawings hold them, and the body made of them when it is asked for.
+// What a solid or region consists of: its data as drawings hold them, and the body made of them when it is
+// asked for.
 #pragma once
 
 #include "amodeler.h"

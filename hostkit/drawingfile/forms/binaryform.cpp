@@ -164,6 +164,42 @@ void appendOneLine(std::string_view value, std::string& text) {
     }
 }
 
+/// In the records of bodies the lines of data are scrambled: a caret of theirs stands for a letter. A text
+/// drawing has a blank behind each, as others escape the next character; a binary one has none.
+class CaretsOfBodies {
+public:
+    void follow(int code, std::string_view value) {
+        if (code == 0)
+            m_isBody =
+                value == "3DSOLID" || value == "REGION" || value == "BODY" || value.ends_with("SURFACE");
+        m_isData = m_isBody && (code == 1 || code == 3);
+    }
+    [[nodiscard]] bool areIn(std::string_view value) const {
+        return m_isData && value.find('^') != std::string_view::npos;
+    }
+
+private:
+    bool m_isBody = false, m_isData = false;
+};
+
+std::string withBlanksBehindCarets(std::string_view value) {
+    std::string result;
+    for (const char character : value) {
+        result += character;
+        if (character == '^') result += ' ';
+    }
+    return result;
+}
+
+std::string withoutBlanksBehindCarets(std::string_view value) {
+    std::string result;
+    for (std::size_t place = 0; place < value.size(); ++place) {
+        result += value[place];
+        if (value[place] == '^' && place + 1 < value.size() && value[place + 1] == ' ') ++place;
+    }
+    return result;
+}
+
 void appendAsText(const BinaryGroup& group, std::string& text) {
     appendCode(group.code, textStyle, text);
     switch (kindOfCode(group.code)) {
@@ -305,8 +341,12 @@ std::optional<BinaryFault> textFromBinary(std::string_view bytes, std::string& t
     std::string result;
     result.reserve(bytes.size() * 2);
     BinaryGroup group;
+    CaretsOfBodies carets;
     while (!scanner.isAtEnd() && !group.isEndMark()) {
         if (std::optional<BinaryFault> fault = scanner.next(group)) return fault;
+        carets.follow(group.code, group.value);
+        std::string escaped;
+        if (carets.areIn(group.value)) group.value = escaped = withBlanksBehindCarets(group.value);
         appendAsText(group, result);
     }
     text = std::move(result);
@@ -346,11 +386,15 @@ std::optional<BinaryFault> binaryFromText(std::string_view text, DrawingVersion 
     BinaryGroupWriter writer(version > DrawingVersion::kR12, result);
     GroupScanner scanner(text, startOfGroups(text));
     RawGroup group;
+    CaretsOfBodies carets;
     while (scanner.next(group) == ScanResult::kGroup) {
         const std::size_t offset = scanner.offsetOf(group.start);
         if (group.code < 0 || group.code > lastGroupCode)
             return BinaryFault{Acad::eBadDxfSequence, offset,
                                std::to_wstring(group.code) + L" is no group code of the binary form"};
+        carets.follow(group.code, withoutBlanks(group.value));
+        std::string plain;
+        if (carets.areIn(group.value)) group.value = plain = withoutBlanksBehindCarets(group.value);
         if (!writer.write(group))
             return BinaryFault{Acad::eInvalidInput, offset,
                                L"'" + shownValue(group.value) + L"' is no value for group " +

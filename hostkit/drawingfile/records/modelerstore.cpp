@@ -1,9 +1,9 @@
 #include "modelerstore.h"
 
 #include "dbaccess.h"
-#include "modelercontent.h"
 #include "dbmodelergeometry.h"
 #include "groupscanner.h"
+#include "modelercontent.h"
 #include "recordreader.h"
 
 #include <unordered_map>

@@ -48,6 +48,8 @@ public:
                 addFlatFace(face);
             else
                 addCurvedFace(face);
+            constexpr std::size_t mostPoints = 400'000; // some seconds of work
+            if (m_out.points.size() > mostPoints) fail("the body would have too many facets");
             if (!m_result.fault.empty()) return std::move(m_result);
         }
         m_result.polyhedron = std::move(m_out);

@@ -4,11 +4,11 @@
 
 #include "bodydata.h"
 #include "dbaccess.h"
-#include "modelercontent.h"
 #include "dbcircle.h"
 #include "dbobjptr.h"
 #include "dbregion.h"
 #include "dbsol3d.h"
+#include "modelercontent.h"
 
 #include <map>
 #include <numbers>
@@ -103,7 +103,8 @@ void moveAll(AcDbDatabase& database, const AcGeMatrix3d& matrix, Acad::ErrorStat
 
 std::size_t longestLine(const std::string& bytes) {
     std::size_t longest = 0;
-    for (std::size_t begin = 0, end = 0; (end = bytes.find("\r\n", begin)) != std::string::npos; begin = end + 2)
+    for (std::size_t begin = 0, end = 0; (end = bytes.find("\r\n", begin)) != std::string::npos;
+         begin = end + 2)
         longest = std::max(longest, end - begin);
     return longest;
 }
@@ -111,13 +112,20 @@ std::size_t longestLine(const std::string& bytes) {
 /// The newest data that readers of the form take.
 int newestIn(DrawingVersion form) {
     switch (form) {
-    case DrawingVersion::kR14: return 106;
-    case DrawingVersion::k2000: return 400;
-    case DrawingVersion::k2004: return 20800;
-    case DrawingVersion::k2007: return 21200;
-    case DrawingVersion::k2010: return 21500;
-    case DrawingVersion::k2013: return 21800;
-    default: return 22300;
+    case DrawingVersion::kR14:
+        return 106;
+    case DrawingVersion::k2000:
+        return 400;
+    case DrawingVersion::k2004:
+        return 20800;
+    case DrawingVersion::k2007:
+        return 21200;
+    case DrawingVersion::k2010:
+        return 21500;
+    case DrawingVersion::k2013:
+        return 21800;
+    default:
+        return 22300;
     }
 }
 
@@ -138,6 +146,24 @@ TEST(SolidsInDrawings, keepTheirBodiesFromEveryFormToEveryForm) {
             ASSERT_TRUE(again);
             expectSame(measuresOf(*again), wanted);
             EXPECT_EQ(auditDrawing(*again).findings.size(), auditDrawing(*read).findings.size());
+        }
+    }
+}
+
+// Data of any version, as others have them in drawings: rewritten where the form is older than they are.
+TEST(SolidsInDrawings, dataAreNeverNewerThanTheirForm) {
+    for (const int version : {106, 400, 700, 20800, 21200, 21500}) {
+        const auto drawing = solidDrawing(false);
+        const Measures wanted = measuresOf(*drawing);
+        for (AcDbModelerGeometry* const solid : solidsOf(*drawing))
+            ModelerFiling::setContent(
+                *solid, std::make_shared<const ModelerContent>(modeler::writeShape(
+                            *ModelerFiling::content(*solid)->shape(), modeler::BodyForm::text, version)));
+        for (const DrawingVersion form : forms) {
+            const auto other = opened(saved(*drawing, form));
+            expectSame(measuresOf(*other), wanted);
+            for (const AcDbModelerGeometry* const solid : solidsOf(*other))
+                EXPECT_LE(ModelerFiling::content(*solid)->version(), newestIn(form)) << version;
         }
     }
 }
@@ -221,6 +247,13 @@ TEST(SolidsInDrawings, longLinesAndCaretsComeBack) {
          begin = end + 2)
         EXPECT_LE(end - begin, 255u);
     EXPECT_EQ(ModelerFiling::content(*solidsOf(*opened(bytes)).back())->data(), data);
+    // A binary drawing has no blanks there.
+    WriteOptions binary = quietWriting;
+    binary.version = DrawingVersion::k2000;
+    binary.coding = DrawingCoding::kBinary;
+    const std::string coded = saved(database, binary);
+    EXPECT_EQ(countOf(coded, "^ ^"), 0u);
+    EXPECT_EQ(ModelerFiling::content(*solidsOf(*opened(coded)).back())->data(), data);
 }
 
 class SolidsOfOthers : public DrawingsOfOthers {};
