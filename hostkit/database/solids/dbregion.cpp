@@ -1,5 +1,6 @@
 #include "dbregion.h"
 
+#include "amerror.h"
 #include "curveloops.h"
 #include "dbarc.h"
 #include "dbcircle.h"
@@ -7,6 +8,7 @@
 #include "dbline.h"
 #include "geplane.h"
 #include "modelercontent.h"
+#include "raisedface.h"
 
 #include <cmath>
 
@@ -72,6 +74,81 @@ Acad::ErrorStatus AcDbRegion::getPlane(AcGePlane& plane, AcDb::Planarity& type) 
     if (status != Acad::eOk) return status;
     plane = AcGePlane(m_content->shape()->faces.front().surface.origin, normal);
     type = AcDb::kPlanar;
+    return Acad::eOk;
+}
+
+namespace {
+
+/// All faces raised by 1 along the direction, which is their normal or its opposite.
+AModeler::Body raisedRegion(const ModelerContent& content, const AcGeVector3d& direction) {
+    const modeler::Polyhedron& sheet = *content.facets();
+    AModeler::Body whole;
+    for (const modeler::Polyhedron::Face& face : sheet.faces) {
+        modeler::Polyhedron one = sheet;
+        one.faces.assign(1, face);
+        const double height = face.normal.dotProduct(direction) > 0.0 ? 1.0 : -1.0;
+        const std::optional<AModeler::Body> body = modeler::raisedFace(one, *content.shape(), height, 0.0);
+        if (body) whole = whole + *body;
+    }
+    return whole;
+}
+
+/// The faces of the body's top, moved down by 1.
+Shape topOf(const AModeler::Body& body, const AcGeVector3d& direction) {
+    modeler::Polyhedron sheet = body.toPolyhedron();
+    std::erase_if(sheet.faces, [&](const modeler::Polyhedron::Face& face) {
+        return face.normal.dotProduct(direction) < 0.5;
+    });
+    modeler::Polyhedron top;
+    for (const AcGePoint3d& point : sheet.points) top.points.push_back(point - direction);
+    for (modeler::Polyhedron::Face face : sheet.faces) {
+        const auto first = static_cast<std::ptrdiff_t>(sheet.loopStarts[face.firstLoop]);
+        const auto last = static_cast<std::ptrdiff_t>(sheet.loopStarts[face.firstLoop + face.loopCount]);
+        const modeler::Polyhedron::Index shift =
+            static_cast<modeler::Polyhedron::Index>(top.corners.size()) - sheet.loopStarts[face.firstLoop];
+        const modeler::Polyhedron::Index loop = face.firstLoop;
+        face.firstLoop = top.loopCount();
+        for (modeler::Polyhedron::Index each = 1; each <= face.loopCount; ++each)
+            top.loopStarts.push_back(sheet.loopStarts[loop + each] + shift);
+        top.corners.insert(top.corners.end(), sheet.corners.begin() + first, sheet.corners.begin() + last);
+        face.distance -= 1.0;
+        top.faces.push_back(face);
+    }
+    Shape shape = modeler::shapeOf(top);
+    for (Shape::Face& face : shape.faces) face.isDouble = true;
+    shape.shellLumps.assign(shape.shellLumps.size(), 0);
+    return shape;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbRegion::booleanOper(AcDb::BoolOperType operation, AcDbRegion* other) {
+    if (!other || other == this) return Acad::eInvalidInput;
+    if (isNull() || other->isNull()) return Acad::eNullPtr;
+    if (!m_content->facets() || !other->m_content->facets()) return Acad::eNotApplicable;
+    AcGePlane mine, its;
+    AcDb::Planarity type{};
+    (void)getPlane(mine, type);
+    (void)other->getPlane(its, type);
+    const AcGeVector3d normal = mine.normal();
+    constexpr double parallel = 1e-9;
+    if (normal.crossProduct(its.normal()).length() > parallel ||
+        std::abs(normal.dotProduct(its.pointOnPlane() - mine.pointOnPlane())) > AModeler::gEpsAbs)
+        return Acad::eInvalidInput;
+    Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk) status = other->assertWriteEnabled();
+    if (status != Acad::eOk) return status;
+    try {
+        const AModeler::Body result = raisedRegion(*m_content, normal)
+                                          .boolOper(operation == AcDb::kBoolUnite      ? AModeler::kUnion
+                                                    : operation == AcDb::kBoolSubtract ? AModeler::kSubtract
+                                                                                       : AModeler::kIntersect,
+                                                    raisedRegion(*other->m_content, normal));
+        m_content = result.isNull() ? nullptr : std::make_shared<const ModelerContent>(topOf(result, normal));
+    } catch (const AModeler::Error&) {
+        return Acad::eDegenerateGeometry;
+    }
+    other->m_content = nullptr;
     return Acad::eOk;
 }
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbRegion. Covers making regions of curves, their area, plane and curves; leaves out booleans, offsets and moments.
+// Stand-in for the host's AcDbRegion. Covers making regions of curves, their area, plane, booleans and curves; leaves out offsets and moments.
 #pragma once
 
 #include "dbmodelergeometry.h"
@@ -24,10 +24,12 @@ public:
     Acad::ErrorStatus getNormal(AcGeVector3d& normal) const;
     Acad::ErrorStatus getPlane(AcGePlane& plane, AcDb::Planarity& type) const;
     bool isPlanar() const override { return true; }
+    /// This region becomes the result, with a face a piece, and the other one null; a result without an area
+    /// is a null region. Arcs become chords with their share of 72 for a full turn. eInvalidInput: no other
+    /// region, this one, or one in another plane; eNullPtr: one is null; eNotApplicable: one is not
+    /// understood; eDegenerateGeometry: no consistent result; nothing changes then.
+    Acad::ErrorStatus booleanOper(AcDb::BoolOperType operation, AcDbRegion* other);
     /// The bounds as lines, circles, arcs, ellipses.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
     AcRxObject* clone() const override { return new AcDbRegion(*this); }
-
-private:
-    friend class AcDb3dSolid;
 };

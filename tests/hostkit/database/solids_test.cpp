@@ -13,6 +13,7 @@
 #include "dbspline.h"
 #include "geplane.h"
 #include "memorydwgfiler.h"
+#include "modelercontent.h"
 
 #include <gtest/gtest.h>
 
@@ -159,6 +160,33 @@ TEST(Regions, onlyClosedFlatLoopsThatDoNotCrossThemselvesBecomeOnes) {
     AcDbVoidPtrArray none, out;
     none.append(nullptr);
     EXPECT_EQ(AcDbRegion::createFromCurves(none, out), Acad::eInvalidInput);
+}
+
+TEST(Regions, booleansAddUp) {
+    const double disc = 36 * std::sin(2 * pi / 72) * 4; // of 72 sides
+    const auto area = [](AcDb::BoolOperType operation, double z, std::size_t faces) {
+        Owned regions;
+        EXPECT_EQ(makeRegions(
+                      curves(rectangle(-1, -5, 2, 10),
+                             std::make_unique<AcDbCircle>(AcGePoint3d(0, 0, z), AcGeVector3d(0, 0, 1), 2.0)),
+                      regions),
+                  Acad::eOk);
+        if (z != 0.0) {
+            EXPECT_EQ(regions.region(1).booleanOper(operation, &regions.region(0)), Acad::eInvalidInput);
+            return 0.0;
+        }
+        EXPECT_EQ(regions.region(1).booleanOper(operation, &regions.region(0)), Acad::eOk);
+        EXPECT_TRUE(regions.region(0).isNull());
+        double found = 0.0;
+        EXPECT_EQ(regions.region(1).getArea(found), Acad::eOk);
+        EXPECT_EQ(hostkit::ModelerFiling::content(regions.region(1))->shape()->faces.size(), faces);
+        return found;
+    };
+    const double common = area(AcDb::kBoolIntersect, 0.0, 1);
+    EXPECT_NEAR(area(AcDb::kBoolSubtract, 0.0, 2), disc - common, 1e-9);
+    EXPECT_NEAR(area(AcDb::kBoolUnite, 0.0, 1), disc + 20 - common, 1e-9);
+    EXPECT_NEAR(common, 2 * (std::sqrt(3.0) + 4 * std::asin(0.5)), 0.01);
+    area(AcDb::kBoolUnite, 1.0, 1);
 }
 
 TEST(Solids, extrusionsHaveTheVolumeOfTheirPrismsAndFrusta) {
