@@ -18,14 +18,15 @@ using ModelerContentPtr = std::shared_ptr<const ModelerContent>;
 
 /// What has a body. The data are kept as they were read; the body is made of them when it is first needed.
 /// Data that are not understood (free-form faces) are kept whole: the entity is filed, copied and erased as
-/// any, draws nothing, and every question of its geometry gives eNotApplicable; bodyFault says why.
+/// any, draws nothing, and every question of its geometry gives eNotApplicable (of its extents
+/// eInvalidExtents); bodyFault says why.
 class AcDbModelerGeometry : public AcDbEntity {
     ACRX_DECLARE_MEMBERS(AcDbModelerGeometry)
 
 public:
     AcDbModelerGeometry(const AcDbModelerGeometry&) = default;
 
-    /// Without data, or with a body of nothing.
+    /// Without data.
     Adesk::Boolean isNull() const { return m_content == nullptr; }
     /// In words, why there is no body to work on; empty where there is one, and for a null one.
     std::wstring bodyFault() const;

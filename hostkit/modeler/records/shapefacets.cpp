@@ -1,10 +1,10 @@
 #include "chart.h"
+#include "facetjoining.h"
 #include "patchmesh.h"
 #include "shape.h"
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <numbers>
 
 namespace hostkit::modeler {
@@ -13,8 +13,8 @@ namespace {
 
 using Index = Shape::Index;
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
-/// Facets whose corners are nearer to one plane than this, in diameters of them, are one facet.
-constexpr double kFlat = 1e-9;
+/// Of a facet's width: what a count of facets may lie above a whole number.
+constexpr double kRounding = 1e-9;
 
 double sidesOf(const FacetOptions& options, double radius) {
     double sides = std::max(options.sidesPerTurn, 3.0);
@@ -101,14 +101,7 @@ private:
 
     // --- Flat faces
 
-    AcGeVector3d areaOf(const std::vector<Index>& points) const {
-        AcGeVector3d sum;
-        const AcGePoint3d base = m_out.points[points.front()];
-        for (std::size_t place = 0; place < points.size(); ++place)
-            sum += (m_out.points[points[place]] - base)
-                       .crossProduct(m_out.points[points[(place + 1) % points.size()]] - base);
-        return sum / 2.0;
-    }
+    AcGeVector3d areaOf(const std::vector<Index>& points) const { return areaVectorOf(m_out.points, points); }
 
     void addLoop(const std::vector<Index>& points) {
         m_out.corners.insert(m_out.corners.end(), points.begin(), points.end());
@@ -147,18 +140,23 @@ private:
         int turns = 0; ///< about the axis
     };
 
+    // The first point is none at a pole or apex.
+    static bool beginPlain(std::vector<Index>& points, std::vector<Chart::Place>& places) {
+        const auto plain =
+            std::find_if(places.begin(), places.end(), [](const Chart::Place& p) { return !p.isSingular; });
+        if (plain == places.end()) return false;
+        std::rotate(points.begin(), points.begin() + (plain - places.begin()), points.end());
+        std::rotate(places.begin(), plain, places.end());
+        return true;
+    }
+
     // The corners of a loop, each angle next to the one before. At a pole or apex the angle turns there: the
     // material is to the left.
     std::optional<Ring> ringOf(const Chart& chart, std::vector<Index> points, bool isFlipped) {
         if (isFlipped) std::reverse(points.begin(), points.end());
         std::vector<Chart::Place> places;
         for (const Index point : points) places.push_back(chart.placeOf(m_out.points[point]));
-        const auto plain =
-            std::find_if(places.begin(), places.end(), [](const Chart::Place& p) { return !p.isSingular; });
-        if (plain == places.end()) return {};
-        const auto first = static_cast<std::size_t>(plain - places.begin());
-        std::rotate(points.begin(), points.begin() + static_cast<std::ptrdiff_t>(first), points.end());
-        std::rotate(places.begin(), plain, places.end());
+        if (!beginPlain(points, places)) return {};
         Ring ring;
         double u = places.front().u, v = places.front().v;
         const double uBegin = u, vBegin = v;
@@ -344,7 +342,7 @@ private:
     Chain seamBetween(const Chart& chart, const Corner& from, const Corner& to, const Patch& patch) {
         Chain seam;
         if (chart.isRuled()) return seam;
-        const double count = std::ceil(std::abs(to.v - from.v) / patch.dv - kFlat);
+        const double count = std::ceil(std::abs(to.v - from.v) / patch.dv - kRounding);
         for (double step = 1.0; step < count; ++step) {
             const double u = from.u + (to.u - from.u) * step / count,
                          v = from.v + (to.v - from.v) * step / count;
@@ -450,8 +448,6 @@ private:
         }
     }
 
-    using Facet = std::vector<Index>;
-
     void addFacets(const Shape::Face& face, const Chain& corners,
                    const std::vector<PatchMesh::Triangle>& triangles, bool isFlipped) {
         std::vector<Facet> facets;
@@ -461,53 +457,13 @@ private:
             if (isFlipped) std::reverse(facet.begin(), facet.end());
             facets.push_back(std::move(facet));
         }
-        joinFlatPairs(facets);
+        joinFlatPairs(m_out.points, facets);
         const AModeler::Surface* const surface =
             m_makeSurface(face.surface.origin, face.surface.axis,
                           face.surface.kind == ShapeSurface::Kind::cone ? face.surface.major.length()
                                                                         : std::abs(face.surface.radius));
         for (const Facet& facet : facets)
             if (!facet.empty()) addFacet(facet, surface);
-    }
-
-    // Two triangles in one plane are one facet of four corners.
-    void joinFlatPairs(std::vector<Facet>& facets) const {
-        std::map<std::pair<Index, Index>, std::size_t> open;
-        for (std::size_t number = 0; number < facets.size(); ++number) {
-            for (std::size_t side = 0; side < 3; ++side) {
-                const Index a = facets[number][side], b = facets[number][(side + 1) % 3],
-                            c = facets[number][(side + 2) % 3];
-                const auto other = open.find({b, a});
-                if (other == open.end()) continue;
-                Facet& partner = facets[other->second];
-                if (partner.size() != 3 || !isInPlane(partner, c)) continue;
-                while (partner[0] != b) std::rotate(partner.begin(), partner.begin() + 1, partner.end());
-                if (!isConvex(partner[0], partner[1], partner[2], c)) continue;
-                partner = {partner[0], c, partner[1], partner[2]};
-                facets[number].clear();
-                break;
-            }
-            for (std::size_t side = 0; side < facets[number].size(); ++side)
-                open[{facets[number][side], facets[number][(side + 1) % 3]}] = number;
-        }
-    }
-
-    bool isInPlane(const Facet& facet, Index point) const {
-        const AcGeVector3d normal = areaOf(facet);
-        const AcGeVector3d offset = m_out.points[point] - m_out.points[facet[0]];
-        return std::abs(normal.dotProduct(offset)) <= kFlat * normal.length() * std::sqrt(normal.length());
-    }
-
-    // Of the corners b, a, d of a triangle and the other triangle's corner c across b a.
-    bool isConvex(Index b, Index a, Index d, Index c) const {
-        const AcGeVector3d normal = areaOf({b, a, d});
-        const auto turns = [&](Index p, Index q, Index r) {
-            const AcGeVector3d first = m_out.points[q] - m_out.points[p],
-                               second = m_out.points[r] - m_out.points[q];
-            return first.crossProduct(second).dotProduct(normal) >
-                   1e-6 * first.length() * second.length() * normal.length();
-        };
-        return turns(d, b, c) && turns(b, c, a) && turns(c, a, d) && turns(a, d, b);
     }
 
     void addFacet(const Facet& facet, const AModeler::Surface* surface) {

@@ -314,7 +314,7 @@ TEST(BodyData, damageGivesAReasonOrABodyThatCanBeWritten) {
         const std::string bytes{std::istreambuf_iterator<char>(file), {}};
         understood += readShape(bytes).shape.has_value();
         EXPECT_EQ(bodydatainvariants::faultOf(bytes), "") << entry.path();
-        for (int turn = 0; turn < 60; ++turn) {
+        for (int turn = 0; turn < 30; ++turn) {
             std::string damaged = bytes;
             const std::size_t place = random() % bytes.size(), other = random() % bytes.size();
             switch (turn % 3) {
