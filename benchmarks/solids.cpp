@@ -1,5 +1,5 @@
-// Booleans of bodies with planar faces: boxes, slabs with openings at once and one by one, crossing cylinders; and a long run of random
-// operations that counts what is refused and stops at what is wrong.
+// Booleans of bodies with planar faces: boxes, slabs with openings at once and one by one, crossing
+// cylinders; and a long run of random operations that counts what is refused and stops at what is wrong.
 #include "randombodies.h"
 
 #include <benchmark/benchmark.h>
@@ -62,11 +62,14 @@ TopoDS_Shape peerPrism(const Outline& outline, double bottom, double top) {
     BRepBuilderAPI_MakePolygon polygon;
     for (const auto& [x, y] : outline) polygon.Add(gp_Pnt(x, y, bottom));
     polygon.Close();
-    return BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(polygon.Wire(), true).Face(), gp_Vec(0, 0, top - bottom)).Shape();
+    return BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(polygon.Wire(), true).Face(),
+                                 gp_Vec(0, 0, top - bottom))
+        .Shape();
 }
 
 // The peer's thread time for the same work, and how many times ours it takes.
-template <class Work> void comparePeer(benchmark::State& state, double own, Work&& work) {
+template <class Work>
+void comparePeer(benchmark::State& state, double own, Work&& work) {
     const double start = threadMilliseconds();
     benchmark::DoNotOptimize(work());
     const double taken = threadMilliseconds() - start;
@@ -79,7 +82,8 @@ template <class Work> void comparePeer(benchmark::State& state, double own, Work
 void boxes(benchmark::State& state) {
     const AcGeMatrix3d placed = placing(state.range(2) != 0);
     const Polyhedron a = moved(box(0, 0, 0, 1, 1, 1), placed);
-    const Polyhedron b = moved(state.range(1) == 0 ? box(1, 0, 0, 2, 1, 1) : box(0.5, 0.25, 0, 1.5, 0.75, 1), placed);
+    const Polyhedron b =
+        moved(state.range(1) == 0 ? box(1, 0, 0, 2, 1, 1) : box(0.5, 0.25, 0, 1.5, 0.75, 1), placed);
     const double start = threadMilliseconds();
     for (auto _ : state) benchmark::DoNotOptimize(apply(static_cast<Operation>(state.range(0)), a, b));
 #ifdef VEXO_PEER_OCCT
@@ -100,7 +104,8 @@ void openings(benchmark::State& state) {
     const Polyhedron whole = moved(box(0, 0, 0, Slab::size, Slab::size, Slab::thickness), placed);
     std::vector<Polyhedron> shapes;
     std::vector<const Polyhedron*> others;
-    for (int i = 0; i < count; ++i) shapes.push_back(moved(prism(slab.opening(i), 0, Slab::thickness), placed));
+    for (int i = 0; i < count; ++i)
+        shapes.push_back(moved(prism(slab.opening(i), 0, Slab::thickness), placed));
     for (const Polyhedron& shape : shapes) others.push_back(&shape);
     std::optional<Polyhedron> result;
     const double start = threadMilliseconds();
@@ -108,7 +113,8 @@ void openings(benchmark::State& state) {
         result = state.range(1) == 0 ? combine(Operation::subtract, whole, others, 1e-6) : whole;
         for (std::size_t i = 0; state.range(1) != 0 && result && i < others.size(); ++i)
             result = apply(Operation::subtract, *result, *others[i]);
-        if (!result || result->faces.size() != 6u + Slab::sides * shapes.size() || eulerCharacteristic(*result) != 2 - 2 * count) {
+        if (!result || result->faces.size() != 6u + Slab::sides * shapes.size() ||
+            eulerCharacteristic(*result) != 2 - 2 * count) {
             state.SkipWithError("other faces or handles");
             return;
         }
@@ -119,7 +125,8 @@ void openings(benchmark::State& state) {
         comparePeer(state, own, [&] {
             TopTools_ListOfShape first;
             TopTools_ListOfShape tools;
-            first.Append(peerPrism({{0, 0}, {Slab::size, 0}, {Slab::size, Slab::size}, {0, Slab::size}}, 0, Slab::thickness));
+            first.Append(peerPrism({{0, 0}, {Slab::size, 0}, {Slab::size, Slab::size}, {0, Slab::size}}, 0,
+                                   Slab::thickness));
             for (int i = 0; i < count; ++i) tools.Append(peerPrism(slab.opening(i), 0, Slab::thickness));
             BRepAlgoAPI_Cut cut;
             cut.SetArguments(first);
@@ -138,7 +145,8 @@ void cylinders(benchmark::State& state) {
     const Outline outline = circle(0, 0, 1, static_cast<int>(state.range(0)));
     const Polyhedron upright = prism(outline, -2, 2);
     const Polyhedron a = moved(upright, placed);
-    const Polyhedron b = moved(moved(upright, AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d(1, 0, 0))), placed);
+    const Polyhedron b =
+        moved(moved(upright, AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d(1, 0, 0))), placed);
     const double start = threadMilliseconds();
     for (auto _ : state) {
         const auto result = apply(static_cast<Operation>(state.range(1)), a, b);
@@ -173,13 +181,28 @@ void randomOperations(benchmark::State& state) {
     state.counters["refused"] = static_cast<double>(report.refused);
 }
 
-BENCHMARK(boxes)->ArgNames({"operation", "overlap", "turned"})->ArgsProduct({{0, 1, 2}, {0, 1}, {0, 1}})->Unit(benchmark::kMicrosecond);
-BENCHMARK(openings)->ArgNames({"openings", "singly", "turned"})->ArgsProduct({{10, 100}, {0, 1}, {0, 1}})->Unit(benchmark::kMillisecond);
-BENCHMARK(openings)->ArgNames({"openings", "singly", "turned"})->ArgsProduct({{1000}, {0}, {0, 1}})->Unit(benchmark::kMillisecond);
+BENCHMARK(boxes)
+    ->ArgNames({"operation", "overlap", "turned"})
+    ->ArgsProduct({{0, 1, 2}, {0, 1}, {0, 1}})
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(openings)
+    ->ArgNames({"openings", "singly", "turned"})
+    ->ArgsProduct({{10, 100}, {0, 1}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(openings)
+    ->ArgNames({"openings", "singly", "turned"})
+    ->ArgsProduct({{1000}, {0}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(cylinders)
     ->ArgNames({"facets", "operation", "turned"})
     ->ArgsProduct({{100, 300, 1000}, {0, 1, 2}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(randomOperations)->ArgName("operations")->Arg(1000)->Arg(10000)->Arg(120000)->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(randomOperations)
+    ->ArgName("operations")
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(120000)
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
 
 } // namespace
