@@ -74,6 +74,7 @@ RayCaster::Hit RayCaster::isInside(Index face, const AcGePoint3d& place) const {
 
 std::optional<Planar> pointInside(const std::vector<std::array<Planar, 2>>& borders, double part) {
     std::vector<double> heights;
+    heights.reserve(borders.size());
     for (const auto& [from, to] : borders) heights.push_back(from.y);
     std::sort(heights.begin(), heights.end());
     Planar best;
