@@ -17,7 +17,7 @@ enum class Operation : std::uint8_t { unite, subtract, intersect };
 /// one. It is raised to 64 units in the last place of the largest coordinate, and four times, a quarter and
 /// sixteen times of it are tried where no consistent result is found. A point of an input that stays in the
 /// result has its coordinates bit for bit; where points of two bodies are one, those of the first. A face
-/// lies in the plane of the largest input face that lies in it, bit for bit.
+/// has the normal of the largest input face in its plane, bit for bit.
 ///
 /// Faces whose boxes meet no other body's pass through corner by corner; of the others neighbours in one
 /// plane and on one surface become one face, and points in the middle of a straight edge go. Where faces of
