@@ -13,11 +13,11 @@ class Surface;
 
 namespace hostkit::modeler {
 
-/// One closed body, or several that do not overlap. Closed: every directed edge of a loop has its reverse in the loops
-/// as often as it stands there itself. A face lies in its plane within the tolerance of the operation. Edges of one
-/// body meet at their ends alone; points and edges that are not a face's own may touch it from one side. A loop may
-/// pass a point twice where it touches itself, and there and back along an edge where others touch the face from both
-/// sides; a hole may be such a slit of two corners.
+/// One closed body, or several that do not overlap. Closed: every directed edge of a loop has its reverse in
+/// the loops as often as it stands there itself. A face lies in its plane within the tolerance of the
+/// operation. Edges of one body meet at their ends alone; points and edges that are not a face's own may
+/// touch it from one side. A loop may pass a point twice where it touches itself, and there and back along an
+/// edge where others touch the face from both sides; a hole may be such a slit of two corners.
 struct Polyhedron {
     using Index = std::uint32_t;
     static constexpr Index none = ~Index{0};
