@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -117,21 +116,14 @@ Acad::ErrorStatus VEXODlgORStyle::GetStyleNameFromFile(CStdioFile* file, CString
     return Acad::eInvalidIndex;
 }
 
-// An item takes a kilobyte: it costs less to keep the lines, and to make room for all, than to move items to
-// a larger place.
 Acad::ErrorStatus VEXODlgORStyle::FillItemsFromFile(CStdioFile* file) {
     CVxLogEntry entry(L"VEXODlgORStyle::FillItemsFromFile");
     if (!file || !m_data) return Acad::eInvalidInput;
     m_data->ClearItems();
     KeyKinds kinds;
     GetKeyMapToType(kinds);
-    std::vector<CString> lines;
-    std::wstring_view rest;
-    for (CString line, key; readLine(*file, line);)
-        if (takeKey(line, key, rest) && kinds.contains(key)) lines.push_back(std::move(line));
-    m_data->ReserveItems(static_cast<int>(lines.size()));
     VEXOORStyleDataItem item;
-    for (const CString& line : lines)
+    for (CString line; readLine(*file, line);)
         if (GetItemFromString(line, item, kinds) == Acad::eOk) m_data->AddItem(item);
     return Acad::eOk;
 }

@@ -3,6 +3,8 @@
 #include "cvxlogentry.h"
 #include "vexoconversiontools.h"
 
+#include <cstring>
+
 VEXOORStyleData& VEXOORStyleData::operator=(const VEXOORStyleData& other) {
     CVxLogEntry entry(L"VEXOORStyleData::operator=");
     m_items = other.m_items;
@@ -50,8 +52,11 @@ void VEXOORStyleData::writeLines(CStdioFile& file) const {
     file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(line));
     line.Format(L"%s = \"%s\"\n", styleNameKey, m_styleName);
     file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(line));
-    for (const VEXOORStyleDataItem& item : m_items)
+    VEXOORStyleDataItem item;
+    for (const KeptItem& each : m_items) {
+        each.copyTo(item);
         file.WriteString(VEXOConversionTools::StringUnicodeToAnsi(lineOf(item)));
+    }
 }
 
 void VEXOORStyleData::WriteDataToFile(CStdioFile* file) {
@@ -72,11 +77,22 @@ void VEXOORStyleData::ReadDataFromFile(CStdioFile*) {
 
 // --- Items -------------------------------------------------------------------------------------------------
 
+VEXOORStyleData::KeptItem::KeptItem(const VEXOORStyleDataItem& item)
+    : m_key(item.m_key)
+    , m_value(reinterpret_cast<const char*>(item.m_value), item.usedSize())
+    , m_kind(item.m_kind) {}
+
+void VEXOORStyleData::KeptItem::copyTo(VEXOORStyleDataItem& item) const {
+    item.m_key = m_key;
+    std::memcpy(item.m_value, m_value.data(), m_value.size());
+    item.m_kind = m_kind;
+}
+
 void VEXOORStyleData::addUnder(CString& key, VEXOORStyleDataItem& item) {
     if (key.IsEmpty()) return;
     if (key.Find(m_prefix) < 0) key = m_prefix + key;
     item.m_key = key;
-    m_items.append(item);
+    m_items.emplace_back(item);
 }
 
 void VEXOORStyleData::AddItem(CString& key, const double& value) {
@@ -102,28 +118,34 @@ void VEXOORStyleData::AddItem(CString& key, const CString& value) {
 
 void VEXOORStyleData::AddItem(VEXOORStyleDataItem& item) {
     CVxLogEntry entry(L"VEXOORStyleData::AddItem");
-    m_items.append(item);
+    m_items.emplace_back(item);
 }
 
 Acad::ErrorStatus VEXOORStyleData::GetItem(CString key, VEXOORStyleDataItem& item) {
     CVxLogEntry entry(L"VEXOORStyleData::GetItem");
     const CString wanted = m_prefix + key;
-    for (const VEXOORStyleDataItem& each : m_items) {
+    for (const KeptItem& each : m_items) {
         if (each.m_key != wanted) continue;
-        item = each;
+        each.copyTo(item);
         return Acad::eOk;
     }
     return Acad::eInvalidInput;
 }
 
-void VEXOORStyleData::ClearItems() {
-    CVxLogEntry entry(L"VEXOORStyleData::ClearItems");
-    m_items.removeAll();
+AcArray<VEXOORStyleDataItem> VEXOORStyleData::GetItems() {
+    CVxLogEntry entry(L"VEXOORStyleData::GetItems");
+    AcArray<VEXOORStyleDataItem> items(static_cast<int>(m_items.size()), 8);
+    VEXOORStyleDataItem item;
+    for (const KeptItem& each : m_items) {
+        each.copyTo(item);
+        items.append(item);
+    }
+    return items;
 }
 
-void VEXOORStyleData::ReserveItems(int count) {
-    CVxLogEntry entry(L"VEXOORStyleData::ReserveItems");
-    if (count > m_items.physicalLength()) m_items.setPhysicalLength(count);
+void VEXOORStyleData::ClearItems() {
+    CVxLogEntry entry(L"VEXOORStyleData::ClearItems");
+    m_items.clear();
 }
 
 // --- What else it holds ------------------------------------------------------------------------------------

@@ -5,6 +5,9 @@
 #include "dbid.h"
 #include "vexoorstyledataitem.h"
 
+#include <string>
+#include <vector>
+
 class AcDbLinetypeTableRecord;
 class AcDbTextStyleTableRecord;
 class CComboBox;
@@ -69,10 +72,9 @@ public:
     /// there is none. The prefix is always put in front, so that a key that AddItem has made full is not
     /// found.
     Acad::ErrorStatus GetItem(CString key, VEXOORStyleDataItem& item);
-    AcArray<VEXOORStyleDataItem> GetItems() { return m_items; }
+    /// A copy, in the order in which they were added.
+    AcArray<VEXOORStyleDataItem> GetItems();
     void ClearItems();
-    /// Makes room for that many items in all, so that adding them copies none.
-    void ReserveItems(int count);
 
     // --- Records of tables ---------------------------------------------------------------------------------
 
@@ -121,10 +123,21 @@ public:
     CPropertyPage* getMainPropertyPage() const { return m_page; }
 
 private:
+    /// An item with as much of its value as its kind uses: an item itself takes a kilobyte, and a style of
+    /// 100,000 of them a hundred megabytes.
+    struct KeptItem {
+        explicit KeptItem(const VEXOORStyleDataItem& item);
+        void copyTo(VEXOORStyleDataItem& item) const;
+
+        CString m_key;
+        std::string m_value; ///< its first bytes
+        int m_kind;
+    };
+
     void addUnder(CString& key, VEXOORStyleDataItem& item);
     void writeLines(CStdioFile& file) const;
 
-    AcArray<VEXOORStyleDataItem> m_items{0, 8};
+    std::vector<KeptItem> m_items;
     CString m_entityType;
     CString m_styleName;
     CPropertySheet* m_sheet = nullptr;

@@ -8,12 +8,7 @@ namespace {
 
 // Styles have many items, and most use a few bytes of their kilobyte.
 void copyValue(const VEXOORStyleDataItem& from, VEXOORStyleDataItem& to) {
-    std::size_t bytes = sizeof from.m_value;
-    if (from.m_kind == VEXOORStyleDataItem::kReal) bytes = sizeof(double);
-    if (from.m_kind == VEXOORStyleDataItem::kInteger) bytes = sizeof(std::int32_t);
-    if (from.m_kind == VEXOORStyleDataItem::kName || from.m_kind == VEXOORStyleDataItem::kText)
-        bytes = (wcsnlen(from.m_value, VEXOORStyleDataItem::maximumText) + 1) * sizeof(wchar_t);
-    std::memcpy(to.m_value, from.m_value, bytes);
+    std::memcpy(to.m_value, from.m_value, from.usedSize());
     to.m_kind = from.m_kind;
 }
 
@@ -63,4 +58,11 @@ int VEXOORStyleDataItem::integer() const {
 
 CString VEXOORStyleDataItem::text() const {
     return {m_value, static_cast<int>(wcsnlen(m_value, maximumText))};
+}
+
+std::size_t VEXOORStyleDataItem::usedSize() const {
+    if (m_kind == kReal) return sizeof(double);
+    if (m_kind == kInteger) return sizeof(std::int32_t);
+    if (m_kind == kName || m_kind == kText) return (wcsnlen(m_value, maximumText) + 1) * sizeof(wchar_t);
+    return sizeof m_value;
 }

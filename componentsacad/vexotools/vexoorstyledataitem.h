@@ -2,6 +2,8 @@
 
 #include "afx.h"
 
+#include <cstddef>
+
 /// One setting of a style: a full key, prefix included, and a value, which is one of four kinds. A value by
 /// itself: copies have all three fields, of the value as much as its kind uses.
 class VEXOORStyleDataItem {
@@ -26,6 +28,8 @@ public:
     double real() const;
     int integer() const;
     CString text() const;
+    /// Bytes of the value that its kind uses; of a kind that is none of the four, all.
+    std::size_t usedSize() const;
 
     CString m_key;
     /// A double or a 32-bit int at its start, or a text with its end.
