@@ -138,32 +138,3 @@ TEST(CurveMeetings, WithFlatArcsAreFoundOnBothCurves) {
         EXPECT_EQ(halves.count(), 2);
     }
 }
-
-// Pieces beside each other in a long stack are met without looking at all pairs; the answer is that of each
-// pair by itself.
-TEST(CurveMeetings, OfStackedLinesAreThoseOfEachStep) {
-    constexpr int count = 400;
-    std::vector<Vertex> left;
-    std::vector<Vertex> right;
-    for (int i = 0; i < count; ++i) {
-        const double far = i % 4 == 0 || i % 4 == 3 ? 0.0 : 100.0;
-        left.push_back({far, i / 2 * 1.0});
-        right.push_back({far - 0.5, i / 2 + 0.25});
-    }
-    const auto first = polyline(left, false);
-    const auto second = polyline(right, false);
-    const AcGePoint3dArray points = meetings(*first, *second);
-    // Each connecting side crosses one long side of the other: at 100 the second one's long side ends short
-    // of the first one's connection, at 0 it runs past.
-    int expected = 0;
-    for (int i = 0; i + 1 < count; ++i)
-        for (int j = 0; j + 1 < count; ++j) {
-            const auto one =
-                polyline({left[static_cast<std::size_t>(i)], left[static_cast<std::size_t>(i) + 1]}, false);
-            const auto other =
-                polyline({right[static_cast<std::size_t>(j)], right[static_cast<std::size_t>(j) + 1]}, false);
-            expected += std::abs(i - j) < 8 ? meetings(*one, *other).length() : 0;
-        }
-    EXPECT_GT(expected, 100);
-    EXPECT_EQ(points.length(), expected);
-}

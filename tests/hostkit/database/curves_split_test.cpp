@@ -64,28 +64,6 @@ TEST(CurveSplit, TakesTheEndOfAClosedCurveForItsStart) {
     EXPECT_NEAR(lengthOf(opened[0]), 16.0, 1e-12);
 }
 
-TEST(CurveSplit, KeepsBulgesOfCutArcsTheClosingOneToo) {
-    // A circle of two half turns, cut at a quarter of each: the second piece runs over the start.
-    const auto circle = polyline({{5, 0, 1.0}, {-5, 0, 1.0}}, true);
-    Pieces pieces;
-    ASSERT_EQ(circle->getSplitCurves(numbersOf({0.5, 1.5}), pieces.array), Acad::eOk);
-    ASSERT_EQ(pieces.count(), 2);
-    const double quarter = std::tan(std::numbers::pi / 8.0);
-    for (int i = 0; i < 2; ++i) {
-        const AcDbPolyline* piece = AcDbPolyline::cast(&pieces[i]);
-        ASSERT_TRUE(piece);
-        ASSERT_EQ(piece->numVerts(), 3u);
-        for (unsigned int vertex = 0; vertex < 3; ++vertex) {
-            double bulge = NAN;
-            ASSERT_EQ(piece->getBulgeAt(vertex, bulge), Acad::eOk);
-            EXPECT_NEAR(bulge, vertex < 2 ? quarter : 0.0, 1e-15);
-        }
-        AcGePoint2d middle;
-        ASSERT_EQ(piece->getPointAt(1, middle), Acad::eOk);
-        EXPECT_TRUE(middle == AcGePoint2d(i == 0 ? -5.0 : 5.0, 0.0));
-    }
-}
-
 TEST(CurveSplit, LeavesNoSliversAtEndsAndVertices) {
     const auto open = polyline({{0, 0}, {4, 0}, {4, 4}}, false);
     AcGePoint3dArray points = pointsOf({{5e-11, 0, 0}, {4, 5e-11, 0}, {4, 4 - 5e-11, 0}});

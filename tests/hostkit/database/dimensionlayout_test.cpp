@@ -106,39 +106,6 @@ DimensionVariables metric() {
     return variables;
 }
 
-// The sheet's figures stand in the frame of the dimension line; the dimension is turned by 30 degrees.
-TEST(DimensionLayout, MetricTextStandsAboveATurnedLine) {
-    Linear dimension(0.0);
-    const AcGeVector2d along(std::cos(30.0 * degree), std::sin(30.0 * degree));
-    const AcGeVector2d up = along.perpVector();
-    const AcGePoint2d origin(100.0, -40.0);
-    dimension.shape.rotation = 30.0 * degree;
-    dimension.shape.points[3] = origin + up * -20.78;
-    dimension.shape.points[4] = origin + along * 46.7164 + up * -8.258;
-    dimension.shape.points[0] = origin + along * 46.7164;
-    dimension.variables = metric();
-    dimension.text(L"46,72", 9.0, 3.005, 2.5);
-    ASSERT_TRUE(dimension.layOut());
-    const auto inFrame = [&](const AcGePoint2d& point) {
-        return AcGePoint2d((point - origin).dotProduct(along), (point - origin).dotProduct(up));
-    };
-    const AcGePoint2d text = inFrame(dimension.layout.textCentre);
-    EXPECT_NEAR(text.x, 23.358, 1e-3);
-    EXPECT_NEAR(text.y, 2.1275, 1e-3);
-    EXPECT_NEAR(dimension.layout.textRotation, 30.0 * degree, 1e-12);
-    for (auto [look, from] :
-         {std::pair{PieceLook::firstExtension, -20.155}, {PieceLook::secondExtension, -7.633}}) {
-        const auto lines = dimension.lines(look);
-        ASSERT_EQ(lines.size(), 1u);
-        EXPECT_NEAR(inFrame(lines[0].from).y, from, 1e-3);
-        EXPECT_NEAR(inFrame(lines[0].to).y, 1.25, 1e-9);
-    }
-    const auto line = dimension.lines(PieceLook::dimensionLine);
-    ASSERT_EQ(line.size(), 1u);
-    EXPECT_NEAR(inFrame(line[0].from).x, 2.5, 1e-9);
-    EXPECT_NEAR(inFrame(line[0].to).x, 44.2164, 1e-9);
-}
-
 TEST(DimensionLayout, ANarrowOneHasTextAndArrowsOutside) {
     Linear dimension(0.5);
     DimensionVariables& variables = dimension.variables = sized(0.125, 0.0625, 0.03125, 0.09375);
@@ -224,14 +191,6 @@ TEST(DimensionLayout, AFrameLiftsTheTextAndUnequalArrowsShiftIt) {
                  {{20.40, 4.879}, {10.65, 4.879}},
                  {{10.65, 4.879}, {10.65, 0.625}}},
                 1e-2);
-}
-
-TEST(DimensionLayout, AHangingCommaLiftsTheText) {
-    Linear dimension(317.88);
-    dimension.variables = metric();
-    dimension.text(L"317,88", 9.0, 1.1667 * 2.5, 2.5);
-    ASSERT_TRUE(dimension.layOut());
-    expectText(dimension.layout, 158.94, 2.083, 0.0, 1e-3);
 }
 
 TEST(DimensionLayout, AnOrdinateUnderlinesItsText) {

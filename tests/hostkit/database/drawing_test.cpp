@@ -117,30 +117,6 @@ TEST(Drawing, HandlesNearTheTopLeaveRoomForNewObjects) {
     EXPECT_TRUE(DatabaseAccess::add(named, std::make_unique<AcDbPoint>().get(), largest, {}).isNull());
 }
 
-TEST(Drawing, AReservedIdTakesItsObjectLater) {
-    AcDbDatabase database(false);
-    const AcDbObjectId reserved = DatabaseAccess::reserve(database, 77);
-    EXPECT_FALSE(reserved.isResident());
-    EXPECT_EQ(78u, database.handseed().value());
-    EXPECT_EQ(reserved, DatabaseAccess::add(database, new AcDbPoint, 77, AcDbObjectId()));
-    EXPECT_TRUE(reserved.isResident());
-    EXPECT_EQ(AcDbPoint::desc(), reserved.objectClass());
-}
-
-TEST(Drawing, IdsAreGoodForManyObjects) {
-    constexpr std::size_t count = 100000;
-    AcDbDatabase database(false);
-    for (std::size_t i = 0; i < count; ++i)
-        DatabaseAccess::add(database, new AcDbPoint({double(i), 0, 0}), 0, AcDbObjectId());
-    std::size_t visited = 0;
-    DatabaseAccess::forEachObject(database, [&](AcDbObject& object) {
-        EXPECT_EQ(double(visited), AcDbPoint::cast(&object)->position().x);
-        EXPECT_EQ(&database, object.database());
-        ++visited;
-    });
-    EXPECT_EQ(count, visited);
-}
-
 TEST(Drawing, BlocksTakeEntitiesAndRefuseOthers) {
     AcDbDatabase database;
     AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);

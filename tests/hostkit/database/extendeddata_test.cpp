@@ -177,16 +177,6 @@ TEST_F(ExtendedData, WhatIsNoNumberIsRefused) {
     EXPECT_EQ(AcGePoint3d(), database.insbase());
 }
 
-TEST_F(ExtendedData, TheLimitIsOnAllApplicationsTogether) {
-    const std::wstring half(4000, L'x');
-    EXPECT_EQ(Acad::eOk, set(acutBuildList(1001, L"ORDANE", 1000, half.c_str(), 0)));
-    EXPECT_EQ(Acad::eOk, set(acutBuildList(1001, L"OTHER", 1000, half.c_str(), 0)));
-    EXPECT_EQ(Acad::eXdataSizeExceeded,
-              set(acutBuildList(1001, L"OTHER", 1000, half.c_str(), 1000, half.c_str(), 0)));
-    EXPECT_LE(point->extendedData()->size(), GroupBlock::maxExtendedDataSize);
-    EXPECT_EQ("1001 ORDANE, 1000 " + narrow(half) + ", 1001 OTHER, 1000 " + narrow(half), text());
-}
-
 // A name takes four bytes and two a character, a 1070 four, a binary four and its own.
 TEST_F(ExtendedData, TheLimitIsExactToTheByte) {
     for (const int other : {0, 4 + 2 * 6 + 4}) {

@@ -74,18 +74,6 @@ testing::AssertionResult isNear(const AcGeMatrix3d& found, const AcGeMatrix3d& w
     return testing::AssertionSuccess();
 }
 
-TEST_F(Insertions, PlaceIsPositionScalesRotationAndNormal) {
-    const AcDbObjectId block = addFlag(L"FLAG", {2.0, 3.0, 4.0});
-    AcDbBlockReference reference({10.0, 20.0, 30.0}, block);
-    EXPECT_TRUE(isNear(reference.blockTransform(), AcGeMatrix3d::translation({8.0, 17.0, 26.0})));
-    ASSERT_EQ(reference.setScaleFactors({2.0, -1.0, 1.0}), Acad::eOk);
-    ASSERT_EQ(reference.setRotation(AcGe::kPi / 2.0), Acad::eOk);
-    EXPECT_TRUE(isNear(reference.blockTransform() * AcGePoint3d(3.0, 5.0, 4.0), {12.0, 22.0, 30.0}));
-    ASSERT_EQ(reference.setNormal({0.0, 0.0, -1.0}), Acad::eOk);
-    EXPECT_TRUE(isNear(reference.position(), {10.0, 20.0, 30.0}));
-    EXPECT_TRUE(isNear(reference.blockTransform() * AcGePoint3d(3.0, 5.0, 5.0), {8.0, 22.0, 29.0}));
-}
-
 TEST_F(Insertions, TransformIsTheProductAndComesBack) {
     const AcDbObjectId block = addFlag(L"FLAG", {2.0, 3.0, 4.0});
     motions::Random random(4);
@@ -228,23 +216,6 @@ TEST_F(Insertions, ArraysAreSeenInEveryPlace) {
     EXPECT_TRUE(isNear(boxOf(huge), AcDbExtents({-2.0, -1.0, -3.0}, {32770.0, 65540.0, 0.0})));
     EXPECT_EQ(huge.setColumns(0), Acad::eInvalidInput);
     EXPECT_EQ(huge.setRows(32768), Acad::eInvalidInput);
-}
-
-TEST_F(Insertions, BlocksThatHoldThemselvesEnd) {
-    const AcDbObjectId outer = addFlag(L"OUTER");
-    const AcDbObjectId inner = addBlock(L"INNER");
-    append(inner, new AcDbLine({0.0, 0.0, 0.0}, {0.0, 0.0, 5.0}));
-    append(outer, new AcDbBlockReference({100.0, 0.0, 0.0}, inner));
-    // The class refuses such a block, but a file may have one.
-    const AcDbObjectId back =
-        DatabaseAccess::add(m_drawing, new AcDbBlockReference({0.0, 100.0, 0.0}, outer), 0, inner);
-    DatabaseAccess::appendToBlock(*DatabaseAccess::objectOf<AcDbBlockTableRecord>(inner), back);
-    AcDbBlockReference whole({}, outer);
-    whole.setRotation(0.0);
-    EXPECT_TRUE(isNear(boxOf(whole), AcDbExtents({-1.0, 0.0, -2.0}, {100.0, 9.0, 5.0})));
-    whole.setRotation(1.0);
-    AcDbExtents box;
-    EXPECT_EQ(whole.getGeomExtents(box), Acad::eOk);
 }
 
 TEST_F(Insertions, ABlockCannotBePutIntoItself) {

@@ -129,17 +129,6 @@ TEST(Movements, ExtendedDataFollowsByTheMeaningOfItsCodes) {
     EXPECT_GT(moved, 400u);
 }
 
-TEST(Movements, AShiftLeavesAllButPositionsToTheBit) {
-    motions::Random random(12);
-    AcDbPoint point;
-    const List before = randomData(random);
-    ASSERT_EQ(point.setXData(before.get()), Acad::eOk);
-    ASSERT_EQ(point.transformBy(AcGeMatrix3d::translation({0.1, 1e7, -3.0})), Acad::eOk);
-    const List after(point.xData());
-    for (const resbuf *a = before.get(), *b = after.get(); a && b; a = a->rbnext, b = b->rbnext)
-        EXPECT_EQ(valueOf(*a) == valueOf(*b), a->restype != 1011) << a->restype;
-}
-
 TEST(Movements, WhatARealCannotHoldMovesNothing) {
     const double far[] = {1e300, 0.0, 0.0};
     const List large(acutBuildList(1001, L"VEXO", 1011, far, 0));
@@ -162,34 +151,6 @@ TEST(Movements, WhatARealCannotHoldMovesNothing) {
     ASSERT_EQ(unknown.setXData(data.get()), Acad::eOk);
     EXPECT_EQ(unknown.transformBy(AcGeMatrix3d::scaling(2.0)), Acad::eNotApplicable);
     EXPECT_EQ(textOf(List(unknown.xData())), textOf(data));
-}
-
-TEST(Movements, ExtendedDataIsTakenBackWithTheMotion) {
-    AcDbDatabase drawing;
-    addRecord<AcDbRegAppTable>(drawing, L"VEXO");
-    motions::Random random(13);
-    std::vector<AcDbObjectId> ids;
-    for (everyentity::Kind& kind : everyentity::all(addBlock(drawing))) {
-        for (AcDbEntity* each : withParts(*kind.entity)) each->setXData(randomData(random).get());
-        ids.push_back(appendToModelSpace(drawing, kind.entity.release()));
-    }
-    const std::string before = pictureOf(drawing);
-    const AcGeMatrix3d matrix = motions::all().at(9).matrix;
-    drawing.transactionManager()->startTransaction();
-    for (const AcDbObjectId id : ids)
-        change<AcDbEntity>(id, [&](AcDbEntity& each) { EXPECT_EQ(each.transformBy(matrix), Acad::eOk); });
-    EXPECT_NE(before, pictureOf(drawing));
-    drawing.transactionManager()->abortTransaction();
-    EXPECT_EQ(before, pictureOf(drawing));
-    for (const AcDbObjectId id : ids) {
-        auto* each = opened<AcDbEntity>(id);
-        const List data(each->xData());
-        EXPECT_EQ(each->transformBy(matrix), Acad::eOk);
-        EXPECT_NE(textOf(data), textOf(List(each->xData())));
-        EXPECT_EQ(each->cancel(), Acad::eOk);
-        AcDbObjectPointer<AcDbEntity> again(id, AcDb::kForRead);
-        EXPECT_EQ(textOf(data), textOf(List(again->xData())));
-    }
 }
 
 // Fields.

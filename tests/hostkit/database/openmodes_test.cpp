@@ -293,16 +293,6 @@ TEST(OpenModes, ModifiedAndNewLastUntilTheClose) {
     EXPECT_EQ(Acad::eOk, again->cancel());
 }
 
-TEST(OpenModes, ACancelledNewObjectIsErased) {
-    AcDbDatabase database;
-    AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
-    auto* line = new AcDbLine({0, 0, 0}, {1, 0, 0});
-    AcDbObjectId id;
-    ASSERT_EQ(Acad::eOk, space->appendAcDbEntity(id, line));
-    EXPECT_EQ(Acad::eOk, line->cancel());
-    EXPECT_TRUE(id.isErased());
-}
-
 TEST(OpenModes, AnyNumberOfOpensUnwindsByIsReallyClosing) {
     for (const char* state : {"read", "read 2", "read 256", "write", "write+notify", "read+notify"}) {
         SCOPED_TRACE(state);

@@ -113,19 +113,4 @@ TEST(ParagraphLayout, LinesAreWhatIsSeen) {
     for (const auto& [contents, lines] : cases) EXPECT_EQ(linesOf(contents), lines) << contents.substr(0, 40);
 }
 
-TEST(ParagraphLayout, LinesBreakAtBlanksAndLoseNothing) {
-    constexpr wchar_t contents[] = L"the quick brown fox {\\Ljumps \\H2x;over} theincrediblylazydogs";
-    const std::wstring whole = linesOf(contents).at(0);
-    for (const double width : {0.1, 5.0, 12.0, 30.0, 1000.0}) {
-        std::wstring joined;
-        for (const hostkit::ParagraphLine& line : hostkit::laidOut(contents, {.width = width}).lines) {
-            EXPECT_TRUE(line.text().find(L' ') == std::wstring::npos ||
-                        line.right - line.left <= width + 1e-9)
-                << width;
-            joined += (joined.empty() ? L"" : L" ") + line.text();
-        }
-        EXPECT_EQ(joined, whole) << width;
-    }
-}
-
 } // namespace

@@ -251,20 +251,6 @@ TEST_F(PickingBlocks, NestedPicksTellTheWayDown) {
     EXPECT_EQ(pickedEntity(m_drawing, space(), {}, around(124, 50)), inSpace);
 }
 
-TEST_F(PickingBlocks, TheLastDrawnLiesOnTop) {
-    std::vector<AcDbObjectId> lines;
-    for (int i = 0; i < 5; ++i)
-        lines.push_back(append(space(), new AcDbLine({-1.0, double(i), 0}, {1.0, -double(i), 0})));
-    EXPECT_EQ(pickedEntity(m_drawing, space(), {}, around(0, 0)), lines.back());
-    EXPECT_EQ(pickedEntities(m_drawing, space(), {}, around(0, 0), PickMode::touching), lines);
-    change<AcDbEntity>(lines.back(), [](auto& line) { line.erase(); });
-    EXPECT_EQ(pickedEntity(m_drawing, space(), {}, around(0, 0)), lines[3]);
-    EXPECT_TRUE(pickedEntity(m_drawing, space(), {}, around(50, 0)).isNull());
-    EXPECT_TRUE(
-        pickedEntities(m_drawing, m_drawing.layerTableId(), {}, around(0, 0), PickMode::touching).empty());
-    EXPECT_TRUE(pickedEntities(m_drawing, {}, {}, around(0, 0), PickMode::touching).empty());
-}
-
 /// Files can say what no program should: blocks in themselves, and more copies than can be counted.
 TEST_F(PickingBlocks, ThatHoldThemselvesEnd) {
     std::vector<AcDbObjectId> blocks;

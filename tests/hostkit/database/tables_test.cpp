@@ -94,19 +94,6 @@ TEST_F(Tables, ErasedRecordsFreeTheirNamesAndComeBackIfTheyCan) {
     EXPECT_EQ(first, table->find(L"axis"));
 }
 
-TEST_F(Tables, RenamingKeepsTheTableInStep) {
-    const AcDbObjectId first = addLayer(L"One");
-    addLayer(L"Two");
-    AcDbObjectPointer<AcDbLayerTableRecord> record(first, AcDb::kForWrite);
-    EXPECT_EQ(Acad::eDuplicateKey, record->setName(L"TWO"));
-    EXPECT_EQ(L"One", record->name());
-    EXPECT_EQ(Acad::eOk, record->setName(L"ONE")) << "another case of its own name";
-    EXPECT_EQ(Acad::eOk, record->setName(L"Three"));
-    AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForRead);
-    EXPECT_TRUE(table->find(L"one").isNull());
-    EXPECT_EQ(first, table->find(L"three"));
-}
-
 TEST_F(Tables, StandingRecordsCannotBeErased) {
     for (const AcDbObjectId id :
          {database.layerZero(), database.byLayerLinetype(), database.byBlockLinetype(),
@@ -141,15 +128,6 @@ TEST_F(Tables, UnnamedBlocksGetNumbers) {
     }
     EXPECT_EQ(3u, names.size());
     EXPECT_FALSE(names.contains(L"*U"));
-}
-
-TEST_F(Tables, ErasingABlockErasesItsEntities) {
-    const AcDbObjectId blockId = addRecord<AcDbBlockTable>(database, L"Stair");
-    const AcDbObjectId entity = append(blockId, new AcDbPoint);
-    EXPECT_EQ(Acad::eOk, erase(blockId));
-    EXPECT_TRUE(entity.isErased());
-    EXPECT_EQ(Acad::eOk, erase(blockId, false));
-    EXPECT_FALSE(entity.isErased());
 }
 
 class Dictionaries : public Tables {
@@ -272,15 +250,6 @@ TEST_F(Dictionaries, RemoveRenameAndWalkMeanwhile) {
     EXPECT_FALSE(root->has(one) || root->has(L"one"));
     EXPECT_FALSE(iterator->setPosition(one));
     EXPECT_FALSE(iterator->next());
-}
-
-TEST_F(Dictionaries, NestedOnesAreErasedAndRestoredWhole) {
-    const AcDbObjectId outer = addEntry(L"outer", new AcDbDictionary);
-    const AcDbObjectId inner = enter(outer, L"record");
-    EXPECT_EQ(Acad::eOk, erase(outer));
-    EXPECT_TRUE(inner.isErased());
-    EXPECT_EQ(Acad::eOk, erase(outer, false));
-    EXPECT_FALSE(inner.isErased());
 }
 
 TEST_F(Dictionaries, ExtensionDictionariesGoWithTheirObject) {

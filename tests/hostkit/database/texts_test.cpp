@@ -146,28 +146,6 @@ TEST(Texts, LettersAreWhereTheirImagesAre) {
     }
 }
 
-TEST(Texts, TransformThereAndBackRestoresTheFields) {
-    for (const motions::Motion& motion : motions::all()) {
-        AcDbText text = fiveLetters();
-        text.setRotation(0.4);
-        text.setWidthFactor(0.8);
-        text.setOblique(0.2);
-        text.setThickness(3.0);
-        text.mirrorInY(true);
-        const AcDbText before = text;
-        ASSERT_EQ(text.transformBy(motion.matrix), Acad::eOk);
-        ASSERT_EQ(text.transformBy(motion.matrix.inverse()), Acad::eOk);
-        EXPECT_TRUE(isNear(text.position(), before.position(), motion.reach())) << motion.name;
-        EXPECT_NEAR(std::remainder(text.rotation() - 0.4, AcGe::kTwoPi), 0.0, 1e-12) << motion.name;
-        EXPECT_NEAR(text.height(), 10.0, 1e-11) << motion.name;
-        EXPECT_NEAR(text.widthFactor(), 0.8, 1e-12) << motion.name;
-        EXPECT_NEAR(text.oblique(), 0.2, 1e-12) << motion.name;
-        EXPECT_NEAR(text.thickness(), 3.0, 1e-11) << motion.name;
-        EXPECT_FALSE(text.isMirroredInX()) << motion.name;
-        EXPECT_TRUE(text.isMirroredInY()) << motion.name;
-    }
-}
-
 TEST(Texts, MirrorTurnsTheLettersRoundAndKeepsTheSideOfTheNormal) {
     AcDbText text = fiveLetters();
     ASSERT_EQ(text.transformBy(motions::stretch(-1.0, 1.0, 1.0)), Acad::eOk);

@@ -59,20 +59,6 @@ TEST(Transactions, NestedOnesGoBackEachToItsStart) {
     }
 }
 
-TEST(Transactions, AllChangesInAnyOrderGoBackTogether) {
-    for (std::uint32_t seed = 1; seed <= 50; ++seed) {
-        SCOPED_TRACE(seed);
-        Drawing drawing;
-        const std::string before = pictureOf(drawing.database);
-        drawing.manager().startTransaction();
-        applyAll(drawing, seed);
-        EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
-        EXPECT_EQ(before, pictureOf(drawing.database));
-        applyAll(drawing, seed);
-        EXPECT_NE(before, pictureOf(drawing.database)) << "what was put back can be changed again";
-    }
-}
-
 // Whoever has the object open goes on with it while a transaction comes and goes.
 TEST(Transactions, ReachWhatIsOpenElsewhere) {
     for (const bool aborts : {false, true}) {
@@ -184,23 +170,6 @@ TEST(Transactions, IdsOfWhatWasTakenBackStayTheirOwn) {
 
 // Cancel.
 
-TEST(Cancel, PutsBackOneOpen) {
-    Drawing drawing;
-    const std::string before = pictureOf(drawing.database);
-    auto* line = opened<AcDbLine>(drawing.line);
-    line->setEndPoint({7, 7, 7});
-    setText(*line, L"text");
-    line->createExtensionDictionary();
-    EXPECT_EQ(Acad::eOk, line->cancel());
-    EXPECT_EQ(before, pictureOf(drawing.database));
-
-    change<AcDbLine>(drawing.line, [](AcDbLine& each) { each.setEndPoint({4, 4, 4}); });
-    line = opened<AcDbLine>(drawing.line);
-    line->setEndPoint({7, 7, 7});
-    EXPECT_EQ(Acad::eOk, line->cancel());
-    EXPECT_EQ(AcGePoint3d(4, 4, 4), AcDbObjectPointer<AcDbLine>(drawing.line, AcDb::kForRead)->endPoint());
-}
-
 TEST(Cancel, TakesAContainersNewPartsBack) {
     Drawing drawing;
     const std::string before = pictureOf(drawing.database);
@@ -223,39 +192,6 @@ TEST(Cancel, TakesAContainersNewPartsBack) {
     AcDbObjectPointer<AcDbDictionary> again(drawing.dictionary, AcDb::kForRead);
     EXPECT_TRUE(again->has(drawing.record));
     EXPECT_EQ(1u, again->numEntries());
-}
-
-TEST(Cancel, RestoresWhatWasErasedWithTheObject) {
-    Drawing drawing;
-    const std::string before = pictureOf(drawing.database);
-    auto* polyline = opened<AcDb2dPolyline>(drawing.polyline);
-    EXPECT_EQ(Acad::eOk, polyline->erase());
-    EXPECT_EQ(Acad::eOk, polyline->cancel());
-    EXPECT_EQ(before, pictureOf(drawing.database));
-}
-
-TEST(Cancel, OfAReaderIsAClose) {
-    Drawing drawing;
-    auto* writer = opened<AcDbLine>(drawing.line);
-    writer->setEndPoint({7, 7, 7});
-    EXPECT_EQ(Acad::eOk, writer->downgradeOpen());
-    EXPECT_EQ(Acad::eOk, writer->cancel());
-    EXPECT_EQ(AcGePoint3d(7, 7, 7), writer->endPoint());
-}
-
-// A transaction that began within the open is not moved by its cancel.
-TEST(Cancel, WithinATransaction) {
-    Drawing drawing;
-    const std::string before = pictureOf(drawing.database);
-    auto* line = opened<AcDbLine>(drawing.line);
-    line->setEndPoint({7, 7, 7});
-    drawing.manager().startTransaction();
-    change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
-    line->setEndPoint({8, 8, 8});
-    EXPECT_EQ(Acad::eOk, line->cancel());
-    EXPECT_EQ(AcGePoint3d(1, 0, 0), line->endPoint());
-    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
-    EXPECT_EQ(before, pictureOf(drawing.database));
 }
 
 // What an abort or an undo has taken back is not taken back again, and no earlier open's change in its stead.
@@ -343,27 +279,6 @@ TEST(Erasure, OfAPartByItselfOutlastsItsOwners) {
     EXPECT_EQ(Acad::eOk, erase(vertex));
     erase(drawing.polyline, false);
     EXPECT_TRUE(vertex.isErased());
-}
-
-// An open that began before the transaction goes back beyond its start, and gets a name that the abort would
-// give to another record.
-TEST(Cancel, BeyondTheStartOfATransactionLeavesNoNameTwice) {
-    Drawing drawing;
-    const auto rename = [](AcDbObjectId id, const wchar_t* name) {
-        change<AcDbLayerTableRecord>(id, [&](auto& layer) { EXPECT_EQ(Acad::eOk, layer.setName(name)); });
-    };
-    const AcDbObjectId other = addRecord<AcDbLayerTable>(drawing.database, L"Slabs");
-    auto* layer = opened<AcDbLayerTableRecord>(drawing.layer);
-    EXPECT_EQ(Acad::eOk, layer->setName(L"Free"));
-    rename(other, L"Walls");
-    drawing.manager().startTransaction();
-    rename(other, L"Beams");
-    EXPECT_EQ(Acad::eOk, layer->cancel());
-    EXPECT_EQ(Acad::eOk, drawing.manager().abortTransaction());
-    AcDbSymbolTablePointer<AcDbLayerTable> layers(&drawing.database, AcDb::kForRead);
-    EXPECT_EQ(drawing.layer, layers->find(L"walls"));
-    EXPECT_EQ(other, layers->find(L"beams"));
-    EXPECT_TRUE(layers->find(L"free").isNull());
 }
 
 TEST(Cancel, IsRefusedWhereTheNameWasGivenAway) {
