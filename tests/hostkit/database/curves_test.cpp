@@ -218,6 +218,23 @@ TEST(Curves, ProjectedUnboundedLinesHaveUnitDirections) {
     }
 }
 
+TEST(Curves, TheThicknessOfCirclesFollowsTheMotion) {
+    for (const motions::Motion& motion : motions::all()) {
+        SCOPED_TRACE(motion.name);
+        const auto check = [&](auto curve) {
+            ASSERT_EQ(curve.setThickness(2.5), Acad::eOk);
+            const AcGeVector3d wall = curve.normal() * curve.thickness();
+            const Acad::ErrorStatus status = curve.transformBy(motion.matrix);
+            EXPECT_EQ(status, motion.keepsShape ? Acad::eOk : Acad::eCannotScaleNonUniformly);
+            const AcGeVector3d expected = status == Acad::eOk ? motion.matrix * wall : wall;
+            const AcGeVector3d moved = curve.normal() * curve.thickness();
+            EXPECT_LE((moved - expected).length(), 1e-12 * expected.length());
+        };
+        check(AcDbCircle({1.0, 2.0, 3.0}, {0.3, -0.5, 0.8}, 4.0));
+        check(AcDbArc({1.0, 2.0, 3.0}, {0.3, -0.5, 0.8}, 4.0, 0.5, 4.0));
+    }
+}
+
 TEST(Curves, OldPolylinesCloseAndOpen) {
     const auto check = [](auto&& line) {
         EXPECT_FALSE(line.isClosed());

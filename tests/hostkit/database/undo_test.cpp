@@ -56,6 +56,28 @@ TEST(Undo, TakesBackEachStepWhole) {
     }
 }
 
+TEST(Undo, WhatWasDoneWhileRecordingWasOffStays) {
+    RecordedDrawing drawing;
+    drawing.step(L"BOTH", [&] {
+        drawing.moveEnd({2, 2, 2});
+        drawing.suspended([&] {
+            change<AcDbLayerTableRecord>(drawing.layer, [](auto& layer) { layer.setIsOff(true); });
+            appendToModelSpace(drawing.database, new AcDbLine({0, 0, 0}, {9, 9, 9}));
+        });
+        appendToModelSpace(drawing.database, new AcDbLine({0, 0, 0}, {8, 8, 8}));
+    });
+    const hostkit::UndoReport report = drawing.undo();
+    EXPECT_EQ(2u, report.restored);
+    EXPECT_EQ(2u, report.keptSuspended);
+    EXPECT_EQ(0u, report.inConflict);
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+    EXPECT_TRUE(AcDbObjectPointer<AcDbLayerTableRecord>(drawing.layer, AcDb::kForRead)->isOff());
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.database.modelSpaceId(), AcDb::kForRead);
+    ASSERT_EQ(3u, space->entities().size());
+    EXPECT_EQ(AcGePoint3d(9, 9, 9),
+              AcDbObjectPointer<AcDbLine>(space->entities().back(), AcDb::kForRead)->endPoint());
+}
+
 // A later change with recording off stays, also where an earlier step is taken back after its own one.
 TEST(Undo, WhatRecordingDidNotSeeIsNotOverwritten) {
     RecordedDrawing drawing;
