@@ -1,6 +1,7 @@
 // Placements that the geometry tests move their cases through: turned, mirrored, scaled and far out.
 #pragma once
 
+#include "gelnsg3d.h"
 #include "gemat2d.h"
 #include "gemat3d.h"
 
@@ -39,6 +40,11 @@ inline AcGeDoubleArray numbersOf(std::initializer_list<double> list) {
     AcGeDoubleArray numbers;
     for (const double number : list) numbers.append(number);
     return numbers;
+}
+
+/// In the plane z = 0.
+inline AcGeLineSeg3d segment(double x1, double y1, double x2, double y2) {
+    return {AcGePoint3d(x1, y1, 0), AcGePoint3d(x2, y2, 0)};
 }
 
 /// A number in units in the last place of a coordinate of that size (at least 1).
