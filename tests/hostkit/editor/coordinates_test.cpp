@@ -195,7 +195,8 @@ const std::string sheetDrawing =
     viewport(1, "12\n0.0\n22\n0.0\n45\n60.0\n") +
     viewport(2, "12\n30.0\n22\n40.0\n16\n0.0\n26\n-1.0\n36\n0.0\n17\n1000.0\n27\n2000.0\n37\n3000.0\n"
                 "42\n35.0\n45\n600.0\n51\n0.0\n90\n16389\n") +
-    viewport(3, "12\n30.0\n22\n40.0\n16\n0.0\n26\n0.0\n36\n0.0\n45\n600.0\n") + "0\nENDSEC\n0\nEOF\n";
+    viewport(3, "12\n30.0\n22\n40.0\n16\n0.0\n26\n0.0\n36\n0.0\n45\n600.0\n") +
+    viewport(5, "45\n600.0\n51\n90.0\n") + "0\nENDSEC\n0\nEOF\n";
 
 TEST_F(CoordinatesTest, AViewportOfTheSheetScalesTheModelIntoIt) {
     auto drawing = hostkit::openDrawingFromMemory(sheetDrawing, L"sheet.dxf");
@@ -213,6 +214,8 @@ TEST_F(CoordinatesTest, AViewportOfTheSheetScalesTheModelIntoIt) {
     expectNear(moved({10.0, 20.0, 30.0}, display, sheet, true), {1.0, 2.0, 3.0});
     expectNear(moved({1001.0, 1998.0, 3003.0}, system(0), display), {1.0, 3.0, 2.0});
 
+    document->setSheetViewport(5);
+    EXPECT_NEAR(hostkit::currentView(*document).twist, AcGe::kPi / 2.0, 1e-15);
     for (const int number : {3, 4}) {
         document->setSheetViewport(number);
         ads_point point = {1.0, 2.0, 3.0};

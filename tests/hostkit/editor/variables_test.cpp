@@ -58,11 +58,17 @@ TEST_F(VariablesTest, SettingKeepsTypeRangeAndReadOnly) {
         {L"LTSCALE", endless, outOfRange}, {L"THICKNESS", -endless, outOfRange}};
     for (const auto& [name, number, result] : reals) expectSet(name, real(number), result);
     const std::tuple<const wchar_t*, const wchar_t*, hostkit::VariableResult> texts[] = {
-        {L"CMDECHO", L"1", wrongType},      {L"ACADVER", L"99.0", readOnly}, {L"CMDNAMES", L"LINE", readOnly},
-        {L"CLAYER", L"nosuch", outOfRange}, {L"CLAYER", L"0", ok},           {L"CECOLOR", L"bylayer", ok},
+        {L"CMDECHO", L"1", wrongType},
+        {L"ACADVER", L"99.0", readOnly},
+        {L"CMDNAMES", L"LINE", readOnly},
+        {L"CLAYER", L"nosuch", outOfRange},
+        {L"CLAYER", L"0", ok},
+        {L"CECOLOR", L"bylayer", ok},
+        {L"CECOLOR", L"3", ok},
         {L"CECOLOR", L"256", outOfRange}};
     for (const auto& [name, given, result] : texts) expectSet(name, text(given), result);
     EXPECT_EQ(header().real(L"LTSCALE"), 3.0);
+    EXPECT_EQ(value(L"CECOLOR").text, L"3");
     EXPECT_EQ(value(L"USERI1").integer, -32768);
 }
 
@@ -148,6 +154,7 @@ TEST_F(VariablesTest, SpacesGoByTilemodeAndViewport) {
     EXPECT_EQ(acedCommand(RTSTR, L"_PSPACE", 0), RTNORM);
     EXPECT_EQ(value(L"CVPORT").integer, 1);
     EXPECT_EQ(set(L"CVPORT", integer(3)), ok);
+    EXPECT_EQ(value(L"CVPORT").integer, 3);
     EXPECT_EQ(set(L"TILEMODE", integer(1)), ok);
     EXPECT_EQ(set(L"TILEMODE", integer(0)), ok);
     EXPECT_EQ(value(L"CVPORT").integer, 1) << "one comes to the sheet itself";
