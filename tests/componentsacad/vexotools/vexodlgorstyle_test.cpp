@@ -322,16 +322,6 @@ TEST_F(StyleSheetTest, TheEntryThatNoneIsChosenStandsOnlyInTheClosedList) {
         << "it is gone when the list is open";
 }
 
-TEST_F(StyleDialog, AStyleThatBrokeSinceItWasListedIsTold) {
-    folder.write("Support/Styles/a.ORStyle", head);
-    ASSERT_TRUE(dialog.Create(nullptr));
-    folder.write("Support/Styles/a.ORStyle", "broken");
-    list().SetCurSel(0);
-    dialog.SendMessageW(WM_COMMAND, MAKEWPARAM(VEXODlgORStyle::IDC_COMBO_STYLES, CBN_SELCHANGE));
-    EXPECT_EQ(session.port().boxes.size(), 1u);
-    EXPECT_EQ(style.updates, 1) << "with the items that stand";
-}
-
 TEST_F(StyleSheetTest, AStyleIsSavedAndStandsInTheList) {
     fs::remove(styles);
     const std::wstring list =

@@ -133,6 +133,10 @@ TEST_F(StyleData, KeysAndTheirPrefix) {
     own.m_key = L"";
     style.AddItem(own);
     EXPECT_EQ(style.GetItems().last().integer(), 7) << "as it stands";
+    own.m_kind = 9;
+    own.m_value[Item::maximumText] = L'v';
+    style.AddItem(own);
+    EXPECT_EQ(style.GetItems().last().m_value[Item::maximumText], L'v') << "of no kind: all of it";
 
     VEXOORStyleData other(style), assigned;
     EXPECT_EQ(other.getPrefix(), L"Pre");
@@ -141,9 +145,9 @@ TEST_F(StyleData, KeysAndTheirPrefix) {
     assigned = style;
     EXPECT_EQ(assigned.getPrefix(), L"Own");
     EXPECT_EQ(assigned.getStyleName(), L"Mur");
-    EXPECT_EQ(assigned.GetItems().length(), 5);
+    EXPECT_EQ(assigned.GetItems().length(), 6);
     style.ClearItems();
-    EXPECT_EQ(other.GetItems().length(), 5);
+    EXPECT_EQ(other.GetItems().length(), 6);
     EXPECT_EQ(style.WriteDataFromControls(), 1);
     EXPECT_EQ(style.UpdateControlsFromData(), 1);
 }
