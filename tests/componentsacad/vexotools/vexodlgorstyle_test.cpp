@@ -248,8 +248,15 @@ TEST_F(StyleDialog, TheListHoldsTheStylesOfItsType) {
     EXPECT_EQ(fs::canonical(styles).wstring(), directory);
     EXPECT_NE(fs::current_path(), fs::canonical(styles)) << "the process stays where it is";
     list().SetCurSel(1);
-    dialog.SendMessageW(WM_COMMAND, MAKEWPARAM(VEXODlgORStyle::IDC_COMBO_STYLES, CBN_SELCHANGE));
+    const auto choose = [&] {
+        dialog.SendMessageW(WM_COMMAND, MAKEWPARAM(VEXODlgORStyle::IDC_COMBO_STYLES, CBN_SELCHANGE));
+    };
+    choose();
     EXPECT_EQ(style.GetItems().length(), 1) << "of two files of one name the last";
+    put("i.ORStyle", "broken since it was listed");
+    choose();
+    EXPECT_EQ(session.port().boxes.size(), 1u);
+    EXPECT_EQ(style.updates, 2) << "with the items that stand";
 
     dialog.FillStyles();
     EXPECT_EQ(entries(), L"Été1|Mine|Loose|" + own) << "anew";
