@@ -124,6 +124,38 @@ TEST_F(DimensionBlocks, AMovedOneHasABlockOfItsOwn) {
     }
 }
 
+TEST_F(DimensionBlocks, CancelAndAbortMakeNone) {
+    const std::string before = pictureOf(m_drawing);
+    const AcGeMatrix3d matrix = AcGeMatrix3d::scaling(2.0);
+    auto* dimension = opened<AcDbDimension>(m_dimension);
+    ASSERT_EQ(dimension->transformBy(matrix), Acad::eOk);
+    EXPECT_TRUE(dimension->dimBlockId().isNull());
+    ASSERT_EQ(dimension->cancel(), Acad::eOk);
+    EXPECT_EQ(pictureOf(m_drawing), before);
+    for (const bool directly : {true, false}) {
+        AcTransaction* const transaction = m_drawing.transactionManager()->startTransaction();
+        if (directly) {
+            move(m_dimension, matrix);
+        } else {
+            AcDbObject* held = nullptr;
+            ASSERT_EQ(transaction->getObject(held, m_dimension, AcDb::kForWrite), Acad::eOk);
+            ASSERT_EQ(AcDbDimension::cast(held)->transformBy(matrix), Acad::eOk);
+        }
+        m_drawing.transactionManager()->abortTransaction();
+        EXPECT_EQ(pictureOf(m_drawing), before) << directly;
+    }
+    AcTransaction* const transaction = m_drawing.transactionManager()->startTransaction();
+    AcDbObject* held = nullptr;
+    ASSERT_EQ(transaction->getObject(held, m_dimension, AcDb::kForWrite), Acad::eOk);
+    const std::vector<AcGePoint3d> wanted = pointsIn(m_block, matrix * matrix);
+    for (int i = 0; i < 2; ++i) ASSERT_EQ(AcDbDimension::cast(held)->transformBy(matrix), Acad::eOk);
+    const std::size_t records =
+        AcDbSymbolTablePointer<AcDbBlockTable>(&m_drawing, AcDb::kForRead)->numRecords();
+    m_drawing.transactionManager()->endTransaction();
+    expectMoved(blockOf(m_dimension), wanted, 1.0);
+    EXPECT_EQ(AcDbSymbolTablePointer<AcDbBlockTable>(&m_drawing, AcDb::kForRead)->numRecords(), records);
+}
+
 TEST_F(DimensionBlocks, AMotionThatWasClosedInATransactionWaitsForTheNextClose) {
     const AcGeMatrix3d matrix = AcGeMatrix3d::scaling(2.0);
     const std::vector<AcGePoint3d> still = pointsIn(m_block), wanted = pointsIn(m_block, matrix);

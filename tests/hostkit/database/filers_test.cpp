@@ -154,6 +154,26 @@ protected:
     AcDbLine* line;
 };
 
+TEST(BinaryRecords, AnApplicationsClassFilesItsItemsBehindItsParents) {
+    const BeamApplication application;
+    Beam beam;
+    beam.setStartPoint(AcGePoint3d(1, 2, 3));
+    beam.setLoad(12);
+    AcDbDeepCloneFiler filer;
+    ASSERT_EQ(beam.dwgOutFields(&filer), Acad::eOk);
+    EXPECT_EQ(beam.textCalls, 0) << "the parent files its own groups, not those of the class below it";
+    filer.seek(0, 0);
+    Beam copy;
+    ASSERT_EQ(copy.dwgInFields(&filer), Acad::eOk);
+    EXPECT_TRUE(copy.startPoint() == AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(copy.load(), 12);
+    filer.seek(0, 0);
+    AcDbLine line;
+    EXPECT_EQ(line.dwgInFields(&filer), Acad::eOk) << "a parent reads its part and stops";
+    double load = 0;
+    EXPECT_TRUE(filer.readDouble(&load) == Acad::eOk && load == 12);
+}
+
 TEST_F(BinaryRecordsInADrawing, NoRecordIsReadUnderANameThatAnotherHas) {
     const AcDbObjectId walls = addRecord<AcDbLayerTable>(database, L"Walls");
     const AcDbObjectId slabs = addRecord<AcDbLayerTable>(database, L"Slabs");

@@ -197,6 +197,28 @@ TEST(Redo, ALaterChangeForgetsIt) {
     }
 }
 
+// An id that was handed out is good again, and the object is the same one.
+TEST(Redo, IdsOutliveTheirUndo) {
+    RedoDrawing drawing;
+    AcDbObjectId block, line;
+    drawing.step(L"BLOCK", [&] {
+        block = addRecord<AcDbBlockTable>(drawing.database, L"Column");
+        line = append(block, new AcDbLine({1, 2, 3}, {4, 5, 6}));
+    });
+    const AcDbObject* const object = hostkit::DatabaseAccess::object(line);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Acad::eOk, drawing.undo());
+        EXPECT_EQ(Acad::ePermanentlyErased,
+                  AcDbObjectPointer<AcDbLine>(line, AcDb::kForRead, true).openStatus());
+        EXPECT_EQ(Acad::eOk, drawing.redo());
+        const AcDbObjectPointer<AcDbLine> again(line, AcDb::kForRead);
+        ASSERT_EQ(Acad::eOk, again.openStatus());
+        EXPECT_EQ(object, again.object());
+        EXPECT_EQ(AcGePoint3d(4, 5, 6), again->endPoint());
+        EXPECT_EQ(block, again->ownerId());
+    }
+}
+
 TEST(Redo, WaitsForStepsAndTransactionsToEnd) {
     RedoDrawing drawing;
     drawing.step(L"MOVE", [&] { drawing.moveEnd(2); });

@@ -194,6 +194,15 @@ TEST(Cancel, TakesAContainersNewPartsBack) {
     EXPECT_EQ(1u, again->numEntries());
 }
 
+TEST(Cancel, OfAReaderIsAClose) {
+    Drawing drawing;
+    auto* writer = opened<AcDbLine>(drawing.line);
+    writer->setEndPoint({7, 7, 7});
+    EXPECT_EQ(Acad::eOk, writer->downgradeOpen());
+    EXPECT_EQ(Acad::eOk, writer->cancel());
+    EXPECT_EQ(AcGePoint3d(7, 7, 7), writer->endPoint());
+}
+
 // What an abort or an undo has taken back is not taken back again, and no earlier open's change in its stead.
 TEST(Cancel, AfterAnAbortOrAnUndoOfTheSameOpen) {
     for (const bool undoes : {false, true}) {

@@ -56,6 +56,21 @@ TEST(Undo, TakesBackEachStepWhole) {
     }
 }
 
+TEST(Undo, StepsAreWhatChangedSomething) {
+    RecordedDrawing drawing;
+    drawing.step(L"LOOK", [&] { drawing.end(); });
+    EXPECT_EQ(0, hostkit::undoGroupCount(drawing.database));
+    drawing.step(L"MOVE", [&] { drawing.moveEnd({2, 2, 2}); });
+    drawing.step(L"LOOK", [&] { drawing.end(); });
+    drawing.moveEnd({3, 3, 3}); // by no command
+    drawing.moveEnd({4, 4, 4});
+    EXPECT_EQ(2, hostkit::undoGroupCount(drawing.database));
+    EXPECT_EQ(L"", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(2, 2, 2), drawing.end());
+    EXPECT_EQ(L"MOVE", drawing.undo().name);
+    EXPECT_EQ(AcGePoint3d(1, 0, 0), drawing.end());
+}
+
 TEST(Undo, WhatWasDoneWhileRecordingWasOffStays) {
     RecordedDrawing drawing;
     drawing.step(L"BOTH", [&] {
