@@ -5,14 +5,15 @@
 
 #include "dbsymtb.h"
 #include "drawingreader.h"
+#include "drawingsofothers.h"
 #include "hosttest.h"
 #include "temporaryfolder.h"
 #include "vexodlgorstylesavefile.h"
 #include "vexoregistrytools.h"
 #include "vexotools.h"
+#include "widepath.h"
 
 #include <csignal>
-#include <cstdlib>
 #include <dlfcn.h>
 #include <random>
 #include <set>
@@ -29,8 +30,6 @@ namespace fs = std::filesystem;
 constexpr wchar_t loadEntry[] = L"<Charger un style depuis un fichier...>";
 constexpr wchar_t selectEntry[] = L"<Sélectionner un style>";
 const std::string head = "[Autosurf]\r\nStyleName = \"Mine\"\r\n";
-
-CString wide(const std::string& path) { return CString(std::wstring_view(fs::path(path).wstring())); }
 
 /// Style data of an application, which counts what it is asked for.
 struct CountingStyle : VEXOORStyleData {
@@ -384,23 +383,20 @@ TEST_F(StyleSheetTest, AStyleIsLoadedFromAnyFile) {
 
 // --- From drawing to drawing -------------------------------------------------------------------------------
 
-CString readBack(const std::wstring& text, const wchar_t* lost) {
-    std::wstring kept;
-    for (const wchar_t each : text)
-        if (!std::wcschr(lost, each)) kept += each;
-    return CString(std::wstring_view(kept)).Trim();
+CString readBack(std::wstring text, std::wstring_view lost) {
+    std::erase_if(text, [&](wchar_t each) { return lost.find(each) != std::wstring_view::npos; });
+    return CString(std::wstring_view(text)).Trim();
 }
 
 class StylesOfOthers : public StyleDialog {
 protected:
+    static std::wstring upper(const std::wstring& name) {
+        return CString(name.c_str()).MakeUpper().GetString();
+    }
     template <class Record>
     static std::set<std::wstring> names(AcDbObjectId table) {
         std::set<std::wstring> found;
-        forEach<Record>(table, [&](AcDbObjectId, Record& record) {
-            const wchar_t* name = L"";
-            record.getName(name);
-            found.insert(CString(name).MakeUpper().GetString());
-        });
+        forEach<Record>(table, [&](AcDbObjectId, Record& record) { found.insert(upper(nameOf(record))); });
         return found;
     }
     template <class Record, class Use>
@@ -441,7 +437,7 @@ protected:
     }
     void carryTextStyle(AcDbObjectId id, const AcDbTextStyleTableRecord& record) {
         CString key = L"PositionTextStyle", name = readBack(nameOf(record), L"\":;,.?=");
-        if (name.IsEmpty() || !taken.insert(CString(name).MakeUpper().GetString()).second) return;
+        if (name.IsEmpty() || !taken.insert(upper(name.GetString())).second) return;
         style.ClearItems();
         ASSERT_EQ(style.AddItemTextStyle(key, id), Acad::eOk);
         travel();
@@ -461,7 +457,7 @@ protected:
     }
     void carryLineType(AcDbObjectId id, const AcDbLinetypeTableRecord& record) {
         CString key = L"Linetype", name = readBack(nameOf(record), L"\":;,.?=");
-        if (name.IsEmpty() || !taken.insert(CString(name).MakeUpper().GetString()).second) return;
+        if (name.IsEmpty() || !taken.insert(upper(name.GetString())).second) return;
         style.ClearItems();
         ASSERT_EQ(style.AddItemLineType(key, id), Acad::eOk);
         travel();
@@ -488,8 +484,7 @@ protected:
 };
 
 TEST_F(StylesOfOthers, RecordsCompareInAnEmptyDrawing) {
-    const char* const given = std::getenv("VEXO_DRAWINGS");
-    const fs::path drawings = given ? given : VEXO_SOURCE_DIR "/../shared/drawings";
+    const fs::path drawings = drawingsOfOthers();
     if (!fs::is_directory(drawings)) GTEST_SKIP() << "no drawings of others at " << drawings;
     const auto texts = names<AcDbTextStyleTableRecord>(database().textStyleTableId());
     const auto lines = names<AcDbLinetypeTableRecord>(database().linetypeTableId());

@@ -5,6 +5,7 @@
 #include "dbsymtb.h"
 #include "hosttest.h"
 #include "temporaryfolder.h"
+#include "widepath.h"
 
 #include <cmath>
 #include <cwchar>
@@ -13,10 +14,6 @@
 namespace {
 
 using Item = VEXOORStyleDataItem;
-
-CString wide(const std::string& path) {
-    return CString(std::wstring_view(std::filesystem::path(path).wstring()));
-}
 
 class StyleData : public hostkit::HostTest {
 protected:

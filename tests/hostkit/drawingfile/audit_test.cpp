@@ -2,6 +2,7 @@
 
 #include "drawingfiles.h"
 #include "drawingparts.h"
+#include "drawingsofothers.h"
 #include "sampledrawing.h"
 
 #include "dbaccess.h"
@@ -10,7 +11,6 @@
 #include "dbsource.h"
 #include "headervariables.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -78,10 +78,9 @@ struct Subject {
 
 /// Those that others made, in their folder and below it, and those of the examples.
 std::vector<std::filesystem::path> textDrawings() {
-    const char* const folder = std::getenv("VEXO_DRAWINGS");
     std::vector<std::filesystem::path> files;
-    for (const std::string& each : {std::string(folder ? folder : VEXO_SOURCE_DIR "/../shared/drawings"),
-                                    std::string(VEXO_SOURCE_DIR "/examples/slab")})
+    for (const std::string& each :
+         {drawingsOfOthers().string(), std::string(VEXO_SOURCE_DIR "/examples/slab")})
         for (const auto& entry : std::filesystem::recursive_directory_iterator(each))
             if (entry.path().extension() == ".dxf") files.push_back(entry.path());
     return files;

@@ -1,7 +1,7 @@
 // Binary drawings from the bit up: codes, checksums, packed pages, the map, and the records of drawings that others made.
 #include "binarychecksums.h"
 #include "bitwriter.h"
-#include "drawingfiles.h"
+#include "drawingsofothers.h"
 #include "objectmap.h"
 #include "pagecompression.h"
 #include "recordfields.h"
@@ -220,7 +220,7 @@ TEST(BinaryRecords, everyRecordOfOthersDrawingsEndsWhereItMust) {
     const std::map<std::string, std::pair<std::size_t, std::size_t>> expected{
         {"empty_AC1032", {143, 2}},   {"sample_AC1015", {1025, 22}}, {"sample_AC1018", {992, 22}}, {"sample_AC1021", {903, 22}},
         {"sample_AC1024", {899, 24}}, {"sample_AC1027", {841, 24}},  {"sample_AC1032", {818, 24}}};
-    const std::filesystem::path folder = std::filesystem::path(drawingtest::folderOfOthers()) / "binary";
+    const std::filesystem::path folder = drawingsOfOthers() / "binary";
     if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "no binary drawings in " << folder;
     std::mt19937 random(9);
     for (const auto& [name, counts] : expected) {

@@ -1,17 +1,13 @@
 #include "drawingfiles.h"
 
+#include "drawingsofothers.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
 namespace drawingtest {
 
 using namespace hostkit;
-
-std::string folderOfOthers() {
-    const char* const folder = std::getenv("VEXO_DRAWINGS");
-    return folder ? folder : VEXO_SOURCE_DIR "/../shared/drawings";
-}
 
 std::string group(int code, const std::string& value) {
     std::string text = std::to_string(code);
@@ -65,13 +61,14 @@ std::size_t countOf(std::string_view text, std::string_view part) {
 }
 
 void DrawingsOfOthers::SetUp() {
-    if (!std::filesystem::is_directory(folderOfOthers()))
-        GTEST_SKIP() << "no drawings in " << folderOfOthers();
+    if (!std::filesystem::is_directory(drawingsOfOthers()))
+        GTEST_SKIP() << "no drawings in " << drawingsOfOthers();
 }
 
 std::vector<std::string> DrawingsOfOthers::files() {
     std::vector<std::string> files;
-    for (const std::string& folder : {folderOfOthers(), std::string(VEXO_SOURCE_DIR "/examples/slab")})
+    for (const std::filesystem::path& folder :
+         {drawingsOfOthers(), std::filesystem::path(VEXO_SOURCE_DIR "/examples/slab")})
         for (const auto& entry : std::filesystem::directory_iterator(folder))
             if (entry.path().extension() == ".dxf") files.push_back(entry.path().string());
     std::sort(files.begin(), files.end());

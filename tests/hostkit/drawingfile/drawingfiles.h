@@ -12,9 +12,6 @@
 
 namespace drawingtest {
 
-/// Where VEXO_DRAWINGS says, or beside the tree.
-std::string folderOfOthers();
-
 /// The text of one group as our writer spells it.
 std::string group(int code, const std::string& value);
 std::string groups(std::initializer_list<std::pair<int, std::string>> pairs);

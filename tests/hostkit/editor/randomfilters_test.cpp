@@ -5,6 +5,7 @@
 
 #include "casefold.h"
 #include "drawingreader.h"
+#include "drawingsofothers.h"
 #include "textencoding.h"
 
 #include "dbaccess.h"
@@ -395,8 +396,7 @@ void checkFolder(const std::filesystem::path& folder, int filters) {
 TEST(RandomFilters, AgreeWithWhatTheExamplesFile) { checkFolder(VEXO_SOURCE_DIR "/examples/slab", 3000); }
 
 TEST(RandomFilters, AgreeWithWhatDrawingsOfOthersFile) {
-    const char* const named = std::getenv("VEXO_DRAWINGS");
-    const std::filesystem::path folder = named ? named : VEXO_SOURCE_DIR "/../shared/drawings";
+    const std::filesystem::path folder = drawingsOfOthers();
     if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "no drawings at " << folder;
     checkFolder(folder, 300);
 }

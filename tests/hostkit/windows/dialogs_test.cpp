@@ -3,6 +3,7 @@
 #include "outputfiles.h"
 #include "scriptedport.h"
 #include "temporaryfolder.h"
+#include "widepath.h"
 
 #include <gtest/gtest.h>
 
@@ -123,10 +124,6 @@ TEST_F(DialogsTest, AListOpensAndCloses) {
                                         [](const PaintedItem& each) { return each.text == L"b"; });
         EXPECT_EQ(rows, states[i].second ? 1 : 0) << i << ": what is open is painted";
     }
-}
-
-CString wide(const std::string& path) {
-    return CString(std::wstring_view(std::filesystem::path(path).wstring()));
 }
 
 class FileDialogTest : public DialogsTest {
