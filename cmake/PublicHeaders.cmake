@@ -2,9 +2,9 @@
 
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
-  vexoacad2metafile.h vexoacadprogressbar.h vexoacadsystemtools.h vexoconversiontools.h vexodatabasetools.h
+  vexoacad2metafile.h vexoacadprogressbar.h vexoacadsystemtools.h vexoamodelertools.h vexoconversiontools.h vexodatabasetools.h
   vexodlgexitapp.h vexodlglistck.h vexodlgorstyle.h vexodlgorstylesavefile.h vexodlgsavefile.h vexodlgwarningck.h
-  vexoentityfiler.h vexogeometrytools.h vexogisubentitytraits.h vexogiworlddraw.h vexogiworldgeometry.h vexoidfiller.h
+  vexodualrep.h vexoentityfiler.h vexogeometrytools.h vexogisubentitytraits.h vexogiworlddraw.h vexogiworldgeometry.h vexoidfiller.h
   vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoorstyledata.h vexoorstyledataitem.h vexoprogressbar.h
   vexoprogressbarsmart.h vexoregistrytools.h vexoselectiontools.h vexosmartlock.h vexosmartopen.h vexosmartpointer.h
   vexosmartundorecording.h vexotools.h vexouitools.h)

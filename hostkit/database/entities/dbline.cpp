@@ -52,6 +52,34 @@ Acad::ErrorStatus AcDbLine::getProjectedCurve(const AcGePlane& plane, const AcGe
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbLine::getOsnapPoints(AcDb::OsnapMode mode, Adesk::IntPtr, const AcGePoint3d& pickPoint,
+                                           const AcGePoint3d& lastPoint, const AcGeMatrix3d& viewTransform,
+                                           AcGePoint3dArray& snapPoints, AcDbIntArray&) const {
+    AcGePoint3d point;
+    Acad::ErrorStatus status = Acad::eOk;
+    switch (mode) {
+    case AcDb::kOsModeEnd:
+        snapPoints.append(m_start);
+        point = m_end;
+        break;
+    case AcDb::kOsModeMid:
+        point = m_start + (m_end - m_start) / 2;
+        break;
+    case AcDb::kOsModePerp:
+        status = getClosestPointTo(lastPoint, point, Adesk::kTrue);
+        break;
+    case AcDb::kOsModeNear:
+        status = viewTransform.isSingular()
+                     ? getClosestPointTo(pickPoint, point)
+                     : getClosestPointTo(pickPoint, viewTransform.inverse() * AcGeVector3d::kZAxis, point);
+        break;
+    default:
+        return Acad::eOk;
+    }
+    if (status == Acad::eOk) snapPoints.append(point);
+    return status;
+}
+
 Acad::ErrorStatus AcDbLine::reverseCurve() {
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status == Acad::eOk) std::swap(m_start, m_end);

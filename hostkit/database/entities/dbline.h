@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dbcurve.h"
+#include "modelerenums.h"
 
 /// A straight segment in world coordinates.
 class AcDbLine : public AcDbCurve {
@@ -28,6 +29,12 @@ public:
                                         AcDbCurve*& projected) const override;
     Acad::ErrorStatus reverseCurve() override;
     bool isPlanar() const override { return true; }
+    /// Appends the line's snap points: both ends, its middle, the foot of `lastPoint` on the line prolonged,
+    /// or its point nearest to `pickPoint` in the view that the matrix takes the world to. Nothing for the
+    /// other modes, and no marker: a line has no parts.
+    Acad::ErrorStatus getOsnapPoints(AcDb::OsnapMode mode, Adesk::IntPtr marker, const AcGePoint3d& pickPoint,
+                                     const AcGePoint3d& lastPoint, const AcGeMatrix3d& viewTransform,
+                                     AcGePoint3dArray& snapPoints, AcDbIntArray& geometryIds) const;
     Adesk::Boolean worldDraw(AcGiWorldDraw* draw) override;
     AcRxObject* clone() const override { return new AcDbLine(*this); }
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
