@@ -1,10 +1,12 @@
 #include "picturegeometry.h"
 
 #include "aced.h"
+#include "amodeler.h"
 #include "dbattdef.h"
 #include "dbblockreference.h"
 #include "dbblocktablerecord.h"
 #include "dbdatabase.h"
+#include "dbmodelergeometry.h"
 #include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbviewport.h"
@@ -62,7 +64,7 @@ const Look& PictureDraw::look() {
 
 void PictureDraw::count(const AcDbEntity& entity, bool isSeen) {
     if (showsOthers(entity)) return;
-    if (isSeen || mayShowNothing(entity)) {
+    if (isSeen || (mayShowNothing(entity) && !m_sink.showsLinesAlone())) {
         ++m_report.drawn;
         return;
     }
@@ -85,11 +87,19 @@ void PictureDraw::drawEntity(AcDbEntity& entity) {
     if (!isFrozen && (AcDbBlockReference::cast(&entity) || !m_looks.isHidden(layer))) {
         const std::size_t marks = m_marks;
         const std::size_t notDrawn = m_report.notDrawn.size();
+        if (m_sink.showsLinesAlone()) showBody(entity);
         entity.worldDraw(this);
         count(entity, m_marks > marks || m_report.notDrawn.size() > notDrawn);
     }
     m_traits = before;
     m_look = std::move(lookBefore);
+}
+
+void PictureDraw::showBody(const AcDbEntity& entity) {
+    const auto* const solid = AcDbModelerGeometry::cast(&entity);
+    AModeler::Body body;
+    if (solid && solid->getBody(body) == Acad::eOk)
+        m_sink.body(body, m_geometry.toWorld(), m_geometry.stroke());
 }
 
 // The model through a viewport: what is by block there belongs to no block.
@@ -157,19 +167,23 @@ void PictureDraw::Geometry::strokePath(const PicturePath& path, double width) co
 }
 
 void PictureDraw::Geometry::fillPath(const PicturePath& path) const {
+    if (m_owner.m_sink.showsLinesAlone()) return;
     m_owner.mark().fill(path, m_owner.look().rgb, 1.0);
 }
 
 void PictureDraw::Geometry::groundPath(const PicturePath& path, std::uint32_t rgb) const {
+    if (m_owner.m_sink.showsLinesAlone()) return;
     const std::uint32_t white = 0xFFFFFF;
     m_owner.mark().fill(path, rgb == white ? m_owner.m_looks.paper().ground : rgb, 1.0);
 }
 
 void PictureDraw::Geometry::tonePath(const PicturePath& path) const {
+    if (m_owner.m_sink.showsLinesAlone()) return;
     m_owner.mark().fill(path, m_owner.look().rgb, toneOfLines);
 }
 
 void PictureDraw::Geometry::placeLetters(const hostkit::PlacedText& text) const {
+    if (m_owner.m_sink.showsLinesAlone()) return;
     hostkit::PlacedText colored = text;
     for (hostkit::TextRun& run : colored.runs)
         if (!run.hasOwnColor)
@@ -180,12 +194,12 @@ void PictureDraw::Geometry::placeLetters(const hostkit::PlacedText& text) const 
 }
 
 void PictureDraw::Geometry::placeDot(const AcGePoint3d& point) const {
-    m_owner.mark().dot(point, m_owner.look().rgb);
+    if (!m_owner.m_sink.showsLinesAlone()) m_owner.mark().dot(point, m_owner.look().rgb);
 }
 
 void PictureDraw::Geometry::placeEndless(const AcGePoint3d& point, const AcGeVector3d& direction,
                                          bool isBothWays) const {
-    m_owner.mark().endlessLine(point, direction, isBothWays, stroke());
+    if (!m_owner.m_sink.showsLinesAlone()) m_owner.mark().endlessLine(point, direction, isBothWays, stroke());
 }
 
 void PictureDraw::Geometry::beginClip(const PicturePath& path) const { m_owner.m_sink.beginClip(path); }

@@ -85,6 +85,7 @@ private:
         explicit Geometry(PictureDraw& owner)
             : m_owner(owner) {}
         Adesk::Boolean draw(AcGiDrawable* drawable) const override;
+        StrokeStyle stroke() const;
 
     private:
         AcGiSubEntityTraits& traits() const override { return m_owner.m_traits; }
@@ -99,7 +100,6 @@ private:
         void beginClip(const hostkit::PicturePath& path) const override;
         void endClip() const override;
         bool areTooClose(double spacing) const override;
-        StrokeStyle stroke() const;
 
         PictureDraw& m_owner;
     };
@@ -118,6 +118,7 @@ private:
     };
 
     void drawEntity(AcDbEntity& entity);
+    void showBody(const AcDbEntity& entity);
     void drawParts(AcGiDrawable& drawable);
     void drawView(const SheetView& view);
     void count(const AcDbEntity& entity, bool isSeen);

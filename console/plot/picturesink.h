@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <vector>
 
+namespace AModeler {
+class Body;
+}
+
 /// How a line is drawn. Lengths are in drawing units.
 struct StrokeStyle {
     std::uint32_t rgb = 0;        ///< 0xRRGGBB
@@ -32,6 +36,11 @@ public:
     /// What is drawn until the end of the clip only shows inside the path.
     virtual void beginClip(const hostkit::PicturePath& path) = 0;
     virtual void endClip() = 0;
+    /// Before a solid draws its edges, for a picture in which it hides what stands behind it. From above
+    /// nothing does.
+    virtual void body(const AModeler::Body&, const AcGeMatrix3d& /*toWorld*/, const StrokeStyle&) {}
+    /// Fills, texts, points and endless lines are lost on it; it asks for bodies.
+    virtual bool showsLinesAlone() const { return false; }
     /// Millimetres on paper for one drawing unit; 0 while only the extents are wanted.
     virtual double scale() const = 0;
 };

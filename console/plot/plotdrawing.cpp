@@ -8,6 +8,7 @@
 #include "dbdatabase.h"
 #include "dbobjptr.h"
 #include "markingsink.h"
+#include "viewsink.h"
 
 #include <algorithm>
 #include <iterator>
@@ -60,9 +61,7 @@ AcDbObjectId spaceToDraw(AcDbDatabase& database) {
     return model;
 }
 
-} // namespace
-
-PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink, const PlotChoice& choice) {
+PlotReport drawSpace(AcDbDatabase& database, PictureSink& sink, const PlotChoice& choice) {
     const AcDbObjectId space = choice.block.isNull() ? spaceToDraw(database) : choice.block;
     LookTable looks(database, choice.paper);
     if (!choice.layerPattern.empty()) looks.showOnly(choice.layerPattern);
@@ -74,4 +73,14 @@ PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink, const PlotChoi
     const AcDbObjectPointer<AcDbBlockTableRecord> record(space, AcDb::kForRead);
     if (record.object()) record->worldDraw(&draw);
     return draw.report();
+}
+
+} // namespace
+
+PlotReport plotDrawing(AcDbDatabase& database, PictureSink& sink, const PlotChoice& choice) {
+    if (!choice.towardsViewer) return drawSpace(database, sink, choice);
+    ViewSink view(*choice.towardsViewer, sink);
+    const PlotReport report = drawSpace(database, view, choice);
+    view.finish();
+    return report;
 }

@@ -4,6 +4,7 @@
 
 #include "dbid.h"
 
+#include <optional>
 #include <vector>
 
 class AcDbDatabase;
@@ -16,6 +17,8 @@ struct PlotChoice {
     std::vector<AcDbObjectId> marked{};
     std::wstring layerPattern{}; ///< only layers whose names fit; empty: all
     Paper paper{};
+    /// A view of lines from there, those behind solids hidden; else all is seen from above. Has a length.
+    std::optional<AcGeVector3d> towardsViewer{};
 };
 
 /// Draws a space. Ends early when the user breaks off.

@@ -14,6 +14,7 @@
 #include "systempath.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -109,6 +110,20 @@ bool readBackground(Paper& paper) {
     return true;
 }
 
+// "ISO", from the south-west and above, or a direction.
+bool readView(PlotRequest& request) {
+    ads_point point;
+    acedInitGet(0, L"Iso");
+    const int answer = acedGetPoint(nullptr, L"Towards the viewer as a vector, or Iso: ", point);
+    if (answer != RTNORM && answer != RTKWORD)
+        return refuse(Acad::eInvalidInput, L"VIEW needs ISO or a vector towards the viewer: x,y,z");
+    const AcGeVector3d towards =
+        answer == RTKWORD ? AcGeVector3d(-1, -1, 1) : AcGeVector3d(point[0], point[1], point[2]);
+    request.choice.towardsViewer = towards;
+    const bool isDirection = std::isfinite(towards.length()) && !towards.isZeroLength();
+    return isDirection || refuse(Acad::eInvalidInput, L"the vector towards the viewer has no length");
+}
+
 bool readWord(const AcApDocument& document, PlotRequest& request) {
     CString word;
     acedGetInput(word);
@@ -116,6 +131,7 @@ bool readWord(const AcApDocument& document, PlotRequest& request) {
     if (word == L"Fill") return readFilledLayer(database, request);
     if (word == L"Window") return readWindow(document, request);
     if (word == L"SCale") return readScale(request);
+    if (word == L"View") return readView(request);
     if (word == L"LAYOut") return readSheet(database, request);
     if (word == L"Background") return readBackground(request.choice.paper);
     if (word == L"LAYErs")
@@ -150,6 +166,10 @@ bool isPictureName(const std::wstring& file) {
 }
 
 bool mayBePlotted(const PlotRequest& request) {
+    if (request.choice.towardsViewer &&
+        (request.window || request.sheet || !request.choice.filledLayers.empty()))
+        return refuse(Acad::eInvalidInput,
+                      L"a view shows lines of all of the model: no WINDOW, LAYOUT or FILL beside it");
     if (request.sheet && (request.window || request.scale > 0.0))
         return refuse(Acad::eInvalidInput,
                       L"a layout has its own paper and scale: no WINDOW or SCALE beside it");
@@ -167,11 +187,11 @@ bool readPlotRequest(const AcApDocument& document, PlotRequest& request) {
     for (;;) {
         double width = 0.0;
         acedInitGet(RSG_NOZERO | RSG_NONEG,
-                    L"Fill Selected Window SCale LAYErs LAYOut WEights Background OVERWRITE");
-        const int answer = acedGetReal(
-            L"Width of the page in millimetres, or "
-            L"Fill, Selected, Window, SCale, LAYErs, LAYOut, WEights, Background or OVERWRITE <fitted>: ",
-            &width);
+                    L"Fill Selected Window SCale View LAYErs LAYOut WEights Background OVERWRITE");
+        const int answer = acedGetReal(L"Width of the page in millimetres, or "
+                                       L"Fill, Selected, Window, SCale, View, LAYErs, LAYOut, WEights, "
+                                       L"Background or OVERWRITE <fitted>: ",
+                                       &width);
         if (answer == RTNONE) return mayBePlotted(request);
         if (answer != RTNORM && answer != RTKWORD)
             return refuse(Acad::eOutOfRange, L"the page is 20 to 5000 millimetres wide and high; FILL and a "
