@@ -5,8 +5,6 @@
 #include "contourwalk.h"
 #include "cvxlogentry.h"
 #include "dbdatabase.h"
-#include "dblayertable.h"
-#include "dbobjptr.h"
 #include "modulecommand.h"
 #include "reporttext.h"
 #include "stripdrawing.h"
@@ -32,28 +30,6 @@ struct Request {
 bool refuse(Acad::ErrorStatus status, const std::wstring& reason) {
     hostkit::failCommand(status, reason);
     return false;
-}
-
-bool readLayers(const AcDbDatabase& database, const wchar_t* prompt, std::vector<std::wstring>& layers) {
-    CString text;
-    if (acedGetString(0, prompt, text) != RTNORM) return false;
-    const AcDbSymbolTablePointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForRead);
-    std::wstring_view rest = text.view();
-    layers.clear();
-    for (bool hasMore = true; hasMore;) {
-        const std::size_t comma = rest.find(L',');
-        const std::wstring name(rest.substr(0, comma));
-        hasMore = comma != std::wstring_view::npos;
-        if (hasMore) rest.remove_prefix(comma + 1);
-        if (name.empty())
-            return refuse(
-                Acad::eInvalidInput,
-                L"the name of a layer is needed; several stand with commas alone between them: A,B");
-        if (!table.object() || !table->has(name.c_str()))
-            return refuse(Acad::eKeyNotFound, L"there is no layer \"" + name + L"\"");
-        layers.push_back(name);
-    }
-    return true;
 }
 
 bool readDirection(AcGeVector3d& direction) {
@@ -95,9 +71,9 @@ bool readStripLayer(std::wstring& layer) {
 bool readOption(const AcDbDatabase& database, const CString& option, Request& request) {
     if (option == L"Selection") return readPlan(request.plan);
     if (option == L"OUtlines")
-        return readLayers(database, L"Layers of the outlines: ", request.roles.outlineLayers);
+        return readLayerNames(database, L"Layers of the outlines: ", request.roles.outlineLayers);
     if (option == L"OPenings")
-        return readLayers(database, L"Layers of the openings: ", request.roles.openingLayers);
+        return readLayerNames(database, L"Layers of the openings: ", request.roles.openingLayers);
     if (option == L"Direction") return readDirection(request.frame.direction);
     if (option == L"Angle") return readAngle(request.frame.direction);
     if (option == L"Base") return readBase(request.frame.base);
