@@ -55,14 +55,13 @@ constexpr CommandDescription described[] = {
     {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]", L"checks the drawing, or a file",
      L"The text as which the drawing would be saved, or a file as it is; fails where it has faults."},
     {L"PLOT", plotCommand,
-     L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [WINDOW X,Y X,Y] [SCALE 1:N] [LAYOUT NAME] [LAYERS NAMES] "
-     L"[WEIGHTS] "
-     L"[BACKGROUND COLOUR] [SELECTED] [FILL LAYER]...",
+     L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [WINDOW X,Y X,Y] [SCALE 1:N] [VIEW ISO | X,Y,Z] "
+     L"[LAYOUT NAME] [LAYERS NAMES] [WEIGHTS] [BACKGROUND COLOUR] [SELECTED] [FILL LAYER]...",
      L"a picture of the drawing",
-     L"The page is WIDTH by HEIGHT millimetres, 20 to 5000. WINDOW shows what lies in a box, LAYOUT a sheet "
+     L"The page is WIDTH by HEIGHT millimetres, 20 to 5000. WINDOW shows what lies in a box, VIEW the "
+     L"lines of the model from a direction, without those behind solids, LAYOUT a sheet "
      L"with its viewports, LAYERS only these (* and ? and commas). WEIGHTS draws lines as broad as they are. "
-     L"The "
-     L"background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
+     L"The background is WHITE, BLACK, NONE or #RRGGBB. Closed curves of the layers behind FILL are "
      L"filled; with SELECTED the selection stands on a band of colour."},
     {L"CAPTURE", captureCommand, L"[WAY... \"\"] [TABLE | JSON [FILE [OVERWRITE]]]",
      L"what the selected entities draw, part by part",

@@ -4,10 +4,14 @@
 #include "vexogeometrytools.h"
 
 #include <algorithm>
+#include <cmath>
 
 using AModeler::Body;
 
 namespace {
+
+/// Of a bulge: below it a segment is straight to the library.
+constexpr double straight = 1e-10;
 
 using OwnedBody = std::unique_ptr<Body>;
 
@@ -24,7 +28,7 @@ Contour3d inHalves(const Contour3d& contour) {
         const AcGePoint3d start = contour.points[i], end = contour.points[(i + 1) % count];
         const double bulge = contour.bulges[i];
         halves.points.append(start);
-        if (bulge * bulge <= 1e-20) {
+        if (bulge * bulge <= straight * straight) {
             halves.bulges.append(bulge);
             continue;
         }

@@ -17,7 +17,9 @@
 
 namespace {
 
-constexpr unsigned short sliceColor = 1; // red, as cuts are drawn
+constexpr unsigned short sliceColor = 1;     // red, as cuts are drawn
+constexpr double sameDirection = 1.0 - 1e-9; // of two unit normals: their cosine
+constexpr double closeness = 1e3;            // of a cut's face to its plane, in the modeller's tolerance
 
 struct Request {
     SolidChoice choice;
@@ -71,15 +73,10 @@ struct Cut {
 bool cutBody(AModeler::Body body, const AModeler::Plane& plane, Cut& cut) {
     if (!VEXOAModelerTools::section(&body, plane)) return false;
     std::vector<AModeler::Face*> faces;
-    VEXOAModelerTools::getAllFacesContainingPoint(&body, plane.project(AcGePoint3d::kOrigin), faces,
-                                                  1e3 * AModeler::gEpsAbs);
+    VEXOAModelerTools::getAllFacesContainingPoint(&body, plane.project(body.centerOfGravity()), faces,
+                                                  closeness * AModeler::gEpsAbs);
     for (const AModeler::Face* face : faces) {
-        if (!face->plane().normal().isEqualTo(plane.normal(), [] {
-                AcGeTol tolerance;
-                tolerance.setEqualVector(1e-6);
-                return tolerance;
-            }()))
-            continue;
+        if (face->plane().normal().dotProduct(plane.normal()) < sameDirection) continue;
         cut.area += areaOf(*face);
         for (std::vector<AcGePoint3d>& loop : loopsOf(*face)) cut.contours.push_back(std::move(loop));
     }

@@ -1,4 +1,5 @@
-// The example module that raises plans: figures against areas that are summed up from the drawing's coordinates.
+// The example module that raises plans: figures against areas that are summed up from the drawing's
+// coordinates.
 #include "consoletest.h"
 #include "jsonfields.h"
 #include "plantext.h"
@@ -23,12 +24,14 @@ struct Place {
 };
 using Polygon = std::vector<Place>;
 
-/// An arc's share of the sides of a circle that stays within the deflection; its ends are left to the neighbours.
+/// An arc's share of the sides of a circle that stays within the deflection; its ends are left to the
+/// neighbours.
 void addFacets(Polygon& polygon, Place a, Place b, double bulge, double deflection) {
     polygon.push_back(a);
     if (bulge == 0.0) return;
     const double angle = 4 * std::atan(bulge), chord = std::hypot(b.x - a.x, b.y - a.y);
-    const double radius = chord / 2 / std::sin(std::abs(angle) / 2), toCentre = (1 - bulge * bulge) / (4 * bulge);
+    const double radius = chord / 2 / std::sin(std::abs(angle) / 2),
+                 toCentre = (1 - bulge * bulge) / (4 * bulge);
     const Place centre{(a.x + b.x) / 2 - (b.y - a.y) * toCentre, (a.y + b.y) / 2 + (b.x - a.x) * toCentre};
     int sides = 5;
     while (sides < 256 && radius * (1 - std::cos(pi / sides)) > deflection) ++sides;
@@ -39,8 +42,10 @@ void addFacets(Polygon& polygon, Place a, Place b, double bulge, double deflecti
                            centre.y + radius * std::sin(start + angle * i / facets)});
 }
 
-/// The light polylines of a drawing by layer, less the origin, arcs as facets; those of two points with arcs in halves.
-std::map<std::string, std::vector<Polygon>> polygonsOf(const std::string& file, Place origin, double deflection) {
+/// The light polylines of a drawing by layer, less the origin, arcs as facets; those of two points with arcs
+/// in halves.
+std::map<std::string, std::vector<Polygon>> polygonsOf(const std::string& file, Place origin,
+                                                       double deflection) {
     std::map<std::string, std::vector<Polygon>> layers;
     std::ifstream stream(file);
     std::string code, value, layer;
@@ -59,7 +64,8 @@ std::map<std::string, std::vector<Polygon>> polygonsOf(const std::string& file, 
                         addFacets(polygon, a, b, bulge, deflection);
                         continue;
                     }
-                    const Place apex{(a.x + b.x) / 2 + bulge * (b.y - a.y) / 2, (a.y + b.y) / 2 - bulge * (b.x - a.x) / 2};
+                    const Place apex{(a.x + b.x) / 2 + bulge * (b.y - a.y) / 2,
+                                     (a.y + b.y) / 2 - bulge * (b.x - a.x) / 2};
                     addFacets(polygon, a, apex, std::tan(std::atan(bulge) / 2), deflection);
                     addFacets(polygon, apex, b, std::tan(std::atan(bulge) / 2), deflection);
                 }
@@ -89,12 +95,13 @@ std::vector<std::pair<double, double>> inside(const Polygon& polygon, double x) 
     return pairs;
 }
 
-/// Of the polygon without the others, which may overlap: between neighbours among all x of corners and crossings the
-/// length along y runs evenly, so that its middle tells the area.
+/// Of the polygon without the others, which may overlap: between neighbours among all x of corners and
+/// crossings the length along y runs evenly, so that its middle tells the area.
 double areaWithout(const Polygon& polygon, const std::vector<Polygon>& others) {
     std::vector<std::pair<Place, Place>> sides;
     const auto addSides = [&](const Polygon& each) {
-        for (std::size_t i = 0; i < each.size(); ++i) sides.emplace_back(each[i], each[(i + 1) % each.size()]);
+        for (std::size_t i = 0; i < each.size(); ++i)
+            sides.emplace_back(each[i], each[(i + 1) % each.size()]);
     };
     addSides(polygon);
     for (const Polygon& each : others) addSides(each);
@@ -188,7 +195,8 @@ TEST_F(SolidsTest, BeamsAndColumnsAreOneBodyWithTheSlab) {
     EXPECT_EQ(field(json, "high"), "[8, 6, 0.5]");
 
     // A second run of that name replaces the first; another name stands beside.
-    const std::string both = solids(plan, {raisePlan, raisePlan, "RAISE 1 OUTLINES BEAM NAME D2", "BODIES JSON"});
+    const std::string both =
+        solids(plan, {raisePlan, raisePlan, "RAISE 1 OUTLINES BEAM NAME D2", "BODIES JSON"});
     EXPECT_EQ(value(both, "solids"), 2);
     EXPECT_NEAR(value(both.substr(both.find("totals")), "volume"), 46 * 0.5 + 8 + 3 * (1 + disc) + 8, 1e-9);
 
@@ -201,9 +209,10 @@ TEST_F(SolidsTest, BeamsAndColumnsAreOneBodyWithTheSlab) {
 }
 
 TEST_F(SolidsTest, SlicesAreContoursInTheDrawing) {
-    const std::string output = solids(planFile(), {raisePlan, "SLICE 0,4.5,0 NORMAL 0,1,0", "SLICE 0,0,0.25 LAYER CUT",
-                                                   "SLICE 0,0,9", "LIST JSON"});
-    expectHas(output, {"D1: 1 contours, area 12.000", "D1: 2 contours, area 46.000", "D1: 0 contours, area 0.000"});
+    const std::string output = solids(planFile(), {raisePlan, "SLICE 0,4.5,0 NORMAL 0,1,0",
+                                                   "SLICE 0,0,0.25 LAYER CUT", "SLICE 0,0,9", "LIST JSON"});
+    expectHas(output,
+              {"D1: 1 contours, area 12.000", "D1: 2 contours, area 46.000", "D1: 0 contours, area 0.000"});
     EXPECT_EQ(parts(output, "\"SLICES\"").size(), 1u) << output;
     EXPECT_EQ(parts(output, "\"CUT\"").size(), 2u) << output;
 }
@@ -229,9 +238,11 @@ std::vector<std::string> cornersOf(const std::string& file) {
 
 TEST_F(SolidsTest, MeshesAreClosedInEveryForm) {
     const std::string plan = planFile(), base = folder / "mesh";
-    solids(plan, {raisePlan, "MESH " + base + ".stl", "MESH " + base + ".obj NAME D1", "MESH " + base + ".dxf"});
-    expectProblems({plan, "--module", solidsModule, "--command", raisePlan, "--command", "MESH " + base + ".stl"},
-                   exitcode::commandFailed, {"OVERWRITE"});
+    solids(plan,
+           {raisePlan, "MESH " + base + ".stl", "MESH " + base + ".obj NAME D1", "MESH " + base + ".dxf"});
+    expectProblems(
+        {plan, "--module", solidsModule, "--command", raisePlan, "--command", "MESH " + base + ".stl"},
+        exitcode::commandFailed, {"OVERWRITE"});
     solids(plan, {raisePlan, "MESH " + base + ".stl OVERWRITE"});
     for (const char* ending : {".stl", ".obj", ".dxf"}) {
         const std::vector<std::string> corners = cornersOf(base + ending);
@@ -244,11 +255,15 @@ TEST_F(SolidsTest, MeshesAreClosedInEveryForm) {
                 ++edges[{corners[i + k], corners[i + (k + 1) % 3]}];
                 --edges[{corners[i + (k + 1) % 3], corners[i + k]}];
             }
-            volume += (p[0][0] * (p[1][1] * p[2][2] - p[1][2] * p[2][1]) - p[0][1] * (p[1][0] * p[2][2] - p[1][2] * p[2][0]) +
-                       p[0][2] * (p[1][0] * p[2][1] - p[1][1] * p[2][0])) / 6;
+            volume += (p[0][0] * (p[1][1] * p[2][2] - p[1][2] * p[2][1]) -
+                       p[0][1] * (p[1][0] * p[2][2] - p[1][2] * p[2][0]) +
+                       p[0][2] * (p[1][0] * p[2][1] - p[1][1] * p[2][0])) /
+                      6;
         }
         EXPECT_GT(edges.size(), 100u) << ending;
-        EXPECT_TRUE(std::all_of(edges.begin(), edges.end(), [](const auto& edge) { return edge.second == 0; })) << ending;
+        EXPECT_TRUE(std::all_of(edges.begin(), edges.end(), [](const auto& edge) {
+            return edge.second == 0;
+        })) << ending;
         const std::string json = solids(plan, {raisePlan, "BODIES JSON"});
         EXPECT_NEAR(volume, value(json, "volume"), 1e-9) << ending;
     }
@@ -259,13 +274,16 @@ TEST_F(SolidsTest, WhatCannotBeMeantIsTold) {
     const struct {
         const char* command;
         const char* reason;
-    } cases[] = {{"RAISE 0", "above 0"}, {"RAISE 1 OUTLINES NONE", "no layer"}, {"BODIES", "no solid"},
-                 {"BODIES NAME X", "no solid \"X\""}, {"MESH a.xyz", ".stl"}, {"SLICE 0,0,0 NORMAL 0,0,0", "no length"}};
+    } cases[] = {{"RAISE 0", "above 0"}, {"RAISE 1 OUTLINES NONE", "no layer"},
+                 {"BODIES", "no solid"}, {"BODIES NAME X", "no solid \"X\""},
+                 {"MESH a.xyz", ".stl"}, {"SLICE 0,0,0 NORMAL 0,0,0", "no length"}};
     for (const auto& c : cases)
-        expectProblems({plan, "--module", solidsModule, "--command", c.command}, exitcode::commandFailed, {c.reason});
+        expectProblems({plan, "--module", solidsModule, "--command", c.command}, exitcode::commandFailed,
+                       {c.reason});
 }
 
-/// Lengths of the straight strokes of a picture, in millimetres, by their direction in whole degrees from 0 to 179.
+/// Lengths of the straight strokes of a picture, in millimetres, by their direction in whole degrees from 0
+/// to 179.
 std::map<int, double> strokesOf(const std::string& file) {
     std::map<int, double> lengths;
     std::ifstream stream(file);
@@ -285,10 +303,10 @@ std::map<int, double> strokesOf(const std::string& file) {
 
 TEST_F(SolidsTest, HiddenLinesAreLeftOutOfViews) {
     // A cube of 10, and behind it one of 4 that peeps out by 1 in height: seen level from the south.
-    const std::string plan = writtenFile(
-        folder, "cubes.dxf",
-        drawingOf("", light("A", {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}}) +
-                          light("B", {{3, 20, 0}, {7, 20, 0}, {7, 24, 0}, {3, 24, 0}})));
+    const std::string plan =
+        writtenFile(folder, "cubes.dxf",
+                    drawingOf("", light("A", {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}}) +
+                                      light("B", {{3, 20, 0}, {7, 20, 0}, {7, 24, 0}, {3, 24, 0}})));
     const std::string raise = "RAISE 10 OUTLINES A NAME A", behind = "RAISE 11 OUTLINES B NAME B";
     const std::string level = folder / "level.svg", iso = folder / "iso.svg";
     solids(plan, {raise, behind, "PLOT " + level + " VIEW 0,-1,0 SCALE 1:1 LAYERS SOLIDS"});

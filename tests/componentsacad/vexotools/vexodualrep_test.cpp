@@ -25,8 +25,8 @@ public:
     /// Counter-clockwise about +Z; with `isTurnedOver` the same run about -Z, whose start is the other end.
     Curves& arc(double x, double y, double radius, double start, double end, bool isTurnedOver = false) {
         if (isTurnedOver)
-            return add(std::make_unique<AcDbArc>(AcGePoint3d(x, y, 0), -AcGeVector3d::kZAxis, radius, pi - end,
-                                                 pi - start));
+            return add(std::make_unique<AcDbArc>(AcGePoint3d(x, y, 0), -AcGeVector3d::kZAxis, radius,
+                                                 pi - end, pi - start));
         return add(std::make_unique<AcDbArc>(AcGePoint3d(x, y, 0), radius, start, end));
     }
     Curves& add(std::unique_ptr<AcDbCurve> curve) {
@@ -125,8 +125,8 @@ TEST(DualRepresentation, ContoursThatAreRefused) {
     crossing.line(0, 0, 4, 4).line(4, 4, 4, 0).line(4, 0, 0, 4).line(0, 4, 0, 0);
     AcArray<void*> nothing = rectangle(0, 0, 1, 1).array();
     nothing.removeAll().append(nullptr);
-    for (const AcArray<void*>& curves : {AcArray<void*>(), lone.array(), there.array(), circle.array(),
-                                         collinear.array(), nothing}) {
+    for (const AcArray<void*>& curves :
+         {AcArray<void*>(), lone.array(), there.array(), circle.array(), collinear.array(), nothing}) {
         VEXODualRep solid(false);
         EXPECT_EQ(solid.CreateRegionsFromCurves(curves, 0.0), bad) << curves.length();
         EXPECT_EQ(solid.extrude(nullptr, 1.0, 0.0), bad);
@@ -162,7 +162,8 @@ TEST(DualRepresentation, BothFormsCombineAndCutAlike) {
         for (const double sense : {1.0, -1.0}) {
             const auto solid = make(0, 0, 4, 2, 2);
             AcDb3dSolid* slice = nullptr;
-            const AcGePlane plane({1, 0, 0}, AcGeVector3d(sense, 0, 0)), beside({9, 0, 0}, AcGeVector3d(-1, 0, 0));
+            const AcGePlane plane({1, 0, 0}, AcGeVector3d(sense, 0, 0)),
+                beside({9, 0, 0}, AcGeVector3d(-1, 0, 0));
             EXPECT_EQ(solid->getSlice(beside, 0, slice), Acad::eOk);
             EXPECT_NEAR(anyVolume(*solid), 16, 1e-12);
             EXPECT_EQ(solid->getSlice(plane, 0, slice), Acad::eOk);
