@@ -90,10 +90,12 @@ template <class F>
 void HiddenLines::forEachAlong(const AcGePoint3d& from, const AcGePoint3d& to, F&& visit) const {
     const double left = std::min(from.x, to.x), right = std::max(from.x, to.x), margin = widening * m_size;
     const Range columns = cellsBetween(left, right, m_low.x);
-    const double rise = to.x != from.x ? (to.y - from.y) / (to.x - from.x) : 0.0;
+    const bool isUpright =
+        right - left <= 4 * margin; // it may stand between two columns, in both of them whole
+    const double rise = isUpright ? 0.0 : (to.y - from.y) / (to.x - from.x);
     for (int column = columns.first; column <= columns.last; ++column) {
         double low = std::min(from.y, to.y), high = std::max(from.y, to.y);
-        if (columns.first != columns.last) {
+        if (columns.first != columns.last && !isUpright) {
             // The first and the last column take what lies beyond the grid too.
             const double begin = column == columns.first ? left : m_low.x + column * m_cell - margin;
             const double end = column == columns.last ? right : m_low.x + (column + 1) * m_cell + margin;

@@ -88,15 +88,15 @@ void ViewSink::body(const AModeler::Body& body, const AcGeMatrix3d& toWorld, con
     } catch (const AModeler::Error&) {
         return; // flattened by its block: it hides nothing
     }
+    m_strokes.push_back({outlineOfRoundFaces(seen), style});
+    if (!hides()) return;
     for (const AModeler::Body::Triangle& triangle : seen.triangles())
         m_hidden.add(triangle.corners[0]->point(), triangle.corners[1]->point(),
                      triangle.corners[2]->point());
-    m_strokes.push_back({outlineOfRoundFaces(seen), style});
 }
 
 void ViewSink::finish() {
-    const bool hides = m_sink.scale() > 0.0;
-    if (hides) m_hidden.makeIndex();
+    if (hides()) m_hidden.makeIndex();
     const auto flat = [](const AcGePoint3d& point) { return AcGePoint3d(point.x, point.y, 0.0); };
     for (const Stroke& stroke : m_strokes) {
         PicturePath path;
@@ -104,8 +104,8 @@ void ViewSink::finish() {
             bool isOpen = false; // the path ends where the next line begins
             for (std::size_t i = 0; i + 1 < run.size(); ++i) {
                 const AcGeVector3d along = run[i + 1] - run[i];
-                const auto parts = hides ? m_hidden.seenParts(run[i], run[i + 1])
-                                         : std::vector<HiddenLines::Part>{{0.0, 1.0}};
+                const auto parts = hides() ? m_hidden.seenParts(run[i], run[i + 1])
+                                           : std::vector<HiddenLines::Part>{{0.0, 1.0}};
                 if (parts.empty()) isOpen = false;
                 for (const auto& [from, to] : parts) {
                     if (!isOpen || from > 0.0) path.moveTo(flat(run[i] + along * from));

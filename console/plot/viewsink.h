@@ -28,6 +28,8 @@ public:
     void body(const AModeler::Body& body, const AcGeMatrix3d& toWorld, const StrokeStyle& style) override;
 
 private:
+    bool hides() const { return m_sink.scale() > 0.0; }
+
     struct Stroke {
         std::vector<std::vector<AcGePoint3d>> runs; ///< in the view
         StrokeStyle style;
