@@ -236,6 +236,15 @@ std::vector<std::string> cornersOf(const std::string& file) {
     return corners;
 }
 
+/// Of the faces of a drawing, by their flags.
+int shownEdges(const std::string& file) {
+    int count = 0;
+    std::ifstream stream(file);
+    for (std::string code, value; std::getline(stream, code) && std::getline(stream, value);)
+        for (const int edge : {1, 2, 4, 8}) count += code == "70" && !(std::stoi(value) & edge);
+    return count;
+}
+
 TEST_F(SolidsTest, MeshesAreClosedInEveryForm) {
     const std::string plan = planFile(), base = folder / "mesh";
     solids(plan,
@@ -265,6 +274,10 @@ TEST_F(SolidsTest, MeshesAreClosedInEveryForm) {
             return edge.second == 0;
         })) << ending;
         const std::string json = solids(plan, {raisePlan, "BODIES JSON"});
+        // Each edge of the body is shown by the two triangles at it, no other edge is.
+        if (ending == std::string(".dxf")) {
+            EXPECT_EQ(shownEdges(base + ending), 2 * value(json, "edges"));
+        }
         EXPECT_NEAR(volume, value(json, "volume"), 1e-9) << ending;
     }
 }
@@ -308,7 +321,7 @@ TEST_F(SolidsTest, HiddenLinesAreLeftOutOfViews) {
                     drawingOf("", light("A", {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}}) +
                                       light("B", {{3, 20, 0}, {7, 20, 0}, {7, 24, 0}, {3, 24, 0}})));
     const std::string raise = "RAISE 10 OUTLINES A NAME A", behind = "RAISE 11 OUTLINES B NAME B";
-    const std::string level = folder / "level.svg", iso = folder / "iso.svg";
+    const std::string level = folder / "level.svg", iso = folder / "iso.svg", round = folder / "round.svg";
     solids(plan, {raise, behind, "PLOT " + level + " VIEW 0,-1,0 SCALE 1:1 LAYERS SOLIDS"});
     auto strokes = strokesOf(level);
     // Behind the face of A nothing of A is seen, and of B what stands above it.
@@ -320,6 +333,10 @@ TEST_F(SolidsTest, HiddenLinesAreLeftOutOfViews) {
     EXPECT_NEAR(strokes[90], 3 * edge, 0.1);
     EXPECT_NEAR(strokes[30] + strokes[31] + strokes[29], 3 * edge, 0.1);
     EXPECT_NEAR(strokes[150] + strokes[151] + strokes[149], 3 * edge, 0.1);
+    // Of a round column the two lines at its rim, and two of the four that stand on quarters of it.
+    const std::string column = writtenFile(folder, "column.dxf", drawingOf("", circle("C", 0, 0, 2)));
+    solids(column, {"RAISE 5 OUTLINES C", "PLOT " + round + " VIEW 1,-1,0 SCALE 1:1 LAYERS SOLIDS"});
+    EXPECT_NEAR(strokesOf(round)[90], 4 * 5, 0.1);
     expectProblems({plan, "--module", solidsModule, "--command", raise, "--command", "PLOT x.svg VIEW 0,0,0"},
                    exitcode::commandFailed, {"no length"});
     expectProblems({plan, "--command", "PLOT x.svg VIEW ISO FILL A"}, exitcode::commandFailed, {"no WINDOW"});
