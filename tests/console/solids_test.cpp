@@ -209,6 +209,14 @@ TEST_F(SolidsTest, BeamsAndColumnsAreOneBodyWithTheSlab) {
 }
 
 TEST_F(SolidsTest, SlicesAreContoursInTheDrawing) {
+    // Two sides stand upright over the centre of the cut: they are no part of it.
+    const std::string steps = writtenFile(
+        folder, "steps.dxf",
+        drawingOf(
+            "",
+            light("A",
+                  {{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {8, 1, 0}, {8, 3, 0}, {4, 3, 0}, {4, 2, 0}, {0, 2, 0}})));
+    expectHas(solids(steps, {"RAISE 2", "SLICE 0,0,1"}), {"SLAB: 1 contours, area 16.000"});
     const std::string output = solids(planFile(), {raisePlan, "SLICE 0,4.5,0 NORMAL 0,1,0",
                                                    "SLICE 0,0,0.25 LAYER CUT", "SLICE 0,0,9", "LIST JSON"});
     expectHas(output,

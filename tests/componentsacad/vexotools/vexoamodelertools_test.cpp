@@ -409,7 +409,8 @@ TEST(ModelerBridge, FacetsOfAnArcAreOneSide) {
     });
     for (int side = 0; side < 4; ++side) EXPECT_EQ(surfaces[side].size(), 1U) << side;
     EXPECT_EQ(surfaces.begin()->first, 0);
-    EXPECT_EQ(surfaces.rbegin()->first, 3); // the body's loops begin with a straight side
+    EXPECT_EQ(surfaces.rbegin()->first, 3);
+    EXPECT_TRUE(surfaces[0].count(nullptr)); // the body's loops begin with a straight side
     EXPECT_EQ(Tools::getSideIndexInContour(top->edgeLoop()->partner()->next(), top), -1);
     Edge* none = top->edgeLoop();
     EXPECT_FALSE(Tools::getEdge(top, {9, 9, 9}, none) || none);
