@@ -217,8 +217,4 @@ TEST(DualRepresentation, WhoHoldsWhat) {
     EXPECT_EQ(copy.getSlice(AcGePlane(), 0, slice), none);
     EXPECT_EQ(copy.booleanOper(AcDb::kBoolUnite, &target), none);
     EXPECT_EQ(target.booleanOper(AcDb::kBoolUnite, &copy), none);
-    AcDb3dSolid* taken = nullptr;
-    EXPECT_TRUE(solid.ReleaseRepr(taken) && taken && solid.isNull() && !solid.isValid());
-    delete taken;
-    EXPECT_EQ(solid.extrude(nullptr, 1.0, 0.0), none);
 }
