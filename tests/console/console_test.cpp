@@ -98,8 +98,9 @@ TEST_F(WholeProgram, EveryKindOfFailureHasItsCodeAndNamesItsPlace) {
 TEST_F(WholeProgram, AnAnswerThatIsRefusedIsToldWithWhatIsWanted) {
     const std::pair<const char*, const char*> cases[] = {
         {"UNDO 0", "UNDO: \"0\" is no whole number above 0.\n"},
-        {"PLOT a.svg -1 5", "PLOT: \"-1\" is no number above 0, nor Fill or Selected or Window or SCale or "
-                            "LAYErs or LAYOut or WEights or Background or OVERWRITE.\n"},
+        {"PLOT a.svg -1 5",
+         "PLOT: \"-1\" is no number above 0, nor Fill or Selected or Window or SCale or View or "
+         "LAYErs or LAYOut or WEights or Background or OVERWRITE.\n"},
         {"GREET you many", "GREET: \"many\" is no whole number.\n"},
     };
     for (const auto& [command, told] : cases) expectHas(run(helped({"--command", command})).output, {told});
