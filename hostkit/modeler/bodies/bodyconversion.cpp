@@ -230,7 +230,8 @@ Body Body::fromPolyhedron(const Polyhedron& polyhedron, std::span<const Body* co
     if (polyhedron.empty()) return body;
     if (polyhedron.partners.empty()) {
         const auto stands = [&](Index corner) { return corner < polyhedron.points.size(); };
-        if (!std::all_of(polyhedron.corners.begin(), polyhedron.corners.end(), stands)) throw Error(eBadBodyGeometry);
+        if (!std::all_of(polyhedron.corners.begin(), polyhedron.corners.end(), stands))
+            throw Error(eBadBodyGeometry);
         Polyhedron paired = polyhedron;
         if (!findPartners(paired)) throw Error(eBadBodyGeometry);
         return fromPolyhedron(paired, sources);

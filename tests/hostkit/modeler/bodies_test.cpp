@@ -285,7 +285,9 @@ TEST(Bodies, sectionsTakeEachSideAndTheSidesAddUp) {
         body.transform(placements::ofSpace()[static_cast<std::size_t>(round) % 2]);
         std::vector<AcGePoint3d> corners;
         for (const Vertex* v = body.vertexList(); v; v = v->next()) corners.push_back(v->point());
-        const auto corner = [&] { return corners[static_cast<std::size_t>(random.between(0, 0.999) * double(corners.size()))]; };
+        const auto corner = [&] {
+            return corners[static_cast<std::size_t>(random.between(0, 0.999) * double(corners.size()))];
+        };
         const AcGePoint3d on = round % 3 ? corner() : body.centerOfGravity();
         AcGeVector3d normal(random.between(-1, 1), random.between(-1, 1), random.between(-1, 1));
         if (round % 3 == 2) normal = (corner() - on).crossProduct(corner() - on);
@@ -297,7 +299,8 @@ TEST(Bodies, sectionsTakeEachSideAndTheSidesAddUp) {
         ASSERT_TRUE(back.isValid() && front.isValid()) << "round " << round;
         EXPECT_NEAR(back.volume() + front.volume(), body.volume(), 1e-7) << "round " << round;
         EXPECT_EQ(body.planeIntersectsBody(plane), !back.isNull() && !front.isNull()) << "round " << round;
-        for (const Vertex* v = back.vertexList(); v; v = v->next()) EXPECT_LE(plane.distanceTo(v->point()), 1e-6);
+        for (const Vertex* v = back.vertexList(); v; v = v->next())
+            EXPECT_LE(plane.distanceTo(v->point()), 1e-6);
         if (back.isNull()) continue;
         const Interval3d box = back.interval(0.5), plainBox = back.interval();
         EXPECT_NEAR(box.getMax().x - box.getMin().x, plainBox.getMax().x - plainBox.getMin().x + 1, 1e-9);
