@@ -7,7 +7,6 @@
 #include <cmath>
 
 using AModeler::Body;
-using AModeler::Point3d;
 
 namespace {
 

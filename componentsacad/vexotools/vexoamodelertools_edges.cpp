@@ -55,7 +55,7 @@ public:
     }
 
     void run() {
-        const Vertex *first = E->vertex(), *second = N->vertex();
+        const Vertex &first = *E->vertex(), &second = *N->vertex();
         Edge *const closing = P->prev(), *const before = Q->prev(), *const behind = Q->next();
         Edge *const across = before->prev(), *const nextOfS = S->next();
         Face& grown = *Q->face();
@@ -95,12 +95,12 @@ private:
     void unlinkFace() {
         if (m_body.faceList() == &m_lateral) return m_body.setFaceList(m_lateral.next());
         Face* const before = findFace(m_body, [&](const Face& face) { return face.next() == &m_lateral; });
-        before->setNext(m_lateral.next());
+        if (before) before->setNext(m_lateral.next());
     }
-    void unlinkVertex(const Vertex* vertex) {
-        if (m_body.vertexList() == vertex) return m_body.setVertexList(vertex->next());
+    void unlinkVertex(const Vertex& vertex) {
+        if (m_body.vertexList() == &vertex) return m_body.setVertexList(vertex.next());
         for (Vertex* each = m_body.vertexList(); each; each = each->next())
-            if (each->next() == vertex) return each->setNext(vertex->next());
+            if (each->next() == &vertex) return each->setNext(vertex.next());
     }
 
     Body& m_body;
