@@ -8,6 +8,7 @@
 #include "modelercontent.h"
 #include "raisedface.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -89,6 +90,85 @@ Acad::ErrorStatus AcDb3dSolid::getMassProp(double& volume, AcGePoint3d& centroid
     volume = m_content->volume();
     centroid = body->centerOfGravity();
     box = m_content->extents();
+    return Acad::eOk;
+}
+
+namespace {
+
+/// A symmetric matrix turned until it is diagonal, each turn taking one entry beside the diagonal to 0
+/// (Jacobi's way).
+struct PrincipalAxes {
+    double entry[3][3];
+    AcGeVector3d axes[3] = {AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, AcGeVector3d::kZAxis};
+
+    void run() {
+        constexpr int mostRounds = 12; // what is left is squared in each, from the third or so on
+        for (int round = 0; round < mostRounds; ++round)
+            for (int i = 0; i < 3; ++i) turn(i, (i + 1) % 3);
+        for (int i : {0, 1, 0})
+            if (entry[i][i] > entry[i + 1][i + 1]) {
+                std::swap(entry[i][i], entry[i + 1][i + 1]);
+                std::swap(axes[i], axes[i + 1]);
+            }
+        axes[2] = axes[0].crossProduct(axes[1]);
+    }
+
+private:
+    void turn(int i, int j) {
+        if (entry[i][j] == 0.0) return;
+        // The smaller of the two turns that do it, at most 45 degrees: the larger ones may go round without
+        // end.
+        const double apart = entry[j][j] - entry[i][i], sense = apart < 0.0 ? -1.0 : 1.0;
+        const double angle = 0.5 * std::atan2(2.0 * sense * entry[i][j], sense * apart);
+        const double c = std::cos(angle), s = std::sin(angle);
+        for (auto& row : entry) {
+            const double first = row[i];
+            row[i] = c * first - s * row[j];
+            row[j] = s * first + c * row[j];
+        }
+        for (int k = 0; k < 3; ++k) {
+            const double first = entry[i][k];
+            entry[i][k] = c * first - s * entry[j][k];
+            entry[j][k] = s * first + c * entry[j][k];
+        }
+        entry[i][j] = entry[j][i] = 0.0;
+        const AcGeVector3d first = axes[i];
+        axes[i] = first * c - axes[j] * s;
+        axes[j] = first * s + axes[j] * c;
+    }
+};
+
+} // namespace
+
+Acad::ErrorStatus AcDb3dSolid::getMassProp(double& volume, AcGePoint3d& centroid, double momentsOfInertia[],
+                                           double products[], double principalMoments[],
+                                           AcGeVector3d principalAxes[], double radiiOfGyration[],
+                                           AcDbExtents& box) const {
+    const AModeler::Body* body = nullptr;
+    Acad::ErrorStatus status = findBody(body);
+    if (status == Acad::eOk) status = getMassProp(volume, centroid, box);
+    if (status != Acad::eOk) return status;
+    const AModeler::Body::SecondMoments second = body->secondMoments();
+    const double content = body->volume();
+    const double moments[] = {second.yy + second.zz, second.zz + second.xx, second.xx + second.yy};
+    const double mixed[] = {second.xy, second.yz, second.zx};
+    std::copy_n(moments, 3, momentsOfInertia);
+    std::copy_n(mixed, 3, products);
+    for (int i = 0; i < 3; ++i)
+        radiiOfGyration[i] = content > 0.0 ? std::sqrt(std::max(0.0, moments[i] / content)) : 0.0;
+    const AcGeVector3d c = centroid.asVector();
+    const double square = c.lengthSqrd();
+    PrincipalAxes own{};
+    for (unsigned int i = 0; i < 3; ++i) {
+        const unsigned int j = (i + 1) % 3; // mixed[i] is of the axes i and j
+        own.entry[i][i] = moments[i] - content * (square - c[i] * c[i]);
+        own.entry[i][j] = own.entry[j][i] = content * c[i] * c[j] - mixed[i];
+    }
+    own.run();
+    for (int i = 0; i < 3; ++i) {
+        principalMoments[i] = own.entry[i][i];
+        principalAxes[i] = own.axes[i];
+    }
     return Acad::eOk;
 }
 

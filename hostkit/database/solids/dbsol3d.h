@@ -35,6 +35,14 @@ public:
     /// Volume of curved faces as such; centroid and box of the facets.
     Acad::ErrorStatus getMassProp(double& volume, AcGePoint3d& centroid, AcDbExtents& box) const;
 
+    /// The same with moments of inertia for a density of 1, of the facets: about the world's axes, products
+    /// (xy, yz, zx), about the principal axes through the centroid in ascending order with these axes
+    /// (right-handed unit vectors), and radii of gyration about the world's axes. Three numbers or vectors
+    /// each.
+    Acad::ErrorStatus getMassProp(double& volume, AcGePoint3d& centroid, double momentsOfInertia[],
+                                  double products[], double principalMoments[], AcGeVector3d principalAxes[],
+                                  double radiiOfGyration[], AcDbExtents& box) const;
+
     /// A region for each flat face, an AcDbBody for each curved one.
     Acad::ErrorStatus explode(AcDbVoidPtrArray& parts) const override;
 

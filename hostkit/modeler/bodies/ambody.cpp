@@ -303,6 +303,21 @@ struct Sums {
     double volume6 = 0.0; ///< six times the volume
     AcGeVector3d moment;  ///< 24 times the first moment about the point
     double area = 0.0;
+    Body::SecondMoments second120; ///< 120 times the second moments about the point
+
+    /// A tetrahedron of that volume between the point and three others.
+    void addSecond(double volume6Of, const AcGeVector3d& a, const AcGeVector3d& b, const AcGeVector3d& c) {
+        const AcGeVector3d sum = a + b + c;
+        const auto of = [&](unsigned int i, unsigned int j) {
+            return volume6Of * (a[i] * a[j] + b[i] * b[j] + c[i] * c[j] + sum[i] * sum[j]);
+        };
+        second120.xx += of(0, 0);
+        second120.yy += of(1, 1);
+        second120.zz += of(2, 2);
+        second120.xy += of(0, 1);
+        second120.yz += of(1, 2);
+        second120.zx += of(2, 0);
+    }
 };
 
 Sums sumsOf(const Body& body, const AcGePoint3d& about) {
@@ -317,6 +332,7 @@ Sums sumsOf(const Body& body, const AcGePoint3d& about) {
             area2 += across;
             sums.volume6 += volume;
             sums.moment += (first + b + c) * volume;
+            sums.addSecond(volume, first, b, c);
         });
         sums.area += area2.length() / 2;
     });
@@ -335,6 +351,25 @@ Point3d Body::centerOfGravity() const {
     const Sums sums = sumsOf(*this, about);
     if (sums.volume6 == 0.0) return {};
     return about + sums.moment / (4 * sums.volume6);
+}
+
+Body::SecondMoments Body::secondMoments() const {
+    SecondMoments moments;
+    if (isNull()) return moments;
+    const AcGeVector3d about = m_vertexList->point().asVector();
+    const Sums sums = sumsOf(*this, m_vertexList->point());
+    const double volume = sums.volume6 / 6;
+    const AcGeVector3d first = sums.moment / 24;
+    const auto moved = [&](double second120, unsigned int i, unsigned int j) {
+        return second120 / 120 + about[i] * first[j] + about[j] * first[i] + about[i] * about[j] * volume;
+    };
+    moments.xx = moved(sums.second120.xx, 0, 0);
+    moments.yy = moved(sums.second120.yy, 1, 1);
+    moments.zz = moved(sums.second120.zz, 2, 2);
+    moments.xy = moved(sums.second120.xy, 0, 1);
+    moments.yz = moved(sums.second120.yz, 1, 2);
+    moments.zx = moved(sums.second120.zx, 2, 0);
+    return moments;
 }
 
 } // namespace AModeler

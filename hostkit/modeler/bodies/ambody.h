@@ -99,6 +99,11 @@ public:
     [[nodiscard]] double volume() const;
     [[nodiscard]] double surfaceArea() const;
     [[nodiscard]] Point3d centerOfGravity() const; ///< the origin for a body without a volume
+    /// Integrals of x x, y y, z z, x y, y z and z x over the material, about the world's origin.
+    struct SecondMoments {
+        double xx = 0.0, yy = 0.0, zz = 0.0, xy = 0.0, yz = 0.0, zx = 0.0;
+    };
+    [[nodiscard]] SecondMoments secondMoments() const;
 
     /// Triangles that cover each face once, counter-clockwise seen from outside, corners at vertices alone.
     /// Each side has its reverse, so that the mesh is closed; for that a triangle between collinear corners

@@ -310,4 +310,41 @@ TEST(Solids, goThroughFilersAndMotionsWithTheirMeasures) {
     EXPECT_NEAR(volumeOf(read), 8 * volume, 1e-9);
 }
 
+TEST(Solids, momentsOfAMovedBoxAreThoseOfTheFormulas) {
+    const double size[] = {2, 3, 7}; // in ascending order of length: the largest moment is about the shortest
+    auto box = raised(rectangle(-1, -1.5, 2, 3), 7);
+    const AcGeMatrix3d turn = AcGeMatrix3d::rotation(0.7, AcGeVector3d(1, 2, -0.5), AcGePoint3d(0, 0, 3.5));
+    const AcGePoint3d middle(10, -20, 33.5);
+    ASSERT_EQ(box->transformBy(AcGeMatrix3d::translation({10, -20, 30}) * turn), Acad::eOk);
+    double volume = 0, moments[3], products[3], principal[3], radii[3];
+    AcGePoint3d centroid;
+    AcGeVector3d axes[3];
+    AcDbExtents extents;
+    ASSERT_EQ(box->getMassProp(volume, centroid, moments, products, principal, axes, radii, extents),
+              Acad::eOk);
+    EXPECT_NEAR(volume, 42, 1e-9);
+    EXPECT_NEAR(centroid.distanceTo(middle), 0.0, 1e-9);
+    double aboutWorld[3][3] = {}; // of the box's own axes, turned, and of its mass in the middle
+    for (int own = 0; own < 3; ++own) {
+        AcGeVector3d axis(own == 0, own == 1, own == 2);
+        axis.transformBy(turn);
+        const double square = 42 * size[own] * size[own] / 12;
+        for (unsigned int i = 0; i < 3; ++i)
+            for (unsigned int j = 0; j < 3; ++j) aboutWorld[i][j] += square * axis[i] * axis[j];
+        const double other =
+            (size[0] * size[0] + size[1] * size[1] + size[2] * size[2] - size[own] * size[own]) / 12;
+        EXPECT_NEAR(principal[2 - own], 42 * other, 1e-7);
+        EXPECT_NEAR(std::abs(axes[2 - own].dotProduct(axis)), 1.0, 1e-9);
+    }
+    EXPECT_NEAR(axes[0].crossProduct(axes[1]).dotProduct(axes[2]), 1.0, 1e-9);
+    const AcGeVector3d m = middle.asVector();
+    for (unsigned int i = 0; i < 3; ++i) {
+        const unsigned int j = (i + 1) % 3, k = (i + 2) % 3;
+        const auto of = [&](unsigned int a, unsigned int b) { return aboutWorld[a][b] + 42 * m[a] * m[b]; };
+        EXPECT_NEAR(moments[i], of(j, j) + of(k, k), 1e-6);
+        EXPECT_NEAR(products[i], of(i, j), 1e-6);
+        EXPECT_NEAR(radii[i] * radii[i] * 42, moments[i], 1e-6);
+    }
+}
+
 } // namespace
