@@ -50,7 +50,7 @@ std::string objText(const NamedSolid& solid, const std::vector<Body::Triangle>& 
         for (const Vertex* corner : triangle.corners) {
             const auto [place, isNew] = numbers.emplace(corner, firstCorner + numbers.size());
             if (isNew) corners += "v " + pointText(corner->point()) + "\n";
-            faces += " " + std::to_string(place->second);
+            (faces += ' ') += std::to_string(place->second);
         }
         faces += "\n";
     }

@@ -111,7 +111,8 @@ private:
     template <class T>
     void append(T value) {
         char buffer[24];
-        bytes.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+        const char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+        bytes += std::string_view(buffer, static_cast<std::size_t>(end - buffer));
     }
     // Seventeen digits come back to the same double.
     void number(double value) {
@@ -233,7 +234,9 @@ private:
         const std::string name = "kernel " + kernel();
         const char* between = "";
         for (const std::string_view text : {dates.maker, std::string_view(name), dates.date}) {
-            m_out.text(between + std::to_string(text.size()) + ' ');
+            m_out.text(between);
+            m_out.text(std::to_string(text.size()));
+            m_out.text(" ");
             m_out.text(text);
             between = " ";
         }
