@@ -515,7 +515,8 @@ def copied(drawing, record):
             elif code == 350 and record.kind == "3DSOLID":
                 value = "0"  # the history of how it was made stays with the original
                 droppable.add(len(groups))
-            groups.append((code, FREE if code in (5, 330) else value))
+            if (record.kind, code) != ("VIEWPORT", 361):  # the sun that it owns stays the original's alone
+                groups.append((code, FREE if code in (5, 330) else value))
         if code == 102 and value == "}":
             skipping = False
     loose = [Loose(code, value) for code, value in ((5, FREE), (330, FREE), (30, "0"), (31, "0"), (66, "1"))]

@@ -119,6 +119,7 @@ KINDS = {
     "POLYLINE 3D": Kind(),
     "VERTEX 3D": Kind(world=(10,)),
     "HATCH": Kind(),
+    "VIEWPORT": Kind(world=(10,), lengths=(40, 41)),
     "3DSOLID": Kind(),
     "REGION": Kind(),
     "BODY": Kind(),
