@@ -155,6 +155,8 @@ std::optional<std::string> movedBodyData(std::string_view data, const AcGeMatrix
         out.insert(records.end, 1, '\n');
     if (!pointTo(records, *body, data, records.records.size(), out)) return {};
     if (records.form == BodyForm::text) countOneMore(out, records.records.size());
+    // Of data with a damaged head the count cannot be told apart from what stands around it.
+    if (readBodyRecords(out).records.size() != records.records.size() + 1) return {};
     return out;
 }
 
