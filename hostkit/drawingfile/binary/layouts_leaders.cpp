@@ -7,192 +7,192 @@ const char* const leadersLayouts = R"(
 @ MLEADER-CONTEXT part P
 BL nroots
 for nroots:
-  B contentvalid ; 290
-  B dogvecset ; 291
-  3BD conn ; 10
-  3BD dir ; 11
+  B contentvalid
+  B dogvecset
+  3BD conn
+  3BD dir
   BL nbreaks
   for nbreaks:
-    3BD bstart ; 12
-    3BD bend ; 13
-  BL leaderindex ; 90
-  BD landing ; 40
+    3BD bstart
+    3BD bend
+  BL leaderindex
+  BD landing
   BL nlines
   for nlines:
     BL npts
-    3BD pts[npts] ; 10
+    3BD pts[npts]
     BL nbreakinfo
     if nbreakinfo:
-      BL segindex ; 90
+      BL segindex
       BL nse
       for nse:
-        3BD s ; 11
-        3BD e ; 12
-    BL lineindex ; 91
-    [24+] BS ltypeov ; 170
-    [24+] CMC lcolor ; 92
-    [24+] H5 lltype ; 340
-    [24+] BL llweight ; 171
-    [24+] BD arrowsize ; 40
-    [24+] H5 arrow ; 341
-    [24+] BL ovflags ; 93
-  [24+] BS attachdir ; 271
-BD scale ; 40
-3BD base ; 10
-BD textheight ; 41
-BD arrowsize2 ; 140
-BD landinggap ; 145
-BS leftattach ; 174
-BS rightattach ; 175
-BS align ; 176
-BS attachtype ; 177
-B hastext ; 290
+        3BD s
+        3BD e
+    BL lineindex
+    [24+] BS ltypeov
+    [24+] CMC lcolor
+    [24+] H5 lltype
+    [24+] BL llweight
+    [24+] BD arrowsize
+    [24+] H5 arrow
+    [24+] BL ovflags
+  [24+] BS attachdir
+BD scale
+3BD base
+BD textheight
+BD arrowsize2
+BD landinggap
+BS leftattach
+BS rightattach
+BS align
+BS attachtype
+B hastext
 if hastext:
-  TV label ; 304
-  3BD normal ; 11
-  H5 textstyle ; 340
-  3BD location ; 12
-  3BD direction ; 13
-  BD rotation ; 42
-  BD bwidth ; 43
-  BD bheight ; 44
-  BD lsfactor ; 45
-  BS lsstyle ; 170
-  CMC tcolor ; 90
-  BS talign ; 171
-  BS flow ; 172
-  CMC bgcolor ; 91
-  BD bgscale ; 141
-  BL bgtrans ; 92
-  B bgfill ; 291
-  B bgmask ; 292
-  BS coltype ; 173
-  B autoheight ; 293
-  BD colwidth ; 142
-  BD colgutter ; 143
-  B colrev ; 294
+  TV label
+  3BD normal
+  H5 textstyle
+  3BD location
+  3BD direction
+  BD rotation
+  BD bwidth
+  BD bheight
+  BD lsfactor
+  BS lsstyle
+  CMC tcolor
+  BS talign
+  BS flow
+  CMC bgcolor
+  BD bgscale
+  BL bgtrans
+  B bgfill
+  B bgmask
+  BS coltype
+  B autoheight
+  BD colwidth
+  BD colgutter
+  B colrev
   BL nsizes
-  BD sizes[nsizes] ; 144
-  B wordbreak ; 295
+  BD sizes[nsizes]
+  B wordbreak
   B unk
 else:
-  B hasblock ; 296
+  B hasblock
   if hasblock:
-    H4 blockrec ; 341
-    3BD bnormal ; 14
-    3BD blocation ; 15
-    3BD bscale ; 16
-    BD brot ; 46
-    CMC bcolor ; 93
-    BD matrix[16] ; 47
-3BD basept ; 110
-3BD basedir ; 111
-3BD basevert ; 112
-B reversed ; 297
-[24+] BS topattach ; 273
-[24+] BS bottomattach ; 272
+    H4 blockrec
+    3BD bnormal
+    3BD blocation
+    3BD bscale
+    BD brot
+    CMC bcolor
+    BD matrix[16]
+3BD basept
+3BD basedir
+3BD basevert
+B reversed
+[24+] BS topattach
+[24+] BS bottomattach
 @ MULTILEADER class E
-[24+] BS version ; 270 2
+[24+] BS version
 use MLEADER-CONTEXT
-H5 style ; 340
-BL overrides ; 90
-BS leadertype ; 170
-CMC linecolor ; 91
-H5 lltype ; 341
-BL lweight2 ; 171
-B landingon ; 290
-B dogleg ; 291
-BD landingdist ; 41
-H5 arrow ; 342
-BD arrowsize ; 42
-BS content ; 172
-H5 textstyle ; 343
-BS left ; 173
-BS right ; 95
-BS textangle ; 174
-BS textalign ; 175
-CMC textcolor ; 92
-B frame ; 292
-H5 block ; 344
-CMC blockcolor ; 93
-3BD blockscale ; 10
-BD blockrot ; 43
-BS blockconn ; 176
-B annotative ; 293
+H5 style
+BL overrides
+BS leadertype
+CMC linecolor
+H5 lltype
+BL lweight2
+B landingon
+B dogleg
+BD landingdist
+H5 arrow
+BD arrowsize
+BS content
+H5 textstyle
+BS left
+BS right
+BS textangle
+BS textalign
+CMC textcolor
+B frame
+H5 block
+CMC blockcolor
+3BD blockscale
+BD blockrot
+BS blockconn
+B annotative
 [-21] BL narrows
 [-21] for narrows:
-  B isdefault ; 94
-  H5 arrowh ; 345
+  B isdefault
+  H5 arrowh
 BL nlabels
 for nlabels:
-  H5 attdef ; 330
-  TV ltext ; 302
-  BS lindex ; 177
-  BD lwidth ; 44
-B negdir ; 294
-BS ipealign ; 178
-BS attachpt ; 179
-BD scale ; 45
-[24+] BS attachdir ; 271
-[24+] BS bottomattach ; 272
-[24+] BS topattach ; 273
-[27+] B exttotext ; 295
+  H5 attdef
+  TV ltext
+  BS lindex
+  BD lwidth
+B negdir
+BS ipealign
+BS attachpt
+BD scale
+[24+] BS attachdir
+[24+] BS bottomattach
+[24+] BS topattach
+[27+] B exttotext
 @ ROW-STYLE part P
-H5 textstyle ; 7
-BD textheight ; 140
-BS align ; 170
-CMCX textcolor ; 62
-CMCX fillcolor ; 63
-B fillon ; 283
+H5 textstyle
+BD textheight
+BS align
+CMCX textcolor
+CMCX fillcolor
+B fillon
 for 6:
   BS blw
   B bvis
   CMCX bcolor
-[21+] BL datatype ; 90
-[21+] BL unittype ; 91
-[21+] TV format ; 1
+[21+] BL datatype
+[21+] BL unittype
+[21+] TV format
 @ CONTENT-FORMAT part P
-BL ovflags ; 90
-BL propflags ; 91
-BL datatype ; 92
-BL unittype ; 93
-TV format ; 300
-BD rotation ; 40
-BD scale ; 140
-BL align ; 94
-CMCX ccolor ; 62
-H5 textstyle ; 340
-BD textheight ; 144
+BL ovflags
+BL propflags
+BL datatype
+BL unittype
+TV format
+BD rotation
+BD scale
+BL align
+CMCX ccolor
+H5 textstyle
+BD textheight
 @ CELL-STYLE part P
-BL cstype ; 90
-BS hasdata ; 170
+BL cstype
+BS hasdata
 if hasdata:
-  BL csov ; 91
-  BL mergeflags ; 92
-  CMCX bgcolor ; 62
-  BL layoutflags ; 93
+  BL csov
+  BL mergeflags
+  CMCX bgcolor
+  BL layoutflags
   use CONTENT-FORMAT
-  BS marginflags ; 171
-  BD margins[6] ? marginflags & 1 ; 40
-  BL nborders ; 94
+  BS marginflags
+  BD margins[6] ? marginflags & 1
+  BL nborders
   for nborders:
-    BL edge ; 95
+    BL edge
     if edge:
-      BL bov ; 90
-      BL btype ; 91
-      CMCX bcolor ; 62
-      BL blw ; 92
-      H5 bltype ; 340
-      BL binvis ; 93
-      BD bspacing ; 40
+      BL bov
+      BL btype
+      CMCX bcolor
+      BL blw
+      H5 bltype
+      BL binvis
+      BD bspacing
 @ TABLESTYLE class O
-[-21] TV description ; 3
-[-21] BS flow ; 70
-[-21] BS flags ; 71
-[-21] BD hmargin ; 40
-[-21] BD vmargin ; 41
-[-21] B notitle ; 280
-[-21] B noheader ; 281
+[-21] TV description
+[-21] BS flow
+[-21] BS flags
+[-21] BD hmargin
+[-21] BD vmargin
+[-21] B notitle
+[-21] B noheader
 [-21] for 3:
   use ROW-STYLE
 [24+] RC unk0
@@ -201,9 +201,9 @@ if hasdata:
 [24+] BL unk2
 [24+] H3 unkh
 [24+] use CELL-STYLE
-[24+] BL csid ; 90
-[24+] BL csclass ; 91
-[24+] TV csname ; 300
+[24+] BL csid
+[24+] BL csclass
+[24+] TV csname
 [24+] BL ncs
 [24+] for ncs:
   BL index
@@ -215,120 +215,120 @@ if hasdata:
 BL ncs
 for ncs:
   use CELL-STYLE
-  BL csid ; 90
-  BL csclass ; 91
-  TV csname ; 300
+  BL csid
+  BL csclass
+  TV csname
 @ MATMAP part P
-BD blend ; 42
-RC projection ; 73
-RC tiling ; 74
-RC autotrans ; 75
-BD matrix[16] ; 43
+BD blend
+RC projection
+RC tiling
+RC autotrans
+BD matrix[16]
 RC source
-TV mapfile ? source == 1 ; 3
+TV mapfile ? source == 1
 @ MATCOLOR part P
 RC method
-BD factor ; 40
-BL rgb ? method == 1 ; 90
+BD factor
+BL rgb ? method == 1
 @ MATERIAL class O
-TV name ; 1
-TV description ; 2
+TV name
+TV description
 use MATCOLOR
 use MATCOLOR
 use MATMAP
 use MATCOLOR
 use MATMAP
-BD gloss ; 44
+BD gloss
 use MATMAP
-BD opacity ; 140
+BD opacity
 use MATMAP
 use MATMAP
-BD refraction ; 145
+BD refraction
 use MATMAP
-[21+] BD translucence ; 148
-[21+] BD selfillum ; 149
-[21+] BD reflectivity ; 468
-[21+] BL illummodel ; 93
-[21+] BL channels ; 94
-[21+] BL mode ; 282
+[21+] BD translucence
+[21+] BD selfillum
+[21+] BD reflectivity
+[21+] BL illummodel
+[21+] BL channels
+[21+] BL mode
 @ DIMASSOC class O
-H4 dimension ; 330
-BL assoc ; 90
-B transspace ; 70
-RC rottype ; 71
+H4 dimension
+BL assoc
+B transspace
+RC rottype
 for 4:
   let present = (assoc >> INDEX) & 1
   if present:
     use OSNAPREF
 @ OSNAPREF part P
-TV clsname ; 1
-RC osnap ; 72
+TV clsname
+RC osnap
 BL nids
-H4 ids[nids] ; 331
+H4 ids[nids]
 if nids:
-  BS subtype ; 73
-  BL marker ; 91
+  BS subtype
+  BL marker
   BL nxref
-  TV xrefs[nxref] ; 301
-BD param ; 40
-3BD pt ; 10
+  TV xrefs[nxref]
+BD param
+3BD pt
 if osnap == 6 || osnap == 11:
   BL nids2
-  H4 ids2[nids2] ; 332
-  BS subtype2 ; 74
-  BL marker2 ; 92
+  H4 ids2[nids2]
+  BS subtype2
+  BL marker2
   BL nxref2
-  TV xrefs2[nxref2] ; 302
-B haslast ; 75
+  TV xrefs2[nxref2]
+B haslast
 if haslast:
   use OSNAPREF
 @ PDFDEFINITION class O
-TV file ; 1
-TV item ; 2
+TV file
+TV item
 @ PDFUNDERLAY class E
-3BD ext ; 210
-3BD ins ; 10
-BD rotation ; 50
-BD sx ; 41
-BD sy ; 42
-BD sz ; 43
-RC flags ; 280
-RC contrast ; 281
-RC fade ; 282
+3BD ext
+3BD ins
+BD rotation
+BD sx
+BD sy
+BD sz
+RC flags
+RC contrast
+RC fade
 BL n
-2RD pts[n] ; 11
-H5 definition ; 340
+2RD pts[n]
+H5 definition
 @ MESH class E
-BS version ; 71
-B blendcrease ; 72
-BL level ; 91
-BL nverts ; 92
-3BD verts[nverts] ; 10
-BL nfaces ; 93
-BL faces[nfaces] ; 90
-BL nedges ; 94
+BS version
+B blendcrease
+BL level
+BL nverts
+3BD verts[nverts]
+BL nfaces
+BL faces[nfaces]
+BL nedges
 for nedges:
-  BL e0 ; 90
+  BL e0
   BL e1
-BL ncrease ; 95
-BD crease[ncrease] ; 140
+BL ncrease
+BD crease[ncrease]
 BL nov
 @ SUN class O
-BL classver ; 90
-B ison ; 290
-CMC color ; 63
-BD intensity ; 40
-B shadow ; 291
-BL julian ; 91
-BL msec ; 92
-B dst ; 292
-BL shadowtype ; 70
-BS shadowsize ; 71
-RC softness ; 280
+BL classver
+B ison
+CMC color
+BD intensity
+B shadow
+BL julian
+BL msec
+B dst
+BL shadowtype
+BS shadowsize
+RC softness
 @ EVAL-EXPR part P
 BL parentid
-BL major ; 98
-BL minor ; 99
+BL major
+BL minor
 BS valcode
 let vc = valcode
 if vc == 40:
@@ -343,7 +343,7 @@ if vc == 70:
   BS v70
 if vc == 91:
   H5 v91
-BL nodeid ; 90
+BL nodeid
 )";
 
 } // namespace hostkit

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <mutex>
 #include <stdexcept>
 #include <utility>
 
@@ -14,7 +15,6 @@ namespace {
 struct Line {
     std::size_t indent;
     std::string_view text;
-    std::string_view groups;
 };
 
 struct Source {
@@ -59,8 +59,7 @@ using Sources = std::map<std::string, Source, std::less<>>;
 void addSources(std::string_view text, Sources& sources) {
     Source* current = nullptr;
     while (!text.empty()) {
-        std::string_view groups = takeUntil(text, "\n");
-        const std::string_view line = takeUntil(groups, ";");
+        const std::string_view line = takeUntil(text, "\n");
         if (line.starts_with("@ ")) {
             std::string_view head = line.substr(2);
             const std::string name(takeUntil(head, " "));
@@ -68,7 +67,7 @@ void addSources(std::string_view text, Sources& sources) {
             current = &sources[name];
             *current = {code, trimmed(head), {}};
         } else if (current && !trimmed(line).empty()) {
-            current->lines.push_back({line.find_first_not_of(' '), trimmed(line), trimmed(groups)});
+            current->lines.push_back({line.find_first_not_of(' '), trimmed(line)});
         }
     }
 }
@@ -181,7 +180,7 @@ private:
             step.condition = expression(trimmed(rest));
             m_layout.steps.push_back(std::move(step));
         } else {
-            field(text, lines[at].groups);
+            field(text);
         }
     }
 
@@ -197,7 +196,7 @@ private:
         m_layout.steps.push_back(std::move(step));
     }
 
-    void field(std::string_view text, std::string_view groups) {
+    void field(std::string_view text) {
         LayoutStep step;
         std::string_view own = takeUntil(text, " ? ");
         if (!trimmed(text).empty()) step.condition = expression(trimmed(text));
@@ -214,9 +213,6 @@ private:
         own = trimmed(own);
         if (step.code == FieldCode::bytes) step.count = expression(takeUntil(own, " "));
         name(own, step);
-        while (!groups.empty())
-            if (const std::string_view word = takeUntil(groups, " "); !word.empty())
-                step.groups.push_back(static_cast<short>(numberOf(word, 0)));
         m_layout.steps.push_back(std::move(step));
     }
 
@@ -273,7 +269,9 @@ RecordLayouts::RecordLayouts(DrawingVersion version) {
 }
 
 const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
+    static std::mutex making;
     static std::map<DrawingVersion, std::unique_ptr<RecordLayouts>> made;
+    const std::lock_guard lock(making);
     std::unique_ptr<RecordLayouts>& layouts = made[version];
     if (!layouts) layouts.reset(new RecordLayouts(version));
     return *layouts;

@@ -61,7 +61,6 @@ struct LayoutStep {
     LayoutExpression count;     ///< of a field that repeats
     std::vector<LayoutExpression> standard; ///< of fields that are told by what they differ in
     std::string name;
-    std::vector<short> groups;
 };
 
 /// The layout of one kind of record.

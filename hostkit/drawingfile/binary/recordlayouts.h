@@ -7,10 +7,11 @@ namespace hostkit {
 // number of the kind, "class" where the drawing's classes number it, or "part" of others; KIND is E for
 // entities, O for other objects, P for parts. Lines that follow:
 //
-//   [18+] [-15] [21-24]   only from, up to, or between the forms 15 (2000), 18 (2004), 21, 24, 27, 32
-//   BD name[n] ? cond ; codes     a field by its bit code, n times, where the condition holds; the groups of
-//   the text form that it is let name = expression;  use PART;  if cond: / else: / for n: / while cond: with
-//   what is indented below
+//   [18+] [-15] [21-24]: only from, up to, or between the forms 15 (2000), 18 (2004), 21, 24, 27, 32
+//
+//   BD name[n] ? cond: a field by its bit code, n times, where the condition holds
+//
+//   let name = expression; use PART; if cond: else: for n: while cond: with what is indented below
 //
 // Codes of fields: B BB RC RS RL RLL RD BS BL BLL BD and 2BD 3BD 2RD 3RD as usual; BT thickness, BE
 // direction; DD 2DD 3DD and 2DDCHAIN name(standard); TV a text; CMC, CMCX, ENC colours; H2 H3 H4 H5
