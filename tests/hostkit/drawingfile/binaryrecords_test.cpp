@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <deque>
 #include <filesystem>
@@ -163,6 +164,22 @@ TEST(BinaryRecords, checksumsAndTheMapAgreeWithWhatIsWrittenDown) {
     container.sections["AcDb:AcDbObjects"].resize(27700);
     EXPECT_EQ(readObjectMap(container).size(), 2U);
     EXPECT_EQ(container.faults.size(), 1U);
+}
+
+TEST(BinaryRecords, aMapOfManyPartsIsReadAsItWasWritten) {
+    std::mt19937 random(5);
+    std::vector<ObjectPlace> places;
+    for (std::uint64_t handle = 1; places.size() < 5000; handle += 1 + random() % 300)
+        places.push_back({handle, 1 + random() % 5'000'000});
+    BinaryContainer container;
+    container.sections["AcDb:Handles"] = writeObjectMap(places);
+    container.sections["AcDb:AcDbObjects"].resize(5'000'001);
+    const std::vector<ObjectPlace> read = readObjectMap(container);
+    EXPECT_TRUE(container.faults.empty());
+    const auto areSame = [](const ObjectPlace& a, const ObjectPlace& b) {
+        return a.handle == b.handle && a.offset == b.offset;
+    };
+    EXPECT_TRUE(std::equal(places.begin(), places.end(), read.begin(), read.end(), areSame));
 }
 
 TEST(BinaryRecords, pagesAreUnpackedAndPacked) {
