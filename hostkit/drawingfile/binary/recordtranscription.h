@@ -1,0 +1,50 @@
+// Records of binary drawings as groups of the exchange form.
+#pragma once
+
+#include "groupformat.h"
+#include "recordfields.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace hostkit {
+
+/// What records are called where others name them. Names are bytes of the drawing's coding: of its code page
+/// up to 2004, from then on UTF-8.
+class RecordNames {
+public:
+    /// `kind` as in transcripts: "LAYER", "BLOCK_RECORD", "MLINESTYLE". The first of two equal names counts.
+    void add(std::string_view kind, std::string name, std::uint64_t handle);
+    /// Empty where there is none.
+    [[nodiscard]] std::string_view nameOf(std::uint64_t handle) const;
+    /// 0 where there is none. Upper and lower case are the same.
+    [[nodiscard]] std::uint64_t handleOf(std::string_view kind, std::string_view name) const;
+
+private:
+    std::unordered_map<std::uint64_t, std::string> m_names;
+    std::unordered_map<std::string, std::uint64_t> m_handles; ///< by kind and folded name
+};
+
+/// What an entity's record does not tell itself.
+struct EntityPlace {
+    std::uint64_t owner = 0; ///< of an entity whose record has none: the space that it stands in
+    bool isInPaper = false;
+    std::string_view layout; ///< the name of the layout of the space, or nothing
+};
+
+/// Writes records of one drawing as text groups in the drawing's own form. What it is given must outlive it.
+/// Several threads take one each.
+class RecordTranscription {
+public:
+    RecordTranscription(const RecordReading& reading, const RecordNames& names, const DrawingStyle& style);
+
+    /// The record from its group 0 to its extended data. False, with no byte added, for a record that has no
+    /// transcript or was not read whole: appendOpaque then writes its head alone.
+    [[nodiscard]] bool append(const RecordFields& record, const EntityPlace& place, std::string& bytes);
+    /// Name, handle, extension dictionary, reactors, owner, extended data.
+    void appendOpaque(const RecordFields& record, std::string_view name, const EntityPlace& place,
+                      std::string& bytes);
+};
+
+} // namespace hostkit
