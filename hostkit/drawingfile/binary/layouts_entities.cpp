@@ -354,9 +354,7 @@ let nwidth = 0
 BL nbulge ? flag & 16
 [24+] BL nid ? flag & 1024
 BL nwidth ? flag & 32
-if npts > 0:
-  2RD p0
-  2DDCHAIN pts(p0)[npts-1]
+2DDCHAIN pts[npts]
 BD bulges[nbulge]
 [24+] BL ids[nid]
 for nwidth:

@@ -18,7 +18,8 @@ public:
         , m_values(owner.m_values)
         , m_data(owner.m_objects, out.dataBegin, out.dataEnd)
         , m_text(owner.m_objects, out.textBegin, out.textEnd)
-        , m_references(owner.m_objects, out.referencesBegin, out.referencesEnd) {
+        , m_references(owner.m_objects, out.referencesBegin, out.referencesEnd)
+        , m_scope(&out.values) {
         m_values.assign(out.layout->slots, 0.0);
     }
 
@@ -44,7 +45,7 @@ private:
                 set(step.slot, step.condition.value(m_values));
                 break;
             case LayoutStep::Kind::field:
-                field(step, static_cast<std::uint16_t>(i));
+                field(step);
                 break;
             default:
                 block(step, i);
@@ -69,10 +70,14 @@ private:
         case LayoutStep::Kind::loop: {
             const double count = step.condition.value(m_values);
             if (!isCount(count)) return;
+            RecordScope* const outer = m_scope;
+            RecordScope::Loop& loop = outer->loop(step.slot);
             for (double i = 0; i < count && !isOver(); ++i) {
+                m_scope = &RecordScope::addPass(loop);
                 set(m_out.layout->loopSlot, i);
                 steps(at + 1, step.end);
             }
+            m_scope = outer;
             break;
         }
         default:
@@ -91,76 +96,91 @@ private:
 
     void set(std::uint16_t slot, double value) { m_values[slot] = value; }
 
-    void field(const LayoutStep& step, std::uint16_t number) {
-        const bool isBytes = step.code == FieldCode::bytes;
+    void field(const LayoutStep& step) {
         if (!step.condition.empty() && !step.condition.holds(m_values)) return;
-        if (step.count.empty() || isBytes) return one(step, number);
-        const double count = step.count.value(m_values);
-        if (!isCount(count)) return;
-        if (step.code == FieldCode::standardChain) chainStart(step);
-        for (double i = 0; i < count && !isOver(); ++i) one(step, number);
+        if (!step.isArray()) return one(step);
+        m_array = &m_scope->array(step.slot);
+        if (!step.count.empty()) {
+            const double count = step.count.value(m_values);
+            if (isCount(count)) elements(step, count);
+        } else {
+            one(step);
+        }
+        m_array = nullptr;
     }
 
-    RecordField& add(std::uint16_t number) {
-        RecordField& field = m_out.fields.emplace_back();
-        field.step = number;
-        return field;
+    void elements(const LayoutStep& step, double count) {
+        double i = 0;
+        if (step.code == FieldCode::standardChain && count > 0) { // the first one as it is
+            raw2(step);
+            ++i;
+        }
+        for (; i < count && !isOver(); ++i) one(step);
     }
 
-    void one(const LayoutStep& step, std::uint16_t number) {
+    void raw2(const LayoutStep& step) {
+        RecordValue& value = add(step);
+        for (unsigned i = 0; i < 2; ++i) m_values[step.slot + i] = value.real[i] = m_data.rawDouble();
+    }
+
+    RecordValue& add(const LayoutStep& step) {
+        return m_array ? m_array->emplace_back() : m_scope->add(step.slot);
+    }
+
+    void one(const LayoutStep& step) {
         switch (step.code) {
         case FieldCode::bit:
-            return whole(step, number, m_data.bit());
+            return whole(step, m_data.bit());
         case FieldCode::twoBits:
-            return whole(step, number, static_cast<std::int64_t>(m_data.bits(2)));
+            return whole(step, static_cast<std::int64_t>(m_data.bits(2)));
         case FieldCode::rawByte:
-            return whole(step, number, m_data.rawByte());
+            return whole(step, m_data.rawByte());
         case FieldCode::rawShort:
-            return whole(step, number, static_cast<std::int16_t>(m_data.rawShort()));
+            return whole(step, static_cast<std::int16_t>(m_data.rawShort()));
         case FieldCode::rawLong:
-            return whole(step, number, static_cast<std::int32_t>(m_data.rawLong()));
+            return whole(step, static_cast<std::int32_t>(m_data.rawLong()));
         case FieldCode::rawLongLong:
-            return whole(step, number, static_cast<std::int64_t>(m_data.rawLongLong()));
+            return whole(step, static_cast<std::int64_t>(m_data.rawLongLong()));
         case FieldCode::bitShort:
-            return whole(step, number, m_data.bitShort());
+            return whole(step, m_data.bitShort());
         case FieldCode::bitLong:
-            return whole(step, number, m_data.bitLong());
+            return whole(step, m_data.bitLong());
         case FieldCode::bitLongLong:
-            return whole(step, number, static_cast<std::int64_t>(m_data.bitLongLong()));
+            return whole(step, static_cast<std::int64_t>(m_data.bitLongLong()));
         case FieldCode::zeroEnded:
-            return whole(step, number, countToZero());
+            return whole(step, countToZero());
         case FieldCode::text:
-            return text(number);
+            return text(add(step));
         case FieldCode::bytes:
-            return bytes(step, number);
+            return bytes(step);
         case FieldCode::bodyData:
-            return bodyData(number);
+            return bodyData(step);
         case FieldCode::extendedData:
-            return extendedData(number);
+            return extendedData(step);
         case FieldCode::color:
         case FieldCode::longColor:
-            return color(step, number);
+            return color(step);
         case FieldCode::entityColor:
-            return entityColor(number);
+            return entityColor(step);
         case FieldCode::reference:
-            return reference(number);
+            return reference(step);
         case FieldCode::references:
-            while (m_references.left() >= 8 && !isOver()) reference(number);
+            while (m_references.left() >= 8 && !isOver()) reference(step);
             return;
         case FieldCode::ownHandle:
-            return ownHandle(step, number);
+            return ownHandle(step);
         case FieldCode::opaque:
             return opaque();
         case FieldCode::tooDeep:
             m_failed = true;
             return;
         default:
-            return real(step, number);
+            return real(step);
         }
     }
 
-    void whole(const LayoutStep& step, std::uint16_t number, std::int64_t value) {
-        add(number).whole = value;
+    void whole(const LayoutStep& step, std::int64_t value) {
+        add(step).whole = value;
         set(step.slot, static_cast<double>(value));
     }
 
@@ -176,12 +196,8 @@ private:
         return step.standard[std::min(ordinate, step.standard.size() - 1)].value(m_values);
     }
 
-    void chainStart(const LayoutStep& step) {
-        for (std::size_t i = 0; i < 2; ++i) m_values[step.slot + i] = standard(step, i);
-    }
-
-    void real(const LayoutStep& step, std::uint16_t number) {
-        RecordField& field = add(number);
+    void real(const LayoutStep& step) {
+        RecordValue& field = add(step);
         unsigned count = 1;
         const auto values = [&](unsigned ordinates, auto&& read) {
             count = ordinates;
@@ -233,31 +249,28 @@ private:
         for (unsigned i = 0; i < count; ++i) m_values[step.slot + i] = field.real[i];
     }
 
-    void run(std::uint16_t number, BitReader& stream, std::size_t count, std::size_t bitsOfOne) {
+    void run(RecordValue& value, BitReader& stream, std::size_t count, std::size_t bitsOfOne) {
         if (count > stream.left() / bitsOfOne) return stream.fail();
-        RecordField& field = add(number);
-        field.run = {stream.position(), count};
+        value.run = {nullptr, stream.position(), count};
         stream.moveTo(stream.position() + count * bitsOfOne);
     }
 
-    void text(std::uint16_t number) {
+    void text(RecordValue& value) {
         const bool isWide = m_owner.m_form >= 21;
-        if (isWide && m_out.textBegin == m_out.textEnd) { // a record without texts: all of them are empty
-            add(number).run = {0, 0};
-            return;
-        }
+        value.run = {};
+        if (isWide && m_out.textBegin == m_out.textEnd) return; // a record without texts: all are empty
         BitReader& stream = isWide ? m_text : m_data;
         const auto count = static_cast<std::uint16_t>(stream.bitShort());
-        run(number, stream, count, isWide ? 16 : 8);
+        run(value, stream, count, isWide ? 16 : 8);
     }
 
-    void bytes(const LayoutStep& step, std::uint16_t number) {
+    void bytes(const LayoutStep& step) {
         const double count = step.count.value(m_values);
-        if (isCount(count)) run(number, m_data, static_cast<std::size_t>(count), 8);
+        if (isCount(count)) run(add(step), m_data, static_cast<std::size_t>(count), 8);
     }
 
     /// Up to its own end record.
-    void bodyData(std::uint16_t number) {
+    void bodyData(const LayoutStep& step) {
         using namespace std::string_view_literals;
         static constexpr std::array ends{"End\x0e\x02of\x0e\x04"
                                          "ACIS\x0d\x04"
@@ -272,54 +285,56 @@ private:
         for (const std::string_view end : ends)
             if (const std::size_t at = all.find(end); at != std::string::npos) {
                 m_data.moveTo(begin);
-                return run(number, m_data, at + end.size(), 8);
+                return run(add(step), m_data, at + end.size(), 8);
             }
         m_data.fail();
     }
 
     /// Each application's data as a handle and a run of bytes.
-    void extendedData(std::uint16_t number) {
+    void extendedData(const LayoutStep& step) {
         for (std::size_t count = static_cast<std::uint16_t>(m_data.bitShort()); count > 0 && !m_data.failed();
              count = static_cast<std::uint16_t>(m_data.bitShort())) {
-            add(number).reference = m_data.handle();
-            run(number, m_data, count, 8);
+            add(step).reference = m_data.handle();
+            run(add(step), m_data, count, 8);
         }
     }
 
-    void color(const LayoutStep& step, std::uint16_t number) {
-        RecordField& field = add(number);
-        field.color = {m_data.bitShort(), 0, 0, 0};
+    void color(const LayoutStep& step) {
+        ValueColor& color = add(step).color = {};
+        color.index = m_data.bitShort();
         if (m_owner.m_form < 18 && step.code == FieldCode::color) return;
-        field.color.value = m_data.bitLong();
-        field.color.hasValue = 1;
+        color.value = static_cast<std::uint32_t>(m_data.bitLong());
+        color.hasValue = true;
         const unsigned names = m_data.rawByte();
-        if (names & 1) text(number);
-        if (names & 2) text(number);
+        for (unsigned i = 0; i < 2; ++i)
+            if (names >> i & 1) text(m_scope->add(static_cast<std::uint16_t>(step.slot + 1 + i)));
     }
 
-    void entityColor(std::uint16_t number) {
-        RecordField& field = add(number);
+    void entityColor(const LayoutStep& step) {
+        ValueColor& color = add(step).color = {};
         const auto coded = static_cast<std::uint16_t>(m_data.bitShort());
-        field.color = {coded & 0x0FFF, 0, 0, 0};
-        const bool isOfBook = (coded & 0x4000) != 0;
-        set(m_out.layout->colorReferenceSlot, isOfBook);
-        if ((coded & 0x8000) && !isOfBook) {
-            field.color.value = m_data.bitLong();
-            field.color.hasValue = 1;
+        color.index = coded & 0x0FFF;
+        color.isOfBook = (coded & 0x4000) != 0;
+        set(m_out.layout->colorReferenceSlot, color.isOfBook);
+        if ((coded & 0x8000) && !color.isOfBook) {
+            color.value = static_cast<std::uint32_t>(m_data.bitLong());
+            color.hasValue = true;
         }
-        if (coded & 0x2000) field.color.transparency = static_cast<std::uint32_t>(m_data.bitLong());
+        color.hasTransparency = (coded & 0x2000) != 0;
+        if (color.hasTransparency) color.transparency = static_cast<std::uint32_t>(m_data.bitLong());
     }
 
-    void reference(std::uint16_t number) {
+    void reference(const LayoutStep& step) {
         const BinaryHandle handle = m_references.handle();
-        add(number).reference = handle;
+        add(step).reference = handle;
         m_out.references.push_back(handle);
+        set(step.slot, static_cast<double>(handle.value));
     }
 
-    void ownHandle(const LayoutStep& step, std::uint16_t number) {
+    void ownHandle(const LayoutStep& step) {
         const BinaryHandle handle = m_data.handle();
         if (step.name == "handle" && m_out.handle == 0) m_out.handle = handle.value;
-        add(number).reference = handle;
+        add(step).reference = handle;
     }
 
     void opaque() {
@@ -332,7 +347,9 @@ private:
     RecordFields& m_out;
     std::vector<double>& m_values;
     BitReader m_data, m_text, m_references;
-    bool m_held = false; ///< the last condition
+    RecordScope* m_scope;
+    std::vector<RecordValue>* m_array = nullptr; ///< of the field that repeats
+    bool m_held = false;                         ///< the last condition
     bool m_failed = false;
 };
 
@@ -391,7 +408,7 @@ bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
 
 bool RecordReading::read(std::size_t offset, RecordFields& fields) {
     fields.handle = 0;
-    fields.fields.clear();
+    fields.values.clear();
     fields.references.clear();
     if (!findStreams(offset, fields)) return false;
     fields.layout = layoutOf(fields.type, fields.isKnown);
@@ -399,23 +416,58 @@ bool RecordReading::read(std::size_t offset, RecordFields& fields) {
     return true;
 }
 
-std::string RecordReading::text(const RecordField& field) const {
-    BitReader reader(m_objects, field.run.firstBit, m_objects.size() * 8);
+const BinaryClass* RecordReading::classOf(unsigned type) const {
+    constexpr unsigned first = 500;
+    return type >= first && type - first < m_classes.size() ? &m_classes[type - first] : nullptr;
+}
+
+std::string RecordReading::text(const RecordValue& value) const {
     std::string result;
+    appendText(value.run, result);
+    return result;
+}
+
+void RecordReading::appendText(const ValueRun& run, std::string& bytes) const {
+    if (run.bytes) {
+        bytes.append(run.bytes, run.count);
+        return;
+    }
+    const std::size_t before = bytes.size();
+    BitReader reader(m_objects, run.firstBit, m_objects.size() * 8);
     if (m_form < 21) {
-        for (std::uint64_t i = 0; i < field.run.count; ++i) result += static_cast<char>(reader.rawByte());
+        for (std::uint64_t i = 0; i < run.count; ++i) bytes += static_cast<char>(reader.rawByte());
     } else {
-        for (std::uint64_t i = 0; i < field.run.count; ++i) {
+        for (std::uint64_t i = 0; i < run.count; ++i) {
             std::uint32_t unit = reader.rawShort();
-            if (unit >= 0xD800 && unit < 0xDC00 && i + 1 < field.run.count) {
+            if (unit >= 0xD800 && unit < 0xDC00 && i + 1 < run.count) {
                 unit = 0x10000 + ((unit - 0xD800) << 10) + (reader.rawShort() - 0xDC00U);
                 ++i;
             }
-            appendUtf8(result, static_cast<wchar_t>(unit));
+            if (unit < 0x80)
+                bytes += static_cast<char>(unit);
+            else
+                appendUtf8(bytes, static_cast<wchar_t>(unit));
         }
     }
-    while (!result.empty() && result.back() == 0) result.pop_back();
-    return result;
+    while (bytes.size() > before && bytes.back() == 0) bytes.pop_back();
+}
+
+const RecordValue* RecordFields::value(std::string_view name) const {
+    std::uint16_t slot = 0;
+    return layout && layout->findSlot(name, slot) ? values.find(slot) : nullptr;
+}
+
+const std::vector<RecordValue>& RecordFields::array(std::string_view name) const {
+    static const std::vector<RecordValue> none;
+    std::uint16_t slot = 0;
+    const std::vector<RecordValue>* const found =
+        layout && layout->findSlot(name, slot) ? values.findArray(slot) : nullptr;
+    return found ? *found : none;
+}
+
+std::uint64_t RecordFields::referenceTo(std::string_view name) const {
+    const RecordValue* const found = value(name);
+    return found ? found->reference.resolved(handle) : 0;
 }
 
 } // namespace hostkit

@@ -4,31 +4,11 @@
 #include "binarycontainer.h"
 #include "bitreader.h"
 #include "recordlayout.h"
+#include "recordvalues.h"
 
 #include <optional>
 
 namespace hostkit {
-
-/// One value with the step of the layout that it was read by.
-struct RecordField {
-    std::uint16_t step = 0;
-    union {
-        std::int64_t whole;
-        double real[3];
-        struct {
-            std::uint64_t firstBit; ///< of the text's characters, or of the bytes, in the bits that were read
-            std::uint64_t count;    ///< characters, or bytes
-        } run;
-        struct {
-            std::int32_t index, value;
-            std::uint32_t hasValue;
-            std::uint32_t transparency; ///< of an entity
-        } color;
-        BinaryHandle reference;
-    };
-    RecordField()
-        : real{} {}
-};
 
 /// A record: where its three streams begin and end, and what they hold. The fields of a record that has no
 /// layout are the common ones.
@@ -42,8 +22,16 @@ struct RecordFields {
     std::size_t dataBegin = 0, dataEnd = 0; ///< bits: of what follows the common fields, where they have been
                                             ///< read alone, and their end
     std::size_t textBegin = 0, textEnd = 0, referencesBegin = 0, referencesEnd = 0;
-    std::vector<RecordField> fields;
+    RecordScope values;
     std::vector<BinaryHandle> references; ///< all, in their order
+
+    /// By the layout's name, outside of loops; null where the record has none. For single looks: code that
+    /// goes over many records keeps the slot.
+    [[nodiscard]] const RecordValue* value(std::string_view name) const;
+    /// Empty where the record has none.
+    [[nodiscard]] const std::vector<RecordValue>& array(std::string_view name) const;
+    /// The handle that a reference of that name tells; 0 where there is none.
+    [[nodiscard]] std::uint64_t referenceTo(std::string_view name) const;
 };
 
 /// How a class of a drawing is numbered and named.
@@ -65,8 +53,14 @@ public:
     [[nodiscard]] bool read(std::size_t offset, RecordFields& fields);
     /// Characters of a text that was read: bytes of the drawing's code page up to 2004, from then on UTF-16.
     /// A zero at the end is left out.
-    [[nodiscard]] std::string text(const RecordField& field) const;
+    [[nodiscard]] std::string text(const RecordValue& value) const;
+    /// The same behind `bytes`.
+    void appendText(const ValueRun& run, std::string& bytes) const;
     [[nodiscard]] ByteSpan objects() const { return m_objects; }
+    [[nodiscard]] int form() const { return m_form; } ///< 15, 18, 21, 24, 27, 32
+    [[nodiscard]] std::span<const BinaryClass> classes() const { return m_classes; }
+    /// The class of a type that the drawing numbers itself; null for others.
+    [[nodiscard]] const BinaryClass* classOf(unsigned type) const;
 
 private:
     friend class FieldReading;

@@ -54,6 +54,13 @@ bool belongsTo(int form, std::string_view& text) {
     return form >= numberOf(first, 0) && form <= numberOf(forms, 0);
 }
 
+std::string withoutBlanks(std::string_view text) {
+    std::string result;
+    for (const char character : text)
+        if (character != ' ') result += character;
+    return result;
+}
+
 using Sources = std::map<std::string, Source, std::less<>>;
 
 void addSources(std::string_view text, Sources& sources) {
@@ -145,7 +152,10 @@ public:
 
 private:
     std::uint16_t slotOf(std::string_view name) {
-        const auto [at, isNew] = m_names.try_emplace(std::string(name), static_cast<std::uint16_t>(m_slots));
+        std::string whole =
+            name == "INDEX" || name == "color_ref" ? std::string(name) : m_prefix + std::string(name);
+        const auto [at, isNew] =
+            m_layout.slotNames.try_emplace(std::move(whole), static_cast<std::uint16_t>(m_slots));
         if (isNew) m_slots += 3; // a point takes three
         return at->second;
     }
@@ -171,7 +181,12 @@ private:
             block(lines, at + 1, next);
             m_layout.steps[step].end = static_cast<std::uint16_t>(m_layout.steps.size());
         } else if (text.starts_with("use ")) {
-            use(trimmed(text.substr(4)));
+            std::string_view part = text.substr(4);
+            const std::string own(trimmed(takeUntil(part, " as ")));
+            const std::string before = m_prefix;
+            if (!trimmed(part).empty()) m_prefix.append(trimmed(part)).append(".");
+            use(own);
+            m_prefix = before;
         } else if (text.starts_with("let ")) {
             std::string_view rest = text.substr(4);
             LayoutStep step;
@@ -193,6 +208,7 @@ private:
                     : word == "while" ? LayoutStep::Kind::whilst
                                       : throw std::logic_error("no block: " + std::string(word));
         if (step.kind != LayoutStep::Kind::otherwise) step.condition = expression(trimmed(text));
+        if (step.kind == LayoutStep::Kind::loop) step.slot = slotOf("for " + withoutBlanks(text));
         m_layout.steps.push_back(std::move(step));
     }
 
@@ -236,7 +252,7 @@ private:
     int m_form;
     RecordLayout& m_layout;
     std::vector<std::string_view> m_open; ///< parts that are being used
-    std::map<std::string, std::uint16_t, std::less<>> m_names;
+    std::string m_prefix;                 ///< of the names of a part that is used under a name
     unsigned m_slots = 0;
 };
 
@@ -275,6 +291,13 @@ const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
     std::unique_ptr<RecordLayouts>& layouts = made[version];
     if (!layouts) layouts.reset(new RecordLayouts(version));
     return *layouts;
+}
+
+bool RecordLayout::findSlot(std::string_view field, std::uint16_t& slot) const {
+    const auto found = slotNames.find(field);
+    if (found == slotNames.end()) return false;
+    slot = found->second;
+    return true;
 }
 
 const RecordLayout* RecordLayouts::byNumber(unsigned number) const {

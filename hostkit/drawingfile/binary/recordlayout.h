@@ -61,6 +61,12 @@ struct LayoutStep {
     LayoutExpression count;     ///< of a field that repeats
     std::vector<LayoutExpression> standard; ///< of fields that are told by what they differ in
     std::string name;
+
+    /// Its values are elements of an array: it repeats, or is a list of another kind.
+    [[nodiscard]] bool isArray() const {
+        return (!count.empty() && code != FieldCode::bytes) || code == FieldCode::references ||
+               code == FieldCode::extendedData;
+    }
 };
 
 /// The layout of one kind of record.
@@ -72,6 +78,10 @@ struct RecordLayout {
     std::uint16_t slots = 0; ///< how many values there are
     std::uint16_t loopSlot = 0,
                   colorReferenceSlot = 0; ///< INDEX, and color_ref which an entity's colour sets
+    std::map<std::string, std::uint16_t, std::less<>>
+        slotNames; ///< of fields; a loop's is "for " and its count
+
+    [[nodiscard]] bool findSlot(std::string_view field, std::uint16_t& slot) const;
 };
 
 /// All layouts of one form. They are made once for each form and live as long as the program.

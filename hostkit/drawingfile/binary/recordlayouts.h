@@ -14,10 +14,10 @@ namespace hostkit {
 //   let name = expression; use PART; if cond: else: for n: while cond: with what is indented below
 //
 // Codes of fields: B BB RC RS RL RLL RD BS BL BLL BD and 2BD 3BD 2RD 3RD as usual; BT thickness, BE
-// direction; DD 2DD 3DD and 2DDCHAIN name(standard); TV a text; CMC, CMCX, ENC colours; H2 H3 H4 H5
-// references, kept behind the data; HD a handle within the data; EED extended data; X n name raw bytes;
-// COUNTZ bytes up to a zero; SAB a body's binary data; HREST all references that are left; OPAQUE all that is
-// left. INDEX counts the innermost loop.
+// direction; DD 2DD 3DD and 2DDCHAIN, the first raw and each further one by the one before; TV a text; CMC,
+// CMCX, ENC colours; H2 H3 H4 H5 references, kept behind the data; HD a handle within the data; EED extended
+// data; X n name raw bytes; COUNTZ bytes up to a zero; SAB a body's binary data; HREST all references that
+// are left; OPAQUE all that is left. INDEX counts the innermost loop.
 extern const char* const entitiesLayouts;
 extern const char* const annotationsLayouts;
 extern const char* const tablesLayouts;

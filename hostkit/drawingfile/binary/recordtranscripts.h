@@ -4,8 +4,8 @@
 
 namespace hostkit {
 
-// Each text holds transcripts one after the other. A transcript begins with "@ NAME", the name of the record's
-// layout or of a part; behind a bar the record's name in the exchange form where it is another:
+// Each text holds transcripts one after the other. A transcript begins with "@ NAME", the name of the
+// record's layout or of a part; behind a bar the record's name in the exchange form where it is another:
 //
 //   @ ACDBDICTIONARYWDFLT
 //   @ VERTEX_2D | VERTEX
@@ -47,9 +47,10 @@ namespace hostkit {
 // Points have one standard for all ordinates or one each ("= 0,0,1"), texts one in quotes ("= 'Standard'").
 //
 //   if / else: for / for n:     with what is indented below, as in layouts. "for n" goes over the layout's
-//                               loop with that count, or, where there is none, counts INDEX alone. Backwards a
-//                               pass begins at its first line's code and ends before the next such group; it
-//                               stops at n where n is known by then, and sets n where n is a field by itself
+//                               loop with that count, or, where there is none, counts INDEX alone. Backwards
+//                               a pass begins at its first line's code and ends before the next such group;
+//                               it stops at n where n is known by then, and sets n where n is a field by
+//                               itself
 //   use PART; use PART as p     the transcript of a part; "as p" where its layout is used so: all its fields
 //                               are then called p.NAME
 //   read NAME = expression      forwards alone

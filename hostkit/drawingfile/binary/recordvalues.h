@@ -4,13 +4,14 @@
 #include "bitreader.h"
 
 #include <cstdint>
-#include <deque>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 namespace hostkit {
 
-/// A text or a run of bytes: as bits of the record that was read, or as bytes elsewhere, that must outlive it.
+/// A text or a run of bytes: as bits of the record that was read, or as bytes elsewhere, that must outlive
+/// it.
 struct ValueRun {
     const char* bytes = nullptr; ///< null: the bits
     std::uint64_t firstBit = 0;
@@ -18,10 +19,10 @@ struct ValueRun {
 };
 
 struct ValueColor {
-    std::int32_t index = 256;    ///< 0 by block, 256 by layer
-    std::uint32_t value = 0;     ///< of the long form: its method in the highest byte
-    bool hasValue = false;       ///< the long form
-    bool isOfBook = false;       ///< of an entity: a reference tells the colour
+    std::int32_t index = 256; ///< 0 by block, 256 by layer
+    std::uint32_t value = 0;  ///< of the long form: its method in the highest byte
+    bool hasValue = false;    ///< the long form
+    bool isOfBook = false;    ///< of an entity: a reference tells the colour
     bool hasTransparency = false;
     std::uint32_t transparency = 0;
 };
@@ -46,7 +47,7 @@ public:
     struct Loop {
         std::uint16_t slot = 0; ///< of its count's text
         std::uint32_t count = 0;
-        std::deque<RecordScope> passes; ///< the first `count` of them
+        std::vector<std::unique_ptr<RecordScope>> passes; ///< the first `count` of them
     };
     struct Array {
         std::uint16_t slot = 0;
@@ -76,8 +77,8 @@ public:
 
 private:
     std::vector<Item> m_items;
-    std::deque<Array> m_arrays; // the first m_arrayCount of them
-    std::deque<Loop> m_loops;   // the first m_loopCount of them
+    std::vector<std::unique_ptr<Array>> m_arrays; // the first m_arrayCount of them
+    std::vector<std::unique_ptr<Loop>> m_loops;   // the first m_loopCount of them
     std::size_t m_arrayCount = 0, m_loopCount = 0;
 };
 

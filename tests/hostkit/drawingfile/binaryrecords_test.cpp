@@ -227,12 +227,6 @@ BinaryContainer holding(DrawingVersion version, std::string_view record) {
     return container;
 }
 
-const RecordField* fieldOf(const RecordFields& record, std::string_view name) {
-    for (const RecordField& field : record.fields)
-        if (record.layout->steps[field.step].name == name) return &field;
-    return nullptr;
-}
-
 TEST(BinaryRecords, recordsThatAreWrittenDownHaveTheirValues) {
     RecordFields record;
     const BinaryContainer old =
@@ -242,11 +236,11 @@ TEST(BinaryRecords, recordsThatAreWrittenDownHaveTheirValues) {
     ASSERT_TRUE(reading.read(1, record) && record.isKnown && record.isWhole && record.isSumRight);
     EXPECT_EQ(record.layout->name, "LINE");
     EXPECT_EQ(record.handle, 0x51U);
-    EXPECT_EQ(fieldOf(record, "x1")->real[0], 1.0);
-    EXPECT_EQ(fieldOf(record, "x2")->real[0], 5.0);
-    EXPECT_EQ(fieldOf(record, "y2")->real[0], 2.0);
-    EXPECT_EQ(fieldOf(record, "layer")->reference.resolved(0x51), 0x10U);
-    EXPECT_EQ(fieldOf(record, "color")->color.index, 256);
+    EXPECT_EQ(record.value("x1")->real[0], 1.0);
+    EXPECT_EQ(record.value("x2")->real[0], 5.0);
+    EXPECT_EQ(record.value("y2")->real[0], 2.0);
+    EXPECT_EQ(record.value("layer")->reference.resolved(0x51), 0x10U);
+    EXPECT_EQ(record.value("color")->color.index, 256);
 
     const BinaryContainer later =
         holding(DrawingVersion::k2010, "2D00 22 0040 54A574 00010EFF80000000000012200000000000001A2060"
@@ -254,9 +248,9 @@ TEST(BinaryRecords, recordsThatAreWrittenDownHaveTheirValues) {
     RecordReading texts(later, {});
     ASSERT_TRUE(texts.read(1, record) && record.isKnown && record.isWhole && record.isSumRight);
     EXPECT_EQ(record.layout->name, "TEXT");
-    EXPECT_EQ(texts.text(*fieldOf(record, "text")), "Hi");
-    EXPECT_EQ(fieldOf(record, "ins")->real[1], 20.0);
-    EXPECT_EQ(fieldOf(record, "height")->real[0], 2.5);
+    EXPECT_EQ(texts.text(*record.value("text")), "Hi");
+    EXPECT_EQ(record.value("ins")->real[1], 20.0);
+    EXPECT_EQ(record.value("height")->real[0], 2.5);
     EXPECT_FALSE(texts.read(2, record) && record.isWhole);
 }
 
