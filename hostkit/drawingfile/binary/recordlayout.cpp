@@ -1,5 +1,6 @@
 #include "recordlayout.h"
 
+#include "layouttext.h"
 #include "recordlayouts.h"
 
 #include <algorithm>
@@ -12,72 +13,7 @@
 namespace hostkit {
 namespace {
 
-struct Line {
-    std::size_t indent;
-    std::string_view text;
-};
-
-struct Source {
-    std::string_view code, kind;
-    std::vector<Line> lines;
-};
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(' ');
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
-}
-
-/// The part before the mark, which is taken off the text together with the mark.
-std::string_view takeUntil(std::string_view& text, std::string_view mark) {
-    const std::size_t at = text.find(mark);
-    const std::string_view before = text.substr(0, at);
-    text = at == std::string_view::npos ? std::string_view() : text.substr(at + mark.size());
-    return before;
-}
-
-int numberOf(std::string_view digits, int otherwise) {
-    int value = otherwise;
-    std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    return value;
-}
-
-/// "[18+] " and its like are taken off; false for lines of other forms.
-bool belongsTo(int form, std::string_view& text) {
-    if (!text.starts_with('[')) return true;
-    text.remove_prefix(1);
-    std::string_view forms = takeUntil(text, "] ");
-    text = trimmed(text);
-    if (forms.ends_with('+')) return form >= numberOf(forms, 0);
-    const std::string_view first = takeUntil(forms, "-");
-    if (forms.empty()) return form == numberOf(first, 0);
-    return form >= numberOf(first, 0) && form <= numberOf(forms, 0);
-}
-
-std::string withoutBlanks(std::string_view text) {
-    std::string result;
-    for (const char character : text)
-        if (character != ' ') result += character;
-    return result;
-}
-
-using Sources = std::map<std::string, Source, std::less<>>;
-
-void addSources(std::string_view text, Sources& sources) {
-    Source* current = nullptr;
-    while (!text.empty()) {
-        const std::string_view line = takeUntil(text, "\n");
-        if (line.starts_with("@ ")) {
-            std::string_view head = line.substr(2);
-            const std::string name(takeUntil(head, " "));
-            const std::string_view code = takeUntil(head, " ");
-            current = &sources[name];
-            *current = {code, trimmed(head), {}};
-        } else if (current && !trimmed(line).empty()) {
-            current->lines.push_back({line.find_first_not_of(' '), trimmed(line)});
-        }
-    }
-}
+using namespace layouttext;
 
 const Sources& allSources() {
     static const Sources sources = [] {
@@ -148,16 +84,11 @@ public:
         m_open.pop_back();
     }
 
-    void finish() { m_layout.slots = static_cast<std::uint16_t>(m_slots); }
-
 private:
     std::uint16_t slotOf(std::string_view name) {
         std::string whole =
             name == "INDEX" || name == "color_ref" ? std::string(name) : m_prefix + std::string(name);
-        const auto [at, isNew] =
-            m_layout.slotNames.try_emplace(std::move(whole), static_cast<std::uint16_t>(m_slots));
-        if (isNew) m_slots += 3; // a point takes three
-        return at->second;
+        return m_layout.addSlot(whole);
     }
     LayoutExpression expression(std::string_view text) {
         return LayoutExpression(text, [this](std::string_view name) { return slotOf(name); });
@@ -229,6 +160,9 @@ private:
         own = trimmed(own);
         if (step.code == FieldCode::bytes) step.count = expression(takeUntil(own, " "));
         name(own, step);
+        m_layout.fieldAt(step.slot) = {true, step.code, 0};
+        if (std::uint16_t counted = 0; step.isArray() && step.count.isName(counted))
+            m_layout.fieldAt(step.slot).countSlot = counted;
         m_layout.steps.push_back(std::move(step));
     }
 
@@ -243,8 +177,8 @@ private:
             while (!list.empty()) step.standard.push_back(expression(trimmed(takeUntil(list, ","))));
             text = text.substr(0, open);
         }
-        step.name = trimmed(text);
-        step.slot = slotOf(step.name);
+        step.name = m_prefix + std::string(trimmed(text));
+        step.slot = slotOf(trimmed(text));
     }
 
     static constexpr std::ptrdiff_t deepest = 4; ///< parts within themselves
@@ -253,7 +187,6 @@ private:
     RecordLayout& m_layout;
     std::vector<std::string_view> m_open; ///< parts that are being used
     std::string m_prefix;                 ///< of the names of a part that is used under a name
-    unsigned m_slots = 0;
 };
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 8> otherNames{
@@ -276,7 +209,7 @@ RecordLayouts::RecordLayouts(DrawingVersion version) {
         Compiling compiling(form, *layout);
         if (source.kind != "P") compiling.use(layout->isEntity ? "COMMON-ENTITY" : "COMMON-OBJECT");
         compiling.use(name);
-        compiling.finish();
+        layout->hasTranscript = compileTranscript(form, *layout, layout->transcript);
         if (layout->number) m_byNumber[layout->number] = layout.get();
         m_byName[name] = std::move(layout);
     }
@@ -291,6 +224,17 @@ const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
     std::unique_ptr<RecordLayouts>& layouts = made[version];
     if (!layouts) layouts.reset(new RecordLayouts(version));
     return *layouts;
+}
+
+std::uint16_t RecordLayout::addSlot(std::string_view field) {
+    const auto [at, isNew] = slotNames.try_emplace(std::string(field), slots);
+    if (isNew) slots = static_cast<std::uint16_t>(slots + 3); // a point takes three
+    return at->second;
+}
+
+RecordLayout::SlotField& RecordLayout::fieldAt(std::uint16_t slot) {
+    if (slotFields.size() <= slot) slotFields.resize(std::max<std::size_t>(slots, slot + 1U));
+    return slotFields[slot];
 }
 
 bool RecordLayout::findSlot(std::string_view field, std::uint16_t& slot) const {

@@ -3,6 +3,7 @@
 
 #include "drawingversion.h"
 #include "layoutexpression.h"
+#include "transcript.h"
 
 #include <map>
 #include <memory>
@@ -81,6 +82,18 @@ struct RecordLayout {
     std::map<std::string, std::uint16_t, std::less<>>
         slotNames; ///< of fields; a loop's is "for " and its count
 
+    /// By slot: what a field of that name is, and which field counts it.
+    struct SlotField {
+        bool isField = false;
+        FieldCode code = FieldCode::bit;
+        std::uint16_t countSlot = 0; ///< 0: none, or more than a name
+    };
+    std::vector<SlotField> slotFields;
+    bool hasTranscript = false;
+    Transcript transcript;
+
+    std::uint16_t addSlot(std::string_view field);
+    SlotField& fieldAt(std::uint16_t slot);
     [[nodiscard]] bool findSlot(std::string_view field, std::uint16_t& slot) const;
 };
 

@@ -4,6 +4,7 @@
 #include "groupformat.h"
 #include "recordfields.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -38,6 +39,9 @@ struct EntityPlace {
 class RecordTranscription {
 public:
     RecordTranscription(const RecordReading& reading, const RecordNames& names, const DrawingStyle& style);
+    ~RecordTranscription();
+    RecordTranscription(const RecordTranscription&) = delete;
+    RecordTranscription& operator=(const RecordTranscription&) = delete;
 
     /// The record from its group 0 to its extended data. False, with no byte added, for a record that has no
     /// transcript or was not read whole: appendOpaque then writes its head alone.
@@ -45,6 +49,9 @@ public:
     /// Name, handle, extension dictionary, reactors, owner, extended data.
     void appendOpaque(const RecordFields& record, std::string_view name, const EntityPlace& place,
                       std::string& bytes);
+
+private:
+    std::unique_ptr<class Transcribing> m_work;
 };
 
 } // namespace hostkit

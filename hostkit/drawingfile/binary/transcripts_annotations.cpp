@@ -1,0 +1,8 @@
+#include "recordtranscripts.h"
+
+namespace hostkit {
+
+const char* const annotationTranscripts = R"(
+)";
+
+} // namespace hostkit

@@ -1,0 +1,8 @@
+#include "recordtranscripts.h"
+
+namespace hostkit {
+
+const char* const leaderTranscripts = R"(
+)";
+
+} // namespace hostkit

@@ -1,0 +1,22 @@
+// What both directions of a transcript share: names of records, weights, dates, texts of groups.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace hostkit {
+
+/// Of line weights: the index in a record and the hundredths of a millimetre in a group; -1 by layer, -2 by
+/// block, -3 the standard.
+[[nodiscard]] int weightOfIndex(int index);
+[[nodiscard]] int indexOfWeight(int weight); ///< of one that is none: that of the standard
+
+inline constexpr double millisecondsOfDay = 86400000.0;
+
+/// A text of a record as the value of a group: controls and the caret as ^J and "^ ".
+void appendEscaped(std::string_view text, std::string& bytes);
+/// The reverse.
+void appendUnescaped(std::string_view value, std::string& text);
+
+} // namespace hostkit
