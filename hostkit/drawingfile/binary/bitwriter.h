@@ -10,6 +10,10 @@ namespace hostkit {
 /// The counterpart of BitReader: what it writes, that reads.
 class BitWriter {
 public:
+    void clear() {
+        m_bytes.clear();
+        m_bits = 0;
+    }
     [[nodiscard]] std::size_t position() const { return m_bits; }
     /// Full bytes; the last one is filled up with zeros.
     [[nodiscard]] const std::vector<std::uint8_t>& bytes() const { return m_bytes; }

@@ -80,9 +80,15 @@ private:
             m_scope = outer;
             break;
         }
-        default:
-            for (double i = 0; i < mostLoops && step.condition.holds(m_values) && !isOver(); ++i)
+        default: {
+            RecordScope* const outer = m_scope;
+            RecordScope::Loop& loop = outer->loop(step.slot);
+            for (double i = 0; i < mostLoops && step.condition.holds(m_values) && !isOver(); ++i) {
+                m_scope = &RecordScope::addPass(loop);
                 steps(at + 1, step.end);
+            }
+            m_scope = outer;
+        }
         }
     }
 

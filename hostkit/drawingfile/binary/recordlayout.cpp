@@ -139,7 +139,8 @@ private:
                     : word == "while" ? LayoutStep::Kind::whilst
                                       : throw std::logic_error("no block: " + std::string(word));
         if (step.kind != LayoutStep::Kind::otherwise) step.condition = expression(trimmed(text));
-        if (step.kind == LayoutStep::Kind::loop) step.slot = slotOf("for " + withoutBlanks(text));
+        if (step.kind == LayoutStep::Kind::loop || step.kind == LayoutStep::Kind::whilst)
+            step.slot = slotOf(std::string(word) + " " + withoutBlanks(text));
         m_layout.steps.push_back(std::move(step));
     }
 
@@ -160,6 +161,7 @@ private:
         own = trimmed(own);
         if (step.code == FieldCode::bytes) step.count = expression(takeUntil(own, " "));
         name(own, step);
+        step.mayBeRelative = step.name == "owner" || step.name == "prev" || step.name == "next";
         m_layout.fieldAt(step.slot) = {true, step.code, 0};
         if (std::uint16_t counted = 0; step.isArray() && step.count.isName(counted))
             m_layout.fieldAt(step.slot).countSlot = counted;
@@ -209,6 +211,7 @@ RecordLayouts::RecordLayouts(DrawingVersion version) {
         Compiling compiling(form, *layout);
         if (source.kind != "P") compiling.use(layout->isEntity ? "COMMON-ENTITY" : "COMMON-OBJECT");
         compiling.use(name);
+        layout->findCommonSlots();
         layout->hasTranscript = compileTranscript(form, *layout, layout->transcript);
         if (layout->number) m_byNumber[layout->number] = layout.get();
         m_byName[name] = std::move(layout);
@@ -224,6 +227,27 @@ const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
     std::unique_ptr<RecordLayouts>& layouts = made[version];
     if (!layouts) layouts.reset(new RecordLayouts(version));
     return *layouts;
+}
+
+void RecordLayout::findCommonSlots() {
+    const std::pair<std::string_view, std::uint16_t*> wanted[] = {{"xdic", &common.extensionDictionary},
+                                                                  {"reactors", &common.reactors},
+                                                                  {"owner", &common.owner},
+                                                                  {"eed", &common.extendedData},
+                                                                  {"layer", &common.layer},
+                                                                  {"ltflags", &common.linetypeRule},
+                                                                  {"ltype", &common.linetype},
+                                                                  {"material", &common.material},
+                                                                  {"color", &common.color},
+                                                                  {"colorbook", &common.colorBook},
+                                                                  {"lweight", &common.weight},
+                                                                  {"ltscale", &common.scale},
+                                                                  {"invisible", &common.hidden},
+                                                                  {"graphic", &common.picture},
+                                                                  {"plotstyle", &common.plotStyle},
+                                                                  {"shadow", &common.shadow},
+                                                                  {"fullvs", &common.style}};
+    for (const auto& [field, slot] : wanted) (void)findSlot(field, *slot);
 }
 
 std::uint16_t RecordLayout::addSlot(std::string_view field) {

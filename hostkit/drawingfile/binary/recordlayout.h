@@ -55,9 +55,10 @@ struct LayoutStep {
     Kind kind = Kind::field;
     FieldCode code = FieldCode::bit;
     std::uint8_t referenceCode =
-        0;                  ///< of a reference: 2 soft owner, 3 hard owner, 4 soft pointer, 5 hard pointer
-    std::uint16_t slot = 0; ///< the place of its value; of a point the first of three
-    std::uint16_t end = 0;  ///< of a block: the step behind it
+        0; ///< of a reference: 2 soft owner, 3 hard owner, 4 soft pointer, 5 hard pointer
+    bool mayBeRelative = false; ///< a reference told by its distance where that is the smaller number
+    std::uint16_t slot = 0;     ///< the place of its value; of a point the first of three
+    std::uint16_t end = 0;      ///< of a block: the step behind it
     LayoutExpression condition; ///< of a field that may be missing, of a block, of a let: its value
     LayoutExpression count;     ///< of a field that repeats
     std::vector<LayoutExpression> standard; ///< of fields that are told by what they differ in
@@ -89,9 +90,17 @@ struct RecordLayout {
         std::uint16_t countSlot = 0; ///< 0: none, or more than a name
     };
     std::vector<SlotField> slotFields;
+    /// Of the fields that every record has, so that nobody looks for them record by record.
+    struct CommonSlots {
+        std::uint16_t extensionDictionary = 0, reactors = 0, owner = 0, extendedData = 0;
+        std::uint16_t layer = 0, linetypeRule = 0, linetype = 0, material = 0, color = 0, colorBook = 0;
+        std::uint16_t weight = 0, scale = 0, hidden = 0, picture = 0, plotStyle = 0, shadow = 0, style = 0;
+    };
+    CommonSlots common; ///< 0 where the record has no such field
     bool hasTranscript = false;
     Transcript transcript;
 
+    void findCommonSlots();
     std::uint16_t addSlot(std::string_view field);
     SlotField& fieldAt(std::uint16_t slot);
     [[nodiscard]] bool findSlot(std::string_view field, std::uint16_t& slot) const;

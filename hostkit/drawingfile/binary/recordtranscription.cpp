@@ -226,7 +226,8 @@ private:
     void loop(const Line& line, std::size_t at) {
         const double outerIndex = m_values[m_record->layout->loopSlot];
         const RecordScope::Loop* const passes = line.hasLayoutLoop ? findLoop(line.slot) : nullptr;
-        const double told = line.hasLayoutLoop ? passes ? passes->count : 0.0 : line.condition.value(m_values);
+        const double told =
+            line.hasLayoutLoop ? passes ? passes->count : 0.0 : line.condition.value(m_values);
         const std::size_t count = told > 0 ? static_cast<std::size_t>(told) : 0;
         const Frame* const outer = m_frame;
         for (std::size_t i = 0; i < count; ++i) {
@@ -256,8 +257,7 @@ private:
         case Line::Kind::computed:
             return value(line, line.expression.value(m_values));
         case Line::Kind::field:
-            if (line.conversion == Line::Conversion::native)
-                return writeNative(line.text, line.code, *this);
+            if (line.conversion == Line::Conversion::native) return writeNative(line.text, line.code, *this);
             return line.parts[0].isAll ? all(line) : field(line);
         default:
             return;
@@ -312,8 +312,8 @@ private:
             const RecordValue* const found = part.kind == ValueKind::none ? nullptr : find(part);
             isThere = isThere || found || part.kind == ValueKind::none;
             for (std::size_t i = 0; i < part.ordinates && count < 3; ++i, ++count)
-                values[count] = part.kind == ValueKind::none ? m_values[part.slot]
-                                : !found                     ? standardOf(line, count)
+                values[count] = part.kind == ValueKind::none    ? m_values[part.slot]
+                                : !found                        ? standardOf(line, count)
                                 : part.kind == ValueKind::whole ? static_cast<double>(found->whole)
                                                                 : found->real[i];
         }
@@ -388,9 +388,9 @@ private:
     void reference(const Line& line, std::uint64_t target) {
         if (line.conversion == Line::Conversion::name) {
             const std::string_view name = m_names.nameOf(target);
-            if (name.empty() && line.hasStandardText) return;
-            if (line.presence == Line::Presence::unlessStandard && target == 0) return;
-            return text(line.code, name);
+            const bool isOptional = line.presence == Line::Presence::unlessStandard;
+            if (isOptional && (target == 0 || (line.hasStandardText && name == line.text))) return;
+            return text(line.code, name.empty() && line.hasStandardText ? std::string_view(line.text) : name);
         }
         if (line.presence == Line::Presence::unlessStandard && target == 0) return;
         handle(line.code, target);
@@ -439,32 +439,32 @@ private:
     void head(std::string_view name, const EntityPlace& place) {
         appendGroup(0, name, m_style, *m_bytes);
         handle(handleCodeOf(name), m_record->handle);
-        const auto owned = [&](std::string_view field) { return referenceTo(field); };
-        if (const std::uint64_t dictionary = owned("xdic")) {
+        if (const std::uint64_t dictionary = referenceTo(common().extensionDictionary)) {
             appendGroup(applicationGroupCode, "{ACAD_XDICTIONARY", m_style, *m_bytes);
             handle(hardOwnerCode, dictionary);
             appendGroup(applicationGroupCode, "}", m_style, *m_bytes);
         }
-        const std::vector<RecordValue>* const reactors = array("reactors");
+        const std::vector<RecordValue>* const reactors = findArray(common().reactors);
         if (reactors && !reactors->empty()) {
             appendGroup(applicationGroupCode, "{ACAD_REACTORS", m_style, *m_bytes);
             for (const RecordValue& reactor : *reactors) handle(ownerCode, resolved(reactor));
             appendGroup(applicationGroupCode, "}", m_style, *m_bytes);
         }
-        const std::uint64_t owner = owned("owner");
+        const std::uint64_t owner = referenceTo(common().owner);
         handle(ownerCode, owner ? owner : place.owner);
     }
 
-    std::uint64_t referenceTo(std::string_view name) const {
-        const RecordValue* const found = value(name);
+    const RecordLayout::CommonSlots& common() const { return m_record->layout->common; }
+    std::uint64_t referenceTo(std::uint16_t slot) const {
+        const RecordValue* const found = slot ? find(slot) : nullptr;
         return found ? resolved(*found) : 0;
     }
-    std::int64_t wholeOf(std::string_view name) const {
-        const RecordValue* const found = value(name);
+    std::int64_t wholeOf(std::uint16_t slot) const {
+        const RecordValue* const found = slot ? find(slot) : nullptr;
         return found ? found->whole : 0;
     }
-    double realOf(std::string_view name, double otherwise) const {
-        const RecordValue* const found = value(name);
+    double realOf(std::uint16_t slot, double otherwise) const {
+        const RecordValue* const found = slot ? find(slot) : nullptr;
         return found ? found->real[0] : otherwise;
     }
 
@@ -472,49 +472,50 @@ private:
         appendGroup(subclassMarkCode, "AcDbEntity", m_style, *m_bytes);
         if (place.isInPaper) number(67, 1);
         if (!place.layout.empty()) text(410, place.layout);
-        text(8, m_names.nameOf(referenceTo("layer")));
+        text(8, m_names.nameOf(referenceTo(common().layer)));
         linetype();
-        if (const std::uint64_t material = referenceTo("material")) handle(347, material);
+        if (const std::uint64_t material = referenceTo(common().material)) handle(347, material);
         entityColor();
-        if (const std::int64_t weight = wholeOf("lweight"); weightOfIndex(static_cast<int>(weight)) != -1)
+        if (const std::int64_t weight = wholeOf(common().weight);
+            weightOfIndex(static_cast<int>(weight)) != -1)
             number(370, weightOfIndex(static_cast<int>(weight)));
-        if (const double scale = realOf("ltscale", 1.0); scale != 1.0) number(48, scale);
-        if (wholeOf("invisible") & 1) number(60, 1);
+        if (const double scale = realOf(common().scale, 1.0); scale != 1.0) number(48, scale);
+        if (wholeOf(common().hidden) & 1) number(60, 1);
         picture();
         transparency();
-        if (const std::uint64_t style = referenceTo("plotstyle")) handle(390, style);
-        if (const std::int64_t shadow = wholeOf("shadow")) number(284, static_cast<double>(shadow));
-        if (const std::uint64_t style = referenceTo("fullvs")) handle(348, style);
+        if (const std::uint64_t style = referenceTo(common().plotStyle)) handle(390, style);
+        if (const std::int64_t shadow = wholeOf(common().shadow)) number(284, static_cast<double>(shadow));
+        if (const std::uint64_t style = referenceTo(common().style)) handle(348, style);
     }
 
     void linetype() {
         static constexpr std::array<std::string_view, 3> names{"", "ByBlock", "Continuous"};
-        const std::int64_t flags = wholeOf("ltflags");
+        const std::int64_t flags = wholeOf(common().linetypeRule);
         if (flags == 3)
-            text(6, m_names.nameOf(referenceTo("ltype")));
+            text(6, m_names.nameOf(referenceTo(common().linetype)));
         else if (flags > 0 && flags < 3)
             text(6, names[static_cast<std::size_t>(flags)]);
     }
 
     void entityColor() {
-        const RecordValue* const found = value("color");
+        const RecordValue* const found = find(common().color);
         if (!found) return;
         const ValueColor& color = found->color;
         if (color.index != byLayer || color.hasValue) number(colorCode, color.index);
         if (color.hasValue) number(trueColorCode, color.value & 0xFFFFFF);
         if (!color.isOfBook) return;
-        const std::string_view name = m_names.nameOf(referenceTo("colorbook"));
+        const std::string_view name = m_names.nameOf(referenceTo(common().colorBook));
         if (!name.empty()) text(colorNameCode, name);
     }
 
     void transparency() {
-        const RecordValue* const found = value("color");
+        const RecordValue* const found = find(common().color);
         if (found && found->color.hasTransparency)
             number(440, static_cast<std::int32_t>(found->color.transparency));
     }
 
     void picture() {
-        const RecordValue* const found = value("graphic");
+        const RecordValue* const found = find(common().picture);
         if (!found || found->run.count == 0) return;
         number(m_reading.form() >= 24 ? 160 : 92, static_cast<double>(found->run.count));
         m_text.clear();
@@ -525,13 +526,14 @@ private:
     // Extended data
 
     void extendedData() {
-        const std::vector<RecordValue>* const all = array("eed");
+        const std::vector<RecordValue>* const all = findArray(common().extendedData);
         if (!all) return;
         for (std::size_t i = 0; i + 1 < all->size(); i += 2) {
             text(applicationCode, m_names.nameOf((*all)[i].reference.value));
             const ValueRun& run = (*all)[i + 1].run;
             BitReader items(m_reading.objects(), run.firstBit, run.firstBit + run.count * 8);
-            while (items.left() >= 8 && extendedItem(items)) {}
+            while (items.left() >= 8 && extendedItem(items)) {
+            }
         }
     }
 

@@ -246,7 +246,7 @@ private:
         if (line.conversion == Line::Conversion::native) line.text = word;
         if (line.conversion == Line::Conversion::pieces)
             line.otherCode = static_cast<short>(numberOf(rest, 3));
-        if (line.conversion == Line::Conversion::name) line.text = tableOf(rest, line.code);
+        if (line.conversion == Line::Conversion::name) line.table = tableOf(rest, line.code);
     }
 
     std::string_view tableOf(std::string_view told, int code) const {

@@ -15,7 +15,7 @@ struct RecordLayout;
 
 /// How a value is held, by the code of its field.
 enum class ValueKind : std::uint8_t {
-    none,   ///< no field: a name of the transcript's own, a number
+    none, ///< no field: a name of the transcript's own, a number
     whole,
     real,
     text,
@@ -26,9 +26,29 @@ enum class ValueKind : std::uint8_t {
 
 /// One line of a transcript, without those of other forms; parts stand where they are used.
 struct TranscriptLine {
-    enum class Kind : std::uint8_t { mark, fixed, field, bits, computed, read, write, condition, otherwise, loop };
+    enum class Kind : std::uint8_t {
+        mark,
+        fixed,
+        field,
+        bits,
+        computed,
+        read,
+        write,
+        condition,
+        otherwise,
+        loop
+    };
     enum class Conversion : std::uint8_t {
-        none, degrees, name, color, longColor, weight, pieces, digits, julian, native
+        none,
+        degrees,
+        name,
+        color,
+        longColor,
+        weight,
+        pieces,
+        digits,
+        julian,
+        native
     };
     enum class Presence : std::uint8_t { asItIs, unlessStandard, always };
 
@@ -46,18 +66,19 @@ struct TranscriptLine {
     Kind kind = Kind::field;
     Conversion conversion = Conversion::none;
     Presence presence = Presence::asItIs;
-    bool isForwardsAlone = false; ///< its condition
+    bool isForwardsAlone = false;  ///< its condition
     bool repeatsFirstCode = false; ///< a loop whose passes have more than one group of its first code
     short code = 0;
-    short otherCode = 0;    ///< of pieces; of a loop, its first code
-    std::uint16_t slot = 0; ///< of a computed, read or written name; of a loop, of the layout's loop
+    short otherCode = 0;         ///< of pieces; of a loop, its first code
+    std::uint16_t slot = 0;      ///< of a computed, read or written name; of a loop, of the layout's loop
     std::uint16_t countSlot = 0; ///< of a loop that is counted by a field
     bool hasLayoutLoop = false;
     std::uint16_t end = 0; ///< of a block: the line behind it
     std::vector<Part> parts;
     LayoutExpression condition, expression;
     std::vector<double> standard;
-    std::string text; ///< a mark, a fixed value, the kind of names, a native word, a standard text
+    std::string text;  ///< a mark, a fixed value, a native word, a standard text
+    std::string table; ///< the kind of names
     bool hasStandardText = false;
 };
 

@@ -2,9 +2,11 @@
 // that transcripts name.
 #pragma once
 
+#include "drawingrecord.h"
 #include "recordfields.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,7 +34,31 @@ protected:
     ~NativeOutput() = default;
 };
 
-/// Throws std::logic_error for a word that is none.
+/// Where a native word takes its groups from and puts its values.
+class NativeInput {
+public:
+    [[nodiscard]] virtual int form() const = 0; ///< 15, 18, 24, 27, 32
+    [[nodiscard]] virtual unsigned codePage() const = 0;
+    [[nodiscard]] virtual const RecordNames& names() const = 0;
+    /// The next group of that code behind the present mark; null where none is left.
+    virtual const RecordGroup* take(int code) = 0;
+    /// All groups behind the present mark that nothing has taken. They count as taken then.
+    virtual std::vector<const RecordGroup*> takeAll() = 0;
+    /// A field of bytes or a text; the bytes are kept as long as the record is at work.
+    virtual void setBytes(std::string_view name, std::string bytes) = 0;
+    virtual void setNumber(std::string_view name, double number) = 0;
+    /// One more element of an array of references.
+    virtual void addReference(std::string_view name, std::uint64_t handle, unsigned code) = 0;
+    virtual RecordScope& scope() = 0; ///< of the present pass of a loop
+    [[nodiscard]] virtual std::uint16_t slotOf(std::string_view name) const = 0;
+    virtual ValueRun kept(std::string bytes) = 0;
+
+protected:
+    ~NativeInput() = default;
+};
+
+/// Throw std::logic_error for a word that is none.
 void writeNative(std::string_view word, int code, NativeOutput& output);
+void readNative(std::string_view word, int code, NativeInput& input);
 
 } // namespace hostkit

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace hostkit {
 
@@ -18,5 +19,12 @@ inline constexpr double millisecondsOfDay = 86400000.0;
 void appendEscaped(std::string_view text, std::string& bytes);
 /// The reverse.
 void appendUnescaped(std::string_view value, std::string& text);
+
+/// Pairs of hexadecimal digits; what is no digit counts as 0.
+void appendDigits(std::string_view digits, std::string& bytes);
+
+/// UTF-8 as units of 16 bits. A byte that is no part of a character becomes U+DC00 and the byte, as in all
+/// texts of drawings.
+void utf16Of(std::string_view text, std::vector<std::uint16_t>& units);
 
 } // namespace hostkit
