@@ -93,7 +93,7 @@ B reversed
 [24+] BS bottomattach
 @ MULTILEADER class E
 [24+] BS version
-use MLEADER-CONTEXT
+use MLEADER-CONTEXT as context
 H5 style
 BL overrides
 BS leadertype
@@ -233,18 +233,18 @@ BL rgb ? method == 1
 @ MATERIAL class O
 TV name
 TV description
-use MATCOLOR
-use MATCOLOR
-use MATMAP
-use MATCOLOR
-use MATMAP
+use MATCOLOR as ambient
+use MATCOLOR as diffuse
+use MATMAP as diffuse.map
+use MATCOLOR as specular
+use MATMAP as specular.map
 BD gloss
-use MATMAP
+use MATMAP as reflection
 BD opacity
-use MATMAP
-use MATMAP
+use MATMAP as opacity.map
+use MATMAP as bump
 BD refraction
-use MATMAP
+use MATMAP as refraction.map
 [21+] BD translucence
 [21+] BD selfillum
 [21+] BD reflectivity
@@ -281,7 +281,7 @@ if osnap == 6 || osnap == 11:
   TV xrefs2[nxref2]
 B haslast
 if haslast:
-  use OSNAPREF
+  use OSNAPREF as last
 @ PDFDEFINITION class O
 TV file
 TV item

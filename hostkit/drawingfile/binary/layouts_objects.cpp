@@ -384,7 +384,9 @@ B alignleft
 BD alignspace
 H5 block
 CMC blockcolor
-3BD blockscale
+BD blockscalex
+BD blockscaley
+BD blockscalez
 B blockscaleon
 BD blockrot
 B blockroton

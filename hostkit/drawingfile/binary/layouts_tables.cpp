@@ -103,17 +103,17 @@ B hasbcol
 if hasbcol:
   BL bcolflags
   for 18:
-    CMCX bc ? (bcolflags >> INDEX) & 1
+    CMCX borderc ? (bcolflags >> INDEX) & 1
 B hasblw
 if hasblw:
   BL blwflags
-  for 18:
-    BS bl ? (blwflags >> INDEX) & 1
+  for 9 * 2:
+    BS borderw ? (blwflags >> INDEX) & 1
 B hasbvis
 if hasbvis:
   BL bvisflags
-  for 18:
-    BS bv ? (bvisflags >> INDEX) & 1
+  for 6 * 3:
+    BS borderv ? (bvisflags >> INDEX) & 1
 @ TABLE-CELL part P
 BS ctype
 RC edges

@@ -135,21 +135,21 @@ for ncols:
   BL coltype
   TV colname
   if coltype == 1:
-    BL v[nrows]
+    BL longs[nrows]
   if coltype == 2:
-    BD v[nrows]
+    BD reals[nrows]
   if coltype == 3:
-    TV v[nrows]
+    TV texts[nrows]
   if coltype == 4:
-    2RD v[nrows]
+    2RD points2[nrows]
   if coltype == 5:
-    3RD v[nrows]
+    3RD points3[nrows]
   if coltype == 6:
-    H3 v[nrows]
+    H3 owned[nrows]
   if coltype == 7:
-    H4 v[nrows]
+    H4 pointers[nrows]
   if coltype == 10:
-    B v[nrows]
+    B flags[nrows]
 @ LIGHT class E
 BL classver
 TV name

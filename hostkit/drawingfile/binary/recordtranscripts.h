@@ -21,7 +21,8 @@ namespace hostkit {
 //   10 pts[]                    its element at INDEX, within a "for"
 //   70 bits closed:1 flags:0x7E !plain:128      numbers as bits of one group; "!": set where the field is 0.
 //                               A mask of several bits takes those bits of the number as they stand
-//   70 (kind + 32) as g70       computed; backwards the group's value becomes g70, for "write"
+//   70 (kind + 32) as g70       computed; backwards the group's value becomes g70, for "write". A word may
+//                               follow, and a standard: "as g370 weight ~ -3"
 //
 // Behind the value how it is converted, one of
 //
@@ -30,6 +31,8 @@ namespace hostkit {
 //   name LAYER                  kind tells where to look: LAYER LTYPE STYLE DIMSTYLE BLOCK_RECORD UCS VIEW
 //                               VPORT APPID, or MLINESTYLE, PLOTSTYLE and so on for dictionaries ACAD_...
 //   color                       a colour of the long or short form, as this group and those 358 and 368 above
+//   indexcolor                  the same, as its index alone
+//   layercolor                  of "62 color,off": the same as color, below zero where the name behind is 1
 //   longcolor                   a colour as the number of its long form (method and value), in one group
 //   weight                      the index of a line weight, as its hundredths of a millimetre
 //   pieces 3                    a long text: 250 characters in each group 3 before, the rest in this one
@@ -44,24 +47,30 @@ namespace hostkit {
 //   ? condition                 only where it holds, in both directions: on names that are known by then
 //   ?> condition                the same forwards alone
 //
-// Points have one standard for all ordinates or one each ("= 0,0,1"), texts one in quotes ("= 'Standard'").
+// Points and arrays have one standard for all numbers or one each ("= 0,0,1"), texts one in quotes
+// ("= 'Standard'"). Numbers are compared as the group has them: degrees, weights, indices of colours.
 //
 //   if / else: for / for n:     with what is indented below, as in layouts. "for n" goes over the layout's
 //                               loop with that count, or, where there is none, counts INDEX alone. Backwards
 //                               a pass begins at its first line's code and ends before the next such group;
 //                               it stops at n where n is known by then, and sets n where n is a field by
 //                               itself
+//   forwards:                   what is indented below is written, and looked for in no direction
+//   none                        the record has no transcript: behind the forms for which that holds
 //   use PART; use PART as p     the transcript of a part; "as p" where its layout is used so: all its fields
 //                               are then called p.NAME
 //   read NAME = expression      forwards alone
 //   write NAME = expression     backwards alone: fields that no group tells. Those that neither groups nor
 //                               "write" tell stay as they are in the record that is changed, else are 0
+//   new NAME = expression       as "write", where no record is changed. A colour takes the number of its long
+//                               form
 //
 // [18+] and its like stand before a line as in layouts.
 extern const char* const entityTranscripts;     ///< common shapes, texts, inserts, polylines, dimensions
 extern const char* const annotationTranscripts; ///< paragraphs, leaders, hatches, viewports, images, solids
 extern const char* const tableTranscripts;      ///< records of tables
 extern const char* const objectTranscripts;     ///< dictionaries, layouts, styles and other objects
-extern const char* const leaderTranscripts;     ///< leaders and tables of several cells, with their styles
+extern const char* const leaderTranscripts;     ///< leaders and tables of several cells
+extern const char* const styleTranscripts;      ///< styles of leaders, tables and views, materials
 
 } // namespace hostkit

@@ -19,17 +19,19 @@ const Sources& allSources() {
     static const Sources sources = [] {
         Sources all;
         for (const char* text : {entityTranscripts, annotationTranscripts, tableTranscripts,
-                                 objectTranscripts, leaderTranscripts})
+                                 objectTranscripts, leaderTranscripts, styleTranscripts})
             addSources(text, all);
         return all;
     }();
     return sources;
 }
 
-constexpr std::array<std::pair<std::string_view, Line::Conversion>, 8> conversions{
+constexpr std::array<std::pair<std::string_view, Line::Conversion>, 10> conversions{
     {{"deg", Line::Conversion::degrees},
      {"name", Line::Conversion::name},
      {"color", Line::Conversion::color},
+     {"indexcolor", Line::Conversion::indexColor},
+     {"layercolor", Line::Conversion::layerColor},
      {"longcolor", Line::Conversion::longColor},
      {"weight", Line::Conversion::weight},
      {"pieces", Line::Conversion::pieces},
@@ -73,6 +75,8 @@ public:
         m_open.pop_back();
     }
 
+    [[nodiscard]] bool isNone() const { return m_isNone; }
+
 private:
     [[noreturn]] void fault(std::string_view what, std::string_view text) const {
         throw std::logic_error(m_layout.name + ": " + std::string(what) + ": " + std::string(text));
@@ -97,6 +101,8 @@ private:
         }
     }
 
+    static bool begins(std::string_view text, std::string_view word) { return text.starts_with(word); }
+
     void line(const Texts& lines, std::size_t at, std::size_t next, std::string_view text) {
         if (text.ends_with(':')) {
             text.remove_suffix(1);
@@ -112,9 +118,12 @@ private:
             if (!trimmed(part).empty()) m_prefix.append(trimmed(part)).append(".");
             use(own);
             m_prefix = before;
-        } else if (text.starts_with("read ") || text.starts_with("write ")) {
+        } else if (text == "none") {
+            m_isNone = true;
+        } else if (begins(text, "read ") || begins(text, "write ") || begins(text, "new ")) {
             Line line;
-            line.kind = text.starts_with("read ") ? Line::Kind::read : Line::Kind::write;
+            line.kind = begins(text, "read ") ? Line::Kind::read : Line::Kind::write;
+            line.isForNew = begins(text, "new ");
             takeUntil(text, " ");
             const std::string_view name = trimmed(takeUntil(text, " = "));
             line.parts.push_back(part(name));
@@ -135,6 +144,10 @@ private:
         } else if (word == "if") {
             line.kind = Line::Kind::condition;
             line.condition = expression(text);
+        } else if (word == "forwards") {
+            line.kind = Line::Kind::condition;
+            line.condition = expression("1");
+            line.isForwardsAlone = true;
         } else if (word == "for") {
             line.kind = Line::Kind::loop;
             line.condition = expression(text);
@@ -228,16 +241,21 @@ private:
         const std::size_t close = text.rfind(')');
         line.expression = expression(text.substr(0, close + 1));
         std::string_view rest = trimmed(text.substr(close + 1));
-        if (rest.starts_with("as ")) {
-            line.parts.push_back(part(trimmed(rest.substr(3))));
-            line.slot = line.parts[0].slot;
-        }
+        if (!rest.starts_with("as ")) return;
+        rest.remove_prefix(3);
+        line.parts.push_back(part(takeUntil(rest, " ")));
+        line.slot = line.parts[0].slot;
+        convert(trimmed(takeUntil(rest, " ")), rest, line);
     }
 
     void fields(std::string_view text, Line& line) {
         std::string_view names = takeUntil(text, " ");
         const std::string_view word = takeUntil(text, " ");
         while (!names.empty()) line.parts.push_back(part(takeUntil(names, ",")));
+        convert(word, text, line);
+    }
+
+    void convert(std::string_view word, std::string_view text, Line& line) const {
         if (word.empty()) return;
         const auto found = std::find_if(conversions.begin(), conversions.end(),
                                         [&](const auto& entry) { return entry.first == word; });
@@ -294,6 +312,7 @@ private:
     static constexpr std::ptrdiff_t deepest = 4; ///< parts within themselves
 
     int m_form;
+    bool m_isNone = false;
     RecordLayout& m_layout;
     std::vector<Line>& m_lines;
     std::vector<std::string_view> m_open;
@@ -342,8 +361,12 @@ bool compileTranscript(int form, RecordLayout& layout, Transcript& transcript) {
     if (found == allSources().end()) return false;
     const std::string_view kind = found->second.kind;
     transcript.recordName = found->second.code == "|" ? kind : layout.name;
-    Compiling(form, layout, transcript).use(layout.name);
-    return true;
+    const bool isOpaque = std::any_of(layout.steps.begin(), layout.steps.end(), [](const LayoutStep& step) {
+        return step.kind == LayoutStep::Kind::field && step.code == FieldCode::opaque;
+    });
+    Compiling compiling(form, layout, transcript);
+    if (!isOpaque) compiling.use(layout.name);
+    return !isOpaque && !compiling.isNone();
 }
 
 } // namespace hostkit

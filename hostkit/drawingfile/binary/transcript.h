@@ -43,6 +43,8 @@ struct TranscriptLine {
         degrees,
         name,
         color,
+        indexColor,
+        layerColor,
         longColor,
         weight,
         pieces,
@@ -66,7 +68,8 @@ struct TranscriptLine {
     Kind kind = Kind::field;
     Conversion conversion = Conversion::none;
     Presence presence = Presence::asItIs;
-    bool isForwardsAlone = false;  ///< its condition
+    bool isForwardsAlone = false;  ///< its condition; of a block, all that is in it
+    bool isForNew = false;         ///< written where no record is changed
     bool repeatsFirstCode = false; ///< a loop whose passes have more than one group of its first code
     short code = 0;
     short otherCode = 0;         ///< of pieces; of a loop, its first code
