@@ -30,7 +30,7 @@ private:
         Kind kind;
     };
     // Longer signs before those that begin them.
-    static constexpr std::array<Operator, 15> operators{{{"||", 1, Kind::either},
+    static constexpr std::array<Operator, 16> operators{{{"||", 1, Kind::either},
                                                          {"&&", 2, Kind::both},
                                                          {"|", 3, Kind::bitOr},
                                                          {"&", 4, Kind::bitAnd},
@@ -44,7 +44,8 @@ private:
                                                          {">", 6, Kind::more},
                                                          {"+", 8, Kind::plus},
                                                          {"-", 8, Kind::minus},
-                                                         {"*", 9, Kind::times}}};
+                                                         {"*", 9, Kind::times},
+                                                         {"/", 9, Kind::divided}}};
 
     [[noreturn]] void fail() const { throw std::logic_error("no expression: " + std::string(m_text)); }
     void skipBlanks() {
@@ -155,6 +156,8 @@ double LayoutExpression::applied(Kind kind, double a, double b) {
         return a - b;
     case Kind::times:
         return a * b;
+    case Kind::divided:
+        return b == 0.0 ? 0.0 : a / b;
     case Kind::negate:
         return b == 0.0;
     case Kind::opposite:

@@ -9,7 +9,7 @@
 
 namespace hostkit {
 
-/// Arithmetic of C on numbers and named values: || && | & == != < <= > >= << >> + - * ! ( ).
+/// Arithmetic of C on numbers and named values: || && | & == != < <= > >= << >> + - * / ! ( ); a / 0 is 0.
 class LayoutExpression {
 public:
     LayoutExpression() = default;
@@ -42,6 +42,7 @@ private:
         plus,
         minus,
         times,
+        divided,
         negate,
         opposite
     };

@@ -124,8 +124,7 @@ private:
         case ValueKind::text:
             return text(value ? value->run : ValueRun{});
         case ValueKind::bytes:
-            if (value) rawBytes(value->run);
-            return;
+            return value ? rawBytes(value->run) : zeros(step.count.value(m_values));
         case ValueKind::color:
             return color(step, value ? value->color : ValueColor{});
         case ValueKind::reference:
@@ -261,6 +260,10 @@ private:
         if (!run.bytes) return originalBits(m_owner.m_data, run, 8);
         for (std::uint64_t i = 0; i < run.count; ++i)
             m_owner.m_data.rawByte(static_cast<std::uint8_t>(run.bytes[i]));
+    }
+
+    void zeros(double count) {
+        for (double i = 0; i < count; ++i) m_owner.m_data.rawByte(0);
     }
 
     void extendedData(const LayoutStep& step) {

@@ -1,6 +1,7 @@
 #include "recordgathering.h"
 
 #include "adscodes.h"
+#include "dbcolor.h"
 #include "fieldtable.h"
 #include "groupcodes.h"
 #include "recordhead.h"
@@ -34,6 +35,8 @@ public:
         , m_codePage(codePage)
         , m_names(names) {}
 
+    void setOriginal(const RecordFields* record) { m_original = record; }
+
     void run(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
              RecordScope& values) {
         m_record = &record;
@@ -44,6 +47,7 @@ public:
         m_texts.clear();
         m_outermost = {&values, nullptr};
         m_frame = &m_outermost;
+        if (m_original && m_original->layout == &layout) loadOriginal();
         m_region = {1, record.extendedDataBegin};
         head(links);
         if (layout.isEntity) entity(links);
@@ -80,6 +84,8 @@ public:
                                                                         handle};
     }
     RecordScope& scope() override { return *m_frame->scope; }
+    RecordScope& recordScope() override { return *m_outermost.scope; }
+    const RecordScope* original() const override { return m_original ? &m_original->values : nullptr; }
     std::uint16_t slotOf(std::string_view name) const override {
         std::uint16_t slot = 0;
         if (!m_layout->findSlot(name, slot)) throw std::logic_error("no field: " + std::string(name));
@@ -108,6 +114,14 @@ private:
     ValueKind kindOf(std::uint16_t slot) const {
         const RecordLayout::SlotField& field = fieldOf(slot);
         return field.isField ? valueKindOf(static_cast<std::uint8_t>(field.code)) : ValueKind::none;
+    }
+
+    void loadOriginal() {
+        for (const RecordScope::Item& item : m_original->values.items()) {
+            const ValueKind kind = kindOf(item.slot);
+            if (kind == ValueKind::whole) m_values[item.slot] = static_cast<double>(item.value.whole);
+            if (kind == ValueKind::real) m_values[item.slot] = item.value.real[0];
+        }
     }
 
     /// The value of a slot in the present pass; what stood there goes.
@@ -140,9 +154,17 @@ private:
     /// Where the value of a part of a line goes: a field, an element of an array, a field of another loop.
     RecordValue& place(const Line::Part& part) {
         m_isSet[part.slot] = 1;
-        if (part.isElement || part.isAll) return m_frame->scope->array(part.slot).emplace_back();
+        if (part.isElement) return element(part);
+        if (part.isAll) return m_frame->scope->array(part.slot).emplace_back();
         if (part.loopSlot) return passValue(part);
         return set(part.slot);
+    }
+
+    RecordValue& element(const Line::Part& part) {
+        std::vector<RecordValue>& values = m_frame->scope->array(part.slot);
+        const auto index = static_cast<std::size_t>(m_values[m_layout->loopSlot]);
+        if (values.size() <= index) values.resize(index + 1);
+        return values[index];
     }
 
     RecordValue& passValue(const Line::Part& part) {
@@ -162,9 +184,12 @@ private:
             }
         return nullptr;
     }
-    [[nodiscard]] std::size_t findGroup(int code, std::size_t from) const {
+    /// Of any value where none is told.
+    [[nodiscard]] std::size_t findGroup(int code, std::size_t from, std::string_view value = {}) const {
         for (std::size_t i = from; i < m_region.end; ++i)
-            if (m_record->groups[i].code == code && !m_isTaken[i]) return i;
+            if (m_record->groups[i].code == code && !m_isTaken[i] &&
+                (value.empty() || withoutBlanks(m_record->groups[i].value) == value))
+                return i;
         return m_region.end;
     }
 
@@ -195,7 +220,7 @@ private:
             const Line& line = m_lines[i];
             switch (line.kind) {
             case Line::Kind::condition:
-                held = line.condition.holds(m_values);
+                held = !line.isForwardsAlone && line.condition.holds(m_values);
                 if (held) lines(i + 1, line.end);
                 break;
             case Line::Kind::otherwise:
@@ -223,7 +248,8 @@ private:
                                             : 0;
         std::size_t count = 0;
         std::vector<char> isSetOutside;
-        for (; count < most && nextPass(line, outerRegion); ++count) {
+        const bool isFixed = line.hasLayoutLoop && !line.countSlot; // all passes, though none has a group
+        for (; count < most && (nextPass(line, at, outerRegion) || isFixed); ++count) {
             Frame frame{outer->scope, outer};
             if (line.hasLayoutLoop) {
                 frame.scope = &RecordScope::addPass(outer->scope->loop(line.slot));
@@ -241,15 +267,36 @@ private:
             setValue(line.countSlot, kindOf(line.countSlot), static_cast<double>(count));
     }
 
-    /// The groups of the next pass: from its first code up to that code again.
-    bool nextPass(const Line& line, const Region& outer) {
+    /// The groups of the next pass: from its first group up to the next such group, or up to the fixed group
+    /// that its lines end with.
+    bool nextPass(const Line& line, std::size_t at, const Region& outer) {
         m_region = outer;
         if (line.otherCode == 0) return true;
-        const std::size_t begin = findGroup(line.otherCode, outer.begin);
-        if (begin == outer.end) return false;
-        const std::size_t end = line.repeatsFirstCode ? outer.end : findGroup(line.otherCode, begin + 1);
+        const std::size_t begin = findGroup(line.otherCode, outer.begin, line.text);
+        if (begin == outer.end || (line.isStrict && begin != firstLeft(outer.begin))) {
+            m_region = {outer.end, outer.end};
+            return false;
+        }
+        const Line& last = m_lines[line.end - 1];
+        std::size_t end = outer.end;
+        if (isClosing(at, line.end))
+            end = std::min(outer.end, findGroup(last.code, begin, last.text) + 1);
+        else if (!line.repeatsFirstCode)
+            end = findGroup(line.otherCode, begin + 1, line.text);
         m_region = {begin, end};
         return true;
+    }
+
+    /// The last line of a block is a fixed group, in no block of its own.
+    [[nodiscard]] bool isClosing(std::size_t block, std::size_t end) const {
+        std::size_t i = block + 1;
+        while (i + 1 < end) i = m_lines[i].end ? m_lines[i].end : i + 1;
+        return i + 1 == end && m_lines[i].kind == Line::Kind::fixed && m_lines[i].condition.empty();
+    }
+
+    [[nodiscard]] std::size_t firstLeft(std::size_t from) const {
+        while (from < m_region.end && m_isTaken[from]) ++from;
+        return from;
     }
 
     void single(const Line& line) {
@@ -262,14 +309,12 @@ private:
         case Line::Kind::bits:
             return bits(line);
         case Line::Kind::write:
-            return setValue(line.slot, line.parts[0].kind, line.expression.value(m_values));
+            return write(line);
         case Line::Kind::computed:
-            if (const RecordGroup* const group = takeGroup(line.code); !line.parts.empty()) {
-                if (group)
-                    setValue(line.slot, line.parts[0].kind, numberOf(*group));
-                else if (!line.standard.empty())
-                    setValue(line.slot, line.parts[0].kind, line.standard[0]);
-            }
+            if (const RecordGroup* const group = takeGroup(line.code);
+                !line.parts.empty() && (group || !line.standard.empty()))
+                setValue(line.slot, line.parts[0].kind,
+                         converted(line, group ? numberOf(*group) : line.standard[0]));
             return;
         case Line::Kind::field:
             if (line.conversion == Line::Conversion::native) return readNative(line.text, line.code, *this);
@@ -277,6 +322,17 @@ private:
         default:
             return;
         }
+    }
+
+    void write(const Line& line) {
+        if (line.isForNew && m_original) return;
+        const double value = line.expression.value(m_values);
+        if (line.parts[0].kind != ValueKind::color) return setValue(line.slot, line.parts[0].kind, value);
+        ValueColor color;
+        color.hasValue = true;
+        color.value = static_cast<std::uint32_t>(static_cast<std::int64_t>(value));
+        color.index = m_form < 18 ? indexOf(color.value) : 0;
+        set(line.slot).color = color;
     }
 
     /// The lines that follow find their groups between this mark and the next.
@@ -327,23 +383,35 @@ private:
         const bool isCounted = countSlot && m_isSet[countSlot];
         const auto most = isCounted ? static_cast<std::size_t>(std::max(0.0, m_values[countSlot]))
                                     : m_record->groups.size();
-        while (values.size() < most) {
+        if (!line.standard.empty() && findGroup(line.code, m_region.begin) == m_region.end)
+            return standardArray(line, values);
+        for (std::size_t before = 0; values.size() < most;) {
             const std::size_t next = findGroup(line.code, m_region.begin);
-            if (next == m_region.end) break;
+            const bool isRun = isCounted || values.empty() || firstLeft(before) == next;
+            if (next == m_region.end || !isRun) break;
             one(line);
+            before = next;
         }
         if (countSlot && values.size() != (isCounted ? most : 0))
             setValue(countSlot, kindOf(countSlot), static_cast<double>(values.size()));
         if (countSlot) m_isSet[countSlot] = 1;
     }
 
+    static void standardArray(const Line& line, std::vector<RecordValue>& values) {
+        if (line.standard.size() > 1) values.resize(line.standard.size());
+        for (std::size_t i = 0; i < values.size(); ++i) values[i].real[0] = line.standard[i];
+    }
+
     void field(const Line& line) {
         one(line);
         const Line::Part& part = line.parts[0];
-        if (!part.isElement && !part.loopSlot) return;
+        if (!part.isElement) return;
+        std::vector<RecordValue>& values = m_frame->scope->array(part.slot);
+        const auto index = static_cast<std::size_t>(m_values[m_layout->loopSlot]);
+        if (values.size() <= index) values.resize(index + 1); // null, where no group is
         const std::uint16_t countSlot = fieldOf(part.slot).countSlot;
-        if (!countSlot || !part.isElement) return;
-        const double count = static_cast<double>(m_frame->scope->array(part.slot).size());
+        if (!countSlot) return;
+        const auto count = static_cast<double>(values.size());
         if (!m_isSet[countSlot] || m_values[countSlot] < count)
             setValue(countSlot, kindOf(countSlot), count);
     }
@@ -378,7 +446,7 @@ private:
             if (i == 0 && !group) break;
         }
         if (!isThere) {
-            if (line.standard.empty() && !line.parts[0].isElement) return;
+            if (line.standard.empty()) return;
             for (std::size_t i = 0; i < count; ++i) values[i] = standardOf(line, i);
         }
         if (line.conversion == Line::Conversion::julian) return julian(line, values[0]);
@@ -458,7 +526,7 @@ private:
 
     void reference(const Line& line) {
         const RecordGroup* const group = takeGroup(line.code);
-        if (!group && line.presence == Line::Presence::asItIs && !line.parts[0].isElement) return;
+        if (!group && line.presence == Line::Presence::asItIs) return;
         std::uint64_t target = 0;
         if (line.conversion == Line::Conversion::name)
             target = nameTarget(line.table, group ? group->value : std::string_view(line.text));
@@ -481,10 +549,12 @@ private:
         const RecordGroup* const group = takeGroup(line.code);
         const RecordGroup* exact = nullptr;
         const RecordGroup* name = nullptr;
-        if (line.conversion != Line::Conversion::longColor) {
+        if (line.conversion == Line::Conversion::color || line.conversion == Line::Conversion::layerColor) {
             exact = takeGroup(line.code + trueColorShift);
             name = takeGroup(line.code + colorNameShift);
         }
+        if (line.conversion == Line::Conversion::layerColor)
+            setValue(line.parts[1].slot, ValueKind::none, group && numberOf(*group) < 0);
         if (!group && !exact && line.standard.empty()) return;
         const double told = group ? numberOf(*group) : standardOf(line, 0);
         ValueColor color;
@@ -504,8 +574,10 @@ private:
     }
 
     static std::uint32_t valueOfIndex(int index) {
+        constexpr int none = 257;
         return index == byLayer ? 0xC0000000U
                : index == 0     ? 0xC1000000U
+               : index == none  ? 0xC8000000U
                                 : 0xC3000000U | static_cast<std::uint32_t>(index & 0xFF);
     }
     static int indexOf(std::uint32_t value) {
@@ -514,6 +586,10 @@ private:
             return byLayer;
         case 0xC1:
             return 0;
+        case 0xC2:
+            return AcCmEntityColor::lookUpACI(static_cast<Adesk::UInt8>(value >> 16),
+                                              static_cast<Adesk::UInt8>(value >> 8),
+                                              static_cast<Adesk::UInt8>(value));
         case 0xC3:
             return static_cast<int>(value & 0xFF);
         default:
@@ -751,6 +827,7 @@ private:
     int m_form;
     unsigned m_codePage;
     const RecordNames& m_names;
+    const RecordFields* m_original = nullptr;
     DrawingRecord* m_record = nullptr;
     const RecordLayout* m_layout = nullptr;
     RecordHead m_head;
@@ -769,6 +846,8 @@ RecordGathering::RecordGathering(DrawingVersion version, unsigned codePage, cons
     : m_work(std::make_unique<Gathering>(version, codePage, names)) {}
 
 RecordGathering::~RecordGathering() = default;
+
+void RecordGathering::setOriginal(const RecordFields* record) { m_work->setOriginal(record); }
 
 void RecordGathering::gather(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
                              RecordScope& values) {

@@ -1,6 +1,7 @@
 #include "recordtranscription.h"
 
 #include "adscodes.h"
+#include "dbcolor.h"
 #include "fieldtable.h"
 #include "groupcodes.h"
 #include "recordhead.h"
@@ -32,7 +33,9 @@ std::string keyOf(std::string_view kind, std::string_view name) {
 } // namespace
 
 void RecordNames::add(std::string_view kind, std::string name, std::uint64_t handle) {
-    m_handles.try_emplace(keyOf(kind, name), handle);
+    std::string key = keyOf(kind, name);
+    if (kind == "LTYPE" && key != "LTYPE\nBYLAYER" && key != "LTYPE\nBYBLOCK") m_linetypes.push_back(handle);
+    m_handles.try_emplace(std::move(key), handle);
     m_names.try_emplace(handle, std::move(name));
 }
 
@@ -241,6 +244,7 @@ private:
             lines(at + 1, line.end);
         }
         m_frame = outer;
+        if (passes && count > 0) load(*outer->scope); // names that passes have too
         m_values[m_record->layout->loopSlot] = outerIndex;
     }
 
@@ -266,8 +270,7 @@ private:
 
     /// A number that may be the standard.
     void value(const Line& line, double value) {
-        if (line.presence == Line::Presence::unlessStandard && value == line.standard[0]) return;
-        number(line.code, value);
+        numbers(line, {value}, 1);
     }
 
     void bits(const Line& line) {
@@ -286,8 +289,17 @@ private:
 
     void all(const Line& line) {
         const std::vector<RecordValue>* const values = findArray(line.parts[0].slot);
-        if (!values) return;
+        if (!values || isStandard(line, *values)) return;
         for (const RecordValue& value : *values) one(line, value);
+    }
+
+    /// All numbers of an array, which then is left out as a whole.
+    static bool isStandard(const Line& line, const std::vector<RecordValue>& values) {
+        if (line.presence != Line::Presence::unlessStandard || line.parts[0].kind != ValueKind::real)
+            return false;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            if (values[i].real[0] != standardOf(line, i)) return false;
+        return true;
     }
 
     void field(const Line& line) {
@@ -326,19 +338,19 @@ private:
     }
 
     void numbers(const Line& line, std::array<double, 4> values, std::size_t count) {
-        bool isStandard = line.presence == Line::Presence::unlessStandard;
+        for (double& value : values) {
+            if (line.conversion == Line::Conversion::degrees) value = degreesFromRadians(value);
+            if (line.conversion == Line::Conversion::weight) value = weightOfIndex(static_cast<int>(value));
+        }
+        bool isStandard = line.presence == Line::Presence::unlessStandard && !line.parts.empty() &&
+                          !line.parts[0].isAll;
         for (std::size_t i = 0; i < count; ++i) isStandard = isStandard && values[i] == standardOf(line, i);
         if (isStandard) return;
         if (line.conversion == Line::Conversion::julian) {
             number(line.code, values[0] + values[1] / millisecondsOfDay);
             return;
         }
-        for (std::size_t i = 0; i < count; ++i) {
-            double value = values[i];
-            if (line.conversion == Line::Conversion::degrees) value = degreesFromRadians(value);
-            if (line.conversion == Line::Conversion::weight) value = weightOfIndex(static_cast<int>(value));
-            number(line.code + 10 * static_cast<int>(i), value);
-        }
+        for (std::size_t i = 0; i < count; ++i) number(line.code + 10 * static_cast<int>(i), values[i]);
     }
 
     void one(const Line& line, const RecordValue& value) {
@@ -400,17 +412,37 @@ private:
 
     void color(const Line& line, const ValueColor& color, std::uint16_t slot) {
         if (line.conversion == Line::Conversion::longColor) return longColor(line, color);
-        const unsigned method = color.value >> 24;
-        int index = color.index;
-        if (color.hasValue && method == 0xC0) index = byLayer;
-        if (color.hasValue && method == 0xC1) index = 0;
-        if (color.hasValue && method == 0xC3) index = static_cast<int>(color.value & 0xFF);
-        const bool isStandard = line.presence == Line::Presence::unlessStandard && method != 0xC2 &&
+        const bool isExact = color.hasValue && color.value >> 24 == 0xC2;
+        const int index = indexOf(color);
+        const bool isStandard = line.presence == Line::Presence::unlessStandard && !isExact &&
                                 index == static_cast<int>(standardOf(line, 0));
         if (isStandard) return;
-        number(line.code, index);
-        if (color.hasValue && method == 0xC2) number(line.code + trueColorShift, color.value & 0xFFFFFF);
+        const bool isOff = line.conversion == Line::Conversion::layerColor && m_values[line.parts[1].slot] != 0.0;
+        number(line.code, isOff ? -index : index);
+        if (line.conversion == Line::Conversion::indexColor) return;
+        if (isExact) number(line.code + trueColorShift, color.value & 0xFFFFFF);
         colorName(line.code + colorNameShift, slot);
+    }
+
+    static int indexOf(const ValueColor& color) {
+        constexpr int none = 257;
+        if (!color.hasValue) return color.index;
+        switch (color.value >> 24) {
+        case 0xC0:
+            return byLayer;
+        case 0xC1:
+            return 0;
+        case 0xC2:
+            return AcCmEntityColor::lookUpACI(static_cast<Adesk::UInt8>(color.value >> 16),
+                                              static_cast<Adesk::UInt8>(color.value >> 8),
+                                              static_cast<Adesk::UInt8>(color.value));
+        case 0xC3:
+            return static_cast<int>(color.value & 0xFF);
+        case 0xC8:
+            return none;
+        default:
+            return color.index;
+        }
     }
 
     void colorName(int code, std::uint16_t slot) {

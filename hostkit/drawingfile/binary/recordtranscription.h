@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace hostkit {
 
@@ -22,7 +23,14 @@ public:
     /// 0 where there is none. Upper and lower case are the same.
     [[nodiscard]] std::uint64_t handleOf(std::string_view kind, std::string_view name) const;
 
+    /// Of line types, in the order in which they were added, without those by layer and by block. 0 behind
+    /// the last.
+    [[nodiscard]] std::uint64_t linetypeAt(std::size_t index) const {
+        return index < m_linetypes.size() ? m_linetypes[index] : 0;
+    }
+
 private:
+    std::vector<std::uint64_t> m_linetypes;
     std::unordered_map<std::uint64_t, std::string> m_names;
     std::unordered_map<std::string, std::uint64_t> m_handles; ///< by kind and folded name
 };

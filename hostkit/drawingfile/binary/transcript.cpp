@@ -150,6 +150,8 @@ private:
             line.isForwardsAlone = true;
         } else if (word == "for") {
             line.kind = Line::Kind::loop;
+            line.isStrict = text.ends_with(" next");
+            if (line.isStrict) text = trimmed(text.substr(0, text.size() - 4));
             line.condition = expression(text);
             if (std::uint16_t counted = 0; line.condition.isName(counted)) line.countSlot = counted;
             const std::string loop = m_prefix + "for " + withoutBlanks(text);
@@ -304,6 +306,7 @@ private:
                                  line.kind == Line::Kind::bits || line.kind == Line::Kind::computed;
             if (!isGroup) continue;
             if (count == 0) m_lines[loop].otherCode = line.code;
+            if (count == 0 && line.kind == Line::Kind::fixed) m_lines[loop].text = line.text;
             count += line.code == m_lines[loop].otherCode;
         }
         m_lines[loop].repeatsFirstCode = count > 1;

@@ -70,9 +70,10 @@ struct TranscriptLine {
     Presence presence = Presence::asItIs;
     bool isForwardsAlone = false;  ///< its condition; of a block, all that is in it
     bool isForNew = false;         ///< written where no record is changed
+    bool isStrict = false;         ///< of a loop: a pass begins only at the next group
     bool repeatsFirstCode = false; ///< a loop whose passes have more than one group of its first code
     short code = 0;
-    short otherCode = 0;         ///< of pieces; of a loop, its first code
+    short otherCode = 0;         ///< of pieces; of a loop, its first code, of which `text` is the value
     std::uint16_t slot = 0;      ///< of a computed, read or written name; of a loop, of the layout's loop
     std::uint16_t countSlot = 0; ///< of a loop that is counted by a field
     bool hasLayoutLoop = false;

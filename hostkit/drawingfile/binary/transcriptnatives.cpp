@@ -1,8 +1,10 @@
 #include "transcriptnatives.h"
 
 #include "adscodes.h"
+#include "recordtranscription.h"
 #include "transcriptvalues.h"
 
+#include <array>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -170,16 +172,155 @@ private:
     std::string m_bytes;
 };
 
-} // namespace
+// Texts of line types stand in one area, each up to a zero, at the offset that its dash tells. Offsets are of
+// bytes; from 2007 on a character has two.
 
-void readNative(std::string_view word, int, NativeInput& input) {
-    if (word == "xrecord") return ExtensionItems(input).read();
+std::size_t unitOf(int form) { return form >= 21 ? 2 : 1; }
+
+/// Characters from that bit up to a zero or the end.
+std::size_t lengthAt(BitReader reader, std::size_t unit) {
+    std::size_t count = 0;
+    while (reader.left() >= unit * 8 && (unit == 2 ? reader.rawShort() : reader.rawByte()) != 0) ++count;
+    return count;
+}
+
+void writeRunText(int code, const ValueRun& run, std::size_t offset, NativeOutput& output) {
+    if (offset > run.count) return;
+    const std::uint64_t first = run.firstBit + offset * 8, end = run.firstBit + run.count * 8;
+    const ByteSpan objects = output.reading().objects();
+    std::string text;
+    const std::size_t length = lengthAt(BitReader(objects, first, end), unitOf(output.reading().form()));
+    output.reading().appendText({nullptr, first, length}, text);
+    output.text(code, text);
+}
+
+/// With a zero behind.
+std::string coded(std::string_view value, int form) {
+    std::string text;
+    appendUnescaped(value, text);
+    if (form < 21) return text + '\0';
+    std::vector<std::uint16_t> units;
+    utf16Of(text, units);
+    units.push_back(0);
+    std::string bytes;
+    for (const std::uint16_t unit : units) {
+        bytes += static_cast<char>(unit);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+void writeLinetypeText(int code, NativeOutput& output) {
+    const RecordValue* const area = output.value("strings");
+    const RecordValue* const offset = output.value("shapecode");
+    if (area && offset && offset->whole >= 0)
+        writeRunText(code, area->run, static_cast<std::size_t>(offset->whole), output);
+}
+
+void readLinetypeText(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    if (!group) return;
+    const std::size_t unit = unitOf(input.form()), size = 256 * unit;
+    const std::uint16_t slot = input.slotOf("strings");
+    const RecordValue* const before = input.recordScope().find(slot);
+    std::string area = before && before->run.bytes ? std::string(before->run.bytes, before->run.count)
+                                                   : std::string(size, '\0');
+    const std::size_t last = area.find_last_not_of('\0');
+    const std::size_t offset = last == std::string::npos ? 0 : (last / unit + 2) * unit;
+    const std::string text = coded(group->value, input.form());
+    if (offset + text.size() > size) return;
+    area.replace(offset, text.size(), text);
+    RecordValue value;
+    value.run = input.kept(std::move(area));
+    input.recordScope().set(slot, value);
+    input.setNumber("shapecode", static_cast<double>(offset));
+}
+
+void readValueText(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    std::string bytes = coded(group ? group->value : std::string_view(), input.form());
+    input.setNumber("vsize", static_cast<double>(bytes.size()));
+    input.setBytes("vbytes", std::move(bytes));
+}
+
+// Names of unnamed blocks: the record of the block has them without their number.
+
+void writeBlockName(int code, NativeOutput& output) {
+    const std::string_view name = output.names().nameOf(output.fields().handle);
+    if (!name.empty()) return output.text(code, name);
+    std::string text;
+    if (const RecordValue* const own = output.value("name")) output.reading().appendText(own->run, text);
+    output.text(code, text);
+}
+
+void readBlockName(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    if (!group) return;
+    std::string name;
+    appendUnescaped(group->value, name);
+    const std::size_t prefix = name.find_last_not_of("0123456789") + 1;
+    const RecordValue* const before = input.original() ? input.original()->find(input.slotOf("name")) : nullptr;
+    const bool isShort = name.starts_with('*') && before && before->run.count == prefix;
+    if (!isShort) input.setBytes("name", std::move(name));
+}
+
+// Line types of multiline styles, up to 2013 by their place in the table.
+
+constexpr int indexByLayer = 0x7FFF, indexByBlock = 0x7FFE;
+
+void writeLinetypeIndex(int code, NativeOutput& output) {
+    const RecordValue* const index = output.value("ltindex");
+    if (!index) return;
+    if (index->whole == indexByLayer) return output.text(code, "BYLAYER");
+    if (index->whole == indexByBlock) return output.text(code, "BYBLOCK");
+    const std::size_t at = index->whole < 0 ? SIZE_MAX : static_cast<std::size_t>(index->whole);
+    output.text(code, output.names().nameOf(output.names().linetypeAt(at)));
+}
+
+void readLinetypeIndex(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    const std::uint64_t handle = group ? input.names().handleOf("LTYPE", group->value) : 0;
+    const auto is = [&](std::string_view name) {
+        return handle && handle == input.names().handleOf("LTYPE", name);
+    };
+    std::size_t at = 0;
+    while (input.names().linetypeAt(at) != 0 && input.names().linetypeAt(at) != handle) ++at;
+    const bool isPlaced = handle && input.names().linetypeAt(at) == handle;
+    const std::size_t index = is("BYBLOCK") ? indexByBlock : isPlaced ? at : indexByLayer;
+    input.setNumber("ltindex", static_cast<double>(index));
+}
+
+struct NativeWord {
+    std::string_view word;
+    void (*write)(int code, NativeOutput& output);
+    void (*read)(int code, NativeInput& input);
+};
+constexpr std::array nativeWords{
+    NativeWord{"blockname", writeBlockName, readBlockName},
+    NativeWord{"linetypetexts", writeLinetypeText, readLinetypeText},
+    NativeWord{"linetypeindex", writeLinetypeIndex, readLinetypeIndex},
+    NativeWord{"valuetext",
+               [](int code, NativeOutput& output) {
+                   if (const RecordValue* const bytes = output.value("vbytes"))
+                       writeRunText(code, bytes->run, 0, output);
+               },
+               readValueText},
+    NativeWord{"xrecord", [](int, NativeOutput& output) { ExtensionRecord(output).write(); },
+               [](int, NativeInput& input) { ExtensionItems(input).read(); }},
+};
+
+const NativeWord& nativeWord(std::string_view word) {
+    for (const NativeWord& known : nativeWords)
+        if (known.word == word) return known;
     throw std::logic_error("no native word: " + std::string(word));
 }
 
-void writeNative(std::string_view word, int, NativeOutput& output) {
-    if (word == "xrecord") return ExtensionRecord(output).write();
-    throw std::logic_error("no native word: " + std::string(word));
+} // namespace
+
+void readNative(std::string_view word, int code, NativeInput& input) { nativeWord(word).read(code, input); }
+
+void writeNative(std::string_view word, int code, NativeOutput& output) {
+    nativeWord(word).write(code, output);
 }
 
 } // namespace hostkit

@@ -50,6 +50,9 @@ public:
     /// One more element of an array of references.
     virtual void addReference(std::string_view name, std::uint64_t handle, unsigned code) = 0;
     virtual RecordScope& scope() = 0; ///< of the present pass of a loop
+    virtual RecordScope& recordScope() = 0; ///< outside of all loops
+    /// Null where no record is changed.
+    [[nodiscard]] virtual const RecordScope* original() const = 0;
     [[nodiscard]] virtual std::uint16_t slotOf(std::string_view name) const = 0;
     virtual ValueRun kept(std::string bytes) = 0;
 

@@ -7,11 +7,11 @@ const char* const leaderTranscripts = R"(
 @ MLEADER-LINE
 304 'LEADER_LINE{'
 10 pts*
-if nbreakinfo:
-  90 segindex
-  for nse:
-    11 s
-    12 e
+90 segindex ?> nbreakinfo
+for nse:
+  11 s
+  12 e
+write nbreakinfo = nse > 0
 91 lineindex
 [24+] 170 ltypeov ?> ovflags & 1
 [24+] 92 lcolor longcolor ?> ovflags & 2
@@ -321,6 +321,14 @@ for nmerged:
   94 mright
 100 AcDbTableContent
 340 tablestyle
+@ ACAD_TABLE
+100 AcDbBlockReference
+2 block name
+10 ins
+50 rotation deg = 0
+210 ext = 0,0,1
+100 AcDbTable
+[-21] use TABLE-2004
 @ TABLE-CELL
 171 ctype ~ 1
 172 edges
@@ -334,7 +342,7 @@ read own = hascov * cov
 [-18] write cov = (own & 0xFFFF) | (cov & 0x70000)
 [21+] write cov = own
 write hascov = cov != 0
-178 virt
+178 virt ~ 0
 145 rot
 if ctype == 1:
   344 cellref = 0

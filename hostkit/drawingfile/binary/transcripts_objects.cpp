@@ -216,7 +216,7 @@ if haslast:
 100 AcDbEvalGraph
 96 v96
 97 v97
-for nnodes:
+for nnodes next:
   91 index
   93 nflags
   95 id
@@ -225,7 +225,7 @@ for nnodes:
   92 d2
   92 d3
   92 d4
-for nedges:
+for nedges next:
   92 eindex
   93 eflags
   94 tracked

@@ -12,7 +12,7 @@ const char* const tableTranscripts = R"(
 @ ENTRY-END
 [-18] new f64 = 1
 [-18] write xdep = (g70 & 16) >> 4
-[21+] write xrefflags = (xrefflags & 0xFF) | (g70 & 16) << 4
+[21+] write xrefflags = xrefflags & 0xFF | (g70 & 16) << 4
 @ BLOCK_HEADER | BLOCK_RECORD
 100 AcDbSymbolTableRecord
 100 AcDbBlockTableRecord
@@ -76,7 +76,7 @@ for ndash:
     50 rotation deg
     44 xoff
     45 yoff
-    9 strings,shapecode linetypetexts ? shapeflag & 2
+    9 strings linetypetexts ? shapeflag & 2
   else:
     write scale = 1
 use ENTRY-END
@@ -204,15 +204,8 @@ use ENTRY
 48 DIMTM = 0
 [21+] 49 DIMFXL = 1
 [21+] 50 DIMJOGANG deg = 45
-140 DIMTXT = 0.18
-141 DIMCEN = 0.09
-142 DIMTSZ = 0
-143 DIMALTF = 25.4
-144 DIMLFAC = 1
-145 DIMTVP = 0
-146 DIMTFAC = 1
-147 DIMGAP = 0.09
-148 DIMALTRND = 0
+[21+] 69 DIMTFILL = 0
+[21+] 70 DIMTFILLCLR indexcolor = 0
 71 DIMTOL = 0
 72 DIMLIM = 0
 73 DIMTIH = 1
@@ -223,6 +216,15 @@ use ENTRY
 78 DIMZIN = 0
 79 DIMAZIN = 0
 [21+] 90 DIMARCSYM = 0
+140 DIMTXT = 0.18
+141 DIMCEN = 0.09
+142 DIMTSZ = 0
+143 DIMALTF = 25.4
+144 DIMLFAC = 1
+145 DIMTVP = 0
+146 DIMTFAC = 1
+147 DIMGAP = 0.09
+148 DIMALTRND = 0
 170 DIMALT = 0
 171 DIMALTD = 2
 172 DIMTOFL = 0
@@ -251,8 +253,6 @@ use ENTRY
 286 DIMALTTZ = 0
 288 DIMUPT = 0
 289 DIMATFIT = 3
-[21+] 69 DIMTFILL = 0
-[21+] 70 DIMTFILLCLR indexcolor = 0
 [21+] 290 DIMFXLON = 0
 [24+] 294 DIMTXTDIRECTION = 0
 340 DIMTXSTY
