@@ -122,7 +122,9 @@ private:
         case ValueKind::real:
             return real(step, (value ? value : &nothing)->real);
         case ValueKind::text:
-            return text(value ? value->run : ValueRun{});
+            return text(value && before && isSameText(value->run, before->run) ? before->run
+                        : value                                                    ? value->run
+                                                                                   : ValueRun{});
         case ValueKind::bytes:
             return value ? rawBytes(value->run) : zeros(step.count.value(m_values));
         case ValueKind::color:
@@ -251,6 +253,14 @@ private:
         for (const std::uint16_t unit : m_units) stream.rawShort(unit);
     }
 
+    /// Texts of older forms may have a zero behind, which no group tells.
+    [[nodiscard]] bool isSameText(const ValueRun& run, const ValueRun& before) {
+        if (!run.bytes || !m_owner.m_reading) return false;
+        m_text.clear();
+        m_owner.m_reading->appendText(before, m_text);
+        return m_text == std::string_view(run.bytes, run.count);
+    }
+
     void originalBits(BitWriter& stream, const ValueRun& run, unsigned bitsOfOne) {
         if (m_owner.m_reading)
             stream.append(m_owner.m_reading->objects(), run.firstBit, run.firstBit + run.count * bitsOfOne);
@@ -350,6 +360,7 @@ private:
     const RecordScope* m_scope;
     const RecordScope* m_original; ///< the same place in the original; null where there is none
     std::vector<std::uint16_t> m_units;
+    std::string m_text;
     bool m_isFirst = true; ///< of an array
     bool m_hasFailed = false;
 };

@@ -442,12 +442,12 @@ private:
         for (std::size_t i = 0; i < count; ++i) {
             const RecordGroup* const group = takeGroup(line.code + 10 * static_cast<int>(i));
             isThere = isThere || group;
-            values[i] = group ? converted(line, numberOf(*group)) : standardOf(line, i);
+            values[i] = converted(line, group ? numberOf(*group) : standardOf(line, i));
             if (i == 0 && !group) break;
         }
         if (!isThere) {
             if (line.standard.empty()) return;
-            for (std::size_t i = 0; i < count; ++i) values[i] = standardOf(line, i);
+            for (std::size_t i = 0; i < count; ++i) values[i] = converted(line, standardOf(line, i));
         }
         if (line.conversion == Line::Conversion::julian) return julian(line, values[0]);
         std::size_t next = 0;
@@ -532,8 +532,14 @@ private:
             target = nameTarget(line.table, group ? group->value : std::string_view(line.text));
         else if (group)
             target = handleFromText(group->value).value_or(0);
-        place(line.parts[0]).reference = {0, target};
+        place(line.parts[0]).reference = {referenceCodeOf(line.code), target};
         m_values[line.parts[0].slot] = static_cast<double>(target);
+    }
+
+    /// For references of which the layout tells no code: items of dictionaries.
+    static std::uint8_t referenceCodeOf(int code) {
+        constexpr std::array<std::uint8_t, 4> codes{4, 5, 2, 3}; // of 330, 340, 350, 360
+        return code >= 330 && code < 370 ? codes[static_cast<std::size_t>(code - 330) / 10] : 0;
     }
 
     std::uint64_t nameTarget(std::string_view kind, std::string_view name) {
@@ -550,8 +556,11 @@ private:
         const RecordGroup* exact = nullptr;
         const RecordGroup* name = nullptr;
         if (line.conversion == Line::Conversion::color || line.conversion == Line::Conversion::layerColor) {
+            const Region all = m_region; // what follows may belong to another colour of the same code
+            m_region.end = findGroup(line.code, m_region.begin);
             exact = takeGroup(line.code + trueColorShift);
             name = takeGroup(line.code + colorNameShift);
+            m_region = all;
         }
         if (line.conversion == Line::Conversion::layerColor)
             setValue(line.parts[1].slot, ValueKind::none, group && numberOf(*group) < 0);
@@ -567,10 +576,17 @@ private:
                                 : valueOfIndex(color.index);
         }
         color.hasValue = true;
-        if (m_form >= 18 && line.conversion != Line::Conversion::longColor) color.index = 0;
+        if (line.conversion == Line::Conversion::indexColor && isOriginal(line.parts[0].slot, color.index)) return;
+        if (m_form >= 18 || fieldOf(line.parts[0].slot).code == FieldCode::longColor) color.index = 0;
         place(line.parts[0]).color = color;
         m_values[line.parts[0].slot] = told;
         if (name) colorNames(line.parts[0].slot, name->value);
+    }
+
+    /// The record that is changed has a colour of that index, and perhaps knows it more exactly.
+    [[nodiscard]] bool isOriginal(std::uint16_t slot, int index) const {
+        const RecordValue* const before = m_original ? m_original->values.find(slot) : nullptr;
+        return before && before->color.hasValue && indexOf(before->color.value) == index;
     }
 
     static std::uint32_t valueOfIndex(int index) {

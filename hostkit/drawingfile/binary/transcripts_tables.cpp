@@ -78,6 +78,7 @@ for ndash:
     45 yoff
     9 strings linetypetexts ? shapeflag & 2
   else:
+    340 shapefile[] ?> 0
     write scale = 1
 use ENTRY-END
 @ VIEW
