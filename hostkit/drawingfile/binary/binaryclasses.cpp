@@ -1,70 +1,65 @@
 // The classes of a binary drawing.
-#include "binarychecksums.h"
 #include "recordfields.h"
+#include "sectionframe.h"
 #include "textencoding.h"
 
-#include <algorithm>
 #include <array>
 
 namespace hostkit {
 namespace {
 
-constexpr std::array<std::uint8_t, 16> startMark{0x8D, 0xA1, 0xC4, 0xB8, 0xC4, 0xA9, 0xF8, 0xC5,
-                                                 0xC0, 0xDC, 0xF4, 0x5F, 0xE7, 0xCF, 0xB6, 0x8A};
 const char* const sectionName = "AcDb:Classes";
-constexpr unsigned entityItem = 0x1F2, firstNumber = 500;
+constexpr int entityItem = 0x1F2, objectItem = 0x1F3;
+constexpr unsigned firstNumber = 500;
 
-std::string textOf(BitReader& reader, bool isWide) {
+std::string textOf(BitReader& reader, bool isWide, bool& endsWithZero) {
     std::string text;
     const auto count = static_cast<std::uint16_t>(reader.bitShort());
     for (unsigned i = 0; i < count && !reader.failed(); ++i)
         isWide ? appendUtf8(text, static_cast<wchar_t>(reader.rawShort()))
                : text.push_back(static_cast<char>(reader.rawByte()));
+    endsWithZero = !text.empty() && text.back() == 0;
     while (!text.empty() && text.back() == 0) text.pop_back();
     return text;
 }
 
-/// Where the texts stand that are kept behind all other fields, from the end mark's bit back.
-BitReader textsBefore(ByteSpan bytes, std::size_t end, std::size_t& dataEnd) {
-    dataEnd = end - 1;
-    if (!BitReader(bytes, end - 1, end).bit()) return BitReader(bytes, 0, 0);
-    std::size_t at = end - 17;
-    std::size_t count = BitReader(bytes, at, end).rawShort();
-    if (count & 0x8000) {
-        at -= 16;
-        count = (count & 0x7FFF) | static_cast<std::size_t>(BitReader(bytes, at, end).rawShort()) << 15;
+void writeText(BitWriter& writer, std::string_view text, bool isWide, bool endsWithZero) {
+    if (isWide) {
+        const std::wstring wide = wideFromUtf8(text);
+        writer.bitShort(static_cast<int>(wide.size()));
+        for (const wchar_t character : wide) writer.rawShort(static_cast<std::uint16_t>(character));
+        return;
     }
-    dataEnd = count < at ? at - count : 0;
-    return BitReader(bytes, dataEnd, at);
+    writer.bitShort(static_cast<int>(text.size() + (endsWithZero ? 1 : 0)));
+    for (const char character : text) writer.rawByte(static_cast<std::uint8_t>(character));
+    if (endsWithZero) writer.rawByte(0);
+}
+
+void readClass(BitReader& data, BitReader& texts, int form, BinaryClass& one) {
+    one.number = static_cast<unsigned>(data.bitShort());
+    one.proxyFlags = data.bitShort();
+    one.application = textOf(texts, form >= 21, one.endsWithZero[0]);
+    one.className = textOf(texts, form >= 21, one.endsWithZero[1]);
+    one.dxfName = textOf(texts, form >= 21, one.endsWithZero[2]);
+    one.wasProxy = data.bit();
+    one.isEntity = data.bitShort() == entityItem;
+    if (form < 18) return;
+    one.instances = data.bitLong();
+    one.release = data.bitLong();
+    one.maintenance = data.bitLong();
+    for (int i = 0; i < 2; ++i) data.bitLong();
 }
 
 } // namespace
 
 std::vector<BinaryClass> readClasses(BinaryContainer& container) {
     std::vector<BinaryClass> classes;
+    const FramedStreams streams = findStreams(container, sectionName, classesMark);
+    if (!streams.found()) return classes;
     const ByteSpan bytes = container.section(sectionName);
-    if (bytes.size() < 16 + 4 + 2) return classes;
     const int form = static_cast<int>(container.version) % 100;
-    if (!std::equal(startMark.begin(), startMark.end(), bytes.begin()))
-        container.addFault(0, sectionName, L"the section does not begin as it has to");
-    const std::size_t size = longAt(bytes, 16);
-    const bool hasHighSize = form >= 32 || (form >= 24 && container.maintenance > 3);
-    std::size_t begin = 20 + (hasHighSize ? 4U : 0U);
-    if (size > bytes.size() || begin + size + 2 > bytes.size()) {
-        container.addFault(16, sectionName, L"the section's size is out of range");
-        return classes;
-    }
-    if (checksum16(bytes.subspan(16, begin - 16 + size)) != littleEndian(bytes, begin + size, 2))
-        container.addFault(begin + size, sectionName, L"the checksum of the section is wrong");
-    std::size_t dataEnd = (begin + size) * 8;
-    BitReader texts(bytes, 0, 0);
-    if (form >= 21) {
-        const std::size_t end = begin * 8 + longAt(bytes, begin);
-        begin += 4;
-        if (end < begin * 8 + 48 || end > bytes.size() * 8) return classes;
-        texts = textsBefore(bytes, end, dataEnd);
-    }
-    BitReader data(bytes, begin * 8, dataEnd);
+    BitReader data(bytes, streams.dataBegin, streams.dataEnd);
+    BitReader texts(bytes, streams.textBegin, streams.textEnd);
     if (form >= 18) {
         data.bitShort();
         data.rawShort();
@@ -72,23 +67,42 @@ std::vector<BinaryClass> readClasses(BinaryContainer& container) {
     }
     while (data.left() >= 8) {
         BinaryClass& one = classes.emplace_back();
-        BitReader& source = form >= 21 ? texts : data;
-        one.number = static_cast<unsigned>(data.bitShort());
-        one.proxyFlags = data.bitShort();
-        one.application = textOf(source, form >= 21);
-        one.className = textOf(source, form >= 21);
-        one.dxfName = textOf(source, form >= 21);
-        one.wasProxy = data.bit();
-        one.isEntity = static_cast<unsigned>(data.bitShort()) == entityItem;
-        if (form >= 18) {
-            one.instances = data.bitLong();
-            for (int i = 0; i < 4; ++i) data.bitLong();
-        }
+        readClass(data, form >= 21 ? texts : data, form, one);
         if (!data.failed() && one.number == firstNumber + classes.size() - 1) continue;
         classes.pop_back();
         break;
     }
     return classes;
+}
+
+std::vector<std::uint8_t> writeClasses(const BinaryContainer& form, std::span<const BinaryClass> classes) {
+    const bool isWide = isUtf8(form.version), isNewer = form.version >= DrawingVersion::k2004;
+    BitWriter data, texts;
+    BitWriter& text = isWide ? texts : data;
+    if (isNewer) {
+        data.bitShort(static_cast<int>(firstNumber + classes.size()) - 1);
+        data.rawShort(0);
+        data.bit(true);
+    }
+    unsigned number = firstNumber;
+    for (const BinaryClass& one : classes) {
+        data.bitShort(static_cast<int>(number++));
+        data.bitShort(one.proxyFlags);
+        writeText(text, one.application, isWide, one.endsWithZero[0]);
+        writeText(text, one.className, isWide, one.endsWithZero[1]);
+        writeText(text, one.dxfName, isWide, one.endsWithZero[2]);
+        data.bit(one.wasProxy);
+        data.bitShort(one.isEntity ? entityItem : objectItem);
+        if (!isNewer) continue;
+        data.bitLong(one.instances);
+        data.bitLong(one.release);
+        data.bitLong(one.maintenance);
+        data.bitLong(0);
+        data.bitLong(0);
+    }
+    std::vector<std::uint8_t> bytes = framedSection(form, classesMark, data, texts, {}, {});
+    if (isNewer) bytes.insert(bytes.end(), 8, 0);
+    return bytes;
 }
 
 } // namespace hostkit

@@ -6,6 +6,7 @@
 #include "recordlayout.h"
 #include "recordvalues.h"
 
+#include <array>
 #include <optional>
 
 namespace hostkit {
@@ -41,6 +42,8 @@ struct BinaryClass {
     std::string application, className, dxfName; ///< UTF-8
     bool wasProxy = false, isEntity = false;
     std::int32_t instances = 0;
+    std::int32_t release = 0, maintenance = 0; ///< of the program that it came with
+    std::array<bool, 3> endsWithZero{}; ///< up to 2004: the texts above have a zero that counts as theirs
 };
 
 /// Reads records of one drawing; what it is given must outlive it.
@@ -78,5 +81,9 @@ private:
 
 /// Fault in a section's checksum or end is told in the container.
 [[nodiscard]] std::vector<BinaryClass> readClasses(BinaryContainer& container);
+
+/// The section for a drawing of the container's form. Classes are numbered from 500 on in their order.
+[[nodiscard]] std::vector<std::uint8_t> writeClasses(const BinaryContainer& form,
+                                                     std::span<const BinaryClass> classes);
 
 } // namespace hostkit
