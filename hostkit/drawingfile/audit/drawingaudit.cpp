@@ -108,7 +108,7 @@ AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit) {
     AuditRun run{{}, AuditFindings(findingLimit)};
     std::string turned;
     if (isBinaryForm(bytes)) {
-        if (const std::optional<BinaryFault> fault = textFromBinary(bytes, turned)) {
+        if (const std::optional<FormFault> fault = textFromBinary(bytes, turned)) {
             run.findings.fault(AuditCheck::kStructure, nullptr, 0, L"byte ", fault->offset,
                                L" of the binary form: ", std::wstring_view(fault->reason));
             return run.findings.take();

@@ -381,6 +381,9 @@ const RecordLayout* RecordReading::layoutOf(unsigned type, bool& isKnown) const 
 }
 
 bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
+    fields.handle = 0;
+    fields.values.clear();
+    fields.references.clear();
     BitReader reader(m_objects, offset * 8, m_objects.size() * 8);
     const std::size_t size = reader.modularShort();
     const std::uint64_t referenceBits = m_form >= 24 ? reader.unsignedModularChar() : 0;
@@ -413,13 +416,28 @@ bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
 }
 
 bool RecordReading::read(std::size_t offset, RecordFields& fields) {
-    fields.handle = 0;
-    fields.values.clear();
-    fields.references.clear();
     if (!findStreams(offset, fields)) return false;
     fields.layout = layoutOf(fields.type, fields.isKnown);
     FieldReading(*this, fields).run();
     return true;
+}
+
+bool RecordReading::readCommon(std::size_t offset, RecordFields& fields) {
+    if (!findStreams(offset, fields)) return false;
+    fields.layout =
+        layoutOf(fields.type, fields.isKnown)->isEntity ? &m_layouts.commonEntity() : &m_layouts.commonObject();
+    fields.isKnown = false;
+    FieldReading(*this, fields).run();
+    return true;
+}
+
+unsigned RecordReading::typeAt(std::size_t offset) const {
+    BitReader reader(m_objects, offset * 8, m_objects.size() * 8);
+    reader.modularShort();
+    if (m_form >= 24) reader.unsignedModularChar();
+    const unsigned type =
+        m_form >= 24 ? reader.objectType() : static_cast<std::uint16_t>(reader.bitShort());
+    return reader.failed() ? 0 : type;
 }
 
 const BinaryClass* RecordReading::classOf(unsigned type) const {

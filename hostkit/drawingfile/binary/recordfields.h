@@ -54,6 +54,13 @@ public:
     /// The record at the offset in the section of objects. False where nothing can be made of it: it goes
     /// past the section's end, or its parts past its own. `fields` is used again from one record to the next.
     [[nodiscard]] bool read(std::size_t offset, RecordFields& fields);
+    /// The same, of its common fields alone: for going over many records. `isKnown` and `isWhole` speak of
+    /// these.
+    [[nodiscard]] bool readCommon(std::size_t offset, RecordFields& fields);
+    /// The number of the record's kind; 0 where none can be read.
+    [[nodiscard]] unsigned typeAt(std::size_t offset) const;
+    /// That of the common fields, with `isKnown` false, for a kind that has none.
+    [[nodiscard]] const RecordLayout* layoutOf(unsigned type, bool& isKnown) const;
     /// Characters of a text that was read: bytes of the drawing's code page up to 2004, from then on UTF-16.
     /// A zero at the end is left out.
     [[nodiscard]] std::string text(const RecordValue& value) const;
@@ -69,7 +76,6 @@ private:
     friend class FieldReading;
 
     [[nodiscard]] bool findStreams(std::size_t offset, RecordFields& fields);
-    [[nodiscard]] const RecordLayout* layoutOf(unsigned type, bool& isKnown) const;
 
     const BinaryContainer& m_container;
     std::span<const BinaryClass> m_classes;

@@ -90,12 +90,12 @@ public:
     bool isAtEnd() const { return m_position == m_bytes.size(); }
     std::size_t offset() const { return m_position; }
 
-    std::optional<BinaryFault> next(BinaryGroup& group) {
+    std::optional<FormFault> next(BinaryGroup& group) {
         group.offset = m_position;
         if (!takeCode(group.code) || !takeValue(group))
-            return BinaryFault{Acad::eEndOfFile, group.offset, L"the file ends within a group: it was cut"};
+            return FormFault{Acad::eEndOfFile, group.offset, L"the file ends within a group: it was cut"};
         if (group.code < 0 || group.code > lastGroupCode)
-            return BinaryFault{Acad::eBadDxfSequence, group.offset,
+            return FormFault{Acad::eBadDxfSequence, group.offset,
                                L"a group code was expected, not " + std::to_wstring(group.code)};
         return {};
     }
@@ -336,14 +336,14 @@ std::wstring shownValue(std::string_view value) {
 
 bool isBinaryForm(std::string_view bytes) { return startOfBinaryGroups(bytes) != std::string_view::npos; }
 
-std::optional<BinaryFault> textFromBinary(std::string_view bytes, std::string& text) {
+std::optional<FormFault> textFromBinary(std::string_view bytes, std::string& text) {
     BinaryScanner scanner(bytes);
     std::string result;
     result.reserve(bytes.size() * 2);
     BinaryGroup group;
     CaretsOfBodies carets;
     while (!scanner.isAtEnd() && !group.isEndMark()) {
-        if (std::optional<BinaryFault> fault = scanner.next(group)) return fault;
+        if (std::optional<FormFault> fault = scanner.next(group)) return fault;
         carets.follow(group.code, group.value);
         std::string escaped;
         if (carets.areIn(group.value)) group.value = escaped = withBlanksBehindCarets(group.value);
@@ -354,13 +354,13 @@ std::optional<BinaryFault> textFromBinary(std::string_view bytes, std::string& t
 }
 
 // Only here is known that there are binary drawings: their bytes travel with the source's deleter.
-std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, BinaryFault& fault) {
+std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, FormFault& fault) {
     auto source = std::make_unique<DrawingSource>();
     if (!isBinaryForm(bytes)) {
         source->bytes = std::move(bytes);
         return source;
     }
-    if (const std::optional<BinaryFault> found = textFromBinary(bytes, source->bytes)) {
+    if (const std::optional<FormFault> found = textFromBinary(bytes, source->bytes)) {
         fault = *found;
         return nullptr;
     }
@@ -379,7 +379,7 @@ std::size_t offsetOfBinaryGroup(std::string_view bytes, std::size_t number) {
     return scanner.offset();
 }
 
-std::optional<BinaryFault> binaryFromText(std::string_view text, DrawingVersion version, std::string& bytes) {
+std::optional<FormFault> binaryFromText(std::string_view text, DrawingVersion version, std::string& bytes) {
     std::string result(std::begin(firstProgram), std::end(firstProgram));
     result += formMark;
     result.reserve(text.size());
@@ -390,13 +390,13 @@ std::optional<BinaryFault> binaryFromText(std::string_view text, DrawingVersion 
     while (scanner.next(group) == ScanResult::kGroup) {
         const std::size_t offset = scanner.offsetOf(group.start);
         if (group.code < 0 || group.code > lastGroupCode)
-            return BinaryFault{Acad::eBadDxfSequence, offset,
+            return FormFault{Acad::eBadDxfSequence, offset,
                                std::to_wstring(group.code) + L" is no group code of the binary form"};
         carets.follow(group.code, withoutBlanks(group.value));
         std::string plain;
         if (carets.areIn(group.value)) group.value = plain = withoutBlanksBehindCarets(group.value);
         if (!writer.write(group))
-            return BinaryFault{Acad::eInvalidInput, offset,
+            return FormFault{Acad::eInvalidInput, offset,
                                L"'" + shownValue(group.value) + L"' is no value for group " +
                                    std::to_wstring(group.code) + L" of the binary form"};
         if (group.is(0, "EOF")) break;

@@ -17,7 +17,7 @@ namespace hostkit {
 struct DrawingSource;
 
 /// Where and why a drawing could not be turned into the other form.
-struct BinaryFault {
+struct FormFault {
     Acad::ErrorStatus status = Acad::eOk;
     std::size_t offset = 0; ///< of the group in the bytes that were read, from 0
     std::wstring reason;
@@ -32,11 +32,11 @@ bool isBinaryForm(std::string_view bytes);
 /// with a line end, for which a text group has no place, gets the escape of that character, ^J or ^M.
 ///
 /// eBadDxfSequence for what is no group code, eEndOfFile where the bytes end within a group.
-std::optional<BinaryFault> textFromBinary(std::string_view bytes, std::string& text);
+std::optional<FormFault> textFromBinary(std::string_view bytes, std::string& text);
 
 /// The source of a drawing with these bytes: those of a text drawing as they are, those of a binary one as
 /// text, with the bytes as they came beside it. Null, with the fault, where that cannot be.
-std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, BinaryFault& fault);
+std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, FormFault& fault);
 /// What the source's text was made from; null for a text drawing.
 const std::string* binaryBytesOf(const std::shared_ptr<const DrawingSource>& source);
 
@@ -50,6 +50,6 @@ std::size_t offsetOfBinaryGroup(std::string_view bytes, std::size_t number);
 ///
 /// eInvalidInput where a value is none of its code's kind, so that a damaged text drawing is not made a
 /// binary one that says something else; eBadDxfSequence for a code below 0 or above the published ones.
-std::optional<BinaryFault> binaryFromText(std::string_view text, DrawingVersion version, std::string& bytes);
+std::optional<FormFault> binaryFromText(std::string_view text, DrawingVersion version, std::string& bytes);
 
 } // namespace hostkit

@@ -271,7 +271,7 @@ Acad::ErrorStatus readDrawingFromMemory(AcDbDatabase& database, std::string byte
         if (!isFresh(database))
             return failBeforeReading(result, Acad::eInvalidInput,
                                      L"the drawing to read into holds something already", options);
-        BinaryFault fault;
+        FormFault fault;
         auto source = sourceFromBytes(std::move(bytes), fault);
         if (!source) return failBeforeReading(result, fault.status, fault.reason, options, fault.offset);
         if (DrawingReading(database, std::move(source), result, options).run())

@@ -94,7 +94,7 @@ bool giveCoding(const WriteOptions& options, const DrawingStyle& style, Output& 
         return true;
     }
     const std::string_view text = output.bytes();
-    const std::optional<BinaryFault> fault = binaryFromText(text, style.version, output.written);
+    const std::optional<FormFault> fault = binaryFromText(text, style.version, output.written);
     if (!fault) {
         output.asRead = nullptr;
         return true;
