@@ -49,7 +49,8 @@ struct BinaryClass {
 /// Reads records of one drawing; what it is given must outlive it.
 class RecordReading {
 public:
-    RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes);
+    RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes,
+                  std::string_view section = "AcDb:AcDbObjects");
 
     /// The record at the offset in the section of objects. False where nothing can be made of it: it goes
     /// past the section's end, or its parts past its own. `fields` is used again from one record to the next.
@@ -57,6 +58,9 @@ public:
     /// The same, of its common fields alone: for going over many records. `isKnown` and `isWhole` speak of
     /// these.
     [[nodiscard]] bool readCommon(std::size_t offset, RecordFields& fields);
+    /// The variables of the section "AcDb:Header", which must be the one that is read. False where the section
+    /// is too short for its own sizes; `isWhole` and `isSumRight` as of records.
+    [[nodiscard]] bool readHeader(RecordFields& fields);
     /// The number of the record's kind; 0 where none can be read.
     [[nodiscard]] unsigned typeAt(std::size_t offset) const;
     /// That of the common fields, with `isKnown` false, for a kind that has none.
@@ -76,6 +80,7 @@ private:
     friend class FieldReading;
 
     [[nodiscard]] bool findStreams(std::size_t offset, RecordFields& fields);
+    [[nodiscard]] bool findTexts(RecordFields& fields) const;
 
     const BinaryContainer& m_container;
     std::span<const BinaryClass> m_classes;

@@ -69,6 +69,13 @@ public:
         return true;
     }
 
+    void variables(const RecordFields& header, std::string& bytes) {
+        if (!header.isKnown || !header.layout->hasTranscript) return;
+        begin(header, bytes);
+        m_lines = header.layout->transcript.lines;
+        lines(0, m_lines.size());
+    }
+
     void opaque(const RecordFields& record, std::string_view name, const EntityPlace& place,
                 std::string& bytes) {
         begin(record, bytes);
@@ -398,6 +405,11 @@ private:
     }
 
     void reference(const Line& line, std::uint64_t target) {
+        if (line.conversion == Line::Conversion::arrow) {
+            std::string_view name = m_names.nameOf(target);
+            if (name.starts_with('_')) name.remove_prefix(1);
+            return text(line.code, name);
+        }
         if (line.conversion == Line::Conversion::name) {
             const std::string_view name = m_names.nameOf(target);
             const bool isOptional = line.presence == Line::Presence::unlessStandard;
@@ -658,6 +670,10 @@ RecordTranscription::~RecordTranscription() = default;
 
 bool RecordTranscription::append(const RecordFields& record, const EntityPlace& place, std::string& bytes) {
     return m_work->record(record, place, bytes);
+}
+
+void RecordTranscription::appendVariables(const RecordFields& header, std::string& bytes) {
+    m_work->variables(header, bytes);
 }
 
 void RecordTranscription::appendOpaque(const RecordFields& record, std::string_view name,

@@ -30,6 +30,7 @@ namespace hostkit {
 //   name                        a reference that the group tells by the name of its record; backwards the
 //   name LAYER                  kind tells where to look: LAYER LTYPE STYLE DIMSTYLE BLOCK_RECORD UCS VIEW
 //                               VPORT APPID, or MLINESTYLE, PLOTSTYLE and so on for dictionaries ACAD_...
+//   arrow                       a reference to a block of an arrow, by its name without the underscore
 //   color                       a colour of the long or short form, as this group and those 358 and 368 above
 //   indexcolor                  the same, as its index alone
 //   layercolor                  of "62 color,off": the same as color, below zero where the name behind is 1
@@ -72,5 +73,6 @@ extern const char* const tableTranscripts;      ///< records of tables
 extern const char* const objectTranscripts;     ///< dictionaries, layouts, styles and other objects
 extern const char* const leaderTranscripts;     ///< leaders and tables of several cells
 extern const char* const styleTranscripts;      ///< styles of leaders, tables and views, materials
+extern const char* const headerTranscripts;     ///< variables of the header
 
 } // namespace hostkit

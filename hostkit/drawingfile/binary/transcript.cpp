@@ -19,16 +19,17 @@ const Sources& allSources() {
     static const Sources sources = [] {
         Sources all;
         for (const char* text : {entityTranscripts, annotationTranscripts, tableTranscripts,
-                                 objectTranscripts, leaderTranscripts, styleTranscripts})
+                                 objectTranscripts, leaderTranscripts, styleTranscripts, headerTranscripts})
             addSources(text, all);
         return all;
     }();
     return sources;
 }
 
-constexpr std::array<std::pair<std::string_view, Line::Conversion>, 10> conversions{
+constexpr std::array<std::pair<std::string_view, Line::Conversion>, 11> conversions{
     {{"deg", Line::Conversion::degrees},
      {"name", Line::Conversion::name},
+     {"arrow", Line::Conversion::arrow},
      {"color", Line::Conversion::color},
      {"indexcolor", Line::Conversion::indexColor},
      {"layercolor", Line::Conversion::layerColor},
@@ -267,6 +268,7 @@ private:
         if (line.conversion == Line::Conversion::pieces)
             line.otherCode = static_cast<short>(numberOf(rest, 3));
         if (line.conversion == Line::Conversion::name) line.table = tableOf(rest, line.code);
+        if (line.conversion == Line::Conversion::arrow) line.table = "BLOCK_RECORD";
     }
 
     std::string_view tableOf(std::string_view told, int code) const {

@@ -42,6 +42,7 @@ struct TranscriptLine {
         none,
         degrees,
         name,
+        arrow,
         color,
         indexColor,
         layerColor,
