@@ -13,9 +13,9 @@ namespace hostkit {
 namespace {
 
 constexpr std::string_view bodySchema = "AcDb3DSolid_ASM_Data";
-constexpr std::string_view bodyColumn = "ASM_Data";
+constexpr std::string_view bodyColumn = "ASM_Data", pictureColumn = "Thumbnail_Data";
 constexpr std::size_t bytesOfLine = 127;
-constexpr std::int64_t usualSchema = 1; ///< where newSection puts the schema of bodies
+constexpr std::int64_t pictureSchema = 0, usualSchema = 1; ///< where newSection puts the schema of bodies
 
 /// A record of a body as it stands.
 struct StoredBody {
@@ -126,13 +126,13 @@ std::optional<std::string> bytesOf(const StoredBody& body) {
 }
 
 void appendRecord(std::int64_t schema, std::uint64_t handle, std::string_view data, const DrawingStyle& style,
-                  std::string& bytes) {
+                  std::string& bytes, std::string_view column = bodyColumn) {
     appendGroup(0, "ACDSRECORD", style, bytes);
     appendInteger(90, schema, style, bytes);
     appendGroup(2, "AcDbDs::ID", style, bytes);
     appendInteger(280, 10, style, bytes);
     appendHandle(320, handle, style, bytes);
-    appendGroup(2, bodyColumn, style, bytes);
+    appendGroup(2, column, style, bytes);
     appendInteger(280, 15, style, bytes);
     appendInteger(94, static_cast<std::int64_t>(data.size()), style, bytes);
     constexpr char digits[] = "0123456789ABCDEF";
@@ -188,7 +188,7 @@ void appendDataSchema(std::string_view index, std::string_view name, std::string
 }
 
 void appendSchemas(const DrawingStyle& style, std::string& bytes) {
-    appendDataSchema("0", "AcDb_Thumbnail_Schema", "Thumbnail_Data", style, bytes);
+    appendDataSchema("0", "AcDb_Thumbnail_Schema", pictureColumn, style, bytes);
     appendDataSchema("1", bodySchema, bodyColumn, style, bytes);
     appendColumns({{0, "ACDSSCHEMA"},
                    {90, "2"},
@@ -295,6 +295,14 @@ void editModelerStore(const AcDbDatabase& database, std::string_view source,
     appendDataSchema("6", bodySchema, bodyColumn, style, schema);
     edits.insert(store.firstRecord != 0 ? store.firstRecord : section->closing, schema);
     edits.insert(section->closing, added);
+}
+
+std::string modelerStoreOf(std::span<const ModelerStoreItem> items, const DrawingStyle& style) {
+    std::string records;
+    for (const ModelerStoreItem& item : items)
+        appendRecord(item.isPicture ? pictureSchema : usualSchema, item.handle, item.data, style, records,
+                     item.isPicture ? pictureColumn : bodyColumn);
+    return sectionOf(records, style);
 }
 
 std::string newModelerStore(const AcDbDatabase& database, const DrawingStyle& style) {

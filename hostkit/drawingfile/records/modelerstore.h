@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
 class AcDbDatabase;
@@ -26,6 +27,14 @@ void readModelerStore(AcDbDatabase& database, std::string_view section);
 void editModelerStore(const AcDbDatabase& database, std::string_view source,
                       const DrawingStructure& structure, const DrawingStyle& style,
                       const std::function<bool(std::uint64_t handle)>& leavesFile, ByteEdits& edits);
+
+struct ModelerStoreItem {
+    std::uint64_t handle = 0;
+    bool isPicture = false; ///< of a block or layout; else a body
+    std::string_view data;
+};
+/// A section with these records; empty without any.
+std::string modelerStoreOf(std::span<const ModelerStoreItem> items, const DrawingStyle& style);
 
 /// The whole section of a drawing that is written anew; empty where no body needs one.
 std::string newModelerStore(const AcDbDatabase& database, const DrawingStyle& style);

@@ -1,0 +1,276 @@
+#include "recordwriting.h"
+
+#include "groupscanner.h"
+#include "transcriptvalues.h"
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <system_error>
+#include <thread>
+
+namespace hostkit {
+
+namespace {
+
+using namespace recordtype;
+
+constexpr std::size_t itemsOfChunk = 2048;
+constexpr unsigned mostThreads = 16;
+const char* const objectsName = "AcDb:AcDbObjects";
+
+/// Some items' text, and where in it each one's is.
+struct Chunk {
+    struct Written {
+        MapIndex record;
+        std::uint32_t length;
+        bool isOpaque;
+    };
+    std::string text;
+    std::vector<Written> written;
+    std::vector<BinaryFault> faults;
+};
+
+std::wstring wide(std::string_view text) { return {text.begin(), text.end()}; }
+
+/// The offset of the first group of that code behind `from`; the end where there is none.
+std::size_t groupAt(std::string_view text, std::size_t from, int code) {
+    GroupScanner scanner(text, from);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup)
+        if (group.code == code) return scanner.offsetOf(group.start);
+    return text.size();
+}
+
+/// Writes records one after the other; a thread has its own.
+class RecordWriter {
+public:
+    RecordWriter(const WritingRules& rules, const TranscribedDrawing& drawing)
+        : m_rules(rules)
+        , m_reading(drawing.container, drawing.classes)
+        , m_transcription(m_reading, rules.order.names, rules.style) {}
+
+    void write(std::span<const RecordItem> items, Chunk& chunk) {
+        m_chunk = &chunk;
+        for (const RecordItem& item : items) write(item);
+    }
+
+private:
+    void write(const RecordItem& item) {
+        const OrderedBlock* const block =
+            item.block < m_rules.order.blocks.size() ? &m_rules.order.blocks[item.block] : nullptr;
+        if (item.record == noRecord) return;
+        const ObjectPlace& place = m_rules.order.places[item.record];
+        std::string& text = m_chunk->text;
+        const std::size_t before = text.size();
+        if (!m_reading.read(place.offset, m_fields)) return tell(item, L" cannot be read: it is left out");
+        if (m_fields.handle != place.handle) return tell(item, L" has another handle: it is left out");
+        if (!m_fields.isSumRight) tell(item, L": its checksum is wrong");
+        if (!isKindOfItem(item, block)) return;
+        if (m_fields.type == blockHeader && block) giveFullName(*block);
+        EntityPlace where;
+        if (block && m_fields.type != blockHeader) {
+            where.owner = block->handle;
+            where.isInPaper = block->isPaper;
+        }
+        const bool isWhole = m_transcription.append(m_fields, where, text);
+        if (!isWhole) {
+            if (m_fields.isKnown && !m_fields.isWhole)
+                tell(item, L" does not end where it has to: all but its head is left out");
+            m_transcription.appendOpaque(m_fields, nameOf(m_fields), where, text);
+        }
+        if (block && item.record == block->begin) completeBlock(*block, before);
+        if (item.viewport != 0) completeViewport(item.viewport, before);
+        m_chunk->written.push_back(
+            {item.record, static_cast<std::uint32_t>(text.size() - before), !isWhole});
+    }
+
+    /// A damaged record may call itself what the order does not know it as.
+    bool isKindOfItem(const RecordItem& item, const OrderedBlock*) {
+        if (m_fields.type == m_rules.order.types[item.record]) return true;
+        tell(item, L" is of two kinds: it is left out");
+        return false;
+    }
+
+    void tell(const RecordItem& item, std::wstring_view what) {
+        const ObjectPlace& place = m_rules.order.places[item.record];
+        std::string handle;
+        appendHandle(place.handle, handle);
+        std::wstring reason = L"record " + wide(handle);
+        if (m_fields.layout && m_fields.isKnown) reason += L" (" + wide(m_fields.layout->name) + L")";
+        m_chunk->faults.push_back({place.offset, objectsName, reason + std::wstring(what)});
+    }
+
+    std::string_view nameOf(const RecordFields& fields) const {
+        if (const BinaryClass* const own = m_reading.classOf(fields.type)) return own->dxfName;
+        if (fields.isKnown && fields.layout->hasTranscript) return fields.layout->transcript.recordName;
+        if (fields.isKnown) return fields.layout->name;
+        return fields.layout->isEntity ? "ACAD_PROXY_ENTITY" : "ACAD_PROXY_OBJECT";
+    }
+
+    void giveFullName(const OrderedBlock& block) {
+        std::uint16_t slot = 0;
+        if (!m_fields.layout->findSlot("name", slot)) return;
+        RecordValue name;
+        name.run = {block.name.data(), 0, block.name.size()};
+        m_fields.values.set(slot, name);
+    }
+
+    // What stands elsewhere
+
+    void insert(std::size_t at, std::string_view groups) { m_chunk->text.insert(at, groups); }
+
+    /// Flags, base point, path and description of a block are told by its table record; in the exchange form
+    /// by its opening record.
+    void completeBlock(const OrderedBlock& block, std::size_t begin) {
+        std::string groups, tail;
+        const DrawingStyle& style = m_rules.style;
+        const auto text = [&](int code, std::string_view value, std::string& bytes) {
+            appendCode(code, style, bytes);
+            appendEscaped(value, bytes);
+            bytes += style.newline;
+        };
+        RecordFields& header = m_header;
+        const bool hasHeader = block.header != noRecord &&
+                               m_reading.read(m_rules.order.places[block.header].offset, header) &&
+                               header.isKnown && header.type == blockHeader;
+        const std::size_t mark = m_chunk->text.find("AcDbBlockBegin", begin);
+        if (mark == std::string::npos) appendGroup(100, "AcDbBlockBegin", style, groups);
+        text(2, block.name, groups);
+        appendInteger(70, hasHeader ? flagsOf(header) : 0, style, groups);
+        const RecordValue* const base = hasHeader ? header.value("base") : nullptr;
+        for (int i = 0; i < 3; ++i) appendReal(10 + 10 * i, base ? base->real[i] : 0.0, style, groups);
+        text(3, block.name, groups);
+        const RecordValue* const path = hasHeader ? header.value("xrefpath") : nullptr;
+        text(1, path ? m_reading.text(*path) : std::string(), groups);
+        const RecordValue* const description = hasHeader ? header.value("description") : nullptr;
+        if (description && description->run.count != 0)
+            if (const std::string words = m_reading.text(*description); !words.empty())
+                text(4, words, groups);
+        // Its own transcript tells the name alone.
+        std::string& all = m_chunk->text;
+        const std::size_t name = begin + groupAt(std::string_view(all).substr(begin), 0, 2);
+        const std::size_t extended = begin + groupAt(std::string_view(all).substr(begin), 0, 1001);
+        if (name < extended) all.erase(name, groupEnd(name) - name);
+        insert(std::min(name, extended), groups);
+    }
+
+    std::size_t groupEnd(std::size_t at) const {
+        const std::string& text = m_chunk->text;
+        const std::size_t code = text.find('\n', at);
+        const std::size_t value = code == std::string::npos ? code : text.find('\n', code + 1);
+        return value == std::string::npos ? text.size() : value + 1;
+    }
+
+    static std::int64_t flagsOf(const RecordFields& header) {
+        const auto bit = [&](std::string_view name, std::int64_t mask) {
+            const RecordValue* const value = header.value(name);
+            return value && value->whole ? mask : 0;
+        };
+        return bit("anonymous", 1) | bit("hasatts", 2) | bit("isxref", 4) | bit("isoverlay", 8) |
+               bit("xdep", 16);
+    }
+
+    /// Viewports are numbered in their layout, and stacked in the same order.
+    void completeViewport(std::uint32_t number, std::size_t begin) {
+        constexpr std::int64_t offFlag = 0x20000;
+        const std::string_view own = std::string_view(m_chunk->text).substr(begin);
+        const std::size_t target = groupAt(own, 0, 12);
+        if (target == own.size() || groupAt(own, 0, 69) < own.size()) return;
+        const RecordValue* const status = m_fields.value("status");
+        const bool isOff = status && (status->whole & offFlag) != 0;
+        std::string groups;
+        appendInteger(68, isOff ? 0 : number, m_rules.style, groups);
+        appendInteger(69, number, m_rules.style, groups);
+        insert(begin + target, groups);
+    }
+
+    const WritingRules& m_rules;
+    RecordReading m_reading;
+    RecordTranscription m_transcription;
+    RecordFields m_fields, m_header;
+    Chunk* m_chunk = nullptr;
+};
+
+/// The chunks are taken one by one by whoever is free.
+class Crew {
+public:
+    Crew(const WritingRules& rules, std::span<const RecordItem> items, const TranscribedDrawing& drawing)
+        : m_rules(rules)
+        , m_items(items)
+        , m_drawing(drawing)
+        , m_chunks((items.size() + itemsOfChunk - 1) / itemsOfChunk) {}
+
+    std::vector<Chunk>& run() {
+        const unsigned machine = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
+        const std::size_t wanted = std::min<std::size_t>(m_rules.threads ? m_rules.threads : machine, m_chunks.size());
+        {
+            std::vector<std::jthread> threads;
+            try {
+                for (std::size_t i = 1; i < wanted; ++i) threads.emplace_back([this] { work(); });
+            } catch (const std::system_error&) {
+                // A machine that gives no more threads: those there do it all.
+            }
+            work();
+        }
+        if (m_failure) std::rethrow_exception(m_failure);
+        return m_chunks;
+    }
+
+private:
+    void work() noexcept {
+        try {
+            RecordWriter writer(m_rules, m_drawing);
+            for (std::size_t i = m_next++; i < m_chunks.size() && !m_hasFailed; i = m_next++) {
+                const std::size_t begin = i * itemsOfChunk;
+                writer.write(m_items.subspan(begin, std::min(itemsOfChunk, m_items.size() - begin)),
+                             m_chunks[i]);
+            }
+        } catch (...) {
+            if (!m_hasFailed.exchange(true)) m_failure = std::current_exception();
+        }
+    }
+
+    const WritingRules& m_rules;
+    std::span<const RecordItem> m_items;
+    const TranscribedDrawing& m_drawing;
+    std::vector<Chunk> m_chunks;
+    std::atomic<std::size_t> m_next = 0;
+    std::atomic<bool> m_hasFailed = false;
+    std::exception_ptr m_failure;
+};
+
+} // namespace
+
+std::vector<RecordItem> itemsOf(const DrawingOrder& order, std::size_t number) {
+    const OrderedBlock& block = order.blocks[number];
+    std::vector<RecordItem> items;
+    items.reserve(block.entities.size());
+    std::uint32_t viewports = 0;
+    for (const MapIndex record : block.entities) {
+        const bool isNumbered = block.isPaper && order.types[record] == viewport;
+        items.push_back({record, static_cast<std::uint32_t>(number), isNumbered ? ++viewports : 0});
+    }
+    return items;
+}
+
+void writeRecords(const WritingRules& rules, std::span<const RecordItem> items, std::string& text,
+                  TranscribedDrawing& drawing) {
+    Crew crew(rules, items, drawing);
+    for (Chunk& chunk : crew.run()) {
+        std::size_t at = text.size();
+        text += chunk.text;
+        for (const Chunk::Written& written : chunk.written) {
+            TranscribedRecord& record = drawing.records[written.record];
+            record.text = at;
+            record.length = written.length;
+            record.isOpaque = written.isOpaque;
+            at += written.length;
+        }
+        for (BinaryFault& fault : chunk.faults)
+            drawing.container.addFault(fault.offset, std::move(fault.section), std::move(fault.reason));
+        chunk = {};
+    }
+}
+
+} // namespace hostkit
