@@ -84,7 +84,7 @@ use TEXT-DATA
 [24+] RC version
 [32+] RC atttype
 [32+] if atttype > 1:
-  use EMBEDDED-MTEXT
+  use EMBEDDED-MTEXT as m
 TV tag
 BS fieldlen
 RC flags
@@ -94,7 +94,7 @@ use TEXT-DATA
 [24+] RC version
 [32+] RC atttype
 [32+] if atttype > 1:
-  use EMBEDDED-MTEXT
+  use EMBEDDED-MTEXT as m
 TV tag
 BS fieldlen
 RC flags
