@@ -84,7 +84,20 @@ private:
     }
 
     std::uint16_t slotOf(std::string_view name) {
+        if (std::uint16_t ordinate = 0; findOrdinate(name, ordinate)) return ordinate;
         return m_layout.addSlot(name == "INDEX" ? std::string(name) : m_prefix + std::string(name));
+    }
+    /// "ins.y" of a point that is a field.
+    bool findOrdinate(std::string_view name, std::uint16_t& slot) {
+        if (name.size() < 3 || name[name.size() - 2] != '.') return false;
+        const char letter = name.back();
+        const std::string point = m_prefix + std::string(name.substr(0, name.size() - 2));
+        if (letter < 'x' || letter > 'z' || !m_layout.findSlot(point, slot)) return false;
+        const RecordLayout::SlotField& field = m_layout.fieldAt(slot);
+        const int ordinate = letter - 'x';
+        if (!field.isField || ordinatesOf(field.code) <= ordinate) return false;
+        slot = static_cast<std::uint16_t>(slot + ordinate);
+        return true;
     }
     LayoutExpression expression(std::string_view text) {
         return LayoutExpression(text, [this](std::string_view name) { return slotOf(name); });

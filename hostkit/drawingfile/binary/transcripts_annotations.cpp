@@ -198,8 +198,6 @@ if !solid:
 10 center
 40 width
 41 height
-68 (viewport * ((status & 0x20000) == 0)) as g68
-69 (viewport) as g69
 12 viewcenter
 13 snapbase
 14 snapspace

@@ -61,10 +61,6 @@ use TEXT-END
 @ BLOCK
 100 AcDbBlockBegin
 2 name
-70 block.flags ~ 0
-10 block.basex,block.basey,block.basez ~ 0
-3 name
-1 block.path blockpath
 @ ENDBLK
 100 AcDbBlockEnd
 @ SEQEND
