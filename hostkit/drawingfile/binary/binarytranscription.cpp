@@ -27,7 +27,8 @@ public:
         for (const ObjectPlace& place : m_order.places)
             m_drawing.records.push_back({place.handle, place.offset});
         m_style.version = m_drawing.container.version;
-        m_style.text = DrawingText(isUtf8(m_style.version) ? CodePage::utf8 : codePageOf(m_drawing.container));
+        m_style.text =
+            DrawingText(isUtf8(m_style.version) ? CodePage::utf8 : codePageOf(m_drawing.container));
         appendHeaderSection(m_drawing, m_order.names, m_style, m_text);
         appendClassesSection(m_drawing, m_style, m_text);
         tables();
@@ -92,8 +93,8 @@ private:
         group(2, table.name);
         RecordFields control;
         RecordReading reading(m_drawing.container, m_drawing.classes);
-        const bool hasControl = table.control != noRecord &&
-                                reading.read(m_order.places[table.control].offset, control);
+        const bool hasControl =
+            table.control != noRecord && reading.read(m_order.places[table.control].offset, control);
         if (hasControl) head(control);
         group(100, "AcDbSymbolTable");
         appendInteger(70, static_cast<std::int64_t>(table.records.size()), m_style, m_text);
@@ -206,7 +207,8 @@ private:
         const std::vector<StoredData> all = readDataStore(m_drawing.container);
         std::vector<ModelerStoreItem> items;
         for (const StoredData& data : all)
-            items.push_back({data.handle, data.kind == "AcDb_Thumbnail_Schema",
+            items.push_back({data.handle,
+                             data.kind == "AcDb_Thumbnail_Schema",
                              {reinterpret_cast<const char*>(data.bytes.data()), data.bytes.size()}});
         m_text += modelerStoreOf(items, m_style);
     }
@@ -221,10 +223,9 @@ private:
 } // namespace
 
 const TranscribedRecord* TranscribedDrawing::find(std::uint64_t handle) const {
-    const auto found = std::lower_bound(records.begin(), records.end(), handle,
-                                        [](const TranscribedRecord& record, std::uint64_t wanted) {
-                                            return record.handle < wanted;
-                                        });
+    const auto found = std::lower_bound(
+        records.begin(), records.end(), handle,
+        [](const TranscribedRecord& record, std::uint64_t wanted) { return record.handle < wanted; });
     return found == records.end() || found->handle != handle ? nullptr : &*found;
 }
 

@@ -24,7 +24,7 @@ static_assert(sizeof(TranscribedRecord) == 32);
 struct TranscribedDrawing {
     BinaryContainer container; ///< its faults are all that was found by the transcription too
     std::vector<BinaryClass> classes;
-    RecordFields header; ///< its texts are bits of the section "AcDb:Header"
+    RecordFields header;                    ///< its texts are bits of the section "AcDb:Header"
     std::vector<TranscribedRecord> records; ///< by ascending handle
 
     /// Null where the map of objects has none of that handle.

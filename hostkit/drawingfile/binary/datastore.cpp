@@ -83,8 +83,9 @@ private:
         const std::size_t head = segmentHead + headOffset;
         const std::size_t at = std::size_t(longAt(segment, 36)) * 16 + longAt(segment, head + 16);
         if (segment.size() < head + recordHead || segment.size() < at + 4)
-            return m_container.addFault(segmentNumber < m_segments.size() ? m_segments[segmentNumber].offset : 0,
-                                        storeName, L"a record of the data store lies past the end of its segment");
+            return m_container.addFault(
+                segmentNumber < m_segments.size() ? m_segments[segmentNumber].offset : 0, storeName,
+                L"a record of the data store lies past the end of its segment");
         StoredData data;
         data.handle = longLongAt(segment, head + 8);
         if (schema < m_names.size()) data.kind = m_names[schema];

@@ -15,7 +15,7 @@ const char* const objectsName = "AcDb:AcDbObjects";
 struct TableKind {
     std::string_view name;
     unsigned control;
-    std::uint64_t DrawingRoots::* root;
+    std::uint64_t DrawingRoots::*root;
 };
 
 /// In the order of exchange files.
@@ -138,8 +138,7 @@ private:
         } else {
             claim(table.control);
             for (const char* const first : {"modelspace", "paperspace", "byblock", "bylayer"})
-                if (const std::uint64_t handle = m_fields.referenceTo(first))
-                    entry(kind, handle, table);
+                if (const std::uint64_t handle = m_fields.referenceTo(first)) entry(kind, handle, table);
             for (const RecordValue& entry : std::vector(m_fields.array("entries")))
                 if (const std::uint64_t handle = entry.reference.resolved(m_fields.handle))
                     this->entry(kind, handle, table);
@@ -151,8 +150,7 @@ private:
 
     MapIndex firstOf(unsigned type) const {
         const auto found = std::find(m_order.types.begin(), m_order.types.end(), type);
-        return found == m_order.types.end() ? noRecord
-                                            : static_cast<MapIndex>(found - m_order.types.begin());
+        return found == m_order.types.end() ? noRecord : static_cast<MapIndex>(found - m_order.types.begin());
     }
 
     void entry(const TableKind& kind, std::uint64_t handle, OrderedTable& table) {
@@ -282,9 +280,9 @@ private:
         while (handle != 0) {
             const MapIndex record = find(handle);
             if (record == noRecord || m_isClaimed[record] || !isEntity(record))
-                return m_container.addFault(
-                    record == noRecord ? 0 : m_order.places[record].offset, objectsName,
-                    L"the chain of entities breaks at record " + hexadecimal(handle));
+                return m_container.addFault(record == noRecord ? 0 : m_order.places[record].offset,
+                                            objectsName,
+                                            L"the chain of entities breaks at record " + hexadecimal(handle));
             const std::uint64_t following = nextOf(record);
             take(record);
             if (handle == last) return;
@@ -301,8 +299,7 @@ private:
     void entity(MapIndex record, OrderedBlock& block) {
         if (!isEntity(record)) return tell(record, L" stands among entities, but is none");
         if (!claim(record)) return tell(record, L" is named twice: it stays where it was named first");
-        if (isPart(m_order.types[record]))
-            return tell(record, L" stands in no sequence: it is left out");
+        if (isPart(m_order.types[record])) return tell(record, L" stands in no sequence: it is left out");
         block.entities.push_back(record);
         if (!kindOf(m_order.types[record]).hasSequence || !read(record)) return;
         sequence(record, block);
@@ -342,8 +339,9 @@ private:
             const unsigned type = m_order.types[i];
             if (isPart(type) || type == blockBegin || type == blockEnd) continue;
             OrderedBlock* const block = blockNamedBy(record);
-            tell(record, block ? L" is an entity that no block names: it stands at the end of the one it names"
-                               : L" is an entity whose block is missing: it is left out");
+            tell(record, block
+                             ? L" is an entity that no block names: it stands at the end of the one it names"
+                             : L" is an entity whose block is missing: it is left out");
             if (block) entity(record, *block);
         }
         for (std::size_t i = 0; i < m_order.places.size(); ++i)
@@ -370,8 +368,8 @@ private:
         if (root != noRecord && claim(root)) m_order.objects.push_back(root);
         for (std::size_t i = 0; i < m_order.places.size(); ++i) {
             const unsigned type = m_order.types[i];
-            const bool isLeftOut = type == 0 || m_isClaimed[i] || isOfTable(type) ||
-                                   type == viewportHeader || type == viewportHeaderControl;
+            const bool isLeftOut = type == 0 || m_isClaimed[i] || isOfTable(type) || type == viewportHeader ||
+                                   type == viewportHeaderControl;
             if (!isLeftOut && !isEntity(static_cast<MapIndex>(i)))
                 m_order.objects.push_back(static_cast<MapIndex>(i));
         }
@@ -429,8 +427,9 @@ private:
 } // namespace
 
 MapIndex DrawingOrder::find(std::uint64_t handle) const {
-    const auto found = std::lower_bound(places.begin(), places.end(), handle,
-                                        [](const ObjectPlace& place, std::uint64_t wanted) { return place.handle < wanted; });
+    const auto found = std::lower_bound(
+        places.begin(), places.end(), handle,
+        [](const ObjectPlace& place, std::uint64_t wanted) { return place.handle < wanted; });
     if (found == places.end() || found->handle != handle) return noRecord;
     return static_cast<MapIndex>(found - places.begin());
 }

@@ -1,4 +1,5 @@
-// Which records of a binary drawing stand where: tables, blocks with their entities in drawing order, objects.
+// Which records of a binary drawing stand where: tables, blocks with their entities in drawing order,
+// objects.
 #pragma once
 
 #include "objectmap.h"
@@ -37,7 +38,7 @@ struct OrderedBlock {
 /// nothing or to a record of another kind is told in the container. An entity that no list leads to is told
 /// and put at the end of the block that it names.
 struct DrawingOrder {
-    std::vector<ObjectPlace> places; ///< by ascending handle
+    std::vector<ObjectPlace> places;  ///< by ascending handle
     std::vector<std::uint16_t> types; ///< of the records, by place; 0 where none can be read
     std::vector<OrderedTable> tables; ///< in the order of exchange files
     std::vector<OrderedBlock> blocks; ///< model space first, then the active paper space

@@ -74,9 +74,8 @@ private:
 };
 
 void appendProperties(const BinaryContainer& container, const DrawingStyle& style, std::string& bytes) {
-    static constexpr std::array<std::string_view, 8> names{"$TITLE",       "$SUBJECT",        "$AUTHOR",
-                                                           "$KEYWORDS",    "$COMMENTS",       "$LASTSAVEDBY",
-                                                           "$REVISIONNUMBER", ""};
+    static constexpr std::array<std::string_view, 8> names{
+        "$TITLE", "$SUBJECT", "$AUTHOR", "$KEYWORDS", "$COMMENTS", "$LASTSAVEDBY", "$REVISIONNUMBER", ""};
     const ByteSpan section = container.section("AcDb:SummaryInfo");
     if (section.empty()) return;
     Properties properties(section, isUtf8(container.version));

@@ -101,8 +101,8 @@ private:
         const std::vector<RecordValue>* values = m_scope->findArray(step.slot);
         if (!values) values = before;
         const bool isRest = step.code == FieldCode::references;
-        const double told = isRest ? values ? static_cast<double>(values->size()) : 0.0
-                                   : step.count.value(m_values);
+        const double told =
+            isRest ? values ? static_cast<double>(values->size()) : 0.0 : step.count.value(m_values);
         const std::size_t count = told > 0 ? static_cast<std::size_t>(told) : 0;
         if (count > (values ? values->size() : 0)) {
             m_hasFailed = true;
@@ -123,8 +123,8 @@ private:
             return real(step, (value ? value : &nothing)->real);
         case ValueKind::text:
             return text(value && before && isSameText(value->run, before->run) ? before->run
-                        : value                                                    ? value->run
-                                                                                   : ValueRun{});
+                        : value                                                ? value->run
+                                                                               : ValueRun{});
         case ValueKind::bytes:
             return value ? rawBytes(value->run) : zeros(step.count.value(m_values));
         case ValueKind::color:
@@ -410,8 +410,7 @@ void RecordEncoding::finish(std::vector<std::uint8_t>& bytes) {
         m_data.append(m_text);
         if (count > 0x7FFF) m_data.rawShort(static_cast<std::uint16_t>(count >> 15));
         if (count > 0)
-            m_data.rawShort(
-                static_cast<std::uint16_t>(count > 0x7FFF ? (count & 0x7FFF) | 0x8000 : count));
+            m_data.rawShort(static_cast<std::uint16_t>(count > 0x7FFF ? (count & 0x7FFF) | 0x8000 : count));
         m_data.bit(count > 0);
     }
     if (m_form < 24) m_data.overwriteLong(m_sizeAt, static_cast<std::uint32_t>(m_data.position()));

@@ -15,8 +15,8 @@ public:
     explicit RecordEncoding(DrawingVersion version);
 
     /// A record that is changed: what `values` lack is as it was, references that still lead where they led
-    /// keep their codes, and a record without layout keeps its bits behind the common fields. Null: a new one.
-    /// Both must outlive what is written.
+    /// keep their codes, and a record without layout keeps its bits behind the common fields. Null: a new
+    /// one. Both must outlive what is written.
     void setOriginal(const RecordReading* reading, const RecordFields* record);
     /// Appends the record, from its size to its checksum, to `bytes`. False, with none appended, where the
     /// values cannot be a record: a loop has other passes than its count says.

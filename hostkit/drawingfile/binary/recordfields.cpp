@@ -434,8 +434,8 @@ bool RecordReading::read(std::size_t offset, RecordFields& fields) {
 
 bool RecordReading::readCommon(std::size_t offset, RecordFields& fields) {
     if (!findStreams(offset, fields)) return false;
-    fields.layout =
-        layoutOf(fields.type, fields.isKnown)->isEntity ? &m_layouts.commonEntity() : &m_layouts.commonObject();
+    fields.layout = layoutOf(fields.type, fields.isKnown)->isEntity ? &m_layouts.commonEntity()
+                                                                    : &m_layouts.commonObject();
     fields.isKnown = false;
     FieldReading(*this, fields).run();
     return true;
@@ -445,8 +445,7 @@ unsigned RecordReading::typeAt(std::size_t offset) const {
     BitReader reader(m_objects, offset * 8, m_objects.size() * 8);
     reader.modularShort();
     if (m_form >= 24) reader.unsignedModularChar();
-    const unsigned type =
-        m_form >= 24 ? reader.objectType() : static_cast<std::uint16_t>(reader.bitShort());
+    const unsigned type = m_form >= 24 ? reader.objectType() : static_cast<std::uint16_t>(reader.bitShort());
     return reader.failed() ? 0 : type;
 }
 
@@ -467,8 +466,8 @@ bool RecordReading::readHeader(RecordFields& fields) {
     if (m_form >= 21) {
         fields.dataBegin += 32;
         fields.referencesBegin = begin * 8 + longAt(m_objects, begin);
-        if (fields.referencesBegin <= fields.dataBegin + 16 || fields.referencesBegin > fields.referencesEnd ||
-            !findTexts(fields))
+        if (fields.referencesBegin <= fields.dataBegin + 16 ||
+            fields.referencesBegin > fields.referencesEnd || !findTexts(fields))
             return false;
     }
     fields.layout = m_layouts.byName("HEADER-VARS");
@@ -478,6 +477,16 @@ bool RecordReading::readHeader(RecordFields& fields) {
     variables.run();
     fields.isKnown = true;
     return true;
+}
+
+ByteSpan RecordReading::recordAt(std::size_t offset) const {
+    BitReader reader(m_objects, offset * 8, m_objects.size() * 8);
+    const std::size_t size = reader.modularShort();
+    if (m_form >= 24) (void)reader.unsignedModularChar();
+    constexpr std::size_t checksumSize = 2;
+    const std::size_t end = reader.position() / 8 + size + checksumSize;
+    if (reader.failed() || end > m_objects.size()) return {};
+    return m_objects.subspan(offset, end - offset);
 }
 
 const BinaryClass* RecordReading::classOf(unsigned type) const {

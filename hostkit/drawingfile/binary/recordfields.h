@@ -58,9 +58,11 @@ public:
     /// The same, of its common fields alone: for going over many records. `isKnown` and `isWhole` speak of
     /// these.
     [[nodiscard]] bool readCommon(std::size_t offset, RecordFields& fields);
-    /// The variables of the section "AcDb:Header", which must be the one that is read. False where the section
-    /// is too short for its own sizes; `isWhole` and `isSumRight` as of records.
+    /// The variables of the section "AcDb:Header", which must be the one that is read. False where the
+    /// section is too short for its own sizes; `isWhole` and `isSumRight` as of records.
     [[nodiscard]] bool readHeader(RecordFields& fields);
+    /// The bytes of the record with its size and its checksum; none where it goes past the section's end.
+    [[nodiscard]] ByteSpan recordAt(std::size_t offset) const;
     /// The number of the record's kind; 0 where none can be read.
     [[nodiscard]] unsigned typeAt(std::size_t offset) const;
     /// That of the common fields, with `isKnown` false, for a kind that has none.

@@ -58,6 +58,21 @@ public:
         extendedData();
     }
 
+    /// The variables of a header: each between its name and the next.
+    void variables(DrawingRecord& groups, const RecordLayout& layout, RecordScope& values) {
+        m_record = &groups;
+        m_layout = &layout;
+        m_values.assign(layout.slots, 0.0);
+        m_isSet.assign(layout.slots, 0);
+        m_isTaken.assign(groups.groups.size(), 0);
+        m_texts.clear();
+        m_outermost = {&values, nullptr};
+        m_frame = &m_outermost;
+        m_region = {0, 0};
+        m_lines = layout.transcript.lines;
+        lines(0, m_lines.size());
+    }
+
     // What native words read.
     int form() const override { return m_form; }
     const RecordNames& names() const override { return m_names; }
@@ -128,8 +143,10 @@ private:
     RecordValue& set(std::uint16_t slot) {
         static const RecordValue nothing;
         m_isSet[slot] = 1;
-        if (m_frame->scope->find(slot)) m_frame->scope->set(slot, nothing);
-        else return m_frame->scope->add(slot);
+        if (m_frame->scope->find(slot))
+            m_frame->scope->set(slot, nothing);
+        else
+            return m_frame->scope->add(slot);
         return const_cast<RecordValue&>(*m_frame->scope->find(slot));
     }
 
@@ -354,12 +371,26 @@ private:
     }
 
     void fixed(const Line& line) {
+        constexpr int variableCode = 9;
+        if (line.code == variableCode) return variable(line.text);
         for (std::size_t i = m_region.begin; i < m_region.end; ++i)
             if (m_record->groups[i].code == line.code && !m_isTaken[i] &&
                 withoutBlanks(m_record->groups[i].value) == line.text) {
                 m_isTaken[i] = 1;
                 return;
             }
+    }
+
+    void variable(std::string_view name) {
+        constexpr int variableCode = 9;
+        const std::vector<RecordGroup>& groups = m_record->groups;
+        m_region = {groups.size(), groups.size()};
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            if (groups[i].code != variableCode || withoutBlanks(groups[i].value) != name) continue;
+            m_region = {i + 1, i + 1};
+            while (m_region.end < groups.size() && groups[m_region.end].code != variableCode) ++m_region.end;
+            return;
+        }
     }
 
     void bits(const Line& line) {
@@ -412,8 +443,7 @@ private:
         const std::uint16_t countSlot = fieldOf(part.slot).countSlot;
         if (!countSlot) return;
         const auto count = static_cast<double>(values.size());
-        if (!m_isSet[countSlot] || m_values[countSlot] < count)
-            setValue(countSlot, kindOf(countSlot), count);
+        if (!m_isSet[countSlot] || m_values[countSlot] < count) setValue(countSlot, kindOf(countSlot), count);
     }
 
     void one(const Line& line) {
@@ -452,7 +482,8 @@ private:
         if (line.conversion == Line::Conversion::julian) return julian(line, values[0]);
         std::size_t next = 0;
         for (const Line::Part& part : line.parts) {
-            put(part, &values[next], std::min<std::size_t>(part.ordinates, 3 - std::min<std::size_t>(next, 3)));
+            put(part, &values[next],
+                std::min<std::size_t>(part.ordinates, 3 - std::min<std::size_t>(next, 3)));
             next += part.ordinates;
         }
     }
@@ -528,7 +559,9 @@ private:
         const RecordGroup* const group = takeGroup(line.code);
         if (!group && line.presence == Line::Presence::asItIs) return;
         std::uint64_t target = 0;
-        if (line.conversion == Line::Conversion::name)
+        if (line.conversion == Line::Conversion::arrow)
+            target = group ? arrowTarget(group->value) : 0;
+        else if (line.conversion == Line::Conversion::name)
             target = nameTarget(line.table, group ? group->value : std::string_view(line.text));
         else if (group)
             target = handleFromText(group->value).value_or(0);
@@ -542,6 +575,12 @@ private:
         return code >= 330 && code < 370 ? codes[static_cast<std::size_t>(code - 330) / 10] : 0;
     }
 
+    /// The blocks of the usual arrows have an underscore before the name that groups tell.
+    std::uint64_t arrowTarget(std::string_view name) {
+        if (name.empty()) return 0;
+        const std::uint64_t usual = nameTarget("BLOCK_RECORD", "_" + std::string(name));
+        return usual ? usual : nameTarget("BLOCK_RECORD", name);
+    }
     std::uint64_t nameTarget(std::string_view kind, std::string_view name) {
         if (name.find('^') == std::string_view::npos) return m_names.handleOf(kind, name);
         std::string text;
@@ -576,7 +615,8 @@ private:
                                 : valueOfIndex(color.index);
         }
         color.hasValue = true;
-        if (line.conversion == Line::Conversion::indexColor && isOriginal(line.parts[0].slot, color.index)) return;
+        if (line.conversion == Line::Conversion::indexColor && isOriginal(line.parts[0].slot, color.index))
+            return;
         if (m_form >= 18 || fieldOf(line.parts[0].slot).code == FieldCode::longColor) color.index = 0;
         place(line.parts[0]).color = color;
         m_values[line.parts[0].slot] = told;
@@ -646,7 +686,8 @@ private:
         std::uint16_t slot = 0;
         if (m_layout->findSlot("reactors", slot)) {
             std::vector<RecordValue>& reactors = m_frame->scope->array(slot);
-            for (const std::uint64_t reactor : m_head.reactors) reactors.emplace_back().reference = {0, reactor};
+            for (const std::uint64_t reactor : m_head.reactors)
+                reactors.emplace_back().reference = {0, reactor};
         }
         whole("noxdic", m_head.extensionDictionary == 0);
         link("xdic", m_head.extensionDictionary);
@@ -663,8 +704,10 @@ private:
         whole("nolinks", isBetween);
         link("prev", links.previous);
         link("next", links.next);
-        if (const RecordGroup* const layer = takeGroup(8)) link("layer", nameTarget("LAYER", layer->value));
-        else link("layer", nameTarget("LAYER", "0"));
+        if (const RecordGroup* const layer = takeGroup(8))
+            link("layer", nameTarget("LAYER", layer->value));
+        else
+            link("layer", nameTarget("LAYER", "0"));
         linetype();
         const RecordGroup* const material = takeGroup(347);
         ruled("matflags", "material", material ? handleFromText(material->value).value_or(0) : 0);
@@ -730,7 +773,8 @@ private:
             }
             if (clearness) {
                 color.hasTransparency = true;
-                color.transparency = static_cast<std::uint32_t>(static_cast<std::int64_t>(numberOf(*clearness)));
+                color.transparency =
+                    static_cast<std::uint32_t>(static_cast<std::int64_t>(numberOf(*clearness)));
             }
         }
         set(slot).color = color;
@@ -795,9 +839,11 @@ private:
         case 1005:
             return appendNumber(__builtin_bswap64(handleFromText(group.value).value_or(0)), 8, bytes);
         case 1070:
-            return appendNumber(static_cast<std::uint64_t>(static_cast<std::int64_t>(numberOf(group))), 2, bytes);
+            return appendNumber(static_cast<std::uint64_t>(static_cast<std::int64_t>(numberOf(group))), 2,
+                                bytes);
         case extendedLongCode:
-            return appendNumber(static_cast<std::uint64_t>(static_cast<std::int64_t>(numberOf(group))), 4, bytes);
+            return appendNumber(static_cast<std::uint64_t>(static_cast<std::int64_t>(numberOf(group))), 4,
+                                bytes);
         default:
             break;
         }
@@ -868,6 +914,11 @@ void RecordGathering::setOriginal(const RecordFields* record) { m_work->setOrigi
 void RecordGathering::gather(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
                              RecordScope& values) {
     m_work->run(record, layout, links, values);
+}
+
+void RecordGathering::gatherVariables(DrawingRecord& groups, const RecordLayout& layout,
+                                      RecordScope& values) {
+    m_work->variables(groups, layout, values);
 }
 
 } // namespace hostkit

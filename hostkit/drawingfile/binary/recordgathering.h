@@ -17,7 +17,7 @@ namespace hostkit {
 /// What a record tells of its place among others, where its groups tell it otherwise or not at all.
 struct RecordLinks {
     std::uint64_t owner = 0;
-    int entityMode = 0; ///< 0: the owner is stored; 1, 2: paper space, model space
+    int entityMode = 0;                   ///< 0: the owner is stored; 1, 2: paper space, model space
     std::uint64_t previous = 0, next = 0; ///< in the form 2000
     bool isInChain = false;               ///< of the form 2000: not a block's begin or end, or a sequence's
 };
@@ -39,6 +39,9 @@ public:
     /// without transcript gets the common fields alone.
     void gather(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
                 RecordScope& values);
+
+    /// The same of the variables of a header: `groups` are its groups, without a first group 0.
+    void gatherVariables(DrawingRecord& groups, const RecordLayout& layout, RecordScope& values);
 
 private:
     std::unique_ptr<class Gathering> m_work;

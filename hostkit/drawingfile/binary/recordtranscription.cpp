@@ -276,9 +276,7 @@ private:
     }
 
     /// A number that may be the standard.
-    void value(const Line& line, double value) {
-        numbers(line, {value}, 1);
-    }
+    void value(const Line& line, double value) { numbers(line, {value}, 1); }
 
     void bits(const Line& line) {
         std::int64_t sum = 0;
@@ -349,8 +347,8 @@ private:
             if (line.conversion == Line::Conversion::degrees) value = degreesFromRadians(value);
             if (line.conversion == Line::Conversion::weight) value = weightOfIndex(static_cast<int>(value));
         }
-        bool isStandard = line.presence == Line::Presence::unlessStandard && !line.parts.empty() &&
-                          !line.parts[0].isAll;
+        bool isStandard =
+            line.presence == Line::Presence::unlessStandard && !line.parts.empty() && !line.parts[0].isAll;
         for (std::size_t i = 0; i < count; ++i) isStandard = isStandard && values[i] == standardOf(line, i);
         if (isStandard) return;
         if (line.conversion == Line::Conversion::julian) {
@@ -429,7 +427,8 @@ private:
         const bool isStandard = line.presence == Line::Presence::unlessStandard && !isExact &&
                                 index == static_cast<int>(standardOf(line, 0));
         if (isStandard) return;
-        const bool isOff = line.conversion == Line::Conversion::layerColor && m_values[line.parts[1].slot] != 0.0;
+        const bool isOff =
+            line.conversion == Line::Conversion::layerColor && m_values[line.parts[1].slot] != 0.0;
         number(line.code, isOff ? -index : index);
         if (line.conversion == Line::Conversion::indexColor) return;
         if (isExact) number(line.code + trueColorShift, color.value & 0xFFFFFF);

@@ -81,8 +81,7 @@ private:
         }
         if (block && item.record == block->begin) completeBlock(*block, before);
         if (item.viewport != 0) completeViewport(item.viewport, before);
-        m_chunk->written.push_back(
-            {item.record, static_cast<std::uint32_t>(text.size() - before), !isWhole});
+        m_chunk->written.push_back({item.record, static_cast<std::uint32_t>(text.size() - before), !isWhole});
     }
 
     /// A damaged record may call itself what the order does not know it as.
@@ -203,7 +202,8 @@ public:
 
     std::vector<Chunk>& run() {
         const unsigned machine = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
-        const std::size_t wanted = std::min<std::size_t>(m_rules.threads ? m_rules.threads : machine, m_chunks.size());
+        const std::size_t wanted =
+            std::min<std::size_t>(m_rules.threads ? m_rules.threads : machine, m_chunks.size());
         {
             std::vector<std::jthread> threads;
             try {

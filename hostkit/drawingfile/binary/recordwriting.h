@@ -9,7 +9,7 @@ namespace hostkit {
 /// What a record stands in.
 struct RecordItem {
     MapIndex record = noRecord;
-    std::uint32_t block = ~0U; ///< of an entity: its block in the order
+    std::uint32_t block = ~0U;  ///< of an entity: its block in the order
     std::uint32_t viewport = 0; ///< of a viewport in a paper space: its number there, from 1
 };
 

@@ -49,7 +49,7 @@ public:
     virtual void setNumber(std::string_view name, double number) = 0;
     /// One more element of an array of references.
     virtual void addReference(std::string_view name, std::uint64_t handle, unsigned code) = 0;
-    virtual RecordScope& scope() = 0; ///< of the present pass of a loop
+    virtual RecordScope& scope() = 0;       ///< of the present pass of a loop
     virtual RecordScope& recordScope() = 0; ///< outside of all loops
     /// Null where no record is changed.
     [[nodiscard]] virtual const RecordScope* original() const = 0;

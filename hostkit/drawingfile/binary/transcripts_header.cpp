@@ -387,13 +387,13 @@ const char* const headerTranscripts = R"(
 70 PROXYGRAPHICS
 read celweight = FLAGS & 31
 9 '$CELWEIGHT'
-370 celweight weight
+370 celweight weight ~ -1
 9 '$ENDCAPS'
-280 ((FLAGS >> 5) & 3) as endcaps
+280 ((FLAGS >> 5) & 3) as endcaps ~ 0
 9 '$JOINSTYLE'
-280 ((FLAGS >> 7) & 3) as joinstyle
+280 ((FLAGS >> 7) & 3) as joinstyle ~ 0
 9 '$LWDISPLAY'
-290 ((FLAGS & 0x200) == 0) as lwdisplay
+290 ((FLAGS & 0x200) == 0) as lwdisplay ~ 0
 9 '$INSUNITS'
 70 INSUNITS
 9 '$HYPERLINKBASE'
@@ -401,23 +401,24 @@ read celweight = FLAGS & 31
 9 '$STYLESHEET'
 1 STYLESHEET
 9 '$XEDIT'
-290 ((FLAGS & 0x400) == 0) as xedit
+290 ((FLAGS & 0x400) == 0) as xedit ~ 1
 9 '$CEPSNTYPE'
 380 CEPSNTYPE
 9 '$CEPSNID' ? CEPSNTYPE == 3
 390 CPSNID ? CEPSNTYPE == 3
 9 '$PSTYLEMODE'
-290 ((FLAGS & 0x2000) != 0) as pstylemode
+290 ((FLAGS & 0x2000) != 0) as pstylemode ~ 1
 9 '$FINGERPRINTGUID'
 2 FINGERPRINTGUID
 9 '$VERSIONGUID'
 2 VERSIONGUID
 9 '$EXTNAMES'
-290 ((FLAGS & 0x800) != 0) as extnames
+290 ((FLAGS & 0x800) != 0) as extnames ~ 1
 9 '$PSVPSCALE'
 40 PSVPSCALE
 9 '$OLESTARTUP'
-290 ((FLAGS & 0x4000) != 0) as olestartup
+290 ((FLAGS & 0x4000) != 0) as olestartup ~ 0
+write FLAGS = celweight | endcaps << 5 | joinstyle << 7 | !lwdisplay << 9 | !xedit << 10 | extnames << 11 | pstylemode << 13 | olestartup << 14
 [18+] 9 '$SORTENTS'
 [18+] 280 SORTENTS
 [18+] 9 '$INDEXCTL'

@@ -96,7 +96,7 @@ public:
             return FormFault{Acad::eEndOfFile, group.offset, L"the file ends within a group: it was cut"};
         if (group.code < 0 || group.code > lastGroupCode)
             return FormFault{Acad::eBadDxfSequence, group.offset,
-                               L"a group code was expected, not " + std::to_wstring(group.code)};
+                             L"a group code was expected, not " + std::to_wstring(group.code)};
         return {};
     }
 
@@ -391,14 +391,14 @@ std::optional<FormFault> binaryFromText(std::string_view text, DrawingVersion ve
         const std::size_t offset = scanner.offsetOf(group.start);
         if (group.code < 0 || group.code > lastGroupCode)
             return FormFault{Acad::eBadDxfSequence, offset,
-                               std::to_wstring(group.code) + L" is no group code of the binary form"};
+                             std::to_wstring(group.code) + L" is no group code of the binary form"};
         carets.follow(group.code, withoutBlanks(group.value));
         std::string plain;
         if (carets.areIn(group.value)) group.value = plain = withoutBlanksBehindCarets(group.value);
         if (!writer.write(group))
             return FormFault{Acad::eInvalidInput, offset,
-                               L"'" + shownValue(group.value) + L"' is no value for group " +
-                                   std::to_wstring(group.code) + L" of the binary form"};
+                             L"'" + shownValue(group.value) + L"' is no value for group " +
+                                 std::to_wstring(group.code) + L" of the binary form"};
         if (group.is(0, "EOF")) break;
     }
     bytes = std::move(result);

@@ -1,0 +1,577 @@
+#include "drawingencoding.h"
+
+#include "binarytranscription.h"
+#include "drawingcompletion.h"
+#include "encodinglists.h"
+#include "headergathering.h"
+#include "recordchoice.h"
+#include "recordencoding.h"
+#include "recordgathering.h"
+#include "transcriptvalues.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <thread>
+
+namespace hostkit {
+namespace {
+
+constexpr unsigned firstClassNumber = 500;
+
+/// One record that is to be written.
+struct Job {
+    enum class Kind : std::uint8_t { plain, blockHeader, sequence, control };
+
+    OutlinedRecord record;
+    const RecordLayout* layout = nullptr; ///< null: it keeps its bits, or its data
+    unsigned type = 0;
+    Kind kind = Kind::plain;
+    RecordLinks links;
+    bool isPlaceKept = false;  ///< what it lists and what is beside it are as they were
+    std::size_t list = 0;      ///< of a block: its number; of a sequence: of its entity; of a control: of its table
+};
+
+/// The exchange form's tables with the records that hold them.
+struct ControlKind {
+    std::string_view table, layout, variable;
+};
+constexpr std::array<ControlKind, 9> controls{{{"BLOCK_RECORD", "BLOCK_CONTROL", "BLOCK_CONTROL"},
+                                               {"LAYER", "LAYER_CONTROL", "LAYER_CONTROL"},
+                                               {"STYLE", "STYLE_CONTROL", "STYLE_CONTROL"},
+                                               {"LTYPE", "LTYPE_CONTROL", "LTYPE_CONTROL"},
+                                               {"VIEW", "VIEW_CONTROL", "VIEW_CONTROL"},
+                                               {"UCS", "UCS_CONTROL", "UCS_CONTROL"},
+                                               {"VPORT", "VPORT_CONTROL", "VPORT_CONTROL"},
+                                               {"APPID", "APPID_CONTROL", "APPID_CONTROL"},
+                                               {"DIMSTYLE", "DIMSTYLE_CONTROL", "DIMSTYLE_CONTROL"}}};
+
+BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::uint8_t>(code), handle}; }
+
+} // namespace
+
+/// Makes the records of one drawing.
+class DrawingEncoding {
+public:
+    DrawingEncoding(std::string_view text, DrawingVersion version, unsigned codePage,
+                    const EncodingOriginal* original, EncodedDrawing& out)
+        : m_outline(text)
+        , m_version(version)
+        , m_form(static_cast<int>(version) % 100)
+        , m_codePage(codePage)
+        , m_layouts(RecordLayouts::of(version))
+        , m_original(original && original->drawing.container.version == version ? original : nullptr)
+        , m_out(out) {
+        if (m_original) m_before.emplace(m_original->text);
+    }
+
+    bool run() {
+        takeClasses();
+        leaveOutUnknown();
+        m_names = namesIn(m_outline);
+        m_lists = EncodingLists(m_outline, m_form);
+        if (m_before) m_listsBefore = EncodingLists(*m_before, m_form);
+        addTables();
+        for (std::size_t i = 0; i < m_outline.blocks.size(); ++i) addBlock(i);
+        for (const OutlinedRecord& object : m_outline.objects) add(object, {});
+        keepOthers();
+        if (!encodeAll()) return false;
+        header();
+        return true;
+    }
+
+private:
+    // Kinds
+
+    void takeClasses() {
+        if (m_original) m_out.classes = m_original->drawing.classes;
+        for (const OutlinedRecord& record : m_outline.classes) {
+            const std::string_view groups = record.in(m_outline.text);
+            BinaryClass made;
+            made.dxfName = valueIn(groups, 1);
+            if (classNumber(made.dxfName)) continue;
+            made.className = valueIn(groups, 2);
+            made.application = valueIn(groups, 3);
+            made.proxyFlags = static_cast<int>(integerFromText(valueIn(groups, 90)).value_or(0));
+            made.wasProxy = valueIn(groups, 280) == "1";
+            made.isEntity = valueIn(groups, 281) == "1";
+            addClass(std::move(made));
+        }
+        for (const std::string_view always : {"ACDBDICTIONARYWDFLT", "ACDBPLACEHOLDER", "LAYOUT"})
+            (void)ownClassNumber(always, false);
+    }
+
+    void addClass(BinaryClass made) {
+        made.number = firstClassNumber + static_cast<unsigned>(m_out.classes.size());
+        m_out.classes.push_back(std::move(made));
+    }
+
+    [[nodiscard]] unsigned classNumber(std::string_view name) const {
+        for (const BinaryClass& own : m_out.classes)
+            if (own.dxfName == name) return own.number;
+        return 0;
+    }
+
+    unsigned ownClassNumber(std::string_view name, bool isEntity) {
+        if (const unsigned number = classNumber(name)) return number;
+        addClass(usualClass(name, isEntity));
+        return m_out.classes.back().number;
+    }
+
+    /// Layouts and placeholders have numbers of the drawing's own in the form 2000.
+    unsigned typeOf(const RecordLayout& layout) {
+        constexpr unsigned placeholder = 80, sheet = 82;
+        if (m_form < 18 && layout.number == sheet) return ownClassNumber("LAYOUT", false);
+        if (m_form < 18 && layout.number == placeholder) return ownClassNumber("ACDBPLACEHOLDER", false);
+        return layout.number ? layout.number : ownClassNumber(layout.name, layout.isEntity);
+    }
+
+    // What is to be written
+
+    [[nodiscard]] const TranscribedRecord* originalOf(std::uint64_t handle) const {
+        return m_original ? m_original->drawing.find(handle) : nullptr;
+    }
+
+    /// False where the record cannot be written; it is listed then.
+    bool choose(Job& job, std::string_view owner = {}) {
+        const std::string_view groups = job.record.in(m_outline.text);
+        const TranscribedRecord* const before = originalOf(job.record.handle);
+        if (job.record.handle == 0) return leaveOut(groups, 0);
+        if (before && before->isOpaque) return true;
+        job.layout = layoutForGroups(m_layouts, groups, owner);
+        if (job.layout) {
+            job.type = typeOf(*job.layout);
+            return true;
+        }
+        return before || leaveOut(groups, job.record.handle);
+    }
+
+    bool leaveOut(std::string_view groups, std::uint64_t handle) {
+        const std::string_view kind = valueIn(groups, 0);
+        m_out.leftOut.add(std::wstring(kind.begin(), kind.end()), {}, handle);
+        return false;
+    }
+
+    /// Entities that cannot be written stand in no list of those that hold them.
+    void leaveOutUnknown() {
+        for (OutlinedBlock& block : m_outline.blocks)
+            std::erase_if(block.entities, [this](const OutlinedEntity& entity) {
+                Job job;
+                job.record = entity.record;
+                return !choose(job);
+            });
+    }
+
+    bool add(const OutlinedRecord& record, const RecordLinks& links) {
+        Job job;
+        job.record = record;
+        job.links = links;
+        job.isPlaceKept = true;
+        if (!choose(job)) return false;
+        m_jobs.push_back(job);
+        return true;
+    }
+
+    void addTables() {
+        for (std::size_t i = 0; i < m_outline.tables.size(); ++i) {
+            const OutlinedTable& table = m_outline.tables[i];
+            const auto kind = std::find_if(controls.begin(), controls.end(),
+                                           [&](const ControlKind& one) { return one.table == table.name; });
+            if (kind == controls.end()) continue;
+            addControl(table, kind->layout, i);
+            if (table.name == "BLOCK_RECORD") continue; // with their blocks
+            for (const OutlinedRecord& record : table.records) add(record, {});
+        }
+    }
+
+    void addControl(const OutlinedTable& table, std::string_view layout, std::size_t number) {
+        Job job;
+        job.record = table.head;
+        job.layout = m_layouts.byName(layout);
+        job.type = job.layout->number;
+        job.kind = Job::Kind::control;
+        job.list = number;
+        const OutlinedTable* const before = m_before ? m_before->table(table.name) : nullptr;
+        job.isPlaceKept =
+            before && std::equal(table.records.begin(), table.records.end(), before->records.begin(),
+                                 before->records.end(), [](const OutlinedRecord& a, const OutlinedRecord& b) {
+                                     return a.handle == b.handle;
+                                 });
+        m_jobs.push_back(job);
+    }
+
+    void addBlock(std::size_t number) {
+        const OutlinedBlock& block = m_outline.blocks[number];
+        const OutlinedRecord* const header = m_lists.blockRecord(block.handle);
+        if (!header) return;
+        const int mode = m_lists.modeOf(block.handle);
+        RecordLinks links;
+        links.entityMode = mode;
+        links.owner = mode == 0 ? block.handle : 0;
+        add(block.begin, links);
+        for (std::size_t i = 0; i < block.entities.size(); ++i) addEntity(block, i, links);
+        add(block.end, links);
+        Job job;
+        job.record = *header;
+        job.kind = Job::Kind::blockHeader;
+        job.list = number;
+        job.isPlaceKept = isBlockAsItWas(block);
+        if (choose(job)) m_jobs.push_back(job);
+    }
+
+    [[nodiscard]] bool isBlockAsItWas(const OutlinedBlock& block) const {
+        const OutlinedBlock* const before = m_before ? m_before->block(block.handle) : nullptr;
+        return before && before->begin.in(m_before->text) == block.begin.in(m_outline.text) &&
+               before->begin.handle == block.begin.handle && before->end.handle == block.end.handle &&
+               std::equal(block.entities.begin(), block.entities.end(), before->entities.begin(),
+                          before->entities.end(),
+                          [](const OutlinedEntity& a, const OutlinedEntity& b) {
+                              return a.record.handle == b.record.handle;
+                          }) &&
+               m_lists.insertsOf(block.handle) == m_listsBefore.insertsOf(block.handle);
+    }
+
+    void addEntity(const OutlinedBlock& block, std::size_t at, RecordLinks links) {
+        const OutlinedEntity& entity = block.entities[at];
+        Job job;
+        job.record = entity.record;
+        job.links = links;
+        m_lists.link(entity.record.handle, job.links);
+        job.isPlaceKept = !m_before || m_lists.isLinkedAs(m_listsBefore, entity.record.handle);
+        job.kind = entity.partCount ? Job::Kind::sequence : Job::Kind::plain;
+        job.list = entity.firstPart;
+        if (!choose(job)) return;
+        if (entity.partCount) {
+            job.isPlaceKept = job.isPlaceKept && m_before &&
+                              m_lists.partsOf(entity.record.handle) ==
+                                  m_listsBefore.partsOf(entity.record.handle);
+            addParts(entity);
+        }
+        m_jobs.push_back(job);
+    }
+
+    void addParts(const OutlinedEntity& entity) {
+        for (std::uint32_t i = 0; i < entity.partCount; ++i) {
+            Job job;
+            job.record = m_outline.parts[entity.firstPart + i];
+            job.links.owner = entity.record.handle;
+            m_lists.link(job.record.handle, job.links);
+            job.isPlaceKept = !m_before || m_lists.isLinkedAs(m_listsBefore, job.record.handle);
+            if (choose(job, entity.record.in(m_outline.text))) m_jobs.push_back(job);
+        }
+    }
+
+    /// Records that the exchange form has no place for: views of sheets in the form 2000.
+    void keepOthers() {
+        if (m_form >= 18) return;
+        constexpr unsigned viewportControl = 70, viewportHeader = 71;
+        bool hasControl = false;
+        if (m_original) {
+            const RecordReading reading(m_original->drawing.container, m_original->drawing.classes);
+            for (const TranscribedRecord& record : m_original->drawing.records) {
+                const unsigned type = reading.typeAt(record.offset);
+                if (type != viewportControl && type != viewportHeader) continue;
+                hasControl = hasControl || type == viewportControl;
+                if (type == viewportControl) m_viewportControl = record.handle;
+                Job job;
+                job.record.handle = record.handle;
+                m_jobs.push_back(job);
+            }
+        }
+        if (hasControl) return;
+        Job job;
+        job.layout = m_layouts.byName("VP_ENT_HDR_CONTROL");
+        job.type = viewportControl;
+        job.record.handle = m_viewportControl = takeHandle();
+        m_jobs.push_back(job);
+    }
+
+    std::uint64_t takeHandle() {
+        return m_lastHandle = std::max(m_lastHandle, m_outline.highestHandle()) + 1;
+    }
+
+    // Writing
+
+    struct Chunk {
+        std::vector<std::uint8_t> bytes;
+        std::vector<ObjectPlace> places;
+        std::size_t kept = 0;
+        std::vector<const Job*> failed;
+    };
+
+    bool encodeAll() {
+        constexpr std::size_t fewest = 20000; // a thread is not worth less
+        const std::size_t threads = std::clamp<std::size_t>(m_jobs.size() / fewest, 1,
+                                                            std::max(1U, std::thread::hardware_concurrency()));
+        std::vector<Chunk> chunks(threads);
+        const auto work = [&](std::size_t number) {
+            const std::size_t begin = m_jobs.size() * number / threads;
+            const std::size_t end = m_jobs.size() * (number + 1) / threads;
+            Worker worker(*this);
+            for (std::size_t i = begin; i < end; ++i) worker.write(m_jobs[i], chunks[number]);
+        };
+        std::vector<std::thread> others;
+        for (std::size_t i = 1; i < threads; ++i) others.emplace_back(work, i);
+        work(0);
+        for (std::thread& other : others) other.join();
+        return join(chunks);
+    }
+
+    bool join(std::vector<Chunk>& chunks) {
+        for (Chunk& chunk : chunks) {
+            for (ObjectPlace place : chunk.places) {
+                place.offset += m_out.objects.size();
+                m_out.places.push_back(place);
+            }
+            m_out.objects.insert(m_out.objects.end(), chunk.bytes.begin(), chunk.bytes.end());
+            m_out.recordsKept += chunk.kept;
+            for (const Job* const job : chunk.failed) leaveOut(job->record.in(m_outline.text), job->record.handle);
+        }
+        std::sort(m_out.places.begin(), m_out.places.end(),
+                  [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; });
+        const auto doubled = std::adjacent_find(
+            m_out.places.begin(), m_out.places.end(),
+            [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle == b.handle; });
+        if (doubled == m_out.places.end()) return true;
+        m_out.fault = L"two records have one handle";
+        return false;
+    }
+
+    /// What one thread writes records with.
+    class Worker {
+    public:
+        explicit Worker(const DrawingEncoding& owner)
+            : m_owner(owner)
+            , m_gathering(owner.m_version, owner.m_codePage, owner.m_names)
+            , m_encoding(owner.m_version) {
+            if (owner.m_original)
+                m_reading.emplace(owner.m_original->drawing.container, owner.m_original->drawing.classes);
+        }
+
+        void write(const Job& job, Chunk& chunk) {
+            const std::size_t offset = chunk.bytes.size();
+            const TranscribedRecord* const before = m_owner.originalOf(job.record.handle);
+            if (before && isAsItWas(job, *before) && copy(*before, chunk.bytes)) {
+                ++chunk.kept;
+            } else if (!encode(job, before, chunk.bytes)) {
+                chunk.failed.push_back(&job);
+                return;
+            }
+            chunk.places.push_back({job.record.handle, offset});
+        }
+
+    private:
+        [[nodiscard]] bool isAsItWas(const Job& job, const TranscribedRecord& before) const {
+            if (!job.record.isThere()) return true;
+            if (!job.isPlaceKept) return false;
+            // The head of a table tells how many records follow; those are looked at one by one.
+            if (job.kind == Job::Kind::control) return true;
+            return m_owner.m_original->text.substr(before.text, before.length) ==
+                   job.record.in(m_owner.m_outline.text);
+        }
+
+        bool copy(const TranscribedRecord& before, std::vector<std::uint8_t>& bytes) const {
+            const ByteSpan record = m_reading->recordAt(before.offset);
+            bytes.insert(bytes.end(), record.begin(), record.end());
+            return !record.empty();
+        }
+
+        bool encode(const Job& job, const TranscribedRecord* before, std::vector<std::uint8_t>& bytes) {
+            const bool hasFields = before && m_reading->read(before->offset, m_fields);
+            const RecordLayout* const layout = job.layout ? job.layout : hasFields ? m_fields.layout : nullptr;
+            if (!layout) return false;
+            const bool isSameKind = hasFields && m_fields.layout == layout;
+            m_gathering.setOriginal(isSameKind ? &m_fields : nullptr);
+            m_encoding.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
+            m_values.clear();
+            if (job.record.isThere()) {
+                const std::string_view text = m_owner.m_outline.text;
+                scanRecordAt(text, job.record.offset, job.record.length, m_record);
+                m_gathering.gather(m_record, *layout, job.links, m_values);
+            }
+            m_owner.addLists(job, *layout, m_values, m_texts);
+            return m_encoding.append(*layout, isSameKind ? m_fields.type : job.type, job.record.handle,
+                                     m_values, bytes);
+        }
+
+        const DrawingEncoding& m_owner;
+        RecordGathering m_gathering;
+        RecordEncoding m_encoding;
+        std::optional<RecordReading> m_reading;
+        RecordFields m_fields;
+        DrawingRecord m_record;
+        RecordScope m_values;
+        std::vector<std::string> m_texts;
+    };
+
+    // Lists of what a record holds
+
+    struct Values {
+        const RecordLayout& layout;
+        RecordScope& scope;
+
+        void whole(std::string_view name, std::int64_t value) {
+            RecordValue made;
+            made.whole = value;
+            put(name, made);
+        }
+        void reference(std::string_view name, std::uint64_t handle, unsigned code) {
+            RecordValue made;
+            made.reference = to(handle, code);
+            put(name, made);
+        }
+        void references(std::string_view name, const std::vector<std::uint64_t>& handles, unsigned code) {
+            std::uint16_t slot = 0;
+            if (!layout.findSlot(name, slot)) return;
+            std::vector<RecordValue>& all = scope.array(slot);
+            all.clear();
+            for (const std::uint64_t handle : handles) all.emplace_back().reference = to(handle, code);
+        }
+        void put(std::string_view name, const RecordValue& value) {
+            std::uint16_t slot = 0;
+            if (layout.findSlot(name, slot)) scope.set(slot, value);
+        }
+    };
+
+    void addLists(const Job& job, const RecordLayout& layout, RecordScope& scope,
+                  std::vector<std::string>& texts) const {
+        Values values{layout, scope};
+        switch (job.kind) {
+        case Job::Kind::control:
+            return controlLists(job, values);
+        case Job::Kind::blockHeader:
+            return blockLists(m_outline.blocks[job.list], values, texts);
+        case Job::Kind::sequence:
+            return sequenceLists(job, values);
+        default:
+            // An insert without attributes tells so.
+            values.whole("hasattr", 0);
+        }
+    }
+
+    void controlLists(const Job& job, Values& values) const {
+        const OutlinedTable& table = m_outline.tables[job.list];
+        std::vector<std::uint64_t> entries;
+        for (const OutlinedRecord& record : table.records) {
+            const std::string_view kind = m_lists.standsApart(table.name, record);
+            if (kind.empty())
+                entries.push_back(record.handle);
+            else
+                values.reference(kind, record.handle, 3);
+        }
+        values.whole("nentries", static_cast<std::int64_t>(entries.size()));
+        values.references("entries", entries, 2);
+    }
+
+    void blockLists(const OutlinedBlock& block, Values& values, std::vector<std::string>& texts) const {
+        std::vector<std::uint64_t> owned;
+        bool hasDefinitions = false;
+        for (const OutlinedEntity& entity : block.entities) {
+            owned.push_back(entity.record.handle);
+            hasDefinitions = hasDefinitions || valueIn(entity.record.in(m_outline.text), 0) == "ATTDEF";
+        }
+        const std::string_view begin = block.begin.in(m_outline.text);
+        blockFields(begin, m_lists.modeOf(block.handle) == 0, hasDefinitions, values, texts);
+        values.reference("block", block.begin.handle, 3);
+        values.reference("endblk", block.end.handle, 3);
+        values.whole("nowned", static_cast<std::int64_t>(owned.size()));
+        values.references("owned", owned, 3);
+        values.reference("first", owned.empty() ? 0 : owned.front(), 4);
+        values.reference("last", owned.empty() ? 0 : owned.back(), 4);
+        const std::vector<std::uint64_t>& inserts = m_lists.insertsOf(block.handle);
+        values.whole("ninserts", static_cast<std::int64_t>(inserts.size()));
+        values.references("inserts", inserts, 4);
+    }
+
+    /// What the exchange form tells with the block in place of its record.
+    static void blockFields(std::string_view begin, bool isNoSpace, bool hasDefinitions, Values& values,
+                            std::vector<std::string>& texts) {
+        constexpr int isReference = 4, isOverlay = 8;
+        const auto flags = integerFromText(valueIn(begin, 70)).value_or(0);
+        const std::string_view name = valueIn(begin, 2);
+        values.whole("anonymous", isNoSpace && name.starts_with('*') && !name.starts_with("*Paper_Space"));
+        values.whole("hasatts", hasDefinitions);
+        values.whole("isxref", (flags & isReference) != 0);
+        values.whole("isoverlay", (flags & isOverlay) != 0);
+        RecordValue base;
+        for (int i = 0; i < 3; ++i) base.real[i] = realFromText(valueIn(begin, 10 + 10 * i)).value_or(0.0);
+        values.put("base", base);
+        texts.clear();
+        texts.reserve(2);
+        for (const auto& [field, code] : {std::pair("xrefpath", 1), std::pair("description", 4)}) {
+            texts.emplace_back();
+            appendUnescaped(valueIn(begin, code), texts.back());
+            RecordValue run;
+            run.run = {texts.back().data(), 0, texts.back().size()};
+            values.put(field, run);
+        }
+    }
+
+    void sequenceLists(const Job& job, Values& values) const {
+        std::vector<std::uint64_t> held;
+        std::uint64_t end = 0;
+        for (const std::uint64_t part : m_lists.partsOf(job.record.handle)) {
+            if (m_lists.isSequenceEnd(part)) end = part;
+            else held.push_back(part);
+        }
+        const std::uint64_t first = held.empty() ? 0 : held.front(), last = held.empty() ? 0 : held.back();
+        values.whole("hasattr", !held.empty());
+        values.whole("nowned", static_cast<std::int64_t>(held.size()));
+        for (const std::string_view name : {"vertices", "attribs"}) values.references(name, held, 3);
+        for (const std::string_view name : {"firstvertex", "firstattrib"}) values.reference(name, first, 4);
+        for (const std::string_view name : {"lastvertex", "lastattrib"}) values.reference(name, last, 4);
+        values.reference("seqend", end, 3);
+    }
+
+    // The header
+
+    void header() {
+        BinaryHeader& header = m_out.header;
+        if (m_original) header = headerBefore();
+        gatherHeader(m_outline, m_version, m_codePage, m_names, header);
+        for (const ControlKind& kind : controls)
+            if (const OutlinedTable* const table = m_outline.table(kind.table))
+                header.values[std::string(kind.variable)] = HeaderReference{table->head.handle};
+        header.values["VP_ENT_HDR_CONTROL"] = HeaderReference{m_viewportControl};
+        for (const auto& [name, handle] : m_lists.roots()) header.values[name] = HeaderReference{handle};
+        std::uint64_t seed = m_out.places.empty() ? 1 : m_out.places.back().handle + 1;
+        seed = std::max({seed, m_lastHandle + 1, header.handle("HANDSEED")});
+        header.values["HANDSEED"] = HeaderReference{seed};
+        m_out.isMetric = headerValueIn(m_outline, "$MEASUREMENT") == "1";
+    }
+
+    [[nodiscard]] BinaryHeader headerBefore() const {
+        constexpr std::string_view section = "AcDb:Header";
+        const BinaryContainer& before = m_original->drawing.container;
+        BinaryContainer own; // of the one section: what is wrong with it has been told
+        own.version = before.version;
+        own.maintenance = before.maintenance;
+        own.codePage = before.codePage;
+        const ByteSpan bytes = before.section(section);
+        own.sections[std::string(section)].assign(bytes.begin(), bytes.end());
+        return readHeader(own);
+    }
+
+    ExchangeOutline m_outline;
+    DrawingVersion m_version;
+    int m_form;
+    unsigned m_codePage;
+    const RecordLayouts& m_layouts;
+    const EncodingOriginal* m_original;
+    std::optional<ExchangeOutline> m_before;
+    EncodedDrawing& m_out;
+    RecordNames m_names;
+    EncodingLists m_lists, m_listsBefore;
+    std::vector<Job> m_jobs;
+    std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
+};
+
+bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
+                   const EncodingOriginal* original, EncodedDrawing& encoded) {
+    const std::string whole = completedDrawing(text, version);
+    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, original,
+                           encoded)
+        .run();
+}
+
+} // namespace hostkit

@@ -1,0 +1,67 @@
+// What stands where in a drawing of the exchange form: sections, tables, blocks with their entities in order.
+#pragma once
+
+#include "drawingrecord.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace hostkit {
+
+/// A record by its place in the text.
+struct OutlinedRecord {
+    std::size_t offset = 0;
+    std::uint32_t length = 0;
+    std::uint64_t handle = 0;
+    std::uint64_t owner = 0;
+
+    [[nodiscard]] bool isThere() const { return length > 0; }
+    [[nodiscard]] std::string_view in(std::string_view text) const { return text.substr(offset, length); }
+};
+
+struct OutlinedEntity {
+    OutlinedRecord record;
+    std::uint32_t firstPart = 0, partCount = 0; ///< attributes, vertices and the end of the sequence
+};
+
+struct OutlinedTable {
+    std::string name; ///< "LAYER"
+    OutlinedRecord head;
+    std::vector<OutlinedRecord> records;
+};
+
+struct OutlinedBlock {
+    std::uint64_t handle = 0; ///< of its record in the table
+    OutlinedRecord begin, end;
+    std::vector<OutlinedEntity> entities;
+};
+
+/// An outline of a sound drawing with handles: one that this kit has written.
+struct ExchangeOutline {
+    std::string_view text;
+    std::size_t headerBegin = 0, headerEnd = 0; ///< of the variables' groups
+    std::vector<OutlinedRecord> classes;
+    std::vector<OutlinedTable> tables;
+    std::vector<OutlinedBlock> blocks;
+    std::vector<OutlinedRecord> parts, objects;
+    std::size_t storeBegin = 0, storeEnd = 0; ///< of the section of bodies
+
+    explicit ExchangeOutline(std::string_view text);
+
+    [[nodiscard]] const OutlinedTable* table(std::string_view name) const;
+    /// Of the record in the table of blocks; null where no block has it.
+    [[nodiscard]] const OutlinedBlock* block(std::uint64_t handle) const;
+    [[nodiscard]] std::uint64_t highestHandle() const { return m_highest; }
+
+private:
+    friend class Outlining;
+    std::uint64_t m_highest = 0;
+};
+
+/// The value of the first group of that code in a record's head or parts; empty where there is none.
+[[nodiscard]] std::string_view valueIn(std::string_view record, int code);
+
+} // namespace hostkit

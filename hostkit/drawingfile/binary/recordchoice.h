@@ -1,0 +1,15 @@
+// Which layout the groups of a record are written by.
+#pragma once
+
+#include "recordlayout.h"
+
+#include <string_view>
+
+namespace hostkit {
+
+/// Of the kind that `record`, its groups, begins with; a part of a sequence is told by the groups of its
+/// `owner`. Null for kinds that have no layout, or none that can be written from groups.
+[[nodiscard]] const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_view record,
+                                                  std::string_view owner = {});
+
+} // namespace hostkit
