@@ -1,6 +1,7 @@
 #include "binarycontainer.h"
 
 #include "binarychecksums.h"
+#include "sectionframe.h"
 
 #include <algorithm>
 #include <array>
@@ -47,6 +48,8 @@ bool openContainer(ByteSpan file, BinaryContainer& container) {
         return false;
     }
     container.maintenance = file[0x0B];
+    container.writer = static_cast<unsigned>(littleEndian(file, 0x11, 1));
+    container.writerMaintenance = static_cast<unsigned>(littleEndian(file, 0x12, 1));
     container.codePage = static_cast<unsigned>(littleEndian(file, 0x13, 2));
     using Opener = bool (*)(ByteSpan, BinaryContainer&);
     constexpr std::array<std::pair<std::string_view, Opener>, 6> openers{{{"AC1015", openContainer2000},
@@ -67,6 +70,21 @@ bool openContainer(ByteSpan file, BinaryContainer& container) {
 
 // --- The form 2000: sections at addresses in the file
 // ------------------------------------------------------------------
+
+namespace {
+
+/// From its mark to its end mark; nothing where the address leads to none.
+ByteSpan previewAt(ByteSpan file, std::size_t address) {
+    const ByteSpan head = partOf(file, address, previewMark.size() + 4);
+    if (address == 0 || head.size() < previewMark.size() + 4 ||
+        !std::equal(previewMark.begin(), previewMark.end(), head.begin()))
+        return {};
+    const std::size_t size = head.size() + longAt(head, previewMark.size()) + previewMark.size();
+    const ByteSpan preview = partOf(file, address, size);
+    return preview.size() < size ? ByteSpan() : preview;
+}
+
+} // namespace
 
 bool openContainer2000(ByteSpan file, BinaryContainer& container) {
     constexpr std::array names{"AcDb:Header",       "AcDb:Classes",  "AcDb:Handles",
@@ -89,6 +107,8 @@ bool openContainer2000(ByteSpan file, BinaryContainer& container) {
         container.sections[names[number]].assign(part.begin(), part.end());
     }
     container.sections["AcDb:AcDbObjects"].assign(file.begin(), file.end());
+    if (const ByteSpan preview = previewAt(file, longAt(file, 0x0D)); !preview.empty())
+        container.sections["AcDb:Preview"].assign(preview.begin(), preview.end());
     if (container.section("AcDb:Handles").empty()) {
         container.addFault(0x19, {}, L"the file has no map of its objects");
         return false;

@@ -22,11 +22,13 @@ struct BinaryFault {
 };
 
 /// A binary drawing of the forms 2000 to 2018 as its sections. In the form 2000 the section of objects is the
-/// whole file, since the map has addresses in it; in all others it is a section like others.
+/// whole file, since the map has addresses in it, and the preview a section though it stands outside of all;
+/// in all others these are sections like others.
 struct BinaryContainer {
     DrawingVersion version = DrawingVersion::k2000;
-    unsigned maintenance = 0; ///< of the form
-    unsigned codePage = 30;   ///< the format's own number; 30 is Windows-1252
+    unsigned maintenance = 0;                   ///< of the form
+    unsigned codePage = 30;                     ///< the format's own number; 30 is Windows-1252
+    unsigned writer = 0, writerMaintenance = 0; ///< release of the program that wrote it; 0: of none
     std::map<std::string, std::vector<std::uint8_t>, std::less<>> sections; ///< "AcDb:Header", ...
     std::vector<BinaryFault>
         faults; ///< a page that is damaged leaves zeros in its section; at most faultLimit

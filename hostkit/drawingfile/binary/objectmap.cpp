@@ -6,7 +6,7 @@
 namespace hostkit {
 namespace {
 
-constexpr std::size_t mostOfOnePart = 2032;
+constexpr std::size_t mostOfOnePart = 2032; // bytes of entries
 const char* const mapName = "AcDb:Handles";
 
 void readPart(ByteSpan part, std::size_t at, BinaryContainer& container, std::vector<ObjectPlace>& places) {
@@ -64,7 +64,7 @@ std::vector<std::uint8_t> writeObjectMap(std::span<const ObjectPlace> places) {
         BitWriter entry;
         entry.unsignedModularChar(place.handle - last.handle);
         entry.modularChar(static_cast<std::int64_t>(place.offset) - static_cast<std::int64_t>(last.offset));
-        if (part.bytes().size() + entry.bytes().size() + 2 > mostOfOnePart) {
+        if (part.bytes().size() + entry.bytes().size() > mostOfOnePart) {
             finish(part);
             part = entry = BitWriter();
             entry.unsignedModularChar(place.handle);

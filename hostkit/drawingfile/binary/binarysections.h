@@ -1,0 +1,60 @@
+// The small sections of binary drawings: properties, measurement, auxiliary header and what else each file
+// has.
+#pragma once
+
+#include "binaryheader.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace hostkit {
+
+/// The format's number of a code page, and its name as the exchange form has it ($DWGCODEPAGE). Empty, and 0,
+/// for what is not known. Upper and lower case are the same.
+[[nodiscard]] std::wstring_view codePageName(unsigned number);
+[[nodiscard]] unsigned codePageNumber(std::wstring_view name);
+
+/// A day of the Julian calendar and milliseconds of it, or days and milliseconds of a span.
+struct BinaryDate {
+    std::uint32_t day = 0, milliseconds = 0;
+    friend bool operator==(BinaryDate, BinaryDate) = default;
+};
+
+/// What the drawing tells about itself (section AcDb:SummaryInfo, from 2004 on).
+struct DrawingProperties {
+    std::wstring title, subject, author, keywords, comments, lastSavedBy, revision, hyperlinkBase;
+    BinaryDate editingTime, created, updated;
+    std::vector<std::pair<std::wstring, std::wstring>> custom; ///< name and value
+};
+
+/// Nothing where the drawing has none. What a damaged section tells is taken up to the damage, which is told
+/// in the container.
+[[nodiscard]] std::optional<DrawingProperties> readProperties(BinaryContainer& container);
+/// Texts end after 65534 characters, custom properties after 65535.
+[[nodiscard]] std::vector<std::uint8_t> writeProperties(const BinaryContainer& form,
+                                                        const DrawingProperties& properties);
+
+/// $MEASUREMENT, which stands in the section AcDb:Template alone: 0 imperial, 1 metric. 0 where it is
+/// missing.
+[[nodiscard]] int readMeasurement(const BinaryContainer& container);
+[[nodiscard]] std::vector<std::uint8_t> writeMeasurement(const BinaryContainer& form, int measurement);
+
+// What a file without them gets; the header tells dates and the handle seed.
+
+[[nodiscard]] std::vector<std::uint8_t> makeAuxHeader(const BinaryContainer& form,
+                                                      const BinaryHeader& header);
+[[nodiscard]] std::vector<std::uint8_t> makeFreeSpace(const BinaryContainer& form, const BinaryHeader& header,
+                                                      std::size_t objects);
+[[nodiscard]] std::vector<std::uint8_t> makeAppInfo();
+[[nodiscard]] std::vector<std::uint8_t> makeRevisionHistory();
+[[nodiscard]] std::vector<std::uint8_t> makeEmptyPreview();
+
+/// The preview as it stands at another address of the file: pictures in it are found by their addresses.
+/// Bytes that are no preview stay as they are.
+void movePreview(std::span<std::uint8_t> preview, std::size_t address);
+
+/// The number of the program's release that is customary for files of the form.
+[[nodiscard]] unsigned customaryWriter(DrawingVersion version);
+
+} // namespace hostkit
