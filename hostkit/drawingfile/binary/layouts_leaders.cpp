@@ -144,10 +144,24 @@ BS align
 CMCX textcolor
 CMCX fillcolor
 B fillon
-for 6:
-  BS blw
-  B bvis
-  CMCX bcolor
+BS topw
+B topv
+CMCX topc
+BS insidehw
+B insidehv
+CMCX insidehc
+BS bottomw
+B bottomv
+CMCX bottomc
+BS leftw
+B leftv
+CMCX leftc
+BS insidevw
+B insidevv
+CMCX insidevc
+BS rightw
+B rightv
+CMCX rightc
 [21+] BL datatype
 [21+] BL unittype
 [21+] TV format

@@ -163,7 +163,7 @@ BL n
 BS cloning
 RC hardowner
 TV names[n]
-H* items[n]
+H2 items[n]
 @ DICTIONARY 42 O
 use DICTIONARY-DATA
 @ GROUP 72 O

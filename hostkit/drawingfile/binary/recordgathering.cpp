@@ -47,6 +47,7 @@ public:
         m_texts.clear();
         m_outermost = {&values, nullptr};
         m_frame = &m_outermost;
+        m_arrays = &values;
         if (m_original && m_original->layout == &layout) loadOriginal();
         m_region = {1, record.extendedDataBegin};
         head(links);
@@ -178,7 +179,7 @@ private:
     }
 
     RecordValue& element(const Line::Part& part) {
-        std::vector<RecordValue>& values = m_frame->scope->array(part.slot);
+        std::vector<RecordValue>& values = m_arrays->array(part.slot);
         const auto index = static_cast<std::size_t>(m_values[m_layout->loopSlot]);
         if (values.size() <= index) values.resize(index + 1);
         return values[index];
@@ -258,6 +259,8 @@ private:
         const double outerIndex = m_values[m_layout->loopSlot];
         const Region outerRegion = m_region;
         const Frame* const outer = m_frame;
+        RecordScope* const outerArrays = m_arrays;
+        m_arrays = outer->scope;
         const bool isCounted = !line.countSlot || m_isSet[line.countSlot];
         const double told = line.condition.value(m_values);
         const std::size_t most = !isCounted ? m_record->groups.size()
@@ -279,6 +282,7 @@ private:
             if (line.hasLayoutLoop) m_isSet = isSetOutside;
         }
         m_region = outerRegion;
+        m_arrays = outerArrays;
         m_values[m_layout->loopSlot] = outerIndex;
         if (line.countSlot && (!isCounted || count != most))
             setValue(line.countSlot, kindOf(line.countSlot), static_cast<double>(count));
@@ -437,7 +441,7 @@ private:
         one(line);
         const Line::Part& part = line.parts[0];
         if (!part.isElement) return;
-        std::vector<RecordValue>& values = m_frame->scope->array(part.slot);
+        std::vector<RecordValue>& values = m_arrays->array(part.slot);
         const auto index = static_cast<std::size_t>(m_values[m_layout->loopSlot]);
         if (values.size() <= index) values.resize(index + 1); // null, where no group is
         const std::uint16_t countSlot = fieldOf(part.slot).countSlot;
@@ -565,14 +569,8 @@ private:
             target = nameTarget(line.table, group ? group->value : std::string_view(line.text));
         else if (group)
             target = handleFromText(group->value).value_or(0);
-        place(line.parts[0]).reference = {referenceCodeOf(line.code), target};
+        place(line.parts[0]).reference = {0, target};
         m_values[line.parts[0].slot] = static_cast<double>(target);
-    }
-
-    /// For references of which the layout tells no code: items of dictionaries.
-    static std::uint8_t referenceCodeOf(int code) {
-        constexpr std::array<std::uint8_t, 4> codes{4, 5, 2, 3}; // of 330, 340, 350, 360
-        return code >= 330 && code < 370 ? codes[static_cast<std::size_t>(code - 330) / 10] : 0;
     }
 
     /// The blocks of the usual arrows have an underscore before the name that groups tell.
@@ -896,6 +894,7 @@ private:
     Region m_region;
     Frame m_outermost{};
     const Frame* m_frame = nullptr;
+    RecordScope* m_arrays = nullptr; ///< outside of the innermost loop: its arrays have an element for a pass
     std::span<const Line> m_lines;
     std::vector<double> m_values;
     std::vector<char> m_isSet;   ///< by slot: a group or a line has told it

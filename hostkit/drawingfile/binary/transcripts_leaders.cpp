@@ -13,6 +13,9 @@ for nse:
   12 e
 write nbreakinfo = nse > 0
 91 lineindex
+[24+] new ltypeov = 1
+[24+] new lcolor = 0xC1000000
+[24+] new llweight = -2
 [24+] 170 ltypeov ?> ovflags & 1
 [24+] 92 lcolor longcolor ?> ovflags & 2
 [24+] 340 lltype ?> ovflags & 4

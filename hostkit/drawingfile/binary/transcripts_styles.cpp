@@ -62,25 +62,24 @@ const char* const styleTranscripts = R"(
 [21+] 90 datatype ~ 512
 [21+] 91 unittype
 [21+] 1 format
-for 6:
-  274 blw ? INDEX == 0
-  284 bvis ? INDEX == 0
-  64 bcolor color ? INDEX == 0
-  275 blw ? INDEX == 1
-  285 bvis ? INDEX == 1
-  65 bcolor color ? INDEX == 1
-  276 blw ? INDEX == 2
-  286 bvis ? INDEX == 2
-  66 bcolor color ? INDEX == 2
-  277 blw ? INDEX == 3
-  287 bvis ? INDEX == 3
-  67 bcolor color ? INDEX == 3
-  278 blw ? INDEX == 4
-  288 bvis ? INDEX == 4
-  68 bcolor color ? INDEX == 4
-  279 blw ? INDEX == 5
-  289 bvis ? INDEX == 5
-  69 bcolor color ? INDEX == 5
+274 topw ~ -2
+284 topv ~ 1
+64 topc color ~ 0
+275 insidehw ~ -2
+285 insidehv ~ 1
+65 insidehc color ~ 0
+276 bottomw ~ -2
+286 bottomv ~ 1
+66 bottomc color ~ 0
+277 leftw ~ -2
+287 leftv ~ 1
+67 leftc color ~ 0
+278 insidevw ~ -2
+288 insidevv ~ 1
+68 insidevc color ~ 0
+279 rightw ~ -2
+289 rightv ~ 1
+69 rightc color ~ 0
 @ TABLESTYLE
 [24+] none
 100 AcDbTableStyle
