@@ -198,6 +198,9 @@ for ncs:
   300 csname
   309 'CELLSTYLE_END'
 @ VALUE
+use VALUE-BODY
+[21+] 304 'ACVALUE_END'
+@ VALUE-BODY
 [21+] 93 vflags
 90 vtype
 [-18] read vflags = 0
@@ -214,7 +217,6 @@ if !(vflags & 1):
 [21+] 94 units
 [21+] 300 vformat
 [21+] 302 vstring
-[21+] 304 'ACVALUE_END'
 @ CUSTOM-DATA
 301 'CUSTOMDATA'
 1 'DATAMAP_BEGIN'
@@ -326,12 +328,74 @@ for nmerged:
 340 tablestyle
 @ ACAD_TABLE
 100 AcDbBlockReference
-2 block name
-10 ins
+use INSERT-PLACE
 50 rotation deg = 0
 210 ext = 0,0,1
 100 AcDbTable
 [-21] use TABLE-2004
+[24+] use TABLE-2010
+@ TABLE-2010
+forwards:
+  280 (0)
+  342 tablestyle
+  343 block
+  11 hdir
+  90 (22)
+  91 nrows
+  92 ncols
+  93 (0)
+  94 (0)
+  95 (0)
+  96 (0)
+  for nrows:
+    141 rheight
+  for ncols:
+    142 cwidth
+  for nrows:
+    read row = INDEX
+    for ncells:
+      read column = INDEX
+      read inside = 0
+      read wide = 1
+      read high = 1
+      for nmerged:
+        read here = mtop == row && mleft == column
+        read wide = wide + here * (mright - mleft)
+        read high = high + here * (mbottom - mtop)
+        read within = row >= mtop && row <= mbottom && column >= mleft && column <= mright
+        read inside = inside || (within && !here)
+      use TABLE-2010-CELL
+@ TABLE-2010-CELL
+read first = 0
+for ncontent:
+  if INDEX == 0:
+    read first = kind
+171 (1 + (first == 4))
+172 (0)
+173 (inside)
+174 (0)
+175 (wide)
+176 (high)
+91 (0)
+178 (0)
+145 (0)
+for ncontent:
+  if INDEX == 0 && kind == 4:
+    340 blockref
+    144 (1)
+    179 (0)
+92 (0)
+301 'CELL_VALUE'
+for ncontent:
+  if INDEX == 0 && kind == 1:
+    use VALUE-BODY
+if first != 1:
+  93 (7)
+  90 (0)
+  94 (0)
+  300 ''
+  302 ''
+304 'ACVALUE_END'
 @ TABLE-CELL
 171 ctype ~ 1
 172 edges
