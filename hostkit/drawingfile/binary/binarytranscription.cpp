@@ -11,8 +11,6 @@ namespace hostkit {
 
 namespace {
 
-const char* const headerName = "AcDb:Header";
-
 class DrawingTranscription {
 public:
     DrawingTranscription(TranscribedDrawing& drawing, std::string& text, unsigned threads)
@@ -21,7 +19,7 @@ public:
         , m_threads(threads) {}
 
     void run() {
-        readHeader();
+        m_drawing.header = readHeader(m_drawing.container);
         m_drawing.classes = readClasses(m_drawing.container);
         m_order = orderOf(m_drawing.container, m_drawing.classes, roots());
         for (const ObjectPlace& place : m_order.places)
@@ -40,21 +38,8 @@ public:
     }
 
 private:
-    void readHeader() {
-        BinaryContainer& container = m_drawing.container;
-        RecordReading reading(container, {}, headerName);
-        RecordFields& header = m_drawing.header;
-        if (!reading.readHeader(header)) {
-            header = {};
-            return container.addFault(0, headerName, L"the variables of the header cannot be read");
-        }
-        if (!header.isSumRight) container.addFault(16, headerName, L"the checksum of the header is wrong");
-        if (!header.isWhole)
-            container.addFault(header.dataBegin / 8, headerName, L"the variables of the header end early");
-    }
-
     DrawingRoots roots() const {
-        const auto handle = [&](std::string_view name) { return m_drawing.header.referenceTo(name); };
+        const auto handle = [&](std::string_view name) { return m_drawing.header.handle(name); };
         DrawingRoots roots;
         roots.blocks = handle("BLOCK_CONTROL");
         roots.layers = handle("LAYER_CONTROL");

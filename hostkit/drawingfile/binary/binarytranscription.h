@@ -2,6 +2,7 @@
 // made from the records; leaves out what the records mean.
 #pragma once
 
+#include "binaryheader.h"
 #include "recordfields.h"
 
 #include <cstdint>
@@ -24,7 +25,7 @@ static_assert(sizeof(TranscribedRecord) == 32);
 struct TranscribedDrawing {
     BinaryContainer container; ///< its faults are all that was found by the transcription too
     std::vector<BinaryClass> classes;
-    RecordFields header;                    ///< its texts are bits of the section "AcDb:Header"
+    BinaryHeader header;
     std::vector<TranscribedRecord> records; ///< by ascending handle
 
     /// Null where the map of objects has none of that handle.

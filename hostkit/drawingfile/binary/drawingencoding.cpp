@@ -527,7 +527,7 @@ private:
 
     void header() {
         BinaryHeader& header = m_out.header;
-        if (m_original) header = headerBefore();
+        if (m_original) header = m_original->drawing.header;
         gatherHeader(m_outline, m_version, m_codePage, m_names, header);
         for (const ControlKind& kind : controls)
             if (const OutlinedTable* const table = m_outline.table(kind.table))
@@ -538,18 +538,6 @@ private:
         seed = std::max({seed, m_lastHandle + 1, header.handle("HANDSEED")});
         header.values["HANDSEED"] = HeaderReference{seed};
         m_out.isMetric = headerValueIn(m_outline, "$MEASUREMENT") == "1";
-    }
-
-    [[nodiscard]] BinaryHeader headerBefore() const {
-        constexpr std::string_view section = "AcDb:Header";
-        const BinaryContainer& before = m_original->drawing.container;
-        BinaryContainer own; // of the one section: what is wrong with it has been told
-        own.version = before.version;
-        own.maintenance = before.maintenance;
-        own.codePage = before.codePage;
-        const ByteSpan bytes = before.section(section);
-        own.sections[std::string(section)].assign(bytes.begin(), bytes.end());
-        return readHeader(own);
     }
 
     ExchangeOutline m_outline;

@@ -1,8 +1,10 @@
 #include "headertext.h"
 
 #include "recordtranscription.h"
+#include "recordlayout.h"
 #include "transcriptvalues.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -105,12 +107,39 @@ int measurementOf(const BinaryContainer& container) {
     return static_cast<int>(littleEndian(section, at, 2));
 }
 
-/// The section of the auxiliary header has the maintenance number in full; the head of the file a byte of it.
+/// From 2018 on the number has more than the byte that the file's head has for it.
 unsigned maintenanceOf(const BinaryContainer& container) {
     const ByteSpan section = container.section("AcDb:AuxHeader");
-    const bool isLong = container.version >= DrawingVersion::k2018;
-    return section.size() < 9 ? container.maintenance
-                              : static_cast<unsigned>(littleEndian(section, 5, isLong ? 4 : 2));
+    const bool isLong = container.version >= DrawingVersion::k2018 && section.size() >= 9;
+    return isLong ? longAt(section, 5) : container.maintenance;
+}
+
+/// The variables as fields of their layout. Texts stay those of the header.
+void fieldsOfHeader(const BinaryHeader& header, DrawingVersion version, RecordFields& fields) {
+    fields.layout = RecordLayouts::of(version).byName("HEADER-VARS");
+    fields.isKnown = fields.isWhole = true;
+    for (const auto& [name, value] : header.values) {
+        std::uint16_t slot = 0;
+        if (!fields.layout->findSlot(name, slot)) continue;
+        RecordValue field;
+        if (const auto* const whole = std::get_if<std::int64_t>(&value)) field.whole = *whole;
+        if (const auto* const real = std::get_if<double>(&value)) field.real[0] = *real;
+        if (const auto* const point = std::get_if<std::array<double, 3>>(&value))
+            std::copy(point->begin(), point->end(), field.real);
+        if (std::holds_alternative<std::string>(value)) {
+            const std::string_view text = header.text(name);
+            field.run = {text.data(), 0, text.size()};
+        }
+        if (const auto* const color = std::get_if<HeaderColor>(&value)) {
+            field.color = {};
+            field.color.index = color->index;
+            field.color.value = color->value;
+            field.color.hasValue = version >= DrawingVersion::k2004;
+        }
+        if (const auto* const reference = std::get_if<HeaderReference>(&value))
+            field.reference = {0, reference->handle};
+        fields.values.add(slot) = field;
+    }
 }
 
 } // namespace
@@ -137,8 +166,10 @@ void appendHeaderSection(const TranscribedDrawing& drawing, const RecordNames& n
     appendProperties(container, style, bytes);
 
     std::string variables, measurement;
-    const RecordReading reading(container, drawing.classes, "AcDb:Header");
-    RecordTranscription(reading, names, style).appendVariables(drawing.header, variables);
+    RecordFields fields;
+    fieldsOfHeader(drawing.header, container.version, fields);
+    const RecordReading reading(container, drawing.classes);
+    RecordTranscription(reading, names, style).appendVariables(fields, variables);
     appendGroup(variableCode, "$MEASUREMENT", style, measurement);
     appendInteger(70, measurementOf(container), style, measurement);
     std::string behind;

@@ -23,9 +23,6 @@ public:
         m_values.assign(out.layout->slots, 0.0);
     }
 
-    /// They stand among the other values, as in the header of the first forms.
-    void takeReferencesFromData() { m_referenceStream = &m_data; }
-
     void run() {
         steps(0, m_out.layout->steps.size());
         const bool hasFailed = m_failed || m_data.failed() || m_text.failed() || m_references.failed();
@@ -334,7 +331,7 @@ private:
     }
 
     void reference(const LayoutStep& step) {
-        const BinaryHandle handle = m_referenceStream->handle();
+        const BinaryHandle handle = m_references.handle();
         add(step).reference = handle;
         m_out.references.push_back(handle);
         set(step.slot, static_cast<double>(handle.value));
@@ -356,19 +353,17 @@ private:
     RecordFields& m_out;
     std::vector<double>& m_values;
     BitReader m_data, m_text, m_references;
-    BitReader* m_referenceStream = &m_references;
     RecordScope* m_scope;
     std::vector<RecordValue>* m_array = nullptr; ///< of the field that repeats
     bool m_held = false;                         ///< the last condition
     bool m_failed = false;
 };
 
-RecordReading::RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes,
-                             std::string_view section)
+RecordReading::RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes)
     : m_container(container)
     , m_classes(classes)
     , m_layouts(RecordLayouts::of(container.version))
-    , m_objects(container.section(section))
+    , m_objects(container.section("AcDb:AcDbObjects"))
     , m_form(static_cast<int>(container.version) % 100) {}
 
 const RecordLayout* RecordReading::layoutOf(unsigned type, bool& isKnown) const {
@@ -404,11 +399,6 @@ bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
         return false;
     fields.dataEnd = fields.textBegin = fields.textEnd = fields.referencesBegin;
     if (m_form < 21) return true;
-    return findTexts(fields);
-}
-
-/// The texts stand behind the other data, the number of their bits behind them, a mark at the end.
-bool RecordReading::findTexts(RecordFields& fields) const {
     const std::size_t flagAt = fields.referencesBegin - 1;
     fields.dataEnd = fields.textBegin = fields.textEnd = flagAt;
     if (!BitReader(m_objects, flagAt, flagAt + 1).bit()) return true;
@@ -447,36 +437,6 @@ unsigned RecordReading::typeAt(std::size_t offset) const {
     if (m_form >= 24) reader.unsignedModularChar();
     const unsigned type = m_form >= 24 ? reader.objectType() : static_cast<std::uint16_t>(reader.bitShort());
     return reader.failed() ? 0 : type;
-}
-
-bool RecordReading::readHeader(RecordFields& fields) {
-    fields.handle = fields.type = 0;
-    fields.values.clear();
-    fields.references.clear();
-    constexpr std::size_t mark = 16;
-    std::size_t begin = mark + 4;
-    if (m_form >= 32 || (m_form >= 24 && m_container.maintenance > 3)) begin += 4;
-    const std::size_t size = longAt(m_objects, mark);
-    if (m_objects.size() < begin + 4 + 2 || size > m_objects.size() - begin - 2) return false;
-    const ByteSpan summed = m_objects.subspan(mark, begin - mark + size);
-    fields.isSumRight = checksum16(summed) == littleEndian(m_objects, begin + size, 2);
-    fields.dataBegin = begin * 8;
-    fields.referencesEnd = (begin + size) * 8;
-    fields.dataEnd = fields.referencesBegin = fields.textBegin = fields.textEnd = fields.referencesEnd;
-    if (m_form >= 21) {
-        fields.dataBegin += 32;
-        fields.referencesBegin = begin * 8 + longAt(m_objects, begin);
-        if (fields.referencesBegin <= fields.dataBegin + 16 ||
-            fields.referencesBegin > fields.referencesEnd || !findTexts(fields))
-            return false;
-    }
-    fields.layout = m_layouts.byName("HEADER-VARS");
-    fields.isKnown = false; // what follows the variables is filling
-    FieldReading variables(*this, fields);
-    if (m_form < 21) variables.takeReferencesFromData();
-    variables.run();
-    fields.isKnown = true;
-    return true;
 }
 
 ByteSpan RecordReading::recordAt(std::size_t offset) const {

@@ -49,8 +49,7 @@ struct BinaryClass {
 /// Reads records of one drawing; what it is given must outlive it.
 class RecordReading {
 public:
-    RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes,
-                  std::string_view section = "AcDb:AcDbObjects");
+    RecordReading(const BinaryContainer& container, std::span<const BinaryClass> classes);
 
     /// The record at the offset in the section of objects. False where nothing can be made of it: it goes
     /// past the section's end, or its parts past its own. `fields` is used again from one record to the next.
@@ -58,9 +57,6 @@ public:
     /// The same, of its common fields alone: for going over many records. `isKnown` and `isWhole` speak of
     /// these.
     [[nodiscard]] bool readCommon(std::size_t offset, RecordFields& fields);
-    /// The variables of the section "AcDb:Header", which must be the one that is read. False where the
-    /// section is too short for its own sizes; `isWhole` and `isSumRight` as of records.
-    [[nodiscard]] bool readHeader(RecordFields& fields);
     /// The bytes of the record with its size and its checksum; none where it goes past the section's end.
     [[nodiscard]] ByteSpan recordAt(std::size_t offset) const;
     /// The number of the record's kind; 0 where none can be read.
@@ -82,7 +78,6 @@ private:
     friend class FieldReading;
 
     [[nodiscard]] bool findStreams(std::size_t offset, RecordFields& fields);
-    [[nodiscard]] bool findTexts(RecordFields& fields) const;
 
     const BinaryContainer& m_container;
     std::span<const BinaryClass> m_classes;

@@ -54,8 +54,8 @@ public:
     /// The record from its group 0 to its extended data. False, with no byte added, for a record that has no
     /// transcript or was not read whole: appendOpaque then writes its head alone.
     [[nodiscard]] bool append(const RecordFields& record, const EntityPlace& place, std::string& bytes);
-    /// The variables of the header that its record tells, from the first group 9 on. The reading must be that
-    /// of the header's section.
+    /// The variables of the header that its record tells, from the first group 9 on. Its texts must
+    /// be bytes of their own.
     void appendVariables(const RecordFields& header, std::string& bytes);
     /// Name, handle, extension dictionary, reactors, owner, extended data.
     void appendOpaque(const RecordFields& record, std::string_view name, const EntityPlace& place,

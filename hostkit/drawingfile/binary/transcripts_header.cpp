@@ -44,7 +44,7 @@ const char* const headerTranscripts = R"(
 9 '$CELTYPE'
 6 CELTYPE name
 9 '$CECOLOR'
-62 CECOLOR color
+62 CECOLOR indexcolor
 9 '$CELTSCALE'
 40 CELTSCALE
 9 '$DISPSILH'
@@ -124,11 +124,11 @@ const char* const headerTranscripts = R"(
 9 '$DIMSTYLE'
 2 DIMSTYLE name DIMSTYLE
 9 '$DIMCLRD'
-70 DIMCLRD color
+70 DIMCLRD indexcolor
 9 '$DIMCLRE'
-70 DIMCLRE color
+70 DIMCLRE indexcolor
 9 '$DIMCLRT'
-70 DIMCLRT color
+70 DIMCLRT indexcolor
 9 '$DIMTFAC'
 40 DIMTFAC
 9 '$DIMGAP'
@@ -192,7 +192,7 @@ const char* const headerTranscripts = R"(
 [21+] 9 '$DIMTFILL'
 [21+] 70 DIMTFILL
 [21+] 9 '$DIMTFILLCLR'
-[21+] 70 DIMTFILLCLR color
+[21+] 70 DIMTFILLCLR indexcolor
 [21+] 9 '$DIMARCSYM'
 [21+] 70 DIMARCSYM
 [21+] 9 '$DIMLTYPE'
@@ -237,7 +237,11 @@ const char* const headerTranscripts = R"(
 70 SKPOLY
 9 '$TDCREATE'
 40 TDCREATE_day,TDCREATE_ms julian
+9 '$TDUCREATE'
+40 TDCREATE_day,TDCREATE_ms julian
 9 '$TDUPDATE'
+40 TDUPDATE_day,TDUPDATE_ms julian
+9 '$TDUUPDATE'
 40 TDUPDATE_day,TDUPDATE_ms julian
 9 '$TDINDWG'
 40 TDINDWG_days,TDINDWG_ms julian
@@ -426,7 +430,7 @@ write FLAGS = celweight | endcaps << 5 | joinstyle << 7 | !lwdisplay << 9 | !xed
 [18+] 9 '$HIDETEXT'
 [18+] 280 HIDETEXT
 [18+] 9 '$XCLIPFRAME'
-[18-21] 290 XCLIPFRAME
+[18-21] 290 (XCLIPFRAME == 1) as XCLIPFRAME
 [24+] 280 XCLIPFRAME
 [18+] 9 '$HALOGAP'
 [18+] 280 HALOGAP
@@ -495,7 +499,7 @@ write FLAGS = celweight | endcaps << 5 | joinstyle << 7 | !lwdisplay << 9 | !xed
 [21+] 9 '$REALWORLDSCALE'
 [21+] 290 unk21
 [21+] 9 '$INTERFERECOLOR'
-[21+] 62 INTERFERECOLOR color
+[21+] 62 INTERFERECOLOR indexcolor
 [21+] 9 '$INTERFEREOBJVS'
 [21+] 345 INTERFEREOBJVS
 [21+] 9 '$INTERFEREVPVS'
