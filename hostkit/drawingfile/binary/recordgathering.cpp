@@ -24,6 +24,7 @@ using Line = TranscriptLine;
 constexpr short trueColorShift = 358, colorNameShift = 368;
 constexpr int byLayer = 256;
 constexpr std::uint32_t trueColor = 0xC2000000U;
+constexpr short embeddedCode = 101; // begins an object within an entity
 
 } // namespace
 
@@ -325,8 +326,7 @@ private:
         case Line::Kind::mark:
             return mark(line);
         case Line::Kind::fixed:
-            fixed(line);
-            return;
+            return line.code == embeddedCode ? mark(line) : fixed(line);
         case Line::Kind::bits:
             return bits(line);
         case Line::Kind::write:
@@ -347,6 +347,8 @@ private:
 
     void write(const Line& line) {
         if (line.isForNew && m_original) return;
+        if (std::uint16_t point = 0; line.parts[0].ordinates > 1 && line.expression.isName(point))
+            return put(line.parts[0], &m_values[point], line.parts[0].ordinates);
         const double value = line.expression.value(m_values);
         if (line.parts[0].kind != ValueKind::color) return setValue(line.slot, line.parts[0].kind, value);
         ValueColor color;
@@ -356,19 +358,24 @@ private:
         set(line.slot).color = color;
     }
 
-    /// The lines that follow find their groups between this mark and the next.
+    static bool isMark(const RecordGroup& group) {
+        return group.code == subclassMarkCode || group.code == embeddedCode;
+    }
+
+    /// The lines that follow find their groups between this mark and the next; that of an embedded object is
+    /// one too.
     void mark(const Line& line) {
         const std::vector<RecordGroup>& groups = m_record->groups;
         const std::size_t end = m_record->extendedDataBegin;
         m_region = {end, end};
         for (std::size_t i = 1; i < end; ++i) {
-            if (m_isTaken[i] || groups[i].code != subclassMarkCode ||
+            if (m_isTaken[i] || !isMark(groups[i]) ||
                 withoutBlanks(groups[i].value) != line.text)
                 continue;
             m_isTaken[i] = 1;
             m_region.begin = i + 1;
             std::size_t next = i + 1;
-            while (next < end && groups[next].code != subclassMarkCode) ++next;
+            while (next < end && !isMark(groups[next])) ++next;
             m_region.end = next;
             return;
         }
@@ -673,6 +680,7 @@ private:
         std::uint16_t slot = 0;
         if (!m_layout->findSlot(name, slot)) return;
         set(slot).reference = {0, handle};
+        m_values[slot] = static_cast<double>(handle);
     }
 
     void head(const RecordLinks& links) {

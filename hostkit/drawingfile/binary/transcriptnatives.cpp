@@ -2,6 +2,7 @@
 
 #include "adscodes.h"
 #include "recordtranscription.h"
+#include "transcriptbodies.h"
 #include "transcriptvalues.h"
 
 #include <array>
@@ -291,6 +292,20 @@ void readLinetypeIndex(int code, NativeInput& input) {
     input.setNumber("ltindex", static_cast<double>(index));
 }
 
+// Shapes: the record has their number in the file of shapes, which is not looked into.
+
+void writeShapeName(int code, NativeOutput& output) {
+    const RecordValue* const number = output.value("shapeno");
+    output.text(code, std::to_string(number ? number->whole : 0));
+}
+
+void readShapeName(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    if (!group) return;
+    if (const std::optional<std::int64_t> number = integerFromText(group->value))
+        input.setNumber("shapeno", static_cast<double>(*number));
+}
+
 struct NativeWord {
     std::string_view word;
     void (*write)(int code, NativeOutput& output);
@@ -306,6 +321,8 @@ constexpr std::array nativeWords{
                        writeRunText(code, bytes->run, 0, output);
                },
                readValueText},
+    NativeWord{"modeler", writeBodyData, readBodyData},
+    NativeWord{"shapename", writeShapeName, readShapeName},
     NativeWord{"xrecord", [](int, NativeOutput& output) { ExtensionRecord(output).write(); },
                [](int, NativeInput& input) { ExtensionItems(input).read(); }},
 };

@@ -27,10 +27,8 @@ const char* const annotationTranscripts = R"(
   45 bgscale ~ 1.5
   441 bgtrans ~ 0
 @ PARAGRAPH-TWIN
-new notanno = 1
-new ver = 4
-new defflag = 1
 write attach2 = attach
+write coltype = 0
 write xdir2 = xdir
 write ins2 = ins
 write rectw2 = rectw
@@ -43,10 +41,12 @@ use PARAGRAPH
 [32+] new notanno = 1
 [32+] new ver = 4
 [32+] new defflag = 1
+[32+] read given = (coltype != 0) * attach2
 [32+] if notanno:
-  101 'Embedded Object'
-  70 attach2 = 0
-  if attach2:
+  101 'Embedded Object' ?> given
+  70 (given) as given = 0
+  if given:
+    write attach2 = given
     10 xdir2
     11 ins2
     40 rectw2
@@ -54,22 +54,21 @@ use PARAGRAPH
     42 extw2
     43 exth2
     71 coltype
-    if coltype:
-      72 nheights
-      44 colwidth
-      45 gutter
-      73 autoheight
-      74 flowrev
-      46 heights* ? !autoheight && coltype == 2
+    72 nheights
+    44 colwidth
+    45 gutter
+    73 autoheight
+    74 flowrev
+    46 heights* ? !autoheight && coltype == 2
   else:
     use PARAGRAPH-TWIN
 @ LEADER
 100 AcDbLeader
-3 dimstyle name = 'Standard'
+3 dimstyle name ~ 'Standard'
 71 arrowon = 1
 72 pathtype = 0
 73 annottype ~ 3
-74 hookonx = 0
+74 hookonx
 [-21] 40 boxheight
 [-21] 41 boxwidth
 76 npts
@@ -84,7 +83,7 @@ for npts:
 213 endptproj = 0
 @ TOLERANCE
 100 AcDbFcf
-3 dimstyle name = 'Standard'
+3 dimstyle name ~ 'Standard'
 10 ins
 1 text
 210 ext = 0,0,1

@@ -53,6 +53,9 @@ use ATTRIBUTE-END
   101 'Embedded Object'
   use PARAGRAPH as m
   use PARAGRAPH-TWIN as m
+  new m.notanno = 1
+  new m.ver = 4
+  new m.defflag = 1
   new m.noxdic = 1
   new m.ltscale = 1
   new m.lweight = 29
@@ -270,8 +273,8 @@ write rational = (g70 & 4) >> 2
 39 thickness = 0
 for npts:
   10 pts[]
-  40 startw@nwidth = 0 ?> nwidth
-  41 endw@nwidth = 0 ?> nwidth
+  40 startw@nwidth ~ 0 ?> nwidth
+  41 endw@nwidth ~ 0 ?> nwidth
   42 bulges[] = 0
   [24+] 91 ids[] = 0
   write haswidth = haswidth || startw != 0 || endw != 0
@@ -302,7 +305,7 @@ read pt12z = elevation
 53 textrot deg = 0
 54 insrot deg = 0
 51 horizdir deg = 0
-3 dimstyle name = 'Standard'
+3 dimstyle name ~ 'Standard'
 210 ext = 0,0,1
 write flags = 8 | (g70 & 32) >> 4 | (g70 & 128) == 0
 new insx = 1
