@@ -1,5 +1,6 @@
 #include "binaryform.h"
 
+#include "binarytranscription.h"
 #include "groupformat.h"
 #include "groupscanner.h"
 
@@ -323,6 +324,30 @@ struct BinaryOriginal {
     std::string bytes;
     void operator()(DrawingSource* source) const { delete source; }
 };
+struct TranscribedOriginal {
+    std::shared_ptr<const TranscribedDrawing> drawing;
+    void operator()(DrawingSource* source) const { delete source; }
+};
+
+ByteSpan asBytes(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+/// Null, with the fault, where the container cannot be opened.
+std::shared_ptr<DrawingSource> transcribe(std::string bytes, FormFault& fault) {
+    auto source = std::make_unique<DrawingSource>();
+    auto drawing = std::make_shared<TranscribedDrawing>();
+    if (textFromDrawing(asBytes(bytes), source->bytes, *drawing))
+        return {source.release(), TranscribedOriginal{std::move(drawing)}};
+    fault.status = Acad::eNotApplicable;
+    if (drawing->container.faults.empty()) {
+        fault.reason = L"the drawing cannot be opened";
+        return nullptr;
+    }
+    fault.offset = drawing->container.faults.back().offset;
+    fault.reason = drawing->container.faults.back().reason;
+    return nullptr;
+}
 
 std::wstring shownValue(std::string_view value) {
     constexpr std::size_t longest = 40;
@@ -353,8 +378,9 @@ std::optional<FormFault> textFromBinary(std::string_view bytes, std::string& tex
     return {};
 }
 
-// Only here is known that there are binary drawings: their bytes travel with the source's deleter.
+// Only here is known that a text was made of something else: that travels with the source's deleter.
 std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, FormFault& fault) {
+    if (isBinaryDrawing(asBytes(bytes))) return transcribe(std::move(bytes), fault);
     auto source = std::make_unique<DrawingSource>();
     if (!isBinaryForm(bytes)) {
         source->bytes = std::move(bytes);
@@ -370,6 +396,11 @@ std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, FormFault& fau
 const std::string* binaryBytesOf(const std::shared_ptr<const DrawingSource>& source) {
     const auto* const original = std::get_deleter<BinaryOriginal>(source);
     return original ? &original->bytes : nullptr;
+}
+
+const TranscribedDrawing* binaryDrawingOf(const std::shared_ptr<const DrawingSource>& source) {
+    const auto* const original = std::get_deleter<TranscribedOriginal>(source);
+    return original ? original->drawing.get() : nullptr;
 }
 
 std::size_t offsetOfBinaryGroup(std::string_view bytes, std::size_t number) {

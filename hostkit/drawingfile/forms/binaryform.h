@@ -1,5 +1,5 @@
-// Binary exchange form: turning its groups into those of a text drawing and back; leaves out what the groups
-// mean.
+// Binary forms of drawings: turning the groups of the binary exchange form into those of a text drawing and
+// back, and binary drawings into text drawings; leaves out what the groups mean.
 #pragma once
 
 #include "drawingversion.h"
@@ -15,6 +15,7 @@
 namespace hostkit {
 
 struct DrawingSource;
+struct TranscribedDrawing;
 
 /// Where and why a drawing could not be turned into the other form.
 struct FormFault {
@@ -34,11 +35,14 @@ bool isBinaryForm(std::string_view bytes);
 /// eBadDxfSequence for what is no group code, eEndOfFile where the bytes end within a group.
 std::optional<FormFault> textFromBinary(std::string_view bytes, std::string& text);
 
-/// The source of a drawing with these bytes: those of a text drawing as they are, those of a binary one as
-/// text, with the bytes as they came beside it. Null, with the fault, where that cannot be.
+/// The source of a drawing with these bytes, whose form they tell: those of a text drawing as they are, those
+/// of the binary exchange form as text, with the bytes as they came beside it, and those of a binary drawing
+/// as text with what it was transcribed from. Null, with the fault, where that cannot be.
 std::shared_ptr<DrawingSource> sourceFromBytes(std::string bytes, FormFault& fault);
-/// What the source's text was made from; null for a text drawing.
+/// The bytes of the binary exchange form that the source's text was made from; null for other drawings.
 const std::string* binaryBytesOf(const std::shared_ptr<const DrawingSource>& source);
+/// The binary drawing that the source's text was made from; null for other drawings.
+const TranscribedDrawing* binaryDrawingOf(const std::shared_ptr<const DrawingSource>& source);
 
 /// The offset of the group that became the text's group of that number, counted from 0; the end of the bytes
 /// where there are fewer.

@@ -2,6 +2,7 @@
 
 #include "atomicfile.h"
 #include "binaryform.h"
+#include "binarytranscription.h"
 #include "drawingreading.h"
 #include "fieldtable.h"
 #include "groupcodes.h"
@@ -65,6 +66,7 @@ DrawingReading::DrawingReading(AcDbDatabase& database, std::shared_ptr<DrawingSo
     , m_filer(&database, DrawingText(CodePage::western1252), DrawingVersion::kR12) {}
 
 bool DrawingReading::run() {
+    tellTranscription();
     if (!checkForm()) return false;
     findVersion();
     if (!readSections() || !finish()) return false;
@@ -72,12 +74,26 @@ bool DrawingReading::run() {
     return true;
 }
 
+// Faults of a binary drawing cost the records that have them. Where sections are packed, their addresses are
+// those within.
+void DrawingReading::tellTranscription() {
+    const TranscribedDrawing* const binary = binaryDrawingOf(m_source);
+    if (!binary) return;
+    for (const BinaryFault& fault : binary->container.faults) {
+        ++m_report.problemCount;
+        if (m_report.problems.size() >= m_options.problemLimit) continue;
+        std::wstring reason = fault.reason;
+        const bool isOfFile = fault.section.empty() || (fault.section == "AcDb:AcDbObjects" &&
+                                                        binary->container.version == DrawingVersion::k2000);
+        if (!isOfFile)
+            reason = std::wstring(fault.section.begin(), fault.section.end()) + L": " + reason;
+        m_report.problems.push_back({0, fault.offset, std::move(reason), false});
+        if (m_options.tellPort) currentPort()->reportProblem(m_report.messageOf(m_report.problems.back()));
+    }
+}
+
 bool DrawingReading::checkForm() {
     const std::string_view bytes = m_source->bytes;
-    constexpr std::size_t markLimit = 32;
-    if (bytes.substr(0, 4) == "AC10" && bytes.substr(0, markLimit).find('\n') == std::string_view::npos)
-        return fail(Acad::eNotApplicable, nullptr,
-                    L"this is a drawing in the host's own form, not an exchange file");
     if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos)
         return fail(Acad::eEndOfFile, bytes.data(), L"the file is empty");
     m_scanner = GroupScanner(bytes, startOfGroups(bytes));
@@ -249,6 +265,9 @@ void DrawingReading::tell(const char* place, std::wstring reason, bool isFatal) 
     constexpr std::size_t linesOfAGroup = 2;
     if (const std::string* const binary = place ? binaryBytesOf(m_source) : nullptr)
         offset = offsetOfBinaryGroup(*binary, (line - 1) / linesOfAGroup);
+    if (const TranscribedDrawing* const binary = place ? binaryDrawingOf(m_source) : nullptr)
+        if (const TranscribedRecord* const record = binary->recordAt(m_scanner.offsetOf(place)))
+            offset = record->offset;
     m_report.problems.push_back({offset ? 0 : line, offset, std::move(reason), isFatal});
     if (m_options.tellPort) currentPort()->reportProblem(m_report.messageOf(m_report.problems.back()));
 }

@@ -27,6 +27,7 @@ public:
     bool run();
 
 private:
+    void tellTranscription();
     bool checkForm();
     void findVersion();
     bool readSections();
