@@ -22,7 +22,7 @@ constexpr FormWord words[] = {
     {L"2004", DrawingVersion::k2004, {}},    {L"2007", DrawingVersion::k2007, {}},
     {L"2010", DrawingVersion::k2010, {}},    {L"2013", DrawingVersion::k2013, {}},
     {L"2018", DrawingVersion::k2018, {}},    {L"TEXT", {}, DrawingCoding::kText},
-    {L"BINARY", {}, DrawingCoding::kBinary},
+    {L"BINARY", {}, DrawingCoding::kBinary}, {L"DWG", {}, DrawingCoding::kDrawing},
 };
 
 std::wstring firstHandles(const std::vector<std::uint64_t>& handles) {

@@ -28,8 +28,9 @@ struct Job {
     unsigned type = 0;
     Kind kind = Kind::plain;
     RecordLinks links;
-    bool isPlaceKept = false;  ///< what it lists and what is beside it are as they were
-    std::size_t list = 0;      ///< of a block: its number; of a sequence: of its entity; of a control: of its table
+    bool isPlaceKept = false; ///< what it lists and what is beside it are as they were
+    std::size_t list =
+        0; ///< of a block: its number; of a sequence: of its entity; of a control: of its table
 };
 
 /// The exchange form's tables with the records that hold them.
@@ -242,9 +243,9 @@ private:
         job.list = entity.firstPart;
         if (!choose(job)) return;
         if (entity.partCount) {
-            job.isPlaceKept = job.isPlaceKept && m_before &&
-                              m_lists.partsOf(entity.record.handle) ==
-                                  m_listsBefore.partsOf(entity.record.handle);
+            job.isPlaceKept =
+                job.isPlaceKept && m_before &&
+                m_lists.partsOf(entity.record.handle) == m_listsBefore.partsOf(entity.record.handle);
             addParts(entity);
         }
         m_jobs.push_back(job);
@@ -301,8 +302,8 @@ private:
 
     bool encodeAll() {
         constexpr std::size_t fewest = 20000; // a thread is not worth less
-        const std::size_t threads = std::clamp<std::size_t>(m_jobs.size() / fewest, 1,
-                                                            std::max(1U, std::thread::hardware_concurrency()));
+        const std::size_t threads = std::clamp<std::size_t>(
+            m_jobs.size() / fewest, 1, std::max(1U, std::thread::hardware_concurrency()));
         std::vector<Chunk> chunks(threads);
         const auto work = [&](std::size_t number) {
             const std::size_t begin = m_jobs.size() * number / threads;
@@ -325,7 +326,8 @@ private:
             }
             m_out.objects.insert(m_out.objects.end(), chunk.bytes.begin(), chunk.bytes.end());
             m_out.recordsKept += chunk.kept;
-            for (const Job* const job : chunk.failed) leaveOut(job->record.in(m_outline.text), job->record.handle);
+            for (const Job* const job : chunk.failed)
+                leaveOut(job->record.in(m_outline.text), job->record.handle);
         }
         std::sort(m_out.places.begin(), m_out.places.end(),
                   [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; });
@@ -378,7 +380,9 @@ private:
 
         bool encode(const Job& job, const TranscribedRecord* before, std::vector<std::uint8_t>& bytes) {
             const bool hasFields = before && m_reading->read(before->offset, m_fields);
-            const RecordLayout* const layout = job.layout ? job.layout : hasFields ? m_fields.layout : nullptr;
+            const RecordLayout* const layout = job.layout  ? job.layout
+                                               : hasFields ? m_fields.layout
+                                                           : nullptr;
             if (!layout) return false;
             const bool isSameKind = hasFields && m_fields.layout == layout;
             m_gathering.setOriginal(isSameKind ? &m_fields : nullptr);
@@ -511,8 +515,10 @@ private:
         std::vector<std::uint64_t> held;
         std::uint64_t end = 0;
         for (const std::uint64_t part : m_lists.partsOf(job.record.handle)) {
-            if (m_lists.isSequenceEnd(part)) end = part;
-            else held.push_back(part);
+            if (m_lists.isSequenceEnd(part))
+                end = part;
+            else
+                held.push_back(part);
         }
         const std::uint64_t first = held.empty() ? 0 : held.front(), last = held.empty() ? 0 : held.back();
         values.whole("hasattr", !held.empty());

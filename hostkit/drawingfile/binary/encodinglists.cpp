@@ -29,7 +29,8 @@ std::vector<std::pair<std::string_view, std::uint64_t>> entriesIn(std::string_vi
     while (scanner.next(group) == ScanResult::kGroup) {
         if (group.code == subclassMarkCode) isBehindMark = true;
         if (!isBehindMark) continue;
-        if (group.code == nameCode) entries.emplace_back(group.value, 0);
+        if (group.code == nameCode)
+            entries.emplace_back(group.value, 0);
         else if ((group.code == softCode || group.code == hardCode) && !entries.empty() &&
                  entries.back().second == 0)
             entries.back().second = handleFromText(group.value).value_or(0);
@@ -100,8 +101,8 @@ void EncodingLists::readEntities(int form) {
 
 void EncodingLists::addChain(const std::vector<std::uint64_t>& handles) {
     for (std::size_t i = 0; i < handles.size(); ++i)
-        m_neighbours.push_back({handles[i], i > 0 ? handles[i - 1] : 0,
-                                i + 1 < handles.size() ? handles[i + 1] : 0});
+        m_neighbours.push_back(
+            {handles[i], i > 0 ? handles[i - 1] : 0, i + 1 < handles.size() ? handles[i + 1] : 0});
 }
 
 const EncodingLists::Neighbours* EncodingLists::neighboursOf(std::uint64_t handle) const {

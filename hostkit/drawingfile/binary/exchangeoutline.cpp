@@ -14,9 +14,11 @@ public:
         : m_out(outline)
         , m_scanner(outline.text, startOfGroups(outline.text)) {}
 
-    void run() {
-        while (next() && !m_group.is(0, "EOF"))
+    void run(bool isHeaderWanted = false) {
+        while (next() && !m_group.is(0, "EOF")) {
             if (m_group.is(0, "SECTION")) section();
+            if (isHeaderWanted) return; // it is the first
+        }
     }
 
 private:
@@ -32,7 +34,8 @@ private:
         if (name == "CLASSES") return list(m_out.classes);
         if (name == "OBJECTS") return list(m_out.objects);
         if (name == "ENTITIES") return entities();
-        while (next() && !m_group.is(0, "ENDSEC")) {}
+        while (next() && !m_group.is(0, "ENDSEC")) {
+        }
         if (name == "ACDSDATA") {
             m_out.storeBegin = begin;
             m_out.storeEnd = m_scanner.offset();
@@ -41,7 +44,8 @@ private:
 
     void header() {
         m_out.headerBegin = m_scanner.offset();
-        while (next() && m_group.code != 0) {}
+        while (next() && m_group.code != 0) {
+        }
         m_out.headerEnd = m_scanner.offsetOf(m_group.start);
     }
 
@@ -131,7 +135,7 @@ private:
     GroupScanner m_scanner;
     RawGroup m_group;
     std::unordered_map<std::uint64_t, std::size_t> m_byHandle; // of blocks
-    std::vector<OutlinedEntity>* m_last = nullptr; // where the entity is that parts belong to
+    std::vector<OutlinedEntity>* m_last = nullptr;             // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };
 
@@ -140,9 +144,16 @@ ExchangeOutline::ExchangeOutline(std::string_view bytes)
     Outlining(*this).run();
 }
 
+ExchangeOutline ExchangeOutline::headerAlone(std::string_view bytes) {
+    ExchangeOutline outline;
+    outline.text = bytes;
+    Outlining(outline).run(true);
+    return outline;
+}
+
 const OutlinedTable* ExchangeOutline::table(std::string_view name) const {
-    const auto found =
-        std::find_if(tables.begin(), tables.end(), [&](const OutlinedTable& one) { return one.name == name; });
+    const auto found = std::find_if(tables.begin(), tables.end(),
+                                    [&](const OutlinedTable& one) { return one.name == name; });
     return found == tables.end() ? nullptr : &*found;
 }
 

@@ -50,6 +50,8 @@ struct ExchangeOutline {
     std::size_t storeBegin = 0, storeEnd = 0; ///< of the section of bodies
 
     explicit ExchangeOutline(std::string_view text);
+    /// Of the header alone, for asking it a variable.
+    [[nodiscard]] static ExchangeOutline headerAlone(std::string_view text);
 
     [[nodiscard]] const OutlinedTable* table(std::string_view name) const;
     /// Of the record in the table of blocks; null where no block has it.
@@ -58,6 +60,7 @@ struct ExchangeOutline {
 
 private:
     friend class Outlining;
+    ExchangeOutline() = default;
     std::uint64_t m_highest = 0;
 };
 

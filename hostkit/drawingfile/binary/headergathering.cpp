@@ -36,7 +36,8 @@ void gatherHeader(const ExchangeOutline& outline, DrawingVersion version, unsign
     GroupScanner scanner(outline.text.substr(0, outline.headerEnd), outline.headerBegin);
     RawGroup group;
     while (scanner.next(group) == ScanResult::kGroup)
-        groups.groups.push_back({group.value, group.start, scanner.position(), static_cast<short>(group.code)});
+        groups.groups.push_back(
+            {group.value, group.start, scanner.position(), static_cast<short>(group.code)});
     groups.extendedDataBegin = groups.groups.size();
     RecordGathering gathering(version, codePage, names);
     RecordScope values;

@@ -1,7 +1,7 @@
 #include "headertext.h"
 
-#include "recordtranscription.h"
 #include "recordlayout.h"
+#include "recordtranscription.h"
 #include "transcriptvalues.h"
 
 #include <algorithm>

@@ -31,8 +31,8 @@ std::string_view vertex(std::string_view record, std::string_view owner) {
 
 std::string_view dimension(std::string_view record) {
     constexpr std::array<std::string_view, 7> kinds{
-        "DIMENSION_LINEAR",   "DIMENSION_ALIGNED", "DIMENSION_ANG2LN",   "DIMENSION_DIAMETER",
-        "DIMENSION_RADIUS",   "DIMENSION_ANG3PT",  "DIMENSION_ORDINATE"};
+        "DIMENSION_LINEAR", "DIMENSION_ALIGNED", "DIMENSION_ANG2LN",  "DIMENSION_DIAMETER",
+        "DIMENSION_RADIUS", "DIMENSION_ANG3PT",  "DIMENSION_ORDINATE"};
     const auto kind = static_cast<std::size_t>(wholeIn(record, 70) & 7);
     return kinds[kind < kinds.size() ? kind : 0];
 }
@@ -46,11 +46,16 @@ std::string_view insertion(std::string_view record) {
 const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_view record,
                                     std::string_view owner) {
     std::string_view name = valueIn(record, 0);
-    if (name == "POLYLINE") name = polyline(record);
-    else if (name == "VERTEX") name = vertex(record, owner);
-    else if (name == "DIMENSION") name = dimension(record);
-    else if (name == "INSERT") name = insertion(record);
-    else if (name == "BLOCK_RECORD") name = "BLOCK_HEADER";
+    if (name == "POLYLINE")
+        name = polyline(record);
+    else if (name == "VERTEX")
+        name = vertex(record, owner);
+    else if (name == "DIMENSION")
+        name = dimension(record);
+    else if (name == "INSERT")
+        name = insertion(record);
+    else if (name == "BLOCK_RECORD")
+        name = "BLOCK_HEADER";
     const RecordLayout* const layout = layouts.byName(name);
     return layout && layout->hasTranscript ? layout : nullptr;
 }

@@ -369,9 +369,7 @@ private:
         const std::size_t end = m_record->extendedDataBegin;
         m_region = {end, end};
         for (std::size_t i = 1; i < end; ++i) {
-            if (m_isTaken[i] || !isMark(groups[i]) ||
-                withoutBlanks(groups[i].value) != line.text)
-                continue;
+            if (m_isTaken[i] || !isMark(groups[i]) || withoutBlanks(groups[i].value) != line.text) continue;
             m_isTaken[i] = 1;
             m_region.begin = i + 1;
             std::size_t next = i + 1;

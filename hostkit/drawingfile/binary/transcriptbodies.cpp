@@ -124,8 +124,8 @@ void readRevision(NativeInput& input) {
         const auto count = static_cast<std::size_t>(digitsOfRevision[i]);
         std::from_chars(digits.data() + at, digits.data() + at + count, number, 16);
         at += count;
-        input.setNumber(revisionFields[i], i == 0 ? static_cast<std::int32_t>(number)
-                                                  : static_cast<std::int16_t>(number));
+        input.setNumber(revisionFields[i],
+                        i == 0 ? static_cast<std::int32_t>(number) : static_cast<std::int16_t>(number));
     }
     std::string bytes;
     appendDigits(std::string_view(digits).substr(at), bytes);

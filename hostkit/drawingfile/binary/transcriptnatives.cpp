@@ -260,7 +260,8 @@ void readBlockName(int code, NativeInput& input) {
     std::string name;
     appendUnescaped(group->value, name);
     const std::size_t prefix = name.find_last_not_of("0123456789") + 1;
-    const RecordValue* const before = input.original() ? input.original()->find(input.slotOf("name")) : nullptr;
+    const RecordValue* const before =
+        input.original() ? input.original()->find(input.slotOf("name")) : nullptr;
     const bool isShort = name.starts_with('*') && before &&
                          (before->run.count == prefix || before->run.count == prefix + 1); // a zero behind
     if (!isShort) input.setBytes("name", std::move(name));

@@ -29,12 +29,13 @@ std::wstring wide(std::string_view name) { return {name.begin(), name.end()}; }
 } // namespace
 
 FormTransfer::FormTransfer(std::string_view text, const DrawingStyle& source, const DrawingStyle& target,
-                           FormChanges& changes)
+                           FormChanges& changes, std::unordered_set<std::uint64_t> unheld)
     : m_text(text)
     , m_source(source)
     , m_target(target)
     , m_changes(changes)
-    , m_encodesAnew(source.text.page() != target.text.page()) {}
+    , m_encodesAnew(source.text.page() != target.text.page())
+    , m_unheld(std::move(unheld)) {}
 
 std::string FormTransfer::run() {
     gather();
@@ -99,6 +100,7 @@ bool FormTransfer::isHolder(const Record& record) const {
 }
 
 bool FormTransfer::hasNoPlace(const Record& record) const {
+    if (record.handle != 0 && m_unheld.contains(record.handle)) return true;
     const DrawingVersion target = m_target.version;
     if (record.section == "CLASSES" && record.kind == "CLASS") {
         const RawGroup* const name = find(record, 1);

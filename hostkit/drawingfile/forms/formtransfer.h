@@ -34,8 +34,9 @@ namespace hostkit {
 class FormTransfer {
 public:
     /// `source` says how the text is spelt and in which form its records are; `target` what is to come.
+    /// `unheld` are records, by handle, whose content is not in the text: they are left out too.
     FormTransfer(std::string_view text, const DrawingStyle& source, const DrawingStyle& target,
-                 FormChanges& changes);
+                 FormChanges& changes, std::unordered_set<std::uint64_t> unheld = {});
     std::string run();
 
 private:
@@ -94,6 +95,7 @@ private:
     bool m_encodesAnew;
     std::vector<RawGroup> m_groups;
     std::vector<Record> m_records;
+    std::unordered_set<std::uint64_t> m_unheld;
     std::unordered_set<std::uint64_t> m_gone;
     std::array<NameMap, 9> m_names; ///< folded name to name of R12
     const char* m_end = nullptr;

@@ -85,8 +85,7 @@ void DrawingReading::tellTranscription() {
         std::wstring reason = fault.reason;
         const bool isOfFile = fault.section.empty() || (fault.section == "AcDb:AcDbObjects" &&
                                                         binary->container.version == DrawingVersion::k2000);
-        if (!isOfFile)
-            reason = std::wstring(fault.section.begin(), fault.section.end()) + L": " + reason;
+        if (!isOfFile) reason = std::wstring(fault.section.begin(), fault.section.end()) + L": " + reason;
         m_report.problems.push_back({0, fault.offset, std::move(reason), false});
         if (m_options.tellPort) currentPort()->reportProblem(m_report.messageOf(m_report.problems.back()));
     }

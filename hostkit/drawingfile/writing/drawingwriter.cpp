@@ -3,9 +3,11 @@
 #include "atomicfile.h"
 #include "binaryform.h"
 #include "blockcircles.h"
+#include "casefold.h"
 #include "completewriting.h"
 #include "dbaccess.h"
 #include "drawingedits.h"
+#include "drawingoutput.h"
 #include "formtransfer.h"
 #include "headervariables.h"
 #include "hostport.h"
@@ -83,12 +85,30 @@ bool runWriting(Writing& writing, Output& output, WriteReport& report) {
     return isGood;
 }
 
-// All is written as text; a binary drawing is made of that, or is the one that was read.
-bool giveCoding(const WriteOptions& options, const DrawingStyle& style, Output& output, WriteReport& report) {
-    const std::string* const binary = binaryBytesOf(output.source);
-    const DrawingCoding coding =
-        options.coding.value_or(binary ? DrawingCoding::kBinary : DrawingCoding::kText);
+DrawingCoding codingOf(const WriteOptions& options, const std::shared_ptr<const DrawingSource>& source) {
+    if (options.coding) return *options.coding;
+    if (binaryDrawingOf(source)) return DrawingCoding::kDrawing;
+    return binaryBytesOf(source) ? DrawingCoding::kBinary : DrawingCoding::kText;
+}
+
+bool giveDrawing(const DrawingStyle& style, Output& output, WriteReport& report) {
+    DrawingOrigin origin;
+    origin.drawing = binaryDrawingOf(output.source);
+    if (origin.drawing) origin.text = output.source->bytes;
+    if (binaryDrawingFromText(output.bytes(), style.version, origin, output.written, report.changes,
+                              report.message)) {
+        output.asRead = nullptr;
+        return true;
+    }
+    report.status = Acad::eInvalidInput;
+    return false;
+}
+
+// All is written as text; another coding is made of that, or is the one that was read.
+bool giveCoding(DrawingCoding coding, const DrawingStyle& style, Output& output, WriteReport& report) {
     if (coding == DrawingCoding::kText) return true;
+    if (coding == DrawingCoding::kDrawing) return giveDrawing(style, output, report);
+    const std::string* const binary = binaryBytesOf(output.source);
     if (output.asRead && binary) {
         output.asRead = binary;
         return true;
@@ -104,12 +124,34 @@ bool giveCoding(const WriteOptions& options, const DrawingStyle& style, Output& 
     return false;
 }
 
+// Records that a binary drawing alone can hold, where another form or coding is written.
+std::unordered_set<std::uint64_t> unheldRecords(const Output& output, DrawingCoding coding,
+                                                const DrawingStyle& target) {
+    const TranscribedDrawing* const drawing = binaryDrawingOf(output.source);
+    const bool staysAsItIs =
+        coding == DrawingCoding::kDrawing && versionOfFiler(output.source->version) == target.version;
+    if (!drawing || staysAsItIs) return {};
+    return opaqueRecordsOf(*drawing);
+}
+
+// By the ending of the name, where nothing else tells the coding.
+WriteOptions withCodingOf(std::wstring_view file, const WriteOptions& options, const AcDbDatabase& database) {
+    WriteOptions result = options;
+    if (result.coding) return result;
+    const auto endsWith = [&](std::wstring_view ending) {
+        return file.size() >= ending.size() && equalFolded(file.substr(file.size() - ending.size()), ending);
+    };
+    if (endsWith(L".dwg")) result.coding = DrawingCoding::kDrawing;
+    if (endsWith(L".dxf") && binaryDrawingOf(database.source())) result.coding = DrawingCoding::kText;
+    return result;
+}
+
 // Of a save: the records, then the file.
 constexpr double recordsShare = 0.9;
 
 // In the form that the drawing was read in.
 bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
-                    Output& output, WriteReport& report) {
+                    const DrawingStyle& style, DrawingCoding coding, Output& output, WriteReport& report) {
     DrawingEdits edits(database, *output.source, objects, options.everythingFromFields, options.threads);
     bool isGood = true;
     if (!edits.isNeeded())
@@ -117,6 +159,11 @@ bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const 
     else
         isGood = runWriting(edits, output, report);
     report.recordsCopied = edits.recordsCopied();
+    std::unordered_set<std::uint64_t> unheld = unheldRecords(output, coding, style);
+    if (isGood && !unheld.empty()) {
+        output.written = FormTransfer(output.bytes(), style, style, report.changes, std::move(unheld)).run();
+        output.asRead = nullptr;
+    }
     return isGood;
 }
 
@@ -133,8 +180,8 @@ void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
 // knows goes along. To and from R12, and for a drawing without a file, all is written anew. Both write in the
 // source's code page, which the records of unknown kinds have; the transfer encodes all of it.
 bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
-                      const DrawingStyle& source, const DrawingStyle& target, Output& output,
-                      WriteReport& report) {
+                      const DrawingStyle& source, const DrawingStyle& target, DrawingCoding coding,
+                      Output& output, WriteReport& report) {
     if (target.version < DrawingVersion::k2004) tellTrueColors(database, report.changes);
     const bool isMerged =
         output.source && hasSubclassMarkers(source.version) && hasSubclassMarkers(target.version);
@@ -150,7 +197,9 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
     // on.
     const bool isPlain = !output.source && hasSubclassMarkers(target.version);
     if (isGood && !isPlain)
-        output.written = FormTransfer(output.written, source, target, report.changes).run();
+        output.written = FormTransfer(output.written, source, target, report.changes,
+                                      unheldRecords(output, coding, target))
+                             .run();
     return isGood;
 }
 
@@ -181,7 +230,17 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
     if (!hasNoCircle(database, report)) return false;
     output.source = database.source();
     const DrawingStyle source = styleOf(output.source.get());
-    const DrawingStyle target = styleInForm(source, options.version.value_or(source.version), database);
+    const DrawingCoding coding = codingOf(options, output.source);
+    DrawingVersion version = options.version.value_or(source.version);
+    if (coding == DrawingCoding::kDrawing && version != formOfBinaryDrawing(version)) {
+        if (options.version) {
+            report.status = Acad::eInvalidInput;
+            report.message = L"binary drawings are written in the forms 2000, 2004, 2010, 2013 and 2018";
+            return false;
+        }
+        version = formOfBinaryDrawing(version);
+    }
+    const DrawingStyle target = styleInForm(source, version, database);
     if (!hasNoSpaceOfR12(database, target.version, report)) return false;
     const bool isOwnForm = output.source && target.version == source.version;
     DrawingStyle written = target;
@@ -191,13 +250,14 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
         {options.progress, static_cast<std::size_t>(database.approxNumObjects()), 0.0, recordsShare});
     DrawingStyle spelt = source;
     if (!output.source) spelt = target;
-    bool isGood = isOwnForm ? writeInOwnForm(database, objects, options, output, report)
-                            : writeInOtherForm(database, objects, options, spelt, target, output, report);
-    if (options.changes) *options.changes = report.changes;
+    bool isGood = isOwnForm
+                      ? writeInOwnForm(database, objects, options, source, coding, output, report)
+                      : writeInOtherForm(database, objects, options, spelt, target, coding, output, report);
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();
     report.groupsKept = objects.writer().groupsKept();
-    isGood = isGood && giveCoding(options, target, output, report);
+    isGood = isGood && giveCoding(coding, target, output, report);
+    if (options.changes) *options.changes = report.changes;
     report.byteCount = isGood ? output.bytes().size() : 0;
     return isGood;
 }
@@ -244,7 +304,7 @@ Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view f
     WriteReport own;
     WriteReport& result = report ? *report : own;
     result = {};
-    return writeAll(database, options, file, result, [&](Output& output) {
+    return writeAll(database, withCodingOf(file, options, database), file, result, [&](Output& output) {
         AtomicFile target(mapPath(file));
         target.write(output.bytes());
         if (target.commit()) return Acad::eOk;

@@ -17,12 +17,14 @@ namespace hostkit {
 
 class DrawingProgress;
 
-enum class DrawingCoding : unsigned char { kText, kBinary };
+/// The exchange form as text or binary, or a binary drawing.
+enum class DrawingCoding : unsigned char { kText, kBinary, kDrawing };
 
 struct WriteOptions {
     /// Nothing keeps the form that the drawing was read in; a drawing that was never read is written as 2013.
     std::optional<DrawingVersion> version;
-    /// Nothing keeps the coding that the drawing was read in; a drawing that was never read is written as
+    /// Nothing goes by the ending of the file's name: ".dwg" is a binary drawing, ".dxf" is none. Where that
+    /// tells nothing the drawing keeps the coding that it was read in; one that was never read is written as
     /// text.
     std::optional<DrawingCoding> coding{};
     /// Writes every object from its fields, as if it had been changed. For tests of the fields.
@@ -62,9 +64,14 @@ struct WriteReport {
 /// place for is turned into what it has (r12entities.h) or left out; report.changes tells of both. No drawing
 /// is refused for what its old form holds and the new one lacks.
 ///
-/// A binary drawing is written by the same rules as the text that its groups make, and turned back.
+/// The binary exchange form is written by the same rules as the text that its groups make, and turned back.
 /// eInvalidInput where a text drawing holds a value that the binary form has no place for; the message names
 /// the line of what was to be turned.
+///
+/// Binary drawings are of the forms 2000, 2004, 2010, 2013 and 2018: without options.version an older one
+/// becomes 2000, and 2007 becomes 2010; told by options.version such a form is refused with eInvalidInput. A
+/// record that was not changed since it was read keeps its bits in the form that it was read in; records of
+/// unknown kinds go nowhere else, and report.changes tells of them.
 ///
 /// A block that contains itself, also by way of others, is refused with eCyclicReference: the drawing could
 /// not be opened again. So is, in R12, a block with a name that a space has there ($MODEL_SPACE,
