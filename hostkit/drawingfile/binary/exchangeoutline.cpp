@@ -92,7 +92,7 @@ private:
             if (m_group.is(0, "BLOCK")) {
                 OutlinedBlock& block = m_out.blocks.emplace_back();
                 block.begin = record();
-                block.handle = block.begin.owner;
+                block.handle = recordOf(block.begin);
                 m_byHandle.try_emplace(block.handle, m_out.blocks.size() - 1);
             } else if (m_group.is(0, "ENDBLK") && !m_out.blocks.empty()) {
                 m_out.blocks.back().end = record();
@@ -100,6 +100,28 @@ private:
                 entity(&m_out.blocks.back());
             }
         }
+    }
+
+    /// Programs that leave the owner out tell the table's record by the name alone.
+    std::uint64_t recordOf(const OutlinedRecord& begin) {
+        const OutlinedTable* const table = m_out.table("BLOCK_RECORD");
+        if (!table) return begin.owner;
+        if (m_blockNames.empty())
+            for (const OutlinedRecord& record : table->records)
+                m_blockNames.try_emplace(upperCase(valueIn(record.in(m_out.text), 2)), record.handle);
+        const std::string name = upperCase(valueIn(begin.in(m_out.text), 2));
+        const auto named = m_blockNames.find(name);
+        const std::uint64_t handle = named == m_blockNames.end() ? begin.owner : named->second;
+        if (name == "*MODEL_SPACE") m_modelSpace = handle;
+        if (name == "*PAPER_SPACE") m_paperSpace = handle;
+        return handle;
+    }
+
+    static std::string upperCase(std::string_view text) {
+        std::string result(text);
+        for (char& character : result)
+            if (character >= 'a' && character <= 'z') character = static_cast<char>(character - 'a' + 'A');
+        return result;
     }
 
     void entities() {
@@ -119,7 +141,9 @@ private:
             return;
         }
         if (!block) {
-            const auto found = m_byHandle.find(made.owner);
+            constexpr int paperCode = 67;
+            const bool isInPaper = made.owner == 0 && valueIn(made.in(m_out.text), paperCode) == "1";
+            const auto found = m_byHandle.find(made.owner ? made.owner : isInPaper ? m_paperSpace : m_modelSpace);
             if (found == m_byHandle.end()) {
                 m_last = nullptr;
                 return;
@@ -134,7 +158,9 @@ private:
     ExchangeOutline& m_out;
     GroupScanner m_scanner;
     RawGroup m_group;
-    std::unordered_map<std::uint64_t, std::size_t> m_byHandle; // of blocks
+    std::unordered_map<std::uint64_t, std::size_t> m_byHandle;   // of blocks
+    std::unordered_map<std::string, std::uint64_t> m_blockNames; // of their records
+    std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
     std::vector<OutlinedEntity>* m_last = nullptr;             // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };
