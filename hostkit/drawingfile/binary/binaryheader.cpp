@@ -1,10 +1,11 @@
 #include "binaryheader.h"
 
-#include "fieldcoding.h"
+#include "recordencoding.h"
 #include "sectionframe.h"
 #include "textencoding.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 
 namespace hostkit {
@@ -256,84 +257,62 @@ const std::vector<Standard>& standards() {
     return all;
 }
 
-class HeaderWriting {
-public:
-    HeaderWriting(const BinaryHeader& header, int form)
-        : m_header(header) {
-        m_out.form = form;
-    }
+template <class Kind>
+const Kind* valueIn(const BinaryHeader& header, std::string_view name) {
+    const auto found = header.values.find(name);
+    if (found != header.values.end())
+        if (const auto* const value = std::get_if<Kind>(&found->second)) return value;
+    const auto standard = std::ranges::find(standards(), name, &Standard::name);
+    return standard == standards().end() ? nullptr : std::get_if<Kind>(&standard->value);
+}
 
-    [[nodiscard]] std::vector<std::uint8_t> run(const RecordLayout& layout, const BinaryContainer& form) {
-        const bool isWide = isUtf8(form.version);
-        std::vector<double> numbers(layout.slots, 0.0);
-        for (const LayoutStep& step : layout.steps) {
-            if (!step.condition.empty() && !step.condition.holds(numbers)) continue;
-            numbers[step.slot] = write(step);
-            if (!isWide) { // one stream
-                m_out.data.append(m_out.references);
-                m_out.references = BitWriter();
-            }
-        }
-        BitWriter behind;
-        if (isWide)
-            for (const char* const name : {"key23", "key24", "key25", "key26"})
-                behind.bitShort(static_cast<std::int16_t>(m_header.whole(name)));
-        return framedSection(form, headerMark, m_out.data, m_out.text, m_out.references, behind);
-    }
+ValueRun runOf(const std::string& text) { return {text.data(), 0, text.size()}; }
 
-private:
-    template <class Kind>
-    [[nodiscard]] Kind valueOf(std::string_view name) const {
-        const auto found = m_header.values.find(name);
-        if (found != m_header.values.end())
-            if (const auto* const value = std::get_if<Kind>(&found->second)) return *value;
-        const HeaderValue standard = standardHeaderValue(name);
-        const auto* const value = std::get_if<Kind>(&standard);
-        return value ? *value : Kind{};
-    }
+/// What bit codes have a place for.
+double finite(double value) { return std::isfinite(value) ? value : 0.0; }
 
-    /// What conditions see of the value.
-    double write(const LayoutStep& step) {
-        RecordValue value;
-        if (isWholeCode(step.code)) {
-            value.whole = m_header.whole(step.name,
-                                         static_cast<std::int64_t>(numberOf(standardHeaderValue(step.name))));
-            writeField(m_out, step.code, value);
-            return static_cast<double>(value.whole);
-        }
-        if (const unsigned ordinates = ordinatesOf(step.code); ordinates > 1) {
-            std::ranges::copy(valueOf<std::array<double, 3>>(step.name), value.real);
-        } else if (ordinates == 1) {
-            value.real[0] = m_header.real(step.name, numberOf(standardHeaderValue(step.name)));
-        } else if (step.code == FieldCode::text) {
-            const std::string text = valueOf<std::string>(step.name);
-            value.run = {text.data(), 0, text.size()};
-            writeField(m_out, step.code, value);
-            return 0.0;
-        } else if (step.code == FieldCode::color) {
-            writeColor(valueOf<HeaderColor>(step.name));
-            return 0.0;
-        } else {
-            value.reference = {step.referenceCode, valueOf<HeaderReference>(step.name).handle};
-        }
-        writeField(m_out, step.code, value);
-        return ordinatesOf(step.code) == 1 ? value.real[0] : 0.0;
-    }
+void setColor(const HeaderColor& color, std::uint16_t slot, RecordScope& scope) {
+    ValueColor& own = scope.add(slot).color = {};
+    own.index = color.index;
+    own.value = color.value;
+    own.hasValue = true;
+    for (unsigned i = 0; i < 2; ++i)
+        if (const std::optional<std::string>& name = i == 0 ? color.name : color.book)
+            scope.add(static_cast<std::uint16_t>(slot + 1 + i)).run = runOf(*name);
+}
 
-    void writeColor(const HeaderColor& color) {
-        ValueColor own;
-        own.index = color.index;
-        own.value = color.value;
-        RecordValue name, book;
-        if (color.name) name.run = {color.name->data(), 0, color.name->size()};
-        if (color.book) book.run = {color.book->data(), 0, color.book->size()};
-        hostkit::writeColor(m_out, FieldCode::color, own, color.name ? &name : nullptr,
-                            color.book ? &book : nullptr);
+/// The variable at its place in a record; one that is missing and has no standard stays zero.
+void setVariable(const BinaryHeader& header, const LayoutStep& step, RecordScope& scope) {
+    RecordValue value;
+    switch (step.code) {
+    case FieldCode::text:
+        if (const auto* const text = valueIn<std::string>(header, step.name))
+            value.run = runOf(*text);
+        else
+            value.run = {"", 0, 0};
+        break;
+    case FieldCode::color:
+        if (const auto* const color = valueIn<HeaderColor>(header, step.name))
+            setColor(*color, step.slot, scope);
+        return;
+    case FieldCode::bitDouble:
+        value.real[0] = finite(header.real(step.name, numberOf(standardHeaderValue(step.name))));
+        break;
+    case FieldCode::bitPoint3:
+    case FieldCode::rawPoint2:
+        if (const auto* const point = valueIn<std::array<double, 3>>(header, step.name))
+            std::ranges::transform(*point, value.real, finite);
+        break;
+    case FieldCode::reference:
+    case FieldCode::ownHandle:
+        value.reference = {step.referenceCode, header.handle(step.name)};
+        break;
+    default:
+        value.whole =
+            header.whole(step.name, static_cast<std::int64_t>(numberOf(standardHeaderValue(step.name))));
     }
-
-    const BinaryHeader& m_header;
-    FieldStreams m_out;
-};
+    scope.add(step.slot) = value;
+}
 
 } // namespace
 
@@ -392,8 +371,18 @@ BinaryHeader readHeader(BinaryContainer& container) {
 }
 
 std::vector<std::uint8_t> writeHeader(const BinaryContainer& form, const BinaryHeader& header) {
-    const int number = static_cast<int>(form.version) % 100;
-    return HeaderWriting(header, number).run(layoutOf(form.version), form);
+    const RecordLayout& layout = layoutOf(form.version);
+    const bool isWide = isUtf8(form.version);
+    RecordScope scope;
+    for (const LayoutStep& step : layout.steps) setVariable(header, step, scope);
+    RecordEncoding encoding(form.version);
+    if (!isWide) encoding.putReferencesAmongData();
+    static_cast<void>(encoding.run(layout, 0, scope)); // there are no loops whose passes could be missing
+    BitWriter behind;
+    if (isWide)
+        for (const char* const name : {"key23", "key24", "key25", "key26"})
+            behind.bitShort(static_cast<std::int16_t>(header.whole(name)));
+    return framedSection(form, headerMark, encoding.data(), encoding.text(), encoding.references(), behind);
 }
 
 } // namespace hostkit

@@ -2,8 +2,8 @@
 
 #include "bitwriter.h"
 #include "casefold.h"
-#include "drawingtext.h"
 #include "sectionframe.h"
+#include "transcriptvalues.h"
 
 #include <algorithm>
 
@@ -23,28 +23,35 @@ constexpr std::array<std::wstring_view, 45> pageNames{
     L"ANSI_1256", L"ANSI_1257", L"ANSI_874",  L"ANSI_932",  L"ANSI_936",  L"ANSI_949",  L"ANSI_950",
     L"ANSI_1361", L"ANSI_1200", L"ANSI_1258"};
 
-DrawingText codingOf(const BinaryContainer& container) {
-    return DrawingText(codePageFromName(codePageName(container.codePage)).value_or(CodePage::western1252));
-}
-
 /// Texts with their length before and a zero behind, which the length counts.
-class TextReading {
+class PropertiesReading {
 public:
-    explicit TextReading(const BinaryContainer& container)
-        : m_isWide(isUtf8(container.version))
-        , m_coding(codingOf(container))
-        , m_reader(container.section(propertiesName)) {}
+    PropertiesReading(ByteSpan bytes, bool isWide)
+        : m_isWide(isWide)
+        , m_reader(bytes) {}
 
-    std::wstring text() {
-        std::wstring wide;
-        std::string bytes;
+    std::string text() {
+        std::string text;
+        wchar_t high = 0;
         const unsigned count = m_reader.rawShort();
         for (unsigned i = 0; i < count && !m_reader.failed(); ++i) {
-            const unsigned unit = m_isWide ? m_reader.rawShort() : m_reader.rawByte();
+            const auto unit = static_cast<wchar_t>(m_isWide ? m_reader.rawShort() : m_reader.rawByte());
             if (unit == 0) continue;
-            m_isWide ? void(wide += static_cast<wchar_t>(unit)) : bytes.push_back(static_cast<char>(unit));
+            if (!m_isWide) {
+                text += static_cast<char>(unit);
+                continue;
+            }
+            const bool isLow = unit >= 0xDC00 && unit < 0xE000;
+            if (high && isLow)
+                appendUtf8(text, 0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+            else if (high)
+                appendUtf8(text, high);
+            const bool isHigh = unit >= 0xD800 && unit < 0xDC00;
+            if (!isHigh && !(high && isLow)) appendUtf8(text, unit);
+            high = isHigh ? unit : 0;
         }
-        return m_isWide ? joined(wide) : m_coding.decode(bytes);
+        if (high) appendUtf8(text, high);
+        return text;
     }
     BinaryDate date() {
         const std::uint32_t day = m_reader.rawLong();
@@ -53,65 +60,26 @@ public:
     BitReader& reader() { return m_reader; }
 
 private:
-    /// Pairs of surrogates become one character.
-    static std::wstring joined(const std::wstring& units) {
-        std::wstring text;
-        for (const wchar_t unit : units) {
-            const bool isLow = unit >= 0xDC00 && unit < 0xE000;
-            if (isLow && !text.empty() && text.back() >= 0xD800 && text.back() < 0xDC00)
-                text.back() =
-                    static_cast<wchar_t>(0x10000 + ((text.back() - 0xD800) << 10) + (unit - 0xDC00));
-            else
-                text += unit;
-        }
-        return text;
-    }
-
     bool m_isWide;
-    DrawingText m_coding;
     BitReader m_reader;
 };
 
-void writeWide(BitWriter& writer, std::wstring_view text, std::size_t most) {
+void writeText(BitWriter& writer, std::string_view text, bool isWide) {
+    constexpr std::size_t most = 65534;
+    text = text.substr(0, text.find('\0'));
     std::vector<std::uint16_t> units;
-    for (const wchar_t character : text) {
-        const auto point = static_cast<std::uint32_t>(character);
-        if (point >= 0x10000) units.push_back(static_cast<std::uint16_t>(0xD7C0 + (point >> 10)));
-        units.push_back(static_cast<std::uint16_t>(point < 0x10000 ? point : 0xDC00 + (point & 0x3FF)));
-    }
+    isWide ? utf16Of(text, units) : void(units.assign(text.begin(), text.end()));
     if (units.size() > most) units.resize(most);
-    writer.rawShort(static_cast<std::uint16_t>(units.size() + 1));
-    for (const std::uint16_t unit : units) writer.rawShort(unit);
-    writer.rawShort(0);
+    units.push_back(0);
+    writer.rawShort(static_cast<std::uint16_t>(units.size()));
+    for (const std::uint16_t unit : units)
+        isWide ? writer.rawShort(unit) : writer.rawByte(static_cast<std::uint8_t>(unit));
 }
 
-class TextWriting {
-public:
-    explicit TextWriting(const BinaryContainer& form)
-        : m_isWide(isUtf8(form.version))
-        , m_coding(codingOf(form)) {}
-
-    void text(std::wstring_view text) {
-        constexpr std::size_t most = 65534;
-        if (m_isWide) return writeWide(m_writer, text, most);
-        std::string bytes;
-        m_coding.encode(text, bytes);
-        if (bytes.size() > most) bytes.resize(most);
-        m_writer.rawShort(static_cast<std::uint16_t>(bytes.size() + 1));
-        for (const char byte : bytes) m_writer.rawByte(static_cast<std::uint8_t>(byte));
-        m_writer.rawByte(0);
-    }
-    void date(BinaryDate date) {
-        m_writer.rawLong(date.day);
-        m_writer.rawLong(date.milliseconds);
-    }
-    BitWriter& writer() { return m_writer; }
-
-private:
-    bool m_isWide;
-    DrawingText m_coding;
-    BitWriter m_writer;
-};
+void writeDate(BitWriter& writer, BinaryDate date) {
+    writer.rawLong(date.day);
+    writer.rawLong(date.milliseconds);
+}
 
 template <class Properties, class Visit>
 void forEachText(Properties& properties, Visit visit) {
@@ -125,11 +93,6 @@ void forEachText(Properties& properties, Visit visit) {
 BinaryDate dateOf(const BinaryHeader& header, const std::string& name) {
     return {static_cast<std::uint32_t>(header.whole(name + "_day")),
             static_cast<std::uint32_t>(header.whole(name + "_ms"))};
-}
-
-void writeDate(BitWriter& writer, BinaryDate date) {
-    writer.rawLong(date.day);
-    writer.rawLong(date.milliseconds);
 }
 
 void zeros(BitWriter& writer, unsigned bytes) {
@@ -148,18 +111,22 @@ unsigned codePageNumber(std::wstring_view name) {
     return 0;
 }
 
+CodePage codePageOf(const BinaryContainer& container) {
+    return codePageFromName(codePageName(container.codePage)).value_or(CodePage::western1252);
+}
+
 std::optional<DrawingProperties> readProperties(BinaryContainer& container) {
-    if (container.section(propertiesName).empty()) return std::nullopt;
+    const ByteSpan bytes = container.section(propertiesName);
+    if (bytes.empty()) return std::nullopt;
     DrawingProperties properties;
-    TextReading reading(container);
-    forEachText(properties, [&](std::wstring& text) { text = reading.text(); });
+    PropertiesReading reading(bytes, isUtf8(container.version));
+    forEachText(properties, [&](std::string& text) { text = reading.text(); });
     properties.editingTime = reading.date();
     properties.created = reading.date();
     properties.updated = reading.date();
     const unsigned count = reading.reader().rawShort();
     for (unsigned i = 0; i < count && !reading.reader().failed(); ++i) {
-        std::wstring name = reading.text();
-        std::wstring value = reading.text();
+        std::string name = reading.text(), value = reading.text();
         if (!reading.reader().failed()) properties.custom.emplace_back(std::move(name), std::move(value));
     }
     if (reading.reader().failed())
@@ -169,19 +136,20 @@ std::optional<DrawingProperties> readProperties(BinaryContainer& container) {
 
 std::vector<std::uint8_t> writeProperties(const BinaryContainer& form, const DrawingProperties& properties) {
     constexpr std::size_t mostCustom = 0xFFFF;
-    TextWriting writing(form);
-    forEachText(properties, [&](const std::wstring& text) { writing.text(text); });
-    writing.date(properties.editingTime);
-    writing.date(properties.created);
-    writing.date(properties.updated);
+    const bool isWide = isUtf8(form.version);
+    BitWriter out;
+    forEachText(properties, [&](const std::string& text) { writeText(out, text, isWide); });
+    writeDate(out, properties.editingTime);
+    writeDate(out, properties.created);
+    writeDate(out, properties.updated);
     const std::size_t count = std::min(properties.custom.size(), mostCustom);
-    writing.writer().rawShort(static_cast<std::uint16_t>(count));
+    out.rawShort(static_cast<std::uint16_t>(count));
     for (std::size_t i = 0; i < count; ++i) {
-        writing.text(properties.custom[i].first);
-        writing.text(properties.custom[i].second);
+        writeText(out, properties.custom[i].first, isWide);
+        writeText(out, properties.custom[i].second, isWide);
     }
-    zeros(writing.writer(), 8);
-    return writing.writer().bytes();
+    zeros(out, 8);
+    return out.bytes();
 }
 
 int readMeasurement(const BinaryContainer& container) {
@@ -265,14 +233,13 @@ std::vector<std::uint8_t> makeFreeSpace(const BinaryContainer& form, const Binar
 }
 
 std::vector<std::uint8_t> makeAppInfo() {
-    constexpr std::size_t most = 0x7FFF;
     BitWriter out;
     out.rawLong(3);
-    writeWide(out, L"AppInfoDataList", most);
+    writeText(out, "AppInfoDataList", true);
     out.rawLong(2);
     for (int i = 0; i < 2; ++i) {
         zeros(out, 16);
-        writeWide(out, L"VEXOTools10", most);
+        writeText(out, "VEXOTools10", true);
     }
     return out.bytes();
 }

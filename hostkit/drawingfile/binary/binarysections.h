@@ -3,6 +3,7 @@
 #pragma once
 
 #include "binaryheader.h"
+#include "textencoding.h"
 
 #include <string>
 #include <utility>
@@ -14,6 +15,8 @@ namespace hostkit {
 /// for what is not known. Upper and lower case are the same.
 [[nodiscard]] std::wstring_view codePageName(unsigned number);
 [[nodiscard]] unsigned codePageNumber(std::wstring_view name);
+/// Windows-1252 for those that have no equal.
+[[nodiscard]] CodePage codePageOf(const BinaryContainer& container);
 
 /// A day of the Julian calendar and milliseconds of it, or days and milliseconds of a span.
 struct BinaryDate {
@@ -21,17 +24,18 @@ struct BinaryDate {
     friend bool operator==(BinaryDate, BinaryDate) = default;
 };
 
-/// What the drawing tells about itself (section AcDb:SummaryInfo, from 2004 on).
+/// What the drawing tells about itself (section AcDb:SummaryInfo, from 2004 on). Texts are bytes of the
+/// drawing's code page in 2004, from then on UTF-8.
 struct DrawingProperties {
-    std::wstring title, subject, author, keywords, comments, lastSavedBy, revision, hyperlinkBase;
+    std::string title, subject, author, keywords, comments, lastSavedBy, revision, hyperlinkBase;
     BinaryDate editingTime, created, updated;
-    std::vector<std::pair<std::wstring, std::wstring>> custom; ///< name and value
+    std::vector<std::pair<std::string, std::string>> custom; ///< name and value
 };
 
 /// Nothing where the drawing has none. What a damaged section tells is taken up to the damage, which is told
 /// in the container.
 [[nodiscard]] std::optional<DrawingProperties> readProperties(BinaryContainer& container);
-/// Texts end after 65534 characters, custom properties after 65535.
+/// Texts end before a zero and after 65534 characters, custom properties after 65535.
 [[nodiscard]] std::vector<std::uint8_t> writeProperties(const BinaryContainer& form,
                                                         const DrawingProperties& properties);
 

@@ -1,5 +1,6 @@
 #include "binarytranscription.h"
 
+#include "binarysections.h"
 #include "datastore.h"
 #include "headertext.h"
 #include "modelerstore.h"

@@ -1,5 +1,6 @@
 #include "headertext.h"
 
+#include "binarysections.h"
 #include "recordlayout.h"
 #include "recordtranscription.h"
 #include "transcriptvalues.h"
@@ -12,26 +13,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr std::array<std::pair<unsigned, CodePage>, 19> codePages{{{22, CodePage::japanese932},
-                                                                   {24, CodePage::chinese950},
-                                                                   {25, CodePage::korean949},
-                                                                   {28, CodePage::centralEurope1250},
-                                                                   {29, CodePage::cyrillic1251},
-                                                                   {30, CodePage::western1252},
-                                                                   {31, CodePage::chinese936},
-                                                                   {32, CodePage::greek1253},
-                                                                   {33, CodePage::turkish1254},
-                                                                   {34, CodePage::hebrew1255},
-                                                                   {35, CodePage::arabic1256},
-                                                                   {36, CodePage::baltic1257},
-                                                                   {37, CodePage::thai874},
-                                                                   {38, CodePage::japanese932},
-                                                                   {39, CodePage::chinese936},
-                                                                   {40, CodePage::korean949},
-                                                                   {41, CodePage::chinese950},
-                                                                   {44, CodePage::vietnamese1258},
-                                                                   {43, CodePage::western1252}}};
-
 constexpr int variableCode = 9;
 
 void appendEscapedGroup(int code, std::string_view text, const DrawingStyle& style, std::string& bytes) {
@@ -40,71 +21,26 @@ void appendEscapedGroup(int code, std::string_view text, const DrawingStyle& sty
     bytes += style.newline;
 }
 
-/// The texts of the section of properties: each a count of characters, with an end of its own.
-class Properties {
-public:
-    Properties(ByteSpan bytes, bool isWide)
-        : m_reader(bytes)
-        , m_isWide(isWide) {}
-
-    std::string text() {
-        std::string result;
-        for (std::size_t left = m_reader.rawShort(); left > 0 && !m_reader.failed(); --left) {
-            const std::uint32_t unit = m_isWide ? m_reader.rawShort() : m_reader.rawByte();
-            if (unit == 0) continue;
-            if (m_isWide && unit >= 0xD800 && unit < 0xDC00 && left > 1) {
-                const std::uint32_t low = m_reader.rawShort();
-                appendUtf8(result, static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00)));
-                --left;
-            } else if (m_isWide) {
-                appendUtf8(result, static_cast<wchar_t>(unit));
-            } else {
-                result += static_cast<char>(unit);
-            }
-        }
-        return result;
-    }
-    void skipDates() {
-        for (int i = 0; i < 6; ++i) m_reader.rawLong();
-    }
-    std::size_t count() { return m_reader.rawShort(); }
-    [[nodiscard]] bool failed() const { return m_reader.failed(); }
-
-private:
-    BitReader m_reader;
-    bool m_isWide;
-};
-
-void appendProperties(const BinaryContainer& container, const DrawingStyle& style, std::string& bytes) {
-    static constexpr std::array<std::string_view, 8> names{
-        "$TITLE", "$SUBJECT", "$AUTHOR", "$KEYWORDS", "$COMMENTS", "$LASTSAVEDBY", "$REVISIONNUMBER", ""};
-    const ByteSpan section = container.section("AcDb:SummaryInfo");
-    if (section.empty()) return;
-    Properties properties(section, isUtf8(container.version));
+void appendProperties(BinaryContainer& container, const DrawingStyle& style, std::string& bytes) {
+    const std::optional<DrawingProperties> properties = readProperties(container);
+    if (!properties) return;
     const auto variable = [&](std::string_view name, std::string_view value) {
         appendGroup(variableCode, name, style, bytes);
         appendEscapedGroup(1, value, style, bytes);
     };
-    for (const std::string_view name : names) {
-        const std::string value = properties.text();
-        if (!name.empty() && !value.empty()) variable(name, value);
-    }
-    properties.skipDates();
-    for (std::size_t left = properties.count(); left > 0 && !properties.failed(); --left) {
-        const std::string name = properties.text(), value = properties.text();
-        if (properties.failed()) return;
+    const std::pair<std::string_view, const std::string&> texts[]{{"$TITLE", properties->title},
+                                                                  {"$SUBJECT", properties->subject},
+                                                                  {"$AUTHOR", properties->author},
+                                                                  {"$KEYWORDS", properties->keywords},
+                                                                  {"$COMMENTS", properties->comments},
+                                                                  {"$LASTSAVEDBY", properties->lastSavedBy},
+                                                                  {"$REVISIONNUMBER", properties->revision}};
+    for (const auto& [name, value] : texts)
+        if (!value.empty()) variable(name, value);
+    for (const auto& [name, value] : properties->custom) {
         variable("$CUSTOMPROPERTYTAG", name);
         variable("$CUSTOMPROPERTY", value);
     }
-}
-
-/// Behind a description, whose characters are counted, without its end up to 2004.
-int measurementOf(const BinaryContainer& container) {
-    const ByteSpan section = container.section("AcDb:Template");
-    if (section.size() < 4) return 0;
-    const std::size_t width = isUtf8(container.version) ? 2 : 1;
-    const std::size_t at = 2 + littleEndian(section, 0, 2) * width;
-    return static_cast<int>(littleEndian(section, at, 2));
 }
 
 /// From 2018 on the number has more than the byte that the file's head has for it.
@@ -144,15 +80,9 @@ void fieldsOfHeader(const BinaryHeader& header, DrawingVersion version, RecordFi
 
 } // namespace
 
-CodePage codePageOf(const BinaryContainer& container) {
-    for (const auto& [number, page] : codePages)
-        if (number == container.codePage) return page;
-    return CodePage::western1252;
-}
-
-void appendHeaderSection(const TranscribedDrawing& drawing, const RecordNames& names,
-                         const DrawingStyle& style, std::string& bytes) {
-    const BinaryContainer& container = drawing.container;
+void appendHeaderSection(TranscribedDrawing& drawing, const RecordNames& names, const DrawingStyle& style,
+                         std::string& bytes) {
+    BinaryContainer& container = drawing.container;
     appendGroup(0, "SECTION", style, bytes);
     appendGroup(2, "HEADER", style, bytes);
     appendGroup(variableCode, "$ACADVER", style, bytes);
@@ -171,7 +101,7 @@ void appendHeaderSection(const TranscribedDrawing& drawing, const RecordNames& n
     const RecordReading reading(container, drawing.classes);
     RecordTranscription(reading, names, style).appendVariables(fields, variables);
     appendGroup(variableCode, "$MEASUREMENT", style, measurement);
-    appendInteger(70, measurementOf(container), style, measurement);
+    appendInteger(70, readMeasurement(container), style, measurement);
     std::string behind;
     appendGroup(variableCode, "$CELWEIGHT", style, behind);
     const std::size_t at = variables.find(behind);

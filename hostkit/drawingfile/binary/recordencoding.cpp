@@ -340,7 +340,7 @@ private:
             handle = byDistance(target);
         else if (step.referenceCode)
             handle = {step.referenceCode, target};
-        (isWithin ? m_owner.m_data : m_owner.m_references).handle(handle);
+        (isWithin || m_owner.m_hasOneStream ? m_owner.m_data : m_owner.m_references).handle(handle);
     }
 
     /// Of a soft pointer, which alone may be told so.

@@ -22,6 +22,8 @@ public:
     /// values cannot be a record: a loop has other passes than its count says.
     [[nodiscard]] bool append(const RecordLayout& layout, unsigned type, std::uint64_t handle,
                               const RecordScope& values, std::vector<std::uint8_t>& bytes);
+    /// From now on references are written among the data, as in the header of the first forms.
+    void putReferencesAmongData() { m_hasOneStream = true; }
     /// Runs the layout alone, for what is no record: the three streams as bits.
     [[nodiscard]] bool run(const RecordLayout& layout, std::uint64_t handle, const RecordScope& values);
     [[nodiscard]] const BitWriter& data() const { return m_data; }
@@ -35,6 +37,7 @@ private:
     void finish(std::vector<std::uint8_t>& bytes);
 
     int m_form;
+    bool m_hasOneStream = false;
     const RecordReading* m_reading = nullptr;
     const RecordFields* m_original = nullptr;
     BitWriter m_data, m_text, m_references;
