@@ -142,7 +142,11 @@ private:
         if (longAt(head, 0) != dataPageMark) return fault(at, L"the head of a page is damaged", name);
         const ByteSpan stored = partOf(m_file, at + 32, longAt(head, 8));
         if (stored.size() < longAt(head, 8)) return fault(at, L"a page goes past the end of the file", name);
-        if (pageChecksum(stored) != longAt(head, 0x1C)) fault(at, L"the checksum of a page is wrong", name);
+        const std::uint32_t sum = pageChecksum(stored);
+        if (sum != longAt(head, 0x1C)) fault(at, L"the checksum of a page is wrong", name);
+        const std::uint32_t headSum = longAt(head, 0x18);
+        std::fill_n(head.begin() + 0x18, 4, std::uint8_t{0});
+        if (pageChecksum(head, sum) != headSum) fault(at, L"the checksum of a page's head is wrong", name);
         if (isPacked && !unpackPage(stored, capacity, m_page)) fault(at, L"a page is damaged", name);
         const ByteSpan data = isPacked ? ByteSpan(m_page) : stored;
         if (offset > out.size()) return fault(at, L"a page lies past the end of its section", name);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace hostkit {
@@ -109,8 +110,10 @@ class Packing {
 public:
     explicit Packing(std::span<const std::uint8_t> bytes)
         : m_in(bytes)
-        , m_last(tableSize, -1)
-        , m_before(bytes.size(), -1) {
+        , m_last(tables().last)
+        , m_before(tables().before) {
+        m_last.assign(tableSize, -1);
+        if (m_before.size() < bytes.size()) m_before.resize(bytes.size());
         m_out.reserve(bytes.size() / 2 + 16);
     }
 
@@ -142,6 +145,15 @@ private:
         std::size_t distance = 0, length = 0;
     };
 
+    /// Taken again from page to page: they are larger than a page.
+    struct Tables {
+        std::vector<std::int32_t> last, before;
+    };
+    static Tables& tables() {
+        thread_local Tables own;
+        return own;
+    }
+
     [[nodiscard]] std::size_t slot(std::size_t at) const {
         std::uint32_t four = 0;
         std::memcpy(&four, m_in.data() + at, 4);
@@ -155,18 +167,31 @@ private:
         last = static_cast<std::int32_t>(at);
     }
 
+    /// How many bytes are the same from both places on.
+    [[nodiscard]] std::size_t lengthOf(std::size_t at, std::size_t from) const {
+        const std::uint8_t* const bytes = m_in.data();
+        const std::size_t most = m_in.size() - at;
+        std::size_t length = 0;
+        for (; length + 8 <= most; length += 8) {
+            std::uint64_t one = 0, other = 0;
+            std::memcpy(&one, bytes + at + length, 8);
+            std::memcpy(&other, bytes + from + length, 8);
+            if (one != other) return length + static_cast<std::size_t>(std::countr_zero(one ^ other)) / 8;
+        }
+        while (length < most && bytes[at + length] == bytes[from + length]) ++length;
+        return length;
+    }
+
     [[nodiscard]] Match longestAt(std::size_t at) const {
         Match best;
         int tries = mostTries;
-        for (std::int32_t from = m_last[slot(at)]; from >= 0 && tries-- > 0;
-             from = m_before[static_cast<std::size_t>(from)]) {
-            const std::size_t distance = at - static_cast<std::size_t>(from);
-            if (distance > farthest) break;
-            std::size_t length = 0;
-            while (at + length < m_in.size() &&
-                   m_in[at + length] == m_in[static_cast<std::size_t>(from) + length])
-                ++length;
-            if (length >= leastMatch && length > best.length) best = {distance, length};
+        for (std::int32_t last = m_last[slot(at)]; last >= 0 && tries-- > 0;
+             last = m_before[static_cast<std::size_t>(last)]) {
+            const auto from = static_cast<std::size_t>(last);
+            if (at - from > farthest || at + best.length == m_in.size()) break;
+            if (m_in[at + best.length] != m_in[from + best.length]) continue; // no longer one
+            const std::size_t length = lengthOf(at, from);
+            if (length >= leastMatch && length > best.length) best = {at - from, length};
         }
         return best;
     }
@@ -218,7 +243,7 @@ private:
     }
 
     std::span<const std::uint8_t> m_in;
-    std::vector<std::int32_t> m_last, m_before;
+    std::vector<std::int32_t>&m_last, &m_before;
     std::vector<std::uint8_t> m_out;
     std::size_t m_done = 0; ///< all before it is written
     std::size_t m_tail = 0; ///< the byte that counts the literals behind the last match
