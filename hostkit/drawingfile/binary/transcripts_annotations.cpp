@@ -69,8 +69,8 @@ use PARAGRAPH
 72 pathtype = 0
 73 annottype ~ 3
 74 hookonx
-[-21] 40 boxheight
-[-21] 41 boxwidth
+[-21] 40 boxheight = 0
+[-21] 41 boxwidth = 0
 76 npts
 for npts:
   10 pts[]
@@ -181,17 +181,19 @@ if !solid:
 98 nseeds
 10 seeds*
 [18+] 450 isgradient = 0
-[18+] if isgradient:
-  451 reserved
-  460 gradangle
-  461 gradshift
-  452 singlecolor
-  462 gradtint
-  453 ncolors
+[18+] 451 reserved ?> isgradient
+[18+] 460 gradangle ?> isgradient
+[18+] 461 gradshift ?> isgradient
+[18+] 452 singlecolor ?> isgradient
+[18+] 462 gradtint ?> isgradient
+[18+] read told = isgradient * ncolors
+[18+] 453 (told) as told = 0
+[18+] if told:
+  write ncolors = told
   for ncolors:
     463 shiftvalue
     63 gcolor color ~ 7
-  470 gradname
+[18+] 470 gradname ?> isgradient
 @ VIEWPORT
 100 AcDbViewport
 10 center

@@ -97,7 +97,7 @@ use INSERT-PLACE
 41 (endw - startw * (startw < 0)) as endw = 0
 42 bulge = 0
 [24+] 91 id = 0
-70 flags ~ 0
+70 flags = 0
 50 tangent deg = 0
 write startw = startw * (1 - 2 * (startw == endw && startw > 0))
 @ VERTEX_3D | VERTEX
@@ -128,7 +128,7 @@ write startw = startw * (1 - 2 * (startw == endw && startw > 0))
 66 (1)
 10 zx,zy,elevation
 39 thickness = 0
-70 flags = 0
+70 flags ~ 0
 40 startw = 0
 41 endw = 0
 75 curvetype = 0
@@ -376,7 +376,7 @@ use DIMENSION-HEAD
 16 pt16
 17 pt17
 @ LARGE_RADIAL_DIMENSION
-read kind = 4
+read kind = 9
 use DIMENSION-HEAD
 100 AcDbRadialDimensionLarge
 13 override
