@@ -122,9 +122,7 @@ private:
         case ValueKind::real:
             return real(step, (value ? value : &nothing)->real);
         case ValueKind::text:
-            return text(value && before && isSameText(value->run, before->run) ? before->run
-                        : value                                                ? value->run
-                                                                               : ValueRun{});
+            return text(value, before);
         case ValueKind::bytes:
             return value ? rawBytes(value->run) : zeros(step.count.value(m_values));
         case ValueKind::color:
@@ -253,6 +251,11 @@ private:
         for (const std::uint16_t unit : m_units) stream.rawShort(unit);
     }
 
+    void text(const RecordValue* value, const RecordValue* before) {
+        if (!value) return text(ValueRun{});
+        text(before && isSameText(value->run, before->run) ? before->run : value->run);
+    }
+
     /// Texts of older forms may have a zero behind, which no group tells.
     [[nodiscard]] bool isSameText(const ValueRun& run, const ValueRun& before) {
         if (!run.bytes || !m_owner.m_reading) return false;
@@ -305,8 +308,11 @@ private:
         const RecordValue* const name = find(static_cast<std::uint16_t>(step.slot + 1));
         const RecordValue* const book = find(static_cast<std::uint16_t>(step.slot + 2));
         data.rawByte(static_cast<std::uint8_t>((name ? 1 : 0) | (book ? 2 : 0)));
-        if (name) text(name->run);
-        if (book) text(book->run);
+        const auto before = [&](int shift) {
+            return m_original ? m_original->find(static_cast<std::uint16_t>(step.slot + shift)) : nullptr;
+        };
+        if (name) text(name, before(1));
+        if (book) text(book, before(2));
         m_values[step.slot] = color.index;
     }
 

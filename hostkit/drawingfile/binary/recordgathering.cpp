@@ -49,7 +49,8 @@ public:
         m_outermost = {&values, nullptr};
         m_frame = &m_outermost;
         m_arrays = &values;
-        if (m_original && m_original->layout == &layout) loadOriginal();
+        m_before = m_original && m_original->layout == &layout ? &m_original->values : nullptr;
+        loadBefore();
         m_region = {1, record.extendedDataBegin};
         head(links);
         if (layout.isEntity) entity(links);
@@ -133,8 +134,9 @@ private:
         return field.isField ? valueKindOf(static_cast<std::uint8_t>(field.code)) : ValueKind::none;
     }
 
-    void loadOriginal() {
-        for (const RecordScope::Item& item : m_original->values.items()) {
+    void loadBefore() {
+        if (!m_before) return;
+        for (const RecordScope::Item& item : m_before->items()) {
             const ValueKind kind = kindOf(item.slot);
             if (kind == ValueKind::whole) m_values[item.slot] = static_cast<double>(item.value.whole);
             if (kind == ValueKind::real) m_values[item.slot] = item.value.real[0];
@@ -261,6 +263,8 @@ private:
         const Region outerRegion = m_region;
         const Frame* const outer = m_frame;
         RecordScope* const outerArrays = m_arrays;
+        const RecordScope* const outerBefore = m_before;
+        const RecordScope::Loop* const before = line.hasLayoutLoop && m_before ? m_before->findLoop(line.slot) : nullptr;
         m_arrays = outer->scope;
         const bool isCounted = !line.countSlot || m_isSet[line.countSlot];
         const double told = line.condition.value(m_values);
@@ -276,6 +280,8 @@ private:
                 frame.scope = &RecordScope::addPass(outer->scope->loop(line.slot));
                 m_frame = &frame;
                 isSetOutside = m_isSet;
+                m_before = before && count < before->count ? before->passes[count].get() : nullptr;
+                loadBefore();
             }
             m_values[m_layout->loopSlot] = static_cast<double>(count);
             lines(at + 1, line.end);
@@ -284,6 +290,7 @@ private:
         }
         m_region = outerRegion;
         m_arrays = outerArrays;
+        m_before = outerBefore;
         m_values[m_layout->loopSlot] = outerIndex;
         if (line.countSlot && (!isCounted || count != most))
             setValue(line.countSlot, kindOf(line.countSlot), static_cast<double>(count));
@@ -894,6 +901,7 @@ private:
     unsigned m_codePage;
     const RecordNames& m_names;
     const RecordFields* m_original = nullptr;
+    const RecordScope* m_before = nullptr; ///< the present pass in it
     DrawingRecord* m_record = nullptr;
     const RecordLayout* m_layout = nullptr;
     RecordHead m_head;

@@ -211,8 +211,12 @@ if !(vflags & 1):
   140 dval ? vtype == 2
   92 vsize ? vtype == 8
   310 vbytes hex ? vtype == 8
-  11 vpt2 ? vtype == 16
-  11 vpt3 ? vtype == 32
+  if vtype == 16:
+    11 vpt2
+    write vsize = 16
+  if vtype == 32:
+    11 vpt3
+    write vsize = 24
   330 vref ? vtype == 64
 [21+] 94 units
 [21+] 300 vformat
@@ -406,7 +410,7 @@ if first != 1:
 read own = hascov * cov
 [-18] 177 ((own & 0x7FFF) - (own & 0x8000)) as own
 [21+] 91 (own) as own
-[-18] write cov = (own & 0xFFFF) | (cov & 0x70000)
+[-18] write cov = (own & 0xFFFF) | hascov * (cov & 0x70000)
 [21+] write cov = own
 write hascov = cov != 0
 178 virt ~ 0
@@ -417,7 +421,7 @@ if ctype == 1:
 if ctype == 2:
   340 cellref
   144 bscale ~ 1
-  179 natts
+  179 natts ~ 0
   write hasatts = natts > 0
   for natts:
     331 attdef
