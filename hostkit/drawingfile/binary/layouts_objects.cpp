@@ -345,7 +345,7 @@ BL state
 BL evalstatus
 BL evalerror
 TV errormsg
-use VALUE
+use VALUE as value
 TV valuestring
 BL valuelen
 BL nvalues

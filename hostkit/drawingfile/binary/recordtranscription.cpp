@@ -154,7 +154,7 @@ private:
                 m_values[item.slot] = static_cast<double>(resolved(item.value));
                 break;
             case ValueKind::color:
-                m_values[item.slot] = item.value.color.index;
+                m_values[item.slot] = indexOf(item.value.color);
                 break;
             case ValueKind::text:
             case ValueKind::bytes:

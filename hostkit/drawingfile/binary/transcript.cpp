@@ -77,6 +77,7 @@ public:
     }
 
     [[nodiscard]] bool isNone() const { return m_isNone; }
+    [[nodiscard]] bool canBeNew() const { return m_canBeNew; }
 
 private:
     [[noreturn]] void fault(std::string_view what, std::string_view text) const {
@@ -134,6 +135,8 @@ private:
             m_prefix = before;
         } else if (text == "none") {
             m_isNone = true;
+        } else if (text == "changed") {
+            m_canBeNew = false;
         } else if (begins(text, "read ") || begins(text, "write ") || begins(text, "new ")) {
             Line line;
             line.kind = begins(text, "read ") ? Line::Kind::read : Line::Kind::write;
@@ -330,7 +333,7 @@ private:
     static constexpr std::ptrdiff_t deepest = 4; ///< parts within themselves
 
     int m_form;
-    bool m_isNone = false;
+    bool m_isNone = false, m_canBeNew = true;
     RecordLayout& m_layout;
     std::vector<Line>& m_lines;
     std::vector<std::string_view> m_open;
@@ -384,6 +387,7 @@ bool compileTranscript(int form, RecordLayout& layout, Transcript& transcript) {
     });
     Compiling compiling(form, layout, transcript);
     if (!isOpaque) compiling.use(layout.name);
+    transcript.canBeNew = compiling.canBeNew();
     return !isOpaque && !compiling.isNone();
 }
 

@@ -90,6 +90,7 @@ struct TranscriptLine {
 struct Transcript {
     std::string recordName; ///< in the exchange form
     std::vector<TranscriptLine> lines;
+    bool canBeNew = true; ///< the groups tell enough for a record where none is changed
 };
 
 /// False where the layout's kind has none. Adds the names of the transcript to the layout's slots.

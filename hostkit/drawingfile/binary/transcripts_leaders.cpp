@@ -221,6 +221,29 @@ if !(vflags & 1):
 [21+] 94 units
 [21+] 300 vformat
 [21+] 302 vstring
+@ FIELD
+100 AcDbField
+1 evaluator
+2 code pieces 3
+90 nchild
+360 children*
+97 nobj
+331 objects*
+[-18] 4 format
+91 evaloption
+92 filingoption
+94 state
+95 evalstatus
+96 evalerror
+300 errormsg
+93 nvalues
+for nvalues:
+  6 key
+  use VALUE
+7 'ACFD_FIELD_VALUE'
+use VALUE as value
+301 valuestring pieces 9
+98 valuelen
 @ CUSTOM-DATA
 301 'CUSTOMDATA'
 1 'DATAMAP_BEGIN'
@@ -337,6 +360,7 @@ use INSERT-PLACE
 210 ext = 0,0,1
 100 AcDbTable
 [-21] use TABLE-2004
+[24+] changed
 [24+] use TABLE-2010
 @ TABLE-2010
 forwards:

@@ -81,8 +81,11 @@ const char* const styleTranscripts = R"(
 289 rightv ~ 1
 69 rightc color ~ 0
 @ TABLESTYLE
-[24+] none
 100 AcDbTableStyle
+[-21] use TABLESTYLE-2004
+[24+] changed
+[24+] use TABLESTYLE-2010
+@ TABLESTYLE-2004
 3 description
 70 flow
 71 flags
@@ -92,6 +95,70 @@ const char* const styleTranscripts = R"(
 281 noheader
 for 3:
   use ROW-STYLE
+@ TABLESTYLE-2010
+forwards:
+  280 unk0
+  3 description
+  70 (0)
+  71 (0)
+  for 2:
+    40 margins[] ? INDEX == 1
+  for 1:
+    41 margins[]
+  280 (0)
+  281 (0)
+  for ncs:
+    if csid == 3:
+      use ROW-STYLE-2010
+  for ncs:
+    if csid == 1:
+      use ROW-STYLE-2010
+  for ncs:
+    if csid == 2:
+      use ROW-STYLE-2010
+@ BORDERS-2010
+for nborders:
+  if edge == 1:
+    274 blw
+    284 (!binvis)
+    64 bcolor color
+for nborders:
+  if edge == 32:
+    275 blw
+    285 (!binvis)
+    65 bcolor color
+for nborders:
+  if edge == 4:
+    276 blw
+    286 (!binvis)
+    66 bcolor color
+for nborders:
+  if edge == 8:
+    277 blw
+    287 (!binvis)
+    67 bcolor color
+for nborders:
+  if edge == 16:
+    278 blw
+    288 (!binvis)
+    68 bcolor color
+for nborders:
+  if edge == 2:
+    279 blw
+    289 (!binvis)
+    69 bcolor color
+@ ROW-STYLE-2010
+7 textstyle name
+140 textheight
+170 align
+62 ccolor color
+63 (7) ? bgcolor == 257
+63 bgcolor color ? bgcolor != 257
+283 (bgcolor != 257)
+90 datatype
+91 unittype
+1 format
+use BORDERS-2010
 @ MATERIAL
 100 AcDbMaterial
 1 name
