@@ -84,7 +84,7 @@ private:
         if (hasControl) head(control);
         group(100, "AcDbSymbolTable");
         appendInteger(70, static_cast<std::int64_t>(table.records.size()), m_style, m_text);
-        if (table.name == "DIMSTYLE") dimensionStyles(table);
+        if (table.name == "DIMSTYLE") dimensionStyles(control);
         std::vector<RecordItem> items;
         for (const MapIndex record : table.records)
             items.push_back({record, table.name == "BLOCK_RECORD" ? blockOf(record) : ~0U});
@@ -110,9 +110,12 @@ private:
         appendHandle(330, control.referenceTo("owner"), m_style, m_text);
     }
 
-    void dimensionStyles(const OrderedTable& table) {
+    void dimensionStyles(const RecordFields& control) {
+        const std::vector<RecordValue>& more = control.array("more");
         group(100, "AcDbDimStyleTable");
-        appendInteger(71, static_cast<std::int64_t>(table.records.size()), m_style, m_text);
+        appendInteger(71, static_cast<std::int64_t>(more.size()), m_style, m_text);
+        for (const RecordValue& style : more)
+            appendHandle(340, style.reference.resolved(control.handle), m_style, m_text);
     }
 
     std::uint32_t blockOf(MapIndex record) const {
