@@ -75,39 +75,29 @@ private:
     }
 
     void table(const OrderedTable& table) {
-        group(0, "TABLE");
-        group(2, table.name);
         RecordFields control;
         RecordReading reading(m_drawing.container, m_drawing.classes);
-        const bool hasControl =
-            table.control != noRecord && reading.read(m_order.places[table.control].offset, control);
-        if (hasControl) head(control);
+        const bool hasControl = table.control != noRecord &&
+                                reading.read(m_order.places[table.control].offset, control);
+        std::string head;
+        if (hasControl)
+            RecordTranscription(reading, m_order.names, m_style).appendOpaque(control, "TABLE", {}, head);
+        else
+            appendGroup(0, "TABLE", m_style, head);
+        // Its name stands first, what it holds before its extended data.
+        const std::size_t name = groupEnd(head, 0), extended = groupAt(head, 0, 1001);
+        m_text.append(head, 0, name);
+        group(2, table.name);
+        m_text.append(head, name, extended - name);
         group(100, "AcDbSymbolTable");
         appendInteger(70, static_cast<std::int64_t>(table.records.size()), m_style, m_text);
         if (table.name == "DIMSTYLE") dimensionStyles(control);
+        m_text.append(head, extended);
         std::vector<RecordItem> items;
         for (const MapIndex record : table.records)
             items.push_back({record, table.name == "BLOCK_RECORD" ? blockOf(record) : ~0U});
         write(items);
         group(0, "ENDTAB");
-    }
-
-    /// The table's own handle, dictionary and reactors; it is owned by none.
-    void head(const RecordFields& control) {
-        appendHandle(5, control.handle, m_style, m_text);
-        if (const std::uint64_t dictionary = control.referenceTo("xdic")) {
-            group(102, "{ACAD_XDICTIONARY");
-            appendHandle(360, dictionary, m_style, m_text);
-            group(102, "}");
-        }
-        const std::vector<RecordValue>& reactors = control.array("reactors");
-        if (!reactors.empty()) {
-            group(102, "{ACAD_REACTORS");
-            for (const RecordValue& reactor : reactors)
-                appendHandle(330, reactor.reference.resolved(control.handle), m_style, m_text);
-            group(102, "}");
-        }
-        appendHandle(330, control.referenceTo("owner"), m_style, m_text);
     }
 
     void dimensionStyles(const RecordFields& control) {
@@ -228,8 +218,12 @@ const TranscribedRecord* TranscribedDrawing::recordAt(std::size_t textOffset) co
 bool textFromDrawing(ByteSpan file, std::string& text, TranscribedDrawing& drawing, unsigned threads) {
     text.clear();
     if (!openContainer(file, drawing.container)) return false;
-    DrawingTranscription(drawing, text, threads).run();
+    textFromSections(text, drawing, threads);
     return true;
+}
+
+void textFromSections(std::string& text, TranscribedDrawing& drawing, unsigned threads) {
+    DrawingTranscription(drawing, text, threads).run();
 }
 
 } // namespace hostkit

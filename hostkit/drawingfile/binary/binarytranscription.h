@@ -43,5 +43,7 @@ struct TranscribedDrawing {
 /// machine has for 0, make the same text as one.
 [[nodiscard]] bool textFromDrawing(ByteSpan file, std::string& text, TranscribedDrawing& drawing,
                                    unsigned threads = 0);
+/// The same of the sections in `drawing.container`.
+void textFromSections(std::string& text, TranscribedDrawing& drawing, unsigned threads = 0);
 
 } // namespace hostkit

@@ -33,15 +33,6 @@ struct Chunk {
 
 std::wstring wide(std::string_view text) { return {text.begin(), text.end()}; }
 
-/// The offset of the first group of that code behind `from`; the end where there is none.
-std::size_t groupAt(std::string_view text, std::size_t from, int code) {
-    GroupScanner scanner(text, from);
-    RawGroup group;
-    while (scanner.next(group) == ScanResult::kGroup)
-        if (group.code == code) return scanner.offsetOf(group.start);
-    return text.size();
-}
-
 /// Writes records one after the other; a thread has its own.
 class RecordWriter {
 public:
@@ -150,15 +141,8 @@ private:
         std::string& all = m_chunk->text;
         const std::size_t name = begin + groupAt(std::string_view(all).substr(begin), 0, 2);
         const std::size_t extended = begin + groupAt(std::string_view(all).substr(begin), 0, 1001);
-        if (name < extended) all.erase(name, groupEnd(name) - name);
+        if (name < extended) all.erase(name, groupEnd(all, name) - name);
         insert(std::min(name, extended), groups);
-    }
-
-    std::size_t groupEnd(std::size_t at) const {
-        const std::string& text = m_chunk->text;
-        const std::size_t code = text.find('\n', at);
-        const std::size_t value = code == std::string::npos ? code : text.find('\n', code + 1);
-        return value == std::string::npos ? text.size() : value + 1;
     }
 
     static std::int64_t flagsOf(const RecordFields& header) {
@@ -241,6 +225,20 @@ private:
 };
 
 } // namespace
+
+std::size_t groupAt(std::string_view text, std::size_t from, int code) {
+    GroupScanner scanner(text, from);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup)
+        if (group.code == code) return scanner.offsetOf(group.start);
+    return text.size();
+}
+
+std::size_t groupEnd(std::string_view text, std::size_t at) {
+    const std::size_t code = text.find('\n', at);
+    const std::size_t value = code == std::string_view::npos ? code : text.find('\n', code + 1);
+    return value == std::string_view::npos ? text.size() : value + 1;
+}
 
 std::vector<RecordItem> itemsOf(const DrawingOrder& order, std::size_t number) {
     const OrderedBlock& block = order.blocks[number];
