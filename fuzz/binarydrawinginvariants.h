@@ -70,7 +70,8 @@ inline std::string faultOf(std::span<const std::uint8_t> data, bool* hasOpened =
     for (const TranscribedRecord& record : drawing.records) {
         if (record.length == 0) continue;
         told += record.length;
-        if (text.compare(record.text, 3, "  0") != 0) return "a record's text does not begin with its group 0";
+        if (text.compare(record.text, 3, "  0") != 0)
+            return "a record's text does not begin with its group 0";
         if (record.text + record.length > text.size()) return "a record's text lies past the end";
     }
     if (told > text.size()) return "records' texts overlap";

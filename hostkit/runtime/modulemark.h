@@ -4,7 +4,7 @@
 // Raised by hand with every change of a class that modules see: its members, their order, its virtual
 // functions, the arguments of what is exported. A module of another number is refused.
 #ifndef HOSTKIT_INTERFACE
-#define HOSTKIT_INTERFACE 11
+#define HOSTKIT_INTERFACE 12
 #endif
 #define HOSTKIT_VERSION "10.1"
 

@@ -1,4 +1,4 @@
-// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header variables and the source bytes; leaves out external references and wblock.
+// Stand-in for the host's AcDbDatabase. Covers objects by id and handle, the tables, the root dictionary, header variables, files and the source bytes; leaves out external references and wblock.
 #pragma once
 
 #include "dbmaindefs.h"
@@ -25,6 +25,7 @@ class AcDbTextStyleTable;
 class AcDbUCSTable;
 class AcDbViewTable;
 class AcDbViewportTable;
+struct SecurityParams;
 namespace hostkit {
 class HeaderVariables;
 struct DatabaseContents;
@@ -188,6 +189,23 @@ public:
     Acad::ErrorStatus getFilename(const wchar_t*& name) const;
     const wchar_t* originalFileName() const;
     AcDb::AcDbDwgVersion originalFileVersion() const;
+    /// Reads a drawing of any form into this one, which was made without default objects and holds nothing
+    /// yet. What is told of a damaged drawing goes to the port. The statuses of hostkit::readDrawing;
+    /// eInvalidInput for a drawing that holds something. Passwords are not known: a drawing that asks for one
+    /// gives eNotApplicable. Nothing is shared with other programs, so that the mode does not matter.
+    Acad::ErrorStatus readDwgFile(const wchar_t* fileName, AcDb::OpenMode mode = AcDb::kForRead,
+                                  bool allowCodePageConversion = false, const wchar_t* password = nullptr);
+    /// Writes a binary drawing in that form, whatever the name's ending, in one step: under the name stands
+    /// either what stood there before or the whole new drawing. With `backsUp`, what stood there keeps
+    /// standing beside it with the ending ".bak", in place of an older one of that name. What is open for
+    /// write is written as it stands, so that a failing program can save. The drawing's own file name stays.
+    ///
+    /// eInvalidInput: a null name, or a form that binary drawings are not written in (before 2000, and 2007);
+    /// eNotApplicable: security parameters, which are not known; the statuses of hostkit::writeDrawing but
+    /// eWasOpenForWrite. A failure goes to the port.
+    Acad::ErrorStatus saveAs(const wchar_t* fileName, bool backsUp = true,
+                             AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT,
+                             const SecurityParams* security = nullptr) const;
     /// The bytes that the drawing was read from; null for a new one.
     std::shared_ptr<const hostkit::DrawingSource> source() const;
 

@@ -90,7 +90,7 @@ enum FilerType {
     kWblockCloneFiler = 9
 };
 
-/// The drawing forms, oldest first. kDHL_1027 is 29.
+/// The drawing forms, oldest first, by the numbers that programs save them with: 29 is the form 2010.
 enum AcDbDwgVersion {
     kDHL_Unknown = 254,
     kDHL_1009 = 16,
@@ -99,8 +99,8 @@ enum AcDbDwgVersion {
     kDHL_1015 = 23,
     kDHL_1018 = 25,
     kDHL_1021 = 27,
-    kDHL_1024 = 28,
-    kDHL_1027 = 29,
+    kDHL_1024 = 29,
+    kDHL_1027 = 31,
     kDHL_1032 = 33,
     kDHL_CURRENT = kDHL_1027
 };

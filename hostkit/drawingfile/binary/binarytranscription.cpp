@@ -77,8 +77,8 @@ private:
     void table(const OrderedTable& table) {
         RecordFields control;
         RecordReading reading(m_drawing.container, m_drawing.classes);
-        const bool hasControl = table.control != noRecord &&
-                                reading.read(m_order.places[table.control].offset, control);
+        const bool hasControl =
+            table.control != noRecord && reading.read(m_order.places[table.control].offset, control);
         std::string head;
         if (hasControl)
             RecordTranscription(reading, m_order.names, m_style).appendOpaque(control, "TABLE", {}, head);

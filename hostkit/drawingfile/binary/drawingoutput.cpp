@@ -25,8 +25,9 @@ BinaryContainer containerFor(DrawingVersion version, unsigned codePage, const Dr
     for (const auto& [name, bytes] : before.sections) {
         const bool isMadeAnew = name == "AcDb:AcDbObjects" || name == "AcDb:Handles" ||
                                 name == "AcDb:Header" || name == "AcDb:Classes";
-        const bool isOfAll = name == "AcDb:Preview" || (name == "AcDb:SummaryInfo" &&
-                                                        hasWideTexts(before.version) == hasWideTexts(version));
+        const bool isOfAll =
+            name == "AcDb:Preview" ||
+            (name == "AcDb:SummaryInfo" && hasWideTexts(before.version) == hasWideTexts(version));
         if (!isMadeAnew && (isSameForm || isOfAll)) container.sections[name] = bytes;
     }
     return container;

@@ -143,7 +143,9 @@ private:
         if (!block) {
             constexpr int paperCode = 67;
             const bool isInPaper = made.owner == 0 && valueIn(made.in(m_out.text), paperCode) == "1";
-            const auto found = m_byHandle.find(made.owner ? made.owner : isInPaper ? m_paperSpace : m_modelSpace);
+            const auto found = m_byHandle.find(made.owner  ? made.owner
+                                               : isInPaper ? m_paperSpace
+                                                           : m_modelSpace);
             if (found == m_byHandle.end()) {
                 m_last = nullptr;
                 return;
@@ -161,7 +163,7 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> m_byHandle;   // of blocks
     std::unordered_map<std::string, std::uint64_t> m_blockNames; // of their records
     std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
-    std::vector<OutlinedEntity>* m_last = nullptr;             // where the entity is that parts belong to
+    std::vector<OutlinedEntity>* m_last = nullptr; // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };
 

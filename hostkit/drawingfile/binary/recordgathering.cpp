@@ -264,7 +264,8 @@ private:
         const Frame* const outer = m_frame;
         RecordScope* const outerArrays = m_arrays;
         const RecordScope* const outerBefore = m_before;
-        const RecordScope::Loop* const before = line.hasLayoutLoop && m_before ? m_before->findLoop(line.slot) : nullptr;
+        const RecordScope::Loop* const before =
+            line.hasLayoutLoop && m_before ? m_before->findLoop(line.slot) : nullptr;
         m_arrays = outer->scope;
         const bool isCounted = !line.countSlot || m_isSet[line.countSlot];
         const double told = line.condition.value(m_values);

@@ -58,8 +58,9 @@ namespace hostkit {
 //                               itself
 //   forwards:                   what is indented below is written, and looked for in no direction
 //   none                        the record has no transcript: behind the forms for which that holds
-//   changed                     the groups tell too little for a new record: one that was binary may be changed
-//   use PART; use PART as p     the transcript of a part; "as p" where its layout is used so: all its fields
+//   changed                     the groups tell too little for a new record: one that was binary may be
+//   changed use PART; use PART as p     the transcript of a part; "as p" where its layout is used so: all its
+//   fields
 //                               are then called p.NAME
 //   read NAME = expression      forwards alone
 //   write NAME = expression     backwards alone: fields that no group tells. Those that neither groups nor

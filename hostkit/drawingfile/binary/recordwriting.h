@@ -16,7 +16,8 @@ struct RecordItem {
 /// The entities of the block of that number.
 [[nodiscard]] std::vector<RecordItem> itemsOf(const DrawingOrder& order, std::size_t block);
 
-/// The offset of the first group of that code from the group at `from` on; the text's end where there is none.
+/// The offset of the first group of that code from the group at `from` on; the text's end where there is
+/// none.
 [[nodiscard]] std::size_t groupAt(std::string_view text, std::size_t from, int code);
 /// The end of the group at that offset.
 [[nodiscard]] std::size_t groupEnd(std::string_view text, std::size_t at);

@@ -15,7 +15,10 @@
 #include "objectwriting.h"
 #include "systempath.h"
 
+#include <cstdio>
 #include <new>
+
+#include <unistd.h>
 
 namespace hostkit {
 
@@ -269,7 +272,7 @@ Acad::ErrorStatus writeAll(const AcDbDatabase& database, const WriteOptions& opt
     std::wstring prefix;
     try {
         if (!name.empty()) prefix = std::wstring(name) + L": ";
-        if (isOpenForWrite(database))
+        if (!options.writesOpenObjects && isOpenForWrite(database))
             return finishReport(report, Acad::eWasOpenForWrite,
                                 prefix + L"an object of the drawing is open for write", options);
         Output output;
@@ -281,6 +284,18 @@ Acad::ErrorStatus writeAll(const AcDbDatabase& database, const WriteOptions& opt
     } catch (const std::bad_alloc&) {
         return failForMemory(report, prefix, options);
     }
+}
+
+/// A second name for what stands there; the first one is replaced in one step afterwards.
+void keepBackup(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::size_t dot = path.rfind('.');
+    const bool hasEnding = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1);
+    const std::string backup = (hasEnding ? path.substr(0, dot) : path) + ".bak";
+    if (backup == path || ::access(path.c_str(), F_OK) != 0) return;
+    const std::string waiting = backup + ".new";
+    (void)::unlink(waiting.c_str());
+    if (::link(path.c_str(), waiting.c_str()) == 0) (void)::rename(waiting.c_str(), backup.c_str());
 }
 
 } // namespace
@@ -305,8 +320,10 @@ Acad::ErrorStatus writeDrawing(const AcDbDatabase& database, std::wstring_view f
     WriteReport& result = report ? *report : own;
     result = {};
     return writeAll(database, withCodingOf(file, options, database), file, result, [&](Output& output) {
-        AtomicFile target(mapPath(file));
+        const std::string path = mapPath(file);
+        AtomicFile target(path);
         target.write(output.bytes());
+        if (options.keepsBackup && target.isGood()) keepBackup(path);
         if (target.commit()) return Acad::eOk;
         const std::string reason = target.errorText();
         return finishReport(result, Acad::eFileAccessErr,

@@ -34,6 +34,10 @@ struct WriteOptions {
     unsigned threads = 0;
     /// Receives what a save in another form turned or left out, as the report does; not owned.
     FormChanges* changes = nullptr;
+    /// What is open for write is written as it stands, in place of a refusal.
+    bool writesOpenObjects = false;
+    /// What stood under the name stands beside it then, with the ending ".bak".
+    bool keepsBackup = false;
     /// A failure also goes to the current port's reportProblem.
     bool tellPort = true;
     /// Hears how far the writing has come, by the objects and at the end the file; not owned.
@@ -53,7 +57,7 @@ struct WriteReport {
 };
 
 /// Writes the drawing in one step: under the file's name stands either what stood there before or the whole
-/// new drawing. No object may be open for write (eWasOpenForWrite).
+/// new drawing. No object may be open for write (eWasOpenForWrite), but by options.writesOpenObjects.
 ///
 /// An object that was not changed since it was read is copied byte by byte. A changed one is written from its
 /// fields; groups that its class does not know stay beside the group that they followed, and a value that is
