@@ -385,7 +385,7 @@ private:
                                                            : nullptr;
             if (!layout) return false;
             const bool isSameKind = hasFields && m_fields.layout == layout;
-            m_gathering.setOriginal(isSameKind ? &m_fields : nullptr);
+            m_gathering.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
             m_encoding.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
             m_values.clear();
             if (job.record.isThere()) {

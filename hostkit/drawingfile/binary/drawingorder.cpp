@@ -405,6 +405,8 @@ private:
             if (!own || own->dxfName != "DBCOLOR" || !read(static_cast<MapIndex>(i)) ||
                 !m_fields.layout->findSlot("color", slot))
                 continue;
+            if (const RecordValue* const color = m_fields.values.find(slot))
+                m_order.names.addColor(m_fields.handle, color->color.value & 0xFFFFFF);
             std::string name;
             if (const RecordValue* const book = m_fields.values.find(static_cast<std::uint16_t>(slot + 2)))
                 name = m_reading.text(*book) + '$';

@@ -325,7 +325,7 @@ private:
     void entityColor(const ValueColor& color) {
         BitWriter& data = m_owner.m_data;
         unsigned coded = static_cast<unsigned>(color.index) & 0x0FFF;
-        if (color.hasValue) coded |= 0x8000;
+        if (color.hasValue || color.isOfBook) coded |= 0x8000;
         if (color.isOfBook) coded |= 0x4000;
         if (color.hasTransparency) coded |= 0x2000;
         data.bitShort(static_cast<std::int16_t>(coded));

@@ -36,7 +36,10 @@ public:
         , m_codePage(codePage)
         , m_names(names) {}
 
-    void setOriginal(const RecordFields* record) { m_original = record; }
+    void setOriginal(const RecordReading* reading, const RecordFields* record) {
+        m_originalReading = reading;
+        m_original = record;
+    }
 
     void run(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
              RecordScope& values) {
@@ -104,6 +107,7 @@ public:
     RecordScope& scope() override { return *m_frame->scope; }
     RecordScope& recordScope() override { return *m_outermost.scope; }
     const RecordScope* original() const override { return m_original ? &m_original->values : nullptr; }
+    const RecordReading* originalReading() const override { return m_originalReading; }
     std::uint16_t slotOf(std::string_view name) const override {
         std::uint16_t slot = 0;
         if (!m_layout->findSlot(name, slot)) throw std::logic_error("no field: " + std::string(name));
@@ -371,11 +375,10 @@ private:
     }
 
     /// The lines that follow find their groups between this mark and the next; that of an embedded object is
-    /// one too.
+    /// one too. Where other programs left a class's mark out, they find them in all that is left.
     void mark(const Line& line) {
         const std::vector<RecordGroup>& groups = m_record->groups;
         const std::size_t end = m_record->extendedDataBegin;
-        m_region = {end, end};
         for (std::size_t i = 1; i < end; ++i) {
             if (m_isTaken[i] || !isMark(groups[i]) || withoutBlanks(groups[i].value) != line.text) continue;
             m_isTaken[i] = 1;
@@ -385,6 +388,12 @@ private:
             m_region.end = next;
             return;
         }
+        if (line.code == embeddedCode) {
+            m_region = {end, end};
+            return;
+        }
+        m_region = {1, 1};
+        while (m_region.end < end && groups[m_region.end].code != embeddedCode) ++m_region.end;
     }
 
     void fixed(const Line& line) {
@@ -745,6 +754,10 @@ private:
     /// A reference that a number tells the way of: 3 where it is stored.
     void ruled(std::string_view flags, std::string_view name, std::uint64_t target) {
         constexpr int isStored = 3;
+        std::uint16_t slot = 0;
+        const RecordValue* const before =
+            m_original && m_layout->findSlot(flags, slot) ? m_original->values.find(slot) : nullptr;
+        if (target == 0 && before && before->whole != isStored) return; // by block, or by the standard
         whole(flags, target ? isStored : 0);
         link(name, target);
     }
@@ -903,6 +916,7 @@ private:
     const RecordNames& m_names;
     const RecordFields* m_original = nullptr;
     const RecordScope* m_before = nullptr; ///< the present pass in it
+    const RecordReading* m_originalReading = nullptr;
     DrawingRecord* m_record = nullptr;
     const RecordLayout* m_layout = nullptr;
     RecordHead m_head;
@@ -923,7 +937,9 @@ RecordGathering::RecordGathering(DrawingVersion version, unsigned codePage, cons
 
 RecordGathering::~RecordGathering() = default;
 
-void RecordGathering::setOriginal(const RecordFields* record) { m_work->setOriginal(record); }
+void RecordGathering::setOriginal(const RecordReading* reading, const RecordFields* record) {
+    m_work->setOriginal(reading, record);
+}
 
 void RecordGathering::gather(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
                              RecordScope& values) {

@@ -31,9 +31,9 @@ public:
     RecordGathering(const RecordGathering&) = delete;
     RecordGathering& operator=(const RecordGathering&) = delete;
 
-    /// The record that is changed by those gathered next, of the same layout; null for new ones. Its numbers
-    /// stand for what the groups do not tell.
-    void setOriginal(const RecordFields* record);
+    /// The record that is changed by those gathered next, of the same layout, and what read it; null for new
+    /// ones. Its numbers stand for what the groups do not tell.
+    void setOriginal(const RecordReading* reading, const RecordFields* record);
     /// Fills `values` with all that the groups and the links tell; what is there already stays. They refer to
     /// the record's bytes and to this object until the next call. `record` gets its head marked. A layout
     /// without transcript gets the common fields alone.

@@ -519,13 +519,13 @@ private:
         linetype();
         if (const std::uint64_t material = referenceTo(common().material)) handle(347, material);
         entityColor();
+        transparency();
+        if (wholeOf(common().hidden) & 1) number(60, 1);
         if (const std::int64_t weight = wholeOf(common().weight);
             weightOfIndex(static_cast<int>(weight)) != -1)
             number(370, weightOfIndex(static_cast<int>(weight)));
         if (const double scale = realOf(common().scale, 1.0); scale != 1.0) number(48, scale);
-        if (wholeOf(common().hidden) & 1) number(60, 1);
         picture();
-        transparency();
         if (const std::uint64_t style = referenceTo(common().plotStyle)) handle(390, style);
         if (const std::int64_t shadow = wholeOf(common().shadow)) number(284, static_cast<double>(shadow));
         if (const std::uint64_t style = referenceTo(common().style)) handle(348, style);
@@ -545,9 +545,11 @@ private:
         if (!found) return;
         const ValueColor& color = found->color;
         if (color.index != byLayer || color.hasValue) number(colorCode, color.index);
-        if (color.hasValue) number(trueColorCode, color.value & 0xFFFFFF);
+        if (color.hasValue && !color.isOfBook) number(trueColorCode, color.value & 0xFFFFFF);
         if (!color.isOfBook) return;
-        const std::string_view name = m_names.nameOf(referenceTo(common().colorBook));
+        const std::uint64_t book = referenceTo(common().colorBook);
+        if (const std::uint32_t* const rgb = m_names.colorOf(book)) number(trueColorCode, *rgb);
+        const std::string_view name = m_names.nameOf(book);
         if (!name.empty()) text(colorNameCode, name);
     }
 

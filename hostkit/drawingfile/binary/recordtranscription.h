@@ -29,8 +29,17 @@ public:
         return index < m_linetypes.size() ? m_linetypes[index] : 0;
     }
 
+    /// Red, green and blue of a colour of a book, by its record.
+    void addColor(std::uint64_t handle, std::uint32_t rgb) { m_colors.emplace(handle, rgb); }
+    /// Null where none was added.
+    [[nodiscard]] const std::uint32_t* colorOf(std::uint64_t handle) const {
+        const auto found = m_colors.find(handle);
+        return found == m_colors.end() ? nullptr : &found->second;
+    }
+
 private:
     std::vector<std::uint64_t> m_linetypes;
+    std::unordered_map<std::uint64_t, std::uint32_t> m_colors;
     std::unordered_map<std::uint64_t, std::string> m_names;
     std::unordered_map<std::string, std::uint64_t> m_handles; ///< by kind and folded name
 };

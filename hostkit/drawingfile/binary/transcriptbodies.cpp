@@ -50,27 +50,32 @@ void writeLines(std::string_view data, NativeOutput& output) {
     }
 }
 
+void scrambleLines(std::string& data) {
+    for (std::size_t begin = 0; begin < data.size();) {
+        const std::size_t end = std::min(data.find('\n', begin), data.size());
+        std::string line = data.substr(begin, end - begin);
+        modeler::scramble(line);
+        data.replace(begin, line.size(), line);
+        begin = end + 1;
+    }
+}
+
+struct BodySlots {
+    std::uint16_t binary = 0, blocks = 0, block = 0;
+};
+
 /// Scrambled text; empty where there are no data, or none that can be told as text.
-std::string scrambledText(NativeOutput& output) {
+std::string scrambledText(const RecordReading& reading, const RecordScope& values, const BodySlots& slots) {
     std::string data;
-    std::uint16_t blocks = 0, block = 0;
-    const RecordFields& record = output.fields();
-    if (const RecordValue* const binary = output.value("sab")) {
+    if (const RecordValue* const binary = values.find(slots.binary)) {
         std::string bytes;
-        appendRun(output.reading(), binary->run, bytes);
+        appendRun(reading, binary->run, bytes);
         data = ModelerContent(std::move(bytes)).dataFor(AcDb::kDHL_1024);
-        for (std::size_t begin = 0; begin < data.size();) {
-            const std::size_t end = std::min(data.find('\n', begin), data.size());
-            std::string line = data.substr(begin, end - begin);
-            modeler::scramble(line);
-            data.replace(begin, line.size(), line);
-            begin = end + 1;
-        }
-    } else if (record.layout->findSlot("while bs", blocks) && record.layout->findSlot("sat", block)) {
-        if (const RecordScope::Loop* const passes = record.values.findLoop(blocks))
-            for (std::size_t i = 0; i < passes->count; ++i)
-                if (const RecordValue* const text = passes->passes[i]->find(block))
-                    appendRun(output.reading(), text->run, data);
+        scrambleLines(data);
+    } else if (const RecordScope::Loop* const passes = values.findLoop(slots.blocks)) {
+        for (std::size_t i = 0; i < passes->count; ++i)
+            if (const RecordValue* const text = passes->passes[i]->find(slots.block))
+                appendRun(reading, text->run, data);
     }
     return data;
 }
@@ -144,17 +149,37 @@ std::string textOfGroups(NativeInput& input) {
     return text;
 }
 
+/// The groups tell what the record holds already, perhaps in its binary form.
+bool isOriginal(std::string_view text, NativeInput& input) {
+    const BodySlots slots{input.slotOf("sab"), input.slotOf("while bs"), input.slotOf("sat")};
+    const std::string before = scrambledText(*input.originalReading(), *input.original(), slots);
+    const auto isEnd = [](char character) { return character == '\r' || character == '\n'; };
+    std::size_t at = 0;
+    for (const char character : text) {
+        if (isEnd(character)) continue;
+        while (at < before.size() && isEnd(before[at])) ++at;
+        if (at == before.size() || before[at++] != character) return false;
+    }
+    while (at < before.size() && isEnd(before[at])) ++at;
+    return at == before.size();
+}
+
 } // namespace
 
 void writeBodyData(int, NativeOutput& output) {
     if (output.reading().form() >= formOfStore) return writeRevision(output);
     output.number(dataFormCode, 1);
-    writeLines(scrambledText(output), output);
+    const RecordLayout& layout = *output.fields().layout;
+    BodySlots slots;
+    if (layout.findSlot("sab", slots.binary) && layout.findSlot("while bs", slots.blocks) &&
+        layout.findSlot("sat", slots.block))
+        writeLines(scrambledText(output.reading(), output.fields().values, slots), output);
 }
 
 void readBodyData(int, NativeInput& input) {
     if (input.form() >= formOfStore) return readRevision(input);
     const std::string text = textOfGroups(input);
+    if (input.original() && input.originalReading() && isOriginal(text, input)) return;
     input.setNumber("empty", text.empty());
     if (text.empty()) return;
     input.setNumber("unk", 1);

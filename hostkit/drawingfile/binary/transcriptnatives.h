@@ -53,6 +53,7 @@ public:
     virtual RecordScope& recordScope() = 0; ///< outside of all loops
     /// Null where no record is changed.
     [[nodiscard]] virtual const RecordScope* original() const = 0;
+    [[nodiscard]] virtual const RecordReading* originalReading() const = 0;
     [[nodiscard]] virtual std::uint16_t slotOf(std::string_view name) const = 0;
     virtual ValueRun kept(std::string bytes) = 0;
 
