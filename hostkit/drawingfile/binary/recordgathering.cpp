@@ -518,10 +518,18 @@ private:
         return line.standard.empty() ? 0.0 : line.standard[std::min(ordinate, line.standard.size() - 1)];
     }
 
-    static double converted(const Line& line, double value) {
-        if (line.conversion == Line::Conversion::degrees) return radiansFromDegrees(value);
+    double converted(const Line& line, double value) const {
+        if (line.conversion == Line::Conversion::degrees) return radians(line, value);
         if (line.conversion == Line::Conversion::weight) return indexOfWeight(static_cast<int>(value));
         return value;
+    }
+
+    /// To the bit as before where the degrees are those that the record gave: degrees are too coarse for some.
+    double radians(const Line& line, double degrees) const {
+        const RecordValue* const before =
+            m_before && !line.parts.empty() ? m_before->find(line.parts[0].slot) : nullptr;
+        return before && degreesFromRadians(before->real[0]) == degrees ? before->real[0]
+                                                                        : radiansFromDegrees(degrees);
     }
 
     void put(const Line::Part& part, const double* values, std::size_t count) {
