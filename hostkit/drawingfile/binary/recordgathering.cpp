@@ -100,6 +100,12 @@ public:
         const std::uint16_t slot = slotOf(name);
         setValue(slot, kindOf(slot), number);
     }
+    void setPoint(std::string_view name, const double (&ordinates)[3]) override {
+        Line::Part part;
+        part.slot = slotOf(name);
+        part.kind = ValueKind::real;
+        put(part, ordinates, 3);
+    }
     void addReference(std::string_view name, std::uint64_t handle, unsigned code) override {
         m_frame->scope->array(slotOf(name)).emplace_back().reference = {static_cast<std::uint8_t>(code),
                                                                         handle};

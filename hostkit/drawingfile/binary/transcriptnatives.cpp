@@ -3,9 +3,12 @@
 #include "adscodes.h"
 #include "recordtranscription.h"
 #include "transcriptbodies.h"
+#include "gemat3d.h"
+#include "fieldtable.h"
 #include "transcriptvalues.h"
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -307,6 +310,22 @@ void readShapeName(int code, NativeInput& input) {
         input.setNumber("shapeno", static_cast<double>(*number));
 }
 
+// Paragraphs: other programs may tell their direction as an angle in the plane of the text.
+
+void readTextRotation(int code, NativeInput& input) {
+    const RecordGroup* const group = input.take(code);
+    const RecordValue* const told = input.scope().find(input.slotOf("xdir"));
+    const RecordValue* const normal = input.scope().find(input.slotOf("ext"));
+    const bool isTold = told && (told->real[0] != 1.0 || told->real[1] != 0.0 || told->real[2] != 0.0);
+    if (!group || !normal || isTold) return;
+    const double angle = radiansFromDegrees(realFromText(group->value).value_or(0.0));
+    if (angle == 0.0) return;
+    const AcGeVector3d up(normal->real[0], normal->real[1], normal->real[2]);
+    const AcGeVector3d direction =
+        AcGeMatrix3d::planeToWorld(up) * AcGeVector3d(std::cos(angle), std::sin(angle), 0.0);
+    input.setPoint("xdir", {direction.x, direction.y, direction.z});
+}
+
 struct NativeWord {
     std::string_view word;
     void (*write)(int code, NativeOutput& output);
@@ -324,6 +343,7 @@ constexpr std::array nativeWords{
                readValueText},
     NativeWord{"modeler", writeBodyData, readBodyData},
     NativeWord{"shapename", writeShapeName, readShapeName},
+    NativeWord{"textrotation", [](int, NativeOutput&) {}, readTextRotation},
     NativeWord{"xrecord", [](int, NativeOutput& output) { ExtensionRecord(output).write(); },
                [](int, NativeInput& input) { ExtensionItems(input).read(); }},
 };

@@ -47,6 +47,7 @@ public:
     /// A field of bytes or a text; the bytes are kept as long as the record is at work.
     virtual void setBytes(std::string_view name, std::string bytes) = 0;
     virtual void setNumber(std::string_view name, double number) = 0;
+    virtual void setPoint(std::string_view name, const double (&ordinates)[3]) = 0;
     /// One more element of an array of references.
     virtual void addReference(std::string_view name, std::uint64_t handle, unsigned code) = 0;
     virtual RecordScope& scope() = 0;       ///< of the present pass of a loop

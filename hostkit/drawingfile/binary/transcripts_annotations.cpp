@@ -38,6 +38,7 @@ new exth2 = extheight
 @ MTEXT
 100 AcDbMText
 use PARAGRAPH
+50 ext textrotation
 [32+] new notanno = 1
 [32+] new ver = 4
 [32+] new defflag = 1

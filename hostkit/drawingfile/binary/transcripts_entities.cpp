@@ -4,7 +4,8 @@
 namespace hostkit {
 
 // Texts, vertices and polylines of one name in the exchange form are told from each other by their marks.
-// Names with an x, y or z behind them are ordinates; 10 zx,zy,zz is a point that no record has.
+// Names with an x, y or z behind them are ordinates; 10 zx,zy,zz is a point that no record has. Programs
+// differ in the class that has a dimension's group 52.
 const char* const entityTranscripts = R"(
 @ TEXT-PLACE
 100 AcDbText
@@ -303,6 +304,7 @@ read pt12z = elevation
 [21+] 74 flip1 ~ 0
 [21+] 75 flip2 ~ 0
 53 textrot deg = 0
+52 extrot deg = 0 ?> 0
 54 insrot deg = 0
 51 horizdir deg = 0
 3 dimstyle name ~ 'Standard'
@@ -318,7 +320,7 @@ use DIMENSION-HEAD
 13 pt13
 14 pt14
 50 rotation deg = 0
-52 extrot deg = 0
+52 extrot deg ?> extrot
 100 AcDbRotatedDimension
 @ DIMENSION_ALIGNED | DIMENSION
 read kind = 1
@@ -326,7 +328,7 @@ use DIMENSION-HEAD
 100 AcDbAlignedDimension
 13 pt13
 14 pt14
-52 extrot deg = 0
+52 extrot deg ?> extrot
 @ DIMENSION_ORDINATE | DIMENSION
 read kind = 6
 use DIMENSION-HEAD
