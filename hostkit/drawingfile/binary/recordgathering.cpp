@@ -602,11 +602,17 @@ private:
         if (line.conversion == Line::Conversion::arrow)
             target = group ? arrowTarget(group->value) : 0;
         else if (line.conversion == Line::Conversion::name)
-            target = nameTarget(line.table, group ? group->value : std::string_view(line.text));
+            target = namedTarget(line, group);
         else if (group)
             target = handleFromText(group->value).value_or(0);
         place(line.parts[0]).reference = {0, target};
         m_values[line.parts[0].slot] = static_cast<double>(target);
+    }
+
+    /// A name that no record has counts as the standard: binary drawings have no place for it.
+    std::uint64_t namedTarget(const Line& line, const RecordGroup* group) {
+        const std::uint64_t target = group ? nameTarget(line.table, group->value) : 0;
+        return target == 0 && line.hasStandardText ? nameTarget(line.table, line.text) : target;
     }
 
     /// The blocks of the usual arrows have an underscore before the name that groups tell.
@@ -739,10 +745,9 @@ private:
         whole("nolinks", isBetween);
         link("prev", links.previous);
         link("next", links.next);
-        if (const RecordGroup* const layer = takeGroup(8))
-            link("layer", nameTarget("LAYER", layer->value));
-        else
-            link("layer", nameTarget("LAYER", "0"));
+        const RecordGroup* const layer = takeGroup(8);
+        const std::uint64_t layerRecord = layer ? nameTarget("LAYER", layer->value) : 0;
+        link("layer", layerRecord ? layerRecord : nameTarget("LAYER", "0"));
         linetype();
         const RecordGroup* const material = takeGroup(347);
         ruled("matflags", "material", material ? handleFromText(material->value).value_or(0) : 0);
