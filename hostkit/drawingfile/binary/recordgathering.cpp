@@ -530,7 +530,8 @@ private:
         return value;
     }
 
-    /// To the bit as before where the degrees are those that the record gave: degrees are too coarse for some.
+    /// To the bit as before where the degrees are those that the record gave: degrees are too coarse for
+    /// some.
     double radians(const Line& line, double degrees) const {
         const RecordValue* const before =
             m_before && !line.parts.empty() ? m_before->find(line.parts[0].slot) : nullptr;

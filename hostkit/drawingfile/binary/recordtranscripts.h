@@ -13,8 +13,10 @@ namespace hostkit {
 // Handle, extension dictionary, reactors, owner, the common part of entities and extended data are written
 // before and behind by themselves. Lines follow in the order in which the groups are written:
 //
-//   100 AcDbLine                a mark. Backwards, the lines up to the next mark find their groups behind it
-//   300 'CONTEXT_DATA{'         a fixed group
+//   100 AcDbLine                a mark. Backwards, the lines up to the next mark find their groups behind it,
+//                               or in all that is left where the record lacks it
+//   300 'CONTEXT_DATA{'         a fixed group; of the code 101 a mark, behind which nothing is found where
+//                               the record lacks it
 //   40 radius                   the field of that name; a point fills the codes 10, 20, 30, as far as it goes
 //   10 x1,y1,z1                 ordinates put together from several fields, in turn
 //   40 knots*                   all elements of a field that repeats, a group each
@@ -40,7 +42,7 @@ namespace hostkit {
 //   hex                         bytes, as groups of 127 in hexadecimal digits
 //   julian                      a date of two fields, day and milliseconds, as days
 //
-// or a word of kinds that convert themselves (recordtranscription.cpp, "natives"). References without a word
+// or a word of kinds that convert themselves (transcriptnatives.cpp). References without a word
 // are handles. Then
 //
 //   = 0                         left out where it has this value; taken where the group is missing
@@ -59,14 +61,16 @@ namespace hostkit {
 //   forwards:                   what is indented below is written, and looked for in no direction
 //   none                        the record has no transcript: behind the forms for which that holds
 //   changed                     the groups tell too little for a new record: one that was binary may be
-//   changed use PART; use PART as p     the transcript of a part; "as p" where its layout is used so: all its
-//   fields
-//                               are then called p.NAME
+//                               changed
+//   use PART                    the transcript of a part
+//   use PART as p               the same where its layout is used so: all its fields are then p.NAME
 //   read NAME = expression      forwards alone
 //   write NAME = expression     backwards alone: fields that no group tells. Those that neither groups nor
 //                               "write" tell stay as they are in the record that is changed, else are 0
 //   new NAME = expression       as "write", where no record is changed. A colour takes the number of its long
-//                               form
+//                               form, a point the ordinates of the point that is the expression
+//
+// In expressions NAME.x, NAME.y and NAME.z are the ordinates of a point.
 //
 // [18+] and its like stand before a line as in layouts.
 extern const char* const entityTranscripts;     ///< common shapes, texts, inserts, polylines, dimensions

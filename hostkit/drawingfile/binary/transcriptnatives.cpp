@@ -1,10 +1,10 @@
 #include "transcriptnatives.h"
 
 #include "adscodes.h"
+#include "fieldtable.h"
+#include "gemat3d.h"
 #include "recordtranscription.h"
 #include "transcriptbodies.h"
-#include "gemat3d.h"
-#include "fieldtable.h"
 #include "transcriptvalues.h"
 
 #include <array>
