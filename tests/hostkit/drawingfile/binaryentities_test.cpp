@@ -136,6 +136,12 @@ TEST(BinaryEntities, groupsOfOthersFindTheirFields) {
         {"a line that leaves the plane at its end",
          "0 LINE" + head + "100 AcDbLine|10 1|20 2|30 0|11 3|21 4|31 5",
          {{30, "0.0"}, {31, "5.0"}}},
+        {"a definition of an attribute, set to the top of its point",
+         "0 ATTDEF" + head +
+             "100 AcDbText|10 1|20 2|30 0|40 2|1 hi|72 1|11 5|21 6|31 0|100 AcDbAttributeDefinition|3 "
+             "which|2 TAG|"
+             "70 8|74 3",
+         {{72, "1"}, {74, "3"}, {11, "5.0"}, {70, "8"}, {3, "which"}}},
         {"a hatch of one polygon",
          "0 HATCH" + head +
              "100 AcDbHatch|10 0|20 0|30 1|2 SOLID|70 1|71 0|91 1|92 2|72 0|73 1|93 2|10 1|20 2|10 3|20 4|97 "
