@@ -140,6 +140,8 @@ private:
         if (job.record.handle == 0) return leaveOut(groups, 0);
         if (before && before->isOpaque) return true;
         job.layout = layoutForGroups(m_layouts, groups, owner);
+        if (job.layout && !before && !canBeNew(*job.layout, groups))
+            return leaveOut(groups, job.record.handle);
         if (job.layout) {
             job.type = typeOf(*job.layout);
             return true;

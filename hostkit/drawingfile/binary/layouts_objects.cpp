@@ -345,7 +345,7 @@ BL state
 BL evalstatus
 BL evalerror
 TV errormsg
-use VALUE as value
+use VALUE
 TV valuestring
 BL valuelen
 BL nvalues

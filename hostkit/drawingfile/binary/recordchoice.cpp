@@ -2,6 +2,7 @@
 
 #include "exchangeoutline.h"
 
+#include <algorithm>
 #include <array>
 
 namespace hostkit {
@@ -41,6 +42,14 @@ std::string_view insertion(std::string_view record) {
     return wholeIn(record, 70) > 1 || wholeIn(record, 71) > 1 ? "MINSERT" : "INSERT";
 }
 
+bool hasGroup(std::string_view record, int code, std::string_view value) {
+    GroupScanner scanner(record);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup)
+        if (group.code == code && (value.empty() || withoutBlanks(group.value) == value)) return true;
+    return false;
+}
+
 } // namespace
 
 const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_view record,
@@ -58,6 +67,14 @@ const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_vi
         name = "BLOCK_HEADER";
     const RecordLayout* const layout = layouts.byName(name);
     return layout && layout->hasTranscript ? layout : nullptr;
+}
+
+bool canBeNew(const RecordLayout& layout, std::string_view record) {
+    const Transcript& transcript = layout.transcript;
+    return transcript.canBeNew &&
+           std::all_of(transcript.needs.begin(), transcript.needs.end(), [&](const Transcript::Need& need) {
+               return hasGroup(record, need.code, need.value) != need.isBarred;
+           });
 }
 
 } // namespace hostkit

@@ -12,4 +12,7 @@ namespace hostkit {
 [[nodiscard]] const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_view record,
                                                   std::string_view owner = {});
 
+/// The groups tell enough for a record of that layout where no binary one is changed.
+[[nodiscard]] bool canBeNew(const RecordLayout& layout, std::string_view record);
+
 } // namespace hostkit

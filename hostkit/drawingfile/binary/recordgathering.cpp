@@ -83,6 +83,20 @@ public:
     int form() const override { return m_form; }
     const RecordNames& names() const override { return m_names; }
     const RecordGroup* take(int code) override { return takeGroup(code); }
+    std::string takePieces(int code, int pieceCode) override {
+        const std::size_t last = findGroup(code, m_region.begin);
+        std::size_t first = last;
+        const auto isPiece = [&](std::size_t i) {
+            return !m_isTaken[i] && m_record->groups[i].code == pieceCode;
+        };
+        while (first > m_region.begin && isPiece(first - 1)) --first;
+        std::string text;
+        for (std::size_t i = first; i < std::min(last + 1, m_region.end); ++i) {
+            m_isTaken[i] = 1;
+            text += m_record->groups[i].value;
+        }
+        return text;
+    }
     std::vector<const RecordGroup*> takeAll() override {
         std::vector<const RecordGroup*> all;
         for (std::size_t i = m_region.begin; i < m_region.end; ++i)

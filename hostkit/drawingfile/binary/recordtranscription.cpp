@@ -384,22 +384,34 @@ private:
         m_text.clear();
         m_reading.appendText(run, m_text);
         if (line.presence == Line::Presence::unlessStandard && m_text == line.text) return;
-        if (line.conversion == Line::Conversion::pieces) return pieces(line);
+        if (line.conversion == Line::Conversion::pieces) return pieces(line.code, line.otherCode, m_text);
         text(line.code, m_text);
     }
 
-    void pieces(const Line& line) {
+    void pieces(int code, int pieceCode, std::string_view text) override {
         constexpr std::size_t longest = 250;
-        m_escaped.clear();
-        appendEscaped(m_text, m_escaped);
-        std::string_view rest = m_escaped;
-        while (rest.size() > longest) {
-            std::size_t cut = longest; // never within a character of several bytes, or an escape
-            while (cut > longest - 8 && ((rest[cut] & 0xC0) == 0x80 || rest[cut - 1] == '^')) --cut;
-            appendGroup(line.otherCode, rest.substr(0, cut), m_style, *m_bytes);
-            rest.remove_prefix(cut);
+        for (std::size_t cut = lengthOf(text, longest); cut < text.size(); cut = lengthOf(text, longest)) {
+            piece(pieceCode, text.substr(0, cut));
+            text.remove_prefix(cut);
         }
-        appendGroup(line.code, rest, m_style, *m_bytes);
+        piece(code, text);
+    }
+
+    void piece(int code, std::string_view text) {
+        m_escaped.clear();
+        appendEscaped(text, m_escaped);
+        appendGroup(code, m_escaped, m_style, *m_bytes);
+    }
+
+    /// Of so many characters, in bytes.
+    [[nodiscard]] std::size_t lengthOf(std::string_view text, std::size_t characters) const {
+        const bool isUtf8 = m_reading.form() >= 21;
+        std::size_t length = 0;
+        for (; length < text.size(); ++length) {
+            const bool isBegin = !isUtf8 || (text[length] & 0xC0) != 0x80;
+            if (isBegin && characters-- == 0) break;
+        }
+        return length;
     }
 
     void reference(const Line& line, std::uint64_t target) {

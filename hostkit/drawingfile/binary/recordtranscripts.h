@@ -62,6 +62,8 @@ namespace hostkit {
 //   none                        the record has no transcript: behind the forms for which that holds
 //   changed                     the groups tell too little for a new record: one that was binary may be
 //                               changed
+//   needs 177 2; bars 304       a new record must have such a group, or none: where forms differ in more than
+//                               the groups that they have
 //   use PART                    the transcript of a part
 //   use PART as p               the same where its layout is used so: all its fields are then p.NAME
 //   read NAME = expression      forwards alone
@@ -78,6 +80,7 @@ extern const char* const annotationTranscripts; ///< paragraphs, leaders, hatche
 extern const char* const tableTranscripts;      ///< records of tables
 extern const char* const objectTranscripts;     ///< dictionaries, layouts, styles and other objects
 extern const char* const leaderTranscripts;     ///< leaders and tables of several cells
+extern const char* const cellTranscripts;       ///< fields, contents of tables
 extern const char* const styleTranscripts;      ///< styles of leaders, tables and views, materials
 extern const char* const headerTranscripts;     ///< variables of the header
 

@@ -19,7 +19,7 @@ const Sources& allSources() {
     static const Sources sources = [] {
         Sources all;
         for (const char* text : {entityTranscripts, annotationTranscripts, tableTranscripts,
-                                 objectTranscripts, leaderTranscripts, styleTranscripts, headerTranscripts})
+                                 objectTranscripts, leaderTranscripts, cellTranscripts, styleTranscripts, headerTranscripts})
             addSources(text, all);
         return all;
     }();
@@ -65,6 +65,7 @@ public:
     Compiling(int form, RecordLayout& layout, Transcript& transcript)
         : m_form(form)
         , m_layout(layout)
+        , m_transcript(transcript)
         , m_lines(transcript.lines) {}
 
     void use(std::string_view part) {
@@ -77,7 +78,6 @@ public:
     }
 
     [[nodiscard]] bool isNone() const { return m_isNone; }
-    [[nodiscard]] bool canBeNew() const { return m_canBeNew; }
 
 private:
     [[noreturn]] void fault(std::string_view what, std::string_view text) const {
@@ -136,7 +136,14 @@ private:
         } else if (text == "none") {
             m_isNone = true;
         } else if (text == "changed") {
-            m_canBeNew = false;
+            m_transcript.canBeNew = false;
+        } else if (begins(text, "needs ") || begins(text, "bars ")) {
+            Transcript::Need need;
+            need.isBarred = begins(text, "bars ");
+            takeUntil(text, " ");
+            need.code = static_cast<short>(numberOf(takeUntil(text, " "), 0));
+            need.value = trimmed(text);
+            m_transcript.needs.push_back(std::move(need));
         } else if (begins(text, "read ") || begins(text, "write ") || begins(text, "new ")) {
             Line line;
             line.kind = begins(text, "read ") ? Line::Kind::read : Line::Kind::write;
@@ -333,8 +340,9 @@ private:
     static constexpr std::ptrdiff_t deepest = 4; ///< parts within themselves
 
     int m_form;
-    bool m_isNone = false, m_canBeNew = true;
+    bool m_isNone = false;
     RecordLayout& m_layout;
+    Transcript& m_transcript;
     std::vector<Line>& m_lines;
     std::vector<std::string_view> m_open;
     std::string m_prefix;
@@ -387,7 +395,6 @@ bool compileTranscript(int form, RecordLayout& layout, Transcript& transcript) {
     });
     Compiling compiling(form, layout, transcript);
     if (!isOpaque) compiling.use(layout.name);
-    transcript.canBeNew = compiling.canBeNew();
     return !isOpaque && !compiling.isNone();
 }
 

@@ -88,8 +88,16 @@ struct TranscriptLine {
 };
 
 struct Transcript {
+    /// A group that a new record must have, or must not have, of that value or of any.
+    struct Need {
+        short code = 0;
+        bool isBarred = false;
+        std::string value;
+    };
+
     std::string recordName; ///< in the exchange form
     std::vector<TranscriptLine> lines;
+    std::vector<Need> needs;
     bool canBeNew = true; ///< the groups tell enough for a record where none is changed
 };
 

@@ -188,14 +188,12 @@ std::size_t lengthAt(BitReader reader, std::size_t unit) {
     return count;
 }
 
-void writeRunText(int code, const ValueRun& run, std::size_t offset, NativeOutput& output) {
+void readRun(const ValueRun& run, std::size_t offset, const NativeOutput& output, std::string& text) {
     if (offset > run.count) return;
     const std::uint64_t first = run.firstBit + offset * 8, end = run.firstBit + run.count * 8;
     const ByteSpan objects = output.reading().objects();
-    std::string text;
     const std::size_t length = lengthAt(BitReader(objects, first, end), unitOf(output.reading().form()));
     output.reading().appendText({nullptr, first, length}, text);
-    output.text(code, text);
 }
 
 /// With a zero behind.
@@ -217,8 +215,10 @@ std::string coded(std::string_view value, int form) {
 void writeLinetypeText(int code, NativeOutput& output) {
     const RecordValue* const area = output.value("strings");
     const RecordValue* const offset = output.value("shapecode");
-    if (area && offset && offset->whole >= 0)
-        writeRunText(code, area->run, static_cast<std::size_t>(offset->whole), output);
+    if (!area || !offset || offset->whole < 0) return;
+    std::string text;
+    readRun(area->run, static_cast<std::size_t>(offset->whole), output, text);
+    output.text(code, text);
 }
 
 void readLinetypeText(int code, NativeInput& input) {
@@ -240,9 +240,18 @@ void readLinetypeText(int code, NativeInput& input) {
     input.setNumber("shapecode", static_cast<double>(offset));
 }
 
+constexpr int valuePieceCode = 2;
+
+void writeValueText(int code, NativeOutput& output) {
+    const RecordValue* const bytes = output.value("vbytes");
+    if (!bytes) return;
+    std::string text;
+    readRun(bytes->run, 0, output, text);
+    output.pieces(code, valuePieceCode, text);
+}
+
 void readValueText(int code, NativeInput& input) {
-    const RecordGroup* const group = input.take(code);
-    std::string bytes = coded(group ? group->value : std::string_view(), input.form());
+    std::string bytes = coded(input.takePieces(code, valuePieceCode), input.form());
     input.setNumber("vsize", static_cast<double>(bytes.size()));
     input.setBytes("vbytes", std::move(bytes));
 }
@@ -336,11 +345,7 @@ constexpr std::array nativeWords{
     NativeWord{"linetypetexts", writeLinetypeText, readLinetypeText},
     NativeWord{"linetypeindex", writeLinetypeIndex, readLinetypeIndex},
     NativeWord{"valuetext",
-               [](int code, NativeOutput& output) {
-                   if (const RecordValue* const bytes = output.value("vbytes"))
-                       writeRunText(code, bytes->run, 0, output);
-               },
-               readValueText},
+               writeValueText, readValueText},
     NativeWord{"modeler", writeBodyData, readBodyData},
     NativeWord{"shapename", writeShapeName, readShapeName},
     NativeWord{"textrotation", [](int, NativeOutput&) {}, readTextRotation},

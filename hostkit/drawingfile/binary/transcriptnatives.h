@@ -26,6 +26,8 @@ public:
     [[nodiscard]] virtual std::size_t index() const = 0; ///< of the present pass
 
     virtual void text(int code, std::string_view text) = 0;
+    /// A long one: 250 characters in each group before the last.
+    virtual void pieces(int code, int pieceCode, std::string_view text) = 0;
     virtual void number(int code, double value) = 0;
     virtual void handle(int code, std::uint64_t handle) = 0;
     virtual void digits(int code, std::string_view bytes) = 0;
@@ -42,6 +44,9 @@ public:
     [[nodiscard]] virtual const RecordNames& names() const = 0;
     /// The next group of that code behind the present mark; null where none is left.
     virtual const RecordGroup* take(int code) = 0;
+    /// The values of the next group of that code and of those of `pieceCode` right before it, as one text;
+    /// empty where none is left.
+    virtual std::string takePieces(int code, int pieceCode) = 0;
     /// All groups behind the present mark that nothing has taken. They count as taken then.
     virtual std::vector<const RecordGroup*> takeAll() = 0;
     /// A field of bytes or a text; the bytes are kept as long as the record is at work.

@@ -74,7 +74,7 @@ for nlines:
 75 scaletype
 147 scalefactor ~ 1
 [18+] 76 shademode
-[18+] 77 shaderes
+[18+] 77 shaderes ~ 2
 [18+] 78 shadedpi ~ 300
 148 imgx
 149 imgy

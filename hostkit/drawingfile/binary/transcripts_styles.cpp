@@ -221,9 +221,11 @@ use BORDERS-2010
 [21+] 149 selfillum = 0
 [21+] 468 reflectivity = 0
 [21+] 93 illummodel = 0
-[21+] 94 channels
+[21+] 94 channels ~ 63
 [21+] 282 mode = 0
 @ VISUALSTYLE
+[24-24] needs 177 2
+[27+] needs 177 3
 100 AcDbVisualStyle
 2 name
 70 vstype
