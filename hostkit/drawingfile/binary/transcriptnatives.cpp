@@ -4,6 +4,7 @@
 #include "fieldtable.h"
 #include "gemat3d.h"
 #include "recordtranscription.h"
+#include "tablestylenative.h"
 #include "transcriptbodies.h"
 #include "transcriptvalues.h"
 
@@ -344,6 +345,8 @@ constexpr std::array nativeWords{
     NativeWord{"blockname", writeBlockName, readBlockName},
     NativeWord{"linetypetexts", writeLinetypeText, readLinetypeText},
     NativeWord{"linetypeindex", writeLinetypeIndex, readLinetypeIndex},
+    NativeWord{"tablestyle", [](int, NativeOutput&) {},
+               [](int, NativeInput& input) { readTableStyle(input); }},
     NativeWord{"valuetext",
                writeValueText, readValueText},
     NativeWord{"modeler", writeBodyData, readBodyData},

@@ -83,7 +83,6 @@ const char* const styleTranscripts = R"(
 @ TABLESTYLE
 100 AcDbTableStyle
 [-21] use TABLESTYLE-2004
-[24+] changed
 [24+] use TABLESTYLE-2010
 @ TABLESTYLE-2004
 3 description
@@ -96,6 +95,7 @@ const char* const styleTranscripts = R"(
 for 3:
   use ROW-STYLE
 @ TABLESTYLE-2010
+1 ncs tablestyle
 forwards:
   280 unk0
   3 description
