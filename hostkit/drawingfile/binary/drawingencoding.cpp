@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <thread>
 
 namespace hostkit {
@@ -140,13 +141,23 @@ private:
         if (job.record.handle == 0) return leaveOut(groups, 0);
         if (before && before->isOpaque) return true;
         job.layout = layoutForGroups(m_layouts, groups, owner);
-        if (job.layout && !before && !canBeNew(*job.layout, groups))
-            return leaveOut(groups, job.record.handle);
+        if (job.layout && !before && !canBeNew(*job.layout, groups) && !replace(job, groups)) return false;
         if (job.layout) {
             job.type = typeOf(*job.layout);
             return true;
         }
         return before || leaveOut(groups, job.record.handle);
+    }
+
+    /// False where nothing can stand for the record, which is left out then.
+    bool replace(Job& job, std::string_view groups) {
+        job.layout = replacementOf(m_layouts, *job.layout);
+        if (!job.layout) return leaveOut(groups, job.record.handle);
+        const std::string_view kind = valueIn(groups, 0), became = job.layout->name;
+        if (m_replaced.insert(job.record.handle).second)
+            m_out.leftOut.add(std::wstring(kind.begin(), kind.end()), std::wstring(became.begin(), became.end()),
+                              job.record.handle);
+        return true;
     }
 
     bool leaveOut(std::string_view groups, std::uint64_t handle) {
@@ -558,6 +569,7 @@ private:
     EncodedDrawing& m_out;
     RecordNames m_names;
     EncodingLists m_lists, m_listsBefore;
+    std::set<std::uint64_t> m_replaced;
     std::vector<Job> m_jobs;
     std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
 };

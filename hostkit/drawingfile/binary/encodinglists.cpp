@@ -73,7 +73,7 @@ void EncodingLists::readEntities(int form) {
     for (const OutlinedBlock& block : m_outline->blocks) {
         for (const OutlinedEntity& entity : block.entities) {
             const std::string_view groups = entity.record.in(m_outline->text);
-            if (valueIn(groups, 0) == "INSERT") {
+            if (const std::string_view kind = valueIn(groups, 0); kind == "INSERT" || kind == "ACAD_TABLE") {
                 const auto named = m_blockNames.find(folded(valueIn(groups, 2)));
                 if (named != m_blockNames.end()) m_inserts[named->second].push_back(entity.record.handle);
             }

@@ -65,8 +65,14 @@ const RecordLayout* layoutForGroups(const RecordLayouts& layouts, std::string_vi
         name = insertion(record);
     else if (name == "BLOCK_RECORD")
         name = "BLOCK_HEADER";
+    else if (name == "ACDBDATATABLE")
+        name = "DATATABLE";
     const RecordLayout* const layout = layouts.byName(name);
     return layout && layout->hasTranscript ? layout : nullptr;
+}
+
+const RecordLayout* replacementOf(const RecordLayouts& layouts, const RecordLayout& layout) {
+    return layout.name == "ACAD_TABLE" ? layouts.byName("INSERT") : nullptr;
 }
 
 bool canBeNew(const RecordLayout& layout, std::string_view record) {

@@ -15,4 +15,8 @@ namespace hostkit {
 /// The groups tell enough for a record of that layout where no binary one is changed.
 [[nodiscard]] bool canBeNew(const RecordLayout& layout, std::string_view record);
 
+/// What a new record that cannot be of its own kind is written as: a table of several cells keeps its picture
+/// as a block reference. Null where nothing can stand for it.
+[[nodiscard]] const RecordLayout* replacementOf(const RecordLayouts& layouts, const RecordLayout& layout);
+
 } // namespace hostkit

@@ -249,8 +249,8 @@ for nedges next:
 70 shadowtype
 71 shadowsize
 280 softness
-@ DATATABLE
-100 AcDbDataTable
+@ DATATABLE | ACDBDATATABLE
+100 ACDBDATATABLE
 70 dtver
 90 ncols
 91 nrows
