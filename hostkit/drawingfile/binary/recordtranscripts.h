@@ -9,6 +9,7 @@ namespace hostkit {
 //
 //   @ ACDBDICTIONARYWDFLT
 //   @ VERTEX_2D | VERTEX
+//   @ DATATABLE | [-15] ACDBDATATABLE
 //
 // Handle, extension dictionary, reactors, owner, the common part of entities and extended data are written
 // before and behind by themselves. Lines follow in the order in which the groups are written:

@@ -388,8 +388,8 @@ ValueKind valueKindOf(std::uint8_t fieldCode) {
 bool compileTranscript(int form, RecordLayout& layout, Transcript& transcript) {
     const auto found = allSources().find(layout.name);
     if (found == allSources().end()) return false;
-    const std::string_view kind = found->second.kind;
-    transcript.recordName = found->second.code == "|" ? kind : layout.name;
+    std::string_view name = found->second.kind;
+    transcript.recordName = found->second.code == "|" && belongsTo(form, name) ? name : layout.name;
     const bool isOpaque = std::any_of(layout.steps.begin(), layout.steps.end(), [](const LayoutStep& step) {
         return step.kind == LayoutStep::Kind::field && step.code == FieldCode::opaque;
     });

@@ -249,8 +249,9 @@ for nedges next:
 70 shadowtype
 71 shadowsize
 280 softness
-@ DATATABLE | ACDBDATATABLE
-100 ACDBDATATABLE
+@ DATATABLE | [-15] ACDBDATATABLE
+[-15] 100 ACDBDATATABLE
+[18+] 100 AcDbDataTable
 70 dtver
 90 ncols
 91 nrows
