@@ -155,8 +155,8 @@ private:
         if (!job.layout) return leaveOut(groups, job.record.handle);
         const std::string_view kind = valueIn(groups, 0), became = job.layout->name;
         if (m_replaced.insert(job.record.handle).second)
-            m_out.leftOut.add(std::wstring(kind.begin(), kind.end()), std::wstring(became.begin(), became.end()),
-                              job.record.handle);
+            m_out.leftOut.add(std::wstring(kind.begin(), kind.end()),
+                              std::wstring(became.begin(), became.end()), job.record.handle);
         return true;
     }
 

@@ -40,7 +40,9 @@ struct Style {
 };
 
 std::uint32_t colorOfIndex(std::int64_t index) {
-    return index == 256 ? 0xC0000000U : index == 0 ? byBlock : 0xC3000000U | (static_cast<std::uint32_t>(index) & 0xFF);
+    return index == 256 ? 0xC0000000U
+           : index == 0 ? byBlock
+                        : 0xC3000000U | (static_cast<std::uint32_t>(index) & 0xFF);
 }
 
 double realOf(const RecordGroup& group) { return realFromText(group.value).value_or(0.0); }
@@ -204,7 +206,8 @@ void fillCells(const Filling& cells, const Style& style, const Row& row) {
     cells.real("textheight", row.height);
     cells.whole("marginflags", 1);
     const double h = style.horizontalMargin, v = style.verticalMargin;
-    for (const double margin : {v, h, v, h, 3 * h, 3 * v}) cells.array("margins").emplace_back().real[0] = margin;
+    for (const double margin : {v, h, v, h, 3 * h, 3 * v})
+        cells.array("margins").emplace_back().real[0] = margin;
 }
 
 void fillRow(const Filling& record, const Style& style, int number) {

@@ -18,8 +18,9 @@ using Line = TranscriptLine;
 const Sources& allSources() {
     static const Sources sources = [] {
         Sources all;
-        for (const char* text : {entityTranscripts, annotationTranscripts, tableTranscripts,
-                                 objectTranscripts, leaderTranscripts, cellTranscripts, styleTranscripts, headerTranscripts})
+        for (const char* text :
+             {entityTranscripts, annotationTranscripts, tableTranscripts, objectTranscripts,
+              leaderTranscripts, cellTranscripts, styleTranscripts, headerTranscripts})
             addSources(text, all);
         return all;
     }();
