@@ -407,6 +407,8 @@ private:
                 m_gathering.gather(m_record, *layout, job.links, m_values);
             }
             m_owner.addLists(job, *layout, m_values, m_texts);
+            if (!isSameKind) completeReferences(m_owner.m_names, *layout, m_values);
+            if (job.record.isThere()) addViewports(m_owner.m_outline, *layout, m_values);
             return m_encoding.append(*layout, isSameKind ? m_fields.type : job.type, job.record.handle,
                                      m_values, bytes);
         }

@@ -209,4 +209,44 @@ RecordNames namesIn(const ExchangeOutline& outline) {
     return names;
 }
 
+void completeReferences(const RecordNames& names, const RecordLayout& layout, RecordScope& values) {
+    struct Standard {
+        std::string_view layout, field, kind, name;
+    };
+    static constexpr std::array<Standard, 3> standards{{{"LAYER", "plotstyle", "PLOTSTYLENAME", "Normal"},
+                                                        {"LAYER", "ltype", "LTYPE", "Continuous"},
+                                                        {"DIMSTYLE", "DIMTXSTY", "STYLE", "Standard"}}};
+    constexpr std::uint8_t hardPointer = 5;
+    for (const Standard& standard : standards) {
+        std::uint16_t slot = 0;
+        if (layout.name != standard.layout || !layout.findSlot(standard.field, slot)) continue;
+        const RecordValue* const told = values.find(slot);
+        if (told && told->reference.value != 0) continue;
+        RecordValue value;
+        value.reference = {hardPointer, names.handleOf(standard.kind, standard.name)};
+        values.set(slot, value);
+    }
+}
+
+void addViewports(const ExchangeOutline& outline, const RecordLayout& layout, RecordScope& values) {
+    std::uint16_t blockSlot = 0, countSlot = 0, slot = 0;
+    if (layout.name != "LAYOUT" || !layout.findSlot("nviewports", countSlot) ||
+        !layout.findSlot("viewports", slot) || !layout.findSlot("blockrecord", blockSlot))
+        return;
+    const RecordValue* const told = values.find(blockSlot);
+    const auto block = std::find_if(outline.blocks.begin(), outline.blocks.end(), [&](const OutlinedBlock& one) {
+        return told && one.handle == told->reference.value;
+    });
+    std::vector<RecordValue>& viewports = values.array(slot);
+    viewports.clear();
+    constexpr std::uint8_t softPointer = 4;
+    if (block != outline.blocks.end())
+        for (const OutlinedEntity& entity : block->entities)
+            if (valueIn(entity.record.in(outline.text), 0) == "VIEWPORT")
+                viewports.emplace_back().reference = {softPointer, entity.record.handle};
+    RecordValue count;
+    count.whole = static_cast<std::int64_t>(viewports.size());
+    values.set(countSlot, count);
+}
+
 } // namespace hostkit

@@ -64,6 +64,12 @@ private:
 /// Names of table records, and of what the dictionaries ACAD_... hold.
 [[nodiscard]] RecordNames namesIn(const ExchangeOutline& outline);
 
+/// What strict readers ask of a new record and its groups lack: the plot style and line type of a layer, the
+/// text style of a dimension style.
+void completeReferences(const RecordNames& names, const RecordLayout& layout, RecordScope& values);
+/// The viewports of a layout, which are those of its block.
+void addViewports(const ExchangeOutline& outline, const RecordLayout& layout, RecordScope& values);
+
 /// The entries of a dictionary's groups, in their order.
 [[nodiscard]] std::vector<std::pair<std::string_view, std::uint64_t>> entriesIn(std::string_view dictionary);
 
