@@ -305,8 +305,13 @@ private:
         const bool isKept = color.hasValue;
         data.bitShort(isKept ? color.index : 0);
         data.bitLong(static_cast<std::int32_t>(isKept ? color.value : longValue(color.index)));
-        const RecordValue* const name = find(static_cast<std::uint16_t>(step.slot + 1));
-        const RecordValue* const book = find(static_cast<std::uint16_t>(step.slot + 2));
+        const bool isOwn = m_scope->find(step.slot); // another colour has no name of the one before
+        const auto part = [&](int shift) {
+            const auto slot = static_cast<std::uint16_t>(step.slot + shift);
+            return isOwn ? m_scope->find(slot) : find(slot);
+        };
+        const RecordValue* const name = part(1);
+        const RecordValue* const book = part(2);
         data.rawByte(static_cast<std::uint8_t>((name ? 1 : 0) | (book ? 2 : 0)));
         const auto before = [&](int shift) {
             return m_original ? m_original->find(static_cast<std::uint16_t>(step.slot + shift)) : nullptr;

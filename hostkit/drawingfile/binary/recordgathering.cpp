@@ -298,7 +298,9 @@ private:
                                             : 0;
         std::size_t count = 0;
         std::vector<char> isSetOutside;
-        const bool isFixed = line.hasLayoutLoop && !line.countSlot; // all passes, though none has a group
+        constexpr double mostFixed = 16;
+        const bool isFixed =
+            line.hasLayoutLoop && !line.countSlot && told <= mostFixed; // all passes, though none has a group
         for (; count < most && (nextPass(line, at, outerRegion) || isFixed); ++count) {
             Frame frame{outer->scope, outer};
             if (line.hasLayoutLoop) {
