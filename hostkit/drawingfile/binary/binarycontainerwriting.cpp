@@ -57,9 +57,14 @@ bool writeContainer(const BinaryContainer& container, const BinaryRecords& recor
     if (container.section("AcDb:Header").empty()) return refuse(L"the drawing has no header variables");
     if (container.section("AcDb:Classes").empty()) return refuse(L"the drawing has no section of classes");
     if (!areInOrder(records)) return refuse(L"the places of the records are out of order");
+    BinaryContainer headerAlone; // what may be wrong in it is told to who reads it
+    headerAlone.version = container.version;
+    headerAlone.maintenance = container.maintenance;
+    headerAlone.sections["AcDb:Header"] = container.sections.find("AcDb:Header")->second;
+    const BinaryHeader header = readHeader(headerAlone);
     if (container.version == DrawingVersion::k2000)
-        return writeContainer2000(container, records, file, reason);
-    writeContainer2004(container, records, file);
+        return writeContainer2000(container, header, records, file, reason);
+    writeContainer2004(container, header, records, file);
     return true;
 }
 
@@ -76,21 +81,15 @@ struct Locator {
 
 class Container2000 {
 public:
-    Container2000(const BinaryContainer& container, const BinaryRecords& records)
+    Container2000(const BinaryContainer& container, const BinaryHeader& header, const BinaryRecords& records)
         : m_container(container)
-        , m_records(records) {
-        BinaryContainer copy; // what reading may find wrong in it is nobody's concern here
-        copy.version = container.version;
-        copy.maintenance = container.maintenance;
-        copy.sections["AcDb:Header"].assign(container.section("AcDb:Header").begin(),
-                                            container.section("AcDb:Header").end());
-        m_header = readHeader(copy);
-    }
+        , m_header(header)
+        , m_records(records) {}
 
     [[nodiscard]] std::vector<std::uint8_t> run() {
         m_file.reserve(m_records.bytes.size() + 0x10000);
         m_file.resize(headSize);
-        place(5, given("AcDb:AuxHeader", [&] { return makeAuxHeader(m_container, m_header); }));
+        place(5, auxHeaderOf(m_container, m_header));
         m_preview = m_file.size();
         append(m_file, given("AcDb:Preview", makeEmptyPreview));
         movePreview(std::span(m_file).subspan(m_preview), m_preview);
@@ -113,7 +112,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t headSize = 0x61, locatorsAt = 0x19;
+    static constexpr std::size_t headSize = 0x61;
 
     template <class Make>
     std::vector<std::uint8_t> given(std::string_view name, Make make) const {
@@ -215,8 +214,8 @@ private:
     }
 
     const BinaryContainer& m_container;
+    const BinaryHeader& m_header;
     const BinaryRecords& m_records;
-    BinaryHeader m_header;
     std::vector<std::uint8_t> m_file;
     std::array<Locator, 6> m_locators;
     std::size_t m_preview = 0;
@@ -224,8 +223,8 @@ private:
 
 } // namespace
 
-bool writeContainer2000(const BinaryContainer& container, const BinaryRecords& records,
-                        std::vector<std::uint8_t>& file, std::wstring& reason) {
+bool writeContainer2000(const BinaryContainer& container, const BinaryHeader& header,
+                        const BinaryRecords& records, std::vector<std::uint8_t>& file, std::wstring& reason) {
     std::size_t most = 0x10000 + 16 * records.places.size();
     for (const auto& [name, bytes] : container.sections)
         if (name != "AcDb:AcDbObjects") most += bytes.size();
@@ -233,7 +232,7 @@ bool writeContainer2000(const BinaryContainer& container, const BinaryRecords& r
         reason = L"the form 2000 has no place for more than 2 GB";
         return false;
     }
-    file = Container2000(container, records).run();
+    file = Container2000(container, header, records).run();
     return true;
 }
 

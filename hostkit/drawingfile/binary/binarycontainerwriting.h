@@ -1,7 +1,7 @@
 // The sections of a binary drawing, written as a file.
 #pragma once
 
-#include "binarycontainer.h"
+#include "binaryheader.h"
 #include "objectmap.h"
 
 namespace hostkit {
@@ -29,23 +29,16 @@ struct BinaryRecords {
                                   std::vector<std::uint8_t>& file, std::wstring& reason);
 
 // The forms, each for itself, for a container whose header, classes and records are as told above.
-[[nodiscard]] bool writeContainer2000(const BinaryContainer& container, const BinaryRecords& records,
-                                      std::vector<std::uint8_t>& file, std::wstring& reason);
+[[nodiscard]] bool writeContainer2000(const BinaryContainer& container, const BinaryHeader& header,
+                                      const BinaryRecords& records, std::vector<std::uint8_t>& file,
+                                      std::wstring& reason);
 /// And 2010, 2013, 2018.
-void writeContainer2004(const BinaryContainer& container, const BinaryRecords& records,
-                        std::vector<std::uint8_t>& file);
+void writeContainer2004(const BinaryContainer& container, const BinaryHeader& header,
+                        const BinaryRecords& records, std::vector<std::uint8_t>& file);
 
 /// What stands before the first record.
 constexpr std::uint32_t recordsMark = 0x0DCA;
 
-// Little-endian numbers in a file.
-
-inline void appendNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
-}
-inline void putNumber(std::span<std::uint8_t> bytes, std::size_t at, std::uint64_t value, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) bytes[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
-}
 inline void append(std::vector<std::uint8_t>& bytes, ByteSpan more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
 }

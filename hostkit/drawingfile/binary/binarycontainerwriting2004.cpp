@@ -39,6 +39,9 @@ constexpr std::array<KnownSection, 15> knownSections{{{"AcDb:SummaryInfo", 9, fa
                                                       {"AcDb:AuxHeader", 2, true},
                                                       {"AcDb:Header", 1, true}}};
 constexpr std::uint32_t firstFreeId = 14;
+/// Follow from other data, or vouch for other bytes.
+constexpr std::array<std::string_view, 5> notCopied{"AcDb:AcDbObjects", "AcDb:Handles", "AcDb:AuxHeader",
+                                                    "AcDb:Security", "AcDb:Signature"};
 
 std::size_t roundedUp(std::size_t size, std::size_t unit) { return (size + unit - 1) / unit * unit; }
 
@@ -88,9 +91,9 @@ struct Section {
 
 class Container2004 {
 public:
-    Container2004(const BinaryContainer& container, const BinaryRecords& records)
+    Container2004(const BinaryContainer& container, const BinaryHeader& header, const BinaryRecords& records)
         : m_container(container) {
-        gather(records);
+        gather(header, records);
         place();
     }
 
@@ -111,31 +114,26 @@ public:
     }
 
 private:
-    void gather(const BinaryRecords& records) {
-        BinaryContainer form; // header and form, without the larger sections
-        form.version = m_container.version;
-        form.maintenance = m_container.maintenance;
-        form.codePage = m_container.codePage;
-        form.sections["AcDb:Header"].assign(m_container.section("AcDb:Header").begin(),
-                                            m_container.section("AcDb:Header").end());
-        const BinaryHeader header = readHeader(form);
+    void gather(const BinaryHeader& header, const BinaryRecords& records) {
         for (const auto& [name, bytes] : m_container.sections)
-            if (!name.empty() && name != "AcDb:AcDbObjects" && name != "AcDb:Handles" &&
-                name != "AcDb:Security" && name != "AcDb:Signature")
-                m_sections.emplace_back().name = name, m_sections.back().rest = bytes;
+            if (!name.empty() && std::ranges::find(notCopied, name) == notCopied.end()) {
+                m_sections.emplace_back().name = name;
+                m_sections.back().rest = bytes;
+            }
         std::vector<std::uint8_t> mark;
         appendNumber(mark, recordsMark, 4);
         std::vector<ObjectPlace> places = records.places;
         for (ObjectPlace& one : places) one.offset += mark.size();
         add("AcDb:AcDbObjects", std::move(mark)).rest = records.bytes;
         add("AcDb:Handles", writeObjectMap(places));
-        ifMissing("AcDb:SummaryInfo", [&] { return propertiesOf(form, header); });
+        add("AcDb:AuxHeader", auxHeaderOf(m_container, header));
+        ifMissing("AcDb:SummaryInfo", [&] { return propertiesOf(m_container, header); });
         ifMissing("AcDb:Preview", makeEmptyPreview);
         ifMissing("AcDb:AppInfo", makeAppInfo);
         ifMissing("AcDb:RevHistory", makeRevisionHistory);
-        ifMissing("AcDb:AuxHeader", [&] { return makeAuxHeader(form, header); });
-        ifMissing("AcDb:ObjFreeSpace", [&] { return makeFreeSpace(form, header, records.places.size()); });
-        ifMissing("AcDb:Template", [&] { return writeMeasurement(form, 0); });
+        ifMissing("AcDb:ObjFreeSpace",
+                  [&] { return makeFreeSpace(m_container, header, records.places.size()); });
+        ifMissing("AcDb:Template", [&] { return writeMeasurement(m_container, 0); });
     }
 
     static std::vector<std::uint8_t> propertiesOf(const BinaryContainer& form, const BinaryHeader& header) {
@@ -370,9 +368,9 @@ private:
 
 } // namespace
 
-void writeContainer2004(const BinaryContainer& container, const BinaryRecords& records,
-                        std::vector<std::uint8_t>& file) {
-    file = Container2004(container, records).run();
+void writeContainer2004(const BinaryContainer& container, const BinaryHeader& header,
+                        const BinaryRecords& records, std::vector<std::uint8_t>& file) {
+    file = Container2004(container, header, records).run();
 }
 
 } // namespace hostkit

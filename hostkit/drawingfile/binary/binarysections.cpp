@@ -95,8 +95,45 @@ BinaryDate dateOf(const BinaryHeader& header, const std::string& name) {
             static_cast<std::uint32_t>(header.whole(name + "_ms"))};
 }
 
+/// The handle seed as far as 31 bits hold it.
+std::uint32_t seedOf(const BinaryHeader& header) {
+    constexpr std::uint64_t most = 0x7FFFFFFF;
+    const std::uint64_t seed = header.handle("HANDSEED");
+    return seed > most ? ~0U : static_cast<std::uint32_t>(seed);
+}
+
 void zeros(BitWriter& writer, unsigned bytes) {
     for (unsigned i = 0; i < bytes; ++i) writer.rawByte(0);
+}
+
+std::vector<std::uint8_t> makeAuxHeader(const BinaryContainer& form, const BinaryHeader& header) {
+    const bool isWider = form.version >= DrawingVersion::k2018;
+    const auto release = static_cast<std::uint16_t>(customaryWriter(form.version));
+    BitWriter out;
+    const auto maintenance = [&] { isWider ? out.rawLong(0) : out.rawShort(0); };
+    for (const std::uint8_t byte : {0xFF, 0x77, 0x01}) out.rawByte(byte);
+    out.rawShort(release);
+    maintenance();
+    out.rawLong(1); // how often it was saved
+    out.rawLong(~0U);
+    out.rawShort(1); // the same in two parts
+    out.rawShort(0);
+    out.rawLong(0);
+    for (int i = 0; i < 2; ++i) {
+        out.rawShort(release);
+        maintenance();
+    }
+    for (const std::uint16_t value : {5, 0x893, 5, 0x893, 0, 1}) out.rawShort(value);
+    zeros(out, 20);
+    writeDate(out, dateOf(header, "TDCREATE"));
+    writeDate(out, dateOf(header, "TDUPDATE"));
+    out.rawLong(seedOf(header));
+    zeros(out, 6);
+    out.rawShort(1);
+    zeros(out, 12);
+    out.rawLong(1);
+    zeros(out, 16);
+    return out.bytes();
 }
 
 } // namespace
@@ -181,36 +218,18 @@ unsigned customaryWriter(DrawingVersion version) {
     }
 }
 
-std::vector<std::uint8_t> makeAuxHeader(const BinaryContainer& form, const BinaryHeader& header) {
-    constexpr std::uint64_t mostSeed = 0x7FFFFFFF;
-    const bool isWider = form.version >= DrawingVersion::k2018;
-    const auto release = static_cast<std::uint16_t>(customaryWriter(form.version));
-    BitWriter out;
-    const auto maintenance = [&] { isWider ? out.rawLong(0) : out.rawShort(0); };
-    for (const std::uint8_t byte : {0xFF, 0x77, 0x01}) out.rawByte(byte);
-    out.rawShort(release);
-    maintenance();
-    out.rawLong(1); // how often it was saved
-    out.rawLong(~0U);
-    out.rawShort(1); // the same in two parts
-    out.rawShort(0);
-    out.rawLong(0);
-    for (int i = 0; i < 2; ++i) {
-        out.rawShort(release);
-        maintenance();
-    }
-    for (const std::uint16_t value : {5, 0x893, 5, 0x893, 0, 1}) out.rawShort(value);
-    zeros(out, 20);
-    writeDate(out, dateOf(header, "TDCREATE"));
-    writeDate(out, dateOf(header, "TDUPDATE"));
-    const std::uint64_t seed = header.handle("HANDSEED");
-    out.rawLong(seed > mostSeed ? ~0U : static_cast<std::uint32_t>(seed));
-    zeros(out, 6);
-    out.rawShort(1);
-    zeros(out, 12);
-    out.rawLong(1);
-    zeros(out, 16);
-    return out.bytes();
+std::vector<std::uint8_t> auxHeaderOf(const BinaryContainer& container, const BinaryHeader& header) {
+    const ByteSpan own = container.section("AcDb:AuxHeader");
+    if (own.empty()) return makeAuxHeader(container, header);
+    std::vector<std::uint8_t> bytes(own.begin(), own.end());
+    const bool isWider = container.version >= DrawingVersion::k2018; // by three numbers of the maintenance
+    const std::size_t size = isWider ? 129 : 123, updateAt = isWider ? 77 : 71;
+    if (bytes.size() != size) return bytes;
+    const BinaryDate update = dateOf(header, "TDUPDATE");
+    putNumber(bytes, updateAt, update.day, 4);
+    putNumber(bytes, updateAt + 4, update.milliseconds, 4);
+    putNumber(bytes, updateAt + 8, seedOf(header), 4);
+    return bytes;
 }
 
 std::vector<std::uint8_t> makeFreeSpace(const BinaryContainer& form, const BinaryHeader& header,
@@ -268,8 +287,7 @@ void movePreview(std::span<std::uint8_t> preview, std::size_t address) {
     for (std::size_t i = 0; i < count; ++i) {
         if (longAt(preview, entryAt(i) + 5) == 0) continue;
         const std::size_t moved = longAt(preview, entryAt(i) + 1) - first + picturesAt + address;
-        for (unsigned byte = 0; byte < 4; ++byte)
-            preview[entryAt(i) + 1 + byte] = static_cast<std::uint8_t>(moved >> (8 * byte));
+        putNumber(preview, entryAt(i) + 1, moved, 4);
     }
 }
 

@@ -46,8 +46,9 @@ struct DrawingProperties {
 
 // What a file without them gets; the header tells dates and the handle seed.
 
-[[nodiscard]] std::vector<std::uint8_t> makeAuxHeader(const BinaryContainer& form,
-                                                      const BinaryHeader& header);
+/// The container's own one with the header's update and handle seed, or a new one.
+[[nodiscard]] std::vector<std::uint8_t> auxHeaderOf(const BinaryContainer& container,
+                                                    const BinaryHeader& header);
 [[nodiscard]] std::vector<std::uint8_t> makeFreeSpace(const BinaryContainer& form, const BinaryHeader& header,
                                                       std::size_t objects);
 [[nodiscard]] std::vector<std::uint8_t> makeAppInfo();
@@ -57,6 +58,15 @@ struct DrawingProperties {
 /// The preview as it stands at another address of the file: pictures in it are found by their addresses.
 /// Bytes that are no preview stay as they are.
 void movePreview(std::span<std::uint8_t> preview, std::size_t address);
+
+// Little-endian numbers in a file.
+
+inline void appendNumber(std::vector<std::uint8_t>& bytes, std::uint64_t value, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+}
+inline void putNumber(std::span<std::uint8_t> bytes, std::size_t at, std::uint64_t value, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) bytes[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
 
 /// The number of the program's release that is customary for files of the form.
 [[nodiscard]] unsigned customaryWriter(DrawingVersion version);
