@@ -29,6 +29,7 @@ public:
     HeaderReading(ByteSpan bytes, const FramedStreams& streams, DrawingVersion version)
         : m_isWide(isUtf8(version))
         , m_hasLongColors(version >= DrawingVersion::k2004)
+        , m_hasTexts(streams.textBegin < streams.textEnd)
         , m_data(bytes, streams.dataBegin, streams.dataEnd)
         , m_text(bytes, streams.textBegin, streams.textEnd)
         , m_references(bytes, streams.referencesBegin, streams.end) {}
@@ -94,7 +95,7 @@ private:
 
     std::string text() {
         std::string text;
-        if (m_isWide && m_text.end() == 0) return text;
+        if (m_isWide && !m_hasTexts) return text; // all are empty
         BitReader& stream = m_isWide ? m_text : m_data;
         const auto count = static_cast<std::uint16_t>(stream.bitShort());
         std::wstring wide;
@@ -125,7 +126,7 @@ private:
         return color;
     }
 
-    bool m_isWide, m_hasLongColors;
+    bool m_isWide, m_hasLongColors, m_hasTexts;
     BitReader m_data, m_text, m_references;
 };
 

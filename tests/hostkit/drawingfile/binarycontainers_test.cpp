@@ -99,6 +99,17 @@ TEST(BinaryContainers, othersDrawingsAreWrittenAsTheyWere) {
     }
 }
 
+/// The scrambled part of a file's head.
+Bytes scrambledHead(ByteSpan file) {
+    Bytes head = bytesOf(file.subspan(0x80, 0x6C));
+    std::uint32_t random = 1;
+    for (std::uint8_t& byte : head) {
+        random = random * 0x343FD + 0x269EC3;
+        byte = static_cast<std::uint8_t>(byte ^ (random >> 16));
+    }
+    return head;
+}
+
 TEST(BinaryContainers, aFileHasAllThatIsGivenAndWhatReadersAskFor) {
     std::mt19937 random(4);
     for (const DrawingVersion version : writable) {
@@ -148,6 +159,13 @@ TEST(BinaryContainers, aFileHasAllThatIsGivenAndWhatReadersAskFor) {
         for (std::size_t i = 0; i < 12; ++i) aux[aux.size() - 52 + i] = 9; // update and handle seed
         EXPECT_EQ(auxHeaderOf(again, readHeader(again)), made);
         if (!hasAll) continue;
+        const Bytes head = scrambledHead(file);
+        // Pages of the sections, without the one of zeros and, in 2004, the measurement; and the two maps.
+        const std::uint32_t pages = version == DrawingVersion::k2004 ? 18 : 19;
+        for (const std::size_t at : {0x28, 0x40, 0x50, 0x60}) EXPECT_EQ(longAt(head, at), pages) << at;
+        EXPECT_EQ(longLongAt(head, 0x34), file.size() - head.size());
+        EXPECT_TRUE(std::equal(file.begin() + 0x80, file.begin() + 0xEC,
+                               file.end() - static_cast<std::ptrdiff_t>(head.size())));
         EXPECT_EQ(again.section("AcDb:ObjFreeSpace").size(), version == DrawingVersion::k2004 ? 53U : 89U);
         for (const char* const name :
              {"AcDb:SummaryInfo", "AcDb:AppInfo", "AcDb:Template", "AcDb:RevHistory"})
@@ -234,6 +252,20 @@ TEST(BinaryContainers, everyHeaderVariableComesBackInEachForm) {
                 if (size % 7 == 0 || size < 60) static_cast<void>(readHeader(container));
             EXPECT_FALSE(container.faults.empty());
         }
+}
+
+TEST(BinaryContainers, theSizeOfASectionHasAHighPartWhereTheFormHasIt) {
+    const auto sizeOf = [](DrawingVersion version, unsigned maintenance) {
+        BinaryContainer container;
+        container.version = version;
+        container.maintenance = maintenance;
+        return writeHeader(container, {}).size();
+    };
+    for (const DrawingVersion version : writable) {
+        const bool mayHave = version == DrawingVersion::k2010 || version == DrawingVersion::k2013;
+        EXPECT_EQ(sizeOf(version, 4) - sizeOf(version, 3), mayHave ? 4U : 0U) << nameOfVersion(version);
+    }
+    EXPECT_EQ(sizeOf(DrawingVersion::k2018, 0), sizeOf(DrawingVersion::k2013, 4));
 }
 
 TEST(BinaryContainers, aNewHeaderHasTheStandardsOfNewDrawings) {
