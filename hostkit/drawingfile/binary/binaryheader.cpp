@@ -183,7 +183,7 @@ const std::vector<Standard>& standards() {
         {"CMLSCALE", 1.0},
         {"CELTSCALE", 1.0},
         {"MENU", std::string(".")},
-        {"CECOLOR", HeaderColor{256, 0xC0000000U, {}, {}}},
+        {"CECOLOR", HeaderColor{256, 0, {}, {}}},
         {"PEXTMIN", Point{farAway, farAway, farAway}},
         {"PEXTMAX", Point{-farAway, -farAway, -farAway}},
         {"PLIMMAX", Point{12.0, 9.0, 0.0}},
@@ -201,7 +201,7 @@ const std::vector<Standard>& standards() {
         {"DIMEXE", 0.18},
         {"DIMFXL", 1.0},
         {"DIMJOGANG", quarterTurn / 2},
-        {"DIMTFILLCLR", HeaderColor{0, 0xC1000000U, {}, {}}},
+        {"DIMTFILLCLR", HeaderColor{0, 0, {}, {}}},
         {"DIMTIH", Whole{1}},
         {"DIMTOH", Whole{1}},
         {"DIMTXT", 0.18},
@@ -211,9 +211,9 @@ const std::vector<Standard>& standards() {
         {"DIMTFAC", 1.0},
         {"DIMGAP", 0.09},
         {"DIMALTD", Whole{2}},
-        {"DIMCLRD", HeaderColor{0, 0xC1000000U, {}, {}}},
-        {"DIMCLRE", HeaderColor{0, 0xC1000000U, {}, {}}},
-        {"DIMCLRT", HeaderColor{0, 0xC1000000U, {}, {}}},
+        {"DIMCLRD", HeaderColor{0, 0, {}, {}}},
+        {"DIMCLRE", HeaderColor{0, 0, {}, {}}},
+        {"DIMCLRT", HeaderColor{0, 0, {}, {}}},
         {"DIMDEC", Whole{4}},
         {"DIMTDEC", Whole{4}},
         {"DIMALTU", Whole{2}},
@@ -253,7 +253,7 @@ const std::vector<Standard>& standards() {
         {"TILEMODELIGHTSYNCH", Whole{1}},
         {"DWFFRAME", Whole{2}},
         {"unk21", Whole{1}},
-        {"INTERFERECOLOR", HeaderColor{1, 0xC3000001U, {}, {}}},
+        {"INTERFERECOLOR", HeaderColor{1, 0, {}, {}}},
     };
     return all;
 }
@@ -276,7 +276,7 @@ void setColor(const HeaderColor& color, std::uint16_t slot, RecordScope& scope) 
     ValueColor& own = scope.add(slot).color = {};
     own.index = color.index;
     own.value = color.value;
-    own.hasValue = true;
+    own.hasValue = color.value != 0;
     for (unsigned i = 0; i < 2; ++i)
         if (const std::optional<std::string>& name = i == 0 ? color.name : color.book)
             scope.add(static_cast<std::uint16_t>(slot + 1 + i)).run = runOf(*name);

@@ -17,8 +17,8 @@ struct HeaderReference {
 };
 
 struct HeaderColor {
-    std::int32_t index = 256;
-    std::uint32_t value = 0;               ///< from 2004 on: method in the highest byte
+    std::int32_t index = 256;              ///< where it has one: 0 by block, 256 by layer
+    std::uint32_t value = 0;               ///< from 2004 on: method in the highest byte; 0: as the index says
     std::optional<std::string> name, book; ///< of the colour
     friend bool operator==(const HeaderColor&, const HeaderColor&) = default;
 };

@@ -30,6 +30,7 @@ struct DrawingProperties {
     std::string title, subject, author, keywords, comments, lastSavedBy, revision, hyperlinkBase;
     BinaryDate editingTime, created, updated;
     std::vector<std::pair<std::string, std::string>> custom; ///< name and value
+    friend bool operator==(const DrawingProperties&, const DrawingProperties&) = default;
 };
 
 /// Nothing where the drawing has none. What a damaged section tells is taken up to the damage, which is told

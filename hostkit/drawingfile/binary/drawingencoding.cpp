@@ -549,7 +549,7 @@ private:
     void header() {
         BinaryHeader& header = m_out.header;
         if (m_original) header = m_original->drawing.header;
-        gatherHeader(m_outline, m_version, m_codePage, m_names, header);
+        gatherHeader(m_outline, m_version, m_codePage, m_names, header, m_before ? &*m_before : nullptr);
         for (const ControlKind& kind : controls)
             if (const OutlinedTable* const table = m_outline.table(kind.table))
                 header.values[std::string(kind.variable)] = HeaderReference{table->head.handle};

@@ -5,13 +5,12 @@
 #include "binarytranscription.h"
 #include "drawingencoding.h"
 #include "encodinglists.h"
+#include "headergathering.h"
 
 #include <array>
 
 namespace hostkit {
 namespace {
-
-bool hasWideTexts(DrawingVersion version) { return version >= DrawingVersion::k2007; }
 
 /// The sections that go along, without those that are made anew.
 BinaryContainer containerFor(DrawingVersion version, unsigned codePage, const DrawingOrigin& origin) {
@@ -25,12 +24,15 @@ BinaryContainer containerFor(DrawingVersion version, unsigned codePage, const Dr
     for (const auto& [name, bytes] : before.sections) {
         const bool isMadeAnew = name == "AcDb:AcDbObjects" || name == "AcDb:Handles" ||
                                 name == "AcDb:Header" || name == "AcDb:Classes";
-        const bool isOfAll =
-            name == "AcDb:Preview" ||
-            (name == "AcDb:SummaryInfo" && hasWideTexts(before.version) == hasWideTexts(version));
+        const bool isOfAll = name == "AcDb:Preview";
         if (!isMadeAnew && (isSameForm || isOfAll)) container.sections[name] = bytes;
     }
     return container;
+}
+
+std::vector<std::uint8_t> sectionOf(const TranscribedDrawing& drawing, std::string_view name) {
+    const ByteSpan bytes = drawing.container.section(name);
+    return {bytes.begin(), bytes.end()};
 }
 
 unsigned codePageOf(std::string_view text, const DrawingOrigin& origin) {
@@ -69,10 +71,19 @@ bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const 
     for (const FormChange& change : encoded.leftOut.all())
         for (const std::uint64_t handle : change.handles) changes.add(change.kind, {}, handle);
     BinaryContainer container = containerFor(version, codePage, origin);
-    container.sections["AcDb:Header"] = writeHeader(container, encoded.header);
+    std::vector<std::uint8_t>& header = container.sections["AcDb:Header"];
+    header = writeHeader(container, encoded.header);
+    if (original && header == writeHeader(container, origin.drawing->header)) // and so with what fills it up
+        header = sectionOf(*origin.drawing, "AcDb:Header");
     container.sections["AcDb:Classes"] = writeClasses(container, encoded.classes);
     if (!original || readMeasurement(container) != encoded.isMetric)
         container.sections["AcDb:Template"] = writeMeasurement(container, encoded.isMetric);
+    if (version >= DrawingVersion::k2004) {
+        const DrawingProperties properties =
+            gatherProperties(ExchangeOutline::headerAlone(text), encoded.header);
+        if (readProperties(container) != properties)
+            container.sections["AcDb:SummaryInfo"] = writeProperties(container, properties);
+    }
     std::vector<std::uint8_t> file;
     if (!writeContainer(container, {encoded.objects, std::move(encoded.places)}, file, reason)) return false;
     bytes.assign(file.begin(), file.end());

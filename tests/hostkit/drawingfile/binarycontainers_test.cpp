@@ -2,6 +2,8 @@
 // back, against drawings that others made and against what the format says of bytes.
 #include "binarycontainerwriting.h"
 #include "binarysections.h"
+#include "binarytranscription.h"
+#include "drawingoutput.h"
 #include "drawingsofothers.h"
 #include "recordfields.h"
 #include "sectionframe.h"
@@ -27,6 +29,11 @@ Bytes randomBytes(std::mt19937& random, std::size_t count) {
     Bytes bytes(count);
     for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
     return bytes;
+}
+
+Bytes contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return Bytes((std::istreambuf_iterator<char>(stream)), {});
 }
 
 BinaryContainer emptyDrawing(DrawingVersion version) {
@@ -57,8 +64,7 @@ TEST(BinaryContainers, othersDrawingsAreWrittenAsTheyWere) {
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() != ".dwg") continue;
         SCOPED_TRACE(entry.path().filename());
-        std::ifstream stream(entry.path(), std::ios::binary);
-        const Bytes original((std::istreambuf_iterator<char>(stream)), {});
+        const Bytes original = contentOf(entry.path());
         BinaryContainer container;
         ASSERT_TRUE(openContainer(original, container));
         expectSameBits(writeHeader(container, readHeader(container)), container.section("AcDb:Header"), 1);
@@ -97,6 +103,45 @@ TEST(BinaryContainers, othersDrawingsAreWrittenAsTheyWere) {
             EXPECT_TRUE(!isOpen || !cut.faults.empty());
         }
     }
+}
+
+/// Of all that the text of a drawing does not change, each byte comes again; of what it changes, the rest.
+TEST(BinaryContainers, whatNoTextChangesStaysInASavedDrawing) {
+    const std::filesystem::path file = drawingsOfOthers() / "binary" / "sample_AC1027.dwg";
+    const Bytes original = contentOf(file);
+    if (original.empty()) GTEST_SKIP() << "no drawing " << file;
+    TranscribedDrawing before;
+    std::string text;
+    ASSERT_TRUE(textFromDrawing(original, text, before));
+    const auto saved = [&](const std::string& changed) {
+        std::string bytes;
+        FormChanges changes;
+        std::wstring reason;
+        EXPECT_TRUE(
+            binaryDrawingFromText(changed, DrawingVersion::k2013, {&before, text}, bytes, changes, reason));
+        BinaryContainer container;
+        const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
+        EXPECT_TRUE(openContainer({first, bytes.size()}, container) && container.faults.empty());
+        return container;
+    };
+    const BinaryContainer same = saved(text);
+    for (const auto& [name, bytes] : before.container.sections)
+        if (name != "AcDb:AcDbObjects" && name != "AcDb:Handles") {
+            EXPECT_EQ(bytesOf(same.section(name)), bytes) << name;
+        }
+    const auto replaced = [&](std::string_view from, std::string_view to) {
+        const std::size_t at = text.find(from);
+        EXPECT_NE(at, std::string::npos) << from;
+        return std::string(text).replace(at, from.size(), to);
+    };
+    BinaryContainer scaled = saved(replaced("$LTSCALE\r\n 40\r\n1.0", "$LTSCALE\r\n 40\r\n2.5"));
+    BinaryHeader header = readHeader(scaled);
+    EXPECT_EQ(header.real("LTSCALE"), 2.5);
+    header.values["LTSCALE"] = 1.0; // colours, though the text has their index alone, too
+    EXPECT_TRUE(header.values == before.header.values);
+    BinaryContainer named =
+        saved(replaced("  9\r\n$LASTSAVEDBY", "  9\r\n$TITLE\r\n  1\r\na^Jb\r\n  9\r\n$LASTSAVEDBY"));
+    EXPECT_EQ(readProperties(named)->title, "a\nb");
 }
 
 /// The scrambled part of a file's head.
