@@ -129,7 +129,7 @@ private:
             const OrderedBlock& block = m_order.blocks[i];
             if (block.header == noRecord && block.begin == noRecord) continue;
             if (block.begin == noRecord || block.end == noRecord) flush();
-            block.begin == noRecord ? missingBegin(block)
+            block.begin == noRecord ? appendMissingBegin(block, m_style, m_text)
                                     : items.push_back({block.begin, static_cast<std::uint32_t>(i)});
             if (i >= spaces) {
                 const std::vector<RecordItem> own = itemsOf(m_order, i);
@@ -140,31 +140,10 @@ private:
                 continue;
             }
             flush();
-            missingEnd(block);
+            appendMissingEnd(block, m_style, m_text);
         }
         flush();
         group(0, "ENDSEC");
-    }
-
-    void missingBegin(const OrderedBlock& block) {
-        group(0, "BLOCK");
-        appendHandle(330, block.handle, m_style, m_text);
-        group(100, "AcDbEntity");
-        group(8, "0");
-        group(100, "AcDbBlockBegin");
-        group(2, block.name);
-        appendInteger(70, 0, m_style, m_text);
-        for (const int code : {10, 20, 30}) appendReal(code, 0.0, m_style, m_text);
-        group(3, block.name);
-        group(1, "");
-    }
-
-    void missingEnd(const OrderedBlock& block) {
-        group(0, "ENDBLK");
-        appendHandle(330, block.handle, m_style, m_text);
-        group(100, "AcDbEntity");
-        group(8, "0");
-        group(100, "AcDbBlockEnd");
     }
 
     void entities() {

@@ -71,7 +71,7 @@ private:
     void findTypes() {
         m_order.types.reserve(m_order.places.size());
         for (const ObjectPlace& place : m_order.places) {
-            const unsigned type = m_reading.typeAt(place.offset);
+            const unsigned type = typeOf(m_reading, m_reading.typeAt(place.offset));
             m_order.types.push_back(static_cast<std::uint16_t>(type));
             if (type == 0) tell(place.offset, place.handle, L" cannot be read: it is left out");
         }
@@ -298,8 +298,8 @@ private:
 
     void entity(MapIndex record, OrderedBlock& block) {
         if (!isEntity(record)) return tell(record, L" stands among entities, but is none");
+        if (isPart(m_order.types[record])) return tell(record, L" stands where it has no place");
         if (!claim(record)) return tell(record, L" is named twice: it stays where it was named first");
-        if (isPart(m_order.types[record])) return tell(record, L" stands in no sequence: it is left out");
         block.entities.push_back(record);
         if (!kindOf(m_order.types[record]).hasSequence || !read(record)) return;
         sequence(record, block);
@@ -326,7 +326,8 @@ private:
     }
 
     void part(MapIndex record, MapIndex head, OrderedBlock& block) {
-        if (!isPart(m_order.types[record])) return tell(head, L": what is no part stands in its sequence");
+        const unsigned type = m_order.types[record];
+        if (!isPart(type) || type == blockBegin || type == blockEnd) return tell(head, L": what is no part stands in its sequence");
         if (!claim(record)) return tell(record, L" is named twice: it stays where it was named first");
         block.entities.push_back(record);
     }
@@ -337,7 +338,7 @@ private:
             const auto record = static_cast<MapIndex>(i);
             if (m_isClaimed[i] || !isEntity(record)) continue;
             const unsigned type = m_order.types[i];
-            if (isPart(type) || type == blockBegin || type == blockEnd) continue;
+            if (isPart(type)) continue;
             OrderedBlock* const block = blockNamedBy(record);
             tell(record, block
                              ? L" is an entity that no block names: it stands at the end of the one it names"
@@ -427,6 +428,12 @@ private:
 };
 
 } // namespace
+
+unsigned typeOf(const RecordReading& reading, unsigned type) {
+    bool isKnown = false;
+    const RecordLayout* const layout = type == 0 ? nullptr : reading.layoutOf(type, isKnown);
+    return isKnown && layout->number != 0 ? layout->number : type;
+}
 
 MapIndex DrawingOrder::find(std::uint64_t handle) const {
     const auto found = std::lower_bound(

@@ -39,7 +39,7 @@ struct OrderedBlock {
 /// and put at the end of the block that it names.
 struct DrawingOrder {
     std::vector<ObjectPlace> places;  ///< by ascending handle
-    std::vector<std::uint16_t> types; ///< of the records, by place; 0 where none can be read
+    std::vector<std::uint16_t> types; ///< of the records, by place, as typeOf; 0 where none can be read
     std::vector<OrderedTable> tables; ///< in the order of exchange files
     std::vector<OrderedBlock> blocks; ///< model space first, then the active paper space
     std::vector<MapIndex> objects;    ///< the dictionary of named objects first, then by handle
@@ -52,13 +52,17 @@ struct DrawingOrder {
 [[nodiscard]] DrawingOrder orderOf(BinaryContainer& container, std::span<const BinaryClass> classes,
                                    const DrawingRoots& roots);
 
+/// The number of the record's kind: the fixed one where there is one, whatever number the drawing's classes
+/// give it.
+[[nodiscard]] unsigned typeOf(const RecordReading& reading, unsigned type);
+
 namespace recordtype {
 constexpr unsigned attribute = 2, blockBegin = 4, blockEnd = 5, sequenceEnd = 6, insert = 7, firstVertex = 10,
                    lastVertex = 14, viewport = 34, dictionary = 42, blockControl = 48, blockHeader = 49,
                    viewportHeaderControl = 70, viewportHeader = 71;
-/// Written within a sequence alone.
+/// Written at places of their own.
 constexpr bool isPart(unsigned type) {
-    return type == attribute || type == sequenceEnd || (type >= firstVertex && type <= lastVertex);
+    return type == blockBegin || type == blockEnd || type == attribute || type == sequenceEnd || (type >= firstVertex && type <= lastVertex);
 }
 } // namespace recordtype
 

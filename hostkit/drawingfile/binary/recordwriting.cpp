@@ -4,6 +4,7 @@
 #include "transcriptvalues.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <exception>
 #include <system_error>
@@ -17,14 +18,16 @@ using namespace recordtype;
 
 constexpr std::size_t itemsOfChunk = 2048;
 constexpr unsigned mostThreads = 16;
+constexpr std::uint32_t lengthMask = 0x7FFFFFFF;
 const char* const objectsName = "AcDb:AcDbObjects";
 
 /// Some items' text, and where in it each one's is.
 struct Chunk {
     struct Written {
         MapIndex record;
-        std::uint32_t length;
         bool isOpaque;
+        std::size_t begin; ///< in the chunk's text
+        std::uint32_t length;
     };
     std::string text;
     std::vector<Written> written;
@@ -32,6 +35,13 @@ struct Chunk {
 };
 
 std::wstring wide(std::string_view text) { return {text.begin(), text.end()}; }
+
+/// A text of a record, whatever characters it has.
+void appendName(int code, std::string_view text, const DrawingStyle& style, std::string& bytes) {
+    appendCode(code, style, bytes);
+    appendEscaped(text, bytes);
+    bytes += style.newline;
+}
 
 /// Writes records one after the other; a thread has its own.
 class RecordWriter {
@@ -48,22 +58,37 @@ public:
 
 private:
     void write(const RecordItem& item) {
+        if (item.record == noRecord) return;
         const OrderedBlock* const block =
             item.block < m_rules.order.blocks.size() ? &m_rules.order.blocks[item.block] : nullptr;
-        if (item.record == noRecord) return;
+        if (read(item)) return append(item, block);
+        // A block is there with its name at least.
+        if (block && item.record == block->begin) appendMissingBegin(*block, m_rules.style, m_chunk->text);
+        if (block && item.record == block->end) appendMissingEnd(*block, m_rules.style, m_chunk->text);
+    }
+
+    bool read(const RecordItem& item) {
         const ObjectPlace& place = m_rules.order.places[item.record];
+        m_fields.isKnown = false;
+        if (!m_reading.read(place.offset, m_fields)) {
+            tell(item, L" cannot be read: it is left out");
+            return false;
+        }
+        if (m_fields.handle != place.handle) {
+            tell(item, L" has another handle: it is left out");
+            return false;
+        }
+        if (!m_fields.isSumRight) tell(item, L": its checksum is wrong");
+        return true;
+    }
+
+    void append(const RecordItem& item, const OrderedBlock* block) {
         std::string& text = m_chunk->text;
         const std::size_t before = text.size();
-        if (!m_reading.read(place.offset, m_fields)) return tell(item, L" cannot be read: it is left out");
-        if (m_fields.handle != place.handle) return tell(item, L" has another handle: it is left out");
-        if (!m_fields.isSumRight) tell(item, L": its checksum is wrong");
-        if (!isKindOfItem(item, block)) return;
-        if (m_fields.type == blockHeader && block) giveFullName(*block);
+        const bool isTableRecord = block && item.record == block->header;
+        if (isTableRecord) giveFullName(*block);
         EntityPlace where;
-        if (block && m_fields.type != blockHeader) {
-            where.owner = block->handle;
-            where.isInPaper = block->isPaper;
-        }
+        if (block && !isTableRecord) where = {block->handle, block->isPaper, {}};
         const bool isWhole = m_transcription.append(m_fields, where, text);
         if (!isWhole) {
             if (m_fields.isKnown && !m_fields.isWhole)
@@ -72,14 +97,8 @@ private:
         }
         if (block && item.record == block->begin) completeBlock(*block, before);
         if (item.viewport != 0) completeViewport(item.viewport, before);
-        m_chunk->written.push_back({item.record, static_cast<std::uint32_t>(text.size() - before), !isWhole});
-    }
-
-    /// A damaged record may call itself what the order does not know it as.
-    bool isKindOfItem(const RecordItem& item, const OrderedBlock*) {
-        if (m_fields.type == m_rules.order.types[item.record]) return true;
-        tell(item, L" is of two kinds: it is left out");
-        return false;
+        m_chunk->written.push_back(
+            {item.record, !isWhole, before, static_cast<std::uint32_t>(text.size() - before)});
     }
 
     void tell(const RecordItem& item, std::wstring_view what) {
@@ -92,10 +111,19 @@ private:
     }
 
     std::string_view nameOf(const RecordFields& fields) const {
-        if (const BinaryClass* const own = m_reading.classOf(fields.type)) return own->dxfName;
         if (fields.isKnown && fields.layout->hasTranscript) return fields.layout->transcript.recordName;
         if (fields.isKnown) return fields.layout->name;
+        const BinaryClass* const own = m_reading.classOf(fields.type);
+        if (own && isRecordName(own->dxfName)) return own->dxfName;
         return fields.layout->isEntity ? "ACAD_PROXY_ENTITY" : "ACAD_PROXY_OBJECT";
+    }
+
+    /// What a damaged class is called may be none, or what parts of a drawing begin with.
+    static bool isRecordName(std::string_view name) {
+        static constexpr std::array<std::string_view, 9> parts{
+            "SECTION", "ENDSEC", "TABLE", "ENDTAB", "BLOCK", "ENDBLK", "CLASS", "SEQEND", "EOF"};
+        return !name.empty() && std::find(parts.begin(), parts.end(), name) == parts.end() &&
+               std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c < 0x7F; });
     }
 
     void giveFullName(const OrderedBlock& block) {
@@ -115,28 +143,23 @@ private:
     void completeBlock(const OrderedBlock& block, std::size_t begin) {
         std::string groups, tail;
         const DrawingStyle& style = m_rules.style;
-        const auto text = [&](int code, std::string_view value, std::string& bytes) {
-            appendCode(code, style, bytes);
-            appendEscaped(value, bytes);
-            bytes += style.newline;
-        };
         RecordFields& header = m_header;
         const bool hasHeader = block.header != noRecord &&
                                m_reading.read(m_rules.order.places[block.header].offset, header) &&
                                header.isKnown && header.type == blockHeader;
         const std::size_t mark = m_chunk->text.find("AcDbBlockBegin", begin);
         if (mark == std::string::npos) appendGroup(100, "AcDbBlockBegin", style, groups);
-        text(2, block.name, groups);
+        appendName(2, block.name, style, groups);
         appendInteger(70, hasHeader ? flagsOf(header) : 0, style, groups);
         const RecordValue* const base = hasHeader ? header.value("base") : nullptr;
         for (int i = 0; i < 3; ++i) appendReal(10 + 10 * i, base ? base->real[i] : 0.0, style, groups);
-        text(3, block.name, groups);
+        appendName(3, block.name, style, groups);
         const RecordValue* const path = hasHeader ? header.value("xrefpath") : nullptr;
-        text(1, path ? m_reading.text(*path) : std::string(), groups);
+        appendName(1, path ? m_reading.text(*path) : std::string(), style, groups);
         const RecordValue* const description = hasHeader ? header.value("description") : nullptr;
         if (description && description->run.count != 0)
             if (const std::string words = m_reading.text(*description); !words.empty())
-                text(4, words, groups);
+                appendName(4, words, style, groups);
         // Its own transcript tells the name alone.
         std::string& all = m_chunk->text;
         const std::size_t name = begin + groupAt(std::string_view(all).substr(begin), 0, 2);
@@ -240,6 +263,27 @@ std::size_t groupEnd(std::string_view text, std::size_t at) {
     return value == std::string_view::npos ? text.size() : value + 1;
 }
 
+void appendMissingBegin(const OrderedBlock& block, const DrawingStyle& style, std::string& bytes) {
+    appendGroup(0, "BLOCK", style, bytes);
+    appendHandle(330, block.handle, style, bytes);
+    appendGroup(100, "AcDbEntity", style, bytes);
+    appendGroup(8, "0", style, bytes);
+    appendGroup(100, "AcDbBlockBegin", style, bytes);
+    appendName(2, block.name, style, bytes);
+    appendInteger(70, 0, style, bytes);
+    for (const int code : {10, 20, 30}) appendReal(code, 0.0, style, bytes);
+    appendName(3, block.name, style, bytes);
+    appendGroup(1, "", style, bytes);
+}
+
+void appendMissingEnd(const OrderedBlock& block, const DrawingStyle& style, std::string& bytes) {
+    appendGroup(0, "ENDBLK", style, bytes);
+    appendHandle(330, block.handle, style, bytes);
+    appendGroup(100, "AcDbEntity", style, bytes);
+    appendGroup(8, "0", style, bytes);
+    appendGroup(100, "AcDbBlockEnd", style, bytes);
+}
+
 std::vector<RecordItem> itemsOf(const DrawingOrder& order, std::size_t number) {
     const OrderedBlock& block = order.blocks[number];
     std::vector<RecordItem> items;
@@ -256,14 +300,13 @@ void writeRecords(const WritingRules& rules, std::span<const RecordItem> items, 
                   TranscribedDrawing& drawing) {
     Crew crew(rules, items, drawing);
     for (Chunk& chunk : crew.run()) {
-        std::size_t at = text.size();
+        const std::size_t begin = text.size();
         text += chunk.text;
         for (const Chunk::Written& written : chunk.written) {
             TranscribedRecord& record = drawing.records[written.record];
-            record.text = at;
-            record.length = written.length;
+            record.text = begin + written.begin;
+            record.length = written.length & lengthMask;
             record.isOpaque = written.isOpaque;
-            at += written.length;
         }
         for (BinaryFault& fault : chunk.faults)
             drawing.container.addFault(fault.offset, std::move(fault.section), std::move(fault.reason));

@@ -22,6 +22,10 @@ struct RecordItem {
 /// The end of the group at that offset.
 [[nodiscard]] std::size_t groupEnd(std::string_view text, std::size_t at);
 
+/// What stands for the opening and closing record of a block that has none.
+void appendMissingBegin(const OrderedBlock& block, const DrawingStyle& style, std::string& bytes);
+void appendMissingEnd(const OrderedBlock& block, const DrawingStyle& style, std::string& bytes);
+
 struct WritingRules {
     const DrawingOrder& order;
     const DrawingStyle& style;

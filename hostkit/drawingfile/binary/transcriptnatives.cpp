@@ -3,6 +3,7 @@
 #include "adscodes.h"
 #include "fieldtable.h"
 #include "gemat3d.h"
+#include "groupcodes.h"
 #include "recordtranscription.h"
 #include "tablestylenative.h"
 #include "transcriptbodies.h"
@@ -35,6 +36,7 @@ public:
 private:
     bool item(BitReader& items) {
         const int code = static_cast<std::int16_t>(items.rawShort());
+        if (code <= 0 || code > extendedLongCode) return false; // damage: a record begins with 0 alone
         switch (AcDb::groupKind(code)) {
         case AcDb::GroupKind::kPoint:
             return point(code, items);
