@@ -2,6 +2,8 @@
 // entity. Wanted: 400,000 entities read a second (200,000 at least), 20 times the peer's rate, at most 5
 // times the file's size in memory, and writing no slower than reading. The drawings are those of
 // tools/make-drawing.
+#include "drawingaudit.h"
+#include "drawingpurge.h"
 #include "drawingreader.h"
 #include "drawingwriter.h"
 
@@ -104,6 +106,30 @@ void writeOneChange(benchmark::State& state) { writeToMemory(state, Save::kOneCh
 void writeEverythingChanged(benchmark::State& state) { writeToMemory(state, Save::kEverythingChanged); }
 void writeNew(benchmark::State& state) { writeToMemory(state, Save::kNeverInAFile); }
 
+// What looks at the whole drawing and changes nothing: the check, and what nothing uses. Wanted: at most 2 s
+// for the check of a million entities, and time linear in them.
+template <class Look>
+void lookAtWhole(benchmark::State& state, Look&& look) {
+    const std::string& bytes = drawingOf(static_cast<int>(state.range(0)));
+    const auto database = openDrawingFromMemory(bytes, L"bench");
+    if (!database) return state.SkipWithError("the drawing cannot be read");
+    for (auto _ : state) look(*database);
+    setRates(state, bytes);
+}
+
+void audit(benchmark::State& state) {
+    lookAtWhole(state, [](const AcDbDatabase& database) {
+        benchmark::DoNotOptimize(auditDrawing(database).findings.data());
+    });
+}
+
+void purge(benchmark::State& state) {
+    lookAtWhole(state, [](const AcDbDatabase& database) {
+        std::vector<PurgeItem> unused;
+        benchmark::DoNotOptimize(findUnused(database, unused));
+    });
+}
+
 // The peer, where it is installed, on the same file in the same run: how many times longer its reading takes.
 void peerAgainstOurs(benchmark::State& state) {
     drawingOf(static_cast<int>(state.range(0)));
@@ -138,4 +164,6 @@ BENCHMARK(writeEverythingChanged)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK(writeNew)->Arg(2000)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(audit)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(purge)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(peerAgainstOurs)->Arg(20000)->Iterations(1)->Unit(benchmark::kMillisecond);

@@ -10,6 +10,7 @@
 #include "listcommands.h"
 #include "metafilecommand.h"
 #include "plotcommand.h"
+#include "purgecommand.h"
 #include "selectioncommands.h"
 #include "undocommand.h"
 #include "variablecommands.h"
@@ -54,6 +55,10 @@ constexpr CommandDescription described[] = {
      L"With CONTENTS what stands in their records, too."},
     {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]", L"checks the drawing, or a file",
      L"The text as which the drawing would be saved, or a file as it is; fails where it has faults."},
+    {L"PURGE", purgeCommand, L"[LIST] [TABLE | JSON [FILE [OVERWRITE]]]",
+     L"lists what nothing in the drawing uses, and erases it",
+     L"Layers, linetypes, styles, blocks, application names, empty groups, materials, and what only these "
+     L"use. With LIST it lists alone."},
     {L"PLOT", plotCommand,
      L"FILE.svg [OVERWRITE] [WIDTH HEIGHT] [WINDOW X,Y X,Y] [SCALE 1:N] [VIEW ISO | X,Y,Z] "
      L"[LAYOUT NAME] [LAYERS NAMES] [WEIGHTS] [BACKGROUND COLOUR] [SELECTED] [FILL LAYER]...",

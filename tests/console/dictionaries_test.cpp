@@ -1,4 +1,4 @@
-// DICT and AUDIT as a person sees them.
+// DICT, AUDIT and PURGE as a person sees them.
 #include "consoletest.h"
 
 namespace {
@@ -66,6 +66,22 @@ TEST_F(Dictionaries, auditFailsForFaultsAndNamesThem) {
     expectHas(json, {"\"faults\":1,", "\"handle\":\"C\",\"line\":29,\"finding\":"});
     outputFor(drawingWith(""), "SAVEAS \"" + (folder / "saved.dxf") + "\" 2018");
     expectHas(outputFor(readFile(folder / "saved.dxf"), "AUDIT"), {"0 faults, "});
+}
+
+TEST_F(Dictionaries, purgeListsThenErases) {
+    const std::string drawing = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n0\nSECTION\n2\n"
+                                "TABLES\n0\nTABLE\n2\nLAYER\n0\nLAYER\n2\nOLD\n70\n0\n62\n3\n6\nCONTINUOUS\n"
+                                "0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
+    const std::string table = outputFor(drawing, "PURGE LIST");
+    expectHas(table, {"layer  ", "  OLD", "Unused: 1 layer"});
+    const std::string json = outputFor(drawing, "PURGE LIST JSON");
+    EXPECT_TRUE(isJson(json)) << json;
+    const std::string file = folder / "purged.dxf";
+    const std::string input = writtenFile(folder, "unused.dxf", drawing);
+    expectHas(runScript({input, "--output", file}, "PURGE\nPURGE\n").output,
+              {"Purged: 1 layer", "Nothing is unused"});
+    EXPECT_FALSE(has(readFile(file), "OLD"));
+    expectProblems(command(drawing, "PURGE ALL"), exitcode::commandFailed, {"LIST"});
 }
 
 // A file that no drawing can be made of is checked all the same, beside the drawing that is open.

@@ -127,6 +127,19 @@ public:
     /// The space that new entities go into: by the header's TILEMODE model space, else paper space.
     AcDbObjectId currentSpaceId() const;
 
+    // Purging.
+
+    /// Takes out of the list what must not be erased: what anything else in the drawing refers to, objects of
+    /// the list among it, so that who erases what is left and asks again comes to the end of it; what every
+    /// drawing needs (layer 0, the standing linetypes, Standard, spaces, what the header names as current);
+    /// and what is no layer, linetype, text style, dimension style, block, application name, group, style of
+    /// multilines, tables or multileaders, or material. Erases nothing. References are pointers hard and soft
+    /// in fields, groups that no class reads and extended data, and names, also those in records of unknown
+    /// kinds; an owner and a reactor are none. The order of what stays is kept. Stands in the layer of
+    /// drawing files, which a program has to link. eWasOpenForWrite, and the list stays, while an object is
+    /// open for write.
+    Acad::ErrorStatus purge(AcDbObjectIdArray& ids) const;
+
     // Header variables, by the meaning that other members give them; the whole store is header().
 
     AcDbObjectId clayer() const;

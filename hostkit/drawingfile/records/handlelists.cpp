@@ -17,6 +17,7 @@ constexpr HandleList lists[] = {
     {"FIELDLIST", "AcDbIdSet", 330, 0, 0, 90},
     {"IDBUFFER", "AcDbIdBuffer", 330, 0, 0, 0},
     {"BLOCK_RECORD", "{BLKREFS", 331, 0, 0, 0},
+    {"TABLE", "AcDbDimStyleTable", 340, 0, 0, 71},
 };
 
 template <class IsIt>

@@ -281,6 +281,7 @@ bool DrawingEdits::updateTable(TableKind kind, const AcDbSymbolTable& table) {
     }
     if (!isChanged || !span) return true;
     m_edits.insert(span->closing, m_text);
+    dropGoneFromHead(table);
     const SourceSpan group = tableCountIn(m_source.bytes, table.sourceSpan());
     if (group.isEmpty()) return true;
     m_text.clear();

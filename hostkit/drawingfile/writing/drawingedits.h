@@ -46,6 +46,7 @@ private:
     bool addTableRecords();
     bool addNewTable(TableKind kind, const AcDbSymbolTable& table, std::string& newTables);
     bool updateTable(TableKind kind, const AcDbSymbolTable& table);
+    void dropGoneFromHead(const AcDbSymbolTable& table);
     bool writeEntitiesOf(const AcDbBlockTableRecord& block, std::string& text);
     bool addBlocks();
     bool addEntities();

@@ -43,16 +43,6 @@ Acad::ErrorStatus failForMemory(WriteReport& report, std::wstring_view prefix,
     }
 }
 
-DrawingStyle styleOf(const DrawingSource* source) {
-    DrawingStyle style;
-    if (source) {
-        style.version = versionOfFiler(source->version);
-        style.text = DrawingText(static_cast<CodePage>(source->codePage));
-        style.newline = source->endsLinesWithCrLf ? "\r\n" : "\n";
-    }
-    return style;
-}
-
 // In the code page that the drawing had, or that its header names beside UTF-8.
 DrawingStyle styleInForm(const DrawingStyle& style, DrawingVersion version, const AcDbDatabase& database) {
     DrawingStyle result = style;
@@ -63,13 +53,6 @@ DrawingStyle styleInForm(const DrawingStyle& style, DrawingVersion version, cons
         result.text = DrawingText(
             codePageFromName(database.header().text(L"DWGCODEPAGE")).value_or(CodePage::western1252));
     return result;
-}
-
-bool isOpenForWrite(const AcDbDatabase& database) {
-    for (std::size_t place = 0, count = DatabaseAccess::stubCount(database); place < count; ++place)
-        if ((DatabaseAccess::stubAt(database, place)->openMode & (kOpenForWrite | kHeldForWrite)) != 0)
-            return true;
-    return false;
 }
 
 // What is to be written: the bytes that the drawing was read from, or new ones.

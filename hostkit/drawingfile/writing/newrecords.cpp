@@ -39,6 +39,23 @@ SourceSpan tableCountIn(std::string_view bytes, SourceSpan record) {
     return {};
 }
 
+// The head of the dimension styles may list their handles.
+void DrawingEdits::dropGoneFromHead(const AcDbSymbolTable& table) {
+    DrawingRecord head;
+    scanRecordAt(m_source.bytes, table.sourceSpan().offset, table.sourceSpan().length, head);
+    std::string value;
+    for (std::size_t place = 1; place < head.groups.size(); ++place) {
+        const auto fate = m_changes.fateOf(head, place, m_objects.style().text, value);
+        if (fate == ReferenceChanges::Fate::kStays) continue;
+        const RecordGroup& group = head.groups[place];
+        m_text.clear();
+        if (fate == ReferenceChanges::Fate::kHasNewValue)
+            appendGroup(group.code, value, m_objects.style(), m_text);
+        const auto begin = static_cast<std::size_t>(group.start - m_source.bytes.data());
+        m_edits.replace(begin, begin + group.bytes().size(), m_text);
+    }
+}
+
 bool isNewRecord(const AcDbObject& object) {
     return object.sourceSpan().isEmpty() && object.isChangedSinceRead();
 }

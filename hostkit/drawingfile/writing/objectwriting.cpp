@@ -23,6 +23,23 @@ std::string asciiOf(const wchar_t* name) {
 
 } // namespace
 
+DrawingStyle styleOf(const DrawingSource* source) {
+    DrawingStyle style;
+    if (source) {
+        style.version = versionOfFiler(source->version);
+        style.text = DrawingText(static_cast<CodePage>(source->codePage));
+        style.newline = source->endsLinesWithCrLf ? "\r\n" : "\n";
+    }
+    return style;
+}
+
+bool isOpenForWrite(const AcDbDatabase& database) {
+    for (std::size_t place = 0, count = DatabaseAccess::stubCount(database); place < count; ++place)
+        if ((DatabaseAccess::stubAt(database, place)->openMode & (kOpenForWrite | kHeldForWrite)) != 0)
+            return true;
+    return false;
+}
+
 // What the class takes there is what it will write. The drawing is not asked, which may have other names by
 // now.
 std::unique_ptr<AcDbObject> markGroups(const AcDbObject& object, std::string_view sourceBytes,

@@ -123,6 +123,10 @@ private:
     std::size_t m_recordsWritten = 0;
 };
 
+/// Somebody has an object of the drawing open for write, whose record says nothing for sure.
+bool isOpenForWrite(const AcDbDatabase& database);
+/// As the records of a drawing are spelt that was read from there; null is a drawing that was in no file.
+DrawingStyle styleOf(const DrawingSource* source);
 /// The parts of an entity in the file's order, erased ones left out; then their end where there is one.
 const SubentityList* partsOf(const AcDbObject& object);
 /// Reads the record at that span of the source bytes into a blank object of the object's class, and so marks

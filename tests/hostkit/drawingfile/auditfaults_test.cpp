@@ -2,6 +2,7 @@
 // other. The drawings and the faults are texts in the folder audit, written by hand and not by the writer.
 #include "binaryform.h"
 #include "drawingaudit.h"
+#include "faulttexts.h"
 
 #include <gtest/gtest.h>
 
@@ -12,42 +13,10 @@
 #include <random>
 #include <sstream>
 
+using namespace drawingtest;
 using namespace hostkit;
 
 namespace {
-
-std::string contentOf(const std::string& name) {
-    std::ifstream file(VEXO_SOURCE_DIR "/tests/hostkit/drawingfile/audit/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// A text has a line a record, its groups as CODE=VALUE, apart by blanks; `~` is a blank in a value.
-std::string drawingOf(const std::string& text) {
-    std::istringstream groups(text);
-    std::string bytes;
-    for (std::string group; groups >> group;) {
-        const std::size_t equals = group.find('=');
-        std::replace(group.begin(), group.end(), '~', ' ');
-        bytes += group.substr(0, equals) + "\r\n" +
-                 (equals == std::string::npos ? "" : group.substr(equals + 1) + "\r\n");
-    }
-    return bytes;
-}
-
-/// Where the groups stand as whole words, from that place on.
-std::size_t placeOf(const std::string& text, const std::string& groups, std::size_t from = 0) {
-    for (std::size_t at = text.find(groups, from); at != std::string::npos; at = text.find(groups, at + 1)) {
-        const char before = at == 0 ? '\n' : text[at - 1];
-        const char behind = at + groups.size() < text.size() ? text[at + groups.size()] : '\n';
-        if ((before == ' ' || before == '\n') && (behind == ' ' || behind == '\n')) return at;
-    }
-    ADD_FAILURE() << groups << " is not in the text";
-    return 0;
-}
-
-std::size_t beginOf(const std::string& text, const std::string& record) {
-    return record == "." ? 0 : text.rfind('\n', placeOf(text, record)) + 1;
-}
 
 std::size_t lineAt(const std::string& text, std::size_t place) {
     const std::string drawing = drawingOf(text.substr(0, place));
@@ -76,27 +45,6 @@ std::vector<std::string> findingsIn(const std::string& drawing) {
     return texts;
 }
 
-std::string joined(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const std::string& each : texts) all += each + "\n";
-    return all;
-}
-
-std::vector<std::string> split(const std::string& text, const std::string& separator) {
-    std::vector<std::string> parts;
-    std::size_t at = 0;
-    for (std::size_t end; (end = text.find(separator, at)) != std::string::npos; at = end + separator.size())
-        parts.push_back(text.substr(at, end - at));
-    parts.push_back(text.substr(at));
-    return parts;
-}
-
-/// With records a line each.
-std::string inLines(const std::string& groups) {
-    const std::string lines = joined(split(groups, " // "));
-    return lines.substr(0, lines.size() - 1);
-}
-
 /// The begin of the finding that is wanted in this record of the changed text.
 std::string wanted(const std::string& text, const std::string& kind, const std::string& record,
                    const std::string& group) {
@@ -116,11 +64,7 @@ std::string wanted(const std::string& text, const std::string& kind, const std::
 void expectFault(const std::string& sound, const std::string& fault) {
     SCOPED_TRACE(fault);
     const std::vector<std::string> parts = split(fault, " | ");
-    const std::vector<std::string> change = split(parts.at(2), " ->");
-    const std::string from = inLines(change.at(0));
-    const std::string to = inLines(change.at(1).empty() ? "" : change[1].substr(1));
-    std::string text = sound;
-    text.replace(placeOf(text, from, beginOf(text, parts.at(1))), from.size(), to);
+    const std::string text = changedText(sound, parts.at(1), parts.at(2));
     const std::vector<std::string> found = findingsIn(drawingOf(text));
     for (std::size_t i = 3; i + 3 < parts.size(); i += 4) {
         const std::string begin = wanted(text, parts[i], parts[i + 1], parts[i + 2]);
@@ -153,18 +97,7 @@ TEST(AuditFaults, theSoundDrawingsHaveNone) {
     EXPECT_EQ(auditDrawingText(drawingOf(contentOf("soundr12.txt"))).objects, 14u);
 }
 
-TEST(AuditFaults, eachIsFoundAlone) {
-    std::istringstream lines(contentOf("faults.txt"));
-    std::string sound;
-    std::size_t count = 0;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("@@")) sound = contentOf(line.substr(2, line.find(' ') - 2));
-        if (line.empty() || line[0] == ';' || line[0] == '@') continue;
-        expectFault(sound, line);
-        ++count;
-    }
-    EXPECT_GT(count, 150u);
-}
+TEST(AuditFaults, eachIsFoundAlone) { EXPECT_GT(forEachFault(expectFault), 150u); }
 
 TEST(AuditFaults, binaryDrawingsAreCheckedAsText) {
     std::string text = contentOf("sound.txt");
