@@ -48,10 +48,13 @@ void checkSpline(AuditRun& run, const AuditContent& content, const AuditRecord& 
         content.integer(72).value_or(static_cast<std::int64_t>(knots)) == static_cast<std::int64_t>(knots) &&
         content.integer(73).value_or(static_cast<std::int64_t>(controls)) ==
             static_cast<std::int64_t>(controls);
-    if (controls > 0 && isTold && degree >= 1 && knots != controls + static_cast<std::size_t>(degree) + 1)
+    if (controls > 0 && isTold && degree >= 1 && knots != controls + static_cast<std::size_t>(degree) + 1) {
         fault(run, record, record.line, L"it has ", knots, L" knots; ", controls,
               L" control points of degree ", degree, L" need ",
               controls + static_cast<std::size_t>(degree) + 1);
+        const std::int64_t fitting = static_cast<std::int64_t>(knots) - static_cast<std::int64_t>(controls) - 1;
+        if (fitting >= 1 && fitting <= 25) run.findings.remedy(71, fitting);
+    }
     if (weights != 0 && weights != controls)
         fault(run, record, record.line, L"it has ", weights, L" weights for ", controls, L" control points");
     checkKnots(run, content, record, part);
@@ -68,6 +71,8 @@ void checkMultiline(AuditRun& run, const AuditContent& content, const AuditRecor
             fault(run, record, record.line, vertices, L" vertices of ", elements, L" elements need ",
                   vertices * elements, L" groups ", counter, L", but ", found,
                   found == 1 ? L" stands" : L" stand", L" there");
+        if (found != vertices * elements && vertices > 0 && found > 0 && found % vertices == 0)
+            run.findings.remedy(73, found / vertices);
         std::int64_t told = 0;
         for (std::size_t i = part.first; i < part.second; ++i)
             if (content.groups[i].code == counter) told += auditInteger(content.groups[i].value).value_or(0);
@@ -91,6 +96,8 @@ void checkPreview(AuditRun& run, const AuditContent& content, const AuditRecord&
     if (told != static_cast<std::int64_t>(digits / 2))
         fault(run, record, size->line, L"group ", size->code, L" says that ", told, L" bytes follow, but ",
               digits / 2, digits / 2 == 1 ? L" does" : L" do");
+    if (told != static_cast<std::int64_t>(digits / 2))
+        run.findings.remedy(size->code, static_cast<std::int64_t>(digits / 2));
 }
 
 void checkDashes(AuditRun& run, const AuditContent& content, const AuditRecord& record) {

@@ -47,6 +47,7 @@ private:
             m_run.findings.fault(AuditCheck::kRecord, &m_record, count.line, L"group ", count.code,
                                  L" says that ", told, L" ", what, L" follow, but ", found,
                                  found == 1 ? L" does" : L" do");
+            m_run.findings.remedy(count.code, found);
             m_isSound = false;
         }
         return m_isSound;
@@ -125,6 +126,7 @@ private:
         m_run.findings.fault(AuditCheck::kRecord, &m_record, count.line, L"group ", count.code,
                              L" says that ", told, L" ", what, L" follow, but ", found,
                              found == 1 ? L" does" : L" do");
+        m_run.findings.remedy(count.code, found);
         m_isSound = false;
     }
 

@@ -83,10 +83,17 @@ public:
     template <class... Pieces>
     void tell(AuditCheck check, AuditSeverity severity, const AuditRecord* record, std::uint32_t line,
               const Pieces&... pieces) {
-        if (!count(check, severity)) return;
+        m_isLastListed = count(check, severity);
+        if (!m_isLastListed) return;
         std::wstring text;
         (appendWords(text, pieces), ...);
         add(check, severity, record, line, std::move(text));
+    }
+    /// What the last one told would have to be.
+    void remedy(int code, std::int64_t value) {
+        if (!m_isLastListed) return;
+        m_report.findings.back().remedyCode = static_cast<short>(code);
+        m_report.findings.back().remedyValue = value;
     }
     AuditReport take();
     void countObject() { ++m_report.objects; }
@@ -99,6 +106,7 @@ private:
     std::size_t m_limit;
     AuditReport m_report;
     std::array<std::size_t, auditCheckCount * 2> m_listed{};
+    bool m_isLastListed = false;
 };
 
 enum class AuditLink : unsigned char { kReference, kReactor, kExtension, kExtendedData };

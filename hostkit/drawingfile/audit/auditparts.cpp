@@ -137,9 +137,10 @@ private:
             const auto found =
                 static_cast<std::int64_t>(m_seen[static_cast<std::size_t>(counted - m_part.rules.data())]);
             const std::int64_t told = auditInteger(group->value).value_or(found);
-            if (told != found)
-                fault(group->line, L"group ", rule.code, L" says that ", told, L" of group ", rule.counted,
-                      L" follow, but ", found, found == 1 ? L" does" : L" do");
+            if (told == found) continue;
+            fault(group->line, L"group ", rule.code, L" says that ", told, L" of group ", rule.counted,
+                  L" follow, but ", found, found == 1 ? L" does" : L" do");
+            m_run.findings.remedy(rule.code, found);
         }
     }
 

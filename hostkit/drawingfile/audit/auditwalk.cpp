@@ -241,6 +241,7 @@ void AuditWalk::beginSequence(AuditIndex index) {
     m_sequence.isAnnounced = m_content.integer(66).value_or(0) != 0;
     const std::int64_t flags = m_content.integer(70).value_or(0);
     const bool isSmoothed = m_content.integer(75).value_or(0) != 0; // and has more vertices than it tells
+    m_sequence.meshRows = m_content.integer(71).value_or(0);
     if (m_sequence.isPolyline && (flags & meshFlag) != 0 && !isSmoothed)
         m_sequence.meshVertices = m_content.integer(71).value_or(0) * m_content.integer(72).value_or(0);
 }
@@ -259,10 +260,14 @@ void AuditWalk::endSequence(AuditRecord& record) {
 
 void AuditWalk::checkVertices(AuditIndex polyline) {
     if (m_sequence.parts == 0) return fault(at(polyline), at(polyline)->line, L"it has no vertices");
-    if (m_sequence.meshVertices >= 0 && static_cast<std::size_t>(m_sequence.meshVertices) != m_sequence.parts)
-        m_run.findings.fault(AuditCheck::kRecord, at(polyline), at(polyline)->line,
-                             L"its groups 71 and 72 ask for ", m_sequence.meshVertices, L" vertices, but ",
-                             m_sequence.parts, L" follow");
+    if (m_sequence.meshVertices < 0 || static_cast<std::size_t>(m_sequence.meshVertices) == m_sequence.parts)
+        return;
+    m_run.findings.fault(AuditCheck::kRecord, at(polyline), at(polyline)->line,
+                         L"its groups 71 and 72 ask for ", m_sequence.meshVertices, L" vertices, but ",
+                         m_sequence.parts, L" follow");
+    const auto parts = static_cast<std::int64_t>(m_sequence.parts);
+    if (m_sequence.meshRows > 0 && parts % m_sequence.meshRows == 0)
+        m_run.findings.remedy(72, parts / m_sequence.meshRows);
 }
 
 void AuditWalk::closeSequence() {

@@ -47,6 +47,7 @@ private:
         bool isPolyline = false;
         bool isAnnounced = false; ///< group 66
         std::size_t parts = 0;
+        std::int64_t meshRows = 0;
         std::int64_t meshVertices = -1; ///< what a mesh says; below 0 where it says nothing
     };
 

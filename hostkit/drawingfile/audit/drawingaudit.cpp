@@ -61,7 +61,7 @@ void AuditFindings::add(AuditCheck check, AuditSeverity severity, const AuditRec
     std::wstring type;
     if (record) appendWords(type, record->type);
     m_report.findings.push_back(
-        {check, severity, record ? record->handle : 0, std::move(type), std::move(text), line});
+        {check, severity, record ? record->handle : 0, std::move(type), std::move(text), line, 0, 0});
 }
 
 AuditReport AuditFindings::take() {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,10 @@ struct AuditFinding {
     std::wstring type; ///< the record's name: "LINE"; empty where the drawing itself is meant
     std::wstring text; ///< a sentence's end: "its owner 1A is missing"
     std::size_t line;  ///< of the group's code in the text, counted from 1; 0 where no line can be named
+    /// Where one group with another value would make it right, its code and that value; code 0 elsewhere. It
+    /// is the group at the line where that has the code, else the record's first one of it.
+    short remedyCode = 0;
+    std::int64_t remedyValue = 0;
 };
 
 struct AuditReport {
