@@ -153,9 +153,11 @@ void DrawingRepairing::setName(SalvagedRecord& record, std::string_view name) {
     for (Group& each : groups)
         if (each.code == nameCode || (record.type == "BLOCK" && each.code == 3)) {
             each.value = keptName;
-            isSet = true;
+            isSet = isSet || each.code == nameCode;
         }
-    if (!isSet) groups.push_back({nameCode, keptName});
+    const auto extended =
+        std::find_if(groups.begin(), groups.end(), [](const Group& each) { return each.code >= 1000; });
+    if (!isSet) groups.insert(extended, {nameCode, keptName});
     m_text.setGroups(record, groups);
 }
 
@@ -214,12 +216,14 @@ void DrawingRepairing::completeHeads() {
     }
 }
 
-// A block without a name has that of its record, by its owner.
+// A block without a name has that of its record, by its owner, or its second one.
 void DrawingRepairing::completeBlocks() {
     for (SalvagedBlock& each : m_text.blocks) {
         if (nameOf(each.begin).empty()) {
             const std::uint64_t owner = ownerOf(each.begin);
             std::string name = "RECOVERED_" + std::string(newHandle());
+            for (const Group& group : SalvagedText::groupsOf(each.begin))
+                if (group.code == 3 && !group.value.empty()) name = group.value;
             for (const SalvagedRecord& record : m_text.table("BLOCK_RECORD").records)
                 if (owner != 0 && handleOf(record) == owner) name = nameOf(record);
             setName(each.begin, name);
@@ -241,12 +245,14 @@ void DrawingRepairing::dropSecondClasses() {
     std::vector<std::string_view> names;
     for (SalvagedRecord& each : m_text.classes) {
         std::string_view name;
+        bool hasRecord = false;
         bool hasClass = false;
         for (const Group& group : SalvagedText::groupsOf(each)) {
             if (group.code == 1) name = group.value;
+            hasRecord = hasRecord || group.code == 1;
             hasClass = hasClass || group.code == nameCode;
         }
-        each.isGone = each.type != "CLASS" || name.empty() || !hasClass ||
+        each.isGone = each.type != "CLASS" || !hasRecord || !hasClass ||
                       std::find(names.begin(), names.end(), name) != names.end();
         if (each.isGone) note(RepairOutcome::kLost, &each, L"the class is none, or stands twice");
         names.push_back(name);
@@ -279,11 +285,12 @@ void DrawingRepairing::repairHeader(bool hasFaults) {
     struct Current {
         std::string_view variable, standing;
         const char* table;
+        bool isInTable; ///< else it is there without a record
     };
-    constexpr Current currents[] = {{"$CLAYER", "0", "LAYER"},
-                                    {"$CELTYPE", "ByLayer", "LTYPE"},
-                                    {"$TEXTSTYLE", "Standard", "STYLE"},
-                                    {"$DIMSTYLE", "Standard", "DIMSTYLE"}};
+    constexpr Current currents[] = {{"$CLAYER", "0", "LAYER", false},
+                                    {"$CELTYPE", "ByLayer", "LTYPE", false},
+                                    {"$TEXTSTYLE", "Standard", "STYLE", true},
+                                    {"$DIMSTYLE", "Standard", "DIMSTYLE", true}};
     for (std::size_t at = 0; at < m_text.header.size();) {
         std::size_t end = at + 1;
         while (end < m_text.header.size() && m_text.header[end].code != variableCode) ++end;
@@ -308,9 +315,13 @@ void DrawingRepairing::repairHeader(bool hasFaults) {
                 continue;
             }
             variable.resize(size);
-            for (const Current& each : currents)
-                if (each.variable == name && !names(each.table).contains(foldedName(variable[1].value)))
-                    variable[1].value = each.standing;
+            bool isMissing = false;
+            for (const Current& each : currents) {
+                if (each.variable != name || names(each.table).contains(foldedName(variable[1].value))) continue;
+                variable[1].value = each.standing;
+                isMissing = each.isInTable && !names(each.table).contains(foldedName(each.standing));
+            }
+            if (isMissing) continue;
             if (name == "$ACADVER" && !isKnownForm(variable[1].value))
                 variable[1].value = m_form.hasOwners ? "AC1032" : "AC1009";
         }
@@ -380,6 +391,8 @@ void DrawingRepairing::addStanding(SalvagedTable& table, const std::unordered_se
 
 void DrawingRepairing::addRecord(SalvagedTable& table, std::string_view mark, const Groups& own) {
     Groups groups;
+    m_text.hasTables = true;
+    completeHeads();
     if (m_form.hasMarks) groups = {{handleCodeOf(table.name), newHandle()}};
     if (m_form.hasOwners) groups.push_back({ownerCode, handleText(handleOf(table.head))});
     if (m_form.hasMarks) groups.insert(groups.end(), {{markCode, "AcDbSymbolTableRecord"}, {markCode, mark}});
@@ -389,8 +402,6 @@ void DrawingRepairing::addRecord(SalvagedTable& table, std::string_view mark, co
 
 void DrawingRepairing::addApplication(std::string_view name) {
     SalvagedTable& table = m_text.table("APPID");
-    m_text.hasTables = true;
-    completeHeads();
     for (const SalvagedRecord& each : table.records)
         if (!each.isGone && foldedName(nameOf(each)) == foldedName(name)) return;
     addRecord(table, "AcDbRegAppTableRecord", {{nameCode, m_text.kept(std::string(name))}, {70, "0"}});
@@ -398,6 +409,10 @@ void DrawingRepairing::addApplication(std::string_view name) {
 
 // Each block has a record, and each record a block.
 void DrawingRepairing::repairBlocks() {
+    for (SalvagedRecord& each : m_text.table("BLOCK_RECORD").records)
+        if (!each.isGone && nameOf(each).empty())
+            nameAnew(each, "RECOVERED_" + std::string(handleText(handleOf(each))));
+    completeBlocks();
     std::unordered_set<std::wstring> names;
     auto records = blockRecords();
     for (SalvagedBlock& each : m_text.blocks) {
@@ -413,16 +428,17 @@ void DrawingRepairing::repairBlocks() {
             names.insert(name);
         }
         if (!m_form.hasMarks || records.contains(name)) continue;
-        m_text.hasTables = true;
         SalvagedTable& table = m_text.table("BLOCK_RECORD");
-        completeHeads();
         addRecord(table, "AcDbBlockTableRecord", {{nameCode, nameOf(each.begin)}, {340, "0"}});
         note(RepairOutcome::kRepaired, &each.begin, L"the block has no record");
         records = blockRecords();
     }
     if (!m_form.hasMarks) return;
     for (const SalvagedRecord& each : m_text.table("BLOCK_RECORD").records)
-        if (!each.isGone && names.insert(foldedName(nameOf(each))).second) addBlock(each);
+        if (!each.isGone && names.insert(foldedName(nameOf(each))).second) {
+            note(RepairOutcome::kRepaired, &each, L"its block is missing; it is empty now");
+            addBlock(nameOf(each), handleOf(each));
+        }
 }
 
 bool DrawingRepairing::hasBlock(std::string_view name) const {
@@ -431,20 +447,37 @@ bool DrawingRepairing::hasBlock(std::string_view name) const {
     });
 }
 
-void DrawingRepairing::addBlock(const SalvagedRecord& record) {
+// An empty one.
+void DrawingRepairing::addBlock(std::string_view name, std::uint64_t owner) {
     m_text.hasBlocks = true;
-    const std::string_view owner = handleText(handleOf(record));
-    const std::string_view name = nameOf(record);
+    const auto make = [&](std::string_view type, std::string_view mark, Groups own) {
+        Groups groups;
+        if (m_form.hasMarks) groups = {{5, newHandle()}};
+        if (m_form.hasOwners) groups.push_back({ownerCode, handleText(owner)});
+        if (m_form.hasMarks) groups.push_back({markCode, "AcDbEntity"});
+        groups.push_back({8, "0"});
+        if (m_form.hasMarks) groups.push_back({markCode, mark});
+        groups.insert(groups.end(), own.begin(), own.end());
+        return m_text.made(type, SalvagedPlace::kBlock, groups);
+    };
     SalvagedBlock block;
-    Groups groups = {{5, newHandle()}, {markCode, "AcDbEntity"}, {8, "0"}, {markCode, "AcDbBlockBegin"},
-                     {nameCode, name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {3, name}, {1, ""}};
-    if (m_form.hasOwners) groups.insert(groups.begin() + 1, {ownerCode, owner});
-    block.begin = m_text.made("BLOCK", SalvagedPlace::kBlock, groups);
-    groups = {{5, newHandle()}, {markCode, "AcDbEntity"}, {8, "0"}, {markCode, "AcDbBlockEnd"}};
-    if (m_form.hasOwners) groups.insert(groups.begin() + 1, {ownerCode, owner});
-    block.end = m_text.made("ENDBLK", SalvagedPlace::kBlock, groups);
-    note(RepairOutcome::kRepaired, &record, L"its block is missing; it is empty now");
+    block.begin = make("BLOCK", "AcDbBlockBegin",
+                       {{nameCode, name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {3, name}, {1, ""}});
+    block.end = make("ENDBLK", "AcDbBlockEnd", {});
     m_text.blocks.push_back(std::move(block));
+}
+
+void DrawingRepairing::addMissingBlock(std::string_view missing) {
+    if (hasBlock(missing)) return;
+    const std::string_view name = m_text.kept(std::string(missing));
+    std::uint64_t owner = 0;
+    if (m_form.hasMarks) {
+        SalvagedTable& table = m_text.table("BLOCK_RECORD");
+        addRecord(table, "AcDbBlockTableRecord", {{nameCode, name}, {340, "0"}});
+        owner = handleOf(table.records.back());
+    }
+    addBlock(name, owner);
+    note(RepairOutcome::kRepaired, nullptr, L"the block " + AuditNames::charactersOf(name) + L" is there, empty");
 }
 
 // A space leads to the layout that leads to it.
@@ -509,6 +542,7 @@ void DrawingRepairing::repairOwnersIn(SalvagedRecords& records, std::uint64_t ow
 void DrawingRepairing::repairOwners() {
     if (!m_form.hasOwners) return;
     for (SalvagedTable& table : m_text.tables) {
+        if (table.head.bytes.empty()) continue; // asked for, but not there
         setOwner(table.head, 0);
         const std::uint64_t owner = handleOf(table.head);
         for (SalvagedRecord& each : table.records)
@@ -531,6 +565,7 @@ void DrawingRepairing::repairOwners() {
 // Objects belong to who holds them.
 void DrawingRepairing::repairObjectOwners() {
     repairRoot();
+    if (!root()) return;
     std::unordered_map<std::uint64_t, std::vector<std::uint64_t>> holders;
     m_text.forEach([&](const SalvagedRecord& each) {
         const std::uint64_t handle = handleOf(each);
@@ -601,7 +636,7 @@ SalvagedRecord* DrawingRepairing::root() {
 
 // The first object; where it is none, the dictionary that has no owner, or a new one.
 void DrawingRepairing::repairRoot() {
-    if (!m_form.hasMarks || m_text.objects.empty()) return;
+    if (!m_form.hasMarks || !m_text.hasObjects) return;
     SalvagedRecords& objects = m_text.objects;
     std::erase_if(objects, [](const SalvagedRecord& each) { return each.isGone; });
     const auto found = std::find_if(objects.begin(), objects.end(), [&](const SalvagedRecord& each) {

@@ -201,6 +201,8 @@ bool DrawingRepairing::repairRound(const AuditReport& found, const Stands& stand
         repairRecord(*stands[stand].record, stands[stand].line, findings);
     }
     const auto has = [&](AuditCheck check) { return hasCheck[static_cast<std::size_t>(check)]; };
+    for (const std::string& each : m_missingBlocks) addMissingBlock(each);
+    m_missingBlocks.clear();
     if (has(AuditCheck::kTable)) repairNames();
     if (has(AuditCheck::kBlock) || has(AuditCheck::kTable)) repairBlocks();
     if (has(AuditCheck::kDictionary)) repairRoot();
@@ -266,12 +268,13 @@ bool DrawingRepairing::takeRemedy(Groups& groups, std::size_t place, const Audit
     return true;
 }
 
-// What one group says of other records. False where the record cannot do without it.
+// What one group says of other records. False where the record has to go.
 bool DrawingRepairing::repairGroup(SalvagedRecord& record, Groups& groups, std::size_t place,
                                    const AuditFinding& finding) {
     switch (finding.check) {
     case AuditCheck::kReference:
-        return repairReference(record, groups, place);
+        repairReference(record, groups, place);
+        return true;
     case AuditCheck::kExtendedData:
         if (place < groups.size() && groups[place].code == 1001)
             m_applications.emplace_back(groups[place].value);
@@ -286,35 +289,28 @@ bool DrawingRepairing::repairGroup(SalvagedRecord& record, Groups& groups, std::
     }
 }
 
-bool DrawingRepairing::repairReference(SalvagedRecord& record, Groups& groups, std::size_t place) {
-    if (place >= groups.size()) return true;
+// An insertion of a block that is missing has an empty one, so that it keeps its place and its attributes.
+void DrawingRepairing::repairReference(const SalvagedRecord& record, Groups& groups, std::size_t place) {
+    if (place >= groups.size()) return;
     const int code = groups[place].code;
     if (auditValueOf(code) == AuditValue::kHandle) return repairHandle(record, groups, place);
-    if (code == 2 && record.type == "INSERT") return false;
-    if (code == 6 && record.type == "LAYER")
+    if (code == 2 && record.type == "INSERT")
+        m_missingBlocks.emplace_back(groups[place].value);
+    else if (code == 6 && record.type == "LAYER")
         groups[place].value = "Continuous";
     else
         groups.erase(groups.begin() + static_cast<std::ptrdiff_t>(place));
-    return true;
 }
 
-bool DrawingRepairing::repairHandle(SalvagedRecord& record, Groups& groups, std::size_t place) {
+void DrawingRepairing::repairHandle(const SalvagedRecord& record, Groups& groups, std::size_t place) {
     const int code = groups[place].code;
     const auto at = groups.begin() + static_cast<std::ptrdiff_t>(place);
-    if (record.type == "IMAGE" && code == 340) return false;
     const bool isOptional = (code == 390 || code == 347 || code == 348 || record.type == "DIMSTYLE") &&
                             record.place != SalvagedPlace::kObjects;
-    if (record.type == "MLINE" && code == 340) {
-        for (const SalvagedRecord& each : m_text.objects)
-            if (each.type == "MLINESTYLE" && !each.isGone)
-                return groups[place].value = handleText(handleOf(each)), true;
-        return false;
-    }
     if (handleListOf(record.type, code) || isOptional)
         groups.erase(at);
     else
         at->value = "0";
-    return true;
 }
 
 // Of an entry what leads nowhere goes, and a name that it cannot have is another.

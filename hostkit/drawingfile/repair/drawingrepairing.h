@@ -40,8 +40,8 @@ private:
     bool repairRound(const AuditReport& found, const Stands& stands);
     void repairRecord(SalvagedRecord& record, std::uint32_t line, const Findings& findings);
     bool repairGroup(SalvagedRecord& record, Groups& groups, std::size_t place, const AuditFinding& finding);
-    bool repairReference(SalvagedRecord& record, Groups& groups, std::size_t place);
-    bool repairHandle(SalvagedRecord& record, Groups& groups, std::size_t place);
+    void repairReference(const SalvagedRecord& record, Groups& groups, std::size_t place);
+    static void repairHandle(const SalvagedRecord& record, Groups& groups, std::size_t place);
     void repairEntry(const SalvagedRecord& record, Groups& groups, std::size_t place,
                      const AuditFinding& finding);
     bool takeRemedy(Groups& groups, std::size_t place, const AuditFinding& finding);
@@ -64,7 +64,8 @@ private:
     void addStanding(SalvagedTable& table, const std::unordered_set<std::wstring>& names);
     void addRecord(SalvagedTable& table, std::string_view mark, const Groups& own);
     bool hasBlock(std::string_view name) const;
-    void addBlock(const SalvagedRecord& record);
+    void addBlock(std::string_view name, std::uint64_t owner);
+    void addMissingBlock(std::string_view name);
     void addApplication(std::string_view name);
     void adopt(SalvagedRecord& object, const ByHandle& byHandle);
 
@@ -85,6 +86,7 @@ private:
     RepairReport& m_report;
     RepairForm m_form;
     std::vector<std::string> m_applications; ///< to be registered
+    std::vector<std::string> m_missingBlocks; ///< to be made, empty
     std::unordered_set<std::uint64_t> m_handles; ///< those of the round's beginning
     std::uint64_t m_nextHandle = 1;
 };

@@ -1,5 +1,6 @@
 #include "extendedrepair.h"
 
+#include "auditnames.h"
 #include "auditvalues.h"
 #include "textencoding.h"
 
@@ -77,10 +78,11 @@ private:
 
     void beginApplication(const Group& group) {
         closeBraces();
-        m_isPassedOver = group.value.empty() || std::find(m_applications.begin(), m_applications.end(),
-                                                          group.value) != m_applications.end();
+        const AuditNames::Id name = m_names.idOf(group.value);
+        m_isPassedOver = group.value.empty() ||
+                         std::find(m_applications.begin(), m_applications.end(), name) != m_applications.end();
         if (m_isPassedOver) return;
-        m_applications.push_back(group.value);
+        m_applications.push_back(name);
         m_result.push_back(group);
     }
 
@@ -111,7 +113,8 @@ private:
 
     const Groups& m_data;
     Groups m_result;
-    std::vector<std::string_view> m_applications;
+    AuditNames m_names;
+    std::vector<AuditNames::Id> m_applications;
     std::size_t m_at = 0;
     int m_open = 0;
     bool m_isPassedOver = false;

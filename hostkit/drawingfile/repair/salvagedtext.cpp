@@ -156,7 +156,11 @@ private:
     // A line is lost or doubled here, or just before: groups go on from the line before, whose group then
     // has lost its value, or from the next one.
     void mend() {
-        if (line(m_at) == "0" && line(m_at + 1) == "0" && isRecordName(line(m_at + 2))) return void(++m_at);
+        if (line(m_at) == "0" && line(m_at + 1) == "0" && isRecordName(line(m_at + 2))) {
+            m_isMended = true;
+            return void(++m_at);
+        }
+        if (!m_groups.empty() && line(m_at - 1) == "0" && isRecordName(line(m_at))) return stepBack();
         if (beginsNamelessRecord()) return;
         if (isKeyword(line(m_at)) && !(m_groups.empty() && line(m_at) == m_type))
             return beginRecordWithoutCode();
@@ -164,8 +168,12 @@ private:
         const int behind = soundGroupsFrom(m_at + 1);
         constexpr int fewest = 2;
         if (!hasRecord() || std::max(before, behind) < fewest) return getInStep();
+        if (before >= behind) return stepBack();
         tellOfMending();
-        if (before < behind) return void(++m_at);
+        ++m_at;
+    }
+    void stepBack() {
+        tellOfMending();
         m_groups.pop_back();
         --m_at;
     }
@@ -187,7 +195,7 @@ private:
         m_recordAt = m_at++;
         m_isMended = true;
         if (name == "EOF") m_isEnded = true;
-        if (name == "ENDSEC") leaveSection(m_at);
+        if (name == "ENDSEC") leaveSection();
         if (!m_isEnded && name != "SECTION" && name != "ENDSEC" && name != "ENDTAB")
             lose(name, m_recordAt, L"the line before its name is lost");
     }
@@ -239,13 +247,13 @@ private:
         m_recordAt = m_at;
         m_at += 2;
         if (name == "EOF") m_isEnded = true;
-        if (name == "ENDSEC") leaveSection(m_at);
+        if (name == "ENDSEC") leaveSection();
     }
 
     void enterSection(std::string_view name) {
-        if (m_section == "OTHER") leaveSection(m_recordAt);
+        if (m_section == "OTHER") leaveSection();
         m_section = isOneOf(sectionNames, name) ? name : std::string_view("OTHER");
-        m_sectionAt = m_recordAt;
+        if (m_section == "OTHER") m_other = frame(0, "SECTION") + frame(nameCode, name);
         m_block = nullptr;
         m_table = {};
         if (name == "CLASSES") m_drawing.hasClasses = true;
@@ -255,9 +263,14 @@ private:
         if (name == "OBJECTS") m_drawing.hasObjects = true;
     }
 
-    void leaveSection(std::size_t end) {
-        if (m_section == "OTHER" && !m_isDamaged)
-            m_drawing.otherSections.push_back(between(m_sectionAt, end));
+    std::string frame(int code, std::string_view value) const {
+        return "  " + std::to_string(code) + std::string(m_drawing.m_newline) + std::string(value) +
+               std::string(m_drawing.m_newline);
+    }
+
+    void leaveSection() {
+        if (m_section == "OTHER") m_drawing.otherSections.push_back(m_drawing.kept(std::move(m_other) + frame(0, "ENDSEC")));
+        m_other.clear();
         m_section = {};
         m_block = nullptr;
         m_table = {};
@@ -317,7 +330,10 @@ private:
 
     void place(SalvagedRecord record, bool isDamaged) {
         const std::string_view section = sectionOf(record.type);
-        if (section == "OTHER") return;
+        if (section == "OTHER") {
+            if (isDamaged) lose(record.type, m_recordAt, L"its lines are out of step", false);
+            return void(m_other += record.bytes);
+        }
         if (section != m_section) enterOf(section);
         if (isDamaged) {
             const bool isKept = isNeeded(record.type) && m_section != "CLASSES";
@@ -368,7 +384,11 @@ private:
             m_drawing.blocks.push_back({record, {}, {}});
             m_block = &m_drawing.blocks.back();
         } else if (!m_block) {
-            if (record.type != "ENDBLK") lose(record.type, record.line - 1, L"it stands in no block");
+            if (record.type == "ENDBLK") return;
+            lose(record.type, record.line - 1, L"it stood in no block; it stands in a space now", false);
+            record.place = SalvagedPlace::kEntities;
+            m_drawing.hasEntities = true;
+            m_drawing.entities.push_back(record);
         } else if (record.type == "ENDBLK") {
             m_block->end = record;
             m_block = nullptr;
@@ -381,7 +401,7 @@ private:
     std::vector<Line> m_lines;
     std::size_t m_at = 0;
     std::size_t m_recordAt = 0;  ///< the line of the present record's group 0
-    std::size_t m_sectionAt = 0;
+    std::string m_other; ///< the section that is not known, so far
     std::string_view m_type;
     SalvagedGroups m_groups;
     std::string_view m_section;
@@ -456,6 +476,7 @@ private:
     void tables() {
         section("TABLES");
         for (SalvagedTable& each : m_drawing.tables) {
+            if (each.head.bytes.empty()) continue;
             record(each.head);
             for (SalvagedRecord& one : each.records) record(one);
             group(0, "ENDTAB");
