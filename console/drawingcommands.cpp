@@ -2,13 +2,24 @@
 
 #include "acdocman.h"
 #include "aced.h"
+#include "atomicfile.h"
 #include "commandoutput.h"
 #include "consolestate.h"
+#include "dbdatabase.h"
+#include "drawingrecovery.h"
 #include "host.h"
 #include "modulecommand.h"
+#include "repairoutput.h"
 #include "saveforms.h"
 #include "systempath.h"
+#include "textencoding.h"
 #include "undohistory.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <iterator>
+#include <memory>
 
 namespace {
 
@@ -128,6 +139,13 @@ void closeEarlier(AcApDocument* earlier) {
 
 } // namespace
 
+const wchar_t* hintOfRecovery(Acad::ErrorStatus status) {
+    constexpr Acad::ErrorStatus damages[] = {Acad::eBadDxfSequence, Acad::eEndOfFile, Acad::eHandleInUse,
+                                             Acad::eDuplicateKey, Acad::eCyclicReference};
+    const bool isDamaged = std::find(std::begin(damages), std::end(damages), status) != std::end(damages);
+    return isDamaged ? L"; RECOVER may help" : L"";
+}
+
 void openCommand() {
     CString name;
     bool isDiscarded = false;
@@ -139,8 +157,36 @@ void openCommand() {
     const Acad::ErrorStatus status = Host::current()->openDocument(name.GetString());
     // The reader has told file, line and reason already.
     if (status != Acad::eOk)
-        return hostkit::failCommand(status, std::wstring(name.GetString()) + L": the drawing cannot be read");
+        return hostkit::failCommand(status, std::wstring(name.GetString()) + L": the drawing cannot be read" +
+                                                hintOfRecovery(status));
     closeEarlier(earlier);
+}
+
+// The recovered drawing has no file: the damaged one is replaced by nobody who does not name it.
+void recoverCommand() {
+    CString name;
+    bool isDiscarded = false;
+    if (acedGetString(0, L"File: ", name) != RTNORM) return;
+    if (name.IsEmpty()) return hostkit::failCommand(Acad::eInvalidInput, L"a file name is needed");
+    if (!readDiscard(isDiscarded)) return;
+    AcApDocument* const earlier = acDocManagerPtr()->curDocument();
+    if (!isDiscarded && !mayBeLeft(earlier)) return;
+    const std::wstring file = name.GetString();
+    std::string bytes;
+    if (!hostkit::readWholeFile(hostkit::mapPath(file), bytes))
+        return hostkit::failCommand(Acad::eFileAccessErr,
+                                    file + L": " + hostkit::wideFromUtf8(std::strerror(errno)));
+    Host::current()->port().outputs().protect(file, hostkit::OutputFiles::Role::drawing,
+                                              L"the drawing that was recovered");
+    hostkit::RecoveryReport report;
+    std::unique_ptr<AcDbDatabase> database = hostkit::recoverDrawing(bytes, file, report);
+    showRepairs(report.repairs, ReportForm::table);
+    if (!database) return hostkit::failCommand(report.status, report.message);
+    Host::current()->documents().adopt(std::move(database), L"");
+    closeEarlier(earlier);
+    acutPrintf(L"Recovered %s; SAVEAS FILE keeps it\n", file.c_str());
+    if (!report.repairs.isClean())
+        hostkit::failCommand(Acad::eDwgObjectImproperlyRead, L"faults are left that AUDIT names");
 }
 
 void newCommand() {

@@ -5,6 +5,7 @@
 #include "commandloop.h"
 #include "consoleport.h"
 #include "consolestate.h"
+#include "drawingcommands.h"
 #include "exitcodes.h"
 #include "fileregistrystore.h"
 #include "host.h"
@@ -250,7 +251,8 @@ int Session::openDrawing(hostkit::Host& host) {
     // The reader has told file, line and reason already.
     if (status != Acad::eOk)
         return fail(exitcode::drawingUnreadable,
-                    m_options.drawing + L": the drawing cannot be read (" + statusName(status) + L")");
+                    m_options.drawing + L": the drawing cannot be read" + hintOfRecovery(status) + L" (" +
+                        statusName(status) + L")");
     return exitcode::ok;
 }
 

@@ -1,4 +1,4 @@
-// DICT, AUDIT and PURGE as a person sees them.
+// DICT, AUDIT, RECOVER and PURGE as a person sees them.
 #include "consoletest.h"
 
 namespace {
@@ -88,7 +88,7 @@ TEST_F(Dictionaries, purgeListsThenErases) {
 TEST_F(Dictionaries, auditOfAFileThatCannotBeOpened) {
     const std::string whole = drawingWith("3\nLOST\n350\n99\n");
     const std::string cut = writtenFile(folder, "cut.dxf", whole.substr(0, whole.rfind("0\nEOF")));
-    EXPECT_EQ(run({cut}).code, exitcode::drawingUnreadable);
+    expectProblems({cut}, exitcode::drawingUnreadable, {"RECOVER may help"});
     expectHas(expectProblems({"--new", "--quiet", "--command", "AUDIT OF \"" + cut + "\""},
                              exitcode::commandFailed, {"the drawing has 1 fault"}),
               {"the mark EOF is missing"});
@@ -99,6 +99,21 @@ TEST_F(Dictionaries, auditOfAFileThatCannotBeOpened) {
                    {"No such file"});
     expectProblems({"--new", "--quiet", "--command", "AUDIT OF"}, exitcode::commandFailed,
                    {"missing behind OF"});
+}
+
+TEST_F(Dictionaries, recoverOpensWhatOpenRefuses) {
+    const std::string whole = drawingWith("3\nLOST\n350\n99\n");
+    const std::string cut = writtenFile(folder, "cut.dxf", whole.substr(0, whole.rfind("90\n70000")));
+    const std::string saved = folder / "saved.dxf";
+    const std::string recover = "RECOVER \"" + cut + "\"";
+    expectHas(runScript({"--new", "--output", saved}, recover + "\nAUDIT\nDICT CONTENTS\n").output,
+              {"XRECORD", "kept", "LOST", "Recovered ", "0 faults", "40: 2.5"});
+    expectHas(runScript({"--new"}, recover + "\nSAVE\n").problems, {"SAVEAS FILE gives it one"});
+    expectHas(outputFor(readFile(saved), "AUDIT"), {"0 faults"});
+    EXPECT_EQ(readFile(cut), whole.substr(0, whole.rfind("90\n70000")));
+    const std::string none = writtenFile(folder, "none.dxf", "no drawing at all\n");
+    expectProblems({"--new", "--quiet", "--command", "RECOVER \"" + none + "\""}, exitcode::commandFailed,
+                   {"nothing of a drawing"});
 }
 
 } // namespace
