@@ -3,6 +3,7 @@
 #include "consolestate.h"
 #include "exitcodes.h"
 #include "interrupt.h"
+#include "runrecord.h"
 #include "textencoding.h"
 #include "undohistory.h"
 
@@ -17,13 +18,15 @@ int undoSteps(hostkit::Host& host) {
 } // namespace
 
 int CommandLoop::runLines(const std::wstring& source, const std::vector<ScriptLine>& lines) {
+    bool hasFailed = false;
     for (const ScriptLine& line : lines) {
         const std::wstring where = line.number ? source + L":" + std::to_wstring(line.number) : source;
-        if (!runLine(where, line.text, hostkit::MoreInput::none)) return exitcode::commandFailed;
+        if (!runLine(where, line.text, hostkit::MoreInput::none)) hasFailed = true;
         if (interrupt::isRequested()) return exitcode::interrupted;
+        if (hasFailed && !consoleState().keepsGoing) return exitcode::commandFailed;
         if (consoleState().wantsToQuit) break;
     }
-    return m_host.endInput() ? exitcode::ok : exitcode::commandFailed;
+    return m_host.endInput() && !hasFailed ? exitcode::ok : exitcode::commandFailed;
 }
 
 int CommandLoop::runPrompt() {
@@ -67,7 +70,11 @@ int CommandLoop::fail(int code, const std::wstring& problem) {
 
 bool CommandLoop::runLine(const std::wstring& where, const std::wstring& line, hostkit::MoreInput more) {
     const int steps = undoSteps(m_host);
+    const auto start = std::chrono::steady_clock::now();
     const hostkit::CommandResult result = m_host.run(line, more);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    if (RunRecord* record = consoleState().record)
+        record->addCommand({line, result.status, result.reason, took.count()});
     m_port.flush();
     hostkit::CommandInput words(line, hostkit::MoreInput::none);
     std::wstring name;

@@ -16,7 +16,7 @@ public:
         , m_port(port)
         , m_isQuiet(isQuiet) {}
 
-    /// In order, until one fails, Ctrl-C comes or QUIT; the exit code.
+    /// In order, until one fails (unless the session keeps going), Ctrl-C comes or QUIT; the exit code.
     int runLines(const std::wstring& source, const std::vector<ScriptLine>& lines);
     /// From standard input: a person's in a terminal, else as a list of lines; the exit code.
     int runPrompt();

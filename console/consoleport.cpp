@@ -1,5 +1,7 @@
 #include "consoleport.h"
 
+#include "runrecord.h"
+
 #include "completion.h"
 #include "consoletext.h"
 #include "interrupt.h"
@@ -217,4 +219,7 @@ void ConsolePort::show(std::wstring_view text) {
     writeAll(STDERR_FILENO, shownBytes(text));
 }
 
-void ConsolePort::reportProblem(std::wstring_view text) { show(std::wstring(text) + L"\n"); }
+void ConsolePort::reportProblem(std::wstring_view text) {
+    if (m_record) m_record->addProblem(text);
+    show(std::wstring(text) + L"\n");
+}

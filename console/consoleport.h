@@ -8,6 +8,8 @@
 
 #include <string>
 
+class RunRecord;
+
 /// The host's port in a terminal or a pipe: the command line is standard output and input, problems and boxes
 /// go to standard error, all as UTF-8 whatever the locale. The meter is a line of standard error where that
 /// is a terminal, and nothing elsewhere; work that ends within a quarter of a second shows none. A box is
@@ -39,6 +41,8 @@ public:
 
     /// Whether standard output has not taken all of it, as on a full disk.
     bool hasLostOutput() const { return m_hasLostOutput; }
+    /// Problems are told to the record too; null for none.
+    void recordProblemsIn(RunRecord* record) { m_record = record; }
     /// Text to standard error, as it stands.
     void show(std::wstring_view text);
     BoxAsker& boxes() { return m_boxes; }
@@ -61,6 +65,7 @@ private:
     std::unique_ptr<LineEditor> m_editor; ///< null where lines are not edited
     bool m_isEditorKnown = false;
     std::optional<CommandHistory> m_history;
+    RunRecord* m_record = nullptr;
     bool m_hasLostOutput = false;
     long long m_displayChanges = 0;
     std::int64_t m_displayTraced = 0; ///< when, by the port's clock

@@ -26,6 +26,9 @@ constexpr Description descriptions[] = {
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
     {"--form", Wants::form, L"FORM",
      L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY; may be given twice"},
+    {"--keep-going", Wants::nothing, L"",
+     L"run commands behind one that failed, too; it still is a failure in the end"},
+    {"--record", Wants::file, L"FILE", L"write what was run, its results, time and memory (JSON)"},
     {"--overwrite", Wants::nothing, L"",
      L"let outputs replace files, and --output the drawing that was opened"},
     {"--new", Wants::nothing, L"", L"begin with an empty drawing"},
@@ -54,6 +57,7 @@ void setFlag(Options& options, std::string_view name) {
     if (name == "--overwrite") options.mayOverwrite = true;
     if (name == "--new") options.isNewDrawing = true;
     if (name == "--list-commands") options.wantsCommandList = true;
+    if (name == "--keep-going") options.keepsGoing = true;
     if (name == "--quiet") options.isQuiet = true;
     if (name == "--version") options.wantsVersion = true;
     if (name == "--help") options.wantsHelp = true;
@@ -74,6 +78,8 @@ void setFile(Options& options, std::string_view name, std::wstring file) {
         options.library = std::move(file);
     else if (name == "--trace")
         options.trace = std::move(file);
+    else if (name == "--record")
+        options.record = std::move(file);
     else if (name == "--install")
         options.installRoot = std::move(file);
 }
@@ -102,6 +108,8 @@ std::wstring problemOf(const Options& options) {
     if (options.wantsHelp || options.wantsVersion) return {};
     if (options.script && !options.commands.empty()) return L"--script and --command exclude each other";
     if (!options.forms.empty() && !options.output) return L"--form needs --output";
+    if (options.keepsGoing && !options.script && options.commands.empty())
+        return L"--keep-going needs --script or --command";
     if (options.language && !options.installRoot) return L"--language needs --install";
     if (const std::wstring problem = problemOfLastThing(options); !problem.empty()) return problem;
     if (options.installRoot || options.wantsCommandList) return {};

@@ -22,9 +22,11 @@ struct Options {
     std::optional<std::wstring> registry;
     std::optional<std::wstring> library;
     std::optional<std::wstring> trace;
+    std::optional<std::wstring> record;
     std::optional<std::wstring> installRoot;
     std::optional<unsigned> language; ///< the platform's identifier
     bool isQuiet = false;
+    bool keepsGoing = false; ///< commands run behind one that failed, too
     bool wantsHelp = false;
     bool wantsVersion = false;
     bool wantsCommandList = false;

@@ -15,6 +15,7 @@
 #include "modulewatch.h"
 #include "outputfiles.h"
 #include "registrytext.h"
+#include "runrecord.h"
 #include "saveforms.h"
 #include "script.h"
 #include "systempath.h"
@@ -37,6 +38,10 @@ public:
         : m_options(options) {
         g_state = &m_state;
         m_state.savesAtEnd = options.output.has_value();
+        m_state.keepsGoing = options.keepsGoing;
+        if (!options.record) return;
+        m_state.record = &m_record;
+        m_port.recordProblemsIn(&m_record);
     }
     ~Session() { g_state = nullptr; }
     Session(const Session&) = delete;
@@ -49,6 +54,7 @@ private:
     int readAnswers();
     void protectInputs();
     int claimOutputs();
+    int finishRecord(int code);
     int runTraced();
     int finishTrace(hostkit::TraceFile& trace, int code);
     int runInHost(hostkit::Host& host);
@@ -64,9 +70,11 @@ private:
     const Options& m_options;
     ConsolePort m_port;
     ConsoleState m_state;
+    RunRecord m_record;
     ModuleWatch* m_watch = nullptr; ///< while a host runs
     hostkit::OutputFiles::Protection m_outputClaim = 0;
     hostkit::OutputFiles::Protection m_traceClaim = 0;
+    hostkit::OutputFiles::Protection m_recordClaim = 0;
 };
 
 int Session::fail(int code, const std::wstring& problem) {
@@ -138,6 +146,13 @@ int Session::claimOutputs() {
         m_outputClaim =
             outputs.protect(*m_options.output, OutputFiles::Role::output, L"the file that --output saves to");
     }
+    if (m_options.record) {
+        const std::wstring refusal =
+            outputs.refusal({*m_options.record}, OutputFiles::Kind::file, overwriteOption);
+        if (!refusal.empty()) return fail(exitcode::notWritten, refusal);
+        m_recordClaim =
+            outputs.protect(*m_options.record, OutputFiles::Role::output, L"the record of this run");
+    }
     return exitcode::ok;
 }
 
@@ -151,12 +166,21 @@ int Session::readAnswers() {
     return exitcode::ok;
 }
 
+// However the work ended, its record says so.
+int Session::finishRecord(int code) {
+    if (!m_options.record) return code;
+    m_port.outputs().release(m_recordClaim);
+    const std::wstring problem =
+        m_port.outputs().write({*m_options.record}, m_record.json(m_options.drawing, code), overwriteOption);
+    return problem.empty() ? code : fail(exitcode::notWritten, problem);
+}
+
 int Session::run() {
     protectInputs();
     if (const int code = openRegistry()) return code;
     if (const int code = readAnswers()) return code;
     if (const int code = claimOutputs()) return code;
-    return runTraced();
+    return finishRecord(runTraced());
 }
 
 int Session::runTraced() {

@@ -295,6 +295,31 @@ TEST_F(WholeProgram, TheTraceIsATimelineOfNestedCalls) {
     EXPECT_EQ(depth, 0);
 }
 
+TEST_F(WholeProgram, TheRecordTellsEachCommandAndWhatFailed) {
+    const std::string record = folder / "record.json", picture = folder / "picture.svg";
+    const std::vector<std::string> work = {drawing,     "--record",       record,      "--output",
+                                           output,      "--quiet",        "--command", "NO \"quoted\"",
+                                           "--command", "PLOT " + picture};
+    std::vector<std::string> further = work;
+    further.insert(further.end(), {"--overwrite", "--keep-going"});
+    const std::string failed =
+        R"([{"command":"NO \"quoted\"","status":"eUnknownCommand","reason":"there is no)";
+    for (const bool keepsGoing : {false, true}) {
+        expectProblems(keepsGoing ? further : work, exitcode::commandFailed, {"NO"});
+        const std::string text = readFile(record);
+        EXPECT_TRUE(isJson(text)) << text;
+        expectHas(text, {failed, "\"exitCode\":1", "\"problemCount\":1", "vexohost: --command: NO"});
+        EXPECT_EQ(has(text, "PLOT"), keepsGoing) << text;
+        EXPECT_EQ(has(text, "\"status\":\"eOk\""), keepsGoing) << text;
+        EXPECT_EQ(readFile(picture).empty(), !keepsGoing);
+        EXPECT_TRUE(readFile(output).empty()) << "saved behind a failure";
+    }
+    expectProblems({folder / "none.dxf", "--record", record, "--overwrite"}, exitcode::drawingUnreadable,
+                   {"none"});
+    expectHas(readFile(record),
+              {"\"exitCode\":3", "\"commands\":[]", "none.dxf: the drawing cannot be read"});
+}
+
 TEST_F(WholeProgram, QuietSilencesTheConsoleAlone) {
     std::vector<std::string> layers = {drawing, "--command", "LAYERS", "--output", output};
     expectHas(outputOf(layers), {"Saved"});

@@ -46,6 +46,7 @@ TEST(Options, WhatCannotBeMeantIsRefusedByName) {
         {{"a.dxf", "--new"}, L"--new"},
         {{"a.dxf", "--form", "2000"}, L"--output"},
         {{"--list-commands", "--form", "2000"}, L"--output"},
+        {{"a.dxf", "--keep-going"}, L"--keep-going"},
         {{"a.dxf", "--language", "7"}, L"--install"},
         {{"--install", "d", "a.dxf"}, L"no drawing"},
         {{"--install", "d", "--command", "LAYERS"}, L"command"},

@@ -49,6 +49,10 @@ protected:
              run.more = {"--output", run.file};
          }},
         {"--trace", [](Run& run) { run.trace = run.file; }},
+        {"--record",
+         [](Run& run) {
+             run.more = {"--record", run.file};
+         }},
         {"--registry", [](Run& run) { run.registry = run.file; }},
     };
 
