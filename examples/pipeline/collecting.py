@@ -71,7 +71,7 @@ class Collection:
             record["name"], record["outcome"], record["message"], record["seconds"], record["peakKilobytes"], summary["objects"],
             summary["faults"], summary["remarks"], number(sums.get("contours", 0)), number(sums.get("slabs", 0)),
             sums.get("slabArea", 0), number(sums.get("strips", 0)), sums.get("stripArea", 0), summary["unit"], key,
-            outputs.get("picture.svg", 0), "strips.svg" in outputs, list(summary["checks"].items())])
+            outputs.get("strips.svg", outputs.get("picture.svg", 0)), "strips.svg" in outputs, list(summary["checks"].items())])
 
     def drawings_table(self):
         headings = ("Drawing", "Outcome", "Message", "Exit code", "Seconds", "Processor seconds", "Peak kilobytes", "Version",

@@ -112,13 +112,13 @@ def judge(status, isLate, options, console):
     if code in (CONSOLE_USAGE, CONSOLE_NOT_LOADED, CONSOLE_NO_SCRIPT) or not console:
         raise PipelineError(EXIT_CONSOLE, "the console does not work (exit code %d): %s" % (code, messages))
     if code == CONSOLE_UNREADABLE:
-        return "refused", " ".join(console["problems"])
+        return "refused", "; ".join(console["problems"])
     # Faults are counted by themselves; a drawing that has some is worked all the same.
     others = [each for each in failed if not each["command"].startswith("AUDIT ")]
     if any(each["command"].startswith("SLABSTRIPS") for each in others):  # no strips, no picture of them
         others = [each for each in others if not each["command"].startswith("PLOT strips.svg")]
     if code and not failed:
-        return "partly", " ".join(console["problems"])
+        return "partly", "; ".join(console["problems"])
     reasons = "; ".join(each["command"].split()[0] + ": " + each["reason"] for each in others)
     return ("partly" if others else "done"), reasons
 
