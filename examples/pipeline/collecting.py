@@ -6,8 +6,8 @@ import os
 import time
 
 from drawingfolder import exact_name, key_of, read_list, shown, write_whole
+from working import MEASURES
 
-MEASURES = ("contours", "contourLength", "contourArea", "slabs", "slabArea", "openingArea", "strips", "stripArea")
 HEADINGS = ("Contours", "Length", "Area", "Slabs", "Slab area", "Opening area", "Strips", "Strip area")
 PAGE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "page.html")
 

@@ -17,6 +17,8 @@ CONSOLE_USAGE, CONSOLE_UNREADABLE, CONSOLE_NOT_LOADED, CONSOLE_NOT_WRITTEN, CONS
 NOT_WRITTEN = "eFileAccessErr"
 NO_MEMORY = "eOutOfMemory"
 OUTPUTS = ("audit.json", "contours.csv", "picture.svg", "strips.csv", "strips.svg", "strips.dxf", "messages.txt")
+# What is summed up of a layer; all but the counts in the drawing's unit.
+MEASURES = ("contours", "contourLength", "contourArea", "slabs", "slabArea", "openingArea", "strips", "stripArea")
 LONGEST_MESSAGE = 2000  # of messages that the console left, in a record
 
 
@@ -124,51 +126,63 @@ def judge(status, isLate, options, console):
 
 
 def _rows(file):
+    """The heading, then the rows; nothing where there is no such table."""
     try:
         with open(file, encoding="utf-8", newline="") as opened:
-            rows = csv.reader(opened)
-            heading = next(rows, [])
-            return heading, list(rows)
+            yield from csv.reader(opened)
     except FileNotFoundError:
-        return [], []
+        return
+
+
+def sum_layers():
+    """By layer the contours, slabs and strips of the tables that the console wrote; the unit; whether all slabs are proved."""
+    layers, layer_of, unit, proved = {}, {}, "", True
+
+    def of_layer(name):
+        if name not in layers:
+            layers[name] = dict.fromkeys(MEASURES, 0)
+        return layers[name]
+
+    rows = _rows("contours.csv")
+    for heading in rows:
+        unit = heading[5].partition("[")[2].rstrip("]")
+        break
+    for layer, _, _, _, _, length, _, area, *_ in rows:
+        sums = of_layer(layer)
+        sums["contours"] += 1
+        sums["contourLength"] += float(length or 0)
+        sums["contourArea"] += float(area or 0)
+    rows = _rows("strips.csv")
+    next(rows, None)
+    for kind, slab, _, layer, _, area, _, _, _, note in rows:
+        if kind == "slab":
+            layer_of[slab] = sums = of_layer(layer)
+            sums["slabs"] += 1
+            sums["slabArea"] += float(area or 0)
+        elif kind == "strip":
+            sums = layer_of[slab]
+            sums["strips"] += 1
+            sums["stripArea"] += float(area or 0)
+        elif kind == "all openings":
+            layer_of[slab]["openingArea"] += float(area or 0)
+        elif kind == "check":
+            proved = proved and note == "proved"
+    return layers, unit, proved
 
 
 def sum_up():
-    """Findings by check, and by layer the contours, slabs and strips, from the tables that the console wrote."""
-    layers = {}
-
-    def add(layer, **values):
-        sums = layers.setdefault(layer, {})
-        for name, value in values.items():
-            sums[name] = sums.get(name, 0) + value
-
-    heading, rows = _rows("contours.csv")
-    unit = heading[5].partition("[")[2].rstrip("]") if len(heading) > 7 else ""
-    for row in rows:
-        add(row[0], contours=1, contourLength=float(row[5] or 0), contourArea=float(row[7] or 0))
-    layer_of, proved = {}, True
-    _, rows = _rows("strips.csv")
-    for kind, slab, _, layer, _, area, *_, note in rows:
-        if kind == "slab":
-            layer_of[slab] = layer
-            add(layer, slabs=1, slabArea=float(area or 0))
-        elif kind == "strip":
-            add(layer_of[slab], strips=1, stripArea=float(area or 0))
-        elif kind == "all openings":
-            add(layer_of[slab], openingArea=float(area or 0))
-        elif kind == "check":
-            proved = proved and note == "proved"
+    """What is filed of the tables and the audit, and the audit's findings."""
+    layers, unit, proved = sum_layers()
     summary = {"unit": unit, "layers": layers, "proved": proved, "objects": 0, "faults": 0, "remarks": 0, "checks": {}}
-    findings = []
-    if os.path.exists("audit.json"):
-        with open("audit.json", "rb") as file:
-            audit = json.loads(file.read())
-        findings = audit["findings"]
-        summary.update((name, audit[name]) for name in ("objects", "faults", "remarks"))
-        for each in findings:
-            if each["severity"] == "fault":
-                summary["checks"][each["check"]] = summary["checks"].get(each["check"], 0) + 1
-    return summary, findings
+    if not os.path.exists("audit.json"):
+        return summary, []
+    with open("audit.json", "rb") as file:
+        audit = json.loads(file.read())
+    summary.update((name, audit[name]) for name in ("objects", "faults", "remarks"))
+    for each in audit["findings"]:
+        if each["severity"] == "fault":
+            summary["checks"][each["check"]] = summary["checks"].get(each["check"], 0) + 1
+    return summary, audit["findings"]
 
 
 def state_of(path):
@@ -245,7 +259,7 @@ class Worker:
                 record["outcome"], record["message"] = "changed", "it was replaced or changed while it was worked; the next run takes it again"
         if record["outcome"] in ("done", "partly"):
             record["summary"], findings = sum_up()
-            hasStrips = any(each.get("strips") for each in record["summary"]["layers"].values())
+            hasStrips = any(each["strips"] for each in record["summary"]["layers"].values())
             kept = OUTPUTS if hasStrips else OUTPUTS[:OUTPUTS.index("strips.svg")] + ("messages.txt",)
         else:
             kept = ("messages.txt",)
