@@ -37,7 +37,7 @@ std::string repairDrawingText(std::string_view bytes, RepairReport& report) {
     report = {};
     std::string turned;
     if (isBinaryForm(bytes)) {
-        if (const std::optional<BinaryFault> fault = textFromBinary(bytes, turned))
+        if (const std::optional<FormFault> fault = textFromBinary(bytes, turned))
             report.notes.push_back({RepairOutcome::kLost, 0, {},
                                     L"behind byte " + std::to_wstring(fault->offset) +
                                         L" of the binary form: " + fault->reason,
