@@ -27,14 +27,15 @@ constexpr CommandDescription described[] = {
      L"Changes that are not saved are asked about; in a script DISCARD drops them.", ofSession},
     {L"RECOVER", recoverCommand, L"FILE [DISCARD]",
      L"opens what can be had of a damaged drawing, in place of the one that is open",
-     L"It lists what was repaired and what was lost. The drawing has no file of its own; SAVEAS gives it one.",
+     L"It lists what was repaired and what was lost. The drawing has no file of its own; SAVEAS gives it "
+     L"one.",
      ofSession},
     {L"NEW", newCommand, L"[DISCARD]", L"begins an empty drawing in place of the one that is open",
      L"Changes that are not saved are asked about; in a script DISCARD drops them.", ofSession},
     {L"SAVE", saveCommand, L"", L"saves the drawing to its own file",
      L"That is the file it was opened from, which is replaced; of a new drawing the one that SAVEAS gave "
      L"it."},
-    {L"SAVEAS", saveAsCommand, L"FILE [OVERWRITE] [FIELDS] [TEXT | BINARY] [R12 | 2000 ... 2018]",
+    {L"SAVEAS", saveAsCommand, L"FILE [OVERWRITE] [FIELDS] [TEXT | BINARY | DWG] [R12 | 2000 ... 2018]",
      L"saves the drawing to another file, in any form",
      L"A file that is there, the opened one too, is replaced only with OVERWRITE. FIELDS writes every record "
      L"anew."},

@@ -30,7 +30,7 @@ bool readSaveWords(hostkit::WriteOptions& options, bool& mayReplace) {
     for (;;) {
         CString word;
         acedInitGet(0, (L"OVERWRITE FIELDS " + formWords()).c_str());
-        const int answer = acedGetKword(L"[OVERWRITE/FIELDS/TEXT/BINARY/R12 to 2018] <save now>: ", word);
+        const int answer = acedGetKword(L"[OVERWRITE/FIELDS/TEXT/BINARY/DWG/R12 to 2018] <save now>: ", word);
         if (answer == RTNONE) return true;
         if (answer != RTNORM) return false;
         if (word == L"OVERWRITE") mayReplace = true;

@@ -25,7 +25,7 @@ constexpr Description descriptions[] = {
     {"--answers", Wants::file, L"FILE", L"answer boxes from this file, one answer a line"},
     {"--output", Wants::file, L"FILE", L"save the drawing there when all commands went well"},
     {"--form", Wants::form, L"FORM",
-     L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY; may be given twice"},
+     L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY, DWG; may be given twice"},
     {"--keep-going", Wants::nothing, L"",
      L"run commands behind one that failed, too; it still is a failure in the end"},
     {"--record", Wants::file, L"FILE", L"write what was run, its results, time and memory (JSON)"},

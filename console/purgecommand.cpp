@@ -50,7 +50,8 @@ void printItems(const Items& items) {
     if (items.empty()) return;
     std::vector<std::vector<std::wstring>> rows = {{L"Kind", L"Handle", L"Name"}};
     for (const hostkit::PurgeItem& each : items)
-        rows.push_back({hostkit::purgeKindName(each.kind), handleText(each.id.handle()), onOneLine(each.name)});
+        rows.push_back(
+            {hostkit::purgeKindName(each.kind), handleText(each.id.handle()), onOneLine(each.name)});
     printTable(rows, "lll");
 }
 

@@ -48,10 +48,12 @@ void printNotes(const hostkit::RepairReport& report) {
     for (const RepairNote* const each : orderedNotes(report)) {
         if (rows.size() > mostRows) break;
         rows.push_back({outcomeName(each->outcome), each->type, handleText(AcDbHandle(each->handle)),
-                        each->line == 0 ? std::wstring() : std::to_wstring(each->line), onOneLine(each->text)});
+                        each->line == 0 ? std::wstring() : std::to_wstring(each->line),
+                        onOneLine(each->text)});
     }
     if (rows.size() > 1) printTable(rows, "lllrl");
-    if (report.notes.size() > mostRows) acutPrintf(L"Only the first %d are listed.\n", static_cast<int>(mostRows));
+    if (report.notes.size() > mostRows)
+        acutPrintf(L"Only the first %d are listed.\n", static_cast<int>(mostRows));
 }
 
 } // namespace

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// The words for the forms that a drawing can be saved in, separated by blanks: R12 to 2018, TEXT and BINARY.
+/// The words for the forms that a drawing can be saved in, separated by blanks: R12 to 2018, TEXT,
+/// BINARY and DWG.
 std::wstring formWords();
 /// What the word says goes into the options; false, and no change, for another word. The case of letters does
 /// not count.

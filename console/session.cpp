@@ -274,9 +274,9 @@ int Session::openDrawing(hostkit::Host& host) {
         m_options.isNewDrawing ? host.newDocument() : host.openDocument(m_options.drawing);
     // The reader has told file, line and reason already.
     if (status != Acad::eOk)
-        return fail(exitcode::drawingUnreadable,
-                    m_options.drawing + L": the drawing cannot be read" + hintOfRecovery(status) + L" (" +
-                        statusName(status) + L")");
+        return fail(exitcode::drawingUnreadable, m_options.drawing + L": the drawing cannot be read" +
+                                                     hintOfRecovery(status) + L" (" + statusName(status) +
+                                                     L")");
     return exitcode::ok;
 }
 

@@ -52,7 +52,8 @@ void checkSpline(AuditRun& run, const AuditContent& content, const AuditRecord& 
         fault(run, record, record.line, L"it has ", knots, L" knots; ", controls,
               L" control points of degree ", degree, L" need ",
               controls + static_cast<std::size_t>(degree) + 1);
-        const std::int64_t fitting = static_cast<std::int64_t>(knots) - static_cast<std::int64_t>(controls) - 1;
+        const std::int64_t fitting =
+            static_cast<std::int64_t>(knots) - static_cast<std::int64_t>(controls) - 1;
         if (fitting >= 1 && fitting <= 25) run.findings.remedy(71, fitting);
     }
     if (weights != 0 && weights != controls)

@@ -327,7 +327,8 @@ private:
 
     void part(MapIndex record, MapIndex head, OrderedBlock& block) {
         const unsigned type = m_order.types[record];
-        if (!isPart(type) || type == blockBegin || type == blockEnd) return tell(head, L": what is no part stands in its sequence");
+        if (!isPart(type) || type == blockBegin || type == blockEnd)
+            return tell(head, L": what is no part stands in its sequence");
         if (!claim(record)) return tell(record, L" is named twice: it stays where it was named first");
         block.entities.push_back(record);
     }

@@ -62,7 +62,8 @@ constexpr unsigned attribute = 2, blockBegin = 4, blockEnd = 5, sequenceEnd = 6,
                    viewportHeaderControl = 70, viewportHeader = 71;
 /// Written at places of their own.
 constexpr bool isPart(unsigned type) {
-    return type == blockBegin || type == blockEnd || type == attribute || type == sequenceEnd || (type >= firstVertex && type <= lastVertex);
+    return type == blockBegin || type == blockEnd || type == attribute || type == sequenceEnd ||
+           (type >= firstVertex && type <= lastVertex);
 }
 } // namespace recordtype
 

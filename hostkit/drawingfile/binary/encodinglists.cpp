@@ -234,9 +234,9 @@ void addViewports(const ExchangeOutline& outline, const RecordLayout& layout, Re
         !layout.findSlot("viewports", slot) || !layout.findSlot("blockrecord", blockSlot))
         return;
     const RecordValue* const told = values.find(blockSlot);
-    const auto block = std::find_if(outline.blocks.begin(), outline.blocks.end(), [&](const OutlinedBlock& one) {
-        return told && one.handle == told->reference.value;
-    });
+    const auto block =
+        std::find_if(outline.blocks.begin(), outline.blocks.end(),
+                     [&](const OutlinedBlock& one) { return told && one.handle == told->reference.value; });
     std::vector<RecordValue>& viewports = values.array(slot);
     viewports.clear();
     constexpr std::uint8_t softPointer = 4;

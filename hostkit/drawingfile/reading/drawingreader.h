@@ -1,5 +1,5 @@
-// Drawing input: the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing
-// file, which is refused with a message.
+// Drawing input: the exchange format from R12 to 2018, text and binary, and binary drawings from 2000 to
+// 2018, told by their content; leaves out drawings with passwords.
 #pragma once
 
 #include "acadstrc.h"
@@ -20,8 +20,9 @@ class DrawingProgress;
 
 /// What was wrong with a drawing, and where.
 struct DrawingProblem {
-    std::size_t line = 0;                ///< of the group code, counted from 1; 0 where no line can be named
-    std::optional<std::size_t> offset{}; ///< in a binary drawing, in place of the line: of the group, from 0
+    std::size_t line = 0; ///< of the group code, counted from 1; 0 where no line can be named
+    std::optional<std::size_t>
+        offset{}; ///< in a binary file, in place of the line: of the group or record, from 0
     std::wstring reason;
     /// The drawing could not be read; else a record was kept as it stands and reading went on.
     bool isFatal = false;
@@ -55,10 +56,10 @@ struct ReadOptions {
 /// good for being deleted: it holds a part of the drawing.
 ///
 /// Statuses: eFileNotFound; eFileAccessErr (cannot be read, or is a directory); eNotApplicable
-/// (the host's own drawing file); eBadDxfSequence (damaged: a group without value, a section within a
-/// section, a record outside of a section ...); eEndOfFile (cut: the end mark is missing); eHandleInUse (two
-/// objects with one handle); eDuplicateKey (two blocks with one name); eCyclicReference (a block that
-/// contains itself); eOutOfMemory.
+/// (a binary drawing of an older form or with a password, or whose container is damaged throughout);
+/// eBadDxfSequence (damaged: a group without value, a section within a section, a record outside of a section
+/// ...); eEndOfFile (cut: the end mark is missing); eHandleInUse (two objects with one handle); eDuplicateKey
+/// (two blocks with one name); eCyclicReference (a block that contains itself); eOutOfMemory.
 ///
 /// A damaged record inside a sound drawing does not stop the reading: it is kept as it stands as an opaque
 /// entity or object, the report tells of it, and the status is eOk.

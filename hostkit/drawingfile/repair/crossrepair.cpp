@@ -58,9 +58,9 @@ std::size_t headEnd(const Groups& groups) {
 }
 
 bool isKnownForm(std::string_view name) {
-    constexpr std::string_view known[] = {"AC1.2",  "AC1.40", "AC1.50", "AC2.10", "AC2.21", "AC2.22", "AC1001",
-                                          "AC1002", "AC1003", "AC1004", "AC1006", "AC1009", "AC1012", "AC1014",
-                                          "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"};
+    constexpr std::string_view known[] = {
+        "AC1.2",  "AC1.40", "AC1.50", "AC2.10", "AC2.21", "AC2.22", "AC1001", "AC1002", "AC1003", "AC1004",
+        "AC1006", "AC1009", "AC1012", "AC1014", "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"};
     return std::find(std::begin(known), std::end(known), name) != std::end(known);
 }
 
@@ -71,14 +71,16 @@ std::wstring foldedName(std::string_view name) {
 }
 
 bool isForbidden(char sign) {
-    return static_cast<unsigned char>(sign) < ' ' || std::string_view("<>/\\\":;?*|,=`").find(sign) != std::string_view::npos;
+    return static_cast<unsigned char>(sign) < ' ' ||
+           std::string_view("<>/\\\":;?*|,=`").find(sign) != std::string_view::npos;
 }
 
 // A name that tables take: other signs for those that they do not, and no longer than they have room for.
 std::string allowedName(std::string_view name, bool isForeign) {
     std::string result;
     for (std::size_t i = 0; i < name.size(); ++i) {
-        const bool isEscape = name[i] == '\\' && i + 1 < name.size() && (name[i + 1] == 'U' || name[i + 1] == 'M');
+        const bool isEscape =
+            name[i] == '\\' && i + 1 < name.size() && (name[i + 1] == 'U' || name[i + 1] == 'M');
         const bool isAllowed =
             !isForbidden(name[i]) || isEscape || (i == 0 && name[i] == '*') || (name[i] == '|' && isForeign);
         result += isAllowed ? name[i] : '_';
@@ -124,7 +126,8 @@ void DrawingRepairing::setHandle(SalvagedRecord& record, std::uint64_t handle) {
     if (const std::size_t at = inHead(groups, code); at != nowhere)
         groups[at].value = handleText(handle);
     else
-        groups.insert(groups.begin() + (record.type == "TABLE" && !groups.empty() && groups[0].code == nameCode),
+        groups.insert(groups.begin() +
+                          (record.type == "TABLE" && !groups.empty() && groups[0].code == nameCode),
                       {code, handleText(handle)});
     m_text.setGroups(record, groups);
 }
@@ -136,7 +139,8 @@ void DrawingRepairing::setOwner(SalvagedRecord& record, std::uint64_t owner) {
     if (at != nowhere)
         groups[at].value = handleText(owner);
     else
-        groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(headEnd(groups)), {ownerCode, handleText(owner)});
+        groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(headEnd(groups)),
+                      {ownerCode, handleText(owner)});
     m_text.setGroups(record, groups);
 }
 
@@ -307,17 +311,21 @@ void DrawingRepairing::repairHeader(bool hasFaults) {
                 ++size;
             const bool isSound =
                 variable.size() >= 2 && (!isPoint || size > 2) && known.insert(name).second &&
-                std::all_of(variable.begin() + 1, variable.begin() + static_cast<std::ptrdiff_t>(std::min(size, variable.size())),
-                            [](const Group& each) { return isAuditValue(auditValueOf(each.code), each.value); });
+                std::all_of(
+                    variable.begin() + 1,
+                    variable.begin() + static_cast<std::ptrdiff_t>(std::min(size, variable.size())),
+                    [](const Group& each) { return isAuditValue(auditValueOf(each.code), each.value); });
             if (!isSound) {
                 note(RepairOutcome::kLost, nullptr,
-                     L"the header's " + AuditNames::charactersOf(name) + L", which has no value that it can have");
+                     L"the header's " + AuditNames::charactersOf(name) +
+                         L", which has no value that it can have");
                 continue;
             }
             variable.resize(size);
             bool isMissing = false;
             for (const Current& each : currents) {
-                if (each.variable != name || names(each.table).contains(foldedName(variable[1].value))) continue;
+                if (each.variable != name || names(each.table).contains(foldedName(variable[1].value)))
+                    continue;
                 variable[1].value = each.standing;
                 isMissing = each.isInTable && !names(each.table).contains(foldedName(each.standing));
             }
@@ -349,7 +357,8 @@ void DrawingRepairing::repairNames() {
             const std::string_view name = nameOf(each);
             const bool isForeign = name.find('|') != std::string_view::npos;
             std::string allowed = m_form.hasOwners ? allowedName(name, isForeign) : std::string(name);
-            if (name.empty() && table.name != "STYLE") allowed = "RECOVERED_" + std::string(handleText(handleOf(each)));
+            if (name.empty() && table.name != "STYLE")
+                allowed = "RECOVERED_" + std::string(handleText(handleOf(each)));
             if (allowed != name) nameAnew(each, allowed);
             if (allowed.empty() || names.insert(foldedName(allowed)).second || mayShare) continue;
             if (table.name == "BLOCK_RECORD") {
@@ -461,8 +470,9 @@ void DrawingRepairing::addBlock(std::string_view name, std::uint64_t owner) {
         return m_text.made(type, SalvagedPlace::kBlock, groups);
     };
     SalvagedBlock block;
-    block.begin = make("BLOCK", "AcDbBlockBegin",
-                       {{nameCode, name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {3, name}, {1, ""}});
+    block.begin =
+        make("BLOCK", "AcDbBlockBegin",
+             {{nameCode, name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {3, name}, {1, ""}});
     block.end = make("ENDBLK", "AcDbBlockEnd", {});
     m_text.blocks.push_back(std::move(block));
 }
@@ -477,7 +487,8 @@ void DrawingRepairing::addMissingBlock(std::string_view missing) {
         owner = handleOf(table.records.back());
     }
     addBlock(name, owner);
-    note(RepairOutcome::kRepaired, nullptr, L"the block " + AuditNames::charactersOf(name) + L" is there, empty");
+    note(RepairOutcome::kRepaired, nullptr,
+         L"the block " + AuditNames::charactersOf(name) + L" is there, empty");
 }
 
 // A space leads to the layout that leads to it.
@@ -591,7 +602,8 @@ void DrawingRepairing::repairObjectOwners() {
         const auto owner = records.find(ownerOf(each));
         const auto& held = holders[handle];
         const bool isThere = owner != records.end() && owner->first != 0;
-        const bool asksForHolder = isThere && (isDictionary(owner->second->type) || each.type == "DICTIONARY");
+        const bool asksForHolder =
+            isThere && (isDictionary(owner->second->type) || each.type == "DICTIONARY");
         const bool isHeld = isThere && std::find(held.begin(), held.end(), owner->first) != held.end();
         if (isThere && (isHeld || !asksForHolder) && !isInCircle(handle)) continue;
         if (!held.empty() && !(isThere && isHeld) && held.front() != handle) {
@@ -612,7 +624,8 @@ void DrawingRepairing::adopt(SalvagedRecord& object, const ByHandle& byHandle) {
         });
         const std::size_t at = inHead(groups, handleCodeOf(owner->second->type));
         if (!hasOne && at != nowhere) {
-            const Groups own = {{controlCode, "{ACAD_XDICTIONARY"}, {360, handleText(handleOf(object))}, {controlCode, "}"}};
+            const Groups own = {
+                {controlCode, "{ACAD_XDICTIONARY"}, {360, handleText(handleOf(object))}, {controlCode, "}"}};
             groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(at) + 1, own.begin(), own.end());
             return m_text.setGroups(*owner->second, groups);
         }
@@ -621,7 +634,8 @@ void DrawingRepairing::adopt(SalvagedRecord& object, const ByHandle& byHandle) {
     const std::string_view handle = handleText(handleOf(object));
     setOwner(object, handleOf(above));
     Groups groups = SalvagedText::groupsOf(above);
-    const auto end = std::find_if(groups.begin(), groups.end(), [](const Group& each) { return each.code >= 1000; });
+    const auto end =
+        std::find_if(groups.begin(), groups.end(), [](const Group& each) { return each.code >= 1000; });
     const Groups entry = {{3, m_text.kept("RECOVERED_" + std::string(handle))}, {350, handle}};
     groups.insert(end, entry.begin(), entry.end());
     m_text.setGroups(above, groups);

@@ -108,7 +108,8 @@ private:
     }
 
     void addEntries(const AcDbDatabase& database, const DictionaryOfKind& which) {
-        const auto* const root = DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
+        const auto* const root =
+            DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
         AcDbObjectId id;
         if (!root || root->getAt(which.key, id) != Acad::eOk) return;
         const auto* const dictionary = DatabaseAccess::objectOf<AcDbDictionary>(id);

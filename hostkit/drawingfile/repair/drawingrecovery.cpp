@@ -56,7 +56,8 @@ bool isWritten(const AcDbDatabase& database, std::string& text) {
     return writeDrawingToMemory(database, text, writing) == Acad::eOk;
 }
 
-std::unique_ptr<AcDbDatabase> recover(std::string_view bytes, std::wstring_view name, RecoveryReport& report) {
+std::unique_ptr<AcDbDatabase> recover(std::string_view bytes, std::wstring_view name,
+                                      RecoveryReport& report) {
     if (isHostsOwnForm(bytes))
         return fail(Acad::eNotApplicable, name, L"a drawing in the host's own form is not recovered", report);
     std::string text = repairDrawingText(bytes, report.repairs);

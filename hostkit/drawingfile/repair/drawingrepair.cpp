@@ -28,9 +28,8 @@ bool isDictionary(std::string_view type) { return type == "DICTIONARY" || type =
 } // namespace
 
 std::size_t RepairReport::count(RepairOutcome outcome) const {
-    return static_cast<std::size_t>(std::count_if(notes.begin(), notes.end(), [&](const RepairNote& each) {
-        return each.outcome == outcome;
-    }));
+    return static_cast<std::size_t>(std::count_if(
+        notes.begin(), notes.end(), [&](const RepairNote& each) { return each.outcome == outcome; }));
 }
 
 std::string repairDrawingText(std::string_view bytes, RepairReport& report) {
@@ -38,10 +37,12 @@ std::string repairDrawingText(std::string_view bytes, RepairReport& report) {
     std::string turned;
     if (isBinaryForm(bytes)) {
         if (const std::optional<FormFault> fault = textFromBinary(bytes, turned))
-            report.notes.push_back({RepairOutcome::kLost, 0, {},
-                                    L"behind byte " + std::to_wstring(fault->offset) +
-                                        L" of the binary form: " + fault->reason,
-                                    0});
+            report.notes.push_back(
+                {RepairOutcome::kLost,
+                 0,
+                 {},
+                 L"behind byte " + std::to_wstring(fault->offset) + L" of the binary form: " + fault->reason,
+                 0});
         bytes = turned;
     }
     const AuditReport found = auditDrawingText(bytes);
@@ -61,7 +62,8 @@ DrawingRepairing::DrawingRepairing(std::string_view bytes, RepairReport& report)
 std::string DrawingRepairing::run() {
     tellOfLosses();
     findForm();
-    m_text.forEach([&](const SalvagedRecord& each) { m_nextHandle = std::max(m_nextHandle, handleOf(each) + 1); });
+    m_text.forEach(
+        [&](const SalvagedRecord& each) { m_nextHandle = std::max(m_nextHandle, handleOf(each) + 1); });
     completeHeads();
     completeBlocks();
     dropSecondClasses();
@@ -85,7 +87,8 @@ void DrawingRepairing::note(RepairOutcome outcome, const SalvagedRecord* record,
                               record ? record->line : 0});
 }
 
-void DrawingRepairing::note(RepairOutcome outcome, const SalvagedRecord* record, const AuditFinding& finding) {
+void DrawingRepairing::note(RepairOutcome outcome, const SalvagedRecord* record,
+                            const AuditFinding& finding) {
     m_report.notes.push_back(
         {outcome, finding.handle, finding.type, finding.text, record ? record->line : 0});
 }
@@ -111,9 +114,9 @@ void DrawingRepairing::completeSequences(SalvagedRecords& records) {
     bool isEnded = true;
     for (SalvagedRecord& each : records) {
         if (each.isGone) continue;
-        const bool isOwned = !isEnded && owner < result.size() &&
-                             (each.type == "SEQEND" ||
-                              each.type == (result[owner].type == "POLYLINE" ? "VERTEX" : "ATTRIB"));
+        const bool isOwned =
+            !isEnded && owner < result.size() &&
+            (each.type == "SEQEND" || each.type == (result[owner].type == "POLYLINE" ? "VERTEX" : "ATTRIB"));
         if (each.isPart() && !isOwned) {
             note(RepairOutcome::kLost, &each, L"it belongs to no polyline and no insertion");
             continue;
@@ -152,7 +155,8 @@ void DrawingRepairing::endSequence(SalvagedRecords& records, std::size_t owner) 
         groups.erase(flag);
         m_text.setGroups(records[owner], groups);
         if (hasEnd) records.pop_back();
-        return note(RepairOutcome::kRepaired, &records[owner], L"it says that attributes follow, but none does");
+        return note(RepairOutcome::kRepaired, &records[owner],
+                    L"it says that attributes follow, but none does");
     }
     if (!isAnnounced && (!isPolyline || !m_form.hasMarks)) {
         if (flag != groups.end()) groups.erase(flag);
@@ -184,8 +188,9 @@ bool DrawingRepairing::repairRound(const AuditReport& found, const Stands& stand
     for (const AuditFinding& each : found.findings) {
         if (each.severity != AuditSeverity::kFault) continue;
         hasCheck[static_cast<std::size_t>(each.check)] = true;
-        const auto stand = std::upper_bound(stands.begin(), stands.end(), each.line,
-                                            [](std::size_t line, const auto& one) { return line < one.line; });
+        const auto stand =
+            std::upper_bound(stands.begin(), stands.end(), each.line,
+                             [](std::size_t line, const auto& one) { return line < one.line; });
         if (each.line != 0 && stand != stands.begin() && std::prev(stand)->record)
             places.emplace_back(static_cast<std::size_t>(stand - stands.begin() - 1), &each);
         else
@@ -261,7 +266,8 @@ bool DrawingRepairing::takeRemedy(Groups& groups, std::size_t place, const Audit
     if (finding.remedyCode == 0) return false;
     const auto isIt = [&](const SalvagedGroup& each) { return each.code == finding.remedyCode; };
     auto group = groups.end();
-    if (place < groups.size() && isIt(groups[place])) group = groups.begin() + static_cast<std::ptrdiff_t>(place);
+    if (place < groups.size() && isIt(groups[place]))
+        group = groups.begin() + static_cast<std::ptrdiff_t>(place);
     if (group == groups.end()) group = std::find_if(groups.begin(), groups.end(), isIt);
     if (group == groups.end()) return false;
     group->value = m_text.kept(std::to_string(finding.remedyValue));

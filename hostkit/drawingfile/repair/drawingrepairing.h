@@ -85,8 +85,8 @@ private:
     SalvagedText m_text;
     RepairReport& m_report;
     RepairForm m_form;
-    std::vector<std::string> m_applications; ///< to be registered
-    std::vector<std::string> m_missingBlocks; ///< to be made, empty
+    std::vector<std::string> m_applications;     ///< to be registered
+    std::vector<std::string> m_missingBlocks;    ///< to be made, empty
     std::unordered_set<std::uint64_t> m_handles; ///< those of the round's beginning
     std::uint64_t m_nextHandle = 1;
 };

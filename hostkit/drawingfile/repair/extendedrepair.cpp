@@ -35,7 +35,8 @@ std::string_view cut(std::string_view text) {
     while (size < text.size() && characters < mostText) {
         ++size;
         ++characters;
-        while (isUtf8 && size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) ++size;
+        while (isUtf8 && size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80)
+            ++size;
     }
     return text.substr(0, size);
 }
@@ -79,8 +80,8 @@ private:
     void beginApplication(const Group& group) {
         closeBraces();
         const AuditNames::Id name = m_names.idOf(group.value);
-        m_isPassedOver = group.value.empty() ||
-                         std::find(m_applications.begin(), m_applications.end(), name) != m_applications.end();
+        m_isPassedOver = group.value.empty() || std::find(m_applications.begin(), m_applications.end(),
+                                                          name) != m_applications.end();
         if (m_isPassedOver) return;
         m_applications.push_back(name);
         m_result.push_back(group);
@@ -103,7 +104,8 @@ private:
         const std::size_t first = m_at;
         bool isSound = isAuditValue(AuditValue::kReal, m_data[first].value);
         for (int step = 10; step <= 20; step += 10) {
-            const bool isThere = m_at + 1 < m_data.size() && m_data[m_at + 1].code == m_data[first].code + step;
+            const bool isThere =
+                m_at + 1 < m_data.size() && m_data[m_at + 1].code == m_data[first].code + step;
             if (isThere) ++m_at;
             isSound = isSound && isThere && isAuditValue(AuditValue::kReal, m_data[m_at].value);
         }

@@ -20,8 +20,8 @@ struct Naming {
 };
 
 // What a code names wherever it names something. Layer and linetype are those of every entity.
-constexpr Naming anyNaming[] = {{2, block | entry}, {3, dimStyle},     {6, linetype},
-                                {7, textStyle},     {8, layer},        {1, entry}};
+constexpr Naming anyNaming[] = {{2, block | entry}, {3, dimStyle}, {6, linetype},
+                                {7, textStyle},     {8, layer},    {1, entry}};
 
 // Kinds whose records are published, with what they name beside layer and linetype: `B` a block in group 2,
 // `D` a dimension style in group 3, `S` a text style in group 7, `E` an entry in group 2 or, of a variable of
@@ -31,30 +31,71 @@ struct KnownRecord {
     std::string_view names;
 };
 constexpr KnownRecord knownRecords[] = {
-    {"3DFACE", ""},     {"3DSOLID", ""},    {"ACAD_TABLE", "BS"},
-    {"ACDBDICTIONARYWDFLT", ""},            {"ACDBPLACEHOLDER", ""},
-    {"APPID", ""},      {"ARC", ""},        {"ARCALIGNEDTEXT", "S"},
-    {"ARC_DIMENSION", "BD"},                {"ATTDEF", "S"},
-    {"ATTRIB", "S"},    {"BLOCK", ""},      {"BLOCK_RECORD", ""},
-    {"BODY", ""},       {"CIRCLE", ""},     {"DICTIONARY", ""},
-    {"DICTIONARYVAR", "E"},                 {"DIMENSION", "BD"},
-    {"ELLIPSE", ""},    {"ENDBLK", ""},     {"GROUP", ""},
-    {"HATCH", ""},      {"HELIX", ""},      {"IMAGE", ""},
-    {"IMAGEDEF", ""},   {"INSERT", "B"},    {"LARGE_RADIAL_DIMENSION", "BD"},
-    {"LAYER", ""},      {"LAYOUT", ""},     {"LEADER", "D"},
-    {"LINE", ""},       {"LTYPE", ""},      {"LWPOLYLINE", ""},
-    {"MATERIAL", ""},   {"MESH", ""},       {"MLEADERSTYLE", ""},
-    {"MLINE", "E"},     {"MLINESTYLE", ""}, {"MTEXT", "S"},
-    {"MULTILEADER", ""},                    {"PLOTSETTINGS", ""},
-    {"POINT", ""},      {"POLYLINE", ""},   {"RAY", ""},
-    {"REGION", ""},     {"RTEXT", "S"},     {"SCALE", ""},
-    {"SEQEND", ""},     {"SHAPE", ""},      {"SOLID", ""},
-    {"SORTENTSTABLE", ""},                  {"SPLINE", ""},
-    {"STYLE", ""},      {"TABLESTYLE", "S"},                 {"TEXT", "S"},
-    {"TOLERANCE", "D"}, {"TRACE", ""},      {"UCS", ""},
-    {"VERTEX", ""},     {"VIEW", ""},       {"VIEWPORT", ""},
-    {"VISUALSTYLE", ""},                    {"VPORT", ""},
-    {"WIPEOUT", ""},    {"XLINE", ""},
+    {"3DFACE", ""},
+    {"3DSOLID", ""},
+    {"ACAD_TABLE", "BS"},
+    {"ACDBDICTIONARYWDFLT", ""},
+    {"ACDBPLACEHOLDER", ""},
+    {"APPID", ""},
+    {"ARC", ""},
+    {"ARCALIGNEDTEXT", "S"},
+    {"ARC_DIMENSION", "BD"},
+    {"ATTDEF", "S"},
+    {"ATTRIB", "S"},
+    {"BLOCK", ""},
+    {"BLOCK_RECORD", ""},
+    {"BODY", ""},
+    {"CIRCLE", ""},
+    {"DICTIONARY", ""},
+    {"DICTIONARYVAR", "E"},
+    {"DIMENSION", "BD"},
+    {"ELLIPSE", ""},
+    {"ENDBLK", ""},
+    {"GROUP", ""},
+    {"HATCH", ""},
+    {"HELIX", ""},
+    {"IMAGE", ""},
+    {"IMAGEDEF", ""},
+    {"INSERT", "B"},
+    {"LARGE_RADIAL_DIMENSION", "BD"},
+    {"LAYER", ""},
+    {"LAYOUT", ""},
+    {"LEADER", "D"},
+    {"LINE", ""},
+    {"LTYPE", ""},
+    {"LWPOLYLINE", ""},
+    {"MATERIAL", ""},
+    {"MESH", ""},
+    {"MLEADERSTYLE", ""},
+    {"MLINE", "E"},
+    {"MLINESTYLE", ""},
+    {"MTEXT", "S"},
+    {"MULTILEADER", ""},
+    {"PLOTSETTINGS", ""},
+    {"POINT", ""},
+    {"POLYLINE", ""},
+    {"RAY", ""},
+    {"REGION", ""},
+    {"RTEXT", "S"},
+    {"SCALE", ""},
+    {"SEQEND", ""},
+    {"SHAPE", ""},
+    {"SOLID", ""},
+    {"SORTENTSTABLE", ""},
+    {"SPLINE", ""},
+    {"STYLE", ""},
+    {"TABLESTYLE", "S"},
+    {"TEXT", "S"},
+    {"TOLERANCE", "D"},
+    {"TRACE", ""},
+    {"UCS", ""},
+    {"VERTEX", ""},
+    {"VIEW", ""},
+    {"VIEWPORT", ""},
+    {"VISUALSTYLE", ""},
+    {"VPORT", ""},
+    {"WIPEOUT", ""},
+    {"XLINE", ""},
 };
 
 // Names in the R12 form and from careless programs in later ones; a handle is no record's name.
@@ -82,9 +123,9 @@ NamedKinds in(const Namings& namings, int code) {
 }
 
 const KnownRecord* knownRecord(std::string_view name) {
-    const auto found = std::lower_bound(
-        std::begin(knownRecords), std::end(knownRecords), name,
-        [](const KnownRecord& each, std::string_view wanted) { return each.name < wanted; });
+    const auto found =
+        std::lower_bound(std::begin(knownRecords), std::end(knownRecords), name,
+                         [](const KnownRecord& each, std::string_view wanted) { return each.name < wanted; });
     return found != std::end(knownRecords) && found->name == name ? &*found : nullptr;
 }
 

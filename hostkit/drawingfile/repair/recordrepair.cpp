@@ -103,13 +103,14 @@ private:
         if (!groups[first].value.starts_with('{')) return;
         std::size_t end = first + 1;
         while (end < groups.size() && groups[end].code != controlCode && groups[end].code != markCode) ++end;
-        const bool isClosed = end < groups.size() && groups[end].code == controlCode && groups[end].value == "}";
+        const bool isClosed =
+            end < groups.size() && groups[end].code == controlCode && groups[end].value == "}";
         if (!isClosed) {
             end = first + 1;
             while (end < groups.size() && groups[end].code > ownerCode && groups[end].code < 370) ++end;
         }
-        Groups& into = m_current < 0 || !m_isMarked ? m_controls
-                                                    : m_parts[static_cast<std::size_t>(m_current)].groups;
+        Groups& into =
+            m_current < 0 || !m_isMarked ? m_controls : m_parts[static_cast<std::size_t>(m_current)].groups;
         for (std::size_t i = first; i < end; ++i)
             if (isValue(groups[i])) into.push_back(groups[i]);
         into.push_back({controlCode, "}"});
@@ -167,7 +168,8 @@ private:
         }
         if (isSound && (hasLength || rule.limit != AuditLimit::kNotZeroVector)) {
             const auto from = groups.begin() + static_cast<std::ptrdiff_t>(m_at);
-            part.groups.insert(part.groups.end(), from, from + static_cast<std::ptrdiff_t>(std::min(size, most)));
+            part.groups.insert(part.groups.end(), from,
+                               from + static_cast<std::ptrdiff_t>(std::min(size, most)));
             ++part.counts[placeOf(part, rule)];
         }
         m_at = end - 1;
@@ -280,9 +282,10 @@ std::size_t distanceOf(const std::vector<AuditMark>& variant, const Groups& grou
 }
 
 const std::vector<AuditMark>& nearestVariant(const AuditKind& kind, const Groups& groups) {
-    return *std::min_element(kind.variants.begin(), kind.variants.end(), [&](const auto& left, const auto& right) {
-        return distanceOf(left, groups) < distanceOf(right, groups);
-    });
+    return *std::min_element(kind.variants.begin(), kind.variants.end(),
+                             [&](const auto& left, const auto& right) {
+                                 return distanceOf(left, groups) < distanceOf(right, groups);
+                             });
 }
 
 // Kinds whose groups are their writers' affair: what is no group goes, and the mark that all have comes.
@@ -299,7 +302,8 @@ void repairFree(std::string_view mark, Groups& groups) {
         bool isInControl = false;
         for (; place != result.end(); ++place) {
             if (place->code == controlCode) isInControl = place->value.starts_with('{');
-            if (!isInControl && place->code != controlCode && place->code != 5 && place->code != ownerCode) break;
+            if (!isInControl && place->code != controlCode && place->code != 5 && place->code != ownerCode)
+                break;
         }
         result.insert(place, {markCode, mark});
     }
@@ -308,7 +312,8 @@ void repairFree(std::string_view mark, Groups& groups) {
 
 void dropStrayWeights(Groups& groups) {
     const auto countOf = [&](int code) {
-        return std::count_if(groups.begin(), groups.end(), [&](const Group& each) { return each.code == code; });
+        return std::count_if(groups.begin(), groups.end(),
+                             [&](const Group& each) { return each.code == code; });
     };
     if (countOf(41) != countOf(10)) std::erase_if(groups, [](const Group& each) { return each.code == 41; });
 }
@@ -329,7 +334,8 @@ bool repairGroups(const SalvagedRecord& record, const RepairForm& form, Salvaged
         repairFree("AcDbXrecord", groups);
     } else if (form.hasMarks || !kind->isAnyAllowed) {
         const bool isMarked = form.hasMarks;
-        if (!PartedRecord(record.type, *kind, nearestVariant(*kind, groups), isMarked).run(groups)) return false;
+        if (!PartedRecord(record.type, *kind, nearestVariant(*kind, groups), isMarked).run(groups))
+            return false;
         if (record.type == "SPLINE") dropStrayWeights(groups);
     } else {
         repairFree("", groups);

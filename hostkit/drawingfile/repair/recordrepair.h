@@ -8,7 +8,7 @@ namespace hostkit {
 
 /// What the drawing says that its records are read by.
 struct RepairForm {
-    bool hasMarks = true;  ///< class marks, and a handle for each object
+    bool hasMarks = true; ///< class marks, and a handle for each object
     bool hasOwners = true;
 };
 

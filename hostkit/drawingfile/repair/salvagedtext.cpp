@@ -122,7 +122,8 @@ private:
     // Neither are values; but what has letters where a number belongs is likely another line.
     static bool isPlausibleValue(int code, std::string_view value) {
         return isAuditValue(auditValueOf(code), value) || trimmed(value).empty() ||
-               codeOf(value).has_value() || isAuditValue(AuditValue::kReal, value) || !isRecordName(trimmed(value));
+               codeOf(value).has_value() || isAuditValue(AuditValue::kReal, value) ||
+               !isRecordName(trimmed(value));
     }
 
     std::string_view line(std::size_t at) const {
@@ -217,11 +218,11 @@ private:
         for (std::size_t at = from; at + 1 < m_lines.size(); ++at) {
             const std::optional<int> code = codeOf(line(at));
             if (code == 0 && isRecordName(line(at + 1))) return void(m_at = at);
-            if (code == nameCode && isOneOf(sectionNames, line(at + 1)) && (m_section.empty() || !hasRecord()))
+            if (code == nameCode && isOneOf(sectionNames, line(at + 1)) &&
+                (m_section.empty() || !hasRecord()))
                 return beginSectionWithoutMark(at);
             const bool isInHeader = m_section == "HEADER" || (m_section.empty() && !hasRecord());
-            if (code == variableCode && line(at + 1).starts_with('$') && isInHeader)
-                return goOnInHeader(at);
+            if (code == variableCode && line(at + 1).starts_with('$') && isInHeader) return goOnInHeader(at);
         }
         m_at = m_lines.size();
     }
@@ -269,7 +270,8 @@ private:
     }
 
     void leaveSection() {
-        if (m_section == "OTHER") m_drawing.otherSections.push_back(m_drawing.kept(std::move(m_other) + frame(0, "ENDSEC")));
+        if (m_section == "OTHER")
+            m_drawing.otherSections.push_back(m_drawing.kept(std::move(m_other) + frame(0, "ENDSEC")));
         m_other.clear();
         m_section = {};
         m_block = nullptr;
@@ -400,8 +402,8 @@ private:
     SalvagedText& m_drawing;
     std::vector<Line> m_lines;
     std::size_t m_at = 0;
-    std::size_t m_recordAt = 0;  ///< the line of the present record's group 0
-    std::string m_other; ///< the section that is not known, so far
+    std::size_t m_recordAt = 0; ///< the line of the present record's group 0
+    std::string m_other;        ///< the section that is not known, so far
     std::string_view m_type;
     SalvagedGroups m_groups;
     std::string_view m_section;

@@ -108,8 +108,7 @@ void UseGraph::lookAtRecord(const AcDbObject& object, std::string_view bytes, So
     }
 }
 
-void UseGraph::lookAtGroup(const AcDbObject& object, const RecordGroup& group,
-                           std::string_view application) {
+void UseGraph::lookAtGroup(const AcDbObject& object, const RecordGroup& group, std::string_view application) {
     if (refers(group.code)) useHandle(object, handleFromText(group.value).value_or(0));
     const NamedKinds kinds = group.code >= firstExtendedCode ? namedByExtendedData(application, group.code)
                                                              : namedBy(m_record.name(), group.code);

@@ -25,8 +25,8 @@ class ObjectWriting;
 /// One of the objects whose uses are asked for.
 struct UseCandidate {
     AcDbObjectId id;
-    NamedKind kind;    ///< what the candidate's name stands for
-    std::wstring name; ///< by which records and the header may refer to it
+    NamedKind kind;      ///< what the candidate's name stands for
+    std::wstring name;   ///< by which records and the header may refer to it
     bool isUsed = false; ///< whatever refers to it: also true where it counts as used for what it holds
 };
 

@@ -1,5 +1,5 @@
-// Drawing output: the exchange format from R12 to 2018, text and binary; leaves out the host's own drawing
-// file.
+// Drawing output: the exchange format from R12 to 2018, text and binary, and binary drawings from 2000 to
+// 2018; leaves out the form 2007 of these.
 #pragma once
 
 #include "acadstrc.h"

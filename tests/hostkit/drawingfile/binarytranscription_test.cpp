@@ -78,13 +78,12 @@ struct Transcribed {
         std::string digits;
         appendHandle(handle, digits);
         const std::wstring named = L"record " + wide(digits);
-        return std::any_of(drawing.container.faults.begin(), drawing.container.faults.end(),
-                           [&](const BinaryFault& fault) {
-                               const std::size_t at = fault.reason.find(named);
-                               return at != std::wstring::npos &&
-                                      !std::iswxdigit(static_cast<std::wint_t>(
-                                          (fault.reason + L" ")[at + named.size()]));
-                           });
+        return std::any_of(
+            drawing.container.faults.begin(), drawing.container.faults.end(), [&](const BinaryFault& fault) {
+                const std::size_t at = fault.reason.find(named);
+                return at != std::wstring::npos &&
+                       !std::iswxdigit(static_cast<std::wint_t>((fault.reason + L" ")[at + named.size()]));
+            });
     }
     [[nodiscard]] std::uint64_t first(std::string_view name) const {
         for (const auto& [handle, own] : records())
@@ -104,7 +103,8 @@ BinaryContainer changed(const BinaryContainer& original, std::uint64_t handle,
                                     [&](const ObjectPlace& one) { return one.handle == handle; });
     RecordReading reading(original, classes);
     RecordFields fields, asWas;
-    EXPECT_TRUE(place != places.end() && reading.read(place->offset, fields) && reading.read(place->offset, asWas));
+    EXPECT_TRUE(place != places.end() && reading.read(place->offset, fields) &&
+                reading.read(place->offset, asWas));
     change(fields);
     RecordEncoding encoding(original.version);
     encoding.setOriginal(&reading, &asWas);
@@ -153,7 +153,8 @@ TEST(BinaryTranscription, noRecordIsLostWithoutAWord) {
                 EXPECT_TRUE(after.tells(handle)) << int(version) << " without " << std::hex
                                                  << places[i].handle << ": " << handle << " " << name;
             }
-            EXPECT_EQ(binarydrawinginvariants::faultOf(bytesOf(binarydrawinginvariants::sectionsText(damaged))), "")
+            EXPECT_EQ(
+                binarydrawinginvariants::faultOf(bytesOf(binarydrawinginvariants::sectionsText(damaged))), "")
                 << int(version) << " without " << std::hex << places[i].handle;
         }
         EXPECT_LT(lost, places.size()) << "what hangs on a missing record costs too much";
@@ -200,7 +201,8 @@ TEST(BinaryTranscription, whatIsNamedTwiceStandsOnce) {
         std::vector<std::uint64_t> handles = twice.handles();
         std::sort(handles.begin(), handles.end());
         EXPECT_EQ(std::adjacent_find(handles.begin(), handles.end()), handles.end());
-        EXPECT_EQ(handles.size(), whole.handles().size()) << "what no list names any more is at the block's end";
+        EXPECT_EQ(handles.size(), whole.handles().size())
+            << "what no list names any more is at the block's end";
         EXPECT_TRUE(twice.tells(named) && twice.tells(insert));
     }
 }
@@ -249,8 +251,11 @@ TEST(BinaryTranscription, damageIsToldWithItsAddress) {
     ReadReport report;
     ASSERT_TRUE(openDrawingFromMemory(damaged, L"plan.dwg", &report, drawingtest::quietReading));
     ASSERT_FALSE(report.problems.empty());
-    EXPECT_EQ(report.messageOf(report.problems[0]).find(L"plan.dwg: byte " + std::to_wstring(line->offset) + L": "), 0U);
-    EXPECT_FALSE(openDrawingFromMemory(drawing.substr(0, 60), L"plan.dwg", &report, drawingtest::quietReading));
+    EXPECT_EQ(
+        report.messageOf(report.problems[0]).find(L"plan.dwg: byte " + std::to_wstring(line->offset) + L": "),
+        0U);
+    EXPECT_FALSE(
+        openDrawingFromMemory(drawing.substr(0, 60), L"plan.dwg", &report, drawingtest::quietReading));
     EXPECT_TRUE(report.status == Acad::eNotApplicable && !report.fatalMessage().empty());
 }
 
@@ -263,8 +268,9 @@ TEST(BinaryTranscription, anyDamageLeavesADrawingOrAReason) {
         for (int round = 0; round < 60; ++round) {
             std::string bytes = round % 6 ? sections : file;
             for (std::size_t left = 1 + random() % 12; left > 0; --left)
-                bytes[10 + random() % (bytes.size() - 10)] =
-                    static_cast<char>(random() % 4 ? random() : left % 2 ? 0 : 0xFF);
+                bytes[10 + random() % (bytes.size() - 10)] = static_cast<char>(random() % 4 ? random()
+                                                                               : left % 2   ? 0
+                                                                                            : 0xFF);
             if (round % 10 == 9) bytes.resize(random() % bytes.size());
             EXPECT_EQ(binarydrawinginvariants::faultOf(bytesOf(bytes)), "") << int(version) << " " << round;
         }
@@ -314,7 +320,8 @@ protected:
         numbers({0, 0, 0, 0, 2});
         text(std::string_view("AcDb_Thumbnail_Schema\0AcDb3DSolid_ASM_Data\0", 43));
         segment("segidx");
-        for (const std::size_t number : {5U, 3U, 4U, 0U, 1U, 2U}) { // by their numbers: 0 index, 1 data, 2 names
+        for (const std::size_t number :
+             {5U, 3U, 4U, 0U, 1U, 2U}) { // by their numbers: 0 index, 1 data, 2 names
             this->number(m_segments[number], 8);
             this->number(m_bytes.size() + 4 - m_segments[number], 4);
         }
@@ -330,9 +337,12 @@ protected:
 TEST_F(DataStore, givesDataByHandleAndKind) {
     const std::vector<StoredData> all = readDataStore(m_container);
     ASSERT_EQ(all.size(), 2U);
-    const auto textOf = [](const StoredData& data) { return std::string(data.bytes.begin(), data.bytes.end()); };
+    const auto textOf = [](const StoredData& data) {
+        return std::string(data.bytes.begin(), data.bytes.end());
+    };
     EXPECT_TRUE(all[0].handle == 0xAB && all[0].kind == "AcDb_Thumbnail_Schema" && textOf(all[0]) == "ABC");
-    EXPECT_TRUE(all[1].handle == 0xCD && all[1].kind == "AcDb3DSolid_ASM_Data" && textOf(all[1]) == "pages 2");
+    EXPECT_TRUE(all[1].handle == 0xCD && all[1].kind == "AcDb3DSolid_ASM_Data" &&
+                textOf(all[1]) == "pages 2");
     EXPECT_TRUE(m_container.faults.empty());
 }
 

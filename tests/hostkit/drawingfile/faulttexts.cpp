@@ -69,8 +69,8 @@ std::string changedText(const std::string& sound, const std::string& record, con
     return text;
 }
 
-std::size_t forEachFault(
-    const std::function<void(const std::string& sound, const std::string& fault)>& check) {
+std::size_t
+forEachFault(const std::function<void(const std::string& sound, const std::string& fault)>& check) {
     std::istringstream lines(contentOf("faults.txt"));
     std::string sound;
     std::size_t count = 0;

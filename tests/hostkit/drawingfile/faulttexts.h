@@ -1,4 +1,5 @@
-// Drawings as texts that a person can read, in the folder audit, and the single faults that are put into them.
+// Drawings as texts that a person can read, in the folder audit, and the single faults that are put into
+// them.
 #pragma once
 
 #include <functional>
@@ -21,7 +22,7 @@ std::vector<std::string> split(const std::string& text, const std::string& separ
 /// "GROUPS -> OTHER GROUPS", in or behind the record; ` // ` parts records.
 std::string changedText(const std::string& sound, const std::string& record, const std::string& change);
 /// Calls it for each line of faults.txt, with the text that the fault goes into; gives their number.
-std::size_t forEachFault(
-    const std::function<void(const std::string& sound, const std::string& fault)>& check);
+std::size_t
+forEachFault(const std::function<void(const std::string& sound, const std::string& fault)>& check);
 
 } // namespace drawingtest

@@ -1,7 +1,7 @@
 // Purging: each way to refer to something keeps it, by a table; what is erased is named by nothing that is
 // left, and undo gives the same bytes back.
-#include "drawingpurge.h"
 #include "drawingfiles.h"
+#include "drawingpurge.h"
 #include "faulttexts.h"
 
 #include "dbaccess.h"
@@ -24,14 +24,17 @@ std::string withUnused() {
         text.insert(beginOf(text, before), records);
     };
     const std::string record = "100=AcDbSymbolTableRecord ";
-    add("5=4", "0=LTYPE 5=A2 330=3 " + record + "100=AcDbLinetypeTableRecord 2=X 70=0 3= 72=65 73=0 40=0.0\n"
-               "0=LTYPE 5=A8 330=3 " + record + "100=AcDbLinetypeTableRecord 2=Y 70=0 3= 72=65 73=0 40=0.0\n");
+    add("5=4", "0=LTYPE 5=A2 330=3 " + record +
+                   "100=AcDbLinetypeTableRecord 2=X 70=0 3= 72=65 73=0 40=0.0\n"
+                   "0=LTYPE 5=A8 330=3 " +
+                   record + "100=AcDbLinetypeTableRecord 2=Y 70=0 3= 72=65 73=0 40=0.0\n");
     add("5=9", "0=LAYER 5=A1 102={ACAD_XDICTIONARY 360=A9 102=} 330=8 " + record +
                    "100=AcDbLayerTableRecord 2=X 70=0 62=7 6=Continuous\n");
     add("5=C", "0=STYLE 5=A3 330=B " + record + "100=AcDbTextStyleTableRecord 2=X 70=0 40=0.0 3=txt 4=\n");
     add("5=11", "0=APPID 5=A6 330=10 " + record + "100=AcDbRegAppTableRecord 2=X 70=0\n");
     add("105=14", "0=DIMSTYLE 105=A4 330=13 " + record + "100=AcDbDimStyleTableRecord 2=X 70=0\n");
-    for (const auto& [name, handle, other] : {std::tuple{"X", "A5", ""}, {"C1", "B5", "C2"}, {"C2", "C5", "C1"}}) {
+    for (const auto& [name, handle, other] :
+         {std::tuple{"X", "A5", ""}, {"C1", "B5", "C2"}, {"C2", "C5", "C1"}}) {
         const std::string owner = std::string(" 330=") + handle + " 100=AcDbEntity 8=0 100=";
         const std::string own = std::string("0=") + handle[0] + "F";
         add("5=1F", std::string("0=BLOCK_RECORD 5=") + handle + " 330=15 " + record +
@@ -70,9 +73,9 @@ std::set<std::string> unusedIn(const std::string& text) {
     return namesOf(unused);
 }
 
-const std::set<std::string> allUnused = {"layer X",       "linetype X", "linetype Y", "text style X",
-                                         "dimension style X", "block C1",   "block C2",   "block X",
-                                         "application X", "group X",    "multiline style X"};
+const std::set<std::string> allUnused = {
+    "layer X",  "linetype X", "linetype Y",    "text style X", "dimension style X", "block C1",
+    "block C2", "block X",    "application X", "group X",      "multiline style X"};
 
 struct Use {
     const char* record;
@@ -87,8 +90,14 @@ const Use uses[] = {
     {"5=50", "7=STANDARD -> 7=X", {"text style X"}},
     {"5=4A", "2=NUMBER -> 2=X", {}},
     {"5=4A", "70=0 -> 70=0 7=X", {"text style X"}},
-    {"5=56", "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=X 10=0.0 20=0.0 30=0.0", {"block X"}},
-    {"5=56", "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=C1 10=0.0 20=0.0 30=0.0", {"block C1", "block C2"}},
+    {"5=56",
+     "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=X 10=0.0 20=0.0 "
+     "30=0.0",
+     {"block X"}},
+    {"5=56",
+     "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=C1 10=0.0 20=0.0 "
+     "30=0.0",
+     {"block C1", "block C2"}},
     {"5=52", "3=Standard -> 3=X", {"dimension style X"}},
     {"5=53", "3=Standard -> 3=X", {"dimension style X"}},
     {"5=48", "340=63 -> 340=A7", {"multiline style X"}},
@@ -103,7 +112,8 @@ const Use uses[] = {
     {"5=41", "5=41 -> 5=41 102={ACAD_REACTORS 330=A1 102=}", {}},
     {"5=41", "5=41 -> 5=41 102={X 340=A3 102=}", {"text style X"}},
     {"5=54", "0=POINT -> 0=FOREIGN", {}},
-    {"5=54", "0=POINT 5=54 330=1F 100=AcDbEntity 8=0 -> 0=FOREIGN 5=54 330=1F 100=AcDbEntity 8=0 100=Foreign 3=X 7=X",
+    {"5=54",
+     "0=POINT 5=54 330=1F 100=AcDbEntity 8=0 -> 0=FOREIGN 5=54 330=1F 100=AcDbEntity 8=0 100=Foreign 3=X 7=X",
      {"dimension style X", "text style X"}},
     {".", "9=$CLAYER 8=0 -> 9=$CLAYER 8=X", {"layer X", "linetype Y"}},
     {".", "9=$LTSCALE -> 9=$DIMBLK 1=X 9=$CMLSTYLE 2=X 9=$LTSCALE", {"block X", "multiline style X"}},
@@ -180,7 +190,8 @@ std::set<std::string> handlesIn(const std::string& bytes, bool own) {
     for (RawGroup group; scanner.next(group) == ScanResult::kGroup;) {
         if (group.code == 102) isInReactors = group.value.starts_with("{ACAD_REACTORS");
         const bool isOwn = group.code == 5 || group.code == 105;
-        const bool refers = (group.code >= 330 && group.code < 370) || group.code == 390 || group.code == 1005;
+        const bool refers =
+            (group.code >= 330 && group.code < 370) || group.code == 390 || group.code == 1005;
         if (own ? isOwn : refers && !isInReactors) handles.emplace(group.value);
     }
     return handles;

@@ -1,8 +1,8 @@
 // Repair: each single fault that the check knows is gone afterwards, and nothing else of the drawing is.
+#include "dbdatabase.h"
 #include "drawingaudit.h"
 #include "drawingfiles.h"
 #include "drawingrepair.h"
-#include "dbdatabase.h"
 #include "faulttexts.h"
 
 #include <algorithm>

@@ -23,11 +23,29 @@ Word updated(const std::array<Word, 256>& table, Word value, std::span<const std
     return value;
 }
 
+/// What a byte adds to the sum that so many bytes follow.
+constexpr std::size_t stride = 8;
+constexpr auto tables16 = [] {
+    std::array<std::array<std::uint16_t, 256>, stride> tables{};
+    tables[0] = tableOf<std::uint16_t>(0xA001);
+    for (std::size_t following = 1; following < stride; ++following)
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            const std::uint16_t before = tables[following - 1][byte];
+            tables[following][byte] = static_cast<std::uint16_t>((before >> 8) ^ tables[0][before & 0xFF]);
+        }
+    return tables;
+}();
+
 } // namespace
 
 std::uint16_t checksum16(std::span<const std::uint8_t> bytes, std::uint16_t start) {
-    static constexpr auto table = tableOf<std::uint16_t>(0xA001);
-    return updated(table, start, bytes);
+    std::uint16_t value = start;
+    for (; bytes.size() >= stride; bytes = bytes.subspan(stride)) {
+        std::uint16_t sum = tables16[7][bytes[0] ^ (value & 0xFF)] ^ tables16[6][bytes[1] ^ (value >> 8)];
+        for (std::size_t i = 2; i < stride; ++i) sum ^= tables16[stride - 1 - i][bytes[i]];
+        value = sum;
+    }
+    return updated(tables16[0], value, bytes);
 }
 
 std::uint32_t pageChecksum(std::span<const std::uint8_t> bytes, std::uint32_t start) {
