@@ -80,7 +80,11 @@ TEST(NewBinaryRecords, groupsComeBackThatNoDrawingAtHandHas) {
                                       "340 11|46 1.0|50 0.0|44 0.0|45 0.0|9 GAS|49 -0.5|74 2|75 0|340 11|46 1.0|50 0.0|"
                                       "44 0.0|45 0.0|9 OIL";
     std::string lines = "100 AcDbMlineStyle|2 C|70 1858|3 |62 256|51 90.0|52 45.0|71 0";
-    const std::vector<Record> records{{DrawingVersion::k2000, "LAYER", layer.c_str()},
+    const std::string field = "100 AcDbField|1 _text|2 code|90 0|97 0|91 63|92 0|94 9|95 2|96 0|300 |93 1|6 KEY|93 2|90 1|91 7|94 0|"
+                              "300 |302 |304 ACVALUE_END|7 ACFD_FIELD_VALUE|93 2|90 4|2 " +
+                              std::string(250, 'a') + "|1 rest|94 0|300 |302 |304 ACVALUE_END|301 shown|98 5";
+    const std::vector<Record> records{{DrawingVersion::k2010, "FIELD", field.c_str()},
+                                      {DrawingVersion::k2000, "LAYER", layer.c_str()},
                                       {DrawingVersion::k2018, "LTYPE", texts.c_str()},
                                       {DrawingVersion::k2004, "LTYPE", texts.c_str()},
                                       {DrawingVersion::k2004, "MLINESTYLE", lines.c_str()},
