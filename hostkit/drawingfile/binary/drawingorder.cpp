@@ -413,7 +413,7 @@ private:
             if (const RecordValue* const book = m_fields.values.find(static_cast<std::uint16_t>(slot + 2)))
                 name = m_reading.text(*book) + '$';
             if (const RecordValue* const text = m_fields.values.find(static_cast<std::uint16_t>(slot + 1)))
-                m_order.names.add("DBCOLOR", name + m_reading.text(*text), m_fields.handle);
+                m_order.names.add("COLOR", name + m_reading.text(*text), m_fields.handle);
         }
     }
 

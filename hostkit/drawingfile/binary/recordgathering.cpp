@@ -828,7 +828,7 @@ private:
                 color.hasValue = true;
                 color.value = trueColor | (static_cast<std::uint32_t>(numberOf(*exact)) & 0xFFFFFF);
             }
-            if (const std::uint64_t book = name ? nameTarget("DBCOLOR", name->value) : 0) {
+            if (const std::uint64_t book = name ? nameTarget("COLOR", name->value) : 0) {
                 color.isOfBook = true;
                 link("colorbook", book);
             }
