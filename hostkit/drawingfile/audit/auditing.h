@@ -12,6 +12,7 @@
 #include <map>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -83,7 +84,7 @@ public:
     template <class... Pieces>
     void tell(AuditCheck check, AuditSeverity severity, const AuditRecord* record, std::uint32_t line,
               const Pieces&... pieces) {
-        m_isLastListed = count(check, severity);
+        m_isLastListed = !(record && m_passedOver.contains(record->handle)) && count(check, severity);
         if (!m_isLastListed) return;
         std::wstring text;
         (appendWords(text, pieces), ...);
@@ -95,6 +96,8 @@ public:
         m_report.findings.back().remedyCode = static_cast<short>(code);
         m_report.findings.back().remedyValue = value;
     }
+    /// Nothing is said of the content of this record: it is not in the text.
+    void passOver(AcDbHandleValue handle) { m_passedOver.insert(handle); }
     AuditReport take();
     void countObject() { ++m_report.objects; }
 
@@ -103,6 +106,7 @@ private:
     void add(AuditCheck check, AuditSeverity severity, const AuditRecord* record, std::uint32_t line,
              std::wstring text);
 
+    std::unordered_set<AcDbHandleValue> m_passedOver;
     std::size_t m_limit;
     AuditReport m_report;
     std::array<std::size_t, auditCheckCount * 2> m_listed{};

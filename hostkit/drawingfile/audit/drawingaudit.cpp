@@ -2,6 +2,7 @@
 
 #include "auditwalk.h"
 #include "binaryform.h"
+#include "binarytranscription.h"
 #include "drawingwriter.h"
 #include "textencoding.h"
 
@@ -104,10 +105,35 @@ std::pair<std::size_t, std::size_t> AuditContent::partOf(std::string_view mark) 
 
 // The run.
 
+namespace {
+
+ByteSpan bytesOf(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+/// False where nothing can be made of the drawing. Its records that have no groups are passed over.
+bool transcribe(std::string_view bytes, std::string& text, TranscribedDrawing& drawing,
+                AuditFindings& findings) {
+    const bool isOpen = textFromDrawing(bytesOf(bytes), text, drawing);
+    for (const BinaryFault& fault : drawing.container.faults)
+        findings.fault(AuditCheck::kStructure, nullptr, 0, L"byte ", fault.offset,
+                       fault.section.empty() ? L"" : L" of the section ", std::string_view(fault.section),
+                       L": ", std::wstring_view(fault.reason));
+    for (const TranscribedRecord& record : drawing.records)
+        if (record.isOpaque) findings.passOver(record.handle);
+    return isOpen;
+}
+
+} // namespace
+
 AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit) {
     AuditRun run{{}, AuditFindings(findingLimit)};
     std::string turned;
-    if (isBinaryForm(bytes)) {
+    TranscribedDrawing drawing;
+    if (isBinaryDrawing(bytesOf(bytes))) {
+        if (!transcribe(bytes, turned, drawing, run.findings)) return run.findings.take();
+        bytes = turned;
+    } else if (isBinaryForm(bytes)) {
         if (const std::optional<FormFault> fault = textFromBinary(bytes, turned)) {
             run.findings.fault(AuditCheck::kStructure, nullptr, 0, L"byte ", fault->offset,
                                L" of the binary form: ", std::wstring_view(fault->reason));

@@ -63,8 +63,11 @@ struct AuditReport {
 /// Checks the text of a drawing, whole or not: what the reader would refuse is found like everything else.
 /// The check reads the lines itself and has its own rules, none of those of the reader and the writer. Where
 /// a group's code is no number, or a value is missing, nothing behind it is looked at, and nothing is said of
-/// what the rest might have held. A binary drawing is checked as the text that its groups make, whose lines
-/// are told. Time and memory are linear in the text.
+/// what the rest might have held. A drawing of the binary exchange form is checked as the text that its
+/// groups make, whose lines are told; a binary drawing as the text that is made of its records, and what was
+/// found in making it (checksums, maps, sections, records that end too early, lists that lead to nothing) is
+/// a fault with its byte. Nothing is said of the content of records that have no groups in that text. Time
+/// and memory are linear in the text.
 AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit = 100);
 
 /// Checks the text as which the drawing would be saved now, in the form that it was read in; of a drawing

@@ -36,7 +36,7 @@ bool isDigit(std::uint8_t byte) { return byte >= '0' && byte <= '9'; }
 } // namespace
 
 bool isBinaryDrawing(ByteSpan file) {
-    return file.size() >= 16 && file[0] == 'A' && file[1] == 'C' && isDigit(file[2]) && isDigit(file[3]) &&
+    return file.size() >= 7 && file[0] == 'A' && file[1] == 'C' && isDigit(file[2]) && isDigit(file[3]) &&
            isDigit(file[4]) && isDigit(file[5]) && file[6] == 0;
 }
 
@@ -47,7 +47,7 @@ bool openContainer(ByteSpan file, BinaryContainer& container) {
         container.addFault(0, {}, L"it is no binary drawing");
         return false;
     }
-    container.maintenance = file[0x0B];
+    container.maintenance = static_cast<unsigned>(littleEndian(file, 0x0B, 1));
     container.writer = static_cast<unsigned>(littleEndian(file, 0x11, 1));
     container.writerMaintenance = static_cast<unsigned>(littleEndian(file, 0x12, 1));
     container.codePage = static_cast<unsigned>(littleEndian(file, 0x13, 2));

@@ -2,6 +2,7 @@
 // the records of their text twins.
 #include "binarydrawinginvariants.h"
 #include "datastore.h"
+#include "drawingaudit.h"
 #include "drawingfiles.h"
 #include "drawingorder.h"
 #include "drawingparts.h"
@@ -31,6 +32,11 @@ constexpr const char* objectsName = "AcDb:AcDbObjects";
 
 ByteSpan bytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 std::string binaryDrawing(const AcDbDatabase& database, DrawingVersion version) {
@@ -254,6 +260,11 @@ TEST(BinaryTranscription, damageIsToldWithItsAddress) {
     EXPECT_EQ(
         report.messageOf(report.problems[0]).find(L"plan.dwg: byte " + std::to_wstring(line->offset) + L": "),
         0U);
+    EXPECT_EQ(auditDrawingText(drawing).faultCount(), 0U);
+    const AuditReport audit = auditDrawingText(damaged);
+    ASSERT_FALSE(audit.findings.empty());
+    EXPECT_EQ(audit.findings[0].text.find(L"byte " + std::to_wstring(line->offset) + L" of the section "),
+              0U);
     EXPECT_FALSE(
         openDrawingFromMemory(drawing.substr(0, 60), L"plan.dwg", &report, drawingtest::quietReading));
     EXPECT_TRUE(report.status == Acad::eNotApplicable && !report.fatalMessage().empty());
@@ -275,6 +286,18 @@ TEST(BinaryTranscription, anyDamageLeavesADrawingOrAReason) {
             EXPECT_EQ(binarydrawinginvariants::faultOf(bytesOf(bytes)), "") << int(version) << " " << round;
         }
     }
+}
+
+TEST(BinaryTranscription, whatTheFuzzerStartsFromHoldsToo) {
+    std::size_t opened = 0;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(VEXO_SOURCE_DIR "/fuzz/corpus/binarydrawing")) {
+        bool hasOpened = false;
+        EXPECT_EQ(binarydrawinginvariants::faultOf(bytesOf(contentOf(entry.path())), &hasOpened), "")
+            << entry.path();
+        opened += hasOpened;
+    }
+    EXPECT_GE(opened, 7U);
 }
 
 // Written by hand: an index of segments, one of data, one of schemas with their names, a record whose data
@@ -380,11 +403,6 @@ std::vector<std::string> outlineOf(std::string_view text) {
     outline.erase(outline.begin(), begin);
     std::erase_if(outline, [](const std::string& name) { return name == "APPID"; });
     return outline;
-}
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 TEST(BinaryTranscription, hasTheRecordsOfTheTwinsInTheirOrder) {

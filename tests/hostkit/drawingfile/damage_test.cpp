@@ -44,6 +44,7 @@ TEST(Damage, aDrawingThatCannotBeReadGivesStatusAndLine) {
          Acad::eNotApplicable, 0},
         {"binary drawing of a form that nobody knows", std::string("AC1099") + std::string(300, '\0'),
          Acad::eNotApplicable, 0},
+        {"binary drawing that is cut", std::string("AC1027\0\0\0", 9), Acad::eNotApplicable, 0},
         {"binary form without groups", std::string("XXXXXXX Binary DXF\r\n\x1a\0", 22), Acad::eEndOfFile, 0},
         {"no end mark", section("ENTITIES", line()), Acad::eEndOfFile, 19},
         {"cut in a section", group(0, "SECTION") + group(2, "ENTITIES") + line(), Acad::eEndOfFile, 17},
