@@ -6,8 +6,10 @@
 #include "commandoutput.h"
 #include "consoletext.h"
 #include "drawingaudit.h"
+#include "drawingfix.h"
 #include "host.h"
 #include "modulecommand.h"
+#include "repairoutput.h"
 #include "systempath.h"
 #include "textencoding.h"
 
@@ -63,23 +65,26 @@ std::string asJson(const hostkit::AuditReport& report) {
     return json + "]}";
 }
 
-/// What the answers ask for: a file that need not be one that can be opened, or the drawing; and the form.
+/// What the answers ask for: a file that need not be one that can be opened, or the drawing; the form; and
+/// whether the drawing's faults are repaired.
 struct AuditRequest {
     CString file;
+    bool fixes = false;
     ReportForm form = ReportForm::table;
 };
 
 std::optional<AuditRequest> readRequest() {
     AuditRequest request;
     CString word;
-    acedInitGet(0, L"Of Table Json");
-    const int answer = acedGetKword(L"File or form [Of/Table/Json] <Table>: ", word);
-    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"OF FILE, TABLE or JSON is meant");
+    acedInitGet(0, L"Of Fix Table Json");
+    const int answer = acedGetKword(L"File, repair or form [Of/Fix/Table/Json] <Table>: ", word);
+    if (answer == RTREJ) hostkit::failCommand(Acad::eInvalidInput, L"OF FILE, FIX, TABLE or JSON is meant");
     if (answer != RTNORM && answer != RTNONE) return std::nullopt;
     request.form = word == L"Json" ? ReportForm::json : ReportForm::table;
-    if (word != L"Of") return request;
-    if (acedGetString(0, L"File: ", request.file) != RTNORM) return std::nullopt;
-    if (request.file.IsEmpty()) {
+    request.fixes = word == L"Fix";
+    if (word != L"Of" && word != L"Fix") return request;
+    if (word == L"Of" && acedGetString(0, L"File: ", request.file) != RTNORM) return std::nullopt;
+    if (word == L"Of" && request.file.IsEmpty()) {
         hostkit::failCommand(Acad::eInvalidInput, L"the file to check is missing behind OF");
         return std::nullopt;
     }
@@ -103,11 +108,36 @@ std::optional<hostkit::AuditReport> auditOf(const AuditRequest& request) {
     return hostkit::auditDrawing(*document->database());
 }
 
+const wchar_t* reasonOf(Acad::ErrorStatus status) {
+    switch (status) {
+    case Acad::eWasOpenForRead:
+        return L"an object of the drawing is open";
+    case Acad::eNotApplicable:
+        return L"records of this drawing have no handles; saved in a later form it has them";
+    default:
+        return L"the drawing cannot be repaired; saved under another name, RECOVER may open that";
+    }
+}
+
+void fix(ReportForm form) {
+    const AcApDocument* const document = documentOrFail();
+    if (!document) return;
+    hostkit::RepairReport report;
+    const Acad::ErrorStatus status = hostkit::fixDrawing(*document->database(), report);
+    if (status != Acad::eOk) return hostkit::failCommand(status, reasonOf(status));
+    showRepairs(report, form);
+    const std::size_t left = hostkit::auditDrawing(*document->database(), 1).faultCount();
+    if (left > 0)
+        hostkit::failCommand(Acad::eDwgObjectImproperlyRead,
+                             counted(left, L"fault") + L" cannot be repaired here; AUDIT names them");
+}
+
 } // namespace
 
 void auditCommand() {
     const std::optional<AuditRequest> request = readRequest();
     if (!request) return;
+    if (request->fixes) return fix(request->form);
     const std::optional<hostkit::AuditReport> report = auditOf(*request);
     if (!report) return;
     if (request->form == ReportForm::table)

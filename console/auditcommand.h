@@ -1,5 +1,5 @@
 #pragma once
 
-/// The console's command AUDIT [OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]. It fails where the drawing has
-/// faults.
+/// The console's command AUDIT [OF FILE | FIX] [TABLE | JSON [FILE [OVERWRITE]]]. It fails where the drawing
+/// has faults, with FIX where some are left.
 void auditCommand();

@@ -58,8 +58,11 @@ constexpr CommandDescription described[] = {
      L"Application by application; HANDLE is the hexadecimal number that LIST shows."},
     {L"DICT", dictCommand, L"[CONTENTS] [TABLE | JSON [FILE [OVERWRITE]]]", L"the tree of dictionaries",
      L"With CONTENTS what stands in their records, too."},
-    {L"AUDIT", auditCommand, L"[OF FILE] [TABLE | JSON [FILE [OVERWRITE]]]", L"checks the drawing, or a file",
-     L"The text as which the drawing would be saved, or a file as it is; fails where it has faults."},
+    {L"AUDIT", auditCommand, L"[OF FILE | FIX] [TABLE | JSON [FILE [OVERWRITE]]]",
+     L"checks the drawing, or a file, or repairs the drawing",
+     L"The text as which the drawing would be saved, or a file as it is; fails where it has faults. FIX "
+     L"repairs "
+     L"the faults and lists what was repaired and what had to go."},
     {L"PURGE", purgeCommand, L"[LIST] [TABLE | JSON [FILE [OVERWRITE]]]",
      L"lists what nothing in the drawing uses, and erases it",
      L"Layers, linetypes, styles, blocks, application names, empty groups, materials, and what only these "

@@ -64,6 +64,14 @@ TEST_F(Dictionaries, auditFailsForFaultsAndNamesThem) {
     const std::string json = expectProblems(command(damaged, "AUDIT JSON"), exitcode::commandFailed, {});
     EXPECT_TRUE(isJson(json));
     expectHas(json, {"\"faults\":1,", "\"handle\":\"C\",\"line\":29,\"finding\":"});
+    const std::string file = writtenFile(folder, "damaged.dxf", damaged);
+    const std::string fixed = folder / "fixed.dxf";
+    expectHas(runScript({file, "--output", fixed}, "AUDIT FIX\nAUDIT\n").output,
+              {"repaired  DICTIONARY  C", "its entry LOST", " 0 lost, 0 left", ": 0 faults"});
+    EXPECT_FALSE(has(readFile(fixed), "LOST"));
+    expectHas(runScript({file, "--output", folder / "undone.dxf"}, "AUDIT FIX JSON\nU\n").output,
+              {"\"outcome\":\"repaired\"", "AUDIT: taken back"});
+    EXPECT_EQ(readFile(folder / "undone.dxf"), damaged);
     outputFor(drawingWith(""), "SAVEAS \"" + (folder / "saved.dxf") + "\" 2018");
     expectHas(outputFor(readFile(folder / "saved.dxf"), "AUDIT"), {"0 faults, "});
 }

@@ -110,6 +110,13 @@ void ChangeLog::headerChanging(const HeaderVariables& header, std::wstring_view 
     append(Kind::variable, nullptr).memory = std::move(memory);
 }
 
+// It is told for any one object: there is always one, and nothing else of the entry asks for it.
+void ChangeLog::sourceChanging() {
+    if (m_isRestoring || DatabaseAccess::stubCount(m_database) == 0) return;
+    auto memory = std::make_unique<SourceMemory>(m_database);
+    append(Kind::source, DatabaseAccess::stubAt(m_database, 0)).memory = std::move(memory);
+}
+
 // The end of an open.
 
 void ChangeLog::closed(AcDbObject& object) {

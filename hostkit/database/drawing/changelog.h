@@ -54,6 +54,8 @@ public:
     /// An entry of a dictionary, or, with the index one past the last, a new one.
     void entryChanging(AcDbDictionary& dictionary, std::size_t index);
     void headerChanging(const HeaderVariables& header, std::wstring_view name);
+    /// The bytes that the drawing was read from, and where in them each object's record stands.
+    void sourceChanging();
     /// The last open for write of an object that the log was told of ended.
     void closed(AcDbObject& object);
 
@@ -112,7 +114,8 @@ private:
     struct StateMemory;
     struct SlotMemory;
     struct VariableMemory;
-    enum class Kind : unsigned char { none, state, touch, creation, erasure, slot, variable };
+    struct SourceMemory;
+    enum class Kind : unsigned char { none, state, touch, creation, erasure, slot, variable, source };
     struct Entry {
         AcDbStub* stub;
         std::unique_ptr<Memory> memory;

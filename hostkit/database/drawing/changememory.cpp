@@ -117,4 +117,18 @@ ChangeLog::VariableMemory::VariableMemory(const HeaderVariables& header, std::ws
     if (table) meant = table->find(header.text(variable));
 }
 
+ChangeLog::SourceMemory::SourceMemory(const AcDbDatabase& database)
+    : source(database.source()) {
+    records.reserve(DatabaseAccess::stubCount(database));
+    for (std::size_t i = 0, count = DatabaseAccess::stubCount(database); i < count; ++i) {
+        const AcDbStub* const stub = DatabaseAccess::stubAt(database, i);
+        if (stub->object) records.emplace_back(stub, stub->object->m_source);
+    }
+}
+
+void ChangeLog::SourceMemory::putBack(AcDbDatabase& database) const {
+    DatabaseAccess::setSource(database, source, database.originalFileName());
+    for (const auto& [stub, record] : records) stub->object->m_source = record;
+}
+
 } // namespace hostkit

@@ -10,6 +10,8 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace hostkit {
 
@@ -84,6 +86,15 @@ struct ChangeLog::VariableMemory : Memory {
     std::optional<HeaderVariables::Variable> earlier; ///< none: the header lacked it
     const AcDbSymbolTable* table;
     AcDbObjectId meant; ///< the record that it named; null for none
+};
+
+/// What the drawing was read from, with each object's standing in it.
+struct ChangeLog::SourceMemory : Memory {
+    explicit SourceMemory(const AcDbDatabase& database);
+    void putBack(AcDbDatabase& database) const;
+
+    std::shared_ptr<const DrawingSource> source;
+    std::vector<std::pair<const AcDbStub*, PackedSource>> records;
 };
 
 } // namespace hostkit

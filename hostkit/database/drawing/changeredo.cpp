@@ -39,6 +39,7 @@ ChangeLog::Entry ChangeLog::oppositeOf(const Entry& entry) {
     opposite.index = entry.index;
     if (entry.kind == Kind::state) opposite.memory = std::make_unique<StateMemory>(*entry.stub->object);
     if (entry.kind == Kind::slot) opposite.memory = oppositeOfSlot(entry);
+    if (entry.kind == Kind::source) opposite.memory = std::make_unique<SourceMemory>(m_database);
     if (entry.kind == Kind::variable) {
         const auto& memory = static_cast<const VariableMemory&>(*entry.memory);
         opposite.memory = std::make_unique<VariableMemory>(m_database.header(), memory.name, memory.table);

@@ -33,6 +33,9 @@ bool ChangeLog::restore(Entry& entry) {
     case Kind::variable:
         static_cast<VariableMemory&>(*entry.memory).putBack(m_database.header());
         break;
+    case Kind::source:
+        static_cast<SourceMemory&>(*entry.memory).putBack(m_database);
+        break;
     case Kind::touch:
     case Kind::none:
         break;

@@ -25,8 +25,9 @@ AcDbObjectId DatabaseAccess::add(AcDbDatabase& database, AcDbObject* object, AcD
     return object->m_id;
 }
 
-AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner) {
-    const AcDbObjectId id = add(database, object, 0, owner);
+AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner,
+                                     AcDbHandleValue handle) {
+    const AcDbObjectId id = add(database, object, handle, owner);
     if (id.isNull()) return id;
     id.stub()->openMode = kOpenForWrite;
     object->m_flags |= AcDbObject::kNew | AcDbObject::kModified;

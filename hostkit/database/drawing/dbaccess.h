@@ -39,9 +39,10 @@ public:
     /// Null, and the object stays the caller's, when the handle has an object already.
     static AcDbObjectId add(AcDbDatabase& database, AcDbObject* object, AcDbHandleValue handle,
                             AcDbObjectId owner);
-    /// As above under the next free handle, and as a new object that is open for write; its parts come along.
-    /// Null for an object that is in a drawing, and for no object.
-    static AcDbObjectId addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner);
+    /// As above, and as a new object that is open for write; its parts come along. Null for an object that is
+    /// in a drawing, and for no object.
+    static AcDbObjectId addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner,
+                                AcDbHandleValue handle = 0);
     /// The id of a handle, without an object if none has come yet. Null for handle 0.
     static AcDbObjectId reserve(AcDbDatabase& database, AcDbHandleValue handle);
     /// The id of a handle, or null.

@@ -171,6 +171,12 @@ struct AuditedDrawing {
     bool hasOwners() const { return form >= 1015; }
     bool isUtf8() const { return form >= 1021; }
 
+    /// For as many records as a text of that size mostly has.
+    void makeRoom(std::size_t size) {
+        constexpr std::size_t typicalRecord = 280;
+        records.reserve(size / typicalRecord);
+        handles.reserve(size / typicalRecord);
+    }
     AuditIndex find(AcDbHandleValue handle) const {
         const auto found = handles.find(handle);
         return found == handles.end() ? noAuditIndex : found->second;

@@ -55,7 +55,7 @@ private:
             if (record.type != "TABLE" && !isRoot(record)) fault(record, L"it has no owner");
             return;
         }
-        const AuditRecord* const owner = m_drawing.at(m_drawing.find(record.owner));
+        const AuditRecord* const owner = m_drawing.at(ownerOf(record));
         if (!owner) return fault(record, L"its owner ", AuditHandleText{record.owner}, L" is missing");
         if (record.isObject)
             checkObject(record, *owner);
@@ -138,6 +138,14 @@ private:
         return name;
     }
 
+    // Neighbours mostly belong to the same one.
+    AuditIndex ownerOf(const AuditRecord& record) {
+        if (record.owner == 0) return noAuditIndex;
+        if (record.owner == m_lastOwner) return m_lastIndex;
+        m_lastOwner = record.owner;
+        return m_lastIndex = m_drawing.find(record.owner);
+    }
+
     // Follows each chain of owners until it meets one that was followed before.
     void checkCircles() {
         std::vector<AuditIndex> startedFrom(m_drawing.records.size(), noAuditIndex);
@@ -149,14 +157,15 @@ private:
                     break;
                 }
                 startedFrom[each] = start;
-                const AcDbHandleValue owner = m_drawing.records[each].owner;
-                each = owner == 0 ? noAuditIndex : m_drawing.find(owner);
+                each = ownerOf(m_drawing.records[each]);
             }
     }
 
     AuditRun& m_run;
     const AuditedDrawing& m_drawing;
     std::unordered_set<Pair, PairHash> m_held;
+    AcDbHandleValue m_lastOwner = 0;
+    AuditIndex m_lastIndex = noAuditIndex;
 };
 
 } // namespace

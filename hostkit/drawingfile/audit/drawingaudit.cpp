@@ -141,6 +141,7 @@ AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit) {
         }
         bytes = turned;
     }
+    run.drawing.makeRoom(bytes.size());
     AuditWalk(run, bytes).walk();
     auditHandles(run);
     auditOwners(run);

@@ -70,6 +70,16 @@ std::wstring foldedName(std::string_view name) {
     return folded;
 }
 
+// The group of a layout that leads to its space.
+std::size_t spaceIn(const Groups& groups) {
+    bool isBehind = false;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (groups[i].code == markCode) isBehind = groups[i].value == "AcDbLayout";
+        if (isBehind && groups[i].code == ownerCode) return i;
+    }
+    return nowhere;
+}
+
 bool isForbidden(char sign) {
     return static_cast<unsigned char>(sign) < ' ' ||
            std::string_view("<>/\\\":;?*|,=`").find(sign) != std::string_view::npos;
@@ -209,7 +219,7 @@ void DrawingRepairing::completeHeads() {
     for (SalvagedTable& each : m_text.tables) {
         if (!each.head.bytes.empty()) continue;
         Groups groups = {{nameCode, each.name}};
-        if (m_form.hasMarks) groups.push_back({5, newHandle()});
+        if (m_form.hasHandles) groups.push_back({5, newHandle()});
         if (m_form.hasOwners) groups.push_back({ownerCode, "0"});
         if (m_form.hasMarks) groups.push_back({markCode, "AcDbSymbolTable"});
         groups.push_back({70, m_text.kept(std::to_string(each.records.size()))});
@@ -235,7 +245,7 @@ void DrawingRepairing::completeBlocks() {
         }
         if (!each.end.bytes.empty()) continue;
         Groups groups;
-        if (m_form.hasMarks) groups = {{5, newHandle()}};
+        if (m_form.hasHandles) groups = {{5, newHandle()}};
         if (m_form.hasOwners) groups.push_back({ownerCode, handleText(ownerOf(each.begin))});
         if (m_form.hasMarks) groups.push_back({markCode, "AcDbEntity"});
         groups.push_back({8, "0"});
@@ -402,7 +412,10 @@ void DrawingRepairing::addRecord(SalvagedTable& table, std::string_view mark, co
     Groups groups;
     m_text.hasTables = true;
     completeHeads();
-    if (m_form.hasMarks) groups = {{handleCodeOf(table.name), newHandle()}};
+    const std::uint64_t wanted =
+        m_options.handleOf ? m_options.handleOf(table.name, AuditNames::charactersOf(own.front().value)) : 0;
+    if (m_form.hasHandles)
+        groups = {{handleCodeOf(table.name), wanted != 0 ? handleText(wanted) : newHandle()}};
     if (m_form.hasOwners) groups.push_back({ownerCode, handleText(handleOf(table.head))});
     if (m_form.hasMarks) groups.insert(groups.end(), {{markCode, "AcDbSymbolTableRecord"}, {markCode, mark}});
     groups.insert(groups.end(), own.begin(), own.end());
@@ -461,7 +474,7 @@ void DrawingRepairing::addBlock(std::string_view name, std::uint64_t owner) {
     m_text.hasBlocks = true;
     const auto make = [&](std::string_view type, std::string_view mark, Groups own) {
         Groups groups;
-        if (m_form.hasMarks) groups = {{5, newHandle()}};
+        if (m_form.hasHandles) groups = {{5, newHandle()}};
         if (m_form.hasOwners) groups.push_back({ownerCode, handleText(owner)});
         if (m_form.hasMarks) groups.push_back({markCode, "AcDbEntity"});
         groups.push_back({8, "0"});
@@ -491,29 +504,47 @@ void DrawingRepairing::addMissingBlock(std::string_view missing) {
          L"the block " + AuditNames::charactersOf(name) + L" is there, empty");
 }
 
-// A space leads to the layout that leads to it.
+// A space leads to the layout that leads to it. A layout of a space that is missing takes the one that leads
+// to it, or goes: some programs do not read a drawing with such a one.
 void DrawingRepairing::repairLayouts() {
+    std::unordered_map<std::uint64_t, std::uint64_t> spaces; // with the layout that each leads to
+    for (const SalvagedRecord& each : m_text.table("BLOCK_RECORD").records) {
+        if (each.isGone) continue;
+        std::uint64_t& layout = spaces[handleOf(each)];
+        for (const Group& group : SalvagedText::groupsOf(each))
+            if (group.code == 340) layout = auditHandle(group.value).value_or(0);
+    }
     std::unordered_map<std::uint64_t, std::uint64_t> layoutOf;
-    for (const SalvagedRecord& each : m_text.objects) {
+    for (SalvagedRecord& each : m_text.objects) {
         if (each.isGone || each.type != "LAYOUT") continue;
-        bool isBehind = false;
-        for (const Group& group : SalvagedText::groupsOf(each)) {
-            if (group.code == markCode) isBehind = group.value == "AcDbLayout";
-            if (isBehind && group.code == ownerCode)
-                layoutOf.emplace(auditHandle(group.value).value_or(0), handleOf(each));
+        const std::uint64_t own = handleOf(each);
+        Groups groups = SalvagedText::groupsOf(each);
+        const std::size_t at = spaceIn(groups);
+        if (at == nowhere) continue;
+        std::uint64_t space = auditHandle(groups[at].value).value_or(0);
+        if (!spaces.contains(space)) {
+            const auto other = std::find_if(spaces.begin(), spaces.end(),
+                                            [&](const auto& one) { return one.second == own; });
+            if (other == spaces.end()) {
+                each.isGone = true;
+                note(RepairOutcome::kLost, &each, L"its space is missing");
+                continue;
+            }
+            space = other->first;
+            groups[at].value = handleText(space);
+            m_text.setGroups(each, groups);
         }
+        layoutOf.emplace(space, own);
     }
     for (SalvagedRecord& each : m_text.table("BLOCK_RECORD").records) {
         const auto layout = layoutOf.find(handleOf(each));
         Groups groups = SalvagedText::groupsOf(each);
-        for (Group& group : groups) {
-            if (group.code != 340) continue;
-            const std::string_view wanted = layout == layoutOf.end() ? "0" : handleText(layout->second);
-            if (auditHandle(group.value) == auditHandle(wanted)) break;
-            group.value = wanted;
-            m_text.setGroups(each, groups);
-            break;
-        }
+        const auto group =
+            std::find_if(groups.begin(), groups.end(), [](const Group& one) { return one.code == 340; });
+        const std::uint64_t wanted = layout == layoutOf.end() ? 0 : layout->second;
+        if (each.isGone || group == groups.end() || auditHandle(group->value) == wanted) continue;
+        group->value = handleText(wanted);
+        m_text.setGroups(each, groups);
     }
 }
 

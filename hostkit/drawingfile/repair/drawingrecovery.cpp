@@ -2,10 +2,9 @@
 
 #include "drawingreader.h"
 #include "drawingwriter.h"
+#include "givenrecords.h"
 
-#include "dbaccess.h"
 #include "dbdatabase.h"
-#include "dbsource.h"
 
 #include <new>
 
@@ -23,20 +22,6 @@ std::unique_ptr<AcDbDatabase> fail(Acad::ErrorStatus status, std::wstring_view n
 bool isHostsOwnForm(std::string_view bytes) {
     constexpr std::size_t markSize = 32;
     return bytes.starts_with("AC10") && bytes.substr(0, markSize).find('\n') == std::string_view::npos;
-}
-
-// What the reader gave the drawing goes into its text: it counts as changed, and as nothing that a file may
-// leave out.
-void takeGiven(AcDbDatabase& database) {
-    const std::shared_ptr<const DrawingSource> source = database.source();
-    // R12 does without all of it.
-    if (!source || source->given.empty() || source->version <= AcDb::kDHL_1009) return;
-    auto whole = std::make_shared<DrawingSource>(*source);
-    for (const auto& [handle, record] : source->given)
-        if (AcDbObject* const object = DatabaseAccess::object(DatabaseAccess::find(database, handle)))
-            DatabaseAccess::markChanged(*object);
-    whole->given.clear();
-    DatabaseAccess::setSource(database, whole, database.originalFileName());
 }
 
 std::unique_ptr<AcDbDatabase> opened(std::string text, std::wstring_view name, RecoveryReport& report) {
@@ -65,7 +50,7 @@ std::unique_ptr<AcDbDatabase> recover(std::string_view bytes, std::wstring_view 
         return fail(Acad::eDwgObjectImproperlyRead, name, L"nothing of a drawing is in this file", report);
     std::unique_ptr<AcDbDatabase> database = opened(std::move(text), name, report);
     if (!database) return nullptr;
-    takeGiven(*database);
+    (void)takeGiven(*database);
     // What came in may be named by what was there, and be put right by that.
     std::string whole;
     if (!isWritten(*database, whole)) return database;

@@ -32,7 +32,7 @@ std::size_t RepairReport::count(RepairOutcome outcome) const {
         notes.begin(), notes.end(), [&](const RepairNote& each) { return each.outcome == outcome; }));
 }
 
-std::string repairDrawingText(std::string_view bytes, RepairReport& report) {
+std::string repairDrawingText(std::string_view bytes, RepairReport& report, const RepairOptions& options) {
     report = {};
     std::string turned;
     if (isBinaryForm(bytes)) {
@@ -52,18 +52,22 @@ std::string repairDrawingText(std::string_view bytes, RepairReport& report) {
         if (each.severity == AuditSeverity::kFault &&
             (each.check == AuditCheck::kStructure || each.check == AuditCheck::kTable || each.type.empty()))
             report.notes.push_back({RepairOutcome::kRepaired, each.handle, each.type, each.text, each.line});
-    return DrawingRepairing(bytes, report).run();
+    return DrawingRepairing(bytes, report, options).run();
 }
 
-DrawingRepairing::DrawingRepairing(std::string_view bytes, RepairReport& report)
+DrawingRepairing::DrawingRepairing(std::string_view bytes, RepairReport& report, const RepairOptions& options)
     : m_text(bytes)
-    , m_report(report) {}
+    , m_report(report)
+    , m_options(options)
+    , m_nextHandle(options.firstHandle) {}
 
 std::string DrawingRepairing::run() {
     tellOfLosses();
+    m_text.hasEntities = true; // some programs refuse a drawing without that section
     findForm();
     m_text.forEach(
         [&](const SalvagedRecord& each) { m_nextHandle = std::max(m_nextHandle, handleOf(each) + 1); });
+    m_form.hasHandles = m_form.hasMarks || m_nextHandle > 1;
     completeHeads();
     completeBlocks();
     dropSecondClasses();
@@ -169,7 +173,7 @@ void DrawingRepairing::endSequence(SalvagedRecords& records, std::size_t owner) 
     }
     if (hasEnd) return;
     Groups end;
-    if (m_form.hasMarks) end = {{5, newHandle()}};
+    if (m_form.hasHandles) end = {{5, newHandle()}};
     if (m_form.hasOwners) end.push_back({330, handleText(handleOf(records[owner]))});
     if (m_form.hasMarks) end.push_back({100, "AcDbEntity"});
     end.push_back({8, "0"});
@@ -213,7 +217,7 @@ bool DrawingRepairing::repairRound(const AuditReport& found, const Stands& stand
     if (has(AuditCheck::kDictionary)) repairRoot();
     if (has(AuditCheck::kHandle)) repairHandles();
     if (has(AuditCheck::kOwner) || has(AuditCheck::kHandle)) repairOwners();
-    if (has(AuditCheck::kBlock)) repairLayouts();
+    if (m_form.hasMarks) repairLayouts();
     for (const std::string& each : m_applications) addApplication(each);
     m_applications.clear();
     repairHeader(isOfHeader);

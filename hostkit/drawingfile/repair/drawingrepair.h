@@ -5,6 +5,7 @@
 #include "drawingaudit.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,12 @@ struct RepairReport {
     bool isClean() const { return count(RepairOutcome::kLeft) == 0; }
 };
 
+struct RepairOptions {
+    AcDbHandleValue firstHandle = 1; ///< of new records, where the text has none above
+    /// The handle that a record which has to be added gets, by its table and name; 0 for the next free one.
+    std::function<AcDbHandleValue(std::string_view table, std::wstring_view name)> handleOf{};
+};
+
 /// The text with every fault that auditDrawingText finds repaired, which it finds none in any more, but for
 /// those of the notes kLeft. A text without faults comes back as it is. Anything may be given: a text that
 /// was cut, whose lines are out of step, whose sections, tables, blocks, dictionaries or handles are missing.
@@ -47,6 +54,7 @@ struct RepairReport {
 /// Records without a fault keep their bytes, and stand in the order in which they were. Binary drawings of
 /// the exchange format are given back as text. Time is linear in the text, with a factor of some eight rounds
 /// at most.
-std::string repairDrawingText(std::string_view bytes, RepairReport& report);
+std::string repairDrawingText(std::string_view bytes, RepairReport& report,
+                              const RepairOptions& options = {});
 
 } // namespace hostkit

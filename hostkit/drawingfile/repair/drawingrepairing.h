@@ -18,7 +18,7 @@ namespace hostkit {
 /// Rounds of checking the text and repairing what is found, until nothing is.
 class DrawingRepairing {
 public:
-    DrawingRepairing(std::string_view bytes, RepairReport& report);
+    DrawingRepairing(std::string_view bytes, RepairReport& report, const RepairOptions& options);
     std::string run();
 
 private:
@@ -84,11 +84,12 @@ private:
 
     SalvagedText m_text;
     RepairReport& m_report;
+    const RepairOptions& m_options;
     RepairForm m_form;
     std::vector<std::string> m_applications;     ///< to be registered
     std::vector<std::string> m_missingBlocks;    ///< to be made, empty
     std::unordered_set<std::uint64_t> m_handles; ///< those of the round's beginning
-    std::uint64_t m_nextHandle = 1;
+    std::uint64_t m_nextHandle;
 };
 
 } // namespace hostkit

@@ -10,6 +10,7 @@ namespace hostkit {
 struct RepairForm {
     bool hasMarks = true; ///< class marks, and a handle for each object
     bool hasOwners = true;
+    bool hasHandles = true; ///< new records get one
 };
 
 /// Puts the groups of a record right:

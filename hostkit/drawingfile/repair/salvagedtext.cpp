@@ -92,9 +92,13 @@ public:
     }
 
 private:
-    // The last record may lack anything; of a line without an end nobody knows how it went on.
+    // The last record may lack anything, which nobody can tell of a kind without rules; of a line without an
+    // end nobody knows how it went on.
     void takeCut(bool bytesEndWithLine) {
         if (!bytesEndWithLine && !m_groups.empty() && m_at == m_lines.size()) m_groups.pop_back();
+        const AuditKind* const kind = findAuditKind(m_type);
+        m_isDamaged =
+            m_isDamaged || (m_type != "SECTION" && m_type != "XRECORD" && (!kind || kind->isAnyAllowed));
         if (!m_isDamaged) tellOfMending();
     }
 
