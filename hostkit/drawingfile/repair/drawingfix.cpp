@@ -55,8 +55,8 @@ public:
         Acad::ErrorStatus status = repairText();
         if (status != Acad::eOk || m_report.notes.empty()) return status;
         if (!pair()) return Acad::eNotApplicable;
-        // What the drawing was given by its reader comes into the text, and what has to go goes first, so that
-        // the text does not name it any more.
+        // What the drawing was given by its reader comes into the text, and what has to go goes first, so
+        // that the text does not name it any more.
         bool isOther = false;
         if (lacksStanding()) {
             DatabaseAccess::changes(m_database).sourceChanging();
@@ -97,7 +97,9 @@ private:
         if (isFirst) m_firstText = m_text;
         RepairOptions options;
         options.firstHandle = m_database.handseed().value();
-        options.handleOf = [this](std::string_view table, std::wstring_view name) { return handleOf(table, name); };
+        options.handleOf = [this](std::string_view table, std::wstring_view name) {
+            return handleOf(table, name);
+        };
         std::string repaired = repairDrawingText(m_text, m_report, options);
         if (isFirst && m_report.notes.empty()) return Acad::eOk;
         // A binary drawing stays one.
@@ -138,8 +140,10 @@ private:
     // Pairs.
 
     AcDbObject* mine(const AcDbObject& its) const {
-        AcDbObject* const found = DatabaseAccess::object(DatabaseAccess::find(m_database, its.handle().value()));
-        return found && !found->isErased() && found->dxfName() == std::wstring_view(its.dxfName()) ? found : nullptr;
+        AcDbObject* const found =
+            DatabaseAccess::object(DatabaseAccess::find(m_database, its.handle().value()));
+        return found && !found->isErased() && found->dxfName() == std::wstring_view(its.dxfName()) ? found
+                                                                                                   : nullptr;
     }
     AcDbObject* mineByName(const AcDbSymbolTableRecord& its) const {
         for (int kind = 0; kind < tableCount; ++kind) {
@@ -190,7 +194,8 @@ private:
 
     AcDbObjectId mineOf(AcDbObjectId its) const {
         if (its.isNull()) return its;
-        if (const auto found = m_mine.find(its.stub()); found != m_mine.end()) return found->second->objectId();
+        if (const auto found = m_mine.find(its.stub()); found != m_mine.end())
+            return found->second->objectId();
         // What no record of the text stands for is known by its name.
         const AcDbObject* const object = DatabaseAccess::object(its);
         if (object && object->sourceSpan().isEmpty()) {
@@ -229,7 +234,8 @@ private:
         readHead(m_record, m_head);
         m_reader->resetFilerStatus();
         m_reader->begin(m_record);
-        if (object.dxfInFields(m_reader.get()) != Acad::eOk || m_reader->filerStatus() != Acad::eOk) return false;
+        if (object.dxfInFields(m_reader.get()) != Acad::eOk || m_reader->filerStatus() != Acad::eOk)
+            return false;
         auto* const entity = AcDbEntity::cast(&object);
         if (!entity) return true;
         m_reader->readLooseLook(*entity);
@@ -249,7 +255,8 @@ private:
     void attach(AcDbObject& object, const AcDbObject& its) {
         GroupBlock data;
         if (its.extendedData()) data = *its.extendedData();
-        if (object.extendedData() || !data.isEmpty()) DatabaseAccess::setExtendedData(object, std::move(data));
+        if (object.extendedData() || !data.isEmpty())
+            DatabaseAccess::setExtendedData(object, std::move(data));
         DatabaseAccess::setExtensionDictionary(object, mineOf(DatabaseAccess::extensionDictionary(its)));
         std::vector<AcDbObjectId> reactors;
         for (const AcDbObjectId each : DatabaseAccess::persistentReactors(its))
@@ -257,16 +264,15 @@ private:
         DatabaseAccess::setPersistentReactors(object, std::move(reactors));
     }
 
-    // An object keeps its class: what another one would make of the repaired record, it is when the drawing is
-    // opened again.
+    // An object keeps its class: what another one would make of the repaired record, it is when the drawing
+    // is opened again.
     void readAgain(AcDbObject& object, const AcDbObject& its) {
         if (object.isA() != its.isA()) return;
         ChangeLog& changes = DatabaseAccess::changes(m_database);
         const std::unique_ptr<AcDbObject> blank = makeBlank(object, DrawingRecord(recordOf(its)));
         // The opening of a block reads the block's own fields.
-        AcDbObject* const block = object.isKindOf(AcDbBlockBegin::desc())
-                                      ? DatabaseAccess::object(object.ownerId())
-                                      : nullptr;
+        AcDbObject* const block =
+            object.isKindOf(AcDbBlockBegin::desc()) ? DatabaseAccess::object(object.ownerId()) : nullptr;
         changes.changing(object);
         if (block) changes.changing(*block);
         if (blank && block) DatabaseAccess::setOwner(*blank, block->objectId());
@@ -346,14 +352,16 @@ private:
                                                 isEnd ? object.objectId() : block->blockEndId());
         }
         if (!object.isKindOf(AcDbSequenceEnd::desc())) return;
-        if (SubentityList* const parts = holder ? DatabaseAccess::parts(static_cast<AcDbEntity&>(*holder)) : nullptr)
+        if (SubentityList* const parts =
+                holder ? DatabaseAccess::parts(static_cast<AcDbEntity&>(*holder)) : nullptr)
             parts->setSequenceEnd(object.objectId());
     }
 
     AcDbObjectId addBlock(AcDbObjectId its) {
         const auto* const record = DatabaseAccess::objectOf<AcDbBlockTableRecord>(its);
         AcDbSymbolTable* table = nullptr;
-        if (!record || acdbOpenObject(table, m_database.blockTableId(), AcDb::kForWrite) != Acad::eOk) return {};
+        if (!record || acdbOpenObject(table, m_database.blockTableId(), AcDb::kForWrite) != Acad::eOk)
+            return {};
         (void)m_database.setHandseed(m_repaired->handseed());
         auto made = std::make_unique<AcDbBlockTableRecord>();
         DatabaseAccess::setRecordName(*made, record->name());
@@ -375,7 +383,8 @@ private:
         bool isAny = false;
         ChangeLog& changes = DatabaseAccess::changes(m_database);
         DatabaseAccess::forEachObject(m_database, [&](AcDbObject& object) {
-            if (object.isErased() || stays.contains(&object) || !before.contains(object.handle().value())) return;
+            if (object.isErased() || stays.contains(&object) || !before.contains(object.handle().value()))
+                return;
             changes.erasing(object);
             object.objectId().stub()->flags |= kStubErased;
             DatabaseAccess::markChanged(object);

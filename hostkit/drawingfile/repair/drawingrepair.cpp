@@ -1,6 +1,7 @@
 #include "drawingrepair.h"
 
 #include "drawingrepairing.h"
+#include "salvagedgroups.h"
 
 #include "auditing.h"
 #include "binaryform.h"
@@ -22,8 +23,6 @@ std::wstring wideOf(std::string_view bytes) {
     appendWords(text, bytes);
     return text;
 }
-
-bool isDictionary(std::string_view type) { return type == "DICTIONARY" || type == "ACDBDICTIONARYWDFLT"; }
 
 } // namespace
 
@@ -328,12 +327,12 @@ void DrawingRepairing::repairEntry(const SalvagedRecord& record, Groups& groups,
                                    const AuditFinding& finding) {
     if (place >= groups.size()) return;
     const auto at = groups.begin() + static_cast<std::ptrdiff_t>(place);
-    if (at->code == 360 && !isDictionary(record.type)) {
+    if (at->code == 360 && !isDictionaryType(record.type)) {
         // Of an extension dictionary the group of the application, with its frame.
         if (place > 0 && place + 1 < groups.size()) groups.erase(at - 1, at + 2);
         return;
     }
-    if (!isDictionary(record.type) || at->code != 3) return;
+    if (!isDictionaryType(record.type) || at->code != 3) return;
     const bool hasHandle = place + 1 < groups.size() && (at[1].code == 350 || at[1].code == 360);
     const std::uint64_t handle = hasHandle ? auditHandle(at[1].value).value_or(0) : 0;
     if (m_handles.contains(handle) && handle != finding.handle)

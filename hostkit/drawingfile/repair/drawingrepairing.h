@@ -51,6 +51,7 @@ private:
     // Between records.
     void repairHandles();
     void repairHeader(bool hasFaults);
+    bool repairVariable(Groups& variable);
     void repairNames();
     void repairOwners();
     using ByHandle = std::unordered_map<std::uint64_t, SalvagedRecord*>;
