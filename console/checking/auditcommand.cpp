@@ -114,6 +114,8 @@ const wchar_t* reasonOf(Acad::ErrorStatus status) {
         return L"an object of the drawing is open";
     case Acad::eNotApplicable:
         return L"records of this drawing have no handles; saved in a later form it has them";
+    case Acad::eNotImplementedYet:
+        return L"a binary drawing is repaired as text: SAVEAS FILE.dxf writes one";
     default:
         return L"the drawing cannot be repaired; saved under another name, RECOVER may open that";
     }

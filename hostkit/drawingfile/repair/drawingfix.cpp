@@ -52,6 +52,9 @@ public:
     Acad::ErrorStatus run() {
         if (!m_database.mayWrite()) return Acad::eLockViolation;
         if (isAnythingOpen(m_database)) return Acad::eWasOpenForRead;
+        const auto source = m_database.source();
+        if (binaryDrawingOf(source)) return Acad::eNotImplementedYet;
+        m_isBinary = source && binaryBytesOf(source);
         Acad::ErrorStatus status = repairText();
         if (status != Acad::eOk || m_report.notes.empty()) return status;
         if (!pair()) return Acad::eNotApplicable;
@@ -103,10 +106,8 @@ private:
         std::string repaired = repairDrawingText(m_text, m_report, options);
         if (isFirst && m_report.notes.empty()) return Acad::eOk;
         // A binary drawing stays one.
-        const auto source = m_database.source();
         std::string binary;
-        const bool isBinary = source && binaryBytesOf(source);
-        if (isBinary && !binaryFromText(repaired, versionOfFiler(source->version), binary))
+        if (m_isBinary && !binaryFromText(repaired, versionOfFiler(m_database.source()->version), binary))
             repaired = std::move(binary);
         ReadOptions reading;
         reading.tellPort = false;
@@ -457,6 +458,7 @@ private:
 
     AcDbDatabase& m_database;
     RepairReport& m_report;
+    bool m_isBinary = false; ///< of the exchange form
     std::string m_firstText; ///< before anything was changed
     std::string m_text;
     std::unique_ptr<AcDbDatabase> m_repaired;

@@ -44,7 +44,7 @@ bool isWritten(const AcDbDatabase& database, std::string& text) {
 std::unique_ptr<AcDbDatabase> recover(std::string_view bytes, std::wstring_view name,
                                       RecoveryReport& report) {
     if (isHostsOwnForm(bytes))
-        return fail(Acad::eNotApplicable, name, L"a drawing in the host's own form is not recovered", report);
+        return fail(Acad::eNotApplicable, name, L"binary drawings are not recovered", report);
     std::string text = repairDrawingText(bytes, report.repairs);
     if (auditDrawingText(text).objects == 0 && bytes.find("SECTION") == std::string_view::npos)
         return fail(Acad::eDwgObjectImproperlyRead, name, L"nothing of a drawing is in this file", report);

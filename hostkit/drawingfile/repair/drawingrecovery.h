@@ -1,5 +1,5 @@
 // Recovery of a damaged drawing file: its text repaired, read, and completed with what every drawing has;
-// leaves out the host's own drawing files.
+// leaves out binary drawings.
 #pragma once
 
 #include "drawingrepair.h"
@@ -23,7 +23,7 @@ struct RecoveryReport {
 /// What of the bytes of a drawing is a drawing: auditDrawing finds no fault in it, unless a note tells of
 /// what is left. Tables, standing records, spaces, layouts and dictionaries that it lacks come into its text.
 /// What it was read from is the repaired text, not the damaged one. Null, with status and message, where
-/// nothing of a drawing is there (eDwgObjectImproperlyRead), for the host's own form (eNotApplicable) and
+/// nothing of a drawing is there (eDwgObjectImproperlyRead), for binary drawings (eNotApplicable) and
 /// without memory. `name` stands in the message.
 std::unique_ptr<AcDbDatabase> recoverDrawing(std::string_view bytes, std::wstring_view name,
                                              RecoveryReport& report);
