@@ -146,18 +146,20 @@ def plan_run(folder, results, console, most):
             due.append(name)
     if not remove_stale(results, names) and not due and os.path.exists(results.collected):
         return results.read_plan()["chunks"]
+    file_plan(folder, results, console, asked, split(due, sizes, most))
+    return results.read_plan()["chunks"]
+
+
+def file_plan(folder, results, console, asked, chunks):
+    """In place of the plan before. asked: each drawing's name, options (or why it has none) and work."""
     for old in os.listdir(results.work):
         if old.startswith(("chunk-", "collected")):
             os.unlink(os.path.join(results.work, old))
-    chunks = split(due, sizes, most)
-    wanted = set(due)
-    choices = {}  # each set of options once
-    for name, options, work in asked:
-        choices[work] = options
     for number, chunk in enumerate(chunks):
         write_list(results.chunk_list(number), chunk)
-    write_list(os.path.join(results.work, "drawings.list"), names)
+    write_list(os.path.join(results.work, "drawings.list"), [name for name, _, _ in asked])
+    due = {name for chunk in chunks for name in chunk}
     write_whole(results.plan, json.dumps({
-        "format": FORMAT, "folder": folder, "console": console, "chunks": len(chunks), "due": len(due),
-        "choices": choices, "work": {exact_name(name): work for name, _, work in asked if name in wanted}}))
-    return len(chunks)
+        "format": FORMAT, "folder": folder, "console": console, "chunks": len(chunks),
+        "choices": {work: options for _, options, work in asked},  # each set of options once
+        "work": {exact_name(name): work for name, _, work in asked if name in due}}))

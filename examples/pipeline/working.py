@@ -1,4 +1,4 @@
-"""Works a chunk of drawings: each in a process of the console with its limits, its record, and results placed in one step."""
+"""Works a chunk of drawings: each in a process of the console with its limits; its results come to their place at once."""
 import csv
 import json
 import os
@@ -50,7 +50,7 @@ def run_limited(arguments, seconds, megabytes):
     finally:
         os.close(into)
     process = Child.process
-    isLate = False
+    is_late = False
     try:
         if megabytes is not None:
             resource.prlimit(process, resource.RLIMIT_AS, 2 * (int(megabytes * (1 << 20)),))
@@ -60,17 +60,17 @@ def run_limited(arguments, seconds, megabytes):
         try:
             ended = select.poll()
             ended.register(watch, select.POLLIN)
-            isLate = not ended.poll(None if seconds is None else seconds * 1000)
+            is_late = not ended.poll(None if seconds is None else seconds * 1000)
         finally:
             os.close(watch)
     except ProcessLookupError:
         pass  # it has ended already
     finally:
-        if isLate:
+        if is_late:
             os.kill(process, signal.SIGKILL)
         _, status, used = os.wait4(process, 0)
         Child.process = 0
-    return status, isLate, used
+    return status, is_late, used
 
 
 def read_console_record():
@@ -88,17 +88,17 @@ def read_messages():
         return file.read().decode("utf-8", "replace").strip()
 
 
-def judge(status, isLate, options, console):
+def judge(status, is_late, options, console):
     """What became of the drawing: the outcome and a message for people. PipelineError where it is not the drawing's doing."""
     messages = read_messages()
-    if isLate:
+    if is_late:
         return "time limit", "it took longer than %g seconds" % options["seconds"]
     number = os.WTERMSIG(status) if os.WIFSIGNALED(status) else 0
     if number == signal.SIGXCPU:
         return "time limit", "it took more processor time than %g seconds" % options["seconds"]
     failed = [each for each in console["commands"] if each["status"] != "eOk"] if console else []
-    lacksMemory = any(each["status"] == NO_MEMORY for each in failed) or "(%s)" % NO_MEMORY in messages
-    if lacksMemory or number == signal.SIGABRT and "bad_alloc" in messages:
+    lacks_memory = any(each["status"] == NO_MEMORY for each in failed) or "(%s)" % NO_MEMORY in messages
+    if lacks_memory or number == signal.SIGABRT and "bad_alloc" in messages:
         limit = options["megabytes"]
         return "memory limit", "it needs more memory than " + ("there is" if limit is None else "%g megabytes" % limit)
     if number == signal.SIGKILL:
@@ -211,14 +211,14 @@ class Worker:
         """Fills in the record. The working folder is the drawing's own."""
         record["command"] = [shown(each) for each in self.arguments(path, commands_of(options))]
         start = time.monotonic()
-        status, isLate, used = run_limited(self.arguments(path, commands_of(options)), options["seconds"], options["megabytes"])
+        status, is_late, used = run_limited(self.arguments(path, commands_of(options)), options["seconds"], options["megabytes"])
         console = read_console_record()
         record.update(
             seconds=round(time.monotonic() - start, 4), processorSeconds=round(used.ru_utime + used.ru_stime, 4),
             peakKilobytes=console["peakKilobytes"] if console else used.ru_maxrss,
             exitCode=128 + os.WTERMSIG(status) if os.WIFSIGNALED(status) else os.WEXITSTATUS(status),
             version=console["version"] if console else self.console["version"], console=console)
-        record["outcome"], message = judge(status, isLate, options, console)
+        record["outcome"], message = judge(status, is_late, options, console)
         record["message"] = message.replace(os.path.join(self.plan["folder"], ""), "")
 
     def new_record(self, name, work, state):
@@ -256,11 +256,12 @@ class Worker:
         else:
             self.run_console(path, options, record)
             if state_of(path) != before:
-                record["outcome"], record["message"] = "changed", "it was replaced or changed while it was worked; the next run takes it again"
+                record["outcome"] = "changed"
+                record["message"] = "it was replaced or changed while it was worked; the next run takes it again"
         if record["outcome"] in ("done", "partly"):
             record["summary"], findings = sum_up()
-            hasStrips = any(each["strips"] for each in record["summary"]["layers"].values())
-            kept = OUTPUTS if hasStrips else OUTPUTS[:OUTPUTS.index("strips.svg")] + ("messages.txt",)
+            has_strips = any(each["strips"] for each in record["summary"]["layers"].values())
+            kept = OUTPUTS if has_strips else OUTPUTS[:OUTPUTS.index("strips.svg")] + ("messages.txt",)
         else:
             kept = ("messages.txt",)
         for each in os.listdir("."):
