@@ -3,6 +3,7 @@
 #include "byteedits.h"
 #include "encodinglists.h"
 #include "groupformat.h"
+#include "visualstyleforms.h"
 
 #include <algorithm>
 #include <array>
@@ -37,7 +38,8 @@ public:
             emptyDictionary("ACAD_MATERIAL");
             emptyDictionary("ACAD_COLOR");
         }
-        if (m_objects.empty()) return {};
+        const bool hasOthers = visualStyles();
+        if (m_objects.empty() && !hasOthers) return {};
         m_edits.insert(root.offset + root.length, m_rootEntries + m_objects);
         return m_edits.apply();
     }
@@ -104,6 +106,20 @@ private:
         group(100, "AcDbDictionaryWithDefault");
         handle(340, normal);
         head("ACDBPLACEHOLDER", normal, own);
+    }
+
+    /// Whether some had the groups of another form.
+    bool visualStyles() {
+        bool hasOthers = false;
+        for (const OutlinedRecord& object : m_outline.objects) {
+            const std::string_view record = object.in(m_outline.text);
+            if (valueIn(record, 0) != "VISUALSTYLE") continue;
+            const std::string made = visualStyleInForm(record, m_style);
+            if (made.empty()) continue;
+            m_edits.replace(object.offset, object.offset + object.length, made);
+            hasOthers = true;
+        }
+        return hasOthers;
     }
 
     ExchangeOutline m_outline;

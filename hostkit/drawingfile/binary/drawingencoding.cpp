@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 #include <set>
 #include <thread>
@@ -78,6 +79,7 @@ public:
         for (const OutlinedRecord& object : m_outline.objects) add(object, {});
         keepOthers();
         if (!encodeAll()) return false;
+        countInstances();
         header();
         return true;
     }
@@ -422,6 +424,27 @@ private:
         RecordScope m_values;
         std::vector<std::string> m_texts;
     };
+
+    /// Classes tell how many records they have; a changed drawing's count what came and went.
+    void countInstances() {
+        std::map<unsigned, std::int32_t> counts;
+        const auto isWritten = [&](std::uint64_t handle) {
+            const auto place =
+                std::lower_bound(m_out.places.begin(), m_out.places.end(), handle,
+                                 [](const ObjectPlace& one, std::uint64_t own) { return one.handle < own; });
+            return place != m_out.places.end() && place->handle == handle;
+        };
+        if (m_original) {
+            const RecordReading reading(m_original->drawing.container, m_original->drawing.classes);
+            for (const TranscribedRecord& record : m_original->drawing.records)
+                if (!isWritten(record.handle)) --counts[reading.typeAt(record.offset)];
+        }
+        for (const Job& job : m_jobs)
+            if (job.type >= firstClassNumber && !originalOf(job.record.handle) && isWritten(job.record.handle))
+                ++counts[job.type];
+        for (BinaryClass& one : m_out.classes)
+            one.instances = std::max(0, one.instances + counts[one.number]);
+    }
 
     // Lists of what a record holds
 
