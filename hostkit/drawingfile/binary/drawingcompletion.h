@@ -9,8 +9,8 @@
 
 namespace hostkit {
 
-/// The drawing with the dictionaries and styles that every binary drawing has, and its visual styles in the groups
-/// of its form; empty where there is nothing to change.
+/// The drawing with the dictionaries and styles that every binary drawing has, and its visual styles in the
+/// groups of its form; empty where there is nothing to change.
 [[nodiscard]] std::string completedDrawing(std::string_view text, DrawingVersion version);
 
 /// A class of a kind that the drawing does not name itself, without its number.

@@ -440,7 +440,8 @@ private:
                 if (!isWritten(record.handle)) --counts[reading.typeAt(record.offset)];
         }
         for (const Job& job : m_jobs)
-            if (job.type >= firstClassNumber && !originalOf(job.record.handle) && isWritten(job.record.handle))
+            if (job.type >= firstClassNumber && !originalOf(job.record.handle) &&
+                isWritten(job.record.handle))
                 ++counts[job.type];
         for (BinaryClass& one : m_out.classes)
             one.instances = std::max(0, one.instances + counts[one.number]);

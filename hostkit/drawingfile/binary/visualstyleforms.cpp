@@ -17,8 +17,8 @@ struct Property {
     int code, inList;
 };
 constexpr std::array<Property, 28> properties{
-    {{71, 90}, {72, 90}, {73, 90}, {90, 90}, {40, 40}, {41, 40},   {63, 62},   {74, 90},   {91, 90},   {64, 62},
-     {65, 62}, {75, 90}, {175, 90}, {42, 40}, {92, 90}, {66, 62},  {43, 40},   {76, 90},   {77, 90},   {78, 90},
+    {{71, 90}, {72, 90}, {73, 90},  {90, 90},  {40, 40},   {41, 40}, {63, 62}, {74, 90}, {91, 90}, {64, 62},
+     {65, 62}, {75, 90}, {175, 90}, {42, 40},  {92, 90},   {66, 62}, {43, 40}, {76, 90}, {77, 90}, {78, 90},
      {67, 62}, {79, 90}, {170, 90}, {171, 90}, {290, 290}, {93, 90}, {44, 40}, {173, 90}}};
 
 constexpr bool isColour(const Property& one) { return one.inList == 62; }
@@ -30,12 +30,16 @@ struct Extra {
     int code;
     std::string_view value, trueColour, mark = "1";
 };
-constexpr std::array<Extra, 30> extras{
-    {{290, "0", ""},  {290, "1", ""},   {290, "1", ""},  {290, "0", ""},    {290, "0", ""},  {290, "0", ""},
-     {290, "0", ""},  {290, "0", ""},   {290, "0", ""},  {90, "50", ""},    {40, "0.0", ""}, {40, "1.0", ""},
-     {90, "0", ""},   {62, "18", "0"},  {90, "50", ""},  {90, "3", ""},     {62, "5", "255"}, {290, "0", ""},
-     {90, "50", ""},  {90, "50", ""},   {90, "50", ""},  {290, "0", ""},    {90, "50", ""},  {62, "256", "", "0"},
-     {40, "1.0", "", "0"}, {90, "2", ""}, {1, "strokes_ogs.tif", ""}, {290, "0", ""}, {40, "1.0", ""}, {40, "1.0", ""}}};
+constexpr std::array<Extra, 30> extras{{{290, "0", ""},       {290, "1", ""},   {290, "1", ""},
+                                        {290, "0", ""},       {290, "0", ""},   {290, "0", ""},
+                                        {290, "0", ""},       {290, "0", ""},   {290, "0", ""},
+                                        {90, "50", ""},       {40, "0.0", ""},  {40, "1.0", ""},
+                                        {90, "0", ""},        {62, "18", "0"},  {90, "50", ""},
+                                        {90, "3", ""},        {62, "5", "255"}, {290, "0", ""},
+                                        {90, "50", ""},       {90, "50", ""},   {90, "50", ""},
+                                        {290, "0", ""},       {90, "50", ""},   {62, "256", "", "0"},
+                                        {40, "1.0", "", "0"}, {90, "2", ""},    {1, "strokes_ogs.tif", ""},
+                                        {290, "0", ""},       {40, "1.0", ""},  {40, "1.0", ""}}};
 constexpr std::string_view wireframeKind = "4"; // in two dimensions: the first and third of these turned over
 
 struct Value {
@@ -86,13 +90,20 @@ public:
 private:
     void take(const RawGroup& group) {
         const std::string_view value = withoutBlanks(group.value);
-        if (group.code == 2 && m_made.name.empty()) m_made.name = group.value;
-        else if (group.code == formCode) m_made.form = value;
-        else if (group.code == kindCode && m_made.kind.empty()) m_made.kind = value;
-        else if (group.code == listCode && value == listLength && m_made.form == "3") m_isList = true;
-        else if (group.code == internalCode) m_made.internal = value;
-        else if (m_isList) takeListed(group.code, value);
-        else takeNamed(group.code, value);
+        if (group.code == 2 && m_made.name.empty())
+            m_made.name = group.value;
+        else if (group.code == formCode)
+            m_made.form = value;
+        else if (group.code == kindCode && m_made.kind.empty())
+            m_made.kind = value;
+        else if (group.code == listCode && value == listLength && m_made.form == "3")
+            m_isList = true;
+        else if (group.code == internalCode)
+            m_made.internal = value;
+        else if (m_isList)
+            takeListed(group.code, value);
+        else
+            takeNamed(group.code, value);
     }
 
     void takeListed(int code, std::string_view value) {
@@ -113,7 +124,8 @@ private:
         }
         for (std::size_t i = 0; i < properties.size(); ++i) {
             std::optional<Value>& own = m_made.values[i];
-            if (own && isColour(properties[i]) && trueColourOf(properties[i]) == code) own->trueColour = value;
+            if (own && isColour(properties[i]) && trueColourOf(properties[i]) == code)
+                own->trueColour = value;
             if (own || properties[i].code != code) continue;
             own = Value{value, {}};
             m_last = &*own;

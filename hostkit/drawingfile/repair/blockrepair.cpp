@@ -57,8 +57,7 @@ void DrawingRepairing::completeBlocks() {
 // Each block has a record, and each record a block.
 void DrawingRepairing::repairBlocks() {
     for (SalvagedRecord& each : m_text.table("BLOCK_RECORD").records)
-        if (!each.isGone && nameOf(each).empty())
-            nameAnew(each, recoveredName(handleText(handleOf(each))));
+        if (!each.isGone && nameOf(each).empty()) nameAnew(each, recoveredName(handleText(handleOf(each))));
     completeBlocks();
     std::unordered_set<std::wstring> names;
     auto records = blockRecords();

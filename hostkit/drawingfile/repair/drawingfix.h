@@ -19,8 +19,8 @@ namespace hostkit {
 /// Nothing is changed, and the report is empty, for a drawing without a fault. eWasOpenForRead: an object is
 /// open in any way; eLockViolation: nobody holds a lock for writing; eNotApplicable: records have no handles,
 /// so that nobody can tell which object a repaired one is (a drawing of the R12 form: saved in a later one it
-/// has them); eNotImplementedYet: a binary drawing, which is repaired as the text that it is saved as; the status
-/// of the writing where the drawing cannot be saved. Nothing is changed then.
+/// has them); eNotImplementedYet: a binary drawing, which is repaired as the text that it is saved as; the
+/// status of the writing where the drawing cannot be saved. Nothing is changed then.
 Acad::ErrorStatus fixDrawing(AcDbDatabase& database, RepairReport& report);
 
 } // namespace hostkit

@@ -59,8 +59,7 @@ void DrawingRepairing::repairNames() {
             const std::string_view name = nameOf(each);
             const bool isForeign = name.find('|') != std::string_view::npos;
             std::string allowed = m_form.hasOwners ? allowedName(name, isForeign) : std::string(name);
-            if (name.empty() && table.name != "STYLE")
-                allowed = recoveredName(handleText(handleOf(each)));
+            if (name.empty() && table.name != "STYLE") allowed = recoveredName(handleText(handleOf(each)));
             if (allowed != name) nameAnew(each, allowed);
             if (allowed.empty() || names.insert(foldedName(allowed)).second || mayShare) continue;
             if (table.name == "BLOCK_RECORD") {

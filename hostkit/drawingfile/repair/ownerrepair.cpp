@@ -83,7 +83,8 @@ void DrawingRepairing::repairObjectOwners() {
     m_text.forEach([&](const SalvagedRecord& each) {
         const std::uint64_t handle = handleOf(each);
         for (const Group& group : SalvagedText::groupsOf(each))
-            if ((group.code >= 360 && group.code <= 369) || (group.code == 350 && isDictionaryType(each.type)))
+            if ((group.code >= 360 && group.code <= 369) ||
+                (group.code == 350 && isDictionaryType(each.type)))
                 holders[auditHandle(group.value).value_or(0)].push_back(handle);
     });
     const ByHandle records = byHandle();
@@ -136,8 +137,8 @@ void DrawingRepairing::adopt(SalvagedRecord& object, const ByHandle& byHandle) {
     const std::string_view handle = handleText(handleOf(object));
     setOwner(object, handleOf(above));
     Groups groups = SalvagedText::groupsOf(above);
-    const auto end =
-        std::find_if(groups.begin(), groups.end(), [](const Group& each) { return each.code >= firstExtended; });
+    const auto end = std::find_if(groups.begin(), groups.end(),
+                                  [](const Group& each) { return each.code >= firstExtended; });
     const Groups entry = {{3, m_text.kept(recoveredName(handle))}, {350, handle}};
     groups.insert(end, entry.begin(), entry.end());
     m_text.setGroups(above, groups);

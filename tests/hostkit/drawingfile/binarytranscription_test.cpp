@@ -392,10 +392,9 @@ std::string plain(std::string_view value) {
 /// layers are called, and what is not told by the records themselves: of blocks and numbers of viewports.
 /// What was made anew when the twins were saved is left out.
 std::vector<std::string> outlineOf(std::string_view text) {
-    const std::set<std::string> notCompared{"$HANDSEED",  "$VERSIONGUID",  "$TDCREATE", "$TDUCREATE",
-                                            "$TDUPDATE",  "$TDUUPDATE",    "$TDINDWG",  "$TDUSRTIMER",
-                                            "$CECOLOR",   "$ACADMAINTVER", "$INTERFEREOBJVS",
-                                            "$INTERFEREVPVS"};
+    const std::set<std::string> notCompared{
+        "$HANDSEED", "$VERSIONGUID", "$TDCREATE", "$TDUCREATE",    "$TDUPDATE",       "$TDUUPDATE",
+        "$TDINDWG",  "$TDUSRTIMER",  "$CECOLOR",  "$ACADMAINTVER", "$INTERFEREOBJVS", "$INTERFEREVPVS"};
     const std::map<std::string, std::set<int>> told{{"SECTION", {2}},
                                                     {"TABLE", {2}},
                                                     {"LAYER", {2}},
@@ -414,7 +413,8 @@ std::vector<std::string> outlineOf(std::string_view text) {
             variable = value;
         } else if (!variable.empty()) {
             if (!notCompared.contains(variable)) outline.push_back(variable + ' ' + plain(value));
-        } else if (const auto found = told.find(record); found != told.end() && found->second.contains(group.code)) {
+        } else if (const auto found = told.find(record);
+                   found != told.end() && found->second.contains(group.code)) {
             outline.push_back(record + ' ' + std::to_string(group.code) + ' ' + plain(value));
         }
     }
