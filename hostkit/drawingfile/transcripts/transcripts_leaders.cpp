@@ -182,23 +182,27 @@ forwards:
       use TABLE-2010-CELL
 @ TABLE-2010-CELL
 read first = 0
+read tall = 0
 for ncontent:
   if INDEX == 0:
     read first = kind
+    if hasformat:
+      read tall = (ovflags >> 7) & 1
 171 (1 + (first == 4))
 172 (0)
 173 (inside)
 174 (0)
 175 (wide)
 176 (high)
-91 (0)
+91 (tall * 32)
 178 (0)
 145 (0)
 for ncontent:
   if INDEX == 0 && kind == 4:
     340 blockref
-    144 (1)
+    144 scale ~ 1
     179 (0)
+  140 textheight ? INDEX == 0 && tall
 92 (0)
 301 'CELL_VALUE'
 for ncontent:

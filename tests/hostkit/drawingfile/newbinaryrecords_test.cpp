@@ -200,4 +200,38 @@ TEST(NewBinaryRecords, recordsOfOthersKeepTheirBitsWhenTheyAreMadeAgain) {
     EXPECT_GT(count, 1000U);
 }
 
+/// Of the tables of several cells: merged cells, their widths and heights, texts.
+std::vector<std::string> cellsIn(std::string_view text) {
+    std::vector<std::string> cells;
+    GroupScanner scanner(text);
+    RawGroup group;
+    bool isTable = false;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        const std::string value(withoutBlanks(group.value));
+        if (group.code == 0) isTable = value == "ACAD_TABLE";
+        const bool isOfCell =
+            group.code == 173 || group.code == 175 || group.code == 176 || group.code == 302;
+        if (isTable && isOfCell) cells.push_back(std::to_string(group.code) + ' ' + value);
+    }
+    return cells;
+}
+
+TEST(NewBinaryRecords, cellsOfNewerTablesStandAsInTheTwin) {
+    for (const char* name : {"sample_AC1024", "sample_AC1027", "sample_AC1032"}) {
+        const auto contentOf = [&](const char* ending) {
+            std::ifstream stream(drawingsOfOthers() / "binary" / (std::string(name) + ending),
+                                 std::ios::binary);
+            return std::string{std::istreambuf_iterator<char>(stream), {}};
+        };
+        const std::string binary = contentOf(".dwg"), twin = contentOf(".dxf");
+        if (binary.empty() || twin.empty()) GTEST_SKIP() << "no " << name;
+        TranscribedDrawing drawing;
+        std::string text;
+        const std::vector<std::uint8_t> file(binary.begin(), binary.end());
+        ASSERT_TRUE(textFromDrawing(file, text, drawing)) << name;
+        EXPECT_EQ(cellsIn(text), cellsIn(twin)) << name;
+        EXPECT_GT(cellsIn(twin).size(), 100U);
+    }
+}
+
 } // namespace
