@@ -1,4 +1,4 @@
-// Drawing versions: the forms R12 to 2018; leaves out older forms and the host's own drawing file.
+// Drawing versions: the forms R12 to 2018; leaves out older forms.
 #pragma once
 
 #include <optional>
