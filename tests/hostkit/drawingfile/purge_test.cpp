@@ -35,7 +35,8 @@ std::string withUnused() {
     add("105=14", "0=DIMSTYLE 105=A4 330=13 " + record + "100=AcDbDimStyleTableRecord 2=X 70=0\n");
     for (const auto& [name, handle, other] :
          {std::tuple{"X", "A5", ""}, {"C1", "B5", "C2"}, {"C2", "C5", "C1"}}) {
-        const std::string owner = std::string(" 330=") + handle + " 100=AcDbEntity 8=0 100=";
+        const std::string layer = *other ? "0" : "X";
+        const std::string owner = std::string(" 330=") + handle + " 100=AcDbEntity 8=" + layer + " 100=";
         const std::string own = std::string("0=") + handle[0] + "F";
         add("5=1F", std::string("0=BLOCK_RECORD 5=") + handle + " 330=15 " + record +
                         "100=AcDbBlockTableRecord 2=" + name + " 340=0\n");
@@ -93,7 +94,7 @@ const Use uses[] = {
     {"5=56",
      "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=X 10=0.0 20=0.0 "
      "30=0.0",
-     {"block X"}},
+     {"block X", "layer X", "linetype Y"}},
     {"5=56",
      "43=1.0 -> 43=1.0 // 0=INSERT 5=E1 330=1F 100=AcDbEntity 8=0 100=AcDbBlockReference 2=C1 10=0.0 20=0.0 "
      "30=0.0",
@@ -103,11 +104,11 @@ const Use uses[] = {
     {"5=48", "340=63 -> 340=A7", {"multiline style X"}},
     {"5=40", "1001=ORDANE -> 1001=X 1000=a 1001=ORDANE", {"application X"}},
     {"5=40", "1003=Slab -> 1003=X", {"layer X", "linetype Y"}},
-    {"5=40", "1005=41 -> 1005=A5", {"block X"}},
+    {"5=40", "1005=41 -> 1005=A5", {"block X", "layer X", "linetype Y"}},
     {"5=40", "1000=mark -> 1000=X", {}},
-    {"105=14", "340=C -> 340=A3 342=A5", {"text style X", "block X"}},
+    {"105=14", "340=C -> 340=A3 342=A5", {"text style X", "block X", "layer X", "linetype Y"}},
     {"5=69", "330=41 -> 330=A4", {"dimension style X"}},
-    {"5=69", "330=41 -> 320=A5", {"block X"}},
+    {"5=69", "330=41 -> 320=A5", {"block X", "layer X", "linetype Y"}},
     {"5=69", "1=text -> 8=X 2=X", {"layer X", "linetype Y", "block X", "multiline style X"}},
     {"5=41", "5=41 -> 5=41 102={ACAD_REACTORS 330=A1 102=}", {}},
     {"5=41", "5=41 -> 5=41 102={X 340=A3 102=}", {"text style X"}},
@@ -116,7 +117,9 @@ const Use uses[] = {
      "0=POINT 5=54 330=1F 100=AcDbEntity 8=0 -> 0=FOREIGN 5=54 330=1F 100=AcDbEntity 8=0 100=Foreign 3=X 7=X",
      {"dimension style X", "text style X"}},
     {".", "9=$CLAYER 8=0 -> 9=$CLAYER 8=X", {"layer X", "linetype Y"}},
-    {".", "9=$LTSCALE -> 9=$DIMBLK 1=X 9=$CMLSTYLE 2=X 9=$LTSCALE", {"block X", "multiline style X"}},
+    {".",
+     "9=$LTSCALE -> 9=$DIMBLK 1=X 9=$CMLSTYLE 2=X 9=$LTSCALE",
+     {"block X", "layer X", "linetype Y", "multiline style X"}},
     {"5=AB", "71=1 -> 71=1 340=41", {"group X"}},
     {"5=AB", "71=1 -> 71=1 340=EEEE", {}},
 };
@@ -169,7 +172,7 @@ TEST(Purge, byListsOfIds) {
     const auto database = openDrawingFromMemory(drawingOf(withUnused()), L"test", nullptr, quietReading);
     AcDbObjectIdArray all;
     DatabaseAccess::forEachObject(*database, [&](const AcDbObject& each) { all.append(each.objectId()); });
-    for (const std::size_t count : {8u, 1u, 0u}) { // the linetype goes when the layer has gone
+    for (const std::size_t count : {7u, 1u, 1u, 0u}) { // a block, its layer, and the linetype of that
         AcDbObjectIdArray ids = all;
         ASSERT_EQ(database->purge(ids), Acad::eOk);
         EXPECT_EQ(ids.length(), static_cast<int>(count));

@@ -1,5 +1,6 @@
 // Repair: each single fault that the check knows is gone afterwards, in the text and in the open drawing, and
 // drawings of others that were cut or have lost lines are recovered.
+#include "auditscanner.h"
 #include "dbdatabase.h"
 #include "drawingaudit.h"
 #include "drawingfiles.h"
@@ -89,6 +90,33 @@ TEST(Repair, leavesNoneOfTheSingleFaults) {
         }
     });
     EXPECT_GT(fixed, 120u);
+}
+
+// What can be told of a record stays, and what others gave it is found again.
+TEST(Repair, keepsWhatCanBeTold) {
+    constexpr const char* rows[][3] = {
+        {"5=41", "40=5.0 -> 40=-5.0", "100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=5.0 "},
+        {"5=54", "8=0 -> 8", "0=POINT 5=54 330=1F 100=AcDbEntity 8=0 100=AcDbPoint 10=0.0 "},
+        {"5=65", "350=69 -> 350=ABCD", "3=RECOVERED_69 350=69 "},
+        {"5=65", "350=69 -> 350=ABCD", "0=XRECORD 5=69 330=60 "},
+        {"5=67", "71=1 10=0.0 20=0.0 11=12.0 21=9.0 330=16 -> 71=one 10=0.0 20=0.0 11=12.0 21=9.0 330=ABCD",
+         "11=12.0 21=9.0 330=16 "},
+    };
+    for (const auto& [record, change, wanted] : rows) {
+        RepairReport report;
+        const std::string repaired =
+            repairDrawingText(drawingOf(changedText(contentOf("sound.txt"), record, change)), report);
+        std::string groups;
+        AuditScanner scanner(repaired);
+        for (AuditGroup group; scanner.next(group) == AuditScan::kGroup;)
+            (groups += std::to_string(group.code) + "=").append(group.value) += ' ';
+        EXPECT_NE(groups.find(wanted), std::string::npos) << change << "\n" << groups;
+    }
+    const std::string sound = drawingOf(contentOf("sound.txt"));
+    RecoveryReport report;
+    const auto database = recoverDrawing(sound.substr(0, sound.find("TABLES")), L"test", report);
+    ASSERT_TRUE(database);
+    EXPECT_NE(saved(*database).find("*Model_Space"), std::string::npos) << "what every drawing has";
 }
 
 namespace {
