@@ -198,6 +198,19 @@ private:
             if (table.name == "BLOCK_RECORD") continue; // with their blocks
             for (const OutlinedRecord& record : table.records) add(record, {});
         }
+        for (const ControlKind& kind : controls)
+            if (!m_outline.table(kind.table)) addEmptyControl(kind);
+    }
+
+    /// Every binary drawing has all tables.
+    void addEmptyControl(const ControlKind& kind) {
+        if (m_original && m_original->drawing.find(m_original->drawing.header.handle(kind.variable))) return;
+        Job job;
+        job.layout = m_layouts.byName(kind.layout);
+        job.type = job.layout->number;
+        job.record.handle = takeHandle();
+        m_emptyControls.emplace_back(kind.variable, job.record.handle);
+        m_jobs.push_back(job);
     }
 
     void addControl(const OutlinedTable& table, std::string_view layout, std::size_t number) {
@@ -312,7 +325,7 @@ private:
         std::vector<std::uint8_t> bytes;
         std::vector<ObjectPlace> places;
         std::size_t kept = 0;
-        std::vector<const Job*> failed;
+        std::vector<const Job*> failed, shortened;
     };
 
     bool encodeAll() {
@@ -343,6 +356,11 @@ private:
             m_out.recordsKept += chunk.kept;
             for (const Job* const job : chunk.failed)
                 leaveOut(job->record.in(m_outline.text), job->record.handle);
+            for (const Job* const job : chunk.shortened) {
+                const std::string_view kind = valueIn(job->record.in(m_outline.text), 0);
+                m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) + L" text", L"its first 65535 characters",
+                                  job->record.handle);
+            }
         }
         std::sort(m_out.places.begin(), m_out.places.end(),
                   [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; });
@@ -373,6 +391,8 @@ private:
             } else if (!encode(job, before, chunk.bytes)) {
                 chunk.failed.push_back(&job);
                 return;
+            } else if (m_encoding.hasShortened()) {
+                chunk.shortened.push_back(&job);
             }
             chunk.places.push_back({job.record.handle, offset});
         }
@@ -577,6 +597,8 @@ private:
         for (const ControlKind& kind : controls)
             if (const OutlinedTable* const table = m_outline.table(kind.table))
                 header.values[std::string(kind.variable)] = HeaderReference{table->head.handle};
+        for (const auto& [variable, handle] : m_emptyControls)
+            header.values[std::string(variable)] = HeaderReference{handle};
         header.values["VP_ENT_HDR_CONTROL"] = HeaderReference{m_viewportControl};
         for (const auto& [name, handle] : m_lists.roots()) header.values[name] = HeaderReference{handle};
         std::uint64_t seed = m_out.places.empty() ? 1 : m_out.places.back().handle + 1;
@@ -597,6 +619,7 @@ private:
     EncodingLists m_lists, m_listsBefore;
     std::set<std::uint64_t> m_replaced;
     std::vector<Job> m_jobs;
+    std::vector<std::pair<std::string_view, std::uint64_t>> m_emptyControls;
     std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
 };
 

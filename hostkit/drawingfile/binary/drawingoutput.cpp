@@ -3,11 +3,15 @@
 #include "binarycontainerwriting.h"
 #include "binarysections.h"
 #include "binarytranscription.h"
+#include "datastore.h"
 #include "drawingencoding.h"
 #include "encodinglists.h"
+#include "groupscanner.h"
 #include "headergathering.h"
 
 #include <array>
+#include <map>
+#include <set>
 
 namespace hostkit {
 namespace {
@@ -43,6 +47,60 @@ unsigned codePageOf(std::string_view text, const DrawingOrigin& origin) {
     return number ? number : western;
 }
 
+/// Bodies that the drawing has in the section of its store, as digits, by the handles of their entities.
+std::map<std::uint64_t, std::string> storedBodies(const ExchangeOutline& outline) {
+    std::map<std::uint64_t, std::string> bodies;
+    GroupScanner scanner(outline.text.substr(0, outline.storeEnd), outline.storeBegin);
+    RawGroup group;
+    std::uint64_t handle = 0;
+    bool isBody = false;
+    while (scanner.next(group) == ScanResult::kGroup) {
+        if (group.code == 0) handle = 0;
+        if (group.code == 0 || group.code == 2) isBody = group.is(2, "ASM_Data");
+        if (group.code == 320) handle = handleFromText(withoutBlanks(group.value)).value_or(0);
+        if (group.code == 310 && isBody && handle) bodies[handle] += withoutBlanks(group.value);
+    }
+    return bodies;
+}
+
+bool hasDigits(std::string_view digits, ByteSpan bytes) {
+    if (digits.size() != 2 * bytes.size()) return false;
+    std::size_t at = 0;
+    for (const std::uint8_t byte : bytes)
+        for (const int shift : {4, 0}) {
+            const char digit = "0123456789ABCDEF"[byte >> shift & 15];
+            const char told = digits[at++];
+            if (digit != (told >= 'a' ? told - 'a' + 'A' : told)) return false;
+        }
+    return true;
+}
+
+/// From 2013 on bodies stand in a store, of which only what came with the drawing is written: those that are new
+/// are missing then, and of changed ones the store has the old body.
+void tellLostBodies(std::string_view text, BinaryContainer& container, FormChanges& changes) {
+    if (container.version < DrawingVersion::k2013) return;
+    const ExchangeOutline outline(text);
+    std::map<std::uint64_t, std::string> bodies = storedBodies(outline);
+    if (bodies.empty()) return;
+    std::set<std::uint64_t> stale;
+    for (const StoredData& data : readDataStore(container)) {
+        const auto body = bodies.find(data.handle);
+        if (body == bodies.end() || data.kind == "AcDb_Thumbnail_Schema") continue;
+        if (hasDigits(body->second, data.bytes))
+            bodies.erase(body);
+        else
+            stale.insert(data.handle);
+    }
+    for (const OutlinedBlock& block : outline.blocks)
+        for (const OutlinedEntity& entity : block.entities)
+            if (bodies.contains(entity.record.handle)) {
+                const std::string_view kind = valueIn(entity.record.in(text), 0);
+                changes.add(std::wstring(kind.begin(), kind.end()) + L" body",
+                            stale.contains(entity.record.handle) ? L"as it was before" : L"",
+                            entity.record.handle);
+            }
+}
+
 } // namespace
 
 DrawingVersion formOfBinaryDrawing(DrawingVersion version) {
@@ -69,7 +127,7 @@ bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const 
         return false;
     }
     for (const FormChange& change : encoded.leftOut.all())
-        for (const std::uint64_t handle : change.handles) changes.add(change.kind, {}, handle);
+        for (const std::uint64_t handle : change.handles) changes.add(change.kind, change.became, handle);
     BinaryContainer container = containerFor(version, codePage, origin);
     std::vector<std::uint8_t>& header = container.sections["AcDb:Header"];
     header = writeHeader(container, encoded.header);
@@ -84,6 +142,7 @@ bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const 
         if (readProperties(container) != properties)
             container.sections["AcDb:SummaryInfo"] = writeProperties(container, properties);
     }
+    tellLostBodies(text, container, changes);
     std::vector<std::uint8_t> file;
     if (!writeContainer(container, {encoded.objects, std::move(encoded.places)}, file, reason)) return false;
     bytes.assign(file.begin(), file.end());

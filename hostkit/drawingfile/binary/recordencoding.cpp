@@ -241,11 +241,13 @@ private:
         const std::string_view bytes(run.bytes, run.count);
         if (m_owner.m_form < 21) {
             const std::string_view kept = bytes.substr(0, longest);
+            m_owner.m_hasShortened = m_owner.m_hasShortened || kept.size() < bytes.size();
             stream.bitShort(static_cast<std::int16_t>(kept.size()));
             for (const char byte : kept) stream.rawByte(static_cast<std::uint8_t>(byte));
             return;
         }
         utf16Of(bytes, m_units);
+        m_owner.m_hasShortened = m_owner.m_hasShortened || m_units.size() > longest;
         m_units.resize(std::min(m_units.size(), longest));
         stream.bitShort(static_cast<std::int16_t>(m_units.size()));
         for (const std::uint16_t unit : m_units) stream.rawShort(unit);
@@ -390,6 +392,7 @@ bool RecordEncoding::run(const RecordLayout& layout, std::uint64_t handle, const
 
 bool RecordEncoding::append(const RecordLayout& layout, unsigned type, std::uint64_t handle,
                             const RecordScope& values, std::vector<std::uint8_t>& bytes) {
+    m_hasShortened = false;
     m_data.clear();
     m_text.clear();
     m_references.clear();

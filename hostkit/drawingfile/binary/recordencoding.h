@@ -26,6 +26,8 @@ public:
     void putReferencesAmongData() { m_hasOneStream = true; }
     /// Runs the layout alone, for what is no record: the three streams as bits.
     [[nodiscard]] bool run(const RecordLayout& layout, std::uint64_t handle, const RecordScope& values);
+    /// The last record has less of a text than the values: a text has room for 65535 characters.
+    [[nodiscard]] bool hasShortened() const { return m_hasShortened; }
     [[nodiscard]] const BitWriter& data() const { return m_data; }
     [[nodiscard]] const BitWriter& text() const { return m_text; }
     [[nodiscard]] const BitWriter& references() const { return m_references; }
@@ -38,6 +40,7 @@ private:
 
     int m_form;
     bool m_hasOneStream = false;
+    bool m_hasShortened = false;
     const RecordReading* m_reading = nullptr;
     const RecordFields* m_original = nullptr;
     BitWriter m_data, m_text, m_references;
