@@ -15,6 +15,7 @@
 #include <optional>
 #include <set>
 #include <thread>
+#include <unordered_set>
 
 namespace hostkit {
 namespace {
@@ -48,6 +49,26 @@ constexpr std::array<ControlKind, 9> controls{{{"BLOCK_RECORD", "BLOCK_CONTROL",
                                                {"VPORT", "VPORT_CONTROL", "VPORT_CONTROL"},
                                                {"APPID", "APPID_CONTROL", "APPID_CONTROL"},
                                                {"DIMSTYLE", "DIMSTYLE_CONTROL", "DIMSTYLE_CONTROL"}}};
+
+/// The groups of a dictionary without the entries that lead to such records.
+std::string withoutEntries(std::string_view record, const std::unordered_set<std::uint64_t>& gone) {
+    std::string kept;
+    kept.reserve(record.size());
+    GroupScanner scanner(record);
+    RawGroup group;
+    std::size_t keptTo = 0, nameAt = record.size();
+    while (scanner.next(group) == ScanResult::kGroup) {
+        if (group.code == 3) nameAt = scanner.offsetOf(group.start);
+        const bool leads = group.code == 350 || group.code == 360;
+        if (!leads || nameAt == record.size()) continue; // the one ahead is the extension dictionary
+        if (gone.contains(handleFromText(withoutBlanks(group.value)).value_or(0))) {
+            kept.append(record.substr(keptTo, nameAt - keptTo));
+            keptTo = scanner.offset();
+        }
+        nameAt = record.size();
+    }
+    return kept.append(record.substr(keptTo));
+}
 
 BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::uint8_t>(code), handle}; }
 
@@ -165,6 +186,7 @@ private:
     bool leaveOut(std::string_view groups, std::uint64_t handle) {
         const std::string_view kind = valueIn(groups, 0);
         m_out.leftOut.add(std::wstring(kind.begin(), kind.end()), {}, handle);
+        m_gone.insert(handle);
         return false;
     }
 
@@ -424,8 +446,7 @@ private:
             m_encoding.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
             m_values.clear();
             if (job.record.isThere()) {
-                const std::string_view text = m_owner.m_outline.text;
-                scanRecordAt(text, job.record.offset, job.record.length, m_record);
+                scan(job, *layout);
                 m_gathering.gather(m_record, *layout, job.links, m_values);
             }
             m_owner.addLists(job, *layout, m_values, m_texts);
@@ -435,7 +456,18 @@ private:
                                      m_values, bytes);
         }
 
+        /// What is left out has no entry in a dictionary.
+        void scan(const Job& job, const RecordLayout& layout) {
+            const std::string_view text = m_owner.m_outline.text;
+            const bool isDictionary = layout.name == "DICTIONARY" || layout.name == "ACDBDICTIONARYWDFLT";
+            if (!isDictionary || m_owner.m_gone.empty())
+                return scanRecordAt(text, job.record.offset, job.record.length, m_record);
+            m_dictionary = withoutEntries(job.record.in(text), m_owner.m_gone);
+            scanRecordAt(m_dictionary, 0, m_dictionary.size(), m_record);
+        }
+
         const DrawingEncoding& m_owner;
+        std::string m_dictionary;
         RecordGathering m_gathering;
         RecordEncoding m_encoding;
         std::optional<RecordReading> m_reading;
@@ -618,6 +650,7 @@ private:
     RecordNames m_names;
     EncodingLists m_lists, m_listsBefore;
     std::set<std::uint64_t> m_replaced;
+    std::unordered_set<std::uint64_t> m_gone; ///< left out
     std::vector<Job> m_jobs;
     std::vector<std::pair<std::string_view, std::uint64_t>> m_emptyControls;
     std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
