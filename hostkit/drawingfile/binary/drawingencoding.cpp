@@ -380,8 +380,8 @@ private:
                 leaveOut(job->record.in(m_outline.text), job->record.handle);
             for (const Job* const job : chunk.shortened) {
                 const std::string_view kind = valueIn(job->record.in(m_outline.text), 0);
-                m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) + L" text", L"its first 65535 characters",
-                                  job->record.handle);
+                m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) + L" text",
+                                  L"its first 65535 characters", job->record.handle);
             }
         }
         std::sort(m_out.places.begin(), m_out.places.end(),

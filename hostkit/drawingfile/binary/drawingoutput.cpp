@@ -75,8 +75,8 @@ bool hasDigits(std::string_view digits, ByteSpan bytes) {
     return true;
 }
 
-/// From 2013 on bodies stand in a store, of which only what came with the drawing is written: those that are new
-/// are missing then, and of changed ones the store has the old body.
+/// From 2013 on bodies stand in a store, of which only what came with the drawing is written: those that are
+/// new are missing then, and of changed ones the store has the old body.
 void tellLostBodies(std::string_view text, BinaryContainer& container, FormChanges& changes) {
     if (container.version < DrawingVersion::k2013) return;
     const ExchangeOutline outline(text);

@@ -1,11 +1,16 @@
 // Entities that other programs wrote in other ways than records have them, made into binary records and told
 // as groups again.
 #include "drawingencoding.h"
+#include "drawingsofothers.h"
+#include "exchangeoutline.h"
+#include "groupscanner.h"
 #include "recordtranscription.h"
+#include "visualstyleforms.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -174,5 +179,51 @@ TEST(BinaryEntities, bodiesOfManyBlocksKeepTheirText) {
         for (const auto& [code, value] : throughRecord(entity, form))
             if (code == 1 || code == 3) text += (code == 1 ? "\n" : "") + value;
         EXPECT_EQ(text, expected) << "form " << form;
+    }
+}
+
+namespace {
+
+/// Visual styles of a text drawing by their names.
+std::map<std::string, std::string> visualStylesOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    std::map<std::string, std::string> found;
+    if (text.empty()) return found;
+    for (const OutlinedRecord& object : ExchangeOutline(text).objects)
+        if (valueIn(object.in(text), 0) == "VISUALSTYLE")
+            found[std::string(valueIn(object.in(text), 2))] = object.in(text);
+    return found;
+}
+
+/// The groups of the class, without the data of applications behind.
+Groups ownGroups(const std::string& record) {
+    Groups groups;
+    GroupScanner scanner(record);
+    bool isInside = false;
+    for (RawGroup group; scanner.next(group) == ScanResult::kGroup && group.code != 1001;) {
+        if (isInside) groups.emplace_back(group.code, withoutBlanks(group.value));
+        isInside = isInside || group.is(100, "AcDbVisualStyle");
+    }
+    return groups;
+}
+
+} // namespace
+
+// The same drawing, saved by another program in each form.
+TEST(VisualStyles, HaveTheGroupsOfEachForm) {
+    const auto named = visualStylesOf(drawingsOfOthers() / "binary/sample_AC1024.dxf");
+    const auto listed = visualStylesOf(drawingsOfOthers() / "binary/sample_AC1027.dxf");
+    const auto unnamed = visualStylesOf(drawingsOfOthers() / "binary/sample_AC1021.dxf");
+    if (named.empty() || listed.empty() || unnamed.empty()) GTEST_SKIP() << "no drawings of others";
+    for (const auto& [name, record] : named) {
+        SCOPED_TRACE(name);
+        DrawingStyle older, newer;
+        older.version = DrawingVersion::k2010;
+        newer.version = DrawingVersion::k2013;
+        EXPECT_EQ(ownGroups(visualStyleInForm(record, newer)), ownGroups(listed.at(name)));
+        EXPECT_EQ(ownGroups(visualStyleInForm(listed.at(name), older)), ownGroups(record));
+        EXPECT_EQ(ownGroups(visualStyleInForm(unnamed.at(name), older)), ownGroups(record));
+        EXPECT_EQ(visualStyleInForm(record, older), "");
     }
 }
