@@ -95,7 +95,7 @@ TEST(Repair, leavesNoneOfTheSingleFaults) {
 // What can be told of a record stays, and what others gave it is found again.
 TEST(Repair, keepsWhatCanBeTold) {
     constexpr const char* rows[][3] = {
-        {"5=41", "40=5.0 -> 40=-5.0", "100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=5.0 "},
+        {"5=41", "40=5.0 -> 40=-5.0", "48=2.0 100=AcDbCircle 10=0.0 20=0.0 30=0.0 40=5.0 "},
         {"5=54", "8=0 -> 8", "0=POINT 5=54 330=1F 100=AcDbEntity 8=0 100=AcDbPoint 10=0.0 "},
         {"5=65", "350=69 -> 350=ABCD", "3=RECOVERED_69 350=69 "},
         {"5=65", "350=69 -> 350=ABCD", "0=XRECORD 5=69 330=60 "},
