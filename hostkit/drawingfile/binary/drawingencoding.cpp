@@ -192,6 +192,7 @@ private:
 
     /// Entities that cannot be written stand in no list of those that hold them.
     void leaveOutUnknown() {
+        for (const OutlinedRecord& stray : m_outline.strays) leaveOut(stray.in(m_outline.text), stray.handle);
         for (OutlinedBlock& block : m_outline.blocks)
             std::erase_if(block.entities, [this](const OutlinedEntity& entity) {
                 Job job;

@@ -112,8 +112,8 @@ private:
         const std::string name = upperCase(valueIn(begin.in(m_out.text), 2));
         const auto named = m_blockNames.find(name);
         const std::uint64_t handle = named == m_blockNames.end() ? begin.owner : named->second;
-        if (name == "*MODEL_SPACE") m_modelSpace = handle;
-        if (name == "*PAPER_SPACE") m_paperSpace = handle;
+        if (name == "*MODEL_SPACE") m_modelSpace = m_out.m_modelSpace = handle;
+        if (name == "*PAPER_SPACE") m_paperSpace = m_out.m_paperSpace = handle;
         return handle;
     }
 
@@ -147,6 +147,7 @@ private:
                                                : isInPaper ? m_paperSpace
                                                            : m_modelSpace);
             if (found == m_byHandle.end()) {
+                m_out.strays.push_back(made);
                 m_last = nullptr;
                 return;
             }
@@ -171,6 +172,8 @@ ExchangeOutline::ExchangeOutline(std::string_view bytes)
     : text(bytes) {
     Outlining(*this).run();
 }
+
+bool ExchangeOutline::hasSpaces() const { return m_modelSpace && m_paperSpace && !objects.empty(); }
 
 ExchangeOutline ExchangeOutline::headerAlone(std::string_view bytes) {
     ExchangeOutline outline;

@@ -47,6 +47,7 @@ struct ExchangeOutline {
     std::vector<OutlinedTable> tables;
     std::vector<OutlinedBlock> blocks;
     std::vector<OutlinedRecord> parts, objects;
+    std::vector<OutlinedRecord> strays; ///< entities that stand in no block
     std::size_t storeBegin = 0, storeEnd = 0; ///< of the section of bodies
 
     explicit ExchangeOutline(std::string_view text);
@@ -56,12 +57,15 @@ struct ExchangeOutline {
     [[nodiscard]] const OutlinedTable* table(std::string_view name) const;
     /// Of the record in the table of blocks; null where no block has it.
     [[nodiscard]] const OutlinedBlock* block(std::uint64_t handle) const;
+    /// Whether both spaces have their records and blocks, and there is a dictionary of named objects.
+    [[nodiscard]] bool hasSpaces() const;
     [[nodiscard]] std::uint64_t highestHandle() const { return m_highest; }
 
 private:
     friend class Outlining;
     ExchangeOutline() = default;
     std::uint64_t m_highest = 0;
+    std::uint64_t m_modelSpace = 0, m_paperSpace = 0; // records of the spaces that have blocks
 };
 
 /// The value of the first group of that code in a record's head or parts; empty where there is none.

@@ -8,6 +8,7 @@
 #include "dbaccess.h"
 #include "drawingedits.h"
 #include "drawingoutput.h"
+#include "exchangeoutline.h"
 #include "formtransfer.h"
 #include "headervariables.h"
 #include "hostport.h"
@@ -162,6 +163,23 @@ void tellTrueColors(const AcDbDatabase& database, FormChanges& changes) {
     });
 }
 
+// Everything from the objects, without what no class knows.
+bool writeAnew(const AcDbDatabase& database, ObjectWriting& objects, const DrawingStyle& source,
+               const DrawingStyle& target, DrawingCoding coding, Output& output, WriteReport& report) {
+    output.asRead = nullptr;
+    output.written.clear();
+    CompleteWriting writing(database, objects, report.changes);
+    if (!runWriting(writing, output, report)) return false;
+    // What was made here has no records of unknown kinds, and its classes know what each form has from R13
+    // on.
+    const bool isPlain = !output.source && hasSubclassMarkers(target.version);
+    if (isPlain) return true;
+    output.written =
+        FormTransfer(output.written, source, target, report.changes, unheldRecords(output, coding, target))
+            .run();
+    return true;
+}
+
 // Between forms with subclass marks the records of the file are merged with the fields, so that what no class
 // knows goes along. To and from R12, and for a drawing without a file, all is written anew. Both write in the
 // source's code page, which the records of unknown kinds have; the transfer encodes all of it.
@@ -171,22 +189,18 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
     if (target.version < DrawingVersion::k2004) tellTrueColors(database, report.changes);
     const bool isMerged =
         output.source && hasSubclassMarkers(source.version) && hasSubclassMarkers(target.version);
-    bool isGood = false;
-    if (isMerged) {
-        DrawingEdits edits(database, *output.source, objects, true, options.threads);
-        isGood = runWriting(edits, output, report);
-    } else {
-        CompleteWriting writing(database, objects, report.changes);
-        isGood = runWriting(writing, output, report);
-    }
-    // What was made here has no records of unknown kinds, and its classes know what each form has from R13
-    // on.
-    const bool isPlain = !output.source && hasSubclassMarkers(target.version);
-    if (isGood && !isPlain)
-        output.written = FormTransfer(output.written, source, target, report.changes,
-                                      unheldRecords(output, coding, target))
-                             .run();
-    return isGood;
+    if (!isMerged) return writeAnew(database, objects, source, target, coding, output, report);
+    DrawingEdits edits(database, *output.source, objects, true, options.threads);
+    if (!runWriting(edits, output, report)) return false;
+    output.written =
+        FormTransfer(output.written, source, target, report.changes, unheldRecords(output, coding, target))
+            .run();
+    return true;
+}
+
+// Files of other programs may lack spaces and tables, which every binary drawing has.
+bool lacksSpaces(const Output& output) {
+    return output.source && !binaryDrawingOf(output.source) && !ExchangeOutline(output.bytes()).hasSpaces();
 }
 
 // No reader takes a drawing with a block that contains itself.
@@ -242,6 +256,8 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();
     report.groupsKept = objects.writer().groupsKept();
+    if (isGood && coding == DrawingCoding::kDrawing && lacksSpaces(output))
+        isGood = writeAnew(database, objects, spelt, target, coding, output, report);
     isGood = isGood && giveCoding(coding, target, output, report);
     if (options.changes) *options.changes = report.changes;
     report.byteCount = isGood ? output.bytes().size() : 0;

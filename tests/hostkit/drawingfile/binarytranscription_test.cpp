@@ -288,6 +288,23 @@ TEST(BinaryTranscription, anyDamageLeavesADrawingOrAReason) {
     }
 }
 
+// Programs write text drawings of a header and entities alone.
+TEST(BinaryTranscription, aDrawingWithoutTablesKeepsItsEntities) {
+    for (const std::string_view name : {"curves.dxf", "texts.dxf"})
+        for (const DrawingVersion version : {DrawingVersion::k2000, DrawingVersion::k2013}) {
+            const auto before = openDrawingFromMemory(
+                contentOf(std::filesystem::path(VEXO_SOURCE_DIR "/fuzz/corpus/drawing") / name), L"plan.dxf",
+                nullptr, drawingtest::quietReading);
+            ASSERT_TRUE(before);
+            ReadReport report;
+            const auto after = openDrawingFromMemory(binaryDrawing(*before, version), L"plan.dwg", &report,
+                                                     drawingtest::quietReading);
+            ASSERT_TRUE(after) << name;
+            EXPECT_EQ(report.problemCount, 0U) << name;
+            EXPECT_EQ(report.entityCount, name == "curves.dxf" ? 3U : 2U) << name;
+        }
+}
+
 TEST(BinaryTranscription, whatTheFuzzerStartsFromHoldsToo) {
     std::size_t opened = 0;
     for (const auto& entry :
