@@ -223,7 +223,13 @@ TEST(VisualStyles, HaveTheGroupsOfEachForm) {
         newer.version = DrawingVersion::k2013;
         EXPECT_EQ(ownGroups(visualStyleInForm(record, newer)), ownGroups(listed.at(name)));
         EXPECT_EQ(ownGroups(visualStyleInForm(listed.at(name), older)), ownGroups(record));
-        EXPECT_EQ(ownGroups(visualStyleInForm(unnamed.at(name), older)), ownGroups(record));
+        // Up to 2007 nothing is told of the marks, which some have other than usual.
+        const auto withoutMarks = [](Groups groups) {
+            std::erase_if(groups, [](const auto& group) { return group.first == 176; });
+            return groups;
+        };
+        EXPECT_EQ(withoutMarks(ownGroups(visualStyleInForm(unnamed.at(name), older))),
+                  withoutMarks(ownGroups(record)));
         EXPECT_EQ(visualStyleInForm(record, older), "");
     }
 }
