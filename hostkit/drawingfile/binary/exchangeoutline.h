@@ -47,7 +47,7 @@ struct ExchangeOutline {
     std::vector<OutlinedTable> tables;
     std::vector<OutlinedBlock> blocks;
     std::vector<OutlinedRecord> parts, objects;
-    std::vector<OutlinedRecord> strays; ///< entities that stand in no block
+    std::vector<OutlinedRecord> strays;       ///< entities that stand in no block
     std::size_t storeBegin = 0, storeEnd = 0; ///< of the section of bodies
 
     explicit ExchangeOutline(std::string_view text);

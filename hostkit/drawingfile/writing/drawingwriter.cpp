@@ -256,8 +256,10 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
     report.recordsWritten = objects.recordsWritten();
     report.groupsFromFields = objects.writer().groupsFromFields();
     report.groupsKept = objects.writer().groupsKept();
-    if (isGood && coding == DrawingCoding::kDrawing && lacksSpaces(output))
-        isGood = writeAnew(database, objects, spelt, target, coding, output, report);
+    if (isGood && coding == DrawingCoding::kDrawing && lacksSpaces(output)) {
+        ObjectWriting anew(database, written, {nullptr, 0, recordsShare, recordsShare});
+        isGood = writeAnew(database, anew, spelt, target, coding, output, report);
+    }
     isGood = isGood && giveCoding(coding, target, output, report);
     if (options.changes) *options.changes = report.changes;
     report.byteCount = isGood ? output.bytes().size() : 0;
