@@ -144,7 +144,8 @@ class Results:
         if not os.path.exists(self.work) and os.path.isdir(self.path) and any(
                 not each.startswith(".") for each in os.listdir(self.path)):
             raise PipelineError(EXIT_USAGE, "%s: it holds other things; results want a folder of their own" % shown(self.path))
-        for folder in (self.results, self.temporary):
+        # What tells the folder from others comes first: a run may be killed between the two.
+        for folder in (self.temporary, self.results):
             try:
                 os.makedirs(folder, exist_ok=True)
             except OSError as fault:
