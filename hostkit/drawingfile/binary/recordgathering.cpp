@@ -635,7 +635,9 @@ private:
     /// The blocks of the usual arrows have an underscore before the name that groups tell.
     std::uint64_t arrowTarget(std::string_view name) {
         if (name.empty()) return 0;
-        const std::uint64_t usual = nameTarget("BLOCK_RECORD", "_" + std::string(name));
+        std::string underlined = "_";
+        underlined += name;
+        const std::uint64_t usual = nameTarget("BLOCK_RECORD", underlined);
         return usual ? usual : nameTarget("BLOCK_RECORD", name);
     }
     std::uint64_t nameTarget(std::string_view kind, std::string_view name) {
