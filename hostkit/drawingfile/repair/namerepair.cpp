@@ -63,7 +63,8 @@ void DrawingRepairing::repairNames() {
             if (allowed != name) nameAnew(each, allowed);
             if (allowed.empty() || names.insert(foldedName(allowed)).second || mayShare) continue;
             if (table.name == "BLOCK_RECORD") {
-                allowed += "_" + std::string(handleText(handleOf(each)));
+                allowed += '_';
+                allowed += handleText(handleOf(each));
                 nameAnew(each, allowed);
                 names.insert(foldedName(allowed));
                 continue;
