@@ -1,6 +1,7 @@
 #include "recordencoding.h"
 
 #include "binarychecksums.h"
+#include "longcolors.h"
 #include "transcriptvalues.h"
 
 #include <algorithm>
@@ -306,7 +307,7 @@ private:
         }
         const bool isKept = color.hasValue;
         data.bitShort(isKept ? color.index : 0);
-        data.bitLong(static_cast<std::int32_t>(isKept ? color.value : longValue(color.index)));
+        data.bitLong(static_cast<std::int32_t>(isKept ? color.value : longColorOf(color.index)));
         const bool isOwn = m_scope->find(step.slot); // another colour has no name of the one before
         const auto part = [&](int shift) {
             const auto slot = static_cast<std::uint16_t>(step.slot + shift);
@@ -321,12 +322,6 @@ private:
         if (name) text(name, before(1));
         if (book) text(book, before(2));
         m_values[step.slot] = color.index;
-    }
-
-    static std::uint32_t longValue(int index) {
-        return index == 256 ? 0xC0000000U
-               : index == 0 ? 0xC1000000U
-                            : 0xC3000000U | static_cast<std::uint32_t>(index & 0xFF);
     }
 
     void entityColor(const ValueColor& color) {

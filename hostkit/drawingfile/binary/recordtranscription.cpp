@@ -1,9 +1,10 @@
 #include "recordtranscription.h"
 
 #include "adscodes.h"
-#include "dbcolor.h"
+#include "extendeddatacoding.h"
 #include "fieldtable.h"
 #include "groupcodes.h"
+#include "longcolors.h"
 #include "recordhead.h"
 #include "transcriptnatives.h"
 #include "transcriptvalues.h"
@@ -18,36 +19,7 @@ namespace {
 
 using Line = TranscriptLine;
 
-constexpr int byLayer = 256;
-constexpr short trueColorShift = 358, colorNameShift = 368;
-
-/// Names of records are the same in upper and lower case.
-std::string keyOf(std::string_view kind, std::string_view name) {
-    std::string key(kind);
-    key += '\n';
-    for (const char character : name)
-        key += character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
-    return key;
-}
-
 } // namespace
-
-void RecordNames::add(std::string_view kind, std::string name, std::uint64_t handle) {
-    std::string key = keyOf(kind, name);
-    if (kind == "LTYPE" && key != "LTYPE\nBYLAYER" && key != "LTYPE\nBYBLOCK") m_linetypes.push_back(handle);
-    m_handles.try_emplace(std::move(key), handle);
-    m_names.try_emplace(handle, std::move(name));
-}
-
-std::string_view RecordNames::nameOf(std::uint64_t handle) const {
-    const auto found = m_names.find(handle);
-    return found == m_names.end() ? std::string_view() : std::string_view(found->second);
-}
-
-std::uint64_t RecordNames::handleOf(std::string_view kind, std::string_view name) const {
-    const auto found = m_handles.find(keyOf(kind, name));
-    return found == m_handles.end() ? 0 : found->second;
-}
 
 /// Runs a transcript over the values of one record.
 class Transcribing final : public NativeOutput {
@@ -434,7 +406,7 @@ private:
 
     void color(const Line& line, const ValueColor& color, std::uint16_t slot) {
         if (line.conversion == Line::Conversion::longColor) return longColor(line, color);
-        const bool isExact = color.hasValue && color.value >> 24 == 0xC2;
+        const bool isExact = color.hasValue && isTrueColor(color.value);
         const int index = indexOf(color);
         const bool isStandard = line.presence == Line::Presence::unlessStandard && !isExact &&
                                 index == static_cast<int>(standardOf(line, 0));
@@ -448,24 +420,7 @@ private:
     }
 
     static int indexOf(const ValueColor& color) {
-        constexpr int none = 257;
-        if (!color.hasValue) return color.index;
-        switch (color.value >> 24) {
-        case 0xC0:
-            return byLayer;
-        case 0xC1:
-            return 0;
-        case 0xC2:
-            return AcCmEntityColor::lookUpACI(static_cast<Adesk::UInt8>(color.value >> 16),
-                                              static_cast<Adesk::UInt8>(color.value >> 8),
-                                              static_cast<Adesk::UInt8>(color.value));
-        case 0xC3:
-            return static_cast<int>(color.value & 0xFF);
-        case 0xC8:
-            return none;
-        default:
-            return color.index;
-        }
+        return color.hasValue ? indexOfLongColor(color.value, color.index) : color.index;
     }
 
     void colorName(int code, std::uint16_t slot) {
@@ -481,12 +436,7 @@ private:
     }
 
     void longColor(const Line& line, const ValueColor& color) {
-        std::uint32_t value = color.value;
-        if (!color.hasValue)
-            value = color.index == byLayer ? 0xC0000000U
-                    : color.index == 0     ? 0xC1000000U
-                                           : 0xC3000000U | static_cast<std::uint32_t>(color.index & 0xFF);
-        number(line.code, static_cast<std::int32_t>(value));
+        number(line.code, static_cast<std::int32_t>(color.hasValue ? color.value : longColorOf(color.index)));
     }
 
     // What every record has
@@ -556,7 +506,7 @@ private:
         const RecordValue* const found = find(common().color);
         if (!found) return;
         const ValueColor& color = found->color;
-        if (color.index != byLayer || color.hasValue) number(colorCode, color.index);
+        if (color.index != byLayerIndex || color.hasValue) number(colorCode, color.index);
         if (color.hasValue && !color.isOfBook) number(trueColorCode, color.value & 0xFFFFFF);
         if (!color.isOfBook) return;
         const std::uint64_t book = referenceTo(common().colorBook);
@@ -587,70 +537,9 @@ private:
         if (!all) return;
         for (std::size_t i = 0; i + 1 < all->size(); i += 2) {
             text(applicationCode, m_names.nameOf((*all)[i].reference.value));
-            const ValueRun& run = (*all)[i + 1].run;
-            BitReader items(m_reading.objects(), run.firstBit, run.firstBit + run.count * 8);
-            while (items.left() >= 8 && extendedItem(items)) {
-            }
+            writeExtendedItems((*all)[i + 1].run, *this);
         }
     }
-
-    bool extendedItem(BitReader& items) {
-        const int code = firstExtendedCode + items.rawByte();
-        switch (code) {
-        case firstExtendedCode:
-        case applicationCode:
-            return extendedText(code, items);
-        case 1002:
-            appendGroup(code, items.rawByte() ? "}" : "{", m_style, *m_bytes);
-            break;
-        case extendedLayerCode:
-            text(code, m_names.nameOf(bigEndian(items)));
-            break;
-        case 1004:
-            m_text.clear();
-            for (std::size_t left = items.rawByte(); left > 0 && !items.failed(); --left)
-                m_text += static_cast<char>(items.rawByte());
-            m_text.empty() ? appendGroup(code, "", m_style, *m_bytes) : digits(code, m_text);
-            break;
-        case 1005:
-            handle(code, bigEndian(items));
-            break;
-        case 1070:
-            number(code, static_cast<std::int16_t>(items.rawShort()));
-            break;
-        case extendedLongCode:
-            number(code, static_cast<std::int32_t>(items.rawLong()));
-            break;
-        default:
-            return extendedReal(code, items);
-        }
-        return !items.failed();
-    }
-
-    bool extendedText(int code, BitReader& items) {
-        const bool isWide = m_reading.form() >= 21;
-        const std::size_t count = isWide ? items.rawShort() : items.rawByte();
-        if (!isWide) items.rawShort(); // the code page
-        if (count > items.left() / (isWide ? 16 : 8)) return false;
-        m_text.clear();
-        m_reading.appendText({nullptr, items.position(), count}, m_text);
-        items.moveTo(items.position() + count * (isWide ? 16 : 8));
-        text(code, m_text);
-        return true;
-    }
-
-    bool extendedReal(int code, BitReader& items) {
-        const bool isPoint = code >= 1010 && code <= 1015;
-        if (!isPoint && (code < 1040 || code > 1042)) return false;
-        for (int i = 0; i < (isPoint ? 3 : 1); ++i) {
-            const double value = items.rawDouble();
-            if (items.failed()) return false;
-            number(code + 10 * i, value);
-        }
-        return true;
-    }
-
-    static std::uint64_t bigEndian(BitReader& items) { return __builtin_bswap64(items.rawLongLong()); }
 
     void appendBytes(const ValueRun& run, std::string& bytes) const {
         BitReader reader(m_reading.objects(), run.firstBit, run.firstBit + run.count * 8);

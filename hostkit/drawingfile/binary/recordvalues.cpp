@@ -27,10 +27,10 @@ void RecordScope::clear() {
     m_arrayCount = m_loopCount = 0;
 }
 
-void RecordScope::set(std::uint16_t slot, const RecordValue& value) {
-    const auto found =
-        std::find_if(m_items.begin(), m_items.end(), [&](const Item& item) { return item.slot == slot; });
-    (found == m_items.end() ? add(slot) : found->value) = value;
+RecordValue& RecordScope::set(std::uint16_t slot) {
+    for (Item& item : m_items)
+        if (item.slot == slot) return item.value = RecordValue();
+    return add(slot);
 }
 
 RecordValue& RecordScope::add(std::uint16_t slot) {

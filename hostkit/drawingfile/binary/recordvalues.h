@@ -55,8 +55,9 @@ public:
     };
 
     void clear();
-    /// Replaces a value of that slot.
-    void set(std::uint16_t slot, const RecordValue& value);
+    /// The value of that slot, nothing in it any more.
+    RecordValue& set(std::uint16_t slot);
+    void set(std::uint16_t slot, const RecordValue& value) { set(slot) = value; }
     /// Behind all that are there: for what is known to be new.
     RecordValue& add(std::uint16_t slot);
     [[nodiscard]] const RecordValue* find(std::uint16_t slot) const;

@@ -11,7 +11,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -151,12 +150,7 @@ private:
         const int size = code >= 280 && code <= 299 ? 1 : code >= 160 && code <= 169 ? 8 : isLong ? 4 : 2;
         number(static_cast<std::uint64_t>(integerFromText(group.value).value_or(0)), size);
     }
-    void real(const RecordGroup& group) {
-        const double value = realFromText(group.value).value_or(0.0);
-        std::uint64_t bits = 0;
-        std::memcpy(&bits, &value, sizeof bits);
-        number(bits, 8);
-    }
+    void real(const RecordGroup& group) { appendDouble(realFromText(group.value).value_or(0.0), m_bytes); }
     void text(std::string_view value) {
         std::string plain;
         appendUnescaped(value, plain);
@@ -171,9 +165,7 @@ private:
         number(units.size(), 2);
         for (const std::uint16_t unit : units) number(unit, 2);
     }
-    void number(std::uint64_t value, int size) {
-        for (int i = 0; i < size; ++i) m_bytes += static_cast<char>(value >> 8 * i);
-    }
+    void number(std::uint64_t value, int size) { appendNumber(value, size, m_bytes); }
 
     NativeInput& m_input;
     std::string m_bytes;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 namespace hostkit {
 
@@ -87,6 +88,14 @@ void appendDigits(std::string_view digits, std::string& bytes) {
     };
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
         bytes += static_cast<char>(valueOf(digits[i]) << 4 | valueOf(digits[i + 1]));
+}
+
+void appendNumber(std::uint64_t value, int count, std::string& bytes) {
+    for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> 8 * i);
+}
+
+void appendDouble(double value, std::string& bytes) {
+    appendNumber(std::bit_cast<std::uint64_t>(value), sizeof value, bytes);
 }
 
 void utf16Of(std::string_view text, std::vector<std::uint16_t>& units) {

@@ -23,6 +23,10 @@ void appendUnescaped(std::string_view value, std::string& text);
 /// Pairs of hexadecimal digits; what is no digit counts as 0.
 void appendDigits(std::string_view digits, std::string& bytes);
 
+/// The lowest bytes of a number, the lowest one first; those of a real.
+void appendNumber(std::uint64_t value, int count, std::string& bytes);
+void appendDouble(double value, std::string& bytes);
+
 /// UTF-8 as units of 16 bits. A byte that is no part of a character becomes U+DC00 and the byte, as in all
 /// texts of drawings.
 void utf16Of(std::string_view text, std::vector<std::uint16_t>& units);

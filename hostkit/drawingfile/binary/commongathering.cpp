@@ -1,0 +1,163 @@
+#include "commongathering.h"
+
+#include "longcolors.h"
+#include "transcriptvalues.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace hostkit {
+namespace {
+
+constexpr short layerCode = 8, linetypeCode = 6, scaleCode = 48, hiddenCode = 60, shadowCode = 284,
+                materialCode = 347, styleCode = 348, weightCode = 370, plotStyleCode = 390,
+                transparencyCode = 440, pictureCode = 310, pictureSizeCode = 92, longPictureSizeCode = 160;
+
+bool isName(std::string_view name, std::string_view upperCase) {
+    return std::equal(name.begin(), name.end(), upperCase.begin(), upperCase.end(), [](char a, char b) {
+        return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 'a' + 'A') : a) == b;
+    });
+}
+
+} // namespace
+
+void CommonGathering::whole(std::string_view name, std::int64_t value) {
+    std::uint16_t slot = 0;
+    if (m_layout->findSlot(name, slot)) setValue(slot, ValueKind::whole, static_cast<double>(value));
+}
+
+void CommonGathering::link(std::string_view name, std::uint64_t handle) {
+    std::uint16_t slot = 0;
+    if (!m_layout->findSlot(name, slot)) return;
+    set(slot).reference = {0, handle};
+    m_values[slot] = static_cast<double>(handle);
+}
+
+std::int64_t CommonGathering::wholeOf(int code, std::int64_t otherwise) {
+    const RecordGroup* const group = takeGroup(code);
+    return group ? static_cast<std::int64_t>(numberOf(*group)) : otherwise;
+}
+
+std::uint64_t CommonGathering::handleOf(int code) {
+    const RecordGroup* const group = takeGroup(code);
+    return group ? handleFromText(group->value).value_or(0) : 0;
+}
+
+void CommonGathering::head(const RecordLinks& links) {
+    readHead(*m_record, m_head);
+    for (std::size_t i = 0; i < m_record->groups.size(); ++i)
+        m_isTaken[i] = m_record->groups[i].isTaken() || m_record->groups[i].part == foreignPart;
+    link("handle", m_head.handle);
+    whole("nreact", static_cast<std::int64_t>(m_head.reactors.size()));
+    std::vector<RecordValue>& reactors = m_scope->array(m_layout->common.reactors);
+    for (const std::uint64_t reactor : m_head.reactors) reactors.emplace_back().reference = {0, reactor};
+    whole("noxdic", m_head.extensionDictionary == 0);
+    link("xdic", m_head.extensionDictionary);
+    link("owner", links.owner ? links.owner : m_head.owner);
+}
+
+void CommonGathering::entity(const RecordLinks& links) {
+    findMark("AcDbEntity");
+    whole("entmode", links.entityMode);
+    const std::uint64_t own = m_head.handle;
+    whole("nolinks", links.isInChain && links.previous == own - 1 && links.next == own + 1);
+    link("prev", links.previous);
+    link("next", links.next);
+    layer();
+    linetype();
+    ruled("matflags", "material", handleOf(materialCode));
+    color();
+    whole("lweight", indexOfWeight(static_cast<int>(wholeOf(weightCode, -1))));
+    const RecordGroup* const scale = takeGroup(scaleCode);
+    setValue(m_layout->common.scale, ValueKind::real, scale ? numberOf(*scale) : 1.0);
+    whole("invisible", wholeOf(hiddenCode, 0));
+    ruled("psflags", "plotstyle", handleOf(plotStyleCode));
+    whole("shadow", wholeOf(shadowCode, 0));
+    const RecordGroup* const style = takeGroup(styleCode);
+    whole("has_fullvs", style != nullptr);
+    if (style) link("fullvs", handleFromText(style->value).value_or(0));
+    picture();
+}
+
+void CommonGathering::ruled(std::string_view flags, std::string_view name, std::uint64_t target) {
+    constexpr int isStored = 3;
+    std::uint16_t slot = 0;
+    const RecordValue* const before =
+        m_original && m_layout->findSlot(flags, slot) ? m_original->values.find(slot) : nullptr;
+    if (target == 0 && before && before->whole != isStored) return; // by block, or by the standard
+    whole(flags, target ? isStored : 0);
+    link(name, target);
+}
+
+void CommonGathering::layer() {
+    const RecordGroup* const group = takeGroup(layerCode);
+    const std::uint64_t named = group ? m_names.handleOfValue("LAYER", group->value) : 0;
+    link("layer", named ? named : m_names.handleOf("LAYER", "0"));
+}
+
+void CommonGathering::linetype() {
+    const RecordGroup* const group = takeGroup(linetypeCode);
+    const std::string_view name = group ? withoutBlanks(group->value) : std::string_view("BYLAYER");
+    if (isName(name, "BYLAYER")) return whole("ltflags", 0);
+    if (isName(name, "BYBLOCK")) return whole("ltflags", 1);
+    if (isName(name, "CONTINUOUS")) return whole("ltflags", 2);
+    const std::uint64_t target = m_names.handleOfValue("LTYPE", name);
+    whole("ltflags", target ? 3 : 0);
+    link("ltype", target);
+}
+
+void CommonGathering::color() {
+    ValueColor color;
+    color.index = std::abs(static_cast<int>(wholeOf(colorCode, byLayerIndex)));
+    const RecordGroup* const exact = takeGroup(trueColorCode);
+    const RecordGroup* const name = takeGroup(colorNameCode);
+    const RecordGroup* const transparency = takeGroup(transparencyCode);
+    if (m_form >= 18) {
+        color.hasValue = exact != nullptr;
+        if (exact)
+            color.value = trueColorMethod | (static_cast<std::uint32_t>(numberOf(*exact)) & 0xFFFFFF);
+        if (const std::uint64_t book = name ? m_names.handleOfValue("COLOR", name->value) : 0) {
+            color.isOfBook = true;
+            link("colorbook", book);
+        }
+        color.hasTransparency = transparency != nullptr;
+        if (transparency)
+            color.transparency =
+                static_cast<std::uint32_t>(static_cast<std::int64_t>(numberOf(*transparency)));
+    }
+    set(m_layout->common.color).color = color;
+}
+
+void CommonGathering::picture() {
+    takeGroup(pictureSizeCode);
+    takeGroup(longPictureSizeCode);
+    std::string bytes;
+    while (const RecordGroup* const group = takeGroup(pictureCode)) appendDigits(group->value, bytes);
+    whole("has_graphic", !bytes.empty());
+    whole("gsize", static_cast<std::int64_t>(bytes.size()));
+    if (!bytes.empty()) set(m_layout->common.picture).run = kept(std::move(bytes));
+}
+
+void CommonGathering::extendedData() {
+    std::vector<RecordValue>& all = m_outermost->array(m_layout->common.extendedData);
+    std::string bytes;
+    std::uint64_t application = 0;
+    const auto finish = [&] {
+        if (application == 0) return;
+        all.emplace_back().reference = {5, application};
+        all.emplace_back().run = kept(std::move(bytes));
+        bytes.clear();
+    };
+    const std::vector<RecordGroup>& groups = m_record->groups;
+    for (std::size_t i = m_record->extendedDataBegin; i < groups.size(); ++i) {
+        if (groups[i].code == applicationCode) {
+            finish();
+            application = m_names.handleOfValue("APPID", groups[i].value);
+        } else if (application) {
+            m_extendedBytes.append(groups, i, bytes);
+        }
+    }
+    finish();
+}
+
+} // namespace hostkit

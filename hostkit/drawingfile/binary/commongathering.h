@@ -1,0 +1,40 @@
+// What every record has, from its groups: handle, owner, reactors, the look of entities, extended data.
+#pragma once
+
+#include "extendeddatacoding.h"
+#include "gatheredvalues.h"
+#include "recordhead.h"
+
+namespace hostkit {
+
+class CommonGathering : public GatheredValues {
+protected:
+    CommonGathering(DrawingVersion version, unsigned codePage, const RecordNames& names)
+        : GatheredValues(version, codePage, names)
+        , m_extendedBytes(m_form, codePage, names) {}
+    ~CommonGathering() = default;
+
+    void head(const RecordLinks& links);
+    void entity(const RecordLinks& links);
+    void extendedData();
+    /// What follows finds its groups behind the mark of that name, in `m_region`.
+    virtual void findMark(std::string_view name) = 0;
+
+private:
+    void whole(std::string_view name, std::int64_t value);
+    void link(std::string_view name, std::uint64_t handle);
+    /// The number that a group of that code has, or the one given.
+    std::int64_t wholeOf(int code, std::int64_t otherwise);
+    std::uint64_t handleOf(int code);
+    /// A reference that a number tells the way of: 3 where it is stored.
+    void ruled(std::string_view flags, std::string_view name, std::uint64_t target);
+    void layer();
+    void linetype();
+    void color();
+    void picture();
+
+    RecordHead m_head;
+    ExtendedDataBytes m_extendedBytes;
+};
+
+} // namespace hostkit
