@@ -377,6 +377,10 @@ BL n
 X n data
 RC unk
 @ IMAGE class E
+use IMAGE-DATA
+@ WIPEOUT class E
+use IMAGE-DATA
+@ IMAGE-DATA part P
 BL classver
 3BD ins
 3BD u

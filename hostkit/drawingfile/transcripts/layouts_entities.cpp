@@ -13,37 +13,7 @@ if has_graphic:
   [-21] RL gsize
   [24+] BLL gsize
   X gsize graphic
-BB entmode
-BL nreact
-[18+] B noxdic
-[27+] B hasds
-[-15] B nolinks
-[-15] CMC color
-[18+] ENC color
-BD ltscale
-BB ltflags
-[21+] BB matflags
-[21+] RC shadow
-BB psflags
-[24+] B has_fullvs
-[24+] B has_facevs
-[24+] B has_edgevs
-BS invisible
-RC lweight
-H4 owner ? entmode==0
-H4 reactors[nreact]
-[-15] H3 xdic
-[18+] H3 xdic ? !noxdic
-[-15] H4 prev ? !nolinks
-[-15] H4 next ? !nolinks
-[18+] H5 colorbook ? color_ref
-H5 layer
-H5 ltype ? ltflags==3
-[21+] H5 material ? matflags==3
-H5 plotstyle ? psflags==3
-[24+] H5 fullvs ? has_fullvs
-[24+] H5 facevs ? has_facevs
-[24+] H5 edgevs ? has_edgevs
+use ENTITY-TAIL
 @ COMMON-OBJECT part P
 [15-21] RL bitsize
 HD handle

@@ -8,23 +8,7 @@ const char* const objectsLayouts = R"(
 use TABLE-ENTRY
 BD height
 BD aspectw
-2RD center
-3BD target
-3BD dir
-BD twist
-BD lens
-BD frontclip
-BD backclip
-B mode0
-B mode1
-B mode2
-B mode4n
-RC rendermode
-[21+] B defaultlights
-[21+] RC lighttype
-[21+] BD brightness
-[21+] BD contrast
-[21+] CMC ambient
+use VIEW-DATA
 2RD lowerleft
 2RD upperright
 B ucsfollow
@@ -67,8 +51,7 @@ BL nentries
 RC nmore
 H2 entries[nentries]
 H5 more[nmore]
-@ DIMSTYLE 69 O
-use TABLE-ENTRY
+@ DIMENSION-VALUES part P
 TV DIMPOST
 TV DIMAPOST
 BD DIMSCALE
@@ -137,6 +120,9 @@ BS DIMATFIT
 [24+] TV DIMALTMZS
 [24+] BD DIMMZF
 [24+] TV DIMMZS
+@ DIMSTYLE 69 O
+use TABLE-ENTRY
+use DIMENSION-VALUES
 BS DIMLWD
 BS DIMLWE
 B flag0

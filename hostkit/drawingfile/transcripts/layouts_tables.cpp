@@ -4,25 +4,6 @@
 namespace hostkit {
 
 const char* const tablesLayouts = R"(
-@ WIPEOUT class E
-BL classver
-3BD ins
-3BD u
-3BD v
-2RD size
-BS display
-B clipping
-RC brightness
-RC contrast
-RC fade
-[24+] B clipmode
-BS cliptype
-let ncv = 2
-if cliptype == 2:
-  BL ncv
-2RD clip[ncv]
-H5 imagedef
-H3 reactor
 @ ACAD_PROXY_ENTITY 498 E
 use PROXY-DATA
 @ ACAD_PROXY_OBJECT 499 O
@@ -326,10 +307,7 @@ H5 shapefile[ndash]
 @ VIEW_CONTROL 60 O
 BL nentries
 H2 entries[nentries]
-@ VIEW 61 O
-use TABLE-ENTRY
-BD height
-BD width
+@ VIEW-DATA part P
 2RD center
 3BD target
 3BD dir
@@ -347,6 +325,11 @@ RC rendermode
 [21+] BD brightness
 [21+] BD contrast
 [21+] CMC ambient
+@ VIEW 61 O
+use TABLE-ENTRY
+BD height
+BD width
+use VIEW-DATA
 B pspace
 B hasucs
 if hasucs:

@@ -81,6 +81,14 @@ for ndash:
     340 shapefile[] ?> 0
     write scale = 1
 use ENTRY-END
+@ VIEW-AXES
+110 ucsorg
+111 ucsx ~ 1,0,0
+112 ucsy ~ 0,1,0
+79 ucsortho
+146 ucselev
+345 nameducs = 0
+346 baseucs = 0
 @ VIEW
 use ENTRY
 100 AcDbViewTableRecord
@@ -99,13 +107,7 @@ use ENTRY
 281 rendermode
 72 hasucs
 if hasucs:
-  110 ucsorg
-  111 ucsx ~ 1,0,0
-  112 ucsy ~ 0,1,0
-  79 ucsortho
-  146 ucselev
-  345 nameducs = 0
-  346 baseucs = 0
+  use VIEW-AXES
 [21+] 73 plottable
 [21+] 332 background = 0
 [21+] 334 livesection = 0
@@ -162,13 +164,7 @@ write aspectw = aspect * height
 78 isopair
 281 rendermode
 65 ucspervp
-110 ucsorg
-111 ucsx ~ 1,0,0
-112 ucsy ~ 0,1,0
-79 ucsortho
-146 ucselev
-345 nameducs = 0
-346 baseucs = 0
+use VIEW-AXES
 [21+] 332 background = 0
 [21+] 348 visualstyle = 0
 [21+] 60 gridflags ~ 3
