@@ -3,7 +3,6 @@
 #include "longcolors.h"
 #include "transcriptvalues.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace hostkit {
@@ -12,12 +11,6 @@ namespace {
 constexpr short layerCode = 8, linetypeCode = 6, scaleCode = 48, hiddenCode = 60, shadowCode = 284,
                 materialCode = 347, styleCode = 348, weightCode = 370, plotStyleCode = 390,
                 transparencyCode = 440, pictureCode = 310, pictureSizeCode = 92, longPictureSizeCode = 160;
-
-bool isName(std::string_view name, std::string_view upperCase) {
-    return std::equal(name.begin(), name.end(), upperCase.begin(), upperCase.end(), [](char a, char b) {
-        return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 'a' + 'A') : a) == b;
-    });
-}
 
 } // namespace
 
@@ -97,11 +90,12 @@ void CommonGathering::layer() {
 
 void CommonGathering::linetype() {
     const RecordGroup* const group = takeGroup(linetypeCode);
-    const std::string_view name = group ? withoutBlanks(group->value) : std::string_view("BYLAYER");
-    if (isName(name, "BYLAYER")) return whole("ltflags", 0);
-    if (isName(name, "BYBLOCK")) return whole("ltflags", 1);
-    if (isName(name, "CONTINUOUS")) return whole("ltflags", 2);
-    const std::uint64_t target = m_names.handleOfValue("LTYPE", name);
+    if (!group) return whole("ltflags", 0);
+    const std::string name = upperCaseAscii(withoutBlanks(group->value));
+    if (name == "BYLAYER") return whole("ltflags", 0);
+    if (name == "BYBLOCK") return whole("ltflags", 1);
+    if (name == "CONTINUOUS") return whole("ltflags", 2);
+    const std::uint64_t target = m_names.handleOfValue("LTYPE", withoutBlanks(group->value));
     whole("ltflags", target ? 3 : 0);
     link("ltype", target);
 }
@@ -114,8 +108,7 @@ void CommonGathering::color() {
     const RecordGroup* const transparency = takeGroup(transparencyCode);
     if (m_form >= 18) {
         color.hasValue = exact != nullptr;
-        if (exact)
-            color.value = trueColorMethod | (static_cast<std::uint32_t>(numberOf(*exact)) & 0xFFFFFF);
+        if (exact) color.value = trueColorMethod | (static_cast<std::uint32_t>(numberOf(*exact)) & 0xFFFFFF);
         if (const std::uint64_t book = name ? m_names.handleOfValue("COLOR", name->value) : 0) {
             color.isOfBook = true;
             link("colorbook", book);

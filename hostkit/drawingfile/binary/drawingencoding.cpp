@@ -93,8 +93,8 @@ public:
         takeClasses();
         leaveOutUnknown();
         m_names = namesIn(m_outline);
-        m_lists = EncodingLists(m_outline, m_form);
-        if (m_before) m_listsBefore = EncodingLists(*m_before, m_form);
+        m_lists = EncodingLists(m_outline, m_names, m_form);
+        if (m_before) m_listsBefore = EncodingLists(*m_before, namesIn(*m_before), m_form);
         addTables();
         for (std::size_t i = 0; i < m_outline.blocks.size(); ++i) addBlock(i);
         for (const OutlinedRecord& object : m_outline.objects) add(object, {});

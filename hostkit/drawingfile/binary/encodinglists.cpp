@@ -7,19 +7,6 @@
 #include <array>
 
 namespace hostkit {
-namespace {
-
-std::string folded(std::string_view text) {
-    std::string result(text);
-    for (char& character : result)
-        if (character >= 'a' && character <= 'z') character = static_cast<char>(character - 'a' + 'A');
-    return result;
-}
-
-constexpr std::string_view modelSpaceName = "*MODEL_SPACE", paperSpaceName = "*PAPER_SPACE";
-
-} // namespace
-
 std::vector<std::pair<std::string_view, std::uint64_t>> entriesIn(std::string_view dictionary) {
     constexpr int nameCode = 3, softCode = 350, hardCode = 360;
     std::vector<std::pair<std::string_view, std::uint64_t>> entries;
@@ -49,33 +36,23 @@ std::string_view headerValueIn(const ExchangeOutline& outline, std::string_view 
     return {};
 }
 
-EncodingLists::EncodingLists(const ExchangeOutline& outline, int form)
+EncodingLists::EncodingLists(const ExchangeOutline& outline, const RecordNames& names, int form)
     : m_outline(&outline) {
-    readBlocks();
-    readEntities(form);
+    if (const OutlinedTable* const table = outline.table("BLOCK_RECORD"))
+        for (const OutlinedRecord& record : table->records)
+            m_blockRecords.try_emplace(record.handle, &record);
+    readEntities(names, form);
     readRoots();
 }
 
-void EncodingLists::readBlocks() {
-    const OutlinedTable* const table = m_outline->table("BLOCK_RECORD");
-    if (!table) return;
-    for (const OutlinedRecord& record : table->records) {
-        m_blockRecords.try_emplace(record.handle, &record);
-        const std::string name = folded(valueIn(record.in(m_outline->text), 2));
-        if (name == modelSpaceName && !m_modelSpace) m_modelSpace = record.handle;
-        if (name == paperSpaceName && !m_paperSpace) m_paperSpace = record.handle;
-        m_blockNames.try_emplace(name, record.handle);
-    }
-}
-
-void EncodingLists::readEntities(int form) {
+void EncodingLists::readEntities(const RecordNames& names, int form) {
     std::vector<std::uint64_t> chain;
     for (const OutlinedBlock& block : m_outline->blocks) {
         for (const OutlinedEntity& entity : block.entities) {
             const std::string_view groups = entity.record.in(m_outline->text);
             if (const std::string_view kind = valueIn(groups, 0); kind == "INSERT" || kind == "ACAD_TABLE") {
-                const auto named = m_blockNames.find(folded(valueIn(groups, 2)));
-                if (named != m_blockNames.end()) m_inserts[named->second].push_back(entity.record.handle);
+                const std::uint64_t inserted = names.handleOfValue("BLOCK_RECORD", valueIn(groups, 2));
+                if (inserted) m_inserts[inserted].push_back(entity.record.handle);
             }
             if (entity.partCount == 0) continue;
             m_parts.try_emplace(entity.record.handle, entity.firstPart, entity.partCount);
@@ -132,7 +109,7 @@ const OutlinedRecord* EncodingLists::blockRecord(std::uint64_t handle) const {
 }
 
 int EncodingLists::modeOf(std::uint64_t block) const {
-    return block == m_modelSpace ? 2 : block == m_paperSpace ? 1 : 0;
+    return block == m_outline->modelSpace() ? 2 : block == m_outline->paperSpace() ? 1 : 0;
 }
 
 std::vector<std::uint64_t> EncodingLists::partsOf(std::uint64_t entity) const {
@@ -152,11 +129,11 @@ const std::vector<std::uint64_t>& EncodingLists::insertsOf(std::uint64_t block) 
 
 std::string_view EncodingLists::standsApart(std::string_view table, const OutlinedRecord& record) const {
     if (table == "BLOCK_RECORD") {
-        if (record.handle == m_modelSpace) return "modelspace";
-        return record.handle == m_paperSpace ? "paperspace" : "";
+        if (record.handle == m_outline->modelSpace()) return "modelspace";
+        return record.handle == m_outline->paperSpace() ? "paperspace" : "";
     }
     if (table != "LTYPE") return {};
-    const std::string name = folded(valueIn(record.in(m_outline->text), 2));
+    const std::string name = upperCaseAscii(valueIn(record.in(m_outline->text), 2));
     return name == "BYBLOCK" ? "byblock" : name == "BYLAYER" ? "bylayer" : "";
 }
 
@@ -170,11 +147,11 @@ void EncodingLists::readRoots() {
          {"ACAD_MATERIAL", "DICT_MATERIALS"},
          {"ACAD_COLOR", "DICT_COLORS"},
          {"ACAD_VISUALSTYLE", "DICT_VISUALSTYLE"}}};
-    m_roots.emplace_back("BLOCK_MODEL_SPACE", m_modelSpace);
-    m_roots.emplace_back("BLOCK_PAPER_SPACE", m_paperSpace);
+    m_roots.emplace_back("BLOCK_MODEL_SPACE", m_outline->modelSpace());
+    m_roots.emplace_back("BLOCK_PAPER_SPACE", m_outline->paperSpace());
     if (const OutlinedTable* const types = m_outline->table("LTYPE"))
         for (const OutlinedRecord& record : types->records) {
-            const std::string name = folded(valueIn(record.in(m_outline->text), 2));
+            const std::string name = upperCaseAscii(valueIn(record.in(m_outline->text), 2));
             for (const std::string_view wanted : {"BYLAYER", "BYBLOCK", "CONTINUOUS"})
                 if (name == wanted) m_roots.emplace_back("LTYPE_" + name, record.handle);
         }

@@ -19,7 +19,7 @@ class EncodingLists {
 public:
     EncodingLists() = default;
     /// `form`: 15 for the one that links neighbours. The outline must outlive the lists.
-    EncodingLists(const ExchangeOutline& outline, int form);
+    EncodingLists(const ExchangeOutline& outline, const RecordNames& names, int form);
 
     /// Of a block; null where the table lacks it.
     [[nodiscard]] const OutlinedRecord* blockRecord(std::uint64_t handle) const;
@@ -44,21 +44,18 @@ private:
         std::uint64_t handle = 0, previous = 0, next = 0;
     };
 
-    void readBlocks();
-    void readEntities(int form);
+    void readEntities(const RecordNames& names, int form);
     void addChain(const std::vector<std::uint64_t>& handles);
     void readRoots();
     [[nodiscard]] const Neighbours* neighboursOf(std::uint64_t handle) const;
 
     const ExchangeOutline* m_outline = nullptr;
     std::unordered_map<std::uint64_t, const OutlinedRecord*> m_blockRecords;
-    std::unordered_map<std::string, std::uint64_t> m_blockNames; ///< folded
     std::unordered_map<std::uint64_t, std::vector<std::uint64_t>> m_inserts;
     std::unordered_map<std::uint64_t, std::pair<std::uint32_t, std::uint32_t>> m_parts;
     std::unordered_set<std::uint64_t> m_ends;
     std::vector<Neighbours> m_neighbours; ///< by handle; in the form 2000
     std::vector<std::pair<std::string, std::uint64_t>> m_roots;
-    std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
 };
 
 /// Names of table records, and of what the dictionaries ACAD_... hold.

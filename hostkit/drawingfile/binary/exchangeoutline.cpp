@@ -2,6 +2,7 @@
 
 #include "groupcodes.h"
 #include "recordhead.h"
+#include "transcriptvalues.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -108,20 +109,13 @@ private:
         if (!table) return begin.owner;
         if (m_blockNames.empty())
             for (const OutlinedRecord& record : table->records)
-                m_blockNames.try_emplace(upperCase(valueIn(record.in(m_out.text), 2)), record.handle);
-        const std::string name = upperCase(valueIn(begin.in(m_out.text), 2));
+                m_blockNames.try_emplace(upperCaseAscii(valueIn(record.in(m_out.text), 2)), record.handle);
+        const std::string name = upperCaseAscii(valueIn(begin.in(m_out.text), 2));
         const auto named = m_blockNames.find(name);
         const std::uint64_t handle = named == m_blockNames.end() ? begin.owner : named->second;
-        if (name == "*MODEL_SPACE") m_modelSpace = m_out.m_modelSpace = handle;
-        if (name == "*PAPER_SPACE") m_paperSpace = m_out.m_paperSpace = handle;
+        if (name == "*MODEL_SPACE") m_out.m_modelSpace = handle;
+        if (name == "*PAPER_SPACE") m_out.m_paperSpace = handle;
         return handle;
-    }
-
-    static std::string upperCase(std::string_view text) {
-        std::string result(text);
-        for (char& character : result)
-            if (character >= 'a' && character <= 'z') character = static_cast<char>(character - 'a' + 'A');
-        return result;
     }
 
     void entities() {
@@ -143,9 +137,8 @@ private:
         if (!block) {
             constexpr int paperCode = 67;
             const bool isInPaper = made.owner == 0 && valueIn(made.in(m_out.text), paperCode) == "1";
-            const auto found = m_byHandle.find(made.owner  ? made.owner
-                                               : isInPaper ? m_paperSpace
-                                                           : m_modelSpace);
+            const std::uint64_t space = isInPaper ? m_out.m_paperSpace : m_out.m_modelSpace;
+            const auto found = m_byHandle.find(made.owner ? made.owner : space);
             if (found == m_byHandle.end()) {
                 m_out.strays.push_back(made);
                 m_last = nullptr;
@@ -163,8 +156,7 @@ private:
     RawGroup m_group;
     std::unordered_map<std::uint64_t, std::size_t> m_byHandle;   // of blocks
     std::unordered_map<std::string, std::uint64_t> m_blockNames; // of their records
-    std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
-    std::vector<OutlinedEntity>* m_last = nullptr; // where the entity is that parts belong to
+    std::vector<OutlinedEntity>* m_last = nullptr;               // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };
 

@@ -59,13 +59,16 @@ struct ExchangeOutline {
     [[nodiscard]] const OutlinedBlock* block(std::uint64_t handle) const;
     /// Whether both spaces have their records and blocks, and there is a dictionary of named objects.
     [[nodiscard]] bool hasSpaces() const;
+    /// The records of the spaces that have blocks; 0 where there is none.
+    [[nodiscard]] std::uint64_t modelSpace() const { return m_modelSpace; }
+    [[nodiscard]] std::uint64_t paperSpace() const { return m_paperSpace; }
     [[nodiscard]] std::uint64_t highestHandle() const { return m_highest; }
 
 private:
     friend class Outlining;
     ExchangeOutline() = default;
     std::uint64_t m_highest = 0;
-    std::uint64_t m_modelSpace = 0, m_paperSpace = 0; // records of the spaces that have blocks
+    std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
 };
 
 /// The value of the first group of that code in a record's head or parts; empty where there is none.

@@ -110,7 +110,8 @@ void ExtendedDataBytes::append(std::span<const RecordGroup> groups, std::size_t&
         bytes += static_cast<char>(withoutBlanks(group.value) == "}");
         return;
     case extendedLayerCode:
-        return appendNumber(__builtin_bswap64(m_names.handleOfValue("LAYER", group.value)), handleSize, bytes);
+        return appendNumber(__builtin_bswap64(m_names.handleOfValue("LAYER", group.value)), handleSize,
+                            bytes);
     case bytesCode: {
         std::string digits;
         appendDigits(group.value, digits);
@@ -129,8 +130,8 @@ void ExtendedDataBytes::append(std::span<const RecordGroup> groups, std::size_t&
     }
     const std::size_t count = group.code < firstRealCode ? 3 : 1;
     for (std::size_t i = 0; i < count; ++i) {
-        const bool isThere =
-            i == 0 || (at + 1 < groups.size() && groups[at + 1].code == group.code + 10 * static_cast<int>(i));
+        const bool isThere = i == 0 || (at + 1 < groups.size() &&
+                                        groups[at + 1].code == group.code + 10 * static_cast<int>(i));
         if (i > 0 && isThere) ++at;
         appendDouble(isThere ? realFromText(groups[at].value).value_or(0.0) : 0.0, bytes);
     }

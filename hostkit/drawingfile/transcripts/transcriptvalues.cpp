@@ -79,6 +79,13 @@ void appendUnescaped(std::string_view value, std::string& text) {
     }
 }
 
+std::string upperCaseAscii(std::string_view text) {
+    std::string result(text);
+    for (char& character : result)
+        if (character >= 'a' && character <= 'z') character = static_cast<char>(character - 'a' + 'A');
+    return result;
+}
+
 void appendDigits(std::string_view digits, std::string& bytes) {
     const auto valueOf = [](char digit) {
         return digit >= '0' && digit <= '9'   ? digit - '0'

@@ -20,6 +20,9 @@ void appendEscaped(std::string_view text, std::string& bytes);
 /// The reverse.
 void appendUnescaped(std::string_view value, std::string& text);
 
+/// Of the letters A to Z alone: names that the format itself gives are compared so.
+[[nodiscard]] std::string upperCaseAscii(std::string_view text);
+
 /// Pairs of hexadecimal digits; what is no digit counts as 0.
 void appendDigits(std::string_view digits, std::string& bytes);
 
