@@ -132,6 +132,7 @@ void CommonGathering::picture() {
 }
 
 void CommonGathering::extendedData() {
+    m_hasLostData = false;
     std::vector<RecordValue>& all = m_outermost->array(m_layout->common.extendedData);
     std::string bytes;
     std::uint64_t application = 0;
@@ -146,6 +147,7 @@ void CommonGathering::extendedData() {
         if (groups[i].code == applicationCode) {
             finish();
             application = m_names.handleOfValue("APPID", groups[i].value);
+            m_hasLostData = m_hasLostData || application == 0;
         } else if (application) {
             m_extendedBytes.append(groups, i, bytes);
         }

@@ -8,6 +8,10 @@
 namespace hostkit {
 
 class CommonGathering : public GatheredValues {
+public:
+    /// Extended data of an application without a record.
+    [[nodiscard]] bool hasLostData() const { return m_hasLostData; }
+
 protected:
     CommonGathering(DrawingVersion version, unsigned codePage, const RecordNames& names)
         : GatheredValues(version, codePage, names)
@@ -35,6 +39,7 @@ private:
 
     RecordHead m_head;
     ExtendedDataBytes m_extendedBytes;
+    bool m_hasLostData = false;
 };
 
 } // namespace hostkit

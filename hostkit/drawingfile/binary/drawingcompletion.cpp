@@ -14,12 +14,13 @@ namespace {
 /// Adds to one drawing what it lacks.
 class Completion {
 public:
-    Completion(std::string_view text, DrawingVersion version)
+    Completion(std::string_view text, DrawingVersion version, const DrawingText& coding)
         : m_outline(text)
         , m_edits(text)
         , m_version(version) {
         m_style.newline = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
         m_style.version = version;
+        m_style.text = coding;
     }
 
     std::string run() {
@@ -39,7 +40,8 @@ public:
             emptyDictionary("ACAD_COLOR");
         }
         const bool hasOthers = visualStyles();
-        if (m_objects.empty() && !hasOthers) return {};
+        const bool hasNewApplications = applications();
+        if (m_objects.empty() && !hasOthers && !hasNewApplications) return {};
         m_edits.insert(root.offset + root.length, m_rootEntries + m_objects);
         return m_edits.apply();
     }
@@ -75,6 +77,27 @@ private:
 
     void emptyDictionary(std::string_view name) {
         if (!has(name)) (void)dictionary(name);
+    }
+
+    /// Extended data refer to the records of their applications. False where all are there.
+    bool applications() {
+        const OutlinedTable* const table = m_outline.table("APPID");
+        if (!table) return false;
+        const RecordNames names = namesIn(m_outline, m_style.text);
+        std::string records;
+        for (const std::string& name : m_outline.applications) {
+            if (names.handleOfValue("APPID", name)) continue;
+            appendGroup(0, "APPID", m_style, records);
+            appendHandle(5, m_next++, m_style, records);
+            appendHandle(330, table->head.handle, m_style, records);
+            appendGroup(100, "AcDbSymbolTableRecord", m_style, records);
+            appendGroup(100, "AcDbRegAppTableRecord", m_style, records);
+            appendGroup(2, name, m_style, records);
+            appendInteger(70, 0, m_style, records);
+        }
+        const OutlinedRecord& last = table->records.empty() ? table->head : table->records.back();
+        m_edits.insert(last.offset + last.length, records);
+        return !records.empty();
     }
 
     void lines() {
@@ -175,8 +198,8 @@ constexpr std::array<UsualClass, 34> usualClasses{
 
 } // namespace
 
-std::string completedDrawing(std::string_view text, DrawingVersion version) {
-    return Completion(text, version).run();
+std::string completedDrawing(std::string_view text, DrawingVersion version, const DrawingText& coding) {
+    return Completion(text, version, coding).run();
 }
 
 BinaryClass usualClass(std::string_view dxfName, bool isEntity) {

@@ -1,6 +1,7 @@
 // What strict readers of binary drawings ask for and drawings of the exchange form need not have.
 #pragma once
 
+#include "drawingtext.h"
 #include "drawingversion.h"
 #include "recordfields.h"
 
@@ -9,9 +10,11 @@
 
 namespace hostkit {
 
-/// The drawing with the dictionaries and styles that every binary drawing has, and its visual styles in the
-/// groups of its form; empty where there is nothing to change.
-[[nodiscard]] std::string completedDrawing(std::string_view text, DrawingVersion version);
+/// The drawing with the dictionaries and styles that every binary drawing has, records of the applications
+/// whose extended data it holds, and its visual styles in the groups of its form; empty where there is
+/// nothing to change. `coding` is that of its texts.
+[[nodiscard]] std::string completedDrawing(std::string_view text, DrawingVersion version,
+                                           const DrawingText& coding);
 
 /// A class of a kind that the drawing does not name itself, without its number.
 [[nodiscard]] BinaryClass usualClass(std::string_view dxfName, bool isEntity);

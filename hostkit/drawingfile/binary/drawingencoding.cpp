@@ -1,5 +1,6 @@
 #include "drawingencoding.h"
 
+#include "binarysections.h"
 #include "binarytranscription.h"
 #include "drawingcompletion.h"
 #include "encodinglists.h"
@@ -78,8 +79,9 @@ BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::
 class DrawingEncoding {
 public:
     DrawingEncoding(std::string_view text, DrawingVersion version, unsigned codePage,
-                    const EncodingOriginal* original, EncodedDrawing& out)
+                    const DrawingText& coding, const EncodingOriginal* original, EncodedDrawing& out)
         : m_outline(text)
+        , m_coding(coding)
         , m_version(version)
         , m_form(static_cast<int>(version) % 100)
         , m_codePage(codePage)
@@ -92,9 +94,9 @@ public:
     bool run() {
         takeClasses();
         leaveOutUnknown();
-        m_names = namesIn(m_outline);
+        m_names = namesIn(m_outline, m_coding);
         m_lists = EncodingLists(m_outline, m_names, m_form);
-        if (m_before) m_listsBefore = EncodingLists(*m_before, namesIn(*m_before), m_form);
+        if (m_before) m_listsBefore = EncodingLists(*m_before, namesIn(*m_before, m_coding), m_form);
         addTables();
         for (std::size_t i = 0; i < m_outline.blocks.size(); ++i) addBlock(i);
         for (const OutlinedRecord& object : m_outline.objects) add(object, {});
@@ -199,6 +201,12 @@ private:
                 job.record = entity.record;
                 return !choose(job);
             });
+    }
+
+    /// What of a record does not go along, and what becomes of it.
+    void tell(const Job& job, std::wstring_view part, std::wstring_view became) {
+        const std::string_view kind = valueIn(job.record.in(m_outline.text), 0);
+        m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) += part, became, job.record.handle);
     }
 
     bool add(const OutlinedRecord& record, const RecordLinks& links) {
@@ -348,7 +356,7 @@ private:
         std::vector<std::uint8_t> bytes;
         std::vector<ObjectPlace> places;
         std::size_t kept = 0;
-        std::vector<const Job*> failed, shortened;
+        std::vector<const Job*> failed, shortened, withoutData;
     };
 
     bool encodeAll() {
@@ -379,11 +387,8 @@ private:
             m_out.recordsKept += chunk.kept;
             for (const Job* const job : chunk.failed)
                 leaveOut(job->record.in(m_outline.text), job->record.handle);
-            for (const Job* const job : chunk.shortened) {
-                const std::string_view kind = valueIn(job->record.in(m_outline.text), 0);
-                m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) + L" text",
-                                  L"its first 65535 characters", job->record.handle);
-            }
+            for (const Job* const job : chunk.shortened) tell(*job, L" text", L"its first 65535 characters");
+            for (const Job* const job : chunk.withoutData) tell(*job, L" extended data", {});
         }
         std::sort(m_out.places.begin(), m_out.places.end(),
                   [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; });
@@ -414,8 +419,9 @@ private:
             } else if (!encode(job, before, chunk.bytes)) {
                 chunk.failed.push_back(&job);
                 return;
-            } else if (m_encoding.hasShortened()) {
-                chunk.shortened.push_back(&job);
+            } else {
+                if (m_encoding.hasShortened()) chunk.shortened.push_back(&job);
+                if (m_gathering.hasLostData()) chunk.withoutData.push_back(&job);
             }
             chunk.places.push_back({job.record.handle, offset});
         }
@@ -641,6 +647,7 @@ private:
     }
 
     ExchangeOutline m_outline;
+    DrawingText m_coding;
     DrawingVersion m_version;
     int m_form;
     unsigned m_codePage;
@@ -659,9 +666,10 @@ private:
 
 bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
                    const EncodingOriginal* original, EncodedDrawing& encoded) {
-    const std::string whole = completedDrawing(text, version);
-    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, original,
-                           encoded)
+    const DrawingText coding(isUtf8(version) ? CodePage::utf8 : codePageOf(codePage));
+    const std::string whole = completedDrawing(text, version, coding);
+    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, coding,
+                           original, encoded)
         .run();
 }
 

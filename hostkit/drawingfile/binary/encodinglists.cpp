@@ -163,8 +163,8 @@ void EncodingLists::readRoots() {
             if (name == wanted) m_roots.emplace_back(variable, handle);
 }
 
-RecordNames namesIn(const ExchangeOutline& outline) {
-    RecordNames names;
+RecordNames namesIn(const ExchangeOutline& outline, const DrawingText& text) {
+    RecordNames names(text);
     const auto add = [&](std::string_view kind, std::string_view name, std::uint64_t handle) {
         std::string plain;
         appendUnescaped(name, plain);

@@ -59,7 +59,7 @@ private:
 };
 
 /// Names of table records, and of what the dictionaries ACAD_... hold.
-[[nodiscard]] RecordNames namesIn(const ExchangeOutline& outline);
+[[nodiscard]] RecordNames namesIn(const ExchangeOutline& outline, const DrawingText& text);
 
 /// What strict readers ask of a new record and its groups lack: the plot style and line type of a layer, the
 /// text style of a dimension style.

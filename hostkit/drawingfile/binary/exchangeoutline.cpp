@@ -57,6 +57,7 @@ private:
         const short ownCode = handleCodeOf(withoutBlanks(m_group.value));
         bool isHead = true, isOfApplication = false;
         while (next() && m_group.code != 0) {
+            if (m_group.code == applicationCode) application(m_group.value);
             if (m_group.code == subclassMarkCode) isHead = false;
             if (!isHead) continue;
             if (m_group.code == applicationGroupCode)
@@ -70,6 +71,12 @@ private:
         made.length = static_cast<std::uint32_t>(m_scanner.offset() - made.offset);
         m_out.m_highest = std::max(m_out.m_highest, made.handle);
         return made;
+    }
+
+    void application(std::string_view name) {
+        if (name == m_application) return;
+        m_application = name;
+        if (!m_out.applications.contains(name)) m_out.applications.emplace(name);
     }
 
     void list(std::vector<OutlinedRecord>& records) {
@@ -156,6 +163,7 @@ private:
     RawGroup m_group;
     std::unordered_map<std::uint64_t, std::size_t> m_byHandle;   // of blocks
     std::unordered_map<std::string, std::uint64_t> m_blockNames; // of their records
+    std::string_view m_application;                              // the last one
     std::vector<OutlinedEntity>* m_last = nullptr;               // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +49,9 @@ struct ExchangeOutline {
     std::vector<OutlinedTable> tables;
     std::vector<OutlinedBlock> blocks;
     std::vector<OutlinedRecord> parts, objects;
-    std::vector<OutlinedRecord> strays;       ///< entities that stand in no block
-    std::size_t storeBegin = 0, storeEnd = 0; ///< of the section of bodies
+    std::vector<OutlinedRecord> strays;              ///< entities that stand in no block
+    std::size_t storeBegin = 0, storeEnd = 0;        ///< of the section of bodies
+    std::set<std::string, std::less<>> applications; ///< that have extended data, as their names stand there
 
     explicit ExchangeOutline(std::string_view text);
     /// Of the header alone, for asking it a variable.

@@ -483,6 +483,8 @@ void RecordGathering::gather(DrawingRecord& record, const RecordLayout& layout, 
     m_work->run(record, layout, links, values);
 }
 
+bool RecordGathering::hasLostData() const { return m_work->hasLostData(); }
+
 void RecordGathering::gatherVariables(DrawingRecord& groups, const RecordLayout& layout,
                                       RecordScope& values) {
     m_work->variables(groups, layout, values);

@@ -40,6 +40,8 @@ public:
     void gather(DrawingRecord& record, const RecordLayout& layout, const RecordLinks& links,
                 RecordScope& values);
 
+    /// The last record had extended data of an application that the drawing does not name.
+    [[nodiscard]] bool hasLostData() const;
     /// The same of the variables of a header: `groups` are its groups, without a first group 0.
     void gatherVariables(DrawingRecord& groups, const RecordLayout& layout, RecordScope& values);
 

@@ -1,25 +1,35 @@
 #include "recordnames.h"
 
+#include "casefold.h"
 #include "transcriptvalues.h"
 
 namespace hostkit {
 namespace {
 
-/// Names of records are the same in upper and lower case.
-std::string keyOf(std::string_view kind, std::string_view name) {
+std::string exactKey(std::string_view kind, std::string_view name) {
     std::string key(kind);
     key += '\n';
-    for (const char character : name)
-        key += character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+    key += name;
     return key;
 }
 
 } // namespace
 
+std::wstring RecordNames::keyOf(std::string_view kind, std::string_view name) const {
+    std::wstring key(kind.begin(), kind.end());
+    key += L'\n';
+    key += foldCase(m_text.decode(name));
+    return key;
+}
+
 void RecordNames::add(std::string_view kind, std::string name, std::uint64_t handle) {
-    std::string key = keyOf(kind, name);
-    if (kind == "LTYPE" && key != "LTYPE\nBYLAYER" && key != "LTYPE\nBYBLOCK") m_linetypes.push_back(handle);
-    m_handles.try_emplace(std::move(key), handle);
+    if (kind == "LTYPE") {
+        const std::string rule = upperCaseAscii(name);
+        if (rule != "BYLAYER" && rule != "BYBLOCK") m_linetypes.push_back(handle);
+    }
+    // The first of two equal names counts, whichever of the two is asked.
+    const auto first = m_foldedHandles.try_emplace(keyOf(kind, name), handle).first;
+    m_handles.try_emplace(exactKey(kind, name), first->second);
     m_names.try_emplace(handle, std::move(name));
 }
 
@@ -29,8 +39,10 @@ std::string_view RecordNames::nameOf(std::uint64_t handle) const {
 }
 
 std::uint64_t RecordNames::handleOf(std::string_view kind, std::string_view name) const {
-    const auto found = m_handles.find(keyOf(kind, name));
-    return found == m_handles.end() ? 0 : found->second;
+    const auto found = m_handles.find(exactKey(kind, name));
+    if (found != m_handles.end()) return found->second;
+    const auto other = m_foldedHandles.find(keyOf(kind, name));
+    return other == m_foldedHandles.end() ? 0 : other->second;
 }
 
 std::uint64_t RecordNames::handleOfValue(std::string_view kind, std::string_view value) const {

@@ -1,6 +1,8 @@
 // What records of a drawing are called.
 #pragma once
 
+#include "drawingtext.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,11 +15,14 @@ namespace hostkit {
 /// up to 2004, from then on UTF-8.
 class RecordNames {
 public:
+    explicit RecordNames(DrawingText text = {})
+        : m_text(text) {}
+
     /// `kind` as in transcripts: "LAYER", "BLOCK_RECORD", "MLINESTYLE". The first of two equal names counts.
     void add(std::string_view kind, std::string name, std::uint64_t handle);
     /// Empty where there is none.
     [[nodiscard]] std::string_view nameOf(std::uint64_t handle) const;
-    /// 0 where there is none. Upper and lower case are the same.
+    /// 0 where there is none. Upper and lower case are the same, in all alphabets.
     [[nodiscard]] std::uint64_t handleOf(std::string_view kind, std::string_view name) const;
     /// The same of a group's value, whose escapes are turned back.
     [[nodiscard]] std::uint64_t handleOfValue(std::string_view kind, std::string_view value) const;
@@ -40,7 +45,11 @@ private:
     std::vector<std::uint64_t> m_linetypes;
     std::unordered_map<std::uint64_t, std::uint32_t> m_colors;
     std::unordered_map<std::uint64_t, std::string> m_names;
-    std::unordered_map<std::string, std::uint64_t> m_handles; ///< by kind and folded name
+    [[nodiscard]] std::wstring keyOf(std::string_view kind, std::string_view name) const;
+
+    DrawingText m_text;
+    std::unordered_map<std::string, std::uint64_t> m_handles;        ///< by kind and name as they stand
+    std::unordered_map<std::wstring, std::uint64_t> m_foldedHandles; ///< for other spellings
 };
 
 } // namespace hostkit

@@ -148,9 +148,11 @@ unsigned codePageNumber(std::wstring_view name) {
     return 0;
 }
 
-CodePage codePageOf(const BinaryContainer& container) {
-    return codePageFromName(codePageName(container.codePage)).value_or(CodePage::western1252);
+CodePage codePageOf(unsigned number) {
+    return codePageFromName(codePageName(number)).value_or(CodePage::western1252);
 }
+
+CodePage codePageOf(const BinaryContainer& container) { return codePageOf(container.codePage); }
 
 std::optional<DrawingProperties> readProperties(BinaryContainer& container) {
     const ByteSpan bytes = container.section(propertiesName);

@@ -16,6 +16,7 @@ namespace hostkit {
 [[nodiscard]] std::wstring_view codePageName(unsigned number);
 [[nodiscard]] unsigned codePageNumber(std::wstring_view name);
 /// Windows-1252 for those that have no equal.
+[[nodiscard]] CodePage codePageOf(unsigned number);
 [[nodiscard]] CodePage codePageOf(const BinaryContainer& container);
 
 /// A day of the Julian calendar and milliseconds of it, or days and milliseconds of a span.

@@ -13,6 +13,8 @@
 
 #include "dbline.h"
 
+#include "temporaryfolder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -303,6 +305,69 @@ TEST(BinaryTranscription, aDrawingWithoutTablesKeepsItsEntities) {
             EXPECT_EQ(report.problemCount, 0U) << name;
             EXPECT_EQ(report.entityCount, name == "curves.dxf" ? 3U : 2U) << name;
         }
+}
+
+// As a failing program saves: the form by its number, beside what stood there, with an object open.
+TEST(BinaryTranscription, aDrawingSavesItselfInTheFormOfTheConstant) {
+    const TemporaryFolder folder;
+    const std::string file = folder / "rescued.dwg";
+    const auto database = drawingtest::sampleDrawing();
+    const auto begin = [](const std::string& path) { return contentOf(path).substr(0, 6); };
+    EXPECT_EQ(database->saveAs(wide(file).c_str(), true, AcDb::kDHL_1015), Acad::eOk);
+    AcDbObject* held = nullptr;
+    ASSERT_EQ(acdbOpenObject(held, database->layerZero(), AcDb::kForWrite), Acad::eOk);
+    EXPECT_EQ(database->saveAs(wide(file).c_str(), true, static_cast<AcDb::AcDbDwgVersion>(29)), Acad::eOk);
+    held->close();
+    EXPECT_EQ(begin(file), "AC1024");
+    EXPECT_EQ(begin(folder / "rescued.bak"), "AC1015");
+    for (const AcDb::AcDbDwgVersion version : {AcDb::kDHL_1009, AcDb::kDHL_1021, AcDb::kDHL_Unknown})
+        EXPECT_EQ(database->saveAs(wide(file).c_str(), false, version), Acad::eInvalidInput) << version;
+    EXPECT_EQ(begin(file), "AC1024");
+    AcDbDatabase again(false, true);
+    EXPECT_EQ(again.readDwgFile(wide(file).c_str()), Acad::eOk);
+    EXPECT_EQ(again.readDwgFile(wide(file).c_str()), Acad::eInvalidInput); // it holds something
+    EXPECT_EQ(drawingtest::saved(again, drawingtest::quietWriting).size(),
+              drawingtest::saved(*openDrawing(wide(file)), drawingtest::quietWriting).size());
+}
+
+// Names are the same in upper and lower case in all alphabets, and programs forget to register what they
+// write.
+TEST(BinaryTranscription, namesInAnotherCaseAndDataOfUnknownApplicationsAreNotLost) {
+    AcDbDatabase database;
+    drawingtest::appendToModelSpace(database, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+    for (const DrawingVersion version : {DrawingVersion::k2000, DrawingVersion::k2018}) {
+        WriteOptions options = drawingtest::quietWriting;
+        options.version = version;
+        std::string text = drawingtest::saved(database, options);
+        const auto replace = [&](std::string_view old, std::string_view other, std::size_t from) {
+            const std::size_t at = text.find(old, from);
+            ASSERT_NE(at, std::string::npos) << old;
+            text.replace(at, old.size(), other);
+        };
+        const bool isWide = version == DrawingVersion::k2018;
+        const std::string layer = isWide ? "\xC3\x89tage" : "\xC9tage",
+                          other = isWide ? "\xC3\xA9TAGE" : "\xE9TAGE";
+        const std::size_t own = text.find("  0\r\nLAYER\r\n  5\r\n");
+        const std::size_t end = text.find("  0\r\n", own + 5);
+        std::string record = text.substr(own, end - own);
+        const std::size_t handle = record.find("  5\r\n") + 5, name = record.find("  2\r\n0\r\n") + 5;
+        record.replace(name, 1, layer);
+        record.replace(handle, record.find('\r', handle) - handle, "7FF1");
+        text.insert(end, record);
+        const std::size_t line = text.find("\nLINE\r\n");
+        replace("  8\r\n0\r\n", "  8\r\n" + other + "\r\n", line);
+        replace("\r\n  0\r\n", "\r\n1001\r\nNOBODY\r\n1000\r\nheld\r\n  0\r\n", line + 8);
+        const auto before = openDrawingFromMemory(text, L"plan.dxf", nullptr, drawingtest::quietReading);
+        ASSERT_TRUE(before);
+        const auto after = openDrawingFromMemory(binaryDrawing(*before, version), L"plan.dwg", nullptr,
+                                                 drawingtest::quietReading);
+        ASSERT_TRUE(after);
+        options.coding = DrawingCoding::kText;
+        const std::string again = drawingtest::saved(*after, options);
+        const std::size_t found = again.find("\nLINE\r\n");
+        EXPECT_NE(again.find("  8\r\n" + layer, found), std::string::npos);
+        EXPECT_NE(again.find("1001\r\nNOBODY\r\n1000\r\nheld", found), std::string::npos);
+    }
 }
 
 TEST(BinaryTranscription, whatTheFuzzerStartsFromHoldsToo) {

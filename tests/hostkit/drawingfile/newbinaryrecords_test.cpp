@@ -156,7 +156,7 @@ RecordLinks linksOf(const RecordFields& fields) {
 /// Records that have other bits when they are made again from the text that was made of them.
 std::vector<std::uint64_t> otherAgain(const TranscribedDrawing& drawing, const std::string& text) {
     const ExchangeOutline outline(text);
-    const RecordNames names = namesIn(outline);
+    const RecordNames names = namesIn(outline, DrawingText());
     RecordReading reading(drawing.container, drawing.classes);
     RecordGathering gathering(drawing.container.version, drawing.container.codePage, names);
     RecordEncoding encoding(drawing.container.version);
