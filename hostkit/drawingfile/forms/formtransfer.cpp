@@ -165,7 +165,7 @@ void FormTransfer::leaveOutOwned() {
 // What only holds or describes others needs no word, nor do parts beside their owner.
 void FormTransfer::tellLeftOut(const Record& record) {
     if (isHolder(record) || isPart(record.kind) || record.kind == "CLASS" || record.kind == "BLOCK_RECORD" ||
-        record.section == "ACDSDATA" || isStandingKind(record.kind))
+        record.section == "ACDSDATA" || (isStandingKind(record.kind) && !m_unheld.contains(record.handle)))
         return;
     m_changes.add(wide(record.kind), {}, record.handle);
 }
