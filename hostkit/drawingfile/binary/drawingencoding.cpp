@@ -79,16 +79,17 @@ BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::
 class DrawingEncoding {
 public:
     DrawingEncoding(std::string_view text, DrawingVersion version, unsigned codePage,
-                    const DrawingText& coding, const EncodingOriginal* original, EncodedDrawing& out)
+                    const DrawingText& coding, const DrawingOrigin& origin, EncodedDrawing& out)
         : m_outline(text)
         , m_coding(coding)
         , m_version(version)
         , m_form(static_cast<int>(version) % 100)
         , m_codePage(codePage)
         , m_layouts(RecordLayouts::of(version))
-        , m_original(original && original->drawing.container.version == version ? original : nullptr)
+        , m_original(origin.drawing && origin.drawing->container.version == version ? origin.drawing
+                                                                                    : nullptr)
         , m_out(out) {
-        if (m_original) m_before.emplace(m_original->text);
+        if (m_original) m_before.emplace(origin.text);
     }
 
     bool run() {
@@ -111,7 +112,7 @@ private:
     // Kinds
 
     void takeClasses() {
-        if (m_original) m_out.classes = m_original->drawing.classes;
+        if (m_original) m_out.classes = m_original->classes;
         for (const OutlinedRecord& record : m_outline.classes) {
             const std::string_view groups = record.in(m_outline.text);
             BinaryClass made;
@@ -156,7 +157,7 @@ private:
     // What is to be written
 
     [[nodiscard]] const TranscribedRecord* originalOf(std::uint64_t handle) const {
-        return m_original ? m_original->drawing.find(handle) : nullptr;
+        return m_original ? m_original->find(handle) : nullptr;
     }
 
     /// False where the record cannot be written; it is listed then.
@@ -235,7 +236,7 @@ private:
 
     /// Every binary drawing has all tables.
     void addEmptyControl(const ControlKind& kind) {
-        if (m_original && m_original->drawing.find(m_original->drawing.header.handle(kind.variable))) return;
+        if (m_original && m_original->find(m_original->header.handle(kind.variable))) return;
         Job job;
         job.layout = m_layouts.byName(kind.layout);
         job.type = job.layout->number;
@@ -327,8 +328,8 @@ private:
         constexpr unsigned viewportControl = 70, viewportHeader = 71;
         bool hasControl = false;
         if (m_original) {
-            const RecordReading reading(m_original->drawing.container, m_original->drawing.classes);
-            for (const TranscribedRecord& record : m_original->drawing.records) {
+            const RecordReading reading(m_original->container, m_original->classes);
+            for (const TranscribedRecord& record : m_original->records) {
                 const unsigned type = reading.typeAt(record.offset);
                 if (type != viewportControl && type != viewportHeader) continue;
                 hasControl = hasControl || type == viewportControl;
@@ -407,8 +408,7 @@ private:
             : m_owner(owner)
             , m_gathering(owner.m_version, owner.m_codePage, owner.m_names)
             , m_encoding(owner.m_version) {
-            if (owner.m_original)
-                m_reading.emplace(owner.m_original->drawing.container, owner.m_original->drawing.classes);
+            if (owner.m_original) m_reading.emplace(owner.m_original->container, owner.m_original->classes);
         }
 
         void write(const Job& job, Chunk& chunk) {
@@ -432,7 +432,7 @@ private:
             if (!job.isPlaceKept) return false;
             // The head of a table tells how many records follow; those are looked at one by one.
             if (job.kind == Job::Kind::control) return true;
-            return m_owner.m_original->text.substr(before.text, before.length) ==
+            return m_owner.m_before->text.substr(before.text, before.length) ==
                    job.record.in(m_owner.m_outline.text);
         }
 
@@ -494,8 +494,8 @@ private:
             return place != m_out.places.end() && place->handle == handle;
         };
         if (m_original) {
-            const RecordReading reading(m_original->drawing.container, m_original->drawing.classes);
-            for (const TranscribedRecord& record : m_original->drawing.records)
+            const RecordReading reading(m_original->container, m_original->classes);
+            for (const TranscribedRecord& record : m_original->records)
                 if (!isWritten(record.handle)) --counts[reading.typeAt(record.offset)];
         }
         for (const Job& job : m_jobs)
@@ -631,7 +631,7 @@ private:
 
     void header() {
         BinaryHeader& header = m_out.header;
-        if (m_original) header = m_original->drawing.header;
+        if (m_original) header = m_original->header;
         gatherHeader(m_outline, m_version, m_codePage, m_names, header, m_before ? &*m_before : nullptr);
         for (const ControlKind& kind : controls)
             if (const OutlinedTable* const table = m_outline.table(kind.table))
@@ -652,7 +652,7 @@ private:
     int m_form;
     unsigned m_codePage;
     const RecordLayouts& m_layouts;
-    const EncodingOriginal* m_original;
+    const TranscribedDrawing* m_original;
     std::optional<ExchangeOutline> m_before;
     EncodedDrawing& m_out;
     RecordNames m_names;
@@ -665,11 +665,11 @@ private:
 };
 
 bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
-                   const EncodingOriginal* original, EncodedDrawing& encoded) {
+                   const DrawingOrigin& origin, EncodedDrawing& encoded) {
     const DrawingText coding(isUtf8(version) ? CodePage::utf8 : codePageOf(codePage));
     const std::string whole = completedDrawing(text, version, coding);
-    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, coding,
-                           original, encoded)
+    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, coding, origin,
+                           encoded)
         .run();
 }
 

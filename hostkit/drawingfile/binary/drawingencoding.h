@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binaryheader.h"
+#include "drawingorigin.h"
 #include "exchangeoutline.h"
 #include "formchanges.h"
 #include "objectmap.h"
@@ -13,14 +14,6 @@
 #include <vector>
 
 namespace hostkit {
-
-struct TranscribedDrawing;
-
-/// What a drawing was before it was changed: its records and the text that was made of them.
-struct EncodingOriginal {
-    const TranscribedDrawing& drawing;
-    std::string_view text;
-};
 
 /// The records of a drawing, with all that its container needs of them.
 struct EncodedDrawing {
@@ -34,12 +27,12 @@ struct EncodedDrawing {
     std::wstring fault; ///< why there is none
 };
 
-/// The records of the drawing `text`, which is of the form `version`. With an original of the same form,
+/// The records of the drawing `text`, which is of the form `version`. With an origin of the same form,
 /// each record whose groups and place are as they were keeps its bits, and a changed one what no group tells.
 /// Records without groups of their own in the exchange form stay. What is neither there nor has a layout is
 /// left out and listed; what strict readers ask for and the drawing lacks is added. False where the drawing
 /// cannot be had in that form.
 [[nodiscard]] bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
-                                 const EncodingOriginal* original, EncodedDrawing& encoded);
+                                 const DrawingOrigin& origin, EncodedDrawing& encoded);
 
 } // namespace hostkit

@@ -118,11 +118,9 @@ std::unordered_set<std::uint64_t> opaqueRecordsOf(const TranscribedDrawing& draw
 bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const DrawingOrigin& origin,
                            std::string& bytes, FormChanges& changes, std::wstring& reason) {
     const unsigned codePage = codePageOf(text, origin);
+    const bool isSameForm = origin.drawing && origin.drawing->container.version == version;
     EncodedDrawing encoded;
-    std::optional<EncodingOriginal> original;
-    if (origin.drawing && origin.drawing->container.version == version)
-        original.emplace(EncodingOriginal{*origin.drawing, origin.text});
-    if (!encodeDrawing(text, version, codePage, original ? &*original : nullptr, encoded)) {
+    if (!encodeDrawing(text, version, codePage, origin, encoded)) {
         reason = encoded.fault;
         return false;
     }
@@ -131,10 +129,11 @@ bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const 
     BinaryContainer container = containerFor(version, codePage, origin);
     std::vector<std::uint8_t>& header = container.sections["AcDb:Header"];
     header = writeHeader(container, encoded.header);
-    if (original && header == writeHeader(container, origin.drawing->header)) // and so with what fills it up
+    if (isSameForm &&
+        header == writeHeader(container, origin.drawing->header)) // and so with what fills it up
         header = sectionOf(*origin.drawing, "AcDb:Header");
     container.sections["AcDb:Classes"] = writeClasses(container, encoded.classes);
-    if (!original || readMeasurement(container) != encoded.isMetric)
+    if (!isSameForm || readMeasurement(container) != encoded.isMetric)
         container.sections["AcDb:Template"] = writeMeasurement(container, encoded.isMetric);
     if (version >= DrawingVersion::k2004) {
         const DrawingProperties properties =

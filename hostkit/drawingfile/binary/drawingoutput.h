@@ -1,6 +1,7 @@
 // Binary drawings from drawings of the exchange form.
 #pragma once
 
+#include "drawingorigin.h"
 #include "drawingversion.h"
 #include "formchanges.h"
 
@@ -10,20 +11,12 @@
 
 namespace hostkit {
 
-struct TranscribedDrawing;
-
 /// The form that a binary drawing is written in where that of the drawing cannot be: what is older than 2000
 /// becomes 2000, and 2007, which is read alone, 2010.
 [[nodiscard]] DrawingVersion formOfBinaryDrawing(DrawingVersion version);
 
 /// The records of a binary drawing whose content is not in the text that was made of it.
 [[nodiscard]] std::unordered_set<std::uint64_t> opaqueRecordsOf(const TranscribedDrawing& drawing);
-
-/// What the text came from.
-struct DrawingOrigin {
-    const TranscribedDrawing* drawing = nullptr; ///< null: it never was a binary drawing
-    std::string_view text;                       ///< that was made of it
-};
 
 /// The text's drawing, which is of the form `version`, as a binary one. Of a drawing of the same form the
 /// records that are as they were keep their bits, and all sections stay; of another form the picture and the

@@ -333,7 +333,6 @@ private:
     void reference(const LayoutStep& step) {
         const BinaryHandle handle = m_references.handle();
         add(step).reference = handle;
-        m_out.references.push_back(handle);
         set(step.slot, static_cast<double>(handle.value));
     }
 
@@ -383,7 +382,6 @@ const RecordLayout* RecordReading::layoutOf(unsigned type, bool& isKnown) const 
 bool RecordReading::findStreams(std::size_t offset, RecordFields& fields) {
     fields.handle = 0;
     fields.values.clear();
-    fields.references.clear();
     BitReader reader(m_objects, offset * 8, m_objects.size() * 8);
     const std::size_t size = reader.modularShort();
     const std::uint64_t referenceBits = m_form >= 24 ? reader.unsignedModularChar() : 0;

@@ -24,7 +24,6 @@ struct RecordFields {
                                             ///< read alone, and their end
     std::size_t textBegin = 0, textEnd = 0, referencesBegin = 0, referencesEnd = 0;
     RecordScope values;
-    std::vector<BinaryHandle> references; ///< all, in their order
 
     /// By the layout's name, outside of loops; null where the record has none. For single looks: code that
     /// goes over many records keeps the slot.

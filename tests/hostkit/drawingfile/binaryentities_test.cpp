@@ -68,7 +68,7 @@ std::string drawingWith(const std::string& entity, int form) {
 Groups throughRecord(const std::string& entity, int form) {
     EncodedDrawing encoded;
     const auto version = static_cast<DrawingVersion>(1000 + form);
-    EXPECT_TRUE(encodeDrawing(drawingWith(entity, form), version, 30, nullptr, encoded));
+    EXPECT_TRUE(encodeDrawing(drawingWith(entity, form), version, 30, {}, encoded));
     BinaryContainer container;
     container.version = version;
     container.sections["AcDb:AcDbObjects"] = encoded.objects;

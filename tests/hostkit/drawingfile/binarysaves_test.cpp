@@ -91,7 +91,8 @@ TEST(BinarySaves, aRecordKeepsItsBitsUntilItOrWhatItListsChanges) {
     AcDbDatabase database;
     const AcDbObjectId block = addRecord<AcDbBlockTable>(database, L"part");
     for (int i = 0; i < 3; ++i) appendToModelSpace(database, new AcDbLine({1.0 * i, 0, 0}, {0, 1, 0}));
-    for (const DrawingVersion version : {DrawingVersion::k2000, DrawingVersion::k2004, DrawingVersion::k2013}) {
+    for (const DrawingVersion version :
+         {DrawingVersion::k2000, DrawingVersion::k2004, DrawingVersion::k2013}) {
         const std::string file = binaryOf(database, version);
         const Records before(file);
         const auto again = openDrawingFromMemory(file, L"plan.dwg", nullptr, quietReading);
@@ -102,8 +103,7 @@ TEST(BinarySaves, aRecordKeepsItsBitsUntilItOrWhatItListsChanges) {
         const AcDbObjectId insert = appendToModelSpace(*again, new AcDbBlockReference({0, 0, 0}, own));
         const Records after(binaryOf(*again));
         std::vector<std::uint64_t> changed = after.others(before);
-        for (const std::uint64_t wanted :
-             {handleOf(insert), handleOf(own), handleOf(again->modelSpaceId())})
+        for (const std::uint64_t wanted : {handleOf(insert), handleOf(own), handleOf(again->modelSpaceId())})
             EXPECT_TRUE(std::find(changed.begin(), changed.end(), wanted) != changed.end()) << wanted;
         // In the form 2000 the last line has a neighbour, too.
         EXPECT_EQ(changed.size(), version == DrawingVersion::k2000 ? 4U : 3U);
