@@ -202,6 +202,22 @@ private:
                 job.record = entity.record;
                 return !choose(job);
             });
+        std::erase_if(m_outline.objects, [this](const OutlinedRecord& object) {
+            Job job;
+            job.record = object;
+            return !choose(job);
+        });
+        leaveOutOrphans();
+    }
+
+    /// What belongs to a record that is left out goes with it: extension dictionaries and all below them.
+    void leaveOutOrphans() {
+        const auto isOrphan = [this](const OutlinedRecord& object) {
+            return m_gone.contains(object.owner) && !originalOf(object.handle) &&
+                   !leaveOut(object.in(m_outline.text), object.handle);
+        };
+        while (!m_gone.empty() && std::erase_if(m_outline.objects, isOrphan) > 0) {
+        }
     }
 
     /// What of a record does not go along, and what becomes of it.
@@ -408,6 +424,7 @@ private:
             : m_owner(owner)
             , m_gathering(owner.m_version, owner.m_codePage, owner.m_names)
             , m_encoding(owner.m_version) {
+            m_encoding.leadNowhere(owner.m_gone);
             if (owner.m_original) m_reading.emplace(owner.m_original->container, owner.m_original->classes);
         }
 
@@ -455,6 +472,7 @@ private:
             if (job.record.isThere()) {
                 scan(job, *layout);
                 m_gathering.gather(m_record, *layout, job.links, m_values);
+                dropReactors(*layout);
             }
             m_owner.addLists(job, *layout, m_values, m_texts);
             if (!isSameKind) completeReferences(m_owner.m_names, *layout, m_values);
@@ -471,6 +489,16 @@ private:
                 return scanRecordAt(text, job.record.offset, job.record.length, m_record);
             m_dictionary = withoutEntries(job.record.in(text), m_owner.m_gone);
             scanRecordAt(m_dictionary, 0, m_dictionary.size(), m_record);
+        }
+
+        /// What is left out is told of no change.
+        void dropReactors(const RecordLayout& layout) {
+            const std::unordered_set<std::uint64_t>& gone = m_owner.m_gone;
+            if (gone.empty()) return;
+            std::vector<RecordValue>& reactors = m_values.array(layout.common.reactors);
+            std::erase_if(reactors,
+                          [&](const RecordValue& reactor) { return gone.contains(reactor.reference.value); });
+            Values{layout, m_values}.whole("nreact", static_cast<std::int64_t>(reactors.size()));
         }
 
         const DrawingEncoding& m_owner;

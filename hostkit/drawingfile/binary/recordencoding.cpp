@@ -337,7 +337,11 @@ private:
     }
 
     void reference(const LayoutStep& step, BinaryHandle handle, const RecordValue* before) {
-        const std::uint64_t target = handle.resolved(m_handle);
+        std::uint64_t target = handle.resolved(m_handle);
+        if (m_owner.m_gone && m_owner.m_gone->contains(target)) {
+            handle = {};
+            target = 0;
+        }
         m_values[step.slot] = static_cast<double>(handle.value);
         const bool isWithin = step.code == FieldCode::ownHandle;
         if (isWithin)

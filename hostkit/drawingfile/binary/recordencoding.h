@@ -5,6 +5,7 @@
 #include "recordfields.h"
 
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 namespace hostkit {
@@ -22,6 +23,9 @@ public:
     /// values cannot be a record: a loop has other passes than its count says.
     [[nodiscard]] bool append(const RecordLayout& layout, unsigned type, std::uint64_t handle,
                               const RecordScope& values, std::vector<std::uint8_t>& bytes);
+    /// References to these records, which the drawing will not have, lead nowhere. The set must outlive what
+    /// is written.
+    void leadNowhere(const std::unordered_set<std::uint64_t>& gone) { m_gone = &gone; }
     /// From now on references are written among the data, as in the header of the first forms.
     void putReferencesAmongData() { m_hasOneStream = true; }
     /// Runs the layout alone, for what is no record: the three streams as bits.
@@ -43,6 +47,7 @@ private:
     bool m_hasShortened = false;
     const RecordReading* m_reading = nullptr;
     const RecordFields* m_original = nullptr;
+    const std::unordered_set<std::uint64_t>* m_gone = nullptr;
     BitWriter m_data, m_text, m_references;
     std::size_t m_sizeAt = 0; ///< of the size of the data in bits, up to 2007
     std::vector<double> m_values;

@@ -137,4 +137,41 @@ TEST(BinarySaves, whatCannotGoAlongIsLeftOutWithWhatLeadsToIt) {
     EXPECT_GT(opaque, 20U);
 }
 
+TEST(BinarySaves, whatBelongsToALeftOutRecordGoesWithItAndReferencesLeadNowhere) {
+    const AcDbDatabase made;
+    WriteOptions options = quietWriting;
+    options.coding = DrawingCoding::kText;
+    std::string text = saved(made, options);
+    const std::string root = "330\r\nC\r\n";
+    const std::string records =
+        "0\r\nNOSUCHKIND\r\n5\r\nF00\r\n102\r\n{ACAD_XDICTIONARY\r\n360\r\nF01\r\n102\r\n}\r\n" + root +
+        "100\r\nAcDbNoSuchKind\r\n"
+        "0\r\nDICTIONARY\r\n5\r\nF01\r\n330\r\nF00\r\n100\r\nAcDbDictionary\r\n3\r\nDEEP\r\n360\r\nF02\r\n"
+        "0\r\nXRECORD\r\n5\r\nF02\r\n330\r\nF01\r\n100\r\nAcDbXrecord\r\n1\r\ntext\r\n"
+        "0\r\nFIELDLIST\r\n5\r\nF03\r\n102\r\n{ACAD_REACTORS\r\n330\r\nF00\r\n330\r\nC\r\n102\r\n}\r\n" +
+        root + "100\r\nAcDbIdSet\r\n90\r\n2\r\n330\r\nF00\r\n330\r\nF04\r\n100\r\nAcDbFieldList\r\n" +
+        "0\r\nXRECORD\r\n5\r\nF04\r\n" + root + "100\r\nAcDbXrecord\r\n1\r\nother\r\n";
+    const std::size_t end = text.find("  0\r\nENDSEC", text.find("\r\nOBJECTS\r\n"));
+    ASSERT_NE(end, std::string::npos);
+    text.insert(end, records);
+    const auto database = openDrawingFromMemory(text, L"drawing.dxf", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    for (const DrawingVersion version :
+         {DrawingVersion::k2004, DrawingVersion::k2010, DrawingVersion::k2018}) {
+        const Records written(binaryOf(*database, version));
+        for (const std::uint64_t gone : {0xF00, 0xF01, 0xF02})
+            EXPECT_FALSE(written.drawing.find(gone)) << gone;
+        EXPECT_TRUE(written.drawing.find(0xF04));
+        const RecordFields list = written.fieldsOf(0xF03);
+        const auto leadsTo = [&](const char* name) {
+            std::vector<std::uint64_t> targets;
+            for (const RecordValue& value : list.array(name))
+                targets.push_back(value.reference.resolved(0xF03));
+            return targets;
+        };
+        EXPECT_EQ(leadsTo("fields"), (std::vector<std::uint64_t>{0, 0xF04}));
+        EXPECT_EQ(leadsTo("reactors"), std::vector<std::uint64_t>{0xC});
+    }
+}
+
 } // namespace
