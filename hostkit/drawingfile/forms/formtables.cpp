@@ -223,6 +223,11 @@ DrawingVersion firstFormOfGroup(std::string_view subclass, int code) {
     return kR12;
 }
 
+bool hasLaterGroups(std::string_view subclass, DrawingVersion than) {
+    return std::any_of(std::begin(groupRows), std::end(groupRows),
+                       [&](const GroupRow& row) { return row.first > than && row.subclass == subclass; });
+}
+
 DrawingVersion firstFormOfVariable(std::string_view name) { return firstFormByName(variableRows, name); }
 
 bool isKindOfR12(std::string_view name) { return rowOf(entityRows, name) || rowOf(recordRows, name); }

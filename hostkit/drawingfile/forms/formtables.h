@@ -20,6 +20,8 @@ DrawingVersion firstFormOfKind(std::string_view name);
 /// Of a group in the part of a record that this subclass mark opens (for the record of a class the name
 /// "CLASS").
 DrawingVersion firstFormOfGroup(std::string_view subclass, int code);
+/// Whether a part under that mark has groups that came after that form.
+bool hasLaterGroups(std::string_view subclass, DrawingVersion than);
 /// Of a header variable by its name without the leading $.
 DrawingVersion firstFormOfVariable(std::string_view name);
 

@@ -24,6 +24,17 @@ bool isReference(int code) {
 
 bool isPart(std::string_view kind) { return kind == "VERTEX" || kind == "ATTRIB" || kind == "SEQEND"; }
 
+/// Spelt alike in every encoding, and without an escape.
+bool isPlainText(std::string_view text) {
+    bool isPlain = true;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        isPlain &=
+            (byte >= ' ' || byte == '\r' || byte == '\n') && byte < 0x80 && byte != '\\' && byte != '^';
+    }
+    return isPlain;
+}
+
 std::wstring wide(std::string_view name) { return {name.begin(), name.end()}; }
 
 } // namespace
@@ -48,62 +59,68 @@ std::string FormTransfer::run() {
     return bytes;
 }
 
-const RawGroup* FormTransfer::find(const Record& record, int code) const {
-    for (std::size_t place = record.first; place < record.last; ++place) {
-        if (m_groups[place].code >= firstExtendedCode) break;
-        if (m_groups[place].code == code) return &m_groups[place];
-    }
-    return nullptr;
+FormTransfer::Groups FormTransfer::groupsOf(const Record& record) const {
+    m_groups.clear();
+    GroupScanner scanner(m_text.substr(0, record.end), record.begin);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup) m_groups.push_back(group);
+    return m_groups;
+}
+
+std::optional<RawGroup> FormTransfer::find(const Record& record, int code) const {
+    GroupScanner scanner(m_text.substr(0, record.end), record.begin);
+    RawGroup group;
+    while (scanner.next(group) == ScanResult::kGroup && group.code < firstExtendedCode)
+        if (group.code == code) return group;
+    return {};
 }
 
 // The header is one record, and what stands before the first section too.
 void FormTransfer::gather() {
     GroupScanner scanner(m_text, startOfGroups(m_text));
     RawGroup group;
+    Head head;
     std::string_view section;
     while (scanner.next(group) == ScanResult::kGroup) {
-        if (group.code == 0 || m_records.empty()) {
-            m_records.push_back({m_groups.size(), m_groups.size(), section, withoutBlanks(group.value)});
+        const bool isFirst = group.code == 0 || m_records.empty();
+        if (isFirst) {
+            const std::size_t begin = scanner.offsetOf(group.start);
+            m_records.push_back({begin, begin, section, withoutBlanks(group.value)});
             if (group.code != 0) m_records.back().kind = {};
+            head = {};
         }
-        m_groups.push_back(group);
         Record& record = m_records.back();
-        record.last = m_groups.size();
+        record.end = scanner.offset();
+        if (!isFirst && !head.isOver) readHead(record, head, group);
         if (record.kind == "SECTION" && group.code == nameCode && record.section.empty())
             section = record.section = withoutBlanks(group.value);
         if (record.kind == "ENDSEC") section = {};
     }
-    m_end = m_text.data() + m_text.size();
-    for (Record& record : m_records) readHeadOf(record);
 }
 
 // The owner stands before the first mark, outside of the groups of applications.
-void FormTransfer::readHeadOf(Record& record) const {
+void FormTransfer::readHead(Record& record, Head& head, const RawGroup& group) const {
+    if (group.code == subclassMarkCode || group.code >= firstExtendedCode) head.isOver = true;
+    if (group.code == applicationGroupCode) head.isInGroup = withoutBlanks(group.value).substr(0, 1) == "{";
+    if (head.isOver || head.isInGroup) return;
     const int codeOfHandle = record.kind == "DIMSTYLE" ? 105 : 5;
-    bool isInGroup = false;
-    for (std::size_t place = record.first + 1; place < record.last; ++place) {
-        const RawGroup& group = m_groups[place];
-        if (group.code == subclassMarkCode || group.code >= firstExtendedCode) return;
-        if (group.code == applicationGroupCode) isInGroup = withoutBlanks(group.value).substr(0, 1) == "{";
-        if (isInGroup) continue;
-        if (group.code == codeOfHandle && record.handle == 0)
-            record.handle = handleFromText(group.value).value_or(0);
-        if (group.code == ownerCode && hasSubclassMarkers(m_source.version))
-            record.owner = handleFromText(group.value).value_or(0);
-    }
+    if (group.code == codeOfHandle && record.handle == 0)
+        record.handle = handleFromText(group.value).value_or(0);
+    if (group.code == ownerCode && hasSubclassMarkers(m_source.version))
+        record.owner = handleFromText(group.value).value_or(0);
 }
 
 // What stands before the first section is one, but a damaged record that lost its name is not.
 bool FormTransfer::isHolder(const Record& record) const {
     return record.kind == "SECTION" || record.kind == "ENDSEC" || record.kind == "TABLE" ||
-           record.kind == "ENDTAB" || record.kind == "EOF" || m_groups[record.first].code != 0;
+           record.kind == "ENDTAB" || record.kind == "EOF" || record.kind.data() == nullptr;
 }
 
 bool FormTransfer::hasNoPlace(const Record& record) const {
     if (record.handle != 0 && m_unheld.contains(record.handle)) return true;
     const DrawingVersion target = m_target.version;
     if (record.section == "CLASSES" && record.kind == "CLASS") {
-        const RawGroup* const name = find(record, 1);
+        const std::optional<RawGroup> name = isToLater() ? std::nullopt : find(record, 1);
         return name && target < needed(firstFormOfKind(withoutBlanks(name->value)));
     }
     if (record.section == "ACDSDATA") return target < DrawingVersion::k2013;
@@ -114,7 +131,14 @@ bool FormTransfer::hasNoPlace(const Record& record) const {
     constexpr int dataLineCode = 1;
     const bool losesItsBody = isModelerKind(record.kind) && m_source.version >= DrawingVersion::k2013 &&
                               target < DrawingVersion::k2013 && !find(record, dataLineCode);
-    return losesItsBody || target < needed(firstFormOfKind(record.kind));
+    return losesItsBody || isOlderThan(record);
+}
+
+bool FormTransfer::isOlderThan(const Record& record) const {
+    if (isToLater()) return false;
+    const auto [known, isNew] = m_firstForms.try_emplace(record.kind, DrawingVersion{});
+    if (isNew) known->second = needed(firstFormOfKind(record.kind));
+    return m_target.version < known->second;
 }
 
 // R12 has four sections.
@@ -126,7 +150,7 @@ void FormTransfer::chooseRecords() {
     std::string_view table;
     for (Record& record : m_records) {
         if (record.kind == "TABLE") {
-            const RawGroup* const name = find(record, nameCode);
+            const std::optional<RawGroup> name = find(record, nameCode);
             table = name ? withoutBlanks(name->value) : std::string_view();
         }
         const bool isTableOfNone = isToR12() && table == "BLOCK_RECORD";
@@ -211,8 +235,8 @@ void FormTransfer::gatherNames() {
     std::array<R12Names, 9> given;
     for (const bool takesSound : {true, false}) {
         for (const Record& record : m_records) {
-            const RawGroup* const name =
-                record.isLeftOut || isHolder(record) ? nullptr : find(record, nameCode);
+            const std::optional<RawGroup> name =
+                record.isLeftOut || isHolder(record) ? std::nullopt : find(record, nameCode);
             if (!name || (record.section != "TABLES" && record.kind != "BLOCK")) continue;
             const NameKind kind = nameKindOf(record, *name);
             const std::wstring old = m_source.text.decode(name->value);
@@ -231,25 +255,26 @@ void FormTransfer::giveName(const Record& record, const std::wstring& old, NameM
 }
 
 bool FormTransfer::isGone(const RawGroup& group) const {
-    return isReference(group.code) && m_gone.contains(handleFromText(group.value).value_or(0));
+    return !m_gone.empty() && isReference(group.code) &&
+           m_gone.contains(handleFromText(group.value).value_or(0));
 }
 
 // An entry's name goes with what it names.
-bool FormTransfer::goesWithNext(const Record& record, std::size_t place) const {
-    if (place + 1 >= record.last || !isGone(m_groups[place + 1])) return false;
-    const HandleList* const list = handleListOf(record.kind, m_groups[place + 1].code);
-    return list && list->beforeCode == m_groups[place].code;
+bool FormTransfer::goesWithNext(const Record& record, Groups groups, std::size_t place) const {
+    if (place + 1 >= groups.size() || !isGone(groups[place + 1])) return false;
+    const HandleList* const list = handleListOf(record.kind, groups[place + 1].code);
+    return list && list->beforeCode == groups[place].code;
 }
 
 // Nothing where the group counts no list, or one that loses nothing.
-std::optional<std::int64_t> FormTransfer::countLeft(const Record& record, int countCode) const {
-    const HandleList* const list = countedListOf(record.kind, countCode);
+std::optional<std::int64_t> FormTransfer::countLeft(const Record& record, Groups groups,
+                                                    int countCode) const {
+    const HandleList* const list = m_gone.empty() ? nullptr : countedListOf(record.kind, countCode);
     if (!list) return {};
     bool isInPart = false;
     bool isShorter = false;
     std::int64_t count = 0;
-    for (std::size_t place = record.first; place < record.last; ++place) {
-        const RawGroup& group = m_groups[place];
+    for (const RawGroup& group : groups) {
         if (group.code == subclassMarkCode) isInPart = withoutBlanks(group.value) == list->mark;
         if (!isInPart || group.code != list->code) continue;
         isShorter = isShorter || isGone(group);
@@ -265,71 +290,122 @@ bool FormTransfer::staysInRecord(const Record& record, std::string_view subclass
     return m_target.version >= needed(firstFormOfGroup(subclass, group.code));
 }
 
+bool FormTransfer::losesGroups(std::string_view subclass) const {
+    return isToR12() || (!isToLater() && hasLaterGroups(subclass, m_target.version));
+}
+
+// The two encodings spell plain text alike.
+bool FormTransfer::isVerbatim(const RawGroup& group) const {
+    const bool isText = kindOfCode(group.code) == AcDb::GroupKind::kText || group.code == 5;
+    return !isToR12() && !isGone(group) && !(isText && m_encodesAnew && !isPlainText(group.value));
+}
+
+bool FormTransfer::isVerbatim(const Record& record) const {
+    return isToLater() && !isToR12() && m_gone.empty() && (!m_encodesAnew || isPlainText(textOf(record)));
+}
+
+void FormTransfer::writeVerbatim(std::string_view text, std::string& bytes) const {
+    bytes += text;
+    if (!text.ends_with('\n')) bytes += m_target.newline;
+}
+
 void FormTransfer::writeRecord(const Record& record, std::string& bytes) {
     if (record.kind == "SECTION" && record.section == "HEADER") return writeHeader(record, bytes);
+    if (isVerbatim(record)) return writeVerbatim(textOf(record), bytes);
+    writeGroups(record, groupsOf(record), bytes);
+}
+
+// Groups that go along as they stand are copied together.
+void FormTransfer::writeGroups(const Record& record, Groups groups, std::string& bytes) {
+    const auto startOf = [&](std::size_t place) {
+        return place < groups.size() ? static_cast<std::size_t>(groups[place].start - m_text.data())
+                                     : record.end;
+    };
     std::string_view subclass = record.kind == "CLASS" ? record.kind : std::string_view();
+    bool losesAny = losesGroups(subclass);
     bool isEmbedded = false;
-    for (std::size_t place = record.first; place < record.last; ++place) {
-        const RawGroup& group = m_groups[place];
-        if (group.code == subclassMarkCode) subclass = withoutBlanks(group.value);
+    std::size_t copied = 0;
+    const auto copyTo = [&](std::size_t place) {
+        if (copied < place)
+            writeVerbatim(m_text.substr(startOf(copied), startOf(place) - startOf(copied)), bytes);
+    };
+    for (std::size_t place = 0; place < groups.size(); ++place) {
+        const RawGroup& group = groups[place];
+        if (group.code == subclassMarkCode) {
+            subclass = withoutBlanks(group.value);
+            losesAny = losesGroups(subclass);
+        }
         if (group.code == embeddedObjectCode) isEmbedded = m_target.version < needed(DrawingVersion::k2018);
         isEmbedded = isEmbedded && group.code < firstExtendedCode;
-        if (isEmbedded) continue;
-        if (group.code == applicationGroupCode && subclass.empty() && !isToR12()) {
-            place = writeApplicationGroup(place, record.last, bytes);
-            continue;
+        const bool isOfApplication =
+            group.code == applicationGroupCode && subclass.empty() && !isToR12() && !m_gone.empty();
+        const bool stays = !losesAny || staysInRecord(record, subclass, group);
+        std::size_t last = place;
+        std::string changed;
+        if (isOfApplication && !isEmbedded)
+            last = writeApplicationGroup(groups, place, changed);
+        else if (!isEmbedded && !writeChanged(record, groups, last, subclass, changed) && stays) {
+            if (isVerbatim(group)) continue;
+            writeGroup(record, group, changed);
         }
-        const HandleList* const list = isGone(group) ? handleListOf(record.kind, group.code) : nullptr;
-        if (list) {
-            if (list->behindCode != 0 && place + 1 < record.last &&
-                m_groups[place + 1].code == list->behindCode)
-                ++place;
-            continue;
-        }
-        if (goesWithNext(record, place)) continue;
-        if (const std::optional<std::int64_t> left = countLeft(record, group.code)) {
-            appendInteger(group.code, *left, m_target, bytes);
-            continue;
-        }
-        if (group.code == proxyGraphicsSize64 && subclass == "AcDbEntity" &&
-            m_target.version < needed(DrawingVersion::k2010)) {
-            appendGroup(proxyGraphicsSize32, withoutBlanks(group.value), m_target, bytes);
-            continue;
-        }
-        if (staysInRecord(record, subclass, group)) writeGroup(record, group, bytes);
+        copyTo(place);
+        bytes += changed;
+        copied = (place = last) + 1;
     }
+    copyTo(groups.size());
+}
+
+// What of lists and counts is lost or told otherwise; false where that does not concern the group. `place`
+// becomes that of the last group that is done with.
+bool FormTransfer::writeChanged(const Record& record, Groups groups, std::size_t& place,
+                                std::string_view subclass, std::string& bytes) {
+    const RawGroup& group = groups[place];
+    if (const HandleList* const list = isGone(group) ? handleListOf(record.kind, group.code) : nullptr) {
+        if (list->behindCode != 0 && place + 1 < groups.size() && groups[place + 1].code == list->behindCode)
+            ++place;
+        return true;
+    }
+    if (goesWithNext(record, groups, place)) return true;
+    if (const std::optional<std::int64_t> left = countLeft(record, groups, group.code)) {
+        appendInteger(group.code, *left, m_target, bytes);
+        return true;
+    }
+    if (group.code != proxyGraphicsSize64 || subclass != "AcDbEntity" ||
+        m_target.version >= needed(DrawingVersion::k2010))
+        return false;
+    appendGroup(proxyGraphicsSize32, withoutBlanks(group.value), m_target, bytes);
+    return true;
 }
 
 // The index of the group that closes. A list of reactors without one, and the mark of an extension dictionary
 // that is gone, go as a whole.
-std::size_t FormTransfer::writeApplicationGroup(std::size_t first, std::size_t last, std::string& bytes) {
+std::size_t FormTransfer::writeApplicationGroup(Groups groups, std::size_t first, std::string& bytes) {
     std::string inner;
     std::size_t place = first + 1;
     bool hasReference = false;
     bool lostReference = false;
-    for (; place < last && m_groups[place].code != applicationGroupCode &&
-           m_groups[place].code != subclassMarkCode;
+    for (; place < groups.size() && groups[place].code != applicationGroupCode &&
+           groups[place].code != subclassMarkCode;
          ++place) {
-        if (isGone(m_groups[place])) {
+        if (isGone(groups[place])) {
             lostReference = true;
             continue;
         }
-        hasReference = hasReference || isReference(m_groups[place].code);
-        writeGroup({}, m_groups[place], inner);
+        hasReference = hasReference || isReference(groups[place].code);
+        writeGroup({}, groups[place], inner);
     }
-    const bool isClosed = place < last && m_groups[place].code == applicationGroupCode;
+    const bool isClosed = place < groups.size() && groups[place].code == applicationGroupCode;
     if (lostReference && !hasReference && isClosed) return place;
-    writeGroup({}, m_groups[first], bytes);
+    writeGroup({}, groups[first], bytes);
     bytes += inner;
-    if (isClosed) writeGroup({}, m_groups[place], bytes);
+    if (isClosed) writeGroup({}, groups[place], bytes);
     return isClosed ? place : place - 1;
 }
 
 void FormTransfer::writeHeader(const Record& record, std::string& bytes) {
     bool isKept = true;
     std::string_view variable;
-    for (std::size_t place = record.first; place < record.last; ++place) {
-        const RawGroup& group = m_groups[place];
+    for (const RawGroup& group : groupsOf(record)) {
         if (group.code == variableCode) {
             variable = withoutBlanks(group.value);
             if (!variable.empty()) variable.remove_prefix(1);

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -40,9 +41,11 @@ public:
     std::string run();
 
 private:
+    using Groups = std::span<const RawGroup>;
+
     struct Record {
-        std::size_t first = 0; ///< index of its groups
-        std::size_t last = 0;
+        std::size_t begin = 0; ///< of its text
+        std::size_t end = 0;
         std::string_view section;
         std::string_view kind;
         std::uint64_t handle = 0;
@@ -64,41 +67,60 @@ private:
 
     using NameMap = std::unordered_map<std::wstring, std::wstring>;
 
+    /// Groups ahead of the first mark tell handle and owner, but for those of applications.
+    struct Head {
+        bool isOver = false, isInGroup = false;
+    };
+
     void gather();
-    void readHeadOf(Record& record) const;
+    void readHead(Record& record, Head& head, const RawGroup& group) const;
+    Groups groupsOf(const Record& record) const;
+    std::string_view textOf(const Record& record) const {
+        return m_text.substr(record.begin, record.end - record.begin);
+    }
     void chooseRecords();
     bool hasNoPlace(const Record& record) const;
+    bool isOlderThan(const Record& record) const;
     bool isHolder(const Record& record) const;
     void leaveOutOwned();
     void gatherNames();
     void giveName(const Record& record, const std::wstring& old, NameMap& names, R12Names& given);
 
+    bool isVerbatim(const Record& record) const;
+    bool isVerbatim(const RawGroup& group) const;
     void writeRecord(const Record& record, std::string& bytes);
+    void writeVerbatim(std::string_view text, std::string& bytes) const;
+    void writeGroups(const Record& record, Groups groups, std::string& bytes);
+    bool writeChanged(const Record& record, Groups groups, std::size_t& place, std::string_view subclass,
+                      std::string& bytes);
     void writeHeader(const Record& record, std::string& bytes);
-    std::size_t writeApplicationGroup(std::size_t first, std::size_t last, std::string& bytes);
+    std::size_t writeApplicationGroup(Groups groups, std::size_t first, std::string& bytes);
     void writeGroup(const Record& record, const RawGroup& group, std::string& bytes);
     bool staysInRecord(const Record& record, std::string_view subclass, const RawGroup& group) const;
+    bool losesGroups(std::string_view subclass) const;
     bool isGone(const RawGroup& group) const;
-    bool goesWithNext(const Record& record, std::size_t place) const;
-    std::optional<std::int64_t> countLeft(const Record& record, int countCode) const;
+    bool goesWithNext(const Record& record, Groups groups, std::size_t place) const;
+    std::optional<std::int64_t> countLeft(const Record& record, Groups groups, int countCode) const;
     void tellLeftOut(const Record& record);
     NameKind nameKindOf(const Record& record, const RawGroup& group) const;
 
-    const RawGroup* find(const Record& record, int code) const;
+    std::optional<RawGroup> find(const Record& record, int code) const;
     DrawingVersion needed(DrawingVersion first) const { return std::min(first, m_source.version); }
     bool isToR12() const { return !hasSubclassMarkers(m_target.version); }
+    /// Whatever the source has, the target has too.
+    bool isToLater() const { return m_target.version >= m_source.version; }
 
     std::string_view m_text;
     DrawingStyle m_source;
     DrawingStyle m_target;
     FormChanges& m_changes;
     bool m_encodesAnew;
-    std::vector<RawGroup> m_groups;
+    mutable std::vector<RawGroup> m_groups;                                    ///< of the record at hand
+    mutable std::unordered_map<std::string_view, DrawingVersion> m_firstForms; ///< of kinds
     std::vector<Record> m_records;
     std::unordered_set<std::uint64_t> m_unheld;
     std::unordered_set<std::uint64_t> m_gone;
     std::array<NameMap, 9> m_names; ///< folded name to name of R12
-    const char* m_end = nullptr;
 };
 
 } // namespace hostkit

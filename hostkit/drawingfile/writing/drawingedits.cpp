@@ -41,11 +41,11 @@ bool isBlockInFile(const AcDbBlockTableRecord& block) {
 } // namespace
 
 DrawingEdits::DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
-                           bool everythingFromFields, unsigned threads)
+                           RewritingScope scope, unsigned threads)
     : m_database(database)
     , m_source(source)
     , m_objects(objects)
-    , m_everything(everythingFromFields)
+    , m_scope(scope)
     , m_threads(threadsFor(database, threads))
     , m_edits(source.bytes) {}
 
@@ -56,7 +56,7 @@ bool DrawingEdits::fail(Acad::ErrorStatus status, std::wstring message) {
 }
 
 bool DrawingEdits::isNeeded() const {
-    if (m_everything) return true;
+    if (m_scope != RewritingScope::kChanged) return true;
     const auto& variables = m_database.header().all();
     if (std::any_of(variables.begin(), variables.end(),
                     [](const auto& variable) { return variable.modified; }))
@@ -83,7 +83,7 @@ bool DrawingEdits::run(std::string& bytes) {
         m_objects.giveMarksInR12();
     m_objects.setHasRecord([this](AcDbObjectId id) { return hasRecord(id); });
     m_objects.keepTrueColors(m_source.bytes);
-    const RewritingRules rules{m_database, m_source, m_everything, m_changes, m_holders};
+    const RewritingRules rules{m_database, m_source, m_scope, m_changes, m_holders};
     if (!rewriteRecords(rules, m_objects, m_threads, m_edits, m_recordsCopied)) return failWriting();
     m_structure = map.get();
     addClasses();
@@ -383,9 +383,10 @@ bool DrawingEdits::addParts(const AcDbEntity& owner) {
             return failWriting();
         m_edits.insert(last, pending);
         // The reference itself says from now on that attributes follow.
-        if (owner.differsFromSource() || m_everything) return true;
+        if (owner.differsFromSource() || isWrittenAgain(m_scope, owner)) return true;
         m_text.clear();
-        if (!m_objects.writeMerged(owner, m_source.bytes, owner.sourceSpan(), !m_everything, m_text))
+        if (!m_objects.writeMerged(owner, m_source.bytes, owner.sourceSpan(),
+                                   m_scope == RewritingScope::kChanged, m_text))
             return failWriting();
         m_edits.replace(owner.sourceSpan().offset, owner.sourceSpan().offset + owner.sourceSpan().length,
                         m_text);

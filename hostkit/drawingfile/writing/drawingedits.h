@@ -5,6 +5,7 @@
 #include "byteedits.h"
 #include "drawingstructure.h"
 #include "objectwriting.h"
+#include "recordrewriting.h"
 
 #include <string>
 #include <string_view>
@@ -19,7 +20,7 @@ class DrawingEdits {
 public:
     /// `threads` as for threadsFor.
     DrawingEdits(const AcDbDatabase& database, const DrawingSource& source, ObjectWriting& objects,
-                 bool everythingFromFields, unsigned threads);
+                 RewritingScope scope, unsigned threads);
     /// Whether anything was changed; else the source bytes are the drawing.
     bool isNeeded() const;
     /// False, with status and message, where something cannot be written; `bytes` is then as it was.
@@ -67,7 +68,7 @@ private:
     const AcDbDatabase& m_database;
     const DrawingSource& m_source;
     ObjectWriting& m_objects;
-    bool m_everything;
+    RewritingScope m_scope;
     std::size_t m_threads;
     ReferenceChanges m_changes;
     std::unordered_set<const AcDbObject*> m_coming;  // without a record in the file, and getting one

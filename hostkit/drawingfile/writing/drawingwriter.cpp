@@ -139,7 +139,9 @@ constexpr double recordsShare = 0.9;
 // In the form that the drawing was read in.
 bool writeInOwnForm(const AcDbDatabase& database, ObjectWriting& objects, const WriteOptions& options,
                     const DrawingStyle& style, DrawingCoding coding, Output& output, WriteReport& report) {
-    DrawingEdits edits(database, *output.source, objects, options.everythingFromFields, options.threads);
+    DrawingEdits edits(database, *output.source, objects,
+                       options.everythingFromFields ? RewritingScope::kEverything : RewritingScope::kChanged,
+                       options.threads);
     bool isGood = true;
     if (!edits.isNeeded())
         output.asRead = &output.source->bytes;
@@ -190,7 +192,10 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
     const bool isMerged =
         output.source && hasSubclassMarkers(source.version) && hasSubclassMarkers(target.version);
     if (!isMerged) return writeAnew(database, objects, source, target, coding, output, report);
-    DrawingEdits edits(database, *output.source, objects, true, options.threads);
+    const bool isFrom2000 = std::min(source.version, target.version) >= DrawingVersion::k2000;
+    const bool takesAll = options.everythingFromFields || !isFrom2000;
+    DrawingEdits edits(database, *output.source, objects,
+                       takesAll ? RewritingScope::kEverything : RewritingScope::kOtherForm, options.threads);
     if (!runWriting(edits, output, report)) return false;
     output.written =
         FormTransfer(output.written, source, target, report.changes, unheldRecords(output, coding, target))

@@ -1,8 +1,20 @@
 #include "recordrewriting.h"
 
+#include "dbarc.h"
 #include "dbblockbegin.h"
+#include "dbblockreference.h"
+#include "dbcircle.h"
+#include "dbellipse.h"
+#include "dbface.h"
+#include "dbline.h"
+#include "dbpoint.h"
+#include "dbpolyline.h"
+#include "dbsequenceend.h"
+#include "dbsolid.h"
 #include "dbsymboltable.h"
 #include "dbsymboltablerecord.h"
+#include "dbtext.h"
+#include "keptcolors.h"
 
 #include <algorithm>
 #include <exception>
@@ -18,6 +30,16 @@ constexpr std::size_t recordsWorthAThread = 2000;
 constexpr unsigned mostThreads = 8;
 
 bool isOfTheKit(const AcDbObject& object) { return object.isA()->valueCopier() != nullptr; }
+
+/// The most frequent kinds have the same groups in every form from 2000 on, or ones that the transfer from
+/// form to form leaves out; a true colour is kept elsewhere before 2004.
+bool isSameInEveryForm(const AcDbObject& object) {
+    static const std::unordered_set<const AcRxClass*> same{
+        AcDbArc::desc(),         AcDbBlockReference::desc(), AcDbCircle::desc(), AcDbEllipse::desc(),
+        AcDbFace::desc(),        AcDbLine::desc(),           AcDbPoint::desc(),  AcDbPolyline::desc(),
+        AcDbSequenceEnd::desc(), AcDbSolid::desc(),          AcDbText::desc()};
+    return same.contains(object.isA()) && !trueColorOf(object);
+}
 
 /// The records of a range of the drawing's objects, rewritten on one thread.
 class Share {
@@ -65,7 +87,7 @@ private:
     void makeRoom() {
         std::size_t count = 0;
         std::size_t size = 0;
-        const bool takesAll = m_rules.everything || m_rules.changes.hasRenamed();
+        const bool takesAll = m_rules.scope != RewritingScope::kChanged || m_rules.changes.hasRenamed();
         forEach([&](const AcDbObject& object) {
             if (!takesAll && !object.isChangedSinceRead()) return true;
             ++count;
@@ -101,8 +123,15 @@ void runAll(std::vector<std::unique_ptr<Share>>& shares) {
 
 } // namespace
 
+bool isWrittenAgain(RewritingScope scope, const AcDbObject& object) {
+    return scope == RewritingScope::kEverything ||
+           (scope == RewritingScope::kOtherForm && !isSameInEveryForm(object));
+}
+
 bool RecordRewriting::mustBeWritten(const AcDbObject& object) const {
-    if (m_rules.everything || object.differsFromSource() || m_rules.holders.contains(&object)) return true;
+    if (isWrittenAgain(m_rules.scope, object) || object.differsFromSource() ||
+        m_rules.holders.contains(&object))
+        return true;
     if (m_rules.changes.hasRenamed() &&
         (object.isKindOf(AcDbEntity::desc()) || object.isKindOf(AcDbSymbolTableRecord::desc())))
         return true;
@@ -126,7 +155,9 @@ bool RecordRewriting::rewrite(const AcDbObject& object) {
         return true;
     }
     m_text.clear();
-    if (!m_objects.writeMerged(object, m_rules.source.bytes, span, !m_rules.everything, m_text)) return false;
+    if (!m_objects.writeMerged(object, m_rules.source.bytes, span, m_rules.scope == RewritingScope::kChanged,
+                               m_text))
+        return false;
     m_edits.replace(span.offset, span.offset + span.length, m_text);
     return true;
 }

@@ -11,16 +11,25 @@
 
 namespace hostkit {
 
+/// Which records are written again at least.
+enum class RewritingScope : unsigned char {
+    kChanged,
+    kOtherForm, ///< and those whose groups are others from form to form
+    kEverything ///< as if each object had been changed
+};
+
 /// What decides which records of a file are written again.
 struct RewritingRules {
     const AcDbDatabase& database;
     const DrawingSource& source;
-    /// Every record, as if each object had been changed.
-    bool everything = false;
+    RewritingScope scope = RewritingScope::kChanged;
     const ReferenceChanges& changes;
     /// Unchanged objects whose records name others that come into the file.
     const std::unordered_set<const AcDbObject*>& holders;
 };
+
+/// Of a save of that scope, whether the object's record is written again even where nothing was changed.
+bool isWrittenAgain(RewritingScope scope, const AcDbObject& object);
 
 /// Rewrites records of objects that the file has, one after another, into edits of its bytes.
 class RecordRewriting {
