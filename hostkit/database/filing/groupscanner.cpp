@@ -46,9 +46,30 @@ std::string_view GroupScanner::nextLine() {
     return {start, static_cast<std::size_t>(end - start)};
 }
 
+// A code as it is usually spelt: blanks, up to four digits, the line end.
+bool GroupScanner::takeUsualCode(int& code) {
+    const char* place = m_position;
+    const char* const end = m_position + std::min<std::ptrdiff_t>(m_end - m_position, 12);
+    while (place != end && *place == ' ') ++place;
+    const char* const digits = place;
+    int value = 0;
+    while (place != end && *place >= '0' && *place <= '9' && place - digits < 4)
+        value = value * 10 + (*place++ - '0');
+    if (place == digits) return false;
+    if (place != end && *place == '\r') ++place;
+    if (place == end || *place != '\n' || place + 1 == m_end) return false;
+    m_position = place + 1;
+    code = value;
+    return true;
+}
+
 ScanResult GroupScanner::next(RawGroup& group) {
     if (m_position == m_end) return ScanResult::kEnd;
     group.start = m_position;
+    if (takeUsualCode(group.code)) {
+        group.value = nextLine();
+        return ScanResult::kGroup;
+    }
     const std::string_view line = nextLine();
     if (!codeFromLine(line, group.code)) {
         const std::string_view rest(group.start, static_cast<std::size_t>(m_end - group.start));

@@ -44,6 +44,7 @@ public:
 
 private:
     std::string_view nextLine();
+    bool takeUsualCode(int& code);
 
     const char* m_begin;
     const char* m_position;

@@ -14,14 +14,12 @@ constexpr short layerCode = 8, linetypeCode = 6, scaleCode = 48, hiddenCode = 60
 
 } // namespace
 
-void CommonGathering::whole(std::string_view name, std::int64_t value) {
-    std::uint16_t slot = 0;
-    if (m_layout->findSlot(name, slot)) setValue(slot, ValueKind::whole, static_cast<double>(value));
+void CommonGathering::whole(std::uint16_t slot, std::int64_t value) {
+    if (slot) setValue(slot, ValueKind::whole, static_cast<double>(value));
 }
 
-void CommonGathering::link(std::string_view name, std::uint64_t handle) {
-    std::uint16_t slot = 0;
-    if (!m_layout->findSlot(name, slot)) return;
+void CommonGathering::link(std::uint16_t slot, std::uint64_t handle) {
+    if (!slot) return;
     set(slot).reference = {0, handle};
     m_values[slot] = static_cast<double>(handle);
 }
@@ -40,64 +38,62 @@ void CommonGathering::head(const RecordLinks& links) {
     readHead(*m_record, m_head);
     for (std::size_t i = 0; i < m_record->groups.size(); ++i)
         m_isTaken[i] = m_record->groups[i].isTaken() || m_record->groups[i].part == foreignPart;
-    link("handle", m_head.handle);
-    whole("nreact", static_cast<std::int64_t>(m_head.reactors.size()));
-    std::vector<RecordValue>& reactors = m_scope->array(m_layout->common.reactors);
+    link(slots().handle, m_head.handle);
+    whole(slots().reactorCount, static_cast<std::int64_t>(m_head.reactors.size()));
+    std::vector<RecordValue>& reactors = m_scope->array(slots().reactors);
     for (const std::uint64_t reactor : m_head.reactors) reactors.emplace_back().reference = {0, reactor};
-    whole("noxdic", m_head.extensionDictionary == 0);
-    link("xdic", m_head.extensionDictionary);
-    link("owner", links.owner ? links.owner : m_head.owner);
+    whole(slots().noExtension, m_head.extensionDictionary == 0);
+    link(slots().extensionDictionary, m_head.extensionDictionary);
+    link(slots().owner, links.owner ? links.owner : m_head.owner);
 }
 
 void CommonGathering::entity(const RecordLinks& links) {
     findMark("AcDbEntity");
-    whole("entmode", links.entityMode);
+    whole(slots().mode, links.entityMode);
     const std::uint64_t own = m_head.handle;
-    whole("nolinks", links.isInChain && links.previous == own - 1 && links.next == own + 1);
-    link("prev", links.previous);
-    link("next", links.next);
+    whole(slots().noLinks, links.isInChain && links.previous == own - 1 && links.next == own + 1);
+    link(slots().previous, links.previous);
+    link(slots().next, links.next);
     layer();
     linetype();
-    ruled("matflags", "material", handleOf(materialCode));
+    ruled(slots().materialRule, slots().material, handleOf(materialCode));
     color();
-    whole("lweight", indexOfWeight(static_cast<int>(wholeOf(weightCode, -1))));
+    whole(slots().weight, indexOfWeight(static_cast<int>(wholeOf(weightCode, -1))));
     const RecordGroup* const scale = takeGroup(scaleCode);
-    setValue(m_layout->common.scale, ValueKind::real, scale ? numberOf(*scale) : 1.0);
-    whole("invisible", wholeOf(hiddenCode, 0));
-    ruled("psflags", "plotstyle", handleOf(plotStyleCode));
-    whole("shadow", wholeOf(shadowCode, 0));
+    setValue(slots().scale, ValueKind::real, scale ? numberOf(*scale) : 1.0);
+    whole(slots().hidden, wholeOf(hiddenCode, 0));
+    ruled(slots().plotStyleRule, slots().plotStyle, handleOf(plotStyleCode));
+    whole(slots().shadow, wholeOf(shadowCode, 0));
     const RecordGroup* const style = takeGroup(styleCode);
-    whole("has_fullvs", style != nullptr);
-    if (style) link("fullvs", handleFromText(style->value).value_or(0));
+    whole(slots().hasStyle, style != nullptr);
+    if (style) link(slots().style, handleFromText(style->value).value_or(0));
     picture();
 }
 
-void CommonGathering::ruled(std::string_view flags, std::string_view name, std::uint64_t target) {
+void CommonGathering::ruled(std::uint16_t rule, std::uint16_t slot, std::uint64_t target) {
     constexpr int isStored = 3;
-    std::uint16_t slot = 0;
-    const RecordValue* const before =
-        m_original && m_layout->findSlot(flags, slot) ? m_original->values.find(slot) : nullptr;
+    const RecordValue* const before = m_original && rule ? m_original->values.find(rule) : nullptr;
     if (target == 0 && before && before->whole != isStored) return; // by block, or by the standard
-    whole(flags, target ? isStored : 0);
-    link(name, target);
+    whole(rule, target ? isStored : 0);
+    link(slot, target);
 }
 
 void CommonGathering::layer() {
     const RecordGroup* const group = takeGroup(layerCode);
     const std::uint64_t named = group ? m_names.handleOfValue("LAYER", group->value) : 0;
-    link("layer", named ? named : m_names.handleOf("LAYER", "0"));
+    link(slots().layer, named ? named : m_names.handleOf("LAYER", "0"));
 }
 
 void CommonGathering::linetype() {
     const RecordGroup* const group = takeGroup(linetypeCode);
-    if (!group) return whole("ltflags", 0);
+    if (!group) return whole(slots().linetypeRule, 0);
     const std::string name = upperCaseAscii(withoutBlanks(group->value));
-    if (name == "BYLAYER") return whole("ltflags", 0);
-    if (name == "BYBLOCK") return whole("ltflags", 1);
-    if (name == "CONTINUOUS") return whole("ltflags", 2);
+    if (name == "BYLAYER") return whole(slots().linetypeRule, 0);
+    if (name == "BYBLOCK") return whole(slots().linetypeRule, 1);
+    if (name == "CONTINUOUS") return whole(slots().linetypeRule, 2);
     const std::uint64_t target = m_names.handleOfValue("LTYPE", withoutBlanks(group->value));
-    whole("ltflags", target ? 3 : 0);
-    link("ltype", target);
+    whole(slots().linetypeRule, target ? 3 : 0);
+    link(slots().linetype, target);
 }
 
 void CommonGathering::color() {
@@ -111,14 +107,14 @@ void CommonGathering::color() {
         if (exact) color.value = trueColorMethod | (static_cast<std::uint32_t>(numberOf(*exact)) & 0xFFFFFF);
         if (const std::uint64_t book = name ? m_names.handleOfValue("COLOR", name->value) : 0) {
             color.isOfBook = true;
-            link("colorbook", book);
+            link(slots().colorBook, book);
         }
         color.hasTransparency = transparency != nullptr;
         if (transparency)
             color.transparency =
                 static_cast<std::uint32_t>(static_cast<std::int64_t>(numberOf(*transparency)));
     }
-    set(m_layout->common.color).color = color;
+    set(slots().color).color = color;
 }
 
 void CommonGathering::picture() {
@@ -126,14 +122,14 @@ void CommonGathering::picture() {
     takeGroup(longPictureSizeCode);
     std::string bytes;
     while (const RecordGroup* const group = takeGroup(pictureCode)) appendDigits(group->value, bytes);
-    whole("has_graphic", !bytes.empty());
-    whole("gsize", static_cast<std::int64_t>(bytes.size()));
-    if (!bytes.empty()) set(m_layout->common.picture).run = kept(std::move(bytes));
+    whole(slots().hasPicture, !bytes.empty());
+    whole(slots().pictureSize, static_cast<std::int64_t>(bytes.size()));
+    if (!bytes.empty()) set(slots().picture).run = kept(std::move(bytes));
 }
 
 void CommonGathering::extendedData() {
     m_hasLostData = false;
-    std::vector<RecordValue>& all = m_outermost->array(m_layout->common.extendedData);
+    std::vector<RecordValue>& all = m_outermost->array(slots().extendedData);
     std::string bytes;
     std::uint64_t application = 0;
     const auto finish = [&] {

@@ -25,13 +25,15 @@ protected:
     virtual void findMark(std::string_view name) = 0;
 
 private:
-    void whole(std::string_view name, std::int64_t value);
-    void link(std::string_view name, std::uint64_t handle);
+    [[nodiscard]] const RecordLayout::CommonSlots& slots() const { return m_layout->common; }
+    /// Nothing where the record has no such field.
+    void whole(std::uint16_t slot, std::int64_t value);
+    void link(std::uint16_t slot, std::uint64_t handle);
     /// The number that a group of that code has, or the one given.
     std::int64_t wholeOf(int code, std::int64_t otherwise);
     std::uint64_t handleOf(int code);
     /// A reference that a number tells the way of: 3 where it is stored.
-    void ruled(std::string_view flags, std::string_view name, std::uint64_t target);
+    void ruled(std::uint16_t rule, std::uint16_t slot, std::uint64_t target);
     void layer();
     void linetype();
     void color();

@@ -14,11 +14,11 @@ namespace {
 /// Adds to one drawing what it lacks.
 class Completion {
 public:
-    Completion(std::string_view text, DrawingVersion version, const DrawingText& coding)
-        : m_outline(text)
-        , m_edits(text)
+    Completion(const ExchangeOutline& outline, DrawingVersion version, const DrawingText& coding)
+        : m_outline(outline)
+        , m_edits(outline.text)
         , m_version(version) {
-        m_style.newline = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
+        m_style.newline = outline.text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
         m_style.version = version;
         m_style.text = coding;
     }
@@ -145,7 +145,7 @@ private:
         return hasOthers;
     }
 
-    ExchangeOutline m_outline;
+    const ExchangeOutline& m_outline;
     ByteEdits m_edits;
     DrawingVersion m_version;
     DrawingStyle m_style;
@@ -198,8 +198,9 @@ constexpr std::array<UsualClass, 34> usualClasses{
 
 } // namespace
 
-std::string completedDrawing(std::string_view text, DrawingVersion version, const DrawingText& coding) {
-    return Completion(text, version, coding).run();
+std::string completedDrawing(const ExchangeOutline& outline, DrawingVersion version,
+                             const DrawingText& coding) {
+    return Completion(outline, version, coding).run();
 }
 
 BinaryClass usualClass(std::string_view dxfName, bool isEntity) {

@@ -78,9 +78,9 @@ BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::
 /// Makes the records of one drawing.
 class DrawingEncoding {
 public:
-    DrawingEncoding(std::string_view text, DrawingVersion version, unsigned codePage,
+    DrawingEncoding(ExchangeOutline outline, DrawingVersion version, unsigned codePage,
                     const DrawingText& coding, const DrawingOrigin& origin, EncodedDrawing& out)
-        : m_outline(text)
+        : m_outline(std::move(outline))
         , m_coding(coding)
         , m_version(version)
         , m_form(static_cast<int>(version) % 100)
@@ -575,7 +575,7 @@ private:
             return sequenceLists(job, values);
         default:
             // An insert without attributes tells so.
-            values.whole("hasattr", 0);
+            if (layout.common.hasAttributes) values.whole("hasattr", 0);
         }
     }
 
@@ -692,12 +692,12 @@ private:
     std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
 };
 
-bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
+bool encodeDrawing(const ExchangeOutline& outline, DrawingVersion version, unsigned codePage,
                    const DrawingOrigin& origin, EncodedDrawing& encoded) {
     const DrawingText coding(isUtf8(version) ? CodePage::utf8 : codePageOf(codePage));
-    const std::string whole = completedDrawing(text, version, coding);
-    return DrawingEncoding(whole.empty() ? text : std::string_view(whole), version, codePage, coding, origin,
-                           encoded)
+    const std::string whole = completedDrawing(outline, version, coding);
+    return DrawingEncoding(whole.empty() ? outline : ExchangeOutline(whole, outline), version, codePage,
+                           coding, origin, encoded)
         .run();
 }
 

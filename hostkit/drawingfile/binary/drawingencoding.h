@@ -27,12 +27,12 @@ struct EncodedDrawing {
     std::wstring fault; ///< why there is none
 };
 
-/// The records of the drawing `text`, which is of the form `version`. With an origin of the same form,
+/// The records of the outlined drawing, which is of the form `version`. With an origin of the same form,
 /// each record whose groups and place are as they were keeps its bits, and a changed one what no group tells.
 /// Records without groups of their own in the exchange form stay. What is neither there nor has a layout is
 /// left out and listed; what strict readers ask for and the drawing lacks is added. False where the drawing
 /// cannot be had in that form.
-[[nodiscard]] bool encodeDrawing(std::string_view text, DrawingVersion version, unsigned codePage,
+[[nodiscard]] bool encodeDrawing(const ExchangeOutline& outline, DrawingVersion version, unsigned codePage,
                                  const DrawingOrigin& origin, EncodedDrawing& encoded);
 
 } // namespace hostkit

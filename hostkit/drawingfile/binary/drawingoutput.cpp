@@ -39,9 +39,9 @@ std::vector<std::uint8_t> sectionOf(const TranscribedDrawing& drawing, std::stri
     return {bytes.begin(), bytes.end()};
 }
 
-unsigned codePageOf(std::string_view text, const DrawingOrigin& origin) {
+unsigned codePageOf(const ExchangeOutline& outline, const DrawingOrigin& origin) {
     if (origin.drawing) return origin.drawing->container.codePage;
-    const std::string_view name = headerValueIn(ExchangeOutline::headerAlone(text), "$DWGCODEPAGE");
+    const std::string_view name = headerValueIn(outline, "$DWGCODEPAGE");
     const unsigned number = codePageNumber(std::wstring(name.begin(), name.end()));
     constexpr unsigned western = 30;
     return number ? number : western;
@@ -77,9 +77,8 @@ bool hasDigits(std::string_view digits, ByteSpan bytes) {
 
 /// From 2013 on bodies stand in a store, of which only what came with the drawing is written: those that are
 /// new are missing then, and of changed ones the store has the old body.
-void tellLostBodies(std::string_view text, BinaryContainer& container, FormChanges& changes) {
+void tellLostBodies(const ExchangeOutline& outline, BinaryContainer& container, FormChanges& changes) {
     if (container.version < DrawingVersion::k2013) return;
-    const ExchangeOutline outline(text);
     std::map<std::uint64_t, std::string> bodies = storedBodies(outline);
     if (bodies.empty()) return;
     std::set<std::uint64_t> stale;
@@ -94,7 +93,7 @@ void tellLostBodies(std::string_view text, BinaryContainer& container, FormChang
     for (const OutlinedBlock& block : outline.blocks)
         for (const OutlinedEntity& entity : block.entities)
             if (bodies.contains(entity.record.handle)) {
-                const std::string_view kind = valueIn(entity.record.in(text), 0);
+                const std::string_view kind = valueIn(entity.record.in(outline.text), 0);
                 changes.add(std::wstring(kind.begin(), kind.end()) + L" body",
                             stale.contains(entity.record.handle) ? L"as it was before" : L"",
                             entity.record.handle);
@@ -115,12 +114,13 @@ std::unordered_set<std::uint64_t> opaqueRecordsOf(const TranscribedDrawing& draw
     return handles;
 }
 
-bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const DrawingOrigin& origin,
-                           std::string& bytes, FormChanges& changes, std::wstring& reason) {
-    const unsigned codePage = codePageOf(text, origin);
+bool binaryDrawingFromText(const ExchangeOutline& outline, DrawingVersion version,
+                           const DrawingOrigin& origin, std::string& bytes, FormChanges& changes,
+                           std::wstring& reason) {
+    const unsigned codePage = codePageOf(outline, origin);
     const bool isSameForm = origin.drawing && origin.drawing->container.version == version;
     EncodedDrawing encoded;
-    if (!encodeDrawing(text, version, codePage, origin, encoded)) {
+    if (!encodeDrawing(outline, version, codePage, origin, encoded)) {
         reason = encoded.fault;
         return false;
     }
@@ -136,12 +136,11 @@ bool binaryDrawingFromText(std::string_view text, DrawingVersion version, const 
     if (!isSameForm || readMeasurement(container) != encoded.isMetric)
         container.sections["AcDb:Template"] = writeMeasurement(container, encoded.isMetric);
     if (version >= DrawingVersion::k2004) {
-        const DrawingProperties properties =
-            gatherProperties(ExchangeOutline::headerAlone(text), encoded.header);
+        const DrawingProperties properties = gatherProperties(outline, encoded.header);
         if (readProperties(container) != properties)
             container.sections["AcDb:SummaryInfo"] = writeProperties(container, properties);
     }
-    tellLostBodies(text, container, changes);
+    tellLostBodies(outline, container, changes);
     std::vector<std::uint8_t> file;
     if (!writeContainer(container, {encoded.objects, std::move(encoded.places)}, file, reason)) return false;
     bytes.assign(file.begin(), file.end());

@@ -3,6 +3,7 @@
 
 #include "drawingorigin.h"
 #include "drawingversion.h"
+#include "exchangeoutline.h"
 #include "formchanges.h"
 
 #include <string>
@@ -18,11 +19,11 @@ namespace hostkit {
 /// The records of a binary drawing whose content is not in the text that was made of it.
 [[nodiscard]] std::unordered_set<std::uint64_t> opaqueRecordsOf(const TranscribedDrawing& drawing);
 
-/// The text's drawing, which is of the form `version`, as a binary one. Of a drawing of the same form the
+/// The outlined drawing, which is of the form `version`, as a binary one. Of a drawing of the same form the
 /// records that are as they were keep their bits, and all sections stay; of another form the picture and the
 /// properties. `changes` receives what was left out. False, with the reason, where it cannot be: two records
 /// have one handle, or the form is not written.
-[[nodiscard]] bool binaryDrawingFromText(std::string_view text, DrawingVersion version,
+[[nodiscard]] bool binaryDrawingFromText(const ExchangeOutline& outline, DrawingVersion version,
                                          const DrawingOrigin& origin, std::string& bytes,
                                          FormChanges& changes, std::wstring& reason);
 

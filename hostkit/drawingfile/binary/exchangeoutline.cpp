@@ -5,6 +5,7 @@
 #include "transcriptvalues.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 namespace hostkit {
@@ -15,11 +16,16 @@ public:
         : m_out(outline)
         , m_scanner(outline.text, startOfGroups(outline.text)) {}
 
-    void run(bool isHeaderWanted = false) {
-        while (next() && !m_group.is(0, "EOF")) {
+    void run() {
+        while (next() && !m_group.is(0, "EOF"))
             if (m_group.is(0, "SECTION")) section();
-            if (isHeaderWanted) return; // it is the first
-        }
+    }
+
+    /// With blocks and entities as they are known; false where they have not moved together.
+    bool runAgain() {
+        m_isAgain = true;
+        run();
+        return !m_isScattered;
     }
 
 private:
@@ -31,15 +37,46 @@ private:
         const std::string name(withoutBlanks(m_group.value));
         if (name == "HEADER") return header();
         if (name == "TABLES") return tables();
-        if (name == "BLOCKS") return blocks();
+        if (name == "BLOCKS") return placed(m_out.m_blocks, begin, [this] { blocks(); });
         if (name == "CLASSES") return list(m_out.classes);
         if (name == "OBJECTS") return list(m_out.objects);
-        if (name == "ENTITIES") return entities();
+        if (name == "ENTITIES") return placed(m_out.m_entities, begin, [this] { entities(); });
         while (next() && !m_group.is(0, "ENDSEC")) {
         }
         if (name == "ACDSDATA") {
             m_out.storeBegin = begin;
             m_out.storeEnd = m_scanner.offset();
+        }
+    }
+
+    /// Outlines the section, or finds it where one is known that may only have moved.
+    template <class Outline>
+    void placed(ExchangeOutline::Section& section, std::size_t begin, Outline&& outline) {
+        if (!m_isAgain) {
+            outline();
+            section = {begin, m_scanner.offset()};
+            return;
+        }
+        const std::size_t shift = begin - section.begin;
+        if (!m_shift) move(shift);
+        m_isScattered = m_isScattered || shift != *m_shift;
+        section = {begin, section.end + shift};
+        RawGroup behind;
+        behind.start = m_out.text.data() + section.end;
+        m_scanner.returnTo(behind);
+    }
+
+    void move(std::size_t shift) {
+        m_shift = shift;
+        const auto moveAll = [shift](auto& records) {
+            for (auto& record : records) record.offset += shift;
+        };
+        moveAll(m_out.parts);
+        moveAll(m_out.strays);
+        for (OutlinedBlock& block : m_out.blocks) {
+            block.begin.offset += shift;
+            block.end.offset += shift;
+            for (OutlinedEntity& entity : block.entities) entity.record.offset += shift;
         }
     }
 
@@ -164,7 +201,9 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> m_byHandle;   // of blocks
     std::unordered_map<std::string, std::uint64_t> m_blockNames; // of their records
     std::string_view m_application;                              // the last one
-    std::vector<OutlinedEntity>* m_last = nullptr;               // where the entity is that parts belong to
+    bool m_isAgain = false, m_isScattered = false;
+    std::optional<std::size_t> m_shift;            // of known blocks and entities
+    std::vector<OutlinedEntity>* m_last = nullptr; // where the entity is that parts belong to
     std::size_t m_lastAt = 0;
 };
 
@@ -173,14 +212,17 @@ ExchangeOutline::ExchangeOutline(std::string_view bytes)
     Outlining(*this).run();
 }
 
-bool ExchangeOutline::hasSpaces() const { return m_modelSpace && m_paperSpace && !objects.empty(); }
-
-ExchangeOutline ExchangeOutline::headerAlone(std::string_view bytes) {
-    ExchangeOutline outline;
-    outline.text = bytes;
-    Outlining(outline).run(true);
-    return outline;
+ExchangeOutline::ExchangeOutline(std::string_view bytes, const ExchangeOutline& earlier)
+    : ExchangeOutline(earlier) {
+    text = bytes;
+    classes.clear();
+    tables.clear();
+    objects.clear();
+    storeBegin = storeEnd = 0;
+    if (!Outlining(*this).runAgain()) *this = ExchangeOutline(bytes);
 }
+
+bool ExchangeOutline::hasSpaces() const { return m_modelSpace && m_paperSpace && !objects.empty(); }
 
 const OutlinedTable* ExchangeOutline::table(std::string_view name) const {
     const auto found = std::find_if(tables.begin(), tables.end(),

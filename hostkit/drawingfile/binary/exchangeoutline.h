@@ -54,8 +54,9 @@ struct ExchangeOutline {
     std::set<std::string, std::less<>> applications; ///< that have extended data, as their names stand there
 
     explicit ExchangeOutline(std::string_view text);
-    /// Of the header alone, for asking it a variable.
-    [[nodiscard]] static ExchangeOutline headerAlone(std::string_view text);
+    /// Of the same drawing with other tables and objects: its blocks and entities are those of the earlier
+    /// outline, in another place.
+    ExchangeOutline(std::string_view text, const ExchangeOutline& earlier);
 
     [[nodiscard]] const OutlinedTable* table(std::string_view name) const;
     /// Of the record in the table of blocks; null where no block has it.
@@ -69,9 +70,12 @@ struct ExchangeOutline {
 
 private:
     friend class Outlining;
-    ExchangeOutline() = default;
     std::uint64_t m_highest = 0;
     std::uint64_t m_modelSpace = 0, m_paperSpace = 0;
+    struct Section {
+        std::size_t begin = 0, end = 0;
+    };
+    Section m_blocks, m_entities;
 };
 
 /// The value of the first group of that code in a record's head or parts; empty where there is none.

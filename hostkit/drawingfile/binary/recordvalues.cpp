@@ -24,22 +24,26 @@ Held& nextOf(std::vector<std::unique_ptr<Held>>& all, std::size_t& count) {
 
 void RecordScope::clear() {
     m_items.clear();
+    m_slots.fill(0);
     m_arrayCount = m_loopCount = 0;
 }
 
 RecordValue& RecordScope::set(std::uint16_t slot) {
-    for (Item& item : m_items)
-        if (item.slot == slot) return item.value = RecordValue();
+    if (mayHave(slot))
+        for (Item& item : m_items)
+            if (item.slot == slot) return item.value = RecordValue();
     return add(slot);
 }
 
 RecordValue& RecordScope::add(std::uint16_t slot) {
     Item& item = m_items.emplace_back();
     item.slot = slot;
+    if (slot < 64 * m_slots.size()) m_slots[slot / 64] |= std::uint64_t{1} << (slot % 64);
     return item.value;
 }
 
 const RecordValue* RecordScope::find(std::uint16_t slot) const {
+    if (!mayHave(slot)) return nullptr;
     const auto found =
         std::find_if(m_items.begin(), m_items.end(), [&](const Item& item) { return item.slot == slot; });
     return found == m_items.end() ? nullptr : &found->value;

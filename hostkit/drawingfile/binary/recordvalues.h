@@ -3,6 +3,7 @@
 
 #include "bitreader.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -77,7 +78,12 @@ public:
     [[nodiscard]] const std::vector<Item>& items() const { return m_items; }
 
 private:
+    [[nodiscard]] bool mayHave(std::uint16_t slot) const {
+        return slot >= 64 * m_slots.size() || (m_slots[slot / 64] >> (slot % 64) & 1);
+    }
+
     std::vector<Item> m_items;
+    std::array<std::uint64_t, 8> m_slots{};       ///< one bit for each of the first that has a value
     std::vector<std::unique_ptr<Array>> m_arrays; // the first m_arrayCount of them
     std::vector<std::unique_ptr<Loop>> m_loops;   // the first m_loopCount of them
     std::size_t m_arrayCount = 0, m_loopCount = 0;

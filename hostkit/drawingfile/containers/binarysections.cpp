@@ -133,7 +133,7 @@ std::vector<std::uint8_t> makeAuxHeader(const BinaryContainer& form, const Binar
     zeros(out, 12);
     out.rawLong(1);
     zeros(out, 16);
-    return out.bytes();
+    return out.copy();
 }
 
 } // namespace
@@ -188,7 +188,7 @@ std::vector<std::uint8_t> writeProperties(const BinaryContainer& form, const Dra
         writeText(out, properties.custom[i].second, isWide);
     }
     zeros(out, 8);
-    return out.bytes();
+    return out.copy();
 }
 
 int readMeasurement(const BinaryContainer& container) {
@@ -250,7 +250,7 @@ std::vector<std::uint8_t> makeFreeSpace(const BinaryContainer& form, const Binar
         out.rawLongLong(value);
         if (isWider) out.rawLongLong(0);
     }
-    return out.bytes();
+    return out.copy();
 }
 
 std::vector<std::uint8_t> makeAppInfo() {
@@ -262,7 +262,7 @@ std::vector<std::uint8_t> makeAppInfo() {
         zeros(out, 16);
         writeText(out, "VEXOTools10", true);
     }
-    return out.bytes();
+    return out.copy();
 }
 
 std::vector<std::uint8_t> makeRevisionHistory() { return {0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0}; }

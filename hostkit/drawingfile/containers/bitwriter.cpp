@@ -3,19 +3,26 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 namespace hostkit {
 
+// All bits of a call go as one word, behind those that its first byte has.
 void BitWriter::bits(std::uint64_t value, unsigned count) {
-    while (count > 0) {
-        const auto used = static_cast<unsigned>(m_bits & 7);
-        if (used == 0) m_bytes.push_back(0);
-        const unsigned part = std::min(8 - used, count);
-        const auto piece = static_cast<std::uint8_t>(value >> (count - part) & ((1U << part) - 1));
-        m_bytes.back() = static_cast<std::uint8_t>(m_bytes.back() | piece << (8 - used - part));
-        m_bits += part;
-        count -= part;
+    constexpr unsigned most = 56;
+    if (count > most) {
+        bits(value >> 32, count - 32);
+        count = 32;
     }
+    if (count == 0) return;
+    const std::size_t at = m_bits >> 3;
+    const auto used = static_cast<unsigned>(m_bits & 7);
+    if (m_bytes.size() < at + sizeof value) m_bytes.resize(2 * (at + sizeof value));
+    std::uint64_t word = value << (64 - count) >> used;
+    if (used) word |= std::uint64_t(m_bytes[at] & (0xFF00U >> used)) << 56;
+    word = __builtin_bswap64(word);
+    std::memcpy(&m_bytes[at], &word, sizeof word);
+    m_bits += count;
 }
 
 void BitWriter::rawDouble(double value) { rawLongLong(std::bit_cast<std::uint64_t>(value)); }

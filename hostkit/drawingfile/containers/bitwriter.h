@@ -3,6 +3,7 @@
 
 #include "bitreader.h"
 
+#include <span>
 #include <vector>
 
 namespace hostkit {
@@ -10,13 +11,11 @@ namespace hostkit {
 /// The counterpart of BitReader: what it writes, that reads.
 class BitWriter {
 public:
-    void clear() {
-        m_bytes.clear();
-        m_bits = 0;
-    }
+    void clear() { m_bits = 0; }
     [[nodiscard]] std::size_t position() const { return m_bits; }
-    /// Full bytes; the last one is filled up with zeros.
-    [[nodiscard]] const std::vector<std::uint8_t>& bytes() const { return m_bytes; }
+    /// Full bytes, until the next is written; the last one is filled up with zeros.
+    [[nodiscard]] std::span<const std::uint8_t> bytes() const { return {m_bytes.data(), (m_bits + 7) / 8}; }
+    [[nodiscard]] std::vector<std::uint8_t> copy() const { return {bytes().begin(), bytes().end()}; }
 
     void bits(std::uint64_t value, unsigned count); ///< the lowest `count`, at most 64
     void bit(bool value) { bits(value ? 1 : 0, 1); }
@@ -39,14 +38,14 @@ public:
 
     /// Appends bits of another place.
     void append(std::span<const std::uint8_t> bytes, std::size_t firstBit, std::size_t endBit);
-    void append(const BitWriter& other) { append(other.m_bytes, 0, other.m_bits); }
+    void append(const BitWriter& other) { append(other.bytes(), 0, other.m_bits); }
     /// Fills up to a full byte.
     void pad(bool value);
     /// Puts a raw long over what was written at the bit.
     void overwriteLong(std::size_t bit, std::uint32_t value);
 
 private:
-    std::vector<std::uint8_t> m_bytes;
+    std::vector<std::uint8_t> m_bytes; ///< with room behind those that are written
     std::size_t m_bits = 0;
 };
 

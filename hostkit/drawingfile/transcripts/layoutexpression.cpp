@@ -168,6 +168,9 @@ double LayoutExpression::applied(Kind kind, double a, double b) {
 }
 
 double LayoutExpression::value(std::span<const double> values) const {
+    if (m_steps.empty()) return 0.0;
+    const Step& first = m_steps.front();
+    if (m_steps.size() == 1) return first.kind == Kind::number ? first.number : values[first.slot];
     std::array<double, 16> stack;
     std::size_t depth = 0;
     for (const Step& step : m_steps) {
@@ -181,7 +184,7 @@ double LayoutExpression::value(std::span<const double> values) const {
         const double a = hasTwo ? stack[--depth] : 0.0;
         stack[depth++] = applied(step.kind, a, b);
     }
-    return depth == 0 ? 0.0 : stack[0];
+    return stack[0];
 }
 
 bool LayoutExpression::isName(std::uint16_t& slot) const {

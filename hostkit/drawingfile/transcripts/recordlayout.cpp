@@ -230,7 +230,20 @@ const RecordLayouts& RecordLayouts::of(DrawingVersion version) {
 }
 
 void RecordLayout::findCommonSlots() {
-    const std::pair<std::string_view, std::uint16_t*> wanted[] = {{"xdic", &common.extensionDictionary},
+    const std::pair<std::string_view, std::uint16_t*> wanted[] = {{"handle", &common.handle},
+                                                                  {"nreact", &common.reactorCount},
+                                                                  {"noxdic", &common.noExtension},
+                                                                  {"entmode", &common.mode},
+                                                                  {"nolinks", &common.noLinks},
+                                                                  {"prev", &common.previous},
+                                                                  {"next", &common.next},
+                                                                  {"matflags", &common.materialRule},
+                                                                  {"psflags", &common.plotStyleRule},
+                                                                  {"has_fullvs", &common.hasStyle},
+                                                                  {"has_graphic", &common.hasPicture},
+                                                                  {"gsize", &common.pictureSize},
+                                                                  {"hasattr", &common.hasAttributes},
+                                                                  {"xdic", &common.extensionDictionary},
                                                                   {"reactors", &common.reactors},
                                                                   {"owner", &common.owner},
                                                                   {"eed", &common.extendedData},

@@ -80,7 +80,11 @@ struct RecordLayout {
     std::uint16_t slots = 0; ///< how many values there are
     std::uint16_t loopSlot = 0,
                   colorReferenceSlot = 0; ///< INDEX, and color_ref which an entity's colour sets
-    std::map<std::string, std::uint16_t, std::less<>>
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
+    };
+    std::unordered_map<std::string, std::uint16_t, NameHash, std::equal_to<>>
         slotNames; ///< of fields; a loop's is "for " and its count
 
     /// By slot: what a field of that name is, and which field counts it.
@@ -92,7 +96,10 @@ struct RecordLayout {
     std::vector<SlotField> slotFields;
     /// Of the fields that every record has, so that nobody looks for them record by record.
     struct CommonSlots {
-        std::uint16_t extensionDictionary = 0, reactors = 0, owner = 0, extendedData = 0;
+        std::uint16_t handle = 0, reactorCount = 0, noExtension = 0, extensionDictionary = 0, reactors = 0,
+                      owner = 0, extendedData = 0;
+        std::uint16_t mode = 0, noLinks = 0, previous = 0, next = 0, materialRule = 0, plotStyleRule = 0,
+                      hasStyle = 0, hasPicture = 0, pictureSize = 0, hasAttributes = 0;
         std::uint16_t layer = 0, linetypeRule = 0, linetype = 0, material = 0, color = 0, colorBook = 0;
         std::uint16_t weight = 0, scale = 0, hidden = 0, picture = 0, plotStyle = 0, shadow = 0, style = 0;
     };

@@ -18,6 +18,7 @@
 
 #include <cstdio>
 #include <new>
+#include <optional>
 
 #include <unistd.h>
 
@@ -60,7 +61,8 @@ DrawingStyle styleInForm(const DrawingStyle& style, DrawingVersion version, cons
 struct Output {
     std::shared_ptr<const DrawingSource> source;
     std::string written;
-    const std::string* asRead = nullptr; ///< of the source
+    const std::string* asRead = nullptr;    ///< of the source
+    std::optional<ExchangeOutline> outline; ///< of the bytes, where somebody asked
     std::string_view bytes() const { return asRead ? *asRead : written; }
 };
 
@@ -82,8 +84,10 @@ bool giveDrawing(const DrawingStyle& style, Output& output, WriteReport& report)
     DrawingOrigin origin;
     origin.drawing = binaryDrawingOf(output.source);
     if (origin.drawing) origin.text = output.source->bytes;
-    if (binaryDrawingFromText(output.bytes(), style.version, origin, output.written, report.changes,
-                              report.message)) {
+    std::string bytes;
+    if (binaryDrawingFromText(output.outline ? *output.outline : ExchangeOutline(output.bytes()),
+                              style.version, origin, bytes, report.changes, report.message)) {
+        output.written = std::move(bytes);
         output.asRead = nullptr;
         return true;
     }
@@ -204,8 +208,10 @@ bool writeInOtherForm(const AcDbDatabase& database, ObjectWriting& objects, cons
 }
 
 // Files of other programs may lack spaces and tables, which every binary drawing has.
-bool lacksSpaces(const Output& output) {
-    return output.source && !binaryDrawingOf(output.source) && !ExchangeOutline(output.bytes()).hasSpaces();
+bool lacksSpaces(Output& output) {
+    if (!output.source || binaryDrawingOf(output.source)) return false;
+    output.outline.emplace(output.bytes());
+    return !output.outline->hasSpaces();
 }
 
 // No reader takes a drawing with a block that contains itself.
@@ -264,6 +270,7 @@ bool writeBytes(const AcDbDatabase& database, const WriteOptions& options, Outpu
     if (isGood && coding == DrawingCoding::kDrawing && lacksSpaces(output)) {
         ObjectWriting anew(database, written, {nullptr, 0, recordsShare, recordsShare});
         isGood = writeAnew(database, anew, spelt, target, coding, output, report);
+        output.outline.reset();
     }
     isGood = isGood && giveCoding(coding, target, output, report);
     if (options.changes) *options.changes = report.changes;

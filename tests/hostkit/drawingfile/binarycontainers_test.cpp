@@ -117,8 +117,8 @@ TEST(BinaryContainers, whatNoTextChangesStaysInASavedDrawing) {
         std::string bytes;
         FormChanges changes;
         std::wstring reason;
-        EXPECT_TRUE(
-            binaryDrawingFromText(changed, DrawingVersion::k2013, {&before, text}, bytes, changes, reason));
+        EXPECT_TRUE(binaryDrawingFromText(ExchangeOutline(changed), DrawingVersion::k2013, {&before, text},
+                                          bytes, changes, reason));
         BinaryContainer container;
         const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
         EXPECT_TRUE(openContainer({first, bytes.size()}, container) && container.faults.empty());

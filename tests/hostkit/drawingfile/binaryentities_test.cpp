@@ -68,7 +68,8 @@ std::string drawingWith(const std::string& entity, int form) {
 Groups throughRecord(const std::string& entity, int form) {
     EncodedDrawing encoded;
     const auto version = static_cast<DrawingVersion>(1000 + form);
-    EXPECT_TRUE(encodeDrawing(drawingWith(entity, form), version, 30, {}, encoded));
+    const std::string drawing = drawingWith(entity, form);
+    EXPECT_TRUE(encodeDrawing(ExchangeOutline(drawing), version, 30, {}, encoded));
     BinaryContainer container;
     container.version = version;
     container.sections["AcDb:AcDbObjects"] = encoded.objects;

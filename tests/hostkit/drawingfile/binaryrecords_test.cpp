@@ -43,7 +43,7 @@ Bytes bitsIn(std::string_view bits) {
     BitWriter writer;
     for (char bit : bits)
         if (bit != ' ') writer.bit(bit == '1');
-    return writer.bytes();
+    return writer.copy();
 }
 
 /// One value, written down by hand, read and written.
