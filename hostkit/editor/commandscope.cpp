@@ -22,6 +22,15 @@ CommandScope::CommandScope(AcApDocManager& documents, const AcEdCommand& command
     , m_document(documents.curDocument()) {
     const bool wasIdle = m_documents.isApplicationContext();
     m_documents.commandStarts();
+    try {
+        begin(command, wasIdle);
+    } catch (...) {
+        end();
+        throw;
+    }
+}
+
+void CommandScope::begin(const AcEdCommand& command, bool wasIdle) {
     if (!m_document) return;
     m_database = m_document->database();
     m_transactions = m_document->transactionManager()->numActiveTransactions();
@@ -30,8 +39,9 @@ CommandScope::CommandScope(AcApDocManager& documents, const AcEdCommand& command
     m_isOutermost = wasIdle;
     m_flags = command.commandFlags();
     if (m_isOutermost && (m_flags & ACRX_CMD_USEPICKSET) == 0) m_document->selection().implied.clear();
-    m_isStep = (command.commandFlags() & ACRX_CMD_NO_UNDO_MARKER) == 0;
-    if (m_isStep) beginUndoGroup(*m_database, command.globalName());
+    if ((command.commandFlags() & ACRX_CMD_NO_UNDO_MARKER) != 0) return;
+    beginUndoGroup(*m_database, command.globalName());
+    m_isStep = true;
 }
 
 // A session command may have closed the document.
@@ -39,7 +49,9 @@ bool CommandScope::hasDocument() const {
     return m_document && m_documents.document(m_database) == m_document;
 }
 
-CommandScope::~CommandScope() {
+CommandScope::~CommandScope() { end(); }
+
+void CommandScope::end() {
     if (hasDocument()) {
         if (m_isOutermost && (m_flags & ACRX_CMD_REDRAW) == 0) m_document->selection().implied.clear();
         if (m_isStep) endUndoGroup(*m_database);

@@ -21,6 +21,8 @@ public:
     bool abortTransactions();
 
 private:
+    void begin(const AcEdCommand& command, bool wasIdle);
+    void end();
     bool hasDocument() const;
 
     AcApDocManager& m_documents;

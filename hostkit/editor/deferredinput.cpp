@@ -1,5 +1,6 @@
 #include "deferredinput.h"
 
+#include "caughtresult.h"
 #include "desktop.h"
 #include "expressionevaluator.h"
 #include "host.h"
@@ -67,15 +68,17 @@ CommandResult Host::runText(DeferredItem item, MoreInput more) {
         documents().activateDocument(document);
     else if (document != earlier)
         documents().setCurDocument(document);
-    if (item.echoes) port().print(item.text);
-    CommandResult first;
-    for (std::wstring line; deferred().takeLine(item.text, line);) {
-        keepFirst(port(), first, named(runWholeLine(line, more), L"\"" + line + L"\""));
-    }
+    const CommandResult result = caught([&] {
+        if (item.echoes) port().print(item.text);
+        CommandResult first;
+        for (std::wstring line; deferred().takeLine(item.text, line);)
+            keepFirst(port(), first, named(runWholeLine(line, more), L"\"" + line + L"\""));
+        return first;
+    });
     const bool isEarlierThere = earlier && documents().document(earlier->database()) == earlier;
     if (!item.activates && isEarlierThere && documents().curDocument() == document)
         documents().setCurDocument(earlier);
-    return first;
+    return result;
 }
 
 CommandResult Host::runItem(DeferredItem item, MoreInput more) {
@@ -93,22 +96,26 @@ CommandResult Host::runItem(DeferredItem item, MoreInput more) {
     return {Acad::eInvalidInput, problem};
 }
 
-CommandResult Host::runDeferred(MoreInput more) {
-    if (runningCommand() || isRunningDeferred()) return {};
-    setRunningDeferred(true);
+CommandResult Host::runQueue(MoreInput more) {
     CommandResult first;
     for (;;) {
         dispatchPosted(Desktop::of(port()));
-        if (deferred().isEmpty()) break;
+        if (deferred().isEmpty()) return first;
         if (port().interruptRequested()) {
             const std::size_t count = deferred().drop();
             port().reportProblem(L"stopped; of what was queued is not done: " + std::to_wstring(count));
-            break;
+            return first;
         }
-        keepFirst(port(), first, runItem(deferred().take(), more));
+        keepFirst(port(), first, caught([&] { return runItem(deferred().take(), more); }));
     }
+}
+
+CommandResult Host::runDeferred(MoreInput more) {
+    if (runningCommand() || isRunningDeferred()) return {};
+    setRunningDeferred(true);
+    CommandResult result = caught([&] { return runQueue(more); });
     setRunningDeferred(false);
-    return first;
+    return result;
 }
 
 bool Host::endInput() {

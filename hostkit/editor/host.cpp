@@ -3,6 +3,7 @@
 #include "aced.h"
 #include "actrans.h"
 #include "applicationobject.h"
+#include "caughtresult.h"
 #include "classadoption.h"
 #include "commandscope.h"
 #include "completedimensions.h"
@@ -27,7 +28,7 @@ namespace {
 
 Host* g_current = nullptr;
 
-CommandResult resultOfException() {
+CommandResult resultWithReason() {
     try {
         throw;
     } catch (const std::bad_alloc&) {
@@ -39,7 +40,30 @@ CommandResult resultOfException() {
     }
 }
 
+// A command among those that run.
+class Running {
+public:
+    Running(std::vector<RunningCommand*>& all, RunningCommand& command)
+        : m_all(all) {
+        m_all.push_back(&command);
+    }
+    ~Running() { m_all.pop_back(); }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+private:
+    std::vector<RunningCommand*>& m_all;
+};
+
 } // namespace
+
+CommandResult resultOfException() noexcept {
+    try {
+        return resultWithReason();
+    } catch (const std::bad_alloc&) {
+        return {Acad::eOutOfMemory};
+    }
+}
 
 struct Host::Parts {
     Parts(Host& host, HostPort& hostPort)
@@ -143,16 +167,16 @@ CommandResult Host::runCommand(CommandInput& input) {
     const AcRxFunctionPtr function = command->functionAddr();
     RunningCommand running{command->globalName(), std::move(input), command->commandFlags()};
     CommandScope scope(m_parts->documents, *command);
-    m_parts->running.push_back(&running);
     CommandWatch* const watch = m_parts->watch;
-    if (watch) watch->starts(*command);
-    try {
-        function();
-    } catch (...) {
-        const CommandResult thrown = resultOfException();
+    {
+        const Running among(m_parts->running, running);
+        const CommandResult thrown = caught([&]() -> CommandResult {
+            if (watch) watch->starts(*command);
+            function();
+            return {};
+        });
         if (running.result.status == Acad::eOk) running.result = thrown;
     }
-    m_parts->running.pop_back();
     input = std::move(running.input);
     if (scope.abortTransactions() && running.result.status == Acad::eOk)
         running.result = {Acad::eTransactionOpenWhileCommandEnded,
@@ -162,14 +186,16 @@ CommandResult Host::runCommand(CommandInput& input) {
 }
 
 CommandResult Host::runWholeLine(std::wstring_view line, MoreInput more) {
-    CommandInput input(line, more);
-    CommandInput words(line, MoreInput::none);
-    std::wstring name;
-    words.nextWord(name);
-    CommandResult result = runCommand(input);
-    if (result.status == Acad::eOk && !input.rest().empty() && !port().interruptRequested())
-        port().reportProblem(name + L": \"" + std::wstring(input.rest()) + L"\" was not asked for");
-    return result;
+    return caught([&] {
+        CommandInput input(line, more);
+        CommandInput words(line, MoreInput::none);
+        std::wstring name;
+        words.nextWord(name);
+        CommandResult result = runCommand(input);
+        if (result.status == Acad::eOk && !input.rest().empty() && !port().interruptRequested())
+            port().reportProblem(name + L": \"" + std::wstring(input.rest()) + L"\" was not asked for");
+        return result;
+    });
 }
 
 CommandResult Host::run(std::wstring_view line, MoreInput more) {
@@ -179,12 +205,14 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
 }
 
 CommandResult Host::runAll(std::wstring_view line) {
-    CommandInput input(line, MoreInput::none);
-    while (!input.rest().empty()) {
-        CommandResult result = runCommand(input);
-        if (result.status != Acad::eOk) return result;
-    }
-    return {};
+    return caught([&]() -> CommandResult {
+        CommandInput input(line, MoreInput::none);
+        while (!input.rest().empty()) {
+            CommandResult result = runCommand(input);
+            if (result.status != Acad::eOk) return result;
+        }
+        return {};
+    });
 }
 
 void Host::watchCommands(CommandWatch* watch) { m_parts->watch = watch; }
