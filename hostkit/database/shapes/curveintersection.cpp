@@ -173,8 +173,9 @@ void Intersector::meetPair(std::size_t i, std::size_t j) {
 // Touching is no crossing: it counts only at an end of an open curve, or where the curve goes over from an
 // arc on one side of the straight curve to an arc on the other.
 void Intersector::settleTouches() {
-    std::sort(m_touches.begin(), m_touches.end(),
-              [](const Touch& a, const Touch& b) { return a.meeting.point.x < b.meeting.point.x; });
+    std::sort(m_touches.begin(), m_touches.end(), [](const Touch& a, const Touch& b) {
+        return sortKey(a.meeting.point) < sortKey(b.meeting.point);
+    });
     std::size_t firstNear = 0;
     for (const Touch& touch : m_touches) {
         const AcGePoint3d& point = touch.meeting.point;
@@ -301,12 +302,61 @@ void CurvePieces::add(const CurveGeometry& geometry, double shift) {
         piece.start = piece.end = geometry.curve().evalPoint(interval.lowerBound());
     }
     m_geometries.push_back(geometry);
+    const bool isBounded = std::isfinite(piece.minimum.x) && std::isfinite(piece.maximum.x);
+    if (!m_hasEnds) m_firstEnd = {piece.start, isBounded};
+    m_lastEnd = {piece.end, isBounded};
+    m_hasEnds = true;
     m_pieces.push_back(piece);
+}
+
+void CurvePieces::keepOnlyNear(const CurvePieces& other) {
+    m_other = &other;
+    m_otherMinimum.set(kInfinity, kInfinity, kInfinity);
+    m_otherMaximum.set(-kInfinity, -kInfinity, -kInfinity);
+    for (const Piece& piece : other.m_pieces) {
+        const SearchBox box = searchBoxOf(piece);
+        for (unsigned int axis = 0; axis < 3; ++axis) {
+            m_otherMinimum[axis] = std::min(m_otherMinimum[axis], box.low[axis]);
+            m_otherMaximum[axis] = std::max(m_otherMaximum[axis], box.high[axis]);
+        }
+    }
+}
+
+/// By a wider box than the search looks at, and without a root.
+bool CurvePieces::isSegmentFar(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) const {
+    double aside = 0.0;
+    if (bulge != 0.0)
+        aside = (std::abs(end.x - start.x) + std::abs(end.y - start.y) + std::abs(end.z - start.z)) *
+                std::max(1.0, std::abs(bulge));
+    const double magnitude = std::max(start.largestCoordinate(), end.largestCoordinate()) + aside;
+    const double reach = aside + 2.0 * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    for (unsigned int axis = 0; axis < 2; ++axis)
+        if (std::min(start[axis], end[axis]) - reach > m_otherMaximum[axis] ||
+            std::max(start[axis], end[axis]) + reach < m_otherMinimum[axis])
+            return true;
+    return false;
+}
+
+/// The same questions that the search puts to a pair, put before the piece is kept.
+bool CurvePieces::isFar(const Piece& piece) const {
+    if (!m_other) return false;
+    const double allowed = allowanceOf(piece);
+    for (unsigned int axis = 0; axis < 3; ++axis)
+        if (piece.minimum[axis] - allowed > m_otherMaximum[axis] ||
+            piece.maximum[axis] + allowed < m_otherMinimum[axis])
+            return true;
+    if (m_other->count() != 1 || m_other->m_geometries.empty()) return false;
+    const AcGeLinearEnt3d* line = m_other->m_geometries.front().straight();
+    return line && passesBy(*line, piece);
 }
 
 void CurvePieces::addSegment(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
                              const AcGeVector3d& normal, double firstParameter) {
     m_normal = normal;
+    if (!m_hasEnds) m_firstEnd = {start, true};
+    m_lastEnd = {end, true};
+    m_hasEnds = true;
+    if (m_other && isSegmentFar(start, end, bulge)) return;
     Piece piece{start, end, firstParameter, -1, start, end, bulge};
     const AcGePoint3d middle = start + (end - start) * 0.5;
     const double reach = start.distanceTo(end) * 0.5 * std::max(1.0, std::abs(bulge));
@@ -314,7 +364,7 @@ void CurvePieces::addSegment(const AcGePoint3d& start, const AcGePoint3d& end, d
         piece.minimum[axis] = bulge == 0.0 ? std::min(start[axis], end[axis]) : middle[axis] - reach;
         piece.maximum[axis] = bulge == 0.0 ? std::max(start[axis], end[axis]) : middle[axis] + reach;
     }
-    m_pieces.push_back(piece);
+    if (!isFar(piece)) m_pieces.push_back(piece);
 }
 
 CurveGeometry CurvePieces::curveOf(std::size_t index) const {
@@ -335,13 +385,8 @@ double CurvePieces::drawingParameter(std::size_t index, const CurveGeometry& cur
 }
 
 bool CurvePieces::isEnd(const AcGePoint3d& point) const {
-    if (m_closed || m_pieces.empty()) return false;
-    const auto bounded = [](const Piece& piece) {
-        return std::isfinite(piece.minimum.x) && std::isfinite(piece.maximum.x);
-    };
-    const Piece& first = m_pieces.front();
-    const Piece& last = m_pieces.back();
-    return (bounded(first) && first.start.isEqualTo(point)) || (bounded(last) && last.end.isEqualTo(point));
+    return !m_closed && ((m_firstEnd.isBounded && m_firstEnd.point.isEqualTo(point)) ||
+                         (m_lastEnd.isBounded && m_lastEnd.point.isEqualTo(point)));
 }
 
 Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& second, AcDb::Intersect type,
@@ -350,8 +395,10 @@ Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& secon
     CurvePieces pieces2;
     const bool extendFirst = type == AcDb::kExtendThis || type == AcDb::kExtendBoth;
     const bool extendSecond = type == AcDb::kExtendArg || type == AcDb::kExtendBoth;
-    if (!first.pieces(pieces1, extendFirst) || !second.pieces(pieces2, extendSecond))
-        return Acad::eDegenerateGeometry;
+    // The second curve is a single line more often than not, and few of a contour's segments come near it.
+    if (!second.pieces(pieces2, extendSecond)) return Acad::eDegenerateGeometry;
+    pieces1.keepOnlyNear(pieces2);
+    if (!first.pieces(pieces1, extendFirst)) return Acad::eDegenerateGeometry;
     Intersector intersector(pieces1, pieces2);
     intersector.meetAll();
     intersector.giveTo(points);

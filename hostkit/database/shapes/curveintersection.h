@@ -27,7 +27,11 @@ public:
         double bulge;
     };
 
-    void reserve(std::size_t count) { m_pieces.reserve(count); }
+    void reserve(std::size_t count) {
+        if (!m_other) m_pieces.reserve(count);
+    }
+    /// Segments that cannot meet any piece of the other curve are passed over from now on.
+    void keepOnlyNear(const CurvePieces& other);
     /// `shift` is added to the curve's own drawing parameters.
     void add(const CurveGeometry& geometry, double shift);
     /// A segment of a polyline in the plane with this normal, over one unit of the parameter.
@@ -52,7 +56,21 @@ public:
     bool isEnd(const AcGePoint3d& point) const;
 
 private:
+    /// A place at an end of the curve, as far as it is bounded there.
+    struct End {
+        AcGePoint3d point;
+        bool isBounded = false;
+    };
+    bool isSegmentFar(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) const;
+    bool isFar(const Piece& piece) const;
+
     std::vector<Piece> m_pieces;
+    const CurvePieces* m_other = nullptr; ///< what segments have to be near to
+    AcGePoint3d m_otherMinimum;
+    AcGePoint3d m_otherMaximum;
+    End m_firstEnd;
+    End m_lastEnd;
+    bool m_hasEnds = false;
     std::vector<CurveGeometry> m_geometries;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     bool m_closed = false;

@@ -14,8 +14,8 @@ namespace {
 
 double lengthOf(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
     const double chord = start.distanceTo(end);
-    const double half = 2.0 * std::atan(bulge);
-    return half == 0.0 ? chord : chord * half / std::sin(half);
+    // The sine of half the sweep is 2 b / (1 + b^2).
+    return bulge == 0.0 ? chord : chord * (std::atan(bulge) / bulge) * (1.0 + bulge * bulge);
 }
 
 AcGeVector3d turned(const AcGeVector3d& v, double angle) {
@@ -90,12 +90,18 @@ double reachOf(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
     return start.distanceTo(end) * 0.5 * std::max(1.0, std::abs(bulge));
 }
 
-/// Area between an arc and its chord, positive for a positive bulge.
-double areaAboveChord(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
-    const double sweep = 4.0 * std::atan(bulge);
-    const double s = std::sin(sweep / 2.0);
-    if (s == 0.0) return 0.0;
-    return start.distanceSqrdTo(end) * (sweep - std::sin(sweep)) / (8.0 * s * s);
+/// Area between an arc and its chord as a share of the chord's square, positive for a positive bulge:
+/// (t - sin t) / (8 sin^2(t/2)) for the sweep t, with sin(t/2) = 2 b / (1 + b^2). By its series where the
+/// difference would cancel.
+double shareAboveChord(double bulge) {
+    constexpr double seriesLimit = 0.05;
+    const double square = bulge * bulge;
+    if (std::abs(bulge) < seriesLimit)
+        return bulge *
+               (1.0 / 3.0 +
+                square * (1.0 / 15.0 - square * (1.0 / 105.0 - square * (1.0 / 315.0 - square / 693.0))));
+    const double sum = 1.0 + square;
+    return (sum * sum * std::atan(bulge) - bulge * (1.0 - square)) / (8.0 * square);
 }
 
 } // namespace
@@ -294,7 +300,7 @@ Acad::ErrorStatus PolylineShape::area(double& area) const {
     for (std::size_t i = 0; i < segmentCount(); ++i) {
         const Ends ends = segment(i);
         twice += (ends.start - origin).crossProduct(ends.end - origin);
-        if (ends.bulge != 0.0) arcs += areaAboveChord(ends.start, ends.end, ends.bulge);
+        if (ends.bulge != 0.0) arcs += ends.start.distanceSqrdTo(ends.end) * shareAboveChord(ends.bulge);
     }
     if (m_points2d) {
         area = std::abs(twice.z / 2.0 + arcs);
@@ -309,29 +315,57 @@ Acad::ErrorStatus PolylineShape::area(double& area) const {
 
 namespace {
 
-/// Does the circle around the chord's middle that holds the arc lie in the box, seen along z. Most arcs of a
-/// contour do, and their own extremes, which take sines and cosines, need not be known.
+/// Does the arc surely lie in the box, seen along z: between its chord and the chord moved to its apex, or,
+/// of more than half a circle, within half its height of the chord's middle. Most arcs of a contour do, and
+/// their own extremes, which take sines and cosines, need not be known.
 bool liesArcWithin(const AcDbExtents& box, const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
-    const AcGePoint3d middle = start + (end - start) * 0.5;
     const double size = std::abs(bulge);
-    const double half = start.distanceTo(end) * 0.5;
+    const double chordX = end.x - start.x;
+    const double chordY = end.y - start.y;
+    // Half the chord, or a little more: no root.
+    const double half = (std::abs(chordX) + std::abs(chordY)) * 0.5;
     const double radius = half * (size + 1.0 / size) * 0.5;
     const double magnitude = std::max({start.largestCoordinate(), end.largestCoordinate(), radius});
-    const double reach = half * std::max(1.0, size) + AcGe::pointAllowance(AcGeContext::gTol, magnitude);
-    return box.minPoint().x <= middle.x - reach && middle.x + reach <= box.maxPoint().x &&
-           box.minPoint().y <= middle.y - reach && middle.y + reach <= box.maxPoint().y;
+    const double slack = AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+    const double riseX = size <= 1.0 ? 0.5 * bulge * chordY : 0.0;
+    const double riseY = size <= 1.0 ? -0.5 * bulge * chordX : 0.0;
+    const double reach = size <= 1.0 ? slack : half * size + slack;
+    const double lowX = std::min(start.x, end.x) + std::min(riseX, 0.0);
+    const double highX = std::max(start.x, end.x) + std::max(riseX, 0.0);
+    const double lowY = std::min(start.y, end.y) + std::min(riseY, 0.0);
+    const double highY = std::max(start.y, end.y) + std::max(riseY, 0.0);
+    return box.minPoint().x <= lowX - reach && highX + reach <= box.maxPoint().x &&
+           box.minPoint().y <= lowY - reach && highY + reach <= box.maxPoint().y;
 }
 
 } // namespace
 
-Acad::ErrorStatus PolylineShape::extents(AcDbExtents& extents) const {
+AcDbExtents PolylineShape::boxOfVertices() const {
     AcDbExtents box;
-    for (std::size_t i = 0; i < m_count; ++i) box.addPoint(worldVertex(i));
+    if (!m_points2d || !m_isFlat) {
+        for (std::size_t i = 0; i < m_count; ++i) box.addPoint(worldVertex(i));
+        return box;
+    }
+    if (m_count == 0) return box;
+    AcGePoint2d low = m_points2d[0];
+    AcGePoint2d high = low;
+    for (std::size_t i = 1; i < m_count; ++i) {
+        const AcGePoint2d& point = m_points2d[i];
+        low.set(std::min(low.x, point.x), std::min(low.y, point.y));
+        high.set(std::max(high.x, point.x), std::max(high.y, point.y));
+    }
+    box.addPoint({low.x, low.y, m_elevation});
+    box.addPoint({high.x, high.y, m_elevation});
+    return box;
+}
+
+Acad::ErrorStatus PolylineShape::extents(AcDbExtents& extents) const {
+    AcDbExtents box = boxOfVertices();
     for (std::size_t i = 0; m_bulges && i < segmentCount(); ++i) {
         AcGeCircArc3d arc;
         if (m_bulges[i] == 0.0) continue;
         const Ends ends = segment(i);
-        if (isZAxis(m_normal) && liesArcWithin(box, ends.start, ends.end, ends.bulge)) continue;
+        if (m_isFlat && liesArcWithin(box, ends.start, ends.end, ends.bulge)) continue;
         if (!arcSegment(i, arc)) continue;
         const AcGeBoundBlock3d block = arc.orthoBoundBlock();
         box.addPoint(block.minPoint());

@@ -79,6 +79,7 @@ private:
     }
     AcGePoint3d toWorld(const AcGePoint3d& local) const;
     AcGePoint3d toLocal(const AcGePoint3d& world) const;
+    AcDbExtents boxOfVertices() const;
     bool locate(double parameter, std::size_t& index, double& fraction) const;
     bool extendedClosest(const AcGePoint3d& given, std::size_t index, bool atStart,
                          AcGePoint3d& closest) const;

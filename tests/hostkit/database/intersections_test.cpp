@@ -47,7 +47,9 @@ std::vector<Meeting> cases() {
     const CurvePointer narrow = polyline({{1, 0}, {2, 0}, {2, 2}, {1, 2}}, true);
     const CurvePointer across = polyline({{1, 0}, {0, 0}, {0, 1}, {-3, 1}}, false);
     const CurvePointer corner = polyline({{0, 0}, {1, 0}, {1, 1}}, false);
-    const CurvePointer swung = polyline({{-2, 0, -1}, {0, 0, 1}, {2, 0}}, false);
+    const CurvePointer snake = polyline(
+        {{-2, 0, -1}, {0, 0, 1}, {2, 0}, {2, 4, -1}, {0, 4, 1}, {-2, 4}, {-2, 8, -1}, {0, 8, 1}, {2, 8}},
+        false);
     const CurvePointer ellipse =
         std::make_shared<AcDbEllipse>(AcGePoint3d(), AcGeVector3d::kZAxis, AcGeVector3d(4, 0, 0), 0.5);
     return {
@@ -78,7 +80,10 @@ std::vector<Meeting> cases() {
          xlineOf(0, 0, 1, 0),
          halves,
          {{-2, 0, 0}, {2, 0, 0}}},
-        {"line along the tangent where an S goes over", xlineOf(0, 0, 0, 1), swung, {{0, 0, 0}}},
+        {"line along the tangent where a snake goes over, three times",
+         xlineOf(0, 0, 0, 1),
+         snake,
+         {{0, 0, 0}, {0, 4, 0}, {0, 8, 0}}},
         {"squares cross", square, squareOf(1, 1, 2), {{2, 1, 0}, {1, 2, 0}}},
         {"squares share part of a side", square, squareOf(2, 1, 2), {{2, 1, 0}, {2, 2, 0}}},
         {"squares share a side and its neighbours' halves", square, narrow, {{1, 0, 0}, {1, 2, 0}}},
