@@ -6,11 +6,15 @@ class AcDbCurve;
 class AcDbPolyline;
 class AcDbXline;
 class AcGePoint3d;
+class AcGeTol;
 
 /// What the splitting of contours shares between its files.
 namespace vexo {
 
 AcDbXline lineAlongY(const AcGePoint3d& through);
+
+/// Takes out every point that equals an earlier one which stays.
+void removeRepeats(AcArray<AcGePoint3d>& points, const AcGeTol& tolerance);
 
 /// Deletes the curves and empties the array.
 void deleteCurves(AcArray<void*>& curves);

@@ -113,7 +113,8 @@ double angleToChord(double angle, double radius);
 
 /// Moves each point along its ray from the centre on to the arc and sorts the points by their parameter on
 /// it. A point at the centre is dropped. A point whose line through the centre does not meet the arc exactly
-/// twice, or whose own side is not met, stays in place and sorts as parameter 0.
+/// twice, or whose own side is not met, stays in place and sorts as parameter 0. Two change places when the
+/// later parameter is definitely less (1e-10); n log n when no two are closer.
 void getPointsOnCircle(AcGeCircArc3d arc, AcArray<AcGePoint3d>& points);
 /// Points where the tangents from `from` touch the circle: the first lies on the ray turned counter-clockwise
 /// from the direction to the centre, seen from +Z, the second clockwise. The turn is always about +Z. False,
@@ -190,8 +191,8 @@ AcDbPolyline* ConvertToPolyline(const AcDbEntity* entity);
 /// the work with its status. Status 3, and nothing changed, unless there is one point more than middles.
 Acad::ErrorStatus ConvertPointsToPolyline(AcArray<AcGePoint3d> points, AcArray<AcGePoint3d> middles,
                                           AcGeVector3d normal, AcDbPolyline& polyline);
-/// Appends the vertices with bulges and widths, sets the elevation, and closes the target if the source is
-/// closed. Status 3 for a null target or source.
+/// Appends the vertices with bulges and widths, sets normal and elevation, and closes the target if the
+/// source is closed. Status 3 for a null target or source.
 Acad::ErrorStatus convert2DbPolyline(AcDb2dPolyline* source, AcDbPolyline* target);
 /// Form 1 to form 2: points in the world, bulges as arc heights (-0.5 * host bulge * chord). Both arrays are
 /// emptied first. Status 3, and both untouched, for null.
@@ -201,7 +202,8 @@ Acad::ErrorStatus convertPolyline(AcDbPolyline* polyline, AcArray<AcGePoint3d>& 
 /// Elevation and thickness are not copied. Null, or one object as both, changes nothing.
 void copyAcDbPolyline(const AcDbPolyline* source, AcDbPolyline* target);
 /// The segment that starts at vertex `index`, in the world, as `line` or, with isArc set, as `arc`. False for
-/// null, an index out of range and segments without length; isArc is false then.
+/// null, an index out of range and segments without length; isArc is false then, but stays as it was for
+/// null.
 bool getSegmentFromPolyline(AcDbPolyline* polyline, int index, AcGeLineSeg3d& line, AcGeCircArc3d& arc,
                             bool& isArc);
 
@@ -239,7 +241,7 @@ AcGeCurve3d* TransformDb2Ge(AcDbCurve* curve);
 /// array holds owned AcGeCurve3d pointers, nulls allowed. The merged segment takes the place and the sense of
 /// the earlier one; the old ones are deleted. A segment whose far end coincides with the touching ends ends
 /// the search for its partner. Arcs, and collinear segments with a gap, stay. Near linear when few segments
-/// share an end.
+/// along one line share an end.
 void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance);
 /// A new polyline, owned by the caller: first, then second from the end that first ends on; null when either
 /// does not convert. When the curves' ends or their starts coincide (1e-06), second is walked backward.
@@ -255,7 +257,7 @@ AcDbCurve* createPolyLineFromCurves(AcArray<void*> curves);
 /// Deletes every open AcDbCurve whose ends and centre (zero but for arcs, circles and ellipses) coincide
 /// within 1e-05 with those of an earlier one, seen along viewDir, and takes it out of the array. What lies
 /// between the ends is not looked at. Closed curves, and curves that cannot be projected, stay. Near linear
-/// when few curves share an end.
+/// when few curves that differ have both ends in common.
 void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir);
 
 /// Drops the points of a closed polygon at which the direction does not change, the first point as the last
@@ -296,7 +298,8 @@ bool isPointOnPolyLine(AcDbPolyline* polyline, AcGePoint3d point);
 bool isPointOnPolySegParalelWithViewDir(AcDbPolyline* polyline, AcGePoint3d point, AcGeVector3d viewDir);
 /// Does the way from first to second, turned left by a right angle, point into the contour: the line through
 /// their middle meets it an odd number of times on that side and an even number on the other. Both odd or
-/// both even is false, as is first equal to second. A meeting at the middle itself counts for the left side.
+/// both even is false, as is first equal to second. A meeting at the middle itself counts for the left side;
+/// for any other the sign of its distance along the line tells the side, which holds far from the origin too.
 /// For points with different z the perpendicular is that of AcGeVector3d::perpVector.
 bool isPerpVectorOrientedInsideContour(AcGePoint3d first, AcGePoint3d second, AcDbCurve* contour);
 /// True when second lies apart from first or holds it. False when first's box holds second's (corners within
@@ -314,7 +317,7 @@ bool isContourOutside(AcDbCurve* first, AcDbCurve* second);
 /// Of a pair, one crossing counts unless it lies within scale * 1e-05 of an end of the later segment, so that
 /// a contour may touch itself at its vertices; two count unless the segments have both ends in common.
 /// Straight segments that run over each other count when the later one's end is on the earlier or the earlier
-/// one's start on the later. Near linear, but for segments that all run close by each other.
+/// one's start on the later. Near linear, but for segments that all come together at one place.
 bool isSelfIntersecting(const AcArray<AcGePoint3d>& points, const AcArray<double>& bulges,
                         const AcGeVector3d& normal, double scale);
 /// Do two contours (form 3; a repeated first point and one bulge less are taken too) have the same outline,
@@ -356,7 +359,8 @@ bool getEntitiesExtents(const AcArray<void*>& entities, AcDbExtents& extents);
 /// the last place of the largest coordinate) are taken to touch; common parts thinner than that are none.
 /// Where boundaries run along each other just about that far apart, up to 64 times the distance. Area: within
 /// the perimeter times this distance; 4e-13 of the contours' areas seen at 1e6 from the origin. Near linear
-/// in vertices plus crossings.
+/// in vertices plus crossings, but for segments that all come together at one place, and for results of many
+/// parts.
 AcDbCurve* getComonSurfaceFromPolylines(AcDbCurve* first, AcDbCurve* second);
 /// Two closed contours that lie side by side and share one whole segment, line or arc, as one: a new closed
 /// polyline, owned by the caller, in the plane and the sense of travel of `first`, without the segment and

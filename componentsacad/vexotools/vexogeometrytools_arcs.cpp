@@ -8,8 +8,11 @@
 #include "dbpolyline.h"
 #include "geline3d.h"
 
+#include <algorithm>
 #include <charconv>
 #include <numbers>
+#include <numeric>
+#include <vector>
 
 using namespace vexo;
 
@@ -35,6 +38,47 @@ AcGePoint3d apexOf(const AcGeCircArc3d& arc) {
 }
 
 AcGePoint3d middleOf(const AcGePoint3d& a, const AcGePoint3d& b) { return a + (b - a) / 2; }
+
+AcGePoint3d apexOf(const AcGePoint3d& a, const AcGePoint3d& b, double bulge, const AcGeVector3d& normal) {
+    const AcGeVector3d chord = b - a;
+    return a + chord / 2 - bulge * chord.crossProduct(normal).normal(AcGeContext::gTol);
+}
+
+double radiusOf(const AcGePoint3d& start, const AcGePoint3d& end, double bulge) {
+    const double chord = start.distanceTo(end);
+    return std::abs(chord * chord / (bulge * 8) + bulge / 2);
+}
+
+AcGePoint3d centerOf(const AcGePoint3d& start, const AcGePoint3d& end, double bulge,
+                     const AcGeVector3d& normal) {
+    const AcGePoint3d apex = apexOf(start, end, bulge, normal);
+    return apex + radiusOf(start, end, bulge) * (middleOf(start, end) - apex).normal(AcGeContext::gTol);
+}
+
+/// Sorts points by their parameters, by exchange: two change places when the later parameter is definitely
+/// less. Where all stand clearly apart that is the order of the numbers.
+void sortByParameter(AcArray<AcGePoint3d>& points, std::vector<double>& params) {
+    std::vector<int> order(params.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto at = [&](int i) { return params[static_cast<std::size_t>(i)]; };
+    const bool areNumbers =
+        std::none_of(params.begin(), params.end(), [](double param) { return std::isnan(param); });
+    if (areNumbers) std::sort(order.begin(), order.end(), [&](int a, int b) { return at(a) < at(b); });
+    bool areClear = areNumbers;
+    for (std::size_t k = 1; k < order.size() && areClear; ++k)
+        areClear = isDefinitelyLess(at(order[k - 1]), at(order[k]));
+    if (areClear) {
+        const AcArray<AcGePoint3d> given(points);
+        for (std::size_t k = 0; k < order.size(); ++k) points[static_cast<int>(k)] = given[order[k]];
+        return;
+    }
+    for (std::size_t i = 0; i < params.size(); ++i)
+        for (std::size_t j = i + 1; j < params.size(); ++j) {
+            if (!isDefinitelyLess(params[j], params[i])) continue;
+            points.swap(static_cast<int>(i), static_cast<int>(j));
+            std::swap(params[i], params[j]);
+        }
+}
 
 /// Tangent of a quarter of the arc's included angle, without sign. The apex stands off the chord to the side
 /// of kZAxis x direction, so that a chord that rises has an arc lower than its bulge, and one along the axis
@@ -126,8 +170,7 @@ AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b) {
 
 AcGePoint3d getMiddleOf(AcGePoint3d a, AcGePoint3d b, double bulge, AcGeVector3d normal) {
     CVxLogEntry entry(L"VEXOGeometryTools::getMiddleOf");
-    const AcGeVector3d right = (b - a).crossProduct(normal).normal(AcGeContext::gTol);
-    return a + (b - a) / 2 - bulge * right;
+    return apexOf(a, b, bulge, normal);
 }
 
 bool getMiddleOfArc(AcGeCircArc3d arc, AcGePoint3d& middle) {
@@ -209,16 +252,12 @@ double getNewBulge(const AcGeCircArc3d& arc, const AcGePoint3d& newPoint, bool k
 
 AcGePoint3d getCenterFromArc(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal) {
     CVxLogEntry entry(L"VEXOGeometryTools::getCenterFromArc");
-    const AcGePoint3d middle = getMiddleOf(start, end);
-    const AcGePoint3d apex = getMiddleOf(start, end, bulge, normal);
-    const double radius = getRadiusFromBulge(start, end, bulge);
-    return apex + radius * (middle - apex).normal(AcGeContext::gTol);
+    return centerOf(start, end, bulge, normal);
 }
 
 double getRadiusFromBulge(AcGePoint3d start, AcGePoint3d end, double bulge) {
     CVxLogEntry entry(L"VEXOGeometryTools::getRadiusFromBulge");
-    const double chord = start.distanceTo(end);
-    return std::abs(chord * chord / (bulge * 8) + bulge / 2);
+    return radiusOf(start, end, bulge);
 }
 
 Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, double bulge, AcGeVector3d normal,
@@ -226,7 +265,7 @@ Acad::ErrorStatus getArcFromCurve(AcGePoint3d start, AcGePoint3d end, double bul
     CVxLogEntry entry(L"VEXOGeometryTools::getArcFromCurve");
     if (!isArcBulge(bulge)) return Acad::eNoArcFromInput;
     const bool negative = bulge < -kComparisonTolerance;
-    const AcGePoint3d center = getCenterFromArc(start, end, bulge, normal);
+    const AcGePoint3d center = centerOf(start, end, bulge, normal);
     const double toStart = AcGeVector3d::kXAxis.angleTo(start - center, normal);
     const double toEnd = AcGeVector3d::kXAxis.angleTo(end - center, normal);
     arc.setCenter(center);
@@ -276,25 +315,18 @@ double angleToChord(double angle, double radius) {
 
 void getPointsOnCircle(AcGeCircArc3d arc, AcArray<AcGePoint3d>& points) {
     CVxLogEntry entry(L"VEXOGeometryTools::getPointsOnCircle");
-    AcArray<double> params;
-    params.setLogicalLength(points.length());
-    for (int i = 0; i < points.length(); ++i) {
-        const AcGeVector3d fromCenter = points[i] - arc.center();
-        if (fromCenter.isZeroLength(AcGeContext::gTol)) {
-            points.removeAt(i);
-            params.removeAt(i);
-            --i;
-            continue;
-        }
-        if (snapToArc(arc, fromCenter, points[i])) params[i] = arc.paramOf(points[i], AcGeContext::gTol);
+    std::vector<double> params;
+    params.reserve(static_cast<std::size_t>(points.length()));
+    int kept = 0;
+    for (const AcGePoint3d& point : points) {
+        const AcGeVector3d fromCenter = point - arc.center();
+        if (fromCenter.isZeroLength(AcGeContext::gTol)) continue;
+        AcGePoint3d& snapped = points[kept++] = point;
+        const bool isOnArc = snapToArc(arc, fromCenter, snapped);
+        params.push_back(isOnArc ? arc.paramOf(snapped, AcGeContext::gTol) : 0.0);
     }
-    for (int i = 0; i < points.length() - 1; ++i) {
-        for (int j = i + 1; j < points.length(); ++j) {
-            if (!isDefinitelyLess(params[j], params[i])) continue;
-            points.swap(i, j);
-            params.swap(i, j);
-        }
-    }
+    points.setLogicalLength(kept);
+    sortByParameter(points, params);
 }
 
 bool getArcTangents(AcGeCircArc3d arc, AcGePoint3d from, AcGePoint3d& tangent1, AcGePoint3d& tangent2) {

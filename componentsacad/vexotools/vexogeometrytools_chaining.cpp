@@ -11,7 +11,9 @@
 #include "geplane.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace vexo;
@@ -120,8 +122,8 @@ CurveEnds endsOf(const AcDbCurve* curve) {
     return ends;
 }
 
-/// The ends of curves or segments by place. candidates() gives the numbers of all that may have an end at a
-/// point, in the order of the plain loop, each once; the caller puts the loop's own question to them.
+/// The ends of curves or segments by place. collect() gives the numbers of all that may have an end at a
+/// point; the caller puts the plain loop's own question to them, in the loop's order.
 class EndIndex {
 public:
     EndIndex(const std::vector<CurveEnds>& ends, double tolerance)
@@ -140,28 +142,36 @@ public:
         m_grid.announce(ends[i].end);
     }
     template <typename Filter>
-    const std::vector<int>& candidates(std::initializer_list<AcGePoint3d> places, Filter&& isOpen) {
-        m_found.clear();
-        for (const AcGePoint3d& place : places)
-            m_grid.anyNear(place, [&](int number) {
-                if (isOpen(number)) m_found.push_back(number);
-                return false;
-            });
-        std::sort(m_found.begin(), m_found.end());
-        m_found.erase(std::unique(m_found.begin(), m_found.end()), m_found.end());
-        return m_found;
+    void collect(const AcGePoint3d& place, const Filter& isOpen, std::vector<int>& found) const {
+        m_grid.anyNear(place, [&](int number) {
+            if (isOpen(number)) found.push_back(number);
+            return false;
+        });
     }
-
-private:
     static double largestCoordinate(const std::vector<CurveEnds>& ends) {
         double largest = 0.0;
         for (const CurveEnds& both : ends) largest = std::max(largest, largestOf(both));
         return largest;
     }
 
+private:
     PointGrid m_grid;
-    std::vector<int> m_found;
 };
+
+/// In the order of the plain loop, each once.
+const std::vector<int>& inOrder(std::vector<int>& found) {
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
+}
+
+/// A direction within the plane or space that does not know its sense: opposite vectors give the same. Its
+/// length is at most that of the vector, and it moves by no more than three times as much as the vector does.
+AcGeVector3d senselessOf(const AcGeVector3d& vector) {
+    const double length = vector.length();
+    if (!(length > 0.0)) return AcGeVector3d::kIdentity;
+    return vector * (vector.dotProduct(AcGeVector3d(0.55, 0.73, 0.41)) / length);
+}
 
 // ---- collinear segments ----
 
@@ -197,14 +207,83 @@ MergeResult mergeSegments(const AcGeLineSeg3d& first, const AcGeLineSeg3d& secon
     return MergeResult::kNoCommonEnd;
 }
 
+/// Segments by their ends and, where the direction is clear, by that too: of many segments that meet in one
+/// point only those along one line are looked at.
+class CollinearIndex {
+public:
+    CollinearIndex(const std::vector<CurveEnds>& ends, double tolerance)
+        : m_ends(ends)
+        , m_tolerance(tolerance) {
+        const double largest = EndIndex::largestCoordinate(ends);
+        const double own = std::isnan(tolerance) ? 0.0 : std::abs(tolerance);
+        m_reach = std::max(own, AcGe::kPointUlps * AcGe::ulpOf(largest));
+        std::vector<CurveEnds> clear(ends.size());
+        std::vector<CurveEnds> unclear(ends.size());
+        for (std::size_t i = 0; i < ends.size(); ++i)
+            if (ends[i].known) (isClear(ends[i]) ? clear[i] : unclear[i]) = ends[i];
+        for (CurveEnds& both : clear)
+            if (both.known) both = withDirection(both);
+        m_clear.emplace(clear, kPlaceShare * m_reach);
+        m_unclear.emplace(unclear, tolerance);
+    }
+    /// The numbers of those that may be collinear with a segment and have an end in common with it.
+    template <typename Filter>
+    const std::vector<int>& candidates(const AcGeLineSeg3d& segment, const Filter& isOpen) {
+        m_found.clear();
+        const CurveEnds given{true, segment.startPoint(), segment.endPoint()};
+        const bool hasDirection = isClear(given);
+        if (!hasDirection && !m_all) m_all.emplace(m_ends, m_tolerance);
+        const CurveEnds keys = hasDirection ? withDirection(given) : given;
+        const EndIndex& index = hasDirection ? *m_clear : *m_all;
+        index.collect(keys.start, isOpen, m_found);
+        index.collect(keys.end, isOpen, m_found);
+        if (hasDirection) {
+            m_unclear->collect(given.start, isOpen, m_found);
+            m_unclear->collect(given.end, isOpen, m_found);
+        }
+        return inOrder(m_found);
+    }
+
+private:
+    /// A direction is clear when rounding turns it by less than this; clear ones that are parallel for the
+    /// geometry kit are within twice that of each other.
+    static constexpr double kClearAngle = 1e-8;
+    /// What a key is moved by for its direction, in reaches: a turn by a clear angle moves it by less than
+    /// half of one.
+    static constexpr double kDirectionReaches = 1e7;
+    /// How far keys of equal places and directions may be apart, in reaches.
+    static constexpr double kPlaceShare = 2.0;
+
+    static bool isClear(const CurveEnds& ends) {
+        const double magnitude = std::max(ends.start.largestCoordinate(), ends.end.largestCoordinate());
+        const double length = ends.start.distanceTo(ends.end);
+        return length > AcGeContext::gTol.equalPoint() &&
+               AcGe::kPointUlps * AcGe::ulpOf(magnitude) <= kClearAngle * length &&
+               AcGeContext::gTol.equalVector() <= kClearAngle;
+    }
+    CurveEnds withDirection(const CurveEnds& ends) const {
+        const AcGeVector3d run = ends.end - ends.start;
+        const AcGeVector3d shift = senselessOf(run / run.length()) * (kDirectionReaches * m_reach);
+        return {true, ends.start + shift, ends.end + shift};
+    }
+
+    const std::vector<CurveEnds>& m_ends;
+    double m_tolerance;
+    double m_reach = 0.0;
+    std::optional<EndIndex> m_clear;
+    std::optional<EndIndex> m_unclear;
+    std::optional<EndIndex> m_all; ///< for the rare segment without a clear direction
+    std::vector<int> m_found;
+};
+
 /// Merges the first later segment that is collinear with segment i and touches it; false when there is none,
 /// or when that one refuses.
-bool mergeWithPartner(AcArray<void*>& segments, int i, EndIndex& index, std::vector<char>& gone,
+bool mergeWithPartner(AcArray<void*>& segments, int i, CollinearIndex& index, std::vector<char>& gone,
                       const AcGeTol& tolerance) {
     const AcGeLineSeg3d* first = segmentAt(segments, i);
     if (!first) return false;
     const auto isLater = [&](int j) { return j > i && !gone[static_cast<std::size_t>(j)]; };
-    for (const int j : index.candidates({first->startPoint(), first->endPoint()}, isLater)) {
+    for (const int j : index.candidates(*first, isLater)) {
         const AcGeLineSeg3d* second = segmentAt(segments, j);
         AcGeLineSeg3d merged;
         if (!first->isColinearTo(*second, AcGeContext::gTol)) continue;
@@ -247,6 +326,20 @@ Footprint footprintOf(const AcDbCurve* curve, const AcGePlane& plane, const AcGe
         footprint.ends.known && !footprint.ends.start.isEqualTo(footprint.ends.end, AcGeContext::gTol);
     return footprint;
 }
+
+/// A place that coinciding curves share, whichever way they run, and curves that only have an end or the
+/// middle in common do not: the middle, moved by the direction. Places are no farther apart than seven times
+/// the curves' ends. Nowhere for curves out of the ordinary.
+AcGePoint3d placeOf(const CurveEnds& ends) {
+    const double largest = std::max(ends.start.largestCoordinate(), ends.end.largestCoordinate());
+    if (largestOf(ends) != largest) {
+        constexpr double nowhere = std::numeric_limits<double>::infinity();
+        return {nowhere, nowhere, nowhere};
+    }
+    const AcGeVector3d run = ends.end - ends.start;
+    return ends.start + run * 0.5 + senselessOf(run);
+}
+constexpr double kPlacesPerEnd = 8.0;
 
 bool coincide(const Footprint& a, const Footprint& b, const AcGeTol& tolerance) {
     if (!a.center.isEqualTo(b.center, tolerance)) return false;
@@ -299,10 +392,9 @@ void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) 
     for (int i = 0; i < length; ++i)
         if (const AcGeLineSeg3d* segment = segmentAt(segments, i))
             ends[static_cast<std::size_t>(i)] = {true, segment->startPoint(), segment->endPoint()};
-    EndIndex index(ends, local.equalPoint());
+    CollinearIndex index(ends, local.equalPoint());
     std::vector<char> gone(static_cast<std::size_t>(length), 0);
     for (int i = 0; i < length; ++i) {
-        index.announce(ends, static_cast<std::size_t>(i) + PointGrid::kAhead);
         if (gone[static_cast<std::size_t>(i)]) continue;
         while (mergeWithPartner(segments, i, index, gone, local)) {
         }
@@ -330,7 +422,8 @@ AcDbCurve* createPolyLineFromCurves(AcArray<void*> curves) {
     std::vector<CurveEnds> ends;
     ends.reserve(static_cast<std::size_t>(length));
     for (void* curve : curves) ends.push_back(endsOf(static_cast<const AcDbCurve*>(curve)));
-    EndIndex index(ends, tolerance.equalPoint());
+    const EndIndex index(ends, tolerance.equalPoint());
+    std::vector<int> found;
     std::vector<char> used(static_cast<std::size_t>(length), 0);
     used[0] = 1;
     int usedCount = 1;
@@ -340,7 +433,9 @@ AcDbCurve* createPolyLineFromCurves(AcArray<void*> curves) {
     while (grew && chain.end(chainEnd)) {
         grew = false;
         const auto isUnused = [&](int i) { return !used[static_cast<std::size_t>(i)]; };
-        for (const int i : index.candidates({chainEnd}, isUnused)) {
+        found.clear();
+        index.collect(chainEnd, isUnused, found);
+        for (const int i : inOrder(found)) {
             const CurveEnds& candidate = ends[static_cast<std::size_t>(i)];
             if (!chainEnd.isEqualTo(candidate.start, tolerance) &&
                 !chainEnd.isEqualTo(candidate.end, tolerance))
@@ -366,30 +461,30 @@ void RemoveDuplicates(AcArray<void*>& curves, const AcGeVector3d& viewDir) {
         footprints.push_back(footprintOf(static_cast<const AcDbCurve*>(curve), plane, viewDir));
         largest = std::max(largest, largestOf(footprints.back().ends));
     }
-    PointGrid keptEnds(tolerance.equalPoint(), largest, curves.length() * 2);
+    PointGrid places(kPlacesPerEnd * tolerance.equalPoint(), kPlacesPerEnd * largest, curves.length());
+    std::vector<AcDbCurve*> repeats;
     int kept = 0;
     for (int j = 0; j < curves.length(); ++j) {
-        const auto ahead = static_cast<std::size_t>(j) + PointGrid::kAhead;
-        if (ahead < footprints.size()) keptEnds.announce(footprints[ahead].ends.start);
         const Footprint& footprint = footprints[static_cast<std::size_t>(j)];
+        const AcGePoint3d place = footprint.isOpen ? placeOf(footprint.ends) : AcGePoint3d();
         AcDbCurve* curve = static_cast<AcDbCurve*>(curves[j]);
         AcDbCurve* twin = nullptr;
-        const bool repeated = footprint.isOpen && keptEnds.anyNear(footprint.ends.start, [&](int i) {
+        const bool repeated = footprint.isOpen && places.anyNear(place, [&](int i) {
             twin = static_cast<AcDbCurve*>(curves[i]);
             return coincide(footprints[static_cast<std::size_t>(i)], footprint, tolerance);
         });
         if (repeated) {
-            if (twin != curve) delete curve; // one object that is listed twice loses its second entry only
+            if (twin != curve) repeats.push_back(curve); // listed twice, it loses its second entry only
             continue;
         }
         footprints[static_cast<std::size_t>(kept)] = footprint;
         curves[kept] = curve;
-        if (footprint.isOpen) {
-            keptEnds.add(footprint.ends.start, kept);
-            keptEnds.add(footprint.ends.end, kept);
-        }
+        if (footprint.isOpen) places.add(place, kept);
         ++kept;
     }
+    std::sort(repeats.begin(), repeats.end());
+    repeats.erase(std::unique(repeats.begin(), repeats.end()), repeats.end());
+    for (const AcDbCurve* curve : repeats) delete curve;
     curves.setLogicalLength(kept);
 }
 

@@ -122,28 +122,6 @@ void appendCrossings(const GeometrySegment& first, const GeometrySegment& second
     for (int i = 0; i < count; ++i) points.append(crossings[i]);
 }
 
-/// Takes out every point that equals an earlier one which stays.
-void removeRepeats(AcArray<AcGePoint3d>& points, const AcGeTol& tolerance) {
-    double largest = 0.0;
-    for (const AcGePoint3d& point : points) largest = std::max(largest, PointGrid::ordinaryCoordinate(point));
-    std::optional<PointGrid> grid;
-    if (points.length() > kFewPoints) grid.emplace(tolerance.equalPoint(), largest, points.length());
-    int kept = 0;
-    for (int j = 0; j < points.length(); ++j) {
-        const AcGePoint3d point = points[j];
-        const auto isSame = [&](int i) { return points[i].isEqualTo(point, tolerance); };
-        bool repeated = false;
-        if (grid)
-            repeated = grid->anyNear(point, isSame);
-        else
-            for (int i = 0; i < kept && !repeated; ++i) repeated = isSame(i);
-        if (repeated) continue;
-        if (grid) grid->add(point, kept);
-        points[kept++] = point;
-    }
-    points.setLogicalLength(kept);
-}
-
 // ---- order along a direction ----
 
 /// Sorts when the keys stand one behind the other along `dir` beyond doubt, so that any two of them do: the
@@ -171,6 +149,31 @@ bool sortAlong(const AcGeVector3d& dir, AcArray<AcGePoint3d>& points, const AcAr
 }
 
 } // namespace
+
+namespace vexo {
+
+void removeRepeats(AcArray<AcGePoint3d>& points, const AcGeTol& tolerance) {
+    double largest = 0.0;
+    for (const AcGePoint3d& point : points) largest = std::max(largest, PointGrid::ordinaryCoordinate(point));
+    std::optional<PointGrid> grid;
+    if (points.length() > kFewPoints) grid.emplace(tolerance.equalPoint(), largest, points.length());
+    int kept = 0;
+    for (int j = 0; j < points.length(); ++j) {
+        const AcGePoint3d point = points[j];
+        const auto isSame = [&](int i) { return points[i].isEqualTo(point, tolerance); };
+        bool repeated = false;
+        if (grid)
+            repeated = grid->anyNear(point, isSame);
+        else
+            for (int i = 0; i < kept && !repeated; ++i) repeated = isSame(i);
+        if (repeated) continue;
+        if (grid) grid->add(point, kept);
+        points[kept++] = point;
+    }
+    points.setLogicalLength(kept);
+}
+
+} // namespace vexo
 
 namespace VEXOGeometryTools {
 

@@ -66,6 +66,86 @@ double turnBetween(const AcGeVector3d& incoming, const AcGeVector3d& outgoing) {
     return turn > 0 ? kPi - turn : -kPi - turn;
 }
 
+/// How a contour that lies parallel to the XY plane turns, found from the signs of its turns alone: as often
+/// as its direction comes round past the x axis, a full turn each. Turns of nearly a right angle count as one
+/// in the sum of angles, which moves that by a little at each vertex, and less than this many vertices do not
+/// bring it near 0. 0 where the signs do not tell.
+class FullTurns {
+public:
+    static int of(const AcDbPolyline& polyline) {
+        const unsigned int count = polyline.numVerts();
+        const double facing = polyline.normal().z;
+        const bool isParallel = polyline.normal().x == 0.0 && polyline.normal().y == 0.0 && facing != 0.0;
+        if (!isParallel || count > kMostVertices) return 0;
+        FullTurns turns;
+        AcGePoint2d start;
+        AcGePoint2d end;
+        (void)polyline.getPointAt(0, start);
+        for (unsigned int i = 0; i < count && turns.m_isClear; ++i, start = end) {
+            double bulge = 0.0;
+            (void)polyline.getPointAt(i + 1 < count ? i + 1 : 0, end);
+            (void)polyline.getBulgeAt(i, bulge);
+            turns.addSegment(start, end, bulge);
+        }
+        turns.close();
+        if (!turns.m_isClear) return 0;
+        return facing > 0.0 ? turns.m_count : -turns.m_count;
+    }
+
+private:
+    static constexpr unsigned int kMostVertices = 100000;
+    /// Segments and heights beyond this many point allowances are what they look like.
+    static constexpr double kClearAllowances = 16.0;
+    /// The square of the least sine of a turn that is told from a straight way or a way back.
+    static constexpr double kClearSineSquared = 1e-12;
+
+    void addSegment(const AcGePoint2d& start, const AcGePoint2d& end, double bulge) {
+        const AcGeVector2d chord = end - start;
+        const double magnitude = std::max(start.largestCoordinate(), end.largestCoordinate());
+        const double clear = kClearAllowances * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+        const double square = chord.lengthSqrd();
+        if (!(square > clear * clear)) {
+            m_isClear = false;
+        } else if (bulge == 0.0) {
+            goOn(chord);
+        } else if (0.25 * bulge * bulge * square > clear * clear) {
+            const AcGeVector2d height = chord.perpVector() * (-0.5 * bulge);
+            goOn(chord * 0.5 + height);
+            goOn(chord * 0.5 - height);
+        } else {
+            m_isClear = false;
+        }
+    }
+    void goOn(const AcGeVector2d& direction) {
+        if (m_hasDirection)
+            turn(m_last, direction);
+        else
+            m_first = direction;
+        m_hasDirection = true;
+        m_last = direction;
+    }
+    void close() {
+        if (m_hasDirection && m_isClear) turn(m_last, m_first);
+    }
+    /// Past the x axis, the short way.
+    void turn(const AcGeVector2d& from, const AcGeVector2d& to) {
+        const double sine = from.crossProduct(to);
+        if (from.dotProduct(to) < 0.0 &&
+            !(sine * sine > kClearSineSquared * from.lengthSqrd() * to.lengthSqrd()))
+            m_isClear = false;
+        const bool wasAbove = from.y >= 0.0;
+        const bool isAbove = to.y >= 0.0;
+        if (!wasAbove && isAbove && sine > 0.0) ++m_count;
+        if (wasAbove && !isAbove && sine < 0.0) --m_count;
+    }
+
+    AcGeVector2d m_first;
+    AcGeVector2d m_last;
+    bool m_hasDirection = false;
+    bool m_isClear = true;
+    int m_count = 0;
+};
+
 /// How far, in drawing units, GetGravityCenter shifts beyond the apex along the arc's axis: a ratio, three
 /// times the height of the circular segment's centroid above the chord over the bulge.
 double centroidShift(double bulge, double chord) {
@@ -157,6 +237,8 @@ int IsCCW(const AcArray<AcGePoint3d>& points, const AcArray<AcGeVector3d>& bulge
 
 bool isContourClockWise(AcDbCurve* curve) {
     CVxLogEntry entry(L"VEXOGeometryTools::isContourClockWise");
+    const AcDbPolyline* light = AcDbPolyline::cast(curve);
+    if (const int turns = light ? FullTurns::of(*light) : 0) return turns < 0;
     const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(curve));
     if (!polyline) return false;
     const AcGeTol tolerance = pointToleranceOf(kComparisonTolerance);

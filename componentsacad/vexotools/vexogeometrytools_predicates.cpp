@@ -146,6 +146,38 @@ int crossingsOfCurve(const AcGeCurve2d& curve, const AcGePoint2d& start, const A
     return crossings + (isLessThanNarrowed(point.y, apex.y) ? 1 : 0);
 }
 
+/// Does the ray to the right pass a curve clearly by: it lies above, below, or to the left of the point. Most
+/// of a ring does, and no end of an arc need be computed to know it.
+class RayPast {
+public:
+    explicit RayPast(const AcGePoint2d& point)
+        : m_point(point)
+        , m_size(point.largestCoordinate()) {}
+
+    bool passes(const AcGeCircArc2d& arc) const {
+        const AcGePoint2d center = arc.center();
+        const double reach = arc.radius() + slackAt(std::max(center.largestCoordinate(), arc.radius()));
+        return std::abs(m_point.y - center.y) > reach || m_point.x > center.x + reach;
+    }
+    bool passes(const AcGeLineSeg2d& line) const {
+        const AcGePoint2d start = line.startPoint();
+        const AcGePoint2d end = line.endPoint();
+        const double slack = slackAt(std::max(start.largestCoordinate(), end.largestCoordinate()));
+        return std::min(start.y, end.y) > m_point.y + slack || std::max(start.y, end.y) < m_point.y - slack ||
+               std::max(start.x, end.x) < m_point.x - slack;
+    }
+
+private:
+    /// More than what any comparison of the rule, or the kit's crossing test, bridges.
+    double slackAt(double magnitude) const {
+        constexpr double kShares = 4.0;
+        return kShares * (kComparisonTolerance + kComparisonTolerance * std::max(magnitude, m_size));
+    }
+
+    AcGePoint2d m_point;
+    double m_size;
+};
+
 // ---- polylines ----
 
 /// Calls visit(index) for the segments of a polyline that a point within the tolerance can lie on.
@@ -232,10 +264,17 @@ int IsInteriorPoint(AcArray<AcGePoint3d> polygon, AcGePoint3d point) {
 int IsInteriorPoint(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& point) {
     CVxLogEntry entry(L"VEXOGeometryTools::IsInteriorPoint");
     int total = 0;
+    const RayPast ray(point);
     for (const AcGeCurve2d* curve : curves) {
+        if (!curve) continue;
+        const AcGe::EntityId type = curve->type();
+        if (type == AcGe::kCircArc2d
+                ? ray.passes(static_cast<const AcGeCircArc2d&>(*curve))
+                : type == AcGe::kLineSeg2d && ray.passes(static_cast<const AcGeLineSeg2d&>(*curve)))
+            continue;
         AcGePoint2d start;
         AcGePoint2d end;
-        if (!curve || !(curve->isKindOf(AcGe::kLinearEnt2d) || curve->isKindOf(AcGe::kCircArc2d)) ||
+        if (!(curve->isKindOf(AcGe::kLinearEnt2d) || type == AcGe::kCircArc2d) ||
             !curve->hasStartPoint(start) || !curve->hasEndPoint(end))
             continue;
         const int crossings = crossingsOfCurve(*curve, start, end, point);

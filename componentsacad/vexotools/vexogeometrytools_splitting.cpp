@@ -2,15 +2,18 @@
 #include "vexogeometrytools_internal.h"
 
 #include "contourareas.h"
+#include "contourboxchain.h"
 #include "contoursplitting.h"
 
 #include "cvxlogentry.h"
 #include "dbpolyline.h"
 #include "dbxline.h"
 #include "geline3d.h"
+#include "geplane.h"
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 using namespace VEXOGeometryTools;
 using namespace vexo;
@@ -36,6 +39,81 @@ bool parameterNear(const AcDbCurve& curve, const AcGePoint3d& point, bool isFirs
     return curve.getClosestPointTo(point, closest, Adesk::kFalse) == Acad::eOk &&
            curve.getParamAtPoint(closest, parameter) == Acad::eOk;
 }
+
+/// Asks getParamAtPoint for many points on one polyline. Each is put to the segments that it is near to, one
+/// at a time in their order, as a polyline of that segment alone: the first that has the point gives the
+/// parameter, to the bit.
+class PointParameters {
+public:
+    explicit PointParameters(const AcDbPolyline& polyline)
+        : m_polyline(polyline)
+        , m_plane(AcGePoint3d::kOrigin, polyline.normal())
+        , m_chain(boxesOf(polyline)) {}
+
+    bool of(const AcGePoint3d& point, double& parameter) const {
+        const AcGePoint2d place = point.convert2d(m_plane);
+        bool found = false;
+        m_chain.forEachMeeting({place.x, place.x, place.y, place.y}, [&](std::size_t i) {
+            found = found || onSegment(static_cast<unsigned int>(i), point, parameter);
+        });
+        return found;
+    }
+
+private:
+    /// More than the point test bridges, at the coordinates and the radius of a segment.
+    static constexpr double kAllowances = 8.0;
+
+    static std::vector<BoxChain::Box> boxesOf(const AcDbPolyline& polyline) {
+        const unsigned int vertices = polyline.numVerts();
+        const unsigned int count = vertices > 0 && !polyline.isClosed() ? vertices - 1 : vertices;
+        std::vector<BoxChain::Box> boxes;
+        AcGePoint2d start;
+        AcGePoint2d end;
+        if (count > 0) (void)polyline.getPointAt(0, start);
+        for (unsigned int i = 0; i < count; ++i, start = end) {
+            double bulge = 0.0;
+            (void)polyline.getPointAt(i + 1 < vertices ? i + 1 : 0, end);
+            (void)polyline.getBulgeAt(i, bulge);
+            const double half = start.distanceTo(end) * 0.5;
+            const double size = std::abs(bulge);
+            const double radius = bulge == 0.0 ? 0.0 : half * (size + 1.0 / size);
+            const double magnitude = std::max({start.largestCoordinate(), end.largestCoordinate(), radius});
+            const double slack = kAllowances * AcGe::pointAllowance(AcGeContext::gTol, magnitude);
+            BoxChain::Box box{std::min(start.x, end.x), std::max(start.x, end.x), std::min(start.y, end.y),
+                              std::max(start.y, end.y)};
+            const AcGePoint2d middle = start + (end - start) * 0.5;
+            const double reach = half * std::max(1.0, size);
+            if (bulge != 0.0) box = {middle.x - reach, middle.x + reach, middle.y - reach, middle.y + reach};
+            boxes.push_back(box.widened(slack));
+        }
+        if (boxes.empty()) boxes.push_back(BoxChain::emptyBox());
+        return boxes;
+    }
+    bool onSegment(unsigned int index, const AcGePoint3d& point, double& parameter) const {
+        const unsigned int next = index + 1 < m_polyline.numVerts() ? index + 1 : 0;
+        AcGePoint2d start;
+        AcGePoint2d end;
+        double bulge = 0.0;
+        (void)m_polyline.getPointAt(index, start);
+        (void)m_polyline.getPointAt(next, end);
+        (void)m_polyline.getBulgeAt(index, bulge);
+        AcDbPolyline segment(2);
+        (void)segment.setNormal(m_polyline.normal());
+        (void)segment.addVertexAt(0, start, bulge);
+        (void)segment.addVertexAt(1, end);
+        double fraction = 0.0;
+        if (segment.getParamAtPoint(point, fraction) != Acad::eOk) return false;
+        AcGePoint3d seam;
+        const bool isAtSeam = next == 0 && fraction == 1.0 && segment.getEndPoint(seam) == Acad::eOk &&
+                              point.isEqualTo(seam, AcGeContext::gTol);
+        parameter = isAtSeam ? 0.0 : static_cast<double>(index) + fraction;
+        return true;
+    }
+
+    const AcDbPolyline& m_polyline;
+    AcGePlane m_plane;
+    BoxChain m_chain;
+};
 
 /// A clone of a contour and its pieces between two points: none when the points have no place on it.
 struct CutContour {
@@ -172,16 +250,14 @@ AcArray<void*> splitPolyLineByPoints(AcDbCurve* curve, AcArray<AcGePoint3d> poin
     AcArray<void*> pieces;
     const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(curve));
     if (!polyline) return pieces;
-    for (int i = 0; i < points.length(); ++i)
-        for (int j = i + 1; (j = points.find(points[i], j)) >= 0;) points.removeAt(j);
+    removeRepeats(points, AcGeContext::gTol);
     AcGeDoubleArray parameters;
+    const PointParameters onPolyline(*polyline);
     for (const AcGePoint3d& point : points) {
         double parameter = 0.0;
-        if (polyline->getParamAtPoint(point, parameter) == Acad::eOk) parameters.append(parameter);
+        if (onPolyline.of(point, parameter)) parameters.append(parameter);
     }
-    for (int i = 0; i < parameters.length(); ++i)
-        for (int j = i + 1; j < parameters.length(); ++j)
-            if (isDefinitelyLess(parameters[j], parameters[i])) parameters.swap(i, j);
+    std::sort(parameters.begin(), parameters.end());
     (void)polyline->getSplitCurves(parameters, pieces);
     return pieces;
 }
