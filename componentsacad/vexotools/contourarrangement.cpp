@@ -1,5 +1,7 @@
 #include "contourarrangement.h"
 
+#include "contourpiecepairs.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -91,10 +93,8 @@ ContourArrangement::ContourArrangement(const ContourArea& first, const ContourAr
     m_sources.reserve(count);
     for (const ContourLoop& loop : first) addLoop(loop, 0);
     for (const ContourLoop& loop : second) addLoop(loop, 1);
-    indexSegments();
     const int givenCount = static_cast<int>(m_nodes.size());
-    m_chain->forEachPair(
-        [&](std::size_t i, std::size_t j) { meet(static_cast<int>(i), static_cast<int>(j)); });
+    meetAll();
     cutAtNearNodes(givenCount);
     makeGraph();
     // Along the shorter side of the whole the rays meet fewer others.
@@ -162,12 +162,65 @@ int ContourArrangement::nodeAt(const AcGePoint2d& point, const AcGePoint2d* give
     return node;
 }
 
-void ContourArrangement::indexSegments() {
-    std::vector<PlaneBox> boxes;
-    boxes.reserve(m_segments.size());
-    for (const PlaneSegment& curve : m_curves)
-        boxes.push_back(boxOfSegment(curve.start(), curve.end(), curve.bulge()).widened(m_tolerance));
-    m_chain.emplace(std::move(boxes));
+/// The segments as PiecePairs wants them.
+class ContourArrangement::Pieces {
+public:
+    explicit Pieces(const ContourArrangement& own)
+        : m_own(own) {
+        m_boxes.reserve(own.m_segments.size());
+        for (const PlaneSegment& curve : own.m_curves)
+            m_boxes.push_back(
+                boxOfSegment(curve.start(), curve.end(), curve.bulge()).widened(own.m_tolerance));
+    }
+    const std::vector<PlaneBox>& boxes() const { return m_boxes; }
+    std::size_t count() const { return m_boxes.size(); }
+    const PlaneBox& boxOf(std::size_t i) const { return m_boxes[i]; }
+    PiecePairs::Hull hullOf(std::size_t i) const {
+        const PlaneSegment& curve = m_own.m_curves[i];
+        const AcGeVector2d rise = (curve.end() - curve.start()).perpVector() * (-0.5 * curve.bulge());
+        return {curve.start(), curve.end(), rise, 2.0 * m_own.m_tolerance};
+    }
+    PiecePairs::Run runOf(std::size_t first, std::size_t end) const {
+        PiecePairs::Run run{m_boxes[first], PiecePairs::kNone};
+        unsigned int headings = ~0U;
+        for (std::size_t i = first; i < end; ++i) {
+            run.box.extend(m_boxes[i]);
+            headings &= headingsOf(i);
+        }
+        run.headings = static_cast<std::uint8_t>(headings);
+        return run;
+    }
+
+private:
+    /// Straight segments of this many tolerances that go on one way meet where they follow on only.
+    static constexpr double kClearTolerances = 1000.0;
+
+    unsigned int headingsOf(std::size_t i) const {
+        const PlaneSegment& curve = m_own.m_curves[i];
+        const bool goesOn = i == 0 || m_own.m_segments[i - 1].to == m_own.m_segments[i].from;
+        if (!goesOn || !curve.isStraight() || !(curve.chord() > kClearTolerances * m_own.m_tolerance))
+            return PiecePairs::kNone;
+        const AcGeVector2d step = curve.end() - curve.start();
+        return PiecePairs::headingsOf(step.x, step.x, step.y, step.y);
+    }
+
+    const ContourArrangement& m_own;
+    std::vector<PlaneBox> m_boxes;
+};
+
+/// Pairs that are met twice are cut at the same nodes twice, which comes to the same.
+void ContourArrangement::meetAll() {
+    const Pieces pieces(*this);
+    bool areNeighboursFar = false;
+    const auto meetPair = [&](std::size_t i, std::size_t j) {
+        meet(static_cast<int>(i), static_cast<int>(j));
+        return false;
+    };
+    (void)PiecePairs::any(pieces, meetPair, areNeighboursFar);
+    if (areNeighboursFar)
+        m_chain.emplace(pieces.boxes(), PiecePairs::planeOrder(pieces.boxes()));
+    else
+        m_chain.emplace(pieces.boxes());
 }
 
 // ---- cutting ----

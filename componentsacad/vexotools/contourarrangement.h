@@ -72,7 +72,8 @@ private:
     void addSegment(int from, int to, double bulge, int area);
     const AcGePoint2d& pointOf(int node) const { return m_nodes[static_cast<std::size_t>(node)].point; }
     int nodeAt(const AcGePoint2d& point, const AcGePoint2d* given);
-    void indexSegments();
+    class Pieces;
+    void meetAll();
     void meet(int first, int second);
     void cross(int first, int second, const AcGePoint2d* contacts, int contactCount);
     void cut(int segment, int node);

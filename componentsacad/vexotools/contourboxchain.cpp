@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace vexo {
 
@@ -19,6 +20,18 @@ BoxChain::Box BoxChain::emptyBox() {
 
 BoxChain::BoxChain(std::vector<Box> boxes) {
     m_levels.push_back(std::move(boxes));
+    gather();
+}
+
+BoxChain::BoxChain(const std::vector<Box>& boxes, std::vector<std::size_t> order)
+    : m_order(std::move(order)) {
+    std::vector<Box>& ordered = m_levels.emplace_back();
+    ordered.reserve(boxes.size());
+    for (const std::size_t i : m_order) ordered.push_back(boxes[i]);
+    gather();
+}
+
+void BoxChain::gather() {
     while (m_levels.back().size() > 1) {
         const std::vector<Box>& below = m_levels.back();
         std::vector<Box> level;

@@ -40,6 +40,8 @@ public:
     static Box emptyBox();
 
     explicit BoxChain(std::vector<Box> boxes);
+    /// The boxes gathered in an order of their numbers, in which they are then visited, too.
+    BoxChain(const std::vector<Box>& boxes, std::vector<std::size_t> order);
 
     /// Calls visit(i) for every box that meets the query, in ascending order.
     template <typename Visit>
@@ -54,12 +56,6 @@ public:
         visitWanted(m_levels.size() - 1, 0, m_levels.back().size(), isWanted, visit);
     }
 
-    /// Calls visit(i, j), i < j, once for every two boxes that meet.
-    template <typename Visit>
-    void forEachPair(const Visit& visit) const {
-        pairsWithin(m_levels.size() - 1, 0, m_levels.back().size(), visit);
-    }
-
 private:
     static constexpr std::size_t kFanOut = 4;
 
@@ -69,33 +65,9 @@ private:
         for (std::size_t i = from; i < to; ++i) {
             if (!isWanted(m_levels[level][i])) continue;
             if (level == 0)
-                visit(i);
+                visit(m_order.empty() ? i : m_order[i]);
             else
                 visitWanted(level - 1, i * kFanOut, endOfChildren(level, i), isWanted, visit);
-        }
-    }
-
-    /// Of the boxes from..to of a level.
-    template <typename Visit>
-    void pairsWithin(std::size_t level, std::size_t from, std::size_t to, const Visit& visit) const {
-        for (std::size_t i = from; i < to; ++i) {
-            if (level > 0) pairsWithin(level - 1, i * kFanOut, endOfChildren(level, i), visit);
-            for (std::size_t j = i + 1; j < to; ++j) pairsBetween(level, i, j, visit);
-        }
-    }
-
-    template <typename Visit>
-    void pairsBetween(std::size_t level, std::size_t first, std::size_t second, const Visit& visit) const {
-        const Box& box = m_levels[level][second];
-        if (!m_levels[level][first].meets(box)) return;
-        if (level == 0) {
-            visit(first, second);
-            return;
-        }
-        for (std::size_t i = first * kFanOut; i < endOfChildren(level, first); ++i) {
-            if (!m_levels[level - 1][i].meets(box)) continue;
-            for (std::size_t j = second * kFanOut; j < endOfChildren(level, second); ++j)
-                pairsBetween(level - 1, i, j, visit);
         }
     }
 
@@ -103,7 +75,10 @@ private:
         const std::size_t end = (node + 1) * kFanOut;
         return end < m_levels[level - 1].size() ? end : m_levels[level - 1].size();
     }
+    void gather();
+
     std::vector<std::vector<Box>> m_levels; ///< the given boxes first
+    std::vector<std::size_t> m_order;       ///< of the given boxes; empty when they stand as given
 };
 
 } // namespace vexo

@@ -18,7 +18,50 @@ AcGeVector2d halfTurnOf(double cosine, double sine) {
     return cosine >= 0.0 ? AcGeVector2d(larger, smaller) : AcGeVector2d(smaller, larger);
 }
 
+struct PlacedBox {
+    double x;
+    double y;
+    std::size_t number;
+};
+
+/// Halves the range across its longer side, at whole groups of the largest power of the fan-out, and goes on
+/// with both halves.
+void putInPlaneOrder(PlacedBox* from, PlacedBox* to, std::size_t fanOut) {
+    const auto count = static_cast<std::size_t>(to - from);
+    if (count <= fanOut) return;
+    std::size_t group = fanOut;
+    while (group * fanOut < count) group *= fanOut;
+    PlacedBox* const middle = from + group * ((count + group - 1) / group / 2);
+    const auto [lowX, highX] =
+        std::minmax_element(from, to, [](const PlacedBox& a, const PlacedBox& b) { return a.x < b.x; });
+    const auto [lowY, highY] =
+        std::minmax_element(from, to, [](const PlacedBox& a, const PlacedBox& b) { return a.y < b.y; });
+    const bool isWide = highX->x - lowX->x > highY->y - lowY->y;
+    std::nth_element(from, middle, to, [isWide](const PlacedBox& a, const PlacedBox& b) {
+        return isWide ? a.x < b.x : a.y < b.y;
+    });
+    putInPlaneOrder(from, middle, fanOut);
+    putInPlaneOrder(middle, to, fanOut);
+}
+
 } // namespace
+
+std::vector<std::size_t> PiecePairs::planeOrder(const std::vector<Box>& boxes) {
+    std::vector<PlacedBox> places;
+    places.reserve(boxes.size());
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        const double x = boxes[i].lowX + boxes[i].highX;
+        const double y = boxes[i].lowY + boxes[i].highY;
+        // One without a place, which meets nothing, stands anywhere.
+        const bool hasPlace = std::isfinite(x) && std::isfinite(y);
+        places.push_back({hasPlace ? x : 0.0, hasPlace ? y : 0.0, i});
+    }
+    putInPlaneOrder(places.data(), places.data() + places.size(), kFanOut);
+    std::vector<std::size_t> order;
+    order.reserve(places.size());
+    for (const PlacedBox& place : places) order.push_back(place.number);
+    return order;
+}
 
 void PiecePairs::addLevels() {
     while (m_levels.back().runs.size() > 1) {
@@ -91,7 +134,7 @@ bool PiecePairs::SlantedBox::hasBeyond(const SlantedBox& other) const {
                halfAlong + other.halfAlong * turnAlong + other.halfAcross * turnAcross;
 }
 
-void PiecePairs::addSlantedBoxes() {
+void PiecePairs::gatherSlantedBoxes() {
     const std::vector<SlantedBox>* below = &m_slantedPieces;
     for (Level& level : m_levels) {
         level.slanted.reserve(level.runs.size());

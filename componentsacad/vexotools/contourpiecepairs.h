@@ -13,8 +13,8 @@ namespace vexo {
 
 /// Pairs of pieces of one contour that come near each other. Boxes of consecutive pieces are gathered four by
 /// four into larger ones, level on level; neighbours along a contour lie near each other in the plane too, so
-/// that most pairs are never looked at. Where upright boxes tell too little (long slanting pieces side by
-/// side) boxes along the pieces take over.
+/// that most pairs are never looked at. Where that tells too little (spirals, long slanting pieces side by
+/// side) the pieces are gathered by their places in the plane, in boxes along them.
 class PiecePairs {
 public:
     using Box = BoxChain::Box;
@@ -29,6 +29,15 @@ public:
     /// Ways that all pieces of a run go: a set of these. Straight pieces that follow on each other, one way
     /// in x and one way in y, each of some length, move on with every piece and cannot come back.
     enum Heading : std::uint8_t { kNone = 0, kRight = 1, kLeft = 2, kUp = 4, kDown = 8 };
+    /// The ways of steps whose components lie between these bounds.
+    static unsigned int headingsOf(double leastX, double mostX, double leastY, double mostY) {
+        unsigned int headings = kNone;
+        if (leastX >= 0.0) headings |= kRight;
+        if (mostX <= 0.0) headings |= kLeft;
+        if (leastY >= 0.0) headings |= kUp;
+        if (mostY <= 0.0) headings |= kDown;
+        return headings;
+    }
     struct Run {
         Box box;
         std::uint8_t headings; ///< kNone where a piece may not be passed over on the ground of where it goes
@@ -42,26 +51,80 @@ public:
     /// A box with a NaN, or with its sides crossed over, meets none; in runs a NaN is passed over.
     template <typename Pieces, typename Predicate>
     static bool any(const Pieces& pieces, const Predicate& isWanted) {
+        bool areNeighboursFar = false;
+        return any(pieces, isWanted, areNeighboursFar);
+    }
+    /// The same, and whether neighbours along the contour turned out to say little about places in the plane.
+    template <typename Pieces, typename Predicate>
+    static bool any(const Pieces& pieces, const Predicate& isWanted, bool& areNeighboursFar) {
+        areNeighboursFar = false;
         if (pieces.count() < 2) return false;
         PiecePairs pairs;
         pairs.gather(pieces);
-        // More than this many pairs for each piece, and upright boxes are not good enough.
+        // More than this many pairs, or looks at two runs, for each piece, and upright boxes are not good
+        // enough; nor are neighbours, when boxes along them take too many looks.
         constexpr std::size_t manyPairs = 4;
+        constexpr std::size_t manyLooks = 4;
+        constexpr std::size_t tooManyLooks = 4;
+        const std::size_t top = pairs.m_levels.size();
         std::size_t budget = manyPairs * (pieces.count() + 1);
         bool found = false;
         const auto ask = [&](std::size_t i, std::size_t j) {
             if (budget-- == 0) return true;
             return found = isWanted(i, j);
         };
-        const std::size_t top = pairs.m_levels.size();
+        pairs.m_looks = manyLooks * (pieces.count() + 1);
         if (!pairs.anyWithin(pieces, top, 0, ask) || found) return found;
-        for (std::size_t i = 0; i < pieces.count(); ++i) pairs.m_slantedPieces.emplace_back(pieces.hullOf(i));
-        pairs.addSlantedBoxes();
-        return pairs.anyWithin(pieces, top, 0, isWanted);
+        pairs.addSlantedBoxes(pieces);
+        const auto askAnyhow = [&](std::size_t i, std::size_t j) { return found = isWanted(i, j); };
+        pairs.m_looks = tooManyLooks * (pieces.count() + 1);
+        if (!pairs.anyWithin(pieces, top, 0, askAnyhow) || found) return found;
+        areNeighboursFar = true;
+        // Neighbours in the plane instead of neighbours along the contour, and boxes along the pieces.
+        const InPlaneOrder<Pieces> inOrder(pieces);
+        PiecePairs planePairs;
+        planePairs.gather(inOrder);
+        planePairs.addSlantedBoxes(inOrder);
+        return planePairs.anyWithin(
+            inOrder, planePairs.m_levels.size(), 0, [&](std::size_t i, std::size_t j) {
+                const std::size_t first = inOrder[i];
+                const std::size_t second = inOrder[j];
+                return first < second ? isWanted(first, second) : isWanted(second, first);
+            });
     }
+
+    /// The numbers of boxes in an order in which those whose middles lie near each other stand together, in
+    /// groups of four and of four groups.
+    static std::vector<std::size_t> planeOrder(const std::vector<Box>& boxes);
 
 private:
     static constexpr std::size_t kFanOut = 4;
+
+    /// The pieces in that order, as pieces of no contour.
+    template <typename Pieces>
+    class InPlaneOrder {
+    public:
+        explicit InPlaneOrder(const Pieces& pieces)
+            : m_pieces(pieces) {
+            std::vector<Box> boxes;
+            boxes.reserve(pieces.count());
+            for (std::size_t i = 0; i < pieces.count(); ++i) boxes.push_back(pieces.boxOf(i));
+            m_order = planeOrder(boxes);
+        }
+        std::size_t operator[](std::size_t place) const { return m_order[place]; }
+        std::size_t count() const { return m_order.size(); }
+        Box boxOf(std::size_t place) const { return m_pieces.boxOf(m_order[place]); }
+        Hull hullOf(std::size_t place) const { return m_pieces.hullOf(m_order[place]); }
+        Run runOf(std::size_t first, std::size_t end) const {
+            Run run{BoxChain::emptyBox(), kNone};
+            for (std::size_t i = first; i < end; ++i) run.box.extend(boxOf(i));
+            return run;
+        }
+
+    private:
+        const Pieces& m_pieces;
+        std::vector<std::size_t> m_order;
+    };
 
     /// A rectangle along an axis of its own. Only asked where the upright boxes meet.
     struct SlantedBox {
@@ -94,7 +157,13 @@ private:
         addLevels();
     }
     void addLevels();
-    void addSlantedBoxes();
+    template <typename Pieces>
+    void addSlantedBoxes(const Pieces& pieces) {
+        m_slantedPieces.reserve(pieces.count());
+        for (std::size_t i = 0; i < pieces.count(); ++i) m_slantedPieces.emplace_back(pieces.hullOf(i));
+        gatherSlantedBoxes();
+    }
+    void gatherSlantedBoxes();
 
     /// What stands on level 0 are the pieces themselves, on level k the runs of m_levels[k - 1].
     const std::vector<Run>& runsOf(std::size_t level) const { return m_levels[level - 1].runs; }
@@ -126,6 +195,7 @@ private:
     template <typename Pieces, typename Predicate>
     bool anyBetween(const Pieces& pieces, std::size_t level, std::size_t first, std::size_t second,
                     const Predicate& isWanted) const {
+        if (m_looks-- == 0) return true;
         const Run& run1 = runsOf(level)[first];
         const Run& run2 = runsOf(level)[second];
         if (!run1.box.meets(run2.box) || areApart(m_levels[level - 1].slanted, first, second)) return false;
@@ -161,6 +231,8 @@ private:
 
     std::vector<Level> m_levels;
     std::vector<SlantedBox> m_slantedPieces;
+    /// Looks at two runs that are left; the search ends when there are none.
+    mutable std::size_t m_looks = static_cast<std::size_t>(-1);
 };
 
 } // namespace vexo

@@ -260,8 +260,7 @@ PiecePairs::Run ContourSegments::straightRunOf(std::size_t first, std::size_t en
         at = next;
     }
     const double reach = kReachAllowances * m_allowance;
-    const int headings = (leastX >= 0.0 ? PiecePairs::kRight : 0) | (mostX <= 0.0 ? PiecePairs::kLeft : 0) |
-                         (leastY >= 0.0 ? PiecePairs::kUp : 0) | (mostY <= 0.0 ? PiecePairs::kDown : 0);
+    const unsigned int headings = PiecePairs::headingsOf(leastX, mostX, leastY, mostY);
     return {{lowX - reach, highX + reach, lowY - reach, highY + reach},
             static_cast<std::uint8_t>(areClear ? headings : 0)};
 }
