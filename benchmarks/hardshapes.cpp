@@ -1,5 +1,5 @@
-// Shapes on which an index that trusts in neighbours helps little: spirals, combs, spikes, fans. What is looked
-// at is how the time grows from size to size.
+// Shapes on which an index that trusts in neighbours helps little: spirals, combs, spikes, fans. What is
+// looked at is how the time grows from size to size.
 #include "vexogeometrytools.h"
 
 #include "dbline.h"
@@ -32,7 +32,8 @@ AcArray<AcGePoint3d> spiral(int count, double angle) {
         inwards.append(AcGePoint3d(size * x[i % 4], size * y[i % 4], 0));
     }
     AcArray<AcGePoint3d> points(inwards);
-    for (int i = half - 1; i >= 0; --i) points.append(inwards[i] - (inwards[i] - AcGePoint3d::kOrigin) * (0.3 / (half - i)));
+    for (int i = half - 1; i >= 0; --i)
+        points.append(inwards[i] - (inwards[i] - AcGePoint3d::kOrigin) * (0.3 / (half - i)));
     for (AcGePoint3d& point : points) point.rotateBy(angle, AcGeVector3d::kZAxis);
     return points;
 }
@@ -67,7 +68,8 @@ std::unique_ptr<AcDbPolyline> contourOf(int form, int count, double shift = 0.0)
     const AcArray<AcGePoint3d> points = pointsOf(form, count);
     auto polyline = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
     for (const AcGePoint3d& point : points)
-        (void)polyline->addVertexAt(polyline->numVerts(), {point.x + shift, point.y + 0.7 * shift}, form == kArcs ? 0.1 : 0.0);
+        (void)polyline->addVertexAt(polyline->numVerts(), {point.x + shift, point.y + 0.7 * shift},
+                                    form == kArcs ? 0.1 : 0.0);
     polyline->setClosed(Adesk::kTrue);
     return polyline;
 }
@@ -87,7 +89,8 @@ void CrossingItself(benchmark::State& state) {
     const AcArray<AcGePoint3d> points = pointsOf(form, static_cast<int>(state.range(1)));
     const AcArray<double> bulges = bulgesOf(points, form);
     bool crosses = false;
-    for (auto _ : state) benchmark::DoNotOptimize(crosses = isSelfIntersecting(points, bulges, AcGeVector3d::kZAxis, 1.0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(crosses = isSelfIntersecting(points, bulges, AcGeVector3d::kZAxis, 1.0));
     if (crosses) state.SkipWithError("crosses itself");
     state.SetLabel(kFormNames[form]);
 }
@@ -122,7 +125,8 @@ void OneOpening(benchmark::State& state) {
         (void)square.addVertexAt(square.numVerts(), {at.x + 1.5 * x, at.y + 1.4 * y});
     square.setClosed(Adesk::kTrue);
     for (auto _ : state)
-        for (void* part : splitContourByHole(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis, contour.get(), &square))
+        for (void* part :
+             splitContourByHole(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis, contour.get(), &square))
             delete static_cast<AcDbCurve*>(part);
     state.SetLabel(kFormNames[form]);
 }
@@ -145,7 +149,8 @@ void PointsOnCircle(benchmark::State& state) {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> coordinate(-20.0, 20.0);
     AcArray<AcGePoint3d> points;
-    for (int i = 0; i < size(state); ++i) points.append(AcGePoint3d(coordinate(random), coordinate(random), 0));
+    for (int i = 0; i < size(state); ++i)
+        points.append(AcGePoint3d(coordinate(random), coordinate(random), 0));
     const AcGeCircArc3d circle(AcGePoint3d(1, 2, 0), AcGeVector3d::kZAxis, 7.0);
     for (auto _ : state) {
         AcArray<AcGePoint3d> moved(points);
@@ -164,7 +169,8 @@ void ConcatenateFan(benchmark::State& state) {
     for (auto _ : state) {
         AcArray<void*> segments;
         for (int i = 0; i < size(state); ++i)
-            segments.append(static_cast<AcGeCurve3d*>(new AcGeLineSeg3d(AcGePoint3d(1, 1, 0), spoke(i, size(state)))));
+            segments.append(
+                static_cast<AcGeCurve3d*>(new AcGeLineSeg3d(AcGePoint3d(1, 1, 0), spoke(i, size(state)))));
         ConcatenateLineSegments(segments, 1e-3);
         for (void* segment : segments) delete static_cast<AcGeCurve3d*>(segment);
     }
@@ -177,7 +183,8 @@ void DuplicatesInFans(benchmark::State& state) {
         AcArray<void*> curves;
         for (int i = 0; i < size(state); ++i) {
             const AcGePoint3d end = spoke(i, size(state));
-            curves.append(static_cast<AcDbCurve*>(i % 2 ? new AcDbLine(AcGePoint3d(1, 1, 0), end) : new AcDbLine(end, AcGePoint3d(-end.x, -end.y, 0))));
+            curves.append(static_cast<AcDbCurve*>(i % 2 ? new AcDbLine(AcGePoint3d(1, 1, 0), end)
+                                                        : new AcDbLine(end, AcGePoint3d(-end.x, -end.y, 0))));
         }
         RemoveDuplicates(curves, AcGeVector3d::kZAxis);
         for (void* curve : curves) delete static_cast<AcDbCurve*>(curve);
@@ -202,7 +209,8 @@ BENCHMARK(InsideRingOfCurves)->Apply(sizes);
 
 void InsideContourOfArcs(benchmark::State& state) {
     const auto contour = contourOf(kArcs, size(state));
-    for (auto _ : state) benchmark::DoNotOptimize(isPointInsideContour(AcGePoint3d(12.3, 45.6, 0), contour.get()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(isPointInsideContour(AcGePoint3d(12.3, 45.6, 0), contour.get()));
 }
 BENCHMARK(InsideContourOfArcs)->Apply(sizes);
 

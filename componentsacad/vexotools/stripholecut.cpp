@@ -38,9 +38,43 @@ struct Cut {
     double allowed;   ///< area that rounding and nudges may leave wrong
 };
 
-double sliverOf(const PlaneBox& box, double size) {
-    const double width = kSliverNudges * kExtentsNudge + kSliverTolerances * kComparisonTolerance * size;
-    return width * box.halfPerimeter();
+/// What is narrower comes from rounding and nudges.
+double sliverWidth(double size) {
+    return kSliverNudges * kExtentsNudge + kSliverTolerances * kComparisonTolerance * size;
+}
+
+double sliverOf(const PlaneBox& box, double size) { return sliverWidth(size) * box.halfPerimeter(); }
+
+/// Does a way go to a tip and come back along itself, as far as the shorter part of it reaches.
+bool comesBack(const ContourVertex& from, const ContourVertex& tip, const ContourVertex& to, double width) {
+    const AcGeVector2d there(tip.x - from.x, tip.y - from.y);
+    const AcGeVector2d back(to.x - tip.x, to.y - tip.y);
+    const double longer = std::max(there.length(), back.length());
+    return there.dotProduct(back) < 0.0 && std::abs(there.crossProduct(back)) <= width * longer;
+}
+
+/// The part without its hairs: where a cut runs beside a side that is upright but for rounding, or was nudged
+/// off it, a part may reach along that side with next to no width.
+ContourLoop withoutHairs(ContourLoop loop, double width) {
+    std::vector<ContourVertex>& vertices = loop.vertices;
+    for (std::size_t i = 0; i < vertices.size() && vertices.size() > 3;) {
+        const std::size_t count = vertices.size();
+        const ContourVertex& from = vertices[(i + count - 1) % count];
+        const std::size_t next = (i + 1) % count;
+        const AcGeVector2d step(vertices[next].x - vertices[i].x, vertices[next].y - vertices[i].y);
+        const bool isBlunt = step.length() <= width;
+        const std::size_t end = isBlunt ? (i + 2) % count : next;
+        const bool isStraight =
+            from.bulge == 0.0 && vertices[i].bulge == 0.0 && vertices[next].bulge * isBlunt == 0.0;
+        if (!isStraight || !comesBack(from, vertices[i], vertices[end], width)) {
+            ++i;
+            continue;
+        }
+        if (isBlunt) vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(next));
+        vertices.erase(vertices.begin() + static_cast<std::ptrdiff_t>(isBlunt && next < i ? i - 1 : i));
+        i = i > 2 ? i - 2 : 0;
+    }
+    return loop;
 }
 
 std::unique_ptr<AcDbPolyline> planePolyline(const ContourLoop& loop) {
@@ -239,15 +273,13 @@ bool cutAroundHole(const ContourLoop& piece, const Opening& hole, std::vector<Co
     const PlaneBox pieceBox = boxOf(piece);
     if (!pieceBox.overlaps(hole.box)) return false;
     const double sliver = std::max(sliverArea(hole.box), sliverArea(pieceBox));
-    switch (cutCleanly(piece, pieceBox, hole, sliver, parts)) {
-    case CleanCut::kApart:
-        return false;
-    case CleanCut::kCut:
-        return true;
-    case CleanCut::kUnclear:
-        break;
-    }
-    return cutByAreas(piece, pieceBox, hole, parts);
+    std::vector<ContourLoop> rough;
+    const CleanCut clean = cutCleanly(piece, pieceBox, hole, sliver, rough);
+    const bool isCut =
+        clean == CleanCut::kCut || (clean == CleanCut::kUnclear && cutByAreas(piece, pieceBox, hole, rough));
+    const double width = sliverWidth(std::max(pieceBox.largerSide(), hole.box.largerSide()));
+    for (ContourLoop& part : rough) parts.push_back(withoutHairs(std::move(part), width));
+    return isCut;
 }
 
 } // namespace vexo

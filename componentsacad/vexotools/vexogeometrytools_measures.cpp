@@ -66,17 +66,19 @@ double turnBetween(const AcGeVector3d& incoming, const AcGeVector3d& outgoing) {
     return turn > 0 ? kPi - turn : -kPi - turn;
 }
 
-/// How a contour that lies parallel to the XY plane turns, found from the signs of its turns alone: as often
-/// as its direction comes round past the x axis, a full turn each. Turns of nearly a right angle count as one
-/// in the sum of angles, which moves that by a little at each vertex, and less than this many vertices do not
-/// bring it near 0. 0 where the signs do not tell.
+/// The sum of a contour's turns at its vertices, of one that lies parallel to the XY plane, without an angle
+/// for each: with the turns from half chord to half chord within the arcs it makes full turns, as many as the
+/// direction comes round past the x axis. Turns of nearly a right angle count as one in the contract's sum,
+/// which moves that a little at each vertex; where that could matter, and where the signs do not tell, the
+/// sum is not known.
 class FullTurns {
 public:
-    static int of(const AcDbPolyline& polyline) {
+    /// 0 when it is not known.
+    static double sumOf(const AcDbPolyline& polyline) {
         const unsigned int count = polyline.numVerts();
         const double facing = polyline.normal().z;
         const bool isParallel = polyline.normal().x == 0.0 && polyline.normal().y == 0.0 && facing != 0.0;
-        if (!isParallel || count > kMostVertices) return 0;
+        if (!isParallel) return 0.0;
         FullTurns turns;
         AcGePoint2d start;
         AcGePoint2d end;
@@ -88,12 +90,15 @@ public:
             turns.addSegment(start, end, bulge);
         }
         turns.close();
-        if (!turns.m_isClear) return 0;
-        return facing > 0.0 ? turns.m_count : -turns.m_count;
+        const double sum = 2.0 * kPi * turns.m_count - turns.m_withinArcs;
+        const bool isKnown = turns.m_isClear && std::abs(sum) > kMostOff * (1.0 + count);
+        if (!isKnown) return 0.0;
+        return facing > 0.0 ? sum : -sum;
     }
 
 private:
-    static constexpr unsigned int kMostVertices = 100000;
+    /// An angle whose sine is within 2e-10 of 1 is no farther from a right one, and all rounding is less.
+    static constexpr double kMostOff = 3e-5;
     /// Segments and heights beyond this many point allowances are what they look like.
     static constexpr double kClearAllowances = 16.0;
     /// The square of the least sine of a turn that is told from a straight way or a way back.
@@ -112,6 +117,7 @@ private:
             const AcGeVector2d height = chord.perpVector() * (-0.5 * bulge);
             goOn(chord * 0.5 + height);
             goOn(chord * 0.5 - height);
+            m_withinArcs += 2.0 * std::atan(bulge);
         } else {
             m_isClear = false;
         }
@@ -144,6 +150,7 @@ private:
     bool m_hasDirection = false;
     bool m_isClear = true;
     int m_count = 0;
+    double m_withinArcs = 0.0;
 };
 
 /// How far, in drawing units, GetGravityCenter shifts beyond the apex along the arc's axis: a ratio, three
@@ -238,7 +245,7 @@ int IsCCW(const AcArray<AcGePoint3d>& points, const AcArray<AcGeVector3d>& bulge
 bool isContourClockWise(AcDbCurve* curve) {
     CVxLogEntry entry(L"VEXOGeometryTools::isContourClockWise");
     const AcDbPolyline* light = AcDbPolyline::cast(curve);
-    if (const int turns = light ? FullTurns::of(*light) : 0) return turns < 0;
+    if (const double sum = light ? FullTurns::sumOf(*light) : 0.0; sum != 0.0) return sum < 0.0;
     const std::unique_ptr<AcDbPolyline> polyline(ConvertToPolyline(curve));
     if (!polyline) return false;
     const AcGeTol tolerance = pointToleranceOf(kComparisonTolerance);

@@ -180,52 +180,6 @@ TEST(ArcArithmetic, DecimalsAreRoundedToThoseOfTheStep) {
         EXPECT_EQ(truncateDecimals(c.value, c.step), c.result) << c.value << ", " << c.step;
 }
 
-TEST(ArcArithmetic, PointsAreSnappedToTheCircleAndSorted) {
-    const AcGeCircArc3d whole(AcGePoint3d(1, 1, 0), kUp, 2.0);
-    AcArray<AcGePoint3d> points = pointsOf({{1, 9, 0}, {1, 1, 0}, {-3, 1, 0}, {1.5, 1, 0}});
-    getPointsOnCircle(whole, points);
-    EXPECT_FALSE(arePointsDiff(points, pointsOf({{3, 1, 0}, {1, 3, 0}, {-1, 1, 0}})));
-    // An arc that the line meets once only leaves the point where it is.
-    AcArray<AcGePoint3d> one = pointsOf({{9, 1, 0}});
-    getPointsOnCircle(AcGeCircArc3d(AcGePoint3d(1, 1, 0), kUp, AcGeVector3d::kXAxis, 2.0, -1.0, 1.0), one);
-    EXPECT_EQ(one[0], AcGePoint3d(9, 1, 0));
-}
-
-TEST(ArcArithmetic, TangentsTouchTheCircleAtARightAngle) {
-    const AcGeCircArc3d circle(AcGePoint3d(2, -1, 0), kUp, 1.5);
-    AcGePoint3d first(7, 7, 7);
-    AcGePoint3d second(7, 7, 7);
-    for (const AcGePoint3d& from :
-         {AcGePoint3d(2, -1, 0), AcGePoint3d(2.5, -1, 0), AcGePoint3d(3.5 + 1e-11, -1, 0)})
-        EXPECT_FALSE(getArcTangents(circle, from, first, second));
-    EXPECT_EQ(first.x, 7.0);
-    for (const AcGePoint3d& from : {AcGePoint3d(6, 2, 0), AcGePoint3d(-30, 0, 0), AcGePoint3d(3.6, -1, 0)}) {
-        ASSERT_TRUE(getArcTangents(circle, from, first, second));
-        for (const AcGePoint3d& touch : {first, second}) {
-            EXPECT_NEAR(touch.distanceTo(circle.center()), 1.5, 1e-9);
-            EXPECT_NEAR((touch - from).dotProduct(touch - circle.center()), 0.0, 1e-6);
-        }
-        EXPECT_GT((circle.center() - from).crossProduct(first - from).z, 0.0);
-        EXPECT_LT((circle.center() - from).crossProduct(second - from).z, 0.0);
-    }
-}
-
-TEST(ArcArithmetic, DifferencesOfArcEndsAreSignedLengths) {
-    const auto arcOf = [](double start, double end) {
-        return AcGeCircArc3d(AcGePoint3d(1, 1, 0), kUp, AcGeVector3d::kXAxis, 2.0, start, end);
-    };
-    const struct {
-        double start, end, startDifference, endDifference;
-    } cases[] = {{1.0, 2.0, 0.0, 0.0}, {1.2, 2.5, 0.4, 1.0}, {0.7, 1.8, -0.6, -0.4}, {1.1, 1.9, 0.2, -0.2}};
-    for (const auto& c : cases) {
-        double atStart = kNaN;
-        double atEnd = kNaN;
-        getArcDifferences(arcOf(1.0, 2.0), arcOf(c.start, c.end), atStart, atEnd);
-        EXPECT_NEAR(atStart, c.startDifference, 1e-12) << c.start;
-        EXPECT_NEAR(atEnd, c.endDifference, 1e-12) << c.end;
-    }
-}
-
 TEST(ArcArithmetic, LastSegmentOfAPolylineIsStraightened) {
     AcDbPolyline polyline;
     EXPECT_TRUE(setLastBulgeToZero(&polyline));

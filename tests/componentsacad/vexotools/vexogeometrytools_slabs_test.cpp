@@ -3,6 +3,7 @@
 
 #include "contourareas.h"
 #include "contourcases.h"
+#include "plaincontour.h"
 #include "scanlines.h"
 #include "slabcases.h"
 
@@ -36,7 +37,8 @@ scanlines::Figure figureOf(const Slab& slab, const AcGePoint2d& origin) {
     return figure;
 }
 
-/// Does a segment cross another one, away from both segments' ends.
+/// Does a segment cross another one, away from both segments' ends, or two straight ones run along each
+/// other.
 bool crossesItself(const AcDbPolyline& strip, double away) {
     const unsigned int count = strip.numVerts();
     const auto isAtEnd = [&](const AcGePoint3d& point, unsigned int segment) {
@@ -45,10 +47,30 @@ bool crossesItself(const AcDbPolyline& strip, double away) {
         (void)strip.getPointAt((segment + 1) % count, end);
         return point.distanceTo(start) < away || point.distanceTo(end) < away;
     };
+    const auto runTogether = [&](unsigned int i, unsigned int j) {
+        AcGeLineSeg3d a, b;
+        AcGeCircArc3d arc, other;
+        if (strip.getArcSegAt(i, arc) == Acad::eOk && strip.getArcSegAt(j, other) == Acad::eOk) {
+            AcGePoint3d apex;
+            return arc.center().distanceTo(other.center()) + std::abs(arc.radius() - other.radius()) < away &&
+                   getMiddleOfArc(other, apex) && arc.distanceTo(apex) < away;
+        }
+        if (strip.getLineSegAt(i, a) != Acad::eOk || strip.getLineSegAt(j, b) != Acad::eOk) return false;
+        const AcGeVector3d along = a.direction();
+        const auto place = [&](const AcGePoint3d& p) { return (p - a.startPoint()).dotProduct(along); };
+        const auto off = [&](const AcGePoint3d& p) {
+            return (p - a.startPoint()).crossProduct(along).length();
+        };
+        const auto [low, high] = std::minmax({place(b.startPoint()), place(b.endPoint())});
+        return std::max(off(b.startPoint()), off(b.endPoint())) < 0.1 * away &&
+               std::min(high, a.length()) - std::max(low, 0.0) > away;
+    };
     for (unsigned int i = 0; i < count; ++i)
-        for (unsigned int j = i + 1; j < count; ++j)
+        for (unsigned int j = i + 1; j < count; ++j) {
+            if (runTogether(i, j)) return true;
             for (const AcGePoint3d& point : meetingsOf(strip, i, strip, j, AcGeTol()))
                 if (!isAtEnd(point, i) && !isAtEnd(point, j)) return true;
+        }
     return false;
 }
 
@@ -122,46 +144,103 @@ TEST(SplitContourByHoles, StripsAreTheSlabWithoutItsOpeningsForEveryKindOfSlab) 
     }
 }
 
-// ---- the list against its plain form ----
+// ---- against the plain steps ----
 
 namespace {
 
-/// Every piece against every hole, every pair of strips from the start after each merge.
-std::vector<std::unique_ptr<AcDbPolyline>> splitPlainly(const Slab& slab) {
-    std::vector<std::unique_ptr<AcDbCurve>> holes;
+using plaincontour::Owned;
+
+/// In the XY plane, the other way round for a look from below.
+std::unique_ptr<AcDbPolyline> flatOf(const AcDbPolyline& polyline) {
+    Vertices vertices;
+    for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+        AcGePoint3d point;
+        (void)polyline.getPointAt(i, point);
+        vertices.push_back({point.x, point.y, bulgeOf(polyline, i) * (polyline.normal().z < 0 ? -1 : 1)});
+    }
+    return polylineOf(vertices, true);
+}
+
+/// Does a strip touch itself: it is two strips then.
+bool isPinched(const AcDbPolyline& strip, double away) {
+    const unsigned int count = strip.numVerts();
+    for (unsigned int i = 0; i < count; ++i)
+        for (unsigned int step = 1; step + 1 < count; ++step) {
+            AcGePoint3d point;
+            AcGeLineSeg3d line;
+            AcGeCircArc3d arc;
+            (void)strip.getPointAt(i, point);
+            const unsigned int j = (i + step) % count;
+            if (strip.getLineSegAt(j, line) == Acad::eOk
+                    ? line.distanceTo(point) < away
+                    : strip.getArcSegAt(j, arc) == Acad::eOk && arc.distanceTo(point) < away)
+                return true;
+        }
+    return false;
+}
+
+/// As faultOf, of parts in the form of the plain steps.
+std::string faultOf(const Slab& slab, const std::vector<Owned>& parts) {
+    AcArray<void*> copies;
+    for (const Owned& part : parts) {
+        if (isPinched(*AcDbPolyline::cast(part.get()), 1e-3 * slab.millimetre)) return "a pinched strip";
+        copies.append(static_cast<AcDbCurve*>(AcDbCurve::cast(part->clone())));
+    }
+    return faultOf(slab, Curves(copies));
+}
+
+/// Crumbs do not count.
+void expectSameParts(const Slab& slab, const Curves& parts, const std::vector<Owned>& expected) {
+    const double crumb = slab.millimetre * slab.millimetre;
+    std::vector<const AcDbCurve*> given, wanted;
+    for (int i = 0; i < parts.count(); ++i)
+        if (areaOf(parts[i]) > crumb) given.push_back(&parts[i]);
+    for (const Owned& part : expected)
+        if (areaOf(*part) > crumb) wanted.push_back(part.get());
+    ASSERT_EQ(given.size(), wanted.size());
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        const AcDbCurve& own = *given[i];
+        const AcDbCurve& plain = *wanted[i];
+        // A cut at an arc's tangent, by a nudge more or less, moves its ends by the root of that.
+        const double corner = 1e-2 * slab.millimetre + 3e-4 * std::sqrt(2000 * slab.millimetre);
+        EXPECT_NEAR(areaOf(own), areaOf(plain), 1e-7 * areaOf(*slab.contour)) << i;
+        EXPECT_LT(boxOf(own).minPoint().distanceTo(boxOf(plain).minPoint()), corner) << i;
+        EXPECT_LT(boxOf(own).maxPoint().distanceTo(boxOf(plain).maxPoint()), corner) << i;
+    }
+}
+
+/// Each piece against each opening, then pairs of strips from the start after each merge.
+std::vector<Owned> splitPlainly(const Slab& slab) {
+    struct Piece {
+        Owned contour;
+        std::vector<bool> isDone;
+    };
+    std::vector<Owned> holes;
     for (const auto& opening : slab.openings) {
         AcDbCurve* common = getComonSurfaceFromPolylines(slab.contour.get(), opening.get());
         holes.emplace_back(common ? common : AcDbCurve::cast(opening->clone()));
     }
-    struct Piece {
-        std::unique_ptr<AcDbPolyline> contour;
-        std::vector<bool> isDone;
-    };
-    const auto owned = [](void* curve) {
-        return std::unique_ptr<AcDbPolyline>(AcDbPolyline::cast(static_cast<AcDbCurve*>(curve)));
-    };
     std::deque<Piece> pieces;
-    pieces.push_back({owned(AcDbCurve::cast(slab.contour->clone())), std::vector<bool>(holes.size())});
-    std::vector<std::unique_ptr<AcDbPolyline>> strips;
+    pieces.push_back({plaincontour::cloneOf(*slab.contour), std::vector<bool>(holes.size())});
+    std::vector<Owned> strips;
     for (; !pieces.empty(); pieces.pop_front()) {
         Piece& piece = pieces.front();
         bool isCut = false;
         for (std::size_t j = 0; j < holes.size() && !isCut; ++j) {
             if (piece.isDone[j]) continue;
-            for (void* part : splitContourByHole(slab.base, slab.dir, piece.contour.get(), holes[j].get())) {
-                pieces.push_back({owned(part), piece.isDone});
+            for (Owned& part :
+                 plaincontour::splitAround(slab.base, slab.dir, *AcDbPolyline::cast(piece.contour.get()),
+                                           *AcDbPolyline::cast(holes[j].get()))) {
+                pieces.push_back({std::move(part), piece.isDone});
                 pieces.back().isDone[j] = true;
                 isCut = true;
             }
-            // Nothing comes back for a piece that the hole covers either.
-            const auto common = owned(getComonSurfaceFromPolylines(piece.contour.get(), holes[j].get()));
-            isCut = isCut || (common && areaOf(*common) > areaOf(*piece.contour) * (1 - 1e-9));
         }
         if (!isCut) strips.push_back(std::move(piece.contour));
     }
     for (std::size_t a = 0; a < strips.size(); ++a)
         for (std::size_t b = a + 1; b < strips.size(); ++b) {
-            auto merged = owned(MergeContoursIfTheyHaveOneComonSegment(strips[a].get(), strips[b].get()));
+            Owned merged(MergeContoursIfTheyHaveOneComonSegment(strips[a].get(), strips[b].get()));
             if (!merged) continue;
             strips.erase(strips.begin() + static_cast<std::ptrdiff_t>(b));
             strips.erase(strips.begin() + static_cast<std::ptrdiff_t>(a));
@@ -172,35 +251,52 @@ std::vector<std::unique_ptr<AcDbPolyline>> splitPlainly(const Slab& slab) {
     return strips;
 }
 
-/// Several pieces of an opening inside the slab are cut out one by one, which the plain form does not do.
-bool leavesTheSlabAndComesBack(const Slab& slab) {
-    return std::any_of(slab.openings.begin(), slab.openings.end(), [&](const auto& opening) {
-        return commonArea(loopOf(*slab.contour), loopOf(*opening)).size() > 1;
-    });
+/// What the plain steps take: everything in the XY plane.
+Slab flatSlabOf(unsigned int kind, unsigned int seed) {
+    Slab slab = slabcases::slabOf(kind, seed);
+    slab.contour = flatOf(*slab.contour);
+    for (auto& opening : slab.openings) opening = flatOf(*opening);
+    return slab;
 }
 
 } // namespace
 
-TEST(SplitContourByHoles, GivesThePiecesOfThePlainLoopsInTheirOrder) {
-    int compared = 0;
-    int merged = 0;
+TEST(SplitContourByHole, GivesThePartsOfThePlainStepsWhereTheseAreRight) {
+    int compared = 0, several = 0;
     for (unsigned int kind = 0; kind < slabcases::kKinds; ++kind)
-        for (unsigned int seed = 100; seed < 104; ++seed) {
-            const Slab slab = slabcases::slabOf(kind, seed);
-            if (slab.openings.size() > 14 || leavesTheSlabAndComesBack(slab)) continue;
+        for (unsigned int seed = 200; seed < 300; ++seed) {
+            Slab slab = flatSlabOf(kind, seed);
+            if (slab.openings.empty()) continue;
+            slab.openings.resize(1);
+            const std::vector<Owned> plain =
+                plaincontour::splitAround(slab.base, slab.dir, *slab.contour, *slab.openings[0]);
+            if (plain.empty() || !faultOf(slab, plain).empty()) continue;
             SCOPED_TRACE(slabcases::nameOf(kind) + ", seed " + std::to_string(seed));
-            const auto expected = splitPlainly(slab);
-            const Curves strips(splitContourByHoles(slab.base, slab.dir, slab.contour.get(), slab.holes()));
-            ASSERT_EQ(strips.count(), static_cast<int>(expected.size()));
-            for (int i = 0; i < strips.count(); ++i) {
-                const AcDbPolyline& plain = *expected[static_cast<std::size_t>(i)];
-                const double corner = 1e-2 * slab.millimetre;
-                EXPECT_NEAR(areaOf(strips[i]), areaOf(plain), 1e-7 * areaOf(*slab.contour));
-                EXPECT_LT(boxOf(strips[i]).minPoint().distanceTo(boxOf(plain).minPoint()), corner);
-                EXPECT_LT(boxOf(strips[i]).maxPoint().distanceTo(boxOf(plain).maxPoint()), corner);
-                merged += strips[i].numVerts() > 8;
-            }
+            expectSameParts(
+                slab,
+                Curves(splitContourByHole(slab.base, slab.dir, slab.contour.get(), slab.openings[0].get())),
+                plain);
             ++compared;
+            several += plain.size() == 4;
+        }
+    EXPECT_GT(compared, 400);
+    EXPECT_GT(several, 350);
+}
+
+TEST(SplitContourByHoles, GivesThePiecesOfThePlainLoopsWhereTheseAreRight) {
+    int compared = 0, merged = 0;
+    for (unsigned int kind = 0; kind < slabcases::kKinds; ++kind)
+        for (unsigned int seed = 100; seed < 108; ++seed) {
+            const Slab slab = flatSlabOf(kind, seed);
+            if (slab.openings.size() > 14) continue;
+            const std::vector<Owned> plain = splitPlainly(slab);
+            if (!faultOf(slab, plain).empty()) continue;
+            SCOPED_TRACE(slabcases::nameOf(kind) + ", seed " + std::to_string(seed));
+            expectSameParts(
+                slab, Curves(splitContourByHoles(slab.base, slab.dir, slab.contour.get(), slab.holes())),
+                plain);
+            ++compared;
+            for (const Owned& strip : plain) merged += AcDbPolyline::cast(strip.get())->numVerts() > 8;
         }
     EXPECT_GT(compared, 70);
     EXPECT_GT(merged, 25);
@@ -232,9 +328,7 @@ void expectParts(const Curves& strips, const std::vector<ExpectedPart>& expected
     }
 }
 
-/// Of a slab of 20 by 10, around a hole from (8, 4) to (12, 6) and around a disc of radius 3 in its middle.
-const std::vector<ExpectedPart> kAroundHole = {
-    {0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}, {8, 6, 12, 10, 16}, {8, 0, 12, 4, 16}};
+/// Of a slab of 20 by 10, around a disc of radius 3 in its middle.
 constexpr double kHalfDisc = AcGe::kPi * 9 / 2;
 const std::vector<ExpectedPart> kAroundDisc = {
     {0, 0, 7, 10, 70}, {13, 0, 20, 10, 70}, {7, 5, 13, 10, 30 - kHalfDisc}, {7, 0, 13, 5, 30 - kHalfDisc}};
@@ -248,8 +342,8 @@ Contour tilted(Contour contour) {
     return contour;
 }
 
-Curves partsOf(const Contour& slab, AcDbCurve* hole, const AcGeVector3d& dir = kAlongX) {
-    return Curves(splitContourByHole(kBase, dir, slab.get(), hole));
+Curves partsOf(const Contour& slab, AcDbCurve* hole) {
+    return Curves(splitContourByHole(kBase, kAlongX, slab.get(), hole));
 }
 Curves stripsOf(const Contour& slab, const std::vector<AcDbCurve*>& holes) {
     return Curves(splitContourByHoles(kBase, kAlongX, slab.get(), curvesOf(holes)));
@@ -257,44 +351,15 @@ Curves stripsOf(const Contour& slab, const std::vector<AcDbCurve*>& holes) {
 
 } // namespace
 
-TEST(SplitContourByHole, GivesLeftRightUpperAndLowerPartsEachWhereThereIsOne) {
-    const struct {
-        const char* name;
-        Contour hole;
-        std::vector<ExpectedPart> parts;
-    } cases[] = {
-        {"inside", panel(8, 4, 12, 6), kAroundHole},
-        {"left side", panel(0, 4, 12, 6), {{12, 0, 20, 10, 80}, {0, 6, 12, 10, 48}, {0, 0, 12, 4, 48}}},
-        {"over the right",
-         panel(15, 4, 30, 6),
-         {{0, 0, 15, 10, 150}, {15, 6, 20, 10, 20}, {15, 0, 20, 4, 20}}},
-        {"over the top", panel(8, 4, 12, 16), {{0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}, {8, 0, 12, 4, 16}}},
-        {"across the slab", panel(8, -4, 12, 16), {{0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}}},
-        {"along the slab", panel(-8, 4, 32, 6), {{0, 6, 20, 10, 80}, {0, 0, 20, 4, 80}}},
-        {"round, its cuts nudged off the tangents", polylineOf(circle(10, 5, 3), true), kAroundDisc},
-        {"apart", panel(30, 4, 32, 6), {}},
-        {"touching from outside", panel(20, 4, 32, 6), {}},
-        {"the contour itself", panel(0, 0, 20, 10), {}},
-        {"around the contour", panel(-1, -1, 21, 11), {}},
-        {"a breath inside, less than the nudges", panel(20 - 1e-9, 4, 32, 6), {}}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
-        const Contour slab = panel(0, 0, 20, 10);
-        expectParts(partsOf(slab, each.hole.get()), each.parts);
-        EXPECT_EQ(areaOf(*slab), 200.0) << "the contour stays as it was";
-    }
-}
-
-TEST(SplitContourByHole, RunsItsPartsAlongTheDirection) {
-    // Seen with the direction to the right: left is where it comes from.
+TEST(SplitContourByHole, GivesNothingForHolesThatTakeNothingOrAll) {
     const Contour slab = panel(0, 0, 20, 10);
-    const Contour hole = panel(8, 4, 12, 6);
-    expectParts(partsOf(slab, hole.get(), AcGeVector3d(0, 2, 9)),
-                {{0, 0, 20, 4, 80}, {0, 6, 20, 10, 80}, {0, 4, 8, 6, 16}, {12, 4, 20, 6, 16}});
-    expectParts(partsOf(slab, hole.get(), AcGeVector3d(-1, 0, 0)),
-                {{12, 0, 20, 10, 80}, {0, 0, 8, 10, 80}, {8, 0, 12, 4, 16}, {8, 6, 12, 10, 16}});
-    const AcGePoint3d elsewhere(-1e5, 777, 3);
-    expectParts(Curves(splitContourByHole(elsewhere, kAlongX, slab.get(), hole.get())), kAroundHole);
+    for (const auto& hole : {panel(30, 4, 32, 6), panel(20, 4, 32, 6), panel(0, 0, 20, 10),
+                             panel(-1, -1, 21, 11), panel(20 - 1e-9, 4, 32, 6)})
+        EXPECT_EQ(partsOf(slab, hole.get()).count(), 0) << boxOf(*hole).minPoint().x;
+    EXPECT_EQ(areaOf(*slab), 200.0) << "the contour stays as it was";
+    const AcGePoint3d elsewhere(-1e5, 777, 3); // moves nothing
+    expectParts(Curves(splitContourByHole(elsewhere, kAlongX, slab.get(), panel(8, 4, 12, 6).get())),
+                {{0, 0, 8, 10, 80}, {12, 0, 20, 10, 80}, {8, 6, 12, 10, 16}, {8, 0, 12, 4, 16}});
 }
 
 TEST(SplitContourByHole, CutsAConcaveContourOnlyAtThePartThatHoldsTheHole) {
