@@ -220,50 +220,6 @@ TEST(ContourAreas, OpeningsOneByOneAndAtOnce) {
     }
 }
 
-TEST(ContourAreas, LoopsOfSpecialPlaces) {
-    const double halfDisc = AcGe::kPi / 2;
-    const Vertices disc = circle(0, 0, 1);
-    const Vertices crossing = corners({0, 0, 2, 2, 2, 0, 0, 2}); // a figure of eight
-    const struct {
-        const char* name;
-        Vertices first, second;
-        std::size_t common, firstOnly, joined; ///< numbers of loops
-        double commonArea;
-    } cases[] = {
-        {"equal", rectangle(0, 0, 2, 1), rectangle(0, 0, 2, 1), 1, 0, 1, 2.0},
-        {"equal circles cut elsewhere", disc, moved(disc, 1.0, 0, 0), 1, 0, 1, 2 * halfDisc},
-        {"inside", rectangle(0, 0, 4, 4), circle(2, 2, 1), 1, 2, 1, 2 * halfDisc},
-        {"inside, touching at a tangent", rectangle(0, 0, 4, 4), circle(1, 2, 1), 1, 2, 1, 2 * halfDisc},
-        {"inside, touching with a corner", rectangle(0, 0, 4, 4), corners({0, 2, 1, 1, 2, 2}), 1, 2, 1, 1.0},
-        {"inside along an edge", rectangle(0, 0, 4, 4), rectangle(0, 1, 1, 1), 1, 1, 1, 1.0},
-        {"side by side", rectangle(0, 0, 2, 1), rectangle(1, 1, 2, 1), 0, 1, 1, 0.0},
-        {"touching corners", rectangle(0, 0, 1, 1), rectangle(1, 1, 1, 1), 0, 1, 2, 0.0},
-        {"apart", disc, circle(5, 0, 1), 0, 1, 2, 0.0},
-        {"two pieces in common", rectangle(0, 0, 5, 1),
-         corners({1, -1, 4, -1, 4, 2, 3, 2, 3, 0, 2, 0, 2, 2, 1, 2}), 2, 3, 1, 2.0},
-        {"a frame closed by a bar", corners({0, 0, 3, 0, 3, 3, 2, 3, 2, 1, 1, 1, 1, 3, 0, 3}),
-         rectangle(0, 3, 3, 1), 0, 1, 2, 0.0},
-        {"thinner than the tolerance", rectangle(0, 0, 1000, 1000), rectangle(0, 1000 - 5e-8, 1000, 1), 0, 1,
-         1, 0.0},
-        {"a contour that crosses itself", crossing, rectangle(-1, -1, 4, 4), 2, 0, 1, 2.0},
-        {"a contour with a spike", corners({0, 0, 1, 0, 3, 0, 1, 0, 1, 1, 0, 1}), rectangle(0, 0, 4, 4), 1, 0,
-         1, 1.0},
-    };
-    for (const auto& c : cases)
-        for (const double angle : {0.0, 0.3, AcGe::kPi / 2})
-            for (const bool isReversed : {false, true}) {
-                SCOPED_TRACE(c.name);
-                const ContourLoop first =
-                    loopOf(moved(isReversed ? reversed(c.first) : c.first, angle, 30, -20));
-                const ContourLoop second = loopOf(moved(c.second, angle, 30, -20));
-                const ContourArea common = commonArea(first, second);
-                EXPECT_EQ(common.size(), c.common);
-                EXPECT_EQ(areaWithout(first, second).size(), c.firstOnly);
-                EXPECT_EQ(joinedArea(first, second).size(), c.joined);
-                EXPECT_NEAR(trueArea(common), c.commonArea, 1e-12 * (1 + trueArea(first)));
-            }
-}
-
 TEST(ContourAreas, VerticesAndWholeArcsStayToTheBit) {
     Vertices slab = {{0.1, 0.2, 0.3}, {7.7, 0.3, 0}, {8.1, 6.6, -0.37}, {0.7, 7.1, 0}};
     const ContourArea same = commonArea(loopOf(slab), loopOf(rectangle(-100, -100, 200, 200)));

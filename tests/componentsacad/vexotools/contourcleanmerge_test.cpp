@@ -1,5 +1,6 @@
 // The quick merge of neighbours against the one by areas: what it is sure of must be that one's answer.
 #include "contourcleanmerge.h"
+#include "stripmerge.h"
 #include "vexogeometrytools.h"
 
 #include "dbpolyline.h"
@@ -74,6 +75,66 @@ TEST(CleanMerge, IsSureOnlyOfWhatTheMergeByAreasSays) {
         EXPECT_EQ(sorted(merged), sorted(loopOf(*AcDbPolyline::cast(both.get())))) << "round " << round;
     }
     for (const int count : counts) EXPECT_GT(count, 200);
+}
+
+/// A rectangle cut in two again and again, some cuts in the same places, corners shaken by less than the
+/// tolerance.
+std::vector<ContourLoop> randomStrips(std::mt19937& random, double offset) {
+    struct Box {
+        double x1, y1, x2, y2;
+    };
+    std::vector<Box> boxes = {{0, 0, 12, 8}};
+    for (int cuts = Neighbours::pick(random, 12); cuts > 0; --cuts) {
+        Box& box = boxes[static_cast<std::size_t>(Neighbours::pick(random, static_cast<int>(boxes.size())))];
+        Box other = box;
+        const bool isUpright = Neighbours::pick(random, 2) == 0;
+        const double low = isUpright ? box.x1 : box.y1;
+        const double high = isUpright ? box.x2 : box.y2;
+        if (high - low < 2) continue;
+        const double at = low + 1 + Neighbours::pick(random, static_cast<int>(high - low) - 1);
+        (isUpright ? box.x2 : box.y2) = at;
+        (isUpright ? other.x1 : other.y1) = at;
+        boxes.push_back(other);
+    }
+    std::vector<ContourLoop> strips;
+    for (const Box& box : boxes) {
+        ContourLoop strip{{{box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}}};
+        for (ContourVertex& vertex : strip.vertices) {
+            vertex.x += offset + Neighbours::pick(random, 3) * 1e-10;
+            vertex.y += offset;
+        }
+        strips.push_back(strip);
+    }
+    std::shuffle(strips.begin(), strips.end(), random);
+    return strips;
+}
+
+TEST(MergeStrips, TakesThePairsOfThePlainLoopsInTheirOrder) {
+    std::mt19937 random(21);
+    int merges = 0;
+    for (int round = 0; round < 600; ++round) {
+        std::vector<ContourLoop> strips = randomStrips(random, round % 3 ? 0.0 : 1000.0);
+        std::vector<ContourLoop> plain = strips;
+        for (std::size_t a = 0; a < plain.size(); ++a)
+            for (std::size_t b = a + 1; b < plain.size(); ++b) {
+                const auto one = polylineOf(plain[a], AcGeVector3d::kZAxis, 0.0);
+                const auto two = polylineOf(plain[b], AcGeVector3d::kZAxis, 0.0);
+                const std::unique_ptr<AcDbCurve> both(
+                    MergeContoursIfTheyHaveOneComonSegment(one.get(), two.get()));
+                if (!both) continue;
+                plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(b));
+                plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(a));
+                plain.push_back(loopOf(*AcDbPolyline::cast(both.get())));
+                ++merges;
+                a = 0;
+                b = 0;
+            }
+        mergeStrips(strips);
+        ASSERT_EQ(strips.size(), plain.size()) << round;
+        for (std::size_t i = 0; i < strips.size(); ++i)
+            ASSERT_EQ(sorted(strips[i]), sorted(plain[i])) << "round " << round << " strip " << i;
+    }
+    EXPECT_GT(merges, 800);
 }
 
 } // namespace

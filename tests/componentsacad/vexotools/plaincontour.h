@@ -92,8 +92,7 @@ inline std::vector<Owned> piecesAt(const AcDbCurve& curve, double a, double b) {
 inline bool parameterOf(const AcDbCurve& curve, const AcGePoint3d& point, const AcGePoint3d& end,
                         double& parameter) {
     if (curve.getParamAtPoint(point, parameter) == Acad::eOk)
-        return !point.isEqualTo(end, toleranceOf(1e-8)) ||
-               curve.getParamAtPoint(end, parameter) == Acad::eOk;
+        return !point.isEqualTo(end, toleranceOf(1e-8)) || curve.getParamAtPoint(end, parameter) == Acad::eOk;
     AcGePoint3d closest;
     return curve.getClosestPointTo(point, closest) == Acad::eOk &&
            curve.getParamAtPoint(closest, parameter) == Acad::eOk;

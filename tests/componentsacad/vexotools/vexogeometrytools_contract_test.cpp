@@ -1,9 +1,11 @@
-// The contract's steps written down one by one, with the geometry kit alone: the library's tools give the same
-// on random input, about their tolerances too.
+// The contract's steps written down one by one, with the geometry kit alone: the library's tools give the
+// same on random input, about their tolerances too.
 #include "vexogeometrytools.h"
 
 #include "contourcases.h"
+#include "gearc2d.h"
 #include "geline3d.h"
+#include "gelnsg2d.h"
 #include "plaincontour.h"
 
 #include <gtest/gtest.h>
@@ -119,7 +121,8 @@ TEST(Contract, SenseByTheSumOfTurns) {
                                       : randomContour(random, 3 + round % 50, offset);
         if (round % 5 == 0) vertices = reversed(vertices);
         const auto polyline = polylineOf(vertices, round % 7 != 0);
-        if (round % 11 == 0) (void)polyline->setNormal(round % 2 ? -kUp : AcGeVector3d(0.3, -0.2, 1).normal());
+        if (round % 11 == 0)
+            (void)polyline->setNormal(round % 2 ? -kUp : AcGeVector3d(0.3, -0.2, 1).normal());
         const double sum = turnsPlainly(*polyline);
         if (!(std::abs(sum + 1e-10) > 1e-12)) continue; // rounding decides
         ASSERT_EQ(isContourClockWise(polyline.get()), sum < -1e-10) << round << " sum " << sum;
@@ -227,9 +230,8 @@ AcGePoint3d pointAt(std::mt19937& random, const AcDbPolyline& curve) {
     double end = 0.0;
     (void)curve.getEndParam(end);
     AcGePoint3d point;
-    (void)curve.getPointAtParam(random() % 3 ? std::floor(between(random, 0, end + 0.99))
-                                             : between(random, 0, end),
-                                point);
+    (void)curve.getPointAtParam(
+        random() % 3 ? std::floor(between(random, 0, end + 0.99)) : between(random, 0, end), point);
     const double jitters[] = {0.0, 0.4e-10, 0.4e-8, 1.3e-8, 2.0};
     point.x += jitters[random() % 5];
     return point;
@@ -249,8 +251,9 @@ TEST(Contract, PartsOfCurvesAndHalvesOfContours) {
     int parts = 0, halved = 0;
     for (int round = 0; round < 4000; ++round) {
         const double offset = kOffsets[round % 4 == 0];
-        const auto curve = round % 2 ? polylineOf(randomContour(random, 3 + round % 30, offset), round % 3 != 0)
-                                     : polylineOf(latticeRun(random, 8, 3, offset, 0.0), round % 3 != 0);
+        const auto curve = round % 2
+                               ? polylineOf(randomContour(random, 3 + round % 30, offset), round % 3 != 0)
+                               : polylineOf(latticeRun(random, 8, 3, offset, 0.0), round % 3 != 0);
         // ---- cut at points ----
         AcArray<AcGePoint3d> points;
         for (int i = round % 7; i > 0; --i) points.append(pointAt(random, *curve));
@@ -297,6 +300,101 @@ TEST(Contract, PartsOfCurvesAndHalvesOfContours) {
     }
     EXPECT_GT(parts, 3000);
     EXPECT_GT(halved, 800);
+}
+
+/// The ray to the right, and what each curve adds to its count.
+int insidePlainly(const std::vector<AcGeCurve2d*>& curves, const AcGePoint2d& q) {
+    const AcGeLineSeg2d ray(q, AcGePoint2d(q.x + 100000000.0, q.y));
+    const auto near = [](double a, double b) { return (a - b) * (a - b) <= 1e-20; };
+    const auto isLess = [](double a, double b) { return a < b - (std::abs(b) * 1e-10 + 1e-10); };
+    int total = 0;
+    for (const AcGeCurve2d* curve : curves) {
+        AcGePoint2d s, e, meetings[2];
+        (void)curve->hasStartPoint(s);
+        (void)curve->hasEndPoint(e);
+        const bool isLine = curve->isKindOf(AcGe::kLinearEnt2d);
+        const auto* arc = static_cast<const AcGeCircArc2d*>(isLine ? nullptr : curve);
+        if ((near(s.x, q.x) && near(s.y, q.y)) || (near(e.x, q.x) && near(e.y, q.y))) return 1;
+        int count = 0;
+        if (!near(s.y, q.y) && !near(e.y, q.y)) {
+            if (isLine)
+                count = static_cast<const AcGeLinearEnt2d*>(curve)->intersectWith(ray, meetings[0]);
+            else
+                (void)arc->intersectWith(ray, count, meetings[0], meetings[1]);
+            total += count;
+            continue;
+        }
+        total += near(s.y, q.y) && isLess(e.y, q.y) && isLess(q.x, s.x);
+        total += near(e.y, q.y) && isLess(s.y, q.y) && isLess(q.x, e.x);
+        const bool isBetween =
+            (isLess(s.x, q.x) && isLess(q.x, e.x)) || (isLess(e.x, q.x) && isLess(q.x, s.x));
+        if (!near(s.y, q.y) || !near(e.y, q.y) || !isBetween) continue;
+        if (isLine) return 1;
+        total += isLess(q.y, arc->evalPoint((arc->startAng() + arc->endAng()) / 2).y);
+    }
+    return total % 2;
+}
+
+TEST(Contract, InsideARingOfCurves) {
+    std::mt19937 random(86);
+    int inside = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const double offset = kOffsets[round % 4 == 0];
+        const Vertices vertices = round % 3 ? latticeRun(random, 9, 4, offset, 0.4e-10)
+                                            : randomContour(random, 3 + round % 40, offset);
+        std::vector<std::unique_ptr<AcGeCurve2d>> owned;
+        std::vector<AcGeCurve2d*> curves;
+        for (std::size_t i = 0; i < vertices.size(); ++i) {
+            const auto& [x, y, bulge] = vertices[i];
+            const auto& next = vertices[(i + 1) % vertices.size()];
+            const AcGePoint2d start(x, y), end(next[0], next[1]);
+            if (bulge == 0.0)
+                owned.push_back(std::make_unique<AcGeLineSeg2d>(start, end));
+            else
+                owned.push_back(std::make_unique<AcGeCircArc2d>(start, end, bulge));
+            curves.push_back(owned.back().get());
+        }
+        const auto coordinate = [&] {
+            return round % 3 ? onLattice(random, 5, offset, 0.4e-10) : offset + between(random, -11, 11);
+        };
+        const AcGePoint2d q(coordinate(), coordinate());
+        const int expected = insidePlainly(curves, q);
+        ASSERT_EQ(IsInteriorPoint(curves, q), expected) << round;
+        inside += expected;
+    }
+    EXPECT_GT(inside, 3000);
+}
+
+TEST(Contract, OutsideAndInwards) {
+    std::mt19937 random(87);
+    int outside = 0, inwards = 0;
+    for (int round = 0; round < 8000; ++round) {
+        const auto contour = [&] {
+            const Vertices any =
+                round % 2 ? latticeRun(random, 6, 4, 0.0, 4e-9)
+                          : rectangle(onLattice(random, 4, 0, 0.6e-8), onLattice(random, 4, 0, 0.6e-8),
+                                      1 + random() % 4, 1 + random() % 4);
+            return polylineOf(any, random() % 4 != 0);
+        };
+        const auto first = contour(), second = contour();
+        const bool expected = plaincontour::liesOutside(*first, *second);
+        ASSERT_EQ(isContourOutside(first.get(), second.get()), expected) << round;
+        outside += expected;
+        const AcGePoint3d p(onLattice(random, 4, 0, 0.3), onLattice(random, 4, 0, 0.3), 0);
+        const AcGePoint3d q(onLattice(random, 4, 0, 0.3), onLattice(random, 4, 0, 0.3), 0);
+        const AcGePoint3d middle = p + (q - p) / 2;
+        AcGePoint3d nearest;
+        // Near the middle rounding turns directions; the library goes by the sign there.
+        if (p == q || first->getClosestPointTo(middle, nearest) != Acad::eOk ||
+            nearest.distanceTo(middle) < 1e-3)
+            continue;
+        const bool isIn = plaincontour::pointsInside(p, q, *first);
+        ASSERT_EQ(isPerpVectorOrientedInsideContour(p, q, first.get()), isIn) << round;
+        inwards += isIn;
+    }
+    EXPECT_GT(outside, 1500);
+    EXPECT_LT(outside, 6500);
+    EXPECT_GT(inwards, 300);
 }
 
 } // namespace

@@ -142,7 +142,8 @@ TEST(SelfIntersecting, OpenContoursScaleAndNaN) {
     EXPECT_FALSE(isSelfIntersecting(AcArray<AcGePoint3d>(), AcArray<double>(), kUp, 1.0));
 }
 
-/// Lattice walks (of ordinary size or tiny), star shapes with one vertex pulled across, slanting teeth.
+/// Lattice walks (of ordinary size or tiny), star shapes with one vertex pulled across, slanting teeth,
+/// spirals.
 Contour randomOutline(std::mt19937& random, int kind, double offset, bool isTiny) {
     std::uniform_real_distribution<double> share(-1.0, 1.0);
     Vertices vertices;
@@ -156,6 +157,17 @@ Contour randomOutline(std::mt19937& random, int kind, double offset, bool isTiny
     } else if (kind == 1) {
         vertices = randomContour(random, 6 + static_cast<int>(random() % 60), offset);
         if (random() % 2) vertices[random() % vertices.size()][0] += share(random) * 9.0;
+    } else if (kind == 3) {
+        // Inwards and out again, turned or not; sides far from their neighbours along the contour.
+        const int turns = 100 + static_cast<int>(random() % 40);
+        const double angle = random() % 2 ? 0.5 : 0.0;
+        for (int i = 0; i < 4 * turns; ++i) {
+            const double size = i < 2 * turns ? 2 * turns - i : i - 2 * turns + 0.7;
+            const int corner = i < 2 * turns ? i % 4 : (4 * turns - 1 - i) % 4;
+            vertices.push_back({corner < 2 ? size : -size, corner % 3 ? size : -size, 0});
+        }
+        if (random() % 2) vertices[random() % vertices.size()][0] += random() % 2 ? 0.2 : 1.2;
+        vertices = moved(vertices, angle, offset, offset);
     } else {
         // Teeth so narrow and so slanting that upright boxes say nothing.
         const int teeth = 30 + static_cast<int>(random() % 30);
@@ -174,10 +186,10 @@ Contour randomOutline(std::mt19937& random, int kind, double offset, bool isTiny
 
 TEST(SelfIntersecting, EqualsPlainForm) {
     std::mt19937 random(61);
-    int crossing[3] = {0, 0, 0};
-    int asked[3] = {0, 0, 0};
+    int crossing[4] = {0, 0, 0, 0};
+    int asked[4] = {0, 0, 0, 0};
     for (int round = 0; round < 4000; ++round) {
-        const int kind = round % 20 == 0 ? 2 : round % 10 < 4 ? 1 : 0;
+        const int kind = round % 100 == 7 ? 3 : round % 20 == 0 ? 2 : round % 10 < 4 ? 1 : 0;
         const Contour contour = randomOutline(random, kind, round % 4 ? 0.0 : 1e6, round % 14 == 0);
         const double scale = round % 7 ? 1.0 : 1e-6;
         const AcGeVector3d normal = round % 5 ? kUp : -kUp;
@@ -186,7 +198,7 @@ TEST(SelfIntersecting, EqualsPlainForm) {
         ++asked[kind];
         crossing[kind] += expected;
     }
-    for (int kind = 0; kind < 3; ++kind) {
+    for (int kind = 0; kind < 4; ++kind) {
         EXPECT_GT(crossing[kind], asked[kind] / 10) << kind;
         EXPECT_LT(crossing[kind], asked[kind] * 97 / 100) << kind;
     }

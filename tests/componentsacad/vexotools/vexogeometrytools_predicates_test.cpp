@@ -113,42 +113,14 @@ TEST(InsideTests, AgreeWithWindingNumberAwayFromBoundary) {
     EXPECT_GT(asked, 1500);
 }
 
-TEST(InteriorPointOfCurves, CountsEndsBelowAndSeesSoFar) {
-    const Vertices square = rectangle(0, 0, 4, 4);
-    const Vertices diamond = corners({0, -1, 1, 0, 0, 1, -1, 0});
-    const Vertices halfDisc = {{-2, 0, 0}, {2, 0, 1}}; // the arc above its chord
-    const Vertices disc = circle(0, 0, 2);
-    const Vertices dome = {{0, 0, 0}, {4, 0, 0}, {4, 4, 1}, {0, 4, 0}};
+TEST(InteriorPointOfCurves, SeesSoFarAndPassesOthersOver) {
     const Vertices wide = rectangle(-3e8, -1, 6e8, 2);
-    const struct {
-        const Vertices& contour;
-        double x, y;
-        int expected;
-        const char* why;
-    } cases[] = {{square, 0, 0, 1, "a corner"},
-                 {square, 2, 4, 1, "on a level side"},
-                 {square, 2, 0, 1, "on a level side"},
-                 {square, -1, 4, 0, "level with the upper side"},
-                 {square, -1, 0, 0, "level with the lower side"},
-                 {square, 5, 4, 0, "to the right"},
-                 {diamond, 0, 0, 1, "the ray meets a corner with one side below it"},
-                 {diamond, -2, 0, 0, "two such corners"},
-                 {diamond, -0.5, 1, 0, "both sides below: twice"},
-                 {diamond, -0.5, -1, 0, "both sides above: not at all"},
-                 {halfDisc, 0, 0, 1, "on the chord"},
-                 {halfDisc, 0, 1, 1, "below the arc"},
-                 {halfDisc, 0, 2.1, 0, "above the arc"},
-                 {disc, 0, 0, 1, "level with both ends: the upper arc counts, the lower does not"},
-                 {disc, 3, 0, 0, "to the right"},
-                 {dome, 2, 3.9, 1, "below the arc's ends"},
-                 {dome, 2, 4, 0, "level with both ends: the arc counts besides the side below it"},
-                 {dome, 5, 4, 0, "to the right"},
-                 {wide, 2.5e8, 0, 1, "within the ray"},
-                 {wide, 0, 0, 0, "the right side is beyond the ray"}};
-    for (const auto& [contour, x, y, expected, why] : cases)
-        EXPECT_EQ(IsInteriorPoint(Ring(contour).curves, {x, y}), expected) << x << ' ' << y << ", " << why;
+    EXPECT_EQ(IsInteriorPoint(Ring(wide).curves, {2.5e8, 0}), 1);
+    EXPECT_EQ(IsInteriorPoint(Ring(wide).curves, {0, 0}), 0) << "the right side is beyond the ray";
+    const Vertices dome = {{0, 0, 0}, {4, 0, 0}, {4, 4, 1}, {0, 4, 0}};
+    EXPECT_EQ(IsInteriorPoint(Ring(dome).curves, {2, 4}), 0) << "the arc counts besides the side below it";
     AcGeEllipArc2d ellipse;
-    const Ring ring(square);
+    const Ring ring(rectangle(0, 0, 4, 4));
     std::vector<AcGeCurve2d*> mixed = ring.curves;
     mixed.push_back(nullptr);
     mixed.push_back(&ellipse);
@@ -242,8 +214,6 @@ TEST(PerpendicularVector, PointsIntoTheContourOrNot) {
         };
         EXPECT_TRUE(ask(0, 4, 0, 0, *piece));
         EXPECT_FALSE(ask(0, 0, 0, 4, *piece));
-        EXPECT_FALSE(ask(2, 1, 2, 3, *whole)) << "one on either side";
-        EXPECT_FALSE(ask(9, 8, 9, 9, *whole)) << "none";
         // The meeting at the middle itself counts for the left side, whichever that is: odd against odd.
         EXPECT_FALSE(ask(0, 0, 0, 4, *whole));
         EXPECT_FALSE(ask(0, 4, 0, 0, *whole));
@@ -256,33 +226,15 @@ TEST(PerpendicularVector, PointsIntoTheContourOrNot) {
     EXPECT_FALSE(isPerpVectorOrientedInsideContour({kNaN, 0, 0}, {0, 4, 0}, piece.get()));
 }
 
-TEST(ContourOutside, NamedPairs) {
+TEST(ContourOutside, CurvesMeetInSpaceAndBoxesAlongZ) {
     const auto slab = panel(0, 0, 10, 10);
-    const auto ask = [&](std::unique_ptr<AcDbPolyline> second) {
-        return isContourOutside(slab.get(), second.get());
-    };
-    EXPECT_TRUE(ask(panel(20, 0, 30, 10))) << "apart";
-    EXPECT_FALSE(ask(panel(2, 2, 5, 5))) << "held by the first";
-    EXPECT_FALSE(ask(panel(0, 0, 10, 10))) << "equal";
-    EXPECT_TRUE(ask(panel(-5, -5, 15, 15))) << "holds the first";
-    EXPECT_FALSE(ask(panel(8, 1, 12, 3))) << "a corner of the second inside the first";
-    EXPECT_FALSE(ask(panel(-2, 7, 20, 20))) << "a corner of the first inside the second";
-    EXPECT_FALSE(ask(panel(4, -2, 5, 12))) << "across, by the diagonals";
-    EXPECT_TRUE(ask(panel(5, 0, 15, 10))) << "of one height: no corner is strictly inside";
-    EXPECT_TRUE(ask(panel(0, 5, 10, 15))) << "of one width";
-    EXPECT_TRUE(ask(panel(5, -5e-11, 15, 10 + 5e-11))) << "so it is for corners this near";
-    EXPECT_FALSE(ask(panel(5, 5e-9, 15, 10))) << "a corner inside, though barely";
-    EXPECT_TRUE(ask(panel(10, 0, 20, 10))) << "touching";
-    EXPECT_TRUE(ask(polylineOf(corners({-5, 6, 4, 15, -5, 15}), true))) << "boxes overlap, curves do not";
-    const auto bay = polylineOf(corners({0, 0, 10, 0, 10, 10, 8, 10, 8, 2, 2, 2, 2, 10, 0, 10}), true);
-    EXPECT_FALSE(isContourOutside(bay.get(), panel(4, 4, 6, 10 + 0.9e-8).get())) << "held by the box";
-    EXPECT_TRUE(isContourOutside(bay.get(), panel(4, 4, 6, 10 + 1.1e-8).get())) << "not quite held";
     auto raised = panel(8, 8, 15, 15);
+    EXPECT_FALSE(isContourOutside(slab.get(), raised.get()));
     (void)raised->setElevation(1.0);
-    EXPECT_TRUE(ask(std::move(raised))) << "they do not meet in space";
+    EXPECT_TRUE(isContourOutside(slab.get(), raised.get())) << "they do not meet in space";
     auto held = panel(2, 2, 5, 5);
     (void)held->setElevation(1.0);
-    EXPECT_FALSE(ask(std::move(held))) << "boxes are seen along z";
+    EXPECT_FALSE(isContourOutside(slab.get(), held.get())) << "boxes are seen along z";
     AcDbPolyline empty;
     EXPECT_FALSE(isContourOutside(slab.get(), &empty));
     EXPECT_FALSE(isContourOutside(nullptr, slab.get()));
