@@ -105,6 +105,35 @@ void mergePair(benchmark::State& state, double gap) {
 void MergeNeighbours(benchmark::State& state) { mergePair(state, 0.0); }
 void MergeRefusedByBoxes(benchmark::State& state) { mergePair(state, 1.0); }
 BENCHMARK(MergeNeighbours);
+
+/// Two rings with arcs that have one side in common, as long as a whole segment.
+void MergeRings(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    const auto first = ringOf(count, 0.0, -kBulge, [](int) { return 1000.0; });
+    const auto second = std::make_unique<AcDbPolyline>(static_cast<unsigned int>(count));
+    // The first one turned by half a turn about the middle of a straight side.
+    AcGePoint2d a, b;
+    (void)first->getPointAt(1, a);
+    (void)first->getPointAt(2, b);
+    for (int i = 0; i < count; ++i) {
+        AcGePoint2d point;
+        double bulge = 0.0;
+        (void)first->getPointAt(static_cast<unsigned int>(i), point);
+        (void)first->getBulgeAt(static_cast<unsigned int>(i), bulge);
+        (void)second->addVertexAt(second->numVerts(),
+                                  i == 1   ? b
+                                  : i == 2 ? a
+                                           : AcGePoint2d(a.x + b.x - point.x, a.y + b.y - point.y),
+                                  bulge);
+    }
+    second->setClosed(Adesk::kTrue);
+    for (auto _ : state) {
+        const std::unique_ptr<AcDbCurve> merged(
+            MergeContoursIfTheyHaveOneComonSegment(first.get(), second.get()));
+        if (!merged) state.SkipWithError("not merged");
+    }
+}
+BENCHMARK(MergeRings)->Apply(sizes);
 BENCHMARK(MergeRefusedByBoxes);
 
 #ifdef VEXO_PEER_CGAL

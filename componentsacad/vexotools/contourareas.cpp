@@ -101,6 +101,12 @@ ContourArea unitedPart(const ContourArea& first, const ContourArea& second) {
 bool isStraightThrough(const ContourVertex& before, const ContourVertex& vertex, const ContourVertex& after,
                        double tolerance, double& bulge) {
     if (before.bulge * vertex.bulge >= 1.0) return false; // a full turn
+    if (before.bulge == 0.0 && vertex.bulge == 0.0) {     // a clear corner of two lines
+        const double across =
+            (vertex.x - before.x) * (after.y - before.y) - (vertex.y - before.y) * (after.x - before.x);
+        const double apart = std::abs(after.x - before.x) + std::abs(after.y - before.y);
+        if (std::abs(across) > 2.0 * tolerance * apart) return false;
+    }
     bulge = (before.bulge + vertex.bulge) / (1.0 - before.bulge * vertex.bulge);
     const AcGePoint2d start(before.x, before.y);
     const AcGePoint2d middle(vertex.x, vertex.y);

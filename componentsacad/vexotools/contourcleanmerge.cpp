@@ -84,7 +84,114 @@ bool mayRunTogether(const LoopSegment& a, const LoopSegment& b, double margin) {
     return 0.5 * std::abs(arc.start.bulge) * arc.chord() <= margin;
 }
 
+/// A segment that is half a circle at most.
+PlaneSegment planeSegmentOf(const LoopSegment& side) {
+    return {{side.start.x, side.start.y}, {side.end.x, side.end.y}, side.start.bulge};
+}
+
+/// Segments without a common end: do they clearly keep apart.
+bool keepApart(const PlaneSegment& a, const PlaneSegment& b, double margin) {
+    if (a.isClearOf(b, margin) || b.isClearOf(a, margin)) return true;
+    AcGePoint2d points[2];
+    return crossingsOf(a, b, margin, points) == 0 && !a.touches(b.start(), margin) &&
+           !a.touches(b.end(), margin) && !b.touches(a.start(), margin) && !b.touches(a.end(), margin);
+}
+
+/// Segments that share an end: do they clearly go different ways from there and not come together again.
+bool partAtEnd(const PlaneSegment& a, bool isAtEndOfA, const PlaneSegment& b, bool isAtEndOfB,
+               double margin) {
+    const AcGePoint2d common = isAtEndOfA ? a.end() : a.start();
+    if (!(std::min(a.chord(), b.chord()) > margin)) return false;
+    const AcGeVector2d u = isAtEndOfA ? -a.directionAt(a.chord()) : a.directionAt(0.0);
+    const AcGeVector2d v = isAtEndOfB ? -b.directionAt(b.chord()) : b.directionAt(0.0);
+    if (std::abs(u.crossProduct(v)) < kClearSine && u.dotProduct(v) > 0.0) return false;
+    if (a.touches(isAtEndOfB ? b.start() : b.end(), margin) ||
+        b.touches(isAtEndOfA ? a.start() : a.end(), margin))
+        return false;
+    if (a.isStraight() && b.isStraight()) return true;
+    AcGePoint2d points[2];
+    const int count = crossingsOf(a, b, margin, points);
+    return std::all_of(points, points + count,
+                       [&](const AcGePoint2d& point) { return point.distanceTo(common) <= margin; });
+}
+
+/// Looks at all that comes near of two loops with a common segment.
+class Neighbourhood {
+public:
+    Neighbourhood(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j,
+                  double margin)
+        : m_first(first)
+        , m_second(second)
+        , m_i(i)
+        , m_j(j)
+        , m_margin(margin) {}
+
+    bool isClear() const {
+        const PlaneBox box1 = boxOf(m_first).widened(m_margin);
+        const PlaneBox box2 = boxOf(m_second).widened(m_margin);
+        if (!hasVertexOutside(m_first, box2) || !hasVertexOutside(m_second, box1)) return false;
+        const std::vector<std::size_t> near1 = segmentsNear(m_first, box2);
+        const std::vector<std::size_t> near2 = segmentsNear(m_second, box1);
+        std::vector<PlaneBox> boxes;
+        boxes.reserve(near2.size() + 1);
+        for (const std::size_t b : near2) boxes.push_back(LoopSegment(m_second, b).box(m_margin));
+        if (boxes.empty()) boxes.push_back(BoxChain::emptyBox());
+        const BoxChain chain(std::move(boxes));
+        bool isClear = true;
+        for (const std::size_t a : near1)
+            chain.forEachMeeting(LoopSegment(m_first, a).box(m_margin),
+                                 [&](std::size_t k) { isClear = isClear && isPairClear(a, near2[k]); });
+        return isClear;
+    }
+
+private:
+    static bool hasVertexOutside(const ContourLoop& loop, const PlaneBox& box) {
+        return std::any_of(loop.vertices.begin(), loop.vertices.end(), [&](const ContourVertex& vertex) {
+            return !box.meets({vertex.x, vertex.x, vertex.y, vertex.y});
+        });
+    }
+    std::vector<std::size_t> segmentsNear(const ContourLoop& loop, const PlaneBox& box) const {
+        std::vector<std::size_t> near;
+        for (std::size_t k = 0; k < loop.vertices.size(); ++k)
+            if (LoopSegment(loop, k).box(m_margin).meets(box)) near.push_back(k);
+        return near;
+    }
+    static std::size_t stepsTo(const ContourLoop& loop, std::size_t from, std::size_t to) {
+        return (to + loop.vertices.size() - from) % loop.vertices.size();
+    }
+    bool isPairClear(std::size_t a, std::size_t b) const {
+        const LoopSegment side1(m_first, a);
+        const LoopSegment side2(m_second, b);
+        if (std::max(std::abs(side1.start.bulge), std::abs(side2.start.bulge)) > 1.0) return false;
+        if (a == m_i && b == m_j) return true;
+        // At the end of the first's segment its follower meets the second's segment and what leads to that,
+        // at its start the other way round.
+        const std::size_t before1 = stepsTo(m_first, a, m_i), behind1 = stepsTo(m_first, m_i, a);
+        const std::size_t before2 = stepsTo(m_second, b, m_j), behind2 = stepsTo(m_second, m_j, b);
+        const bool isAtEnd = behind1 <= 1 && before2 <= 1;
+        const bool isAtStart = before1 <= 1 && behind2 <= 1;
+        const PlaneSegment segment1 = planeSegmentOf(side1);
+        const PlaneSegment segment2 = planeSegmentOf(side2);
+        if (isAtEnd && isAtStart) return false; // of loops with few sides
+        if (isAtEnd) return partAtEnd(segment1, a == m_i, segment2, b != m_j, m_margin);
+        if (isAtStart) return partAtEnd(segment1, a != m_i, segment2, b == m_j, m_margin);
+        return keepApart(segment1, segment2, m_margin);
+    }
+
+    const ContourLoop& m_first;
+    const ContourLoop& m_second;
+    std::size_t m_i;
+    std::size_t m_j;
+    double m_margin;
+};
+
 } // namespace
+
+bool areClearNeighbours(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j,
+                        double tolerance) {
+    const bool haveSides = first.vertices.size() > 2 && second.vertices.size() > 2;
+    return haveSides && Neighbourhood(first, i, second, j, kMarginTolerances * tolerance).isClear();
+}
 
 ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j) {
     const std::size_t count = first.vertices.size();

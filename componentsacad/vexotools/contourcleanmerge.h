@@ -19,4 +19,12 @@ CleanMerge mergeCleanly(const ContourLoop& first, const ContourLoop& second, Con
 /// without it: the first loop from behind its segment, then the second.
 ContourLoop joinedAt(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j);
 
+/// Do two loops surely lie side by side with nothing in common but their segments i and j, run in opposite
+/// senses: nothing else of the one comes near the other, and each has a vertex outside the other's box. False
+/// where that is not clear.
+///
+/// Then the rest of each lies outside the other as a whole, and an area in common would have no boundary.
+bool areClearNeighbours(const ContourLoop& first, std::size_t i, const ContourLoop& second, std::size_t j,
+                        double tolerance);
+
 } // namespace vexo

@@ -77,6 +77,16 @@ AcGePoint2d pointAt(const ContourLoop& loop, std::size_t index) {
     return {loop.vertices[index].x, loop.vertices[index].y};
 }
 
+PlaneBox boxOfVertices(const ContourLoop& loop) {
+    PlaneBox box = BoxChain::emptyBox();
+    for (const ContourVertex& vertex : loop.vertices) box.extend({vertex.x, vertex.x, vertex.y, vertex.y});
+    return box;
+}
+
+bool isIn(const PlaneBox& box, const AcGePoint2d& point) {
+    return box.meets({point.x, point.x, point.y, point.y});
+}
+
 /// A segment of one loop that is also one of another.
 struct SharedSegment {
     std::size_t first;
@@ -96,9 +106,14 @@ public:
     std::optional<SharedSegment> only() const {
         std::optional<SharedSegment> found;
         const std::size_t count = m_second.vertices.size();
+        const PlaneBox box1 = boxOfVertices(m_first).widened(m_tolerance);
+        const PlaneBox box2 = boxOfVertices(m_second).widened(m_tolerance);
         PointGrid grid(m_tolerance, largestCoordinate(), static_cast<int>(count));
-        for (std::size_t i = 0; i < count; ++i) grid.add(inSpace(pointAt(m_second, i)), static_cast<int>(i));
+        for (std::size_t i = 0; i < count; ++i)
+            if (isIn(box1, pointAt(m_second, i)))
+                grid.add(inSpace(pointAt(m_second, i)), static_cast<int>(i));
         for (std::size_t i = 0; i < m_first.vertices.size(); ++i) {
+            if (!isIn(box2, pointAt(m_first, i))) continue;
             if (pointAt(m_first, i).distanceTo(pointAt(m_first, following(m_first, i))) <= m_tolerance)
                 continue;
             bool isSecondFound = false;
@@ -159,15 +174,7 @@ bool areNeighbours(const ContourLoop& first, const ContourLoop& second, double b
 }
 
 bool areApart(const ContourLoop& first, const ContourLoop& second, double tolerance) {
-    PlaneBox boxes[2];
-    const ContourLoop* loops[2] = {&first, &second};
-    for (int i = 0; i < 2; ++i) {
-        const ContourVertex& start = loops[i]->vertices.front();
-        boxes[i] = {start.x, start.x, start.y, start.y};
-        for (const ContourVertex& vertex : loops[i]->vertices)
-            boxes[i].extend({vertex.x, vertex.x, vertex.y, vertex.y});
-    }
-    return !boxes[0].widened(tolerance).meets(boxes[1]);
+    return !boxOfVertices(first).widened(tolerance).meets(boxOfVertices(second));
 }
 
 } // namespace
@@ -204,7 +211,9 @@ AcDbCurve* MergeContoursIfTheyHaveOneComonSegment(AcDbCurve* first, AcDbCurve* s
         shared->second = following(two->loop, 2 * two->loop.vertices.size() - 2 - shared->second, 0);
     }
     const double bulge = one->loop.vertices[shared->first].bulge;
-    if (!areNeighbours(one->loop, two->loop, bulge)) return nullptr;
+    if (!areClearNeighbours(one->loop, shared->first, two->loop, shared->second, tolerance) &&
+        !areNeighbours(one->loop, two->loop, bulge))
+        return nullptr;
     const ContourLoop joined =
         withoutStraightVertices(joinedAt(one->loop, shared->first, two->loop, shared->second));
     if (joined.vertices.size() < 2) return nullptr;

@@ -441,7 +441,7 @@ TEST(SplitContourByHoles, PassesOverHolesThatAreNoneAndGivesTheCloneForNoHoles) 
     for (AcDbCurve* hole : holes) EXPECT_EQ(partsOf(slab, hole).count(), 0);
     EXPECT_EQ(stripsOf(slab, {panel(-5, -5, 50, 50).get()}).count(), 0) << "nothing is left";
     // One that stands beside the slab and reaches into it by rounding alone.
-    for (const double inside : {1e-9, 1e-11, 1e-13}) {
+    for (const double inside : {1e-8, 1e-9, 1e-11, 1e-13}) {
         const Curves untouched = stripsOf(slab, {panel(20.0 - inside, 2, 24, 8).get()});
         ASSERT_EQ(untouched.count(), 1) << inside;
         EXPECT_EQ(widthsOf(untouched[0], 0).first, 0.5) << inside;
