@@ -2,7 +2,7 @@
 
 # Of the library: the given names.
 set(VEXO_LIBRARY_HEADERS
-  vexoacad2metafile.h vexoacadprogressbar.h vexoacadsystemtools.h vexoamodelertools.h vexoconversiontools.h vexodatabasetools.h
+  vexoacad2metafile.h vexoacadprogressbar.h vexoacadsystemtools.h vexoamodelertools.h vexoconversiontools.h vexocrashhandler.h vexodatabasetools.h
   vexodlgexitapp.h vexodlglistck.h vexodlgorstyle.h vexodlgorstylesavefile.h vexodlgsavefile.h vexodlgwarningck.h
   vexodualrep.h vexoentityfiler.h vexogeometrytools.h vexogisubentitytraits.h vexogiworlddraw.h vexogiworldgeometry.h vexoidfiller.h
   vexolayertools.h vexomessagebox.h vexoorderdesc.h vexoorstyledata.h vexoorstyledataitem.h vexoprogressbar.h
