@@ -5,6 +5,7 @@
 #include "interrupt.h"
 #include "runrecord.h"
 #include "textencoding.h"
+#include "timelimit.h"
 #include "undohistory.h"
 
 namespace {
@@ -56,7 +57,7 @@ int CommandLoop::runInteractively() {
         const bool isCommand = typed == Typed::end || typed == Typed::line;
         if (isCommand && !parseScript(hostkit::utf8FromWide(line)).empty())
             runLine(L"", line, hostkit::MoreInput::ask);
-        if (interrupt::isEndRequested()) return exitcode::interrupted;
+        if (interrupt::isEndRequested() || timelimit::isOver()) return exitcode::interrupted;
         interrupt::withdraw();
     }
     (void)m_host.endInput();
@@ -76,10 +77,11 @@ bool CommandLoop::runLine(const std::wstring& where, const std::wstring& line, h
     if (RunRecord* record = consoleState().record)
         record->addCommand({line, result.status, result.reason, took.count()});
     m_port.flush();
+    if (m_host.hasThrown()) consoleState().hasThrown = true;
     hostkit::CommandInput words(line, hostkit::MoreInput::none);
     std::wstring name;
     words.nextWord(name);
-    if (interrupt::isRequested()) {
+    if (interrupt::isRequested() && !timelimit::isOver()) {
         if (more == hostkit::MoreInput::ask) tellCancelled(name, result, undoSteps(m_host) > steps);
         return result.status == Acad::eOk;
     }

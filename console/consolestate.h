@@ -7,6 +7,7 @@ struct ConsoleState {
     bool wantsToQuit = false;
     bool keepsGoing = false;     ///< behind a command of a script or list that failed
     RunRecord* record = nullptr; ///< where one is kept
+    bool hasThrown = false;      ///< a command ended by an exception
     bool savesAtEnd = false;     ///< --output takes what is there when the program ends
 };
 

@@ -9,5 +9,7 @@ constexpr int drawingUnreadable = 3;
 constexpr int moduleNotLoaded = 4;
 constexpr int notWritten = 5;
 constexpr int scriptUnreadable = 6;
+constexpr int rescued = 7;
+constexpr int notRescued = 8;
 constexpr int interrupted = 130;
 } // namespace exitcode

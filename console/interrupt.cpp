@@ -14,14 +14,18 @@ volatile std::sig_atomic_t g_stopRequested = 0;
 volatile std::sig_atomic_t g_endRequested = 0;
 int g_pipe[2] = {-1, -1};
 
-void onSignal(int number) {
-    if (isRequested()) _exit(exitcode::interrupted);
-    (number == SIGTERM ? g_endRequested : g_stopRequested) = 1;
+void wakePrompt() {
     const int earlier = errno;
     if (g_pipe[1] >= 0 && write(g_pipe[1], "!", 1) < 0) {
         // The flag alone is enough for all but a waiting prompt, which the signal itself wakes.
     }
     errno = earlier;
+}
+
+void onSignal(int number) {
+    if (isRequested()) _exit(exitcode::interrupted);
+    (number == SIGTERM ? g_endRequested : g_stopRequested) = 1;
+    wakePrompt();
 }
 
 } // namespace
@@ -38,7 +42,10 @@ void install() {
 bool isRequested() { return g_stopRequested != 0 || g_endRequested != 0; }
 bool isEndRequested() { return g_endRequested != 0; }
 
-void request() { g_stopRequested = 1; }
+void request() {
+    g_stopRequested = 1;
+    wakePrompt();
+}
 
 void withdraw() {
     if (g_endRequested) return;

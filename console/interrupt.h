@@ -10,7 +10,7 @@ void install();
 bool isRequested();
 /// The system wants the program to end, which no prompt can answer.
 bool isEndRequested();
-/// The wish to stop, as by Ctrl-C.
+/// The wish to stop, as by Ctrl-C; a signal handler may call this.
 void request();
 /// The wish to stop is answered: the next Ctrl-C is a first one again. An end request stays.
 void withdraw();

@@ -6,15 +6,27 @@
 #include "systempath.h"
 #include "winbase.h"
 
-const LibraryWork* libraryWorkOrFail() {
+namespace {
+
+std::wstring moduleLocation() {
     const std::wstring library = libraryLocation();
     const std::wstring_view name = hostkit::fileNameOfPath(library);
-    const std::wstring module = library.substr(0, library.size() - name.size()) + L"vexohosttools.so";
-    // It stays loaded: whoever asks again gets the same.
+    return library.substr(0, library.size() - name.size()) + L"vexohosttools.so";
+}
+
+} // namespace
+
+// It stays loaded: whoever asks again gets the same.
+const LibraryWork* findLibraryWork() {
     const auto function = reinterpret_cast<LibraryWorkFunction>(
-        hostkit::moduleFunction(LoadLibraryW(module.c_str()), libraryWorkFunction));
-    if (function) return function();
-    hostkit::failCommand(Acad::eFileNotFound,
-                         module + L": the console's part that calls the library is missing");
-    return nullptr;
+        hostkit::moduleFunction(LoadLibraryW(moduleLocation().c_str()), libraryWorkFunction));
+    return function ? function() : nullptr;
+}
+
+const LibraryWork* libraryWorkOrFail() {
+    const LibraryWork* const work = findLibraryWork();
+    if (!work)
+        hostkit::failCommand(Acad::eFileNotFound,
+                             moduleLocation() + L": the console's part that calls the library is missing");
+    return work;
 }

@@ -14,11 +14,15 @@ struct LibraryWork {
     bool (*exportWithAspect)(const AcArray<void*>& entities, const wchar_t* file, double aspect);
     /// Appends what the entity draws as new entities that belong to the caller (VEXOGiWorldDraw).
     void (*capture)(AcDbEntity& entity, AcArray<void*>& drawn);
+    /// Makes a VEXOCrashHandler and lets it go.
+    void (*rescue)(wchar_t* text, int code);
 };
 
 /// The name of the module's one function, and its type.
 inline constexpr const char* libraryWorkFunction = "getModuleLibraryWork";
 using LibraryWorkFunction = const LibraryWork* (*)();
 
+/// Null where the module is not there.
+const LibraryWork* findLibraryWork();
 /// Null, and the running command has failed, where the module is not there.
 const LibraryWork* libraryWorkOrFail();

@@ -3,8 +3,10 @@
 #include "exitcodes.h"
 #include "interrupt.h"
 #include "options.h"
+#include "rescue.h"
 #include "session.h"
 #include "textencoding.h"
+#include "timelimit.h"
 
 #include <cstdio>
 #include <exception>
@@ -49,7 +51,15 @@ int main(int count, char** arguments) {
     if (options.wantsHelp) return printed(helpText());
     if (options.wantsVersion) return printed(L"vexohost " VEXO_VERSION L"\n");
     interrupt::install();
-    crashreport::install();
+    if (options.isRescued)
+        rescue::install();
+    else
+        crashreport::installLastWord();
+    if (options.timeout > 0 && !timelimit::set(options.timeout)) {
+        print(stderr, L"vexohost: --timeout: the system has no timer for it\n");
+        return exitcode::usage;
+    }
+    if (!options.isRescued) return runSession(options);
     try {
         return runSession(options);
     } catch (const std::exception& fault) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-enum class Wants { nothing, file, text, number, form };
+enum class Wants { nothing, file, text, number, seconds, form };
 
 struct Description {
     std::string_view name;
@@ -28,6 +28,10 @@ constexpr Description descriptions[] = {
      L"the form that --output has: R12, 2000 to 2018, TEXT, BINARY, DWG; may be given twice"},
     {"--keep-going", Wants::nothing, L"",
      L"run commands behind one that failed, too; it still is a failure in the end"},
+    {"--timeout", Wants::seconds, L"SECONDS",
+     L"end an opening, a module's loading, a command or a saving that takes longer"},
+    {"--no-rescue", Wants::nothing, L"",
+     L"leave a crash to the system or a debugger, and the drawing unsaved"},
     {"--record", Wants::file, L"FILE", L"write what was run, its results, time and memory (JSON)"},
     {"--overwrite", Wants::nothing, L"",
      L"let outputs replace files, and --output the drawing that was opened"},
@@ -58,6 +62,7 @@ void setFlag(Options& options, std::string_view name) {
     if (name == "--new") options.isNewDrawing = true;
     if (name == "--list-commands") options.wantsCommandList = true;
     if (name == "--keep-going") options.keepsGoing = true;
+    if (name == "--no-rescue") options.isRescued = false;
     if (name == "--quiet") options.isQuiet = true;
     if (name == "--version") options.wantsVersion = true;
     if (name == "--help") options.wantsHelp = true;
@@ -92,6 +97,13 @@ bool setNumber(Options& options, std::string_view value) {
     return true;
 }
 
+// From a millisecond to some years.
+bool setTimeout(Options& options, std::string_view value) {
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), options.timeout);
+    return error == std::errc() && end == value.data() + value.size() && options.timeout >= 0.001 &&
+           options.timeout <= 1e8;
+}
+
 // What ends the program by itself does nothing else.
 std::wstring problemOfLastThing(const Options& options) {
     const bool runsCommands = options.script || !options.commands.empty();
@@ -108,6 +120,7 @@ std::wstring problemOf(const Options& options) {
     if (options.wantsHelp || options.wantsVersion) return {};
     if (options.script && !options.commands.empty()) return L"--script and --command exclude each other";
     if (!options.forms.empty() && !options.output) return L"--form needs --output";
+    if (options.timeout > 0 && !options.isRescued) return L"--timeout and --no-rescue exclude each other";
     if (options.keepsGoing && !options.script && options.commands.empty())
         return L"--keep-going needs --script or --command";
     if (options.language && !options.installRoot) return L"--language needs --install";
@@ -140,6 +153,8 @@ std::wstring applyOption(Options& options, const Description& option, const std:
     if (option.wants == Wants::form) return addForm(options, wideFromArgument(*value));
     if (option.wants == Wants::number && !setNumber(options, *value))
         return name + L": \"" + wideFromArgument(*value) + L"\" is no number from 0 to 65535";
+    if (option.wants == Wants::seconds && !setTimeout(options, *value))
+        return name + L": \"" + wideFromArgument(*value) + L"\" is no number of seconds above 0";
     return {};
 }
 
@@ -199,6 +214,9 @@ std::wstring helpText() {
             L"  4    the library or a module cannot be loaded\n"
             L"  5    a file or the output could not be written, or stands there already (--overwrite)\n"
             L"  6    the script, the file of answers or the registry cannot be read\n"
+            L"  7    a command or module crashed, threw or took too long; the drawing is recovered, see the "
+            L"message\n"
+            L"  8    the same, and no drawing could be recovered\n"
             L"  130  stopped by Ctrl-C; nothing was saved by --output\n"
             L"\n"
             L"Commands: HELP lists them. Examples:\n"

@@ -24,6 +24,8 @@ struct Options {
     std::optional<std::wstring> trace;
     std::optional<std::wstring> record;
     std::optional<std::wstring> installRoot;
+    double timeout = 0;               ///< seconds for each piece of work; 0 is no limit
+    bool isRescued = true;            ///< a failure saves the drawing
     std::optional<unsigned> language; ///< the platform's identifier
     bool isQuiet = false;
     bool keepsGoing = false; ///< commands run behind one that failed, too

@@ -5,6 +5,7 @@
 #include "commandloop.h"
 #include "consoleport.h"
 #include "consolestate.h"
+#include "dbdatabase.h"
 #include "drawingcommands.h"
 #include "exitcodes.h"
 #include "fileregistrystore.h"
@@ -15,14 +16,18 @@
 #include "modulewatch.h"
 #include "outputfiles.h"
 #include "registrytext.h"
+#include "rescue.h"
 #include "runrecord.h"
 #include "saveforms.h"
 #include "script.h"
 #include "systempath.h"
 #include "textencoding.h"
+#include "timelimit.h"
 #include "tracefile.h"
 
+#include <exception>
 #include <functional>
+#include <new>
 #include <optional>
 
 namespace {
@@ -57,6 +62,7 @@ private:
     int finishRecord(int code);
     int runTraced();
     int finishTrace(hostkit::TraceFile& trace, int code);
+    int runRescued(hostkit::Host& host);
     int runInHost(hostkit::Host& host);
     int install();
     int loadModule(hostkit::Host& host, const std::wstring& file);
@@ -193,8 +199,10 @@ int Session::runTraced() {
     int code = exitcode::ok;
     {
         std::optional<hostkit::Host> host(std::in_place, m_port);
-        code = runInHost(*host);
-        if (interrupt::isRequested()) code = fail(exitcode::interrupted, L"stopped; nothing was saved");
+        code = runRescued(*host);
+        if (interrupt::isRequested() && code != exitcode::rescued && code != exitcode::notRescued)
+            code = fail(exitcode::interrupted, L"stopped; nothing was saved");
+        rescue::endDrawings();
         const crashreport::Scope scope("the closing of the drawing, or a module as it left,");
         host.reset();
     }
@@ -223,12 +231,31 @@ int Session::finishTrace(hostkit::TraceFile& trace, int code) {
     return code;
 }
 
+// What a command threw has ended it, and the drawing is whole; so is it where an exception came from
+// elsewhere. Where nothing saves the drawing any more, the rescue does.
+int Session::runRescued(hostkit::Host& host) {
+    if (!m_options.isRescued) return runInHost(host);
+    try {
+        const int code = runInHost(host);
+        if (timelimit::isOver()) return rescue::afterFailure(" took too long (--timeout)");
+        if (code != exitcode::commandFailed || !m_state.hasThrown) return code;
+        return rescue::afterFailure(" threw an exception");
+    } catch (const std::bad_alloc&) {
+        return rescue::afterFailure(" ran out of memory");
+    } catch (const std::exception& fault) {
+        return rescue::afterFailure(std::string(" threw an exception: ") + fault.what());
+    } catch (...) {
+        return rescue::afterFailure(" threw what is no exception");
+    }
+}
+
 int Session::runInHost(hostkit::Host& host) {
     ModuleWatch watch(host);
     m_watch = &watch;
     if (m_options.installRoot) return install();
     registerBuiltinCommands(host.commands());
     if (const int code = loadModule(host, m_options.library.value_or(libraryLocation()))) return code;
+    rescue::prepare();
     if (m_options.wantsCommandList && m_options.drawing.empty()) {
         for (const std::wstring& module : m_options.modules)
             if (const int code = loadModule(host, module)) return code;
@@ -270,6 +297,7 @@ int Session::loadModule(hostkit::Host& host, const std::wstring& file) {
 }
 
 int Session::openDrawing(hostkit::Host& host) {
+    const crashreport::Scope scope("the opening of " + hostkit::utf8FromWide(m_options.drawing));
     const Acad::ErrorStatus status =
         m_options.isNewDrawing ? host.newDocument() : host.openDocument(m_options.drawing);
     // The reader has told file, line and reason already.
@@ -277,6 +305,8 @@ int Session::openDrawing(hostkit::Host& host) {
         return fail(exitcode::drawingUnreadable, m_options.drawing + L": the drawing cannot be read" +
                                                      hintOfRecovery(status) + L" (" + statusName(status) +
                                                      L")");
+    const auto source = host.documents().curDocument()->database()->source();
+    rescue::expect(source ? source->bytes.size() : 0);
     return exitcode::ok;
 }
 
@@ -306,6 +336,7 @@ int Session::save(hostkit::Host& host) {
     hostkit::FormChanges changes;
     writing.changes = &changes;
     for (const std::wstring& word : m_options.forms) (void)applyFormWord(word, writing);
+    const crashreport::Scope scope("the saving of " + hostkit::utf8FromWide(*m_options.output));
     const Acad::ErrorStatus status = host.saveDocument(*document, *m_options.output, writing);
     if (status != Acad::eOk)
         return fail(exitcode::notWritten,

@@ -1,6 +1,7 @@
 #include "librarywork.h"
 
 #include "dbent.h"
+#include "vexocrashhandler.h"
 #include "vexodatabasetools.h"
 #include "vexogiworlddraw.h"
 
@@ -26,7 +27,9 @@ void capture(AcDbEntity& entity, AcArray<void*>& drawn) {
     }
 }
 
-constexpr LibraryWork work = {exportScaled, exportWithAspect, capture};
+void rescue(wchar_t* text, int code) { const VEXOCrashHandler handler(text, code); }
+
+constexpr LibraryWork work = {exportScaled, exportWithAspect, capture, rescue};
 
 } // namespace
 

@@ -88,6 +88,7 @@ struct Host::Parts {
     SystemVariables variables;
     DeferredInput deferred;
     bool isRunningDeferred = false;
+    bool hasThrown = false;
     HostWindows windows;
     MenuGroups menuGroups;
     SelectionSets selections;
@@ -175,6 +176,7 @@ CommandResult Host::runCommand(CommandInput& input) {
             function();
             return {};
         });
+        m_parts->hasThrown = m_parts->hasThrown || thrown.status != Acad::eOk;
         if (running.result.status == Acad::eOk) running.result = thrown;
     }
     input = std::move(running.input);
@@ -199,6 +201,7 @@ CommandResult Host::runWholeLine(std::wstring_view line, MoreInput more) {
 }
 
 CommandResult Host::run(std::wstring_view line, MoreInput more) {
+    if (m_parts->running.empty()) m_parts->hasThrown = false;
     CommandResult result = runWholeLine(line, more);
     CommandResult queued = runDeferred(more);
     return result.status == Acad::eOk ? queued : result;
@@ -226,6 +229,8 @@ std::vector<std::wstring> Host::runningNames() const {
     for (const RunningCommand* each : m_parts->running) names.push_back(each->globalName);
     return names;
 }
+
+bool Host::hasThrown() const { return m_parts->hasThrown; }
 
 int Host::runningState() const {
     int state = m_parts->running.empty() ? 0 : 1;

@@ -111,6 +111,8 @@ public:
     /// When the outermost command has returned, all that it queued runs (runDeferred); where the command
     /// itself went well, the result is then that of what was queued.
     CommandResult run(std::wstring_view line, MoreInput more = MoreInput::none);
+    /// Whether a command has thrown since `run` was last called for an outermost one.
+    bool hasThrown() const;
     /// Runs the commands of a line that a program gives: where the words behind a command are more than it
     /// reads, the next one is a command again. Stops at the first that fails.
     CommandResult runAll(std::wstring_view line);

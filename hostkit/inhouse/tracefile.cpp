@@ -2,6 +2,7 @@
 
 #include "atomicfile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <map>
@@ -37,6 +38,22 @@ struct Trace {
 
 std::mutex g_mutex;
 Trace g_trace;
+
+// Of one thread, in one trace; only it looks at them.
+struct OpenCalls {
+    static constexpr std::size_t mostNamed = 64;
+    const wchar_t* names[mostNamed];
+    std::size_t depth = 0;
+    unsigned generation = 0;
+};
+thread_local OpenCalls t_open;
+
+void nameOpenCall(const wchar_t* name) {
+    if (t_open.generation != g_trace.generation) t_open.depth = 0;
+    t_open.generation = g_trace.generation;
+    if (t_open.depth < OpenCalls::mostNamed) t_open.names[t_open.depth] = name;
+    ++t_open.depth;
+}
 
 ThreadTrack& track() {
     const auto [it, isNew] = g_trace.threads.try_emplace(
@@ -100,6 +117,7 @@ unsigned traceBegin(const wchar_t* name) {
     if (!g_trace.file) return 0;
     ThreadTrack& own = track();
     ++own.depth;
+    nameOpenCall(name);
     write('B', name, own.number);
     return g_trace.generation;
 }
@@ -109,7 +127,13 @@ void traceEnd(unsigned token) {
     if (!g_trace.file || token != g_trace.generation) return;
     ThreadTrack& own = track();
     --own.depth;
+    --t_open.depth;
     write('E', L"", own.number);
+}
+
+std::size_t openTracedCalls(const wchar_t** names, std::size_t room) {
+    std::copy_n(t_open.names, std::min({room, t_open.depth, OpenCalls::mostNamed}), names);
+    return t_open.depth;
 }
 
 void traceCount(const wchar_t* name, long long value) {

@@ -1,6 +1,7 @@
 // Timeline of traced calls: a file in the trace-event JSON form that a profiler opens; leaves out sampling.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace hostkit {
@@ -12,6 +13,10 @@ extern bool traceActive;
 unsigned traceBegin(const wchar_t* name);
 /// Ignored when the trace that gave the token has ended.
 void traceEnd(unsigned token);
+
+/// The calls that run on this thread now, as far as they are traced, the outermost first: their number, and
+/// the names of as many as there is room for. Takes no lock, so that a failing process may ask.
+std::size_t openTracedCalls(const wchar_t** names, std::size_t room);
 
 /// A number as it is from now on, which the timeline shows as a graph of that name. Dropped while nothing is
 /// traced.

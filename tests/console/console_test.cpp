@@ -119,22 +119,6 @@ TEST_F(WholeProgram, WhatACommandLeavesOpenIsNamedOnce) {
     EXPECT_FALSE(has(result.problems, "GREET:") || has(result.problems, "ADDLINE:")) << result.problems;
 }
 
-TEST_F(WholeProgram, ACrashNamesTheCommandAndItsModule) {
-    const std::pair<const char*, int> kinds[] = {{"SEGV", SIGSEGV}, {"BUS", SIGBUS},   {"FPE", SIGFPE},
-                                                 {"ILL", SIGILL},   {"ABRT", SIGABRT}, {"STACK", SIGSEGV}};
-    const bool isSanitized = *VEXO_SANITIZER_FLAGS != '\0';
-    for (const auto& [kind, number] : kinds) {
-        SCOPED_TRACE(kind);
-        const ProgramResult result =
-            run(helped({"--command", "QUEUE TEXT \"GREET A|CRASH " + std::string(kind) + "|\""}));
-        expectHas(result.problems, {"vexohost: the command CRASH of " + helpful + " crashed: "});
-        if (!isSanitized)
-            EXPECT_EQ(result.code, 128 + number);
-        else
-            EXPECT_NE(result.code, exitcode::ok);
-    }
-}
-
 TEST_F(WholeProgram, WordsThatNobodyAskedForAreToldAndTheCommandCounts) {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {helped({"--command", "LAYERS all of them"}), "LAYERS: \"all of them\" was not asked for\n"},

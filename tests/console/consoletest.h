@@ -10,6 +10,7 @@ inline const std::string slabModule = VEXO_BINARY_DIR "/lib/slab.so";
 inline const std::string boxesModule = VEXO_BINARY_DIR "/lib/boxes.so";
 inline const std::string modules = VEXO_BINARY_DIR "/tests/console/modules/";
 inline const std::string helpful = modules + "helpful.so";
+inline const std::string failing = modules + "failing.so";
 inline const std::string floorDrawing = VEXO_SOURCE_DIR "/examples/slab/floor.dxf";
 
 inline bool has(const std::string& text, const std::string& part) {
@@ -27,6 +28,7 @@ protected:
                       std::map<std::string, std::string> environment = {}) {
         arguments.insert(arguments.begin(), program);
         environment.emplace("VEXO_REGISTRY", folder / "registry.txt");
+        environment.emplace("XDG_STATE_HOME", folder / "state");
         return runProgram(arguments, input, environment);
     }
     /// With these lines as script.scr, behind the other arguments.

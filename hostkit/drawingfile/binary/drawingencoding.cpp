@@ -9,6 +9,7 @@
 #include "recordencoding.h"
 #include "recordgathering.h"
 #include "transcriptvalues.h"
+#include "workers.h"
 
 #include <algorithm>
 #include <array>
@@ -378,8 +379,7 @@ private:
 
     bool encodeAll() {
         constexpr std::size_t fewest = 20000; // a thread is not worth less
-        const std::size_t threads = std::clamp<std::size_t>(
-            m_jobs.size() / fewest, 1, std::max(1U, std::thread::hardware_concurrency()));
+        const std::size_t threads = std::clamp<std::size_t>(m_jobs.size() / fewest, 1, workersOfMachine());
         std::vector<Chunk> chunks(threads);
         const auto work = [&](std::size_t number) {
             const std::size_t begin = m_jobs.size() * number / threads;

@@ -2,6 +2,7 @@
 
 #include "groupscanner.h"
 #include "transcriptvalues.h"
+#include "workers.h"
 
 #include <algorithm>
 #include <array>
@@ -208,7 +209,7 @@ public:
         , m_chunks((items.size() + itemsOfChunk - 1) / itemsOfChunk) {}
 
     std::vector<Chunk>& run() {
-        const unsigned machine = std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
+        const unsigned machine = std::min(workersOfMachine(), mostThreads);
         const std::size_t wanted =
             std::min<std::size_t>(m_rules.threads ? m_rules.threads : machine, m_chunks.size());
         {

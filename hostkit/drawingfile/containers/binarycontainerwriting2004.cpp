@@ -3,6 +3,7 @@
 #include "binarycontainerwriting.h"
 #include "binarysections.h"
 #include "pagecompression.h"
+#include "workers.h"
 
 #include <algorithm>
 #include <array>
@@ -193,8 +194,8 @@ private:
             for (std::size_t i = next++; i < m_pages.size(); i = next++) pack(m_pages[i], bytes);
         };
         constexpr std::size_t pagesForOne = 8, mostThreads = 16;
-        const std::size_t count = std::min({m_pages.size() / pagesForOne, mostThreads,
-                                            static_cast<std::size_t>(std::thread::hardware_concurrency())});
+        const std::size_t count =
+            std::min({m_pages.size() / pagesForOne, mostThreads, std::size_t{workersOfMachine()}});
         std::vector<std::jthread> others;
         for (std::size_t i = 1; i < count; ++i) others.emplace_back(work);
         work();

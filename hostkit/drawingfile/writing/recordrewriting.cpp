@@ -15,6 +15,7 @@
 #include "dbsymboltablerecord.h"
 #include "dbtext.h"
 #include "keptcolors.h"
+#include "workers.h"
 
 #include <algorithm>
 #include <exception>
@@ -164,7 +165,7 @@ bool RecordRewriting::rewrite(const AcDbObject& object) {
 
 std::size_t threadsFor(const AcDbDatabase& database, unsigned wanted) {
     const std::size_t count = DatabaseAccess::stubCount(database);
-    const std::size_t machine = std::clamp(std::thread::hardware_concurrency(), 1u, mostThreads);
+    const std::size_t machine = std::min<std::size_t>(workersOfMachine(), mostThreads);
     return std::clamp<std::size_t>(wanted ? wanted : std::min(machine, count / recordsWorthAThread), 1,
                                    std::max<std::size_t>(count, 1));
 }

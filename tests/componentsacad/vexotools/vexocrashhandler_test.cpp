@@ -25,7 +25,8 @@ protected:
 
     void setDataPath(const std::string& path) {
         const std::wstring wide(path.begin(), path.end());
-        ASSERT_EQ(VEXORegistryTools::SetRegistryValueAdv(L"", L"PATHDATA", wide.c_str(), HKEY_CURRENT_USER), 1);
+        ASSERT_EQ(VEXORegistryTools::SetRegistryValueAdv(L"", L"PATHDATA", wide.c_str(), HKEY_CURRENT_USER),
+                  1);
     }
     AcDbObjectId addLine() {
         return drawingtest::appendToModelSpace(database(), new AcDbLine({0, 0, 0}, {1, 0, 0}));
@@ -47,7 +48,8 @@ protected:
     std::vector<std::string> saved() {
         std::vector<std::string> names;
         if (fs::is_directory(recover()))
-            for (const auto& entry : fs::directory_iterator(recover())) names.push_back(entry.path().filename());
+            for (const auto& entry : fs::directory_iterator(recover()))
+                names.push_back(entry.path().filename());
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -142,13 +144,14 @@ TEST_F(CrashHandler, walksDictionariesInCirclesOnce) {
     const std::pair<AcDbObjectId, AcDbObjectId> circles[] = {
         {outer, outer}, {inner, outer}, {inner, database().namedObjectsDictionaryId()}};
     for (const auto& [holder, entry] : circles)
-        hostkit::DatabaseAccess::putEntry(*hostkit::DatabaseAccess::objectOf<AcDbDictionary>(holder), L"SELF" + std::to_wstring(entry.handle().value()),
-                                          entry);
+        hostkit::DatabaseAccess::putEntry(*hostkit::DatabaseAccess::objectOf<AcDbDictionary>(holder),
+                                          L"SELF" + std::to_wstring(entry.handle().value()), entry);
     // Each level holds the next one twice.
     AcDbObjectId level = outer;
     for (int depth = 0; depth < 40; ++depth) {
         const AcDbObjectId next = addDictionary(level, L"A");
-        hostkit::DatabaseAccess::putEntry(*hostkit::DatabaseAccess::objectOf<AcDbDictionary>(level), L"B", next);
+        hostkit::DatabaseAccess::putEntry(*hostkit::DatabaseAccess::objectOf<AcDbDictionary>(level), L"B",
+                                          next);
         level = next;
     }
     leaveOpen(outer, AcDb::kForWrite);

@@ -11,7 +11,6 @@
 #include "rxdlinkr.h"
 
 #include <chrono>
-#include <csignal>
 #include <thread>
 
 namespace {
@@ -64,27 +63,6 @@ void leaveOpen() {
     }
 }
 
-#if defined(__clang__)
-[[clang::optnone]]
-#else
-[[gnu::optimize("O0")]]
-#endif
-int useStack(int depth) {
-    volatile char room[4096] = {};
-    return room[0] + (depth < 0 ? 0 : useStack(depth + 1));
-}
-
-// As the word says: a signal, or a recursion without an end.
-void crash() {
-    CString how;
-    acedGetString(0, L"How: ", how);
-    const std::pair<const wchar_t*, int> signals[] = {
-        {L"SEGV", SIGSEGV}, {L"BUS", SIGBUS}, {L"FPE", SIGFPE}, {L"ILL", SIGILL}, {L"ABRT", SIGABRT}};
-    for (const auto& [word, number] : signals)
-        if (how == word) raise(number);
-    if (how == L"STACK") acutPrintf(L"%d", useStack(0));
-}
-
 void leaveTransaction() {
     acDocManagerPtr()->curDocument()->transactionManager()->startTransaction();
     addLine();
@@ -123,11 +101,11 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packe
     if (message == AcRx::kInitAppMsg) {
         acrxDynamicLinker->unlockApplication(packet);
         const std::pair<const wchar_t*, AcRxFunctionPtr> commands[] = {
-            {L"FAIL", fail},           {L"ADDLINE", addLine},
-            {L"ADDTWO", addTwo},       {L"LEAVE", leaveTransaction},
-            {L"QUEUE", queue},         {L"WAIT", wait},
-            {L"HANG", hang},           {L"ASK", ask},
-            {L"LEAVEOPEN", leaveOpen}, {L"CRASH", crash}};
+            {L"FAIL", fail},          {L"ADDLINE", addLine},
+            {L"ADDTWO", addTwo},      {L"LEAVE", leaveTransaction},
+            {L"QUEUE", queue},        {L"WAIT", wait},
+            {L"HANG", hang},          {L"ASK", ask},
+            {L"LEAVEOPEN", leaveOpen}};
         acedRegCmds->addCommand(L"HELPFUL", L"GREET", L"SALUER", 0, greet);
         for (const auto& [name, function] : commands)
             acedRegCmds->addCommand(L"HELPFUL", name, L"", 0, function);

@@ -84,6 +84,7 @@ TEST_F(HostTest, ALineNamesItsCommandAndResultsComeBack) {
     const CommandResult thrown = run(L"GO", [] { throw std::runtime_error("broken pipe"); });
     EXPECT_EQ(thrown.status, Acad::eCommandFailed);
     EXPECT_EQ(thrown.reason, L"broken pipe");
+    EXPECT_TRUE(session.host().hasThrown());
     EXPECT_TRUE(host.runningNames().empty());
 }
 
