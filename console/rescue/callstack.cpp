@@ -41,7 +41,8 @@ public:
 
     bool next(std::string_view& line) {
         for (;;) {
-            char* const end = static_cast<char*>(std::memchr(m_begin, '\n', static_cast<std::size_t>(m_end - m_begin)));
+            char* const end =
+                static_cast<char*>(std::memchr(m_begin, '\n', static_cast<std::size_t>(m_end - m_begin)));
             if (end) {
                 line = std::string_view(m_begin, static_cast<std::size_t>(end - m_begin));
                 m_begin = end + 1;
@@ -51,7 +52,10 @@ public:
             m_end = m_buffer + (m_end - m_begin);
             m_begin = m_buffer;
             if (m_end == m_buffer + sizeof m_buffer) m_end = m_buffer; // too long for a line of ours
-            const ssize_t count = m_descriptor < 0 ? 0 : read(m_descriptor, m_end, static_cast<std::size_t>(m_buffer + sizeof m_buffer - m_end));
+            const ssize_t count =
+                m_descriptor < 0
+                    ? 0
+                    : read(m_descriptor, m_end, static_cast<std::size_t>(m_buffer + sizeof m_buffer - m_end));
             if (count <= 0) return false;
             m_end += count;
         }
@@ -130,7 +134,8 @@ void lookInto(const MappedFile& file, const ElfW(Shdr) & table, const ElfW(Shdr)
         const ElfW(Sym)& symbol = symbols[i];
         const bool isFunction = (symbol.st_info & 0xF) == STT_FUNC && symbol.st_name < names.sh_size;
         if (!isFunction || address < symbol.st_value || address - symbol.st_value >= symbol.st_size) continue;
-        const std::size_t room = std::min<std::size_t>(names.sh_size - symbol.st_name, sizeof place.function - 1);
+        const std::size_t room =
+            std::min<std::size_t>(names.sh_size - symbol.st_name, sizeof place.function - 1);
         std::strncpy(place.function, texts + symbol.st_name, room);
         place.offset = address - symbol.st_value;
         return;
@@ -145,7 +150,8 @@ void findFunction(const MappedFile& file, std::uintptr_t fileOffset, Place& plac
     const auto* const sections = file.at<ElfW(Shdr)>(head->e_shoff, head->e_shnum);
     for (int i = 0; segments && i < head->e_phnum; ++i) {
         const ElfW(Phdr)& each = segments[i];
-        if (each.p_type == PT_LOAD && fileOffset >= each.p_offset && fileOffset - each.p_offset < each.p_filesz)
+        if (each.p_type == PT_LOAD && fileOffset >= each.p_offset &&
+            fileOffset - each.p_offset < each.p_filesz)
             place.offset = fileOffset - each.p_offset + each.p_vaddr;
     }
     const std::uintptr_t address = place.offset;

@@ -24,6 +24,7 @@
 #include <memory>
 #include <new>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <ucontext.h>
 #include <unistd.h>
 
@@ -37,6 +38,7 @@ constexpr std::size_t faultStackSize = std::size_t{128} << 10;
 constexpr std::size_t leastReserve = std::size_t{32} << 20;
 constexpr std::size_t reserveForByte = 12; ///< of a drawing's file
 constexpr std::size_t mostReserve = std::size_t{16} << 30;
+constexpr std::size_t shareOfLimit = 6; ///< where the process may have so much memory and no more
 constexpr int secondsForRescue = 60;
 constexpr std::size_t mostCalls = 24;
 constexpr std::size_t longestText = 1024;
@@ -116,7 +118,8 @@ void sayPlace(const callstack::Place& place) {
 bool isOfProgram(const callstack::Place& place) {
     char program[callstack::Place::longest];
     const ssize_t length = readlink("/proc/self/exe", program, sizeof program);
-    return length > 0 && std::string_view(place.module) == std::string_view(program, static_cast<std::size_t>(length));
+    return length > 0 &&
+           std::string_view(place.module) == std::string_view(program, static_cast<std::size_t>(length));
 }
 
 // A function that calls itself is told once; what the program itself does in between is its own affair.
@@ -248,8 +251,15 @@ const void* placeOfFault(const void* context) {
     for (;;) pause();
 }
 
-void onFault(int number, siginfo_t*, void* context) {
+// No failure of the rescue: the time limit of what has failed already, and a sender who has lost patience.
+bool isFromOutside(const siginfo_t& info) {
+    const bool isSent = info.si_code == SI_USER || info.si_code == SI_QUEUE;
+    return info.si_code == SI_TIMER || (isSent && info.si_pid != getpid());
+}
+
+void onFault(int number, siginfo_t* info, void* context) {
     if (gettid() != g_mainThread) handOver(number, placeOfFault(context));
+    if (g_stage != Stage::working && isFromOutside(*info)) return;
     if (g_stage != Stage::working) onSecondFailure(number);
     if (number == SIGALRM && !timelimit::isUpForGood()) {
         keep(g_thrown.who, crashreport::who());
@@ -290,6 +300,14 @@ void onTerminate() {
     leaveForRescue();
 }
 
+// A command is to have what it needs under a limit, too.
+std::size_t reserveFor(std::size_t wanted) {
+    rlimit limit{};
+    const bool isLimited = getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    return std::min(wanted,
+                    isLimited ? static_cast<std::size_t>(limit.rlim_cur) / shareOfLimit : mostReserve);
+}
+
 // --- Preparation ---------------------------------------------------------------------------------------
 
 void* newStack(std::size_t size) {
@@ -320,7 +338,7 @@ bool prepareStacks() {
 void install() {
     g_mainThread = gettid();
     if (!prepareStacks()) return crashreport::installLastWord();
-    (void)reservememory::setAside(leastReserve);
+    (void)reservememory::setAside(reserveFor(leastReserve));
     struct sigaction action {};
     action.sa_sigaction = onFault;
     // A fault within the handling of one comes again.
@@ -348,8 +366,7 @@ void prepare() {
 }
 
 void expect(std::size_t bytes) {
-    if (g_isInstalled)
-        (void)reservememory::setAside(std::min(mostReserve, leastReserve + bytes * reserveForByte));
+    if (g_isInstalled) (void)reservememory::setAside(reserveFor(leastReserve + bytes * reserveForByte));
 }
 
 void endDrawings() { g_hasDrawings = false; }

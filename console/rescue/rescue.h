@@ -17,7 +17,8 @@ bool isInstalled();
 
 /// Once the host stands: what a rescue needs of the settings and the library is found and loaded now.
 void prepare();
-/// When a drawing has been opened: so much memory is set aside as its rescue may take. `bytes` are its file's.
+/// When a drawing has been opened: so much memory is set aside as its rescue may take. `bytes` are its
+/// file's.
 void expect(std::size_t bytes);
 /// From now on there is no drawing to be rescued: those that are open are being left.
 void endDrawings();
@@ -26,8 +27,8 @@ void endDrawings();
 /// failure without its end. The exit code.
 int afterFailure(const std::string& what);
 
-/// Keeps where an exception is thrown, for the report of one that ends a command. Called by every throw of the
-/// program.
+/// Keeps where an exception is thrown, for the report of one that ends a command. Called by every throw of
+/// the program.
 void noteThrow();
 
 } // namespace rescue

@@ -28,9 +28,9 @@ std::wstring setting(HKEY hive, const wchar_t* name) {
 
 // The places in the order in which the library looks for its data.
 std::wstring dataPath() {
-    for (const auto& [hive, name] : {std::pair{HKEY_CURRENT_USER, L"PATHDATA"},
-                                     std::pair{HKEY_LOCAL_MACHINE, L"PATHDATA"},
-                                     std::pair{HKEY_LOCAL_MACHINE, L"Path"}})
+    for (const auto& [hive, name] :
+         {std::pair{HKEY_CURRENT_USER, L"PATHDATA"}, std::pair{HKEY_LOCAL_MACHINE, L"PATHDATA"},
+          std::pair{HKEY_LOCAL_MACHINE, L"Path"}})
         if (std::wstring found = setting(hive, name); !found.empty()) return found;
     return {};
 }
@@ -50,8 +50,8 @@ RescuePort::RescuePort() {
     m_recoverDirectory = directory + "Recover";
     const hostkit::ScopedPort scope(*this);
     HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, applicationKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) !=
-        ERROR_SUCCESS)
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, applicationKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+                        nullptr) != ERROR_SUCCESS)
         return;
     RegSetValueExW(key, L"PATHDATA", 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
                    static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t)));

@@ -22,8 +22,9 @@ struct Head {
 };
 static_assert(sizeof(Head) == 16);
 
-constexpr std::uintptr_t ofReserve = 0x52455343'55455331U; ///< combined with the address, to know our own
-constexpr std::uintptr_t ofSystem = 0x52455343'55455332U;
+constexpr std::uintptr_t ofReserve = 0x52455343'55455331U;     ///< combined with the address, to know our own
+constexpr std::uintptr_t ofReserveOnce = 0x52455343'55455332U; ///< not to be used again
+constexpr std::uintptr_t ofSystem = 0x52455343'55455333U;
 constexpr std::size_t large = std::size_t{1} << 20;
 constexpr std::size_t moreAtATime = std::size_t{8} << 20;
 constexpr std::size_t granularity = 16;
@@ -58,12 +59,15 @@ SizeClass classOf(std::size_t bytes) {
     const std::size_t step = std::size_t{1} << (doubling - 2);
     const std::size_t capacity = roundedUp(bytes, step);
     const std::size_t steps = (capacity - (std::size_t{1} << doubling)) / step; // 1 to 4
-    const std::size_t number = fineClasses + static_cast<std::size_t>(doubling - 10) * stepsOfDoubling + steps - 1;
+    const std::size_t number =
+        fineClasses + static_cast<std::size_t>(doubling - 10) * stepsOfDoubling + steps - 1;
     return {number, capacity};
 }
 
 Head* headOf(void* block) { return static_cast<Head*>(block) - 1; }
-std::uintptr_t markOf(const void* block, std::uintptr_t kind) { return std::bit_cast<std::uintptr_t>(block) ^ kind; }
+std::uintptr_t markOf(const void* block, std::uintptr_t kind) {
+    return std::bit_cast<std::uintptr_t>(block) ^ kind;
+}
 bool isOf(void* block, std::uintptr_t kind) { return headOf(block)->mark == markOf(block, kind); }
 
 void* marked(void* block, std::size_t capacity, std::uintptr_t kind) {
@@ -100,7 +104,7 @@ void* allocateAligned(std::size_t bytes, std::size_t alignment) {
     if (!place) return fail();
     const std::uintptr_t least = std::bit_cast<std::uintptr_t>(place) + sizeof(Head);
     char* const block = place + (roundedUp(least, alignment) - std::bit_cast<std::uintptr_t>(place));
-    return marked(block, 0, ofReserve);
+    return marked(block, bytes, ofReserveOnce);
 }
 
 } // namespace
@@ -142,7 +146,7 @@ void release(void* block) {
     if (!block) return;
     if (isOf(block, ofSystem)) {
         munmap(headOf(block), headOf(block)->capacity + sizeof(Head));
-    } else if (isOf(block, ofReserve) && headOf(block)->capacity > 0) {
+    } else if (isOf(block, ofReserve)) {
         void*& first = g_free[classOf(headOf(block)->capacity).number];
         std::memcpy(block, &first, sizeof(void*));
         first = block;
@@ -151,7 +155,7 @@ void release(void* block) {
 
 void* reallocate(void* block, std::size_t bytes) {
     if (!block) return allocate(bytes);
-    const bool isOurs = isOf(block, ofReserve) || isOf(block, ofSystem);
+    const bool isOurs = isOf(block, ofReserve) || isOf(block, ofReserveOnce) || isOf(block, ofSystem);
     const std::size_t had = isOurs ? headOf(block)->capacity : malloc_usable_size(block);
     if (isOurs && had >= bytes) return block;
     if (isOf(block, ofSystem)) {

@@ -10,8 +10,8 @@ namespace reservememory {
 /// True on a thread that lives on the reserve.
 extern constinit thread_local bool isUsed;
 
-/// Sets at least so much address space aside, in place of what was so far where that is less; the system gives
-/// memory for it when it is touched. False where there is not so much: what was set aside stays.
+/// Sets at least so much address space aside, in place of what was so far where that is less; the system
+/// gives memory for it when it is touched. False where there is not so much: what was set aside stays.
 bool setAside(std::size_t bytes);
 /// Gives the reserve to everybody: for a rescue in a program whose heap is whole.
 void giveBack();

@@ -201,7 +201,7 @@ class Worker:
         self.console = plan["console"]
 
     def arguments(self, path, commands):
-        arguments = [self.console["program"], "--quiet", "--keep-going", "--record", "console.json",
+        arguments = [self.console["program"], "--quiet", "--no-rescue", "--keep-going", "--record", "console.json",
                      "--module", self.console["module"]]
         for command in commands:
             arguments += ["--command", command.encode("utf-8")]

@@ -7,6 +7,7 @@
 #include "textencoding.h"
 
 #include <algorithm>
+#include <new>
 #include <numeric>
 
 namespace hostkit {
@@ -158,8 +159,10 @@ AuditReport auditDrawing(const AcDbDatabase& database, std::size_t findingLimit)
     options.coding = DrawingCoding::kText;
     WriteReport written;
     std::string bytes;
-    if (writeDrawingToMemory(database, bytes, options, &written) == Acad::eOk)
-        return auditDrawingText(bytes, findingLimit);
+    const Acad::ErrorStatus status = writeDrawingToMemory(database, bytes, options, &written);
+    if (status == Acad::eOk) return auditDrawingText(bytes, findingLimit);
+    // That says nothing of the drawing.
+    if (status == Acad::eOutOfMemory) throw std::bad_alloc();
     AuditFindings findings(findingLimit);
     findings.fault(AuditCheck::kStructure, nullptr, 0, L"it cannot be saved: ",
                    std::wstring_view(written.message));

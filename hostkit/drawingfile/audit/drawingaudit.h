@@ -72,7 +72,7 @@ AuditReport auditDrawingText(std::string_view bytes, std::size_t findingLimit = 
 
 /// Checks the text as which the drawing would be saved now, in the form that it was read in; of a drawing
 /// that was not changed, that is the file that was read. Changes nothing. A drawing that cannot be saved has
-/// one fault, with the reason.
+/// one fault, with the reason; for want of memory it throws, as containers do.
 AuditReport auditDrawing(const AcDbDatabase& database, std::size_t findingLimit = 100);
 
 } // namespace hostkit
