@@ -30,7 +30,8 @@ protected:
         EXPECT_EQ(result.code, exitcode::rescued) << result.problems;
         const std::vector<fs::path> found = recovered();
         ASSERT_EQ(found.size(), 1u) << result.problems;
-        expectHas(result.problems, {"vexohost: the drawing as it was then is recovered in " + found[0].string() + "\n"});
+        expectHas(result.problems,
+                  {"vexohost: the drawing as it was then is recovered in " + found[0].string() + "\n"});
         const ProgramResult audit = run({found[0], "--command", "AUDIT"});
         EXPECT_EQ(audit.code, exitcode::ok) << audit.output << audit.problems;
         EXPECT_TRUE(has(outputOf({found[0], "--command", "LIST JSON"}), "[4,5,6,0]"));
@@ -51,7 +52,9 @@ TEST_F(Rescue, EveryFailureIsToldAndSavesTheDrawing) {
         std::vector<std::string> told;
         bool needsPlainBuild = false; ///< a sanitizer takes it for itself
     } cases[] = {
-        {"NULL", {" crashed: memory that is not its own was used (SIGSEGV)\n", "useNull()+0x", "called by", "::fail()"}},
+        {"NULL",
+         {" crashed: memory that is not its own was used (SIGSEGV)\n", "useNull()+0x", "called by",
+          "::fail()"}},
         {"DIVIDE", {" crashed: a whole number was divided by zero, or the like (SIGFPE)\n", "divide()"}},
         {"ABORT", {" crashed: the code gave up (SIGABRT)\n", "abort"}},
         {"ILL", {"(SIGILL)"}},
@@ -80,19 +83,22 @@ TEST_F(Rescue, MemoryThatIsUsedUpLeavesEnoughForTheRescue) {
     if (isSanitized) GTEST_SKIP() << "a sanitizer needs more address space than a limit leaves";
     for (const std::string way : {"ALLOCATE", "LEAK"}) {
         SCOPED_TRACE(way);
-        const ProgramResult result = runInShell("ulimit -v 400000; XDG_STATE_HOME=" + (folder / "state") + " " + program +
-                                                " --new --module " + failing + " --command 'FAIL " + way + "'");
+        const ProgramResult result =
+            runInShell("ulimit -v 400000; XDG_STATE_HOME=" + (folder / "state") + " " + program +
+                       " --new --module " + failing + " --command 'FAIL " + way + "'");
         expectRecovered(result);
     }
 }
 
 TEST_F(Rescue, WhatFailsInTheRescueEndsIt) {
-    const std::pair<const char*, const char*> ways[] = {{"RESCUENULL", "memory that is not its own was used (SIGSEGV)"},
-                                                        {"RESCUETHROW", "its saving threw an exception"}};
+    const std::pair<const char*, const char*> ways[] = {
+        {"RESCUENULL", "memory that is not its own was used (SIGSEGV)"},
+        {"RESCUETHROW", "its saving threw an exception"}};
     for (const auto& [way, reason] : ways) {
         const ProgramResult result = failBy(way);
         EXPECT_EQ(result.code, exitcode::notRescued) << result.problems;
-        expectHas(result.problems, {"crashed: ", "vexohost: the drawing is not rescued: " + std::string(reason) + "\n"});
+        expectHas(result.problems,
+                  {"crashed: ", "vexohost: the drawing is not rescued: " + std::string(reason) + "\n"});
     }
     EXPECT_TRUE(recovered().empty());
 }
@@ -112,8 +118,9 @@ TEST_F(Rescue, PlacesThatAreNotThereAndDrawingsThatAreNotOpenAreTold) {
     for (const auto& each : cases) {
         SCOPED_TRACE(each.told);
         if (!each.registry.empty())
-            folder.write("registry.txt", "[HKEY_LOCAL_MACHINE\\Software\\Vexomar\\ordane\\R18\\10.1]\n\"PATHDATA\"=\"" +
-                                             each.registry + "\"\n");
+            folder.write("registry.txt",
+                         "[HKEY_LOCAL_MACHINE\\Software\\Vexomar\\ordane\\R18\\10.1]\n\"PATHDATA\"=\"" +
+                             each.registry + "\"\n");
         const bool isLeaving = each.environment.contains("FAILING_AT_LEAVING");
         const ProgramResult result = failBy(isLeaving ? "NOT" : "NULL", {}, each.environment);
         EXPECT_EQ(result.code, exitcode::notRescued) << result.problems;
@@ -144,14 +151,15 @@ TEST_F(Rescue, WithoutRescueTheSignalEndsTheProgram) {
 }
 
 TEST_F(Rescue, CallsThatWereTracedAreNamed) {
-    expectHas(failBy("NULL", {"--trace", folder / "trace.json"}).problems, {"  traced call failing::useNull\n"});
+    expectHas(failBy("NULL", {"--trace", folder / "trace.json"}).problems,
+              {"  traced call failing::useNull\n"});
 }
 
-// At random moments of opening, cutting and saving: the file is the old one or the new one, and what was recovered is
-// whole. tools/check-rescue asks the same, with more signals, 500 times.
+// At random moments of opening, cutting and saving: the file is the old one or the new one, and what was
+// recovered is whole. tools/check-rescue asks the same, with more signals, 500 times.
 TEST_F(Rescue, ASignalAtAnyMomentLosesNoDrawing) {
     const std::string old = readFile(floorDrawing), file = folder / "floor.dxf";
-    const std::vector<std::string> command = {program,     file,         "--module", slabModule,    "--command",
+    const std::vector<std::string> command = {program,      file,       "--module", slabModule,   "--command",
                                               "SLABSTRIPS", "--output", file,       "--overwrite"};
     const std::map<std::string, std::string> environment = {{"VEXO_REGISTRY", folder / "registry.txt"},
                                                             {"XDG_STATE_HOME", folder / "state"}};
@@ -197,7 +205,8 @@ TEST(ReserveMemory, BlocksDoNotTouchEachOther) {
     std::vector<Block> blocks;
     std::mt19937 random(3);
     const auto check = [](const Block& block) {
-        return std::all_of(block.place, block.place + block.size, [&](unsigned char each) { return each == block.mark; });
+        return std::all_of(block.place, block.place + block.size,
+                           [&](unsigned char each) { return each == block.mark; });
     };
     for (int round = 0; round < 20000; ++round) {
         const bool isLarge = random() % 512 == 0;
