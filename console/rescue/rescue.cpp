@@ -25,6 +25,7 @@
 #include <new>
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <termios.h>
 #include <ucontext.h>
 #include <unistd.h>
 
@@ -75,6 +76,8 @@ sigjmp_buf g_sayingEnd;
 volatile bool g_isSaying = false;
 ucontext_t g_rescueContext;
 std::unique_ptr<RescuePort> g_port;
+termios g_terminal; ///< as it was when the program began; the editing of lines changes it
+bool g_isTerminal = false;
 
 void keep(char (&place)[longestText], std::string_view text, std::string_view more = {}) {
     const std::size_t length = text.copy(place, longestText - 1);
@@ -215,7 +218,9 @@ void rescueAndEnd() {
     reservememory::use();
     hostkit::workAlone();
     report(g_failure);
-    _exit(rescueDrawing(g_failure));
+    const int code = rescueDrawing(g_failure);
+    if (g_isTerminal) tcsetattr(STDIN_FILENO, TCSANOW, &g_terminal);
+    _exit(code);
 }
 
 [[noreturn]] void leaveForRescue() {
@@ -259,6 +264,11 @@ bool isFromOutside(const siginfo_t& info) {
 
 void onFault(int number, siginfo_t* info, void* context) {
     if (gettid() != g_mainThread) handOver(number, placeOfFault(context));
+    if (number == SIGALRM && g_stage == Stage::working && timelimit::seconds() == 0) {
+        // Nobody's here: it does what it would without us.
+        signal(SIGALRM, SIG_DFL);
+        raise(SIGALRM);
+    }
     if (g_stage != Stage::working && isFromOutside(*info)) return;
     if (g_stage != Stage::working) onSecondFailure(number);
     if (number == SIGALRM && !timelimit::isUpForGood()) {
@@ -347,6 +357,7 @@ void install() {
     for (const int number : crashreport::FaultSignals::numbers) sigaction(number, &action, nullptr);
     sigaction(SIGALRM, &action, nullptr);
     std::set_terminate(onTerminate);
+    g_isTerminal = tcgetattr(STDIN_FILENO, &g_terminal) == 0;
     g_isInstalled = true;
 }
 
