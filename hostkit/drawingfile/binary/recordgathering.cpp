@@ -394,6 +394,8 @@ private:
             target = namedTarget(line, group);
         else if (group)
             target = handleFromText(group->value).value_or(0);
+        // The standard has another name by now: what refers to it does so still.
+        if (!group && target == 0 && line.hasStandardText) return;
         place(line.parts[0]).reference = {0, target};
         m_values[line.parts[0].slot] = static_cast<double>(target);
     }
