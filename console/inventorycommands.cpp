@@ -32,11 +32,11 @@ std::vector<MODULEENTRY32W> modulesOfProcess() {
     std::vector<MODULEENTRY32W> modules;
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, 0);
     if (snapshot == INVALID_HANDLE_VALUE) return modules;
+    const std::unique_ptr<void, BOOL (*)(HANDLE)> closing(snapshot, &CloseHandle);
     MODULEENTRY32W module{};
     module.dwSize = sizeof module;
     for (BOOL more = Module32FirstW(snapshot, &module); more; more = Module32NextW(snapshot, &module))
         modules.push_back(module);
-    CloseHandle(snapshot);
     return modules;
 }
 

@@ -84,7 +84,8 @@ void layersCommand() {
     auto counts = entitiesByLayer(*document->database());
     std::vector<Row> rows = {{L"Layer", L"Entities", L"Colour", L"Linetype", L"State"}};
     AcDbLayerTableIterator* opened = nullptr;
-    table->newIterator(opened);
+    const Acad::ErrorStatus status = table->newIterator(opened);
+    if (status != Acad::eOk) return hostkit::failCommand(status, L"the layers cannot be listed");
     for (const std::unique_ptr<AcDbLayerTableIterator> iterator(opened); !iterator->done();
          iterator->step()) {
         AcDbObjectId id;

@@ -76,10 +76,9 @@ private:
         if (hatch.isSolidFill()) return m_drawing.DrawHatch(m_dc, &hatch);
         AcDbVoidPtrArray parts;
         hatch.explode(parts);
-        for (void* part : parts) {
-            m_parts.emplace_back(static_cast<AcDbEntity*>(part));
-            work.push_back(m_parts.back().get());
-        }
+        m_parts.reserve(m_parts.size() + static_cast<std::size_t>(parts.length()));
+        for (void* part : parts) m_parts.emplace_back(static_cast<AcDbEntity*>(part));
+        for (void* part : parts) work.push_back(static_cast<AcDbEntity*>(part));
     }
 
     CMetaFileDC& m_dc;

@@ -89,7 +89,10 @@ std::vector<ContourLoop> cutAroundHoles(const StripFrame& frame, const std::vect
 }
 
 void appendCurve(AcArray<void*>& curves, std::unique_ptr<AcDbCurve> curve) {
-    if (curve) curves.append(curve.release());
+    if (curve) {
+        curves.append(curve.get());
+        (void)curve.release();
+    }
 }
 
 } // namespace

@@ -233,8 +233,10 @@ AcArray<void*> stripsBetweenLines(AcDbPolyline* contour, AcDbCurve* hole, const 
     const AcArray<AcGePoint3d> onRight = orderedMeetings(*hole, right, right.unitDir());
     if (onLeft.isEmpty() || onRight.isEmpty()) return strips;
     const auto append = [&](const AcGePoint3d& a, const AcGePoint3d& b, Side side) {
-        if (std::unique_ptr<AcDbCurve> strip = stripOnSide(a, b, contour, hole, side, isPlain))
-            strips.append(strip.release());
+        if (std::unique_ptr<AcDbCurve> strip = stripOnSide(a, b, contour, hole, side, isPlain)) {
+            strips.append(strip.get());
+            (void)strip.release();
+        }
     };
     append(onLeft.last(), onRight.last(), Side::kUpper);
     append(onLeft.first(), onRight.first(), Side::kLower);

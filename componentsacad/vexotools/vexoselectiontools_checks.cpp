@@ -133,10 +133,12 @@ bool holdsBehindFirst(const AcDbObjectIdArray& ids, const std::wstring& first, A
 // The whole drawing by a filter.
 AcDbObjectIdArray idsOfWholeDrawing(const resbuf* filter) {
     AcDbObjectIdArray ids;
-    ads_name set = {0, 0};
-    if (acedSSGet(L"_X", nullptr, nullptr, filter, set) == RTNORM)
-        VEXOSelectionTools::enameSetToObjIds(set, ids);
-    acedSSFree(set);
+    struct Set {
+        ~Set() { acedSSFree(name); }
+        ads_name name = {0, 0};
+    } set;
+    if (acedSSGet(L"_X", nullptr, nullptr, filter, set.name) == RTNORM)
+        VEXOSelectionTools::enameSetToObjIds(set.name, ids);
     return ids;
 }
 

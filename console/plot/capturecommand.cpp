@@ -9,6 +9,7 @@
 #include "escaping.h"
 #include "host.h"
 #include "librarywork.h"
+#include "ownedparts.h"
 #include "selectioninput.h"
 
 #include <algorithm>
@@ -21,15 +22,16 @@ namespace {
 
 using Parts = std::vector<std::unique_ptr<AcDbEntity>>;
 
-Parts owned(const AcDbVoidPtrArray& entities) {
+Parts owned(hostkit::OwnedParts& entities) {
     Parts parts;
-    for (void* each : entities) parts.emplace_back(static_cast<AcDbEntity*>(each));
+    parts.reserve(static_cast<std::size_t>(entities.list.length()));
+    for (void*& each : entities.list) parts.push_back(entities.take(each));
     return parts;
 }
 
 Parts captured(const LibraryWork& work, AcDbEntity& entity) {
-    AcDbVoidPtrArray drawn;
-    work.capture(entity, drawn);
+    hostkit::OwnedParts drawn;
+    work.capture(entity, drawn.list);
     return owned(drawn);
 }
 
@@ -115,8 +117,8 @@ bool isTakenApartAsDrawn(const AcDbEntity& entity) {
 }
 
 Parts partsOf(const LibraryWork& work, AcDbEntity& entity) {
-    AcDbVoidPtrArray parts;
-    const Acad::ErrorStatus status = entity.explode(parts);
+    hostkit::OwnedParts parts;
+    const Acad::ErrorStatus status = entity.explode(parts.list);
     if (status == Acad::eNotApplicable && (isOfApplication(entity) || isTakenApartAsDrawn(entity)))
         return captured(work, entity);
     return owned(parts);
@@ -128,13 +130,23 @@ bool explodeInPlace(const LibraryWork& work, AcDbObjectId id, std::size_t& made)
     if (!entity.object()) return false;
     Parts parts = partsOf(work, *entity);
     const AcDbObjectPointer<AcDbBlockTableRecord> block(entity->ownerId(), AcDb::kForWrite);
-    if (parts.empty() || !block.object() || entity->erase() != Acad::eOk) return false;
+    if (parts.empty() || !block.object()) return false;
+    std::vector<AcDbObjectId> taken;
+    taken.reserve(parts.size());
     for (std::unique_ptr<AcDbEntity>& part : parts) {
-        if (block->appendAcDbEntity(part.get()) != Acad::eOk) continue;
+        if (block->appendAcDbEntity(part.get()) != Acad::eOk) break;
+        taken.push_back(part->objectId());
         part.release()->close();
-        ++made;
     }
-    return true;
+    if (taken.size() == parts.size() && entity->erase() == Acad::eOk) {
+        made += taken.size();
+        return true;
+    }
+    for (const AcDbObjectId part : taken) {
+        const AcDbObjectPointer<AcDbEntity> dropped(part, AcDb::kForWrite);
+        if (dropped.object()) (void)dropped->erase();
+    }
+    return false;
 }
 
 } // namespace

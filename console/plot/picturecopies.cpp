@@ -7,6 +7,7 @@
 #include "dbobjptr.h"
 #include "dbtext.h"
 #include "librarywork.h"
+#include "ownedparts.h"
 
 namespace {
 
@@ -48,14 +49,14 @@ bool PictureCopies::isShown(const AcDbEntity& entity) {
 }
 
 void PictureCopies::takeApart(AcDbEntity& entity, int depth) {
-    AcDbVoidPtrArray parts;
+    hostkit::OwnedParts parts;
     if (depth > deepestNesting || m_copies.size() > mostPieces) {
         m_isCut = true;
-    } else if (entity.explode(parts) != Acad::eOk) {
-        m_work.capture(entity, parts);
-        if (parts.isEmpty()) ++m_missing[kindOf(entity)];
+    } else if (entity.explode(parts.list) != Acad::eOk) {
+        m_work.capture(entity, parts.list);
+        if (parts.list.isEmpty()) ++m_missing[kindOf(entity)];
     }
-    for (void* part : parts) addPiece(std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(part)), depth + 1);
+    for (void*& part : parts.list) addPiece(parts.take(part), depth + 1);
 }
 
 // What a tool would pass over in silence, as a pattern with more strokes than anybody can see, is told.

@@ -52,7 +52,7 @@ public:
         const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
         if (!record.object()) return;
         AcDbBlockTableRecordIterator* opened = nullptr;
-        record->newIterator(opened);
+        if (record->newIterator(opened) != Acad::eOk) return;
         for (const std::unique_ptr<AcDbBlockTableRecordIterator> each(opened); !each->done(); each->step()) {
             if (mustStop()) return;
             AcDbObjectId id;

@@ -40,6 +40,7 @@ Records recordsOf(const std::wstring& layer, const std::vector<AcDbObjectId>& ma
     Records list(acutBuildList(layerCode, layer.c_str(), 0), &acutRelRb);
     resbuf* last = list.get();
     for (const AcDbObjectId id : made) {
+        if (!last) return Records(nullptr, &acutRelRb);
         last->rbnext = acutBuildList(referenceCode, handleText(id.handle()).c_str(), 0);
         last = last->rbnext;
     }

@@ -9,7 +9,8 @@ namespace hostkit {
 CommandResult resultOfException() noexcept;
 
 /// The result of the work, or of what it throws.
-template <class Work> CommandResult caught(Work&& work) noexcept {
+template <class Work>
+CommandResult caught(Work&& work) noexcept {
     try {
         return work();
     } catch (...) {

@@ -4,6 +4,7 @@
 #include "actrans.h"
 #include "dbmain.h"
 #include "documentselection.h"
+#include "openobjects.h"
 #include "undohistory.h"
 
 namespace hostkit {
@@ -58,6 +59,10 @@ void CommandScope::end() {
         if (m_isLocked) m_documents.unlockDocument(m_document);
     }
     m_documents.commandEnds();
+}
+
+void CommandScope::closeObjects() {
+    if (m_isOutermost && hasDocument()) closeOpenObjects(*m_database);
 }
 
 bool CommandScope::abortTransactions() {

@@ -20,6 +20,9 @@ public:
     /// Aborts the transactions that were started since; false when there were none.
     bool abortTransactions();
 
+    /// Of a command that an exception has ended: nobody is left who could close what it opened.
+    void closeObjects();
+
 private:
     void begin(const AcEdCommand& command, bool wasIdle);
     void end();

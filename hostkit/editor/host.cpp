@@ -169,18 +169,22 @@ CommandResult Host::runCommand(CommandInput& input) {
     RunningCommand running{command->globalName(), std::move(input), command->commandFlags()};
     CommandScope scope(m_parts->documents, *command);
     CommandWatch* const watch = m_parts->watch;
+    bool hasThrown = true;
     {
         const Running among(m_parts->running, running);
         const CommandResult thrown = caught([&]() -> CommandResult {
             if (watch) watch->starts(*command);
             function();
+            hasThrown = false;
             return {};
         });
         m_parts->hasThrown = m_parts->hasThrown || thrown.status != Acad::eOk;
         if (running.result.status == Acad::eOk) running.result = thrown;
     }
     input = std::move(running.input);
-    if (scope.abortTransactions() && running.result.status == Acad::eOk)
+    const bool hasAborted = scope.abortTransactions();
+    if (hasThrown) scope.closeObjects();
+    if (hasAborted && running.result.status == Acad::eOk)
         running.result = {Acad::eTransactionOpenWhileCommandEnded,
                           L"it left a transaction open; what was done in it is taken back"};
     if (watch) watch->ended(running.globalName);
@@ -204,7 +208,7 @@ CommandResult Host::run(std::wstring_view line, MoreInput more) {
     if (m_parts->running.empty()) m_parts->hasThrown = false;
     CommandResult result = runWholeLine(line, more);
     CommandResult queued = runDeferred(more);
-    return result.status == Acad::eOk ? queued : result;
+    return std::move(result.status == Acad::eOk ? queued : result);
 }
 
 CommandResult Host::runAll(std::wstring_view line) {

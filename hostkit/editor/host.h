@@ -101,8 +101,9 @@ public:
                                    const WriteOptions& options = {});
 
     /// Runs the command that the first word of the line names; the other words are its answers. An empty line
-    /// does nothing. eUnknownCommand when there is none of that name. What the command throws, or what stands around
-    /// it where memory is short, ends it as a failure. Words that it did not ask for are told as a problem, and it counts as done.
+    /// does nothing. eUnknownCommand when there is none of that name. What the command throws, or what stands
+    /// around it where memory is short, ends it as a failure. Words that it did not ask for are told as a
+    /// problem, and it counts as done.
     ///
     /// The current document is locked for it as its flags ask: for writing, reading, exclusively, or not at
     /// all. What the outermost command changes there is one step for undo. A transaction that a command

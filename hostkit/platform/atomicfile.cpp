@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <optional>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,11 +49,12 @@ bool lock(int descriptor, int operation) {
     return result == 0;
 }
 
-bool isStillNamed(int descriptor, const std::string& path) {
+// Nothing where the system does not tell.
+std::optional<bool> isStillNamed(int descriptor, const std::string& path) {
     struct stat held;
     struct stat named;
-    return fstat(descriptor, &held) == 0 && lstat(path.c_str(), &named) == 0 && held.st_dev == named.st_dev &&
-           held.st_ino == named.st_ino;
+    if (fstat(descriptor, &held) != 0) return std::nullopt;
+    return lstat(path.c_str(), &named) == 0 && held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
 // A process holds the lock of its temporary file for as long as the file has that name: who can have the lock
@@ -61,7 +63,8 @@ bool isStillNamed(int descriptor, const std::string& path) {
 void removeIfAbandoned(const std::string& temporary) {
     const int descriptor = open(temporary.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return;
-    if (lock(descriptor, LOCK_EX | LOCK_NB) && isStillNamed(descriptor, temporary)) unlink(temporary.c_str());
+    if (lock(descriptor, LOCK_EX | LOCK_NB) && isStillNamed(descriptor, temporary).value_or(false))
+        unlink(temporary.c_str());
     close(descriptor);
 }
 
@@ -157,12 +160,15 @@ bool AtomicFile::openTemporary() {
         if (m_descriptor < 0) return false;
         // Another may be faster with the lock, and removes the file. A file system without locks refuses all.
         const bool isRemoved = !lock(m_descriptor, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK;
-        if (!isRemoved && isStillNamed(m_descriptor, name)) {
+        const std::optional<bool> isNamed = isRemoved ? false : isStillNamed(m_descriptor, name);
+        if (isNamed.value_or(false)) {
             m_temporary = std::move(name); // nothing may fail between the file and its name here
             return true;
         }
+        if (!isNamed) unlink(name.c_str()); // it was made here a moment ago
         close(m_descriptor);
         m_descriptor = -1;
+        if (!isNamed) return false;
     }
     return false;
 }

@@ -131,7 +131,11 @@ resbuf* acutBuildList(int type, ...) {
     // text.
     for (int code = type; code != 0; code = va_arg(arguments, int)) {
         resbuf* record = acutNewRb(code);
-        if (!record) break;
+        if (!record) {
+            acutRelRb(head);
+            head = nullptr;
+            break;
+        }
         *tail = record;
         tail = &record->rbnext;
         bool known;

@@ -4,6 +4,7 @@
 #include "adsdef.h"
 
 #include <memory>
+#include <new>
 
 namespace hostkit {
 
@@ -16,9 +17,10 @@ using RecordList = std::unique_ptr<resbuf, RecordListDeleter>;
 /// Makes a list, one record behind the other.
 class RecordListMaker {
 public:
-    /// A record of that type with a zero value.
+    /// A record of that type with a zero value; throws std::bad_alloc where there is no room for it.
     resbuf& append(int type) {
         resbuf* const record = acutNewRb(type);
+        if (!record) throw std::bad_alloc();
         if (m_last)
             m_last->rbnext = record;
         else

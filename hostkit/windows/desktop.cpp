@@ -83,6 +83,7 @@ HWND Desktop::create(std::unique_ptr<WindowRecord> record, CWnd* object) {
     const HWND handle = reinterpret_cast<HWND>(lastHandle += 2);
     record->handle = handle;
     if (isChild) parent->children.push_back(handle);
+    m_gone.reserve(m_gone.size() + m_windows.size() + 1); // windows go without asking for memory
     m_windows[handle] = std::move(record);
     if (object) object->windowMade(handle);
     if (send(handle, WM_CREATE, 0, 0) == -1) {

@@ -103,7 +103,8 @@ Acad::ErrorStatus AcDbDimension::explodeBlock(AcDbVoidPtrArray& parts) const {
     if (!copyMoved(*block, matrix, copies)) return Acad::eNotApplicable;
     for (std::unique_ptr<AcDbEntity>& copy : copies) {
         takeLookOfBlock(*copy, *this);
-        parts.append(copy.release());
+        parts.append(copy.get());
+        (void)copy.release();
     }
     return Acad::eOk;
 }
@@ -112,7 +113,9 @@ Acad::ErrorStatus AcDbDimension::explode(AcDbVoidPtrArray& parts) const {
     if (!m_blockId.isNull() || !m_shownBlockId.isNull()) return explodeBlock(parts);
     DimensionPicture picture;
     if (!layOutDimension(*this, picture)) return Acad::eNotApplicable;
-    for (std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose))
-        parts.append(entity.release());
+    for (std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose)) {
+        parts.append(entity.get());
+        (void)entity.release();
+    }
     return Acad::eOk;
 }

@@ -79,6 +79,23 @@ void ChangeLog::created(AcDbObject& object) {
     stub.epoch = m_epoch;
 }
 
+// What came in goes out again before anything else is told of it: its entries are the latest.
+void ChangeLog::forgetCreation(AcDbObject& object) noexcept {
+    const AcDbStub* const stub = object.m_id.stub();
+    bool wasFound = false;
+    for (auto entry = m_entries.rbegin(); entry != m_entries.rend() && !wasFound; ++entry) {
+        if (entry->stub != stub) continue;
+        wasFound = entry->kind == Kind::creation;
+        entry->memory.reset();
+        entry->kind = Kind::none;
+        entry->isFirstOfOpen = false;
+        entry->stub = nullptr;
+    }
+    if (!wasFound || !isToldOf(object)) return;
+    object.m_flags &= static_cast<Adesk::UInt8>(~(AcDbObject::kRemembered | AcDbObject::kTouched));
+    if (m_openCount > 0) --m_openCount;
+}
+
 void ChangeLog::erasing(AcDbObject& object) {
     m_display.begins(object);
     Entry& entry = append(Kind::erasure, object.m_id.stub());

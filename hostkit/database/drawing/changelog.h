@@ -49,6 +49,8 @@ public:
     void touching(AcDbObject& object);
     /// It came into the drawing just now.
     void created(AcDbObject& object);
+    /// The object leaves the drawing again, with what was told of it.
+    void forgetCreation(AcDbObject& object) noexcept;
     /// Its mark of erasure.
     void erasing(AcDbObject& object);
     /// An entry of a dictionary, or, with the index one past the last, a new one.
@@ -176,6 +178,7 @@ private:
     struct Settling;
     struct CancelledOpen;
     Acad::ErrorStatus refusalOfCancel(const CancelledOpen& open) const;
+    void takeBackOrLeave(const Group& group, UndoReport& report, RedoStep* step);
     void undoGroup(const Group& group, UndoReport& report);
     void forgetGroup(std::size_t start);
     struct Tally;

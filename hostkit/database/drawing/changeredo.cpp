@@ -57,9 +57,15 @@ void ChangeLog::rememberForRedo(const Group& group, RedoStep& step, const UndoRe
     if (!isWhole) return m_redo.clear();
     step.group = group;
     step.restored = report.restored;
+    const auto isChange = [](const Entry& each) {
+        return each.kind != Kind::none && each.kind != Kind::touch;
+    };
+    step.entries.reserve(static_cast<std::size_t>(std::count_if(
+        m_entries.begin() + static_cast<std::ptrdiff_t>(group.start), m_entries.end(), isChange)));
+    m_redo.reserve(m_redo.size() + 1);
     for (std::size_t i = group.start; i < m_entries.size(); ++i) {
         Entry& entry = m_entries[i];
-        if (entry.kind == Kind::none || entry.kind == Kind::touch) continue;
+        if (!isChange(entry)) continue;
         entry.isFirstOfOpen = false;
         step.entries.push_back(std::move(entry));
         entry.kind = Kind::none;

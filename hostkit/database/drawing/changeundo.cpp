@@ -81,18 +81,13 @@ struct ChangeLog::Tally {
 Acad::ErrorStatus ChangeLog::undo(UndoReport& report) {
     if (m_groups.empty() || m_hasOpenGroup || !m_marks.empty()) return Acad::eUndoOperationNotAvailable;
     report = {};
-    const Group group = std::move(m_groups.back());
-    m_groups.pop_back();
-    report.name = group.name;
+    report.name = m_groups.back().name;
     RedoStep step;
     step.stateAfter = m_state;
-    const bool isRemembered = canBeDoneAgain(group);
-    {
-        Restoring restoring(*this);
-        m_undoing = isRemembered ? &step : nullptr;
-        undoGroup(group, report);
-        m_undoing = nullptr;
-    }
+    const bool isRemembered = canBeDoneAgain(m_groups.back());
+    takeBackOrLeave(m_groups.back(), report, isRemembered ? &step : nullptr);
+    const Group group = std::move(m_groups.back());
+    m_groups.pop_back();
     ++m_epoch;
     if (isRemembered)
         rememberForRedo(group, step, report);
@@ -106,6 +101,21 @@ Acad::ErrorStatus ChangeLog::undo(UndoReport& report) {
         enterNewState();
     trim();
     return Acad::eOk;
+}
+
+// All or nothing, where memory is short: what was put back is done again.
+void ChangeLog::takeBackOrLeave(const Group& group, UndoReport& report, RedoStep* step) {
+    Restoring restoring(*this);
+    m_undoing = step;
+    try {
+        undoGroup(group, report);
+    } catch (...) {
+        m_undoing = nullptr;
+        if (step) restoreOpposites(*step);
+        ++m_epoch;
+        throw;
+    }
+    m_undoing = nullptr;
 }
 
 // What recording did not see stays in memory. Where an object is open still, so does the mark of where its

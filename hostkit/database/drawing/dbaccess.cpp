@@ -32,10 +32,28 @@ AcDbObjectId DatabaseAccess::addOpen(AcDbDatabase& database, AcDbObject* object,
     id.stub()->openMode = kOpenForWrite;
     object->m_flags |= AcDbObject::kNew | AcDbObject::kModified;
     object->m_source.setModified();
-    database.m_contents->changes.created(*object);
-    if (AcDbEntity* entity = AcDbEntity::cast(object))
-        if (SubentityList* list = parts(*entity)) list->enterDrawing(*entity);
+    try {
+        database.m_contents->changes.created(*object);
+        if (AcDbEntity* entity = AcDbEntity::cast(object))
+            if (SubentityList* list = parts(*entity)) list->enterDrawing(*entity);
+    } catch (...) {
+        withdraw(database, *object);
+        throw;
+    }
     return id;
+}
+
+void DatabaseAccess::withdraw(AcDbDatabase& database, AcDbObject& object) noexcept {
+    if (AcDbEntity* entity = AcDbEntity::cast(&object))
+        if (SubentityList* list = parts(*entity)) list->leaveDrawing(database);
+    AcDbStub& stub = *object.m_id.stub();
+    database.m_contents->changes.forgetCreation(object);
+    stub.object = nullptr;
+    stub.openMode = 0;
+    stub.readers = 0;
+    object.m_id = {};
+    object.m_ownerId = {};
+    object.m_flags &= static_cast<Adesk::UInt8>(~(AcDbObject::kNew | AcDbObject::kModified));
 }
 
 void DatabaseAccess::takePlace(std::unique_ptr<AcDbObject> object, AcDbObject& earlier) {

@@ -40,9 +40,12 @@ public:
     static AcDbObjectId add(AcDbDatabase& database, AcDbObject* object, AcDbHandleValue handle,
                             AcDbObjectId owner);
     /// As above, and as a new object that is open for write; its parts come along. Null for an object that is
-    /// in a drawing, and for no object.
+    /// in a drawing, and for no object. Where memory is short the object stays the caller's, as it was.
     static AcDbObjectId addOpen(AcDbDatabase& database, AcDbObject* object, AcDbObjectId owner,
                                 AcDbHandleValue handle = 0);
+    /// Takes an object out again that has just come in by addOpen, for whoever cannot enter it elsewhere: it
+    /// is the caller's, its handle stays without an object. Its parts stay with it.
+    static void withdraw(AcDbDatabase& database, AcDbObject& object) noexcept;
     /// The id of a handle, without an object if none has come yet. Null for handle 0.
     static AcDbObjectId reserve(AcDbDatabase& database, AcDbHandleValue handle);
     /// The id of a handle, or null.

@@ -15,16 +15,27 @@ HOSTKIT_KIT_CLASS_WITHOUT_VALUES(AcDbDatabase, AcRxObject)
 using hostkit::DatabaseAccess;
 using hostkit::TableKind;
 
+namespace {
+void deleteObjects(const hostkit::StubPool& stubs) {
+    for (std::size_t i = 0; i < stubs.count(); ++i) delete stubs.at(i)->object;
+}
+} // namespace
+
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool)
     : m_contents(std::make_unique<hostkit::DatabaseContents>(*this)) {
-    if (buildDefaultDrawing) DatabaseAccess::completeDrawing(*this);
+    if (!buildDefaultDrawing) return;
+    try {
+        DatabaseAccess::completeDrawing(*this);
+    } catch (...) {
+        deleteObjects(m_contents->stubs);
+        throw;
+    }
 }
 
 AcDbDatabase::~AcDbDatabase() {
     AcDbHostApplicationServices* services = acdbHostApplicationServices();
     if (services && services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
-    const hostkit::StubPool& stubs = m_contents->stubs;
-    for (std::size_t i = 0; i < stubs.count(); ++i) delete stubs.at(i)->object;
+    deleteObjects(m_contents->stubs);
 }
 
 // Objects.

@@ -6,6 +6,7 @@
 
 #include "casefold.h"
 
+#include <memory>
 #include <utility>
 
 // What every drawing has, and makes of an empty database a drawing.
@@ -13,10 +14,16 @@
 namespace hostkit {
 namespace {
 
+AcDbObjectId added(AcDbDatabase& database, std::unique_ptr<AcDbObject> object, AcDbObjectId owner = {}) {
+    const AcDbObjectId id = DatabaseAccess::add(database, object.get(), 0, owner);
+    (void)object.release(); // the drawing's from here on
+    return id;
+}
+
 template <typename Table>
 void addTable(AcDbDatabase& database, TableKind kind) {
     if (DatabaseAccess::table(database, kind).isResident()) return;
-    DatabaseAccess::setTable(database, kind, DatabaseAccess::add(database, new Table, 0, AcDbObjectId()));
+    DatabaseAccess::setTable(database, kind, added(database, std::make_unique<Table>()));
 }
 
 void addTables(AcDbDatabase& database) {
@@ -36,11 +43,12 @@ template <typename Record, typename Prepare>
 void addRecord(AcDbDatabase& database, TableKind kind, const wchar_t* name, Prepare&& prepare) {
     auto* table = DatabaseAccess::objectOf<AcDbSymbolTable>(DatabaseAccess::table(database, kind));
     if (!table || table->has(name)) return;
-    auto* record = new Record;
-    DatabaseAccess::setRecordName(*record, name);
-    prepare(*record);
-    DatabaseAccess::add(database, record, 0, table->objectId());
-    DatabaseAccess::enterRecord(*table, *record);
+    auto made = std::make_unique<Record>();
+    Record& record = *made;
+    DatabaseAccess::setRecordName(record, name);
+    prepare(record);
+    added(database, std::move(made), table->objectId());
+    DatabaseAccess::enterRecord(*table, record);
 }
 
 template <typename Record>
@@ -94,9 +102,9 @@ void addStandingRecords(AcDbDatabase& database) {
 AcDbDictionary* rootDictionary(AcDbDatabase& database) {
     auto* root = DatabaseAccess::objectOf<AcDbDictionary>(database.namedObjectsDictionaryId());
     if (root) return root;
-    root = new AcDbDictionary;
-    DatabaseAccess::setNamedObjectsDictionary(database,
-                                              DatabaseAccess::add(database, root, 0, AcDbObjectId()));
+    auto made = std::make_unique<AcDbDictionary>();
+    root = made.get();
+    DatabaseAccess::setNamedObjectsDictionary(database, added(database, std::move(made)));
     return root;
 }
 
@@ -105,9 +113,9 @@ AcDbDictionary* subDictionary(AcDbDatabase& database, const wchar_t* name) {
     AcDbObjectId id;
     if (root->getAt(name, id) == Acad::eOk && id.isResident())
         return DatabaseAccess::objectOf<AcDbDictionary>(id);
-    auto* dictionary = new AcDbDictionary;
-    id = DatabaseAccess::add(database, dictionary, 0, root->objectId());
-    DatabaseAccess::putEntry(*root, name, id);
+    auto made = std::make_unique<AcDbDictionary>();
+    AcDbDictionary* const dictionary = made.get();
+    DatabaseAccess::putEntry(*root, name, added(database, std::move(made), root->objectId()));
     return dictionary;
 }
 
@@ -115,11 +123,11 @@ void addLayout(AcDbDatabase& database, AcDbObjectId space, const wchar_t* name, 
     auto* block = DatabaseAccess::objectOf<AcDbBlockTableRecord>(space);
     AcDbDictionary* layouts = subDictionary(database, L"ACAD_LAYOUT");
     if (!block || !layouts || block->getLayoutId().isResident() || layouts->has(name)) return;
-    auto* layout = new AcDbLayout;
+    auto layout = std::make_unique<AcDbLayout>();
     layout->setLayoutName(name);
     layout->setTabOrder(tabOrder);
     layout->setBlockTableRecordId(space);
-    const AcDbObjectId id = DatabaseAccess::add(database, layout, 0, layouts->objectId());
+    const AcDbObjectId id = added(database, std::move(layout), layouts->objectId());
     DatabaseAccess::putEntry(*layouts, name, id);
     DatabaseAccess::setLayout(*block, id);
 }

@@ -10,10 +10,10 @@ void HandleTable::place(AcDbStub* stub) {
 
 void HandleTable::grow() {
     constexpr std::size_t smallest = 64;
-    std::vector<AcDbStub*> old = std::move(m_slots);
-    m_slots.assign(old.empty() ? smallest : 2 * old.size(), nullptr);
+    std::vector<AcDbStub*> slots(m_slots.empty() ? smallest : 2 * m_slots.size(), nullptr);
+    slots.swap(m_slots);
     m_mask = m_slots.size() - 1;
-    for (AcDbStub* stub : old)
+    for (AcDbStub* stub : slots)
         if (stub) place(stub);
 }
 

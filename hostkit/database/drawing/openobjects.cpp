@@ -27,4 +27,13 @@ std::vector<OpenObject> openObjects(const AcDbDatabase& database) {
     return open;
 }
 
+void closeOpenObjects(AcDbDatabase& database) {
+    for (std::size_t i = 0, count = DatabaseAccess::stubCount(database); i < count; ++i) {
+        const AcDbStub& stub = *DatabaseAccess::stubAt(database, i);
+        constexpr unsigned byClosing = kOpenForWrite | kOpenForNotify;
+        while (stub.object && (stub.readers > 0 || (stub.openMode & byClosing) != 0))
+            if (stub.object->close() == Acad::eInvalidOpenState) break;
+    }
+}
+
 } // namespace hostkit

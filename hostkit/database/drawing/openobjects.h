@@ -19,4 +19,8 @@ struct OpenObject {
 /// In the order in which they came into the drawing. Looks at the state of each object.
 std::vector<OpenObject> openObjects(const AcDbDatabase& database);
 
+/// Closes all that is open, as whoever opened it should have: what was changed stays changed. What
+/// transactions hold is theirs.
+void closeOpenObjects(AcDbDatabase& database);
+
 } // namespace hostkit

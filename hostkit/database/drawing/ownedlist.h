@@ -21,6 +21,12 @@ inline std::size_t takeFromList(std::vector<AcDbObjectId>& list, AcDbObjectId id
     return index;
 }
 
+/// For one more, so that adding it cannot fail once the drawing has it.
+template <class List>
+void makeRoom(List& list) {
+    if (list.size() == list.capacity()) list.reserve(list.empty() ? 4 : 2 * list.size());
+}
+
 inline void giveToList(std::vector<AcDbObjectId>& list, AcDbObjectId id, std::size_t place) {
     list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(place, list.size())), id);
 }

@@ -179,7 +179,8 @@ Acad::ErrorStatus addMovedEntities(const AcDbBlockTableRecord& block, const AcGe
         AcDbEntity* copy = nullptr;
         const Acad::ErrorStatus status = entity->getTransformedCopy(matrix, copy);
         if (status != Acad::eOk) return status;
-        parts.emplace_back(copy);
+        std::unique_ptr<AcDbEntity> owned(copy);
+        parts.push_back(std::move(owned));
     }
     return Acad::eOk;
 }
@@ -202,6 +203,9 @@ Acad::ErrorStatus AcDbBlockReference::explode(AcDbVoidPtrArray& parts) const {
         if (status != Acad::eOk) return status;
     }
     addAttributeTexts(m_attributes, made);
-    for (std::unique_ptr<AcDbEntity>& part : made) parts.append(part.release());
+    for (std::unique_ptr<AcDbEntity>& part : made) {
+        parts.append(part.get());
+        (void)part.release();
+    }
     return Acad::eOk;
 }

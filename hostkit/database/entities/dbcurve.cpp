@@ -7,6 +7,9 @@
 #include "gebndblock3d.h"
 #include "geplane.h"
 
+#include <memory>
+#include <vector>
+
 using hostkit::CurveGeometry;
 
 HOSTKIT_KIT_ABSTRACT_CLASS(AcDbCurve, AcDbEntity)
@@ -250,17 +253,15 @@ Acad::ErrorStatus AcDbCurve::getSplitCurves(const AcGeDoubleArray& parameters,
     AcGeDoubleArray cuts;
     const Acad::ErrorStatus status = cutParameters(parameters, cuts);
     if (status != Acad::eOk) return status;
-    AcDbVoidPtrArray parts;
+    std::vector<std::unique_ptr<AcDbCurve>> parts;
     for (int i = 0; i + 1 < cuts.length(); ++i) {
-        AcDbCurve* part = piece(cuts[i], cuts[i + 1]);
-        if (!part) {
-            for (void* made : parts) delete static_cast<AcDbCurve*>(made);
-            return Acad::eNotApplicable;
-        }
+        std::unique_ptr<AcDbCurve> part(piece(cuts[i], cuts[i + 1]));
+        if (!part) return Acad::eNotApplicable;
         (void)part->setPropertiesFrom(this);
-        parts.append(part);
+        parts.push_back(std::move(part));
     }
-    curves.append(parts);
+    curves.setPhysicalLength(curves.length() + static_cast<int>(parts.size()));
+    for (std::unique_ptr<AcDbCurve>& part : parts) curves.append(part.release());
     return Acad::eOk;
 }
 

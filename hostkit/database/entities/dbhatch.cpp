@@ -121,7 +121,8 @@ Acad::ErrorStatus AcDbHatch::getLoopAt(int index, Adesk::Int32& type, AcGeVoidPo
     edgeTypes.removeAll();
     for (std::unique_ptr<AcGeCurve2d>& curve : hostkit::curvesOf(loop)) {
         edgeTypes.append(edgeTypeOf(*curve));
-        edges.append(curve.release());
+        edges.append(curve.get());
+        (void)curve.release();
     }
     return Acad::eOk;
 }
@@ -243,7 +244,10 @@ Acad::ErrorStatus AcDbHatch::explode(AcDbVoidPtrArray& parts) const {
     const Acad::ErrorStatus status =
         hostkit::forEachStroke(area, m_patternLines, hostkit::kMostHatchStrokes, add);
     if (status != Acad::eOk) return status;
-    for (std::unique_ptr<AcDbEntity>& part : made) parts.append(part.release());
+    for (std::unique_ptr<AcDbEntity>& part : made) {
+        parts.append(part.get());
+        (void)part.release();
+    }
     return Acad::eOk;
 }
 

@@ -199,7 +199,10 @@ Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
 }
 
 Acad::ErrorStatus AcDbMText::explode(AcDbVoidPtrArray& parts) const {
-    for (auto& part : hostkit::partsOf(*this)) parts.append(part.release());
+    for (auto& part : hostkit::partsOf(*this)) {
+        parts.append(part.get());
+        (void)part.release();
+    }
     return Acad::eOk;
 }
 

@@ -219,7 +219,7 @@ hostkit::PolylineShape AcDbPolyline::shape(hostkit::VertexBuffer&) const {
 
 AcDbCurve* AcDbPolyline::piece(double from, double to) const {
     hostkit::VertexBuffer unused;
-    auto* result = new AcDbPolyline;
+    auto result = std::make_unique<AcDbPolyline>();
     result->m_normal = m_normal;
     result->m_elevation = m_elevation;
     result->m_thickness = m_thickness;
@@ -234,7 +234,7 @@ AcDbCurve* AcDbPolyline::piece(double from, double to) const {
                                   vertex.bulge, start + growth * vertex.fromFraction,
                                   start + growth * vertex.toFraction);
     }
-    return result;
+    return result.release();
 }
 
 Acad::ErrorStatus AcDbPolyline::reverseCurve() {

@@ -52,10 +52,12 @@ Acad::ErrorStatus SubentityList::insert(AcDbEntity& owner, std::size_t index, Ac
     const auto place = static_cast<std::ptrdiff_t>(index);
     if (owner.database()) {
         m_isResident = true;
+        makeRoom(m_ids);
         id = DatabaseAccess::addOpen(*owner.database(), part, owner.objectId());
         m_ids.insert(m_ids.begin() + place, id);
     } else {
         id.setNull();
+        makeRoom(m_parts);
         m_parts.emplace(m_parts.begin() + place, part);
     }
     return Acad::eOk;
@@ -66,8 +68,8 @@ void SubentityList::clearOwned() { m_parts.clear(); }
 void SubentityList::enterDrawing(AcDbEntity& owner) {
     m_isResident = true;
     m_ids.reserve(m_ids.size() + m_parts.size());
-    for (std::unique_ptr<AcDbEntity>& part : m_parts) {
-        AcDbEntity* entering = part.release();
+    for (const std::unique_ptr<AcDbEntity>& part : m_parts) {
+        AcDbEntity* const entering = part.get();
         if (entering->layerId().database() != owner.database())
             DatabaseAccess::setLayer(*entering, owner.layerId());
         // A copy's part without a linetype has that of its layer, as the original's.
@@ -77,8 +79,16 @@ void SubentityList::enterDrawing(AcDbEntity& owner) {
         m_ids.push_back(DatabaseAccess::addOpen(*owner.database(), entering, owner.objectId()));
         entering->close();
     }
+    for (std::unique_ptr<AcDbEntity>& part : m_parts) (void)part.release(); // the drawing's from here on
     m_parts.clear();
     m_parts.shrink_to_fit();
+}
+
+void SubentityList::leaveDrawing(AcDbDatabase& database) noexcept {
+    for (const AcDbObjectId id : m_ids)
+        if (AcDbObject* const part = DatabaseAccess::object(id)) DatabaseAccess::withdraw(database, *part);
+    m_ids.clear();
+    m_isResident = false;
 }
 
 void SubentityList::appendResident(AcDbObjectId id) {

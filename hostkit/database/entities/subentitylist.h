@@ -45,6 +45,8 @@ public:
 
     /// The owner has got its id: its parts get theirs. They are closed afterwards.
     void enterDrawing(AcDbEntity& owner);
+    /// Parts that entered and whose owner cannot; they are its own again.
+    void leaveDrawing(AcDbDatabase& database) noexcept;
     /// The owner was read into a drawing: the parts that follow are reached by id.
     void becomeResident() { m_isResident = true; }
     /// A reader adds a part that the drawing has already.

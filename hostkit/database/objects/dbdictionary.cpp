@@ -114,7 +114,12 @@ void AcDbDictionary::put(std::wstring_view name, AcDbObjectId id) {
         return;
     }
     m_entries.push_back({std::wstring(name), id});
-    m_index.insert(name, m_entries.size() - 1);
+    try {
+        m_index.insert(name, m_entries.size() - 1);
+    } catch (...) {
+        m_entries.pop_back();
+        throw;
+    }
 }
 
 // The numbers grow fast: a damaged record may hold one name, and names like these, many thousand times.
@@ -144,14 +149,20 @@ Acad::ErrorStatus AcDbDictionary::setAt(const wchar_t* name, AcDbObject* object,
     const Entry* old = find(key);
     if (old && old->id != object->objectId()) return Acad::eDuplicateKey;
     assertWriteEnabled();
-    if (object->objectId().isNull())
+    const bool comesIn = object->objectId().isNull();
+    if (comesIn)
         DatabaseAccess::addOpen(*database(), object, objectId());
     else if (object->ownerId().isNull() && object->isWriteEnabled())
         object->setOwnerId(objectId());
+    try {
+        const std::size_t place = placeOf(key);
+        slotChanging(place == NameIndex::none ? m_entries.size() : place);
+        put(key, object->objectId());
+    } catch (...) {
+        if (comesIn) DatabaseAccess::withdraw(*database(), *object);
+        throw;
+    }
     id = object->objectId();
-    const std::size_t place = placeOf(key);
-    slotChanging(place == NameIndex::none ? m_entries.size() : place);
-    put(key, id);
     return Acad::eOk;
 }
 

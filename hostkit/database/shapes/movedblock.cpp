@@ -27,7 +27,8 @@ bool copyMoved(const AcDbBlockTableRecord& block, const AcGeMatrix3d& matrix, Bl
         if (!entity) continue;
         AcDbEntity* copy = nullptr;
         if (entity->getTransformedCopy(matrix, copy) != Acad::eOk) return false;
-        copies.emplace_back(copy);
+        std::unique_ptr<AcDbEntity> owned(copy);
+        copies.push_back(std::move(owned));
     }
     return true;
 }

@@ -169,7 +169,8 @@ Acad::ErrorStatus PolylineCurve::explodeFlat(const AcGeVector3d& normal, double 
     const auto keep = [&](auto part) {
         (void)part->setPropertiesFrom(this);
         (void)part->setThickness(thickness);
-        parts.append(part.release());
+        parts.append(part.get());
+        (void)part.release();
     };
     for (std::size_t i = 0; i < own.segmentCount(); ++i) {
         const AcGePoint3d from = own.worldVertex(i);

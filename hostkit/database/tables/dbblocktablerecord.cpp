@@ -75,6 +75,7 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (!database()->mayWrite()) return Acad::eLockViolation;
     if (wouldHoldItself(*this, *entity)) return Acad::eCyclicReference;
+    hostkit::makeRoom(m_entities);
     // The block's own record does not list its entities, so it stands in the drawing as before.
     hostkit::ChangeLog::of(*this).touching(*this);
     m_flags |= kModified;

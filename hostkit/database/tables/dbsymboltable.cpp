@@ -73,6 +73,8 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     if (!record->allowsName(record->name())) return Acad::eInvalidSymbolTableName;
     if (!isNameFree(record->name(), AcDbObjectId())) return Acad::eDuplicateKey;
     assertWriteEnabled();
+    makeRoom(m_records);
+    makeRoom(m_names[record->name()]);
     id = DatabaseAccess::addOpen(*database(), record, objectId());
     enter(*record);
     return Acad::eOk;

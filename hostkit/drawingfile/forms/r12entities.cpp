@@ -46,6 +46,10 @@ double diagonalOf(const AcDbExtents& extents) {
     return extents.isEmpty() ? 0.0 : (extents.maxPoint() - extents.minPoint()).length();
 }
 
+void append(AcDb2dPolyline& polyline, std::unique_ptr<AcDb2dVertex> vertex) {
+    if (polyline.appendVertex(vertex.get()) == Acad::eOk) (void)vertex.release();
+}
+
 std::unique_ptr<AcDbEntity> flatPolyline(const std::vector<AcGePoint2d>& points, double elevation,
                                          const AcGeVector3d& normal, bool isClosed) {
     auto polyline = std::make_unique<AcDb2dPolyline>();
@@ -53,7 +57,7 @@ std::unique_ptr<AcDbEntity> flatPolyline(const std::vector<AcGePoint2d>& points,
     (void)polyline->setNormal(normal);
     if (isClosed) (void)polyline->makeClosed();
     for (const AcGePoint2d& point : points)
-        (void)polyline->appendVertex(new AcDb2dVertex(AcGePoint3d(point.x, point.y, elevation)));
+        append(*polyline, std::make_unique<AcDb2dVertex>(AcGePoint3d(point.x, point.y, elevation)));
     return polyline;
 }
 
@@ -205,8 +209,8 @@ OlderEntities R12Entities::turnPolyline(const AcDbPolyline& polyline) const {
         (void)polyline.getPointAt(index, point);
         (void)polyline.getBulgeAt(index, bulge);
         (void)polyline.getWidthsAt(index, startWidth, endWidth);
-        (void)older->appendVertex(new AcDb2dVertex(AcGePoint3d(point.x, point.y, polyline.elevation()), bulge,
-                                                   startWidth, endWidth));
+        append(*older, std::make_unique<AcDb2dVertex>(AcGePoint3d(point.x, point.y, polyline.elevation()),
+                                                      bulge, startWidth, endWidth));
     }
     OlderEntities result{L"POLYLINE", {}};
     result.entities.push_back(std::move(older));
