@@ -8,9 +8,9 @@ const char* const plan = " OUTLINES COFFRAGE OPENINGS TREMIES";
 std::vector<Case> consoleCases() {
     return {
         {.command = "HELP LIST"},
-        {.command = "OPEN $D DISCARD", .isUndone = false},
-        {.command = "RECOVER $D DISCARD", .isUndone = false},
-        {.command = "NEW DISCARD", .isUndone = false},
+        {.command = "OPEN $D DISCARD", .isUndone = false, .opens = true},
+        {.command = "RECOVER $D DISCARD", .isUndone = false, .opens = true},
+        {.command = "NEW DISCARD", .isUndone = false, .opens = true},
         {.command = "SAVEAS $F/out.dxf"},
         {.command = "SAVEAS $F/out.dxf BINARY 2010"},
         {.command = "SAVEAS $F/out.dwg 2018"},
@@ -61,9 +61,9 @@ std::vector<Case> slabCases() {
 std::vector<Case> layerCases() {
     std::vector<Case> cases;
     for (const char* const command :
-         {"LAYERMAKE \"Lit 1\" COLOUR 3 CURRENT", "LAYERRENAME *,~0 E EE", "LAYERDELETE ~0 MOVE", "LAYERDELETE ~0 ERASE",
-          "LAYEROFF *", "LAYERON *", "LAYERFREEZE *", "LAYERLOCK *", "LAYERISOLATE A*", "LAYERCOUNT *", "LAYERLIST *",
-          "LAYEREMPTY ~0", "LAYERHELP"})
+         {"LAYERMAKE \"Lit 1\" COLOUR 3 CURRENT", "LAYERRENAME *,~0 E EE", "LAYERDELETE ~0 MOVE",
+          "LAYERDELETE ~0 ERASE", "LAYEROFF *", "LAYERON *", "LAYERFREEZE *", "LAYERLOCK *",
+          "LAYERISOLATE A*", "LAYERCOUNT *", "LAYERLIST *", "LAYEREMPTY ~0", "LAYERHELP"})
         cases.push_back({.module = "layers", .command = command});
     cases.push_back({.module = "layers", .prepare = "LAYERFREEZE *", .command = "LAYERTHAW *"});
     cases.push_back({.module = "layers", .prepare = "LAYERLOCK *", .command = "LAYERUNLOCK *"});
@@ -78,7 +78,9 @@ std::vector<Case> otherCases() {
         {.module = "bars", .prepare = "BAR 0,0 100,0 20", .command = "SAVEAS $F/out.dxf"},
         {.module = "sketches", .command = "SKETCHTAKE PLAN ALL \"\""},
         {.module = "sketches", .prepare = "SKETCHTAKE PLAN ALL \"\"", .command = "SKETCHLIST"},
-        {.module = "sketches", .prepare = "SKETCHTAKE PLAN ALL \"\"", .command = "SKETCHMOVE PLAN 0,0 100,50"},
+        {.module = "sketches",
+         .prepare = "SKETCHTAKE PLAN ALL \"\"",
+         .command = "SKETCHMOVE PLAN 0,0 100,50"},
         {.module = "sketches", .prepare = "SKETCHTAKE PLAN ALL \"\"", .command = "SKETCHPUT PLAN"},
         {.module = "boxes", .command = "BOX"},
         {.module = "boxes", .command = "SIDEBOX"},

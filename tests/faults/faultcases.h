@@ -11,6 +11,7 @@ struct Case {
     std::string prepare{}; ///< commands before it, a line each
     std::string command;   ///< $F in it is a folder, $D the drawing
     bool isUndone = true;  ///< U takes back what it did
+    bool opens = false;    ///< another drawing takes the place of the one that is open
 };
 
 std::vector<Case> allCases();

@@ -62,7 +62,8 @@ void release(void* memory) {
 }
 
 // The platform's own function behind one that stands in for it here.
-template <class Function> Function* behind(const char* name) {
+template <class Function>
+Function* behind(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
@@ -189,8 +190,8 @@ void* faultsTarget(HostCall* call) {
 }
 }
 
-// One stub a call, under the call's own name: what others link to finds it first. The arguments stay where they are, so
-// that no signature need be known. Those that open give a null pointer with their status.
+// One stub a call, under the call's own name: what others link to finds it first. The arguments stay where
+// they are, so that no signature need be known. Those that open give a null pointer with their status.
 asm(R"(
     .macro HOST_STUB symbol
         .pushsection .rodata

@@ -1,5 +1,5 @@
-// Faults on demand, in a program of its own: the host's calls between its layers, modules and the console, allocations
-// and operations on files, each of which can be made to fail by its number.
+// Faults on demand, in a program of its own: the host's calls between its layers, modules and the console,
+// allocations and operations on files, each of which can be made to fail by its number.
 #pragma once
 
 #include <cstddef>

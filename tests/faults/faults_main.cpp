@@ -1,4 +1,5 @@
-// Tries commands with a fault at every point: each in a process of its own, forked from one that stands before the command.
+// Tries commands with a fault at every point: each in a process of its own, forked from one that stands
+// before the command.
 
 #include "faulttrial.h"
 
@@ -44,7 +45,8 @@ struct Said {
     std::string problem{};
 };
 
-template <class Work> Said inChild(Work work) {
+template <class Work>
+Said inChild(Work work) {
     int ends[2];
     if (pipe(ends) != 0) return {};
     std::fflush(stdout);
@@ -53,7 +55,8 @@ template <class Work> Said inChild(Work work) {
         close(ends[0]);
         alarm(60);
         const Trial trial = work();
-        std::string text = std::to_string(static_cast<int>(trial.outcome)) + ' ' + (trial.isSilent ? '1' : '0') + ' ';
+        std::string text =
+            std::to_string(static_cast<int>(trial.outcome)) + ' ' + (trial.isSilent ? '1' : '0') + ' ';
         text += failed() ? failed() : "-";
         text += ' ';
         text += trial.problem;
@@ -63,20 +66,23 @@ template <class Work> Said inChild(Work work) {
     close(ends[1]);
     std::string text;
     char buffer[4096];
-    for (ssize_t size; (size = read(ends[0], buffer, sizeof buffer)) > 0;) text.append(buffer, static_cast<std::size_t>(size));
+    for (ssize_t size; (size = read(ends[0], buffer, sizeof buffer)) > 0;)
+        text.append(buffer, static_cast<std::size_t>(size));
     close(ends[0]);
     int status = 0;
     waitpid(process, &status, 0);
     Said said;
     char call[2048] = "";
     int used = 0;
-    if (WIFEXITED(status) && std::sscanf(text.c_str(), "%d %d %2047s %n", &said.outcome, &said.silent, call, &used) >= 3) {
+    if (WIFEXITED(status) &&
+        std::sscanf(text.c_str(), "%d %d %2047s %n", &said.outcome, &said.silent, call, &used) >= 3) {
         said.failedCall = call;
         said.problem = text.substr(static_cast<std::size_t>(used));
         return said;
     }
     said.outcome = static_cast<int>(Outcome::kWrong);
-    said.problem = WIFSIGNALED(status) ? std::string("ended by ") + strsignal(WTERMSIG(status)) : "the process ended early";
+    said.problem = WIFSIGNALED(status) ? std::string("ended by ") + strsignal(WTERMSIG(status))
+                                       : "the process ended early";
     return said;
 }
 
@@ -130,9 +136,9 @@ void Runner::run(const Case& each, const std::string& drawing) {
     reference.blocks = std::atoll(whole.problem.c_str());
     for (std::size_t sort = 0; sort < sortCount; ++sort)
         if (std::string(sortNames[sort]).find(m_settings.sort) != std::string::npos)
-        for (const std::size_t number : pointsOf(reference.counts[sort]))
-            if (m_settings.point == never || m_settings.point == number)
-                tryPoint(stage, static_cast<Sort>(sort), number, reference);
+            for (const std::size_t number : pointsOf(reference.counts[sort]))
+                if (m_settings.point == never || m_settings.point == number)
+                    tryPoint(stage, static_cast<Sort>(sort), number, reference);
 }
 
 void Runner::tryPoint(Stage& stage, Sort sort, std::size_t number, const Reference& reference) {
@@ -153,9 +159,12 @@ void Runner::note(const Said& said, Sort sort, std::size_t number) {
 }
 
 void print(const Sums& sums) {
-    for (std::size_t sort = 0; sort < sortCount; ++sort) std::printf("%zu %ss, ", sums.tried[sort], sortNames[sort]);
-    std::printf("tried; %zu ended as before, %zu as after, %zu partly, %zu without the fault; %zu without a word; %zu wrong\n",
-                sums.outcomes[0], sums.outcomes[1], sums.outcomes[2], sums.outcomes[3], sums.silent, sums.wrong);
+    for (std::size_t sort = 0; sort < sortCount; ++sort)
+        std::printf("%zu %ss, ", sums.tried[sort], sortNames[sort]);
+    std::printf("tried; %zu ended as before, %zu as after, %zu partly, %zu without the fault; %zu without a "
+                "word; %zu wrong\n",
+                sums.outcomes[0], sums.outcomes[1], sums.outcomes[2], sums.outcomes[3], sums.silent,
+                sums.wrong);
 }
 
 Settings readSettings(int count, char** words) {

@@ -51,6 +51,7 @@ private:
     std::string judgeUndo(const Reference& reference);
     std::string judgeFiles(const Reference& reference) const;
     std::string text();
+    bool isReadAgain() const;
 
     const Case& m_case;
     std::string m_folder;
