@@ -6,13 +6,6 @@
 
 namespace vexo {
 
-void BoxChain::Box::extend(const Box& other) {
-    lowX = std::min(lowX, other.lowX);
-    highX = std::max(highX, other.highX);
-    lowY = std::min(lowY, other.lowY);
-    highY = std::max(highY, other.highY);
-}
-
 BoxChain::Box BoxChain::emptyBox() {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     return {infinity, -infinity, infinity, -infinity};

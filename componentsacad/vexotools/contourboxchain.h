@@ -24,7 +24,12 @@ public:
         bool overlaps(const Box& other) const {
             return lowX < other.highX && other.lowX < highX && lowY < other.highY && other.lowY < highY;
         }
-        void extend(const Box& other);
+        void extend(const Box& other) {
+            lowX = other.lowX < lowX ? other.lowX : lowX;
+            highX = highX < other.highX ? other.highX : highX;
+            lowY = other.lowY < lowY ? other.lowY : lowY;
+            highY = highY < other.highY ? other.highY : highY;
+        }
         Box widened(double margin) const {
             return {lowX - margin, highX + margin, lowY - margin, highY + margin};
         }

@@ -1,7 +1,6 @@
 #include "slabcutting.h"
 
 #include "carefulcut.h"
-#include "dbline.h"
 #include "vexogeometrytools.h"
 
 #include <algorithm>
@@ -10,28 +9,6 @@
 namespace {
 
 constexpr double cutShare = 0.5; // of the work, when the cut by all openings is done
-
-// The longest run inside the outline on its middle line: its middle is where a number can stand.
-AcGePoint2d pointInside(const AcDbPolyline& outline) {
-    AcDbExtents box;
-    outline.getGeomExtents(box);
-    const double middle = (box.minPoint().y + box.maxPoint().y) / 2.0;
-    const AcDbLine level(AcGePoint3d(box.minPoint().x, middle, 0.0),
-                         AcGePoint3d(box.maxPoint().x, middle, 0.0));
-    AcGePoint3dArray points;
-    outline.intersectWith(&level, AcDb::kOnBothOperands, points);
-    std::vector<double> crossings;
-    for (const AcGePoint3d& point : points) crossings.push_back(point.x);
-    std::sort(crossings.begin(), crossings.end());
-    AcGePoint2d best((box.minPoint().x + box.maxPoint().x) / 2.0, middle);
-    double longest = 0.0;
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
-        if (crossings[i + 1] - crossings[i] <= longest) continue;
-        longest = crossings[i + 1] - crossings[i];
-        best.x = (crossings[i] + crossings[i + 1]) / 2.0;
-    }
-    return best;
-}
 
 Strip stripOf(Outline outline, const CuttingFrame& frame, AcGePoint2d& low) {
     Strip strip;
@@ -43,11 +20,6 @@ Strip stripOf(Outline outline, const CuttingFrame& frame, AcGePoint2d& low) {
     low.set(box.minPoint().x, box.minPoint().y);
     strip.length = box.maxPoint().x - box.minPoint().x;
     strip.width = box.maxPoint().y - box.minPoint().y;
-    const AcGePoint2d inside = pointInside(*level);
-    const double angle = std::atan2(frame.direction.y, frame.direction.x);
-    const AcGePoint3d back = AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis, frame.base) *
-                             AcGePoint3d(inside.x, inside.y, 0.0);
-    strip.inside.set(back.x, back.y);
     strip.outline = std::move(outline);
     return strip;
 }

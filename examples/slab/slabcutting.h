@@ -14,7 +14,6 @@ struct Strip {
     double length = 0.0; ///< of its box along the direction
     double width = 0.0;  ///< of its box across it
     unsigned arcs = 0;
-    AcGePoint2d inside; ///< a point well within it
 };
 
 /// A slab in strips, with the areas that prove it.

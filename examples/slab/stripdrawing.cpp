@@ -4,10 +4,13 @@
 #include "dbdatabase.h"
 #include "dblayertable.h"
 #include "dblayertablerecord.h"
+#include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbtext.h"
+#include "numberplace.h"
 #include "reporttext.h"
 #include "stripfiling.h"
+#include "vexodatabasetools.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,9 +20,8 @@ namespace {
 
 constexpr Adesk::UInt16 stripColor = 30; // orange, which formwork plans leave free
 // Of a number in a strip: it fits the strip, and those of one slab look alike where there is room.
-constexpr double heightInWidth = 0.5;
-constexpr double heightInLength = 0.25;
-constexpr double heightInSlab = 0.02; // of the root of the largest slab's area
+constexpr double heightInCircle = 0.9; // the number's box fits the free circle with that share of it
+constexpr double heightInSlab = 0.02;  // of the root of the largest slab's area
 
 Acad::ErrorStatus stripLayer(AcDbDatabase& database, const std::wstring& name, AcDbObjectId& id) {
     const AcDbSymbolTablePointer<AcDbLayerTable> table(&database, AcDb::kForWrite);
@@ -94,30 +96,57 @@ double readableAngle(double angle) {
     return angle <= -quarter ? angle + 2.0 * quarter : angle;
 }
 
+/// The boxes of all texts of model space but those that the run replaces.
+std::vector<TakenBox> textsOf(const AcDbDatabase& database, const std::vector<AcDbObjectId>& replaced) {
+    std::vector<TakenBox> boxes;
+    AcDbObjectIdArray ids;
+    VEXODatabaseTools::getFromModelSpace(ids, &const_cast<AcDbDatabase&>(database));
+    for (const AcDbObjectId id : ids) {
+        if (std::find(replaced.begin(), replaced.end(), id) != replaced.end()) continue;
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        AcDbExtents box;
+        const bool isText =
+            entity.object() && (AcDbText::cast(entity.object()) || AcDbMText::cast(entity.object()));
+        if (!isText || entity->getGeomExtents(box) != Acad::eOk) continue;
+        boxes.push_back({{box.minPoint().x, box.minPoint().y}, {box.maxPoint().x, box.maxPoint().y}});
+    }
+    return boxes;
+}
+
+/// Its box stands in the strip's largest free circle: within the strip whatever way it is turned, and over no
+/// text. Null where there is no room.
 std::unique_ptr<AcDbEntity> numberOf(const AcDbDatabase& database, const SlabResult& slab, const Strip& strip,
-                                     int number, double angle, double largestHeight) {
-    const AcGePoint3d place(strip.inside.x, strip.inside.y, slab.slab->contour->elevation);
+                                     int number, const StripLook& look, double largestHeight,
+                                     const std::vector<TakenBox>& texts) {
+    const FreeCircle circle = largestFreeCircle(*strip.outline, texts);
+    if (!(circle.radius > 0.0)) return nullptr;
+    const AcGePoint3d place(circle.center.x, circle.center.y, slab.slab->contour->elevation);
     auto text =
         std::make_unique<AcDbText>(place, std::to_wstring(number).c_str(), database.textStyleStandard());
-    text->setHeight(std::min({strip.width * heightInWidth, strip.length * heightInLength, largestHeight}));
-    text->setRotation(readableAngle(angle));
     text->setHorizontalMode(AcDb::kTextCenter);
     text->setVerticalMode(AcDb::kTextVertMid);
     text->setAlignmentPoint(place);
+    text->setHeight(1.0);
+    AcDbExtents box;
+    const bool isMeasured = text->getGeomExtents(box) == Acad::eOk;
+    const double width = isMeasured ? box.maxPoint().x - box.minPoint().x
+                                    : static_cast<double>(std::to_wstring(number).size());
+    text->setHeight(std::min(heightInCircle * 2.0 * circle.radius / std::hypot(1.0, width), largestHeight));
+    text->setRotation(readableAngle(look.angle));
     return text;
 }
 
 Acad::ErrorStatus drawStrip(Drawing& drawing, const AcDbDatabase& database, const SlabResult& slab,
                             const Strip& strip, const StripLook& look, double largestHeight,
-                            MadeStrip& made) {
+                            const std::vector<TakenBox>& texts, MadeStrip& made) {
     std::unique_ptr<AcDbPolyline> outline = copyOf(*strip.outline);
     outline->setElevation(slab.slab->contour->elevation);
     Acad::ErrorStatus status = drawing.add(std::move(outline), made.number, &strip.area, made.outline);
     if (status != Acad::eOk) return status;
     made.handle = handleText(made.outline.handle());
     if (!look.hasNumbers) return Acad::eOk;
-    return drawing.add(numberOf(database, slab, strip, made.number, look.angle, largestHeight), made.number,
-                       nullptr, made.label);
+    auto text = numberOf(database, slab, strip, made.number, look, largestHeight, texts);
+    return text ? drawing.add(std::move(text), made.number, nullptr, made.label) : Acad::eOk;
 }
 
 } // namespace
@@ -131,12 +160,14 @@ Acad::ErrorStatus drawStrips(AcDbDatabase& database, StripRun& run, const StripL
     double largestArea = 0.0;
     for (const SlabResult& slab : run.slabs) largestArea = std::max(largestArea, slab.cut.slabArea);
     const double largestHeight = std::sqrt(largestArea) * heightInSlab;
+    std::vector<TakenBox> texts;
+    if (look.hasNumbers) texts = textsOf(database, replaced);
     int number = 0;
     for (SlabResult& slab : run.slabs)
         for (const Strip& strip : slab.cut.strips) {
             MadeStrip made;
             made.number = ++number;
-            status = drawStrip(drawing, database, slab, strip, look, largestHeight, made);
+            status = drawStrip(drawing, database, slab, strip, look, largestHeight, texts, made);
             if (status != Acad::eOk) return status;
             slab.made.push_back(made);
         }

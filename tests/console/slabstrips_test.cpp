@@ -296,6 +296,43 @@ TEST_F(SlabStripsTest, RefusedRequestsChangeNothing) {
     }
 }
 
+// Each number stands in one strip as a whole, over no other number and no text of the drawing.
+TEST_F(SlabStripsTest, NumbersStandWhereTheyCanBeRead) {
+    // A hook, a slab like a moon, and one with a text in its middle.
+    const std::string moon = light("S", {{50, 0, 1}, {70, 0, 0}, {65, 0, -1}, {55, 0, 0}});
+    const std::string hook =
+        light("S", {{0, 0, 0}, {30, 0, 0}, {30, 2, 0}, {1, 2, 0}, {1, 20, 0}, {0, 20, 0}});
+    open(rectangle("S", 100, 0, 20, 10) + circle("H", 105, 5, 2) + hook + moon +
+         rectangle("S", 200, 0, 3, 3));
+    AcDbObjectId own;
+    auto* written = new AcDbText(AcGePoint3d(201, 1.2, 0), L"note", database().textStyleStandard());
+    written->setHeight(0.5);
+    ASSERT_EQ(VEXODatabaseTools::appendEntity(written, L"*Model_Space", own), 1);
+    std::vector<AcDbExtents> boxes(1);
+    written->getGeomExtents(boxes[0]);
+    written->close();
+    ASSERT_EQ(run("NUMBERS").status, Acad::eOk);
+    forEachOn<AcDbText>(L"SLABSTRIPS", [&](AcDbText& text) {
+        AcDbExtents& box = boxes.emplace_back();
+        ASSERT_EQ(text.getGeomExtents(box), Acad::eOk);
+        EXPECT_GT(text.height(), 0.1);
+        int strips = 0;
+        forEachOn<AcDbPolyline>(L"SLABSTRIPS", [&](AcDbPolyline& strip) {
+            int corners = 0;
+            for (const double x : {box.minPoint().x, box.maxPoint().x})
+                for (const double y : {box.minPoint().y, box.maxPoint().y})
+                    corners += VEXOGeometryTools::isPointInsideContour(AcGePoint3d(x, y, 0), &strip);
+            strips += corners == 4;
+            EXPECT_TRUE(corners == 0 || corners == 4) << hostkit::utf8FromWide(text.textString());
+        });
+        EXPECT_EQ(strips, 1) << hostkit::utf8FromWide(text.textString());
+    });
+    EXPECT_EQ(boxes.size(), stripsOn(L"SLABSTRIPS").size() + 1);
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        for (std::size_t j = i + 1; j < boxes.size(); ++j)
+            EXPECT_FALSE(VEXOGeometryTools::IsIntersecting(boxes[i], boxes[j])) << i << ' ' << j;
+}
+
 // Also after a save, in a form with records of runs and in the oldest one, which has no place for them.
 TEST_F(SlabStripsTest, ASecondRunReplacesTheFirstOfItsLayer) {
     const std::string file = folder / "saved.dxf";
