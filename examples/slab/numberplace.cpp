@@ -129,8 +129,8 @@ private:
         for (const TakenBox& box : m_taken) {
             const double x = std::max(box.low.x - point.x, point.x - box.high.x);
             const double y = std::max(box.low.y - point.y, point.y - box.high.y);
-            const double away = std::max(x, y) > 0.0 ? std::hypot(std::max(x, 0.0), std::max(y, 0.0))
-                                                     : std::max(x, y);
+            const double away =
+                std::max(x, y) > 0.0 ? std::hypot(std::max(x, 0.0), std::max(y, 0.0)) : std::max(x, y);
             distance = std::min(distance, away);
         }
         return distance;

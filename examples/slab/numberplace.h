@@ -17,7 +17,7 @@ struct TakenBox {
     AcGePoint2d high;
 };
 
-/// The largest free circle in a strip, seen in the plane: its centre is the strip's pole of inaccessibility, as
-/// far as the texts let it be. Its radius is within a hundredth of the largest. Radius 0 when texts cover the
-/// whole strip.
+/// The largest free circle in a strip, seen in the plane: its centre is the strip's pole of inaccessibility,
+/// as far as the texts let it be. Its radius is within a hundredth of the largest. Radius 0 when texts cover
+/// the whole strip.
 FreeCircle largestFreeCircle(const AcDbPolyline& strip, const std::vector<TakenBox>& taken);

@@ -302,8 +302,8 @@ TEST_F(SlabStripsTest, NumbersStandWhereTheyCanBeRead) {
     const std::string moon = light("S", {{50, 0, 1}, {70, 0, 0}, {65, 0, -1}, {55, 0, 0}});
     const std::string hook =
         light("S", {{0, 0, 0}, {30, 0, 0}, {30, 2, 0}, {1, 2, 0}, {1, 20, 0}, {0, 20, 0}});
-    open(rectangle("S", 100, 0, 20, 10) + circle("H", 105, 5, 2) + hook + moon +
-         rectangle("S", 200, 0, 3, 3));
+    open(rectangle("S", 100, 0, 20, 10) + circle("H", 105, 5, 2) + rectangle("H", 110, 0.2, 5, 3) + hook +
+         moon + rectangle("S", 200, 0, 3, 3));
     AcDbObjectId own;
     auto* written = new AcDbText(AcGePoint3d(201, 1.2, 0), L"note", database().textStyleStandard());
     written->setHeight(0.5);
