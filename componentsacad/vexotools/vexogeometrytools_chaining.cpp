@@ -148,6 +148,15 @@ public:
             return false;
         });
     }
+    /// The same, but false, with some of them, where many curves have an end near the place.
+    template <typename Filter>
+    bool collectFew(const AcGePoint3d& place, const Filter& isOpen, std::vector<int>& found) const {
+        int left = kFew;
+        return !m_grid.anyNear(place, [&](int number) {
+            if (isOpen(number)) found.push_back(number);
+            return --left == 0;
+        });
+    }
     static double largestCoordinate(const std::vector<CurveEnds>& ends) {
         double largest = 0.0;
         for (const CurveEnds& both : ends) largest = std::max(largest, largestOf(both));
@@ -155,6 +164,8 @@ public:
     }
 
 private:
+    static constexpr int kFew = 32;
+
     PointGrid m_grid;
 };
 
@@ -165,8 +176,7 @@ const std::vector<int>& inOrder(std::vector<int>& found) {
     return found;
 }
 
-/// A direction within the plane or space that does not know its sense: opposite vectors give the same. Its
-/// length is at most that of the vector, and it moves by no more than three times as much as the vector does.
+/// The same for opposite vectors, no longer than they are. Moves three times as much as the vector at most.
 AcGeVector3d senselessOf(const AcGeVector3d& vector) {
     const double length = vector.length();
     if (!(length > 0.0)) return AcGeVector3d::kIdentity;
@@ -207,40 +217,31 @@ MergeResult mergeSegments(const AcGeLineSeg3d& first, const AcGeLineSeg3d& secon
     return MergeResult::kNoCommonEnd;
 }
 
-/// Segments by their ends and, where the direction is clear, by that too: of many segments that meet in one
-/// point only those along one line are looked at.
+/// Segments by their ends, and by their directions where many have one place.
 class CollinearIndex {
 public:
     CollinearIndex(const std::vector<CurveEnds>& ends, double tolerance)
         : m_ends(ends)
-        , m_tolerance(tolerance) {
-        const double largest = EndIndex::largestCoordinate(ends);
-        const double own = std::isnan(tolerance) ? 0.0 : std::abs(tolerance);
-        m_reach = std::max(own, AcGe::kPointUlps * AcGe::ulpOf(largest));
-        std::vector<CurveEnds> clear(ends.size());
-        std::vector<CurveEnds> unclear(ends.size());
-        for (std::size_t i = 0; i < ends.size(); ++i)
-            if (ends[i].known) (isClear(ends[i]) ? clear[i] : unclear[i]) = ends[i];
-        for (CurveEnds& both : clear)
-            if (both.known) both = withDirection(both);
-        m_clear.emplace(clear, kPlaceShare * m_reach);
-        m_unclear.emplace(unclear, tolerance);
-    }
+        , m_tolerance(tolerance)
+        , m_all(ends, tolerance) {}
+
+    /// A question about this segment will follow.
+    void announce(std::size_t i) const { m_all.announce(m_ends, i); }
     /// The numbers of those that may be collinear with a segment and have an end in common with it.
     template <typename Filter>
     const std::vector<int>& candidates(const AcGeLineSeg3d& segment, const Filter& isOpen) {
-        m_found.clear();
         const CurveEnds given{true, segment.startPoint(), segment.endPoint()};
-        const bool hasDirection = isClear(given);
-        if (!hasDirection && !m_all) m_all.emplace(m_ends, m_tolerance);
-        const CurveEnds keys = hasDirection ? withDirection(given) : given;
-        const EndIndex& index = hasDirection ? *m_clear : *m_all;
-        index.collect(keys.start, isOpen, m_found);
-        index.collect(keys.end, isOpen, m_found);
-        if (hasDirection) {
-            m_unclear->collect(given.start, isOpen, m_found);
-            m_unclear->collect(given.end, isOpen, m_found);
+        m_found.clear();
+        if (m_all.collectFew(given.start, isOpen, m_found) && m_all.collectFew(given.end, isOpen, m_found))
+            return inOrder(m_found);
+        m_found.clear();
+        if (!isClear(given)) {
+            collectBoth(m_all, given, isOpen);
+            return inOrder(m_found);
         }
+        if (!m_clear) gatherByDirection();
+        collectBoth(*m_clear, withDirection(given), isOpen);
+        collectBoth(*m_unclear, given, isOpen);
         return inOrder(m_found);
     }
 
@@ -251,9 +252,28 @@ private:
     /// What a key is moved by for its direction, in reaches: a turn by a clear angle moves it by less than
     /// half of one.
     static constexpr double kDirectionReaches = 1e7;
-    /// How far keys of equal places and directions may be apart, in reaches.
-    static constexpr double kPlaceShare = 2.0;
+    static constexpr double kPlaceShare = 2.0; ///< reaches between keys of equal places and directions
 
+    void gatherByDirection() {
+        const double own = std::isnan(m_tolerance) ? 0.0 : std::abs(m_tolerance);
+        m_reach = std::max(own, AcGe::kPointUlps * AcGe::ulpOf(EndIndex::largestCoordinate(m_ends)));
+        std::vector<CurveEnds> keys(m_ends.size());
+        std::vector<CurveEnds> unclear(m_ends.size());
+        for (std::size_t i = 0; i < m_ends.size(); ++i) {
+            if (!m_ends[i].known) continue;
+            if (isClear(m_ends[i]))
+                keys[i] = withDirection(m_ends[i]);
+            else
+                unclear[i] = m_ends[i];
+        }
+        m_clear.emplace(keys, kPlaceShare * m_reach);
+        m_unclear.emplace(unclear, m_tolerance);
+    }
+    template <typename Filter>
+    void collectBoth(const EndIndex& index, const CurveEnds& places, const Filter& isOpen) {
+        index.collect(places.start, isOpen, m_found);
+        index.collect(places.end, isOpen, m_found);
+    }
     static bool isClear(const CurveEnds& ends) {
         const double magnitude = std::max(ends.start.largestCoordinate(), ends.end.largestCoordinate());
         const double length = ends.start.distanceTo(ends.end);
@@ -269,10 +289,10 @@ private:
 
     const std::vector<CurveEnds>& m_ends;
     double m_tolerance;
+    EndIndex m_all;
     double m_reach = 0.0;
-    std::optional<EndIndex> m_clear;
+    std::optional<EndIndex> m_clear; ///< where they are needed
     std::optional<EndIndex> m_unclear;
-    std::optional<EndIndex> m_all; ///< for the rare segment without a clear direction
     std::vector<int> m_found;
 };
 
@@ -327,9 +347,8 @@ Footprint footprintOf(const AcDbCurve* curve, const AcGePlane& plane, const AcGe
     return footprint;
 }
 
-/// A place that coinciding curves share, whichever way they run, and curves that only have an end or the
-/// middle in common do not: the middle, moved by the direction. Places are no farther apart than seven times
-/// the curves' ends. Nowhere for curves out of the ordinary.
+/// A place that coinciding curves share, and curves with only an end or the middle in common do not: the
+/// middle, moved by the direction; seven times as far apart as the ends at most. Nowhere for far curves.
 AcGePoint3d placeOf(const CurveEnds& ends) {
     const double largest = std::max(ends.start.largestCoordinate(), ends.end.largestCoordinate());
     if (largestOf(ends) != largest) {
@@ -395,6 +414,7 @@ void ConcatenateLineSegments(AcArray<void*>& segments, const double& tolerance) 
     CollinearIndex index(ends, local.equalPoint());
     std::vector<char> gone(static_cast<std::size_t>(length), 0);
     for (int i = 0; i < length; ++i) {
+        index.announce(static_cast<std::size_t>(i) + PointGrid::kAhead);
         if (gone[static_cast<std::size_t>(i)]) continue;
         while (mergeWithPartner(segments, i, index, gone, local)) {
         }

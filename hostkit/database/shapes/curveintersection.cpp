@@ -396,8 +396,9 @@ Acad::ErrorStatus intersectCurves(const AcDbCurve& first, const AcDbCurve& secon
     const bool extendFirst = type == AcDb::kExtendThis || type == AcDb::kExtendBoth;
     const bool extendSecond = type == AcDb::kExtendArg || type == AcDb::kExtendBoth;
     // The second curve is a single line more often than not, and few of a contour's segments come near it.
+    constexpr std::size_t fewPieces = 8;
     if (!second.pieces(pieces2, extendSecond)) return Acad::eDegenerateGeometry;
-    pieces1.keepOnlyNear(pieces2);
+    if (pieces2.count() <= fewPieces) pieces1.keepOnlyNear(pieces2);
     if (!first.pieces(pieces1, extendFirst)) return Acad::eDegenerateGeometry;
     Intersector intersector(pieces1, pieces2);
     intersector.meetAll();
