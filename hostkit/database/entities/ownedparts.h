@@ -1,4 +1,5 @@
-// Entities that explode() or a drawing of its own gave, while nobody has taken them; leaves out those of a drawing.
+// Entities that explode() or a drawing of its own gave, while nobody has taken them; leaves out those of a
+// drawing.
 #pragma once
 
 #include "acarray.h"
