@@ -54,9 +54,11 @@ std::vector<AcDbObjectId> selectionOrFail() {
         failSelection(result);
         return {};
     }
-    std::vector<AcDbObjectId> ids = hostkit::Host::current()->selections().find(set)->ids();
-    acedSSFree(set);
-    return ids;
+    const struct Freeing {
+        ~Freeing() { acedSSFree(name); }
+        ads_name& name;
+    } freeing{set};
+    return hostkit::Host::current()->selections().find(set)->ids();
 }
 
 std::vector<AcDbObjectId> impliedSelectionOrFail(const AcApDocument& document) {

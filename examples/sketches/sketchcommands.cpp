@@ -36,9 +36,9 @@ ExampleSketch::Entities copiesOf(AcDbObjectIdArray& ids) {
     for (const AcDbObjectId id : ids) {
         const VEXOSmartOpen<AcDbEntity> entity(id, AcDb::kForWrite, false);
         if (entity.status() != Acad::eOk || !isFiled(*entity)) continue;
-        AcDbEntity* const copy = AcDbEntity::cast(entity->clone());
+        std::unique_ptr<AcDbEntity> copy(AcDbEntity::cast(entity->clone()));
         if (!copy) continue;
-        copies.emplace_back(copy);
+        copies.push_back(std::move(copy));
         copied.append(id);
     }
     ids = copied;

@@ -113,7 +113,7 @@ std::vector<Case> fewCases() {
         {.command = "PURGE"},
         {.command = "EXPLODE ALL"},
         {.prepare = "ERASE ALL\nU", .command = "REDO", .isUndone = false},
-        {.module = "slab", .command = "SLABSTRIPS" + std::string(plan) + " NUMBERS"},
+        {.module = "slab", .command = "CONTOURS JSON"},
         {.module = "layers", .command = "LAYERRENAME *,~0 E EE"},
         {.module = "sketches", .command = "SKETCHTAKE PLAN ALL \"\""},
     };

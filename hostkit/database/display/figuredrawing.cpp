@@ -95,9 +95,11 @@ public:
         , m_plane(plane)
         , m_elevation(elevation)
         , m_paths(dynamic_cast<const PathGeometry*>(&draw.geometry()) != nullptr) {}
-    ~StrokeCollector() { drawPath(m_draw, m_path); }
     StrokeCollector(const StrokeCollector&) = delete;
     StrokeCollector& operator=(const StrokeCollector&) = delete;
+
+    /// What was collected is drawn.
+    void finish() const { drawPath(m_draw, m_path); }
 
     bool add(const hostkit::HatchStroke& stroke) {
         const AcGePoint3d ends[] = {at(stroke.from), at(stroke.to)};
@@ -207,5 +209,6 @@ Adesk::Boolean AcDbHatch::worldDraw(AcGiWorldDraw* draw) {
     StrokeCollector strokes(*draw, plane, elevation());
     (void)hostkit::forEachStroke(area, pattern, hostkit::kMostHatchStrokes,
                                  [&](const hostkit::HatchStroke& stroke) { return strokes.add(stroke); });
+    strokes.finish();
     return Adesk::kTrue;
 }
