@@ -89,12 +89,18 @@ PlaneSegment planeSegmentOf(const LoopSegment& side) {
     return {{side.start.x, side.start.y}, {side.end.x, side.end.y}, side.start.bulge};
 }
 
+/// Is a place near a segment or an end of it.
+bool isNear(const PlaneSegment& segment, const AcGePoint2d& place, double margin) {
+    return segment.touches(place, margin) || segment.start().distanceTo(place) <= margin ||
+           segment.end().distanceTo(place) <= margin;
+}
+
 /// Segments without a common end: do they clearly keep apart.
 bool keepApart(const PlaneSegment& a, const PlaneSegment& b, double margin) {
     if (a.isClearOf(b, margin) || b.isClearOf(a, margin)) return true;
     AcGePoint2d points[2];
-    return crossingsOf(a, b, margin, points) == 0 && !a.touches(b.start(), margin) &&
-           !a.touches(b.end(), margin) && !b.touches(a.start(), margin) && !b.touches(a.end(), margin);
+    return crossingsOf(a, b, margin, points) == 0 && !isNear(a, b.start(), margin) &&
+           !isNear(a, b.end(), margin) && !isNear(b, a.start(), margin) && !isNear(b, a.end(), margin);
 }
 
 /// Segments that share an end: do they clearly go different ways from there and not come together again.
@@ -105,8 +111,8 @@ bool partAtEnd(const PlaneSegment& a, bool isAtEndOfA, const PlaneSegment& b, bo
     const AcGeVector2d u = isAtEndOfA ? -a.directionAt(a.chord()) : a.directionAt(0.0);
     const AcGeVector2d v = isAtEndOfB ? -b.directionAt(b.chord()) : b.directionAt(0.0);
     if (std::abs(u.crossProduct(v)) < kClearSine && u.dotProduct(v) > 0.0) return false;
-    if (a.touches(isAtEndOfB ? b.start() : b.end(), margin) ||
-        b.touches(isAtEndOfA ? a.start() : a.end(), margin))
+    if (isNear(a, isAtEndOfB ? b.start() : b.end(), margin) ||
+        isNear(b, isAtEndOfA ? a.start() : a.end(), margin))
         return false;
     if (a.isStraight() && b.isStraight()) return true;
     AcGePoint2d points[2];

@@ -1,5 +1,7 @@
 // The quick merge of neighbours against the one by areas: what it is sure of must be that one's answer.
+#include "contourarrangement.h"
 #include "contourcleanmerge.h"
+#include "contourloopsegment.h"
 #include "stripmerge.h"
 #include "vexogeometrytools.h"
 
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <random>
 
 using namespace VEXOGeometryTools;
@@ -75,6 +78,33 @@ TEST(CleanMerge, IsSureOnlyOfWhatTheMergeByAreasSays) {
         EXPECT_EQ(sorted(merged), sorted(loopOf(*AcDbPolyline::cast(both.get())))) << "round " << round;
     }
     for (const int count : counts) EXPECT_GT(count, 200);
+}
+
+TEST(CleanMerge, ClearNeighboursHaveOneSegmentInCommonAndNothingElse) {
+    std::mt19937 random(22);
+    int clear = 0, unclear = 0;
+    for (int round = 0; round < 3000; ++round) {
+        Neighbours pair(random, Neighbours::pick(random, 3) == 0 ? 1.0 : 0.0);
+        // One side of the upper one's stays where it is, the rest may reach into the lower one.
+        const std::size_t kept = static_cast<std::size_t>(Neighbours::pick(random, 5));
+        for (std::size_t k = 0; k < pair.upper.vertices.size() && round % 3; ++k)
+            if (k != kept && k != kept + 1) pair.upper.vertices[k].y += Neighbours::pick(random, 7) - 3;
+        const std::optional<PlaneBox> box = boxOf({pair.lower}, {pair.upper});
+        const ContourArrangement both({pair.lower}, {pair.upper}, box, areaTolerance(box));
+        const bool areNeighbours = both.sharedEdgeCount() == 1 && commonArea(pair.lower, pair.upper).empty();
+        for (std::size_t i = 0; i < pair.lower.vertices.size(); ++i)
+            for (std::size_t j = 0; j < pair.upper.vertices.size(); ++j) {
+                const LoopSegment a(pair.lower, i), b(pair.upper, j);
+                const bool isShared = a.start.x == b.end.x && a.start.y == b.end.y && a.end.x == b.start.x &&
+                                      a.end.y == b.start.y && a.start.bulge == -b.start.bulge;
+                if (!isShared || a.chord() == 0.0) continue;
+                const bool isClear = areClearNeighbours(pair.lower, i, pair.upper, j, areaTolerance(box));
+                ASSERT_TRUE(areNeighbours || !isClear) << "round " << round;
+                ++(isClear ? clear : unclear);
+            }
+    }
+    EXPECT_GT(clear, 100);
+    EXPECT_GT(unclear, 500);
 }
 
 /// A rectangle cut in two again and again, some cuts in the same places, corners shaken by less than the
