@@ -181,11 +181,10 @@ bool isPinched(const AcDbPolyline& strip, double away) {
 
 /// As faultOf, of parts in the form of the plain steps.
 std::string faultOf(const Slab& slab, const std::vector<Owned>& parts) {
-    AcArray<void*> copies;
-    for (const Owned& part : parts) {
+    for (const Owned& part : parts)
         if (isPinched(*AcDbPolyline::cast(part.get()), 1e-3 * slab.millimetre)) return "a pinched strip";
-        copies.append(static_cast<AcDbCurve*>(AcDbCurve::cast(part->clone())));
-    }
+    AcArray<void*> copies;
+    for (const Owned& part : parts) copies.append(static_cast<AcDbCurve*>(AcDbCurve::cast(part->clone())));
     return faultOf(slab, Curves(copies));
 }
 
