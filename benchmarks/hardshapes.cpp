@@ -96,19 +96,25 @@ void CrossingItself(benchmark::State& state) {
 }
 BENCHMARK(CrossingItself)->Apply(formsAndSizes);
 
+/// A small square around its first vertex.
+std::unique_ptr<AcDbPolyline> squareAtStartOf(const AcDbPolyline& contour) {
+    AcGePoint2d at;
+    (void)contour.getPointAt(0, at);
+    auto square = std::make_unique<AcDbPolyline>();
+    for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
+        (void)square->addVertexAt(square->numVerts(), {at.x + 1.5 * x, at.y + 1.4 * y});
+    square->setClosed(Adesk::kTrue);
+    return square;
+}
+
 /// With a small square that takes away a corner of it.
 void CommonWithSquare(benchmark::State& state) {
     const int form = static_cast<int>(state.range(0));
     const int count = static_cast<int>(state.range(1));
     const auto contour = contourOf(form, count);
-    AcGePoint2d at;
-    (void)contour->getPointAt(0, at);
-    AcDbPolyline square;
-    for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
-        (void)square.addVertexAt(square.numVerts(), {at.x + 1.5 * x, at.y + 1.4 * y});
-    square.setClosed(Adesk::kTrue);
+    const auto square = squareAtStartOf(*contour);
     for (auto _ : state) {
-        const std::unique_ptr<AcDbCurve> common(getComonSurfaceFromPolylines(contour.get(), &square));
+        const std::unique_ptr<AcDbCurve> common(getComonSurfaceFromPolylines(contour.get(), square.get()));
         benchmark::DoNotOptimize(common.get());
     }
     state.SetLabel(kFormNames[form]);
@@ -118,15 +124,10 @@ BENCHMARK(CommonWithSquare)->Apply(formsAndSizes);
 void OneOpening(benchmark::State& state) {
     const int form = static_cast<int>(state.range(0));
     const auto contour = contourOf(form, static_cast<int>(state.range(1)));
-    AcGePoint2d at;
-    (void)contour->getPointAt(0, at);
-    AcDbPolyline square;
-    for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
-        (void)square.addVertexAt(square.numVerts(), {at.x + 1.5 * x, at.y + 1.4 * y});
-    square.setClosed(Adesk::kTrue);
+    const auto square = squareAtStartOf(*contour);
     for (auto _ : state)
         for (void* part :
-             splitContourByHole(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis, contour.get(), &square))
+             splitContourByHole(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis, contour.get(), square.get()))
             delete static_cast<AcDbCurve*>(part);
     state.SetLabel(kFormNames[form]);
 }

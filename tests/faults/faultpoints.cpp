@@ -1,5 +1,7 @@
 #include "faultpoints.h"
 
+#include "replacednew.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
@@ -34,31 +36,6 @@ bool isDue(faults::Sort sort, const char* name) {
         backtrace_symbols_fd(callers, backtrace(callers, 40), STDOUT_FILENO);
     }
     return true;
-}
-
-void* allocate(std::size_t size, std::size_t alignment) {
-    if (isDue(faults::Sort::kAllocation, "new")) throw std::bad_alloc();
-    if (size == 0) size = 1;
-    void* const memory = alignment <= alignof(std::max_align_t)
-                             ? std::malloc(size)
-                             : std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
-    if (!memory) throw std::bad_alloc();
-    ++blocks;
-    return memory;
-}
-
-void* allocateOrNull(std::size_t size, std::size_t alignment) noexcept {
-    try {
-        return allocate(size, alignment);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void release(void* memory) {
-    if (!memory) return;
-    --blocks;
-    std::free(memory);
 }
 
 // The platform's own function behind one that stands in for it here.
@@ -96,22 +73,11 @@ std::int64_t liveBlocks() { return blocks; }
 
 } // namespace faults
 
-void* operator new(std::size_t size) { return allocate(size, 0); }
-void* operator new[](std::size_t size) { return allocate(size, 0); }
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return allocate(size, static_cast<std::size_t>(alignment));
+void replacednew::beforeAllocation() {
+    if (isDue(faults::Sort::kAllocation, "new")) throw std::bad_alloc();
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
-void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
-    return allocateOrNull(size, static_cast<std::size_t>(alignment));
-}
-void operator delete(void* memory) noexcept { release(memory); }
-void operator delete[](void* memory) noexcept { release(memory); }
-void operator delete(void* memory, std::size_t) noexcept { release(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
-void operator delete(void* memory, std::align_val_t) noexcept { release(memory); }
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { release(memory); }
+void replacednew::afterAllocation() { ++blocks; }
+void replacednew::beforeRelease() { --blocks; }
 
 // The operations of files that the layers call. Those that give back (close, unlink) do not fail.
 extern "C" {

@@ -4,6 +4,7 @@
 #include "dbblocktablerecord.h"
 #include "dimensionpicture.h"
 #include "entitycoordinates.h"
+#include "handover.h"
 #include "movedblock.h"
 
 using namespace hostkit;
@@ -103,8 +104,7 @@ Acad::ErrorStatus AcDbDimension::explodeBlock(AcDbVoidPtrArray& parts) const {
     if (!copyMoved(*block, matrix, copies)) return Acad::eNotApplicable;
     for (std::unique_ptr<AcDbEntity>& copy : copies) {
         takeLookOfBlock(*copy, *this);
-        parts.append(copy.get());
-        (void)copy.release();
+        hostkit::handOver(parts, copy);
     }
     return Acad::eOk;
 }
@@ -113,9 +113,7 @@ Acad::ErrorStatus AcDbDimension::explode(AcDbVoidPtrArray& parts) const {
     if (!m_blockId.isNull() || !m_shownBlockId.isNull()) return explodeBlock(parts);
     DimensionPicture picture;
     if (!layOutDimension(*this, picture)) return Acad::eNotApplicable;
-    for (std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose)) {
-        parts.append(entity.get());
-        (void)entity.release();
-    }
+    for (std::unique_ptr<AcDbEntity>& entity : entitiesOf(*this, picture, PieceUse::loose))
+        hostkit::handOver(parts, entity);
     return Acad::eOk;
 }

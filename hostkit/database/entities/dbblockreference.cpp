@@ -8,6 +8,7 @@
 #include "dbopen.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "handover.h"
 #include "openparts.h"
 
 #include <memory>
@@ -203,9 +204,6 @@ Acad::ErrorStatus AcDbBlockReference::explode(AcDbVoidPtrArray& parts) const {
         if (status != Acad::eOk) return status;
     }
     addAttributeTexts(m_attributes, made);
-    for (std::unique_ptr<AcDbEntity>& part : made) {
-        parts.append(part.get());
-        (void)part.release();
-    }
+    for (std::unique_ptr<AcDbEntity>& part : made) hostkit::handOver(parts, part);
     return Acad::eOk;
 }

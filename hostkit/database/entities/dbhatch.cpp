@@ -9,6 +9,7 @@
 #include "hatchpatterns.h"
 
 #include "casefold.h"
+#include "handover.h"
 
 #include <algorithm>
 #include <cmath>
@@ -121,8 +122,7 @@ Acad::ErrorStatus AcDbHatch::getLoopAt(int index, Adesk::Int32& type, AcGeVoidPo
     edgeTypes.removeAll();
     for (std::unique_ptr<AcGeCurve2d>& curve : hostkit::curvesOf(loop)) {
         edgeTypes.append(edgeTypeOf(*curve));
-        edges.append(curve.get());
-        (void)curve.release();
+        hostkit::handOver(edges, curve);
     }
     return Acad::eOk;
 }
@@ -244,10 +244,7 @@ Acad::ErrorStatus AcDbHatch::explode(AcDbVoidPtrArray& parts) const {
     const Acad::ErrorStatus status =
         hostkit::forEachStroke(area, m_patternLines, hostkit::kMostHatchStrokes, add);
     if (status != Acad::eOk) return status;
-    for (std::unique_ptr<AcDbEntity>& part : made) {
-        parts.append(part.get());
-        (void)part.release();
-    }
+    for (std::unique_ptr<AcDbEntity>& part : made) hostkit::handOver(parts, part);
     return Acad::eOk;
 }
 

@@ -7,6 +7,7 @@
 #include "fielditems.h"
 #include "fieldsetters.h"
 #include "flatmotion.h"
+#include "handover.h"
 #include "paragraphlayout.h"
 #include "paragraphparts.h"
 #include "symbolnames.h"
@@ -199,10 +200,7 @@ Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {
 }
 
 Acad::ErrorStatus AcDbMText::explode(AcDbVoidPtrArray& parts) const {
-    for (auto& part : hostkit::partsOf(*this)) {
-        parts.append(part.get());
-        (void)part.release();
-    }
+    for (auto& part : hostkit::partsOf(*this)) hostkit::handOver(parts, part);
     return Acad::eOk;
 }
 

@@ -7,6 +7,7 @@
 #include "dbpolyline.h"
 #include "entitycoordinates.h"
 #include "flatmotion.h"
+#include "handover.h"
 
 #include <cmath>
 #include <memory>
@@ -169,8 +170,7 @@ Acad::ErrorStatus PolylineCurve::explodeFlat(const AcGeVector3d& normal, double 
     const auto keep = [&](auto part) {
         (void)part->setPropertiesFrom(this);
         (void)part->setThickness(thickness);
-        parts.append(part.get());
-        (void)part.release();
+        handOver(parts, part);
     };
     for (std::size_t i = 0; i < own.segmentCount(); ++i) {
         const AcGePoint3d from = own.worldVertex(i);

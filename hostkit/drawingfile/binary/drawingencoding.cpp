@@ -3,12 +3,9 @@
 #include "binarysections.h"
 #include "binarytranscription.h"
 #include "drawingcompletion.h"
-#include "encodinglists.h"
 #include "headergathering.h"
+#include "jobencoding.h"
 #include "recordchoice.h"
-#include "recordencoding.h"
-#include "recordgathering.h"
-#include "transcriptvalues.h"
 #include "workers.h"
 
 #include <algorithm>
@@ -24,20 +21,6 @@ namespace {
 
 constexpr unsigned firstClassNumber = 500;
 
-/// One record that is to be written.
-struct Job {
-    enum class Kind : std::uint8_t { plain, blockHeader, sequence, control };
-
-    OutlinedRecord record;
-    const RecordLayout* layout = nullptr; ///< null: it keeps its bits, or its data
-    unsigned type = 0;
-    Kind kind = Kind::plain;
-    RecordLinks links;
-    bool isPlaceKept = false; ///< what it lists and what is beside it are as they were
-    std::size_t list =
-        0; ///< of a block: its number; of a sequence: of its entity; of a control: of its table
-};
-
 /// The exchange form's tables with the records that hold them.
 struct ControlKind {
     std::string_view table, layout, variable;
@@ -51,28 +34,6 @@ constexpr std::array<ControlKind, 9> controls{{{"BLOCK_RECORD", "BLOCK_CONTROL",
                                                {"VPORT", "VPORT_CONTROL", "VPORT_CONTROL"},
                                                {"APPID", "APPID_CONTROL", "APPID_CONTROL"},
                                                {"DIMSTYLE", "DIMSTYLE_CONTROL", "DIMSTYLE_CONTROL"}}};
-
-/// The groups of a dictionary without the entries that lead to such records.
-std::string withoutEntries(std::string_view record, const std::unordered_set<std::uint64_t>& gone) {
-    std::string kept;
-    kept.reserve(record.size());
-    GroupScanner scanner(record);
-    RawGroup group;
-    std::size_t keptTo = 0, nameAt = record.size();
-    while (scanner.next(group) == ScanResult::kGroup) {
-        if (group.code == 3) nameAt = scanner.offsetOf(group.start);
-        const bool leads = group.code == 350 || group.code == 360;
-        if (!leads || nameAt == record.size()) continue; // the one ahead is the extension dictionary
-        if (gone.contains(handleFromText(withoutBlanks(group.value)).value_or(0))) {
-            kept.append(record.substr(keptTo, nameAt - keptTo));
-            keptTo = scanner.offset();
-        }
-        nameAt = record.size();
-    }
-    return kept.append(record.substr(keptTo));
-}
-
-BinaryHandle to(std::uint64_t handle, unsigned code) { return {static_cast<std::uint8_t>(code), handle}; }
 
 } // namespace
 
@@ -162,7 +123,7 @@ private:
     }
 
     /// False where the record cannot be written; it is listed then.
-    bool choose(Job& job, std::string_view owner = {}) {
+    bool choose(EncodingJob& job, std::string_view owner = {}) {
         const std::string_view groups = job.record.in(m_outline.text);
         const TranscribedRecord* const before = originalOf(job.record.handle);
         if (job.record.handle == 0) return leaveOut(groups, 0);
@@ -177,7 +138,7 @@ private:
     }
 
     /// False where nothing can stand for the record, which is left out then.
-    bool replace(Job& job, std::string_view groups) {
+    bool replace(EncodingJob& job, std::string_view groups) {
         job.layout = replacementOf(m_layouts, *job.layout);
         if (!job.layout) return leaveOut(groups, job.record.handle);
         const std::string_view kind = valueIn(groups, 0), became = job.layout->name;
@@ -199,12 +160,12 @@ private:
         for (const OutlinedRecord& stray : m_outline.strays) leaveOut(stray.in(m_outline.text), stray.handle);
         for (OutlinedBlock& block : m_outline.blocks)
             std::erase_if(block.entities, [this](const OutlinedEntity& entity) {
-                Job job;
+                EncodingJob job;
                 job.record = entity.record;
                 return !choose(job);
             });
         std::erase_if(m_outline.objects, [this](const OutlinedRecord& object) {
-            Job job;
+            EncodingJob job;
             job.record = object;
             return !choose(job);
         });
@@ -222,13 +183,13 @@ private:
     }
 
     /// What of a record does not go along, and what becomes of it.
-    void tell(const Job& job, std::wstring_view part, std::wstring_view became) {
+    void tell(const EncodingJob& job, std::wstring_view part, std::wstring_view became) {
         const std::string_view kind = valueIn(job.record.in(m_outline.text), 0);
         m_out.leftOut.add(std::wstring(kind.begin(), kind.end()) += part, became, job.record.handle);
     }
 
     bool add(const OutlinedRecord& record, const RecordLinks& links) {
-        Job job;
+        EncodingJob job;
         job.record = record;
         job.links = links;
         job.isPlaceKept = true;
@@ -254,7 +215,7 @@ private:
     /// Every binary drawing has all tables.
     void addEmptyControl(const ControlKind& kind) {
         if (m_original && m_original->find(m_original->header.handle(kind.variable))) return;
-        Job job;
+        EncodingJob job;
         job.layout = m_layouts.byName(kind.layout);
         job.type = job.layout->number;
         job.record.handle = takeHandle();
@@ -263,11 +224,11 @@ private:
     }
 
     void addControl(const OutlinedTable& table, std::string_view layout, std::size_t number) {
-        Job job;
+        EncodingJob job;
         job.record = table.head;
         job.layout = m_layouts.byName(layout);
         job.type = job.layout->number;
-        job.kind = Job::Kind::control;
+        job.kind = EncodingJob::Kind::control;
         job.list = number;
         const OutlinedTable* const before = m_before ? m_before->table(table.name) : nullptr;
         job.isPlaceKept =
@@ -289,9 +250,9 @@ private:
         add(block.begin, links);
         for (std::size_t i = 0; i < block.entities.size(); ++i) addEntity(block, i, links);
         add(block.end, links);
-        Job job;
+        EncodingJob job;
         job.record = *header;
-        job.kind = Job::Kind::blockHeader;
+        job.kind = EncodingJob::Kind::blockHeader;
         job.list = number;
         job.isPlaceKept = isBlockAsItWas(block);
         if (choose(job)) m_jobs.push_back(job);
@@ -311,12 +272,12 @@ private:
 
     void addEntity(const OutlinedBlock& block, std::size_t at, RecordLinks links) {
         const OutlinedEntity& entity = block.entities[at];
-        Job job;
+        EncodingJob job;
         job.record = entity.record;
         job.links = links;
         m_lists.link(entity.record.handle, job.links);
         job.isPlaceKept = !m_before || m_lists.isLinkedAs(m_listsBefore, entity.record.handle);
-        job.kind = entity.partCount ? Job::Kind::sequence : Job::Kind::plain;
+        job.kind = entity.partCount ? EncodingJob::Kind::sequence : EncodingJob::Kind::plain;
         job.list = entity.firstPart;
         if (!choose(job)) return;
         if (entity.partCount) {
@@ -330,7 +291,7 @@ private:
 
     void addParts(const OutlinedEntity& entity) {
         for (std::uint32_t i = 0; i < entity.partCount; ++i) {
-            Job job;
+            EncodingJob job;
             job.record = m_outline.parts[entity.firstPart + i];
             job.links.owner = entity.record.handle;
             m_lists.link(job.record.handle, job.links);
@@ -351,13 +312,13 @@ private:
                 if (type != viewportControl && type != viewportHeader) continue;
                 hasControl = hasControl || type == viewportControl;
                 if (type == viewportControl) m_viewportControl = record.handle;
-                Job job;
+                EncodingJob job;
                 job.record.handle = record.handle;
                 m_jobs.push_back(job);
             }
         }
         if (hasControl) return;
-        Job job;
+        EncodingJob job;
         job.layout = m_layouts.byName("VP_ENT_HDR_CONTROL");
         job.type = viewportControl;
         job.record.handle = m_viewportControl = takeHandle();
@@ -370,22 +331,17 @@ private:
 
     // Writing
 
-    struct Chunk {
-        std::vector<std::uint8_t> bytes;
-        std::vector<ObjectPlace> places;
-        std::size_t kept = 0;
-        std::vector<const Job*> failed, shortened, withoutData;
-    };
-
     bool encodeAll() {
         constexpr std::size_t fewest = 20000; // a thread is not worth less
         const std::size_t threads = std::clamp<std::size_t>(m_jobs.size() / fewest, 1, workersOfMachine());
-        std::vector<Chunk> chunks(threads);
+        std::vector<EncodedChunk> chunks(threads);
+        const EncodingContext context{m_version,  m_codePage, m_outline, m_before ? &*m_before : nullptr,
+                                      m_original, m_names,    m_lists,   m_gone};
         const auto work = [&](std::size_t number) {
             const std::size_t begin = m_jobs.size() * number / threads;
             const std::size_t end = m_jobs.size() * (number + 1) / threads;
-            Worker worker(*this);
-            for (std::size_t i = begin; i < end; ++i) worker.write(m_jobs[i], chunks[number]);
+            JobEncoding encoding(context);
+            for (std::size_t i = begin; i < end; ++i) encoding.write(m_jobs[i], chunks[number]);
         };
         std::vector<std::thread> others;
         for (std::size_t i = 1; i < threads; ++i) others.emplace_back(work, i);
@@ -394,18 +350,19 @@ private:
         return join(chunks);
     }
 
-    bool join(std::vector<Chunk>& chunks) {
-        for (Chunk& chunk : chunks) {
+    bool join(std::vector<EncodedChunk>& chunks) {
+        for (EncodedChunk& chunk : chunks) {
             for (ObjectPlace place : chunk.places) {
                 place.offset += m_out.objects.size();
                 m_out.places.push_back(place);
             }
             m_out.objects.insert(m_out.objects.end(), chunk.bytes.begin(), chunk.bytes.end());
             m_out.recordsKept += chunk.kept;
-            for (const Job* const job : chunk.failed)
+            for (const EncodingJob* const job : chunk.failed)
                 leaveOut(job->record.in(m_outline.text), job->record.handle);
-            for (const Job* const job : chunk.shortened) tell(*job, L" text", L"its first 65535 characters");
-            for (const Job* const job : chunk.withoutData) tell(*job, L" extended data", {});
+            for (const EncodingJob* const job : chunk.shortened)
+                tell(*job, L" text", L"its first 65535 characters");
+            for (const EncodingJob* const job : chunk.withoutData) tell(*job, L" extended data", {});
         }
         std::sort(m_out.places.begin(), m_out.places.end(),
                   [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; });
@@ -416,101 +373,6 @@ private:
         m_out.fault = L"two records have one handle";
         return false;
     }
-
-    /// What one thread writes records with.
-    class Worker {
-    public:
-        explicit Worker(const DrawingEncoding& owner)
-            : m_owner(owner)
-            , m_gathering(owner.m_version, owner.m_codePage, owner.m_names)
-            , m_encoding(owner.m_version) {
-            m_encoding.leadNowhere(owner.m_gone);
-            if (owner.m_original) m_reading.emplace(owner.m_original->container, owner.m_original->classes);
-        }
-
-        void write(const Job& job, Chunk& chunk) {
-            const std::size_t offset = chunk.bytes.size();
-            const TranscribedRecord* const before = m_owner.originalOf(job.record.handle);
-            if (before && isAsItWas(job, *before) && copy(*before, chunk.bytes)) {
-                ++chunk.kept;
-            } else if (!encode(job, before, chunk.bytes)) {
-                chunk.failed.push_back(&job);
-                return;
-            } else {
-                if (m_encoding.hasShortened()) chunk.shortened.push_back(&job);
-                if (m_gathering.hasLostData()) chunk.withoutData.push_back(&job);
-            }
-            chunk.places.push_back({job.record.handle, offset});
-        }
-
-    private:
-        [[nodiscard]] bool isAsItWas(const Job& job, const TranscribedRecord& before) const {
-            if (!job.record.isThere()) return true;
-            if (!job.isPlaceKept) return false;
-            // The head of a table tells how many records follow; those are looked at one by one.
-            if (job.kind == Job::Kind::control) return true;
-            return m_owner.m_before->text.substr(before.text, before.length) ==
-                   job.record.in(m_owner.m_outline.text);
-        }
-
-        bool copy(const TranscribedRecord& before, std::vector<std::uint8_t>& bytes) const {
-            const ByteSpan record = m_reading->recordAt(before.offset);
-            bytes.insert(bytes.end(), record.begin(), record.end());
-            return !record.empty();
-        }
-
-        bool encode(const Job& job, const TranscribedRecord* before, std::vector<std::uint8_t>& bytes) {
-            const bool hasFields = before && m_reading->read(before->offset, m_fields);
-            const RecordLayout* const layout = job.layout  ? job.layout
-                                               : hasFields ? m_fields.layout
-                                                           : nullptr;
-            if (!layout) return false;
-            const bool isSameKind = hasFields && m_fields.layout == layout;
-            m_gathering.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
-            m_encoding.setOriginal(isSameKind ? &*m_reading : nullptr, isSameKind ? &m_fields : nullptr);
-            m_values.clear();
-            if (job.record.isThere()) {
-                scan(job, *layout);
-                m_gathering.gather(m_record, *layout, job.links, m_values);
-                dropReactors(*layout);
-            }
-            m_owner.addLists(job, *layout, m_values, m_texts);
-            if (!isSameKind) completeReferences(m_owner.m_names, *layout, m_values);
-            if (job.record.isThere()) addViewports(m_owner.m_outline, *layout, m_values);
-            return m_encoding.append(*layout, isSameKind ? m_fields.type : job.type, job.record.handle,
-                                     m_values, bytes);
-        }
-
-        /// What is left out has no entry in a dictionary.
-        void scan(const Job& job, const RecordLayout& layout) {
-            const std::string_view text = m_owner.m_outline.text;
-            const bool isDictionary = layout.name == "DICTIONARY" || layout.name == "ACDBDICTIONARYWDFLT";
-            if (!isDictionary || m_owner.m_gone.empty())
-                return scanRecordAt(text, job.record.offset, job.record.length, m_record);
-            m_dictionary = withoutEntries(job.record.in(text), m_owner.m_gone);
-            scanRecordAt(m_dictionary, 0, m_dictionary.size(), m_record);
-        }
-
-        /// What is left out is told of no change.
-        void dropReactors(const RecordLayout& layout) {
-            const std::unordered_set<std::uint64_t>& gone = m_owner.m_gone;
-            if (gone.empty()) return;
-            std::vector<RecordValue>& reactors = m_values.array(layout.common.reactors);
-            std::erase_if(reactors,
-                          [&](const RecordValue& reactor) { return gone.contains(reactor.reference.value); });
-            Values{layout, m_values}.whole("nreact", static_cast<std::int64_t>(reactors.size()));
-        }
-
-        const DrawingEncoding& m_owner;
-        std::string m_dictionary;
-        RecordGathering m_gathering;
-        RecordEncoding m_encoding;
-        std::optional<RecordReading> m_reading;
-        RecordFields m_fields;
-        DrawingRecord m_record;
-        RecordScope m_values;
-        std::vector<std::string> m_texts;
-    };
 
     /// Classes tell how many records they have; a changed drawing's count what came and went.
     void countInstances() {
@@ -526,133 +388,12 @@ private:
             for (const TranscribedRecord& record : m_original->records)
                 if (!isWritten(record.handle)) --counts[reading.typeAt(record.offset)];
         }
-        for (const Job& job : m_jobs)
+        for (const EncodingJob& job : m_jobs)
             if (job.type >= firstClassNumber && !originalOf(job.record.handle) &&
                 isWritten(job.record.handle))
                 ++counts[job.type];
         for (BinaryClass& one : m_out.classes)
             one.instances = std::max(0, one.instances + counts[one.number]);
-    }
-
-    // Lists of what a record holds
-
-    struct Values {
-        const RecordLayout& layout;
-        RecordScope& scope;
-
-        void whole(std::string_view name, std::int64_t value) {
-            RecordValue made;
-            made.whole = value;
-            put(name, made);
-        }
-        void reference(std::string_view name, std::uint64_t handle, unsigned code) {
-            RecordValue made;
-            made.reference = to(handle, code);
-            put(name, made);
-        }
-        void references(std::string_view name, const std::vector<std::uint64_t>& handles, unsigned code) {
-            std::uint16_t slot = 0;
-            if (!layout.findSlot(name, slot)) return;
-            std::vector<RecordValue>& all = scope.array(slot);
-            all.clear();
-            for (const std::uint64_t handle : handles) all.emplace_back().reference = to(handle, code);
-        }
-        void put(std::string_view name, const RecordValue& value) {
-            std::uint16_t slot = 0;
-            if (layout.findSlot(name, slot)) scope.set(slot, value);
-        }
-    };
-
-    void addLists(const Job& job, const RecordLayout& layout, RecordScope& scope,
-                  std::vector<std::string>& texts) const {
-        Values values{layout, scope};
-        switch (job.kind) {
-        case Job::Kind::control:
-            return controlLists(job, values);
-        case Job::Kind::blockHeader:
-            return blockLists(m_outline.blocks[job.list], values, texts);
-        case Job::Kind::sequence:
-            return sequenceLists(job, values);
-        default:
-            // An insert without attributes tells so.
-            if (layout.common.hasAttributes) values.whole("hasattr", 0);
-        }
-    }
-
-    void controlLists(const Job& job, Values& values) const {
-        const OutlinedTable& table = m_outline.tables[job.list];
-        std::vector<std::uint64_t> entries;
-        for (const OutlinedRecord& record : table.records) {
-            const std::string_view kind = m_lists.standsApart(table.name, record);
-            if (kind.empty())
-                entries.push_back(record.handle);
-            else
-                values.reference(kind, record.handle, 3);
-        }
-        values.whole("nentries", static_cast<std::int64_t>(entries.size()));
-        values.references("entries", entries, 2);
-    }
-
-    void blockLists(const OutlinedBlock& block, Values& values, std::vector<std::string>& texts) const {
-        std::vector<std::uint64_t> owned;
-        bool hasDefinitions = false;
-        for (const OutlinedEntity& entity : block.entities) {
-            owned.push_back(entity.record.handle);
-            hasDefinitions = hasDefinitions || valueIn(entity.record.in(m_outline.text), 0) == "ATTDEF";
-        }
-        const std::string_view begin = block.begin.in(m_outline.text);
-        blockFields(begin, m_lists.modeOf(block.handle) == 0, hasDefinitions, values, texts);
-        values.reference("block", block.begin.handle, 3);
-        values.reference("endblk", block.end.handle, 3);
-        values.whole("nowned", static_cast<std::int64_t>(owned.size()));
-        values.references("owned", owned, 3);
-        values.reference("first", owned.empty() ? 0 : owned.front(), 4);
-        values.reference("last", owned.empty() ? 0 : owned.back(), 4);
-        const std::vector<std::uint64_t>& inserts = m_lists.insertsOf(block.handle);
-        values.whole("ninserts", static_cast<std::int64_t>(inserts.size()));
-        values.references("inserts", inserts, 4);
-    }
-
-    /// What the exchange form tells with the block in place of its record.
-    static void blockFields(std::string_view begin, bool isNoSpace, bool hasDefinitions, Values& values,
-                            std::vector<std::string>& texts) {
-        constexpr int isReference = 4, isOverlay = 8;
-        const auto flags = integerFromText(valueIn(begin, 70)).value_or(0);
-        const std::string_view name = valueIn(begin, 2);
-        values.whole("anonymous", isNoSpace && name.starts_with('*') && !name.starts_with("*Paper_Space"));
-        values.whole("hasatts", hasDefinitions);
-        values.whole("isxref", (flags & isReference) != 0);
-        values.whole("isoverlay", (flags & isOverlay) != 0);
-        RecordValue base;
-        for (int i = 0; i < 3; ++i) base.real[i] = realFromText(valueIn(begin, 10 + 10 * i)).value_or(0.0);
-        values.put("base", base);
-        texts.clear();
-        texts.reserve(2);
-        for (const auto& [field, code] : {std::pair("xrefpath", 1), std::pair("description", 4)}) {
-            texts.emplace_back();
-            appendUnescaped(valueIn(begin, code), texts.back());
-            RecordValue run;
-            run.run = {texts.back().data(), 0, texts.back().size()};
-            values.put(field, run);
-        }
-    }
-
-    void sequenceLists(const Job& job, Values& values) const {
-        std::vector<std::uint64_t> held;
-        std::uint64_t end = 0;
-        for (const std::uint64_t part : m_lists.partsOf(job.record.handle)) {
-            if (m_lists.isSequenceEnd(part))
-                end = part;
-            else
-                held.push_back(part);
-        }
-        const std::uint64_t first = held.empty() ? 0 : held.front(), last = held.empty() ? 0 : held.back();
-        values.whole("hasattr", !held.empty());
-        values.whole("nowned", static_cast<std::int64_t>(held.size()));
-        for (const std::string_view name : {"vertices", "attribs"}) values.references(name, held, 3);
-        for (const std::string_view name : {"firstvertex", "firstattrib"}) values.reference(name, first, 4);
-        for (const std::string_view name : {"lastvertex", "lastattrib"}) values.reference(name, last, 4);
-        values.reference("seqend", end, 3);
     }
 
     // The header
@@ -687,7 +428,7 @@ private:
     EncodingLists m_lists, m_listsBefore;
     std::set<std::uint64_t> m_replaced;
     std::unordered_set<std::uint64_t> m_gone; ///< left out
-    std::vector<Job> m_jobs;
+    std::vector<EncodingJob> m_jobs;
     std::vector<std::pair<std::string_view, std::uint64_t>> m_emptyControls;
     std::uint64_t m_viewportControl = 0, m_lastHandle = 0;
 };

@@ -1,7 +1,6 @@
 #include "failingallocator.h"
 
-#include <cstdlib>
-#include <new>
+#include "replacednew.h"
 
 namespace {
 
@@ -10,30 +9,6 @@ bool isForGood = false;
 bool hasThrown = false;
 std::size_t allocations = 0;
 std::size_t failing = static_cast<std::size_t>(-1);
-
-void* allocate(std::size_t size, std::size_t alignment) {
-    if (isCounting) {
-        const std::size_t number = allocations++;
-        if (number == failing || (isForGood && number > failing)) {
-            hasThrown = true;
-            throw std::bad_alloc();
-        }
-    }
-    if (size == 0) size = 1;
-    void* const memory = alignment <= alignof(std::max_align_t)
-                             ? std::malloc(size)
-                             : std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
-    if (!memory) throw std::bad_alloc();
-    return memory;
-}
-
-void* allocateOrNull(std::size_t size, std::size_t alignment) noexcept {
-    try {
-        return allocate(size, alignment);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
 
 void start(std::size_t number, bool forGood) {
     allocations = 0;
@@ -45,22 +20,15 @@ void start(std::size_t number, bool forGood) {
 
 } // namespace
 
-void* operator new(std::size_t size) { return allocate(size, 0); }
-void* operator new[](std::size_t size) { return allocate(size, 0); }
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return allocate(size, static_cast<std::size_t>(alignment));
+void replacednew::beforeAllocation() {
+    if (!isCounting) return;
+    const std::size_t number = allocations++;
+    if (number != failing && !(isForGood && number > failing)) return;
+    hasThrown = true;
+    throw std::bad_alloc();
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocateOrNull(size, 0); }
-void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
-    return allocateOrNull(size, static_cast<std::size_t>(alignment));
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, std::align_val_t) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
+void replacednew::afterAllocation() {}
+void replacednew::beforeRelease() {}
 
 namespace drawingtest {
 
