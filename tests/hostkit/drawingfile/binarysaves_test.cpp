@@ -2,11 +2,15 @@
 #include "binarytranscription.h"
 #include "dbblockreference.h"
 #include "dbline.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
 #include "drawingfiles.h"
 #include "drawingparts.h"
 #include "drawingsofothers.h"
+#include "exchangeoutline.h"
 #include "headervariables.h"
 #include "recordtranscription.h"
+#include "sampledrawing.h"
 
 #include <gtest/gtest.h>
 
@@ -107,6 +111,67 @@ TEST(BinarySaves, aRecordKeepsItsBitsUntilItOrWhatItListsChanges) {
             EXPECT_TRUE(std::find(changed.begin(), changed.end(), wanted) != changed.end()) << wanted;
         // In the form 2000 the last line has a neighbour, too.
         EXPECT_EQ(changed.size(), version == DrawingVersion::k2000 ? 4U : 3U);
+    }
+}
+
+TEST(BinarySaves, aStyleThatIsNotNamedStaysWhenItIsRenamed) {
+    const std::string old = contentOf(drawingsOfOthers() / "binary/sample_AC1032.dwg");
+    if (old.empty()) GTEST_SKIP() << "no drawings of others";
+    const auto database = openDrawingFromMemory(old, L"sample.dwg", nullptr, quietReading);
+    ASSERT_TRUE(database);
+    AcDbSymbolTablePointer<AcDbTextStyleTable> styles(database.get(), AcDb::kForRead);
+    AcDbTextStyleTableRecord* standard = nullptr;
+    ASSERT_EQ(styles->getAt(L"Standard", standard, AcDb::kForWrite), Acad::eOk);
+    ASSERT_EQ(standard->setName(L"Plan"), Acad::eOk);
+    standard->close();
+    const Records before(old), after(binaryOf(*database));
+    // Attributes of several lines, whose text within says nothing of its style.
+    for (const std::uint64_t handle : {0x796, 0x79D}) EXPECT_EQ(after.bitsOf(handle), before.bitsOf(handle));
+}
+
+std::vector<OutlinedRecord> recordsIn(const ExchangeOutline& outline) {
+    std::vector<OutlinedRecord> all = outline.parts;
+    all.insert(all.end(), outline.strays.begin(), outline.strays.end());
+    all.insert(all.end(), outline.objects.begin(), outline.objects.end());
+    for (const OutlinedTable& table : outline.tables) {
+        all.push_back(table.head);
+        all.insert(all.end(), table.records.begin(), table.records.end());
+    }
+    for (const OutlinedBlock& block : outline.blocks) {
+        all.push_back(block.begin);
+        for (const OutlinedEntity& entity : block.entities) {
+            all.push_back(entity.record);
+            all.back().owner = entity.firstPart * 1000 + entity.partCount;
+        }
+        all.push_back(block.end);
+    }
+    return all;
+}
+
+TEST(BinarySaves, anOutlineIsThatOfTheChangedDrawingWhereverRecordsCame) {
+    WriteOptions options = quietWriting;
+    options.version = DrawingVersion::k2010;
+    const std::string text = saved(*sampleDrawing(), options);
+    const ExchangeOutline earlier(text);
+    ASSERT_FALSE(earlier.parts.empty() || earlier.blocks.size() < 3);
+    const std::string layer = "  0\r\nLAYER\r\n  5\r\nFFF0\r\n", line = "  0\r\nXRECORD\r\n  5\r\nFFF1\r\n";
+    // In tables and objects; between blocks and entities, which is no outline's place.
+    for (const auto& [first, second] :
+         {std::pair("\nBLOCK_RECORD\r\n", "\nOBJECTS\r\n"), {"\nENTITIES\r\n", "\nOBJECTS\r\n"}}) {
+        std::string changed = text;
+        const std::size_t behind = changed.find("  0\r\nENDSEC", changed.find(second));
+        changed.insert(behind, line);
+        const bool isTable = first[1] == 'B';
+        const std::size_t ahead = isTable ? changed.find("  0\r\nENDTAB", changed.find(first))
+                                          : changed.rfind("  0\r\nSECTION", changed.find(first));
+        changed.insert(ahead, isTable ? layer : "  0\r\nSECTION\r\n  2\r\nOTHER\r\n  0\r\nENDSEC\r\n");
+        const std::vector<OutlinedRecord> moved = recordsIn(ExchangeOutline(changed, earlier)),
+                                          whole = recordsIn(ExchangeOutline(changed));
+        ASSERT_EQ(moved.size(), whole.size());
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            EXPECT_EQ(moved[i].in(changed), whole[i].in(changed));
+            EXPECT_EQ(std::pair(moved[i].offset, moved[i].owner), std::pair(whole[i].offset, whole[i].owner));
+        }
     }
 }
 

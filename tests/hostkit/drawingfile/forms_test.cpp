@@ -10,6 +10,7 @@
 #include "dbaccess.h"
 #include "dbdatabase.h"
 #include "dblayertable.h"
+#include "dbtext.h"
 #include "dbviewport.h"
 
 #include <algorithm>
@@ -162,6 +163,26 @@ TEST(Forms, aKindThatAnOlderFileHoldsAllTheSameGoesToEveryLaterForm) {
         transferred(objectsDrawing(), DrawingVersion::k2000, DrawingVersion::k2004, changes);
     EXPECT_NE(text.find("SUN"), std::string::npos);
     EXPECT_TRUE(changes.all().empty());
+}
+
+TEST(Forms, textsAreSpeltInTheEncodingOfTheirForm) {
+    AcDbDatabase database;
+    auto* const text = new AcDbText;
+    ASSERT_EQ(text->setTextString(L"\u4E2D \u00E9 \\P"), Acad::eOk);
+    (void)appendToModelSpace(database, text);
+    const char* const escaped = "\r\n  1\r\n\\U+4E2D \xE9 \\P\r\n";
+    const char* const plain = "\r\n  1\r\n\xE4\xB8\xAD \xC3\xA9 \\P\r\n";
+    WriteOptions older = quietWriting, later = quietWriting;
+    older.version = DrawingVersion::k2000;
+    later.version = DrawingVersion::k2010;
+    std::string bytes = saved(database, older);
+    EXPECT_NE(bytes.find(escaped), std::string::npos);
+    for (const auto& [options, spelt] : {std::pair(later, plain), {older, escaped}}) {
+        const auto read = openDrawingFromMemory(bytes, L"plan.dxf", nullptr, quietReading);
+        ASSERT_TRUE(read);
+        bytes = saved(*read, options);
+        EXPECT_NE(bytes.find(spelt), std::string::npos);
+    }
 }
 
 TEST(Forms, namesOfR12AreSoundAndUnique) {
