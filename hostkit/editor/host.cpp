@@ -169,18 +169,18 @@ CommandResult Host::runCommand(CommandInput& input) {
     RunningCommand running{command->globalName(), std::move(input), command->commandFlags()};
     CommandScope scope(m_parts->documents, *command);
     CommandWatch* const watch = m_parts->watch;
-    bool hasThrown = true;
+    CommandResult thrown;
     {
         const Running among(m_parts->running, running);
-        const CommandResult thrown = caught([&]() -> CommandResult {
+        thrown = caught([&]() -> CommandResult {
             if (watch) watch->starts(*command);
             function();
-            hasThrown = false;
             return {};
         });
-        m_parts->hasThrown = m_parts->hasThrown || thrown.status != Acad::eOk;
-        if (running.result.status == Acad::eOk) running.result = thrown;
     }
+    const bool hasThrown = thrown.status != Acad::eOk;
+    m_parts->hasThrown = m_parts->hasThrown || hasThrown;
+    if (running.result.status == Acad::eOk) running.result = std::move(thrown);
     input = std::move(running.input);
     const bool hasAborted = scope.abortTransactions();
     if (hasThrown) scope.closeObjects();
